@@ -1,0 +1,47 @@
+# What every target of the project shares, and the two functions that make one library or one test program a folder.
+add_library(spotrooster_options INTERFACE)
+target_compile_features(spotrooster_options INTERFACE cxx_std_20)
+target_include_directories(spotrooster_options INTERFACE "${PROJECT_SOURCE_DIR}")
+target_compile_options(spotrooster_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual -Wformat=2)
+if(SPOTROOSTER_WERROR)
+  target_compile_options(spotrooster_options INTERFACE -Werror)
+endif()
+if(SPOTROOSTER_SANITIZE)
+  target_compile_options(spotrooster_options INTERFACE -fsanitize=${SPOTROOSTER_SANITIZE} -fno-omit-frame-pointer)
+  target_link_options(spotrooster_options INTERFACE -fsanitize=${SPOTROOSTER_SANITIZE})
+endif()
+
+# Qt code declares its texts: a literal is either translated or visibly technical.
+add_library(spotrooster_qt_options INTERFACE)
+target_compile_definitions(spotrooster_qt_options INTERFACE
+  QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_USE_QSTRINGBUILDER QT_NO_KEYWORDS)
+
+# spotrooster_library(name SOURCES file... [NO_QT] [LINK target...])
+# One static library per folder. NO_QT: for folders that stand without Qt.
+function(spotrooster_library name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "NO_QT" "" "SOURCES;LINK")
+  add_library(${name} STATIC ${arg_SOURCES})
+  target_link_libraries(${name} PUBLIC spotrooster_options ${arg_LINK})
+  if(NOT arg_NO_QT)
+    target_link_libraries(${name} PUBLIC spotrooster_qt_options)
+    set_target_properties(${name} PROPERTIES AUTOMOC ON AUTORCC ON AUTOUIC ON)
+  endif()
+endfunction()
+
+# spotrooster_tests(folder SOURCES file... [NO_QT] [LINK target...])
+# One test program a folder, every test a CTest entry labelled with the folder. NO_QT as above.
+function(spotrooster_tests folder)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "NO_QT" "" "SOURCES;LINK")
+  string(REPLACE "/" "_" program "test_${folder}")
+  add_executable(${program} ${arg_SOURCES})
+  if(arg_NO_QT)
+    target_link_libraries(${program} PRIVATE spotrooster_options ${arg_LINK} GTest::gtest_main)
+  else()
+    set_target_properties(${program} PROPERTIES AUTOMOC ON)
+    target_link_libraries(${program} PRIVATE ${arg_LINK} spotrooster_test_support)
+  endif()
+  gtest_discover_tests(${program} TEST_PREFIX "${folder}." DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
+                       PROPERTIES LABELS ${folder} TIMEOUT 300)
+endfunction()
+include(GoogleTest)

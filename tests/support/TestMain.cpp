@@ -1,0 +1,16 @@
+// The main of every test program with Qt: offscreen, fixed locale, fixed style, no desktop settings.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QLocale>
+#include <QStandardPaths>
+
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  testing::InitGoogleTest(&argc, argv);
+  QStandardPaths::setTestModeEnabled(true);
+  QLocale::setDefault(QLocale(QLocale::Dutch, QLocale::Belgium));
+  QApplication application(argc, argv);
+  QApplication::setQuitOnLastWindowClosed(false);
+  return RUN_ALL_TESTS();
+}
