@@ -2,7 +2,6 @@
 
 #include "data/Globals.h"
 #include "platform/dao/Database.h"
-#include "platform/desktop/MessageBox.h"
 #include "platform/desktop/Trapped.h"
 #include "platform/runtime/Numbers.h"
 

@@ -1,4 +1,6 @@
 #pragma once
+#include "platform/desktop/MessageBox.h"
+
 #include <QString>
 
 // The catalogue of questions and errors: rows of appMessages in the local database, shown by number.
@@ -20,8 +22,9 @@ int ShowAppMessage(int msgNr, const QString& value1 = {}, const QString& value2 
 // A fixed text with a style value, titled "Items"; the answer as above, kept likewise.
 int ShowItemsMessage(const QString& text, int style);
 
+// The answers are those of desktop::ShowMessageBox, and:
 inline constexpr int kAnswerNone = 0;
-inline constexpr int kAnswerOk = 1;
-inline constexpr int kAnswerCancel = 2;
-inline constexpr int kAnswerYes = 6;
-inline constexpr int kAnswerNo = 7;
+using desktop::kAnswerCancel;
+using desktop::kAnswerNo;
+using desktop::kAnswerOk;
+using desktop::kAnswerYes;
