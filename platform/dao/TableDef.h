@@ -47,4 +47,7 @@ struct TableDef {
   int FieldIndex(const QString& fieldName) const;
 };
 
+// An Error naming the table and what is wrong with its definition: a bad name, size, index or number of fields.
+void CheckTableDef(const TableDef& table);
+
 }  // namespace dao

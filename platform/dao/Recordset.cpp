@@ -1,0 +1,50 @@
+#include "platform/dao/Recordset.h"
+
+#include "platform/dao/ResultRows.h"
+#include "platform/runtime/Error.h"
+
+using namespace Qt::StringLiterals;
+
+namespace dao {
+namespace {
+
+[[noreturn]] void ThrowNoCurrentRow() { throw runtime::Error(u"Er is geen huidige record."_s); }
+
+}  // namespace
+
+const ResultRows& Recordset::Rows() const {
+  if (!rows_) throw runtime::Error(u"De recordset is gesloten."_s);
+  return *rows_;
+}
+
+bool Recordset::Bof() const { return Rows().rowCount == 0; }
+bool Recordset::Eof() const { return position_ >= Rows().rowCount; }
+int Recordset::RecordCount() const { return Rows().rowCount; }
+
+void Recordset::MoveFirst() {
+  if (Rows().rowCount == 0) ThrowNoCurrentRow();
+  position_ = 0;
+}
+
+void Recordset::MoveNext() {
+  if (Eof()) ThrowNoCurrentRow();
+  ++position_;
+}
+
+QVariant Recordset::Field(const QString& name) const {
+  const ResultRows& rows = Rows();
+  if (Eof()) ThrowNoCurrentRow();
+  for (qsizetype i = 0; i < rows.names.size(); ++i) {
+    if (rows.names[i].compare(name, Qt::CaseInsensitive) == 0) {
+      return rows.values[static_cast<std::size_t>(position_ * rows.names.size() + i)];
+    }
+  }
+  throw runtime::Error(u"Het veld '%1' komt niet voor in deze verzameling."_s.arg(name));
+}
+
+void Recordset::Close() {
+  rows_.reset();
+  position_ = 0;
+}
+
+}  // namespace dao
