@@ -8,7 +8,9 @@ using namespace Qt::StringLiterals;
 namespace dao {
 namespace {
 
-[[noreturn]] void ThrowNoCurrentRow() { throw runtime::Error(u"Er is geen huidige record."_s); }
+[[noreturn]] void ThrowNoCurrentRow() {
+  throw runtime::Error(u"Er is geen huidige record."_s);
+}
 
 }  // namespace
 
@@ -17,9 +19,15 @@ const ResultRows& Recordset::Rows() const {
   return *rows_;
 }
 
-bool Recordset::Bof() const { return Rows().rowCount == 0; }
-bool Recordset::Eof() const { return position_ >= Rows().rowCount; }
-int Recordset::RecordCount() const { return Rows().rowCount; }
+bool Recordset::Bof() const {
+  return Rows().rowCount == 0;
+}
+bool Recordset::Eof() const {
+  return position_ >= Rows().rowCount;
+}
+int Recordset::RecordCount() const {
+  return Rows().rowCount;
+}
 
 void Recordset::MoveFirst() {
   if (Rows().rowCount == 0) ThrowNoCurrentRow();
