@@ -32,7 +32,7 @@ constexpr char kSettings[] =
     "Z=/\r\n";
 
 QString Numbered(const QString& name, qint16 number) {
-  return number == 0 ? name + u".mdb" : name + QString::number(number) + u".mdb";
+  return name + (number == 0 ? QString() : QString::number(number)) + u".mdb";
 }
 
 void MakeFolder(const QString& path) {
