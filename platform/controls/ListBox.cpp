@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScopedValueRollback>
+#include <QScrollBar>
 
 #include "platform/controls/LineDelegate.h"
 #include "platform/controls/LineModel.h"
@@ -251,6 +252,15 @@ void ListBox::paintEvent(QPaintEvent* event) {
   QPainter painter(viewport());
   painter.setPen(desktop::TokensFor(palette()).hint);
   painter.drawText(viewport()->rect().adjusted(16, 16, -16, -16), Qt::AlignCenter | Qt::TextWordWrap, emptyText_);
+}
+
+// While hidden the list may have had any size; only now it is known what can be seen of it.
+void ListBox::showEvent(QShowEvent* event) {
+  QListView::showEvent(event);
+  if (event->spontaneous()) return;
+  executeDelayedItemsLayout();
+  verticalScrollBar()->setValue(0);
+  if (ListIndex() >= 0) scrollTo(currentIndex());
 }
 
 int ListBox::RowHeight() const {
