@@ -1,8 +1,10 @@
 #include "platform/audio/Decoder.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdio>
+#include <cstring>
 
 #include "platform/audio/Error.h"
 #include "platform/audio/Mp3Decoder.h"
@@ -23,6 +25,19 @@ void RequireSound(const Decoder& decoder, const std::string& path) {
   if (decoder.TotalFrames() / decoder.SampleRate() >= INT32_MAX / 1000) throw ReadError(path, "het is te lang");
 }
 
+// MPEG audio begins with a frame's eleven sync bits, after an ID3v2 tag if there is one: "ID3", version, flags, and at
+// offset 6 the tag's length in four bytes of seven bits. libsndfile need not be asked about such a file.
+bool BeginsAsMpeg(SourceFile& file) {
+  std::array<unsigned char, 10> head{};
+  file.Seek(0, SEEK_SET);
+  if (file.Read(head.data(), head.size()) == std::ssize(head) && std::memcmp(head.data(), "ID3", 3) == 0) {
+    file.Seek(10 + (head[6] << 21 | head[7] << 14 | head[8] << 7 | head[9]), SEEK_SET);
+    file.Read(head.data(), 2);
+  }
+  file.Seek(0, SEEK_SET);
+  return head[0] == 0xFF && (head[1] & 0xE0) == 0xE0;
+}
+
 }  // namespace
 
 std::size_t Decoder::Read(std::int16_t* out, std::size_t frames) {
@@ -35,7 +50,8 @@ std::size_t Decoder::Read(std::int16_t* out, std::size_t frames) {
 
 std::unique_ptr<Decoder> OpenDecoder(const std::string& hostPath) {
   auto file = std::make_unique<SourceFile>(hostPath);
-  std::unique_ptr<Decoder> decoder = SndfileDecoder::TryOpen(file);
+  std::unique_ptr<Decoder> decoder;
+  if (!BeginsAsMpeg(*file)) decoder = SndfileDecoder::TryOpen(file);
   if (!decoder) {
     file->Seek(0, SEEK_SET);
     decoder = std::make_unique<Mp3Decoder>(std::move(file));

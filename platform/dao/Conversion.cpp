@@ -16,15 +16,19 @@ using namespace Qt::StringLiterals;
 namespace dao {
 namespace {
 
-constexpr double kFirstDay = -657434;   // 1-1-100
+constexpr double kFirstDay = -657434;      // 1-1-100
 constexpr double kDayAfterLast = 2958466;  // 1-1-10000
 constexpr double kLargestCurrency = 922337203685477.5807;
 constexpr double kTenThousand = 10000;
 constexpr int kShownDigits = 15;
 
-QString ToQString(std::u16string_view text) { return QString(QStringView(text)); }
+QString ToQString(std::u16string_view text) {
+  return QStringView(text).toString();
+}
 
-QString NumberText(double number) { return QString::number(number, 'g', kShownDigits).replace(u'.', u','); }
+QString NumberText(double number) {
+  return QString::number(number, 'g', kShownDigits).replace(u'.', u',');
+}
 
 // One value on its way into one field.
 class Conversion {
@@ -68,8 +72,8 @@ class Conversion {
   [[noreturn]] void Refuse(const QString& reason) const {
     QString shown = ShownValue();
     if (shown.size() > 60) shown = shown.left(60) + u"..."_s;
-    throw runtime::Error(u"De waarde '%1' past niet in het veld '%2' van de tabel '%3': %4."_s.arg(
-        shown, field_.name, table_, reason));
+    throw runtime::Error(
+        u"De waarde '%1' past niet in het veld '%2' van de tabel '%3': %4."_s.arg(shown, field_.name, table_, reason));
   }
 
   QString ShownValue() const {

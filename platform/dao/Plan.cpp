@@ -17,7 +17,8 @@ constexpr int kLastExactUse = 63;  // this bit of colUsed stands for all fields 
 
 std::vector<std::size_t> FieldsOf(const TableDef& table, const IndexDef& index) {
   std::vector<std::size_t> fields;
-  for (const IndexField& field : index.fields) fields.push_back(static_cast<std::size_t>(table.FieldIndex(field.name)));
+  for (const IndexField& field : index.fields)
+    fields.push_back(static_cast<std::size_t>(table.FieldIndex(field.name)));
   return fields;
 }
 
@@ -25,7 +26,9 @@ bool CanBeKey(FieldType type) {
   return type != FieldType::Memo && type != FieldType::Binary && type != FieldType::Guid && type != FieldType::Numeric;
 }
 
-bool IsText(FieldType type) { return type == FieldType::Text; }
+bool IsText(FieldType type) {
+  return type == FieldType::Text;
+}
 
 // The place of a usable equality on the field among the engine's constraints; -1 when there is none.
 int EqualityOn(const TableDef& table, sqlite3_index_info* info, std::size_t field) {
@@ -78,7 +81,8 @@ bool UseLookup(const TableDef& table, sqlite3_index_info* info, Plan& plan) {
   plan.index = best.index;
   plan.keyFields = best.fields;
   int argument = 0;
-  for (const int constraint : best.constraints) info->aConstraintUsage[constraint].argvIndex = ++argument;
+  for (const int constraint : best.constraints)
+    info->aConstraintUsage[constraint].argvIndex = ++argument;
   info->estimatedRows = static_cast<sqlite3_int64>(best.rows);
   info->estimatedCost = kCostOfLookup * best.rows;
   return true;

@@ -8,7 +8,9 @@ using namespace Qt::StringLiterals;
 namespace dao {
 namespace {
 
-[[noreturn]] void ThrowNoCurrentRow() { throw runtime::Error(u"Er is geen huidige record."_s); }
+[[noreturn]] void ThrowNoCurrentRow() {
+  throw runtime::Error(u"Er is geen huidige record."_s);
+}
 
 }  // namespace
 
@@ -17,9 +19,15 @@ const ResultRows& Recordset::Rows() const {
   return *rows_;
 }
 
-bool Recordset::Bof() const { return Rows().rowCount == 0; }
-bool Recordset::Eof() const { return position_ >= Rows().rowCount; }
-int Recordset::RecordCount() const { return Rows().rowCount; }
+bool Recordset::Bof() const {
+  return Rows().rowCount == 0;
+}
+bool Recordset::Eof() const {
+  return position_ >= Rows().rowCount;
+}
+int Recordset::RecordCount() const {
+  return Rows().rowCount;
+}
 
 void Recordset::MoveFirst() {
   if (Rows().rowCount == 0) ThrowNoCurrentRow();
@@ -29,6 +37,17 @@ void Recordset::MoveFirst() {
 void Recordset::MoveNext() {
   if (Eof()) ThrowNoCurrentRow();
   ++position_;
+}
+
+QStringList Recordset::FieldNames() const {
+  return Rows().names;
+}
+
+QVariant Recordset::Value(int index) const {
+  const ResultRows& rows = Rows();
+  if (Eof()) ThrowNoCurrentRow();
+  if (index < 0 || index >= rows.names.size()) throw runtime::Error(u"Veld %1 bestaat niet."_s.arg(index));
+  return rows.values[static_cast<std::size_t>(position_ * rows.names.size() + index)];
 }
 
 QVariant Recordset::Field(const QString& name) const {

@@ -15,10 +15,10 @@ constexpr int kFirstExpressionNumber = 1000;
 // The words of the dialect. Every other word is a name, also where the engine has a meaning for it.
 const QSet<QString>& Keywords() {
   static const QSet<QString> kWords = {
-      u"SELECT"_s, u"DISTINCT"_s, u"ALL"_s,   u"FROM"_s,  u"WHERE"_s,   u"AND"_s,    u"OR"_s,    u"NOT"_s,   u"IN"_s,
-      u"IS"_s,     u"NULL"_s,     u"AS"_s,    u"ON"_s,    u"BETWEEN"_s, u"EXISTS"_s, u"INNER"_s, u"LEFT"_s,  u"RIGHT"_s,
-      u"OUTER"_s,  u"JOIN"_s,     u"GROUP"_s, u"BY"_s,    u"HAVING"_s,  u"ORDER"_s,  u"ASC"_s,   u"DESC"_s,  u"UNION"_s,
-      u"VALUES"_s, u"SET"_s,      u"INTO"_s,  u"TRUE"_s,  u"FALSE"_s,   u"INSERT"_s, u"UPDATE"_s, u"DELETE"_s};
+      u"SELECT"_s, u"DISTINCT"_s, u"ALL"_s,   u"FROM"_s, u"WHERE"_s,   u"AND"_s,    u"OR"_s,     u"NOT"_s,   u"IN"_s,
+      u"IS"_s,     u"NULL"_s,     u"AS"_s,    u"ON"_s,   u"BETWEEN"_s, u"EXISTS"_s, u"INNER"_s,  u"LEFT"_s,  u"RIGHT"_s,
+      u"OUTER"_s,  u"JOIN"_s,     u"GROUP"_s, u"BY"_s,   u"HAVING"_s,  u"ORDER"_s,  u"ASC"_s,    u"DESC"_s,  u"UNION"_s,
+      u"VALUES"_s, u"SET"_s,      u"INTO"_s,  u"TRUE"_s, u"FALSE"_s,   u"INSERT"_s, u"UPDATE"_s, u"DELETE"_s};
   return kWords;
 }
 
@@ -29,7 +29,9 @@ const QSet<QString>& Functions() {
 
 }  // namespace
 
-const Token& Rewriter::Peek(std::size_t ahead) const { return tokens_[std::min(at_ + ahead, tokens_.size() - 1)]; }
+const Token& Rewriter::Peek(std::size_t ahead) const {
+  return tokens_[std::min(at_ + ahead, tokens_.size() - 1)];
+}
 
 const Token& Rewriter::Next() {
   const Token& token = Peek();
@@ -132,7 +134,8 @@ void Rewriter::OneValueRow() {
 }
 
 void Rewriter::Rest() {
-  while (Peek().kind != TokenKind::End) Pass();
+  while (Peek().kind != TokenKind::End)
+    Pass();
   if (!comparesAsText_.empty()) ThrowSyntaxError(sql_, u"een haakje wordt niet gesloten"_s);
 }
 

@@ -11,7 +11,8 @@ constexpr qsizetype kLongestShown = 600;
 
 template <class Mapping>
 QString Mapped(QString text, Mapping mapping) {
-  for (QChar& c : text) c = mapping(c);
+  for (QChar& c : text)
+    c = mapping(c);
   return text;
 }
 

@@ -79,7 +79,7 @@ void SetResult(sqlite3_context* context, const ValueView& value) {
 
 QString TextOf(sqlite3_value* value) {
   const auto* text = static_cast<const QChar*>(sqlite3_value_text16(value));
-  return {text, static_cast<qsizetype>(sqlite3_value_bytes16(value)) / qsizetype{sizeof(QChar)}};
+  return QString(text, static_cast<qsizetype>(sqlite3_value_bytes16(value)) / qsizetype{sizeof(QChar)});
 }
 
 SqliteStatement Compile(sqlite3* connection, const QString& sql) {

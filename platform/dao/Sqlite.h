@@ -25,6 +25,9 @@ ValueView ValueOf(sqlite3_value* value);
 void Bind(sqlite3_stmt* statement, int parameter, const ValueView& value);
 void SetResult(sqlite3_context* context, const ValueView& value);
 QString TextOf(sqlite3_value* value);
+inline std::u16string_view Utf16(const QString& text) {
+  return {QStringView(text).utf16(), static_cast<std::size_t>(text.size())};
+}
 
 // The compiled statement, or nothing: sqlite3_errmsg then tells why.
 SqliteStatement Compile(sqlite3* connection, const QString& sql);

@@ -103,8 +103,8 @@ class Parser {
 
   void AddField(const QString& field) {
     if (statement_.fields.contains(field, Qt::CaseInsensitive)) {
-      throw runtime::Error(u"Het veld '%1' komt tweemaal voor in de SQL-instructie.\n%2"_s.arg(
-          field, Shown(statement_.source)));
+      throw runtime::Error(
+          u"Het veld '%1' komt tweemaal voor in de SQL-instructie.\n%2"_s.arg(field, Shown(statement_.source)));
     }
     statement_.fields += field;
   }
@@ -115,6 +115,8 @@ class Parser {
 
 }  // namespace
 
-Statement ParseStatement(const QString& sql) { return Parser(sql).Run(); }
+Statement ParseStatement(const QString& sql) {
+  return Parser(sql).Run();
+}
 
 }  // namespace dao

@@ -13,12 +13,12 @@ enum class Verb { Select, Insert, Update, Delete };
 // refused. Nothing of the statement's meaning is left to the engine's own readings of quotes, comments or words.
 struct Statement {
   Verb verb = Verb::Select;
-  QString source;      // as given, for error texts
-  QString body;        // rewritten; of an INSERT only what gives the rows, from VALUES or SELECT on
-  QStringList texts;   // values of the parameters ?1, ?2, ... of the body
-  QStringList names;   // every name in it: what may be a table
-  QString target;      // INSERT, UPDATE, DELETE: the table
-  QStringList fields;  // INSERT: the fields named (empty = none); UPDATE: the fields set
+  QString source;                 // as given, for error texts
+  QString body;                   // rewritten; of an INSERT only what gives the rows, from VALUES or SELECT on
+  QStringList texts;              // values of the parameters ?1, ?2, ... of the body
+  QStringList names;              // every name in it: what may be a table
+  QString target;                 // INSERT, UPDATE, DELETE: the table
+  QStringList fields;             // INSERT: the fields named (empty = none); UPDATE: the fields set
   bool fromSelect = false;        // INSERT fed by a SELECT
   std::optional<QString> inFile;  // INSERT: the path text behind IN
 };

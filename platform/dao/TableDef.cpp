@@ -18,9 +18,9 @@ constexpr qsizetype kMostFieldsOfIndex = 10;
 
 void CheckName(const TableDef& table, const QString& name) {
   static const QString kForbidden = u".![]`\""_s;
-  const bool allowed = !name.isEmpty() && name.size() <= kLongestName && !name.startsWith(u' ') &&
-                       std::none_of(name.begin(), name.end(),
-                                    [](QChar c) { return c < u' ' || kForbidden.contains(c); });
+  const bool allowed =
+      !name.isEmpty() && name.size() <= kLongestName && !name.startsWith(u' ') &&
+      std::none_of(name.begin(), name.end(), [](QChar c) { return c < u' ' || kForbidden.contains(c); });
   if (!allowed) Refuse(table, u"'%1' is geen geldige naam"_s.arg(name));
 }
 
@@ -32,7 +32,8 @@ void CheckField(const TableDef& table, qsizetype at) {
   const bool binarySize = field.type != FieldType::Binary || (field.size >= 1 && field.size <= 510);
   const bool digits = field.type != FieldType::Numeric || (field.precision >= 1 && field.precision <= 28 &&
                                                            field.scale >= 0 && field.scale <= field.precision);
-  if (!textSize || !binarySize || !digits) Refuse(table, u"het veld '%1' heeft een ongeldige grootte"_s.arg(field.name));
+  if (!textSize || !binarySize || !digits)
+    Refuse(table, u"het veld '%1' heeft een ongeldige grootte"_s.arg(field.name));
   if (field.autoNumber && field.type != FieldType::Long) {
     Refuse(table, u"het veld '%1' kan geen automatisch nummer zijn"_s.arg(field.name));
   }
@@ -63,8 +64,10 @@ void CheckTableDef(const TableDef& table) {
   CheckName(table, table.name);
   if (table.fields.isEmpty() || table.fields.size() > kMostFieldsOfTable) Refuse(table, u"geen velden of te veel"_s);
   if (table.indexes.size() > kMostIndexes) Refuse(table, u"te veel indexen"_s);
-  for (qsizetype i = 0; i < table.fields.size(); ++i) CheckField(table, i);
-  for (const IndexDef& index : table.indexes) CheckIndex(table, index);
+  for (qsizetype i = 0; i < table.fields.size(); ++i)
+    CheckField(table, i);
+  for (const IndexDef& index : table.indexes)
+    CheckIndex(table, index);
 }
 
 }  // namespace dao

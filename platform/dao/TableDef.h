@@ -8,7 +8,21 @@ namespace dao {
 
 // The field types of a database file. In SQL a Boolean is -1 or 0, a Date is a day number (days since 30-12-1899,
 // the time as the fraction), Currency and Numeric are floating-point numbers, a Guid is text in braces.
-enum class FieldType { Boolean, Byte, Integer, Long, Currency, Single, Double, Date, Text, Memo, Binary, Guid, Numeric };
+enum class FieldType {
+  Boolean,
+  Byte,
+  Integer,
+  Long,
+  Currency,
+  Single,
+  Double,
+  Date,
+  Text,
+  Memo,
+  Binary,
+  Guid,
+  Numeric
+};
 
 struct FieldDef {
   QString name;

@@ -7,10 +7,18 @@ using namespace Qt::StringLiterals;
 namespace dao {
 namespace {
 
-bool IsDigit(QChar c) { return c >= u'0' && c <= u'9'; }
-bool StartsWord(QChar c) { return c.isLetter() || c == u'_'; }
-bool ContinuesWord(QChar c) { return c.isLetterOrNumber() || c == u'_' || c.isMark(); }
-bool IsBlank(QChar c) { return c == u' ' || c == u'\t' || c == u'\r' || c == u'\n'; }
+bool IsDigit(QChar c) {
+  return c >= u'0' && c <= u'9';
+}
+bool StartsWord(QChar c) {
+  return c.isLetter() || c == u'_';
+}
+bool ContinuesWord(QChar c) {
+  return c.isLetterOrNumber() || c == u'_' || c.isMark();
+}
+bool IsBlank(QChar c) {
+  return c == u' ' || c == u'\t' || c == u'\r' || c == u'\n';
+}
 
 class Tokeniser {
  public:
@@ -33,7 +41,8 @@ class Tokeniser {
   QChar Peek(qsizetype ahead = 0) const { return at_ + ahead < sql_.size() ? sql_[at_ + ahead] : QChar(); }
 
   void SkipBlanks() {
-    while (at_ < sql_.size() && IsBlank(sql_[at_])) ++at_;
+    while (at_ < sql_.size() && IsBlank(sql_[at_]))
+      ++at_;
   }
 
   void RequireEndAfterSemicolon() {
@@ -96,12 +105,14 @@ class Tokeniser {
   }
 
   void SkipDigits() {
-    while (IsDigit(Peek())) ++at_;
+    while (IsDigit(Peek()))
+      ++at_;
   }
 
   Token Word() {
     const qsizetype start = at_;
-    while (at_ < sql_.size() && ContinuesWord(sql_[at_])) ++at_;
+    while (at_ < sql_.size() && ContinuesWord(sql_[at_]))
+      ++at_;
     return {TokenKind::Word, sql_.mid(start, at_ - start)};
   }
 
@@ -125,6 +136,8 @@ class Tokeniser {
 
 }  // namespace
 
-std::vector<Token> Tokenise(const QString& sql) { return Tokeniser(sql).Run(); }
+std::vector<Token> Tokenise(const QString& sql) {
+  return Tokeniser(sql).Run();
+}
 
 }  // namespace dao

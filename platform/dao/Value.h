@@ -21,7 +21,9 @@ using Value = std::variant<std::monostate, std::int64_t, double, std::u16string,
 using ValueView =
     std::variant<std::monostate, std::int64_t, double, std::u16string_view, std::span<const std::uint8_t>>;
 
-inline bool IsNull(const Value& value) { return std::holds_alternative<std::monostate>(value); }
+inline bool IsNull(const Value& value) {
+  return std::holds_alternative<std::monostate>(value);
+}
 
 inline ValueView View(const Value& value) {
   return std::visit([](const auto& held) -> ValueView { return held; }, value);

@@ -105,7 +105,9 @@ int Next(sqlite3_vtab_cursor* base) {
   return Guarded(cursor->Owner().tables, [&] { cursor->atEnd = !cursor->rows->Next(); });
 }
 
-int AtEnd(sqlite3_vtab_cursor* cursor) { return static_cast<int>(static_cast<OpenCursor*>(cursor)->atEnd); }
+int AtEnd(sqlite3_vtab_cursor* cursor) {
+  return static_cast<int>(static_cast<OpenCursor*>(cursor)->atEnd);
+}
 
 int Column(sqlite3_vtab_cursor* base, sqlite3_context* context, int column) {
   auto* cursor = static_cast<OpenCursor*>(base);
@@ -193,7 +195,8 @@ VirtualTables::VirtualTables(sqlite3* connection) : connection_(connection) {
 void VirtualTables::Add(const QString& name, std::unique_ptr<Table> table) {
   const std::size_t place = entries_.size();
   entries_.push_back({std::move(table), {}});
-  const QString sql = u"CREATE VIRTUAL TABLE %1 USING %2(%3)"_s.arg(QuotedName(name)).arg(QLatin1StringView(kModuleName)).arg(place);
+  const QString sql =
+      u"CREATE VIRTUAL TABLE %1 USING %2(%3)"_s.arg(QuotedName(name)).arg(QLatin1StringView(kModuleName)).arg(place);
   const SqliteStatement statement = Compile(connection_, sql);
   if (statement) sqlite3_step(statement.get());
   RethrowFailure();

@@ -4,6 +4,7 @@
 #include <QPushButton>
 #include <vector>
 
+class QHBoxLayout;
 class QTextEdit;
 
 namespace desktop {
@@ -32,7 +33,7 @@ class MessageDialog : public QDialog {
 
   QWidget* MakeIcon() const;
   QTextEdit* MakeText(const QString& text);
-  void AddButtons(class QHBoxLayout* row);
+  void AddButtons(QHBoxLayout* row);
   QPushButton* ButtonOf(int answer) const;
   int DefaultAnswer() const;
 
