@@ -31,6 +31,10 @@ class Recordset {
   // The same by the field's place, from 0.
   QVariant Value(int index) const;
 
+  // The columns in their order; a column by its place from 0.
+  QStringList FieldNames() const;
+  QVariant Field(int column) const;
+
   void Close();
 
  private:
