@@ -42,14 +42,13 @@ void CatalogueTest::AddItem(int id, const QString& naam, int aktief) {
 void CatalogueTest::AddSpot(const Spot& spot) {
   station_.OnCurrent(
       u"INSERT INTO %1 (ID, Path, Naam, LengteSec, StartDatum, StartUur, EindDatum, EindUur, AantalGedraaid, Aktief) "
-      u"VALUES (%2, \"%3\", \"%4\", 32, 45658, 0, 73050, 23, 0, %5)"_s.arg(Table(u"ItemSpots"_s),
-                                                                          QString::number(spot.id), spot.path,
-                                                                          spot.naam, QString::number(spot.aktief)));
+      u"VALUES (%2, \"%3\", \"%4\", 32, 45658, 0, 73050, 23, 0, %5)"_s.arg(
+          Table(u"ItemSpots"_s), QString::number(spot.id), spot.path, spot.naam, QString::number(spot.aktief)));
 }
 
 void CatalogueTest::AddPingle(int id, const QString& naam) {
-  station_.OnCurrent(u"INSERT INTO %1 (ID, Naam, Aktief) VALUES (%2, \"%3\", 1)"_s.arg(
-      Table(u"ItemPingles"_s), QString::number(id), naam));
+  station_.OnCurrent(u"INSERT INTO %1 (ID, Naam, Aktief) VALUES (%2, \"%3\", 1)"_s.arg(Table(u"ItemPingles"_s),
+                                                                                       QString::number(id), naam));
 }
 
 void CatalogueTest::Link(int itemID, int order, int spotID) {
@@ -64,9 +63,13 @@ QString CatalogueTest::AudioFile(const QString& name) {
   return runtime::PathText(hostPath);
 }
 
-bool CatalogueTest::FileIsThere(const QString& pathText) { return QFileInfo::exists(runtime::HostPath(pathText)); }
+bool CatalogueTest::FileIsThere(const QString& pathText) {
+  return QFileInfo::exists(runtime::HostPath(pathText));
+}
 
-controls::ListBox& CatalogueTest::List(const Form& form) { return Child<controls::ListBox>(form, u"lstOverzicht"_s); }
+controls::ListBox& CatalogueTest::List(const Form& form) {
+  return Child<controls::ListBox>(form, u"lstOverzicht"_s);
+}
 
 QStringList CatalogueTest::Lines(const Form& form) {
   QStringList lines;
@@ -95,7 +98,8 @@ bool CatalogueTest::Enabled(const Form& form, const QString& button) {
 
 QList<int> CatalogueTest::Numbers(dao::Recordset rows, const QString& field) {
   QList<int> numbers;
-  for (; !rows.Eof(); rows.MoveNext()) numbers += rows.Field(field).toInt();
+  for (; !rows.Eof(); rows.MoveNext())
+    numbers += rows.Field(field).toInt();
   return numbers;
 }
 
@@ -105,7 +109,8 @@ QList<int> CatalogueTest::IDs(const QString& things) const {
 
 QStringList CatalogueTest::Boxes() const {
   QStringList boxes;
-  for (const desktop::ShownMessageBox& box : boxes_.Shown()) boxes += box.title + u": "_s + box.text;
+  for (const desktop::ShownMessageBox& box : boxes_.Shown())
+    boxes += box.title + u": "_s + box.text;
   return boxes;
 }
 

@@ -25,7 +25,9 @@ using testing_support::ModalDriver;
 using testing_support::Station;
 
 // Texts in failure messages of GoogleTest.
-inline void PrintTo(const QString& text, std::ostream* out) { *out << '"' << text.toStdString() << '"'; }
+inline void PrintTo(const QString& text, std::ostream* out) {
+  *out << '"' << text.toStdString() << '"';
+}
 
 // A station with the catalogue's screens registered, stand-ins for the detail editors, and a script that answers boxes.
 class CatalogueTest : public ::testing::Test {

@@ -20,8 +20,12 @@ using testing_support::Plain;
 
 namespace {
 
-QString ButtonText(const Form& form, const QString& name) { return Plain(Child<QPushButton>(form, name).text()); }
-QString CheckText(const Form& form, const QString& name) { return Plain(Child<QCheckBox>(form, name).text()); }
+QString ButtonText(const Form& form, const QString& name) {
+  return Plain(Child<QPushButton>(form, name).text());
+}
+QString CheckText(const Form& form, const QString& name) {
+  return Plain(Child<QCheckBox>(form, name).text());
+}
 
 void ExpectFamily(const Form& form) {
   const auto& tab = Child<QTabWidget>(form, u"tabOverzicht"_s);
@@ -59,8 +63,10 @@ void ExpectUniqueMnemonics(const Form& form) {
     const QKeySequence mnemonic = QKeySequence::mnemonic(text);
     if (!mnemonic.isEmpty()) EXPECT_TRUE(taken.insert(mnemonic.toString()).second) << text.toStdString();
   };
-  for (const auto* button : form.findChildren<QAbstractButton*>()) take(button->text());
-  for (const auto* label : form.findChildren<QLabel*>()) take(label->text());
+  for (const auto* button : form.findChildren<QAbstractButton*>())
+    take(button->text());
+  for (const auto* label : form.findChildren<QLabel*>())
+    take(label->text());
   EXPECT_FALSE(taken.empty());
 }
 
@@ -113,7 +119,8 @@ TEST_F(CatalogueControls, ItemCleanup) {
   ExpectCleanup(form, u"item"_s);
   EXPECT_EQ(CheckText(form, u"chkVerwijderSpots"_s),
             u"Verwijder de aanwezigheid van de bijbehorende item-spots in de database"_s);
-  EXPECT_EQ(CheckText(form, u"chkVerwijderBestand"_s), u"Verwijder de geluidsbestanden van de bijbehorende item-spots"_s);
+  EXPECT_EQ(CheckText(form, u"chkVerwijderBestand"_s),
+            u"Verwijder de geluidsbestanden van de bijbehorende item-spots"_s);
   EXPECT_FALSE(Child<QCheckBox>(form, u"chkVerwijderSpots"_s).isChecked());
   ExpectUniqueMnemonics(form);
 }

@@ -1,4 +1,5 @@
 #include "catalogue/frmItemSpots.h"
+#include "data/Screens.h"
 #include "platform/controls/ListBox.h"
 #include "tests/catalogue/CatalogueTest.h"
 
@@ -17,7 +18,8 @@ class ItemSpotList : public CatalogueTestInBothModes {
   }
 };
 
-INSTANTIATE_TEST_SUITE_P(Modes, ItemSpotList, ::testing::Values(Station::Mode::Online, Station::Mode::Offline), ModeName);
+INSTANTIATE_TEST_SUITE_P(Modes, ItemSpotList, ::testing::Values(Station::Mode::Online, Station::Mode::Offline),
+                         ModeName);
 
 TEST_P(ItemSpotList, OpensWithTheActiveOnesSortedAsTheDatabaseSorts) {
   AddThree();
@@ -66,7 +68,9 @@ TEST_P(ItemSpotList, OpenHandsTheIdToTheEditorAndRefillsAfterIt) {
   frmItemSpots form(nullptr);
   Open(form);
   Select(form, u"Citroen"_s);
-  inTheEditor_ = [&] { station_.OnCurrent(u"UPDATE %1 SET Naam = \"Zalm\" WHERE ID = 1"_s.arg(Table(u"ItemSpots"_s))); };
+  inTheEditor_ = [&] {
+    station_.OnCurrent(u"UPDATE %1 SET Naam = \"Zalm\" WHERE ID = 1"_s.arg(Table(u"ItemSpots"_s)));
+  };
   Click(form, u"cmdOpen"_s);
   EXPECT_EQ(visits_, QStringList{u"ItemSpotsDetail 1"_s});
   EXPECT_EQ(Lines(form), (QStringList{u"banaan"_s, u"Zalm"_s}));
@@ -103,8 +107,9 @@ TEST_P(ItemSpotList, DeactivatedRecordVanishesAtOnceWithoutAQuestion) {
   EXPECT_FALSE(Enabled(form, u"cmdDesaktiveer"_s));
   EXPECT_TRUE(boxes_.Shown().empty());
   EXPECT_TRUE(global.lastResult);
-  EXPECT_EQ(Numbers(station_.CurrentRows(u"SELECT Aktief FROM %1 ORDER BY ID"_s.arg(Table(u"ItemSpots"_s))), u"Aktief"_s),
-            (QList<int>{1, 0, 0}));
+  EXPECT_EQ(
+      Numbers(station_.CurrentRows(u"SELECT Aktief FROM %1 ORDER BY ID"_s.arg(Table(u"ItemSpots"_s))), u"Aktief"_s),
+      (QList<int>{1, 0, 0}));
   const QStringList logged = GetParam() == Station::Mode::Online
                                  ? QStringList()
                                  : QStringList{u"UPDATE tblItemSpots SET Aktief = 0 WHERE ID = 3"_s};

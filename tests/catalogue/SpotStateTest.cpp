@@ -11,7 +11,9 @@ namespace {
 
 const QDate kToday(2025, 3, 11);
 
-QDateTime At(int hour) { return {kToday, QTime(hour, 30)}; }
+QDateTime At(int hour) {
+  return {kToday, QTime(hour, 30)};
+}
 
 // An active spot with its file, in the middle of its validity.
 SpotFacts Running() {
@@ -133,7 +135,8 @@ TEST(SpotCounts, EverySpotIsCountedInOnePart) {
 
 TEST(SpotView, RunningTodayIncludesWhatEndsSoonAndWhatIsOutsideItsHours) {
   SpotCounts counts;
-  for (int state = 0; state < kSpotStates; ++state) counts.Add(static_cast<SpotState>(state));
+  for (int state = 0; state < kSpotStates; ++state)
+    counts.Add(static_cast<SpotState>(state));
   EXPECT_EQ(CountIn(SpotView::Alle, counts), 7);
   EXPECT_EQ(CountIn(SpotView::LopenVandaag, counts), 3);
   EXPECT_EQ(CountIn(SpotView::VerlopenBinnenkort, counts), 1);
