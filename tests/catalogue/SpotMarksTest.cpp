@@ -93,6 +93,25 @@ TEST_P(SpotMarks, MarksFollowARefill) {
   EXPECT_EQ(DetailsOf(form, u"loopt"_s).mark, LineMark::Triangle);
 }
 
+TEST_P(SpotMarks, MissingFileStaysMarkedThroughARefill) {
+  AddAllStates();
+  frmItemSpots form(nullptr);
+  Open(form);
+  ASSERT_TRUE(FilesAreSeen(form));
+  QTest::keyClick(&form, Qt::Key_F5);
+  EXPECT_EQ(DetailsOf(form, u"ontbreekt"_s).mark, LineMark::Cross);
+}
+
+TEST_P(SpotMarks, FileThatCameBackIsSeenAfterARefill) {
+  AddAllStates();
+  frmItemSpots form(nullptr);
+  Open(form);
+  ASSERT_TRUE(FilesAreSeen(form));
+  AudioFile(u"hier.wav.weg"_s);
+  QTest::keyClick(&form, Qt::Key_F5);
+  EXPECT_TRUE(WaitUntil([&] { return DetailsOf(form, u"ontbreekt"_s).mark == LineMark::Circle; }));
+}
+
 TEST_P(SpotMarks, UnreachableFolderGivesNoMarkAndNoBox) {
   AddSpot({1, u"ver weg"_s, u"Q:\\spots\\a.wav"_s, 1});
   frmItemSpots form(nullptr);
