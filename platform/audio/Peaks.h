@@ -1,0 +1,35 @@
+// The waveform of a whole file: what a strip on screen draws.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace audio {
+
+// One hundredth of a second of sound, all channels together, 16-bit scale.
+struct PeakBin {
+  std::int16_t low = 0;   // lowest sample
+  std::int16_t high = 0;  // highest sample
+  std::int16_t rms = 0;   // root of the mean square
+  bool operator==(const PeakBin&) const = default;
+};
+
+struct Peaks {
+  static constexpr int kBinMs = 10;
+  std::int32_t lengthMs = 0;  // of the file, exact
+  std::vector<PeakBin> bins;  // bin n covers n x 10 ms up to the next; the last one may be shorter
+
+  static std::int64_t BinCount(std::int32_t lengthMs) { return (std::int64_t{lengthMs} + kBinMs - 1) / kBinMs; }
+};
+
+// `done` bins from the first on are final. Return false to give up.
+using PeakProgress = std::function<bool(const Peaks& peaks, std::size_t done)>;
+
+// Reads the file once from begin to end. `progress` is called on the same thread about every `binsPerStep` bins and at
+// the end. Empty bins after a call that gave up. Throws audio::Error.
+Peaks ReadPeaks(const std::string& hostPath, const PeakProgress& progress, std::size_t binsPerStep = 3000);
+
+}  // namespace audio
