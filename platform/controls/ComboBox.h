@@ -30,7 +30,8 @@ class ComboBox : public QComboBox {
   int ListIndex() const { return currentIndex(); }
   // -1: no choice. Throws runtime::Error for an index out of range.
   void SetListIndex(int index);
-  // The number of a line. Throws runtime::Error for an index out of range, so also for ListIndex() while nothing is chosen.
+  // The number of a line. Throws runtime::Error for an index out of range, so also for ListIndex() while nothing is
+  // chosen.
   qint64 ItemData(int index) const;
   QString Text(int index) const;
   // Chooses the first line with this number; without one there is no choice. Whether there was one.

@@ -4,8 +4,8 @@
 
 namespace controls {
 
-// The place in a file, in milliseconds. sliderPressed() when the user begins to move it, sliderReleased() when he lets go;
-// an arrow or page key gives both around its step, so that seeking by key and by hand is one way. A press on the
+// The place in a file, in milliseconds. sliderPressed() when the user begins to move it, sliderReleased() when he lets
+// go; an arrow or page key gives both around its step, so that seeking by key and by hand is one way. A press on the
 // groove takes the knob there. The program may set the value meanwhile: the owner decides whether it should.
 class PositionSlider : public QAbstractSlider {
   Q_OBJECT

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <QVariant>
 #include <memory>
 
@@ -26,6 +27,10 @@ class Recordset {
   // by the field's type: bool, int (qint64 beyond 32 bits), double, QString, QDateTime, QByteArray; an expression has
   // the type of its value. An unknown name and a missing current row are errors.
   QVariant Field(const QString& name) const;
+
+  // The columns in their order; a column by its place from 0.
+  QStringList FieldNames() const;
+  QVariant Field(int column) const;
 
   void Close();
 

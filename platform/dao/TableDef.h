@@ -8,7 +8,21 @@ namespace dao {
 
 // The field types of a database file. In SQL a Boolean is -1 or 0, a Date is a day number (days since 30-12-1899,
 // the time as the fraction), Currency and Numeric are floating-point numbers, a Guid is text in braces.
-enum class FieldType { Boolean, Byte, Integer, Long, Currency, Single, Double, Date, Text, Memo, Binary, Guid, Numeric };
+enum class FieldType {
+  Boolean,
+  Byte,
+  Integer,
+  Long,
+  Currency,
+  Single,
+  Double,
+  Date,
+  Text,
+  Memo,
+  Binary,
+  Guid,
+  Numeric
+};
 
 struct FieldDef {
   QString name;
@@ -46,5 +60,8 @@ struct TableDef {
   // The place of a field in `fields`, without regard to letter case; -1 when there is none.
   int FieldIndex(const QString& fieldName) const;
 };
+
+// An Error naming the table and what is wrong with its definition: a bad name, size, index or number of fields.
+void CheckTableDef(const TableDef& table);
 
 }  // namespace dao

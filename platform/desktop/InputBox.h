@@ -32,9 +32,10 @@ class InputBoxScript {
   void Cancel() { answers_.emplace_back(std::nullopt); }
   const std::vector<ShownInputBox>& Shown() const { return shown_; }
 
+  static InputBoxScript* Active();
+
  private:
   friend class InputDialog;
-  static InputBoxScript* Active();
   std::optional<QString> TakeAnswer();
 
   std::deque<std::optional<QString>> answers_;

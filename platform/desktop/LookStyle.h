@@ -2,8 +2,6 @@
 
 #include <QProxyStyle>
 
-class QPushButton;
-
 namespace desktop {
 
 // The program's style: Fusion with its own buttons, fields, frames and measures, all colours from palette and tokens.
@@ -11,7 +9,9 @@ namespace desktop {
 //   "danger" true      a push button filled in the colour of deleting
 //   "card" true        a QFrame painted like the inside of a group box
 //   "hint" true        a QLabel in quiet text
+//   "quiet" true       a default push button that is not filled
 //   "textBesideIcon"   a push button with the icon at its left edge, text behind it
+//   "iconAfterText"    a push button with the icon behind its text
 class LookStyle : public QProxyStyle {
   Q_OBJECT
 
@@ -32,6 +32,8 @@ class LookStyle : public QProxyStyle {
                    const QWidget* widget) const override;
   void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
                           const QWidget* widget) const override;
+  void drawItemText(QPainter* painter, const QRect& rect, int flags, const QPalette& palette, bool enabled,
+                    const QString& text, QPalette::ColorRole role) const override;
   QIcon standardIcon(StandardPixmap standardIcon, const QStyleOption* option, const QWidget* widget) const override;
   void polish(QWidget* widget) override;
   using QProxyStyle::polish;

@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringList>
 #include <deque>
+#include <initializer_list>
 #include <vector>
 
 class QWidget;
@@ -50,9 +51,10 @@ class MessageBoxScript {
   // Answers that no box has asked for yet.
   std::size_t Left() const { return answers_.size(); }
 
+  static MessageBoxScript* Active();
+
  private:
   friend class MessageDialog;
-  static MessageBoxScript* Active();
   int TakeAnswer(int defaultAnswer);
 
   std::deque<int> answers_;

@@ -40,7 +40,7 @@ class Theme : public QObject {
   Variant platform_;  // what the platform's own palette was before ours
   Variant current_;
   bool follows_ = false;
-  bool ownsPalette_ = false;
+  bool asking_ = false;
 };
 
 }  // namespace desktop

@@ -11,7 +11,8 @@ class WaitPointer {
   WaitPointer& operator=(const WaitPointer&) = delete;
 };
 
-// Shows the ordinary pointer for as long as it lives, also under a WaitPointer: for a box that asks something meanwhile.
+// Shows the ordinary pointer for as long as it lives, also under a WaitPointer: for a box that asks something
+// meanwhile.
 class ArrowPointer {
  public:
   ArrowPointer();
