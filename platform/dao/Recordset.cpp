@@ -39,17 +39,6 @@ void Recordset::MoveNext() {
   ++position_;
 }
 
-QStringList Recordset::FieldNames() const {
-  return Rows().names;
-}
-
-QVariant Recordset::Value(int index) const {
-  const ResultRows& rows = Rows();
-  if (Eof()) ThrowNoCurrentRow();
-  if (index < 0 || index >= rows.names.size()) throw runtime::Error(u"Veld %1 bestaat niet."_s.arg(index));
-  return rows.values[static_cast<std::size_t>(position_ * rows.names.size() + index)];
-}
-
 QVariant Recordset::Field(const QString& name) const {
   const QStringList& names = Rows().names;
   for (qsizetype i = 0; i < names.size(); ++i) {
