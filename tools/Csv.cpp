@@ -40,7 +40,7 @@ void WriteCsv(dao::Recordset& rows, std::ostream& out) {
   WriteLine(header, out);
   for (; !rows.Eof(); rows.MoveNext()) {
     QStringList fields;
-    for (int i = 0; i < names.size(); ++i) fields += CsvField(rows.Value(i));
+    for (int i = 0; i < names.size(); ++i) fields += CsvField(rows.Field(i));
     WriteLine(fields, out);
   }
 }

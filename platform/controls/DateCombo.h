@@ -24,10 +24,6 @@ class DateCombo : public QLineEdit {
   // No value empties the field.
   void SetDate(std::optional<QDate> date);
 
-  // Reads a typed date: day, month, year in three or four digits.
-  static std::optional<QDate> Parse(const QString& typed);
-  static QString Format(const QDate& date);
-
   // Opens the calendar; nothing while locked or disabled.
   void OpenCalendar();
 

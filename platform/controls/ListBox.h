@@ -8,6 +8,7 @@
 
 namespace controls {
 
+class LineDelegate;
 class LineModel;
 
 // A list of text lines, each with a number of its own (ItemData). An index counts all lines from 0, hidden ones too.
@@ -64,9 +65,9 @@ class ListBox : public QListView {
   // Moves one line; the selection goes with it. Emits lineMoved().
   void MoveLine(int from, int to);
 
-  int RowHeight() const { return rowHeight_; }
+  int RowHeight() const;
   void SetRowHeight(int height);  // at the usual 10 pt; the row grows with the font
-  bool IsNumbered() const { return numbered_; }
+  bool IsNumbered() const;
   void SetNumbered(bool numbered);  // a counting number before each line
   bool IsMovable() const { return movable_; }
   void SetMovable(bool movable);  // the user moves lines with Alt+Up/Down and by dragging
@@ -85,19 +86,19 @@ class ListBox : public QListView {
   void paintEvent(QPaintEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void showEvent(QShowEvent* event) override;
   void dropEvent(QDropEvent* event) override;
-  void startDrag(Qt::DropActions actions) override;
   void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
   QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index, const QEvent* event) const override;
 
  private:
-  void CheckIndex(int index, const char* what) const;
   void SelectSilently(int index);
-  bool MoveSelected(int step);
+  void MoveSelected(int step);
+  bool SelectFromNothing(int key);
+  void RestoreAfterFilter(int selected);
 
   LineModel* lines_;
-  int rowHeight_ = 28;
-  bool numbered_ = false;
+  LineDelegate* delegate_;
   bool movable_ = false;
   bool silent_ = false;
   int announced_ = -1;  // the line that listeners know as selected

@@ -7,6 +7,8 @@
 
 namespace controls {
 
+struct WaveformView;
+
 // The picture of a sound file: peaks as they come in, what has been played, the outtro (the last MixMs), a ruler. A
 // click asks to seek, dragging the flag (or Left and Right) moves the mix point. All times are in milliseconds; it
 // plays nothing itself. Plus or the wheel shows the last 30 s, Minus the whole again.
@@ -71,8 +73,8 @@ class WaveformStrip : public QWidget {
  private:
   QRect WaveRect() const;
   qint64 FirstMs() const;
+  WaveformView View() const;
   void MoveMix(qint64 mix);
-  void UpdateAround(double x);
   void UpdateAccessible();
 
   WaveformPeaks peaks_;
@@ -81,6 +83,7 @@ class WaveformStrip : public QWidget {
   qint64 mixMs_ = 0;
   double hoverX_ = -1;
   bool dragging_ = false;
+  double grabOffset_ = 0;  // from the mix line to where it was taken hold of
   bool zoomed_ = false;
   QString emptyText_;
   QString trouble_;

@@ -39,26 +39,26 @@ void Recordset::MoveNext() {
   ++position_;
 }
 
+QVariant Recordset::Field(const QString& name) const {
+  const QStringList& names = Rows().names;
+  for (qsizetype i = 0; i < names.size(); ++i) {
+    if (names[i].compare(name, Qt::CaseInsensitive) == 0) return Field(static_cast<int>(i));
+  }
+  throw runtime::Error(u"Het veld '%1' komt niet voor in de recordset."_s.arg(name));
+}
+
 QStringList Recordset::FieldNames() const {
   return Rows().names;
 }
 
-QVariant Recordset::Value(int index) const {
+QVariant Recordset::Field(int column) const {
   const ResultRows& rows = Rows();
   if (Eof()) ThrowNoCurrentRow();
-  if (index < 0 || index >= rows.names.size()) throw runtime::Error(u"Veld %1 bestaat niet."_s.arg(index));
-  return rows.values[static_cast<std::size_t>(position_ * rows.names.size() + index)];
-}
-
-QVariant Recordset::Field(const QString& name) const {
-  const ResultRows& rows = Rows();
-  if (Eof()) ThrowNoCurrentRow();
-  for (qsizetype i = 0; i < rows.names.size(); ++i) {
-    if (rows.names[i].compare(name, Qt::CaseInsensitive) == 0) {
-      return rows.values[static_cast<std::size_t>(position_ * rows.names.size() + i)];
-    }
+  if (column < 0 || column >= rows.names.size()) {
+    throw runtime::Error(u"De recordset heeft geen veld met nummer %1."_s.arg(column));
   }
-  throw runtime::Error(u"Het veld '%1' komt niet voor in deze verzameling."_s.arg(name));
+  return rows.values[static_cast<std::size_t>(position_) * static_cast<std::size_t>(rows.names.size()) +
+                     static_cast<std::size_t>(column)];
 }
 
 void Recordset::Close() {

@@ -22,14 +22,15 @@ class Recordset {
   void MoveFirst();  // an error when there are no rows
   void MoveNext();   // an error at the end
   int RecordCount() const;
-  QStringList FieldNames() const;  // in the order of the SELECT
 
   // The value of the current row by field name, without regard to letter case. NULL is an invalid QVariant. Otherwise
   // by the field's type: bool, int (qint64 beyond 32 bits), double, QString, QDateTime, QByteArray; an expression has
   // the type of its value. An unknown name and a missing current row are errors.
   QVariant Field(const QString& name) const;
-  // The same by the field's place, from 0.
-  QVariant Value(int index) const;
+
+  // The columns in their order; a column by its place from 0.
+  QStringList FieldNames() const;
+  QVariant Field(int column) const;
 
   void Close();
 

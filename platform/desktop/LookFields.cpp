@@ -35,7 +35,7 @@ void FieldPanel(QPainter& painter, const QStyleOption& option, const QWidget* wi
 
 void ComboPanel(QPainter& painter, const QStyleOptionComboBox& option, const QWidget* widget) {
   FieldPanel(painter, option, widget);
-  QColor arrow = option.palette.color(QPalette::Text);
+  QColor arrow = TokensFor(option.palette).hint;
   if (LooksLocked(option, widget)) arrow = Mixed(option.palette.color(QPalette::Base), arrow, 0.2);
   QRectF place(0, 0, 10, 5);
   place.moveCenter(QPointF(option.rect.right() - 15, option.rect.center().y() + 0.5));

@@ -83,6 +83,7 @@ MessageDialog::MessageDialog(QWidget* owner, const QString& text, int style, con
   if (QWidget* icon = MakeIcon()) grid->addWidget(icon, 0, 0, Qt::AlignTop);
   grid->addWidget(MakeText(text), 0, 1);
   auto* buttonRow = new QHBoxLayout;
+  buttonRow->setSpacing(8);
   buttonRow->addStretch();
   AddButtons(buttonRow);
   grid->addLayout(buttonRow, 1, 0, 1, 2);
@@ -112,11 +113,16 @@ QTextEdit* MessageDialog::MakeText(const QString& text) {
   edit->document()->setDocumentMargin(0);
   edit->setPlainText(QString(text).replace(u"\r\n"_s, u"\n"_s));
 
-  const int natural = static_cast<int>(edit->document()->idealWidth()) + 2;
+  // Measured on a copy: the edit lays its own out again for every size it passes through.
+  QTextDocument measured;
+  measured.setDefaultFont(edit->font());
+  measured.setDocumentMargin(0);
+  measured.setDefaultTextOption(QTextOption(edit->document()->defaultTextOption()));
+  measured.setPlainText(edit->toPlainText());
+  int width = std::clamp(static_cast<int>(measured.idealWidth()) + 2, kNarrowest, kWidest);
+  measured.setTextWidth(width);
   const int screenHeight = screen() != nullptr ? screen()->availableGeometry().height() : 800;
-  int width = std::clamp(natural, kNarrowest, kWidest);
-  edit->document()->setTextWidth(width);
-  const int wanted = std::max(kIconSize, static_cast<int>(edit->document()->size().height()) + 2);
+  const int wanted = std::max(kIconSize, static_cast<int>(measured.size().height()) + 2);
   const int height = std::min(wanted, screenHeight / 2);
   if (height < wanted) width += edit->verticalScrollBar()->sizeHint().width();
   edit->setFixedSize(width, height);

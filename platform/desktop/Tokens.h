@@ -45,6 +45,7 @@ inline constexpr QRgb kOuttroPeak = 0xffb79a10;
 inline constexpr QRgb kOuttroRms = 0xffffe36b;
 inline constexpr QRgb kRuler = 0xffa5afba;
 inline constexpr QRgb kTrouble = 0xffff7b72;
+inline constexpr QRgb kFocus = 0xff3fb0c4;
 }  // namespace instrument
 
 }  // namespace desktop
