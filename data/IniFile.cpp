@@ -7,6 +7,7 @@
 
 #include <QList>
 
+#define SI_NO_CONVERSION  // it is given plain UTF-8 and does not need to know
 #include <SimpleIni.h>
 
 #include <optional>
@@ -23,7 +24,6 @@ QString TextOf(const QByteArray& bytes) {
 }
 
 void Parse(const QByteArray& bytes, const QString& path, CSimpleIniA& ini) {
-  ini.SetUnicode(true);
   const QByteArray utf8 = TextOf(bytes).toUtf8();
   if (ini.LoadData(utf8.constData(), static_cast<size_t>(utf8.size())) < 0) {
     throw runtime::Error(u"Kan '%1' niet lezen: het is geen ini-bestand."_s.arg(path));
