@@ -1,5 +1,5 @@
-// Little-endian numbers in bytes that come from a file. Two families: the checked ones (U8, U16 ...) refuse to read
-// outside of the span with a jet::Error; LoadU16 ... are for places whose range has been checked once before.
+/// Little-endian numbers in bytes that come from a file. Two families: the checked ones (U8, U16 ...) refuse to read
+/// outside of the span with a jet::Error; LoadU16 ... are for places whose range has been checked once before.
 #pragma once
 
 #include <bit>
@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "platform/jet/Value.h"
+#include "platform/jet/Bytes.h"
 
 namespace jet {
 
@@ -35,12 +35,12 @@ inline std::uint32_t LoadU32BigEndian(const std::uint8_t* at) {
   return std::uint32_t{at[0]} << 24 | LoadU24BigEndian(at + 1);
 }
 
-// The part of `bytes` that begins at `at` and is `length` long; an error when it reaches outside.
-ByteSpan Part(ByteSpan bytes, std::size_t at, std::size_t length);
+/// The part of `bytes` that begins at `at` and is `length` long; an error when it reaches outside.
+ByteView Part(ByteView bytes, std::size_t at, std::size_t length);
 
-inline std::uint8_t U8(ByteSpan bytes, std::size_t at) { return Part(bytes, at, 1)[0]; }
-inline std::uint16_t U16(ByteSpan bytes, std::size_t at) { return LoadU16(Part(bytes, at, 2).data()); }
-inline std::uint32_t U32(ByteSpan bytes, std::size_t at) { return LoadU32(Part(bytes, at, 4).data()); }
-inline double F64(ByteSpan bytes, std::size_t at) { return Load<double>(Part(bytes, at, 8).data()); }
+inline std::uint8_t U8(ByteView bytes, std::size_t at) { return Part(bytes, at, 1)[0]; }
+inline std::uint16_t U16(ByteView bytes, std::size_t at) { return LoadU16(Part(bytes, at, 2).data()); }
+inline std::uint32_t U32(ByteView bytes, std::size_t at) { return LoadU32(Part(bytes, at, 4).data()); }
+inline double F64(ByteView bytes, std::size_t at) { return Load<double>(Part(bytes, at, 8).data()); }
 
 }  // namespace jet
