@@ -39,11 +39,17 @@ Slot DataPage::At(unsigned slot) const {
           static_cast<std::uint16_t>(end - start)};
 }
 
+void RequireOwner(const DataPage& page, std::uint32_t owner) {
+  if (page.Owner() == owner) return;
+  throw DamageAt(page.Number(),
+                 "hoort bij " + std::to_string(page.Owner()) + " in plaats van bij " + std::to_string(owner));
+}
+
 std::optional<StoredRow> FindRow(PageSource& pages, RowId row, bool firstPlace, std::optional<std::uint32_t> owner) {
   for (int moves = 0; moves < kMostMoves; ++moves) {
     PageRef bytes = pages.Read(PageOf(row));
     const DataPage page(bytes, PageOf(row));
-    if (owner && page.Owner() != *owner) throw DamageAt(page.Number(), "hoort niet bij de tabel die erheen verwijst");
+    if (owner) RequireOwner(page, *owner);
     if (SlotOf(row) >= page.SlotCount()) return std::nullopt;
     const Slot slot = page.At(SlotOf(row));
     if (slot.kind == SlotKind::Deleted) return std::nullopt;

@@ -48,6 +48,9 @@ class DataPage {
   unsigned slotCount_;
 };
 
+/// Throws when the page belongs to something else than `owner`.
+void RequireOwner(const DataPage& page, std::uint32_t owner);
+
 /// A row's bytes together with the page that holds them.
 struct StoredRow {
   PageRef page;
