@@ -43,13 +43,17 @@ PageRef Pages::Read(std::uint32_t number) {
     return recent_.front().page;
   }
   PageRef page = Load(number);
+  Keep(number, page);
+  return page;
+}
+
+void Pages::Keep(std::uint32_t number, PageRef page) {
   if (recent_.size() >= capacity_) {
     index_.erase(recent_.back().number);
     recent_.pop_back();
   }
-  recent_.push_front({number, page});
+  recent_.push_front({number, std::move(page)});
   index_[number] = recent_.begin();
-  return page;
 }
 
 PageRef Pages::Load(std::uint32_t number) {
@@ -62,11 +66,13 @@ PageRef Pages::Load(std::uint32_t number) {
   return page;
 }
 
-void Pages::Forget(std::uint32_t number) {
-  const auto found = index_.find(number);
-  if (found == index_.end()) return;
-  recent_.erase(found->second);
-  index_.erase(found);
+void Pages::Accept(std::uint32_t number, PageRef page) {
+  pageCount_ = std::max(pageCount_, number + 1);
+  if (const auto found = index_.find(number); found != index_.end()) {
+    found->second->page = std::move(page);
+  } else {
+    Keep(number, std::move(page));
+  }
 }
 
 void Pages::ApplyEncoding(std::uint32_t number, PageBytes& page) const {

@@ -50,8 +50,8 @@ class Pages : public PageSource {
   PageRef Read(std::uint32_t number) override;
   /// Forgets what was read, for when the file may have been changed.
   void Refresh();
-  /// Forgets one page, for when it was written.
-  void Forget(std::uint32_t number);
+  /// Takes over a page that was written to the file, as the file's content from now on; one past the end makes it longer.
+  void Accept(std::uint32_t number, PageRef page);
   /// Encodes or decodes the content of page `number`; without effect in a file that is not encoded.
   void ApplyEncoding(std::uint32_t number, PageBytes& page) const;
 
@@ -62,6 +62,7 @@ class Pages : public PageSource {
   };
 
   PageRef Load(std::uint32_t number);
+  void Keep(std::uint32_t number, PageRef page);
 
   File& file_;
   std::size_t capacity_;
