@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/jet/Check.h"
+#include "platform/jet/Error.h"
 #include "platform/jet/TableDef.h"
 #include "platform/jet/UsageMap.h"
 
