@@ -32,7 +32,8 @@ void CheckDefinition(CheckState& state, const TableDef& table) {
   if (LoadU32(first->data() + kDefinitionMark) != kDefinitionMarkValue) {
     state.ProblemAt(table.page, "de tabeldefinitie heeft een verkeerd kenmerk");
   }
-  for (const std::uint32_t page : table.pages) state.Claim(page, state.Where() + "definitie");
+  for (const std::uint32_t page : table.pages)
+    state.Claim(page, state.Where() + "definitie");
 }
 
 void CheckTable(CheckState& state, const CatalogEntry& entry) {
@@ -48,7 +49,8 @@ void CheckTable(CheckState& state, const CatalogEntry& entry) {
 
 void CheckTables(Database& database, CheckState& state) {
   const Catalog& catalog = database.Objects();
-  for (const std::string& damage : catalog.Damages()) state.Problem(damage);
+  for (const std::string& damage : catalog.Damages())
+    state.Problem(damage);
   std::set<std::int32_t> seen;
   for (const CatalogEntry& entry : catalog.Entries()) {
     if (!entry.IsTable()) continue;
@@ -90,8 +92,8 @@ void CheckGlobalMap(CheckState& state) {
     if (!claimed && !free.Contains(number)) orphans.push_back(number);
   }
   if (!orphans.empty()) {
-    state.Remark(std::to_string(orphans.size()) + " pagina's zijn in gebruik maar horen nergens bij: " +
-                 ListOf(orphans));
+    state.Remark(std::to_string(orphans.size()) +
+                 " pagina's zijn in gebruik maar horen nergens bij: " + ListOf(orphans));
   }
 }
 

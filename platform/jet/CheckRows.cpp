@@ -20,12 +20,13 @@ std::string RowName(RowId row) {
 // Slots, their places and the page's own count of free bytes. Answers whether its rows can be looked at.
 bool CheckDataPage(CheckState& state, const DataPage& page, std::uint32_t owner) {
   if (page.Owner() != owner) {
-    state.ProblemAt(page.Number(), "hoort bij " + std::to_string(page.Owner()) + " in plaats van bij " +
-                                       std::to_string(owner));
+    state.ProblemAt(page.Number(),
+                    "hoort bij " + std::to_string(page.Owner()) + " in plaats van bij " + std::to_string(owner));
     return false;
   }
   std::size_t lowest = kPageSize;
-  for (unsigned i = 0; i < page.SlotCount(); ++i) lowest = page.At(i).start;
+  for (unsigned i = 0; i < page.SlotCount(); ++i)
+    lowest = page.At(i).start;
   const std::size_t expected = lowest - (kDataPageHead + 2 * page.SlotCount());
   if (page.FreeBytes() != expected) {
     state.ProblemAt(page.Number(), "vrije ruimte is " + std::to_string(page.FreeBytes()) + " in plaats van " +
@@ -80,7 +81,8 @@ class LongColumn {
   // To be called when all rows have been seen.
   void RemarkUnused() {
     std::size_t unused = 0;
-    for (const RowId piece : pieces_) unused += used_.count(piece) == 0 ? 1 : 0;
+    for (const RowId piece : pieces_)
+      unused += used_.count(piece) == 0 ? 1 : 0;
     if (unused == 0) return;
     state_.Remark("veld '" + ToUtf8(column_.name) + "': " + std::to_string(unused) +
                   " stukken van lange waarden die geen rij gebruikt");
@@ -102,8 +104,8 @@ class LongColumn {
       state_.Problem(RowName(row) + "deelt een stuk van een lange waarde op pagina " + std::to_string(PageOf(piece)));
     }
     if (column_.ownedMap != 0 && !owned_.Contains(PageOf(piece))) {
-      state_.ProblemAt(PageOf(piece), "bevat een lange waarde van veld '" + ToUtf8(column_.name) +
-                                          "', maar hoort er niet bij");
+      state_.ProblemAt(PageOf(piece),
+                       "bevat een lange waarde van veld '" + ToUtf8(column_.name) + "', maar hoort er niet bij");
     }
   }
 
@@ -133,7 +135,8 @@ class RowChecker {
     for (const RowId target : targets_) {
       if (pointedAt_.count(target) == 0) state_.Problem(RowName(target) + "geen rij verwijst hierheen");
     }
-    for (LongColumn& column : longColumns_) column.RemarkUnused();
+    for (LongColumn& column : longColumns_)
+      column.RemarkUnused();
     CheckCounters();
   }
 
@@ -222,6 +225,8 @@ class RowChecker {
 
 }  // namespace
 
-void CheckRows(CheckState& state, const TableDef& table) { RowChecker(state, table).Run(); }
+void CheckRows(CheckState& state, const TableDef& table) {
+  RowChecker(state, table).Run();
+}
 
 }  // namespace jet

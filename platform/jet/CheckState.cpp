@@ -41,7 +41,8 @@ UsageMap CheckState::ReadMap(RowId where, const std::string& what) {
     ClaimMapPage(PageOf(where));
     const auto [entry, isNew] = maps_.emplace(where, Where() + what);
     if (!isNew) ProblemAt(PageOf(where), "gebruikskaart van " + entry->second + " is ook die van " + what);
-    for (const std::uint32_t page : map.BitmapPages()) Claim(page, "een gebruikskaart");
+    for (const std::uint32_t page : map.BitmapPages())
+      Claim(page, "een gebruikskaart");
   });
   return map;
 }

@@ -23,4 +23,11 @@ void EntryList::Sort() {
   if (!std::is_sorted(places_.begin(), places_.end(), less)) std::sort(places_.begin(), places_.end(), less);
 }
 
+EntryList EntryList::LastBytes(std::size_t count) const {
+  EntryList list;
+  for (std::size_t i = 0; i < Count(); ++i)
+    list.Add(At(i).last(count));
+  return list;
+}
+
 }  // namespace jet

@@ -14,6 +14,8 @@ class EntryList {
   std::size_t Count() const { return places_.size(); }
   ByteView At(std::size_t i) const { return ByteView(bytes_).subspan(places_[i].start, places_[i].length); }
   void Sort();
+  /// A list of the last `count` bytes of every entry.
+  EntryList LastBytes(std::size_t count) const;
 
   static bool Less(ByteView a, ByteView b);
 

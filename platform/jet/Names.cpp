@@ -4,8 +4,12 @@
 
 namespace jet {
 
-bool SameName(std::u16string_view a, std::u16string_view b) { return TextOrder::Legacy().Compare(a, b) == 0; }
+bool SameName(std::u16string_view a, std::u16string_view b) {
+  return TextOrder::Legacy().Compare(a, b) == 0;
+}
 
-bool NameLess(std::u16string_view a, std::u16string_view b) { return TextOrder::Legacy().Compare(a, b) < 0; }
+bool NameLess(std::u16string_view a, std::u16string_view b) {
+  return TextOrder::Legacy().Compare(a, b) < 0;
+}
 
 }  // namespace jet

@@ -41,7 +41,9 @@ const RealIndexDef& Table::Real(std::size_t index) const {
   return def_.realIndexes[definition_.indexes[index].realIndex];
 }
 
-IndexCursor Table::Cursor(std::size_t index) const { return IndexCursor(pages_, def_.page, Real(index).root); }
+IndexCursor Table::Cursor(std::size_t index) const {
+  return IndexCursor(pages_, def_.page, Real(index).root);
+}
 
 bool Table::CanLookup(std::size_t index) const {
   const RealIndexDef& real = Real(index);
@@ -69,7 +71,8 @@ KeyCursor Table::ScanByIndex(std::size_t index, bool backwards) const {
 std::size_t Table::CountRows() const {
   TableCursor rows = Scan({});
   std::size_t count = 0;
-  while (rows.Next()) ++count;
+  while (rows.Next())
+    ++count;
   return count;
 }
 

@@ -32,8 +32,8 @@ class Table {
   /// TableDefinition::indexes.
   bool CanLookup(std::size_t index) const;
   /// The rows whose first index fields equal `key` (as many values as fields, or fewer), each of its column's own type;
-  /// texts are equal as the sort order sees them. An Error (UnknownCharacter, Unsupported) when the key cannot be built:
-  /// then no stored row has to differ, and a scan is the way. Rows that the index ignores are not found.
+  /// texts are equal as the sort order sees them. An Error (UnknownCharacter, Unsupported) when the key cannot be
+  /// built: then no stored row has to differ, and a scan is the way. Rows that the index ignores are not found.
   KeyCursor Lookup(std::size_t index, std::span<const Value> key) const;
   /// All rows that the index holds (not those that it ignores), in its order or the reverse.
   KeyCursor ScanByIndex(std::size_t index, bool backwards) const;
