@@ -179,8 +179,9 @@ class RowChecker {
     std::size_t longColumn = 0;
     for (const ColumnDef& column : table_.columns) {
       LongColumn* pieces = column.IsLong() ? &longColumns_[longColumn++] : nullptr;
-      if (column.Type() == ColumnType::Boolean || !row.Bit(column)) continue;
-      const ByteView stored = row.BytesOf(column);
+      if (column.Type() == ColumnType::Boolean) continue;
+      const ByteView stored = row.BytesOf(column);  // also of a null: it must lie within the row
+      if (!row.Bit(column)) continue;
       if (pieces != nullptr) {
         pieces->CheckValue(id, stored);
       } else {
