@@ -45,7 +45,8 @@ class EntryReader {
     Value name;
     ReadField(pages_, row, name_, name);
     if (auto* text = std::get_if<std::u16string>(&name)) entry.name = std::move(*text);
-    while (!entry.name.empty() && entry.name.back() == u'\0') entry.name.pop_back();
+    while (!entry.name.empty() && entry.name.back() == u'\0')
+      entry.name.pop_back();
     return entry;
   }
 

@@ -25,8 +25,12 @@ void Store(std::uint8_t* at, Number number) {
   std::memcpy(at, &number, sizeof number);
 }
 
-inline std::uint16_t LoadU16(const std::uint8_t* at) { return Load<std::uint16_t>(at); }
-inline std::uint32_t LoadU32(const std::uint8_t* at) { return Load<std::uint32_t>(at); }
+inline std::uint16_t LoadU16(const std::uint8_t* at) {
+  return Load<std::uint16_t>(at);
+}
+inline std::uint32_t LoadU32(const std::uint8_t* at) {
+  return Load<std::uint32_t>(at);
+}
 
 inline std::uint32_t LoadU24BigEndian(const std::uint8_t* at) {
   return std::uint32_t{at[0]} << 16 | std::uint32_t{at[1]} << 8 | at[2];
@@ -38,9 +42,17 @@ inline std::uint32_t LoadU32BigEndian(const std::uint8_t* at) {
 /// The part of `bytes` that begins at `at` and is `length` long; an error when it reaches outside.
 ByteView Part(ByteView bytes, std::size_t at, std::size_t length);
 
-inline std::uint8_t U8(ByteView bytes, std::size_t at) { return Part(bytes, at, 1)[0]; }
-inline std::uint16_t U16(ByteView bytes, std::size_t at) { return LoadU16(Part(bytes, at, 2).data()); }
-inline std::uint32_t U32(ByteView bytes, std::size_t at) { return LoadU32(Part(bytes, at, 4).data()); }
-inline double F64(ByteView bytes, std::size_t at) { return Load<double>(Part(bytes, at, 8).data()); }
+inline std::uint8_t U8(ByteView bytes, std::size_t at) {
+  return Part(bytes, at, 1)[0];
+}
+inline std::uint16_t U16(ByteView bytes, std::size_t at) {
+  return LoadU16(Part(bytes, at, 2).data());
+}
+inline std::uint32_t U32(ByteView bytes, std::size_t at) {
+  return LoadU32(Part(bytes, at, 4).data());
+}
+inline double F64(ByteView bytes, std::size_t at) {
+  return Load<double>(Part(bytes, at, 8).data());
+}
 
 }  // namespace jet

@@ -22,9 +22,13 @@ DataPage::DataPage(PageRef page, std::uint32_t number) : page_(std::move(page)),
   if (kDataPageHead + 2 * slotCount_ > kPageSize) throw DamageAt(number, "te veel rijen voor een pagina");
 }
 
-std::uint32_t DataPage::Owner() const { return LoadU32(page_->data() + 4); }
+std::uint32_t DataPage::Owner() const {
+  return LoadU32(page_->data() + 4);
+}
 
-unsigned DataPage::FreeBytes() const { return LoadU16(page_->data() + 2); }
+unsigned DataPage::FreeBytes() const {
+  return LoadU16(page_->data() + 2);
+}
 
 Slot DataPage::At(unsigned slot) const {
   if (slot >= slotCount_) throw DamageAt(number_, "rij " + std::to_string(slot) + " bestaat niet");

@@ -45,7 +45,9 @@ Database::Database(std::unique_ptr<File> file, const OpenOptions& options)
   CheckPassword(pages_.DatabaseHeader(), options.password, Name());
 }
 
-std::string Database::Context() const { return "Het bestand '" + Name() + "' is beschadigd: "; }
+std::string Database::Context() const {
+  return "Het bestand '" + Name() + "' is beschadigd: ";
+}
 
 const Catalog& Database::Objects() {
   if (!catalog_) catalog_ = InContext(Context(), [&] { return Catalog::Read(pages_); });
@@ -61,13 +63,14 @@ std::vector<std::u16string> Database::TableNames() {
   return names;
 }
 
-bool Database::HasTable(std::u16string_view name) { return Objects().FindTable(name) != nullptr; }
+bool Database::HasTable(std::u16string_view name) {
+  return Objects().FindTable(name) != nullptr;
+}
 
 Table Database::OpenTable(std::u16string_view name) {
   const CatalogEntry* entry = Objects().FindTable(name);
   if (entry == nullptr) {
-    throw Error(ErrorCode::NotFound,
-                "De tabel '" + ToUtf8(name) + "' bestaat niet in het bestand '" + Name() + "'.");
+    throw Error(ErrorCode::NotFound, "De tabel '" + ToUtf8(name) + "' bestaat niet in het bestand '" + Name() + "'.");
   }
   const std::string context = Context() + "tabel '" + ToUtf8(entry->name) + "', ";
   return InContext(context, [&] {

@@ -15,8 +15,8 @@
 namespace jet {
 
 struct OpenOptions {
-  std::u16string password;          ///< for a file that asks for one
-  std::size_t cachedPages = 2048;   ///< most pages kept in memory, 4096 bytes each
+  std::u16string password;         ///< for a file that asks for one
+  std::size_t cachedPages = 2048;  ///< most pages kept in memory, 4096 bytes each
 };
 
 /// One open Jet 4 database file. Not thread-safe. Errors name the file.

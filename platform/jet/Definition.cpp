@@ -66,14 +66,17 @@ std::size_t TableDefinition::FindColumn(std::u16string_view columnName) const {
   return FindByName(columns, columnName);
 }
 
-std::size_t TableDefinition::FindIndex(std::u16string_view indexName) const { return FindByName(indexes, indexName); }
+std::size_t TableDefinition::FindIndex(std::u16string_view indexName) const {
+  return FindByName(indexes, indexName);
+}
 
 TableDefinition Describe(const std::u16string& name, const TableDef& table,
                          const std::vector<PropertySet>& properties) {
   TableDefinition described;
   described.name = name;
   std::vector<const ColumnDef*> shown;
-  for (const ColumnDef& column : table.columns) shown.push_back(&column);
+  for (const ColumnDef& column : table.columns)
+    shown.push_back(&column);
   std::stable_sort(shown.begin(), shown.end(),
                    [](const ColumnDef* a, const ColumnDef* b) { return a->display < b->display; });
   for (const ColumnDef* column : shown) {

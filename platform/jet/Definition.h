@@ -17,12 +17,12 @@ struct ColumnDefinition {
   std::uint8_t precision = 0;  ///< decimal
   std::uint8_t scale = 0;      ///< decimal
   bool required = false;
-  bool allowZeroLength = true;     ///< text and memo: an empty text is allowed
-  bool autonumber = false;         ///< Long or GUID
-  bool fixed = false;              ///< lies in the row's fixed area
-  std::u16string defaultValue;     ///< an expression in text form; empty = none
-  std::u16string validationRule;   ///< an expression; empty = none
-  std::uint16_t number = 0;        ///< in the file: see ColumnDef
+  bool allowZeroLength = true;    ///< text and memo: an empty text is allowed
+  bool autonumber = false;        ///< Long or GUID
+  bool fixed = false;             ///< lies in the row's fixed area
+  std::u16string defaultValue;    ///< an expression in text form; empty = none
+  std::u16string validationRule;  ///< an expression; empty = none
+  std::uint16_t number = 0;       ///< in the file: see ColumnDef
 };
 
 /// A named index.
@@ -36,8 +36,8 @@ struct IndexDefinition {
   bool primary = false;
   bool foreign = false;  ///< one side of a relationship
   bool unique = false;
-  bool required = false;     ///< no null in any field
-  bool ignoreNulls = false;  ///< rows with nothing but nulls are not in it
+  bool required = false;      ///< no null in any field
+  bool ignoreNulls = false;   ///< rows with nothing but nulls are not in it
   std::size_t realIndex = 0;  ///< in the file: which tree; several names may share one
 };
 

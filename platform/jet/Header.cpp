@@ -56,7 +56,8 @@ std::u16string ReadPassword(ByteView page0, double creationDate) {
   std::array<std::uint8_t, 4> day;
   Store(day.data(), static_cast<std::int32_t>(usable ? creationDate : 0.0));
   std::array<std::uint8_t, kPasswordBytes> plain;
-  for (std::size_t i = 0; i < plain.size(); ++i) plain[i] = page0[kPasswordAt + i] ^ day[i % day.size()];
+  for (std::size_t i = 0; i < plain.size(); ++i)
+    plain[i] = page0[kPasswordAt + i] ^ day[i % day.size()];
   std::u16string password = DecodePlainText(plain);
   password.resize(std::min(password.find(u'\0'), password.size()));
   return password;

@@ -21,9 +21,13 @@ IndexPage::IndexPage(PageRef page, std::uint32_t number, std::uint32_t table)
   ReadEnds();
 }
 
-std::uint32_t IndexPage::Field(std::size_t at) const { return LoadU32(page_->data() + at); }
+std::uint32_t IndexPage::Field(std::size_t at) const {
+  return LoadU32(page_->data() + at);
+}
 
-unsigned IndexPage::FreeBytes() const { return LoadU16(page_->data() + 2); }
+unsigned IndexPage::FreeBytes() const {
+  return LoadU16(page_->data() + 2);
+}
 
 unsigned IndexPage::ExactFreeBytes() const {
   return static_cast<unsigned>(kPageSize - (ends_.empty() ? kEntriesAt : ends_.back()));

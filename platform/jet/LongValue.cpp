@@ -62,7 +62,8 @@ void ReadLongValue(PageSource& pages, ByteView stored, Bytes& out) {
     return;
   }
   // A chain that loops would otherwise be followed up to a length of 1 GiB.
-  if (head.length > std::uint64_t{pages.PageCount()} * kPageSize) throw Damage("lange waarde is langer dan het bestand");
+  if (head.length > std::uint64_t{pages.PageCount()} * kPageSize)
+    throw Damage("lange waarde is langer dan het bestand");
   const auto append = [&](RowId, ByteView part) {
     const std::size_t wanted = std::min<std::size_t>(part.size(), head.length - out.size());
     out.insert(out.end(), part.begin(), part.begin() + static_cast<std::ptrdiff_t>(wanted));

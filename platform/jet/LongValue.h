@@ -30,8 +30,8 @@ LongValueHead ParseLongValueHead(ByteView stored);
 /// Puts together the whole value whose head (with what follows it) is `stored`.
 void ReadLongValue(PageSource& pages, ByteView stored, Bytes& out);
 
-/// Visits the pieces of a value that is not inline, in order, until its length is reached or the chain ends: `visit` gets
-/// where the piece is and its part of the value. Answers how many bytes the pieces held.
+/// Visits the pieces of a value that is not inline, in order, until its length is reached or the chain ends: `visit`
+/// gets where the piece is and its part of the value. Answers how many bytes the pieces held.
 std::uint64_t VisitPieces(PageSource& pages, const LongValueHead& head,
                           const std::function<void(RowId piece, ByteView part)>& visit);
 

@@ -114,7 +114,8 @@ bool PropertySet::FlagOf(std::u16string_view name, bool whenMissing) const {
 std::u16string PropertySet::TextOf(std::u16string_view name) const {
   const Property* property = Find(name);
   std::u16string text = property != nullptr ? DecodePlainText(property->data) : std::u16string();
-  while (!text.empty() && text.back() == u'\0') text.pop_back();
+  while (!text.empty() && text.back() == u'\0')
+    text.pop_back();
   return text;
 }
 
@@ -141,7 +142,8 @@ Bytes BuildProperties(const std::vector<PropertySet>& sets) {
   Bytes out(kSignature, kSignature + sizeof kSignature);
   const std::vector<std::u16string> names = CollectNames(sets);
   Bytes nameList;
-  for (const std::u16string& name : names) AppendName(nameList, name);
+  for (const std::u16string& name : names)
+    AppendName(nameList, name);
   AppendChunk(out, kNameList, nameList);
   for (const PropertySet& set : sets) {
     AppendChunk(out, set.column.empty() ? kTableSet : kColumnSet, BuildSet(set, names));

@@ -47,7 +47,8 @@ void DecodeText(ByteView bytes, std::u16string& out) {
   if (body.empty()) return out.clear();
   if (std::memchr(body.data(), 0, body.size()) != nullptr) return DecodeSwitching(body, out);
   out.resize(body.size());
-  for (std::size_t i = 0; i < body.size(); ++i) out[i] = static_cast<char16_t>(body[i]);
+  for (std::size_t i = 0; i < body.size(); ++i)
+    out[i] = static_cast<char16_t>(body[i]);
 }
 
 std::u16string DecodeText(ByteView bytes) {
@@ -71,7 +72,8 @@ Bytes EncodeText(std::u16string_view text, bool mayCompress) {
     return out;
   }
   Bytes out(text.size() * 2);
-  for (std::size_t i = 0; i < text.size(); ++i) Store<std::uint16_t>(out.data() + 2 * i, text[i]);
+  for (std::size_t i = 0; i < text.size(); ++i)
+    Store<std::uint16_t>(out.data() + 2 * i, text[i]);
   return out;
 }
 

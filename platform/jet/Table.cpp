@@ -1,6 +1,9 @@
 #include "platform/jet/Table.h"
 
+#include <algorithm>
+
 #include "platform/jet/Damage.h"
+#include "platform/jet/IndexKey.h"
 #include "platform/jet/Utf8.h"
 
 namespace jet {
@@ -38,7 +41,28 @@ const RealIndexDef& Table::Real(std::size_t index) const {
   return def_.realIndexes[definition_.indexes[index].realIndex];
 }
 
-IndexCursor Table::Cursor(std::size_t index) const { return IndexCursor(pages_, def_.page, Real(index).root); }
+IndexCursor Table::Cursor(std::size_t index) const {
+  return IndexCursor(pages_, def_.page, Real(index).root);
+}
+
+bool Table::CanLookup(std::size_t index) const {
+  const RealIndexDef& real = Real(index);
+  return std::all_of(real.fields.begin(), real.fields.end(), [&](const RealIndexDef::Field& field) {
+    return CanBuildKeys(*def_.ColumnByNumber(field.column));
+  });
+}
+
+KeyCursor Table::Lookup(std::size_t index, std::span<const Value> key) const {
+  const RealIndexDef& real = Real(index);
+  if (key.empty() || key.size() > real.fields.size()) {
+    throw Error(ErrorCode::Misuse, "De sleutel past niet bij de index van tabel '" + ToUtf8(definition_.name) + "'.");
+  }
+  Bytes bytes;
+  for (std::size_t i = 0; i < key.size(); ++i) {
+    AppendKeyField(*def_.ColumnByNumber(real.fields[i].column), key[i], real.fields[i].ascending, bytes);
+  }
+  return KeyCursor(Cursor(index), std::move(bytes), context_);
+}
 
 KeyCursor Table::ScanByIndex(std::size_t index, bool backwards) const {
   return KeyCursor(Cursor(index), backwards, context_);
@@ -47,7 +71,8 @@ KeyCursor Table::ScanByIndex(std::size_t index, bool backwards) const {
 std::size_t Table::CountRows() const {
   TableCursor rows = Scan({});
   std::size_t count = 0;
-  while (rows.Next()) ++count;
+  while (rows.Next())
+    ++count;
   return count;
 }
 

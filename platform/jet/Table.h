@@ -28,11 +28,12 @@ class Table {
   /// The row's values, in the order of `columns`; nothing when there is no such row (any more).
   std::optional<std::vector<Value>> Fetch(RowId row, const ColumnSet& columns) const;
 
-  /// Whether Lookup can be used: every value can be turned into key bytes of that index. False for texts with
-  /// characters whose sort key is not known, and for sort orders that are not.
-  bool CanLookup(std::size_t index, std::span<const Value> key) const;
-  /// The rows whose first index fields equal `key` (as many values as fields, or fewer). `index` is a place in
-  /// TableDefinition::indexes. The values are of the columns' own types; texts are equal as the sort order sees them.
+  /// Whether keys of that index can be built at all: false for sort orders that are not known. `index` is a place in
+  /// TableDefinition::indexes.
+  bool CanLookup(std::size_t index) const;
+  /// The rows whose first index fields equal `key` (as many values as fields, or fewer), each of its column's own type;
+  /// texts are equal as the sort order sees them. An Error (UnknownCharacter, Unsupported) when the key cannot be
+  /// built: then no stored row has to differ, and a scan is the way. Rows that the index ignores are not found.
   KeyCursor Lookup(std::size_t index, std::span<const Value> key) const;
   /// All rows that the index holds (not those that it ignores), in its order or the reverse.
   KeyCursor ScanByIndex(std::size_t index, bool backwards) const;
@@ -42,7 +43,6 @@ class Table {
  private:
   std::vector<const ColumnDef*> Choose(const ColumnSet& columns) const;
   const RealIndexDef& Real(std::size_t index) const;
-  Bytes BuildKey(std::size_t index, std::span<const Value> key) const;
   IndexCursor Cursor(std::size_t index) const;
 
   PageSource& pages_;

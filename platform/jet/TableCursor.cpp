@@ -8,7 +8,8 @@ namespace jet {
 
 const std::vector<Value>& RowDecoder::Decode(ByteView row) {
   const RowView view(row, table_);
-  for (std::size_t i = 0; i < columns_.size(); ++i) ReadField(pages_, view, *columns_[i], values_[i]);
+  for (std::size_t i = 0; i < columns_.size(); ++i)
+    ReadField(pages_, view, *columns_[i], values_[i]);
   return values_;
 }
 

@@ -99,15 +99,18 @@ LogicalIndexDef ParseLogicalIndex(ByteView block) {
 }
 
 void ReadColumns(StreamReader& reader, std::size_t count, TableDef& table) {
-  for (std::size_t i = 0; i < count; ++i) table.columns.push_back(ParseColumn(reader.Take(kColumnBytes)));
-  for (ColumnDef& column : table.columns) column.name = reader.TakeName();
+  for (std::size_t i = 0; i < count; ++i)
+    table.columns.push_back(ParseColumn(reader.Take(kColumnBytes)));
+  for (ColumnDef& column : table.columns)
+    column.name = reader.TakeName();
 }
 
 void ReadLogicalIndexes(StreamReader& reader, std::size_t count, TableDef& table) {
   for (std::size_t i = 0; i < count; ++i) {
     table.logicalIndexes.push_back(ParseLogicalIndex(reader.Take(kLogicalIndexBytes)));
   }
-  for (LogicalIndexDef& index : table.logicalIndexes) index.name = reader.TakeName();
+  for (LogicalIndexDef& index : table.logicalIndexes)
+    index.name = reader.TakeName();
 }
 
 void ReadLongValueMaps(StreamReader& reader, TableDef& table) {

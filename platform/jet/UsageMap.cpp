@@ -11,8 +11,8 @@ namespace jet {
 namespace {
 
 // First byte of a map's row, and what follows it.
-constexpr std::uint8_t kInline = 0;      // u32 first page, bitmap
-constexpr std::uint8_t kReference = 1;   // u32 page numbers of bitmap pages
+constexpr std::uint8_t kInline = 0;     // u32 first page, bitmap
+constexpr std::uint8_t kReference = 1;  // u32 page numbers of bitmap pages
 constexpr std::size_t kBitmapPageHead = 4;
 constexpr std::uint64_t kPagesPerBitmapPage = (kPageSize - kBitmapPageHead) * 8;
 

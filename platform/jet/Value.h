@@ -53,6 +53,8 @@ struct Guid {
 /// 1899-12-30), Currency, Decimal, text (Text, Memo), bytes (Binary, Ole), GUID.
 using Value = std::variant<std::monostate, bool, std::int64_t, double, Currency, Decimal, std::u16string, Bytes, Guid>;
 
-inline bool IsNull(const Value& value) { return std::holds_alternative<std::monostate>(value); }
+inline bool IsNull(const Value& value) {
+  return std::holds_alternative<std::monostate>(value);
+}
 
 }  // namespace jet
