@@ -176,6 +176,7 @@ TEST(MessageBox, LiftsTheWaitPointerWhileItIsOpen) {
   Qt::CursorShape during = Qt::BlankCursor;
   AnswerWhile(64, [&during](QDialog&) { during = QApplication::overrideCursor()->shape(); });
   EXPECT_EQ(during, Qt::ArrowCursor);
+  ASSERT_NE(QApplication::overrideCursor(), nullptr);
   EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
 }
 
