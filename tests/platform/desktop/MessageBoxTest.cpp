@@ -40,6 +40,10 @@ struct StyleCase {
   bool icon;
 };
 
+void PrintTo(const StyleCase& each, std::ostream* out) {
+  *out << "style " << each.style;
+}
+
 class MessageBoxStyle : public testing::TestWithParam<StyleCase> {};
 
 const StyleCase kStyles[] = {
