@@ -132,6 +132,12 @@ int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
   }
 }
 
+// Asked for a layout within a grid whose two spacings differ.
+int LookStyle::layoutSpacing(QSizePolicy::ControlType, QSizePolicy::ControlType, Qt::Orientation, const QStyleOption*,
+                             const QWidget*) const {
+  return kGap;
+}
+
 QSize LookStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
                                   const QWidget* widget) const {
   if (option == nullptr) return QProxyStyle::sizeFromContents(type, option, contents, widget);
