@@ -117,7 +117,7 @@ TEST(frmDefaults, ChoosingOnlineWarnsAndOkOpensTheExportInTheNewMode) {
   const Station station(Station::Mode::Offline);
   Window window;
   const MessageBoxScript boxes{kAnswerOk};
-  QTest::keyClick(&window.form, Qt::Key_O, Qt::AltModifier);
+  window.Online().click();
   ASSERT_EQ(boxes.Shown().size(), 1u);
   EXPECT_EQ(boxes.Last().text, kWarning);
   EXPECT_EQ(boxes.Last().style, 48);
