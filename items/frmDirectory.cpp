@@ -63,7 +63,7 @@ void frmDirectory::FillForm(const QString& startFolder) {
 void frmDirectory::SetDrive(const QString& startFolder) {
   for (int line = 0; line < ui_->cboDrive->ListCount(); ++line) {
     const QString drive = ui_->cboDrive->Text(line) + u'\\';
-    if ((startFolder + u'\\').startsWith(drive, Qt::CaseInsensitive)) ui_->cboDrive->SetListIndex(line);
+    if (QString(startFolder + u'\\').startsWith(drive, Qt::CaseInsensitive)) ui_->cboDrive->SetListIndex(line);
   }
 }
 
