@@ -82,6 +82,15 @@ void IndexWriter::Insert(ByteView key, RowId row) {
     node.entries.insert(node.entries.begin() + static_cast<std::ptrdiff_t>(leaf.child), entry);
     SaveOrSplit(path, node);
   }
+  if (IsBeyondAnOnlyChild(path, entry)) TellParents(Find(entry), entry);
+}
+
+/// Whether a node on the way lists its only child with an entry that is less than the new one.
+bool IndexWriter::IsBeyondAnOnlyChild(const Path& path, ByteView entry) {
+  return std::any_of(path.begin(), path.end() - 1, [&](const Step& step) {
+    const IndexPage page(pages_.Read(step.page), step.page, table_);
+    return !page.IsLeaf() && page.Tail() == 0 && page.LowerBound(entry) == page.Count();
+  });
 }
 
 /// The usual case, without taking the page apart: the entry has the page's prefix, and there is room.

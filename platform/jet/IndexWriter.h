@@ -36,6 +36,7 @@ class IndexWriter {
   Path Find(ByteView entry);
   bool InsertIntoPage(const Step& step, ByteView entry);
   bool RemoveFromPage(const Step& step);
+  bool IsBeyondAnOnlyChild(const Path& path, ByteView entry);
   void SaveOrSplit(Path& path, IndexNode& node);
   void Split(Path& path, IndexNode& node);
   void GrowRoot(Path& path);

@@ -60,7 +60,7 @@ void Append(Bytes& out, Number number) {
 }
 
 void AppendName(Bytes& out, std::u16string_view name) {
-  const Bytes text = EncodeText(name, false);
+  const Bytes text = EncodePlainText(name);
   Append(out, static_cast<std::uint16_t>(text.size()));
   out.insert(out.end(), text.begin(), text.end());
 }

@@ -18,8 +18,11 @@ std::u16string DecodeText(ByteView bytes);
 /// Plain UTF-16LE, as names in table definitions and properties are stored.
 std::u16string DecodePlainText(ByteView bytes);
 
+Bytes EncodePlainText(std::u16string_view text);
+
 /// The stored form. Compressed only where allowed and as a whole, as the original does: at least three characters,
-/// every one U+0001 to U+00FF.
+/// every one U+0001 to U+00FF. A text that begins with U+FEFF, the mark of the compressed form, is the one exception;
+/// an Error where it cannot be told apart.
 Bytes EncodeText(std::u16string_view text, bool mayCompress);
 
 }  // namespace jet

@@ -137,8 +137,8 @@ DatabaseImage::Table DatabaseImage::AddTable(const std::string& name, const std:
   return table;
 }
 
-std::uint32_t DatabaseImage::PutDefinition(const Table& table, const std::vector<Column>& columns,
-                                           const std::vector<Index>& indexes) {
+void DatabaseImage::PutDefinition(const Table& table, const std::vector<Column>& columns,
+                                  const std::vector<Index>& indexes) {
   const auto variables =
       std::count_if(columns.begin(), columns.end(), [](const Column& c) { return (c.flags & 1) == 0; });
   const unsigned most = columns.back().number + 1u;
@@ -174,11 +174,25 @@ std::uint32_t DatabaseImage::PutDefinition(const Table& table, const std::vector
     if (IsLong(column)) nextMap += 2;
   }
   stream = stream + Bytes{0xFF, 0xFF};
-  Page& page = At(table.page);
-  std::copy(stream.begin(), stream.end(), page.begin());
-  Put(page, 8, static_cast<std::uint32_t>(stream.size()));
-  Put(page, 2, static_cast<std::uint16_t>(4096 - 8 - stream.size()));
-  return static_cast<std::uint32_t>(stream.size());
+  PutStream(table.page, stream);
+}
+
+// The first page holds 4096 bytes of the stream, each further one 4088.
+void DatabaseImage::PutStream(std::uint32_t first, const Bytes& stream) {
+  const std::size_t onFirst = std::min<std::size_t>(stream.size(), 4096);
+  std::copy_n(stream.begin(), onFirst, At(first).begin());
+  Put(At(first), 8, static_cast<std::uint32_t>(stream.size()));
+  Put(At(first), 2, static_cast<std::uint16_t>(onFirst > 4088 ? 0 : 4088 - onFirst));
+  std::uint32_t previous = first;
+  for (std::size_t done = onFirst; done < stream.size(); done += 4088) {
+    const std::uint32_t page = NewPage();
+    const std::size_t count = std::min<std::size_t>(stream.size() - done, 4088);
+    At(page) = {2, 1};
+    std::copy_n(stream.begin() + static_cast<std::ptrdiff_t>(done), count, At(page).begin() + 8);
+    Put(At(page), 2, static_cast<std::uint16_t>(4088 - count > 8 ? 4088 - count - 8 : 0));
+    Put(At(previous), 4, page);
+    previous = page;
+  }
 }
 
 void DatabaseImage::AddToCatalog(const std::string& name, std::uint32_t page) {

@@ -66,8 +66,8 @@ class DatabaseImage {
   jet::Bytes File() const;
 
  private:
-  std::uint32_t PutDefinition(const Table& table, const std::vector<Column>& columns,
-                              const std::vector<Index>& indexes);
+  void PutStream(std::uint32_t first, const jet::Bytes& stream);
+  void PutDefinition(const Table& table, const std::vector<Column>& columns, const std::vector<Index>& indexes);
   void AddToCatalog(const std::string& name, std::uint32_t page);
 
   std::vector<Page> pages_;
