@@ -106,6 +106,8 @@ qint64 SpotSurvey::ReadRow() {
   const qint64 id = rows_.Field(u"ID"_s).toLongLong();
   Spot spot;
   spot.facts = FactsOf(rows_);
+  const auto seen = lastSeen_.constFind(spot.facts.path);
+  if (seen != lastSeen_.constEnd()) spot.facts.file = *seen;
   spot.state = StateOf(spot.facts, now_);
   rows_.MoveNext();
   if (!spots_.contains(id)) counts_.Add(spot.state);
@@ -137,6 +139,7 @@ bool SpotSurvey::Take(qint64 id, runtime::Presence presence) {
   const auto spot = spots_.find(id);
   if (spot == spots_.end()) return false;
   spot->facts.file = presence;
+  lastSeen_.insert(spot->facts.path, presence);
   const SpotState state = StateOf(spot->facts, now_);
   const bool same = state == spot->state;
   if (!same) {

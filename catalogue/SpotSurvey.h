@@ -28,7 +28,8 @@ class SpotSurvey : public QObject {
   explicit SpotSurvey(QObject* parent = nullptr);
   ~SpotSurvey() override;
 
-  // Forgets what is known and begins anew. AtOnce: everything but the files is known on return.
+  // Begins anew. AtOnce: everything but the files is known on return; for these what was seen before counts until they
+  // were looked at again.
   void Start(Reading reading);
 
   // All rows were read (their files perhaps not yet looked at).
@@ -53,6 +54,7 @@ class SpotSurvey : public QObject {
   bool Take(qint64 id, runtime::Presence presence);
 
   QHash<qint64, Spot> spots_;
+  QHash<QString, runtime::Presence> lastSeen_;  // by path: what counts until a file was looked at again
   SpotCounts counts_;
   QDateTime now_;
   dao::Recordset rows_;

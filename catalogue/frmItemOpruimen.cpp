@@ -5,6 +5,7 @@
 #include "data/Writes.h"
 #include "platform/dao/Database.h"
 #include "platform/desktop/Trapped.h"
+#include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/TextFile.h"
 #include "ui_frmItemOpruimen.h"

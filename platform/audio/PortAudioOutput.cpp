@@ -1,5 +1,6 @@
 #include "platform/audio/PortAudioOutput.h"
 
+#include <dlfcn.h>
 #include <portaudio.h>
 
 #include <algorithm>
@@ -22,8 +23,26 @@ std::mutex& LibraryMutex() {
   return mutex;
 }
 
+void IgnoreAlsaMessage(const char*, int, const char*, int, const char*, ...) {}
+
 Error DeviceError(PaError code) {
   return Error(std::string("Kan het geluidsapparaat niet openen: ") + Pa_GetErrorText(code) + ".");
+}
+
+template <typename Setter, typename Handler>
+void SetHandler(const char* setter, Handler handler) {
+  if (const auto function = reinterpret_cast<Setter>(dlsym(RTLD_DEFAULT, setter))) function(handler);
+}
+
+// The libraries below PortAudio write to the terminal about every device that is not there. Found by name at run time,
+// since which of them PortAudio was built with is its own affair.
+void SilenceSoundLibraries() {
+  using AlsaHandler = void (*)(const char*, int, const char*, int, const char*, ...);
+  using JackHandler = void (*)(const char*);
+  const JackHandler ignoreText = [](const char*) {};
+  SetHandler<int (*)(AlsaHandler)>("snd_lib_error_set_handler", IgnoreAlsaMessage);
+  SetHandler<void (*)(JackHandler)>("jack_set_error_function", ignoreText);
+  SetHandler<void (*)(JackHandler)>("jack_set_info_function", ignoreText);
 }
 
 std::int64_t NowMs() {
@@ -51,6 +70,7 @@ class PortAudioOutput : public Output {
  public:
   explicit PortAudioOutput(const OutputRequest& request) {
     const std::lock_guard lock(LibraryMutex());
+    SilenceSoundLibraries();
     if (const PaError code = Pa_Initialize(); code != paNoError) throw DeviceError(code);
     try {
       OpenStream(request);

@@ -116,6 +116,7 @@ Transport::Order Transport::Await(std::chrono::milliseconds wait) {
 
 void Transport::AttachOutput(std::shared_ptr<Output> output) {
   const std::lock_guard lock(mutex_);
+  if (state_ == kPlaying || state_ == kPaused) HeardFrame();  // what was heard until now stays known
   output_ = std::move(output);
   const std::string status = output_ ? output_->Status() : std::string();
   if (!output_ || status == status_) return;

@@ -44,8 +44,9 @@ bool IsCard(const QWidget& widget) {
 
 // Margins of a layout by what it fills. A page of a tab keeps its distance from the tab alone.
 int LayoutMargin(QStyle::PixelMetric edge, const QWidget* widget) {
-  if (widget == nullptr || widget->isWindow()) return kWindowMargin;
+  if (widget == nullptr) return kWindowMargin;
   if (qobject_cast<const QGroupBox*>(widget) != nullptr || IsCard(*widget)) return kCardMargin;
+  if (widget->isWindow()) return kWindowMargin;
   const bool page = qobject_cast<const QStackedWidget*>(widget->parentWidget()) != nullptr;
   return page && edge == QStyle::PM_LayoutTopMargin ? kCardMargin : 0;
 }
@@ -161,10 +162,6 @@ QSize LookStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
       return {contents.width() + 20, height};
     case CT_ItemViewItem:
       return {size.width(), std::max(size.height(), height - 2)};
-    case CT_ProgressBar: {
-      const auto* bar = qstyleoption_cast<const QStyleOptionProgressBar*>(option);
-      return bar != nullptr && !bar->textVisible ? QSize(size.width(), 8) : size;
-    }
     default:
       return size;
   }

@@ -92,6 +92,15 @@ std::vector<std::int16_t> PulledOutput::Pull(std::size_t frames) {
   return taken;
 }
 
+std::vector<std::int16_t> PulledOutput::PullNow(std::size_t frames) {
+  std::vector<std::int16_t> taken(frames * 2);
+  const std::lock_guard lock(tap_->mutex);
+  std::size_t delivered = 0;
+  if (tap_->source != nullptr) tap_->source->Fill(taken.data(), frames, delivered);
+  taken.resize(delivered * 2);
+  return taken;
+}
+
 void PulledOutput::SetSampleRate(int rate) {
   const std::lock_guard lock(tap_->mutex);
   tap_->sampleRate = rate;

@@ -22,6 +22,9 @@ class PulledOutput {
   // Takes everything up to the end of the file.
   std::vector<std::int16_t> PullToEnd() { return Pull(SIZE_MAX); }
 
+  // What there is right now, up to `frames` frames; waits for nothing.
+  std::vector<std::int16_t> PullNow(std::size_t frames);
+
   void SetSampleRate(int rate);          // of outputs made from now on, whatever the file's; 0 = the file's
   void SetPending(std::int64_t frames);  // frames that the "device" holds back
   void SetStatus(const std::string& status);
