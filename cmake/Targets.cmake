@@ -11,6 +11,9 @@ if(SPOTROOSTER_SANITIZE)
   target_compile_options(spotrooster_options INTERFACE -fsanitize=${SPOTROOSTER_SANITIZE} -fno-omit-frame-pointer)
   target_link_options(spotrooster_options INTERFACE -fsanitize=${SPOTROOSTER_SANITIZE})
 endif()
+if(SPOTROOSTER_FUZZ)
+  target_compile_options(spotrooster_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 
 # Qt code declares its texts: a literal is either translated or visibly technical.
 add_library(spotrooster_qt_options INTERFACE)

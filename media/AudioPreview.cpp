@@ -15,6 +15,7 @@
 #include "ui_AudioPreview.h"
 
 #include <QFileInfo>
+#include <QLineEdit>
 #include <QTimer>
 
 #include <algorithm>

@@ -6,6 +6,7 @@
 #include "platform/runtime/Numbers.h"
 #include "ui_AudioPreview.h"
 
+#include <QLineEdit>
 #include <QScopeGuard>
 #include <QScopedValueRollback>
 #include <QTimer>

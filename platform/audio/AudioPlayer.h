@@ -17,7 +17,7 @@ class AudioPlayer : public QObject {
   Q_OBJECT
 
  public:
-  explicit AudioPlayer(QObject* parent = nullptr);
+  explicit AudioPlayer(QObject* parent = nullptr);  // plays on the sound device
   // `outputs` makes the sound output of each playback; tests pass one that makes a PulledOutput.
   explicit AudioPlayer(OutputFactory outputs, QObject* parent = nullptr);
   ~AudioPlayer() override;

@@ -25,17 +25,32 @@ void RequireSound(const Decoder& decoder, const std::string& path) {
   if (decoder.TotalFrames() / decoder.SampleRate() >= INT32_MAX / 1000) throw ReadError(path, "het is te lang");
 }
 
-// MPEG audio begins with a frame's eleven sync bits, after an ID3v2 tag if there is one: "ID3", version, flags, and at
-// offset 6 the tag's length in four bytes of seven bits. libsndfile need not be asked about such a file.
-bool BeginsAsMpeg(SourceFile& file) {
+// The bytes before the sound: an ID3v2 tag holds "ID3", version, flags, and at offset 6 its length without these ten
+// bytes, in four bytes of seven bits.
+std::int64_t TagBytes(SourceFile& file) {
   std::array<unsigned char, 10> head{};
   file.Seek(0, SEEK_SET);
-  if (file.Read(head.data(), head.size()) == std::ssize(head) && std::memcmp(head.data(), "ID3", 3) == 0) {
-    file.Seek(10 + (head[6] << 21 | head[7] << 14 | head[8] << 7 | head[9]), SEEK_SET);
-    file.Read(head.data(), 2);
-  }
-  file.Seek(0, SEEK_SET);
+  const bool tagged =
+      file.Read(head.data(), head.size()) == std::ssize(head) && std::memcmp(head.data(), "ID3", 3) == 0;
+  return tagged ? 10 + (head[6] << 21 | head[7] << 14 | head[8] << 7 | head[9]) : 0;
+}
+
+// A frame of MPEG audio begins with eleven bits set. libsndfile need not be asked about such a file.
+bool BeginsAsMpeg(SourceFile& file, std::int64_t at) {
+  std::array<unsigned char, 2> head{};
+  file.Seek(at, SEEK_SET);
+  file.Read(head.data(), head.size());
   return head[0] == 0xFF && (head[1] & 0xE0) == 0xE0;
+}
+
+// Among other bytes a few chance sync bits look like frames (a damaged WAV for one). Sound has one in 4096 bytes or
+// more.
+std::unique_ptr<Decoder> OpenDespiteItsBeginning(std::unique_ptr<SourceFile> file, std::int64_t tagBytes) {
+  const std::string path = file->Path();
+  const std::int64_t bytes = file->Size() - tagBytes;
+  auto decoder = std::make_unique<Mp3Decoder>(std::move(file));
+  if (decoder->MpegFrames() * 4096 < bytes) throw ReadError(path, "dit is geen bekend soort geluidsbestand");
+  return decoder;
 }
 
 }  // namespace
@@ -50,11 +65,12 @@ std::size_t Decoder::Read(std::int16_t* out, std::size_t frames) {
 
 std::unique_ptr<Decoder> OpenDecoder(const std::string& hostPath) {
   auto file = std::make_unique<SourceFile>(hostPath);
+  const std::int64_t tagBytes = TagBytes(*file);
   std::unique_ptr<Decoder> decoder;
-  if (!BeginsAsMpeg(*file)) decoder = SndfileDecoder::TryOpen(file);
-  if (!decoder) {
-    file->Seek(0, SEEK_SET);
+  if (BeginsAsMpeg(*file, tagBytes)) {
     decoder = std::make_unique<Mp3Decoder>(std::move(file));
+  } else if (decoder = SndfileDecoder::TryOpen(file); !decoder) {
+    decoder = OpenDespiteItsBeginning(std::move(file), tagBytes);
   }
   RequireSound(*decoder, hostPath);
   return decoder;

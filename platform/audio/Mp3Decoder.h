@@ -20,6 +20,7 @@ class Mp3Decoder : public Decoder {
   int SampleRate() const override { return sampleRate_; }
   int Channels() const override { return channels_; }
   std::int64_t TotalFrames() const override { return totalFrames_; }
+  std::int64_t MpegFrames() const { return mpegFrames_; }  // found in the file
   void Seek(std::int64_t frame) override;
   using Decoder::Read;
   std::size_t Read(float* out, std::size_t frames) override;
@@ -31,14 +32,21 @@ class Mp3Decoder : public Decoder {
 
   void Configure();
   void FixFormat();
-  std::size_t ReadSome(float* out, std::size_t frames);
+  void JumpToFrame(std::int64_t mpegFrame);
+  void SkipTo(std::int64_t target);
+  void Take(std::size_t frames);
+  bool DecodeFrame();
 
   std::unique_ptr<SourceFile> file_;
   std::unique_ptr<mpg123_handle_struct, Free> handle_;
   int sampleRate_ = 0;
   int channels_ = 0;
   std::int64_t totalFrames_ = 0;
+  std::int64_t mpegFrames_ = 0;
   std::int64_t position_ = 0;
+  std::int64_t decoded_ = 0;      // MPEG frames that went through the decoder since it was opened
+  const float* ready_ = nullptr;  // decoded, not yet read; the library's until its next call
+  std::size_t readyFrames_ = 0;
 };
 
 }  // namespace audio

@@ -26,9 +26,8 @@ class FrameSource {
 
 // What the player asks of a device.
 struct OutputRequest {
-  int device = -1;       // n-th output device of the default host API, from 0; -1 = its default
-  int sampleRate = 0;    // Hz, of the file
-  int bufferFrames = 0;  // frames that the device should ask for at a time
+  int device = -1;     // n-th output device of the default host API, from 0; -1 = its default
+  int sampleRate = 0;  // Hz, of the file
 };
 
 // One opened device. Made, started and stopped by the player's own thread; destroyed there as well.

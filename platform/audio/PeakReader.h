@@ -5,13 +5,15 @@
 #include <QString>
 #include <memory>
 #include <span>
+#include <vector>
 
 #include "platform/audio/Peaks.h"
 
 namespace audio {
 
-// Belongs to the user-interface thread; its signals arrive there. One file at a time: a new Read cancels the one before
-// it, as does the destructor, without waiting for more than a few milliseconds of decoding.
+// Belongs to the user-interface thread; its signals arrive there, always through the event loop. One file at a time: a
+// new Read cancels the one before it, as does the destructor, and waits for no more than the decoding of a quarter of a
+// second of sound.
 class PeakReader : public QObject {
   Q_OBJECT
 
@@ -21,7 +23,7 @@ class PeakReader : public QObject {
   ~PeakReader() override;
 
   void Read(const QString& hostPath);  // begins anew: Bins() is empty until progressed()
-  void Cancel();
+  void Cancel();                       // nothing more is signalled; Bins() stays
 
   std::span<const PeakBin> Bins() const;  // those known so far, from the file's beginning; 10 ms each
   qint32 LengthMs() const;                // exact; 0 until the first progressed()
@@ -33,10 +35,15 @@ class PeakReader : public QObject {
   void failed(const QString& message);  // Dutch, naming the file
 
  private:
-  struct Job;
-  std::shared_ptr<Job> job_;
+  class Job;
+  struct News;
+  void Take(quint64 job, const News& news);
+
   QString cacheFolder_;
-  Peaks peaks_;
+  std::unique_ptr<Job> job_;
+  quint64 jobs_ = 0;  // begun so far: the number of the latest one
+  std::vector<PeakBin> bins_;
+  qint32 lengthMs_ = 0;
   bool complete_ = false;
 };
 

@@ -1,7 +1,7 @@
 // The waveform of a whole file: what a strip on screen draws.
 #pragma once
 
-#include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -25,11 +25,12 @@ struct Peaks {
   static std::int64_t BinCount(std::int32_t lengthMs) { return (std::int64_t{lengthMs} + kBinMs - 1) / kBinMs; }
 };
 
-// `done` bins from the first on are final. Return false to give up.
+// The first `done` bins are final. Return false to give up.
 using PeakProgress = std::function<bool(const Peaks& peaks, std::size_t done)>;
 
-// Reads the file once from begin to end. `progress` is called on the same thread about every `binsPerStep` bins and at
-// the end. Empty bins after a call that gave up. Throws audio::Error.
-Peaks ReadPeaks(const std::string& hostPath, const PeakProgress& progress, std::size_t binsPerStep = 3000);
+// Reads the file once from begin to end. `progress` is called on the same thread for every quarter of a second of
+// sound; `done` grows by steps of at least `binsPerStep`, at the end it is the number of bins. Gives up with empty
+// bins. Throws audio::Error.
+Peaks ReadPeaks(const std::string& hostPath, const PeakProgress& progress, std::size_t binsPerStep = 1000);
 
 }  // namespace audio

@@ -3,6 +3,7 @@
 #include <sndfile.h>
 
 #include <algorithm>
+#include <cstdio>
 
 #include "platform/audio/Error.h"
 
@@ -24,22 +25,28 @@ SF_VIRTUAL_IO FileAccess() {
 
 }  // namespace
 
-void SndfileDecoder::Close::operator()(sf_private_tag* handle) const {
+void SndfileDecoder::Close::operator()(SNDFILE* handle) const {
   sf_close(handle);
 }
 
 // Opened without a name: with one libsndfile would let the extension decide for files without a header.
+SndfileDecoder::Handle SndfileDecoder::OpenHandle(SourceFile& file, SF_INFO& info) {
+  SF_VIRTUAL_IO access = FileAccess();
+  file.Seek(0, SEEK_SET);
+  info = {};
+  return Handle(sf_open_virtual(&access, SFM_READ, &info, &file));
+}
+
 std::unique_ptr<SndfileDecoder> SndfileDecoder::TryOpen(std::unique_ptr<SourceFile>& file) {
   SF_INFO info{};
-  SF_VIRTUAL_IO access = FileAccess();
-  Handle handle(sf_open_virtual(&access, SFM_READ, &info, file.get()));
+  Handle handle = OpenHandle(*file, info);
   if (!handle || (info.format & SF_FORMAT_TYPEMASK) == SF_FORMAT_MPEG) return nullptr;
   std::unique_ptr<SndfileDecoder> decoder(new SndfileDecoder(std::move(file), std::move(handle)));
   decoder->sampleRate_ = info.samplerate;
   decoder->channels_ = info.channels;
   decoder->totalFrames_ = info.frames;
   if (info.channels < 1 || info.channels > kMaxChannels) return decoder;
-  if (info.frames > 0 && !decoder->LastFrameReadable()) decoder->totalFrames_ = decoder->CountFrames();
+  if (info.frames > 0 && !decoder->LastFrameReadable()) decoder->CountFrames();
   return decoder;
 }
 
@@ -51,17 +58,19 @@ bool SndfileDecoder::LastFrameReadable() {
   return sf_seek(handle_.get(), 0, SEEK_SET) == 0 && readable;
 }
 
-std::int64_t SndfileDecoder::CountFrames() {
+// With fresh handles before and after: one that failed once may deliver nothing more.
+void SndfileDecoder::CountFrames() {
   constexpr sf_count_t kBlock = 8192;
+  SF_INFO info{};
   std::vector<float> block(static_cast<std::size_t>(kBlock * channels_));
-  std::int64_t count = 0;
-  sf_seek(handle_.get(), 0, SEEK_SET);
-  while (const sf_count_t got = sf_readf_float(handle_.get(), block.data(), kBlock)) {
-    if (got < 0) break;
-    count += got;
+  totalFrames_ = 0;
+  handle_ = OpenHandle(*file_, info);
+  for (sf_count_t got = 1; handle_ && got > 0;) {
+    got = std::max<sf_count_t>(0, sf_readf_float(handle_.get(), block.data(), kBlock));
+    totalFrames_ += got;
   }
-  sf_seek(handle_.get(), 0, SEEK_SET);
-  return count;
+  handle_ = OpenHandle(*file_, info);
+  if (!handle_) throw ReadError(file_->Path(), "de inhoud is beschadigd");
 }
 
 void SndfileDecoder::Seek(std::int64_t frame) {

@@ -1,12 +1,12 @@
 // WAV, AIFF, FLAC, Ogg and the like through libsndfile.
 #pragma once
 
+#include <sndfile.h>
+
 #include <memory>
 
 #include "platform/audio/Decoder.h"
 #include "platform/audio/SourceFile.h"
-
-struct sf_private_tag;
 
 namespace audio {
 
@@ -24,14 +24,15 @@ class SndfileDecoder : public Decoder {
 
  private:
   struct Close {
-    void operator()(sf_private_tag* handle) const;
+    void operator()(SNDFILE* handle) const;
   };
-  using Handle = std::unique_ptr<sf_private_tag, Close>;
+  using Handle = std::unique_ptr<SNDFILE, Close>;
 
+  static Handle OpenHandle(SourceFile& file, SF_INFO& info);
   SndfileDecoder(std::unique_ptr<SourceFile> file, Handle handle)
       : file_(std::move(file)), handle_(std::move(handle)) {}
   bool LastFrameReadable();
-  std::int64_t CountFrames();
+  void CountFrames();
 
   std::unique_ptr<SourceFile> file_;
   Handle handle_;

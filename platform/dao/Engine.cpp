@@ -18,6 +18,7 @@ const QString kTargetInOtherFile = u"]"_s;
 
 // Sixteen-bit text throughout: what comes from a file and goes into a recordset is never encoded again.
 SqliteConnection OpenInMemory() {
+  SetUpSqlite();
   sqlite3* connection = nullptr;
   const int result = sqlite3_open16(u":memory:", &connection);
   SqliteConnection owned(connection);
@@ -26,6 +27,7 @@ SqliteConnection OpenInMemory() {
   sqlite3_db_config(connection, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
   sqlite3_db_config(connection, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
   sqlite3_db_config(connection, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+  sqlite3_exec(connection, "PRAGMA temp_store = MEMORY", nullptr, nullptr, nullptr);  // long lists are sorted in place
   AddTextOrder(connection);
   AddSqlFunctions(connection);
   return owned;

@@ -37,6 +37,7 @@ QString Reason(sqlite3* connection) {
 
 InterimConnection::InterimConnection(const QString& pathText, const QString& hostPath, bool create)
     : pathText_(pathText), hostPath_(hostPath) {
+  SetUpSqlite();
   sqlite3* connection = nullptr;
   const int flags = SQLITE_OPEN_READWRITE | (create ? SQLITE_OPEN_CREATE : 0);
   const int result = sqlite3_open_v2(QFile::encodeName(hostPath).constData(), &connection, flags, nullptr);

@@ -14,6 +14,15 @@ int CompareCallback(void* /*unused*/, int leftBytes, const void* left, int right
 
 }  // namespace
 
+void SetUpSqlite() {
+  static const bool kDone = [] {
+    sqlite3_config(SQLITE_CONFIG_MULTITHREAD);
+    sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
+    return sqlite3_initialize() == SQLITE_OK;
+  }();
+  static_cast<void>(kDone);
+}
+
 void AddTextOrder(sqlite3* connection) {
   sqlite3_create_collation_v2(connection, kTextOrderName, SQLITE_UTF16_ALIGNED, nullptr, CompareCallback, nullptr);
 }

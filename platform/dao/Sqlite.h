@@ -16,6 +16,9 @@ struct CloseSqlite {
 using SqliteConnection = std::unique_ptr<sqlite3, CloseSqlite>;
 using SqliteStatement = std::unique_ptr<sqlite3_stmt, CloseSqlite>;
 
+// Sets the library up for this process, once: connections are used by one thread at a time, and nothing counts memory.
+void SetUpSqlite();
+
 // The name of the text order (CompareText) as a collation of a connection.
 constexpr const char* kTextOrderName = "jet";
 void AddTextOrder(sqlite3* connection);

@@ -26,7 +26,8 @@ using RowId = std::int64_t;
 constexpr std::size_t kMostFields = 255;
 using FieldMask = std::bitset<kMostFields>;
 
-// Rows one by one. It stays valid while the table changes under it only if no row is asked for afterwards.
+// Rows one by one. It may be used on while rows of other tables change; once rows of its own table changed, it is only
+// destroyed (the engine collects the rows of an UPDATE or DELETE first).
 class Cursor {
  public:
   virtual ~Cursor() = default;

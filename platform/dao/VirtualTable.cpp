@@ -6,6 +6,7 @@
 #include "platform/dao/Plan.h"
 #include "platform/dao/SqlText.h"
 #include "platform/dao/Sqlite.h"
+#include "platform/runtime/Error.h"
 
 using namespace Qt::StringLiterals;
 
@@ -198,8 +199,12 @@ void VirtualTables::Add(const QString& name, std::unique_ptr<Table> table) {
   const QString sql =
       u"CREATE VIRTUAL TABLE %1 USING %2(%3)"_s.arg(QuotedName(name)).arg(QLatin1StringView(kModuleName)).arg(place);
   const SqliteStatement statement = Compile(connection_, sql);
-  if (statement) sqlite3_step(statement.get());
+  const bool made = statement && sqlite3_step(statement.get()) == SQLITE_DONE;
   RethrowFailure();
+  if (!made) {
+    throw runtime::Error(
+        u"De tabel '%1' is niet bruikbaar: %2."_s.arg(name, QString::fromUtf8(sqlite3_errmsg(connection_))));
+  }
 }
 
 void VirtualTables::RethrowFailure() const {

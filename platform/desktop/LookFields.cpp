@@ -87,8 +87,24 @@ void ScrollBar(QPainter& painter, const QStyleOptionSlider& option, const QWidge
   Panel(painter, slider, std::min(slider.width(), slider.height()) / 2, colour, QColor());
 }
 
-void ProgressGroove(QPainter& painter, const QStyleOption& option) {
-  Panel(painter, option.rect, option.rect.height() / 2.0, TokensFor(option.palette).line, QColor());
+namespace {
+
+constexpr double kBarHeight = 8;
+
+// A bar without text is slim, however high the widget is.
+QRectF GrooveOf(const QStyleOptionProgressBar& option) {
+  QRectF groove = option.rect;
+  if (option.textVisible || groove.height() <= kBarHeight) return groove;
+  groove.setHeight(kBarHeight);
+  groove.moveTop(option.rect.top() + (option.rect.height() - kBarHeight) / 2);
+  return groove;
+}
+
+}  // namespace
+
+void ProgressGroove(QPainter& painter, const QStyleOptionProgressBar& option) {
+  const QRectF groove = GrooveOf(option);
+  Panel(painter, groove, groove.height() / 2, TokensFor(option.palette).line, QColor());
 }
 
 namespace {
@@ -114,7 +130,7 @@ void KeepRunning(const QWidget* widget) {
 }  // namespace
 
 void ProgressContents(QPainter& painter, const QStyleOptionProgressBar& option, const QWidget* widget) {
-  const QRectF groove = option.rect;
+  const QRectF groove = GrooveOf(option);
   QRectF bar = groove;
   if (option.minimum == option.maximum) {
     const double share = (QTime::currentTime().msecsSinceStartOfDay() % kRunMs) / double(kRunMs);

@@ -44,8 +44,9 @@ bool IsCard(const QWidget& widget) {
 
 // Margins of a layout by what it fills. A page of a tab keeps its distance from the tab alone.
 int LayoutMargin(QStyle::PixelMetric edge, const QWidget* widget) {
-  if (widget == nullptr || widget->isWindow()) return kWindowMargin;
+  if (widget == nullptr) return kWindowMargin;
   if (qobject_cast<const QGroupBox*>(widget) != nullptr || IsCard(*widget)) return kCardMargin;
+  if (widget->isWindow()) return kWindowMargin;
   const bool page = qobject_cast<const QStackedWidget*>(widget->parentWidget()) != nullptr;
   return page && edge == QStyle::PM_LayoutTopMargin ? kCardMargin : 0;
 }
@@ -110,6 +111,8 @@ int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
     case PM_SmallIconSize:
     case PM_LineEditIconSize:
       return 16;
+    case PM_FocusFrameHMargin:  // beside the texts of a drop-down list
+      return 7;
     case PM_ScrollBarExtent:
       return 14;
     case PM_ScrollBarSliderMin:
@@ -129,6 +132,12 @@ int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
     default:
       return QProxyStyle::pixelMetric(metric, option, widget);
   }
+}
+
+// Asked for a layout within a grid whose two spacings differ.
+int LookStyle::layoutSpacing(QSizePolicy::ControlType, QSizePolicy::ControlType, Qt::Orientation, const QStyleOption*,
+                             const QWidget*) const {
+  return kGap;
 }
 
 QSize LookStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
@@ -161,10 +170,6 @@ QSize LookStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
       return {contents.width() + 20, height};
     case CT_ItemViewItem:
       return {size.width(), std::max(size.height(), height - 2)};
-    case CT_ProgressBar: {
-      const auto* bar = qstyleoption_cast<const QStyleOptionProgressBar*>(option);
-      return bar != nullptr && !bar->textVisible ? QSize(size.width(), 8) : size;
-    }
     default:
       return size;
   }

@@ -40,7 +40,7 @@ void FieldPanel(QPainter& painter, const QStyleOption& option, const QWidget* wi
 void ComboPanel(QPainter& painter, const QStyleOptionComboBox& option, const QWidget* widget);
 void ScrollBar(QPainter& painter, const QStyleOptionSlider& option, const QWidget* widget, const QStyle& style);
 QRect ScrollBarPart(const QStyleOptionSlider& option, QStyle::SubControl part, int shortest);
-void ProgressGroove(QPainter& painter, const QStyleOption& option);
+void ProgressGroove(QPainter& painter, const QStyleOptionProgressBar& option);
 void ProgressContents(QPainter& painter, const QStyleOptionProgressBar& option, const QWidget* widget);
 
 // Frames and bars.

@@ -4,8 +4,10 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QMimeData>
 #include <QScreen>
 #include <QScrollBar>
+#include <QTextDocumentFragment>
 #include <QTextEdit>
 #include <QTimer>
 #include <algorithm>
@@ -67,6 +69,27 @@ QString CaptionOf(int answer) {
   }
 }
 
+// Keeps the two backslashes that begin a network path on one line.
+constexpr QChar kWordJoiner(0x2060);
+
+class MessageText : public QTextEdit {
+ public:
+  using QTextEdit::QTextEdit;
+
+ protected:
+  // What is copied is what was told.
+  QMimeData* createMimeDataFromSelection() const override {
+    auto* copied = new QMimeData;
+    copied->setText(textCursor().selection().toPlainText().remove(kWordJoiner));
+    return copied;
+  }
+};
+
+QString Displayed(QString text) {
+  text.replace(u"\r\n"_s, u"\n"_s);
+  return text.replace(u"\\\\"_s, u"\\"_s + kWordJoiner + u'\\');
+}
+
 }  // namespace
 
 MessageDialog::MessageDialog(QWidget* owner, const QString& text, int style, const QString& title)
@@ -101,7 +124,7 @@ QWidget* MessageDialog::MakeIcon() const {
 
 // A text edit, not a label: it also breaks a long path, and scrolls where a text is higher than the screen.
 QTextEdit* MessageDialog::MakeText(const QString& text) {
-  auto* edit = new QTextEdit(this);
+  auto* edit = new MessageText(this);
   edit->setObjectName(u"messageText"_s);
   edit->setFrameShape(QFrame::NoFrame);
   edit->setReadOnly(true);
@@ -111,7 +134,7 @@ QTextEdit* MessageDialog::MakeText(const QString& text) {
   edit->viewport()->setAutoFillBackground(false);
   edit->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
   edit->document()->setDocumentMargin(0);
-  edit->setPlainText(QString(text).replace(u"\r\n"_s, u"\n"_s));
+  edit->setPlainText(Displayed(text));
 
   // Measured on a copy: the edit lays its own out again for every size it passes through.
   QTextDocument measured;

@@ -87,7 +87,7 @@ TEST(SetOnlineYn, ANonNumericValueOrNoRowLeavesTheSystemOnline) {
 }
 
 TEST(SetOnlineYn, AStationNumberMakesItFailAndLeavesTheFlag) {
-  const Station station(Station::Mode::Offline);
+  Station station(Station::Mode::Offline);
   global.stationNumber = 3;
   const desktop::MessageBoxScript boxes;
   SetOnlineYn();

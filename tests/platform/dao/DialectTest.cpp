@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <random>
+
 #include "tests/platform/dao/Scratch.h"
 
 using namespace Qt::StringLiterals;
@@ -178,6 +180,24 @@ TEST(Dialect, EachMethodTakesItsOwnStatements) {
 TEST(Dialect, NoBlankIsNeededBeforeValues) {
   const SpotScratch s;
   EXPECT_EQ(s.Open().Execute(u"INSERT INTO tblSpots (ID, Naam)VALUES (8, \"x\")"_s), 1);
+}
+
+// Any text is either carried out or an Error: nothing else comes out, and the table keeps its rows.
+TEST(Dialect, RandomStatementsNeverDoMoreThanFail) {
+  const SpotScratch s;
+  dao::Database database = s.Open();
+  const QStringList parts = {u"SELECT"_s, u"UPDATE"_s, u"SET"_s, u"FROM"_s, u"tblSpots"_s, u"ID"_s,     u"("_s,
+                             u")"_s,      u","_s,      u"="_s,   u"*"_s,    u"."_s,        u"\"x\""_s,  u"'"_s,
+                             u"["_s,      u"]"_s,      u"1"_s,   u";"_s,    u"WHERE"_s,    u"UCase("_s, u"IN"_s,
+                             u"AS"_s,     u"NULL"_s,   u"/"_s,   u"é"_s,    u"\""_s};
+  std::mt19937 random(1);
+  for (int i = 0; i < 3000; ++i) {
+    QString sql = i % 2 == 0 ? u"SELECT ID FROM tblSpots"_s : u"SELECT"_s;
+    for (unsigned n = random() % 9; n > 0; --n)
+      sql += u' ' + parts[static_cast<qsizetype>(random() % 26)];
+    ErrorOf([&] { database.OpenRecordset(sql); });
+  }
+  EXPECT_EQ(Rows(database, u"SELECT ID FROM tblSpots"_s).size(), 3);
 }
 
 }  // namespace

@@ -168,6 +168,12 @@ TEST_F(Plan, OrderByTheKeyWalksTheIndex) {
   EXPECT_EQ(watch_.ways, QStringList{u"backwards tblSpots(ID,Naam)"_s});
 }
 
+TEST_F(Plan, SeveralKeysAreSeveralLookups) {
+  EXPECT_EQ(Watched().OpenRecordset(u"SELECT Naam FROM tblSpots WHERE ID IN (1, 3, 9)"_s).RecordCount(), 2);
+  EXPECT_EQ(Watched().OpenRecordset(u"SELECT Naam FROM tblSpots WHERE ID = 1 OR ID = 3 OR ID = 1"_s).RecordCount(), 2);
+  EXPECT_EQ(watch_.ways.filter(u"scan"_s), QStringList());
+}
+
 TEST_F(Plan, NullAsAKeyLooksNothingUp) {
   EXPECT_TRUE(Watched().OpenRecordset(u"SELECT Naam FROM tblSpots WHERE ID = NULL"_s).Eof());
   EXPECT_EQ(watch_.rows, 0);

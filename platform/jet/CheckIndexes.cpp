@@ -1,0 +1,207 @@
+#include <algorithm>
+#include <cstring>
+
+#include "platform/jet/CheckState.h"
+#include "platform/jet/Codec.h"
+#include "platform/jet/Damage.h"
+#include "platform/jet/EntryList.h"
+#include "platform/jet/IndexKey.h"
+#include "platform/jet/IndexPage.h"
+#include "platform/jet/RowScan.h"
+#include "platform/jet/Rows.h"
+#include "platform/jet/Utf8.h"
+
+namespace jet {
+
+namespace {
+
+constexpr unsigned kDeepest = 32;
+constexpr std::size_t kPointerBytes = 4;
+
+std::string EntryRow(ByteView entry) {
+  const std::uint8_t* pointer = entry.data() + entry.size() - kPointerBytes;
+  return "pagina " + std::to_string(LoadU24BigEndian(pointer)) + ", rij " + std::to_string(pointer[3]);
+}
+
+std::string NameOf(const TableDef& table, std::size_t realIndex) {
+  for (const LogicalIndexDef& index : table.logicalIndexes) {
+    if (index.realIndex == realIndex) return "index '" + ToUtf8(index.name) + "'";
+  }
+  return "index " + std::to_string(realIndex);
+}
+
+// One tree: its pages and their order, then its entries beside the rows.
+class TreeChecker {
+ public:
+  TreeChecker(CheckState& state, const TableDef& table, std::size_t number)
+      : state_(state), table_(table), index_(table.realIndexes[number]), name_(NameOf(table, number)) {}
+
+  void Run() {
+    map_ = state_.ReadMap(index_.map, name_);
+    Walk(index_.root, 0);
+    FinishChain();
+    for (const std::uint32_t page : map_.Members()) {
+      if (!visited_.contains(page)) state_.ProblemAt(page, "hoort bij " + name_ + ", maar ligt niet in de boom");
+    }
+    if (whole_) CompareWithRows();
+  }
+
+ private:
+  using Visited = std::unordered_map<std::uint32_t, bool>;
+
+  // Visits a page and what is under it, left to right. Answers the last entry under it (empty = none).
+  Bytes Walk(std::uint32_t number, unsigned depth) {
+    Bytes last;
+    const bool before = whole_;
+    whole_ = false;
+    state_.Guard([&] {
+      if (depth > kDeepest || !visited_.emplace(number, true).second)
+        throw DamageAt(number, name_ + " loopt in een kring");
+      state_.Claim(number, state_.Where() + name_);
+      const IndexPage page(state_.Source().Read(number), number, table_.page);
+      if (!map_.Contains(number)) state_.ProblemAt(number, "ligt in de boom van " + name_ + ", maar hoort er niet bij");
+      CheckFreeBytes(page);
+      whole_ = before;
+      last = page.IsLeaf() ? WalkLeaf(page) : WalkNode(page, depth);
+    });
+    return last;
+  }
+
+  void CheckFreeBytes(const IndexPage& page) {
+    if (page.FreeBytes() == page.ExactFreeBytes()) return;
+    state_.ProblemAt(page.Number(), "vrije ruimte is " + std::to_string(page.FreeBytes()) + " in plaats van " +
+                                        std::to_string(page.ExactFreeBytes()));
+  }
+
+  Bytes WalkLeaf(const IndexPage& leaf) {
+    if (leaf.Previous() != lastLeaf_) state_.ProblemAt(leaf.Number(), name_ + ": het vorige blad klopt niet");
+    if (lastLeaf_ != 0 && nextOfLast_ != leaf.Number()) {
+      state_.ProblemAt(lastLeaf_, name_ + ": het volgende blad klopt niet");
+    }
+    lastLeaf_ = leaf.Number();
+    nextOfLast_ = leaf.Next();
+    Bytes entry;
+    for (std::size_t i = 0; i < leaf.Count(); ++i) {
+      leaf.CopyEntry(i, entry);
+      NoteEntry(leaf.Number(), entry);
+    }
+    return entry;
+  }
+
+  void NoteEntry(std::uint32_t page, const Bytes& entry) {
+    if (found_.Count() > 0) {
+      const ByteView previous = found_.At(found_.Count() - 1);
+      if (!EntryList::Less(previous, entry)) {
+        state_.ProblemAt(page, name_ + ": de volgorde klopt niet bij " + EntryRow(entry));
+      } else if (SameKey(previous, entry)) {
+        CheckUnique(page, entry);
+      }
+    }
+    found_.Add(entry);
+  }
+
+  static bool SameKey(ByteView a, ByteView b) {
+    return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() - kPointerBytes) == 0;
+  }
+
+  // Keys of nothing but nulls may come more than once: one flag byte for each field.
+  void CheckUnique(std::uint32_t page, const Bytes& entry) {
+    const bool allNull = entry.size() == index_.fields.size() + kPointerBytes;
+    if ((index_.flags & RealIndexDef::kUnique) == 0 || allNull) return;
+    state_.ProblemAt(page, name_ + ": een sleutel die uniek moet zijn, komt tweemaal voor (" + EntryRow(entry) + ")");
+  }
+
+  Bytes WalkNode(const IndexPage& node, unsigned depth) {
+    Bytes entry;
+    Bytes last;
+    for (std::size_t i = 0; i < node.Count(); ++i) {
+      node.CopyEntry(i, entry);
+      last = Walk(node.Child(i), depth + 1);
+      if (whole_ && last != entry) {
+        state_.ProblemAt(node.Number(), name_ + ": regel " + std::to_string(i) + " is niet de laatste van haar kind");
+      }
+    }
+    if (node.Tail() != 0) return Walk(node.Tail(), depth + 1);
+    if (node.Count() == 0) throw DamageAt(node.Number(), name_ + " heeft een knoop zonder kinderen");
+    return last;
+  }
+
+  void FinishChain() {
+    if (whole_ && nextOfLast_ != 0) state_.ProblemAt(lastLeaf_, name_ + ": na het laatste blad volgt er nog een");
+  }
+
+  // Every row once, under the key that its values give. Where keys cannot be built only the rows are compared.
+  void CompareWithRows() {
+    EntryList expected;
+    try {
+      ReadExpected(expected, true);
+    } catch (const Error& error) {
+      if (error.Code() == ErrorCode::Damaged) return;  // told with the rows
+      if (error.Code() != ErrorCode::UnknownCharacter && error.Code() != ErrorCode::Unsupported) throw;
+      state_.Remark(name_ + ": de sleutels zijn niet na te rekenen (" + error.what() + ")");
+      expected = {};
+      ReadExpected(expected, false);
+      found_ = found_.LastBytes(kPointerBytes);
+    }
+    Compare(expected);
+  }
+
+  void Compare(EntryList& expected) {
+    expected.Sort();
+    found_.Sort();
+    std::size_t i = 0;
+    std::size_t j = 0;
+    while (i < expected.Count() || j < found_.Count()) {
+      if (j == found_.Count() || (i < expected.Count() && EntryList::Less(expected.At(i), found_.At(j)))) {
+        state_.Problem(name_ + ": " + EntryRow(expected.At(i++)) + " ontbreekt");
+      } else if (i == expected.Count() || EntryList::Less(found_.At(j), expected.At(i))) {
+        state_.Problem(name_ + ": een regel verwijst naar " + EntryRow(found_.At(j++)) +
+                       ", maar die rij of haar sleutel is er niet");
+      } else {
+        ++i;
+        ++j;
+      }
+    }
+  }
+
+  void ReadExpected(EntryList& expected, bool withKeys) {
+    RowScan scan(state_.Source(), table_);
+    while (scan.Next())
+      AddExpected(scan.Id(), RowView(scan.Row(), table_), withKeys, expected);
+  }
+
+  void AddExpected(RowId id, const RowView& row, bool withKey, EntryList& expected) {
+    std::vector<Value> values(index_.fields.size());
+    bool allNull = true;
+    for (std::size_t i = 0; i < values.size(); ++i) {
+      ReadField(state_.Source(), row, *table_.ColumnByNumber(index_.fields[i].column), values[i]);
+      allNull = allNull && IsNull(values[i]);
+    }
+    if (allNull && (index_.flags & RealIndexDef::kIgnoreNulls) != 0) return;
+    Bytes entry;
+    if (withKey) entry = BuildKey(table_, index_, values);
+    for (const int shift : {24, 16, 8, 0})
+      entry.push_back(static_cast<std::uint8_t>(id >> shift));
+    expected.Add(entry);
+  }
+
+  CheckState& state_;
+  const TableDef& table_;
+  const RealIndexDef& index_;
+  std::string name_;
+  UsageMap map_;
+  Visited visited_;
+  EntryList found_;
+  std::uint32_t lastLeaf_ = 0;
+  std::uint32_t nextOfLast_ = 0;
+  bool whole_ = true;  // no page of the tree was unreadable so far
+};
+
+}  // namespace
+
+void CheckIndexes(CheckState& state, const TableDef& table) {
+  for (std::size_t i = 0; i < table.realIndexes.size(); ++i)
+    TreeChecker(state, table, i).Run();
+}
+
+}  // namespace jet

@@ -1,0 +1,55 @@
+#include "platform/jet/Error.h"
+
+#include <cerrno>
+#include <cstring>
+
+namespace jet {
+namespace {
+
+struct Cause {
+  int errorNumber;
+  ErrorCode code;
+  const char* text;
+};
+
+constexpr Cause kCauses[] = {
+    {EACCES, ErrorCode::AccessDenied, "toegang geweigerd"},
+    {EPERM, ErrorCode::AccessDenied, "toegang geweigerd"},
+    {EROFS, ErrorCode::AccessDenied, "het medium is alleen-lezen"},
+    {EBADF, ErrorCode::AccessDenied, "het bestand is alleen-lezen geopend"},
+    {ENOENT, ErrorCode::NotFound, "het bestand of de map bestaat niet"},
+    {ENOTDIR, ErrorCode::NotFound, "de map bestaat niet"},
+    {EEXIST, ErrorCode::Io, "het bestand bestaat al"},
+    {EISDIR, ErrorCode::Io, "het is een map"},
+    {ENOSPC, ErrorCode::DiskFull, "de schijf is vol"},
+    {EDQUOT, ErrorCode::DiskFull, "de toegestane schijfruimte is op"},
+    {EFBIG, ErrorCode::DiskFull, "het bestand wordt te groot"},
+    {EIO, ErrorCode::Io, "lees- of schrijffout op het medium"},
+    {EMFILE, ErrorCode::Io, "er zijn te veel bestanden geopend"},
+    {ENFILE, ErrorCode::Io, "er zijn te veel bestanden geopend"},
+    {ETXTBSY, ErrorCode::Locked, "het bestand is in gebruik"},
+    {EBUSY, ErrorCode::Locked, "het bestand is in gebruik"},
+    {ESTALE, ErrorCode::Unreachable, "de schijf of netwerkmap is niet bereikbaar"},
+    {ENOTCONN, ErrorCode::Unreachable, "de schijf of netwerkmap is niet bereikbaar"},
+    {EHOSTDOWN, ErrorCode::Unreachable, "de schijf of netwerkmap is niet bereikbaar"},
+    {EHOSTUNREACH, ErrorCode::Unreachable, "de schijf of netwerkmap is niet bereikbaar"},
+    {ETIMEDOUT, ErrorCode::Unreachable, "de schijf of netwerkmap is niet bereikbaar"},
+    {ENOLCK, ErrorCode::Unsupported, "de schijf of netwerkmap kent geen vergrendeling"},
+    {ENAMETOOLONG, ErrorCode::NotFound, "de naam is te lang"},
+};
+
+}  // namespace
+
+Error SystemError(std::string_view doing, const std::string& name, int errorNumber) {
+  ErrorCode code = ErrorCode::Io;
+  std::string cause =
+      std::string("systeemfout ") + std::to_string(errorNumber) + " (" + std::strerror(errorNumber) + ")";
+  for (const Cause& known : kCauses) {
+    if (known.errorNumber != errorNumber) continue;
+    code = known.code;
+    cause = known.text;
+  }
+  return Error(code, "Kan het bestand '" + name + "' niet " + std::string(doing) + ": " + cause + ".");
+}
+
+}  // namespace jet

@@ -1,0 +1,212 @@
+#include "platform/jet/Journal.h"
+
+#include <algorithm>
+#include <cstring>
+#include <vector>
+
+#include "platform/jet/Codec.h"
+#include "platform/jet/Error.h"
+
+namespace jet {
+namespace {
+
+constexpr char kMagic[] = "SPRJRNL1";
+constexpr std::size_t kCountAt = 8;
+constexpr std::size_t kOldLengthAt = 16;
+constexpr std::size_t kNewLengthAt = 24;
+constexpr std::size_t kChecksumAt = 32;
+constexpr std::size_t kHeadBytes = 40;
+constexpr std::size_t kSector = 512;  // what a disk writes as a whole
+constexpr std::size_t kSectors = kPageSize / kSector;
+constexpr std::size_t kBeforeSumsAt = 8;
+constexpr std::size_t kAfterSumsAt = kBeforeSumsAt + 8 * kSectors;
+constexpr std::size_t kImageAt = kAfterSumsAt + 8 * kSectors;
+constexpr std::size_t kRecordBytes = kImageAt + kPageSize;
+constexpr std::uint64_t kLargestDatabase = std::uint64_t{1} << 31;
+
+/// Finds accidents, not attackers. Every step can be undone, so that no single changed word goes unseen.
+std::uint64_t Checksum(ByteView bytes, std::uint64_t sum = 0x9E3779B97F4A7C15) {
+  constexpr std::uint64_t kFactor = 0xFF51AFD7ED558CCD;  // odd
+  for (std::size_t at = 0; at + 8 <= bytes.size(); at += 8) {
+    sum = (sum ^ Load<std::uint64_t>(&bytes[at])) * kFactor;
+    sum ^= sum >> 29;
+  }
+  return sum;
+}
+
+std::uint64_t SectorSum(ByteView page, std::size_t sector) {
+  return Checksum(page.subspan(sector * kSector, kSector));
+}
+
+void StoreSums(const PageBytes& page, std::uint8_t* at) {
+  for (std::size_t sector = 0; sector < kSectors; ++sector)
+    Store(at + 8 * sector, SectorSum(page, sector));
+}
+
+Bytes BuildJournal(std::span<const PageChange> changes, std::uint64_t oldLength, std::uint64_t newLength) {
+  Bytes journal(kHeadBytes);
+  std::uint32_t count = 0;
+  for (const PageChange& change : changes) {
+    if (change.before == nullptr) continue;
+    const std::size_t start = journal.size();
+    journal.resize(start + kRecordBytes);
+    Store(&journal[start], change.number);
+    StoreSums(*change.before, &journal[start + kBeforeSumsAt]);
+    StoreSums(*change.after, &journal[start + kAfterSumsAt]);
+    std::memcpy(&journal[start + kImageAt], change.before->data(), kPageSize);
+    ++count;
+  }
+  std::memcpy(journal.data(), kMagic, kCountAt);
+  Store(&journal[kCountAt], count);
+  Store(&journal[kOldLengthAt], oldLength);
+  Store(&journal[kNewLengthAt], newLength);
+  Store(&journal[kChecksumAt], Checksum(journal));
+  return journal;
+}
+
+}  // namespace
+
+/// A journal as read. `complete` is false for one whose writing was not finished: then the database is untouched.
+struct Journal::Content {
+  Bytes bytes;
+  bool present = false;
+  bool complete = false;
+
+  std::uint64_t OldLength() const { return Load<std::uint64_t>(&bytes[kOldLengthAt]); }
+  std::uint64_t NewLength() const { return Load<std::uint64_t>(&bytes[kNewLengthAt]); }
+  std::size_t Count() const { return (bytes.size() - kHeadBytes) / kRecordBytes; }
+  const std::uint8_t* Record(std::size_t i) const { return &bytes[kHeadBytes + i * kRecordBytes]; }
+  std::uint32_t PageAt(std::size_t i) const { return LoadU32(Record(i)); }
+  ByteView ImageAt(std::size_t i) const { return {Record(i) + kImageAt, kPageSize}; }
+
+  bool KnowsSector(std::size_t i, std::size_t sector, std::uint64_t sum) const {
+    return sum == Load<std::uint64_t>(Record(i) + kBeforeSumsAt + 8 * sector) ||
+           sum == Load<std::uint64_t>(Record(i) + kAfterSumsAt + 8 * sector);
+  }
+
+  bool IsWhole() {
+    if (bytes.size() < kHeadBytes || std::memcmp(bytes.data(), kMagic, kCountAt) != 0) return false;
+    if (bytes.size() != kHeadBytes + std::size_t{LoadU32(&bytes[kCountAt])} * kRecordBytes) return false;
+    const auto stored = Load<std::uint64_t>(&bytes[kChecksumAt]);
+    Store(&bytes[kChecksumAt], std::uint64_t{0});
+    return Checksum(bytes) == stored && OldLength() <= kLargestDatabase;
+  }
+};
+
+Journal::Journal(FileSystem& files, const std::filesystem::path& database) : files_(files), path_(database) {
+  path_ += "-journal";
+}
+
+Journal::Content Journal::Read() {
+  Content content;
+  const auto file = files_.OpenIfThere(path_, OpenMode::Read);
+  if (file == nullptr) return content;
+  content.present = true;
+  content.bytes.resize(file->Size());
+  content.bytes.resize(file->ReadAt(0, content.bytes));
+  content.complete = content.IsWhole();
+  return content;
+}
+
+void Journal::Write(std::span<const PageChange> changes, std::uint64_t oldLength, std::uint64_t newLength) {
+  const auto file = files_.Open(path_, OpenMode::Create);
+  try {
+    file->WriteAt(0, BuildJournal(changes, oldLength, newLength));
+    file->Sync();
+    files_.SyncFolderOf(path_);
+  } catch (const Error&) {
+    RemoveQuietly();
+    throw;
+  }
+}
+
+void Journal::Remove() {
+  files_.Remove(path_);
+  files_.SyncFolderOf(path_);
+}
+
+void Journal::RemoveQuietly() noexcept {
+  try {
+    files_.Remove(path_);
+  } catch (const Error&) {
+    // It does no harm where it is: the database equals what it restores.
+  }
+}
+
+void Journal::Commit(File& database, std::span<const PageChange> changes, std::uint64_t oldLength,
+                     std::uint64_t newLength) {
+  Write(changes, oldLength, newLength);
+  try {
+    for (const PageChange& change : changes)
+      database.WriteAt(std::uint64_t{change.number} * kPageSize, *change.after);
+    database.Sync();
+    Remove();
+  } catch (const Error&) {
+    try {
+      Recover(database);
+    } catch (const Error&) {
+      // The journal stays; whoever opens the database next takes the change back.
+    }
+    throw;
+  }
+}
+
+bool Journal::WroteByOthers(File& database, const Content& content) {
+  const std::uint64_t length = database.Size();
+  if (length > std::max(content.OldLength(), content.NewLength()) || length < content.OldLength()) return true;
+  PageBytes page;
+  for (std::size_t i = 0; i < content.Count(); ++i) {
+    if (database.ReadAt(std::uint64_t{content.PageAt(i)} * kPageSize, page) != kPageSize) return true;
+    for (std::size_t sector = 0; sector < kSectors; ++sector) {
+      if (!content.KnowsSector(i, sector, SectorSum(page, sector))) return true;
+    }
+  }
+  return false;
+}
+
+Journal::Recovery Journal::Recover(File& database) {
+  const Content content = Read();
+  if (!content.present) return Recovery::Nothing;
+  if (!content.complete) {
+    Remove();
+    return Recovery::Discarded;
+  }
+  if (WroteByOthers(database, content)) SetAside(database);
+  for (std::size_t i = 0; i < content.Count(); ++i)
+    database.WriteAt(std::uint64_t{content.PageAt(i)} * kPageSize, content.ImageAt(i));
+  if (database.Size() > content.OldLength()) database.Truncate(content.OldLength());
+  database.Sync();
+  Remove();
+  return Recovery::RolledBack;
+}
+
+void Journal::SetAside(const File& database) {
+  std::filesystem::path kept;
+  int number = 0;
+  do {
+    kept = path_;
+    kept += "-" + std::to_string(++number);
+  } while (files_.Exists(kept));
+  files_.Rename(path_, kept);
+  files_.SyncFolderOf(kept);
+  throw Error(ErrorCode::ForeignWrite,
+              "Een wijziging van het bestand '" + database.Name() +
+                  "' werd afgebroken, en daarna heeft een ander programma erin geschreven. Er is "
+                  "niets teruggezet; de pagina's van voor de wijziging staan in '" +
+                  kept.string() + "'. Controleer de database.");
+}
+
+std::optional<Journal::Overlay> Journal::ReadOverlay() {
+  const Content content = Read();
+  if (!content.complete) return std::nullopt;
+  Overlay overlay;
+  overlay.length = content.OldLength();
+  for (std::size_t i = 0; i < content.Count(); ++i) {
+    auto page = std::make_shared<PageBytes>();
+    std::memcpy(page->data(), content.ImageAt(i).data(), kPageSize);
+    overlay.pages[content.PageAt(i)] = std::move(page);
+  }
+  return overlay;
+}
+
+}  // namespace jet

@@ -1,0 +1,87 @@
+#include "platform/jet/Lock.h"
+
+#include <algorithm>
+#include <thread>
+
+namespace jet {
+namespace {
+
+using std::chrono::milliseconds;
+
+constexpr std::uint64_t kBase = 0x80000000;
+constexpr ByteRange kPending = {kBase, 1};
+constexpr ByteRange kReserved = {kBase + 1, 1};
+constexpr ByteRange kReaders = {kBase + 2, 1};
+constexpr std::uint64_t kUsers = kBase + 0x1000;
+constexpr std::uint64_t kWriters = kBase + 0x2000;
+constexpr milliseconds kLongestPause{25};
+
+}  // namespace
+
+WaitRule WaitRule::Real() {
+  return {milliseconds{5000}, [](milliseconds pause) { std::this_thread::sleep_for(pause); }};
+}
+
+bool WaitFor(const WaitRule& rule, const std::function<bool()>& attempt) {
+  milliseconds waited{0};
+  milliseconds pause{1};
+  while (!attempt()) {
+    if (waited >= rule.limit) return false;
+    rule.sleep(pause);
+    waited += pause;
+    pause = std::min(2 * pause, kLongestPause);
+  }
+  return true;
+}
+
+bool Lock::TryShare() {
+  if (!file_.TryLock(kPending, LockKind::Shared)) return false;
+  const bool shared = file_.TryLock(kReaders, LockKind::Shared);
+  file_.Unlock(kPending);
+  return shared;
+}
+
+bool Lock::TryReserve() {
+  return file_.TryLock(kReserved, LockKind::Exclusive);
+}
+
+bool Lock::TryExclude() {
+  return file_.TryLock(kPending, LockKind::Exclusive) && file_.TryLock(kReaders, LockKind::Exclusive);
+}
+
+void Lock::EndExclude() {
+  file_.TryLock(kReaders, LockKind::Shared);
+  file_.Unlock(kPending);
+}
+
+void Lock::EndReserve() {
+  file_.Unlock(kReserved);
+}
+void Lock::EndShare() {
+  file_.Unlock(kReaders);
+}
+
+void Lock::MarkUser(unsigned number) {
+  file_.TryLock({kUsers + number, 1}, LockKind::Shared);
+}
+void Lock::UnmarkUser(unsigned number) {
+  file_.Unlock({kUsers + number, 1});
+}
+bool Lock::IsOurs(unsigned number) {
+  return file_.IsLockedByOther({kUsers + number, 1}, LockKind::Exclusive);
+}
+
+void Lock::MarkWriter(unsigned number) {
+  file_.TryLock({kWriters + number, 1}, LockKind::Exclusive);
+}
+void Lock::UnmarkWriter(unsigned number) {
+  file_.Unlock({kWriters + number, 1});
+}
+
+std::optional<unsigned> Lock::Writer() {
+  std::uint64_t where = 0;
+  if (!file_.IsLockedByOther({kWriters + 1, kMostUsers}, LockKind::Exclusive, &where)) return std::nullopt;
+  return static_cast<unsigned>(where - kWriters);
+}
+
+}  // namespace jet

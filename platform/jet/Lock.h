@@ -1,0 +1,62 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <optional>
+
+#include "platform/jet/File.h"
+
+namespace jet {
+
+/// How long to wait for others, and how. `sleep` is replaced in tests.
+struct WaitRule {
+  std::chrono::milliseconds limit{5000};
+  std::function<void(std::chrono::milliseconds)> sleep;
+
+  /// Sleeps for a real while.
+  static WaitRule Real();
+};
+
+/// Tries again and again, with growing pauses, until `attempt` answers true. False when the limit is reached.
+bool WaitFor(const WaitRule& rule, const std::function<bool()>& attempt);
+
+/// The locks by which programs of this kind take turns on one database: on bytes of the database file itself, past the
+/// largest place that data can have. Any number may read; one may prepare a change while others read; to write, it
+/// keeps new readers out and waits for the present ones. A lock dies with the process that holds it.
+///
+///   0x80000000  pending: held by who waits for the readers to end
+///   0x80000001  reserved: held by the one who may change the file
+///   0x80000002  shared by readers, exclusive while pages are written
+///   0x80001000  + n: user n of the .ldb is one of us
+///   0x80002000  + n: user n of the .ldb has the reserved lock
+class Lock {
+ public:
+  static constexpr unsigned kMostUsers = 255;
+
+  explicit Lock(File& file) : file_(file) {}
+
+  /// None of these waits; false = someone is in the way.
+  bool TryShare();
+  bool TryReserve();
+  /// With the reserved lock only. Keeps new readers out from the first attempt on.
+  bool TryExclude();
+
+  void EndExclude();  ///< back to shared
+  void EndReserve();
+  void EndShare();
+
+  /// Lets others see that user `number` is one of us, or has the reserved lock. Answers false when it cannot be done.
+  void MarkUser(unsigned number);
+  void UnmarkUser(unsigned number);
+  bool IsOurs(unsigned number);
+  void MarkWriter(unsigned number);
+  void UnmarkWriter(unsigned number);
+  /// The number of the user who has the reserved lock; nothing when it is not known.
+  std::optional<unsigned> Writer();
+
+ private:
+  File& file_;
+};
+
+}  // namespace jet

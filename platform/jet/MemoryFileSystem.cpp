@@ -1,0 +1,200 @@
+#include "platform/jet/MemoryFileSystem.h"
+
+#include <algorithm>
+#include <cerrno>
+
+namespace jet {
+
+struct MemoryFileSystem::Node {
+  struct Held {
+    const void* owner;
+    ByteRange range;
+    LockKind kind;
+  };
+
+  std::mutex mutex;
+  std::uint64_t inode = 0;
+  Bytes content;
+  std::vector<Held> locks;
+};
+
+namespace {
+
+using Node = MemoryFileSystem::Node;
+
+bool Overlap(ByteRange a, ByteRange b) {
+  return a.start < b.start + b.length && b.start < a.start + a.length;
+}
+
+class MemoryFile final : public File {
+ public:
+  MemoryFile(std::string name, std::shared_ptr<Node> node, bool writable)
+      : File(std::move(name)), node_(std::move(node)), writable_(writable) {}
+
+  ~MemoryFile() override {
+    const std::lock_guard guard(node_->mutex);
+    std::erase_if(node_->locks, [this](const Node::Held& held) { return held.owner == this; });
+  }
+
+  std::int64_t RawRead(std::uint64_t offset, ByteSpan into) override {
+    const std::lock_guard guard(node_->mutex);
+    if (offset >= node_->content.size()) return 0;
+    const std::size_t count = std::min<std::size_t>(into.size(), node_->content.size() - offset);
+    std::copy_n(node_->content.begin() + static_cast<std::ptrdiff_t>(offset), count, into.begin());
+    return static_cast<std::int64_t>(count);
+  }
+
+  std::int64_t RawWrite(std::uint64_t offset, ByteView bytes) override {
+    if (!writable_) return -EBADF;
+    const std::lock_guard guard(node_->mutex);
+    if (node_->content.size() < offset + bytes.size()) node_->content.resize(offset + bytes.size());
+    std::copy(bytes.begin(), bytes.end(), node_->content.begin() + static_cast<std::ptrdiff_t>(offset));
+    return static_cast<std::int64_t>(bytes.size());
+  }
+
+  std::int64_t RawSize() override {
+    const std::lock_guard guard(node_->mutex);
+    return static_cast<std::int64_t>(node_->content.size());
+  }
+
+  int RawTruncate(std::uint64_t size) override {
+    if (!writable_) return -EBADF;
+    const std::lock_guard guard(node_->mutex);
+    node_->content.resize(size);
+    return 0;
+  }
+
+  int RawSync() override { return 0; }
+
+  int RawLock(ByteRange range, LockKind kind) override {
+    if (!writable_ && kind == LockKind::Exclusive) return -EBADF;
+    const std::lock_guard guard(node_->mutex);
+    if (Conflict(range, kind) != nullptr) return -EAGAIN;
+    Release(range);
+    node_->locks.push_back({this, range, kind});
+    return 0;
+  }
+
+  int RawUnlock(ByteRange range) override {
+    const std::lock_guard guard(node_->mutex);
+    Release(range);
+    return 0;
+  }
+
+  int RawFindLock(ByteRange range, LockKind kind, bool* found, std::uint64_t* where) override {
+    const std::lock_guard guard(node_->mutex);
+    const Node::Held* held = Conflict(range, kind);
+    *found = held != nullptr;
+    if (held != nullptr) *where = held->range.start;
+    return 0;
+  }
+
+  int RawIdentity(FileIdentity* identity) override {
+    *identity = {0, node_->inode};
+    return 0;
+  }
+
+ private:
+  const Node::Held* Conflict(ByteRange range, LockKind kind) const {
+    const auto meets = [&](const Node::Held& held) {
+      return held.owner != this && Overlap(held.range, range) &&
+             (kind == LockKind::Exclusive || held.kind == LockKind::Exclusive);
+    };
+    const auto first = std::find_if(node_->locks.begin(), node_->locks.end(), meets);
+    return first == node_->locks.end() ? nullptr : &*first;
+  }
+
+  // A lock that is only partly given up keeps its other bytes, as on a disk.
+  void Release(ByteRange range) {
+    std::vector<Node::Held> kept;
+    for (const Node::Held& held : node_->locks) {
+      if (held.owner != this || !Overlap(held.range, range)) {
+        kept.push_back(held);
+        continue;
+      }
+      const std::uint64_t heldEnd = held.range.start + held.range.length;
+      const std::uint64_t end = range.start + range.length;
+      if (held.range.start < range.start)
+        kept.push_back({this, {held.range.start, range.start - held.range.start}, held.kind});
+      if (end < heldEnd) kept.push_back({this, {end, heldEnd - end}, held.kind});
+    }
+    node_->locks = std::move(kept);
+  }
+
+  std::shared_ptr<Node> node_;
+  bool writable_;
+};
+
+}  // namespace
+
+std::shared_ptr<Node> MemoryFileSystem::Make() {
+  auto node = std::make_shared<Node>();
+  node->inode = nextInode_++;
+  return node;
+}
+
+void MemoryFileSystem::Put(const Path& path, Bytes content) {
+  const std::lock_guard guard(mutex_);
+  auto node = Make();
+  node->content = std::move(content);
+  nodes_[path] = std::move(node);
+}
+
+Bytes MemoryFileSystem::Get(const Path& path) {
+  const std::lock_guard guard(mutex_);
+  const auto found = nodes_.find(path);
+  if (found == nodes_.end()) return {};
+  const std::lock_guard nodeGuard(found->second->mutex);
+  return found->second->content;
+}
+
+std::vector<FileSystem::Path> MemoryFileSystem::Names() {
+  const std::lock_guard guard(mutex_);
+  std::vector<Path> names;
+  for (const auto& [name, node] : nodes_)
+    names.push_back(name);
+  return names;
+}
+
+int MemoryFileSystem::RawOpen(const Path& path, OpenMode mode, std::unique_ptr<File>* file) {
+  const std::lock_guard guard(mutex_);
+  const auto found = nodes_.find(path);
+  const bool there = found != nodes_.end();
+  if (there && mode == OpenMode::Create) return -EEXIST;
+  if (!there && (mode == OpenMode::Read || mode == OpenMode::Write)) return -ENOENT;
+  std::shared_ptr<Node> node = there ? found->second : nodes_[path] = Make();
+  *file = std::make_unique<MemoryFile>(path.string(), std::move(node), mode != OpenMode::Read);
+  return 0;
+}
+
+int MemoryFileSystem::RawIdentity(const Path& path, FileIdentity* identity) {
+  const std::lock_guard guard(mutex_);
+  const auto found = nodes_.find(path);
+  if (found == nodes_.end()) return -ENOENT;
+  *identity = {0, found->second->inode};
+  return 0;
+}
+
+int MemoryFileSystem::RawRename(const Path& from, const Path& to) {
+  const std::lock_guard guard(mutex_);
+  const auto found = nodes_.find(from);
+  if (found == nodes_.end()) return -ENOENT;
+  std::shared_ptr<Node> node = found->second;
+  nodes_.erase(found);
+  nodes_[to] = std::move(node);
+  return 0;
+}
+
+int MemoryFileSystem::RawRemove(const Path& path) {
+  const std::lock_guard guard(mutex_);
+  return nodes_.erase(path) == 0 ? -ENOENT : 0;
+}
+
+int MemoryFileSystem::RawSyncFolder(const Path&) {
+  return 0;
+}
+int MemoryFileSystem::RawCopyPermissions(const Path&, const Path&) {
+  return 0;
+}
+
+}  // namespace jet

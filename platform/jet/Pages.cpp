@@ -1,0 +1,85 @@
+#include "platform/jet/Pages.h"
+
+#include <algorithm>
+
+#include "platform/jet/Codec.h"
+#include "platform/jet/Damage.h"
+#include "platform/jet/Rc4.h"
+
+namespace jet {
+
+namespace {
+
+constexpr std::uint64_t kLargestFile = std::uint64_t{1} << 31;
+
+}  // namespace
+
+PageRef ReadTyped(PageSource& pages, std::uint32_t number, PageType type) {
+  PageRef page = pages.Read(number);
+  if ((*page)[0] != static_cast<std::uint8_t>(type) || (*page)[1] != 1) {
+    throw DamageAt(number, "soort " + std::to_string((*page)[0]) + " in plaats van " +
+                               std::to_string(static_cast<unsigned>(type)));
+  }
+  return page;
+}
+
+Pages::Pages(File& file, std::size_t cachedPages) : file_(file), capacity_(std::max<std::size_t>(cachedPages, 1)) {
+  Refresh();
+}
+
+void Pages::Refresh() {
+  recent_.clear();
+  index_.clear();
+  PageBytes page0{};
+  const std::size_t length = file_.ReadAt(0, page0);
+  header_ = ParseHeader(ByteView(page0).first(length), file_.Name());
+  pageCount_ = static_cast<std::uint32_t>(std::min(file_.Size(), kLargestFile) / kPageSize);
+}
+
+PageRef Pages::Read(std::uint32_t number) {
+  if (!recent_.empty() && recent_.front().number == number) return recent_.front().page;
+  if (const auto found = index_.find(number); found != index_.end()) {
+    recent_.splice(recent_.begin(), recent_, found->second);
+    return recent_.front().page;
+  }
+  PageRef page = Load(number);
+  Keep(number, page);
+  return page;
+}
+
+void Pages::Keep(std::uint32_t number, PageRef page) {
+  if (recent_.size() >= capacity_) {
+    index_.erase(recent_.back().number);
+    recent_.pop_back();
+  }
+  recent_.push_front({number, std::move(page)});
+  index_[number] = recent_.begin();
+}
+
+PageRef Pages::Load(std::uint32_t number) {
+  if (number >= pageCount_) throw DamageAt(number, "ligt voorbij het einde van het bestand");
+  auto page = std::make_shared<PageBytes>();
+  if (file_.ReadAt(std::uint64_t{number} * kPageSize, *page) != kPageSize) {
+    throw DamageAt(number, "het bestand is afgekapt");
+  }
+  ApplyEncoding(number, *page);
+  return page;
+}
+
+void Pages::Accept(std::uint32_t number, PageRef page) {
+  pageCount_ = std::max(pageCount_, number + 1);
+  if (const auto found = index_.find(number); found != index_.end()) {
+    found->second->page = std::move(page);
+  } else {
+    Keep(number, std::move(page));
+  }
+}
+
+void Pages::ApplyEncoding(std::uint32_t number, PageBytes& page) const {
+  if (number == 0 || header_.encodingKey == 0) return;
+  std::array<std::uint8_t, 4> key;
+  Store(key.data(), header_.encodingKey ^ number);
+  ApplyRc4(key, page);
+}
+
+}  // namespace jet

@@ -1,0 +1,319 @@
+#include "platform/jet/Storage.h"
+
+#include <algorithm>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+#include "platform/jet/Codec.h"
+#include "platform/jet/Error.h"
+
+namespace jet {
+namespace {
+
+constexpr std::uint16_t kFirstCommitCount = 0x0100;  // a word below is said to mean a crash
+
+}  // namespace
+
+/// The pages before a change that was not finished, laid over a file that cannot be written.
+class Storage::OverlaidPages final : public PageSource {
+ public:
+  OverlaidPages(Pages& pages, Journal::Overlay overlay) : pages_(pages), overlay_(std::move(overlay)) {
+    for (auto& [number, page] : overlay_.pages) {
+      auto decoded = std::make_shared<PageBytes>(*page);
+      pages_.ApplyEncoding(number, *decoded);
+      page = std::move(decoded);
+    }
+  }
+  std::uint32_t PageCount() override { return static_cast<std::uint32_t>(overlay_.length / kPageSize); }
+  PageRef Read(std::uint32_t number) override {
+    const auto found = overlay_.pages.find(number);
+    return found != overlay_.pages.end() ? found->second : pages_.Read(number);
+  }
+
+ private:
+  Pages& pages_;
+  Journal::Overlay overlay_;
+};
+
+namespace {
+
+/// Which Stores this process has. A Storage belongs to one thread.
+class Registry {
+ public:
+  using Maker = std::function<std::shared_ptr<Storage>()>;
+
+  std::shared_ptr<Storage> Find(FileSystem& files, FileIdentity identity, bool readOnly, const Maker& make,
+                                const std::function<FileIdentity(const Storage&)>& identityOf) {
+    const std::lock_guard guard(mutex_);
+    std::erase_if(entries_, [](const Entry& entry) { return entry.store.expired(); });
+    for (const Entry& entry : entries_) {
+      const auto store = entry.store.lock();
+      if (store == nullptr || entry.files != &files || entry.thread != std::this_thread::get_id()) continue;
+      if (entry.readOnly == readOnly && identityOf(*store) == identity) return store;
+    }
+    auto store = make();
+    entries_.push_back({&files, std::this_thread::get_id(), readOnly, store});
+    return store;
+  }
+
+ private:
+  struct Entry {
+    FileSystem* files;
+    std::thread::id thread;
+    bool readOnly;
+    std::weak_ptr<Storage> store;
+  };
+  std::mutex mutex_;
+  std::vector<Entry> entries_;
+};
+
+}  // namespace
+
+std::shared_ptr<Storage> Storage::Open(const std::filesystem::path& path, const StorageOptions& options,
+                                       FileSystem& files) {
+  static Registry registry;
+  const auto identity = files.Identity(path);
+  const auto make = [&] { return std::make_shared<Storage>(path, options, files); };
+  if (!identity) return make();  // says what is wrong
+  return registry.Find(files, *identity, options.readOnly, make, [](const Storage& store) { return store.identity_; });
+}
+
+Storage::Storage(const std::filesystem::path& path, const StorageOptions& options, FileSystem& files)
+    : files_(files), path_(path), name_(path.string()), options_(options), journal_(files, path), source_(*this) {
+  OpenFile();
+  // A crashed statement may have left the header half written: look at it only under the lock.
+  const ReadGuard reading(*this);
+}
+
+Storage::~Storage() = default;
+
+PageSource& Storage::Present() {
+  if (transaction_ != nullptr) return *transaction_;
+  if (overlay_ != nullptr) return *overlay_;
+  return *pages_;
+}
+
+void Storage::OpenFile() {
+  overlay_.reset();
+  pages_.reset();
+  lockFile_.reset();
+  lock_.reset();
+  readOnly_ = options_.readOnly;
+  try {
+    file_ = files_.Open(path_, readOnly_ ? OpenMode::Read : OpenMode::Write);
+  } catch (const Error& error) {
+    if (readOnly_ || error.Code() != ErrorCode::AccessDenied) throw;
+    file_ = files_.Open(path_, OpenMode::Read);
+    readOnly_ = true;
+  }
+  identity_ = file_->Identity();
+  lock_ = std::make_unique<Lock>(*file_);
+  if (!readOnly_) lockFile_ = std::make_unique<LockFile>(files_, path_, *lock_);
+}
+
+void Storage::BeginRead() {
+  if (readers_ == 0 && !WaitFor(options_.wait, [this] { return TryBeginRead(); })) ThrowInUse();
+  ++readers_;
+}
+
+bool Storage::TryBeginRead() {
+  if (!lock_->TryShare()) return false;
+  try {
+    const auto identity = files_.Identity(path_);
+    if (identity && *identity != identity_) {
+      OpenFile();  // someone put another file in its place
+      return false;
+    }
+    if (journal_.Exists()) {
+      RecoverOrOverlay();
+    } else {
+      overlay_.reset();
+    }
+    RefreshIfChanged();
+  } catch (const Error&) {
+    lock_->EndShare();
+    throw;
+  }
+  return true;
+}
+
+void Storage::EndRead() noexcept {
+  if (--readers_ > 0) return;
+  try {
+    lock_->EndShare();
+  } catch (const Error&) {
+    // The lock ends with the handle.
+  }
+}
+
+void Storage::RecoverOrOverlay() {
+  if (!readOnly_) {
+    try {
+      return RecoverExclusively();
+    } catch (const Error& error) {
+      if (error.Code() != ErrorCode::AccessDenied) throw;
+    }
+  }
+  lastSize_ = 0;
+  RefreshIfChanged();
+  auto overlay = journal_.ReadOverlay();
+  overlay_ = overlay ? std::make_unique<OverlaidPages>(*pages_, std::move(*overlay)) : nullptr;
+}
+
+// Gives up the shared lock for the while: others who found the same journal must not wait for each other.
+void Storage::RecoverExclusively() {
+  lock_->EndShare();
+  const auto exclude = [this] { return (reserved_ || lock_->TryReserve()) && lock_->TryExclude(); };
+  const bool excluded = WaitFor(options_.wait, exclude);
+  std::exception_ptr failure;
+  if (excluded) {
+    try {
+      journal_.Recover(*file_);
+    } catch (const Error&) {
+      failure = std::current_exception();
+    }
+    lastSize_ = 0;
+  }
+  lock_->EndExclude();
+  if (!reserved_) lock_->EndReserve();
+  if (!excluded) ThrowInUse();
+  if (failure) std::rethrow_exception(failure);
+}
+
+void Storage::RefreshIfChanged() {
+  PageBytes header{};
+  file_->ReadAt(0, header);
+  const std::uint64_t size = file_->Size();
+  if (pages_ != nullptr && size == lastSize_ && header == lastHeader_) return;
+  if (pages_ == nullptr) {
+    pages_ = std::make_unique<Pages>(*file_, options_.cachedPages);
+  } else {
+    pages_->Refresh();
+  }
+  lastHeader_ = header;
+  lastSize_ = size;
+  ++generation_;
+}
+
+void Storage::ThrowInUse() {
+  std::string by = "een ander programma";
+  const auto writer = lock_->Writer();
+  if (writer && lockFile_ != nullptr) {
+    const LockFileUser user = lockFile_->UserAt(*writer);
+    if (!user.machine.empty()) by = user.name + " op " + user.machine;
+  }
+  throw Error(ErrorCode::Locked,
+              "Het bestand '" + name_ + "' is in gebruik door " + by + ". Probeer het straks opnieuw.");
+}
+
+void Storage::Reserve() {
+  // Who already reads cannot wait: the writer may be waiting for this very reader.
+  const bool reserved =
+      readers_ > 0 ? lock_->TryReserve() : WaitFor(options_.wait, [this] { return lock_->TryReserve(); });
+  if (!reserved) ThrowInUse();
+  reserved_ = true;
+  if (lockFile_ != nullptr && lockFile_->Number() != 0) lock_->MarkWriter(lockFile_->Number());
+}
+
+void Storage::CheckForeignUsers() {
+  if (lockFile_ == nullptr) return;
+  std::optional<unsigned> foreign;
+  // Another of our programs may be just between taking its number and marking it.
+  WaitRule shortly = options_.wait;
+  shortly.limit = std::min(shortly.limit, std::chrono::milliseconds(100));
+  if (WaitFor(shortly, [&] { return !(foreign = lockFile_->ForeignUser()); })) return;
+  const LockFileUser user = lockFile_->UserAt(*foreign);
+  throw Error(ErrorCode::Locked, "Het bestand '" + name_ + "' is geopend met een ander databaseprogramma (" +
+                                     user.name + " op " + user.machine +
+                                     "). Zolang dat zo is, wordt er niet in geschreven.");
+}
+
+void Storage::BeginWrite() {
+  if (IsWriting()) throw Error(ErrorCode::Misuse, "Er loopt al een wijziging van het bestand '" + name_ + "'.");
+  if (readOnly_) throw Error(ErrorCode::AccessDenied, "Het bestand '" + name_ + "' is alleen-lezen.");
+  // The file may have been put in place of the one that is open: look before the lock is taken on the wrong one.
+  if (readers_ == 0) const ReadGuard look(*this);
+  bool reading = false;
+  try {
+    Reserve();
+    BeginRead();
+    reading = true;
+    CheckForeignUsers();
+    if (overlay_ != nullptr) throw Error(ErrorCode::AccessDenied, "De map van '" + name_ + "' is alleen-lezen.");
+    if (lastSize_ % kPageSize != 0) throw Error(ErrorCode::Damaged, "Het bestand '" + name_ + "' is afgekapt.");
+    transaction_ = std::make_unique<Transaction>(*pages_);
+  } catch (const Error&) {
+    if (reading) EndRead();
+    EndWrite();
+    throw;
+  }
+}
+
+void Storage::Commit() {
+  if (transaction_->ChangedPages().empty()) return Rollback();
+  try {
+    RaiseCommitCounter();
+    if (!WaitFor(options_.wait, [this] { return lock_->TryExclude(); })) ThrowInUse();
+    WriteChanges();
+  } catch (const Error&) {
+    lastSize_ = 0;  // look at the file anew
+    Rollback();
+    throw;
+  }
+  Rollback();
+}
+
+void Storage::Rollback() noexcept {
+  transaction_.reset();
+  ++generation_;
+  try {
+    lock_->EndExclude();
+  } catch (const Error&) {
+    // The locks end with the handle.
+  }
+  EndRead();
+  EndWrite();
+}
+
+void Storage::EndWrite() noexcept {
+  if (!reserved_) return;
+  reserved_ = false;
+  try {
+    if (lockFile_ != nullptr && lockFile_->Number() != 0) lock_->UnmarkWriter(lockFile_->Number());
+    lock_->EndReserve();
+  } catch (const Error&) {
+    // The locks end with the handle.
+  }
+}
+
+void Storage::RaiseCommitCounter() {
+  std::uint8_t* counter = transaction_->Change(0).data() + kCommitCounters;
+  const auto next = static_cast<std::uint16_t>(LoadU16(counter) + 1);
+  Store(counter, std::max(next, kFirstCommitCount));
+}
+
+void Storage::WriteChanges() {
+  const std::uint32_t oldPages = transaction_->OldPageCount();
+  const auto& changed = transaction_->ChangedPages();
+  std::vector<PageBytes> before(changed.size());
+  std::vector<PageBytes> after(changed.size());
+  std::vector<PageChange> changes;
+  for (const auto& [number, page] : changed) {
+    const std::size_t i = changes.size();
+    after[i] = *page;
+    pages_->ApplyEncoding(number, after[i]);
+    const bool isOld = number < oldPages;
+    if (isOld) file_->ReadAt(std::uint64_t{number} * kPageSize, before[i]);
+    changes.push_back({number, isOld ? &before[i] : nullptr, &after[i]});
+  }
+  const std::uint64_t newSize = std::uint64_t{transaction_->PageCount()} * kPageSize;
+  journal_.Commit(*file_, changes, lastSize_, newSize);
+  for (const auto& [number, page] : changed)
+    pages_->Accept(number, page);
+  lastHeader_ = *changed.at(0);
+  lastSize_ = newSize;
+  ++generation_;
+}
+
+}  // namespace jet

@@ -1,0 +1,57 @@
+#include "platform/jet/TableCursor.h"
+
+#include <algorithm>
+
+#include "platform/jet/Damage.h"
+
+namespace jet {
+
+const std::vector<Value>& RowDecoder::Decode(ByteView row) {
+  const RowView view(row, table_);
+  for (std::size_t i = 0; i < columns_.size(); ++i)
+    ReadField(pages_, view, *columns_[i], values_[i]);
+  return values_;
+}
+
+bool TableCursor::Next() {
+  return InContext(context_, [&] {
+    if (!scan_.Next()) return false;
+    InContext([&] { return "pagina " + std::to_string(PageOf(Id())) + ", rij " + std::to_string(SlotOf(Id())) + ": "; },
+              [&] { decoder_.Decode(scan_.Row()); });
+    return true;
+  });
+}
+
+KeyCursor::KeyCursor(IndexCursor cursor, bool backwards, std::string context)
+    : cursor_(std::move(cursor)), backwards_(backwards), context_(std::move(context)) {}
+
+KeyCursor::KeyCursor(IndexCursor cursor, Bytes key, std::string context)
+    : cursor_(std::move(cursor)), key_(std::move(key)), context_(std::move(context)) {}
+
+bool KeyCursor::Next() {
+  return InContext(context_, [&] { return Step(); });
+}
+
+bool KeyCursor::Step() {
+  if (!started_) {
+    started_ = true;
+    if (backwards_) {
+      cursor_.SeekLast();
+    } else {
+      cursor_.Seek(key_);
+    }
+  } else if (!cursor_.Valid()) {
+    return false;
+  } else if (backwards_) {
+    cursor_.Previous();
+  } else {
+    cursor_.Next();
+  }
+  if (!cursor_.Valid()) return false;
+  const ByteView found = cursor_.Key();
+  if (found.size() < key_.size() || !std::equal(key_.begin(), key_.end(), found.begin())) return false;
+  row_ = cursor_.Row();
+  return true;
+}
+
+}  // namespace jet

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <map>
+#include <memory>
+
+#include "platform/jet/Pages.h"
+
+namespace jet {
+
+/// The changed pages of one statement, laid over the file's own. Reading sees the changes; nothing reaches the file
+/// until a Storage commits them. Not thread-safe.
+class Transaction final : public PageSource {
+ public:
+  using Changes = std::map<std::uint32_t, std::shared_ptr<PageBytes>>;
+
+  explicit Transaction(PageSource& base) : base_(base), pageCount_(base.PageCount()) {}
+
+  std::uint32_t PageCount() override { return pageCount_; }
+  PageRef Read(std::uint32_t number) override;
+
+  /// The page, to be changed. Ask again after any Read of the same page: whoever reads a page keeps what was read.
+  PageBytes& Change(std::uint32_t number);
+  /// A new page of zeros at the end of the file; answers its number.
+  std::uint32_t Append();
+
+  const Changes& ChangedPages() const { return changes_; }
+  /// Pages in the file before this statement.
+  std::uint32_t OldPageCount() { return base_.PageCount(); }
+
+ private:
+  PageSource& base_;
+  std::uint32_t pageCount_;
+  Changes changes_;
+};
+
+}  // namespace jet

@@ -1,0 +1,14 @@
+/// Conversion between the file's UTF-16 and UTF-8, for messages and for programs that print.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace jet {
+
+/// A lone surrogate becomes U+FFFD.
+std::string ToUtf8(std::u16string_view text);
+/// A malformed sequence becomes U+FFFD.
+std::u16string FromUtf8(std::string_view text);
+
+}  // namespace jet

@@ -1,0 +1,80 @@
+#include "platform/jet/WholeFile.h"
+
+#include <cerrno>
+
+#include "platform/jet/Error.h"
+
+namespace jet {
+namespace {
+
+constexpr int kMostTemporaryNames = 1000;
+
+ByteView AsBytes(std::string_view text) {
+  return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
+}
+
+std::filesystem::path FreeName(FileSystem& files, const std::filesystem::path& path) {
+  for (int number = 1; number < kMostTemporaryNames; ++number) {
+    std::filesystem::path candidate = path;
+    candidate += "." + std::to_string(number) + ".tmp";
+    if (!files.Exists(candidate)) return candidate;
+  }
+  throw SystemError("aanmaken", path.string(), EEXIST);
+}
+
+}  // namespace
+
+WholeFile::WholeFile(const std::filesystem::path& path, FileSystem& files)
+    : WholeFile(path, FreeName(files, path), files) {}
+
+WholeFile::WholeFile(const std::filesystem::path& path, const std::filesystem::path& temporary, FileSystem& files)
+    : files_(files), path_(path), temporary_(temporary), file_(files.Open(temporary, OpenMode::Create)) {}
+
+WholeFile::~WholeFile() {
+  if (done_) return;
+  file_.reset();
+  try {
+    files_.Remove(temporary_);
+  } catch (const Error&) {
+    // The reason why Commit was not reached is what the user hears of.
+  }
+}
+
+void WholeFile::Write(std::string_view content) {
+  file_->WriteAt(written_, AsBytes(content));
+  written_ += content.size();
+}
+
+void WholeFile::Sync() {
+  file_->Sync();
+}
+
+void WholeFile::Commit() {
+  if (files_.Exists(path_)) files_.CopyPermissions(path_, temporary_);
+  Sync();
+  files_.Rename(temporary_, path_);
+  done_ = true;
+  files_.SyncFolderOf(path_);
+}
+
+void WriteWholeFile(const std::filesystem::path& path, std::string_view content, FileSystem& files) {
+  WholeFile file(path, files);
+  file.Write(content);
+  file.Commit();
+}
+
+void AppendDurably(const std::filesystem::path& path, std::string_view text, FileSystem& files) {
+  const bool isNew = !files.Exists(path);
+  const auto file = files.Open(path, OpenMode::OpenOrCreate);
+  const std::uint64_t oldSize = file->Size();
+  try {
+    file->WriteAt(oldSize, AsBytes(text));
+    file->Sync();
+    if (isNew) files.SyncFolderOf(path);
+  } catch (const Error&) {
+    file->RawTruncate(oldSize);
+    throw;
+  }
+}
+
+}  // namespace jet

@@ -1,0 +1,185 @@
+// A change is there whole or not at all, whatever fails and whenever the power goes.
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "platform/jet/Error.h"
+#include "tests/platform/jet/support/FaultyFiles.h"
+#include "tests/platform/jet/support/PowerCut.h"
+#include "tests/platform/jet/support/TinyDatabase.h"
+
+namespace jet {
+namespace {
+
+using test::Fault;
+using test::FaultyFiles;
+using test::PagesAfterReopening;
+using Values = std::vector<std::uint32_t>;
+
+constexpr const char* kPath = "/data/station.mdb";
+constexpr const char* kJournal = "/data/station.mdb-journal";
+const Values kOld = {1, 2, 3};
+const Values kNew = {10, 2, 30, 40, 50};
+
+void Change(Storage& storage) {
+  WriteGuard writing(storage);
+  test::Fill(storage, 1, 10);
+  test::Fill(storage, 3, 30);
+  test::Fill(storage, 4, 40);
+  test::Fill(storage, 5, 50);
+  writing.Commit();
+}
+
+bool Succeeds(const std::function<void()>& call) {
+  try {
+    call();
+    return true;
+  } catch (const Error&) {
+    return false;
+  }
+}
+
+/// What a process leaves that died after the first page was overwritten.
+struct Wreck {
+  Bytes database;
+  Bytes journal;
+};
+
+Wreck DieMidway() {
+  for (int call = 0;; ++call) {
+    MemoryFileSystem memory;
+    memory.Put(kPath, test::TinyDatabase(kOld));
+    FaultyFiles files(memory);
+    {
+      Storage storage(kPath, test::TestOptions(), files);
+      files.FailAt(call, Fault::Dead);
+      Succeeds([&] { Change(storage); });
+    }
+    if (memory.Get(kPath) != test::TinyDatabase(kOld)) return {memory.Get(kPath), memory.Get(kJournal)};
+  }
+}
+
+class EveryFault : public testing::TestWithParam<Fault> {};
+
+INSTANTIATE_TEST_SUITE_P(Kinds, EveryFault,
+                         testing::Values(Fault::Error, Fault::DiskFull, Fault::Interrupted, Fault::ShortCount,
+                                         Fault::Dead));
+
+TEST_P(EveryFault, OfAnyCallLeavesTheOldOrTheNewState) {
+  int call = 0;
+  for (bool reached = true; reached; ++call) {
+    MemoryFileSystem memory;
+    memory.Put(kPath, test::TinyDatabase(kOld));
+    FaultyFiles files(memory);
+    bool done = false;
+    {
+      Storage storage(kPath, test::TestOptions(), files);
+      files.FailAt(call, GetParam());
+      done = Succeeds([&] { Change(storage); });
+      reached = files.Failed();
+      if (GetParam() != Fault::Dead) {
+        // The same opening goes on once the trouble is over.
+        files.FailNever();
+        const ReadGuard reading(storage);
+        const Values now = test::PagesOf(storage.Source());
+        EXPECT_TRUE(now == kNew || (!done && now == kOld)) << "call " << call;
+      }
+    }
+    const Values after = PagesAfterReopening(memory, kPath);
+    EXPECT_TRUE(after == kNew || (!done && after == kOld)) << "call " << call;
+    EXPECT_TRUE(Succeeds([&] {
+      Storage storage(kPath, test::TestOptions(), memory);
+      Change(storage);
+    })) << "call "
+        << call;
+    EXPECT_EQ(PagesAfterReopening(memory, kPath), kNew);
+  }
+  EXPECT_GT(call, 20);
+}
+
+TEST_P(EveryFault, DuringRecoveryIsOvercomeByTheNextOne) {
+  const Wreck wreck = DieMidway();
+  ASSERT_FALSE(wreck.journal.empty());
+  bool reached = true;
+  for (int call = 0; reached; ++call) {
+    MemoryFileSystem memory;
+    memory.Put(kPath, wreck.database);
+    memory.Put(kJournal, wreck.journal);
+    FaultyFiles files(memory);
+    files.FailAt(call, GetParam());
+    Succeeds([&] { PagesAfterReopening(files, kPath); });
+    reached = files.Failed();
+    EXPECT_EQ(PagesAfterReopening(memory, kPath), kOld) << "call " << call;
+    EXPECT_FALSE(memory.Exists(kJournal));
+  }
+}
+
+TEST(PowerCut, AtAnyMomentLeavesTheOldOrTheNewState) {
+  MemoryFileSystem memory;
+  memory.Put(kPath, test::TinyDatabase(kOld));
+  FaultyFiles files(memory);
+  std::vector<FaultyFiles::Change> changes;
+  files.Record(&changes);
+  std::vector<std::size_t> acknowledged;
+  std::vector<Values> states = {kOld};
+  {
+    Storage storage(kPath, test::TestOptions(), files);
+    for (std::uint32_t round = 1; round <= 3; ++round) {
+      WriteGuard writing(storage);
+      for (std::uint32_t page = 1; page <= 3 + round; ++page)
+        test::Fill(storage, page, 100 * round + page);
+      writing.Commit();
+      acknowledged.push_back(changes.size());
+      states.push_back(test::PagesOf(storage.Source()));
+    }
+  }
+  std::mt19937 random(7);
+  const int rounds = 3000 * test::LongTests();
+  int rolledBack = 0;
+  for (int i = 0; i < rounds; ++i) {
+    const std::size_t cut = random() % (changes.size() + 1);
+    MemoryFileSystem disk;
+    test::ReplayUntil(changes, cut, {{kPath, test::TinyDatabase(kOld)}}, random, disk);
+    rolledBack += disk.Exists(kJournal) ? 1 : 0;
+    const Values after = PagesAfterReopening(disk, kPath);
+    const auto done = static_cast<std::size_t>(
+        std::count_if(acknowledged.begin(), acknowledged.end(), [&](std::size_t end) { return end <= cut; }));
+    const bool isNext = done + 1 < states.size() && after == states[done + 1];
+    ASSERT_TRUE(after == states[done] || isNext) << "cut at " << cut << ", round " << i;
+  }
+  EXPECT_GT(rolledBack, rounds / 10);
+}
+
+TEST(Recovery, KeepsBothWhenAnotherProgramWrote) {
+  const Wreck wreck = DieMidway();
+  MemoryFileSystem memory;
+  memory.Put(kJournal, wreck.journal);
+  Bytes foreign = wreck.database;
+  foreign[3 * kPageSize + 700] ^= 1;
+  memory.Put(kPath, foreign);
+  try {
+    PagesAfterReopening(memory, kPath);
+    FAIL();
+  } catch (const Error& error) {
+    EXPECT_EQ(error.Code(), ErrorCode::ForeignWrite);
+    EXPECT_NE(std::string(error.what()).find("/data/station.mdb-journal-1"), std::string::npos) << error.what();
+  }
+  EXPECT_EQ(memory.Get(kPath), foreign);
+  EXPECT_EQ(memory.Get("/data/station.mdb-journal-1"), wreck.journal);
+  EXPECT_TRUE(Succeeds([&] { PagesAfterReopening(memory, kPath); }));
+}
+
+TEST(Recovery, LaysTheOldPagesOverAFileThatCannotBeWritten) {
+  const Wreck wreck = DieMidway();
+  MemoryFileSystem memory;
+  memory.Put(kPath, wreck.database);
+  memory.Put(kJournal, wreck.journal);
+  Storage reader(kPath, test::TestOptions(true), memory);
+  const ReadGuard reading(reader);
+  EXPECT_EQ(test::PagesOf(reader.Source()), kOld);
+  EXPECT_EQ(memory.Get(kPath), wreck.database);
+  EXPECT_TRUE(memory.Exists(kJournal));
+}
+
+}  // namespace
+}  // namespace jet

@@ -1,0 +1,201 @@
+#include "platform/jet/Storage.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/jet/Error.h"
+#include "tests/platform/jet/support/TinyDatabase.h"
+
+namespace jet {
+namespace {
+
+using test::Fill;
+using test::PagesAfterReopening;
+using test::PagesOf;
+using test::TestOptions;
+using Values = std::vector<std::uint32_t>;
+
+constexpr const char* kPath = "/data/station.mdb";
+constexpr std::uint64_t kUserBytes = 0x10000000;
+
+class StorageTest : public testing::Test {
+ protected:
+  void SetUp() override { files_.Put(kPath, test::TinyDatabase({1, 2, 3})); }
+
+  std::unique_ptr<Storage> Open(bool readOnly = false) {
+    return std::make_unique<Storage>(kPath, TestOptions(readOnly), files_);
+  }
+
+  static std::string MessageOf(const std::function<void()>& call) {
+    try {
+      call();
+    } catch (const Error& error) {
+      return error.what();
+    }
+    return "no error";
+  }
+
+  MemoryFileSystem files_;
+};
+
+TEST_F(StorageTest, ACommittedChangeIsThereAndNothingElseIsLeft) {
+  auto storage = Open();
+  {
+    WriteGuard writing(*storage);
+    Fill(*storage, 2, 20);
+    Fill(*storage, 4, 40);
+    EXPECT_EQ(PagesOf(storage->Source()), (Values{1, 20, 3, 40}));
+    writing.Commit();
+  }
+  EXPECT_EQ(PagesOf(storage->Source()), (Values{1, 20, 3, 40}));
+  storage.reset();
+  EXPECT_EQ(files_.Names(), std::vector<FileSystem::Path>{kPath});
+  EXPECT_EQ(PagesAfterReopening(files_, kPath), (Values{1, 20, 3, 40}));
+}
+
+TEST_F(StorageTest, WithoutCommitNothingHappened) {
+  const Bytes before = files_.Get(kPath);
+  const auto storage = Open();
+  {
+    const WriteGuard writing(*storage);
+    Fill(*storage, 2, 20);
+    Fill(*storage, 4, 40);
+  }
+  EXPECT_EQ(PagesOf(storage->Source()), (Values{1, 2, 3}));
+  EXPECT_EQ(files_.Get(kPath), before);
+}
+
+TEST_F(StorageTest, CountsItsCommitsInTheHeader) {
+  const auto storage = Open();
+  for (int i = 0; i < 3; ++i) {
+    WriteGuard writing(*storage);
+    Fill(*storage, 1, 10);
+    writing.Commit();
+  }
+  const Bytes file = files_.Get(kPath);
+  EXPECT_EQ(file[kCommitCounters], 3);
+  EXPECT_EQ(file[kCommitCounters + 1], 1);
+  EXPECT_EQ(file[kCommitCounters + 2], 0);
+}
+
+TEST_F(StorageTest, OthersSeeAChangeWhenItIsCommittedAndNotBefore) {
+  const auto writer = Open();
+  const auto reader = Open();
+  const std::uint64_t generation = reader->Generation();
+  WriteGuard writing(*writer);
+  Fill(*writer, 1, 10);
+  {
+    const ReadGuard reading(*reader);
+    EXPECT_EQ(PagesOf(reader->Source()), (Values{1, 2, 3}));
+  }
+  EXPECT_EQ(reader->Generation(), generation);
+  writing.Commit();
+  const ReadGuard reading(*reader);
+  EXPECT_EQ(PagesOf(reader->Source()), (Values{10, 2, 3}));
+  EXPECT_GT(reader->Generation(), generation);
+}
+
+TEST_F(StorageTest, ASecondWriterHearsWhoHasTheFile) {
+  const auto one = Open();
+  const auto other = Open();
+  const WriteGuard writing(*one);
+  const LockFileUser user = ThisUser();
+  EXPECT_EQ(MessageOf([&] { other->BeginWrite(); }), "Het bestand '" + std::string(kPath) + "' is in gebruik door " +
+                                                         user.name + " op " + user.machine +
+                                                         ". Probeer het straks opnieuw.");
+}
+
+TEST_F(StorageTest, AWriterThatGaveUpLeavesNoLockBehind) {
+  const auto one = Open();
+  const auto other = Open();
+  {
+    const WriteGuard writing(*one);
+    EXPECT_THROW(other->BeginWrite(), Error);
+  }
+  WriteGuard writing(*other);
+  Fill(*other, 1, 10);
+  writing.Commit();
+  EXPECT_EQ(PagesAfterReopening(files_, kPath), (Values{10, 2, 3}));
+}
+
+TEST_F(StorageTest, AReaderIsNotOverwrittenWhileItReads) {
+  const auto writer = Open();
+  const auto reader = Open();
+  {
+    const ReadGuard reading(*reader);
+    WriteGuard writing(*writer);
+    Fill(*writer, 1, 10);
+    EXPECT_THROW(writing.Commit(), Error);
+    EXPECT_EQ(PagesOf(reader->Source()), (Values{1, 2, 3}));
+  }
+  EXPECT_EQ(PagesAfterReopening(files_, kPath), (Values{1, 2, 3}));
+  WriteGuard writing(*writer);
+  Fill(*writer, 1, 10);
+  writing.Commit();
+  EXPECT_EQ(PagesAfterReopening(files_, kPath), (Values{10, 2, 3}));
+}
+
+TEST_F(StorageTest, FollowsAFileThatWasReplaced) {
+  const auto storage = Open();
+  files_.Put("/data/new.mdb", test::TinyDatabase({7, 8}));
+  files_.Rename("/data/new.mdb", kPath);
+  WriteGuard writing(*storage);
+  Fill(*storage, 1, 70);
+  writing.Commit();
+  EXPECT_EQ(PagesAfterReopening(files_, kPath), (Values{70, 8}));
+}
+
+TEST_F(StorageTest, ReadsButDoesNotWriteWhatIsReadOnly) {
+  const auto storage = Open(true);
+  EXPECT_EQ(PagesOf(storage->Source()), (Values{1, 2, 3}));
+  EXPECT_EQ(MessageOf([&] { storage->BeginWrite(); }), "Het bestand '/data/station.mdb' is alleen-lezen.");
+  EXPECT_EQ(files_.Names().size(), 1U);
+}
+
+TEST_F(StorageTest, ShowsItselfInTheLockFileAndRemovesItWhenTheLastOneGoes) {
+  auto one = Open();
+  auto other = Open();
+  const Bytes entries = files_.Get("/data/station.ldb");
+  ASSERT_EQ(entries.size(), 128U);
+  const std::string machine(entries.begin(), entries.begin() + static_cast<std::ptrdiff_t>(ThisUser().machine.size()));
+  EXPECT_EQ(machine, ThisUser().machine);
+  one.reset();
+  EXPECT_TRUE(files_.Exists("/data/station.ldb"));
+  other.reset();
+  EXPECT_FALSE(files_.Exists("/data/station.ldb"));
+}
+
+TEST_F(StorageTest, DoesNotWriteWhileAnotherMakersProgramHasTheFileOpen) {
+  const auto storage = Open();
+  auto foreign = files_.Open("/data/station.ldb", OpenMode::OpenOrCreate);
+  foreign->WriteAt(64, Bytes{'P', 'C', '7'});
+  foreign->WriteAt(64 + 32, Bytes{'A', 'n', 0});
+  ASSERT_TRUE(foreign->TryLock({kUserBytes + 2, 1}, LockKind::Exclusive));
+  EXPECT_EQ(MessageOf([&] { storage->BeginWrite(); }),
+            "Het bestand '/data/station.mdb' is geopend met een ander databaseprogramma (An op PC7). Zolang dat zo is, "
+            "wordt er niet in geschreven.");
+  EXPECT_EQ(PagesOf(storage->Source()), (Values{1, 2, 3}));
+  foreign.reset();
+  WriteGuard writing(*storage);
+  Fill(*storage, 1, 10);
+  writing.Commit();
+}
+
+TEST_F(StorageTest, OneThreadHasOneStorageOfAFile) {
+  const auto one = Storage::Open(kPath, TestOptions(), files_);
+  EXPECT_EQ(Storage::Open(kPath, TestOptions(), files_), one);
+  files_.Put("/data/other.mdb", test::TinyDatabase({1}));
+  EXPECT_NE(Storage::Open("/data/other.mdb", TestOptions(), files_), one);
+}
+
+TEST_F(StorageTest, KeepsWhatAReaderHoldsApartFromWhatIsChangedNext) {
+  const auto storage = Open();
+  const WriteGuard writing(*storage);
+  Fill(*storage, 1, 10);
+  const PageRef held = storage->Source().Read(1);
+  Fill(*storage, 1, 11);
+  EXPECT_EQ((*held)[0], 10);
+  EXPECT_EQ((*storage->Source().Read(1))[0], 11);
+}
+
+}  // namespace
+}  // namespace jet

@@ -1,0 +1,87 @@
+#include "platform/jet/WholeFile.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/jet/Error.h"
+#include "platform/jet/MemoryFileSystem.h"
+#include "tests/platform/jet/support/FaultyFiles.h"
+
+namespace jet {
+namespace {
+
+using test::Fault;
+
+std::string ContentOf(MemoryFileSystem& files, const char* path) {
+  const Bytes content = files.Get(path);
+  return {content.begin(), content.end()};
+}
+
+TEST(WholeFile, ReplacesTheOldFileAndLeavesNothingElse) {
+  MemoryFileSystem files;
+  WriteWholeFile("/a/planning.txt", "old", files);
+  WriteWholeFile("/a/planning.txt", "new and longer", files);
+  EXPECT_EQ(ContentOf(files, "/a/planning.txt"), "new and longer");
+  EXPECT_EQ(files.Names().size(), 1U);
+}
+
+TEST(WholeFile, WithoutCommitNothingHappened) {
+  MemoryFileSystem files;
+  WriteWholeFile("/a/planning.txt", "old", files);
+  {
+    WholeFile file("/a/planning.txt", "/a/under way", files);
+    file.Write("new");
+    EXPECT_TRUE(files.Exists("/a/under way"));
+  }
+  EXPECT_EQ(ContentOf(files, "/a/planning.txt"), "old");
+  EXPECT_EQ(files.Names().size(), 1U);
+}
+
+/// Runs `change` with every one of its calls failing in each way; `expect` judges what is there afterwards.
+void FailEveryCall(const std::function<void(FileSystem&)>& change,
+                   const std::function<void(MemoryFileSystem&, bool failed)>& expect) {
+  for (const Fault fault : {Fault::Error, Fault::DiskFull, Fault::Interrupted, Fault::ShortCount}) {
+    int call = 0;
+    for (bool reached = true; reached; ++call) {
+      MemoryFileSystem memory;
+      WriteWholeFile("/a/file", "old\n", memory);
+      test::FaultyFiles files(memory);
+      files.FailAt(call, fault);
+      bool failed = false;
+      try {
+        change(files);
+      } catch (const Error&) {
+        failed = true;
+      }
+      reached = files.Failed();
+      const bool harmless = fault == Fault::Interrupted || fault == Fault::ShortCount;
+      EXPECT_FALSE(harmless && failed) << call;
+      expect(memory, failed);
+    }
+    EXPECT_GT(call, 4);
+  }
+}
+
+TEST(WholeFile, IsOldOrNewWhateverFails) {
+  FailEveryCall([](FileSystem& files) { WriteWholeFile("/a/file", "new\n", files); },
+                [](MemoryFileSystem& memory, bool failed) {
+                  const std::string content = ContentOf(memory, "/a/file");
+                  EXPECT_TRUE(content == "new\n" || (failed && content == "old\n")) << content;
+                });
+}
+
+TEST(AppendDurably, AddsALineOrLeavesTheFileAsItWas) {
+  FailEveryCall([](FileSystem& files) { AppendDurably("/a/file", "a line\n", files); },
+                [](MemoryFileSystem& memory, bool failed) {
+                  EXPECT_EQ(ContentOf(memory, "/a/file"), failed ? "old\n" : "old\na line\n");
+                });
+}
+
+TEST(AppendDurably, MakesTheFile) {
+  MemoryFileSystem files;
+  AppendDurably("/a/log", "one\n", files);
+  AppendDurably("/a/log", "two\n", files);
+  EXPECT_EQ(ContentOf(files, "/a/log"), "one\ntwo\n");
+}
+
+}  // namespace
+}  // namespace jet
