@@ -7,7 +7,9 @@
 
 #include <QList>
 
-#define SI_NO_CONVERSION  // it is given plain UTF-8 and does not need to know
+// The text it is given is plain UTF-8; its code is taken from the header, with or without a library beside it.
+#define SI_NO_CONVERSION
+#define SI_IMPLEMENTATION
 #include <SimpleIni.h>
 
 #include <optional>

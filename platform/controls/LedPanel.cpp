@@ -20,9 +20,10 @@ LedPanel::LedPanel(QWidget* parent) : QWidget(parent) {
 void LedPanel::SetValue(int value) {
   const int shown = std::clamp(value, minimum_, maximum_);
   if (shown == value_) return;
+  const QString before = Shown();
   value_ = shown;
   setAccessibleDescription(QString::number(value_));
-  update();
+  UpdateDigits(before);
   QAccessibleValueChangeEvent change(this, value_);
   QAccessible::updateAccessibility(&change);
   Q_EMIT valueChanged(value_);
@@ -81,13 +82,28 @@ QSize LedPanel::sizeHint() const {
   return {digits + sides, digitHeight_ + 2 * Padding()};
 }
 
+QPointF LedPanel::DigitsPlace() const {
+  const QRect area = DigitArea();
+  const double width = LedAdvance(digitHeight_) * digits_;
+  return {area.left() + (area.width() - width) / 2, area.top() + (area.height() - digitHeight_) / 2.0};
+}
+
+// Milliseconds change a hundred times a second: only the digits that differ are painted.
+void LedPanel::UpdateDigits(const QString& before) {
+  const QString now = Shown();
+  const double advance = LedAdvance(digitHeight_);
+  const QPointF place = DigitsPlace();
+  for (qsizetype i = 0; i < now.size(); ++i) {
+    if (i < before.size() && now[i] == before[i]) continue;
+    const QRectF cell(place.x() + static_cast<double>(i) * advance, place.y(), advance, digitHeight_);
+    update(cell.toAlignedRect().adjusted(-1, -1, 1, 1));
+  }
+}
+
 void LedPanel::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   if (ground_) InstrumentGround::Paint(painter, rect(), hasFocus() ? QColor(desktop::instrument::kFocus) : QColor());
-  const QRect area = DigitArea();
-  const double width = LedAdvance(digitHeight_) * digits_;
-  const QPointF place(area.left() + (area.width() - width) / 2, area.top() + (area.height() - digitHeight_) / 2.0);
-  PaintLedDigits(painter, place, digitHeight_, Shown());
+  PaintLedDigits(painter, DigitsPlace(), digitHeight_, Shown());
 }
 
 void LedPanel::mousePressEvent(QMouseEvent* event) {

@@ -61,6 +61,8 @@ class LedPanel : public QWidget {
 
  private:
   void MeasuresChanged();
+  QPointF DigitsPlace() const;
+  void UpdateDigits(const QString& before);
 
   int digits_ = 2;
   int digitHeight_ = 32;

@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <algorithm>
+#include <cmath>
 
 #include "platform/desktop/Tokens.h"
 
@@ -100,6 +101,20 @@ void PositionSlider::keyPressEvent(QKeyEvent* event) {
 // The wheel scrolls the window the slider stands in.
 void PositionSlider::wheelEvent(QWheelEvent* event) {
   QWidget::wheelEvent(event);
+}
+
+// While playing the value changes a hundred times a second: what can't be seen to move is not painted.
+void PositionSlider::sliderChange(SliderChange change) {
+  if (change != SliderValueChange) {
+    shownX_ = KnobX();
+    return QAbstractSlider::sliderChange(change);
+  }
+  const double now = KnobX();
+  if (std::abs(now - shownX_) * devicePixelRatioF() < 0.5) return;
+  const int left = static_cast<int>(std::min(now, shownX_)) - kKnobWidth;
+  const int right = static_cast<int>(std::max(now, shownX_)) + kKnobWidth;
+  shownX_ = now;
+  update(left, 0, right - left, height());
 }
 
 void PositionSlider::PaintGroove(QPainter& painter) const {

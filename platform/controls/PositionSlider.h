@@ -30,6 +30,7 @@ class PositionSlider : public QAbstractSlider {
   void mouseReleaseEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
+  void sliderChange(SliderChange change) override;
 
  private:
   double KnobX() const;
@@ -38,6 +39,8 @@ class PositionSlider : public QAbstractSlider {
   void PaintGroove(QPainter& painter) const;
   void PaintTicks(QPainter& painter) const;
   void PaintKnob(QPainter& painter) const;
+
+  double shownX_ = kInset;  // where the knob was last asked to be painted
 };
 
 }  // namespace controls

@@ -36,8 +36,7 @@ QColor FillText(const QStyleOptionButton& option, const QWidget* widget) {
 
 // Lighter or darker by what the mouse does.
 QColor Shaded(const QColor& colour, const QStyleOption& option) {
-  if (Has(option, State::State_Sunken) || Has(option, State::State_On))
-    return Mixed(colour, option.palette.color(QPalette::WindowText), 0.14);
+  if (Has(option, State::State_Sunken)) return Mixed(colour, option.palette.color(QPalette::WindowText), 0.14);
   if (Has(option, State::State_MouseOver)) return Mixed(colour, option.palette.color(QPalette::WindowText), 0.06);
   return colour;
 }
@@ -96,7 +95,8 @@ void PushButtonBevel(QPainter& painter, const QStyleOptionButton& option, const 
     return;
   }
   if (option.features.testFlag(QStyleOptionButton::Flat) && !focused && !Has(option, State::State_MouseOver)) return;
-  const QColor fill = enabled ? Shaded(tokens.face, option) : option.palette.color(QPalette::Window);
+  const QColor face = Has(option, State::State_On) ? option.palette.color(QPalette::Button) : tokens.face;
+  const QColor fill = enabled ? Shaded(face, option) : option.palette.color(QPalette::Window);
   const QColor border = enabled ? Mixed(tokens.line, tokens.lineStrong, 0.5) : tokens.line;
   Panel(painter, rect, kRadius, fill, focused ? tokens.accent : border, focused ? 2 : 1);
 }

@@ -111,6 +111,8 @@ int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
     case PM_SmallIconSize:
     case PM_LineEditIconSize:
       return 16;
+    case PM_FocusFrameHMargin:  // beside the texts of a drop-down list
+      return 7;
     case PM_ScrollBarExtent:
       return 14;
     case PM_ScrollBarSliderMin:
@@ -130,6 +132,12 @@ int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
     default:
       return QProxyStyle::pixelMetric(metric, option, widget);
   }
+}
+
+// Asked for a layout within a grid whose two spacings differ.
+int LookStyle::layoutSpacing(QSizePolicy::ControlType, QSizePolicy::ControlType, Qt::Orientation, const QStyleOption*,
+                             const QWidget*) const {
+  return kGap;
 }
 
 QSize LookStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,

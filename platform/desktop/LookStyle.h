@@ -19,6 +19,8 @@ class LookStyle : public QProxyStyle {
   LookStyle();
 
   int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
+  int layoutSpacing(QSizePolicy::ControlType one, QSizePolicy::ControlType other, Qt::Orientation orientation,
+                    const QStyleOption* option, const QWidget* widget) const override;
   int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                 QStyleHintReturn* answer) const override;
   QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,

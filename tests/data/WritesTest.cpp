@@ -116,7 +116,7 @@ TEST(Writes, AFailingFileIsReportedUnderTheProceduresNameAndTheResetStaysSilent)
 }
 
 TEST(Writes, AStatementCarriedOutStaysWhenItsLogRowCannotBeWritten) {
-  const Station station;
+  Station station;
   station.Use(Station::Mode::Offline);
   QFile::remove(station.Folder() + u"/data/OvalistoLocal.mdb");
   const desktop::MessageBoxScript boxes;

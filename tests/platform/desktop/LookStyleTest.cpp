@@ -6,10 +6,12 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
+#include <QGridLayout>
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QStyleFactory>
 #include <QVBoxLayout>
 
@@ -144,6 +146,35 @@ TEST_F(Look, MarginsComeFromTheStyle) {
   EXPECT_EQ(layout->contentsMargins(), QMargins(16, 16, 16, 16));
   EXPECT_EQ(innerLayout->contentsMargins(), QMargins(0, 0, 0, 0));
   EXPECT_EQ(layout->spacing(), 8);
+}
+
+TEST_F(Look, ALayoutWithinAGridOfUnequalSpacingsKeepsTheUsualGap) {
+  QWidget window;
+  auto* grid = new QGridLayout(&window);
+  grid->setHorizontalSpacing(16);
+  auto* column = new QVBoxLayout;
+  auto* upper = new QLineEdit;
+  auto* lower = new QLineEdit;
+  column->addWidget(upper);
+  column->addWidget(lower);
+  grid->addLayout(column, 0, 0);
+  window.resize(window.sizeHint());
+  grid->activate();
+  EXPECT_EQ(lower->y() - upper->geometry().bottom() - 1, 8);
+}
+
+TEST_F(Look, AChosenMarkIsFilledInTheAccent) {
+  QCheckBox box(u"Aktief"_s);
+  QRadioButton radio(u"Online"_s);
+  for (QAbstractButton* button : {static_cast<QAbstractButton*>(&box), static_cast<QAbstractButton*>(&radio)}) {
+    const QImage empty = Painted(*button, 1);
+    EXPECT_EQ(empty.pixelColor(2, empty.height() / 2), QApplication::palette().color(QPalette::Base));
+    button->setChecked(true);
+    const QImage chosen = Painted(*button, 1);
+    EXPECT_EQ(chosen.pixelColor(2, chosen.height() / 2), Tokens().accent);
+    button->setEnabled(false);
+    EXPECT_NE(Painted(*button, 1).pixelColor(2, chosen.height() / 2), Tokens().accent);
+  }
 }
 
 // At twice the scale there is more to see, not the same made larger.

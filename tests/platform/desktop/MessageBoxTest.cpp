@@ -40,6 +40,10 @@ struct StyleCase {
   bool icon;
 };
 
+void PrintTo(const StyleCase& each, std::ostream* out) {
+  *out << "style " << each.style;
+}
+
 class MessageBoxStyle : public testing::TestWithParam<StyleCase> {};
 
 const StyleCase kStyles[] = {
@@ -176,6 +180,7 @@ TEST(MessageBox, LiftsTheWaitPointerWhileItIsOpen) {
   Qt::CursorShape during = Qt::BlankCursor;
   AnswerWhile(64, [&during](QDialog&) { during = QApplication::overrideCursor()->shape(); });
   EXPECT_EQ(during, Qt::ArrowCursor);
+  ASSERT_NE(QApplication::overrideCursor(), nullptr);
   EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
 }
 
