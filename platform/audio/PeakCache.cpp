@@ -26,7 +26,8 @@ constexpr std::size_t kRemembered = 8;
 
 std::uint64_t Checksum(const char* bytes, std::size_t count) {
   std::uint64_t sum = 14695981039346656037U;
-  for (std::size_t i = 0; i < count; ++i) sum = (sum ^ static_cast<unsigned char>(bytes[i])) * 1099511628211U;
+  for (std::size_t i = 0; i < count; ++i)
+    sum = (sum ^ static_cast<unsigned char>(bytes[i])) * 1099511628211U;
   return sum;
 }
 
@@ -142,7 +143,8 @@ void PeakCache::Prune() const {
   if (files.size() <= kMaxFiles) return;
   std::sort(files.begin(), files.end());
   files.resize(files.size() - kMaxFiles);
-  for (const auto& [time, path] : files) fs::remove(path, ignored);
+  for (const auto& [time, path] : files)
+    fs::remove(path, ignored);
 }
 
 std::string PeakCache::FileOf(const FileStamp& stamp) const {

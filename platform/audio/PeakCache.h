@@ -11,9 +11,9 @@ namespace audio {
 
 // What tells one state of a file from another.
 struct FileStamp {
-  std::string path;            // of the host
-  std::int64_t size = 0;       // bytes
-  std::int64_t modifiedNs = 0; // nanoseconds since 1970
+  std::string path;             // of the host
+  std::int64_t size = 0;        // bytes
+  std::int64_t modifiedNs = 0;  // nanoseconds since 1970
   bool operator==(const FileStamp&) const = default;
 
   static FileStamp Of(const std::string& hostPath);  // throws Error, as opening the file does

@@ -22,7 +22,7 @@ struct PeakReader::News {
 // One reading of one file, on a thread of its own. The destructor ends it.
 class PeakReader::Job {
  public:
-  using Tell = std::function<void(const Job*, News)>;
+  using Tell = std::function<void(News)>;
 
   Job(std::string path, std::string cacheFolder, Tell tell)
       : path_(std::move(path)), cache_(std::move(cacheFolder)), tell_(std::move(tell)), thread_([this] { Run(); }) {}
@@ -49,7 +49,7 @@ class PeakReader::Job {
     } catch (const std::exception& error) {
       News news;
       news.trouble = QString::fromUtf8(error.what());
-      tell_(this, std::move(news));
+      tell_(std::move(news));
     }
   }
 
@@ -61,7 +61,7 @@ class PeakReader::Job {
     news.bins.assign(begin + static_cast<std::ptrdiff_t>(told_), begin + static_cast<std::ptrdiff_t>(done));
     news.last = done == peaks.bins.size();
     told_ = done;
-    tell_(this, std::move(news));
+    tell_(std::move(news));
   }
 
   std::string path_;
@@ -81,8 +81,9 @@ void PeakReader::Read(const QString& hostPath) {
   bins_.clear();
   lengthMs_ = 0;
   complete_ = false;
-  job_ = std::make_unique<Job>(hostPath.toStdString(), cacheFolder_.toStdString(), [this](const Job* job, News news) {
-    QMetaObject::invokeMethod(this, [this, job, told = std::move(news)] { Take(job, told); }, Qt::QueuedConnection);
+  job_ = std::make_unique<Job>(hostPath.toStdString(), cacheFolder_.toStdString(), [this, job = ++jobs_](News news) {
+    QMetaObject::invokeMethod(
+        this, [this, job, told = std::move(news)] { Take(job, told); }, Qt::QueuedConnection);
   });
 }
 
@@ -91,8 +92,8 @@ void PeakReader::Cancel() {
 }
 
 // News of a job that was cancelled meanwhile is old.
-void PeakReader::Take(const Job* job, const News& news) {
-  if (job != job_.get()) return;
+void PeakReader::Take(quint64 job, const News& news) {
+  if (!job_ || job != jobs_) return;
   if (!news.trouble.isEmpty()) {
     Q_EMIT failed(news.trouble);
     return;

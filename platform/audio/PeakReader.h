@@ -37,10 +37,11 @@ class PeakReader : public QObject {
  private:
   class Job;
   struct News;
-  void Take(const Job* job, const News& news);
+  void Take(quint64 job, const News& news);
 
   QString cacheFolder_;
   std::unique_ptr<Job> job_;
+  quint64 jobs_ = 0;  // begun so far: the number of the latest one
   std::vector<PeakBin> bins_;
   qint32 lengthMs_ = 0;
   bool complete_ = false;

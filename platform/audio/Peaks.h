@@ -28,9 +28,9 @@ struct Peaks {
 // The first `done` bins are final. Return false to give up.
 using PeakProgress = std::function<bool(const Peaks& peaks, std::size_t done)>;
 
-// Reads the file once from begin to end. `progress` is called on the same thread for every quarter of a second of sound;
-// `done` grows by steps of at least `binsPerStep`, at the end it is the number of bins. Gives up with empty bins.
-// Throws audio::Error.
+// Reads the file once from begin to end. `progress` is called on the same thread for every quarter of a second of
+// sound; `done` grows by steps of at least `binsPerStep`, at the end it is the number of bins. Gives up with empty
+// bins. Throws audio::Error.
 Peaks ReadPeaks(const std::string& hostPath, const PeakProgress& progress, std::size_t binsPerStep = 1000);
 
 }  // namespace audio

@@ -3,9 +3,14 @@
 #include <QCalendarWidget>
 #include <QScreen>
 #include <QTextCharFormat>
+#include <QToolButton>
 #include <QVBoxLayout>
 
+#include "platform/desktop/Icons.h"
+
 namespace controls {
+
+using namespace Qt::StringLiterals;
 
 CalendarPopup::CalendarPopup(QWidget* field, const QDate& shown)
     : QFrame(field, Qt::Popup), field_(field), calendar_(new QCalendarWidget(this)) {
@@ -21,12 +26,20 @@ CalendarPopup::CalendarPopup(QWidget* field, const QDate& shown)
   // The weekend is no warning: it gets the ordinary colour.
   for (const auto day : {Qt::Saturday, Qt::Sunday})
     calendar_->setWeekdayTextFormat(day, QTextCharFormat());
+  SetArrow(u"qt_calendar_prevmonth"_s, u"rew"_s);
+  SetArrow(u"qt_calendar_nextmonth"_s, u"ffw"_s);
   const auto pick = [this](const QDate& date) {
     Q_EMIT picked(date);
     close();
   };
   connect(calendar_, &QCalendarWidget::clicked, this, pick);
   connect(calendar_, &QCalendarWidget::activated, this, pick);
+}
+
+// The month's arrows in our own drawing. Qt names these buttons for style sheets, so the names are there to stay.
+void CalendarPopup::SetArrow(const QString& button, const QString& icon) {
+  if (auto* arrow = calendar_->findChild<QToolButton*>(button))
+    arrow->setIcon(desktop::Icon(icon, desktop::IconTint::OnHighlight));
 }
 
 void CalendarPopup::Open() {

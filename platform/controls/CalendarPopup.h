@@ -21,6 +21,8 @@ class CalendarPopup : public QFrame {
   void picked(const QDate& date);
 
  private:
+  void SetArrow(const QString& button, const QString& icon);
+
   QWidget* field_;
   QCalendarWidget* calendar_;
 };

@@ -54,7 +54,7 @@ QColor TintColour(IconTint tint, QIcon::Mode mode) {
   const QPalette palette = QApplication::palette();
   const Tokens& tokens = TokensFor(palette);
   if (mode == QIcon::Disabled) return palette.color(QPalette::Disabled, QPalette::ButtonText);
-  if (mode == QIcon::Selected) return palette.color(QPalette::HighlightedText);
+  if (mode == QIcon::Selected || tint == IconTint::OnHighlight) return palette.color(QPalette::HighlightedText);
   switch (tint) {
     case IconTint::Accent:
       return tokens.accent;
@@ -64,6 +64,7 @@ QColor TintColour(IconTint tint, QIcon::Mode mode) {
       return tokens.ends;
     case IconTint::Quiet:
       return tokens.hint;
+    case IconTint::OnHighlight:
     case IconTint::Text:
       break;
   }

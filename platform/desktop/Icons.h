@@ -11,7 +11,8 @@ class QRect;
 namespace desktop {
 
 // What an icon's lines are drawn in. The colour itself is looked up while painting, so icons follow the palette.
-enum class IconTint { Text, Accent, Danger, Warning, Quiet };
+// OnHighlight: the colour of texts on a selected line.
+enum class IconTint { Text, Accent, Danger, Warning, Quiet, OnHighlight };
 
 // One of the program's own icons by its name ("nieuw", "open", "play", ...). An unknown name gives a null icon.
 QIcon Icon(const QString& name, IconTint tint = IconTint::Text);

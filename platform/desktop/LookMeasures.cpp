@@ -111,6 +111,8 @@ int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
     case PM_SmallIconSize:
     case PM_LineEditIconSize:
       return 16;
+    case PM_FocusFrameHMargin:  // beside the texts of a drop-down list
+      return 7;
     case PM_ScrollBarExtent:
       return 14;
     case PM_ScrollBarSliderMin:

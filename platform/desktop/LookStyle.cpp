@@ -101,6 +101,9 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
       return;
     case PE_PanelButtonTool:
       return look::ToolButtonPanel(*painter, *option);
+    case PE_FrameMenu:
+      return look::Panel(*painter, option->rect, 0, QColor(),
+                         look::Mixed(TokensFor(option->palette).line, TokensFor(option->palette).lineStrong, 0.5));
     case PE_FrameTabBarBase:
       return look::Hairline(*painter, option->rect, option->palette, Qt::BottomEdge);
     case PE_PanelStatusBar:

@@ -40,6 +40,8 @@ class IndexPage {
   /// What the free bytes must be.
   unsigned ExactFreeBytes() const;
   std::size_t Count() const { return ends_.size(); }
+  /// Where each entry ends, from the page's start.
+  const std::vector<std::uint16_t>& Ends() const { return ends_; }
 
   /// The complete entry: key and row pointer (u24 page, u8 row, big-endian); of a node without the child page.
   void CopyEntry(std::size_t entry, Bytes& out) const;

@@ -104,8 +104,11 @@ TEST_P(ButtonStates, FollowTheEnablingRule) {
   EXPECT_EQ(Enabled(*form, u"cmdVerwijder"_s), enabled);
   EXPECT_TRUE(Enabled(*form, u"cmdNieuw"_s));
   EXPECT_TRUE(Enabled(*form, u"cmdSluiten"_s));
-  if (now.kind == Kind::Spots) EXPECT_EQ(Enabled(*form, u"cmdDesaktiveer"_s), enabled);
-  if (now.kind == Kind::Items) EXPECT_TRUE(Enabled(*form, u"cmdDesaktiveer"_s));
+  if (now.kind == Kind::Spots) {
+    EXPECT_EQ(Enabled(*form, u"cmdDesaktiveer"_s), enabled);
+  } else if (now.kind == Kind::Items) {
+    EXPECT_TRUE(Enabled(*form, u"cmdDesaktiveer"_s));
+  }
   EXPECT_TRUE(boxes_.Shown().empty());
 }
 

@@ -16,7 +16,7 @@ using controls::LineMark;
 
 class SpotMarks : public CatalogueTestInBothModes {
  protected:
-  static constexpr QDate kToday{2025, 3, 11};
+  static inline const QDate kToday{2025, 3, 11};
 
   void AddDated(int id, const QString& naam, const QString& path, QDate first, QDate last, int aktief = 1) {
     AddSpot({id, naam, path, aktief});

@@ -17,7 +17,9 @@ class ItemValidation : public ItemEditor {
     EXPECT_EQ(boxes.Last().title, u"Items"_s);
     EXPECT_TRUE(IsOpen());
     EXPECT_TRUE(editor_->IsDirty());
-    if (!focus.isEmpty()) EXPECT_EQ(editor_->focusWidget()->objectName(), focus);
+    if (!focus.isEmpty()) {
+      EXPECT_EQ(editor_->focusWidget()->objectName(), focus);
+    }
   }
 
   void ExpectSaved() {

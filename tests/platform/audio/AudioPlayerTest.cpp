@@ -19,7 +19,8 @@ using namespace audiotest;
 class WindowsPlayer : public ::testing::Test {
  protected:
   void SetUp() override {
-    for (QObject* object : {static_cast<QObject*>(&player_)}) EXPECT_EQ(object->thread(), QThread::currentThread());
+    for (QObject* object : {static_cast<QObject*>(&player_)})
+      EXPECT_EQ(object->thread(), QThread::currentThread());
     QObject::connect(&player_, &audio::AudioPlayer::started, [this] { Note(u"started"_s); });
     QObject::connect(&player_, &audio::AudioPlayer::stopped, [this] { Note(u"stopped"_s); });
     QObject::connect(&player_, &audio::AudioPlayer::failed, [this] { Note(u"failed"_s); });

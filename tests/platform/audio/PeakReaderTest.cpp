@@ -30,7 +30,7 @@ class BackgroundPeaks : public ::testing::Test {
 };
 
 TEST_F(BackgroundPeaks, ArriveProgressivelyAndThenCompletely) {
-  const QString path = File("a.mp3", 40);
+  const QString path = File("a.wav", 40);
   reader_.Read(path);
   EXPECT_TRUE(reader_.Bins().empty());
   ASSERT_TRUE(finished_.wait(30000));

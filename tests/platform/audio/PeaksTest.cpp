@@ -72,9 +72,8 @@ TEST_F(PeaksOfAFile, ComeFrontToBackInOnePass) {
 
 TEST_F(PeaksOfAFile, AreGivenUpWhenNobodyWantsThem) {
   int calls = 0;
-  const auto peaks = audio::ReadPeaks(MakeTone(folder_.File("a.wav"), 10), [&](const audio::Peaks&, std::size_t) {
-    return ++calls < 3;
-  });
+  const auto peaks = audio::ReadPeaks(MakeTone(folder_.File("a.wav"), 10),
+                                      [&](const audio::Peaks&, std::size_t) { return ++calls < 3; });
   EXPECT_EQ(calls, 3);
   EXPECT_TRUE(peaks.bins.empty());
 }
@@ -89,7 +88,8 @@ class PeakCaching : public PeaksOfAFile {
   audio::PeakCache cache_{folder_.File("cache")};
 
   std::string KeptFile() const {
-    for (const auto& entry : std::filesystem::directory_iterator(folder_.File("cache"))) return entry.path();
+    for (const auto& entry : std::filesystem::directory_iterator(folder_.File("cache")))
+      return entry.path();
     return {};
   }
 };
@@ -149,7 +149,8 @@ TEST_F(PeakCaching, KeepsTheFolderSmall) {
 TEST_F(PeaksOfAFile, LoudnessOfAFullScaleSineIsKnown) {
   Bytes bytes = ReadBytes(MakeTone(folder_.File("sinus.wav"), 5, 48000));
   for (std::size_t i = 0; i < 5 * 48000; ++i) {
-    const auto value = static_cast<std::int16_t>(std::lrint(3276.7 * std::sin(2 * M_PI * 997 * static_cast<double>(i) / 48000)));
+    const auto value =
+        static_cast<std::int16_t>(std::lrint(3276.7 * std::sin(2 * M_PI * 997 * static_cast<double>(i) / 48000)));
     for (std::size_t channel = 0; channel < 2; ++channel) {
       bytes[44 + i * 4 + channel * 2] = static_cast<unsigned char>(value & 0xFF);
       bytes[45 + i * 4 + channel * 2] = static_cast<unsigned char>((value >> 8) & 0xFF);

@@ -6,6 +6,7 @@
 #include <QCalendarWidget>
 #include <QSignalSpy>
 #include <QTest>
+#include <QToolButton>
 
 #include "platform/controls/CalendarPopup.h"
 #include "platform/desktop/Lock.h"
@@ -77,6 +78,18 @@ TEST(DateCombo, ThePickedDayOfTheCalendarIsTaken) {
   EXPECT_EQ(calendar->maximumDate(), QDate(9999, 12, 31));
   Q_EMIT calendar->clicked(QDate(2025, 4, 20));
   EXPECT_EQ(combo.Text(), u"20-04-2025"_s);
+}
+
+TEST(DateCombo, TheCalendarTurnsItsMonthsByOurOwnArrows) {
+  DateCombo combo;
+  combo.show();
+  combo.OpenCalendar();
+  for (const auto& [name, icon] :
+       {std::pair{u"qt_calendar_prevmonth"_s, u"rew"_s}, {u"qt_calendar_nextmonth"_s, u"ffw"_s}}) {
+    auto* arrow = combo.findChild<QToolButton*>(name);
+    ASSERT_NE(arrow, nullptr);
+    EXPECT_EQ(arrow->icon().name(), icon);
+  }
 }
 
 TEST(DateCombo, ALockedOneOpensNoCalendar) {

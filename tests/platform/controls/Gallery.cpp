@@ -45,6 +45,9 @@ int main(int argc, char** argv) {
       {u"main"_s, samples::MakeMain()},
       {u"busy"_s, samples::MakeBusy()},
       {u"icons"_s, samples::MakeIcons()},
+      {u"menu"_s, samples::MakeMenu()},
+      {u"choices"_s, samples::MakeChoices()},
+      {u"calendar"_s, samples::MakeCalendar()},
       {u"question"_s, new desktop::MessageDialog(
                           nullptr, u"De gegevens zijn gewijzigd.\r\nWilt u de wijzigingen bewaren?"_s, 36, u"Items"_s)},
       {u"error"_s,

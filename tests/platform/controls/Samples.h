@@ -13,5 +13,8 @@ QWidget* MakeSettings();
 QWidget* MakeMain();
 QWidget* MakeBusy();
 QWidget* MakeIcons();
+QWidget* MakeMenu();
+QWidget* MakeChoices();
+QWidget* MakeCalendar();
 
 }  // namespace samples

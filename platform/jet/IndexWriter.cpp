@@ -1,0 +1,315 @@
+#include "platform/jet/IndexWriter.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "platform/jet/Codec.h"
+#include "platform/jet/Damage.h"
+#include "platform/jet/IndexCursor.h"
+
+namespace jet {
+
+using namespace index_page;
+
+namespace {
+
+constexpr std::size_t kPointerBytes = 4;
+constexpr std::size_t kDeepest = 32;
+
+/// The ends of a page's entries as bits, in the form in which they lie in the page.
+void StoreEnds(PageBytes& page, const std::vector<std::uint16_t>& ends) {
+  std::memset(&page[kMaskAt], 0, kMaskBytes);
+  for (const std::uint16_t end : ends) {
+    const std::size_t bit = end - kEntriesAt;
+    page[kMaskAt + bit / 8] |= static_cast<std::uint8_t>(1U << (bit % 8));
+  }
+  const std::size_t used = ends.empty() ? 0 : ends.back() - kEntriesAt;
+  Store(&page[2], static_cast<std::uint16_t>(kEntryBytes - used));
+}
+
+/// How many entries go to the lower page: as near to `wanted` as both parts fit.
+std::size_t SplitPoint(const IndexNode& node, std::size_t wanted) {
+  const std::size_t count = node.entries.size();
+  for (std::size_t distance = 0; distance < count; ++distance) {
+    for (const std::size_t point : {wanted - distance, wanted + distance}) {
+      if (point >= 1 && point < count && node.Fits(0, point) && node.Fits(point, count)) return point;
+    }
+  }
+  throw Damage("een indexregel is te lang");
+}
+
+}  // namespace
+
+Bytes IndexWriter::Entry(ByteView key, RowId row) {
+  Bytes entry(key.begin(), key.end());
+  const std::uint32_t page = PageOf(row);
+  entry.insert(entry.end(), {static_cast<std::uint8_t>(page >> 16), static_cast<std::uint8_t>(page >> 8),
+                             static_cast<std::uint8_t>(page), static_cast<std::uint8_t>(SlotOf(row))});
+  return entry;
+}
+
+bool IndexWriter::Contains(ByteView key) {
+  IndexCursor cursor(pages_, table_, root_);
+  cursor.Seek(key);
+  return cursor.Valid() && std::equal(key.begin(), key.end(), cursor.Key().begin(), cursor.Key().end());
+}
+
+IndexWriter::Path IndexWriter::Find(ByteView entry) {
+  Path path;
+  for (std::uint32_t number = root_;;) {
+    if (path.size() >= kDeepest) throw DamageAt(root_, "de index is te diep");
+    const IndexPage page(pages_.Read(number), number, table_);
+    std::size_t place = page.LowerBound(entry);
+    if (!page.IsLeaf() && place == page.Count() && page.Tail() == 0 && place > 0) --place;
+    path.push_back({number, place});
+    if (page.IsLeaf()) return path;
+    number = page.Child(place);
+  }
+}
+
+void IndexWriter::Insert(ByteView key, RowId row) {
+  const Bytes entry = Entry(key, row);
+  Path path = Find(entry);
+  const Step leaf = path.back();
+  {
+    const IndexPage page(pages_.Read(leaf.page), leaf.page, table_);
+    Bytes there;
+    if (leaf.child < page.Count()) page.CopyEntry(leaf.child, there);
+    if (there == entry) throw DamageAt(leaf.page, "de rij staat al in de index");
+  }
+  if (!InsertIntoPage(leaf, entry)) {
+    IndexNode node = IndexNode::Load(pages_, leaf.page, table_);
+    node.entries.insert(node.entries.begin() + static_cast<std::ptrdiff_t>(leaf.child), entry);
+    SaveOrSplit(path, node);
+  }
+  if (IsBeyondAnOnlyChild(path, entry)) TellParents(Find(entry), entry);
+}
+
+/// Whether a node on the way lists its only child with an entry that is less than the new one.
+bool IndexWriter::IsBeyondAnOnlyChild(const Path& path, ByteView entry) {
+  return std::any_of(path.begin(), path.end() - 1, [&](const Step& step) {
+    const IndexPage page(pages_.Read(step.page), step.page, table_);
+    return !page.IsLeaf() && page.Tail() == 0 && page.LowerBound(entry) == page.Count();
+  });
+}
+
+/// The usual case, without taking the page apart: the entry has the page's prefix, and there is room.
+bool IndexWriter::InsertIntoPage(const Step& step, ByteView entry) {
+  std::vector<std::uint16_t> ends;
+  std::size_t shared = 0;
+  {
+    const PageRef bytes = pages_.Read(step.page);
+    const IndexPage page(bytes, step.page, table_);
+    shared = LoadU16(bytes->data() + kPrefixAt);
+    if (shared > 0) {
+      if (step.child == 0 || entry.size() < shared + kPointerBytes) return false;
+      if (std::memcmp(bytes->data() + kEntriesAt, entry.data(), shared) != 0) return false;
+      entry = entry.subspan(shared);
+    }
+    if (page.ExactFreeBytes() < entry.size()) return false;
+    ends = page.Ends();
+  }
+  PageBytes& page = pages_.Change(step.page);
+  const std::size_t start = step.child == 0 ? kEntriesAt : ends[step.child - 1];
+  const std::size_t end = ends.empty() ? kEntriesAt : ends.back();
+  std::memmove(&page[start + entry.size()], &page[start], end - start);
+  std::memcpy(&page[start], entry.data(), entry.size());
+  ends.insert(ends.begin() + static_cast<std::ptrdiff_t>(step.child), static_cast<std::uint16_t>(start));
+  for (std::size_t i = step.child; i < ends.size(); ++i)
+    ends[i] = static_cast<std::uint16_t>(ends[i] + entry.size());
+  StoreEnds(page, ends);
+  return true;
+}
+
+void IndexWriter::SaveOrSplit(Path& path, IndexNode& node) {
+  if (node.Fits()) {
+    SaveNode(node, path.back().page);
+  } else {
+    Split(path, node);
+  }
+}
+
+/// A node with nothing but its tail lists it as an ordinary entry.
+void IndexWriter::SaveNode(IndexNode& node, std::uint32_t number) {
+  if (node.leaf || !node.entries.empty() || node.tail == 0) return node.Save(pages_, number);
+  IndexNode single = node;
+  single.entries = {LastEntryBelow(node.tail)};
+  single.children = {node.tail};
+  single.tail = 0;
+  single.Save(pages_, number);
+}
+
+Bytes IndexWriter::LastEntryBelow(std::uint32_t number) {
+  for (std::size_t depth = 0; depth < kDeepest; ++depth) {
+    const IndexPage page(pages_.Read(number), number, table_);
+    if (page.IsLeaf()) {
+      Bytes last;
+      if (page.Count() == 0) throw DamageAt(number, "een indexpagina is leeg");
+      page.CopyEntry(page.Count() - 1, last);
+      return last;
+    }
+    number = page.Child(page.Tail() != 0 || page.Count() == 0 ? page.Count() : page.Count() - 1);
+  }
+  throw DamageAt(number, "de index is te diep");
+}
+
+/// Moves the root's content to a new page: the root's own number stands in the table's definition and stays.
+void IndexWriter::GrowRoot(Path& path) {
+  const std::uint32_t number = space_.Allocate();
+  map_.Add(space_, number);
+  IndexNode root;
+  root.leaf = false;
+  root.table = table_;
+  root.level = static_cast<std::uint8_t>((*pages_.Read(root_))[kLevelAt] + 1);
+  root.tail = number;
+  pages_.Change(number) = *pages_.Read(root_);
+  root.Save(pages_, root_);
+  path.insert(path.begin(), {root_, 0});
+  path[1].page = number;
+}
+
+/// The lower half goes to a new page before this one, so that whoever names this page goes on naming the upper half.
+void IndexWriter::Split(Path& path, IndexNode& node) {
+  if (path.size() == 1) GrowRoot(path);
+  const std::uint32_t number = path.back().page;
+  const std::uint32_t lowerNumber = space_.Allocate();
+  map_.Add(space_, lowerNumber);
+  const std::size_t count = node.entries.size();
+  const bool appended = node.leaf && node.next == 0 && path.back().child + 1 == count;
+  const auto half = static_cast<std::ptrdiff_t>(SplitPoint(node, appended ? count - 1 : count / 2));
+
+  IndexNode lower = node;
+  lower.entries.assign(node.entries.begin(), node.entries.begin() + half);
+  node.entries.erase(node.entries.begin(), node.entries.begin() + half);
+  const Bytes promoted = lower.entries.back();
+  if (!node.leaf) {
+    lower.children.assign(node.children.begin(), node.children.begin() + half);
+    node.children.erase(node.children.begin(), node.children.begin() + half);
+    lower.tail = lower.children.back();
+    lower.children.pop_back();
+    lower.entries.pop_back();
+    if (node.level >= 2) CutChainAfter(lower.tail);
+  }
+  lower.next = number;
+  node.previous = lowerNumber;
+  if (lower.previous != 0) Store(&pages_.Change(lower.previous)[kNextAt], lowerNumber);
+  SaveNode(lower, lowerNumber);
+  SaveNode(node, number);
+  path.pop_back();
+  AddChild(path, promoted, lowerNumber);
+}
+
+/// Nodes are chained among the children of one parent only.
+void IndexWriter::CutChainAfter(std::uint32_t page) {
+  const std::uint32_t right = LoadU32(pages_.Read(page)->data() + kNextAt);
+  Store(&pages_.Change(page)[kNextAt], std::uint32_t{0});
+  if (right != 0) Store(&pages_.Change(right)[kPreviousAt], std::uint32_t{0});
+}
+
+/// A new child before the one that path.back() leads to.
+void IndexWriter::AddChild(Path path, const Bytes& lastEntry, std::uint32_t child) {
+  const Step& step = path.back();
+  IndexNode node = IndexNode::Load(pages_, step.page, table_);
+  const auto place = static_cast<std::ptrdiff_t>(std::min(step.child, node.entries.size()));
+  node.entries.insert(node.entries.begin() + place, lastEntry);
+  node.children.insert(node.children.begin() + place, child);
+  SaveOrSplit(path, node);
+}
+
+void IndexWriter::Remove(ByteView key, RowId row) {
+  const Bytes entry = Entry(key, row);
+  const Path path = Find(entry);
+  const Step& leaf = path.back();
+  std::size_t count = 0;
+  Bytes before;
+  {
+    const IndexPage page(pages_.Read(leaf.page), leaf.page, table_);
+    count = page.Count();
+    Bytes there;
+    if (leaf.child < count) page.CopyEntry(leaf.child, there);
+    if (there != entry) throw DamageAt(leaf.page, "de rij ontbreekt in de index");
+    if (leaf.child > 0) page.CopyEntry(leaf.child - 1, before);
+  }
+  if (count == 1 && path.size() > 1) return RemovePage(path);
+  if (!RemoveFromPage(leaf)) {
+    IndexNode node = IndexNode::Load(pages_, leaf.page, table_);
+    node.entries.erase(node.entries.begin() + static_cast<std::ptrdiff_t>(leaf.child));
+    node.Save(pages_, leaf.page);
+  }
+  if (leaf.child + 1 == count && count > 1) TellParents(path, before);
+}
+
+bool IndexWriter::RemoveFromPage(const Step& step) {
+  std::vector<std::uint16_t> ends;
+  {
+    const PageRef bytes = pages_.Read(step.page);
+    if (step.child == 0 && LoadU16(bytes->data() + kPrefixAt) > 0) return false;
+    ends = IndexPage(bytes, step.page, table_).Ends();
+  }
+  PageBytes& page = pages_.Change(step.page);
+  const std::size_t start = step.child == 0 ? kEntriesAt : ends[step.child - 1];
+  const std::size_t length = ends[step.child] - start;
+  std::memmove(&page[start], &page[start + length], ends.back() - start - length);
+  std::memset(&page[ends.back() - length], 0, length);
+  ends.erase(ends.begin() + static_cast<std::ptrdiff_t>(step.child));
+  for (std::size_t i = step.child; i < ends.size(); ++i)
+    ends[i] = static_cast<std::uint16_t>(ends[i] - length);
+  StoreEnds(page, ends);
+  return true;
+}
+
+void IndexWriter::TellParents(Path path, const Bytes& last) {
+  for (path.pop_back(); !path.empty(); path.pop_back()) {
+    const Step step = path.back();
+    std::size_t count = 0;
+    bool isTailInFact = false;
+    {
+      const IndexPage page(pages_.Read(step.page), step.page, table_);
+      count = page.Count();
+      isTailInFact = page.Tail() == 0 && step.child + 1 == count;
+    }
+    if (step.child == count) continue;
+    IndexNode node = IndexNode::Load(pages_, step.page, table_);
+    if (isTailInFact) {
+      SaveNode(node, step.page);
+      continue;
+    }
+    node.entries[step.child] = last;
+    return SaveOrSplit(path, node);
+  }
+}
+
+void IndexWriter::Unlink(const IndexNode& node) {
+  if (node.previous != 0) Store(&pages_.Change(node.previous)[kNextAt], node.next);
+  if (node.next != 0) Store(&pages_.Change(node.next)[kPreviousAt], node.previous);
+}
+
+/// Takes an emptied page out of the tree, and with it every node that has no other child.
+void IndexWriter::RemovePage(Path path) {
+  const std::uint32_t number = path.back().page;
+  Unlink(IndexNode::Load(pages_, number, table_));
+  map_.Remove(number);
+  space_.Free(number);
+  path.pop_back();
+  const Step step = path.back();
+  IndexNode parent = IndexNode::Load(pages_, step.page, table_);
+  if (parent.entries.empty()) {
+    if (path.size() > 1) return RemovePage(path);
+    IndexNode empty;
+    empty.table = table_;
+    return empty.Save(pages_, root_);
+  }
+  if (step.child < parent.entries.size()) {
+    parent.entries.erase(parent.entries.begin() + static_cast<std::ptrdiff_t>(step.child));
+    parent.children.erase(parent.children.begin() + static_cast<std::ptrdiff_t>(step.child));
+    return SaveNode(parent, step.page);
+  }
+  const Bytes last = parent.entries.back();
+  parent.tail = parent.children.back();
+  parent.entries.pop_back();
+  parent.children.pop_back();
+  SaveNode(parent, step.page);
+  TellParents(path, last);
+}
+
+}  // namespace jet

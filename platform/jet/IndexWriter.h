@@ -1,0 +1,59 @@
+#pragma once
+
+#include <vector>
+
+#include "platform/jet/IndexNode.h"
+#include "platform/jet/MapRow.h"
+#include "platform/jet/PageSpace.h"
+#include "platform/jet/TableDef.h"
+
+namespace jet {
+
+/// Changes one index tree. Keys are as BuildKey makes them.
+class IndexWriter {
+ public:
+  /// `table`: definition page of the table.
+  IndexWriter(Transaction& pages, PageSpace& space, std::uint32_t table, const RealIndexDef& index)
+      : pages_(pages), space_(space), table_(table), root_(index.root), map_(pages, index.map) {}
+
+  /// Whether some row has exactly this key.
+  bool Contains(ByteView key);
+  void Insert(ByteView key, RowId row);
+  /// Damage when the entry is not there.
+  void Remove(ByteView key, RowId row);
+
+ private:
+  /// One page on the way from the root to a leaf, and which of its children comes next: the place of an entry, or their
+  /// count for the tail.
+  struct Step {
+    std::uint32_t page;
+    std::size_t child;
+  };
+  using Path = std::vector<Step>;
+
+  static Bytes Entry(ByteView key, RowId row);
+  /// The path to where `entry` is or would be; the last step's `child` is its place in the leaf.
+  Path Find(ByteView entry);
+  bool InsertIntoPage(const Step& step, ByteView entry);
+  bool RemoveFromPage(const Step& step);
+  bool IsBeyondAnOnlyChild(const Path& path, ByteView entry);
+  void SaveOrSplit(Path& path, IndexNode& node);
+  void Split(Path& path, IndexNode& node);
+  void GrowRoot(Path& path);
+  void AddChild(Path path, const Bytes& lastEntry, std::uint32_t child);
+  /// The last entry below path.back() is now `last`: tells those above that name it.
+  void TellParents(Path path, const Bytes& last);
+  void RemovePage(Path path);
+  void Unlink(const IndexNode& node);
+  void SaveNode(IndexNode& node, std::uint32_t number);
+  Bytes LastEntryBelow(std::uint32_t page);
+  void CutChainAfter(std::uint32_t page);
+
+  Transaction& pages_;
+  PageSpace& space_;
+  std::uint32_t table_;
+  std::uint32_t root_;
+  MapRow map_;
+};
+
+}  // namespace jet

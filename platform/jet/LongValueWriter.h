@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/jet/LongValue.h"
+#include "platform/jet/RowSpace.h"
+#include "platform/jet/TableDef.h"
+
+namespace jet {
+
+/// Writes and releases the values of one memo or OLE column.
+class LongValueWriter {
+ public:
+  /// Longest value that lies in the row itself.
+  static constexpr std::size_t kMostInline = 64;
+
+  /// An Error for a column without maps: only helper tables of others have such.
+  LongValueWriter(Transaction& pages, PageSpace& space, const ColumnDef& column);
+
+  /// Puts the value where it fits; answers what belongs in the row. `mayInline`: the row has room for a short one.
+  Bytes Write(ByteView value, bool mayInline);
+  /// Gives back what lies outside of the row. `stored`: what is in the row.
+  void Release(ByteView stored);
+
+ private:
+  RowId WriteChain(ByteView value);
+
+  Transaction& pages_;
+  RowSpace rows_;
+};
+
+}  // namespace jet

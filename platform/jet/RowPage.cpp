@@ -1,0 +1,80 @@
+#include "platform/jet/RowPage.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "platform/jet/Codec.h"
+#include "platform/jet/Damage.h"
+
+namespace jet {
+
+RowPage::RowPage(Transaction& pages, std::uint32_t number, std::uint32_t owner) : pages_(pages), number_(number) {
+  const DataPage page = View();
+  RequireOwner(page, owner);
+  std::size_t lowest = kPageSize;
+  for (unsigned slot = 0; slot < page.SlotCount(); ++slot)
+    lowest = page.At(slot).start;
+  if (page.FreeBytes() != lowest - kDataPageHead - 2 * page.SlotCount()) {
+    throw DamageAt(number, "de vrije ruimte klopt niet");
+  }
+}
+
+void RowPage::Format(Transaction& pages, std::uint32_t number, std::uint32_t owner) {
+  PageBytes& page = pages.Change(number);
+  page[0] = static_cast<std::uint8_t>(PageType::Data);
+  page[1] = 1;
+  Store(page.data() + 2, static_cast<std::uint16_t>(kPageSize - kDataPageHead));
+  Store(page.data() + 4, owner);
+}
+
+std::size_t RowPage::FreeBytes() const {
+  return View().FreeBytes();
+}
+
+std::size_t RowPage::RoomForNew() const {
+  const DataPage page = View();
+  return page.SlotCount() >= kMostSlots || page.FreeBytes() < 2 ? 0 : page.FreeBytes() - 2;
+}
+
+std::size_t RowPage::RoomIn(unsigned slot) const {
+  const DataPage page = View();
+  return page.FreeBytes() + page.At(slot).length;
+}
+
+bool RowPage::IsEmpty() const {
+  const DataPage page = View();
+  for (unsigned slot = 0; slot < page.SlotCount(); ++slot) {
+    if (page.At(slot).kind != SlotKind::Deleted) return false;
+  }
+  return true;
+}
+
+unsigned RowPage::Add(ByteView row, SlotKind kind) {
+  PageBytes& page = pages_.Change(number_);
+  const std::size_t free = LoadU16(page.data() + 2);
+  const std::size_t slots = LoadU16(page.data() + 12);
+  const std::size_t start = kDataPageHead + 2 * slots + free - row.size();
+  std::memcpy(page.data() + start, row.data(), row.size());
+  Store(page.data() + kDataPageHead + 2 * slots, static_cast<std::uint16_t>(start | static_cast<std::uint16_t>(kind)));
+  Store(page.data() + 2, static_cast<std::uint16_t>(free - row.size() - 2));
+  Store(page.data() + 12, static_cast<std::uint16_t>(slots + 1));
+  return static_cast<unsigned>(slots);
+}
+
+void RowPage::Replace(unsigned slot, ByteView row, SlotKind kind) {
+  const PageRef oldBytes = pages_.Read(number_);
+  const DataPage old(oldBytes, number_);
+  PageBytes& page = pages_.Change(number_);
+  std::size_t end = kPageSize;
+  for (unsigned i = 0; i < old.SlotCount(); ++i) {
+    const Slot at = old.At(i);
+    const ByteView bytes = i == slot ? row : old.BytesOf(at);
+    const SlotKind itsKind = i == slot ? kind : at.kind;
+    end -= bytes.size();
+    if (!bytes.empty()) std::memcpy(page.data() + end, bytes.data(), bytes.size());
+    Store(page.data() + kDataPageHead + 2 * i, static_cast<std::uint16_t>(end | static_cast<std::uint16_t>(itsKind)));
+  }
+  Store(page.data() + 2, static_cast<std::uint16_t>(end - kDataPageHead - 2 * old.SlotCount()));
+}
+
+}  // namespace jet

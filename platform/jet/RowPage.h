@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstdint>
+
+#include "platform/jet/DataPage.h"
+#include "platform/jet/Transaction.h"
+
+namespace jet {
+
+/// A data page whose rows are changed. Slots keep their numbers for ever; the bytes of the rows lie packed against the
+/// page's end, in slot order, and the free bytes are exact.
+class RowPage {
+ public:
+  static constexpr unsigned kMostSlots = 255;
+  static constexpr std::size_t kMostRowBytes = 4060;  ///< of a table's row; a long value's may be 4076
+
+  /// An existing page of `owner`; checked.
+  RowPage(Transaction& pages, std::uint32_t number, std::uint32_t owner);
+  /// Makes `number`, a page of zeros, an empty data page of `owner`.
+  static void Format(Transaction& pages, std::uint32_t number, std::uint32_t owner);
+
+  /// Bytes that a new row may have; 0 when there is no slot left.
+  std::size_t RoomForNew() const;
+  /// Bytes that the row in `slot` may have.
+  std::size_t RoomIn(unsigned slot) const;
+  std::size_t FreeBytes() const;
+  /// Whether every slot is deleted.
+  bool IsEmpty() const;
+
+  /// Adds a row that fits; answers its slot.
+  unsigned Add(ByteView row, SlotKind kind = SlotKind::Row);
+  /// Gives a slot other bytes, which fit, or another kind.
+  void Replace(unsigned slot, ByteView row, SlotKind kind);
+  /// The slot stays, without bytes.
+  void Delete(unsigned slot) { Replace(slot, {}, SlotKind::Deleted); }
+
+ private:
+  DataPage View() const { return DataPage(pages_.Read(number_), number_); }
+
+  Transaction& pages_;
+  std::uint32_t number_;
+};
+
+}  // namespace jet

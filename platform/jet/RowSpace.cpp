@@ -1,0 +1,71 @@
+#include "platform/jet/RowSpace.h"
+
+#include "platform/jet/Damage.h"
+
+namespace jet {
+
+namespace {
+
+// A page with less room than this is not offered to new rows any more once one did not fit; real files leave up to 371
+// bytes unused in this way.
+constexpr std::size_t kHardlyAnyRoom = 372;
+constexpr int kMostTries = 8;  // so that finding a place does not take longer in a larger table
+
+}  // namespace
+
+bool RowSpace::HasRoom(std::uint32_t page, std::size_t bytes) {
+  return RowPage(pages_, page, owner_).RoomForNew() >= bytes;
+}
+
+std::uint32_t RowSpace::NewPage(bool takesMore) {
+  const std::uint32_t page = space_.Allocate();
+  RowPage::Format(pages_, page, owner_);
+  owned_.Add(space_, page);
+  if (takesMore) free_.Add(space_, page);
+  return page;
+}
+
+std::uint32_t RowSpace::PageWithRoom(std::size_t bytes) {
+  if (lastUsed_ != 0 && free_.Contains(lastUsed_) && HasRoom(lastUsed_, bytes)) return lastUsed_;
+  auto page = free_.HighestBelow(~0U);
+  for (int tries = 0; page && tries < kMostTries; ++tries) {
+    if (!owned_.Contains(*page)) throw DamageAt(*page, "heeft vrije ruimte, maar geen eigenaar");
+    if (HasRoom(*page, bytes)) return lastUsed_ = *page;
+    if (RowPage(pages_, *page, owner_).RoomForNew() < kHardlyAnyRoom) free_.Remove(*page);
+    page = free_.HighestBelow(*page);
+  }
+  return lastUsed_ = NewPage(true);
+}
+
+RowId RowSpace::Add(ByteView row, SlotKind kind) {
+  const std::uint32_t page = PageWithRoom(row.size());
+  return MakeRowId(page, RowPage(pages_, page, owner_).Add(row, kind));
+}
+
+RowId RowSpace::AddAlone(ByteView row) {
+  const std::uint32_t page = NewPage(false);
+  return MakeRowId(page, RowPage(pages_, page, owner_).Add(row));
+}
+
+bool RowSpace::ReplaceInPlace(RowId row, ByteView bytes, SlotKind kind) {
+  RowPage page(pages_, PageOf(row), owner_);
+  if (page.RoomIn(SlotOf(row)) < bytes.size()) return false;
+  page.Replace(SlotOf(row), bytes, kind);
+  return true;
+}
+
+void RowSpace::Delete(RowId row) {
+  const std::uint32_t number = PageOf(row);
+  RowPage page(pages_, number, owner_);
+  page.Delete(SlotOf(row));
+  if (!page.IsEmpty()) {
+    if (page.RoomForNew() > 0) free_.Add(space_, number);
+    return;
+  }
+  owned_.Remove(number);
+  free_.Remove(number);
+  if (lastUsed_ == number) lastUsed_ = 0;
+  space_.Free(number);
+}
+
+}  // namespace jet

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/jet/MapRow.h"
+#include "platform/jet/PageSpace.h"
+#include "platform/jet/RowPage.h"
+
+namespace jet {
+
+/// The data pages of one table, or of one memo or OLE column: where new rows go, and what becomes of emptied pages.
+class RowSpace {
+ public:
+  /// `owner` stands in the pages' heads; the maps tell which pages are owned and which have room.
+  RowSpace(Transaction& pages, PageSpace& space, std::uint32_t owner, RowId ownedMap, RowId freeMap)
+      : pages_(pages), space_(space), owner_(owner), owned_(pages, ownedMap), free_(pages, freeMap) {}
+
+  /// Puts a row where there is room; answers where.
+  RowId Add(ByteView row, SlotKind kind = SlotKind::Row);
+  /// Puts a row on a page of its own that takes no others.
+  RowId AddAlone(ByteView row);
+  /// Gives the row other bytes on its page. False when they do not fit there.
+  bool ReplaceInPlace(RowId row, ByteView bytes, SlotKind kind);
+  /// Deletes the slot, and gives the page back when it was the last on it.
+  void Delete(RowId row);
+
+ private:
+  std::uint32_t NewPage(bool takesMore);
+  std::uint32_t PageWithRoom(std::size_t bytes);
+  bool HasRoom(std::uint32_t page, std::size_t bytes);
+
+  Transaction& pages_;
+  PageSpace& space_;
+  std::uint32_t owner_;
+  MapRow owned_;
+  MapRow free_;
+  std::uint32_t lastUsed_ = 0;
+};
+
+}  // namespace jet
