@@ -27,9 +27,9 @@ namespace {
 constexpr QSize kOpeningSize(960, 560);
 constexpr int kSecond = 1000;  // ms
 
-QFont StationFont(QFont font) {
-  font.setPointSizeF(font.pointSizeF() * 2);
-  font.setWeight(QFont::DemiBold);
+QFont Sized(QFont font, double factor, QFont::Weight weight) {
+  font.setPointSizeF(font.pointSizeF() * factor);
+  font.setWeight(weight);
   return font;
 }
 
@@ -88,7 +88,9 @@ void frmMain::InitForm() {
   auto* gap = new QWidget(this);
   gap->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
   ui_->tlbMain->insertWidget(ui_->actAfsluiten, gap);
-  ui_->lblRadio->setFont(StationFont(font()));
+  ui_->lblRadio->setFont(Sized(font(), 2, QFont::DemiBold));
+  ui_->lblDatum->setFont(Sized(font(), 1.1, QFont::Normal));
+  setFocus();  // and not the first button
   tmrKlok_->setTimerType(Qt::PreciseTimer);
 }
 

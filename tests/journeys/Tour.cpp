@@ -26,9 +26,9 @@ const QString kEndedSpot = u"Autobedrijf De Smet - opendeurdagen"_s;
 
 QString Written(QDate date) { return date.toString(u"dd-MM-yyyy"_s); }
 
-// An audio file of the demo station, by its beginning.
+// An audio file of the demo station.
 QString SoundFile(const QString& folder) {
-  const QDir sounds(folder + u"/zender/audio"_s);
+  const QDir sounds(folder + u"/zender/audio/Spots"_s);
   const QStringList files = sounds.entryList({u"*.mp3"_s}, QDir::Files, QDir::Name);
   if (files.isEmpty()) throw StepFailed(u"de zender heeft geen MP3-bestanden"_s);
   return sounds.filePath(files.first());

@@ -26,8 +26,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kFailed = 1;
-constexpr int kWrongUse = 2;
 
 void MakeFolder(const QString& folder) {
   QDir(folder + u"/zender"_s).removeRecursively();
