@@ -1,0 +1,54 @@
+#include "app/Settings.h"
+
+#include "data/Globals.h"
+#include "data/SettingsFile.h"
+#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Error.h"
+#include "platform/runtime/HostPath.h"
+#include "platform/runtime/Numbers.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// The program's folder may get another name by the new mapping, so it is named anew.
+void TakeDrives() {
+  const QString folder = runtime::HostPath(global.programFolder);
+  IniFile file = SettingsFile();
+  file.SetSection(settings::kDrives.toString());
+  runtime::SetDrives(file.Values(), folder);
+  global.programFolder = runtime::PathText(folder);
+}
+
+qint16 WholeNumber(IniFile& file, QStringView key) {
+  file.SetKey(key.toString());
+  const QString text = file.Value();
+  try {
+    return runtime::ToInteger(text);
+  } catch (const runtime::Error& error) {
+    throw runtime::Error(u"De instelling '%1' onder [%2] in '%3' is geen geheel getal: %4"_s.arg(
+        key, settings::kAudioPlayers, file.Path(), error.Description()));
+  }
+}
+
+QString Text(IniFile& file, QStringView key) {
+  file.SetKey(key.toString());
+  return file.Value();
+}
+
+}  // namespace
+
+void GetSettings() {
+  desktop::Trapped(__func__, [] {
+    TakeDrives();
+    IniFile file = SettingsFile();
+    file.SetSection(settings::kFiles.toString());
+    global.databasePath = Text(file, settings::kDatabasePath);
+    global.exportPath = Text(file, settings::kExportPath);
+    file.SetSection(settings::kAudioPlayers.toString());
+    global.card = WholeNumber(file, settings::kCard);
+    global.buffers = WholeNumber(file, settings::kBuffers);
+    global.bufferSize = WholeNumber(file, settings::kBufferSize);
+    global.callback = WholeNumber(file, settings::kCallback);
+  });
+}

@@ -1,0 +1,29 @@
+#include "app/StationStatus.h"
+
+#include "data/Globals.h"
+#include "platform/dao/Database.h"
+#include "platform/runtime/Error.h"
+#include "platform/runtime/Numbers.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+bool IsEmpty(dao::Database& database, const QString& table) {
+  return database.OpenRecordset(u"SELECT MAX(ID) AS LaatsteID FROM "_s + table).Field(u"LaatsteID"_s).isNull();
+}
+
+}  // namespace
+
+StationStatus ReadStationStatus() {
+  StationStatus status;
+  try {
+    dao::Database database = dao::OpenDatabase(global.localDatabasePath);
+    status.copyEmpty = IsEmpty(database, u"tblCopie_ItemSpots"_s) || IsEmpty(database, u"tblCopie_Items"_s);
+    const dao::Recordset count = database.OpenRecordset(u"SELECT COUNT(*) AS Aantal FROM tblOfflineLog"_s);
+    status.notExported = runtime::ToLong(count.Field(u"Aantal"_s));
+  } catch (const runtime::Error&) {
+    status = StationStatus();
+  }
+  return status;
+}

@@ -1,0 +1,181 @@
+#include "app/frmMain.h"
+
+#include "app/Settings.h"
+#include "app/StationStatus.h"
+#include "app/StatusPanel.h"
+#include "app/Version.h"
+#include "app/ui_frmMain.h"
+#include "data/DatabasePaths.h"
+#include "data/Globals.h"
+#include "data/Lookups.h"
+#include "export/frmRadioDetail.h"
+#include "platform/desktop/Icons.h"
+#include "platform/desktop/MessageBox.h"
+#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Clock.h"
+
+#include <QLocale>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+using desktop::IconTint;
+using desktop::Trapped;
+
+namespace {
+
+constexpr QSize kOpeningSize(960, 560);
+constexpr int kSecond = 1000;  // ms
+
+QFont StationFont(QFont font) {
+  font.setPointSizeF(font.pointSizeF() * 2);
+  font.setWeight(QFont::DemiBold);
+  return font;
+}
+
+// "dinsdag 11 maart 2025, week 11"
+QString DateLine(QDate date) {
+  const QLocale dutch(QLocale::Dutch);
+  return dutch.toString(date, u"dddd d MMMM yyyy"_s) + u", week "_s + QString::number(date.weekNumber());
+}
+
+QString NotExportedText(const std::optional<int>& count) {
+  if (!count) return u"opdrachten nog niet geëxporteerd: –"_s;
+  if (*count == 1) return u"1 opdracht nog niet geëxporteerd"_s;
+  return QString::number(*count) + u" opdrachten nog niet geëxporteerd"_s;
+}
+
+}  // namespace
+
+frmMain::frmMain()
+    : ui_(std::make_unique<Ui::frmMain>()),
+      tmrKlok_(new QTimer(this)),
+      pnlRadio_(new StatusPanel(this)),
+      pnlModus_(new StatusPanel(this)),
+      pnlLog_(new StatusPanel(this)),
+      pnlKopie_(new StatusPanel(this)) {
+  ui_->setupUi(this);
+  ConnectEvents();
+  InitForm();
+  InitStatusBar();
+  resize(kOpeningSize);
+}
+
+frmMain::~frmMain() = default;
+
+void frmMain::ConnectEvents() {
+  for (QAction* action : ui_->tlbMain->actions()) {
+    connect(action, &QAction::triggered, this,
+            [this, action] { tlbMain_ButtonClick(action->property("key").toString()); });
+  }
+  connect(ui_->actItemPingles, &QAction::triggered, this, &frmMain::mnuItemPingles_Click);
+  connect(ui_->actHandleiding, &QAction::triggered, this, &frmMain::mnuHandleiding_Click);
+  connect(ui_->actVersie, &QAction::triggered, this, &frmMain::mnuVersie_Click);
+  connect(tmrKlok_, &QTimer::timeout, this, &frmMain::ShowTime);
+}
+
+void frmMain::InitForm() {
+  const struct {
+    QAction* action;
+    QString icon;
+  } icons[] = {{ui_->actItems, u"items"_s},           {ui_->actItemSpots, u"item-spots"_s},
+               {ui_->actItemPingles, u"item-pingles"_s}, {ui_->actExporteren, u"exporteren"_s},
+               {ui_->actInstellingen, u"instellingen"_s}, {ui_->actAfsluiten, u"afsluiten"_s},
+               {ui_->actVersie, u"info"_s}};
+  for (const auto& entry : icons) entry.action->setIcon(desktop::Icon(entry.icon));
+  auto* gap = new QWidget(this);
+  gap->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+  ui_->tlbMain->insertWidget(ui_->actAfsluiten, gap);
+  ui_->lblRadio->setFont(StationFont(font()));
+  tmrKlok_->setTimerType(Qt::PreciseTimer);
+}
+
+void frmMain::InitStatusBar() {
+  pnlRadio_->setObjectName(u"pnlRadio"_s);
+  pnlModus_->setObjectName(u"pnlModus"_s);
+  pnlLog_->setObjectName(u"pnlLog"_s);
+  pnlKopie_->setObjectName(u"pnlKopie"_s);
+  for (StatusPanel* panel : {pnlRadio_, pnlModus_, pnlLog_, pnlKopie_}) ui_->staBalk->addWidget(panel);
+  pnlKopie_->Show(u"let-op"_s, u"De lokale kopie is leeg"_s, IconTint::Warning);
+  auto* version = new QLabel(VersionText(), this);
+  version->setObjectName(u"lblVersie"_s);
+  version->setProperty("hint", true);
+  version->setContentsMargins(0, 0, 12, 0);
+  ui_->staBalk->addPermanentWidget(version);
+}
+
+void frmMain::Form_Load() {
+  Trapped(__func__, [&] {
+    Q_EMIT loading(u"Instellingen lezen ..."_s);
+    GetSettings();
+    FormDatabasePaths();
+    Q_EMIT loading(u"Zender kiezen ..."_s);
+    ChooseStation();
+    Q_EMIT loading(u"Zender openen ..."_s);
+    SetRadioNaam();
+    setWindowTitle(u"Spotrooster "_s + global.stationName);
+    SetOnlineYn();
+    ShowStation();
+  });
+}
+
+// Without a choice the number stays 0 and the paths stay as they are.
+void frmMain::ChooseStation() {
+  frmRadioDetail(this).ShowModal();
+  FormDatabasePaths();
+}
+
+void frmMain::ShowStation() {
+  ui_->lblRadio->setText(global.stationName);
+  ui_->actItems->setEnabled(HasScreen(Screen::Items));
+  ui_->actItemSpots->setEnabled(HasScreen(Screen::ItemSpots));
+  ui_->actItemPingles->setEnabled(HasScreen(Screen::ItemPingles));
+  ui_->actExporteren->setEnabled(HasScreen(Screen::PlanningExporteren));
+  ui_->actInstellingen->setEnabled(HasScreen(Screen::Defaults));
+  ShowTime();
+  RefreshStatus();
+}
+
+void frmMain::ShowTime() {
+  const QDateTime now = runtime::Now();
+  ui_->lblDatum->setText(DateLine(now.date()));
+  ui_->ledUur->SetValue(now.time().hour());
+  ui_->ledMinuut->SetValue(now.time().minute());
+  ui_->ledSeconde->SetValue(now.time().second());
+  tmrKlok_->start(kSecond - now.time().msec());
+}
+
+void frmMain::RefreshStatus() {
+  const QString number = global.stationNumber == 0 ? QString() : u" (zender %1)"_s.arg(global.stationNumber);
+  pnlRadio_->Show(u"radio"_s, (global.stationName.isEmpty() ? u"Geen zender"_s : global.stationName) + number);
+  pnlModus_->Show(global.online ? u"online"_s : u"offline"_s, global.online ? u"Online"_s : u"Offline"_s,
+                  global.online ? IconTint::Text : IconTint::Warning);
+  const StationStatus status = ReadStationStatus();
+  pnlLog_->Show(u"log"_s, NotExportedText(status.notExported));
+  pnlKopie_->setVisible(status.copyEmpty);
+}
+
+void frmMain::Open(Screen screen) {
+  ShowScreen(screen, this);
+  RefreshStatus();
+}
+
+void frmMain::tlbMain_ButtonClick(const QString& key) {
+  Trapped(__func__, [&] {
+    if (key == u"Item-spots"_s) Open(Screen::ItemSpots);
+    if (key == u"Items"_s) Open(Screen::Items);
+    if (key == u"Exporteren"_s) Open(Screen::PlanningExporteren);
+    if (key == u"Instellingen"_s) Open(Screen::Defaults);
+    if (key == u"Afsluiten"_s) close();
+  });
+}
+
+void frmMain::mnuItemPingles_Click() {
+  Trapped(__func__, [&] { Open(Screen::ItemPingles); });
+}
+
+void frmMain::mnuHandleiding_Click() {
+}
+
+void frmMain::mnuVersie_Click() {
+  desktop::ShowMessageBox(this, u"Spotrooster, planning van radioreclame\n"_s + VersionText(), 64, u"Spotrooster"_s);
+}

@@ -1,0 +1,52 @@
+#pragma once
+#include "data/Screens.h"
+
+#include <QMainWindow>
+
+#include <memory>
+
+class QTimer;
+class StatusPanel;
+namespace Ui {
+class frmMain;
+}
+
+// The main window: toolbar and menus that open the screens, the station's name, date and time, and the status bar.
+class frmMain : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  frmMain();
+  ~frmMain() override;
+
+  // The start of the work: reads the settings, lets the user choose the station, forms the database paths and reads the
+  // station's name and mode. To be called once, before the window is shown.
+  void Form_Load();
+
+ Q_SIGNALS:
+  // What the load does next, in words for the splash screen.
+  void loading(const QString& step);
+
+ private:
+  void ConnectEvents();
+  void InitForm();
+  void InitStatusBar();
+  void ChooseStation();
+  void ShowStation();
+  void ShowTime();
+  void RefreshStatus();
+  // Shows a screen and waits until it is closed.
+  void Open(Screen screen);
+
+  void tlbMain_ButtonClick(const QString& key);
+  void mnuItemPingles_Click();
+  void mnuHandleiding_Click();
+  void mnuVersie_Click();
+
+  std::unique_ptr<Ui::frmMain> ui_;
+  QTimer* tmrKlok_;
+  StatusPanel* pnlRadio_;
+  StatusPanel* pnlModus_;
+  StatusPanel* pnlLog_;
+  StatusPanel* pnlKopie_;
+};

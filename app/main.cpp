@@ -1,0 +1,80 @@
+#include "app/Start.h"
+#include "app/StartOptions.h"
+#include "app/Version.h"
+#include "app/frmMain.h"
+#include "data/Globals.h"
+#include "platform/desktop/Icons.h"
+#include "platform/desktop/Theme.h"
+#include "platform/runtime/Error.h"
+#include "platform/runtime/HostPath.h"
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
+
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kWrongUse = 2;
+
+void Print(std::FILE* stream, const QString& text) { std::fputs(text.toLocal8Bit().constData(), stream); }
+
+// Version and help need no display.
+bool IsTextOnly(const StartOptions& options) { return options.showVersion || options.showHelp; }
+
+void PrintText(const StartOptions& options) {
+  Print(stdout, options.showHelp ? HelpText() : u"Spotrooster "_s + Version() + u'\n');
+}
+
+QStringList ArgumentsOf(int argc, char** argv) {
+  QStringList arguments;
+  for (int at = 1; at < argc; ++at) arguments += QString::fromLocal8Bit(argv[at]);
+  return arguments;
+}
+
+// Options that Qt knows are not ours to judge here, so a refusal waits for the second look.
+bool PrintedTextOnly(int argc, char** argv) {
+  StartOptions options;
+  const QStringList arguments = ArgumentsOf(argc, argv);
+  options.showHelp = arguments.contains(u"--help"_s) || arguments.contains(u"-h"_s);
+  options.showVersion = arguments.contains(u"--version"_s) || arguments.contains(u"-v"_s);
+  if (IsTextOnly(options)) PrintText(options);
+  return IsTextOnly(options);
+}
+
+int Run(QApplication& application, const StartOptions& options) {
+  const desktop::Theme theme(application, options.theme);
+  QApplication::setWindowIcon(desktop::AppIcon());
+  global.programFolder = runtime::PathText(options.folder);
+  RegisterScreens();
+  const std::unique_ptr<frmMain> main = Start();
+  return QApplication::exec();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (PrintedTextOnly(argc, argv)) return 0;
+  QApplication application(argc, argv);
+  QApplication::setApplicationName(u"spotrooster"_s);
+  QApplication::setApplicationVersion(Version());
+  QApplication::setDesktopFileName(u"spotrooster"_s);
+  QLocale::setDefault(QLocale(QLocale::Dutch, QLocale::Belgium));
+  QTranslator dutch;
+  if (dutch.load(u"qtbase_nl"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+    QApplication::installTranslator(&dutch);
+  }
+  try {
+    return Run(application, ParseStartOptions(QApplication::arguments().mid(1),
+                                              qEnvironmentVariable("SPOTROOSTER_FOLDER"),
+                                              QApplication::applicationDirPath()));
+  } catch (const runtime::Error& error) {
+    Print(stderr, u"spotrooster: "_s + error.Description() + u'\n');
+    return kWrongUse;
+  }
+}

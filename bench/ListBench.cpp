@@ -1,0 +1,184 @@
+// The item-spot list with many records: the time to open it, to refill it and to search in it, beside the time that
+// SQLite alone needs for the same query over the same rows, and the time to refresh the local copy on closing.
+#include "catalogue/frmItemSpots.h"
+#include "data/DatabasePaths.h"
+#include "data/Globals.h"
+#include "data/Schema.h"
+#include "platform/controls/ListBox.h"
+#include "platform/dao/Storage.h"
+#include "platform/runtime/HostPath.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTemporaryDir>
+
+#include <sqlite3.h>
+#include <algorithm>
+#include <cstdio>
+#include <functional>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kRuns = 5;
+
+double MedianMs(const std::function<void()>& work) {
+  std::vector<double> times;
+  for (int run = 0; run < kRuns; ++run) {
+    QElapsedTimer timer;
+    timer.start();
+    work();
+    times.push_back(static_cast<double>(timer.nsecsElapsed()) / 1e6);
+  }
+  std::sort(times.begin(), times.end());
+  return times[kRuns / 2];
+}
+
+QString NameOf(int number) {
+  static const QStringList kShops{u"Bakkerij"_s, u"Fietsen"_s, u"Meubelhuis"_s, u"Café"_s, u"Tuincentrum"_s};
+  return kShops[number % kShops.size()] + u" Van Damme "_s + QString::number((number * 7919) % 100003);
+}
+
+// Below the SQL: one turn for all rows.
+void FillServer(const std::vector<controls::ListBox::Line>& rows) {
+  const auto storage = dao::OpenStorage(global.serverDatabasePath);
+  const auto turn = storage->Begin(dao::Access::Write);
+  const auto table = storage->OpenTable(u"tblItemSpots"_s);
+  const dao::Value none;
+  const auto number = [](qint64 value) { return dao::Value(std::int64_t{value}); };
+  for (const auto& row : rows) {
+    const std::vector<dao::Value> values = {number(row.itemData),
+                                            u"Z:\\a.wav",
+                                            row.text.toStdU16String(),
+                                            number(30),
+                                            none,
+                                            none,
+                                            45658.0,
+                                            number(0),
+                                            73050.0,
+                                            number(23),
+                                            number(0),
+                                            none,
+                                            number(1)};
+    table->Insert(values);
+  }
+  turn->Commit();
+}
+
+class PlainSqlite {
+ public:
+  explicit PlainSqlite(const QString& path) {
+    sqlite3_open(path.toUtf8().constData(), &database_);
+    Run("CREATE TABLE tblItemSpots (ID INTEGER PRIMARY KEY, Path TEXT, Naam TEXT COLLATE NOCASE, LengteSec INTEGER, "
+        "StartDatum REAL, StartUur INTEGER, EindDatum REAL, EindUur INTEGER, AantalGedraaid INTEGER, Aktief INTEGER)");
+  }
+  ~PlainSqlite() { sqlite3_close(database_); }
+  PlainSqlite(const PlainSqlite&) = delete;
+  PlainSqlite& operator=(const PlainSqlite&) = delete;
+
+  void Run(const char* sql) { sqlite3_exec(database_, sql, nullptr, nullptr, nullptr); }
+
+  void Fill(const std::vector<controls::ListBox::Line>& rows) {
+    Run("BEGIN");
+    sqlite3_stmt* insert = nullptr;
+    sqlite3_prepare_v2(database_, "INSERT INTO tblItemSpots VALUES (?,'Z:\\a.wav',?,30,45658,0,73050,23,0,1)", -1,
+                       &insert, nullptr);
+    for (const auto& row : rows) {
+      const QByteArray name = row.text.toUtf8();
+      sqlite3_bind_int64(insert, 1, row.itemData);
+      sqlite3_bind_text(insert, 2, name.constData(), static_cast<int>(name.size()), SQLITE_TRANSIENT);
+      sqlite3_step(insert);
+      sqlite3_reset(insert);
+    }
+    sqlite3_finalize(insert);
+    Run("COMMIT");
+  }
+
+  // The list's own query, every row taken over into texts and numbers.
+  std::size_t Query() {
+    std::vector<controls::ListBox::Line> lines;
+    sqlite3_stmt* select = nullptr;
+    sqlite3_prepare_v2(database_, "SELECT ID, Naam FROM tblItemSpots WHERE Aktief = 1 ORDER BY Naam", -1, &select,
+                       nullptr);
+    while (sqlite3_step(select) == SQLITE_ROW) {
+      lines.push_back({QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(select, 1))),
+                       sqlite3_column_int64(select, 0)});
+    }
+    sqlite3_finalize(select);
+    return lines.size();
+  }
+
+ private:
+  sqlite3* database_ = nullptr;
+};
+
+void Print(const char* what, double ms, double plainMs) {
+  std::printf("%-46s %8.1f ms", what, ms);
+  if (plainMs > 0) std::printf("   %5.2f x SQLite", ms / plainMs);
+  std::printf("\n");
+}
+
+void BenchList(PlainSqlite& plain) {
+  const double plainMs = MedianMs([&] { plain.Query(); });
+  Print("SQLite alone: the list's query", plainMs, 0);
+  frmItemSpots form(nullptr);
+  form.show();
+  Print("open: fill and first picture", MedianMs([&] {
+          form.Form_Load();
+          form.grab();
+        }),
+        plainMs);
+  auto* inactive = form.findChild<QCheckBox*>(u"chkNietAktieve"_s);
+  Print("refill by a check box", MedianMs([&] { inactive->toggle(); }), plainMs);
+  auto* search = form.findChild<QLineEdit*>(u"txtZoek"_s);
+  for (const QString& text : {u"b"_s, u"bakkerij"_s, u"99"_s, u"zzz"_s, QString()}) {
+    const double ms = MedianMs([&] {
+      search->setText(u"fiets"_s);
+      search->setText(text);
+      form.grab();
+    });
+    Print(("search '" + text.toStdString() + "' and picture (two keystrokes)").c_str(), ms, 0);
+  }
+  auto* list = form.findChild<controls::ListBox*>(u"lstOverzicht"_s);
+  Print("select the last line by its ID", MedianMs([&] {
+          list->SelectWhereItemData(list->ItemData(list->ListCount() - 1));
+          list->SetListIndex(0);
+        }),
+        0);
+  QElapsedTimer timer;
+  timer.start();
+  form.findChild<QPushButton*>(u"cmdSluiten"_s)->click();
+  Print("close: refresh of the local copy", static_cast<double>(timer.elapsed()), 0);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QApplication application(argc, argv);
+  const int rows = argc > 1 ? std::max(1, std::atoi(argv[1])) : 50000;
+  const QTemporaryDir folder;
+  QDir(folder.path()).mkdir(u"data"_s);
+  runtime::SetDrives({});
+  global.programFolder = global.databasePath = runtime::PathText(folder.path());
+  FormDatabasePaths();
+  schema::CreateLocalDatabase(global.localDatabasePath);
+  schema::CreateServerDatabase(global.serverDatabasePath);
+  schema::CreateWorkDatabase(global.workDatabasePath);
+  global.online = true;
+  std::vector<controls::ListBox::Line> lines;
+  for (int row = 1; row <= rows; ++row)
+    lines.push_back({NameOf(row), row});
+  FillServer(lines);
+  PlainSqlite plain(folder.filePath(u"plain.sqlite"_s));
+  plain.Fill(lines);
+  std::printf("%d item-spots, median of %d runs\n", rows, kRuns);
+  BenchList(plain);
+  return 0;
+}

@@ -1,0 +1,111 @@
+#include "catalogue/CleanupForm.h"
+
+#include "data/Globals.h"
+#include "data/Messages.h"
+#include "data/Writes.h"
+#include "platform/desktop/Events.h"
+#include "platform/desktop/Icons.h"
+#include "platform/desktop/Trapped.h"
+#include "platform/desktop/WaitPointer.h"
+#include "platform/runtime/Numbers.h"
+
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScreen>
+
+using namespace Qt::StringLiterals;
+using desktop::Trapped;
+
+namespace {
+
+constexpr QSize kOpeningSize(560, 340);
+constexpr int kInformation = 64;
+
+}  // namespace
+
+void CleanupForm::Wire(const Controls& controls) {
+  controls_ = controls;
+  connect(controls_.chkVerwijderBestand, &QCheckBox::toggled, this, &CleanupForm::chkVerwijderBestand_Click);
+  connect(controls_.chkVerwijderID, &QCheckBox::toggled, this, &CleanupForm::chkVerwijderID_Click);
+  connect(controls_.cmdOk, &QPushButton::clicked, this, &CleanupForm::cmdOk_Click);
+  connect(controls_.cmdSluiten, &QPushButton::clicked, this, &CleanupForm::cmdSluiten_Click);
+  controls_.cmdOk->setIcon(desktop::Icon(u"verwijder"_s));
+  resize(kOpeningSize.expandedTo(sizeHint()).boundedTo(screen()->availableSize()));
+}
+
+void CleanupForm::Form_Load() {
+  Trapped(__func__, [&] {
+    const desktop::WaitPointer wait;
+    InitForm();
+    FillForm();
+    InitControls();
+    InitCommands();
+  });
+}
+
+void CleanupForm::FillForm() {
+  Trapped(__func__, [&] {
+    if (!runtime::IsNumeric(global.gstrOpruimenID)) return;
+    controls_.txtOpruimenVan->setText(NameOf(runtime::ToLong(global.gstrOpruimenID), CurrentCatalogue()));
+  });
+}
+
+void CleanupForm::InitControls() {
+  Trapped(__func__, [&] { LockControl(u"txtOpruimenVan"_s, true); });
+}
+
+void CleanupForm::InitCommands() {
+  Trapped(__func__, [&] { controls_.cmdOk->setEnabled(DeletesRecord() || DeletesFiles()); });
+}
+
+void CleanupForm::chkVerwijderBestand_Click() {
+  Trapped(__func__, [&] { InitCommands(); });
+}
+
+void CleanupForm::chkVerwijderID_Click() {
+  Trapped(__func__, [&] { InitCommands(); });
+}
+
+void CleanupForm::cmdOk_Click() {
+  Trapped(__func__, [&] {
+    if (!OpruimenProceed()) return;
+    // The user is never told that something was done which was not.
+    if (Opruimen()) ShowItemsMessage(u"Opruimen is uitgevoerd."_s, kInformation);
+    InitControls();
+    InitCommands();
+    Unload();
+  });
+}
+
+bool CleanupForm::Opruimen() {
+  return Trapped(__func__, false, [&] {
+    const desktop::WaitPointer wait;
+    allDeleted_ = true;
+    CleanUp(CurrentCatalogue());
+    desktop::RepaintWindows();
+    return allDeleted_;
+  });
+}
+
+QString CleanupForm::SelectByID(const QString& fields, const QString& table) {
+  if (!runtime::IsNumeric(global.gstrOpruimenID)) return {};
+  return u"SELECT "_s + fields + u" "_s + u"From "_s + table + u" "_s + u"WHERE "_s + table + u".ID = "_s +
+         QString::number(runtime::ToLong(global.gstrOpruimenID));
+}
+
+void CleanupForm::DeleteRecords(qint32 id, const QString& table, const QString& keyField, const QString& databasePath) {
+  global.lastResult = Delete_tblBeheer(id, table, keyField, databasePath);
+  allDeleted_ = allDeleted_ && global.lastResult;
+}
+
+bool CleanupForm::DeletesFiles() const {
+  return controls_.chkVerwijderBestand->isChecked();
+}
+bool CleanupForm::DeletesRecord() const {
+  return controls_.chkVerwijderID->isChecked();
+}
+
+void CleanupForm::cmdSluiten_Click() {
+  Trapped(__func__, [&] { Unload(); });
+}

@@ -1,0 +1,38 @@
+#pragma once
+#include "platform/runtime/Probe.h"
+
+#include <QString>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+class QObject;
+
+// Looks in a thread of its own whether files are there, so that a slow or dead network folder holds nobody up. Nothing
+// is told any more once the finder is gone; going never waits for a file that does not answer.
+class FileFinder {
+ public:
+  struct Wanted {
+    qint64 id = 0;
+    QString path;  // path text
+  };
+  struct Found {
+    qint64 id = 0;
+    runtime::Presence presence = runtime::Presence::There;
+  };
+  // Some of the answers, in order; `last` with the last of them. Called in the receiver's thread.
+  using Tell = std::function<void(const std::vector<Found>& found, bool last)>;
+
+  // The receiver must outlive the finder.
+  FileFinder(std::vector<Wanted> wanted, QObject* receiver, Tell tell);
+  ~FileFinder();
+  FileFinder(const FileFinder&) = delete;
+  FileFinder& operator=(const FileFinder&) = delete;
+
+ private:
+  struct Shared;
+  static void Look(const std::shared_ptr<Shared>& shared, const std::vector<Wanted>& wanted);
+
+  std::shared_ptr<Shared> shared_;
+};

@@ -1,0 +1,219 @@
+#include "catalogue/OverviewForm.h"
+
+#include "catalogue/CountLine.h"
+#include "catalogue/OverviewKeys.h"
+#include "data/Globals.h"
+#include "platform/controls/ListBox.h"
+#include "platform/dao/Database.h"
+#include "platform/desktop/Icons.h"
+#include "platform/desktop/Trapped.h"
+#include "platform/desktop/WaitPointer.h"
+#include "platform/runtime/Numbers.h"
+
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScreen>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+using desktop::Trapped;
+
+namespace {
+
+constexpr QSize kOpeningSize(920, 600);
+
+std::vector<controls::ListBox::Line> LinesOf(dao::Recordset rows) {
+  std::vector<controls::ListBox::Line> lines;
+  if (rows.Bof() && rows.Eof()) return lines;
+  lines.reserve(static_cast<std::size_t>(rows.RecordCount()));
+  for (rows.MoveFirst(); !rows.Eof(); rows.MoveNext()) {
+    lines.push_back({rows.Field(u"Code"_s).toString(), rows.Field(u"ID"_s).toLongLong()});
+  }
+  return lines;
+}
+
+// Shows a screen above the present one, with the ordinary pointer until it puts up its own.
+void Visit(Screen screen, QWidget* owner) {
+  const desktop::ArrowPointer arrow;
+  ShowScreen(screen, owner);
+}
+
+}  // namespace
+
+OverviewForm::OverviewForm(QWidget* owner, const QString& one, const QString& many, Screen detailEditor)
+    : Form(owner), one_(one), many_(many), detailEditor_(detailEditor) {}
+
+void OverviewForm::Wire(const Controls& controls) {
+  controls_ = controls;
+  DressControls();
+  connect(&List(), &controls::ListBox::clicked, this, &OverviewForm::lstOverzicht_Click);
+  connect(&List(), &controls::ListBox::selectionLost, this, &OverviewForm::lstOverzicht_Click);
+  connect(&List(), &controls::ListBox::doubleClicked, this, &OverviewForm::lstOverzicht_DblClick);
+  connect(controls_.txtZoek, &QLineEdit::textChanged, this, &OverviewForm::txtZoek_Change);
+  connect(controls_.cmdOpen, &QPushButton::clicked, this, &OverviewForm::cmdOpen_Click);
+  connect(controls_.cmdNieuw, &QPushButton::clicked, this, &OverviewForm::cmdNieuw_Click);
+  connect(controls_.cmdVerwijder, &QPushButton::clicked, this, &OverviewForm::cmdVerwijder_Click);
+  connect(controls_.cmdSluiten, &QPushButton::clicked, this, &OverviewForm::cmdSluiten_Click);
+  if (controls_.chkAktieve != nullptr) {
+    connect(controls_.chkAktieve, &QCheckBox::toggled, this, &OverviewForm::chkAktieve_Click);
+    connect(controls_.chkNietAktieve, &QCheckBox::toggled, this, &OverviewForm::chkNietAktieve_Click);
+  }
+  const auto* keys = new OverviewKeys(
+      {controls_.lstOverzicht, controls_.txtZoek, controls_.cmdNieuw, controls_.cmdOpen, controls_.cmdVerwijder}, this);
+  connect(keys, &OverviewKeys::refillAsked, this, &OverviewForm::Refill);
+}
+
+void OverviewForm::DressControls() {
+  controls_.txtZoek->addAction(desktop::Icon(u"zoek"_s, desktop::IconTint::Quiet), QLineEdit::LeadingPosition);
+  controls_.cmdNieuw->setIcon(desktop::Icon(u"nieuw"_s));
+  controls_.cmdNieuw->setToolTip(tr("Nieuw (Insert)"));
+  controls_.cmdOpen->setIcon(desktop::Icon(u"open"_s));
+  controls_.cmdOpen->setToolTip(tr("Open (Enter)"));
+  controls_.cmdVerwijder->setIcon(desktop::Icon(u"verwijder"_s, desktop::IconTint::Danger));
+  controls_.cmdVerwijder->setToolTip(tr("Verwijder (Delete)"));
+  if (controls_.cmdDesaktiveer != nullptr) controls_.cmdDesaktiveer->setIcon(desktop::Icon(u"desaktiveer"_s));
+  List().setFocus();
+  resize(kOpeningSize.boundedTo(screen()->availableSize()));
+}
+
+void OverviewForm::Form_Load() {
+  Trapped(__func__, [&] {
+    const desktop::WaitPointer wait;
+    InitForm();
+    FillLstOverzicht();
+    ShowCount();
+    InitCommands();
+  });
+}
+
+void OverviewForm::InitForm() {
+  Trapped(__func__, [&] {
+    // Checked by design already, so that opening does not fill the list twice.
+    if (controls_.chkAktieve != nullptr) controls_.chkAktieve->setChecked(true);
+  });
+}
+
+void OverviewForm::InitCommands() {
+  Trapped(__func__, [&] {
+    const bool selected = List().ListIndex() != -1;
+    controls_.cmdOpen->setEnabled(selected);
+    controls_.cmdVerwijder->setEnabled(selected);
+  });
+}
+
+QString OverviewForm::Filter(const QString& table) const {
+  const bool both =
+      controls_.chkAktieve == nullptr || (controls_.chkAktieve->isChecked() && controls_.chkNietAktieve->isChecked());
+  if (both) return BothFilter(table);
+  if (controls_.chkAktieve->isChecked()) return u"WHERE "_s + table + u".Aktief = 1 "_s;
+  if (controls_.chkNietAktieve->isChecked()) return u"WHERE "_s + table + u".Aktief = 0 "_s;
+  // No record has this value: the empty choice is an ordinary query too.
+  return u"WHERE "_s + table + u".Aktief = "_s + u"-10000"_s + u" "_s;
+}
+
+void OverviewForm::FillLstOverzicht() {
+  Trapped(__func__, [&] {
+    const Catalogue catalogue = CurrentCatalogue();
+    const QString table = TableOf(catalogue);
+    dao::Database database = dao::OpenDatabase(catalogue.databasePath);
+    const dao::Recordset rows =
+        database.OpenRecordset(u"SELECT "_s + table + u".ID, "_s + table + u".Naam As Code "_s + u"From "_s + table +
+                               u" "_s + Filter(table) + u"ORDER BY "_s + table + u".Naam"_s);
+    List().Clear();
+    List().AddItems(LinesOf(rows));
+    read_ = true;
+    Refilled();
+    ShowCount();
+  });
+}
+
+void OverviewForm::Refill() {
+  FillLstOverzicht();
+  InitCommands();
+}
+
+void OverviewForm::chkAktieve_Click() {
+  Trapped(__func__, [&] { FillLstOverzicht(); });
+}
+
+void OverviewForm::chkNietAktieve_Click() {
+  Trapped(__func__, [&] { FillLstOverzicht(); });
+}
+
+void OverviewForm::lstOverzicht_Click() {
+  Trapped(__func__, [&] { InitCommands(); });
+}
+
+void OverviewForm::lstOverzicht_DblClick() {
+  cmdOpen_Click();
+}
+
+void OverviewForm::cmdOpen_Click() {
+  Trapped(__func__, [&] {
+    const desktop::WaitPointer wait;
+    global.gstrSelectedID = QString::number(SelectedID());
+    ShowDetail();
+  });
+}
+
+void OverviewForm::cmdNieuw_Click() {
+  Trapped(__func__, [&] {
+    global.gstrSelectedID = QString::fromUtf16(kNewRecord);
+    ShowDetail();
+  });
+}
+
+void OverviewForm::ShowDetail() {
+  Visit(detailEditor_, this);
+  Refill();
+}
+
+void OverviewForm::OpenCleanup(Screen cleanup) {
+  const desktop::WaitPointer wait;
+  global.gstrOpruimenID = QString::number(SelectedID());
+  Visit(cleanup, this);
+  Refill();
+}
+
+void OverviewForm::Deactivate(SetAktief setAktief) {
+  const desktop::WaitPointer wait;
+  const Catalogue catalogue = CurrentCatalogue();
+  global.lastResult = setAktief(SelectedID(), 0, catalogue.databasePath, TableOf(catalogue));
+  Refill();
+}
+
+void OverviewForm::cmdSluiten_Click() {
+  Trapped(__func__, [&] { Unload(); });
+}
+
+void OverviewForm::txtZoek_Change() {
+  Trapped(__func__, [&] {
+    List().SetFilterText(runtime::TrimBlanks(controls_.txtZoek->text()));
+    ShowCount();
+  });
+}
+
+qint32 OverviewForm::SelectedID() const {
+  return static_cast<qint32>(List().ItemData(List().ListIndex()));
+}
+
+OverviewView OverviewForm::View() const {
+  OverviewView view;
+  view.one = one_;
+  view.many = many_;
+  view.read = read_;
+  view.all = List().ListCount();
+  view.shown = List().ShownCount();
+  view.search = runtime::TrimBlanks(controls_.txtZoek->text());
+  view.hasBoxes = controls_.chkAktieve != nullptr;
+  view.aktieve = view.hasBoxes && controls_.chkAktieve->isChecked();
+  view.nietAktieve = view.hasBoxes && controls_.chkNietAktieve->isChecked();
+  return view;
+}
+
+void OverviewForm::ShowCount() {
+  controls_.lblAantal->setText(CountText());
+  List().SetEmptyText(EmptyText());
+}

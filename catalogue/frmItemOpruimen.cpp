@@ -1,0 +1,81 @@
+#include "catalogue/frmItemOpruimen.h"
+
+#include "catalogue/LocalCopy.h"
+#include "data/Lookups.h"
+#include "data/Writes.h"
+#include "platform/dao/Database.h"
+#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Error.h"
+#include "platform/runtime/Numbers.h"
+#include "platform/runtime/TextFile.h"
+#include "ui_frmItemOpruimen.h"
+
+using namespace Qt::StringLiterals;
+using desktop::Trapped;
+
+frmItemOpruimen::frmItemOpruimen(QWidget* owner) : CleanupForm(owner), ui_(std::make_unique<Ui::frmItemOpruimen>()) {
+  ui_->setupUi(this);
+  Controls controls;
+  controls.txtOpruimenVan = ui_->txtOpruimenVan;
+  controls.chkVerwijderBestand = ui_->chkVerwijderBestand;
+  controls.chkVerwijderID = ui_->chkVerwijderID;
+  controls.cmdOk = ui_->cmdOk;
+  controls.cmdSluiten = ui_->cmdSluiten;
+  Wire(controls);
+  connect(ui_->chkVerwijderSpots, &QCheckBox::toggled, this, &frmItemOpruimen::chkVerwijderSpots_Click);
+}
+
+frmItemOpruimen::~frmItemOpruimen() = default;
+
+QString frmItemOpruimen::NameOf(qint32 id, const Catalogue& catalogue) const {
+  return GetItemNaam(id, catalogue.databasePath, catalogue.items);
+}
+
+void frmItemOpruimen::InitControls() {
+  CleanupForm::InitControls();
+  Trapped(__func__, [&] {
+    // Files go only together with their spots.
+    const bool spots = ui_->chkVerwijderSpots->isChecked();
+    if (!spots) ui_->chkVerwijderBestand->setChecked(false);
+    ui_->chkVerwijderBestand->setEnabled(spots);
+  });
+}
+
+void frmItemOpruimen::chkVerwijderSpots_Click() {
+  Trapped(__func__, [&] { InitControls(); });
+}
+
+void frmItemOpruimen::CleanUp(const Catalogue& catalogue) {
+  dao::Database database = dao::OpenDatabase(catalogue.databasePath);
+  dao::Recordset rows = database.OpenRecordset(SelectByID(catalogue.items + u".ID"_s, catalogue.items));
+  if (rows.Bof() && rows.Eof()) return;
+  for (rows.MoveFirst(); !rows.Eof(); rows.MoveNext()) {
+    const qint32 itemID = runtime::ToLong(rows.Field(u"ID"_s));
+    if (ui_->chkVerwijderSpots->isChecked() || DeletesFiles()) CleanUpSpots(itemID, catalogue);
+    if (DeletesRecord()) CleanUpItem(itemID, catalogue);
+  }
+}
+
+void frmItemOpruimen::CleanUpSpots(qint32 itemID, const Catalogue& catalogue) {
+  std::optional<dao::Recordset> spots =
+      GetItem_ItemSpots(itemID, catalogue.databasePath, catalogue.items, catalogue.itemsItemSpots, catalogue.itemSpots);
+  if (!spots) throw runtime::Error(u"De item-spots van dit item konden niet gelezen worden; er is niets verwijderd."_s);
+  for (; !spots->Eof(); spots->MoveNext()) {
+    const qint32 id = runtime::ToLong(spots->Field(u"ID"_s));
+    const QString path = runtime::TrimBlanks(spots->Field(u"Path"_s).toString());
+    if (ui_->chkVerwijderSpots->isChecked()) {
+      DeleteRecords(id, catalogue.itemSpots, catalogue.itemSpots + u".ID"_s, catalogue.databasePath);
+    }
+    if (DeletesFiles()) runtime::DeleteFile(path);
+  }
+}
+
+void frmItemOpruimen::CleanUpItem(qint32 itemID, const Catalogue& catalogue) {
+  DeleteRecords(itemID, catalogue.itemsItemSpots, catalogue.itemsItemSpots + u".ItemID"_s, catalogue.databasePath);
+  DeleteRecords(itemID, catalogue.items, catalogue.items + u".ID"_s, catalogue.databasePath);
+}
+
+void frmItemOpruimen::Form_Unload() {
+  // Without a look at the mode.
+  Trapped(__func__, [&] { RefreshLocalCopy(u"tblCopie_ItemSpots"_s, TransItemSpotsToLocal); });
+}

@@ -1,0 +1,50 @@
+#include "catalogue/frmItemPingles.h"
+
+#include "catalogue/LocalCopy.h"
+#include "data/Globals.h"
+#include "data/Messages.h"
+#include "data/Writes.h"
+#include "platform/desktop/Trapped.h"
+#include "platform/desktop/WaitPointer.h"
+#include "platform/runtime/Numbers.h"
+#include "ui_frmItemPingles.h"
+
+using namespace Qt::StringLiterals;
+using desktop::Trapped;
+
+frmItemPingles::frmItemPingles(QWidget* owner)
+    : OverviewForm(owner, u"item-pingle"_s, u"item-pingles"_s, Screen::ItemPinglesDetail),
+      ui_(std::make_unique<Ui::frmItemPingles>()) {
+  ui_->setupUi(this);
+  Controls controls;
+  controls.lstOverzicht = ui_->lstOverzicht;
+  controls.txtZoek = ui_->txtZoek;
+  controls.lblAantal = ui_->lblAantal;
+  controls.cmdNieuw = ui_->cmdNieuw;
+  controls.cmdOpen = ui_->cmdOpen;
+  controls.cmdVerwijder = ui_->cmdVerwijder;
+  controls.cmdSluiten = ui_->cmdSluiten;
+  Wire(controls);
+}
+
+frmItemPingles::~frmItemPingles() = default;
+
+void frmItemPingles::cmdVerwijder_Click() {
+  Trapped(__func__, [&] {
+    const QString name = runtime::TrimBlanks(List().Text(List().ListIndex()));
+    const QString question = u'"' + name + u'"' + u" verwijderen uit de lijst ..."_s + u"\r\n"_s;
+    if (ShowAppMessage(3009, question) == kAnswerYes) {
+      const desktop::WaitPointer wait;
+      const Catalogue catalogue = CurrentCatalogue();
+      global.lastResult = Delete_tblBeheer(SelectedID(), catalogue.itemPingles, catalogue.itemPingles + u".ID"_s,
+                                           catalogue.databasePath);
+    }
+    Refill();
+  });
+}
+
+void frmItemPingles::Form_Unload() {
+  Trapped(__func__, [&] {
+    if (global.online) RefreshLocalCopy(u"tblCopie_ItemPingles"_s, TransItemPinglesToLocal);
+  });
+}

@@ -1,0 +1,27 @@
+#pragma once
+#include "catalogue/OverviewForm.h"
+
+#include <memory>
+
+namespace Ui {
+class frmItemPingles;
+}
+
+// The list of item-pingles: without filter, and with a question in place of a cleanup dialog.
+class frmItemPingles : public OverviewForm {
+  Q_OBJECT
+
+ public:
+  explicit frmItemPingles(QWidget* owner);
+  ~frmItemPingles() override;
+
+ protected:
+  QString TableOf(const Catalogue& catalogue) const override { return catalogue.itemPingles; }
+  QString BothFilter(const QString&) const override { return {}; }
+  void InitForm() override {}
+  void cmdVerwijder_Click() override;
+  void Form_Unload() override;
+
+ private:
+  std::unique_ptr<Ui::frmItemPingles> ui_;
+};

@@ -1,0 +1,24 @@
+#pragma once
+#include "catalogue/CleanupForm.h"
+
+#include <memory>
+
+namespace Ui {
+class frmItemSpotOpruimen;
+}
+
+// Removes one item-spot: its record, its audio file, or both. The record goes first; nothing ties the two together.
+class frmItemSpotOpruimen : public CleanupForm {
+  Q_OBJECT
+
+ public:
+  explicit frmItemSpotOpruimen(QWidget* owner);
+  ~frmItemSpotOpruimen() override;
+
+ protected:
+  QString NameOf(qint32 id, const Catalogue& catalogue) const override;
+  void CleanUp(const Catalogue& catalogue) override;
+
+ private:
+  std::unique_ptr<Ui::frmItemSpotOpruimen> ui_;
+};

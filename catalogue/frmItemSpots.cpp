@@ -1,0 +1,131 @@
+#include "catalogue/frmItemSpots.h"
+
+#include "catalogue/LocalCopy.h"
+#include "catalogue/SpotDetails.h"
+#include "catalogue/SpotSurvey.h"
+#include "data/Writes.h"
+#include "platform/desktop/Trapped.h"
+#include "ui_frmItemSpots.h"
+
+using namespace Qt::StringLiterals;
+using desktop::Trapped;
+
+namespace {
+
+// Up to here the marks stand before the list is painted; a longer list is shown first.
+constexpr int kMarkedAtOnce = 2000;
+
+}  // namespace
+
+frmItemSpots::frmItemSpots(QWidget* owner)
+    : OverviewForm(owner, u"item-spot"_s, u"item-spots"_s, Screen::ItemSpotsDetail),
+      ui_(std::make_unique<Ui::frmItemSpots>()),
+      survey_(std::make_unique<SpotSurvey>()) {
+  ui_->setupUi(this);
+  Controls controls;
+  controls.lstOverzicht = ui_->lstOverzicht;
+  controls.txtZoek = ui_->txtZoek;
+  controls.lblAantal = ui_->lblAantal;
+  controls.cmdNieuw = ui_->cmdNieuw;
+  controls.cmdOpen = ui_->cmdOpen;
+  controls.cmdDesaktiveer = ui_->cmdDesaktiveer;
+  controls.cmdVerwijder = ui_->cmdVerwijder;
+  controls.cmdSluiten = ui_->cmdSluiten;
+  controls.chkAktieve = ui_->chkAktieve;
+  controls.chkNietAktieve = ui_->chkNietAktieve;
+  Wire(controls);
+  for (const SpotView view : kSpotViews)
+    ui_->cboToestand->AddItem(TextOf(view), static_cast<qint64>(view));
+  connect(ui_->cmdDesaktiveer, &QPushButton::clicked, this, &frmItemSpots::cmdDesaktiveer_Click);
+  connect(ui_->cboToestand, &QComboBox::currentIndexChanged, this, &frmItemSpots::cboToestand_Click);
+  connect(survey_.get(), &SpotSurvey::changed, this, &frmItemSpots::SurveyChanged);
+  connect(survey_.get(), &SpotSurvey::finished, this, &frmItemSpots::ShowCount);
+}
+
+frmItemSpots::~frmItemSpots() = default;
+
+QString frmItemSpots::BothFilter(const QString& table) const {
+  return u"WHERE "_s + table + u".Aktief = 1 OR "_s + table + u".Aktief = 0 "_s;
+}
+
+void frmItemSpots::InitCommands() {
+  OverviewForm::InitCommands();
+  Trapped(__func__, [&] { ui_->cmdDesaktiveer->setEnabled(List().ListIndex() != -1); });
+}
+
+void frmItemSpots::cmdVerwijder_Click() {
+  Trapped(__func__, [&] { OpenCleanup(Screen::ItemSpotOpruimen); });
+}
+
+void frmItemSpots::cmdDesaktiveer_Click() {
+  Trapped(__func__, [&] { Deactivate(Update_tblItemSpots_Aktief); });
+}
+
+void frmItemSpots::Form_Unload() {
+  // Without a look at the mode, unlike the other lists.
+  Trapped(__func__, [&] { RefreshLocalCopy(u"tblCopie_ItemSpots"_s, TransItemSpotsToLocal); });
+}
+
+void frmItemSpots::Refilled() {
+  lines_.clear();
+  lines_.reserve(List().ListCount());
+  for (int line = 0; line < List().ListCount(); ++line)
+    lines_.insert(List().ItemData(line), line);
+  survey_->Start(List().ListCount() <= kMarkedAtOnce ? SpotSurvey::Reading::AtOnce : SpotSurvey::Reading::InSlices);
+}
+
+void frmItemSpots::SurveyChanged(const QList<qint64>& ids) {
+  for (const qint64 id : ids) {
+    const auto line = lines_.constFind(id);
+    if (line == lines_.constEnd()) continue;
+    const SpotSurvey::Spot* spot = survey_->Find(id);
+    List().SetDetails(*line, DetailsOf(spot->facts, spot->state));
+  }
+  if (ChosenView() != SpotView::Alle) List().Refilter();
+  ShowCount();
+}
+
+void frmItemSpots::ShowOnly(SpotView view) {
+  ui_->cboToestand->setVisible(true);
+  ui_->cboToestand->SelectWhereItemData(static_cast<qint64>(view));
+}
+
+void frmItemSpots::cboToestand_Click() {
+  Trapped(__func__, [&] {
+    if (ChosenView() == SpotView::Alle) {
+      List().SetFilter({});
+    } else {
+      List().SetFilter([this](int line) { return IsInView(line); });
+    }
+    ShowCount();
+  });
+}
+
+SpotView frmItemSpots::ChosenView() const {
+  const int choice = ui_->cboToestand->ListIndex();
+  return choice == -1 ? SpotView::Alle : static_cast<SpotView>(ui_->cboToestand->ItemData(choice));
+}
+
+bool frmItemSpots::IsInView(int line) const {
+  const SpotSurvey::Spot* spot = survey_->Find(List().ItemData(line));
+  return spot != nullptr && Matches(ChosenView(), spot->state);
+}
+
+QString frmItemSpots::CountText() const {
+  const QString count = OverviewForm::CountText();
+  if (List().ListCount() == 0 || List().ShownCount() != List().ListCount() || !survey_->IsRead()) return count;
+  SpotCounts counts;
+  for (auto line = lines_.keyBegin(); line != lines_.keyEnd(); ++line) {
+    if (const SpotSurvey::Spot* spot = survey_->Find(*line)) counts.Add(spot->state);
+  }
+  return count + u": "_s + counts.Text();
+}
+
+QString frmItemSpots::EmptyText() const {
+  if (ChosenView() == SpotView::Alle || List().ListCount() == 0 || !View().search.isEmpty()) {
+    return OverviewForm::EmptyText();
+  }
+  if (!survey_->IsFinished()) return tr("Bezig met zoeken ...");
+  return u"Geen item-spots in de toestand ‘"_s + TextOf(ChosenView()) + u"’.\nKies ‘"_s + TextOf(SpotView::Alle) +
+         u"’ om alles te zien."_s;
+}

@@ -1,0 +1,48 @@
+#pragma once
+#include "catalogue/OverviewForm.h"
+#include "catalogue/SpotView.h"
+
+#include <QHash>
+#include <QList>
+
+#include <memory>
+
+class SpotSurvey;
+
+namespace Ui {
+class frmItemSpots;
+}
+
+// The list of item-spots, with a mark for the state of each. It refreshes the local copy whenever it closes, also
+// offline.
+class frmItemSpots : public OverviewForm {
+  Q_OBJECT
+
+ public:
+  explicit frmItemSpots(QWidget* owner);
+  ~frmItemSpots() override;
+
+  // Narrows the list to the spots in these states, and lets the user choose others. Hides lines only.
+  void ShowOnly(SpotView view);
+
+ protected:
+  QString TableOf(const Catalogue& catalogue) const override { return catalogue.itemSpots; }
+  QString BothFilter(const QString& table) const override;
+  void InitCommands() override;
+  void cmdVerwijder_Click() override;
+  void Form_Unload() override;
+  void Refilled() override;
+  QString CountText() const override;
+  QString EmptyText() const override;
+
+ private:
+  void cmdDesaktiveer_Click();
+  void cboToestand_Click();
+  void SurveyChanged(const QList<qint64>& ids);
+  SpotView ChosenView() const;
+  bool IsInView(int line) const;
+
+  std::unique_ptr<Ui::frmItemSpots> ui_;
+  std::unique_ptr<SpotSurvey> survey_;
+  QHash<qint64, int> lines_;  // where in the list an ID stands
+};

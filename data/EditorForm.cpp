@@ -1,0 +1,52 @@
+#include "data/EditorForm.h"
+
+#include "data/Globals.h"
+#include "data/Messages.h"
+#include "data/Text.h"
+#include "platform/dao/Database.h"
+#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Numbers.h"
+
+using namespace Qt::StringLiterals;
+using desktop::Trapped;
+
+void EditorForm::TakeSelectedID() {
+  isNew_ = !runtime::IsNumeric(global.gstrSelectedID);
+  id_ = isNew_ ? 0 : runtime::ToLong(global.gstrSelectedID);
+}
+
+bool EditorForm::IsFormDirty() {
+  return Trapped(__func__, true, [&] {
+    if (!isDirty_) return false;
+    const int answer = ShowAppMessage(2000);
+    if (answer == kAnswerNone) return true;  // the question could not be asked: keep what was typed
+    if (answer != kAnswerYes) {
+      isDirty_ = false;
+    } else if (OpslaanProceed()) {
+      Opslaan();
+    }
+    return isDirty_;
+  });
+}
+
+void EditorForm::SaveAndClose() {
+  if (OpslaanProceed()) {
+    Opslaan();
+  } else {
+    isDirty_ = true;
+  }
+  if (!isDirty_) Unload();
+}
+
+void EditorForm::CancelAndClose() {
+  if (!IsFormDirty()) Unload();
+}
+
+bool NameExists(const QString& databasePath, const QString& table, const QString& naam, bool isNew, qint32 id) {
+  QString query = u"SELECT "_s + table + u".Naam " + u"From " + table + u" " + u"WHERE " + u"UCase(" + table +
+                  u".Naam) =  " + u'"' + RemReservedChr(naam).toUpper() + u'"';
+  if (!isNew) query += u" AND NOT "_s + table + u".ID = " + QString::number(id);
+  dao::Database database = dao::OpenDatabase(databasePath);
+  const dao::Recordset rows = database.OpenRecordset(query);
+  return !(rows.Bof() && rows.Eof());
+}

@@ -1,0 +1,60 @@
+#include "data/Form.h"
+
+#include "platform/controls/ComboBox.h"
+#include "platform/controls/ListBox.h"
+#include "platform/desktop/Lock.h"
+#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Error.h"
+
+#include <QCloseEvent>
+
+using namespace Qt::StringLiterals;
+
+Form::Form(QWidget* owner) : QDialog(owner) {
+  setWindowFlag(Qt::WindowContextHelpButtonHint, false);
+  setModal(true);
+}
+
+void Form::ShowModal() {
+  Form_Load();
+  exec();
+}
+
+QWidget* Form::Named(const QString& name) const {
+  auto* widget = findChild<QWidget*>(name);
+  if (widget == nullptr) throw runtime::Error(u"Het veld '%1' bestaat niet op dit scherm."_s.arg(name));
+  return widget;
+}
+
+void Form::LockControl(const QString& name, bool lock) {
+  desktop::Trapped(__func__, [&] { desktop::SetLocked(Named(name), lock); });
+}
+
+void Form::SetCboTextWhereID(const QString& name, qint64 id) {
+  desktop::Trapped(__func__, [&] {
+    QWidget* widget = Named(name);
+    if (auto* combo = qobject_cast<controls::ComboBox*>(widget)) {
+      combo->SelectWhereItemData(id);
+    } else if (auto* list = qobject_cast<controls::ListBox*>(widget)) {
+      list->SelectWhereItemData(id);
+    } else {
+      throw runtime::Error(u"Het veld '%1' is geen lijst."_s.arg(name));
+    }
+  });
+}
+
+void Form::Unload() {
+  if (unloading_) return;
+  unloading_ = true;
+  Form_Unload();
+  done(QDialog::Accepted);
+}
+
+void Form::closeEvent(QCloseEvent* event) {
+  if (unloading_) {
+    QDialog::closeEvent(event);
+    return;
+  }
+  event->ignore();
+  CloseAsked();
+}

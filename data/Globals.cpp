@@ -1,0 +1,3 @@
+#include "data/Globals.h"
+
+Globals global;

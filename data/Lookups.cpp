@@ -1,0 +1,93 @@
+#include "data/Lookups.h"
+
+#include "data/Globals.h"
+#include "data/Text.h"
+#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Numbers.h"
+
+using namespace Qt::StringLiterals;
+using desktop::Trapped;
+
+namespace {
+
+QString NameOfRow(qint32 id, const QString& databasePath, const QString& table) {
+  dao::Database database = dao::OpenDatabase(databasePath);
+  const dao::Recordset rows = database.OpenRecordset(u"SELECT "_s + table + u".Naam "_s + u"From "_s + table + u" "_s +
+                                                     u"WHERE "_s + table + u".ID = "_s + QString::number(id));
+  if (rows.Eof()) return {};
+  const QVariant name = rows.Field(u"Naam"_s);
+  return IsKull(name) ? QString() : runtime::TrimBlanks(name.toString());
+}
+
+}  // namespace
+
+qint32 GetNewID(const QString& table, const QString& keyField, const QString& databasePath) {
+  return Trapped(__func__, qint32{0}, [&] {
+    dao::Database database = dao::OpenDatabase(databasePath);
+    dao::Recordset rows =
+        database.OpenRecordset(u"Select "_s + u"MAX("_s + keyField + u") AS LaatsteID "_s + u"FROM "_s + table);
+    qint32 last = 0;
+    if (!(rows.Bof() && rows.Eof())) {
+      rows.MoveFirst();
+      const QVariant highest = rows.Field(u"LaatsteID"_s);
+      if (runtime::IsNumeric(highest)) last = runtime::ToLong(highest);
+    }
+    return runtime::ToLong(double(last) + 1);
+  });
+}
+
+QString GetItemSpotID_Naam(qint32 id, const QString& databasePath, const QString& table) {
+  return Trapped(__func__, QString(), [&] { return NameOfRow(id, databasePath, table); });
+}
+
+QString GetItemNaam(qint32 id, const QString& databasePath, const QString& table) {
+  return Trapped(__func__, QString(), [&] { return NameOfRow(id, databasePath, table); });
+}
+
+std::optional<dao::Recordset> GetItem_ItemSpots(qint32 itemID, const QString& databasePath, const QString& items,
+                                                const QString& link, const QString& spots) {
+  return Trapped(__func__, std::optional<dao::Recordset>(), [&]() -> std::optional<dao::Recordset> {
+    dao::Database database = dao::OpenDatabase(databasePath);
+    return database.OpenRecordset(u"SELECT "_s + spots + u".* "_s + u"FROM "_s + u"("_s + items + u" "_s +
+                                  u"INNER JOIN "_s + link + u" "_s + u"ON "_s + items + u".ID "_s + u"= "_s + link +
+                                  u".ItemID) "_s + u"INNER JOIN "_s + spots + u" "_s + u"ON "_s + link +
+                                  u".ItemSpotID "_s + u"= "_s + spots + u".ID "_s + u"WHERE "_s + items + u".ID = "_s +
+                                  QString::number(itemID));
+  });
+}
+
+void SetOnlineYn() {
+  Trapped(__func__, [&] {
+    dao::Database database = dao::OpenDatabase(global.localDatabasePath);
+    QString query = u"SELECT InitValue From cdeInstellingen WHERE UCase(InitCode) = 'ONLINEYN'"_s;
+    // The number directly behind the text is what the stations' set-up counts on: it makes the query fail.
+    if (global.stationNumber >= 1) query += QString::number(global.stationNumber);
+    const dao::Recordset rows = database.OpenRecordset(query);
+    global.online = true;
+    if (rows.Eof()) return;
+    const QVariant value = rows.Field(u"InitValue"_s);
+    if (runtime::IsNumeric(value)) global.online = runtime::ToLong(value) != 0;
+  });
+}
+
+void SetRadioNaam() {
+  Trapped(__func__, [&] {
+    dao::Database database = dao::OpenDatabase(global.localDatabasePath);
+    global.stationName = QString();
+    const dao::Recordset rows =
+        database.OpenRecordset(u"SELECT RadioNaam From cdeLicenties WHERE LicentieNummer = "_s +
+                               QString::number(global.stationNumber));
+    if (rows.Eof()) return;
+    const QVariant name = rows.Field(u"RadioNaam"_s);
+    if (!IsKull(name)) global.stationName = runtime::TrimBlanks(name.toString());
+  });
+}
+
+bool Update_cdeInstellingen_OnlineYn(qint32 value) {
+  return Trapped(__func__, false, [&] {
+    dao::Database database = dao::OpenDatabase(global.localDatabasePath);
+    database.Execute(u"UPDATE cdeInstellingen SET InitValue = "_s + QString::number(value) +
+                     u" WHERE InitCode = 'OnlineYn'"_s);
+    return true;
+  });
+}

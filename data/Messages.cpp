@@ -1,0 +1,66 @@
+#include "data/Messages.h"
+
+#include "data/Globals.h"
+#include "platform/dao/Database.h"
+#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Numbers.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+int StyleOf(const QString& letter) {
+  if (letter == u"Q"_s) return 36;
+  if (letter == u"C"_s) return 35;
+  if (letter == u"N"_s) return 292;
+  if (letter == u"M"_s) return 64;
+  if (letter == u"E"_s) return 48;
+  if (letter == u"W"_s) return 16;
+  return 0;
+}
+
+// Once for each occurrence in the text as it stands, so that a value which holds its own placeholder ends too.
+QString Filled(const QString& text, const QString& value1, const QString& value2, const QString& value3) {
+  QString result = text;
+  result.replace(u"%1"_s, value1);
+  result.replace(u"%2"_s, value2);
+  result.replace(u"%3"_s, value3);
+  result.replace(u"%LF"_s, u"\r\n"_s);
+  return result;
+}
+
+QString TrimmedField(const dao::Recordset& rows, const QString& field) {
+  return runtime::TrimBlanks(rows.Field(field).toString());
+}
+
+}  // namespace
+
+MsgElements GetMsgElements(int msgNr, const QString& value1, const QString& value2, const QString& value3) {
+  return desktop::Trapped(__func__, MsgElements(), [&] {
+    dao::Database database = dao::OpenDatabase(global.localDatabasePath);
+    const dao::Recordset rows = database.OpenRecordset(
+        u"SELECT appMessages.* From appMessages WHERE appMessages.MsgNr = "_s + QString::number(msgNr));
+    if (rows.Bof() && rows.Eof()) {
+      const QString fallback = u"De applicatie kan de foutmelding "_s + QString::number(msgNr) +
+                               u" niet laten zien. Kontakteer de software-beheerder."_s;
+      return MsgElements{Filled(fallback, value1, value2, value3), StyleOf(u"C"_s)};
+    }
+    return MsgElements{Filled(TrimmedField(rows, u"MsgTekst"_s), value1, value2, value3) + u""_s,
+                       StyleOf(TrimmedField(rows, u"MsgStyle"_s))};
+  });
+}
+
+int ShowAppMessage(int msgNr, const QString& value1, const QString& value2, const QString& value3) {
+  const MsgElements message = GetMsgElements(msgNr, value1, value2, value3);
+  if (message.text.isNull()) {
+    global.lastAnswer = kAnswerNone;
+    return kAnswerNone;
+  }
+  return ShowItemsMessage(message.text, message.style);
+}
+
+int ShowItemsMessage(const QString& text, int style) {
+  const int answer = desktop::ShowMessageBox(nullptr, text, style, u"Items"_s);
+  global.lastAnswer = answer;
+  return answer;
+}

@@ -1,0 +1,17 @@
+#pragma once
+#include "data/IniFile.h"
+
+// The station's settings file, ovalis.ini in the program's folder, and the names of what stands in it.
+IniFile SettingsFile();
+
+namespace settings {
+inline constexpr QStringView kFiles = u"Files";
+inline constexpr QStringView kDatabasePath = u"DatabasePath";
+inline constexpr QStringView kExportPath = u"ExportPath";
+inline constexpr QStringView kAudioPlayers = u"Audio Players";
+inline constexpr QStringView kCard = u"Card";
+inline constexpr QStringView kBuffers = u"Buffers";
+inline constexpr QStringView kBufferSize = u"Buffer_Size";
+inline constexpr QStringView kCallback = u"Callback";
+inline constexpr QStringView kDrives = u"Drives";
+}  // namespace settings

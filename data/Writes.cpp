@@ -1,0 +1,169 @@
+#include "data/Writes.h"
+
+#include "data/Globals.h"
+#include "data/Lookups.h"
+#include "data/Statements.h"
+#include "platform/dao/Database.h"
+#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Error.h"
+
+using namespace Qt::StringLiterals;
+using desktop::Trapped;
+
+namespace {
+
+void Execute(const QString& statement, const QString& databasePath) {
+  dao::Database database = dao::OpenDatabase(databasePath);
+  database.Execute(statement);
+}
+
+// Appends a statement to the offline log. False when a helper failed, which has then shown its own error.
+bool AppendToLog(const QString& statement) {
+  const qint32 id = GetNewID(u"tblOfflineLog"_s, u"ID"_s, global.localDatabasePath);
+  return id != 0 && Insert_tblOfflineLog(id, statement);
+}
+
+bool LogUnlessOnline(QString statement, const QString& copyTable, const QString& serverTable) {
+  if (global.online) return true;
+  return AppendToLog(statement.replace(copyTable, serverTable));
+}
+
+bool WriteItems(const QString& statement, const QString& databasePath) {
+  Execute(statement, databasePath);
+  return LogUnlessOnline(statement, u"tblCopie_Items"_s, u"tblItems"_s);
+}
+
+bool WriteItemSpots(const QString& statement, const QString& databasePath) {
+  Execute(statement, databasePath);
+  return LogUnlessOnline(statement, u"tblCopie_ItemSpots"_s, u"tblItemSpots"_s);
+}
+
+bool WriteItemPingles(const QString& statement, const QString& databasePath) {
+  Execute(statement, databasePath);
+  return LogUnlessOnline(statement, u"tblCopie_ItemPingles"_s, u"tblItemPingles"_s);
+}
+
+// What a delete is logged as. Only the last two replacements reach the log: deletes of items and of links keep the copy
+// table's name, and the misspelt name means that deletes of jingles are never logged at all. The companion tool counts on
+// both.
+QString DeleteForLog(const QString& statement) {
+  QString text = statement;
+  text.replace(u"tblCopie_ItemSpots"_s, u"tblItemSpots"_s);
+  return text.replace(u"tblCopie_lItemPingles"_s, u"tblItemPingles"_s);
+}
+
+bool IsLoggedDelete(const QString& table) {
+  return table == u"tblCopie_ItemsItemSpots"_s || table == u"tblCopie_Items"_s || table == u"tblCopie_ItemSpots"_s ||
+         table == u"tblCopie_lItemPingles"_s;
+}
+
+QString CopyInto(const QString& copyTable, const QString& localPath, const QString& select) {
+  return u"INSERT INTO "_s + copyTable + u" IN \"" + localPath + u"\" " + select;
+}
+
+}  // namespace
+
+bool Insert_tblItems(const ItemRow& row, const QString& databasePath, const QString& table) {
+  return Trapped(__func__, false, [&] { return WriteItems(statements::InsertItem(row, table), databasePath); });
+}
+
+bool Update_tblItems(const ItemRow& row, const QString& databasePath, const QString& table) {
+  return Trapped(__func__, false, [&] { return WriteItems(statements::UpdateItem(row, table), databasePath); });
+}
+
+bool Update_tblItems_Aktief(qint32 id, qint32 aktief, const QString& databasePath, const QString& table) {
+  return Trapped(__func__, false, [&] { return WriteItems(statements::SetAktief(id, aktief, table), databasePath); });
+}
+
+bool Insert_tblItemsItemSpots(const ItemsItemSpotsRow& row, const QString& databasePath, const QString& table) {
+  return Trapped(__func__, false, [&] {
+    const QString statement = statements::InsertLink(row, table);
+    Execute(statement, databasePath);
+    return LogUnlessOnline(statement, u"tblCopie_ItemsItemSpots"_s, u"tblItemsItemSpots"_s);
+  });
+}
+
+bool Insert_tblItemSpots(const ItemSpotRow& row, const QString& databasePath, const QString& table) {
+  return Trapped(__func__, false, [&] { return WriteItemSpots(statements::InsertItemSpot(row, table), databasePath); });
+}
+
+bool Update_tblItemSpots(const ItemSpotRow& row, const QString& databasePath, const QString& table) {
+  return Trapped(__func__, false, [&] { return WriteItemSpots(statements::UpdateItemSpot(row, table), databasePath); });
+}
+
+bool Update_tblItemSpots_Aktief(qint32 id, qint32 aktief, const QString& databasePath, const QString& table) {
+  return Trapped(__func__, false,
+                 [&] { return WriteItemSpots(statements::SetAktief(id, aktief, table), databasePath); });
+}
+
+bool Reset_tblItemSpots_AantalGedraaid(qint32 id, const QString& databasePath, const QString& table) {
+  try {
+    return WriteItemSpots(statements::ResetAantalGedraaid(id, table), databasePath);
+  } catch (const runtime::Error&) {
+    return false;  // silent: it runs in a row over every spot of an item
+  }
+}
+
+bool Insert_tblItemPingles(const ItemPingleRow& row, const QString& databasePath, const QString& table) {
+  return Trapped(__func__, false,
+                 [&] { return WriteItemPingles(statements::InsertItemPingle(row, table), databasePath); });
+}
+
+bool Update_tblItemPingles(const ItemPingleRow& row, const QString& databasePath, const QString& table) {
+  return Trapped(__func__, false,
+                 [&] { return WriteItemPingles(statements::UpdateItemPingle(row, table), databasePath); });
+}
+
+bool Delete_tblBeheer(qint32 id, const QString& table, const QString& keyField, const QString& databasePath) {
+  return Trapped(__func__, false, [&] {
+    const QString statement = statements::Delete(id, table, keyField);
+    Execute(statement, databasePath);
+    if (global.online || !IsLoggedDelete(table)) return true;
+    return AppendToLog(DeleteForLog(statement));
+  });
+}
+
+bool DeleteAllInTable(const QString& table, const QString& databasePath) {
+  return Trapped(__func__, false, [&] {
+    Execute(statements::DeleteAll(table), databasePath);
+    return true;
+  });
+}
+
+bool Insert_tblOfflineLog(qint32 id, const QString& statement) {
+  return Trapped(__func__, false, [&] {
+    Execute(statements::InsertLog(id, statement), global.localDatabasePath);
+    return true;
+  });
+}
+
+bool TransItemSpotsToLocal(const QString& sourcePath, const QString& localPath) {
+  return Trapped(__func__, false, [&] {
+    Execute(CopyInto(u"tblCopie_ItemSpots"_s, localPath, u"SELECT * FROM tblItemSpots"_s), sourcePath);
+    return true;
+  });
+}
+
+bool TransItemPinglesToLocal(const QString& sourcePath, const QString& localPath) {
+  return Trapped(__func__, false, [&] {
+    const QString select =
+        u"SELECT tblItemPingles.ID, tblItemPingles.Naam, tblItemPingles.Path, tblItemPingles.LengteSec, "
+        u"tblItemPingles.StartPunt, tblItemPingles.Mixpunt, tblItemPingles.Aktief FROM tblItemPingles"_s;
+    Execute(CopyInto(u"tblCopie_ItemPingles"_s, localPath, select), sourcePath);
+    return true;
+  });
+}
+
+bool TransItemsToLocal(const QString& sourcePath, const QString& localPath) {
+  return Trapped(__func__, false, [&] {
+    Execute(CopyInto(u"tblCopie_Items"_s, localPath, u"SELECT * FROM tblItems"_s), sourcePath);
+    return true;
+  });
+}
+
+bool TransItemsItemSpotsToLocal(const QString& sourcePath, const QString& localPath) {
+  return Trapped(__func__, false, [&] {
+    Execute(CopyInto(u"tblCopie_ItemsItemSpots"_s, localPath, u"SELECT * FROM tblItemsItemSpots"_s), sourcePath);
+    return true;
+  });
+}

@@ -1,0 +1,27 @@
+#pragma once
+#include <QObject>
+#include <QString>
+
+class QWidget;
+
+// Lets the user choose a folder, by path texts. Keeps the folder last chosen as the one to start from.
+class FolderSelect : public QObject {
+  Q_OBJECT
+
+ public:
+  FolderSelect(QWidget* owner, const QString& name);
+
+  void SetPrompt(const QString& prompt) { prompt_ = prompt; }
+  void SetMayCreate(bool mayCreate) { mayCreate_ = mayCreate; }
+  void SetFolder(const QString& folder) { folder_ = folder; }
+
+  // Shows the chooser and returns the folder; the one it started from when the user cancels. Warns about a folder that
+  // lies outside of every mapped drive.
+  QString Browse();
+
+ private:
+  QWidget* owner_;
+  QString prompt_;
+  QString folder_;
+  bool mayCreate_ = false;
+};

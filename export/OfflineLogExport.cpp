@@ -1,0 +1,36 @@
+#include "export/OfflineLogExport.h"
+
+#include "data/Text.h"
+#include "platform/runtime/CodePage.h"
+#include "platform/runtime/Dates.h"
+#include "platform/runtime/Numbers.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr qsizetype kMostNamed = 5;
+constexpr qsizetype kLongestNamed = 160;  // characters
+}  // namespace
+
+QString OfflineLogExport::FileName(const QDateTime& moment) {
+  return runtime::FormatDate(moment, u"yyyymmddhhmmss"_s) + u".tql"_s;
+}
+
+void OfflineLogExport::Add(const QVariant& sqlSyntax) {
+  if (IsKull(sqlSyntax)) return;
+  const QString statement = runtime::TrimBlanks(sqlSyntax.toString());
+  bytes_ += runtime::ToCodePage(statement) + ";\r\n";
+  if (!runtime::FitsCodePage(statement)) altered_ += statement;
+}
+
+QString AlteredWarning(const QStringList& altered, const QString& path) {
+  QString text = u"In '%1' zijn tekens die het bestand niet kan bevatten vervangen door een vraagteken, in:"_s.arg(path);
+  for (const QString& statement : altered.first(qMin(altered.size(), kMostNamed))) {
+    text += u"\n\n"_s + (statement.size() > kLongestNamed ? statement.left(kLongestNamed) + u" ..."_s : statement);
+  }
+  if (altered.size() > kMostNamed) {
+    const qsizetype others = altered.size() - kMostNamed;
+    text += others == 1 ? u"\n\nen nog 1 andere opdracht."_s : u"\n\nen nog %1 andere opdrachten."_s.arg(others);
+  }
+  return text;
+}

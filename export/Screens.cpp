@@ -1,0 +1,10 @@
+#include "export/Screens.h"
+
+#include "data/Screens.h"
+#include "export/frmDefaults.h"
+#include "export/frmPlanningExporteren.h"
+
+void RegisterExportScreens() {
+  RegisterScreen(Screen::PlanningExporteren, [](QWidget* owner) { frmPlanningExporteren(owner).ShowModal(); });
+  RegisterScreen(Screen::Defaults, [](QWidget* owner) { frmDefaults(owner).ShowModal(); });
+}

@@ -1,0 +1,4 @@
+#pragma once
+
+// Registers the planning export and the settings dialog, so that other folders can show them.
+void RegisterExportScreens();

@@ -1,0 +1,186 @@
+#include "export/frmPlanningExporteren.h"
+
+#include "data/Globals.h"
+#include "data/Messages.h"
+#include "data/Text.h"
+#include "data/Writes.h"
+#include "export/OfflineLogExport.h"
+#include "export/ui_frmPlanningExporteren.h"
+#include "platform/dao/Database.h"
+#include "platform/desktop/Events.h"
+#include "platform/desktop/Icons.h"
+#include "platform/desktop/Trapped.h"
+#include "platform/desktop/WaitPointer.h"
+#include "platform/runtime/Clock.h"
+#include "platform/runtime/Numbers.h"
+#include "platform/runtime/TextFile.h"
+
+using namespace Qt::StringLiterals;
+using desktop::Trapped;
+
+namespace {
+
+constexpr QSize kOpeningSize(560, 300);
+
+// The caption while an export runs; it is also what tells that one does.
+QString Interrupt() { return u"Onderbreken"_s; }
+
+}  // namespace
+
+frmPlanningExporteren::frmPlanningExporteren(QWidget* owner)
+    : Form(owner), ui_(std::make_unique<Ui::frmPlanningExporteren>()) {
+  ui_->setupUi(this);
+  ui_->cmdOk->setIcon(desktop::Icon(u"exporteren"_s));
+  ConnectEvents();
+  resize(kOpeningSize);
+}
+
+frmPlanningExporteren::~frmPlanningExporteren() = default;
+
+void frmPlanningExporteren::ConnectEvents() {
+  connect(ui_->cmdOk, &QPushButton::clicked, this, &frmPlanningExporteren::cmdOk_Click);
+  connect(ui_->cmdAnnuleren, &QPushButton::clicked, this, &frmPlanningExporteren::cmdAnnuleren_Click);
+}
+
+void frmPlanningExporteren::Form_Load() {
+  Trapped(__func__, [&] {
+    const desktop::WaitPointer wait;
+    InitForm();
+    FillForm();
+    InitControls();
+    InitCommands();
+    ui_->cmdOk->setFocus();
+  });
+}
+
+// The layout has put the panel over the working area, with its label as wide as itself.
+void frmPlanningExporteren::InitForm() {
+  Trapped(__func__, [&] {
+    ui_->picProgress->hide();
+    ui_->picProgress->raise();
+  });
+}
+
+void frmPlanningExporteren::FillForm() {
+  Trapped(__func__, [&] { ui_->txtBestemming->setText(runtime::TrimBlanks(global.exportPath)); });
+}
+
+void frmPlanningExporteren::InitControls() {
+  Trapped(__func__, [&] { LockControl(u"txtBestemming"_s, true); });
+}
+
+void frmPlanningExporteren::InitCommands() {
+  Trapped(__func__, [&] { SetButtonCaption(u"Sluiten"_s); });
+}
+
+void frmPlanningExporteren::SetButtonCaption(const QString& caption) {
+  ui_->cmdAnnuleren->setText(u"&"_s + caption);
+  ui_->cmdAnnuleren->setToolTip(caption);
+}
+
+bool frmPlanningExporteren::OpslaanProceed() {
+  return Trapped(__func__, false, [&] {
+    if (!global.online && !ConfirmEarlierExports()) return false;
+    const QString folder = ui_->txtBestemming->text();
+    if (IsKull(folder)) {
+      ShowAppMessage(1500, u"Bestemming"_s);
+      return false;
+    }
+    if (!runtime::IsFolder(folder)) {
+      ShowAppMessage(5001, u"Bestemming"_s);
+      return false;
+    }
+    return true;
+  });
+}
+
+bool frmPlanningExporteren::ConfirmEarlierExports() {
+  if (ShowItemsMessage(u"Heeft U de vorige export-files reeds verwerkt met Kadrovia ?"_s, 36) == kAnswerYes) return true;
+  desktop::ShowMessageBox(
+      this, u"Om data-verlies te vermijden, dient U eerst de vorige export-files te verwerken met Kadrovia !"_s, 48,
+      u"Items"_s);
+  return false;
+}
+
+void frmPlanningExporteren::cmdOk_Click() {
+  Trapped(__func__, [&] {
+    if (!OpslaanProceed()) return;
+    ShowProgress();
+    Opslaan();
+    HideProgress();
+    InitControls();
+    InitCommands();
+    ShowAppMessage(5004);
+    Unload();
+  });
+}
+
+void frmPlanningExporteren::ShowProgress() {
+  EnableControls(false);
+  ui_->lblProgressStatus->setText(u"Opstarten van export ..."_s);
+  ui_->imgProgress->SetProgress(0);
+  ui_->picProgress->show();
+  SetButtonCaption(Interrupt());
+  ui_->cmdAnnuleren->setFocus();
+  interrupted_ = false;
+}
+
+void frmPlanningExporteren::HideProgress() {
+  ui_->picProgress->hide();
+  EnableControls(true);
+}
+
+// Every control but the progress panel, with what is on it, and the button that interrupts.
+void frmPlanningExporteren::EnableControls(bool enable) {
+  for (QWidget* control : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+    if (control != ui_->picProgress && control != ui_->cmdAnnuleren) control->setEnabled(enable);
+  }
+}
+
+void frmPlanningExporteren::ShowStep(const QString& text, double progress) {
+  ui_->lblProgressStatus->setText(text);
+  ui_->imgProgress->SetProgress(progress);
+  desktop::YieldToEvents();
+}
+
+void frmPlanningExporteren::Opslaan() {
+  Trapped(__func__, [&] {
+    OfflineLogExport content;
+    QString path;
+    {
+      const desktop::WaitPointer wait;
+      ShowStep(u"Initializeren ... "_s, 1.0 / 3);
+      const QString folder = runtime::TrimBlanks(ui_->txtBestemming->text());
+      ShowStep(u"Offline-log controleren en exporteren"_s, 2.0 / 3);
+      path = ExportLog(folder, content);
+      global.lastResult = DeleteAllInTable(u"tblOfflineLog"_s, global.localDatabasePath);
+      ui_->imgProgress->SetProgress(1);
+      desktop::YieldToEvents();
+    }
+    if (!content.Altered().isEmpty()) {
+      desktop::ShowMessageBox(this, AlteredWarning(content.Altered(), path), 48, u"Items"_s);
+    }
+  });
+}
+
+QString frmPlanningExporteren::ExportLog(const QString& folder, OfflineLogExport& content) {
+  dao::Database database = dao::OpenDatabase(global.localDatabasePath);
+  dao::Recordset rows = database.OpenRecordset(
+      u"SELECT tblOfflineLog.SqlSyntax From tblOfflineLog ORDER BY tblOfflineLog.ID"_s);
+  if (rows.Bof() && rows.Eof()) return {};
+  const QString path = folder + u'\\' + OfflineLogExport::FileName(runtime::Now());
+  for (; !rows.Eof(); rows.MoveNext()) content.Add(rows.Field(u"SqlSyntax"_s));
+  runtime::WriteFile(path, content.Bytes());
+  return path;
+}
+
+// Nobody looks at the wish to interrupt: an export always runs to its end.
+void frmPlanningExporteren::cmdAnnuleren_Click() {
+  Trapped(__func__, [&] {
+    if (ui_->cmdAnnuleren->toolTip() == Interrupt()) {
+      interrupted_ = true;
+    } else {
+      Unload();
+    }
+  });
+}

@@ -1,0 +1,48 @@
+#pragma once
+#include "data/Form.h"
+
+#include <memory>
+
+class OfflineLogExport;
+namespace Ui {
+class frmPlanningExporteren;
+}
+
+// The planning export: writes the offline log as a file for the companion tool into the export folder and empties it.
+// Once started it runs to its end; the wish to interrupt it is noted and no more.
+class frmPlanningExporteren : public Form {
+  Q_OBJECT
+
+ public:
+  explicit frmPlanningExporteren(QWidget* owner);
+  ~frmPlanningExporteren() override;
+
+  void Form_Load() override;
+
+ protected:
+  void CloseAsked() override { cmdAnnuleren_Click(); }
+
+ private:
+  void ConnectEvents();
+  void InitForm();
+  void FillForm();
+  void InitControls();
+  void InitCommands();
+  bool OpslaanProceed();
+  bool ConfirmEarlierExports();
+  void Opslaan();
+
+  void cmdOk_Click();
+  void cmdAnnuleren_Click();
+
+  void ShowProgress();
+  void HideProgress();
+  void EnableControls(bool enable);
+  void ShowStep(const QString& text, double progress);
+  void SetButtonCaption(const QString& caption);
+  // The path of the file written; empty when the log held no row.
+  QString ExportLog(const QString& folder, OfflineLogExport& content);
+
+  std::unique_ptr<Ui::frmPlanningExporteren> ui_;
+  bool interrupted_ = false;
+};

@@ -1,0 +1,26 @@
+#pragma once
+#include "data/Form.h"
+
+#include <memory>
+
+namespace Ui {
+class frmRadioDetail;
+}
+
+// The station selection: sets global.stationNumber. Closed without a choice it leaves the number as it was.
+class frmRadioDetail : public Form {
+  Q_OBJECT
+
+ public:
+  explicit frmRadioDetail(QWidget* owner);
+  ~frmRadioDetail() override;
+
+  void Form_Load() override;
+
+ private:
+  void ConnectEvents();
+  void FillCboRadio();
+  void cmdOk_Click();
+
+  std::unique_ptr<Ui::frmRadioDetail> ui_;
+};

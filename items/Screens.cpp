@@ -1,0 +1,8 @@
+#include "items/Screens.h"
+
+#include "data/Screens.h"
+#include "items/frmItemsDetail.h"
+
+void RegisterItemScreens() {
+  RegisterScreen(Screen::ItemsDetail, [](QWidget* owner) { frmItemsDetail(owner).ShowModal(); });
+}

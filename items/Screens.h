@@ -1,0 +1,4 @@
+#pragma once
+
+// Registers the item editor.
+void RegisterItemScreens();

@@ -1,0 +1,40 @@
+#pragma once
+#include "data/Form.h"
+
+#include <memory>
+
+namespace Ui {
+class frmDirectory;
+}
+
+// Lets the user choose a folder. The caller puts the folder to start from into gstrSelectedID (or nothing) and finds the
+// chosen one there; after a cancel it holds what it held.
+class frmDirectory : public Form {
+  Q_OBJECT
+
+ public:
+  explicit frmDirectory(QWidget* owner);
+  ~frmDirectory() override;
+
+  void Form_Load() override;
+
+ protected:
+  void CloseAsked() override { cmdAnnuleren_Click(); }
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void ConnectEvents();
+  void ShowDefaults();
+  void FillForm(const QString& startFolder);
+  void SetDrive(const QString& startFolder);
+  void ShowFolder(const QString& pathText);
+
+  void cboDrive_Change();
+  void lstDir_Click();
+  void lstDir_Open();
+  void cmdOk_Click();
+  void cmdAnnuleren_Click();
+
+  std::unique_ptr<Ui::frmDirectory> ui_;
+  QString chosen_;
+};

@@ -1,0 +1,109 @@
+#include "items/frmItemsDetailOpt1.h"
+
+#include "data/Catalogue.h"
+#include "data/Messages.h"
+#include "items/ui_frmItemsDetailOpt1.h"
+#include "platform/controls/ListBox.h"
+#include "platform/dao/Database.h"
+#include "platform/desktop/Trapped.h"
+#include "platform/desktop/WaitPointer.h"
+
+using namespace Qt::StringLiterals;
+using desktop::Trapped;
+
+frmItemsDetailOpt1::frmItemsDetailOpt1(QWidget* owner, controls::ListBox& lstOpt1ItemSpots)
+    : EditorForm(owner), ui_(std::make_unique<Ui::frmItemsDetailOpt1>()), list_(lstOpt1ItemSpots) {
+  ui_->setupUi(this);
+  ConnectEvents();
+}
+
+frmItemsDetailOpt1::~frmItemsDetailOpt1() = default;
+
+void frmItemsDetailOpt1::ConnectEvents() {
+  connect(ui_->cboItemSpot, &QComboBox::currentIndexChanged, this, &frmItemsDetailOpt1::cboItemSpot_Click);
+  connect(ui_->cmdOk, &QPushButton::clicked, this, &frmItemsDetailOpt1::cmdOk_Click);
+  connect(ui_->cmdAnnuleren, &QPushButton::clicked, this, &frmItemsDetailOpt1::cmdAnnuleren_Click);
+}
+
+void frmItemsDetailOpt1::Form_Load() {
+  Trapped(__func__, [this] {
+    const desktop::WaitPointer wait;
+    TakeSelectedID();
+    InitForm();
+    FillForm();
+    InitControls();
+    InitCommands();
+  });
+}
+
+void frmItemsDetailOpt1::InitForm() {
+  Trapped(__func__, [this] {
+    setWindowTitle(isNew_ ? u"Item-spot ... toevoegen"_s : u"Item-spot ... wijzigen"_s);
+    FillCboItemSpot();
+  });
+}
+
+void frmItemsDetailOpt1::FillCboItemSpot() {
+  Trapped(__func__, [this] {
+    const Catalogue catalogue = CurrentCatalogue();
+    const QString& table = catalogue.itemSpots;
+    dao::Database database = dao::OpenDatabase(catalogue.databasePath);
+    dao::Recordset rows = database.OpenRecordset(u"SELECT "_s + table + u".ID, " + table + u".Naam As Code From " +
+                                                 table + u" ORDER BY " + table + u".Naam");
+    std::vector<controls::ComboBox::Line> lines;
+    for (; !rows.Eof(); rows.MoveNext()) {
+      lines.push_back({rows.Field(u"Code"_s).toString(), rows.Field(u"ID"_s).toLongLong()});
+    }
+    ui_->cboItemSpot->Refill(lines);
+  });
+}
+
+void frmItemsDetailOpt1::FillForm() {
+  Trapped(__func__, [this] {
+    if (id_ > 0) SetCboTextWhereID(u"cboItemSpot"_s, id_);
+    isDirty_ = false;
+  });
+}
+
+bool frmItemsDetailOpt1::OpslaanProceed() {
+  return Trapped(__func__, false, [this] {
+    if (ui_->cboItemSpot->ListIndex() != -1) return true;
+    ShowAppMessage(1501, u"Item-spot"_s, u"spot"_s);
+    ui_->cboItemSpot->setFocus();
+    return false;
+  });
+}
+
+// A change replaces only what the list shows: the entry keeps its number, and with it the spot that it stands for.
+void frmItemsDetailOpt1::Opslaan() {
+  isDirty_ = true;
+  Trapped(__func__, [this] {
+    const int chosen = ui_->cboItemSpot->ListIndex();
+    const QString text = ui_->cboItemSpot->Text(chosen);
+    if (isNew_) {
+      list_.AddItem(text, ui_->cboItemSpot->ItemData(chosen));
+    } else {
+      for (int line = 0; line < list_.ListCount(); ++line) {
+        if (list_.ItemData(line) != id_) continue;
+        list_.SetText(line, text);
+        break;
+      }
+    }
+    isDirty_ = false;
+    isNew_ = false;
+  });
+}
+
+void frmItemsDetailOpt1::cboItemSpot_Click() { Changed(); }
+
+void frmItemsDetailOpt1::cmdOk_Click() {
+  Trapped(__func__, [this] {
+    if (!OpslaanProceed()) return;
+    Opslaan();
+    if (!isDirty_) Unload();
+  });
+}
+
+void frmItemsDetailOpt1::cmdAnnuleren_Click() {
+  Trapped(__func__, [this] { CancelAndClose(); });
+}

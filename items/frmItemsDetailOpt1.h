@@ -1,0 +1,44 @@
+#pragma once
+#include "data/EditorForm.h"
+
+#include <memory>
+
+namespace Ui {
+class frmItemsDetailOpt1;
+}
+namespace controls {
+class ListBox;
+}
+
+// Adds one item-spot to the list of an item, or changes the text of an entry. It works on the item editor's own list and
+// writes nothing to the database.
+class frmItemsDetailOpt1 : public EditorForm {
+  Q_OBJECT
+
+ public:
+  // The list stays the caller's.
+  frmItemsDetailOpt1(QWidget* owner, controls::ListBox& lstOpt1ItemSpots);
+  ~frmItemsDetailOpt1() override;
+
+  void Form_Load() override;
+
+ protected:
+  bool OpslaanProceed() override;
+  void Opslaan() override;
+  void CloseAsked() override { cmdAnnuleren_Click(); }
+
+ private:
+  void ConnectEvents();
+  void InitForm();
+  void FillForm();
+  void InitControls() {}
+  void InitCommands() {}
+  void FillCboItemSpot();
+
+  void cboItemSpot_Click();
+  void cmdOk_Click();
+  void cmdAnnuleren_Click();
+
+  std::unique_ptr<Ui::frmItemsDetailOpt1> ui_;
+  controls::ListBox& list_;
+};

@@ -1,0 +1,177 @@
+#include "media/AudioEditor.h"
+
+#include "data/Catalogue.h"
+#include "data/Messages.h"
+#include "data/Text.h"
+#include "media/AudioPreview.h"
+#include "platform/dao/Database.h"
+#include "platform/desktop/Icons.h"
+#include "platform/desktop/Trapped.h"
+#include "platform/desktop/WaitPointer.h"
+#include "platform/runtime/Error.h"
+#include "platform/runtime/HostPath.h"
+#include "platform/runtime/Numbers.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QShortcut>
+
+using namespace Qt::StringLiterals;
+using desktop::Trapped;
+
+AudioEditor::AudioEditor(const Words& words, QWidget* owner) : EditorForm(owner), words_(words) {
+  codFile_.SetTitle(words_.chooserTitle);
+  codFile_.SetFilter(u"Mpeg-3 (*.MP3)|*.MP3|Wave bestanden (*.WAV) |*.WAV"_s);
+}
+
+void AudioEditor::Wire(const AudioControls& controls, QSize openingSize) {
+  controls_ = controls;
+  controls_.cmdPath->setIcon(desktop::Icon(u"geluid"_s));
+  controls_.preview->Attach(controls_.txtPath, controls_.txtLengteSec);
+  connect(controls_.cmdPath, &QPushButton::clicked, this, &AudioEditor::cmdPath_Click);
+  connect(controls_.cmdFillName, &QPushButton::clicked, this, &AudioEditor::cmdFillName_Click);
+  connect(controls_.cmdOk, &QPushButton::clicked, this, &AudioEditor::cmdOk_Click);
+  connect(controls_.cmdAnnuleren, &QPushButton::clicked, this, &AudioEditor::cmdAnnuleren_Click);
+  connect(controls_.txtNaam, &QLineEdit::textChanged, this, &AudioEditor::txtNaam_Change);
+  connect(controls_.txtPath, &QLineEdit::textChanged, this, &AudioEditor::txtPath_Change);
+  connect(controls_.txtLengteSec, &QLineEdit::textChanged, this, &AudioEditor::txtLengteSec_Change);
+  connect(controls_.chkAktief, &QCheckBox::toggled, this, &AudioEditor::chkAktief_Click);
+  WireKeys();
+  WireScrolling();
+  resize(openingSize.boundedTo(screen()->availableSize()));
+}
+
+void AudioEditor::WireKeys() {
+  const auto* playStop = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Space), this);
+  connect(playStop, &QShortcut::activated, controls_.preview, &AudioPreview::PlayOrStop);
+  const auto* mark = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_M), this);
+  connect(mark, &QShortcut::activated, controls_.preview, &AudioPreview::MarkMix);
+}
+
+// On a small screen the fields scroll above the buttons: a line then parts the two, and the focus stays in sight.
+void AudioEditor::WireScrolling() {
+  controls_.linKnoppen->hide();
+  connect(controls_.scrInhoud->verticalScrollBar(), &QScrollBar::rangeChanged, controls_.linKnoppen,
+          [line = controls_.linKnoppen](int, int maximum) { line->setVisible(maximum > 0); });
+  connect(qApp, &QApplication::focusChanged, this, [this](const QWidget*, QWidget* now) {
+    if (now != nullptr && controls_.scrInhoud->isAncestorOf(now)) controls_.scrInhoud->ensureWidgetVisible(now);
+  });
+}
+
+void AudioEditor::Form_Load() {
+  Trapped(__func__, [&] {
+    const desktop::WaitPointer wait;
+    TakeSelectedID();
+    InitForm();
+    FillForm();
+    InitControls();
+    InitCommands();
+    controls_.preview->InitAudio();
+  });
+}
+
+void AudioEditor::InitForm() {
+  Trapped(__func__, [&] { setWindowTitle(words_.caption + (isNew_ ? u" ... nieuw"_s : u" ... detail"_s)); });
+}
+
+void AudioEditor::FillForm() {
+  Trapped(__func__, [&] {
+    if (isNew_) FillNew();
+    dao::Recordset row = ReadRecord();
+    if (!(row.Bof() && row.Eof())) {
+      row.MoveFirst();
+      FillRecord(row);
+    }
+    row.Close();
+    isDirty_ = false;
+  });
+}
+
+void AudioEditor::FillNew() {
+  controls_.chkAktief->setChecked(true);
+}
+
+void AudioEditor::InitControls() {
+  Trapped(__func__, [&] {
+    LockControl(u"txtPath"_s, true);
+    LockControl(u"txtLengteSec"_s, true);
+  });
+}
+
+// No button of these forms depends on the record's state.
+void AudioEditor::InitCommands() {}
+
+dao::Recordset AudioEditor::ReadRecord() const {
+  const QString table = TableName();
+  dao::Database database = dao::OpenDatabase(CurrentCatalogue().databasePath);
+  return database.OpenRecordset(u"SELECT "_s + table + u".* " + u"From " + table + u" " + u"WHERE " + table +
+                                u".ID = " + QString::number(id_));
+}
+
+void AudioEditor::cmdPath_Click() {
+  Trapped(__func__, [&] {
+    codFile_.SetStartFolder(controls_.preview->LastFolder());
+    const QString hostPath = codFile_.ShowOpen(this);
+    WarnWhenUnmapped(hostPath);
+    const QString bestand = hostPath.isEmpty() ? QString() : runtime::PathText(hostPath);
+    controls_.preview->LaadBestand(bestand);
+    controls_.txtPath->setText(runtime::TrimBlanks(bestand));
+    Changed();
+    pathChanged_ = true;
+  });
+}
+
+void AudioEditor::WarnWhenUnmapped(const QString& hostPath) {
+  if (hostPath.isEmpty() || runtime::IsMapped(hostPath)) return;
+  ShowItemsMessage(
+      u"'%1' ligt buiten de schijven die in ovalis.ini staan (sectie [Drives]).\r\nAndere computers "
+      u"vinden dit bestand niet."_s.arg(hostPath),
+      48);
+}
+
+void AudioEditor::cmdFillName_Click() {
+  Trapped(__func__, [&] {
+    constexpr qsizetype kExtension = 4;  // with its point, as in ".MP3"
+    if (IsKull(controls_.txtPath->text())) return;
+    const QString file = GetFile(controls_.txtPath->text());
+    controls_.txtNaam->setText(file);
+    if (file.size() < kExtension) {
+      throw runtime::Error(u"De bestandsnaam '%1' is te kort om er een naam van te maken."_s.arg(file));
+    }
+    controls_.txtNaam->setText(file.chopped(kExtension));
+    Changed();
+  });
+}
+
+void AudioEditor::cmdOk_Click() {
+  Trapped(__func__, [&] { SaveAndClose(); });
+}
+
+void AudioEditor::cmdAnnuleren_Click() {
+  Trapped(__func__, [&] { CancelAndClose(); });
+}
+
+void AudioEditor::txtNaam_Change() {
+  Trapped(__func__, [&] { Changed(); });
+}
+
+void AudioEditor::txtPath_Change() {
+  Trapped(__func__, [&] { Changed(); });
+}
+
+void AudioEditor::txtLengteSec_Change() {
+  Trapped(__func__, [&] { Changed(); });
+}
+
+void AudioEditor::chkAktief_Click() {
+  Trapped(__func__, [&] { Changed(); });
+}
+
+void AudioEditor::Form_Unload() {
+  controls_.preview->Close();
+}

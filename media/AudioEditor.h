@@ -1,0 +1,104 @@
+#pragma once
+#include "data/EditorForm.h"
+#include "platform/dao/Recordset.h"
+#include "platform/desktop/FileChooser.h"
+
+class AudioPreview;
+class QCheckBox;
+class QFrame;
+class QLineEdit;
+class QPushButton;
+class QScrollArea;
+
+// The controls that both audio editors have, under the same names.
+struct AudioControls {
+  QScrollArea* scrInhoud;
+  QFrame* linKnoppen;
+  QLineEdit* txtPath;
+  QPushButton* cmdPath;
+  QLineEdit* txtNaam;
+  QPushButton* cmdFillName;
+  QLineEdit* txtLengteSec;
+  QCheckBox* chkAktief;
+  AudioPreview* preview;
+  QPushButton* cmdOk;
+  QPushButton* cmdAnnuleren;
+};
+
+// What the two editors of audio elements share: opening, file choice, name, length, mix point, validation, the
+// duplicate test, saving and the ways out. A form on it tells its table, its words, its own fields and what it writes.
+class AudioEditor : public EditorForm {
+  Q_OBJECT
+
+ public:
+  void Form_Load() override;
+
+ protected:
+  struct Words {
+    QString caption;       // without what follows its " ... "
+    QString chooserTitle;  // of the file dialog
+  };
+  AudioEditor(const Words& words, QWidget* owner);
+
+  // To be called by the form once its controls exist.
+  void Wire(const AudioControls& controls, QSize openingSize);
+
+  // The table of the present mode.
+  virtual QString TableName() const = 0;
+  // The fields of a new record.
+  virtual void FillNew();
+  // The fields of a record, in the order told for the form.
+  virtual void FillRecord(const dao::Recordset& row) = 0;
+  virtual void InitControls();
+  // The tests behind those of path and name.
+  virtual bool OwnFieldsValid() { return true; }
+  // Inserts (isNew_) or updates the record; whether that succeeded.
+  virtual bool Write(qint32 id, const QString& databasePath, const QString& table) = 0;
+
+  // Parts of FillRecord; each fills only when the field holds something fit.
+  void FillPath(const dao::Recordset& row);
+  void FillNaam(const dao::Recordset& row);
+  void FillLengteSec(const dao::Recordset& row);
+  void FillMixPunt(const dao::Recordset& row);
+  void FillAktief(const dao::Recordset& row);
+
+  // Parts of Write.
+  QString PathToSave() const;
+  QString NaamToSave() const;
+  qint32 LengteSecToSave() const;
+  qint32 MixPuntToSave() const;
+  qint32 AktiefToSave() const;
+
+  // Shows the message, moves the focus there and answers false.
+  bool Refuse(int msgNr, const QString& value1, const QString& value2, QWidget* focus);
+
+  bool OpslaanProceed() override;
+  void Opslaan() override;
+  void Form_Unload() override;
+
+ private:
+  void InitForm();
+  void FillForm();
+  void InitCommands();
+  bool IsDuplicateCode();
+
+  void cmdPath_Click();
+  void cmdFillName_Click();
+  void cmdOk_Click();
+  void cmdAnnuleren_Click();
+  void txtNaam_Change();
+  void txtPath_Change();
+  void txtLengteSec_Change();
+  void chkAktief_Click();
+
+  void WireKeys();
+  void WireScrolling();
+  void WarnWhenUnmapped(const QString& hostPath);
+  dao::Recordset ReadRecord() const;
+  bool PathAndNameValid();
+
+  const Words words_;
+  AudioControls controls_{};
+  desktop::FileChooser codFile_;
+  bool pathChanged_ = false;  // the user chose a file
+};

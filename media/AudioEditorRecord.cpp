@@ -1,0 +1,126 @@
+// How the editors read, check and write their record.
+#include "data/AudioList.h"
+#include "data/Catalogue.h"
+#include "data/Lookups.h"
+#include "data/Messages.h"
+#include "data/Text.h"
+#include "media/AudioEditor.h"
+#include "media/AudioPreview.h"
+#include "platform/desktop/Trapped.h"
+#include "platform/desktop/WaitPointer.h"
+#include "platform/runtime/Error.h"
+#include "platform/runtime/Numbers.h"
+
+#include <QCheckBox>
+#include <QLineEdit>
+
+using namespace Qt::StringLiterals;
+using desktop::Trapped;
+
+namespace {
+
+constexpr int kLongestPath = 240;
+constexpr int kLongestNaam = 70;
+
+}  // namespace
+
+// A file that cannot be opened gives its one error here; the other fields are filled all the same.
+void AudioEditor::FillPath(const dao::Recordset& row) {
+  const QVariant path = row.Field(u"Path"_s);
+  if (path.isNull()) return;
+  const QString text = runtime::TrimBlanks(path.toString());
+  controls_.txtPath->setText(text);
+  Trapped("FillForm", [&] { controls_.preview->LaadBestand(text); });
+}
+
+void AudioEditor::FillNaam(const dao::Recordset& row) {
+  const QVariant naam = row.Field(u"Naam"_s);
+  if (!naam.isNull()) controls_.txtNaam->setText(runtime::TrimBlanks(naam.toString()));
+}
+
+// The length measured from the file wins over the stored one.
+void AudioEditor::FillLengteSec(const dao::Recordset& row) {
+  const QVariant lengte = row.Field(u"LengteSec"_s);
+  if (!runtime::IsNumeric(lengte) || !IsKull(controls_.txtLengteSec->text())) return;
+  controls_.txtLengteSec->setText(QString::number(runtime::ToLong(lengte)));
+}
+
+void AudioEditor::FillMixPunt(const dao::Recordset& row) {
+  const QVariant mixPunt = row.Field(u"Mixpunt"_s);
+  if (runtime::IsNumeric(mixPunt)) controls_.preview->FillMix(runtime::ToLong(mixPunt));
+}
+
+void AudioEditor::FillAktief(const dao::Recordset& row) {
+  const QVariant aktief = row.Field(u"Aktief"_s);
+  if (runtime::IsNumeric(aktief)) controls_.chkAktief->setChecked(runtime::ToLong(aktief) != 0);
+}
+
+QString AudioEditor::PathToSave() const {
+  return runtime::TrimBlanks(controls_.txtPath->text());
+}
+
+QString AudioEditor::NaamToSave() const {
+  return runtime::TrimBlanks(controls_.txtNaam->text());
+}
+
+qint32 AudioEditor::LengteSecToSave() const {
+  const QString lengte = controls_.txtLengteSec->text();
+  return runtime::IsNumeric(lengte) ? runtime::ToLong(lengte) : 0;
+}
+
+qint32 AudioEditor::MixPuntToSave() const {
+  return controls_.preview->MixPunt();
+}
+
+qint32 AudioEditor::AktiefToSave() const {
+  return controls_.chkAktief->isChecked() ? 1 : 0;
+}
+
+bool AudioEditor::Refuse(int msgNr, const QString& value1, const QString& value2, QWidget* focus) {
+  ShowAppMessage(msgNr, value1, value2);
+  focus->setFocus();
+  return false;
+}
+
+bool AudioEditor::OpslaanProceed() {
+  return Trapped(__func__, false, [&] { return PathAndNameValid() && OwnFieldsValid(); });
+}
+
+bool AudioEditor::PathAndNameValid() {
+  const QString path = controls_.txtPath->text();
+  const QString naam = controls_.txtNaam->text();
+  if (IsKull(path)) return Refuse(1500, u"Path"_s, {}, controls_.txtPath);
+  if (path.size() > kLongestPath) return Refuse(1506, u"Path"_s, QString::number(kLongestPath), controls_.txtPath);
+  if (IsKull(naam)) return Refuse(1500, u"Naam"_s, {}, controls_.txtNaam);
+  if (naam.size() > kLongestNaam) return Refuse(1506, u"Naam"_s, QString::number(kLongestNaam), controls_.txtNaam);
+  if (IsDuplicateCode()) return Refuse(1600, runtime::TrimBlanks(naam), u"Naam"_s, controls_.txtNaam);
+  return true;
+}
+
+bool AudioEditor::IsDuplicateCode() {
+  return Trapped(__func__, false, [&] {
+    return NameExists(CurrentCatalogue().databasePath, TableName(), controls_.txtNaam->text(), isNew_, id_);
+  });
+}
+
+// Dirty from the first step to the last: whatever fails between, the form stays open with what was typed.
+void AudioEditor::Opslaan() {
+  Trapped(__func__, [&] {
+    isDirty_ = true;
+    const desktop::WaitPointer wait;
+    const QString databasePath = CurrentCatalogue().databasePath;
+    const QString table = TableName();
+    if (!isNew_ && ReadRecord().Eof()) {
+      throw runtime::Error(
+          u"'%1' kan niet bewaard worden: het is intussen verwijderd uit %2."_s.arg(NaamToSave(), table));
+    }
+    const qint32 id = isNew_ ? GetNewID(table, table + u".ID", databasePath) : id_;
+    if (id == 0 || !Write(id, databasePath, table)) return;
+    // From here on the record exists; should the list fail, the next OK updates it and tries the list again.
+    pathChanged_ = pathChanged_ || isNew_;
+    id_ = id;
+    isNew_ = false;
+    if (pathChanged_) AppendToAudioList(PathToSave());
+    isDirty_ = false;
+  });
+}

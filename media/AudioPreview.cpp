@@ -1,0 +1,185 @@
+#include "media/AudioPreview.h"
+
+#include "data/Globals.h"
+#include "data/Messages.h"
+#include "media/FilePresence.h"
+#include "media/SoundOutput.h"
+#include "media/SplitTime.h"
+#include "media/WaveformFeed.h"
+#include "platform/audio/AudioPlayer.h"
+#include "platform/desktop/Icons.h"
+#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Error.h"
+#include "platform/runtime/HostPath.h"
+#include "platform/runtime/Numbers.h"
+#include "ui_AudioPreview.h"
+
+#include <QFileInfo>
+#include <QLineEdit>
+#include <QTimer>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+using desktop::Trapped;
+
+namespace {
+
+constexpr int kTickMs = 10;
+
+// Logical pixels; the buttons of the player stand higher than others.
+constexpr int kTransportHeight = 36;
+constexpr int kTransportPadding = 20;
+
+// What the player has until the settings arrive.
+constexpr int kFirstDevice = 0;
+constexpr int kFirstNumBuffers = 20;
+constexpr int kFirstBufferSize = 2048;
+
+// One panel's part of DrawTime: written only when it changes.
+void ShowOn(controls::LedPanel* panel, qint16 value, qint16& last) {
+  if (value == last) return;
+  panel->SetValue(value);
+  last = value;
+}
+
+}  // namespace
+
+AudioPreview::AudioPreview(QWidget* parent)
+    : QGroupBox(parent),
+      ui_(std::make_unique<Ui::AudioPreview>()),
+      player_(NewPlayer(this)),
+      tmrPlayer_(new QTimer(this)) {
+  ui_->setupUi(this);
+  waveform_ = std::make_unique<WaveformFeed>(ui_->waveform);
+  player_->setObjectName(u"Player"_s);
+  player_->SetDeviceID(kFirstDevice);
+  player_->SetNumBuffers(kFirstNumBuffers);
+  player_->SetBufferSize(kFirstBufferSize);
+  tmrPlayer_->setObjectName(u"tmrPlayer"_s);
+  tmrPlayer_->setInterval(kTickMs);
+  tmrPlayer_->setTimerType(Qt::PreciseTimer);
+  SetIcons();
+  WireTransport();
+  WireMix();
+  WireStrip();
+  ShowStatus(player_->StatusText());
+}
+
+AudioPreview::~AudioPreview() = default;
+
+void AudioPreview::Attach(QLineEdit* txtPath, QLineEdit* txtLengteSec) {
+  txtPath_ = txtPath;
+  txtLengteSec_ = txtLengteSec;
+}
+
+void AudioPreview::SetIcons() {
+  const int height = std::max(kTransportHeight, fontMetrics().height() + kTransportPadding);
+  for (QPushButton* button : {ui_->cmdRREW, ui_->cmdREW, ui_->cmdPlay, ui_->cmdSTOP, ui_->cmdFFW, ui_->cmdFFFW}) {
+    button->setMinimumHeight(height);
+  }
+  ui_->cmdRREW->setIcon(desktop::Icon(u"rrew"_s));
+  ui_->cmdREW->setIcon(desktop::Icon(u"rew"_s));
+  ui_->cmdPlay->setIcon(desktop::Icon(u"play"_s, desktop::IconTint::Accent));
+  ui_->cmdSTOP->setIcon(desktop::Icon(u"stop"_s));
+  ui_->cmdFFW->setIcon(desktop::Icon(u"ffw"_s));
+  ui_->cmdFFFW->setIcon(desktop::Icon(u"fffw"_s));
+}
+
+void AudioPreview::WireTransport() {
+  connect(ui_->cmdPlay, &QPushButton::clicked, this, &AudioPreview::cmdPlay_Click);
+  connect(ui_->cmdSTOP, &QPushButton::clicked, this, &AudioPreview::cmdSTOP_Click);
+  connect(ui_->cmdRREW, &QPushButton::clicked, this, &AudioPreview::cmdRREW_Click);
+  connect(ui_->cmdREW, &QPushButton::clicked, this, &AudioPreview::cmdREW_Click);
+  connect(ui_->cmdFFW, &QPushButton::clicked, this, &AudioPreview::cmdFFW_Click);
+  connect(ui_->cmdFFFW, &QPushButton::clicked, this, &AudioPreview::cmdFFFW_Click);
+  connect(ui_->sliPlay, &controls::PositionSlider::sliderPressed, this, &AudioPreview::sliPlay_Pressed);
+  connect(ui_->sliPlay, &controls::PositionSlider::sliderReleased, this, &AudioPreview::sliPlay_Released);
+  connect(ui_->sliPlay, &controls::PositionSlider::playStopRequested, this, &AudioPreview::PlayOrStop);
+  connect(tmrPlayer_, &QTimer::timeout, this, &AudioPreview::tmrPlayer_Timer);
+  connect(player_, &audio::AudioPlayer::started, this, &AudioPreview::Player_Start);
+  connect(player_, &audio::AudioPlayer::failed, this, &AudioPreview::Player_Failed);
+  connect(player_, &audio::AudioPlayer::statusChanged, this, &AudioPreview::ShowStatus);
+}
+
+void AudioPreview::InitAudio() {
+  player_->SetDeviceID(global.card);
+  player_->SetCallBackMode(global.callback);
+  player_->SetNumBuffers(global.buffers);
+  player_->SetBufferSize(global.bufferSize);
+}
+
+void AudioPreview::LaadBestand(const QString& bestand) {
+  if (bestand.isEmpty()) return;
+  OpenFile(bestand);
+  DrawTime();
+  ui_->sliPlay->setMaximum(player_->Length());
+  ui_->sliPlay->setValue(0);
+  txtLengteSec_->setText(QString::number(SecondsWithinHour(Split(player_->Length()))));
+}
+
+// A file that fails leaves the player empty, and the panels and the picture say so.
+void AudioPreview::OpenFile(const QString& bestand) {
+  const QString path = runtime::TrimBlanks(bestand);
+  try {
+    if (path.isEmpty()) throw runtime::Error(u"Er is nog geen geluidsbestand gekozen: kies er een met 'Path ...'."_s);
+    presence_ = LookFor(path);
+    RequirePresent(path, presence_);
+    const QString hostPath = runtime::HostPath(path);
+    player_->Open(hostPath);
+    waveform_->Show(hostPath, player_->Length());
+  } catch (const runtime::Error& error) {
+    ForgetFile(error.Description());
+    Q_EMIT filePresenceChanged();
+    throw;
+  }
+  Q_EMIT filePresenceChanged();
+}
+
+void AudioPreview::ForgetFile(const QString& reason) {
+  player_->Close();
+  DrawTime();
+  ui_->sliPlay->setMaximum(0);
+  waveform_->ShowTrouble(reason);
+}
+
+void AudioPreview::DrawTime() {
+  const SplitTime left = Split(runtime::SubtractLong(player_->Length(), player_->Position()));
+  if (seeking_) return;
+  ui_->sliPlay->setValue(player_->Position());
+  ShowOn(ui_->ledMilli, left.milliseconds, lastMilliseconds_);
+  ShowOn(ui_->ledSec, left.seconds, lastSeconds_);
+  ShowOn(ui_->ledMin, left.minutes, lastMinutes_);
+}
+
+QString AudioPreview::LastFolder() const {
+  return player_->FileName().isEmpty() ? QString() : QFileInfo(player_->FileName()).path();
+}
+
+void AudioPreview::Close() {
+  tmrPlayer_->stop();
+  player_->Stop();
+  waveform_->Cancel();
+}
+
+void AudioPreview::tmrPlayer_Timer() {
+  Trapped(__func__, [&] {
+    DrawTime();
+    const audio::PeakLevels levels = player_->Levels();
+    ui_->levelLeft->SetLevel(levels.left);
+    ui_->levelRight->SetLevel(levels.right);
+  });
+}
+
+void AudioPreview::Player_Start() {
+  tmrPlayer_->start();
+}
+
+void AudioPreview::Player_Failed(const QString& message) {
+  Trapped(__func__, [&] { ShowItemsMessage(message, 48); });
+}
+
+void AudioPreview::ShowStatus(const QString& text) {
+  ui_->lblGeluid->setText(text);
+  ui_->lblGeluid->setVisible(!text.isEmpty());
+}

@@ -1,0 +1,109 @@
+#pragma once
+#include "platform/runtime/Probe.h"
+
+#include <QGroupBox>
+
+#include <memory>
+#include <optional>
+
+class QLineEdit;
+class QTimer;
+class WaveformFeed;
+
+namespace Ui {
+class AudioPreview;
+}
+namespace audio {
+class AudioPlayer;
+}
+
+// The player of both editors: listens to the chosen file, measures its length and marks the mix point. It belongs to
+// one open editor. Times are milliseconds. User-interface thread only.
+class AudioPreview : public QGroupBox {
+  Q_OBJECT
+
+ public:
+  explicit AudioPreview(QWidget* parent = nullptr);
+  ~AudioPreview() override;
+
+  // The editor's fields for the path (read) and the length in seconds (filled). Both outlive the preview's use.
+  void Attach(QLineEdit* txtPath, QLineEdit* txtLengteSec);
+
+  // Brings the audio settings to the player.
+  void InitAudio();
+  // Loads the file at a path text and shows its length; nothing for an empty text. Throws runtime::Error naming the
+  // file.
+  void LaadBestand(const QString& bestand);
+  // The time left on the panels, the position on the slider; neither while the position is being changed.
+  void DrawTime();
+
+  // The record's own mix point. One outside of the panel's range is kept until the user sets another.
+  void FillMix(qint32 mixPunt);
+  qint32 MixPunt() const;
+
+  // How the last file was found, or not.
+  runtime::Presence FilePresence() const { return presence_; }
+  // Folder of the host from which the last file came; empty before the first one.
+  QString LastFolder() const;
+
+  // Ends playback and reading, for an editor that closes.
+  void Close();
+
+  audio::AudioPlayer& Player() { return *player_; }
+  QTimer& TmrPlayer() { return *tmrPlayer_; }
+
+ public Q_SLOTS:
+  // For a key that serves as both buttons.
+  void PlayOrStop();
+  // For a key: as "BEPAAL MIX".
+  void MarkMix() { cmdMix_Click(); }
+
+ Q_SIGNALS:
+  // FilePresence() may be another one.
+  void filePresenceChanged();
+
+ private:
+  void SetIcons();
+  void WireTransport();
+  void WireMix();
+  void WireStrip();
+
+  void cmdPlay_Click();
+  void cmdSTOP_Click();
+  void cmdRREW_Click();
+  void cmdREW_Click();
+  void cmdFFW_Click();
+  void cmdFFFW_Click();
+  void sliPlay_Pressed();
+  void sliPlay_Released();
+  void tmrPlayer_Timer();
+  void Player_Start();
+  void Player_Failed(const QString& message);
+  void cmdMix_Click();
+  void cmdResetMix_Click();
+  void cmdTestMix_Click();
+  void ledMix_Click();
+  void strip_Seek(qint64 position);
+
+  void OpenFile(const QString& bestand);
+  void ForgetFile(const QString& reason);
+  void JumpBack(qint32 step);
+  void JumpForward(qint32 step);
+  void SeekTo(qint32 position);
+  void SetMix(qint32 mixPunt);
+  void ShowStatus(const QString& text);
+
+  std::unique_ptr<Ui::AudioPreview> ui_;
+  audio::AudioPlayer* player_;
+  QTimer* tmrPlayer_;
+  std::unique_ptr<WaveformFeed> waveform_;
+  QLineEdit* txtPath_ = nullptr;
+  QLineEdit* txtLengteSec_ = nullptr;
+
+  bool seeking_ = false;  // the position is being changed, by the program or by the user
+  qint16 lastMinutes_ = 0;
+  qint16 lastSeconds_ = 0;
+  qint16 lastMilliseconds_ = 0;
+  std::optional<qint32> keptMix_;  // the record's mix point while the user has not set another
+  runtime::Presence presence_ = runtime::Presence::There;
+};

@@ -1,0 +1,80 @@
+// The mix point: the number of milliseconds before the end at which the next element may start.
+#include "data/Globals.h"
+#include "media/AudioPreview.h"
+#include "media/WaveformFeed.h"
+#include "platform/audio/AudioPlayer.h"
+#include "platform/desktop/InputBox.h"
+#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Numbers.h"
+#include "ui_AudioPreview.h"
+
+#include <QScopedValueRollback>
+
+using namespace Qt::StringLiterals;
+using desktop::Trapped;
+
+void AudioPreview::WireMix() {
+  connect(ui_->cmdMix, &QPushButton::clicked, this, &AudioPreview::cmdMix_Click);
+  connect(ui_->cmdResetMix, &QPushButton::clicked, this, &AudioPreview::cmdResetMix_Click);
+  connect(ui_->cmdTestMix, &QPushButton::clicked, this, &AudioPreview::cmdTestMix_Click);
+  connect(ui_->ledMix, &controls::LedSpin::clicked, this, &AudioPreview::ledMix_Click);
+  connect(ui_->ledMix, &controls::LedSpin::valueChanged, this, [this](int mixPunt) {
+    keptMix_.reset();
+    ui_->waveform->SetMixMs(mixPunt);
+  });
+}
+
+void AudioPreview::WireStrip() {
+  connect(ui_->waveform, &controls::WaveformStrip::seekRequested, this, &AudioPreview::strip_Seek);
+  connect(ui_->waveform, &controls::WaveformStrip::mixMoved, this,
+          [this](qint64 mixPunt) { SetMix(static_cast<qint32>(mixPunt)); });
+  connect(ui_->waveform, &controls::WaveformStrip::playStopRequested, this, &AudioPreview::PlayOrStop);
+  connect(ui_->waveform, &controls::WaveformStrip::zoomedChanged, ui_->cmdZoom, &QPushButton::setChecked);
+  connect(ui_->cmdZoom, &QPushButton::toggled, ui_->waveform, &controls::WaveformStrip::SetZoomed);
+  connect(ui_->sliPlay, &controls::PositionSlider::valueChanged, ui_->waveform,
+          &controls::WaveformStrip::SetPositionMs);
+}
+
+void AudioPreview::FillMix(qint32 mixPunt) {
+  ui_->ledMix->SetValue(mixPunt);
+  keptMix_ = mixPunt;
+}
+
+qint32 AudioPreview::MixPunt() const {
+  return keptMix_.value_or(ui_->ledMix->Value());
+}
+
+void AudioPreview::SetMix(qint32 mixPunt) {
+  keptMix_.reset();
+  ui_->ledMix->SetValue(mixPunt);
+}
+
+void AudioPreview::cmdMix_Click() {
+  Trapped(__func__, [&] { SetMix(runtime::SubtractLong(player_->Length(), player_->Position())); });
+}
+
+void AudioPreview::cmdResetMix_Click() {
+  SetMix(0);
+}
+
+void AudioPreview::cmdTestMix_Click() {
+  Trapped(__func__, [&] {
+    player_->Stop();
+    {
+      const QScopedValueRollback seeking(seeking_, true);
+      player_->SetPosition(runtime::SubtractLong(player_->Length(), ui_->ledMix->Value()));
+      ui_->sliPlay->setValue(player_->Position());
+    }
+    player_->Start();
+  });
+}
+
+void AudioPreview::ledMix_Click() {
+  Trapped(__func__, [&] {
+    const QString answer =
+        desktop::AskText(this, u"Geef een numerische waarde ..."_s, u"Items"_s, QString::number(ui_->ledMix->Value()))
+            .value_or(QString());
+    global.lastAnswer = answer;
+    if (runtime::IsNumeric(answer)) SetMix(runtime::ToLong(answer));
+  });
+}

@@ -1,0 +1,115 @@
+// The buttons, keys and slider of the player.
+#include "media/AudioPreview.h"
+#include "platform/audio/AudioPlayer.h"
+#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Error.h"
+#include "platform/runtime/Numbers.h"
+#include "ui_AudioPreview.h"
+
+#include <QLineEdit>
+#include <QScopeGuard>
+#include <QScopedValueRollback>
+#include <QTimer>
+
+using desktop::Trapped;
+
+namespace {
+
+constexpr qint32 kShortJumpMs = 10'000;
+constexpr qint32 kLongJumpMs = 30'000;
+constexpr int kSeekSettingBack = 50;
+constexpr int kSeekSettingForward = 5;
+
+// A jump goes on with its next step when the player fails in one.
+template <class Step>
+void GoingOn(Step&& step) {
+  try {
+    step();
+  } catch (const runtime::Error&) {
+  }
+}
+
+}  // namespace
+
+void AudioPreview::cmdPlay_Click() {
+  Trapped(__func__, [&] {
+    if (player_->FileName().isEmpty()) {
+      OpenFile(txtPath_->text());
+      ui_->sliPlay->setMaximum(player_->Length());
+    }
+    player_->Stop();
+    player_->Start();
+    tmrPlayer_->start();
+  });
+}
+
+void AudioPreview::cmdSTOP_Click() {
+  Trapped(__func__, [&] { player_->Stop(); });
+}
+
+void AudioPreview::PlayOrStop() {
+  if (player_->State() == audio::kPlaying) {
+    cmdSTOP_Click();
+  } else {
+    cmdPlay_Click();
+  }
+}
+
+void AudioPreview::cmdRREW_Click() {
+  JumpBack(kLongJumpMs);
+}
+void AudioPreview::cmdREW_Click() {
+  JumpBack(kShortJumpMs);
+}
+void AudioPreview::cmdFFW_Click() {
+  JumpForward(kShortJumpMs);
+}
+void AudioPreview::cmdFFFW_Click() {
+  JumpForward(kLongJumpMs);
+}
+
+void AudioPreview::JumpBack(qint32 step) {
+  if (player_->State() != audio::kPlaying) return;
+  const QScopedValueRollback seeking(seeking_, true);
+  GoingOn([&] { player_->Pause(); });
+  GoingOn([&] { player_->SetSeekSetting(kSeekSettingBack); });
+  GoingOn([&] {
+    const qint32 position = player_->Position();
+    player_->SetPosition(position < step + 1 ? 0 : position - step);
+  });
+  GoingOn([&] { player_->Resume(); });
+}
+
+// May go past the end: the player ends playback then.
+void AudioPreview::JumpForward(qint32 step) {
+  if (player_->State() != audio::kPlaying || player_->Position() >= player_->Length()) return;
+  const QScopedValueRollback seeking(seeking_, true);
+  GoingOn([&] { player_->Pause(); });
+  GoingOn([&] { player_->SetSeekSetting(kSeekSettingForward); });
+  GoingOn([&] { player_->SetPosition(runtime::SubtractLong(player_->Position(), -step)); });
+  GoingOn([&] { player_->Resume(); });
+}
+
+void AudioPreview::sliPlay_Pressed() {
+  seeking_ = true;
+}
+
+void AudioPreview::sliPlay_Released() {
+  Trapped(__func__, [&] { SeekTo(ui_->sliPlay->value()); });
+}
+
+void AudioPreview::strip_Seek(qint64 position) {
+  Trapped(__func__, [&] { SeekTo(static_cast<qint32>(position)); });
+}
+
+// The flag goes back also when the player fails. Panels and slider then tell where it stands, playing or not.
+void AudioPreview::SeekTo(qint32 position) {
+  seeking_ = true;
+  {
+    const auto over = qScopeGuard([this] { seeking_ = false; });
+    player_->Pause();
+    player_->SetPosition(position);
+    player_->Resume();
+  }
+  DrawTime();
+}

@@ -1,0 +1,9 @@
+#pragma once
+#include "media/AudioEditor.h"
+
+// The shared controls of a form's layout.
+template <class Layout>
+AudioControls ControlsOf(const Layout& ui) {
+  return {ui.scrInhoud,    ui.linKnoppen, ui.txtPath, ui.cmdPath, ui.txtNaam,     ui.cmdFillName,
+          ui.txtLengteSec, ui.chkAktief,  ui.preview, ui.cmdOk,   ui.cmdAnnuleren};
+}

@@ -1,0 +1,4 @@
+#pragma once
+
+// Makes both editors reachable for the other screens. Called once at start.
+void RegisterMediaScreens();

@@ -1,0 +1,40 @@
+#include "media/WaveformFeed.h"
+
+#include "platform/controls/WaveformStrip.h"
+
+#include <vector>
+
+namespace {
+
+controls::Peak ShareOfFullScale(const audio::PeakBin& bin) {
+  constexpr float kFullScale = 32768.0F;
+  return {bin.low / kFullScale, bin.high / kFullScale, bin.rms / kFullScale};
+}
+
+}  // namespace
+
+WaveformFeed::WaveformFeed(controls::WaveformStrip* strip, QObject* parent) : QObject(parent), strip_(strip) {
+  connect(&reader_, &audio::PeakReader::progressed, this, &WaveformFeed::TakePeaks);
+  connect(&reader_, &audio::PeakReader::finished, this, &WaveformFeed::TakePeaks);
+  connect(&reader_, &audio::PeakReader::failed, this, &WaveformFeed::ShowTrouble);
+}
+
+void WaveformFeed::Show(const QString& hostPath, qint32 lengthMs) {
+  taken_ = 0;
+  strip_->Begin(lengthMs, static_cast<int>(audio::Peaks::BinCount(lengthMs)));
+  reader_.Read(hostPath);
+}
+
+void WaveformFeed::ShowTrouble(const QString& reason) {
+  reader_.Cancel();
+  strip_->ShowTrouble(reason);
+}
+
+void WaveformFeed::TakePeaks() {
+  const auto bins = reader_.Bins();
+  std::vector<controls::Peak> fresh;
+  fresh.reserve(bins.size() - taken_);
+  for (; taken_ < bins.size(); ++taken_)
+    fresh.push_back(ShareOfFullScale(bins[taken_]));
+  strip_->AppendPeaks(fresh);
+}

@@ -1,0 +1,32 @@
+#pragma once
+#include "platform/audio/PeakReader.h"
+
+#include <QObject>
+
+#include <cstddef>
+
+namespace controls {
+class WaveformStrip;
+}
+
+// Brings the peaks of a file to the strip as they are read in the background. User-interface thread only.
+class WaveformFeed : public QObject {
+  Q_OBJECT
+
+ public:
+  // The strip must outlive the feed.
+  explicit WaveformFeed(controls::WaveformStrip* strip, QObject* parent = nullptr);
+
+  // Begins with another file (path of the host) of that length.
+  void Show(const QString& hostPath, qint32 lengthMs);
+  // The strip tells why there is no picture.
+  void ShowTrouble(const QString& reason);
+  void Cancel() { reader_.Cancel(); }
+
+ private:
+  void TakePeaks();
+
+  controls::WaveformStrip* strip_;
+  audio::PeakReader reader_;
+  std::size_t taken_ = 0;
+};

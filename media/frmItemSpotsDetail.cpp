@@ -1,0 +1,183 @@
+#include "media/frmItemSpotsDetail.h"
+
+#include "data/Catalogue.h"
+#include "data/Text.h"
+#include "data/Writes.h"
+#include "media/AudioPreview.h"
+#include "media/ControlsOf.h"
+#include "media/SpotValidity.h"
+#include "platform/audio/AudioPlayer.h"
+#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Clock.h"
+#include "platform/runtime/Dates.h"
+#include "platform/runtime/Numbers.h"
+#include "ui_frmItemSpotsDetail.h"
+
+#include <QTimer>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+using desktop::Trapped;
+
+namespace {
+
+constexpr QSize kOpeningSize(920, 668);
+constexpr int kFirstHour = 0;
+constexpr int kLastHour = 23;
+
+QString DateText(const QVariant& moment) {
+  return runtime::FormatDate(moment.toDateTime(), u"dd-mm-yyyy"_s);
+}
+
+// With the time of day, left out at midnight.
+QString MomentText(const QVariant& value) {
+  const QDateTime moment = value.toDateTime();
+  const bool midnight = moment.time() == QTime(0, 0);
+  return runtime::FormatDate(moment, midnight ? u"dd-mm-yyyy"_s : u"dd-mm-yyyy hh:nn:ss"_s);
+}
+
+void FillDate(controls::DateCombo* field, const QVariant& date) {
+  if (!date.isNull()) field->SetText(DateText(date));
+}
+
+void FillWhole(QLineEdit* field, const QVariant& number) {
+  if (runtime::IsNumeric(number)) field->setText(QString::number(runtime::ToLong(number)));
+}
+
+qint32 DayToSave(const controls::DateCombo* field) {
+  if (field->HoldsDate()) return runtime::DayNumber(*field->Date());
+  return runtime::IsNumeric(field->Text()) ? runtime::ToLong(field->Text()) : 0;
+}
+
+qint32 HourToSave(const QLineEdit* field, qint32 otherwise) {
+  return runtime::IsNumeric(field->text()) ? runtime::ToLong(field->text()) : otherwise;
+}
+
+std::optional<int> HourOf(const QLineEdit* field) {
+  if (!runtime::IsNumeric(field->text())) return std::nullopt;
+  return static_cast<int>(std::clamp<double>(runtime::ToDouble(field->text()), kFirstHour, kLastHour));
+}
+
+}  // namespace
+
+frmItemSpotsDetail::frmItemSpotsDetail(QWidget* owner)
+    : AudioEditor({u"Item-spot"_s, u"Info-spot kiezen"_s}, owner), ui_(std::make_unique<Ui::frmItemSpotsDetail>()) {
+  ui_->setupUi(this);
+  Wire(ControlsOf(*ui_), kOpeningSize);
+  WireFields();
+}
+
+frmItemSpotsDetail::~frmItemSpotsDetail() = default;
+
+void frmItemSpotsDetail::WireFields() {
+  connect(ui_->cobStart, &controls::DateCombo::textChanged, this, &frmItemSpotsDetail::cobStart_Change);
+  connect(ui_->cobStop, &controls::DateCombo::textChanged, this, &frmItemSpotsDetail::cobStop_Change);
+  connect(ui_->txtStartUur, &QLineEdit::textChanged, this, &frmItemSpotsDetail::txtStartUur_Change);
+  connect(ui_->txtEindUur, &QLineEdit::textChanged, this, &frmItemSpotsDetail::txtEindUur_Change);
+  connect(&ui_->preview->Player(), &audio::AudioPlayer::stopped, this, &frmItemSpotsDetail::Player_Stop);
+  connect(ui_->chkAktief, &QCheckBox::toggled, this, &frmItemSpotsDetail::ShowValidity);
+  connect(ui_->preview, &AudioPreview::filePresenceChanged, this, &frmItemSpotsDetail::ShowValidity);
+}
+
+QString frmItemSpotsDetail::TableName() const {
+  return CurrentCatalogue().itemSpots;
+}
+
+void frmItemSpotsDetail::FillNew() {
+  AudioEditor::FillNew();
+  ui_->txtStartUur->setText(QString::number(kFirstHour));
+  ui_->txtEindUur->setText(QString::number(kLastHour));
+}
+
+void frmItemSpotsDetail::FillRecord(const dao::Recordset& row) {
+  FillPath(row);
+  FillNaam(row);
+  FillLengteSec(row);
+  FillDate(ui_->cobStart, row.Field(u"StartDatum"_s));
+  FillWhole(ui_->txtStartUur, row.Field(u"StartUur"_s));
+  FillDate(ui_->cobStop, row.Field(u"EindDatum"_s));
+  FillWhole(ui_->txtEindUur, row.Field(u"EindUur"_s));
+  FillWhole(ui_->txtAantalGedraaid, row.Field(u"Aantalgedraaid"_s));
+  const QVariant played = row.Field(u"LaatstGedraaid"_s);
+  if (!played.isNull()) ui_->txtLaatstGedraaid->setText(MomentText(played));
+  FillAktief(row);
+  FillMixPunt(row);
+}
+
+void frmItemSpotsDetail::InitControls() {
+  Trapped(__func__, [&] {
+    AudioEditor::InitControls();
+    LockControl(u"txtAantalGedraaid"_s, true);
+    LockControl(u"txtLaatstGedraaid"_s, true);
+  });
+}
+
+bool frmItemSpotsDetail::OwnFieldsValid() {
+  if (!ui_->cobStart->HoldsDate()) return Refuse(3038, u"Startdatum"_s, {}, ui_->cobStart);
+  if (!HourValid(ui_->txtStartUur, u"Startuur"_s)) return false;
+  if (!ui_->cobStop->HoldsDate()) return Refuse(3038, u"Einddatum"_s, {}, ui_->cobStop);
+  return HourValid(ui_->txtEindUur, u"Einduur"_s);
+}
+
+// An hour out of range is corrected in place, without a message.
+bool frmItemSpotsDetail::HourValid(QLineEdit* hour, const QString& naam) {
+  if (!runtime::IsNumeric(hour->text())) return Refuse(3028, naam, {}, hour);
+  const double value = runtime::ToDouble(hour->text());
+  if (value < kFirstHour) hour->setText(QString::number(kFirstHour));
+  if (value > kLastHour) hour->setText(QString::number(kLastHour));
+  return true;
+}
+
+bool frmItemSpotsDetail::Write(qint32 id, const QString& databasePath, const QString& table) {
+  ItemSpotRow row;
+  row.id = id;
+  row.path = PathToSave();
+  row.naam = NaamToSave();
+  row.lengteSec = LengteSecToSave();
+  row.startPunt = 0;
+  row.mixpunt = MixPuntToSave();
+  row.startDatum = DayToSave(ui_->cobStart);
+  row.startUur = HourToSave(ui_->txtStartUur, kFirstHour);
+  row.eindDatum = DayToSave(ui_->cobStop);
+  row.eindUur = HourToSave(ui_->txtEindUur, kLastHour);
+  row.aktief = AktiefToSave();
+  return isNew_ ? Insert_tblItemSpots(row, databasePath, table) : Update_tblItemSpots(row, databasePath, table);
+}
+
+void frmItemSpotsDetail::cobStart_Change() {
+  Trapped(__func__, [&] { Changed(); });
+  ShowValidity();
+}
+
+void frmItemSpotsDetail::cobStop_Change() {
+  Trapped(__func__, [&] { Changed(); });
+  ShowValidity();
+}
+
+void frmItemSpotsDetail::txtStartUur_Change() {
+  Trapped(__func__, [&] { Changed(); });
+  ShowValidity();
+}
+
+void frmItemSpotsDetail::txtEindUur_Change() {
+  Trapped(__func__, [&] { Changed(); });
+  ShowValidity();
+}
+
+// A last look: the panels end where playback did.
+void frmItemSpotsDetail::Player_Stop() {
+  ui_->preview->TmrPlayer().stop();
+  ui_->preview->DrawTime();
+}
+
+void frmItemSpotsDetail::ShowValidity() {
+  SpotValidity spot;
+  spot.aktief = ui_->chkAktief->isChecked();
+  spot.fileMissing = ui_->preview->FilePresence() == runtime::Presence::NotThere;
+  spot.startDatum = ui_->cobStart->Date();
+  spot.eindDatum = ui_->cobStop->Date();
+  spot.startUur = HourOf(ui_->txtStartUur);
+  spot.eindUur = HourOf(ui_->txtEindUur);
+  ui_->lblGeldigheid->Show(RemarkOn(spot, runtime::Now()));
+}

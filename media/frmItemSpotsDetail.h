@@ -1,0 +1,40 @@
+#pragma once
+#include "media/AudioEditor.h"
+
+#include <memory>
+
+class QLineEdit;
+
+namespace Ui {
+class frmItemSpotsDetail;
+}
+
+// The editor of an item-spot: one audio file that can be played inside an item, with its days and hours of validity.
+class frmItemSpotsDetail : public AudioEditor {
+  Q_OBJECT
+
+ public:
+  explicit frmItemSpotsDetail(QWidget* owner = nullptr);
+  ~frmItemSpotsDetail() override;
+
+ protected:
+  QString TableName() const override;
+  void FillNew() override;
+  void FillRecord(const dao::Recordset& row) override;
+  void InitControls() override;
+  bool OwnFieldsValid() override;
+  bool Write(qint32 id, const QString& databasePath, const QString& table) override;
+
+ private:
+  void cobStart_Change();
+  void cobStop_Change();
+  void txtStartUur_Change();
+  void txtEindUur_Change();
+  void Player_Stop();
+
+  void WireFields();
+  void ShowValidity();
+  bool HourValid(QLineEdit* hour, const QString& naam);
+
+  std::unique_ptr<Ui::frmItemSpotsDetail> ui_;
+};

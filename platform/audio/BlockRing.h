@@ -1,0 +1,40 @@
+// The buffers between the decoding thread and the sound device.
+#pragma once
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace audio {
+
+// One buffer of 16-bit stereo sound. The generation tells which jump or start it belongs to.
+struct Block {
+  std::int16_t* samples = nullptr;
+  std::size_t frames = 0;
+  std::uint16_t generation = 0;
+  bool last = false;  // the file ends with it
+};
+
+// A ring of blocks without locks: one thread writes, one reads.
+class BlockRing {
+ public:
+  BlockRing(std::size_t blocks, std::size_t framesPerBlock);
+
+  std::size_t FramesPerBlock() const { return framesPerBlock_; }
+  std::size_t Capacity() const { return blocks_.size() * framesPerBlock_; }  // frames
+
+  Block* Writable() noexcept;  // the writer's: the next free block, null when all are filled
+  void Publish() noexcept;
+  const Block* Readable() const noexcept;  // the reader's: the oldest filled block, null when there is none
+  void Release() noexcept;
+
+ private:
+  std::size_t framesPerBlock_;
+  std::vector<std::int16_t> samples_;
+  std::vector<Block> blocks_;
+  std::atomic<std::size_t> written_{0};  // blocks published since the beginning
+  std::atomic<std::size_t> read_{0};     // blocks released since the beginning
+};
+
+}  // namespace audio

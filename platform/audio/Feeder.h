@@ -1,0 +1,49 @@
+// The decoding thread: keeps the buffers filled and the output in the state that is wanted.
+#pragma once
+
+#include <memory>
+#include <thread>
+
+#include "platform/audio/Output.h"
+#include "platform/audio/Playout.h"
+#include "platform/audio/StereoStream.h"
+#include "platform/audio/Transport.h"
+
+namespace audio {
+
+// Everything slow happens here: opening a device, seeking, decoding. Ends with the transport's Quit.
+class Feeder {
+ public:
+  // All three outlive the feeder; after Transport::Quit the destructor waits for the thread.
+  Feeder(Transport& transport, Playout& playout, OutputFactory outputs);
+  ~Feeder();
+
+ private:
+  void Run();
+  void Carry(const Transport::Order& order);
+  void TakeDecoder(std::unique_ptr<Decoder> decoder);
+  void PrepareOutput(const OutputSettings& settings);
+  void Rewind(const Transport::Order& order);
+  void FillRing();
+  void StartOutput();
+  void StopOutput();
+  void CloseOutput();
+  void Watch();
+  std::chrono::milliseconds Pause() const;
+
+  Transport& transport_;
+  Playout& playout_;
+  OutputFactory outputs_;
+  std::unique_ptr<Decoder> decoder_;
+  std::unique_ptr<StereoStream> stream_;
+  std::shared_ptr<Output> output_;
+  OutputSettings openedWith_;
+  int openedRate_ = 0;  // Hz, of the file for which the output was opened
+  bool started_ = false;
+  bool active_ = false;  // the order said: running
+  std::uint16_t generation_ = 0;
+  bool allWritten_ = false;  // the file's last block of this generation is in the ring
+  std::thread thread_;
+};
+
+}  // namespace audio

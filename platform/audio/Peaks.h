@@ -1,0 +1,36 @@
+// The waveform of a whole file: what a strip on screen draws.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace audio {
+
+// One hundredth of a second of sound, all channels together, 16-bit scale.
+struct PeakBin {
+  std::int16_t low = 0;   // lowest sample
+  std::int16_t high = 0;  // highest sample
+  std::int16_t rms = 0;   // root of the mean square
+  bool operator==(const PeakBin&) const = default;
+};
+
+struct Peaks {
+  static constexpr int kBinMs = 10;
+  std::int32_t lengthMs = 0;  // of the file, exact
+  std::vector<PeakBin> bins;  // bin n covers n x 10 ms up to the next; the last one may be shorter
+
+  static std::int64_t BinCount(std::int32_t lengthMs) { return (std::int64_t{lengthMs} + kBinMs - 1) / kBinMs; }
+};
+
+// The first `done` bins are final. Return false to give up.
+using PeakProgress = std::function<bool(const Peaks& peaks, std::size_t done)>;
+
+// Reads the file once from begin to end. `progress` is called on the same thread for every quarter of a second of
+// sound; `done` grows by steps of at least `binsPerStep`, at the end it is the number of bins. Gives up with empty
+// bins. Throws audio::Error.
+Peaks ReadPeaks(const std::string& hostPath, const PeakProgress& progress, std::size_t binsPerStep = 1000);
+
+}  // namespace audio

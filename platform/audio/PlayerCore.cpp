@@ -1,0 +1,43 @@
+#include "platform/audio/PlayerCore.h"
+
+#include <utility>
+
+namespace audio {
+
+PlayerCore::PlayerCore(OutputFactory outputs, Transport::Listener listener)
+    : transport_(playout_, std::move(listener)), feeder_(transport_, playout_, std::move(outputs)) {}
+
+PlayerCore::~PlayerCore() {
+  transport_.Quit();
+}
+
+void PlayerCore::Open(const std::string& hostPath) {
+  Close();
+  transport_.Load(OpenDecoder(hostPath));
+  fileName_ = hostPath;
+}
+
+void PlayerCore::Close() {
+  fileName_.clear();
+  transport_.Load(nullptr);
+}
+
+std::int32_t PlayerCore::Position() const {
+  const int rate = transport_.SampleRate();
+  return rate == 0 ? 0 : static_cast<std::int32_t>(MsOfFrames(transport_.Position(), rate));
+}
+
+// Both ways round to the nearest, so that what was set is what is read. The length stands for the very last frame.
+void PlayerCore::SetPosition(std::int32_t position) {
+  const int rate = transport_.SampleRate();
+  if (rate == 0) return;
+  transport_.SetPosition(position >= Length() ? transport_.TotalFrames()
+                                              : FramesOfMs(std::max<std::int32_t>(position, 0), rate));
+}
+
+std::int32_t PlayerCore::Length() const {
+  const int rate = transport_.SampleRate();
+  return rate == 0 ? 0 : static_cast<std::int32_t>(MsOfFrames(transport_.TotalFrames(), rate));
+}
+
+}  // namespace audio

@@ -1,0 +1,67 @@
+// The device's side of the player: copies and meters, nothing else.
+#pragma once
+
+#include <array>
+#include <atomic>
+#include <cstdint>
+#include <memory>
+
+#include "platform/audio/BlockRing.h"
+#include "platform/audio/Output.h"
+
+namespace audio {
+
+// dBFS: 0 = full scale, kSilence = nothing.
+struct PeakLevels {
+  static constexpr float kSilence = -96.0F;
+  float left = kSilence;
+  float right = kSilence;
+};
+
+// Hands the blocks of the current generation to the output; blocks of an older one are dropped unheard. A jump is thus
+// a new generation: what was decoded before it is never played, and the output need not be stopped.
+class Playout : public FrameSource {
+ public:
+  // Frames handed out of one generation.
+  struct Mark {
+    std::uint16_t generation = 0;
+    std::int64_t frames = 0;
+  };
+
+  // Any thread.
+  void SetGeneration(std::uint16_t generation) noexcept { generation_.store(generation, std::memory_order_release); }
+  std::uint16_t Generation() const noexcept { return generation_.load(std::memory_order_acquire); }
+  void SetHeld(bool held) noexcept { held_.store(held, std::memory_order_release); }
+  Mark Delivered() const noexcept;
+  bool HasEnded(std::uint16_t generation) const noexcept;
+  PeakLevels TakeLevels() noexcept;
+
+  // The decoding thread's. Only while no output runs may the ring be replaced.
+  void ReplaceRing(std::size_t blocks, std::size_t framesPerBlock);
+  BlockRing& Ring() noexcept { return *ring_; }
+
+  // The output's.
+  Supply Fill(std::int16_t* out, std::size_t frames, std::size_t& delivered) noexcept override;
+
+ private:
+  void BeginGeneration(std::uint16_t generation) noexcept;
+  const Block* CurrentBlock() noexcept;
+  void Copy(const Block& block, std::int16_t* out, std::size_t frames) noexcept;
+
+  std::unique_ptr<BlockRing> ring_ = std::make_unique<BlockRing>(2, 64);
+  std::atomic<std::uint16_t> generation_{0};
+  std::atomic<bool> held_{false};
+  std::atomic<std::uint64_t> delivered_{0};  // generation in the upper 16 bits, frames below
+  std::atomic<std::uint32_t> ended_{kNever};
+  std::array<std::atomic<int>, 2> peaks_{};  // highest absolute sample since the last look
+
+  // The output's thread only.
+  std::uint16_t current_ = 0;
+  std::uint64_t handedOut_ = 0;
+  std::size_t blockOffset_ = 0;
+  bool finished_ = false;
+
+  static constexpr std::uint32_t kNever = UINT32_MAX;
+};
+
+}  // namespace audio

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QDate>
+#include <QFrame>
+
+class QCalendarWidget;
+
+namespace controls {
+
+// A month to pick a day from, below a field. Destroys itself when closed.
+class CalendarPopup : public QFrame {
+  Q_OBJECT
+
+ public:
+  CalendarPopup(QWidget* field, const QDate& shown);
+
+  // Opens below the field, or above it where the screen ends.
+  void Open();
+
+ Q_SIGNALS:
+  void picked(const QDate& date);
+
+ private:
+  void SetArrow(const QString& button, const QString& icon);
+
+  QWidget* field_;
+  QCalendarWidget* calendar_;
+};
+
+}  // namespace controls

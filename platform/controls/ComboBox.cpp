@@ -1,0 +1,74 @@
+#include "platform/controls/ComboBox.h"
+
+#include <QSignalBlocker>
+
+#include "platform/runtime/Error.h"
+
+namespace controls {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+}  // namespace
+
+ComboBox::ComboBox(QWidget* parent) : QComboBox(parent) {
+  setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
+  setMinimumContentsLength(8);
+}
+
+// QComboBox chooses its first entry by itself; that is undone before anyone hears of it.
+int ComboBox::AddItem(const QString& text, qint64 itemData) {
+  const QSignalBlocker quiet(this);
+  const int chosen = currentIndex();
+  addItem(text, itemData);
+  setCurrentIndex(chosen);
+  return count() - 1;
+}
+
+void ComboBox::Clear() {
+  const QSignalBlocker quiet(this);
+  clear();
+}
+
+void ComboBox::Refill(const std::vector<Line>& lines) {
+  const int before = currentIndex();
+  const qint64 chosen = before >= 0 ? ItemData(before) : 0;
+  {
+    const QSignalBlocker quiet(this);
+    clear();
+    for (const Line& line : lines)
+      addItem(line.text, line.itemData);
+    setCurrentIndex(before >= 0 ? IndexOf(chosen) : -1);
+  }
+  if (before >= 0 && currentIndex() < 0) Q_EMIT currentIndexChanged(-1);
+}
+
+void ComboBox::SetListIndex(int index) {
+  if (index < -1 || index >= count()) Text(index);
+  if (index != currentIndex()) setCurrentIndex(index);  // QComboBox may fire for -1 twice
+}
+
+QString ComboBox::Text(int index) const {
+  if (index < 0 || index >= count())
+    throw runtime::Error(
+        u"De keuzelijst heeft geen regel met nummer %1 (aantal regels: %2)."_s.arg(index).arg(count()));
+  return itemText(index);
+}
+
+qint64 ComboBox::ItemData(int index) const {
+  Text(index);
+  return itemData(index).toLongLong();
+}
+
+int ComboBox::IndexOf(qint64 itemData) const {
+  for (int index = 0; index < count(); ++index)
+    if (this->itemData(index).toLongLong() == itemData) return index;
+  return -1;
+}
+
+bool ComboBox::SelectWhereItemData(qint64 itemData) {
+  setCurrentIndex(IndexOf(itemData));
+  return currentIndex() >= 0;
+}
+
+}  // namespace controls

@@ -1,0 +1,57 @@
+#include "platform/controls/LevelScale.h"
+
+#include <QPainter>
+
+#include "platform/desktop/Tokens.h"
+
+namespace controls {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+constexpr int kSteps = 10;
+constexpr int kLong = 7;
+constexpr int kShort = 4;
+
+}  // namespace
+
+LevelScale::LevelScale(QWidget* parent) : QWidget(parent) {
+  setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+}
+
+void LevelScale::SetInset(int inset) {
+  inset_ = inset;
+  update();
+}
+
+QFont LevelScale::ScaleFont() const {
+  QFont smaller = font();
+  if (smaller.pointSizeF() > 3) smaller.setPointSizeF(smaller.pointSizeF() - 2);
+  return smaller;
+}
+
+QSize LevelScale::sizeHint() const {
+  return {120, 2 + kLong + QFontMetrics(ScaleFont()).height()};
+}
+
+void LevelScale::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  const desktop::Tokens& tokens = desktop::TokensFor(palette());
+  painter.setFont(ScaleFont());
+  const QFontMetrics metrics = painter.fontMetrics();
+  const double room = width() - 2.0 * inset_;
+  for (int step = 0; step <= kSteps; ++step) {
+    const bool numbered = step % (kSteps / 2) == 0;
+    const double x = inset_ + room * step / kSteps;
+    painter.fillRect(QRectF(x - 0.5, 2, 1, numbered ? kLong : kShort), tokens.lineStrong);
+    if (!numbered) continue;
+    const int decibels = (step - kSteps) * 6;
+    const QString label = decibels == 0 ? u"0 dB"_s : u"\u2212%1"_s.arg(-decibels);
+    const int labelWidth = metrics.horizontalAdvance(label);
+    const double left = std::clamp(x - labelWidth / 2.0, 0.0, double(width() - labelWidth));
+    painter.setPen(tokens.hint);
+    painter.drawText(QPointF(left, 2 + kLong + metrics.ascent()), label);
+  }
+}
+
+}  // namespace controls

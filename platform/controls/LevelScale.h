@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QWidget>
+
+namespace controls {
+
+// The scale below level meters: 11 ticks of 6 dB, each fifth longer and numbered. Its ends stand under the ends of a
+// meter that is `inset` inside of the same width.
+class LevelScale : public QWidget {
+  Q_OBJECT
+  Q_PROPERTY(int inset READ Inset WRITE SetInset)
+
+ public:
+  explicit LevelScale(QWidget* parent = nullptr);
+
+  int Inset() const { return inset_; }
+  void SetInset(int inset);
+
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override { return sizeHint(); }
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  QFont ScaleFont() const;
+
+  int inset_ = 6;
+};
+
+}  // namespace controls

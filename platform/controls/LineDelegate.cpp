@@ -1,0 +1,99 @@
+#include "platform/controls/LineDelegate.h"
+
+#include <QPainter>
+
+#include "platform/controls/LineModel.h"
+#include "platform/controls/Marks.h"
+#include "platform/desktop/Tokens.h"
+
+namespace controls {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+constexpr int kEdge = 12;
+constexpr int kMarkGap = 10;
+constexpr int kColumnGap = 24;
+constexpr int kNarrowestText = 140;  // the word column gives way before the text does
+
+void DrawElided(QPainter& painter, const QRect& rect, const QString& text, const QColor& colour, Qt::Alignment side) {
+  if (text.isEmpty() || rect.width() <= 0) return;
+  painter.setPen(colour);
+  const QString shown = painter.fontMetrics().elidedText(text, Qt::ElideRight, rect.width());
+  painter.drawText(rect, static_cast<int>(side | Qt::AlignVCenter) | Qt::TextSingleLine, shown);
+}
+
+}  // namespace
+
+LineDelegate::LineDelegate(const LineModel& lines, QObject* parent) : QStyledItemDelegate(parent), lines_(lines) {}
+
+QSize LineDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const {
+  const int text = option.fontMetrics.averageCharWidth() * 20;
+  return {text, std::max(rowHeight_, option.fontMetrics.height() + rowHeight_ - 18)};
+}
+
+LineDelegate::Colours LineDelegate::ColoursOf(const QStyleOptionViewItem& option, const LineDetails& details) const {
+  if (option.state.testFlag(QStyle::State_Selected)) {
+    const QColor selected = option.palette.color(QPalette::HighlightedText);
+    return {selected, selected, selected, selected};
+  }
+  const bool enabled = option.state.testFlag(QStyle::State_Enabled);
+  if (!enabled) {
+    const QColor grey = option.palette.color(QPalette::Disabled, QPalette::Text);
+    return {grey, grey, grey, grey};
+  }
+  const QColor quiet = desktop::TokensFor(option.palette).hint;
+  const QColor tone = ToneColour(details.tone, option.palette);
+  return {details.quietText ? quiet : option.palette.color(QPalette::Text), quiet, tone,
+          details.wordInTone ? tone : quiet};
+}
+
+LineDelegate::Columns LineDelegate::ColumnsOf(const QStyleOptionViewItem& option) const {
+  const QFontMetrics& metrics = option.fontMetrics;
+  QRect rest = option.rect.adjusted(kEdge, 0, -kEdge, 0);
+  Columns columns;
+  const auto takeLeft = [&rest](int width, int gap) {
+    const QRect taken(rest.left(), rest.top(), width, rest.height());
+    rest.setLeft(rest.left() + width + gap);
+    return taken;
+  };
+  const auto takeRight = [&rest](int width, int gap) {
+    const QRect taken(rest.right() - width + 1, rest.top(), width, rest.height());
+    rest.setRight(rest.right() - width - gap);
+    return taken;
+  };
+  if (numbered_)
+    columns.number = takeLeft(metrics.horizontalAdvance(QString::number(lines_.Count()) + u"0"_s), kMarkGap);
+  if (lines_.HasMarks()) columns.mark = takeLeft(kMarkSize, kMarkGap);
+  if (!lines_.LongestTrailing().isEmpty())
+    columns.trailing = takeRight(metrics.horizontalAdvance(lines_.LongestTrailing()) + 4, kColumnGap);
+  if (!lines_.LongestWord().isEmpty()) {
+    const int wanted = metrics.horizontalAdvance(lines_.LongestWord()) + 16;
+    columns.word = takeRight(std::clamp(rest.width() - kNarrowestText, 0, wanted), kMarkGap);
+  }
+  columns.text = rest;
+  return columns;
+}
+
+void LineDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const {
+  const int line = lines_.IndexOf(index.row());
+  const LineModel::Line& content = lines_.At(line);
+  const Colours colours = ColoursOf(option, content.details);
+  const Columns columns = ColumnsOf(option);
+  painter->save();
+  painter->setFont(option.font);
+  if (option.state.testFlag(QStyle::State_Selected))
+    painter->fillRect(option.rect, option.palette.color(QPalette::Highlight));
+  else if (option.features.testFlag(QStyleOptionViewItem::Alternate) && option.state.testFlag(QStyle::State_Enabled))
+    painter->fillRect(option.rect, option.palette.color(QPalette::AlternateBase));
+  if (numbered_) DrawElided(*painter, columns.number, QString::number(line + 1), colours.quiet, Qt::AlignRight);
+  PaintMark(*painter,
+            QRectF(columns.mark.left(), columns.mark.center().y() + 0.5 - kMarkSize / 2.0, kMarkSize, kMarkSize),
+            content.details.mark, colours.mark);
+  DrawElided(*painter, columns.text, content.text, colours.text, Qt::AlignLeft);
+  DrawElided(*painter, columns.word, content.details.word, colours.word, Qt::AlignLeft);
+  DrawElided(*painter, columns.trailing, content.details.trailing, colours.quiet, Qt::AlignRight);
+  painter->restore();
+}
+
+}  // namespace controls

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <QAbstractListModel>
+#include <functional>
+#include <vector>
+
+#include "platform/controls/ListLine.h"
+
+namespace controls {
+
+// The lines of a list and which of them are shown. An "index" counts all lines, a "row" the shown ones.
+class LineModel : public QAbstractListModel {
+  Q_OBJECT
+
+ public:
+  struct Line {
+    QString text;
+    qint64 itemData = 0;
+    LineDetails details;
+  };
+
+  using QAbstractListModel::QAbstractListModel;
+
+  int Count() const { return static_cast<int>(lines_.size()); }
+  // Throws runtime::Error for an index out of range.
+  const Line& At(int index) const;
+
+  void Append(std::vector<Line> lines);
+  void Clear();
+  void Remove(int index);
+  void Move(int from, int to);
+  void SetText(int index, const QString& text);
+  void SetItemData(int index, qint64 itemData);
+  void SetDetails(int index, LineDetails details);
+
+  void SetFilterText(const QString& text);
+  void SetFilter(std::function<bool(int index)> shows);
+  void Refilter();
+  bool IsFiltered() const { return !filterText_.isEmpty() || shows_ != nullptr; }
+
+  int IndexOf(int row) const { return shown_.at(static_cast<std::size_t>(row)); }
+  // -1: hidden, or no such line.
+  int RowOf(int index) const;
+
+  // What columns need: whether there is any mark, and the longest texts beside the lines.
+  bool HasMarks() const { return hasMarks_; }
+  const QString& LongestWord() const { return longestWord_; }
+  const QString& LongestTrailing() const { return longestTrailing_; }
+
+  int rowCount(const QModelIndex& parent = {}) const override;
+  QVariant data(const QModelIndex& index, int role) const override;
+  Qt::ItemFlags flags(const QModelIndex& index) const override;
+  Qt::DropActions supportedDropActions() const override { return Qt::MoveAction; }
+
+ private:
+  bool Shows(int index) const;
+  void Measure(const LineDetails& details);
+  void Changed(int index);
+
+  std::vector<Line> lines_;
+  std::vector<int> shown_;  // ascending
+  QString filterText_;
+  std::function<bool(int index)> shows_;
+  QString longestWord_;
+  QString longestTrailing_;
+  bool hasMarks_ = false;
+};
+
+}  // namespace controls

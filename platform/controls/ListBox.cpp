@@ -1,0 +1,294 @@
+#include "platform/controls/ListBox.h"
+
+#include <QDropEvent>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QScopedValueRollback>
+#include <QScrollBar>
+
+#include "platform/controls/LineDelegate.h"
+#include "platform/controls/LineModel.h"
+#include "platform/desktop/Tokens.h"
+#include "platform/runtime/Error.h"
+
+namespace controls {
+
+using namespace Qt::StringLiterals;
+
+ListBox::ListBox(QWidget* parent)
+    : QListView(parent), lines_(new LineModel(this)), delegate_(new LineDelegate(*lines_, this)) {
+  setModel(lines_);
+  setItemDelegate(delegate_);
+  setSelectionMode(SingleSelection);
+  setEditTriggers(NoEditTriggers);
+  setUniformItemSizes(true);
+  setAlternatingRowColors(true);
+  setVerticalScrollMode(ScrollPerPixel);
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+}
+
+// --- lines
+
+int ListBox::AddItem(const QString& text, qint64 itemData) {
+  std::vector<LineModel::Line> one(1);
+  one[0].text = text;
+  one[0].itemData = itemData;
+  lines_->Append(std::move(one));
+  return lines_->Count() - 1;
+}
+
+void ListBox::AddItems(std::vector<Line> lines) {
+  std::vector<LineModel::Line> all;
+  all.reserve(lines.size());
+  for (Line& line : lines)
+    all.push_back({std::move(line.text), line.itemData, {}});
+  lines_->Append(std::move(all));
+}
+
+void ListBox::Clear() {
+  const QScopedValueRollback quiet(silent_, true);
+  lines_->Clear();
+  announced_ = -1;
+}
+
+// Without this the view would choose the next line in place of a removed one.
+void ListBox::RemoveItem(int index) {
+  lines_->At(index);
+  const QScopedValueRollback quiet(silent_, true);
+  const int selected = ListIndex();
+  if (selected == index) SelectSilently(-1);
+  lines_->Remove(index);
+  announced_ = selected == index ? -1 : (selected > index ? selected - 1 : selected);
+}
+
+int ListBox::ListCount() const {
+  return lines_->Count();
+}
+
+QString ListBox::Text(int index) const {
+  return lines_->At(index).text;
+}
+
+void ListBox::SetText(int index, const QString& text) {
+  lines_->SetText(index, text);
+}
+
+qint64 ListBox::ItemData(int index) const {
+  return lines_->At(index).itemData;
+}
+
+void ListBox::SetItemData(int index, qint64 itemData) {
+  lines_->SetItemData(index, itemData);
+}
+
+const LineDetails& ListBox::Details(int index) const {
+  return lines_->At(index).details;
+}
+
+void ListBox::SetDetails(int index, LineDetails details) {
+  lines_->SetDetails(index, std::move(details));
+}
+
+// --- selection
+
+int ListBox::ListIndex() const {
+  const QModelIndexList selected = selectionModel()->selectedIndexes();
+  return selected.isEmpty() ? -1 : lines_->IndexOf(selected.constFirst().row());
+}
+
+void ListBox::SelectSilently(int index) {
+  const QScopedValueRollback quiet(silent_, true);
+  const int row = lines_->RowOf(index);
+  if (row >= 0)
+    setCurrentIndex(lines_->index(row));
+  else
+    selectionModel()->clear();
+  announced_ = row >= 0 ? index : -1;
+}
+
+void ListBox::SetListIndex(int index) {
+  if (index == ListIndex()) return;
+  if (index == -1) {
+    SelectSilently(-1);
+    Q_EMIT selectionLost();
+    return;
+  }
+  lines_->At(index);
+  const int row = lines_->RowOf(index);
+  if (row < 0) throw runtime::Error(u"De regel '%1' is niet zichtbaar in de lijst."_s.arg(Text(index)));
+  setCurrentIndex(lines_->index(row));
+}
+
+bool ListBox::SelectWhereItemData(qint64 itemData) {
+  for (int index = 0; index < ListCount(); ++index) {
+    if (lines_->At(index).itemData != itemData || !IsShown(index)) continue;
+    SetListIndex(index);
+    return true;
+  }
+  SetListIndex(-1);
+  return false;
+}
+
+void ListBox::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
+  QListView::selectionChanged(selected, deselected);
+  const int now = ListIndex();
+  if (silent_ || now == announced_) return;
+  announced_ = now;
+  if (now >= 0) Q_EMIT clicked();
+}
+
+// A click never takes the selection away, not even with Ctrl.
+QItemSelectionModel::SelectionFlags ListBox::selectionCommand(const QModelIndex& index, const QEvent* event) const {
+  const QItemSelectionModel::SelectionFlags usual = QListView::selectionCommand(index, event);
+  return usual.testFlag(QItemSelectionModel::Deselect) ? QItemSelectionModel::NoUpdate : usual;
+}
+
+// --- filter
+
+void ListBox::SetFilterText(const QString& text) {
+  const int selected = ListIndex();
+  {
+    const QScopedValueRollback quiet(silent_, true);
+    lines_->SetFilterText(text);
+  }
+  RestoreAfterFilter(selected);
+}
+
+void ListBox::SetFilter(std::function<bool(int index)> shows) {
+  const int selected = ListIndex();
+  {
+    const QScopedValueRollback quiet(silent_, true);
+    lines_->SetFilter(std::move(shows));
+  }
+  RestoreAfterFilter(selected);
+}
+
+void ListBox::Refilter() {
+  const int selected = ListIndex();
+  {
+    const QScopedValueRollback quiet(silent_, true);
+    lines_->Refilter();
+  }
+  RestoreAfterFilter(selected);
+}
+
+void ListBox::RestoreAfterFilter(int selected) {
+  SelectSilently(selected);
+  if (selected >= 0 && announced_ < 0) Q_EMIT selectionLost();
+}
+
+int ListBox::ShownCount() const {
+  return lines_->rowCount();
+}
+
+bool ListBox::IsShown(int index) const {
+  return lines_->RowOf(index) >= 0;
+}
+
+// --- order
+
+void ListBox::MoveLine(int from, int to) {
+  lines_->At(from);
+  lines_->At(to);
+  if (from == to) return;
+  int selected = ListIndex();
+  if (selected == from)
+    selected = to;
+  else if (from < selected && selected <= to)
+    --selected;
+  else if (to <= selected && selected < from)
+    ++selected;
+  lines_->Move(from, to);
+  SelectSilently(selected);
+  Q_EMIT lineMoved(from, to);
+}
+
+void ListBox::MoveSelected(int step) {
+  const int from = ListIndex();
+  const int to = from + step;
+  if (from >= 0 && to >= 0 && to < ListCount() && !lines_->IsFiltered()) MoveLine(from, to);
+}
+
+void ListBox::dropEvent(QDropEvent* event) {
+  const int from = ListIndex();
+  const QModelIndex over = indexAt(event->position().toPoint());
+  int gap = over.isValid() ? lines_->IndexOf(over.row()) : ListCount();
+  if (over.isValid() && event->position().y() > visualRect(over).center().y()) ++gap;
+  const int to = gap > from ? gap - 1 : gap;
+  event->accept();
+  if (event->source() == this && from >= 0 && !lines_->IsFiltered()) MoveLine(from, to);
+}
+
+// --- keys, mouse, painting
+
+// The first step of a keyboard into a list without a selection chooses the line it stands on, not the one after it.
+bool ListBox::SelectFromNothing(int key) {
+  const bool steps = key == Qt::Key_Down || key == Qt::Key_Up || key == Qt::Key_Home || key == Qt::Key_Space ||
+                     key == Qt::Key_PageDown || key == Qt::Key_PageUp;
+  if (!steps || ListIndex() >= 0 || ShownCount() == 0) return false;
+  const int row = key == Qt::Key_Home ? 0 : std::max(0, currentIndex().row());
+  SetListIndex(lines_->IndexOf(row));
+  return true;
+}
+
+void ListBox::keyPressEvent(QKeyEvent* event) {
+  const bool alt = event->modifiers() == Qt::AltModifier;
+  if (movable_ && alt && (event->key() == Qt::Key_Up || event->key() == Qt::Key_Down)) {
+    MoveSelected(event->key() == Qt::Key_Up ? -1 : 1);
+    return event->accept();
+  }
+  if (SelectFromNothing(event->key())) return event->accept();
+  QListView::keyPressEvent(event);
+}
+
+void ListBox::mouseDoubleClickEvent(QMouseEvent* event) {
+  QListView::mouseDoubleClickEvent(event);
+  if (event->button() == Qt::LeftButton && indexAt(event->position().toPoint()).isValid()) Q_EMIT doubleClicked();
+}
+
+void ListBox::paintEvent(QPaintEvent* event) {
+  QListView::paintEvent(event);
+  if (ShownCount() > 0 || emptyText_.isEmpty()) return;
+  QPainter painter(viewport());
+  painter.setPen(desktop::TokensFor(palette()).hint);
+  painter.drawText(viewport()->rect().adjusted(16, 16, -16, -16), Qt::AlignCenter | Qt::TextWordWrap, emptyText_);
+}
+
+// While hidden the list may have had any size; only now it is known what can be seen of it.
+void ListBox::showEvent(QShowEvent* event) {
+  QListView::showEvent(event);
+  if (event->spontaneous()) return;
+  executeDelayedItemsLayout();
+  verticalScrollBar()->setValue(0);
+  if (ListIndex() >= 0) scrollTo(currentIndex());
+}
+
+int ListBox::RowHeight() const {
+  return delegate_->RowHeight();
+}
+
+void ListBox::SetRowHeight(int height) {
+  delegate_->SetRowHeight(height);
+  scheduleDelayedItemsLayout();
+}
+
+bool ListBox::IsNumbered() const {
+  return delegate_->IsNumbered();
+}
+
+void ListBox::SetNumbered(bool numbered) {
+  delegate_->SetNumbered(numbered);
+  viewport()->update();
+}
+
+void ListBox::SetMovable(bool movable) {
+  movable_ = movable;
+  setDragDropMode(movable ? InternalMove : NoDragDrop);
+}
+
+void ListBox::SetEmptyText(const QString& text) {
+  emptyText_ = text;
+  viewport()->update();
+}
+
+}  // namespace controls

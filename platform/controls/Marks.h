@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QColor>
+
+#include "platform/controls/ListLine.h"
+
+class QPainter;
+class QPalette;
+class QRectF;
+
+namespace controls {
+
+inline constexpr int kMarkSize = 14;
+
+// The colour of a tone on the background of lists.
+QColor ToneColour(LineTone tone, const QPalette& palette);
+
+// Paints a mark in the middle of `rect`, as large as its shorter side.
+void PaintMark(QPainter& painter, const QRectF& rect, LineMark mark, const QColor& colour);
+
+}  // namespace controls

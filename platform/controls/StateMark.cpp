@@ -1,0 +1,28 @@
+#include "platform/controls/StateMark.h"
+
+#include <QPainter>
+
+#include "platform/controls/Marks.h"
+
+namespace controls {
+
+StateMark::StateMark(QWidget* parent) : QWidget(parent) {
+  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+void StateMark::Show(LineMark mark, LineTone tone) {
+  mark_ = mark;
+  tone_ = tone;
+  update();
+}
+
+QSize StateMark::sizeHint() const {
+  return {kMarkSize, kMarkSize};
+}
+
+void StateMark::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  PaintMark(painter, rect(), mark_, ToneColour(tone_, palette()));
+}
+
+}  // namespace controls

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QWidget>
+
+#include "platform/controls/ListLine.h"
+
+namespace controls {
+
+// One mark on its own, beside a text that says the same in words.
+class StateMark : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit StateMark(QWidget* parent = nullptr);
+
+  void Show(LineMark mark, LineTone tone);
+
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override { return sizeHint(); }
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  LineMark mark_ = LineMark::None;
+  LineTone tone_ = LineTone::Quiet;
+};
+
+}  // namespace controls

@@ -1,0 +1,38 @@
+#include "platform/controls/WaveformPeaks.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace controls {
+
+void WaveformPeaks::Begin(int expected) {
+  peaks_.clear();
+  expected_ = std::max(0, expected);
+  peaks_.reserve(static_cast<std::size_t>(expected_));
+}
+
+void WaveformPeaks::Append(const std::vector<Peak>& peaks) {
+  peaks_.insert(peaks_.end(), peaks.begin(), peaks.end());
+}
+
+WaveformPeaks::Summary WaveformPeaks::Between(double from, double to) const {
+  // A file may turn out a little longer than was expected; then all of it still fits the width.
+  const int total = std::max(expected_, Count());
+  const auto first = std::clamp(static_cast<int>(from * total), 0, std::max(0, total - 1));
+  const auto last = std::clamp(static_cast<int>(std::ceil(to * total)), first + 1, std::max(first + 1, total));
+  if (first >= Count()) return {};
+
+  Summary summary{{}, true};
+  double squares = 0;
+  const int end = std::min(last, Count());
+  for (int i = first; i < end; ++i) {
+    const Peak& peak = peaks_[static_cast<std::size_t>(i)];
+    summary.peak.min = std::min(summary.peak.min, peak.min);
+    summary.peak.max = std::max(summary.peak.max, peak.max);
+    squares += double(peak.rms) * peak.rms;
+  }
+  summary.peak.rms = static_cast<float>(std::sqrt(squares / (end - first)));
+  return summary;
+}
+
+}  // namespace controls

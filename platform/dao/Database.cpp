@@ -1,0 +1,99 @@
+#include "platform/dao/Database.h"
+
+#include "platform/dao/Engine.h"
+#include "platform/dao/SqlText.h"
+#include "platform/dao/Statement.h"
+#include "platform/dao/Storage.h"
+#include "platform/runtime/Error.h"
+
+using namespace Qt::StringLiterals;
+
+namespace dao {
+namespace {
+
+Storage& Opened(const std::shared_ptr<Storage>& storage) {
+  if (!storage) throw runtime::Error(u"De database is gesloten."_s);
+  return *storage;
+}
+
+// INSERT INTO t IN "file": the rows go into another file; both are held for the whole statement.
+int ExecuteInto(const Statement& statement, Storage& source, Storage& target) {
+  const auto writing = target.Begin(Access::Write);
+  const auto reading = source.Begin(Access::Read);
+  const int changed = Engine(statement, source, target).Change();
+  writing->Commit();
+  return changed;
+}
+
+int ExecuteOn(const Statement& statement, Storage& storage) {
+  const auto writing = storage.Begin(Access::Write);
+  const int changed = Engine(statement, storage, storage).Change();
+  writing->Commit();
+  return changed;
+}
+
+}  // namespace
+
+Database::Database(std::shared_ptr<Storage> storage) : storage_(std::move(storage)) {}
+
+Recordset Database::OpenRecordset(const QString& sql) {
+  Storage& storage = Opened(storage_);
+  const Statement statement = ParseStatement(sql);
+  if (statement.verb != Verb::Select) {
+    throw runtime::Error(u"Een recordset kan alleen met SELECT worden geopend.\n%1"_s.arg(Shown(sql)));
+  }
+  const auto reading = storage.Begin(Access::Read);
+  return Recordset(Engine(statement, storage, storage).Select());
+}
+
+int Database::Execute(const QString& sql) {
+  Storage& storage = Opened(storage_);
+  const Statement statement = ParseStatement(sql);
+  if (statement.verb == Verb::Select) {
+    throw runtime::Error(u"Een SELECT-instructie verandert niets en kan niet worden uitgevoerd.\n%1"_s.arg(Shown(sql)));
+  }
+  if (!statement.inFile) return ExecuteOn(statement, storage);
+  const std::unique_ptr<Storage> other = OpenStorage(*statement.inFile);
+  if (other->IsSameFile(storage)) return ExecuteOn(statement, storage);
+  return ExecuteInto(statement, storage, *other);
+}
+
+QStringList Database::TableNames() const {
+  Storage& storage = Opened(storage_);
+  const auto reading = storage.Begin(Access::Read);
+  QStringList names = storage.TableNames();
+  names.sort(Qt::CaseInsensitive);
+  return names;
+}
+
+TableDef Database::Table(const QString& name) const {
+  Storage& storage = Opened(storage_);
+  const auto reading = storage.Begin(Access::Read);
+  const auto table = storage.OpenTable(name);
+  if (!table) throw runtime::Error(u"De tabel '%1' bestaat niet in '%2'."_s.arg(name, storage.PathText()));
+  return table->Definition();
+}
+
+void Database::CreateTable(const TableDef& table) {
+  Storage& storage = Opened(storage_);
+  CheckTableDef(table);
+  const auto writing = storage.Begin(Access::Write);
+  if (storage.OpenTable(table.name)) {
+    throw runtime::Error(u"De tabel '%1' bestaat al in '%2'."_s.arg(table.name, storage.PathText()));
+  }
+  storage.CreateTable(table);
+  writing->Commit();
+}
+
+void Database::Close() {
+  storage_.reset();
+}
+
+Database OpenDatabase(const QString& pathText) {
+  return Database(OpenStorage(pathText));
+}
+void CreateDatabase(const QString& pathText) {
+  CreateStorage(pathText);
+}
+
+}  // namespace dao

@@ -1,0 +1,210 @@
+#include "platform/dao/Engine.h"
+
+#include <QSet>
+
+#include "platform/dao/EngineMessages.h"
+#include "platform/dao/ResultColumn.h"
+#include "platform/dao/SqlFunctions.h"
+#include "platform/dao/SqlText.h"
+#include "platform/runtime/Error.h"
+
+using namespace Qt::StringLiterals;
+
+namespace dao {
+namespace {
+
+// The engine's name for the target of an INSERT into another file: no statement can spell it.
+const QString kTargetInOtherFile = u"]"_s;
+
+// Sixteen-bit text throughout: what comes from a file and goes into a recordset is never encoded again.
+SqliteConnection OpenInMemory() {
+  SetUpSqlite();
+  sqlite3* connection = nullptr;
+  const int result = sqlite3_open16(u":memory:", &connection);
+  SqliteConnection owned(connection);
+  if (result != SQLITE_OK) throw runtime::Error(u"Onvoldoende geheugen voor de SQL-instructie."_s);
+  // A name that does not exist is an error, never a text.
+  sqlite3_db_config(connection, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+  sqlite3_db_config(connection, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+  sqlite3_db_config(connection, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+  sqlite3_exec(connection, "PRAGMA temp_store = MEMORY", nullptr, nullptr, nullptr);  // long lists are sorted in place
+  AddTextOrder(connection);
+  AddSqlFunctions(connection);
+  return owned;
+}
+
+FieldMask MaskOf(const TableDef& table, const QStringList& fields) {
+  FieldMask mask;
+  for (const QString& field : fields)
+    mask.set(static_cast<std::size_t>(table.FieldIndex(field)));
+  return mask;
+}
+
+QStringList Quoted(const QStringList& names) {
+  QStringList quoted;
+  for (const QString& name : names)
+    quoted += QuotedName(name);
+  return quoted;
+}
+
+}  // namespace
+
+Engine::Engine(const Statement& statement, Storage& source, Storage& target)
+    : statement_(statement), source_(source), target_(target), connection_(OpenInMemory()), tables_(connection_.get()) {
+  AddTables();
+  if (statement_.verb != Verb::Select) AddTarget();
+  sqlite3_set_authorizer(connection_.get(), Authorize, this);
+}
+
+void Engine::AddTables() {
+  for (const QString& name : statement_.names) {
+    if (known_.contains(name, Qt::CaseInsensitive)) continue;
+    std::unique_ptr<Table> table = source_.OpenTable(name);
+    if (!table) continue;
+    tables_.Add(name, std::move(table));
+    known_ += name;
+  }
+}
+
+void Engine::AddTarget() {
+  if (&target_ != &source_) {
+    std::unique_ptr<Table> table = target_.OpenTable(statement_.target);
+    if (table) {
+      targetName_ = kTargetInOtherFile;
+      targetPlace_ = static_cast<std::size_t>(known_.size());
+      tables_.Add(targetName_, std::move(table));
+      known_ += targetName_;
+    }
+  } else if (known_.contains(statement_.target, Qt::CaseInsensitive)) {
+    targetName_ = statement_.target;
+    while (known_[static_cast<qsizetype>(targetPlace_)].compare(targetName_, Qt::CaseInsensitive) != 0)
+      ++targetPlace_;
+  }
+  if (targetName_.isEmpty()) {
+    throw runtime::Error(u"De tabel '%1' bestaat niet in '%2'."_s.arg(statement_.target, target_.PathText()));
+  }
+}
+
+std::shared_ptr<const ResultRows> Engine::Select() {
+  const SqliteStatement prepared = Prepared(statement_.body);
+  auto rows = std::make_shared<ResultRows>();
+  const std::vector<ResultColumn> columns = ResultColumnsOf(prepared.get());
+  for (const ResultColumn& column : columns)
+    rows->names += column.Name();
+  int answer = sqlite3_step(prepared.get());
+  for (; answer == SQLITE_ROW; answer = sqlite3_step(prepared.get())) {
+    for (const ResultColumn& column : columns)
+      rows->values.push_back(column.Read(prepared.get()));
+    ++rows->rowCount;
+  }
+  if (answer != SQLITE_DONE) Fail();
+  return rows;
+}
+
+int Engine::Change() {
+  const SqliteStatement prepared = Prepared(statement_.verb == Verb::Insert ? InsertSql() : statement_.body);
+  if (sqlite3_step(prepared.get()) != SQLITE_DONE) Fail();
+  return sqlite3_changes(connection_.get());
+}
+
+QString Engine::InsertSql() {
+  const TableDef& table = tables_.At(targetPlace_).Definition();
+  const QStringList fields = InsertFields(table);
+  tables_.SetGivenFields(targetPlace_, MaskOf(table, fields));
+  return u"INSERT INTO %1 (%2) %3"_s.arg(QuotedName(targetName_), Quoted(fields).join(u", "_s), statement_.body);
+}
+
+// The fields an INSERT fills: those it names; else those that a SELECT's columns are called; else all in order.
+QStringList Engine::InsertFields(const TableDef& table) {
+  QStringList fields = statement_.fields;
+  if (fields.isEmpty() && statement_.fromSelect) fields = NamesOfBody();
+  QSet<int> seen;
+  for (const QString& field : std::as_const(fields)) {
+    const int at = table.FieldIndex(field);
+    if (at < 0) {
+      throw runtime::Error(
+          u"Het veld '%1' bestaat niet in de tabel '%2'.\n%3"_s.arg(field, table.name, Shown(statement_.source)));
+    }
+    if (seen.contains(at)) {
+      throw runtime::Error(
+          u"Het veld '%1' komt tweemaal voor in de SQL-instructie.\n%2"_s.arg(field, Shown(statement_.source)));
+    }
+    seen.insert(at);
+  }
+  if (fields.isEmpty()) {
+    for (const FieldDef& field : table.fields)
+      fields += field.name;
+  }
+  return fields;
+}
+
+QStringList Engine::NamesOfBody() {
+  const SqliteStatement body = Prepared(statement_.body);
+  QStringList names;
+  for (const ResultColumn& column : ResultColumnsOf(body.get()))
+    names += column.Name();
+  return names;
+}
+
+SqliteStatement Engine::Prepared(const QString& sql) {
+  SqliteStatement prepared = Compile(connection_.get(), sql);
+  if (!prepared) Fail();
+  // The body of an INSERT alone may have fewer parameters than texts: never more.
+  for (qsizetype i = 0; i < statement_.texts.size(); ++i) {
+    Bind(prepared.get(), static_cast<int>(i) + 1, Utf16(statement_.texts[i]));
+  }
+  return prepared;
+}
+
+void Engine::Fail() {
+  tables_.RethrowFailure();
+  const QString message = QString::fromUtf8(sqlite3_errmsg(connection_.get()));
+  throw runtime::Error(StatementError(statement_, source_.PathText(), refused_.isEmpty() ? message : refused_));
+}
+
+// Below the rewriter, a second bar: whatever it let through may only read and change the tables of the statement.
+int Engine::Authorize(void* context, int action, const char* first, const char* second, const char* /*database*/,
+                      const char* /*trigger*/) noexcept {
+  auto* engine = static_cast<Engine*>(context);
+  try {
+    switch (action) {
+      case SQLITE_SELECT:
+        return SQLITE_OK;
+      case SQLITE_READ:
+        return engine->MayRead(first, second) ? SQLITE_OK : SQLITE_DENY;
+      case SQLITE_INSERT:
+      case SQLITE_UPDATE:
+      case SQLITE_DELETE:
+        return engine->targetName_.compare(QString::fromUtf8(first), Qt::CaseInsensitive) == 0 ? SQLITE_OK
+                                                                                               : SQLITE_DENY;
+      case SQLITE_FUNCTION:
+        return IsDialectFunction(second) ? SQLITE_OK : SQLITE_DENY;
+      default:
+        return SQLITE_DENY;
+    }
+  } catch (...) {
+    return SQLITE_DENY;
+  }
+}
+
+bool Engine::MayRead(const char* table, const char* field) {
+  const QString tableName = QString::fromUtf8(table);
+  const QString fieldName = QString::fromUtf8(field);
+  if (!known_.contains(tableName, Qt::CaseInsensitive)) {
+    refused_ = u"no such table: "_s + tableName;
+    return false;
+  }
+  const qsizetype place = [&] {
+    qsizetype at = 0;
+    while (known_[at].compare(tableName, Qt::CaseInsensitive) != 0)
+      ++at;
+    return at;
+  }();
+  // The engine's own name of the row identity is no field.
+  if (fieldName.isEmpty() || tables_.At(static_cast<std::size_t>(place)).Definition().FieldIndex(fieldName) >= 0)
+    return true;
+  refused_ = u"no such column: "_s + fieldName;
+  return false;
+}
+
+}  // namespace dao

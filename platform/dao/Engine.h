@@ -1,0 +1,46 @@
+#pragma once
+
+#include <memory>
+
+#include "platform/dao/ResultRows.h"
+#include "platform/dao/Sqlite.h"
+#include "platform/dao/Statement.h"
+#include "platform/dao/Storage.h"
+#include "platform/dao/VirtualTable.h"
+
+namespace dao {
+
+// Carries out one statement: an SQL engine in memory, made for it and gone with it, over the tables that the statement
+// names. The storages must be inside a transaction, which the caller commits once this object is gone.
+class Engine {
+ public:
+  // target: where an INSERT puts its rows; the same as source unless the statement names another file.
+  Engine(const Statement& statement, Storage& source, Storage& target);
+
+  std::shared_ptr<const ResultRows> Select();
+  int Change();  // rows changed
+
+ private:
+  void AddTables();
+  void AddTarget();
+  QString InsertSql();
+  QStringList InsertFields(const TableDef& table);
+  QStringList NamesOfBody();
+  SqliteStatement Prepared(const QString& sql);
+  [[noreturn]] void Fail();
+  static int Authorize(void* engine, int action, const char* first, const char* second, const char* database,
+                       const char* trigger) noexcept;
+  bool MayRead(const char* table, const char* field);
+
+  const Statement& statement_;
+  Storage& source_;
+  Storage& target_;
+  SqliteConnection connection_;
+  VirtualTables tables_;
+  QStringList known_;   // the tables by the names that the engine knows them under
+  QString targetName_;  // likewise, the table that changes
+  std::size_t targetPlace_ = 0;
+  QString refused_;  // what the authorizer refused
+};
+
+}  // namespace dao

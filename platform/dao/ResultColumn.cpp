@@ -1,0 +1,67 @@
+#include "platform/dao/ResultColumn.h"
+
+#include <QDateTime>
+#include <limits>
+#include <string_view>
+
+#include "platform/dao/VirtualTable.h"
+#include "platform/runtime/Dates.h"
+
+namespace dao {
+namespace {
+
+bool IsDeclared(sqlite3_stmt* statement, int column, FieldType type) {
+  const char* declared = sqlite3_column_decltype(statement, column);
+  return declared != nullptr && std::string_view(declared) == DeclaredType(type);
+}
+
+}  // namespace
+
+ResultColumn::ResultColumn(sqlite3_stmt* statement, int column)
+    : column_(column),
+      name_(QString::fromUtf8(sqlite3_column_name(statement, column))),
+      isBoolean_(IsDeclared(statement, column, FieldType::Boolean)),
+      isDate_(IsDeclared(statement, column, FieldType::Date)),
+      isFloating_(
+          IsDeclared(statement, column, FieldType::Single) || IsDeclared(statement, column, FieldType::Double) ||
+          IsDeclared(statement, column, FieldType::Currency) || IsDeclared(statement, column, FieldType::Numeric)) {}
+
+QVariant ResultColumn::Read(sqlite3_stmt* statement) const {
+  switch (sqlite3_column_type(statement, column_)) {
+    case SQLITE_INTEGER:
+      return Whole(sqlite3_column_int64(statement, column_));
+    case SQLITE_FLOAT:
+      return Number(sqlite3_column_double(statement, column_));
+    case SQLITE_TEXT: {
+      const auto* text = static_cast<const QChar*>(sqlite3_column_text16(statement, column_));
+      return QString(text, sqlite3_column_bytes16(statement, column_) / qsizetype{sizeof(QChar)});
+    }
+    case SQLITE_BLOB: {
+      const auto* bytes = static_cast<const char*>(sqlite3_column_blob(statement, column_));
+      return QByteArray(bytes, sqlite3_column_bytes(statement, column_));
+    }
+    default:
+      return {};
+  }
+}
+
+QVariant ResultColumn::Whole(qint64 number) const {
+  if (isBoolean_) return number != 0;
+  if (isDate_ || isFloating_) return Number(static_cast<double>(number));
+  const bool fits = number >= std::numeric_limits<int>::min() && number <= std::numeric_limits<int>::max();
+  return fits ? QVariant(static_cast<int>(number)) : QVariant(number);
+}
+
+QVariant ResultColumn::Number(double number) const {
+  if (isDate_) return runtime::MomentOfDayNumber(number);
+  return number;
+}
+
+std::vector<ResultColumn> ResultColumnsOf(sqlite3_stmt* statement) {
+  std::vector<ResultColumn> columns;
+  for (int i = 0; i < sqlite3_column_count(statement); ++i)
+    columns.emplace_back(statement, i);
+  return columns;
+}
+
+}  // namespace dao

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <sqlite3.h>
+
+#include <QString>
+#include <QVariant>
+#include <vector>
+
+namespace dao {
+
+// A column of a SELECT's result: its name, and its values typed as the field it comes from.
+class ResultColumn {
+ public:
+  ResultColumn(sqlite3_stmt* statement, int column);
+
+  const QString& Name() const { return name_; }
+  QVariant Read(sqlite3_stmt* statement) const;
+
+ private:
+  QVariant Whole(qint64 number) const;
+  QVariant Number(double number) const;
+
+  int column_;
+  QString name_;
+  bool isBoolean_;
+  bool isDate_;
+  bool isFloating_;
+};
+
+std::vector<ResultColumn> ResultColumnsOf(sqlite3_stmt* statement);
+
+}  // namespace dao

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QStringList>
+#include <QVariant>
+#include <cstddef>
+#include <vector>
+
+namespace dao {
+
+// All rows of a SELECT, row by row; names.size() values a row.
+struct ResultRows {
+  QStringList names;
+  std::vector<QVariant> values;
+  int rowCount = 0;
+};
+
+}  // namespace dao

@@ -1,0 +1,203 @@
+#include "platform/dao/Rewriter.h"
+
+#include <QSet>
+
+#include "platform/dao/SqlText.h"
+#include "platform/runtime/Error.h"
+
+using namespace Qt::StringLiterals;
+
+namespace dao {
+namespace {
+
+constexpr int kFirstExpressionNumber = 1000;
+
+// The words of the dialect. Every other word is a name, also where the engine has a meaning for it.
+const QSet<QString>& Keywords() {
+  static const QSet<QString> kWords = {
+      u"SELECT"_s, u"DISTINCT"_s, u"ALL"_s,   u"FROM"_s, u"WHERE"_s,   u"AND"_s,    u"OR"_s,     u"NOT"_s,   u"IN"_s,
+      u"IS"_s,     u"NULL"_s,     u"AS"_s,    u"ON"_s,   u"BETWEEN"_s, u"EXISTS"_s, u"INNER"_s,  u"LEFT"_s,  u"RIGHT"_s,
+      u"OUTER"_s,  u"JOIN"_s,     u"GROUP"_s, u"BY"_s,   u"HAVING"_s,  u"ORDER"_s,  u"ASC"_s,    u"DESC"_s,  u"UNION"_s,
+      u"VALUES"_s, u"SET"_s,      u"INTO"_s,  u"TRUE"_s, u"FALSE"_s,   u"INSERT"_s, u"UPDATE"_s, u"DELETE"_s};
+  return kWords;
+}
+
+const QSet<QString>& Functions() {
+  static const QSet<QString> kNames = {u"MAX"_s, u"MIN"_s, u"COUNT"_s, u"SUM"_s, u"AVG"_s, u"UCASE"_s, u"LCASE"_s};
+  return kNames;
+}
+
+}  // namespace
+
+const Token& Rewriter::Peek(std::size_t ahead) const {
+  return tokens_[std::min(at_ + ahead, tokens_.size() - 1)];
+}
+
+const Token& Rewriter::Next() {
+  const Token& token = Peek();
+  if (at_ + 1 < tokens_.size()) ++at_;
+  return token;
+}
+
+bool Rewriter::Take(const QString& word) {
+  if (!Peek().IsWord(word)) return false;
+  Next();
+  return true;
+}
+
+bool Rewriter::TakeSymbol(const QString& symbol) {
+  if (!Peek().Is(symbol)) return false;
+  Next();
+  return true;
+}
+
+void Rewriter::Expect(const QString& word) {
+  if (!Take(word)) Unexpected();
+}
+
+void Rewriter::ExpectSymbol(const QString& symbol) {
+  if (!TakeSymbol(symbol)) Unexpected();
+}
+
+QString Rewriter::TakeName() {
+  const bool keyword = Peek().kind == TokenKind::Word && Keywords().contains(Peek().text.toUpper());
+  if (!Peek().IsName() || keyword) Unexpected();
+  names_ += Peek().text;
+  return Next().text;
+}
+
+QString Rewriter::TakeField(const QString& table) {
+  const QString name = TakeName();
+  if (!TakeSymbol(u"."_s)) return name;
+  if (name.compare(table, Qt::CaseInsensitive) != 0) Unexpected();
+  return TakeName();
+}
+
+void Rewriter::Unexpected() const {
+  if (Peek().kind == TokenKind::End) ThrowSyntaxError(sql_, u"de instructie is niet volledig"_s);
+  ThrowSyntaxError(sql_, u"'%1' wordt hier niet verwacht"_s.arg(Peek().text));
+}
+
+void Rewriter::Emit(const QString& text) {
+  if (!output_.isEmpty()) output_ += u' ';
+  output_ += text;
+}
+
+void Rewriter::SelectList() {
+  if (Peek().IsWord(u"DISTINCT"_s) || Peek().IsWord(u"ALL"_s)) Pass();
+  for (int number = kFirstExpressionNumber;; ++number) {
+    SelectItem(number);
+    if (!Peek().Is(u","_s)) return;
+    Pass();
+  }
+}
+
+void Rewriter::SelectItem(int number) {
+  const std::size_t first = at_;
+  const std::size_t depth = comparesAsText_.size();
+  while (Peek().kind != TokenKind::End) {
+    const bool outside = comparesAsText_.size() <= depth;
+    if (outside && (Peek().Is(u","_s) || Peek().IsWord(u"FROM"_s) || Peek().IsWord(u"UNION"_s))) break;
+    Pass();
+  }
+  if (first == at_) Unexpected();
+  if (NeedsName(first, at_)) Emit(u"AS "_s + QuotedName(u"Expr%1"_s.arg(number)));
+}
+
+// A field, "table.field", "*", "table.*" and what has an AS keep their names.
+bool Rewriter::NeedsName(std::size_t first, std::size_t last) const {
+  const std::size_t count = last - first;
+  if (count >= 3 && tokens_[last - 2].IsWord(u"AS"_s)) return false;
+  const Token& end = tokens_[last - 1];
+  const bool plain = end.IsName() || end.Is(u"*"_s);
+  return !plain || !(count == 1 || (count == 3 && tokens_[first].IsName() && tokens_[first + 1].Is(u"."_s)));
+}
+
+void Rewriter::Expression() {
+  const std::size_t first = at_;
+  const std::size_t depth = comparesAsText_.size();
+  while (Peek().kind != TokenKind::End) {
+    const bool outside = comparesAsText_.size() <= depth;
+    if (outside && (Peek().Is(u","_s) || Peek().IsWord(u"WHERE"_s))) break;
+    Pass();
+  }
+  if (first == at_) Unexpected();
+}
+
+void Rewriter::OneValueRow() {
+  if (!Peek().Is(u"("_s)) Unexpected();
+  do {
+    Pass();
+  } while (!comparesAsText_.empty() && Peek().kind != TokenKind::End);
+  if (Peek().Is(u","_s)) ThrowSyntaxError(sql_, u"INSERT neemt maar een rij waarden"_s);
+  if (Peek().kind != TokenKind::End) Unexpected();
+}
+
+void Rewriter::Rest() {
+  while (Peek().kind != TokenKind::End)
+    Pass();
+  if (!comparesAsText_.empty()) ThrowSyntaxError(sql_, u"een haakje wordt niet gesloten"_s);
+}
+
+void Rewriter::Pass() {
+  const Token& token = Peek();
+  switch (token.kind) {
+    case TokenKind::Word:
+      return PassWord();
+    case TokenKind::Name:
+      return PassName(Next().text);
+    case TokenKind::Text:
+      return PassText(Next().text);
+    case TokenKind::Number:
+      return Emit(Next().text);
+    case TokenKind::Symbol:
+      return PassSymbol(Next().text);
+    case TokenKind::End:
+      return;
+  }
+}
+
+void Rewriter::PassWord() {
+  const QString word = Peek().text.toUpper();
+  const bool behindPoint = at_ > 0 && tokens_[at_ - 1].Is(u"."_s);
+  const bool function = Peek(1).Is(u"("_s);
+  if (behindPoint) return PassName(Next().text);
+  if (function && Functions().contains(word)) return PassFunction();
+  if (!Keywords().contains(word)) {
+    if (function) ThrowSyntaxError(sql_, u"de functie '%1' wordt niet ondersteund"_s.arg(Peek().text));
+    return PassName(Next().text);
+  }
+  Next();
+  if (word == u"TRUE"_s) return Emit(u"(-1)"_s);
+  if (word == u"FALSE"_s) return Emit(u"0"_s);
+  Emit(word);
+}
+
+void Rewriter::PassFunction() {
+  const QString function = Next().text.toUpper();
+  Emit(function);
+  PassSymbol(Next().text);
+  comparesAsText_.back() = function == u"UCASE"_s || function == u"LCASE"_s;
+}
+
+void Rewriter::PassName(const QString& name) {
+  names_ += name;
+  Emit(QuotedName(name));
+}
+
+void Rewriter::PassText(const QString& value) {
+  texts_ += value;
+  Emit(u"?%1"_s.arg(texts_.size()));
+}
+
+void Rewriter::PassSymbol(const QString& symbol) {
+  if (symbol == u"/"_s) return Emit(u"* 1.0 /"_s);  // 5 / 2 is 2.5
+  Emit(symbol);
+  if (symbol == u"("_s) comparesAsText_.push_back(false);
+  if (symbol != u")"_s) return;
+  if (comparesAsText_.empty()) ThrowSyntaxError(sql_, u"een haakje te veel"_s);
+  if (comparesAsText_.back()) Emit(u"COLLATE jet"_s);
+  comparesAsText_.pop_back();
+}
+
+}  // namespace dao

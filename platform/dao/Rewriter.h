@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <vector>
+
+#include "platform/dao/Tokens.h"
+
+namespace dao {
+
+// Walks over the tokens of one statement and writes them down for the SQL engine. Steps that take look at what the
+// statement says and write nothing; the others write what they pass. Every Error shows the statement.
+class Rewriter {
+ public:
+  explicit Rewriter(const QString& sql) : sql_(sql), tokens_(Tokenise(sql)) {}
+
+  const Token& Peek(std::size_t ahead = 0) const;
+  const Token& Next();
+  bool Take(const QString& word);
+  bool TakeSymbol(const QString& symbol);
+  void Expect(const QString& word);
+  void ExpectSymbol(const QString& symbol);
+  QString TakeName();
+  QString TakeField(const QString& table);  // a name, or the table and a name
+  [[noreturn]] void Unexpected() const;
+
+  void Emit(const QString& text);
+  // What stands between SELECT and its FROM. An expression without a name gets one: Expr1000, Expr1001, ...
+  void SelectList();
+  void Expression();   // up to a comma or WHERE outside of brackets
+  void OneValueRow();  // "(...)" and then the end
+  void Rest();
+
+  QString Output() const { return output_; }
+  QStringList Texts() const { return texts_; }
+  QStringList Names() const { return names_; }
+
+ private:
+  void Pass();
+  void PassWord();
+  void PassFunction();
+  void PassName(const QString& name);
+  void PassText(const QString& value);
+  void PassSymbol(const QString& symbol);
+  void SelectItem(int number);
+  bool NeedsName(std::size_t first, std::size_t last) const;
+
+  const QString sql_;
+  const std::vector<Token> tokens_;
+  std::size_t at_ = 0;
+  QString output_;
+  QStringList texts_;
+  QStringList names_;
+  std::vector<bool> comparesAsText_;  // a flag an open bracket: its function's result follows the text order
+};
+
+}  // namespace dao

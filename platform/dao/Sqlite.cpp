@@ -1,0 +1,100 @@
+#include "platform/dao/Sqlite.h"
+
+#include "platform/dao/TextOrder.h"
+
+namespace dao {
+namespace {
+
+int CompareCallback(void* /*unused*/, int leftBytes, const void* left, int rightBytes, const void* right) {
+  const auto view = [](const void* text, int bytes) {
+    return std::u16string_view(static_cast<const char16_t*>(text), static_cast<std::size_t>(bytes) / sizeof(char16_t));
+  };
+  return CompareText(view(left, leftBytes), view(right, rightBytes));
+}
+
+}  // namespace
+
+void SetUpSqlite() {
+  static const bool kDone = [] {
+    sqlite3_config(SQLITE_CONFIG_MULTITHREAD);
+    sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
+    return sqlite3_initialize() == SQLITE_OK;
+  }();
+  static_cast<void>(kDone);
+}
+
+void AddTextOrder(sqlite3* connection) {
+  sqlite3_create_collation_v2(connection, kTextOrderName, SQLITE_UTF16_ALIGNED, nullptr, CompareCallback, nullptr);
+}
+
+ValueView ValueOf(sqlite3_value* value) {
+  switch (sqlite3_value_type(value)) {
+    case SQLITE_INTEGER:
+      return std::int64_t{sqlite3_value_int64(value)};
+    case SQLITE_FLOAT:
+      return sqlite3_value_double(value);
+    case SQLITE_TEXT: {
+      const auto* text = static_cast<const char16_t*>(sqlite3_value_text16(value));
+      return std::u16string_view(text, static_cast<std::size_t>(sqlite3_value_bytes16(value)) / sizeof(char16_t));
+    }
+    case SQLITE_BLOB: {
+      const auto* bytes = static_cast<const std::uint8_t*>(sqlite3_value_blob(value));
+      return std::span<const std::uint8_t>(bytes, static_cast<std::size_t>(sqlite3_value_bytes(value)));
+    }
+    default:
+      return {};
+  }
+}
+
+void Bind(sqlite3_stmt* statement, int parameter, const ValueView& value) {
+  if (const auto* whole = std::get_if<std::int64_t>(&value)) {
+    sqlite3_bind_int64(statement, parameter, *whole);
+  } else if (const auto* number = std::get_if<double>(&value)) {
+    sqlite3_bind_double(statement, parameter, *number);
+  } else if (const auto* text = std::get_if<std::u16string_view>(&value)) {
+    static constexpr char16_t kEmpty[] = u"";
+    sqlite3_bind_text16(statement, parameter, text->empty() ? kEmpty : text->data(),
+                        static_cast<int>(text->size() * sizeof(char16_t)), SQLITE_TRANSIENT);
+  } else if (const auto* bytes = std::get_if<std::span<const std::uint8_t>>(&value)) {
+    if (bytes->empty()) {
+      sqlite3_bind_zeroblob(statement, parameter, 0);
+    } else {
+      sqlite3_bind_blob(statement, parameter, bytes->data(), static_cast<int>(bytes->size()), SQLITE_TRANSIENT);
+    }
+  } else {
+    sqlite3_bind_null(statement, parameter);
+  }
+}
+
+void SetResult(sqlite3_context* context, const ValueView& value) {
+  if (const auto* whole = std::get_if<std::int64_t>(&value)) {
+    sqlite3_result_int64(context, *whole);
+  } else if (const auto* number = std::get_if<double>(&value)) {
+    sqlite3_result_double(context, *number);
+  } else if (const auto* text = std::get_if<std::u16string_view>(&value)) {
+    static constexpr char16_t kEmpty[] = u"";
+    sqlite3_result_text16(context, text->empty() ? kEmpty : text->data(),
+                          static_cast<int>(text->size() * sizeof(char16_t)), SQLITE_TRANSIENT);
+  } else if (const auto* bytes = std::get_if<std::span<const std::uint8_t>>(&value)) {
+    if (bytes->empty()) {
+      sqlite3_result_zeroblob(context, 0);
+    } else {
+      sqlite3_result_blob(context, bytes->data(), static_cast<int>(bytes->size()), SQLITE_TRANSIENT);
+    }
+  } else {
+    sqlite3_result_null(context);
+  }
+}
+
+QString TextOf(sqlite3_value* value) {
+  const auto* text = static_cast<const QChar*>(sqlite3_value_text16(value));
+  return QString(text, static_cast<qsizetype>(sqlite3_value_bytes16(value)) / qsizetype{sizeof(QChar)});
+}
+
+SqliteStatement Compile(sqlite3* connection, const QString& sql) {
+  sqlite3_stmt* statement = nullptr;
+  sqlite3_prepare16_v2(connection, sql.utf16(), -1, &statement, nullptr);
+  return SqliteStatement(statement);
+}
+
+}  // namespace dao

@@ -1,0 +1,122 @@
+#include "platform/dao/Statement.h"
+
+#include "platform/dao/Rewriter.h"
+#include "platform/dao/SqlText.h"
+#include "platform/runtime/Error.h"
+
+using namespace Qt::StringLiterals;
+
+namespace dao {
+namespace {
+
+// The part of each verb that decides where rows go; the Rewriter takes the rest.
+class Parser {
+ public:
+  explicit Parser(const QString& sql) : in_(sql) { statement_.source = sql; }
+
+  Statement Run() {
+    if (in_.Take(u"SELECT"_s)) {
+      in_.Emit(u"SELECT"_s);
+      in_.SelectList();
+    } else if (in_.Take(u"INSERT"_s)) {
+      Insert();
+    } else if (in_.Take(u"UPDATE"_s)) {
+      Update();
+    } else if (in_.Take(u"DELETE"_s)) {
+      Delete();
+    } else {
+      RefuseVerb();
+    }
+    in_.Rest();
+    statement_.body = in_.Output();
+    statement_.texts = in_.Texts();
+    statement_.names = in_.Names();
+    return statement_;
+  }
+
+ private:
+  [[noreturn]] void RefuseVerb() {
+    if (in_.Peek().kind == TokenKind::End) throw runtime::Error(u"De SQL-instructie is leeg."_s);
+    throw runtime::Error(
+        u"De instructie '%1' wordt niet ondersteund, alleen SELECT, INSERT, UPDATE en DELETE.\n%2"_s.arg(
+            in_.Peek().text.toUpper(), Shown(statement_.source)));
+  }
+
+  void Insert() {
+    statement_.verb = Verb::Insert;
+    in_.Expect(u"INTO"_s);
+    statement_.target = in_.TakeName();
+    if (in_.TakeSymbol(u"("_s)) FieldList();
+    if (in_.Take(u"IN"_s)) InFile();
+    if (in_.Take(u"VALUES"_s)) {
+      in_.Emit(u"VALUES"_s);
+      in_.OneValueRow();
+    } else {
+      in_.Expect(u"SELECT"_s);
+      statement_.fromSelect = true;
+      in_.Emit(u"SELECT"_s);
+      in_.SelectList();
+    }
+  }
+
+  void FieldList() {
+    do {
+      AddField(in_.TakeName());
+    } while (in_.TakeSymbol(u","_s));
+    in_.ExpectSymbol(u")"_s);
+  }
+
+  void InFile() {
+    if (in_.Peek().kind != TokenKind::Text) in_.Unexpected();
+    statement_.inFile = in_.Next().text;
+  }
+
+  void Update() {
+    statement_.verb = Verb::Update;
+    statement_.target = in_.TakeName();
+    in_.Expect(u"SET"_s);
+    in_.Emit(u"UPDATE "_s + QuotedName(statement_.target) + u" SET"_s);
+    while (true) {
+      const QString field = in_.TakeField(statement_.target);
+      AddField(field);
+      in_.ExpectSymbol(u"="_s);
+      in_.Emit(QuotedName(field) + u" ="_s);
+      in_.Expression();
+      if (!in_.TakeSymbol(u","_s)) break;
+      in_.Emit(u","_s);
+    }
+    RequireWhereOrEnd();
+  }
+
+  void Delete() {
+    statement_.verb = Verb::Delete;
+    in_.TakeSymbol(u"*"_s);
+    in_.Expect(u"FROM"_s);
+    statement_.target = in_.TakeName();
+    in_.Emit(u"DELETE FROM "_s + QuotedName(statement_.target));
+    RequireWhereOrEnd();
+  }
+
+  void RequireWhereOrEnd() {
+    if (in_.Peek().kind != TokenKind::End && !in_.Peek().IsWord(u"WHERE"_s)) in_.Unexpected();
+  }
+
+  void AddField(const QString& field) {
+    if (statement_.fields.contains(field, Qt::CaseInsensitive)) {
+      throw runtime::Error(
+          u"Het veld '%1' komt tweemaal voor in de SQL-instructie.\n%2"_s.arg(field, Shown(statement_.source)));
+    }
+    statement_.fields += field;
+  }
+
+  Rewriter in_;
+  Statement statement_;
+};
+
+}  // namespace
+
+Statement ParseStatement(const QString& sql) {
+  return Parser(sql).Run();
+}
+
+}  // namespace dao

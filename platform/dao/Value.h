@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+namespace dao {
+
+using Bytes = std::vector<std::uint8_t>;
+
+// What a field holds below the SQL engine, by the field's type: NULL; a whole number (Boolean as -1 or 0, Byte,
+// Integer, Long); a floating-point number (Single, Double, Currency, Numeric, and Date as days since 30-12-1899);
+// text (Text, Memo, Guid in braces); bytes (Binary).
+using Value = std::variant<std::monostate, std::int64_t, double, std::u16string, Bytes>;
+
+// The same without owning text and bytes.
+using ValueView =
+    std::variant<std::monostate, std::int64_t, double, std::u16string_view, std::span<const std::uint8_t>>;
+
+inline bool IsNull(const Value& value) {
+  return std::holds_alternative<std::monostate>(value);
+}
+
+inline ValueView View(const Value& value) {
+  return std::visit([](const auto& held) -> ValueView { return held; }, value);
+}
+
+}  // namespace dao

@@ -1,0 +1,247 @@
+#include "platform/dao/VirtualTable.h"
+
+#include <cstdlib>
+
+#include "platform/dao/Conversion.h"
+#include "platform/dao/Plan.h"
+#include "platform/dao/SqlText.h"
+#include "platform/dao/Sqlite.h"
+#include "platform/runtime/Error.h"
+
+using namespace Qt::StringLiterals;
+
+namespace dao {
+namespace {
+
+struct OpenTable : sqlite3_vtab {
+  VirtualTables* tables = nullptr;
+  std::size_t place = 0;
+  std::vector<Plan> plans;  // what the engine was offered while it compiled; it names the one chosen by its place
+
+  Table& Stored() const { return tables->At(place); }
+  const TableDef& Definition() const { return Stored().Definition(); }
+};
+
+struct OpenCursor : sqlite3_vtab_cursor {
+  std::unique_ptr<Cursor> rows;
+  bool atEnd = true;
+
+  OpenTable& Owner() const { return *static_cast<OpenTable*>(pVtab); }
+};
+
+template <class Action>
+int Guarded(VirtualTables* tables, Action action) noexcept {
+  try {
+    action();
+    return SQLITE_OK;
+  } catch (...) {
+    tables->KeepFailure(std::current_exception());
+    return SQLITE_ERROR;
+  }
+}
+
+QString Declaration(const TableDef& table) {
+  QStringList columns;
+  for (const FieldDef& field : table.fields) {
+    columns += QuotedName(field.name) + u' ' + QLatin1StringView(DeclaredType(field.type)) + u" COLLATE "_s +
+               QLatin1StringView(kTextOrderName);
+  }
+  return u"CREATE TABLE t ("_s + columns.join(u", "_s) + u')';
+}
+
+int Connect(sqlite3* connection, void* context, int /*count*/, const char* const* arguments, sqlite3_vtab** made,
+            char** /*message*/) {
+  auto* tables = static_cast<VirtualTables*>(context);
+  int answer = SQLITE_OK;
+  const int failed = Guarded(tables, [&] {
+    auto table = std::make_unique<OpenTable>();
+    table->tables = tables;
+    table->place = std::strtoul(arguments[3], nullptr, 10);
+    answer = sqlite3_declare_vtab(connection, Declaration(table->Definition()).toUtf8().constData());
+    if (answer == SQLITE_OK) *made = table.release();
+  });
+  return failed != SQLITE_OK ? failed : answer;
+}
+
+// Apart from Connect: the engine takes a module with one function for both as usable without a declaration.
+int Create(sqlite3* connection, void* context, int count, const char* const* arguments, sqlite3_vtab** made,
+           char** message) {
+  return Connect(connection, context, count, arguments, made, message);
+}
+
+int Disconnect(sqlite3_vtab* table) {
+  delete static_cast<OpenTable*>(table);
+  return SQLITE_OK;
+}
+
+int BestIndex(sqlite3_vtab* base, sqlite3_index_info* info) {
+  auto* table = static_cast<OpenTable*>(base);
+  return Guarded(table->tables, [&] {
+    info->idxNum = static_cast<int>(table->plans.size());
+    table->plans.push_back(ChoosePlan(table->Definition(), info));
+  });
+}
+
+int Open(sqlite3_vtab* base, sqlite3_vtab_cursor** made) {
+  return Guarded(static_cast<OpenTable*>(base)->tables, [&] { *made = new OpenCursor; });
+}
+
+int Close(sqlite3_vtab_cursor* cursor) {
+  delete static_cast<OpenCursor*>(cursor);
+  return SQLITE_OK;
+}
+
+int Filter(sqlite3_vtab_cursor* base, int plan, const char* /*text*/, int count, sqlite3_value** values) {
+  auto* cursor = static_cast<OpenCursor*>(base);
+  OpenTable& table = cursor->Owner();
+  return Guarded(table.tables, [&] {
+    cursor->rows.reset();
+    cursor->rows = Begin(table.plans[static_cast<std::size_t>(plan)], table.Stored(), count, values);
+    cursor->atEnd = !cursor->rows->Next();
+  });
+}
+
+int Next(sqlite3_vtab_cursor* base) {
+  auto* cursor = static_cast<OpenCursor*>(base);
+  return Guarded(cursor->Owner().tables, [&] { cursor->atEnd = !cursor->rows->Next(); });
+}
+
+int AtEnd(sqlite3_vtab_cursor* cursor) {
+  return static_cast<int>(static_cast<OpenCursor*>(cursor)->atEnd);
+}
+
+int Column(sqlite3_vtab_cursor* base, sqlite3_context* context, int column) {
+  auto* cursor = static_cast<OpenCursor*>(base);
+  // A field that an UPDATE leaves alone is not even read.
+  if (sqlite3_vtab_nochange(context) != 0) return SQLITE_OK;
+  return Guarded(cursor->Owner().tables,
+                 [&] { SetResult(context, cursor->rows->Field(static_cast<std::size_t>(column))); });
+}
+
+int Identity(sqlite3_vtab_cursor* base, sqlite3_int64* row) {
+  auto* cursor = static_cast<OpenCursor*>(base);
+  return Guarded(cursor->Owner().tables, [&] { *row = cursor->rows->Id(); });
+}
+
+// The engine hands over the old identity, the new one and then the fields.
+constexpr int kFirstField = 2;
+
+void InsertRow(const OpenTable& table, sqlite3_value** values) {
+  const TableDef& definition = table.Definition();
+  const FieldMask& given = table.tables->Given(table.place);
+  std::vector<Value> row;
+  row.reserve(static_cast<std::size_t>(definition.fields.size()));
+  for (int i = 0; i < definition.fields.size(); ++i) {
+    const FieldDef& field = definition.fields[i];
+    const bool isGiven = given[static_cast<std::size_t>(i)];
+    const Value absent = isGiven ? Value() : ValueOfVariant(field.defaultValue);
+    row.push_back(ConvertToField(definition.name, field, isGiven ? ValueOf(values[kFirstField + i]) : View(absent)));
+  }
+  table.Stored().Insert(row);
+}
+
+void UpdateRow(const OpenTable& table, RowId identity, sqlite3_value** values) {
+  const TableDef& definition = table.Definition();
+  std::vector<FieldValue> changes;
+  for (int i = 0; i < definition.fields.size(); ++i) {
+    sqlite3_value* value = values[kFirstField + i];
+    if (sqlite3_value_nochange(value) != 0) continue;
+    changes.emplace_back(i, ConvertToField(definition.name, definition.fields[i], ValueOf(value)));
+  }
+  table.Stored().Update(identity, changes);
+}
+
+int Update(sqlite3_vtab* base, int count, sqlite3_value** values, sqlite3_int64* /*identity*/) {
+  auto* table = static_cast<OpenTable*>(base);
+  return Guarded(table->tables, [&] {
+    if (count == 1) {
+      table->Stored().Delete(sqlite3_value_int64(values[0]));
+    } else if (sqlite3_value_type(values[0]) == SQLITE_NULL) {
+      InsertRow(*table, values);
+    } else {
+      UpdateRow(*table, sqlite3_value_int64(values[0]), values);
+    }
+  });
+}
+
+const sqlite3_module* Module() {
+  static const sqlite3_module kModule = [] {
+    sqlite3_module module{};
+    module.xCreate = Create;
+    module.xConnect = Connect;
+    module.xBestIndex = BestIndex;
+    module.xDisconnect = Disconnect;
+    module.xDestroy = Disconnect;
+    module.xOpen = Open;
+    module.xClose = Close;
+    module.xFilter = Filter;
+    module.xNext = Next;
+    module.xEof = AtEnd;
+    module.xColumn = Column;
+    module.xRowid = Identity;
+    module.xUpdate = Update;
+    return module;
+  }();
+  return &kModule;
+}
+
+constexpr const char* kModuleName = "stored";
+
+}  // namespace
+
+VirtualTables::VirtualTables(sqlite3* connection) : connection_(connection) {
+  sqlite3_create_module_v2(connection, kModuleName, Module(), this, nullptr);
+}
+
+void VirtualTables::Add(const QString& name, std::unique_ptr<Table> table) {
+  const std::size_t place = entries_.size();
+  entries_.push_back({std::move(table), {}});
+  const QString sql =
+      u"CREATE VIRTUAL TABLE %1 USING %2(%3)"_s.arg(QuotedName(name)).arg(QLatin1StringView(kModuleName)).arg(place);
+  const SqliteStatement statement = Compile(connection_, sql);
+  const bool made = statement && sqlite3_step(statement.get()) == SQLITE_DONE;
+  RethrowFailure();
+  if (!made) {
+    throw runtime::Error(
+        u"De tabel '%1' is niet bruikbaar: %2."_s.arg(name, QString::fromUtf8(sqlite3_errmsg(connection_))));
+  }
+}
+
+void VirtualTables::RethrowFailure() const {
+  if (failure_) std::rethrow_exception(failure_);
+}
+
+const char* DeclaredType(FieldType type) {
+  // The engine reads an affinity from the letters: TEXT, BLOB, DOUB and INT count, every other name is a number.
+  switch (type) {
+    case FieldType::Boolean:
+      return "BOOLEAN";
+    case FieldType::Byte:
+      return "BYTE";
+    case FieldType::Integer:
+      return "INTEGER";
+    case FieldType::Long:
+      return "LONG";
+    case FieldType::Currency:
+      return "CURRENCY";
+    case FieldType::Single:
+      return "SINGLE";
+    case FieldType::Double:
+      return "DOUBLE";
+    case FieldType::Date:
+      return "DATE";
+    case FieldType::Text:
+      return "TEXT";
+    case FieldType::Memo:
+      return "MEMOTEXT";
+    case FieldType::Binary:
+      return "BLOB";
+    case FieldType::Guid:
+      return "GUIDTEXT";
+    case FieldType::Numeric:
+      return "NUMERIC";
+  }
+  return "";
+}
+
+}  // namespace dao

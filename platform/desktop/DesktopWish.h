@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QObject>
+#include <optional>
+
+#include "platform/desktop/Theme.h"
+
+namespace desktop {
+
+// Whether the desktop wishes light or dark windows; nothing when it does not say, or not within half a second.
+std::optional<Variant> DesktopWish();
+
+// Calls `slot` of `listener` (SLOT(...)) when the wish may have changed.
+void WatchDesktopWish(QObject* listener, const char* slot);
+
+}  // namespace desktop

@@ -1,0 +1,94 @@
+#include "platform/desktop/FileChooser.h"
+
+#include <QFileDialog>
+#include <QFileInfo>
+
+#include "platform/desktop/Owner.h"
+#include "platform/desktop/WaitPointer.h"
+
+namespace desktop {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+FileChooserScript* youngest = nullptr;
+
+// The host tells upper from lower case, the people who named the files did not.
+QString BothCases(const QString& patterns) {
+  QStringList all;
+  for (const QString& pattern : patterns.split(u';', Qt::SkipEmptyParts))
+    for (const QString& form : {pattern.trimmed(), pattern.trimmed().toLower(), pattern.trimmed().toUpper()})
+      if (!all.contains(form)) all << form;
+  return all.join(u' ');
+}
+
+QString Answer(QFileDialog& dialog) {
+  const ArrowPointer arrow;
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
+  return dialog.selectedFiles().constFirst();
+}
+
+}  // namespace
+
+QStringList NameFilters(const QString& filter) {
+  const QStringList parts = filter.split(u'|');
+  QStringList filters;
+  for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+    QString description = parts[i];
+    description = description.left(description.indexOf(u'(')).trimmed();
+    filters << QString(description + u" ("_s + BothCases(parts[i + 1]) + u')');
+  }
+  return filters;
+}
+
+QString FileChooser::ShowOpen(QWidget* owner) {
+  const QString folder = fileName_.isEmpty() ? startFolder_ : QFileInfo(fileName_).path();
+  QString chosen;
+  if (FileChooserScript* script = FileChooserScript::Active()) {
+    chosen = script->Take({title_, filter_, folder});
+  } else {
+    QFileDialog dialog(OwnerOrActive(owner), title_, folder);
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.setNameFilters(NameFilters(filter_));
+    if (!fileName_.isEmpty()) dialog.selectFile(fileName_);
+    chosen = Answer(dialog);
+  }
+  if (!chosen.isEmpty()) fileName_ = chosen;
+  return fileName_;
+}
+
+QString ChooseFolder(QWidget* owner, const QString& prompt, const QString& startFolder, bool mayCreate) {
+  QString chosen;
+  if (FileChooserScript* script = FileChooserScript::Active()) {
+    chosen = script->Take({prompt, {}, startFolder});
+  } else {
+    QFileDialog dialog(OwnerOrActive(owner), prompt, startFolder);
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly);
+    dialog.setOption(QFileDialog::ReadOnly, !mayCreate);
+    chosen = Answer(dialog);
+  }
+  return chosen.isEmpty() ? startFolder : chosen;
+}
+
+FileChooserScript::FileChooserScript() : older_(youngest) {
+  youngest = this;
+}
+
+FileChooserScript::~FileChooserScript() {
+  youngest = older_;
+}
+
+FileChooserScript* FileChooserScript::Active() {
+  return youngest;
+}
+
+QString FileChooserScript::Take(const ShownFileChooser& request) {
+  shown_.push_back(request);
+  if (answers_.empty()) return {};
+  const QString answer = answers_.front();
+  answers_.pop_front();
+  return answer;
+}
+
+}  // namespace desktop

@@ -1,0 +1,143 @@
+#include "platform/desktop/Icons.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QIconEngine>
+#include <QPainter>
+#include <QPalette>
+#include <QPixmapCache>
+#include <QSvgRenderer>
+
+#include "platform/desktop/Tokens.h"
+
+// Q_INIT_RESOURCE must stand outside of any namespace.
+static void NeedIconResources() {
+  Q_INIT_RESOURCE(desktop);
+}
+
+namespace desktop {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+constexpr int kAccentFrom = 24;  // logical pixels from which one element may carry the accent
+
+QString FileOf(const QString& name) {
+  NeedIconResources();
+  return u":/spotrooster/icons/"_s + name + u".svg"_s;
+}
+
+// The drawing with its lines in `colour`, the elements marked as accent in `accent`.
+QByteArray Tinted(const QString& name, const QColor& colour, const QColor& accent) {
+  QFile file(FileOf(name));
+  if (!file.open(QIODevice::ReadOnly)) return {};
+  QByteArray drawing = file.readAll();
+  for (const QByteArray attribute : {"stroke", "fill"}) {
+    const QByteArray own = attribute + QByteArrayLiteral("=\"currentColor\"");
+    const QByteArray marked = QByteArrayLiteral("class=\"accent\" ") + own;
+    drawing.replace(marked, QByteArray(attribute + "=\"" + accent.name().toLatin1() + "\""));
+    drawing.replace(own, QByteArray(attribute + "=\"" + colour.name().toLatin1() + "\""));
+  }
+  return drawing;
+}
+
+QPixmap Rendered(const QByteArray& drawing, const QSize& size) {
+  QPixmap pixmap(size);
+  pixmap.fill(Qt::transparent);
+  QPainter painter(&pixmap);
+  QSvgRenderer(drawing).render(&painter, QRectF(QPointF(), QSizeF(size)));
+  return pixmap;
+}
+
+QColor TintColour(IconTint tint, QIcon::Mode mode) {
+  const QPalette palette = QApplication::palette();
+  const Tokens& tokens = TokensFor(palette);
+  if (mode == QIcon::Disabled) return palette.color(QPalette::Disabled, QPalette::ButtonText);
+  if (mode == QIcon::Selected || tint == IconTint::OnHighlight) return palette.color(QPalette::HighlightedText);
+  switch (tint) {
+    case IconTint::Accent:
+      return tokens.accent;
+    case IconTint::Danger:
+      return tokens.danger;
+    case IconTint::Warning:
+      return tokens.ends;
+    case IconTint::Quiet:
+      return tokens.hint;
+    case IconTint::OnHighlight:
+    case IconTint::Text:
+      break;
+  }
+  return palette.color(QPalette::ButtonText);
+}
+
+// Looks its colours up at every painting, so that an icon set once follows the palette.
+class TintedEngine : public QIconEngine {
+ public:
+  TintedEngine(QString name, IconTint tint) : name_(std::move(name)), tint_(tint) {}
+
+  void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override {
+    const qreal scale = painter->device()->devicePixelRatio();
+    painter->drawPixmap(rect, scaledPixmap(rect.size() * scale, mode, state, scale));
+  }
+
+  QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+    return scaledPixmap(size, mode, state, 1.0);
+  }
+
+  // `size` in device pixels.
+  QPixmap scaledPixmap(const QSize& size, QIcon::Mode mode, QIcon::State, qreal scale) override {
+    const QColor colour = TintColour(tint_, mode);
+    const bool mayAccent = tint_ == IconTint::Text && mode == QIcon::Normal;
+    const bool large = std::min(size.width(), size.height()) >= kAccentFrom * scale;
+    const QColor accent = mayAccent && large ? TokensFor(QApplication::palette()).accent : colour;
+    const QString key =
+        u"spotrooster:%1:%2:%3:%4:%5"_s.arg(name_, colour.name(), accent.name()).arg(size.width()).arg(size.height());
+    QPixmap pixmap;
+    if (QPixmapCache::find(key, &pixmap)) return pixmap;
+    pixmap = Rendered(Tinted(name_, colour, accent), size);
+    QPixmapCache::insert(key, pixmap);
+    return pixmap;
+  }
+
+  QIconEngine* clone() const override { return new TintedEngine(*this); }
+  QString key() const override { return u"spotrooster"_s; }
+  QString iconName() override { return name_; }
+  bool isNull() override { return false; }
+
+ private:
+  QString name_;
+  IconTint tint_;
+};
+
+}  // namespace
+
+QIcon Icon(const QString& name, IconTint tint) {
+  return QFile::exists(FileOf(name)) ? QIcon(new TintedEngine(name, tint)) : QIcon();
+}
+
+QIcon AppIcon() {
+  const QByteArray drawing = Tinted(u"spotrooster"_s, QColor(), QColor());
+  QIcon icon;
+  for (const int side : {16, 24, 32, 48, 64, 128, 256})
+    icon.addPixmap(Rendered(drawing, QSize(side, side)));
+  return icon;
+}
+
+QStringList IconNames() {
+  NeedIconResources();
+  QStringList names = QDir(u":/spotrooster/icons"_s).entryList({u"*.svg"_s}, QDir::Files, QDir::Name);
+  for (QString& name : names)
+    name.chop(4);
+  names.removeAll(u"spotrooster"_s);
+  return names;
+}
+
+void PaintIcon(QPainter& painter, const QRect& rect, const QString& name, const QColor& colour) {
+  const int side = std::min(rect.width(), rect.height());
+  QRectF square(0, 0, side, side);
+  square.moveCenter(QRectF(rect).center());
+  QSvgRenderer(Tinted(name, colour, colour)).render(&painter, square);
+}
+
+}  // namespace desktop

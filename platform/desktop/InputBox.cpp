@@ -1,0 +1,42 @@
+#include "platform/desktop/InputBox.h"
+
+#include "platform/desktop/InputDialog.h"
+#include "platform/desktop/Owner.h"
+#include "platform/desktop/WaitPointer.h"
+
+namespace desktop {
+namespace {
+
+InputBoxScript* youngest = nullptr;
+
+}  // namespace
+
+std::optional<QString> AskText(QWidget* owner, const QString& prompt, const QString& title,
+                               const QString& defaultText) {
+  const ArrowPointer arrow;
+  InputDialog dialog(OwnerOrActive(owner), prompt, title, defaultText);
+  if (InputBoxScript* script = InputBoxScript::Active()) dialog.Obey(*script);
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  return dialog.Typed();
+}
+
+InputBoxScript::InputBoxScript() : older_(youngest) {
+  youngest = this;
+}
+
+InputBoxScript::~InputBoxScript() {
+  youngest = older_;
+}
+
+InputBoxScript* InputBoxScript::Active() {
+  return youngest;
+}
+
+std::optional<QString> InputBoxScript::TakeAnswer() {
+  if (answers_.empty()) return std::nullopt;
+  std::optional<QString> answer = answers_.front();
+  answers_.pop_front();
+  return answer;
+}
+
+}  // namespace desktop

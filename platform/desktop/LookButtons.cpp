@@ -1,0 +1,184 @@
+#include <QAbstractButton>
+#include <QPainter>
+#include <QPainterPath>
+#include <QStyle>
+#include <QWidget>
+
+#include "platform/desktop/LookParts.h"
+#include "platform/desktop/Tokens.h"
+
+namespace desktop::look {
+namespace {
+
+using State = QStyle::StateFlag;
+
+constexpr int kIconGap = 8;
+constexpr int kEdge = 12;  // from a button's edge to an icon that stands there
+
+bool Has(const QStyleOption& option, State state) {
+  return option.state.testFlag(state);
+}
+
+bool IsMarked(const QWidget* widget, const char* property) {
+  return widget != nullptr && widget->property(property).toBool();
+}
+
+bool IsFilled(const QStyleOptionButton& option, const QWidget* widget) {
+  if (!Has(option, State::State_Enabled)) return false;
+  if (IsMarked(widget, "danger")) return true;
+  return option.features.testFlag(QStyleOptionButton::DefaultButton) && !IsMarked(widget, "quiet");
+}
+
+QColor FillText(const QStyleOptionButton& option, const QWidget* widget) {
+  const Tokens& tokens = TokensFor(option.palette);
+  return IsMarked(widget, "danger") ? tokens.onDanger : tokens.onAccent;
+}
+
+// Lighter or darker by what the mouse does.
+QColor Shaded(const QColor& colour, const QStyleOption& option) {
+  if (Has(option, State::State_Sunken)) return Mixed(colour, option.palette.color(QPalette::WindowText), 0.14);
+  if (Has(option, State::State_MouseOver)) return Mixed(colour, option.palette.color(QPalette::WindowText), 0.06);
+  return colour;
+}
+
+// An icon in one colour, whatever colours it has.
+void DrawIcon(QPainter& painter, const QRect& rect, const QIcon& icon, QIcon::Mode mode, const QColor& tint) {
+  const qreal scale = painter.device()->devicePixelRatio();
+  QPixmap pixmap = icon.pixmap(rect.size(), scale, mode);
+  if (tint.isValid()) {
+    QPainter tinting(&pixmap);
+    tinting.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    tinting.fillRect(QRectF(QPointF(), pixmap.deviceIndependentSize()), tint);
+  }
+  painter.drawPixmap(rect, pixmap);
+}
+
+struct LabelPlaces {
+  QRect icon;
+  QRect text;
+  int alignment = Qt::AlignCenter;
+};
+
+// Icon and text centred together; at the left edge, or the icon behind the text, where the widget asks for it.
+LabelPlaces PlacesOf(const QStyleOptionButton& option, const QWidget* widget, int textWidth) {
+  LabelPlaces places;
+  places.text = option.rect;
+  if (option.icon.isNull()) return places;
+  const QSize size = option.iconSize;
+  const int gap = option.text.isEmpty() ? 0 : kIconGap - 2;
+  const int together = size.width() + gap + (option.text.isEmpty() ? 0 : textWidth);
+  const bool atEdge = IsMarked(widget, "textBesideIcon");
+  const int left = atEdge ? option.rect.left() + kEdge : option.rect.center().x() - together / 2 + 1;
+  const int top = option.rect.top() + (option.rect.height() - size.height()) / 2;
+  if (IsMarked(widget, "iconAfterText")) {
+    places.text.setLeft(left);
+    places.icon = QRect(QPoint(left + textWidth + gap, top), size);
+  } else {
+    places.icon = QRect(QPoint(left, top), size);
+    places.text.setLeft(left + size.width() + (atEdge ? kIconGap : gap));
+  }
+  places.alignment = Qt::AlignLeft | Qt::AlignVCenter;
+  return places;
+}
+
+}  // namespace
+
+void PushButtonBevel(QPainter& painter, const QStyleOptionButton& option, const QWidget* widget) {
+  const Tokens& tokens = TokensFor(option.palette);
+  const bool enabled = Has(option, State::State_Enabled);
+  const bool focused = enabled && Has(option, State::State_HasFocus);
+  const QRectF rect = option.rect;
+  if (IsFilled(option, widget)) {
+    const QColor fill = Shaded(IsMarked(widget, "danger") ? tokens.danger : tokens.accent, option);
+    Panel(painter, rect, kRadius, fill, QColor());
+    if (focused) Panel(painter, rect.adjusted(2, 2, -2, -2), kRadius - 1, QColor(), FillText(option, widget));
+    return;
+  }
+  if (option.features.testFlag(QStyleOptionButton::Flat) && !focused && !Has(option, State::State_MouseOver)) return;
+  const QColor face = Has(option, State::State_On) ? option.palette.color(QPalette::Button) : tokens.face;
+  const QColor fill = enabled ? Shaded(face, option) : option.palette.color(QPalette::Window);
+  const QColor border = enabled ? Mixed(tokens.line, tokens.lineStrong, 0.5) : tokens.line;
+  Panel(painter, rect, kRadius, fill, focused ? tokens.accent : border, focused ? 2 : 1);
+}
+
+void PushButtonLabel(QPainter& painter, const QStyleOptionButton& option, const QWidget* widget, const QStyle& style) {
+  painter.save();
+  const bool filled = IsFilled(option, widget);
+  if (filled) painter.setFont(DemiBold(painter.font()));
+  const int textWidth = painter.fontMetrics().size(Qt::TextShowMnemonic, option.text).width();
+  const LabelPlaces places = PlacesOf(option, widget, textWidth);
+  const bool enabled = Has(option, State::State_Enabled);
+  const QColor fillText = filled ? FillText(option, widget) : QColor();
+  if (!option.icon.isNull())
+    DrawIcon(painter, places.icon, option.icon, enabled ? QIcon::Normal : QIcon::Disabled, fillText);
+
+  int flags = places.alignment | Qt::TextShowMnemonic;
+  if (style.styleHint(QStyle::SH_UnderlineShortcut, &option, widget) == 0) flags |= Qt::TextHideMnemonic;
+  if (filled) painter.setPen(fillText);
+  style.drawItemText(&painter, places.text, flags, option.palette, enabled, option.text,
+                     filled ? QPalette::NoRole : QPalette::ButtonText);
+  painter.restore();
+}
+
+void ToolButtonPanel(QPainter& painter, const QStyleOption& option) {
+  const Tokens& tokens = TokensFor(option.palette);
+  const QRectF rect = QRectF(option.rect).adjusted(2, 2, -2, -2);
+  const bool live = Has(option, State::State_Enabled);
+  const bool raised =
+      Has(option, State::State_MouseOver) || Has(option, State::State_Sunken) || Has(option, State::State_On);
+  if (live && raised) Panel(painter, rect, kRadius, Shaded(option.palette.color(QPalette::Button), option), QColor());
+  if (live && Has(option, State::State_HasFocus)) Panel(painter, rect, kRadius, QColor(), tokens.accent, 2);
+}
+
+namespace {
+
+struct MarkColours {
+  QColor fill, border, sign;
+};
+
+MarkColours ColoursOfMark(const QStyleOption& option, bool chosen) {
+  const Tokens& tokens = TokensFor(option.palette);
+  if (!Has(option, State::State_Enabled)) {
+    const QColor grey = option.palette.color(QPalette::Disabled, QPalette::Text);
+    return {option.palette.color(QPalette::Button), Mixed(tokens.line, tokens.lineStrong, 0.3), grey};
+  }
+  if (chosen) return {Shaded(tokens.accent, option), tokens.accent, tokens.onAccent};
+  return {Shaded(option.palette.color(QPalette::Base), option), tokens.lineStrong, tokens.onAccent};
+}
+
+}  // namespace
+
+void CheckMark(QPainter& painter, const QStyleOption& option) {
+  const bool on = Has(option, State::State_On);
+  const bool partly = Has(option, State::State_NoChange);
+  const MarkColours colours = ColoursOfMark(option, on || partly);
+  const QRectF box = QRectF(option.rect);
+  Panel(painter, box, kRadius, colours.fill, colours.border);
+  if (!on && !partly) return;
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(colours.sign, box.width() / 8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  const auto at = [&box](double x, double y) { return box.topLeft() + QPointF(x * box.width(), y * box.height()); };
+  if (on)
+    painter.drawPolyline(QPolygonF{at(0.25, 0.53), at(0.43, 0.70), at(0.76, 0.34)});
+  else
+    painter.drawLine(at(0.28, 0.5), at(0.72, 0.5));
+  painter.restore();
+}
+
+void RadioMark(QPainter& painter, const QStyleOption& option) {
+  const bool on = Has(option, State::State_On);
+  const MarkColours colours = ColoursOfMark(option, on);
+  const QRectF box = QRectF(option.rect);
+  Panel(painter, box, box.width() / 2, colours.fill, colours.border);
+  if (!on) return;
+  const double inset = box.width() * 0.31;
+  Panel(painter, box.adjusted(inset, inset, -inset, -inset), box.width() / 2, colours.sign, QColor());
+}
+
+void LabelFocus(QPainter& painter, const QStyleOption& option) {
+  const QRectF rect = QRectF(option.rect).adjusted(-4, -2, 4, 2);
+  Panel(painter, rect, kRadius, QColor(), TokensFor(option.palette).accent, 1.5);
+}
+
+}  // namespace desktop::look

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QColor>
+#include <QStyleOption>
+
+class QPainter;
+class QRect;
+class QStyle;
+class QWidget;
+
+// The pieces LookStyle is put together from, one file a family. For LookStyle alone.
+namespace desktop::look {
+
+inline constexpr int kRadius = 4;
+inline constexpr int kCardRadius = 6;
+
+QColor Mixed(const QColor& one, const QColor& other, double share);
+// Whether a palette's field stands in the locked colour.
+bool LooksLocked(const QStyleOption& option, const QWidget* widget);
+// A rounded panel, its border inside of `rect`. An invalid colour leaves fill or border out.
+void Panel(QPainter& painter, const QRectF& rect, double radius, const QColor& fill, const QColor& border,
+           double width = 1);
+void Chevron(QPainter& painter, const QRectF& rect, const QColor& colour, bool up = false);
+
+// Measures.
+int ControlHeight(const QFontMetrics& metrics);
+int GroupTitleHeight(const QFontMetrics& metrics);
+QFont DemiBold(QFont font);
+
+// Buttons and marks.
+void PushButtonBevel(QPainter& painter, const QStyleOptionButton& option, const QWidget* widget);
+void PushButtonLabel(QPainter& painter, const QStyleOptionButton& option, const QWidget* widget, const QStyle& style);
+void ToolButtonPanel(QPainter& painter, const QStyleOption& option);
+void CheckMark(QPainter& painter, const QStyleOption& option);
+void RadioMark(QPainter& painter, const QStyleOption& option);
+void LabelFocus(QPainter& painter, const QStyleOption& option);
+
+// Fields.
+void FieldPanel(QPainter& painter, const QStyleOption& option, const QWidget* widget);
+void ComboPanel(QPainter& painter, const QStyleOptionComboBox& option, const QWidget* widget);
+void ScrollBar(QPainter& painter, const QStyleOptionSlider& option, const QWidget* widget, const QStyle& style);
+QRect ScrollBarPart(const QStyleOptionSlider& option, QStyle::SubControl part, int shortest);
+void ProgressGroove(QPainter& painter, const QStyleOptionProgressBar& option);
+void ProgressContents(QPainter& painter, const QStyleOptionProgressBar& option, const QWidget* widget);
+
+// Frames and bars.
+void ListFrame(QPainter& painter, const QStyleOption& option);
+void Card(QPainter& painter, const QRect& rect, const QPalette& palette);
+void GroupBox(QPainter& painter, const QStyleOptionGroupBox& option, const QStyle& style, const QWidget* widget);
+void TabShape(QPainter& painter, const QStyleOptionTab& option);
+void TabLabel(QPainter& painter, const QStyleOptionTab& option, const QStyle& style);
+void Hairline(QPainter& painter, const QRect& rect, const QPalette& palette, Qt::Edge edge);
+void MenuBarItem(QPainter& painter, const QStyleOptionMenuItem& option, const QStyle& style);
+
+}  // namespace desktop::look

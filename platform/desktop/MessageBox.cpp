@@ -1,0 +1,46 @@
+#include "platform/desktop/MessageBox.h"
+
+#include <QApplication>
+
+#include "platform/desktop/MessageDialog.h"
+#include "platform/desktop/Owner.h"
+#include "platform/desktop/WaitPointer.h"
+
+namespace desktop {
+namespace {
+
+MessageBoxScript* youngest = nullptr;
+
+}  // namespace
+
+int ShowMessageBox(QWidget* owner, const QString& text, int style, const QString& title) {
+  const ArrowPointer arrow;
+  MessageDialog dialog(OwnerOrActive(owner), text, style, title);
+  if (MessageBoxScript* script = MessageBoxScript::Active()) dialog.Obey(*script);
+  return dialog.exec();
+}
+
+MessageBoxScript::MessageBoxScript() : older_(youngest) {
+  youngest = this;
+}
+
+MessageBoxScript::MessageBoxScript(std::initializer_list<int> answers) : MessageBoxScript() {
+  answers_.assign(answers.begin(), answers.end());
+}
+
+MessageBoxScript::~MessageBoxScript() {
+  youngest = older_;
+}
+
+MessageBoxScript* MessageBoxScript::Active() {
+  return youngest;
+}
+
+int MessageBoxScript::TakeAnswer(int defaultAnswer) {
+  if (answers_.empty()) return defaultAnswer;
+  const int answer = answers_.front();
+  answers_.pop_front();
+  return answer;
+}
+
+}  // namespace desktop

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <QPalette>
+
+namespace desktop {
+
+QPalette LightPalette();
+QPalette DarkPalette();
+
+}  // namespace desktop

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QColor>
+
+class QPalette;
+
+namespace desktop {
+
+// The colours that have no palette role.
+struct Tokens {
+  QColor accent;      // default button, focus ring, check marks
+  QColor onAccent;    // text on it
+  QColor danger;      // filled button that deletes; errors
+  QColor onDanger;    // text on it
+  QColor face;        // push button
+  QColor card;        // inside of a group box
+  QColor line;        // hairlines
+  QColor lineStrong;  // borders of fields
+  QColor hint;        // quiet text: counts, units, explanations
+  QColor runs;        // state colours, readable on Base
+  QColor begins;
+  QColor ends;
+  QColor over;
+  QColor wrong;
+};
+
+// Whether a palette is a dark one: its Window is darker than its WindowText.
+bool IsDark(const QPalette& palette);
+
+// The set that goes with a palette. Colours are to be read while painting, never kept.
+const Tokens& TokensFor(const QPalette& palette);
+
+// Colours of everything that sounds; the same in both variants.
+namespace instrument {
+inline constexpr QRgb kGround = 0xff08090a;
+inline constexpr QRgb kRim = 0xff33383e;
+inline constexpr QRgb kLit = 0xffffd60a;
+inline constexpr QRgb kUnlit = 0xff2b2606;
+inline constexpr QRgb kArrowGround = 0xff1b1f23;
+inline constexpr QRgb kGreen = 0xff35c46a;
+inline constexpr QRgb kRed = 0xffff5a4d;
+inline constexpr QRgb kPeak = 0xff3b8fa0;
+inline constexpr QRgb kRms = 0xff8fd3e0;
+inline constexpr QRgb kOuttroPeak = 0xffb79a10;
+inline constexpr QRgb kOuttroRms = 0xffffe36b;
+inline constexpr QRgb kRuler = 0xffa5afba;
+inline constexpr QRgb kTrouble = 0xffff7b72;
+inline constexpr QRgb kFocus = 0xff3fb0c4;
+}  // namespace instrument
+
+}  // namespace desktop

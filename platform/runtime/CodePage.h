@@ -1,0 +1,15 @@
+#pragma once
+#include <QByteArray>
+#include <QString>
+
+namespace runtime {
+
+// Windows-1252, the 8-bit code page of the system's text files. The bytes 81 8D 8F 90 9D, which the page leaves open,
+// stand for the code points of the same value, so that any bytes survive a round trip.
+QString FromCodePage(const QByteArray& bytes);
+
+// What does not fit becomes "?".
+QByteArray ToCodePage(const QString& text);
+bool FitsCodePage(const QString& text);
+
+}  // namespace runtime

@@ -1,0 +1,158 @@
+#include "platform/runtime/HostPath.h"
+
+#include "platform/runtime/Error.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+namespace runtime {
+namespace {
+
+enum class Ambiguity { TakeFirst, Refuse };
+
+struct DriveMap {
+  QMap<QString, QString> folders{{u"Z:"_s, u"/"_s}};  // "D:" or "\\server\share", upper case -> clean host folder
+  QMap<QString, QString> names{{u"Z:"_s, u"Z:"_s}};   // the same keys -> as written
+};
+
+DriveMap& Map() {
+  static DriveMap map;
+  return map;
+}
+
+QString KeyAsWritten(QString key) {
+  key.replace(u'/', u'\\');
+  while (key.endsWith(u'\\')) key.chop(1);
+  if (key.size() == 1) key += u':';
+  return key;
+}
+
+// A path text cut into its mapping and the names below it.
+struct Mapped {
+  QString folder;
+  QString rest;
+};
+
+Mapped FindMapping(const QString& text) {
+  const QString upper = text.toUpper();
+  const DriveMap& map = Map();
+  for (auto it = map.folders.constEnd(); it != map.folders.constBegin();) {
+    --it;  // from the back, so that the longer of two keys with one beginning comes first
+    const QString& key = it.key();
+    if (upper.startsWith(key) && (upper.size() == key.size() || upper[key.size()] == u'\\')) {
+      return {it.value(), text.mid(key.size())};
+    }
+  }
+  const bool share = text.startsWith(u"\\\\"_s);
+  throw Error(u"De %1 van '%2' is niet gekoppeld. Koppel ze in het onderdeel [Drives] van ovalis.ini."_s.arg(
+      share ? u"netwerkmap"_s : u"schijf"_s, text));
+}
+
+bool HasDrive(const QString& text) {
+  return text.startsWith(u"\\\\"_s) || (text.size() >= 2 && text[1] == u':' && text[0].isLetter());
+}
+
+// The name as it stands in the folder: the exact one, else one that differs in letter case only, else as asked.
+QString NameInFolder(const QString& folder, const QString& name, Ambiguity ambiguity) {
+  if (QFileInfo::exists(folder + u'/' + name) || QFileInfo(folder + u'/' + name).isSymLink()) return name;
+  QStringList matches;
+  const QStringList present = QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System, QDir::Name);
+  for (const QString& candidate : present) {
+    if (candidate.compare(name, Qt::CaseInsensitive) == 0) matches += candidate;
+  }
+  if (matches.size() > 1 && ambiguity == Ambiguity::Refuse) {
+    throw Error(u"Van '%1' bestaan meerdere schrijfwijzen in '%2': %3. Geen ervan is genomen."_s.arg(
+        name, PathText(folder), matches.join(u", "_s)));
+  }
+  return matches.isEmpty() ? name : matches.first();
+}
+
+QString Resolved(const QString& root, const QString& rest, const QString& text, Ambiguity ambiguity) {
+  QStringList names;
+  for (const QString& name : rest.split(u'/', Qt::SkipEmptyParts)) {
+    if (name == u"."_s) continue;
+    if (name == u".."_s) {
+      if (names.isEmpty()) throw Error(u"Het pad '%1' klimt buiten zijn schijf of netwerkmap."_s.arg(text));
+      names.removeLast();
+    } else {
+      names += name;
+    }
+  }
+  QString path = root == u"/"_s ? QString() : root;
+  const QString direct = path + u'/' + names.join(u'/');
+  if (!names.isEmpty() && QFileInfo::exists(direct)) return direct;
+  for (const QString& name : names) path += u'/' + NameInFolder(path.isEmpty() ? u"/"_s : path, name, ambiguity);
+  return path.isEmpty() ? u"/"_s : path;
+}
+
+QString ToHost(const QString& text, Ambiguity ambiguity) {
+  QString plain = text;
+  if (!HasDrive(text)) {
+    if (!text.contains(u'\\')) return text;  // a host path already
+    plain.replace(u'\\', u'/');
+    return plain.startsWith(u'/') ? Resolved(u"/"_s, plain, text, ambiguity) : plain;
+  }
+  plain.replace(u'/', u'\\');
+  const Mapped mapped = FindMapping(plain);
+  QString rest = mapped.rest;
+  return Resolved(mapped.folder, rest.replace(u'\\', u'/'), text, ambiguity);
+}
+
+bool LiesIn(const QString& path, const QString& folder) {
+  return folder == u"/"_s || path == folder || path.startsWith(folder + u'/');
+}
+
+// The key of the longest mapped folder that holds the path; null when none does.
+QString LongestKey(const QString& cleanPath) {
+  QString best;
+  const DriveMap& map = Map();
+  for (auto it = map.folders.constBegin(); it != map.folders.constEnd(); ++it) {
+    if (LiesIn(cleanPath, it.value()) && (best.isNull() || it.value().size() > map.folders[best].size())) best = it.key();
+  }
+  return best;
+}
+
+}  // namespace
+
+void SetDrives(const QMap<QString, QString>& folders, const QString& baseFolder) {
+  if (folders.isEmpty()) {
+    Map() = DriveMap();
+    return;
+  }
+  DriveMap map;
+  map.folders.clear();
+  map.names.clear();
+  for (auto it = folders.constBegin(); it != folders.constEnd(); ++it) {
+    const QString name = KeyAsWritten(it.key());
+    const QString folder = QDir::isAbsolutePath(it.value()) ? it.value() : baseFolder + u'/' + it.value();
+    map.folders.insert(name.toUpper(), QDir::cleanPath(folder));
+    map.names.insert(name.toUpper(), name);
+  }
+  Map() = map;
+}
+
+QStringList Drives() { return Map().names.values(); }
+
+QString HostPath(const QString& text) { return ToHost(text, Ambiguity::TakeFirst); }
+QString HostPathExactly(const QString& text) { return ToHost(text, Ambiguity::Refuse); }
+
+QString HostRoot(const QString& text) {
+  if (!HasDrive(text)) return u"/"_s;
+  QString plain = text;
+  return FindMapping(plain.replace(u'/', u'\\')).folder;
+}
+
+QString PathText(const QString& hostPath) {
+  const QString clean = QDir::cleanPath(hostPath);
+  const QString key = LongestKey(clean);
+  if (key.isNull()) return hostPath;
+  QString rest = Map().folders[key] == u"/"_s ? clean : clean.mid(Map().folders[key].size());
+  if (rest == u"/"_s) rest.clear();
+  return Map().names[key] + rest.replace(u'/', u'\\');
+}
+
+bool IsMapped(const QString& hostPath) { return !LongestKey(QDir::cleanPath(hostPath)).isNull(); }
+
+}  // namespace runtime

@@ -1,0 +1,114 @@
+#include "platform/runtime/Probe.h"
+
+#include "platform/runtime/Error.h"
+#include "platform/runtime/HostPath.h"
+
+#include <QFile>
+#include <QSet>
+
+#include <cerrno>
+#include <future>
+#include <memory>
+#include <mutex>
+#include <sys/stat.h>
+#include <thread>
+
+using namespace Qt::StringLiterals;
+
+namespace runtime {
+namespace {
+
+using Look = std::function<int(const QString&)>;
+
+int StatLook(const QString& hostPath) {
+  struct stat status {};
+  return ::stat(QFile::encodeName(hostPath).constData(), &status) == 0 ? 0 : errno;
+}
+
+Look& CurrentLook() {
+  static Look look = StatLook;
+  return look;
+}
+
+// Drives and shares at which a helper thread hangs. The threads outlive their callers, so the set is never destroyed.
+struct Hanging {
+  std::mutex mutex;
+  QSet<QString> roots;
+};
+
+Hanging& HangingRoots() {
+  static auto* hanging = new Hanging;
+  return *hanging;
+}
+
+// What a look and its waiting caller share.
+struct LookState {
+  std::promise<int> answer;
+  bool done = false;     // guarded by Hanging::mutex
+  bool givenUp = false;  // the caller waits no longer; likewise guarded
+};
+
+// One bounded look: 0 or an errno; ETIMEDOUT when it took too long, or when an earlier one at this root still hangs.
+int BoundedLook(const QString& path, const QString& root, std::chrono::milliseconds wait) {
+  Hanging& hanging = HangingRoots();
+  {
+    const std::lock_guard lock(hanging.mutex);
+    if (hanging.roots.contains(root)) return ETIMEDOUT;
+  }
+  auto state = std::make_shared<LookState>();
+  std::future<int> answer = state->answer.get_future();
+  std::thread([state, path, root, look = CurrentLook()] {
+    const int result = look(path);
+    {
+      const std::lock_guard lock(HangingRoots().mutex);
+      state->done = true;
+      if (state->givenUp) HangingRoots().roots.remove(root);
+    }
+    state->answer.set_value(result);
+  }).detach();
+  if (answer.wait_for(wait) == std::future_status::ready) return answer.get();
+  const std::lock_guard lock(hanging.mutex);
+  if (!state->done) {
+    state->givenUp = true;
+    hanging.roots.insert(root);
+  }
+  return ETIMEDOUT;
+}
+
+Presence ProbeHost(const QString& path, const QString& root, std::chrono::milliseconds wait) {
+  const int result = BoundedLook(path, root, wait);
+  if (result == 0) return Presence::There;
+  if (result != ENOENT && result != ENOTDIR) return Presence::NotReachable;
+  // Nothing there: is that because the drive itself is away?
+  if (root == u"/"_s || BoundedLook(root, root, wait) == 0) return Presence::NotThere;
+  return Presence::NotReachable;
+}
+
+}  // namespace
+
+Presence Probe(const QString& pathText, std::chrono::milliseconds wait) {
+  try {
+    // The mapping's folder first: matching names by letter case reads folders, which may hang.
+    const QString root = HostRoot(pathText);
+    if (root != u"/"_s && BoundedLook(root, root, wait) != 0) return Presence::NotReachable;
+    return ProbeHost(HostPath(pathText), root, wait);
+  } catch (const Error&) {
+    return Presence::NotReachable;
+  }
+}
+
+void RequireThere(const QString& pathText) {
+  switch (Probe(pathText)) {
+    case Presence::There:
+      return;
+    case Presence::NotThere:
+      throw Error(u"'%1' bestaat niet."_s.arg(pathText));
+    case Presence::NotReachable:
+      throw Error(u"'%1' is niet bereikbaar: de schijf of netwerkmap antwoordt niet."_s.arg(pathText));
+  }
+}
+
+ProbeLookScope::ProbeLookScope(std::function<int(const QString&)> look) { CurrentLook() = std::move(look); }
+ProbeLookScope::~ProbeLookScope() { CurrentLook() = StatLook; }
+
+}  // namespace runtime

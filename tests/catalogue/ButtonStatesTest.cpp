@@ -1,0 +1,115 @@
+#include "catalogue/frmItemPingles.h"
+#include "catalogue/frmItemSpots.h"
+#include "catalogue/frmItems.h"
+#include "platform/controls/ListBox.h"
+#include "tests/catalogue/CatalogueTest.h"
+
+#include <QCheckBox>
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+// Every button of every list in every situation: what is selected, which boxes are checked, and what came last.
+namespace {
+
+enum class Kind { Spots, Items, Pingles };
+enum class Last { Selection, CheckBox, Refill };
+
+struct Situation {
+  Kind kind;
+  bool aktieve;
+  bool nietAktieve;
+  bool selected;  // before what came last
+  Last last;
+};
+
+std::unique_ptr<Form> FormOf(Kind kind) {
+  switch (kind) {
+    case Kind::Spots:
+      return std::make_unique<frmItemSpots>(nullptr);
+    case Kind::Items:
+      return std::make_unique<frmItems>(nullptr);
+    case Kind::Pingles:
+      break;
+  }
+  return std::make_unique<frmItemPingles>(nullptr);
+}
+
+std::vector<Situation> AllSituations() {
+  std::vector<Situation> all;
+  for (const Kind kind : {Kind::Spots, Kind::Items, Kind::Pingles}) {
+    for (const bool aktieve : {true, false}) {
+      for (const bool nietAktieve : {true, false}) {
+        for (const bool selected : {true, false}) {
+          for (const Last last : {Last::Selection, Last::CheckBox, Last::Refill}) {
+            const bool boxes = kind != Kind::Pingles;
+            if (!boxes && (!aktieve || nietAktieve || last == Last::CheckBox)) continue;
+            if (boxes && selected && !aktieve && !nietAktieve) continue;  // nothing there to select
+            all.push_back({kind, aktieve, nietAktieve, selected, last});
+          }
+        }
+      }
+    }
+  }
+  return all;
+}
+
+std::string NameOf(const ::testing::TestParamInfo<Situation>& info) {
+  const Situation& now = info.param;
+  std::string name = now.kind == Kind::Spots ? "Spots" : now.kind == Kind::Items ? "Items" : "Pingles";
+  if (now.kind != Kind::Pingles) {
+    if (now.aktieve) name += "Active";
+    if (now.nietAktieve) name += "Inactive";
+    if (!now.aktieve && !now.nietAktieve) name += "Neither";
+  }
+  name += now.selected ? "Selected" : "Unselected";
+  return name + (now.last == Last::Selection ? "" : now.last == Last::CheckBox ? "ThenCheckBox" : "ThenRefill");
+}
+
+}  // namespace
+
+class ButtonStates : public CatalogueTest, public ::testing::WithParamInterface<Situation> {
+ protected:
+  ButtonStates() {
+    for (const int aktief : {0, 1}) {
+      AddSpot({aktief + 1, u"Spot %1"_s.arg(aktief), {}, aktief});
+      AddItem(aktief + 1, u"Item %1"_s.arg(aktief), aktief);
+    }
+    AddPingle(1, u"Intro"_s);
+  }
+
+  void BringAbout(Form& form) {
+    const Situation& now = GetParam();
+    if (now.kind != Kind::Pingles) {
+      Child<QCheckBox>(form, u"chkNietAktieve"_s).setChecked(now.nietAktieve);
+      Child<QCheckBox>(form, u"chkAktieve"_s).setChecked(now.aktieve);
+    }
+    if (now.selected) List(form).SetListIndex(0);
+    if (now.last == Last::CheckBox) Click(form, u"chkNietAktieve"_s);
+    if (now.last == Last::Refill) Click(form, u"cmdNieuw"_s);
+  }
+};
+
+TEST_P(ButtonStates, FollowTheEnablingRule) {
+  const Situation& now = GetParam();
+  const std::unique_ptr<Form> form = FormOf(now.kind);
+  Open(*form);
+  BringAbout(*form);
+  // A refill takes the selection; only the refill behind another screen runs the rule again.
+  const bool selected = now.selected && now.last == Last::Selection;
+  const bool enabled = now.selected && now.last != Last::Refill;
+  EXPECT_EQ(List(*form).ListIndex() != -1, selected);
+  EXPECT_EQ(Enabled(*form, u"cmdOpen"_s), enabled);
+  EXPECT_EQ(Enabled(*form, u"cmdVerwijder"_s), enabled);
+  EXPECT_TRUE(Enabled(*form, u"cmdNieuw"_s));
+  EXPECT_TRUE(Enabled(*form, u"cmdSluiten"_s));
+  if (now.kind == Kind::Spots) {
+    EXPECT_EQ(Enabled(*form, u"cmdDesaktiveer"_s), enabled);
+  } else if (now.kind == Kind::Items) {
+    EXPECT_TRUE(Enabled(*form, u"cmdDesaktiveer"_s));
+  }
+  EXPECT_TRUE(boxes_.Shown().empty());
+}
+
+INSTANTIATE_TEST_SUITE_P(All, ButtonStates, ::testing::ValuesIn(AllSituations()), NameOf);

@@ -1,0 +1,90 @@
+#pragma once
+#include "data/Form.h"
+#include "data/Globals.h"
+#include "platform/desktop/MessageBox.h"
+#include "tests/support/Child.h"
+#include "tests/support/ModalDriver.h"
+#include "tests/support/Station.h"
+
+#include <gtest/gtest.h>
+
+#include <QPushButton>
+#include <QStringList>
+#include <QTest>
+
+#include <functional>
+#include <initializer_list>
+#include <optional>
+
+namespace controls {
+class ListBox;
+}
+
+using testing_support::Child;
+using testing_support::ModalDriver;
+using testing_support::Station;
+
+// Texts in failure messages of GoogleTest.
+inline void PrintTo(const QString& text, std::ostream* out) {
+  *out << '"' << text.toStdString() << '"';
+}
+
+// A station with the catalogue's screens registered, stand-ins for the detail editors, and a script that answers boxes.
+class CatalogueTest : public ::testing::Test {
+ protected:
+  explicit CatalogueTest(Station::Mode mode = Station::Mode::Online);
+  ~CatalogueTest() override;
+
+  struct Spot {
+    int id = 0;
+    QString naam;
+    QString path;
+    int aktief = 1;
+  };
+
+  // The name of a table in the present mode: "Items" is tblItems or tblCopie_Items.
+  static QString Table(const QString& things);
+  void AddItem(int id, const QString& naam, int aktief = 1);
+  void AddSpot(const Spot& spot);
+  void AddPingle(int id, const QString& naam);
+  void Link(int itemID, int order, int spotID);
+  // A small file in the station's audio folder; its path text.
+  QString AudioFile(const QString& name);
+  static bool FileIsThere(const QString& pathText);
+
+  // Loaded and shown, as a caller does it, but without waiting for its end.
+  template <class Dialog>
+  void Open(Dialog& dialog) {
+    dialog.Form_Load();
+    dialog.show();
+  }
+  static QStringList Lines(const Form& form);
+  static controls::ListBox& List(const Form& form);
+  static void Select(const Form& form, const QString& line);
+  static void Click(const Form& form, const QString& button);
+  static bool Enabled(const Form& form, const QString& button);
+
+  // The numbers of a table's rows, in order.
+  QList<int> IDs(const QString& things) const;
+  static QList<int> Numbers(dao::Recordset rows, const QString& field);
+
+  // What the boxes showed, as "title: text".
+  QStringList Boxes() const;
+  // The text of the one box that was shown, with this title and the critical style; fails otherwise.
+  QString OnlyError(const QString& title) const;
+
+  Station station_;
+  desktop::MessageBoxScript boxes_;
+  QStringList visits_;                 // what each editor was opened with: "ItemSpotsDetail 3"
+  std::function<void()> inTheEditor_;  // done by the stand-in before it closes
+};
+
+// The same in both modes.
+class CatalogueTestInBothModes : public CatalogueTest, public ::testing::WithParamInterface<Station::Mode> {
+ protected:
+  CatalogueTestInBothModes() : CatalogueTest(GetParam()) {}
+};
+
+inline std::string ModeName(const ::testing::TestParamInfo<Station::Mode>& info) {
+  return info.param == Station::Mode::Online ? "Online" : "Offline";
+}

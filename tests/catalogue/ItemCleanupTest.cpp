@@ -1,0 +1,196 @@
+#include "catalogue/frmItemOpruimen.h"
+#include "platform/desktop/Lock.h"
+#include "platform/runtime/HostPath.h"
+#include "tests/catalogue/CatalogueTest.h"
+
+#include <QCheckBox>
+#include <QFile>
+#include <QLineEdit>
+
+using namespace Qt::StringLiterals;
+
+class ItemCleanup : public CatalogueTestInBothModes {
+ protected:
+  // Two items that share spot 3; item 1 has spot 4 as well.
+  ItemCleanup() : first_(AudioFile(u"eerste.wav"_s)), second_(AudioFile(u"tweede.wav"_s)) {
+    AddItem(1, u"Ochtendblok"_s);
+    AddItem(2, u"Avondblok"_s);
+    AddSpot({3, u"Eerste"_s, first_, 1});
+    AddSpot({4, u"Tweede"_s, u" "_s + second_, 1});
+    AddSpot({5, u"Los"_s, {}, 1});
+    Link(1, 1, 3);
+    Link(1, 2, 4);
+    Link(2, 1, 3);
+    global.gstrOpruimenID = u"1"_s;
+  }
+
+  void Check(const Form& form, const QString& box, bool checked) { Child<QCheckBox>(form, box).setChecked(checked); }
+
+  void CleanUp(bool spots, bool files, bool item) {
+    frmItemOpruimen form(nullptr);
+    Open(form);
+    Check(form, u"chkVerwijderSpots"_s, spots);
+    Check(form, u"chkVerwijderBestand"_s, files);
+    Check(form, u"chkVerwijderID"_s, item);
+    LoseServerWhenOffline();
+    Click(form, u"cmdOk"_s);
+    EXPECT_FALSE(form.isVisible());
+  }
+
+  // Closing copies the server's spots over the local ones, also offline. So that the local rows can be looked at
+  // afterwards, the server is lost just before, and the rows are put back.
+  void LoseServerWhenOffline() {
+    if (GetParam() == Station::Mode::Online) return;
+    const QString server = station_.ServerFolder() + u"/OvalistoServer.mdb"_s;
+    QFile::rename(server, server + u".weg"_s);
+    boxes_.Answer(desktop::kAnswerOk);   // what the cleanup says
+    boxes_.Answer(desktop::kAnswerOk);   // the copying failed
+    boxes_.Answer(desktop::kAnswerYes);  // put the rows back
+  }
+
+  // Every box but those of the lost server.
+  QStringList CleanupBoxes() const {
+    QStringList boxes;
+    for (const desktop::ShownMessageBox& box : boxes_.Shown()) {
+      if (box.title == u"TransItemSpotsToLocal"_s || box.text.contains(u"terugzetten"_s)) continue;
+      boxes += box.title + u": "_s + box.text;
+    }
+    return boxes;
+  }
+
+  QList<int> LinkedItems() const {
+    return Numbers(station_.CurrentRows(u"SELECT ItemID FROM %1 ORDER BY ItemID"_s.arg(Table(u"ItemsItemSpots"_s))),
+                   u"ItemID"_s);
+  }
+
+  QStringList LoggedWhenOffline(const QStringList& statements) const {
+    return GetParam() == Station::Mode::Online ? QStringList() : statements;
+  }
+
+  const QStringList kDone{u"Items: Opruimen is uitgevoerd."_s};
+  QString first_;
+  QString second_;
+};
+
+INSTANTIATE_TEST_SUITE_P(Modes, ItemCleanup, ::testing::Values(Station::Mode::Online, Station::Mode::Offline),
+                         ModeName);
+
+TEST_P(ItemCleanup, ShowsTheNameLocked) {
+  frmItemOpruimen form(nullptr);
+  Open(form);
+  const auto& name = Child<QLineEdit>(form, u"txtOpruimenVan"_s);
+  EXPECT_EQ(name.text(), u"Ochtendblok"_s);
+  EXPECT_TRUE(desktop::IsLocked(&name));
+}
+
+TEST_P(ItemCleanup, FilesCanOnlyGoTogetherWithTheirSpots) {
+  frmItemOpruimen form(nullptr);
+  Open(form);
+  EXPECT_FALSE(Enabled(form, u"chkVerwijderBestand"_s));
+  EXPECT_FALSE(Enabled(form, u"cmdOk"_s));
+  Click(form, u"chkVerwijderSpots"_s);
+  EXPECT_TRUE(Enabled(form, u"chkVerwijderBestand"_s));
+  Click(form, u"chkVerwijderBestand"_s);
+  EXPECT_TRUE(Enabled(form, u"cmdOk"_s));
+  Click(form, u"chkVerwijderSpots"_s);
+  EXPECT_FALSE(Enabled(form, u"chkVerwijderBestand"_s));
+  EXPECT_FALSE(Child<QCheckBox>(form, u"chkVerwijderBestand"_s).isChecked());
+  EXPECT_FALSE(Enabled(form, u"cmdOk"_s));
+}
+
+TEST_P(ItemCleanup, SpotsAloneDoNotEnableOk) {
+  frmItemOpruimen form(nullptr);
+  Open(form);
+  Click(form, u"chkVerwijderSpots"_s);
+  EXPECT_FALSE(Enabled(form, u"cmdOk"_s));
+  Click(form, u"chkVerwijderID"_s);
+  EXPECT_TRUE(Enabled(form, u"cmdOk"_s));
+}
+
+TEST_P(ItemCleanup, ItemOnlyKeepsItsSpotsAndFiles) {
+  CleanUp(false, false, true);
+  EXPECT_EQ(IDs(u"Items"_s), QList<int>{2});
+  EXPECT_EQ(LinkedItems(), QList<int>{2});
+  EXPECT_EQ(IDs(u"ItemSpots"_s), (QList<int>{3, 4, 5}));
+  EXPECT_TRUE(FileIsThere(first_) && FileIsThere(second_));
+  EXPECT_EQ(CleanupBoxes(), kDone);
+  // The links go before the item; both keep the copy tables' names in the log.
+  EXPECT_EQ(station_.Log(),
+            LoggedWhenOffline({u"DELETE FROM tblCopie_ItemsItemSpots WHERE tblCopie_ItemsItemSpots.ItemID = 1"_s,
+                               u"DELETE FROM tblCopie_Items WHERE tblCopie_Items.ID = 1"_s}));
+}
+
+TEST_P(ItemCleanup, EverythingGoesSpotBySpotThenLinksThenItem) {
+  CleanUp(true, true, true);
+  EXPECT_EQ(IDs(u"Items"_s), QList<int>{2});
+  EXPECT_EQ(LinkedItems(), QList<int>{2});
+  EXPECT_EQ(IDs(u"ItemSpots"_s), QList<int>{5});
+  EXPECT_FALSE(FileIsThere(first_) || FileIsThere(second_));
+  EXPECT_EQ(CleanupBoxes(), kDone);
+  QStringList log = station_.Log();
+  if (GetParam() == Station::Mode::Online) {
+    EXPECT_EQ(log, QStringList());
+    return;
+  }
+  ASSERT_EQ(log.size(), 4);
+  QStringList spots = log.mid(0, 2);
+  spots.sort();
+  EXPECT_EQ(spots, (QStringList{u"DELETE FROM tblItemSpots WHERE tblItemSpots.ID = 3"_s,
+                                u"DELETE FROM tblItemSpots WHERE tblItemSpots.ID = 4"_s}));
+  EXPECT_EQ(log[2], u"DELETE FROM tblCopie_ItemsItemSpots WHERE tblCopie_ItemsItemSpots.ItemID = 1"_s);
+  EXPECT_EQ(log[3], u"DELETE FROM tblCopie_Items WHERE tblCopie_Items.ID = 1"_s);
+}
+
+TEST_P(ItemCleanup, SpotsAndFilesGoWhileTheItemAndAllLinksStay) {
+  CleanUp(true, true, false);
+  EXPECT_EQ(IDs(u"Items"_s), (QList<int>{1, 2}));
+  EXPECT_EQ(LinkedItems(), (QList<int>{1, 1, 2}));
+  EXPECT_EQ(IDs(u"ItemSpots"_s), QList<int>{5});
+  EXPECT_FALSE(FileIsThere(first_) || FileIsThere(second_));
+}
+
+TEST_P(ItemCleanup, SpotsWithoutFilesKeepTheFiles) {
+  CleanUp(true, false, true);
+  EXPECT_EQ(IDs(u"ItemSpots"_s), QList<int>{5});
+  EXPECT_TRUE(FileIsThere(first_) && FileIsThere(second_));
+}
+
+TEST_P(ItemCleanup, ItemWithoutSpotsIsDeletedAllTheSame) {
+  AddItem(7, u"Leeg"_s);
+  global.gstrOpruimenID = u"7"_s;
+  CleanUp(true, true, true);
+  EXPECT_EQ(IDs(u"Items"_s), (QList<int>{1, 2}));
+  EXPECT_EQ(CleanupBoxes(), kDone);
+  EXPECT_EQ(IDs(u"ItemSpots"_s), (QList<int>{3, 4, 5}));
+}
+
+TEST_P(ItemCleanup, MissingFileStopsTheWalkAtItsSpot) {
+  station_.OnCurrent(u"DELETE FROM %1 WHERE ItemSpotID = 4"_s.arg(Table(u"ItemsItemSpots"_s)));
+  ASSERT_TRUE(QFile::remove(runtime::HostPath(first_)));
+  CleanUp(true, true, true);
+  ASSERT_EQ(CleanupBoxes().size(), 1);
+  EXPECT_TRUE(CleanupBoxes()[0].startsWith(u"Opruimen: "_s));
+  EXPECT_TRUE(CleanupBoxes()[0].contains(u"eerste.wav"_s));
+  // The spot's record went before its file; the item was not reached.
+  EXPECT_EQ(IDs(u"ItemSpots"_s), (QList<int>{4, 5}));
+  EXPECT_EQ(IDs(u"Items"_s), (QList<int>{1, 2}));
+  EXPECT_EQ(LinkedItems(), (QList<int>{1, 2}));
+}
+
+TEST_P(ItemCleanup, IdThatIsNoNumberIsAnErrorOfTheCleanup) {
+  global.gstrOpruimenID = QString();
+  CleanUp(false, false, true);
+  ASSERT_EQ(CleanupBoxes().size(), 1);
+  EXPECT_TRUE(CleanupBoxes()[0].startsWith(u"Opruimen: "_s));
+  EXPECT_EQ(IDs(u"Items"_s), (QList<int>{1, 2}));
+}
+
+TEST_P(ItemCleanup, SluitenRemovesNothing) {
+  frmItemOpruimen form(nullptr);
+  Open(form);
+  Check(form, u"chkVerwijderID"_s, true);
+  Click(form, u"cmdSluiten"_s);
+  EXPECT_EQ(IDs(u"Items"_s), (QList<int>{1, 2}));
+  EXPECT_EQ(LinkedItems(), (QList<int>{1, 1, 2}));
+  EXPECT_EQ(CleanupBoxes(), QStringList());
+}

@@ -1,0 +1,188 @@
+#include "catalogue/frmItemOpruimen.h"
+#include "catalogue/frmItemPingles.h"
+#include "catalogue/frmItemSpots.h"
+#include "catalogue/frmItems.h"
+#include "tests/catalogue/CatalogueTest.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+// What closing a list does to the copies of the server's tables in the local database.
+class LocalCopy : public CatalogueTestInBothModes {
+ protected:
+  static constexpr int kOnServer = 1;
+  static constexpr int kInCopy = 8;
+
+  // Different rows on both sides, so that a refresh shows.
+  LocalCopy() {
+    for (const QString& things : {u"Items"_s, u"ItemSpots"_s, u"ItemPingles"_s}) {
+      station_.OnServer(u"INSERT INTO tbl%1 (ID, Naam, Aktief) VALUES (1, \"server\", 1)"_s.arg(things));
+      station_.OnLocal(u"INSERT INTO tblCopie_%1 (ID, Naam, Aktief) VALUES (8, \"kopie\", 1)"_s.arg(things));
+    }
+    station_.OnServer(u"INSERT INTO tblItemsItemSpots (ItemID, ItemSpotOrder, ItemSpotID) VALUES (1, 1, 1)"_s);
+    station_.OnLocal(u"INSERT INTO tblCopie_ItemsItemSpots (ItemID, ItemSpotOrder, ItemSpotID) VALUES (8, 1, 8)"_s);
+  }
+
+  QList<int> Copied(const QString& things) {
+    const QString field = things == u"ItemsItemSpots"_s ? u"ItemID"_s : u"ID"_s;
+    return Numbers(station_.LocalRows(u"SELECT %1 FROM tblCopie_%2"_s.arg(field, things)), field);
+  }
+
+  // Which copies hold the server's rows now; the others must hold their own.
+  QStringList Refreshed() {
+    QStringList refreshed;
+    for (const QString& things : {u"Items"_s, u"ItemsItemSpots"_s, u"ItemSpots"_s, u"ItemPingles"_s}) {
+      if (Copied(things) == QList<int>{kOnServer}) {
+        refreshed += things;
+      } else {
+        EXPECT_EQ(Copied(things), QList<int>{kInCopy}) << things.toStdString();
+      }
+    }
+    return refreshed;
+  }
+
+  template <class List>
+  void OpenAndClose() {
+    List form(nullptr);
+    Open(form);
+    Click(form, u"cmdSluiten"_s);
+    EXPECT_FALSE(form.isVisible());
+  }
+
+  void LoseServer() {
+    const QString path = station_.ServerFolder() + u"/OvalistoServer.mdb"_s;
+    ASSERT_TRUE(QFile::rename(path, path + u".weg"_s));
+  }
+
+  bool IsOnline() const { return GetParam() == Station::Mode::Online; }
+};
+
+INSTANTIATE_TEST_SUITE_P(Modes, LocalCopy, ::testing::Values(Station::Mode::Online, Station::Mode::Offline), ModeName);
+
+TEST_P(LocalCopy, ItemListRefreshesItemsAndLinksOnlineOnly) {
+  OpenAndClose<frmItems>();
+  EXPECT_EQ(Refreshed(), IsOnline() ? (QStringList{u"Items"_s, u"ItemsItemSpots"_s}) : QStringList());
+  EXPECT_TRUE(boxes_.Shown().empty());
+}
+
+TEST_P(LocalCopy, ItemPingleListRefreshesJinglesOnlineOnly) {
+  OpenAndClose<frmItemPingles>();
+  EXPECT_EQ(Refreshed(), IsOnline() ? QStringList{u"ItemPingles"_s} : QStringList());
+}
+
+TEST_P(LocalCopy, ItemSpotListRefreshesTheSpotsInBothModes) {
+  OpenAndClose<frmItemSpots>();
+  EXPECT_EQ(Refreshed(), QStringList{u"ItemSpots"_s});
+  EXPECT_EQ(station_.Log(), QStringList());
+}
+
+TEST_P(LocalCopy, ItemCleanupRefreshesTheSpotsInBothModes) {
+  global.gstrOpruimenID = u"1"_s;
+  OpenAndClose<frmItemOpruimen>();
+  EXPECT_EQ(Refreshed(), QStringList{u"ItemSpots"_s});
+}
+
+TEST_P(LocalCopy, EveryFieldIsCopied) {
+  station_.OnServer(
+      u"UPDATE tblItemSpots SET Path = \"D:\\a.wav\", LengteSec = 5, Mixpunt = 250, StartDatum = 45658, EindUur = 9"_s);
+  OpenAndClose<frmItemSpots>();
+  const dao::Recordset row = station_.LocalRows(u"SELECT * FROM tblCopie_ItemSpots"_s);
+  EXPECT_EQ(row.Field(u"Path"_s).toString(), u"D:\\a.wav"_s);
+  EXPECT_EQ(row.Field(u"Mixpunt"_s).toInt(), 250);
+  EXPECT_EQ(row.Field(u"StartDatum"_s).toDate(), QDate(2025, 1, 1));
+  EXPECT_EQ(row.Field(u"EindUur"_s).toInt(), 9);
+}
+
+TEST_P(LocalCopy, FrameAndEscCloseWithTheRefreshToo) {
+  frmItemSpots byFrame(nullptr);
+  Open(byFrame);
+  byFrame.close();
+  EXPECT_EQ(Refreshed(), QStringList{u"ItemSpots"_s});
+  station_.OnServer(u"DELETE FROM tblItemSpots"_s);
+  frmItemSpots byKey(nullptr);
+  Open(byKey);
+  QTest::keyClick(&byKey, Qt::Key_Escape);
+  EXPECT_FALSE(byKey.isVisible());
+  EXPECT_EQ(Copied(u"ItemSpots"_s), QList<int>());
+}
+
+TEST_P(LocalCopy, LostServerEmptiesTheCopyAndOffersTheRowsBack) {
+  frmItemSpots form(nullptr);
+  Open(form);
+  LoseServer();
+  boxes_.Answer(desktop::kAnswerOk);
+  boxes_.Answer(desktop::kAnswerYes);
+  Click(form, u"cmdSluiten"_s);
+  ASSERT_EQ(boxes_.Shown().size(), 2u);
+  EXPECT_EQ(boxes_.Shown()[0].title, u"TransItemSpotsToLocal"_s);
+  EXPECT_EQ(boxes_.Shown()[0].style, 16);
+  EXPECT_EQ(boxes_.Shown()[1].title, u"Items"_s);
+  EXPECT_EQ(boxes_.Shown()[1].style, 36);
+  EXPECT_TRUE(boxes_.Shown()[1].text.contains(u"terugzetten"_s));
+  EXPECT_FALSE(form.isVisible());
+  EXPECT_EQ(Copied(u"ItemSpots"_s), QList<int>{kInCopy});
+  EXPECT_FALSE(global.lastResult);
+}
+
+TEST_P(LocalCopy, LostServerLeavesTheCopyEmptyOnNo) {
+  frmItemSpots form(nullptr);
+  Open(form);
+  LoseServer();
+  boxes_.Answer(desktop::kAnswerOk);
+  boxes_.Answer(desktop::kAnswerNo);
+  Click(form, u"cmdSluiten"_s);
+  EXPECT_EQ(Copied(u"ItemSpots"_s), QList<int>());
+  EXPECT_EQ(boxes_.Shown().size(), 2u);
+}
+
+TEST_P(LocalCopy, NothingIsOfferedBackWhenNothingWasThere) {
+  station_.OnLocal(u"DELETE FROM tblCopie_ItemSpots"_s);
+  frmItemSpots form(nullptr);
+  Open(form);
+  LoseServer();
+  Click(form, u"cmdSluiten"_s);
+  OnlyError(u"TransItemSpotsToLocal"_s);
+}
+
+TEST_P(LocalCopy, RowsKeptFromAnEarlierRefreshAreNeverMixedIn) {
+  OpenAndClose<frmItemSpots>();
+  frmItemSpots form(nullptr);
+  Open(form);
+  LoseServer();
+  boxes_.Answer(desktop::kAnswerOk);
+  boxes_.Answer(desktop::kAnswerYes);
+  Click(form, u"cmdSluiten"_s);
+  EXPECT_EQ(Copied(u"ItemSpots"_s), QList<int>{kOnServer});
+}
+
+TEST_P(LocalCopy, MissingWorkDatabaseIsMadeAnew) {
+  ASSERT_TRUE(QFile::remove(station_.Folder() + u"/data/work.mdb"_s));
+  OpenAndClose<frmItemSpots>();
+  EXPECT_EQ(Refreshed(), QStringList{u"ItemSpots"_s});
+  EXPECT_TRUE(boxes_.Shown().empty());
+  EXPECT_TRUE(QFileInfo::exists(station_.Folder() + u"/data/work.mdb"_s));
+}
+
+TEST_P(LocalCopy, UnusableWorkDatabaseIsNoReasonToStop) {
+  QFile work(station_.Folder() + u"/data/work.mdb"_s);
+  ASSERT_TRUE(work.open(QIODevice::WriteOnly | QIODevice::Truncate));
+  work.write(QByteArray(5000, 'x'));
+  work.close();
+  OpenAndClose<frmItemSpots>();
+  EXPECT_EQ(Refreshed(), QStringList{u"ItemSpots"_s});
+  EXPECT_TRUE(boxes_.Shown().empty());
+}
+
+TEST_P(LocalCopy, EachStepThatFailsReportsUnderItsOwnName) {
+  const QString local = station_.Folder() + u"/data/OvalistoLocal.mdb"_s;
+  frmItemSpots form(nullptr);
+  Open(form);
+  ASSERT_TRUE(QFile::rename(local, local + u".weg"_s));
+  Click(form, u"cmdSluiten"_s);
+  ASSERT_EQ(boxes_.Shown().size(), 2u);
+  EXPECT_EQ(boxes_.Shown()[0].title, u"DeleteAllInTable"_s);
+  EXPECT_EQ(boxes_.Shown()[1].title, u"TransItemSpotsToLocal"_s);
+  EXPECT_FALSE(form.isVisible());
+}

@@ -1,0 +1,197 @@
+#include "catalogue/SpotSurvey.h"
+#include "catalogue/frmItemSpots.h"
+#include "platform/controls/ComboBox.h"
+#include "platform/controls/ListBox.h"
+#include "platform/runtime/Clock.h"
+#include "platform/runtime/Dates.h"
+#include "platform/runtime/HostPath.h"
+#include "tests/catalogue/CatalogueTest.h"
+#include "tests/catalogue/Waiting.h"
+
+#include <QFile>
+#include <QLabel>
+
+using namespace Qt::StringLiterals;
+using controls::LineMark;
+
+class SpotMarks : public CatalogueTestInBothModes {
+ protected:
+  static inline const QDate kToday{2025, 3, 11};
+
+  void AddDated(int id, const QString& naam, const QString& path, QDate first, QDate last, int aktief = 1) {
+    AddSpot({id, naam, path, aktief});
+    station_.OnCurrent(u"UPDATE %1 SET StartDatum = %2, EindDatum = %3 WHERE ID = %4"_s.arg(
+        Table(u"ItemSpots"_s), QString::number(runtime::DayNumber(first)), QString::number(runtime::DayNumber(last)),
+        QString::number(id)));
+  }
+
+  // One spot in each state, named after it.
+  void AddAllStates() {
+    const QString there = AudioFile(u"hier.wav"_s);
+    AddDated(1, u"loopt"_s, there, kToday.addDays(-9), kToday.addDays(40));
+    AddDated(2, u"begint"_s, there, kToday.addDays(20), kToday.addDays(40));
+    AddDated(3, u"verloopt"_s, there, kToday.addDays(-9), kToday.addDays(3));
+    AddDated(4, u"verlopen"_s, there, kToday.addDays(-9), kToday.addDays(-2));
+    AddDated(5, u"ontbreekt"_s, there + u".weg"_s, kToday.addDays(-9), kToday.addDays(40));
+    AddDated(6, u"uit"_s, there, kToday.addDays(-9), kToday.addDays(40), 0);
+  }
+
+  bool FilesAreSeen(const Form& form) {
+    return WaitUntil([&] { return DetailsOf(form, u"ontbreekt"_s).mark == LineMark::Cross; });
+  }
+
+  static const controls::LineDetails& DetailsOf(const Form& form, const QString& line) {
+    for (int index = 0; index < List(form).ListCount(); ++index) {
+      if (List(form).Text(index) == line) return List(form).Details(index);
+    }
+    throw std::runtime_error("no such line");
+  }
+
+  static QString Count(const Form& form) { return Child<QLabel>(form, u"lblAantal"_s).text(); }
+
+  runtime::ClockScope clock_{QDateTime(kToday, QTime(14, 32))};
+};
+
+INSTANTIATE_TEST_SUITE_P(Modes, SpotMarks, ::testing::Values(Station::Mode::Online, Station::Mode::Offline), ModeName);
+
+TEST_P(SpotMarks, EachStateHasItsMarkAndWordsBesideTheUntouchedName) {
+  AddAllStates();
+  frmItemSpots form(nullptr);
+  Open(form);
+  Click(form, u"chkNietAktieve"_s);
+  ASSERT_TRUE(FilesAreSeen(form));
+  EXPECT_EQ(DetailsOf(form, u"loopt"_s).mark, LineMark::Circle);
+  EXPECT_EQ(DetailsOf(form, u"loopt"_s).word, u"loopt t/m 20-04-2025"_s);
+  EXPECT_EQ(DetailsOf(form, u"loopt"_s).trailing, u"0:32"_s);
+  EXPECT_EQ(DetailsOf(form, u"begint"_s).mark, LineMark::Clock);
+  EXPECT_EQ(DetailsOf(form, u"begint"_s).word, u"begint 31-03-2025"_s);
+  EXPECT_EQ(DetailsOf(form, u"verloopt"_s).mark, LineMark::Triangle);
+  EXPECT_EQ(DetailsOf(form, u"verlopen"_s).mark, LineMark::Square);
+  EXPECT_EQ(DetailsOf(form, u"ontbreekt"_s).word, u"geluidsbestand ontbreekt"_s);
+  EXPECT_EQ(DetailsOf(form, u"uit"_s).mark, LineMark::Dash);
+  EXPECT_TRUE(boxes_.Shown().empty());
+}
+
+TEST_P(SpotMarks, CountLineTellsTheStates) {
+  AddAllStates();
+  frmItemSpots form(nullptr);
+  Open(form);
+  Click(form, u"chkNietAktieve"_s);
+  ASSERT_TRUE(FilesAreSeen(form));
+  EXPECT_EQ(Count(form),
+            u"6 item-spots: 1 loopt, 1 begint later, 1 verloopt binnen 7 dagen, 2 voorbij of niet aktief, "
+            u"1 zonder bestand"_s);
+}
+
+TEST_P(SpotMarks, MarksFollowARefill) {
+  AddAllStates();
+  frmItemSpots form(nullptr);
+  Open(form);
+  station_.OnCurrent(u"UPDATE %1 SET EindDatum = %2 WHERE ID = 1"_s.arg(
+      Table(u"ItemSpots"_s), QString::number(runtime::DayNumber(kToday.addDays(1)))));
+  QTest::keyClick(&form, Qt::Key_F5);
+  EXPECT_EQ(DetailsOf(form, u"loopt"_s).mark, LineMark::Triangle);
+}
+
+TEST_P(SpotMarks, MissingFileStaysMarkedThroughARefill) {
+  AddAllStates();
+  frmItemSpots form(nullptr);
+  Open(form);
+  ASSERT_TRUE(FilesAreSeen(form));
+  QTest::keyClick(&form, Qt::Key_F5);
+  EXPECT_EQ(DetailsOf(form, u"ontbreekt"_s).mark, LineMark::Cross);
+}
+
+TEST_P(SpotMarks, FileThatCameBackIsSeenAfterARefill) {
+  AddAllStates();
+  frmItemSpots form(nullptr);
+  Open(form);
+  ASSERT_TRUE(FilesAreSeen(form));
+  AudioFile(u"hier.wav.weg"_s);
+  QTest::keyClick(&form, Qt::Key_F5);
+  EXPECT_TRUE(WaitUntil([&] { return DetailsOf(form, u"ontbreekt"_s).mark == LineMark::Circle; }));
+}
+
+TEST_P(SpotMarks, UnreachableFolderGivesNoMarkAndNoBox) {
+  AddSpot({1, u"ver weg"_s, u"Q:\\spots\\a.wav"_s, 1});
+  frmItemSpots form(nullptr);
+  Open(form);
+  ASSERT_TRUE(WaitUntil([&] { return DetailsOf(form, u"ver weg"_s).toolTip.contains(u"niet bereikbaar"_s); }));
+  EXPECT_EQ(DetailsOf(form, u"ver weg"_s).mark, LineMark::Circle);
+  EXPECT_TRUE(boxes_.Shown().empty());
+}
+
+// Fields that the marks need may be of another make in a station's own database: then there are no marks, and no box.
+TEST_P(SpotMarks, UnreadableStatesLeaveThePlainList) {
+  AddSpot({1, u"spot"_s, {}, 1});
+  SpotSurvey survey;
+  const QString local = global.localDatabasePath;
+  const QString server = global.serverDatabasePath;
+  global.localDatabasePath = global.serverDatabasePath = u"Q:\\weg.mdb"_s;
+  int ended = 0;
+  QObject::connect(&survey, &SpotSurvey::finished, [&ended] { ++ended; });
+  survey.Start(SpotSurvey::Reading::AtOnce);
+  global.localDatabasePath = local;
+  global.serverDatabasePath = server;
+  EXPECT_EQ(ended, 1);
+  EXPECT_FALSE(survey.IsRead());
+  EXPECT_EQ(survey.Find(1), nullptr);
+  EXPECT_TRUE(boxes_.Shown().empty());
+}
+
+TEST_P(SpotMarks, ReadingInSlicesKnowsTheSameInTheEnd) {
+  AddAllStates();
+  SpotSurvey atOnce;
+  atOnce.Start(SpotSurvey::Reading::AtOnce);
+  ASSERT_TRUE(atOnce.IsRead());
+  SpotSurvey inSlices;
+  inSlices.Start(SpotSurvey::Reading::InSlices);
+  EXPECT_FALSE(inSlices.IsRead());
+  ASSERT_TRUE(WaitUntil([&] { return atOnce.IsFinished() && inSlices.IsFinished(); }));
+  for (const SpotView view : kSpotViews)
+    EXPECT_EQ(CountIn(view, atOnce.Counts()), CountIn(view, inSlices.Counts()));
+  EXPECT_EQ(CountIn(SpotView::Alle, inSlices.Counts()), 6);
+  EXPECT_EQ(CountIn(SpotView::ZonderBestand, inSlices.Counts()), 1);
+  EXPECT_EQ(CountIn(SpotView::LopenVandaag, inSlices.Counts()), 2);
+}
+
+TEST_P(SpotMarks, ListCanBeNarrowedToAStateWithoutReadingAgain) {
+  AddAllStates();
+  frmItemSpots form(nullptr);
+  form.ShowOnly(SpotView::ZonderBestand);
+  Open(form);
+  ASSERT_TRUE(WaitUntil([&] { return !Lines(form).isEmpty(); }));
+  EXPECT_EQ(Lines(form), QStringList{u"ontbreekt"_s});
+  EXPECT_EQ(Count(form), u"1 van 5 item-spots"_s);
+  auto& choice = Child<controls::ComboBox>(form, u"cboToestand"_s);
+  EXPECT_TRUE(choice.isVisible());
+  choice.SelectWhereItemData(static_cast<qint64>(SpotView::Alle));
+  EXPECT_EQ(Lines(form).size(), 5);
+}
+
+TEST_P(SpotMarks, StateChoiceHidesTheSelectedLineAndTheButtonsFollow) {
+  AddAllStates();
+  frmItemSpots form(nullptr);
+  Open(form);
+  Select(form, u"loopt"_s);
+  form.ShowOnly(SpotView::VerlopenBinnenkort);
+  EXPECT_EQ(Lines(form), QStringList{u"verloopt"_s});
+  EXPECT_FALSE(Enabled(form, u"cmdOpen"_s));
+  EXPECT_FALSE(Enabled(form, u"cmdDesaktiveer"_s));
+}
+
+TEST_P(SpotMarks, StateWithoutSpotsSaysSo) {
+  AddDated(1, u"loopt"_s, AudioFile(u"hier.wav"_s), kToday.addDays(-9), kToday.addDays(40));
+  frmItemSpots form(nullptr);
+  form.ShowOnly(SpotView::ZonderBestand);
+  Open(form);
+  ASSERT_TRUE(WaitUntil([&] { return List(form).EmptyText().startsWith(u"Geen item-spots in de toestand"_s); }));
+  EXPECT_EQ(List(form).EmptyText(),
+            u"Geen item-spots in de toestand ‘Zonder geluidsbestand’.\nKies ‘Alle toestanden’ om alles te zien."_s);
+}
+
+TEST_P(SpotMarks, ListOpensWithoutTheStateChoice) {
+  frmItemSpots form(nullptr);
+  Open(form);
+  EXPECT_FALSE(Child<controls::ComboBox>(form, u"cboToestand"_s).isVisible());
+}

@@ -1,0 +1,151 @@
+#include "data/DatabasePaths.h"
+#include "data/Globals.h"
+#include "data/Lookups.h"
+#include "platform/desktop/MessageBox.h"
+#include "tests/support/Station.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+
+using namespace Qt::StringLiterals;
+using testing_support::Station;
+
+TEST(GetNewID, IsOneForAnEmptyTableAndTheHighestPlusOneOtherwise) {
+  const Station station;
+  EXPECT_EQ(GetNewID(u"tblItems"_s, u"tblItems.ID"_s, global.serverDatabasePath), 1);
+  station.OnServer(u"INSERT INTO tblItems (ID, Naam) VALUES (41, \"a\")"_s);
+  station.OnServer(u"INSERT INTO tblItems (ID, Naam) VALUES (7, \"b\")"_s);
+  EXPECT_EQ(GetNewID(u"tblItems"_s, u"ID"_s, global.serverDatabasePath), 42);
+}
+
+TEST(GetNewID, ReportsAnErrorUnderItsNameAndGivesZero) {
+  const Station station;
+  const desktop::MessageBoxScript boxes;
+  EXPECT_EQ(GetNewID(u"tblBestaatNiet"_s, u"ID"_s, global.serverDatabasePath), 0);
+  EXPECT_EQ(boxes.Last().title, u"GetNewID"_s);
+  EXPECT_TRUE(boxes.Last().text.contains(u"tblBestaatNiet"_s)) << boxes.Last().text.toStdString();
+}
+
+TEST(NameLookup, TrimsAndGivesEmptyForNoRowAndBlanks) {
+  const Station station;
+  station.OnServer(u"INSERT INTO tblItems (ID, Naam) VALUES (1, \"  Blok A \")"_s);
+  station.OnServer(u"INSERT INTO tblItems (ID, Naam) VALUES (2, \"   \")"_s);
+  station.OnServer(u"INSERT INTO tblItems (ID) VALUES (3)"_s);
+  station.OnServer(u"INSERT INTO tblItemSpots (ID, Naam) VALUES (1, \"Spot \")"_s);
+  EXPECT_EQ(GetItemNaam(1, global.serverDatabasePath, u"tblItems"_s), u"Blok A"_s);
+  EXPECT_EQ(GetItemNaam(2, global.serverDatabasePath, u"tblItems"_s), u""_s);
+  EXPECT_EQ(GetItemNaam(3, global.serverDatabasePath, u"tblItems"_s), u""_s);
+  EXPECT_EQ(GetItemNaam(9, global.serverDatabasePath, u"tblItems"_s), u""_s);
+  EXPECT_EQ(GetItemSpotID_Naam(1, global.serverDatabasePath, u"tblItemSpots"_s), u"Spot"_s);
+}
+
+TEST(GetItemItemSpots, JoinsTheThreeTables) {
+  const Station station;
+  station.OnServer(u"INSERT INTO tblItems (ID, Naam) VALUES (1, \"a\")"_s);
+  station.OnServer(u"INSERT INTO tblItems (ID, Naam) VALUES (2, \"b\")"_s);
+  for (int id = 1; id <= 3; ++id) {
+    station.OnServer(u"INSERT INTO tblItemSpots (ID, Naam, Path) VALUES (%1, \"s%1\", \"p%1\")"_s.arg(id));
+  }
+  station.OnServer(u"INSERT INTO tblItemsItemSpots (ItemID, ItemSpotOrder, ItemSpotID) VALUES (1, 1, 3)"_s);
+  station.OnServer(u"INSERT INTO tblItemsItemSpots (ItemID, ItemSpotOrder, ItemSpotID) VALUES (1, 2, 1)"_s);
+  station.OnServer(u"INSERT INTO tblItemsItemSpots (ItemID, ItemSpotOrder, ItemSpotID) VALUES (2, 1, 2)"_s);
+  auto rows = GetItem_ItemSpots(1, global.serverDatabasePath, u"tblItems"_s, u"tblItemsItemSpots"_s, u"tblItemSpots"_s);
+  ASSERT_TRUE(rows.has_value());
+  QSet<QString> paths;
+  for (; !rows->Eof(); rows->MoveNext()) paths += rows->Field(u"Path"_s).toString();
+  EXPECT_EQ(paths, (QSet<QString>{u"p1"_s, u"p3"_s}));
+}
+
+TEST(GetItemItemSpots, AnErrorGivesNoRecordset) {
+  const Station station;
+  const desktop::MessageBoxScript boxes;
+  EXPECT_FALSE(GetItem_ItemSpots(1, global.serverDatabasePath, u"tblItems"_s, u"weg"_s, u"tblItemSpots"_s).has_value());
+  EXPECT_EQ(boxes.Last().title, u"GetItem_ItemSpots"_s);
+}
+
+TEST(SetOnlineYn, ReadsTheRowInAnyLetterCase) {
+  const Station station;
+  global.online = false;
+  station.OnLocal(u"UPDATE cdeInstellingen SET InitCode = \"oNLINEyN\""_s);
+  SetOnlineYn();
+  EXPECT_TRUE(global.online);
+  station.OnLocal(u"UPDATE cdeInstellingen SET InitValue = \"0\""_s);
+  SetOnlineYn();
+  EXPECT_FALSE(global.online);
+}
+
+TEST(SetOnlineYn, ANonNumericValueOrNoRowLeavesTheSystemOnline) {
+  const Station station(Station::Mode::Offline);
+  station.OnLocal(u"UPDATE cdeInstellingen SET InitValue = \"ja\""_s);
+  SetOnlineYn();
+  EXPECT_TRUE(global.online);
+  global.online = false;
+  station.OnLocal(u"DELETE FROM cdeInstellingen"_s);
+  SetOnlineYn();
+  EXPECT_TRUE(global.online);
+}
+
+TEST(SetOnlineYn, AStationNumberMakesItFailAndLeavesTheFlag) {
+  Station station(Station::Mode::Offline);
+  global.stationNumber = 3;
+  const desktop::MessageBoxScript boxes;
+  SetOnlineYn();
+  EXPECT_FALSE(global.online);
+  ASSERT_EQ(boxes.Shown().size(), 1U);
+  EXPECT_EQ(boxes.Last().title, u"SetOnlineYn"_s);
+  EXPECT_TRUE(boxes.Last().text.contains(u"'ONLINEYN'3"_s)) << boxes.Last().text.toStdString();
+  station.Use(Station::Mode::Online);
+  SetOnlineYn();
+  EXPECT_TRUE(global.online);
+}
+
+TEST(SetRadioNaam, ReadsTheTrimmedNameOfTheStation) {
+  const Station station;
+  station.OnLocal(u"INSERT INTO cdeLicenties (LicentieNummer, RadioNaam) VALUES (3, \" Radio Drie \")"_s);
+  global.stationNumber = 3;
+  SetRadioNaam();
+  EXPECT_EQ(global.stationName, u"Radio Drie"_s);
+}
+
+TEST(SetRadioNaam, AStationWithoutARowLeavesTheNameEmpty) {
+  const Station station;
+  global.stationName = u"oud"_s;
+  global.stationNumber = 9;
+  SetRadioNaam();
+  EXPECT_EQ(global.stationName, u""_s);
+}
+
+TEST(SetRadioNaam, AFileThatWillNotOpenLeavesTheNameAsItWas) {
+  const Station station;
+  global.stationName = u"oud"_s;
+  QFile::remove(station.Folder() + u"/data/OvalistoLocal.mdb");
+  const desktop::MessageBoxScript boxes;
+  SetRadioNaam();
+  EXPECT_EQ(global.stationName, u"oud"_s);
+  EXPECT_EQ(boxes.Last().title, u"SetRadioNaam"_s);
+}
+
+TEST(UpdateOnlineYn, IsWrittenToTheLocalDatabaseAndNeverLogged) {
+  const Station station(Station::Mode::Offline);
+  EXPECT_TRUE(Update_cdeInstellingen_OnlineYn(0));
+  EXPECT_EQ(station.LocalRows(u"SELECT InitValue FROM cdeInstellingen"_s).Field(u"InitValue"_s).toString(), u"0"_s);
+  EXPECT_TRUE(Update_cdeInstellingen_OnlineYn(-1));
+  EXPECT_EQ(station.LocalRows(u"SELECT InitValue FROM cdeInstellingen"_s).Field(u"InitValue"_s).toString(), u"-1"_s);
+  EXPECT_TRUE(station.Log().isEmpty());
+}
+
+TEST(DatabasePaths, CarryTheStationNumberUnlessItIsZero) {
+  global = Globals();
+  global.programFolder = u"C:\\Spotrooster"_s;
+  global.databasePath = u"\\\\server\\data"_s;
+  FormDatabasePaths();
+  EXPECT_EQ(global.localDatabasePath, u"C:\\Spotrooster\\data\\OvalistoLocal.mdb"_s);
+  EXPECT_EQ(global.serverDatabasePath, u"\\\\server\\data\\OvalistoServer.mdb"_s);
+  EXPECT_EQ(global.workDatabasePath, u"C:\\Spotrooster\\data\\work.mdb"_s);
+  global.stationNumber = 3;
+  FormDatabasePaths();
+  EXPECT_EQ(global.localDatabasePath, u"C:\\Spotrooster\\data\\OvalistoLocal3.mdb"_s);
+  EXPECT_EQ(global.serverDatabasePath, u"\\\\server\\data\\OvalistoServer3.mdb"_s);
+  global = Globals();
+}

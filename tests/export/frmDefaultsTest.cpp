@@ -1,0 +1,249 @@
+#include "export/frmDefaults.h"
+
+#include "data/Globals.h"
+#include "data/Messages.h"
+#include "data/Screens.h"
+#include "platform/desktop/FileChooser.h"
+#include "platform/runtime/HostPath.h"
+#include "platform/runtime/TextFile.h"
+#include "tests/support/Child.h"
+#include "tests/support/Hindrance.h"
+#include "tests/support/Station.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTabWidget>
+#include <QTest>
+
+#include <cstdlib>
+
+using namespace Qt::StringLiterals;
+using desktop::FileChooserScript;
+using desktop::MessageBoxScript;
+using testing_support::Child;
+using testing_support::Plain;
+using testing_support::Station;
+
+namespace {
+
+const QString kWarning = u"Als U van offline naar online overschakelt, dient u meteen ook te exporteren !"_s;
+
+QString IniPath() { return global.programFolder + u"\\ovalis.ini"_s; }
+QByteArray Ini() { return runtime::ReadFile(IniPath()); }
+
+// The settings dialog on a station with a settings file; counts how often the export was opened.
+struct Window {
+  Window() {
+    runtime::WriteFile(IniPath(), "; keep\r\n[Files]\r\nDatabasePath=" + global.databasePath.toLatin1() + "\r\nX=1\r\n");
+    RegisterScreen(Screen::PlanningExporteren, [this](QWidget* owner) {
+      ++exports;
+      exportOwner = owner;
+      onlineAtExport = global.online;
+    });
+    form.Form_Load();
+    form.show();
+  }
+  ~Window() { RegisterScreen(Screen::PlanningExporteren, {}); }
+
+  QRadioButton& Online() { return Child<QRadioButton>(form, u"optOnline"_s); }
+  QRadioButton& Offline() { return Child<QRadioButton>(form, u"optOffline"_s); }
+  QLineEdit& Path() { return Child<QLineEdit>(form, u"txtDatabasepath"_s); }
+  void Press(const QString& button) { Child<QPushButton>(form, button).click(); }
+
+  frmDefaults form{nullptr};
+  int exports = 0;
+  QWidget* exportOwner = nullptr;
+  bool onlineAtExport = false;
+};
+
+QString StoredMode(const Station& station) {
+  return station.LocalRows(u"SELECT InitValue FROM cdeInstellingen WHERE InitCode = 'OnlineYn'"_s)
+      .Field(u"InitValue"_s)
+      .toString();
+}
+
+}  // namespace
+
+TEST(frmDefaults, HasItsGivenControlsAndCaptions) {
+  const Station station;
+  const frmDefaults form(nullptr);
+  const auto& tab = Child<QTabWidget>(form, u"SSTab1"_s);
+  ASSERT_EQ(tab.count(), 1);
+  EXPECT_EQ(Plain(tab.tabText(0)), u"Detail"_s);
+  EXPECT_EQ(Child<QGroupBox>(form, u"fraOnlineYn"_s).title(), u"Online/Offline"_s);
+  EXPECT_EQ(Child<QGroupBox>(form, u"fraDatabase"_s).title(), u"Database-path"_s);
+  EXPECT_EQ(Plain(Child<QRadioButton>(form, u"optOnline"_s).text()), u"Online"_s);
+  EXPECT_EQ(Plain(Child<QRadioButton>(form, u"optOffline"_s).text()), u"Offline"_s);
+  EXPECT_EQ(Plain(Child<QPushButton>(form, u"cmdAnnuleren"_s).text()), u"Annuleren"_s);
+  Child<QLineEdit>(form, u"txtDatabasepath"_s);
+  Child<QPushButton>(form, u"cmdDatabasePath"_s);
+  Child<QPushButton>(form, u"cmdOk"_s);
+  EXPECT_NE(form.findChild<QObject*>(u"isFolder"_s), nullptr);
+}
+
+TEST(frmDefaults, OpensOnThePresentModeAndPathWithoutAWarning) {
+  for (const auto mode : {Station::Mode::Online, Station::Mode::Offline}) {
+    const Station station(mode);
+    const MessageBoxScript boxes;
+    Window window;
+    EXPECT_EQ(window.Online().isChecked(), global.online);
+    EXPECT_EQ(window.Offline().isChecked(), !global.online);
+    EXPECT_EQ(window.Path().text(), global.databasePath);
+    EXPECT_TRUE(boxes.Shown().empty());
+    window.Press(u"cmdOk"_s);
+    EXPECT_EQ(window.exports, 0);
+  }
+}
+
+TEST(frmDefaults, AStoredPathOfAtMostOneCharacterLeavesTheBoxEmpty) {
+  const Station station;
+  for (const QString& path : {u""_s, u"Z"_s}) {
+    global.databasePath = path;
+    Window window;
+    EXPECT_EQ(window.Path().text(), QString());
+  }
+  global.databasePath = u"Z:"_s;
+  Window window;
+  EXPECT_EQ(window.Path().text(), u"Z:"_s);
+}
+
+TEST(frmDefaults, ChoosingOnlineWarnsAndOkOpensTheExportInTheNewMode) {
+  const Station station(Station::Mode::Offline);
+  Window window;
+  const MessageBoxScript boxes{kAnswerOk};
+  window.Online().click();
+  ASSERT_EQ(boxes.Shown().size(), 1u);
+  EXPECT_EQ(boxes.Last().text, kWarning);
+  EXPECT_EQ(boxes.Last().style, 48);
+  EXPECT_EQ(boxes.Last().title, u"Items"_s);
+  window.Press(u"cmdOk"_s);
+  EXPECT_EQ(StoredMode(station), u"-1"_s);
+  EXPECT_TRUE(global.online);
+  EXPECT_EQ(window.exports, 1);
+  EXPECT_EQ(window.exportOwner, &window.form);
+  EXPECT_TRUE(window.onlineAtExport);
+  EXPECT_FALSE(window.form.isVisible());
+}
+
+TEST(frmDefaults, ChoosingOnlineOnceMoreWarnsAndExportsEvenWhenAlreadyOnline) {
+  const Station station(Station::Mode::Online);
+  Window window;
+  const MessageBoxScript boxes{kAnswerOk};
+  QTest::mouseClick(&window.Online(), Qt::LeftButton, {}, QPoint(8, window.Online().height() / 2));
+  EXPECT_EQ(boxes.Shown().size(), 1u);
+  window.Press(u"cmdOk"_s);
+  EXPECT_EQ(window.exports, 1);
+}
+
+TEST(frmDefaults, ChoosingOfflineAfterOnlineClearsTheNeedToExport) {
+  const Station station(Station::Mode::Offline);
+  Window window;
+  const MessageBoxScript boxes{kAnswerOk};
+  window.Online().click();
+  window.Offline().click();
+  EXPECT_EQ(boxes.Shown().size(), 1u);
+  window.Press(u"cmdOk"_s);
+  EXPECT_EQ(window.exports, 0);
+  EXPECT_EQ(StoredMode(station), u"0"_s);
+  EXPECT_FALSE(global.online);
+}
+
+TEST(frmDefaults, CancellingChangesNeitherTheDatabaseNorTheFile) {
+  const Station station(Station::Mode::Online);
+  Window window;
+  const QByteArray before = Ini();
+  const MessageBoxScript boxes;
+  window.Offline().click();
+  window.Path().setText(u"Q:\\elders"_s);
+  window.Press(u"cmdAnnuleren"_s);
+  EXPECT_FALSE(window.form.isVisible());
+  EXPECT_EQ(Ini(), before);
+  EXPECT_EQ(StoredMode(station), u"-1"_s);
+  EXPECT_TRUE(global.online);
+  EXPECT_EQ(window.exports, 0);
+}
+
+TEST(frmDefaults, OkWritesTheTrimmedPathAsItStandsAndKeepsTheRestOfTheFile) {
+  const Station station;
+  Window window;
+  const QString server = global.serverDatabasePath;
+  window.Path().setText(u"  \\\\elders\\Café  "_s);
+  window.Press(u"cmdOk"_s);
+  EXPECT_EQ(Ini(), QByteArray("; keep\r\n[Files]\r\nDatabasePath=\\\\elders\\Caf\xE9\r\nX=1\r\n"));
+  EXPECT_EQ(global.databasePath, u"\\\\elders\\Café"_s);
+  EXPECT_EQ(global.serverDatabasePath, server);
+  EXPECT_FALSE(window.form.isVisible());
+}
+
+TEST(frmDefaults, AnEmptyPathIsWrittenToo) {
+  const Station station;
+  Window window;
+  window.Path().clear();
+  window.Press(u"cmdOk"_s);
+  EXPECT_TRUE(Ini().contains("DatabasePath=\r\n"));
+  EXPECT_EQ(global.databasePath, QString());
+}
+
+TEST(frmDefaults, TheFolderButtonStartsFromTheBoxAndTakesTheChoice) {
+  const Station station;
+  Window window;
+  FileChooserScript chooser;
+  chooser.Choose(station.AudioFolder());
+  window.Press(u"cmdDatabasePath"_s);
+  ASSERT_EQ(chooser.Shown().size(), 1u);
+  EXPECT_EQ(chooser.Shown()[0].title, u"Geef de gewenste map op"_s);
+  EXPECT_EQ(chooser.Shown()[0].startFolder, station.ServerFolder());
+  EXPECT_EQ(window.Path().text(), runtime::PathText(station.AudioFolder()));
+}
+
+TEST(frmDefaults, CancellingTheFolderChooserLeavesTheBoxAsItStarted) {
+  const Station station;
+  Window window;
+  for (const QString& path : {global.databasePath, u"Q:\\niet\\gekoppeld"_s}) {
+    window.Path().setText(path);
+    FileChooserScript chooser;
+    chooser.Cancel();
+    window.Press(u"cmdDatabasePath"_s);
+    EXPECT_EQ(window.Path().text(), path);
+  }
+}
+
+TEST(frmDefaults, AFolderOutsideOfTheMappedDrivesWarns) {
+  const Station station;
+  Window window;
+  runtime::SetDrives({{u"D"_s, station.AudioFolder()}});
+  FileChooserScript chooser;
+  chooser.Choose(station.ServerFolder());
+  const MessageBoxScript boxes{kAnswerOk};
+  window.Press(u"cmdDatabasePath"_s);
+  ASSERT_EQ(boxes.Shown().size(), 1u);
+  EXPECT_TRUE(boxes.Last().text.contains(station.ServerFolder()));
+  EXPECT_EQ(window.Path().text(), station.ServerFolder());
+}
+
+TEST(frmDefaults, AFullDiskLeavesTheSettingsFileWholeAndTheDialogOpen) {
+  const Station station;
+  Window window;
+  const QByteArray before = Ini();
+  global.localDatabasePath = u"Z:\\niet\\hier.mdb"_s;  // its own write would meet the full disk first
+  window.Path().setText(u"Q:\\elders"_s);
+  const MessageBoxScript boxes{kAnswerOk, kAnswerOk, kAnswerOk};
+  {
+    const testing_support::FullDisk full(10);
+    window.Press(u"cmdOk"_s);
+  }
+  ASSERT_EQ(boxes.Shown().size(), 3u);
+  EXPECT_EQ(boxes.Shown()[0].title, u"Update_cdeInstellingen_OnlineYn"_s);
+  EXPECT_EQ(boxes.Shown()[1].title, u"SetOnlineYn"_s);
+  EXPECT_EQ(boxes.Last().title, u"cmdOk_Click"_s);
+  EXPECT_TRUE(boxes.Last().text.contains(u"ovalis.ini"_s));
+  EXPECT_EQ(Ini(), before);
+  EXPECT_EQ(QDir(station.Folder()).entryList(QDir::Files), QStringList{u"ovalis.ini"_s});
+  EXPECT_TRUE(window.form.isVisible());
+}

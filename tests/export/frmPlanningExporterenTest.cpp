@@ -1,0 +1,316 @@
+#include "export/frmPlanningExporteren.h"
+
+#include "data/Globals.h"
+#include "data/Messages.h"
+#include "export/ExportDrawing.h"
+#include "platform/desktop/Lock.h"
+#include "platform/runtime/Clock.h"
+#include "platform/runtime/HostPath.h"
+#include "platform/runtime/TextFile.h"
+#include "tests/support/Child.h"
+#include "tests/support/Hindrance.h"
+#include "tests/support/Station.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFrame>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+
+#include <cstdlib>
+#include <sys/stat.h>
+
+using namespace Qt::StringLiterals;
+using desktop::MessageBoxScript;
+using testing_support::Child;
+using testing_support::Plain;
+using testing_support::Station;
+
+namespace {
+
+const QDateTime kNow(QDate(2024, 1, 31), QTime(15, 45, 7));
+
+void FillLog(const Station& station) {
+  station.OnLocal(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (3, \"UPDATE a SET b = 1\")"_s);
+  station.OnLocal(u"INSERT INTO tblOfflineLog (ID) VALUES (2)"_s);
+  station.OnLocal(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (1, \"DELETE FROM c \")"_s);
+}
+
+int LogRows(const Station& station) { return station.LocalRows(u"SELECT ID FROM tblOfflineLog"_s).RecordCount(); }
+
+QStringList Exported(const Station& station) { return QDir(station.ExportFolder()).entryList(QDir::Files); }
+
+QByteArray Content(const Station& station, const QString& name) {
+  QFile file(station.ExportFolder() + u'/' + name);
+  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be read");
+}
+
+// An export window, loaded and shown, with a set clock.
+struct Window {
+  Window() {
+    form.Form_Load();
+    form.show();
+  }
+  void PressOk() { Child<QPushButton>(form, u"cmdOk"_s).click(); }
+
+  frmPlanningExporteren form{nullptr};
+  runtime::ClockScope clock{kNow};
+};
+
+}  // namespace
+
+TEST(frmPlanningExporteren, HasItsGivenControls) {
+  const Station station;
+  const frmPlanningExporteren form(nullptr);
+  Child<QLineEdit>(form, u"txtBestemming"_s);
+  Child<QLabel>(form, u"lblProgressStatus"_s);
+  Child<QPushButton>(form, u"cmdOk"_s);
+  Child<QPushButton>(form, u"cmdAnnuleren"_s);
+  const QWidget& panel = Child<QFrame>(form, u"picProgress"_s);
+  Child<ExportDrawing>(panel, u"imgProgress"_s);
+  EXPECT_EQ(form.windowTitle(), u"Planning exporteren"_s);
+}
+
+TEST(frmPlanningExporteren, OpensWithTheLockedDestinationAndAHiddenPanel) {
+  const Station station;
+  global.exportPath = u"  Z:\\uit  "_s;
+  const Window window;
+  auto& destination = Child<QLineEdit>(window.form, u"txtBestemming"_s);
+  EXPECT_EQ(destination.text(), u"Z:\\uit"_s);
+  EXPECT_TRUE(desktop::IsLocked(&destination));
+  EXPECT_FALSE(Child<QFrame>(window.form, u"picProgress"_s).isVisible());
+  auto& button = Child<QPushButton>(window.form, u"cmdAnnuleren"_s);
+  EXPECT_EQ(Plain(button.text()), u"Sluiten"_s);
+  EXPECT_EQ(button.toolTip(), u"Sluiten"_s);
+}
+
+TEST(frmPlanningExporteren, WritesTheLogInRecordingOrderAndEmptiesIt) {
+  const Station station(Station::Mode::Offline);
+  FillLog(station);
+  Window window;
+  const MessageBoxScript boxes{kAnswerYes, kAnswerOk};
+  window.PressOk();
+  ASSERT_EQ(Exported(station), QStringList{u"20240131154507.tql"_s});
+  EXPECT_EQ(Content(station, u"20240131154507.tql"_s), "DELETE FROM c;\r\nUPDATE a SET b = 1;\r\n");
+  EXPECT_EQ(LogRows(station), 0);
+  ASSERT_EQ(boxes.Shown().size(), 2u);
+  EXPECT_EQ(boxes.Shown()[0].text, u"Heeft U de vorige export-files reeds verwerkt met Kadrovia ?"_s);
+  EXPECT_EQ(boxes.Shown()[0].style, 36);
+  EXPECT_EQ(boxes.Shown()[0].title, u"Items"_s);
+  EXPECT_EQ(boxes.Shown()[1].text, GetMsgElements(5004).text);
+  EXPECT_FALSE(window.form.isVisible());
+}
+
+TEST(frmPlanningExporteren, AnsweringNoExportsNothingAndKeepsTheLog) {
+  const Station station(Station::Mode::Offline);
+  FillLog(station);
+  Window window;
+  const MessageBoxScript boxes{kAnswerNo, kAnswerOk};
+  window.PressOk();
+  ASSERT_EQ(boxes.Shown().size(), 2u);
+  EXPECT_EQ(boxes.Last().text,
+            u"Om data-verlies te vermijden, dient U eerst de vorige export-files te verwerken met Kadrovia !"_s);
+  EXPECT_EQ(boxes.Last().style, 48);
+  EXPECT_EQ(boxes.Last().title, u"Items"_s);
+  EXPECT_EQ(global.lastAnswer.toInt(), kAnswerNo);
+  EXPECT_TRUE(Exported(station).isEmpty());
+  EXPECT_EQ(LogRows(station), 3);
+  EXPECT_TRUE(window.form.isVisible());
+}
+
+TEST(frmPlanningExporteren, OnlineExportsTheLocalLogWithoutAsking) {
+  const Station station(Station::Mode::Online);
+  FillLog(station);
+  Window window;
+  const MessageBoxScript boxes{kAnswerOk};
+  window.PressOk();
+  ASSERT_EQ(boxes.Shown().size(), 1u);
+  EXPECT_EQ(boxes.Last().text, GetMsgElements(5004).text);
+  EXPECT_EQ(Exported(station).size(), 1);
+  EXPECT_EQ(LogRows(station), 0);
+}
+
+TEST(frmPlanningExporteren, WithoutADestinationShowsMessage1500) {
+  const Station station;
+  global.exportPath = u"   "_s;
+  Window window;
+  const MessageBoxScript boxes{kAnswerOk};
+  window.PressOk();
+  ASSERT_EQ(boxes.Shown().size(), 1u);
+  EXPECT_EQ(boxes.Last().text, GetMsgElements(1500, u"Bestemming"_s).text);
+  EXPECT_TRUE(window.form.isVisible());
+}
+
+TEST(frmPlanningExporteren, AMissingFolderShowsMessage5001) {
+  const Station station;
+  FillLog(station);
+  const QString missing = global.exportPath + u"\\weg"_s;
+  for (const QString& path : {missing, u"Q:\\onbekend"_s, global.localDatabasePath}) {
+    global.exportPath = path;
+    Window window;
+    const MessageBoxScript boxes{kAnswerOk};
+    window.PressOk();
+    ASSERT_EQ(boxes.Shown().size(), 1u) << path.toStdString();
+    EXPECT_EQ(boxes.Last().text, GetMsgElements(5001, u"Bestemming"_s).text);
+    EXPECT_TRUE(window.form.isVisible());
+  }
+  EXPECT_EQ(LogRows(station), 3);
+}
+
+TEST(frmPlanningExporteren, AnEmptyLogMakesNoFileAndStillTellsItIsDone) {
+  const Station station;
+  Window window;
+  const MessageBoxScript boxes{kAnswerOk};
+  window.PressOk();
+  EXPECT_TRUE(Exported(station).isEmpty());
+  ASSERT_EQ(boxes.Shown().size(), 1u);
+  EXPECT_EQ(boxes.Last().text, GetMsgElements(5004).text);
+  EXPECT_FALSE(window.form.isVisible());
+}
+
+TEST(frmPlanningExporteren, ALogOfEmptyRowsMakesAnEmptyFile) {
+  const Station station;
+  station.OnLocal(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (1, \"  \")"_s);
+  Window window;
+  const MessageBoxScript boxes{kAnswerOk};
+  window.PressOk();
+  EXPECT_EQ(Content(station, u"20240131154507.tql"_s), QByteArray());
+  EXPECT_EQ(Exported(station).size(), 1);
+  EXPECT_EQ(LogRows(station), 0);
+}
+
+TEST(frmPlanningExporteren, ASecondExportWithinTheSameSecondReplacesTheFile) {
+  const Station station;
+  for (const QString& statement : {u"DELETE FROM one"_s, u"DELETE FROM two"_s}) {
+    station.OnLocal(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (1, \""_s + statement + u"\")"_s);
+    Window window;
+    const MessageBoxScript boxes{kAnswerOk};
+    window.PressOk();
+  }
+  EXPECT_EQ(Exported(station).size(), 1);
+  EXPECT_EQ(Content(station, u"20240131154507.tql"_s), "DELETE FROM two;\r\n");
+}
+
+TEST(frmPlanningExporteren, PressingTheButtonOrEscDuringAnExportDoesNotStopIt) {
+  const Station station;
+  FillLog(station);
+  Window window;
+  const MessageBoxScript boxes{kAnswerOk};
+  QStringList captions;
+  const auto interrupt = [&] {
+    auto& button = Child<QPushButton>(window.form, u"cmdAnnuleren"_s);
+    captions += Plain(button.text()) + u'/' + button.toolTip();
+    button.click();
+    QTest::keyClick(&window.form, Qt::Key_Escape);
+    window.form.close();
+  };
+  QMetaObject::invokeMethod(&window.form, interrupt, Qt::QueuedConnection);
+  window.PressOk();
+  EXPECT_EQ(captions, QStringList{u"Onderbreken/Onderbreken"_s});
+  EXPECT_EQ(Content(station, u"20240131154507.tql"_s), "DELETE FROM c;\r\nUPDATE a SET b = 1;\r\n");
+  EXPECT_EQ(LogRows(station), 0);
+  EXPECT_EQ(boxes.Last().text, GetMsgElements(5004).text);
+}
+
+TEST(frmPlanningExporteren, WhileItRunsOnlyThePanelAndItsButtonAreLive) {
+  const Station station;
+  FillLog(station);
+  Window window;
+  const MessageBoxScript boxes{kAnswerOk};
+  QString step;
+  bool onlyButton = false;
+  const runtime::ClockScope look([&] {
+    step = Child<QLabel>(window.form, u"lblProgressStatus"_s).text();
+    onlyButton = !Child<QPushButton>(window.form, u"cmdOk"_s).isEnabled() &&
+                 !Child<QLineEdit>(window.form, u"txtBestemming"_s).isEnabled() &&
+                 Child<QPushButton>(window.form, u"cmdAnnuleren"_s).isEnabled() &&
+                 Child<QFrame>(window.form, u"picProgress"_s).isVisible();
+    return kNow;
+  });
+  window.PressOk();
+  EXPECT_EQ(step, u"Offline-log controleren en exporteren"_s);
+  EXPECT_TRUE(onlyButton);
+  EXPECT_TRUE(Child<QPushButton>(window.form, u"cmdOk"_s).isEnabled());
+  EXPECT_EQ(Child<QPushButton>(window.form, u"cmdAnnuleren"_s).toolTip(), u"Sluiten"_s);
+}
+
+TEST(frmPlanningExporteren, IdleTheButtonAndEscCloseIt) {
+  const Station station;
+  Window window;
+  Child<QPushButton>(window.form, u"cmdAnnuleren"_s).click();
+  EXPECT_FALSE(window.form.isVisible());
+  Window other;
+  QTest::keyClick(&other.form, Qt::Key_Escape);
+  EXPECT_FALSE(other.form.isVisible());
+}
+
+TEST(frmPlanningExporteren, ReplacedCharactersAreToldWithTheirStatements) {
+  const Station station;
+  station.OnLocal(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (1, \"UPDATE a SET b = 'Ώ'\")"_s);
+  Window window;
+  const MessageBoxScript boxes{kAnswerOk, kAnswerOk};
+  window.PressOk();
+  ASSERT_EQ(boxes.Shown().size(), 2u);
+  EXPECT_EQ(boxes.Shown()[0].style, 48);
+  EXPECT_TRUE(boxes.Shown()[0].text.contains(u"UPDATE a SET b = 'Ώ'"_s));
+  EXPECT_EQ(Content(station, u"20240131154507.tql"_s), "UPDATE a SET b = '?';\r\n");
+}
+
+TEST(frmPlanningExporteren, AFullDiskLeavesTheLogAndNoHalfFile) {
+  const Station station;
+  FillLog(station);
+  Window window;
+  const MessageBoxScript boxes{kAnswerOk, kAnswerOk};
+  {
+    const testing_support::FullDisk full(10);
+    window.PressOk();
+  }
+  ASSERT_EQ(boxes.Shown().size(), 2u);
+  EXPECT_EQ(boxes.Shown()[0].title, u"Opslaan"_s);
+  EXPECT_EQ(boxes.Shown()[0].style, 16);
+  EXPECT_TRUE(boxes.Shown()[0].text.contains(u"20240131154507.tql"_s));
+  EXPECT_EQ(boxes.Shown()[1].text, GetMsgElements(5004).text);
+  EXPECT_TRUE(Exported(station).isEmpty());
+  EXPECT_EQ(LogRows(station), 3);
+}
+
+// In a process of its own, since only one without the rights of root meets permissions at all.
+TEST(frmPlanningExporterenDeathTest, AFolderWithoutWritePermissionLeavesTheLog) {
+  const Station station;
+  FillLog(station);
+  ::chmod(QFile::encodeName(station.Folder()).constData(), 0755);
+  ::chmod(QFile::encodeName(station.ExportFolder()).constData(), 0555);
+  const auto exportThere = [&] {
+    testing_support::BecomeNobody();
+    Window window;
+    const MessageBoxScript boxes{kAnswerOk, kAnswerOk};
+    window.PressOk();
+    const auto& error = boxes.Shown().at(0);
+    const bool told = error.title == u"Opslaan"_s && error.text.contains(u"20240131154507.tql"_s) &&
+                      error.text.contains(u"toegang geweigerd"_s);
+    std::_Exit(told && LogRows(station) == 3 ? 0 : 1);
+  };
+  EXPECT_EXIT(exportThere(), testing::ExitedWithCode(0), "");
+  EXPECT_TRUE(Exported(station).isEmpty());
+  ::chmod(QFile::encodeName(station.ExportFolder()).constData(), 0755);
+}
+
+TEST(frmPlanningExporteren, ALocalDatabaseThatIsGoneOrGarbageIsNamed) {
+  const Station station;
+  for (const bool garbage : {false, true}) {
+    QFile::remove(runtime::HostPath(global.localDatabasePath));
+    if (garbage) runtime::WriteFile(global.localDatabasePath, QByteArray(5000, 'x'));
+    Window window;
+    const MessageBoxScript boxes{kAnswerOk, kAnswerOk};
+    window.PressOk();
+    ASSERT_EQ(boxes.Shown().size(), 2u);
+    EXPECT_EQ(boxes.Shown()[0].title, u"Opslaan"_s);
+    EXPECT_TRUE(boxes.Shown()[0].text.contains(u"OvalistoLocal.mdb"_s)) << boxes.Shown()[0].text.toStdString();
+    EXPECT_EQ(boxes.Shown()[1].title, u"GetMsgElements"_s);
+    EXPECT_TRUE(Exported(station).isEmpty());
+  }
+}

@@ -1,0 +1,128 @@
+#include "export/frmRadioDetail.h"
+
+#include "data/Globals.h"
+#include "data/Messages.h"
+#include "data/Schema.h"
+#include "platform/controls/ComboBox.h"
+#include "platform/runtime/HostPath.h"
+#include "platform/runtime/TextFile.h"
+#include "tests/support/Child.h"
+#include "tests/support/Station.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QLabel>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using controls::ComboBox;
+using desktop::MessageBoxScript;
+using testing_support::Child;
+using testing_support::Plain;
+using testing_support::Station;
+
+namespace {
+
+struct Window {
+  Window() {
+    form.Form_Load();
+    form.show();
+  }
+  ComboBox& Radio() { return Child<ComboBox>(form, u"cboRadio"_s); }
+  void PressOk() { Child<QPushButton>(form, u"cmdOk"_s).click(); }
+
+  frmRadioDetail form{nullptr};
+};
+
+}  // namespace
+
+TEST(frmRadioDetail, HasItsGivenControlsAndCaptions) {
+  const Station station;
+  const frmRadioDetail form(nullptr);
+  EXPECT_EQ(form.windowTitle(), u"Spotrooster"_s);
+  const auto& tab = Child<QTabWidget>(form, u"tabDetail"_s);
+  ASSERT_EQ(tab.count(), 1);
+  EXPECT_EQ(Plain(tab.tabText(0)), u"Detail"_s);
+  EXPECT_EQ(Plain(Child<QLabel>(form, u"lblTxtCode"_s).text()), u"Radio:"_s);
+  Child<ComboBox>(form, u"cboRadio"_s);
+  Child<QPushButton>(form, u"cmdOk"_s);
+}
+
+TEST(frmRadioDetail, ListsTheStationsByNameWithTheirNumbersAndNoneChosen) {
+  const Station station;
+  schema::AddStation(global.localDatabasePath, 7, u"Radio Zee"_s);
+  schema::AddStation(global.localDatabasePath, 3, u"alfa"_s);
+  Window window;
+  ASSERT_EQ(window.Radio().ListCount(), 3);
+  EXPECT_EQ(window.Radio().Text(0), u"alfa"_s);
+  EXPECT_EQ(window.Radio().ItemData(0), 3);
+  EXPECT_EQ(window.Radio().Text(2), u"Radio Zee"_s);
+  EXPECT_EQ(window.Radio().ItemData(2), 7);
+  EXPECT_EQ(window.Radio().ListIndex(), -1);
+}
+
+TEST(frmRadioDetail, OkTakesTheNumberOfTheChosenStationAndCloses) {
+  const Station station;
+  schema::AddStation(global.localDatabasePath, 7, u"Radio Zee"_s);
+  Window window;
+  window.Radio().SetListIndex(1);
+  window.PressOk();
+  EXPECT_EQ(global.stationNumber, 7);
+  EXPECT_FALSE(window.form.isVisible());
+}
+
+TEST(frmRadioDetail, OkWithNothingChosenDoesNothing) {
+  const Station station;
+  global.stationNumber = 5;
+  Window window;
+  window.PressOk();
+  EXPECT_TRUE(window.form.isVisible());
+  EXPECT_EQ(global.stationNumber, 5);
+}
+
+TEST(frmRadioDetail, AnEmptyStationTableLeavesTheListEmptyAndOkDoesNothing) {
+  const Station station;
+  station.OnLocal(u"DELETE FROM cdeLicenties"_s);
+  Window window;
+  EXPECT_EQ(window.Radio().ListCount(), 0);
+  window.PressOk();
+  EXPECT_TRUE(window.form.isVisible());
+}
+
+TEST(frmRadioDetail, EscClosesItAndLeavesTheNumber) {
+  const Station station;
+  Window window;
+  window.Radio().SetListIndex(0);
+  QTest::keyClick(&window.form, Qt::Key_Escape);
+  EXPECT_FALSE(window.form.isVisible());
+  EXPECT_EQ(global.stationNumber, 0);
+}
+
+TEST(frmRadioDetail, TheKeyboardAloneChoosesAStation) {
+  const Station station;
+  schema::AddStation(global.localDatabasePath, 7, u"Radio Zee"_s);
+  Window window;
+  QTest::keyClick(&window.Radio(), Qt::Key_Down);
+  QTest::keyClick(&window.Radio(), Qt::Key_Down);
+  QTest::keyClick(&window.form, Qt::Key_Return);
+  EXPECT_EQ(global.stationNumber, 7);
+  EXPECT_FALSE(window.form.isVisible());
+}
+
+TEST(frmRadioDetail, ALocalDatabaseThatIsGoneOrGarbageIsNamed) {
+  const Station station;
+  for (const bool garbage : {false, true}) {
+    QFile::remove(runtime::HostPath(global.localDatabasePath));
+    if (garbage) runtime::WriteFile(global.localDatabasePath, QByteArray(5000, 'x'));
+    const MessageBoxScript boxes{kAnswerOk};
+    Window window;
+    ASSERT_EQ(boxes.Shown().size(), 1u);
+    EXPECT_EQ(boxes.Last().title, u"FillCboRadio"_s);
+    EXPECT_EQ(boxes.Last().style, 16);
+    EXPECT_TRUE(boxes.Last().text.contains(u"OvalistoLocal.mdb"_s)) << boxes.Last().text.toStdString();
+    EXPECT_EQ(window.Radio().ListCount(), 0);
+  }
+}

@@ -1,0 +1,134 @@
+#include "data/Globals.h"
+#include "items/FolderList.h"
+#include "items/frmDirectory.h"
+#include "platform/controls/ComboBox.h"
+#include "platform/desktop/MessageBox.h"
+#include "platform/runtime/HostPath.h"
+#include "tests/items/ItemEditor.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+
+using namespace Qt::StringLiterals;
+using testing_support::Child;
+
+namespace {
+
+class Directory : public testing::Test {
+ protected:
+  Directory() {
+    QDir(folder_.path()).mkpath(u"d/Audio/Spots"_s);
+    QDir(folder_.path()).mkpath(u"d/Audio/Jingles"_s);
+    QDir(folder_.path()).mkpath(u"d/Beeld"_s);
+    QDir(folder_.path()).mkpath(u"e/Extra"_s);
+    runtime::SetDrives({{u"D"_s, folder_.path() + u"/d"}, {u"E"_s, folder_.path() + u"/e"}, {u"X"_s, folder_.path() + u"/x"}});
+  }
+  ~Directory() override {
+    runtime::SetDrives({});
+    global = Globals();
+  }
+
+  void Open(const QString& start) {
+    global.gstrSelectedID = start;
+    form_ = std::make_unique<frmDirectory>(nullptr);
+    form_->Form_Load();
+    form_->show();
+  }
+  FolderList& List() const { return Child<FolderList>(*form_, u"lstDir"_s); }
+  controls::ComboBox& Drive() const { return Child<controls::ComboBox>(*form_, u"cboDrive"_s); }
+  void Ok() const { QTest::mouseClick(&Child<QPushButton>(*form_, u"cmdOk"_s), Qt::LeftButton); }
+  QStringList Folders() const {
+    QStringList folders;
+    for (int line = 0; line < List().ListCount(); ++line) folders += List().List(line);
+    return folders;
+  }
+
+  QTemporaryDir folder_;
+  std::unique_ptr<frmDirectory> form_;
+};
+
+}  // namespace
+
+TEST_F(Directory, OkBeforeAnyChoiceReturnsTheEmptyText) {
+  Open(u""_s);
+  EXPECT_EQ(Drive().currentText(), u"D:"_s);
+  EXPECT_EQ(Folders(), (QStringList{u"D:\\"_s, u"D:\\Audio"_s, u"D:\\Beeld"_s}));
+  Ok();
+  EXPECT_EQ(global.gstrSelectedID, u""_s);
+  EXPECT_FALSE(form_->isVisible());
+}
+
+TEST_F(Directory, AClickChoosesTheLinesFullPath) {
+  Open(u""_s);
+  List().SetListIndex(2);
+  Ok();
+  EXPECT_EQ(global.gstrSelectedID, u"D:\\Beeld"_s);
+}
+
+TEST_F(Directory, OpeningShowsTheFoldersFromTheRootDownAndTheSubfolders) {
+  Open(u""_s);
+  List().SetListIndex(1);
+  Q_EMIT List().doubleClicked();
+  EXPECT_EQ(Folders(), (QStringList{u"D:\\"_s, u"D:\\Audio"_s, u"D:\\Audio\\Jingles"_s, u"D:\\Audio\\Spots"_s}));
+  List().SetListIndex(3);
+  List().setFocus();
+  QTest::keyClick(&List(), Qt::Key_Return);
+  EXPECT_TRUE(form_->isVisible());
+  EXPECT_EQ(List().Path(), u"D:\\Audio\\Spots"_s);
+  Ok();
+  EXPECT_EQ(global.gstrSelectedID, u"D:\\Audio\\Spots"_s);
+}
+
+TEST_F(Directory, AfterADriveChangeOkReturnsThatDrivesRoot) {
+  Open(u""_s);
+  Drive().SetListIndex(1);
+  Ok();
+  EXPECT_EQ(global.gstrSelectedID, u"E:\\"_s);
+}
+
+TEST_F(Directory, AStartFolderIsShownAndChosen) {
+  Open(u" D:\\Audio\\Spots "_s);
+  EXPECT_EQ(List().Path(), u"D:\\Audio\\Spots"_s);
+  Ok();
+  EXPECT_EQ(global.gstrSelectedID, u"D:\\Audio\\Spots"_s);
+}
+
+TEST_F(Directory, AStartFolderThatDoesNotExistSetsOnlyTheDrive) {
+  Open(u"E:\\Weg"_s);
+  EXPECT_EQ(Drive().currentText(), u"E:"_s);
+  EXPECT_EQ(List().Path(), u"E:\\"_s);
+}
+
+TEST_F(Directory, CancellingLeavesWhatTheCallerPutThere) {
+  Open(u"D:\\Audio"_s);
+  List().SetListIndex(0);
+  QTest::mouseClick(&Child<QPushButton>(*form_, u"cmdAnnuleren"_s), Qt::LeftButton);
+  EXPECT_EQ(global.gstrSelectedID, u"D:\\Audio"_s);
+}
+
+TEST_F(Directory, AVanishedFolderAndADriveThatIsAwayAreErrorsThatLeaveTheDialogOpen) {
+  Open(u""_s);
+  QDir(folder_.path()).rmdir(u"d/Beeld"_s);
+  List().SetListIndex(2);
+  const desktop::MessageBoxScript boxes;
+  Q_EMIT List().doubleClicked();
+  EXPECT_EQ(boxes.Last().title, u"lstDir_Open"_s);
+  EXPECT_TRUE(boxes.Last().text.contains(u"D:\\Beeld"_s));
+  Drive().SetListIndex(2);
+  EXPECT_EQ(boxes.Last().title, u"cboDrive_Change"_s);
+  EXPECT_TRUE(boxes.Last().text.contains(u"niet bereikbaar"_s)) << boxes.Last().text.toStdString();
+  EXPECT_TRUE(form_->isVisible());
+}
+
+TEST_F(Directory, TypingGoesToTheFolderThatBeginsSo) {
+  Open(u""_s);
+  List().setFocus();
+  QTest::keyClicks(&List(), u"be"_s);
+  EXPECT_EQ(List().List(List().ListIndex()), u"D:\\Beeld"_s);
+}
+
+TEST_F(Directory, ManySubfoldersAreShown) {
+  for (int i = 0; i < 3000; ++i) QDir(folder_.path() + u"/e").mkdir(u"map%1"_s.arg(i));
+  Open(u"E:\\"_s);
+  EXPECT_EQ(List().ListCount(), 3002);
+}

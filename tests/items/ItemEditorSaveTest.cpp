@@ -1,0 +1,177 @@
+#include "data/Globals.h"
+#include "data/Messages.h"
+#include "tests/items/ItemEditor.h"
+
+#include <QFile>
+
+using namespace Qt::StringLiterals;
+using testing_support::Station;
+
+namespace {
+
+class ItemSave : public ItemEditor {};
+
+class ItemSaveOffline : public ItemEditor {
+ protected:
+  ItemSaveOffline() : ItemEditor(Station::Mode::Offline) {}
+};
+
+}  // namespace
+
+TEST_F(ItemSave, ANewItemGetsTheNextNumberAndItsLinksInListOrder) {
+  InsertListItem(41, u"Ander"_s, {1});
+  OpenNew();
+  Edit(u"txtNaam"_s).setText(u" Blok "_s);
+  for (const int spot : {3, 1, 2}) List().AddItem(u"s"_s, spot);
+  Click(u"cmdOk"_s);
+  EXPECT_FALSE(IsOpen());
+  const dao::Recordset item = station_.ServerRows(u"SELECT * FROM tblItems WHERE ID = 42"_s);
+  EXPECT_EQ(item.Field(u"Naam"_s).toString(), u"Blok"_s);
+  EXPECT_EQ(item.Field(u"Aktief"_s).toInt(), 1);
+  EXPECT_EQ(item.Field(u"Locked"_s).toInt(), 0);
+  EXPECT_EQ(item.Field(u"OptMeerdereSpots"_s).toInt(), 0);
+  EXPECT_TRUE(item.Field(u"Opener"_s).isNull());
+  EXPECT_TRUE(item.Field(u"Opt2Directory"_s).isNull());
+  dao::Recordset links =
+      station_.ServerRows(u"SELECT * FROM tblItemsItemSpots WHERE ItemID = 42 ORDER BY ItemSpotOrder"_s);
+  ASSERT_EQ(links.RecordCount(), 3);
+  for (const int spot : {3, 1, 2}) {
+    EXPECT_EQ(links.Field(u"ItemSpotID"_s).toInt(), spot);
+    links.MoveNext();
+  }
+}
+
+TEST_F(ItemSave, SwitchingToOptionTwoRemovesAllLinks) {
+  InsertListItem(1, u"Blok"_s, {1, 2});
+  Open(u"1"_s);
+  FillPatternItem();
+  Combo(u"cboOpt2VariabelNaamGedeelte"_s).SetListIndex(2);
+  Click(u"cmdOk"_s);
+  EXPECT_EQ(station_.ServerRows(u"SELECT ItemID FROM tblItemsItemSpots"_s).RecordCount(), 0);
+  const dao::Recordset item = station_.ServerRows(u"SELECT * FROM tblItems"_s);
+  EXPECT_EQ(item.Field(u"ItemSpotsOptID"_s).toInt(), 2);
+  EXPECT_EQ(item.Field(u"Opt2VariabelNaamGedeelte"_s).toInt(), 3);
+  EXPECT_EQ(item.Field(u"Opt2FormatGedeelte"_s).toString(), u"ww"_s);
+  EXPECT_EQ(item.Field(u"Opt2Eerstedagvanweek"_s).toInt(), 0);
+}
+
+TEST_F(ItemSave, OptionOneStoresNullInAllPatternFields) {
+  station_.OnServer(u"INSERT INTO tblItems (ID, Naam, ItemSpotsOptID, Opt2Directory, Opt2VastNaamGedeelte, "
+                    u"Opt2VariabelNaamGedeelte, Opt2FormatGedeelte, Opt2Eerstedagvanweek, Opt2FileExtensie, Opt2MixPunt) "
+                    u"VALUES (1, \"x\", 2, \"D:\", \"v\", 1, \"ddmmyyyy\", 0, \"wav\", 5)"_s);
+  Open(u"1"_s);
+  Option(u"opt1"_s).click();
+  Option(u"opt1Spot"_s).click();
+  List().AddItem(u"s"_s, 1);
+  Click(u"cmdOk"_s);
+  const dao::Recordset item = station_.ServerRows(u"SELECT * FROM tblItems"_s);
+  for (const QString& field : {u"Opt2Directory"_s, u"Opt2VastNaamGedeelte"_s, u"Opt2VariabelNaamGedeelte"_s,
+                               u"Opt2FormatGedeelte"_s, u"Opt2Eerstedagvanweek"_s, u"Opt2FileExtensie"_s,
+                               u"Opt2MixPunt"_s}) {
+    EXPECT_TRUE(item.Field(field).isNull()) << field.toStdString();
+  }
+}
+
+TEST_F(ItemSave, SeveralSpotsAreStoredAsMinusOneWithTheirNumbers) {
+  OpenNew();
+  FillListItem();
+  List().AddItem(u"s"_s, 2);
+  Option(u"optMeerdereSpots"_s).click();
+  Edit(u"txtAantalSpots"_s).setText(u"2"_s);
+  Check(u"chkRandomizeMeerdereSpots"_s).click();
+  Click(u"cmdOk"_s);
+  const dao::Recordset item = station_.ServerRows(u"SELECT * FROM tblItems"_s);
+  EXPECT_EQ(item.Field(u"OptMeerdereSpots"_s).toInt(), -1);
+  EXPECT_EQ(item.Field(u"AantalSpots"_s).toInt(), 2);
+  EXPECT_EQ(item.Field(u"MaxAantalSpots"_s).toInt(), 2);
+  EXPECT_EQ(item.Field(u"ChkRandomizeMeerdereSpots"_s).toInt(), 1);
+}
+
+TEST_F(ItemSave, AMixPointThePanelCannotShowIsKeptUnlessChanged) {
+  station_.OnServer(u"INSERT INTO tblItems (ID, Naam, ItemSpotsOptID, Opt2Directory, Opt2VastNaamGedeelte, "
+                    u"Opt2VariabelNaamGedeelte, Opt2FormatGedeelte, Opt2FileExtensie, Opt2MixPunt, OptMeerdereSpots) "
+                    u"VALUES (1, \"x\", 2, \"D:\", \"v\", 1, \"ddmmyyyy\", \"wav\", -7, 0)"_s);
+  Open(u"1"_s);
+  EXPECT_EQ(Mix().Value(), 0);
+  Click(u"cmdOk"_s);
+  EXPECT_EQ(station_.ServerRows(u"SELECT Opt2MixPunt FROM tblItems"_s).Field(u"Opt2MixPunt"_s).toInt(), -7);
+}
+
+TEST_F(ItemSave, AnItemDeletedMeanwhileIsAnErrorAndTheFormStaysOpenAndDirty) {
+  InsertListItem(1, u"Blok"_s, {1});
+  Open(u"1"_s);
+  station_.OnServer(u"DELETE FROM tblItems WHERE ID = 1"_s);
+  const desktop::MessageBoxScript boxes;
+  Click(u"cmdOk"_s);
+  ASSERT_EQ(boxes.Shown().size(), 1U);
+  EXPECT_EQ(boxes.Last().title, u"Opslaan"_s);
+  EXPECT_TRUE(IsOpen());
+  EXPECT_TRUE(editor_->IsDirty());
+  EXPECT_EQ(station_.ServerRows(u"SELECT ItemID FROM tblItemsItemSpots"_s).RecordCount(), 1);
+}
+
+TEST_F(ItemSave, ANameWithADoubleQuoteIsRefusedByNameAndNothingIsLost) {
+  OpenNew();
+  FillListItem();
+  Edit(u"txtNaam"_s).setText(u"Blok \"A\""_s);
+  const desktop::MessageBoxScript boxes;
+  Click(u"cmdOk"_s);
+  EXPECT_EQ(boxes.Last().title, u"Insert_tblItems"_s);
+  EXPECT_TRUE(boxes.Last().text.contains(u"'Naam'"_s));
+  EXPECT_TRUE(IsOpen());
+  EXPECT_EQ(Edit(u"txtNaam"_s).text(), u"Blok \"A\""_s);
+  EXPECT_EQ(station_.ServerRows(u"SELECT ID FROM tblItems"_s).RecordCount(), 0);
+}
+
+TEST_F(ItemSave, ANameWithAnApostropheIsStoredAsItIs) {
+  OpenNew();
+  FillListItem();
+  Edit(u"txtNaam"_s).setText(u"Jan's blok"_s);
+  Click(u"cmdOk"_s);
+  EXPECT_EQ(station_.ServerRows(u"SELECT Naam FROM tblItems"_s).Field(u"Naam"_s).toString(), u"Jan's blok"_s);
+}
+
+TEST_F(ItemSave, AfterAFailedLinkTheItemExistsAndTheNextOkUpdatesIt) {
+  OpenNew();
+  FillListItem();
+  station_.OnServer(u"INSERT INTO tblItemsItemSpots (ItemID, ItemSpotOrder, ItemSpotID) VALUES (9, 9, 9)"_s);
+  List().AddItem(u"s"_s, 2);
+  station_.Use(Station::Mode::Online);
+  {
+    // The second link cannot be written while the first one's place is taken twice.
+    const desktop::MessageBoxScript boxes;
+    QFile::rename(station_.ServerFolder() + u"/OvalistoServer.mdb", station_.ServerFolder() + u"/weg.mdb");
+    Click(u"cmdOk"_s);
+    EXPECT_TRUE(IsOpen());
+    EXPECT_TRUE(editor_->IsDirty());
+    QFile::rename(station_.ServerFolder() + u"/weg.mdb", station_.ServerFolder() + u"/OvalistoServer.mdb");
+  }
+  Click(u"cmdOk"_s);
+  EXPECT_FALSE(IsOpen());
+  EXPECT_EQ(station_.ServerRows(u"SELECT ID FROM tblItems"_s).RecordCount(), 1);
+  EXPECT_EQ(station_.ServerRows(u"SELECT ItemID FROM tblItemsItemSpots WHERE ItemID = 1"_s).RecordCount(), 2);
+}
+
+TEST_F(ItemSaveOffline, TheLogHoldsTheStatementsAndTheDeleteKeepsTheCopyTablesName) {
+  OpenNew();
+  FillListItem();
+  List().AddItem(u"s"_s, 3);
+  Click(u"cmdOk"_s);
+  EXPECT_EQ(station_.Log(),
+            (QStringList{u"INSERT INTO tblItems (ID, Naam, ItemSpotsOptID, OptMeerdereSpots, AantalSpots, MaxAantalSpots, "
+                         u"ChkRandomizeMeerdereSpots, Aktief, Locked) VALUES (1, 'Blok', 1, 0, 0, 0, 0, 1, 0)"_s,
+                         u"DELETE FROM tblCopie_ItemsItemSpots WHERE tblCopie_ItemsItemSpots.ItemID = 1"_s,
+                         u"INSERT INTO tblItemsItemSpots (ItemID, ItemSpotOrder, ItemSpotID) VALUES (1, 1, 1)"_s,
+                         u"INSERT INTO tblItemsItemSpots (ItemID, ItemSpotOrder, ItemSpotID) VALUES (1, 2, 3)"_s}));
+  EXPECT_EQ(station_.LocalRows(u"SELECT ID FROM tblCopie_Items"_s).RecordCount(), 1);
+  EXPECT_EQ(station_.ServerRows(u"SELECT ID FROM tblItems"_s).RecordCount(), 0);
+}
+
+TEST_F(ItemSaveOffline, ThePlayCountResetIsLoggedForEachSpot) {
+  InsertListItem(1, u"Blok"_s, {1, 3});
+  Open(u"1"_s);
+  const desktop::MessageBoxScript boxes;
+  Click(u"cmdNormalizeItem"_s);
+  EXPECT_EQ(station_.Log(), (QStringList{u"UPDATE tblItemSpots SET AantalGedraaid = 0 WHERE ID = 1"_s,
+                                         u"UPDATE tblItemSpots SET AantalGedraaid = 0 WHERE ID = 3"_s}));
+}

@@ -1,0 +1,127 @@
+#include "data/Globals.h"
+#include "data/Messages.h"
+#include "tests/items/ItemEditor.h"
+
+using namespace Qt::StringLiterals;
+using testing_support::Child;
+using testing_support::ModalDriver;
+
+namespace {
+
+// Drives the entry dialog, opened through the item editor's own buttons.
+class SpotEntry : public ItemEditor {
+ protected:
+  void Entry(const QString& button, const std::function<void(QDialog&)>& step) {
+    ModalDriver driver;
+    driver.OnNext(u"frmItemsDetailOpt1"_s, step);
+    Click(button);
+  }
+  static void Choose(QDialog& dialog, int spot) {
+    Child<controls::ComboBox>(dialog, u"cboItemSpot"_s).SelectWhereItemData(spot);
+    QTest::mouseClick(&Child<QPushButton>(dialog, u"cmdOk"_s), Qt::LeftButton);
+  }
+};
+
+}  // namespace
+
+TEST_F(SpotEntry, HasItsControls) {
+  OpenNew();
+  Entry(u"cmdOpt1Toevoegen"_s, [](QDialog& dialog) {
+    EXPECT_EQ(dialog.windowTitle(), u"Item-spot ... toevoegen"_s);
+    const auto& combo = Child<controls::ComboBox>(dialog, u"cboItemSpot"_s);
+    EXPECT_EQ(combo.ListCount(), 3);
+    EXPECT_EQ(combo.ListIndex(), -1);
+    Child<QPushButton>(dialog, u"cmdOk"_s);
+    QTest::mouseClick(&Child<QPushButton>(dialog, u"cmdAnnuleren"_s), Qt::LeftButton);
+  });
+}
+
+TEST_F(SpotEntry, InactiveSpotsAreOfferedToo) {
+  station_.OnServer(u"UPDATE tblItemSpots SET Aktief = 0 WHERE ID = 2"_s);
+  OpenNew();
+  Entry(u"cmdOpt1Toevoegen"_s, [](QDialog& dialog) {
+    EXPECT_EQ(Child<controls::ComboBox>(dialog, u"cboItemSpot"_s).ListCount(), 3);
+    dialog.close();
+  });
+}
+
+TEST_F(SpotEntry, TheSameSpotMayBeAddedTwiceAndBothLinksAreSaved) {
+  OpenNew();
+  Edit(u"txtNaam"_s).setText(u"Blok"_s);
+  for (int i = 0; i < 2; ++i) {
+    Entry(u"cmdOpt1Toevoegen"_s, [](QDialog& dialog) { Choose(dialog, 2); });
+  }
+  ASSERT_EQ(List().ListCount(), 2);
+  EXPECT_EQ(List().Text(1), u"Bakker"_s);
+  Click(u"cmdOk"_s);
+  dao::Recordset rows = station_.ServerRows(u"SELECT * FROM tblItemsItemSpots ORDER BY ItemSpotOrder"_s);
+  ASSERT_EQ(rows.RecordCount(), 2);
+  for (int order = 1; order <= 2; ++order, rows.MoveNext()) {
+    EXPECT_EQ(rows.Field(u"ItemSpotOrder"_s).toInt(), order);
+    EXPECT_EQ(rows.Field(u"ItemSpotID"_s).toInt(), 2);
+  }
+}
+
+TEST_F(SpotEntry, AChangeReplacesTheShownNameOnlyAndReopeningShowsTheOldOne) {
+  InsertListItem(1, u"Blok"_s, {1, 2});
+  Open(u"1"_s);
+  List().SetListIndex(0);
+  Entry(u"cmdOpt1Wijzigen"_s, [](QDialog& dialog) {
+    EXPECT_EQ(dialog.windowTitle(), u"Item-spot ... wijzigen"_s);
+    EXPECT_EQ(Child<controls::ComboBox>(dialog, u"cboItemSpot"_s).currentText(), u"Aardbeien"_s);
+    Choose(dialog, 3);
+  });
+  EXPECT_EQ(List().Text(0), u"Café"_s);
+  EXPECT_EQ(List().ItemData(0), 1);
+  Click(u"cmdOk"_s);
+  Open(u"1"_s);
+  EXPECT_EQ(List().Text(0), u"Aardbeien"_s);
+}
+
+TEST_F(SpotEntry, AnEntryWhoseSpotIsGoneOpensWithNothingSelected) {
+  InsertListItem(1, u"Blok"_s, {1});
+  Open(u"1"_s);
+  station_.OnServer(u"DELETE FROM tblItemSpots WHERE ID = 1"_s);
+  List().SetListIndex(0);
+  Entry(u"cmdOpt1Wijzigen"_s, [](QDialog& dialog) {
+    EXPECT_EQ(Child<controls::ComboBox>(dialog, u"cboItemSpot"_s).ListIndex(), -1);
+    dialog.close();
+  });
+}
+
+TEST_F(SpotEntry, NothingChosenGivesTheMessageAndStaysOpen) {
+  OpenNew();
+  Entry(u"cmdOpt1Toevoegen"_s, [](QDialog& dialog) {
+    const desktop::MessageBoxScript boxes;
+    QTest::mouseClick(&Child<QPushButton>(dialog, u"cmdOk"_s), Qt::LeftButton);
+    EXPECT_EQ(boxes.Last().text, GetMsgElements(1501, u"Item-spot"_s, u"spot"_s).text);
+    EXPECT_TRUE(dialog.isVisible());
+    EXPECT_EQ(dialog.focusWidget()->objectName(), u"cboItemSpot"_s);
+    desktop::MessageBoxScript closing({kAnswerNo});
+    dialog.close();
+  });
+  EXPECT_EQ(List().ListCount(), 0);
+}
+
+TEST_F(SpotEntry, CancellingAfterAChoiceAsksAndYesAdds) {
+  OpenNew();
+  Entry(u"cmdOpt1Toevoegen"_s, [](QDialog& dialog) {
+    Child<controls::ComboBox>(dialog, u"cboItemSpot"_s).SelectWhereItemData(3);
+    desktop::MessageBoxScript boxes({kAnswerYes});
+    QTest::mouseClick(&Child<QPushButton>(dialog, u"cmdAnnuleren"_s), Qt::LeftButton);
+    EXPECT_EQ(boxes.Shown().size(), 1U);
+  });
+  ASSERT_EQ(List().ListCount(), 1);
+  EXPECT_EQ(List().ItemData(0), 3);
+}
+
+TEST_F(SpotEntry, CancellingUntouchedAsksNothing) {
+  InsertListItem(1, u"Blok"_s, {2});
+  Open(u"1"_s);
+  List().SetListIndex(0);
+  const desktop::MessageBoxScript boxes;
+  Entry(u"cmdOpt1Wijzigen"_s, [](QDialog& dialog) {
+    QTest::mouseClick(&Child<QPushButton>(dialog, u"cmdAnnuleren"_s), Qt::LeftButton);
+  });
+  EXPECT_TRUE(boxes.Shown().empty());
+}

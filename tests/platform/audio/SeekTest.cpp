@@ -1,0 +1,82 @@
+// A jump lands on the very sample: the mix point counts in milliseconds, the decoder in frames.
+#include <gtest/gtest.h>
+#include <mpg123.h>
+
+#include <random>
+
+#include "platform/audio/Decoder.h"
+#include "tests/platform/audio/support/SoundFiles.h"
+
+namespace {
+
+using namespace audiotest;
+
+std::vector<std::int16_t> ReadFrom(audio::Decoder& decoder, std::int64_t frame, std::size_t count) {
+  decoder.Seek(frame);
+  std::vector<std::int16_t> own(count * static_cast<std::size_t>(decoder.Channels()));
+  own.resize(decoder.Read(own.data(), count) * static_cast<std::size_t>(decoder.Channels()));
+  return own;
+}
+
+void ExpectEverySeekExact(const std::string& path) {
+  const auto whole = StraightDecode(path);
+  const auto decoder = audio::OpenDecoder(path);
+  ASSERT_EQ(decoder->Channels(), 2);
+  ASSERT_EQ(static_cast<std::int64_t>(whole.size() / 2), decoder->TotalFrames());
+  std::mt19937 random(4);
+  std::vector<std::int64_t> targets = {0, 1, 1151, 1152, 1153, decoder->TotalFrames() - 1, decoder->TotalFrames(), 0};
+  for (int i = 0; i < 60; ++i)
+    targets.push_back(static_cast<std::int64_t>(random() % whole.size() / 2));
+  for (const std::int64_t target : targets) {
+    ASSERT_EQ(ReadFrom(*decoder, target, 3000), Part(whole, target, 3000)) << path << " at " << target;
+  }
+}
+
+TEST(Seeking, IsSampleExactInEveryKindOfFile) {
+  const TemporaryFolder folder;
+  ExpectEverySeekExact(MakeTone(folder.File("a.wav"), 8));
+  ExpectEverySeekExact(MakeTone(folder.File("a.flac"), 8));
+  ExpectEverySeekExact(MakeTone(folder.File("cbr.mp3"), 8));
+  ExpectEverySeekExact(MakeVariableMp3(folder.File("vbr.mp3"), 8));
+  ExpectEverySeekExact(WithoutLengthHeader(folder.File("cbr.mp3"), folder.File("cbr-none.mp3")));
+  ExpectEverySeekExact(WithoutLengthHeader(folder.File("vbr.mp3"), folder.File("vbr-none.mp3")));
+  ExpectEverySeekExact(MakeTone(folder.File("48.mp3"), 8, 48000));
+}
+
+TEST(Seeking, BeyondEitherEndIsHeldWithinTheFile) {
+  const TemporaryFolder folder;
+  const auto decoder = audio::OpenDecoder(MakeTone(folder.File("a.mp3"), 1));
+  EXPECT_TRUE(ReadFrom(*decoder, decoder->TotalFrames() + 5, 10).empty());
+  EXPECT_EQ(ReadFrom(*decoder, -5, 10), ReadFrom(*decoder, 0, 10));
+}
+
+TEST(Decoding, AgreesWithThePlainLibrary) {
+  const TemporaryFolder folder;
+  const std::string path = MakeVariableMp3(folder.File("a.mp3"), 3);
+  mpg123_handle* plain = mpg123_new(nullptr, nullptr);
+  mpg123_param(plain, MPG123_ADD_FLAGS, MPG123_QUIET, 0);
+  ASSERT_EQ(mpg123_open(plain, path.c_str()), MPG123_OK);
+  std::vector<std::int16_t> reference;
+  std::vector<unsigned char> block(1 << 16);
+  for (int code = MPG123_OK; code == MPG123_OK || code == MPG123_NEW_FORMAT;) {
+    std::size_t done = 0;
+    code = mpg123_read(plain, block.data(), block.size(), &done);
+    const auto* samples = reinterpret_cast<const std::int16_t*>(block.data());
+    reference.insert(reference.end(), samples, samples + done / 2);
+  }
+  mpg123_delete(plain);
+  const auto ours = StraightDecode(path);
+  ASSERT_EQ(ours.size(), reference.size());
+  for (std::size_t i = 0; i < ours.size(); ++i)
+    ASSERT_NEAR(ours[i], reference[i], 1) << i;
+}
+
+TEST(Decoding, RoundsAndClipsTo16Bits) {
+  EXPECT_EQ(audio::Int16Sample(0.5F), 16384);
+  EXPECT_EQ(audio::Int16Sample(-1.0F), -32768);
+  EXPECT_EQ(audio::Int16Sample(1.0F), 32767);
+  EXPECT_EQ(audio::Int16Sample(-7.0F), -32768);
+  EXPECT_EQ(audio::Int16Sample(std::nanf("")), 0);
+}
+
+}  // namespace

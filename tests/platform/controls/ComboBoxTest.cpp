@@ -1,0 +1,96 @@
+#include "platform/controls/ComboBox.h"
+
+#include <gtest/gtest.h>
+
+#include <QSignalSpy>
+#include <QTest>
+
+#include "platform/runtime/Error.h"
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using controls::ComboBox;
+
+class Choice : public testing::Test {
+ protected:
+  Choice() : changed(&combo, &QComboBox::currentIndexChanged) {
+    combo.AddItem(u"Opener"_s, 7);
+    combo.AddItem(u"Midden"_s, 8);
+    combo.AddItem(u"Sluiter"_s, 9);
+  }
+
+  ComboBox combo;
+  QSignalSpy changed;
+};
+
+TEST_F(Choice, AFilledComboHasNoChoiceAndHasFiredNothing) {
+  EXPECT_EQ(combo.ListCount(), 3);
+  EXPECT_EQ(combo.ListIndex(), -1);
+  EXPECT_EQ(combo.currentText(), QString());
+  EXPECT_EQ(changed.count(), 0);
+}
+
+TEST_F(Choice, FiresWhenTheChoiceChangesByProgramOrHand) {
+  combo.SetListIndex(1);
+  combo.SetListIndex(1);
+  EXPECT_EQ(changed.count(), 1);
+  combo.show();
+  QTest::keyClick(&combo, Qt::Key_Down);
+  EXPECT_EQ(combo.ListIndex(), 2);
+  EXPECT_EQ(changed.count(), 2);
+  combo.SetListIndex(-1);
+  EXPECT_EQ(changed.count(), 3);
+}
+
+TEST_F(Choice, AddingALineKeepsTheChoice) {
+  combo.SetListIndex(1);
+  changed.clear();
+  EXPECT_EQ(combo.AddItem(u"Extra"_s, 10), 3);
+  EXPECT_EQ(combo.ListIndex(), 1);
+  EXPECT_EQ(changed.count(), 0);
+}
+
+TEST_F(Choice, ItemDataOfNoLineIsAnError) {
+  EXPECT_EQ(combo.ItemData(2), 9);
+  EXPECT_THROW(combo.ItemData(-1), runtime::Error);
+  EXPECT_THROW(combo.ItemData(3), runtime::Error);
+  EXPECT_THROW(combo.SetListIndex(3), runtime::Error);
+}
+
+TEST_F(Choice, SelectsTheFirstLineWithANumberElseNone) {
+  combo.AddItem(u"Dubbel"_s, 8);
+  EXPECT_TRUE(combo.SelectWhereItemData(8));
+  EXPECT_EQ(combo.ListIndex(), 1);
+  EXPECT_FALSE(combo.SelectWhereItemData(99));
+  EXPECT_EQ(combo.ListIndex(), -1);
+}
+
+TEST_F(Choice, ClearingFiresNothing) {
+  combo.SetListIndex(1);
+  changed.clear();
+  combo.Clear();
+  EXPECT_EQ(combo.ListCount(), 0);
+  EXPECT_EQ(combo.ListIndex(), -1);
+  EXPECT_EQ(changed.count(), 0);
+}
+
+TEST_F(Choice, RefillingKeepsTheChoiceByItsNumberSilently) {
+  combo.SelectWhereItemData(9);
+  changed.clear();
+  combo.Refill({{u"Nieuw"_s, 1}, {u"Sluiter"_s, 9}});
+  EXPECT_EQ(combo.ListIndex(), 1);
+  EXPECT_EQ(changed.count(), 0);
+}
+
+TEST_F(Choice, AChoiceLostInRefillingFires) {
+  combo.SelectWhereItemData(9);
+  changed.clear();
+  combo.Refill({{u"Nieuw"_s, 1}});
+  EXPECT_EQ(combo.ListIndex(), -1);
+  EXPECT_EQ(changed.count(), 1);
+  combo.Refill({{u"Nog nieuwer"_s, 2}});
+  EXPECT_EQ(changed.count(), 1);
+}
+
+}  // namespace

@@ -1,0 +1,281 @@
+#include "platform/controls/ListBox.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QDropEvent>
+#include <QMimeData>
+#include <QSignalSpy>
+#include <QTest>
+
+#include "platform/runtime/Error.h"
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using controls::ListBox;
+
+class Lines : public testing::Test {
+ protected:
+  Lines() : clicked(&list, qOverload<>(&ListBox::clicked)), lost(&list, &ListBox::selectionLost) {
+    list.AddItems({{u"Appel"_s, 10}, {u"Banaan"_s, 20}, {u"Citroen"_s, 30}, {u"Druif"_s, 40}});
+    list.resize(300, 200);
+    list.show();
+    QCoreApplication::processEvents();
+  }
+
+  void Click(int row, Qt::KeyboardModifiers keys = Qt::NoModifier) {
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, keys, Middle(row));
+  }
+  QPoint Middle(int row) { return list.visualRect(list.model()->index(row, 0)).center(); }
+
+  ListBox list;
+  QSignalSpy clicked;
+  QSignalSpy lost;
+};
+
+TEST_F(Lines, FillingSelectsAndFiresNothing) {
+  EXPECT_EQ(list.ListCount(), 4);
+  EXPECT_EQ(list.ListIndex(), -1);
+  EXPECT_EQ(clicked.count(), 0);
+}
+
+TEST_F(Lines, TheFocusSelectsNothing) {
+  QApplication::setActiveWindow(&list);
+  list.setFocus(Qt::TabFocusReason);
+  EXPECT_EQ(list.ListIndex(), -1);
+  EXPECT_EQ(clicked.count(), 0);
+}
+
+TEST_F(Lines, ASelectionByTheProgramFiresOnceAndNotAgainForTheSameLine) {
+  list.SetListIndex(2);
+  list.SetListIndex(2);
+  EXPECT_EQ(list.ListIndex(), 2);
+  EXPECT_EQ(clicked.count(), 1);
+}
+
+TEST_F(Lines, ASelectionByMouseOrKeyFires) {
+  Click(1);
+  EXPECT_EQ(list.ListIndex(), 1);
+  EXPECT_EQ(clicked.count(), 1);
+  QTest::keyClick(&list, Qt::Key_Down);
+  EXPECT_EQ(list.ListIndex(), 2);
+  EXPECT_EQ(clicked.count(), 2);
+  Click(2);
+  EXPECT_EQ(clicked.count(), 2);
+}
+
+TEST_F(Lines, AClickWithCtrlDoesNotTakeTheSelectionAway) {
+  Click(1);
+  Click(1, Qt::ControlModifier);
+  EXPECT_EQ(list.ListIndex(), 1);
+}
+
+TEST_F(Lines, TheFirstStepDownSelectsTheFirstLine) {
+  QApplication::setActiveWindow(&list);
+  list.setFocus(Qt::TabFocusReason);
+  QTest::keyClick(&list, Qt::Key_Down);
+  EXPECT_EQ(list.ListIndex(), 0);
+  EXPECT_EQ(clicked.count(), 1);
+}
+
+TEST_F(Lines, TypingFindsALine) {
+  QTest::keyClicks(&list, u"ci"_s);
+  EXPECT_EQ(list.ListIndex(), 2);
+}
+
+TEST_F(Lines, NoSelectionIsSetWithMinusOne) {
+  list.SetListIndex(2);
+  clicked.clear();
+  list.SetListIndex(-1);
+  EXPECT_EQ(list.ListIndex(), -1);
+  EXPECT_EQ(clicked.count(), 0);
+  EXPECT_EQ(lost.count(), 1);
+}
+
+TEST_F(Lines, ClearingAndRefillingFireNothing) {
+  list.SetListIndex(2);
+  clicked.clear();
+  list.Clear();
+  EXPECT_EQ(list.ListIndex(), -1);
+  EXPECT_EQ(list.ListCount(), 0);
+  list.AddItem(u"Appel"_s, 10);
+  EXPECT_EQ(list.ListIndex(), -1);
+  EXPECT_EQ(clicked.count(), 0);
+  EXPECT_EQ(lost.count(), 0);
+  list.SetListIndex(0);
+  EXPECT_EQ(clicked.count(), 1);
+}
+
+TEST_F(Lines, AnIndexOutOfRangeIsAnError) {
+  EXPECT_EQ(list.ItemData(3), 40);
+  EXPECT_EQ(list.Text(3), u"Druif"_s);
+  for (const int index : {-1, 4}) {
+    EXPECT_THROW(list.ItemData(index), runtime::Error);
+    EXPECT_THROW(list.Text(index), runtime::Error);
+    EXPECT_THROW(list.RemoveItem(index), runtime::Error);
+    EXPECT_THROW(list.SetText(index, u"x"_s), runtime::Error);
+  }
+  EXPECT_THROW(list.SetListIndex(4), runtime::Error);
+  EXPECT_THROW(list.ItemData(list.ListIndex()), runtime::Error);
+}
+
+TEST_F(Lines, RemovingTheSelectedLineLeavesNoneSelected) {
+  list.SetListIndex(1);
+  clicked.clear();
+  list.RemoveItem(1);
+  EXPECT_EQ(list.ListIndex(), -1);
+  EXPECT_EQ(list.Text(1), u"Citroen"_s);
+  EXPECT_EQ(clicked.count(), 0);
+}
+
+TEST_F(Lines, RemovingAnotherLineKeepsTheSelectedOne) {
+  list.SetListIndex(2);
+  clicked.clear();
+  list.RemoveItem(0);
+  EXPECT_EQ(list.ListIndex(), 1);
+  EXPECT_EQ(list.ItemData(list.ListIndex()), 30);
+  list.RemoveItem(2);
+  EXPECT_EQ(list.ListIndex(), 1);
+  EXPECT_EQ(clicked.count(), 0);
+}
+
+TEST_F(Lines, SelectsByItemData) {
+  list.AddItem(u"Nog een appel"_s, 10);
+  EXPECT_TRUE(list.SelectWhereItemData(10));
+  EXPECT_EQ(list.ListIndex(), 0);
+  EXPECT_FALSE(list.SelectWhereItemData(99));
+  EXPECT_EQ(list.ListIndex(), -1);
+}
+
+TEST_F(Lines, ATextChangesAloneItsNumberStays) {
+  list.SetText(1, u"Bosbes"_s);
+  EXPECT_EQ(list.Text(1), u"Bosbes"_s);
+  EXPECT_EQ(list.ItemData(1), 20);
+}
+
+TEST_F(Lines, ASearchHidesLinesWithoutTheText) {
+  list.SetFilterText(u"R"_s);
+  EXPECT_EQ(list.ShownCount(), 2);
+  EXPECT_EQ(list.ListCount(), 4);
+  EXPECT_TRUE(list.IsShown(2));
+  EXPECT_FALSE(list.IsShown(0));
+  EXPECT_EQ(list.ItemData(0), 10);
+  list.SetFilterText({});
+  EXPECT_EQ(list.ShownCount(), 4);
+}
+
+TEST_F(Lines, AHiddenLineLosesItsSelectionAVisibleOneKeepsIt) {
+  list.SetListIndex(2);
+  clicked.clear();
+  list.SetFilterText(u"r"_s);
+  EXPECT_EQ(list.ListIndex(), 2);
+  EXPECT_EQ(lost.count(), 0);
+  list.SetFilterText(u"dr"_s);
+  EXPECT_EQ(list.ListIndex(), -1);
+  EXPECT_EQ(lost.count(), 1);
+  list.SetFilterText({});
+  EXPECT_EQ(list.ListIndex(), -1);
+  EXPECT_EQ(clicked.count(), 0);
+}
+
+TEST_F(Lines, IndexesCountHiddenLinesToo) {
+  list.SetFilterText(u"dr"_s);
+  Click(0);
+  EXPECT_EQ(list.ListIndex(), 3);
+  EXPECT_EQ(list.ItemData(list.ListIndex()), 40);
+  EXPECT_THROW(list.SetListIndex(0), runtime::Error);
+  EXPECT_FALSE(list.SelectWhereItemData(10));
+}
+
+TEST_F(Lines, APredicateFiltersBesidesTheText) {
+  list.SetFilter([this](int index) { return list.ItemData(index) > 20; });
+  EXPECT_EQ(list.ShownCount(), 2);
+  list.SetFilterText(u"dr"_s);
+  EXPECT_EQ(list.ShownCount(), 1);
+  list.AddItem(u"Drop"_s, 50);
+  list.AddItem(u"Drank"_s, 5);
+  EXPECT_EQ(list.ShownCount(), 2);
+  list.SetFilter(nullptr);
+  EXPECT_EQ(list.ShownCount(), 3);
+}
+
+TEST_F(Lines, ADoubleClickFiresOnALineOnly) {
+  const QSignalSpy doubled(&list, qOverload<>(&ListBox::doubleClicked));
+  QTest::mouseDClick(list.viewport(), Qt::LeftButton, Qt::NoModifier, Middle(1));
+  EXPECT_EQ(doubled.count(), 1);
+  EXPECT_EQ(list.ListIndex(), 1);
+  QTest::mouseDClick(list.viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(50, 190));
+  EXPECT_EQ(doubled.count(), 1);
+}
+
+TEST_F(Lines, AltUpAndDownMoveTheSelectedLine) {
+  const QSignalSpy moved(&list, &ListBox::lineMoved);
+  list.SetListIndex(1);
+  QTest::keyClick(&list, Qt::Key_Down, Qt::AltModifier);
+  EXPECT_EQ(list.Text(1), u"Banaan"_s);
+  EXPECT_EQ(moved.count(), 0);
+  list.SetMovable(true);
+  list.SetListIndex(1);
+  clicked.clear();
+  QTest::keyClick(&list, Qt::Key_Down, Qt::AltModifier);
+  EXPECT_EQ(list.Text(1), u"Citroen"_s);
+  EXPECT_EQ(list.Text(2), u"Banaan"_s);
+  EXPECT_EQ(list.ItemData(2), 20);
+  EXPECT_EQ(list.ListIndex(), 2);
+  QTest::keyClick(&list, Qt::Key_Up, Qt::AltModifier);
+  QTest::keyClick(&list, Qt::Key_Up, Qt::AltModifier);
+  QTest::keyClick(&list, Qt::Key_Up, Qt::AltModifier);
+  EXPECT_EQ(list.Text(0), u"Banaan"_s);
+  EXPECT_EQ(list.ListIndex(), 0);
+  EXPECT_EQ(moved.count(), 3);
+  EXPECT_EQ(clicked.count(), 0);
+}
+
+TEST_F(Lines, MovingALineKeepsAnotherSelected) {
+  list.SetListIndex(1);
+  list.MoveLine(3, 0);
+  EXPECT_EQ(list.Text(0), u"Druif"_s);
+  EXPECT_EQ(list.ListIndex(), 2);
+  list.MoveLine(0, 3);
+  EXPECT_EQ(list.ListIndex(), 1);
+  EXPECT_EQ(list.Text(list.ListIndex()), u"Banaan"_s);
+}
+
+TEST_F(Lines, ShowsDetailsToAssistiveToolsAndAsTip) {
+  list.SetDetails(1, {controls::LineMark::Cross, controls::LineTone::Wrong, true, false, u"geluidsbestand ontbreekt"_s,
+                      u"0:18"_s, u"D: is niet bereikbaar"_s});
+  const QModelIndex line = list.model()->index(1, 0);
+  EXPECT_EQ(line.data(Qt::AccessibleTextRole).toString(), u"Banaan, geluidsbestand ontbreekt, 0:18"_s);
+  EXPECT_EQ(line.data(Qt::ToolTipRole).toString(), u"D: is niet bereikbaar"_s);
+  EXPECT_EQ(list.Text(1), u"Banaan"_s);
+}
+
+TEST_F(Lines, AnEmptyListSaysSo) {
+  list.Clear();
+  const QImage before = list.grab().toImage();
+  list.SetEmptyText(u"Geen item-spots gevonden."_s);
+  EXPECT_NE(list.grab().toImage(), before);
+  list.AddItem(u"Appel"_s);
+  const QImage filled = list.grab().toImage();
+  list.SetEmptyText({});
+  EXPECT_EQ(list.grab().toImage(), filled);
+}
+
+TEST(ListBox, HoldsAHundredThousandLines) {
+  ListBox list;
+  list.resize(300, 200);
+  list.show();
+  std::vector<ListBox::Line> lines;
+  for (int i = 0; i < 100000; ++i)
+    lines.push_back({u"Regel %1"_s.arg(i), i});
+  list.AddItems(std::move(lines));
+  list.SetListIndex(99999);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(list.ItemData(list.ListIndex()), 99999);
+  list.SetFilterText(u"9999"_s);
+  EXPECT_EQ(list.ShownCount(), 19);
+  EXPECT_EQ(list.ListIndex(), 99999);
+}
+
+}  // namespace

@@ -1,0 +1,217 @@
+#include "platform/controls/WaveformStrip.h"
+
+#include <gtest/gtest.h>
+
+#include <QPaintEvent>
+#include <QSignalSpy>
+#include <QTest>
+
+#include "platform/controls/WaveformPainter.h"
+#include "platform/desktop/Tokens.h"
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using controls::Peak;
+using controls::WaveformPeaks;
+using controls::WaveformStrip;
+namespace colour = desktop::instrument;
+
+class Strip : public testing::Test {
+ protected:
+  Strip() : seeks(&strip, &WaveformStrip::seekRequested), moves(&strip, &WaveformStrip::mixMoved) {
+    strip.resize(616, 120);
+    strip.Begin(60000, 600);
+    strip.show();
+    QCoreApplication::processEvents();
+  }
+
+  QImage Painted() { return strip.grab().toImage().convertToFormat(QImage::Format_ARGB32); }
+  bool Shows(QRgb wanted, int fromX, int toX) {
+    const QImage image = Painted();
+    for (int y = 0; y < image.height(); ++y)
+      for (int x = fromX; x < toX; ++x)
+        if (image.pixel(x, y) == wanted) return true;
+    return false;
+  }
+  QPoint At(qint64 ms, int y = 60) { return {static_cast<int>(std::lround(strip.XOf(ms))), y}; }
+
+  WaveformStrip strip;
+  QSignalSpy seeks;
+  QSignalSpy moves;
+};
+
+TEST(WaveformPeaks, SummariseAnyPartOfTheFile) {
+  WaveformPeaks peaks;
+  peaks.Begin(4);
+  peaks.Append({{-0.1F, 0.2F, 0.1F}, {-0.5F, 0.3F, 0.3F}});
+  EXPECT_FLOAT_EQ(peaks.Between(0, 0.25).peak.max, 0.2F);
+  EXPECT_FLOAT_EQ(peaks.Between(0, 0.5).peak.min, -0.5F);
+  EXPECT_FLOAT_EQ(peaks.Between(0, 0.5).peak.max, 0.3F);
+  EXPECT_TRUE(peaks.Between(0.3, 0.6).known);
+  EXPECT_FALSE(peaks.Between(0.5, 0.75).known);
+  EXPECT_FALSE(WaveformPeaks().Between(0, 1).known);
+}
+
+TEST(WaveformPeaks, MoreThanExpectedStillFit) {
+  WaveformPeaks peaks;
+  peaks.Begin(1);
+  peaks.Append({{0, 0.1F, 0}, {0, 0.9F, 0}});
+  EXPECT_FLOAT_EQ(peaks.Between(0, 0.5).peak.max, 0.1F);
+  EXPECT_FLOAT_EQ(peaks.Between(0.5, 1).peak.max, 0.9F);
+}
+
+TEST(TimeText, IsShortAndExact) {
+  EXPECT_EQ(controls::TimeText(12700, true), u"0:12,700"_s);
+  EXPECT_EQ(controls::TimeText(65000, false), u"1:05"_s);
+  EXPECT_EQ(controls::TimeText(3723004, true), u"1:02:03,004"_s);
+}
+
+TEST_F(Strip, AClickSeeksThere) {
+  QTest::mouseClick(&strip, Qt::LeftButton, Qt::NoModifier, At(30000));
+  ASSERT_EQ(seeks.count(), 1);
+  EXPECT_EQ(seeks[0][0].toLongLong(), 30000);
+  EXPECT_EQ(moves.count(), 0);
+}
+
+TEST_F(Strip, DraggingTheFlagMovesTheMixPointInStepsOfTen) {
+  strip.SetMixMs(6000);
+  const QPoint flag = strip.FlagRect().center();
+  QTest::mousePress(&strip, Qt::LeftButton, Qt::NoModifier, flag);
+  QTest::mouseMove(&strip, flag - QPoint(37, 0));
+  QTest::mouseRelease(&strip, Qt::LeftButton, Qt::NoModifier, flag - QPoint(37, 0));
+  EXPECT_EQ(seeks.count(), 0);
+  ASSERT_GE(moves.count(), 1);
+  EXPECT_EQ(strip.MixMs() % 10, 0);
+  EXPECT_NEAR(static_cast<double>(strip.MixMs()), 6000 + 3700, 100);
+  EXPECT_EQ(moves.last()[0].toLongLong(), strip.MixMs());
+}
+
+TEST_F(Strip, TheMixPointStaysWithinTheFile) {
+  strip.SetMixMs(6000);
+  const QPoint flag = strip.FlagRect().center();
+  QTest::mousePress(&strip, Qt::LeftButton, Qt::NoModifier, flag);
+  QTest::mouseMove(&strip, QPoint(700, 20));
+  EXPECT_EQ(strip.MixMs(), 0);
+  QTest::mouseMove(&strip, QPoint(-100, 20));
+  EXPECT_EQ(strip.MixMs(), 60000);
+  QTest::mouseRelease(&strip, Qt::LeftButton, Qt::NoModifier, QPoint(-100, 20));
+}
+
+TEST_F(Strip, LeftAndRightMoveTheMixLineByTen) {
+  strip.SetMixMs(5000);
+  QTest::keyClick(&strip, Qt::Key_Left);
+  EXPECT_EQ(strip.MixMs(), 5010);
+  QTest::keyClick(&strip, Qt::Key_Right);
+  QTest::keyClick(&strip, Qt::Key_Right);
+  EXPECT_EQ(strip.MixMs(), 4990);
+  EXPECT_EQ(moves.count(), 3);
+}
+
+TEST_F(Strip, TheProgramSetsTheMixPointSilently) {
+  strip.SetMixMs(5000);
+  EXPECT_EQ(moves.count(), 0);
+}
+
+TEST_F(Strip, SpaceAsksToPlayOrStop) {
+  const QSignalSpy asked(&strip, &WaveformStrip::playStopRequested);
+  QTest::keyClick(&strip, Qt::Key_Space);
+  EXPECT_EQ(asked.count(), 1);
+}
+
+TEST_F(Strip, PeaksAppearFromLeftToRightAsTheyCome) {
+  EXPECT_FALSE(Shows(colour::kPeak, 8, 608));
+  strip.AppendPeaks(std::vector<Peak>(300, {-0.8F, 0.8F, 0.3F}));
+  EXPECT_TRUE(Shows(colour::kPeak, 8, 300));
+  EXPECT_TRUE(Shows(colour::kRms, 8, 300));
+  EXPECT_FALSE(Shows(colour::kPeak, 312, 608));
+  strip.AppendPeaks(std::vector<Peak>(300, {-0.8F, 0.8F, 0.3F}));
+  EXPECT_TRUE(Shows(colour::kPeak, 312, 608));
+}
+
+TEST_F(Strip, WhatHasBeenPlayedIsDarkerAndTheOuttroYellow) {
+  strip.AppendPeaks(std::vector<Peak>(600, {-0.8F, 0.8F, 0.3F}));
+  strip.SetPositionMs(30000);
+  strip.SetMixMs(12000);
+  EXPECT_FALSE(Shows(colour::kPeak, 8, 290));
+  EXPECT_TRUE(Shows(colour::kPeak, 330, 470));
+  EXPECT_TRUE(Shows(colour::kOuttroPeak, 500, 600));
+  EXPECT_FALSE(Shows(colour::kOuttroPeak, 8, 480));
+}
+
+TEST_F(Strip, ZoomShowsTheLast30Seconds) {
+  const QSignalSpy zooms(&strip, &WaveformStrip::zoomedChanged);
+  EXPECT_EQ(strip.MsAt(8), 0);
+  QTest::keyClick(&strip, Qt::Key_Plus);
+  EXPECT_TRUE(strip.IsZoomed());
+  EXPECT_EQ(strip.MsAt(8), 30000);
+  QTest::mouseClick(&strip, Qt::LeftButton, Qt::NoModifier, QPoint(308, 60));
+  EXPECT_EQ(seeks[0][0].toLongLong(), 45000);
+  QTest::keyClick(&strip, Qt::Key_Minus);
+  EXPECT_EQ(strip.MsAt(8), 0);
+  EXPECT_EQ(zooms.count(), 2);
+}
+
+TEST_F(Strip, AShortFileFillsTheWidthAlsoZoomed) {
+  strip.Begin(10000, 100);
+  strip.SetZoomed(true);
+  EXPECT_EQ(strip.MsAt(8), 0);
+  EXPECT_EQ(strip.MsAt(608), 10000);
+}
+
+TEST_F(Strip, WithoutAFileNothingIsAsked) {
+  strip.Clear();
+  QTest::mouseClick(&strip, Qt::LeftButton, Qt::NoModifier, QPoint(300, 60));
+  QTest::keyClick(&strip, Qt::Key_Left);
+  EXPECT_EQ(seeks.count(), 0);
+  EXPECT_EQ(moves.count(), 0);
+  EXPECT_EQ(strip.accessibleDescription(), strip.EmptyText());
+}
+
+TEST_F(Strip, AnUnreadableFileShowsTheReason) {
+  const QImage empty = Painted();
+  strip.ShowTrouble(u"Het bestand is geen geluid."_s);
+  EXPECT_EQ(strip.TroubleText(), u"Het bestand is geen geluid."_s);
+  EXPECT_EQ(strip.accessibleDescription(), u"Het bestand is geen geluid."_s);
+  EXPECT_NE(Painted(), empty);
+  strip.Begin(1000, 10);
+  EXPECT_EQ(strip.TroubleText(), QString());
+}
+
+TEST_F(Strip, ThePositionIsHeldWithinTheFile) {
+  strip.SetPositionMs(70000);
+  EXPECT_EQ(strip.PositionMs(), 60000);
+  strip.SetPositionMs(-5);
+  EXPECT_EQ(strip.PositionMs(), 0);
+}
+
+class WatchedStrip : public WaveformStrip {
+ public:
+  QRegion painted;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override {
+    painted += event->region();
+    WaveformStrip::paintEvent(event);
+  }
+};
+
+TEST(WaveformStrip, ThePlayHeadRepaintsOnlyItsSurroundings) {
+  WatchedStrip strip;
+  strip.resize(616, 120);
+  strip.Begin(60000, 600);
+  strip.show();
+  QCoreApplication::processEvents();
+  strip.SetPositionMs(30000);
+  QCoreApplication::processEvents();
+  strip.painted = QRegion();
+  strip.SetPositionMs(30010);
+  QCoreApplication::processEvents();
+  EXPECT_TRUE(strip.painted.isEmpty());
+  strip.SetPositionMs(30500);
+  QCoreApplication::processEvents();
+  EXPECT_FALSE(strip.painted.isEmpty());
+  EXPECT_LT(strip.painted.boundingRect().width(), 40);
+}
+
+}  // namespace

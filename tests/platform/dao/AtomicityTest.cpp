@@ -1,0 +1,75 @@
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <chrono>
+
+#include "platform/dao/Storage.h"
+#include "platform/dao/WriteWait.h"
+#include "tests/platform/dao/Scratch.h"
+
+using namespace Qt::StringLiterals;
+using namespace scratch;
+
+namespace {
+
+TEST(Atomicity, StatementThatFailsHalfwayChangesNothing) {
+  const SpotScratch s;
+  const QStringList before = Rows(s.Open(), u"SELECT * FROM tblSpots"_s);
+  // Rows 1 and 2 would get keys 2 and 3 or keep theirs; one of them collides on the way.
+  EXPECT_FALSE(ExecuteError(s.Open(), u"UPDATE tblSpots SET ID = 3 WHERE ID < 4"_s).isEmpty());
+  EXPECT_FALSE(
+      ExecuteError(s.Open(), u"INSERT INTO tblSpots (ID, Naam) SELECT 5 - ID, Naam FROM tblSpots"_s).isEmpty());
+  // The third row's text does not fit.
+  s.Open().Execute(u"UPDATE tblSpots SET Memo = \"%1\" WHERE ID = 3"_s.arg(QString(60, u'x')));
+  EXPECT_TRUE(ExecuteError(s.Open(), u"UPDATE tblSpots SET Naam = Memo"_s).contains(u"te lang"_s));
+  s.Open().Execute(u"UPDATE tblSpots SET Memo = NULL"_s);
+  EXPECT_EQ(Rows(s.Open(), u"SELECT * FROM tblSpots"_s), before);
+}
+
+TEST(Atomicity, DuplicateKeyNamesTableAndField) {
+  const SpotScratch s;
+  const QString error = ExecuteError(s.Open(), u"INSERT INTO tblSpots (ID, Naam) VALUES (2, \"dubbel\")"_s);
+  EXPECT_TRUE(error.contains(u"tblSpots"_s) && error.contains(u"ID"_s)) << qPrintable(error);
+}
+
+TEST(Atomicity, TwoConnectionsSeeEachOthersStatements) {
+  const SpotScratch s;
+  dao::Database first = s.Open();
+  dao::Database second = s.Open();
+  first.Execute(u"UPDATE tblSpots SET Naam = \"een\" WHERE ID = 1"_s);
+  second.Execute(u"UPDATE tblSpots SET Naam = \"twee\" WHERE ID = 2"_s);
+  EXPECT_EQ(Rows(first, u"SELECT Naam FROM tblSpots ORDER BY ID"_s),
+            Rows(second, u"SELECT Naam FROM tblSpots ORDER BY ID"_s));
+  first.CreateTable(Spots(u"tblNieuw"_s));
+  EXPECT_EQ(second.Execute(u"INSERT INTO tblNieuw (ID) VALUES (1)"_s), 1);
+}
+
+TEST(Atomicity, WaitForAnotherWriterIsBounded) {
+  const SpotScratch s;
+  const dao::WriteWaitScope wait(std::chrono::milliseconds(20));
+  const auto holder = dao::OpenStorage(s.Path());
+  auto turn = holder->Begin(dao::Access::Write);
+  dao::Database other = s.Open();
+  const QString error = ExecuteError(other, u"DELETE FROM tblSpots"_s);
+  EXPECT_TRUE(error.contains(s.Path()) && error.contains(u"ander programma"_s)) << qPrintable(error);
+  turn.reset();
+  EXPECT_EQ(other.Execute(u"DELETE FROM tblSpots"_s), 3);
+}
+
+TEST(Atomicity, TransactionWithoutCommitRollsBack) {
+  const SpotScratch s;
+  {
+    const auto storage = dao::OpenStorage(s.Path());
+    const auto turn = storage->Begin(dao::Access::Write);
+    storage->OpenTable(u"tblspots"_s)->Delete(1);
+  }
+  EXPECT_EQ(Rows(s.Open(), u"SELECT ID FROM tblSpots"_s).size(), 3);
+}
+
+TEST(Atomicity, NothingStaysBesideTheFile) {
+  const SpotScratch s;
+  s.Open().Execute(u"DELETE FROM tblSpots"_s);
+  EXPECT_FALSE(QFile::exists(s.Path() + u"-journal"_s));
+}
+
+}  // namespace

@@ -1,0 +1,55 @@
+#include <gtest/gtest.h>
+
+#include "platform/dao/TextOrder.h"
+#include "tests/platform/dao/Scratch.h"
+
+using namespace Qt::StringLiterals;
+using namespace scratch;
+
+namespace {
+
+TEST(Collation, EqualityOrderAndMaximumIgnoreLetterCase) {
+  const SpotScratch s;
+  s.Open().Execute(u"INSERT INTO tblSpots (ID, Naam) VALUES (4, \"ÉCLAIR\")"_s);
+  EXPECT_EQ(Rows(s.Open(), u"SELECT ID FROM tblSpots WHERE Naam = \"éclair\""_s), QStringList{u"4"_s});
+  EXPECT_EQ(Rows(s.Open(), u"SELECT Naam FROM tblSpots WHERE ID < 4 ORDER BY Naam DESC"_s),
+            (QStringList{u"Cola"_s, u"bier"_s, u"Appel"_s}));
+  EXPECT_EQ(Value(s.Open(), u"SELECT MAX(Naam) AS x FROM tblSpots WHERE ID < 4"_s, u"x"_s), u"Cola"_s);
+}
+
+TEST(Collation, DistinctAndGroupsIgnoreLetterCase) {
+  const SpotScratch s;
+  s.Open().Execute(u"INSERT INTO tblSpots (ID, Naam) VALUES (4, \"COLA\")"_s);
+  EXPECT_EQ(Rows(s.Open(), u"SELECT DISTINCT Naam FROM tblSpots"_s).size(), 3);
+  EXPECT_EQ(Rows(s.Open(), u"SELECT COUNT(*) AS n FROM tblSpots GROUP BY Naam ORDER BY Naam"_s),
+            (QStringList{u"1"_s, u"1"_s, u"2"_s}));
+}
+
+TEST(Collation, UCaseKnowsAllLettersAndComparesWithoutCase) {
+  const SpotScratch s;
+  s.Open().Execute(u"UPDATE tblSpots SET Naam = \"crème brûlée ß\" WHERE ID = 1"_s);
+  EXPECT_EQ(Value(s.Open(), u"SELECT UCase(Naam) AS x FROM tblSpots WHERE ID = 1"_s, u"x"_s), u"CRÈME BRÛLÉE ß"_s);
+  EXPECT_EQ(Rows(s.Open(), u"SELECT tblSpots.ID From tblSpots WHERE UCase(tblSpots.Naam) =  \"Crème brûlée ß\""_s),
+            QStringList{u"1"_s});
+  EXPECT_EQ(Rows(s.Open(), u"SELECT ID FROM tblSpots WHERE \"cola\" = UCase(Naam) AND NOT tblSpots.ID = 2"_s),
+            QStringList{u"3"_s});
+  EXPECT_EQ(Rows(s.Open(), u"SELECT ID FROM tblSpots WHERE UCase((Naam)) IN (\"Bier\")"_s), QStringList{u"2"_s});
+  EXPECT_EQ(Rows(s.Open(), u"SELECT UCase(Memo) AS x FROM tblSpots WHERE ID = 1"_s), QStringList{u"-"_s});
+}
+
+TEST(Collation, TextKeyIsUniqueWithoutCase) {
+  const Scratch s;
+  s.Open().CreateTable({u"cde"_s, {Field(u"InitCode"_s, dao::FieldType::Text, 50)}, {Key({u"InitCode"_s})}});
+  s.Open().Execute(u"INSERT INTO cde (InitCode) VALUES (\"OnlineYn\")"_s);
+  EXPECT_TRUE(ExecuteError(s.Open(), u"INSERT INTO cde (InitCode) VALUES (\"ONLINEYN\")"_s).contains(u"InitCode"_s));
+  EXPECT_EQ(s.Open().Execute(u"UPDATE cde SET InitCode = \"x\" WHERE InitCode = 'onlineyn'"_s), 1);
+}
+
+TEST(Collation, ShorterTextsComeFirst) {
+  EXPECT_LT(dao::CompareText(u"", u"a"), 0);
+  EXPECT_LT(dao::CompareText(u"Ab", u"aBc"), 0);
+  EXPECT_EQ(dao::CompareText(u"ÀB", u"àb"), 0);
+  EXPECT_GT(dao::CompareText(u"b", u"A"), 0);
+}
+
+}  // namespace

@@ -1,0 +1,87 @@
+#include <gtest/gtest.h>
+
+#include "tests/platform/dao/Scratch.h"
+
+using namespace Qt::StringLiterals;
+using namespace scratch;
+
+namespace {
+
+QString Copy(const Scratch& s, const QString& select) {
+  return u"INSERT INTO tblCopie IN \"%1\" %2"_s.arg(s.Path(u"local.mdb"_s), select);
+}
+
+TEST(InsertIntoFile, CopiesAllRowsIntoTheOtherFile) {
+  const SpotScratch s;
+  dao::Database local = s.Another(u"local.mdb"_s);
+  local.CreateTable(Spots(u"tblCopie"_s));
+  EXPECT_EQ(s.Open().Execute(Copy(s, u"SELECT * FROM tblSpots"_s)), 3);
+  EXPECT_EQ(Rows(local, u"SELECT * FROM tblCopie"_s), Rows(s.Open(), u"SELECT * FROM tblSpots"_s));
+}
+
+TEST(InsertIntoFile, FieldsMeetByName) {
+  const SpotScratch s;
+  dao::Database local = s.Another(u"local.mdb"_s);
+  dao::TableDef turned = Spots(u"tblCopie"_s);
+  std::reverse(turned.fields.begin(), turned.fields.end());
+  turned.fields.append(Field(u"Extra"_s, dao::FieldType::Long));
+  local.CreateTable(turned);
+  EXPECT_EQ(s.Open().Execute(Copy(s, u"SELECT * FROM tblSpots WHERE ID = 3"_s)), 1);
+  EXPECT_EQ(Rows(local, u"SELECT ID, Naam, Aktief, Extra FROM tblCopie"_s), QStringList{u"3|Cola|1|-"_s});
+  EXPECT_EQ(s.Open().Execute(Copy(s, u"SELECT tblSpots.Naam, tblSpots.ID FROM tblSpots WHERE ID = 1"_s)), 1);
+  EXPECT_EQ(Rows(local, u"SELECT ID, Naam FROM tblCopie WHERE ID = 1"_s), QStringList{u"1|Appel"_s});
+}
+
+TEST(InsertIntoFile, UnknownFieldIsAnErrorThatNamesIt) {
+  const SpotScratch s;
+  dao::Database local = s.Another(u"local.mdb"_s);
+  local.CreateTable(Spots(u"tblCopie"_s));
+  EXPECT_TRUE(ExecuteError(s.Open(), Copy(s, u"SELECT ID, Naam AS Titel FROM tblSpots"_s)).contains(u"'Titel'"_s));
+  EXPECT_TRUE(Rows(local, u"SELECT ID FROM tblCopie"_s).isEmpty());
+}
+
+TEST(InsertIntoFile, TargetMayHaveTheNameOfTheSource) {
+  const SpotScratch s;
+  dao::Database local = s.Another(u"local.mdb"_s);
+  local.CreateTable(Spots());
+  EXPECT_EQ(s.Open().Execute(
+                u"INSERT INTO tblSpots (ID, Naam) IN '%1' SELECT ID, Naam FROM tblSpots"_s.arg(s.Path(u"local.mdb"_s))),
+            3);
+  EXPECT_EQ(Rows(local, u"SELECT ID FROM tblSpots"_s).size(), 3);
+  EXPECT_EQ(Rows(s.Open(), u"SELECT ID FROM tblSpots"_s).size(), 3);
+}
+
+TEST(InsertIntoFile, SourceIsNeverTakenFromTheOtherFile) {
+  const SpotScratch s;
+  dao::Database local = s.Another(u"local.mdb"_s);
+  local.CreateTable(Spots(u"tblCopie"_s));
+  EXPECT_TRUE(ExecuteError(s.Open(), Copy(s, u"SELECT * FROM tblCopie"_s)).contains(u"'tblCopie' bestaat niet"_s));
+}
+
+TEST(InsertIntoFile, TheSameFileIsNoSecondOpening) {
+  const SpotScratch s;
+  dao::Database database = s.Open();
+  database.CreateTable(Spots(u"tblCopie"_s));
+  const QString sql = u"INSERT INTO tblCopie IN \"%1\" SELECT * FROM tblSpots"_s.arg(s.Path());
+  EXPECT_EQ(database.Execute(sql), 3);
+  EXPECT_EQ(Rows(database, u"SELECT ID FROM tblCopie"_s).size(), 3);
+}
+
+TEST(InsertIntoFile, FailureLeavesTheOtherFileAsItWas) {
+  const SpotScratch s;
+  dao::Database local = s.Another(u"local.mdb"_s);
+  local.CreateTable(Spots(u"tblCopie"_s));
+  local.Execute(u"INSERT INTO tblCopie (ID, Naam) VALUES (3, \"al hier\")"_s);
+  const QString error = ExecuteError(s.Open(), Copy(s, u"SELECT * FROM tblSpots"_s));
+  EXPECT_TRUE(error.contains(u"tblCopie"_s) && error.contains(u"ID"_s)) << qPrintable(error);
+  EXPECT_EQ(Rows(local, u"SELECT ID, Naam FROM tblCopie"_s), QStringList{u"3|al hier"_s});
+}
+
+TEST(InsertIntoFile, MissingFileOrTableIsNamed) {
+  const SpotScratch s;
+  EXPECT_TRUE(ExecuteError(s.Open(), Copy(s, u"SELECT * FROM tblSpots"_s)).contains(s.Path(u"local.mdb"_s)));
+  s.Another(u"local.mdb"_s);
+  EXPECT_TRUE(ExecuteError(s.Open(), Copy(s, u"SELECT * FROM tblSpots"_s)).contains(u"'tblCopie'"_s));
+}
+
+}  // namespace

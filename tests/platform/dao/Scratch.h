@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QStringList>
+#include <QTemporaryDir>
+#include <functional>
+
+#include "platform/dao/Database.h"
+
+namespace scratch {
+
+dao::FieldDef Field(const QString& name, dao::FieldType type, int size = 0);
+dao::IndexDef Key(const QStringList& fields);
+dao::IndexDef Index(const QString& name, const QStringList& fields);
+
+// A temporary folder with one database, "planning.mdb".
+class Scratch {
+ public:
+  Scratch();
+  QString Path(const QString& name) const { return folder_.filePath(name); }
+  QString Path() const { return Path(QStringLiteral("planning.mdb")); }
+  dao::Database Open() const { return dao::OpenDatabase(Path()); }
+  // A second, empty database of that name.
+  dao::Database Another(const QString& name) const;
+
+ private:
+  QTemporaryDir folder_;
+};
+
+// tblSpots: ID (Long, key), Naam (Text 50), Aktief (Integer), StartDatum (Date), Memo (Memo).
+dao::TableDef Spots(const QString& name = QStringLiteral("tblSpots"));
+// As Scratch, with tblSpots and three rows: 1 "Appel" 1, 2 "bier" 0, 3 "Cola" 1.
+class SpotScratch : public Scratch {
+ public:
+  SpotScratch();
+};
+
+// The rows as texts, their fields joined by "|"; NULL is "-".
+QStringList Rows(dao::Database database, const QString& sql);
+// One value of the first row.
+QVariant Value(dao::Database database, const QString& sql, const QString& field);
+// The description of the runtime::Error that it throws; empty when it throws none.
+QString ErrorOf(const std::function<void()>& action);
+QString ExecuteError(dao::Database database, const QString& sql);
+
+}  // namespace scratch

@@ -1,0 +1,97 @@
+#include "platform/desktop/FileChooser.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QTemporaryDir>
+#include <QTimer>
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using desktop::ChooseFolder;
+using desktop::FileChooser;
+using desktop::FileChooserScript;
+
+const QString kFilter = u"Mpeg-3 (*.MP3)|*.MP3|Wave bestanden (*.WAV) |*.WAV"_s;
+
+TEST(FileChooser, ACancelKeepsTheChoiceBefore) {
+  FileChooserScript script;
+  script.Cancel();
+  script.Choose(u"/audio/een.mp3"_s);
+  script.Cancel();
+  FileChooser chooser;
+  EXPECT_EQ(chooser.ShowOpen(nullptr), QString());
+  EXPECT_EQ(chooser.ShowOpen(nullptr), u"/audio/een.mp3"_s);
+  EXPECT_EQ(chooser.ShowOpen(nullptr), u"/audio/een.mp3"_s);
+  EXPECT_EQ(chooser.FileName(), u"/audio/een.mp3"_s);
+}
+
+TEST(FileChooser, AsksWithItsTitleAndFilterWhereTheLastChoiceWas) {
+  FileChooserScript script;
+  script.Choose(u"/audio/een.mp3"_s);
+  FileChooser chooser;
+  chooser.SetTitle(u"Info-spot kiezen"_s);
+  chooser.SetFilter(kFilter);
+  chooser.SetStartFolder(u"/begin"_s);
+  chooser.ShowOpen(nullptr);
+  chooser.ShowOpen(nullptr);
+  ASSERT_EQ(script.Shown().size(), 2U);
+  EXPECT_EQ(script.Shown()[0].title, u"Info-spot kiezen"_s);
+  EXPECT_EQ(script.Shown()[0].filter, kFilter);
+  EXPECT_EQ(script.Shown()[0].startFolder, u"/begin"_s);
+  EXPECT_EQ(script.Shown()[1].startFolder, u"/audio"_s);
+}
+
+TEST(FileChooser, FiltersMatchNamesInEitherCase) {
+  const QStringList expected{u"Mpeg-3 (*.MP3 *.mp3)"_s, u"Wave bestanden (*.WAV *.wav)"_s};
+  EXPECT_EQ(desktop::NameFilters(kFilter), expected);
+}
+
+TEST(FileChooser, TheRealDialogGivesTheFileThatWasPicked) {
+  const QTemporaryDir folder;
+  const QString path = folder.filePath(u"spot.mp3"_s);
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.close();
+  FileChooser chooser;
+  chooser.SetTitle(u"Info-spot kiezen"_s);
+  chooser.SetFilter(kFilter);
+  chooser.SetStartFolder(folder.path());
+  QTimer::singleShot(0, [&path] {
+    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_EQ(dialog->windowTitle(), u"Info-spot kiezen"_s);
+    EXPECT_EQ(dialog->nameFilters(), desktop::NameFilters(kFilter));
+    dialog->selectFile(path);
+    QMetaObject::invokeMethod(dialog, "accept");
+    if (dialog->isVisible()) dialog->reject();
+  });
+  EXPECT_EQ(chooser.ShowOpen(nullptr), path);
+}
+
+TEST(ChooseFolder, GivesTheChoiceAndOnCancelTheStartFolder) {
+  FileChooserScript script;
+  script.Choose(u"/srv/data"_s);
+  script.Cancel();
+  EXPECT_EQ(ChooseFolder(nullptr, u"Map kiezen"_s, u"/start"_s, true), u"/srv/data"_s);
+  EXPECT_EQ(ChooseFolder(nullptr, u"Map kiezen"_s, u"/start"_s, true), u"/start"_s);
+  EXPECT_EQ(script.Shown()[1].title, u"Map kiezen"_s);
+}
+
+TEST(ChooseFolder, TheRealDialogShowsFoldersOnlyAndCancelsToTheStart) {
+  const QTemporaryDir folder;
+  QTimer::singleShot(0, [] {
+    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_EQ(dialog->fileMode(), QFileDialog::Directory);
+    EXPECT_FALSE(dialog->testOption(QFileDialog::ReadOnly));
+    dialog->reject();
+  });
+  EXPECT_EQ(ChooseFolder(nullptr, u"Map kiezen"_s, folder.path(), true), folder.path());
+}
+
+}  // namespace

@@ -1,0 +1,206 @@
+#include "platform/desktop/LookStyle.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialog>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QStyleFactory>
+#include <QVBoxLayout>
+
+#include "platform/desktop/Lock.h"
+#include "platform/desktop/Palettes.h"
+#include "platform/desktop/Tokens.h"
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class Look : public testing::Test {
+ protected:
+  void SetUp() override {
+    QApplication::setStyle(new desktop::LookStyle);
+    QApplication::setPalette(desktop::LightPalette());
+  }
+  void TearDown() override {
+    QApplication::setStyle(QStyleFactory::create(u"fusion"_s));
+    QApplication::setPalette(QPalette());
+  }
+};
+
+QImage Painted(QWidget& widget, double ratio) {
+  widget.ensurePolished();
+  widget.resize(widget.sizeHint());
+  QImage image(widget.size() * ratio, QImage::Format_ARGB32_Premultiplied);
+  image.setDevicePixelRatio(ratio);
+  image.fill(Qt::transparent);
+  widget.render(&image);
+  return image;
+}
+
+QColor Middle(const QImage& image) {
+  return image.pixelColor(image.width() / 2, 4);
+}
+
+const desktop::Tokens& Tokens() {
+  return desktop::TokensFor(QApplication::palette());
+}
+
+TEST_F(Look, HeightsFollowTheFont) {
+  for (const int size : {10, 20}) {
+    QWidget window;
+    window.setFont(QFont(QApplication::font().family(), size));
+    const int height = std::max(28, QFontMetrics(window.font()).height() + 12);
+    QLineEdit edit(&window);
+    QComboBox combo(&window);
+    QPushButton button(u"Nieuw"_s, &window);
+    EXPECT_EQ(edit.sizeHint().height(), height);
+    EXPECT_EQ(combo.sizeHint().height(), height);
+    EXPECT_EQ(button.sizeHint().height(), height);
+  }
+}
+
+TEST_F(Look, ButtonsAreAtLeast88Wide) {
+  EXPECT_EQ(QPushButton(u"OK"_s).sizeHint().width(), 88);
+  EXPECT_GT(QPushButton(u"Een veel langere tekst dan gewoonlijk"_s).sizeHint().width(), 200);
+}
+
+TEST_F(Look, OnlyTheDefaultButtonIsFilled) {
+  QDialog dialog;
+  QPushButton ok(u"OK"_s, &dialog);
+  ok.setDefault(true);
+  QPushButton cancel(u"Annuleren"_s, &dialog);
+  cancel.setAutoDefault(false);
+  EXPECT_EQ(Middle(Painted(ok, 1)), Tokens().accent);
+  EXPECT_EQ(Middle(Painted(cancel, 1)), Tokens().face);
+  ok.setProperty("quiet", true);
+  EXPECT_EQ(Middle(Painted(ok, 1)), Tokens().face);
+}
+
+TEST_F(Look, AButtonThatDeletesIsFilledInRedUnlessDisabled) {
+  QPushButton button(u"Opruimen"_s);
+  button.setProperty("danger", true);
+  EXPECT_EQ(Middle(Painted(button, 1)), Tokens().danger);
+  button.setEnabled(false);
+  EXPECT_NE(Middle(Painted(button, 1)), Tokens().danger);
+}
+
+TEST_F(Look, LockedFieldsAreTellableFromUnlockedOnes) {
+  QLineEdit edit;
+  EXPECT_EQ(Middle(Painted(edit, 1)), QApplication::palette().color(QPalette::Base));
+  desktop::SetLocked(&edit, true);
+  EXPECT_EQ(Middle(Painted(edit, 1)), QApplication::palette().color(QPalette::Button));
+  QComboBox combo;
+  EXPECT_EQ(Middle(Painted(combo, 1)), QApplication::palette().color(QPalette::Base));
+  desktop::SetLocked(&combo, true);
+  EXPECT_EQ(Middle(Painted(combo, 1)), QApplication::palette().color(QPalette::Button));
+}
+
+TEST_F(Look, AFieldWithTheFocusHasABorderInTheAccent) {
+  QWidget window;
+  auto* edit = new QLineEdit(&window);
+  window.show();
+  QApplication::setActiveWindow(&window);
+  edit->setFocus();
+  const QImage image = Painted(*edit, 1);
+  EXPECT_EQ(image.pixelColor(image.width() / 2, 0), Tokens().accent);
+  EXPECT_EQ(image.pixelColor(image.width() / 2, 1), Tokens().accent);
+}
+
+TEST_F(Look, PaintsInTheColoursOfTheNewPalette) {
+  QDialog dialog;
+  QPushButton ok(u"OK"_s, &dialog);
+  ok.setDefault(true);
+  Painted(ok, 1);
+  QApplication::setPalette(desktop::DarkPalette());
+  QCoreApplication::processEvents();
+  EXPECT_EQ(Middle(Painted(ok, 1)), Tokens().accent);
+  EXPECT_TRUE(desktop::IsDark(ok.palette()));
+}
+
+TEST_F(Look, AGroupsCardLiesBelowItsTitle) {
+  QGroupBox group(u"Geldigheid"_s);
+  auto* layout = new QVBoxLayout(&group);
+  auto* edit = new QLineEdit;
+  layout->addWidget(edit);
+  const QImage image = Painted(group, 1);
+  layout->activate();
+  EXPECT_EQ(image.pixelColor(image.width() / 2, image.height() - 4), Tokens().card);
+  EXPECT_GE(edit->geometry().top(), QFontMetrics(group.font()).height() + 12);
+  EXPECT_EQ(edit->geometry().left(), 12);
+}
+
+TEST_F(Look, MarginsComeFromTheStyle) {
+  QDialog dialog;
+  auto* layout = new QVBoxLayout(&dialog);
+  auto* inner = new QWidget;
+  auto* innerLayout = new QVBoxLayout(inner);
+  layout->addWidget(inner);
+  EXPECT_EQ(layout->contentsMargins(), QMargins(16, 16, 16, 16));
+  EXPECT_EQ(innerLayout->contentsMargins(), QMargins(0, 0, 0, 0));
+  EXPECT_EQ(layout->spacing(), 8);
+}
+
+TEST_F(Look, ALayoutWithinAGridOfUnequalSpacingsKeepsTheUsualGap) {
+  QWidget window;
+  auto* grid = new QGridLayout(&window);
+  grid->setHorizontalSpacing(16);
+  auto* column = new QVBoxLayout;
+  auto* upper = new QLineEdit;
+  auto* lower = new QLineEdit;
+  column->addWidget(upper);
+  column->addWidget(lower);
+  grid->addLayout(column, 0, 0);
+  window.resize(window.sizeHint());
+  grid->activate();
+  EXPECT_EQ(lower->y() - upper->geometry().bottom() - 1, 8);
+}
+
+TEST_F(Look, AChosenMarkIsFilledInTheAccent) {
+  QCheckBox box(u"Aktief"_s);
+  QRadioButton radio(u"Online"_s);
+  for (QAbstractButton* button : {static_cast<QAbstractButton*>(&box), static_cast<QAbstractButton*>(&radio)}) {
+    const QImage empty = Painted(*button, 1);
+    EXPECT_EQ(empty.pixelColor(2, empty.height() / 2), QApplication::palette().color(QPalette::Base));
+    button->setChecked(true);
+    const QImage chosen = Painted(*button, 1);
+    EXPECT_EQ(chosen.pixelColor(2, chosen.height() / 2), Tokens().accent);
+    button->setEnabled(false);
+    EXPECT_NE(Painted(*button, 1).pixelColor(2, chosen.height() / 2), Tokens().accent);
+  }
+}
+
+// At twice the scale there is more to see, not the same made larger.
+TEST_F(Look, IsCrispAt200Percent) {
+  QCheckBox box(u"Aktief"_s);
+  box.setChecked(true);
+  const QImage once = Painted(box, 1);
+  const QImage twice = Painted(box, 2);
+  ASSERT_EQ(twice.size(), once.size() * 2);
+  const QImage enlarged = once.scaled(twice.size());
+  int differing = 0;
+  for (int y = 0; y < twice.height(); ++y)
+    for (int x = 0; x < twice.width(); ++x)
+      differing += twice.pixel(x, y) != enlarged.pixel(x, y) ? 1 : 0;
+  EXPECT_GT(differing, 100);
+}
+
+TEST_F(Look, AProgressBarFillsItsShare) {
+  QProgressBar bar;
+  bar.setTextVisible(false);
+  bar.setRange(0, 100);
+  bar.setValue(50);
+  const QImage image = Painted(bar, 1);
+  const int y = image.height() / 2;
+  EXPECT_EQ(image.pixelColor(image.width() / 4, y), Tokens().accent);
+  EXPECT_EQ(image.pixelColor(image.width() * 3 / 4, y), Tokens().line);
+}
+
+}  // namespace

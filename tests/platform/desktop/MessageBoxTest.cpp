@@ -1,0 +1,198 @@
+#include "platform/desktop/MessageBox.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDialog>
+#include <QLabel>
+#include <QPushButton>
+#include <QScreen>
+#include <QTest>
+#include <QTextEdit>
+#include <QTimer>
+#include <functional>
+
+#include "platform/desktop/WaitPointer.h"
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using desktop::MessageBoxScript;
+using desktop::ShowMessageBox;
+
+// Runs `act` on the box once it is open; then takes it away if it is still there, with an answer no button gives.
+int AnswerWhile(int style, const std::function<void(QDialog&)>& act, const QString& text = u"Tekst"_s) {
+  QTimer::singleShot(0, [&act] {
+    auto* box = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    if (box == nullptr) return;
+    act(*box);
+    if (box->isVisible()) box->done(-1);
+  });
+  return ShowMessageBox(nullptr, text, style, u"Items"_s);
+}
+
+struct StyleCase {
+  int style;
+  QStringList buttons;
+  int defaultAnswer;
+  int escape;  // -1: the box stays
+  bool icon;
+};
+
+void PrintTo(const StyleCase& each, std::ostream* out) {
+  *out << "style " << each.style;
+}
+
+class MessageBoxStyle : public testing::TestWithParam<StyleCase> {};
+
+const StyleCase kStyles[] = {
+    {36, {u"Ja"_s, u"Nee"_s}, 6, -1, true},
+    {35, {u"Ja"_s, u"Nee"_s, u"Annuleren"_s}, 6, 2, true},
+    {292, {u"Ja"_s, u"Nee"_s}, 7, -1, true},
+    {64, {u"OK"_s}, 1, 1, true},
+    {48, {u"OK"_s}, 1, 1, true},
+    {16, {u"OK"_s}, 1, 1, true},
+    {0, {u"OK"_s}, 1, 1, false},
+    {3 + 512, {u"Ja"_s, u"Nee"_s, u"Annuleren"_s}, 2, 2, false},
+};
+
+INSTANTIATE_TEST_SUITE_P(Styles, MessageBoxStyle, testing::ValuesIn(kStyles),
+                         [](const auto& each) { return "Style" + std::to_string(each.param.style); });
+
+TEST_P(MessageBoxStyle, HasItsButtonsAndDefault) {
+  MessageBoxScript script;
+  EXPECT_EQ(ShowMessageBox(nullptr, u"Tekst"_s, GetParam().style, u"Items"_s), GetParam().defaultAnswer);
+  EXPECT_EQ(script.Last().buttons, GetParam().buttons);
+  EXPECT_EQ(script.Last().defaultAnswer, GetParam().defaultAnswer);
+  EXPECT_EQ(script.Last().style, GetParam().style);
+}
+
+TEST_P(MessageBoxStyle, EnterGivesTheDefaultAnswer) {
+  const int answer = AnswerWhile(GetParam().style, [](QDialog& box) { QTest::keyClick(&box, Qt::Key_Return); });
+  EXPECT_EQ(answer, GetParam().defaultAnswer);
+}
+
+TEST_P(MessageBoxStyle, EscAndTheFrameAnswerAlike) {
+  EXPECT_EQ(AnswerWhile(GetParam().style, [](QDialog& box) { QTest::keyClick(&box, Qt::Key_Escape); }),
+            GetParam().escape);
+  EXPECT_EQ(AnswerWhile(GetParam().style, [](QDialog& box) { box.close(); }), GetParam().escape);
+}
+
+TEST_P(MessageBoxStyle, ShowsAnIconWhereTheStyleHasOne) {
+  bool icon = false;
+  AnswerWhile(GetParam().style, [&icon](QDialog& box) { icon = box.findChild<QLabel*>(u"messageIcon"_s) != nullptr; });
+  EXPECT_EQ(icon, GetParam().icon);
+}
+
+TEST(MessageBox, EachIconIsItsOwn) {
+  std::vector<QImage> icons;
+  for (const int style : {16, 32, 48, 64}) {
+    AnswerWhile(style, [&icons](QDialog& box) {
+      icons.push_back(box.findChild<QLabel*>(u"messageIcon"_s)->pixmap(Qt::ReturnByValue).toImage());
+    });
+  }
+  ASSERT_EQ(icons.size(), 4U);
+  for (std::size_t one = 0; one < icons.size(); ++one)
+    for (std::size_t other = one + 1; other < icons.size(); ++other)
+      EXPECT_NE(icons[one], icons[other]);
+}
+
+TEST(MessageBox, ClickedButtonsGiveTheirAnswers) {
+  MessageBoxScript script{6, 7, 2, 1};
+  EXPECT_EQ(ShowMessageBox(nullptr, u"a"_s, 35, u"Items"_s), 6);
+  EXPECT_EQ(ShowMessageBox(nullptr, u"b"_s, 35, u"Items"_s), 7);
+  EXPECT_EQ(ShowMessageBox(nullptr, u"c"_s, 35, u"Items"_s), 2);
+  EXPECT_EQ(ShowMessageBox(nullptr, u"d"_s, 48, u"Items"_s), 1);
+  EXPECT_EQ(script.Left(), 0U);
+  ASSERT_EQ(script.Shown().size(), 4U);
+  EXPECT_EQ(script.Shown()[2].text, u"c"_s);
+  EXPECT_EQ(script.Shown()[2].answer, 2);
+}
+
+TEST(MessageBox, TheFirstLetterAnswersWithoutAlt) {
+  EXPECT_EQ(AnswerWhile(36, [](QDialog& box) { QTest::keyClick(&box, Qt::Key_N); }), 7);
+  EXPECT_EQ(AnswerWhile(35, [](QDialog& box) { QTest::keyClick(&box, Qt::Key_A); }), 2);
+}
+
+TEST(MessageBox, ShowsTitleAndText) {
+  MessageBoxScript script;
+  ShowMessageBox(nullptr, u"Eerste regel\r\nTweede"_s, 64, u"Update_tblItemSpots"_s);
+  EXPECT_EQ(script.Last().title, u"Update_tblItemSpots"_s);
+  EXPECT_EQ(script.Last().text, u"Eerste regel\r\nTweede"_s);
+  AnswerWhile(
+      64,
+      [](QDialog& box) {
+        EXPECT_EQ(box.findChild<QTextEdit*>(u"messageText"_s)->toPlainText(), u"Eerste regel\nTweede"_s);
+      },
+      u"Eerste regel\r\nTweede"_s);
+}
+
+TEST(MessageBox, TheTextIsPlainAndCanBeCopiedAsItWasTold) {
+  const QString text = u"<b>Pad</b> \\\\studio\\data"_s;
+  QString copied;
+  AnswerWhile(
+      16,
+      [&copied](QDialog& box) {
+        auto* edit = box.findChild<QTextEdit*>(u"messageText"_s);
+        EXPECT_TRUE(edit->textInteractionFlags().testFlag(Qt::TextSelectableByMouse));
+        edit->selectAll();
+        edit->copy();
+        copied = QApplication::clipboard()->text();
+      },
+      text);
+  EXPECT_EQ(copied, text);
+}
+
+TEST(MessageBox, ALongPathWithoutBlanksIsWrappedNotCut) {
+  const QString path = u"/"_s + QString(400, u'x');
+  AnswerWhile(
+      16,
+      [](QDialog& box) {
+        auto* edit = box.findChild<QTextEdit*>(u"messageText"_s);
+        EXPECT_LE(edit->width(), 440);
+        EXPECT_LE(edit->document()->size().width(), edit->width());
+        EXPECT_GE(edit->height(), static_cast<int>(edit->document()->size().height()));
+      },
+      path);
+}
+
+TEST(MessageBox, ATextHigherThanTheScreenKeepsItsButtonsOnIt) {
+  const QString text = u"regel\n"_s.repeated(500);
+  AnswerWhile(
+      16, [](QDialog& box) { EXPECT_LT(box.height(), QApplication::primaryScreen()->availableGeometry().height()); },
+      text);
+}
+
+TEST(MessageBox, WithoutAnOwnerItBelongsToTheActiveModalWindow) {
+  QDialog dialog;
+  QWidget* owner = nullptr;
+  QTimer::singleShot(0, &dialog, [&] {
+    AnswerWhile(64, [&owner](QDialog& box) { owner = box.parentWidget(); });
+    dialog.accept();
+  });
+  dialog.exec();
+  EXPECT_EQ(owner, &dialog);
+}
+
+TEST(MessageBox, LiftsTheWaitPointerWhileItIsOpen) {
+  const desktop::WaitPointer wait;
+  Qt::CursorShape during = Qt::BlankCursor;
+  AnswerWhile(64, [&during](QDialog&) { during = QApplication::overrideCursor()->shape(); });
+  EXPECT_EQ(during, Qt::ArrowCursor);
+  ASSERT_NE(QApplication::overrideCursor(), nullptr);
+  EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+}
+
+TEST(MessageBoxScript, TheYoungestAnswers) {
+  MessageBoxScript outer{7};
+  {
+    MessageBoxScript inner{6};
+    EXPECT_EQ(ShowMessageBox(nullptr, u"binnen"_s, 36, u"Items"_s), 6);
+    EXPECT_EQ(inner.Shown().size(), 1U);
+  }
+  EXPECT_EQ(ShowMessageBox(nullptr, u"buiten"_s, 36, u"Items"_s), 7);
+  EXPECT_EQ(outer.Shown().size(), 1U);
+}
+
+}  // namespace

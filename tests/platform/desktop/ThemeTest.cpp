@@ -1,0 +1,166 @@
+#include "platform/desktop/Theme.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QEvent>
+#include <QImage>
+#include <QPixmap>
+#include <QStyleFactory>
+#include <cmath>
+
+#include "platform/desktop/Icons.h"
+#include "platform/desktop/LookStyle.h"
+#include "platform/desktop/Palettes.h"
+#include "platform/desktop/Tokens.h"
+
+namespace {
+
+using namespace Qt::StringLiterals;
+using desktop::Theme;
+using desktop::Variant;
+
+class ThemeChoice : public testing::Test {
+ protected:
+  void TearDown() override {
+    QApplication::setStyle(QStyleFactory::create(u"fusion"_s));
+    QApplication::setPalette(QPalette());
+  }
+};
+
+QApplication& App() {
+  return *static_cast<QApplication*>(QCoreApplication::instance());
+}
+
+double Luminance(const QColor& colour) {
+  const auto part = [](double value) {
+    return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+  };
+  return 0.2126 * part(colour.redF()) + 0.7152 * part(colour.greenF()) + 0.0722 * part(colour.blueF());
+}
+
+double Contrast(const QColor& one, const QColor& other) {
+  const double a = Luminance(one);
+  const double b = Luminance(other);
+  return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
+}
+
+TEST_F(ThemeChoice, TheOptionDecides) {
+  EXPECT_EQ(desktop::VariantFromText(u"dark"_s), Variant::Dark);
+  EXPECT_EQ(desktop::VariantFromText(u"light"_s), Variant::Light);
+  EXPECT_FALSE(desktop::VariantFromText(u"blauw"_s).has_value());
+  const Theme theme(App(), Variant::Dark);
+  EXPECT_EQ(theme.Current(), Variant::Dark);
+  EXPECT_TRUE(desktop::IsDark(QApplication::palette()));
+}
+
+TEST_F(ThemeChoice, ReplacesFusionByTheOwnStyle) {
+  const Theme theme(App(), Variant::Light);
+  EXPECT_NE(qobject_cast<desktop::LookStyle*>(QApplication::style()), nullptr);
+}
+
+TEST_F(ThemeChoice, AnotherStyleStaysWithItsColours) {
+  QApplication::setStyle(QStyleFactory::create(u"windows"_s));
+  const QColor window = QApplication::palette().color(QPalette::Window);
+  const Theme theme(App(), std::nullopt);
+  EXPECT_EQ(qobject_cast<desktop::LookStyle*>(QApplication::style()), nullptr);
+  EXPECT_EQ(QApplication::palette().color(QPalette::Window), window);
+}
+
+TEST_F(ThemeChoice, WithoutAWishThePlatformsOwnPaletteDecides) {
+  QPalette platform;
+  platform.setColor(QPalette::Window, Qt::black);
+  platform.setColor(QPalette::WindowText, Qt::white);
+  QApplication::setPalette(platform);
+  const Theme theme(App(), std::nullopt);
+  EXPECT_EQ(theme.Current(), Variant::Dark);
+}
+
+TEST_F(ThemeChoice, TextsAreReadableInBothVariants) {
+  for (const QPalette& palette : {desktop::LightPalette(), desktop::DarkPalette()}) {
+    const desktop::Tokens& tokens = desktop::TokensFor(palette);
+    const QColor base = palette.color(QPalette::Base);
+    EXPECT_GE(Contrast(palette.color(QPalette::WindowText), palette.color(QPalette::Window)), 12);
+    EXPECT_GE(Contrast(palette.color(QPalette::HighlightedText), palette.color(QPalette::Highlight)), 4.5);
+    EXPECT_GE(Contrast(palette.color(QPalette::PlaceholderText), base), 4.5);
+    EXPECT_GE(Contrast(tokens.onAccent, tokens.accent), 4.5);
+    EXPECT_GE(Contrast(tokens.onDanger, tokens.danger), 4.5);
+    EXPECT_GE(Contrast(tokens.hint, palette.color(QPalette::Window)), 4.5);
+    for (const QColor& state : {tokens.runs, tokens.begins, tokens.ends, tokens.over, tokens.wrong})
+      EXPECT_GE(Contrast(state, base), 4.5) << state.name().toStdString();
+    EXPECT_GE(Contrast(tokens.lineStrong, base), 3);
+    EXPECT_GE(Contrast(tokens.lineStrong, palette.color(QPalette::Window)), 3);
+  }
+}
+
+// The colour that most of an icon's pixels have.
+QColor MainColour(const QIcon& icon, QIcon::Mode mode = QIcon::Normal) {
+  const QImage image = icon.pixmap(QSize(16, 16), 1.0, mode).toImage();
+  QHash<QRgb, int> counts;
+  for (int y = 0; y < image.height(); ++y)
+    for (int x = 0; x < image.width(); ++x)
+      if (qAlpha(image.pixel(x, y)) > 240) ++counts[image.pixel(x, y)];
+  QRgb most = 0;
+  for (auto it = counts.cbegin(); it != counts.cend(); ++it)
+    if (it.value() > counts.value(most)) most = it.key();
+  return QColor(most);
+}
+
+TEST_F(ThemeChoice, AnIconSetOnceFollowsThePalette) {
+  Theme theme(App(), Variant::Light);
+  const QIcon icon = desktop::Icon(u"stop"_s);
+  EXPECT_EQ(MainColour(icon), QApplication::palette().color(QPalette::ButtonText));
+  theme.Use(Variant::Dark);
+  EXPECT_EQ(MainColour(icon), QApplication::palette().color(QPalette::ButtonText));
+  EXPECT_EQ(MainColour(icon, QIcon::Disabled), QApplication::palette().color(QPalette::Disabled, QPalette::ButtonText));
+}
+
+TEST_F(ThemeChoice, TintsComeFromTheTokens) {
+  const Theme theme(App(), Variant::Dark);
+  const desktop::Tokens& tokens = desktop::TokensFor(QApplication::palette());
+  EXPECT_EQ(MainColour(desktop::Icon(u"stop"_s, desktop::IconTint::Danger)), tokens.danger);
+  EXPECT_EQ(MainColour(desktop::Icon(u"stop"_s, desktop::IconTint::Accent)), tokens.accent);
+}
+
+bool HasColour(const QImage& image, const QColor& colour) {
+  for (int y = 0; y < image.height(); ++y)
+    for (int x = 0; x < image.width(); ++x)
+      if (image.pixelColor(x, y) == colour) return true;
+  return false;
+}
+
+TEST_F(ThemeChoice, TheAccentComesIntoAnIconFrom24PixelsOn) {
+  const Theme theme(App(), Variant::Light);
+  const QColor accent = desktop::TokensFor(QApplication::palette()).accent;
+  const QIcon icon = desktop::Icon(u"items"_s);
+  EXPECT_TRUE(HasColour(icon.pixmap(QSize(28, 28), 2.0).toImage(), accent));
+  EXPECT_FALSE(HasColour(icon.pixmap(QSize(16, 16), 2.0).toImage(), accent));
+}
+
+TEST(Icons, EveryNameIsThereAndDrawsSomething) {
+  for (const char* name :
+       {"item-spots",  "items",     "exporteren", "instellingen", "afsluiten", "item-pingles", "nieuw",  "open",
+        "desaktiveer", "verwijder", "zoek",       "geluid",       "map",       "kalender",     "nul",    "play",
+        "stop",        "rrew",      "rew",        "ffw",          "fffw",      "radio",        "online", "offline",
+        "log",         "vraag",     "fout",       "let-op",       "info"}) {
+    const QString text = QString::fromLatin1(name);
+    EXPECT_TRUE(desktop::IconNames().contains(text)) << name;
+    const QImage image = desktop::Icon(text).pixmap(QSize(48, 48), 1.0).toImage();
+    int inked = 0;
+    for (int y = 0; y < image.height(); ++y)
+      for (int x = 0; x < image.width(); ++x)
+        inked += qAlpha(image.pixel(x, y)) > 128 ? 1 : 0;
+    EXPECT_GT(inked, 40) << name;
+    for (int edge = 0; edge < 48; ++edge)
+      EXPECT_EQ(qAlpha(image.pixel(edge, 0)) + qAlpha(image.pixel(0, edge)), 0) << name << " touches its edge";
+  }
+  EXPECT_TRUE(desktop::Icon(u"bestaat-niet"_s).isNull());
+}
+
+TEST(Icons, TheProgramsIconHasAllUsualSizes) {
+  const QIcon icon = desktop::AppIcon();
+  for (const int side : {16, 32, 48, 256})
+    EXPECT_EQ(icon.actualSize(QSize(side, side)), QSize(side, side));
+}
+
+}  // namespace

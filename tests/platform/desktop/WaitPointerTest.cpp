@@ -1,0 +1,56 @@
+#include "platform/desktop/WaitPointer.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QWidget>
+
+#include "platform/desktop/Events.h"
+
+namespace {
+
+TEST(WaitPointer, ShowsTheHourglassForAsLongAsItLives) {
+  ASSERT_EQ(QApplication::overrideCursor(), nullptr);
+  {
+    const desktop::WaitPointer outer;
+    {
+      const desktop::WaitPointer inner;
+      EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+    }
+    EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+  }
+  EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+TEST(WaitPointer, AnArrowWithoutAWaitChangesNothing) {
+  const desktop::ArrowPointer arrow;
+  EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+TEST(Events, YieldingHandlesWhatWaits) {
+  bool handled = false;
+  QMetaObject::invokeMethod(
+      qApp, [&handled] { handled = true; }, Qt::QueuedConnection);
+  desktop::YieldToEvents();
+  EXPECT_TRUE(handled);
+}
+
+class Painted : public QWidget {
+ public:
+  int paints = 0;
+
+ protected:
+  void paintEvent(QPaintEvent*) override { ++paints; }
+};
+
+TEST(Events, RepaintingPaintsWindows) {
+  Painted window;
+  window.show();
+  desktop::RepaintWindows();
+  const int before = window.paints;
+  window.update();
+  desktop::RepaintWindows();
+  EXPECT_GT(window.paints, before);
+}
+
+}  // namespace

@@ -1,0 +1,68 @@
+#include "platform/runtime/Error.h"
+#include "platform/runtime/HostPath.h"
+#include "platform/runtime/Probe.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QTemporaryDir>
+
+#include <atomic>
+#include <cerrno>
+#include <future>
+#include <memory>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+using runtime::Presence;
+using runtime::Probe;
+
+TEST(Probe, TellsAFileThatIsGoneFromADriveThatIsAway) {
+  QTemporaryDir folder;
+  runtime::SetDrives({{u"D"_s, folder.path()}, {u"E"_s, folder.path() + u"/weg"}});
+  EXPECT_EQ(Probe(u"D:\\"_s), Presence::There);
+  EXPECT_EQ(Probe(u"D:\\niets.wav"_s), Presence::NotThere);
+  EXPECT_EQ(Probe(u"E:\\niets.wav"_s), Presence::NotReachable);
+  EXPECT_EQ(Probe(u"F:\\niets.wav"_s), Presence::NotReachable);
+  runtime::SetDrives({});
+}
+
+TEST(Probe, AnErrorOfTheDriveIsNotReachable) {
+  const runtime::ProbeLookScope look([](const QString&) { return EIO; });
+  EXPECT_EQ(Probe(u"Z:\\x.wav"_s), Presence::NotReachable);
+}
+
+TEST(Probe, WhileOneHangsLaterTriesFailAtOnceUntilItAnswers) {
+  auto release = std::make_shared<std::promise<void>>();
+  auto looks = std::make_shared<std::atomic<int>>(0);
+  const std::shared_future<void> released = release->get_future().share();
+  {
+    const runtime::ProbeLookScope look([released, looks](const QString&) {
+      ++*looks;
+      released.wait();
+      return 0;
+    });
+    EXPECT_EQ(Probe(u"Z:\\x.wav"_s, 1ms), Presence::NotReachable);
+    EXPECT_EQ(Probe(u"Z:\\y.wav"_s, 1h), Presence::NotReachable);  // would hang here if it waited
+    EXPECT_EQ(looks->load(), 1);
+    release->set_value();
+    while (Probe(u"Z:\\usr"_s, 1h) != Presence::There) {
+    }
+  }
+}
+
+TEST(Probe, RequireThereSaysWhichOfTheTwoItIs) {
+  try {
+    runtime::RequireThere(u"Z:\\niet\\daar.wav"_s);
+    FAIL() << "a missing file was taken as there";
+  } catch (const runtime::Error& error) {
+    EXPECT_EQ(error.Description(), u"'Z:\\niet\\daar.wav' bestaat niet."_s);
+  }
+  const runtime::ProbeLookScope look([](const QString&) { return ETIMEDOUT; });
+  try {
+    runtime::RequireThere(u"Z:\\x.wav"_s);
+    FAIL() << "an unreachable file was taken as there";
+  } catch (const runtime::Error& error) {
+    EXPECT_TRUE(error.Description().contains(u"niet bereikbaar"_s));
+  }
+}

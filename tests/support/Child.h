@@ -1,0 +1,25 @@
+#pragma once
+#include <QWidget>
+
+#include <stdexcept>
+#include <string>
+
+namespace testing_support {
+
+// Names of all children of that class, for the message of a failed look-up.
+std::string ChildNames(const QWidget& parent);
+
+// The control of that name and type; fails with the names that do exist.
+template <class Control>
+Control& Child(const QWidget& parent, const QString& name) {
+  auto* child = parent.findChild<Control*>(name);
+  if (child == nullptr) {
+    throw std::runtime_error("no control '" + name.toStdString() + "' of this type; there are: " + ChildNames(parent));
+  }
+  return *child;
+}
+
+// The text without the mnemonic's "&".
+QString Plain(QString caption);
+
+}  // namespace testing_support

@@ -1,0 +1,45 @@
+#pragma once
+#include "platform/dao/Database.h"
+
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+
+namespace testing_support {
+
+// A station in a temporary folder: program folder with local and work database, server folder, export folder, audio
+// folder; `global` is set for it, and restored at the end. Real files, empty tables, one station row (number 0).
+class Station {
+ public:
+  enum class Mode { Online, Offline };
+
+  explicit Station(Mode mode = Mode::Online);
+  ~Station();
+  Station(const Station&) = delete;
+  Station& operator=(const Station&) = delete;
+
+  QString Folder() const { return folder_.path(); }  // host path of the program folder
+  QString ServerFolder() const { return folder_.path() + QLatin1String("/server"); }
+  QString ExportFolder() const { return folder_.path() + QLatin1String("/export"); }
+  QString AudioFolder() const { return folder_.path() + QLatin1String("/audio"); }
+
+  void Use(Mode mode);
+
+  // One statement on the server's or the local database.
+  int OnServer(const QString& statement) const;
+  int OnLocal(const QString& statement) const;
+  // On whichever the present mode reads.
+  int OnCurrent(const QString& statement) const;
+
+  dao::Recordset ServerRows(const QString& select) const;
+  dao::Recordset LocalRows(const QString& select) const;
+  dao::Recordset CurrentRows(const QString& select) const;
+
+  // The logged statements in their order.
+  QStringList Log() const;
+
+ private:
+  QTemporaryDir folder_;
+};
+
+}  // namespace testing_support

@@ -1,0 +1,62 @@
+#include "tools/Commands.h"
+
+#include "platform/audio/Error.h"
+#include "platform/runtime/Error.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+std::string Utf8(const QString& text) { return text.toStdString(); }
+
+void ShowHelp(std::ostream& out) {
+  out << "spotrooster-db: onderhoud van de databases van Spotrooster\n\n";
+  for (const Command& command : AllCommands()) {
+    out << "  spotrooster-db " << Utf8(command.name + u' ' + command.usage) << "\n      " << Utf8(command.summary) << "\n";
+  }
+}
+
+bool HasFittingWords(const Command& command, const Arguments& arguments) {
+  const qsizetype count = arguments.Plain().size();
+  return count >= command.leastWords && (command.mostWords < 0 || count <= command.mostWords);
+}
+
+int Run(const Command& command, const QStringList& words, const Streams& streams) {
+  try {
+    const Arguments arguments(words, command.valuedOptions, command.flags);
+    if (HasFittingWords(command, arguments)) return command.run(arguments, streams);
+  } catch (const runtime::Error& error) {
+    streams.err << Utf8(error.Description()) << "\n";
+    return kFailed;
+  } catch (const audio::Error& error) {
+    streams.err << error.what() << "\n";
+    return kFailed;
+  }
+  streams.err << "gebruik: spotrooster-db " << Utf8(command.name + u' ' + command.usage) << "\n";
+  return kWrongUse;
+}
+
+}  // namespace
+
+QList<Command> AllCommands() {
+  return {CreateCommand(), DemoCommand(), TablesCommand(), SchemaCommand(), DumpCommand(), SqlCommand(),
+          MeasureCommand()};
+}
+
+int RunCommand(const QStringList& words, const Streams& streams) {
+  if (words.isEmpty() || words.first() == u"--help"_s || words.first() == u"-h"_s) {
+    ShowHelp(words.isEmpty() ? streams.err : streams.out);
+    return words.isEmpty() ? kWrongUse : kDone;
+  }
+  const QList<Command> commands = AllCommands();
+  const auto command = std::find_if(commands.begin(), commands.end(),
+                                    [&](const Command& candidate) { return candidate.name == words.first(); });
+  if (command == commands.end()) {
+    streams.err << Utf8(u"De opdracht '%1' bestaat niet."_s.arg(words.first())) << "\n\n";
+    ShowHelp(streams.err);
+    return kWrongUse;
+  }
+  return Run(*command, words.mid(1), streams);
+}

@@ -1,0 +1,43 @@
+#pragma once
+#include "tools/Arguments.h"
+
+#include <QList>
+#include <QStringList>
+
+#include <functional>
+#include <ostream>
+
+// What a command answers to the shell.
+inline constexpr int kDone = 0;
+inline constexpr int kFailed = 1;
+inline constexpr int kWrongUse = 2;
+
+struct Streams {
+  std::ostream& out;  // UTF-8
+  std::ostream& err;
+};
+
+struct Command {
+  QString name;
+  QString usage;    // the words behind the name
+  QString summary;  // one Dutch sentence
+  int leastWords = 0;
+  int mostWords = 0;  // -1: any number
+  QStringList valuedOptions;
+  QStringList flags;
+  std::function<int(const Arguments& arguments, const Streams& streams)> run;
+};
+
+Command CreateCommand();
+Command DemoCommand();
+Command TablesCommand();
+Command SchemaCommand();
+Command DumpCommand();
+Command SqlCommand();
+Command MeasureCommand();
+
+// All commands, in the order in which help shows them.
+QList<Command> AllCommands();
+
+// Runs the command that the words name. An error is told on streams.err and gives kFailed; kWrongUse shows the usage.
+int RunCommand(const QStringList& words, const Streams& streams);

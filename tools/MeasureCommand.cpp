@@ -1,0 +1,33 @@
+#include "platform/audio/Error.h"
+#include "platform/audio/Measure.h"
+#include "platform/runtime/Error.h"
+#include "platform/runtime/HostPath.h"
+#include "tools/Commands.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+int Measure(const Arguments& arguments, const Streams& streams) {
+  int result = kDone;
+  for (const QString& path : arguments.Plain()) {
+    try {
+      const auto milliseconds = audio::MeasureMs(runtime::HostPath(path).toStdString());
+      streams.out << path.toStdString() << '\t' << milliseconds << '\n';
+    } catch (const audio::Error& error) {
+      streams.err << error.what() << '\n';
+      result = kFailed;
+    } catch (const runtime::Error& error) {
+      streams.err << error.what() << '\n';
+      result = kFailed;
+    }
+  }
+  return result;
+}
+
+}  // namespace
+
+Command MeasureCommand() {
+  return {u"measure"_s, u"BESTAND..."_s, u"Toont de juiste lengte van geluidsbestanden in milliseconden."_s,
+          1, -1, {}, {}, Measure};
+}
