@@ -19,7 +19,7 @@ constexpr std::uint32_t kDefinitionMarkValue = 0x659;
 constexpr std::size_t kOrphansNamed = 10;
 
 void CheckFileSize(Database& database, CheckState& state) {
-  const std::uint64_t size = database.UnderlyingFile().Size();
+  const std::uint64_t size = database.Shared().FileSize();
   if (size % kPageSize != 0) state.Problem("het bestand eindigt midden in een pagina");
 }
 

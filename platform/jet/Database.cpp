@@ -1,11 +1,15 @@
 #include "platform/jet/Database.h"
 
 #include <algorithm>
+#include <cerrno>
 
 #include "platform/jet/Damage.h"
 #include "platform/jet/Names.h"
 #include "platform/jet/Properties.h"
+#include "platform/jet/SystemTables.h"
+#include "platform/jet/TableMaker.h"
 #include "platform/jet/Utf8.h"
+#include "platform/jet/WholeFile.h"
 
 namespace jet {
 
@@ -33,16 +37,18 @@ std::vector<PropertySet> ReadProperties(PageSource& pages, RowId catalogRow) {
 
 std::unique_ptr<Database> Database::Open(const std::filesystem::path& path, const OpenOptions& options,
                                          FileSystem& files) {
-  return Open(files.Open(path, OpenMode::Read), options);
+  return std::unique_ptr<Database>(new Database(path, options, files));
 }
 
-std::unique_ptr<Database> Database::Open(std::unique_ptr<File> file, const OpenOptions& options) {
-  return std::unique_ptr<Database>(new Database(std::move(file), options));
+void Database::Create(const std::filesystem::path& path, FileSystem& files) {
+  if (files.Exists(path)) throw SystemError("aanmaken", path.string(), EEXIST);
+  const Bytes content = NewDatabase(Now());
+  WriteWholeFile(path, {reinterpret_cast<const char*>(content.data()), content.size()}, files);
 }
 
-Database::Database(std::unique_ptr<File> file, const OpenOptions& options)
-    : file_(std::move(file)), pages_(*file_, options.cachedPages) {
-  CheckPassword(pages_.DatabaseHeader(), options.password, Name());
+Database::Database(const std::filesystem::path& path, const OpenOptions& options, FileSystem& files)
+    : storage_(Storage::Open(path, {options.cachedPages, !options.writable, options.wait}, files)) {
+  CheckPassword(DatabaseHeader(), options.password, Name());
 }
 
 std::string Database::Context() const {
@@ -50,7 +56,11 @@ std::string Database::Context() const {
 }
 
 const Catalog& Database::Objects() {
-  if (!catalog_) catalog_ = InContext(Context(), [&] { return Catalog::Read(pages_); });
+  const ReadTurn reading(*this);
+  if (!catalog_ || catalogGeneration_ != storage_->Generation()) {
+    catalog_ = InContext(Context(), [&] { return Catalog::Read(Source()); });
+    catalogGeneration_ = storage_->Generation();
+  }
   return *catalog_;
 }
 
@@ -68,16 +78,31 @@ bool Database::HasTable(std::u16string_view name) {
 }
 
 Table Database::OpenTable(std::u16string_view name) {
+  const ReadTurn reading(*this);
   const CatalogEntry* entry = Objects().FindTable(name);
   if (entry == nullptr) {
     throw Error(ErrorCode::NotFound, "De tabel '" + ToUtf8(name) + "' bestaat niet in het bestand '" + Name() + "'.");
   }
   const std::string context = Context() + "tabel '" + ToUtf8(entry->name) + "', ";
   return InContext(context, [&] {
-    TableDef def = ReadTableDef(pages_, static_cast<std::uint32_t>(entry->id));
-    TableDefinition definition = Describe(entry->name, def, ReadProperties(pages_, entry->row));
-    return Table(pages_, std::move(def), std::move(definition), context);
+    TableDef def = ReadTableDef(Source(), static_cast<std::uint32_t>(entry->id));
+    TableDefinition definition = Describe(entry->name, def, ReadProperties(Source(), entry->row));
+    return Table(Source(), std::move(def), std::move(definition), context);
   });
+}
+
+std::unique_ptr<TableWriter> Database::OpenWriter(std::u16string_view name) {
+  const Table table = OpenTable(name);
+  return std::make_unique<TableWriter>(storage_->Changes(), table.Def(), table.Definition());
+}
+
+void Database::CreateTable(const TableDefinition& table) {
+  if (HasTable(table.name)) {
+    throw Error(ErrorCode::Duplicate,
+                "De tabel '" + ToUtf8(table.name) + "' bestaat al in het bestand '" + Name() + "'.");
+  }
+  catalog_.reset();
+  TableMaker(storage_->Changes()).Make(table);
 }
 
 }  // namespace jet

@@ -9,31 +9,41 @@
 
 #include "platform/jet/Catalog.h"
 #include "platform/jet/FileSystem.h"
-#include "platform/jet/Pages.h"
+#include "platform/jet/Storage.h"
 #include "platform/jet/Table.h"
+#include "platform/jet/TableWriter.h"
 
 namespace jet {
 
 struct OpenOptions {
   std::u16string password;         ///< for a file that asks for one
   std::size_t cachedPages = 2048;  ///< most pages kept in memory, 4096 bytes each
+  bool writable = false;           ///< else no byte is written, not even of a lock file
+  WaitRule wait = WaitRule::Real();
 };
 
 /// One open Jet 4 database file. Not thread-safe. Errors name the file.
+///
+/// Whoever wants to rely on what was read reads within a ReadTurn; a change is made within a WriteTurn. Tables, cursors
+/// and writers belong to the turn in which they were made.
 class Database {
  public:
-  /// Opens an existing file for reading. Refuses with one clear sentence what is no Jet 4 file, and a file whose
-  /// password was not given.
+  /// Opens an existing file. Refuses with one clear sentence what is no Jet 4 file, and a file whose password was not
+  /// given.
   static std::unique_ptr<Database> Open(const std::filesystem::path& path, const OpenOptions& options = {},
                                         FileSystem& files = HostFileSystem());
-  /// Opens a file that is at hand already.
-  static std::unique_ptr<Database> Open(std::unique_ptr<File> file, const OpenOptions& options = {});
 
-  const std::string& Name() const { return file_->Name(); }
-  const Header& DatabaseHeader() const { return pages_.DatabaseHeader(); }
+  /// Makes a new database without tables. One that is there already is an error.
+  static void Create(const std::filesystem::path& path, FileSystem& files = HostFileSystem());
+
+  const std::string& Name() const { return storage_->Name(); }
+  /// Whether both have the same file open, whatever paths led to it.
+  bool IsSameFile(const Database& other) const { return storage_ == other.storage_; }
+  bool IsReadOnly() const { return storage_->IsReadOnly(); }
+  const Header& DatabaseHeader() const { return storage_->DatabaseHeader(); }
   const Catalog& Objects();
-  PageSource& Source() { return pages_; }
-  File& UnderlyingFile() { return *file_; }
+  PageSource& Source() { return storage_->Source(); }
+  Storage& Shared() { return *storage_; }
 
   /// The tables made by users, in the order of their names; system and hidden tables are left out.
   std::vector<std::u16string> TableNames();
@@ -41,13 +51,39 @@ class Database {
   /// Any table by name (system tables too), in any case. An Error when there is none or its definition is damaged.
   Table OpenTable(std::u16string_view name);
 
+  /// To change the rows of a table, within a WriteTurn.
+  std::unique_ptr<TableWriter> OpenWriter(std::u16string_view name);
+  /// Makes a table with its indexes, within a WriteTurn. Column numbers, places and `fixed` in the definition are not
+  /// looked at. An Error for a name that is there already or a definition that no table can have.
+  void CreateTable(const TableDefinition& table);
+
  private:
-  Database(std::unique_ptr<File> file, const OpenOptions& options);
+  Database(const std::filesystem::path& path, const OpenOptions& options, FileSystem& files);
   std::string Context() const;
 
-  std::unique_ptr<File> file_;
-  Pages pages_;
+  std::shared_ptr<Storage> storage_;
   std::optional<Catalog> catalog_;
+  std::uint64_t catalogGeneration_ = 0;
+};
+
+/// In between, what is read stays the same. Turns may be nested.
+class ReadTurn {
+ public:
+  explicit ReadTurn(Database& database) : reading_(database.Shared()) {}
+
+ private:
+  ReadGuard reading_;
+};
+
+/// The one writer's turn. What was not committed is rolled back.
+class WriteTurn {
+ public:
+  explicit WriteTurn(Database& database) : writing_(database.Shared()) {}
+  /// The change is there to stay when this returns, and not at all when it throws.
+  void Commit() { writing_.Commit(); }
+
+ private:
+  WriteGuard writing_;
 };
 
 }  // namespace jet

@@ -59,36 +59,47 @@ bool Relations::PartnerHas(const Relation& relation, const std::vector<Value>& v
   return cursor.Valid() && std::equal(key.begin(), key.end(), cursor.Key().begin(), cursor.Key().end());
 }
 
+void Relations::RequireNamed(const Relation& relation, const std::vector<Value>& values) const {
+  const auto isNull = [&](std::size_t column) { return IsNull(values[column]); };
+  if (std::any_of(relation.columns.begin(), relation.columns.end(), isNull)) return;
+  if (PartnerHas(relation, values)) return;
+  throw Error(ErrorCode::Relation,
+              "de relatie '" + ToUtf8(relation.name) + "' vraagt een rij in de andere tabel die er niet is.");
+}
+
+void Relations::RequireNotNamed(const Relation& relation, const std::vector<Value>& values, const char* doing) const {
+  if (!PartnerHas(relation, values)) return;
+  const std::string name = "de relatie '" + ToUtf8(relation.name) + "' ";
+  if (relation.cascades) {
+    throw Error(ErrorCode::Unsupported,
+                name + "geeft wijzigingen door aan een andere tabel; dat wordt niet ondersteund.");
+  }
+  throw Error(ErrorCode::Relation,
+              name + "laat niet toe dat deze rij wordt " + doing + ": een andere tabel verwijst ernaar.");
+}
+
 void Relations::CheckNames(const std::vector<Value>& values) const {
   for (const Relation& relation : relations_) {
-    if (relation.isNamedByOthers) continue;
-    const auto isNull = [&](std::size_t column) { return IsNull(values[column]); };
-    if (std::any_of(relation.columns.begin(), relation.columns.end(), isNull)) continue;
-    if (PartnerHas(relation, values)) continue;
-    throw Error(ErrorCode::Relation,
-                "De relatie '" + ToUtf8(relation.name) + "' vraagt een rij in de andere tabel die er niet is.");
+    if (!relation.isNamedByOthers) RequireNamed(relation, values);
   }
 }
 
-void Relations::CheckNotNamed(const std::vector<Value>& values, bool deleting) const {
+void Relations::CheckNotNamed(const std::vector<Value>& values) const {
   for (const Relation& relation : relations_) {
-    if (!relation.isNamedByOthers || !PartnerHas(relation, values)) continue;
-    const std::string name = "De relatie '" + ToUtf8(relation.name) + "' ";
-    if (relation.cascades) {
-      throw Error(ErrorCode::Unsupported,
-                  name + "geeft wijzigingen door aan een andere tabel; dat wordt niet ondersteund.");
-    }
-    throw Error(ErrorCode::Relation, name + "laat niet toe dat deze rij wordt " +
-                                         (deleting ? "verwijderd" : "gewijzigd") +
-                                         ": een andere tabel verwijst ernaar.");
+    if (relation.isNamedByOthers) RequireNotNamed(relation, values, "verwijderd");
   }
 }
 
-bool Relations::Touches(const std::vector<Value>& before, const std::vector<Value>& after) const {
-  return std::any_of(relations_.begin(), relations_.end(), [&](const Relation& relation) {
-    return std::any_of(relation.columns.begin(), relation.columns.end(),
-                       [&](std::size_t column) { return before[column] != after[column]; });
-  });
+void Relations::CheckChange(const std::vector<Value>& before, const std::vector<Value>& after) const {
+  for (const Relation& relation : relations_) {
+    const auto differs = [&](std::size_t column) { return before[column] != after[column]; };
+    if (std::none_of(relation.columns.begin(), relation.columns.end(), differs)) continue;
+    if (relation.isNamedByOthers) {
+      RequireNotNamed(relation, before, "gewijzigd");
+    } else {
+      RequireNamed(relation, after);
+    }
+  }
 }
 
 }  // namespace jet

@@ -15,13 +15,12 @@ class Relations {
  public:
   Relations(Transaction& pages, const TableDef& table);
 
-  bool Any() const { return !relations_.empty(); }
   /// `values` in the order of `table.columns`. An Error when the row names a row elsewhere that is not there.
   void CheckNames(const std::vector<Value>& values) const;
   /// An Error when rows elsewhere name the row with these values.
-  void CheckNotNamed(const std::vector<Value>& values, bool deleting) const;
-  /// Whether the two rows differ in a field by which others name them, or by which they name others.
-  bool Touches(const std::vector<Value>& before, const std::vector<Value>& after) const;
+  void CheckNotNamed(const std::vector<Value>& values) const;
+  /// Both, for the relations whose fields are changed.
+  void CheckChange(const std::vector<Value>& before, const std::vector<Value>& after) const;
 
  private:
   struct Relation {
@@ -33,6 +32,8 @@ class Relations {
     std::size_t partnerIndex = 0;
   };
 
+  void RequireNamed(const Relation& relation, const std::vector<Value>& values) const;
+  void RequireNotNamed(const Relation& relation, const std::vector<Value>& values, const char* doing) const;
   bool PartnerHas(const Relation& relation, const std::vector<Value>& values) const;
 
   Transaction& pages_;

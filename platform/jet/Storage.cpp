@@ -266,6 +266,7 @@ void Storage::Commit() {
 
 void Storage::Rollback() noexcept {
   transaction_.reset();
+  ++generation_;
   try {
     lock_->EndExclude();
   } catch (const Error&) {

@@ -39,6 +39,8 @@ class Storage {
   const std::string& Name() const { return name_; }
   bool IsReadOnly() const { return readOnly_; }
   const Header& DatabaseHeader() const { return pages_->DatabaseHeader(); }
+  /// Bytes in the file when it was last looked at.
+  std::uint64_t FileSize() const { return lastSize_; }
   /// What to read from: the file, or what the present statement makes of it. Lives as long as the Storage.
   PageSource& Source() { return source_; }
   /// Grows whenever what was read before may no longer be so.

@@ -346,10 +346,7 @@ void TableWriter::Update(RowId row, const std::vector<Value>& given, const std::
       keys.emplace_back(KeyOf(tree, present.values), KeyOf(tree, values));
       if (keys.back().first != keys.back().second) CheckKey(tree, keys.back().second, values);
     }
-    if (relations_.Touches(present.values, values)) {
-      relations_.CheckNames(values);
-      relations_.CheckNotNamed(present.values, false);
-    }
+    relations_.CheckChange(present.values, values);
     PutLongValues(values, changed, fields);
     Place(row, present, BuildRow(def_, fields));
     for (std::size_t i = 0; i < trees_.size(); ++i) {
@@ -379,7 +376,7 @@ void TableWriter::Place(RowId row, const Present& present, const Bytes& bytes) {
 void TableWriter::Delete(RowId row) {
   Naming([&] {
     const Present present = Read(row);
-    relations_.CheckNotNamed(present.values, true);
+    relations_.CheckNotNamed(present.values);
     for (Tree& tree : trees_) {
       if (const auto key = KeyOf(tree, present.values)) tree.writer->Remove(*key, row);
     }

@@ -27,6 +27,8 @@ class TableWriter {
  public:
   /// An Error (Unsupported) for a table with an index whose keys cannot be built, or with validation rules.
   TableWriter(Transaction& pages, TableDef def, TableDefinition definition);
+  TableWriter(const TableWriter&) = delete;
+  TableWriter& operator=(const TableWriter&) = delete;
 
   const TableDefinition& Definition() const { return definition_; }
 

@@ -1,0 +1,17 @@
+#include "platform/jet/MapPage.h"
+
+#include "platform/jet/MapRow.h"
+#include "platform/jet/RowPage.h"
+
+namespace jet {
+
+RowId MapPage::Add() {
+  const Bytes empty(MapRow::kFreshBytes);
+  if (page_ == 0 || RowPage(pages_, page_, kUsageMapOwner).RoomForNew() < empty.size()) {
+    page_ = space_.Allocate();
+    RowPage::Format(pages_, page_, kUsageMapOwner);
+  }
+  return MakeRowId(page_, RowPage(pages_, page_, kUsageMapOwner).Add(empty));
+}
+
+}  // namespace jet
