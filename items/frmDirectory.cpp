@@ -9,7 +9,7 @@
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/TextFile.h"
 
-#include <QShortcut>
+#include <QKeyEvent>
 #include <QSignalBlocker>
 
 using namespace Qt::StringLiterals;
@@ -26,13 +26,21 @@ void frmDirectory::ConnectEvents() {
   connect(ui_->cboDrive, &QComboBox::currentIndexChanged, this, &frmDirectory::cboDrive_Change);
   connect(ui_->lstDir, &controls::ListBox::clicked, this, &frmDirectory::lstDir_Click);
   connect(ui_->lstDir, &controls::ListBox::doubleClicked, this, &frmDirectory::lstDir_Open);
-  for (const int key : {Qt::Key_Return, Qt::Key_Enter}) {
-    auto* open = new QShortcut(QKeySequence(key), ui_->lstDir);
-    open->setContext(Qt::WidgetShortcut);
-    connect(open, &QShortcut::activated, this, &frmDirectory::lstDir_Open);
-  }
+  ui_->lstDir->installEventFilter(this);
   connect(ui_->cmdOk, &QPushButton::clicked, this, &frmDirectory::cmdOk_Click);
   connect(ui_->cmdAnnuleren, &QPushButton::clicked, this, &frmDirectory::cmdAnnuleren_Click);
+}
+
+// Enter in the list opens a folder; it does not reach the default button.
+bool frmDirectory::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == ui_->lstDir && event->type() == QEvent::KeyPress) {
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+      lstDir_Open();
+      return true;
+    }
+  }
+  return Form::eventFilter(watched, event);
 }
 
 void frmDirectory::Form_Load() {

@@ -20,6 +20,7 @@ class frmDirectory : public Form {
 
  protected:
   void CloseAsked() override { cmdAnnuleren_Click(); }
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void ConnectEvents();

@@ -1,9 +1,6 @@
 #include "media/SpotValidity.h"
 
-#include "platform/controls/DateCombo.h"
-
 using namespace Qt::StringLiterals;
-using controls::DateCombo;
 using controls::LineMark;
 using controls::LineTone;
 
@@ -33,7 +30,7 @@ ValidityRemark RemarkOn(const SpotValidity& spot, const QDateTime& now) {
   const qint64 daysLeft = now.date().daysTo(*spot.eindDatum);
   const qint64 daysToStart = now.date().daysTo(*spot.startDatum);
   if (daysLeft < 0) {
-    return {LineMark::Square, LineTone::Quiet, false, u"verlopen op "_s + DateCombo::Format(*spot.eindDatum)};
+    return {LineMark::Square, LineTone::Quiet, false, u"verlopen op "_s + spot.eindDatum->toString(u"dd-MM-yyyy"_s)};
   }
   if (daysToStart > 0) return {LineMark::Clock, LineTone::Begins, true, u"begint "_s + DaysAhead(daysToStart)};
   if (daysLeft <= kEndsSoonDays)

@@ -45,7 +45,7 @@ void ComboBox::Refill(const std::vector<Line>& lines) {
 
 void ComboBox::SetListIndex(int index) {
   if (index < -1 || index >= count()) Text(index);
-  setCurrentIndex(index);
+  if (index != currentIndex()) setCurrentIndex(index);  // QComboBox may fire for -1 twice
 }
 
 QString ComboBox::Text(int index) const {

@@ -39,9 +39,9 @@ void ExpectSharedControls(const QWidget& editor) {
   for (const QString& name : {u"txtPath"_s, u"txtNaam"_s, u"txtLengteSec"_s}) {
     EXPECT_NO_THROW(Child<QLineEdit>(editor, name)) << name.toStdString();
   }
-  for (const QString& name : {u"cmdPath"_s, u"cmdFillName"_s, u"cmdPlay"_s, u"cmdSTOP"_s, u"cmdRREW"_s, u"cmdREW"_s,
-                              u"cmdFFW"_s, u"cmdFFFW"_s, u"cmdMix"_s, u"cmdResetMix"_s, u"cmdTestMix"_s, u"cmdOk"_s,
-                              u"cmdAnnuleren"_s}) {
+  for (const QString& name :
+       {u"cmdPath"_s, u"cmdFillName"_s, u"cmdPlay"_s, u"cmdSTOP"_s, u"cmdRREW"_s, u"cmdREW"_s, u"cmdFFW"_s,
+        u"cmdFFFW"_s, u"cmdMix"_s, u"cmdResetMix"_s, u"cmdTestMix"_s, u"cmdOk"_s, u"cmdAnnuleren"_s}) {
     EXPECT_NO_THROW(Child<QPushButton>(editor, name)) << name.toStdString();
   }
   EXPECT_NO_THROW(Child<QCheckBox>(editor, u"chkAktief"_s));
@@ -92,8 +92,10 @@ void ExpectUniqueMnemonics(const QWidget& editor) {
     EXPECT_FALSE(seen.contains(letter)) << letter.toStdString() << " again in " << caption.toStdString();
     seen.insert(letter);
   };
-  for (const QLabel* label : editor.findChildren<QLabel*>()) note(label->text());
-  for (const QAbstractButton* button : editor.findChildren<QAbstractButton*>()) note(button->text());
+  for (const QLabel* label : editor.findChildren<QLabel*>())
+    note(label->text());
+  for (const QAbstractButton* button : editor.findChildren<QAbstractButton*>())
+    note(button->text());
   EXPECT_GE(seen.size(), 9);
 }
 
@@ -180,12 +182,32 @@ TEST(ItemPingleEditor, MnemonicsAreUniqueAndIconsHaveNames) {
 TEST(ItemSpotEditor, TabWalksFromTopToBottom) {
   const EditorDesk desk;
   const QStringList order = TabOrder(*desk.OpenSpot(u"NIEUW"_s));
-  const QStringList expected = {
-      u"txtPath"_s,   u"cmdPath"_s,           u"txtNaam"_s,           u"cmdFillName"_s, u"txtLengteSec"_s,
-      u"chkAktief"_s, u"cobStart"_s,          u"txtStartUur"_s,       u"cobStop"_s,     u"txtEindUur"_s,
-      u"txtAantalGedraaid"_s, u"txtLaatstGedraaid"_s, u"waveform"_s, u"sliPlay"_s, u"cmdRREW"_s,
-      u"cmdREW"_s,    u"cmdPlay"_s,           u"cmdSTOP"_s,           u"cmdFFW"_s,      u"cmdFFFW"_s,
-      u"ledMix"_s,    u"cmdZoom"_s,           u"cmdMix"_s,            u"cmdResetMix"_s, u"cmdTestMix"_s,
-      u"cmdOk"_s,     u"cmdAnnuleren"_s};
+  const QStringList expected = {u"txtPath"_s,
+                                u"cmdPath"_s,
+                                u"txtNaam"_s,
+                                u"cmdFillName"_s,
+                                u"txtLengteSec"_s,
+                                u"chkAktief"_s,
+                                u"cobStart"_s,
+                                u"txtStartUur"_s,
+                                u"cobStop"_s,
+                                u"txtEindUur"_s,
+                                u"txtAantalGedraaid"_s,
+                                u"txtLaatstGedraaid"_s,
+                                u"waveform"_s,
+                                u"sliPlay"_s,
+                                u"cmdRREW"_s,
+                                u"cmdREW"_s,
+                                u"cmdPlay"_s,
+                                u"cmdSTOP"_s,
+                                u"cmdFFW"_s,
+                                u"cmdFFFW"_s,
+                                u"ledMix"_s,
+                                u"cmdZoom"_s,
+                                u"cmdMix"_s,
+                                u"cmdResetMix"_s,
+                                u"cmdTestMix"_s,
+                                u"cmdOk"_s,
+                                u"cmdAnnuleren"_s};
   EXPECT_EQ(order.join(u' ').toStdString(), expected.join(u' ').toStdString());
 }

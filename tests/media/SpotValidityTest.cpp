@@ -19,7 +19,9 @@ SpotValidity Running() {
   return spot;
 }
 
-std::string Word(const SpotValidity& spot) { return RemarkOn(spot, kNow).word.toStdString(); }
+std::string Word(const SpotValidity& spot) {
+  return RemarkOn(spot, kNow).word.toStdString();
+}
 
 }  // namespace
 

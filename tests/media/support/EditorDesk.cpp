@@ -11,9 +11,9 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+#include <sndfile.h>
 #include <algorithm>
 #include <cmath>
-#include <sndfile.h>
 #include <stdexcept>
 #include <vector>
 
@@ -30,7 +30,8 @@ QString MakeWav(const QString& hostPath, qint64 ms, int sampleRate) {
   SNDFILE* file = sf_open(QFile::encodeName(hostPath).constData(), SFM_WRITE, &info);
   if (file == nullptr) throw std::runtime_error(sf_strerror(nullptr));
   std::vector<short> block(65536);
-  for (std::size_t i = 0; i < block.size(); ++i) block[i] = static_cast<short>(static_cast<int>(i * 97 % 20011) - 10005);
+  for (std::size_t i = 0; i < block.size(); ++i)
+    block[i] = static_cast<short>(static_cast<int>(i * 97 % 20011) - 10005);
   for (qint64 left = ms * sampleRate / 1000; left > 0;) {
     const auto count = std::min<qint64>(left, static_cast<qint64>(block.size()));
     sf_writef_short(file, block.data(), count);
@@ -92,7 +93,9 @@ QStringList EditorDesk::AudioList() const {
   return QString::fromLatin1(file.readAll()).split(u"\r\n"_s, Qt::SkipEmptyParts);
 }
 
-void EditorDesk::SelectForOpening(const QString& selected) { global.gstrSelectedID = selected; }
+void EditorDesk::SelectForOpening(const QString& selected) {
+  global.gstrSelectedID = selected;
+}
 
 void Click(const QWidget& editor, const QString& button) {
   QTest::mouseClick(&Child<QAbstractButton>(editor, button), Qt::LeftButton);
@@ -102,11 +105,17 @@ void SetText(const QWidget& editor, const QString& field, const QString& text) {
   Child<QLineEdit>(editor, field).setText(text);
 }
 
-QString Text(const QWidget& editor, const QString& field) { return Child<QLineEdit>(editor, field).text(); }
+QString Text(const QWidget& editor, const QString& field) {
+  return Child<QLineEdit>(editor, field).text();
+}
 
-int Led(const QWidget& editor, const QString& panel) { return Child<controls::LedPanel>(editor, panel).Value(); }
+int Led(const QWidget& editor, const QString& panel) {
+  return Child<controls::LedPanel>(editor, panel).Value();
+}
 
-audio::AudioPlayer& Player(const QWidget& editor) { return Child<audio::AudioPlayer>(editor, u"Player"_s); }
+audio::AudioPlayer& Player(const QWidget& editor) {
+  return Child<audio::AudioPlayer>(editor, u"Player"_s);
+}
 
 void Choose(const QWidget& editor, const QString& hostPath) {
   desktop::FileChooserScript script;

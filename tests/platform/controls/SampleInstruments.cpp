@@ -164,13 +164,10 @@ QGroupBox* MakePlayer() {
 
 }  // namespace
 
-QWidget* MakeEditor() {
-  auto* window = new QDialog;
-  window->resize(920, 668);
-  auto* column = new QVBoxLayout(window);
-  column->setSpacing(12);
+namespace {
+
+QLayout* MakeNameFields(QLineEdit* name) {
   auto* top = new QGridLayout;
-  auto* name = Field(u"Fietsen Janssens - voorjaarsactie"_s);
   top->addWidget(new QLabel(u"Path:"_s), 0, 0);
   top->addWidget(Field(u"D:\\Audio\\Spots\\2025\\Fietsen Janssens - voorjaarsactie.mp3"_s, true), 0, 1, 1, 2);
   auto* path = new QPushButton(desktop::Icon(u"geluid"_s), u"&Path ..."_s);
@@ -188,11 +185,12 @@ QWidget* MakeEditor() {
   auto* active = new QCheckBox(u"&Aktieve item-spot"_s);
   active->setChecked(true);
   top->addWidget(active, 2, 3);
-  column->addLayout(top);
+  return top;
+}
 
-  auto* middle = new QHBoxLayout;
-  auto* valid = new QGroupBox(u"Geldigheid"_s);
-  auto* grid = new QGridLayout(valid);
+QGroupBox* MakeValidity() {
+  auto* group = new QGroupBox(u"Geldigheid"_s);
+  auto* grid = new QGridLayout(group);
   for (int row = 0; row < 2; ++row) {
     auto* date = new controls::DateCombo;
     date->SetText(row == 0 ? u"01-03-2025"_s : u"20-04-2025"_s);
@@ -207,17 +205,35 @@ QWidget* MakeEditor() {
   mark->Show(controls::LineMark::Circle, controls::LineTone::Runs);
   grid->addWidget(mark, 0, 4);
   grid->addWidget(Hint(u"loopt, nog 40 dagen"_s), 0, 5);
-  middle->addWidget(valid);
-  auto* played = new QGroupBox(u"Gedraaid"_s);
-  auto* playedGrid = new QGridLayout(played);
-  playedGrid->addWidget(new QLabel(u"Aantal gedraaid:"_s), 0, 0);
-  playedGrid->addWidget(Field(u"147"_s, true, 64), 0, 1);
-  playedGrid->addWidget(new QLabel(u"Laatst gedraaid:"_s), 1, 0);
-  playedGrid->addWidget(Field(u"11-03-2025 13:42:10"_s, true, 160), 1, 1);
-  middle->addWidget(played);
+  return group;
+}
+
+QGroupBox* MakePlayed() {
+  auto* group = new QGroupBox(u"Gedraaid"_s);
+  auto* grid = new QGridLayout(group);
+  grid->addWidget(new QLabel(u"Aantal gedraaid:"_s), 0, 0);
+  grid->addWidget(Field(u"147"_s, true, 64), 0, 1);
+  grid->addWidget(new QLabel(u"Laatst gedraaid:"_s), 1, 0);
+  grid->addWidget(Field(u"11-03-2025 13:42:10"_s, true, 160), 1, 1);
+  return group;
+}
+
+}  // namespace
+
+QWidget* MakeEditor() {
+  auto* window = new QDialog;
+  window->resize(920, 668);
+  auto* column = new QVBoxLayout(window);
+  column->setSpacing(12);
+  auto* name = Field(u"Fietsen Janssens - voorjaarsactie"_s);
+  column->addLayout(MakeNameFields(name));
+  auto* middle = new QHBoxLayout;
+  middle->addWidget(MakeValidity());
+  middle->addWidget(MakePlayed());
   column->addLayout(middle);
   column->addWidget(MakePlayer(), 1);
   auto* buttons = new QHBoxLayout;
+  buttons->setSpacing(8);
   buttons->addStretch();
   auto* ok = new QPushButton(u"OK"_s);
   ok->setDefault(true);

@@ -60,7 +60,6 @@ QWidget* ListWindow(controls::ListBox* list, const QString& search, const QStrin
   auto* grid = new QGridLayout(page);
   grid->setHorizontalSpacing(16);
   auto* left = new QVBoxLayout;
-  left->setSpacing(8);
   auto* box = new QLineEdit(search);
   box->setPlaceholderText(u"Zoeken op naam (Ctrl+F)"_s);
   box->setClearButtonEnabled(true);
@@ -70,7 +69,6 @@ QWidget* ListWindow(controls::ListBox* list, const QString& search, const QStrin
   left->addWidget(Hint(count));
   grid->addLayout(left, 0, 0);
   auto* right = new QVBoxLayout;
-  right->setSpacing(8);
   right->addWidget(Button(u"&Nieuw"_s, u"nieuw"_s));
   right->addWidget(Button(u"&Open"_s, u"open"_s));
   right->addWidget(Button(u"&Desaktiveer"_s, u"desaktiveer"_s));
@@ -139,6 +137,82 @@ QWidget* MakeEmptyList() {
   return ListWindow(list, u"kerst"_s, u"0 van 21 item-spots"_s);
 }
 
+namespace {
+
+QFrame* Card() {
+  auto* card = new QFrame;
+  card->setFrameShape(QFrame::StyledPanel);
+  card->setProperty("card", true);
+  return card;
+}
+
+QWidget* MakeSpotSide() {
+  QFrame* card = Card();
+  auto* grid = new QGridLayout(card);
+  auto* list = new controls::ListBox;
+  list->SetNumbered(true);
+  list->SetRowHeight(26);
+  for (const auto& name : {u"Autobedrijf De Smet - opendeurdagen"_s, u"Fietsen Janssens"_s, u"Kaasboerderij"_s}) {
+    const int index = list->AddItem(name);
+    list->SetDetails(index, {LineMark::None, LineTone::Quiet, false, false, {}, u"0:30"_s, {}});
+  }
+  list->SetListIndex(1);
+  grid->addWidget(list, 0, 0, 4, 1);
+  grid->addWidget(Button(u"&Toevoegen"_s, u"nieuw"_s), 0, 1);
+  grid->addWidget(Button(u"&Wijzigen"_s, u"open"_s), 1, 1);
+  grid->addWidget(Button(u"&Verwijderen"_s, u"verwijder"_s, desktop::IconTint::Danger), 2, 1);
+  grid->addWidget(Hint(u"5 item-spots, samen 2:29"_s), 4, 0);
+  grid->addWidget(Button(u"Aantal gedraaid op n&ul"_s, u"nul"_s), 4, 1);
+  return card;
+}
+
+controls::ComboBox* Combo(const QString& chosen, bool locked, bool enabled) {
+  auto* combo = new controls::ComboBox;
+  if (!chosen.isEmpty()) {
+    combo->AddItem(chosen, 1);
+    combo->SetListIndex(0);
+  }
+  if (locked) desktop::SetLocked(combo, true);
+  combo->setEnabled(enabled);
+  return combo;
+}
+
+controls::LedPanel* MixPanel() {
+  auto* mix = new controls::LedPanel;
+  mix->SetDigits(6);
+  mix->SetDigitHeight(20);
+  mix->SetMaximum(999999);
+  mix->SetLeadingZeros(false);
+  mix->SetValue(1500);
+  return mix;
+}
+
+QWidget* MakePatternSide() {
+  QFrame* card = Card();
+  auto* form = new QGridLayout(card);
+  int row = 0;
+  const auto add = [form, &row](const QString& name, QWidget* field) {
+    auto* label = new QLabel(name);
+    label->setEnabled(field->isEnabled());
+    form->addWidget(label, row, 0);
+    form->addWidget(field, row++, 1);
+  };
+  auto* grey = new QLineEdit(u"regio"_s);
+  grey->setEnabled(false);
+  add(u"Directory:"_s, grey);
+  add(u"Vast naamgedeelte:"_s, new QLineEdit(u"regio"_s));
+  add(u"Vergrendeld:"_s, Combo(u"Opener reclame ochtend"_s, true, true));
+  auto* open = Combo(u"Maandag"_s, false, true);
+  add(u"Eerste dag:"_s, open);
+  add(u"Uitgeschakeld:"_s, Combo({}, false, false));
+  add(u"Mixpunt:"_s, MixPanel());
+  form->setRowStretch(row, 1);
+  open->setFocus();
+  return card;
+}
+
+}  // namespace
+
 QWidget* MakeItem() {
   auto* window = new QDialog;
   window->resize(980, 500);
@@ -148,66 +222,9 @@ QWidget* MakeItem() {
   option1->setChecked(true);
   grid->addWidget(option1, 0, 0);
   grid->addWidget(new QRadioButton(u"Optie &2: bestanden volgens naampatroon"_s), 0, 1);
-  auto* left = new QFrame;
-  left->setFrameShape(QFrame::StyledPanel);
-  left->setProperty("card", true);
-  auto* leftGrid = new QGridLayout(left);
-  auto* list = new controls::ListBox;
-  list->SetNumbered(true);
-  list->SetRowHeight(26);
-  for (const auto& name : {u"Autobedrijf De Smet - opendeurdagen"_s, u"Fietsen Janssens"_s, u"Kaasboerderij"_s}) {
-    const int index = list->AddItem(name);
-    list->SetDetails(index, {LineMark::None, LineTone::Quiet, false, false, {}, u"0:30"_s, {}});
-  }
-  list->SetListIndex(1);
-  leftGrid->addWidget(list, 0, 0, 4, 1);
-  leftGrid->addWidget(Button(u"&Toevoegen"_s, u"nieuw"_s), 0, 1);
-  leftGrid->addWidget(Button(u"&Wijzigen"_s, u"open"_s), 1, 1);
-  leftGrid->addWidget(Button(u"&Verwijderen"_s, u"verwijder"_s, desktop::IconTint::Danger), 2, 1);
-  leftGrid->addWidget(Hint(u"5 item-spots, samen 2:29"_s), 4, 0);
-  leftGrid->addWidget(Button(u"Aantal gedraaid op n&ul"_s, u"nul"_s), 4, 1);
-  grid->addWidget(left, 1, 0);
-
-  auto* right = new QFrame;
-  right->setFrameShape(QFrame::StyledPanel);
-  right->setProperty("card", true);
-  auto* form = new QGridLayout(right);
-  int row = 0;
-  for (const auto& name : {u"Directory:"_s, u"Vast naamgedeelte:"_s}) {
-    auto* label = new QLabel(name);
-    label->setEnabled(row == 1);
-    form->addWidget(label, row, 0);
-    auto* edit = new QLineEdit(u"regio"_s);
-    edit->setEnabled(row == 1);
-    form->addWidget(edit, row++, 1);
-  }
-  auto* locked = new controls::ComboBox;
-  locked->AddItem(u"Opener reclame ochtend"_s, 1);
-  locked->SetListIndex(0);
-  desktop::SetLocked(locked, true);
-  form->addWidget(new QLabel(u"Vergrendeld:"_s), row, 0);
-  form->addWidget(locked, row++, 1);
-  auto* open = new controls::ComboBox;
-  open->AddItem(u"Maandag"_s, 1);
-  open->SetListIndex(0);
-  form->addWidget(new QLabel(u"Eerste dag:"_s), row, 0);
-  form->addWidget(open, row++, 1);
-  auto* grey = new controls::ComboBox;
-  grey->setEnabled(false);
-  form->addWidget(new QLabel(u"Uitgeschakeld:"_s), row, 0);
-  form->addWidget(grey, row++, 1);
-  auto* mix = new controls::LedPanel;
-  mix->SetDigits(6);
-  mix->SetDigitHeight(20);
-  mix->SetMaximum(999999);
-  mix->SetLeadingZeros(false);
-  mix->SetValue(1500);
-  form->addWidget(new QLabel(u"Mixpunt:"_s), row, 0);
-  form->addWidget(mix, row++, 1);
-  form->setRowStretch(row, 1);
-  grid->addWidget(right, 1, 1);
+  grid->addWidget(MakeSpotSide(), 1, 0);
+  grid->addWidget(MakePatternSide(), 1, 1);
   auto* buttons = new QHBoxLayout;
-  buttons->setSpacing(8);
   buttons->addWidget(Button(u"Item-sp&ots ..."_s, u"item-spots"_s));
   buttons->addWidget(Button(u"Item-pin&gles ..."_s, u"item-pingles"_s));
   buttons->addStretch();
@@ -218,7 +235,6 @@ QWidget* MakeItem() {
   grid->addLayout(buttons, 2, 0, 1, 2);
   grid->setColumnStretch(0, 13);
   grid->setColumnStretch(1, 11);
-  open->setFocus();
   return window;
 }
 

@@ -1,0 +1,224 @@
+// Sound files as they come: good, bad and gone. Whatever it is, the editor stays usable.
+#include "data/Globals.h"
+#include "platform/controls/LevelMeter.h"
+#include "platform/controls/WaveformStrip.h"
+#include "platform/runtime/HostPath.h"
+#include "tests/media/support/EditorDesk.h"
+#include "tests/platform/audio/support/SoundFiles.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QSignalSpy>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+using namespace media_testing;
+using testing_support::Child;
+
+namespace {
+
+// A file chosen in a new editor: one error that names it, no length, and the editor still takes a good file.
+void ExpectRefusedFile(const EditorDesk& desk, const QString& hostPath, const QString& name) {
+  const auto editor = desk.OpenSpot(u"NIEUW"_s);
+  {
+    const desktop::MessageBoxScript boxes;
+    Choose(*editor, hostPath);
+    ASSERT_EQ(boxes.Shown().size(), 1U) << name.toStdString();
+    EXPECT_TRUE(boxes.Last().text.contains(name)) << boxes.Last().text.toStdString();
+    EXPECT_EQ(boxes.Last().style, 16);
+  }
+  EXPECT_EQ(Text(*editor, u"txtLengteSec"_s), QString()) << name.toStdString();
+  EXPECT_FALSE(Child<controls::WaveformStrip>(*editor, u"waveform"_s).TroubleText().isEmpty());
+  EXPECT_EQ(Led(*editor, u"ledSec"_s), 0);
+  Choose(*editor, MakeWav(desk.AudioFile(u"goed.wav"_s), 2000));
+  EXPECT_EQ(Text(*editor, u"txtLengteSec"_s), u"2"_s);
+  EXPECT_TRUE(Child<controls::WaveformStrip>(*editor, u"waveform"_s).TroubleText().isEmpty());
+}
+
+// The same with a stored path: the error comes once, on opening.
+void ExpectRefusedPath(const EditorDesk& desk, const QString& path) {
+  static int id = 100;
+  desk.AddSpot(++id, u"Pad"_s, path);
+  const desktop::MessageBoxScript boxes;
+  const auto editor = desk.OpenSpot(QString::number(id));
+  ASSERT_EQ(boxes.Shown().size(), 1U) << path.toStdString();
+  EXPECT_TRUE(boxes.Last().text.contains(path)) << boxes.Last().text.toStdString();
+  EXPECT_EQ(Text(*editor, u"txtLengteSec"_s), u"7"_s);
+  EXPECT_EQ(Text(*editor, u"txtNaam"_s), u"Pad"_s);
+}
+
+// Little-endian number within the header of a WAV.
+void Overwrite(const QString& hostPath, int offset, int bytes, quint32 value) {
+  QByteArray content = ReadBytes(hostPath);
+  for (int i = 0; i < bytes; ++i)
+    content[offset + i] = static_cast<char>(value >> (8 * i) & 0xff);
+  WriteBytes(hostPath, content);
+}
+
+QString LengthOf(const EditorDesk& desk, const QString& hostPath) {
+  const auto editor = desk.OpenSpot(u"NIEUW"_s);
+  Choose(*editor, hostPath);
+  return Text(*editor, u"txtLengteSec"_s);
+}
+
+}  // namespace
+
+TEST(PreviewFiles, WhatIsNoSoundIsRefusedByName) {
+  const EditorDesk desk;
+  const QString empty = desk.AudioFile(u"leeg.wav"_s);
+  WriteBytes(empty, {});
+  ExpectRefusedFile(desk, empty, u"leeg.wav"_s);
+  const QString text = desk.AudioFile(u"tekst.mp3"_s);
+  WriteBytes(text, QByteArray("Beste, hierbij de tekst van de spot.\r\n").repeated(40));
+  ExpectRefusedFile(desk, text, u"tekst.mp3"_s);
+  QDir(desk.station.AudioFolder()).mkdir(u"map.wav"_s);
+  ExpectRefusedFile(desk, desk.AudioFile(u"map.wav"_s), u"map.wav"_s);
+  ExpectRefusedFile(desk, desk.AudioFile(u"weg.wav"_s), u"weg.wav"_s);
+}
+
+TEST(PreviewFiles, ImpossibleHeadersAreRefusedByName) {
+  const EditorDesk desk;
+  const QString still = MakeWav(desk.AudioFile(u"nulhertz.wav"_s), 1000);
+  Overwrite(still, 24, 4, 0);  // sample rate
+  ExpectRefusedFile(desk, still, u"nulhertz.wav"_s);
+  const QString many = MakeWav(desk.AudioFile(u"kanalen.wav"_s), 1000);
+  Overwrite(many, 22, 2, 200);  // channels
+  ExpectRefusedFile(desk, many, u"kanalen.wav"_s);
+}
+
+TEST(PreviewFiles, LyingAndCutHeadersGiveTheLengthThatIsThere) {
+  const EditorDesk desk;
+  const QString lying = MakeWav(desk.AudioFile(u"liegt.wav"_s), 4'200);
+  Overwrite(lying, 40, 4, 2'000'000);  // bytes of sound
+  EXPECT_EQ(LengthOf(desk, lying), u"4"_s);
+  const QString cut = MakeWav(desk.AudioFile(u"half.wav"_s), 9'000);
+  WriteBytes(cut, ReadBytes(cut).first(44 + 2 * 3'500));
+  EXPECT_EQ(LengthOf(desk, cut), u"3"_s);
+}
+
+TEST(PreviewFiles, GarbageWithinAnMp3DoesNotEndIt) {
+  const EditorDesk desk;
+  const QString path = MakeMp3(desk.AudioFile(u"kras.mp3"_s), 6.5);
+  EXPECT_EQ(LengthOf(desk, path), u"6"_s);
+  QByteArray bytes = ReadBytes(path);
+  bytes.insert(bytes.size() / 2, QByteArray(3000, '\x55'));
+  WriteBytes(path, bytes);
+  EXPECT_EQ(LengthOf(desk, path), u"6"_s);
+}
+
+TEST(PreviewFiles, StoredPathsThatLeadNowhereGiveOneError) {
+  const EditorDesk desk;
+  ExpectRefusedPath(desk, u"Q:\\spots\\a.wav"_s);
+  ExpectRefusedPath(desk, u"\\\\elders\\spots\\a.wav"_s);
+  ExpectRefusedPath(desk, u"Z:\\nergens\\a.mp3"_s);
+}
+
+TEST(PreviewFiles, FileDeletedWhilePlayingPlaysOn) {
+  EditorDesk desk;
+  const QString hostPath = MakeWav(desk.AudioFile(u"a.wav"_s), 30'000);
+  desk.AddSpot(1, u"A"_s, runtime::PathText(hostPath));
+  const auto editor = desk.OpenSpot(u"1"_s);
+  const auto sound = audiotest::StraightDecode(hostPath.toStdString());
+  const desktop::MessageBoxScript boxes;
+  Click(*editor, u"cmdPlay"_s);
+  ASSERT_EQ(desk.output.Pull(500), audiotest::Part(sound, 0, 500));
+  ASSERT_TRUE(QFile::remove(hostPath));
+  Click(*editor, u"cmdFFW"_s);
+  EXPECT_EQ(desk.output.Pull(500), audiotest::Part(sound, 10'500, 500));
+  Click(*editor, u"cmdSTOP"_s);
+  EXPECT_TRUE(boxes.Shown().empty());
+}
+
+TEST(PreviewFiles, ThreeHoursOpenAndSeek) {
+  const EditorDesk desk;
+  const QString hostPath = MakeWav(desk.AudioFile(u"lang.wav"_s), 3 * 3'600'000LL + 61'500);
+  const auto editor = desk.OpenSpot(u"NIEUW"_s);
+  Choose(*editor, hostPath);
+  EXPECT_EQ(Text(*editor, u"txtLengteSec"_s), u"61"_s);
+  EXPECT_EQ(Player(*editor).Length(), 10'861'500);
+  Player(*editor).SetPosition(10'000'000);
+  Click(*editor, u"cmdMix"_s);
+  EXPECT_EQ(Led(*editor, u"ledMix"_s), 861'500);
+}
+
+TEST(PreviewFiles, NamesMatchWhateverTheirLetterCase) {
+  const EditorDesk desk;
+  const QString path = desk.Wav(u"Spot.WAV"_s, 3'000);
+  desk.AddSpot(1, u"A"_s, path.toLower());
+  const desktop::MessageBoxScript boxes;
+  EXPECT_EQ(Text(*desk.OpenSpot(u"1"_s), u"txtLengteSec"_s), u"3"_s);
+  EXPECT_TRUE(boxes.Shown().empty());
+}
+
+TEST(PreviewFiles, FileOutsideTheMappedDrivesWarns) {
+  const EditorDesk desk;
+  runtime::SetDrives({{u"D"_s, desk.station.ServerFolder()}});
+  const auto editor = desk.OpenSpot(u"NIEUW"_s);
+  const desktop::MessageBoxScript boxes;
+  Choose(*editor, MakeWav(desk.AudioFile(u"a.wav"_s), 3'000));
+  ASSERT_EQ(boxes.Shown().size(), 1U);
+  EXPECT_EQ(boxes.Last().style, 48);
+  EXPECT_TRUE(boxes.Last().text.contains(u"[Drives]"_s));
+  EXPECT_EQ(Text(*editor, u"txtLengteSec"_s), u"3"_s);
+}
+
+TEST(PreviewDevice, SettingsReachThePlayerWhenTheEditorOpens) {
+  const EditorDesk desk;
+  global.card = 2;
+  global.callback = 1;
+  global.buffers = 12;
+  global.bufferSize = 4096;
+  const auto editor = desk.OpenSpot(u"NIEUW"_s);
+  EXPECT_EQ(Player(*editor).DeviceID(), 2);
+  EXPECT_EQ(Player(*editor).CallBackMode(), 1);
+  EXPECT_EQ(Player(*editor).NumBuffers(), 12);
+  EXPECT_EQ(Player(*editor).BufferSize(), 4096);
+}
+
+TEST(PreviewDevice, LostDeviceIsToldOnceAndPlaybackStops) {
+  EditorDesk desk;
+  desk.AddSpot(1, u"A"_s, desk.Wav(u"a.wav"_s, 30'000));
+  const auto editor = desk.OpenSpot(u"1"_s);
+  QSignalSpy stopped(&Player(*editor), &audio::AudioPlayer::stopped);
+  const desktop::MessageBoxScript boxes;
+  Click(*editor, u"cmdPlay"_s);
+  desk.output.Pull(200);
+  desk.output.Unplug();
+  ASSERT_TRUE(stopped.count() > 0 || stopped.wait());
+  EXPECT_NE(Player(*editor).State(), 6);
+  EXPECT_EQ(boxes.Shown().size(), 1U);
+  EXPECT_FALSE(Child<QTimer>(*editor, u"tmrPlayer"_s).isActive());
+}
+
+TEST(PreviewDevice, SilentPlaybackIsToldOnTheStatusLine) {
+  EditorDesk desk;
+  desk.output.SetStatus("Geen geluidskaart: het afspelen is stil.");
+  desk.AddSpot(1, u"A"_s, desk.Wav(u"a.wav"_s, 30'000));
+  const auto editor = desk.OpenSpot(u"1"_s);
+  const auto& line = Child<QLabel>(*editor, u"lblGeluid"_s);
+  EXPECT_FALSE(line.isVisible());
+  QSignalSpy status(&Player(*editor), &audio::AudioPlayer::statusChanged);
+  const desktop::MessageBoxScript boxes;
+  Click(*editor, u"cmdPlay"_s);
+  ASSERT_TRUE(status.count() > 0 || status.wait());
+  EXPECT_EQ(line.text(), u"Geen geluidskaart: het afspelen is stil."_s);
+  EXPECT_TRUE(line.isVisible());
+  EXPECT_TRUE(boxes.Shown().empty());
+}
+
+TEST(PreviewDevice, MetersShowWhatIsPlayed) {
+  EditorDesk desk;
+  desk.AddSpot(1, u"A"_s, desk.Wav(u"a.wav"_s, 30'000));
+  const auto editor = desk.OpenSpot(u"1"_s);
+  Click(*editor, u"cmdPlay"_s);
+  ASSERT_EQ(desk.output.Pull(1000).size(), 2000U);
+  Q_EMIT Child<QTimer>(*editor, u"tmrPlayer"_s).timeout({});
+  for (const QString& name : {u"levelLeft"_s, u"levelRight"_s}) {
+    auto& meter = Child<controls::LevelMeter>(*editor, name);
+    meter.Advance(0.04);
+    EXPECT_GT(meter.Level(), -20.0) << name.toStdString();
+  }
+}

@@ -1,0 +1,216 @@
+// Listening: play, stop, the jumps, the slider and the time, through the real dialog and the real player. The test
+// takes the sound by hand, so nothing waits for a clock.
+#include "platform/controls/PositionSlider.h"
+#include "platform/runtime/HostPath.h"
+#include "tests/media/support/EditorDesk.h"
+#include "tests/platform/audio/support/SoundFiles.h"
+
+#include <gtest/gtest.h>
+
+#include <QSignalSpy>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+using namespace media_testing;
+using testing_support::Child;
+
+namespace {
+
+// One open editor on a file of three minutes.
+class Listening {
+ public:
+  explicit Listening(qint64 ms = 180'000) {
+    desk.AddSpot(1, u"Spot"_s, desk.Wav(u"spot.wav"_s, ms));
+    editor = desk.OpenSpot(u"1"_s);
+  }
+
+  audio::AudioPlayer& player() const { return Player(*editor); }
+  controls::PositionSlider& slider() const { return Child<controls::PositionSlider>(*editor, u"sliPlay"_s); }
+  QTimer& timer() const { return Child<QTimer>(*editor, u"tmrPlayer"_s); }
+  void PlayFrom(qint32 position) const {
+    player().SetPosition(position);
+    Click(*editor, u"cmdPlay"_s);
+  }
+  // Where a jump from there leads.
+  qint32 AfterJump(const QString& button, qint32 from) const {
+    PlayFrom(from);
+    Click(*editor, button);
+    return player().Position();
+  }
+
+  EditorDesk desk;
+  std::unique_ptr<frmItemSpotsDetail> editor;
+};
+
+}  // namespace
+
+TEST(PreviewPlay, LengthIsMinutesAndSecondsWithoutHoursAndFractions) {
+  EXPECT_EQ(Text(*Listening(75'900).editor, u"txtLengteSec"_s), u"75"_s);
+  EXPECT_EQ(Text(*Listening(3'725'000).editor, u"txtLengteSec"_s), u"125"_s);
+  EXPECT_EQ(Text(*Listening(999).editor, u"txtLengteSec"_s), u"0"_s);
+}
+
+TEST(PreviewPlay, OpeningShowsTheTimeLeftAndTheSliderAtItsStart) {
+  const Listening at(75'934);
+  EXPECT_EQ(Led(*at.editor, u"ledMin"_s), 1);
+  EXPECT_EQ(Led(*at.editor, u"ledSec"_s), 15);
+  EXPECT_EQ(Led(*at.editor, u"ledMilli"_s), 934);
+  EXPECT_EQ(at.slider().maximum(), 75'934);
+  EXPECT_EQ(at.slider().value(), 0);
+  EXPECT_FALSE(at.timer().isActive());
+}
+
+TEST(PreviewPlay, PlayStartsTheTimerAndStopEndsIt) {
+  const Listening at;
+  QSignalSpy stopped(&at.player(), &audio::AudioPlayer::stopped);
+  Click(*at.editor, u"cmdPlay"_s);
+  EXPECT_EQ(at.player().State(), 6);
+  EXPECT_TRUE(at.timer().isActive());
+  Click(*at.editor, u"cmdSTOP"_s);
+  EXPECT_NE(at.player().State(), 6);
+  ASSERT_TRUE(stopped.count() > 0 || stopped.wait());
+  EXPECT_FALSE(at.timer().isActive());
+}
+
+TEST(PreviewPlay, PlayWhilePlayingGoesOnFromWhereItIs) {
+  const Listening at;
+  at.PlayFrom(50'000);
+  Click(*at.editor, u"cmdPlay"_s);
+  EXPECT_EQ(at.player().State(), 6);
+  EXPECT_EQ(at.player().Position(), 50'000);
+  QCoreApplication::processEvents();
+  EXPECT_TRUE(at.timer().isActive());
+}
+
+TEST(PreviewPlay, TickCountsDownWhileTheSliderFollows) {
+  Listening at(10'000);
+  Click(*at.editor, u"cmdPlay"_s);
+  ASSERT_EQ(at.desk.output.Pull(2'500).size(), 5'000U);
+  Q_EMIT at.timer().timeout({});
+  EXPECT_EQ(at.slider().value(), 2'500);
+  EXPECT_EQ(Led(*at.editor, u"ledSec"_s), 7);
+  EXPECT_EQ(Led(*at.editor, u"ledMilli"_s), 500);
+}
+
+TEST(PreviewPlay, EndOfTheFileStopsTheTimerWithNothingLeft) {
+  Listening at(3'000);
+  QSignalSpy stopped(&at.player(), &audio::AudioPlayer::stopped);
+  Click(*at.editor, u"cmdPlay"_s);
+  at.desk.output.PullToEnd();
+  ASSERT_TRUE(stopped.count() > 0 || stopped.wait());
+  EXPECT_FALSE(at.timer().isActive());
+  EXPECT_EQ(at.player().Position(), 3'000);
+  EXPECT_EQ(Led(*at.editor, u"ledSec"_s), 0);
+  EXPECT_EQ(Led(*at.editor, u"ledMilli"_s), 0);
+  EXPECT_EQ(at.slider().value(), 3'000);
+}
+
+TEST(PreviewPlay, JumpsBackEndAtTheBeginning) {
+  const Listening at;
+  EXPECT_EQ(at.AfterJump(u"cmdREW"_s, 9'000), 0);
+  EXPECT_EQ(at.AfterJump(u"cmdREW"_s, 10'000), 0);
+  EXPECT_EQ(at.AfterJump(u"cmdREW"_s, 10'001), 1);
+  EXPECT_EQ(at.AfterJump(u"cmdREW"_s, 60'000), 50'000);
+  EXPECT_EQ(at.AfterJump(u"cmdRREW"_s, 30'000), 0);
+  EXPECT_EQ(at.AfterJump(u"cmdRREW"_s, 30'001), 1);
+  EXPECT_EQ(at.AfterJump(u"cmdRREW"_s, 60'000), 30'000);
+  EXPECT_EQ(at.player().SeekSetting(), 50);
+}
+
+TEST(PreviewPlay, JumpsForwardMayGoPastTheEnd) {
+  const Listening at;
+  EXPECT_EQ(at.AfterJump(u"cmdFFW"_s, 60'000), 70'000);
+  EXPECT_EQ(at.AfterJump(u"cmdFFFW"_s, 60'000), 90'000);
+  EXPECT_EQ(at.player().SeekSetting(), 5);
+  QSignalSpy stopped(&at.player(), &audio::AudioPlayer::stopped);
+  at.PlayFrom(175'000);
+  QCoreApplication::processEvents();
+  stopped.clear();
+  Click(*at.editor, u"cmdFFFW"_s);
+  ASSERT_TRUE(stopped.count() > 0 || stopped.wait());
+  EXPECT_EQ(at.player().Position(), 180'000);
+  EXPECT_NE(at.player().State(), 6);
+}
+
+TEST(PreviewPlay, JumpsDoNothingUnlessItPlays) {
+  const Listening at;
+  at.player().SetPosition(60'000);
+  for (const QString& button : {u"cmdRREW"_s, u"cmdREW"_s, u"cmdFFW"_s, u"cmdFFFW"_s}) {
+    Click(*at.editor, button);
+    EXPECT_EQ(at.player().Position(), 60'000) << button.toStdString();
+  }
+}
+
+TEST(PreviewPlay, WhatIsHeardAfterAJumpIsWhatTheFileHoldsThere) {
+  Listening at(40'000);
+  const auto sound = audiotest::StraightDecode(at.player().FileName().toStdString());
+  at.PlayFrom(5'000);
+  ASSERT_EQ(at.desk.output.Pull(700), audiotest::Part(sound, 5'000, 700));
+  Click(*at.editor, u"cmdFFW"_s);
+  EXPECT_EQ(at.desk.output.Pull(700), audiotest::Part(sound, 15'700, 700));
+  Click(*at.editor, u"cmdREW"_s);
+  EXPECT_EQ(at.desk.output.Pull(700), audiotest::Part(sound, 6'400, 700));
+}
+
+TEST(PreviewPlay, HeldSliderKeepsTheTimeAndReleaseSeeks) {
+  Listening at(10'000);
+  Click(*at.editor, u"cmdPlay"_s);
+  controls::PositionSlider& slider = at.slider();
+  const QPoint middle(slider.width() / 2, slider.height() / 2);
+  QTest::mousePress(&slider, Qt::LeftButton, Qt::NoModifier, middle);
+  const int held = slider.value();
+  EXPECT_NEAR(held, 5'000, 100);
+  Q_EMIT at.timer().timeout({});
+  EXPECT_EQ(slider.value(), held);
+  EXPECT_EQ(Led(*at.editor, u"ledSec"_s), 10);
+  QTest::mouseRelease(&slider, Qt::LeftButton, Qt::NoModifier, middle);
+  EXPECT_EQ(at.player().Position(), held);
+  EXPECT_EQ(at.player().State(), 6);
+  EXPECT_EQ(Led(*at.editor, u"ledSec"_s), (10'000 - held) / 1000);
+}
+
+TEST(PreviewPlay, SliderMovedWhileStoppedHoldsForTheNextStart) {
+  const Listening at;
+  QTest::keyClick(&at.slider(), Qt::Key_End);
+  EXPECT_EQ(at.player().Position(), 180'000);
+  QTest::keyClick(&at.slider(), Qt::Key_Home);
+  QTest::keyClick(&at.slider(), Qt::Key_Right);
+  const int there = at.slider().value();
+  EXPECT_GT(there, 0);
+  EXPECT_EQ(at.player().Position(), there);
+  EXPECT_NE(at.player().State(), 6);
+  Click(*at.editor, u"cmdPlay"_s);
+  EXPECT_EQ(at.player().Position(), there);
+}
+
+TEST(PreviewPlay, PlayOpensThePathWhenNothingIsLoaded) {
+  const EditorDesk desk;
+  const auto editor = desk.OpenSpot(u"NIEUW"_s);
+  SetText(*editor, u"txtPath"_s, u"  "_s + desk.Wav(u"a.wav"_s, 2000) + u" ");
+  EXPECT_TRUE(Player(*editor).FileName().isEmpty());
+  Click(*editor, u"cmdPlay"_s);
+  EXPECT_EQ(Player(*editor).State(), 6);
+  EXPECT_EQ(Player(*editor).Length(), 2000);
+}
+
+TEST(PreviewPlay, PlayWithoutAFileSaysSo) {
+  const EditorDesk desk;
+  const auto editor = desk.OpenSpot(u"NIEUW"_s);
+  const desktop::MessageBoxScript boxes;
+  Click(*editor, u"cmdPlay"_s);
+  ASSERT_EQ(boxes.Shown().size(), 1U);
+  EXPECT_EQ(boxes.Last().title, u"cmdPlay_Click"_s);
+  EXPECT_FALSE(Child<QTimer>(*editor, u"tmrPlayer"_s).isActive());
+}
+
+TEST(PreviewPlay, ClosingWhilePlayingIsQuiet) {
+  Listening at;
+  Click(*at.editor, u"cmdPlay"_s);
+  at.desk.output.Pull(100);
+  const desktop::MessageBoxScript boxes;
+  Click(*at.editor, u"cmdAnnuleren"_s);
+  EXPECT_NE(at.player().State(), 6);
+  at.editor.reset();
+  EXPECT_FALSE(at.desk.output.IsRunning());
+  EXPECT_TRUE(boxes.Shown().empty());
+}
