@@ -54,9 +54,9 @@ class MainTest : public testing::Test {
   MainTest() {
     const QString folder = global.programFolder;
     runtime::WriteFile(folder + u"\\ovalis.ini"_s,
-                       ("[Files]\r\nDatabasePath=" + global.databasePath + "\r\nExportPath=" + global.exportPath +
-                        "\r\n[Audio Players]\r\nCard=-1\r\nBuffers=20\r\nBuffer_Size=2048\r\nCallback=0\r\n")
-                           .toLatin1());
+                       "[Files]\r\nDatabasePath=" + global.databasePath.toLatin1() +
+                           "\r\nExportPath=" + global.exportPath.toLatin1() +
+                           "\r\n[Audio Players]\r\nCard=-1\r\nBuffers=20\r\nBuffer_Size=2048\r\nCallback=0\r\n");
     global = Globals();
     global.programFolder = folder;
     for (const Screen screen : kScreens) {

@@ -57,10 +57,14 @@ void Tour::ChooseStation() {
   desk_.WaitForWindow(kMain);
   desk_.Expect(desk_.Title(kMain) == u"Spotrooster Radio Demo"_s, u"het venster draagt de naam van de zender niet"_s);
   desk_.Expect(desk_.Text(kMain, u"pnlModus"_s) == u"Online"_s, u"de zender begint niet online"_s);
+  PictureOfMain(u"03-hoofdvenster"_s);
+  Done(u"zender gekozen: Radio Demo"_s);
+}
+
+void Tour::PictureOfMain(const QString& name) {
   desk_.WaitUntil(u"de item-spots werden niet geteld"_s,
                   [this] { return desk_.Find(kMain, u"lblAantalZonderBestand"_s) != u"–"_s; });
-  desk_.Picture(kMain, u"03-hoofdvenster"_s);
-  Done(u"zender gekozen: Radio Demo"_s);
+  desk_.Picture(kMain, name);
 }
 
 void Tour::GoOffline() {
@@ -117,7 +121,7 @@ void Tour::ChangeSpots() {
   desk_.WaitUntilGone(kSpots);
   desk_.Expect(desk_.Text(kMain, u"pnlLog"_s) == u"3 opdrachten nog niet geëxporteerd"_s,
                u"er staan geen drie opdrachten klaar: "_s + desk_.Text(kMain, u"pnlLog"_s));
-  desk_.Picture(kMain, u"08-offline-gewijzigd"_s);
+  PictureOfMain(u"08-offline-gewijzigd"_s);
   Done(u"offline een spot gewijzigd en een gedesaktiveerd: 3 opdrachten in het logboek"_s);
 }
 

@@ -27,6 +27,9 @@ class Tour {
   void GoOnline();
   void Leave();
 
+  // Once the counts of the day are complete.
+  void PictureOfMain(const QString& name);
+
   void Done(const QString& what) { summary_ += what; }
 
   const Desk& desk_;
