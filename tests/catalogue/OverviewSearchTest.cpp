@@ -3,7 +3,6 @@
 #include "platform/controls/ListBox.h"
 #include "tests/catalogue/CatalogueTest.h"
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -19,7 +18,6 @@ class OverviewSearch : public CatalogueTest {
     AddItem(3, u"Kerst"_s, 0);
     AddItem(4, u"Nacht"_s);
     Open(form_);
-    QApplication::setActiveWindow(&form_);
   }
 
   QLineEdit& Search() { return Child<QLineEdit>(form_, u"txtZoek"_s); }
