@@ -10,6 +10,7 @@
 #include "data/Screens.h"
 #include "platform/controls/ComboBox.h"
 #include "platform/controls/LedPanel.h"
+#include "platform/dao/Database.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
@@ -54,9 +55,9 @@ class MainTest : public testing::Test {
   MainTest() {
     const QString folder = global.programFolder;
     runtime::WriteFile(folder + u"\\ovalis.ini"_s,
-                       ("[Files]\r\nDatabasePath=" + global.databasePath + "\r\nExportPath=" + global.exportPath +
-                        "\r\n[Audio Players]\r\nCard=-1\r\nBuffers=20\r\nBuffer_Size=2048\r\nCallback=0\r\n")
-                           .toLatin1());
+                       "[Files]\r\nDatabasePath=" + global.databasePath.toLatin1() +
+                           "\r\nExportPath=" + global.exportPath.toLatin1() +
+                           "\r\n[Audio Players]\r\nCard=-1\r\nBuffers=20\r\nBuffer_Size=2048\r\nCallback=0\r\n");
     global = Globals();
     global.programFolder = folder;
     for (const Screen screen : kScreens) {
@@ -158,7 +159,7 @@ TEST_F(MainTest, ClosingTheStationSelectionLeavesNumberZero) {
 }
 
 TEST_F(MainTest, AnEmptyStationNameLeavesTheTrailingBlankInTheCaption) {
-  station_.OnLocal(u"DELETE FROM cdeLicenties"_s);
+  dao::OpenDatabase(global.programFolder + u"\\data\\OvalistoLocal.mdb"_s).Execute(u"DELETE FROM cdeLicenties"_s);
   frmMain main;
   Load(main, {});
   EXPECT_EQ(main.windowTitle(), u"Spotrooster "_s);

@@ -21,11 +21,17 @@ class Tour {
   void ChooseStation();
   void GoOffline();
   void MakeSpotFromFile();
+  void MarkMixPoint();
   void ChangeSpots();
+  void MakeItem();
+  void AddSpotToItem(const QString& spot);
   void Export();
   void CheckExportFile();
   void GoOnline();
   void Leave();
+
+  // Once the counts of the day are complete.
+  void PictureOfMain(const QString& name);
 
   void Done(const QString& what) { summary_ += what; }
 

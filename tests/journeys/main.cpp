@@ -18,6 +18,7 @@
 #include <QFontDatabase>
 #include <QLocale>
 #include <QStandardPaths>
+#include <QTemporaryDir>
 #include <QThread>
 
 #include <iostream>
@@ -40,10 +41,9 @@ void MakeFolder(const QString& folder) {
 
 // The moment of the export file's name is the one moment at which the running export can be seen.
 QDateTime NowAndLook(const Desk& desk) {
-  for (QWidget* window : QApplication::topLevelWidgets()) {
-    const auto* panel = window->findChild<QWidget*>(u"picProgress"_s);
-    if (panel != nullptr && panel->isVisible()) desk.SavePicture(*window, u"11-export-bezig"_s);
-  }
+  QWidget* window = QApplication::activeModalWidget();
+  const auto* panel = window == nullptr ? nullptr : window->findChild<QWidget*>(u"picProgress"_s);
+  if (panel != nullptr && panel->isVisible()) desk.SavePicture(*window, u"13-export-bezig"_s);
   return QDateTime::currentDateTime();
 }
 
@@ -63,6 +63,18 @@ void WalkAndReport(const Desk& desk, const QString& folder) {
     std::cout << "FOUT  " << failure.what() << std::endl;
     std::_Exit(kFailed);
   }
+}
+
+// A screen as large as an ordinary one; the offscreen platform's own would make the windows open smaller than they are.
+void UseLargeScreen(const QTemporaryDir& folder) {
+  const QString path = folder.filePath(u"screen.json"_s);
+  QFile file(path);
+  if (file.open(QIODevice::WriteOnly)) {
+    file.write(R"({"synchronousWindowSystemEvents": false, "windowFrameMargins": false, "screens": [{"name": "Scherm",)"
+               R"( "x": 0, "y": 0, "width": 1920, "height": 1200, "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})");
+  }
+  file.close();
+  qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + QFile::encodeName(path));
 }
 
 int Show(QApplication& application, const QString& folder) {
@@ -89,7 +101,8 @@ int main(int argc, char** argv) {
     std::cerr << "spotrooster-tour MAP    loopt door de vensters en laat beelden en het exportbestand achter in MAP\n";
     return kWrongUse;
   }
-  qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QTemporaryDir screen;
+  UseLargeScreen(screen);
   qputenv("QT_SCALE_FACTOR", "1.5");
   qputenv("QT_LOGGING_RULES", "qt.qpa.*=false");
   QStandardPaths::setTestModeEnabled(true);

@@ -17,7 +17,7 @@ TEST(Demo, MakesAStationWhoseFilesAreThere) {
   const QString server = folder.path() + u"/server/OvalistoServer.mdb"_s;
   const QString local = folder.path() + u"/data/OvalistoLocal.mdb"_s;
   EXPECT_EQ(RunTool({u"tables"_s, server}).out,
-            "tblItemPingles\t6\ntblItems\t12\ntblItemsItemSpots\t33\ntblItemSpots\t60\n");
+            "tblItemPingles\t6\ntblItems\t12\ntblItemsItemSpots\t34\ntblItemSpots\t60\n");
   EXPECT_EQ(RunTool({u"sql"_s, local, u"SELECT RadioNaam FROM cdeLicenties ORDER BY LicentieNummer"_s}).out,
             "RadioNaam\r\nRadio Demo\r\nRadio Polderstem\r\n");
   EXPECT_EQ(QDir(folder.path() + u"/audio/Spots"_s).entryList(QDir::Files).size(), 59);  // one is missing on purpose

@@ -19,9 +19,9 @@ TEST(TableDef, ComesBackFromTheFile) {
   table.fields[1].required = true;
   table.fields[1].allowZeroLength = false;
   table.fields[2].defaultValue = 1;
-  table.indexes.append(Index(u"OpNaam"_s, {u"Naam"_s, u"ID"_s}));
-  table.indexes[1].fields[1].direction = dao::Direction::Descending;
-  table.indexes[1].ignoreNull = true;
+  table.indexes.prepend(Index(u"OpNaam"_s, {u"Naam"_s, u"ID"_s}));  // they come back by name
+  table.indexes[0].fields[1].direction = dao::Direction::Descending;
+  table.indexes[0].ignoreNull = true;
   s.Open().CreateTable(table);
   const dao::TableDef read = s.Open().Table(u"TBLSPOTS"_s);
   EXPECT_EQ(read.name, table.name);
