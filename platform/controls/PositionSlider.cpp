@@ -94,7 +94,7 @@ void PositionSlider::keyPressEvent(QKeyEvent* event) {
       Q_EMIT playStopRequested();
       return;
     default:
-      QWidget::keyPressEvent(event);
+      event->ignore();
   }
 }
 
