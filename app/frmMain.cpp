@@ -5,6 +5,7 @@
 #include "app/StatusPanel.h"
 #include "app/Version.h"
 #include "app/ui_frmMain.h"
+#include "catalogue/Screens.h"
 #include "data/DatabasePaths.h"
 #include "data/Globals.h"
 #include "data/Lookups.h"
@@ -26,9 +27,9 @@ namespace {
 constexpr QSize kOpeningSize(960, 560);
 constexpr int kSecond = 1000;  // ms
 
-QFont StationFont(QFont font) {
-  font.setPointSizeF(font.pointSizeF() * 2);
-  font.setWeight(QFont::DemiBold);
+QFont Sized(QFont font, double factor, QFont::Weight weight) {
+  font.setPointSizeF(font.pointSizeF() * factor);
+  font.setWeight(weight);
   return font;
 }
 
@@ -70,6 +71,8 @@ void frmMain::ConnectEvents() {
   connect(ui_->actItemPingles, &QAction::triggered, this, &frmMain::mnuItemPingles_Click);
   connect(ui_->actHandleiding, &QAction::triggered, this, &frmMain::mnuHandleiding_Click);
   connect(ui_->actVersie, &QAction::triggered, this, &frmMain::mnuVersie_Click);
+  connect(ui_->fraVandaag, &TodayPanel::spotsAsked, this, &frmMain::fraVandaag_Tonen);
+  connect(ui_->fraVandaag, &TodayPanel::exportAsked, ui_->actExporteren, &QAction::trigger);
   connect(tmrKlok_, &QTimer::timeout, this, &frmMain::ShowTime);
 }
 
@@ -85,7 +88,9 @@ void frmMain::InitForm() {
   auto* gap = new QWidget(this);
   gap->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
   ui_->tlbMain->insertWidget(ui_->actAfsluiten, gap);
-  ui_->lblRadio->setFont(StationFont(font()));
+  ui_->lblRadio->setFont(Sized(font(), 2, QFont::DemiBold));
+  ui_->lblDatum->setFont(Sized(font(), 1.1, QFont::Normal));
+  setFocus();  // and not the first button
   tmrKlok_->setTimerType(Qt::PreciseTimer);
 }
 
@@ -131,6 +136,7 @@ void frmMain::ShowStation() {
   ui_->actItemPingles->setEnabled(HasScreen(Screen::ItemPingles));
   ui_->actExporteren->setEnabled(HasScreen(Screen::PlanningExporteren));
   ui_->actInstellingen->setEnabled(HasScreen(Screen::Defaults));
+  ui_->fraVandaag->EnableButtons(HasScreen(Screen::ItemSpots), HasScreen(Screen::PlanningExporteren));
   ShowTime();
   RefreshStatus();
 }
@@ -152,6 +158,8 @@ void frmMain::RefreshStatus() {
   const StationStatus status = ReadStationStatus();
   pnlLog_->Show(u"log"_s, NotExportedText(status.notExported));
   pnlKopie_->setVisible(status.copyEmpty);
+  ui_->fraVandaag->ShowNotExported(status.notExported);
+  ui_->fraVandaag->Count();
 }
 
 void frmMain::Open(Screen screen) {
@@ -166,6 +174,13 @@ void frmMain::tlbMain_ButtonClick(const QString& key) {
     if (key == u"Exporteren"_s) Open(Screen::PlanningExporteren);
     if (key == u"Instellingen"_s) Open(Screen::Defaults);
     if (key == u"Afsluiten"_s) close();
+  });
+}
+
+void frmMain::fraVandaag_Tonen(SpotView view) {
+  Trapped(__func__, [&] {
+    ShowItemSpotsOnly(view, this);
+    RefreshStatus();
   });
 }
 

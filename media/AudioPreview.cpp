@@ -63,6 +63,7 @@ AudioPreview::AudioPreview(QWidget* parent)
   WireTransport();
   WireMix();
   WireStrip();
+  WireKeys();
   ShowStatus(player_->StatusText());
 }
 

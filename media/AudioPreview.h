@@ -53,10 +53,8 @@ class AudioPreview : public QGroupBox {
   QTimer& TmrPlayer() { return *tmrPlayer_; }
 
  public Q_SLOTS:
-  // For a key that serves as both buttons.
+  // One key for both buttons.
   void PlayOrStop();
-  // For a key: as "BEPAAL MIX".
-  void MarkMix() { cmdMix_Click(); }
 
  Q_SIGNALS:
   // FilePresence() may be another one.
@@ -67,6 +65,7 @@ class AudioPreview : public QGroupBox {
   void WireTransport();
   void WireMix();
   void WireStrip();
+  void WireKeys();
 
   void cmdPlay_Click();
   void cmdSTOP_Click();

@@ -1,6 +1,6 @@
 #include "platform/dao/Sqlite.h"
 
-#include "platform/dao/TextOrder.h"
+#include "platform/jet/TextOrder.h"
 
 namespace dao {
 namespace {
@@ -9,7 +9,7 @@ int CompareCallback(void* /*unused*/, int leftBytes, const void* left, int right
   const auto view = [](const void* text, int bytes) {
     return std::u16string_view(static_cast<const char16_t*>(text), static_cast<std::size_t>(bytes) / sizeof(char16_t));
   };
-  return CompareText(view(left, leftBytes), view(right, rightBytes));
+  return jet::TextOrder::Legacy().Compare(view(left, leftBytes), view(right, rightBytes));
 }
 
 }  // namespace

@@ -54,6 +54,21 @@ bool IndexWriter::Contains(ByteView key) {
   return cursor.Valid() && std::equal(key.begin(), key.end(), cursor.Key().begin(), cursor.Key().end());
 }
 
+bool IndexWriter::Holds(ByteView key, RowId row) {
+  const Bytes entry = Entry(key, row);
+  IndexCursor cursor(pages_, table_, root_);
+  cursor.Seek(entry);
+  return cursor.Valid() && std::equal(entry.begin(), entry.end(), cursor.Entry().begin(), cursor.Entry().end());
+}
+
+std::optional<Bytes> IndexWriter::KeyOfRow(RowId row) {
+  IndexCursor cursor(pages_, table_, root_);
+  for (cursor.SeekFirst(); cursor.Valid(); cursor.Next()) {
+    if (cursor.Row() == row) return Bytes(cursor.Key().begin(), cursor.Key().end());
+  }
+  return std::nullopt;
+}
+
 IndexWriter::Path IndexWriter::Find(ByteView entry) {
   Path path;
   for (std::uint32_t number = root_;;) {

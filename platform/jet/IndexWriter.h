@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "platform/jet/IndexNode.h"
@@ -19,8 +20,12 @@ class IndexWriter {
   /// Whether some row has exactly this key.
   bool Contains(ByteView key);
   void Insert(ByteView key, RowId row);
+  /// Whether the row is there with this key.
+  bool Holds(ByteView key, RowId row);
   /// Damage when the entry is not there.
   void Remove(ByteView key, RowId row);
+  /// The key with which the row is there, sought through the whole index: for keys that others built in another way.
+  std::optional<Bytes> KeyOfRow(RowId row);
 
  private:
   /// One page on the way from the root to a leaf, and which of its children comes next: the place of an entry, or their

@@ -177,6 +177,31 @@ void TableWriter::InsertKey(Tree& tree, const std::optional<Bytes>& key, RowId r
   tree.writer->Insert(*key, row);
 }
 
+void TableWriter::RemoveKey(Tree& tree, const Values& values, RowId row) {
+  std::optional<Bytes> key;
+  try {
+    key = KeyOf(tree, values);
+    if (!key) return;
+  } catch (const Error& error) {
+    if (error.Code() != ErrorCode::UnknownCharacter) throw;
+  }
+  if (!key || !tree.writer->Holds(*key, row)) key = tree.writer->KeyOfRow(row);
+  if (!key) throw Damage("de rij ontbreekt in de index '" + tree.name + "'");
+  tree.writer->Remove(*key, row);
+}
+
+/// Texts that differ in case only have the same key, too.
+bool TableWriter::IsSameKey(const Tree& tree, const Values& before, const Values& after) const {
+  const auto isSame = [&](std::size_t column) { return before[column] == after[column]; };
+  if (std::all_of(tree.columns.begin(), tree.columns.end(), isSame)) return true;
+  try {
+    return KeyOf(tree, before) == KeyOf(tree, after);
+  } catch (const Error& error) {
+    if (error.Code() != ErrorCode::UnknownCharacter) throw;
+    return false;
+  }
+}
+
 void TableWriter::FillAutonumbers(Values& values, std::vector<Value>& given) {
   for (std::size_t i = 0; i < values.size(); ++i) {
     if (!def_.columns[i].IsAutonumber() || !IsNull(values[i])) continue;
@@ -341,18 +366,18 @@ void TableWriter::Update(RowId row, const std::vector<Value>& given, const std::
       CheckValue(i, values[i]);
       EncodeField(i, values[i], fields[i]);
     }
-    std::vector<std::pair<std::optional<Bytes>, std::optional<Bytes>>> keys;
+    std::vector<Tree*> touched;
     for (Tree& tree : trees_) {
-      keys.emplace_back(KeyOf(tree, present.values), KeyOf(tree, values));
-      if (keys.back().first != keys.back().second) CheckKey(tree, keys.back().second, values);
+      if (IsSameKey(tree, present.values, values)) continue;
+      touched.push_back(&tree);
+      CheckKey(tree, KeyOf(tree, values), values);
     }
     relations_.CheckChange(present.values, values);
     PutLongValues(values, changed, fields);
     Place(row, present, BuildRow(def_, fields));
-    for (std::size_t i = 0; i < trees_.size(); ++i) {
-      if (keys[i].first == keys[i].second) continue;
-      if (keys[i].first) trees_[i].writer->Remove(*keys[i].first, row);
-      InsertKey(trees_[i], keys[i].second, row);
+    for (Tree* tree : touched) {
+      RemoveKey(*tree, present.values, row);
+      InsertKey(*tree, KeyOf(*tree, values), row);
     }
     for (std::size_t i = 0; i < values.size(); ++i) {
       if (!changed[i]) continue;
@@ -377,9 +402,8 @@ void TableWriter::Delete(RowId row) {
   Naming([&] {
     const Present present = Read(row);
     relations_.CheckNotNamed(present.values);
-    for (Tree& tree : trees_) {
-      if (const auto key = KeyOf(tree, present.values)) tree.writer->Remove(*key, row);
-    }
+    for (Tree& tree : trees_)
+      RemoveKey(tree, present.values, row);
     for (std::size_t i = 0; i < def_.columns.size(); ++i) {
       if (def_.columns[i].IsLong() && present.fields[i].bit) LongValues(i).Release(present.fields[i].stored);
     }

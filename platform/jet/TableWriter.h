@@ -71,6 +71,8 @@ class TableWriter {
   std::optional<Bytes> KeyOf(const Tree& tree, const Values& values) const;
   void CheckKey(Tree& tree, const std::optional<Bytes>& key, const Values& values);
   void InsertKey(Tree& tree, const std::optional<Bytes>& key, RowId row);
+  void RemoveKey(Tree& tree, const Values& values, RowId row);
+  bool IsSameKey(const Tree& tree, const Values& before, const Values& after) const;
 
   void FillAutonumbers(Values& values, std::vector<Value>& given);
   std::int64_t NextNumber(std::size_t column);

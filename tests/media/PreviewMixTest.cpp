@@ -146,7 +146,6 @@ TEST(PreviewMix, UpAndDownStepByTen) {
 TEST(PreviewMix, MarkKeyWorksFromAnyField) {
   const Marking at;
   at.player().SetPosition(170'000);
-  at.editor->activateWindow();
   auto* naam = at.editor->findChild<QWidget*>(u"txtNaam"_s);
   naam->setFocus();
   QTest::keyClick(naam, Qt::Key_M, Qt::ControlModifier);

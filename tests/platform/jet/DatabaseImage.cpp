@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <deque>
 
 #include "platform/jet/MemoryFileSystem.h"
 #include "platform/jet/Rc4.h"
@@ -71,7 +72,9 @@ Bytes RowBytes(unsigned columns, const Bytes& fixed, const std::vector<Bytes>& v
 }
 
 std::unique_ptr<jet::Database> OpenBytes(const Bytes& file, const jet::OpenOptions& options) {
-  jet::MemoryFileSystem files;
+  // An open database goes on using its file system.
+  static std::deque<jet::MemoryFileSystem> systems;
+  jet::MemoryFileSystem& files = systems.emplace_back();
   files.Put("test.mdb", file);
   return jet::Database::Open("test.mdb", options, files);
 }

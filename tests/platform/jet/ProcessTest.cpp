@@ -1,0 +1,246 @@
+// Several processes on one file, and processes that are killed.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <csignal>
+#include <functional>
+#include <random>
+#include <set>
+
+#include "platform/jet/Check.h"
+#include "platform/jet/Error.h"
+#include "tests/platform/jet/support/SampleTable.h"
+#include "tests/platform/jet/support/TinyDatabase.h"
+
+namespace jet {
+namespace {
+
+const std::u16string kTable = u"tblSpots";
+
+OpenOptions ForWriting() {
+  OpenOptions options;
+  options.writable = true;
+  return options;
+}
+
+std::u16string NameOfSpot(int number) {
+  return u"Spot " + std::u16string(static_cast<std::size_t>(number % 40), u'x');
+}
+
+/// A child process that writes a number to a pipe for each change that was acknowledged to it.
+class Child {
+ public:
+  explicit Child(const std::function<void(const std::function<void(std::int64_t)>&)>& work) {
+    if (::pipe(pipe_.data()) != 0) throw std::runtime_error("pipe");
+    process_ = ::fork();
+    if (process_ != 0) {
+      ::close(pipe_[1]);
+      return;
+    }
+    try {
+      work([this](std::int64_t number) {
+        if (::write(pipe_[1], &number, sizeof number) != sizeof number) ::_exit(2);
+      });
+    } catch (const std::exception& error) {
+      ::fputs(error.what(), stderr);
+      ::_exit(1);
+    }
+    ::_exit(0);
+  }
+
+  ~Child() {
+    if (process_ > 0) Kill();
+    ::close(pipe_[0]);
+  }
+  Child(const Child&) = delete;
+  Child& operator=(const Child&) = delete;
+
+  /// The next number; false when the child has ended.
+  bool Next(std::int64_t& number) { return ::read(pipe_[0], &number, sizeof number) == sizeof number; }
+
+  void Kill() {
+    ::kill(process_, SIGKILL);
+    Wait();
+  }
+  /// Its exit code.
+  int Wait() {
+    int status = 0;
+    ::waitpid(process_, &status, 0);
+    process_ = 0;
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  }
+
+ private:
+  std::array<int, 2> pipe_{};
+  ::pid_t process_ = 0;
+};
+
+class ProcessTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    folder_ = std::filesystem::temp_directory_path() / ("jet-processes-" + std::to_string(::getpid()));
+    std::filesystem::create_directories(folder_);
+    path_ = folder_ / "station.mdb";
+    Database::Create(path_);
+    const auto database = Database::Open(path_, ForWriting());
+    WriteTurn turn(*database);
+    database->CreateTable(test::SpotsTable());
+    turn.Commit();
+  }
+  void TearDown() override { std::filesystem::remove_all(folder_); }
+
+  std::map<std::int64_t, std::u16string> ReadRows() {
+    const auto database = Database::Open(path_, ForWriting());
+    std::string findings;
+    for (const Finding& finding : CheckDatabase(*database))
+      findings += finding.Line() + '\n';
+    EXPECT_EQ(findings, "");
+    std::map<std::int64_t, std::u16string> rows;
+    const Table table = database->OpenTable(kTable);
+    TableCursor cursor = table.Scan({0, 1});
+    while (cursor.Next())
+      rows[std::get<std::int64_t>(cursor.Values()[0])] = std::get<std::u16string>(cursor.Values()[1]);
+    return rows;
+  }
+
+  std::filesystem::path folder_;
+  std::filesystem::path path_;
+};
+
+/// Step n adds row n, renames row n - 3 and deletes row n - 6, all in one change.
+void Step(Database& database, int n) {
+  WriteTurn turn(database);
+  const auto writer = database.OpenWriter(kTable);
+  std::vector<Value> row = test::Spot(NameOfSpot(n), std::u16string(static_cast<std::size_t>(n % 7 * 1000 + 1), u't'));
+  row[0] = std::int64_t{n};
+  writer->Insert(row);
+  const auto find = [&](int number) {
+    const Table table = database.OpenTable(kTable);
+    const std::vector<Value> key = {std::int64_t{number}};
+    KeyCursor cursor = table.Lookup(table.Definition().FindIndex(u"PrimaryKey"), key);
+    return cursor.Next() ? cursor.Id() : 0;
+  };
+  if (n > 3) {
+    std::vector<Value> values(6);
+    values[1] = u"Nieuw " + NameOfSpot(n);
+    writer->Update(find(n - 3), values, {false, true, false, false, false, false});
+  }
+  if (n > 6) writer->Delete(find(n - 6));
+  turn.Commit();
+}
+
+std::map<std::int64_t, std::u16string> RowsAfter(int n) {
+  std::map<std::int64_t, std::u16string> rows;
+  for (int i = std::max(1, n - 5); i <= n; ++i)
+    rows[i] = i + 3 <= n ? u"Nieuw " + NameOfSpot(i + 3) : NameOfSpot(i);
+  return rows;
+}
+
+TEST_F(ProcessTest, AKilledWriterLosesNothingThatWasAcknowledged) {
+  std::mt19937 random(3);
+  int done = 0;
+  for (int kills = 0; kills < 25 * test::LongTests(); ++kills) {
+    Child child([&](const std::function<void(std::int64_t)>& acknowledge) {
+      const auto database = Database::Open(path_, ForWriting());
+      for (int n = done + 1;; ++n) {
+        Step(*database, n);
+        acknowledge(n);
+      }
+    });
+    std::int64_t number = done;
+    for (std::size_t wait = random() % 4; wait > 0; --wait)
+      ASSERT_TRUE(child.Next(number));
+    ::usleep(static_cast<useconds_t>(random() % 3000));
+    child.Kill();
+    while (child.Next(number)) {
+    }
+    const auto rows = ReadRows();
+    done = static_cast<int>(number);
+    if (rows != RowsAfter(done)) ++done;  // one more was made durable and could not be acknowledged
+    ASSERT_EQ(rows, RowsAfter(done)) << "kill " << kills;
+  }
+}
+
+TEST_F(ProcessTest, WritersTakeTurnsAlsoWhenOneIsKilled) {
+  constexpr int kEach = 12;
+  const auto write = [&](const std::function<void(std::int64_t)>& acknowledge) {
+    const auto database = Database::Open(path_, ForWriting());
+    for (int done = 0; done < kEach;) {
+      try {
+        WriteTurn turn(*database);
+        std::vector<Value> row = test::Spot(NameOfSpot(done));
+        database->OpenWriter(kTable)->Insert(row);
+        turn.Commit();
+        acknowledge(std::get<std::int64_t>(row[0]));
+        ++done;
+      } catch (const Error& error) {
+        if (error.Code() != ErrorCode::Locked) throw;
+      }
+    }
+  };
+  std::set<std::int64_t> acknowledged;
+  const auto collect = [&](Child& child, int most) {
+    std::int64_t number = 0;
+    for (int i = 0; i < most && child.Next(number); ++i)
+      EXPECT_TRUE(acknowledged.insert(number).second) << number;
+  };
+  {
+    Child one(write);
+    Child two(write);
+    Child killed(write);
+    collect(killed, 2);
+    killed.Kill();
+    collect(killed, kEach);
+    collect(one, kEach);
+    collect(two, kEach);
+    EXPECT_EQ(one.Wait(), 0);
+    EXPECT_EQ(two.Wait(), 0);
+  }
+  const auto rows = ReadRows();
+  for (const std::int64_t number : acknowledged)
+    EXPECT_EQ(rows.count(number), 1U) << number;
+  EXPECT_LE(rows.size(), acknowledged.size() + 1);
+  EXPECT_FALSE(std::filesystem::exists(folder_ / "station.ldb"));
+}
+
+TEST_F(ProcessTest, ADeadUserOfTheLockFileStandsInNobodysWay) {
+  Child child([&](const std::function<void(std::int64_t)>& acknowledge) {
+    const auto database = Database::Open(path_, ForWriting());
+    const WriteTurn turn(*database);
+    acknowledge(1);
+    ::pause();
+  });
+  std::int64_t number = 0;
+  ASSERT_TRUE(child.Next(number));
+  EXPECT_TRUE(std::filesystem::exists(folder_ / "station.ldb"));
+  child.Kill();
+  const auto database = Database::Open(path_, ForWriting());
+  Step(*database, 1);
+  EXPECT_EQ(database->OpenTable(kTable).CountRows(), 1U);
+}
+
+TEST_F(ProcessTest, AFileWithoutWritePermissionIsReadAndNotWritten) {
+  std::filesystem::permissions(folder_, std::filesystem::perms::all);
+  std::filesystem::permissions(path_, std::filesystem::perms::owner_read | std::filesystem::perms::others_read);
+  Child child([&](const std::function<void(std::int64_t)>& acknowledge) {
+    if (::geteuid() == 0 && (::setgid(65534) != 0 || ::setuid(65534) != 0)) ::_exit(3);
+    const auto database = Database::Open(path_, ForWriting());
+    acknowledge(static_cast<std::int64_t>(database->OpenTable(kTable).CountRows()));
+    try {
+      const WriteTurn turn(*database);
+    } catch (const Error& error) {
+      acknowledge(error.Code() == ErrorCode::AccessDenied ? 1 : 0);
+    }
+  });
+  std::int64_t number = -1;
+  ASSERT_TRUE(child.Next(number));
+  EXPECT_EQ(number, 0);
+  ASSERT_TRUE(child.Next(number));
+  EXPECT_EQ(number, 1);
+  EXPECT_EQ(child.Wait(), 0);
+}
+
+}  // namespace
+}  // namespace jet

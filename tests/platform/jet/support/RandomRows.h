@@ -1,0 +1,29 @@
+#pragma once
+
+#include <random>
+#include <vector>
+
+#include "platform/jet/Definition.h"
+#include "platform/jet/Value.h"
+
+namespace jet::test {
+
+/// Values of every kind by chance: nulls, empty and longest texts, extremes, memos of every stored form.
+class RandomRows {
+ public:
+  explicit RandomRows(unsigned seed) : random_(seed) {}
+
+  std::vector<Value> Row(const TableDefinition& table);
+  Value For(const ColumnDefinition& column);
+  std::size_t Below(std::size_t limit) { return random_() % limit; }
+
+ private:
+  std::u16string Text(std::size_t most);
+  Bytes Binary(std::size_t most);
+  std::size_t LongLength();
+  std::int64_t Whole(std::int64_t low, std::int64_t high);
+
+  std::mt19937 random_;
+};
+
+}  // namespace jet::test

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "platform/jet/Database.h"
+#include "platform/jet/Error.h"
+#include "platform/jet/MemoryFileSystem.h"
+
+namespace jet::test {
+
+/// A new database in memory, opened for writing.
+class FreshDatabase {
+ public:
+  FreshDatabase();
+  Database& operator*() { return *database_; }
+  Database* operator->() { return database_.get(); }
+  MemoryFileSystem& Files() { return files_; }
+  /// All that CheckDatabase says, remarks too.
+  std::string Findings();
+  void Create(const TableDefinition& table);
+  /// Inserts and commits one row.
+  RowId Insert(const std::u16string& table, std::vector<Value> row);
+  std::size_t Rows(const std::u16string& table) { return database_->OpenTable(table).CountRows(); }
+
+  static constexpr const char* kPath = "/data/new.mdb";
+
+ private:
+  MemoryFileSystem files_;
+  std::unique_ptr<Database> database_;
+};
+
+ColumnDefinition Column(const char16_t* name, ColumnType type, std::uint16_t size = 0);
+/// ID (autonumber, primary key), Naam (text 50, required, indexed), Datum, Tekst (memo), Foto (OLE), Actief.
+TableDefinition SpotsTable();
+/// A row of it.
+std::vector<Value> Spot(const std::u16string& name, const std::u16string& text = u"");
+
+/// What the call's Error says; "" when there is none.
+template <typename Call>
+std::string MessageOf(Call call) {
+  try {
+    call();
+  } catch (const Error& error) {
+    return error.what();
+  }
+  return "";
+}
+
+}  // namespace jet::test
