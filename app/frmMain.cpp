@@ -4,6 +4,7 @@
 #include "app/StationStatus.h"
 #include "app/StatusPanel.h"
 #include "app/Version.h"
+#include "app/frmHandleiding.h"
 #include "app/ui_frmMain.h"
 #include "catalogue/Screens.h"
 #include "data/DatabasePaths.h"
@@ -189,6 +190,7 @@ void frmMain::mnuItemPingles_Click() {
 }
 
 void frmMain::mnuHandleiding_Click() {
+  Trapped(__func__, [&] { frmHandleiding(this).ShowModal(); });
 }
 
 void frmMain::mnuVersie_Click() {

@@ -31,6 +31,7 @@
 #include <QSet>
 #include <QStatusBar>
 #include <QTest>
+#include <QTextBrowser>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -326,4 +327,18 @@ TEST_F(MainTest, HelpTellsTheVersion) {
   Action(main, u"actVersie"_s).trigger();
   ASSERT_EQ(boxes.Shown().size(), 1u);
   EXPECT_TRUE(boxes.Last().text.contains(VersionText()));
+}
+
+TEST_F(MainTest, HelpShowsTheManual) {
+  frmMain main;
+  Load(main, u"Radio Proef"_s);
+  ModalDriver driver;
+  QString text;
+  driver.OnNext(u"frmHandleiding"_s, [&](QDialog& window) {
+    text = Child<QTextBrowser>(window, u"txtHandleiding"_s).toPlainText();
+    Child<QPushButton>(window, u"cmdSluiten"_s).click();
+  });
+  Action(main, u"actHandleiding"_s).trigger();
+  EXPECT_TRUE(text.startsWith(u"Handleiding van Spotrooster"_s)) << text.left(60).toStdString();
+  EXPECT_TRUE(text.contains(u"ovalis.ini"_s));
 }

@@ -10,6 +10,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QImage>
 #include <QPixmap>
 #include <QPointer>
 #include <QThread>
@@ -22,6 +23,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kPatience = 60000;  // ms until a step that waits has failed
+constexpr int kMostLooks = 12;         // until a window that never rests has its picture taken all the same
+constexpr unsigned long kCalm = 250;   // ms between the looks for a picture
 constexpr unsigned long kGlance = 10;  // ms between two looks
 
 QWidget* FindWindow(const QString& name) {
@@ -177,6 +180,10 @@ int Desk::Value(const QString& window, const QString& control) const {
 
 QStringList Desk::LinesNow(const QString& window, const QString& list) const { return LinesOf(Control(window, list)); }
 
+bool Desk::IsEnabled(const QString& window, const QString& control) const {
+  return Control(window, control).isEnabled();
+}
+
 bool Desk::IsChecked(const QString& window, const QString& control) const {
   return Control(window, control).property("checked").toBool();
 }
@@ -222,7 +229,24 @@ void Desk::SavePicture(QWidget& window, const QString& name) const {
   if (!window.grab().save(path)) throw StepFailed(u"kan %1 niet schrijven"_s.arg(path));
 }
 
+void Desk::WaitForText(const QString& window, const QString& control, const QString& text) const {
+  WaitUntil(u"%1.%2 werd niet '%3'"_s.arg(window, control, text), [&] { return Find(window, control) == text; });
+}
+
+void Desk::WaitForLine(const QString& window, const QString& list, const QString& line) const {
+  WaitUntil(u"'%1' staat niet in %2.%3"_s.arg(line, window, list),
+            [&] { return LinesNow(window, list).contains(line); });
+}
+
 void Desk::Picture(const QString& window, const QString& name) const {
+  QImage before;
+  for (int look = 0; look < kMostLooks; ++look) {
+    QImage now;
+    InWindows([&] { now = Window(window).grab().toImage(); });
+    if (now == before) break;
+    before = now;
+    QThread::msleep(kCalm);
+  }
   InWindows([&] { SavePicture(Window(window), name); });
 }
 

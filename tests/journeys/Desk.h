@@ -48,6 +48,7 @@ class Desk {
   QString Find(const QString& window, const QString& control) const;
   int Value(const QString& window, const QString& control) const;
   QStringList LinesNow(const QString& window, const QString& list) const;
+  bool IsEnabled(const QString& window, const QString& control) const;
   bool IsChecked(const QString& window, const QString& control) const;
 
   // What the next file dialog will be answered with (a host path).
@@ -60,7 +61,10 @@ class Desk {
   // Waits until something holds that takes its time in the background.
   void WaitUntil(const QString& what, const std::function<bool()>& holds) const;
 
-  // Saves what the window shows as <picture folder>/<name>.png.
+  void WaitForText(const QString& window, const QString& control, const QString& text) const;
+  void WaitForLine(const QString& window, const QString& list, const QString& line) const;
+
+  // Once it no longer changes from one look to the next: saves what the window shows as <picture folder>/<name>.png.
   void Picture(const QString& window, const QString& name) const;
 
   // The same of the message box that opens next.
