@@ -8,7 +8,9 @@
 #include <QTextDocument>
 
 // Must stand outside of any namespace; the text lies in a library, which does not bring it along by itself.
-static void NeedManual() { Q_INIT_RESOURCE(handleiding); }
+static void NeedManual() {
+  Q_INIT_RESOURCE(handleiding);
+}
 
 using namespace Qt::StringLiterals;
 using desktop::Trapped;

@@ -22,7 +22,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kPatience = 60000;  // ms until a step that waits has failed
+constexpr int kPatience = 60000;       // ms until a step that waits has failed
 constexpr int kMostLooks = 12;         // until a window that never rests has its picture taken all the same
 constexpr unsigned long kCalm = 250;   // ms between the looks for a picture
 constexpr unsigned long kGlance = 10;  // ms between two looks
@@ -48,7 +48,8 @@ QWidget& Control(const QString& window, const QString& name) {
 
 QWidget& LiveControl(const QString& window, const QString& name) {
   QWidget& control = Control(window, name);
-  if (!control.isVisible() || !control.isEnabled()) throw StepFailed(u"%1.%2 kan niet gebruikt worden"_s.arg(window, name));
+  if (!control.isVisible() || !control.isEnabled())
+    throw StepFailed(u"%1.%2 kan niet gebruikt worden"_s.arg(window, name));
   return control;
 }
 
@@ -58,7 +59,9 @@ bool TakesInput(const QString& name) {
   return window != nullptr && (modal == nullptr || modal == window);
 }
 
-QString Plain(QString caption) { return caption.remove(u'&'); }
+QString Plain(QString caption) {
+  return caption.remove(u'&');
+}
 
 int LineOf(const QStringList& lines, const QString& line) {
   const int at = static_cast<int>(lines.indexOf(line));
@@ -69,9 +72,11 @@ int LineOf(const QStringList& lines, const QString& line) {
 QStringList LinesOf(const QWidget& list) {
   QStringList lines;
   if (const auto* combo = qobject_cast<const controls::ComboBox*>(&list)) {
-    for (int at = 0; at < combo->ListCount(); ++at) lines += combo->Text(at);
+    for (int at = 0; at < combo->ListCount(); ++at)
+      lines += combo->Text(at);
   } else if (const auto* box = qobject_cast<const controls::ListBox*>(&list)) {
-    for (int at = 0; at < box->ListCount(); ++at) lines += box->Text(at);
+    for (int at = 0; at < box->ListCount(); ++at)
+      lines += box->Text(at);
   }
   return lines;
 }
@@ -138,7 +143,8 @@ void Desk::ClickTool(const QString& window, const QString& action) const {
     auto* command = Window(window).findChild<QAction*>(action);
     auto* bar = Window(window).findChild<QToolBar*>();
     QWidget* button = bar == nullptr ? nullptr : bar->widgetForAction(command);
-    if (button == nullptr || !button->isEnabled()) throw StepFailed(u"de knop %1 kan niet gebruikt worden"_s.arg(action));
+    if (button == nullptr || !button->isEnabled())
+      throw StepFailed(u"de knop %1 kan niet gebruikt worden"_s.arg(action));
     hand::Click(*button);
   });
 }
@@ -178,7 +184,9 @@ int Desk::Value(const QString& window, const QString& control) const {
   return Control(window, control).property("value").toInt();
 }
 
-QStringList Desk::LinesNow(const QString& window, const QString& list) const { return LinesOf(Control(window, list)); }
+QStringList Desk::LinesNow(const QString& window, const QString& list) const {
+  return LinesOf(Control(window, list));
+}
 
 bool Desk::IsEnabled(const QString& window, const QString& control) const {
   return Control(window, control).isEnabled();

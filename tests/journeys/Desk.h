@@ -16,13 +16,15 @@ class StepFailed : public std::runtime_error {
   explicit StepFailed(const QString& what) : std::runtime_error(what.toStdString()) {}
 };
 
-// The hands and eyes of a user at the real windows. A journey runs in a thread of its own and reads as one line of steps,
-// also across modal windows: each step is carried out in the user-interface thread, clicks and keys by posted events.
-// Windows and controls are named by their object names. Every function throws StepFailed when it cannot do its part.
+// The hands and eyes of a user at the real windows. A journey runs in a thread of its own and reads as one line of
+// steps, also across modal windows: each step is carried out in the user-interface thread, clicks and keys by posted
+// events. Windows and controls are named by their object names. Every function throws StepFailed when it cannot do its
+// part.
 class Desk {
  public:
   // The script answers the file dialogs and must outlive the desk.
-  Desk(const QString& pictureFolder, desktop::FileChooserScript& files) : pictureFolder_(pictureFolder), files_(files) {}
+  Desk(const QString& pictureFolder, desktop::FileChooserScript& files)
+      : pictureFolder_(pictureFolder), files_(files) {}
 
   // Waits until a window of that name is visible and takes input, or is gone.
   void WaitForWindow(const QString& window) const;

@@ -28,7 +28,9 @@ const QString kChangedSpot = u"Bakkerij Van Damme - paasbrood"_s;
 const QString kNewItem = u"Blok van de rondleiding"_s;
 const QString kEndedSpot = u"Autobedrijf De Smet - opendeurdagen"_s;
 
-QString Written(QDate date) { return date.toString(u"dd-MM-yyyy"_s); }
+QString Written(QDate date) {
+  return date.toString(u"dd-MM-yyyy"_s);
+}
 
 // An audio file of the demo station.
 QString SoundFile(const QString& folder) {
@@ -128,8 +130,7 @@ void Tour::ChangeSpots() {
   desk_.Picture(kSpot, u"07-spot-wijzigen"_s);
   desk_.Click(kSpot, u"cmdOk"_s);
   desk_.WaitUntilGone(kSpot);
-  desk_.WaitUntil(u"de lijst werd niet opnieuw gevuld"_s,
-                  [this] { return !desk_.IsEnabled(kSpots, u"cmdOpen"_s); });
+  desk_.WaitUntil(u"de lijst werd niet opnieuw gevuld"_s, [this] { return !desk_.IsEnabled(kSpots, u"cmdOpen"_s); });
   desk_.Choose(kSpots, u"lstOverzicht"_s, kEndedSpot);
   desk_.Click(kSpots, u"cmdDesaktiveer"_s);
   desk_.WaitUntil(u"de spot bleef aktief"_s,
@@ -196,10 +197,11 @@ void Tour::CheckExportFile() {
   const QByteArray content = file.readAll();
   desk_.Expect(content.endsWith(";\r\n"), u"het exportbestand eindigt niet met een regel"_s);
   qsizetype at = 0;
-  for (const QByteArray part : {"INSERT INTO tblItemSpots (ID, ", "'Nieuwe spot van de rondleiding'",
-                                 ";\r\nUPDATE tblItemSpots SET Path = ", ";\r\nUPDATE tblItemSpots SET Aktief = 0 WHERE",
-                                 ";\r\nINSERT INTO tblItems (ID, Naam, ", "'Blok van de rondleiding'",
-                                 ";\r\nINSERT INTO tblItemsItemSpots (ItemID, ", ";\r\nINSERT INTO tblItemsItemSpots "}) {
+  for (const QByteArray part :
+       {"INSERT INTO tblItemSpots (ID, ", "'Nieuwe spot van de rondleiding'",
+        ";\r\nUPDATE tblItemSpots SET Path = ", ";\r\nUPDATE tblItemSpots SET Aktief = 0 WHERE",
+        ";\r\nINSERT INTO tblItems (ID, Naam, ", "'Blok van de rondleiding'",
+        ";\r\nINSERT INTO tblItemsItemSpots (ItemID, ", ";\r\nINSERT INTO tblItemsItemSpots "}) {
     at = content.indexOf(part, at);
     desk_.Expect(at >= 0, u"niet op zijn plaats in het exportbestand: "_s + QString::fromLatin1(part.trimmed()));
     at += part.size();
