@@ -4,11 +4,13 @@
 #include "app/frmSplash.h"
 #include "catalogue/Screens.h"
 #include "export/Screens.h"
+#include "items/Screens.h"
 #include "media/MediaScreens.h"
 #include "platform/desktop/Events.h"
 
 void RegisterScreens() {
   RegisterCatalogueScreens();
+  RegisterItemScreens();
   RegisterMediaScreens();
   RegisterExportScreens();
 }

@@ -128,7 +128,7 @@ class PortAudioOutput : public Output {
     parameters.suggestedLatency = std::max(device->defaultLowOutputLatency, kLatency);
     sampleRate_ = request.sampleRate;
     PaError code = OpenAtRate(parameters);
-    if (code == paInvalidSampleRate) {
+    if (code != paNoError && sampleRate_ != static_cast<int>(device->defaultSampleRate)) {
       sampleRate_ = static_cast<int>(device->defaultSampleRate);
       code = OpenAtRate(parameters);
     }

@@ -10,6 +10,7 @@
 #include "data/Screens.h"
 #include "platform/controls/ComboBox.h"
 #include "platform/controls/LedPanel.h"
+#include "platform/dao/Database.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
@@ -158,7 +159,7 @@ TEST_F(MainTest, ClosingTheStationSelectionLeavesNumberZero) {
 }
 
 TEST_F(MainTest, AnEmptyStationNameLeavesTheTrailingBlankInTheCaption) {
-  station_.OnLocal(u"DELETE FROM cdeLicenties"_s);
+  dao::OpenDatabase(global.programFolder + u"\\data\\OvalistoLocal.mdb"_s).Execute(u"DELETE FROM cdeLicenties"_s);
   frmMain main;
   Load(main, {});
   EXPECT_EQ(main.windowTitle(), u"Spotrooster "_s);

@@ -114,6 +114,13 @@ void Desk::Click(const QString& window, const QString& control) const {
   InWindows([&] { hand::Click(LiveControl(window, control)); });
 }
 
+void Desk::ClickAt(const QString& window, const QString& control, double share) const {
+  InWindows([&] {
+    QWidget& widget = LiveControl(window, control);
+    hand::ClickAt(widget, QPoint(static_cast<int>(widget.width() * share), widget.height() / 2));
+  });
+}
+
 void Desk::DoubleClick(const QString& window, const QString& control) const {
   InWindows([&] {
     auto* list = qobject_cast<controls::ListBox*>(&LiveControl(window, control));
@@ -162,6 +169,10 @@ QString Desk::Find(const QString& window, const QString& control) const {
   const QWidget& widget = Control(window, control);
   const QVariant text = widget.property("text");
   return text.isValid() ? text.toString() : widget.accessibleName();
+}
+
+int Desk::Value(const QString& window, const QString& control) const {
+  return Control(window, control).property("value").toInt();
 }
 
 QStringList Desk::LinesNow(const QString& window, const QString& list) const { return LinesOf(Control(window, list)); }

@@ -29,6 +29,8 @@ class Desk {
   void WaitUntilGone(const QString& window) const;
 
   void Click(const QString& window, const QString& control) const;
+  // A click at a share of the control's width, 0 to 1.
+  void ClickAt(const QString& window, const QString& control, double share) const;
   void DoubleClick(const QString& window, const QString& control) const;
   // Triggers a command of the main window's toolbar by its button.
   void ClickTool(const QString& window, const QString& action) const;
@@ -44,6 +46,7 @@ class Desk {
 
   // The same within WaitUntil, where the user-interface thread already runs.
   QString Find(const QString& window, const QString& control) const;
+  int Value(const QString& window, const QString& control) const;
   QStringList LinesNow(const QString& window, const QString& list) const;
   bool IsChecked(const QString& window, const QString& control) const;
 

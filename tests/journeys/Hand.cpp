@@ -33,8 +33,12 @@ void PostKey(QWidget& control, int key, const QString& text, Qt::KeyboardModifie
 
 void Click(QWidget& control) {
   control.setFocus(Qt::MouseFocusReason);
-  PostMouse(control, QEvent::MouseButtonPress, SpotOf(control));
-  PostMouse(control, QEvent::MouseButtonRelease, SpotOf(control));
+  ClickAt(control, SpotOf(control));
+}
+
+void ClickAt(QWidget& control, QPoint at) {
+  PostMouse(control, QEvent::MouseButtonPress, at);
+  PostMouse(control, QEvent::MouseButtonRelease, at);
 }
 
 void DoubleClick(QWidget& control, QPoint at) {

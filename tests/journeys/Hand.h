@@ -10,6 +10,7 @@ namespace hand {
 
 // A click with the left button where the control reacts to one.
 void Click(QWidget& control);
+void ClickAt(QWidget& control, QPoint at);
 void DoubleClick(QWidget& control, QPoint at);
 void Press(QWidget& control, int key);
 // Selects all of the field's text and types over it.

@@ -18,10 +18,14 @@ const QString kMain = u"frmMain"_s;
 const QString kSettings = u"frmDefaults"_s;
 const QString kSpots = u"frmItemSpots"_s;
 const QString kSpot = u"frmItemSpotsDetail"_s;
+const QString kItems = u"frmItems"_s;
+const QString kItem = u"frmItemsDetail"_s;
+const QString kEntry = u"frmItemsDetailOpt1"_s;
 const QString kExport = u"frmPlanningExporteren"_s;
 
 const QString kNewSpot = u"Nieuwe spot van de rondleiding"_s;
 const QString kChangedSpot = u"Bakkerij Van Damme - paasbrood"_s;
+const QString kNewItem = u"Blok van de rondleiding"_s;
 const QString kEndedSpot = u"Autobedrijf De Smet - opendeurdagen"_s;
 
 QString Written(QDate date) { return date.toString(u"dd-MM-yyyy"_s); }
@@ -41,6 +45,7 @@ void Tour::Walk() {
   GoOffline();
   MakeSpotFromFile();
   ChangeSpots();
+  MakeItem();
   Export();
   CheckExportFile();
   GoOnline();
@@ -98,11 +103,21 @@ void Tour::MakeSpotFromFile() {
   const QDate today = QDate::currentDate();
   desk_.Type(kSpot, u"cobStart"_s, Written(today));
   desk_.Type(kSpot, u"cobStop"_s, Written(today.addDays(30)));
+  MarkMixPoint();
   desk_.Picture(kSpot, u"06-nieuwe-spot"_s);
   desk_.Click(kSpot, u"cmdOk"_s);
   desk_.WaitUntilGone(kSpot);
   desk_.Expect(desk_.Lines(kSpots, u"lstOverzicht"_s).contains(kNewSpot), u"de nieuwe spot staat niet in de lijst"_s);
   Done(u"item-spot gemaakt uit %1 (%2 s)"_s.arg(QFileInfo(sound).fileName()).arg(seconds));
+}
+
+// A click in the waveform goes to that moment; the button takes it as the mix point.
+void Tour::MarkMixPoint() {
+  desk_.ClickAt(kSpot, u"waveform"_s, 0.93);
+  desk_.WaitUntil(u"de golfvorm sprong niet naar het gekozen moment"_s,
+                  [this] { return desk_.Value(kSpot, u"sliPlay"_s) > 0; });
+  desk_.Click(kSpot, u"cmdMix"_s);
+  desk_.WaitUntil(u"het mixpunt werd niet bepaald"_s, [this] { return desk_.Value(kSpot, u"ledMix"_s) > 0; });
 }
 
 void Tour::ChangeSpots() {
@@ -121,22 +136,54 @@ void Tour::ChangeSpots() {
   desk_.WaitUntilGone(kSpots);
   desk_.Expect(desk_.Text(kMain, u"pnlLog"_s) == u"3 opdrachten nog niet geëxporteerd"_s,
                u"er staan geen drie opdrachten klaar: "_s + desk_.Text(kMain, u"pnlLog"_s));
-  PictureOfMain(u"08-offline-gewijzigd"_s);
   Done(u"offline een spot gewijzigd en een gedesaktiveerd: 3 opdrachten in het logboek"_s);
+}
+
+void Tour::MakeItem() {
+  desk_.ClickTool(kMain, u"actItems"_s);
+  desk_.WaitForWindow(kItems);
+  desk_.Picture(kItems, u"08-items"_s);
+  desk_.Click(kItems, u"cmdNieuw"_s);
+  desk_.WaitForWindow(kItem);
+  desk_.Type(kItem, u"txtNaam"_s, kNewItem);
+  AddSpotToItem(kChangedSpot);
+  AddSpotToItem(u"Brasserie Het Sluisje - menu"_s);
+  desk_.Click(kItem, u"chkOpenerPingle"_s);
+  desk_.WaitUntil(u"de opener werd niet gekozen"_s, [this] { return desk_.IsChecked(kItem, u"chkOpenerPingle"_s); });
+  const QStringList jingles = desk_.Lines(kItem, u"cboOpenerPingle"_s);
+  desk_.Expect(!jingles.isEmpty(), u"er zijn geen jingles om uit te kiezen"_s);
+  desk_.Choose(kItem, u"cboOpenerPingle"_s, jingles.first());
+  desk_.Picture(kItem, u"09-nieuw-item"_s);
+  desk_.Click(kItem, u"cmdOk"_s);
+  desk_.WaitUntilGone(kItem);
+  desk_.Expect(desk_.Lines(kItems, u"lstOverzicht"_s).contains(kNewItem), u"het nieuwe item staat niet in de lijst"_s);
+  desk_.Click(kItems, u"cmdSluiten"_s);
+  desk_.WaitUntilGone(kItems);
+  PictureOfMain(u"10-offline-gewijzigd"_s);
+  Done(u"item gemaakt met twee spots en een opener"_s);
+}
+
+void Tour::AddSpotToItem(const QString& spot) {
+  desk_.Click(kItem, u"cmdOpt1Toevoegen"_s);
+  desk_.WaitForWindow(kEntry);
+  desk_.Choose(kEntry, u"cboItemSpot"_s, spot);
+  desk_.Click(kEntry, u"cmdOk"_s);
+  desk_.WaitUntilGone(kEntry);
+  desk_.Expect(desk_.Lines(kItem, u"lstOpt1ItemSpots"_s).contains(spot), u"de spot staat niet in het item"_s);
 }
 
 void Tour::Export() {
   desk_.ClickTool(kMain, u"actExporteren"_s);
   desk_.WaitForWindow(kExport);
-  desk_.Picture(kExport, u"09-exporteren"_s);
+  desk_.Picture(kExport, u"11-exporteren"_s);
   desk_.Click(kExport, u"cmdOk"_s);
-  desk_.PictureBox(u"10-vraag"_s);
+  desk_.PictureBox(u"12-vraag"_s);
   desk_.Answer(u"Heeft U de vorige export-files reeds verwerkt"_s, u"Ja"_s);
   desk_.Answer(u"export"_s, u"OK"_s);
   desk_.WaitUntilGone(kExport);
   desk_.Expect(desk_.Text(kMain, u"pnlLog"_s) == u"0 opdrachten nog niet geëxporteerd"_s,
                u"het logboek werd niet geledigd"_s);
-  desk_.Expect(QFile::exists(folder_ + u"/11-export-bezig.png"_s), u"de export was niet te zien"_s);
+  desk_.Expect(QFile::exists(folder_ + u"/13-export-bezig.png"_s), u"de export was niet te zien"_s);
 }
 
 void Tour::CheckExportFile() {
@@ -146,15 +193,18 @@ void Tour::CheckExportFile() {
   QFile file(exports.filePath(files.first()));
   desk_.Expect(file.open(QIODevice::ReadOnly), u"het exportbestand kan niet gelezen worden"_s);
   const QByteArray content = file.readAll();
-  const QList<QByteArray> lines = content.split('\n');
-  desk_.Expect(lines.size() == 4 && content.endsWith(";\r\n"), u"het exportbestand heeft geen drie regels"_s);
-  desk_.Expect(lines[0].startsWith("INSERT INTO tblItemSpots (ID, ") && lines[0].contains(kNewSpot.toLatin1()),
-               u"de nieuwe spot staat niet in het exportbestand"_s);
-  desk_.Expect(lines[1].startsWith("UPDATE tblItemSpots SET Path = "), u"de wijziging staat niet in het exportbestand"_s);
-  desk_.Expect(lines[2].startsWith("UPDATE tblItemSpots SET Aktief = 0 WHERE ID = "),
-               u"het desaktiveren staat niet in het exportbestand"_s);
+  desk_.Expect(content.endsWith(";\r\n"), u"het exportbestand eindigt niet met een regel"_s);
+  qsizetype at = 0;
+  for (const QByteArray part : {"INSERT INTO tblItemSpots (ID, ", "'Nieuwe spot van de rondleiding'",
+                                 ";\r\nUPDATE tblItemSpots SET Path = ", ";\r\nUPDATE tblItemSpots SET Aktief = 0 WHERE",
+                                 ";\r\nINSERT INTO tblItems (ID, Naam, ", "'Blok van de rondleiding'",
+                                 ";\r\nINSERT INTO tblItemsItemSpots (ItemID, ", ";\r\nINSERT INTO tblItemsItemSpots "}) {
+    at = content.indexOf(part, at);
+    desk_.Expect(at >= 0, u"niet op zijn plaats in het exportbestand: "_s + QString::fromLatin1(part.trimmed()));
+    at += part.size();
+  }
   desk_.Expect(QFile::copy(file.fileName(), folder_ + u'/' + files.first()), u"kan het exportbestand niet kopiëren"_s);
-  Done(u"geëxporteerd: "_s + files.first() + u", 3 opdrachten"_s);
+  Done(u"geëxporteerd: %1, %2 opdrachten"_s.arg(files.first()).arg(content.count(";\r\n")));
 }
 
 void Tour::GoOnline() {

@@ -21,7 +21,10 @@ class Tour {
   void ChooseStation();
   void GoOffline();
   void MakeSpotFromFile();
+  void MarkMixPoint();
   void ChangeSpots();
+  void MakeItem();
+  void AddSpotToItem(const QString& spot);
   void Export();
   void CheckExportFile();
   void GoOnline();

@@ -43,7 +43,7 @@ void MakeFolder(const QString& folder) {
 QDateTime NowAndLook(const Desk& desk) {
   QWidget* window = QApplication::activeModalWidget();
   const auto* panel = window == nullptr ? nullptr : window->findChild<QWidget*>(u"picProgress"_s);
-  if (panel != nullptr && panel->isVisible()) desk.SavePicture(*window, u"11-export-bezig"_s);
+  if (panel != nullptr && panel->isVisible()) desk.SavePicture(*window, u"13-export-bezig"_s);
   return QDateTime::currentDateTime();
 }
 
