@@ -2,10 +2,18 @@
 
 #include "app/frmMain.h"
 #include "app/frmSplash.h"
+#include "catalogue/Screens.h"
 #include "export/Screens.h"
+#include "items/Screens.h"
+#include "media/MediaScreens.h"
 #include "platform/desktop/Events.h"
 
-void RegisterScreens() { RegisterExportScreens(); }
+void RegisterScreens() {
+  RegisterCatalogueScreens();
+  RegisterItemScreens();
+  RegisterMediaScreens();
+  RegisterExportScreens();
+}
 
 std::unique_ptr<frmMain> Start() {
   frmSplash splash;

@@ -4,7 +4,9 @@
 #include "app/StationStatus.h"
 #include "app/StatusPanel.h"
 #include "app/Version.h"
+#include "app/frmHandleiding.h"
 #include "app/ui_frmMain.h"
+#include "catalogue/Screens.h"
 #include "data/DatabasePaths.h"
 #include "data/Globals.h"
 #include "data/Lookups.h"
@@ -26,9 +28,9 @@ namespace {
 constexpr QSize kOpeningSize(960, 560);
 constexpr int kSecond = 1000;  // ms
 
-QFont StationFont(QFont font) {
-  font.setPointSizeF(font.pointSizeF() * 2);
-  font.setWeight(QFont::DemiBold);
+QFont Sized(QFont font, double factor, QFont::Weight weight) {
+  font.setPointSizeF(font.pointSizeF() * factor);
+  font.setWeight(weight);
   return font;
 }
 
@@ -70,6 +72,8 @@ void frmMain::ConnectEvents() {
   connect(ui_->actItemPingles, &QAction::triggered, this, &frmMain::mnuItemPingles_Click);
   connect(ui_->actHandleiding, &QAction::triggered, this, &frmMain::mnuHandleiding_Click);
   connect(ui_->actVersie, &QAction::triggered, this, &frmMain::mnuVersie_Click);
+  connect(ui_->fraVandaag, &TodayPanel::spotsAsked, this, &frmMain::fraVandaag_Tonen);
+  connect(ui_->fraVandaag, &TodayPanel::exportAsked, ui_->actExporteren, &QAction::trigger);
   connect(tmrKlok_, &QTimer::timeout, this, &frmMain::ShowTime);
 }
 
@@ -77,15 +81,21 @@ void frmMain::InitForm() {
   const struct {
     QAction* action;
     QString icon;
-  } icons[] = {{ui_->actItems, u"items"_s},           {ui_->actItemSpots, u"item-spots"_s},
-               {ui_->actItemPingles, u"item-pingles"_s}, {ui_->actExporteren, u"exporteren"_s},
-               {ui_->actInstellingen, u"instellingen"_s}, {ui_->actAfsluiten, u"afsluiten"_s},
+  } icons[] = {{ui_->actItems, u"items"_s},
+               {ui_->actItemSpots, u"item-spots"_s},
+               {ui_->actItemPingles, u"item-pingles"_s},
+               {ui_->actExporteren, u"exporteren"_s},
+               {ui_->actInstellingen, u"instellingen"_s},
+               {ui_->actAfsluiten, u"afsluiten"_s},
                {ui_->actVersie, u"info"_s}};
-  for (const auto& entry : icons) entry.action->setIcon(desktop::Icon(entry.icon));
+  for (const auto& entry : icons)
+    entry.action->setIcon(desktop::Icon(entry.icon));
   auto* gap = new QWidget(this);
   gap->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
   ui_->tlbMain->insertWidget(ui_->actAfsluiten, gap);
-  ui_->lblRadio->setFont(StationFont(font()));
+  ui_->lblRadio->setFont(Sized(font(), 2, QFont::DemiBold));
+  ui_->lblDatum->setFont(Sized(font(), 1.1, QFont::Normal));
+  setFocus();  // and not the first button
   tmrKlok_->setTimerType(Qt::PreciseTimer);
 }
 
@@ -94,7 +104,8 @@ void frmMain::InitStatusBar() {
   pnlModus_->setObjectName(u"pnlModus"_s);
   pnlLog_->setObjectName(u"pnlLog"_s);
   pnlKopie_->setObjectName(u"pnlKopie"_s);
-  for (StatusPanel* panel : {pnlRadio_, pnlModus_, pnlLog_, pnlKopie_}) ui_->staBalk->addWidget(panel);
+  for (StatusPanel* panel : {pnlRadio_, pnlModus_, pnlLog_, pnlKopie_})
+    ui_->staBalk->addWidget(panel);
   pnlKopie_->Show(u"let-op"_s, u"De lokale kopie is leeg"_s, IconTint::Warning);
   auto* version = new QLabel(VersionText(), this);
   version->setObjectName(u"lblVersie"_s);
@@ -131,6 +142,7 @@ void frmMain::ShowStation() {
   ui_->actItemPingles->setEnabled(HasScreen(Screen::ItemPingles));
   ui_->actExporteren->setEnabled(HasScreen(Screen::PlanningExporteren));
   ui_->actInstellingen->setEnabled(HasScreen(Screen::Defaults));
+  ui_->fraVandaag->EnableButtons(HasScreen(Screen::ItemSpots), HasScreen(Screen::PlanningExporteren));
   ShowTime();
   RefreshStatus();
 }
@@ -152,6 +164,8 @@ void frmMain::RefreshStatus() {
   const StationStatus status = ReadStationStatus();
   pnlLog_->Show(u"log"_s, NotExportedText(status.notExported));
   pnlKopie_->setVisible(status.copyEmpty);
+  ui_->fraVandaag->ShowNotExported(status.notExported);
+  ui_->fraVandaag->Count();
 }
 
 void frmMain::Open(Screen screen) {
@@ -169,11 +183,19 @@ void frmMain::tlbMain_ButtonClick(const QString& key) {
   });
 }
 
+void frmMain::fraVandaag_Tonen(SpotView view) {
+  Trapped(__func__, [&] {
+    ShowItemSpotsOnly(view, this);
+    RefreshStatus();
+  });
+}
+
 void frmMain::mnuItemPingles_Click() {
   Trapped(__func__, [&] { Open(Screen::ItemPingles); });
 }
 
 void frmMain::mnuHandleiding_Click() {
+  Trapped(__func__, [&] { frmHandleiding(this).ShowModal(); });
 }
 
 void frmMain::mnuVersie_Click() {

@@ -1,4 +1,5 @@
 #pragma once
+#include "catalogue/SpotView.h"
 #include "data/Screens.h"
 
 #include <QMainWindow>
@@ -39,6 +40,7 @@ class frmMain : public QMainWindow {
   void Open(Screen screen);
 
   void tlbMain_ButtonClick(const QString& key);
+  void fraVandaag_Tonen(SpotView view);
   void mnuItemPingles_Click();
   void mnuHandleiding_Click();
   void mnuVersie_Click();

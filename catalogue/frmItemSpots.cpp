@@ -1,7 +1,7 @@
 #include "catalogue/frmItemSpots.h"
 
 #include "catalogue/LocalCopy.h"
-#include "catalogue/SpotDetails.h"
+#include "data/SpotDetails.h"
 #include "catalogue/SpotSurvey.h"
 #include "data/Writes.h"
 #include "platform/desktop/Trapped.h"
@@ -74,7 +74,14 @@ void frmItemSpots::Refilled() {
   survey_->Start(List().ListCount() <= kMarkedAtOnce ? SpotSurvey::Reading::AtOnce : SpotSurvey::Reading::InSlices);
 }
 
+void frmItemSpots::FindLines() {
+  lines_.reserve(List().ListCount());
+  for (int line = 0; line < List().ListCount(); ++line)
+    lines_.insert(List().ItemData(line), line);
+}
+
 void frmItemSpots::SurveyChanged(const QList<qint64>& ids) {
+  if (lines_.isEmpty()) FindLines();
   for (const qint64 id : ids) {
     const auto line = lines_.constFind(id);
     if (line == lines_.constEnd()) continue;

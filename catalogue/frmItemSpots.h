@@ -38,11 +38,12 @@ class frmItemSpots : public OverviewForm {
  private:
   void cmdDesaktiveer_Click();
   void cboToestand_Click();
+  void FindLines();
   void SurveyChanged(const QList<qint64>& ids);
   SpotView ChosenView() const;
   bool IsInView(int line) const;
 
   std::unique_ptr<Ui::frmItemSpots> ui_;
   std::unique_ptr<SpotSurvey> survey_;
-  QHash<qint64, int> lines_;  // where in the list an ID stands
+  QHash<qint64, int> lines_;  // where in the list an ID stands; found when first asked for
 };

@@ -4,6 +4,7 @@
 #include "data/Messages.h"
 #include "data/Text.h"
 #include "platform/dao/Database.h"
+#include "platform/dao/SqlText.h"
 #include "platform/desktop/Trapped.h"
 #include "platform/runtime/Numbers.h"
 
@@ -44,7 +45,7 @@ void EditorForm::CancelAndClose() {
 
 bool NameExists(const QString& databasePath, const QString& table, const QString& naam, bool isNew, qint32 id) {
   QString query = u"SELECT "_s + table + u".Naam " + u"From " + table + u" " + u"WHERE " + u"UCase(" + table +
-                  u".Naam) =  " + u'"' + RemReservedChr(naam).toUpper() + u'"';
+                  u".Naam) =  " + u'"' + dao::UCase(RemReservedChr(naam)) + u'"';
   if (!isNew) query += u" AND NOT "_s + table + u".ID = " + QString::number(id);
   dao::Database database = dao::OpenDatabase(databasePath);
   const dao::Recordset rows = database.OpenRecordset(query);

@@ -14,12 +14,13 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QLayout>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QShortcut>
+#include <QStyle>
 
 using namespace Qt::StringLiterals;
 using desktop::Trapped;
@@ -41,23 +42,26 @@ void AudioEditor::Wire(const AudioControls& controls, QSize openingSize) {
   connect(controls_.txtPath, &QLineEdit::textChanged, this, &AudioEditor::txtPath_Change);
   connect(controls_.txtLengteSec, &QLineEdit::textChanged, this, &AudioEditor::txtLengteSec_Change);
   connect(controls_.chkAktief, &QCheckBox::toggled, this, &AudioEditor::chkAktief_Click);
-  WireKeys();
+  SetMargins();
   WireScrolling();
   resize(openingSize.boundedTo(screen()->availableSize()));
 }
 
-void AudioEditor::WireKeys() {
-  const auto* playStop = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_Space), this);
-  connect(playStop, &QShortcut::activated, controls_.preview, &AudioPreview::PlayOrStop);
-  const auto* mark = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_M), this);
-  connect(mark, &QShortcut::activated, controls_.preview, &AudioPreview::MarkMix);
+// Fields and buttons stand on pages of their own, which have no margins by themselves; the window's go there.
+void AudioEditor::SetMargins() {
+  const int margin = style()->pixelMetric(QStyle::PM_LayoutLeftMargin, nullptr, this);
+  const int between = margin * 3 / 4;
+  controls_.scrInhoud->widget()->layout()->setContentsMargins(margin, margin, margin, margin - between);
+  controls_.cmdOk->parentWidget()->layout()->setContentsMargins(margin, between, margin, margin);
 }
 
 // On a small screen the fields scroll above the buttons: a line then parts the two, and the focus stays in sight.
 void AudioEditor::WireScrolling() {
   controls_.linKnoppen->hide();
-  connect(controls_.scrInhoud->verticalScrollBar(), &QScrollBar::rangeChanged, controls_.linKnoppen,
-          [line = controls_.linKnoppen](int, int maximum) { line->setVisible(maximum > 0); });
+  connect(
+      controls_.scrInhoud->verticalScrollBar(), &QScrollBar::rangeChanged, controls_.linKnoppen,
+      [line = controls_.linKnoppen](int, int maximum) { line->setVisible(maximum > 0); },
+      Qt::QueuedConnection);  // the range changes while the layout is at work
   connect(qApp, &QApplication::focusChanged, this, [this](const QWidget*, QWidget* now) {
     if (now != nullptr && controls_.scrInhoud->isAncestorOf(now)) controls_.scrInhoud->ensureWidgetVisible(now);
   });
@@ -72,6 +76,8 @@ void AudioEditor::Form_Load() {
     InitControls();
     InitCommands();
     controls_.preview->InitAudio();
+    // A new record begins with its file, another one with its name.
+    (isNew_ ? static_cast<QWidget*>(controls_.cmdPath) : controls_.txtNaam)->setFocus();
   });
 }
 

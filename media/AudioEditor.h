@@ -91,7 +91,7 @@ class AudioEditor : public EditorForm {
   void txtLengteSec_Change();
   void chkAktief_Click();
 
-  void WireKeys();
+  void SetMargins();
   void WireScrolling();
   void WarnWhenUnmapped(const QString& hostPath);
   dao::Recordset ReadRecord() const;

@@ -41,8 +41,8 @@ class AudioPreview : public QGroupBox {
   void FillMix(qint32 mixPunt);
   qint32 MixPunt() const;
 
-  // How the last file was found, or not.
-  runtime::Presence FilePresence() const { return presence_; }
+  // How the file at a path text was found when it was last opened; nothing when another one was.
+  std::optional<runtime::Presence> FilePresence(const QString& path) const;
   // Folder of the host from which the last file came; empty before the first one.
   QString LastFolder() const;
 
@@ -53,10 +53,8 @@ class AudioPreview : public QGroupBox {
   QTimer& TmrPlayer() { return *tmrPlayer_; }
 
  public Q_SLOTS:
-  // For a key that serves as both buttons.
+  // One key for both buttons.
   void PlayOrStop();
-  // For a key: as "BEPAAL MIX".
-  void MarkMix() { cmdMix_Click(); }
 
  Q_SIGNALS:
   // FilePresence() may be another one.
@@ -67,6 +65,7 @@ class AudioPreview : public QGroupBox {
   void WireTransport();
   void WireMix();
   void WireStrip();
+  void WireKeys();
 
   void cmdPlay_Click();
   void cmdSTOP_Click();
@@ -105,5 +104,6 @@ class AudioPreview : public QGroupBox {
   qint16 lastSeconds_ = 0;
   qint16 lastMilliseconds_ = 0;
   std::optional<qint32> keptMix_;  // the record's mix point while the user has not set another
+  QString lookedFor_;              // path text of the file opened last, whether that succeeded or not
   runtime::Presence presence_ = runtime::Presence::There;
 };

@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QScopeGuard>
 #include <QScopedValueRollback>
+#include <QShortcut>
 #include <QTimer>
 
 using desktop::Trapped;
@@ -30,6 +31,19 @@ void GoingOn(Step&& step) {
 }
 
 }  // namespace
+
+// Keys of the whole window. They act at once, where a button's own shortcut would first show it pressed.
+void AudioPreview::WireKeys() {
+  const auto add = [this](const QKeySequence& keys, void (AudioPreview::*procedure)()) {
+    connect(new QShortcut(keys, this), &QShortcut::activated, this, procedure);
+  };
+  add(Qt::CTRL | Qt::Key_Space, &AudioPreview::PlayOrStop);
+  add(Qt::CTRL | Qt::Key_M, &AudioPreview::cmdMix_Click);
+  add(Qt::ALT | Qt::SHIFT | Qt::Key_Left, &AudioPreview::cmdRREW_Click);
+  add(Qt::ALT | Qt::Key_Left, &AudioPreview::cmdREW_Click);
+  add(Qt::ALT | Qt::Key_Right, &AudioPreview::cmdFFW_Click);
+  add(Qt::ALT | Qt::SHIFT | Qt::Key_Right, &AudioPreview::cmdFFFW_Click);
+}
 
 void AudioPreview::cmdPlay_Click() {
   Trapped(__func__, [&] {

@@ -1,6 +1,7 @@
 #include "tools/Commands.h"
 
 #include "platform/audio/Error.h"
+#include "platform/jet/Error.h"
 #include "platform/runtime/Error.h"
 
 #include <algorithm>
@@ -30,6 +31,9 @@ int Run(const Command& command, const QStringList& words, const Streams& streams
   } catch (const runtime::Error& error) {
     streams.err << Utf8(error.Description()) << "\n";
     return kFailed;
+  } catch (const jet::Error& error) {
+    streams.err << error.what() << "\n";
+    return kFailed;
   } catch (const audio::Error& error) {
     streams.err << error.what() << "\n";
     return kFailed;
@@ -42,7 +46,7 @@ int Run(const Command& command, const QStringList& words, const Streams& streams
 
 QList<Command> AllCommands() {
   return {CreateCommand(), DemoCommand(), TablesCommand(), SchemaCommand(), DumpCommand(), SqlCommand(),
-          MeasureCommand()};
+          MeasureCommand(), CheckCommand()};
 }
 
 int RunCommand(const QStringList& words, const Streams& streams) {

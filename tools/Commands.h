@@ -35,6 +35,7 @@ Command SchemaCommand();
 Command DumpCommand();
 Command SqlCommand();
 Command MeasureCommand();
+Command CheckCommand();
 
 // All commands, in the order in which help shows them.
 QList<Command> AllCommands();

@@ -43,9 +43,15 @@ QString FileName(QString name) {
 void SetValidity(ItemSpotRow& row, int n, QDate today) {
   QDate start = today.addDays(-5 - (n * 7) % 60);
   QDate end = today.addDays(12 + (n * 11) % 200);
-  if (n % 9 == 1) start = today.addDays(3 + n % 20), end = start.addDays(30);
-  if (n % 13 == 3) end = today.addDays(n % 7);
-  if (n % 11 == 9) end = today.addDays(-2 - n % 12), start = end.addDays(-40);
+  if (n % 9 == 1) {
+    start = today.addDays(3 + n % 20);
+    end = start.addDays(30);
+  } else if (n % 13 == 3) {
+    end = today.addDays(n % 7);
+  } else if (n % 11 == 9) {
+    end = today.addDays(-2 - n % 12);
+    start = end.addDays(-40);
+  }
   row.startDatum = runtime::DayNumber(start);
   row.eindDatum = runtime::DayNumber(end);
   row.startUur = n % 10 == 4 ? 6 : 0;

@@ -8,8 +8,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-dao::Database Open(const Arguments& arguments) {
-  return dao::OpenDatabase(QFileInfo(arguments.Plain().first()).absoluteFilePath());
+const QString kPassword = u"--password"_s;
+
+enum class Purpose { Read, Write };
+
+dao::Database Open(const Arguments& arguments, Purpose purpose = Purpose::Read) {
+  return dao::OpenDatabase(QFileInfo(arguments.Plain().first()).absoluteFilePath(),
+                           {arguments.Value(kPassword), purpose == Purpose::Read});
 }
 
 // A table's name as the SQL dialect takes any name.
@@ -56,6 +61,7 @@ QString FieldLine(const dao::FieldDef& field) {
   if (field.required) line += u" required"_s;
   if (field.autoNumber) line += u" autonumber"_s;
   if (!field.allowZeroLength) line += u" no-zero-length"_s;
+  if (!field.defaultExpression.isEmpty()) line += u" default ="_s + field.defaultExpression;
   if (field.defaultValue.isValid()) line += u" default "_s + field.defaultValue.toString();
   return line;
 }
@@ -102,13 +108,13 @@ int Dump(const Arguments& arguments, const Streams& streams) {
 }
 
 int RunSql(const Arguments& arguments, const Streams& streams) {
-  dao::Database database = Open(arguments);
   const QString& statement = arguments.Plain().at(1);
   if (statement.trimmed().startsWith(u"select"_s, Qt::CaseInsensitive)) {
+    dao::Database database = Open(arguments);
     dao::Recordset rows = database.OpenRecordset(statement);
     WriteCsv(rows, streams.out);
   } else {
-    streams.out << database.Execute(statement) << '\n';
+    streams.out << Open(arguments, Purpose::Write).Execute(statement) << '\n';
   }
   return kDone;
 }
@@ -116,20 +122,22 @@ int RunSql(const Arguments& arguments, const Streams& streams) {
 }  // namespace
 
 Command TablesCommand() {
-  return {u"tables"_s, u"BESTAND"_s, u"Toont elke tabel met haar aantal rijen."_s, 1, 1, {}, {}, ShowTables};
+  return {u"tables"_s, u"BESTAND [--password TEKST]"_s, u"Toont elke tabel met haar aantal rijen."_s,
+          1, 1, {kPassword}, {}, ShowTables};
 }
 
 Command SchemaCommand() {
-  return {u"schema"_s, u"BESTAND [TABEL]"_s, u"Toont velden met type, grootte en eigenschappen, en de indexen."_s,
-          1, 2, {}, {}, ShowSchema};
+  return {u"schema"_s, u"BESTAND [TABEL] [--password TEKST]"_s, u"Toont velden met type, grootte en eigenschappen, en de indexen."_s,
+          1, 2, {kPassword}, {}, ShowSchema};
 }
 
 Command DumpCommand() {
-  return {u"dump"_s, u"BESTAND TABEL"_s, u"Schrijft een tabel als CSV, met een kopregel."_s, 2, 2, {}, {}, Dump};
+  return {u"dump"_s, u"BESTAND TABEL [--password TEKST]"_s, u"Schrijft een tabel als CSV, met een kopregel."_s,
+          2, 2, {kPassword}, {}, Dump};
 }
 
 Command SqlCommand() {
-  return {u"sql"_s, u"BESTAND OPDRACHT"_s,
+  return {u"sql"_s, u"BESTAND OPDRACHT [--password TEKST]"_s,
           u"Voert één SQL-opdracht uit: een SELECT geeft CSV, een andere het aantal gewijzigde rijen."_s,
-          2, 2, {}, {}, RunSql};
+          2, 2, {kPassword}, {}, RunSql};
 }

@@ -17,6 +17,9 @@ namespace {
 // A device that asks for nothing during this time is gone, whatever it says.
 constexpr std::chrono::seconds kPatience{5};
 
+// Seconds of sound in the device's own buffer: short enough for a jump to be heard at once.
+constexpr double kLatency = 0.05;
+
 // PortAudio's opening and closing calls are not for several threads at once.
 std::mutex& LibraryMutex() {
   static std::mutex mutex;
@@ -122,15 +125,22 @@ class PortAudioOutput : public Output {
     const PaDeviceInfo* device = Pa_GetDeviceInfo(parameters.device);
     parameters.channelCount = 2;
     parameters.sampleFormat = paInt16;
-    parameters.suggestedLatency = std::max(device->defaultLowOutputLatency, 0.03);
-    const bool takesRate = Pa_IsFormatSupported(nullptr, &parameters, request.sampleRate) == paFormatIsSupported;
-    sampleRate_ = takesRate ? request.sampleRate : static_cast<int>(device->defaultSampleRate);
-    const PaError code = Pa_OpenStream(&stream_, nullptr, &parameters, sampleRate_, paFramesPerBufferUnspecified,
-                                       paNoFlag, Deliver, this);
+    parameters.suggestedLatency = std::max(device->defaultLowOutputLatency, kLatency);
+    sampleRate_ = request.sampleRate;
+    PaError code = OpenAtRate(parameters);
+    if (code != paNoError && sampleRate_ != static_cast<int>(device->defaultSampleRate)) {
+      sampleRate_ = static_cast<int>(device->defaultSampleRate);
+      code = OpenAtRate(parameters);
+    }
     if (code != paNoError) throw DeviceError(code);
     Pa_SetStreamFinishedCallback(stream_, [](void* self) { static_cast<PortAudioOutput*>(self)->gone_ = true; });
     latency_ = Pa_GetStreamInfo(stream_)->outputLatency;
     longestLatency_ = 2 * latency_ + 0.5;
+  }
+
+  PaError OpenAtRate(const PaStreamParameters& parameters) {
+    return Pa_OpenStream(&stream_, nullptr, &parameters, sampleRate_, paFramesPerBufferUnspecified, paNoFlag, Deliver,
+                         this);
   }
 
   // On the device's thread: copies and notes the time, nothing else.

@@ -20,8 +20,8 @@ void StereoStream::Free::operator()(SRC_STATE_tag* state) const {
 StereoStream::StereoStream(Decoder& decoder, int outputRate)
     : decoder_(decoder), ratio_(static_cast<double>(outputRate) / decoder.SampleRate()), converted_(kChunk * 2) {
   if (outputRate == decoder.SampleRate()) return;
-  int code = 0;
-  converter_.reset(src_new(SRC_SINC_MEDIUM_QUALITY, 2, &code));
+  int code = 0;  // 97 dB of signal to noise: as good as 16 bits are, at a third of the cost of the next better one
+  converter_.reset(src_new(SRC_SINC_FASTEST, 2, &code));
   if (!converter_) throw Error(std::string("Kan het geluid niet omzetten: ") + src_strerror(code));
   input_.resize(kChunk * 2);
 }

@@ -89,8 +89,8 @@ void Database::Close() {
   storage_.reset();
 }
 
-Database OpenDatabase(const QString& pathText) {
-  return Database(OpenStorage(pathText));
+Database OpenDatabase(const QString& pathText, const OpenOptions& options) {
+  return Database(OpenStorage(pathText, options));
 }
 void CreateDatabase(const QString& pathText) {
   CreateStorage(pathText);

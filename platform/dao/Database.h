@@ -4,6 +4,7 @@
 #include <QStringList>
 #include <memory>
 
+#include "platform/dao/OpenOptions.h"
 #include "platform/dao/Recordset.h"
 #include "platform/dao/TableDef.h"
 
@@ -33,8 +34,9 @@ class Database {
 };
 
 // Opens an existing file. The text is a path as the system writes it (runtime::HostPath finds the file). A missing
-// file, a folder, a file without read permission and a file that is no database are errors that name the file.
-Database OpenDatabase(const QString& pathText);
+// file, a folder, a file without read permission and a file that is no Jet 4 database are errors
+// that name the file, and so is a password that is missing or wrong.
+Database OpenDatabase(const QString& pathText, const OpenOptions& options = {});
 
 // Makes a new, empty database file; an error when the file exists.
 void CreateDatabase(const QString& pathText);

@@ -55,6 +55,7 @@ Equalities EqualitiesFor(const TableDef& table, sqlite3_index_info* info, std::s
   const IndexDef& index = table.indexes[static_cast<qsizetype>(at)];
   Equalities found;
   found.index = at;
+  if (!index.usable) return found;
   const auto fields = FieldsOf(table, index);
   for (const std::size_t field : fields) {
     const int constraint = EqualityOn(table, info, field);
@@ -88,14 +89,16 @@ bool UseLookup(const TableDef& table, sqlite3_index_info* info, Plan& plan) {
   return true;
 }
 
-// Whether walking the index, forwards or backwards, gives the wanted order.
+// Whether walking the index, forwards or backwards, gives the wanted order. Not of texts: an index of another make may
+// hold characters that the engine sorts elsewhere.
 bool Orders(const TableDef& table, const IndexDef& index, const sqlite3_index_info* info, bool backwards) {
-  if (index.ignoreNull || info->nOrderBy > index.fields.size()) return false;
+  if (!index.usable || index.ignoreNull || info->nOrderBy > index.fields.size()) return false;
   for (int i = 0; i < info->nOrderBy; ++i) {
     const IndexField& field = index.fields[i];
     const int at = table.FieldIndex(field.name);
+    const FieldType type = table.fields[at].type;
     const bool descending = (field.direction == Direction::Descending) != backwards;
-    if (!CanBeKey(table.fields[at].type) || info->aOrderBy[i].iColumn != at) return false;
+    if (!CanBeKey(type) || IsText(type) || info->aOrderBy[i].iColumn != at) return false;
     if ((info->aOrderBy[i].desc != 0) != descending) return false;
   }
   return true;

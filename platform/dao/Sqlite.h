@@ -19,7 +19,7 @@ using SqliteStatement = std::unique_ptr<sqlite3_stmt, CloseSqlite>;
 // Sets the library up for this process, once: connections are used by one thread at a time, and nothing counts memory.
 void SetUpSqlite();
 
-// The name of the text order (CompareText) as a collation of a connection.
+// The order of texts in database files (jet::TextOrder) as a collation of a connection: its name there.
 constexpr const char* kTextOrderName = "jet";
 void AddTextOrder(sqlite3* connection);
 

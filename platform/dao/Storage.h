@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/dao/OpenOptions.h"
 #include "platform/dao/TableDef.h"
 #include "platform/dao/Value.h"
 
@@ -50,7 +51,8 @@ class Table {
   virtual std::unique_ptr<Cursor> Scan(const FieldMask& wanted) = 0;
   // Every row that the index has, in its order or backwards.
   virtual std::unique_ptr<Cursor> ScanByIndex(std::size_t index, bool backwards, const FieldMask& wanted) = 0;
-  // The rows whose first key.size() fields of the index equal the key, which holds no NULL. Text equals by TextOrder.
+  // The rows whose first key.size() fields of the index equal the key, which holds no NULL. Text equals as the
+  // engine compares it.
   virtual std::unique_ptr<Cursor> Lookup(std::size_t index, std::span<const Value> key, const FieldMask& wanted) = 0;
 
   // A whole row, one value a field. NULL in an autonumber field lets the file choose. A key that is there already and
@@ -85,7 +87,7 @@ class Storage {
 };
 
 // Opens or makes the file at a path text; the errors are those of OpenDatabase and CreateDatabase.
-std::unique_ptr<Storage> OpenStorage(const QString& pathText);
+std::unique_ptr<Storage> OpenStorage(const QString& pathText, const OpenOptions& options = {});
 void CreateStorage(const QString& pathText);
 
 }  // namespace dao

@@ -32,8 +32,11 @@ struct FieldDef {
   bool allowZeroLength = true;  // Text and Memo: "" may be stored
   bool autoNumber = false;      // Long: the file gives the value where an insert leaves it out
   QVariant defaultValue;        // stored where an insert leaves the field out; invalid = none
+  QString defaultExpression;    // read from a file: a default that is no constant; an insert must then give the field
   int precision = 18;           // Numeric: digits in all, 1 to 28
   int scale = 0;                // Numeric: digits after the point
+
+  bool operator==(const FieldDef&) const = default;
 };
 
 enum class Direction { Ascending, Descending };
@@ -41,6 +44,8 @@ enum class Direction { Ascending, Descending };
 struct IndexField {
   QString name;
   Direction direction = Direction::Ascending;
+
+  bool operator==(const IndexField&) const = default;
 };
 
 struct IndexDef {
@@ -50,6 +55,9 @@ struct IndexDef {
   bool unique = false;
   bool required = false;    // no field of it may be NULL
   bool ignoreNull = false;  // rows whose fields are all NULL have no entry
+  bool usable = true;       // false, read from a file: its order is not known, so rows are not looked up by it
+
+  bool operator==(const IndexDef&) const = default;
 };
 
 struct TableDef {

@@ -126,6 +126,13 @@ int Identity(sqlite3_vtab_cursor* base, sqlite3_int64* row) {
 // The engine hands over the old identity, the new one and then the fields.
 constexpr int kFirstField = 2;
 
+void RequireConstantDefault(const TableDef& table, const FieldDef& field) {
+  if (field.defaultExpression.isEmpty()) return;
+  throw runtime::Error(
+      u"Het veld '%1' van de tabel '%2' heeft een standaardwaarde die berekend moet worden (%3); dat "
+      "wordt niet ondersteund."_s.arg(field.name, table.name, field.defaultExpression));
+}
+
 void InsertRow(const OpenTable& table, sqlite3_value** values) {
   const TableDef& definition = table.Definition();
   const FieldMask& given = table.tables->Given(table.place);
@@ -134,6 +141,7 @@ void InsertRow(const OpenTable& table, sqlite3_value** values) {
   for (int i = 0; i < definition.fields.size(); ++i) {
     const FieldDef& field = definition.fields[i];
     const bool isGiven = given[static_cast<std::size_t>(i)];
+    if (!isGiven) RequireConstantDefault(definition, field);
     const Value absent = isGiven ? Value() : ValueOfVariant(field.defaultValue);
     row.push_back(ConvertToField(definition.name, field, isGiven ? ValueOf(values[kFirstField + i]) : View(absent)));
   }

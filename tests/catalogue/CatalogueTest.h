@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QPushButton>
 #include <QStringList>
 #include <QTest>
@@ -57,6 +58,7 @@ class CatalogueTest : public ::testing::Test {
   void Open(Dialog& dialog) {
     dialog.Form_Load();
     dialog.show();
+    QApplication::setActiveWindow(&dialog);  // shortcuts work in the active window only
   }
   static QStringList Lines(const Form& form);
   static controls::ListBox& List(const Form& form);

@@ -179,14 +179,13 @@ TEST_P(ItemSpotCleanup, FailedDeleteOfTheRecordIsNotCalledDone) {
 }
 
 TEST_P(ItemSpotCleanup, FailedLogIsNotCalledDone) {
-  if (GetParam() == Station::Mode::Online) GTEST_SKIP() << "nothing is logged online";
   Prepare({});
-  // The next number of the log does not fit any more.
+  // The next number of the log does not fit any more; online nothing is logged.
   station_.OnLocal(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (2147483647, \"vol\")"_s);
   CleanUp(false, true);
-  ASSERT_EQ(boxes_.Shown().size(), 1u);
-  EXPECT_EQ(boxes_.Last().title, u"GetNewID"_s);
   EXPECT_EQ(IDs(u"ItemSpots"_s), QList<int>{4});
+  if (GetParam() == Station::Mode::Online) return ExpectDone();
+  OnlyError(u"GetNewID"_s);
 }
 
 TEST_P(ItemSpotCleanup, IdThatIsNoNumberIsAnErrorOfTheCleanup) {

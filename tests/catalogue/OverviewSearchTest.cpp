@@ -3,10 +3,10 @@
 #include "platform/controls/ListBox.h"
 #include "tests/catalogue/CatalogueTest.h"
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScrollBar>
 
 using namespace Qt::StringLiterals;
 
@@ -19,7 +19,6 @@ class OverviewSearch : public CatalogueTest {
     AddItem(3, u"Kerst"_s, 0);
     AddItem(4, u"Nacht"_s);
     Open(form_);
-    QApplication::setActiveWindow(&form_);
   }
 
   QLineEdit& Search() { return Child<QLineEdit>(form_, u"txtZoek"_s); }
@@ -127,6 +126,21 @@ TEST_F(OverviewSearch, F5ReadsTheTableAgainAndRunsTheRule) {
   QTest::keyClick(&form_, Qt::Key_F5);
   EXPECT_EQ(Lines(form_).size(), 4);
   EXPECT_FALSE(Enabled(form_, u"cmdOpen"_s));
+}
+
+// After a visit to an editor the user finds the neighbours of the record again.
+TEST_F(OverviewSearch, RefillKeepsThePlaceInALongList) {
+  for (int id = 10; id < 110; ++id)
+    AddItem(id, u"Blok %1"_s.arg(id));
+  QTest::keyClick(&form_, Qt::Key_F5);
+  QCoreApplication::processEvents();
+  QScrollBar& place = *List(form_).verticalScrollBar();
+  place.setValue(place.maximum() / 2);
+  const int before = place.value();
+  ASSERT_GT(before, 0);
+  Click(form_, u"cmdNieuw"_s);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(place.value(), before);
 }
 
 TEST_F(OverviewSearch, InsertAndEnterAreNewAndOpen) {

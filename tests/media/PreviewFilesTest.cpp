@@ -155,8 +155,8 @@ TEST(PreviewFiles, NamesMatchWhateverTheirLetterCase) {
 
 TEST(PreviewFiles, FileOutsideTheMappedDrivesWarns) {
   const EditorDesk desk;
-  runtime::SetDrives({{u"D"_s, desk.station.ServerFolder()}});
   const auto editor = desk.OpenSpot(u"NIEUW"_s);
+  runtime::SetDrives({{u"D"_s, desk.station.ServerFolder()}});
   const desktop::MessageBoxScript boxes;
   Choose(*editor, MakeWav(desk.AudioFile(u"a.wav"_s), 3'000));
   ASSERT_EQ(boxes.Shown().size(), 1U);

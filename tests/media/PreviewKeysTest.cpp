@@ -16,9 +16,7 @@ namespace {
 
 std::unique_ptr<frmItemSpotsDetail> OneSpot(const EditorDesk& desk) {
   desk.AddSpot(1, u"Spot"_s, desk.Wav(u"spot.wav"_s, 20'000));
-  auto editor = desk.OpenSpot(u"1"_s);
-  editor->activateWindow();
-  return editor;
+  return desk.OpenSpot(u"1"_s);
 }
 
 }  // namespace

@@ -7,6 +7,8 @@
 #include "platform/desktop/FileChooser.h"
 #include "platform/runtime/HostPath.h"
 
+#include <gtest/gtest.h>
+
 #include <QFile>
 #include <QLineEdit>
 #include <QPushButton>
@@ -59,6 +61,12 @@ QByteArray ReadBytes(const QString& hostPath) {
   return file.readAll();
 }
 
+EditorDesk::~EditorDesk() {
+  for (const desktop::ShownMessageBox& box : unexpected_.Shown()) {
+    ADD_FAILURE() << "unexpected box " << box.title.toStdString() << ": " << box.text.toStdString();
+  }
+}
+
 QString EditorDesk::Wav(const QString& name, qint64 ms) const {
   return runtime::PathText(MakeWav(AudioFile(name), ms));
 }
@@ -95,6 +103,11 @@ QStringList EditorDesk::AudioList() const {
 
 void EditorDesk::SelectForOpening(const QString& selected) {
   global.gstrSelectedID = selected;
+}
+
+void EditorDesk::Activate(QWidget& editor) {
+  editor.activateWindow();
+  if (!QTest::qWaitForWindowActive(&editor)) throw std::runtime_error("the window does not become active");
 }
 
 void Click(const QWidget& editor, const QString& button) {

@@ -28,6 +28,8 @@ class EditorDesk {
  public:
   explicit EditorDesk(testing_support::Station::Mode mode = testing_support::Station::Mode::Online)
       : station(mode), scope_(output.Factory()) {}
+  // A message box that the test did not expect fails it, instead of waiting for someone to answer.
+  ~EditorDesk();
 
   // Host path of a file of that name in the audio folder.
   QString AudioFile(const QString& name) const { return station.AudioFolder() + u'/' + name; }
@@ -50,6 +52,7 @@ class EditorDesk {
     auto editor = std::make_unique<Editor>();
     editor->Form_Load();
     editor->show();
+    Activate(*editor);
     return editor;
   }
   std::unique_ptr<frmItemSpotsDetail> OpenSpot(const QString& selected) const {
@@ -64,8 +67,11 @@ class EditorDesk {
 
  private:
   static void SelectForOpening(const QString& selected);
+  // Keys reach the shortcuts of an active window only.
+  static void Activate(QWidget& editor);
 
   SoundOutputScope scope_;
+  desktop::MessageBoxScript unexpected_;
 };
 
 void Click(const QWidget& editor, const QString& button);

@@ -19,7 +19,7 @@ class BackgroundPeaks : public ::testing::Test {
   void SetUp() override { audio::PeakCache::ForgetMemory(); }
 
   QString File(const char* name, double seconds) {
-    return QString::fromStdString(MakeTone(folder_.File(name), seconds));
+    return QString::fromStdString(MakeTone(folder_.File(name), seconds, 8000, 1));
   }
 
   TemporaryFolder folder_;

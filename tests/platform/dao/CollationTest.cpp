@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include "platform/dao/TextOrder.h"
 #include "tests/platform/dao/Scratch.h"
 
 using namespace Qt::StringLiterals;
@@ -45,11 +44,15 @@ TEST(Collation, TextKeyIsUniqueWithoutCase) {
   EXPECT_EQ(s.Open().Execute(u"UPDATE cde SET InitCode = \"x\" WHERE InitCode = 'onlineyn'"_s), 1);
 }
 
-TEST(Collation, ShorterTextsComeFirst) {
-  EXPECT_LT(dao::CompareText(u"", u"a"), 0);
-  EXPECT_LT(dao::CompareText(u"Ab", u"aBc"), 0);
-  EXPECT_EQ(dao::CompareText(u"ÀB", u"àb"), 0);
-  EXPECT_GT(dao::CompareText(u"b", u"A"), 0);
+TEST(Collation, OrderIsThatOfTheFilesIndexes) {
+  const SpotScratch s;
+  dao::Database database = s.Open();
+  database.Execute(u"DELETE FROM tblSpots"_s);
+  const QStringList sorted = {u"Coop"_s, u"Co-op"_s, u"cote"_s, u"coté"_s, u"Côte"_s, u"zee"_s, u"Ω"_s};
+  for (const qsizetype at : {3, 6, 0, 5, 2, 4, 1})
+    database.Execute(u"INSERT INTO tblSpots (ID, Naam) VALUES (%1, \"%2\")"_s.arg(at).arg(sorted[at]));
+  EXPECT_EQ(Rows(database, u"SELECT Naam FROM tblSpots ORDER BY Naam"_s), sorted);
+  EXPECT_EQ(Value(database, u"SELECT MAX(Naam) AS x FROM tblSpots"_s, u"x"_s), sorted.last());
 }
 
 }  // namespace

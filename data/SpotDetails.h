@@ -1,0 +1,9 @@
+#pragma once
+#include "data/SpotState.h"
+#include "platform/controls/ListLine.h"
+
+// What the item-spot list shows beside a spot's name: mark, state in words, length and tool tip.
+controls::LineDetails DetailsOf(const SpotFacts& spot, SpotState state);
+
+// "0:32", or "1:02:03" from an hour on; empty when the length is not known.
+QString LengthText(std::optional<qint32> seconds);

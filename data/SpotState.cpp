@@ -1,0 +1,73 @@
+#include "data/SpotState.h"
+
+#include <QStringList>
+
+#include <numeric>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString DateText(const std::optional<QDate>& date) {
+  return date ? date->toString(u"dd-MM-yyyy"_s) : QString();
+}
+
+bool FileMissing(const SpotFacts& spot) {
+  return spot.path.isEmpty() || spot.file == runtime::Presence::NotThere;
+}
+
+// From the first hour to the last one, inclusive; a first hour behind the last one runs over midnight.
+bool WithinHours(const SpotFacts& spot, int hour) {
+  const int first = spot.startUur.value_or(0);
+  const int last = spot.eindUur.value_or(23);
+  return first <= last ? first <= hour && hour <= last : hour >= first || hour <= last;
+}
+
+}  // namespace
+
+SpotState StateOf(const SpotFacts& spot, const QDateTime& now) {
+  const QDate today = now.date();
+  if (!spot.aktief) return SpotState::NietAktief;
+  if (FileMissing(spot)) return SpotState::BestandOntbreekt;
+  if (spot.eindDatum && *spot.eindDatum < today) return SpotState::Verlopen;
+  if (spot.startDatum && *spot.startDatum > today) return SpotState::Begint;
+  if (spot.eindDatum && today.daysTo(*spot.eindDatum) <= kEndsSoonDays) return SpotState::Verloopt;
+  return WithinHours(spot, now.time().hour()) ? SpotState::Loopt : SpotState::BuitenUren;
+}
+
+QString StateText(const SpotFacts& spot, SpotState state) {
+  switch (state) {
+    case SpotState::NietAktief:
+      return u"niet aktief"_s;
+    case SpotState::BestandOntbreekt:
+      return u"geluidsbestand ontbreekt"_s;
+    case SpotState::Verlopen:
+      return u"verlopen op "_s + DateText(spot.eindDatum);
+    case SpotState::Begint:
+      return u"begint "_s + DateText(spot.startDatum);
+    case SpotState::Verloopt:
+      return u"verloopt "_s + DateText(spot.eindDatum);
+    case SpotState::BuitenUren:
+      return u"nu buiten de uren"_s;
+    case SpotState::Loopt:
+      break;
+  }
+  return spot.eindDatum ? u"loopt t/m "_s + DateText(spot.eindDatum) : u"loopt"_s;
+}
+
+int SpotCounts::All() const {
+  return std::accumulate(counts_.begin(), counts_.end(), 0);
+}
+
+QString SpotCounts::Text() const {
+  QStringList parts;
+  const auto add = [&parts](int count, const QString& one, const QString& many) {
+    if (count > 0) parts += QString::number(count) + u' ' + (count == 1 ? one : many);
+  };
+  add(Running(), u"loopt"_s, u"lopen"_s);
+  add(In(SpotState::Begint), u"begint later"_s, u"beginnen later"_s);
+  add(In(SpotState::Verloopt), u"verloopt binnen 7 dagen"_s, u"verlopen binnen 7 dagen"_s);
+  add(OverOrInactive(), u"voorbij of niet aktief"_s, u"voorbij of niet aktief"_s);
+  add(In(SpotState::BestandOntbreekt), u"zonder bestand"_s, u"zonder bestand"_s);
+  return parts.join(u", "_s);
+}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QString>
+#include <memory>
+#include <utility>
+
+#include "platform/jet/Database.h"
+#include "platform/jet/Error.h"
+
+namespace dao {
+
+// An open Jet 4 file under the path text by which its user knows it.
+class JetFile {
+ public:
+  JetFile(QString pathText, QString hostPath, std::shared_ptr<jet::Database> database)
+      : pathText_(std::move(pathText)), hostPath_(std::move(hostPath)), database_(std::move(database)) {}
+
+  const QString& PathText() const { return pathText_; }
+  jet::Database& Database() const { return *database_; }
+
+  // Does the work; its jet::Error becomes a runtime::Error that names the file as its user does.
+  template <class Work>
+  auto Telling(Work work) const -> decltype(work()) {
+    return Telling(pathText_, hostPath_, std::move(work));
+  }
+  template <class Work>
+  static auto Telling(const QString& pathText, const QString& hostPath, Work work) -> decltype(work()) {
+    try {
+      return work();
+    } catch (const jet::Error& error) {
+      Tell(pathText, hostPath, error);
+    }
+  }
+
+ private:
+  [[noreturn]] static void Tell(const QString& pathText, const QString& hostPath, const jet::Error& error);
+
+  QString pathText_;
+  QString hostPath_;
+  std::shared_ptr<jet::Database> database_;
+};
+
+}  // namespace dao

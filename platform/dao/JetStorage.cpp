@@ -1,0 +1,80 @@
+#include "platform/dao/JetStorage.h"
+
+#include "platform/dao/JetTable.h"
+#include "platform/dao/JetTableDef.h"
+#include "platform/dao/OpenFiles.h"
+#include "platform/runtime/HostPath.h"
+#include "platform/runtime/Probe.h"
+
+namespace dao {
+namespace {
+
+class JetReading : public Transaction {
+ public:
+  explicit JetReading(const JetFile& file) : turn_(file.Database()) {}
+  void Commit() override {}
+
+ private:
+  jet::ReadTurn turn_;
+};
+
+class JetWriting : public Transaction {
+ public:
+  explicit JetWriting(const JetFile& file) : file_(file), turn_(file.Database()) {}
+  void Commit() override {
+    file_.Telling([&] { turn_.Commit(); });
+  }
+
+ private:
+  const JetFile file_;  // the file stays open as long as the turn
+  jet::WriteTurn turn_;
+};
+
+}  // namespace
+
+bool JetStorage::IsSameFile(const Storage& other) const {
+  const auto* jet = dynamic_cast<const JetStorage*>(&other);
+  return jet != nullptr && file_.Database().IsSameFile(jet->file_.Database());
+}
+
+std::unique_ptr<Transaction> JetStorage::Begin(Access access) {
+  return file_.Telling([&]() -> std::unique_ptr<Transaction> {
+    if (access == Access::Read) return std::make_unique<JetReading>(file_);
+    return std::make_unique<JetWriting>(file_);
+  });
+}
+
+QStringList JetStorage::TableNames() {
+  return file_.Telling([&] {
+    QStringList names;
+    for (const std::u16string& name : file_.Database().TableNames())
+      names += QString::fromStdU16String(name);
+    return names;
+  });
+}
+
+std::unique_ptr<Table> JetStorage::OpenTable(const QString& name) {
+  return file_.Telling([&]() -> std::unique_ptr<Table> {
+    const jet::CatalogEntry* entry = file_.Database().Objects().FindTable(name.toStdU16String());
+    if (entry == nullptr || !entry->IsUserTable()) return nullptr;
+    return std::make_unique<JetTable>(file_, file_.Database().OpenTable(entry->name));
+  });
+}
+
+void JetStorage::CreateTable(const TableDef& table) {
+  file_.Telling([&] { file_.Database().CreateTable(StoredDefinition(table)); });
+}
+
+std::unique_ptr<Storage> OpenStorage(const QString& pathText, const OpenOptions& options) {
+  runtime::RequireThere(pathText);
+  const QString hostPath = runtime::HostPath(pathText);
+  return std::make_unique<JetStorage>(
+      JetFile(pathText, hostPath, JetFile::Telling(pathText, hostPath, [&] { return OpenFile(hostPath, options); })));
+}
+
+void CreateStorage(const QString& pathText) {
+  const QString hostPath = runtime::HostPath(pathText);
+  JetFile::Telling(pathText, hostPath, [&] { jet::Database::Create(EncodedPath(hostPath)); });
+}
+
+}  // namespace dao

@@ -1,0 +1,94 @@
+#include "platform/dao/JetTable.h"
+
+#include "platform/dao/JetCursor.h"
+#include "platform/dao/JetTableDef.h"
+#include "platform/dao/JetValue.h"
+#include "platform/runtime/Error.h"
+
+using namespace Qt::StringLiterals;
+
+namespace dao {
+namespace {
+
+jet::RowId StoredId(RowId row) {
+  return static_cast<jet::RowId>(row);
+}
+
+}  // namespace
+
+JetTable::JetTable(JetFile file, jet::Table table)
+    : file_(std::move(file)), table_(std::move(table)), definition_(TableDefOf(table_)) {}
+
+std::unique_ptr<Cursor> JetTable::Scan(const FieldMask& wanted) {
+  return std::make_unique<JetScan>(file_, table_, wanted);
+}
+
+std::unique_ptr<Cursor> JetTable::ScanByIndex(std::size_t index, bool backwards, const FieldMask& wanted) {
+  return std::make_unique<JetKeyScan>(file_, table_,
+                                      file_.Telling([&] { return table_.ScanByIndex(index, backwards); }), wanted);
+}
+
+std::unique_ptr<Cursor> JetTable::Lookup(std::size_t index, std::span<const Value> key, const FieldMask& wanted) {
+  const std::vector<jet::Value> stored = KeyOf(index, key);
+  if (stored.size() < key.size()) return Scan(wanted);
+  return file_.Telling([&]() -> std::unique_ptr<Cursor> {
+    try {
+      return std::make_unique<JetKeyScan>(file_, table_, table_.Lookup(index, stored), wanted);
+    } catch (const jet::Error& error) {
+      const bool keyless =
+          error.Code() == jet::ErrorCode::UnknownCharacter || error.Code() == jet::ErrorCode::Unsupported;
+      if (!keyless) throw;
+    }
+    return Scan(wanted);
+  });
+}
+
+std::vector<jet::Value> JetTable::KeyOf(std::size_t index, std::span<const Value> key) const {
+  const jet::TableDefinition& table = table_.Definition();
+  std::vector<jet::Value> stored;
+  for (std::size_t i = 0; i < key.size(); ++i) {
+    auto value = StoredOf(table.columns[table.indexes[index].fields[i].column], key[i]);
+    if (!value) break;
+    stored.push_back(std::move(*value));
+  }
+  return stored;
+}
+
+jet::Value JetTable::Stored(std::size_t field, const Value& value) const {
+  auto stored = StoredOf(table_.Definition().columns[field], value);
+  if (!stored) {
+    throw runtime::Error(u"De waarde past niet in het veld '%1' van de tabel '%2'."_s.arg(
+        definition_.fields[static_cast<qsizetype>(field)].name, definition_.name));
+  }
+  return std::move(*stored);
+}
+
+jet::TableWriter& JetTable::Writer() {
+  if (!writer_) writer_ = file_.Database().OpenWriter(table_.Definition().name);
+  return *writer_;
+}
+
+void JetTable::Insert(std::span<const Value> row) {
+  std::vector<jet::Value> values;
+  values.reserve(row.size());
+  for (std::size_t i = 0; i < row.size(); ++i)
+    values.push_back(Stored(i, row[i]));
+  file_.Telling([&] { Writer().Insert(values); });
+}
+
+void JetTable::Update(RowId row, std::span<const FieldValue> changes) {
+  if (changes.empty()) return;
+  std::vector<jet::Value> values(table_.Definition().columns.size());
+  std::vector<bool> changed(values.size());
+  for (const auto& [field, value] : changes) {
+    values[field] = Stored(field, value);
+    changed[field] = true;
+  }
+  file_.Telling([&] { Writer().Update(StoredId(row), values, changed); });
+}
+
+void JetTable::Delete(RowId row) {
+  file_.Telling([&] { Writer().Delete(StoredId(row)); });
+}
+
+}  // namespace dao

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <memory>
+
+#include "platform/dao/JetFile.h"
+#include "platform/dao/Storage.h"
+#include "platform/jet/Table.h"
+#include "platform/jet/TableWriter.h"
+
+namespace dao {
+
+// A table of a Jet 4 file.
+class JetTable : public Table {
+ public:
+  JetTable(JetFile file, jet::Table table);
+
+  const TableDef& Definition() const override { return definition_; }
+  std::unique_ptr<Cursor> Scan(const FieldMask& wanted) override;
+  std::unique_ptr<Cursor> ScanByIndex(std::size_t index, bool backwards, const FieldMask& wanted) override;
+  std::unique_ptr<Cursor> Lookup(std::size_t index, std::span<const Value> key, const FieldMask& wanted) override;
+  void Insert(std::span<const Value> row) override;
+  void Update(RowId row, std::span<const FieldValue> changes) override;
+  void Delete(RowId row) override;
+
+ private:
+  // The key as the index's columns store it; fewer values than given when one of them cannot be a key.
+  std::vector<jet::Value> KeyOf(std::size_t index, std::span<const Value> key) const;
+  jet::Value Stored(std::size_t field, const Value& value) const;
+  jet::TableWriter& Writer();
+
+  const JetFile file_;
+  const jet::Table table_;
+  const TableDef definition_;
+  std::unique_ptr<jet::TableWriter> writer_;  // made by the first change: it looks at relations and every index
+};
+
+}  // namespace dao

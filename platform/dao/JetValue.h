@@ -1,0 +1,19 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "platform/dao/Value.h"
+#include "platform/jet/Definition.h"
+
+namespace dao {
+
+// A stored value as the SQL engine sees it. Text and bytes are views of the stored value; a GUID's text is put into
+// `text`. A number of more digits than a floating-point number has is the nearest one.
+ValueView ViewOf(const jet::Value& stored, std::u16string& text);
+
+// A value of the kind that dao::Value tells for its field, as the column stores it; nothing when it is of another kind
+// or out of the column's range.
+std::optional<jet::Value> StoredOf(const jet::ColumnDefinition& column, const Value& value);
+
+}  // namespace dao

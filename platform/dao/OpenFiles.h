@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QString>
+#include <filesystem>
+#include <memory>
+
+#include "platform/dao/OpenOptions.h"
+#include "platform/jet/Database.h"
+
+namespace dao {
+
+// Opens the file, or gives the opening that this thread had last: the screens open their databases anew for each
+// statement, and what was read of a file stays good until somebody changes it. Between statements an opening holds no
+// lock that keeps others from reading or writing. Throws jet::Error.
+std::shared_ptr<jet::Database> OpenFile(const QString& hostPath, const OpenOptions& options);
+
+std::filesystem::path EncodedPath(const QString& hostPath);
+
+}  // namespace dao

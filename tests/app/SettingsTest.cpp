@@ -1,0 +1,131 @@
+#include "app/Settings.h"
+
+#include "data/Globals.h"
+#include "data/Messages.h"
+#include "platform/runtime/HostPath.h"
+#include "platform/runtime/TextFile.h"
+#include "tests/support/Station.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+
+using namespace Qt::StringLiterals;
+using desktop::MessageBoxScript;
+using testing_support::Station;
+
+namespace {
+
+const QByteArray kFiles = "[Files]\r\nDatabasePath=\\\\studio\\data\r\nExportPath=D:\\uit\r\n";
+const QByteArray kAudio = "[Audio Players]\r\nCard=-1\r\nBuffers=20\r\nBuffer_Size=2048\r\nCallback=3\r\n";
+
+// A program's folder with this settings file, everything in `global` still at its defaults.
+void Begin(const Station& station, const QByteArray& ini) {
+  global = Globals();
+  global.programFolder = runtime::PathText(station.Folder());
+  runtime::WriteFile(global.programFolder + u"\\ovalis.ini"_s, ini);
+}
+
+}  // namespace
+
+TEST(Settings, ReadsTheFoldersAndTheAudioValues) {
+  const Station station;
+  Begin(station, kFiles + kAudio);
+  const MessageBoxScript boxes;
+  GetSettings();
+  EXPECT_TRUE(boxes.Shown().empty());
+  EXPECT_EQ(global.databasePath, u"\\\\studio\\data"_s);
+  EXPECT_EQ(global.exportPath, u"D:\\uit"_s);
+  EXPECT_EQ(global.card, -1);
+  EXPECT_EQ(global.buffers, 20);
+  EXPECT_EQ(global.bufferSize, 2048);
+  EXPECT_EQ(global.callback, 3);
+}
+
+TEST(Settings, WithoutTheAudioSectionTheFoldersStayAndTheReadingStopsAtCard) {
+  const Station station;
+  Begin(station, kFiles);
+  const MessageBoxScript boxes;
+  GetSettings();
+  ASSERT_EQ(boxes.Shown().size(), 1u);
+  EXPECT_EQ(boxes.Last().title, u"GetSettings"_s);
+  EXPECT_EQ(boxes.Last().style, 16);
+  EXPECT_TRUE(boxes.Last().text.contains(u"'Card'"_s)) << boxes.Last().text.toStdString();
+  EXPECT_TRUE(boxes.Last().text.contains(u"ovalis.ini"_s));
+  EXPECT_EQ(global.databasePath, u"\\\\studio\\data"_s);
+  EXPECT_EQ(global.exportPath, u"D:\\uit"_s);
+  EXPECT_EQ(global.card, 0);
+}
+
+TEST(Settings, AValueThatIsNoNumberOrTooLargeKeepsWhatWasReadBeforeIt) {
+  for (const QByteArray& wrong : {QByteArray("twee"), QByteArray("40000"), QByteArray("")}) {
+    const Station station;
+    Begin(station, kFiles + "[Audio Players]\r\nCard=4\r\nBuffers=" + wrong + "\r\nBuffer_Size=2048\r\nCallback=3\r\n");
+    const MessageBoxScript boxes;
+    GetSettings();
+    ASSERT_EQ(boxes.Shown().size(), 1u) << wrong.constData();
+    EXPECT_TRUE(boxes.Last().text.contains(u"'Buffers'"_s));
+    EXPECT_EQ(global.card, 4);
+    EXPECT_EQ(global.buffers, 0);
+    EXPECT_EQ(global.bufferSize, 0);
+  }
+}
+
+TEST(Settings, AMissingTextKeyLeavesItsFolderEmpty) {
+  const Station station;
+  Begin(station, "[Files]\r\nExportPath=D:\\uit\r\n" + kAudio);
+  const MessageBoxScript boxes;
+  GetSettings();
+  EXPECT_TRUE(boxes.Shown().empty());
+  EXPECT_EQ(global.databasePath, QString());
+  EXPECT_EQ(global.exportPath, u"D:\\uit"_s);
+}
+
+TEST(Settings, AMissingFileIsNamedAndEverythingKeepsItsDefault) {
+  const Station station;
+  Begin(station, {});
+  QFile::remove(station.Folder() + u"/ovalis.ini"_s);
+  const MessageBoxScript boxes;
+  GetSettings();
+  ASSERT_EQ(boxes.Shown().size(), 1u);
+  EXPECT_EQ(boxes.Last().title, u"GetSettings"_s);
+  EXPECT_TRUE(boxes.Last().text.contains(global.programFolder + u"\\ovalis.ini"_s));
+  EXPECT_EQ(global.databasePath, QString());
+}
+
+TEST(Settings, AFolderOrGarbageUnderTheFilesNameIsNamed) {
+  const Station station;
+  Begin(station, QByteArray(4000, '\xA7'));
+  {
+    const MessageBoxScript boxes;
+    GetSettings();
+    ASSERT_EQ(boxes.Shown().size(), 1u);
+    EXPECT_TRUE(boxes.Last().text.contains(u"ovalis.ini"_s));
+  }
+  QFile::remove(station.Folder() + u"/ovalis.ini"_s);
+  QDir(station.Folder()).mkdir(u"ovalis.ini"_s);
+  const MessageBoxScript boxes;
+  GetSettings();
+  ASSERT_EQ(boxes.Shown().size(), 1u);
+  EXPECT_TRUE(boxes.Last().text.contains(u"het is een map"_s)) << boxes.Last().text.toStdString();
+}
+
+TEST(Settings, TheDrivesSectionMapsDrivesFromTheProgramsFolderAndNamesThatAnew) {
+  const Station station;
+  Begin(station, kFiles + kAudio + "[Drives]\r\nD=.\r\n\\\\studio\\spots=audio\r\n");
+  const MessageBoxScript boxes;
+  GetSettings();
+  EXPECT_TRUE(boxes.Shown().empty());
+  EXPECT_EQ(runtime::HostPath(u"D:\\export"_s), station.ExportFolder());
+  EXPECT_EQ(runtime::HostPath(u"\\\\STUDIO\\Spots"_s), station.AudioFolder());
+  EXPECT_EQ(global.programFolder, u"D:"_s);
+}
+
+TEST(Settings, AProgramFolderOutsideOfEveryDriveStillWorks) {
+  const Station station;
+  Begin(station, kFiles + kAudio + "[Drives]\r\nD=audio\r\n");
+  GetSettings();
+  EXPECT_EQ(runtime::HostPath(global.programFolder + u"\\data"_s), station.Folder() + u"/data"_s);
+  EXPECT_EQ(global.exportPath, u"D:\\uit"_s);
+}

@@ -1,0 +1,148 @@
+#include "data/SpotState.h"
+#include "catalogue/SpotView.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QDate kToday(2025, 3, 11);
+
+QDateTime At(int hour) {
+  return {kToday, QTime(hour, 30)};
+}
+
+// An active spot with its file, in the middle of its validity.
+SpotFacts Running() {
+  SpotFacts spot;
+  spot.path = u"Z:\\spot.wav"_s;
+  spot.aktief = true;
+  spot.startDatum = kToday.addDays(-10);
+  spot.eindDatum = kToday.addDays(40);
+  spot.startUur = 0;
+  spot.eindUur = 23;
+  spot.file = runtime::Presence::There;
+  return spot;
+}
+
+SpotState StateWith(const std::function<void(SpotFacts&)>& change, int hour = 14) {
+  SpotFacts spot = Running();
+  change(spot);
+  return StateOf(spot, At(hour));
+}
+
+}  // namespace
+
+TEST(SpotState, RunsWithinItsDates) {
+  EXPECT_EQ(StateOf(Running(), At(14)), SpotState::Loopt);
+  EXPECT_EQ(StateText(Running(), SpotState::Loopt), u"loopt t/m 20-04-2025"_s);
+}
+
+TEST(SpotState, FirstAndLastDayBelongToTheValidity) {
+  EXPECT_EQ(StateWith([](auto& spot) { spot.startDatum = kToday; }), SpotState::Loopt);
+  EXPECT_EQ(StateWith([](auto& spot) { spot.startDatum = kToday.addDays(1); }), SpotState::Begint);
+  EXPECT_EQ(StateWith([](auto& spot) { spot.eindDatum = kToday; }), SpotState::Verloopt);
+  EXPECT_EQ(StateWith([](auto& spot) { spot.eindDatum = kToday.addDays(-1); }), SpotState::Verlopen);
+}
+
+TEST(SpotState, EndsSoonFromSevenDaysBeforeTheLastDay) {
+  EXPECT_EQ(StateWith([](auto& spot) { spot.eindDatum = kToday.addDays(7); }), SpotState::Verloopt);
+  EXPECT_EQ(StateWith([](auto& spot) { spot.eindDatum = kToday.addDays(8); }), SpotState::Loopt);
+}
+
+TEST(SpotState, DatesThatAreMissingSetNoLimit) {
+  const auto withoutDates = [](SpotFacts& spot) { spot.startDatum = spot.eindDatum = std::nullopt; };
+  EXPECT_EQ(StateWith(withoutDates), SpotState::Loopt);
+  SpotFacts spot = Running();
+  withoutDates(spot);
+  EXPECT_EQ(StateText(spot, SpotState::Loopt), u"loopt"_s);
+}
+
+TEST(SpotState, HoursCountOnEachDayBothInclusive) {
+  const auto seven = [](SpotFacts& spot) { spot.startUur = 7, spot.eindUur = 18; };
+  EXPECT_EQ(StateWith(seven, 6), SpotState::BuitenUren);
+  EXPECT_EQ(StateWith(seven, 7), SpotState::Loopt);
+  EXPECT_EQ(StateWith(seven, 18), SpotState::Loopt);
+  EXPECT_EQ(StateWith(seven, 19), SpotState::BuitenUren);
+}
+
+TEST(SpotState, HoursMayRunOverMidnight) {
+  const auto night = [](SpotFacts& spot) { spot.startUur = 22, spot.eindUur = 5; };
+  EXPECT_EQ(StateWith(night, 23), SpotState::Loopt);
+  EXPECT_EQ(StateWith(night, 5), SpotState::Loopt);
+  EXPECT_EQ(StateWith(night, 6), SpotState::BuitenUren);
+}
+
+TEST(SpotState, HoursThatAreMissingSetNoLimit) {
+  EXPECT_EQ(StateWith([](auto& spot) { spot.startUur = spot.eindUur = std::nullopt; }, 0), SpotState::Loopt);
+}
+
+TEST(SpotState, OnlyAFileKnownToBeGoneIsMissing) {
+  EXPECT_EQ(StateWith([](auto& spot) { spot.file = runtime::Presence::NotThere; }), SpotState::BestandOntbreekt);
+  EXPECT_EQ(StateWith([](auto& spot) { spot.file = runtime::Presence::NotReachable; }), SpotState::Loopt);
+  EXPECT_EQ(StateWith([](auto& spot) { spot.file = std::nullopt; }), SpotState::Loopt);
+  EXPECT_EQ(StateWith([](auto& spot) { spot.path.clear(); }), SpotState::BestandOntbreekt);
+}
+
+// Each change alone would give its state; together the first of the list wins.
+TEST(SpotState, FirstMatchWins) {
+  SpotFacts spot = Running();
+  spot.startUur = spot.eindUur = 3;
+  EXPECT_EQ(StateOf(spot, At(14)), SpotState::BuitenUren);
+  spot.eindDatum = kToday.addDays(3);
+  EXPECT_EQ(StateOf(spot, At(14)), SpotState::Verloopt);
+  spot.startDatum = kToday.addDays(2);
+  EXPECT_EQ(StateOf(spot, At(14)), SpotState::Begint);
+  spot.eindDatum = kToday.addDays(-3);
+  EXPECT_EQ(StateOf(spot, At(14)), SpotState::Verlopen);
+  spot.file = runtime::Presence::NotThere;
+  EXPECT_EQ(StateOf(spot, At(14)), SpotState::BestandOntbreekt);
+  spot.aktief = false;
+  EXPECT_EQ(StateOf(spot, At(14)), SpotState::NietAktief);
+}
+
+TEST(SpotState, WordsTellTheDateThatMatters) {
+  SpotFacts spot = Running();
+  EXPECT_EQ(StateText(spot, SpotState::Begint), u"begint 01-03-2025"_s);
+  EXPECT_EQ(StateText(spot, SpotState::Verloopt), u"verloopt 20-04-2025"_s);
+  EXPECT_EQ(StateText(spot, SpotState::Verlopen), u"verlopen op 20-04-2025"_s);
+  EXPECT_EQ(StateText(spot, SpotState::NietAktief), u"niet aktief"_s);
+  EXPECT_EQ(StateText(spot, SpotState::BestandOntbreekt), u"geluidsbestand ontbreekt"_s);
+  EXPECT_EQ(StateText(spot, SpotState::BuitenUren), u"nu buiten de uren"_s);
+}
+
+TEST(SpotCounts, TellsOnlyWhatThereIs) {
+  SpotCounts counts;
+  EXPECT_EQ(counts.Text(), QString());
+  counts.Add(SpotState::Loopt);
+  counts.Add(SpotState::Begint);
+  EXPECT_EQ(counts.Text(), u"1 loopt, 1 begint later"_s);
+}
+
+TEST(SpotCounts, EverySpotIsCountedInOnePart) {
+  SpotCounts counts;
+  for (int state = 0; state < kSpotStates; ++state) {
+    counts.Add(static_cast<SpotState>(state));
+    counts.Add(static_cast<SpotState>(state));
+  }
+  EXPECT_EQ(counts.All(), 14);
+  EXPECT_EQ(counts.Text(),
+            u"4 lopen, 2 beginnen later, 2 verlopen binnen 7 dagen, 4 voorbij of niet aktief, 2 zonder bestand"_s);
+}
+
+TEST(SpotView, RunningTodayIncludesWhatEndsSoonAndWhatIsOutsideItsHours) {
+  SpotCounts counts;
+  for (int state = 0; state < kSpotStates; ++state)
+    counts.Add(static_cast<SpotState>(state));
+  EXPECT_EQ(CountIn(SpotView::Alle, counts), 7);
+  EXPECT_EQ(CountIn(SpotView::LopenVandaag, counts), 3);
+  EXPECT_EQ(CountIn(SpotView::VerlopenBinnenkort, counts), 1);
+  EXPECT_EQ(CountIn(SpotView::ZonderBestand, counts), 1);
+  EXPECT_EQ(CountIn(SpotView::BeginnenLater, counts), 1);
+  EXPECT_EQ(CountIn(SpotView::VoorbijOfNietAktief, counts), 2);
+  EXPECT_TRUE(Matches(SpotView::LopenVandaag, SpotState::Verloopt));
+  EXPECT_FALSE(Matches(SpotView::LopenVandaag, SpotState::BestandOntbreekt));
+}

@@ -1,0 +1,108 @@
+#include "platform/audio/Synth.h"
+#include "tests/tools/RunTool.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QTemporaryDir>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class Tool : public testing::Test {
+ protected:
+  QString At(const QString& name) const { return folder_.path() + u'/' + name; }
+  QString Local() const { return At(u"data/OvalistoLocal.mdb"_s); }
+  QString Server() const { return At(u"server/OvalistoServer.mdb"_s); }
+  ToolRun Create(const QStringList& options = {}) const {
+    return RunTool(QStringList{u"create"_s, folder_.path()} + options);
+  }
+
+  QTemporaryDir folder_;
+};
+
+}  // namespace
+
+TEST_F(Tool, CreateMakesSettingsAndDatabasesOfAStationWithoutANumber) {
+  EXPECT_EQ(Create({u"--name"_s, u"Radio Proef"_s}).exitCode, kDone);
+  EXPECT_TRUE(QFile::exists(At(u"ovalis.ini"_s)));
+  EXPECT_TRUE(QFile::exists(At(u"data/work.mdb"_s)));
+  EXPECT_EQ(RunTool({u"tables"_s, Server()}).out,
+            "tblItemPingles\t0\ntblItems\t0\ntblItemsItemSpots\t0\ntblItemSpots\t0\n");
+  EXPECT_EQ(RunTool({u"dump"_s, Local(), u"cdeLicenties"_s}).out, "LicentieNummer,RadioNaam\r\n0,Radio Proef\r\n");
+  EXPECT_EQ(RunTool({u"sql"_s, Local(), u"SELECT COUNT(*) AS n FROM appMessages"_s}).out, "n\r\n13\r\n");
+}
+
+TEST_F(Tool, CreateMakesANumberedStationAndListsItAtTheStart) {
+  EXPECT_EQ(Create({u"--station"_s, u"3"_s, u"--name"_s, u"Drie"_s}).exitCode, kDone);
+  EXPECT_TRUE(QFile::exists(At(u"server/OvalistoServer3.mdb"_s)));
+  for (const QString& file : {u"data/OvalistoLocal3.mdb"_s, u"data/OvalistoLocal.mdb"_s}) {
+    EXPECT_EQ(RunTool({u"dump"_s, At(file), u"cdeLicenties"_s}).out, "LicentieNummer,RadioNaam\r\n3,Drie\r\n");
+  }
+}
+
+TEST_F(Tool, CreateNeverReplacesAStation) {
+  ASSERT_EQ(Create().exitCode, kDone);
+  const ToolRun again = Create();
+  EXPECT_EQ(again.exitCode, kFailed);
+  EXPECT_NE(again.err.find("OvalistoLocal.mdb"), std::string::npos) << again.err;
+}
+
+TEST_F(Tool, CreateRefusesANumberThatIsNone) {
+  EXPECT_EQ(Create({u"--station"_s, u"drie"_s}).exitCode, kFailed);
+  EXPECT_EQ(Create({u"--station"_s, u"-1"_s}).exitCode, kFailed);
+  EXPECT_EQ(Create({u"--station"_s, u"40000"_s}).exitCode, kFailed);
+  EXPECT_FALSE(QFile::exists(Local()));
+}
+
+TEST_F(Tool, SqlChangesRowsAndSaysHowMany) {
+  ASSERT_EQ(Create().exitCode, kDone);
+  EXPECT_EQ(RunTool({u"sql"_s, Server(), u"INSERT INTO tblItemSpots (ID, Naam, StartDatum, Aktief) VALUES (1, \"Jan's, "
+                                         u"spot\", 45658.5, 1)"_s})
+                .out,
+            "1\n");
+  EXPECT_EQ(RunTool({u"sql"_s, Server(), u"SELECT ID, Path, Naam, StartDatum FROM tblItemSpots"_s}).out,
+            "ID,Path,Naam,StartDatum\r\n1,,\"Jan's, spot\",2025-01-01 12:00:00\r\n");
+  EXPECT_EQ(RunTool({u"sql"_s, Server(), u"DELETE FROM tblItemSpots"_s}).out, "1\n");
+}
+
+TEST_F(Tool, SchemaShowsFieldsAndIndexes) {
+  ASSERT_EQ(Create().exitCode, kDone);
+  const std::string text = RunTool({u"schema"_s, Server(), u"tblItemsItemSpots"_s}).out;
+  EXPECT_NE(text.find("tblItemsItemSpots\n  ItemID Long"), std::string::npos) << text;
+  EXPECT_NE(text.find("  index PrimaryKey (ItemID, ItemSpotOrder) primary unique required\n"), std::string::npos) << text;
+  EXPECT_NE(RunTool({u"schema"_s, Local(), u"tblOfflineLog"_s}).out.find("SqlSyntax Memo"), std::string::npos);
+}
+
+TEST_F(Tool, MeasureTellsMillisecondsAndNamesWhatCannotBeMeasured) {
+  audio::ToneOptions options;
+  options.seconds = 1.5;
+  options.sampleRate = 8000;
+  audio::WriteToneFile(At(u"a.wav"_s).toStdString(), options);
+  const ToolRun run = RunTool({u"measure"_s, At(u"a.wav"_s), At(u"weg.mp3"_s)});
+  EXPECT_EQ(run.out, At(u"a.wav"_s).toStdString() + "\t1500\n");
+  EXPECT_EQ(run.exitCode, kFailed);
+  EXPECT_NE(run.err.find("weg.mp3"), std::string::npos) << run.err;
+}
+
+TEST_F(Tool, WrongUseIsToldWithTheUsage) {
+  EXPECT_EQ(RunTool({}).exitCode, kWrongUse);
+  EXPECT_EQ(RunTool({u"--help"_s}).exitCode, kDone);
+  EXPECT_NE(RunTool({u"--help"_s}).out.find("create MAP"), std::string::npos);
+  EXPECT_EQ(RunTool({u"vernietig"_s}).exitCode, kWrongUse);
+  EXPECT_EQ(RunTool({u"dump"_s, u"x"_s}).exitCode, kWrongUse);
+  EXPECT_EQ(RunTool({u"tables"_s, u"x"_s, u"--hard"_s}).exitCode, kFailed);
+}
+
+TEST_F(Tool, AFileThatIsNoDatabaseIsNamed) {
+  QFile file(At(u"rommel.mdb"_s));
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write("dit is geen database");
+  file.close();
+  for (const QString& path : {At(u"rommel.mdb"_s), At(u"weg.mdb"_s), folder_.path()}) {
+    const ToolRun run = RunTool({u"tables"_s, path});
+    EXPECT_EQ(run.exitCode, kFailed);
+    EXPECT_NE(run.err.find(path.toStdString()), std::string::npos) << run.err;
+  }
+}
