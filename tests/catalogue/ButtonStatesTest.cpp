@@ -36,19 +36,18 @@ std::unique_ptr<Form> FormOf(Kind kind) {
   return std::make_unique<frmItemPingles>(nullptr);
 }
 
+bool IsPossible(const Situation& now) {
+  if (now.kind == Kind::Pingles) return now.aktieve && !now.nietAktieve && now.last != Last::CheckBox;
+  return !now.selected || now.aktieve || now.nietAktieve;  // else there is nothing to select
+}
+
 std::vector<Situation> AllSituations() {
   std::vector<Situation> all;
   for (const Kind kind : {Kind::Spots, Kind::Items, Kind::Pingles}) {
-    for (const bool aktieve : {true, false}) {
-      for (const bool nietAktieve : {true, false}) {
-        for (const bool selected : {true, false}) {
-          for (const Last last : {Last::Selection, Last::CheckBox, Last::Refill}) {
-            const bool boxes = kind != Kind::Pingles;
-            if (!boxes && (!aktieve || nietAktieve || last == Last::CheckBox)) continue;
-            if (boxes && selected && !aktieve && !nietAktieve) continue;  // nothing there to select
-            all.push_back({kind, aktieve, nietAktieve, selected, last});
-          }
-        }
+    for (const Last last : {Last::Selection, Last::CheckBox, Last::Refill}) {
+      for (int bits = 0; bits < 8; ++bits) {
+        const Situation situation{kind, (bits & 1) != 0, (bits & 2) != 0, (bits & 4) != 0, last};
+        if (IsPossible(situation)) all.push_back(situation);
       }
     }
   }

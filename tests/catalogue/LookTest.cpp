@@ -74,7 +74,7 @@ class CatalogueLook : public CatalogueTest {
   }
 
   static constexpr QSize kListSize{920, 600};  // however small the test's screen is
-  static constexpr qint32 kDay = 45727;  // 11-03-2025
+  static constexpr qint32 kDay = 45727;        // 11-03-2025
   runtime::ClockScope clock_{QDateTime(runtime::DateOfDayNumber(kDay), QTime(14, 32))};
   desktop::Theme theme_;
 };

@@ -130,7 +130,8 @@ TEST_F(OverviewSearch, F5ReadsTheTableAgainAndRunsTheRule) {
 
 // After a visit to an editor the user finds the neighbours of the record again.
 TEST_F(OverviewSearch, RefillKeepsThePlaceInALongList) {
-  for (int id = 10; id < 110; ++id) AddItem(id, u"Blok %1"_s.arg(id));
+  for (int id = 10; id < 110; ++id)
+    AddItem(id, u"Blok %1"_s.arg(id));
   QTest::keyClick(&form_, Qt::Key_F5);
   QCoreApplication::processEvents();
   QScrollBar& place = *List(form_).verticalScrollBar();

@@ -105,6 +105,7 @@ TEST_F(Player, StopsOnlyWhenTheEndHasBeenHeard) {
   output_.SetPending(4410);
   player_.Start();
   output_.PullToEnd();
+  ASSERT_TRUE(output_.AwaitPendingAsked(3)) << "the player watches what is still to be heard";
   EXPECT_EQ(player_.State(), audio::kPlaying);
   EXPECT_EQ(player_.Position(), 900);
   output_.SetPending(0);
