@@ -26,7 +26,8 @@ desktop::Variant ThemeOf(const QString& text) {
 
 }  // namespace
 
-StartOptions ParseStartOptions(const QStringList& arguments, const QString& environmentFolder, const QString& ownFolder) {
+StartOptions ParseStartOptions(const QStringList& arguments, const QString& environmentFolder,
+                               const QString& ownFolder) {
   StartOptions options;
   options.folder = environmentFolder.isEmpty() ? ownFolder : environmentFolder;
   for (qsizetype at = 0; at < arguments.size(); ++at) {

@@ -15,8 +15,9 @@ struct StartOptions {
 };
 
 // `arguments` without the program's name, and without those that Qt itself takes. `environmentFolder`: the value of
-// SPOTROOSTER_FOLDER, `ownFolder`: the folder of the executable. An unknown option, a missing value or a wrong theme is a
-// runtime::Error.
-StartOptions ParseStartOptions(const QStringList& arguments, const QString& environmentFolder, const QString& ownFolder);
+// SPOTROOSTER_FOLDER, `ownFolder`: the folder of the executable. An unknown option, a missing value or a wrong theme is
+// a runtime::Error.
+StartOptions ParseStartOptions(const QStringList& arguments, const QString& environmentFolder,
+                               const QString& ownFolder);
 
 QString HelpText();

@@ -42,7 +42,9 @@ QSize StatusPanel::sizeHint() const {
   return {2 * kMargin + kIconSide + kGap + metrics.horizontalAdvance(text_) + 2, qMax(kHeight, metrics.height() + 8)};
 }
 
-QSize StatusPanel::minimumSizeHint() const { return {qMin(kNarrowest, sizeHint().width()), sizeHint().height()}; }
+QSize StatusPanel::minimumSizeHint() const {
+  return {qMin(kNarrowest, sizeHint().width()), sizeHint().height()};
+}
 
 void StatusPanel::paintEvent(QPaintEvent*) {
   QPainter painter(this);

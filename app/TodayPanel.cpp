@@ -87,6 +87,7 @@ void TodayPanel::ShowNotExported(const std::optional<int>& count) {
 }
 
 void TodayPanel::EnableButtons(bool spots, bool exporting) {
-  for (QPushButton* button : {ui_->cmdLopen, ui_->cmdVerlopen, ui_->cmdZonderBestand}) button->setEnabled(spots);
+  for (QPushButton* button : {ui_->cmdLopen, ui_->cmdVerlopen, ui_->cmdZonderBestand})
+    button->setEnabled(spots);
   ui_->cmdExport->setEnabled(exporting);
 }

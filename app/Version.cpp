@@ -2,6 +2,10 @@
 
 using namespace Qt::StringLiterals;
 
-QString Version() { return QStringLiteral(SPOTROOSTER_VERSION); }
+QString Version() {
+  return QStringLiteral(SPOTROOSTER_VERSION);
+}
 
-QString VersionText() { return u"Versie "_s + Version(); }
+QString VersionText() {
+  return u"Versie "_s + Version();
+}

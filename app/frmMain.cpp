@@ -4,6 +4,7 @@
 #include "app/StationStatus.h"
 #include "app/StatusPanel.h"
 #include "app/Version.h"
+#include "app/frmHandleiding.h"
 #include "app/ui_frmMain.h"
 #include "catalogue/Screens.h"
 #include "data/DatabasePaths.h"
@@ -80,11 +81,15 @@ void frmMain::InitForm() {
   const struct {
     QAction* action;
     QString icon;
-  } icons[] = {{ui_->actItems, u"items"_s},           {ui_->actItemSpots, u"item-spots"_s},
-               {ui_->actItemPingles, u"item-pingles"_s}, {ui_->actExporteren, u"exporteren"_s},
-               {ui_->actInstellingen, u"instellingen"_s}, {ui_->actAfsluiten, u"afsluiten"_s},
+  } icons[] = {{ui_->actItems, u"items"_s},
+               {ui_->actItemSpots, u"item-spots"_s},
+               {ui_->actItemPingles, u"item-pingles"_s},
+               {ui_->actExporteren, u"exporteren"_s},
+               {ui_->actInstellingen, u"instellingen"_s},
+               {ui_->actAfsluiten, u"afsluiten"_s},
                {ui_->actVersie, u"info"_s}};
-  for (const auto& entry : icons) entry.action->setIcon(desktop::Icon(entry.icon));
+  for (const auto& entry : icons)
+    entry.action->setIcon(desktop::Icon(entry.icon));
   auto* gap = new QWidget(this);
   gap->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
   ui_->tlbMain->insertWidget(ui_->actAfsluiten, gap);
@@ -99,7 +104,8 @@ void frmMain::InitStatusBar() {
   pnlModus_->setObjectName(u"pnlModus"_s);
   pnlLog_->setObjectName(u"pnlLog"_s);
   pnlKopie_->setObjectName(u"pnlKopie"_s);
-  for (StatusPanel* panel : {pnlRadio_, pnlModus_, pnlLog_, pnlKopie_}) ui_->staBalk->addWidget(panel);
+  for (StatusPanel* panel : {pnlRadio_, pnlModus_, pnlLog_, pnlKopie_})
+    ui_->staBalk->addWidget(panel);
   pnlKopie_->Show(u"let-op"_s, u"De lokale kopie is leeg"_s, IconTint::Warning);
   auto* version = new QLabel(VersionText(), this);
   version->setObjectName(u"lblVersie"_s);
@@ -189,6 +195,7 @@ void frmMain::mnuItemPingles_Click() {
 }
 
 void frmMain::mnuHandleiding_Click() {
+  Trapped(__func__, [&] { frmHandleiding(this).ShowModal(); });
 }
 
 void frmMain::mnuVersie_Click() {

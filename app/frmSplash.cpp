@@ -80,7 +80,8 @@ void frmSplash::InitTexts() {
   ui_->lblOndertitel->setForegroundRole(QPalette::PlaceholderText);
   ui_->lblVersie->setText(VersionText());
   ui_->lblStap->setForegroundRole(QPalette::PlaceholderText);
-  for (QLabel* label : {ui_->lblVersie, ui_->lblStap}) label->setMinimumHeight(kBandHeight);
+  for (QLabel* label : {ui_->lblVersie, ui_->lblStap})
+    label->setMinimumHeight(kBandHeight);
 }
 
 void frmSplash::ShowStep(const QString& text) {

@@ -22,10 +22,14 @@ namespace {
 
 constexpr int kWrongUse = 2;
 
-void Print(std::FILE* stream, const QString& text) { std::fputs(text.toLocal8Bit().constData(), stream); }
+void Print(std::FILE* stream, const QString& text) {
+  std::fputs(text.toLocal8Bit().constData(), stream);
+}
 
 // Version and help need no display.
-bool IsTextOnly(const StartOptions& options) { return options.showVersion || options.showHelp; }
+bool IsTextOnly(const StartOptions& options) {
+  return options.showVersion || options.showHelp;
+}
 
 void PrintText(const StartOptions& options) {
   Print(stdout, options.showHelp ? HelpText() : u"Spotrooster "_s + Version() + u'\n');
@@ -33,7 +37,8 @@ void PrintText(const StartOptions& options) {
 
 QStringList ArgumentsOf(int argc, char** argv) {
   QStringList arguments;
-  for (int at = 1; at < argc; ++at) arguments += QString::fromLocal8Bit(argv[at]);
+  for (int at = 1; at < argc; ++at)
+    arguments += QString::fromLocal8Bit(argv[at]);
   return arguments;
 }
 
@@ -70,9 +75,9 @@ int main(int argc, char** argv) {
     QApplication::installTranslator(&dutch);
   }
   try {
-    return Run(application, ParseStartOptions(QApplication::arguments().mid(1),
-                                              qEnvironmentVariable("SPOTROOSTER_FOLDER"),
-                                              QApplication::applicationDirPath()));
+    return Run(application,
+               ParseStartOptions(QApplication::arguments().mid(1), qEnvironmentVariable("SPOTROOSTER_FOLDER"),
+                                 QApplication::applicationDirPath()));
   } catch (const runtime::Error& error) {
     Print(stderr, u"spotrooster: "_s + error.Description() + u'\n');
     return kWrongUse;

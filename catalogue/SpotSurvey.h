@@ -1,5 +1,5 @@
 #pragma once
-#include "catalogue/SpotState.h"
+#include "data/SpotState.h"
 #include "platform/dao/Recordset.h"
 
 #include <QHash>

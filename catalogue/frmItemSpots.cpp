@@ -1,7 +1,7 @@
 #include "catalogue/frmItemSpots.h"
 
 #include "catalogue/LocalCopy.h"
-#include "catalogue/SpotDetails.h"
+#include "data/SpotDetails.h"
 #include "catalogue/SpotSurvey.h"
 #include "data/Writes.h"
 #include "platform/desktop/Trapped.h"

@@ -9,7 +9,7 @@ if(CCACHE_PROGRAM)
   set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE_PROGRAM}")
 endif()
 
-find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets Svg Concurrent PrintSupport)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets Svg Concurrent)
 find_package(SQLite3 3.38 REQUIRED)
 find_package(Threads REQUIRED)
 find_package(PkgConfig REQUIRED)

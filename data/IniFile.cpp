@@ -70,7 +70,8 @@ std::optional<Line> ValueOnLine(const QByteArray& bytes, const Line& line, const
   const qsizetype equals = text.indexOf('=');
   if (equals < 0 || !IsSame(text.left(equals), key)) return std::nullopt;
   qsizetype begin = equals + 1;
-  while (begin < text.size() && (text[begin] == ' ' || text[begin] == '\t')) ++begin;
+  while (begin < text.size() && (text[begin] == ' ' || text[begin] == '\t'))
+    ++begin;
   return Line{line.begin + begin, text.size() - begin};
 }
 
@@ -104,7 +105,9 @@ QByteArray WithValue(QByteArray bytes, const QString& section, const QString& ke
 
 }  // namespace
 
-QString IniFile::Value() const { return ValueIn(runtime::ReadFile(path_, kLargestFile), path_, section_, key_); }
+QString IniFile::Value() const {
+  return ValueIn(runtime::ReadFile(path_, kLargestFile), path_, section_, key_);
+}
 
 QMap<QString, QString> IniFile::Values() const {
   CSimpleIniA ini;
@@ -124,8 +127,9 @@ void IniFile::SetValue(const QString& value) const {
   const QByteArray before = isNew ? QByteArray() : runtime::ReadFile(path_, kLargestFile);
   const QByteArray after = WithValue(before, section_, key_, value);
   if (ValueIn(after, path_, section_, key_) != value) {
-    throw runtime::Error(u"De waarde '%1' van '%2' kan niet worden bewaard in '%3': het bestand kan deze tekens niet "
-                         "bevatten."_s.arg(value, key_, path_));
+    throw runtime::Error(
+        u"De waarde '%1' van '%2' kan niet worden bewaard in '%3': het bestand kan deze tekens niet "
+        "bevatten."_s.arg(value, key_, path_));
   }
   runtime::WriteFile(path_, after);
 }

@@ -9,9 +9,8 @@ inline void OnOptionClick(QRadioButton* button, const std::function<void()>& han
   QObject::connect(button, &QRadioButton::toggled, button, [handler](bool chosen) {
     if (chosen) handler();
   });
-  QObject::connect(button, &QRadioButton::pressed, button, [button] {
-    button->setProperty("chosenBefore", button->isChecked());
-  });
+  QObject::connect(button, &QRadioButton::pressed, button,
+                   [button] { button->setProperty("chosenBefore", button->isChecked()); });
   QObject::connect(button, &QRadioButton::clicked, button, [button, handler] {
     if (button->property("chosenBefore").toBool()) handler();
   });

@@ -25,8 +25,12 @@ void ExportDrawing::SetProgress(double progress) {
   update();
 }
 
-QSize ExportDrawing::sizeHint() const { return {2 * (kIconSide + kGap) + (kDots - 1) * kDotStep, 64}; }
-QSize ExportDrawing::minimumSizeHint() const { return {sizeHint().width(), kIconSide}; }
+QSize ExportDrawing::sizeHint() const {
+  return {2 * (kIconSide + kGap) + (kDots - 1) * kDotStep, 64};
+}
+QSize ExportDrawing::minimumSizeHint() const {
+  return {sizeHint().width(), kIconSide};
+}
 
 void ExportDrawing::paintEvent(QPaintEvent*) {
   QPainter painter(this);

@@ -22,7 +22,9 @@ QString HostFolder(const QString& folder) {
 
 }  // namespace
 
-FolderSelect::FolderSelect(QWidget* owner, const QString& name) : QObject(owner), owner_(owner) { setObjectName(name); }
+FolderSelect::FolderSelect(QWidget* owner, const QString& name) : QObject(owner), owner_(owner) {
+  setObjectName(name);
+}
 
 QString FolderSelect::Browse() {
   const QString start = HostFolder(folder_);
@@ -30,9 +32,9 @@ QString FolderSelect::Browse() {
   if (chosen == start) return folder_;
   folder_ = runtime::PathText(chosen);
   if (!runtime::IsMapped(chosen)) {
-    ShowItemsMessage(u"De map '%1' ligt buiten de schijven van ovalis.ini. Andere computers vinden ze zo niet terug."_s.arg(
-                         chosen),
-                     48);
+    ShowItemsMessage(
+        u"De map '%1' ligt buiten de schijven van ovalis.ini. Andere computers vinden ze zo niet terug."_s.arg(chosen),
+        48);
   }
   return folder_;
 }

@@ -24,7 +24,8 @@ void OfflineLogExport::Add(const QVariant& sqlSyntax) {
 }
 
 QString AlteredWarning(const QStringList& altered, const QString& path) {
-  QString text = u"In '%1' zijn tekens die het bestand niet kan bevatten vervangen door een vraagteken, in:"_s.arg(path);
+  QString text =
+      u"In '%1' zijn tekens die het bestand niet kan bevatten vervangen door een vraagteken, in:"_s.arg(path);
   for (const QString& statement : altered.first(qMin(altered.size(), kMostNamed))) {
     text += u"\n\n"_s + (statement.size() > kLongestNamed ? statement.left(kLongestNamed) + u" ..."_s : statement);
   }

@@ -6,7 +6,8 @@
 #include <QVariant>
 
 // The content of one export file for the companion tool: the statements of the offline log, one a line in the order in
-// which they are added, each trimmed of blanks and ended by ";", carriage return and line feed. Windows-1252, no header.
+// which they are added, each trimmed of blanks and ended by ";", carriage return and line feed. Windows-1252, no
+// header.
 class OfflineLogExport {
  public:
   // The file's name for that moment: its date and time to the second, and the extension tql.

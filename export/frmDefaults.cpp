@@ -79,7 +79,9 @@ void frmDefaults::cmdDatabasePath_Click() {
   });
 }
 
-bool frmDefaults::OpslaanProceed() { return true; }
+bool frmDefaults::OpslaanProceed() {
+  return true;
+}
 
 void frmDefaults::cmdOk_Click() {
   Trapped(__func__, [&] {

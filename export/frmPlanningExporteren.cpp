@@ -23,7 +23,9 @@ namespace {
 constexpr QSize kOpeningSize(560, 300);
 
 // The caption while an export runs; it is also what tells that one does.
-QString Interrupt() { return u"Onderbreken"_s; }
+QString Interrupt() {
+  return u"Onderbreken"_s;
+}
 
 }  // namespace
 
@@ -95,7 +97,8 @@ bool frmPlanningExporteren::OpslaanProceed() {
 }
 
 bool frmPlanningExporteren::ConfirmEarlierExports() {
-  if (ShowItemsMessage(u"Heeft U de vorige export-files reeds verwerkt met Kadrovia ?"_s, 36) == kAnswerYes) return true;
+  if (ShowItemsMessage(u"Heeft U de vorige export-files reeds verwerkt met Kadrovia ?"_s, 36) == kAnswerYes)
+    return true;
   desktop::ShowMessageBox(
       this, u"Om data-verlies te vermijden, dient U eerst de vorige export-files te verwerken met Kadrovia !"_s, 48,
       u"Items"_s);
@@ -165,11 +168,12 @@ void frmPlanningExporteren::Opslaan() {
 
 QString frmPlanningExporteren::ExportLog(const QString& folder, OfflineLogExport& content) {
   dao::Database database = dao::OpenDatabase(global.localDatabasePath);
-  dao::Recordset rows = database.OpenRecordset(
-      u"SELECT tblOfflineLog.SqlSyntax From tblOfflineLog ORDER BY tblOfflineLog.ID"_s);
+  dao::Recordset rows =
+      database.OpenRecordset(u"SELECT tblOfflineLog.SqlSyntax From tblOfflineLog ORDER BY tblOfflineLog.ID"_s);
   if (rows.Bof() && rows.Eof()) return {};
   const QString path = folder + u'\\' + OfflineLogExport::FileName(runtime::Now());
-  for (; !rows.Eof(); rows.MoveNext()) content.Add(rows.Field(u"SqlSyntax"_s));
+  for (; !rows.Eof(); rows.MoveNext())
+    content.Add(rows.Field(u"SqlSyntax"_s));
   runtime::WriteFile(path, content.Bytes());
   return path;
 }

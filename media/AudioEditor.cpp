@@ -58,8 +58,10 @@ void AudioEditor::SetMargins() {
 // On a small screen the fields scroll above the buttons: a line then parts the two, and the focus stays in sight.
 void AudioEditor::WireScrolling() {
   controls_.linKnoppen->hide();
-  connect(controls_.scrInhoud->verticalScrollBar(), &QScrollBar::rangeChanged, controls_.linKnoppen,
-          [line = controls_.linKnoppen](int, int maximum) { line->setVisible(maximum > 0); });
+  connect(
+      controls_.scrInhoud->verticalScrollBar(), &QScrollBar::rangeChanged, controls_.linKnoppen,
+      [line = controls_.linKnoppen](int, int maximum) { line->setVisible(maximum > 0); },
+      Qt::QueuedConnection);  // the range changes while the layout is at work
   connect(qApp, &QApplication::focusChanged, this, [this](const QWidget*, QWidget* now) {
     if (now != nullptr && controls_.scrInhoud->isAncestorOf(now)) controls_.scrInhoud->ensureWidgetVisible(now);
   });
@@ -74,6 +76,8 @@ void AudioEditor::Form_Load() {
     InitControls();
     InitCommands();
     controls_.preview->InitAudio();
+    // A new record begins with its file, another one with its name.
+    (isNew_ ? static_cast<QWidget*>(controls_.cmdPath) : controls_.txtNaam)->setFocus();
   });
 }
 

@@ -125,6 +125,7 @@ void AudioPreview::OpenFile(const QString& bestand) {
   try {
     if (path.isEmpty()) throw runtime::Error(u"Er is nog geen geluidsbestand gekozen: kies er een met 'Path ...'."_s);
     presence_ = LookFor(path);
+    lookedFor_ = path;
     RequirePresent(path, presence_);
     const QString hostPath = runtime::HostPath(path);
     player_->Open(hostPath);
@@ -155,6 +156,11 @@ void AudioPreview::DrawTime() {
 
 QString AudioPreview::LastFolder() const {
   return player_->FileName().isEmpty() ? QString() : QFileInfo(player_->FileName()).path();
+}
+
+std::optional<runtime::Presence> AudioPreview::FilePresence(const QString& path) const {
+  if (path != lookedFor_) return std::nullopt;
+  return presence_;
 }
 
 void AudioPreview::Close() {

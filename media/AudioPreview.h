@@ -41,8 +41,8 @@ class AudioPreview : public QGroupBox {
   void FillMix(qint32 mixPunt);
   qint32 MixPunt() const;
 
-  // How the last file was found, or not.
-  runtime::Presence FilePresence() const { return presence_; }
+  // How the file at a path text was found when it was last opened; nothing when another one was.
+  std::optional<runtime::Presence> FilePresence(const QString& path) const;
   // Folder of the host from which the last file came; empty before the first one.
   QString LastFolder() const;
 
@@ -104,5 +104,6 @@ class AudioPreview : public QGroupBox {
   qint16 lastSeconds_ = 0;
   qint16 lastMilliseconds_ = 0;
   std::optional<qint32> keptMix_;  // the record's mix point while the user has not set another
+  QString lookedFor_;              // path text of the file opened last, whether that succeeded or not
   runtime::Presence presence_ = runtime::Presence::There;
 };

@@ -15,10 +15,10 @@ ValidityLine::ValidityLine(QWidget* parent) : QWidget(parent) {
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
 }
 
-void ValidityLine::Show(const ValidityRemark& remark) {
+void ValidityLine::Show(const controls::LineDetails& remark) {
   remark_ = remark;
   setAccessibleName(remark_.word);
-  setToolTip(remark_.word);
+  setToolTip(remark_.toolTip);
   update();
 }
 

@@ -1,5 +1,5 @@
 #pragma once
-#include "media/SpotValidity.h"
+#include "platform/controls/ListLine.h"
 
 #include <QWidget>
 
@@ -11,8 +11,8 @@ class ValidityLine : public QWidget {
  public:
   explicit ValidityLine(QWidget* parent = nullptr);
 
-  void Show(const ValidityRemark& remark);
-  const ValidityRemark& Remark() const { return remark_; }
+  void Show(const controls::LineDetails& remark);
+  const controls::LineDetails& Remark() const { return remark_; }
   QString Text() const { return remark_.word; }
 
   QSize sizeHint() const override;
@@ -21,5 +21,5 @@ class ValidityLine : public QWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  ValidityRemark remark_;
+  controls::LineDetails remark_;
 };

@@ -5,7 +5,7 @@
 #include "data/Writes.h"
 #include "media/AudioPreview.h"
 #include "media/ControlsOf.h"
-#include "media/SpotValidity.h"
+#include "media/ValidityRemark.h"
 #include "platform/audio/AudioPlayer.h"
 #include "platform/desktop/Trapped.h"
 #include "platform/runtime/Clock.h"
@@ -77,6 +77,7 @@ void frmItemSpotsDetail::WireFields() {
   connect(ui_->txtEindUur, &QLineEdit::textChanged, this, &frmItemSpotsDetail::txtEindUur_Change);
   connect(&ui_->preview->Player(), &audio::AudioPlayer::stopped, this, &frmItemSpotsDetail::Player_Stop);
   connect(ui_->chkAktief, &QCheckBox::toggled, this, &frmItemSpotsDetail::ShowValidity);
+  connect(ui_->txtPath, &QLineEdit::textChanged, this, &frmItemSpotsDetail::ShowValidity);
   connect(ui_->preview, &AudioPreview::filePresenceChanged, this, &frmItemSpotsDetail::ShowValidity);
 }
 
@@ -172,12 +173,13 @@ void frmItemSpotsDetail::Player_Stop() {
 }
 
 void frmItemSpotsDetail::ShowValidity() {
-  SpotValidity spot;
+  SpotFacts spot;
+  spot.path = PathToSave();
   spot.aktief = ui_->chkAktief->isChecked();
-  spot.fileMissing = ui_->preview->FilePresence() == runtime::Presence::NotThere;
   spot.startDatum = ui_->cobStart->Date();
   spot.eindDatum = ui_->cobStop->Date();
   spot.startUur = HourOf(ui_->txtStartUur);
   spot.eindUur = HourOf(ui_->txtEindUur);
+  spot.file = ui_->preview->FilePresence(spot.path);
   ui_->lblGeldigheid->Show(RemarkOn(spot, runtime::Now()));
 }

@@ -77,7 +77,7 @@ int LedPanel::Padding() const {
 }
 
 QSize LedPanel::sizeHint() const {
-  const int digits = static_cast<int>(LedAdvance(digitHeight_) * digits_ + 0.5);
+  const int digits = qRound(LedAdvance(digitHeight_) * digits_);
   const int sides = ground_ ? 2 * (Padding() + 2) : 0;
   return {digits + sides, digitHeight_ + 2 * Padding()};
 }

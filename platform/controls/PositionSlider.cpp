@@ -47,7 +47,7 @@ double PositionSlider::KnobX() const {
 int PositionSlider::ValueAt(double x) const {
   const double room = std::max(1.0, width() - 2.0 * kInset);
   const double share = std::clamp((x - kInset) / room, 0.0, 1.0);
-  return static_cast<int>(minimum() + share * (double(maximum()) - minimum()) + 0.5);
+  return qRound(minimum() + share * (double(maximum()) - minimum()));
 }
 
 void PositionSlider::mousePressEvent(QMouseEvent* event) {
@@ -94,13 +94,13 @@ void PositionSlider::keyPressEvent(QKeyEvent* event) {
       Q_EMIT playStopRequested();
       return;
     default:
-      QWidget::keyPressEvent(event);
+      event->ignore();
   }
 }
 
 // The wheel scrolls the window the slider stands in.
 void PositionSlider::wheelEvent(QWheelEvent* event) {
-  QWidget::wheelEvent(event);
+  event->ignore();
 }
 
 // While playing the value changes a hundred times a second: what can't be seen to move is not painted.

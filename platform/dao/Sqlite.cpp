@@ -1,5 +1,7 @@
 #include "platform/dao/Sqlite.h"
 
+#include <cstring>
+
 #include "platform/jet/TextOrder.h"
 
 namespace dao {
@@ -9,6 +11,8 @@ int CompareCallback(void* /*unused*/, int leftBytes, const void* left, int right
   const auto view = [](const void* text, int bytes) {
     return std::u16string_view(static_cast<const char16_t*>(text), static_cast<std::size_t>(bytes) / sizeof(char16_t));
   };
+  // Equal texts are frequent where there is much to compare, and are equal in any order.
+  if (leftBytes == rightBytes && std::memcmp(left, right, static_cast<std::size_t>(leftBytes)) == 0) return 0;
   return jet::TextOrder::Legacy().Compare(view(left, leftBytes), view(right, rightBytes));
 }
 

@@ -9,7 +9,7 @@
 namespace desktop::look {
 
 QColor Mixed(const QColor& one, const QColor& other, double share) {
-  const auto mix = [share](int a, int b) { return static_cast<int>(a + (b - a) * share + 0.5); };
+  const auto mix = [share](int a, int b) { return qRound(a + (b - a) * share); };
   return {mix(one.red(), other.red()), mix(one.green(), other.green()), mix(one.blue(), other.blue())};
 }
 

@@ -36,8 +36,13 @@ unsigned IndexPage::ExactFreeBytes() const {
 void IndexPage::ReadEnds() {
   const PageBytes& page = *page_;
   std::size_t start = kEntriesAt;
-  for (std::size_t i = 0; i < kMaskBytes; ++i) {
-    for (unsigned bits = page[kMaskAt + i]; bits != 0; bits &= bits - 1) {
+  ends_.reserve(kMaskBytes);
+  for (std::size_t i = 0; i < kMaskBytes; i += sizeof(std::uint64_t)) {
+    // The last word reaches past the mask.
+    const std::size_t bytes = std::min(sizeof(std::uint64_t), kMaskBytes - i);
+    std::uint64_t bits = Load<std::uint64_t>(&page[kMaskAt + i]);
+    if (bytes < sizeof bits) bits &= (std::uint64_t{1} << (8 * bytes)) - 1;
+    for (; bits != 0; bits &= bits - 1) {
       const std::size_t end = kEntriesAt + 8 * i + static_cast<unsigned>(std::countr_zero(bits));
       // A stored entry always holds its row pointer: the shared prefix never reaches into it.
       if (end > kPageSize || end < start + PointerBytes()) throw DamageAt(number_, "een indexregel is te kort");

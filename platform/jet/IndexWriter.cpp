@@ -38,6 +38,11 @@ std::size_t SplitPoint(const IndexNode& node, std::size_t wanted) {
   throw Damage("een indexregel is te lang");
 }
 
+RowId RowOf(ByteView entry) {
+  const std::uint8_t* pointer = entry.data() + entry.size() - kPointerBytes;
+  return MakeRowId(LoadU24BigEndian(pointer), pointer[3]);
+}
+
 }  // namespace
 
 Bytes IndexWriter::Entry(ByteView key, RowId row) {
@@ -71,11 +76,15 @@ std::optional<Bytes> IndexWriter::KeyOfRow(RowId row) {
 
 IndexWriter::Path IndexWriter::Find(ByteView entry) {
   Path path;
+  beyondAnOnlyChild_ = false;
   for (std::uint32_t number = root_;;) {
     if (path.size() >= kDeepest) throw DamageAt(root_, "de index is te diep");
     const IndexPage page(pages_.Read(number), number, table_);
     std::size_t place = page.LowerBound(entry);
-    if (!page.IsLeaf() && place == page.Count() && page.Tail() == 0 && place > 0) --place;
+    if (!page.IsLeaf() && place == page.Count() && page.Tail() == 0 && place > 0) {
+      beyondAnOnlyChild_ = true;
+      --place;
+    }
     path.push_back({number, place});
     if (page.IsLeaf()) return path;
     number = page.Child(place);
@@ -85,27 +94,14 @@ IndexWriter::Path IndexWriter::Find(ByteView entry) {
 void IndexWriter::Insert(ByteView key, RowId row) {
   const Bytes entry = Entry(key, row);
   Path path = Find(entry);
+  const bool beyondAnOnlyChild = beyondAnOnlyChild_;
   const Step leaf = path.back();
-  {
-    const IndexPage page(pages_.Read(leaf.page), leaf.page, table_);
-    Bytes there;
-    if (leaf.child < page.Count()) page.CopyEntry(leaf.child, there);
-    if (there == entry) throw DamageAt(leaf.page, "de rij staat al in de index");
-  }
   if (!InsertIntoPage(leaf, entry)) {
     IndexNode node = IndexNode::Load(pages_, leaf.page, table_);
     node.entries.insert(node.entries.begin() + static_cast<std::ptrdiff_t>(leaf.child), entry);
     SaveOrSplit(path, node);
   }
-  if (IsBeyondAnOnlyChild(path, entry)) TellParents(Find(entry), entry);
-}
-
-/// Whether a node on the way lists its only child with an entry that is less than the new one.
-bool IndexWriter::IsBeyondAnOnlyChild(const Path& path, ByteView entry) {
-  return std::any_of(path.begin(), path.end() - 1, [&](const Step& step) {
-    const IndexPage page(pages_.Read(step.page), step.page, table_);
-    return !page.IsLeaf() && page.Tail() == 0 && page.LowerBound(entry) == page.Count();
-  });
+  if (beyondAnOnlyChild) TellParents(Find(entry), entry);
 }
 
 /// The usual case, without taking the page apart: the entry has the page's prefix, and there is room.
@@ -115,6 +111,12 @@ bool IndexWriter::InsertIntoPage(const Step& step, ByteView entry) {
   {
     const PageRef bytes = pages_.Read(step.page);
     const IndexPage page(bytes, step.page, table_);
+    if (step.child < page.Count() && page.Row(step.child) == RowOf(entry)) {
+      Bytes there;
+      page.CopyEntry(step.child, there);
+      if (std::equal(there.begin(), there.end(), entry.begin(), entry.end()))
+        throw DamageAt(step.page, "de rij staat al in de index");
+    }
     shared = LoadU16(bytes->data() + kPrefixAt);
     if (shared > 0) {
       if (step.child == 0 || entry.size() < shared + kPointerBytes) return false;

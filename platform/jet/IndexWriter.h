@@ -41,7 +41,6 @@ class IndexWriter {
   Path Find(ByteView entry);
   bool InsertIntoPage(const Step& step, ByteView entry);
   bool RemoveFromPage(const Step& step);
-  bool IsBeyondAnOnlyChild(const Path& path, ByteView entry);
   void SaveOrSplit(Path& path, IndexNode& node);
   void Split(Path& path, IndexNode& node);
   void GrowRoot(Path& path);
@@ -59,6 +58,8 @@ class IndexWriter {
   std::uint32_t table_;
   std::uint32_t root_;
   MapRow map_;
+  bool beyondAnOnlyChild_ =
+      false;  ///< of the last Find: a node lists its only child with an entry below what was sought
 };
 
 }  // namespace jet

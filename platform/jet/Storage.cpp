@@ -1,6 +1,7 @@
 #include "platform/jet/Storage.h"
 
 #include <algorithm>
+#include <list>
 #include <mutex>
 #include <thread>
 #include <vector>
@@ -296,16 +297,20 @@ void Storage::RaiseCommitCounter() {
 void Storage::WriteChanges() {
   const std::uint32_t oldPages = transaction_->OldPageCount();
   const auto& changed = transaction_->ChangedPages();
-  std::vector<PageBytes> before(changed.size());
-  std::vector<PageBytes> after(changed.size());
+  const bool encoded = DatabaseHeader().encodingKey != 0;
+  std::list<PageBytes> copies;  // stay where they are
   std::vector<PageChange> changes;
   for (const auto& [number, page] : changed) {
-    const std::size_t i = changes.size();
-    after[i] = *page;
-    pages_->ApplyEncoding(number, after[i]);
-    const bool isOld = number < oldPages;
-    if (isOld) file_->ReadAt(std::uint64_t{number} * kPageSize, before[i]);
-    changes.push_back({number, isOld ? &before[i] : nullptr, &after[i]});
+    PageChange change{number, nullptr, page.get()};
+    if (number < oldPages) {
+      file_->ReadAt(std::uint64_t{number} * kPageSize, copies.emplace_back());
+      change.before = &copies.back();
+    }
+    if (encoded) {
+      pages_->ApplyEncoding(number, copies.emplace_back(*page));
+      change.after = &copies.back();
+    }
+    changes.push_back(change);
   }
   const std::uint64_t newSize = std::uint64_t{transaction_->PageCount()} * kPageSize;
   journal_.Commit(*file_, changes, lastSize_, newSize);

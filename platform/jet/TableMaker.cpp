@@ -192,11 +192,15 @@ TableDef TableMaker::Lay(const TableDefinition& table) {
 }
 
 void TableMaker::Make(const TableDefinition& table) {
+  Make(table, PropertiesOf(table));
+}
+
+void TableMaker::Make(const TableDefinition& table, const std::vector<PropertySet>& properties) {
   try {
     CheckTable(table);
     const TableDef def = Lay(table);
     WriteTableDef(pages_, space_, def.page, BuildTableDef(def, BlockOrder::ByNumber));
-    AddTableToCatalogue(pages_, table.name, def.page, PropertiesOf(table));
+    AddTableToCatalogue(pages_, table.name, def.page, properties);
   } catch (const Error& error) {
     throw Error(error.Code(), "Tabel '" + ToUtf8(table.name) + "': " + error.what());
   }

@@ -15,6 +15,8 @@ class TableMaker {
 
   /// An Error (OutOfRange or Duplicate) for what no table can have: too many columns, a name with forbidden characters.
   void Make(const TableDefinition& table);
+  /// The same, with properties that say more than the definition does.
+  void Make(const TableDefinition& table, const std::vector<PropertySet>& properties);
 
  private:
   TableDef Lay(const TableDefinition& table);

@@ -263,7 +263,8 @@ void TableWriter::EncodeField(std::size_t column, const Value& value, Field& fie
 }
 
 void TableWriter::PutLongValues(const Values& values, const std::vector<bool>& changed, Fields& fields) {
-  std::size_t size = BuildRow(def_, fields).size();
+  const bool any = std::any_of(def_.columns.begin(), def_.columns.end(), [](const ColumnDef& c) { return c.IsLong(); });
+  std::size_t size = any ? BuildRow(def_, fields).size() : 0;
   for (std::size_t i = 0; i < fields.size(); ++i) {
     if (!def_.columns[i].IsLong() || !changed[i] || IsNull(values[i])) continue;
     const Bytes bytes = BytesOf(def_.columns[i], values[i]);

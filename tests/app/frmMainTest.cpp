@@ -31,6 +31,7 @@
 #include <QSet>
 #include <QStatusBar>
 #include <QTest>
+#include <QTextBrowser>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -69,7 +70,8 @@ class MainTest : public testing::Test {
     }
   }
   ~MainTest() override {
-    for (const Screen screen : kScreens) RegisterScreen(screen, {});
+    for (const Screen screen : kScreens)
+      RegisterScreen(screen, {});
   }
 
   // Loads the window; in the station selection the line of that name is chosen, or the selection closed when empty.
@@ -203,11 +205,13 @@ TEST_F(MainTest, TheMenuBarReachesEveryScreenAndTheJingleListToo) {
   Load(main, u"Radio Proef"_s);
   QSet<QString> reached;
   for (const QAction* menu : Child<QMenuBar>(main, u"mnuBalk"_s).actions()) {
-    for (const QAction* action : menu->menu()->actions()) reached += action->objectName();
+    for (const QAction* action : menu->menu()->actions())
+      reached += action->objectName();
   }
-  const QStringList actions{u"actItems"_s, u"actItemSpots"_s, u"actItemPingles"_s, u"actExporteren"_s,
+  const QStringList actions{u"actItems"_s,        u"actItemSpots"_s, u"actItemPingles"_s, u"actExporteren"_s,
                             u"actInstellingen"_s, u"actAfsluiten"_s, u"actHandleiding"_s, u"actVersie"_s};
-  for (const QString& name : actions) EXPECT_TRUE(reached.contains(name)) << name.toStdString();
+  for (const QString& name : actions)
+    EXPECT_TRUE(reached.contains(name)) << name.toStdString();
   Action(main, u"actItemPingles"_s).trigger();
   EXPECT_EQ(opened_, QList<Screen>{Screen::ItemPingles});
   EXPECT_EQ(Action(main, u"actItemPingles"_s).shortcut(), QKeySequence(u"Ctrl+3"_s));
@@ -296,7 +300,8 @@ TEST_F(MainTest, AWrongSettingsFileOrDatabaseIsToldAndTheWindowStillOpens) {
   for (const auto& box : boxes.Shown()) {
     titles += box.title;
     EXPECT_EQ(box.style, 16);
-    EXPECT_TRUE(box.text.contains(u"ovalis.ini"_s) || box.text.contains(u"OvalistoLocal.mdb"_s)) << box.text.toStdString();
+    EXPECT_TRUE(box.text.contains(u"ovalis.ini"_s) || box.text.contains(u"OvalistoLocal.mdb"_s))
+        << box.text.toStdString();
   }
   const QStringList expected{u"GetSettings"_s, u"FillCboRadio"_s, u"SetRadioNaam"_s, u"SetOnlineYn"_s};
   EXPECT_EQ(titles, expected);
@@ -316,7 +321,8 @@ TEST_F(MainTest, TheStartProcedureShowsTheSplashUntilTheWindowIsLoaded) {
   const std::unique_ptr<frmMain> main = Start();
   EXPECT_TRUE(splashSeen);
   EXPECT_TRUE(main->isVisible());
-  for (const QWidget* other : QApplication::topLevelWidgets()) EXPECT_NE(other->objectName(), u"frmSplash"_s);
+  for (const QWidget* other : QApplication::topLevelWidgets())
+    EXPECT_NE(other->objectName(), u"frmSplash"_s);
 }
 
 TEST_F(MainTest, HelpTellsTheVersion) {
@@ -326,4 +332,31 @@ TEST_F(MainTest, HelpTellsTheVersion) {
   Action(main, u"actVersie"_s).trigger();
   ASSERT_EQ(boxes.Shown().size(), 1u);
   EXPECT_TRUE(boxes.Last().text.contains(VersionText()));
+}
+
+TEST_F(MainTest, HelpShowsTheManual) {
+  frmMain main;
+  Load(main, u"Radio Proef"_s);
+  ModalDriver driver;
+  QString text;
+  driver.OnNext(u"frmHandleiding"_s, [&](QDialog& window) {
+    text = Child<QTextBrowser>(window, u"txtHandleiding"_s).toPlainText();
+    Child<QPushButton>(window, u"cmdSluiten"_s).click();
+  });
+  Action(main, u"actHandleiding"_s).trigger();
+  EXPECT_TRUE(text.startsWith(u"Handleiding van Spotrooster"_s)) << text.left(60).toStdString();
+  EXPECT_TRUE(text.contains(u"ovalis.ini"_s));
+}
+
+TEST_F(MainTest, TonenOpensTheSpotListNarrowedToItsRow) {
+  frmMain main;
+  Load(main, u"Radio Proef"_s);
+  ModalDriver driver;
+  QString narrowed;
+  driver.OnNext(u"frmItemSpots"_s, [&](QDialog& window) {
+    narrowed = Child<ComboBox>(window, u"cboToestand"_s).currentText();
+    window.close();
+  });
+  Child<QPushButton>(main, u"cmdVerlopen"_s).click();
+  EXPECT_EQ(narrowed, TextOf(SpotView::VerlopenBinnenkort));
 }

@@ -84,9 +84,12 @@ TEST_F(IniFileTest, AFileThatIsNotThereIsAnErrorThatNamesIt) {
 }
 
 TEST_F(IniFileTest, WritingReplacesTheValueInTheFilesOwnBytes) {
-  Write("; Stra\xDF" "e\r\n[Other]\r\nDatabasePath=o\r\n\r\n[files]\r\n databasepath =  old \r\nExportPath=e\r\nline\r\n");
+  Write(
+      "; Stra\xDF"
+      "e\r\n[Other]\r\nDatabasePath=o\r\n\r\n[files]\r\n databasepath =  old \r\nExportPath=e\r\nline\r\n");
   File(u"Files"_s, u"DatabasePath"_s).SetValue(u"Café"_s);
-  EXPECT_EQ(Content(), QByteArray("; Stra\xDF" "e\r\n[Other]\r\nDatabasePath=o\r\n\r\n[files]\r\n databasepath =  Caf\xE9\r\n"
+  EXPECT_EQ(Content(), QByteArray("; Stra\xDF"
+                                  "e\r\n[Other]\r\nDatabasePath=o\r\n\r\n[files]\r\n databasepath =  Caf\xE9\r\n"
                                   "ExportPath=e\r\nline\r\n"));
 }
 
@@ -134,8 +137,10 @@ TEST_F(IniFileTest, AValueTheFileCannotGiveBackIsRefusedAndNothingIsWritten) {
 
 TEST_F(IniFileTest, GarbageReadsAsAFileWithoutValues) {
   QByteArray garbage;
-  for (int at = 0; at < 4096; ++at) garbage += static_cast<char>(at * 37 + at / 7);
-  for (const QByteArray& bytes : {garbage, QByteArray(3000, '['), QByteArray(100, '\0'), QByteArray("[Files\n=\n==\n")}) {
+  for (int at = 0; at < 4096; ++at)
+    garbage += static_cast<char>(at * 37 + at / 7);
+  for (const QByteArray& bytes :
+       {garbage, QByteArray(3000, '['), QByteArray(100, '\0'), QByteArray("[Files\n=\n==\n")}) {
     Write(bytes);
     EXPECT_EQ(Read(u"Files"_s, u"DatabasePath"_s), QString());
   }

@@ -33,7 +33,8 @@ TEST(OfflineLogExport, LineBreaksAndTabsInAStatementStayAsTheyAre) {
 TEST(OfflineLogExport, TextIsWrittenInWindows1252) {
   OfflineLogExport content;
   content.Add(u"UPDATE a SET b = 'Café €5'"_s);
-  EXPECT_EQ(content.Bytes(), QByteArray("UPDATE a SET b = 'Caf\xE9 \x80" "5';\r\n"));
+  EXPECT_EQ(content.Bytes(), QByteArray("UPDATE a SET b = 'Caf\xE9 \x80"
+                                        "5';\r\n"));
   EXPECT_TRUE(content.Altered().isEmpty());
 }
 
@@ -47,7 +48,8 @@ TEST(OfflineLogExport, CharactersOutsideTheCodePageBecomeAQuestionMarkAndAreReme
 
 TEST(OfflineLogExport, TheWarningNamesTheFileTheFirstStatementsAndHowManyMore) {
   QStringList altered;
-  for (int number = 1; number <= 7; ++number) altered += u"statement "_s + QString::number(number);
+  for (int number = 1; number <= 7; ++number)
+    altered += u"statement "_s + QString::number(number);
   const QString text = AlteredWarning(altered, u"Z:\\out\\1.tql"_s);
   EXPECT_TRUE(text.contains(u"Z:\\out\\1.tql"_s));
   EXPECT_TRUE(text.contains(u"statement 1"_s));

@@ -34,13 +34,18 @@ namespace {
 
 const QString kWarning = u"Als U van offline naar online overschakelt, dient u meteen ook te exporteren !"_s;
 
-QString IniPath() { return global.programFolder + u"\\ovalis.ini"_s; }
-QByteArray Ini() { return runtime::ReadFile(IniPath()); }
+QString IniPath() {
+  return global.programFolder + u"\\ovalis.ini"_s;
+}
+QByteArray Ini() {
+  return runtime::ReadFile(IniPath());
+}
 
 // The settings dialog on a station with a settings file; counts how often the export was opened.
 struct Window {
   Window() {
-    runtime::WriteFile(IniPath(), "; keep\r\n[Files]\r\nDatabasePath=" + global.databasePath.toLatin1() + "\r\nX=1\r\n");
+    runtime::WriteFile(IniPath(),
+                       "; keep\r\n[Files]\r\nDatabasePath=" + global.databasePath.toLatin1() + "\r\nX=1\r\n");
     RegisterScreen(Screen::PlanningExporteren, [this](QWidget* owner) {
       ++exports;
       exportOwner = owner;

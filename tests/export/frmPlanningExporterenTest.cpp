@@ -21,8 +21,8 @@
 #include <QPushButton>
 #include <QTest>
 
-#include <cstdlib>
 #include <sys/stat.h>
+#include <cstdlib>
 
 using namespace Qt::StringLiterals;
 using desktop::MessageBoxScript;
@@ -40,9 +40,13 @@ void FillLog(const Station& station) {
   station.OnLocal(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (1, \"DELETE FROM c \")"_s);
 }
 
-int LogRows(const Station& station) { return station.LocalRows(u"SELECT ID FROM tblOfflineLog"_s).RecordCount(); }
+int LogRows(const Station& station) {
+  return station.LocalRows(u"SELECT ID FROM tblOfflineLog"_s).RecordCount();
+}
 
-QStringList Exported(const Station& station) { return QDir(station.ExportFolder()).entryList(QDir::Files); }
+QStringList Exported(const Station& station) {
+  return QDir(station.ExportFolder()).entryList(QDir::Files);
+}
 
 QByteArray Content(const Station& station, const QString& name) {
   QFile file(station.ExportFolder() + u'/' + name);

@@ -10,6 +10,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QImage>
 #include <QPixmap>
 #include <QPointer>
 #include <QThread>
@@ -21,7 +22,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kPatience = 60000;  // ms until a step that waits has failed
+constexpr int kPatience = 60000;       // ms until a step that waits has failed
+constexpr int kMostLooks = 12;         // until a window that never rests has its picture taken all the same
+constexpr unsigned long kCalm = 250;   // ms between the looks for a picture
 constexpr unsigned long kGlance = 10;  // ms between two looks
 
 QWidget* FindWindow(const QString& name) {
@@ -45,7 +48,8 @@ QWidget& Control(const QString& window, const QString& name) {
 
 QWidget& LiveControl(const QString& window, const QString& name) {
   QWidget& control = Control(window, name);
-  if (!control.isVisible() || !control.isEnabled()) throw StepFailed(u"%1.%2 kan niet gebruikt worden"_s.arg(window, name));
+  if (!control.isVisible() || !control.isEnabled())
+    throw StepFailed(u"%1.%2 kan niet gebruikt worden"_s.arg(window, name));
   return control;
 }
 
@@ -55,7 +59,9 @@ bool TakesInput(const QString& name) {
   return window != nullptr && (modal == nullptr || modal == window);
 }
 
-QString Plain(QString caption) { return caption.remove(u'&'); }
+QString Plain(QString caption) {
+  return caption.remove(u'&');
+}
 
 int LineOf(const QStringList& lines, const QString& line) {
   const int at = static_cast<int>(lines.indexOf(line));
@@ -66,9 +72,11 @@ int LineOf(const QStringList& lines, const QString& line) {
 QStringList LinesOf(const QWidget& list) {
   QStringList lines;
   if (const auto* combo = qobject_cast<const controls::ComboBox*>(&list)) {
-    for (int at = 0; at < combo->ListCount(); ++at) lines += combo->Text(at);
+    for (int at = 0; at < combo->ListCount(); ++at)
+      lines += combo->Text(at);
   } else if (const auto* box = qobject_cast<const controls::ListBox*>(&list)) {
-    for (int at = 0; at < box->ListCount(); ++at) lines += box->Text(at);
+    for (int at = 0; at < box->ListCount(); ++at)
+      lines += box->Text(at);
   }
   return lines;
 }
@@ -135,7 +143,8 @@ void Desk::ClickTool(const QString& window, const QString& action) const {
     auto* command = Window(window).findChild<QAction*>(action);
     auto* bar = Window(window).findChild<QToolBar*>();
     QWidget* button = bar == nullptr ? nullptr : bar->widgetForAction(command);
-    if (button == nullptr || !button->isEnabled()) throw StepFailed(u"de knop %1 kan niet gebruikt worden"_s.arg(action));
+    if (button == nullptr || !button->isEnabled())
+      throw StepFailed(u"de knop %1 kan niet gebruikt worden"_s.arg(action));
     hand::Click(*button);
   });
 }
@@ -175,7 +184,13 @@ int Desk::Value(const QString& window, const QString& control) const {
   return Control(window, control).property("value").toInt();
 }
 
-QStringList Desk::LinesNow(const QString& window, const QString& list) const { return LinesOf(Control(window, list)); }
+QStringList Desk::LinesNow(const QString& window, const QString& list) const {
+  return LinesOf(Control(window, list));
+}
+
+bool Desk::IsEnabled(const QString& window, const QString& control) const {
+  return Control(window, control).isEnabled();
+}
 
 bool Desk::IsChecked(const QString& window, const QString& control) const {
   return Control(window, control).property("checked").toBool();
@@ -222,7 +237,24 @@ void Desk::SavePicture(QWidget& window, const QString& name) const {
   if (!window.grab().save(path)) throw StepFailed(u"kan %1 niet schrijven"_s.arg(path));
 }
 
+void Desk::WaitForText(const QString& window, const QString& control, const QString& text) const {
+  WaitUntil(u"%1.%2 werd niet '%3'"_s.arg(window, control, text), [&] { return Find(window, control) == text; });
+}
+
+void Desk::WaitForLine(const QString& window, const QString& list, const QString& line) const {
+  WaitUntil(u"'%1' staat niet in %2.%3"_s.arg(line, window, list),
+            [&] { return LinesNow(window, list).contains(line); });
+}
+
 void Desk::Picture(const QString& window, const QString& name) const {
+  QImage before;
+  for (int look = 0; look < kMostLooks; ++look) {
+    QImage now;
+    InWindows([&] { now = Window(window).grab().toImage(); });
+    if (now == before) break;
+    before = now;
+    QThread::msleep(kCalm);
+  }
   InWindows([&] { SavePicture(Window(window), name); });
 }
 

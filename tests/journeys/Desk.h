@@ -16,13 +16,15 @@ class StepFailed : public std::runtime_error {
   explicit StepFailed(const QString& what) : std::runtime_error(what.toStdString()) {}
 };
 
-// The hands and eyes of a user at the real windows. A journey runs in a thread of its own and reads as one line of steps,
-// also across modal windows: each step is carried out in the user-interface thread, clicks and keys by posted events.
-// Windows and controls are named by their object names. Every function throws StepFailed when it cannot do its part.
+// The hands and eyes of a user at the real windows. A journey runs in a thread of its own and reads as one line of
+// steps, also across modal windows: each step is carried out in the user-interface thread, clicks and keys by posted
+// events. Windows and controls are named by their object names. Every function throws StepFailed when it cannot do its
+// part.
 class Desk {
  public:
   // The script answers the file dialogs and must outlive the desk.
-  Desk(const QString& pictureFolder, desktop::FileChooserScript& files) : pictureFolder_(pictureFolder), files_(files) {}
+  Desk(const QString& pictureFolder, desktop::FileChooserScript& files)
+      : pictureFolder_(pictureFolder), files_(files) {}
 
   // Waits until a window of that name is visible and takes input, or is gone.
   void WaitForWindow(const QString& window) const;
@@ -48,6 +50,7 @@ class Desk {
   QString Find(const QString& window, const QString& control) const;
   int Value(const QString& window, const QString& control) const;
   QStringList LinesNow(const QString& window, const QString& list) const;
+  bool IsEnabled(const QString& window, const QString& control) const;
   bool IsChecked(const QString& window, const QString& control) const;
 
   // What the next file dialog will be answered with (a host path).
@@ -60,7 +63,10 @@ class Desk {
   // Waits until something holds that takes its time in the background.
   void WaitUntil(const QString& what, const std::function<bool()>& holds) const;
 
-  // Saves what the window shows as <picture folder>/<name>.png.
+  void WaitForText(const QString& window, const QString& control, const QString& text) const;
+  void WaitForLine(const QString& window, const QString& list, const QString& line) const;
+
+  // Once it no longer changes from one look to the next: saves what the window shows as <picture folder>/<name>.png.
   void Picture(const QString& window, const QString& name) const;
 
   // The same of the message box that opens next.

@@ -12,15 +12,15 @@ namespace {
 constexpr int kMarkMiddle = 8;  // from the left edge: the mark of a check box or option button
 
 QPoint SpotOf(const QWidget& control) {
-  const bool marked = qobject_cast<const QCheckBox*>(&control) != nullptr ||
-                      qobject_cast<const QRadioButton*>(&control) != nullptr;
+  const bool marked =
+      qobject_cast<const QCheckBox*>(&control) != nullptr || qobject_cast<const QRadioButton*>(&control) != nullptr;
   return marked ? QPoint(kMarkMiddle, control.height() / 2) : control.rect().center();
 }
 
 void PostMouse(QWidget& control, QEvent::Type type, QPoint at) {
   const Qt::MouseButtons held = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton;
-  QCoreApplication::postEvent(
-      &control, new QMouseEvent(type, at, control.mapToGlobal(at), Qt::LeftButton, held, Qt::NoModifier));
+  QCoreApplication::postEvent(&control,
+                              new QMouseEvent(type, at, control.mapToGlobal(at), Qt::LeftButton, held, Qt::NoModifier));
 }
 
 void PostKey(QWidget& control, int key, const QString& text, Qt::KeyboardModifiers modifiers) {
@@ -57,7 +57,8 @@ void Replace(QWidget& field, const QString& text) {
   field.setFocus(Qt::TabFocusReason);
   PostKey(field, Qt::Key_A, {}, Qt::ControlModifier);
   if (text.isEmpty()) PostKey(field, Qt::Key_Delete, {}, Qt::NoModifier);
-  for (const QChar letter : text) PostKey(field, 0, letter, Qt::NoModifier);
+  for (const QChar letter : text)
+    PostKey(field, 0, letter, Qt::NoModifier);
 }
 
 }  // namespace hand

@@ -28,7 +28,9 @@ const QString kChangedSpot = u"Bakkerij Van Damme - paasbrood"_s;
 const QString kNewItem = u"Blok van de rondleiding"_s;
 const QString kEndedSpot = u"Autobedrijf De Smet - opendeurdagen"_s;
 
-QString Written(QDate date) { return date.toString(u"dd-MM-yyyy"_s); }
+QString Written(QDate date) {
+  return date.toString(u"dd-MM-yyyy"_s);
+}
 
 // An audio file of the demo station.
 QString SoundFile(const QString& folder) {
@@ -61,7 +63,7 @@ void Tour::ChooseStation() {
   desk_.Click(kStation, u"cmdOk"_s);
   desk_.WaitForWindow(kMain);
   desk_.Expect(desk_.Title(kMain) == u"Spotrooster Radio Demo"_s, u"het venster draagt de naam van de zender niet"_s);
-  desk_.Expect(desk_.Text(kMain, u"pnlModus"_s) == u"Online"_s, u"de zender begint niet online"_s);
+  desk_.WaitForText(kMain, u"pnlModus"_s, u"Online"_s);
   PictureOfMain(u"03-hoofdvenster"_s);
   Done(u"zender gekozen: Radio Demo"_s);
 }
@@ -80,7 +82,7 @@ void Tour::GoOffline() {
   desk_.Picture(kSettings, u"04-instellingen"_s);
   desk_.Click(kSettings, u"cmdOk"_s);
   desk_.WaitUntilGone(kSettings);
-  desk_.Expect(desk_.Text(kMain, u"pnlModus"_s) == u"Offline"_s, u"de zender werkt niet offline"_s);
+  desk_.WaitForText(kMain, u"pnlModus"_s, u"Offline"_s);
   Done(u"offline gegaan"_s);
 }
 
@@ -107,7 +109,7 @@ void Tour::MakeSpotFromFile() {
   desk_.Picture(kSpot, u"06-nieuwe-spot"_s);
   desk_.Click(kSpot, u"cmdOk"_s);
   desk_.WaitUntilGone(kSpot);
-  desk_.Expect(desk_.Lines(kSpots, u"lstOverzicht"_s).contains(kNewSpot), u"de nieuwe spot staat niet in de lijst"_s);
+  desk_.WaitForLine(kSpots, u"lstOverzicht"_s, kNewSpot);
   Done(u"item-spot gemaakt uit %1 (%2 s)"_s.arg(QFileInfo(sound).fileName()).arg(seconds));
 }
 
@@ -128,14 +130,14 @@ void Tour::ChangeSpots() {
   desk_.Picture(kSpot, u"07-spot-wijzigen"_s);
   desk_.Click(kSpot, u"cmdOk"_s);
   desk_.WaitUntilGone(kSpot);
+  desk_.WaitUntil(u"de lijst werd niet opnieuw gevuld"_s, [this] { return !desk_.IsEnabled(kSpots, u"cmdOpen"_s); });
   desk_.Choose(kSpots, u"lstOverzicht"_s, kEndedSpot);
   desk_.Click(kSpots, u"cmdDesaktiveer"_s);
   desk_.WaitUntil(u"de spot bleef aktief"_s,
                   [this] { return !desk_.LinesNow(kSpots, u"lstOverzicht"_s).contains(kEndedSpot); });
   desk_.Click(kSpots, u"cmdSluiten"_s);
   desk_.WaitUntilGone(kSpots);
-  desk_.Expect(desk_.Text(kMain, u"pnlLog"_s) == u"3 opdrachten nog niet geëxporteerd"_s,
-               u"er staan geen drie opdrachten klaar: "_s + desk_.Text(kMain, u"pnlLog"_s));
+  desk_.WaitForText(kMain, u"pnlLog"_s, u"3 opdrachten nog niet geëxporteerd"_s);
   Done(u"offline een spot gewijzigd en een gedesaktiveerd: 3 opdrachten in het logboek"_s);
 }
 
@@ -156,9 +158,10 @@ void Tour::MakeItem() {
   desk_.Picture(kItem, u"09-nieuw-item"_s);
   desk_.Click(kItem, u"cmdOk"_s);
   desk_.WaitUntilGone(kItem);
-  desk_.Expect(desk_.Lines(kItems, u"lstOverzicht"_s).contains(kNewItem), u"het nieuwe item staat niet in de lijst"_s);
+  desk_.WaitForLine(kItems, u"lstOverzicht"_s, kNewItem);
   desk_.Click(kItems, u"cmdSluiten"_s);
   desk_.WaitUntilGone(kItems);
+  desk_.WaitForText(kMain, u"pnlLog"_s, u"7 opdrachten nog niet geëxporteerd"_s);
   PictureOfMain(u"10-offline-gewijzigd"_s);
   Done(u"item gemaakt met twee spots en een opener"_s);
 }
@@ -169,7 +172,7 @@ void Tour::AddSpotToItem(const QString& spot) {
   desk_.Choose(kEntry, u"cboItemSpot"_s, spot);
   desk_.Click(kEntry, u"cmdOk"_s);
   desk_.WaitUntilGone(kEntry);
-  desk_.Expect(desk_.Lines(kItem, u"lstOpt1ItemSpots"_s).contains(spot), u"de spot staat niet in het item"_s);
+  desk_.WaitForLine(kItem, u"lstOpt1ItemSpots"_s, spot);
 }
 
 void Tour::Export() {
@@ -181,8 +184,7 @@ void Tour::Export() {
   desk_.Answer(u"Heeft U de vorige export-files reeds verwerkt"_s, u"Ja"_s);
   desk_.Answer(u"export"_s, u"OK"_s);
   desk_.WaitUntilGone(kExport);
-  desk_.Expect(desk_.Text(kMain, u"pnlLog"_s) == u"0 opdrachten nog niet geëxporteerd"_s,
-               u"het logboek werd niet geledigd"_s);
+  desk_.WaitForText(kMain, u"pnlLog"_s, u"0 opdrachten nog niet geëxporteerd"_s);
   desk_.Expect(QFile::exists(folder_ + u"/13-export-bezig.png"_s), u"de export was niet te zien"_s);
 }
 
@@ -195,10 +197,11 @@ void Tour::CheckExportFile() {
   const QByteArray content = file.readAll();
   desk_.Expect(content.endsWith(";\r\n"), u"het exportbestand eindigt niet met een regel"_s);
   qsizetype at = 0;
-  for (const QByteArray part : {"INSERT INTO tblItemSpots (ID, ", "'Nieuwe spot van de rondleiding'",
-                                 ";\r\nUPDATE tblItemSpots SET Path = ", ";\r\nUPDATE tblItemSpots SET Aktief = 0 WHERE",
-                                 ";\r\nINSERT INTO tblItems (ID, Naam, ", "'Blok van de rondleiding'",
-                                 ";\r\nINSERT INTO tblItemsItemSpots (ItemID, ", ";\r\nINSERT INTO tblItemsItemSpots "}) {
+  for (const QByteArray part :
+       {"INSERT INTO tblItemSpots (ID, ", "'Nieuwe spot van de rondleiding'",
+        ";\r\nUPDATE tblItemSpots SET Path = ", ";\r\nUPDATE tblItemSpots SET Aktief = 0 WHERE",
+        ";\r\nINSERT INTO tblItems (ID, Naam, ", "'Blok van de rondleiding'",
+        ";\r\nINSERT INTO tblItemsItemSpots (ItemID, ", ";\r\nINSERT INTO tblItemsItemSpots "}) {
     at = content.indexOf(part, at);
     desk_.Expect(at >= 0, u"niet op zijn plaats in het exportbestand: "_s + QString::fromLatin1(part.trimmed()));
     at += part.size();
@@ -216,7 +219,7 @@ void Tour::GoOnline() {
   desk_.WaitForWindow(kExport);
   desk_.Click(kExport, u"cmdAnnuleren"_s);
   desk_.WaitUntilGone(kSettings);
-  desk_.Expect(desk_.Text(kMain, u"pnlModus"_s) == u"Online"_s, u"de zender werkt niet online"_s);
+  desk_.WaitForText(kMain, u"pnlModus"_s, u"Online"_s);
   Done(u"weer online gegaan"_s);
 }
 

@@ -4,8 +4,9 @@
 #include <QString>
 #include <QStringList>
 
-// The main job, walked through the real windows as a user would: choose the station, work offline, make an item-spot from
-// an audio file, change and deactivate others, export. Each part checks what it did; StepFailed tells what went wrong.
+// The main job, walked through the real windows as a user would: choose the station, work offline, make an item-spot
+// from an audio file, change and deactivate others, export. Each part checks what it did; StepFailed tells what went
+// wrong.
 class Tour {
  public:
   // `folder`: where pictures and the export file go; its folder "zender" holds the demo station.

@@ -27,7 +27,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-
 void MakeFolder(const QString& folder) {
   QDir(folder + u"/zender"_s).removeRecursively();
   for (const QFileInfo& old : QDir(folder).entryInfoList({u"*.png"_s, u"*.tql"_s}, QDir::Files)) {
@@ -48,7 +47,8 @@ QDateTime NowAndLook(const Desk& desk) {
 }
 
 void Report(const Tour& tour) {
-  for (const QString& line : tour.Summary()) std::cout << "ok    " << line.toStdString() << '\n';
+  for (const QString& line : tour.Summary())
+    std::cout << "ok    " << line.toStdString() << '\n';
 }
 
 // Walks in a thread of its own; a step that fails ends the program at once, since a window may still wait for a user.
@@ -70,8 +70,9 @@ void UseLargeScreen(const QTemporaryDir& folder) {
   const QString path = folder.filePath(u"screen.json"_s);
   QFile file(path);
   if (file.open(QIODevice::WriteOnly)) {
-    file.write(R"({"synchronousWindowSystemEvents": false, "windowFrameMargins": false, "screens": [{"name": "Scherm",)"
-               R"( "x": 0, "y": 0, "width": 1920, "height": 1200, "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})");
+    file.write(
+        R"({"synchronousWindowSystemEvents": false, "windowFrameMargins": false, "screens": [{"name": "Scherm",)"
+        R"( "x": 0, "y": 0, "width": 1920, "height": 1200, "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})");
   }
   file.close();
   qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + QFile::encodeName(path));
@@ -90,7 +91,8 @@ int Show(QApplication& application, const QString& folder) {
   walk->start();
   const std::unique_ptr<frmMain> main = Start();
   QApplication::exec();
-  while (!walk->wait(10)) QCoreApplication::processEvents();
+  while (!walk->wait(10))
+    QCoreApplication::processEvents();
   return 0;
 }
 

@@ -1,8 +1,8 @@
 #include "tests/support/Hindrance.h"
 
+#include <unistd.h>
 #include <csignal>
 #include <cstdlib>
-#include <unistd.h>
 
 namespace testing_support {
 
@@ -13,7 +13,9 @@ FullDisk::FullDisk(rlim_t bytes) {
   setrlimit(RLIMIT_FSIZE, &limit);
 }
 
-FullDisk::~FullDisk() { setrlimit(RLIMIT_FSIZE, &before_); }
+FullDisk::~FullDisk() {
+  setrlimit(RLIMIT_FSIZE, &before_);
+}
 
 void BecomeNobody() {
   constexpr uid_t kNobody = 65534;

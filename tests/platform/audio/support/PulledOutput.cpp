@@ -17,6 +17,8 @@ struct PulledOutput::Tap {
   FrameSource* source = nullptr;
   int sampleRate = 0;
   std::int64_t pending = 0;
+  int pendingAsked = 0;
+  std::condition_variable asked;
   bool lost = false;
   std::string status;
   OutputRequest request;
@@ -50,7 +52,12 @@ class TappedOutput : public audio::Output {
     tap_->source = nullptr;
   }
 
-  std::int64_t PendingFrames() const noexcept override { return tap_->Locked(&PulledOutput::Tap::pending); }
+  std::int64_t PendingFrames() const noexcept override {
+    const std::lock_guard lock(tap_->mutex);
+    ++tap_->pendingAsked;
+    tap_->asked.notify_all();
+    return tap_->pending;
+  }
   bool Lost() const noexcept override { return tap_->Locked(&PulledOutput::Tap::lost); }
   std::string Status() const override { return tap_->Locked(&PulledOutput::Tap::status); }
 
@@ -75,7 +82,7 @@ audio::OutputFactory PulledOutput::Factory() {
 
 std::vector<std::int16_t> PulledOutput::Pull(std::size_t frames) {
   std::vector<std::int16_t> taken;
-  std::vector<std::int16_t> step(512 * 2);
+  std::vector<std::int16_t> step(std::size_t{512} * 2);
   std::unique_lock lock(tap_->mutex);
   tap_->running.wait_for(lock, std::chrono::seconds(10), [this] { return tap_->source != nullptr; });
   while (tap_->source != nullptr && taken.size() / 2 < frames) {
@@ -109,6 +116,12 @@ void PulledOutput::SetSampleRate(int rate) {
 void PulledOutput::SetPending(std::int64_t frames) {
   const std::lock_guard lock(tap_->mutex);
   tap_->pending = frames;
+}
+
+bool PulledOutput::AwaitPendingAsked(int times) {
+  std::unique_lock lock(tap_->mutex);
+  const int target = tap_->pendingAsked + times;
+  return tap_->asked.wait_for(lock, std::chrono::seconds(10), [&] { return tap_->pendingAsked >= target; });
 }
 
 void PulledOutput::SetStatus(const std::string& status) {

@@ -27,6 +27,8 @@ class PulledOutput {
 
   void SetSampleRate(int rate);          // of outputs made from now on, whatever the file's; 0 = the file's
   void SetPending(std::int64_t frames);  // frames that the "device" holds back
+  // True once somebody asked `times` more times what is held back; false when that does not come within ten seconds.
+  bool AwaitPendingAsked(int times);
   void SetStatus(const std::string& status);
   void Unplug();           // the device is lost
   bool IsRunning() const;  // between an output's Start and Stop

@@ -1,4 +1,4 @@
-#include "catalogue/SpotState.h"
+#include "data/SpotState.h"
 
 #include <QStringList>
 

@@ -1,4 +1,4 @@
-#include "catalogue/SpotDetails.h"
+#include "data/SpotDetails.h"
 
 #include <QStringList>
 

@@ -1,5 +1,5 @@
 #pragma once
-#include "catalogue/SpotState.h"
+#include "data/SpotState.h"
 #include "platform/controls/ListLine.h"
 
 // What the item-spot list shows beside a spot's name: mark, state in words, length and tool tip.

@@ -1,4 +1,4 @@
-#include "media/SpotValidity.h"
+#include "media/ValidityRemark.h"
 
 #include <gtest/gtest.h>
 
@@ -9,8 +9,9 @@ namespace {
 
 const QDateTime kNow(QDate(2025, 3, 11), QTime(12, 30));
 
-SpotValidity Running() {
-  SpotValidity spot;
+SpotFacts Running() {
+  SpotFacts spot;
+  spot.path = u"D:\\a.wav"_s;
   spot.aktief = true;
   spot.startDatum = QDate(2025, 3, 1);
   spot.eindDatum = QDate(2025, 4, 20);
@@ -19,29 +20,29 @@ SpotValidity Running() {
   return spot;
 }
 
-std::string Word(const SpotValidity& spot) {
+std::string Word(const SpotFacts& spot) {
   return RemarkOn(spot, kNow).word.toStdString();
 }
 
 }  // namespace
 
-TEST(SpotValidity, RunningTellsTheDaysLeft) {
+TEST(ValidityRemark, RunningTellsTheDaysLeft) {
   EXPECT_EQ(Word(Running()), "loopt, nog 40 dagen");
   EXPECT_EQ(RemarkOn(Running(), kNow).mark, LineMark::Circle);
 }
 
-TEST(SpotValidity, FirstStateThatHoldsWins) {
-  SpotValidity spot = Running();
+TEST(ValidityRemark, FirstStateThatHoldsWins) {
+  SpotFacts spot = Running();
   spot.eindDatum = QDate(2025, 2, 28);
   EXPECT_EQ(Word(spot), "verlopen op 28-02-2025");
-  spot.fileMissing = true;
+  spot.file = runtime::Presence::NotThere;
   EXPECT_EQ(Word(spot), "geluidsbestand ontbreekt");
   spot.aktief = false;
   EXPECT_EQ(Word(spot), "niet aktief");
 }
 
-TEST(SpotValidity, EndsWithinSevenDays) {
-  SpotValidity spot = Running();
+TEST(ValidityRemark, EndingSoonCountsTheDays) {
+  SpotFacts spot = Running();
   spot.eindDatum = QDate(2025, 3, 11);
   EXPECT_EQ(Word(spot), "verloopt vandaag");
   spot.eindDatum = QDate(2025, 3, 12);
@@ -52,29 +53,26 @@ TEST(SpotValidity, EndsWithinSevenDays) {
   EXPECT_EQ(Word(spot), "loopt, nog 8 dagen");
 }
 
-TEST(SpotValidity, BeginsLater) {
-  SpotValidity spot = Running();
+TEST(ValidityRemark, BeginningLaterCountsTheDays) {
+  SpotFacts spot = Running();
   spot.startDatum = QDate(2025, 3, 31);
   EXPECT_EQ(Word(spot), "begint over 20 dagen");
   EXPECT_TRUE(RemarkOn(spot, kNow).wordInTone);
 }
 
-TEST(SpotValidity, HoursAreInclusiveAndMayRunOverMidnight) {
-  SpotValidity spot = Running();
-  spot.startUur = 12;
-  spot.eindUur = 12;
-  EXPECT_EQ(Word(spot), "loopt, nog 40 dagen");
-  spot.startUur = 13;
-  spot.eindUur = 22;
-  EXPECT_EQ(Word(spot), "nu buiten de uren");
-  spot.startUur = 22;
-  spot.eindUur = 12;
-  EXPECT_EQ(Word(spot), "loopt, nog 40 dagen");
-}
-
-TEST(SpotValidity, UnknownDatesSayNothing) {
-  SpotValidity spot = Running();
+TEST(ValidityRemark, HalfFilledEditorSaysNothing) {
+  SpotFacts spot = Running();
   spot.eindDatum.reset();
   EXPECT_EQ(Word(spot), "");
   EXPECT_EQ(RemarkOn(spot, kNow).mark, LineMark::None);
+  spot = Running();
+  spot.path.clear();
+  EXPECT_EQ(Word(spot), "");
+}
+
+TEST(ValidityRemark, MissingFileIsToldBeforeTheDatesAreKnown) {
+  SpotFacts spot = Running();
+  spot.eindDatum.reset();
+  spot.file = runtime::Presence::NotThere;
+  EXPECT_EQ(Word(spot), "geluidsbestand ontbreekt");
 }

@@ -1,0 +1,49 @@
+#include "app/frmHandleiding.h"
+
+#include "app/ui_frmHandleiding.h"
+#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Error.h"
+
+#include <QFile>
+#include <QTextDocument>
+
+// Must stand outside of any namespace; the text lies in a library, which does not bring it along by itself.
+static void NeedManual() {
+  Q_INIT_RESOURCE(handleiding);
+}
+
+using namespace Qt::StringLiterals;
+using desktop::Trapped;
+
+namespace {
+
+constexpr QSize kOpeningSize(760, 620);
+constexpr double kPageMargin = 20;
+
+QString ManualText() {
+  NeedManual();
+  QFile file(u":/spotrooster/handleiding.md"_s);
+  if (!file.open(QIODevice::ReadOnly)) throw runtime::Error(u"De handleiding ontbreekt in dit programma."_s);
+  return QString::fromUtf8(file.readAll());
+}
+
+}  // namespace
+
+frmHandleiding::frmHandleiding(QWidget* owner) : Form(owner), ui_(std::make_unique<Ui::frmHandleiding>()) {
+  ui_->setupUi(this);
+  connect(ui_->cmdSluiten, &QPushButton::clicked, this, &frmHandleiding::cmdSluiten_Click);
+  resize(kOpeningSize);
+}
+
+frmHandleiding::~frmHandleiding() = default;
+
+void frmHandleiding::Form_Load() {
+  Trapped(__func__, [&] {
+    ui_->txtHandleiding->setMarkdown(ManualText());
+    ui_->txtHandleiding->document()->setDocumentMargin(kPageMargin);
+  });
+}
+
+void frmHandleiding::cmdSluiten_Click() {
+  Trapped(__func__, [&] { Unload(); });
+}

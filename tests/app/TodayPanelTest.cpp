@@ -1,0 +1,102 @@
+#include "app/TodayPanel.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QLabel>
+#include <QPushButton>
+#include <QTest>
+
+#include "data/Globals.h"
+#include "data/Messages.h"
+#include "platform/runtime/Dates.h"
+#include "platform/runtime/HostPath.h"
+#include "platform/runtime/TextFile.h"
+#include "tests/support/Child.h"
+#include "tests/support/Station.h"
+
+using namespace Qt::StringLiterals;
+using desktop::MessageBoxScript;
+using testing_support::Child;
+using testing_support::Station;
+
+namespace {
+
+constexpr int kPatience = 30000;  // ms, for what is counted in the background
+
+// A spot that runs from a month ago until that many days from today, with or without its file.
+void AddSpot(const Station& station, int id, int daysLeft, bool withFile) {
+  const QString path = runtime::PathText(station.AudioFolder()) + u"\\%1.wav"_s.arg(id);
+  if (withFile) runtime::WriteFile(path, "x");
+  const qint32 today = runtime::DayNumber(QDate::currentDate());
+  station.OnCurrent(
+      u"INSERT INTO tblItemSpots (ID, Naam, Path, StartDatum, StartUur, EindDatum, EindUur, Aktief) VALUES "
+      "(%1, \"spot\", \"%2\", %3, 0, %4, 23, 1)"_s.arg(id)
+          .arg(path)
+          .arg(today - 30)
+          .arg(today + daysLeft));
+}
+
+QString Number(const TodayPanel& panel, const QString& row) {
+  return Child<QLabel>(panel, u"lblAantal"_s + row).text();
+}
+
+bool IsCounted(const TodayPanel& panel) {
+  return QTest::qWaitFor([&] { return Number(panel, u"ZonderBestand"_s) != u"–"_s; }, kPatience);
+}
+
+}  // namespace
+
+TEST(TodayPanel, CountsWhatRunsEndsSoonAndMissesItsFile) {
+  const Station station;
+  AddSpot(station, 1, 60, true);
+  AddSpot(station, 2, 60, true);
+  AddSpot(station, 3, 2, true);
+  AddSpot(station, 4, 60, false);
+  TodayPanel panel;
+  panel.Count();
+  ASSERT_TRUE(IsCounted(panel));
+  EXPECT_EQ(Number(panel, u"Lopen"_s), u"3"_s);
+  EXPECT_EQ(Number(panel, u"Verlopen"_s), u"1"_s);
+  EXPECT_EQ(Number(panel, u"ZonderBestand"_s), u"1"_s);
+  EXPECT_EQ(Child<QLabel>(panel, u"lblLopen"_s).text(), u"item-spots lopen vandaag"_s);
+  EXPECT_EQ(Child<QLabel>(panel, u"lblVerlopen"_s).text(), u"item-spot verloopt binnen 7 dagen"_s);
+}
+
+TEST(TodayPanel, ADatabaseThatCannotBeReadGivesDashesAndNoBox) {
+  const Station station;
+  QFile::remove(runtime::HostPath(global.serverDatabasePath));
+  const MessageBoxScript boxes;
+  TodayPanel panel;
+  panel.Count();
+  QTest::qWait(1);
+  for (const QString& row : {u"Lopen"_s, u"Verlopen"_s, u"ZonderBestand"_s, u"Export"_s}) {
+    EXPECT_EQ(Number(panel, row), u"–"_s);
+  }
+  EXPECT_TRUE(boxes.Shown().empty());
+}
+
+TEST(TodayPanel, CountingAnewForgetsWhatWasCounted) {
+  const Station station;
+  AddSpot(station, 1, 60, true);
+  TodayPanel panel;
+  panel.Count();
+  ASSERT_TRUE(IsCounted(panel));
+  AddSpot(station, 2, 60, true);
+  panel.Count();
+  ASSERT_TRUE(QTest::qWaitFor([&] { return Number(panel, u"Lopen"_s) == u"2"_s; }, kPatience));
+}
+
+TEST(TodayPanel, ItsButtonsAskForTheSpotsOfTheirRow) {
+  TodayPanel panel;
+  QList<SpotView> asked;
+  int exports = 0;
+  QObject::connect(&panel, &TodayPanel::spotsAsked, [&](SpotView view) { asked += view; });
+  QObject::connect(&panel, &TodayPanel::exportAsked, [&] { ++exports; });
+  for (const QString& button : {u"cmdLopen"_s, u"cmdVerlopen"_s, u"cmdZonderBestand"_s, u"cmdExport"_s}) {
+    Child<QPushButton>(panel, button).click();
+  }
+  const QList<SpotView> expected{SpotView::LopenVandaag, SpotView::VerlopenBinnenkort, SpotView::ZonderBestand};
+  EXPECT_EQ(asked, expected);
+  EXPECT_EQ(exports, 1);
+}

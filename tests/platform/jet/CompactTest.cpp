@@ -1,0 +1,111 @@
+#include "platform/jet/Compact.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/platform/jet/Witness.h"
+#include "tests/platform/jet/support/FaultyFiles.h"
+#include "tests/platform/jet/support/SampleTable.h"
+#include "tests/platform/jet/support/TinyDatabase.h"
+
+namespace jet {
+namespace {
+
+using test::FreshDatabase;
+using test::MessageOf;
+using test::Spot;
+
+const std::u16string kTable = u"tblSpots";
+
+/// Two hundred rows with long texts, of which every tenth is left.
+void FillAndThin(FreshDatabase& database) {
+  database.Create(test::SpotsTable());
+  WriteTurn turn(*database);
+  const auto writer = database->OpenWriter(kTable);
+  std::vector<RowId> rows;
+  for (int i = 0; i < 200; ++i) {
+    std::vector<Value> row = Spot(u"Spot " + std::u16string(static_cast<std::size_t>(i % 40), u'é'),
+                                  std::u16string(static_cast<std::size_t>(i) * 50 + 1, u't'));
+    rows.push_back(writer->Insert(row));
+  }
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    if (i % 10 != 0) writer->Delete(rows[i]);
+  }
+  turn.Commit();
+}
+
+std::vector<std::vector<Value>> RowsOf(FileSystem& files, const std::filesystem::path& path) {
+  const auto database = Database::Open(path, {}, files);
+  const Table table = database->OpenTable(kTable);
+  std::vector<std::vector<Value>> rows;
+  KeyCursor keys = table.ScanByIndex(table.Definition().FindIndex(u"PrimaryKey"), false);
+  while (keys.Next())
+    rows.push_back(table.Fetch(keys.Id(), {0, 1, 2, 3, 4, 5}).value());
+  return rows;
+}
+
+TEST(Compact, KeepsEveryRowAndTheNextNumberInLessSpace) {
+  FreshDatabase database;
+  FillAndThin(database);
+  MemoryFileSystem& files = database.Files();
+  const auto rows = RowsOf(files, FreshDatabase::kPath);
+  const Bytes before = files.Get(FreshDatabase::kPath);
+  Compact(FreshDatabase::kPath, {}, files);
+  EXPECT_EQ(RowsOf(files, FreshDatabase::kPath), rows);
+  EXPECT_LT(files.Get(FreshDatabase::kPath).size(), before.size() / 2);
+  // The old file, apart from what its new opening may have counted.
+  EXPECT_EQ(files.Get("/data/new.mdb.bak"), before);
+  EXPECT_FALSE(files.Exists("/data/new.compact.mdb"));
+  // Who had the old file open goes on with the new one.
+  EXPECT_EQ(database.Findings(), "");
+  std::vector<Value> row = Spot(u"Nieuw");
+  const RowId id = database.Insert(kTable, row);
+  EXPECT_EQ(database->OpenTable(kTable).Fetch(id, {0}).value()[0], Value(std::int64_t{201}));
+  EXPECT_EQ(database->OpenTable(kTable).Definition().columns[1].required, true);
+}
+
+TEST(Compact, IsOldOrNewWhateverFails) {
+  FreshDatabase model;
+  FillAndThin(model);
+  const Bytes content = model.Files().Get(FreshDatabase::kPath);
+  const auto rows = RowsOf(model.Files(), FreshDatabase::kPath);
+  bool reached = true;
+  for (int call = 0; reached; call += 7) {
+    MemoryFileSystem memory;
+    memory.Put("/data/c.mdb", content);
+    test::FaultyFiles files(memory);
+    files.FailAt(call, test::Fault::DiskFull);
+    const std::string message = MessageOf([&] {
+      OpenOptions options;
+      options.wait = test::NoSleep();
+      Compact("/data/c.mdb", options, files);
+    });
+    reached = files.Failed();
+    EXPECT_EQ(RowsOf(memory, "/data/c.mdb"), rows) << "call " << call << ": " << message;
+  }
+}
+
+TEST(Compact, IntoAnotherFileLeavesTheOldOneAlone) {
+  FreshDatabase database;
+  FillAndThin(database);
+  const Bytes before = database.Files().Get(FreshDatabase::kPath);
+  CompactInto(FreshDatabase::kPath, "/data/small.mdb", {}, database.Files());
+  EXPECT_EQ(database.Files().Get(FreshDatabase::kPath), before);
+  EXPECT_EQ(RowsOf(database.Files(), "/data/small.mdb"), RowsOf(database.Files(), FreshDatabase::kPath));
+  EXPECT_EQ(MessageOf([&] { CompactInto(FreshDatabase::kPath, "/data/small.mdb", {}, database.Files()); }),
+            "Kan het bestand '/data/small.mdb' niet aanmaken: het bestand bestaat al.");
+}
+
+TEST(Compact, RefusesAFileOfWhichSomethingWouldBeLost) {
+  if (!witness::SampleFolder()) GTEST_SKIP() << "SPOTROOSTER_MDB_SAMPLES is not set";
+  MemoryFileSystem files;
+  const auto real = HostFileSystem().Open(*witness::SampleFolder() + "/northwind.mdb", OpenMode::Read);
+  Bytes content(real->Size());
+  real->ReadAt(0, content);
+  files.Put("/data/noordenwind.mdb", content);
+  EXPECT_NE(MessageOf([&] { Compact("/data/noordenwind.mdb", {}, files); }).find("verloren zou gaan"),
+            std::string::npos);
+  EXPECT_EQ(files.Get("/data/noordenwind.mdb"), content);
+}
+
+}  // namespace
+}  // namespace jet

@@ -1,0 +1,72 @@
+#include "tests/tools/RunTool.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QTemporaryDir>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class Check : public testing::Test {
+ protected:
+  Check() { RunTool({u"create"_s, folder_.path()}); }
+  QString Local() const { return folder_.filePath(u"data/OvalistoLocal.mdb"_s); }
+  QByteArray Bytes() const {
+    QFile file(Local());
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+  }
+  void Overwrite(qint64 at, const QByteArray& bytes) const {
+    QFile file(Local());
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite) && file.seek(at));
+    ASSERT_EQ(file.write(bytes), bytes.size());
+  }
+
+  QTemporaryDir folder_;
+};
+
+TEST_F(Check, NewDatabaseHasNotEvenARemarkAndIsLeftAsItWas) {
+  const QByteArray before = Bytes();
+  const ToolRun run = RunTool({u"check"_s, Local()});
+  EXPECT_EQ(run.exitCode, kDone);
+  EXPECT_EQ(run.out, "ok\n");
+  EXPECT_EQ(Bytes(), before);
+}
+
+TEST_F(Check, DamageIsALineEachAndNotRepaired) {
+  constexpr qint64 kPage = 4096;
+  Overwrite(Bytes().size() - kPage, QByteArray(kPage, '\x09'));
+  const QByteArray damaged = Bytes();
+  const ToolRun run = RunTool({u"check"_s, Local()});
+  EXPECT_EQ(run.exitCode, kFailed);
+  EXPECT_NE(run.out.find("pagina"), std::string::npos) << run.out;
+  EXPECT_EQ(run.out.find("ok\n"), std::string::npos) << run.out;
+  EXPECT_EQ(Bytes(), damaged);
+}
+
+TEST_F(Check, AFileThatIsNoDatabaseIsNamed) {
+  const ToolRun run = RunTool({u"check"_s, folder_.filePath(u"ovalis.ini"_s)});
+  EXPECT_EQ(run.exitCode, kFailed);
+  EXPECT_NE(run.err.find("ovalis.ini"), std::string::npos) << run.err;
+}
+
+TEST_F(Check, EveryCommandAsksForThePasswordOfAFileThatHasOne) {
+  if (!qEnvironmentVariableIsSet("SPOTROOSTER_MDB_SAMPLES")) GTEST_SKIP() << "SPOTROOSTER_MDB_SAMPLES is not set";
+  const QString file = qEnvironmentVariable("SPOTROOSTER_MDB_SAMPLES") + u"/password.mdb"_s;
+  const QList<QStringList> calls = {{u"check"_s, file},
+                                    {u"tables"_s, file},
+                                    {u"schema"_s, file},
+                                    {u"dump"_s, file, u"Table1"_s},
+                                    {u"sql"_s, file, u"SELECT * FROM Table1"_s}};
+  for (const QStringList& call : calls) {
+    const ToolRun without = RunTool(call);
+    EXPECT_EQ(without.exitCode, kFailed);
+    EXPECT_NE(without.err.find("wachtwoord"), std::string::npos) << without.err;
+    const ToolRun with = RunTool(call + QStringList{u"--password"_s, u"password"_s});
+    EXPECT_EQ(with.exitCode, kDone) << with.err;
+    EXPECT_FALSE(with.out.empty());
+  }
+}
+
+}  // namespace
