@@ -108,6 +108,16 @@ TEST(ItemSpotEditorSave, ExistingSpotIsListedOnlyWhenAFileWasChosen) {
   EXPECT_EQ(Number(desk.Spot(7), u"LengteSec"_s), 3);
 }
 
+TEST(ItemSpotEditorSave, NewSpotIsListedHoweverItsPathCameIn) {
+  const EditorDesk desk;
+  const auto editor = desk.OpenSpot(u"NIEUW"_s);
+  const QString path = desk.Wav(u"a.wav"_s, 2000);
+  SetText(*editor, u"txtPath"_s, path);
+  FillValidSpot(*editor, u"Nieuw"_s);
+  Click(*editor, u"cmdOk"_s);
+  EXPECT_EQ(desk.AudioList(), QStringList(path));
+}
+
 TEST(ItemSpotEditorSave, TestsRunInTheirOrder) {
   const EditorDesk desk;
   desk.AddSpot(1, u"Bezet"_s, u"Z:\\x.wav"_s);
