@@ -46,7 +46,7 @@ int Run(const Command& command, const QStringList& words, const Streams& streams
 
 QList<Command> AllCommands() {
   return {CreateCommand(), DemoCommand(), TablesCommand(), SchemaCommand(), DumpCommand(), SqlCommand(),
-          MeasureCommand(), CheckCommand()};
+          MeasureCommand(), CheckCommand(), CompactCommand()};
 }
 
 int RunCommand(const QStringList& words, const Streams& streams) {

@@ -36,6 +36,7 @@ Command DumpCommand();
 Command SqlCommand();
 Command MeasureCommand();
 Command CheckCommand();
+Command CompactCommand();
 
 // All commands, in the order in which help shows them.
 QList<Command> AllCommands();

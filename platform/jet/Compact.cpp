@@ -4,7 +4,6 @@
 #include "platform/jet/Codec.h"
 #include "platform/jet/Error.h"
 #include "platform/jet/Properties.h"
-#include "platform/jet/TableMaker.h"
 #include "platform/jet/Utf8.h"
 #include "platform/jet/WholeFile.h"
 
@@ -71,7 +70,7 @@ void CopyTable(Database& source, Database& target, const std::u16string& name) {
   for (const IndexDefinition& index : definition.indexes) {
     if (index.foreign) throw Error(ErrorCode::Unsupported, "De tabel '" + ToUtf8(name) + "' heeft relaties.");
   }
-  TableMaker(target.Shared().Changes()).Make(definition, PropertiesIn(source, name));
+  target.CreateTable(definition, PropertiesIn(source, name));
   const auto writer =
       std::make_unique<TableWriter>(target.Shared().Changes(), target.OpenTable(name).Def(), definition);
   const Table to = target.OpenTable(name);

@@ -97,12 +97,16 @@ std::unique_ptr<TableWriter> Database::OpenWriter(std::u16string_view name) {
 }
 
 void Database::CreateTable(const TableDefinition& table) {
+  CreateTable(table, PropertiesOf(table));
+}
+
+void Database::CreateTable(const TableDefinition& table, const std::vector<PropertySet>& properties) {
   if (HasTable(table.name)) {
     throw Error(ErrorCode::Duplicate,
                 "De tabel '" + ToUtf8(table.name) + "' bestaat al in het bestand '" + Name() + "'.");
   }
   catalog_.reset();
-  TableMaker(storage_->Changes()).Make(table);
+  TableMaker(storage_->Changes()).Make(table, properties);
 }
 
 }  // namespace jet

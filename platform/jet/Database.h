@@ -56,6 +56,8 @@ class Database {
   /// Makes a table with its indexes, within a WriteTurn. Column numbers, places and `fixed` in the definition are not
   /// looked at. An Error for a name that is there already or a definition that no table can have.
   void CreateTable(const TableDefinition& table);
+  /// The same with the properties that a table of another file has.
+  void CreateTable(const TableDefinition& table, const std::vector<PropertySet>& properties);
 
  private:
   Database(const std::filesystem::path& path, const OpenOptions& options, FileSystem& files);

@@ -1,5 +1,4 @@
 #include "data/SpotState.h"
-#include "catalogue/SpotView.h"
 
 #include <gtest/gtest.h>
 
@@ -131,18 +130,4 @@ TEST(SpotCounts, EverySpotIsCountedInOnePart) {
   EXPECT_EQ(counts.All(), 14);
   EXPECT_EQ(counts.Text(),
             u"4 lopen, 2 beginnen later, 2 verlopen binnen 7 dagen, 4 voorbij of niet aktief, 2 zonder bestand"_s);
-}
-
-TEST(SpotView, RunningTodayIncludesWhatEndsSoonAndWhatIsOutsideItsHours) {
-  SpotCounts counts;
-  for (int state = 0; state < kSpotStates; ++state)
-    counts.Add(static_cast<SpotState>(state));
-  EXPECT_EQ(CountIn(SpotView::Alle, counts), 7);
-  EXPECT_EQ(CountIn(SpotView::LopenVandaag, counts), 3);
-  EXPECT_EQ(CountIn(SpotView::VerlopenBinnenkort, counts), 1);
-  EXPECT_EQ(CountIn(SpotView::ZonderBestand, counts), 1);
-  EXPECT_EQ(CountIn(SpotView::BeginnenLater, counts), 1);
-  EXPECT_EQ(CountIn(SpotView::VoorbijOfNietAktief, counts), 2);
-  EXPECT_TRUE(Matches(SpotView::LopenVandaag, SpotState::Verloopt));
-  EXPECT_FALSE(Matches(SpotView::LopenVandaag, SpotState::BestandOntbreekt));
 }

@@ -148,7 +148,7 @@ TEST_F(PeakCaching, KeepsTheFolderSmall) {
 
 TEST_F(PeaksOfAFile, LoudnessOfAFullScaleSineIsKnown) {
   Bytes bytes = ReadBytes(MakeTone(folder_.File("sinus.wav"), 5, 48000));
-  for (std::size_t i = 0; i < 5 * 48000; ++i) {
+  for (std::size_t i = 0; i < std::size_t{5} * 48000; ++i) {
     const auto value =
         static_cast<std::int16_t>(std::lrint(3276.7 * std::sin(2 * M_PI * 997 * static_cast<double>(i) / 48000)));
     for (std::size_t channel = 0; channel < 2; ++channel) {

@@ -76,7 +76,9 @@ struct Printer {
     return Printed(type == jet::ColumnType::Single ? 8 : 16, value);
   }
   std::string operator()(jet::Currency value) const {
-    return Scaled(value.scaled < 0, std::to_string(std::llabs(value.scaled)), 4);
+    // The lowest amount has no positive counterpart.
+    const auto bits = static_cast<std::uint64_t>(value.scaled);
+    return Scaled(value.scaled < 0, std::to_string(value.scaled < 0 ? 0 - bits : bits), 4);
   }
   std::string operator()(const jet::Decimal& value) const {
     return Scaled(value.negative, std::to_string(value.low), value.scale);

@@ -82,7 +82,7 @@ audio::OutputFactory PulledOutput::Factory() {
 
 std::vector<std::int16_t> PulledOutput::Pull(std::size_t frames) {
   std::vector<std::int16_t> taken;
-  std::vector<std::int16_t> step(512 * 2);
+  std::vector<std::int16_t> step(std::size_t{512} * 2);
   std::unique_lock lock(tap_->mutex);
   tap_->running.wait_for(lock, std::chrono::seconds(10), [this] { return tap_->source != nullptr; });
   while (tap_->source != nullptr && taken.size() / 2 < frames) {

@@ -1,0 +1,61 @@
+#include "tests/tools/RunTool.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// A local database in which many rows came and went.
+class Compact : public testing::Test {
+ protected:
+  Compact() {
+    RunTool({u"create"_s, folder_.path()});
+    Sql(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (1, \"%1\")"_s.arg(QString(3000, u'x')));
+    for (int n = 1; n <= 128; n *= 2)
+      Sql(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) SELECT ID + %1, SqlSyntax FROM tblOfflineLog"_s.arg(n));
+    Sql(u"DELETE FROM tblOfflineLog WHERE ID > 3"_s);
+  }
+  QString Local() const { return folder_.filePath(u"data/OvalistoLocal.mdb"_s); }
+  qint64 Size(const QString& path) const { return QFileInfo(path).size(); }
+  std::string Sql(const QString& statement) const { return RunTool({u"sql"_s, Local(), statement}).out; }
+  std::string Tables(const QString& path) const { return RunTool({u"tables"_s, path}).out; }
+
+  QTemporaryDir folder_;
+};
+
+TEST_F(Compact, SmallerFileTakesThePlaceOfTheOldWhichIsKept) {
+  const std::string tables = Tables(Local());
+  const qint64 before = Size(Local());
+  const ToolRun run = RunTool({u"compact"_s, Local()});
+  ASSERT_EQ(run.exitCode, kDone) << run.err;
+  EXPECT_LT(Size(Local()), before);
+  EXPECT_EQ(run.out, std::to_string(before) + " -> " + std::to_string(Size(Local())) + "\n");
+  EXPECT_EQ(Size(Local() + u".bak"_s), before);
+  EXPECT_EQ(Tables(Local()), tables);
+  EXPECT_EQ(RunTool({u"check"_s, Local()}).out, "ok\n");
+  EXPECT_EQ(Sql(u"DELETE FROM tblOfflineLog"_s), "3\n");
+}
+
+TEST_F(Compact, NewFileComesBesideTheOldWhichStaysAsItIs) {
+  const QString target = folder_.filePath(u"nieuw.mdb"_s);
+  const qint64 before = Size(Local());
+  ASSERT_EQ(RunTool({u"compact"_s, Local(), target}).exitCode, kDone);
+  EXPECT_EQ(Size(Local()), before);
+  EXPECT_FALSE(QFile::exists(Local() + u".bak"_s));
+  EXPECT_LT(Size(target), before);
+  EXPECT_EQ(Tables(target), Tables(Local()));
+  EXPECT_EQ(RunTool({u"check"_s, target}).out, "ok\n");
+}
+
+TEST_F(Compact, AFileThatIsThereIsNotReplaced) {
+  const ToolRun run = RunTool({u"compact"_s, Local(), folder_.filePath(u"data/work.mdb"_s)});
+  EXPECT_EQ(run.exitCode, kFailed);
+  EXPECT_NE(run.err.find("work.mdb"), std::string::npos) << run.err;
+}
+
+}  // namespace

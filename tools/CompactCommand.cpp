@@ -1,0 +1,35 @@
+#include "platform/jet/Compact.h"
+#include "tools/Commands.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+std::filesystem::path HostFile(const QString& name) { return QFile::encodeName(name).toStdString(); }
+
+int Compact(const Arguments& arguments, const Streams& streams) {
+  const QString source = arguments.Plain().first();
+  const QString target = arguments.Plain().last();
+  const qint64 before = QFileInfo(source).size();
+  jet::OpenOptions options;
+  options.password = arguments.Value(u"--password"_s).toStdU16String();
+  if (arguments.Plain().size() == 1) {
+    options.writable = true;
+    jet::Compact(HostFile(source), options);
+  } else {
+    jet::CompactInto(HostFile(source), HostFile(target), options);
+  }
+  streams.out << before << " -> " << QFileInfo(target).size() << '\n';
+  return kDone;
+}
+
+}  // namespace
+
+Command CompactCommand() {
+  return {u"compact"_s, u"BESTAND [NIEUW] [--password TEKST]"_s,
+          u"Herschrijft een database zonder lege ruimte; de oude blijft als .bak, of de nieuwe komt ernaast."_s,
+          1, 2, {u"--password"_s}, {}, Compact};
+}
