@@ -1,5 +1,6 @@
-// Saving an item with many spots: each link is a statement of its own, and durable, beside as many single durable inserts
-// into SQLite on the same disk (rollback journal, synchronous=EXTRA). usage: ItemSaveBench [FOLDER] (default: here)
+// Saving an item with many spots: each link is a statement of its own, and durable, beside as many single durable
+// inserts into SQLite on the same disk (rollback journal, synchronous=EXTRA). usage: ItemSaveBench [FOLDER] (default:
+// here)
 #include "data/DatabasePaths.h"
 #include "data/Globals.h"
 #include "data/Schema.h"
@@ -12,10 +13,10 @@
 #include <QElapsedTimer>
 #include <QTemporaryDir>
 
+#include <sqlite3.h>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
-#include <sqlite3.h>
 
 using namespace Qt::StringLiterals;
 
@@ -64,7 +65,8 @@ qint64 SqliteMs(const QString& folder) {
   const std::unique_ptr<sqlite3, decltype(&sqlite3_close)> database(opened, sqlite3_close);
   Run(opened, "PRAGMA journal_mode=DELETE");
   Run(opened, "PRAGMA synchronous=EXTRA");
-  Run(opened, "CREATE TABLE links (ItemID INT, ItemSpotOrder INT, ItemSpotID INT, PRIMARY KEY (ItemID, ItemSpotOrder))");
+  Run(opened,
+      "CREATE TABLE links (ItemID INT, ItemSpotOrder INT, ItemSpotID INT, PRIMARY KEY (ItemID, ItemSpotOrder))");
   Run(opened, "CREATE INDEX item ON links (ItemID)");
   Run(opened, "CREATE INDEX spot ON links (ItemSpotID)");
   QElapsedTimer timer;

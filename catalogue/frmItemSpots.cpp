@@ -1,8 +1,8 @@
 #include "catalogue/frmItemSpots.h"
 
 #include "catalogue/LocalCopy.h"
-#include "data/SpotDetails.h"
 #include "catalogue/SpotSurvey.h"
+#include "data/SpotDetails.h"
 #include "data/Writes.h"
 #include "platform/desktop/Trapped.h"
 #include "ui_frmItemSpots.h"

@@ -5,4 +5,6 @@
 
 using namespace Qt::StringLiterals;
 
-void AppendToAudioList(const QString& path) { runtime::AppendLine(global.exportPath + u"\\Audio.tae"_s, path); }
+void AppendToAudioList(const QString& path) {
+  runtime::AppendLine(global.exportPath + u"\\Audio.tae"_s, path);
+}

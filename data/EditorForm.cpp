@@ -6,6 +6,7 @@
 #include "platform/dao/Database.h"
 #include "platform/dao/SqlText.h"
 #include "platform/desktop/Trapped.h"
+#include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
 
 using namespace Qt::StringLiterals;
@@ -14,6 +15,17 @@ using desktop::Trapped;
 void EditorForm::TakeSelectedID() {
   isNew_ = !runtime::IsNumeric(global.gstrSelectedID);
   id_ = isNew_ ? 0 : runtime::ToLong(global.gstrSelectedID);
+}
+
+void EditorForm::Filled() {
+  isDirty_ = false;
+  filled_ = true;
+}
+
+void EditorForm::RequireFilled() const {
+  if (!isNew_ && !filled_) {
+    throw runtime::Error(u"Dit record kon bij het openen niet gelezen worden. Er is niets bewaard."_s);
+  }
 }
 
 bool EditorForm::IsFormDirty() {

@@ -32,11 +32,19 @@ class EditorForm : public Form {
 
   void Changed() { isDirty_ = true; }
 
+  // The end of every FillForm: what is shown is what is stored.
+  void Filled();
+  // Throws when an existing record could not be read whole: saving would write empty fields over it.
+  void RequireFilled() const;
+
   bool isDirty_ = false;
   bool isNew_ = false;
   qint32 id_ = 0;
+
+ private:
+  bool filled_ = false;
 };
 
-// Whether another record of the table has this name (cleaned of reserved characters, letter case ignored). A record that
-// exists (isNew false) does not collide with itself. Throws runtime::Error.
+// Whether another record of the table has this name (cleaned of reserved characters, letter case ignored). A record
+// that exists (isNew false) does not collide with itself. Throws runtime::Error.
 bool NameExists(const QString& databasePath, const QString& table, const QString& naam, bool isNew, qint32 id);

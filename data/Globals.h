@@ -24,9 +24,9 @@ struct Globals {
   bool online = false;  // off until it was read for the first time
 
   // What one screen hands to the next.
-  QString gstrSelectedID;  // a record's ID in decimal, "NIEUW", or a folder path
-  QString gstrOpruimenID;  // a record's ID in decimal, for the cleanup dialogs
-  QVariant lastAnswer;     // of the last question: a button's number, or a text
+  QString gstrSelectedID;   // a record's ID in decimal, "NIEUW", or a folder path
+  QString gstrOpruimenID;   // a record's ID in decimal, for the cleanup dialogs
+  QVariant lastAnswer;      // of the last question: a button's number, or a text
   bool lastResult = false;  // of the last write
 };
 

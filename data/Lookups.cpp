@@ -74,9 +74,8 @@ void SetRadioNaam() {
   Trapped(__func__, [&] {
     dao::Database database = dao::OpenDatabase(global.localDatabasePath);
     global.stationName = QString();
-    const dao::Recordset rows =
-        database.OpenRecordset(u"SELECT RadioNaam From cdeLicenties WHERE LicentieNummer = "_s +
-                               QString::number(global.stationNumber));
+    const dao::Recordset rows = database.OpenRecordset(u"SELECT RadioNaam From cdeLicenties WHERE LicentieNummer = "_s +
+                                                       QString::number(global.stationNumber));
     if (rows.Eof()) return;
     const QVariant name = rows.Field(u"RadioNaam"_s);
     if (!IsKull(name)) global.stationName = runtime::TrimBlanks(name.toString());

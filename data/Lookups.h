@@ -19,7 +19,8 @@ QString GetItemNaam(qint32 id, const QString& databasePath, const QString& table
 std::optional<dao::Recordset> GetItem_ItemSpots(qint32 itemID, const QString& databasePath, const QString& items,
                                                 const QString& link, const QString& spots);
 
-// Reads the online flag from the local database. Once the recordset is open the flag is on; a numeric value then decides.
+// Reads the online flag from the local database. Once the recordset is open the flag is on; a numeric value then
+// decides.
 void SetOnlineYn();
 // Reads the station's name from the local database.
 void SetRadioNaam();

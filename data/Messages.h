@@ -15,8 +15,8 @@ struct MsgElements {
 MsgElements GetMsgElements(int msgNr, const QString& value1 = {}, const QString& value2 = {},
                            const QString& value3 = {});
 
-// Shows the message, titled "Items", and returns the button chosen: OK 1, Cancel 2, Yes 6, No 7. When its text could not
-// be read nothing more is shown and the answer is 0. The answer is kept in global.lastAnswer.
+// Shows the message, titled "Items", and returns the button chosen: OK 1, Cancel 2, Yes 6, No 7. When its text could
+// not be read nothing more is shown and the answer is 0. The answer is kept in global.lastAnswer.
 int ShowAppMessage(int msgNr, const QString& value1 = {}, const QString& value2 = {}, const QString& value3 = {});
 
 // A fixed text with a style value, titled "Items"; the answer as above, kept likewise.

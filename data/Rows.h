@@ -3,8 +3,8 @@
 
 #include <optional>
 
-// The values of one catalogue row as the editors hand them to the write layer. An empty optional is "no value": left out
-// of an insert, NULL in an update.
+// The values of one catalogue row as the editors hand them to the write layer. An empty optional is "no value": left
+// out of an insert, NULL in an update.
 
 struct ItemRow {
   qint32 id = 0;

@@ -21,16 +21,27 @@ FieldDef Field(const QString& name, FieldType type, int size = 0) {
   return field;
 }
 
-FieldDef Long(const QString& name) { return Field(name, FieldType::Long); }
-FieldDef Integer(const QString& name) { return Field(name, FieldType::Integer); }
-FieldDef Date(const QString& name) { return Field(name, FieldType::Date); }
-FieldDef Text(const QString& name, int size = 255) { return Field(name, FieldType::Text, size); }
-FieldDef Memo(const QString& name) { return Field(name, FieldType::Memo); }
+FieldDef Long(const QString& name) {
+  return Field(name, FieldType::Long);
+}
+FieldDef Integer(const QString& name) {
+  return Field(name, FieldType::Integer);
+}
+FieldDef Date(const QString& name) {
+  return Field(name, FieldType::Date);
+}
+FieldDef Text(const QString& name, int size = 255) {
+  return Field(name, FieldType::Text, size);
+}
+FieldDef Memo(const QString& name) {
+  return Field(name, FieldType::Memo);
+}
 
 IndexDef Index(const QString& name, const QStringList& fields) {
   IndexDef index;
   index.name = name;
-  for (const QString& field : fields) index.fields.append({field, dao::Direction::Ascending});
+  for (const QString& field : fields)
+    index.fields.append({field, dao::Direction::Ascending});
   return index;
 }
 
@@ -71,17 +82,21 @@ TableDef ItemPingles(const QString& name) {
 TableDef ItemsItemSpots(const QString& name) {
   return {name,
           {Long(u"ItemID"_s), Long(u"ItemSpotOrder"_s), Long(u"ItemSpotID"_s)},
-          {PrimaryKey({u"ItemID"_s, u"ItemSpotOrder"_s}), Index(u"ItemID"_s, {u"ItemID"_s}), Index(u"ItemSpotID"_s, {u"ItemSpotID"_s})}};
+          {PrimaryKey({u"ItemID"_s, u"ItemSpotOrder"_s}), Index(u"ItemID"_s, {u"ItemID"_s}),
+           Index(u"ItemSpotID"_s, {u"ItemSpotID"_s})}};
 }
 
 void CreateWith(const QString& path, const QList<TableDef>& tables) {
   dao::CreateDatabase(path);
   dao::Database database = dao::OpenDatabase(path);
-  for (const TableDef& table : tables) database.CreateTable(table);
+  for (const TableDef& table : tables)
+    database.CreateTable(table);
 }
 
 // A text of ours as a literal of the SQL dialect, where two double quotes stand for one.
-QString Literal(const QString& text) { return u'"' + QString(text).replace(u'"', u"\"\""_s) + u'"'; }
+QString Literal(const QString& text) {
+  return u'"' + QString(text).replace(u'"', u"\"\""_s) + u'"';
+}
 
 }  // namespace
 
@@ -91,21 +106,24 @@ QList<TableDef> ServerTables() {
 }
 
 QList<TableDef> LocalTables() {
-  return {Items(u"tblCopie_Items"_s),
-          ItemSpots(u"tblCopie_ItemSpots"_s),
-          ItemPingles(u"tblCopie_ItemPingles"_s),
-          ItemsItemSpots(u"tblCopie_ItemsItemSpots"_s),
-          // A statement can be longer than a text field holds.
-          {u"tblOfflineLog"_s, {Long(u"ID"_s), Memo(u"SqlSyntax"_s)}, {PrimaryKey({u"ID"_s})}},
-          {u"cdeInstellingen"_s, {Text(u"InitCode"_s, 50), Text(u"InitValue"_s)}, {PrimaryKey({u"InitCode"_s})}},
-          {u"cdeLicenties"_s, {Long(u"LicentieNummer"_s), Text(u"RadioNaam"_s)}, {PrimaryKey({u"LicentieNummer"_s})}},
-          {u"appMessages"_s,
-           {Long(u"MsgNr"_s), Text(u"MsgTekst"_s), Text(u"MsgStyle"_s, 1)},
-           {PrimaryKey({u"MsgNr"_s})}}};
+  return {
+      Items(u"tblCopie_Items"_s),
+      ItemSpots(u"tblCopie_ItemSpots"_s),
+      ItemPingles(u"tblCopie_ItemPingles"_s),
+      ItemsItemSpots(u"tblCopie_ItemsItemSpots"_s),
+      // A statement can be longer than a text field holds.
+      {u"tblOfflineLog"_s, {Long(u"ID"_s), Memo(u"SqlSyntax"_s)}, {PrimaryKey({u"ID"_s})}},
+      {u"cdeInstellingen"_s, {Text(u"InitCode"_s, 50), Text(u"InitValue"_s)}, {PrimaryKey({u"InitCode"_s})}},
+      {u"cdeLicenties"_s, {Long(u"LicentieNummer"_s), Text(u"RadioNaam"_s)}, {PrimaryKey({u"LicentieNummer"_s})}},
+      {u"appMessages"_s, {Long(u"MsgNr"_s), Text(u"MsgTekst"_s), Text(u"MsgStyle"_s, 1)}, {PrimaryKey({u"MsgNr"_s})}}};
 }
 
-void CreateServerDatabase(const QString& path) { CreateWith(path, ServerTables()); }
-void CreateWorkDatabase(const QString& path) { CreateWith(path, {}); }
+void CreateServerDatabase(const QString& path) {
+  CreateWith(path, ServerTables());
+}
+void CreateWorkDatabase(const QString& path) {
+  CreateWith(path, {});
+}
 
 void CreateLocalDatabase(const QString& path) {
   CreateWith(path, LocalTables());
@@ -113,8 +131,8 @@ void CreateLocalDatabase(const QString& path) {
   database.Execute(u"INSERT INTO cdeInstellingen (InitCode, InitValue) VALUES (\"OnlineYn\", \"-1\")"_s);
   for (const MessageText& message : MessageTexts()) {
     database.Execute(u"INSERT INTO appMessages (MsgNr, MsgTekst, MsgStyle) VALUES ("_s +
-                     QString::number(message.number) + u", " + Literal(message.text) + u", " +
-                     Literal(message.style) + u")");
+                     QString::number(message.number) + u", " + Literal(message.text) + u", " + Literal(message.style) +
+                     u")");
   }
 }
 

@@ -9,8 +9,8 @@ namespace schema {
 
 // Of the server database: the catalogue.
 QList<dao::TableDef> ServerTables();
-// Of the local database: the copies of the catalogue (same fields in the same order), the offline log, the settings, the
-// stations and the messages.
+// Of the local database: the copies of the catalogue (same fields in the same order), the offline log, the settings,
+// the stations and the messages.
 QList<dao::TableDef> LocalTables();
 
 // Each makes a new file (path text) with every table; an Error when the file exists.

@@ -17,9 +17,13 @@ QMap<Screen, ShowScreenModally>& Registered() {
 
 }  // namespace
 
-void RegisterScreen(Screen screen, ShowScreenModally show) { Registered()[screen] = std::move(show); }
+void RegisterScreen(Screen screen, ShowScreenModally show) {
+  Registered()[screen] = std::move(show);
+}
 
-bool HasScreen(Screen screen) { return static_cast<bool>(Registered().value(screen)); }
+bool HasScreen(Screen screen) {
+  return static_cast<bool>(Registered().value(screen));
+}
 
 void ShowScreen(Screen screen, QWidget* owner) {
   const ShowScreenModally show = Registered().value(screen);

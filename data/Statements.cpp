@@ -8,7 +8,9 @@ using namespace Qt::StringLiterals;
 namespace statements {
 namespace {
 
-QString Number(qint32 value) { return QString::number(value); }
+QString Number(qint32 value) {
+  return QString::number(value);
+}
 
 QString Quoted(const QString& field, const QString& value) {
   if (value.contains(u'"') || value.contains(QChar(0))) {
@@ -52,7 +54,9 @@ QString JingleClause(const QString& field, const std::optional<qint32>& value) {
   return NumberClause(field, value, field + u" = NULL, ");
 }
 
-QString Where(qint32 id) { return u"WHERE ID = "_s + Number(id); }
+QString Where(qint32 id) {
+  return u"WHERE ID = "_s + Number(id);
+}
 
 // What UPDATE of item-spots and jingles begin with. The stray apostrophe makes the database refuse an empty name.
 QString FileClauses(const QString& path, const QString& naam) {
@@ -176,7 +180,9 @@ QString Delete(qint32 id, const QString& table, const QString& keyField) {
   return u"DELETE FROM "_s + table + u" WHERE " + keyField + u" = " + Number(id);
 }
 
-QString DeleteAll(const QString& table) { return u"DELETE FROM "_s + table; }
+QString DeleteAll(const QString& table) {
+  return u"DELETE FROM "_s + table;
+}
 
 QString LogText(const QString& statement) {
   QString text = statement;

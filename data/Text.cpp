@@ -13,4 +13,6 @@ bool IsKull(const QVariant& value) {
   return !value.isValid() || value.isNull() || runtime::TrimBlanks(value.toString()).isEmpty();
 }
 
-QString GetFile(const QString& path) { return path.mid(path.lastIndexOf(u'\\') + 1); }
+QString GetFile(const QString& path) {
+  return path.mid(path.lastIndexOf(u'\\') + 1);
+}

@@ -44,8 +44,8 @@ bool WriteItemPingles(const QString& statement, const QString& databasePath) {
 }
 
 // What a delete is logged as. Only the last two replacements reach the log: deletes of items and of links keep the copy
-// table's name, and the misspelt name means that deletes of jingles are never logged at all. The companion tool counts on
-// both.
+// table's name, and the misspelt name means that deletes of jingles are never logged at all. The companion tool counts
+// on both.
 QString DeleteForLog(const QString& statement) {
   QString text = statement;
   text.replace(u"tblCopie_ItemSpots"_s, u"tblItemSpots"_s);

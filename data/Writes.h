@@ -4,9 +4,9 @@
 #include <QString>
 
 // The only way in which the catalogue changes. Each procedure builds one statement, carries it out on the database and
-// table its caller names and, while the system works offline, appends it to tblOfflineLog of the local database with the
-// server table's name in place of the copy table's. True when all of that was done. On an error each shows it under its
-// own name and returns false (Reset_... stays silent); a statement already carried out stays carried out.
+// table its caller names and, while the system works offline, appends it to tblOfflineLog of the local database with
+// the server table's name in place of the copy table's. True when all of that was done. On an error each shows it under
+// its own name and returns false (Reset_... stays silent); a statement already carried out stays carried out.
 
 bool Insert_tblItems(const ItemRow& row, const QString& databasePath, const QString& table);
 bool Update_tblItems(const ItemRow& row, const QString& databasePath, const QString& table);

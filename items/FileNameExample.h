@@ -6,10 +6,10 @@
 struct FileNamePattern {
   QString directory;
   QString fixedPart;
-  int variableCode = 0;   // 1 "ddmmyyyy", 2 "ddmmyyyyhh", 3 "ww", 4 "mm"; 0 = none
-  QString format;         // the chosen entry's text, used as a date format
+  int variableCode = 0;    // 1 "ddmmyyyy", 2 "ddmmyyyyhh", 3 "ww", 4 "mm"; 0 = none
+  QString format;          // the chosen entry's text, used as a date format
   int firstDayOfWeek = 0;  // 1 = Sunday to 7 = Saturday, 0 = the system's own; for "ww" alone
-  QString extension;      // without the point
+  QString extension;       // without the point
   bool severalSpots = false;
 };
 

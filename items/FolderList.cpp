@@ -39,7 +39,9 @@ QStringList Subfolders(const QString& pathText) {
 
 }  // namespace
 
-FolderList::FolderList(QWidget* parent) : ListBox(parent) { setTabKeyNavigation(false); }
+FolderList::FolderList(QWidget* parent) : ListBox(parent) {
+  setTabKeyNavigation(false);
+}
 
 void FolderList::SetPath(const QString& pathText) {
   const QStringList below = Subfolders(pathText);  // may throw: what is shown stays
@@ -56,7 +58,8 @@ void FolderList::SetPath(const QString& pathText) {
   }
   path_ = path;
   pathLine_ = depth;
-  for (const QString& name : below) AddFolder(Below(path, name), name, depth + 1);
+  for (const QString& name : below)
+    AddFolder(Below(path, name), name, depth + 1);
 }
 
 void FolderList::AddFolder(const QString& path, const QString& name, int depth) {
@@ -65,7 +68,9 @@ void FolderList::AddFolder(const QString& path, const QString& name, int depth) 
   AddItem(QString(3 * depth, u' ') + name, paths_.size() - 1);
 }
 
-QString FolderList::List(int index) const { return paths_.at(static_cast<qsizetype>(ItemData(index))); }
+QString FolderList::List(int index) const {
+  return paths_.at(static_cast<qsizetype>(ItemData(index)));
+}
 
 void FolderList::keyboardSearch(const QString& typed) {
   const bool goesOn = sinceTyped_.isValid() && sinceTyped_.elapsed() < QApplication::keyboardInputInterval();

@@ -14,8 +14,8 @@ class FolderList : public controls::ListBox {
 
   // The folder whose tree is shown; empty at first.
   QString Path() const { return path_; }
-  // Shows another folder's tree, nothing selected. Throws runtime::Error, and keeps what it showed, when the folder is not
-  // there, not reachable or not readable.
+  // Shows another folder's tree, nothing selected. Throws runtime::Error, and keeps what it showed, when the folder is
+  // not there, not reachable or not readable.
   void SetPath(const QString& pathText);
   // The line of the current folder.
   int PathLine() const { return pathLine_; }

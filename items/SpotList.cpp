@@ -9,7 +9,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString Clock(qint64 seconds) { return u"%1:%2"_s.arg(seconds / 60).arg(seconds % 60, 2, 10, QChar(u'0')); }
+QString Clock(qint64 seconds) {
+  return u"%1:%2"_s.arg(seconds / 60).arg(seconds % 60, 2, 10, QChar(u'0'));
+}
 
 }  // namespace
 
@@ -40,6 +42,7 @@ QString SpotLengths::Total(const controls::ListBox& list) const {
   const int count = list.ListCount();
   if (count == 0) return {};
   qint64 total = 0;
-  for (int line = 0; line < count; ++line) total += seconds_.value(list.ItemData(line));
+  for (int line = 0; line < count; ++line)
+    total += seconds_.value(list.ItemData(line));
   return (count == 1 ? u"1 item-spot"_s : u"%1 item-spots"_s.arg(count)) + u", samen " + Clock(total);
 }

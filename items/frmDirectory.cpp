@@ -54,7 +54,8 @@ void frmDirectory::Form_Load() {
 // The first drive and its folders, nothing chosen.
 void frmDirectory::ShowDefaults() {
   const QSignalBlocker quiet(ui_->cboDrive);
-  for (const QString& drive : runtime::Drives()) ui_->cboDrive->AddItem(drive);
+  for (const QString& drive : runtime::Drives())
+    ui_->cboDrive->AddItem(drive);
   if (ui_->cboDrive->ListCount() == 0) return;
   ui_->cboDrive->SetListIndex(0);
   ui_->lstDir->SetPath(ui_->cboDrive->Text(0));

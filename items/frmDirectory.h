@@ -7,8 +7,8 @@ namespace Ui {
 class frmDirectory;
 }
 
-// Lets the user choose a folder. The caller puts the folder to start from into gstrSelectedID (or nothing) and finds the
-// chosen one there; after a cancel it holds what it held.
+// Lets the user choose a folder. The caller puts the folder to start from into gstrSelectedID (or nothing) and finds
+// the chosen one there; after a cancel it holds what it held.
 class frmDirectory : public Form {
   Q_OBJECT
 

@@ -135,14 +135,16 @@ void frmItemsDetail::chkPingle_Click() {
 
 void frmItemsDetail::ledMix_Click() {
   Trapped(__func__, [this] {
-    const auto answer = desktop::AskText(this, u"Geef een numerische waarde ..."_s, u"Items"_s,
-                                         QString::number(ui_->ledMix->Value()));
+    const auto answer =
+        desktop::AskText(this, u"Geef een numerische waarde ..."_s, u"Items"_s, QString::number(ui_->ledMix->Value()));
     global.lastAnswer = answer.value_or(QString());
     if (answer && runtime::IsNumeric(*answer)) ui_->ledMix->SetValue(runtime::ToLong(*answer));
   });
 }
 
-void frmItemsDetail::lstOpt1ItemSpots_Click() { InitCommands(); }
+void frmItemsDetail::lstOpt1ItemSpots_Click() {
+  InitCommands();
+}
 
 void frmItemsDetail::cmdOpt1Toevoegen_Click() {
   Trapped(__func__, [this] {
@@ -210,9 +212,10 @@ void frmItemsDetail::cmdNormalizeItem_Click() {
         global.lastResult = Reset_tblItemSpots_AantalGedraaid(spot, catalogue.databasePath, catalogue.itemSpots);
       }
     }
-    ShowItemsMessage(u"Het 'Aantal gedraaid' van de item-spots verbonden met dit item werden op nul gezet,\r\n"
-                     u"zodat elke item-spot voortaan gelijkwaardig behandeld wordt."_s,
-                     64);
+    ShowItemsMessage(
+        u"Het 'Aantal gedraaid' van de item-spots verbonden met dit item werden op nul gezet,\r\n"
+        u"zodat elke item-spot voortaan gelijkwaardig behandeld wordt."_s,
+        64);
   });
 }
 

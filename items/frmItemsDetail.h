@@ -96,7 +96,7 @@ class frmItemsDetail : public EditorForm {
   std::unique_ptr<Ui::frmItemsDetail> ui_;
   SpotLengths lengths_;
   bool isLocked_ = false;
-  qint32 locked_ = 0;  // as read, written back unchanged
+  qint32 locked_ = 0;     // as read, written back unchanged
   qint32 storedMix_ = 0;  // Opt2MixPunt as read, and what the panel made of it
   qint32 shownMix_ = 0;
 };

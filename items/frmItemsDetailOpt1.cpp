@@ -94,7 +94,9 @@ void frmItemsDetailOpt1::Opslaan() {
   });
 }
 
-void frmItemsDetailOpt1::cboItemSpot_Click() { Changed(); }
+void frmItemsDetailOpt1::cboItemSpot_Click() {
+  Changed();
+}
 
 void frmItemsDetailOpt1::cmdOk_Click() {
   Trapped(__func__, [this] {

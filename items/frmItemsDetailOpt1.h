@@ -10,8 +10,8 @@ namespace controls {
 class ListBox;
 }
 
-// Adds one item-spot to the list of an item, or changes the text of an entry. It works on the item editor's own list and
-// writes nothing to the database.
+// Adds one item-spot to the list of an item, or changes the text of an entry. It works on the item editor's own list
+// and writes nothing to the database.
 class frmItemsDetailOpt1 : public EditorForm {
   Q_OBJECT
 

@@ -36,7 +36,8 @@ std::optional<qint32> Chosen(const controls::ComboBox& combo) {
 
 void AddNumbered(controls::ComboBox& combo, const QStringList& texts) {
   combo.Clear();
-  for (int i = 0; i < texts.size(); ++i) combo.AddItem(texts[i], i + 1);
+  for (int i = 0; i < texts.size(); ++i)
+    combo.AddItem(texts[i], i + 1);
 }
 
 }  // namespace
@@ -49,8 +50,8 @@ void frmItemsDetail::FillCboOpt2VariabelNaamGedeelte() {
 
 void frmItemsDetail::FillCboOpt2Eerstedagvanweek() {
   Trapped(__func__, [this] {
-    AddNumbered(*ui_->cboOpt2Eerstedagvanweek, {u"Zondag"_s, u"Maandag"_s, u"Dinsdag"_s, u"Woensdag"_s, u"Donderdag"_s,
-                                                u"Vrijdag"_s, u"Zaterdag"_s});
+    AddNumbered(*ui_->cboOpt2Eerstedagvanweek,
+                {u"Zondag"_s, u"Maandag"_s, u"Dinsdag"_s, u"Woensdag"_s, u"Donderdag"_s, u"Vrijdag"_s, u"Zaterdag"_s});
   });
 }
 
@@ -80,7 +81,7 @@ void frmItemsDetail::FillForm() {
       const dao::Recordset row = ItemByID(CurrentCatalogue(), id_);
       if (!(row.Bof() && row.Eof())) FillFields(row);
     }
-    isDirty_ = false;
+    Filled();
   });
 }
 
@@ -147,9 +148,9 @@ void frmItemsDetail::FillFraItemSpots() {
     const Catalogue catalogue = CurrentCatalogue();
     const QString& link = catalogue.itemsItemSpots;
     dao::Database database = dao::OpenDatabase(catalogue.databasePath);
-    dao::Recordset rows = database.OpenRecordset(u"SELECT "_s + link + u".ItemSpotOrder, " + link + u".ItemSpotID From " +
-                                                 link + u" WHERE " + link + u".ItemID = " + QString::number(id_) +
-                                                 u" ORDER BY " + link + u".ItemSpotOrder");
+    dao::Recordset rows = database.OpenRecordset(u"SELECT "_s + link + u".ItemSpotOrder, " + link +
+                                                 u".ItemSpotID From " + link + u" WHERE " + link + u".ItemID = " +
+                                                 QString::number(id_) + u" ORDER BY " + link + u".ItemSpotOrder");
     for (; !rows.Eof(); rows.MoveNext()) {
       const QVariant spot = rows.Field(u"ItemSpotID"_s);
       const qint32 spotID = runtime::IsNumeric(spot) ? runtime::ToLong(spot) : kNoSpot;
@@ -190,7 +191,8 @@ bool frmItemsDetail::OpslaanProceed() {
 }
 
 bool frmItemsDetail::PatternProceed() {
-  if (!FilledWithin(ui_->txtOpt2Directory->text(), u"Directory"_s, kLongestDirectory, ui_->txtOpt2Directory)) return false;
+  if (!FilledWithin(ui_->txtOpt2Directory->text(), u"Directory"_s, kLongestDirectory, ui_->txtOpt2Directory))
+    return false;
   if (!FilledWithin(ui_->txtOpt2VastNaamGedeelte->text(), u"Vast Naam-gedeelte"_s, kLongestName,
                     ui_->txtOpt2VastNaamGedeelte)) {
     return false;
@@ -198,7 +200,8 @@ bool frmItemsDetail::PatternProceed() {
   if (ui_->cboOpt2VariabelNaamGedeelte->ListIndex() == -1) {
     return Refuse(1501, u"Variabel Naam-gedeelte"_s, u"format"_s, ui_->cboOpt2VariabelNaamGedeelte);
   }
-  return FilledWithin(ui_->txtOpt2FileExtensie->text(), u"File-extensie"_s, kLongestExtension, ui_->txtOpt2FileExtensie);
+  return FilledWithin(ui_->txtOpt2FileExtensie->text(), u"File-extensie"_s, kLongestExtension,
+                      ui_->txtOpt2FileExtensie);
 }
 
 bool frmItemsDetail::SeveralSpotsProceed() {
@@ -254,6 +257,7 @@ void frmItemsDetail::Opslaan() {
     if (isLocked_) return;
     const Catalogue catalogue = CurrentCatalogue();
     const desktop::WaitPointer wait;
+    RequireFilled();
     RequireStillThere(catalogue);
     if (isNew_) {
       id_ = GetNewID(catalogue.items, catalogue.items + u".ID", catalogue.databasePath);

@@ -94,7 +94,7 @@ void AudioEditor::FillForm() {
       FillRecord(row);
     }
     row.Close();
-    isDirty_ = false;
+    Filled();
   });
 }
 

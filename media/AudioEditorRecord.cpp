@@ -107,6 +107,7 @@ bool AudioEditor::IsDuplicateCode() {
 void AudioEditor::Opslaan() {
   Trapped(__func__, [&] {
     isDirty_ = true;
+    RequireFilled();
     const desktop::WaitPointer wait;
     const QString databasePath = CurrentCatalogue().databasePath;
     const QString table = TableName();

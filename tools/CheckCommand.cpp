@@ -10,11 +10,11 @@ namespace {
 int Check(const Arguments& arguments, const Streams& streams) {
   jet::OpenOptions options;
   options.password = arguments.Value(u"--password"_s).toStdU16String();
-  const auto database =
-      jet::Database::Open(QFile::encodeName(arguments.Plain().first()).toStdString(), options);
+  const auto database = jet::Database::Open(QFile::encodeName(arguments.Plain().first()).toStdString(), options);
   const jet::ReadTurn reading(*database);
   const std::vector<jet::Finding> findings = jet::CheckDatabase(*database);
-  for (const jet::Finding& finding : findings) streams.out << finding.Line() << '\n';
+  for (const jet::Finding& finding : findings)
+    streams.out << finding.Line() << '\n';
   if (jet::HasProblem(findings)) return kFailed;
   streams.out << "ok\n";
   return kDone;
@@ -23,7 +23,12 @@ int Check(const Arguments& arguments, const Streams& streams) {
 }  // namespace
 
 Command CheckCommand() {
-  return {u"check"_s, u"BESTAND [--password TEKST]"_s,
+  return {u"check"_s,
+          u"BESTAND [--password TEKST]"_s,
           u"Controleert een database en verandert niets: 'ok', of een regel per probleem."_s,
-          1, 1, {u"--password"_s}, {}, Check};
+          1,
+          1,
+          {u"--password"_s},
+          {},
+          Check};
 }

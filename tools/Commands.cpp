@@ -10,12 +10,15 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-std::string Utf8(const QString& text) { return text.toStdString(); }
+std::string Utf8(const QString& text) {
+  return text.toStdString();
+}
 
 void ShowHelp(std::ostream& out) {
   out << "spotrooster-db: onderhoud van de databases van Spotrooster\n\n";
   for (const Command& command : AllCommands()) {
-    out << "  spotrooster-db " << Utf8(command.name + u' ' + command.usage) << "\n      " << Utf8(command.summary) << "\n";
+    out << "  spotrooster-db " << Utf8(command.name + u' ' + command.usage) << "\n      " << Utf8(command.summary)
+        << "\n";
   }
 }
 
@@ -45,8 +48,8 @@ int Run(const Command& command, const QStringList& words, const Streams& streams
 }  // namespace
 
 QList<Command> AllCommands() {
-  return {CreateCommand(), DemoCommand(), TablesCommand(), SchemaCommand(), DumpCommand(), SqlCommand(),
-          MeasureCommand(), CheckCommand(), CompactCommand()};
+  return {CreateCommand(), DemoCommand(),    TablesCommand(), SchemaCommand(), DumpCommand(),
+          SqlCommand(),    MeasureCommand(), CheckCommand(),  CompactCommand()};
 }
 
 int RunCommand(const QStringList& words, const Streams& streams) {

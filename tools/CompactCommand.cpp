@@ -8,7 +8,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-std::filesystem::path HostFile(const QString& name) { return QFile::encodeName(name).toStdString(); }
+std::filesystem::path HostFile(const QString& name) {
+  return QFile::encodeName(name).toStdString();
+}
 
 int Compact(const Arguments& arguments, const Streams& streams) {
   const QString source = arguments.Plain().first();
@@ -29,7 +31,12 @@ int Compact(const Arguments& arguments, const Streams& streams) {
 }  // namespace
 
 Command CompactCommand() {
-  return {u"compact"_s, u"BESTAND [NIEUW] [--password TEKST]"_s,
+  return {u"compact"_s,
+          u"BESTAND [NIEUW] [--password TEKST]"_s,
           u"Herschrijft een database zonder lege ruimte; de oude blijft als .bak, of de nieuwe komt ernaast."_s,
-          1, 2, {u"--password"_s}, {}, Compact};
+          1,
+          2,
+          {u"--password"_s},
+          {},
+          Compact};
 }

@@ -20,7 +20,12 @@ int Create(const Arguments& arguments, const Streams& streams) {
 }  // namespace
 
 Command CreateCommand() {
-  return {u"create"_s, u"MAP [--station N --name NAAM]"_s,
+  return {u"create"_s,
+          u"MAP [--station N --name NAAM]"_s,
           u"Maakt in een programmamap de lege databases van een zender, met meldingen en instellingen."_s,
-          1, 1, {u"--station"_s, u"--name"_s}, {}, Create};
+          1,
+          1,
+          {u"--station"_s, u"--name"_s},
+          {},
+          Create};
 }

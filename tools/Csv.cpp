@@ -8,12 +8,14 @@ using namespace Qt::StringLiterals;
 namespace {
 
 QString Quoted(const QString& text) {
-  const bool needed = text.isEmpty() || text.contains(u'"') || text.contains(u',') || text.contains(u'\n') ||
-                      text.contains(u'\r');
+  const bool needed =
+      text.isEmpty() || text.contains(u'"') || text.contains(u',') || text.contains(u'\n') || text.contains(u'\r');
   return needed ? u'"' + QString(text).replace(u'"', u"\"\""_s) + u'"' : text;
 }
 
-void WriteLine(const QStringList& fields, std::ostream& out) { out << fields.join(u',').toStdString() << "\r\n"; }
+void WriteLine(const QStringList& fields, std::ostream& out) {
+  out << fields.join(u',').toStdString() << "\r\n";
+}
 
 }  // namespace
 
@@ -36,11 +38,13 @@ QString CsvField(const QVariant& value) {
 void WriteCsv(dao::Recordset& rows, std::ostream& out) {
   const QStringList names = rows.FieldNames();
   QStringList header;
-  for (const QString& name : names) header += Quoted(name);
+  for (const QString& name : names)
+    header += Quoted(name);
   WriteLine(header, out);
   for (; !rows.Eof(); rows.MoveNext()) {
     QStringList fields;
-    for (int i = 0; i < names.size(); ++i) fields += CsvField(rows.Field(i));
+    for (int i = 0; i < names.size(); ++i)
+      fields += CsvField(rows.Field(i));
     WriteLine(fields, out);
   }
 }

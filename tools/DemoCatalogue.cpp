@@ -8,34 +8,74 @@ namespace demo {
 namespace {
 
 const QStringList& SpotNames() {
-  static const QStringList names = {
-      u"Autobedrijf De Smet - opendeurdagen"_s, u"Bakkerij Van Damme - paasbrood"_s, u"Boekhandel Lezenswaard"_s,
-      u"Bouwmarkt Vermeulen - gereedschap"_s, u"Brillen Claes - tweede glas gratis"_s, u"Café De Zwaan - quizavond"_s,
-      u"Fietsen Janssens - voorjaarsactie"_s, u"Gemeente Wielmeer - wegwerkzaamheden"_s, u"Kaasboerderij Ter Linde"_s,
-      u"Kringwinkel Het Rad - inzameldag"_s, u"Meubelhuis Peeters - slaapweken"_s, u"Schouwburg De Kaai - seizoen"_s,
-      u"Tuincentrum De Linde - lente"_s, u"Verzekeringen Maes & Zoon"_s, u"Vishandel De Steur - mosselweken"_s,
-      u"Apotheek Centrum - griepprik"_s, u"Bioscoop Lumière - familiefilm"_s, u"Brasserie Het Sluisje - menu"_s,
-      u"Camping De Duinen - vroegboeken"_s, u"Carwash Blinkend"_s, u"Dierenarts Hermans - vaccinatiedag"_s,
-      u"Drankenhandel Goossens - bierweken"_s, u"Elektro Wouters - wasmachines"_s, u"Fitness Kracht & Balans"_s,
-      u"Frituur 't Hoekje"_s, u"Garage Lambrecht - bandenwissel"_s, u"Golfclub Polderzicht - initiatie"_s,
-      u"Hengelsport Van den Berg"_s, u"Hotel Zeezicht - arrangement"_s, u"Huisarts in opleiding - oproep"_s,
-      u"IJssalon Vanille - opening"_s, u"Immo Polder - kijkdagen"_s, u"Jeugdhuis De Schuur - fuif"_s,
-      u"Juwelier Diamant - trouwringen"_s, u"Kapsalon Knip & Krul"_s, u"Keukens Mertens - toonzaal"_s,
-      u"Kinderboerderij Het Veulen"_s, u"Koffiebranderij Mokka"_s, u"Maaltijddienst Lekker Thuis"_s,
-      u"Markt Wielmeer - elke woensdag"_s, u"Muziekschool Da Capo - inschrijven"_s, u"Natuurpunt - wandeling"_s,
-      u"Notariskantoor Devos"_s, u"Ombudsdienst - uw rechten"_s, u"Optiek Zicht - zonnebrillen"_s,
-      u"Papierhandel Schrift - schooltassen"_s, u"Parketvloeren Eik"_s, u"Pizzeria Napoli - afhalen"_s,
-      u"Politiezone - BOB-campagne"_s, u"Reisbureau Horizon - last minutes"_s, u"Rode Kruis - bloedinzameling"_s,
-      u"Schoenen Verbeke - koopjes"_s, u"Slagerij Aerts - barbecue"_s, u"Speelgoed De Tol - sinterklaas"_s,
-      u"Sportwinkel Sprint - loopschoenen"_s, u"Taxi Polder - dag en nacht"_s, u"Theater De Vlieger - première"_s,
-      u"Zonnepanelen Helder"_s, u"Zorgpunt - mantelzorg"_s, u"Zwembad De Dolfijn - zwemlessen"_s};
+  static const QStringList names = {u"Autobedrijf De Smet - opendeurdagen"_s,
+                                    u"Bakkerij Van Damme - paasbrood"_s,
+                                    u"Boekhandel Lezenswaard"_s,
+                                    u"Bouwmarkt Vermeulen - gereedschap"_s,
+                                    u"Brillen Claes - tweede glas gratis"_s,
+                                    u"Café De Zwaan - quizavond"_s,
+                                    u"Fietsen Janssens - voorjaarsactie"_s,
+                                    u"Gemeente Wielmeer - wegwerkzaamheden"_s,
+                                    u"Kaasboerderij Ter Linde"_s,
+                                    u"Kringwinkel Het Rad - inzameldag"_s,
+                                    u"Meubelhuis Peeters - slaapweken"_s,
+                                    u"Schouwburg De Kaai - seizoen"_s,
+                                    u"Tuincentrum De Linde - lente"_s,
+                                    u"Verzekeringen Maes & Zoon"_s,
+                                    u"Vishandel De Steur - mosselweken"_s,
+                                    u"Apotheek Centrum - griepprik"_s,
+                                    u"Bioscoop Lumière - familiefilm"_s,
+                                    u"Brasserie Het Sluisje - menu"_s,
+                                    u"Camping De Duinen - vroegboeken"_s,
+                                    u"Carwash Blinkend"_s,
+                                    u"Dierenarts Hermans - vaccinatiedag"_s,
+                                    u"Drankenhandel Goossens - bierweken"_s,
+                                    u"Elektro Wouters - wasmachines"_s,
+                                    u"Fitness Kracht & Balans"_s,
+                                    u"Frituur 't Hoekje"_s,
+                                    u"Garage Lambrecht - bandenwissel"_s,
+                                    u"Golfclub Polderzicht - initiatie"_s,
+                                    u"Hengelsport Van den Berg"_s,
+                                    u"Hotel Zeezicht - arrangement"_s,
+                                    u"Huisarts in opleiding - oproep"_s,
+                                    u"IJssalon Vanille - opening"_s,
+                                    u"Immo Polder - kijkdagen"_s,
+                                    u"Jeugdhuis De Schuur - fuif"_s,
+                                    u"Juwelier Diamant - trouwringen"_s,
+                                    u"Kapsalon Knip & Krul"_s,
+                                    u"Keukens Mertens - toonzaal"_s,
+                                    u"Kinderboerderij Het Veulen"_s,
+                                    u"Koffiebranderij Mokka"_s,
+                                    u"Maaltijddienst Lekker Thuis"_s,
+                                    u"Markt Wielmeer - elke woensdag"_s,
+                                    u"Muziekschool Da Capo - inschrijven"_s,
+                                    u"Natuurpunt - wandeling"_s,
+                                    u"Notariskantoor Devos"_s,
+                                    u"Ombudsdienst - uw rechten"_s,
+                                    u"Optiek Zicht - zonnebrillen"_s,
+                                    u"Papierhandel Schrift - schooltassen"_s,
+                                    u"Parketvloeren Eik"_s,
+                                    u"Pizzeria Napoli - afhalen"_s,
+                                    u"Politiezone - BOB-campagne"_s,
+                                    u"Reisbureau Horizon - last minutes"_s,
+                                    u"Rode Kruis - bloedinzameling"_s,
+                                    u"Schoenen Verbeke - koopjes"_s,
+                                    u"Slagerij Aerts - barbecue"_s,
+                                    u"Speelgoed De Tol - sinterklaas"_s,
+                                    u"Sportwinkel Sprint - loopschoenen"_s,
+                                    u"Taxi Polder - dag en nacht"_s,
+                                    u"Theater De Vlieger - première"_s,
+                                    u"Zonnepanelen Helder"_s,
+                                    u"Zorgpunt - mantelzorg"_s,
+                                    u"Zwembad De Dolfijn - zwemlessen"_s};
   return names;
 }
 
 // A file name without what some file systems refuse.
 QString FileName(QString name) {
   static const QString kUnwanted = u"'\"&/:?*<>|"_s;
-  for (const QChar c : kUnwanted) name.remove(c);
+  for (const QChar c : kUnwanted)
+    name.remove(c);
   return name;
 }
 

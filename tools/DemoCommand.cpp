@@ -29,7 +29,8 @@ void WriteSpot(dao::Database& database, const demo::Spot& spot, const QString& t
 
 void Fill(const QString& path, const Contents& contents, const QString& prefix) {
   dao::Database database = dao::OpenDatabase(path);
-  for (const demo::Spot& spot : contents.spots) WriteSpot(database, spot, prefix + u"ItemSpots");
+  for (const demo::Spot& spot : contents.spots)
+    WriteSpot(database, spot, prefix + u"ItemSpots");
   for (const demo::Jingle& jingle : contents.jingles) {
     database.Execute(statements::InsertItemPingle(jingle.row, prefix + u"ItemPingles"));
   }
@@ -70,6 +71,6 @@ int MakeDemo(const Arguments& arguments, const Streams& streams) {
 }  // namespace
 
 Command DemoCommand() {
-  return {u"demo"_s, u"MAP"_s, u"Maakt een gevulde zender om te proberen, met geluidsbestanden."_s,
-          1, 1, {}, {}, MakeDemo};
+  return {u"demo"_s, u"MAP"_s, u"Maakt een gevulde zender om te proberen, met geluidsbestanden."_s, 1, 1, {},
+          {},        MakeDemo};
 }

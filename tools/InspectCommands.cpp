@@ -18,7 +18,9 @@ dao::Database Open(const Arguments& arguments, Purpose purpose = Purpose::Read) 
 }
 
 // A table's name as the SQL dialect takes any name.
-QString Bracketed(const QString& name) { return u'[' + name + u']'; }
+QString Bracketed(const QString& name) {
+  return u'[' + name + u']';
+}
 
 int RowCount(dao::Database& database, const QString& table) {
   return database.OpenRecordset(u"SELECT COUNT(*) AS Aantal FROM "_s + Bracketed(table)).Field(u"Aantal"_s).toInt();
@@ -93,8 +95,10 @@ int ShowSchema(const Arguments& arguments, const Streams& streams) {
   for (const QString& name : names) {
     const dao::TableDef table = database.Table(name);
     streams.out << table.name.toStdString() << '\n';
-    for (const dao::FieldDef& field : table.fields) streams.out << FieldLine(field).toStdString() << '\n';
-    for (const dao::IndexDef& index : table.indexes) streams.out << IndexLine(index).toStdString() << '\n';
+    for (const dao::FieldDef& field : table.fields)
+      streams.out << FieldLine(field).toStdString() << '\n';
+    for (const dao::IndexDef& index : table.indexes)
+      streams.out << IndexLine(index).toStdString() << '\n';
   }
   return kDone;
 }
@@ -122,22 +126,40 @@ int RunSql(const Arguments& arguments, const Streams& streams) {
 }  // namespace
 
 Command TablesCommand() {
-  return {u"tables"_s, u"BESTAND [--password TEKST]"_s, u"Toont elke tabel met haar aantal rijen."_s,
-          1, 1, {kPassword}, {}, ShowTables};
+  return {
+      u"tables"_s, u"BESTAND [--password TEKST]"_s, u"Toont elke tabel met haar aantal rijen."_s, 1, 1, {kPassword}, {},
+      ShowTables};
 }
 
 Command SchemaCommand() {
-  return {u"schema"_s, u"BESTAND [TABEL] [--password TEKST]"_s, u"Toont velden met type, grootte en eigenschappen, en de indexen."_s,
-          1, 2, {kPassword}, {}, ShowSchema};
+  return {u"schema"_s,
+          u"BESTAND [TABEL] [--password TEKST]"_s,
+          u"Toont velden met type, grootte en eigenschappen, en de indexen."_s,
+          1,
+          2,
+          {kPassword},
+          {},
+          ShowSchema};
 }
 
 Command DumpCommand() {
-  return {u"dump"_s, u"BESTAND TABEL [--password TEKST]"_s, u"Schrijft een tabel als CSV, met een kopregel."_s,
-          2, 2, {kPassword}, {}, Dump};
+  return {u"dump"_s,
+          u"BESTAND TABEL [--password TEKST]"_s,
+          u"Schrijft een tabel als CSV, met een kopregel."_s,
+          2,
+          2,
+          {kPassword},
+          {},
+          Dump};
 }
 
 Command SqlCommand() {
-  return {u"sql"_s, u"BESTAND OPDRACHT [--password TEKST]"_s,
+  return {u"sql"_s,
+          u"BESTAND OPDRACHT [--password TEKST]"_s,
           u"Voert één SQL-opdracht uit: een SELECT geeft CSV, een andere het aantal gewijzigde rijen."_s,
-          2, 2, {kPassword}, {}, RunSql};
+          2,
+          2,
+          {kPassword},
+          {},
+          RunSql};
 }

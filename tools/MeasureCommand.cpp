@@ -28,6 +28,6 @@ int Measure(const Arguments& arguments, const Streams& streams) {
 }  // namespace
 
 Command MeasureCommand() {
-  return {u"measure"_s, u"BESTAND..."_s, u"Toont de juiste lengte van geluidsbestanden in milliseconden."_s,
-          1, -1, {}, {}, Measure};
+  return {u"measure"_s, u"BESTAND..."_s, u"Toont de juiste lengte van geluidsbestanden in milliseconden."_s, 1, -1, {},
+          {},           Measure};
 }

@@ -49,7 +49,8 @@ void AddStation(const QString& localDatabase, qint16 number, const QString& name
 }  // namespace
 
 ProgramFolder::ProgramFolder(const QString& hostPath) : path_(QFileInfo(hostPath).absoluteFilePath()) {
-  for (const QString& name : {u"data"_s, u"server"_s, u"export"_s}) MakeFolder(path_ + u'/' + name);
+  for (const QString& name : {u"data"_s, u"server"_s, u"export"_s})
+    MakeFolder(path_ + u'/' + name);
   const QString settings = path_ + u"/ovalis.ini";
   if (!QFile::exists(settings)) runtime::WriteFile(settings, kSettings);
 }

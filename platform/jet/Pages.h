@@ -50,7 +50,8 @@ class Pages : public PageSource {
   PageRef Read(std::uint32_t number) override;
   /// Forgets what was read, for when the file may have been changed.
   void Refresh();
-  /// Takes over a page that was written to the file, as the file's content from now on; one past the end makes it longer.
+  /// Takes over a page that was written to the file, as the file's content from now on; one past the end makes it
+  /// longer.
   void Accept(std::uint32_t number, PageRef page);
   /// Encodes or decodes the content of page `number`; without effect in a file that is not encoded.
   void ApplyEncoding(std::uint32_t number, PageBytes& page) const;

@@ -12,10 +12,14 @@ std::function<QDateTime()>& CurrentClock() {
 
 }  // namespace
 
-QDateTime Now() { return CurrentClock()(); }
+QDateTime Now() {
+  return CurrentClock()();
+}
 
 ClockScope::ClockScope(std::function<QDateTime()> clock) : previous_(std::exchange(CurrentClock(), std::move(clock))) {}
 ClockScope::ClockScope(const QDateTime& fixed) : ClockScope([fixed] { return fixed; }) {}
-ClockScope::~ClockScope() { CurrentClock() = std::move(previous_); }
+ClockScope::~ClockScope() {
+  CurrentClock() = std::move(previous_);
+}
 
 }  // namespace runtime

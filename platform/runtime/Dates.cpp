@@ -20,9 +20,13 @@ constexpr double kFirstDay = -657434;
 constexpr double kLastDay = 2958465;
 
 // 1 = Sunday to 7 = Saturday, from Qt's 1 = Monday to 7 = Sunday.
-int SundayFirst(int qtDay) { return qtDay % 7 + 1; }
+int SundayFirst(int qtDay) {
+  return qtDay % 7 + 1;
+}
 
-QString Padded(int number, qsizetype width) { return u"%1"_s.arg(number, static_cast<int>(width), 10, QChar(u'0')); }
+QString Padded(int number, qsizetype width) {
+  return u"%1"_s.arg(number, static_cast<int>(width), 10, QChar(u'0'));
+}
 
 // The value of one run of equal letters, e.g. "dd" or "yyyy". Nothing when the letter has no meaning.
 std::optional<QString> FormatRun(const QDateTime& moment, QChar letter, qsizetype length, bool behindHour,
@@ -51,8 +55,12 @@ std::optional<QString> FormatRun(const QDateTime& moment, QChar letter, qsizetyp
 
 }  // namespace
 
-qint32 DayNumber(QDate date) { return static_cast<qint32>(kDayZero.daysTo(date)); }
-QDate DateOfDayNumber(qint32 day) { return kDayZero.addDays(day); }
+qint32 DayNumber(QDate date) {
+  return static_cast<qint32>(kDayZero.daysTo(date));
+}
+QDate DateOfDayNumber(qint32 day) {
+  return kDayZero.addDays(day);
+}
 
 // Jet keeps the time as the absolute fraction, so that -1.25 is 06:00 on day -1.
 double DayNumber(const QDateTime& moment) {
@@ -98,7 +106,8 @@ QString FormatDate(const QDateTime& moment, const QString& format, int firstDayO
   bool behindHour = false;
   for (qsizetype at = 0; at < format.size();) {
     qsizetype end = at;
-    while (end < format.size() && format[end].toLower() == format[at].toLower()) ++end;
+    while (end < format.size() && format[end].toLower() == format[at].toLower())
+      ++end;
     const QChar letter = format[at].toLower();
     const auto value = FormatRun(moment, letter, end - at, behindHour, firstDayOfWeek);
     result += value ? *value : format.mid(at, end - at);

@@ -24,7 +24,8 @@ DriveMap& Map() {
 
 QString KeyAsWritten(QString key) {
   key.replace(u'/', u'\\');
-  while (key.endsWith(u'\\')) key.chop(1);
+  while (key.endsWith(u'\\'))
+    key.chop(1);
   if (key.size() == 1) key += u':';
   return key;
 }
@@ -83,7 +84,8 @@ QString Resolved(const QString& root, const QString& rest, const QString& text, 
   QString path = root == u"/"_s ? QString() : root;
   const QString direct = path + u'/' + names.join(u'/');
   if (!names.isEmpty() && QFileInfo::exists(direct)) return direct;
-  for (const QString& name : names) path += u'/' + NameInFolder(path.isEmpty() ? u"/"_s : path, name, ambiguity);
+  for (const QString& name : names)
+    path += u'/' + NameInFolder(path.isEmpty() ? u"/"_s : path, name, ambiguity);
   return path.isEmpty() ? u"/"_s : path;
 }
 
@@ -109,7 +111,8 @@ QString LongestKey(const QString& cleanPath) {
   QString best;
   const DriveMap& map = Map();
   for (auto it = map.folders.constBegin(); it != map.folders.constEnd(); ++it) {
-    if (LiesIn(cleanPath, it.value()) && (best.isNull() || it.value().size() > map.folders[best].size())) best = it.key();
+    if (LiesIn(cleanPath, it.value()) && (best.isNull() || it.value().size() > map.folders[best].size()))
+      best = it.key();
   }
   return best;
 }
@@ -133,10 +136,16 @@ void SetDrives(const QMap<QString, QString>& folders, const QString& baseFolder)
   Map() = map;
 }
 
-QStringList Drives() { return Map().names.values(); }
+QStringList Drives() {
+  return Map().names.values();
+}
 
-QString HostPath(const QString& text) { return ToHost(text, Ambiguity::TakeFirst); }
-QString HostPathExactly(const QString& text) { return ToHost(text, Ambiguity::Refuse); }
+QString HostPath(const QString& text) {
+  return ToHost(text, Ambiguity::TakeFirst);
+}
+QString HostPathExactly(const QString& text) {
+  return ToHost(text, Ambiguity::Refuse);
+}
 
 QString HostRoot(const QString& text) {
   if (!HasDrive(text)) return u"/"_s;
@@ -153,6 +162,8 @@ QString PathText(const QString& hostPath) {
   return Map().names[key] + rest.replace(u'/', u'\\');
 }
 
-bool IsMapped(const QString& hostPath) { return !LongestKey(QDir::cleanPath(hostPath)).isNull(); }
+bool IsMapped(const QString& hostPath) {
+  return !LongestKey(QDir::cleanPath(hostPath)).isNull();
+}
 
 }  // namespace runtime

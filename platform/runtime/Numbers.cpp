@@ -10,7 +10,9 @@ using namespace Qt::StringLiterals;
 namespace runtime {
 namespace {
 
-bool IsDigit(QChar c) { return c >= u'0' && c <= u'9'; }
+bool IsDigit(QChar c) {
+  return c >= u'0' && c <= u'9';
+}
 
 // A numeric text in the form that QString::toDouble takes; null when the text is not numeric.
 QString Normalised(const QString& text) {
@@ -58,12 +60,16 @@ Whole Checked(qint64 value) {
 QString TrimBlanks(const QString& text) {
   qsizetype first = 0;
   qsizetype last = text.size();
-  while (first < last && text[first] == u' ') ++first;
-  while (last > first && text[last - 1] == u' ') --last;
+  while (first < last && text[first] == u' ')
+    ++first;
+  while (last > first && text[last - 1] == u' ')
+    --last;
   return text.mid(first, last - first);
 }
 
-bool IsNumeric(const QString& text) { return !Normalised(text).isNull(); }
+bool IsNumeric(const QString& text) {
+  return !Normalised(text).isNull();
+}
 
 bool IsNumeric(const QVariant& value) {
   if (!value.isValid() || value.isNull()) return false;
@@ -90,10 +96,18 @@ double ToDouble(const QString& text) {
   return number.toDouble();
 }
 
-qint32 ToLong(const QString& text) { return ToLong(ToDouble(text)); }
-qint32 ToLong(double value) { return Rounded<qint32>(value); }
-qint16 ToInteger(const QString& text) { return ToInteger(ToDouble(text)); }
-qint16 ToInteger(double value) { return Rounded<qint16>(value); }
+qint32 ToLong(const QString& text) {
+  return ToLong(ToDouble(text));
+}
+qint32 ToLong(double value) {
+  return Rounded<qint32>(value);
+}
+qint16 ToInteger(const QString& text) {
+  return ToInteger(ToDouble(text));
+}
+qint16 ToInteger(double value) {
+  return Rounded<qint16>(value);
+}
 
 qint32 ToLong(const QVariant& value) {
   if (!IsNumeric(value)) throw Error(u"'%1' is geen getal."_s.arg(value.toString()));
@@ -102,8 +116,14 @@ qint32 ToLong(const QVariant& value) {
   return ToLong(value.toDouble());
 }
 
-qint16 AddInteger(qint16 left, qint16 right) { return Checked<qint16>(qint64{left} + right); }
-qint16 MultiplyInteger(qint16 left, qint16 right) { return Checked<qint16>(qint64{left} * right); }
-qint32 SubtractLong(qint32 left, qint32 right) { return Checked<qint32>(qint64{left} - right); }
+qint16 AddInteger(qint16 left, qint16 right) {
+  return Checked<qint16>(qint64{left} + right);
+}
+qint16 MultiplyInteger(qint16 left, qint16 right) {
+  return Checked<qint16>(qint64{left} * right);
+}
+qint32 SubtractLong(qint32 left, qint32 right) {
+  return Checked<qint32>(qint64{left} - right);
+}
 
 }  // namespace runtime

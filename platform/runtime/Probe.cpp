@@ -6,11 +6,11 @@
 #include <QFile>
 #include <QSet>
 
+#include <sys/stat.h>
 #include <cerrno>
 #include <future>
 #include <memory>
 #include <mutex>
-#include <sys/stat.h>
 #include <thread>
 
 using namespace Qt::StringLiterals;
@@ -108,7 +108,11 @@ void RequireThere(const QString& pathText) {
   }
 }
 
-ProbeLookScope::ProbeLookScope(std::function<int(const QString&)> look) { CurrentLook() = std::move(look); }
-ProbeLookScope::~ProbeLookScope() { CurrentLook() = StatLook; }
+ProbeLookScope::ProbeLookScope(std::function<int(const QString&)> look) {
+  CurrentLook() = std::move(look);
+}
+ProbeLookScope::~ProbeLookScope() {
+  CurrentLook() = StatLook;
+}
 
 }  // namespace runtime

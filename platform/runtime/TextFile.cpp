@@ -10,10 +10,10 @@
 #include <QFileInfo>
 #include <QUuid>
 
-#include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <cerrno>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -65,7 +65,9 @@ bool Rename(const QString& from, const QString& to) {
   return ::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0;
 }
 
-void Unlink(const QString& hostPath) { ::unlink(QFile::encodeName(hostPath).constData()); }
+void Unlink(const QString& hostPath) {
+  ::unlink(QFile::encodeName(hostPath).constData());
+}
 
 }  // namespace
 

@@ -11,11 +11,13 @@ using testing_support::Station;
 TEST(Copy, EveryFieldOfTheServersTablesArrivesInTheCopies) {
   const Station station;
   station.OnServer(
-      u"INSERT INTO tblItemSpots (ID, Path, Naam, LengteSec, StartPunt, Mixpunt, StartDatum, StartUur, EindDatum, EindUur, "
+      u"INSERT INTO tblItemSpots (ID, Path, Naam, LengteSec, StartPunt, Mixpunt, StartDatum, StartUur, EindDatum, "
+      u"EindUur, "
       u"AantalGedraaid, Aktief) VALUES (3, \"D:\\a\", \"n\", 30, 0, 5, 45658, 1, 45659, 2, 7, 1)"_s);
   station.OnServer(u"INSERT INTO tblItems (ID, Naam, ItemSpotsOptID, Sluiter) VALUES (8, \"blok\", 1, 4)"_s);
   station.OnServer(u"INSERT INTO tblItemsItemSpots (ItemID, ItemSpotOrder, ItemSpotID) VALUES (8, 1, 3)"_s);
-  station.OnServer(u"INSERT INTO tblItemPingles (ID, Naam, Path, LengteSec, Mixpunt, Aktief) VALUES (4, \"j\", \"p\", 6, 9, 1)"_s);
+  station.OnServer(
+      u"INSERT INTO tblItemPingles (ID, Naam, Path, LengteSec, Mixpunt, Aktief) VALUES (4, \"j\", \"p\", 6, 9, 1)"_s);
   const QString server = global.serverDatabasePath;
   const QString local = global.localDatabasePath;
   EXPECT_TRUE(TransItemSpotsToLocal(server, local));

@@ -53,7 +53,8 @@ TEST(GetItemItemSpots, JoinsTheThreeTables) {
   auto rows = GetItem_ItemSpots(1, global.serverDatabasePath, u"tblItems"_s, u"tblItemsItemSpots"_s, u"tblItemSpots"_s);
   ASSERT_TRUE(rows.has_value());
   QSet<QString> paths;
-  for (; !rows->Eof(); rows->MoveNext()) paths += rows->Field(u"Path"_s).toString();
+  for (; !rows->Eof(); rows->MoveNext())
+    paths += rows->Field(u"Path"_s).toString();
   EXPECT_EQ(paths, (QSet<QString>{u"p1"_s, u"p3"_s}));
 }
 

@@ -75,9 +75,16 @@ TEST(Messages, AValueThatHoldsItsOwnPlaceholderEnds) {
 TEST(Messages, LettersGiveTheirStylesExactly) {
   const Station station;
   int number = 0;
-  for (const auto& [letter, style] : QList<std::pair<QString, int>>{{u"Q"_s, 36}, {u"C"_s, 35}, {u"N"_s, 292}, {u"M"_s, 64},
-                                                                    {u"E"_s, 48}, {u"W"_s, 16}, {u"X"_s, 0}, {u""_s, 0},
-                                                                    {u"q"_s, 0}, {u" "_s, 0}}) {
+  for (const auto& [letter, style] : QList<std::pair<QString, int>>{{u"Q"_s, 36},
+                                                                    {u"C"_s, 35},
+                                                                    {u"N"_s, 292},
+                                                                    {u"M"_s, 64},
+                                                                    {u"E"_s, 48},
+                                                                    {u"W"_s, 16},
+                                                                    {u"X"_s, 0},
+                                                                    {u""_s, 0},
+                                                                    {u"q"_s, 0},
+                                                                    {u" "_s, 0}}) {
     SetMessage(station, ++number, u"tekst"_s, letter);
     EXPECT_EQ(GetMsgElements(number).style, style) << letter.toStdString();
   }

@@ -12,7 +12,8 @@ namespace {
 
 QStringList FieldNames(const dao::TableDef& table) {
   QStringList names;
-  for (const dao::FieldDef& field : table.fields) names += field.name;
+  for (const dao::FieldDef& field : table.fields)
+    names += field.name;
   return names;
 }
 

@@ -65,11 +65,12 @@ TEST(Statements, InsertItemOfOptionOneNamesNoPatternFieldsAndOnlyGivenJingles) {
 }
 
 TEST(Statements, InsertItemOfOptionTwoWritesThePattern) {
-  EXPECT_EQ(statements::InsertItem(PatternItem(), u"tblItems"_s),
-            u"INSERT INTO tblItems (ID, Naam, ItemSpotsOptID, Opt2Directory, Opt2VastNaamGedeelte, "
-            u"Opt2VariabelNaamGedeelte, Opt2FormatGedeelte, Opt2Eerstedagvanweek, Opt2FileExtensie, Opt2MixPunt, "
-            u"OptMeerdereSpots, AantalSpots, MaxAantalSpots, ChkRandomizeMeerdereSpots, Midden, Aktief, Locked) "
-            u"VALUES (7, \"Blok A\", 2, \"D:\\Spots\", \"blok\", 3, \"ww\", 2, \"wav\", 1500, -1, 2, 3, 1, 9, 1, -1)"_s);
+  EXPECT_EQ(
+      statements::InsertItem(PatternItem(), u"tblItems"_s),
+      u"INSERT INTO tblItems (ID, Naam, ItemSpotsOptID, Opt2Directory, Opt2VastNaamGedeelte, "
+      u"Opt2VariabelNaamGedeelte, Opt2FormatGedeelte, Opt2Eerstedagvanweek, Opt2FileExtensie, Opt2MixPunt, "
+      u"OptMeerdereSpots, AantalSpots, MaxAantalSpots, ChkRandomizeMeerdereSpots, Midden, Aktief, Locked) "
+      u"VALUES (7, \"Blok A\", 2, \"D:\\Spots\", \"blok\", 3, \"ww\", 2, \"wav\", 1500, -1, 2, 3, 1, 9, 1, -1)"_s);
 }
 
 TEST(Statements, InsertItemWritesAnEmptyNameToo) {
@@ -97,10 +98,11 @@ TEST(Statements, UpdateItemOfOptionTwo) {
 }
 
 TEST(Statements, InsertItemSpot) {
-  EXPECT_EQ(statements::InsertItemSpot(FullSpot(), u"tblItemSpots"_s),
-            u"INSERT INTO tblItemSpots (ID, Path, Naam, LengteSec, StartPunt, Mixpunt, StartDatum, StartUur, EindDatum, "
-            u"EindUur, AantalGedraaid,Aktief) VALUES (12, \"D:\\a.mp3\", \"Spot\", 30, 0, 2480, 45658, 6, 45700, 22, "
-            u"0,1)"_s);
+  EXPECT_EQ(
+      statements::InsertItemSpot(FullSpot(), u"tblItemSpots"_s),
+      u"INSERT INTO tblItemSpots (ID, Path, Naam, LengteSec, StartPunt, Mixpunt, StartDatum, StartUur, EindDatum, "
+      u"EindUur, AantalGedraaid,Aktief) VALUES (12, \"D:\\a.mp3\", \"Spot\", 30, 0, 2480, 45658, 6, 45700, 22, "
+      u"0,1)"_s);
 }
 
 TEST(Statements, InsertItemSpotLeavesEmptyValuesOutOfBothLists) {

@@ -25,7 +25,8 @@ class Directory : public testing::Test {
     QDir(folder_.path()).mkpath(u"d/Audio/Jingles"_s);
     QDir(folder_.path()).mkpath(u"d/Beeld"_s);
     QDir(folder_.path()).mkpath(u"e/Extra"_s);
-    runtime::SetDrives({{u"D"_s, folder_.path() + u"/d"}, {u"E"_s, folder_.path() + u"/e"}, {u"X"_s, folder_.path() + u"/x"}});
+    runtime::SetDrives(
+        {{u"D"_s, folder_.path() + u"/d"}, {u"E"_s, folder_.path() + u"/e"}, {u"X"_s, folder_.path() + u"/x"}});
   }
   ~Directory() override {
     runtime::SetDrives({});
@@ -43,7 +44,8 @@ class Directory : public testing::Test {
   void Ok() const { QTest::mouseClick(&Child<QPushButton>(*form_, u"cmdOk"_s), Qt::LeftButton); }
   QStringList Folders() const {
     QStringList folders;
-    for (int line = 0; line < List().ListCount(); ++line) folders += List().List(line);
+    for (int line = 0; line < List().ListCount(); ++line)
+      folders += List().List(line);
     return folders;
   }
 
@@ -132,7 +134,8 @@ TEST_F(Directory, TypingGoesToTheFolderThatBeginsSo) {
 }
 
 TEST_F(Directory, ManySubfoldersAreShown) {
-  for (int i = 0; i < 3000; ++i) QDir(folder_.path() + u"/e").mkdir(u"map%1"_s.arg(i));
+  for (int i = 0; i < 3000; ++i)
+    QDir(folder_.path() + u"/e").mkdir(u"map%1"_s.arg(i));
   Open(u"E:\\"_s);
   EXPECT_EQ(List().ListCount(), 3002);
 }

@@ -12,8 +12,8 @@ ItemEditor::ItemEditor(testing_support::Station::Mode mode) : station_(mode) {
   const QStringList jingles = {u"Opener"_s, u"Tussen"_s, u"Sluiter"_s};
   for (int i = 0; i < 3; ++i) {
     station_.OnCurrent(
-        u"INSERT INTO %1 (ID, Naam, Path, LengteSec, AantalGedraaid, Aktief) VALUES (%2, \"%3\", \"p%2\", %4, 9, 1)"_s.arg(
-            catalogue.itemSpots, QString::number(i + 1), spots[i], QString::number(30 + i)));
+        u"INSERT INTO %1 (ID, Naam, Path, LengteSec, AantalGedraaid, Aktief) VALUES (%2, \"%3\", \"p%2\", %4, 9, 1)"_s
+            .arg(catalogue.itemSpots, QString::number(i + 1), spots[i], QString::number(30 + i)));
     station_.OnCurrent(u"INSERT INTO %1 (ID, Naam, Path, Aktief) VALUES (%2, \"%3\", \"j\", 1)"_s.arg(
         catalogue.itemPingles, QString::number(i + 11), jingles[i]));
   }
@@ -26,12 +26,20 @@ void ItemEditor::Open(const QString& selected) {
   editor_->show();
 }
 
-void ItemEditor::OpenNew() { Open(QString::fromUtf16(kNewRecord)); }
+void ItemEditor::OpenNew() {
+  Open(QString::fromUtf16(kNewRecord));
+}
 
-controls::LedPanel& ItemEditor::Mix() const { return Child<controls::LedPanel>(*editor_, u"ledMix"_s); }
-controls::ListBox& ItemEditor::List() const { return Child<controls::ListBox>(*editor_, u"lstOpt1ItemSpots"_s); }
+controls::LedPanel& ItemEditor::Mix() const {
+  return Child<controls::LedPanel>(*editor_, u"ledMix"_s);
+}
+controls::ListBox& ItemEditor::List() const {
+  return Child<controls::ListBox>(*editor_, u"lstOpt1ItemSpots"_s);
+}
 
-void ItemEditor::Click(const QString& button) const { QTest::mouseClick(&Button(button), Qt::LeftButton); }
+void ItemEditor::Click(const QString& button) const {
+  QTest::mouseClick(&Button(button), Qt::LeftButton);
+}
 
 void ItemEditor::FillListItem() const {
   Edit(u"txtNaam"_s).setText(u"Blok"_s);
@@ -49,8 +57,9 @@ void ItemEditor::FillPatternItem() const {
 
 void ItemEditor::InsertListItem(int id, const QString& naam, const QList<int>& spots) const {
   const Catalogue catalogue = CurrentCatalogue();
-  station_.OnCurrent(u"INSERT INTO %1 (ID, Naam, ItemSpotsOptID, OptMeerdereSpots, Aktief, Locked) VALUES (%2, \"%3\", 1, "
-                     u"0, 1, 0)"_s.arg(catalogue.items, QString::number(id), naam));
+  station_.OnCurrent(
+      u"INSERT INTO %1 (ID, Naam, ItemSpotsOptID, OptMeerdereSpots, Aktief, Locked) VALUES (%2, \"%3\", 1, "
+      u"0, 1, 0)"_s.arg(catalogue.items, QString::number(id), naam));
   int order = 0;
   for (const int spot : spots) {
     station_.OnCurrent(u"INSERT INTO %1 (ItemID, ItemSpotOrder, ItemSpotID) VALUES (%2, %3, %4)"_s.arg(

@@ -22,7 +22,8 @@ TEST_F(ItemSave, ANewItemGetsTheNextNumberAndItsLinksInListOrder) {
   InsertListItem(41, u"Ander"_s, {1});
   OpenNew();
   Edit(u"txtNaam"_s).setText(u" Blok "_s);
-  for (const int spot : {3, 1, 2}) List().AddItem(u"s"_s, spot);
+  for (const int spot : {3, 1, 2})
+    List().AddItem(u"s"_s, spot);
   Click(u"cmdOk"_s);
   EXPECT_FALSE(IsOpen());
   const dao::Recordset item = station_.ServerRows(u"SELECT * FROM tblItems WHERE ID = 42"_s);
@@ -56,18 +57,19 @@ TEST_F(ItemSave, SwitchingToOptionTwoRemovesAllLinks) {
 }
 
 TEST_F(ItemSave, OptionOneStoresNullInAllPatternFields) {
-  station_.OnServer(u"INSERT INTO tblItems (ID, Naam, ItemSpotsOptID, Opt2Directory, Opt2VastNaamGedeelte, "
-                    u"Opt2VariabelNaamGedeelte, Opt2FormatGedeelte, Opt2Eerstedagvanweek, Opt2FileExtensie, Opt2MixPunt) "
-                    u"VALUES (1, \"x\", 2, \"D:\", \"v\", 1, \"ddmmyyyy\", 0, \"wav\", 5)"_s);
+  station_.OnServer(
+      u"INSERT INTO tblItems (ID, Naam, ItemSpotsOptID, Opt2Directory, Opt2VastNaamGedeelte, "
+      u"Opt2VariabelNaamGedeelte, Opt2FormatGedeelte, Opt2Eerstedagvanweek, Opt2FileExtensie, Opt2MixPunt) "
+      u"VALUES (1, \"x\", 2, \"D:\", \"v\", 1, \"ddmmyyyy\", 0, \"wav\", 5)"_s);
   Open(u"1"_s);
   Option(u"opt1"_s).click();
   Option(u"opt1Spot"_s).click();
   List().AddItem(u"s"_s, 1);
   Click(u"cmdOk"_s);
   const dao::Recordset item = station_.ServerRows(u"SELECT * FROM tblItems"_s);
-  for (const QString& field : {u"Opt2Directory"_s, u"Opt2VastNaamGedeelte"_s, u"Opt2VariabelNaamGedeelte"_s,
-                               u"Opt2FormatGedeelte"_s, u"Opt2Eerstedagvanweek"_s, u"Opt2FileExtensie"_s,
-                               u"Opt2MixPunt"_s}) {
+  for (const QString& field :
+       {u"Opt2Directory"_s, u"Opt2VastNaamGedeelte"_s, u"Opt2VariabelNaamGedeelte"_s, u"Opt2FormatGedeelte"_s,
+        u"Opt2Eerstedagvanweek"_s, u"Opt2FileExtensie"_s, u"Opt2MixPunt"_s}) {
     EXPECT_TRUE(item.Field(field).isNull()) << field.toStdString();
   }
 }
@@ -89,7 +91,8 @@ TEST_F(ItemSave, SeveralSpotsAreStoredAsMinusOneWithTheirNumbers) {
 
 TEST_F(ItemSave, JinglesTakenAwayAreStoredAsNull) {
   InsertListItem(1, u"Blok"_s, {1, 2});
-  station_.OnServer(u"UPDATE tblItems SET OptMeerdereSpots = -1, AantalSpots = 1, Opener = 11, Midden = 12, Sluiter = 13"_s);
+  station_.OnServer(
+      u"UPDATE tblItems SET OptMeerdereSpots = -1, AantalSpots = 1, Opener = 11, Midden = 12, Sluiter = 13"_s);
   Open(u"1"_s);
   for (const QString& box : {u"chkOpenerPingle"_s, u"chkMiddenPingle"_s, u"chkSluiterPingle"_s}) {
     ASSERT_TRUE(Check(box).isChecked()) << box.toStdString();
@@ -114,9 +117,10 @@ TEST_F(ItemSave, AnItemWithoutAFillingOptionIsNotTurnedIntoAListItem) {
 }
 
 TEST_F(ItemSave, AMixPointThePanelCannotShowIsKeptUnlessChanged) {
-  station_.OnServer(u"INSERT INTO tblItems (ID, Naam, ItemSpotsOptID, Opt2Directory, Opt2VastNaamGedeelte, "
-                    u"Opt2VariabelNaamGedeelte, Opt2FormatGedeelte, Opt2FileExtensie, Opt2MixPunt, OptMeerdereSpots) "
-                    u"VALUES (1, \"x\", 2, \"D:\", \"v\", 1, \"ddmmyyyy\", \"wav\", -7, 0)"_s);
+  station_.OnServer(
+      u"INSERT INTO tblItems (ID, Naam, ItemSpotsOptID, Opt2Directory, Opt2VastNaamGedeelte, "
+      u"Opt2VariabelNaamGedeelte, Opt2FormatGedeelte, Opt2FileExtensie, Opt2MixPunt, OptMeerdereSpots) "
+      u"VALUES (1, \"x\", 2, \"D:\", \"v\", 1, \"ddmmyyyy\", \"wav\", -7, 0)"_s);
   Open(u"1"_s);
   EXPECT_EQ(Mix().Value(), 0);
   Click(u"cmdOk"_s);
@@ -134,6 +138,20 @@ TEST_F(ItemSave, AnItemDeletedMeanwhileIsAnErrorAndTheFormStaysOpenAndDirty) {
   EXPECT_TRUE(IsOpen());
   EXPECT_TRUE(editor_->IsDirty());
   EXPECT_EQ(station_.ServerRows(u"SELECT ItemID FROM tblItemsItemSpots"_s).RecordCount(), 1);
+}
+
+TEST_F(ItemSave, ARecordThatCouldNotBeReadIsNotWrittenOver) {
+  InsertListItem(1, u"Blok"_s, {1});
+  const QString server = station_.ServerFolder() + u"/OvalistoServer.mdb";
+  const desktop::MessageBoxScript boxes;
+  QFile::rename(server, server + u".weg");
+  Open(u"1"_s);
+  QFile::rename(server + u".weg", server);
+  FillListItem();
+  Click(u"cmdOk"_s);
+  EXPECT_EQ(boxes.Last().title, u"Opslaan"_s);
+  EXPECT_TRUE(IsOpen());
+  EXPECT_EQ(station_.ServerRows(u"SELECT Opener, Naam FROM tblItems"_s).Field(u"Naam"_s).toString(), u"Blok"_s);
 }
 
 TEST_F(ItemSave, ANameWithADoubleQuoteIsRefusedByNameAndNothingIsLost) {
@@ -183,12 +201,13 @@ TEST_F(ItemSaveOffline, TheLogHoldsTheStatementsAndTheDeleteKeepsTheCopyTablesNa
   FillListItem();
   List().AddItem(u"s"_s, 3);
   Click(u"cmdOk"_s);
-  EXPECT_EQ(station_.Log(),
-            (QStringList{u"INSERT INTO tblItems (ID, Naam, ItemSpotsOptID, OptMeerdereSpots, AantalSpots, MaxAantalSpots, "
-                         u"ChkRandomizeMeerdereSpots, Aktief, Locked) VALUES (1, 'Blok', 1, 0, 0, 0, 0, 1, 0)"_s,
-                         u"DELETE FROM tblCopie_ItemsItemSpots WHERE tblCopie_ItemsItemSpots.ItemID = 1"_s,
-                         u"INSERT INTO tblItemsItemSpots (ItemID, ItemSpotOrder, ItemSpotID) VALUES (1, 1, 1)"_s,
-                         u"INSERT INTO tblItemsItemSpots (ItemID, ItemSpotOrder, ItemSpotID) VALUES (1, 2, 3)"_s}));
+  EXPECT_EQ(
+      station_.Log(),
+      (QStringList{u"INSERT INTO tblItems (ID, Naam, ItemSpotsOptID, OptMeerdereSpots, AantalSpots, MaxAantalSpots, "
+                   u"ChkRandomizeMeerdereSpots, Aktief, Locked) VALUES (1, 'Blok', 1, 0, 0, 0, 0, 1, 0)"_s,
+                   u"DELETE FROM tblCopie_ItemsItemSpots WHERE tblCopie_ItemsItemSpots.ItemID = 1"_s,
+                   u"INSERT INTO tblItemsItemSpots (ItemID, ItemSpotOrder, ItemSpotID) VALUES (1, 1, 1)"_s,
+                   u"INSERT INTO tblItemsItemSpots (ItemID, ItemSpotOrder, ItemSpotID) VALUES (1, 2, 3)"_s}));
   EXPECT_EQ(station_.LocalRows(u"SELECT ID FROM tblCopie_Items"_s).RecordCount(), 1);
   EXPECT_EQ(station_.ServerRows(u"SELECT ID FROM tblItems"_s).RecordCount(), 0);
 }

@@ -23,18 +23,20 @@ class ItemStates : public ItemEditor {
 
 TEST_F(ItemStates, HasEveryControlUnderItsName) {
   OpenNew();
-  for (const QString& name : {u"txtNaam"_s, u"txtOpt2Directory"_s, u"txtOpt2VastNaamGedeelte"_s, u"txtOpt2FileExtensie"_s,
-                              u"txtOpt2Voorbeeld"_s, u"txtAantalSpots"_s, u"txtMaxAantalSpots"_s}) {
+  for (const QString& name :
+       {u"txtNaam"_s, u"txtOpt2Directory"_s, u"txtOpt2VastNaamGedeelte"_s, u"txtOpt2FileExtensie"_s,
+        u"txtOpt2Voorbeeld"_s, u"txtAantalSpots"_s, u"txtMaxAantalSpots"_s}) {
     Edit(name);
   }
-  for (const QString& name : {u"chkAktief"_s, u"chkRandomizeMeerdereSpots"_s, u"chkOpenerPingle"_s, u"chkMiddenPingle"_s,
-                              u"chkSluiterPingle"_s}) {
+  for (const QString& name : {u"chkAktief"_s, u"chkRandomizeMeerdereSpots"_s, u"chkOpenerPingle"_s,
+                              u"chkMiddenPingle"_s, u"chkSluiterPingle"_s}) {
     Check(name);
   }
-  for (const QString& name : {u"opt1"_s, u"opt2"_s, u"opt1Spot"_s, u"optMeerdereSpots"_s}) Option(name);
-  for (const QString& name : {u"cmdOpt1Toevoegen"_s, u"cmdOpt1Wijzigen"_s, u"cmdOpt1Verwijderen"_s, u"cmdDirectory"_s,
-                              u"cmdShowItemSpots"_s, u"cmdShowItemPingles"_s, u"cmdNormalizeItem"_s, u"cmdOk"_s,
-                              u"cmdAnnuleren"_s}) {
+  for (const QString& name : {u"opt1"_s, u"opt2"_s, u"opt1Spot"_s, u"optMeerdereSpots"_s})
+    Option(name);
+  for (const QString& name :
+       {u"cmdOpt1Toevoegen"_s, u"cmdOpt1Wijzigen"_s, u"cmdOpt1Verwijderen"_s, u"cmdDirectory"_s, u"cmdShowItemSpots"_s,
+        u"cmdShowItemPingles"_s, u"cmdNormalizeItem"_s, u"cmdOk"_s, u"cmdAnnuleren"_s}) {
     Button(name);
   }
   for (const QString& name : {u"cboOpt2VariabelNaamGedeelte"_s, u"cboOpt2Eerstedagvanweek"_s, u"cboOpenerPingle"_s,
@@ -76,8 +78,8 @@ TEST_F(ItemStates, GoingBackToOptionOneEmptiesThePattern) {
   Combo(u"cboOpt2Eerstedagvanweek"_s).SetListIndex(1);
   EXPECT_FALSE(Edit(u"txtOpt2Voorbeeld"_s).text().isEmpty());
   Option(u"opt1"_s).click();
-  for (const QString& name : {u"txtOpt2Directory"_s, u"txtOpt2VastNaamGedeelte"_s, u"txtOpt2FileExtensie"_s,
-                              u"txtOpt2Voorbeeld"_s}) {
+  for (const QString& name :
+       {u"txtOpt2Directory"_s, u"txtOpt2VastNaamGedeelte"_s, u"txtOpt2FileExtensie"_s, u"txtOpt2Voorbeeld"_s}) {
     EXPECT_TRUE(Edit(name).text().isEmpty()) << name.toStdString();
   }
   EXPECT_EQ(Combo(u"cboOpt2VariabelNaamGedeelte"_s).ListIndex(), -1);
@@ -167,8 +169,8 @@ TEST_F(ItemStates, ALockedItemCanOnlyBeLookedAt) {
   Open(u"1"_s);
   EXPECT_TRUE(editor_->IsLocked());
   List().SetListIndex(0);
-  for (const QString& name : {u"cmdOpt1Toevoegen"_s, u"cmdOpt1Wijzigen"_s, u"cmdOpt1Verwijderen"_s, u"cmdDirectory"_s,
-                              u"cmdOk"_s}) {
+  for (const QString& name :
+       {u"cmdOpt1Toevoegen"_s, u"cmdOpt1Wijzigen"_s, u"cmdOpt1Verwijderen"_s, u"cmdDirectory"_s, u"cmdOk"_s}) {
     EXPECT_FALSE(Button(name).isEnabled()) << name.toStdString();
   }
   const desktop::MessageBoxScript boxes;

@@ -120,8 +120,7 @@ TEST_F(SpotEntry, CancellingUntouchedAsksNothing) {
   Open(u"1"_s);
   List().SetListIndex(0);
   const desktop::MessageBoxScript boxes;
-  Entry(u"cmdOpt1Wijzigen"_s, [](QDialog& dialog) {
-    QTest::mouseClick(&Child<QPushButton>(dialog, u"cmdAnnuleren"_s), Qt::LeftButton);
-  });
+  Entry(u"cmdOpt1Wijzigen"_s,
+        [](QDialog& dialog) { QTest::mouseClick(&Child<QPushButton>(dialog, u"cmdAnnuleren"_s), Qt::LeftButton); });
   EXPECT_TRUE(boxes.Shown().empty());
 }

@@ -12,6 +12,8 @@ std::string ChildNames(const QWidget& parent) {
   return names;
 }
 
-QString Plain(QString caption) { return caption.remove(u'&'); }
+QString Plain(QString caption) {
+  return caption.remove(u'&');
+}
 
 }  // namespace testing_support

@@ -10,10 +10,13 @@
 
 namespace testing_support {
 
-ModalDriver::ModalDriver() { qApp->installEventFilter(this); }
+ModalDriver::ModalDriver() {
+  qApp->installEventFilter(this);
+}
 
 ModalDriver::~ModalDriver() {
-  for (const auto& step : steps_) ADD_FAILURE() << "window never opened: " << step.first.toStdString();
+  for (const auto& step : steps_)
+    ADD_FAILURE() << "window never opened: " << step.first.toStdString();
 }
 
 void ModalDriver::OnNext(const QString& windowName, std::function<void(QDialog&)> step) {

@@ -30,7 +30,8 @@ dao::Recordset Open(const QString& path, const QString& select) {
 Station::Station(Mode mode) {
   if (!folder_.isValid()) throw std::runtime_error("no temporary folder");
   runtime::SetDrives({});
-  for (const QString& name : {u"data"_s, u"server"_s, u"export"_s, u"audio"_s}) QDir(folder_.path()).mkdir(name);
+  for (const QString& name : {u"data"_s, u"server"_s, u"export"_s, u"audio"_s})
+    QDir(folder_.path()).mkdir(name);
   global = Globals();
   global.programFolder = runtime::PathText(folder_.path());
   global.databasePath = runtime::PathText(ServerFolder());
@@ -48,13 +49,25 @@ Station::~Station() {
   runtime::SetDrives({});
 }
 
-void Station::Use(Mode mode) { global.online = mode == Mode::Online; }
+void Station::Use(Mode mode) {
+  global.online = mode == Mode::Online;
+}
 
-int Station::OnServer(const QString& statement) const { return Execute(global.serverDatabasePath, statement); }
-int Station::OnLocal(const QString& statement) const { return Execute(global.localDatabasePath, statement); }
-int Station::OnCurrent(const QString& statement) const { return Execute(CurrentCatalogue().databasePath, statement); }
-dao::Recordset Station::ServerRows(const QString& select) const { return Open(global.serverDatabasePath, select); }
-dao::Recordset Station::LocalRows(const QString& select) const { return Open(global.localDatabasePath, select); }
+int Station::OnServer(const QString& statement) const {
+  return Execute(global.serverDatabasePath, statement);
+}
+int Station::OnLocal(const QString& statement) const {
+  return Execute(global.localDatabasePath, statement);
+}
+int Station::OnCurrent(const QString& statement) const {
+  return Execute(CurrentCatalogue().databasePath, statement);
+}
+dao::Recordset Station::ServerRows(const QString& select) const {
+  return Open(global.serverDatabasePath, select);
+}
+dao::Recordset Station::LocalRows(const QString& select) const {
+  return Open(global.localDatabasePath, select);
+}
 dao::Recordset Station::CurrentRows(const QString& select) const {
   return Open(CurrentCatalogue().databasePath, select);
 }
@@ -62,7 +75,8 @@ dao::Recordset Station::CurrentRows(const QString& select) const {
 QStringList Station::Log() const {
   QStringList statements;
   dao::Recordset rows = LocalRows(u"SELECT SqlSyntax FROM tblOfflineLog ORDER BY ID"_s);
-  for (; !rows.Eof(); rows.MoveNext()) statements += rows.Field(u"SqlSyntax"_s).toString();
+  for (; !rows.Eof(); rows.MoveNext())
+    statements += rows.Field(u"SqlSyntax"_s).toString();
   return statements;
 }
 

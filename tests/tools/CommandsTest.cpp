@@ -58,8 +58,9 @@ TEST_F(Tool, CreateRefusesANumberThatIsNone) {
 
 TEST_F(Tool, SqlChangesRowsAndSaysHowMany) {
   ASSERT_EQ(Create().exitCode, kDone);
-  EXPECT_EQ(RunTool({u"sql"_s, Server(), u"INSERT INTO tblItemSpots (ID, Naam, StartDatum, Aktief) VALUES (1, \"Jan's, "
-                                         u"spot\", 45658.5, 1)"_s})
+  EXPECT_EQ(RunTool({u"sql"_s, Server(),
+                     u"INSERT INTO tblItemSpots (ID, Naam, StartDatum, Aktief) VALUES (1, \"Jan's, "
+                     u"spot\", 45658.5, 1)"_s})
                 .out,
             "1\n");
   EXPECT_EQ(RunTool({u"sql"_s, Server(), u"SELECT ID, Path, Naam, StartDatum FROM tblItemSpots"_s}).out,
@@ -71,7 +72,8 @@ TEST_F(Tool, SchemaShowsFieldsAndIndexes) {
   ASSERT_EQ(Create().exitCode, kDone);
   const std::string text = RunTool({u"schema"_s, Server(), u"tblItemsItemSpots"_s}).out;
   EXPECT_NE(text.find("tblItemsItemSpots\n  ItemID Long"), std::string::npos) << text;
-  EXPECT_NE(text.find("  index PrimaryKey (ItemID, ItemSpotOrder) primary unique required\n"), std::string::npos) << text;
+  EXPECT_NE(text.find("  index PrimaryKey (ItemID, ItemSpotOrder) primary unique required\n"), std::string::npos)
+      << text;
   EXPECT_NE(RunTool({u"schema"_s, Local(), u"tblOfflineLog"_s}).out.find("SqlSyntax Memo"), std::string::npos);
 }
 

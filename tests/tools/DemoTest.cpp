@@ -39,7 +39,8 @@ TEST(Demo, ItsRowsFitTogether) {
   EXPECT_EQ(names.size(), 60);
   for (const demo::Item& item : demo::Items()) {
     EXPECT_EQ(item.row.itemSpotsOptID == 1, !item.spots.isEmpty());
-    for (const qint32 spot : item.spots) EXPECT_TRUE(spots.contains(spot)) << item.row.naam.toStdString();
+    for (const qint32 spot : item.spots)
+      EXPECT_TRUE(spots.contains(spot)) << item.row.naam.toStdString();
     EXPECT_TRUE(item.row.optMeerdereSpots == 0 || item.row.aantalSpots <= item.row.maxAantalSpots);
   }
 }

@@ -6,7 +6,8 @@ using namespace Qt::StringLiterals;
 
 TEST(CodePage, EveryByteSurvivesARoundTrip) {
   QByteArray bytes;
-  for (int i = 0; i < 256; ++i) bytes.append(static_cast<char>(i));
+  for (int i = 0; i < 256; ++i)
+    bytes.append(static_cast<char>(i));
   EXPECT_EQ(runtime::ToCodePage(runtime::FromCodePage(bytes)), bytes);
 }
 

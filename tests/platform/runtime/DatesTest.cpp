@@ -79,8 +79,8 @@ TEST(ParseDate, TakesDayMonthYear) {
 }
 
 TEST(ParseDate, RefusesWhatIsNoDate) {
-  for (const QString& text : {u""_s, u"abc"_s, u"31-02-2025"_s, u"1-13-2025"_s, u"2025-01-01"_s, u"1-2/2025"_s,
-                              u"1-1-10000"_s}) {
+  for (const QString& text :
+       {u""_s, u"abc"_s, u"31-02-2025"_s, u"1-13-2025"_s, u"2025-01-01"_s, u"1-2/2025"_s, u"1-1-10000"_s}) {
     EXPECT_FALSE(runtime::ParseDate(text).has_value()) << text.toStdString();
   }
 }

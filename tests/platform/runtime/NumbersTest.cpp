@@ -16,8 +16,9 @@ TEST(Numeric, TakesBlanksSignDigitsAndOneMark) {
 }
 
 TEST(Numeric, RefusesEverythingElse) {
-  for (const QString& text : {u""_s, u" "_s, u"abc"_s, u"1e3"_s, u"&H10"_s, u"0x10"_s, u"1,234"_s, u"1.234"_s, u"1.2.3"_s,
-                              u"1 2"_s, u"--1"_s, u"-"_s, u","_s, u"\t1"_s, u"12a"_s, u"NIEUW"_s, u"\u0661"_s}) {
+  for (const QString& text :
+       {u""_s, u" "_s, u"abc"_s, u"1e3"_s, u"&H10"_s, u"0x10"_s, u"1,234"_s, u"1.234"_s, u"1.2.3"_s, u"1 2"_s, u"--1"_s,
+        u"-"_s, u","_s, u"\t1"_s, u"12a"_s, u"NIEUW"_s, u"\u0661"_s}) {
     EXPECT_FALSE(IsNumeric(text)) << text.toStdString();
   }
 }
