@@ -171,7 +171,7 @@ QString frmPlanningExporteren::ExportLog(const QString& folder, OfflineLogExport
   dao::Recordset rows =
       database.OpenRecordset(u"SELECT tblOfflineLog.SqlSyntax From tblOfflineLog ORDER BY tblOfflineLog.ID"_s);
   if (rows.Bof() && rows.Eof()) return {};
-  const QString path = folder + u'\\' + OfflineLogExport::FileName(runtime::Now());
+  QString path = folder + u'\\' + OfflineLogExport::FileName(runtime::Now());
   for (; !rows.Eof(); rows.MoveNext())
     content.Add(rows.Field(u"SqlSyntax"_s));
   runtime::WriteFile(path, content.Bytes());
