@@ -6,6 +6,7 @@
 
 #include <QFile>
 #include <QTextDocument>
+#include <QTextTable>
 
 // Must stand outside of any namespace; the text lies in a library, which does not bring it along by itself.
 static void NeedManual() {
@@ -19,12 +20,26 @@ namespace {
 
 constexpr QSize kOpeningSize(760, 620);
 constexpr double kPageMargin = 20;
+constexpr double kCellPadding = 4;
 
 QString ManualText() {
   NeedManual();
   QFile file(u":/spotrooster/handleiding.md"_s);
   if (!file.open(QIODevice::ReadOnly)) throw runtime::Error(u"De handleiding ontbreekt in dit programma."_s);
   return QString::fromUtf8(file.readAll());
+}
+
+// Room instead of lines.
+void LightenTables(QTextDocument& document) {
+  for (QTextFrame* frame : document.rootFrame()->childFrames()) {
+    auto* table = qobject_cast<QTextTable*>(frame);
+    if (table == nullptr) continue;
+    QTextTableFormat format = table->format();
+    format.setBorder(0);
+    format.setCellSpacing(0);
+    format.setCellPadding(kCellPadding);
+    table->setFormat(format);
+  }
 }
 
 }  // namespace
@@ -41,6 +56,7 @@ void frmHandleiding::Form_Load() {
   Trapped(__func__, [&] {
     ui_->txtHandleiding->setMarkdown(ManualText());
     ui_->txtHandleiding->document()->setDocumentMargin(kPageMargin);
+    LightenTables(*ui_->txtHandleiding->document());
   });
 }
 

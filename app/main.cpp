@@ -1,6 +1,7 @@
 #include "app/Start.h"
 #include "app/StartOptions.h"
 #include "app/Version.h"
+#include "app/WindowPlaces.h"
 #include "app/frmMain.h"
 #include "data/Globals.h"
 #include "platform/desktop/Icons.h"
@@ -56,6 +57,7 @@ int Run(QApplication& application, const StartOptions& options) {
   const desktop::Theme theme(application, options.theme);
   QApplication::setWindowIcon(desktop::AppIcon());
   global.programFolder = runtime::PathText(options.folder);
+  const WindowPlaces places(WindowPlaces::UserFile());
   RegisterScreens();
   const std::unique_ptr<frmMain> main = Start();
   return QApplication::exec();

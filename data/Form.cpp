@@ -4,6 +4,7 @@
 #include "platform/controls/ListBox.h"
 #include "platform/desktop/Lock.h"
 #include "platform/desktop/Trapped.h"
+#include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Error.h"
 
 #include <QCloseEvent>
@@ -17,6 +18,7 @@ Form::Form(QWidget* owner) : QDialog(owner) {
 
 void Form::ShowModal() {
   Form_Load();
+  const desktop::ArrowPointer arrow;  // the caller may still be waiting; the user of this form is not
   exec();
 }
 

@@ -17,6 +17,8 @@
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Numbers.h"
 
+#include <QShortcut>
+
 using namespace Qt::StringLiterals;
 using desktop::Trapped;
 
@@ -62,6 +64,8 @@ void frmItemsDetail::ConnectEvents() {
   connect(ui_->cmdOpt1Toevoegen, &QPushButton::clicked, this, &frmItemsDetail::cmdOpt1Toevoegen_Click);
   connect(ui_->cmdOpt1Wijzigen, &QPushButton::clicked, this, &frmItemsDetail::cmdOpt1Wijzigen_Click);
   connect(ui_->cmdOpt1Verwijderen, &QPushButton::clicked, this, &frmItemsDetail::cmdOpt1Verwijderen_Click);
+  const auto* remove = new QShortcut(QKeySequence::Delete, ui_->lstOpt1ItemSpots, nullptr, nullptr, Qt::WidgetShortcut);
+  connect(remove, &QShortcut::activated, ui_->cmdOpt1Verwijderen, &QPushButton::click);
   connect(ui_->cmdDirectory, &QPushButton::clicked, this, &frmItemsDetail::cmdDirectory_Click);
   connect(ui_->cmdShowItemSpots, &QPushButton::clicked, this, &frmItemsDetail::cmdShowItemSpots_Click);
   connect(ui_->cmdShowItemPingles, &QPushButton::clicked, this, &frmItemsDetail::cmdShowItemPingles_Click);
@@ -179,7 +183,9 @@ void frmItemsDetail::cmdDirectory_Click() {
   Trapped(__func__, [this] {
     global.gstrSelectedID = QString();
     frmDirectory(this).ShowModal();
-    if (!global.gstrSelectedID.isEmpty()) ui_->txtOpt2Directory->setText(global.gstrSelectedID);
+    if (global.gstrSelectedID.isEmpty()) return;
+    ui_->txtOpt2Directory->setText(global.gstrSelectedID);
+    txtOpt2_Change();  // the same folder, chosen again, counts as well
   });
 }
 

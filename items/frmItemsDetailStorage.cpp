@@ -228,7 +228,7 @@ ItemRow frmItemsDetail::ValuesOnScreen() const {
   row.naam = runtime::TrimBlanks(ui_->txtNaam->text());
   row.aktief = ui_->chkAktief->isChecked() ? 1 : 0;
   row.locked = locked_;
-  row.itemSpotsOptID = ui_->opt2->isChecked() ? 2 : 1;
+  row.itemSpotsOptID = ui_->opt2->isChecked() ? 2 : ui_->opt1->isChecked() ? 1 : 0;
   if (row.itemSpotsOptID == 2) ReadPattern(row);
   if (ui_->optMeerdereSpots->isChecked()) {
     row.optMeerdereSpots = -1;

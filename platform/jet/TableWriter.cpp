@@ -34,6 +34,13 @@ Bytes BytesOf(const ColumnDef& column, const Value& value) {
   throw Error(ErrorCode::Misuse, "De waarde is niet van de soort van veld '" + ToUtf8(column.name) + "'.");
 }
 
+/// A number or text as an error shows it; nothing for the others.
+std::string Shown(const Value& value) {
+  if (const auto* number = std::get_if<std::int64_t>(&value)) return ' ' + std::to_string(*number);
+  if (const auto* text = std::get_if<std::u16string>(&value)) return " '" + ToUtf8(*text) + "'";
+  return {};
+}
+
 /// Where the bytes of a moved row are; 0 for a row in its first place. Nothing when there is no such row.
 std::optional<RowId> TargetOf(PageSource& pages, RowId row) {
   const DataPage page(pages.Read(PageOf(row)), PageOf(row));
@@ -167,8 +174,8 @@ void TableWriter::CheckKey(Tree& tree, const std::optional<Bytes>& key, const Va
     throw Error(ErrorCode::Required, NameOf(column) + " moet een waarde hebben: het is een sleutel.");
   }
   if (!tree.unique || allNull || !key || !tree.writer->Contains(*key)) return;
-  throw Error(ErrorCode::Duplicate,
-              "de waarde van " + NameOf(tree.columns.front()) + " bestaat al (index '" + tree.name + "').");
+  throw Error(ErrorCode::Duplicate, "de waarde" + Shown(values[tree.columns.front()]) + " van " +
+                                        NameOf(tree.columns.front()) + " bestaat al (index '" + tree.name + "').");
 }
 
 void TableWriter::InsertKey(Tree& tree, const std::optional<Bytes>& key, RowId row) {

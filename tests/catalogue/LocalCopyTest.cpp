@@ -4,6 +4,7 @@
 #include "catalogue/frmItems.h"
 #include "tests/catalogue/CatalogueTest.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -55,6 +56,8 @@ class LocalCopy : public CatalogueTestInBothModes {
     const QString path = station_.ServerFolder() + u"/OvalistoServer.mdb"_s;
     ASSERT_TRUE(QFile::rename(path, path + u".weg"_s));
   }
+
+  QString Reserve() const { return station_.Folder() + u"/data/OvalistoLocal.mdb.reserve"_s; }
 
   bool IsOnline() const { return GetParam() == Station::Mode::Online; }
 };
@@ -157,19 +160,26 @@ TEST_P(LocalCopy, RowsKeptFromAnEarlierRefreshAreNeverMixedIn) {
   EXPECT_EQ(Copied(u"ItemSpots"_s), QList<int>{kOnServer});
 }
 
-TEST_P(LocalCopy, MissingWorkDatabaseIsMadeAnew) {
-  ASSERT_TRUE(QFile::remove(station_.Folder() + u"/data/work.mdb"_s));
+TEST_P(LocalCopy, ReserveIsGoneAfterARefreshThatWorked) {
   OpenAndClose<frmItemSpots>();
-  EXPECT_EQ(Refreshed(), QStringList{u"ItemSpots"_s});
-  EXPECT_TRUE(boxes_.Shown().empty());
-  EXPECT_TRUE(QFileInfo::exists(station_.Folder() + u"/data/work.mdb"_s));
+  EXPECT_FALSE(QFileInfo::exists(Reserve()));
 }
 
-TEST_P(LocalCopy, UnusableWorkDatabaseIsNoReasonToStop) {
-  QFile work(station_.Folder() + u"/data/work.mdb"_s);
-  ASSERT_TRUE(work.open(QIODevice::WriteOnly | QIODevice::Truncate));
-  work.write(QByteArray(5000, 'x'));
-  work.close();
+TEST_P(LocalCopy, ReserveStaysUntilItsRowsAreBack) {
+  frmItemSpots form(nullptr);
+  Open(form);
+  LoseServer();
+  boxes_.Answer(desktop::kAnswerOk);
+  boxes_.Answer(desktop::kAnswerNo);
+  Click(form, u"cmdSluiten"_s);
+  EXPECT_TRUE(QFileInfo::exists(Reserve()));
+  // The next refresh finds no rows: it must not take the reserve away.
+  OpenAndClose<frmItemSpots>();
+  EXPECT_TRUE(QFileInfo::exists(Reserve()));
+}
+
+TEST_P(LocalCopy, NoRoomForAReserveIsNoReasonToStop) {
+  ASSERT_TRUE(QDir().mkpath(Reserve() + u"/map"_s));
   OpenAndClose<frmItemSpots>();
   EXPECT_EQ(Refreshed(), QStringList{u"ItemSpots"_s});
   EXPECT_TRUE(boxes_.Shown().empty());

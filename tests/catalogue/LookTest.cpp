@@ -18,12 +18,12 @@
 
 using namespace Qt::StringLiterals;
 
-// The windows as users see them. The pictures are left in the folder "look" of the test's working folder, for a person
-// to look at.
+// The windows as users see them. The pictures are left in the folder "look" beside the test program, for a person to
+// look at.
 class CatalogueLook : public CatalogueTest {
  protected:
   CatalogueLook() : theme_(*qApp, desktop::Variant::Light) {
-    QDir().mkpath(u"look"_s);
+    QDir().mkpath(Folder());
     const struct {
       const char16_t* name;
       int first;
@@ -56,7 +56,8 @@ class CatalogueLook : public CatalogueTest {
     for (const auto variant : {desktop::Variant::Light, desktop::Variant::Dark}) {
       theme_.Use(variant);
       QCoreApplication::processEvents();
-      const QString file = u"look/"_s + name + (variant == desktop::Variant::Light ? u"-light.png"_s : u"-dark.png"_s);
+      const QString file =
+          Folder() + u'/' + name + (variant == desktop::Variant::Light ? u"-light.png"_s : u"-dark.png"_s);
       QPixmap picture(form.size() * 1.5);
       picture.setDevicePixelRatio(1.5);
       form.render(&picture);
@@ -64,6 +65,8 @@ class CatalogueLook : public CatalogueTest {
     }
     ExpectNothingCut(form);
   }
+
+  static QString Folder() { return QCoreApplication::applicationDirPath() + u"/look"_s; }
 
   // Every button has room for its whole caption, and the window fits its minimum.
   static void ExpectNothingCut(const Form& form) {

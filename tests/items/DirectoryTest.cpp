@@ -5,9 +5,13 @@
 #include "platform/desktop/MessageBox.h"
 #include "platform/runtime/HostPath.h"
 #include "tests/items/ItemEditor.h"
+#include "tests/support/Hindrance.h"
 
 #include <QDir>
 #include <QTemporaryDir>
+
+#include <sys/stat.h>
+#include <cstdlib>
 
 using namespace Qt::StringLiterals;
 using testing_support::Child;
@@ -131,4 +135,39 @@ TEST_F(Directory, ManySubfoldersAreShown) {
   for (int i = 0; i < 3000; ++i) QDir(folder_.path() + u"/e").mkdir(u"map%1"_s.arg(i));
   Open(u"E:\\"_s);
   EXPECT_EQ(List().ListCount(), 3002);
+}
+
+TEST_F(Directory, ADriveThatIsAwayAtTheStartStillLetsAnotherBeChosen) {
+  runtime::SetDrives({{u"A"_s, folder_.path() + u"/weg"}, {u"E"_s, folder_.path() + u"/e"}});
+  const desktop::MessageBoxScript boxes;
+  Open(u""_s);
+  ASSERT_EQ(boxes.Shown().size(), 1U);
+  EXPECT_EQ(boxes.Last().title, u"Form_Load"_s);
+  Drive().SetListIndex(1);
+  Ok();
+  EXPECT_EQ(global.gstrSelectedID, u"E:\\"_s);
+}
+
+TEST(DirectoryDeathTest, AFolderWithoutPermissionIsAnErrorAndTheListStays) {
+  const QTemporaryDir folder;
+  QDir(folder.path()).mkpath(u"Geheim/Onder"_s);
+  ::chmod(QFile::encodeName(folder.path()).constData(), 0755);
+  ::chmod(QFile::encodeName(folder.path() + u"/Geheim").constData(), 0);
+  const auto openIt = [&] {
+    testing_support::BecomeNobody();
+    runtime::SetDrives({{u"D"_s, folder.path()}});
+    global.gstrSelectedID = QString();
+    frmDirectory form(nullptr);
+    form.Form_Load();
+    form.show();
+    auto& list = Child<FolderList>(form, u"lstDir"_s);
+    list.SetListIndex(1);
+    const desktop::MessageBoxScript boxes;
+    Q_EMIT list.doubleClicked();
+    const bool told = boxes.Shown().size() == 1 && boxes.Last().title == u"lstDir_Open"_s &&
+                      boxes.Last().text.contains(u"D:\\Geheim"_s) && boxes.Last().text.contains(u"toegang geweigerd"_s);
+    std::_Exit(told && form.isVisible() && list.Path() == u"D:\\"_s ? 0 : 1);
+  };
+  EXPECT_EXIT(openIt(), testing::ExitedWithCode(0), "");
+  ::chmod(QFile::encodeName(folder.path() + u"/Geheim").constData(), 0755);
 }

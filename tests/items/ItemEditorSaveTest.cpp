@@ -87,6 +87,32 @@ TEST_F(ItemSave, SeveralSpotsAreStoredAsMinusOneWithTheirNumbers) {
   EXPECT_EQ(item.Field(u"ChkRandomizeMeerdereSpots"_s).toInt(), 1);
 }
 
+TEST_F(ItemSave, JinglesTakenAwayAreStoredAsNull) {
+  InsertListItem(1, u"Blok"_s, {1, 2});
+  station_.OnServer(u"UPDATE tblItems SET OptMeerdereSpots = -1, AantalSpots = 1, Opener = 11, Midden = 12, Sluiter = 13"_s);
+  Open(u"1"_s);
+  for (const QString& box : {u"chkOpenerPingle"_s, u"chkMiddenPingle"_s, u"chkSluiterPingle"_s}) {
+    ASSERT_TRUE(Check(box).isChecked()) << box.toStdString();
+    Check(box).click();
+  }
+  Click(u"cmdOk"_s);
+  EXPECT_FALSE(IsOpen());
+  const dao::Recordset item = station_.ServerRows(u"SELECT * FROM tblItems"_s);
+  for (const QString& field : {u"Opener"_s, u"Midden"_s, u"Sluiter"_s}) {
+    EXPECT_TRUE(item.Field(field).isNull()) << field.toStdString();
+  }
+}
+
+TEST_F(ItemSave, AnItemWithoutAFillingOptionIsNotTurnedIntoAListItem) {
+  station_.OnServer(u"INSERT INTO tblItems (ID, Naam, OptMeerdereSpots, Aktief) VALUES (1, \"Oud\", 0, 1)"_s);
+  Open(u"1"_s);
+  Edit(u"txtNaam"_s).setText(u"Nieuw"_s);
+  Click(u"cmdOk"_s);
+  const dao::Recordset item = station_.ServerRows(u"SELECT * FROM tblItems"_s);
+  EXPECT_EQ(item.Field(u"Naam"_s).toString(), u"Nieuw"_s);
+  EXPECT_EQ(item.Field(u"ItemSpotsOptID"_s).toInt(), 0);
+}
+
 TEST_F(ItemSave, AMixPointThePanelCannotShowIsKeptUnlessChanged) {
   station_.OnServer(u"INSERT INTO tblItems (ID, Naam, ItemSpotsOptID, Opt2Directory, Opt2VastNaamGedeelte, "
                     u"Opt2VariabelNaamGedeelte, Opt2FormatGedeelte, Opt2FileExtensie, Opt2MixPunt, OptMeerdereSpots) "

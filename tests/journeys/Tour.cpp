@@ -1,7 +1,8 @@
 #include "tests/journeys/Tour.h"
 
-#include "platform/desktop/FileChooser.h"
+#include "platform/desktop/Palettes.h"
 
+#include <QApplication>
 #include <QDate>
 #include <QDir>
 #include <QFile>
@@ -51,6 +52,7 @@ void Tour::Walk() {
   Export();
   CheckExportFile();
   GoOnline();
+  LookInTheDark();
   Leave();
 }
 
@@ -221,6 +223,13 @@ void Tour::GoOnline() {
   desk_.WaitUntilGone(kSettings);
   desk_.WaitForText(kMain, u"pnlModus"_s, u"Online"_s);
   Done(u"weer online gegaan"_s);
+}
+
+void Tour::LookInTheDark() {
+  Desk::InWindows([] { QApplication::setPalette(desktop::DarkPalette()); });
+  PictureOfMain(u"14-donker"_s);
+  Desk::InWindows([] { QApplication::setPalette(desktop::LightPalette()); });
+  Done(u"donker bekeken"_s);
 }
 
 void Tour::Leave() {

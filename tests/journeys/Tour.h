@@ -29,6 +29,7 @@ class Tour {
   void Export();
   void CheckExportFile();
   void GoOnline();
+  void LookInTheDark();
   void Leave();
 
   // Once the counts of the day are complete.

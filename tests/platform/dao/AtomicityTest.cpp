@@ -28,10 +28,11 @@ TEST(Atomicity, StatementThatFailsHalfwayChangesNothing) {
   EXPECT_EQ(Rows(s.Open(), u"SELECT * FROM tblSpots"_s), before);
 }
 
-TEST(Atomicity, DuplicateKeyNamesTableAndField) {
+TEST(Atomicity, DuplicateKeyNamesTableFieldAndValue) {
   const SpotScratch s;
   const QString error = ExecuteError(s.Open(), u"INSERT INTO tblSpots (ID, Naam) VALUES (2, \"dubbel\")"_s);
-  EXPECT_TRUE(error.contains(u"tblSpots"_s) && error.contains(u"ID"_s)) << qPrintable(error);
+  EXPECT_TRUE(error.contains(u"'tblSpots'"_s) && error.contains(u"'ID'"_s) && error.contains(u"waarde 2"_s))
+      << qPrintable(error);
 }
 
 TEST(Atomicity, TwoConnectionsSeeEachOthersStatements) {

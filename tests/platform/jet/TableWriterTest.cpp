@@ -87,7 +87,7 @@ TEST_F(TableWriterTest, RefusesByTableFieldAndValueAndChangesNothing) {
   const Bytes before = database_.Files().Get(FreshDatabase::kPath);
   std::vector<Value> row = Spot(u"Slager");
   row[0] = std::int64_t{1};
-  EXPECT_EQ(RefusalOf(row), "Tabel 'tblSpots': de waarde van veld 'ID' bestaat al (index 'PrimaryKey').");
+  EXPECT_EQ(RefusalOf(row), "Tabel 'tblSpots': de waarde 1 van veld 'ID' bestaat al (index 'PrimaryKey').");
   row[0] = std::int64_t{1} << 31;
   EXPECT_EQ(RefusalOf(row), "Tabel 'tblSpots': Het getal 2147483648 past niet in veld 'ID'.");
   row = Spot(u"Slager");
@@ -214,7 +214,7 @@ TEST_F(TableWriterTest, UniqueIndexesLetSeveralEmptyKeysPass) {
   database_.Insert(u"tblCodes", {Value{}});
   database_.Insert(u"tblCodes", {std::u16string(u"ab")});
   EXPECT_EQ(MessageOf([&] { database_.Insert(u"tblCodes", {std::u16string(u"AB ")}); }),
-            "Tabel 'tblCodes': de waarde van veld 'Code' bestaat al (index 'Code').");
+            "Tabel 'tblCodes': de waarde 'AB ' van veld 'Code' bestaat al (index 'Code').");
   EXPECT_EQ(database_.Rows(u"tblCodes"), 3U);
 }
 

@@ -1,0 +1,143 @@
+#include "data/Globals.h"
+#include "data/Messages.h"
+#include "items/FolderList.h"
+#include "platform/runtime/HostPath.h"
+#include "tests/items/ItemEditor.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+
+using namespace Qt::StringLiterals;
+using testing_support::Child;
+using testing_support::ModalDriver;
+
+namespace {
+
+// What the buttons of the item editor open and what follows from it.
+class ItemButtons : public ItemEditor {
+ protected:
+  ItemButtons() {
+    QDir(drive_.path()).mkpath(u"Audio"_s);
+    runtime::SetDrives({{u"D"_s, drive_.path()}, {u"Z"_s, u"/"_s}});
+  }
+  ~ItemButtons() override { runtime::SetDrives({}); }
+
+  // Opens the folder picker and leaves it through one of its buttons, with the line of D:\Audio selected.
+  void PickFolder(const QString& button) const {
+    ModalDriver driver;
+    driver.OnNext(u"frmDirectory"_s, [&](QDialog& dialog) {
+      Child<FolderList>(dialog, u"lstDir"_s).SetListIndex(1);
+      QTest::mouseClick(&Child<QPushButton>(dialog, button), Qt::LeftButton);
+    });
+    Click(u"cmdDirectory"_s);
+    EXPECT_TRUE(driver.Done());
+  }
+  void OpenPatternItem() {
+    InsertListItem(1, u"Blok"_s, {});
+    station_.OnServer(
+        u"UPDATE tblItems SET ItemSpotsOptID = 2, Opt2Directory = \"D:\\Audio\", "
+        u"Opt2VastNaamGedeelte = \"blok\", Opt2FileExtensie = \"wav\""_s);
+    Open(u"1"_s);
+  }
+  // Opens the entry dialog by this button and cancels it untouched.
+  void CancelEntry(const QString& button) const {
+    ModalDriver driver;
+    driver.OnNext(u"frmItemsDetailOpt1"_s, [](QDialog& dialog) {
+      QTest::mouseClick(&Child<QPushButton>(dialog, u"cmdAnnuleren"_s), Qt::LeftButton);
+    });
+    Click(button);
+    EXPECT_TRUE(driver.Done());
+  }
+
+  QTemporaryDir drive_;
+};
+
+}  // namespace
+
+TEST_F(ItemButtons, AChosenFolderGoesToTheBoxAndIsAChange) {
+  OpenNew();
+  Option(u"opt2"_s).click();
+  PickFolder(u"cmdOk"_s);
+  EXPECT_EQ(Edit(u"txtOpt2Directory"_s).text(), u"D:\\Audio"_s);
+  EXPECT_TRUE(editor_->IsDirty());
+}
+
+TEST_F(ItemButtons, ACancelledFolderPickerKeepsTheFolderAndIsNoChange) {
+  OpenPatternItem();
+  PickFolder(u"cmdAnnuleren"_s);
+  EXPECT_EQ(Edit(u"txtOpt2Directory"_s).text(), u"D:\\Audio"_s);
+  EXPECT_FALSE(editor_->IsDirty());
+}
+
+TEST_F(ItemButtons, TheSameFolderChosenAgainIsAChange) {
+  OpenPatternItem();
+  PickFolder(u"cmdOk"_s);
+  EXPECT_EQ(Edit(u"txtOpt2Directory"_s).text(), u"D:\\Audio"_s);
+  EXPECT_TRUE(editor_->IsDirty());
+}
+
+TEST_F(ItemButtons, AVisitToTheEntryDialogIsAChangeEvenWhenCancelled) {
+  InsertListItem(1, u"Blok"_s, {1, 2});
+  Open(u"1"_s);
+  CancelEntry(u"cmdOpt1Toevoegen"_s);
+  EXPECT_TRUE(editor_->IsDirty());
+  Open(u"1"_s);
+  List().SetListIndex(0);
+  EXPECT_FALSE(editor_->IsDirty());
+  CancelEntry(u"cmdOpt1Wijzigen"_s);
+  EXPECT_TRUE(editor_->IsDirty());
+}
+
+TEST_F(ItemButtons, TheEntryDialogHasTheOrdinaryPointer) {
+  OpenNew();
+  ModalDriver driver;
+  driver.OnNext(u"frmItemsDetailOpt1"_s, [](QDialog& dialog) {
+    ASSERT_NE(QGuiApplication::overrideCursor(), nullptr);
+    EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::ArrowCursor);
+    dialog.close();
+  });
+  Click(u"cmdOpt1Toevoegen"_s);
+  EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(ItemButtons, DeleteInTheListRemovesTheSelectedEntry) {
+  InsertListItem(1, u"Blok"_s, {1, 2});
+  Open(u"1"_s);
+  editor_->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(editor_.get()));
+  List().setFocus();
+  QTest::keyClick(&List(), Qt::Key_Delete);
+  EXPECT_EQ(List().ListCount(), 2);
+  List().SetListIndex(0);
+  QTest::keyClick(&List(), Qt::Key_Delete);
+  ASSERT_EQ(List().ListCount(), 1);
+  EXPECT_EQ(List().ItemData(0), 2);
+  EXPECT_TRUE(editor_->IsDirty());
+}
+
+TEST_F(ItemButtons, DeleteRemovesNothingFromALockedItem) {
+  InsertListItem(1, u"Blok"_s, {1, 2});
+  station_.OnServer(u"UPDATE tblItems SET Locked = -1"_s);
+  Open(u"1"_s);
+  editor_->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(editor_.get()));
+  List().setFocus();
+  List().SetListIndex(0);
+  QTest::keyClick(&List(), Qt::Key_Delete);
+  EXPECT_EQ(List().ListCount(), 2);
+}
+
+TEST_F(ItemButtons, CancellingAndAnsweringNoClosesWithoutSaving) {
+  InsertListItem(1, u"Blok"_s, {1, 2});
+  Open(u"1"_s);
+  Edit(u"txtNaam"_s).setText(u"Anders"_s);
+  List().SetListIndex(0);
+  Click(u"cmdOpt1Verwijderen"_s);
+  const desktop::MessageBoxScript boxes({kAnswerNo});
+  Click(u"cmdAnnuleren"_s);
+  ASSERT_EQ(boxes.Shown().size(), 1U);
+  EXPECT_EQ(boxes.Last().text, GetMsgElements(2000).text);
+  EXPECT_FALSE(IsOpen());
+  EXPECT_EQ(station_.ServerRows(u"SELECT Naam FROM tblItems"_s).Field(u"Naam"_s).toString(), u"Blok"_s);
+  EXPECT_EQ(station_.ServerRows(u"SELECT ItemID FROM tblItemsItemSpots"_s).RecordCount(), 2);
+}
