@@ -52,7 +52,6 @@ class AudioPreview : public QGroupBox {
   audio::AudioPlayer& Player() { return *player_; }
   QTimer& TmrPlayer() { return *tmrPlayer_; }
 
- public Q_SLOTS:
   // One key for both buttons.
   void PlayOrStop();
 

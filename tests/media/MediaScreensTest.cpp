@@ -1,0 +1,34 @@
+#include "media/MediaScreens.h"
+
+#include "data/Globals.h"
+#include "data/Screens.h"
+#include "tests/media/support/EditorDesk.h"
+#include "tests/support/ModalDriver.h"
+
+#include <gtest/gtest.h>
+
+#include <QDialog>
+
+using namespace Qt::StringLiterals;
+using namespace media_testing;
+
+// Asked for by another screen, the editor opens on the selected record, owned by that screen, and is gone afterwards.
+TEST(MediaScreens, BothEditorsOpenModallyForTheSelectedRecord) {
+  const EditorDesk desk;
+  RegisterMediaScreens();
+  QWidget owner;
+  testing_support::ModalDriver driver;
+  for (const auto& [screen, name] : {std::pair(Screen::ItemSpotsDetail, u"frmItemSpotsDetail"_s),
+                                     std::pair(Screen::ItemPinglesDetail, u"frmItemPinglesDetail"_s)}) {
+    global.gstrSelectedID = u"NIEUW"_s;
+    QString caption;
+    driver.OnNext(name, [&](QDialog& window) {
+      caption = window.windowTitle();
+      EXPECT_TRUE(window.isModal());
+      EXPECT_EQ(window.parentWidget(), &owner);
+      Click(window, u"cmdAnnuleren"_s);
+    });
+    ShowScreen(screen, &owner);
+    EXPECT_TRUE(caption.endsWith(u"... nieuw"_s)) << name.toStdString();
+  }
+}
