@@ -22,6 +22,8 @@ const QString kSpot = u"frmItemSpotsDetail"_s;
 const QString kItems = u"frmItems"_s;
 const QString kItem = u"frmItemsDetail"_s;
 const QString kEntry = u"frmItemsDetailOpt1"_s;
+const QString kJingles = u"frmItemPingles"_s;
+const QString kJingle = u"frmItemPinglesDetail"_s;
 const QString kExport = u"frmPlanningExporteren"_s;
 
 const QString kNewSpot = u"Nieuwe spot van de rondleiding"_s;
@@ -122,6 +124,18 @@ void Tour::MarkMixPoint() {
                   [this] { return desk_.Value(kSpot, u"sliPlay"_s) > 0; });
   desk_.Click(kSpot, u"cmdMix"_s);
   desk_.WaitUntil(u"het mixpunt werd niet bepaald"_s, [this] { return desk_.Value(kSpot, u"ledMix"_s) > 0; });
+  TestMixPoint();
+}
+
+// What is heard begins at the mix point.
+void Tour::TestMixPoint() {
+  int marked = 0;
+  Desk::InWindows([&] { marked = desk_.Value(kSpot, u"sliPlay"_s); });
+  desk_.Click(kSpot, u"cmdTestMix"_s);
+  desk_.WaitUntil(u"het mixpunt werd niet gespeeld"_s,
+                  [this, marked] { return desk_.Value(kSpot, u"sliPlay"_s) > marked; });
+  desk_.Click(kSpot, u"cmdSTOP"_s);
+  Done(u"mixpunt bepaald en beluisterd"_s);
 }
 
 void Tour::ChangeSpots() {
@@ -157,6 +171,7 @@ void Tour::MakeItem() {
   const QStringList jingles = desk_.Lines(kItem, u"cboOpenerPingle"_s);
   desk_.Expect(!jingles.isEmpty(), u"er zijn geen jingles om uit te kiezen"_s);
   desk_.Choose(kItem, u"cboOpenerPingle"_s, jingles.first());
+  LookAtJingle(jingles.first());
   desk_.Picture(kItem, u"09-nieuw-item"_s);
   desk_.Click(kItem, u"cmdOk"_s);
   desk_.WaitUntilGone(kItem);
@@ -166,6 +181,23 @@ void Tour::MakeItem() {
   desk_.WaitForText(kMain, u"pnlLog"_s, u"7 opdrachten nog niet geëxporteerd"_s);
   PictureOfMain(u"10-offline-gewijzigd"_s);
   Done(u"item gemaakt met twee spots en een opener"_s);
+}
+
+// From the item to the list of jingles, into one of them, and back.
+void Tour::LookAtJingle(const QString& jingle) {
+  desk_.Click(kItem, u"cmdShowItemPingles"_s);
+  desk_.WaitForWindow(kJingles);
+  desk_.Choose(kJingles, u"lstOverzicht"_s, jingle);
+  desk_.Click(kJingles, u"cmdOpen"_s);
+  desk_.WaitForWindow(kJingle);
+  desk_.Expect(desk_.Text(kJingle, u"txtNaam"_s) == jingle, u"de jingle ging niet open"_s);
+  desk_.Picture(kJingle, u"15-item-pingle"_s);
+  desk_.Click(kJingle, u"cmdAnnuleren"_s);
+  desk_.WaitUntilGone(kJingle);
+  desk_.Click(kJingles, u"cmdSluiten"_s);
+  desk_.WaitUntilGone(kJingles);
+  desk_.WaitForWindow(kItem);
+  Done(u"jingle bekeken: "_s + jingle);
 }
 
 void Tour::AddSpotToItem(const QString& spot) {

@@ -23,9 +23,11 @@ class Tour {
   void GoOffline();
   void MakeSpotFromFile();
   void MarkMixPoint();
+  void TestMixPoint();
   void ChangeSpots();
   void MakeItem();
   void AddSpotToItem(const QString& spot);
+  void LookAtJingle(const QString& jingle);
   void Export();
   void CheckExportFile();
   void GoOnline();
