@@ -113,6 +113,7 @@ void frmItemsDetail::InitCommands() {
     ui_->cmdOpt1Verwijderen->setEnabled(list && selected);
     ui_->cmdDirectory->setEnabled(!isLocked_ && ui_->opt2->isChecked());
     if (isLocked_) ui_->cmdOk->setEnabled(false);
+    ui_->lblVergrendeld->setVisible(isLocked_);
     ui_->lstOpt1ItemSpots->SetMovable(list);
   });
 }
