@@ -54,8 +54,8 @@ std::vector<jet::Value> JetTable::KeyOf(std::size_t index, std::span<const Value
   return stored;
 }
 
-jet::Value JetTable::Stored(std::size_t field, const Value& value) const {
-  auto stored = StoredOf(table_.Definition().columns[field], value);
+jet::Value JetTable::Stored(std::size_t field, Value value) const {
+  auto stored = StoredOf(table_.Definition().columns[field], std::move(value));
   if (!stored) {
     throw runtime::Error(u"De waarde past niet in het veld '%1' van de tabel '%2'."_s.arg(
         definition_.fields[static_cast<qsizetype>(field)].name, definition_.name));
@@ -68,11 +68,11 @@ jet::TableWriter& JetTable::Writer() {
   return *writer_;
 }
 
-void JetTable::Insert(std::span<const Value> row) {
+void JetTable::Insert(std::vector<Value> row) {
   std::vector<jet::Value> values;
   values.reserve(row.size());
   for (std::size_t i = 0; i < row.size(); ++i)
-    values.push_back(Stored(i, row[i]));
+    values.push_back(Stored(i, std::move(row[i])));
   file_.Telling([&] { Writer().Insert(values); });
 }
 
