@@ -76,6 +76,19 @@ void JetTable::Insert(std::vector<Value> row) {
   file_.Telling([&] { Writer().Insert(values); });
 }
 
+std::optional<std::size_t> JetTable::InsertAllOf(Table& other) {
+  const auto* source = dynamic_cast<const JetTable*>(&other);
+  if (source == nullptr) return std::nullopt;
+  jet::TableWriter& writer = file_.Telling([&]() -> jet::TableWriter& { return Writer(); });
+  if (!writer.TakesRowsOf(source->table_)) return std::nullopt;
+  const auto fromSource = [&](auto work) { return source->file_.Telling(work); };
+  jet::TableCursor rows = fromSource([&] { return source->table_.Scan(writer.KnownColumns()); });
+  std::size_t count = 0;
+  for (; fromSource([&] { return rows.Next(); }); ++count)
+    file_.Telling([&] { writer.InsertStored(rows.Row(), rows.Values()); });
+  return count;
+}
+
 void JetTable::Update(RowId row, std::span<const FieldValue> changes) {
   if (changes.empty()) return;
   std::vector<jet::Value> values(table_.Definition().columns.size());

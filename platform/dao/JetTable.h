@@ -19,6 +19,7 @@ class JetTable : public Table {
   std::unique_ptr<Cursor> ScanByIndex(std::size_t index, bool backwards, const FieldMask& wanted) override;
   std::unique_ptr<Cursor> Lookup(std::size_t index, std::span<const Value> key, const FieldMask& wanted) override;
   void Insert(std::vector<Value> row) override;
+  std::optional<std::size_t> InsertAllOf(Table& other) override;
   void Update(RowId row, std::span<const FieldValue> changes) override;
   void Delete(RowId row) override;
   std::size_t DeleteAll() override;

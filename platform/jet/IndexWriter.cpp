@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
+#include <utility>
 
 #include "platform/jet/Codec.h"
 #include "platform/jet/Damage.h"
@@ -45,7 +47,9 @@ bool IsLess(ByteView left, ByteView right) {
 }  // namespace
 
 Bytes IndexWriter::Entry(ByteView key, RowId row) {
-  Bytes entry(key.begin(), key.end());
+  Bytes entry;
+  entry.reserve(key.size() + kPointerBytes);
+  entry.assign(key.begin(), key.end());
   const std::uint32_t page = PageOf(row);
   entry.insert(entry.end(), {static_cast<std::uint8_t>(page >> 16), static_cast<std::uint8_t>(page >> 8),
                              static_cast<std::uint8_t>(page), static_cast<std::uint8_t>(SlotOf(row))});
@@ -228,9 +232,11 @@ void IndexWriter::Split(Path& path, IndexNode& node) {
   const bool appended = node.leaf && node.next == 0 && path.back().child + 1 == count;
   const auto half = static_cast<std::ptrdiff_t>(SplitPoint(node, appended ? count - 1 : count / 2));
 
+  std::vector<Bytes> entries = std::move(node.entries);
   IndexNode lower = node;
-  lower.entries.assign(node.entries.begin(), node.entries.begin() + half);
-  node.entries.erase(node.entries.begin(), node.entries.begin() + half);
+  const auto middle = entries.begin() + half;
+  lower.entries.assign(std::make_move_iterator(entries.begin()), std::make_move_iterator(middle));
+  node.entries.assign(std::make_move_iterator(middle), std::make_move_iterator(entries.end()));
   const Bytes promoted = lower.entries.back();
   if (!node.leaf) {
     lower.children.assign(node.children.begin(), node.children.begin() + half);
