@@ -229,6 +229,10 @@ void Tour::GoOnline() {
   planner_.Open(u"actItems"_s, kItems);
   planner_.Deactivate(kItems, u"Weekblok verkeer"_s);
   planner_.Close(kItems);
+  // Within the same second the second file would replace the first.
+  const QString first = ExportFiles().first();
+  desk_.WaitUntil(u"de klok staat stil"_s,
+                  [&first] { return QDateTime::currentDateTime().toString(u"yyyyMMddHHmmss'.tql'"_s) > first; });
   planner_.GoOnline();
   planner_.StartExport();
   planner_.EndExport();
