@@ -192,6 +192,7 @@ void Storage::RefreshIfChanged() {
   } else {
     pages_->Refresh();
   }
+  wronglyFree_.reset();
   lastHeader_ = header;
   lastSize_ = size;
   ++generation_;
@@ -243,7 +244,7 @@ void Storage::BeginWrite() {
     CheckForeignUsers();
     if (overlay_ != nullptr) throw Error(ErrorCode::AccessDenied, "De map van '" + name_ + "' is alleen-lezen.");
     if (lastSize_ % kPageSize != 0) throw Error(ErrorCode::Damaged, "Het bestand '" + name_ + "' is afgekapt.");
-    transaction_ = std::make_unique<Transaction>(*pages_);
+    transaction_ = std::make_unique<Transaction>(*pages_, &wronglyFree_);
   } catch (const Error&) {
     if (reading) EndRead();
     EndWrite();

@@ -99,6 +99,7 @@ class Storage {
   std::unique_ptr<LockFile> lockFile_;
   std::unique_ptr<Pages> pages_;
   std::unique_ptr<OverlaidPages> overlay_;
+  Transaction::WronglyFree wronglyFree_;
   std::unique_ptr<Transaction> transaction_;
   PageBytes lastHeader_{};
   std::uint64_t lastSize_ = 0;

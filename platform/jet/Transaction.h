@@ -2,6 +2,8 @@
 
 #include <map>
 #include <memory>
+#include <optional>
+#include <set>
 
 #include "platform/jet/Pages.h"
 
@@ -13,7 +15,11 @@ class Transaction final : public PageSource {
  public:
   using Changes = std::map<std::uint32_t, std::shared_ptr<PageBytes>>;
 
-  explicit Transaction(PageSource& base) : base_(base), pageCount_(base.PageCount()) {}
+  /// What is known of a file's free pages, for all its transactions until another program writes to it.
+  using WronglyFree = std::optional<std::set<std::uint32_t>>;
+
+  explicit Transaction(PageSource& base, WronglyFree* wronglyFree = nullptr)
+      : base_(base), wronglyFree_(wronglyFree != nullptr ? *wronglyFree : own_), pageCount_(base.PageCount()) {}
 
   std::uint32_t PageCount() override { return pageCount_; }
   PageRef Read(std::uint32_t number) override;
@@ -23,12 +29,17 @@ class Transaction final : public PageSource {
   /// A new page of zeros at the end of the file; answers its number.
   std::uint32_t Append();
 
+  /// Whether the file called page `number` free before this statement, although it is in use.
+  bool IsWronglyFree(std::uint32_t number);
+
   const Changes& ChangedPages() const { return changes_; }
   /// Pages in the file before this statement.
   std::uint32_t OldPageCount() { return base_.PageCount(); }
 
  private:
   PageSource& base_;
+  WronglyFree own_;
+  WronglyFree& wronglyFree_;
   std::uint32_t pageCount_;
   Changes changes_;
 };
