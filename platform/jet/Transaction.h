@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <set>
+#include <unordered_map>
 
 #include "platform/jet/Pages.h"
 
@@ -13,8 +14,6 @@ namespace jet {
 /// until a Storage commits them. Not thread-safe.
 class Transaction final : public PageSource {
  public:
-  using Changes = std::map<std::uint32_t, std::shared_ptr<PageBytes>>;
-
   /// What is known of a file's free pages, for all its transactions until another program writes to it.
   using WronglyFree = std::optional<std::set<std::uint32_t>>;
 
@@ -32,7 +31,9 @@ class Transaction final : public PageSource {
   /// Whether the file called page `number` free before this statement, although it is in use.
   bool IsWronglyFree(std::uint32_t number);
 
-  const Changes& ChangedPages() const { return changes_; }
+  bool IsEmpty() const { return changes_.empty(); }
+  /// In the order of their numbers, as they go to the disk.
+  std::map<std::uint32_t, PageRef> ChangedPages() const { return {changes_.begin(), changes_.end()}; }
   /// Pages in the file before this statement.
   std::uint32_t OldPageCount() { return base_.PageCount(); }
 
@@ -41,7 +42,7 @@ class Transaction final : public PageSource {
   WronglyFree own_;
   WronglyFree& wronglyFree_;
   std::uint32_t pageCount_;
-  Changes changes_;
+  std::unordered_map<std::uint32_t, std::shared_ptr<PageBytes>> changes_;
 };
 
 }  // namespace jet
