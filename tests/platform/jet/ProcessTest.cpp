@@ -81,48 +81,6 @@ void Step(Database& database, int n) {
   turn.Commit();
 }
 
-TEST_F(ProcessTest, WritersTakeTurnsAlsoWhenOneIsKilled) {
-  constexpr int kEach = 12;
-  const auto write = [&](const Child::Acknowledge& acknowledge) {
-    const auto database = Database::Open(path_, ForWriting());
-    for (int done = 0; done < kEach;) {
-      try {
-        WriteTurn turn(*database);
-        std::vector<Value> row = test::Spot(NameOfSpot(done));
-        database->OpenWriter(kTable)->Insert(row);
-        turn.Commit();
-        acknowledge(std::get<std::int64_t>(row[0]));
-        ++done;
-      } catch (const Error& error) {
-        if (error.Code() != ErrorCode::Locked) throw;
-      }
-    }
-  };
-  std::set<std::int64_t> acknowledged;
-  const auto collect = [&](Child& child, int most) {
-    std::int64_t number = 0;
-    for (int i = 0; i < most && child.Next(number); ++i)
-      EXPECT_TRUE(acknowledged.insert(number).second) << number;
-  };
-  {
-    Child one(write);
-    Child two(write);
-    Child killed(write);
-    collect(killed, 2);
-    killed.Kill();
-    collect(killed, kEach);
-    collect(one, kEach);
-    collect(two, kEach);
-    EXPECT_EQ(one.Wait(), 0);
-    EXPECT_EQ(two.Wait(), 0);
-  }
-  const auto rows = ReadRows();
-  for (const std::int64_t number : acknowledged)
-    EXPECT_EQ(rows.count(number), 1U) << number;
-  EXPECT_LE(rows.size(), acknowledged.size() + 1);
-  EXPECT_FALSE(std::filesystem::exists(folder_ / "station.ldb"));
-}
-
 TEST_F(ProcessTest, ADeadUserOfTheLockFileStandsInNobodysWay) {
   Child child([&](const Child::Acknowledge& acknowledge) {
     const auto database = Database::Open(path_, ForWriting());
