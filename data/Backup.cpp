@@ -99,9 +99,9 @@ void LetOldOnesGo(const BackupFolder& folder) {
     folder.Remove(file.name);
 }
 
-std::unique_ptr<dao::FrozenDatabase> Frozen(const QString& databasePath) {
+std::unique_ptr<dao::FrozenDatabase> Frozen(const QString& databasePath, const QString& password) {
   try {
-    return std::make_unique<dao::FrozenDatabase>(databasePath);
+    return std::make_unique<dao::FrozenDatabase>(databasePath, password);
   } catch (const runtime::Error&) {
     return nullptr;
   }
@@ -122,8 +122,8 @@ std::optional<QString> SameAsNewest(const dao::FrozenDatabase& database, const B
 
 }  // namespace
 
-std::optional<QString> BackUp(const QString& databasePath) {
-  const auto database = Frozen(databasePath);
+std::optional<QString> BackUp(const QString& databasePath, const QString& password) {
+  const auto database = Frozen(databasePath, password);
   if (!database) return std::nullopt;
   const BackupFolder folder(databasePath);
   if (const auto same = SameAsNewest(*database, folder)) return same;

@@ -9,7 +9,7 @@
 // Makes one as the database is now, unless the newest copy holds the very same, and lets the old ones go. Gives the
 // path of the copy that holds the present state. Nothing when the database itself cannot be opened for writing: the act
 // that follows tells that. runtime::Error when the copy cannot be written.
-std::optional<QString> BackUp(const QString& databasePath);
+std::optional<QString> BackUp(const QString& databasePath, const QString& password = {});
 
 // Whether this settings file leaves copies on: they are, unless [Backup] says Enabled=0.
 bool BackupsWanted(const QString& settingsPath);
