@@ -49,14 +49,11 @@ class BackupFolder {
 
   QString PathOf(const QString& name) const { return runtime::PathText(folder_ + u'/' + name); }
 
-  // A name that no copy has yet.
-  QString NewName(QDateTime moment) const {
-    QString name;
-    do {
-      name = prefix_ + moment.toString(kMomentFormat) + kEnding;
-      moment = moment.addSecs(1);
-    } while (QFileInfo::exists(folder_ + u'/' + name));
-    return name;
+  // The name of a copy that is the newest, also when several are made in a second or the clock was put back.
+  QString NewName(const QDateTime& now) const {
+    const QList<BackupFile> files = NewestFirst();
+    const QDateTime moment = files.isEmpty() ? now : qMax(now, files.first().moment.addSecs(1));
+    return prefix_ + moment.toString(kMomentFormat) + kEnding;
   }
 
   void Remove(const QString& name) const { runtime::RemoveFile(folder_ + u'/' + name); }

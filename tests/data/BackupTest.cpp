@@ -71,6 +71,18 @@ TEST_F(Backups, TwoInOneSecondBothStay) {
   EXPECT_EQ(Names(), (QStringList{u"OvalistoLocal-20240131-154507.mdb"_s, u"OvalistoLocal-20240131-154508.mdb"_s}));
 }
 
+TEST_F(Backups, TheLastOneIsTheNewestAlsoWhenTheClockWasPutBack) {
+  QDateTime now = kNow;
+  const runtime::ClockScope clock([&] { return now; });
+  for (int copy = 0; copy < 25; ++copy) {
+    if (copy == 12) now = now.addYears(-1);
+    Change();
+    const auto path = BackUp(global.localDatabasePath);
+    ASSERT_TRUE(path && runtime::PathText(Folder() + u'/' + Names().last()) == *path) << copy;
+  }
+  EXPECT_EQ(Names().size(), 10);
+}
+
 TEST_F(Backups, OldOnesGoButTheNewestWithFullCopyTablesStays) {
   FillCopies();
   QDateTime now = kNow;

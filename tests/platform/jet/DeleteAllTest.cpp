@@ -7,7 +7,7 @@
 #include "platform/jet/Check.h"
 #include "platform/jet/UsageMap.h"
 #include "platform/jet/Utf8.h"
-#include "tests/platform/jet/Witness.h"
+#include "tests/platform/jet/support/Witness.h"
 #include "tests/platform/jet/support/SampleTable.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
 
