@@ -48,8 +48,8 @@ int Run(const Command& command, const QStringList& words, const Streams& streams
 }  // namespace
 
 QList<Command> AllCommands() {
-  return {CreateCommand(), DemoCommand(),    TablesCommand(), SchemaCommand(), DumpCommand(),
-          SqlCommand(),    MeasureCommand(), CheckCommand(),  CompactCommand()};
+  return {CreateCommand(), DemoCommand(),    TablesCommand(), SchemaCommand(),  DumpCommand(),
+          SqlCommand(),    MeasureCommand(), CheckCommand(),  CompactCommand(), RestoreCommand()};
 }
 
 int RunCommand(const QStringList& words, const Streams& streams) {

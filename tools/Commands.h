@@ -37,6 +37,7 @@ Command SqlCommand();
 Command MeasureCommand();
 Command CheckCommand();
 Command CompactCommand();
+Command RestoreCommand();
 
 // All commands, in the order in which help shows them.
 QList<Command> AllCommands();
