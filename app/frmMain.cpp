@@ -1,6 +1,6 @@
 #include "app/frmMain.h"
 
-#include "app/Settings.h"
+#include "data/Settings.h"
 #include "app/StationStatus.h"
 #include "app/StatusPanel.h"
 #include "app/Version.h"

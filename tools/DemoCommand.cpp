@@ -71,6 +71,11 @@ int MakeDemo(const Arguments& arguments, const Streams& streams) {
 }  // namespace
 
 Command DemoCommand() {
-  return {u"demo"_s, u"MAP"_s, u"Maakt een gevulde zender om te proberen, met geluidsbestanden."_s, 1, 1, {},
-          {},        MakeDemo};
+  return {.name = u"demo"_s,
+          .usage = u"MAP"_s,
+          .summary = u"Maakt een gevulde zender om te proberen, met geluidsbestanden."_s,
+          .leastWords = 1,
+          .mostWords = 1,
+          .run = MakeDemo,
+          .examples = {u"demo /tmp/proef"_s}};
 }
