@@ -10,6 +10,7 @@
 #include "data/DatabasePaths.h"
 #include "data/Globals.h"
 #include "data/Lookups.h"
+#include "export/InterruptedExport.h"
 #include "export/frmRadioDetail.h"
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/MessageBox.h"
@@ -122,6 +123,7 @@ void frmMain::Form_Load() {
     Q_EMIT loading(u"Zender kiezen ..."_s);
     ChooseStation();
     Q_EMIT loading(u"Zender openen ..."_s);
+    ResumeExport();
     SetRadioNaam();
     setWindowTitle(u"Spotrooster "_s + global.stationName);
     SetOnlineYn();
@@ -133,6 +135,11 @@ void frmMain::Form_Load() {
 void frmMain::ChooseStation() {
   frmRadioDetail(this).ShowModal();
   FormDatabasePaths();
+}
+
+// Before anything is logged. A failure is no reason not to start: it is tried again before the next export.
+void frmMain::ResumeExport() {
+  Trapped(__func__, [&] { FinishInterruptedExport(global.localDatabasePath); });
 }
 
 void frmMain::ShowStation() {

@@ -45,6 +45,9 @@ class OverviewForm : public Form {
   // Once, right after setupUi.
   void Wire(const Controls& controls);
 
+  // Sound files dropped on the window become new records, each in its editor.
+  void AcceptAudio();
+
   virtual QString TableOf(const Catalogue& catalogue) const = 0;
   // The part of the statement that stands for both check boxes checked, with its closing blank.
   virtual QString BothFilter(const QString& table) const = 0;
@@ -86,6 +89,7 @@ class OverviewForm : public Form {
   void cmdNieuw_Click();
   void cmdSluiten_Click();
   void txtZoek_Change();
+  void Form_DropFiles(const QStringList& files);
 
   QString one_;
   QString many_;

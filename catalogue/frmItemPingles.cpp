@@ -25,6 +25,7 @@ frmItemPingles::frmItemPingles(QWidget* owner)
   controls.cmdVerwijder = ui_->cmdVerwijder;
   controls.cmdSluiten = ui_->cmdSluiten;
   Wire(controls);
+  AcceptAudio();
 }
 
 frmItemPingles::~frmItemPingles() = default;

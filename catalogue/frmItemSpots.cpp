@@ -34,6 +34,7 @@ frmItemSpots::frmItemSpots(QWidget* owner)
   controls.chkAktieve = ui_->chkAktieve;
   controls.chkNietAktieve = ui_->chkNietAktieve;
   Wire(controls);
+  AcceptAudio();
   for (const SpotView view : kSpotViews)
     ui_->cboToestand->AddItem(TextOf(view), static_cast<qint64>(view));
   connect(ui_->cmdDesaktiveer, &QPushButton::clicked, this, &frmItemSpots::cmdDesaktiveer_Click);

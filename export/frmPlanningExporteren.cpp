@@ -3,15 +3,13 @@
 #include "data/Globals.h"
 #include "data/Messages.h"
 #include "data/Text.h"
-#include "data/Writes.h"
+#include "export/InterruptedExport.h"
 #include "export/OfflineLogExport.h"
 #include "export/ui_frmPlanningExporteren.h"
-#include "platform/dao/Database.h"
 #include "platform/desktop/Events.h"
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/Trapped.h"
 #include "platform/desktop/WaitPointer.h"
-#include "platform/runtime/Clock.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/TextFile.h"
 
@@ -148,34 +146,31 @@ void frmPlanningExporteren::ShowStep(const QString& text, double progress) {
 
 void frmPlanningExporteren::Opslaan() {
   Trapped(__func__, [&] {
-    OfflineLogExport content;
+    QStringList altered;
     QString path;
     {
       const desktop::WaitPointer wait;
       ShowStep(u"Initializeren ... "_s, 1.0 / 3);
       const QString folder = runtime::TrimBlanks(ui_->txtBestemming->text());
       ShowStep(u"Offline-log controleren en exporteren"_s, 2.0 / 3);
-      path = ExportLog(folder, content);
-      global.lastResult = DeleteAllInTable(u"tblOfflineLog"_s, global.localDatabasePath);
+      FinishInterruptedExport(global.localDatabasePath);
+      OfflineLogExport logExport(global.localDatabasePath);
+      path = logExport.WriteFile(folder);
+      global.lastResult = EmptyLog(logExport);
+      altered = logExport.Content().Altered();
       ui_->imgProgress->SetProgress(1);
       desktop::YieldToEvents();
     }
-    if (!content.Altered().isEmpty()) {
-      desktop::ShowMessageBox(this, AlteredWarning(content.Altered(), path), 48, u"Items"_s);
-    }
+    if (!altered.isEmpty()) desktop::ShowMessageBox(this, AlteredWarning(altered, path), 48, u"Items"_s);
   });
 }
 
-QString frmPlanningExporteren::ExportLog(const QString& folder, OfflineLogExport& content) {
-  dao::Database database = dao::OpenDatabase(global.localDatabasePath);
-  dao::Recordset rows =
-      database.OpenRecordset(u"SELECT tblOfflineLog.SqlSyntax From tblOfflineLog ORDER BY tblOfflineLog.ID"_s);
-  if (rows.Bof() && rows.Eof()) return {};
-  QString path = folder + u'\\' + OfflineLogExport::FileName(runtime::Now());
-  for (; !rows.Eof(); rows.MoveNext())
-    content.Add(rows.Field(u"SqlSyntax"_s));
-  runtime::WriteFile(path, content.Bytes());
-  return path;
+// Known to its users under the name of the write that empties a table.
+bool frmPlanningExporteren::EmptyLog(const OfflineLogExport& logExport) {
+  return Trapped("DeleteAllInTable", false, [&] {
+    logExport.EmptyLog();
+    return true;
+  });
 }
 
 // Nobody looks at the wish to interrupt: an export always runs to its end.

@@ -40,8 +40,7 @@ class frmPlanningExporteren : public Form {
   void EnableControls(bool enable);
   void ShowStep(const QString& text, double progress);
   void SetButtonCaption(const QString& caption);
-  // The path of the file written; empty when the log held no row.
-  QString ExportLog(const QString& folder, OfflineLogExport& content);
+  static bool EmptyLog(const OfflineLogExport& logExport);
 
   std::unique_ptr<Ui::frmPlanningExporteren> ui_;
   bool interrupted_ = false;

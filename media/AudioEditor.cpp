@@ -5,6 +5,7 @@
 #include "data/Text.h"
 #include "media/AudioPreview.h"
 #include "platform/dao/Database.h"
+#include "platform/desktop/FileDrop.h"
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/Trapped.h"
 #include "platform/desktop/WaitPointer.h"
@@ -42,6 +43,8 @@ void AudioEditor::Wire(const AudioControls& controls, QSize openingSize) {
   connect(controls_.txtPath, &QLineEdit::textChanged, this, &AudioEditor::txtPath_Change);
   connect(controls_.txtLengteSec, &QLineEdit::textChanged, this, &AudioEditor::txtLengteSec_Change);
   connect(controls_.chkAktief, &QCheckBox::toggled, this, &AudioEditor::chkAktief_Click);
+  const auto* drop = new desktop::FileDrop(this);
+  connect(drop, &desktop::FileDrop::dropped, this, &AudioEditor::Form_DropFiles);
   SetMargins();
   WireScrolling();
   resize(openingSize.boundedTo(screen()->availableSize()));
@@ -76,8 +79,9 @@ void AudioEditor::Form_Load() {
     InitControls();
     InitCommands();
     controls_.preview->InitAudio();
+    TakeDropped();
     // A new record begins with its file, another one with its name.
-    (isNew_ ? static_cast<QWidget*>(controls_.cmdPath) : controls_.txtNaam)->setFocus();
+    (isNew_ && IsKull(controls_.txtPath->text()) ? static_cast<QWidget*>(controls_.cmdPath) : controls_.txtNaam)->setFocus();
   });
 }
 
@@ -117,41 +121,6 @@ dao::Recordset AudioEditor::ReadRecord() const {
   dao::Database database = dao::OpenDatabase(CurrentCatalogue().databasePath);
   return database.OpenRecordset(u"SELECT "_s + table + u".* " + u"From " + table + u" " + u"WHERE " + table +
                                 u".ID = " + QString::number(id_));
-}
-
-void AudioEditor::cmdPath_Click() {
-  Trapped(__func__, [&] {
-    codFile_.SetStartFolder(controls_.preview->LastFolder());
-    const QString hostPath = codFile_.ShowOpen(this);
-    WarnWhenUnmapped(hostPath);
-    const QString bestand = hostPath.isEmpty() ? QString() : runtime::PathText(hostPath);
-    controls_.preview->LaadBestand(bestand);
-    controls_.txtPath->setText(runtime::TrimBlanks(bestand));
-    Changed();
-    pathChanged_ = true;
-  });
-}
-
-void AudioEditor::WarnWhenUnmapped(const QString& hostPath) {
-  if (hostPath.isEmpty() || runtime::IsMapped(hostPath)) return;
-  ShowItemsMessage(
-      u"'%1' ligt buiten de schijven die in ovalis.ini staan (sectie [Drives]).\r\nAndere computers "
-      u"vinden dit bestand niet."_s.arg(hostPath),
-      48);
-}
-
-void AudioEditor::cmdFillName_Click() {
-  Trapped(__func__, [&] {
-    constexpr qsizetype kExtension = 4;  // with its point, as in ".MP3"
-    if (IsKull(controls_.txtPath->text())) return;
-    const QString file = GetFile(controls_.txtPath->text());
-    controls_.txtNaam->setText(file);
-    if (file.size() < kExtension) {
-      throw runtime::Error(u"De bestandsnaam '%1' is te kort om er een naam van te maken."_s.arg(file));
-    }
-    controls_.txtNaam->setText(file.chopped(kExtension));
-    Changed();
-  });
 }
 
 void AudioEditor::cmdOk_Click() {

@@ -6,6 +6,7 @@
 class AudioPreview;
 class QCheckBox;
 class QFrame;
+class QLabel;
 class QLineEdit;
 class QPushButton;
 class QScrollArea;
@@ -21,6 +22,7 @@ struct AudioControls {
   QLineEdit* txtLengteSec;
   QCheckBox* chkAktief;
   AudioPreview* preview;
+  QLabel* lblWachtend;
   QPushButton* cmdOk;
   QPushButton* cmdAnnuleren;
 };
@@ -47,6 +49,8 @@ class AudioEditor : public EditorForm {
   virtual QString TableName() const = 0;
   // The fields of a new record.
   virtual void FillNew();
+  // The fields that a dropped file fills besides those of every form.
+  virtual void FillDropped() {}
   // The fields of a record, in the order told for the form.
   virtual void FillRecord(const dao::Recordset& row) = 0;
   virtual void InitControls();
@@ -82,6 +86,7 @@ class AudioEditor : public EditorForm {
   void InitCommands();
   bool IsDuplicateCode();
 
+  void Form_DropFiles(const QStringList& files);
   void cmdPath_Click();
   void cmdFillName_Click();
   void cmdOk_Click();
@@ -93,6 +98,10 @@ class AudioEditor : public EditorForm {
 
   void SetMargins();
   void WireScrolling();
+  void TakeDropped();
+  void FillFromFile();
+  void TakeFile(const QString& hostPath);
+  void ShowWaiting();
   void WarnWhenUnmapped(const QString& hostPath);
   dao::Recordset ReadRecord() const;
   bool PathAndNameValid();

@@ -5,5 +5,5 @@
 template <class Layout>
 AudioControls ControlsOf(const Layout& ui) {
   return {ui.scrInhoud,    ui.linKnoppen, ui.txtPath, ui.cmdPath, ui.txtNaam,     ui.cmdFillName,
-          ui.txtLengteSec, ui.chkAktief,  ui.preview, ui.cmdOk,   ui.cmdAnnuleren};
+          ui.txtLengteSec, ui.chkAktief,  ui.preview, ui.lblWachtend, ui.cmdOk,   ui.cmdAnnuleren};
 }

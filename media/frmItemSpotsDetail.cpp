@@ -91,6 +91,11 @@ void frmItemSpotsDetail::FillNew() {
   ui_->txtEindUur->setText(QString::number(kLastHour));
 }
 
+// A file that was dropped is meant to run from today on.
+void frmItemSpotsDetail::FillDropped() {
+  if (ui_->cobStart->Text().isEmpty()) ui_->cobStart->SetText(DateText(QVariant(runtime::Now())));
+}
+
 void frmItemSpotsDetail::FillRecord(const dao::Recordset& row) {
   FillPath(row);
   FillNaam(row);

@@ -20,6 +20,7 @@ class frmItemSpotsDetail : public AudioEditor {
  protected:
   QString TableName() const override;
   void FillNew() override;
+  void FillDropped() override;
   void FillRecord(const dao::Recordset& row) override;
   void InitControls() override;
   bool OwnFieldsValid() override;

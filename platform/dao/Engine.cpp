@@ -102,6 +102,9 @@ std::shared_ptr<const ResultRows> Engine::Select() {
 }
 
 int Engine::Change() {
+  if (statement_.verb == Verb::Delete && statement_.everyRow) {
+    return static_cast<int>(tables_.At(targetPlace_).DeleteAll());
+  }
   const SqliteStatement prepared = Prepared(statement_.verb == Verb::Insert ? InsertSql() : statement_.body);
   if (sqlite3_step(prepared.get()) != SQLITE_DONE) Fail();
   return sqlite3_changes(connection_.get());

@@ -91,4 +91,8 @@ void JetTable::Delete(RowId row) {
   file_.Telling([&] { Writer().Delete(StoredId(row)); });
 }
 
+std::size_t JetTable::DeleteAll() {
+  return file_.Telling([&] { return Writer().DeleteAll(); });
+}
+
 }  // namespace dao

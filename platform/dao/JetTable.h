@@ -21,6 +21,7 @@ class JetTable : public Table {
   void Insert(std::span<const Value> row) override;
   void Update(RowId row, std::span<const FieldValue> changes) override;
   void Delete(RowId row) override;
+  std::size_t DeleteAll() override;
 
  private:
   // The key as the index's columns store it; fewer values than given when one of them cannot be a key.

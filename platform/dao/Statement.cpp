@@ -98,7 +98,8 @@ class Parser {
   }
 
   void RequireWhereOrEnd() {
-    if (in_.Peek().kind != TokenKind::End && !in_.Peek().IsWord(u"WHERE"_s)) in_.Unexpected();
+    statement_.everyRow = in_.Peek().kind == TokenKind::End;
+    if (!statement_.everyRow && !in_.Peek().IsWord(u"WHERE"_s)) in_.Unexpected();
   }
 
   void AddField(const QString& field) {

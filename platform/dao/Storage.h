@@ -60,6 +60,8 @@ class Table {
   virtual void Insert(std::span<const Value> row) = 0;
   virtual void Update(RowId row, std::span<const FieldValue> changes) = 0;
   virtual void Delete(RowId row) = 0;
+  // Empties the table in one go; answers how many rows it had.
+  virtual std::size_t DeleteAll() = 0;
 };
 
 enum class Access { Read, Write };

@@ -329,4 +329,17 @@ void IndexWriter::RemovePage(Path path) {
   TellParents(path, last);
 }
 
+void IndexWriter::Clear() {
+  std::vector<std::uint32_t> pages = map_.Members();
+  std::erase(pages, root_);
+  for (const std::uint32_t page : pages)
+    IndexPage(pages_.Read(page), page, table_);  // checks that it is one of ours
+  map_.Clear(space_);
+  space_.Release(pages);
+  map_.Add(space_, root_);
+  IndexNode empty;
+  empty.table = table_;
+  empty.Save(pages_, root_);
+}
+
 }  // namespace jet

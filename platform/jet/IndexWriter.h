@@ -26,6 +26,8 @@ class IndexWriter {
   void Remove(ByteView key, RowId row);
   /// The key with which the row is there, sought through the whole index: for keys that others built in another way.
   std::optional<Bytes> KeyOfRow(RowId row);
+  /// Gives back every page but the root, which becomes an empty leaf.
+  void Clear();
 
  private:
   /// One page on the way from the root to a leaf, and which of its children comes next: the place of an entry, or their

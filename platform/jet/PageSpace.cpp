@@ -41,12 +41,24 @@ std::uint32_t PageSpace::TakeLowest() {
   return *page;
 }
 
-void PageSpace::Free(std::uint32_t page) {
+void PageSpace::RequireNoSystemPage(std::uint32_t page) {
   if (page < kSystemPages) throw DamageAt(page, "een pagina van het systeem kan niet worden vrijgegeven");
+}
+
+void PageSpace::Free(std::uint32_t page) {
+  RequireNoSystemPage(page);
   std::uint8_t& type = pages_.Change(page)[0];
   if (type == static_cast<std::uint8_t>(PageType::Definition)) type = kFreedDefinition;
   if (type == static_cast<std::uint8_t>(PageType::Data)) type = kFreedData;
   MapRow(pages_, kGlobalMap).Add(*this, page);
+}
+
+void PageSpace::Release(std::span<const std::uint32_t> pages) {
+  MapRow map(pages_, kGlobalMap);
+  for (const std::uint32_t page : pages) {
+    RequireNoSystemPage(page);
+    map.Add(*this, page);
+  }
 }
 
 /// Makes the map tell about `page`, the first one past the end of the file.

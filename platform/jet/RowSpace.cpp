@@ -68,4 +68,30 @@ void RowSpace::Delete(RowId row) {
   space_.Free(number);
 }
 
+std::size_t RowSpace::CountRows(std::uint32_t number) {
+  const PageRef bytes = pages_.Read(number);
+  if (IsUnwritten(*bytes)) return 0;
+  const DataPage page(bytes, number);
+  RequireOwner(page, owner_);
+  std::size_t rows = 0;
+  for (unsigned slot = 0; slot < page.SlotCount(); ++slot) {
+    const SlotKind kind = page.At(slot).kind;
+    if (kind == SlotKind::Row || kind == SlotKind::Pointer) ++rows;
+  }
+  return rows;
+}
+
+std::size_t RowSpace::Clear() {
+  std::vector<std::uint32_t> pages = owned_.Members();
+  std::erase_if(pages, [&](std::uint32_t number) { return number >= pages_.PageCount(); });
+  std::size_t rows = 0;
+  for (const std::uint32_t number : pages)
+    rows += CountRows(number);
+  owned_.Clear(space_);
+  free_.Clear(space_);
+  space_.Release(pages);
+  lastUsed_ = 0;
+  return rows;
+}
+
 }  // namespace jet

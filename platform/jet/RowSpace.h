@@ -21,10 +21,14 @@ class RowSpace {
   bool ReplaceInPlace(RowId row, ByteView bytes, SlotKind kind);
   /// Deletes the slot, and gives the page back when it was the last on it.
   void Delete(RowId row);
+  /// Gives every page back at once; answers how many rows there were, moved ones counted once. Damage, before anything
+  /// changes, when a page is not of the owner.
+  std::size_t Clear();
 
  private:
   std::uint32_t NewPage(bool takesMore);
   std::uint32_t PageWithRoom(std::size_t bytes);
+  std::size_t CountRows(std::uint32_t page);
   bool HasRoom(std::uint32_t page, std::size_t bytes);
 
   Transaction& pages_;

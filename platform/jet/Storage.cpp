@@ -252,7 +252,7 @@ void Storage::BeginWrite() {
 }
 
 void Storage::Commit() {
-  if (transaction_->ChangedPages().empty()) return Rollback();
+  if (transaction_->IsEmpty()) return Rollback();
   try {
     RaiseCommitCounter();
     if (!WaitFor(options_.wait, [this] { return lock_->TryExclude(); })) ThrowInUse();
@@ -296,7 +296,7 @@ void Storage::RaiseCommitCounter() {
 
 void Storage::WriteChanges() {
   const std::uint32_t oldPages = transaction_->OldPageCount();
-  const auto& changed = transaction_->ChangedPages();
+  const auto changed = transaction_->ChangedPages();
   const bool encoded = DatabaseHeader().encodingKey != 0;
   std::list<PageBytes> copies;  // stay where they are
   std::vector<PageChange> changes;

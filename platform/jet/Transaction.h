@@ -2,6 +2,7 @@
 
 #include <map>
 #include <memory>
+#include <unordered_map>
 
 #include "platform/jet/Pages.h"
 
@@ -11,8 +12,6 @@ namespace jet {
 /// until a Storage commits them. Not thread-safe.
 class Transaction final : public PageSource {
  public:
-  using Changes = std::map<std::uint32_t, std::shared_ptr<PageBytes>>;
-
   explicit Transaction(PageSource& base) : base_(base), pageCount_(base.PageCount()) {}
 
   std::uint32_t PageCount() override { return pageCount_; }
@@ -23,14 +22,16 @@ class Transaction final : public PageSource {
   /// A new page of zeros at the end of the file; answers its number.
   std::uint32_t Append();
 
-  const Changes& ChangedPages() const { return changes_; }
+  bool IsEmpty() const { return changes_.empty(); }
+  /// In the order of their numbers, as they go to the disk.
+  std::map<std::uint32_t, PageRef> ChangedPages() const { return {changes_.begin(), changes_.end()}; }
   /// Pages in the file before this statement.
   std::uint32_t OldPageCount() { return base_.PageCount(); }
 
  private:
   PageSource& base_;
   std::uint32_t pageCount_;
-  Changes changes_;
+  std::unordered_map<std::uint32_t, std::shared_ptr<PageBytes>> changes_;
 };
 
 }  // namespace jet

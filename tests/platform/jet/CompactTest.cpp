@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/platform/jet/Witness.h"
 #include "tests/platform/jet/support/FaultyFiles.h"
 #include "tests/platform/jet/support/SampleTable.h"
+#include "tests/platform/jet/support/Samples.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
 
 namespace jet {

@@ -10,8 +10,8 @@
 #include "platform/jet/MemoryFileSystem.h"
 #include "platform/jet/UsageMap.h"
 #include "platform/jet/Utf8.h"
-#include "tests/platform/jet/Witness.h"
 #include "tests/platform/jet/support/RandomRows.h"
+#include "tests/platform/jet/support/Samples.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
 
 namespace jet {

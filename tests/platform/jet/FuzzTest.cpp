@@ -7,7 +7,7 @@
 #include <random>
 
 #include "tests/platform/jet/SpotsImage.h"
-#include "tests/platform/jet/Witness.h"
+#include "tests/platform/jet/support/Samples.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 

@@ -4,8 +4,8 @@
 #include <set>
 
 #include "platform/jet/SystemTables.h"
-#include "tests/platform/jet/Witness.h"
 #include "tests/platform/jet/support/SampleTable.h"
+#include "tests/platform/jet/support/Samples.h"
 
 namespace jet {
 namespace {

@@ -1,138 +1,53 @@
-// Real files, made by the original programs, read beside outside readers of the same format.
-#include "tests/platform/jet/Witness.h"
+// The real sample files, read beside outside readers of the same format.
+#include "tests/platform/jet/support/Witness.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <map>
-#include <set>
 
-#include "platform/jet/Check.h"
-#include "platform/jet/Error.h"
-#include "platform/jet/Utf8.h"
+#include "tests/platform/jet/support/Samples.h"
 
 namespace {
 
-class Samples : public testing::Test {
+using witness::Reader;
+using witness::Tables;
+
+// What mdb-reader does not tell: whether a field must have a value.
+std::vector<std::string> WithoutRequired(std::vector<std::string> fields) {
+  for (std::string& field : fields)
+    field.erase(std::min(field.size(), field.rfind(" NOT NULL")));
+  return fields;
+}
+
+class BesideWitness : public testing::TestWithParam<Reader> {
  protected:
   void SetUp() override {
     if (!witness::SampleFolder()) GTEST_SKIP() << "SPOTROOSTER_MDB_SAMPLES names no folder of sample files";
+    if (const auto absent = witness::WhyAbsent(GetParam())) GTEST_SKIP() << *absent;
   }
 };
 
-class MdbTools : public Samples {
- protected:
-  void SetUp() override {
-    Samples::SetUp();
-    if (!witness::Has("mdb-export")) GTEST_SKIP() << "mdbtools is not installed";
-  }
-};
-
-TEST_F(Samples, HoldTheirTablesAndRows) {
-  const std::map<std::string, std::map<std::string, std::size_t>> expected = {
-      {"access2000_empty", {}},
-      {"adox_empty", {}},
-      {"alltypes_big", {{"Table1", 2}, {"Table2", 0}, {"Table3", 0}, {"Table4", 0}}},
-      {"many_columns", {{"MSP_PROJECTS", 1}}},
-      {"composite_index", {{"Table1", 512}}},
-      {"relations", {{"Table1", 4}, {"Table2", 3}, {"Table3", 4}}},
-      {"overflow_rows", {{"Table1", 7}}},
-      {"deleted_rows", {{"Table", 2}}},
-      {"unicode_text", {{"Table", 8}}},
-      {"numeric", {{"test", 1}}},
-      {"index_flags",
-       {{"TableIgnoreNulls1", 10},
-        {"TableIgnoreNulls1_temp", 0},
-        {"TableIgnoreNulls2", 11},
-        {"TableIgnoreNulls2_temp", 0},
-        {"TableUnique1_temp", 10},
-        {"TableUnique2_temp", 11}}},
-      {"northwind",
-       {{"Categories", 8},
-        {"Customers", 91},
-        {"Employees", 9},
-        {"Order Details", 2155},
-        {"Orders", 830},
-        {"Products", 77},
-        {"Shippers", 3},
-        {"Suppliers", 29}}},
-      {"encoded", {{"Table1", 2}}},
-      {"password", {{"Table1", 3}}}};
-  for (const auto& [name, tables] : expected) {
-    SCOPED_TRACE(name);
-    const auto database = witness::OpenSample(name);
-    std::map<std::string, std::size_t> found;
-    for (const std::u16string& table : database->TableNames()) {
-      found[jet::ToUtf8(table)] = database->OpenTable(table).CountRows();
-    }
-    EXPECT_EQ(found, tables);
-  }
-}
-
-TEST_F(Samples, AreSound) {
+TEST_P(BesideWitness, EverySampleReadsTheSame) {
   for (const std::string& name : witness::SampleNames()) {
     SCOPED_TRACE(name);
-    for (const jet::Finding& finding : jet::CheckDatabase(*witness::OpenSample(name))) {
-      EXPECT_TRUE(finding.remark) << finding.text;
+    const Tables ours = witness::Sorted(witness::ReadWithJet(*witness::OpenSample(name)));
+    const Tables theirs =
+        witness::Sorted(witness::ReadWith(GetParam(), witness::SamplePath(name), witness::SamplePassword(name)));
+    ASSERT_EQ(theirs.size(), ours.size());
+    for (const auto& [table, text] : ours) {
+      SCOPED_TRACE(table);
+      ASSERT_TRUE(theirs.contains(table));
+      EXPECT_EQ(theirs.at(table).fields, GetParam() == Reader::MdbTools ? text.fields : WithoutRequired(text.fields));
+      ASSERT_EQ(theirs.at(table).rows.size(), text.rows.size());
+      for (std::size_t row = 0; row < text.rows.size(); ++row)
+        EXPECT_EQ(theirs.at(table).rows[row], text.rows[row]) << "row " << row;
     }
   }
 }
 
-TEST_F(Samples, AFileOfAnotherFormatIsRefusedInOneSentence) {
-  const std::string file = *witness::SampleFolder() + "/jet3.mdb";
-  try {
-    jet::Database::Open(file);
-    FAIL() << "a Jet 3 file was opened";
-  } catch (const jet::Error& error) {
-    EXPECT_EQ(error.Code(), jet::ErrorCode::NotADatabase);
-    EXPECT_EQ(error.what(), "Het bestand '" + file +
-                                "' is een Jet 3-database (Access 97); alleen Jet 4-bestanden (Access 2000 tot en met "
-                                "2003) kunnen worden gelezen.");
-  }
-}
-
-TEST_F(Samples, APasswordIsAGate) {
-  const std::string file = *witness::SampleFolder() + "/password.mdb";
-  for (const char16_t* password : {u"", u"wrong", u"Password"}) {
-    jet::OpenOptions options;
-    options.password = password;
-    EXPECT_THROW(jet::Database::Open(file, options), jet::Error) << jet::ToUtf8(password);
-  }
-  EXPECT_EQ(witness::OpenSample("password")->TableNames().size(), 1u);
-}
-
-TEST_F(MdbTools, ListsTheSameTables) {
-  for (const std::string& name : witness::SampleNames()) {
-    SCOPED_TRACE(name);
-    const std::string listed =
-        witness::OutputOf("mdb-tables -1 " + witness::ShellQuoted(*witness::SampleFolder() + "/" + name + ".mdb"));
-    std::set<std::string> theirs;
-    for (const std::string& table : witness::Split(listed, "\n")) {
-      if (!table.empty()) theirs.insert(table);
-    }
-    std::set<std::string> ours;
-    for (const std::u16string& table : witness::OpenSample(name)->TableNames())
-      ours.insert(jet::ToUtf8(table));
-    EXPECT_EQ(ours, theirs);
-  }
-}
-
-TEST_F(MdbTools, ReadsTheSameValues) {
-  for (const std::string& name : witness::SampleNames()) {
-    const auto database = witness::OpenSample(name);
-    for (const std::u16string& table : database->TableNames()) {
-      SCOPED_TRACE(name + ", " + jet::ToUtf8(table));
-      witness::Cells ours = witness::ExportWithJet(*database, table);
-      witness::Cells theirs =
-          witness::ExportWithMdbTools(*witness::SampleFolder() + "/" + name + ".mdb", jet::ToUtf8(table));
-      // mdbtools gives moved rows where they are now, this library where they were first put.
-      std::sort(ours.begin(), ours.end());
-      std::sort(theirs.begin(), theirs.end());
-      ASSERT_EQ(ours.size(), theirs.size());
-      for (std::size_t row = 0; row < ours.size(); ++row)
-        EXPECT_EQ(ours[row], theirs[row]) << "row " << row;
-    }
-  }
-}
+INSTANTIATE_TEST_SUITE_P(Readers, BesideWitness, testing::Values(Reader::MdbTools, Reader::MdbReader),
+                         [](const auto& reader) {
+                           return reader.param == Reader::MdbTools ? "MdbTools" : "MdbReader";
+                         });
 
 }  // namespace

@@ -5,9 +5,9 @@
 #include <algorithm>
 
 #include "platform/jet/Check.h"
-#include "tests/platform/jet/Witness.h"
 #include "tests/platform/jet/support/RandomRows.h"
 #include "tests/platform/jet/support/SampleTable.h"
+#include "tests/platform/jet/support/Witness.h"
 
 namespace jet {
 namespace {
@@ -35,10 +35,10 @@ TableDefinition TableOfAllKinds() {
   return table;
 }
 
-class WriteWitness : public testing::Test {
+class WriteWitness : public testing::TestWithParam<witness::Reader> {
  protected:
   void SetUp() override {
-    if (!witness::Has("mdb-export")) GTEST_SKIP() << "mdbtools is not installed";
+    if (const auto absent = witness::WhyAbsent(GetParam())) GTEST_SKIP() << *absent;
     folder_ = std::filesystem::temp_directory_path() / ("jet-witness-" + std::to_string(::getpid()));
     std::filesystem::create_directories(folder_);
     path_ = folder_ / "alles.mdb";
@@ -57,7 +57,7 @@ class WriteWitness : public testing::Test {
   std::unique_ptr<Database> database_;
 };
 
-TEST_F(WriteWitness, ReadsEveryKindOfValueAsItWasWritten) {
+TEST_P(WriteWitness, ReadsEveryKindOfValueAsItWasWritten) {
   test::RandomRows random(17);
   {
     WriteTurn turn(*database_);
@@ -74,9 +74,11 @@ TEST_F(WriteWitness, ReadsEveryKindOfValueAsItWasWritten) {
   }
   for (const Finding& finding : CheckDatabase(*database_))
     ADD_FAILURE() << finding.Line();
-  EXPECT_EQ(witness::OutputOf("mdb-tables -1 " + witness::ShellQuoted(path_.string())), "tblAlles\n");
-  witness::Cells theirs = witness::ExportWithMdbTools(path_.string(), "tblAlles");
-  witness::Cells ours = witness::ExportWithJet(*database_, u"tblAlles");
+  witness::Tables tables = witness::ReadWith(GetParam(), path_.string());
+  ASSERT_TRUE(tables.contains("tblAlles"));
+  witness::Cells theirs = tables["tblAlles"].rows;
+  witness::Cells ours = witness::TextOf(*database_, u"tblAlles").rows;
+  EXPECT_EQ(tables["tblAlles"].fields, witness::TextOf(*database_, u"tblAlles").fields);
   ASSERT_EQ(theirs.size(), ours.size());
   // The outside reader tells an empty value from null in long binaries only.
   for (witness::Cells* cells : {&theirs, &ours}) {
@@ -86,6 +88,9 @@ TEST_F(WriteWitness, ReadsEveryKindOfValueAsItWasWritten) {
   for (std::size_t i = 0; i < ours.size(); ++i)
     ASSERT_EQ(theirs[i], ours[i]) << "row " << i;
 }
+
+INSTANTIATE_TEST_SUITE_P(Readers, WriteWitness, testing::Values(witness::Reader::MdbTools, witness::Reader::MdbReader),
+                         [](const auto& reader) { return witness::TestNameOf(reader.param); });
 
 }  // namespace
 }  // namespace jet

@@ -1,20 +1,15 @@
-#include "tests/platform/jet/Witness.h"
+#include "tests/platform/jet/support/TableText.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
-#include <memory>
 
 #include "platform/jet/Utf8.h"
 
 namespace witness {
 
 namespace {
-
-const std::string kCell = "<~>";
-const std::string kRow = "<|>";
-const std::string kNull = "<null>";
 
 std::string Hex(const std::uint8_t* bytes, std::size_t count) {
   std::string text;
@@ -68,7 +63,7 @@ std::string GuidText(const jet::Guid& guid) {
 struct Printer {
   jet::ColumnType type;
 
-  std::string operator()(std::monostate) const { return kNull; }
+  std::string operator()(std::monostate) const { return "<null>"; }
   std::string operator()(bool value) const { return value ? "1" : "0"; }
   std::string operator()(std::int64_t value) const { return std::to_string(value); }
   std::string operator()(double value) const {
@@ -88,77 +83,75 @@ struct Printer {
   std::string operator()(const jet::Guid& value) const { return GuidText(value); }
 };
 
+std::string TypeText(const jet::ColumnDefinition& column) {
+  using jet::ColumnType;
+  const std::string size = " (" + std::to_string(column.size) + ")";
+  switch (column.type) {
+    case ColumnType::Boolean:
+      return "Boolean";
+    case ColumnType::Byte:
+      return "Byte";
+    case ColumnType::Integer:
+      return "Integer";
+    case ColumnType::Long:
+      return "Long Integer";
+    case ColumnType::Currency:
+      return "Currency";
+    case ColumnType::Single:
+      return "Single";
+    case ColumnType::Double:
+      return "Double";
+    case ColumnType::Date:
+      return "DateTime";
+    case ColumnType::Text:
+      return "Text" + size;
+    case ColumnType::Ole:
+      return "OLE";
+    case ColumnType::Memo:
+      return "Memo/Hyperlink";
+    case ColumnType::Guid:
+      return "Replication ID";
+    case ColumnType::Decimal:
+      return "Numeric (" + std::to_string(column.precision) + ", " + std::to_string(column.scale) + ")";
+    case ColumnType::Binary:
+    case ColumnType::SystemBinary:
+      break;
+  }
+  return "Binary";  // mdb-schema leaves its size out
+}
+
 }  // namespace
 
-std::optional<std::string> SampleFolder() {
-  const char* folder = std::getenv("SPOTROOSTER_MDB_SAMPLES");
-  return folder != nullptr && *folder != '\0' ? std::optional<std::string>(folder) : std::nullopt;
-}
-
-std::vector<std::string> SampleNames() {
-  return {"access2000_empty", "adox_empty",  "alltypes_big", "composite_index", "deleted_rows",
-          "encoded",          "index_flags", "many_columns", "northwind",       "numeric",
-          "overflow_rows",    "password",    "relations",    "unicode_text"};
-}
-
-std::unique_ptr<jet::Database> OpenSample(const std::string& name) {
-  jet::OpenOptions options;
-  if (name == "password") options.password = u"password";
-  return jet::Database::Open(*SampleFolder() + "/" + name + ".mdb", options);
-}
-
-bool Has(const std::string& program) {
-  return std::system(("command -v " + program + " >/dev/null 2>&1").c_str()) == 0;
-}
-
-std::string OutputOf(const std::string& command) {
-  const std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), &pclose);
-  std::string output;
-  std::array<char, 65536> buffer;
-  while (const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), pipe.get())) {
-    output.append(buffer.data(), count);
-  }
-  return output;
-}
-
-std::string ShellQuoted(const std::string& text) {
-  return "'" + text + "'";
-}
-
-std::vector<std::string> Split(const std::string& text, const std::string& separator) {
-  std::vector<std::string> parts;
-  std::size_t start = 0;
-  for (std::size_t end; (end = text.find(separator, start)) != std::string::npos; start = end + separator.size()) {
-    parts.push_back(text.substr(start, end - start));
-  }
-  parts.push_back(text.substr(start));
-  return parts;
-}
-
-Cells ExportWithMdbTools(const std::string& file, const std::string& table) {
-  const std::string rows = OutputOf("mdb-export -H -Q -b hex -d " + ShellQuoted(kCell) + " -R " + ShellQuoted(kRow) +
-                                    " -0 " + ShellQuoted(kNull) + " -D '%Y-%m-%d %H:%M:%S' -T '%Y-%m-%d %H:%M:%S' " +
-                                    ShellQuoted(file) + " " + ShellQuoted(table) + " 2>/dev/null");
-  Cells cells;
-  for (const std::string& row : Split(rows, kRow))
-    cells.push_back(Split(row, kCell));
-  cells.pop_back();  // behind the last separator
-  return cells;
-}
-
-Cells ExportWithJet(jet::Database& database, const std::u16string& table) {
+TableText TextOf(jet::Database& database, const std::u16string& table) {
   const jet::Table source = database.OpenTable(table);
+  const std::vector<jet::ColumnDefinition>& columns = source.Definition().columns;
+  TableText text;
   jet::ColumnSet all;
-  for (std::size_t i = 0; i < source.Definition().columns.size(); ++i)
+  for (std::size_t i = 0; i < columns.size(); ++i) {
     all.push_back(i);
-  Cells cells;
+    text.fields.push_back(jet::ToUtf8(columns[i].name) + ": " + TypeText(columns[i]) +
+                          (columns[i].required ? " NOT NULL" : ""));
+  }
   jet::TableCursor rows = source.Scan(all);
   while (rows.Next()) {
-    std::vector<std::string>& row = cells.emplace_back();
+    std::vector<std::string>& row = text.rows.emplace_back();
     for (const std::size_t i : all)
-      row.push_back(std::visit(Printer{source.Definition().columns[i].type}, rows.Values()[i]));
+      row.push_back(std::visit(Printer{columns[i].type}, rows.Values()[i]));
   }
-  return cells;
+  return text;
+}
+
+Tables ReadWithJet(jet::Database& database) {
+  Tables tables;
+  for (const std::u16string& name : database.TableNames())
+    tables.emplace(jet::ToUtf8(name), TextOf(database, name));
+  return tables;
+}
+
+Tables Sorted(Tables tables) {
+  for (auto& [name, table] : tables)
+    std::sort(table.rows.begin(), table.rows.end());
+  return tables;
 }
 
 }  // namespace witness

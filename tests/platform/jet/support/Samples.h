@@ -1,0 +1,22 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/jet/Database.h"
+
+/// Real files, made by the original programs.
+namespace witness {
+
+/// Folder of the real sample files; nothing when the environment does not name one.
+std::optional<std::string> SampleFolder();
+/// The real sample files that this library reads.
+std::vector<std::string> SampleNames();
+std::string SamplePath(const std::string& name);
+/// The password that the sample asks for; mostly none.
+std::string SamplePassword(const std::string& name);
+std::unique_ptr<jet::Database> OpenSample(const std::string& name);
+
+}  // namespace witness
