@@ -39,6 +39,7 @@ Command SqlCommand();
 Command MeasureCommand();
 Command CheckCommand();
 Command CompactCommand();
+Command ExportCommand();
 Command SpotsCommand();
 Command LocateCommand();
 

@@ -1,3 +1,5 @@
+#include "data/Globals.h"
+#include "data/ProgramLock.h"
 #include "data/Text.h"
 #include "platform/runtime/HostPath.h"
 #include "tools/Commands.h"
@@ -53,6 +55,8 @@ void ShowLine(const LostSound& sound, const Located& located, std::ostream& out)
 
 int LocateSounds(const Arguments& arguments, const Streams& streams) {
   const StationSession station(arguments, streams.err);
+  std::optional<ProgramLock> lock;
+  if (arguments.Has(kWrite)) lock.emplace(global.programFolder + u"\\data"_s);
   QList<LostSound> lost = LostSounds();
   const SoundSearch search(arguments.Plain().mid(1));
   int result = kDone;

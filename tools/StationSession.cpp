@@ -13,10 +13,18 @@
 
 using namespace Qt::StringLiterals;
 
-StationSession::StationSession(const Arguments& arguments, std::ostream& err, int answer)
-    : outlet_([&err, answer](const QString& text, int, const QString&) {
+namespace {
+
+constexpr int kButtons = 15;  // the part of a style that tells the buttons; 0 = OK
+
+}  // namespace
+
+StationSession::StationSession(const Arguments& arguments, std::ostream& err, const SessionAnswer& answer)
+    : outlet_([&err, answer](const QString& text, int style, const QString&) {
         err << text.toStdString() << '\n';
-        return answer;
+        if ((style & kButtons) == 0) return desktop::kAnswerOk;
+        if (answer.answer == 0) throw runtime::Error(u"De optie %1 is het antwoord ja."_s.arg(answer.option));
+        return answer.answer;
       }) {
   const qint16 number = StationNumber(arguments);
   const QString folder = QFileInfo(arguments.Plain().first()).absoluteFilePath();
