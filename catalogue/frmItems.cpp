@@ -28,7 +28,7 @@ OverviewForm::SetAktief frmItems::Deactivator() const {
 void frmItems::Form_Unload() {
   Trapped(__func__, [&] {
     if (!global.online) return;
-    RefreshLocalCopy(u"tblCopie_Items"_s, TransItemsToLocal);
-    RefreshLocalCopy(u"tblCopie_ItemsItemSpots"_s, TransItemsItemSpotsToLocal);
+    RefreshLocalCopies(
+        {{u"tblCopie_Items"_s, TransItemsToLocal}, {u"tblCopie_ItemsItemSpots"_s, TransItemsItemSpotsToLocal}});
   });
 }
