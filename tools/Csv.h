@@ -1,13 +1,13 @@
 #pragma once
 #include "platform/dao/Recordset.h"
+#include "tools/CsvLine.h"
 
 #include <QVariant>
 
 #include <ostream>
 
-// Rows as CSV (RFC 4180, UTF-8) with a header line. NULL is an empty field, an empty text is "", dates are
-// yyyy-mm-dd hh:mm:ss, booleans 0 or -1, binary data hexadecimal.
+// Rows as CSV with a header line.
 void WriteCsv(dao::Recordset& rows, std::ostream& out);
 
-// One field as it stands in such a line.
-QString CsvField(const QVariant& value);
+// One field of such a row.
+void AddField(CsvLine& line, const QVariant& value);

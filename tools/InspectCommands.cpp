@@ -103,14 +103,6 @@ int ShowSchema(const Arguments& arguments, const Streams& streams) {
   return kDone;
 }
 
-int Dump(const Arguments& arguments, const Streams& streams) {
-  dao::Database database = Open(arguments);
-  const QString name = database.Table(arguments.Plain().at(1)).name;
-  dao::Recordset rows = database.OpenRecordset(u"SELECT * FROM "_s + Bracketed(name));
-  WriteCsv(rows, streams.out);
-  return kDone;
-}
-
 int RunSql(const Arguments& arguments, const Streams& streams) {
   const QString& statement = arguments.Plain().at(1);
   if (statement.trimmed().startsWith(u"select"_s, Qt::CaseInsensitive)) {
@@ -140,17 +132,6 @@ Command SchemaCommand() {
           {kPassword},
           {},
           ShowSchema};
-}
-
-Command DumpCommand() {
-  return {u"dump"_s,
-          u"BESTAND TABEL [--password TEKST]"_s,
-          u"Schrijft een tabel als CSV, met een kopregel."_s,
-          2,
-          2,
-          {kPassword},
-          {},
-          Dump};
 }
 
 Command SqlCommand() {
