@@ -11,8 +11,6 @@ std::u16string_view View(const QString& text) {
   return {reinterpret_cast<const char16_t*>(text.utf16()), static_cast<std::size_t>(text.size())};
 }
 
-}  // namespace
-
 void AddField(CsvLine& line, const QVariant& value) {
   if (!value.isValid() || value.isNull()) return line.AddNull();
   switch (value.typeId()) {
@@ -32,6 +30,18 @@ void AddField(CsvLine& line, const QVariant& value) {
     default:
       return line.AddText(View(value.toString()));
   }
+}
+
+}  // namespace
+
+QString CsvField(const QVariant& value) {
+  CsvLine line;
+  AddField(line, value);
+  return QString::fromStdString(line.Text());
+}
+
+void WriteCsvLine(const QStringList& fields, std::ostream& out) {
+  out << fields.join(u',').toStdString() << "\r\n";
 }
 
 void WriteCsv(dao::Recordset& rows, std::ostream& out) {

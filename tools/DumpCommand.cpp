@@ -29,12 +29,14 @@ int Dump(const Arguments& arguments, const Streams& streams) {
 }  // namespace
 
 Command DumpCommand() {
-  return {u"dump"_s,
-          u"BESTAND TABEL [--password TEKST]"_s,
-          u"Schrijft een tabel als CSV, met een kopregel; van een beschadigde tabel wat nog te lezen is."_s,
-          2,
-          2,
-          {u"--password"_s},
-          {},
-          Dump};
+  return {
+      .name = u"dump"_s,
+      .usage = u"BESTAND TABEL [--password TEKST]"_s,
+      .summary = u"Schrijft een tabel als CSV, met een kopregel; van een beschadigde tabel wat nog te lezen is."_s,
+      .leastWords = 2,
+      .mostWords = 2,
+      .valuedOptions = {u"--password"_s},
+      .run = Dump,
+      .details = u"NULL is een leeg veld, een lege tekst is \"\"; datums zijn jjjj-mm-dd uu:mm:ss, ja/nee is -1/0."_s,
+      .examples = {u"dump /srv/planner/server/OvalistoServer.mdb tblItemSpots > spots.csv"_s}};
 }

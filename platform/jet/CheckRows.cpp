@@ -35,10 +35,6 @@ bool CheckDataPage(CheckState& state, const DataPage& page, std::uint32_t owner)
   return true;
 }
 
-bool IsUnwritten(const PageBytes& page) {
-  return std::all_of(page.begin(), page.end(), [](std::uint8_t byte) { return byte == 0; });
-}
-
 // Pages that the free-space map lists must be owned.
 void CheckSubset(CheckState& state, const UsageMap& owned, const UsageMap& free, const std::string& what) {
   for (const std::uint32_t page : free.Members()) {

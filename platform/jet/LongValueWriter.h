@@ -19,6 +19,8 @@ class LongValueWriter {
   Bytes Write(ByteView value, bool mayInline);
   /// Gives back what lies outside of the row. `stored`: what is in the row.
   void Release(ByteView stored);
+  /// Gives back every page of the column at once.
+  void Clear() { rows_.Clear(); }
 
  private:
   RowId WriteChain(ByteView value);

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <vector>
 
 #include "platform/jet/Codec.h"
 #include "platform/jet/Damage.h"
@@ -45,6 +44,7 @@ std::optional<MapRow::Bits> MapRow::Run(std::size_t i) {
   if (row[0] == kInline) {
     return Bits{place.page, place.start + kInlineHead, place.length - kInlineHead, LoadU32(row + 1)};
   }
+  if (kReferenceHead + 4 * (i + 1) > place.length) return std::nullopt;
   const std::uint32_t bitmap = LoadU32(row + kReferenceHead + 4 * i);
   if (bitmap == 0) return std::nullopt;
   ReadTyped(pages_, bitmap, PageType::UsageBitmap);
@@ -91,15 +91,16 @@ void MapRow::Add(PageSpace& space, std::uint32_t page) {
       Store(pages_.Change(place.page).data() + place.start + kReferenceHead + 4 * i, bitmap);
     }
   }
-  Set(RunOf(page).value(), page, true);
+  const auto bits = RunOf(page);
+  if (!bits) throw DamageAt(PageOf(where_), "een gebruikskaart reikt niet tot pagina " + std::to_string(page));
+  Set(*bits, page, true);
 }
 
 /// Moves the first page of a bitmap in the row, so that `page` and all members fit. False when they do not.
 bool MapRow::MoveWindow(std::uint32_t page) {
   const Bits bits = Run(0).value();
-  std::vector<std::uint32_t> members = {page};
-  for (std::optional<std::uint32_t> member = HighestBelow(~0U); member; member = HighestBelow(*member))
-    members.push_back(*member);
+  std::vector<std::uint32_t> members = Members();
+  members.push_back(page);
   const auto [low, high] = std::minmax_element(members.begin(), members.end());
   const std::uint32_t first = *low / 8 * 8;
   if (*high - first >= 8 * bits.bytes) return false;
@@ -112,15 +113,34 @@ bool MapRow::MoveWindow(std::uint32_t page) {
 }
 
 void MapRow::UseBitmapPages(PageSpace& space) {
-  std::vector<std::uint32_t> members;
-  for (std::optional<std::uint32_t> member = HighestBelow(~0U); member; member = HighestBelow(*member))
-    members.push_back(*member);
+  const std::vector<std::uint32_t> members = Members();
+  Blank(kReference);
+  for (const std::uint32_t member : members)
+    Add(space, member);
+}
+
+/// A map without members, of either kind.
+void MapRow::Blank(std::uint8_t kind) {
   const Place place = Where();
   PageBytes& content = pages_.Change(place.page);
   std::fill_n(content.begin() + static_cast<std::ptrdiff_t>(place.start), place.length, std::uint8_t{0});
-  content[place.start] = kReference;
-  for (const std::uint32_t member : members)
-    Add(space, member);
+  content[place.start] = kind;
+}
+
+void MapRow::Clear(PageSpace& space) {
+  std::vector<std::uint32_t> bitmaps;
+  for (std::size_t i = IsInline() ? RunCount() : 0; i < RunCount(); ++i) {
+    if (const auto bits = Run(i)) bitmaps.push_back(bits->page);
+  }
+  Blank(kInline);
+  space.Release(bitmaps);
+}
+
+std::vector<std::uint32_t> MapRow::Members() {
+  std::vector<std::uint32_t> members;
+  for (std::optional<std::uint32_t> member = HighestBelow(~0U); member; member = HighestBelow(*member))
+    members.push_back(*member);
+  return members;
 }
 
 std::optional<std::uint32_t> MapRow::HighestBelow(std::uint32_t below) {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <vector>
 
 #include "platform/jet/PageSpace.h"
 #include "platform/jet/RowId.h"
@@ -25,6 +26,10 @@ class MapRow {
   /// Makes the map reach further where it must, for which it takes pages from `space`.
   void Add(PageSpace& space, std::uint32_t page);
   void Remove(std::uint32_t page);
+  /// Takes out every member. Bitmap pages go back to `space`: the map is a short one again, as it was made.
+  void Clear(PageSpace& space);
+  /// All members, from the highest down.
+  std::vector<std::uint32_t> Members();
   /// The highest member below `below`.
   std::optional<std::uint32_t> HighestBelow(std::uint32_t below);
   /// The lowest member.
@@ -52,6 +57,7 @@ class MapRow {
   std::optional<Bits> Run(std::size_t i);
   std::optional<Bits> RunOf(std::uint32_t page);
   void Set(const Bits& bits, std::uint32_t page, bool on);
+  void Blank(std::uint8_t kind);
   bool MoveWindow(std::uint32_t page);
   void UseBitmapPages(PageSpace& space);
 

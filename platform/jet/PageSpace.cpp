@@ -16,6 +16,7 @@ namespace {
 constexpr RowId kGlobalMap = MakeRowId(1, 0);
 constexpr std::uint32_t kMapPage = 1;
 constexpr std::uint32_t kSystemPages = 6;  // header, maps, the definitions of the four engine tables
+constexpr std::uint32_t kMostMissing = 64;  // pages past the end of the file that the map may call taken
 constexpr std::uint8_t kFreedData = 9;
 constexpr std::uint8_t kFreedDefinition = 8;
 
@@ -36,17 +37,31 @@ std::uint32_t PageSpace::TakeLowest() {
     Extend(pages_.PageCount());
     page = map.Lowest();
   }
-  if (!page || *page < kSystemPages) throw DamageAt(kMapPage, "de kaart van vrije pagina's is niet in orde");
+  const bool isSane = page && *page >= kSystemPages && *page <= pages_.PageCount() + kMostMissing;
+  if (!isSane) throw DamageAt(kMapPage, "de kaart van vrije pagina's is niet in orde");
+  if (pages_.IsWronglyFree(*page)) throw DamageAt(*page, "is in gebruik, maar staat als vrij te boek");
   map.Remove(*page);
   return *page;
 }
 
-void PageSpace::Free(std::uint32_t page) {
+void PageSpace::RequireNoSystemPage(std::uint32_t page) {
   if (page < kSystemPages) throw DamageAt(page, "een pagina van het systeem kan niet worden vrijgegeven");
+}
+
+void PageSpace::Free(std::uint32_t page) {
+  RequireNoSystemPage(page);
   std::uint8_t& type = pages_.Change(page)[0];
   if (type == static_cast<std::uint8_t>(PageType::Definition)) type = kFreedDefinition;
   if (type == static_cast<std::uint8_t>(PageType::Data)) type = kFreedData;
   MapRow(pages_, kGlobalMap).Add(*this, page);
+}
+
+void PageSpace::Release(std::span<const std::uint32_t> pages) {
+  MapRow map(pages_, kGlobalMap);
+  for (const std::uint32_t page : pages) {
+    RequireNoSystemPage(page);
+    map.Add(*this, page);
+  }
 }
 
 /// Makes the map tell about `page`, the first one past the end of the file.

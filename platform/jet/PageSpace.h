@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 
 #include "platform/jet/Transaction.h"
 
@@ -15,8 +16,12 @@ class PageSpace {
   std::uint32_t Allocate();
   /// Gives a page back. The caller takes it out of the map that it was in.
   void Free(std::uint32_t page);
+  /// Gives many pages back without marking them as freed: of them nothing is written, neither to the file nor to its
+  /// journal.
+  void Release(std::span<const std::uint32_t> pages);
 
  private:
+  static void RequireNoSystemPage(std::uint32_t page);
   std::uint32_t TakeLowest();
   void Extend(std::uint32_t page);
   void GrowRow(std::size_t bytes);

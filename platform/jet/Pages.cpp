@@ -14,6 +14,10 @@ constexpr std::uint64_t kLargestFile = std::uint64_t{1} << 31;
 
 }  // namespace
 
+bool IsUnwritten(const PageBytes& page) {
+  return std::all_of(page.begin(), page.end(), [](std::uint8_t byte) { return byte == 0; });
+}
+
 PageRef ReadTyped(PageSource& pages, std::uint32_t number, PageType type) {
   PageRef page = pages.Read(number);
   if ((*page)[0] != static_cast<std::uint8_t>(type) || (*page)[1] != 1) {

@@ -25,6 +25,9 @@ enum class PageType : std::uint8_t {
   UsageBitmap = 5
 };
 
+/// Whether nothing was ever written to the page: given out, and all zeros.
+bool IsUnwritten(const PageBytes& page);
+
 /// Where pages are read from: the file's own pages, or a statement's changed pages laid over them.
 class PageSource {
  public:

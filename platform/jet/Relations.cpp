@@ -32,7 +32,7 @@ std::size_t FindPartnerIndex(const TableDef& partner, std::int32_t number) {
 
 }  // namespace
 
-Relations::Relations(Transaction& pages, const TableDef& table) : pages_(pages) {
+Relations::Relations(Transaction& pages, const TableDef& table) : pages_(pages), table_(table.page) {
   for (const LogicalIndexDef& index : table.logicalIndexes) {
     if (index.role != LogicalIndexDef::Role::ForeignKey || index.partnerTable == 0) continue;
     Relation relation;
@@ -87,6 +87,17 @@ void Relations::CheckNames(const std::vector<Value>& values) const {
 void Relations::CheckNotNamed(const std::vector<Value>& values) const {
   for (const Relation& relation : relations_) {
     if (relation.isNamedByOthers) RequireNotNamed(relation, values, "verwijderd");
+  }
+}
+
+bool Relations::AreRowsNamedElsewhere() const {
+  const auto isNamed = [&](const Relation& relation) { return IsNamedElsewhere(relation); };
+  return std::any_of(relations_.begin(), relations_.end(), isNamed);
+}
+
+void Relations::CheckNotNamedElsewhere(const std::vector<Value>& values) const {
+  for (const Relation& relation : relations_) {
+    if (IsNamedElsewhere(relation)) RequireNotNamed(relation, values, "verwijderd");
   }
 }
 

@@ -15,11 +15,16 @@ class Relations {
  public:
   Relations(Transaction& pages, const TableDef& table);
 
+  bool AreNone() const { return relations_.empty(); }
   /// `values` in the order of `table.columns`. An Error when the row names a row elsewhere that is not there.
   void CheckNames(const std::vector<Value>& values) const;
   /// An Error when rows elsewhere name the row with these values.
   void CheckNotNamed(const std::vector<Value>& values) const;
-  /// Both, for the relations whose fields are changed.
+  /// Whether rows of other tables may name rows of this one.
+  bool AreRowsNamedElsewhere() const;
+  /// As CheckNotNamed, but rows of this very table may name the row.
+  void CheckNotNamedElsewhere(const std::vector<Value>& values) const;
+  /// As CheckNames and CheckNotNamed, for the relations whose fields are changed.
   void CheckChange(const std::vector<Value>& before, const std::vector<Value>& after) const;
 
  private:
@@ -36,7 +41,12 @@ class Relations {
   void RequireNotNamed(const Relation& relation, const std::vector<Value>& values, const char* doing) const;
   bool PartnerHas(const Relation& relation, const std::vector<Value>& values) const;
 
+  bool IsNamedElsewhere(const Relation& relation) const {
+    return relation.isNamedByOthers && relation.partner.page != table_;
+  }
+
   Transaction& pages_;
+  std::uint32_t table_;
   std::vector<Relation> relations_;
 };
 

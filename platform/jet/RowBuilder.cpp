@@ -17,68 +17,59 @@ namespace {
 
 __extension__ using Magnitude = unsigned __int128;
 
-std::string NameOf(const ColumnDef& column) {
-  return "veld '" + ToUtf8(column.name) + "'";
-}
-
 template <typename T>
 const T& Held(const ColumnDef& column, const Value& value) {
   if (const T* held = std::get_if<T>(&value)) return *held;
-  throw Error(ErrorCode::Misuse, "De waarde is niet van de soort van " + NameOf(column) + ".");
+  throw Error(ErrorCode::Misuse, "De waarde is niet van de soort van " + FieldName(column) + ".");
 }
 
 template <typename Number>
-Bytes AsBytes(Number number) {
-  Bytes bytes(sizeof number);
-  Store(bytes.data(), number);
-  return bytes;
+void Append(Number number, Bytes& out) {
+  const std::size_t start = out.size();
+  out.resize(start + sizeof number);
+  Store(out.data() + start, number);
 }
 
 template <typename Number>
-Bytes EncodeWhole(const ColumnDef& column, const Value& value) {
+void AppendWhole(const ColumnDef& column, const Value& value, Bytes& out) {
   const std::int64_t number = Held<std::int64_t>(column, value);
   if (number < std::numeric_limits<Number>::min() || number > std::numeric_limits<Number>::max()) {
-    throw Error(ErrorCode::OutOfRange, "Het getal " + std::to_string(number) + " past niet in " + NameOf(column) + ".");
+    throw Error(ErrorCode::OutOfRange,
+                "Het getal " + std::to_string(number) + " past niet in " + FieldName(column) + ".");
   }
-  return AsBytes(static_cast<Number>(number));
+  Append(static_cast<Number>(number), out);
 }
 
 double Finite(const ColumnDef& column, const Value& value, double most) {
   const double number = Held<double>(column, value);
   if (!std::isfinite(number) || std::abs(number) > most) {
-    throw Error(ErrorCode::OutOfRange, "Het getal past niet in " + NameOf(column) + ".");
+    throw Error(ErrorCode::OutOfRange, "Het getal past niet in " + FieldName(column) + ".");
   }
   return number;
 }
 
-Bytes EncodeDecimal(const ColumnDef& column, const Decimal& given) {
+void AppendDecimal(const ColumnDef& column, const Decimal& given, Bytes& out) {
   const Decimal number = Rescaled(column, given);
-  Bytes bytes(17);
-  bytes[0] = number.negative ? 0x80 : 0;
-  const std::uint32_t words[] = {static_cast<std::uint32_t>(number.high >> 32), static_cast<std::uint32_t>(number.high),
-                                 static_cast<std::uint32_t>(number.low >> 32), static_cast<std::uint32_t>(number.low)};
-  for (std::size_t i = 0; i < 4; ++i)
-    Store(&bytes[1 + 4 * i], words[i]);
-  return bytes;
+  out.push_back(number.negative ? 0x80 : 0);
+  Append(static_cast<std::uint32_t>(number.high >> 32), out);
+  Append(static_cast<std::uint32_t>(number.high), out);
+  Append(static_cast<std::uint32_t>(number.low >> 32), out);
+  Append(static_cast<std::uint32_t>(number.low), out);
 }
 
 void CheckLength(const ColumnDef& column, std::size_t length, std::size_t most, const char* unit) {
   if (length <= most) return;
-  throw Error(ErrorCode::TooLong, "De waarde is te lang voor " + NameOf(column) + ": " + std::to_string(length) + ' ' +
-                                      unit + ", er passen er " + std::to_string(most) + ".");
+  throw Error(ErrorCode::TooLong, "De waarde is te lang voor " + FieldName(column) + ": " + std::to_string(length) +
+                                      ' ' + unit + ", er passen er " + std::to_string(most) + ".");
 }
 
-Bytes EncodeTextValue(const ColumnDef& column, const std::u16string& text) {
+void AppendTextValue(const ColumnDef& column, const std::u16string& text, Bytes& out) {
   CheckLength(column, text.size(), column.length / 2, "tekens");
-  if (!column.IsFixed()) return EncodeText(text, column.MayCompress());
-  Bytes bytes = EncodeText(text, false);
-  while (bytes.size() < column.length)
-    bytes.insert(bytes.end(), {' ', 0});
-  return bytes;
-}
-
-void CopyFixed(const ColumnDef& column, const Bytes& stored, Bytes& row) {
-  std::copy(stored.begin(), stored.end(), row.begin() + 2 + column.fixedOffset);
+  if (!column.IsFixed()) return AppendText(text, column.MayCompress(), out);
+  const std::size_t end = out.size() + column.length;
+  AppendText(text, false, out);
+  while (out.size() < end)
+    out.insert(out.end(), {' ', 0});
 }
 
 std::size_t FixedSize(const TableDef& table) {
@@ -91,35 +82,15 @@ std::size_t FixedSize(const TableDef& table) {
   return size;
 }
 
-void AppendU16(Bytes& row, std::size_t number) {
-  row.push_back(static_cast<std::uint8_t>(number));
-  row.push_back(static_cast<std::uint8_t>(number >> 8));
-}
-
-/// The variable values in the order of their indexes, and then where each ends and begins. The indexes of deleted
-/// columns get nothing.
-void AppendVariables(const TableDef& table, const std::vector<Field>& fields, Bytes& row) {
-  std::vector<const Field*> byIndex(table.variableColumns, nullptr);
-  for (std::size_t i = 0; i < fields.size(); ++i) {
-    const ColumnDef& column = table.columns[i];
-    if (!column.IsFixed() && column.Type() != ColumnType::Boolean) byIndex[column.variableIndex] = &fields[i];
-  }
-  std::vector<std::size_t> starts;
-  for (const Field* field : byIndex) {
-    starts.push_back(row.size());
-    if (field != nullptr) row.insert(row.end(), field->stored.begin(), field->stored.end());
-  }
-  AppendU16(row, row.size());
-  for (auto start = starts.rbegin(); start != starts.rend(); ++start)
-    AppendU16(row, *start);
-  AppendU16(row, starts.size());
-}
-
 }  // namespace
+
+std::string FieldName(const ColumnDef& column) {
+  return "veld '" + ToUtf8(column.name) + "'";
+}
 
 Decimal Rescaled(const ColumnDef& column, const Decimal& number) {
   constexpr std::uint64_t kTen = 10;
-  const Error tooLarge(ErrorCode::OutOfRange, "Het getal past niet in " + NameOf(column) + ".");
+  const Error tooLarge(ErrorCode::OutOfRange, "Het getal past niet in " + FieldName(column) + ".");
   Magnitude magnitude = static_cast<Magnitude>(number.high) << 64 | number.low;
   for (unsigned scale = number.scale; scale > column.scale; --scale) {
     if (magnitude % kTen != 0) throw tooLarge;
@@ -137,53 +108,83 @@ Decimal Rescaled(const ColumnDef& column, const Decimal& number) {
           static_cast<std::uint64_t>(magnitude)};
 }
 
-Bytes EncodeValue(const ColumnDef& column, const Value& value) {
+void EncodeValue(const ColumnDef& column, const Value& value, Bytes& out) {
   switch (column.Type()) {
     case ColumnType::Byte:
-      return EncodeWhole<std::uint8_t>(column, value);
+      return AppendWhole<std::uint8_t>(column, value, out);
     case ColumnType::Integer:
-      return EncodeWhole<std::int16_t>(column, value);
+      return AppendWhole<std::int16_t>(column, value, out);
     case ColumnType::Long:
-      return EncodeWhole<std::int32_t>(column, value);
+      return AppendWhole<std::int32_t>(column, value, out);
     case ColumnType::Currency:
-      return AsBytes(Held<Currency>(column, value).scaled);
+      return Append(Held<Currency>(column, value).scaled, out);
     case ColumnType::Single:
-      return AsBytes(static_cast<float>(Finite(column, value, std::numeric_limits<float>::max())));
+      return Append(static_cast<float>(Finite(column, value, std::numeric_limits<float>::max())), out);
     case ColumnType::Double:
     case ColumnType::Date:
-      return AsBytes(Finite(column, value, std::numeric_limits<double>::max()));
+      return Append(Finite(column, value, std::numeric_limits<double>::max()), out);
     case ColumnType::Decimal:
-      return EncodeDecimal(column, Held<Decimal>(column, value));
+      return AppendDecimal(column, Held<Decimal>(column, value), out);
     case ColumnType::Guid: {
       const Guid& guid = Held<Guid>(column, value);
-      return {guid.bytes.begin(), guid.bytes.end()};
+      out.insert(out.end(), guid.bytes.begin(), guid.bytes.end());
+      return;
     }
     case ColumnType::Text:
-      return EncodeTextValue(column, Held<std::u16string>(column, value));
-    case ColumnType::Binary:
-      CheckLength(column, Held<Bytes>(column, value).size(), column.length, "bytes");
-      return Held<Bytes>(column, value);
+      return AppendTextValue(column, Held<std::u16string>(column, value), out);
+    case ColumnType::Binary: {
+      const Bytes& bytes = Held<Bytes>(column, value);
+      CheckLength(column, bytes.size(), column.length, "bytes");
+      out.insert(out.end(), bytes.begin(), bytes.end());
+      return;
+    }
     default:
-      throw Error(ErrorCode::Unsupported, "In " + NameOf(column) + " kan niet worden geschreven.");
+      throw Error(ErrorCode::Unsupported, "In " + FieldName(column) + " kan niet worden geschreven.");
   }
 }
 
-Bytes BuildRow(const TableDef& table, const std::vector<Field>& fields) {
-  Bytes row(2 + FixedSize(table));
-  Store(row.data(), table.maxColumns);
-  Bytes mask((table.maxColumns + 7U) / 8);
-  for (std::size_t i = 0; i < fields.size(); ++i) {
+RowBuilder::RowBuilder(const TableDef& table)
+    : table_(table),
+      fixedSize_(FixedSize(table)),
+      byVariableIndex_(table.variableColumns, kNone),
+      mask_((table.maxColumns + 7U) / 8) {
+  for (std::size_t i = 0; i < table.columns.size(); ++i) {
     const ColumnDef& column = table.columns[i];
-    if (fields[i].bit) mask[column.number / 8] |= static_cast<std::uint8_t>(1U << (column.number % 8));
-    if (column.IsFixed() && !fields[i].stored.empty()) CopyFixed(column, fields[i].stored, row);
+    if (!column.IsFixed() && column.Type() != ColumnType::Boolean) byVariableIndex_[column.variableIndex] = i;
   }
-  if (table.variableColumns > 0) AppendVariables(table, fields, row);
-  row.insert(row.end(), mask.begin(), mask.end());
-  if (row.size() > RowPage::kMostRowBytes) {
-    throw Error(ErrorCode::TooLong, "De rij is te groot: " + std::to_string(row.size()) + " bytes, er passen er " +
-                                        std::to_string(RowPage::kMostRowBytes) + ".");
+}
+
+const Bytes& RowBuilder::Build(const std::vector<Field>& fields) {
+  row_.assign(2 + fixedSize_, 0);
+  Store(row_.data(), table_.maxColumns);
+  std::fill(mask_.begin(), mask_.end(), std::uint8_t{0});
+  for (std::size_t i = 0; i < fields.size(); ++i) {
+    const ColumnDef& column = table_.columns[i];
+    if (fields[i].bit) mask_[column.number / 8] |= static_cast<std::uint8_t>(1U << (column.number % 8));
+    if (!column.IsFixed()) continue;
+    std::copy(fields[i].stored.begin(), fields[i].stored.end(), row_.begin() + 2 + column.fixedOffset);
   }
-  return row;
+  if (table_.variableColumns > 0) AppendVariables(fields);
+  row_.insert(row_.end(), mask_.begin(), mask_.end());
+  if (row_.size() > kMostBytes) {
+    throw Error(ErrorCode::TooLong, "De rij is te groot: " + std::to_string(row_.size()) + " bytes, er passen er " +
+                                        std::to_string(kMostBytes) + ".");
+  }
+  return row_;
+}
+
+/// The variable values in the order of their indexes, and then where each ends and begins. The indexes of deleted
+/// columns get nothing.
+void RowBuilder::AppendVariables(const std::vector<Field>& fields) {
+  starts_.clear();
+  for (const std::size_t place : byVariableIndex_) {
+    starts_.push_back(static_cast<std::uint16_t>(row_.size()));
+    if (place != kNone) row_.insert(row_.end(), fields[place].stored.begin(), fields[place].stored.end());
+  }
+  Append(static_cast<std::uint16_t>(row_.size()), row_);
+  for (auto start = starts_.rbegin(); start != starts_.rend(); ++start)
+    Append(*start, row_);
+  Append(static_cast<std::uint16_t>(starts_.size()), row_);
 }
 
 }  // namespace jet

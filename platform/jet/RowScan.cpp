@@ -1,18 +1,8 @@
 #include "platform/jet/RowScan.h"
 
-#include <algorithm>
-
 #include "platform/jet/UsageMap.h"
 
 namespace jet {
-
-namespace {
-
-bool IsUnwritten(const PageBytes& page) {
-  return std::all_of(page.begin(), page.end(), [](std::uint8_t byte) { return byte == 0; });
-}
-
-}  // namespace
 
 RowScan::RowScan(PageSource& pages, const TableDef& table)
     : pages_(pages), owner_(table.page), owned_(UsageMap::Read(pages, table.ownedMap).Members()) {}
@@ -41,7 +31,7 @@ bool RowScan::NextPage() {
   while (nextOwned_ < owned_.size()) {
     const std::uint32_t number = owned_[nextOwned_++];
     const PageRef bytes = pages_.Read(number);
-    if ((*bytes)[0] == static_cast<std::uint8_t>(PageType::Unwritten) && IsUnwritten(*bytes)) continue;
+    if (IsUnwritten(*bytes)) continue;
     DataPage page(bytes, number);
     RequireOwner(page, owner_);
     page_ = page;

@@ -20,16 +20,20 @@ void SetPlain(ByteView bytes, std::u16string& out) {
 // Plain text that begins with this character would be taken for compressed.
 constexpr char16_t kByteOrderMark = 0xFEFF;
 
+void AppendPlain(std::u16string_view text, Bytes& out) {
+  const std::size_t start = out.size();
+  out.resize(start + 2 * text.size());
+  if (!text.empty()) std::memcpy(out.data() + start, text.data(), 2 * text.size());
+}
+
 // The compressed form, switched to two bytes a character at once.
-Bytes EncodeSwitched(std::u16string_view text) {
+void AppendSwitched(std::u16string_view text, Bytes& out) {
   const auto startsWithZero = [](char16_t unit) { return (unit & 0xFF) == 0; };
   if (std::any_of(text.begin(), text.end(), startsWithZero)) {
     throw Error(ErrorCode::Unsupported, "Een tekst die met het teken U+FEFF begint, kan niet worden opgeslagen.");
   }
-  Bytes out = {kCompressionMark[0], kCompressionMark[1], 0};
-  const Bytes plain = EncodePlainText(text);
-  out.insert(out.end(), plain.begin(), plain.end());
-  return out;
+  out.insert(out.end(), {kCompressionMark[0], kCompressionMark[1], 0});
+  AppendPlain(text, out);
 }
 
 // Begins with one byte a character; a zero byte switches to two bytes a character and back.
@@ -80,21 +84,25 @@ std::u16string DecodePlainText(ByteView bytes) {
 }
 
 Bytes EncodePlainText(std::u16string_view text) {
-  Bytes out(text.size() * 2);
-  for (std::size_t i = 0; i < text.size(); ++i)
-    Store<std::uint16_t>(out.data() + 2 * i, text[i]);
+  Bytes out;
+  AppendPlain(text, out);
   return out;
 }
 
-Bytes EncodeText(std::u16string_view text, bool mayCompress) {
+void AppendText(std::u16string_view text, bool mayCompress, Bytes& out) {
   constexpr std::size_t kShortestCompressed = 3;
   const auto fitsOneByte = [](char16_t unit) { return unit >= 1 && unit <= 0xFF; };
-  if (!text.empty() && text[0] == kByteOrderMark) return EncodeSwitched(text);
+  if (!text.empty() && text[0] == kByteOrderMark) return AppendSwitched(text, out);
   if (!mayCompress || text.size() < kShortestCompressed || !std::all_of(text.begin(), text.end(), fitsOneByte)) {
-    return EncodePlainText(text);
+    return AppendPlain(text, out);
   }
-  Bytes out(kCompressionMark, kCompressionMark + 2);
+  out.insert(out.end(), kCompressionMark, kCompressionMark + 2);
   out.insert(out.end(), text.begin(), text.end());
+}
+
+Bytes EncodeText(std::u16string_view text, bool mayCompress) {
+  Bytes out;
+  AppendText(text, mayCompress, out);
   return out;
 }
 

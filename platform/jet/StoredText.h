@@ -23,6 +23,7 @@ Bytes EncodePlainText(std::u16string_view text);
 /// The stored form. Compressed only where allowed and as a whole, as the original does: at least three characters,
 /// every one U+0001 to U+00FF. A text that begins with U+FEFF, the mark of the compressed form, is the one exception;
 /// an Error where it cannot be told apart.
+void AppendText(std::u16string_view text, bool mayCompress, Bytes& out);
 Bytes EncodeText(std::u16string_view text, bool mayCompress);
 
 }  // namespace jet

@@ -1,18 +1,16 @@
 #pragma once
 
-#include <memory>
-#include <optional>
-#include <span>
-#include <string>
 #include <vector>
 
+#include "platform/jet/Autonumbers.h"
+#include "platform/jet/Counters.h"
 #include "platform/jet/Definition.h"
-#include "platform/jet/IndexWriter.h"
-#include "platform/jet/LongValueWriter.h"
+#include "platform/jet/FieldWriter.h"
 #include "platform/jet/Relations.h"
-#include "platform/jet/RowBuilder.h"
 #include "platform/jet/RowSpace.h"
+#include "platform/jet/Table.h"
 #include "platform/jet/TableDef.h"
+#include "platform/jet/TableIndexes.h"
 
 namespace jet {
 
@@ -22,7 +20,7 @@ namespace jet {
 /// UnknownCharacter, Relation) comes before anything changes; after any other the transaction must be rolled back.
 ///
 /// Values are in the order of TableDefinition::columns, of the kinds that Value tells. The transaction must outlive
-/// this.
+/// this; while it lives nothing else changes the table.
 class TableWriter {
  public:
   /// An Error (Unsupported) for a table with an index whose keys cannot be built, or with validation rules.
@@ -32,11 +30,23 @@ class TableWriter {
 
   const TableDefinition& Definition() const { return definition_; }
 
-  /// Null in an autonumber column gets the next number, which is written back into `values`.
+  /// `values` come back as they are stored: null in an autonumber column became the next number.
   RowId Insert(std::vector<Value>& values);
+
+  /// Whether rows of `other`, which is another table, can be put in as they are stored there, with nothing to look at
+  /// but what the indexes and autonumbers want to know.
+  bool TakesRowsOf(const Table& other) const;
+  /// What they want to know.
+  const ColumnSet& KnownColumns() const { return knownColumns_; }
+  /// Puts in a row of such a table, as stored; `known`: its values in KnownColumns.
+  RowId InsertStored(ByteView row, const std::vector<Value>& known);
+
   /// `changed` tells which columns `values` (in full length) brings anew; the others keep what they have.
   void Update(RowId row, const std::vector<Value>& values, const std::vector<bool>& changed);
   void Delete(RowId row);
+  /// Empties the table without looking at each row; answers how many there were. Autonumbers go on from where they
+  /// were, as the original engine's do.
+  std::size_t DeleteAll();
 
  private:
   /// Values and fields in the order of def_.columns.
@@ -48,54 +58,33 @@ class TableWriter {
     Fields fields;     ///< as stored
     RowId target = 0;  ///< where the bytes are when the row was moved
   };
-  struct Tree {
-    const RealIndexDef* def;
-    std::string name;
-    bool unique = false;
-    bool required = false;
-    std::vector<std::size_t> columns;  ///< places in def_.columns
-    std::unique_ptr<IndexWriter> writer;
-  };
 
-  void MakeTrees();
-  void CheckSupported() const;
-  template <typename Work>
-  auto Naming(Work work) const;
-  std::string NameOf(std::size_t column) const;
   const ColumnDefinition& DefinitionOf(std::size_t column) const { return definition_.columns[places_[column]]; }
 
   Values Arrange(const std::vector<Value>& values) const;
-  void Normalise(std::size_t column, Value& value) const;
+  void Normalise(Values& values) const;
   void CheckValue(std::size_t column, const Value& value) const;
-  /// Nothing for a row that the index leaves out.
-  std::optional<Bytes> KeyOf(const Tree& tree, const Values& values) const;
-  void CheckKey(Tree& tree, const std::optional<Bytes>& key, const Values& values);
-  void InsertKey(Tree& tree, const std::optional<Bytes>& key, RowId row);
-  void RemoveKey(Tree& tree, const Values& values, RowId row);
-  bool IsSameKey(const Tree& tree, const Values& before, const Values& after) const;
-
-  void FillAutonumbers(Values& values, std::vector<Value>& given);
-  std::int64_t NextNumber(std::size_t column);
-  void RaiseAutonumber(std::size_t column, const Value& value);
-
+  RowId InsertArranged(Values& values);
+  void CheckFields(ByteView row) const;
   Present Read(RowId row);
-  bool IsIndexed(std::size_t column) const;
-  void EncodeField(std::size_t column, const Value& value, Field& field) const;
-  void PutLongValues(const Values& values, const std::vector<bool>& changed, Fields& fields);
   void Place(RowId row, const Present& present, const Bytes& bytes);
-  LongValueWriter& LongValues(std::size_t column);
-  void CountRows(int change);
-  void CountKey(const RealIndexDef& index);
+  void CheckNoneNamed();
 
   Transaction& pages_;
   PageSpace space_;
   TableDef def_;
   TableDefinition definition_;
   RowSpace rows_;
+  Counters counters_;
+  TableIndexes indexes_;
+  Autonumbers autonumbers_;
   Relations relations_;
+  FieldWriter fieldWriter_;
   std::vector<std::size_t> places_;  ///< of def_.columns in definition_.columns
-  std::vector<Tree> trees_;
-  std::vector<std::unique_ptr<LongValueWriter>> longValues_;  ///< by column, made when needed
+  bool inOrder_ = true;              ///< both have the same order
+  Fields newFields_;                 ///< of the row being inserted; kept for its memory
+  Values newValues_;                 ///< likewise, of a stored row: what is known of it
+  ColumnSet knownColumns_;
 };
 
 }  // namespace jet

@@ -9,9 +9,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 std::string Field(const QVariant& value) {
-  CsvLine line;
-  AddField(line, value);
-  return line.Text();
+  return CsvField(value).toStdString();
 }
 
 }  // namespace

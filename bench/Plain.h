@@ -1,0 +1,48 @@
+#pragma once
+
+#include <sqlite3.h>
+
+#include <QByteArray>
+#include <QString>
+#include <functional>
+#include <vector>
+
+namespace bench {
+
+// Ends the program when the work that was measured was done wrongly.
+void Require(bool good, const char* what);
+
+// An SQLite file with the durability that ours has: rollback journal, synchronous=EXTRA, which syncs the folder too.
+class Plain {
+ public:
+  explicit Plain(const QString& path);
+  ~Plain();
+  Plain(const Plain&) = delete;
+  Plain& operator=(const Plain&) = delete;
+
+  void Run(const QByteArray& statement);
+  qint64 Number(const QByteArray& select);
+  sqlite3* Connection() { return connection_; }
+
+ private:
+  sqlite3* connection_ = nullptr;
+};
+
+// Times of the same work done by us and by another, in turns: what else the machine does then meets both.
+class Sides {
+ public:
+  explicit Sides(int rounds) { ours_.reserve(static_cast<std::size_t>(rounds)); }
+
+  void Ours(const std::function<void()>& work) { ours_.push_back(MillisecondsOf(work)); }
+  void Beside(const std::function<void()>& work) { beside_.push_back(MillisecondsOf(work)); }
+  // The medians of both and their ratio.
+  void Print(const char* what) const;
+
+ private:
+  static double MillisecondsOf(const std::function<void()>& work);
+
+  std::vector<double> ours_;
+  std::vector<double> beside_;
+};
+
+}  // namespace bench

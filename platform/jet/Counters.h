@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "platform/jet/TableDef.h"
+#include "platform/jet/Transaction.h"
+
+namespace jet {
+
+/// The numbers that a table's definition keeps about its rows. Stale in some real files: kept up, never relied on.
+class Counters {
+ public:
+  Counters(Transaction& pages, const TableDef& table)
+      : pages_(pages), definition_(table.page), definitionPages_(table.pages) {}
+
+  /// `change`: rows more or, negative, fewer.
+  void CountRows(std::int64_t change);
+  void CountNoRows();
+  void CountNewKey(const RealIndexDef& index);
+  std::int32_t LastAutonumber();
+  void RaiseAutonumber(std::int64_t number);
+
+ private:
+  Transaction& pages_;
+  std::uint32_t definition_;
+  std::vector<std::uint32_t> definitionPages_;
+};
+
+}  // namespace jet

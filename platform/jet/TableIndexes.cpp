@@ -1,0 +1,192 @@
+#include "platform/jet/TableIndexes.h"
+
+#include <algorithm>
+
+#include "platform/jet/Damage.h"
+#include "platform/jet/IndexCursor.h"
+#include "platform/jet/IndexKey.h"
+#include "platform/jet/RowBuilder.h"
+#include "platform/jet/Rows.h"
+#include "platform/jet/Utf8.h"
+
+namespace jet {
+
+namespace {
+
+constexpr std::size_t kUsualKeyBytes = 32;
+
+/// A number or text as an error shows it; nothing for the others.
+std::string Shown(const Value& value) {
+  if (const auto* number = std::get_if<std::int64_t>(&value)) return ' ' + std::to_string(*number);
+  if (const auto* text = std::get_if<std::u16string>(&value)) return " '" + ToUtf8(*text) + "'";
+  return {};
+}
+
+}  // namespace
+
+void TableIndexes::RequireKnownOrders(const TableDef& table) {
+  for (const RealIndexDef& index : table.realIndexes) {
+    for (const RealIndexDef::Field& field : index.fields) {
+      if (CanBuildKeys(*table.ColumnByNumber(field.column))) continue;
+      throw Error(ErrorCode::Unsupported,
+                  "een index gebruikt een sorteervolgorde die niet bekend is; er wordt niet in geschreven.");
+    }
+  }
+}
+
+TableIndexes::TableIndexes(Transaction& pages, PageSpace& space, const TableDef& table, Counters& counters)
+    : pages_(pages), table_(table), counters_(counters) {
+  for (const RealIndexDef& index : table_.realIndexes)
+    trees_.push_back(MakeTree(space, index));
+}
+
+TableIndexes::Tree TableIndexes::MakeTree(PageSpace& space, const RealIndexDef& index) {
+  Tree tree;
+  tree.def = &index;
+  tree.unique = (index.flags & RealIndexDef::kUnique) != 0;
+  tree.required = (index.flags & RealIndexDef::kRequired) != 0;
+  for (const LogicalIndexDef& logical : table_.logicalIndexes) {
+    if (&table_.realIndexes[logical.realIndex] != &index) continue;
+    const bool primary = logical.role == LogicalIndexDef::Role::PrimaryKey;
+    tree.unique |= primary;
+    tree.required |= primary;
+    if (tree.name.empty() || primary) tree.name = ToUtf8(logical.name);
+  }
+  for (const RealIndexDef::Field& field : index.fields) {
+    tree.columns.push_back(static_cast<std::size_t>(table_.ColumnByNumber(field.column) - table_.columns.data()));
+  }
+  tree.writer = std::make_unique<IndexWriter>(pages_, space, table_.page, index);
+  return tree;
+}
+
+bool TableIndexes::Uses(std::size_t column) const {
+  return std::any_of(trees_.begin(), trees_.end(), [&](const Tree& tree) {
+    return std::find(tree.columns.begin(), tree.columns.end(), column) != tree.columns.end();
+  });
+}
+
+std::optional<Bytes> TableIndexes::KeyOf(const Tree& tree, const Values& values) const {
+  const auto isNull = [&](std::size_t column) { return IsNull(values[column]); };
+  const bool ignoresNulls = (tree.def->flags & RealIndexDef::kIgnoreNulls) != 0;
+  if (ignoresNulls && std::all_of(tree.columns.begin(), tree.columns.end(), isNull)) return std::nullopt;
+  Bytes key;
+  key.reserve(kUsualKeyBytes);
+  for (std::size_t i = 0; i < tree.columns.size(); ++i) {
+    const std::size_t column = tree.columns[i];
+    AppendKeyField(table_.columns[column], values[column], tree.def->fields[i].ascending, key);
+  }
+  return key;
+}
+
+void TableIndexes::CheckKey(Tree& tree, const std::optional<Bytes>& key, const Values& values) {
+  bool allNull = true;
+  for (const std::size_t column : tree.columns) {
+    const bool isNull = IsNull(values[column]);
+    allNull = allNull && isNull;
+    if (!isNull || !tree.required) continue;
+    throw Error(ErrorCode::Required,
+                FieldName(table_.columns[column]) + " moet een waarde hebben: het is een sleutel.");
+  }
+  if (!tree.unique || allNull || !key || !tree.writer->Contains(*key)) return;
+  const std::size_t first = tree.columns.front();
+  throw Error(ErrorCode::Duplicate, "de waarde" + Shown(values[first]) + " van " + FieldName(table_.columns[first]) +
+                                        " bestaat al (index '" + tree.name + "').");
+}
+
+TableIndexes::Keys TableIndexes::KeysOf(const Values& values) {
+  Keys keys;
+  keys.reserve(trees_.size());
+  for (Tree& tree : trees_) {
+    keys.push_back(KeyOf(tree, values));
+    CheckKey(tree, keys.back(), values);
+  }
+  return keys;
+}
+
+void TableIndexes::Insert(const Keys& keys, RowId row) {
+  for (std::size_t i = 0; i < trees_.size(); ++i)
+    InsertInto(trees_[i], keys[i], row);
+}
+
+void TableIndexes::InsertInto(Tree& tree, const std::optional<Bytes>& key, RowId row) {
+  if (!key) return;
+  if (tree.unique || !tree.writer->Contains(*key)) counters_.CountNewKey(*tree.def);
+  tree.writer->Insert(*key, row);
+}
+
+/// Texts that differ in case only have the same key, too.
+bool TableIndexes::IsSameKey(const Tree& tree, const Values& before, const Values& after) const {
+  const auto isSame = [&](std::size_t column) { return before[column] == after[column]; };
+  if (std::all_of(tree.columns.begin(), tree.columns.end(), isSame)) return true;
+  try {
+    return KeyOf(tree, before) == KeyOf(tree, after);
+  } catch (const Error& error) {
+    if (error.Code() != ErrorCode::UnknownCharacter) throw;
+    return false;
+  }
+}
+
+std::vector<TableIndexes::Rekeying> TableIndexes::RekeyingsOf(const Values& before, const Values& after) {
+  std::vector<Rekeying> rekeyings;
+  for (std::size_t i = 0; i < trees_.size(); ++i) {
+    if (IsSameKey(trees_[i], before, after)) continue;
+    rekeyings.push_back({i, KeyOf(trees_[i], after)});
+    CheckKey(trees_[i], rekeyings.back().key, after);
+  }
+  return rekeyings;
+}
+
+void TableIndexes::Rekey(const std::vector<Rekeying>& rekeyings, const Values& before, RowId row) {
+  for (const Rekeying& rekeying : rekeyings) {
+    RemoveFrom(trees_[rekeying.index], before, row);
+    InsertInto(trees_[rekeying.index], rekeying.key, row);
+  }
+}
+
+void TableIndexes::Remove(const Values& values, RowId row) {
+  for (Tree& tree : trees_)
+    RemoveFrom(tree, values, row);
+}
+
+/// A row that another program made may be there with a key that we would not make.
+void TableIndexes::RemoveFrom(Tree& tree, const Values& values, RowId row) {
+  std::optional<Bytes> key;
+  try {
+    key = KeyOf(tree, values);
+    if (!key) return;
+  } catch (const Error& error) {
+    if (error.Code() != ErrorCode::UnknownCharacter) throw;
+  }
+  if (!key || !tree.writer->Holds(*key, row)) key = tree.writer->KeyOfRow(row);
+  if (!key) throw Damage("de rij ontbreekt in de index '" + tree.name + "'");
+  tree.writer->Remove(*key, row);
+}
+
+void TableIndexes::Clear() {
+  for (Tree& tree : trees_)
+    tree.writer->Clear();
+}
+
+std::optional<std::int64_t> TableIndexes::LargestIfTaken(std::size_t column, std::int64_t number) {
+  for (Tree& tree : trees_) {
+    if (!tree.unique || tree.columns != std::vector<std::size_t>{column}) continue;
+    const bool ascending = tree.def->fields[0].ascending;
+    Bytes key;
+    AppendKeyField(table_.columns[column], number, ascending, key);
+    if (!tree.writer->Contains(key)) return std::nullopt;
+    IndexCursor cursor(pages_, table_.page, tree.def->root);
+    if (ascending) {
+      cursor.SeekLast();
+    } else {
+      cursor.SeekFirst();
+    }
+    const auto row = FindRow(pages_, cursor.Row(), true, table_.page);
+    if (!row) throw Damage("een index noemt een rij die er niet is");
+    Value largest;
+    ReadField(pages_, RowView(row->bytes, table_), table_.columns[column], largest);
+    return std::get<std::int64_t>(largest);
+  }
+  return std::nullopt;
+}
+
+}  // namespace jet

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/jet/Counters.h"
+#include "platform/jet/IndexWriter.h"
+#include "platform/jet/TableDef.h"
+#include "platform/jet/Value.h"
+
+namespace jet {
+
+/// Keeps the indexes of one table in step with its rows. Values are in the order of TableDef::columns.
+///
+/// An Error (Duplicate, Required, UnknownCharacter) comes from the methods that make keys, before anything changes.
+class TableIndexes {
+ public:
+  using Values = std::vector<Value>;
+
+  /// An Error (Unsupported) when some index has keys that cannot be built: ask before anything is made of the table.
+  static void RequireKnownOrders(const TableDef& table);
+
+  /// The table must outlive it.
+  TableIndexes(Transaction& pages, PageSpace& space, const TableDef& table, Counters& counters);
+
+  /// Whether some index is made of the column, `column` being its place in TableDef::columns.
+  bool Uses(std::size_t column) const;
+
+  /// One for each index; nothing where the index leaves the row out.
+  using Keys = std::vector<std::optional<Bytes>>;
+  /// The keys of a new row, checked to be allowed.
+  Keys KeysOf(const Values& values);
+  void Insert(const Keys& keys, RowId row);
+
+  /// What an index has to do about a changed row.
+  struct Rekeying {
+    std::size_t index;
+    std::optional<Bytes> key;  ///< the new one
+  };
+  /// For those indexes only whose key becomes another, checked to be allowed.
+  std::vector<Rekeying> RekeyingsOf(const Values& before, const Values& after);
+  void Rekey(const std::vector<Rekeying>& rekeyings, const Values& before, RowId row);
+
+  void Remove(const Values& values, RowId row);
+  /// Leaves every index empty.
+  void Clear();
+
+  /// The largest number in the column, when a unique index of that column alone has `number` already.
+  std::optional<std::int64_t> LargestIfTaken(std::size_t column, std::int64_t number);
+
+ private:
+  struct Tree {
+    const RealIndexDef* def;
+    std::string name;
+    bool unique = false;
+    bool required = false;
+    std::vector<std::size_t> columns;  ///< places in TableDef::columns
+    std::unique_ptr<IndexWriter> writer;
+  };
+
+  Tree MakeTree(PageSpace& space, const RealIndexDef& index);
+  std::optional<Bytes> KeyOf(const Tree& tree, const Values& values) const;
+  void CheckKey(Tree& tree, const std::optional<Bytes>& key, const Values& values);
+  bool IsSameKey(const Tree& tree, const Values& before, const Values& after) const;
+  void InsertInto(Tree& tree, const std::optional<Bytes>& key, RowId row);
+  void RemoveFrom(Tree& tree, const Values& values, RowId row);
+
+  Transaction& pages_;
+  const TableDef& table_;
+  Counters& counters_;
+  std::vector<Tree> trees_;
+};
+
+}  // namespace jet
