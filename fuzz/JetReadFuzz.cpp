@@ -1,9 +1,10 @@
 // Opens any bytes as a database and walks everything in it: catalogue, definitions, rows, indexes, integrity check.
-// Damage may end in jet::Error only.
+// Damage may end in jet::Error only, and memory stays under four times the file and 64 MB.
 #include <cstddef>
 #include <cstdint>
 #include <set>
 
+#include "fuzz/HeapLimit.h"
 #include "platform/jet/Check.h"
 #include "platform/jet/Database.h"
 #include "platform/jet/Error.h"
@@ -60,6 +61,7 @@ void WalkDatabase(jet::Database& database) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const fuzz::HeapLimit heap(4 * size + (std::size_t{64} << 20));
   jet::MemoryFileSystem files;
   files.Put("fuzz.mdb", jet::Bytes(data, data + size));
   try {

@@ -7,44 +7,54 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString Quoted(const QString& text) {
-  const bool needed =
-      text.isEmpty() || text.contains(u'"') || text.contains(u',') || text.contains(u'\n') || text.contains(u'\r');
-  return needed ? u'"' + QString(text).replace(u'"', u"\"\""_s) + u'"' : text;
+std::u16string_view View(const QString& text) {
+  return {reinterpret_cast<const char16_t*>(text.utf16()), static_cast<std::size_t>(text.size())};
+}
+
+void AddField(CsvLine& line, const QVariant& value) {
+  if (!value.isValid() || value.isNull()) return line.AddNull();
+  switch (value.typeId()) {
+    case QMetaType::Bool:
+      return line.AddWhole(value.toBool() ? -1 : 0);
+    case QMetaType::Int:
+    case QMetaType::LongLong:
+      return line.AddWhole(value.toLongLong());
+    case QMetaType::Double:
+      return line.AddNumber(value.toDouble());
+    case QMetaType::QDateTime:
+      return line.AddText(value.toDateTime().toString(u"yyyy-MM-dd HH:mm:ss"_s).toStdString());
+    case QMetaType::QByteArray: {
+      const QByteArray bytes = value.toByteArray();
+      return line.AddBinary({reinterpret_cast<const std::uint8_t*>(bytes.constData()), std::size_t(bytes.size())});
+    }
+    default:
+      return line.AddText(View(value.toString()));
+  }
 }
 
 }  // namespace
+
+QString CsvField(const QVariant& value) {
+  CsvLine line;
+  AddField(line, value);
+  return QString::fromStdString(line.Text());
+}
 
 void WriteCsvLine(const QStringList& fields, std::ostream& out) {
   out << fields.join(u',').toStdString() << "\r\n";
 }
 
-QString CsvField(const QVariant& value) {
-  if (!value.isValid() || value.isNull()) return {};
-  switch (value.typeId()) {
-    case QMetaType::Bool:
-      return value.toBool() ? u"-1"_s : u"0"_s;
-    case QMetaType::QDateTime:
-      return value.toDateTime().toString(u"yyyy-MM-dd HH:mm:ss"_s);
-    case QMetaType::QByteArray:
-      return QString::fromLatin1(value.toByteArray().toHex());
-    case QMetaType::Double:
-      return QString::number(value.toDouble(), 'g', QLocale::FloatingPointShortest);
-    default:
-      return Quoted(value.toString());
-  }
-}
-
 void WriteCsv(dao::Recordset& rows, std::ostream& out) {
+  CsvLine line;
   const QStringList names = rows.FieldNames();
-  QStringList header;
   for (const QString& name : names)
-    header += Quoted(name);
-  WriteCsvLine(header, out);
+    line.AddText(View(name));
+  line.End();
   for (; !rows.Eof(); rows.MoveNext()) {
-    QStringList fields;
     for (int i = 0; i < names.size(); ++i)
-      fields += CsvField(rows.Field(i));
-    WriteCsvLine(fields, out);
+      AddField(line, rows.Field(i));
+    line.End();
+    out << line.Take();
   }
+  out << line.Take();
 }

@@ -1,13 +1,13 @@
 #pragma once
 #include "platform/dao/Recordset.h"
+#include "tools/CsvLine.h"
 
 #include <QStringList>
 #include <QVariant>
 
 #include <ostream>
 
-// Rows as CSV (RFC 4180, UTF-8) with a header line. NULL is an empty field, an empty text is "", dates are
-// yyyy-mm-dd hh:mm:ss, booleans 0 or -1, binary data hexadecimal.
+// Rows as CSV with a header line, in the notation of CsvLine.
 void WriteCsv(dao::Recordset& rows, std::ostream& out);
 
 // One such line of ready fields.

@@ -104,14 +104,6 @@ int ShowSchema(const Arguments& arguments, const Streams& streams) {
   return kDone;
 }
 
-int Dump(const Arguments& arguments, const Streams& streams) {
-  dao::Database database = Open(arguments);
-  const QString name = database.Table(arguments.Plain().at(1)).name;
-  dao::Recordset rows = database.OpenRecordset(u"SELECT * FROM "_s + Bracketed(name));
-  WriteCsv(rows, streams.out);
-  return kDone;
-}
-
 // What the log holds is counted on by a running program, above all by its export.
 std::unique_ptr<ProgramLock> LockForLog(const QString& database, const QString& statement) {
   if (!statement.contains(u"tblOfflineLog"_s, Qt::CaseInsensitive)) return nullptr;
@@ -154,19 +146,6 @@ Command SchemaCommand() {
           .run = ShowSchema,
           .examples = {u"schema /srv/planner/data/OvalistoLocal.mdb"_s,
                        u"schema /srv/planner/server/OvalistoServer.mdb tblItemSpots"_s}};
-}
-
-Command DumpCommand() {
-  return {
-      .name = u"dump"_s,
-      .usage = u"BESTAND TABEL [--password TEKST]"_s,
-      .summary = u"Schrijft een tabel als CSV, met een kopregel."_s,
-      .leastWords = 2,
-      .mostWords = 2,
-      .valuedOptions = {kPassword},
-      .run = Dump,
-      .details = u"NULL is een leeg veld, een lege tekst is \"\"; datums zijn jjjj-mm-dd uu:mm:ss, ja/nee is -1/0."_s,
-      .examples = {u"dump /srv/planner/server/OvalistoServer.mdb tblItemSpots > spots.csv"_s}};
 }
 
 Command SqlCommand() {

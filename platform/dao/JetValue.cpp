@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/jet/ValueText.h"
+
 namespace dao {
 namespace {
 
@@ -12,23 +14,6 @@ constexpr double kCurrencyUnit = 10'000;
 constexpr double kLargestWhole = 9.2e18;  // what surely fits into 64 bits
 constexpr int kExactDigits = 15;          // of a floating-point number
 constexpr double kTwoTo64 = 18446744073709551616.0;
-
-double NumberOf(const jet::Decimal& decimal) {
-  const double magnitude = static_cast<double>(decimal.high) * kTwoTo64 + static_cast<double>(decimal.low);
-  const double number = magnitude / std::pow(10.0, decimal.scale);
-  return decimal.negative ? -number : number;
-}
-
-std::u16string TextOf(const jet::Guid& guid) {
-  const QUuid uuid = QUuid::fromRfc4122(QByteArray::fromStdString([&] {
-    constexpr std::array<std::size_t, 16> kPrinted = {3, 2, 1, 0, 5, 4, 7, 6, 8, 9, 10, 11, 12, 13, 14, 15};
-    std::string printed;
-    for (const std::size_t at : kPrinted)
-      printed.push_back(static_cast<char>(guid.bytes[at]));
-    return printed;
-  }()));
-  return uuid.toString().toUpper().toStdU16String();
-}
 
 std::optional<jet::Value> GuidOf(const std::u16string& text) {
   const QByteArray printed = QUuid::fromString(QStringView(text)).toRfc4122();
@@ -77,11 +62,11 @@ ValueView ViewOf(const jet::Value& stored, std::u16string& text) {
   if (const auto* held = std::get_if<std::int64_t>(&stored)) return *held;
   if (const auto* held = std::get_if<double>(&stored)) return *held;
   if (const auto* held = std::get_if<bool>(&stored)) return std::int64_t{*held ? -1 : 0};
-  if (const auto* held = std::get_if<jet::Currency>(&stored)) return static_cast<double>(held->scaled) / kCurrencyUnit;
-  if (const auto* held = std::get_if<jet::Decimal>(&stored)) return NumberOf(*held);
+  if (const auto* held = std::get_if<jet::Currency>(&stored)) return jet::NumberOf(*held);
+  if (const auto* held = std::get_if<jet::Decimal>(&stored)) return jet::NumberOf(*held);
   if (const auto* held = std::get_if<jet::Bytes>(&stored)) return std::span<const std::uint8_t>(*held);
   if (const auto* held = std::get_if<jet::Guid>(&stored)) {
-    text = TextOf(*held);
+    text = jet::TextOf(*held);
     return text;
   }
   return {};

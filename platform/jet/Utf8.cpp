@@ -15,7 +15,7 @@ bool IsLowSurrogate(char32_t unit) {
   return unit >= 0xDC00 && unit <= 0xDFFF;
 }
 
-void AppendUtf8(std::string& out, char32_t code) {
+void AppendCode(std::string& out, char32_t code) {
   if (code < 0x80) {
     out += static_cast<char>(code);
     return;
@@ -67,9 +67,7 @@ Decoded DecodeOne(std::string_view text) {
 
 }  // namespace
 
-std::string ToUtf8(std::u16string_view text) {
-  std::string out;
-  out.reserve(text.size());
+void AppendUtf8(std::string& out, std::u16string_view text) {
   for (std::size_t i = 0; i < text.size(); ++i) {
     char32_t code = text[i];
     if (IsHighSurrogate(code) && i + 1 < text.size() && IsLowSurrogate(text[i + 1])) {
@@ -77,8 +75,14 @@ std::string ToUtf8(std::u16string_view text) {
     } else if (IsHighSurrogate(code) || IsLowSurrogate(code)) {
       code = kReplacement;
     }
-    AppendUtf8(out, code);
+    AppendCode(out, code);
   }
+}
+
+std::string ToUtf8(std::u16string_view text) {
+  std::string out;
+  out.reserve(text.size());
+  AppendUtf8(out, text);
   return out;
 }
 

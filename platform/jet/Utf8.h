@@ -8,6 +8,8 @@ namespace jet {
 
 /// A lone surrogate becomes U+FFFD.
 std::string ToUtf8(std::u16string_view text);
+/// The same behind what is in `out` already.
+void AppendUtf8(std::string& out, std::u16string_view text);
 /// A malformed sequence becomes U+FFFD.
 std::u16string FromUtf8(std::string_view text);
 

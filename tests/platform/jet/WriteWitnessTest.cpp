@@ -12,29 +12,6 @@
 namespace jet {
 namespace {
 
-using test::Column;
-
-TableDefinition TableOfAllKinds() {
-  TableDefinition table;
-  table.name = u"tblAlles";
-  table.columns = {Column(u"ID", ColumnType::Long),         Column(u"Ja", ColumnType::Boolean),
-                   Column(u"Octet", ColumnType::Byte),      Column(u"Kort", ColumnType::Integer),
-                   Column(u"Bedrag", ColumnType::Currency), Column(u"Enkel", ColumnType::Single),
-                   Column(u"Dubbel", ColumnType::Double),   Column(u"Naam", ColumnType::Text, 255),
-                   Column(u"Tekst", ColumnType::Memo),      Column(u"Bytes", ColumnType::Binary, 100),
-                   Column(u"Groot", ColumnType::Ole)};
-  table.columns[0].autonumber = true;
-  IndexDefinition key;
-  key.name = u"PrimaryKey";
-  key.primary = true;
-  key.fields = {{0, false}};
-  IndexDefinition byName;
-  byName.name = u"Naam";
-  byName.fields = {{7, true}, {3, false}};
-  table.indexes = {key, byName};
-  return table;
-}
-
 class WriteWitness : public testing::TestWithParam<witness::Reader> {
  protected:
   void SetUp() override {
@@ -61,7 +38,7 @@ TEST_P(WriteWitness, ReadsEveryKindOfValueAsItWasWritten) {
   test::RandomRows random(17);
   {
     WriteTurn turn(*database_);
-    database_->CreateTable(TableOfAllKinds());
+    database_->CreateTable(test::AllKindsTable());
     const auto writer = database_->OpenWriter(u"tblAlles");
     for (int i = 0; i < 400; ++i) {
       std::vector<Value> row = random.Row(writer->Definition());

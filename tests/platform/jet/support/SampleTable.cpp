@@ -61,6 +61,27 @@ TableDefinition SpotsTable() {
   return table;
 }
 
+TableDefinition AllKindsTable() {
+  TableDefinition table;
+  table.name = u"tblAlles";
+  table.columns = {Column(u"ID", ColumnType::Long),         Column(u"Ja", ColumnType::Boolean),
+                   Column(u"Octet", ColumnType::Byte),      Column(u"Kort", ColumnType::Integer),
+                   Column(u"Bedrag", ColumnType::Currency), Column(u"Enkel", ColumnType::Single),
+                   Column(u"Dubbel", ColumnType::Double),   Column(u"Naam", ColumnType::Text, 255),
+                   Column(u"Tekst", ColumnType::Memo),      Column(u"Bytes", ColumnType::Binary, 100),
+                   Column(u"Groot", ColumnType::Ole)};
+  table.columns[0].autonumber = true;
+  IndexDefinition key;
+  key.name = u"PrimaryKey";
+  key.primary = true;
+  key.fields = {{0, false}};
+  IndexDefinition byName;
+  byName.name = u"Naam";
+  byName.fields = {{7, true}, {3, false}};
+  table.indexes = {key, byName};
+  return table;
+}
+
 std::vector<Value> Spot(const std::u16string& name, const std::u16string& text) {
   return {Value{}, name, 36526.5, text.empty() ? Value{} : Value{text}, Value{}, true};
 }

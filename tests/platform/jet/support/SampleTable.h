@@ -32,6 +32,8 @@ ColumnDefinition Column(const char16_t* name, ColumnType type, std::uint16_t siz
 TableDefinition SpotsTable();
 /// A row of it.
 std::vector<Value> Spot(const std::u16string& name, const std::u16string& text = u"");
+/// A field of every kind that can be written but Date, Guid and Decimal; the ID is the key, an index is on two fields.
+TableDefinition AllKindsTable();
 
 /// What the call's Error says; "" when there is none.
 template <typename Call>

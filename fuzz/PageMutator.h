@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <random>
+
+#include "platform/jet/Bytes.h"
+
+namespace fuzz {
+
+/// Damages database files where it hurts: the fields of pages (kinds, counts, offsets, pointers to pages and rows),
+/// set to values that nearly make sense. Bytes are not moved, so that all other pages keep their meaning.
+class PageMutator {
+ public:
+  explicit PageMutator(unsigned seed) : random_(seed) {}
+
+  /// Changes 1 to 4 things in a file of at least a page; bytes behind the last whole page are left alone.
+  void Mutate(jet::ByteSpan file);
+
+ private:
+  std::size_t Below(std::size_t end) { return random_() % end; }
+  jet::ByteSpan Page(std::size_t number) { return file_.subspan(number * kPage, kPage); }
+  void MutateField(jet::ByteSpan page);
+  void MutateBytes(jet::ByteSpan page);
+  void CopyWithin(jet::ByteSpan page);
+  void CopyPage();
+  std::size_t FieldOf(jet::ByteSpan page, std::size_t* size);
+  std::uint32_t ValueFor(std::uint32_t old, std::size_t size);
+
+  static constexpr std::size_t kPage = 4096;
+  std::mt19937 random_;
+  jet::ByteSpan file_;
+};
+
+}  // namespace fuzz
