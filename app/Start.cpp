@@ -1,18 +1,38 @@
 #include "app/Start.h"
 
+#include "app/FirstStart.h"
 #include "app/frmMain.h"
 #include "app/frmSplash.h"
 #include "catalogue/Screens.h"
+#include "data/Globals.h"
+#include "data/ProgramLock.h"
 #include "export/Screens.h"
 #include "items/Screens.h"
 #include "media/MediaScreens.h"
 #include "platform/desktop/Events.h"
+#include "platform/desktop/MessageBox.h"
+#include "platform/runtime/Error.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int kExclamation = 48;
+}
 
 void RegisterScreens() {
   RegisterCatalogueScreens();
   RegisterItemScreens();
   RegisterMediaScreens();
   RegisterExportScreens();
+}
+
+std::unique_ptr<ProgramLock> TakeProgramLock() {
+  try {
+    return std::make_unique<ProgramLock>(global.programFolder + u"\\data"_s);
+  } catch (const runtime::Error& error) {
+    desktop::ShowMessageBox(nullptr, error.Description(), kExclamation, u"Spotrooster"_s);
+    return nullptr;
+  }
 }
 
 std::unique_ptr<frmMain> Start() {
@@ -23,6 +43,7 @@ std::unique_ptr<frmMain> Start() {
   QObject::connect(main.get(), &frmMain::loading, &splash, &frmSplash::ShowStep);
   main->Form_Load();
   splash.close();
+  if (IsFirstStart() && OfferFirstStation(main.get())) main->Form_Load();
   main->show();
   return main;
 }

@@ -1,6 +1,5 @@
 #include "app/frmMain.h"
 
-#include "app/Settings.h"
 #include "app/StationStatus.h"
 #include "app/StatusPanel.h"
 #include "app/Version.h"
@@ -10,6 +9,8 @@
 #include "data/DatabasePaths.h"
 #include "data/Globals.h"
 #include "data/Lookups.h"
+#include "data/Settings.h"
+#include "export/InterruptedExport.h"
 #include "export/frmRadioDetail.h"
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/MessageBox.h"
@@ -18,6 +19,7 @@
 
 #include <QLocale>
 #include <QTimer>
+#include <QToolButton>
 
 using namespace Qt::StringLiterals;
 using desktop::IconTint;
@@ -93,6 +95,10 @@ void frmMain::InitForm() {
   auto* gap = new QWidget(this);
   gap->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
   ui_->tlbMain->insertWidget(ui_->actAfsluiten, gap);
+  // A tool bar's buttons take no focus by themselves.
+  for (auto* button : ui_->tlbMain->findChildren<QToolButton*>()) {
+    if (button->objectName().isEmpty()) button->setFocusPolicy(Qt::TabFocus);
+  }
   ui_->lblRadio->setFont(Sized(font(), 2, QFont::DemiBold));
   ui_->lblDatum->setFont(Sized(font(), 1.1, QFont::Normal));
   setFocus();  // and not the first button
@@ -122,6 +128,7 @@ void frmMain::Form_Load() {
     Q_EMIT loading(u"Zender kiezen ..."_s);
     ChooseStation();
     Q_EMIT loading(u"Zender openen ..."_s);
+    ResumeExport();
     SetRadioNaam();
     setWindowTitle(u"Spotrooster "_s + global.stationName);
     SetOnlineYn();
@@ -133,6 +140,11 @@ void frmMain::Form_Load() {
 void frmMain::ChooseStation() {
   frmRadioDetail(this).ShowModal();
   FormDatabasePaths();
+}
+
+// Before anything is logged. A failure is no reason not to start: it is tried again before the next export.
+void frmMain::ResumeExport() {
+  Trapped(__func__, [&] { FinishInterruptedExport(global.localDatabasePath); });
 }
 
 void frmMain::ShowStation() {

@@ -33,6 +33,7 @@ class frmMain : public QMainWindow {
   void InitForm();
   void InitStatusBar();
   void ChooseStation();
+  void ResumeExport();
   void ShowStation();
   void ShowTime();
   void RefreshStatus();

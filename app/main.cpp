@@ -4,6 +4,7 @@
 #include "app/WindowPlaces.h"
 #include "app/frmMain.h"
 #include "data/Globals.h"
+#include "data/ProgramLock.h"
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/Theme.h"
 #include "platform/runtime/Error.h"
@@ -21,6 +22,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr int kAlreadyRunning = 1;
 constexpr int kWrongUse = 2;
 
 void Print(std::FILE* stream, const QString& text) {
@@ -57,6 +59,8 @@ int Run(QApplication& application, const StartOptions& options) {
   const desktop::Theme theme(application, options.theme);
   QApplication::setWindowIcon(desktop::AppIcon());
   global.programFolder = runtime::PathText(options.folder);
+  const std::unique_ptr<ProgramLock> lock = TakeProgramLock();
+  if (!lock) return kAlreadyRunning;
   const WindowPlaces places(WindowPlaces::UserFile());
   RegisterScreens();
   const std::unique_ptr<frmMain> main = Start();

@@ -1,10 +1,12 @@
 #include "catalogue/OverviewForm.h"
 
-#include "catalogue/CountLine.h"
 #include "catalogue/OverviewKeys.h"
+#include "data/DroppedAudio.h"
 #include "data/Globals.h"
 #include "platform/controls/ListBox.h"
+#include "platform/controls/QuietLine.h"
 #include "platform/dao/Database.h"
+#include "platform/desktop/FileDrop.h"
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/Trapped.h"
 #include "platform/desktop/WaitPointer.h"
@@ -13,6 +15,7 @@
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QScreen>
 
 #include <utility>
@@ -165,7 +168,24 @@ void OverviewForm::cmdNieuw_Click() {
   });
 }
 
+void OverviewForm::AcceptAudio() {
+  const auto* drop = new desktop::FileDrop(this);
+  connect(drop, &desktop::FileDrop::dropped, this, &OverviewForm::Form_DropFiles);
+}
+
+void OverviewForm::Form_DropFiles(const QStringList& files) {
+  Trapped(__func__, [&] {
+    const QStringList audio = AcceptedAudio(files);
+    if (audio.isEmpty()) return;
+    QueueDroppedAudio(audio);
+    global.gstrSelectedID = QString::fromUtf16(kNewRecord);
+    ShowDetail();
+  });
+}
+
+// Dropped files that the user goes no further with wait for nobody.
 void OverviewForm::ShowDetail() {
+  const auto none = qScopeGuard(ForgetDroppedAudio);
   Visit(detailEditor_, this);
   Refill();
 }

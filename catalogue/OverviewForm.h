@@ -6,14 +6,14 @@
 
 #include <QString>
 
-class CountLine;
 class QCheckBox;
 class QLineEdit;
 class QPushButton;
 
 namespace controls {
 class ListBox;
-}
+class QuietLine;
+}  // namespace controls
 
 // The family of the overview lists: the names of one table's records, and the doors to everything that edits them.
 // A member brings its controls and words, and what is special about it.
@@ -28,7 +28,7 @@ class OverviewForm : public Form {
   struct Controls {
     controls::ListBox* lstOverzicht = nullptr;
     QLineEdit* txtZoek = nullptr;
-    CountLine* lblAantal = nullptr;
+    controls::QuietLine* lblAantal = nullptr;
     QPushButton* cmdNieuw = nullptr;
     QPushButton* cmdOpen = nullptr;
     QPushButton* cmdDesaktiveer = nullptr;
@@ -44,6 +44,9 @@ class OverviewForm : public Form {
 
   // Once, right after setupUi.
   void Wire(const Controls& controls);
+
+  // Sound files dropped on the window become new records, each in its editor.
+  void AcceptAudio();
 
   virtual QString TableOf(const Catalogue& catalogue) const = 0;
   // The part of the statement that stands for both check boxes checked, with its closing blank.
@@ -86,6 +89,7 @@ class OverviewForm : public Form {
   void cmdNieuw_Click();
   void cmdSluiten_Click();
   void txtZoek_Change();
+  void Form_DropFiles(const QStringList& files);
 
   QString one_;
   QString many_;

@@ -25,6 +25,7 @@ frmItemPingles::frmItemPingles(QWidget* owner)
   controls.cmdVerwijder = ui_->cmdVerwijder;
   controls.cmdSluiten = ui_->cmdSluiten;
   Wire(controls);
+  AcceptAudio();
 }
 
 frmItemPingles::~frmItemPingles() = default;
@@ -45,6 +46,6 @@ void frmItemPingles::cmdVerwijder_Click() {
 
 void frmItemPingles::Form_Unload() {
   Trapped(__func__, [&] {
-    if (global.online) RefreshLocalCopy(u"tblCopie_ItemPingles"_s, TransItemPinglesToLocal);
+    if (global.online) RefreshLocalCopies({{u"tblCopie_ItemPingles"_s, TransItemPinglesToLocal}});
   });
 }

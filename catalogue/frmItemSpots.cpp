@@ -34,6 +34,7 @@ frmItemSpots::frmItemSpots(QWidget* owner)
   controls.chkAktieve = ui_->chkAktieve;
   controls.chkNietAktieve = ui_->chkNietAktieve;
   Wire(controls);
+  AcceptAudio();
   for (const SpotView view : kSpotViews)
     ui_->cboToestand->AddItem(TextOf(view), static_cast<qint64>(view));
   connect(ui_->cmdDesaktiveer, &QPushButton::clicked, this, &frmItemSpots::cmdDesaktiveer_Click);
@@ -63,7 +64,7 @@ void frmItemSpots::cmdDesaktiveer_Click() {
 
 void frmItemSpots::Form_Unload() {
   // Without a look at the mode, unlike the other lists.
-  Trapped(__func__, [&] { RefreshLocalCopy(u"tblCopie_ItemSpots"_s, TransItemSpotsToLocal); });
+  Trapped(__func__, [&] { RefreshLocalCopies({{u"tblCopie_ItemSpots"_s, TransItemSpotsToLocal}}); });
 }
 
 void frmItemSpots::Refilled() {

@@ -1,37 +1,53 @@
 #include "export/OfflineLogExport.h"
 
-#include "data/Text.h"
-#include "platform/runtime/CodePage.h"
-#include "platform/runtime/Dates.h"
-#include "platform/runtime/Numbers.h"
+#include "data/ExportRecord.h"
+#include "platform/dao/Database.h"
+#include "platform/runtime/Clock.h"
+#include "platform/runtime/Error.h"
+#include "platform/runtime/Probe.h"
+#include "platform/runtime/StagedFile.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr qsizetype kMostNamed = 5;
-constexpr qsizetype kLongestNamed = 160;  // characters
+
+// The file did not get its name, or its record may be there or not. The record goes first: one that has lost its
+// temporary file would mean that it did.
+void TakeBack(const QString& localDatabasePath, runtime::StagedFile& file) {
+  try {
+    if (runtime::Probe(file.TemporaryPath()) == runtime::Presence::There) return RemoveExportRecord(localDatabasePath);
+  } catch (const runtime::Error&) {
+    // What is left is settled before the next export; the user hears of what went wrong first.
+  }
+  file.Keep();
+}
+
 }  // namespace
 
-QString OfflineLogExport::FileName(const QDateTime& moment) {
-  return runtime::FormatDate(moment, u"yyyymmddhhmmss"_s) + u".tql"_s;
+OfflineLogExport::OfflineLogExport(const QString& localDatabasePath)
+    : localDatabasePath_(localDatabasePath), content_(ExportContent::OfLog(localDatabasePath)) {}
+
+QString OfflineLogExport::WriteFile(const QString& folder) {
+  if (content_.RowCount() == 0) return {};
+  const QString path = folder + u'\\' + ExportContent::FileName(runtime::Now());
+  runtime::StagedFile file(path, content_.Bytes());
+  file.SyncName();
+  try {
+    WriteExportRecord(localDatabasePath_, {path, file.TemporaryPath(), content_.HighestID(), content_.Digest()});
+    file.Place();
+  } catch (const runtime::Error&) {
+    TakeBack(localDatabasePath_, file);
+    throw;
+  }
+  return path;
 }
 
-void OfflineLogExport::Add(const QVariant& sqlSyntax) {
-  if (IsKull(sqlSyntax)) return;
-  const QString statement = runtime::TrimBlanks(sqlSyntax.toString());
-  bytes_ += runtime::ToCodePage(statement) + ";\r\n";
-  if (!runtime::FitsCodePage(statement)) altered_ += statement;
+void OfflineLogExport::EmptyLog() const {
+  EmptyLogUpTo(localDatabasePath_, content_.HighestID());
 }
 
-QString AlteredWarning(const QStringList& altered, const QString& path) {
-  QString text =
-      u"In '%1' zijn tekens die het bestand niet kan bevatten vervangen door een vraagteken, in:"_s.arg(path);
-  for (const QString& statement : altered.first(qMin(altered.size(), kMostNamed))) {
-    text += u"\n\n"_s + (statement.size() > kLongestNamed ? statement.left(kLongestNamed) + u" ..."_s : statement);
-  }
-  if (altered.size() > kMostNamed) {
-    const qsizetype others = altered.size() - kMostNamed;
-    text += others == 1 ? u"\n\nen nog 1 andere opdracht."_s : u"\n\nen nog %1 andere opdrachten."_s.arg(others);
-  }
-  return text;
+void EmptyLogUpTo(const QString& localDatabasePath, qint32 highestID) {
+  dao::Database database = dao::OpenDatabase(localDatabasePath);
+  database.Execute(u"DELETE FROM tblOfflineLog WHERE ID <= "_s + QString::number(highestID) + u" OR ID IS NULL"_s);
+  RemoveExportRecord(localDatabasePath);
 }

@@ -1,29 +1,33 @@
 #pragma once
-#include <QByteArray>
-#include <QDateTime>
-#include <QString>
-#include <QStringList>
-#include <QVariant>
+#include "export/ExportContent.h"
 
-// The content of one export file for the companion tool: the statements of the offline log, one a line in the order in
-// which they are added, each trimmed of blanks and ended by ";", carriage return and line feed. Windows-1252, no
-// header.
+#include <QString>
+
+// One export of the offline log, in steps between which the program may die at any place without losing a statement or
+// handing one out twice: the file is written and synced under a temporary name, a record of it beside the database;
+// then the file gets its name, the log loses what the file holds, and the record goes. Whoever finds a record
+// (InterruptedExport.h) can tell how far it came. Every failure is a runtime::Error.
+//
+// Used by the planning export and by spotrooster-db. The caller holds the program lock (data/ProgramLock.h), and has
+// settled an interrupted export before.
 class OfflineLogExport {
  public:
-  // The file's name for that moment: its date and time to the second, and the extension tql.
-  static QString FileName(const QDateTime& moment);
+  // Reads the log.
+  explicit OfflineLogExport(const QString& localDatabasePath);
 
-  // Adds the SqlSyntax of one log row; an empty one adds nothing.
-  void Add(const QVariant& sqlSyntax);
+  const ExportContent& Content() const { return content_; }
 
-  const QByteArray& Bytes() const { return bytes_; }
-  // The statements in which a character that the code page does not have became "?".
-  const QStringList& Altered() const { return altered_; }
+  // Writes the file of the present moment into the folder (path text) and gives its path. A log without a row makes no
+  // file: the path is empty. After an error there is no file, or (when only the last sync failed) it is there and the
+  // record too, so that it is settled before the next export.
+  QString WriteFile(const QString& folder);
+  // Takes out of the log what the file holds.
+  void EmptyLog() const;
 
  private:
-  QByteArray bytes_;
-  QStringList altered_;
+  QString localDatabasePath_;
+  ExportContent content_;
 };
 
-// What the user is told about them; names the first few.
-QString AlteredWarning(const QStringList& altered, const QString& path);
+// Takes every row up to this ID out of the log, and then the export's record away when there is one.
+void EmptyLogUpTo(const QString& localDatabasePath, qint32 highestID);

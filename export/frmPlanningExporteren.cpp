@@ -2,18 +2,15 @@
 
 #include "data/Globals.h"
 #include "data/Messages.h"
-#include "data/Text.h"
-#include "data/Writes.h"
+#include "export/ExportChecks.h"
+#include "export/InterruptedExport.h"
 #include "export/OfflineLogExport.h"
 #include "export/ui_frmPlanningExporteren.h"
-#include "platform/dao/Database.h"
 #include "platform/desktop/Events.h"
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/Trapped.h"
 #include "platform/desktop/WaitPointer.h"
-#include "platform/runtime/Clock.h"
 #include "platform/runtime/Numbers.h"
-#include "platform/runtime/TextFile.h"
 
 using namespace Qt::StringLiterals;
 using desktop::Trapped;
@@ -81,28 +78,7 @@ void frmPlanningExporteren::SetButtonCaption(const QString& caption) {
 }
 
 bool frmPlanningExporteren::OpslaanProceed() {
-  return Trapped(__func__, false, [&] {
-    if (!global.online && !ConfirmEarlierExports()) return false;
-    const QString folder = ui_->txtBestemming->text();
-    if (IsKull(folder)) {
-      ShowAppMessage(1500, u"Bestemming"_s);
-      return false;
-    }
-    if (!runtime::IsFolder(folder)) {
-      ShowAppMessage(5001, u"Bestemming"_s);
-      return false;
-    }
-    return true;
-  });
-}
-
-bool frmPlanningExporteren::ConfirmEarlierExports() {
-  if (ShowItemsMessage(u"Heeft U de vorige export-files reeds verwerkt met Kadrovia ?"_s, 36) == kAnswerYes)
-    return true;
-  desktop::ShowMessageBox(
-      this, u"Om data-verlies te vermijden, dient U eerst de vorige export-files te verwerken met Kadrovia !"_s, 48,
-      u"Items"_s);
-  return false;
+  return Trapped(__func__, false, [&] { return MayExport(ui_->txtBestemming->text()); });
 }
 
 void frmPlanningExporteren::cmdOk_Click() {
@@ -148,34 +124,31 @@ void frmPlanningExporteren::ShowStep(const QString& text, double progress) {
 
 void frmPlanningExporteren::Opslaan() {
   Trapped(__func__, [&] {
-    OfflineLogExport content;
+    QStringList altered;
     QString path;
     {
       const desktop::WaitPointer wait;
       ShowStep(u"Initializeren ... "_s, 1.0 / 3);
       const QString folder = runtime::TrimBlanks(ui_->txtBestemming->text());
       ShowStep(u"Offline-log controleren en exporteren"_s, 2.0 / 3);
-      path = ExportLog(folder, content);
-      global.lastResult = DeleteAllInTable(u"tblOfflineLog"_s, global.localDatabasePath);
+      FinishInterruptedExport(global.localDatabasePath);
+      OfflineLogExport logExport(global.localDatabasePath);
+      path = logExport.WriteFile(folder);
+      global.lastResult = EmptyLog(logExport);
+      altered = logExport.Content().Altered();
       ui_->imgProgress->SetProgress(1);
       desktop::YieldToEvents();
     }
-    if (!content.Altered().isEmpty()) {
-      desktop::ShowMessageBox(this, AlteredWarning(content.Altered(), path), 48, u"Items"_s);
-    }
+    if (!altered.isEmpty()) desktop::ShowMessageBox(this, AlteredWarning(altered, path), 48, u"Items"_s);
   });
 }
 
-QString frmPlanningExporteren::ExportLog(const QString& folder, OfflineLogExport& content) {
-  dao::Database database = dao::OpenDatabase(global.localDatabasePath);
-  dao::Recordset rows =
-      database.OpenRecordset(u"SELECT tblOfflineLog.SqlSyntax From tblOfflineLog ORDER BY tblOfflineLog.ID"_s);
-  if (rows.Bof() && rows.Eof()) return {};
-  QString path = folder + u'\\' + OfflineLogExport::FileName(runtime::Now());
-  for (; !rows.Eof(); rows.MoveNext())
-    content.Add(rows.Field(u"SqlSyntax"_s));
-  runtime::WriteFile(path, content.Bytes());
-  return path;
+// Known to its users under the name of the write that empties a table.
+bool frmPlanningExporteren::EmptyLog(const OfflineLogExport& logExport) {
+  return Trapped("DeleteAllInTable", false, [&] {
+    logExport.EmptyLog();
+    return true;
+  });
 }
 
 // Nobody looks at the wish to interrupt: an export always runs to its end.

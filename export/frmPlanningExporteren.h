@@ -29,7 +29,6 @@ class frmPlanningExporteren : public Form {
   void InitControls();
   void InitCommands();
   bool OpslaanProceed();
-  bool ConfirmEarlierExports();
   void Opslaan();
 
   void cmdOk_Click();
@@ -40,8 +39,7 @@ class frmPlanningExporteren : public Form {
   void EnableControls(bool enable);
   void ShowStep(const QString& text, double progress);
   void SetButtonCaption(const QString& caption);
-  // The path of the file written; empty when the log held no row.
-  QString ExportLog(const QString& folder, OfflineLogExport& content);
+  static bool EmptyLog(const OfflineLogExport& logExport);
 
   std::unique_ptr<Ui::frmPlanningExporteren> ui_;
   bool interrupted_ = false;

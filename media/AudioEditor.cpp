@@ -3,8 +3,10 @@
 #include "data/Catalogue.h"
 #include "data/Messages.h"
 #include "data/Text.h"
+#include "data/Usage.h"
 #include "media/AudioPreview.h"
 #include "platform/dao/Database.h"
+#include "platform/desktop/FileDrop.h"
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/Trapped.h"
 #include "platform/desktop/WaitPointer.h"
@@ -14,6 +16,7 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
 #include <QPushButton>
@@ -21,6 +24,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QStyle>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 using desktop::Trapped;
@@ -33,7 +37,7 @@ AudioEditor::AudioEditor(const Words& words, QWidget* owner) : EditorForm(owner)
 void AudioEditor::Wire(const AudioControls& controls, QSize openingSize) {
   controls_ = controls;
   controls_.cmdPath->setIcon(desktop::Icon(u"geluid"_s));
-  controls_.preview->Attach(controls_.txtPath, controls_.txtLengteSec);
+  controls_.preview->Attach(controls_.txtPath, controls_.txtLengteSec, controls_.lblLuidheid);
   connect(controls_.cmdPath, &QPushButton::clicked, this, &AudioEditor::cmdPath_Click);
   connect(controls_.cmdFillName, &QPushButton::clicked, this, &AudioEditor::cmdFillName_Click);
   connect(controls_.cmdOk, &QPushButton::clicked, this, &AudioEditor::cmdOk_Click);
@@ -42,6 +46,8 @@ void AudioEditor::Wire(const AudioControls& controls, QSize openingSize) {
   connect(controls_.txtPath, &QLineEdit::textChanged, this, &AudioEditor::txtPath_Change);
   connect(controls_.txtLengteSec, &QLineEdit::textChanged, this, &AudioEditor::txtLengteSec_Change);
   connect(controls_.chkAktief, &QCheckBox::toggled, this, &AudioEditor::chkAktief_Click);
+  const auto* drop = new desktop::FileDrop(this);
+  connect(drop, &desktop::FileDrop::dropped, this, &AudioEditor::Form_DropFiles);
   SetMargins();
   WireScrolling();
   resize(openingSize.boundedTo(screen()->availableSize()));
@@ -76,8 +82,11 @@ void AudioEditor::Form_Load() {
     InitControls();
     InitCommands();
     controls_.preview->InitAudio();
+    TakeDropped();
+    if (!isNew_) QTimer::singleShot(0, this, &AudioEditor::ShowUsage);  // not before the window stands
     // A new record begins with its file, another one with its name.
-    (isNew_ ? static_cast<QWidget*>(controls_.cmdPath) : controls_.txtNaam)->setFocus();
+    (isNew_ && IsKull(controls_.txtPath->text()) ? static_cast<QWidget*>(controls_.cmdPath) : controls_.txtNaam)
+        ->setFocus();
   });
 }
 
@@ -96,6 +105,17 @@ void AudioEditor::FillForm() {
     row.Close();
     Filled();
   });
+}
+
+// An extra beside the told fields: what cannot be read is left out.
+void AudioEditor::ShowUsage() {
+  try {
+    const QStringList items = ItemsUsing(id_);
+    controls_.lblToelichting->setText(UsageText(items));
+    controls_.lblToelichting->setToolTip(items.join(u'\n'));
+  } catch (const runtime::Error&) {
+    controls_.lblToelichting->clear();
+  }
 }
 
 void AudioEditor::FillNew() {
@@ -117,41 +137,6 @@ dao::Recordset AudioEditor::ReadRecord() const {
   dao::Database database = dao::OpenDatabase(CurrentCatalogue().databasePath);
   return database.OpenRecordset(u"SELECT "_s + table + u".* " + u"From " + table + u" " + u"WHERE " + table +
                                 u".ID = " + QString::number(id_));
-}
-
-void AudioEditor::cmdPath_Click() {
-  Trapped(__func__, [&] {
-    codFile_.SetStartFolder(controls_.preview->LastFolder());
-    const QString hostPath = codFile_.ShowOpen(this);
-    WarnWhenUnmapped(hostPath);
-    const QString bestand = hostPath.isEmpty() ? QString() : runtime::PathText(hostPath);
-    controls_.preview->LaadBestand(bestand);
-    controls_.txtPath->setText(runtime::TrimBlanks(bestand));
-    Changed();
-    pathChanged_ = true;
-  });
-}
-
-void AudioEditor::WarnWhenUnmapped(const QString& hostPath) {
-  if (hostPath.isEmpty() || runtime::IsMapped(hostPath)) return;
-  ShowItemsMessage(
-      u"'%1' ligt buiten de schijven die in ovalis.ini staan (sectie [Drives]).\r\nAndere computers "
-      u"vinden dit bestand niet."_s.arg(hostPath),
-      48);
-}
-
-void AudioEditor::cmdFillName_Click() {
-  Trapped(__func__, [&] {
-    constexpr qsizetype kExtension = 4;  // with its point, as in ".MP3"
-    if (IsKull(controls_.txtPath->text())) return;
-    const QString file = GetFile(controls_.txtPath->text());
-    controls_.txtNaam->setText(file);
-    if (file.size() < kExtension) {
-      throw runtime::Error(u"De bestandsnaam '%1' is te kort om er een naam van te maken."_s.arg(file));
-    }
-    controls_.txtNaam->setText(file.chopped(kExtension));
-    Changed();
-  });
 }
 
 void AudioEditor::cmdOk_Click() {

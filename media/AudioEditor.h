@@ -6,6 +6,7 @@
 class AudioPreview;
 class QCheckBox;
 class QFrame;
+class QLabel;
 class QLineEdit;
 class QPushButton;
 class QScrollArea;
@@ -19,8 +20,10 @@ struct AudioControls {
   QLineEdit* txtNaam;
   QPushButton* cmdFillName;
   QLineEdit* txtLengteSec;
+  QLabel* lblLuidheid;
   QCheckBox* chkAktief;
   AudioPreview* preview;
+  QLabel* lblToelichting;  // beside the buttons: where the record is used, or how many files wait
   QPushButton* cmdOk;
   QPushButton* cmdAnnuleren;
 };
@@ -47,9 +50,13 @@ class AudioEditor : public EditorForm {
   virtual QString TableName() const = 0;
   // The fields of a new record.
   virtual void FillNew();
+  // The fields that a dropped file fills besides those of every form.
+  virtual void FillDropped() {}
   // The fields of a record, in the order told for the form.
   virtual void FillRecord(const dao::Recordset& row) = 0;
   virtual void InitControls();
+  // The items that use the record. Throws runtime::Error.
+  virtual QStringList ItemsUsing(qint32 id) const = 0;
   // The tests behind those of path and name.
   virtual bool OwnFieldsValid() { return true; }
   // Inserts (isNew_) or updates the record; whether that succeeded.
@@ -82,6 +89,7 @@ class AudioEditor : public EditorForm {
   void InitCommands();
   bool IsDuplicateCode();
 
+  void Form_DropFiles(const QStringList& files);
   void cmdPath_Click();
   void cmdFillName_Click();
   void cmdOk_Click();
@@ -93,6 +101,11 @@ class AudioEditor : public EditorForm {
 
   void SetMargins();
   void WireScrolling();
+  void TakeDropped();
+  void FillFromFile();
+  void TakeFile(const QString& hostPath);
+  void ShowWaiting();
+  void ShowUsage();
   void WarnWhenUnmapped(const QString& hostPath);
   dao::Recordset ReadRecord() const;
   bool PathAndNameValid();

@@ -1,10 +1,39 @@
 #include "media/MediaScreens.h"
 
+#include "data/DroppedAudio.h"
+#include "data/Globals.h"
+#include "data/Messages.h"
 #include "data/Screens.h"
 #include "media/frmItemPinglesDetail.h"
 #include "media/frmItemSpotsDetail.h"
 
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// A record that was not saved is a moment to leave the other files too.
+bool GoesOn() {
+  const qsizetype left = DroppedAudioLeft();
+  const QString waiting =
+      left == 1 ? u"Er wacht nog één geluidsbestand."_s : u"Er wachten nog %1 geluidsbestanden."_s.arg(left);
+  return ShowItemsMessage(waiting + u"\r\nVerdergaan met het volgende?"_s, 36) == kAnswerYes;
+}
+
+// One editor, and after it one for each dropped file that waits.
+template <class Editor>
+void ShowEditors(QWidget* owner) {
+  bool more = true;
+  while (more) {
+    Editor editor(owner);
+    editor.ShowModal();
+    more = DroppedAudioLeft() > 0 && (!editor.IsNew() || GoesOn());
+    if (more) global.gstrSelectedID = QString::fromUtf16(kNewRecord);
+  }
+}
+
+}  // namespace
+
 void RegisterMediaScreens() {
-  RegisterScreen(Screen::ItemSpotsDetail, [](QWidget* owner) { frmItemSpotsDetail(owner).ShowModal(); });
-  RegisterScreen(Screen::ItemPinglesDetail, [](QWidget* owner) { frmItemPinglesDetail(owner).ShowModal(); });
+  RegisterScreen(Screen::ItemSpotsDetail, ShowEditors<frmItemSpotsDetail>);
+  RegisterScreen(Screen::ItemPinglesDetail, ShowEditors<frmItemPinglesDetail>);
 }

@@ -2,6 +2,7 @@
 
 #include "data/Catalogue.h"
 #include "data/Text.h"
+#include "data/Usage.h"
 #include "data/Writes.h"
 #include "media/AudioPreview.h"
 #include "media/ControlsOf.h"
@@ -91,6 +92,11 @@ void frmItemSpotsDetail::FillNew() {
   ui_->txtEindUur->setText(QString::number(kLastHour));
 }
 
+// A file that was dropped is meant to run from today on.
+void frmItemSpotsDetail::FillDropped() {
+  if (ui_->cobStart->Text().isEmpty()) ui_->cobStart->SetText(DateText(QVariant(runtime::Now())));
+}
+
 void frmItemSpotsDetail::FillRecord(const dao::Recordset& row) {
   FillPath(row);
   FillNaam(row);
@@ -128,6 +134,10 @@ bool frmItemSpotsDetail::HourValid(QLineEdit* hour, const QString& naam) {
   if (value < kFirstHour) hour->setText(QString::number(kFirstHour));
   if (value > kLastHour) hour->setText(QString::number(kLastHour));
   return true;
+}
+
+QStringList frmItemSpotsDetail::ItemsUsing(qint32 id) const {
+  return ItemsWithSpot(id);
 }
 
 bool frmItemSpotsDetail::Write(qint32 id, const QString& databasePath, const QString& table) {

@@ -20,9 +20,11 @@ class frmItemSpotsDetail : public AudioEditor {
  protected:
   QString TableName() const override;
   void FillNew() override;
+  void FillDropped() override;
   void FillRecord(const dao::Recordset& row) override;
   void InitControls() override;
   bool OwnFieldsValid() override;
+  QStringList ItemsUsing(qint32 id) const override;
   bool Write(qint32 id, const QString& databasePath, const QString& table) override;
 
  private:

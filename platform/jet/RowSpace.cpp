@@ -53,6 +53,8 @@ bool RowSpace::ReplaceInPlace(RowId row, ByteView bytes, SlotKind kind) {
 
 void RowSpace::Delete(RowId row) {
   const std::uint32_t number = PageOf(row);
+  // All long values have the same owner on their page: only the map tells whose a page is.
+  if (!owned_.Contains(number)) throw DamageAt(number, "hoort niet bij deze gegevens");
   RowPage page(pages_, number, owner_);
   page.Delete(SlotOf(row));
   if (!page.IsEmpty()) {

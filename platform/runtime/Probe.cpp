@@ -4,6 +4,7 @@
 #include "platform/runtime/HostPath.h"
 
 #include <QFile>
+#include <QHash>
 #include <QSet>
 
 #include <sys/stat.h>
@@ -80,8 +81,58 @@ Presence ProbeHost(const QString& path, const QString& root, std::chrono::millis
   if (result == 0) return Presence::There;
   if (result != ENOENT && result != ENOTDIR) return Presence::NotReachable;
   // Nothing there: is that because the drive itself is away?
-  if (root == u"/"_s || BoundedLook(root, root, wait) == 0) return Presence::NotThere;
-  return Presence::NotReachable;
+  if (root == u"/"_s) return Presence::NotThere;
+  if (BoundedLook(root, root, wait) != 0) return Presence::NotReachable;
+  // It may have come back between the two looks.
+  const int again = BoundedLook(path, root, wait);
+  if (again == 0) return Presence::There;
+  return again == ENOENT || again == ENOTDIR ? Presence::NotThere : Presence::NotReachable;
+}
+
+using SteadyClock = ProbeLookScope::SteadyClock;
+
+SteadyClock& CurrentSteadyClock() {
+  static SteadyClock clock = &std::chrono::steady_clock::now;
+  return clock;
+}
+
+// Paths that were there a moment ago, each with the time of that look. By path, not by drive: under one drive other
+// folders may be mounts that hang.
+struct Sightings {
+  std::mutex mutex;
+  QHash<QString, std::chrono::steady_clock::time_point> seen;
+};
+
+Sightings& Seen() {
+  static Sightings sightings;
+  return sightings;
+}
+
+void NoteSeen(const QString& pathText) {
+  const auto now = CurrentSteadyClock()();
+  Sightings& sightings = Seen();
+  const std::lock_guard lock(sightings.mutex);
+  sightings.seen.removeIf([now](const auto& sighting) { return now - sighting.value() >= kSightingHolds; });
+  sightings.seen.insert(pathText, now);
+}
+
+bool WasJustSeen(const QString& pathText) {
+  const auto now = CurrentSteadyClock()();
+  Sightings& sightings = Seen();
+  const std::lock_guard lock(sightings.mutex);
+  const auto sighting = sightings.seen.constFind(pathText);
+  return sighting != sightings.seen.constEnd() && now - *sighting < kSightingHolds;
+}
+
+void ForgetSightings() {
+  const std::lock_guard lock(Seen().mutex);
+  Seen().seen.clear();
+}
+
+// Whether a path that was there a moment ago still is, looked at in this thread: a helper thread a statement is most of
+// what a small statement costs, and the reading that follows a look may hang no less.
+bool IsStillThere(const QString& pathText) {
+  return WasJustSeen(pathText) && CurrentLook()(HostPath(pathText)) == 0;
 }
 
 }  // namespace
@@ -98,9 +149,10 @@ Presence Probe(const QString& pathText, std::chrono::milliseconds wait) {
 }
 
 void RequireThere(const QString& pathText) {
-  switch (Probe(pathText)) {
+  const Presence presence = IsStillThere(pathText) ? Presence::There : Probe(pathText);
+  switch (presence) {
     case Presence::There:
-      return;
+      return NoteSeen(pathText);
     case Presence::NotThere:
       throw Error(u"'%1' bestaat niet."_s.arg(pathText));
     case Presence::NotReachable:
@@ -108,11 +160,15 @@ void RequireThere(const QString& pathText) {
   }
 }
 
-ProbeLookScope::ProbeLookScope(std::function<int(const QString&)> look) {
+ProbeLookScope::ProbeLookScope(std::function<int(const QString&)> look, SteadyClock clock) {
   CurrentLook() = std::move(look);
+  if (clock) CurrentSteadyClock() = std::move(clock);
+  ForgetSightings();
 }
 ProbeLookScope::~ProbeLookScope() {
   CurrentLook() = StatLook;
+  CurrentSteadyClock() = &std::chrono::steady_clock::now;
+  ForgetSightings();
 }
 
 }  // namespace runtime

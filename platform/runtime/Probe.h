@@ -10,19 +10,25 @@ namespace runtime {
 enum class Presence { There, NotThere, NotReachable };
 
 constexpr std::chrono::milliseconds kProbeWait{5000};
+constexpr std::chrono::milliseconds kSightingHolds{1000};
 
 // Looks whether a path text names something, in a helper thread, and waits at most `wait`. While an earlier look at the
 // same drive or share still hangs, the answer is NotReachable at once. A drive that is not mapped, or whose folder is
 // not there, is NotReachable. Never throws.
 Presence Probe(const QString& pathText, std::chrono::milliseconds wait = kProbeWait);
 
-// As Probe, but an Error that tells "not there" from "not reachable" unless it is there.
+// As Probe, but an Error that tells "not there" from "not reachable" unless it is there. A path that this function
+// found there less than kSightingHolds ago is looked at again without a helper thread: saving one record opens the same
+// file many times in a row.
 void RequireThere(const QString& pathText);
 
-// The look itself (0 or an errno of stat), for tests that make it hang or fail; restores the real one on destruction.
+// The look itself (0 or an errno of stat) and the clock that ages sightings, for tests that make it hang or fail.
+// Begins and ends with no sightings; restores the real ones on destruction.
 class ProbeLookScope {
  public:
-  explicit ProbeLookScope(std::function<int(const QString& hostPath)> look);
+  using SteadyClock = std::function<std::chrono::steady_clock::time_point()>;
+
+  explicit ProbeLookScope(std::function<int(const QString& hostPath)> look, SteadyClock clock = {});
   ~ProbeLookScope();
   ProbeLookScope(const ProbeLookScope&) = delete;
   ProbeLookScope& operator=(const ProbeLookScope&) = delete;

@@ -8,6 +8,7 @@
 #include "data/Messages.h"
 #include "data/Schema.h"
 #include "data/Screens.h"
+#include "export/OfflineLogExport.h"
 #include "platform/controls/ComboBox.h"
 #include "platform/controls/LedPanel.h"
 #include "platform/dao/Database.h"
@@ -165,6 +166,19 @@ TEST_F(MainTest, AnEmptyStationNameLeavesTheTrailingBlankInTheCaption) {
   frmMain main;
   Load(main, {});
   EXPECT_EQ(main.windowTitle(), u"Spotrooster "_s);
+}
+
+TEST_F(MainTest, AnInterruptedExportIsSettledBeforeTheUserWorks) {
+  station_.Use(Station::Mode::Offline);
+  const QString local = global.programFolder + u"\\data\\OvalistoLocal.mdb"_s;
+  dao::OpenDatabase(local).Execute(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (1, \"UPDATE a\")"_s);
+  const QString path = OfflineLogExport(local).WriteFile(runtime::PathText(station_.ExportFolder()));
+  frmMain main;
+  const MessageBoxScript boxes;
+  Load(main, u"Radio Proef"_s);
+  ASSERT_EQ(boxes.Shown().size(), 1u);
+  EXPECT_TRUE(boxes.Last().text.contains(path));
+  EXPECT_EQ(station_.Log(), QStringList());
 }
 
 TEST_F(MainTest, EachButtonOpensItsScreenOwnedByTheWindow) {

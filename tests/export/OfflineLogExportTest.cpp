@@ -1,60 +1,211 @@
+// An export that fails or dies at any of its steps: each statement stays in the log or comes into one complete file.
 #include "export/OfflineLogExport.h"
+
+#include "data/ExportRecord.h"
+#include "data/Globals.h"
+#include "export/InterruptedExport.h"
+#include "platform/runtime/Clock.h"
+#include "platform/runtime/Error.h"
+#include "platform/runtime/FileCalls.h"
+#include "platform/runtime/HostPath.h"
+#include "platform/runtime/Probe.h"
+#include "platform/runtime/TextFile.h"
+#include "tests/export/LogWitness.h"
+#include "tests/support/Station.h"
 
 #include <gtest/gtest.h>
 
+#include <QDir>
+#include <QFile>
+
+#include <sys/wait.h>
+#include <unistd.h>
+#include <cerrno>
+#include <csignal>
+
 using namespace Qt::StringLiterals;
+using runtime::FileCall;
+using testing_support::Station;
 
-TEST(OfflineLogExport, TheFileIsNamedAfterTheMomentToTheSecond) {
-  EXPECT_EQ(OfflineLogExport::FileName(QDateTime(QDate(2024, 1, 31), QTime(15, 45, 7))), u"20240131154507.tql"_s);
-  EXPECT_EQ(OfflineLogExport::FileName(QDateTime(QDate(2025, 12, 1), QTime(0, 0, 0))), u"20251201000000.tql"_s);
+namespace {
+
+const QDateTime kNow(QDate(2024, 1, 31), QTime(15, 45, 7));
+const QStringList kStatements = {u"DELETE FROM c"_s, u"UPDATE a SET b = 1"_s, u"UPDATE a SET b = 2"_s};
+
+class ExportSteps : public testing::Test {
+ protected:
+  ExportSteps() {
+    for (int row = 0; row < kStatements.size(); ++row)
+      Log(row + 1, kStatements[row]);
+  }
+
+  void Log(int id, const QString& statement) {
+    station_.OnLocal(
+        u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (%1, \"%2\")"_s.arg(QString::number(id), statement));
+  }
+  static void Export() {
+    OfflineLogExport logExport(global.localDatabasePath);
+    logExport.WriteFile(global.exportPath);
+    logExport.EmptyLog();
+  }
+  static InterruptedExport Settle() { return SettleInterruptedExport(global.localDatabasePath).what; }
+  // An export whose process is killed in place of its file call number `call`. False when it came to its end.
+  static bool ExportKilledAt(int call) {
+    const pid_t child = ::fork();
+    if (child == 0) {
+      int calls = 0;
+      const runtime::FileCallScope killer([&](FileCall, const QString&) {
+        if (calls++ == call) ::raise(SIGKILL);
+        return 0;
+      });
+      Export();
+      ::_exit(0);
+    }
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    return WIFSIGNALED(status);
+  }
+  QStringList Files() const { return QDir(station_.ExportFolder()).entryList(QDir::Files); }
+  QString RecordFile() const { return runtime::HostPath(ExportRecordPath(global.localDatabasePath)); }
+  // The statements in the log and in every file, in this order.
+  QStringList Everywhere() const { return StatementsInFiles(station_.ExportFolder()) + station_.Log(); }
+
+  Station station_;
+  runtime::ClockScope clock_{kNow};
+};
+
+}  // namespace
+
+TEST_F(ExportSteps, AnExportLeavesItsFileAndNothingElse) {
+  Export();
+  EXPECT_EQ(Files(), QStringList{u"20240131154507.tql"_s});
+  EXPECT_EQ(StatementsInFiles(station_.ExportFolder()), kStatements);
+  EXPECT_EQ(station_.Log(), QStringList());
+  EXPECT_FALSE(QFile::exists(RecordFile()));
+  EXPECT_EQ(Settle(), InterruptedExport::None);
 }
 
-TEST(OfflineLogExport, EachStatementIsTrimmedAndEndsWithSemicolonAndLineEnd) {
-  OfflineLogExport content;
-  content.Add(u"  DELETE FROM c "_s);
-  content.Add(u"UPDATE a SET b = 1"_s);
-  EXPECT_EQ(content.Bytes(), "DELETE FROM c;\r\nUPDATE a SET b = 1;\r\n");
+TEST_F(ExportSteps, AFailureOfAnyStepLosesAndDoublesNothing) {
+  int failing = 0;
+  for (bool failed = true; failed; ++failing) {
+    failed = false;
+    int calls = 0;
+    {
+      const runtime::FileCallScope fault([&](FileCall, const QString&) {
+        if (calls++ != failing) return 0;
+        failed = true;
+        return EIO;
+      });
+      try {
+        Export();
+      } catch (const runtime::Error& error) {
+        EXPECT_TRUE(error.Description().contains(u".tql"_s) || error.Description().contains(u"-export"_s));
+      }
+    }
+    Settle();
+    EXPECT_EQ(Everywhere(), kStatements) << "call " << failing;
+    EXPECT_FALSE(QFile::exists(RecordFile())) << "call " << failing;
+    EXPECT_TRUE(Files().filter(u".tmp"_s).isEmpty()) << "call " << failing;
+    for (const QString& name : Files())
+      QFile::remove(station_.ExportFolder() + u'/' + name);
+    station_.OnLocal(u"DELETE FROM tblOfflineLog"_s);
+    for (int row = 0; row < kStatements.size(); ++row)
+      Log(row + 1, kStatements[row]);
+  }
+  EXPECT_GT(failing, 10);
 }
 
-TEST(OfflineLogExport, EmptyStatementsAddNothing) {
-  OfflineLogExport content;
-  content.Add(QVariant());
-  content.Add(u""_s);
-  content.Add(u"   "_s);
-  EXPECT_EQ(content.Bytes(), QByteArray());
+TEST_F(ExportSteps, AKillAtAnyStepLosesAndDoublesNothing) {
+  QList<InterruptedExport> met;
+  int call = 0;
+  for (; ExportKilledAt(call); ++call) {
+    // Meanwhile nothing is logged: whoever starts settles first.
+    met += Settle();
+    EXPECT_EQ(Everywhere(), kStatements) << "call " << call;
+    EXPECT_FALSE(QFile::exists(RecordFile())) << "call " << call;
+    Log(4, u"UPDATE after"_s);
+    Export();
+    EXPECT_EQ(Everywhere().count(u"UPDATE after"_s), 1);
+    for (const QString& name : Files())
+      QFile::remove(station_.ExportFolder() + u'/' + name);
+    for (int row = 0; row < kStatements.size(); ++row)
+      Log(row + 1, kStatements[row]);
+  }
+  EXPECT_GT(call, 10);
+  EXPECT_TRUE(met.contains(InterruptedExport::None));
+  EXPECT_TRUE(met.contains(InterruptedExport::Dropped));
+  EXPECT_TRUE(met.contains(InterruptedExport::Finished));
 }
 
-TEST(OfflineLogExport, LineBreaksAndTabsInAStatementStayAsTheyAre) {
-  OfflineLogExport content;
-  content.Add(u"\tUPDATE a\r\nSET b = 1\n"_s);
-  EXPECT_EQ(content.Bytes(), "\tUPDATE a\r\nSET b = 1\n;\r\n");
+namespace {
+
+// An export that died right after its file got its name.
+class FileWithoutEmptiedLog : public ExportSteps {
+ protected:
+  FileWithoutEmptiedLog() {
+    OfflineLogExport logExport(global.localDatabasePath);
+    path_ = logExport.WriteFile(global.exportPath);
+  }
+  QString path_;
+};
+
+}  // namespace
+
+TEST_F(FileWithoutEmptiedLog, OnlyTheRowsInTheFileLeaveTheLog) {
+  Log(4, u"UPDATE later"_s);
+  const ExportSettlement settlement = SettleInterruptedExport(global.localDatabasePath);
+  EXPECT_EQ(settlement.what, InterruptedExport::Finished);
+  EXPECT_EQ(settlement.path, path_);
+  EXPECT_EQ(station_.Log(), QStringList{u"UPDATE later"_s});
+  EXPECT_EQ(Settle(), InterruptedExport::None);
 }
 
-TEST(OfflineLogExport, TextIsWrittenInWindows1252) {
-  OfflineLogExport content;
-  content.Add(u"UPDATE a SET b = 'Café €5'"_s);
-  EXPECT_EQ(content.Bytes(), QByteArray("UPDATE a SET b = 'Caf\xE9 \x80"
-                                        "5';\r\n"));
-  EXPECT_TRUE(content.Altered().isEmpty());
+TEST_F(FileWithoutEmptiedLog, ADriveThatIsAwayDecidesNothing) {
+  {
+    const runtime::ProbeLookScope away([](const QString& path) { return path.contains(u".tql"_s) ? EIO : 0; });
+    EXPECT_EQ(Settle(), InterruptedExport::NotReachable);
+  }
+  EXPECT_EQ(station_.Log(), kStatements);
+  EXPECT_EQ(Settle(), InterruptedExport::Finished);
 }
 
-TEST(OfflineLogExport, CharactersOutsideTheCodePageBecomeAQuestionMarkAndAreRemembered) {
-  OfflineLogExport content;
-  content.Add(u"UPDATE a SET b = 'Ώ1'"_s);
-  content.Add(u"DELETE FROM c"_s);
-  EXPECT_EQ(content.Bytes(), "UPDATE a SET b = '?1';\r\nDELETE FROM c;\r\n");
-  EXPECT_EQ(content.Altered(), QStringList{u"UPDATE a SET b = 'Ώ1'"_s});
+TEST_F(FileWithoutEmptiedLog, AFileThatIsGoneIsForTheUserToTell) {
+  ASSERT_TRUE(QFile::remove(runtime::HostPath(path_)));
+  EXPECT_EQ(Settle(), InterruptedExport::Missing);
+  EXPECT_EQ(station_.Log(), kStatements);
+  SettleMissingFile(global.localDatabasePath, MissingFile::NotProcessed);
+  EXPECT_EQ(station_.Log(), kStatements);
+  EXPECT_EQ(Settle(), InterruptedExport::None);
 }
 
-TEST(OfflineLogExport, TheWarningNamesTheFileTheFirstStatementsAndHowManyMore) {
-  QStringList altered;
-  for (int number = 1; number <= 7; ++number)
-    altered += u"statement "_s + QString::number(number);
-  const QString text = AlteredWarning(altered, u"Z:\\out\\1.tql"_s);
-  EXPECT_TRUE(text.contains(u"Z:\\out\\1.tql"_s));
-  EXPECT_TRUE(text.contains(u"statement 1"_s));
-  EXPECT_TRUE(text.contains(u"statement 5"_s));
-  EXPECT_FALSE(text.contains(u"statement 6"_s));
-  EXPECT_TRUE(text.endsWith(u"en nog 2 andere opdrachten."_s));
-  EXPECT_FALSE(AlteredWarning({u"x"_s}, u"y"_s).contains(u"andere"_s));
+TEST_F(FileWithoutEmptiedLog, AProcessedFileThatIsGoneEmptiesTheLog) {
+  ASSERT_TRUE(QFile::remove(runtime::HostPath(path_)));
+  SettleMissingFile(global.localDatabasePath, MissingFile::Processed);
+  EXPECT_EQ(station_.Log(), QStringList());
+  EXPECT_EQ(Settle(), InterruptedExport::None);
+}
+
+TEST_F(FileWithoutEmptiedLog, AnotherFileUnderThatNameProvesNothing) {
+  runtime::WriteFile(path_, "DELETE FROM other;\r\n");
+  EXPECT_EQ(Settle(), InterruptedExport::Missing);
+  EXPECT_EQ(station_.Log(), kStatements);
+}
+
+TEST_F(FileWithoutEmptiedLog, ARecordThatOutlivedItsLogTakesNoNewStatement) {
+  station_.OnLocal(u"DELETE FROM tblOfflineLog"_s);
+  Log(1, u"UPDATE new"_s);
+  EXPECT_EQ(Settle(), InterruptedExport::None);
+  EXPECT_EQ(station_.Log(), QStringList{u"UPDATE new"_s});
+  EXPECT_FALSE(QFile::exists(RecordFile()));
+}
+
+TEST_F(FileWithoutEmptiedLog, AnUnreadableRecordIsNamedAndDecidesNothing) {
+  runtime::WriteFile(ExportRecordPath(global.localDatabasePath), "half");
+  try {
+    Settle();
+    FAIL() << "accepted";
+  } catch (const runtime::Error& error) {
+    EXPECT_TRUE(error.Description().contains(u"OvalistoLocal.mdb-export"_s));
+  }
+  EXPECT_EQ(station_.Log(), kStatements);
 }

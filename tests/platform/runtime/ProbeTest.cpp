@@ -11,6 +11,7 @@
 #include <cerrno>
 #include <future>
 #include <memory>
+#include <thread>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -49,6 +50,51 @@ TEST(Probe, WhileOneHangsLaterTriesFailAtOnceUntilItAnswers) {
     while (Probe(u"Z:\\usr"_s, 1h) != Presence::There) {
     }
   }
+}
+
+namespace {
+
+// Looks that tell in which thread they were made, at a time that the test sets.
+struct Sight {
+  std::atomic<int> helped = 0;
+  std::atomic<int> result = 0;
+  std::chrono::steady_clock::time_point now;
+  std::thread::id here = std::this_thread::get_id();
+  runtime::ProbeLookScope scope{[this](const QString&) {
+                                  if (std::this_thread::get_id() != here) ++helped;
+                                  return result.load();
+                                },
+                                [this] { return now; }};
+};
+
+}  // namespace
+
+TEST(Probe, APathThatWasJustThereIsLookedAtWithoutAHelperThread) {
+  Sight sight;
+  runtime::RequireThere(u"Z:\\een.mdb"_s);
+  EXPECT_EQ(sight.helped, 1);
+  for (int i = 0; i < 5; ++i) {
+    sight.now += 999ms;  // each time it is seen counts anew
+    runtime::RequireThere(u"Z:\\een.mdb"_s);
+  }
+  EXPECT_EQ(sight.helped, 1);
+}
+
+TEST(Probe, AfterASecondAndForAnotherPathTheWaitIsBoundedAgain) {
+  Sight sight;
+  runtime::RequireThere(u"Z:\\een.mdb"_s);
+  runtime::RequireThere(u"Z:\\mnt\\ander.mdb"_s);
+  EXPECT_EQ(sight.helped, 2);
+  sight.now += 1000ms;
+  runtime::RequireThere(u"Z:\\een.mdb"_s);
+  EXPECT_EQ(sight.helped, 3);
+}
+
+TEST(Probe, APathThatWasJustThereAndIsGoneIsToldAtOnce) {
+  Sight sight;
+  runtime::RequireThere(u"Z:\\een.mdb"_s);
+  sight.result = EIO;
+  EXPECT_THROW(runtime::RequireThere(u"Z:\\een.mdb"_s), runtime::Error);
 }
 
 TEST(Probe, RequireThereSaysWhichOfTheTwoItIs) {

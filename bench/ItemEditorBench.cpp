@@ -1,0 +1,123 @@
+// The item editor with many item-spots in one item: opening it, moving lines, saving it. Beside the opening: SQLite
+// looking up as many names by key, one prepared statement each. usage: ItemEditorBench [SPOTS [FOLDER]]
+#include "data/DatabasePaths.h"
+#include "data/Globals.h"
+#include "data/Schema.h"
+#include "items/frmItemsDetail.h"
+#include "platform/controls/ListBox.h"
+#include "platform/dao/Database.h"
+#include "platform/runtime/HostPath.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QPushButton>
+#include <QTemporaryDir>
+
+#include <sqlite3.h>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kMoves = 100;
+
+[[noreturn]] void Fail(const char* what) {
+  std::fprintf(stderr, "wrong: %s\n", what);
+  std::exit(1);
+}
+
+void Execute(const QString& statement) {
+  dao::OpenDatabase(global.serverDatabasePath).Execute(statement);
+}
+
+// One item that lists `spots` different item-spots, made by doubling.
+void MakeStation(const QString& folder, int spots) {
+  runtime::SetDrives({});
+  QDir(folder).mkdir(u"data"_s);
+  global.programFolder = runtime::PathText(folder);
+  global.databasePath = runtime::PathText(folder);
+  global.online = true;
+  FormDatabasePaths();
+  schema::CreateLocalDatabase(global.localDatabasePath);
+  schema::CreateServerDatabase(global.serverDatabasePath);
+  Execute(u"INSERT INTO tblItems (ID, Naam, ItemSpotsOptID, Aktief, Locked) VALUES (1, \"Groot blok\", 1, 1, 0)"_s);
+  Execute(u"INSERT INTO tblItemSpots (ID, Naam, LengteSec, Aktief) VALUES (1, \"Bakkerij Van Damme\", 30, 1)"_s);
+  Execute(u"INSERT INTO tblItemsItemSpots (ItemID, ItemSpotOrder, ItemSpotID) VALUES (1, 1, 1)"_s);
+  for (int present = 1; present < spots; present *= 2) {
+    const QString from = QString::number(present);
+    const QString most = QString::number(spots - present);
+    Execute(
+        u"INSERT INTO tblItemSpots (ID, Naam, LengteSec, Aktief) SELECT ID + %1, Naam, LengteSec, Aktief "
+        u"FROM tblItemSpots WHERE ID <= %2"_s.arg(from, most));
+    Execute(
+        u"INSERT INTO tblItemsItemSpots (ItemID, ItemSpotOrder, ItemSpotID) SELECT ItemID, ItemSpotOrder + %1, "
+        u"ItemSpotID + %1 FROM tblItemsItemSpots WHERE ItemSpotOrder <= %2"_s.arg(from, most));
+  }
+}
+
+template <class Work>
+qint64 Ms(Work&& work) {
+  QElapsedTimer timer;
+  timer.start();
+  work();
+  return timer.elapsed();
+}
+
+qint64 SqliteLookupsMs(const QString& folder, int spots) {
+  sqlite3* opened = nullptr;
+  sqlite3_open((folder + u"/beside.sqlite").toUtf8().constData(), &opened);
+  const std::unique_ptr<sqlite3, decltype(&sqlite3_close)> database(opened, sqlite3_close);
+  const QByteArray fill =
+      u"CREATE TABLE spots (ID INTEGER PRIMARY KEY, Naam TEXT); WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) INSERT INTO spots SELECT i, 'Bakkerij Van Damme' FROM n"_s
+          .arg(spots)
+          .toUtf8();
+  if (sqlite3_exec(opened, fill.constData(), nullptr, nullptr, nullptr) != SQLITE_OK) Fail(sqlite3_errmsg(opened));
+  return Ms([&] {
+    for (int id = 1; id <= spots; ++id) {
+      sqlite3_stmt* statement = nullptr;
+      sqlite3_prepare_v2(opened, u"SELECT Naam FROM spots WHERE ID = %1"_s.arg(id).toUtf8().constData(), -1, &statement,
+                         nullptr);
+      if (sqlite3_step(statement) != SQLITE_ROW) Fail("a name is missing");
+      sqlite3_finalize(statement);
+    }
+  });
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QApplication application(argc, argv);
+  const int spots = argc > 1 ? std::atoi(argv[1]) : 10000;
+  const QTemporaryDir folder(QString::fromLocal8Bit(argc > 2 ? argv[2] : ".") + u"/editor-bench-XXXXXX");
+  MakeStation(folder.path(), spots);
+  global.gstrSelectedID = u"1"_s;
+  frmItemsDetail editor(nullptr);
+  const qint64 opening = Ms([&] {
+    editor.Form_Load();
+    editor.show();
+    QApplication::processEvents();
+  });
+  auto* list = editor.findChild<controls::ListBox*>(u"lstOpt1ItemSpots"_s);
+  if (list->ListCount() != spots) Fail("not every item-spot is listed");
+  const qint64 moving = Ms([&] {
+    for (int i = 0; i < kMoves; ++i) {
+      list->MoveLine(i, spots - 1 - i);
+      QApplication::processEvents();
+    }
+  });
+  const qint64 saving = Ms([&] { editor.findChild<QPushButton*>(u"cmdOk"_s)->click(); });
+  dao::Database database = dao::OpenDatabase(global.serverDatabasePath);
+  if (database.OpenRecordset(u"SELECT ItemID FROM tblItemsItemSpots"_s).RecordCount() != spots) Fail("links lost");
+  const qint64 beside = SqliteLookupsMs(folder.path(), spots);
+  std::printf(
+      "an item with %d item-spots: opening %lld ms (SQLite, as many look-ups: %lld ms), %d moves %lld ms, saving %lld "
+      "ms\n",
+      spots, static_cast<long long>(opening), static_cast<long long>(beside), kMoves, static_cast<long long>(moving),
+      static_cast<long long>(saving));
+  return 0;
+}

@@ -1,0 +1,91 @@
+#include "export/InterruptedExport.h"
+
+#include "data/ExportRecord.h"
+#include "data/Messages.h"
+#include "export/ExportContent.h"
+#include "export/OfflineLogExport.h"
+#include "platform/runtime/Error.h"
+#include "platform/runtime/FileCalls.h"
+#include "platform/runtime/HostPath.h"
+#include "platform/runtime/Probe.h"
+#include "platform/runtime/TextFile.h"
+
+#include <QCryptographicHash>
+
+using namespace Qt::StringLiterals;
+using runtime::Presence;
+
+namespace {
+
+constexpr qint64 kLargestExport = qint64{1} << 30;
+constexpr int kInformation = 64;
+constexpr int kQuestionNoFirst = 292;
+
+bool Holds(const QString& path, const QByteArray& digest) {
+  return QCryptographicHash::hash(runtime::ReadFile(path, kLargestExport), QCryptographicHash::Sha256).toHex() ==
+         digest;
+}
+
+// The record goes first: one that has lost its temporary file would mean that the file got its name.
+ExportSettlement Drop(const QString& localDatabasePath, const ExportRecord& record) {
+  RemoveExportRecord(localDatabasePath);
+  runtime::RemoveFile(runtime::HostPath(record.temporary));
+  return {InterruptedExport::Dropped, record.path};
+}
+
+ExportSettlement Finish(const QString& localDatabasePath, const ExportRecord& record) {
+  EmptyLogUpTo(localDatabasePath, record.highestID);
+  return {InterruptedExport::Finished, record.path};
+}
+
+// The log still holds what the file was made of: did the file get its name?
+ExportSettlement SettleByFile(const QString& localDatabasePath, const ExportRecord& record) {
+  const Presence temporary = runtime::Probe(record.temporary);
+  if (temporary == Presence::There) return Drop(localDatabasePath, record);
+  const Presence file = temporary == Presence::NotReachable ? temporary : runtime::Probe(record.path);
+  if (file == Presence::NotReachable) return {InterruptedExport::NotReachable, record.path};
+  if (file == Presence::There && Holds(record.path, record.digest)) return Finish(localDatabasePath, record);
+  // A mount point without its mount looks just so.
+  return {InterruptedExport::Missing, record.path};
+}
+
+}  // namespace
+
+ExportSettlement SettleInterruptedExport(const QString& localDatabasePath) {
+  const std::optional<ExportRecord> record = ReadExportRecord(localDatabasePath);
+  if (!record) return {};
+  const ExportContent log = ExportContent::OfLog(localDatabasePath, record->highestID);
+  if (log.RowCount() == 0) return Finish(localDatabasePath, *record);
+  if (log.Digest() == record->digest) return SettleByFile(localDatabasePath, *record);
+  // These are other statements under the same numbers: the log was emptied, only the record could not be removed.
+  RemoveExportRecord(localDatabasePath);
+  return {};
+}
+
+void SettleMissingFile(const QString& localDatabasePath, MissingFile answer) {
+  const std::optional<ExportRecord> record = ReadExportRecord(localDatabasePath);
+  if (!record) return;
+  if (answer == MissingFile::NotProcessed) return RemoveExportRecord(localDatabasePath);
+  EmptyLogUpTo(localDatabasePath, record->highestID);
+}
+
+void FinishInterruptedExport(const QString& localDatabasePath) {
+  const ExportSettlement settlement = SettleInterruptedExport(localDatabasePath);
+  if (settlement.what == InterruptedExport::Finished) {
+    ShowItemsMessage(
+        u"De vorige export werd onderbroken toen het bestand al klaar was:\n%1\n\n"
+        u"De opdrachten die erin staan zijn nu uit het logboek gehaald."_s.arg(settlement.path),
+        kInformation);
+  } else if (settlement.what == InterruptedExport::NotReachable) {
+    throw runtime::Error(
+        u"Een export naar '%1' werd onderbroken, en de schijf of netwerkmap antwoordt niet. "
+        u"Het logboek blijft zoals het is; exporteren kan weer als de map bereikbaar is."_s.arg(settlement.path));
+  } else if (settlement.what == InterruptedExport::Missing) {
+    const int answer = ShowItemsMessage(
+        u"Een export werd onderbroken toen het bestand al klaar was, maar het staat er niet meer:\n%1\n\n"
+        u"Is dat bestand verwerkt met Kadrovia? Bij Ja gaan de opdrachten uit het logboek, bij Nee gaan ze mee met "
+        u"de volgende export."_s.arg(settlement.path),
+        kQuestionNoFirst);
+    SettleMissingFile(localDatabasePath, answer == kAnswerYes ? MissingFile::Processed : MissingFile::NotProcessed);
+  }
+}

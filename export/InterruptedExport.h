@@ -1,0 +1,28 @@
+#pragma once
+#include <QString>
+
+// What became of an export during which the program or the computer went down.
+enum class InterruptedExport {
+  None,          // there was none; the log is as it is
+  Dropped,       // its file never got its name: the temporary one is gone, the log kept every statement
+  Finished,      // its file is there: the log holds its statements no more
+  NotReachable,  // the drive of its file does not answer: nothing can be told, nothing was changed
+  Missing,       // its file got its name and is there no more: only the user knows whether it was processed
+};
+
+struct ExportSettlement {
+  InterruptedExport what = InterruptedExport::None;
+  QString path;  // of the file
+};
+
+// Settles, as far as that can be done without asking, what the record beside the local database tells. To be called
+// before the first statement is logged and before the next export. Throws runtime::Error.
+ExportSettlement SettleInterruptedExport(const QString& localDatabasePath);
+
+// The user's answer to Missing: a processed file's statements leave the log, others stay for the next export.
+enum class MissingFile { Processed, NotProcessed };
+void SettleMissingFile(const QString& localDatabasePath, MissingFile answer);
+
+// The same for the program's user: tells of a finished export, asks about a missing file. An Error when the drive does
+// not answer.
+void FinishInterruptedExport(const QString& localDatabasePath);

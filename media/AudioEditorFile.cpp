@@ -1,0 +1,99 @@
+// Where the file of a record comes from: the file dialog, or files dropped on a list or on the editor.
+#include "data/DroppedAudio.h"
+#include "data/Messages.h"
+#include "data/Text.h"
+#include "media/AudioEditor.h"
+#include "media/AudioPreview.h"
+#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Error.h"
+#include "platform/runtime/HostPath.h"
+#include "platform/runtime/Numbers.h"
+
+#include <QLabel>
+#include <QLineEdit>
+
+using namespace Qt::StringLiterals;
+using desktop::Trapped;
+
+void AudioEditor::cmdPath_Click() {
+  Trapped(__func__, [&] {
+    codFile_.SetStartFolder(controls_.preview->LastFolder());
+    TakeFile(codFile_.ShowOpen(this));
+  });
+}
+
+void AudioEditor::TakeFile(const QString& hostPath) {
+  WarnWhenUnmapped(hostPath);
+  const QString bestand = hostPath.isEmpty() ? QString() : runtime::PathText(hostPath);
+  controls_.preview->LaadBestand(bestand);
+  controls_.txtPath->setText(runtime::TrimBlanks(bestand));
+  Changed();
+  pathChanged_ = true;
+}
+
+void AudioEditor::WarnWhenUnmapped(const QString& hostPath) {
+  if (hostPath.isEmpty() || runtime::IsMapped(hostPath)) return;
+  ShowItemsMessage(
+      u"'%1' ligt buiten de schijven die in ovalis.ini staan (sectie [Drives]).\r\nAndere computers "
+      u"vinden dit bestand niet."_s.arg(hostPath),
+      48);
+}
+
+void AudioEditor::cmdFillName_Click() {
+  Trapped(__func__, [&] {
+    constexpr qsizetype kExtension = 4;  // with its point, as in ".MP3"
+    if (IsKull(controls_.txtPath->text())) return;
+    const QString file = GetFile(controls_.txtPath->text());
+    controls_.txtNaam->setText(file);
+    if (file.size() < kExtension) {
+      throw runtime::Error(u"De bestandsnaam '%1' is te kort om er een naam van te maken."_s.arg(file));
+    }
+    controls_.txtNaam->setText(file.chopped(kExtension));
+    Changed();
+  });
+}
+
+// One file is this record's, like one chosen with the dialog. Of several each becomes a record of its own, so they need
+// an editor on a new one.
+void AudioEditor::Form_DropFiles(const QStringList& files) {
+  Trapped(__func__, [&] {
+    const QStringList audio = AcceptedAudio(files);
+    if (audio.size() > 1 && !isNew_) {
+      ShowItemsMessage(
+          u"Zet hier één geluidsbestand neer: dit venster wijzigt één bestaand record.\r\nMeer bestanden "
+          u"tegelijk kunnen op de lijst, of op het venster van een nieuw record."_s,
+          48);
+    } else if (audio.size() == 1 && DroppedAudioLeft() == 0) {
+      TakeFile(audio.first());
+      FillFromFile();
+    } else {
+      QueueDroppedAudio(audio);
+      TakeDropped();
+      ShowWaiting();
+    }
+  });
+}
+
+// A new record without a file begins with the first of those dropped.
+void AudioEditor::TakeDropped() {
+  Trapped(__func__, [&] {
+    if (!isNew_ || !IsKull(controls_.txtPath->text())) return;
+    const QString file = TakeDroppedAudio();
+    ShowWaiting();
+    if (file.isNull()) return;
+    TakeFile(file);
+    FillFromFile();
+  });
+}
+
+// What a new record takes from its file besides path and length.
+void AudioEditor::FillFromFile() {
+  if (!isNew_) return;
+  if (IsKull(controls_.txtNaam->text())) cmdFillName_Click();
+  FillDropped();
+}
+
+void AudioEditor::ShowWaiting() {
+  const qsizetype left = DroppedAudioLeft();
+  controls_.lblToelichting->setText(left == 0 ? QString() : u"en nog %1"_s.arg(left));
+}

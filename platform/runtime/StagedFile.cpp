@@ -1,0 +1,56 @@
+#include "platform/runtime/StagedFile.h"
+
+#include "platform/runtime/Error.h"
+#include "platform/runtime/FileCalls.h"
+#include "platform/runtime/HostPath.h"
+#include "platform/runtime/SystemReason.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QUuid>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <cerrno>
+
+using namespace Qt::StringLiterals;
+
+namespace runtime {
+
+StagedFile::StagedFile(const QString& pathText, const QByteArray& content)
+    : pathText_(pathText), path_(HostPath(pathText)) {
+  if (QFileInfo(path_).isDir()) Fail(EISDIR);
+  const QString ending = u'.' + QUuid::createUuid().toString(QUuid::Id128).left(8) + u".tmp"_s;
+  temporaryText_ = pathText + ending;
+  temporary_ = path_ + ending;
+  const Descriptor file(temporary_, O_WRONLY | O_CREAT | O_EXCL);
+  if (file.Failure() != 0) Fail(file.Failure());
+  struct stat old {};
+  if (::stat(QFile::encodeName(path_).constData(), &old) == 0) ::fchmod(file.Get(), old.st_mode & 07777);
+  int failure = file.Write(content);
+  if (failure == 0) failure = file.Sync();
+  if (failure == 0) return;
+  RemoveFile(temporary_);
+  Fail(failure);
+}
+
+// What cannot be removed is left behind under its temporary name: the reason why it was not placed is what counts.
+StagedFile::~StagedFile() {
+  if (removes_) RemoveFile(temporary_);
+}
+
+void StagedFile::SyncName() const {
+  if (const int failure = SyncFolderOf(temporary_)) Fail(failure);
+}
+
+void StagedFile::Place() {
+  if (const int failure = RenameFile(temporary_, path_)) Fail(failure);
+  removes_ = false;
+  if (const int failure = SyncFolderOf(path_)) Fail(failure);
+}
+
+void StagedFile::Fail(int reason) const {
+  throw Error(u"Kan '%1' niet schrijven: %2."_s.arg(pathText_, SystemReason(reason)));
+}
+
+}  // namespace runtime

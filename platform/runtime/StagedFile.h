@@ -1,0 +1,37 @@
+#pragma once
+#include <QByteArray>
+#include <QString>
+
+namespace runtime {
+
+// A file in the making. Its content stands, written and synced, under a temporary name in the same folder until Place
+// gives it its own. Going without Place removes the temporary file. Paths are path texts; every Error names the file
+// that was to be.
+class StagedFile {
+ public:
+  StagedFile(const QString& pathText, const QByteArray& content);
+  ~StagedFile();
+  StagedFile(const StagedFile&) = delete;
+  StagedFile& operator=(const StagedFile&) = delete;
+
+  // The temporary name: the file's own with ".xxxxxxxx.tmp" behind it.
+  const QString& TemporaryPath() const { return temporaryText_; }
+  // Returns when the temporary name will survive a power cut.
+  void SyncName() const;
+  // Takes the place of an earlier file of that name in one step. When this returns it is there to stay; after an Error
+  // from the last sync it is there, but not yet safe from a power cut.
+  void Place();
+  // Leaves the temporary file where it is.
+  void Keep() { removes_ = false; }
+
+ private:
+  [[noreturn]] void Fail(int reason) const;
+
+  QString pathText_;
+  QString temporaryText_;
+  QString path_;
+  QString temporary_;
+  bool removes_ = true;
+};
+
+}  // namespace runtime

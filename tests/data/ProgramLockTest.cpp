@@ -1,0 +1,109 @@
+#include "data/ProgramLock.h"
+
+#include "platform/runtime/Error.h"
+#include "tests/support/Hindrance.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QTemporaryDir>
+
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <array>
+#include <csignal>
+#include <cstdlib>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class ProgramLocks : public testing::Test {
+ protected:
+  bool IsFree() const {
+    try {
+      const ProgramLock lock(folder_.path());
+      return true;
+    } catch (const runtime::Error&) {
+      return false;
+    }
+  }
+  QTemporaryDir folder_;
+};
+
+}  // namespace
+
+TEST_F(ProgramLocks, ASecondProgramIsRefusedByTheFoldersName) {
+  const ProgramLock first(folder_.path());
+  try {
+    const ProgramLock second(folder_.path());
+    FAIL() << "let in";
+  } catch (const runtime::Error& error) {
+    EXPECT_TRUE(error.Description().contains(folder_.path())) << error.what();
+  }
+}
+
+TEST_F(ProgramLocks, ItEndsWithTheProgram) {
+  { const ProgramLock first(folder_.path()); }
+  EXPECT_TRUE(IsFree());
+}
+
+TEST_F(ProgramLocks, OtherFoldersAreFree) {
+  const QTemporaryDir other;
+  const ProgramLock first(folder_.path());
+  EXPECT_NO_THROW(ProgramLock(other.path()));
+}
+
+TEST_F(ProgramLocks, ADeadProgramBlocksNobody) {
+  std::array<int, 2> pipe{};
+  ASSERT_EQ(::pipe(pipe.data()), 0);
+  const pid_t child = ::fork();
+  if (child == 0) {
+    const ProgramLock lock(folder_.path());
+    if (::write(pipe[1], "x", 1) != 1) ::_exit(1);
+    ::pause();
+    ::_exit(0);
+  }
+  char held = 0;
+  ASSERT_EQ(::read(pipe[0], &held, 1), 1);
+  EXPECT_FALSE(IsFree());
+  ::kill(child, SIGKILL);
+  ::waitpid(child, nullptr, 0);
+  ::close(pipe[0]);
+  ::close(pipe[1]);
+  EXPECT_TRUE(IsFree());
+}
+
+TEST_F(ProgramLocks, AMissingFolderIsNoReasonNotToStart) {
+  EXPECT_NO_THROW(ProgramLock(folder_.path() + u"/weg"_s));
+}
+
+// In a process of its own, since only one without the rights of root meets permissions at all.
+TEST(ProgramLocksDeathTest, AReadOnlyFolderIsNoReasonNotToStart) {
+  const QTemporaryDir folder;
+  ::chmod(folder.path().toUtf8().constData(), 0555);
+  const auto lockThere = [&] {
+    testing_support::BecomeNobody();
+    const ProgramLock lock(folder.path());
+    std::_Exit(QDir(folder.path()).isEmpty() ? 0 : 1);
+  };
+  EXPECT_EXIT(lockThere(), testing::ExitedWithCode(0), "");
+}
+
+// The first user of a shared folder made the file; the second may only read it.
+TEST(ProgramLocksDeathTest, ItHoldsAgainstAnotherUser) {
+  const QTemporaryDir folder;
+  ::chmod(folder.path().toUtf8().constData(), 0755);
+  const ProgramLock lock(folder.path());
+  const auto lockThere = [&] {
+    testing_support::BecomeNobody();
+    try {
+      const ProgramLock second(folder.path());
+    } catch (const runtime::Error&) {
+      std::_Exit(0);
+    }
+    std::_Exit(1);
+  };
+  EXPECT_EXIT(lockThere(), testing::ExitedWithCode(0), "");
+}

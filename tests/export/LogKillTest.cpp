@@ -1,0 +1,153 @@
+// The offline log and its export under a program that is killed again and again: every statement that was acknowledged
+// is in the log or in exactly one complete file, once and in order.
+#include "data/ExportRecord.h"
+#include "data/Globals.h"
+#include "data/Writes.h"
+#include "export/InterruptedExport.h"
+#include "export/OfflineLogExport.h"
+#include "platform/runtime/Clock.h"
+#include "platform/runtime/Error.h"
+#include "platform/runtime/FileCalls.h"
+#include "platform/runtime/HostPath.h"
+#include "tests/export/LogWitness.h"
+#include "tests/support/LongTests.h"
+#include "tests/support/Station.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+
+#include <sys/wait.h>
+#include <unistd.h>
+#include <algorithm>
+#include <array>
+#include <csignal>
+#include <random>
+
+using namespace Qt::StringLiterals;
+using testing_support::Station;
+
+namespace {
+
+constexpr int kKills = 100;
+constexpr int kExportOneIn = 4;
+constexpr int kMostCalls = 30;           // of an export's file calls, one of which kills
+constexpr int kMostMicroseconds = 3000;  // between the last statement read and the parent's kill
+constexpr int kMostStatements = 6;
+
+const QDateTime kStart(QDate(2024, 1, 1), QTime(0, 0, 0));
+
+class LogKill : public testing::Test {
+ protected:
+  // One life of the program: settles what the last one left, then logs and exports until it is killed.
+  [[noreturn]] void Live(int acknowledged, unsigned seed) {
+    std::mt19937 random(seed);
+    int deadlyCall = random() % 2 == 0 ? static_cast<int>(random() % kMostCalls) : -1;
+    const runtime::FileCallScope killer([&](runtime::FileCall, const QString&) {
+      if (deadlyCall-- == 0) ::raise(SIGKILL);
+      return 0;
+    });
+    const runtime::ClockScope clock([this] { return kStart.addSecs(++seconds_); });
+    try {
+      SettleInterruptedExport(global.localDatabasePath);
+      const QList<int> there = Numbers();
+      for (int number = there.isEmpty() ? next_ : there.last() + 1;; ++number) {
+        if (!Update_tblItemSpots_Aktief(number, 1, global.localDatabasePath, u"tblCopie_ItemSpots"_s)) ::_exit(2);
+        if (::write(acknowledged, &number, sizeof number) != sizeof number) ::_exit(3);
+        if (random() % kExportOneIn == 0) Export();
+      }
+    } catch (const runtime::Error& error) {
+      ::fputs(error.what(), stderr);
+    }
+    ::_exit(4);
+  }
+
+  static void Export() {
+    OfflineLogExport logExport(global.localDatabasePath);
+    logExport.WriteFile(global.exportPath);
+    logExport.EmptyLog();
+  }
+
+  // The last statement that the killed program acknowledged; 0 when it came to none.
+  int LifeAndDeath() {
+    std::array<int, 2> pipe{};
+    if (::pipe(pipe.data()) != 0) throw std::runtime_error("pipe");
+    const unsigned seed = static_cast<unsigned>(random_());
+    const pid_t child = ::fork();
+    if (child == 0) Live(pipe[1], seed);
+    ::close(pipe[1]);
+    int last = 0;
+    int number = 0;
+    for (std::size_t left = random_() % kMostStatements; left > 0; --left) {
+      if (::read(pipe[0], &number, sizeof number) == sizeof number) last = number;
+    }
+    ::usleep(static_cast<useconds_t>(random_() % kMostMicroseconds));
+    ::kill(child, SIGKILL);
+    while (::read(pipe[0], &number, sizeof number) == sizeof number)
+      last = number;
+    ::close(pipe[0]);
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    EXPECT_TRUE(WIFSIGNALED(status)) << "exit code " << WEXITSTATUS(status);
+    seconds_ += 1000;  // more exports than one life can make
+    return last;
+  }
+
+  // The numbers of the statements in the files and then in the log.
+  QList<int> Numbers() const {
+    QList<int> numbers;
+    for (const QString& statement : StatementsInFiles(station_.ExportFolder()) + station_.Log()) {
+      EXPECT_TRUE(statement.startsWith(u"UPDATE tblItemSpots SET Aktief = 1 WHERE ID = "_s)) << statement.toStdString();
+      numbers += statement.mid(statement.lastIndexOf(u' ') + 1).toInt();
+    }
+    return numbers;
+  }
+
+  // From next_ on without a gap, no number twice, and none that was acknowledged is missing.
+  void Check(int acknowledged) {
+    const QList<int> numbers = Numbers();
+    for (int at = 0; at < numbers.size(); ++at)
+      ASSERT_EQ(numbers[at], first_ + at);
+    ASSERT_GE(first_ + numbers.size(), acknowledged + 1);
+    next_ = first_ + static_cast<int>(numbers.size());
+  }
+
+  // As the companion tool does after it has processed them.
+  void TakeFiles() {
+    first_ += static_cast<int>(StatementsInFiles(station_.ExportFolder()).size());
+    for (const QString& name : QDir(station_.ExportFolder()).entryList(QDir::Files))
+      QFile::remove(station_.ExportFolder() + u'/' + name);
+  }
+
+  Station station_{Station::Mode::Offline};
+  std::mt19937 random_{20240131};
+  int first_ = 1;  // the oldest statement that is not with the companion tool
+  int next_ = 1;   // the first that was never logged
+  int seconds_ = 0;
+};
+
+}  // namespace
+
+TEST_F(LogKill, NoAcknowledgedStatementIsLostOrDoubled) {
+  int acknowledged = 0;
+  int files = 0;
+  int interrupted = 0;
+  for (int kill = 0; kill < kKills * testing_support::LongTests(); ++kill) {
+    acknowledged = std::max(acknowledged, LifeAndDeath());
+    if (HasFatalFailure()) return;
+    interrupted += QFile::exists(runtime::HostPath(ExportRecordPath(global.localDatabasePath))) ? 1 : 0;
+    // Sometimes the next start dies before it has settled what this one left.
+    if (random_() % 4 == 0) continue;
+    SettleInterruptedExport(global.localDatabasePath);
+    Check(acknowledged);
+    if (HasFatalFailure()) return;
+    files += static_cast<int>(QDir(station_.ExportFolder()).entryList({u"*.tql"_s}).size());
+    TakeFiles();
+  }
+  RecordProperty("statements", next_ - 1);
+  RecordProperty("files", files);
+  RecordProperty("interrupted exports", interrupted);
+  EXPECT_GT(files, 0);
+  EXPECT_GT(interrupted, 0);
+}
