@@ -6,7 +6,6 @@
 #include <chrono>
 #include <cstdio>
 #include <deque>
-#include <deque>
 #include <map>
 #include <random>
 
@@ -212,7 +211,7 @@ class Writers : public testing::TestWithParam<int> {};
 INSTANTIATE_TEST_SUITE_P(Processes, Writers, testing::Values(2, 4, 8), testing::PrintToStringParamName());
 
 TEST_P(Writers, LoseNoAcknowledgedRowAlsoWhenOneIsKilled) {
-  const int changes = test::Rounds("SPOTROOSTER_CHANGES", 40);
+  const int changes = test::Rounds("SPOTROOSTER_CHANGES", 20);
   const ProofFile file;
   Account account;
   {
