@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-
 #include <functional>
 
 #include "platform/jet/Error.h"
