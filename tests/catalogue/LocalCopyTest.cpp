@@ -9,6 +9,8 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QTimer>
 
 #include <algorithm>
 
@@ -138,6 +140,28 @@ TEST_P(LocalCopy, LostServerEmptiesTheCopyAndOffersTheRowsBack) {
   EXPECT_FALSE(form.isVisible());
   EXPECT_EQ(Copied(u"ItemSpots"_s), QList<int>{kInCopy});
   EXPECT_FALSE(global.lastResult);
+}
+
+// It is there when the list is emptied and gone when it is to be copied.
+TEST_P(LocalCopy, ServerThatVanishesBetweenEmptyingAndCopyOffersTheRowsBack) {
+  frmItemSpots form(nullptr);
+  Open(form);
+  bool vanished = false;
+  QTimer between;  // windows stay alive between the two steps, and so does this
+  QObject::connect(&between, &QTimer::timeout, [&] {
+    if (vanished || !Copied(u"ItemSpots"_s).isEmpty()) return;
+    vanished = true;
+    LoseServer();
+  });
+  between.start(0);
+  boxes_.Answer(desktop::kAnswerOk);
+  boxes_.Answer(desktop::kAnswerYes);
+  Click(form, u"cmdSluiten"_s);
+  EXPECT_TRUE(vanished);
+  ASSERT_EQ(boxes_.Shown().size(), 2u);
+  EXPECT_EQ(boxes_.Shown()[0].title, u"TransItemSpotsToLocal"_s);
+  EXPECT_EQ(Copied(u"ItemSpots"_s), QList<int>{kInCopy});
+  EXPECT_FALSE(form.isVisible());
 }
 
 TEST_P(LocalCopy, LostServerLeavesTheCopyEmptyOnNo) {
