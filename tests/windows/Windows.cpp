@@ -17,6 +17,7 @@
 #include "items/frmItemsDetailOpt1.h"
 #include "media/frmItemPinglesDetail.h"
 #include "media/frmItemSpotsDetail.h"
+#include "paper/frmOverzichten.h"
 #include "platform/controls/ListBox.h"
 #include "platform/desktop/InputDialog.h"
 #include "platform/desktop/MessageDialog.h"
@@ -100,6 +101,7 @@ QList<Opening> All(const Records& records) {
       Screen<frmItemSpotOpruimen>(u"itemSpotCleanup"_s, Text(records.itemSpot)),
       Screen<frmPlanningExporteren>(u"export"_s),
       Screen<frmDefaults>(u"settings"_s),
+      Screen<frmOverzichten>(u"overviews"_s),
       {u"question"_s, Question},
       {u"input"_s, InputBox},
   };
