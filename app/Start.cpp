@@ -1,5 +1,6 @@
 #include "app/Start.h"
 
+#include "app/FirstStart.h"
 #include "app/frmMain.h"
 #include "app/frmSplash.h"
 #include "catalogue/Screens.h"
@@ -42,6 +43,7 @@ std::unique_ptr<frmMain> Start() {
   QObject::connect(main.get(), &frmMain::loading, &splash, &frmSplash::ShowStep);
   main->Form_Load();
   splash.close();
+  if (IsFirstStart() && OfferFirstStation(main.get())) main->Form_Load();
   main->show();
   return main;
 }

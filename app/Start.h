@@ -9,7 +9,8 @@ class frmMain;
 std::unique_ptr<ProgramLock> TakeProgramLock();
 
 // The start procedure: shows the splash screen, loads the main window, closes the splash screen and shows the main
-// window, which it returns. The global programFolder must be set.
+// window, which it returns. Where no station was ever made, one is offered in between; then the window loads again. The
+// global programFolder must be set.
 std::unique_ptr<frmMain> Start();
 
 // Makes every screen known to the others. To be called once, before Start.

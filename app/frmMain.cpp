@@ -1,6 +1,5 @@
 #include "app/frmMain.h"
 
-#include "app/Settings.h"
 #include "app/StationStatus.h"
 #include "app/StatusPanel.h"
 #include "app/Version.h"
@@ -10,6 +9,7 @@
 #include "data/DatabasePaths.h"
 #include "data/Globals.h"
 #include "data/Lookups.h"
+#include "data/Settings.h"
 #include "export/InterruptedExport.h"
 #include "export/frmRadioDetail.h"
 #include "paper/frmOverzichten.h"

@@ -1,25 +1,11 @@
 #pragma once
-#include "platform/runtime/Probe.h"
+#include "data/SpotFacts.h"
 
-#include <QDate>
 #include <QDateTime>
 #include <QString>
 
 #include <array>
 #include <cstddef>
-#include <optional>
-
-// What the catalogue knows of one item-spot, as far as its state goes.
-struct SpotFacts {
-  QString path;
-  bool aktief = false;
-  std::optional<QDate> startDatum;  // first day of validity; none: since ever
-  std::optional<QDate> eindDatum;   // last day of validity; none: for ever
-  std::optional<int> startUur;      // first hour of the day, 0 to 23
-  std::optional<int> eindUur;       // last hour of the day, inclusive
-  std::optional<qint32> lengteSec;
-  std::optional<runtime::Presence> file;  // none: not looked at yet
-};
 
 // The order tells which one wins when several hold.
 enum class SpotState { NietAktief, BestandOntbreekt, Verlopen, Begint, Verloopt, BuitenUren, Loopt };

@@ -2,7 +2,7 @@
 
 #include "data/Globals.h"
 #include "data/Messages.h"
-#include "data/Text.h"
+#include "export/ExportChecks.h"
 #include "export/InterruptedExport.h"
 #include "export/OfflineLogExport.h"
 #include "export/ui_frmPlanningExporteren.h"
@@ -11,7 +11,6 @@
 #include "platform/desktop/Trapped.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Numbers.h"
-#include "platform/runtime/TextFile.h"
 
 using namespace Qt::StringLiterals;
 using desktop::Trapped;
@@ -79,28 +78,7 @@ void frmPlanningExporteren::SetButtonCaption(const QString& caption) {
 }
 
 bool frmPlanningExporteren::OpslaanProceed() {
-  return Trapped(__func__, false, [&] {
-    if (!global.online && !ConfirmEarlierExports()) return false;
-    const QString folder = ui_->txtBestemming->text();
-    if (IsKull(folder)) {
-      ShowAppMessage(1500, u"Bestemming"_s);
-      return false;
-    }
-    if (!runtime::IsFolder(folder)) {
-      ShowAppMessage(5001, u"Bestemming"_s);
-      return false;
-    }
-    return true;
-  });
-}
-
-bool frmPlanningExporteren::ConfirmEarlierExports() {
-  if (ShowItemsMessage(u"Heeft U de vorige export-files reeds verwerkt met Kadrovia ?"_s, 36) == kAnswerYes)
-    return true;
-  desktop::ShowMessageBox(
-      this, u"Om data-verlies te vermijden, dient U eerst de vorige export-files te verwerken met Kadrovia !"_s, 48,
-      u"Items"_s);
-  return false;
+  return Trapped(__func__, false, [&] { return MayExport(ui_->txtBestemming->text()); });
 }
 
 void frmPlanningExporteren::cmdOk_Click() {

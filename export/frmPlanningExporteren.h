@@ -29,7 +29,6 @@ class frmPlanningExporteren : public Form {
   void InitControls();
   void InitCommands();
   bool OpslaanProceed();
-  bool ConfirmEarlierExports();
   void Opslaan();
 
   void cmdOk_Click();

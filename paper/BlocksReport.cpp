@@ -1,6 +1,6 @@
 #include "data/Catalogue.h"
 #include "data/SpotDetails.h"
-#include "data/SpotRow.h"
+#include "data/SpotFacts.h"
 #include "paper/ReportParts.h"
 #include "paper/Reports.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 // What the overviews share while they are put together.
-#include "data/SpotState.h"
+#include "data/SpotFacts.h"
 #include "paper/Report.h"
 #include "platform/dao/Recordset.h"
 

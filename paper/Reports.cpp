@@ -2,7 +2,7 @@
 
 #include "data/Catalogue.h"
 #include "data/SpotDetails.h"
-#include "data/SpotRow.h"
+#include "data/SpotFacts.h"
 #include "data/Usage.h"
 #include "paper/ReportParts.h"
 #include "platform/runtime/Clock.h"

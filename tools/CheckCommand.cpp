@@ -23,12 +23,14 @@ int Check(const Arguments& arguments, const Streams& streams) {
 }  // namespace
 
 Command CheckCommand() {
-  return {u"check"_s,
-          u"BESTAND [--password TEKST]"_s,
-          u"Controleert een database en verandert niets: 'ok', of een regel per probleem."_s,
-          1,
-          1,
-          {u"--password"_s},
-          {},
-          Check};
+  return {
+      .name = u"check"_s,
+      .usage = u"BESTAND [--password TEKST]"_s,
+      .summary = u"Controleert een database en verandert niets: 'ok', of een regel per probleem."_s,
+      .leastWords = 1,
+      .mostWords = 1,
+      .valuedOptions = {u"--password"_s},
+      .run = Check,
+      .details = u"Een regel met 'remark:' vooraan is vreemd, maar geen schade. Uitgang 1 zodra er een probleem is."_s,
+      .examples = {u"check /srv/planner/server/OvalistoServer.mdb"_s}};
 }

@@ -14,12 +14,28 @@ std::string Utf8(const QString& text) {
   return text.toStdString();
 }
 
+QString CallOf(const Command& command) {
+  return u"spotrooster-db "_s + command.name + u' ' + command.usage;
+}
+
 void ShowHelp(std::ostream& out) {
   out << "spotrooster-db: onderhoud van de databases van Spotrooster\n\n";
-  for (const Command& command : AllCommands()) {
-    out << "  spotrooster-db " << Utf8(command.name + u' ' + command.usage) << "\n      " << Utf8(command.summary)
-        << "\n";
-  }
+  for (const Command& command : AllCommands())
+    out << "  " << Utf8(CallOf(command)) << "\n      " << Utf8(command.summary) << "\n";
+  out << "\nspotrooster-db OPDRACHT --help toont meer, met voorbeelden.\n"
+         "Uitgang: 0 gelukt, 1 mislukt, 2 verkeerd gebruikt.\n";
+}
+
+void ShowHelpOf(const Command& command, std::ostream& out) {
+  out << "gebruik: " << Utf8(CallOf(command)) << "\n\n" << Utf8(command.summary) << "\n";
+  if (!command.details.isEmpty()) out << "\n" << Utf8(command.details) << "\n";
+  out << "\nvoorbeelden:\n";
+  for (const QString& example : command.examples)
+    out << "  spotrooster-db " << Utf8(example) << "\n";
+}
+
+bool AsksForHelp(const QStringList& words) {
+  return words.contains(u"--help"_s) || words.contains(u"-h"_s);
 }
 
 bool HasFittingWords(const Command& command, const Arguments& arguments) {
@@ -41,19 +57,19 @@ int Run(const Command& command, const QStringList& words, const Streams& streams
     streams.err << error.what() << "\n";
     return kFailed;
   }
-  streams.err << "gebruik: spotrooster-db " << Utf8(command.name + u' ' + command.usage) << "\n";
+  streams.err << "gebruik: " << Utf8(CallOf(command)) << "\n";
   return kWrongUse;
 }
 
 }  // namespace
 
 QList<Command> AllCommands() {
-  return {CreateCommand(), DemoCommand(),    TablesCommand(), SchemaCommand(), DumpCommand(),
-          SqlCommand(),    MeasureCommand(), CheckCommand(),  CompactCommand()};
+  return {CreateCommand(),  DemoCommand(),  TablesCommand(),  SchemaCommand(), DumpCommand(),  SqlCommand(),
+          MeasureCommand(), CheckCommand(), CompactCommand(), RestoreCommand(), ExportCommand(), SpotsCommand(), LocateCommand()};
 }
 
 int RunCommand(const QStringList& words, const Streams& streams) {
-  if (words.isEmpty() || words.first() == u"--help"_s || words.first() == u"-h"_s) {
+  if (words.isEmpty() || AsksForHelp(words.first(1))) {
     ShowHelp(words.isEmpty() ? streams.err : streams.out);
     return words.isEmpty() ? kWrongUse : kDone;
   }
@@ -64,6 +80,10 @@ int RunCommand(const QStringList& words, const Streams& streams) {
     streams.err << Utf8(u"De opdracht '%1' bestaat niet."_s.arg(words.first())) << "\n\n";
     ShowHelp(streams.err);
     return kWrongUse;
+  }
+  if (AsksForHelp(words)) {
+    ShowHelpOf(*command, streams.out);
+    return kDone;
   }
   return Run(*command, words.mid(1), streams);
 }

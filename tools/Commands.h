@@ -23,9 +23,11 @@ struct Command {
   QString summary;  // one Dutch sentence
   int leastWords = 0;
   int mostWords = 0;  // -1: any number
-  QStringList valuedOptions;
-  QStringList flags;
+  QStringList valuedOptions{};
+  QStringList flags{};
   std::function<int(const Arguments& arguments, const Streams& streams)> run;
+  QString details{};       // Dutch: what else its user must know
+  QStringList examples{};  // the words behind the program's name
 };
 
 Command CreateCommand();
@@ -37,6 +39,10 @@ Command SqlCommand();
 Command MeasureCommand();
 Command CheckCommand();
 Command CompactCommand();
+Command RestoreCommand();
+Command ExportCommand();
+Command SpotsCommand();
+Command LocateCommand();
 
 // All commands, in the order in which help shows them.
 QList<Command> AllCommands();

@@ -1,5 +1,6 @@
 #include "platform/jet/Compact.h"
 #include "tools/Commands.h"
+#include "tools/LocalFolder.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -20,6 +21,7 @@ int Compact(const Arguments& arguments, const Streams& streams) {
   options.password = arguments.Value(u"--password"_s).toStdU16String();
   if (arguments.Plain().size() == 1) {
     options.writable = true;
+    LocalFolder(QFileInfo(source).absoluteFilePath()).BackUp(arguments.Value(u"--password"_s));
     jet::Compact(HostFile(source), options);
   } else {
     jet::CompactInto(HostFile(source), HostFile(target), options);
@@ -31,12 +33,13 @@ int Compact(const Arguments& arguments, const Streams& streams) {
 }  // namespace
 
 Command CompactCommand() {
-  return {u"compact"_s,
-          u"BESTAND [NIEUW] [--password TEKST]"_s,
-          u"Herschrijft een database zonder lege ruimte; de oude blijft als .bak, of de nieuwe komt ernaast."_s,
-          1,
-          2,
-          {u"--password"_s},
-          {},
-          Compact};
+  return {
+      .name = u"compact"_s,
+      .usage = u"BESTAND [NIEUW] [--password TEKST]"_s,
+      .summary = u"Herschrijft een database zonder lege ruimte; de oude blijft als .bak, of de nieuwe komt ernaast."_s,
+      .leastWords = 1,
+      .mostWords = 2,
+      .valuedOptions = {u"--password"_s},
+      .run = Compact,
+      .examples = {u"compact /srv/planner/server/OvalistoServer.mdb"_s, u"compact OvalistoServer.mdb kleiner.mdb"_s}};
 }

@@ -1,16 +1,13 @@
-#include "platform/runtime/Error.h"
-#include "platform/runtime/Numbers.h"
 #include "tools/Commands.h"
 #include "tools/ProgramFolder.h"
+#include "tools/StationNumber.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
 int Create(const Arguments& arguments, const Streams& streams) {
-  const QString number = arguments.Value(u"--station"_s);
-  const qint16 station = number.isEmpty() ? qint16{0} : runtime::ToInteger(number);
-  if (station < 0) throw runtime::Error(u"Een zendernummer is 0 of meer; '%1' kan niet."_s.arg(number));
+  const qint16 station = StationNumber(arguments);
   const ProgramFolder folder(arguments.Plain().first());
   folder.MakeStation(station, arguments.Value(u"--name"_s));
   streams.out << folder.Path().toStdString() << '\n';
@@ -20,12 +17,13 @@ int Create(const Arguments& arguments, const Streams& streams) {
 }  // namespace
 
 Command CreateCommand() {
-  return {u"create"_s,
-          u"MAP [--station N --name NAAM]"_s,
-          u"Maakt in een programmamap de lege databases van een zender, met meldingen en instellingen."_s,
-          1,
-          1,
-          {u"--station"_s, u"--name"_s},
-          {},
-          Create};
+  return {.name = u"create"_s,
+          .usage = u"MAP [--station N --name NAAM]"_s,
+          .summary = u"Maakt in een programmamap de lege databases van een zender, met meldingen en instellingen."_s,
+          .leastWords = 1,
+          .mostWords = 1,
+          .valuedOptions = {u"--station"_s, u"--name"_s},
+          .run = Create,
+          .details = u"Wat er al is, blijft zoals het is; een zender die er al is, is een fout."_s,
+          .examples = {u"create /srv/planner --station 0 --name \"Radio Polderstem\""_s}};
 }

@@ -13,11 +13,11 @@ QString Quoted(const QString& text) {
   return needed ? u'"' + QString(text).replace(u'"', u"\"\""_s) + u'"' : text;
 }
 
-void WriteLine(const QStringList& fields, std::ostream& out) {
+}  // namespace
+
+void WriteCsvLine(const QStringList& fields, std::ostream& out) {
   out << fields.join(u',').toStdString() << "\r\n";
 }
-
-}  // namespace
 
 QString CsvField(const QVariant& value) {
   if (!value.isValid() || value.isNull()) return {};
@@ -40,11 +40,11 @@ void WriteCsv(dao::Recordset& rows, std::ostream& out) {
   QStringList header;
   for (const QString& name : names)
     header += Quoted(name);
-  WriteLine(header, out);
+  WriteCsvLine(header, out);
   for (; !rows.Eof(); rows.MoveNext()) {
     QStringList fields;
     for (int i = 0; i < names.size(); ++i)
       fields += CsvField(rows.Field(i));
-    WriteLine(fields, out);
+    WriteCsvLine(fields, out);
   }
 }

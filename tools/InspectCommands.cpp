@@ -1,6 +1,7 @@
 #include "platform/dao/Database.h"
 #include "tools/Commands.h"
 #include "tools/Csv.h"
+#include "tools/LocalFolder.h"
 
 #include <QFileInfo>
 
@@ -111,6 +112,12 @@ int Dump(const Arguments& arguments, const Streams& streams) {
   return kDone;
 }
 
+// What the log holds is counted on by a running program, above all by its export.
+std::unique_ptr<ProgramLock> LockForLog(const QString& database, const QString& statement) {
+  if (!statement.contains(u"tblOfflineLog"_s, Qt::CaseInsensitive)) return nullptr;
+  return LocalFolder(QFileInfo(database).absoluteFilePath()).Lock();
+}
+
 int RunSql(const Arguments& arguments, const Streams& streams) {
   const QString& statement = arguments.Plain().at(1);
   if (statement.trimmed().startsWith(u"select"_s, Qt::CaseInsensitive)) {
@@ -118,6 +125,7 @@ int RunSql(const Arguments& arguments, const Streams& streams) {
     dao::Recordset rows = database.OpenRecordset(statement);
     WriteCsv(rows, streams.out);
   } else {
+    const auto lock = LockForLog(arguments.Plain().first(), statement);
     streams.out << Open(arguments, Purpose::Write).Execute(statement) << '\n';
   }
   return kDone;
@@ -126,40 +134,49 @@ int RunSql(const Arguments& arguments, const Streams& streams) {
 }  // namespace
 
 Command TablesCommand() {
-  return {
-      u"tables"_s, u"BESTAND [--password TEKST]"_s, u"Toont elke tabel met haar aantal rijen."_s, 1, 1, {kPassword}, {},
-      ShowTables};
+  return {.name = u"tables"_s,
+          .usage = u"BESTAND [--password TEKST]"_s,
+          .summary = u"Toont elke tabel met haar aantal rijen."_s,
+          .leastWords = 1,
+          .mostWords = 1,
+          .valuedOptions = {kPassword},
+          .run = ShowTables,
+          .examples = {u"tables /srv/planner/data/OvalistoLocal.mdb"_s}};
 }
 
 Command SchemaCommand() {
-  return {u"schema"_s,
-          u"BESTAND [TABEL] [--password TEKST]"_s,
-          u"Toont velden met type, grootte en eigenschappen, en de indexen."_s,
-          1,
-          2,
-          {kPassword},
-          {},
-          ShowSchema};
+  return {.name = u"schema"_s,
+          .usage = u"BESTAND [TABEL] [--password TEKST]"_s,
+          .summary = u"Toont velden met type, grootte en eigenschappen, en de indexen."_s,
+          .leastWords = 1,
+          .mostWords = 2,
+          .valuedOptions = {kPassword},
+          .run = ShowSchema,
+          .examples = {u"schema /srv/planner/data/OvalistoLocal.mdb"_s,
+                       u"schema /srv/planner/server/OvalistoServer.mdb tblItemSpots"_s}};
 }
 
 Command DumpCommand() {
-  return {u"dump"_s,
-          u"BESTAND TABEL [--password TEKST]"_s,
-          u"Schrijft een tabel als CSV, met een kopregel."_s,
-          2,
-          2,
-          {kPassword},
-          {},
-          Dump};
+  return {
+      .name = u"dump"_s,
+      .usage = u"BESTAND TABEL [--password TEKST]"_s,
+      .summary = u"Schrijft een tabel als CSV, met een kopregel."_s,
+      .leastWords = 2,
+      .mostWords = 2,
+      .valuedOptions = {kPassword},
+      .run = Dump,
+      .details = u"NULL is een leeg veld, een lege tekst is \"\"; datums zijn jjjj-mm-dd uu:mm:ss, ja/nee is -1/0."_s,
+      .examples = {u"dump /srv/planner/server/OvalistoServer.mdb tblItemSpots > spots.csv"_s}};
 }
 
 Command SqlCommand() {
-  return {u"sql"_s,
-          u"BESTAND OPDRACHT [--password TEKST]"_s,
-          u"Voert één SQL-opdracht uit: een SELECT geeft CSV, een andere het aantal gewijzigde rijen."_s,
-          2,
-          2,
-          {kPassword},
-          {},
-          RunSql};
+  return {.name = u"sql"_s,
+          .usage = u"BESTAND OPDRACHT [--password TEKST]"_s,
+          .summary = u"Voert één SQL-opdracht uit: een SELECT geeft CSV, een andere het aantal gewijzigde rijen."_s,
+          .leastWords = 2,
+          .mostWords = 2,
+          .valuedOptions = {kPassword},
+          .run = RunSql,
+          .details = u"Een wijziging langs deze weg komt nooit in het offline-logboek."_s,
+          .examples = {u"sql server/OvalistoServer.mdb \"SELECT ID, Naam FROM tblItemSpots WHERE Aktief <> 0\""_s}};
 }

@@ -28,6 +28,13 @@ int Measure(const Arguments& arguments, const Streams& streams) {
 }  // namespace
 
 Command MeasureCommand() {
-  return {u"measure"_s, u"BESTAND..."_s, u"Toont de juiste lengte van geluidsbestanden in milliseconden."_s, 1, -1, {},
-          {},           Measure};
+  return {
+      .name = u"measure"_s,
+      .usage = u"BESTAND..."_s,
+      .summary = u"Toont de juiste lengte van geluidsbestanden in milliseconden."_s,
+      .leastWords = 1,
+      .mostWords = -1,
+      .run = Measure,
+      .details = u"Per bestand een regel: pad, tab, lengte. Wat niet te meten is, wordt genoemd en geeft uitgang 1."_s,
+      .examples = {u"measure spot.mp3 jingle.wav"_s}};
 }

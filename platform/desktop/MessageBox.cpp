@@ -1,6 +1,7 @@
 #include "platform/desktop/MessageBox.h"
 
 #include <QApplication>
+#include <utility>
 
 #include "platform/desktop/MessageDialog.h"
 #include "platform/desktop/Owner.h"
@@ -10,14 +11,22 @@ namespace desktop {
 namespace {
 
 MessageBoxScript* youngest = nullptr;
+MessageBoxOutlet::Tell outlet;
 
 }  // namespace
 
 int ShowMessageBox(QWidget* owner, const QString& text, int style, const QString& title) {
+  if (outlet) return outlet(text, style, title);
   const ArrowPointer arrow;
   MessageDialog dialog(OwnerOrActive(owner), text, style, title);
   if (MessageBoxScript* script = MessageBoxScript::Active()) dialog.Obey(*script);
   return dialog.exec();
+}
+
+MessageBoxOutlet::MessageBoxOutlet(Tell tell) : previous_(std::exchange(outlet, std::move(tell))) {}
+
+MessageBoxOutlet::~MessageBoxOutlet() {
+  outlet = std::move(previous_);
 }
 
 MessageBoxScript::MessageBoxScript() : older_(youngest) {

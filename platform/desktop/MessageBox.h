@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringList>
 #include <deque>
+#include <functional>
 #include <initializer_list>
 #include <vector>
 
@@ -23,6 +24,20 @@ inline constexpr int kAnswerNo = 7;
 // so 36, 35, 292, 64, 48, 16 and 0 are the usual ones. `owner` null: the active modal window, or the active one.
 // The wait pointer is lifted while the box is open. User-interface thread only.
 int ShowMessageBox(QWidget* owner, const QString& text, int style, const QString& title);
+
+// While one lives, boxes are told to it instead of being shown, and it answers: for a program that has no windows. The
+// answer to a box that asks nothing does not matter. Scopes nest.
+class MessageBoxOutlet {
+ public:
+  using Tell = std::function<int(const QString& text, int style, const QString& title)>;
+  explicit MessageBoxOutlet(Tell tell);
+  ~MessageBoxOutlet();
+  MessageBoxOutlet(const MessageBoxOutlet&) = delete;
+  MessageBoxOutlet& operator=(const MessageBoxOutlet&) = delete;
+
+ private:
+  Tell previous_;
+};
 
 // What was on screen, as a script saw it.
 struct ShownMessageBox {

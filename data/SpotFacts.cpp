@@ -1,4 +1,4 @@
-#include "data/SpotRow.h"
+#include "data/SpotFacts.h"
 
 #include "platform/runtime/Numbers.h"
 

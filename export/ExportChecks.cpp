@@ -1,0 +1,34 @@
+#include "export/ExportChecks.h"
+
+#include "data/Globals.h"
+#include "data/Messages.h"
+#include "data/Text.h"
+#include "platform/runtime/TextFile.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+bool ConfirmEarlierExports() {
+  if (ShowItemsMessage(u"Heeft U de vorige export-files reeds verwerkt met Kadrovia ?"_s, 36) == kAnswerYes)
+    return true;
+  desktop::ShowMessageBox(
+      nullptr, u"Om data-verlies te vermijden, dient U eerst de vorige export-files te verwerken met Kadrovia !"_s, 48,
+      u"Items"_s);
+  return false;
+}
+
+}  // namespace
+
+bool MayExport(const QString& destination) {
+  if (!global.online && !ConfirmEarlierExports()) return false;
+  if (IsKull(destination)) {
+    ShowAppMessage(1500, u"Bestemming"_s);
+    return false;
+  }
+  if (!runtime::IsFolder(destination)) {
+    ShowAppMessage(5001, u"Bestemming"_s);
+    return false;
+  }
+  return true;
+}

@@ -1,0 +1,7 @@
+#pragma once
+#include <QString>
+
+// The checks before an export to this folder (path text), each told to the user when it fails: offline, that the
+// earlier files were processed with the companion tool; a destination; a folder that is there. True when the export may
+// start.
+bool MayExport(const QString& destination);

@@ -1,0 +1,30 @@
+# Completion of spotrooster-db for bash.
+
+_spotrooster_db() {
+  local word=$2
+  local command=${COMP_WORDS[1]}
+  local -A options=(
+    [create]="--station --name"
+    [demo]=""
+    [tables]="--password"
+    [schema]="--password"
+    [dump]="--password"
+    [sql]="--password"
+    [measure]=""
+    [check]="--password"
+    [compact]="--password"
+    [export]="--station --vorige-verwerkt"
+    [spots]="--ending --station"
+    [locate]="--station --write"
+  )
+  COMPREPLY=()
+  if [ "$COMP_CWORD" -eq 1 ]; then
+    mapfile -t COMPREPLY < <(compgen -W "${!options[*]} --help" -- "$word")
+  elif [[ $word == -* ]]; then
+    mapfile -t COMPREPLY < <(compgen -W "${options[$command]:-} --help" -- "$word")
+  else
+    mapfile -t COMPREPLY < <(compgen -f -- "$word")
+    compopt -o filenames 2>/dev/null
+  fi
+}
+complete -F _spotrooster_db spotrooster-db

@@ -1,0 +1,123 @@
+#include "app/FirstStart.h"
+
+#include "app/Start.h"
+#include "app/frmMain.h"
+#include "data/Globals.h"
+#include "data/Lookups.h"
+#include "platform/controls/ComboBox.h"
+#include "platform/desktop/MessageBox.h"
+#include "platform/runtime/HostPath.h"
+#include "tests/support/Child.h"
+#include "tests/support/ModalDriver.h"
+
+#include <gtest/gtest.h>
+
+#include <QDialog>
+#include <QDir>
+#include <QFile>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTemporaryDir>
+
+using namespace Qt::StringLiterals;
+using desktop::MessageBoxScript;
+using testing_support::Child;
+using testing_support::ModalDriver;
+
+namespace {
+
+const QString kStations = u"frmRadioDetail"_s;
+const QString kOffer = u"frmEersteStart"_s;
+
+// An empty program folder, as a program that was just installed has it.
+class FirstStart : public testing::Test {
+ protected:
+  FirstStart() {
+    runtime::SetDrives({});
+    global = Globals();
+    global.programFolder = runtime::PathText(folder_.path());
+  }
+  ~FirstStart() override {
+    global = Globals();
+    runtime::SetDrives({});
+  }
+
+  QString At(const QString& name) const { return folder_.path() + u'/' + name; }
+  QStringList Titles() const {
+    QStringList titles;
+    for (const auto& box : boxes_.Shown())
+      titles += box.title;
+    return titles;
+  }
+
+  const MessageBoxScript boxes_;
+  QTemporaryDir folder_;
+};
+
+void Close(QDialog& window) {
+  window.close();
+}
+
+void Choose(QDialog& stations, const QString& name) {
+  auto& combo = Child<controls::ComboBox>(stations, u"cboRadio"_s);
+  combo.setCurrentIndex(combo.findText(name));
+  Child<QPushButton>(stations, u"cmdOk"_s).click();
+}
+
+}  // namespace
+
+TEST_F(FirstStart, TellsItsErrorsFirstAndLeavesTheFolderAloneWhenNothingIsWanted) {
+  ModalDriver windows;
+  QStringList before;
+  windows.OnNext(kStations, Close);
+  windows.OnNext(kOffer, [&](QDialog& offer) {
+    before = Titles();
+    Child<QPushButton>(offer, u"cmdAnnuleren"_s).click();
+  });
+  const std::unique_ptr<frmMain> main = Start();
+  EXPECT_EQ(before, (QStringList{u"GetSettings"_s, u"FillCboRadio"_s, u"SetRadioNaam"_s, u"SetOnlineYn"_s}));
+  EXPECT_EQ(Titles(), before);
+  EXPECT_TRUE(main->isVisible());
+  EXPECT_TRUE(QDir(folder_.path()).isEmpty());
+}
+
+TEST_F(FirstStart, MakesAnEmptyStationAndGoesOnWithIt) {
+  ModalDriver windows;
+  windows.OnNext(kStations, Close);
+  windows.OnNext(kOffer, [](QDialog& offer) {
+    Child<QRadioButton>(offer, u"optLeeg"_s).setChecked(true);
+    EXPECT_FALSE(Child<QPushButton>(offer, u"cmdOk"_s).isEnabled());
+    Child<QLineEdit>(offer, u"txtNaam"_s).setText(u" Radio Eerst "_s);
+    Child<QPushButton>(offer, u"cmdOk"_s).click();
+  });
+  windows.OnNext(kStations, [](QDialog& stations) { Choose(stations, u"Radio Eerst"_s); });
+  const std::unique_ptr<frmMain> main = Start();
+  EXPECT_EQ(main->windowTitle(), u"Spotrooster Radio Eerst"_s);
+  EXPECT_TRUE(global.online);
+  EXPECT_TRUE(QFile::exists(At(u"server/OvalistoServer.mdb"_s)));
+  EXPECT_EQ(Titles().size(), 4);
+}
+
+TEST_F(FirstStart, MakesADemonstrationStation) {
+  ModalDriver windows;
+  windows.OnNext(kStations, Close);
+  windows.OnNext(kOffer, [](QDialog& offer) { Child<QPushButton>(offer, u"cmdOk"_s).click(); });
+  windows.OnNext(kStations, [](QDialog& stations) { Choose(stations, u"Radio Demo"_s); });
+  const std::unique_ptr<frmMain> main = Start();
+  EXPECT_EQ(main->windowTitle(), u"Spotrooster Radio Demo"_s);
+  EXPECT_GT(GetNewID(u"tblItemSpots"_s, u"ID"_s, global.serverDatabasePath), 1);
+}
+
+TEST_F(FirstStart, AFolderWithSettingsOrADatabaseIsNoFirstStart) {
+  EXPECT_TRUE(IsFirstStart());
+  ASSERT_TRUE(QDir(folder_.path()).mkdir(u"data"_s));
+  EXPECT_TRUE(IsFirstStart());
+  for (const QString& name : {u"ovalis.ini"_s, u"data/OvalistoLocal3.mdb"_s}) {
+    QFile file(At(name));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.close();
+    EXPECT_FALSE(IsFirstStart()) << name.toStdString();
+    ASSERT_TRUE(file.remove());
+  }
+}

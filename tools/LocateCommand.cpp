@@ -1,0 +1,100 @@
+#include "data/Globals.h"
+#include "data/ProgramLock.h"
+#include "data/Text.h"
+#include "platform/runtime/HostPath.h"
+#include "tools/Commands.h"
+#include "tools/Csv.h"
+#include "tools/LostSound.h"
+#include "tools/SoundSearch.h"
+#include "tools/StationSession.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qsizetype kLongestPath = 240;  // what a record takes
+
+const QString kWrite = u"--write"_s;
+
+// One line of the answer: what became of a lost sound.
+struct Located {
+  QString outcome;
+  QString newPath;  // path text; empty unless it was found
+};
+
+QString OutcomeText(SoundSearch::Outcome outcome) {
+  switch (outcome) {
+    case SoundSearch::Outcome::Found:
+      return u"gevonden"_s;
+    case SoundSearch::Outcome::Several:
+      return u"meerdere gevonden"_s;
+    case SoundSearch::Outcome::OtherLength:
+      return u"andere lengte"_s;
+    case SoundSearch::Outcome::NotFound:
+      return u"niet gevonden"_s;
+  }
+  return {};
+}
+
+Located Locate(const LostSound& sound, const SoundSearch& search) {
+  if (sound.presence == runtime::Presence::NotReachable) return {u"niet bereikbaar"_s, {}};
+  const SoundSearch::Answer answer = search.Find(GetFile(sound.Path()), sound.LengteSec());
+  if (answer.outcome != SoundSearch::Outcome::Found) return {OutcomeText(answer.outcome), {}};
+  if (!runtime::IsMapped(answer.path)) return {u"buiten [Drives]"_s, {}};
+  const QString path = runtime::PathText(answer.path);
+  if (path.size() > kLongestPath) return {u"pad te lang"_s, {}};
+  return {OutcomeText(answer.outcome), path};
+}
+
+void ShowLine(const LostSound& sound, const Located& located, std::ostream& out) {
+  WriteCsvLine(
+      {sound.IsSpot() ? u"item-spot"_s : u"item-pingle"_s, QString::number(sound.Id()), CsvField(sound.Naam()),
+       located.outcome, CsvField(sound.Path()), located.newPath.isEmpty() ? QString() : CsvField(located.newPath)},
+      out);
+}
+
+int LocateSounds(const Arguments& arguments, const Streams& streams) {
+  const StationSession station(arguments, streams.err);
+  std::optional<ProgramLock> lock;
+  if (arguments.Has(kWrite)) lock.emplace(global.programFolder + u"\\data"_s);
+  QList<LostSound> lost = LostSounds();
+  const SoundSearch search(arguments.Plain().mid(1));
+  int result = kDone;
+  WriteCsvLine({u"Soort"_s, u"ID"_s, u"Naam"_s, u"Uitslag"_s, u"Oud"_s, u"Nieuw"_s}, streams.out);
+  for (LostSound& sound : lost) {
+    Located located = Locate(sound, search);
+    const LostSound before = sound;
+    if (located.newPath.isEmpty()) {
+      result = kFailed;
+    } else if (arguments.Has(kWrite)) {
+      const bool written = GivePath(sound, located.newPath);
+      located.outcome = written ? u"geschreven"_s : u"niet geschreven"_s;
+      if (!written) result = kFailed;
+    }
+    ShowLine(before, located, streams.out);
+  }
+  return result;
+}
+
+}  // namespace
+
+Command LocateCommand() {
+  return {
+      .name = u"locate"_s,
+      .usage = u"MAP ZOEKMAP... [--write] [--station N]"_s,
+      .summary = u"Zoekt verplaatste geluidsbestanden van een zender en toont als CSV waar ze nu staan."_s,
+      .leastWords = 2,
+      .mostWords = -1,
+      .valuedOptions = {u"--station"_s},
+      .flags = {kWrite},
+      .run = LocateSounds,
+      .details =
+          u"Bekijkt elke item-spot en jingle waarvan het bestand weg is, en zoekt onder de zoekmappen naar een "
+          u"bestand\n"
+          "met dezelfde naam en dezelfde lengte. Verandert niets, tenzij met --write: dan krijgt het record het "
+          "nieuwe\n"
+          "pad, zoals bij een wijziging in het programma (offline komt ze dus ook in het logboek), en komt het pad in\n"
+          "Audio.tae. Zijn er meerdere die passen, of past de lengte niet, dan wordt niets geschreven.\n"
+          "Uitgang 0 als elk ontbrekend bestand gevonden is, anders 1."_s,
+      .examples = {u"locate /srv/planner /mnt/audio"_s, u"locate /srv/planner /mnt/audio /mnt/archief --write"_s}};
+}

@@ -1,0 +1,51 @@
+#include "tools/StationSession.h"
+
+#include "data/DatabasePaths.h"
+#include "data/Globals.h"
+#include "data/Lookups.h"
+#include "data/Settings.h"
+#include "platform/runtime/Error.h"
+#include "platform/runtime/HostPath.h"
+#include "tools/StationNumber.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kButtons = 15;  // the part of a style that tells the buttons; 0 = OK
+
+}  // namespace
+
+StationSession::StationSession(const Arguments& arguments, std::ostream& err, const SessionAnswer& answer)
+    : outlet_([&err, answer](const QString& text, int style, const QString&) {
+        err << text.toStdString() << '\n';
+        if ((style & kButtons) == 0) return desktop::kAnswerOk;
+        if (answer.answer == 0) throw runtime::Error(u"De optie %1 is het antwoord ja."_s.arg(answer.option));
+        return answer.answer;
+      }) {
+  const qint16 number = StationNumber(arguments);
+  const QString folder = QFileInfo(arguments.Plain().first()).absoluteFilePath();
+  if (!QFile::exists(folder + u"/ovalis.ini"_s)) {
+    throw runtime::Error(u"'%1' is geen programmamap: er staat geen ovalis.ini in."_s.arg(folder));
+  }
+  global = Globals();
+  runtime::SetDrives({});
+  global.programFolder = runtime::PathText(folder);
+  GetSettings();
+  global.stationNumber = number;
+  FormDatabasePaths();
+  if (!QFile::exists(runtime::HostPath(global.localDatabasePath))) {
+    throw runtime::Error(
+        u"De zender %1 is er niet: '%2' ontbreekt."_s.arg(QString::number(number), global.localDatabasePath));
+  }
+  SetRadioNaam();
+  SetOnlineYn();
+}
+
+StationSession::~StationSession() {
+  global = Globals();
+  runtime::SetDrives({});
+}
