@@ -1,5 +1,6 @@
 #include "tests/windows/Windows.h"
 
+#include "app/frmEersteStart.h"
 #include "app/frmHandleiding.h"
 #include "app/frmMain.h"
 #include "app/frmSplash.h"
@@ -86,6 +87,7 @@ QList<Opening> All(const Records& records) {
   return {
       {u"splash"_s, [] { return Window(std::make_unique<frmSplash>()); }},
       {u"main"_s, [] { return Window(std::make_unique<frmMain>()); }},
+      Screen<frmEersteStart>(u"firstStart"_s),
       Screen<frmHandleiding>(u"handleiding"_s),
       Screen<frmRadioDetail>(u"station"_s),
       Overview<frmItems>(u"items"_s),
