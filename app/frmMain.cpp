@@ -19,6 +19,7 @@
 
 #include <QLocale>
 #include <QTimer>
+#include <QToolButton>
 
 using namespace Qt::StringLiterals;
 using desktop::IconTint;
@@ -94,6 +95,10 @@ void frmMain::InitForm() {
   auto* gap = new QWidget(this);
   gap->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
   ui_->tlbMain->insertWidget(ui_->actAfsluiten, gap);
+  // A tool bar's buttons take no focus by themselves.
+  for (auto* button : ui_->tlbMain->findChildren<QToolButton*>()) {
+    if (button->objectName().isEmpty()) button->setFocusPolicy(Qt::TabFocus);
+  }
   ui_->lblRadio->setFont(Sized(font(), 2, QFont::DemiBold));
   ui_->lblDatum->setFont(Sized(font(), 1.1, QFont::Normal));
   setFocus();  // and not the first button

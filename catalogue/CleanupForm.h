@@ -40,6 +40,8 @@ class CleanupForm : public Form {
 
   // Deletes records through the write layer, which shows its own error.
   void DeleteRecords(qint32 id, const QString& table, const QString& keyField, const QString& databasePath);
+  // The user would rather leave everything as it is: the cleanup ends as one that was not carried out.
+  void GiveUp() { allDeleted_ = false; }
   // gstrOpruimenID in the statement that finds the record; the empty statement when it is no number.
   static QString SelectByID(const QString& fields, const QString& table);
 

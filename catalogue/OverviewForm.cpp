@@ -1,10 +1,10 @@
 #include "catalogue/OverviewForm.h"
 
-#include "catalogue/CountLine.h"
 #include "catalogue/OverviewKeys.h"
 #include "data/DroppedAudio.h"
 #include "data/Globals.h"
 #include "platform/controls/ListBox.h"
+#include "platform/controls/QuietLine.h"
 #include "platform/dao/Database.h"
 #include "platform/desktop/FileDrop.h"
 #include "platform/desktop/Icons.h"

@@ -6,14 +6,14 @@
 
 #include <QString>
 
-class CountLine;
 class QCheckBox;
 class QLineEdit;
 class QPushButton;
 
 namespace controls {
 class ListBox;
-}
+class QuietLine;
+}  // namespace controls
 
 // The family of the overview lists: the names of one table's records, and the doors to everything that edits them.
 // A member brings its controls and words, and what is special about it.
@@ -28,7 +28,7 @@ class OverviewForm : public Form {
   struct Controls {
     controls::ListBox* lstOverzicht = nullptr;
     QLineEdit* txtZoek = nullptr;
-    CountLine* lblAantal = nullptr;
+    controls::QuietLine* lblAantal = nullptr;
     QPushButton* cmdNieuw = nullptr;
     QPushButton* cmdOpen = nullptr;
     QPushButton* cmdDesaktiveer = nullptr;

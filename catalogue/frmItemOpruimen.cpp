@@ -1,6 +1,8 @@
 #include "catalogue/frmItemOpruimen.h"
 
 #include "catalogue/LocalCopy.h"
+#include "data/Backup.h"
+#include "data/Globals.h"
 #include "data/Lookups.h"
 #include "data/Writes.h"
 #include "platform/dao/Database.h"
@@ -46,6 +48,7 @@ void frmItemOpruimen::chkVerwijderSpots_Click() {
 }
 
 void frmItemOpruimen::CleanUp(const Catalogue& catalogue) {
+  if (RecordsToDelete(catalogue) > 1 && !BackUpBefore(catalogue.databasePath).goOn) return GiveUp();
   dao::Database database = dao::OpenDatabase(catalogue.databasePath);
   dao::Recordset rows = database.OpenRecordset(SelectByID(catalogue.items + u".ID"_s, catalogue.items));
   if (rows.Bof() && rows.Eof()) return;
@@ -54,6 +57,17 @@ void frmItemOpruimen::CleanUp(const Catalogue& catalogue) {
     if (ui_->chkVerwijderSpots->isChecked() || DeletesFiles()) CleanUpSpots(itemID, catalogue);
     if (DeletesRecord()) CleanUpItem(itemID, catalogue);
   }
+}
+
+// An upper bound: a spot that stands in several entries counts for each.
+int frmItemOpruimen::RecordsToDelete(const Catalogue& catalogue) const {
+  if (!runtime::IsNumeric(global.gstrOpruimenID)) return 0;
+  const QString id = QString::number(runtime::ToLong(global.gstrOpruimenID));
+  dao::Database database = dao::OpenDatabase(catalogue.databasePath);
+  const dao::Recordset links = database.OpenRecordset(u"SELECT COUNT(*) AS Aantal FROM "_s + catalogue.itemsItemSpots +
+                                                      u" WHERE ItemID = "_s + id);
+  const int spots = links.Field(u"Aantal"_s).toInt();
+  return (ui_->chkVerwijderSpots->isChecked() ? spots : 0) + (DeletesRecord() ? spots + 1 : 0);
 }
 
 void frmItemOpruimen::CleanUpSpots(qint32 itemID, const Catalogue& catalogue) {
@@ -77,5 +91,5 @@ void frmItemOpruimen::CleanUpItem(qint32 itemID, const Catalogue& catalogue) {
 
 void frmItemOpruimen::Form_Unload() {
   // Without a look at the mode.
-  Trapped(__func__, [&] { RefreshLocalCopy(u"tblCopie_ItemSpots"_s, TransItemSpotsToLocal); });
+  Trapped(__func__, [&] { RefreshLocalCopies({{u"tblCopie_ItemSpots"_s, TransItemSpotsToLocal}}); });
 }

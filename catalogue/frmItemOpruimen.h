@@ -23,6 +23,7 @@ class frmItemOpruimen : public CleanupForm {
   void Form_Unload() override;
 
  private:
+  int RecordsToDelete(const Catalogue& catalogue) const;
   void CleanUpSpots(qint32 itemID, const Catalogue& catalogue);
   void CleanUpItem(qint32 itemID, const Catalogue& catalogue);
   void chkVerwijderSpots_Click();

@@ -46,6 +46,6 @@ void frmItemPingles::cmdVerwijder_Click() {
 
 void frmItemPingles::Form_Unload() {
   Trapped(__func__, [&] {
-    if (global.online) RefreshLocalCopy(u"tblCopie_ItemPingles"_s, TransItemPinglesToLocal);
+    if (global.online) RefreshLocalCopies({{u"tblCopie_ItemPingles"_s, TransItemPinglesToLocal}});
   });
 }

@@ -64,7 +64,7 @@ void frmItemSpots::cmdDesaktiveer_Click() {
 
 void frmItemSpots::Form_Unload() {
   // Without a look at the mode, unlike the other lists.
-  Trapped(__func__, [&] { RefreshLocalCopy(u"tblCopie_ItemSpots"_s, TransItemSpotsToLocal); });
+  Trapped(__func__, [&] { RefreshLocalCopies({{u"tblCopie_ItemSpots"_s, TransItemSpotsToLocal}}); });
 }
 
 void frmItemSpots::Refilled() {

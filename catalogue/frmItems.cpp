@@ -40,7 +40,7 @@ void frmItems::cmdDesaktiveer_Click() {
 void frmItems::Form_Unload() {
   Trapped(__func__, [&] {
     if (!global.online) return;
-    RefreshLocalCopy(u"tblCopie_Items"_s, TransItemsToLocal);
-    RefreshLocalCopy(u"tblCopie_ItemsItemSpots"_s, TransItemsItemSpotsToLocal);
+    RefreshLocalCopies(
+        {{u"tblCopie_Items"_s, TransItemsToLocal}, {u"tblCopie_ItemsItemSpots"_s, TransItemsItemSpotsToLocal}});
   });
 }

@@ -33,10 +33,11 @@ QStringList AcceptedAudio(const QStringList& files) {
   for (const QString& file : files)
     (IsAudio(file) ? audio : others) += file;
   if (!others.isEmpty()) {
-    ShowItemsMessage(u"U kunt hier geluidsbestanden van deze computer neerzetten: Mpeg-3 (*.MP3) en Wave (*.WAV).\r\n"
-                     u"Niet overgenomen:"_s +
-                         Named(others),
-                     48);
+    ShowItemsMessage(
+        u"U kunt hier geluidsbestanden van deze computer neerzetten: Mpeg-3 (*.MP3) en Wave (*.WAV).\r\n"
+        u"Niet overgenomen:"_s +
+            Named(others),
+        48);
   }
   return audio;
 }

@@ -25,11 +25,11 @@ struct Globals {
   bool online = false;  // off until it was read for the first time
 
   // What one screen hands to the next.
-  QString gstrSelectedID;   // a record's ID in decimal, "NIEUW", or a folder path
-  QString gstrOpruimenID;   // a record's ID in decimal, for the cleanup dialogs
+  QString gstrSelectedID;    // a record's ID in decimal, "NIEUW", or a folder path
+  QString gstrOpruimenID;    // a record's ID in decimal, for the cleanup dialogs
   QStringList droppedAudio;  // sound files (host paths) that wait to become new records
-  QVariant lastAnswer;      // of the last question: a button's number, or a text
-  bool lastResult = false;  // of the last write
+  QVariant lastAnswer;       // of the last question: a button's number, or a text
+  bool lastResult = false;   // of the last write
 };
 
 extern Globals global;

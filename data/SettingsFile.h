@@ -14,4 +14,6 @@ inline constexpr QStringView kBuffers = u"Buffers";
 inline constexpr QStringView kBufferSize = u"Buffer_Size";
 inline constexpr QStringView kCallback = u"Callback";
 inline constexpr QStringView kDrives = u"Drives";
+inline constexpr QStringView kBackup = u"Backup";
+inline constexpr QStringView kEnabled = u"Enabled";
 }  // namespace settings

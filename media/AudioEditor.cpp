@@ -3,6 +3,7 @@
 #include "data/Catalogue.h"
 #include "data/Messages.h"
 #include "data/Text.h"
+#include "data/Usage.h"
 #include "media/AudioPreview.h"
 #include "platform/dao/Database.h"
 #include "platform/desktop/FileDrop.h"
@@ -15,6 +16,7 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
 #include <QPushButton>
@@ -22,6 +24,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QStyle>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 using desktop::Trapped;
@@ -34,7 +37,7 @@ AudioEditor::AudioEditor(const Words& words, QWidget* owner) : EditorForm(owner)
 void AudioEditor::Wire(const AudioControls& controls, QSize openingSize) {
   controls_ = controls;
   controls_.cmdPath->setIcon(desktop::Icon(u"geluid"_s));
-  controls_.preview->Attach(controls_.txtPath, controls_.txtLengteSec);
+  controls_.preview->Attach(controls_.txtPath, controls_.txtLengteSec, controls_.lblLuidheid);
   connect(controls_.cmdPath, &QPushButton::clicked, this, &AudioEditor::cmdPath_Click);
   connect(controls_.cmdFillName, &QPushButton::clicked, this, &AudioEditor::cmdFillName_Click);
   connect(controls_.cmdOk, &QPushButton::clicked, this, &AudioEditor::cmdOk_Click);
@@ -80,8 +83,10 @@ void AudioEditor::Form_Load() {
     InitCommands();
     controls_.preview->InitAudio();
     TakeDropped();
+    if (!isNew_) QTimer::singleShot(0, this, &AudioEditor::ShowUsage);  // not before the window stands
     // A new record begins with its file, another one with its name.
-    (isNew_ && IsKull(controls_.txtPath->text()) ? static_cast<QWidget*>(controls_.cmdPath) : controls_.txtNaam)->setFocus();
+    (isNew_ && IsKull(controls_.txtPath->text()) ? static_cast<QWidget*>(controls_.cmdPath) : controls_.txtNaam)
+        ->setFocus();
   });
 }
 
@@ -100,6 +105,17 @@ void AudioEditor::FillForm() {
     row.Close();
     Filled();
   });
+}
+
+// An extra beside the told fields: what cannot be read is left out.
+void AudioEditor::ShowUsage() {
+  try {
+    const QStringList items = ItemsUsing(id_);
+    controls_.lblToelichting->setText(UsageText(items));
+    controls_.lblToelichting->setToolTip(items.join(u'\n'));
+  } catch (const runtime::Error&) {
+    controls_.lblToelichting->clear();
+  }
 }
 
 void AudioEditor::FillNew() {

@@ -20,9 +20,10 @@ struct AudioControls {
   QLineEdit* txtNaam;
   QPushButton* cmdFillName;
   QLineEdit* txtLengteSec;
+  QLabel* lblLuidheid;
   QCheckBox* chkAktief;
   AudioPreview* preview;
-  QLabel* lblWachtend;
+  QLabel* lblToelichting;  // beside the buttons: where the record is used, or how many files wait
   QPushButton* cmdOk;
   QPushButton* cmdAnnuleren;
 };
@@ -54,6 +55,8 @@ class AudioEditor : public EditorForm {
   // The fields of a record, in the order told for the form.
   virtual void FillRecord(const dao::Recordset& row) = 0;
   virtual void InitControls();
+  // The items that use the record. Throws runtime::Error.
+  virtual QStringList ItemsUsing(qint32 id) const = 0;
   // The tests behind those of path and name.
   virtual bool OwnFieldsValid() { return true; }
   // Inserts (isNew_) or updates the record; whether that succeeded.
@@ -102,6 +105,7 @@ class AudioEditor : public EditorForm {
   void FillFromFile();
   void TakeFile(const QString& hostPath);
   void ShowWaiting();
+  void ShowUsage();
   void WarnWhenUnmapped(const QString& hostPath);
   dao::Recordset ReadRecord() const;
   bool PathAndNameValid();

@@ -59,9 +59,10 @@ void AudioEditor::Form_DropFiles(const QStringList& files) {
   Trapped(__func__, [&] {
     const QStringList audio = AcceptedAudio(files);
     if (audio.size() > 1 && !isNew_) {
-      ShowItemsMessage(u"Zet hier één geluidsbestand neer: dit venster wijzigt één bestaand record.\r\nMeer bestanden "
-                       u"tegelijk kunnen op de lijst, of op het venster van een nieuw record."_s,
-                       48);
+      ShowItemsMessage(
+          u"Zet hier één geluidsbestand neer: dit venster wijzigt één bestaand record.\r\nMeer bestanden "
+          u"tegelijk kunnen op de lijst, of op het venster van een nieuw record."_s,
+          48);
     } else if (audio.size() == 1 && DroppedAudioLeft() == 0) {
       TakeFile(audio.first());
       FillFromFile();
@@ -94,5 +95,5 @@ void AudioEditor::FillFromFile() {
 
 void AudioEditor::ShowWaiting() {
   const qsizetype left = DroppedAudioLeft();
-  controls_.lblWachtend->setText(left == 0 ? QString() : u"en nog %1"_s.arg(left));
+  controls_.lblToelichting->setText(left == 0 ? QString() : u"en nog %1"_s.arg(left));
 }

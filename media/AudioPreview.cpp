@@ -3,6 +3,7 @@
 #include "data/Globals.h"
 #include "data/Messages.h"
 #include "media/FilePresence.h"
+#include "media/LoudnessReader.h"
 #include "media/SoundOutput.h"
 #include "media/SplitTime.h"
 #include "media/WaveformFeed.h"
@@ -15,6 +16,7 @@
 #include "ui_AudioPreview.h"
 
 #include <QFileInfo>
+#include <QLabel>
 #include <QLineEdit>
 #include <QTimer>
 
@@ -52,6 +54,7 @@ AudioPreview::AudioPreview(QWidget* parent)
       tmrPlayer_(new QTimer(this)) {
   ui_->setupUi(this);
   waveform_ = std::make_unique<WaveformFeed>(ui_->waveform);
+  loudness_ = std::make_unique<LoudnessReader>();
   player_->setObjectName(u"Player"_s);
   player_->SetDeviceID(kFirstDevice);
   player_->SetNumBuffers(kFirstNumBuffers);
@@ -69,9 +72,17 @@ AudioPreview::AudioPreview(QWidget* parent)
 
 AudioPreview::~AudioPreview() = default;
 
-void AudioPreview::Attach(QLineEdit* txtPath, QLineEdit* txtLengteSec) {
+void AudioPreview::Attach(QLineEdit* txtPath, QLineEdit* txtLengteSec, QLabel* lblLuidheid) {
   txtPath_ = txtPath;
   txtLengteSec_ = txtLengteSec;
+  lblLuidheid_ = lblLuidheid;
+  WireLoudness();
+}
+
+// For information only: while it is not known, or cannot be, there is nothing to read.
+void AudioPreview::WireLoudness() {
+  connect(loudness_.get(), &LoudnessReader::measured, lblLuidheid_,
+          [this](const audio::Loudness& loudness) { lblLuidheid_->setText(LoudnessText(loudness)); });
 }
 
 void AudioPreview::SetIcons() {
@@ -130,6 +141,8 @@ void AudioPreview::OpenFile(const QString& bestand) {
     const QString hostPath = runtime::HostPath(path);
     player_->Open(hostPath);
     waveform_->Show(hostPath, player_->Length());
+    lblLuidheid_->clear();
+    loudness_->Read(hostPath);
   } catch (const runtime::Error& error) {
     ForgetFile(error.Description());
     Q_EMIT filePresenceChanged();
@@ -143,6 +156,8 @@ void AudioPreview::ForgetFile(const QString& reason) {
   DrawTime();
   ui_->sliPlay->setMaximum(0);
   waveform_->ShowTrouble(reason);
+  loudness_->Cancel();
+  lblLuidheid_->clear();
 }
 
 void AudioPreview::DrawTime() {
@@ -167,6 +182,7 @@ void AudioPreview::Close() {
   tmrPlayer_->stop();
   player_->Stop();
   waveform_->Cancel();
+  loudness_->Cancel();
 }
 
 void AudioPreview::tmrPlayer_Timer() {

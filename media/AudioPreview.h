@@ -6,6 +6,8 @@
 #include <memory>
 #include <optional>
 
+class LoudnessReader;
+class QLabel;
 class QLineEdit;
 class QTimer;
 class WaveformFeed;
@@ -26,8 +28,9 @@ class AudioPreview : public QGroupBox {
   explicit AudioPreview(QWidget* parent = nullptr);
   ~AudioPreview() override;
 
-  // The editor's fields for the path (read) and the length in seconds (filled). Both outlive the preview's use.
-  void Attach(QLineEdit* txtPath, QLineEdit* txtLengteSec);
+  // The editor's fields for the path (read), the length in seconds and the loudness (filled). All outlive the preview's
+  // use.
+  void Attach(QLineEdit* txtPath, QLineEdit* txtLengteSec, QLabel* lblLuidheid);
 
   // Brings the audio settings to the player.
   void InitAudio();
@@ -65,6 +68,7 @@ class AudioPreview : public QGroupBox {
   void WireMix();
   void WireStrip();
   void WireKeys();
+  void WireLoudness();
 
   void cmdPlay_Click();
   void cmdSTOP_Click();
@@ -95,8 +99,10 @@ class AudioPreview : public QGroupBox {
   audio::AudioPlayer* player_;
   QTimer* tmrPlayer_;
   std::unique_ptr<WaveformFeed> waveform_;
+  std::unique_ptr<LoudnessReader> loudness_;
   QLineEdit* txtPath_ = nullptr;
   QLineEdit* txtLengteSec_ = nullptr;
+  QLabel* lblLuidheid_ = nullptr;
 
   bool seeking_ = false;  // the position is being changed, by the program or by the user
   qint16 lastMinutes_ = 0;

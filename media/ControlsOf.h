@@ -4,6 +4,6 @@
 // The shared controls of a form's layout.
 template <class Layout>
 AudioControls ControlsOf(const Layout& ui) {
-  return {ui.scrInhoud,    ui.linKnoppen, ui.txtPath, ui.cmdPath, ui.txtNaam,     ui.cmdFillName,
-          ui.txtLengteSec, ui.chkAktief,  ui.preview, ui.lblWachtend, ui.cmdOk,   ui.cmdAnnuleren};
+  return {ui.scrInhoud,   ui.linKnoppen, ui.txtPath, ui.cmdPath,        ui.txtNaam, ui.cmdFillName, ui.txtLengteSec,
+          ui.lblLuidheid, ui.chkAktief,  ui.preview, ui.lblToelichting, ui.cmdOk,   ui.cmdAnnuleren};
 }

@@ -1,6 +1,7 @@
 #include "media/frmItemPinglesDetail.h"
 
 #include "data/Catalogue.h"
+#include "data/Usage.h"
 #include "data/Writes.h"
 #include "media/ControlsOf.h"
 #include "ui_frmItemPinglesDetail.h"
@@ -32,6 +33,10 @@ void frmItemPinglesDetail::FillRecord(const dao::Recordset& row) {
   FillLengteSec(row);
   FillMixPunt(row);
   FillAktief(row);
+}
+
+QStringList frmItemPinglesDetail::ItemsUsing(qint32 id) const {
+  return ItemsWithPingle(id);
 }
 
 bool frmItemPinglesDetail::Write(qint32 id, const QString& databasePath, const QString& table) {

@@ -19,6 +19,7 @@ class frmItemPinglesDetail : public AudioEditor {
  protected:
   QString TableName() const override;
   void FillRecord(const dao::Recordset& row) override;
+  QStringList ItemsUsing(qint32 id) const override;
   bool Write(qint32 id, const QString& databasePath, const QString& table) override;
 
  private:

@@ -2,6 +2,7 @@
 
 #include "data/Catalogue.h"
 #include "data/Text.h"
+#include "data/Usage.h"
 #include "data/Writes.h"
 #include "media/AudioPreview.h"
 #include "media/ControlsOf.h"
@@ -133,6 +134,10 @@ bool frmItemSpotsDetail::HourValid(QLineEdit* hour, const QString& naam) {
   if (value < kFirstHour) hour->setText(QString::number(kFirstHour));
   if (value > kLastHour) hour->setText(QString::number(kLastHour));
   return true;
+}
+
+QStringList frmItemSpotsDetail::ItemsUsing(qint32 id) const {
+  return ItemsWithSpot(id);
 }
 
 bool frmItemSpotsDetail::Write(qint32 id, const QString& databasePath, const QString& table) {

@@ -24,6 +24,7 @@ class frmItemSpotsDetail : public AudioEditor {
   void FillRecord(const dao::Recordset& row) override;
   void InitControls() override;
   bool OwnFieldsValid() override;
+  QStringList ItemsUsing(qint32 id) const override;
   bool Write(qint32 id, const QString& databasePath, const QString& table) override;
 
  private:

@@ -39,6 +39,7 @@ Command SqlCommand();
 Command MeasureCommand();
 Command CheckCommand();
 Command CompactCommand();
+Command RestoreCommand();
 Command ExportCommand();
 Command SpotsCommand();
 Command LocateCommand();

@@ -1,5 +1,6 @@
 #include "platform/jet/Compact.h"
 #include "tools/Commands.h"
+#include "tools/LocalFolder.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -20,6 +21,7 @@ int Compact(const Arguments& arguments, const Streams& streams) {
   options.password = arguments.Value(u"--password"_s).toStdU16String();
   if (arguments.Plain().size() == 1) {
     options.writable = true;
+    LocalFolder(QFileInfo(source).absoluteFilePath()).BackUp(arguments.Value(u"--password"_s));
     jet::Compact(HostFile(source), options);
   } else {
     jet::CompactInto(HostFile(source), HostFile(target), options);

@@ -1,6 +1,7 @@
 #include "platform/dao/Database.h"
 #include "tools/Commands.h"
 #include "tools/Csv.h"
+#include "tools/LocalFolder.h"
 
 #include <QFileInfo>
 
@@ -111,6 +112,12 @@ int Dump(const Arguments& arguments, const Streams& streams) {
   return kDone;
 }
 
+// What the log holds is counted on by a running program, above all by its export.
+std::unique_ptr<ProgramLock> LockForLog(const QString& database, const QString& statement) {
+  if (!statement.contains(u"tblOfflineLog"_s, Qt::CaseInsensitive)) return nullptr;
+  return LocalFolder(QFileInfo(database).absoluteFilePath()).Lock();
+}
+
 int RunSql(const Arguments& arguments, const Streams& streams) {
   const QString& statement = arguments.Plain().at(1);
   if (statement.trimmed().startsWith(u"select"_s, Qt::CaseInsensitive)) {
@@ -118,6 +125,7 @@ int RunSql(const Arguments& arguments, const Streams& streams) {
     dao::Recordset rows = database.OpenRecordset(statement);
     WriteCsv(rows, streams.out);
   } else {
+    const auto lock = LockForLog(arguments.Plain().first(), statement);
     streams.out << Open(arguments, Purpose::Write).Execute(statement) << '\n';
   }
   return kDone;

@@ -77,8 +77,7 @@ void Engine::AddTarget() {
     }
   } else if (known_.contains(statement_.target, Qt::CaseInsensitive)) {
     targetName_ = statement_.target;
-    while (known_[static_cast<qsizetype>(targetPlace_)].compare(targetName_, Qt::CaseInsensitive) != 0)
-      ++targetPlace_;
+    targetPlace_ = PlaceOf(targetName_);
   }
   if (targetName_.isEmpty()) {
     throw runtime::Error(u"De tabel '%1' bestaat niet in '%2'."_s.arg(statement_.target, target_.PathText()));
@@ -105,9 +104,26 @@ int Engine::Change() {
   if (statement_.verb == Verb::Delete && statement_.everyRow) {
     return static_cast<int>(tables_.At(targetPlace_).DeleteAll());
   }
+  if (const auto count = InsertWholeTable()) return static_cast<int>(*count);
   const SqliteStatement prepared = Prepared(statement_.verb == Verb::Insert ? InsertSql() : statement_.body);
   if (sqlite3_step(prepared.get()) != SQLITE_DONE) Fail();
   return sqlite3_changes(connection_.get());
+}
+
+// A table copied as it is needs no look at its values.
+std::optional<std::size_t> Engine::InsertWholeTable() {
+  if (statement_.wholeTable.isEmpty() || !known_.contains(statement_.wholeTable, Qt::CaseInsensitive)) return {};
+  const std::size_t source = PlaceOf(statement_.wholeTable);
+  if (source == targetPlace_) return {};
+  return tables_.At(targetPlace_).InsertAllOf(tables_.At(source));
+}
+
+// The place of a table that is known.
+std::size_t Engine::PlaceOf(const QString& name) const {
+  std::size_t place = 0;
+  while (known_[static_cast<qsizetype>(place)].compare(name, Qt::CaseInsensitive) != 0)
+    ++place;
+  return place;
 }
 
 QString Engine::InsertSql() {
@@ -197,15 +213,9 @@ bool Engine::MayRead(const char* table, const char* field) {
     refused_ = u"no such table: "_s + tableName;
     return false;
   }
-  const qsizetype place = [&] {
-    qsizetype at = 0;
-    while (known_[at].compare(tableName, Qt::CaseInsensitive) != 0)
-      ++at;
-    return at;
-  }();
+  const TableDef& definition = tables_.At(PlaceOf(tableName)).Definition();
   // The engine's own name of the row identity is no field.
-  if (fieldName.isEmpty() || tables_.At(static_cast<std::size_t>(place)).Definition().FieldIndex(fieldName) >= 0)
-    return true;
+  if (fieldName.isEmpty() || definition.FieldIndex(fieldName) >= 0) return true;
   refused_ = u"no such column: "_s + fieldName;
   return false;
 }

@@ -23,6 +23,8 @@ class Engine {
  private:
   void AddTables();
   void AddTarget();
+  std::optional<std::size_t> InsertWholeTable();
+  std::size_t PlaceOf(const QString& name) const;
   QString InsertSql();
   QStringList InsertFields(const TableDef& table);
   QStringList NamesOfBody();

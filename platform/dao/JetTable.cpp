@@ -54,8 +54,8 @@ std::vector<jet::Value> JetTable::KeyOf(std::size_t index, std::span<const Value
   return stored;
 }
 
-jet::Value JetTable::Stored(std::size_t field, const Value& value) const {
-  auto stored = StoredOf(table_.Definition().columns[field], value);
+jet::Value JetTable::Stored(std::size_t field, Value value) const {
+  auto stored = StoredOf(table_.Definition().columns[field], std::move(value));
   if (!stored) {
     throw runtime::Error(u"De waarde past niet in het veld '%1' van de tabel '%2'."_s.arg(
         definition_.fields[static_cast<qsizetype>(field)].name, definition_.name));
@@ -68,12 +68,25 @@ jet::TableWriter& JetTable::Writer() {
   return *writer_;
 }
 
-void JetTable::Insert(std::span<const Value> row) {
+void JetTable::Insert(std::vector<Value> row) {
   std::vector<jet::Value> values;
   values.reserve(row.size());
   for (std::size_t i = 0; i < row.size(); ++i)
-    values.push_back(Stored(i, row[i]));
+    values.push_back(Stored(i, std::move(row[i])));
   file_.Telling([&] { Writer().Insert(values); });
+}
+
+std::optional<std::size_t> JetTable::InsertAllOf(Table& other) {
+  const auto* source = dynamic_cast<const JetTable*>(&other);
+  if (source == nullptr) return std::nullopt;
+  jet::TableWriter& writer = file_.Telling([&]() -> jet::TableWriter& { return Writer(); });
+  if (!writer.TakesRowsOf(source->table_)) return std::nullopt;
+  const auto fromSource = [&](auto work) { return source->file_.Telling(work); };
+  jet::TableCursor rows = fromSource([&] { return source->table_.Scan(writer.KnownColumns()); });
+  std::size_t count = 0;
+  for (; fromSource([&] { return rows.Next(); }); ++count)
+    file_.Telling([&] { writer.InsertStored(rows.Row(), rows.Values()); });
+  return count;
 }
 
 void JetTable::Update(RowId row, std::span<const FieldValue> changes) {

@@ -18,7 +18,8 @@ class JetTable : public Table {
   std::unique_ptr<Cursor> Scan(const FieldMask& wanted) override;
   std::unique_ptr<Cursor> ScanByIndex(std::size_t index, bool backwards, const FieldMask& wanted) override;
   std::unique_ptr<Cursor> Lookup(std::size_t index, std::span<const Value> key, const FieldMask& wanted) override;
-  void Insert(std::span<const Value> row) override;
+  void Insert(std::vector<Value> row) override;
+  std::optional<std::size_t> InsertAllOf(Table& other) override;
   void Update(RowId row, std::span<const FieldValue> changes) override;
   void Delete(RowId row) override;
   std::size_t DeleteAll() override;
@@ -26,7 +27,7 @@ class JetTable : public Table {
  private:
   // The key as the index's columns store it; fewer values than given when one of them cannot be a key.
   std::vector<jet::Value> KeyOf(std::size_t index, std::span<const Value> key) const;
-  jet::Value Stored(std::size_t field, const Value& value) const;
+  jet::Value Stored(std::size_t field, Value value) const;
   jet::TableWriter& Writer();
 
   const JetFile file_;

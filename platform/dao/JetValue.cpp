@@ -87,7 +87,7 @@ ValueView ViewOf(const jet::Value& stored, std::u16string& text) {
   return {};
 }
 
-std::optional<jet::Value> StoredOf(const jet::ColumnDefinition& column, const Value& value) {
+std::optional<jet::Value> StoredOf(const jet::ColumnDefinition& column, Value value) {
   if (IsNull(value)) return jet::Value();
   if (const auto* whole = std::get_if<std::int64_t>(&value)) {
     if (column.type == jet::ColumnType::Boolean) return *whole != 0;
@@ -96,11 +96,11 @@ std::optional<jet::Value> StoredOf(const jet::ColumnDefinition& column, const Va
     return isWhole ? jet::Value(*whole) : StoredNumber(column, static_cast<double>(*whole));
   }
   if (const auto* number = std::get_if<double>(&value)) return StoredNumber(column, *number);
-  if (const auto* text = std::get_if<std::u16string>(&value)) {
+  if (auto* text = std::get_if<std::u16string>(&value)) {
     if (column.type == jet::ColumnType::Guid) return GuidOf(*text);
-    return *text;
+    return std::move(*text);
   }
-  return std::get<Bytes>(value);
+  return std::move(std::get<Bytes>(value));
 }
 
 }  // namespace dao

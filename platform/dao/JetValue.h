@@ -14,6 +14,6 @@ ValueView ViewOf(const jet::Value& stored, std::u16string& text);
 
 // A value of the kind that dao::Value tells for its field, as the column stores it; nothing when it is of another kind
 // or out of the column's range.
-std::optional<jet::Value> StoredOf(const jet::ColumnDefinition& column, const Value& value);
+std::optional<jet::Value> StoredOf(const jet::ColumnDefinition& column, Value value);
 
 }  // namespace dao

@@ -7,6 +7,7 @@
 #include <list>
 #include <thread>
 
+#include "platform/dao/FileSystemScope.h"
 #include "platform/dao/WriteWait.h"
 
 namespace dao {
@@ -36,12 +37,17 @@ std::list<Opening>& Kept() {
   return kept;
 }
 
+jet::FileSystem*& CurrentFiles() {
+  thread_local jet::FileSystem* files = &jet::HostFileSystem();
+  return files;
+}
+
 std::shared_ptr<jet::Database> OpenAnew(const std::filesystem::path& path, const OpenOptions& options) {
   jet::OpenOptions asked;
   asked.password = options.password.toStdU16String();
   asked.writable = !options.readOnly;
   asked.wait.limit = WriteWait();
-  return jet::Database::Open(path, asked);
+  return jet::Database::Open(path, asked, Files());
 }
 
 }  // namespace
@@ -60,6 +66,20 @@ std::shared_ptr<jet::Database> OpenFile(const QString& hostPath, const OpenOptio
   kept.push_front({path, options, WriteWait(), OpenAnew(path, options)});
   if (kept.size() > kMostKept) kept.pop_back();
   return kept.front().database;
+}
+
+jet::FileSystem& Files() {
+  return *CurrentFiles();
+}
+
+FileSystemScope::FileSystemScope(jet::FileSystem& files) : previous_(CurrentFiles()) {
+  Kept().clear();
+  CurrentFiles() = &files;
+}
+
+FileSystemScope::~FileSystemScope() {
+  Kept().clear();
+  CurrentFiles() = previous_;
 }
 
 std::filesystem::path EncodedPath(const QString& hostPath) {

@@ -14,6 +14,9 @@ namespace dao {
 // lock that keeps others from reading or writing. Throws jet::Error.
 std::shared_ptr<jet::Database> OpenFile(const QString& hostPath, const OpenOptions& options);
 
+// What databases of this thread are opened on: the computer's own files but for a FileSystemScope.
+jet::FileSystem& Files();
+
 std::filesystem::path EncodedPath(const QString& hostPath);
 
 }  // namespace dao

@@ -16,6 +16,30 @@ int CompareCallback(void* /*unused*/, int leftBytes, const void* left, int right
   return jet::TextOrder::Legacy().Compare(view(left, leftBytes), view(right, rightBytes));
 }
 
+// A text as the engine takes it. What looks like a byte order mark in the first place it would drop, or take the rest
+// for swapped bytes: such a text gets one more before it, which is then the one that is dropped.
+class EngineText {
+ public:
+  explicit EngineText(std::u16string_view text) : text_(text) {
+    if (text.empty() || (text.front() != kMark && text.front() != kSwappedMark)) return;
+    marked_ = kMark;
+    marked_ += text;
+    text_ = marked_;
+  }
+  EngineText(const EngineText&) = delete;
+  EngineText& operator=(const EngineText&) = delete;
+
+  const char16_t* Data() const { return text_.empty() ? u"" : text_.data(); }
+  int Size() const { return static_cast<int>(text_.size() * sizeof(char16_t)); }  // bytes
+
+ private:
+  static constexpr char16_t kMark = 0xFEFF;
+  static constexpr char16_t kSwappedMark = 0xFFFE;
+
+  std::u16string marked_;
+  std::u16string_view text_;
+};
+
 }  // namespace
 
 void SetUpSqlite() {
@@ -56,9 +80,8 @@ void Bind(sqlite3_stmt* statement, int parameter, const ValueView& value) {
   } else if (const auto* number = std::get_if<double>(&value)) {
     sqlite3_bind_double(statement, parameter, *number);
   } else if (const auto* text = std::get_if<std::u16string_view>(&value)) {
-    static constexpr char16_t kEmpty[] = u"";
-    sqlite3_bind_text16(statement, parameter, text->empty() ? kEmpty : text->data(),
-                        static_cast<int>(text->size() * sizeof(char16_t)), SQLITE_TRANSIENT);
+    const EngineText given(*text);
+    sqlite3_bind_text16(statement, parameter, given.Data(), given.Size(), SQLITE_TRANSIENT);
   } else if (const auto* bytes = std::get_if<std::span<const std::uint8_t>>(&value)) {
     if (bytes->empty()) {
       sqlite3_bind_zeroblob(statement, parameter, 0);
@@ -76,9 +99,8 @@ void SetResult(sqlite3_context* context, const ValueView& value) {
   } else if (const auto* number = std::get_if<double>(&value)) {
     sqlite3_result_double(context, *number);
   } else if (const auto* text = std::get_if<std::u16string_view>(&value)) {
-    static constexpr char16_t kEmpty[] = u"";
-    sqlite3_result_text16(context, text->empty() ? kEmpty : text->data(),
-                          static_cast<int>(text->size() * sizeof(char16_t)), SQLITE_TRANSIENT);
+    const EngineText given(*text);
+    sqlite3_result_text16(context, given.Data(), given.Size(), SQLITE_TRANSIENT);
   } else if (const auto* bytes = std::get_if<std::span<const std::uint8_t>>(&value)) {
     if (bytes->empty()) {
       sqlite3_result_zeroblob(context, 0);

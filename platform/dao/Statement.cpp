@@ -54,6 +54,9 @@ class Parser {
     } else {
       in_.Expect(u"SELECT"_s);
       statement_.fromSelect = true;
+      const bool isWhole = in_.Peek().Is(u"*"_s) && in_.Peek(1).IsWord(u"FROM"_s) && in_.Peek(2).IsName() &&
+                           in_.Peek(3).kind == TokenKind::End;
+      if (isWhole && statement_.fields.isEmpty()) statement_.wholeTable = in_.Peek(2).text;
       in_.Emit(u"SELECT"_s);
       in_.SelectList();
     }

@@ -20,6 +20,7 @@ struct Statement {
   QString target;                 // INSERT, UPDATE, DELETE: the table
   QStringList fields;             // INSERT: the fields named (empty = none); UPDATE: the fields set
   bool fromSelect = false;        // INSERT fed by a SELECT
+  QString wholeTable;             // INSERT fed by "SELECT * FROM table" and nothing else: that table
   bool everyRow = false;          // UPDATE, DELETE: without a condition
   std::optional<QString> inFile;  // INSERT: the path text behind IN
 };

@@ -57,7 +57,10 @@ class Table {
 
   // A whole row, one value a field. NULL in an autonumber field lets the file choose. A key that is there already and
   // a missing required key are errors.
-  virtual void Insert(std::span<const Value> row) = 0;
+  virtual void Insert(std::vector<Value> row) = 0;
+  // Every row of another table, as it is stored there; how many. Nothing, with nothing done, when the two are not made
+  // alike: then the rows go one by one.
+  virtual std::optional<std::size_t> InsertAllOf(Table& /*other*/) { return std::nullopt; }
   virtual void Update(RowId row, std::span<const FieldValue> changes) = 0;
   virtual void Delete(RowId row) = 0;
   // Empties the table in one go; answers how many rows it had.

@@ -145,7 +145,7 @@ void InsertRow(const OpenTable& table, sqlite3_value** values) {
     const Value absent = isGiven ? Value() : ValueOfVariant(field.defaultValue);
     row.push_back(ConvertToField(definition.name, field, isGiven ? ValueOf(values[kFirstField + i]) : View(absent)));
   }
-  table.Stored().Insert(row);
+  table.Stored().Insert(std::move(row));
 }
 
 void UpdateRow(const OpenTable& table, RowId identity, sqlite3_value** values) {

@@ -126,6 +126,7 @@ QWidget* MessageDialog::MakeIcon() const {
 QTextEdit* MessageDialog::MakeText(const QString& text) {
   auto* edit = new MessageText(this);
   edit->setObjectName(u"messageText"_s);
+  edit->setAccessibleName(tr("Melding"));
   edit->setFrameShape(QFrame::NoFrame);
   edit->setReadOnly(true);
   edit->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);

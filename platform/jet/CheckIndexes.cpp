@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cstring>
+#include <set>
 
 #include "platform/jet/CheckState.h"
 #include "platform/jet/Codec.h"
@@ -21,6 +22,17 @@ constexpr std::size_t kPointerBytes = 4;
 std::string EntryRow(ByteView entry) {
   const std::uint8_t* pointer = entry.data() + entry.size() - kPointerBytes;
   return "pagina " + std::to_string(LoadU24BigEndian(pointer)) + ", rij " + std::to_string(pointer[3]);
+}
+
+RowId RowOf(ByteView entry) {
+  const std::uint8_t* pointer = entry.data() + entry.size() - kPointerBytes;
+  return MakeRowId(LoadU24BigEndian(pointer), pointer[3]);
+}
+
+/// The end of the row's index entries.
+Bytes Pointer(RowId row) {
+  return {static_cast<std::uint8_t>(row >> 24), static_cast<std::uint8_t>(row >> 16),
+          static_cast<std::uint8_t>(row >> 8), static_cast<std::uint8_t>(row)};
 }
 
 std::string NameOf(const TableDef& table, std::size_t realIndex) {
@@ -130,32 +142,39 @@ class TreeChecker {
     if (whole_ && nextOfLast_ != 0) state_.ProblemAt(lastLeaf_, name_ + ": na het laatste blad volgt er nog een");
   }
 
-  // Every row once, under the key that its values give. Where keys cannot be built only the rows are compared.
+  // Every row once, under the key that its values give; a row whose key cannot be built under any key.
   void CompareWithRows() {
     EntryList expected;
     try {
-      ReadExpected(expected, true);
+      ReadExpected(expected);
     } catch (const Error& error) {
       if (error.Code() == ErrorCode::Damaged) return;  // told with the rows
-      if (error.Code() != ErrorCode::UnknownCharacter && error.Code() != ErrorCode::Unsupported) throw;
-      state_.Remark(name_ + ": de sleutels zijn niet na te rekenen (" + error.what() + ")");
-      expected = {};
-      ReadExpected(expected, false);
-      found_ = found_.LastBytes(kPointerBytes);
+      throw;
     }
-    Compare(expected);
+    if (keyless_.empty()) return Compare(expected, found_);
+    state_.Remark(name_ + ": de sleutels zijn niet alle na te rekenen (" + whyKeyless_ + ")");
+    EntryList withKey;
+    EntryList withoutKey;
+    for (std::size_t i = 0; i < found_.Count(); ++i)
+      (keyless_.count(RowOf(found_.At(i))) == 0 ? withKey : withoutKey).Add(found_.At(i));
+    EntryList pointers;
+    for (const RowId row : keyless_)
+      pointers.Add(Pointer(row));
+    withoutKey = withoutKey.LastBytes(kPointerBytes);
+    Compare(expected, withKey);
+    Compare(pointers, withoutKey);
   }
 
-  void Compare(EntryList& expected) {
+  void Compare(EntryList& expected, EntryList& found) {
     expected.Sort();
-    found_.Sort();
+    found.Sort();
     std::size_t i = 0;
     std::size_t j = 0;
-    while (i < expected.Count() || j < found_.Count()) {
-      if (j == found_.Count() || (i < expected.Count() && EntryList::Less(expected.At(i), found_.At(j)))) {
+    while (i < expected.Count() || j < found.Count()) {
+      if (j == found.Count() || (i < expected.Count() && EntryList::Less(expected.At(i), found.At(j)))) {
         state_.Problem(name_ + ": " + EntryRow(expected.At(i++)) + " ontbreekt");
-      } else if (i == expected.Count() || EntryList::Less(found_.At(j), expected.At(i))) {
-        state_.Problem(name_ + ": een regel verwijst naar " + EntryRow(found_.At(j++)) +
+      } else if (i == expected.Count() || EntryList::Less(found.At(j), expected.At(i))) {
+        state_.Problem(name_ + ": een regel verwijst naar " + EntryRow(found.At(j++)) +
                        ", maar die rij of haar sleutel is er niet");
       } else {
         ++i;
@@ -164,13 +183,13 @@ class TreeChecker {
     }
   }
 
-  void ReadExpected(EntryList& expected, bool withKeys) {
+  void ReadExpected(EntryList& expected) {
     RowScan scan(state_.Source(), table_);
     while (scan.Next())
-      AddExpected(scan.Id(), RowView(scan.Row(), table_), withKeys, expected);
+      AddExpected(scan.Id(), RowView(scan.Row(), table_), expected);
   }
 
-  void AddExpected(RowId id, const RowView& row, bool withKey, EntryList& expected) {
+  void AddExpected(RowId id, const RowView& row, EntryList& expected) {
     std::vector<Value> values(index_.fields.size());
     bool allNull = true;
     for (std::size_t i = 0; i < values.size(); ++i) {
@@ -178,11 +197,16 @@ class TreeChecker {
       allNull = allNull && IsNull(values[i]);
     }
     if (allNull && (index_.flags & RealIndexDef::kIgnoreNulls) != 0) return;
-    Bytes entry;
-    if (withKey) entry = BuildKey(table_, index_, values);
-    for (const int shift : {24, 16, 8, 0})
-      entry.push_back(static_cast<std::uint8_t>(id >> shift));
-    expected.Add(entry);
+    try {
+      Bytes entry = BuildKey(table_, index_, values);
+      const Bytes pointer = Pointer(id);
+      entry.insert(entry.end(), pointer.begin(), pointer.end());
+      expected.Add(entry);
+    } catch (const Error& error) {
+      if (error.Code() != ErrorCode::UnknownCharacter && error.Code() != ErrorCode::Unsupported) throw;
+      whyKeyless_ = error.what();
+      keyless_.insert(id);
+    }
   }
 
   CheckState& state_;
@@ -194,6 +218,8 @@ class TreeChecker {
   EntryList found_;
   std::uint32_t lastLeaf_ = 0;
   std::uint32_t nextOfLast_ = 0;
+  std::set<RowId> keyless_;  // rows whose key cannot be built
+  std::string whyKeyless_;
   bool whole_ = true;  // no page of the tree was unreadable so far
 };
 

@@ -7,6 +7,7 @@ namespace jet {
 namespace {
 
 const std::string kMapOwner = "gebruikskaarten";
+constexpr RowId kGlobalMap = MakeRowId(1, 0);
 
 }  // namespace
 
@@ -39,6 +40,10 @@ UsageMap CheckState::ReadMap(RowId where, const std::string& what) {
   Guard([&] {
     map = UsageMap::Read(pages_, where);
     ClaimMapPage(PageOf(where));
+    if (where != kGlobalMap && !map.PastEnd().empty()) {
+      Problem("gebruikskaart van " + what + " noemt pagina " + std::to_string(map.PastEnd().front()) +
+              " voorbij het einde van het bestand");
+    }
     const auto [entry, isNew] = maps_.emplace(where, Where() + what);
     if (!isNew) ProblemAt(PageOf(where), "gebruikskaart van " + entry->second + " is ook die van " + what);
     for (const std::uint32_t page : map.BitmapPages())

@@ -62,9 +62,11 @@ ByteView IndexPage::Stored(std::size_t entry) const {
 
 void IndexPage::CopyEntry(std::size_t entry, Bytes& out) const {
   const ByteView stored = Stored(entry);
-  const std::uint8_t* prefix = page_->data() + kEntriesAt;
-  out.assign(prefix, prefix + (entry == 0 ? 0 : prefix_));
-  out.insert(out.end(), stored.begin(), stored.end() - (IsLeaf() ? 0 : 4));
+  const std::size_t shared = entry == 0 ? 0 : prefix_;
+  const std::size_t own = stored.size() - (IsLeaf() ? 0 : 4);
+  out.resize(shared + own);
+  std::copy_n(page_->data() + kEntriesAt, shared, out.begin());
+  std::copy_n(stored.begin(), own, out.begin() + static_cast<std::ptrdiff_t>(shared));
 }
 
 RowId IndexPage::Row(std::size_t entry) const {

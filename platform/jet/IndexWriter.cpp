@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
+#include <utility>
 
 #include "platform/jet/Codec.h"
 #include "platform/jet/Damage.h"
@@ -38,25 +40,40 @@ std::size_t SplitPoint(const IndexNode& node, std::size_t wanted) {
   throw Damage("een indexregel is te lang");
 }
 
-RowId RowOf(ByteView entry) {
-  const std::uint8_t* pointer = entry.data() + entry.size() - kPointerBytes;
-  return MakeRowId(LoadU24BigEndian(pointer), pointer[3]);
+bool IsLess(ByteView left, ByteView right) {
+  return std::lexicographical_compare(left.begin(), left.end(), right.begin(), right.end());
 }
 
 }  // namespace
 
 Bytes IndexWriter::Entry(ByteView key, RowId row) {
-  Bytes entry(key.begin(), key.end());
+  Bytes entry;
+  entry.reserve(key.size() + kPointerBytes);
+  entry.assign(key.begin(), key.end());
   const std::uint32_t page = PageOf(row);
   entry.insert(entry.end(), {static_cast<std::uint8_t>(page >> 16), static_cast<std::uint8_t>(page >> 8),
                              static_cast<std::uint8_t>(page), static_cast<std::uint8_t>(SlotOf(row))});
   return entry;
 }
 
+void IndexWriter::Forget() {
+  absent_.reset();
+  tail_.reset();
+}
+
 bool IndexWriter::Contains(ByteView key) {
-  IndexCursor cursor(pages_, table_, root_);
-  cursor.Seek(key);
-  return cursor.Valid() && std::equal(key.begin(), key.end(), cursor.Key().begin(), cursor.Key().end());
+  if (tail_ && IsLess(tail_->last, key)) return false;
+  absent_.reset();
+  Place place = Find(key);
+  if (place.entry.empty() && !place.isLastLeaf) {
+    IndexCursor cursor(pages_, table_, root_);
+    cursor.Seek(key);
+    place.entry.assign(cursor.Entry().begin(), cursor.Entry().end());
+  }
+  const std::size_t length = key.size() + kPointerBytes;
+  if (place.entry.size() == length && std::equal(key.begin(), key.end(), place.entry.begin())) return true;
+  absent_ = {Bytes(key.begin(), key.end()), std::move(place)};
+  return false;
 }
 
 bool IndexWriter::Holds(ByteView key, RowId row) {
@@ -74,66 +91,86 @@ std::optional<Bytes> IndexWriter::KeyOfRow(RowId row) {
   return std::nullopt;
 }
 
-IndexWriter::Path IndexWriter::Find(ByteView entry) {
-  Path path;
-  beyondAnOnlyChild_ = false;
+IndexWriter::Place IndexWriter::Find(ByteView entry) {
+  Place found;
   for (std::uint32_t number = root_;;) {
-    if (path.size() >= kDeepest) throw DamageAt(root_, "de index is te diep");
+    if (found.path.size() >= kDeepest) throw DamageAt(root_, "de index is te diep");
     const IndexPage page(pages_.Read(number), number, table_);
     std::size_t place = page.LowerBound(entry);
     if (!page.IsLeaf() && place == page.Count() && page.Tail() == 0 && place > 0) {
-      beyondAnOnlyChild_ = true;
+      found.beyondAnOnlyChild = true;
       --place;
     }
-    path.push_back({number, place});
-    if (page.IsLeaf()) return path;
+    found.path.push_back({number, place});
+    if (page.IsLeaf()) {
+      found.ends = page.Ends();
+      found.isLastLeaf = page.Next() == 0;
+      if (place < page.Count()) page.CopyEntry(place, found.entry);
+      return found;
+    }
     number = page.Child(place);
   }
 }
 
 void IndexWriter::Insert(ByteView key, RowId row) {
   const Bytes entry = Entry(key, row);
-  Path path = Find(entry);
-  const bool beyondAnOnlyChild = beyondAnOnlyChild_;
-  const Step leaf = path.back();
-  if (!InsertIntoPage(leaf, entry)) {
+  if (Append(entry)) return;
+  const bool isKnownPlace = absent_ && std::ranges::equal(absent_->key, key);
+  Place place = isKnownPlace ? std::move(absent_->place) : Find(entry);
+  Forget();
+  const Step leaf = place.path.back();
+  if (place.entry == entry) throw DamageAt(leaf.page, "de rij staat al in de index");
+  if (InsertIntoPage(place, entry)) {
+    const bool isLast = place.isLastLeaf && leaf.child == place.ends.size();
+    if (isLast && !place.beyondAnOnlyChild) tail_ = {leaf.page, entry};
+  } else {
     IndexNode node = IndexNode::Load(pages_, leaf.page, table_);
     node.entries.insert(node.entries.begin() + static_cast<std::ptrdiff_t>(leaf.child), entry);
-    SaveOrSplit(path, node);
+    SaveOrSplit(place.path, node);
   }
-  if (beyondAnOnlyChild) TellParents(Find(entry), entry);
+  if (place.beyondAnOnlyChild) TellParents(Find(entry).path, entry);
+}
+
+/// The entry without what a page's entries share, when it shares it and there is room; else nothing.
+ByteView IndexWriter::FittingPart(const PageBytes& page, ByteView entry, std::size_t room) {
+  const std::size_t shared = LoadU16(&page[kPrefixAt]);
+  if (entry.size() < shared + kPointerBytes || std::memcmp(&page[kEntriesAt], entry.data(), shared) != 0) return {};
+  const ByteView part = entry.subspan(shared);
+  return part.size() <= room ? part : ByteView();
+}
+
+/// Entries that come in their order: behind the last one, without looking for the place.
+bool IndexWriter::Append(ByteView entry) {
+  if (!tail_ || !IsLess(tail_->last, entry)) return false;
+  PageBytes& page = pages_.Change(tail_->page);
+  const std::size_t room = LoadU16(&page[2]);
+  const ByteView part = FittingPart(page, entry, room);
+  if (part.empty()) return false;
+  absent_.reset();
+  const std::size_t used = kEntryBytes - room;
+  std::memcpy(&page[kEntriesAt + used], part.data(), part.size());
+  const std::size_t end = used + part.size();
+  page[kMaskAt + end / 8] |= static_cast<std::uint8_t>(1U << (end % 8));
+  Store(&page[2], static_cast<std::uint16_t>(kEntryBytes - end));
+  tail_->last.assign(entry.begin(), entry.end());
+  return true;
 }
 
 /// The usual case, without taking the page apart: the entry has the page's prefix, and there is room.
-bool IndexWriter::InsertIntoPage(const Step& step, ByteView entry) {
-  std::vector<std::uint16_t> ends;
-  std::size_t shared = 0;
-  {
-    const PageRef bytes = pages_.Read(step.page);
-    const IndexPage page(bytes, step.page, table_);
-    if (step.child < page.Count() && page.Row(step.child) == RowOf(entry)) {
-      Bytes there;
-      page.CopyEntry(step.child, there);
-      if (std::equal(there.begin(), there.end(), entry.begin(), entry.end()))
-        throw DamageAt(step.page, "de rij staat al in de index");
-    }
-    shared = LoadU16(bytes->data() + kPrefixAt);
-    if (shared > 0) {
-      if (step.child == 0 || entry.size() < shared + kPointerBytes) return false;
-      if (std::memcmp(bytes->data() + kEntriesAt, entry.data(), shared) != 0) return false;
-      entry = entry.subspan(shared);
-    }
-    if (page.ExactFreeBytes() < entry.size()) return false;
-    ends = page.Ends();
-  }
-  PageBytes& page = pages_.Change(step.page);
-  const std::size_t start = step.child == 0 ? kEntriesAt : ends[step.child - 1];
+bool IndexWriter::InsertIntoPage(const Place& place, ByteView entry) {
+  const std::size_t at = place.path.back().child;
+  std::vector<std::uint16_t> ends = place.ends;
+  PageBytes& page = pages_.Change(place.path.back().page);
   const std::size_t end = ends.empty() ? kEntriesAt : ends.back();
-  std::memmove(&page[start + entry.size()], &page[start], end - start);
-  std::memcpy(&page[start], entry.data(), entry.size());
-  ends.insert(ends.begin() + static_cast<std::ptrdiff_t>(step.child), static_cast<std::uint16_t>(start));
-  for (std::size_t i = step.child; i < ends.size(); ++i)
-    ends[i] = static_cast<std::uint16_t>(ends[i] + entry.size());
+  const bool hasPrefix = LoadU16(&page[kPrefixAt]) > 0;
+  const ByteView part = FittingPart(page, entry, kPageSize - end);
+  if (part.empty() || (hasPrefix && at == 0)) return false;
+  const std::size_t start = at == 0 ? kEntriesAt : ends[at - 1];
+  std::memmove(&page[start + part.size()], &page[start], end - start);
+  std::memcpy(&page[start], part.data(), part.size());
+  ends.insert(ends.begin() + static_cast<std::ptrdiff_t>(at), static_cast<std::uint16_t>(start));
+  for (std::size_t i = at; i < ends.size(); ++i)
+    ends[i] = static_cast<std::uint16_t>(ends[i] + part.size());
   StoreEnds(page, ends);
   return true;
 }
@@ -195,9 +232,11 @@ void IndexWriter::Split(Path& path, IndexNode& node) {
   const bool appended = node.leaf && node.next == 0 && path.back().child + 1 == count;
   const auto half = static_cast<std::ptrdiff_t>(SplitPoint(node, appended ? count - 1 : count / 2));
 
+  std::vector<Bytes> entries = std::move(node.entries);
   IndexNode lower = node;
-  lower.entries.assign(node.entries.begin(), node.entries.begin() + half);
-  node.entries.erase(node.entries.begin(), node.entries.begin() + half);
+  const auto middle = entries.begin() + half;
+  lower.entries.assign(std::make_move_iterator(entries.begin()), std::make_move_iterator(middle));
+  node.entries.assign(std::make_move_iterator(middle), std::make_move_iterator(entries.end()));
   const Bytes promoted = lower.entries.back();
   if (!node.leaf) {
     lower.children.assign(node.children.begin(), node.children.begin() + half);
@@ -234,8 +273,9 @@ void IndexWriter::AddChild(Path path, const Bytes& lastEntry, std::uint32_t chil
 }
 
 void IndexWriter::Remove(ByteView key, RowId row) {
+  Forget();
   const Bytes entry = Entry(key, row);
-  const Path path = Find(entry);
+  const Path path = Find(entry).path;
   const Step& leaf = path.back();
   std::size_t count = 0;
   Bytes before;
@@ -330,6 +370,7 @@ void IndexWriter::RemovePage(Path path) {
 }
 
 void IndexWriter::Clear() {
+  Forget();
   std::vector<std::uint32_t> pages = map_.Members();
   std::erase(pages, root_);
   for (const std::uint32_t page : pages)

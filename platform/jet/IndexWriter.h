@@ -10,7 +10,9 @@
 
 namespace jet {
 
-/// Changes one index tree. Keys are as BuildKey makes them.
+/// Changes one index tree. Keys are as BuildKey makes them. While it lives nothing else changes the tree: it remembers
+/// where it last was, so that a key asked for is not sought again when it is put in, and rows that come in the order of
+/// the index are appended without a search.
 class IndexWriter {
  public:
   /// `table`: definition page of the table.
@@ -37,11 +39,32 @@ class IndexWriter {
     std::size_t child;
   };
   using Path = std::vector<Step>;
+  /// Where an entry is or would be: the last step's `child` is its place in the leaf.
+  struct Place {
+    Path path;
+    std::vector<std::uint16_t> ends;  ///< of the leaf's entries, from the page's start
+    Bytes entry;                      ///< the one that is at the place; none behind the leaf's last
+    bool isLastLeaf = false;
+    bool beyondAnOnlyChild = false;  ///< a node lists its only child with an entry below what was sought
+  };
+  /// A key that is not there, and where it would be.
+  struct Absent {
+    Bytes key;
+    Place place;
+  };
+  /// The last leaf and the last entry in it.
+  struct Tail {
+    std::uint32_t page;
+    Bytes last;
+  };
 
   static Bytes Entry(ByteView key, RowId row);
-  /// The path to where `entry` is or would be; the last step's `child` is its place in the leaf.
-  Path Find(ByteView entry);
-  bool InsertIntoPage(const Step& step, ByteView entry);
+  void Forget();
+  /// `entry`: a whole one or a key.
+  Place Find(ByteView entry);
+  static ByteView FittingPart(const PageBytes& page, ByteView entry, std::size_t room);
+  bool Append(ByteView entry);
+  bool InsertIntoPage(const Place& place, ByteView entry);
   bool RemoveFromPage(const Step& step);
   void SaveOrSplit(Path& path, IndexNode& node);
   void Split(Path& path, IndexNode& node);
@@ -60,8 +83,8 @@ class IndexWriter {
   std::uint32_t table_;
   std::uint32_t root_;
   MapRow map_;
-  bool beyondAnOnlyChild_ =
-      false;  ///< of the last Find: a node lists its only child with an entry below what was sought
+  std::optional<Absent> absent_;
+  std::optional<Tail> tail_;
 };
 
 }  // namespace jet

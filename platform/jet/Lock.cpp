@@ -22,13 +22,15 @@ WaitRule WaitRule::Real() {
   return {milliseconds{5000}, [](milliseconds pause) { std::this_thread::sleep_for(pause); }};
 }
 
-bool WaitFor(const WaitRule& rule, const std::function<bool()>& attempt) {
-  milliseconds waited{0};
+bool WaitFor(const WaitRule& rule, milliseconds& waited, const std::function<bool()>& attempt) {
   milliseconds pause{1};
   while (!attempt()) {
     if (waited >= rule.limit) return false;
+    const auto asleep = std::chrono::steady_clock::now();
     rule.sleep(pause);
-    waited += pause;
+    // On a busy machine a pause takes longer than was asked for.
+    const auto slept = std::chrono::duration_cast<milliseconds>(std::chrono::steady_clock::now() - asleep);
+    waited += std::max(pause, slept);
     pause = std::min(2 * pause, kLongestPause);
   }
   return true;

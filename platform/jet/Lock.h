@@ -18,8 +18,9 @@ struct WaitRule {
   static WaitRule Real();
 };
 
-/// Tries again and again, with growing pauses, until `attempt` answers true. False when the limit is reached.
-bool WaitFor(const WaitRule& rule, const std::function<bool()>& attempt);
+/// Tries again and again, with growing pauses, until `attempt` answers true. False when the limit is reached. `waited`
+/// is what was waited before, and grows: several waits of one statement share one limit.
+bool WaitFor(const WaitRule& rule, std::chrono::milliseconds& waited, const std::function<bool()>& attempt);
 
 /// The locks by which programs of this kind take turns on one database: on bytes of the database file itself, past the
 /// largest place that data can have. Any number may read; one may prepare a change while others read; to write, it

@@ -44,6 +44,7 @@ std::optional<MapRow::Bits> MapRow::Run(std::size_t i) {
   if (row[0] == kInline) {
     return Bits{place.page, place.start + kInlineHead, place.length - kInlineHead, LoadU32(row + 1)};
   }
+  if (kReferenceHead + 4 * (i + 1) > place.length) return std::nullopt;
   const std::uint32_t bitmap = LoadU32(row + kReferenceHead + 4 * i);
   if (bitmap == 0) return std::nullopt;
   ReadTyped(pages_, bitmap, PageType::UsageBitmap);
@@ -90,7 +91,9 @@ void MapRow::Add(PageSpace& space, std::uint32_t page) {
       Store(pages_.Change(place.page).data() + place.start + kReferenceHead + 4 * i, bitmap);
     }
   }
-  Set(RunOf(page).value(), page, true);
+  const auto bits = RunOf(page);
+  if (!bits) throw DamageAt(PageOf(where_), "een gebruikskaart reikt niet tot pagina " + std::to_string(page));
+  Set(*bits, page, true);
 }
 
 /// Moves the first page of a bitmap in the row, so that `page` and all members fit. False when they do not.

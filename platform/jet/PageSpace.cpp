@@ -16,6 +16,7 @@ namespace {
 constexpr RowId kGlobalMap = MakeRowId(1, 0);
 constexpr std::uint32_t kMapPage = 1;
 constexpr std::uint32_t kSystemPages = 6;  // header, maps, the definitions of the four engine tables
+constexpr std::uint32_t kMostMissing = 64;  // pages past the end of the file that the map may call taken
 constexpr std::uint8_t kFreedData = 9;
 constexpr std::uint8_t kFreedDefinition = 8;
 
@@ -36,7 +37,9 @@ std::uint32_t PageSpace::TakeLowest() {
     Extend(pages_.PageCount());
     page = map.Lowest();
   }
-  if (!page || *page < kSystemPages) throw DamageAt(kMapPage, "de kaart van vrije pagina's is niet in orde");
+  const bool isSane = page && *page >= kSystemPages && *page <= pages_.PageCount() + kMostMissing;
+  if (!isSane) throw DamageAt(kMapPage, "de kaart van vrije pagina's is niet in orde");
+  if (pages_.IsWronglyFree(*page)) throw DamageAt(*page, "is in gebruik, maar staat als vrij te boek");
   map.Remove(*page);
   return *page;
 }

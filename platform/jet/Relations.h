@@ -15,6 +15,7 @@ class Relations {
  public:
   Relations(Transaction& pages, const TableDef& table);
 
+  bool AreNone() const { return relations_.empty(); }
   /// `values` in the order of `table.columns`. An Error when the row names a row elsewhere that is not there.
   void CheckNames(const std::vector<Value>& values) const;
   /// An Error when rows elsewhere name the row with these values.

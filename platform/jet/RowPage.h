@@ -19,6 +19,7 @@ class RowPage {
   /// Makes `number`, a page of zeros, an empty data page of `owner`.
   static void Format(Transaction& pages, std::uint32_t number, std::uint32_t owner);
 
+  std::uint32_t Number() const { return number_; }
   /// Bytes that a new row may have; 0 when there is no slot left.
   std::size_t RoomForNew() const;
   /// Bytes that the row in `slot` may have.

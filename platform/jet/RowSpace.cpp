@@ -13,38 +13,35 @@ constexpr int kMostTries = 8;  // so that finding a place does not take longer i
 
 }  // namespace
 
-bool RowSpace::HasRoom(std::uint32_t page, std::size_t bytes) {
-  return RowPage(pages_, page, owner_).RoomForNew() >= bytes;
-}
-
-std::uint32_t RowSpace::NewPage(bool takesMore) {
+RowPage RowSpace::NewPage(bool takesMore) {
   const std::uint32_t page = space_.Allocate();
   RowPage::Format(pages_, page, owner_);
   owned_.Add(space_, page);
   if (takesMore) free_.Add(space_, page);
-  return page;
+  return {pages_, page, owner_};
 }
 
-std::uint32_t RowSpace::PageWithRoom(std::size_t bytes) {
-  if (lastUsed_ != 0 && free_.Contains(lastUsed_) && HasRoom(lastUsed_, bytes)) return lastUsed_;
-  auto page = free_.HighestBelow(~0U);
-  for (int tries = 0; page && tries < kMostTries; ++tries) {
-    if (!owned_.Contains(*page)) throw DamageAt(*page, "heeft vrije ruimte, maar geen eigenaar");
-    if (HasRoom(*page, bytes)) return lastUsed_ = *page;
-    if (RowPage(pages_, *page, owner_).RoomForNew() < kHardlyAnyRoom) free_.Remove(*page);
-    page = free_.HighestBelow(*page);
+RowPage& RowSpace::PageWithRoom(std::size_t bytes) {
+  if (last_ && last_->RoomForNew() >= bytes) return *last_;
+  auto number = free_.HighestBelow(~0U);
+  for (int tries = 0; number && tries < kMostTries; ++tries) {
+    if (!owned_.Contains(*number)) throw DamageAt(*number, "heeft vrije ruimte, maar geen eigenaar");
+    const std::size_t room = last_.emplace(pages_, *number, owner_).RoomForNew();
+    if (room >= bytes) return *last_;
+    if (room < kHardlyAnyRoom) free_.Remove(*number);
+    number = free_.HighestBelow(*number);
   }
-  return lastUsed_ = NewPage(true);
+  return last_.emplace(NewPage(true));
 }
 
 RowId RowSpace::Add(ByteView row, SlotKind kind) {
-  const std::uint32_t page = PageWithRoom(row.size());
-  return MakeRowId(page, RowPage(pages_, page, owner_).Add(row, kind));
+  RowPage& page = PageWithRoom(row.size());
+  return MakeRowId(page.Number(), page.Add(row, kind));
 }
 
 RowId RowSpace::AddAlone(ByteView row) {
-  const std::uint32_t page = NewPage(false);
-  return MakeRowId(page, RowPage(pages_, page, owner_).Add(row));
+  RowPage page = NewPage(false);
+  return MakeRowId(page.Number(), page.Add(row));
 }
 
 bool RowSpace::ReplaceInPlace(RowId row, ByteView bytes, SlotKind kind) {
@@ -56,6 +53,8 @@ bool RowSpace::ReplaceInPlace(RowId row, ByteView bytes, SlotKind kind) {
 
 void RowSpace::Delete(RowId row) {
   const std::uint32_t number = PageOf(row);
+  // All long values have the same owner on their page: only the map tells whose a page is.
+  if (!owned_.Contains(number)) throw DamageAt(number, "hoort niet bij deze gegevens");
   RowPage page(pages_, number, owner_);
   page.Delete(SlotOf(row));
   if (!page.IsEmpty()) {
@@ -64,7 +63,7 @@ void RowSpace::Delete(RowId row) {
   }
   owned_.Remove(number);
   free_.Remove(number);
-  if (lastUsed_ == number) lastUsed_ = 0;
+  if (last_ && last_->Number() == number) last_.reset();
   space_.Free(number);
 }
 
@@ -90,7 +89,7 @@ std::size_t RowSpace::Clear() {
   owned_.Clear(space_);
   free_.Clear(space_);
   space_.Release(pages);
-  lastUsed_ = 0;
+  last_.reset();
   return rows;
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "platform/jet/MapRow.h"
 #include "platform/jet/PageSpace.h"
 #include "platform/jet/RowPage.h"
@@ -26,17 +28,16 @@ class RowSpace {
   std::size_t Clear();
 
  private:
-  std::uint32_t NewPage(bool takesMore);
-  std::uint32_t PageWithRoom(std::size_t bytes);
+  RowPage NewPage(bool takesMore);
+  RowPage& PageWithRoom(std::size_t bytes);
   std::size_t CountRows(std::uint32_t page);
-  bool HasRoom(std::uint32_t page, std::size_t bytes);
 
   Transaction& pages_;
   PageSpace& space_;
   std::uint32_t owner_;
   MapRow owned_;
   MapRow free_;
-  std::uint32_t lastUsed_ = 0;
+  std::optional<RowPage> last_;  ///< where the last row went; in the map of pages with room
 };
 
 }  // namespace jet

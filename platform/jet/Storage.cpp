@@ -114,8 +114,15 @@ void Storage::OpenFile() {
 }
 
 void Storage::BeginRead() {
-  if (readers_ == 0 && !WaitFor(options_.wait, [this] { return TryBeginRead(); })) ThrowInUse();
+  if (readers_ == 0) {
+    if (!reserved_) waited_ = {};
+    if (!Wait([this] { return TryBeginRead(); })) ThrowInUse();
+  }
   ++readers_;
+}
+
+bool Storage::Wait(const std::function<bool()>& attempt) {
+  return WaitFor(options_.wait, waited_, attempt);
 }
 
 bool Storage::TryBeginRead() {
@@ -166,7 +173,7 @@ void Storage::RecoverOrOverlay() {
 void Storage::RecoverExclusively() {
   lock_->EndShare();
   const auto exclude = [this] { return (reserved_ || lock_->TryReserve()) && lock_->TryExclude(); };
-  const bool excluded = WaitFor(options_.wait, exclude);
+  const bool excluded = Wait(exclude);
   std::exception_ptr failure;
   if (excluded) {
     try {
@@ -192,6 +199,7 @@ void Storage::RefreshIfChanged() {
   } else {
     pages_->Refresh();
   }
+  wronglyFree_.reset();
   lastHeader_ = header;
   lastSize_ = size;
   ++generation_;
@@ -210,8 +218,8 @@ void Storage::ThrowInUse() {
 
 void Storage::Reserve() {
   // Who already reads cannot wait: the writer may be waiting for this very reader.
-  const bool reserved =
-      readers_ > 0 ? lock_->TryReserve() : WaitFor(options_.wait, [this] { return lock_->TryReserve(); });
+  const auto reserve = [this] { return lock_->TryReserve(); };
+  const bool reserved = readers_ > 0 ? reserve() : Wait(reserve);
   if (!reserved) ThrowInUse();
   reserved_ = true;
   if (lockFile_ != nullptr && lockFile_->Number() != 0) lock_->MarkWriter(lockFile_->Number());
@@ -223,7 +231,8 @@ void Storage::CheckForeignUsers() {
   // Another of our programs may be just between taking its number and marking it.
   WaitRule shortly = options_.wait;
   shortly.limit = std::min(shortly.limit, std::chrono::milliseconds(100));
-  if (WaitFor(shortly, [&] { return !(foreign = lockFile_->ForeignUser()); })) return;
+  std::chrono::milliseconds waited{0};
+  if (WaitFor(shortly, waited, [&] { return !(foreign = lockFile_->ForeignUser()); })) return;
   const LockFileUser user = lockFile_->UserAt(*foreign);
   throw Error(ErrorCode::Locked, "Het bestand '" + name_ + "' is geopend met een ander databaseprogramma (" +
                                      user.name + " op " + user.machine +
@@ -235,6 +244,7 @@ void Storage::BeginWrite() {
   if (readOnly_) throw Error(ErrorCode::AccessDenied, "Het bestand '" + name_ + "' is alleen-lezen.");
   // The file may have been put in place of the one that is open: look before the lock is taken on the wrong one.
   if (readers_ == 0) const ReadGuard look(*this);
+  waited_ = {};
   bool reading = false;
   try {
     Reserve();
@@ -243,7 +253,7 @@ void Storage::BeginWrite() {
     CheckForeignUsers();
     if (overlay_ != nullptr) throw Error(ErrorCode::AccessDenied, "De map van '" + name_ + "' is alleen-lezen.");
     if (lastSize_ % kPageSize != 0) throw Error(ErrorCode::Damaged, "Het bestand '" + name_ + "' is afgekapt.");
-    transaction_ = std::make_unique<Transaction>(*pages_);
+    transaction_ = std::make_unique<Transaction>(*pages_, &wronglyFree_);
   } catch (const Error&) {
     if (reading) EndRead();
     EndWrite();
@@ -255,7 +265,7 @@ void Storage::Commit() {
   if (transaction_->IsEmpty()) return Rollback();
   try {
     RaiseCommitCounter();
-    if (!WaitFor(options_.wait, [this] { return lock_->TryExclude(); })) ThrowInUse();
+    if (!Wait([this] { return lock_->TryExclude(); })) ThrowInUse();
     WriteChanges();
   } catch (const Error&) {
     lastSize_ = 0;  // look at the file anew

@@ -74,6 +74,8 @@ class Storage {
   };
 
   PageSource& Present();
+  /// One statement waits for others as long as the rule says, and not longer, whatever it waits for.
+  bool Wait(const std::function<bool()>& attempt);
   void OpenFile();
   bool TryBeginRead();
   void RecoverOrOverlay();
@@ -99,10 +101,12 @@ class Storage {
   std::unique_ptr<LockFile> lockFile_;
   std::unique_ptr<Pages> pages_;
   std::unique_ptr<OverlaidPages> overlay_;
+  Transaction::WronglyFree wronglyFree_;
   std::unique_ptr<Transaction> transaction_;
   PageBytes lastHeader_{};
   std::uint64_t lastSize_ = 0;
   std::uint64_t generation_ = 0;
+  std::chrono::milliseconds waited_{0};  ///< by the present statement
   int readers_ = 0;
   bool reserved_ = false;
 };

@@ -40,6 +40,8 @@ class TableCursor {
   RowId Id() const { return scan_.Id(); }
   /// The chosen columns, in the order asked for; valid until Next.
   const std::vector<Value>& Values() const { return decoder_.Values(); }
+  /// The row as it is stored; valid until Next.
+  ByteView Row() const { return scan_.Row(); }
 
  private:
   RowScan scan_;

@@ -13,6 +13,8 @@ namespace jet {
 
 namespace {
 
+constexpr std::size_t kUsualKeyBytes = 32;
+
 /// A number or text as an error shows it; nothing for the others.
 std::string Shown(const Value& value) {
   if (const auto* number = std::get_if<std::int64_t>(&value)) return ' ' + std::to_string(*number);
@@ -68,6 +70,7 @@ std::optional<Bytes> TableIndexes::KeyOf(const Tree& tree, const Values& values)
   const bool ignoresNulls = (tree.def->flags & RealIndexDef::kIgnoreNulls) != 0;
   if (ignoresNulls && std::all_of(tree.columns.begin(), tree.columns.end(), isNull)) return std::nullopt;
   Bytes key;
+  key.reserve(kUsualKeyBytes);
   for (std::size_t i = 0; i < tree.columns.size(); ++i) {
     const std::size_t column = tree.columns[i];
     AppendKeyField(table_.columns[column], values[column], tree.def->fields[i].ascending, key);

@@ -5,6 +5,8 @@
 
 #include "platform/jet/Codec.h"
 #include "platform/jet/Damage.h"
+#include "platform/jet/Names.h"
+#include "platform/jet/RowLayout.h"
 #include "platform/jet/RowScan.h"
 #include "platform/jet/Rows.h"
 #include "platform/jet/Utf8.h"
@@ -65,10 +67,12 @@ TableWriter::TableWriter(Transaction& pages, TableDef def, TableDefinition defin
       autonumbers_(def_, counters_, indexes_),
       relations_(pages, def_),
       fieldWriter_(pages, space_, def_),
-      newFields_(def_.columns.size()) {
+      newFields_(def_.columns.size()),
+      newValues_(def_.columns.size()) {
   for (const ColumnDef& column : def_.columns) {
     places_.push_back(definition_.FindColumn(column.name));
     inOrder_ = inOrder_ && places_.back() + 1 == places_.size();
+    if (column.IsAutonumber() || indexes_.Uses(places_.size() - 1)) knownColumns_.push_back(places_.back());
   }
 }
 
@@ -132,6 +136,41 @@ RowId TableWriter::InsertArranged(Values& values) {
     autonumbers_.Note(i, values[i]);
   counters_.CountRows(1);
   return row;
+}
+
+bool TableWriter::TakesRowsOf(const Table& other) const {
+  const auto isFree = [](const ColumnDefinition& column) { return !column.required && column.allowZeroLength; };
+  const auto isSameName = [](const ColumnDefinition& left, const ColumnDefinition& right) {
+    return SameName(left.name, right.name);
+  };
+  return relations_.AreNone() && HaveSameRows(def_, other.Def()) &&
+         std::ranges::equal(definition_.columns, other.Definition().columns, isSameName) &&
+         std::ranges::all_of(definition_.columns, isFree);
+}
+
+RowId TableWriter::InsertStored(ByteView row, const std::vector<Value>& known) {
+  return Naming(definition_, [&] {
+    CheckFields(row);
+    std::size_t next = 0;
+    for (std::size_t i = 0; i < def_.columns.size(); ++i) {
+      if (next < known.size() && knownColumns_[next] == places_[i]) newValues_[i] = known[next++];
+    }
+    const TableIndexes::Keys keys = indexes_.KeysOf(newValues_);
+    const RowId placed = rows_.Add(row);
+    indexes_.Insert(keys, placed);
+    for (std::size_t i = 0; i < newValues_.size(); ++i)
+      autonumbers_.Note(i, newValues_[i]);
+    counters_.CountRows(1);
+    return placed;
+  });
+}
+
+/// Damage of another file must not come in: every field has to lie within the row.
+void TableWriter::CheckFields(ByteView row) const {
+  const RowView view(row, def_);
+  for (const ColumnDef& column : def_.columns) {
+    if (column.Type() != ColumnType::Boolean && view.Bit(column)) static_cast<void>(view.BytesOf(column));
+  }
 }
 
 TableWriter::Present TableWriter::Read(RowId row) {

@@ -8,6 +8,7 @@
 #include "platform/jet/FieldWriter.h"
 #include "platform/jet/Relations.h"
 #include "platform/jet/RowSpace.h"
+#include "platform/jet/Table.h"
 #include "platform/jet/TableDef.h"
 #include "platform/jet/TableIndexes.h"
 
@@ -31,6 +32,15 @@ class TableWriter {
 
   /// `values` come back as they are stored: null in an autonumber column became the next number.
   RowId Insert(std::vector<Value>& values);
+
+  /// Whether rows of `other`, which is another table, can be put in as they are stored there, with nothing to look at
+  /// but what the indexes and autonumbers want to know.
+  bool TakesRowsOf(const Table& other) const;
+  /// What they want to know.
+  const ColumnSet& KnownColumns() const { return knownColumns_; }
+  /// Puts in a row of such a table, as stored; `known`: its values in KnownColumns.
+  RowId InsertStored(ByteView row, const std::vector<Value>& known);
+
   /// `changed` tells which columns `values` (in full length) brings anew; the others keep what they have.
   void Update(RowId row, const std::vector<Value>& values, const std::vector<bool>& changed);
   void Delete(RowId row);
@@ -55,6 +65,7 @@ class TableWriter {
   void Normalise(Values& values) const;
   void CheckValue(std::size_t column, const Value& value) const;
   RowId InsertArranged(Values& values);
+  void CheckFields(ByteView row) const;
   Present Read(RowId row);
   void Place(RowId row, const Present& present, const Bytes& bytes);
   void CheckNoneNamed();
@@ -72,6 +83,8 @@ class TableWriter {
   std::vector<std::size_t> places_;  ///< of def_.columns in definition_.columns
   bool inOrder_ = true;              ///< both have the same order
   Fields newFields_;                 ///< of the row being inserted; kept for its memory
+  Values newValues_;                 ///< likewise, of a stored row: what is known of it
+  ColumnSet knownColumns_;
 };
 
 }  // namespace jet

@@ -1,6 +1,7 @@
 #include "platform/jet/Transaction.h"
 
 #include "platform/jet/Error.h"
+#include "platform/jet/PageClaims.h"
 
 namespace jet {
 namespace {
@@ -29,6 +30,12 @@ std::uint32_t Transaction::Append() {
     throw Error(ErrorCode::DiskFull, "Het databasebestand mag niet groter worden dan 2 GB.");
   changes_[pageCount_] = std::make_shared<PageBytes>(PageBytes{});
   return pageCount_++;
+}
+
+bool Transaction::IsWronglyFree(std::uint32_t number) {
+  if (base_.PageCount() == 0) return false;
+  if (!wronglyFree_) wronglyFree_ = FindWronglyFreePages(base_);
+  return wronglyFree_->count(number) != 0;
 }
 
 }  // namespace jet

@@ -2,6 +2,8 @@
 
 #include <map>
 #include <memory>
+#include <optional>
+#include <set>
 #include <unordered_map>
 
 #include "platform/jet/Pages.h"
@@ -12,7 +14,11 @@ namespace jet {
 /// until a Storage commits them. Not thread-safe.
 class Transaction final : public PageSource {
  public:
-  explicit Transaction(PageSource& base) : base_(base), pageCount_(base.PageCount()) {}
+  /// What is known of a file's free pages, for all its transactions until another program writes to it.
+  using WronglyFree = std::optional<std::set<std::uint32_t>>;
+
+  explicit Transaction(PageSource& base, WronglyFree* wronglyFree = nullptr)
+      : base_(base), wronglyFree_(wronglyFree != nullptr ? *wronglyFree : own_), pageCount_(base.PageCount()) {}
 
   std::uint32_t PageCount() override { return pageCount_; }
   PageRef Read(std::uint32_t number) override;
@@ -22,6 +28,9 @@ class Transaction final : public PageSource {
   /// A new page of zeros at the end of the file; answers its number.
   std::uint32_t Append();
 
+  /// Whether the file called page `number` free before this statement, although it is in use.
+  bool IsWronglyFree(std::uint32_t number);
+
   bool IsEmpty() const { return changes_.empty(); }
   /// In the order of their numbers, as they go to the disk.
   std::map<std::uint32_t, PageRef> ChangedPages() const { return {changes_.begin(), changes_.end()}; }
@@ -30,6 +39,8 @@ class Transaction final : public PageSource {
 
  private:
   PageSource& base_;
+  WronglyFree own_;
+  WronglyFree& wronglyFree_;
   std::uint32_t pageCount_;
   std::unordered_map<std::uint32_t, std::shared_ptr<PageBytes>> changes_;
 };

@@ -49,7 +49,12 @@ void UsageMap::AddBits(ByteView bitmap, std::uint64_t firstPage) {
     if (bitmap[i] == 0) continue;
     for (unsigned bit = 0; bit < 8; ++bit) {
       const std::uint64_t page = firstPage + 8 * i + bit;
-      if ((bitmap[i] >> bit & 1) != 0 && page < bits_.size()) bits_[page] = true;
+      if ((bitmap[i] >> bit & 1) == 0) continue;
+      if (page < bits_.size()) {
+        bits_[page] = true;
+      } else {
+        pastEnd_.push_back(static_cast<std::uint32_t>(page));
+      }
     }
   }
 }

@@ -18,6 +18,9 @@ class UsageMap {
   bool Contains(std::uint32_t page) const { return page < bits_.size() && bits_[page]; }
   /// All members, ascending.
   std::vector<std::uint32_t> Members() const;
+  /// Page numbers past the end of the file that the map names all the same: natural in the global map, damage
+  /// elsewhere.
+  const std::vector<std::uint32_t>& PastEnd() const { return pastEnd_; }
   /// Pages the map itself lives on besides its row: bitmap pages.
   const std::vector<std::uint32_t>& BitmapPages() const { return bitmapPages_; }
   /// First page past what the map can tell about.
@@ -27,6 +30,7 @@ class UsageMap {
   void AddBits(ByteView bitmap, std::uint64_t firstPage);
 
   std::vector<bool> bits_;  // by page number
+  std::vector<std::uint32_t> pastEnd_;
   std::vector<std::uint32_t> bitmapPages_;
   std::uint64_t end_ = 0;
 };

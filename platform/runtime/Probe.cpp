@@ -81,8 +81,12 @@ Presence ProbeHost(const QString& path, const QString& root, std::chrono::millis
   if (result == 0) return Presence::There;
   if (result != ENOENT && result != ENOTDIR) return Presence::NotReachable;
   // Nothing there: is that because the drive itself is away?
-  if (root == u"/"_s || BoundedLook(root, root, wait) == 0) return Presence::NotThere;
-  return Presence::NotReachable;
+  if (root == u"/"_s) return Presence::NotThere;
+  if (BoundedLook(root, root, wait) != 0) return Presence::NotReachable;
+  // It may have come back between the two looks.
+  const int again = BoundedLook(path, root, wait);
+  if (again == 0) return Presence::There;
+  return again == ENOENT || again == ENOTDIR ? Presence::NotThere : Presence::NotReachable;
 }
 
 using SteadyClock = ProbeLookScope::SteadyClock;

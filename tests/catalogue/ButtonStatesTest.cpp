@@ -5,6 +5,7 @@
 #include "tests/catalogue/CatalogueTest.h"
 
 #include <QCheckBox>
+#include <QLineEdit>
 
 #include <memory>
 
@@ -14,7 +15,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 enum class Kind { Spots, Items, Pingles };
-enum class Last { Selection, CheckBox, Refill };
+enum class Last { Selection, Aktieve, NietAktieve, Editor, F5, Hidden };
 
 struct Situation {
   Kind kind;
@@ -36,15 +37,19 @@ std::unique_ptr<Form> FormOf(Kind kind) {
   return std::make_unique<frmItemPingles>(nullptr);
 }
 
+bool IsCheckBox(Last last) {
+  return last == Last::Aktieve || last == Last::NietAktieve;
+}
+
 bool IsPossible(const Situation& now) {
-  if (now.kind == Kind::Pingles) return now.aktieve && !now.nietAktieve && now.last != Last::CheckBox;
+  if (now.kind == Kind::Pingles) return now.aktieve && !now.nietAktieve && !IsCheckBox(now.last);
   return !now.selected || now.aktieve || now.nietAktieve;  // else there is nothing to select
 }
 
 std::vector<Situation> AllSituations() {
   std::vector<Situation> all;
   for (const Kind kind : {Kind::Spots, Kind::Items, Kind::Pingles}) {
-    for (const Last last : {Last::Selection, Last::CheckBox, Last::Refill}) {
+    for (const Last last : {Last::Selection, Last::Aktieve, Last::NietAktieve, Last::Editor, Last::F5, Last::Hidden}) {
       for (int bits = 0; bits < 8; ++bits) {
         const Situation situation{kind, (bits & 1) != 0, (bits & 2) != 0, (bits & 4) != 0, last};
         if (IsPossible(situation)) all.push_back(situation);
@@ -63,7 +68,8 @@ std::string NameOf(const ::testing::TestParamInfo<Situation>& info) {
     if (!now.aktieve && !now.nietAktieve) name += "Neither";
   }
   name += now.selected ? "Selected" : "Unselected";
-  return name + (now.last == Last::Selection ? "" : now.last == Last::CheckBox ? "ThenCheckBox" : "ThenRefill");
+  static const std::string kLast[] = {"", "ThenAktieve", "ThenNietAktieve", "ThenEditor", "ThenF5", "ThenHidden"};
+  return name + kLast[static_cast<int>(now.last)];
 }
 
 }  // namespace
@@ -85,8 +91,11 @@ class ButtonStates : public CatalogueTest, public ::testing::WithParamInterface<
       Child<QCheckBox>(form, u"chkAktieve"_s).setChecked(now.aktieve);
     }
     if (now.selected) List(form).SetListIndex(0);
-    if (now.last == Last::CheckBox) Click(form, u"chkNietAktieve"_s);
-    if (now.last == Last::Refill) Click(form, u"cmdNieuw"_s);
+    if (now.last == Last::Aktieve) Click(form, u"chkAktieve"_s);
+    if (now.last == Last::NietAktieve) Click(form, u"chkNietAktieve"_s);
+    if (now.last == Last::Editor) Click(form, u"cmdNieuw"_s);
+    if (now.last == Last::F5) QTest::keyClick(&form, Qt::Key_F5);
+    if (now.last == Last::Hidden) Child<QLineEdit>(form, u"txtZoek"_s).setText(u"zoek het niet"_s);
   }
 };
 
@@ -95,9 +104,9 @@ TEST_P(ButtonStates, FollowTheEnablingRule) {
   const std::unique_ptr<Form> form = FormOf(now.kind);
   Open(*form);
   BringAbout(*form);
-  // A refill takes the selection; only the refill behind another screen runs the rule again.
+  // Whatever came last took the selection; the refill by a check box alone does not run the rule again.
   const bool selected = now.selected && now.last == Last::Selection;
-  const bool enabled = now.selected && now.last != Last::Refill;
+  const bool enabled = now.selected && (now.last == Last::Selection || IsCheckBox(now.last));
   EXPECT_EQ(List(*form).ListIndex() != -1, selected);
   EXPECT_EQ(Enabled(*form, u"cmdOpen"_s), enabled);
   EXPECT_EQ(Enabled(*form, u"cmdVerwijder"_s), enabled);

@@ -1,4 +1,4 @@
-#include "catalogue/CountLine.h"
+#include "platform/controls/QuietLine.h"
 #include "catalogue/frmItemOpruimen.h"
 #include "catalogue/frmItemPingles.h"
 #include "catalogue/frmItemSpotOpruimen.h"

@@ -1,9 +1,11 @@
 #include "catalogue/frmItemOpruimen.h"
 #include "platform/desktop/Lock.h"
 #include "platform/runtime/HostPath.h"
+#include "platform/runtime/TextFile.h"
 #include "tests/catalogue/CatalogueTest.h"
 
 #include <QCheckBox>
+#include <QDir>
 #include <QFile>
 #include <QLineEdit>
 
@@ -65,6 +67,13 @@ class ItemCleanup : public CatalogueTestInBothModes {
 
   QStringList LoggedWhenOffline(const QStringList& statements) const {
     return GetParam() == Station::Mode::Online ? QStringList() : statements;
+  }
+
+  // The copies beside the database that is cleaned up.
+  QStringList Backups() const {
+    const QString folder =
+        GetParam() == Station::Mode::Online ? station_.ServerFolder() : station_.Folder() + u"/data"_s;
+    return QDir(folder + u"/backup"_s).entryList({u"*.mdb"_s});
   }
 
   const QStringList kDone{u"Items: Opruimen is uitgevoerd."_s};
@@ -193,4 +202,47 @@ TEST_P(ItemCleanup, SluitenRemovesNothing) {
   EXPECT_EQ(IDs(u"Items"_s), (QList<int>{1, 2}));
   EXPECT_EQ(LinkedItems(), (QList<int>{1, 1, 2}));
   EXPECT_EQ(CleanupBoxes(), QStringList());
+}
+
+TEST_P(ItemCleanup, WhereMoreThanOneRecordGoesABackupIsMadeFirst) {
+  frmItemOpruimen form(nullptr);
+  Open(form);
+  Check(form, u"chkVerwijderID"_s, true);
+  Click(form, u"cmdOk"_s);  // the item and its two links
+  ASSERT_FALSE(Backups().isEmpty());
+  const QString folder = GetParam() == Station::Mode::Online ? station_.ServerFolder() : station_.Folder() + u"/data"_s;
+  dao::Database backup = dao::OpenDatabase(runtime::PathText(folder + u"/backup/"_s + Backups().first()));
+  EXPECT_EQ(backup.OpenRecordset(u"SELECT ItemID FROM "_s + Table(u"ItemsItemSpots"_s)).RecordCount(), 3);
+}
+
+TEST_P(ItemCleanup, ForASingleRecordNoneIsMade) {
+  global.gstrOpruimenID = u"2"_s;
+  station_.OnCurrent(u"DELETE FROM "_s + Table(u"ItemsItemSpots"_s));
+  frmItemOpruimen form(nullptr);
+  Open(form);
+  Check(form, u"chkVerwijderID"_s, true);
+  LoseServerWhenOffline();
+  Click(form, u"cmdOk"_s);
+  EXPECT_EQ(IDs(u"Items"_s), QList<int>{1});
+  // Offline the only one is that of the copy's refresh at the end, in which the item is gone already.
+  for (const QString& name : Backups()) {
+    ASSERT_EQ(GetParam(), Station::Mode::Offline);
+    dao::Database backup = dao::OpenDatabase(runtime::PathText(station_.Folder() + u"/data/backup/"_s + name));
+    EXPECT_EQ(backup.OpenRecordset(u"SELECT ID FROM tblCopie_Items"_s).RecordCount(), 1);
+  }
+}
+
+TEST_P(ItemCleanup, WithoutABackupTheUserMayKeepEverything) {
+  const QString database = CurrentCatalogue().databasePath;
+  runtime::WriteFile(database.left(database.lastIndexOf(u'\\')) + u"\\backup"_s, "no folder");
+  boxes_.Answer(desktop::kAnswerNo);
+  frmItemOpruimen form(nullptr);
+  Open(form);
+  Check(form, u"chkVerwijderID"_s, true);
+  boxes_.Answer(desktop::kAnswerNo);  // offline: nor at the refresh of the copy
+  Click(form, u"cmdOk"_s);
+  EXPECT_EQ(boxes_.Shown().front().style, 292);
+  EXPECT_TRUE(boxes_.Shown().front().text.contains(database));
+  EXPECT_EQ(IDs(u"Items"_s), (QList<int>{1, 2}));
+  EXPECT_EQ(LinkedItems(), (QList<int>{1, 1, 2}));
 }

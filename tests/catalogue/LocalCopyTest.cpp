@@ -2,11 +2,16 @@
 #include "catalogue/frmItemPingles.h"
 #include "catalogue/frmItemSpots.h"
 #include "catalogue/frmItems.h"
+#include "platform/runtime/HostPath.h"
+#include "platform/runtime/TextFile.h"
 #include "tests/catalogue/CatalogueTest.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QTimer>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -57,7 +62,14 @@ class LocalCopy : public CatalogueTestInBothModes {
     ASSERT_TRUE(QFile::rename(path, path + u".weg"_s));
   }
 
-  QString Reserve() const { return station_.Folder() + u"/data/OvalistoLocal.mdb.reserve"_s; }
+  // The oldest first.
+  QStringList Backups() const {
+    const QDir folder(station_.Folder() + u"/data/backup"_s);
+    QStringList paths;
+    for (const QString& name : folder.entryList(QDir::Files, QDir::Name))
+      paths += folder.filePath(name);
+    return paths;
+  }
 
   bool IsOnline() const { return GetParam() == Station::Mode::Online; }
 };
@@ -129,6 +141,28 @@ TEST_P(LocalCopy, LostServerEmptiesTheCopyAndOffersTheRowsBack) {
   EXPECT_FALSE(global.lastResult);
 }
 
+// It is there when the list is emptied and gone when it is to be copied.
+TEST_P(LocalCopy, ServerThatVanishesBetweenEmptyingAndCopyOffersTheRowsBack) {
+  frmItemSpots form(nullptr);
+  Open(form);
+  bool vanished = false;
+  QTimer between;  // windows stay alive between the two steps, and so does this
+  QObject::connect(&between, &QTimer::timeout, [&] {
+    if (vanished || !Copied(u"ItemSpots"_s).isEmpty()) return;
+    vanished = true;
+    LoseServer();
+  });
+  between.start(0);
+  boxes_.Answer(desktop::kAnswerOk);
+  boxes_.Answer(desktop::kAnswerYes);
+  Click(form, u"cmdSluiten"_s);
+  EXPECT_TRUE(vanished);
+  ASSERT_EQ(boxes_.Shown().size(), 2u);
+  EXPECT_EQ(boxes_.Shown()[0].title, u"TransItemSpotsToLocal"_s);
+  EXPECT_EQ(Copied(u"ItemSpots"_s), QList<int>{kInCopy});
+  EXPECT_FALSE(form.isVisible());
+}
+
 TEST_P(LocalCopy, LostServerLeavesTheCopyEmptyOnNo) {
   frmItemSpots form(nullptr);
   Open(form);
@@ -160,29 +194,54 @@ TEST_P(LocalCopy, RowsKeptFromAnEarlierRefreshAreNeverMixedIn) {
   EXPECT_EQ(Copied(u"ItemSpots"_s), QList<int>{kOnServer});
 }
 
-TEST_P(LocalCopy, ReserveIsGoneAfterARefreshThatWorked) {
-  OpenAndClose<frmItemSpots>();
-  EXPECT_FALSE(QFileInfo::exists(Reserve()));
+TEST_P(LocalCopy, OneBackupIsMadeBeforeAllTablesOfAList) {
+  OpenAndClose<frmItems>();
+  ASSERT_EQ(Backups().size(), IsOnline() ? 1 : 0);
+  if (!IsOnline()) return;
+  dao::Database backup = dao::OpenDatabase(runtime::PathText(Backups().first()));
+  EXPECT_EQ(Numbers(backup.OpenRecordset(u"SELECT ID FROM tblCopie_Items"_s), u"ID"_s), QList<int>{kInCopy});
+  EXPECT_EQ(Numbers(backup.OpenRecordset(u"SELECT ItemID FROM tblCopie_ItemsItemSpots"_s), u"ItemID"_s),
+            QList<int>{kInCopy});
 }
 
-TEST_P(LocalCopy, ReserveStaysUntilItsRowsAreBack) {
+TEST_P(LocalCopy, TheBackupStaysWhateverTheAnswer) {
   frmItemSpots form(nullptr);
   Open(form);
   LoseServer();
   boxes_.Answer(desktop::kAnswerOk);
   boxes_.Answer(desktop::kAnswerNo);
   Click(form, u"cmdSluiten"_s);
-  EXPECT_TRUE(QFileInfo::exists(Reserve()));
-  // The next refresh finds no rows: it must not take the reserve away.
+  ASSERT_EQ(Backups().size(), 1);
+  // Nothing is offered back any more, and nothing was lost.
   OpenAndClose<frmItemSpots>();
-  EXPECT_TRUE(QFileInfo::exists(Reserve()));
+  const auto& shown = boxes_.Shown();
+  EXPECT_EQ(
+      std::count_if(shown.begin(), shown.end(), [](const auto& box) { return box.text.contains(u"terugzetten"_s); }),
+      1);
+  dao::Database first = dao::OpenDatabase(runtime::PathText(Backups().first()));
+  EXPECT_EQ(Numbers(first.OpenRecordset(u"SELECT ID FROM tblCopie_ItemSpots"_s), u"ID"_s), QList<int>{kInCopy});
 }
 
-TEST_P(LocalCopy, NoRoomForAReserveIsNoReasonToStop) {
-  ASSERT_TRUE(QDir().mkpath(Reserve() + u"/map"_s));
-  OpenAndClose<frmItemSpots>();
-  EXPECT_EQ(Refreshed(), QStringList{u"ItemSpots"_s});
-  EXPECT_TRUE(boxes_.Shown().empty());
+TEST_P(LocalCopy, WithoutABackupTheUserDecides) {
+  runtime::WriteFile(global.programFolder + u"\\data\\backup"_s, "no folder");
+  for (const int answer : {desktop::kAnswerNo, desktop::kAnswerYes}) {
+    boxes_.Answer(answer);
+    OpenAndClose<frmItemSpots>();
+    EXPECT_EQ(boxes_.Last().style, 292);
+    EXPECT_TRUE(boxes_.Last().text.contains(u"OvalistoLocal.mdb"_s));
+    EXPECT_EQ(Copied(u"ItemSpots"_s), QList<int>{answer == desktop::kAnswerYes ? kOnServer : kInCopy});
+  }
+  EXPECT_EQ(boxes_.Shown().size(), 2u);
+}
+
+TEST_P(LocalCopy, SwitchedOffThereIsNoBackupAndNothingIsOfferedBack) {
+  runtime::WriteFile(global.programFolder + u"\\ovalis.ini"_s, "[Backup]\r\nEnabled=0\r\n");
+  frmItemSpots form(nullptr);
+  Open(form);
+  LoseServer();
+  Click(form, u"cmdSluiten"_s);
+  OnlyError(u"TransItemSpotsToLocal"_s);
+  EXPECT_EQ(Backups(), QStringList());
 }
 
 TEST_P(LocalCopy, EachStepThatFailsReportsUnderItsOwnName) {

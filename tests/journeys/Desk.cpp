@@ -11,6 +11,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QImage>
+#include <QLineEdit>
 #include <QPixmap>
 #include <QPointer>
 #include <QThread>
@@ -149,6 +150,15 @@ void Desk::ClickTool(const QString& window, const QString& action) const {
   });
 }
 
+void Desk::Command(const QString& window, const QString& action) const {
+  InWindows([&] {
+    auto* command = Window(window).findChild<QAction*>(action);
+    if (command == nullptr || !command->isEnabled())
+      throw StepFailed(u"de opdracht %1 kan niet gegeven worden"_s.arg(action));
+    QMetaObject::invokeMethod(command, &QAction::trigger, Qt::QueuedConnection);
+  });
+}
+
 void Desk::Press(const QString& window, const QString& control, int key) const {
   InWindows([&] { hand::Press(LiveControl(window, control), key); });
 }
@@ -226,6 +236,19 @@ void Desk::Answer(const QString& part, const QString& button) const {
     throw StepFailed(u"het bericht heeft geen knop %1"_s.arg(button));
   });
   WaitUntil(u"het bericht bleef staan"_s, [&] { return !shown || !shown->isVisible(); });
+}
+
+void Desk::AnswerInput(const QString& part, const QString& text) const {
+  const QString box = u"inputBox"_s;
+  WaitForWindow(box);
+  InWindows([&] {
+    auto* line = Window(box).findChild<QLineEdit*>();
+    if (!line->accessibleName().contains(part))
+      throw StepFailed(u"een andere vraag dan verwacht: "_s + line->accessibleName());
+    hand::Replace(*line, text);
+    hand::Press(*line, Qt::Key_Return);
+  });
+  WaitUntilGone(box);
 }
 
 void Desk::Expect(bool holds, const QString& what) const {

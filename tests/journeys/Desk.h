@@ -36,6 +36,8 @@ class Desk {
   void DoubleClick(const QString& window, const QString& control) const;
   // Triggers a command of the main window's toolbar by its button.
   void ClickTool(const QString& window, const QString& action) const;
+  // Any command of the main window, as its menu would trigger it.
+  void Command(const QString& window, const QString& action) const;
   void Press(const QString& window, const QString& control, int key) const;
   // Empties the field and types into it.
   void Type(const QString& window, const QString& control, const QString& text) const;
@@ -58,6 +60,9 @@ class Desk {
 
   // Waits for a message box, checks that its text holds `part`, and clicks the button of that caption.
   void Answer(const QString& part, const QString& button) const;
+
+  // The same of a question for a text: types it and presses Enter.
+  void AnswerInput(const QString& part, const QString& text) const;
 
   void Expect(bool holds, const QString& what) const;
   // Waits until something holds that takes its time in the background.

@@ -6,115 +6,120 @@
 #include <QDate>
 #include <QDir>
 #include <QFile>
+#include <QWidget>
 
+#include <iostream>
 #include <memory>
 
 using namespace Qt::StringLiterals;
+using namespace window;
 
 namespace {
 
-const QString kSplash = u"frmSplash"_s;
-const QString kStation = u"frmRadioDetail"_s;
-const QString kMain = u"frmMain"_s;
-const QString kSettings = u"frmDefaults"_s;
-const QString kSpots = u"frmItemSpots"_s;
-const QString kSpot = u"frmItemSpotsDetail"_s;
-const QString kItems = u"frmItems"_s;
-const QString kItem = u"frmItemsDetail"_s;
-const QString kEntry = u"frmItemsDetailOpt1"_s;
-const QString kJingles = u"frmItemPingles"_s;
-const QString kJingle = u"frmItemPinglesDetail"_s;
-const QString kExport = u"frmPlanningExporteren"_s;
-
 const QString kNewSpot = u"Nieuwe spot van de rondleiding"_s;
 const QString kChangedSpot = u"Bakkerij Van Damme - paasbrood"_s;
-const QString kNewItem = u"Blok van de rondleiding"_s;
 const QString kEndedSpot = u"Autobedrijf De Smet - opendeurdagen"_s;
+const QString kRemovedSpot = u"Carwash Blinkend"_s;
+const QString kListItem = u"Blok van de rondleiding"_s;
+const QString kPatternItem = u"Weekblok van de rondleiding"_s;
+const QString kNewJingle = u"Opener van de rondleiding"_s;
 
-QString Written(QDate date) {
-  return date.toString(u"dd-MM-yyyy"_s);
+void Done(const QString& what) {
+  std::cout << "ok    " << what.toStdString() << std::endl;
 }
 
-// An audio file of the demo station.
-QString SoundFile(const QString& folder) {
-  const QDir sounds(folder + u"/zender/audio/Spots"_s);
+// The first audio file of that kind of the demonstration station.
+QString SoundFile(const QString& folder, const QString& kind) {
+  const QDir sounds(folder + u"/zender/audio/"_s + kind);
   const QStringList files = sounds.entryList({u"*.mp3"_s}, QDir::Files, QDir::Name);
   if (files.isEmpty()) throw StepFailed(u"de zender heeft geen MP3-bestanden"_s);
   return sounds.filePath(files.first());
 }
 
+// The parts in their order, each once.
+bool HoldsInOrder(const QByteArray& content, const QList<QByteArray>& parts) {
+  qsizetype at = 0;
+  for (const QByteArray& part : parts) {
+    at = content.indexOf(part, at);
+    if (at < 0) return false;
+    at += part.size();
+  }
+  return true;
+}
+
 }  // namespace
 
+Tour::Tour(const Desk& desk, const QString& folder)
+    : desk_(desk), folder_(folder), planner_(desk, [this](const QString& window) { Picture(window); }) {}
+
 void Tour::Walk() {
-  ChooseStation();
-  GoOffline();
+  Arrive();
   MakeSpotFromFile();
+  MakeItems();
+  planner_.GoOffline();
+  Done(u"offline gegaan"_s);
   ChangeSpots();
-  MakeItem();
+  ChangeJingles();
+  ChangeItems();
   Export();
-  CheckExportFile();
   GoOnline();
+  ReadHelp();
   LookInTheDark();
   Leave();
 }
 
-void Tour::ChooseStation() {
+QString Tour::NextName(const QString& window) {
+  const QString number = u"%1"_s.arg(++pictures_, 2, 10, QChar(u'0'));
+  return number + u'-' + window + (dark_ ? u"-donker"_s : QString());
+}
+
+void Tour::Picture(const QString& window) {
+  desk_.Picture(window, NextName(window));
+}
+
+void Tour::PictureOfMain() {
+  desk_.WaitUntil(u"de item-spots werden niet geteld"_s,
+                  [this] { return desk_.Find(kMain, u"lblAantalZonderBestand"_s) != u"–"_s; });
+  Picture(kMain);
+}
+
+QDateTime Tour::Now() {
+  QWidget* window = QApplication::activeModalWidget();
+  const auto* panel = window == nullptr ? nullptr : window->findChild<QWidget*>(u"picProgress"_s);
+  if (panel != nullptr && panel->isVisible()) {
+    desk_.SavePicture(*window, NextName(u"export-bezig"_s));
+    exportSeen_ = true;
+  }
+  return QDateTime::currentDateTime();
+}
+
+void Tour::OpenList(const QString& action, const QString& list) {
+  planner_.Open(action, list);
+  Picture(list);
+}
+
+void Tour::ExpectLogged(const QString& text) const {
+  desk_.WaitForText(kMain, u"pnlLog"_s, text + u" nog niet geëxporteerd"_s);
+}
+
+void Tour::Arrive() {
   desk_.WaitForWindow(kStation);
-  desk_.Picture(kSplash, u"01-start"_s);
-  desk_.Expect(desk_.Lines(kStation, u"cboRadio"_s).contains(u"Radio Demo"_s), u"de zender staat niet in de lijst"_s);
-  desk_.Choose(kStation, u"cboRadio"_s, u"Radio Demo"_s);
-  desk_.Picture(kStation, u"02-zender"_s);
-  desk_.Click(kStation, u"cmdOk"_s);
-  desk_.WaitForWindow(kMain);
+  Picture(kSplash);
+  planner_.ChooseStation(u"Radio Demo"_s);
   desk_.Expect(desk_.Title(kMain) == u"Spotrooster Radio Demo"_s, u"het venster draagt de naam van de zender niet"_s);
   desk_.WaitForText(kMain, u"pnlModus"_s, u"Online"_s);
-  PictureOfMain(u"03-hoofdvenster"_s);
+  PictureOfMain();
   Done(u"zender gekozen: Radio Demo"_s);
 }
 
-void Tour::PictureOfMain(const QString& name) {
-  desk_.WaitUntil(u"de item-spots werden niet geteld"_s,
-                  [this] { return desk_.Find(kMain, u"lblAantalZonderBestand"_s) != u"–"_s; });
-  desk_.Picture(kMain, name);
-}
-
-void Tour::GoOffline() {
-  desk_.ClickTool(kMain, u"actInstellingen"_s);
-  desk_.WaitForWindow(kSettings);
-  desk_.Click(kSettings, u"optOffline"_s);
-  desk_.WaitUntil(u"Offline werd niet gekozen"_s, [this] { return desk_.IsChecked(kSettings, u"optOffline"_s); });
-  desk_.Picture(kSettings, u"04-instellingen"_s);
-  desk_.Click(kSettings, u"cmdOk"_s);
-  desk_.WaitUntilGone(kSettings);
-  desk_.WaitForText(kMain, u"pnlModus"_s, u"Offline"_s);
-  Done(u"offline gegaan"_s);
-}
-
 void Tour::MakeSpotFromFile() {
-  desk_.ClickTool(kMain, u"actItemSpots"_s);
-  desk_.WaitForWindow(kSpots);
-  desk_.Picture(kSpots, u"05-item-spots"_s);
-  desk_.Click(kSpots, u"cmdNieuw"_s);
-  desk_.WaitForWindow(kSpot);
-  const QString sound = SoundFile(folder_);
-  desk_.ChooseFile(sound);
-  desk_.Click(kSpot, u"cmdPath"_s);
-  desk_.WaitUntil(u"het geluidsbestand werd niet genomen"_s,
-                  [this] { return !desk_.Find(kSpot, u"txtPath"_s).isEmpty(); });
-  const int seconds = desk_.Text(kSpot, u"txtLengteSec"_s).toInt();
-  desk_.Expect(seconds > 0, u"de lengte werd niet gemeten"_s);
-  desk_.Click(kSpot, u"cmdFillName"_s);
-  desk_.WaitUntil(u"de naam werd niet ingevuld"_s, [this] { return !desk_.Find(kSpot, u"txtNaam"_s).isEmpty(); });
-  desk_.Type(kSpot, u"txtNaam"_s, kNewSpot);
+  OpenList(u"actItemSpots"_s, kSpots);
+  const QString sound = SoundFile(folder_, u"Spots"_s);
   const QDate today = QDate::currentDate();
-  desk_.Type(kSpot, u"cobStart"_s, Written(today));
-  desk_.Type(kSpot, u"cobStop"_s, Written(today.addDays(30)));
-  MarkMixPoint();
-  desk_.Picture(kSpot, u"06-nieuwe-spot"_s);
-  desk_.Click(kSpot, u"cmdOk"_s);
-  desk_.WaitUntilGone(kSpot);
-  desk_.WaitForLine(kSpots, u"lstOverzicht"_s, kNewSpot);
-  Done(u"item-spot gemaakt uit %1 (%2 s)"_s.arg(QFileInfo(sound).fileName()).arg(seconds));
+  planner_.MakeSpot({sound, kNewSpot, today, today.addDays(30)}, [this] { MarkMixPoint(); });
+  planner_.Close(kSpots);
+  ExpectLogged(u"0 opdrachten"_s);
+  Done(u"online een item-spot gemaakt uit "_s + QFileInfo(sound).fileName());
 }
 
 // A click in the waveform goes to that moment; the button takes it as the mix point.
@@ -138,134 +143,146 @@ void Tour::TestMixPoint() {
   Done(u"mixpunt bepaald en beluisterd"_s);
 }
 
+void Tour::MakeItems() {
+  OpenList(u"actItems"_s, kItems);
+  planner_.MakeListItem({kListItem, 2, u"Opener reclame ochtend"_s, u"Tussenstuk kort"_s, u"Sluiter Polderstem"_s},
+                        {kNewSpot, kChangedSpot, u"Brasserie Het Sluisje - menu"_s});
+  Done(u"online een item gemaakt met drie spots, opener, middenstuk en sluiter"_s);
+  planner_.MakePatternItem({kPatternItem, 3, u"Opener reclame avond"_s, u"Tussenstuk nieuws"_s, u"Sluiter weekend"_s},
+                           {{u"audio"_s, u"Blokken"_s}, u"verkeer"_s, u"ww"_s, u"Maandag"_s, u"wav"_s, 1500, 9});
+  planner_.Close(kItems);
+  Done(u"online een item gemaakt met een naampatroon, opener, middenstuk en sluiter"_s);
+}
+
 void Tour::ChangeSpots() {
-  desk_.Choose(kSpots, u"lstOverzicht"_s, kChangedSpot);
-  desk_.DoubleClick(kSpots, u"lstOverzicht"_s);
-  desk_.WaitForWindow(kSpot);
-  desk_.Type(kSpot, u"cobStop"_s, Written(QDate::currentDate().addDays(60)));
-  desk_.Picture(kSpot, u"07-spot-wijzigen"_s);
-  desk_.Click(kSpot, u"cmdOk"_s);
-  desk_.WaitUntilGone(kSpot);
-  desk_.WaitUntil(u"de lijst werd niet opnieuw gevuld"_s, [this] { return !desk_.IsEnabled(kSpots, u"cmdOpen"_s); });
-  desk_.Choose(kSpots, u"lstOverzicht"_s, kEndedSpot);
-  desk_.Click(kSpots, u"cmdDesaktiveer"_s);
-  desk_.WaitUntil(u"de spot bleef aktief"_s,
-                  [this] { return !desk_.LinesNow(kSpots, u"lstOverzicht"_s).contains(kEndedSpot); });
-  desk_.Click(kSpots, u"cmdSluiten"_s);
-  desk_.WaitUntilGone(kSpots);
-  desk_.WaitForText(kMain, u"pnlLog"_s, u"3 opdrachten nog niet geëxporteerd"_s);
-  Done(u"offline een spot gewijzigd en een gedesaktiveerd: 3 opdrachten in het logboek"_s);
+  planner_.Open(u"actItemSpots"_s, kSpots);
+  const QDate today = QDate::currentDate();
+  planner_.MakeSpot({SoundFile(folder_, u"Spots"_s), kNewSpot + u" (offline)"_s, today, today.addDays(30)});
+  planner_.ChangeSpotEnd(kChangedSpot, today.addDays(60));
+  planner_.Deactivate(kSpots, kEndedSpot);
+  planner_.CleanUp(kSpots, kRemovedSpot, {u"chkVerwijderID"_s, u"chkVerwijderBestand"_s});
+  planner_.Close(kSpots);
+  ExpectLogged(u"4 opdrachten"_s);
+  Done(u"offline een spot gemaakt, een gewijzigd, een gedesaktiveerd en een opgeruimd"_s);
 }
 
-void Tour::MakeItem() {
-  desk_.ClickTool(kMain, u"actItems"_s);
-  desk_.WaitForWindow(kItems);
-  desk_.Picture(kItems, u"08-items"_s);
-  desk_.Click(kItems, u"cmdNieuw"_s);
-  desk_.WaitForWindow(kItem);
-  desk_.Type(kItem, u"txtNaam"_s, kNewItem);
-  AddSpotToItem(kChangedSpot);
-  AddSpotToItem(u"Brasserie Het Sluisje - menu"_s);
-  desk_.Click(kItem, u"chkOpenerPingle"_s);
-  desk_.WaitUntil(u"de opener werd niet gekozen"_s, [this] { return desk_.IsChecked(kItem, u"chkOpenerPingle"_s); });
-  const QStringList jingles = desk_.Lines(kItem, u"cboOpenerPingle"_s);
-  desk_.Expect(!jingles.isEmpty(), u"er zijn geen jingles om uit te kiezen"_s);
-  desk_.Choose(kItem, u"cboOpenerPingle"_s, jingles.first());
-  LookAtJingle(jingles.first());
-  desk_.Picture(kItem, u"09-nieuw-item"_s);
-  desk_.Click(kItem, u"cmdOk"_s);
-  desk_.WaitUntilGone(kItem);
-  desk_.WaitForLine(kItems, u"lstOverzicht"_s, kNewItem);
-  desk_.Click(kItems, u"cmdSluiten"_s);
-  desk_.WaitUntilGone(kItems);
-  desk_.WaitForText(kMain, u"pnlLog"_s, u"7 opdrachten nog niet geëxporteerd"_s);
-  PictureOfMain(u"10-offline-gewijzigd"_s);
-  Done(u"item gemaakt met twee spots en een opener"_s);
+void Tour::ChangeJingles() {
+  OpenList(u"actItemPingles"_s, kJingles);
+  planner_.MakeJingle({SoundFile(folder_, u"Jingles"_s), kNewJingle});
+  desk_.Choose(kJingles, u"lstOverzicht"_s, u"Sluiter weekend"_s);
+  desk_.Click(kJingles, u"cmdVerwijder"_s);
+  desk_.PictureBox(NextName(u"vraag"_s));
+  desk_.Answer(u"\"Sluiter weekend\" verwijderen"_s, u"Nee"_s);
+  planner_.Close(kJingles);
+  ExpectLogged(u"5 opdrachten"_s);
+  Done(u"offline een jingle gemaakt"_s);
 }
 
-// From the item to the list of jingles, into one of them, and back.
-void Tour::LookAtJingle(const QString& jingle) {
-  desk_.Click(kItem, u"cmdShowItemPingles"_s);
-  desk_.WaitForWindow(kJingles);
-  desk_.Choose(kJingles, u"lstOverzicht"_s, jingle);
-  desk_.Click(kJingles, u"cmdOpen"_s);
-  desk_.WaitForWindow(kJingle);
-  desk_.Expect(desk_.Text(kJingle, u"txtNaam"_s) == jingle, u"de jingle ging niet open"_s);
-  desk_.Picture(kJingle, u"15-item-pingle"_s);
-  desk_.Click(kJingle, u"cmdAnnuleren"_s);
-  desk_.WaitUntilGone(kJingle);
-  desk_.Click(kJingles, u"cmdSluiten"_s);
-  desk_.WaitUntilGone(kJingles);
-  desk_.WaitForWindow(kItem);
-  Done(u"jingle bekeken: "_s + jingle);
-}
-
-void Tour::AddSpotToItem(const QString& spot) {
-  desk_.Click(kItem, u"cmdOpt1Toevoegen"_s);
-  desk_.WaitForWindow(kEntry);
-  desk_.Choose(kEntry, u"cboItemSpot"_s, spot);
-  desk_.Click(kEntry, u"cmdOk"_s);
-  desk_.WaitUntilGone(kEntry);
-  desk_.WaitForLine(kItem, u"lstOpt1ItemSpots"_s, spot);
+void Tour::ChangeItems() {
+  planner_.Open(u"actItems"_s, kItems);
+  planner_.RemoveEntry(u"Gemeentelijke mededelingen"_s, u"Gemeente Wielmeer - wegwerkzaamheden"_s);
+  planner_.CleanUp(kItems, u"Maandblok cultuur"_s, {u"chkVerwijderID"_s});
+  planner_.Close(kItems);
+  ExpectLogged(u"11 opdrachten"_s);
+  PictureOfMain();
+  Done(u"offline een item gewijzigd en een opgeruimd: 11 opdrachten in het logboek"_s);
 }
 
 void Tour::Export() {
-  desk_.ClickTool(kMain, u"actExporteren"_s);
-  desk_.WaitForWindow(kExport);
-  desk_.Picture(kExport, u"11-exporteren"_s);
-  desk_.Click(kExport, u"cmdOk"_s);
-  desk_.PictureBox(u"12-vraag"_s);
+  planner_.Open(u"actExporteren"_s, kExport);
+  planner_.StartExport();
+  desk_.PictureBox(NextName(u"vraag"_s));
   desk_.Answer(u"Heeft U de vorige export-files reeds verwerkt"_s, u"Ja"_s);
-  desk_.Answer(u"export"_s, u"OK"_s);
-  desk_.WaitUntilGone(kExport);
-  desk_.WaitForText(kMain, u"pnlLog"_s, u"0 opdrachten nog niet geëxporteerd"_s);
-  desk_.Expect(QFile::exists(folder_ + u"/13-export-bezig.png"_s), u"de export was niet te zien"_s);
+  planner_.EndExport();
+  ExpectLogged(u"0 opdrachten"_s);
+  Desk::InWindows([this] { desk_.Expect(exportSeen_, u"de export was niet te zien"_s); });
+  CheckExportFile();
+}
+
+QStringList Tour::ExportFiles() const {
+  return QDir(folder_ + u"/zender/export"_s).entryList({u"*.tql"_s}, QDir::Files, QDir::Name);
+}
+
+QByteArray Tour::ContentOf(const QString& exportFile) const {
+  QFile copy(folder_ + u'/' + exportFile);
+  desk_.Expect(QFile::copy(folder_ + u"/zender/export/"_s + exportFile, copy.fileName()),
+               u"kan het exportbestand niet kopiëren"_s);
+  desk_.Expect(copy.open(QIODevice::ReadOnly), u"het exportbestand kan niet gelezen worden"_s);
+  return copy.readAll();
 }
 
 void Tour::CheckExportFile() {
-  const QDir exports(folder_ + u"/zender/export"_s);
-  const QStringList files = exports.entryList({u"*.tql"_s}, QDir::Files);
-  desk_.Expect(files.size() == 1, u"er is niet precies één exportbestand"_s);
-  QFile file(exports.filePath(files.first()));
-  desk_.Expect(file.open(QIODevice::ReadOnly), u"het exportbestand kan niet gelezen worden"_s);
-  const QByteArray content = file.readAll();
-  desk_.Expect(content.endsWith(";\r\n"), u"het exportbestand eindigt niet met een regel"_s);
-  qsizetype at = 0;
-  for (const QByteArray part :
-       {"INSERT INTO tblItemSpots (ID, ", "'Nieuwe spot van de rondleiding'",
-        ";\r\nUPDATE tblItemSpots SET Path = ", ";\r\nUPDATE tblItemSpots SET Aktief = 0 WHERE",
-        ";\r\nINSERT INTO tblItems (ID, Naam, ", "'Blok van de rondleiding'",
-        ";\r\nINSERT INTO tblItemsItemSpots (ItemID, ", ";\r\nINSERT INTO tblItemsItemSpots "}) {
-    at = content.indexOf(part, at);
-    desk_.Expect(at >= 0, u"niet op zijn plaats in het exportbestand: "_s + QString::fromLatin1(part.trimmed()));
-    at += part.size();
-  }
-  desk_.Expect(QFile::copy(file.fileName(), folder_ + u'/' + files.first()), u"kan het exportbestand niet kopiëren"_s);
-  Done(u"geëxporteerd: %1, %2 opdrachten"_s.arg(files.first()).arg(content.count(";\r\n")));
+  desk_.Expect(ExportFiles().size() == 1, u"er is niet precies één exportbestand"_s);
+  const QByteArray content = ContentOf(ExportFiles().first());
+  desk_.Expect(
+      HoldsInOrder(content, {"INSERT INTO tblItemSpots (ID, ", "'Nieuwe spot van de rondleiding (offline)'",
+                             ";\r\nUPDATE tblItemSpots SET Path = ", ";\r\nUPDATE tblItemSpots SET Aktief = 0 WHERE",
+                             ";\r\nDELETE FROM tblItemSpots WHERE", ";\r\nINSERT INTO tblItemPingles (ID, ",
+                             ";\r\nUPDATE tblItems SET Naam = ", ";\r\nINSERT INTO tblItemsItemSpots (ItemID, ",
+                             ";\r\nDELETE FROM tblCopie_Items WHERE"}),
+      u"het exportbestand houdt niet alle opdrachten in hun volgorde"_s);
+  desk_.Expect(content.count(";\r\n") == 11 && content.endsWith(";\r\n"), u"het exportbestand heeft geen 11 regels"_s);
+  Done(u"geëxporteerd: %1, 11 opdrachten"_s.arg(ExportFiles().first()));
 }
 
 void Tour::GoOnline() {
-  desk_.ClickTool(kMain, u"actInstellingen"_s);
-  desk_.WaitForWindow(kSettings);
-  desk_.Click(kSettings, u"optOnline"_s);
-  desk_.Answer(u"dient u meteen ook te exporteren"_s, u"OK"_s);
-  desk_.Click(kSettings, u"cmdOk"_s);
-  desk_.WaitForWindow(kExport);
-  desk_.Click(kExport, u"cmdAnnuleren"_s);
+  planner_.Open(u"actItems"_s, kItems);
+  planner_.Deactivate(kItems, u"Weekblok verkeer"_s);
+  planner_.Close(kItems);
+  // Within the same second the second file would replace the first.
+  const QString first = ExportFiles().first();
+  desk_.WaitUntil(u"de klok staat stil"_s,
+                  [&first] { return QDateTime::currentDateTime().toString(u"yyyyMMddHHmmss'.tql'"_s) > first; });
+  planner_.GoOnline();
+  planner_.StartExport();
+  planner_.EndExport();
   desk_.WaitUntilGone(kSettings);
   desk_.WaitForText(kMain, u"pnlModus"_s, u"Online"_s);
-  Done(u"weer online gegaan"_s);
+  desk_.Expect(ExportFiles().size() == 2, u"de overgang naar online heeft niet geëxporteerd"_s);
+  desk_.Expect(ContentOf(ExportFiles().last()) == "UPDATE tblItems SET Aktief = 0 WHERE ID = 9;\r\n",
+               u"het tweede exportbestand klopt niet"_s);
+  Done(u"weer online gegaan, met de export die erbij hoort: "_s + ExportFiles().last());
+}
+
+void Tour::ReadHelp() {
+  planner_.Open(u"actHandleiding"_s, kManual);
+  Picture(kManual);
+  planner_.Close(kManual);
+  desk_.Command(kMain, u"actVersie"_s);
+  desk_.PictureBox(NextName(u"versie"_s));
+  desk_.Answer(u"Spotrooster"_s, u"OK"_s);
+  Done(u"handleiding en versie bekeken"_s);
 }
 
 void Tour::LookInTheDark() {
   Desk::InWindows([] { QApplication::setPalette(desktop::DarkPalette()); });
-  PictureOfMain(u"14-donker"_s);
+  dark_ = true;
+  PictureOfMain();
+  planner_.Open(u"actInstellingen"_s, kSettings);
+  Picture(kSettings);
+  desk_.Click(kSettings, u"cmdAnnuleren"_s);
+  desk_.WaitUntilGone(kSettings);
+  OpenList(u"actItemSpots"_s, kSpots);
+  LookAt(kSpots, kNewSpot, kSpot);
+  planner_.Close(kSpots);
+  OpenList(u"actItems"_s, kItems);
+  LookAt(kItems, kListItem, kItem);
+  LookAt(kItems, kPatternItem, kItem);
+  planner_.Close(kItems);
+  dark_ = false;
   Desk::InWindows([] { QApplication::setPalette(desktop::LightPalette()); });
   Done(u"donker bekeken"_s);
 }
 
+void Tour::LookAt(const QString& list, const QString& line, const QString& editor) {
+  planner_.Edit(list, line, editor);
+  Picture(editor);
+  desk_.Click(editor, u"cmdAnnuleren"_s);
+  desk_.WaitUntilGone(editor);
+  planner_.WaitForRefill(list);
+}
+
 void Tour::Leave() {
-  desk_.ClickTool(kMain, u"actAfsluiten"_s);
-  desk_.WaitUntilGone(kMain);
+  planner_.Leave();
   Done(u"afgesloten"_s);
 }

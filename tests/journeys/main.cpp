@@ -1,13 +1,10 @@
-#include "app/Start.h"
-#include "app/frmMain.h"
-#include "data/Globals.h"
 #include "platform/desktop/FileChooser.h"
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/Theme.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Error.h"
-#include "platform/runtime/HostPath.h"
 #include "tests/journeys/Desk.h"
+#include "tests/journeys/Journey.h"
 #include "tests/journeys/Tour.h"
 #include "tools/Commands.h"
 
@@ -19,7 +16,6 @@
 #include <QLocale>
 #include <QStandardPaths>
 #include <QTemporaryDir>
-#include <QThread>
 
 #include <iostream>
 
@@ -28,41 +24,11 @@ using namespace Qt::StringLiterals;
 namespace {
 
 void MakeFolder(const QString& folder) {
-  QDir(folder + u"/zender"_s).removeRecursively();
   for (const QFileInfo& old : QDir(folder).entryInfoList({u"*.png"_s, u"*.tql"_s}, QDir::Files)) {
     QFile::remove(old.filePath());
   }
   if (!QDir().mkpath(folder)) throw runtime::Error(u"kan de map %1 niet maken"_s.arg(folder));
-  if (RunCommand({u"demo"_s, folder + u"/zender"_s}, {std::cout, std::cerr}) != 0) {
-    throw runtime::Error(u"kan de zender niet maken"_s);
-  }
-}
-
-// The moment of the export file's name is the one moment at which the running export can be seen.
-QDateTime NowAndLook(const Desk& desk) {
-  QWidget* window = QApplication::activeModalWidget();
-  const auto* panel = window == nullptr ? nullptr : window->findChild<QWidget*>(u"picProgress"_s);
-  if (panel != nullptr && panel->isVisible()) desk.SavePicture(*window, u"13-export-bezig"_s);
-  return QDateTime::currentDateTime();
-}
-
-void Report(const Tour& tour) {
-  for (const QString& line : tour.Summary())
-    std::cout << "ok    " << line.toStdString() << '\n';
-}
-
-// Walks in a thread of its own; a step that fails ends the program at once, since a window may still wait for a user.
-void WalkAndReport(const Desk& desk, const QString& folder) {
-  Tour tour(desk, folder);
-  try {
-    tour.Walk();
-    Report(tour);
-    std::cout << "De rondleiding is gelukt; de beelden staan in " << folder.toStdString() << std::endl;
-  } catch (const std::exception& failure) {
-    Report(tour);
-    std::cout << "FOUT  " << failure.what() << std::endl;
-    std::_Exit(kFailed);
-  }
+  MakeStation(folder + u"/zender"_s);
 }
 
 // A screen as large as an ordinary one; the offscreen platform's own would make the windows open smaller than they are.
@@ -82,17 +48,12 @@ int Show(QApplication& application, const QString& folder) {
   const desktop::Theme theme(application, desktop::Variant::Light);
   if (QFontDatabase::families().contains(u"Inter"_s)) QApplication::setFont(QFont(u"Inter"_s, 10));
   QApplication::setWindowIcon(desktop::AppIcon());
-  global.programFolder = runtime::PathText(folder + u"/zender"_s);
-  RegisterScreens();
   desktop::FileChooserScript files;
   const Desk desk(folder, files);
-  const runtime::ClockScope clock([&desk] { return NowAndLook(desk); });
-  const std::unique_ptr<QThread> walk(QThread::create([&] { WalkAndReport(desk, folder); }));
-  walk->start();
-  const std::unique_ptr<frmMain> main = Start();
-  QApplication::exec();
-  while (!walk->wait(10))
-    QCoreApplication::processEvents();
+  Tour tour(desk, folder);
+  const runtime::ClockScope clock([&tour] { return tour.Now(); });
+  RunJourney(folder + u"/zender"_s, [&tour] { tour.Walk(); });
+  std::cout << "De rondleiding is gelukt; de beelden staan in " << folder.toStdString() << std::endl;
   return 0;
 }
 

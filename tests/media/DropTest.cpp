@@ -24,7 +24,7 @@ using testing_support::DropFilesOn;
 namespace {
 
 QString Waiting(const QWidget& editor) {
-  return Child<QLabel>(editor, u"lblWachtend"_s).text();
+  return Child<QLabel>(editor, u"lblToelichting"_s).text();
 }
 
 QString Today() {

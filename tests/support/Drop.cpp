@@ -23,10 +23,14 @@ bool DropOn(QWidget& target, const QMimeData& data) {
 
 bool DropFilesOn(QWidget& target, const QStringList& files) {
   QList<QUrl> urls;
-  for (const QString& file : files)
+  QStringList addresses;
+  for (const QString& file : files) {
     urls += QUrl::fromLocalFile(file);
+    addresses += urls.last().toString();
+  }
   QMimeData data;
   data.setUrls(urls);
+  data.setText(addresses.join(u'\n'));  // as file managers do
   return DropOn(target, data);
 }
 

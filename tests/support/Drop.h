@@ -5,8 +5,8 @@
 
 namespace testing_support {
 
-// Drags onto the middle of a shown control and lets go there: enter, move and drop, as they come from the desktop to the
-// control's window. Whether the drop was taken. What a drop sets off runs before this returns.
+// Drags onto the middle of a shown control and lets go there: enter, move and drop, as they come from the desktop to
+// the control's window. Whether the drop was taken. What a drop sets off runs before this returns.
 bool DropOn(QWidget& target, const QMimeData& data);
 // The same with files (host paths).
 bool DropFilesOn(QWidget& target, const QStringList& files);

@@ -48,7 +48,7 @@ class WatchedTable : public dao::Table {
     Note(u"lookup"_s + QString::number(key.size()), wanted);
     return std::make_unique<WatchedCursor>(inner_->Lookup(index, key, wanted), watch_);
   }
-  void Insert(std::span<const dao::Value> row) override { inner_->Insert(row); }
+  void Insert(std::vector<dao::Value> row) override { inner_->Insert(std::move(row)); }
   void Update(dao::RowId row, std::span<const dao::FieldValue> changes) override {
     for (const auto& change : changes)
       watch_.ways += u"set "_s + Definition().fields[static_cast<int>(change.first)].name;

@@ -104,4 +104,15 @@ TEST(Query, RowsMayBeCopiedWithinATable) {
   EXPECT_EQ(Rows(s.Open(), u"SELECT ID FROM tblSpots"_s).size(), 6);
 }
 
+// The engine below would take such characters for a byte order mark.
+TEST(Query, AByteOrderMarkInFrontOfATextIsACharacterOfIt) {
+  const SpotScratch s;
+  for (const char16_t mark : {u'\uFEFF', u'\uFFFE'}) {
+    const QString name = QChar(mark) + u"Appel"_s;
+    s.Open().Execute(u"UPDATE tblSpots SET Naam = \"%1\" WHERE ID = 1"_s.arg(name));
+    EXPECT_EQ(Value(s.Open(), u"SELECT Naam FROM tblSpots WHERE ID = 1"_s, u"Naam"_s).toString(), name);
+    EXPECT_EQ(Value(s.Open(), u"SELECT ID FROM tblSpots WHERE Naam = \"%1\""_s.arg(name), u"ID"_s), 1);
+  }
+}
+
 }  // namespace

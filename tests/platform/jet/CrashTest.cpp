@@ -1,11 +1,13 @@
 // A change is there whole or not at all, whatever fails and whenever the power goes.
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <random>
 
 #include "platform/jet/Error.h"
 #include "tests/platform/jet/support/FaultyFiles.h"
 #include "tests/platform/jet/support/PowerCut.h"
+#include "tests/platform/jet/support/Rounds.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
 
 namespace jet {
@@ -133,8 +135,8 @@ TEST(PowerCut, AtAnyMomentLeavesTheOldOrTheNewState) {
       states.push_back(test::PagesOf(storage.Source()));
     }
   }
-  std::mt19937 random(7);
-  const int rounds = 3000 * test::LongTests();
+  std::mt19937 random(static_cast<unsigned>(test::Rounds("SPOTROOSTER_SEED", 7)));
+  const int rounds = test::Rounds("SPOTROOSTER_POWER_CUTS", 3000);
   int rolledBack = 0;
   for (int i = 0; i < rounds; ++i) {
     const std::size_t cut = random() % (changes.size() + 1);
@@ -148,6 +150,7 @@ TEST(PowerCut, AtAnyMomentLeavesTheOldOrTheNewState) {
     ASSERT_TRUE(after == states[done] || isNext) << "cut at " << cut << ", round " << i;
   }
   EXPECT_GT(rolledBack, rounds / 10);
+  std::printf("%d power cuts, %d with a journal beside the file\n", rounds, rolledBack);
 }
 
 TEST(Recovery, KeepsBothWhenAnotherProgramWrote) {

@@ -7,9 +7,10 @@
 #include "platform/jet/Check.h"
 #include "platform/jet/UsageMap.h"
 #include "platform/jet/Utf8.h"
-#include "tests/platform/jet/Witness.h"
 #include "tests/platform/jet/support/SampleTable.h"
+#include "tests/platform/jet/support/Samples.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
+#include "tests/platform/jet/support/Witness.h"
 
 namespace jet {
 namespace {
@@ -160,7 +161,7 @@ class DeleteAllSample : public testing::TestWithParam<const char*> {
     const Bytes content = files_.Get(kPath);
     std::ofstream(path, std::ios::binary)
         .write(reinterpret_cast<const char*>(content.data()), static_cast<std::streamsize>(content.size()));
-    const std::size_t rows = witness::ExportWithMdbTools(path.string(), ToUtf8(table)).size();
+    const std::size_t rows = witness::ReadWith(witness::Reader::MdbTools, path.string()).at(ToUtf8(table)).rows.size();
     std::filesystem::remove(path);
     return rows;
   }

@@ -1,21 +1,19 @@
 // Several processes on one file, and processes that are killed.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
-#include <array>
-#include <csignal>
-#include <functional>
-#include <random>
 #include <set>
 
 #include "platform/jet/Check.h"
 #include "platform/jet/Error.h"
+#include "tests/platform/jet/support/Child.h"
 #include "tests/platform/jet/support/SampleTable.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
 
 namespace jet {
 namespace {
+
+using test::Child;
 
 const std::u16string kTable = u"tblSpots";
 
@@ -28,54 +26,6 @@ OpenOptions ForWriting() {
 std::u16string NameOfSpot(int number) {
   return u"Spot " + std::u16string(static_cast<std::size_t>(number % 40), u'x');
 }
-
-/// A child process that writes a number to a pipe for each change that was acknowledged to it.
-class Child {
- public:
-  explicit Child(const std::function<void(const std::function<void(std::int64_t)>&)>& work) {
-    if (::pipe(pipe_.data()) != 0) throw std::runtime_error("pipe");
-    process_ = ::fork();
-    if (process_ != 0) {
-      ::close(pipe_[1]);
-      return;
-    }
-    try {
-      work([this](std::int64_t number) {
-        if (::write(pipe_[1], &number, sizeof number) != sizeof number) ::_exit(2);
-      });
-    } catch (const std::exception& error) {
-      ::fputs(error.what(), stderr);
-      ::_exit(1);
-    }
-    ::_exit(0);
-  }
-
-  ~Child() {
-    if (process_ > 0) Kill();
-    ::close(pipe_[0]);
-  }
-  Child(const Child&) = delete;
-  Child& operator=(const Child&) = delete;
-
-  /// The next number; false when the child has ended.
-  bool Next(std::int64_t& number) { return ::read(pipe_[0], &number, sizeof number) == sizeof number; }
-
-  void Kill() {
-    ::kill(process_, SIGKILL);
-    Wait();
-  }
-  /// Its exit code.
-  int Wait() {
-    int status = 0;
-    ::waitpid(process_, &status, 0);
-    process_ = 0;
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-  }
-
- private:
-  std::array<int, 2> pipe_{};
-  ::pid_t process_ = 0;
-};
 
 class ProcessTest : public testing::Test {
  protected:
@@ -131,82 +81,8 @@ void Step(Database& database, int n) {
   turn.Commit();
 }
 
-std::map<std::int64_t, std::u16string> RowsAfter(int n) {
-  std::map<std::int64_t, std::u16string> rows;
-  for (int i = std::max(1, n - 5); i <= n; ++i)
-    rows[i] = i + 3 <= n ? u"Nieuw " + NameOfSpot(i + 3) : NameOfSpot(i);
-  return rows;
-}
-
-TEST_F(ProcessTest, AKilledWriterLosesNothingThatWasAcknowledged) {
-  std::mt19937 random(3);
-  int done = 0;
-  for (int kills = 0; kills < 25 * test::LongTests(); ++kills) {
-    Child child([&](const std::function<void(std::int64_t)>& acknowledge) {
-      const auto database = Database::Open(path_, ForWriting());
-      for (int n = done + 1;; ++n) {
-        Step(*database, n);
-        acknowledge(n);
-      }
-    });
-    std::int64_t number = done;
-    for (std::size_t wait = random() % 4; wait > 0; --wait)
-      ASSERT_TRUE(child.Next(number));
-    ::usleep(static_cast<useconds_t>(random() % 3000));
-    child.Kill();
-    while (child.Next(number)) {
-    }
-    const auto rows = ReadRows();
-    done = static_cast<int>(number);
-    if (rows != RowsAfter(done)) ++done;  // one more was made durable and could not be acknowledged
-    ASSERT_EQ(rows, RowsAfter(done)) << "kill " << kills;
-  }
-}
-
-TEST_F(ProcessTest, WritersTakeTurnsAlsoWhenOneIsKilled) {
-  constexpr int kEach = 12;
-  const auto write = [&](const std::function<void(std::int64_t)>& acknowledge) {
-    const auto database = Database::Open(path_, ForWriting());
-    for (int done = 0; done < kEach;) {
-      try {
-        WriteTurn turn(*database);
-        std::vector<Value> row = test::Spot(NameOfSpot(done));
-        database->OpenWriter(kTable)->Insert(row);
-        turn.Commit();
-        acknowledge(std::get<std::int64_t>(row[0]));
-        ++done;
-      } catch (const Error& error) {
-        if (error.Code() != ErrorCode::Locked) throw;
-      }
-    }
-  };
-  std::set<std::int64_t> acknowledged;
-  const auto collect = [&](Child& child, int most) {
-    std::int64_t number = 0;
-    for (int i = 0; i < most && child.Next(number); ++i)
-      EXPECT_TRUE(acknowledged.insert(number).second) << number;
-  };
-  {
-    Child one(write);
-    Child two(write);
-    Child killed(write);
-    collect(killed, 2);
-    killed.Kill();
-    collect(killed, kEach);
-    collect(one, kEach);
-    collect(two, kEach);
-    EXPECT_EQ(one.Wait(), 0);
-    EXPECT_EQ(two.Wait(), 0);
-  }
-  const auto rows = ReadRows();
-  for (const std::int64_t number : acknowledged)
-    EXPECT_EQ(rows.count(number), 1U) << number;
-  EXPECT_LE(rows.size(), acknowledged.size() + 1);
-  EXPECT_FALSE(std::filesystem::exists(folder_ / "station.ldb"));
-}
-
 TEST_F(ProcessTest, ADeadUserOfTheLockFileStandsInNobodysWay) {
-  Child child([&](const std::function<void(std::int64_t)>& acknowledge) {
+  Child child([&](const Child::Acknowledge& acknowledge) {
     const auto database = Database::Open(path_, ForWriting());
     const WriteTurn turn(*database);
     acknowledge(1);
@@ -224,7 +100,7 @@ TEST_F(ProcessTest, ADeadUserOfTheLockFileStandsInNobodysWay) {
 TEST_F(ProcessTest, AFileWithoutWritePermissionIsReadAndNotWritten) {
   std::filesystem::permissions(folder_, std::filesystem::perms::all);
   std::filesystem::permissions(path_, std::filesystem::perms::owner_read | std::filesystem::perms::others_read);
-  Child child([&](const std::function<void(std::int64_t)>& acknowledge) {
+  Child child([&](const Child::Acknowledge& acknowledge) {
     if (::geteuid() == 0 && (::setgid(65534) != 0 || ::setuid(65534) != 0)) ::_exit(3);
     const auto database = Database::Open(path_, ForWriting());
     acknowledge(static_cast<std::int64_t>(database->OpenTable(kTable).CountRows()));

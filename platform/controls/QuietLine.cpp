@@ -1,22 +1,26 @@
-#include "catalogue/CountLine.h"
-
-#include "platform/desktop/Tokens.h"
+#include "platform/controls/QuietLine.h"
 
 #include <QPainter>
 
-CountLine::CountLine(QWidget* parent) : QLabel(parent) {
+#include "platform/desktop/Tokens.h"
+
+namespace controls {
+
+QuietLine::QuietLine(QWidget* parent) : QLabel(parent) {
   setTextFormat(Qt::PlainText);
   setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
 }
 
-QSize CountLine::minimumSizeHint() const {
+QSize QuietLine::minimumSizeHint() const {
   return {0, fontMetrics().height()};
 }
 
-void CountLine::paintEvent(QPaintEvent* event) {
+void QuietLine::paintEvent(QPaintEvent* event) {
   Q_UNUSED(event);
   QPainter painter(this);
   painter.setPen(desktop::TokensFor(palette()).hint);
   const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, width());
   painter.drawText(rect(), Qt::AlignLeft | Qt::AlignVCenter, shown);
 }
+
+}  // namespace controls

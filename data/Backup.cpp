@@ -1,0 +1,157 @@
+#include "data/Backup.h"
+
+#include "data/BackupRetention.h"
+#include "data/IniFile.h"
+#include "data/Messages.h"
+#include "data/SettingsFile.h"
+#include "platform/dao/Database.h"
+#include "platform/dao/FrozenDatabase.h"
+#include "platform/runtime/Clock.h"
+#include "platform/runtime/Error.h"
+#include "platform/runtime/FileCalls.h"
+#include "platform/runtime/HostPath.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kQuestionNoFirst = 292;
+const QString kMomentFormat = u"yyyyMMdd-HHmmss"_s;
+const QString kEnding = u".mdb"_s;
+
+// The copies of one database.
+class BackupFolder {
+ public:
+  explicit BackupFolder(const QString& databasePath)
+      : folder_(QFileInfo(runtime::HostPath(databasePath)).path() + u"/backup"_s),
+        prefix_(QFileInfo(runtime::HostPath(databasePath)).completeBaseName() + u'-') {}
+
+  void Make() const {
+    if (!QDir().mkpath(folder_)) {
+      throw runtime::Error(u"Kan de map '%1' niet maken."_s.arg(runtime::PathText(folder_)));
+    }
+  }
+
+  QList<BackupFile> NewestFirst() const {
+    QList<BackupFile> files;
+    for (const QString& name : QDir(folder_).entryList(QDir::Files, QDir::Name | QDir::Reversed)) {
+      const QDateTime moment = MomentOf(name);
+      if (moment.isValid()) files += {name, moment};
+    }
+    return files;
+  }
+
+  QString PathOf(const QString& name) const { return runtime::PathText(folder_ + u'/' + name); }
+
+  // The name of a copy that is the newest, also when several are made in a second or the clock was put back.
+  QString NewName(const QDateTime& now) const {
+    const QList<BackupFile> files = NewestFirst();
+    const QDateTime moment = files.isEmpty() ? now : qMax(now, files.first().moment.addSecs(1));
+    return prefix_ + moment.toString(kMomentFormat) + kEnding;
+  }
+
+  void Remove(const QString& name) const { runtime::RemoveFile(folder_ + u'/' + name); }
+
+  // What a copying that was killed left. Nobody copies now: this one has the writer's turn.
+  void RemoveUnfinished() const {
+    for (const QString& name : QDir(folder_).entryList({prefix_ + u"*.tmp"_s}, QDir::Files))
+      Remove(name);
+  }
+
+ private:
+  QDateTime MomentOf(const QString& name) const {
+    if (!name.startsWith(prefix_) || !name.endsWith(kEnding)) return {};
+    return QDateTime::fromString(name.mid(prefix_.size()).chopped(kEnding.size()), kMomentFormat);
+  }
+
+  QString folder_;
+  QString prefix_;
+};
+
+bool HasRows(dao::Database& database, const QString& table) {
+  return database.OpenRecordset(u"SELECT COUNT(*) AS Aantal FROM "_s + table).Field(u"Aantal"_s).toInt() > 0;
+}
+
+// Every copy table has rows. A server database has none of them, and is never more whole than another.
+bool IsWhole(const QString& path) {
+  try {
+    dao::Database database = dao::OpenDatabase(path, {{}, true});
+    const QStringList copies = database.TableNames().filter(u"tblCopie_"_s);
+    return !copies.isEmpty() &&
+           std::all_of(copies.begin(), copies.end(), [&](const QString& table) { return HasRows(database, table); });
+  } catch (const runtime::Error&) {
+    return false;
+  }
+}
+
+void LetOldOnesGo(const BackupFolder& folder) {
+  const auto isWhole = [&](const BackupFile& file) { return IsWhole(folder.PathOf(file.name)); };
+  for (const BackupFile& file : ExpiredBackups(folder.NewestFirst(), runtime::Now().date(), isWhole))
+    folder.Remove(file.name);
+}
+
+std::unique_ptr<dao::FrozenDatabase> Frozen(const QString& databasePath, const QString& password) {
+  try {
+    return std::make_unique<dao::FrozenDatabase>(databasePath, password);
+  } catch (const runtime::Error&) {
+    return nullptr;
+  }
+}
+
+// The newest copy, when it is the same; one that cannot be read is not.
+std::optional<QString> SameAsNewest(const dao::FrozenDatabase& database, const BackupFolder& folder) {
+  const QList<BackupFile> files = folder.NewestFirst();
+  if (files.isEmpty()) return std::nullopt;
+  try {
+    const QString path = folder.PathOf(files.first().name);
+    if (database.IsSameAs(path)) return path;
+  } catch (const runtime::Error&) {
+    // A new copy is what it takes then.
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<QString> BackUp(const QString& databasePath, const QString& password) {
+  const auto database = Frozen(databasePath, password);
+  if (!database) return std::nullopt;
+  const BackupFolder folder(databasePath);
+  if (const auto same = SameAsNewest(*database, folder)) return same;
+  folder.Make();
+  folder.RemoveUnfinished();
+  const QString path = folder.PathOf(folder.NewName(runtime::Now()));
+  database->CopyTo(path);
+  LetOldOnesGo(folder);
+  return path;
+}
+
+bool BackupsWanted(const QString& settingsPath) {
+  try {
+    IniFile file;
+    file.SetPath(settingsPath);
+    file.SetSection(settings::kBackup.toString());
+    file.SetKey(settings::kEnabled.toString());
+    return file.Value() != u"0"_s;
+  } catch (const runtime::Error&) {
+    return true;
+  }
+}
+
+BackupBefore BackUpBefore(const QString& databasePath) {
+  if (!BackupsWanted(SettingsFile().Path())) return {};
+  try {
+    return {true, BackUp(databasePath).value_or(QString())};
+  } catch (const runtime::Error& error) {
+    const QString question =
+        u"Er kon vooraf geen reservekopie van '%1' gemaakt worden.\n\n%2\n\nWilt u toch doorgaan?"_s.arg(
+            databasePath, error.Description());
+    return {ShowItemsMessage(question, kQuestionNoFirst) == kAnswerYes, QString()};
+  }
+}

@@ -1,0 +1,27 @@
+#include "data/BackupRetention.h"
+
+#include <QSet>
+
+#include <algorithm>
+
+namespace {
+constexpr qsizetype kNewest = 10;
+constexpr qint64 kDays = 30;
+}  // namespace
+
+QList<BackupFile> ExpiredBackups(const QList<BackupFile>& newestFirst, QDate today,
+                                 const std::function<bool(const BackupFile&)>& isWhole) {
+  QList<BackupFile> expired;
+  QSet<QDate> days;
+  for (qsizetype at = 0; at < newestFirst.size(); ++at) {
+    const QDate day = newestFirst[at].moment.date();
+    const bool isNewestOfDay = !days.contains(day);
+    days.insert(day);
+    const bool isDaily = isNewestOfDay && day.daysTo(today) < kDays;
+    if (at >= kNewest && !isDaily) expired += newestFirst[at];
+  }
+  if (expired.isEmpty()) return expired;
+  const auto whole = std::find_if(newestFirst.begin(), newestFirst.end(), isWhole);
+  if (whole != newestFirst.end()) expired.removeAll(*whole);
+  return expired;
+}

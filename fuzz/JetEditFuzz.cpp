@@ -1,0 +1,8 @@
+// Open, check, edit, save: damages a small database as the input says, and edits it. See EditDamaged.h for what must
+// hold.
+#include "fuzz/EditDamaged.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  jet::fuzz::EditDamaged({data, size});
+  return 0;
+}

@@ -1,0 +1,22 @@
+#pragma once
+
+namespace jet {
+class FileSystem;
+}
+
+namespace dao {
+
+// For tests: while it lives, this thread opens databases on another file system. Databases opened before are let go of.
+class FileSystemScope {
+ public:
+  // `files` outlives the scope and every database opened in it.
+  explicit FileSystemScope(jet::FileSystem& files);
+  ~FileSystemScope();
+  FileSystemScope(const FileSystemScope&) = delete;
+  FileSystemScope& operator=(const FileSystemScope&) = delete;
+
+ private:
+  jet::FileSystem* previous_;
+};
+
+}  // namespace dao

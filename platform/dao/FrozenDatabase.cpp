@@ -1,0 +1,66 @@
+#include "platform/dao/FrozenDatabase.h"
+
+#include <algorithm>
+
+#include "platform/dao/JetFile.h"
+#include "platform/dao/OpenFiles.h"
+#include "platform/jet/WholeFile.h"
+#include "platform/runtime/HostPath.h"
+#include "platform/runtime/Probe.h"
+
+namespace dao {
+namespace {
+
+constexpr std::size_t kChunk = std::size_t{1} << 20;  // bytes copied or compared at once
+
+std::unique_ptr<jet::File> OpenToRead(const std::filesystem::path& path) {
+  return Files().Open(path, jet::OpenMode::Read);
+}
+
+jet::Bytes ReadChunk(jet::File& file, std::uint64_t offset) {
+  jet::Bytes chunk(kChunk);
+  chunk.resize(file.ReadAt(offset, chunk));
+  return chunk;
+}
+
+}  // namespace
+
+FrozenDatabase::FrozenDatabase(const QString& pathText, const QString& password) : pathText_(pathText) {
+  runtime::RequireThere(pathText);
+  const QString hostPath = runtime::HostPath(pathText);
+  JetFile::Telling(pathText, hostPath, [&] {
+    database_ = OpenFile(hostPath, {password, false});
+    turn_ = std::make_unique<jet::WriteTurn>(*database_);
+  });
+}
+
+FrozenDatabase::~FrozenDatabase() = default;
+
+bool FrozenDatabase::IsSameAs(const QString& otherPathText) const {
+  const QString hostPath = runtime::HostPath(otherPathText);
+  return JetFile::Telling(otherPathText, hostPath, [&] {
+    const auto mine = OpenToRead(database_->Name());
+    const auto other = OpenToRead(EncodedPath(hostPath));
+    const std::uint64_t size = mine->Size();
+    bool same = other->Size() == size;
+    for (std::uint64_t offset = 0; same && offset < size; offset += kChunk)
+      same = ReadChunk(*mine, offset) == ReadChunk(*other, offset);
+    return same;
+  });
+}
+
+void FrozenDatabase::CopyTo(const QString& targetPathText) const {
+  const QString hostPath = runtime::HostPath(targetPathText);
+  JetFile::Telling(targetPathText, hostPath, [&] {
+    const auto source = OpenToRead(database_->Name());
+    jet::WholeFile target(EncodedPath(hostPath), Files());
+    const std::uint64_t size = source->Size();
+    for (std::uint64_t offset = 0; offset < size; offset += kChunk) {
+      const jet::Bytes chunk = ReadChunk(*source, offset);
+      target.Write({reinterpret_cast<const char*>(chunk.data()), chunk.size()});
+    }
+    target.Commit();
+  });
+}
+
+}  // namespace dao

@@ -1,0 +1,88 @@
+#include "platform/dao/RestoreTables.h"
+
+#include <vector>
+
+#include "platform/dao/Storage.h"
+#include "platform/runtime/Error.h"
+
+using namespace Qt::StringLiterals;
+
+namespace dao {
+namespace {
+
+constexpr int kNoField = -1;
+
+std::unique_ptr<Table> Existing(Storage& storage, const QString& name) {
+  auto table = storage.OpenTable(name);
+  if (!table) throw runtime::Error(u"De tabel '%1' bestaat niet in '%2'."_s.arg(name, storage.PathText()));
+  return table;
+}
+
+// For each field of the target its place in the source, or kNoField.
+std::vector<int> Places(const TableDef& source, const TableDef& target) {
+  for (const FieldDef& field : source.fields) {
+    const int there = target.FieldIndex(field.name);
+    if (there != kNoField && target.fields[there].type == field.type) continue;
+    throw runtime::Error(
+        u"Het veld '%1' van tabel '%2' bestaat niet meer zoals in de reservekopie."_s.arg(field.name, source.name));
+  }
+  std::vector<int> places;
+  for (const FieldDef& field : target.fields)
+    places.push_back(source.FieldIndex(field.name));
+  return places;
+}
+
+Value Owned(const ValueView& view) {
+  if (const auto* text = std::get_if<std::u16string_view>(&view)) return std::u16string(*text);
+  if (const auto* bytes = std::get_if<std::span<const std::uint8_t>>(&view)) return Bytes(bytes->begin(), bytes->end());
+  if (const auto* whole = std::get_if<std::int64_t>(&view)) return *whole;
+  if (const auto* number = std::get_if<double>(&view)) return *number;
+  return {};
+}
+
+void DeleteAll(Table& table) {
+  std::vector<RowId> rows;
+  {
+    const auto cursor = table.Scan({});
+    while (cursor->Next())
+      rows.push_back(cursor->Id());
+  }
+  for (const RowId row : rows)
+    table.Delete(row);
+}
+
+int CopyAll(Table& source, Table& target) {
+  const std::vector<int> places = Places(source.Definition(), target.Definition());
+  FieldMask all;
+  for (qsizetype field = 0; field < source.Definition().fields.size(); ++field)
+    all.set(static_cast<std::size_t>(field));
+  const auto rows = source.Scan(all);
+  int count = 0;
+  for (; rows->Next(); ++count) {
+    std::vector<Value> row;
+    for (const int place : places)
+      row.push_back(place == kNoField ? Value() : Owned(rows->Field(static_cast<std::size_t>(place))));
+    target.Insert(row);
+  }
+  return count;
+}
+
+}  // namespace
+
+int RestoreTables(const QString& source, const QString& target, const QStringList& tables) {
+  const auto from = OpenStorage(source, {{}, true});
+  const auto to = OpenStorage(target);
+  const auto writing = to->Begin(Access::Write);
+  const auto reading = from->Begin(Access::Read);
+  int count = 0;
+  for (const QString& name : tables) {
+    const auto kept = Existing(*from, name);
+    const auto present = Existing(*to, name);
+    DeleteAll(*present);
+    count += CopyAll(*kept, *present);
+  }
+  writing->Commit();
+  return count;
+}
+
+}  // namespace dao

@@ -1,0 +1,213 @@
+// The database of the present mode while another program has it: what each window shows, and what stays as it was.
+#include "catalogue/frmItemOpruimen.h"
+#include "catalogue/frmItemPingles.h"
+#include "catalogue/frmItemSpotOpruimen.h"
+#include "catalogue/frmItemSpots.h"
+#include "catalogue/frmItems.h"
+#include "data/Catalogue.h"
+#include "platform/controls/ListBox.h"
+#include "platform/dao/WriteWait.h"
+#include "platform/jet/FileSystem.h"
+#include "platform/jet/Lock.h"
+#include "platform/runtime/HostPath.h"
+#include "tests/catalogue/CatalogueTest.h"
+
+#include <QCheckBox>
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Another program at work on a database, by its locks.
+class OtherProgram {
+ public:
+  enum class Work { PreparesAChange, WritesPages };  // others can read meanwhile, or not even that
+
+  OtherProgram(const QString& databasePath, Work work)
+      : file_(jet::HostFileSystem().Open(runtime::HostPath(databasePath).toStdString(), jet::OpenMode::Write)),
+        lock_(*file_) {
+    if (!lock_.TryShare() || !lock_.TryReserve()) throw std::runtime_error("the database is in use already");
+    if (work == Work::WritesPages && !lock_.TryExclude()) throw std::runtime_error("the database is being read");
+  }
+
+ private:
+  std::unique_ptr<jet::File> file_;
+  jet::Lock lock_;
+};
+
+}  // namespace
+
+class BusyDatabase : public CatalogueTestInBothModes {
+ protected:
+  using Work = OtherProgram::Work;
+
+  BusyDatabase() : path_(AudioFile(u"spot.wav"_s)) {
+    AddSpot({3, u"Spot"_s, path_, 1});
+    AddItem(1, u"Blok"_s);
+    Link(1, 1, 3);
+    AddPingle(1, u"Intro"_s);
+    global.gstrOpruimenID = u"1"_s;
+  }
+
+  void Busy(Work work, const QString& databasePath) { other_.emplace(databasePath, work); }
+  void Busy(Work work) { Busy(work, CurrentCatalogue().databasePath); }
+  void Free() { other_.reset(); }
+
+  template <class Overview>
+  void ExpectListWaitsForTheUser(const QString& line) {
+    Overview form(nullptr);
+    Busy(Work::WritesPages);
+    Open(form);
+    Free();
+    EXPECT_TRUE(boxes_.Last().text.contains(u"in gebruik"_s)) << boxes_.Last().text.toStdString();
+    EXPECT_EQ(boxes_.Last().title, u"FillLstOverzicht"_s);
+    EXPECT_EQ(Lines(form), QStringList());
+    EXPECT_FALSE(Enabled(form, u"cmdOpen"_s));
+    QApplication::setActiveWindow(&form);
+    QTest::keyClick(&form, Qt::Key_F5);
+    EXPECT_EQ(Lines(form), QStringList{line});
+  }
+
+  // Presses a button on the selected line while the other program prepares a change.
+  template <class Overview>
+  void ExpectRefused(const QString& button, const QString& title) {
+    Overview form(nullptr);
+    Open(form);
+    List(form).SetListIndex(0);
+    Busy(Work::PreparesAChange);
+    Click(form, button);
+    Free();
+    EXPECT_TRUE(boxes_.Last().text.contains(u"in gebruik"_s)) << boxes_.Last().text.toStdString();
+    EXPECT_EQ(boxes_.Last().title, title);
+    EXPECT_EQ(Lines(form).size(), 1);
+    EXPECT_FALSE(global.lastResult);
+    ExpectUntouched();
+  }
+
+  void ExpectUntouched() {
+    EXPECT_EQ(IDs(u"ItemSpots"_s), QList<int>{3});
+    EXPECT_EQ(IDs(u"Items"_s), QList<int>{1});
+    EXPECT_EQ(IDs(u"ItemPingles"_s), QList<int>{1});
+    EXPECT_EQ(station_.CurrentRows(u"SELECT * FROM "_s + Table(u"ItemsItemSpots"_s)).RecordCount(), 1);
+    EXPECT_EQ(station_.Log(), QStringList());
+    EXPECT_TRUE(FileIsThere(path_));
+  }
+
+  QStringList Titles() const {
+    QStringList titles;
+    for (const desktop::ShownMessageBox& box : boxes_.Shown())
+      titles += box.title;
+    return titles;
+  }
+
+  dao::WriteWaitScope wait_{std::chrono::milliseconds(10)};
+  std::optional<OtherProgram> other_;
+  QString path_;
+};
+
+INSTANTIATE_TEST_SUITE_P(Modes, BusyDatabase, ::testing::Values(Station::Mode::Online, Station::Mode::Offline),
+                         ModeName);
+
+TEST_P(BusyDatabase, EveryListSaysSoAndReadsAgainWhenAsked) {
+  ExpectListWaitsForTheUser<frmItemSpots>(u"Spot"_s);
+  ExpectListWaitsForTheUser<frmItems>(u"Blok"_s);
+  ExpectListWaitsForTheUser<frmItemPingles>(u"Intro"_s);
+}
+
+TEST_P(BusyDatabase, ListCanBeReadWhileAnotherPreparesAChange) {
+  Busy(Work::PreparesAChange);
+  frmItemSpots form(nullptr);
+  Open(form);
+  EXPECT_EQ(Lines(form), QStringList{u"Spot"_s});
+  EXPECT_TRUE(boxes_.Shown().empty());
+}
+
+TEST_P(BusyDatabase, SpotThatCannotBeDeactivatedStaysActive) {
+  ExpectRefused<frmItemSpots>(u"cmdDesaktiveer"_s, u"Update_tblItemSpots_Aktief"_s);
+  EXPECT_EQ(Numbers(station_.CurrentRows(u"SELECT Aktief FROM "_s + Table(u"ItemSpots"_s)), u"Aktief"_s),
+            QList<int>{1});
+}
+
+TEST_P(BusyDatabase, ItemThatCannotBeDeactivatedStaysActive) {
+  ExpectRefused<frmItems>(u"cmdDesaktiveer"_s, u"Update_tblItems_Aktief"_s);
+  EXPECT_EQ(Numbers(station_.CurrentRows(u"SELECT Aktief FROM "_s + Table(u"Items"_s)), u"Aktief"_s), QList<int>{1});
+}
+
+TEST_P(BusyDatabase, JingleThatCannotBeRemovedStays) {
+  boxes_.Answer(desktop::kAnswerYes);
+  ExpectRefused<frmItemPingles>(u"cmdVerwijder"_s, u"Delete_tblBeheer"_s);
+}
+
+TEST_P(BusyDatabase, SpotCleanupOfTheRecordIsRefusedAndNotCalledDone) {
+  global.gstrOpruimenID = u"3"_s;
+  frmItemSpotOpruimen form(nullptr);
+  Open(form);
+  Child<QCheckBox>(form, u"chkVerwijderID"_s).setChecked(true);
+  Busy(Work::PreparesAChange);
+  Click(form, u"cmdOk"_s);
+  Free();
+  EXPECT_TRUE(OnlyError(u"Delete_tblBeheer"_s).contains(u"in gebruik"_s));
+  EXPECT_FALSE(form.isVisible());
+  ExpectUntouched();
+}
+
+// Record and file are told apart: a record that could not go does not hold the file back.
+TEST_P(BusyDatabase, SpotCleanupStillDeletesTheFileThatWasAskedFor) {
+  global.gstrOpruimenID = u"3"_s;
+  frmItemSpotOpruimen form(nullptr);
+  Open(form);
+  Child<QCheckBox>(form, u"chkVerwijderID"_s).setChecked(true);
+  Child<QCheckBox>(form, u"chkVerwijderBestand"_s).setChecked(true);
+  Busy(Work::PreparesAChange);
+  Click(form, u"cmdOk"_s);
+  Free();
+  OnlyError(u"Delete_tblBeheer"_s);
+  EXPECT_EQ(IDs(u"ItemSpots"_s), QList<int>{3});
+  EXPECT_FALSE(FileIsThere(path_));
+}
+
+TEST_P(BusyDatabase, ItemCleanupIsRefusedStepByStepAndNotCalledDone) {
+  frmItemOpruimen form(nullptr);
+  Open(form);
+  Child<QCheckBox>(form, u"chkVerwijderSpots"_s).setChecked(true);
+  Child<QCheckBox>(form, u"chkVerwijderID"_s).setChecked(true);
+  Busy(Work::PreparesAChange);
+  Click(form, u"cmdOk"_s);
+  Free();
+  QStringList expected{u"Delete_tblBeheer"_s, u"Delete_tblBeheer"_s, u"Delete_tblBeheer"_s};
+  // Offline it is the local database that is busy: its copy can be neither emptied nor filled on closing.
+  if (GetParam() == Station::Mode::Offline) expected += {u"DeleteAllInTable"_s, u"TransItemSpotsToLocal"_s};
+  EXPECT_EQ(Titles(), expected);
+  EXPECT_FALSE(form.isVisible());
+  ExpectUntouched();
+}
+
+TEST_P(BusyDatabase, CopyFromABusyServerOffersTheRowsBack) {
+  station_.OnLocal(u"DELETE FROM tblCopie_ItemSpots"_s);
+  station_.OnLocal(u"INSERT INTO tblCopie_ItemSpots (ID, Naam, Aktief) VALUES (8, \"kopie\", 1)"_s);
+  frmItemSpots form(nullptr);
+  Open(form);
+  Busy(Work::WritesPages, global.serverDatabasePath);
+  boxes_.Answer(desktop::kAnswerOk);
+  boxes_.Answer(desktop::kAnswerYes);
+  Click(form, u"cmdSluiten"_s);
+  Free();
+  EXPECT_EQ(Titles(), (QStringList{u"TransItemSpotsToLocal"_s, u"Items"_s}));
+  EXPECT_TRUE(boxes_.Shown()[0].text.contains(u"in gebruik"_s));
+  EXPECT_EQ(Numbers(station_.LocalRows(u"SELECT ID FROM tblCopie_ItemSpots"_s), u"ID"_s), QList<int>{8});
+  EXPECT_FALSE(form.isVisible());
+}
+
+TEST_P(BusyDatabase, CopyIntoABusyLocalDatabaseLeavesItsRows) {
+  station_.OnLocal(u"DELETE FROM tblCopie_ItemSpots"_s);
+  station_.OnLocal(u"INSERT INTO tblCopie_ItemSpots (ID, Naam, Aktief) VALUES (8, \"kopie\", 1)"_s);
+  frmItemSpots form(nullptr);
+  Open(form);
+  Busy(Work::PreparesAChange, global.localDatabasePath);
+  Click(form, u"cmdSluiten"_s);
+  Free();
+  EXPECT_EQ(Titles(), (QStringList{u"DeleteAllInTable"_s, u"TransItemSpotsToLocal"_s}));
+  EXPECT_EQ(Numbers(station_.LocalRows(u"SELECT ID FROM tblCopie_ItemSpots"_s), u"ID"_s), QList<int>{8});
+}

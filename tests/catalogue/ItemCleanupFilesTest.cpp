@@ -1,0 +1,149 @@
+// The sound files that go with an item's spots: which ones may go, and what happens where one cannot.
+#include "catalogue/frmItemOpruimen.h"
+#include "platform/runtime/HostPath.h"
+#include "tests/catalogue/CatalogueTest.h"
+
+#include <QCheckBox>
+#include <QDir>
+#include <QFile>
+
+using namespace Qt::StringLiterals;
+
+class ItemCleanupFiles : public CatalogueTestInBothModes {
+ protected:
+  ItemCleanupFiles() {
+    AddItem(1, u"Blok"_s);
+    AddSpot({9, u"Los"_s, AudioFile(u"los.wav"_s), 1});
+    global.gstrOpruimenID = u"1"_s;
+  }
+
+  // Spots of the item in their order.
+  void Fill(const QList<Spot>& spots) {
+    for (qsizetype n = 0; n < spots.size(); ++n) {
+      AddSpot(spots[n]);
+      Link(1, static_cast<int>(n) + 1, spots[n].id);
+    }
+  }
+
+  // The whole item with its spots and their files. Looked at before the dialog closes, since then the server's spots
+  // are copied over the local ones.
+  void CleanUp() {
+    frmItemOpruimen form(nullptr);
+    Open(form);
+    for (const QString& box : {u"chkVerwijderSpots"_s, u"chkVerwijderBestand"_s, u"chkVerwijderID"_s})
+      Child<QCheckBox>(form, box).setChecked(true);
+    boxes_.Answer(desktop::kAnswerOk);
+    const int before = static_cast<int>(boxes_.Shown().size());
+    KeepLocalSpots();
+    Click(form, u"cmdOk"_s);
+    EXPECT_FALSE(form.isVisible());
+    ASSERT_GT(static_cast<int>(boxes_.Shown().size()), before);
+    told_ = boxes_.Shown()[before].title + u": "_s + boxes_.Shown()[before].text;
+    if (GetParam() == Station::Mode::Offline) FindServer();
+  }
+
+  // Offline the server is out of reach while the dialog closes, and the rows are put back.
+  void KeepLocalSpots() {
+    if (GetParam() == Station::Mode::Online) return;
+    ASSERT_TRUE(QFile::rename(ServerFile(), ServerFile() + u".weg"_s));
+    boxes_.Answer(desktop::kAnswerOk);
+    boxes_.Answer(desktop::kAnswerYes);
+  }
+  void FindServer() { ASSERT_TRUE(QFile::rename(ServerFile() + u".weg"_s, ServerFile())); }
+  QString ServerFile() const { return station_.ServerFolder() + u"/OvalistoServer.mdb"_s; }
+
+  void ExpectStopped(const QString& part) {
+    EXPECT_TRUE(told_.startsWith(u"Opruimen: "_s) && told_.contains(part)) << told_.toStdString();
+    EXPECT_EQ(IDs(u"Items"_s), QList<int>{1});
+  }
+
+  int Links() const { return station_.CurrentRows(u"SELECT * FROM "_s + Table(u"ItemsItemSpots"_s)).RecordCount(); }
+
+  QString told_;  // the cleanup's own box
+};
+
+INSTANTIATE_TEST_SUITE_P(Modes, ItemCleanupFiles, ::testing::Values(Station::Mode::Online, Station::Mode::Offline),
+                         ModeName);
+
+// The second time its file is missing, which stops the walk there like any missing file. Cleaned up once more, the item
+// goes: the spot is no longer found.
+TEST_P(ItemCleanupFiles, SpotListedTwiceStopsTheWalkTheSecondTimeAndNothingElseIsLost) {
+  const QString path = AudioFile(u"dubbel.wav"_s);
+  Fill({{3, u"Dubbel"_s, path, 1}});
+  Link(1, 2, 3);
+  CleanUp();
+  ExpectStopped(u"dubbel.wav"_s);
+  EXPECT_FALSE(FileIsThere(path));
+  EXPECT_EQ(IDs(u"ItemSpots"_s), QList<int>{9});
+  EXPECT_EQ(Links(), 2);
+  EXPECT_TRUE(QFile::exists(station_.AudioFolder() + u"/los.wav"_s));
+  const QString deleted = u"DELETE FROM tblItemSpots WHERE tblItemSpots.ID = 3"_s;
+  EXPECT_EQ(station_.Log(), global.online ? QStringList() : (QStringList{deleted, deleted}));
+
+  CleanUp();
+  EXPECT_EQ(told_, u"Items: Opruimen is uitgevoerd."_s);
+  EXPECT_EQ(IDs(u"Items"_s), QList<int>{});
+  EXPECT_EQ(Links(), 0);
+  EXPECT_EQ(IDs(u"ItemSpots"_s), QList<int>{9});
+}
+
+// What the walk had not reached stays whole: record and file together.
+TEST_P(ItemCleanupFiles, SpotsBehindTheOneThatStoppedTheWalkKeepRecordAndFile) {
+  const QString gone = AudioFile(u"weg.wav"_s);
+  const QString there = AudioFile(u"hier.wav"_s);
+  Fill({{3, u"Weg"_s, gone, 1}, {4, u"Hier"_s, there, 1}});
+  ASSERT_TRUE(QFile::remove(runtime::HostPath(gone)));
+  CleanUp();
+  ExpectStopped(u"weg.wav"_s);
+  EXPECT_EQ(IDs(u"ItemSpots"_s).contains(4), FileIsThere(there));
+  EXPECT_FALSE(IDs(u"ItemSpots"_s).contains(3));
+  EXPECT_EQ(Links(), 2);
+}
+
+TEST_P(ItemCleanupFiles, FolderInPlaceOfAFileStaysAndStopsTheWalk) {
+  const QString folder = station_.AudioFolder() + u"/map.wav"_s;
+  ASSERT_TRUE(QDir().mkpath(folder + u"/binnen"_s));
+  Fill({{3, u"Map"_s, runtime::PathText(folder), 1}});
+  CleanUp();
+  ExpectStopped(u"map.wav"_s);
+  EXPECT_TRUE(QDir(folder + u"/binnen"_s).exists());
+}
+
+TEST_P(ItemCleanupFiles, NamesThatDifferInLetterCaseNeverTakeTheWrongFile) {
+  AudioFile(u"SPOT.wav"_s);
+  const QString lower = AudioFile(u"spot.wav"_s);
+  Fill({{3, u"Spot"_s, QString(lower).replace(u"spot.wav"_s, u"Spot.wav"_s), 1}});
+  CleanUp();
+  ExpectStopped(u"Spot.wav"_s);
+  EXPECT_TRUE(QFile::exists(station_.AudioFolder() + u"/SPOT.wav"_s));
+  EXPECT_TRUE(QFile::exists(station_.AudioFolder() + u"/spot.wav"_s));
+}
+
+TEST_P(ItemCleanupFiles, OnlyTheExactNameOfTwoThatDifferInLetterCaseGoes) {
+  AudioFile(u"SPOT.wav"_s);
+  Fill({{3, u"Spot"_s, AudioFile(u"spot.wav"_s), 1}});
+  CleanUp();
+  EXPECT_EQ(told_, u"Items: Opruimen is uitgevoerd."_s);
+  EXPECT_TRUE(QFile::exists(station_.AudioFolder() + u"/SPOT.wav"_s));
+  EXPECT_FALSE(QFile::exists(station_.AudioFolder() + u"/spot.wav"_s));
+}
+
+TEST_P(ItemCleanupFiles, PathThatClimbsOutOfItsDriveIsRefused) {
+  QFile outside(station_.Folder() + u"/buiten.wav"_s);
+  ASSERT_TRUE(outside.open(QIODevice::WriteOnly));
+  Fill({{3, u"Buiten"_s, u"D:\\..\\buiten.wav"_s, 1}});
+  runtime::SetDrives({{u"D"_s, station_.AudioFolder()}, {u"Z"_s, u"/"_s}});
+  CleanUp();
+  ExpectStopped(u"buiten.wav"_s);
+  EXPECT_TRUE(outside.exists());
+}
+
+TEST_P(ItemCleanupFiles, FileThatIsOpenElsewhereIsDeleted) {
+  const QString path = AudioFile(u"open.wav"_s);
+  QFile open(runtime::HostPath(path));
+  ASSERT_TRUE(open.open(QIODevice::ReadOnly));
+  Fill({{3, u"Open"_s, path, 1}});
+  CleanUp();
+  EXPECT_EQ(told_, u"Items: Opruimen is uitgevoerd."_s);
+  EXPECT_FALSE(FileIsThere(path));
+}

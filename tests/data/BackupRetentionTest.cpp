@@ -1,0 +1,80 @@
+#include "data/BackupRetention.h"
+
+#include <gtest/gtest.h>
+
+#include <QStringList>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QDate kToday(2024, 3, 31);
+
+BackupFile Copy(int daysAgo, int hour) {
+  const QDateTime moment(kToday.addDays(-daysAgo), QTime(hour, 0));
+  return {moment.toString(u"MMdd-HH"_s), moment};
+}
+
+// What stays, by name.
+QStringList Kept(const QList<BackupFile>& newestFirst, const std::function<bool(const BackupFile&)>& isWhole) {
+  QList<BackupFile> kept = newestFirst;
+  for (const BackupFile& file : ExpiredBackups(newestFirst, kToday, isWhole))
+    kept.removeAll(file);
+  QStringList names;
+  for (const BackupFile& file : kept)
+    names += file.name;
+  return names;
+}
+
+bool NoneIsWhole(const BackupFile&) {
+  return false;
+}
+
+}  // namespace
+
+TEST(BackupRetention, TheNewestTenStay) {
+  QList<BackupFile> files;
+  for (int hour = 14; hour >= 0; --hour)
+    files += Copy(0, hour);
+  EXPECT_EQ(Kept(files, NoneIsWhole),
+            (QStringList{u"0331-14"_s, u"0331-13"_s, u"0331-12"_s, u"0331-11"_s, u"0331-10"_s, u"0331-09"_s,
+                         u"0331-08"_s, u"0331-07"_s, u"0331-06"_s, u"0331-05"_s}));
+}
+
+TEST(BackupRetention, OfEachOfThirtyDaysTheNewestStays) {
+  QList<BackupFile> files;
+  for (int day = 0; day < 40; ++day)
+    files += {Copy(day, 20), Copy(day, 8)};
+  const QStringList kept = Kept(files, NoneIsWhole);
+  // Of the newest ten five are the second of their day; then one a day up to the thirtieth.
+  EXPECT_EQ(kept.size(), 10 + 25);
+  EXPECT_EQ(kept.last(), u"0302-20"_s);
+}
+
+TEST(BackupRetention, OldOnesStayWhileTheyAreAmongTheNewestTen) {
+  QList<BackupFile> files;
+  for (int day = 100; day < 110; ++day)
+    files += Copy(day, 8);
+  EXPECT_EQ(Kept(files, NoneIsWhole).size(), 10);
+}
+
+TEST(BackupRetention, TheNewestWholeOneStaysWhateverItsAge) {
+  QList<BackupFile> files;
+  for (int hour = 14; hour >= 0; --hour)
+    files += Copy(0, hour);
+  files += {Copy(300, 9), Copy(301, 9)};
+  const auto isWhole = [&](const BackupFile& file) { return file.moment.date() != kToday; };
+  const QStringList kept = Kept(files, isWhole);
+  EXPECT_EQ(kept.size(), 11);
+  EXPECT_EQ(kept.last(), files[15].name);
+}
+
+TEST(BackupRetention, NothingIsOpenedWhileNothingExpires) {
+  int asked = 0;
+  const auto isWhole = [&](const BackupFile&) {
+    ++asked;
+    return true;
+  };
+  EXPECT_EQ(Kept({Copy(0, 9), Copy(0, 8), Copy(400, 8)}, isWhole).size(), 3);
+  EXPECT_EQ(asked, 0);
+}

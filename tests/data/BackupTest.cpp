@@ -1,0 +1,161 @@
+#include "data/Backup.h"
+
+#include "data/Globals.h"
+#include "platform/desktop/MessageBox.h"
+#include "platform/runtime/Clock.h"
+#include "platform/runtime/Error.h"
+#include "platform/runtime/HostPath.h"
+#include "platform/runtime/TextFile.h"
+#include "tests/support/Hindrance.h"
+#include "tests/support/Station.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+
+#include <sys/stat.h>
+#include <cstdlib>
+
+using namespace Qt::StringLiterals;
+using desktop::MessageBoxScript;
+using testing_support::Station;
+
+namespace {
+
+const QDateTime kNow(QDate(2024, 1, 31), QTime(15, 45, 7));
+
+class Backups : public testing::Test {
+ protected:
+  QStringList Names() const { return QDir(Folder()).entryList(QDir::Files, QDir::Name); }
+  QString Folder() const { return station_.Folder() + u"/data/backup"_s; }
+  void Change() const {
+    station_.OnLocal(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (%1, \"x\")"_s.arg(++rows_));
+  }
+  void FillCopies() const {
+    for (const QString& table : {u"Items"_s, u"ItemSpots"_s, u"ItemPingles"_s})
+      station_.OnLocal(u"INSERT INTO tblCopie_%1 (ID, Naam, Aktief) VALUES (1, \"x\", 1)"_s.arg(table));
+    station_.OnLocal(u"INSERT INTO tblCopie_ItemsItemSpots (ItemID, ItemSpotOrder, ItemSpotID) VALUES (1, 1, 1)"_s);
+  }
+
+  Station station_;
+  mutable int rows_ = 0;
+};
+
+}  // namespace
+
+TEST_F(Backups, ADatedCopyHoldsTheDatabaseAsItIs) {
+  Change();
+  const runtime::ClockScope clock(kNow);
+  const auto path = BackUp(global.localDatabasePath);
+  ASSERT_TRUE(path);
+  EXPECT_EQ(Names(), QStringList{u"OvalistoLocal-20240131-154507.mdb"_s});
+  EXPECT_EQ(runtime::ReadFile(*path), runtime::ReadFile(global.localDatabasePath));
+}
+
+TEST_F(Backups, NothingChangedMeansNoNewCopy) {
+  Change();
+  const auto first = BackUp(global.localDatabasePath);
+  EXPECT_EQ(BackUp(global.localDatabasePath), first);
+  EXPECT_EQ(Names().size(), 1);
+  Change();
+  EXPECT_NE(BackUp(global.localDatabasePath), first);
+  EXPECT_EQ(Names().size(), 2);
+}
+
+TEST_F(Backups, TwoInOneSecondBothStay) {
+  const runtime::ClockScope clock(kNow);
+  BackUp(global.localDatabasePath);
+  Change();
+  BackUp(global.localDatabasePath);
+  EXPECT_EQ(Names(), (QStringList{u"OvalistoLocal-20240131-154507.mdb"_s, u"OvalistoLocal-20240131-154508.mdb"_s}));
+}
+
+TEST_F(Backups, TheLastOneIsTheNewestAlsoWhenTheClockWasPutBack) {
+  QDateTime now = kNow;
+  const runtime::ClockScope clock([&] { return now; });
+  for (int copy = 0; copy < 25; ++copy) {
+    if (copy == 12) now = now.addYears(-1);
+    Change();
+    const auto path = BackUp(global.localDatabasePath);
+    ASSERT_TRUE(path && runtime::PathText(Folder() + u'/' + Names().last()) == *path) << copy;
+  }
+  EXPECT_EQ(Names().size(), 10);
+}
+
+TEST_F(Backups, OldOnesGoButTheNewestWithFullCopyTablesStays) {
+  FillCopies();
+  QDateTime now = kNow;
+  const runtime::ClockScope clock([&] { return now; });
+  BackUp(global.localDatabasePath);
+  station_.OnLocal(u"DELETE FROM tblCopie_ItemPingles"_s);
+  for (int copy = 0; copy < 14; ++copy) {
+    now = now.addDays(40);
+    Change();
+    BackUp(global.localDatabasePath);
+  }
+  EXPECT_EQ(Names().size(), 11);
+  EXPECT_EQ(Names().first(), u"OvalistoLocal-20240131-154507.mdb"_s);
+}
+
+TEST_F(Backups, OtherFilesInTheFolderAreLeftAlone) {
+  ASSERT_TRUE(QDir().mkpath(Folder()));
+  const QStringList others{u"OvalistoLocal3-20000101-000000.mdb"_s, u"OvalistoLocal-oud.mdb"_s, u"notities.txt"_s};
+  for (const QString& name : others)
+    runtime::WriteFile(runtime::PathText(Folder() + u'/' + name), "x");
+  QDateTime now = kNow;
+  const runtime::ClockScope clock([&] { return now; });
+  for (int copy = 0; copy < 12; ++copy) {
+    now = now.addDays(40);
+    Change();
+    BackUp(global.localDatabasePath);
+  }
+  EXPECT_EQ(Names().size(), 10 + others.size());
+  for (const QString& name : others)
+    EXPECT_TRUE(Names().contains(name)) << name.toStdString();
+}
+
+TEST_F(Backups, AFullDiskLeavesNoHalfCopy) {
+  Change();
+  {
+    const testing_support::FullDisk full(8192);
+    EXPECT_THROW(BackUp(global.localDatabasePath), runtime::Error);
+  }
+  EXPECT_EQ(Names(), QStringList());
+}
+
+TEST_F(Backups, WhatAKilledCopyingLeftGoesWithTheNext) {
+  ASSERT_TRUE(QDir().mkpath(Folder()));
+  runtime::WriteFile(runtime::PathText(Folder() + u"/OvalistoLocal-20240101-000000.mdb.1.tmp"_s), "half");
+  BackUp(global.localDatabasePath);
+  EXPECT_EQ(Names().filter(u".tmp"_s), QStringList());
+}
+
+TEST_F(Backups, ADatabaseThatIsGoneIsForTheNextActToTell) {
+  ASSERT_TRUE(QFile::remove(runtime::HostPath(global.localDatabasePath)));
+  EXPECT_EQ(BackUp(global.localDatabasePath), std::nullopt);
+}
+
+TEST_F(Backups, TheSettingTurnsThemOff) {
+  const QString settings = global.programFolder + u"\\ovalis.ini"_s;
+  EXPECT_TRUE(BackupsWanted(settings));
+  runtime::WriteFile(settings, "[Files]\r\nExportPath=x\r\n");
+  EXPECT_TRUE(BackupsWanted(settings));
+  runtime::WriteFile(settings, "[backup]\r\nenabled = 0\r\n");
+  EXPECT_FALSE(BackupsWanted(settings));
+  EXPECT_TRUE(BackUpBefore(global.localDatabasePath).path.isEmpty());
+  EXPECT_EQ(Names(), QStringList());
+}
+
+TEST_F(Backups, TheUserIsAskedWhenOneCannotBeWritten) {
+  for (const int answer : {desktop::kAnswerNo, desktop::kAnswerYes}) {
+    const MessageBoxScript boxes{answer};
+    const testing_support::FullDisk full(8192);
+    EXPECT_EQ(BackUpBefore(global.localDatabasePath).goOn, answer == desktop::kAnswerYes);
+    ASSERT_EQ(boxes.Shown().size(), 1u);
+    EXPECT_EQ(boxes.Last().style, 292);
+    EXPECT_EQ(boxes.Last().defaultAnswer, desktop::kAnswerNo);
+    EXPECT_TRUE(boxes.Last().text.contains(global.localDatabasePath));
+    EXPECT_TRUE(boxes.Last().text.contains(u"niet schrijven"_s)) << boxes.Last().text.toStdString();
+  }
+}

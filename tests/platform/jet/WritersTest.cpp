@@ -1,0 +1,230 @@
+// Several programs that write to one file at the same time, one of them killed in the midst.
+#include <gtest/gtest.h>
+#include <poll.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <deque>
+#include <random>
+#include <set>
+
+#include "platform/jet/Error.h"
+#include "tests/platform/jet/support/Child.h"
+#include "tests/platform/jet/support/ProofFile.h"
+#include "tests/platform/jet/support/Rounds.h"
+
+namespace jet {
+namespace {
+
+using test::Child;
+using test::ProofFile;
+using Clock = std::chrono::steady_clock;
+
+enum class Change : std::int64_t {
+  Inserted = 1,
+  Renamed = 2,
+  Deleted = 3,
+  LongestWait = 4,
+  Refused = 5,
+  Duplicates = 6
+};
+
+/// What a child tells: a change and the row's ID, or a figure at its end.
+std::int64_t Told(Change change, std::int64_t number) {
+  return number * 8 + static_cast<std::int64_t>(change);
+}
+
+ProofFile::Row RowOf(std::int64_t id, bool renamed) {
+  const std::u16string name = (renamed ? u"Nieuw " : u"Spot ") + std::u16string(10 + static_cast<std::size_t>(id % 30),
+                                                                                static_cast<char16_t>(u'a' + id % 26));
+  return {name, std::u16string(id % 10 == 0 ? 500 : 12, static_cast<char16_t>(u'A' + id % 26))};
+}
+
+/// One program: it keeps the last rows that it made, renames one now and then and deletes its oldest.
+class Writer {
+ public:
+  Writer(Database& database, const Child::Acknowledge& acknowledge, unsigned seed)
+      : database_(database), acknowledge_(acknowledge), random_(seed) {}
+
+  void Run(int changes) {
+    for (int done = 0; done < changes;) {
+      const auto begun = Clock::now();
+      try {
+        ChangeOne();
+        ++done;
+      } catch (const Error& error) {
+        if (error.Code() == ErrorCode::Duplicate) {
+          ++duplicates_;
+        } else if (error.Code() == ErrorCode::Locked) {
+          ++refused_;
+        } else {
+          throw;
+        }
+      }
+      const auto took = std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - begun);
+      longest_ = std::max(longest_, static_cast<std::int64_t>(took.count()));
+    }
+    acknowledge_(Told(Change::LongestWait, longest_));
+    acknowledge_(Told(Change::Refused, refused_));
+    acknowledge_(Told(Change::Duplicates, duplicates_));
+  }
+
+ private:
+  static constexpr std::size_t kRowsKept = 12;
+
+  void ChangeOne() {
+    if (mine_.size() > kRowsKept) return DeleteOldest();
+    if (!mine_.empty() && random_() % 4 == 0) return Rename(mine_[random_() % mine_.size()]);
+    Insert();
+  }
+
+  /// The next number is read in one statement and used in another: a second program may have taken it meanwhile.
+  void Insert() {
+    const std::int64_t id = LargestId() + 1;
+    WriteTurn turn(database_);
+    test::InsertSpot(database_, id, RowOf(id, false));
+    turn.Commit();
+    acknowledge_(Told(Change::Inserted, id));
+    mine_.push_back(id);
+  }
+
+  void Rename(std::int64_t id) {
+    WriteTurn turn(database_);
+    std::vector<Value> values(6);
+    values[1] = RowOf(id, true).name;
+    const auto writer = database_.OpenWriter(u"tblSpots");
+    writer->Update(test::FindSpot(database_, id), values, {false, true, false, false, false, false});
+    turn.Commit();
+    acknowledge_(Told(Change::Renamed, id));
+  }
+
+  void DeleteOldest() {
+    WriteTurn turn(database_);
+    database_.OpenWriter(u"tblSpots")->Delete(test::FindSpot(database_, mine_.front()));
+    turn.Commit();
+    acknowledge_(Told(Change::Deleted, mine_.front()));
+    mine_.pop_front();
+  }
+
+  std::int64_t LargestId() {
+    const ReadTurn turn(database_);
+    const Table table = database_.OpenTable(u"tblSpots");
+    KeyCursor cursor = table.ScanByIndex(table.Definition().FindIndex(u"PrimaryKey"), true);
+    if (!cursor.Next()) return 0;
+    return std::get<std::int64_t>(table.Fetch(cursor.Id(), {0})->at(0));
+  }
+
+  Database& database_;
+  const Child::Acknowledge& acknowledge_;
+  std::mt19937 random_;
+  std::deque<std::int64_t> mine_;
+  std::int64_t longest_ = 0;
+  std::int64_t refused_ = 0;
+  std::int64_t duplicates_ = 0;
+};
+
+/// What all children said is done.
+struct Account {
+  std::map<std::int64_t, bool> rows;  ///< by ID: whether it was renamed
+  std::set<std::int64_t> everInserted;
+  std::int64_t changes = 0;
+  std::int64_t longestWait = 0;
+  std::int64_t refused = 0;
+  std::int64_t duplicates = 0;
+
+  void Note(std::int64_t told) {
+    const std::int64_t number = told / 8;
+    switch (static_cast<Change>(told % 8)) {
+      case Change::Inserted:
+        EXPECT_TRUE(everInserted.insert(number).second) << number << " was given twice";
+        rows[number] = false;
+        ++changes;
+        break;
+      case Change::Renamed:
+        rows.at(number) = true;
+        ++changes;
+        break;
+      case Change::Deleted:
+        rows.erase(number);
+        ++changes;
+        break;
+      case Change::LongestWait:
+        longestWait = std::max(longestWait, number);
+        break;
+      case Change::Refused:
+        refused += number;
+        break;
+      case Change::Duplicates:
+        duplicates += number;
+        break;
+    }
+  }
+};
+
+/// Reads what the children tell until all have ended; kills the first after so many of its changes.
+void Collect(std::vector<std::unique_ptr<Child>>& children, int killAfter, Account& account) {
+  std::vector<::pollfd> open;
+  for (const auto& child : children)
+    open.push_back({child->Handle(), POLLIN, 0});
+  const int first = children.front()->Handle();
+  int ofFirst = 0;
+  while (!open.empty()) {
+    ::poll(open.data(), open.size(), -1);
+    std::erase_if(open, [&](const ::pollfd& handle) {
+      if (handle.revents == 0) return false;
+      const auto child =
+          std::find_if(children.begin(), children.end(), [&](const auto& each) { return each->Handle() == handle.fd; });
+      std::int64_t told = 0;
+      if (!(*child)->Next(told)) return true;
+      account.Note(told);
+      if (handle.fd == first && ++ofFirst == killAfter) (*child)->Kill();
+      return false;
+    });
+  }
+}
+
+/// The killed one may have finished one change more than it could tell.
+int Differences(const Account& account, const ProofFile::Rows& rows) {
+  int differences = 0;
+  for (const auto& [id, renamed] : account.rows) {
+    const auto found = rows.find(id);
+    if (found == rows.end() || found->second != ProofFile::Row{RowOf(id, renamed).name, RowOf(id, false).text})
+      ++differences;
+  }
+  for (const auto& [id, row] : rows)
+    differences += account.rows.count(id) == 0 ? 1 : 0;
+  return differences;
+}
+
+class Writers : public testing::TestWithParam<int> {};
+
+INSTANTIATE_TEST_SUITE_P(Processes, Writers, testing::Values(2, 4, 8), testing::PrintToStringParamName());
+
+TEST_P(Writers, LoseNoAcknowledgedRowAlsoWhenOneIsKilled) {
+  const int changes = test::Rounds("SPOTROOSTER_CHANGES", 40);
+  const ProofFile file;
+  Account account;
+  {
+    std::vector<std::unique_ptr<Child>> children;
+    for (int i = 0; i < GetParam(); ++i) {
+      children.push_back(std::make_unique<Child>([&](const Child::Acknowledge& acknowledge) {
+        const auto database = file.Open();
+        Writer(*database, acknowledge, static_cast<unsigned>(i)).Run(changes);
+      }));
+    }
+    Collect(children, changes / 2, account);
+    for (std::size_t i = 1; i < children.size(); ++i)
+      EXPECT_EQ(children[i]->Wait(), 0);
+  }
+  EXPECT_EQ(file.Findings(), "");
+  EXPECT_LE(Differences(account, file.Read()), 1);
+  EXPECT_GE(account.changes, (GetParam() - 1) * changes + changes / 2);
+  EXPECT_FALSE(std::filesystem::exists(file.Folder() / "station.ldb"));
+  std::printf("%d processes: %lld changes, longest wait %lld ms, %lld told that the file is in use, %lld duplicates\n",
+              GetParam(), static_cast<long long>(account.changes), static_cast<long long>(account.longestWait),
+              static_cast<long long>(account.refused), static_cast<long long>(account.duplicates));
+}
+
+}  // namespace
+}  // namespace jet

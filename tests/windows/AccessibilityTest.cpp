@@ -1,0 +1,89 @@
+// Every window, shown, walked for those who use the keyboard or a screen reader.
+#include "data/Catalogue.h"
+#include "data/Globals.h"
+#include "platform/audio/Synth.h"
+#include "platform/runtime/HostPath.h"
+#include "tests/support/Station.h"
+#include "tests/windows/Controls.h"
+#include "tests/windows/Windows.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using testing_support::Station;
+
+namespace {
+
+constexpr windows::Records kRecords{1, 2, 1, 1};
+
+// A record of each kind, a spot and a jingle with a sound file.
+void Fill(const Station& station) {
+  audio::ToneOptions tone;
+  tone.seconds = 2;
+  const QString file = station.AudioFolder() + u"/toon.mp3"_s;
+  audio::WriteToneFile(file.toStdString(), tone);
+  const QString path = runtime::PathText(file);
+  station.OnCurrent(
+      u"INSERT INTO tblItemSpots (ID, Path, Naam, LengteSec, StartDatum, StartUur, EindDatum, EindUur, AantalGedraaid, "
+      u"Aktief) VALUES (1, \"%1\", \"Spot\", 2, 45658, 0, 73050, 23, 0, 1)"_s.arg(path));
+  station.OnCurrent(
+      u"INSERT INTO tblItemPingles (ID, Path, Naam, Aktief) VALUES (1, \"%1\", \"Jingle\", 1)"_s.arg(path));
+  station.OnCurrent(
+      u"INSERT INTO tblItems (ID, Naam, ItemSpotsOptID, OptMeerdereSpots, Aktief, Locked) VALUES (1, \"Vast\", 1, -1, "
+      u"1, 0)"_s);
+  station.OnCurrent(
+      u"INSERT INTO tblItems (ID, Naam, ItemSpotsOptID, Opt2Directory, Opt2VariabelNaamGedeelte, OptMeerdereSpots, "
+      u"Aktief, Locked) VALUES (2, \"Map\", 2, \"%1\", 3, -1, 1, 0)"_s.arg(global.exportPath));
+  station.OnCurrent(u"INSERT INTO tblItemsItemSpots (ItemID, ItemSpotOrder, ItemSpotID) VALUES (1, 1, 1)"_s);
+}
+
+class EveryWindow : public ::testing::TestWithParam<int> {
+ protected:
+  static void SetUpTestSuite() {
+    station_ = std::make_unique<Station>();
+    Fill(*station_);
+  }
+  static void TearDownTestSuite() { station_.reset(); }
+
+  EveryWindow() {
+    window_ = std::make_unique<windows::Window>(windows::All(kRecords).at(GetParam()).open());
+    Widget().show();
+    Widget().activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&Widget()));
+  }
+  QWidget& Widget() const { return window_->Widget(); }
+
+  inline static std::unique_ptr<Station> station_;
+  std::unique_ptr<windows::Window> window_;
+};
+
+std::string Joined(const QStringList& found) {
+  return found.join(u'\n').toStdString();
+}
+
+}  // namespace
+
+INSTANTIATE_TEST_SUITE_P(All, EveryWindow, ::testing::Range(0, static_cast<int>(windows::All(kRecords).size())),
+                         [](const ::testing::TestParamInfo<int>& at) {
+                           return windows::All(kRecords).at(at.param).name.toStdString();
+                         });
+
+TEST_P(EveryWindow, NamesEachOfItsControls) {
+  EXPECT_EQ(Joined(windows::Nameless(Widget())), "");
+}
+
+TEST_P(EveryWindow, GivesEachMnemonicOnce) {
+  EXPECT_EQ(Joined(windows::SharedMnemonics(Widget())), "");
+}
+
+TEST_P(EveryWindow, LeadsToEachControlWithTab) {
+  EXPECT_EQ(Joined(windows::Told(windows::Missed(Widget(), windows::TabStops(Widget())))), "");
+}
+
+TEST_P(EveryWindow, GoesWithTabAsOneReads) {
+  const QStringList against = windows::AgainstReading(windows::TabStops(Widget()));
+  EXPECT_LE(against.size(), 1) << Joined(against);
+}

@@ -1,0 +1,213 @@
+#include "tests/windows/Controls.h"
+
+#include "platform/controls/LedPanel.h"
+#include "platform/controls/LevelMeter.h"
+#include "platform/controls/LevelScale.h"
+#include "platform/controls/WaveformStrip.h"
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QAbstractSlider>
+#include <QAccessible>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QKeySequence>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMap>
+#include <QMenu>
+#include <QMenuBar>
+#include <QRadioButton>
+#include <QScrollBar>
+#include <QTabBar>
+#include <QTest>
+#include <QTextEdit>
+#include <QToolButton>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace windows {
+namespace {
+
+// Parts of a control that Qt makes for itself.
+bool IsInner(const QWidget* widget) {
+  return widget->objectName().startsWith(u"qt_"_s) || qobject_cast<const QScrollBar*>(widget) != nullptr ||
+         qobject_cast<const QComboBox*>(widget->parentWidget()) != nullptr ||
+         qobject_cast<const QLineEdit*>(widget->parentWidget()) != nullptr ||
+         qobject_cast<const QTabBar*>(widget->parentWidget()) != nullptr ||
+         qobject_cast<const QMenuBar*>(widget->parentWidget()) != nullptr;
+}
+
+bool IsInstrument(const QWidget* widget) {
+  return qobject_cast<const controls::LedPanel*>(widget) != nullptr ||
+         qobject_cast<const controls::LevelMeter*>(widget) != nullptr ||
+         qobject_cast<const controls::LevelScale*>(widget) != nullptr ||
+         qobject_cast<const controls::WaveformStrip*>(widget) != nullptr;
+}
+
+bool IsActedOn(const QWidget* widget) {
+  return qobject_cast<const QAbstractButton*>(widget) != nullptr || qobject_cast<const QLineEdit*>(widget) != nullptr ||
+         qobject_cast<const QComboBox*>(widget) != nullptr ||
+         qobject_cast<const QAbstractItemView*>(widget) != nullptr ||
+         qobject_cast<const QAbstractSlider*>(widget) != nullptr || qobject_cast<const QTextEdit*>(widget) != nullptr ||
+         qobject_cast<const controls::WaveformStrip*>(widget) != nullptr ||
+         ((widget->focusPolicy() & Qt::TabFocus) != 0 && !widget->isWindow());
+}
+
+QList<QWidget*> Shown(const QWidget& window) {
+  QList<QWidget*> shown;
+  for (QWidget* widget : window.findChildren<QWidget*>()) {
+    if (widget->isVisible() && widget->window() == &window && !IsInner(widget)) shown += widget;
+  }
+  return shown;
+}
+
+QString NameOf(QWidget* widget) {
+  QAccessibleInterface* face = QAccessible::queryAccessibleInterface(widget);
+  return face == nullptr ? QString() : face->text(QAccessible::Name).trimmed();
+}
+
+class Letters {
+ public:
+  void Add(const QString& caption, const QWidget* owner) {
+    const QKeySequence keys = QKeySequence::mnemonic(caption);
+    if (!keys.isEmpty()) owners_[keys.toString()] += Told(owner) + u" '"_s + caption + u'\'';
+  }
+  QStringList Shared() const {
+    QStringList shared;
+    for (auto letter = owners_.begin(); letter != owners_.end(); ++letter) {
+      if (letter->size() > 1) shared += letter.key() + u": "_s + letter->join(u", "_s);
+    }
+    return shared;
+  }
+
+ private:
+  QMap<QString, QStringList> owners_;
+};
+
+void AddCaptions(Letters& letters, const QWidget* widget) {
+  if (const auto* button = qobject_cast<const QAbstractButton*>(widget)) letters.Add(button->text(), widget);
+  if (const auto* group = qobject_cast<const QGroupBox*>(widget)) letters.Add(group->title(), widget);
+  if (const auto* label = qobject_cast<const QLabel*>(widget); label != nullptr && label->buddy() != nullptr) {
+    letters.Add(label->text(), widget);
+  }
+  if (const auto* tabs = qobject_cast<const QTabBar*>(widget)) {
+    for (int tab = 0; tab < tabs->count(); ++tab)
+      letters.Add(tabs->tabText(tab), widget);
+  }
+  if (const auto* bar = qobject_cast<const QMenuBar*>(widget)) {
+    for (const QAction* action : bar->actions())
+      letters.Add(action->text(), widget);
+  }
+}
+
+// An open menu has its letters for itself.
+QStringList SharedWithin(const QMenu* menu) {
+  Letters letters;
+  for (const QAction* action : menu->actions())
+    letters.Add(action->text(), menu);
+  return letters.Shared();
+}
+
+// The places of two controls, or of the parts of the window that hold one of them each.
+std::pair<QRect, QRect> PlacesOf(const QWidget* first, const QWidget* second) {
+  const auto inWindow = [](const QWidget* widget) {
+    return QRect(widget->mapTo(widget->window(), QPoint(0, 0)), widget->size());
+  };
+  while (!first->parentWidget()->isAncestorOf(second))
+    first = first->parentWidget();
+  while (!second->parentWidget()->isAncestorOf(first))
+    second = second->parentWidget();
+  return {inWindow(first), inWindow(second)};
+}
+
+// Of radio buttons that belong together one is the stop; arrows lead to the others.
+bool GoTogether(const QWidget* one, const QWidget* other) {
+  const auto* first = qobject_cast<const QRadioButton*>(one);
+  const auto* second = qobject_cast<const QRadioButton*>(other);
+  if (first == nullptr || second == nullptr) return false;
+  if (first->group() != nullptr || second->group() != nullptr) return first->group() == second->group();
+  return first->parentWidget() == second->parentWidget();
+}
+
+bool ReadsOn(const QRect& from, const QRect& to) {
+  const bool above = to.bottom() < from.top();
+  const bool sameLine = to.top() <= from.bottom() && to.bottom() >= from.top();
+  if (sameLine) return to.left() >= from.right();
+  // Up is the way only into a column further right.
+  return !above || to.left() >= from.right();
+}
+
+}  // namespace
+
+QString Told(const QWidget* control) {
+  return QString::fromLatin1(control->metaObject()->className()) + u' ' + control->objectName();
+}
+
+QStringList Told(const QList<QWidget*>& controls) {
+  QStringList told;
+  for (const QWidget* control : controls)
+    told += Told(control);
+  return told;
+}
+
+QStringList Nameless(const QWidget& window) {
+  QStringList nameless;
+  for (QWidget* widget : Shown(window)) {
+    if ((IsInstrument(widget) || IsActedOn(widget)) && NameOf(widget).isEmpty()) nameless += Told(widget);
+  }
+  return nameless;
+}
+
+QStringList SharedMnemonics(const QWidget& window) {
+  Letters letters;
+  QStringList shared;
+  for (const QWidget* widget : Shown(window))
+    AddCaptions(letters, widget);
+  for (const QMenu* menu : window.findChildren<QMenu*>())
+    shared += SharedWithin(menu);
+  return letters.Shared() + shared;
+}
+
+QList<QWidget*> Operable(const QWidget& window) {
+  QList<QWidget*> operable;
+  for (QWidget* widget : Shown(window)) {
+    if (IsActedOn(widget) && widget->isEnabled()) operable += widget;
+  }
+  return operable;
+}
+
+QList<QWidget*> Missed(const QWidget& window, const QList<QWidget*>& stops) {
+  QList<QWidget*> missed = Operable(window);
+  missed.removeIf([&](QWidget* control) {
+    return std::any_of(stops.begin(), stops.end(),
+                       [&](QWidget* stop) { return stop == control || GoTogether(stop, control); });
+  });
+  return missed;
+}
+
+QList<QWidget*> TabStops(QWidget& window) {
+  QList<QWidget*> stops;
+  constexpr int kMost = 200;
+  for (int at = 0; at < kMost; ++at) {
+    QWidget* now = window.focusWidget();
+    if (now != nullptr && stops.contains(now)) break;
+    if (now != nullptr && !now->isWindow()) stops += now;
+    QTest::keyClick(now == nullptr ? &window : now, Qt::Key_Tab);
+  }
+  return stops;
+}
+
+QStringList AgainstReading(const QList<QWidget*>& order) {
+  QStringList against;
+  for (qsizetype at = 0; at < order.size() && order.size() > 1; ++at) {
+    const QWidget* next = order[(at + 1) % order.size()];
+    const auto [from, to] = PlacesOf(order[at], next);
+    if (!ReadsOn(from, to)) against += Told(order[at]) + u" -> "_s + Told(next);
+  }
+  return against;
+}
+
+}  // namespace windows

@@ -1,0 +1,109 @@
+#include "tests/windows/Windows.h"
+
+#include "app/frmEersteStart.h"
+#include "app/frmHandleiding.h"
+#include "app/frmMain.h"
+#include "app/frmSplash.h"
+#include "catalogue/frmItemOpruimen.h"
+#include "catalogue/frmItemPingles.h"
+#include "catalogue/frmItemSpotOpruimen.h"
+#include "catalogue/frmItemSpots.h"
+#include "catalogue/frmItems.h"
+#include "data/Globals.h"
+#include "export/frmDefaults.h"
+#include "export/frmPlanningExporteren.h"
+#include "export/frmRadioDetail.h"
+#include "items/frmDirectory.h"
+#include "items/frmItemsDetail.h"
+#include "items/frmItemsDetailOpt1.h"
+#include "media/frmItemPinglesDetail.h"
+#include "media/frmItemSpotsDetail.h"
+#include "platform/controls/ListBox.h"
+#include "platform/desktop/InputDialog.h"
+#include "platform/desktop/MessageDialog.h"
+
+using namespace Qt::StringLiterals;
+
+namespace windows {
+namespace {
+
+template <class Shown>
+Opening Screen(const QString& name, const QString& selected = {}) {
+  return {name, [selected] {
+            global.gstrSelectedID = selected;
+            global.gstrOpruimenID = selected;
+            auto form = std::make_unique<Shown>(nullptr);
+            form->Form_Load();
+            return Window(std::move(form));
+          }};
+}
+
+// With a line selected, so that its buttons live.
+template <class List>
+Opening Overview(const QString& name) {
+  return {name, [] {
+            auto form = std::make_unique<List>(nullptr);
+            form->Form_Load();
+            form->template findChild<controls::ListBox*>(u"lstOverzicht"_s)->SetListIndex(0);
+            return Window(std::move(form));
+          }};
+}
+
+// The list must stand while the dialog works on it.
+Window SpotEntry() {
+  auto list = std::make_shared<controls::ListBox>();
+  auto form = std::make_unique<frmItemsDetailOpt1>(nullptr, *list);
+  global.gstrSelectedID = QString::fromUtf16(kNewRecord);
+  form->Form_Load();
+  return Window(std::move(form), list);
+}
+
+Window Folders() {
+  global.gstrSelectedID = global.exportPath;
+  auto form = std::make_unique<frmDirectory>(nullptr);
+  form->Form_Load();
+  return Window(std::move(form));
+}
+
+Window Question() {
+  return Window(std::make_unique<desktop::MessageDialog>(
+      nullptr, u"De gegevens zijn gewijzigd.\r\nWilt u de wijzigingen bewaren?"_s, 35, u"Items"_s));
+}
+
+Window InputBox() {
+  return Window(
+      std::make_unique<desktop::InputDialog>(nullptr, u"Geef een numerische waarde ..."_s, u"Items"_s, u"2480"_s));
+}
+
+QString Text(qint32 id) {
+  return QString::number(id);
+}
+
+}  // namespace
+
+// The main window is shown as it stands after the load: its own load asks for the station first.
+QList<Opening> All(const Records& records) {
+  return {
+      {u"splash"_s, [] { return Window(std::make_unique<frmSplash>()); }},
+      {u"main"_s, [] { return Window(std::make_unique<frmMain>()); }},
+      Screen<frmHandleiding>(u"handleiding"_s),
+      Screen<frmRadioDetail>(u"station"_s),
+      Overview<frmItems>(u"items"_s),
+      Overview<frmItemSpots>(u"itemSpots"_s),
+      Overview<frmItemPingles>(u"itemPingles"_s),
+      Screen<frmItemsDetail>(u"itemOption1"_s, Text(records.itemOption1)),
+      Screen<frmItemsDetail>(u"itemOption2"_s, Text(records.itemOption2)),
+      {u"itemSpotEntry"_s, SpotEntry},
+      {u"folder"_s, Folders},
+      Screen<frmItemSpotsDetail>(u"itemSpot"_s, Text(records.itemSpot)),
+      Screen<frmItemPinglesDetail>(u"itemPingle"_s, Text(records.itemPingle)),
+      Screen<frmItemOpruimen>(u"itemCleanup"_s, Text(records.itemOption1)),
+      Screen<frmItemSpotOpruimen>(u"itemSpotCleanup"_s, Text(records.itemSpot)),
+      Screen<frmPlanningExporteren>(u"export"_s),
+      Screen<frmDefaults>(u"settings"_s),
+      {u"question"_s, Question},
+      {u"input"_s, InputBox},
+  };
+}
+
+}  // namespace windows

@@ -1,0 +1,44 @@
+#include "platform/dao/RestoreTables.h"
+#include "platform/runtime/Error.h"
+#include "tools/Commands.h"
+#include "tools/LocalFolder.h"
+
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Statements that were made since the backup must neither go nor come twice.
+void RefuseLog(const QStringList& tables) {
+  if (!tables.contains(u"tblOfflineLog"_s, Qt::CaseInsensitive)) return;
+  throw runtime::Error(u"De tabel 'tblOfflineLog' wordt nooit teruggezet: dat zou opdrachten wissen of verdubbelen."_s);
+}
+
+int Restore(const Arguments& arguments, const Streams& streams) {
+  const QString backup = QFileInfo(arguments.Plain().at(0)).absoluteFilePath();
+  const QString database = QFileInfo(arguments.Plain().at(1)).absoluteFilePath();
+  const QStringList tables = arguments.Plain().mid(2);
+  RefuseLog(tables);
+  const LocalFolder folder(database);
+  const auto lock = folder.Lock();
+  folder.BackUp();
+  streams.out << dao::RestoreTables(backup, database, tables) << '\n';
+  return kDone;
+}
+
+}  // namespace
+
+Command RestoreCommand() {
+  return {
+      .name = u"restore"_s,
+      .usage = u"RESERVEKOPIE BESTAND TABEL..."_s,
+      .summary = u"Zet de rijen van de gekozen tabellen terug uit een reservekopie; het offline-logboek nooit."_s,
+      .leastWords = 3,
+      .mostWords = -1,
+      .run = Restore,
+      .details =
+          u"Wat er nu staat, blijft vooraf bewaard als een nieuwe reservekopie. Het programma mag intussen niet op\n"
+          "dezelfde programmamap lopen."_s,
+      .examples = {u"restore reservekopie.mdb data/OvalistoLocal.mdb tblCopie_ItemSpots"_s}};
+}
