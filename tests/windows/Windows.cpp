@@ -86,7 +86,7 @@ QList<Opening> All(const Records& records) {
   return {
       {u"splash"_s, [] { return Window(std::make_unique<frmSplash>()); }},
       {u"main"_s, [] { return Window(std::make_unique<frmMain>()); }},
-      Screen<frmEersteStart>(u"eerste-start"_s),
+      Screen<frmEersteStart>(u"eerste_start"_s),
       Screen<frmHandleiding>(u"handleiding"_s),
       Screen<frmRadioDetail>(u"station"_s),
       Overview<frmItems>(u"items"_s),
