@@ -7,7 +7,7 @@
 #include <cmath>
 #include <limits>
 
-#include "platform/dao/ExactNumber.h"
+#include "platform/jet/ExactNumber.h"
 #include "platform/runtime/Dates.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
@@ -113,9 +113,9 @@ class Conversion {
 
   // The number to the last digit, when it is one that can be told so.
   std::optional<jet::Decimal> Exact() const {
-    if (const auto* whole = std::get_if<std::int64_t>(&value_)) return ExactOf(*whole);
+    if (const auto* whole = std::get_if<std::int64_t>(&value_)) return jet::ExactOf(*whole);
     const auto* text = std::get_if<std::u16string_view>(&value_);
-    return text != nullptr && runtime::IsNumeric(ToQString(*text)) ? ExactOf(*text) : std::nullopt;
+    return text != nullptr && runtime::IsNumeric(ToQString(*text)) ? jet::ExactOf(*text) : std::nullopt;
   }
 
   // A floating-point number where this loses nothing, else the text.

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <utility>
 
-#include "platform/dao/ExactNumber.h"
+#include "platform/jet/ExactNumber.h"
 #include "platform/jet/ValueText.h"
 
 namespace dao {
@@ -69,10 +69,10 @@ std::optional<jet::Value> StoredText(const jet::ColumnDefinition& column, std::u
     case jet::ColumnType::Guid:
       return GuidOf(text);
     case jet::ColumnType::Currency:
-      if (const auto number = ExactOf(text)) return CurrencyOf(*number);
+      if (const auto number = jet::ExactOf(text)) return CurrencyOf(*number);
       return std::nullopt;
     case jet::ColumnType::Decimal:
-      if (const auto number = ExactOf(text)) return RoundedTo(*number, column.scale);
+      if (const auto number = jet::ExactOf(text)) return RoundedTo(*number, column.scale);
       return std::nullopt;
     default:
       return jet::Value(std::move(text));

@@ -1,5 +1,5 @@
 // Currency and Numeric keep every digit on their way in, out, and from file to file.
-#include "platform/dao/ExactNumber.h"
+#include "platform/jet/ExactNumber.h"
 
 #include <gtest/gtest.h>
 
@@ -87,16 +87,16 @@ TEST_F(ExactNumber, AnAmountIsFoundByItsDigits) {
 
 TEST(ExactNumberRounding, GoesHalfToEvenAndRoundsOnce) {
   const auto rounded = [](const char16_t* text, int scale) {
-    return QString::fromStdU16String(dao::TextOf(*dao::RoundedTo(*dao::ExactOf(std::u16string_view(text)), scale)));
+    return QString::fromStdU16String(jet::TextOf(*jet::RoundedTo(*jet::ExactOf(std::u16string_view(text)), scale)));
   };
   EXPECT_EQ(rounded(u"0.12345", 4), u"0.1234"_s);
   EXPECT_EQ(rounded(u"0.12355", 4), u"0.1236"_s);
   EXPECT_EQ(rounded(u"0.123450001", 4), u"0.1235"_s);
   EXPECT_EQ(rounded(u"-0.123449999", 4), u"-0.1234"_s);
   EXPECT_EQ(rounded(u" 7 ", 2), u"7.00"_s);
-  EXPECT_FALSE(dao::ExactOf(std::u16string_view(u"1e5")));
-  EXPECT_FALSE(dao::ExactOf(std::u16string_view(u",")));
-  EXPECT_FALSE(dao::ExactOf(std::u16string_view(u"")));
+  EXPECT_FALSE(jet::ExactOf(std::u16string_view(u"1e5")));
+  EXPECT_FALSE(jet::ExactOf(std::u16string_view(u",")));
+  EXPECT_FALSE(jet::ExactOf(std::u16string_view(u"")));
 }
 
 }  // namespace

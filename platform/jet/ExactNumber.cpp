@@ -1,10 +1,10 @@
-#include "platform/dao/ExactNumber.h"
+#include "platform/jet/ExactNumber.h"
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
 
-namespace dao {
+namespace jet {
 namespace {
 
 __extension__ using Magnitude = unsigned __int128;
@@ -14,11 +14,11 @@ constexpr int kDigitsOfDouble = 15;
 constexpr int kDigitsOfCurrency = 4;
 constexpr unsigned kTen = 10;
 
-Magnitude MagnitudeOf(const jet::Decimal& number) {
+Magnitude MagnitudeOf(const Decimal& number) {
   return static_cast<Magnitude>(number.high) << 64 | number.low;
 }
 
-jet::Decimal Made(bool negative, int scale, Magnitude magnitude) {
+Decimal Made(bool negative, int scale, Magnitude magnitude) {
   return {negative && magnitude != 0, static_cast<std::uint8_t>(scale), static_cast<std::uint64_t>(magnitude >> 64),
           static_cast<std::uint64_t>(magnitude)};
 }
@@ -41,7 +41,7 @@ Magnitude Shortened(Magnitude magnitude, bool exact) {
 
 }  // namespace
 
-std::optional<jet::Decimal> ExactOf(std::u16string_view text) {
+std::optional<Decimal> ExactOf(std::u16string_view text) {
   text = WithoutBlanks(text);
   const bool negative = !text.empty() && text.front() == u'-';
   if (negative || (!text.empty() && text.front() == u'+')) text.remove_prefix(1);
@@ -60,18 +60,18 @@ std::optional<jet::Decimal> ExactOf(std::u16string_view text) {
   return Made(negative, static_cast<int>(behind), magnitude);
 }
 
-jet::Decimal ExactOf(std::int64_t number) {
+Decimal ExactOf(std::int64_t number) {
   const auto bits = static_cast<std::uint64_t>(number);
   return Made(number < 0, 0, number < 0 ? 0 - bits : bits);
 }
 
-jet::Decimal ExactOf(jet::Currency amount) {
-  jet::Decimal number = ExactOf(amount.scaled);
+Decimal ExactOf(Currency amount) {
+  Decimal number = ExactOf(amount.scaled);
   number.scale = kDigitsOfCurrency;
   return number;
 }
 
-std::optional<jet::Decimal> RoundedTo(const jet::Decimal& number, int scale) {
+std::optional<Decimal> RoundedTo(const Decimal& number, int scale) {
   Magnitude magnitude = MagnitudeOf(number);
   // Cut all surplus digits but one, remember whether they were zeros, and round once.
   bool exact = true;
@@ -87,21 +87,21 @@ std::optional<jet::Decimal> RoundedTo(const jet::Decimal& number, int scale) {
   return Made(number.negative, scale, magnitude);
 }
 
-std::optional<jet::Currency> CurrencyOf(const jet::Decimal& number) {
+std::optional<Currency> CurrencyOf(const Decimal& number) {
   const auto rounded = RoundedTo(number, kDigitsOfCurrency);
   constexpr auto kLargest = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
   if (!rounded || rounded->high != 0 || rounded->low > kLargest + (rounded->negative ? 1U : 0U)) return std::nullopt;
-  return jet::Currency{static_cast<std::int64_t>(rounded->negative ? 0 - rounded->low : rounded->low)};
+  return Currency{static_cast<std::int64_t>(rounded->negative ? 0 - rounded->low : rounded->low)};
 }
 
-int DigitsOf(const jet::Decimal& number) {
+int DigitsOf(const Decimal& number) {
   int digits = 0;
   for (Magnitude rest = MagnitudeOf(number); rest != 0; rest /= kTen)
     ++digits;
   return digits;
 }
 
-std::optional<double> DoubleOf(const jet::Decimal& number) {
+std::optional<double> DoubleOf(const Decimal& number) {
   Magnitude magnitude = MagnitudeOf(number);
   int scale = number.scale;
   for (; scale > 0 && magnitude % kTen == 0; --scale)
@@ -112,7 +112,7 @@ std::optional<double> DoubleOf(const jet::Decimal& number) {
   return number.negative ? -value : value;
 }
 
-std::u16string TextOf(const jet::Decimal& number) {
+std::u16string TextOf(const Decimal& number) {
   std::u16string text;
   for (Magnitude rest = MagnitudeOf(number); rest != 0 || text.size() <= number.scale; rest /= kTen)
     text += static_cast<char16_t>(u'0' + static_cast<unsigned>(rest % kTen));
@@ -122,4 +122,4 @@ std::u16string TextOf(const jet::Decimal& number) {
   return text;
 }
 
-}  // namespace dao
+}  // namespace jet
