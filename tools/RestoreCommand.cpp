@@ -30,12 +30,13 @@ int Restore(const Arguments& arguments, const Streams& streams) {
 }  // namespace
 
 Command RestoreCommand() {
-  return {u"restore"_s,
-          u"RESERVEKOPIE BESTAND TABEL..."_s,
-          u"Zet de rijen van de gekozen tabellen terug uit een reservekopie; het offline-logboek nooit."_s,
-          3,
-          -1,
-          {},
-          {},
-          Restore};
+  return {
+      .name = u"restore"_s,
+      .usage = u"RESERVEKOPIE BESTAND TABEL..."_s,
+      .summary = u"Zet de rijen van de gekozen tabellen terug uit een reservekopie; het offline-logboek nooit."_s,
+      .leastWords = 3,
+      .mostWords = -1,
+      .run = Restore,
+      .examples = {
+          u"restore backup/OvalistoLocal-20250311-154507.mdb OvalistoLocal.mdb tblCopie_Items tblCopie_ItemSpots"_s}};
 }
