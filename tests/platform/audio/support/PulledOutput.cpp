@@ -84,8 +84,10 @@ std::vector<std::int16_t> PulledOutput::Pull(std::size_t frames) {
   std::vector<std::int16_t> taken;
   std::vector<std::int16_t> step(std::size_t{512} * 2);
   std::unique_lock lock(tap_->mutex);
-  tap_->running.wait_for(lock, std::chrono::seconds(10), [this] { return tap_->source != nullptr; });
-  while (tap_->source != nullptr && taken.size() / 2 < frames) {
+  const auto runs = [this] { return tap_->source != nullptr; };
+  while (taken.size() / 2 < frames) {
+    // The output of an earlier file may still be there for a moment: what counts is the one that plays something.
+    if (!runs() && (!taken.empty() || !tap_->running.wait_for(lock, std::chrono::seconds(10), runs))) break;
     const std::size_t count = std::min<std::size_t>(512, frames - taken.size() / 2);
     std::size_t delivered = 0;
     const FrameSource::Supply supply = tap_->source->Fill(step.data(), count, delivered);
