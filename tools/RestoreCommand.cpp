@@ -37,13 +37,9 @@ Command RestoreCommand() {
       .leastWords = 3,
       .mostWords = -1,
       .run = Restore,
-<<<<<<< HEAD
       .details =
           u"Wat er nu staat, blijft vooraf bewaard als een nieuwe reservekopie. Het programma mag intussen niet op\n"
           "dezelfde programmamap lopen."_s,
-      .examples = {u"restore reservekopie.mdb data/OvalistoLocal.mdb tblCopie_ItemSpots"_s}};
-=======
       .examples = {
           u"restore backup/OvalistoLocal-20250311-154507.mdb OvalistoLocal.mdb tblCopie_Items tblCopie_ItemSpots"_s}};
->>>>>>> keep
 }
