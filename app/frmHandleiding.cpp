@@ -5,6 +5,7 @@
 #include "platform/runtime/Error.h"
 
 #include <QFile>
+#include <QRegularExpression>
 #include <QTextDocument>
 #include <QTextTable>
 
@@ -22,11 +23,17 @@ constexpr QSize kOpeningSize(760, 620);
 constexpr double kPageMargin = 20;
 constexpr double kCellPadding = 4;
 
+// They are for readers elsewhere: whoever reads here has the windows at hand.
+QString WithoutPictures(QString markdown) {
+  static const QRegularExpression picture(u"^!\\[.*\\]\\(.*\\)\n"_s, QRegularExpression::MultilineOption);
+  return markdown.remove(picture);
+}
+
 QString ManualText() {
   NeedManual();
   QFile file(u":/spotrooster/handleiding.md"_s);
   if (!file.open(QIODevice::ReadOnly)) throw runtime::Error(u"De handleiding ontbreekt in dit programma."_s);
-  return QString::fromUtf8(file.readAll());
+  return WithoutPictures(QString::fromUtf8(file.readAll()));
 }
 
 // Room instead of lines.

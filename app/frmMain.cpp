@@ -12,6 +12,7 @@
 #include "data/Settings.h"
 #include "export/InterruptedExport.h"
 #include "export/frmRadioDetail.h"
+#include "paper/frmOverzichten.h"
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/MessageBox.h"
 #include "platform/desktop/Trapped.h"
@@ -72,6 +73,7 @@ void frmMain::ConnectEvents() {
             [this, action] { tlbMain_ButtonClick(action->property("key").toString()); });
   }
   connect(ui_->actItemPingles, &QAction::triggered, this, &frmMain::mnuItemPingles_Click);
+  connect(ui_->actOverzichten, &QAction::triggered, this, &frmMain::mnuOverzichten_Click);
   connect(ui_->actHandleiding, &QAction::triggered, this, &frmMain::mnuHandleiding_Click);
   connect(ui_->actVersie, &QAction::triggered, this, &frmMain::mnuVersie_Click);
   connect(ui_->fraVandaag, &TodayPanel::spotsAsked, this, &frmMain::fraVandaag_Tonen);
@@ -204,6 +206,10 @@ void frmMain::fraVandaag_Tonen(SpotView view) {
 
 void frmMain::mnuItemPingles_Click() {
   Trapped(__func__, [&] { Open(Screen::ItemPingles); });
+}
+
+void frmMain::mnuOverzichten_Click() {
+  Trapped(__func__, [&] { frmOverzichten(this).ShowModal(); });
 }
 
 void frmMain::mnuHandleiding_Click() {

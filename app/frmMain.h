@@ -43,6 +43,7 @@ class frmMain : public QMainWindow {
   void tlbMain_ButtonClick(const QString& key);
   void fraVandaag_Tonen(SpotView view);
   void mnuItemPingles_Click();
+  void mnuOverzichten_Click();
   void mnuHandleiding_Click();
   void mnuVersie_Click();
 

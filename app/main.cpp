@@ -74,7 +74,7 @@ int main(int argc, char** argv) {
   QApplication application(argc, argv);
   QApplication::setApplicationName(u"spotrooster"_s);
   QApplication::setApplicationVersion(Version());
-  QApplication::setDesktopFileName(u"spotrooster"_s);
+  QApplication::setDesktopFileName(u"org.spotrooster.Spotrooster"_s);
   QLocale::setDefault(QLocale(QLocale::Dutch, QLocale::Belgium));
   QTranslator dutch;
   if (dutch.load(u"qtbase_nl"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {

@@ -1,22 +1,17 @@
 // The item-spot list with many records: the time to open it, to refill it and to search in it, beside the time that
 // SQLite alone needs for the same query over the same rows, and the time to refresh the local copy on closing.
+#include "bench/SpotStation.h"
 #include "catalogue/SpotSurvey.h"
 #include "catalogue/frmItemSpots.h"
-#include "data/DatabasePaths.h"
 #include "data/Globals.h"
-#include "data/Schema.h"
 #include "data/Writes.h"
 #include "platform/controls/ListBox.h"
-#include "platform/dao/Storage.h"
-#include "platform/runtime/HostPath.h"
 
 #include <QApplication>
 #include <QCheckBox>
-#include <QDir>
 #include <QElapsedTimer>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTemporaryDir>
 
 #include <sqlite3.h>
 #include <algorithm>
@@ -47,37 +42,6 @@ double MedianMs(const std::function<void()>& work) {
   }
   std::sort(times.begin(), times.end());
   return times[kRuns / 2];
-}
-
-QString NameOf(int number) {
-  static const QStringList kShops{u"Bakkerij"_s, u"Fietsen"_s, u"Meubelhuis"_s, u"Café"_s, u"Tuincentrum"_s};
-  return kShops[number % kShops.size()] + u" Van Damme "_s + QString::number((number * 7919) % 100003);
-}
-
-// Below the SQL: one turn for all rows.
-void FillServer(const std::vector<controls::ListBox::Line>& rows) {
-  const auto storage = dao::OpenStorage(global.serverDatabasePath);
-  const auto turn = storage->Begin(dao::Access::Write);
-  const auto table = storage->OpenTable(u"tblItemSpots"_s);
-  const dao::Value none;
-  const auto number = [](qint64 value) { return dao::Value(std::int64_t{value}); };
-  for (const auto& row : rows) {
-    const std::vector<dao::Value> values = {number(row.itemData),
-                                            u"Z:\\a.wav",
-                                            row.text.toStdU16String(),
-                                            number(30),
-                                            none,
-                                            none,
-                                            45658.0,
-                                            number(0),
-                                            73050.0,
-                                            number(23),
-                                            number(0),
-                                            none,
-                                            number(1)};
-    table->Insert(values);
-  }
-  turn->Commit();
 }
 
 class PlainSqlite {
@@ -183,21 +147,9 @@ int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   const QApplication application(argc, argv);
   const int rows = argc > 1 ? std::max(1, std::atoi(argv[1])) : 50000;
-  const QTemporaryDir folder;
-  QDir(folder.path()).mkdir(u"data"_s);
-  runtime::SetDrives({});
-  global.programFolder = global.databasePath = runtime::PathText(folder.path());
-  FormDatabasePaths();
-  schema::CreateLocalDatabase(global.localDatabasePath);
-  schema::CreateServerDatabase(global.serverDatabasePath);
-  schema::CreateWorkDatabase(global.workDatabasePath);
-  global.online = true;
-  std::vector<controls::ListBox::Line> lines;
-  for (int row = 1; row <= rows; ++row)
-    lines.push_back({NameOf(row), row});
-  FillServer(lines);
-  PlainSqlite plain(folder.filePath(u"plain.sqlite"_s));
-  plain.Fill(lines);
+  const bench::SpotStation station(rows);
+  PlainSqlite plain(station.File(u"plain.sqlite"_s));
+  plain.Fill(station.Spots());
   std::printf("%d item-spots, median of %d runs\n", rows, kRuns);
   BenchList(plain);
   return 0;

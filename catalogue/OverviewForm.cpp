@@ -48,7 +48,7 @@ void Visit(Screen screen, QWidget* owner) {
 OverviewForm::OverviewForm(QWidget* owner, const QString& one, const QString& many, Screen detailEditor)
     : Form(owner), one_(one), many_(many), detailEditor_(detailEditor) {}
 
-void OverviewForm::Wire(const Controls& controls) {
+void OverviewForm::WireControls(const Controls& controls) {
   controls_ = controls;
   DressControls();
   connect(&List(), &controls::ListBox::clicked, this, &OverviewForm::lstOverzicht_Click);
@@ -59,7 +59,8 @@ void OverviewForm::Wire(const Controls& controls) {
   connect(controls_.cmdNieuw, &QPushButton::clicked, this, &OverviewForm::cmdNieuw_Click);
   connect(controls_.cmdVerwijder, &QPushButton::clicked, this, &OverviewForm::cmdVerwijder_Click);
   connect(controls_.cmdSluiten, &QPushButton::clicked, this, &OverviewForm::cmdSluiten_Click);
-  if (controls_.chkAktieve != nullptr) {
+  if (controls_.cmdDesaktiveer != nullptr) {
+    connect(controls_.cmdDesaktiveer, &QPushButton::clicked, this, &OverviewForm::cmdDesaktiveer_Click);
     connect(controls_.chkAktieve, &QCheckBox::toggled, this, &OverviewForm::chkAktieve_Click);
     connect(controls_.chkNietAktieve, &QCheckBox::toggled, this, &OverviewForm::chkNietAktieve_Click);
   }
@@ -197,11 +198,13 @@ void OverviewForm::OpenCleanup(Screen cleanup) {
   Refill();
 }
 
-void OverviewForm::Deactivate(SetAktief setAktief) {
-  const desktop::WaitPointer wait;
-  const Catalogue catalogue = CurrentCatalogue();
-  global.lastResult = setAktief(SelectedID(), 0, catalogue.databasePath, TableOf(catalogue));
-  Refill();
+void OverviewForm::cmdDesaktiveer_Click() {
+  Trapped(__func__, [&] {
+    const desktop::WaitPointer wait;
+    const Catalogue catalogue = CurrentCatalogue();
+    global.lastResult = Deactivator()(SelectedID(), 0, catalogue.databasePath, TableOf(catalogue));
+    Refill();
+  });
 }
 
 void OverviewForm::cmdSluiten_Click() {

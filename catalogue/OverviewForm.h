@@ -31,9 +31,9 @@ class OverviewForm : public Form {
     controls::QuietLine* lblAantal = nullptr;
     QPushButton* cmdNieuw = nullptr;
     QPushButton* cmdOpen = nullptr;
-    QPushButton* cmdDesaktiveer = nullptr;
     QPushButton* cmdVerwijder = nullptr;
     QPushButton* cmdSluiten = nullptr;
+    QPushButton* cmdDesaktiveer = nullptr;
     QCheckBox* chkAktieve = nullptr;
     QCheckBox* chkNietAktieve = nullptr;
   };
@@ -43,7 +43,10 @@ class OverviewForm : public Form {
   OverviewForm(QWidget* owner, const QString& one, const QString& many, Screen detailEditor);
 
   // Once, right after setupUi.
-  void Wire(const Controls& controls);
+  template <class Ui>
+  void Wire(const Ui& ui) {
+    WireControls(ControlsOf(ui));
+  }
 
   // Sound files dropped on the window become new records, each in its editor.
   void AcceptAudio();
@@ -55,6 +58,8 @@ class OverviewForm : public Form {
   virtual void InitForm();
   virtual void InitCommands();
   virtual void cmdVerwijder_Click() = 0;
+  // What cmdDesaktiveer writes with; null where a member has no such button.
+  virtual SetAktief Deactivator() const { return nullptr; }
 
   // The list was filled anew.
   virtual void Refilled() {}
@@ -72,11 +77,24 @@ class OverviewForm : public Form {
   // The selected line's ID; an error when none is selected.
   qint32 SelectedID() const;
 
-  // What cmdVerwijder does where a cleanup dialog removes the record, and cmdDesaktiveer; without a trap of their own.
+  // What cmdVerwijder does where a cleanup dialog removes the record; without a trap of its own.
   void OpenCleanup(Screen cleanup);
-  void Deactivate(SetAktief setAktief);
 
  private:
+  // By the names that they have in every list.
+  template <class Ui>
+  static Controls ControlsOf(const Ui& ui) {
+    Controls controls{ui.lstOverzicht, ui.txtZoek,      ui.lblAantal, ui.cmdNieuw,
+                      ui.cmdOpen,      ui.cmdVerwijder, ui.cmdSluiten};
+    if constexpr (requires { ui.cmdDesaktiveer; }) {
+      controls.cmdDesaktiveer = ui.cmdDesaktiveer;
+      controls.chkAktieve = ui.chkAktieve;
+      controls.chkNietAktieve = ui.chkNietAktieve;
+    }
+    return controls;
+  }
+
+  void WireControls(const Controls& controls);
   QString Filter(const QString& table) const;
   void ShowDetail();
   void DressControls();
@@ -87,6 +105,7 @@ class OverviewForm : public Form {
   void lstOverzicht_DblClick();
   void cmdOpen_Click();
   void cmdNieuw_Click();
+  void cmdDesaktiveer_Click();
   void cmdSluiten_Click();
   void txtZoek_Change();
   void Form_DropFiles(const QStringList& files);

@@ -2,6 +2,7 @@
 
 #include "catalogue/FileFinder.h"
 #include "data/Catalogue.h"
+#include "data/SpotFacts.h"
 #include "platform/dao/Database.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Error.h"

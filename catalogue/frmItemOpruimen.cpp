@@ -17,13 +17,7 @@ using desktop::Trapped;
 
 frmItemOpruimen::frmItemOpruimen(QWidget* owner) : CleanupForm(owner), ui_(std::make_unique<Ui::frmItemOpruimen>()) {
   ui_->setupUi(this);
-  Controls controls;
-  controls.txtOpruimenVan = ui_->txtOpruimenVan;
-  controls.chkVerwijderBestand = ui_->chkVerwijderBestand;
-  controls.chkVerwijderID = ui_->chkVerwijderID;
-  controls.cmdOk = ui_->cmdOk;
-  controls.cmdSluiten = ui_->cmdSluiten;
-  Wire(controls);
+  Wire({ui_->txtOpruimenVan, ui_->chkVerwijderBestand, ui_->chkVerwijderID, ui_->cmdOk, ui_->cmdSluiten});
   connect(ui_->chkVerwijderSpots, &QCheckBox::toggled, this, &frmItemOpruimen::chkVerwijderSpots_Click);
 }
 

@@ -16,15 +16,7 @@ frmItemPingles::frmItemPingles(QWidget* owner)
     : OverviewForm(owner, u"item-pingle"_s, u"item-pingles"_s, Screen::ItemPinglesDetail),
       ui_(std::make_unique<Ui::frmItemPingles>()) {
   ui_->setupUi(this);
-  Controls controls;
-  controls.lstOverzicht = ui_->lstOverzicht;
-  controls.txtZoek = ui_->txtZoek;
-  controls.lblAantal = ui_->lblAantal;
-  controls.cmdNieuw = ui_->cmdNieuw;
-  controls.cmdOpen = ui_->cmdOpen;
-  controls.cmdVerwijder = ui_->cmdVerwijder;
-  controls.cmdSluiten = ui_->cmdSluiten;
-  Wire(controls);
+  Wire(*ui_);
   AcceptAudio();
 }
 

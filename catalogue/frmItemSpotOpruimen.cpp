@@ -11,13 +11,7 @@ using namespace Qt::StringLiterals;
 frmItemSpotOpruimen::frmItemSpotOpruimen(QWidget* owner)
     : CleanupForm(owner), ui_(std::make_unique<Ui::frmItemSpotOpruimen>()) {
   ui_->setupUi(this);
-  Controls controls;
-  controls.txtOpruimenVan = ui_->txtOpruimenVan;
-  controls.chkVerwijderBestand = ui_->chkVerwijderBestand;
-  controls.chkVerwijderID = ui_->chkVerwijderID;
-  controls.cmdOk = ui_->cmdOk;
-  controls.cmdSluiten = ui_->cmdSluiten;
-  Wire(controls);
+  Wire({ui_->txtOpruimenVan, ui_->chkVerwijderBestand, ui_->chkVerwijderID, ui_->cmdOk, ui_->cmdSluiten});
 }
 
 frmItemSpotOpruimen::~frmItemSpotOpruimen() = default;

@@ -22,22 +22,10 @@ frmItemSpots::frmItemSpots(QWidget* owner)
       ui_(std::make_unique<Ui::frmItemSpots>()),
       survey_(std::make_unique<SpotSurvey>()) {
   ui_->setupUi(this);
-  Controls controls;
-  controls.lstOverzicht = ui_->lstOverzicht;
-  controls.txtZoek = ui_->txtZoek;
-  controls.lblAantal = ui_->lblAantal;
-  controls.cmdNieuw = ui_->cmdNieuw;
-  controls.cmdOpen = ui_->cmdOpen;
-  controls.cmdDesaktiveer = ui_->cmdDesaktiveer;
-  controls.cmdVerwijder = ui_->cmdVerwijder;
-  controls.cmdSluiten = ui_->cmdSluiten;
-  controls.chkAktieve = ui_->chkAktieve;
-  controls.chkNietAktieve = ui_->chkNietAktieve;
-  Wire(controls);
+  Wire(*ui_);
   AcceptAudio();
   for (const SpotView view : kSpotViews)
     ui_->cboToestand->AddItem(TextOf(view), static_cast<qint64>(view));
-  connect(ui_->cmdDesaktiveer, &QPushButton::clicked, this, &frmItemSpots::cmdDesaktiveer_Click);
   connect(ui_->cboToestand, &QComboBox::currentIndexChanged, this, &frmItemSpots::cboToestand_Click);
   connect(survey_.get(), &SpotSurvey::changed, this, &frmItemSpots::SurveyChanged);
   connect(survey_.get(), &SpotSurvey::finished, this, &frmItemSpots::ShowCount);
@@ -58,8 +46,8 @@ void frmItemSpots::cmdVerwijder_Click() {
   Trapped(__func__, [&] { OpenCleanup(Screen::ItemSpotOpruimen); });
 }
 
-void frmItemSpots::cmdDesaktiveer_Click() {
-  Trapped(__func__, [&] { Deactivate(Update_tblItemSpots_Aktief); });
+OverviewForm::SetAktief frmItemSpots::Deactivator() const {
+  return Update_tblItemSpots_Aktief;
 }
 
 void frmItemSpots::Form_Unload() {
@@ -68,21 +56,18 @@ void frmItemSpots::Form_Unload() {
 }
 
 void frmItemSpots::Refilled() {
-  lines_.clear();
-  lines_.reserve(List().ListCount());
-  for (int line = 0; line < List().ListCount(); ++line)
-    lines_.insert(List().ItemData(line), line);
+  FindLines();
   survey_->Start(List().ListCount() <= kMarkedAtOnce ? SpotSurvey::Reading::AtOnce : SpotSurvey::Reading::InSlices);
 }
 
 void frmItemSpots::FindLines() {
+  lines_.clear();
   lines_.reserve(List().ListCount());
   for (int line = 0; line < List().ListCount(); ++line)
     lines_.insert(List().ItemData(line), line);
 }
 
 void frmItemSpots::SurveyChanged(const QList<qint64>& ids) {
-  if (lines_.isEmpty()) FindLines();
   for (const qint64 id : ids) {
     const auto line = lines_.constFind(id);
     if (line == lines_.constEnd()) continue;

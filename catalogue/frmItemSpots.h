@@ -30,13 +30,13 @@ class frmItemSpots : public OverviewForm {
   QString BothFilter(const QString& table) const override;
   void InitCommands() override;
   void cmdVerwijder_Click() override;
+  SetAktief Deactivator() const override;
   void Form_Unload() override;
   void Refilled() override;
   QString CountText() const override;
   QString EmptyText() const override;
 
  private:
-  void cmdDesaktiveer_Click();
   void cboToestand_Click();
   void FindLines();
   void SurveyChanged(const QList<qint64>& ids);
@@ -45,5 +45,5 @@ class frmItemSpots : public OverviewForm {
 
   std::unique_ptr<Ui::frmItemSpots> ui_;
   std::unique_ptr<SpotSurvey> survey_;
-  QHash<qint64, int> lines_;  // where in the list an ID stands; found when first asked for
+  QHash<qint64, int> lines_;  // where in the list an ID stands
 };

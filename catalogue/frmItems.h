@@ -19,10 +19,9 @@ class frmItems : public OverviewForm {
   QString TableOf(const Catalogue& catalogue) const override { return catalogue.items; }
   QString BothFilter(const QString&) const override { return {}; }
   void cmdVerwijder_Click() override;
+  SetAktief Deactivator() const override;
   void Form_Unload() override;
 
  private:
-  void cmdDesaktiveer_Click();
-
   std::unique_ptr<Ui::frmItems> ui_;
 };

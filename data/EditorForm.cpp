@@ -6,11 +6,24 @@
 #include "platform/dao/Database.h"
 #include "platform/dao/SqlText.h"
 #include "platform/desktop/Trapped.h"
+#include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
 
 using namespace Qt::StringLiterals;
 using desktop::Trapped;
+
+void EditorForm::Form_Load() {
+  Trapped(__func__, [this] {
+    const desktop::WaitPointer wait;
+    TakeSelectedID();
+    InitForm();
+    FillForm();
+    InitControls();
+    InitCommands();
+    Loaded();
+  });
+}
 
 void EditorForm::TakeSelectedID() {
   isNew_ = !runtime::IsNumeric(global.gstrSelectedID);
@@ -23,9 +36,15 @@ void EditorForm::Filled() {
 }
 
 void EditorForm::RequireFilled() const {
-  if (!isNew_ && !filled_) {
-    throw runtime::Error(u"Dit record kon bij het openen niet gelezen worden. Er is niets bewaard."_s);
+  if (!isNew_ && !(filled_ && whole_)) {
+    throw runtime::Error(u"Dit record kon bij het openen niet in zijn geheel gelezen worden. Er is niets bewaard."_s);
   }
+}
+
+bool EditorForm::Refuse(int message, const QString& value1, const QString& value2, QWidget* focus) {
+  ShowAppMessage(message, value1, value2);
+  if (focus != nullptr) focus->setFocus();
+  return false;
 }
 
 bool EditorForm::IsFormDirty() {

@@ -8,18 +8,27 @@ class EditorForm : public Form {
  public:
   using Form::Form;
 
+  // Takes gstrSelectedID, then runs InitForm, FillForm, InitControls and InitCommands, and last Loaded.
+  void Form_Load() override;
+
   bool IsDirty() const { return isDirty_; }
   bool IsNew() const { return isNew_; }
   qint32 ID() const { return id_; }
 
  protected:
-  // A numeric gstrSelectedID opens that record; anything else a new one, with ID 0.
-  void TakeSelectedID();
+  virtual void InitForm() = 0;
+  virtual void FillForm() = 0;
+  virtual void InitControls() {}
+  virtual void InitCommands() {}
+  virtual void Loaded() {}
 
   // Validates; shows a message, moves the focus and answers false at the first failure.
   virtual bool OpslaanProceed() = 0;
   // Writes. Clears isDirty_ and isNew_ only when everything was written.
   virtual void Opslaan() = 0;
+
+  // Shows the message, moves the focus there (null: leaves it) and answers false.
+  static bool Refuse(int message, const QString& value1, const QString& value2, QWidget* focus);
 
   // Asks about unsaved changes. True when the form must stay open: the user chose to save and it was not saved.
   bool IsFormDirty();
@@ -34,7 +43,10 @@ class EditorForm : public Form {
 
   // The end of every FillForm: what is shown is what is stored.
   void Filled();
-  // Throws when an existing record could not be read whole: saving would write empty fields over it.
+  // Something that belongs to the record could not be read.
+  void NotWhole() { whole_ = false; }
+  // Throws when an existing record could not be read whole: saving would write empty fields over it, or
+  // drop what is missing on the screen.
   void RequireFilled() const;
 
   bool isDirty_ = false;
@@ -42,7 +54,11 @@ class EditorForm : public Form {
   qint32 id_ = 0;
 
  private:
+  // A numeric gstrSelectedID opens that record; anything else a new one, with ID 0.
+  void TakeSelectedID();
+
   bool filled_ = false;
+  bool whole_ = true;
 };
 
 // Whether another record of the table has this name (cleaned of reserved characters, letter case ignored). A record

@@ -14,9 +14,9 @@ QString NameOfRow(qint32 id, const QString& databasePath, const QString& table) 
   dao::Database database = dao::OpenDatabase(databasePath);
   const dao::Recordset rows = database.OpenRecordset(u"SELECT "_s + table + u".Naam "_s + u"From "_s + table + u" "_s +
                                                      u"WHERE "_s + table + u".ID = "_s + QString::number(id));
-  if (rows.Eof()) return {};
+  if (rows.Eof()) return u""_s;
   const QVariant name = rows.Field(u"Naam"_s);
-  return IsKull(name) ? QString() : runtime::TrimBlanks(name.toString());
+  return IsKull(name) ? u""_s : runtime::TrimBlanks(name.toString());
 }
 
 }  // namespace

@@ -11,7 +11,8 @@
 // The table's highest key plus 1; 1 for an empty table. 0 on an error.
 qint32 GetNewID(const QString& table, const QString& keyField, const QString& databasePath);
 
-// The trimmed name of one row; empty when there is no row, no name, or on an error.
+// The trimmed name of one row; empty when there is no row or no name. On an error empty too, and null
+// (QString::isNull): a name that could not be read is not one that is gone.
 QString GetItemSpotID_Naam(qint32 id, const QString& databasePath, const QString& table);
 QString GetItemNaam(qint32 id, const QString& databasePath, const QString& table);
 

@@ -1,5 +1,6 @@
 #include "items/FolderList.h"
 
+#include "platform/desktop/Background.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Probe.h"
@@ -44,7 +45,8 @@ FolderList::FolderList(QWidget* parent) : ListBox(parent) {
 }
 
 void FolderList::SetPath(const QString& pathText) {
-  const QStringList below = Subfolders(pathText);  // may throw: what is shown stays
+  // May throw: what is shown stays.
+  const QStringList below = desktop::InBackground([pathText] { return Subfolders(pathText); });
   const QString drive = DriveOf(pathText);
   Clear();
   paths_.clear();

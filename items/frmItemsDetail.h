@@ -6,6 +6,7 @@
 #include "platform/dao/Recordset.h"
 
 #include <memory>
+#include <optional>
 
 namespace Ui {
 class frmItemsDetail;
@@ -24,44 +25,43 @@ class frmItemsDetail : public EditorForm {
   explicit frmItemsDetail(QWidget* owner);
   ~frmItemsDetail() override;
 
-  void Form_Load() override;
-
   bool IsLocked() const { return isLocked_; }
 
  protected:
+  void InitForm() override;
+  void FillForm() override;
+  void InitControls() override;
+  void InitCommands() override;
   bool OpslaanProceed() override;
   void Opslaan() override;
   void CloseAsked() override { cmdAnnuleren_Click(); }
 
  private:
-  void ConnectEvents();
-
-  void InitForm();
-  void FillForm();
-  void InitControls();
-  void InitCommands();
-  bool IsDuplicateCode();
+  void ConnectChanges();
+  void ConnectList();
+  void ConnectButtons();
 
   // Filling.
   void FillCboOpt2VariabelNaamGedeelte();
   void FillCboOpt2Eerstedagvanweek();
-  void FillCboPingles();
-  void FillFraItemSpots();
+  bool FillCboPingles();
+  bool FillFraItemSpots();
+  dao::Recordset ReadItem() const;
   void FillFields(const dao::Recordset& row);
   void FillFilling(const dao::Recordset& row);
   void FillJingle(const QVariant& id, const QString& combo, QCheckBox& check);
 
-  // Saving.
-  ItemRow ValuesOnScreen() const;
-  void ReadPattern(ItemRow& row) const;
-  void RequireStillThere(const Catalogue& catalogue) const;
-  bool WriteLinks(const Catalogue& catalogue) const;
-
   // Validation.
-  bool Refuse(int message, const QString& value1, const QString& value2, QWidget* focus);
+  bool IsDuplicateCode();
   bool FilledWithin(const QString& text, const QString& label, int longest, QWidget* focus);
   bool PatternProceed();
   bool SeveralSpotsProceed();
+
+  // Saving.
+  void RequireStillThere() const;
+  ItemRow ValuesOnScreen() const;
+  void ReadPattern(ItemRow& row) const;
+  bool WriteLinks(const Catalogue& catalogue) const;
 
   // States.
   void InitListOption();
@@ -70,26 +70,45 @@ class frmItemsDetail : public EditorForm {
   void InitFirstDay();
   void InitSpotCount();
   void InitJingles();
-
-  void ShowOpt2Voorbeeld();
   void ListChanged();
+  void ShowOpt2Voorbeeld();
   bool IsWeekChosen() const;
+  // The ItemData of the chosen entry; nothing when none is chosen.
+  static std::optional<qint32> Chosen(const controls::ComboBox& combo);
 
-  // Events.
-  void txtOpt2_Change();
+  // Changes.
+  void txtNaam_Change();
+  void chkAktief_Click();
+  void opt1_Click();
+  void opt2_Click();
+  void txtOpt2Directory_Change();
+  void txtOpt2VastNaamGedeelte_Change();
   void cboOpt2VariabelNaamGedeelte_Click();
-  void optSpots_Click();
-  void opt_Click();
-  void chkPingle_Click();
-  void ledMix_Click();
+  void cboOpt2Eerstedagvanweek_Click();
+  void txtOpt2FileExtensie_Change();
+  void opt1Spot_Click();
+  void optMeerdereSpots_Click();
+  void chkOpenerPingle_Click();
+  void chkMiddenPingle_Click();
+  void chkSluiterPingle_Click();
+  void cboOpenerPingle_Click();
+  void cboSluiterPingle_Click();
   void lstOpt1ItemSpots_Click();
+  void lstOpt1ItemSpots_DblClick();
+  void FillingChanged();
+  void PatternChanged();
+  void NamePartsChanged();
+  void JinglesChanged();
+
+  // Buttons.
   void cmdOpt1Toevoegen_Click();
   void cmdOpt1Wijzigen_Click();
   void cmdOpt1Verwijderen_Click();
+  void cmdNormalizeItem_Click();
   void cmdDirectory_Click();
+  void ledMix_Click();
   void cmdShowItemSpots_Click();
   void cmdShowItemPingles_Click();
-  void cmdNormalizeItem_Click();
   void cmdOk_Click();
   void cmdAnnuleren_Click();
 

@@ -1,12 +1,10 @@
 #include "items/frmItemsDetailOpt1.h"
 
 #include "data/Catalogue.h"
-#include "data/Messages.h"
 #include "items/ui_frmItemsDetailOpt1.h"
 #include "platform/controls/ListBox.h"
 #include "platform/dao/Database.h"
 #include "platform/desktop/Trapped.h"
-#include "platform/desktop/WaitPointer.h"
 
 using namespace Qt::StringLiterals;
 using desktop::Trapped;
@@ -23,17 +21,6 @@ void frmItemsDetailOpt1::ConnectEvents() {
   connect(ui_->cboItemSpot, &QComboBox::currentIndexChanged, this, &frmItemsDetailOpt1::cboItemSpot_Click);
   connect(ui_->cmdOk, &QPushButton::clicked, this, &frmItemsDetailOpt1::cmdOk_Click);
   connect(ui_->cmdAnnuleren, &QPushButton::clicked, this, &frmItemsDetailOpt1::cmdAnnuleren_Click);
-}
-
-void frmItemsDetailOpt1::Form_Load() {
-  Trapped(__func__, [this] {
-    const desktop::WaitPointer wait;
-    TakeSelectedID();
-    InitForm();
-    FillForm();
-    InitControls();
-    InitCommands();
-  });
 }
 
 void frmItemsDetailOpt1::InitForm() {
@@ -68,9 +55,7 @@ void frmItemsDetailOpt1::FillForm() {
 bool frmItemsDetailOpt1::OpslaanProceed() {
   return Trapped(__func__, false, [this] {
     if (ui_->cboItemSpot->ListIndex() != -1) return true;
-    ShowAppMessage(1501, u"Item-spot"_s, u"spot"_s);
-    ui_->cboItemSpot->setFocus();
-    return false;
+    return Refuse(1501, u"Item-spot"_s, u"spot"_s, ui_->cboItemSpot);
   });
 }
 

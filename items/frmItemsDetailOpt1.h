@@ -20,19 +20,15 @@ class frmItemsDetailOpt1 : public EditorForm {
   frmItemsDetailOpt1(QWidget* owner, controls::ListBox& lstOpt1ItemSpots);
   ~frmItemsDetailOpt1() override;
 
-  void Form_Load() override;
-
  protected:
+  void InitForm() override;
+  void FillForm() override;
   bool OpslaanProceed() override;
   void Opslaan() override;
   void CloseAsked() override { cmdAnnuleren_Click(); }
 
  private:
   void ConnectEvents();
-  void InitForm();
-  void FillForm();
-  void InitControls() {}
-  void InitCommands() {}
   void FillCboItemSpot();
 
   void cboItemSpot_Click();

@@ -61,6 +61,11 @@ void frmItemsDetail::EmptyPattern() {
   ui_->cboOpt2Eerstedagvanweek->SetListIndex(-1);
 }
 
+bool frmItemsDetail::IsWeekChosen() const {
+  constexpr int kWeek = 2;  // the third entry
+  return ui_->cboOpt2VariabelNaamGedeelte->ListIndex() == kWeek;
+}
+
 void frmItemsDetail::InitFirstDay() {
   const bool used = ui_->opt2->isChecked() && IsWeekChosen();
   if (!used) ui_->cboOpt2Eerstedagvanweek->SetListIndex(-1);
@@ -108,6 +113,7 @@ void frmItemsDetail::InitCommands() {
     ui_->cmdOpt1Verwijderen->setEnabled(list && selected);
     ui_->cmdDirectory->setEnabled(!isLocked_ && ui_->opt2->isChecked());
     if (isLocked_) ui_->cmdOk->setEnabled(false);
+    ui_->lblVergrendeld->setVisible(isLocked_);
     ui_->lstOpt1ItemSpots->SetMovable(list);
   });
 }

@@ -9,7 +9,6 @@
 #include "platform/desktop/FileDrop.h"
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/Trapped.h"
-#include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Numbers.h"
@@ -73,21 +72,13 @@ void AudioEditor::WireScrolling() {
   });
 }
 
-void AudioEditor::Form_Load() {
-  Trapped(__func__, [&] {
-    const desktop::WaitPointer wait;
-    TakeSelectedID();
-    InitForm();
-    FillForm();
-    InitControls();
-    InitCommands();
-    controls_.preview->InitAudio();
-    TakeDropped();
-    if (!isNew_) QTimer::singleShot(0, this, &AudioEditor::ShowUsage);  // not before the window stands
-    // A new record begins with its file, another one with its name.
-    (isNew_ && IsKull(controls_.txtPath->text()) ? static_cast<QWidget*>(controls_.cmdPath) : controls_.txtNaam)
-        ->setFocus();
-  });
+void AudioEditor::Loaded() {
+  controls_.preview->InitAudio();
+  TakeDropped();
+  if (!isNew_) QTimer::singleShot(0, this, &AudioEditor::ShowUsage);  // not before the window stands
+  // A new record begins with its file, another one with its name.
+  (isNew_ && IsKull(controls_.txtPath->text()) ? static_cast<QWidget*>(controls_.cmdPath) : controls_.txtNaam)
+      ->setFocus();
 }
 
 void AudioEditor::InitForm() {
@@ -128,9 +119,6 @@ void AudioEditor::InitControls() {
     LockControl(u"txtLengteSec"_s, true);
   });
 }
-
-// No button of these forms depends on the record's state.
-void AudioEditor::InitCommands() {}
 
 dao::Recordset AudioEditor::ReadRecord() const {
   const QString table = TableName();

@@ -33,9 +33,6 @@ struct AudioControls {
 class AudioEditor : public EditorForm {
   Q_OBJECT
 
- public:
-  void Form_Load() override;
-
  protected:
   struct Words {
     QString caption;       // without what follows its " ... "
@@ -54,7 +51,7 @@ class AudioEditor : public EditorForm {
   virtual void FillDropped() {}
   // The fields of a record, in the order told for the form.
   virtual void FillRecord(const dao::Recordset& row) = 0;
-  virtual void InitControls();
+  void InitControls() override;
   // The items that use the record. Throws runtime::Error.
   virtual QStringList ItemsUsing(qint32 id) const = 0;
   // The tests behind those of path and name.
@@ -76,17 +73,14 @@ class AudioEditor : public EditorForm {
   qint32 MixPuntToSave() const;
   qint32 AktiefToSave() const;
 
-  // Shows the message, moves the focus there and answers false.
-  bool Refuse(int msgNr, const QString& value1, const QString& value2, QWidget* focus);
-
+  void InitForm() override;
+  void FillForm() override;
+  void Loaded() override;
   bool OpslaanProceed() override;
   void Opslaan() override;
   void Form_Unload() override;
 
  private:
-  void InitForm();
-  void FillForm();
-  void InitCommands();
   bool IsDuplicateCode();
 
   void Form_DropFiles(const QStringList& files);

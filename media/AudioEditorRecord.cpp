@@ -76,12 +76,6 @@ qint32 AudioEditor::AktiefToSave() const {
   return controls_.chkAktief->isChecked() ? 1 : 0;
 }
 
-bool AudioEditor::Refuse(int msgNr, const QString& value1, const QString& value2, QWidget* focus) {
-  ShowAppMessage(msgNr, value1, value2);
-  focus->setFocus();
-  return false;
-}
-
 bool AudioEditor::OpslaanProceed() {
   return Trapped(__func__, false, [&] { return PathAndNameValid() && OwnFieldsValid(); });
 }

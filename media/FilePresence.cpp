@@ -1,22 +1,14 @@
 #include "media/FilePresence.h"
 
+#include "platform/desktop/Background.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
-
-#include <QEventLoop>
-#include <QFutureWatcher>
-#include <QtConcurrent>
 
 using namespace Qt::StringLiterals;
 using runtime::Presence;
 
 Presence LookFor(const QString& path) {
-  QEventLoop loop;
-  QFutureWatcher<Presence> watcher;
-  QObject::connect(&watcher, &QFutureWatcher<Presence>::finished, &loop, &QEventLoop::quit);
-  watcher.setFuture(QtConcurrent::run([path] { return runtime::Probe(path); }));
-  loop.exec(QEventLoop::ExcludeUserInputEvents);
-  return watcher.result();
+  return desktop::InBackground([path] { return runtime::Probe(path); });
 }
 
 void RequirePresent(const QString& path, Presence presence) {

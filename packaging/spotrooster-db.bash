@@ -13,6 +13,7 @@ _spotrooster_db() {
     [measure]=""
     [check]="--password"
     [compact]="--password"
+    [restore]=""
     [export]="--station --vorige-verwerkt"
     [spots]="--ending --station"
     [locate]="--station --write"

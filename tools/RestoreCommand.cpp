@@ -30,12 +30,15 @@ int Restore(const Arguments& arguments, const Streams& streams) {
 }  // namespace
 
 Command RestoreCommand() {
-  return {u"restore"_s,
-          u"RESERVEKOPIE BESTAND TABEL..."_s,
-          u"Zet de rijen van de gekozen tabellen terug uit een reservekopie; het offline-logboek nooit."_s,
-          3,
-          -1,
-          {},
-          {},
-          Restore};
+  return {
+      .name = u"restore"_s,
+      .usage = u"RESERVEKOPIE BESTAND TABEL..."_s,
+      .summary = u"Zet de rijen van de gekozen tabellen terug uit een reservekopie; het offline-logboek nooit."_s,
+      .leastWords = 3,
+      .mostWords = -1,
+      .run = Restore,
+      .details =
+          u"Wat er nu staat, blijft vooraf bewaard als een nieuwe reservekopie. Het programma mag intussen niet op\n"
+          "dezelfde programmamap lopen."_s,
+      .examples = {u"restore reservekopie.mdb data/OvalistoLocal.mdb tblCopie_ItemSpots"_s}};
 }

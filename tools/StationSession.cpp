@@ -21,10 +21,11 @@ constexpr int kButtons = 15;  // the part of a style that tells the buttons; 0 =
 
 StationSession::StationSession(const Arguments& arguments, std::ostream& err, const SessionAnswer& answer)
     : outlet_([&err, answer](const QString& text, int style, const QString&) {
+        const bool question = (style & kButtons) != 0;
+        if (question && answer.answer != 0) return answer.answer;
         err << text.toStdString() << '\n';
-        if ((style & kButtons) == 0) return desktop::kAnswerOk;
-        if (answer.answer == 0) throw runtime::Error(u"De optie %1 is het antwoord ja."_s.arg(answer.option));
-        return answer.answer;
+        if (question) throw runtime::Error(u"Antwoord ja met de optie %1."_s.arg(answer.option));
+        return desktop::kAnswerOk;
       }) {
   const qint16 number = StationNumber(arguments);
   const QString folder = QFileInfo(arguments.Plain().first()).absoluteFilePath();

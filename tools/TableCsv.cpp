@@ -1,6 +1,7 @@
 #include "tools/TableCsv.h"
 
 #include "platform/jet/Error.h"
+#include "platform/jet/ExactNumber.h"
 #include "platform/jet/ValueText.h"
 #include "tools/CsvLine.h"
 
@@ -16,8 +17,13 @@ struct FieldAdder {
   void operator()(bool value) const { line.AddWhole(value ? -1 : 0); }
   void operator()(std::int64_t value) const { line.AddWhole(value); }
   void operator()(double value) const { type == jet::ColumnType::Date ? line.AddDate(value) : line.AddNumber(value); }
-  void operator()(const jet::Currency& value) const { line.AddNumber(jet::NumberOf(value)); }
-  void operator()(const jet::Decimal& value) const { line.AddNumber(jet::NumberOf(value)); }
+  void operator()(const jet::Currency& value) const { (*this)(jet::ExactOf(value)); }
+  void operator()(const jet::Decimal& value) const {
+    if (const auto number = jet::DoubleOf(value))
+      line.AddNumber(*number);
+    else
+      line.AddText(jet::TextOf(value));
+  }
   void operator()(const std::u16string& value) const { line.AddText(value); }
   void operator()(const jet::Bytes& value) const { line.AddBinary(value); }
   void operator()(const jet::Guid& value) const { line.AddText(jet::TextOf(value)); }

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <limits>
 
+#include "platform/jet/ExactNumber.h"
 #include "platform/runtime/Dates.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
@@ -48,7 +49,7 @@ class Conversion {
       case FieldType::Long:
         return Whole(std::numeric_limits<qint32>::min(), std::numeric_limits<qint32>::max());
       case FieldType::Currency:
-        return Within(std::nearbyint(Number() * kTenThousand) / kTenThousand, kLargestCurrency);
+        return Amount();
       case FieldType::Single:
         return double{static_cast<float>(Within(Number(), FLT_MAX))};
       case FieldType::Double:
@@ -110,7 +111,33 @@ class Conversion {
     return static_cast<std::int64_t>(rounded);
   }
 
-  double Decimal() const {
+  // The number to the last digit, when it is one that can be told so.
+  std::optional<jet::Decimal> Exact() const {
+    if (const auto* whole = std::get_if<std::int64_t>(&value_)) return jet::ExactOf(*whole);
+    const auto* text = std::get_if<std::u16string_view>(&value_);
+    return text != nullptr && runtime::IsNumeric(ToQString(*text)) ? jet::ExactOf(*text) : std::nullopt;
+  }
+
+  // A floating-point number where this loses nothing, else the text.
+  static Value Held(const jet::Decimal& number) {
+    const auto value = DoubleOf(number);
+    return value ? Value(*value) : Value(TextOf(number));
+  }
+
+  Value Amount() const {
+    const auto given = Exact();
+    if (!given) return Within(std::nearbyint(Number() * kTenThousand) / kTenThousand, kLargestCurrency);
+    const auto amount = CurrencyOf(*given);
+    if (!amount) Refuse(u"het getal is te groot of te klein"_s);
+    return Held(ExactOf(*amount));
+  }
+
+  Value Decimal() const {
+    if (const auto given = Exact()) {
+      const auto rounded = RoundedTo(*given, field_.scale);
+      if (!rounded || DigitsOf(*rounded) > field_.precision) Refuse(u"het getal is te groot of te klein"_s);
+      return Held(*rounded);
+    }
     const double unit = std::pow(10.0, field_.scale);
     const double rounded = std::nearbyint(Number() * unit) / unit;
     if (!(std::abs(rounded) < std::pow(10.0, field_.precision - field_.scale))) {

@@ -18,7 +18,9 @@ WantedColumns::WantedColumns(const FieldMask& wanted) {
 ValueView JetCursor::Field(std::size_t field) const {
   if (!mask_[field]) return {};
   const jet::Value& stored = Values()[wanted_.places[field]];
-  if (!std::holds_alternative<jet::Guid>(stored)) {
+  const bool becomesText = std::holds_alternative<jet::Guid>(stored) || std::holds_alternative<jet::Currency>(stored) ||
+                           std::holds_alternative<jet::Decimal>(stored);
+  if (!becomesText) {
     std::u16string unused;
     return ViewOf(stored, unused);
   }

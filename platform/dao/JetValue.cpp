@@ -4,7 +4,9 @@
 #include <QUuid>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
+#include "platform/jet/ExactNumber.h"
 #include "platform/jet/ValueText.h"
 
 namespace dao {
@@ -15,6 +17,13 @@ constexpr double kLargestWhole = 9.2e18;  // what surely fits into 64 bits
 constexpr int kExactDigits = 15;          // of a floating-point number
 constexpr double kTwoTo64 = 18446744073709551616.0;
 
+// A view of the number, or of its text when it has more digits than a floating-point number.
+ValueView ViewOf(const jet::Decimal& number, std::u16string& text) {
+  if (const auto value = DoubleOf(number)) return *value;
+  text = TextOf(number);
+  return std::u16string_view(text);
+}
+
 std::optional<jet::Value> GuidOf(const std::u16string& text) {
   const QByteArray printed = QUuid::fromString(QStringView(text)).toRfc4122();
   constexpr std::array<int, 16> kStored = {3, 2, 1, 0, 5, 4, 7, 6, 8, 9, 10, 11, 12, 13, 14, 15};
@@ -24,7 +33,7 @@ std::optional<jet::Value> GuidOf(const std::u16string& text) {
   return guid;
 }
 
-std::optional<jet::Value> CurrencyOf(double number) {
+std::optional<jet::Value> AmountOf(double number) {
   const double scaled = std::nearbyint(number * kCurrencyUnit);
   if (!(std::abs(scaled) <= kLargestWhole)) return std::nullopt;
   return jet::Currency{static_cast<std::int64_t>(scaled)};
@@ -43,7 +52,7 @@ std::optional<jet::Value> DecimalOf(double number, int scale) {
 std::optional<jet::Value> StoredNumber(const jet::ColumnDefinition& column, double number) {
   switch (column.type) {
     case jet::ColumnType::Currency:
-      return CurrencyOf(number);
+      return AmountOf(number);
     case jet::ColumnType::Decimal:
       return DecimalOf(number, column.scale);
     case jet::ColumnType::Single:
@@ -55,6 +64,21 @@ std::optional<jet::Value> StoredNumber(const jet::ColumnDefinition& column, doub
   }
 }
 
+std::optional<jet::Value> StoredText(const jet::ColumnDefinition& column, std::u16string text) {
+  switch (column.type) {
+    case jet::ColumnType::Guid:
+      return GuidOf(text);
+    case jet::ColumnType::Currency:
+      if (const auto number = jet::ExactOf(text)) return CurrencyOf(*number);
+      return std::nullopt;
+    case jet::ColumnType::Decimal:
+      if (const auto number = jet::ExactOf(text)) return RoundedTo(*number, column.scale);
+      return std::nullopt;
+    default:
+      return jet::Value(std::move(text));
+  }
+}
+
 }  // namespace
 
 ValueView ViewOf(const jet::Value& stored, std::u16string& text) {
@@ -62,8 +86,8 @@ ValueView ViewOf(const jet::Value& stored, std::u16string& text) {
   if (const auto* held = std::get_if<std::int64_t>(&stored)) return *held;
   if (const auto* held = std::get_if<double>(&stored)) return *held;
   if (const auto* held = std::get_if<bool>(&stored)) return std::int64_t{*held ? -1 : 0};
-  if (const auto* held = std::get_if<jet::Currency>(&stored)) return jet::NumberOf(*held);
-  if (const auto* held = std::get_if<jet::Decimal>(&stored)) return jet::NumberOf(*held);
+  if (const auto* held = std::get_if<jet::Currency>(&stored)) return ViewOf(ExactOf(*held), text);
+  if (const auto* held = std::get_if<jet::Decimal>(&stored)) return ViewOf(*held, text);
   if (const auto* held = std::get_if<jet::Bytes>(&stored)) return std::span<const std::uint8_t>(*held);
   if (const auto* held = std::get_if<jet::Guid>(&stored)) {
     text = jet::TextOf(*held);
@@ -81,10 +105,7 @@ std::optional<jet::Value> StoredOf(const jet::ColumnDefinition& column, Value va
     return isWhole ? jet::Value(*whole) : StoredNumber(column, static_cast<double>(*whole));
   }
   if (const auto* number = std::get_if<double>(&value)) return StoredNumber(column, *number);
-  if (auto* text = std::get_if<std::u16string>(&value)) {
-    if (column.type == jet::ColumnType::Guid) return GuidOf(*text);
-    return std::move(*text);
-  }
+  if (auto* text = std::get_if<std::u16string>(&value)) return StoredText(column, std::move(*text));
   return std::move(std::get<Bytes>(value));
 }
 

@@ -8,8 +8,8 @@
 
 namespace dao {
 
-// A stored value as the SQL engine sees it. Text and bytes are views of the stored value; a GUID's text is put into
-// `text`. A number of more digits than a floating-point number has is the nearest one.
+// A stored value as the SQL engine sees it. Text and bytes are views of the stored value; a GUID's text, and that of a
+// number with more digits than a floating-point number, is put into `text`.
 ValueView ViewOf(const jet::Value& stored, std::u16string& text);
 
 // A value of the kind that dao::Value tells for its field, as the column stores it; nothing when it is of another kind

@@ -13,7 +13,8 @@ namespace {
 constexpr double kRowsOfTable = 100'000;
 constexpr double kRowsOfPartialKey = 25;
 constexpr double kCostOfLookup = 5;
-constexpr int kLastExactUse = 63;  // this bit of colUsed stands for all fields from it on
+constexpr double kLeastInexactAmount = 1e11;  // from here on several amounts are one floating-point number
+constexpr int kLastExactUse = 63;             // this bit of colUsed stands for all fields from it on
 
 std::vector<std::size_t> FieldsOf(const TableDef& table, const IndexDef& index) {
   std::vector<std::size_t> fields;
@@ -144,6 +145,9 @@ Match NumberKey(FieldType type, double number, Value& key) {
       return WholeKey(number, std::numeric_limits<qint16>::min(), std::numeric_limits<qint16>::max(), key);
     case FieldType::Long:
       return WholeKey(number, std::numeric_limits<qint32>::min(), std::numeric_limits<qint32>::max(), key);
+    case FieldType::Currency:
+      if (!(std::abs(number) < kLeastInexactAmount)) return Match::Unknown;
+      break;
     case FieldType::Single:
       if (double{static_cast<float>(number)} != number) return Match::Nothing;
       break;

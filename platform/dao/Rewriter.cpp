@@ -1,6 +1,7 @@
 #include "platform/dao/Rewriter.h"
 
 #include <QSet>
+#include <algorithm>
 
 #include "platform/dao/SqlText.h"
 #include "platform/runtime/Error.h"
@@ -25,6 +26,13 @@ const QSet<QString>& Keywords() {
 const QSet<QString>& Functions() {
   static const QSet<QString> kNames = {u"MAX"_s, u"MIN"_s, u"COUNT"_s, u"SUM"_s, u"AVG"_s, u"UCASE"_s, u"LCASE"_s};
   return kNames;
+}
+
+bool IsLong(const QString& number) {
+  constexpr int kDigitsOfDouble = 15;
+  const auto isDigit = [](QChar letter) { return letter.isDigit(); };
+  return std::all_of(number.begin(), number.end(), [&](QChar letter) { return isDigit(letter) || letter == u'.'; }) &&
+         std::count_if(number.begin(), number.end(), isDigit) > kDigitsOfDouble;
 }
 
 }  // namespace
@@ -149,7 +157,7 @@ void Rewriter::Pass() {
     case TokenKind::Text:
       return PassText(Next().text);
     case TokenKind::Number:
-      return Emit(Next().text);
+      return PassNumber(Next().text);
     case TokenKind::Symbol:
       return PassSymbol(Next().text);
     case TokenKind::End:
@@ -190,7 +198,23 @@ void Rewriter::PassText(const QString& value) {
   Emit(u"?%1"_s.arg(texts_.size()));
 }
 
+// A number of more digits than the engine keeps goes in as a text: the field that gets it reads it to the last digit.
+void Rewriter::PassNumber(const QString& number) {
+  if (!IsLong(number)) return Emit(number);
+  PassText(number);
+}
+
+// The minus of such a number, where it can only be its sign.
+bool Rewriter::PassSign() {
+  const Token& before = tokens_[at_ - 2];
+  const bool isSign = before.Is(u"="_s) || before.Is(u"("_s) || before.Is(u","_s);
+  if (!isSign || Peek().kind != TokenKind::Number || !IsLong(Peek().text)) return false;
+  PassText(u'-' + Next().text);
+  return true;
+}
+
 void Rewriter::PassSymbol(const QString& symbol) {
+  if (symbol == u"-"_s && at_ > 1 && PassSign()) return;
   if (symbol == u"/"_s) return Emit(u"* 1.0 /"_s);  // 5 / 2 is 2.5
   Emit(symbol);
   if (symbol == u"("_s) comparesAsText_.push_back(false);

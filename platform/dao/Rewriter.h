@@ -41,6 +41,8 @@ class Rewriter {
   void PassFunction();
   void PassName(const QString& name);
   void PassText(const QString& value);
+  void PassNumber(const QString& number);
+  bool PassSign();
   void PassSymbol(const QString& symbol);
   void SelectItem(int number);
   bool NeedsName(std::size_t first, std::size_t last) const;

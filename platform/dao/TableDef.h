@@ -7,7 +7,8 @@
 namespace dao {
 
 // The field types of a database file. In SQL a Boolean is -1 or 0, a Date is a day number (days since 30-12-1899,
-// the time as the fraction), Currency and Numeric are floating-point numbers, a Guid is text in braces.
+// the time as the fraction), Currency and Numeric are floating-point numbers or, with more than 15 digits, their
+// decimal text, a Guid is text in braces.
 enum class FieldType {
   Boolean,
   Byte,

@@ -14,7 +14,8 @@ using Bytes = std::vector<std::uint8_t>;
 
 // What a field holds below the SQL engine, by the field's type: NULL; a whole number (Boolean as -1 or 0, Byte,
 // Integer, Long); a floating-point number (Single, Double, Currency, Numeric, and Date as days since 30-12-1899);
-// text (Text, Memo, Guid in braces); bytes (Binary).
+// text (Text, Memo, Guid in braces, and a Currency or Numeric of more than 15 digits: see ExactNumber.h); bytes
+// (Binary).
 using Value = std::variant<std::monostate, std::int64_t, double, std::u16string, Bytes>;
 
 // The same without owning text and bytes.

@@ -71,6 +71,16 @@ QString ChooseFolder(QWidget* owner, const QString& prompt, const QString& start
   return chosen.isEmpty() ? startFolder : chosen;
 }
 
+QString ChooseSaveFile(QWidget* owner, const QString& title, const QString& filter, const QString& proposal) {
+  if (FileChooserScript* script = FileChooserScript::Active()) return script->Take({title, filter, proposal});
+  QFileDialog dialog(OwnerOrActive(owner), title, QFileInfo(proposal).path());
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setNameFilters(NameFilters(filter));
+  dialog.setDefaultSuffix(QFileInfo(proposal).suffix());
+  dialog.selectFile(proposal);
+  return Answer(dialog);
+}
+
 FileChooserScript::FileChooserScript() : older_(youngest) {
   youngest = this;
 }

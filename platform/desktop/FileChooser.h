@@ -32,13 +32,17 @@ class FileChooser {
 // Lets the user choose a folder; on cancel the start folder is returned.
 QString ChooseFolder(QWidget* owner, const QString& prompt, const QString& startFolder, bool mayCreate);
 
+// Lets the user say where to save, beginning with a proposal (folder and name); asks before it answers with a file that
+// exists. Empty on cancel.
+QString ChooseSaveFile(QWidget* owner, const QString& title, const QString& filter, const QString& proposal);
+
 // The given filter text as Qt wants it: one "description (pattern ...)" an entry, patterns in both letter cases.
 QStringList NameFilters(const QString& filter);
 
 struct ShownFileChooser {
   QString title;
-  QString filter;  // empty for a folder
-  QString startFolder;
+  QString filter;       // empty for a folder
+  QString startFolder;  // of a file to save: the proposal
 };
 
 // For tests and tours: while one lives, no dialog is opened and the answers given here are taken in their order;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <thread>
 
+#include "platform/jet/Error.h"
+
 namespace jet {
 namespace {
 
@@ -14,7 +16,9 @@ constexpr ByteRange kReserved = {kBase + 1, 1};
 constexpr ByteRange kReaders = {kBase + 2, 1};
 constexpr std::uint64_t kUsers = kBase + 0x1000;
 constexpr std::uint64_t kWriters = kBase + 0x2000;
-constexpr milliseconds kLongestPause{25};
+constexpr std::uint64_t kQueue = kBase + 0x10000;
+constexpr std::uint64_t kQueueEnd = kQueue + 0x10000000;
+constexpr milliseconds kLongestPause{5};  // a lock is free for others at once, and asking for it costs next to nothing
 
 }  // namespace
 
@@ -45,6 +49,38 @@ bool Lock::TryShare() {
 
 bool Lock::TryReserve() {
   return file_.TryLock(kReserved, LockKind::Exclusive);
+}
+
+bool Lock::TryReserveInTurn() {
+  const std::uint64_t end = place_.value_or(kQueueEnd);
+  const bool isNext = end == kQueue || !file_.IsLockedByOther({kQueue, end - kQueue}, LockKind::Exclusive);
+  if (isNext && TryReserve()) {
+    LeaveQueue();
+    return true;
+  }
+  if (!place_) JoinQueue();
+  return false;
+}
+
+// Behind the last one. Who dies while waiting leaves no gap that matters: only those before count.
+void Lock::JoinQueue() {
+  std::uint64_t place = kQueue;
+  for (std::uint64_t taken = 0;
+       place < kQueueEnd && file_.IsLockedByOther({place, kQueueEnd - place}, LockKind::Exclusive, &taken);)
+    place = std::max(place, taken) + 1;
+  while (place < kQueueEnd && !file_.TryLock({place, 1}, LockKind::Exclusive))
+    ++place;
+  if (place < kQueueEnd) place_ = place;
+}
+
+void Lock::LeaveQueue() noexcept {
+  if (!place_) return;
+  try {
+    file_.Unlock({*place_, 1});
+    place_.reset();
+  } catch (const Error&) {
+    // Tried again when this one leaves the next time; the lock ends with the handle.
+  }
 }
 
 bool Lock::TryExclude() {

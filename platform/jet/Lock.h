@@ -31,6 +31,7 @@ bool WaitFor(const WaitRule& rule, std::chrono::milliseconds& waited, const std:
 ///   0x80000002  shared by readers, exclusive while pages are written
 ///   0x80001000  + n: user n of the .ldb is one of us
 ///   0x80002000  + n: user n of the .ldb has the reserved lock
+///   0x80010000  + n: whoever waits for the reserved lock; the lowest n is next
 class Lock {
  public:
   static constexpr unsigned kMostUsers = 255;
@@ -40,6 +41,10 @@ class Lock {
   /// None of these waits; false = someone is in the way.
   bool TryShare();
   bool TryReserve();
+  /// The same for one who waits: those who came before go first. From the first attempt that fails on there is a place
+  /// in the queue, until an attempt succeeds or LeaveQueue.
+  bool TryReserveInTurn();
+  void LeaveQueue() noexcept;
   /// With the reserved lock only. Keeps new readers out from the first attempt on.
   bool TryExclude();
 
@@ -57,7 +62,10 @@ class Lock {
   std::optional<unsigned> Writer();
 
  private:
+  void JoinQueue();
+
   File& file_;
+  std::optional<std::uint64_t> place_;  ///< in the queue: the byte that is ours
 };
 
 }  // namespace jet

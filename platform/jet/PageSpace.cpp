@@ -15,7 +15,7 @@ namespace {
 // The global map: bit 1 = free, also for pages that do not exist yet.
 constexpr RowId kGlobalMap = MakeRowId(1, 0);
 constexpr std::uint32_t kMapPage = 1;
-constexpr std::uint32_t kSystemPages = 6;  // header, maps, the definitions of the four engine tables
+constexpr std::uint32_t kSystemPages = 6;   // header, maps, the definitions of the four engine tables
 constexpr std::uint32_t kMostMissing = 64;  // pages past the end of the file that the map may call taken
 constexpr std::uint8_t kFreedData = 9;
 constexpr std::uint8_t kFreedDefinition = 8;

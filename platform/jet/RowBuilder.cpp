@@ -5,7 +5,7 @@
 #include <limits>
 
 #include "platform/jet/Codec.h"
-#include "platform/jet/Error.h"
+#include "platform/jet/Damage.h"
 #include "platform/jet/RowPage.h"
 #include "platform/jet/Rows.h"
 #include "platform/jet/StoredText.h"
@@ -72,14 +72,37 @@ void AppendTextValue(const ColumnDef& column, const std::u16string& text, Bytes&
     out.insert(out.end(), {' ', 0});
 }
 
+std::size_t FixedBytes(const ColumnDef& column) {
+  const std::size_t typeSize = TypeSize(column.Type());
+  return typeSize != 0 ? typeSize : column.length;
+}
+
 std::size_t FixedSize(const TableDef& table) {
   std::size_t size = 0;
   for (const ColumnDef& column : table.columns) {
     if (!column.IsFixed() || column.Type() == ColumnType::Boolean) continue;
-    const std::size_t typeSize = TypeSize(column.Type());
-    size = std::max(size, std::size_t{column.fixedOffset} + (typeSize != 0 ? typeSize : column.length));
+    size = std::max(size, std::size_t{column.fixedOffset} + FixedBytes(column));
   }
   return size;
+}
+
+[[noreturn]] void ThrowOverlap(const ColumnDef& column) {
+  throw Damage(FieldName(column) + " heeft in de tabeldefinitie geen eigen plaats");
+}
+
+/// In a sound definition no field lies where another does: writing one would change the other.
+void CheckFixedPlaces(const TableDef& table) {
+  std::vector<bool> taken;
+  for (const ColumnDef& column : table.columns) {
+    if (!column.IsFixed() || column.Type() == ColumnType::Boolean) continue;
+    if (column.IsLong()) ThrowOverlap(column);
+    const std::size_t end = column.fixedOffset + FixedBytes(column);
+    taken.resize(std::max(taken.size(), end));
+    for (std::size_t at = column.fixedOffset; at < end; ++at) {
+      if (taken[at]) ThrowOverlap(column);
+      taken[at] = true;
+    }
+  }
 }
 
 }  // namespace
@@ -150,8 +173,12 @@ RowBuilder::RowBuilder(const TableDef& table)
       mask_((table.maxColumns + 7U) / 8) {
   for (std::size_t i = 0; i < table.columns.size(); ++i) {
     const ColumnDef& column = table.columns[i];
-    if (!column.IsFixed() && column.Type() != ColumnType::Boolean) byVariableIndex_[column.variableIndex] = i;
+    if (column.IsFixed() || column.Type() == ColumnType::Boolean) continue;
+    std::size_t& place = byVariableIndex_[column.variableIndex];
+    if (place != kNone) ThrowOverlap(column);
+    place = i;
   }
+  CheckFixedPlaces(table);
 }
 
 const Bytes& RowBuilder::Build(const std::vector<Field>& fields) {
@@ -161,7 +188,8 @@ const Bytes& RowBuilder::Build(const std::vector<Field>& fields) {
   for (std::size_t i = 0; i < fields.size(); ++i) {
     const ColumnDef& column = table_.columns[i];
     if (fields[i].bit) mask_[column.number / 8] |= static_cast<std::uint8_t>(1U << (column.number % 8));
-    if (!column.IsFixed()) continue;
+    if (!column.IsFixed() || fields[i].stored.empty()) continue;
+    if (column.fixedOffset + fields[i].stored.size() > fixedSize_) ThrowOverlap(column);
     std::copy(fields[i].stored.begin(), fields[i].stored.end(), row_.begin() + 2 + column.fixedOffset);
   }
   if (table_.variableColumns > 0) AppendVariables(fields);

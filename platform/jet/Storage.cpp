@@ -218,8 +218,7 @@ void Storage::ThrowInUse() {
 
 void Storage::Reserve() {
   // Who already reads cannot wait: the writer may be waiting for this very reader.
-  const auto reserve = [this] { return lock_->TryReserve(); };
-  const bool reserved = readers_ > 0 ? reserve() : Wait(reserve);
+  const bool reserved = readers_ > 0 ? lock_->TryReserve() : Wait([this] { return lock_->TryReserveInTurn(); });
   if (!reserved) ThrowInUse();
   reserved_ = true;
   if (lockFile_ != nullptr && lockFile_->Number() != 0) lock_->MarkWriter(lockFile_->Number());
@@ -288,6 +287,7 @@ void Storage::Rollback() noexcept {
 }
 
 void Storage::EndWrite() noexcept {
+  lock_->LeaveQueue();
   if (!reserved_) return;
   reserved_ = false;
   try {

@@ -1,19 +1,6 @@
 #include "platform/jet/ValueText.h"
 
-#include <cmath>
-
 namespace jet {
-
-double NumberOf(const Currency& amount) {
-  return static_cast<double>(amount.scaled) / 10'000;
-}
-
-double NumberOf(const Decimal& decimal) {
-  constexpr double kTwoTo64 = 18446744073709551616.0;
-  const double magnitude = static_cast<double>(decimal.high) * kTwoTo64 + static_cast<double>(decimal.low);
-  const double number = magnitude / std::pow(10.0, decimal.scale);
-  return decimal.negative ? -number : number;
-}
 
 std::u16string TextOf(const Guid& guid) {
   constexpr char16_t kDigits[] = u"0123456789ABCDEF";

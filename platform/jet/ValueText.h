@@ -6,10 +6,6 @@
 
 namespace jet {
 
-/// The nearest floating-point number.
-double NumberOf(const Currency& amount);
-double NumberOf(const Decimal& decimal);
-
 /// "{00112233-4455-6677-8899-AABBCCDDEEFF}".
 std::u16string TextOf(const Guid& guid);
 

@@ -359,6 +359,7 @@ TEST_F(MainTest, HelpShowsTheManual) {
   });
   Action(main, u"actHandleiding"_s).trigger();
   EXPECT_TRUE(text.startsWith(u"Handleiding van Spotrooster"_s)) << text.left(60).toStdString();
+  EXPECT_FALSE(text.contains(QChar::ObjectReplacementCharacter)) << "a picture that is not there";
   EXPECT_TRUE(text.contains(u"ovalis.ini"_s));
 }
 

@@ -5,6 +5,7 @@
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/TextFile.h"
 #include "tests/catalogue/CatalogueTest.h"
+#include "tests/support/Hindrance.h"
 
 #include <QDir>
 #include <QFile>
@@ -232,6 +233,22 @@ TEST_P(LocalCopy, WithoutABackupTheUserDecides) {
     EXPECT_EQ(Copied(u"ItemSpots"_s), QList<int>{answer == desktop::kAnswerYes ? kOnServer : kInCopy});
   }
   EXPECT_EQ(boxes_.Shown().size(), 2u);
+}
+
+TEST_P(LocalCopy, AFullDiskKeepsTheCopyWhateverTheAnswer) {
+  for (const int answer : {desktop::kAnswerNo, desktop::kAnswerYes}) {
+    frmItemSpots form(nullptr);
+    Open(form);
+    boxes_.Answer(answer);
+    {
+      const testing_support::FullDisk full(100);
+      Click(form, u"cmdSluiten"_s);
+    }
+    EXPECT_EQ(Copied(u"ItemSpots"_s), QList<int>{kInCopy});
+    EXPECT_FALSE(global.lastResult);
+  }
+  // The question twice, and what the write layer says of the emptying and the copying.
+  EXPECT_EQ(boxes_.Shown().size(), 4u);
 }
 
 TEST_P(LocalCopy, SwitchedOffThereIsNoBackupAndNothingIsOfferedBack) {

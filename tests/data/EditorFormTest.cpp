@@ -3,6 +3,7 @@
 #include "data/Messages.h"
 #include "platform/controls/ComboBox.h"
 #include "platform/desktop/Lock.h"
+#include "platform/runtime/Error.h"
 #include "tests/support/Station.h"
 
 #include <gtest/gtest.h>
@@ -28,19 +29,29 @@ class Editor : public EditorForm {
     combo.setObjectName(u"cboKeuze"_s);
     QObject::connect(&text, &QLineEdit::textChanged, this, [this] { Changed(); });
   }
-  void Form_Load() override { TakeSelectedID(); }
+  void InitForm() override { steps += u"InitForm"_s; }
+  void FillForm() override {
+    steps += u"FillForm"_s;
+    Filled();
+  }
+  void InitControls() override { steps += u"InitControls"_s; }
+  void InitCommands() override { steps += u"InitCommands"_s; }
+  void Loaded() override { steps += u"Loaded"_s; }
   bool OpslaanProceed() override { return !text.text().isEmpty(); }
   void Opslaan() override {
     ++saved;
     isDirty_ = !writeWorks;
   }
   using EditorForm::CancelAndClose;
+  using EditorForm::NotWhole;
+  using EditorForm::RequireFilled;
   using EditorForm::SaveAndClose;
   using Form::LockControl;
   using Form::SetCboTextWhereID;
 
   QLineEdit text;
   controls::ComboBox combo;
+  QStringList steps;
   int saved = 0;
   bool writeWorks = true;
 };
@@ -58,6 +69,30 @@ TEST(EditorForm, ANumericSelectionOpensThatRecordAnythingElseANewOne) {
   editor.Form_Load();
   EXPECT_TRUE(editor.IsNew());
   EXPECT_EQ(editor.ID(), 0);
+}
+
+TEST(EditorForm, OpeningRunsItsStepsInOrder) {
+  const Station station;
+  Editor editor;
+  editor.Form_Load();
+  EXPECT_EQ(editor.steps,
+            (QStringList{u"InitForm"_s, u"FillForm"_s, u"InitControls"_s, u"InitCommands"_s, u"Loaded"_s}));
+}
+
+TEST(EditorForm, AnExistingRecordReadInPartMayNotBeSavedANewOneMay) {
+  const Station station;
+  for (const QString& selected : {u"12"_s, QString::fromUtf16(kNewRecord)}) {
+    Editor editor;
+    global.gstrSelectedID = selected;
+    editor.Form_Load();
+    EXPECT_NO_THROW(editor.RequireFilled());
+    editor.NotWhole();
+    if (editor.IsNew()) {
+      EXPECT_NO_THROW(editor.RequireFilled());
+    } else {
+      EXPECT_THROW(editor.RequireFilled(), runtime::Error);
+    }
+  }
 }
 
 TEST(EditorForm, CancellingACleanOneAsksNothing) {

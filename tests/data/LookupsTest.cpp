@@ -40,6 +40,17 @@ TEST(NameLookup, TrimsAndGivesEmptyForNoRowAndBlanks) {
   EXPECT_EQ(GetItemSpotID_Naam(1, global.serverDatabasePath, u"tblItemSpots"_s), u"Spot"_s);
 }
 
+TEST(NameLookup, ANameThatCouldNotBeReadIsNullAndOneThatIsNotThereIsNot) {
+  const Station station;
+  station.OnServer(u"INSERT INTO tblItemSpots (ID) VALUES (3)"_s);
+  const desktop::MessageBoxScript boxes;
+  EXPECT_FALSE(GetItemSpotID_Naam(3, global.serverDatabasePath, u"tblItemSpots"_s).isNull());
+  EXPECT_FALSE(GetItemSpotID_Naam(9, global.serverDatabasePath, u"tblItemSpots"_s).isNull());
+  EXPECT_TRUE(boxes.Shown().empty());
+  EXPECT_TRUE(GetItemSpotID_Naam(3, global.serverDatabasePath, u"tblWeg"_s).isNull());
+  EXPECT_EQ(boxes.Last().title, u"GetItemSpotID_Naam"_s);
+}
+
 TEST(GetItemItemSpots, JoinsTheThreeTables) {
   const Station station;
   station.OnServer(u"INSERT INTO tblItems (ID, Naam) VALUES (1, \"a\")"_s);

@@ -161,6 +161,7 @@ TEST_F(ItemStates, TheButtonsFollowTheOptionAndTheSelection) {
   }
   EXPECT_TRUE(Button(u"cmdDirectory"_s).isEnabled());
   EXPECT_TRUE(Button(u"cmdOk"_s).isEnabled());
+  EXPECT_FALSE(testing_support::Child<QLabel>(*editor_, u"lblVergrendeld"_s).isVisible());
 }
 
 TEST_F(ItemStates, ALockedItemCanOnlyBeLookedAt) {
@@ -168,6 +169,7 @@ TEST_F(ItemStates, ALockedItemCanOnlyBeLookedAt) {
   station_.OnServer(u"UPDATE tblItems SET Locked = -1"_s);
   Open(u"1"_s);
   EXPECT_TRUE(editor_->IsLocked());
+  EXPECT_TRUE(testing_support::Child<QLabel>(*editor_, u"lblVergrendeld"_s).isVisible());
   List().SetListIndex(0);
   for (const QString& name :
        {u"cmdOpt1Toevoegen"_s, u"cmdOpt1Wijzigen"_s, u"cmdOpt1Verwijderen"_s, u"cmdDirectory"_s, u"cmdOk"_s}) {

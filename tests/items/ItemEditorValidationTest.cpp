@@ -163,15 +163,53 @@ TEST_F(ItemValidation, WithOneSpotTheNumbersAreNotLookedAt) {
 }
 
 TEST_F(ItemValidation, ANumberWithAFractionIsRoundedHalfToEven) {
+  const std::vector<std::pair<QString, int>> cases = {{u"2,5"_s, 2}, {u"3.5"_s, 4}, {u" +7 "_s, 7}, {u"0,6"_s, 1}};
+  for (const auto& [text, stored] : cases) {
+    OpenNew();
+    FillPatternItem();
+    Edit(u"txtNaam"_s).setText(text);
+    Option(u"optMeerdereSpots"_s).setChecked(true);
+    Edit(u"txtMaxAantalSpots"_s).setText(u"99999"_s);
+    Edit(u"txtAantalSpots"_s).setText(text);
+    ExpectSaved();
+    const dao::Recordset row = station_.ServerRows(u"SELECT * FROM tblItems WHERE ID = %1"_s.arg(editor_->ID()));
+    EXPECT_EQ(row.Field(u"AantalSpots"_s).toInt(), stored) << text.toStdString();
+    EXPECT_EQ(row.Field(u"MaxAantalSpots"_s).toInt(), 99999);
+  }
+}
+
+TEST_F(ItemValidation, WhatIsNoPlainNumberIsRefusedInBothBoxes) {
   OpenNew();
   FillPatternItem();
   Option(u"optMeerdereSpots"_s).setChecked(true);
-  Edit(u"txtMaxAantalSpots"_s).setText(u"99999"_s);
-  Edit(u"txtAantalSpots"_s).setText(u"2,5"_s);
-  ExpectSaved();
-  const dao::Recordset row = station_.ServerRows(u"SELECT * FROM tblItems"_s);
-  EXPECT_EQ(row.Field(u"AantalSpots"_s).toInt(), 2);
-  EXPECT_EQ(row.Field(u"MaxAantalSpots"_s).toInt(), 99999);
+  for (const QString& text : {u"1e3"_s, u"1.000"_s, u"&H10"_s, u"--1"_s, u"  "_s}) {
+    Edit(u"txtAantalSpots"_s).setText(text);
+    ExpectRefused(3028, u"Aantal spots"_s, {}, u"txtAantalSpots"_s);
+    Edit(u"txtAantalSpots"_s).setText(u"1"_s);
+    Edit(u"txtMaxAantalSpots"_s).setText(text);
+    ExpectRefused(3028, u"Maximum aantal spots"_s, {}, u"txtMaxAantalSpots"_s);
+  }
+}
+
+TEST_F(ItemValidation, TheTestsRunInTheirOrder) {
+  OpenNew();
+  Option(u"opt2"_s).setChecked(true);
+  Option(u"optMeerdereSpots"_s).setChecked(true);
+  ExpectRefused(1500, u"Item-naam"_s, {}, u"txtNaam"_s);
+  Edit(u"txtNaam"_s).setText(u"Blok"_s);
+  ExpectRefused(1500, u"Directory"_s, {}, u"txtOpt2Directory"_s);
+  Edit(u"txtOpt2Directory"_s).setText(u"D:"_s);
+  ExpectRefused(1500, u"Vast Naam-gedeelte"_s, {}, u"txtOpt2VastNaamGedeelte"_s);
+  Edit(u"txtOpt2VastNaamGedeelte"_s).setText(u"v"_s);
+  ExpectRefused(1501, u"Variabel Naam-gedeelte"_s, u"format"_s, u"cboOpt2VariabelNaamGedeelte"_s);
+  Combo(u"cboOpt2VariabelNaamGedeelte"_s).SetListIndex(0);
+  ExpectRefused(1500, u"File-extensie"_s, {}, u"txtOpt2FileExtensie"_s);
+  Edit(u"txtOpt2FileExtensie"_s).setText(u"wav"_s);
+  ExpectRefused(3028, u"Aantal spots"_s, {}, u"txtAantalSpots"_s);
+  Edit(u"txtAantalSpots"_s).setText(u"0"_s);
+  ExpectRefused(3028, u"Maximum aantal spots"_s, {}, u"txtMaxAantalSpots"_s);
+  Edit(u"txtMaxAantalSpots"_s).setText(u"-1"_s);
+  ExpectRefused(5107, u"0"_s, {}, u"txtAantalSpots"_s);
 }
 
 TEST_F(ItemValidation, ANumberThatIsTooLargeIsAnErrorAndNothingIsSaved) {

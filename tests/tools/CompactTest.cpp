@@ -1,7 +1,10 @@
+#include "platform/runtime/TextFile.h"
+#include "tests/support/Hindrance.h"
 #include "tests/tools/RunTool.h"
 
 #include <gtest/gtest.h>
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
@@ -39,6 +42,24 @@ TEST_F(Compact, SmallerFileTakesThePlaceOfTheOldWhichIsKept) {
   EXPECT_EQ(Tables(Local()), tables);
   EXPECT_EQ(RunTool({u"check"_s, Local()}).out, "ok\n");
   EXPECT_EQ(Sql(u"DELETE FROM tblOfflineLog"_s), "3\n");
+}
+
+TEST_F(Compact, AFullDiskLeavesTheDatabaseAsItWas) {
+  const std::string tables = Tables(Local());
+  for (const bool backups : {true, false}) {
+    if (!backups) runtime::WriteFile(folder_.filePath(u"ovalis.ini"_s), "[Backup]\r\nEnabled=0\r\n");
+    ToolRun run;
+    {
+      const testing_support::FullDisk full(8192);
+      run = RunTool({u"compact"_s, Local()});
+    }
+    EXPECT_EQ(run.exitCode, kFailed);
+    EXPECT_FALSE(run.err.empty());
+    EXPECT_EQ(RunTool({u"check"_s, Local()}).out, "ok\n");
+    EXPECT_EQ(Tables(Local()), tables);
+    EXPECT_EQ(QDir(folder_.filePath(u"data"_s)).entryList({u"*.tmp"_s, u"*.bak"_s, u"*.compact.mdb"_s}), QStringList());
+    EXPECT_TRUE(QDir(folder_.filePath(u"data/backup"_s)).isEmpty());
+  }
 }
 
 TEST_F(Compact, NewFileComesBesideTheOldWhichStaysAsItIs) {

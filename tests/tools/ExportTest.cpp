@@ -42,7 +42,8 @@ TEST(ExportCommand, WritesTheLogAndEmptiesIt) {
   LogStatement(program, 2, u" "_s);
   LogStatement(program, 3, u"UPDATE a SET b = 1"_s);
   const ToolRun run = program.Run(u"export"_s, {kProcessed});
-  EXPECT_EQ(run.exitCode, kDone) << run.err;
+  EXPECT_EQ(run.exitCode, kDone);
+  EXPECT_EQ(run.err, "");
   const QStringList files = ExportFiles(program);
   ASSERT_EQ(files.size(), 1);
   EXPECT_EQ(Content(program.At(u"export/"_s + files.first())), "DELETE FROM c;\r\nUPDATE a SET b = 1;\r\n");

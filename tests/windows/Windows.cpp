@@ -1,5 +1,6 @@
 #include "tests/windows/Windows.h"
 
+#include "app/frmEersteStart.h"
 #include "app/frmHandleiding.h"
 #include "app/frmMain.h"
 #include "app/frmSplash.h"
@@ -17,6 +18,7 @@
 #include "items/frmItemsDetailOpt1.h"
 #include "media/frmItemPinglesDetail.h"
 #include "media/frmItemSpotsDetail.h"
+#include "paper/frmOverzichten.h"
 #include "platform/controls/ListBox.h"
 #include "platform/desktop/InputDialog.h"
 #include "platform/desktop/MessageDialog.h"
@@ -85,6 +87,7 @@ QList<Opening> All(const Records& records) {
   return {
       {u"splash"_s, [] { return Window(std::make_unique<frmSplash>()); }},
       {u"main"_s, [] { return Window(std::make_unique<frmMain>()); }},
+      Screen<frmEersteStart>(u"firstStart"_s),
       Screen<frmHandleiding>(u"handleiding"_s),
       Screen<frmRadioDetail>(u"station"_s),
       Overview<frmItems>(u"items"_s),
@@ -100,6 +103,7 @@ QList<Opening> All(const Records& records) {
       Screen<frmItemSpotOpruimen>(u"itemSpotCleanup"_s, Text(records.itemSpot)),
       Screen<frmPlanningExporteren>(u"export"_s),
       Screen<frmDefaults>(u"settings"_s),
+      Screen<frmOverzichten>(u"overviews"_s),
       {u"question"_s, Question},
       {u"input"_s, InputBox},
   };

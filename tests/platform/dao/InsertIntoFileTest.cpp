@@ -77,6 +77,38 @@ TEST(InsertIntoFile, FailureLeavesTheOtherFileAsItWas) {
   EXPECT_EQ(Rows(local, u"SELECT ID, Naam FROM tblCopie"_s), QStringList{u"3|al hier"_s});
 }
 
+// No memo in them, so that rows can go as they are stored.
+dao::TableDef Names(const QString& name) {
+  dao::TableDef table{name,
+                      {Field(u"ID"_s, dao::FieldType::Long), Field(u"Naam"_s, dao::FieldType::Text, 255),
+                       Field(u"Dag"_s, dao::FieldType::Date), Field(u"Aan"_s, dao::FieldType::Boolean)},
+                      {Key({u"ID"_s}), Index(u"Naam"_s, {u"Naam"_s})}};
+  table.fields[0].autoNumber = true;
+  return table;
+}
+
+TEST(InsertIntoFile, AWholeTableKeepsItsRowsIndexesAndNumbers) {
+  const SpotScratch s;
+  dao::Database source = s.Open();
+  source.CreateTable(Names(u"tblNamen"_s));
+  for (int i = 1; i <= 120; ++i)
+    source.Execute(u"INSERT INTO tblNamen (Naam, Aan) VALUES (\"Naam %1\", %2)"_s.arg(i % 40).arg(-(i % 2)));
+  source.Execute(u"DELETE FROM tblNamen WHERE ID > 20 AND ID < 40"_s);
+  source.Execute(u"UPDATE tblNamen SET Naam = \"%1\" WHERE ID < 15"_s.arg(QString(250, u'\u0416')));
+  source.Execute(u"UPDATE tblNamen SET Dag = 45000.5 WHERE ID = 7"_s);
+  dao::Database local = s.Another(u"local.mdb"_s);
+  local.CreateTable(Names(u"tblCopie"_s));
+  EXPECT_EQ(source.Execute(Copy(s, u"SELECT * FROM tblNamen"_s)), 101);
+  const QString ordered = u"SELECT * FROM %1 ORDER BY ID"_s;
+  EXPECT_EQ(Rows(local, ordered.arg(u"tblCopie"_s)), Rows(source, ordered.arg(u"tblNamen"_s)));
+  EXPECT_EQ(Rows(local, u"SELECT ID FROM tblCopie WHERE Naam = \"naam 39\""_s), (QStringList{u"79"_s, u"119"_s}));
+  local.Execute(u"INSERT INTO tblCopie (Naam) VALUES (\"nieuw\")"_s);
+  EXPECT_EQ(Rows(local, u"SELECT ID FROM tblCopie WHERE Naam = \"nieuw\""_s), QStringList{u"121"_s});
+  const QString error = ExecuteError(source, Copy(s, u"SELECT * FROM tblNamen"_s));
+  EXPECT_TRUE(error.contains(u"tblCopie"_s) && error.contains(u"ID"_s)) << qPrintable(error);
+  EXPECT_EQ(Rows(local, u"SELECT ID FROM tblCopie"_s).size(), 102);
+}
+
 TEST(InsertIntoFile, MissingFileOrTableIsNamed) {
   const SpotScratch s;
   EXPECT_TRUE(ExecuteError(s.Open(), Copy(s, u"SELECT * FROM tblSpots"_s)).contains(s.Path(u"local.mdb"_s)));

@@ -10,6 +10,7 @@
 #include "platform/jet/Check.h"
 #include "platform/jet/Codec.h"
 #include "platform/jet/PageClaims.h"
+#include "platform/jet/RowBuilder.h"
 #include "platform/jet/UsageMap.h"
 #include "tests/platform/jet/support/Rounds.h"
 #include "tests/platform/jet/support/SampleTable.h"
@@ -112,6 +113,16 @@ TEST_F(DamagedBase, AFreePageFarPastTheEndDoesNotMakeTheFileHuge) {
 TEST_F(DamagedBase, AMapThatIsTooShortForThePageIsDamage) {
   file_[PlaceOf(spots_.ownedMap)] = 1;  // names bitmap pages now, and none of them
   EXPECT_NE(MessageOfGrowing(), "");
+}
+
+TEST_F(DamagedBase, AFieldThatLiesInAnotherIsNotWritten) {
+  TableDef overlapping = spots_;
+  overlapping.columns[2].flags |= column_flag::kFixed;
+  EXPECT_THROW(RowBuilder{overlapping}, Error);
+  TableDef shared = spots_;
+  shared.columns[2].variableIndex = shared.columns[1].variableIndex;
+  EXPECT_THROW(RowBuilder{shared}, Error);
+  EXPECT_NO_THROW(RowBuilder{spots_});
 }
 
 TEST_F(DamagedBase, WhenADefinitionCannotBeReadNoFreePageThatHoldsSomethingIsTaken) {

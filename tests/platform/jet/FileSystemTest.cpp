@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <functional>
 
 #include "platform/jet/Error.h"
@@ -115,6 +116,16 @@ TEST_P(EveryFileSystem, TruncateShortensAndRemoveLeavesOpenHandlesAlone) {
   System().Remove(At("a"));
   EXPECT_FALSE(System().Exists(At("a")));
   EXPECT_EQ(file->Size(), 2U);
+}
+
+TEST(FileErrors, ExclusiveUseByAnotherIsToldInThoseWords) {
+  // What a file server's refusal comes in as, by age of the system.
+  for (const int refusal : {EBUSY, ETXTBSY}) {
+    const Error error = SystemError("openen", "S:/station.mdb", refusal);
+    EXPECT_EQ(error.Code(), ErrorCode::Locked);
+    EXPECT_STREQ(error.what(),
+                 "Kan het bestand 'S:/station.mdb' niet openen: een ander programma heeft het exclusief geopend.");
+  }
 }
 
 }  // namespace

@@ -117,6 +117,51 @@ TEST_F(StorageTest, AWriterThatGaveUpLeavesNoLockBehind) {
   EXPECT_EQ(PagesAfterReopening(files_, kPath), (Values{10, 2, 3}));
 }
 
+TEST_F(StorageTest, WhoWaitedLongestWritesNext) {
+  const auto open = [this] { return files_.Open(kPath, OpenMode::Write); };
+  const auto first = open(), second = open(), third = open();
+  Lock holder(*first);
+  Lock early(*second);
+  Lock late(*third);
+  ASSERT_TRUE(holder.TryReserveInTurn());
+  EXPECT_FALSE(early.TryReserveInTurn());
+  EXPECT_FALSE(late.TryReserveInTurn());
+  holder.EndReserve();
+  EXPECT_FALSE(holder.TryReserveInTurn());
+  EXPECT_FALSE(late.TryReserveInTurn());
+  EXPECT_TRUE(early.TryReserveInTurn());
+  early.EndReserve();
+  EXPECT_FALSE(holder.TryReserveInTurn());
+  late.LeaveQueue();
+  EXPECT_TRUE(holder.TryReserveInTurn());
+}
+
+TEST_F(StorageTest, ADeadOneInTheQueueKeepsNobodyWaiting) {
+  auto dying = files_.Open(kPath, OpenMode::Write);
+  const auto living = files_.Open(kPath, OpenMode::Write);
+  const auto holding = files_.Open(kPath, OpenMode::Write);
+  Lock holder(*holding);
+  Lock other(*living);
+  ASSERT_TRUE(holder.TryReserveInTurn());
+  EXPECT_FALSE(Lock(*dying).TryReserveInTurn());
+  EXPECT_FALSE(other.TryReserveInTurn());
+  holder.EndReserve();
+  dying.reset();
+  EXPECT_TRUE(other.TryReserveInTurn());
+}
+
+TEST_F(StorageTest, OneStatementWaitsNoLongerThanOnce) {
+  const auto busy = Open();
+  auto options = TestOptions();
+  auto waited = std::chrono::milliseconds{0};
+  options.wait = {std::chrono::milliseconds{50}, [&](std::chrono::milliseconds pause) { waited += pause; }};
+  Storage patient(kPath, options, files_);
+  const WriteGuard writing(*busy);
+  EXPECT_THROW(patient.BeginWrite(), Error);
+  EXPECT_GE(waited, options.wait.limit);
+  EXPECT_LE(waited, 2 * options.wait.limit);
+}
+
 TEST_F(StorageTest, AReaderIsNotOverwrittenWhileItReads) {
   const auto writer = Open();
   const auto reader = Open();

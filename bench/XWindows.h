@@ -1,0 +1,28 @@
+#pragma once
+#include <xcb/xcb.h>
+
+#include <QString>
+
+namespace bench {
+
+// The top-level windows of an X display without a window manager, where they are children of the root.
+class XWindows {
+ public:
+  explicit XWindows(const QString& display);
+  ~XWindows();
+  XWindows(const XWindows&) = delete;
+  XWindows& operator=(const XWindows&) = delete;
+
+  // Waits until a window whose title begins so is mapped; ends the program when none is within a minute.
+  xcb_window_t WaitFor(const QString& title);
+  // Asks a window to close, as its frame would.
+  void Close(xcb_window_t window);
+
+ private:
+  QString TitleOf(xcb_window_t window);
+  xcb_atom_t Atom(const char* name);
+
+  xcb_connection_t* connection_;
+};
+
+}  // namespace bench

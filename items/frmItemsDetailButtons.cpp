@@ -1,0 +1,98 @@
+// What the buttons of the item editor open and do, but OK and cancel.
+#include "data/Globals.h"
+#include "data/Messages.h"
+#include "data/Screens.h"
+#include "data/Writes.h"
+#include "items/frmDirectory.h"
+#include "items/frmItemsDetail.h"
+#include "items/frmItemsDetailOpt1.h"
+#include "items/ui_frmItemsDetail.h"
+#include "platform/desktop/InputBox.h"
+#include "platform/desktop/Trapped.h"
+#include "platform/desktop/WaitPointer.h"
+#include "platform/runtime/Numbers.h"
+
+using namespace Qt::StringLiterals;
+using desktop::Trapped;
+
+void frmItemsDetail::cmdOpt1Toevoegen_Click() {
+  Trapped(__func__, [this] {
+    const desktop::WaitPointer wait;
+    global.gstrSelectedID = QString::fromUtf16(kNewRecord);
+    frmItemsDetailOpt1(this, *ui_->lstOpt1ItemSpots).ShowModal();
+    lengths_.Read();
+    InitControls();
+    InitCommands();
+    Changed();
+  });
+}
+
+void frmItemsDetail::cmdOpt1Wijzigen_Click() {
+  Trapped(__func__, [this] {
+    if (isLocked_) return;
+    const desktop::WaitPointer wait;
+    global.gstrSelectedID = QString::number(ui_->lstOpt1ItemSpots->ItemData(ui_->lstOpt1ItemSpots->ListIndex()));
+    frmItemsDetailOpt1(this, *ui_->lstOpt1ItemSpots).ShowModal();
+    InitCommands();
+    Changed();
+  });
+}
+
+void frmItemsDetail::cmdOpt1Verwijderen_Click() {
+  Trapped(__func__, [this] {
+    const int line = ui_->lstOpt1ItemSpots->ListIndex();
+    if (line != -1) {
+      ui_->lstOpt1ItemSpots->RemoveItem(line);
+      Changed();
+    }
+    InitControls();
+    InitCommands();
+  });
+}
+
+void frmItemsDetail::cmdNormalizeItem_Click() {
+  Trapped(__func__, [this] {
+    const Catalogue catalogue = CurrentCatalogue();
+    {
+      const desktop::WaitPointer wait;
+      for (int line = 0; line < ui_->lstOpt1ItemSpots->ListCount(); ++line) {
+        const auto spot = static_cast<qint32>(ui_->lstOpt1ItemSpots->ItemData(line));
+        global.lastResult = Reset_tblItemSpots_AantalGedraaid(spot, catalogue.databasePath, catalogue.itemSpots);
+      }
+    }
+    ShowItemsMessage(
+        u"Het 'Aantal gedraaid' van de item-spots verbonden met dit item werden op nul gezet,\r\n"
+        u"zodat elke item-spot voortaan gelijkwaardig behandeld wordt."_s,
+        64);
+  });
+}
+
+void frmItemsDetail::cmdDirectory_Click() {
+  Trapped(__func__, [this] {
+    global.gstrSelectedID = QString();
+    frmDirectory(this).ShowModal();
+    if (global.gstrSelectedID.isEmpty()) return;
+    ui_->txtOpt2Directory->setText(global.gstrSelectedID);
+    txtOpt2Directory_Change();  // the same folder, chosen again, counts as well
+  });
+}
+
+void frmItemsDetail::ledMix_Click() {
+  Trapped(__func__, [this] {
+    const auto answer =
+        desktop::AskText(this, u"Geef een numerische waarde ..."_s, u"Items"_s, QString::number(ui_->ledMix->Value()));
+    global.lastAnswer = answer.value_or(QString());
+    if (answer && runtime::IsNumeric(*answer)) ui_->ledMix->SetValue(runtime::ToLong(*answer));
+  });
+}
+
+void frmItemsDetail::cmdShowItemSpots_Click() {
+  Trapped(__func__, [this] { ShowScreen(Screen::ItemSpots, this); });
+}
+
+void frmItemsDetail::cmdShowItemPingles_Click() {
+  Trapped(__func__, [this] {
+    ShowScreen(Screen::ItemPingles, this);
+    FillCboPingles();
+  });
+}

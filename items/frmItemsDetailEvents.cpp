@@ -1,0 +1,119 @@
+// What a change in the item editor sets going.
+#include "items/FileNameExample.h"
+#include "items/frmItemsDetail.h"
+#include "items/ui_frmItemsDetail.h"
+#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Clock.h"
+#include "platform/runtime/Numbers.h"
+
+using namespace Qt::StringLiterals;
+using desktop::Trapped;
+
+void frmItemsDetail::txtNaam_Change() {
+  Trapped(__func__, [this] { Changed(); });
+}
+
+void frmItemsDetail::chkAktief_Click() {
+  Trapped(__func__, [this] { Changed(); });
+}
+
+void frmItemsDetail::cboOpenerPingle_Click() {
+  Trapped(__func__, [this] { Changed(); });
+}
+
+void frmItemsDetail::cboSluiterPingle_Click() {
+  Trapped(__func__, [this] { Changed(); });
+}
+
+void frmItemsDetail::opt1_Click() {
+  Trapped(__func__, [this] { FillingChanged(); });
+}
+
+void frmItemsDetail::opt2_Click() {
+  Trapped(__func__, [this] { FillingChanged(); });
+}
+
+void frmItemsDetail::FillingChanged() {
+  Changed();
+  InitControls();
+  InitCommands();
+}
+
+void frmItemsDetail::txtOpt2Directory_Change() {
+  Trapped(__func__, [this] { PatternChanged(); });
+}
+
+void frmItemsDetail::txtOpt2VastNaamGedeelte_Change() {
+  Trapped(__func__, [this] { PatternChanged(); });
+}
+
+void frmItemsDetail::txtOpt2FileExtensie_Change() {
+  Trapped(__func__, [this] { PatternChanged(); });
+}
+
+void frmItemsDetail::cboOpt2Eerstedagvanweek_Click() {
+  Trapped(__func__, [this] { PatternChanged(); });
+}
+
+void frmItemsDetail::PatternChanged() {
+  Changed();
+  ShowOpt2Voorbeeld();
+}
+
+void frmItemsDetail::cboOpt2VariabelNaamGedeelte_Click() {
+  Trapped(__func__, [this] { NamePartsChanged(); });
+}
+
+void frmItemsDetail::opt1Spot_Click() {
+  Trapped(__func__, [this] { NamePartsChanged(); });
+}
+
+void frmItemsDetail::optMeerdereSpots_Click() {
+  Trapped(__func__, [this] { NamePartsChanged(); });
+}
+
+// The date part and the number of spots open or close other fields, and show in the example too.
+void frmItemsDetail::NamePartsChanged() {
+  Changed();
+  InitControls();
+  ShowOpt2Voorbeeld();
+}
+
+void frmItemsDetail::chkOpenerPingle_Click() {
+  Trapped(__func__, [this] { JinglesChanged(); });
+}
+
+void frmItemsDetail::chkMiddenPingle_Click() {
+  Trapped(__func__, [this] { JinglesChanged(); });
+}
+
+void frmItemsDetail::chkSluiterPingle_Click() {
+  Trapped(__func__, [this] { JinglesChanged(); });
+}
+
+void frmItemsDetail::JinglesChanged() {
+  Changed();
+  InitControls();
+}
+
+void frmItemsDetail::lstOpt1ItemSpots_Click() {
+  InitCommands();
+}
+
+void frmItemsDetail::lstOpt1ItemSpots_DblClick() {
+  Trapped(__func__, [this] { cmdOpt1Wijzigen_Click(); });
+}
+
+void frmItemsDetail::ShowOpt2Voorbeeld() {
+  Trapped(__func__, [this] {
+    FileNamePattern pattern;
+    pattern.directory = ui_->txtOpt2Directory->text();
+    pattern.fixedPart = ui_->txtOpt2VastNaamGedeelte->text();
+    pattern.variableCode = Chosen(*ui_->cboOpt2VariabelNaamGedeelte).value_or(0);
+    pattern.format = runtime::TrimBlanks(ui_->cboOpt2VariabelNaamGedeelte->currentText());
+    pattern.firstDayOfWeek = Chosen(*ui_->cboOpt2Eerstedagvanweek).value_or(0);
+    pattern.extension = ui_->txtOpt2FileExtensie->text();
+    pattern.severalSpots = ui_->optMeerdereSpots->isChecked();
+    ui_->txtOpt2Voorbeeld->setText(FileNameExample(pattern, runtime::Now()));
+  });
+}

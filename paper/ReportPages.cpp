@@ -1,0 +1,172 @@
+#include "paper/ReportPages.h"
+
+#include "platform/runtime/Error.h"
+
+#include <QAbstractTextDocumentLayout>
+#include <QBuffer>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QTextCursor>
+#include <QTextDocument>
+#include <QTextTable>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qreal kMarginMm = 18;
+constexpr int kDotsPerInch = 300;
+constexpr qreal kFooterLines = 2;  // heights of a line kept free below the text
+const QColor kLine(0xD8, 0xDD, 0xE3);
+const QColor kQuiet(0x56, 0x60, 0x6B);
+
+constexpr qreal kTextSize = 9;  // points, as all sizes here
+constexpr qreal kTitleSize = 16;
+constexpr qreal kGroupSize = 10.5;
+
+QTextCharFormat Letters(qreal size, QFont::Weight weight, const QColor& colour) {
+  QTextCharFormat format;
+  format.setFontPointSize(size);
+  format.setFontWeight(weight);
+  format.setForeground(colour);
+  return format;
+}
+
+QTextBlockFormat Space(qreal above, qreal below) {
+  QTextBlockFormat format;
+  format.setTopMargin(above);
+  format.setBottomMargin(below);
+  return format;
+}
+
+void AddText(QTextCursor& cursor, const QString& text, const QTextCharFormat& letters, const QTextBlockFormat& space) {
+  cursor.insertBlock(space, letters);
+  cursor.insertText(text, letters);
+}
+
+std::vector<std::size_t> Printed(const Report& report) {
+  std::vector<std::size_t> printed;
+  for (std::size_t at = 0; at < report.columns.size(); ++at) {
+    if (report.columns[at].share > 0) printed.push_back(at);
+  }
+  return printed;
+}
+
+QTextTableFormat TableFormat(const Report& report, const std::vector<std::size_t>& printed) {
+  QTextTableFormat format;
+  QList<QTextLength> widths;
+  for (const std::size_t at : printed)
+    widths += QTextLength(QTextLength::PercentageLength, report.columns[at].share);
+  format.setColumnWidthConstraints(widths);
+  format.setWidth(QTextLength(QTextLength::PercentageLength, 100));
+  format.setHeaderRowCount(1);
+  format.setBorder(0);
+  format.setCellSpacing(0);
+  format.setCellPadding(3);
+  return format;
+}
+
+// One cell with a hairline below it.
+void FillCell(QTextTable& table, int row, int column, const QString& text, bool right, const QTextCharFormat& letters) {
+  QTextTableCell cell = table.cellAt(row, column);
+  QTextTableCellFormat format;
+  format.setBottomBorder(0.5);
+  format.setBottomBorderStyle(QTextFrameFormat::BorderStyle_Solid);
+  format.setBottomBorderBrush(kLine);
+  format.setPadding(3);
+  cell.setFormat(format);
+  QTextCursor cursor = cell.firstCursorPosition();
+  QTextBlockFormat block;
+  block.setAlignment(right ? Qt::AlignRight : Qt::AlignLeft);
+  cursor.setBlockFormat(block);
+  cursor.insertText(text, letters);
+}
+
+void AddLines(QTextCursor& cursor, const Report& report, const Report::Group& group) {
+  const std::vector<std::size_t> printed = Printed(report);
+  QTextTable* table = cursor.insertTable(static_cast<int>(group.lines.size()) + 1, static_cast<int>(printed.size()),
+                                         TableFormat(report, printed));
+  const QTextCharFormat head = Letters(kTextSize, QFont::DemiBold, kQuiet);
+  const QTextCharFormat plain = Letters(kTextSize, QFont::Normal, Qt::black);
+  for (std::size_t at = 0; at < printed.size(); ++at) {
+    const Report::Column& column = report.columns[printed[at]];
+    FillCell(*table, 0, static_cast<int>(at), column.title, column.right, head);
+    for (std::size_t line = 0; line < group.lines.size(); ++line) {
+      FillCell(*table, static_cast<int>(line) + 1, static_cast<int>(at),
+               group.lines[line].at(static_cast<qsizetype>(printed[at])), column.right, plain);
+    }
+  }
+  cursor.movePosition(QTextCursor::End);
+}
+
+void AddGroup(QTextCursor& cursor, const Report& report, const Report::Group& group) {
+  if (!group.name.isEmpty()) {
+    AddText(cursor, group.name, Letters(kGroupSize, QFont::DemiBold, Qt::black), Space(12, 0));
+    AddText(cursor, group.note, Letters(kTextSize, QFont::Normal, kQuiet), Space(0, 2));
+  }
+  if (!group.lines.empty()) AddLines(cursor, report, group);
+}
+
+// Below the text of a page: which report this is, and which page of how many.
+void PaintFooter(QPainter& painter, const QRectF& place, const Report& report, int page, int pages) {
+  painter.setPen(kQuiet);
+  painter.drawText(place, Qt::AlignLeft | Qt::AlignBottom, report.title + u" · "_s + report.subtitle);
+  painter.drawText(place, Qt::AlignRight | Qt::AlignBottom, u"Pagina %1 van %2"_s.arg(page).arg(pages));
+}
+
+}  // namespace
+
+void FillDocument(QTextDocument& document, const Report& report) {
+  document.clear();
+  QTextCursor cursor(&document);
+  cursor.beginEditBlock();  // laid out once, at the end, and not with every cell
+  const QTextCharFormat quiet = Letters(kTextSize, QFont::Normal, kQuiet);
+  cursor.setBlockFormat(Space(0, 0));
+  cursor.insertText(report.title, Letters(kTitleSize, QFont::DemiBold, Qt::black));
+  AddText(cursor, report.subtitle, quiet, Space(0, 10));
+  for (const Report::Group& group : report.groups)
+    AddGroup(cursor, report, group);
+  AddText(cursor, report.IsEmpty() ? report.emptyText : report.closing, quiet, Space(10, 0));
+  cursor.endEditBlock();
+}
+
+void PrintReport(const Report& report, QPagedPaintDevice& device) {
+  QPainter painter;
+  if (!painter.begin(&device)) throw runtime::Error(u"Kan het overzicht '%1' niet afdrukken."_s.arg(report.title));
+  QTextDocument document;
+  document.setDocumentMargin(0);
+  document.documentLayout()->setPaintDevice(&device);  // sizes in points are those of the paper
+  FillDocument(document, report);
+  QFont footer = document.defaultFont();
+  footer.setPointSizeF(kTextSize - 1);
+  painter.setFont(footer);
+  const QSizeF paper(device.width(), device.height());
+  const qreal text = paper.height() - kFooterLines * painter.fontMetrics().height();
+  document.setPageSize({paper.width(), text});
+  for (int page = 0; page < document.pageCount(); ++page) {
+    if (page > 0) device.newPage();
+    painter.save();
+    painter.translate(0, -page * text);
+    document.drawContents(&painter, QRectF(0, page * text, paper.width(), text));
+    painter.restore();
+    PaintFooter(painter, QRectF(QPointF(0, 0), paper), report, page + 1, document.pageCount());
+  }
+}
+
+QByteArray PdfOf(const Report& report) {
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::WriteOnly);
+  {
+    QPdfWriter writer(&buffer);
+    writer.setTitle(report.title);
+    writer.setCreator(u"Spotrooster"_s);
+    writer.setResolution(kDotsPerInch);
+    writer.setPageLayout(QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Portrait,
+                                     QMarginsF(kMarginMm, kMarginMm, kMarginMm, kMarginMm), QPageLayout::Millimeter));
+    PrintReport(report, writer);
+  }
+  return bytes;
+}

@@ -1,0 +1,14 @@
+#pragma once
+#include "paper/Report.h"
+
+// The overviews of the present catalogue, each read when it is asked for. All throw runtime::Error.
+
+// How far the overview of what ends looks ahead.
+inline constexpr int kPaperDays = 30;
+
+// Every item-spot, by name.
+Report CatalogueReport();
+// Every item with its item-spots in play order, or the files it looks for, and its jingles.
+Report BlocksReport();
+// The active item-spots whose last day is within kPaperDays from today, the first to end first.
+Report EndingReport();

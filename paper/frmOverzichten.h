@@ -1,0 +1,34 @@
+#pragma once
+#include "data/Form.h"
+#include "paper/Report.h"
+
+#include <memory>
+
+namespace Ui {
+class frmOverzichten;
+}
+
+// The overviews for paper: shows one and saves it as a PDF or for a spreadsheet, or prints it. It changes nothing.
+class frmOverzichten : public Form {
+  Q_OBJECT
+
+ public:
+  explicit frmOverzichten(QWidget* owner);
+  ~frmOverzichten() override;
+
+  void Form_Load() override;
+
+ private:
+  void optSoort_Click();
+  void cmdPdf_Click();
+  void cmdCsv_Click();
+  void cmdAfdrukken_Click();
+  void cmdSluiten_Click();
+
+  void ShowReport();
+  void Save(const QString& title, const QString& filter, const QString& suffix, QByteArray (*bytesOf)(const Report&));
+
+  std::unique_ptr<Ui::frmOverzichten> ui_;
+  Report report_;
+  QString folder_;  // host folder of what was saved last
+};

@@ -1,0 +1,175 @@
+#include "platform/runtime/Probe.h"
+#include "tests/items/ItemEditor.h"
+
+#include <cerrno>
+#include <memory>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// What must never be lost without a word.
+class ItemLoss : public ItemEditor {
+ protected:
+  QList<int> SavedSpots() const {
+    QList<int> spots;
+    dao::Recordset rows =
+        station_.ServerRows(u"SELECT ItemSpotID FROM tblItemsItemSpots WHERE ItemID = 1 ORDER BY ItemSpotOrder"_s);
+    for (; !rows.Eof(); rows.MoveNext())
+      spots += rows.Field(u"ItemSpotID"_s).toInt();
+    return spots;
+  }
+  // Opens item 1 while the looks at the server's file fail from number `first` to `last`; the boxes shown.
+  std::vector<desktop::ShownMessageBox> OpenWithFailingLooks(int first, int last) {
+    auto looks = std::make_shared<int>(0);
+    const runtime::ProbeLookScope failing([looks, first, last](const QString&) {
+      ++*looks;
+      return *looks >= first && *looks <= last ? EIO : 0;
+    });
+    const desktop::MessageBoxScript boxes;
+    Open(u"1"_s);
+    return boxes.Shown();
+  }
+};
+
+int CountTitled(const std::vector<desktop::ShownMessageBox>& boxes, const QString& title) {
+  int count = 0;
+  for (const desktop::ShownMessageBox& box : boxes)
+    count += box.title == title ? 1 : 0;
+  return count;
+}
+
+}  // namespace
+
+// A spot or jingle that could not be read is not one that is gone: whichever reading fails, for a moment or for good,
+// OK writes all or nothing.
+TEST_F(ItemLoss, WhateverFailsOnOpeningOkLosesNoLinkAndNoJingle) {
+  InsertListItem(1, u"Blok"_s, {1, 2, 3});
+  station_.OnServer(u"UPDATE tblItems SET Opener = 11"_s);
+  int refusals = 0;
+  for (int first = 1; first <= 12; ++first) {
+    for (const int last : {first + 1, 1000}) {
+      const auto boxes = OpenWithFailingLooks(first, last);
+      const desktop::MessageBoxScript onOk;
+      Click(u"cmdOk"_s);
+      refusals += onOk.Shown().empty() ? 0 : 1;
+      EXPECT_TRUE(IsOpen() || boxes.empty()) << first << '-' << last;
+      EXPECT_EQ(SavedSpots(), (QList<int>{1, 2, 3})) << first << '-' << last;
+      EXPECT_EQ(station_.ServerRows(u"SELECT Opener FROM tblItems"_s).Field(u"Opener"_s).toInt(), 11)
+          << first << '-' << last;
+    }
+  }
+  EXPECT_GT(refusals, 0);
+}
+
+TEST_F(ItemLoss, ASpotThatCannotBeReadIsToldOnceAndOkSaysThatNothingWasSaved) {
+  InsertListItem(1, u"Blok"_s, {1, 2, 3});
+  int first = 1;
+  std::vector<desktop::ShownMessageBox> boxes;
+  do {
+    boxes = OpenWithFailingLooks(first, 1000);
+  } while (CountTitled(boxes, u"GetItemSpotID_Naam"_s) == 0 && ++first < 50);
+  EXPECT_EQ(CountTitled(boxes, u"GetItemSpotID_Naam"_s), 1);
+  const desktop::MessageBoxScript onOk;
+  Click(u"cmdOk"_s);
+  List().AddItem(u"s"_s, 1);  // not even after work on the list
+  Click(u"cmdOk"_s);
+  EXPECT_EQ(onOk.Last().title, u"Opslaan"_s);
+  EXPECT_TRUE(onOk.Last().text.contains(u"Er is niets bewaard"_s)) << onOk.Last().text.toStdString();
+  EXPECT_TRUE(IsOpen());
+  EXPECT_EQ(SavedSpots(), (QList<int>{1, 2, 3}));
+}
+
+TEST_F(ItemLoss, ManySpotsAreAllKeptInTheirOrder) {
+  QList<int> spots;
+  for (int i = 0; i < 200; ++i)
+    spots += i * 7 % 3 + 1;
+  InsertListItem(1, u"Blok"_s, spots);
+  Open(u"1"_s);
+  ASSERT_EQ(List().ListCount(), 200);
+  List().MoveLine(199, 0);
+  spots.move(199, 0);
+  Click(u"cmdOk"_s);
+  EXPECT_FALSE(IsOpen());
+  EXPECT_EQ(SavedSpots(), spots);
+}
+
+TEST_F(ItemLoss, ALinkWithoutASpotAndASpotWithoutANameAreSkipped) {
+  InsertListItem(1, u"Blok"_s, {1, 2});
+  station_.OnServer(u"UPDATE tblItemSpots SET Naam = \"  \" WHERE ID = 2"_s);
+  station_.OnServer(u"INSERT INTO tblItemsItemSpots (ItemID, ItemSpotOrder) VALUES (1, 3)"_s);
+  const desktop::MessageBoxScript boxes;
+  Open(u"1"_s);
+  EXPECT_TRUE(boxes.Shown().empty());
+  ASSERT_EQ(List().ListCount(), 1);
+  EXPECT_EQ(List().ItemData(0), 1);
+}
+
+TEST_F(ItemLoss, AJingleThatIsGoneIsNoneAfterTheNextSave) {
+  InsertListItem(1, u"Blok"_s, {1});
+  station_.OnServer(u"UPDATE tblItems SET Opener = 99, Sluiter = 13"_s);
+  Open(u"1"_s);
+  Click(u"cmdOk"_s);
+  const dao::Recordset item = station_.ServerRows(u"SELECT Opener, Sluiter FROM tblItems"_s);
+  EXPECT_TRUE(item.Field(u"Opener"_s).isNull());
+  EXPECT_EQ(item.Field(u"Sluiter"_s).toInt(), 13);
+}
+
+TEST_F(ItemLoss, AnItemDeletedMeanwhileAndSavedByTheQuestionOnCancellingStaysOpen) {
+  InsertListItem(1, u"Blok"_s, {1});
+  Open(u"1"_s);
+  Edit(u"txtNaam"_s).setText(u"Anders"_s);
+  station_.OnServer(u"DELETE FROM tblItems WHERE ID = 1"_s);
+  const desktop::MessageBoxScript boxes({desktop::kAnswerYes});
+  Click(u"cmdAnnuleren"_s);
+  ASSERT_EQ(boxes.Shown().size(), 2U);
+  EXPECT_TRUE(boxes.Last().text.contains(u"intussen door iemand anders verwijderd"_s));
+  EXPECT_TRUE(IsOpen());
+  EXPECT_EQ(Edit(u"txtNaam"_s).text(), u"Anders"_s);
+}
+
+TEST_F(ItemLoss, DoubleQuotesInThePatternAreRefusedByNameAndNothingIsSaved) {
+  OpenNew();
+  FillPatternItem();
+  const std::vector<std::pair<QString, QString>> fields = {{u"txtOpt2Directory"_s, u"Opt2Directory"_s},
+                                                           {u"txtOpt2VastNaamGedeelte"_s, u"Opt2VastNaamGedeelte"_s},
+                                                           {u"txtOpt2FileExtensie"_s, u"Opt2FileExtensie"_s}};
+  for (const auto& [box, field] : fields) {
+    const QString good = Edit(box).text();
+    Edit(box).setText(u"a\"b"_s);
+    const desktop::MessageBoxScript boxes;
+    Click(u"cmdOk"_s);
+    ASSERT_EQ(boxes.Shown().size(), 1U);
+    EXPECT_EQ(boxes.Last().title, u"Insert_tblItems"_s);
+    EXPECT_TRUE(boxes.Last().text.contains(field)) << boxes.Last().text.toStdString();
+    EXPECT_TRUE(IsOpen());
+    EXPECT_EQ(Edit(box).text(), u"a\"b"_s);
+    Edit(box).setText(good);
+  }
+  EXPECT_EQ(station_.ServerRows(u"SELECT ID FROM tblItems"_s).RecordCount(), 0);
+}
+
+TEST_F(ItemLoss, ApostrophesInThePatternAreStoredAsTheyAre) {
+  OpenNew();
+  FillPatternItem();
+  Edit(u"txtOpt2Directory"_s).setText(u"D:\\Jan's spots"_s);
+  Edit(u"txtOpt2VastNaamGedeelte"_s).setText(u"'t blok"_s);
+  Click(u"cmdOk"_s);
+  const dao::Recordset item = station_.ServerRows(u"SELECT * FROM tblItems"_s);
+  EXPECT_EQ(item.Field(u"Opt2Directory"_s).toString(), u"D:\\Jan's spots"_s);
+  EXPECT_EQ(item.Field(u"Opt2VastNaamGedeelte"_s).toString(), u"'t blok"_s);
+}
+
+TEST_F(ItemLoss, AnyNonZeroLockKeepsTheItemAsItIs) {
+  InsertListItem(1, u"Blok"_s, {1, 2});
+  station_.OnServer(u"UPDATE tblItems SET Locked = 5"_s);
+  Open(u"1"_s);
+  List().SetListIndex(1);
+  QTest::keyClick(&List(), Qt::Key_Up, Qt::AltModifier);
+  EXPECT_EQ(List().ItemData(1), 2);
+  QTest::keyClick(editor_.get(), Qt::Key_Return);
+  EXPECT_TRUE(IsOpen());
+  EXPECT_EQ(SavedSpots(), (QList<int>{1, 2}));
+  EXPECT_EQ(station_.ServerRows(u"SELECT Locked FROM tblItems"_s).Field(u"Locked"_s).toInt(), 5);
+}

@@ -1,0 +1,115 @@
+// A disk that is full or read-only under the item-spot editor: the reason is told, and the form stays open with what
+// was typed until it can be saved.
+#include "data/Globals.h"
+#include "platform/runtime/FileCalls.h"
+#include "platform/runtime/HostPath.h"
+#include "platform/runtime/Probe.h"
+#include "tests/media/support/EditorDesk.h"
+#include "tests/support/Hindrance.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+
+#include <sys/stat.h>
+#include <cerrno>
+#include <cstdlib>
+
+using namespace Qt::StringLiterals;
+using namespace media_testing;
+using runtime::FileCall;
+
+namespace {
+
+// Opened on spot 7, with a new name and another file, ready for OK.
+std::unique_ptr<frmItemSpotsDetail> ChangedSpot(const EditorDesk& desk) {
+  desk.AddSpot(7, u"Oud"_s, desk.Wav(u"a.wav"_s, 2000));
+  auto editor = desk.OpenSpot(u"7"_s);
+  SetText(*editor, u"txtNaam"_s, u"Nieuw"_s);
+  Choose(*editor, MakeWav(desk.AudioFile(u"b.wav"_s), 3000));
+  return editor;
+}
+
+// OK fails under that procedure's name and leaves the form as it was typed.
+void ExpectKept(const frmItemSpotsDetail& editor, const QString& procedure, const QString& file) {
+  const desktop::MessageBoxScript boxes;
+  Click(editor, u"cmdOk"_s);
+  ASSERT_EQ(boxes.Shown().size(), 1U);
+  EXPECT_EQ(boxes.Last().title, procedure);
+  EXPECT_EQ(boxes.Last().style, 16);
+  EXPECT_TRUE(boxes.Last().text.contains(file)) << boxes.Last().text.toStdString();
+  EXPECT_TRUE(editor.isVisible());
+  EXPECT_TRUE(editor.IsDirty());
+  EXPECT_EQ(Text(editor, u"txtNaam"_s), u"Nieuw"_s);
+}
+
+QString NaamOf(const EditorDesk& desk) {
+  return desk.Spot(7).Field(u"Naam"_s).toString();
+}
+
+}  // namespace
+
+TEST(ItemSpotEditorFullDisk, TheDatabaseKeepsItsRowAndTheFormItsText) {
+  const EditorDesk desk;
+  const auto editor = ChangedSpot(desk);
+  {
+    const testing_support::FullDisk full(100);
+    ExpectKept(*editor, u"Update_tblItemSpots"_s, u"OvalistoServer.mdb"_s);
+  }
+  EXPECT_EQ(NaamOf(desk), u"Oud"_s);
+  EXPECT_TRUE(desk.AudioList().isEmpty());
+  Click(*editor, u"cmdOk"_s);
+  EXPECT_FALSE(editor->isVisible());
+  EXPECT_EQ(NaamOf(desk), u"Nieuw"_s);
+  EXPECT_EQ(desk.AudioList().size(), 1);
+}
+
+TEST(ItemSpotEditorFullDisk, TheAudioListIsTriedAgainByTheNextOkAndHoldsThePathOnce) {
+  const EditorDesk desk;
+  const auto editor = ChangedSpot(desk);
+  for (const int reason : {ENOSPC, EROFS, EIO}) {
+    const runtime::FileCallScope fault(
+        [&](FileCall call, const QString&) { return call == FileCall::Write ? reason : 0; });
+    ExpectKept(*editor, u"Opslaan"_s, u"Audio.tae"_s);
+    EXPECT_EQ(NaamOf(desk), u"Nieuw"_s);
+    EXPECT_TRUE(desk.AudioList().isEmpty());
+  }
+  Click(*editor, u"cmdOk"_s);
+  EXPECT_FALSE(editor->isVisible());
+  EXPECT_EQ(desk.AudioList(), QStringList(Text(*editor, u"txtPath"_s)));
+}
+
+TEST(ItemSpotEditorFullDisk, AnExportFolderOnADriveThatIsAwayIsToldWithoutTouchingIt) {
+  const EditorDesk desk;
+  const auto editor = ChangedSpot(desk);
+  {
+    int opened = 0;
+    const runtime::ProbeLookScope away([&](const QString& path) { return path.endsWith(u"/export"_s) ? EIO : 0; });
+    const runtime::FileCallScope count([&](FileCall, const QString&) {
+      ++opened;
+      return 0;
+    });
+    ExpectKept(*editor, u"Opslaan"_s, u"niet bereikbaar"_s);
+    EXPECT_EQ(opened, 0);
+  }
+  Click(*editor, u"cmdOk"_s);
+  EXPECT_EQ(desk.AudioList().size(), 1);
+}
+
+// In a process of its own, since only one without the rights of root meets permissions at all. The editor is opened
+// there, for its threads do not come along.
+TEST(ItemSpotEditorFullDiskDeathTest, AReadOnlyDatabaseIsToldAndTheFormStaysOpen) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  const EditorDesk desk;
+  desk.AddSpot(7, u"Oud"_s, desk.Wav(u"a.wav"_s, 2000));
+  ::chmod(QFile::encodeName(desk.station.Folder()).constData(), 0755);
+  ::chmod(QFile::encodeName(runtime::HostPath(global.serverDatabasePath)).constData(), 0444);
+  const auto saveThere = [&] {
+    testing_support::BecomeNobody();
+    const auto editor = desk.OpenSpot(u"7"_s);
+    SetText(*editor, u"txtNaam"_s, u"Nieuw"_s);
+    ExpectKept(*editor, u"Update_tblItemSpots"_s, u"OvalistoServer.mdb"_s);
+    std::_Exit(!testing::Test::HasFailure() && NaamOf(desk) == u"Oud"_s ? 0 : 1);
+  };
+  EXPECT_EXIT(saveThere(), testing::ExitedWithCode(0), "");
+}

@@ -1,0 +1,81 @@
+// The map of free pages as the file grows: a row that gets longer, and then bitmap pages.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "platform/jet/MapRow.h"
+#include "platform/jet/UsageMap.h"
+#include "tests/platform/jet/support/SampleTable.h"
+
+namespace jet {
+namespace {
+
+using test::Column;
+using test::FreshDatabase;
+
+constexpr std::size_t kPagesOfFreshMap = 512;
+constexpr std::size_t kPagesOfLongestRow = 32'100;  // more bits than page 1 has room for
+constexpr RowId kGlobalMap = MakeRowId(1, 0);
+const std::u16string kTable = u"tblGroot";
+
+class GlobalMap : public testing::Test {
+ protected:
+  void SetUp() override {
+    TableDefinition table;
+    table.name = kTable;
+    table.columns = {Column(u"Inhoud", ColumnType::Ole)};
+    database_.Create(table);
+  }
+
+  /// Long values until the file has so many pages.
+  void GrowTo(std::size_t pages) {
+    WriteTurn turn(*database_);
+    const auto writer = database_->OpenWriter(kTable);
+    const std::size_t mostPages = 250;
+    while (database_->Source().PageCount() < pages) {
+      const std::size_t missing = pages - database_->Source().PageCount();
+      std::vector<Value> row = {Bytes(4072 * std::min(missing, mostPages), 0xA5)};
+      writer->Insert(row);
+    }
+    turn.Commit();
+  }
+
+  void DeleteAll() {
+    WriteTurn turn(*database_);
+    database_->OpenWriter(kTable)->DeleteAll();
+    turn.Commit();
+  }
+
+  /// How many bitmap pages the map of free pages has.
+  std::size_t BitmapPages() { return UsageMap::Read(database_->Source(), kGlobalMap).BitmapPages().size(); }
+
+  FreshDatabase database_;
+};
+
+TEST_F(GlobalMap, GrowsPageByPageAcrossItsFirstEnd) {
+  GrowTo(kPagesOfFreshMap - 2);
+  for (std::size_t pages = kPagesOfFreshMap - 1; pages < kPagesOfFreshMap + 40; ++pages) {
+    GrowTo(pages);
+    ASSERT_EQ(database_.Findings(), "") << pages << " pages";
+  }
+  EXPECT_EQ(BitmapPages(), 0U);
+}
+
+TEST_F(GlobalMap, BecomesBitmapPagesWhereARowIsTooShort) {
+  GrowTo(kPagesOfLongestRow - 1000);
+  EXPECT_EQ(BitmapPages(), 0U);
+  GrowTo(kPagesOfLongestRow);
+  EXPECT_EQ(BitmapPages(), 1U);
+  EXPECT_EQ(database_.Findings(), "");
+  GrowTo(MapRow::kPagesPerBitmapPage + 2000);
+  EXPECT_EQ(BitmapPages(), 2U);
+  EXPECT_EQ(database_.Findings(), "");
+  const std::uint32_t most = database_->Source().PageCount();
+  DeleteAll();
+  EXPECT_EQ(database_.Findings(), "");
+  database_.Insert(kTable, {Bytes(1'000'000, 0x5A)});  // into pages that were given back
+  EXPECT_EQ(database_->Source().PageCount(), most);
+}
+
+}  // namespace
+}  // namespace jet

@@ -1,0 +1,145 @@
+// Every statement that writes, with every call to the disk failing in turn, in every way.
+#include <gtest/gtest.h>
+
+#include "fuzz/EditBases.h"
+#include "platform/jet/Check.h"
+#include "tests/platform/jet/support/FaultyFiles.h"
+#include "tests/platform/jet/support/SampleTable.h"
+#include "tests/platform/jet/support/TableText.h"
+
+namespace jet {
+namespace {
+
+using test::Fault;
+using test::FaultyFiles;
+
+constexpr const char* kPath = "/data/station.mdb";
+
+struct Statement {
+  const char* name;
+  std::function<void(Database&)> work;
+};
+
+RowId FirstSpot(Database& database) {
+  const Table table = database.OpenTable(u"tblSpots");
+  TableCursor cursor = table.Scan({});
+  cursor.Next();
+  return cursor.Id();
+}
+
+void Insert(Database& database, std::size_t textLength) {
+  std::vector<Value> row = fuzz::SpotRow(Value{}, u"nieuw", std::u16string(textLength, u'\u20AC'));
+  database.OpenWriter(u"tblSpots")->Insert(row);
+}
+
+const Statement kStatements[] = {
+    {"Insert", [](Database& database) { Insert(database, 10); }},
+    {"InsertOfALongText", [](Database& database) { Insert(database, 6000); }},
+    {"Update",
+     [](Database& database) {
+       const std::vector<Value> row = fuzz::SpotRow(Value{}, u"anders", std::u16string(3000, u'\u20AC'));
+       database.OpenWriter(u"tblSpots")->Update(FirstSpot(database), row, {false, true, true, false});
+     }},
+    {"Delete", [](Database& database) { database.OpenWriter(u"tblSpots")->Delete(FirstSpot(database)); }},
+    {"DeleteAll", [](Database& database) { database.OpenWriter(u"tblSpots")->DeleteAll(); }},
+    {"SplitOfAnIndex",
+     [](Database& database) {
+       const auto writer = database.OpenWriter(u"tblSpots");
+       for (char16_t i = 0; i < 80; ++i) {
+         std::vector<Value> row =
+             fuzz::SpotRow(Value{}, std::u16string(48, static_cast<char16_t>(u'a' + i % 26)), Value{});
+         writer->Insert(row);
+       }
+     }},
+    {"CreateTable", [](Database& database) {
+       TableDefinition table = test::SpotsTable();
+       table.name = u"tblNieuw";
+       database.CreateTable(table);
+     }}};
+
+/// All that a reader can see; "damaged" with the problems when the check has any.
+witness::Tables StateOf(MemoryFileSystem& files) {
+  const auto database = Database::Open(kPath, fuzz::ForEditing(), files);
+  for (const Finding& finding : CheckDatabase(*database))
+    EXPECT_TRUE(finding.remark) << finding.text;
+  return witness::ReadWithJet(*database);
+}
+
+class StatementFault : public testing::TestWithParam<std::tuple<Statement, Fault>> {};
+
+constexpr const char* kFaultNames[] = {"None", "Error", "DiskFull", "Interrupted", "ShortCount", "Dead"};
+
+INSTANTIATE_TEST_SUITE_P(Every, StatementFault,
+                         testing::Combine(testing::ValuesIn(kStatements),
+                                          testing::Values(Fault::Error, Fault::DiskFull, Fault::Interrupted,
+                                                          Fault::ShortCount, Fault::Dead)),
+                         [](const auto& parameter) {
+                           return std::string(std::get<0>(parameter.param).name) + "_" +
+                                  kFaultNames[static_cast<std::size_t>(std::get<1>(parameter.param))];
+                         });
+
+TEST_P(StatementFault, OfAnyCallLeavesTheOldOrTheNewState) {
+  const auto& [statement, fault] = GetParam();
+  MemoryFileSystem memory;
+  memory.Put(kPath, fuzz::SmallBase());
+  const witness::Tables before = StateOf(memory);
+  witness::Tables after;
+  int call = 0;
+  for (bool reached = true; reached; ++call) {
+    memory.Put(kPath, fuzz::SmallBase());
+    FaultyFiles files(memory);
+    bool done = false;
+    {
+      const auto database = Database::Open(kPath, fuzz::ForEditing(), files);
+      files.FailAt(call, fault);
+      done = test::MessageOf([&] {
+               WriteTurn turn(*database);
+               statement.work(*database);
+               turn.Commit();
+             }).empty();
+      reached = files.Failed();
+    }
+    const witness::Tables now = StateOf(memory);
+    if (!reached) after = now;
+    if (done) {
+      EXPECT_NE(now, before) << "call " << call;
+    }
+    // What became of the change is known only when all calls are through: the new state is compared at the end.
+    if (now != before) {
+      if (after.empty()) after = now;
+      EXPECT_EQ(now, after) << "call " << call;
+    }
+    for (const FileSystem::Path& name : memory.Names()) {
+      if (name == kPath) continue;
+      EXPECT_EQ(name.extension(), ".ldb") << name << " was left after call " << call;
+      memory.Remove(name);
+    }
+  }
+  EXPECT_NE(after, before);
+  EXPECT_GT(call, 10);
+}
+
+TEST(ReadOnlyFile, IsReadAndNeverWrittenByAnyStatement) {
+  for (const Statement& statement : kStatements) {
+    MemoryFileSystem memory;
+    memory.Put(kPath, fuzz::SmallBase());
+    OpenOptions options = fuzz::ForEditing();
+    options.writable = false;
+    {
+      const auto database = Database::Open(kPath, options, memory);
+      EXPECT_EQ(database->OpenTable(u"tblItems").CountRows(), 3U);
+      EXPECT_EQ(test::MessageOf([&] {
+                  WriteTurn turn(*database);
+                  statement.work(*database);
+                  turn.Commit();
+                }),
+                "Het bestand '/data/station.mdb' is alleen-lezen.")
+          << statement.name;
+    }
+    EXPECT_EQ(memory.Get(kPath), fuzz::SmallBase());
+    EXPECT_EQ(memory.Names().size(), 1U);
+  }
+}
+
+}  // namespace
+}  // namespace jet
