@@ -3,7 +3,8 @@
 #include <cstdio>
 #include <cstdlib>
 
-#if defined(__SANITIZE_ADDRESS__)
+// The hooks come with clang; gcc has the sanitizer without their header.
+#if defined(__SANITIZE_ADDRESS__) && __has_include(<sanitizer/allocator_interface.h>)
 #define SPOTROOSTER_HEAP_HOOKS 1
 #elif defined(__has_feature)
 #if __has_feature(address_sanitizer)
