@@ -14,6 +14,7 @@ class SpotStation {
  public:
   explicit SpotStation(int rows);
 
+  QString Folder() const { return folder_.path(); }
   QString File(const QString& name) const { return folder_.filePath(name); }
   // Name and ID of each spot, by ID.
   const std::vector<controls::ListBox::Line>& Spots() const { return spots_; }

@@ -42,7 +42,7 @@ xcb_window_t XWindows::WaitFor(const QString& title) {
     }
     if ((event->response_type & 0x7F) != XCB_MAP_NOTIFY) continue;
     const auto* mapped = reinterpret_cast<const xcb_map_notify_event_t*>(event.get());
-    if (TitleOf(mapped->window).startsWith(title)) return mapped->window;
+    if (TitleOf(mapped->window).startsWith(title) && !IsSplash(mapped->window)) return mapped->window;
   }
 }
 
@@ -57,14 +57,22 @@ void XWindows::Close(xcb_window_t window) {
   xcb_flush(connection_);
 }
 
-QString XWindows::TitleOf(xcb_window_t window) {
+QByteArray XWindows::Property(xcb_window_t window, const char* name) {
   constexpr std::uint32_t kLongest = 256;
-  const auto asked =
-      xcb_get_property(connection_, 0, window, Atom("_NET_WM_NAME"), XCB_GET_PROPERTY_TYPE_ANY, 0, kLongest);
-  const Owned<xcb_get_property_reply_t> name(xcb_get_property_reply(connection_, asked, nullptr));
-  if (!name) return {};
-  return QString::fromUtf8(static_cast<const char*>(xcb_get_property_value(name.get())),
-                           xcb_get_property_value_length(name.get()));
+  const auto asked = xcb_get_property(connection_, 0, window, Atom(name), XCB_GET_PROPERTY_TYPE_ANY, 0, kLongest);
+  const Owned<xcb_get_property_reply_t> value(xcb_get_property_reply(connection_, asked, nullptr));
+  if (!value) return {};
+  return {static_cast<const char*>(xcb_get_property_value(value.get())), xcb_get_property_value_length(value.get())};
+}
+
+QString XWindows::TitleOf(xcb_window_t window) {
+  return QString::fromUtf8(Property(window, "_NET_WM_NAME"));
+}
+
+bool XWindows::IsSplash(xcb_window_t window) {
+  const xcb_atom_t splash = Atom("_NET_WM_WINDOW_TYPE_SPLASH");
+  return Property(window, "_NET_WM_WINDOW_TYPE")
+      .startsWith(QByteArray(reinterpret_cast<const char*>(&splash), sizeof splash));
 }
 
 xcb_atom_t XWindows::Atom(const char* name) {

@@ -1,6 +1,7 @@
 #pragma once
 #include <xcb/xcb.h>
 
+#include <QByteArray>
 #include <QString>
 
 namespace bench {
@@ -13,13 +14,16 @@ class XWindows {
   XWindows(const XWindows&) = delete;
   XWindows& operator=(const XWindows&) = delete;
 
-  // Waits until a window whose title begins so is mapped; ends the program when none is within a minute.
+  // Waits until a window whose title begins so is mapped, a splash screen aside; ends the program when none is within a
+  // minute.
   xcb_window_t WaitFor(const QString& title);
   // Asks a window to close, as its frame would.
   void Close(xcb_window_t window);
 
  private:
+  QByteArray Property(xcb_window_t window, const char* name);
   QString TitleOf(xcb_window_t window);
+  bool IsSplash(xcb_window_t window);
   xcb_atom_t Atom(const char* name);
 
   xcb_connection_t* connection_;
