@@ -53,6 +53,10 @@ AudioPreview::AudioPreview(QWidget* parent)
       player_(NewPlayer(this)),
       tmrPlayer_(new QTimer(this)) {
   ui_->setupUi(this);
+  // Its line stays when it is empty: a message must not push the buttons out of a low window.
+  QSizePolicy line = ui_->lblGeluid->sizePolicy();
+  line.setRetainSizeWhenHidden(true);
+  ui_->lblGeluid->setSizePolicy(line);
   waveform_ = std::make_unique<WaveformFeed>(ui_->waveform);
   loudness_ = std::make_unique<LoudnessReader>();
   player_->setObjectName(u"Player"_s);
