@@ -22,6 +22,7 @@ constexpr qreal kFooterLines = 2;  // heights of a line kept free below the text
 const QColor kLine(0xD8, 0xDD, 0xE3);
 const QColor kQuiet(0x56, 0x60, 0x6B);
 
+constexpr qreal kAboveLines = 8;
 constexpr qreal kTextSize = 9;  // points, as all sizes here
 constexpr qreal kTitleSize = 16;
 constexpr qreal kGroupSize = 10.5;
@@ -62,6 +63,7 @@ QTextTableFormat TableFormat(const Report& report, const std::vector<std::size_t
   format.setColumnWidthConstraints(widths);
   format.setWidth(QTextLength(QTextLength::PercentageLength, 100));
   format.setHeaderRowCount(1);
+  format.setTopMargin(kAboveLines);
   format.setBorder(0);
   format.setCellSpacing(0);
   format.setCellPadding(3);
