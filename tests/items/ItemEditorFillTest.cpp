@@ -59,6 +59,7 @@ TEST_F(ItemFill, AListItemShowsItsSpotsInTheirOrder) {
   ASSERT_EQ(List().ListCount(), 2);
   EXPECT_EQ(List().Text(0), u"Café"_s);
   EXPECT_EQ(List().ItemData(0), 3);
+  EXPECT_EQ(List().Details(0).trailing, u"0:32"_s);
   EXPECT_EQ(List().Text(1), u"Aardbeien"_s);
   EXPECT_EQ(testing_support::Child<QLabel>(*editor_, u"lblOpt1Totaal"_s).text(), u"2 item-spots, samen 1:02"_s);
   EXPECT_FALSE(editor_->IsDirty());

@@ -81,6 +81,34 @@ TEST_F(ItemLoss, ASpotThatCannotBeReadIsToldOnceAndOkSaysThatNothingWasSaved) {
   EXPECT_EQ(SavedSpots(), (QList<int>{1, 2, 3}));
 }
 
+// Wherever a save breaks off, the next OK ends it: one item, with all its links.
+TEST_F(ItemLoss, ASaveThatBrokeOffIsFinishedByTheNextOkAndMakesNoSecondItem) {
+  int brokenOff = 0;
+  for (int first = 1; first <= 6; ++first) {  // a save of two links looks six times
+    const QString naam = u"Blok %1"_s.arg(first);
+    OpenNew();
+    FillListItem();
+    List().AddItem(u"s"_s, 2);
+    Edit(u"txtNaam"_s).setText(naam);
+    {
+      auto looks = std::make_shared<int>(0);
+      const runtime::ProbeLookScope failing([looks, first](const QString&) { return ++*looks < first ? 0 : EIO; });
+      const desktop::MessageBoxScript boxes;
+      Click(u"cmdOk"_s);
+      EXPECT_TRUE(IsOpen() && editor_->IsDirty()) << first;
+    }
+    brokenOff += editor_->IsNew() ? 0 : 1;
+    const desktop::MessageBoxScript boxes;
+    Click(u"cmdOk"_s);
+    EXPECT_FALSE(IsOpen()) << first;
+    const dao::Recordset items = station_.ServerRows(u"SELECT ID FROM tblItems WHERE Naam = \"%1\""_s.arg(naam));
+    EXPECT_EQ(items.RecordCount(), 1) << first;
+    const QString links = u"SELECT ItemID FROM tblItemsItemSpots WHERE ItemID = %1"_s.arg(editor_->ID());
+    EXPECT_EQ(station_.ServerRows(links).RecordCount(), 2) << first;
+  }
+  EXPECT_GT(brokenOff, 0);
+}
+
 TEST_F(ItemLoss, ManySpotsAreAllKeptInTheirOrder) {
   QList<int> spots;
   for (int i = 0; i < 200; ++i)

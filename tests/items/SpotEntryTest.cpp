@@ -62,6 +62,13 @@ TEST_F(SpotEntry, TheSameSpotMayBeAddedTwiceAndBothLinksAreSaved) {
   }
 }
 
+TEST_F(SpotEntry, ASpotMadeMeanwhileCountsInTheTotal) {
+  OpenNew();
+  station_.OnServer(u"INSERT INTO tblItemSpots (ID, Naam, LengteSec, Aktief) VALUES (20, \"Vers\", 60, 1)"_s);
+  Entry(u"cmdOpt1Toevoegen"_s, [](QDialog& dialog) { Choose(dialog, 20); });
+  EXPECT_EQ(testing_support::Child<QLabel>(*editor_, u"lblOpt1Totaal"_s).text(), u"1 item-spot, samen 1:00"_s);
+}
+
 TEST_F(SpotEntry, AChangeReplacesTheShownNameOnlyAndReopeningShowsTheOldOne) {
   InsertListItem(1, u"Blok"_s, {1, 2});
   Open(u"1"_s);
