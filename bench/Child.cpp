@@ -49,6 +49,7 @@ double Milliseconds(const timeval& time) {
 
 [[noreturn]] void Become(const std::vector<std::string>& words, int output) {
   std::vector<char*> arguments;
+  arguments.reserve(words.size() + 1);
   for (const std::string& word : words)
     arguments.push_back(const_cast<char*>(word.c_str()));
   arguments.push_back(nullptr);

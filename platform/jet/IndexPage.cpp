@@ -79,6 +79,7 @@ std::uint32_t IndexPage::Child(std::size_t entry) const {
 }
 
 bool IndexPage::Less(std::size_t entry, ByteView key) const {
+  if (key.empty()) return false;
   ByteView stored = Stored(entry);
   stored = stored.first(stored.size() - (IsLeaf() ? 0 : 4));
   if (entry != 0 && prefix_ != 0) {
