@@ -64,8 +64,9 @@ int Run(const Command& command, const QStringList& words, const Streams& streams
 }  // namespace
 
 QList<Command> AllCommands() {
-  return {CreateCommand(),  DemoCommand(),  TablesCommand(),  SchemaCommand(), DumpCommand(),  SqlCommand(),
-          MeasureCommand(), CheckCommand(), CompactCommand(), RestoreCommand(), ExportCommand(), SpotsCommand(), LocateCommand()};
+  return {CreateCommand(), DemoCommand(),    TablesCommand(), SchemaCommand(),  DumpCommand(),
+          SqlCommand(),    MeasureCommand(), CheckCommand(),  CompactCommand(), RestoreCommand(),
+          ExportCommand(), SpotsCommand(),   LocateCommand()};
 }
 
 int RunCommand(const QStringList& words, const Streams& streams) {

@@ -1,10 +1,10 @@
-#include "platform/controls/QuietLine.h"
 #include "catalogue/frmItemOpruimen.h"
 #include "catalogue/frmItemPingles.h"
 #include "catalogue/frmItemSpotOpruimen.h"
 #include "catalogue/frmItemSpots.h"
 #include "catalogue/frmItems.h"
 #include "platform/controls/ListBox.h"
+#include "platform/controls/QuietLine.h"
 #include "tests/catalogue/CatalogueTest.h"
 
 #include <QCheckBox>
