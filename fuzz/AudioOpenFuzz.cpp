@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "fuzz/CpuLimit.h"
 #include "platform/audio/Decoder.h"
 #include "platform/audio/Error.h"
 #include "platform/audio/Measure.h"
@@ -52,6 +53,7 @@ extern "C" const char* __lsan_default_suppressions() {
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const fuzz::CpuLimit cpu;
   const MemoryFile file(data, size);
   try {
     Require(audio::MeasureMs(file.Path()) >= 0);

@@ -1,8 +1,10 @@
 // Open, check, edit, save: damages a small database as the input says, and edits it. See EditDamaged.h for what must
 // hold.
+#include "fuzz/CpuLimit.h"
 #include "fuzz/EditDamaged.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const fuzz::CpuLimit cpu;
   jet::fuzz::EditDamaged({data, size});
   return 0;
 }

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <set>
 
+#include "fuzz/CpuLimit.h"
 #include "fuzz/HeapLimit.h"
 #include "platform/jet/Check.h"
 #include "platform/jet/Database.h"
@@ -61,6 +62,7 @@ void WalkDatabase(jet::Database& database) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const fuzz::CpuLimit cpu;
   const fuzz::HeapLimit heap(4 * size + (std::size_t{64} << 20));
   jet::MemoryFileSystem files;
   files.Put("fuzz.mdb", jet::Bytes(data, data + size));

@@ -1,0 +1,15 @@
+#pragma once
+
+namespace fuzz {
+
+/// While it lives, the program aborts once it has spent two seconds of processor time since the start of this object.
+/// The clock on the wall, which libFuzzer's own limit goes by, says little on a busy machine. One at a time.
+class CpuLimit {
+ public:
+  CpuLimit();
+  ~CpuLimit();
+  CpuLimit(const CpuLimit&) = delete;
+  CpuLimit& operator=(const CpuLimit&) = delete;
+};
+
+}  // namespace fuzz
