@@ -145,7 +145,8 @@ TEST_F(DamagedBase, ALongValueOfAnotherTableIsNotReleased) {
   Store(&*head + 4, foreign);
   files_.Put(kPath, file_);
   const auto database = Open();
-  TableCursor cursor = database->OpenTable(u"tblSpots").Scan({});
+  const Table spots = database->OpenTable(u"tblSpots");
+  TableCursor cursor = spots.Scan({});
   RowId last = 0;
   while (cursor.Next())
     last = cursor.Id();
