@@ -10,11 +10,13 @@
 #include "platform/runtime/Error.h"
 #include "platform/runtime/FileCalls.h"
 #include "platform/runtime/HostPath.h"
+#include "platform/runtime/SystemReason.h"
 
 #include <QDir>
 #include <QFileInfo>
 
 #include <algorithm>
+#include <cerrno>
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -34,7 +36,8 @@ class BackupFolder {
 
   void Make() const {
     if (!QDir().mkpath(folder_)) {
-      throw runtime::Error(u"Kan de map '%1' niet maken."_s.arg(runtime::PathText(folder_)));
+      const QString reason = runtime::SystemReason(errno);
+      throw runtime::Error(u"Kan de map '%1' niet maken: %2."_s.arg(runtime::PathText(folder_), reason));
     }
   }
 

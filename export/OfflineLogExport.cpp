@@ -2,6 +2,7 @@
 
 #include "data/ExportRecord.h"
 #include "platform/dao/Database.h"
+#include "platform/dao/FrozenDatabase.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Probe.h"
@@ -29,6 +30,8 @@ OfflineLogExport::OfflineLogExport(const QString& localDatabasePath)
 
 QString OfflineLogExport::WriteFile(const QString& folder) {
   if (content_.RowCount() == 0) return {};
+  // A log that could not be emptied afterwards is not handed out: its database must be one that may be written.
+  dao::FrozenDatabase{localDatabasePath_};
   const QString path = folder + u'\\' + ExportContent::FileName(runtime::Now());
   runtime::StagedFile file(path, content_.Bytes());
   file.SyncName();

@@ -11,6 +11,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 #include <cerrno>
 
 using namespace Qt::StringLiterals;
@@ -20,6 +21,8 @@ namespace runtime {
 StagedFile::StagedFile(const QString& pathText, const QByteArray& content)
     : pathText_(pathText), path_(HostPath(pathText)) {
   if (QFileInfo(path_).isDir()) Fail(EISDIR);
+  // A new file in its place would not ask; who took the right to write away meant the name.
+  if (::access(QFile::encodeName(path_).constData(), W_OK) != 0 && errno != ENOENT) Fail(errno);
   const QString ending = u'.' + QUuid::createUuid().toString(QUuid::Id128).left(8) + u".tmp"_s;
   temporaryText_ = pathText + ending;
   temporary_ = path_ + ending;

@@ -21,8 +21,6 @@
 #include <QPushButton>
 #include <QTest>
 
-#include <sys/stat.h>
-#include <cstdlib>
 
 using namespace Qt::StringLiterals;
 using desktop::MessageBoxScript;
@@ -280,27 +278,6 @@ TEST(frmPlanningExporteren, AFullDiskLeavesTheLogAndNoHalfFile) {
   EXPECT_EQ(boxes.Shown()[1].text, GetMsgElements(5004).text);
   EXPECT_TRUE(Exported(station).isEmpty());
   EXPECT_EQ(LogRows(station), 3);
-}
-
-// In a process of its own, since only one without the rights of root meets permissions at all.
-TEST(frmPlanningExporterenDeathTest, AFolderWithoutWritePermissionLeavesTheLog) {
-  const Station station;
-  FillLog(station);
-  ::chmod(QFile::encodeName(station.Folder()).constData(), 0755);
-  ::chmod(QFile::encodeName(station.ExportFolder()).constData(), 0555);
-  const auto exportThere = [&] {
-    testing_support::BecomeNobody();
-    Window window;
-    const MessageBoxScript boxes{kAnswerOk, kAnswerOk};
-    window.PressOk();
-    const auto& error = boxes.Shown().at(0);
-    const bool told = error.title == u"Opslaan"_s && error.text.contains(u"20240131154507.tql"_s) &&
-                      error.text.contains(u"toegang geweigerd"_s);
-    std::_Exit(told && LogRows(station) == 3 ? 0 : 1);
-  };
-  EXPECT_EXIT(exportThere(), testing::ExitedWithCode(0), "");
-  EXPECT_TRUE(Exported(station).isEmpty());
-  ::chmod(QFile::encodeName(station.ExportFolder()).constData(), 0755);
 }
 
 TEST(frmPlanningExporteren, ALocalDatabaseThatIsGoneOrGarbageIsNamed) {

@@ -1,4 +1,5 @@
 #include "platform/runtime/TextFile.h"
+#include "tests/support/FolderContent.h"
 #include "tests/support/Hindrance.h"
 #include "tests/tools/RunTool.h"
 
@@ -8,6 +9,10 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
+
+#include <sys/stat.h>
+#include <cstdio>
+#include <cstdlib>
 
 using namespace Qt::StringLiterals;
 
@@ -60,6 +65,33 @@ TEST_F(Compact, AFullDiskLeavesTheDatabaseAsItWas) {
     EXPECT_EQ(QDir(folder_.filePath(u"data"_s)).entryList({u"*.tmp"_s, u"*.bak"_s, u"*.compact.mdb"_s}), QStringList());
     EXPECT_TRUE(QDir(folder_.filePath(u"data/backup"_s)).isEmpty());
   }
+}
+
+// In a process of its own, since only one without the rights of root meets permissions at all.
+using CompactDeathTest = Compact;
+
+TEST_F(CompactDeathTest, AFileOrFolderThatMayNotBeWrittenIsLeftAsItIs) {
+  struct Case {
+    mode_t file;
+    mode_t folder;
+  };
+  const auto permit = [](const QString& path, mode_t mode) { ::chmod(QFile::encodeName(path).constData(), mode); };
+  permit(folder_.path(), 0755);
+  const QString data = folder_.filePath(u"data"_s);
+  for (const Case& may : {Case{0444, 0777}, Case{0666, 0555}, Case{0444, 0555}}) {
+    permit(Local(), may.file);
+    permit(data, may.folder);
+    const auto before = testing_support::FolderContent(data);
+    const auto compact = [&] {
+      testing_support::BecomeNobody();
+      const ToolRun run = RunTool({u"compact"_s, Local()});
+      std::fputs(run.err.c_str(), stderr);
+      std::_Exit(run.exitCode);
+    };
+    EXPECT_EXIT(compact(), testing::ExitedWithCode(kFailed), "(OvalistoLocal.mdb.*alleen-lezen|backup.*toegang geweigerd)");
+    EXPECT_TRUE(testing_support::FolderContent(data) == before);
+  }
+  permit(data, 0777);
 }
 
 TEST_F(Compact, NewFileComesBesideTheOldWhichStaysAsItIs) {

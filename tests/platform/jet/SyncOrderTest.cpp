@@ -1,0 +1,96 @@
+// The order in which a change reaches the disk. A power cut may come between any two of these steps.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "platform/jet/Error.h"
+#include "tests/platform/jet/support/FaultyFiles.h"
+#include "tests/platform/jet/support/TinyDatabase.h"
+
+namespace jet {
+namespace {
+
+using test::FaultyFiles;
+using Change = FaultyFiles::Change;
+using Steps = std::vector<std::string>;
+
+constexpr const char* kPath = "/data/station.mdb";
+constexpr const char* kJournal = "/data/station.mdb-journal";
+
+void ChangePages(FileSystem& files) {
+  Storage storage(kPath, test::TestOptions(), files);
+  WriteGuard writing(storage);
+  test::Fill(storage, 1, 10);
+  test::Fill(storage, 3, 30);
+  test::Fill(storage, 4, 40);
+  writing.Commit();
+}
+
+std::string NameOf(const Change& change) {
+  if (change.path == kPath) return "database";
+  if (change.path == kJournal) return "journal";
+  return change.path.string();
+}
+
+std::string StepOf(const Change& change) {
+  switch (change.kind) {
+    case Change::Create:
+      return "create " + NameOf(change);
+    case Change::Write:
+      return "write " + NameOf(change);
+    case Change::Truncate:
+      return "truncate " + NameOf(change);
+    case Change::Sync:
+      return "sync " + NameOf(change);
+    case Change::Remove:
+      return "remove " + NameOf(change);
+    case Change::Rename:
+      return "rename " + NameOf(change);
+    case Change::SyncFolder:
+      return "sync " + NameOf(change);
+  }
+  return {};
+}
+
+/// What the work does to the files, writes of several pages told once. The lock file holds nothing that must last.
+template <class Work>
+Steps StepsOf(MemoryFileSystem& memory, Work work) {
+  FaultyFiles files(memory);
+  std::vector<Change> changes;
+  files.Record(&changes);
+  work(files);
+  Steps steps;
+  for (const Change& change : changes) {
+    if (change.path.extension() == ".ldb") continue;
+    const std::string step = StepOf(change);
+    if (steps.empty() || steps.back() != step) steps.push_back(step);
+  }
+  return steps;
+}
+
+TEST(SyncOrder, TheFolderIsSyncedBeforeTheFirstOverwriteAndAfterTheJournalIsGone) {
+  MemoryFileSystem memory;
+  memory.Put(kPath, test::TinyDatabase({1, 2, 3}));
+  EXPECT_EQ(StepsOf(memory, ChangePages), (Steps{"create journal", "write journal", "sync journal", "sync /data",
+                                                 "write database", "sync database", "remove journal", "sync /data"}));
+}
+
+TEST(SyncOrder, ARecoveryIsSyncedBeforeTheJournalGoesAndTheFolderAfterIt) {
+  const Bytes old = test::TinyDatabase({1, 2, 3});
+  MemoryFileSystem memory;
+  memory.Put(kPath, old);
+  // Killed later and later, until it was in the midst of overwriting.
+  for (int call = 0; memory.Get(kPath) == old; ++call) {
+    memory.Put(kPath, old);
+    if (memory.Exists(kJournal)) memory.Remove(kJournal);
+    FaultyFiles files(memory);
+    files.FailAt(call, test::Fault::Dead);
+    EXPECT_THROW(ChangePages(files), Error);
+  }
+  EXPECT_EQ(StepsOf(memory, [](FileSystem& files) { test::PagesAfterReopening(files, kPath); }),
+            (Steps{"write database", "sync database", "remove journal", "sync /data"}));
+  EXPECT_EQ(memory.Get(kPath), old);
+}
+
+}  // namespace
+}  // namespace jet
