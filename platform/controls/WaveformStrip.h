@@ -74,6 +74,7 @@ class WaveformStrip : public QWidget {
  private:
   QRect WaveRect() const;
   qint64 FirstMs() const;
+  double XOfPeak(int peak) const;
   WaveformView View() const;
   void MoveMix(qint64 mix);
   void UpdateAccessible();

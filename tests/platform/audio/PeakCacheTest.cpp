@@ -65,7 +65,9 @@ TEST_F(PeakCaching, AnotherFilesWaveformUnderItsNameIsNotBelieved) {
   cache_.Store(stamp_, peaks_);
   const fs::path mine = Kept().front();
   fs::remove(mine);
-  cache_.Store(Named(1), peaks_);
+  audio::FileStamp other = stamp_;
+  other.path.back() = 'x';
+  cache_.Store(other, peaks_);
   fs::rename(Kept().front(), mine);
   EXPECT_FALSE(FindOnDisk(stamp_));
 }
