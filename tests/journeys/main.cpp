@@ -6,6 +6,7 @@
 #include "tests/journeys/Desk.h"
 #include "tests/journeys/Journey.h"
 #include "tests/journeys/Tour.h"
+#include "tests/support/OwnUserFolders.h"
 #include "tools/Commands.h"
 
 #include <QApplication>
@@ -14,7 +15,6 @@
 #include <QFont>
 #include <QFontDatabase>
 #include <QLocale>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 
 #include <iostream>
@@ -68,7 +68,7 @@ int main(int argc, char** argv) {
   UseLargeScreen(screen);
   qputenv("QT_SCALE_FACTOR", "1.5");
   qputenv("QT_LOGGING_RULES", "qt.qpa.*=false");
-  QStandardPaths::setTestModeEnabled(true);
+  const testing_support::OwnUserFolders folders;
   QLocale::setDefault(QLocale(QLocale::Dutch, QLocale::Belgium));
   QApplication application(argc, argv);
   const QString folder = QFileInfo(QString::fromLocal8Bit(argv[1])).absoluteFilePath();
