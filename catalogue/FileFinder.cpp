@@ -8,7 +8,7 @@ namespace {
 
 // A batch is told at the latest after this time, so that marks appear while a long list is still being looked through
 // and no batch is long.
-constexpr qint64 kTellEveryMs = 50;
+constexpr qint64 kTellEveryMs = 25;
 
 }  // namespace
 
