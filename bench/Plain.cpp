@@ -46,7 +46,7 @@ qint64 Plain::Number(const QByteArray& select) {
   return number;
 }
 
-double Sides::MillisecondsOf(const std::function<void()>& work) {
+double MillisecondsOf(const std::function<void()>& work) {
   QElapsedTimer timer;
   timer.start();
   work();

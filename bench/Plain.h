@@ -28,6 +28,9 @@ class Plain {
   sqlite3* connection_ = nullptr;
 };
 
+// By the clock.
+double MillisecondsOf(const std::function<void()>& work);
+
 // Times of the same work done by us and by another, in turns: what else the machine does then meets both.
 class Sides {
  public:
@@ -39,8 +42,6 @@ class Sides {
   void Print(const char* what) const;
 
  private:
-  static double MillisecondsOf(const std::function<void()>& work);
-
   std::vector<double> ours_;
   std::vector<double> beside_;
 };
