@@ -7,14 +7,11 @@
 #include <cstdlib>
 
 namespace bench {
-namespace {
 
-double Median(std::vector<double> times) {
-  std::sort(times.begin(), times.end());
-  return times[times.size() / 2];
+double Median(std::vector<double> figures) {
+  std::sort(figures.begin(), figures.end());
+  return figures[figures.size() / 2];
 }
-
-}  // namespace
 
 void Require(bool good, const char* what) {
   if (good) return;

@@ -12,6 +12,9 @@ namespace bench {
 // Ends the program when the work that was measured was done wrongly.
 void Require(bool good, const char* what);
 
+// The middle one; of at least one.
+double Median(std::vector<double> figures);
+
 // An SQLite file with the durability that ours has: rollback journal, synchronous=EXTRA, which syncs the folder too.
 class Plain {
  public:

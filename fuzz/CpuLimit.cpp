@@ -1,5 +1,7 @@
 #include "fuzz/CpuLimit.h"
 
+#ifdef SPOTROOSTER_LIBFUZZER
+
 #include <sys/time.h>
 #include <unistd.h>
 
@@ -37,3 +39,14 @@ CpuLimit::~CpuLimit() {
 }
 
 }  // namespace fuzz
+
+#else
+
+namespace fuzz {
+
+CpuLimit::CpuLimit() = default;
+CpuLimit::~CpuLimit() = default;
+
+}  // namespace fuzz
+
+#endif

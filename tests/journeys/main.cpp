@@ -6,6 +6,7 @@
 #include "tests/journeys/Desk.h"
 #include "tests/journeys/Journey.h"
 #include "tests/journeys/Tour.h"
+#include "tests/support/OwnUserFolders.h"
 #include "tools/Commands.h"
 
 #include <QApplication>
@@ -14,7 +15,6 @@
 #include <QFont>
 #include <QFontDatabase>
 #include <QLocale>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 
 #include <iostream>
@@ -44,6 +44,14 @@ void UseLargeScreen(const QTemporaryDir& folder) {
   qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + QFile::encodeName(path));
 }
 
+// The offscreen platform remarks at every window that it keeps no size hints; that would bury the tour's own lines.
+void LeaveOutSizeHints() {
+  static QtMessageHandler other = nullptr;
+  other = qInstallMessageHandler([](QtMsgType type, const QMessageLogContext& context, const QString& text) {
+    if (!text.contains(u"propagateSizeHints")) other(type, context, text);
+  });
+}
+
 int Show(QApplication& application, const QString& folder) {
   const desktop::Theme theme(application, desktop::Variant::Light);
   if (QFontDatabase::families().contains(u"Inter"_s)) QApplication::setFont(QFont(u"Inter"_s, 10));
@@ -68,8 +76,9 @@ int main(int argc, char** argv) {
   UseLargeScreen(screen);
   qputenv("QT_SCALE_FACTOR", "1.5");
   qputenv("QT_LOGGING_RULES", "qt.qpa.*=false");
-  QStandardPaths::setTestModeEnabled(true);
+  const testing_support::OwnUserFolders folders;
   QLocale::setDefault(QLocale(QLocale::Dutch, QLocale::Belgium));
+  LeaveOutSizeHints();
   QApplication application(argc, argv);
   const QString folder = QFileInfo(QString::fromLocal8Bit(argv[1])).absoluteFilePath();
   try {
