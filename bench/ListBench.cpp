@@ -1,5 +1,6 @@
 // The item-spot list with many records: the time to open it, to refill it and to search in it, beside the time that
-// SQLite alone needs for the same query over the same rows, and the time to refresh the local copy on closing.
+// SQLite alone needs for the same query over the same rows; how long the window is deaf while marks arrive; and the time
+// to refresh the local copy on closing.
 #include "bench/SpotStation.h"
 #include "catalogue/frmItemSpots.h"
 #include "data/Globals.h"

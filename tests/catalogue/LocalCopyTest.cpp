@@ -63,6 +63,17 @@ class LocalCopy : public CatalogueTestInBothModes {
     ASSERT_TRUE(QFile::rename(path, path + u".weg"_s));
   }
 
+  // Closes the item-spot list when the server has gone meanwhile; the second answer is to the question after the error.
+  void CloseWithoutServer(int answer) {
+    frmItemSpots form(nullptr);
+    Open(form);
+    LoseServer();
+    boxes_.Answer(desktop::kAnswerOk);
+    boxes_.Answer(answer);
+    Click(form, u"cmdSluiten"_s);
+    EXPECT_FALSE(form.isVisible());
+  }
+
   // The oldest first.
   QStringList Backups() const {
     const QDir folder(station_.Folder() + u"/data/backup"_s);
@@ -125,19 +136,13 @@ TEST_P(LocalCopy, FrameAndEscCloseWithTheRefreshToo) {
 }
 
 TEST_P(LocalCopy, LostServerEmptiesTheCopyAndOffersTheRowsBack) {
-  frmItemSpots form(nullptr);
-  Open(form);
-  LoseServer();
-  boxes_.Answer(desktop::kAnswerOk);
-  boxes_.Answer(desktop::kAnswerYes);
-  Click(form, u"cmdSluiten"_s);
+  CloseWithoutServer(desktop::kAnswerYes);
   ASSERT_EQ(boxes_.Shown().size(), 2u);
   EXPECT_EQ(boxes_.Shown()[0].title, u"TransItemSpotsToLocal"_s);
   EXPECT_EQ(boxes_.Shown()[0].style, 16);
   EXPECT_EQ(boxes_.Shown()[1].title, u"Items"_s);
   EXPECT_EQ(boxes_.Shown()[1].style, 36);
   EXPECT_TRUE(boxes_.Shown()[1].text.contains(u"terugzetten"_s));
-  EXPECT_FALSE(form.isVisible());
   EXPECT_EQ(Copied(u"ItemSpots"_s), QList<int>{kInCopy});
   EXPECT_FALSE(global.lastResult);
 }
@@ -165,12 +170,7 @@ TEST_P(LocalCopy, ServerThatVanishesBetweenEmptyingAndCopyOffersTheRowsBack) {
 }
 
 TEST_P(LocalCopy, LostServerLeavesTheCopyEmptyOnNo) {
-  frmItemSpots form(nullptr);
-  Open(form);
-  LoseServer();
-  boxes_.Answer(desktop::kAnswerOk);
-  boxes_.Answer(desktop::kAnswerNo);
-  Click(form, u"cmdSluiten"_s);
+  CloseWithoutServer(desktop::kAnswerNo);
   EXPECT_EQ(Copied(u"ItemSpots"_s), QList<int>());
   EXPECT_EQ(boxes_.Shown().size(), 2u);
 }
@@ -186,12 +186,7 @@ TEST_P(LocalCopy, NothingIsOfferedBackWhenNothingWasThere) {
 
 TEST_P(LocalCopy, RowsKeptFromAnEarlierRefreshAreNeverMixedIn) {
   OpenAndClose<frmItemSpots>();
-  frmItemSpots form(nullptr);
-  Open(form);
-  LoseServer();
-  boxes_.Answer(desktop::kAnswerOk);
-  boxes_.Answer(desktop::kAnswerYes);
-  Click(form, u"cmdSluiten"_s);
+  CloseWithoutServer(desktop::kAnswerYes);
   EXPECT_EQ(Copied(u"ItemSpots"_s), QList<int>{kOnServer});
 }
 
@@ -206,12 +201,7 @@ TEST_P(LocalCopy, OneBackupIsMadeBeforeAllTablesOfAList) {
 }
 
 TEST_P(LocalCopy, TheBackupStaysWhateverTheAnswer) {
-  frmItemSpots form(nullptr);
-  Open(form);
-  LoseServer();
-  boxes_.Answer(desktop::kAnswerOk);
-  boxes_.Answer(desktop::kAnswerNo);
-  Click(form, u"cmdSluiten"_s);
+  CloseWithoutServer(desktop::kAnswerNo);
   ASSERT_EQ(Backups().size(), 1);
   // Nothing is offered back any more, and nothing was lost.
   OpenAndClose<frmItemSpots>();

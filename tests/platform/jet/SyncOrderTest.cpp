@@ -33,23 +33,8 @@ std::string NameOf(const Change& change) {
 }
 
 std::string StepOf(const Change& change) {
-  switch (change.kind) {
-    case Change::Create:
-      return "create " + NameOf(change);
-    case Change::Write:
-      return "write " + NameOf(change);
-    case Change::Truncate:
-      return "truncate " + NameOf(change);
-    case Change::Sync:
-      return "sync " + NameOf(change);
-    case Change::Remove:
-      return "remove " + NameOf(change);
-    case Change::Rename:
-      return "rename " + NameOf(change);
-    case Change::SyncFolder:
-      return "sync " + NameOf(change);
-  }
-  return {};
+  constexpr const char* kVerbs[] = {"write ", "truncate ", "sync ", "create ", "remove ", "rename ", "sync "};
+  return kVerbs[change.kind] + NameOf(change);
 }
 
 /// What the work does to the files, writes of several pages told once. The lock file holds nothing that must last.
