@@ -3,8 +3,9 @@
 #include <QApplication>
 #include <QEvent>
 #include <QScreen>
-#include <QStandardPaths>
 #include <QWidget>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -14,14 +15,22 @@ bool IsOurs(const QWidget& window) {
   return window.isWindow() && window.objectName().startsWith(u"frm"_s) && window.objectName() != u"frmSplash"_s;
 }
 
+// Whole within the free area, its frame too: a screen may have gone or shrunk since, and what is off the edge cannot be
+// taken hold of.
+void BringInside(QWidget& window) {
+  const QRect free = window.screen()->availableGeometry();
+  QRect frame = window.frameGeometry();
+  frame.moveRight(std::min(frame.right(), free.right()));
+  frame.moveBottom(std::min(frame.bottom(), free.bottom()));
+  frame.moveLeft(std::max(frame.left(), free.left()));
+  frame.moveTop(std::max(frame.top(), free.top()));
+  if (frame.topLeft() != window.frameGeometry().topLeft()) window.move(frame.topLeft());
+}
+
 }  // namespace
 
 WindowPlaces::WindowPlaces(const QString& file) : places_(file, QSettings::IniFormat) {
   QApplication::instance()->installEventFilter(this);
-}
-
-QString WindowPlaces::UserFile() {
-  return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + u"/spotrooster/vensters.ini"_s;
 }
 
 bool WindowPlaces::eventFilter(QObject* watched, QEvent* event) {
@@ -38,7 +47,8 @@ bool WindowPlaces::eventFilter(QObject* watched, QEvent* event) {
 
 void WindowPlaces::Restore(QWidget& window) {
   const QByteArray place = places_.value(window.objectName()).toByteArray();
-  if (!place.isEmpty()) window.restoreGeometry(place);
+  const bool restored = !place.isEmpty() && window.restoreGeometry(place);
   const QSize free = window.screen()->availableSize();
   if (window.width() > free.width() || window.height() > free.height()) window.resize(window.size().boundedTo(free));
+  if (restored) BringInside(window);  // any other window has its place from the desktop
 }

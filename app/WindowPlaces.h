@@ -5,16 +5,14 @@
 class QWidget;
 
 // Remembers size and place of the program's windows (those named "frm..."), for each user in a file of its own. A
-// window never opens larger than the free area of its screen. Watches the whole application while it lives.
+// window never opens larger than the free area of its screen, and one that was left elsewhere comes back into it.
+// Watches the whole application while it lives.
 class WindowPlaces : public QObject {
   Q_OBJECT
 
  public:
   // `file`: host path; made when missing. Without write permission nothing is remembered, and nothing else happens.
   explicit WindowPlaces(const QString& file);
-
-  // Where this user's file lies.
-  static QString UserFile();
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

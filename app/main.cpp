@@ -1,10 +1,13 @@
+#include "app/Language.h"
 #include "app/Start.h"
 #include "app/StartOptions.h"
+#include "app/UserFile.h"
 #include "app/Version.h"
 #include "app/WindowPlaces.h"
 #include "app/frmMain.h"
 #include "data/Globals.h"
 #include "data/ProgramLock.h"
+#include "platform/desktop/FolderMemory.h"
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/Theme.h"
 #include "platform/runtime/Error.h"
@@ -12,9 +15,6 @@
 
 #include <QApplication>
 #include <QFileInfo>
-#include <QLibraryInfo>
-#include <QLocale>
-#include <QTranslator>
 
 #include <cstdio>
 
@@ -61,7 +61,8 @@ int Run(QApplication& application, const StartOptions& options) {
   global.programFolder = runtime::PathText(options.folder);
   const std::unique_ptr<ProgramLock> lock = TakeProgramLock();
   if (!lock) return kAlreadyRunning;
-  const WindowPlaces places(WindowPlaces::UserFile());
+  const WindowPlaces places(UserFile(u"vensters.ini"_s));
+  const desktop::FolderMemory folders(UserFile(u"mappen.ini"_s));
   RegisterScreens();
   const std::unique_ptr<frmMain> main = Start();
   return QApplication::exec();
@@ -75,11 +76,7 @@ int main(int argc, char** argv) {
   QApplication::setApplicationName(u"spotrooster"_s);
   QApplication::setApplicationVersion(Version());
   QApplication::setDesktopFileName(u"org.spotrooster.Spotrooster"_s);
-  QLocale::setDefault(QLocale(QLocale::Dutch, QLocale::Belgium));
-  QTranslator dutch;
-  if (dutch.load(u"qtbase_nl"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
-    QApplication::installTranslator(&dutch);
-  }
+  SpeakDutch(application);
   try {
     return Run(application,
                ParseStartOptions(QApplication::arguments().mid(1), qEnvironmentVariable("SPOTROOSTER_FOLDER"),

@@ -4,6 +4,7 @@
 #include "items/ui_frmItemsDetail.h"
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/Trapped.h"
+#include "platform/desktop/WholeText.h"
 
 #include <QShortcut>
 
@@ -19,6 +20,11 @@ frmItemsDetail::frmItemsDetail(QWidget* owner) : EditorForm(owner), ui_(std::mak
   ui_->cmdDirectory->setIcon(desktop::Icon(u"map"_s));
   ui_->cmdShowItemSpots->setIcon(desktop::Icon(u"item-spots"_s));
   ui_->cmdShowItemPingles->setIcon(desktop::Icon(u"item-pingles"_s));
+  desktop::TellWholeText(ui_->txtOpt2Directory);
+  desktop::TellWholeText(ui_->txtOpt2Voorbeeld);
+  QFont strong = ui_->lblVergrendeld->font();
+  strong.setWeight(QFont::DemiBold);
+  ui_->lblVergrendeld->setFont(strong);
   ConnectChanges();
   ConnectList();
   ConnectButtons();

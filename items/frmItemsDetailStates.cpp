@@ -34,6 +34,7 @@ void frmItemsDetail::InitListOption() {
   const bool chosen = ui_->opt1->isChecked();
   if (!chosen) ui_->lstOpt1ItemSpots->Clear();
   Open(ui_->lstOpt1ItemSpots, chosen);
+  ui_->lstOpt1ItemSpots->SetEmptyText(chosen ? u"Nog geen item-spots.\nKies ‘Toevoegen’ om te beginnen."_s : QString());
 }
 
 void frmItemsDetail::InitPatternOption() {
@@ -101,7 +102,8 @@ void frmItemsDetail::InitJingles() {
 
 void frmItemsDetail::ListChanged() {
   lengths_.Show(*ui_->lstOpt1ItemSpots);
-  ui_->lblOpt1Totaal->setText(lengths_.Total(*ui_->lstOpt1ItemSpots));
+  ui_->lblOpt1Totaal->setText(ui_->opt2->isChecked() ? u"Geen lijst bij optie 2"_s
+                                                     : lengths_.Total(*ui_->lstOpt1ItemSpots));
 }
 
 void frmItemsDetail::InitCommands() {

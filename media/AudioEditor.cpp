@@ -9,6 +9,7 @@
 #include "platform/desktop/FileDrop.h"
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/Trapped.h"
+#include "platform/desktop/WholeText.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Numbers.h"
@@ -30,12 +31,14 @@ using desktop::Trapped;
 
 AudioEditor::AudioEditor(const Words& words, QWidget* owner) : EditorForm(owner), words_(words) {
   codFile_.SetTitle(words_.chooserTitle);
+  codFile_.SetKind(words_.caption);
   codFile_.SetFilter(u"Mpeg-3 (*.MP3)|*.MP3|Wave bestanden (*.WAV) |*.WAV"_s);
 }
 
 void AudioEditor::Wire(const AudioControls& controls, QSize openingSize) {
   controls_ = controls;
   controls_.cmdPath->setIcon(desktop::Icon(u"geluid"_s));
+  desktop::TellWholeText(controls_.txtPath);
   controls_.preview->Attach(controls_.txtPath, controls_.txtLengteSec, controls_.lblLuidheid);
   connect(controls_.cmdPath, &QPushButton::clicked, this, &AudioEditor::cmdPath_Click);
   connect(controls_.cmdFillName, &QPushButton::clicked, this, &AudioEditor::cmdFillName_Click);

@@ -53,10 +53,8 @@ AudioPreview::AudioPreview(QWidget* parent)
       player_(NewPlayer(this)),
       tmrPlayer_(new QTimer(this)) {
   ui_->setupUi(this);
-  // Its line stays when it is empty: a message must not push the buttons out of a low window.
-  QSizePolicy line = ui_->lblGeluid->sizePolicy();
-  line.setRetainSizeWhenHidden(true);
-  ui_->lblGeluid->setSizePolicy(line);
+  // What stands below the buttons of the player gives its place to a message, so that nothing moves under the mouse.
+  ui_->lblGeluid->setAlignment(ui_->lblJumps->alignment());
   waveform_ = std::make_unique<WaveformFeed>(ui_->waveform);
   loudness_ = std::make_unique<LoudnessReader>();
   player_->setObjectName(u"Player"_s);
@@ -208,5 +206,7 @@ void AudioPreview::Player_Failed(const QString& message) {
 
 void AudioPreview::ShowStatus(const QString& text) {
   ui_->lblGeluid->setText(text);
+  ui_->lblGeluid->setToolTip(text);
   ui_->lblGeluid->setVisible(!text.isEmpty());
+  ui_->lblJumps->setVisible(text.isEmpty());
 }

@@ -23,7 +23,7 @@ void ValidityLine::Show(const controls::LineDetails& remark) {
 }
 
 QSize ValidityLine::sizeHint() const {
-  return {controls::kMarkSize + kGap + fontMetrics().averageCharWidth() * 24, fontMetrics().height()};
+  return {controls::kMarkSize + kGap + fontMetrics().averageCharWidth() * 24, 2 * fontMetrics().height()};
 }
 
 void ValidityLine::paintEvent(QPaintEvent*) {
@@ -34,6 +34,5 @@ void ValidityLine::paintEvent(QPaintEvent*) {
   controls::PaintMark(painter, mark, remark_.mark, tone);
   painter.setPen(remark_.wordInTone ? tone : desktop::TokensFor(palette()).hint);
   const QRect place = rect().adjusted(controls::kMarkSize + kGap, 0, 0, 0);
-  painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter,
-                   fontMetrics().elidedText(remark_.word, Qt::ElideRight, place.width()));
+  painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextWordWrap, remark_.word);
 }

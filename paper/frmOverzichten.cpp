@@ -5,6 +5,7 @@
 #include "paper/Reports.h"
 #include "paper/ui_frmOverzichten.h"
 #include "platform/desktop/FileChooser.h"
+#include "platform/desktop/FolderMemory.h"
 #include "platform/desktop/Trapped.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Clock.h"
@@ -24,13 +25,11 @@ namespace {
 
 constexpr QSize kOpeningSize(820, 620);
 constexpr qreal kPageMargin = 20;
+const QString kFolderKind = u"Overzicht"_s;
 
 }  // namespace
 
-frmOverzichten::frmOverzichten(QWidget* owner)
-    : Form(owner),
-      ui_(std::make_unique<Ui::frmOverzichten>()),
-      folder_(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)) {
+frmOverzichten::frmOverzichten(QWidget* owner) : Form(owner), ui_(std::make_unique<Ui::frmOverzichten>()) {
   ui_->setupUi(this);
   for (QRadioButton* choice : {ui_->optItemSpots, ui_->optItems, ui_->optVerlopen})
     connect(choice, &QRadioButton::toggled, this, [this](bool chosen) {
@@ -69,15 +68,22 @@ void frmOverzichten::ShowReport() {
     button->setEnabled(true);
 }
 
+QString frmOverzichten::Folder() const {
+  if (!folder_.isEmpty()) return folder_;
+  const QString before = desktop::FolderMemory::FolderOf(kFolderKind);
+  return before.isEmpty() ? QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) : before;
+}
+
 void frmOverzichten::Save(const QString& title, const QString& filter, const QString& suffix,
                           QByteArray (*bytesOf)(const Report&)) {
   const QString day = runtime::Now().date().toString(u"yyyy-MM-dd"_s);
-  const QString proposal = folder_ + u'/' + report_.title + u' ' + day + suffix;
+  const QString proposal = Folder() + u'/' + report_.title + u' ' + day + suffix;
   const QString file = desktop::ChooseSaveFile(this, title, filter, proposal);
   if (file.isEmpty()) return;
   const desktop::WaitPointer wait;
   runtime::WriteFile(file, bytesOf(report_));
   folder_ = QFileInfo(file).path();
+  desktop::FolderMemory::Chosen(kFolderKind, file);
   ui_->lblBewaard->setText(u"Bewaard: "_s + file);
 }
 

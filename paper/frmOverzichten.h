@@ -26,9 +26,11 @@ class frmOverzichten : public Form {
   void cmdSluiten_Click();
 
   void ShowReport();
+  // Host folder to save in: that of the last time, also in earlier runs.
+  QString Folder() const;
   void Save(const QString& title, const QString& filter, const QString& suffix, QByteArray (*bytesOf)(const Report&));
 
   std::unique_ptr<Ui::frmOverzichten> ui_;
   Report report_;
-  QString folder_;  // host folder of what was saved last
+  QString folder_;  // host folder of what was saved last in this window
 };

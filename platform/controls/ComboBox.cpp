@@ -1,6 +1,14 @@
 #include "platform/controls/ComboBox.h"
 
+#include <QAbstractItemView>
+#include <QHelpEvent>
+#include <QScreen>
+#include <QScrollBar>
 #include <QSignalBlocker>
+#include <QStyleOptionComboBox>
+#include <QToolTip>
+
+#include <algorithm>
 
 #include "platform/runtime/Error.h"
 
@@ -14,6 +22,26 @@ using namespace Qt::StringLiterals;
 ComboBox::ComboBox(QWidget* parent) : QComboBox(parent) {
   setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
   setMinimumContentsLength(8);
+}
+
+void ComboBox::showPopup() {
+  constexpr int kBeside = 24;  // margins of a line
+  const int longest = view()->sizeHintForColumn(0) + view()->verticalScrollBar()->sizeHint().width() + kBeside;
+  view()->setMinimumWidth(std::min(std::max(longest, width()), screen()->availableSize().width()));
+  QComboBox::showPopup();
+}
+
+bool ComboBox::event(QEvent* event) {
+  if (event->type() != QEvent::ToolTip || !IsTextCut()) return QComboBox::event(event);
+  QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), currentText(), this);
+  return true;
+}
+
+bool ComboBox::IsTextCut() const {
+  QStyleOptionComboBox option;
+  initStyleOption(&option);
+  const QRect field = style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this);
+  return fontMetrics().horizontalAdvance(currentText()) > field.width();
 }
 
 // QComboBox chooses its first entry by itself; that is undone before anyone hears of it.

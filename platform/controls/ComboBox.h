@@ -6,7 +6,8 @@
 namespace controls {
 
 // A drop-down list of text lines, each with a number of its own (ItemData). A filled one has no choice (ListIndex -1)
-// until one is set. Listen to currentIndexChanged: it fires when the choice changes, by hand or by program.
+// until one is set. Listen to currentIndexChanged: it fires when the choice changes, by hand or by program. A choice
+// that does not fit is told in full by the tool tip.
 class ComboBox : public QComboBox {
   Q_OBJECT
 
@@ -37,7 +38,14 @@ class ComboBox : public QComboBox {
   // Chooses the first line with this number; without one there is no choice. Whether there was one.
   bool SelectWhereItemData(qint64 itemData);
 
+  // The list is as wide as its longest line, where the screen allows it.
+  void showPopup() override;
+
+ protected:
+  bool event(QEvent* event) override;
+
  private:
+  bool IsTextCut() const;
   int IndexOf(qint64 itemData) const;
 };
 

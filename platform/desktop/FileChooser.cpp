@@ -2,7 +2,9 @@
 
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QScreen>
 
+#include "platform/desktop/FolderMemory.h"
 #include "platform/desktop/Owner.h"
 #include "platform/desktop/WaitPointer.h"
 
@@ -22,8 +24,12 @@ QString BothCases(const QString& patterns) {
   return all.join(u' ');
 }
 
+// Qt's own size cuts names and dates short.
+constexpr QSize kOpeningSize(860, 540);
+
 QString Answer(QFileDialog& dialog) {
   const ArrowPointer arrow;
+  dialog.resize(kOpeningSize.boundedTo(dialog.screen()->availableSize()));
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
   return dialog.selectedFiles().constFirst();
 }
@@ -41,8 +47,13 @@ QStringList NameFilters(const QString& filter) {
   return filters;
 }
 
+QString FileChooser::FirstFolder() const {
+  if (!fileName_.isEmpty()) return QFileInfo(fileName_).path();
+  return startFolder_.isEmpty() ? FolderMemory::FolderOf(kind_) : startFolder_;
+}
+
 QString FileChooser::ShowOpen(QWidget* owner) {
-  const QString folder = fileName_.isEmpty() ? startFolder_ : QFileInfo(fileName_).path();
+  const QString folder = FirstFolder();
   QString chosen;
   if (FileChooserScript* script = FileChooserScript::Active()) {
     chosen = script->Take({title_, filter_, folder});
@@ -53,7 +64,9 @@ QString FileChooser::ShowOpen(QWidget* owner) {
     if (!fileName_.isEmpty()) dialog.selectFile(fileName_);
     chosen = Answer(dialog);
   }
-  if (!chosen.isEmpty()) fileName_ = chosen;
+  if (chosen.isEmpty()) return fileName_;
+  fileName_ = chosen;
+  FolderMemory::Chosen(kind_, chosen);
   return fileName_;
 }
 

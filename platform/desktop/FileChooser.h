@@ -15,17 +15,22 @@ class FileChooser {
   void SetTitle(const QString& title) { title_ = title; }
   // "description|pattern|description|pattern"; several patterns of one description are separated by ';'.
   void SetFilter(const QString& filter) { filter_ = filter; }
-  // Where the dialog opens while nothing has been chosen yet.
+  // Where the dialog opens while nothing has been chosen yet. Without one it opens where files of its kind were chosen
+  // last, also in earlier runs (FolderMemory).
   void SetStartFolder(const QString& folder) { startFolder_ = folder; }
+  void SetKind(const QString& kind) { kind_ = kind; }
 
   // Shows the dialog modally and returns FileName(): the new choice, or after a cancel the one before (empty at first).
   QString ShowOpen(QWidget* owner);
   QString FileName() const { return fileName_; }
 
  private:
+  QString FirstFolder() const;
+
   QString title_;
   QString filter_;
   QString startFolder_;
+  QString kind_;
   QString fileName_;
 };
 

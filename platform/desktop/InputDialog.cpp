@@ -41,6 +41,7 @@ InputDialog::InputDialog(QWidget* owner, const QString& prompt, const QString& t
   column->addWidget(label);
   column->addWidget(line_);
   column->addSpacing(8);
+  column->addStretch();
   column->addLayout(buttons);
   line_->setFocus();
 }

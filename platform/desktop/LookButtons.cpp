@@ -177,7 +177,7 @@ void RadioMark(QPainter& painter, const QStyleOption& option) {
 }
 
 void LabelFocus(QPainter& painter, const QStyleOption& option) {
-  const QRectF rect = QRectF(option.rect).adjusted(-4, -2, 4, 2);
+  const QRectF rect = QRectF(option.rect).adjusted(-3, -2, 4, 2);
   Panel(painter, rect, kRadius, QColor(), TokensFor(option.palette).accent, 1.5);
 }
 

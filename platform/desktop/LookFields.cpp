@@ -42,6 +42,14 @@ void ComboPanel(QPainter& painter, const QStyleOptionComboBox& option, const QWi
   Chevron(painter, place, arrow);
 }
 
+QStyleOptionComboBox Elided(QStyleOptionComboBox option, int width) {
+  constexpr int kBeside = 2;  // left and right of the text together
+  constexpr int kAfterIcon = 4;
+  const int icon = option.currentIcon.isNull() ? 0 : option.iconSize.width() + kAfterIcon;
+  option.currentText = option.fontMetrics.elidedText(option.currentText, Qt::ElideRight, width - icon - kBeside);
+  return option;
+}
+
 // No arrows: the groove is all there is.
 QRect ScrollBarPart(const QStyleOptionSlider& option, QStyle::SubControl part, int shortest) {
   const bool lying = option.orientation == Qt::Horizontal;

@@ -38,6 +38,8 @@ void LabelFocus(QPainter& painter, const QStyleOption& option);
 // Fields.
 void FieldPanel(QPainter& painter, const QStyleOption& option, const QWidget* widget);
 void ComboPanel(QPainter& painter, const QStyleOptionComboBox& option, const QWidget* widget);
+// The same combo with a text that fits into that width: Qt itself cuts it anywhere.
+QStyleOptionComboBox Elided(QStyleOptionComboBox option, int width);
 void ScrollBar(QPainter& painter, const QStyleOptionSlider& option, const QWidget* widget, const QStyle& style);
 QRect ScrollBarPart(const QStyleOptionSlider& option, QStyle::SubControl part, int shortest);
 void ProgressGroove(QPainter& painter, const QStyleOptionProgressBar& option);

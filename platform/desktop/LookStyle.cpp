@@ -142,6 +142,13 @@ void LookStyle::drawControl(ControlElement element, const QStyleOption* option, 
     if (element == CE_ProgressBarGroove) return look::ProgressGroove(*painter, *bar);
     if (element == CE_ProgressBarContents) return look::ProgressContents(*painter, *bar, widget);
   }
+  if (const auto* combo = qstyleoption_cast<const QStyleOptionComboBox*>(option)) {
+    if (element == CE_ComboBoxLabel) {
+      const QRect field = subControlRect(CC_ComboBox, combo, SC_ComboBoxEditField, widget);
+      const QStyleOptionComboBox fitting = look::Elided(*combo, field.width());
+      return QProxyStyle::drawControl(element, &fitting, painter, widget);
+    }
+  }
   if (element == CE_MenuBarEmptyArea) return painter->fillRect(option->rect, option->palette.window());
   if (element == CE_ToolBar) {
     painter->fillRect(option->rect, option->palette.window());

@@ -2,7 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include "catalogue/frmItemSpots.h"
+#include "export/frmRadioDetail.h"
+#include "tests/support/Station.h"
+
 #include <QScreen>
+#include <QSettings>
 #include <QTemporaryDir>
 #include <QWidget>
 
@@ -19,7 +24,72 @@ std::unique_ptr<QWidget> Shown(const QString& name, QSize size) {
   return window;
 }
 
+// Windows of the program, left somewhere by their user and opened again by the next run.
+class WindowsLeft : public ::testing::Test {
+ protected:
+  template <class Window>
+  std::unique_ptr<Window> Opened() const {
+    auto window = std::make_unique<Window>(nullptr);
+    window->Form_Load();
+    window->show();
+    return window;
+  }
+  template <class Window>
+  QRect Left(QPoint at) const {
+    const WindowPlaces places(file_);
+    const auto window = Opened<Window>();
+    window->resize(kLeft);
+    window->move(at);
+    window->hide();
+    return window->frameGeometry();
+  }
+  template <class Window>
+  void ExpectInside() const {
+    const WindowPlaces places(file_);
+    const auto window = Opened<Window>();
+    const QRect free = window->screen()->availableGeometry();
+    EXPECT_TRUE(free.contains(window->frameGeometry()))
+        << window->objectName().toStdString() << " at " << window->x() << ", " << window->y();
+    EXPECT_EQ(window->size(), kLeft);
+  }
+  // As if the window had stood on the fourth screen: its number follows the magic number, the version and two
+  // rectangles.
+  void MoveToScreenThatIsGone(const QString& window) const {
+    constexpr qsizetype kScreenNumber = 4 + 2 + 2 + 16 + 16;
+    QSettings places(file_, QSettings::IniFormat);
+    QByteArray place = places.value(window).toByteArray();
+    place.replace(kScreenNumber, 4, QByteArray("\0\0\0\3", 4));
+    places.setValue(window, place);
+  }
+
+  static constexpr QSize kLeft{640, 480};
+  const testing_support::Station station_;
+  const QTemporaryDir folder_;
+  const QString file_ = folder_.filePath(u"vensters.ini"_s);
+};
+
 }  // namespace
+
+TEST_F(WindowsLeft, ComeBackWhereTheyStood) {
+  const QRect left = Left<frmItemSpots>(QPoint(40, 60));
+  const WindowPlaces places(file_);
+  EXPECT_EQ(Opened<frmItemSpots>()->frameGeometry(), left);
+}
+
+TEST_F(WindowsLeft, BeyondAnEdgeComeBackIntoTheScreen) {
+  for (const QPoint at : {QPoint(5000, 4000), QPoint(-5000, 100), QPoint(600, 700), QPoint(-200, -150)}) {
+    Left<frmItemSpots>(at);
+    ExpectInside<frmItemSpots>();
+    Left<frmRadioDetail>(at);
+    ExpectInside<frmRadioDetail>();
+  }
+}
+
+TEST_F(WindowsLeft, OnAScreenThatIsGoneComeBackIntoOneThatIsThere) {
+  Left<frmItemSpots>(QPoint(3900, 300));
+  MoveToScreenThatIsGone(u"frmItemSpots"_s);
+  ExpectInside<frmItemSpots>();
+}
 
 TEST(WindowPlaces, AWindowOpensAsItWasLeft) {
   const QTemporaryDir folder;

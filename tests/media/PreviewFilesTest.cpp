@@ -11,6 +11,9 @@
 #include <QDir>
 #include <QFile>
 #include <QLabel>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTimer>
 
@@ -207,6 +210,27 @@ TEST(PreviewDevice, SilentPlaybackIsToldOnTheStatusLine) {
   EXPECT_EQ(line.text(), u"Geen geluidskaart: het afspelen is stil."_s);
   EXPECT_TRUE(line.isVisible());
   EXPECT_TRUE(boxes.Shown().empty());
+}
+
+TEST(PreviewDevice, AStatusMovesNothingInTheWindow) {
+  EditorDesk desk;
+  desk.output.SetStatus("Geen geluidskaart: het afspelen is stil.");
+  desk.AddSpot(1, u"A"_s, desk.Wav(u"a.wav"_s, 30'000));
+  const auto editor = desk.OpenSpot(u"1"_s);
+  const auto& area = Child<QScrollArea>(*editor, u"scrInhoud"_s);
+  const auto placeOf = [&](const QString& name) {
+    return Child<QPushButton>(*editor, name).mapTo(editor.get(), QPoint(0, 0));
+  };
+  const QPoint play = placeOf(u"cmdPlay"_s);
+  const QPoint mix = placeOf(u"cmdMix"_s);
+  const int range = area.verticalScrollBar()->maximum();
+  QSignalSpy status(&Player(*editor), &audio::AudioPlayer::statusChanged);
+  Click(*editor, u"cmdPlay"_s);
+  ASSERT_TRUE(status.count() > 0 || status.wait());
+  QCoreApplication::processEvents();
+  EXPECT_EQ(placeOf(u"cmdPlay"_s), play);
+  EXPECT_EQ(placeOf(u"cmdMix"_s), mix);
+  EXPECT_EQ(area.verticalScrollBar()->maximum(), range);
 }
 
 TEST(PreviewDevice, MetersShowWhatIsPlayed) {

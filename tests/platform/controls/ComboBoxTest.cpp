@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractItemView>
+#include <QHelpEvent>
 #include <QSignalSpy>
 #include <QTest>
+#include <QToolTip>
 
 #include "platform/runtime/Error.h"
 
@@ -91,6 +94,36 @@ TEST_F(Choice, AChoiceLostInRefillingFires) {
   EXPECT_EQ(changed.count(), 1);
   combo.Refill({{u"Nog nieuwer"_s, 2}});
   EXPECT_EQ(changed.count(), 1);
+}
+
+// A choice too long for the combo, and one that is not.
+class LongChoice : public Choice {
+ protected:
+  LongChoice() {
+    combo.AddItem(longText, 10);
+    combo.resize(120, combo.sizeHint().height());
+    combo.show();
+  }
+  QString Tip() {
+    QHelpEvent event(QEvent::ToolTip, QPoint(5, 5), combo.mapToGlobal(QPoint(5, 5)));
+    QCoreApplication::sendEvent(&combo, &event);
+    return QToolTip::text();
+  }
+
+  const QString longText = u"Opener avond, versie met koor en pauken voor de feestdagen"_s;
+};
+
+TEST_F(LongChoice, IsToldInFullByTheToolTip) {
+  combo.SetListIndex(0);
+  EXPECT_EQ(Tip(), QString());
+  combo.SetListIndex(3);
+  EXPECT_EQ(Tip(), longText);
+}
+
+TEST_F(LongChoice, HasAListWideEnoughForIt) {
+  combo.showPopup();
+  EXPECT_GE(combo.view()->viewport()->width(), combo.fontMetrics().horizontalAdvance(longText));
+  combo.hidePopup();
 }
 
 }  // namespace

@@ -9,12 +9,15 @@
 #include <QTemporaryDir>
 #include <QTimer>
 
+#include "platform/desktop/FolderMemory.h"
+
 namespace {
 
 using namespace Qt::StringLiterals;
 using desktop::ChooseFolder;
 using desktop::FileChooser;
 using desktop::FileChooserScript;
+using desktop::FolderMemory;
 
 const QString kFilter = u"Mpeg-3 (*.MP3)|*.MP3|Wave bestanden (*.WAV) |*.WAV"_s;
 
@@ -71,6 +74,81 @@ TEST(FileChooser, TheRealDialogGivesTheFileThatWasPicked) {
     if (dialog->isVisible()) dialog->reject();
   });
   EXPECT_EQ(chooser.ShowOpen(nullptr), path);
+}
+
+// Two runs of the program, one after the other.
+class ChooserFolders : public ::testing::Test {
+ protected:
+  QString Begin(const QString& kind, const QString& startFolder = {}) const {
+    const FolderMemory memory(folder_.filePath(u"mappen.ini"_s));
+    FileChooserScript script;
+    FileChooser chooser;
+    chooser.SetKind(kind);
+    chooser.SetStartFolder(startFolder);
+    chooser.ShowOpen(nullptr);
+    return script.Shown().front().startFolder;
+  }
+  void Choose(const QString& kind, const QString& path) const {
+    const FolderMemory memory(folder_.filePath(u"mappen.ini"_s));
+    FileChooserScript script;
+    script.Choose(path);
+    FileChooser chooser;
+    chooser.SetKind(kind);
+    chooser.ShowOpen(nullptr);
+  }
+  QString Made(const QString& name) const {
+    QDir(folder_.path()).mkdir(name);
+    return folder_.filePath(name);
+  }
+
+  const QTemporaryDir folder_;
+};
+
+TEST_F(ChooserFolders, ARunBeginsWhereTheOneBeforeChose) {
+  const QString spots = Made(u"spots"_s);
+  Choose(u"Item-spot"_s, spots + u"/een.mp3"_s);
+  EXPECT_EQ(Begin(u"Item-spot"_s), spots);
+}
+
+TEST_F(ChooserFolders, EachKindHasItsOwn) {
+  Choose(u"Item-spot"_s, Made(u"spots"_s) + u"/een.mp3"_s);
+  Choose(u"Item-pingle"_s, Made(u"jingles"_s) + u"/een.wav"_s);
+  EXPECT_EQ(Begin(u"Item-spot"_s), folder_.filePath(u"spots"_s));
+  EXPECT_EQ(Begin(u"Item-pingle"_s), folder_.filePath(u"jingles"_s));
+  EXPECT_EQ(Begin(u"Overzicht"_s), QString());
+}
+
+TEST_F(ChooserFolders, AFolderThatTheFormTellsGoesFirst) {
+  Choose(u"Item-spot"_s, Made(u"spots"_s) + u"/een.mp3"_s);
+  EXPECT_EQ(Begin(u"Item-spot"_s, u"/van/het/record"_s), u"/van/het/record"_s);
+}
+
+TEST_F(ChooserFolders, ACancelAndAFolderThatIsGoneCountForNothing) {
+  const QString spots = Made(u"spots"_s);
+  Choose(u"Item-spot"_s, spots + u"/een.mp3"_s);
+  Choose(u"Item-spot"_s, QString());
+  EXPECT_EQ(Begin(u"Item-spot"_s), spots);
+  QDir(folder_.path()).rmdir(u"spots"_s);
+  EXPECT_EQ(Begin(u"Item-spot"_s), QString());
+}
+
+TEST_F(ChooserFolders, TheRealDialogOpensThere) {
+  const QString spots = Made(u"spots"_s);
+  Choose(u"Item-spot"_s, spots + u"/een.mp3"_s);
+  const FolderMemory memory(folder_.filePath(u"mappen.ini"_s));
+  FileChooser chooser;
+  chooser.SetKind(u"Item-spot"_s);
+  QString opened;
+  QTimer look;  // again and again: the folder is looked for first
+  QObject::connect(&look, &QTimer::timeout, [&opened] {
+    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    if (dialog == nullptr) return;
+    opened = dialog->directory().path();
+    dialog->reject();
+  });
+  look.start(0);
+  chooser.ShowOpen(nullptr);
+  EXPECT_EQ(opened, spots);
 }
 
 TEST(ChooseFolder, GivesTheChoiceAndOnCancelTheStartFolder) {

@@ -203,4 +203,22 @@ TEST_F(Look, AProgressBarFillsItsShare) {
   EXPECT_EQ(image.pixelColor(image.width() * 3 / 4, y), Tokens().line);
 }
 
+// A combo painted with a text, as wide as if that were short.
+QImage PaintedCombo(const QString& text) {
+  QComboBox combo;
+  combo.addItem(text);
+  combo.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  combo.setMinimumContentsLength(8);
+  return Painted(combo, 1);
+}
+
+TEST_F(Look, AChoiceThatDoesNotFitEndsInAnEllipsis) {
+  const QString text = u"Opener avond, versie met koor en pauken voor de feestdagen"_s;
+  const QImage cut = PaintedCombo(text);
+  bool ellipsis = false;
+  for (qsizetype length = 1; length < text.size() && !ellipsis; ++length)
+    ellipsis = cut == PaintedCombo(text.left(length) + QChar(0x2026));
+  EXPECT_TRUE(ellipsis);
+}
+
 }  // namespace

@@ -1,0 +1,7 @@
+#pragma once
+
+class QApplication;
+
+// The program speaks Dutch whatever the desktop speaks: dates and numbers, and the texts that Qt itself brings, as far
+// as its translations are installed.
+void SpeakDutch(QApplication& application);

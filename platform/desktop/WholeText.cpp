@@ -1,0 +1,15 @@
+#include "platform/desktop/WholeText.h"
+
+#include <QLineEdit>
+
+namespace desktop {
+
+void TellWholeText(QLineEdit* field) {
+  const auto tell = [field, own = field->toolTip()](const QString& text) {
+    field->setToolTip(text.isEmpty() ? own : text);
+  };
+  QObject::connect(field, &QLineEdit::textChanged, field, tell);
+  tell(field->text());
+}
+
+}  // namespace desktop

@@ -1,0 +1,11 @@
+#pragma once
+
+class QLineEdit;
+
+namespace desktop {
+
+// Tells the text of a field that may be too short for it, such as a path, as its tool tip too. The field's own tool tip
+// comes back while it is empty.
+void TellWholeText(QLineEdit* field);
+
+}  // namespace desktop

@@ -1,0 +1,193 @@
+// Takes a picture of every window on the demonstration station, in the states that a designer wants to see.
+#include "app/Start.h"
+#include "app/frmMain.h"
+#include "catalogue/frmItemPingles.h"
+#include "catalogue/frmItemSpots.h"
+#include "catalogue/frmItems.h"
+#include "data/Catalogue.h"
+#include "data/Globals.h"
+#include "items/frmItemsDetail.h"
+#include "media/frmItemPinglesDetail.h"
+#include "media/frmItemSpotsDetail.h"
+#include "platform/controls/ComboBox.h"
+#include "platform/controls/DateCombo.h"
+#include "platform/controls/ListBox.h"
+#include "platform/dao/Database.h"
+#include "platform/desktop/FileChooser.h"
+#include "platform/desktop/MessageBox.h"
+#include "platform/runtime/Clock.h"
+#include "platform/runtime/Error.h"
+#include "platform/runtime/HostPath.h"
+#include "tests/journeys/Journey.h"
+#include "tests/journeys/Stage.h"
+#include "tests/windows/Album.h"
+#include "tests/windows/Windows.h"
+#include "tools/Commands.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QComboBox>
+#include <QDir>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QTest>
+#include <QTimer>
+
+#include <iostream>
+
+using namespace Qt::StringLiterals;
+using windows::Album;
+
+namespace {
+
+constexpr windows::Records kRecords{1, 9, 7, 3};
+constexpr qint32 kLockedItem = 4;
+constexpr qint32 kLongItem = 5;
+constexpr qint32 kLongPattern = 10;
+constexpr qint32 kLongSpot = 33;
+constexpr qint32 kLostSpot = 6;
+constexpr int kPatience = 30000;  // ms, for what is counted in the background
+const QString kLongName =
+    u"Coöperatieve vereniging voor plattelandstoerisme ‘Het Wielmeerse Land’ - vijfentwintigste lenteweekend met fiets, boot en boerenmarkt"_s;
+
+template <class Control>
+Control& In(QWidget& window, const QString& name) {
+  auto* control = window.findChild<Control*>(name);
+  if (control == nullptr) throw runtime::Error(u"geen %1"_s.arg(name));
+  return *control;
+}
+
+void Change(const QString& statement) {
+  dao::OpenDatabase(CurrentCatalogue().databasePath).Execute(statement);
+}
+
+// What a station has after some years: names as long as people make them, a locked item.
+void MakeExtremes() {
+  Change(u"UPDATE tblItems SET Locked = -1 WHERE ID = %1"_s.arg(kLockedItem));
+  Change(u"UPDATE tblItems SET Naam = \"%1\" WHERE ID = %2"_s.arg(kLongName).arg(kLongItem));
+  Change(
+      u"UPDATE tblItems SET Opt2Directory = \"D:\\audio\\Blokken\\Een map met een erg lange naam\\en nog "
+      u"een\\daaronder\","
+      " Opt2VastNaamGedeelte = \"weersverwachting-kust-en-polders-\" WHERE ID = %1"_s.arg(kLongPattern));
+  Change(u"UPDATE tblItemSpots SET Naam = \"%1\" WHERE ID = %2"_s.arg(kLongName).arg(kLongSpot));
+  Change(
+      u"UPDATE tblItemPingles SET Naam = \"Opener avond, versie met koor en pauken voor de feestdagen\" WHERE ID = 2"_s);
+}
+
+std::unique_ptr<frmMain> StartedMain() {
+  auto main = std::make_unique<frmMain>();
+  QTimer::singleShot(200, qApp, [] {
+    QWidget* station = QApplication::activeModalWidget();
+    In<controls::ComboBox>(*station, u"cboRadio"_s).SetListIndex(0);
+    In<QAbstractButton>(*station, u"cmdOk"_s).click();
+  });
+  main->Form_Load();
+  return main;
+}
+
+void TakeMain(const Album& album) {
+  const std::unique_ptr<frmMain> main = StartedMain();
+  MakeExtremes();
+  album.Take(u"main"_s, *main, [&] {
+    const QLabel& last = In<QLabel>(*main, u"lblAantalZonderBestand"_s);
+    if (!QTest::qWaitFor([&] { return last.text() != u"–"_s; }, kPatience)) throw runtime::Error(u"niets geteld"_s);
+  });
+  main->show();
+  album.TakeOpened(u"main-menu"_s, [&] { In<QMenu>(*main, u"mnuOverzichten"_s).exec(QPoint(100, 100)); });
+}
+
+template <class Shown>
+void TakeForm(const Album& album, const QString& name, const QString& selected,
+              const std::function<void(QWidget&)>& prepare = {}) {
+  global.gstrSelectedID = selected;
+  Shown form(nullptr);
+  form.Form_Load();
+  album.Take(name, form, [&] {
+    if (prepare) prepare(form);
+  });
+}
+
+template <class List>
+void TakeList(const Album& album, const QString& name, const QString& inactive, const QString& searched) {
+  TakeForm<List>(album, name, {}, [&](QWidget& form) {
+    In<QAbstractButton>(form, inactive).click();
+    In<QLineEdit>(form, u"txtZoek"_s).setText(searched);
+  });
+}
+
+void TakeStates(const Album& album) {
+  TakeList<frmItems>(album, u"items-alle"_s, u"chkNietAktieve"_s, {});
+  TakeList<frmItemSpots>(album, u"itemSpots-alle"_s, u"chkNietAktieve"_s, {});
+  TakeList<frmItemSpots>(album, u"itemSpots-niets"_s, u"chkAktieve"_s, {});
+  TakeList<frmItemSpots>(album, u"itemSpots-zoek"_s, u"chkNietAktieve"_s, u"kerst"_s);
+  TakeForm<frmItemsDetail>(album, u"item-vergrendeld"_s, QString::number(kLockedItem));
+  TakeForm<frmItemsDetail>(album, u"item-lang"_s, QString::number(kLongItem));
+  TakeForm<frmItemsDetail>(album, u"item-patroon-lang"_s, QString::number(kLongPattern));
+  TakeForm<frmItemsDetail>(album, u"item-nieuw"_s, QString::fromUtf16(kNewRecord));
+  TakeForm<frmItemSpotsDetail>(album, u"itemSpot-nieuw"_s, QString::fromUtf16(kNewRecord));
+  TakeForm<frmItemSpotsDetail>(album, u"itemSpot-lang"_s, QString::number(kLongSpot), [](QWidget& form) {
+    In<QAbstractButton>(form, u"cmdPlay"_s).click();
+    QTest::qWait(1500);
+    In<QAbstractButton>(form, u"cmdSTOP"_s).click();
+  });
+  const desktop::MessageBoxScript boxes;
+  TakeForm<frmItemSpotsDetail>(album, u"itemSpot-zonder-bestand"_s, QString::number(kLostSpot));
+}
+
+void TakeOthers(const Album& album) {
+  album.TakeOpened(u"fout"_s, [] {
+    desktop::ShowMessageBox(nullptr,
+                            u"De tabel ‘tblItemSpots’ kan niet worden bijgewerkt: het bestand "
+                            "\\\\studio\\ovalisto\\data\\OvalistoServer3.mdb is niet bereikbaar."_s,
+                            16, u"Update_tblItemSpots"_s);
+  });
+  album.TakeOpened(u"bestand-kiezen"_s, [] {
+    desktop::FileChooser chooser;
+    chooser.SetTitle(u"Selecteer audiofile ..."_s);
+    chooser.SetFilter(u"Audiobestanden (*.mp3;*.wav)|*.mp3;*.wav"_s);
+    chooser.SetStartFolder(runtime::HostPath(u"D:\\audio\\Spots"_s));
+    chooser.ShowOpen(nullptr);
+  });
+  controls::DateCombo date;
+  date.SetDate(QDate(2025, 3, 11));
+  date.show();
+  album.TakeOpened(u"kalender"_s, [&] {
+    date.OpenCalendar();
+    QTest::qWait(1500);
+  });
+}
+
+void TakeAll(const QString& folder) {
+  QDir().mkpath(folder);
+  MakeStation(folder + u"/zender"_s);
+  global.programFolder = runtime::PathText(folder + u"/zender"_s);
+  RegisterScreens();
+  const Album album(folder);
+  TakeMain(album);
+  for (const windows::Opening& opening : windows::All(kRecords)) {
+    if (opening.name != u"main"_s) album.Take(opening.name, opening.open().Widget());
+  }
+  TakeStates(album);
+  TakeOthers(album);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const std::optional<StageOptions> options = ParseStageOptions(argc, argv);
+  if (!options) {
+    std::cerr << "window_pictures " << kStageUsage << "    maakt van elk venster een beeld in MAP\n";
+    return kWrongUse;
+  }
+  const Stage stage(argc, argv, *options);
+  // Always the same moment, so that two runs can be compared.
+  const runtime::ClockScope clock([] { return QDateTime(QDate(2025, 3, 11), QTime(14, 32, 7)); });
+  try {
+    TakeAll(options->folder);
+    return kDone;
+  } catch (const runtime::Error& error) {
+    std::cerr << "window_pictures: " << error.what() << '\n';
+    return kFailed;
+  }
+}
