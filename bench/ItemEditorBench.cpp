@@ -1,15 +1,12 @@
 // The item editor with many item-spots in one item: opening it, moving lines, saving it. Beside the opening: SQLite
 // looking up as many names by key, one prepared statement each. usage: ItemEditorBench [SPOTS [FOLDER]]
-#include "data/DatabasePaths.h"
+#include "bench/EmptyStation.h"
 #include "data/Globals.h"
-#include "data/Schema.h"
 #include "items/frmItemsDetail.h"
 #include "platform/controls/ListBox.h"
 #include "platform/dao/Database.h"
-#include "platform/runtime/HostPath.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QElapsedTimer>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -36,14 +33,7 @@ void Execute(const QString& statement) {
 
 // One item that lists `spots` different item-spots, made by doubling.
 void MakeStation(const QString& folder, int spots) {
-  runtime::SetDrives({});
-  QDir(folder).mkdir(u"data"_s);
-  global.programFolder = runtime::PathText(folder);
-  global.databasePath = runtime::PathText(folder);
-  global.online = true;
-  FormDatabasePaths();
-  schema::CreateLocalDatabase(global.localDatabasePath);
-  schema::CreateServerDatabase(global.serverDatabasePath);
+  bench::MakeEmptyStation(folder);
   Execute(u"INSERT INTO tblItems (ID, Naam, ItemSpotsOptID, Aktief, Locked) VALUES (1, \"Groot blok\", 1, 1, 0)"_s);
   Execute(u"INSERT INTO tblItemSpots (ID, Naam, LengteSec, Aktief) VALUES (1, \"Bakkerij Van Damme\", 30, 1)"_s);
   Execute(u"INSERT INTO tblItemsItemSpots (ItemID, ItemSpotOrder, ItemSpotID) VALUES (1, 1, 1)"_s);

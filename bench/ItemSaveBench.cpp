@@ -1,15 +1,12 @@
 // Saving an item with many spots: each link is a statement of its own, and durable, beside as many single durable
 // inserts into SQLite on the same disk (rollback journal, synchronous=EXTRA). usage: ItemSaveBench [FOLDER] (default:
 // here)
-#include "data/DatabasePaths.h"
+#include "bench/EmptyStation.h"
 #include "data/Globals.h"
-#include "data/Schema.h"
 #include "data/Writes.h"
 #include "platform/dao/Database.h"
-#include "platform/runtime/HostPath.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QElapsedTimer>
 #include <QTemporaryDir>
 
@@ -27,16 +24,6 @@ constexpr int kSpots = 1000;
 [[noreturn]] void Fail(const char* what) {
   std::fprintf(stderr, "wrong: %s\n", what);
   std::exit(1);
-}
-
-void MakeStation(const QString& folder) {
-  runtime::SetDrives({});
-  QDir(folder).mkdir(u"data"_s);
-  global.programFolder = runtime::PathText(folder);
-  global.databasePath = runtime::PathText(folder);
-  global.online = true;
-  FormDatabasePaths();
-  schema::CreateServerDatabase(global.serverDatabasePath);
 }
 
 // The writes of one save, in their order.
@@ -83,7 +70,7 @@ int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   const QApplication application(argc, argv);
   const QTemporaryDir folder(QString::fromLocal8Bit(argc > 1 ? argv[1] : ".") + u"/save-bench-XXXXXX");
-  MakeStation(folder.path());
+  bench::MakeEmptyStation(folder.path());
   const qint64 ours = SaveItemMs();
   dao::Database database = dao::OpenDatabase(global.serverDatabasePath);
   if (database.OpenRecordset(u"SELECT ItemID FROM tblItemsItemSpots"_s).RecordCount() != kSpots) Fail("row count");

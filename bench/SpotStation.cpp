@@ -1,12 +1,8 @@
 #include "bench/SpotStation.h"
 
-#include "data/DatabasePaths.h"
+#include "bench/EmptyStation.h"
 #include "data/Globals.h"
-#include "data/Schema.h"
 #include "platform/dao/Storage.h"
-#include "platform/runtime/HostPath.h"
-
-#include <QDir>
 
 using namespace Qt::StringLiterals;
 
@@ -21,14 +17,7 @@ QString NameOf(int number) {
 }  // namespace
 
 SpotStation::SpotStation(int rows) {
-  QDir(folder_.path()).mkdir(u"data"_s);
-  runtime::SetDrives({});
-  global.programFolder = global.databasePath = runtime::PathText(folder_.path());
-  FormDatabasePaths();
-  schema::CreateLocalDatabase(global.localDatabasePath);
-  schema::CreateServerDatabase(global.serverDatabasePath);
-  schema::CreateWorkDatabase(global.workDatabasePath);
-  global.online = true;
+  MakeEmptyStation(folder_.path());
   for (int row = 1; row <= rows; ++row)
     spots_.push_back({NameOf(row), row});
   FillServer();

@@ -4,6 +4,7 @@
 #include <QMetaObject>
 #include <QObject>
 
+#include <chrono>
 #include <condition_variable>
 #include <mutex>
 #include <thread>

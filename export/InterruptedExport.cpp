@@ -12,6 +12,8 @@
 
 #include <QCryptographicHash>
 
+#include <optional>
+
 using namespace Qt::StringLiterals;
 using runtime::Presence;
 

@@ -4,12 +4,14 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdio>
 #include <cstring>
 #include <deque>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <mutex>
+#include <system_error>
 #include <vector>
 
 #include "platform/audio/SourceFile.h"

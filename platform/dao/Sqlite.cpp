@@ -1,6 +1,7 @@
 #include "platform/dao/Sqlite.h"
 
 #include <cstring>
+#include <span>
 
 #include "platform/jet/TextOrder.h"
 

@@ -5,7 +5,6 @@
 #include <fstream>
 #include <limits>
 
-#include "platform/audio/Error.h"
 #include "platform/audio/Loudness.h"
 #include "platform/audio/PeakCache.h"
 #include "platform/audio/Peaks.h"
