@@ -10,6 +10,8 @@
 #include "platform/runtime/Probe.h"
 #include "platform/runtime/TextFile.h"
 
+#include <optional>
+
 using namespace Qt::StringLiterals;
 using runtime::Presence;
 

@@ -11,6 +11,7 @@
 #include <QTextTable>
 
 #include <algorithm>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 

@@ -2,6 +2,8 @@
 
 #include <QPainter>
 
+#include <algorithm>
+
 #include "platform/desktop/Tokens.h"
 
 namespace controls {

@@ -1,5 +1,4 @@
 // Every window, shown, walked for those who use the keyboard or a screen reader.
-#include "data/Catalogue.h"
 #include "data/Globals.h"
 #include "platform/audio/Synth.h"
 #include "platform/runtime/HostPath.h"
