@@ -30,8 +30,11 @@ QFont NumberFont(QFont font) {
 
 }  // namespace
 
-TodayPanel::TodayPanel(QWidget* parent) : QGroupBox(parent), ui_(std::make_unique<Ui::TodayPanel>()) {
+TodayPanel::TodayPanel(QWidget* parent)
+    : QGroupBox(parent), ui_(std::make_unique<Ui::TodayPanel>()), survey_(std::make_unique<SpotSurvey>()) {
   ui_->setupUi(this);
+  connect(survey_.get(), &SpotSurvey::changed, this, &TodayPanel::ShowCounts);
+  connect(survey_.get(), &SpotSurvey::finished, this, &TodayPanel::ShowCounts);
   InitRows();
   ShowCounts();
   ShowNotExported(std::nullopt);
@@ -57,15 +60,12 @@ void TodayPanel::InitRows() {
 }
 
 void TodayPanel::Count() {
-  survey_ = std::make_unique<SpotSurvey>();
-  connect(survey_.get(), &SpotSurvey::changed, this, &TodayPanel::ShowCounts);
-  connect(survey_.get(), &SpotSurvey::finished, this, &TodayPanel::ShowCounts);
-  survey_->Start(SpotSurvey::Reading::InSlices);
+  survey_->Start();
 }
 
 // Which files are missing is known only once all were looked for.
 void TodayPanel::ShowCounts() {
-  const bool read = survey_ && survey_->IsRead();
+  const bool read = survey_->IsRead();
   const bool finished = read && survey_->IsFinished();
   const auto count = [&](SpotView view, bool known) {
     return known ? std::optional(CountIn(view, survey_->Counts())) : std::nullopt;

@@ -1,141 +1,181 @@
-// The length of sound files, beside the tools that people ask for it: time and error of each. The reference is a full
-// decode. Every tool runs as a process of its own, ours too; the time within a program that links the library stands
-// beside it.
+// The exact length of sound files, beside the tools that people ask for it.
+// First the time for a spot of 30 seconds and for an hour, ours also within a program that links the library. Then more
+// than a thousand MP3 files of every kind and some WAV: how often each tool is wrong by more than a millisecond, held
+// against what went into the files. Fails when ours is. usage: AudioLengthBench
 #include <algorithm>
-#include <chrono>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <iterator>
-#include <optional>
+#include <map>
 #include <string>
 #include <vector>
 
-#include "platform/audio/Decoder.h"
+#include "bench/LengthFiles.h"
+#include "bench/LengthTools.h"
+#include "bench/Plain.h"
 #include "platform/audio/Measure.h"
 #include "platform/audio/Synth.h"
 
 namespace {
 
 namespace fs = std::filesystem;
+using bench::LengthFile;
+using bench::LengthTool;
+using bench::Median;
+using bench::MillisecondsOf;
+
 constexpr int kRuns = 5;
-constexpr double kLongMs = 2000;  // what takes longer is run once
+// Ours is told in whole milliseconds.
+constexpr double kAllowedMs = 1;
 
-double MedianMs(const std::function<void()>& work) {
-  std::vector<double> times;
-  for (int run = 0; run < kRuns && (times.empty() || times.back() < kLongMs); ++run) {
-    const auto begin = std::chrono::steady_clock::now();
-    work();
-    times.push_back(std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin).count());
-  }
-  std::sort(times.begin(), times.end());
-  return times[times.size() / 2];
-}
+// --- time
 
-// The number that a command prints.
-std::optional<double> NumberFrom(const std::string& command) {
-  FILE* pipe = popen((command + " 2>/dev/null").c_str(), "r");
-  if (pipe == nullptr) return std::nullopt;
-  char line[256] = "";
-  const bool read = fgets(line, sizeof line, pipe) != nullptr;
-  while (fgetc(pipe) != EOF)
-    continue;
-  pclose(pipe);
-  char* end = line;
-  const double number = std::strtod(line, &end);
-  return read && end != line && number > 0 ? std::optional(number) : std::nullopt;
-}
-
-struct Tool {
+struct Timed {
+  LengthFile file;
   std::string name;
-  std::string program;
-  std::function<std::string(const std::string& file)> command;
-  double msPerUnit;
 };
 
-std::vector<Tool> Tools(const std::string& self) {
-  const auto with = [](const std::string& head, const std::string& tail) {
-    return [=](const std::string& file) { return head + " '" + file + "'" + tail; };
-  };
-  return {{"this program", self, with("'" + self + "' --measure", ""), 1},
-          {"mpg123 (decodes)", "mpg123", with("mpg123 -q -s", " | wc -c"), 1000.0 / (44100 * 4)},
-          {"ffprobe", "ffprobe", with("ffprobe -v error -show_entries format=duration -of csv=p=0", ""), 1000},
-          {"soxi", "soxi", with("soxi -D", ""), 1000},
-          {"mediainfo", "mediainfo", with("mediainfo '--Inform=General;%Duration%'", ""), 1}};
-}
-
-bool IsInstalled(const std::string& program) {
-  return std::system(("command -v '" + program + "' >/dev/null 2>&1").c_str()) == 0;
-}
-
-double FullDecodeMs(const std::string& file) {
-  const auto decoder = audio::OpenDecoder(file);
-  std::vector<float> block(8192 * static_cast<std::size_t>(decoder->Channels()));
-  std::size_t frames = 0;
-  while (const std::size_t got = decoder->Read(block.data(), 8192))
-    frames += got;
-  return static_cast<double>(frames) * 1000 / decoder->SampleRate();
-}
-
-std::string Bytes(const std::string& file) {
-  std::ifstream in(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), {}};
-}
-
-std::string Write(const std::string& file, const std::string& bytes) {
-  std::ofstream(file, std::ios::binary | std::ios::trunc) << bytes;
-  return file;
-}
-
-std::string Tone(const std::string& file, double seconds, bool variable) {
+LengthFile Tone(const fs::path& path, bool variable) {
+  constexpr int kRate = 44100;
+  constexpr double kSeconds = 30.04;
   audio::ToneOptions options;
-  options.seconds = seconds;
+  options.seconds = kSeconds;
   options.variableBitRate = variable;
-  audio::WriteToneFile(file, options);
-  return file;
+  audio::WriteToneFile(path.string(), options);
+  return {path, "", kRate, 2, {std::llround(kSeconds * kRate)}};
 }
 
-// Without its first frame, which holds the length header: from the next two bytes of sync and version on.
-std::string WithoutHeader(const std::string& bytes) {
-  const std::size_t next = bytes.find(bytes.substr(0, 2), 64);
-  return bytes.substr(std::min(next, bytes.size()));
-}
-
-std::vector<std::string> MakeFiles(const fs::path& folder) {
-  const auto at = [&](const char* name) { return (folder / name).string(); };
-  std::vector<std::string> files = {Tone(at("spot.wav"), 30.04, false), Tone(at("spot-constant.mp3"), 30.04, false),
-                                    Tone(at("spot-variable.mp3"), 30.04, true)};
-  const std::string variable = Bytes(files[2]);
-  const std::string bare = WithoutHeader(variable);
-  files.push_back(Write(at("spot-variable-no-header.mp3"), bare));
-  files.push_back(Write(at("spot-cut-old-header.mp3"), variable.substr(0, variable.size() / 2)));
-  std::string hour;
+std::vector<Timed> SpotsAndAnHour(const fs::path& folder) {
+  std::vector<Timed> files{{Tone(folder / "spot.wav", false), "WAV, 30 s"},
+                           {Tone(folder / "constant.mp3", false), "MP3, constant bit rate, 30 s"},
+                           {Tone(folder / "variable.mp3", true), "MP3, variable bit rate, 30 s"}};
+  std::ifstream in(files[1].file.path, std::ios::binary);
+  const std::string spot{std::istreambuf_iterator<char>(in), {}};
+  const fs::path hour = folder / "hour.mp3";
+  std::ofstream out(hour, std::ios::binary);
   for (int i = 0; i < 120; ++i)
-    hour += bare;
-  files.push_back(Write(at("hour-variable-no-header.mp3"), hour));
+    out << spot;
+  files.push_back({{hour, "", 44100, 2, {}}, "MP3, an hour"});
   return files;
 }
 
-void Compare(const std::string& file, const std::vector<Tool>& tools) {
-  const double reference = FullDecodeMs(file);
-  std::printf("\n%s, %.1f s\n", fs::path(file).filename().c_str(), reference / 1000);
-  const double inside = MedianMs([&] { audio::MeasureMs(file); });
-  std::printf("  %-22s %9.2f ms   error %10.1f ms\n", "audio::MeasureMs", inside, audio::MeasureMs(file) - reference);
-  double own = 0;
-  for (const Tool& tool : tools) {
-    std::optional<double> told;
-    const double time = MedianMs([&] { told = NumberFrom(tool.command(file)); });
-    if (own == 0) own = time;
-    if (told) {
-      std::printf("  %-22s %9.2f ms   error %10.1f ms   %6.1f x\n", tool.name.c_str(), time,
-                  *told * tool.msPerUnit - reference, time / own);
-    } else {
-      std::printf("  %-22s tells nothing\n", tool.name.c_str());
-    }
+void CompareTimes(const fs::path& folder, const std::vector<LengthTool>& tools) {
+  std::printf("time in ms, median of %d runs\n%-30s%10s", kRuns, "", "library");
+  for (const LengthTool& tool : tools)
+    std::printf("%10s", tool.name.c_str());
+  for (const Timed& timed : SpotsAndAnHour(folder)) {
+    const auto median = [](const auto& work) {
+      std::vector<double> times;
+      for (int run = 0; run < kRuns; ++run)
+        times.push_back(MillisecondsOf(work));
+      return Median(times);
+    };
+    std::printf("\n%-30s%10.2f", timed.name.c_str(), median([&] { audio::MeasureMs(timed.file.path.string()); }));
+    for (const LengthTool& tool : tools)
+      std::printf("%10.2f", median([&] { tool.MsOf(timed.file); }));
   }
+  std::printf("\n\n");
+}
+
+// --- exactness
+
+// How one tool did on one kind of file.
+struct Score {
+  int wrong = 0;
+  int silent = 0;
+  double worstMs = 0;
+};
+
+// The distance to the nearest length that is right.
+double ErrorMs(const LengthFile& file, double told) {
+  double least = HUGE_VAL;
+  for (const std::int64_t samples : file.samples)
+    least = std::min(least, std::abs(told - 1000.0 * static_cast<double>(samples) / file.sampleRate));
+  return least;
+}
+
+class Scores {
+ public:
+  explicit Scores(const std::vector<LengthTool>& tools) : tools_(tools), times_(tools.size()) {}
+
+  void Take(const LengthFile& file) {
+    std::vector<Score>& scores = kinds_.try_emplace(file.kind, tools_.size()).first->second;
+    ++files_[file.kind];
+    for (std::size_t i = 0; i < tools_.size(); ++i) {
+      std::optional<double> told;
+      times_[i].push_back(MillisecondsOf([&] { told = tools_[i].MsOf(file); }));
+      const double error = told ? ErrorMs(file, *told) : 0;
+      scores[i].silent += told ? 0 : 1;
+      scores[i].wrong += error > kAllowedMs ? 1 : 0;
+      scores[i].worstMs = std::max(scores[i].worstMs, error);
+      if (i == 0 && (!told || error > kAllowedMs)) Blame(file, told.value_or(0));
+    }
+    fs::remove(file.path);
+  }
+
+  bool AreOursRight() const { return oursWrong_ == 0; }
+
+  void Print() const {
+    std::printf("\n%-34s%6s", "wrong by over 1 ms, or silent", "files");
+    for (const LengthTool& tool : tools_)
+      std::printf("%10s", tool.name.c_str());
+    std::vector<Score> sums(tools_.size());
+    for (const auto& [kind, scores] : kinds_) {
+      PrintLine(kind, files_.at(kind), scores);
+      for (std::size_t i = 0; i < sums.size(); ++i) {
+        sums[i].wrong += scores[i].wrong;
+        sums[i].silent += scores[i].silent;
+        sums[i].worstMs = std::max(sums[i].worstMs, scores[i].worstMs);
+      }
+    }
+    int all = 0;
+    for (const auto& [kind, count] : files_)
+      all += count;
+    PrintLine("all", all, sums);
+    std::printf("\n%-40s", "largest error, ms");
+    for (const Score& sum : sums)
+      std::printf("%10.1f", sum.worstMs);
+    std::printf("\n%-40s", "time a file as a process, median, ms");
+    for (const auto& times : times_)
+      std::printf("%10.2f", Median(times));
+    std::printf("\n");
+  }
+
+ private:
+  void Blame(const LengthFile& file, double told) {
+    ++oursWrong_;
+    std::printf("wrong: %s, %d Hz, %d channels: %.0f ms, not %.2f\n", file.kind.c_str(), file.sampleRate, file.channels,
+                told, 1000.0 * static_cast<double>(file.samples.front()) / file.sampleRate);
+  }
+
+  static void PrintLine(const std::string& kind, int files, const std::vector<Score>& scores) {
+    std::printf("\n%-34s%6d", kind.c_str(), files);
+    for (const Score& score : scores)
+      std::printf("%10d", score.wrong + score.silent);
+  }
+
+  const std::vector<LengthTool>& tools_;
+  std::map<std::string, std::vector<Score>> kinds_;
+  std::map<std::string, int> files_;
+  std::vector<std::vector<double>> times_;
+  int oursWrong_ = 0;
+};
+
+bool CompareLengths(const fs::path& folder, const std::vector<LengthTool>& tools) {
+  Scores mp3(tools);
+  const int made = bench::MakeMp3Files(folder, [&](const LengthFile& file) { mp3.Take(file); });
+  std::printf("%d MP3 files", made);
+  mp3.Print();
+  std::vector<LengthTool> readers = tools;
+  std::erase_if(readers, [](const LengthTool& tool) { return tool.name == "mpg123"; });
+  Scores wav(readers);
+  std::printf("\n%d WAV files", bench::MakeWavFiles(folder, [&](const LengthFile& file) { wav.Take(file); }));
+  wav.Print();
+  return mp3.AreOursRight() && wav.AreOursRight();
 }
 
 }  // namespace
@@ -145,14 +185,13 @@ int main(int count, char** arguments) {
     std::printf("%d\n", audio::MeasureMs(arguments[2]));
     return 0;
   }
-  std::string name = (fs::temp_directory_path() / "audio-bench-XXXXXX").string();
-  if (mkdtemp(name.data()) == nullptr) return 1;
-  std::vector<Tool> tools;
-  for (const Tool& tool : Tools(fs::read_symlink("/proc/self/exe").string())) {
-    if (IsInstalled(tool.program)) tools.push_back(tool);
-  }
-  std::printf("Length of sound files: median of %d runs; the last column is the ratio to this program\n", kRuns);
-  for (const std::string& file : MakeFiles(name))
-    Compare(file, tools);
+  std::string name = (fs::temp_directory_path() / "length-bench-XXXXXX").string();
+  bench::Require(mkdtemp(name.data()) != nullptr, "a temporary folder");
+  const std::vector<LengthTool> tools = bench::InstalledTools();
+  CompareTimes(name, tools);
+  const bool lame = std::system("command -v lame >/dev/null 2>&1") == 0;
+  if (!lame) std::printf("no lame here: exactness is not measured\n");
+  const bool right = !lame || CompareLengths(name, tools);
   fs::remove_all(name);
+  bench::Require(right, "a length of ours");
 }

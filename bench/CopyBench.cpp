@@ -45,7 +45,7 @@ void FillServer(const QString& path, int rows) {
                                          spot.name.toStdU16String(),
                                          std::int64_t{spot.length},
                                          none,
-                                         std::int64_t{spot.length * 900},
+                                         std::int64_t{spot.length} * 900,
                                          spot.day,
                                          none,
                                          spot.day + 30,

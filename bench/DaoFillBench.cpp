@@ -38,6 +38,7 @@ QString RandomName(std::mt19937& random) {
 std::vector<QString> RandomNames() {
   std::mt19937 random(7);
   std::vector<QString> names;
+  names.reserve(kRows);
   for (int i = 0; i < kRows; ++i)
     names.push_back(RandomName(random));
   return names;

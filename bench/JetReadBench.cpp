@@ -101,7 +101,7 @@ int Make(const std::string& path, std::size_t rows) {
 
 // In another process: what it takes would be counted for the programs that are started from here.
 std::string MakeFile(const std::string& self, const std::filesystem::path& folder, std::size_t rows) {
-  const std::string path = folder / (std::to_string(rows) + ".mdb");
+  std::string path = folder / (std::to_string(rows) + ".mdb");
   bench::RunChild({self, "make", path, std::to_string(rows)});
   Require(std::filesystem::exists(path), "no file was made");
   return path;

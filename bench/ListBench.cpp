@@ -1,7 +1,6 @@
 // The item-spot list with many records: the time to open it, to refill it and to search in it, beside the time that
 // SQLite alone needs for the same query over the same rows, and the time to refresh the local copy on closing.
 #include "bench/SpotStation.h"
-#include "catalogue/SpotSurvey.h"
 #include "catalogue/frmItemSpots.h"
 #include "data/Globals.h"
 #include "data/Writes.h"
@@ -97,6 +96,29 @@ void Print(const char* what, double ms, double plainMs) {
   std::printf("\n");
 }
 
+// By the clock: the longest that the window is deaf while marks are read and drawn, and when the last of them stands.
+void BenchMarks(frmItemSpots& form) {
+  const auto& list = *form.findChild<controls::ListBox*>(u"lstOverzicht"_s);
+  const auto areThere = [&] {
+    for (int line = 0; line < list.ListCount(); ++line)
+      if (list.Details(line).mark == controls::LineMark::None) return false;
+    return true;
+  };
+  form.Form_Load();
+  QCoreApplication::sendPostedEvents();
+  QElapsedTimer all;
+  all.start();
+  double longest = 0;
+  do {
+    QElapsedTimer turn;
+    turn.start();
+    QCoreApplication::processEvents();  // never waits
+    longest = std::max(longest, static_cast<double>(turn.nsecsElapsed()) / 1e6);
+  } while (!areThere());
+  Print("marks: longest turn of the event loop", longest, 0);
+  Print("marks: until all stand", static_cast<double>(all.elapsed()), 0);
+}
+
 void BenchList(PlainSqlite& plain) {
   const double plainMs = MedianMs([&] { plain.Query(); });
   Print("SQLite alone: the list's query", plainMs, 0);
@@ -109,11 +131,7 @@ void BenchList(PlainSqlite& plain) {
         plainMs);
   auto* inactive = form.findChild<QCheckBox*>(u"chkNietAktieve"_s);
   Print("refill by a check box", MedianMs([&] { inactive->toggle(); }), plainMs);
-  Print("marks of all lines, read in slices meanwhile", MedianMs([&] {
-          SpotSurvey survey;
-          survey.Start(SpotSurvey::Reading::AtOnce);
-        }),
-        plainMs);
+  BenchMarks(form);
   auto* search = form.findChild<QLineEdit*>(u"txtZoek"_s);
   for (const QString& text : {u"b"_s, u"bakkerij"_s, u"99"_s, u"zzz"_s, QString()}) {
     const double ms = MedianMs([&] {

@@ -7,14 +7,11 @@
 #include <cstdlib>
 
 namespace bench {
-namespace {
 
-double Median(std::vector<double> times) {
-  std::sort(times.begin(), times.end());
-  return times[times.size() / 2];
+double Median(std::vector<double> figures) {
+  std::sort(figures.begin(), figures.end());
+  return figures[figures.size() / 2];
 }
-
-}  // namespace
 
 void Require(bool good, const char* what) {
   if (good) return;
@@ -46,7 +43,7 @@ qint64 Plain::Number(const QByteArray& select) {
   return number;
 }
 
-double Sides::MillisecondsOf(const std::function<void()>& work) {
+double MillisecondsOf(const std::function<void()>& work) {
   QElapsedTimer timer;
   timer.start();
   work();

@@ -12,6 +12,9 @@ namespace bench {
 // Ends the program when the work that was measured was done wrongly.
 void Require(bool good, const char* what);
 
+// The middle one; of at least one.
+double Median(std::vector<double> figures);
+
 // An SQLite file with the durability that ours has: rollback journal, synchronous=EXTRA, which syncs the folder too.
 class Plain {
  public:
@@ -28,6 +31,9 @@ class Plain {
   sqlite3* connection_ = nullptr;
 };
 
+// By the clock.
+double MillisecondsOf(const std::function<void()>& work);
+
 // Times of the same work done by us and by another, in turns: what else the machine does then meets both.
 class Sides {
  public:
@@ -39,8 +45,6 @@ class Sides {
   void Print(const char* what) const;
 
  private:
-  static double MillisecondsOf(const std::function<void()>& work);
-
   std::vector<double> ours_;
   std::vector<double> beside_;
 };

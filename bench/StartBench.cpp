@@ -14,12 +14,12 @@
 #include <QStandardPaths>
 
 #include <sys/prctl.h>
-#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <vector>
 
 using namespace Qt::StringLiterals;
+using bench::Median;
 using bench::Require;
 using bench::XWindows;
 
@@ -27,11 +27,6 @@ namespace {
 
 constexpr int kRounds = 5;
 constexpr int kEndMs = 10000;
-
-double Median(std::vector<double> times) {
-  std::sort(times.begin(), times.end());
-  return times[times.size() / 2];
-}
 
 // It ends with us, also when we end early.
 void EndWithUs(QProcess& process) {

@@ -1,10 +1,10 @@
 #pragma once
+#include "catalogue/Errands.h"
 #include "platform/runtime/Probe.h"
 
 #include <QString>
 
 #include <functional>
-#include <memory>
 #include <vector>
 
 class QObject;
@@ -25,14 +25,13 @@ class FileFinder {
   using Tell = std::function<void(const std::vector<Found>& found, bool last)>;
 
   // The receiver must outlive the finder.
-  FileFinder(std::vector<Wanted> wanted, QObject* receiver, Tell tell);
-  ~FileFinder();
-  FileFinder(const FileFinder&) = delete;
-  FileFinder& operator=(const FileFinder&) = delete;
+  FileFinder(QObject* receiver, Tell tell);
+
+  // Instead of those looked for before, whose remaining answers are not told.
+  void Look(std::vector<Wanted> wanted);
+  void CallOff();
 
  private:
-  struct Shared;
-  static void Look(const std::shared_ptr<Shared>& shared, const std::vector<Wanted>& wanted);
-
-  std::shared_ptr<Shared> shared_;
+  Tell tell_;
+  Errands errands_;
 };

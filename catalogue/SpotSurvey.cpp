@@ -1,18 +1,20 @@
 #include "catalogue/SpotSurvey.h"
 
-#include "catalogue/FileFinder.h"
 #include "data/Catalogue.h"
 #include "data/SpotFacts.h"
 #include "platform/dao/Database.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Error.h"
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
-// Rows read between two turns of the event loop: a few milliseconds' work.
-constexpr int kSlice = 2000;
+// Rows taken over between two turns of the event loop: with the marks that a list makes of them a few milliseconds'
+// work.
+constexpr std::size_t kSlice = 500;
 
 QString Query(const QString& table) {
   QString fields;
@@ -24,26 +26,78 @@ QString Query(const QString& table) {
 
 }  // namespace
 
-SpotSurvey::SpotSurvey(QObject* parent) : QObject(parent) {
-  connect(&slices_, &QTimer::timeout, this, &SpotSurvey::ReadSlice);
+SpotSurvey::SpotSurvey(QObject* parent)
+    : QObject(parent),
+      reading_(this),
+      finder_(this, [this](const std::vector<FileFinder::Found>& found, bool last) { TakeFiles(found, last); }) {
+  connect(&slices_, &QTimer::timeout, this, &SpotSurvey::TakeSlice);
 }
 
-SpotSurvey::~SpotSurvey() = default;
-
-void SpotSurvey::Start(Reading reading) {
-  finder_.reset();
+void SpotSurvey::Start(std::chrono::milliseconds patience) {
+  finder_.CallOff();
   slices_.stop();
   spots_.clear();
   counts_ = SpotCounts();
-  rows_ = dao::Recordset();
-  opened_ = read_ = finished_ = false;
+  rows_.clear();
+  files_.clear();
+  taken_ = 0;
+  read_ = finished_ = false;
   now_ = runtime::Now();
-  if (reading == Reading::InSlices) {
-    slices_.start(0);
-    return;
+  const Catalogue catalogue = CurrentCatalogue();
+  reading_.Send([this, path = catalogue.databasePath, table = catalogue.itemSpots](const Errands::Errand& errand) {
+    if (!errand.IsWanted()) return;
+    errand.Tell([this, rows = ReadRows(path, table)]() mutable { TakeRows(std::move(rows)); });
+  });
+  if (patience.count() == 0) return;
+  reading_.GiveTime(patience);
+  if (slices_.isActive()) TakeSlice();
+}
+
+std::optional<std::vector<SpotSurvey::Row>> SpotSurvey::ReadRows(const QString& databasePath, const QString& table) {
+  try {
+    // To read only: the catalogue's users are the windows.
+    dao::Recordset found = dao::OpenDatabase(databasePath, {{}, true}).OpenRecordset(Query(table));
+    std::vector<Row> rows;
+    rows.reserve(static_cast<std::size_t>(found.RecordCount()));
+    for (; !found.Eof(); found.MoveNext())
+      rows.push_back({found.Field(0).toLongLong(), FactsOf(found)});
+    return rows;
+  } catch (const runtime::Error&) {
+    // Whoever wanted the told list has been told already; marks are an extra.
+    return std::nullopt;
   }
-  while (!read_ && !finished_)
-    ReadSlice();
+}
+
+void SpotSurvey::TakeRows(std::optional<std::vector<Row>> rows) {
+  if (!rows) return Finish();
+  rows_ = *std::move(rows);
+  spots_.reserve(static_cast<qsizetype>(rows_.size()));
+  slices_.start(0);
+}
+
+void SpotSurvey::TakeSlice() {
+  QList<qint64> ids;
+  for (; taken_ < rows_.size() && ids.size() < static_cast<qsizetype>(kSlice); ++taken_) {
+    ids += rows_[taken_].id;
+    TakeRow(std::move(rows_[taken_]));
+  }
+  read_ = taken_ == rows_.size();
+  if (read_) slices_.stop();
+  if (!ids.isEmpty()) Q_EMIT changed(ids);
+  if (!read_) return;
+  rows_.clear();
+  finder_.Look(std::exchange(files_, {}));
+}
+
+void SpotSurvey::TakeRow(Row row) {
+  if (spots_.contains(row.id)) return;  // a local copy may hold an ID twice
+  Spot spot{std::move(row.facts), {}};
+  const auto seen = lastSeen_.constFind(spot.facts.path);
+  if (seen != lastSeen_.constEnd()) spot.facts.file = *seen;
+  spot.state = StateOf(spot.facts, now_);
+  counts_.Add(spot.state);
+  if (!spot.facts.path.isEmpty()) files_.push_back({row.id, spot.facts.path});
+  spots_.insert(row.id, std::move(spot));
 }
 
 const SpotSurvey::Spot* SpotSurvey::Find(qint64 id) const {
@@ -51,69 +105,17 @@ const SpotSurvey::Spot* SpotSurvey::Find(qint64 id) const {
   return spot == spots_.constEnd() ? nullptr : &*spot;
 }
 
-void SpotSurvey::Open() {
-  const Catalogue catalogue = CurrentCatalogue();
-  dao::Database database = dao::OpenDatabase(catalogue.databasePath);
-  rows_ = database.OpenRecordset(Query(catalogue.itemSpots));
-  spots_.reserve(rows_.RecordCount());
-  opened_ = true;
-}
-
-void SpotSurvey::ReadSlice() {
+void SpotSurvey::TakeFiles(const std::vector<FileFinder::Found>& found, bool last) {
   QList<qint64> ids;
-  try {
-    if (!opened_) Open();
-    while (!rows_.Eof() && ids.size() < kSlice)
-      ids += ReadRow();
-  } catch (const runtime::Error&) {
-    // Whoever wanted the told list has been told already; marks are an extra.
-    slices_.stop();
-    finished_ = true;
-    Q_EMIT finished();
-    return;
+  for (const FileFinder::Found& file : found) {
+    if (TakeFile(file.id, file.presence)) ids += file.id;
   }
-  read_ = rows_.Eof();
   if (!ids.isEmpty()) Q_EMIT changed(ids);
-  if (!read_) return;
-  slices_.stop();
-  rows_ = dao::Recordset();
-  LookForFiles();
-}
-
-qint64 SpotSurvey::ReadRow() {
-  const qint64 id = rows_.Field(u"ID"_s).toLongLong();
-  Spot spot;
-  spot.facts = FactsOf(rows_);
-  const auto seen = lastSeen_.constFind(spot.facts.path);
-  if (seen != lastSeen_.constEnd()) spot.facts.file = *seen;
-  spot.state = StateOf(spot.facts, now_);
-  rows_.MoveNext();
-  if (!spots_.contains(id)) counts_.Add(spot.state);
-  spots_.insert(id, std::move(spot));
-  return id;
-}
-
-void SpotSurvey::LookForFiles() {
-  std::vector<FileFinder::Wanted> wanted;
-  wanted.reserve(static_cast<std::size_t>(spots_.size()));
-  for (auto spot = spots_.constBegin(); spot != spots_.constEnd(); ++spot) {
-    if (!spot->facts.path.isEmpty()) wanted.push_back({spot.key(), spot->facts.path});
-  }
-  finder_ = std::make_unique<FileFinder>(std::move(wanted), this,
-                                         [this](const std::vector<FileFinder::Found>& found, bool last) {
-                                           QList<qint64> ids;
-                                           for (const FileFinder::Found& file : found) {
-                                             if (Take(file.id, file.presence)) ids += file.id;
-                                           }
-                                           if (!ids.isEmpty()) Q_EMIT changed(ids);
-                                           if (!last) return;
-                                           finished_ = true;
-                                           Q_EMIT finished();
-                                         });
+  if (last) Finish();
 }
 
 // Whether anything that is shown differs now.
-bool SpotSurvey::Take(qint64 id, runtime::Presence presence) {
+bool SpotSurvey::TakeFile(qint64 id, runtime::Presence presence) {
   const auto spot = spots_.find(id);
   if (spot == spots_.end()) return false;
   spot->facts.file = presence;
@@ -126,4 +128,9 @@ bool SpotSurvey::Take(qint64 id, runtime::Presence presence) {
     spot->state = state;
   }
   return !same || presence == runtime::Presence::NotReachable;
+}
+
+void SpotSurvey::Finish() {
+  finished_ = true;
+  Q_EMIT finished();
 }

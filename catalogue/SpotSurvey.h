@@ -1,20 +1,20 @@
 #pragma once
+#include "catalogue/Errands.h"
+#include "catalogue/FileFinder.h"
 #include "data/SpotState.h"
-#include "platform/dao/Recordset.h"
 
 #include <QHash>
 #include <QList>
 #include <QObject>
 #include <QTimer>
 
-#include <memory>
+#include <chrono>
+#include <optional>
 #include <vector>
 
-class FileFinder;
-
-// The state of every item-spot of the present catalogue, for marks and counts beside the told lists. It reads with a
-// query of its own, in slices so that windows stay alive, and has the audio files looked up in the background. It never
-// shows an error: what cannot be read has no state. User-interface thread only.
+// The state of every item-spot of the present catalogue, for marks and counts beside the told lists. A query of its own
+// and the look at the audio files run in threads of their own; what they find is taken over in slices, so that windows
+// stay alive. It never shows an error: what cannot be read has no state. User-interface thread only.
 class SpotSurvey : public QObject {
   Q_OBJECT
 
@@ -23,14 +23,12 @@ class SpotSurvey : public QObject {
     SpotFacts facts;
     SpotState state = SpotState::Loopt;
   };
-  enum class Reading { AtOnce, InSlices };
 
   explicit SpotSurvey(QObject* parent = nullptr);
-  ~SpotSurvey() override;
 
-  // Begins anew. AtOnce: everything but the files is known on return; for these what was seen before counts until they
-  // were looked at again.
-  void Start(Reading reading);
+  // Begins anew, whatever was under way. With patience it waits so long for the rows of a small catalogue: what is
+  // known by then stands in the first picture. Until a file was looked at again, what was seen of it before counts.
+  void Start(std::chrono::milliseconds patience = {});
 
   // All rows were read (their files perhaps not yet looked at).
   bool IsRead() const { return read_; }
@@ -47,20 +45,30 @@ class SpotSurvey : public QObject {
   void finished();
 
  private:
-  void Open();
-  void ReadSlice();
-  qint64 ReadRow();
-  void LookForFiles();
-  bool Take(qint64 id, runtime::Presence presence);
+  struct Row {
+    qint64 id = 0;
+    SpotFacts facts;
+  };
+  // Nothing when the catalogue cannot be read. For any thread.
+  static std::optional<std::vector<Row>> ReadRows(const QString& databasePath, const QString& table);
+
+  void TakeRows(std::optional<std::vector<Row>> rows);
+  void TakeSlice();
+  void TakeRow(Row row);
+  void TakeFiles(const std::vector<FileFinder::Found>& found, bool last);
+  bool TakeFile(qint64 id, runtime::Presence presence);
+  void Finish();
 
   QHash<qint64, Spot> spots_;
   QHash<QString, runtime::Presence> lastSeen_;  // by path: what counts until a file was looked at again
   SpotCounts counts_;
   QDateTime now_;
-  dao::Recordset rows_;
-  bool opened_ = false;
+  std::vector<Row> rows_;  // read, and taken over up to taken_
+  std::size_t taken_ = 0;
+  std::vector<FileFinder::Wanted> files_;
   bool read_ = false;
   bool finished_ = false;
   QTimer slices_;
-  std::unique_ptr<FileFinder> finder_;
+  Errands reading_;
+  FileFinder finder_;
 };

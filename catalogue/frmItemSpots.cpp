@@ -12,8 +12,9 @@ using desktop::Trapped;
 
 namespace {
 
-// Up to here the marks stand before the list is painted; a longer list is shown first.
-constexpr int kMarkedAtOnce = 2000;
+// Up to here the list's first picture waits for its marks a moment that nobody sees; a longer list is shown first.
+constexpr int kMarkedAtOnce = 500;
+constexpr std::chrono::milliseconds kPatience{8};
 
 }  // namespace
 
@@ -57,10 +58,13 @@ void frmItemSpots::Form_Unload() {
 
 void frmItemSpots::Refilled() {
   FindLines();
-  survey_->Start(List().ListCount() <= kMarkedAtOnce ? SpotSurvey::Reading::AtOnce : SpotSurvey::Reading::InSlices);
+  if (ChosenView() != SpotView::Alle) List().Refilter();
+  survey_->Start(List().ListCount() <= kMarkedAtOnce ? kPatience : std::chrono::milliseconds{});
 }
 
 void frmItemSpots::FindLines() {
+  states_.assign(static_cast<std::size_t>(List().ListCount()), std::nullopt);
+  counts_ = SpotCounts();
   lines_.clear();
   lines_.reserve(List().ListCount());
   for (int line = 0; line < List().ListCount(); ++line)
@@ -72,10 +76,18 @@ void frmItemSpots::SurveyChanged(const QList<qint64>& ids) {
     const auto line = lines_.constFind(id);
     if (line == lines_.constEnd()) continue;
     const SpotSurvey::Spot* spot = survey_->Find(id);
+    NoteState(*line, spot->state);
     List().SetDetails(*line, DetailsOf(spot->facts, spot->state));
   }
   if (ChosenView() != SpotView::Alle) List().Refilter();
   ShowCount();
+}
+
+void frmItemSpots::NoteState(int line, SpotState state) {
+  std::optional<SpotState>& noted = states_[static_cast<std::size_t>(line)];
+  if (noted) counts_.Remove(*noted);
+  noted = state;
+  counts_.Add(state);
 }
 
 void frmItemSpots::ShowOnly(SpotView view) {
@@ -100,18 +112,14 @@ SpotView frmItemSpots::ChosenView() const {
 }
 
 bool frmItemSpots::IsInView(int line) const {
-  const SpotSurvey::Spot* spot = survey_->Find(List().ItemData(line));
-  return spot != nullptr && Matches(ChosenView(), spot->state);
+  const auto at = static_cast<std::size_t>(line);  // a list that is being filled may be longer
+  return at < states_.size() && states_[at] && Matches(ChosenView(), *states_[at]);
 }
 
 QString frmItemSpots::CountText() const {
   const QString count = OverviewForm::CountText();
   if (List().ListCount() == 0 || List().ShownCount() != List().ListCount() || !survey_->IsRead()) return count;
-  SpotCounts counts;
-  for (auto line = lines_.keyBegin(); line != lines_.keyEnd(); ++line) {
-    if (const SpotSurvey::Spot* spot = survey_->Find(*line)) counts.Add(spot->state);
-  }
-  return count + u": "_s + counts.Text();
+  return count + u": "_s + counts_.Text();
 }
 
 QString frmItemSpots::EmptyText() const {

@@ -1,11 +1,14 @@
 #pragma once
 #include "catalogue/OverviewForm.h"
 #include "catalogue/SpotView.h"
+#include "data/SpotState.h"
 
 #include <QHash>
 #include <QList>
 
 #include <memory>
+#include <optional>
+#include <vector>
 
 class SpotSurvey;
 
@@ -42,8 +45,11 @@ class frmItemSpots : public OverviewForm {
   void SurveyChanged(const QList<qint64>& ids);
   SpotView ChosenView() const;
   bool IsInView(int line) const;
+  void NoteState(int line, SpotState state);
 
   std::unique_ptr<Ui::frmItemSpots> ui_;
   std::unique_ptr<SpotSurvey> survey_;
-  QHash<qint64, int> lines_;  // where in the list an ID stands
+  QHash<qint64, int> lines_;                      // where in the list an ID stands
+  std::vector<std::optional<SpotState>> states_;  // of each line; none: not known yet
+  SpotCounts counts_;                             // of these
 };

@@ -70,6 +70,18 @@ QString SoundClauses(const std::optional<qint32>& lengteSec, const std::optional
          NumberClause(u"MixPunt"_s, mixPunt, u"MixPunt = NULL, "_s);
 }
 
+// What INSERT of item-spots and jingles begin with.
+template <class Row>
+InsertLists SoundLists(const Row& row) {
+  InsertLists lists;
+  lists.Add(u"ID"_s, Number(row.id));
+  lists.AddText(u"Path"_s, row.path);
+  lists.AddText(u"Naam"_s, row.naam);
+  lists.AddNumber(u"LengteSec"_s, row.lengteSec);
+  lists.AddNumber(u"StartPunt"_s, row.startPunt);
+  return lists;
+}
+
 }  // namespace
 
 QString InsertItem(const ItemRow& row, const QString& table) {
@@ -120,12 +132,7 @@ QString UpdateItem(const ItemRow& row, const QString& table) {
 }
 
 QString InsertItemSpot(const ItemSpotRow& row, const QString& table) {
-  InsertLists lists;
-  lists.Add(u"ID"_s, Number(row.id));
-  lists.AddText(u"Path"_s, row.path);
-  lists.AddText(u"Naam"_s, row.naam);
-  lists.AddNumber(u"LengteSec"_s, row.lengteSec);
-  lists.AddNumber(u"StartPunt"_s, row.startPunt);
+  InsertLists lists = SoundLists(row);
   lists.AddNumber(u"Mixpunt"_s, row.mixpunt);
   lists.AddNumber(u"StartDatum"_s, row.startDatum);
   lists.AddNumber(u"StartUur"_s, row.startUur);
@@ -146,12 +153,7 @@ QString UpdateItemSpot(const ItemSpotRow& row, const QString& table) {
 }
 
 QString InsertItemPingle(const ItemPingleRow& row, const QString& table) {
-  InsertLists lists;
-  lists.Add(u"ID"_s, Number(row.id));
-  lists.AddText(u"Path"_s, row.path);
-  lists.AddText(u"Naam"_s, row.naam);
-  lists.AddNumber(u"LengteSec"_s, row.lengteSec);
-  lists.AddNumber(u"StartPunt"_s, row.startPunt);
+  InsertLists lists = SoundLists(row);
   lists.AddNumber(u"MixPunt"_s, row.mixPunt);
   return u"INSERT INTO "_s + table + u" (" + lists.Columns() + u"Aktief) VALUES (" + lists.Values() +
          Number(row.aktief) + u")";

@@ -30,6 +30,7 @@ void frmRadioDetail::Form_Load() {
   Trapped(__func__, [&] {
     const desktop::WaitPointer wait;
     FillCboRadio();
+    ui_->lblGeenZender->setVisible(ui_->cboRadio->ListCount() == 0);  // OK does nothing then
     ui_->cboRadio->setFocus();
   });
 }

@@ -48,6 +48,7 @@ void ReadAround(audio::Decoder& decoder) {
 }  // namespace
 
 // libsndfile lets go of the codec's state when a damaged Ogg file cannot be opened: not ours to mend.
+// NOLINTNEXTLINE(bugprone-reserved-identifier,readability-identifier-naming): the sanitizer looks for this name
 extern "C" const char* __lsan_default_suppressions() {
   return "leak:vorbis_info_init\nleak:libvorbis\n";
 }

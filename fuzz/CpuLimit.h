@@ -8,7 +8,7 @@ namespace fuzz {
 class CpuLimit {
  public:
   CpuLimit();
-  ~CpuLimit();
+  ~CpuLimit();  // NOLINT(performance-trivially-destructible): only without libFuzzer it does nothing
   CpuLimit(const CpuLimit&) = delete;
   CpuLimit& operator=(const CpuLimit&) = delete;
 };

@@ -114,11 +114,12 @@ OtherRows ReadOthers(Database& database) {
   return others;
 }
 
-/// An index with a key that cannot be built is only half checked: its file counts as damaged, too.
+/// An index with a key that cannot be built is only half checked ("niet alle na te rekenen"): its file counts as
+/// damaged, too.
 std::string Problems(Database& database) {
   std::string problems;
   for (const Finding& finding : CheckDatabase(database)) {
-    const bool halfChecked = finding.text.find("niet na te rekenen") != std::string::npos;
+    const bool halfChecked = finding.text.find("na te rekenen") != std::string::npos;
     if (!finding.remark || halfChecked) problems += finding.text + '\n';
   }
   return problems;

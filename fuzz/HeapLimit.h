@@ -9,7 +9,7 @@ namespace fuzz {
 class HeapLimit {
  public:
   explicit HeapLimit(std::size_t bytes);
-  ~HeapLimit();
+  ~HeapLimit();  // NOLINT(performance-trivially-destructible): only without the sanitizer it does nothing
   HeapLimit(const HeapLimit&) = delete;
   HeapLimit& operator=(const HeapLimit&) = delete;
 };

@@ -2,9 +2,18 @@
 
 #include "platform/controls/WaveformStrip.h"
 
+#include <QStandardPaths>
+
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 namespace {
+
+// Each user's own; it may be thrown away at any time.
+QString CacheFolder() {
+  return QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) + u"/spotrooster/golfvormen"_s;
+}
 
 controls::Peak ShareOfFullScale(const audio::PeakBin& bin) {
   constexpr float kFullScale = 32768.0F;
@@ -13,7 +22,8 @@ controls::Peak ShareOfFullScale(const audio::PeakBin& bin) {
 
 }  // namespace
 
-WaveformFeed::WaveformFeed(controls::WaveformStrip* strip, QObject* parent) : QObject(parent), strip_(strip) {
+WaveformFeed::WaveformFeed(controls::WaveformStrip* strip, QObject* parent)
+    : QObject(parent), strip_(strip), reader_(CacheFolder()) {
   connect(&reader_, &audio::PeakReader::progressed, this, &WaveformFeed::TakePeaks);
   connect(&reader_, &audio::PeakReader::finished, this, &WaveformFeed::TakePeaks);
   connect(&reader_, &audio::PeakReader::failed, this, &WaveformFeed::ShowTrouble);

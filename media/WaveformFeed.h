@@ -9,7 +9,8 @@ namespace controls {
 class WaveformStrip;
 }
 
-// Brings the peaks of a file to the strip as they are read in the background. User-interface thread only.
+// Brings the peaks of a file to the strip as they are read in the background, or at once when this user looked at the
+// file before: they are kept in a folder of the user's cache. User-interface thread only.
 class WaveformFeed : public QObject {
   Q_OBJECT
 

@@ -1,16 +1,14 @@
 #include "platform/jet/Check.h"
+#include "platform/jet/Database.h"
 #include "tools/Commands.h"
-
-#include <QFile>
+#include "tools/DatabaseArgument.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
 int Check(const Arguments& arguments, const Streams& streams) {
-  jet::OpenOptions options;
-  options.password = arguments.Value(u"--password"_s).toStdU16String();
-  const auto database = jet::Database::Open(QFile::encodeName(arguments.Plain().first()).toStdString(), options);
+  const auto database = OpenFile(arguments);
   const jet::ReadTurn reading(*database);
   const std::vector<jet::Finding> findings = jet::CheckDatabase(*database);
   for (const jet::Finding& finding : findings)
@@ -27,10 +25,7 @@ Command CheckCommand() {
       .name = u"check"_s,
       .usage = u"BESTAND [--password TEKST]"_s,
       .summary = u"Controleert een database en verandert niets: 'ok', of een regel per probleem."_s,
-      .leastWords = 1,
-      .mostWords = 1,
-      .valuedOptions = {u"--password"_s},
       .run = Check,
       .details = u"Een regel met 'remark:' vooraan is vreemd, maar geen schade. Uitgang 1 zodra er een probleem is."_s,
-      .examples = {u"check /srv/planner/server/OvalistoServer.mdb"_s}};
+      .examples = {u"check /tmp/proef/server/OvalistoServer.mdb"_s}};
 }

@@ -3,6 +3,7 @@
 #include "platform/audio/Error.h"
 #include "platform/jet/Error.h"
 #include "platform/runtime/Error.h"
+#include "tools/ManualPage.h"
 
 #include <algorithm>
 
@@ -29,7 +30,7 @@ void ShowHelp(std::ostream& out) {
 void ShowHelpOf(const Command& command, std::ostream& out) {
   out << "gebruik: " << Utf8(CallOf(command)) << "\n\n" << Utf8(command.summary) << "\n";
   if (!command.details.isEmpty()) out << "\n" << Utf8(command.details) << "\n";
-  out << "\nvoorbeelden:\n";
+  out << "\nvoorbeelden, op de zender van 'spotrooster-db demo /tmp/proef':\n";
   for (const QString& example : command.examples)
     out << "  spotrooster-db " << Utf8(example) << "\n";
 }
@@ -38,15 +39,13 @@ bool AsksForHelp(const QStringList& words) {
   return words.contains(u"--help"_s) || words.contains(u"-h"_s);
 }
 
-bool HasFittingWords(const Command& command, const Arguments& arguments) {
-  const qsizetype count = arguments.Plain().size();
-  return count >= command.leastWords && (command.mostWords < 0 || count <= command.mostWords);
-}
-
 int Run(const Command& command, const QStringList& words, const Streams& streams) {
   try {
-    const Arguments arguments(words, command.valuedOptions, command.flags);
-    if (HasFittingWords(command, arguments)) return command.run(arguments, streams);
+    const Usage usage = Usage::Of(command.usage);
+    const Arguments arguments(words, usage);
+    if (usage.Allows(arguments.Plain().size())) return command.run(arguments, streams);
+  } catch (const UseError& error) {
+    streams.err << Utf8(error.Description()) << "\n";
   } catch (const runtime::Error& error) {
     streams.err << Utf8(error.Description()) << "\n";
     return kFailed;
@@ -70,6 +69,10 @@ QList<Command> AllCommands() {
 }
 
 int RunCommand(const QStringList& words, const Streams& streams) {
+  if (!words.isEmpty() && words.first() == u"--man"_s) {
+    WriteManualPage(streams.out);
+    return kDone;
+  }
   if (words.isEmpty() || AsksForHelp(words.first(1))) {
     ShowHelp(words.isEmpty() ? streams.err : streams.out);
     return words.isEmpty() ? kWrongUse : kDone;
@@ -78,13 +81,16 @@ int RunCommand(const QStringList& words, const Streams& streams) {
   const auto command = std::find_if(commands.begin(), commands.end(),
                                     [&](const Command& candidate) { return candidate.name == words.first(); });
   if (command == commands.end()) {
-    streams.err << Utf8(u"De opdracht '%1' bestaat niet."_s.arg(words.first())) << "\n\n";
-    ShowHelp(streams.err);
+    streams.err << Utf8(u"De opdracht '%1' bestaat niet; spotrooster-db --help noemt ze allemaal."_s.arg(words.first()))
+                << "\n";
     return kWrongUse;
   }
   if (AsksForHelp(words)) {
     ShowHelpOf(*command, streams.out);
     return kDone;
   }
-  return Run(*command, words.mid(1), streams);
+  const int result = Run(*command, words.mid(1), streams);
+  if (streams.out.flush()) return result;
+  streams.err << "De uitvoer kan niet geschreven worden.\n";
+  return kFailed;
 }

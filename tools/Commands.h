@@ -19,15 +19,11 @@ struct Streams {
 
 struct Command {
   QString name;
-  QString usage;    // the words behind the name
+  QString usage;    // the words behind the name, as Usage reads them
   QString summary;  // one Dutch sentence
-  int leastWords = 0;
-  int mostWords = 0;  // -1: any number
-  QStringList valuedOptions{};
-  QStringList flags{};
   std::function<int(const Arguments& arguments, const Streams& streams)> run;
   QString details{};       // Dutch: what else its user must know
-  QStringList examples{};  // the words behind the program's name
+  QStringList examples{};  // shell words behind the program's name; they work in the order of AllCommands
 };
 
 Command CreateCommand();
@@ -47,5 +43,6 @@ Command LocateCommand();
 // All commands, in the order in which help shows them.
 QList<Command> AllCommands();
 
-// Runs the command that the words name. An error is told on streams.err and gives kFailed; kWrongUse shows the usage.
+// Runs the command that the words name. An error, also of the output, is told on streams.err and gives kFailed;
+// kWrongUse shows the usage.
 int RunCommand(const QStringList& words, const Streams& streams);

@@ -1,13 +1,12 @@
 #include "tools/Commands.h"
 #include "tools/ProgramFolder.h"
-#include "tools/StationNumber.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
 int Create(const Arguments& arguments, const Streams& streams) {
-  const qint16 station = StationNumber(arguments);
+  const qint16 station = arguments.Station();
   const ProgramFolder folder(arguments.Plain().first());
   folder.MakeStation(station, arguments.Value(u"--name"_s));
   streams.out << folder.Path().toStdString() << '\n';
@@ -20,10 +19,7 @@ Command CreateCommand() {
   return {.name = u"create"_s,
           .usage = u"MAP [--station N --name NAAM]"_s,
           .summary = u"Maakt in een programmamap de lege databases van een zender, met meldingen en instellingen."_s,
-          .leastWords = 1,
-          .mostWords = 1,
-          .valuedOptions = {u"--station"_s, u"--name"_s},
           .run = Create,
           .details = u"Wat er al is, blijft zoals het is; een zender die er al is, is een fout."_s,
-          .examples = {u"create /srv/planner --station 0 --name \"Radio Polderstem\""_s}};
+          .examples = {u"create /tmp/zender --station 0 --name \"Radio Polderstem\""_s}};
 }

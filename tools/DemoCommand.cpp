@@ -20,8 +20,6 @@ Command DemoCommand() {
   return {.name = u"demo"_s,
           .usage = u"MAP"_s,
           .summary = u"Maakt een gevulde zender om te proberen, met geluidsbestanden."_s,
-          .leastWords = 1,
-          .mostWords = 1,
           .run = MakeDemo,
           .examples = {u"demo /tmp/proef"_s}};
 }

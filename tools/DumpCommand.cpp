@@ -1,8 +1,7 @@
 #include "platform/jet/Database.h"
 #include "tools/Commands.h"
+#include "tools/DatabaseArgument.h"
 #include "tools/TableCsv.h"
-
-#include <QFile>
 
 using namespace Qt::StringLiterals;
 
@@ -10,9 +9,7 @@ namespace {
 
 // The file is let go before the first byte is written: a slow pipe must not keep writers waiting.
 TableCsv Read(const Arguments& arguments) {
-  jet::OpenOptions options;
-  options.password = arguments.Value(u"--password"_s).toStdU16String();
-  const auto database = jet::Database::Open(QFile::encodeName(arguments.Plain().first()).toStdString(), options);
+  const auto database = OpenFile(arguments);
   const jet::ReadTurn reading(*database);
   return CsvOf(database->OpenTable(arguments.Plain().at(1).toStdU16String()));
 }
@@ -33,10 +30,7 @@ Command DumpCommand() {
       .name = u"dump"_s,
       .usage = u"BESTAND TABEL [--password TEKST]"_s,
       .summary = u"Schrijft een tabel als CSV, met een kopregel; van een beschadigde tabel wat nog te lezen is."_s,
-      .leastWords = 2,
-      .mostWords = 2,
-      .valuedOptions = {u"--password"_s},
       .run = Dump,
       .details = u"NULL is een leeg veld, een lege tekst is \"\"; datums zijn jjjj-mm-dd uu:mm:ss, ja/nee is -1/0."_s,
-      .examples = {u"dump /srv/planner/server/OvalistoServer.mdb tblItemSpots > spots.csv"_s}};
+      .examples = {u"dump /tmp/proef/server/OvalistoServer.mdb tblItemSpots > /tmp/proef/spots.csv"_s}};
 }

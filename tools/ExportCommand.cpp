@@ -42,15 +42,11 @@ Command ExportCommand() {
       .name = u"export"_s,
       .usage = u"MAP [--vorige-verwerkt] [--station N]"_s,
       .summary = u"Exporteert het offline-logboek van een zender en toont het pad van het bestand."_s,
-      .leastWords = 1,
-      .mostWords = 1,
-      .valuedOptions = {u"--station"_s},
-      .flags = {kProcessed},
       .run = Export,
       .details =
           u"Doet wat het venster Exporteren doet. Wie offline werkt, zegt met --vorige-verwerkt dat de vorige\n"
           "exportbestanden met Kadrovia verwerkt zijn; anders komt er geen export. Elke export krijgt een seconde\n"
           "voor zich, zodat geen bestand een ander vervangt. Is het logboek leeg, dan komt er geen bestand; dat is\n"
           "geen fout. Het programma mag intussen niet op dezelfde programmamap lopen."_s,
-      .examples = {u"export /srv/planner --vorige-verwerkt"_s, u"export /srv/planner --station 3"_s}};
+      .examples = {u"export /tmp/proef --vorige-verwerkt"_s}};
 }

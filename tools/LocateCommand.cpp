@@ -83,10 +83,6 @@ Command LocateCommand() {
       .name = u"locate"_s,
       .usage = u"MAP ZOEKMAP... [--write] [--station N]"_s,
       .summary = u"Zoekt verplaatste geluidsbestanden van een zender en toont als CSV waar ze nu staan."_s,
-      .leastWords = 2,
-      .mostWords = -1,
-      .valuedOptions = {u"--station"_s},
-      .flags = {kWrite},
       .run = LocateSounds,
       .details =
           u"Bekijkt elke item-spot en jingle waarvan het bestand weg is, en zoekt onder de zoekmappen naar een "
@@ -96,5 +92,6 @@ Command LocateCommand() {
           "pad, zoals bij een wijziging in het programma (offline komt ze dus ook in het logboek), en komt het pad in\n"
           "Audio.tae. Zijn er meerdere die passen, of past de lengte niet, dan wordt niets geschreven.\n"
           "Uitgang 0 als elk ontbrekend bestand gevonden is, anders 1."_s,
-      .examples = {u"locate /srv/planner /mnt/audio"_s, u"locate /srv/planner /mnt/audio /mnt/archief --write"_s}};
+      .examples = {u"locate /tmp/proef /tmp/proef/audio"_s,
+                   u"locate /tmp/proef /tmp/proef/audio/Spots /tmp/proef/audio/Jingles --write"_s}};
 }

@@ -32,9 +32,7 @@ Command MeasureCommand() {
       .name = u"measure"_s,
       .usage = u"BESTAND..."_s,
       .summary = u"Toont de juiste lengte van geluidsbestanden in milliseconden."_s,
-      .leastWords = 1,
-      .mostWords = -1,
       .run = Measure,
       .details = u"Per bestand een regel: pad, tab, lengte. Wat niet te meten is, wordt genoemd en geeft uitgang 1."_s,
-      .examples = {u"measure spot.mp3 jingle.wav"_s}};
+      .examples = {u"measure /tmp/proef/audio/Spots/*.mp3 /tmp/proef/audio/Jingles/*.wav"_s}};
 }

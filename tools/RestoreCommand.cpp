@@ -15,11 +15,18 @@ void RefuseLog(const QStringList& tables) {
   throw runtime::Error(u"De tabel 'tblOfflineLog' wordt nooit teruggezet: dat zou opdrachten wissen of verdubbelen."_s);
 }
 
+void RefuseItself(const QString& backup, const QString& database) {
+  const QString same = QFileInfo(backup).canonicalFilePath();
+  if (same.isEmpty() || same != QFileInfo(database).canonicalFilePath()) return;
+  throw runtime::Error(u"'%1' is de database zelf, geen reservekopie ervan."_s.arg(backup));
+}
+
 int Restore(const Arguments& arguments, const Streams& streams) {
   const QString backup = QFileInfo(arguments.Plain().at(0)).absoluteFilePath();
   const QString database = QFileInfo(arguments.Plain().at(1)).absoluteFilePath();
   const QStringList tables = arguments.Plain().mid(2);
   RefuseLog(tables);
+  RefuseItself(backup, database);
   const LocalFolder folder(database);
   const auto lock = folder.Lock();
   folder.BackUp();
@@ -30,16 +37,14 @@ int Restore(const Arguments& arguments, const Streams& streams) {
 }  // namespace
 
 Command RestoreCommand() {
-  return {
-      .name = u"restore"_s,
-      .usage = u"RESERVEKOPIE BESTAND TABEL..."_s,
-      .summary = u"Zet de rijen van de gekozen tabellen terug uit een reservekopie; het offline-logboek nooit."_s,
-      .leastWords = 3,
-      .mostWords = -1,
-      .run = Restore,
-      .details =
-          u"Wat er nu staat, blijft vooraf bewaard als een nieuwe reservekopie. Het programma mag intussen niet op\n"
-          "dezelfde programmamap lopen."_s,
-      .examples = {
-          u"restore backup/OvalistoLocal-20250311-154507.mdb OvalistoLocal.mdb tblCopie_Items tblCopie_ItemSpots"_s}};
+  return {.name = u"restore"_s,
+          .usage = u"RESERVEKOPIE BESTAND TABEL..."_s,
+          .summary = u"Zet de rijen van de gekozen tabellen terug uit een reservekopie; het offline-logboek nooit."_s,
+          .run = Restore,
+          .details =
+              u"Een reservekopie staat in de map backup naast de database, of is de .bak van een compact. Wat er nu "
+              u"staat, blijft vooraf bewaard als een nieuwe reservekopie. Het programma mag intussen niet op\n"
+              "dezelfde programmamap lopen."_s,
+          .examples = {
+              u"restore /tmp/proef/data/OvalistoLocal.mdb.bak /tmp/proef/data/OvalistoLocal.mdb tblCopie_Items"_s}};
 }

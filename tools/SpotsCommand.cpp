@@ -2,8 +2,6 @@
 #include "data/SpotState.h"
 #include "platform/dao/Database.h"
 #include "platform/runtime/Clock.h"
-#include "platform/runtime/Error.h"
-#include "platform/runtime/Numbers.h"
 #include "tools/Commands.h"
 #include "tools/Csv.h"
 #include "tools/StationSession.h"
@@ -12,20 +10,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint32 kMostDays = 36500;
+constexpr int kMostDays = 36500;
 
-// How many days ahead an end counts; nothing: every spot.
-std::optional<qint32> DaysAhead(const Arguments& arguments) {
-  if (!arguments.Has(u"--ending"_s)) return std::nullopt;
-  const QString text = arguments.Value(u"--ending"_s);
-  const qint32 days = runtime::ToLong(text);
-  if (days < 0 || days > kMostDays) {
-    throw runtime::Error(u"Het aantal dagen bij --ending is 0 tot %1; '%2' kan niet."_s.arg(kMostDays).arg(text));
-  }
-  return days;
-}
-
-bool EndsWithin(const SpotFacts& spot, QDate today, qint32 days) {
+bool EndsWithin(const SpotFacts& spot, QDate today, int days) {
   if (!spot.aktief || !spot.eindDatum) return false;
   const qint64 left = today.daysTo(*spot.eindDatum);
   return left >= 0 && left <= days;
@@ -36,7 +23,7 @@ QString DateField(const std::optional<QDate>& date) {
 }
 
 int ListSpots(const Arguments& arguments, const Streams& streams) {
-  const std::optional<qint32> days = DaysAhead(arguments);
+  const std::optional<int> days = arguments.Number(u"--ending"_s, kMostDays);
   const StationSession station(arguments, streams.err);
   const Catalogue catalogue = CurrentCatalogue();
   dao::Database database = dao::OpenDatabase(catalogue.databasePath, {{}, true});
@@ -60,13 +47,10 @@ Command SpotsCommand() {
   return {.name = u"spots"_s,
           .usage = u"MAP [--ending DAGEN] [--station N]"_s,
           .summary = u"Toont de item-spots van een zender als CSV, op einddatum; of alleen die binnenkort aflopen."_s,
-          .leastWords = 1,
-          .mostWords = 1,
-          .valuedOptions = {u"--ending"_s, u"--station"_s},
           .run = ListSpots,
           .details =
               u"Leest wat het programma nu leest: online de gedeelde database, offline de kopie. --ending toont de\n"
               "aktieve item-spots waarvan de laatste dag vandaag is of binnen zoveel dagen valt. Of de\n"
               "geluidsbestanden er zijn, wordt hier niet bekeken; dat doet locate."_s,
-          .examples = {u"spots /srv/planner"_s, u"spots /srv/planner --ending 7 > aflopend.csv"_s}};
+          .examples = {u"spots /tmp/proef"_s, u"spots /tmp/proef --ending 7 > /tmp/proef/aflopend.csv"_s}};
 }

@@ -6,7 +6,6 @@
 #include "data/Settings.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
-#include "tools/StationNumber.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -27,7 +26,7 @@ StationSession::StationSession(const Arguments& arguments, std::ostream& err, co
         if (question) throw runtime::Error(u"Antwoord ja met de optie %1."_s.arg(answer.option));
         return desktop::kAnswerOk;
       }) {
-  const qint16 number = StationNumber(arguments);
+  const qint16 number = arguments.Station();
   const QString folder = QFileInfo(arguments.Plain().first()).absoluteFilePath();
   if (!QFile::exists(folder + u"/ovalis.ini"_s)) {
     throw runtime::Error(u"'%1' is geen programmamap: er staat geen ovalis.ini in."_s.arg(folder));

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstring>
+#include <string_view>
 
 #include "platform/audio/Error.h"
 
@@ -32,11 +34,9 @@ void Mp3Decoder::Free::operator()(mpg123_handle_struct* handle) const {
 
 Mp3Decoder::Mp3Decoder(std::unique_ptr<SourceFile> file) : file_(std::move(file)) {
   Configure();
-  file_->Seek(0, SEEK_SET);
-  if (mpg123_open_handle(handle_.get(), file_.get()) != MPG123_OK) {
-    throw ReadError(file_->Path(), "dit is geen bekend soort geluidsbestand");
-  }
+  OpenHandle();
   FixFormat();
+  SkipVbriHeader();
   if (mpg123_scan(handle_.get()) != MPG123_OK) throw ReadError(file_->Path(), "de inhoud is beschadigd");
   totalFrames_ = mpg123_length(handle_.get());
   mpegFrames_ = mpg123_framelength(handle_.get());
@@ -52,6 +52,31 @@ void Mp3Decoder::Configure() {
   mpg123_param(handle_.get(), MPG123_INDEX_SIZE, -1000, 0);  // every frame: a seek reads no more than it must
   mpg123_param(handle_.get(), MPG123_PREFRAMES, 1, 0);
   mpg123_replace_reader_handle(handle_.get(), ReadFile, SeekFile, nullptr);
+}
+
+void Mp3Decoder::OpenHandle() {
+  file_->Seek(0, SEEK_SET);
+  if (mpg123_open_handle(handle_.get(), file_.get()) != MPG123_OK) {
+    throw ReadError(file_->Path(), "dit is geen bekend soort geluidsbestand");
+  }
+}
+
+// The library knows the headers "Xing" and "Info" only, and takes a frame with one of another encoder for sound. For it
+// the file then begins behind that frame, whose mark stands 32 bytes after the four with which it begins.
+void Mp3Decoder::SkipVbriHeader() {
+  constexpr std::size_t kPlace = 32;
+  constexpr std::string_view kMark = "VBRI";
+  unsigned long start = 0;
+  unsigned char* body = nullptr;
+  std::size_t bytes = 0;
+  if (mpg123_framedata(handle_.get(), &start, &body, &bytes) != MPG123_OK || bytes < kPlace + kMark.size()) return;
+  if (std::memcmp(body + kPlace, kMark.data(), kMark.size()) != 0) return;
+  const off_t end = mpg123_tell_stream(handle_.get());
+  mpg123_close(handle_.get());
+  if (end <= 0 || end >= file_->Size()) return;
+  file_->BeginAt(end);
+  OpenHandle();
+  FixFormat();
 }
 
 // The first frame decides; later ones with another number of channels are made to fit.

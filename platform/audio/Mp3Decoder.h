@@ -11,7 +11,7 @@ struct mpg123_handle_struct;
 namespace audio {
 
 // Opening scans every frame header, so the length holds for constant and variable bit rate, with or without (or with an
-// outdated) length header. The encoder's padding told in the file is left out (gapless).
+// outdated) length header. A length header is no sound. The encoder's padding told in the file is left out (gapless).
 class Mp3Decoder : public Decoder {
  public:
   // Throws Error when the content is no MPEG audio.
@@ -31,6 +31,8 @@ class Mp3Decoder : public Decoder {
   };
 
   void Configure();
+  void OpenHandle();
+  void SkipVbriHeader();
   void FixFormat();
   void JumpToFrame(std::int64_t mpegFrame);
   void SkipTo(std::int64_t target);

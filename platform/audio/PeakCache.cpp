@@ -4,14 +4,17 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
+#include <atomic>
+#include <cstdio>
 #include <deque>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <mutex>
+#include <string_view>
 #include <vector>
 
+#include "platform/audio/Error.h"
+#include "platform/audio/PeakFile.h"
 #include "platform/audio/SourceFile.h"
 
 namespace audio {
@@ -19,56 +22,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A kept file: this mark, the stamp as text behind its length, the length in ms, the number of bins, the bins, and a
-// checksum of all that. Numbers as this machine writes them: the folder belongs to it.
-constexpr std::array<char, 8> kMark = {'P', 'E', 'A', 'K', 'S', '-', '0', '1'};
 constexpr std::size_t kRemembered = 8;
-
-std::uint64_t Checksum(const char* bytes, std::size_t count) {
-  std::uint64_t sum = 14695981039346656037U;
-  for (std::size_t i = 0; i < count; ++i)
-    sum = (sum ^ static_cast<unsigned char>(bytes[i])) * 1099511628211U;
-  return sum;
-}
-
-std::string TextOf(const FileStamp& stamp) {
-  return std::to_string(stamp.size) + ' ' + std::to_string(stamp.modifiedNs) + ' ' + stamp.path;
-}
-
-void Append(std::string& bytes, const void* data, std::size_t count) {
-  bytes.append(static_cast<const char*>(data), count);
-}
-
-std::string Packed(const FileStamp& stamp, const Peaks& peaks) {
-  const std::string key = TextOf(stamp);
-  const auto keyLength = static_cast<std::uint64_t>(key.size());
-  const auto bins = static_cast<std::uint64_t>(peaks.bins.size());
-  std::string bytes(kMark.data(), kMark.size());
-  Append(bytes, &keyLength, sizeof keyLength);
-  bytes += key;
-  Append(bytes, &peaks.lengthMs, sizeof peaks.lengthMs);
-  Append(bytes, &bins, sizeof bins);
-  Append(bytes, peaks.bins.data(), peaks.bins.size() * sizeof(PeakBin));
-  const std::uint64_t sum = Checksum(bytes.data(), bytes.size());
-  Append(bytes, &sum, sizeof sum);
-  return bytes;
-}
-
-// Compared with what would be written: only a whole, undamaged file of this very stamp passes.
-std::optional<Peaks> Unpacked(const FileStamp& stamp, const std::string& bytes) {
-  Peaks peaks;
-  std::uint64_t bins = 0;
-  const std::size_t head = kMark.size() + sizeof(std::uint64_t) + TextOf(stamp).size();
-  const std::size_t fixed = head + sizeof peaks.lengthMs + sizeof bins + sizeof(std::uint64_t);
-  if (bytes.size() < fixed) return std::nullopt;
-  std::memcpy(&peaks.lengthMs, bytes.data() + head, sizeof peaks.lengthMs);
-  std::memcpy(&bins, bytes.data() + head + sizeof peaks.lengthMs, sizeof bins);
-  if (bins != (bytes.size() - fixed) / sizeof(PeakBin)) return std::nullopt;
-  peaks.bins.resize(bins);
-  std::memcpy(peaks.bins.data(), bytes.data() + head + sizeof peaks.lengthMs + sizeof bins, bins * sizeof(PeakBin));
-  if (Packed(stamp, peaks) != bytes) return std::nullopt;
-  return peaks;
-}
+constexpr std::string_view kWhole = ".peaks";
+constexpr std::string_view kHalf = ".half";
 
 struct Memory {
   std::mutex mutex;
@@ -97,62 +53,95 @@ std::optional<Peaks> Remembered(const FileStamp& stamp) {
   return std::nullopt;
 }
 
-}  // namespace
-
-FileStamp FileStamp::Of(const std::string& hostPath) {
-  const SourceFile file(hostPath);
-  return {hostPath, file.Size(), file.ModifiedNs()};
+// Two windows, or two programs, may write the same waveform at the same time.
+std::string HalfNameOf(const std::string& target) {
+  static std::atomic<unsigned> written{0};
+  return target + '.' + std::to_string(::getpid()) + '.' + std::to_string(++written) + std::string(kHalf);
 }
+
+bool WriteAll(const std::string& path, const std::string& bytes) {
+  std::ofstream out(path, std::ios::binary | std::ios::trunc);
+  out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  out.close();
+  return !out.fail();
+}
+
+struct KeptFile {
+  fs::file_time_type used;
+  std::uintmax_t bytes = 0;  // as whole blocks
+  fs::path path;
+};
+
+// Halves too: one that its program left behind when it died goes like any other. What else lies there is left alone.
+std::vector<KeptFile> KeptFiles(const std::string& folder) {
+  std::error_code ignored;
+  std::vector<KeptFile> files;
+  for (fs::directory_iterator at(folder, ignored); at != fs::directory_iterator(); at.increment(ignored)) {
+    const fs::path extension = at->path().extension();
+    if (!at->is_regular_file(ignored) || (extension != kWhole && extension != kHalf)) continue;
+    const std::uintmax_t blocks = (at->file_size(ignored) + PeakCache::kBlockBytes - 1) / PeakCache::kBlockBytes;
+    files.push_back({at->last_write_time(ignored), blocks * PeakCache::kBlockBytes, at->path()});
+  }
+  return files;
+}
+
+}  // namespace
 
 std::optional<Peaks> PeakCache::Find(const FileStamp& stamp) const {
   if (auto peaks = Remembered(stamp)) return peaks;
   if (folder_.empty()) return std::nullopt;
-  std::ifstream in(FileOf(stamp), std::ios::binary);
-  if (!in) return std::nullopt;
-  auto peaks = Unpacked(stamp, std::string(std::istreambuf_iterator<char>(in), {}));
+  auto peaks = FindOnDisk(stamp);
   if (peaks) Remember(stamp, *peaks);
   return peaks;
 }
 
-// Written under another name first: two windows may store the same file, and a half one is never found.
+// The file's time tells when it was last used, for Prune.
+std::optional<Peaks> PeakCache::FindOnDisk(const FileStamp& stamp) const {
+  try {
+    const std::string path = FileOf(stamp);
+    SourceFile file(path);
+    if (static_cast<std::uintmax_t>(file.Size()) > mostBytes_) return std::nullopt;
+    std::string bytes(static_cast<std::size_t>(file.Size()), '\0');
+    if (file.Read(bytes.data(), bytes.size()) != file.Size()) return std::nullopt;
+    std::error_code ignored;
+    fs::last_write_time(path, fs::file_time_type::clock::now(), ignored);
+    return UnpackPeaks(stamp, bytes);
+  } catch (const Error&) {
+    return std::nullopt;  // not kept, or not readable
+  }
+}
+
+// Written under another name first, so that a half one is never found. Nothing is synced: what a power cut leaves
+// behind has a wrong checksum.
 void PeakCache::Store(const FileStamp& stamp, const Peaks& peaks) const {
   Remember(stamp, peaks);
   if (folder_.empty()) return;
-  std::error_code ignored;
-  fs::create_directories(folder_, ignored);
+  std::error_code failure;
+  fs::create_directories(folder_, failure);
   const std::string target = FileOf(stamp);
-  const std::string half = target + "." + std::to_string(::getpid()) + ".half";
-  const std::string bytes = Packed(stamp, peaks);
-  std::ofstream out(half, std::ios::binary | std::ios::trunc);
-  out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  out.close();
-  if (out) {
-    fs::rename(half, target, ignored);
-  } else {
-    fs::remove(half, ignored);
-  }
+  const std::string half = HalfNameOf(target);
+  const bool whole = WriteAll(half, PackPeaks(stamp, peaks));
+  if (whole) fs::rename(half, target, failure);
+  if (!whole || failure) fs::remove(half, failure);
   Prune();
 }
 
+// What was used longest ago goes first.
 void PeakCache::Prune() const {
+  std::vector<KeptFile> files = KeptFiles(folder_);
+  std::sort(files.begin(), files.end(), [](const KeptFile& a, const KeptFile& b) { return a.used > b.used; });
+  std::uintmax_t bytes = 0;
   std::error_code ignored;
-  std::vector<std::pair<fs::file_time_type, fs::path>> files;
-  for (const auto& entry : fs::directory_iterator(folder_, ignored)) {
-    if (entry.path().extension() == ".peaks") files.emplace_back(entry.last_write_time(ignored), entry.path());
+  for (const KeptFile& file : files) {
+    bytes += file.bytes;
+    if (bytes > mostBytes_) fs::remove(file.path, ignored);
   }
-  if (files.size() <= kMaxFiles) return;
-  std::sort(files.begin(), files.end());
-  files.resize(files.size() - kMaxFiles);
-  for (const auto& [time, path] : files)
-    fs::remove(path, ignored);
 }
 
 std::string PeakCache::FileOf(const FileStamp& stamp) const {
-  const std::string key = TextOf(stamp);
-  std::array<char, 32> name{};
-  std::snprintf(name.data(), name.size(), "%016llx.peaks",
-                static_cast<unsigned long long>(Checksum(key.data(), key.size())));
-  return (fs::path(folder_) / name.data()).string();
+  std::array<char, 17> name{};
+  std::snprintf(name.data(), name.size(), "%016llx", static_cast<unsigned long long>(ChecksumOf(stamp.Key())));
+  return (fs::path(folder_) / (name.data() + std::string(kWhole))).string();
 }
 
 void PeakCache::ForgetMemory() {

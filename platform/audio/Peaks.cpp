@@ -1,13 +1,49 @@
 #include "platform/audio/Peaks.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <memory>
+#include <numeric>
 
 #include "platform/audio/Decoder.h"
 
 namespace audio {
 namespace {
+
+// What a row of samples comes to.
+struct Reach {
+  float low = 1;
+  float high = -1;
+  double squares = 0;
+};
+
+// Several samples at a time that do not wait for each other: the compiler makes one instruction of them. One by one
+// they would take a seventh of the time that the decoder needs.
+Reach ReachOf(const float* samples, std::int64_t count) {
+  constexpr std::size_t kLanes = 32;
+  std::array<float, kLanes> low;
+  std::array<float, kLanes> high;
+  std::array<float, kLanes> squares{};
+  low.fill(1);
+  high.fill(-1);
+  const auto whole = static_cast<std::size_t>(count) / kLanes * kLanes;
+  for (std::size_t i = 0; i < whole; i += kLanes) {
+    for (std::size_t lane = 0; lane < kLanes; ++lane) {
+      const float sample = samples[i + lane];
+      low[lane] = sample < low[lane] ? sample : low[lane];
+      high[lane] = sample > high[lane] ? sample : high[lane];
+      squares[lane] += sample * sample;
+    }
+  }
+  for (std::size_t i = whole; i < static_cast<std::size_t>(count); ++i) {
+    low[0] = std::min(low[0], samples[i]);
+    high[0] = std::max(high[0], samples[i]);
+    squares[0] += samples[i] * samples[i];
+  }
+  return {*std::min_element(low.begin(), low.end()), *std::max_element(high.begin(), high.end()),
+          std::accumulate(squares.begin(), squares.end(), 0.0)};
+}
 
 // Gathers samples into the bins of a file, front to back.
 class BinFiller {
@@ -48,11 +84,10 @@ class BinFiller {
   }
 
   void Gather(const float* samples, std::int64_t frames) {
-    for (std::int64_t i = 0; i < frames * channels_; ++i) {
-      low_ = std::min(low_, samples[i]);
-      high_ = std::max(high_, samples[i]);
-      squares_ += double{samples[i]} * samples[i];
-    }
+    const Reach reach = ReachOf(samples, frames * channels_);
+    low_ = std::min(low_, reach.low);
+    high_ = std::max(high_, reach.high);
+    squares_ += reach.squares;
     frame_ += frames;
   }
 

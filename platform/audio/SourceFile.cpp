@@ -96,10 +96,11 @@ bool SourceFile::FillBuffer() noexcept {
 }
 
 std::int64_t SourceFile::Seek(std::int64_t offset, int whence) noexcept {
-  const std::int64_t base = whence == SEEK_SET ? 0 : whence == SEEK_CUR ? offset_ : size_;
+  const std::int64_t base = whence == SEEK_SET ? begin_ : whence == SEEK_CUR ? offset_ : size_;
   std::int64_t target = 0;
-  if (__builtin_add_overflow(base, offset, &target) || target < 0) return -1;
-  return offset_ = target;
+  if (__builtin_add_overflow(base, offset, &target) || target < begin_) return -1;
+  offset_ = target;
+  return Tell();
 }
 
 }  // namespace audio

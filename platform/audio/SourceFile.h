@@ -25,7 +25,10 @@ class SourceFile {
   // As read(2) and lseek(2), whence included: bytes read (0 at the end, -1 on an error), the new offset or -1.
   std::int64_t Read(void* out, std::size_t bytes) noexcept;
   std::int64_t Seek(std::int64_t offset, int whence) noexcept;
-  std::int64_t Tell() const noexcept { return offset_; }
+  std::int64_t Tell() const noexcept { return offset_ - begin_; }
+
+  // From now on the file begins at this place of what was its content so far; the next read is there.
+  void BeginAt(std::int64_t offset) noexcept { offset_ = begin_ += offset; }
 
  private:
   bool FillBuffer() noexcept;
@@ -34,7 +37,8 @@ class SourceFile {
   int descriptor_ = -1;
   std::int64_t size_ = 0;
   std::int64_t modifiedNs_ = 0;
-  std::int64_t offset_ = 0;
+  std::int64_t begin_ = 0;   // in the file: what offset 0 means outside
+  std::int64_t offset_ = 0;  // in the file
   std::vector<char> buffer_;
   std::int64_t bufferStart_ = 0;  // offset in the file of the buffer's first byte
   std::int64_t bufferLength_ = 0;

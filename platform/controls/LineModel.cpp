@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 #include "platform/runtime/Error.h"
 
@@ -16,9 +17,21 @@ const LineModel::Line& LineModel::At(int index) const {
 }
 
 bool LineModel::Shows(int index) const {
-  const QString& text = lines_[static_cast<std::size_t>(index)].text;
-  if (!filterText_.isEmpty() && !text.contains(filterText_, Qt::CaseInsensitive)) return false;
+  if (!folded_.isEmpty() && !texts_.Holds(index, folded_)) return false;
   return shows_ == nullptr || shows_(index);
+}
+
+void LineModel::FoldTexts() {
+  for (int index = texts_.Count(); index < Count(); ++index)
+    texts_.Append(lines_[static_cast<std::size_t>(index)].text);
+}
+
+void LineModel::ShowAllThatFit() {
+  FoldTexts();
+  shown_.clear();
+  for (int index = 0; index < Count(); ++index)
+    if (Shows(index)) shown_.push_back(index);
+  upToDate_ = true;
 }
 
 int LineModel::RowOf(int index) const {
@@ -37,6 +50,7 @@ void LineModel::Append(std::vector<Line> lines) {
   for (const Line& line : lines)
     Measure(line.details);
   lines_.insert(lines_.end(), std::make_move_iterator(lines.begin()), std::make_move_iterator(lines.end()));
+  FoldTexts();
   std::vector<int> added;
   for (int index = first; index < Count(); ++index)
     if (Shows(index)) added.push_back(index);
@@ -49,6 +63,7 @@ void LineModel::Append(std::vector<Line> lines) {
 void LineModel::Clear() {
   beginResetModel();
   lines_.clear();
+  texts_.Clear();
   shown_.clear();
   longestWord_.clear();
   longestTrailing_.clear();
@@ -61,6 +76,7 @@ void LineModel::Remove(int index) {
   const int row = RowOf(index);
   if (row >= 0) beginRemoveRows({}, row, row);
   lines_.erase(lines_.begin() + index);
+  texts_.Clear();
   const auto after = std::lower_bound(shown_.begin(), shown_.end(), index);
   std::for_each(after, shown_.end(), [](int& shownIndex) { --shownIndex; });
   if (row >= 0) {
@@ -79,9 +95,8 @@ void LineModel::Move(int from, int to) {
     std::rotate(begin + from, begin + from + 1, begin + to + 1);
   else
     std::rotate(begin + to, begin + from, begin + from + 1);
-  shown_.clear();
-  for (int index = 0; index < Count(); ++index)
-    if (Shows(index)) shown_.push_back(index);
+  texts_.Clear();
+  ShowAllThatFit();
   endResetModel();
 }
 
@@ -93,6 +108,8 @@ void LineModel::Changed(int index) {
 void LineModel::SetText(int index, const QString& text) {
   At(index);
   lines_[static_cast<std::size_t>(index)].text = text;
+  texts_.Clear();
+  upToDate_ = false;
   Changed(index);
 }
 
@@ -109,8 +126,13 @@ void LineModel::SetDetails(int index, LineDetails details) {
 }
 
 void LineModel::SetFilterText(const QString& text) {
-  filterText_ = text;
-  Refilter();
+  const QString before = std::exchange(folded_, FoldedTexts::Folded(text));
+  if (!upToDate_ || !folded_.contains(before)) return Refilter();
+  // A text that grew leaves nothing that the shorter one did not.
+  FoldTexts();
+  beginResetModel();
+  std::erase_if(shown_, [this](int index) { return !texts_.Holds(index, folded_); });
+  endResetModel();
 }
 
 void LineModel::SetFilter(std::function<bool(int index)> shows) {
@@ -120,9 +142,7 @@ void LineModel::SetFilter(std::function<bool(int index)> shows) {
 
 void LineModel::Refilter() {
   beginResetModel();
-  shown_.clear();
-  for (int index = 0; index < Count(); ++index)
-    if (Shows(index)) shown_.push_back(index);
+  ShowAllThatFit();
   endResetModel();
 }
 

@@ -4,6 +4,7 @@
 #include <functional>
 #include <vector>
 
+#include "platform/controls/FoldedTexts.h"
 #include "platform/controls/ListLine.h"
 
 namespace controls {
@@ -36,7 +37,7 @@ class LineModel : public QAbstractListModel {
   void SetFilterText(const QString& text);
   void SetFilter(std::function<bool(int index)> shows);
   void Refilter();
-  bool IsFiltered() const { return !filterText_.isEmpty() || shows_ != nullptr; }
+  bool IsFiltered() const { return !folded_.isEmpty() || shows_ != nullptr; }
 
   int IndexOf(int row) const { return shown_.at(static_cast<std::size_t>(row)); }
   // -1: hidden, or no such line.
@@ -53,13 +54,18 @@ class LineModel : public QAbstractListModel {
   Qt::DropActions supportedDropActions() const override { return Qt::MoveAction; }
 
  private:
+  // Texts must have been folded.
   bool Shows(int index) const;
+  void FoldTexts();
+  void ShowAllThatFit();
   void Measure(const LineDetails& details);
   void Changed(int index);
 
   std::vector<Line> lines_;
   std::vector<int> shown_;  // ascending
-  QString filterText_;
+  FoldedTexts texts_;       // of the first lines; FoldTexts adds what is missing
+  QString folded_;          // the filter's text
+  bool upToDate_ = true;    // shown_ is what the present filter leaves of the present texts
   std::function<bool(int index)> shows_;
   QString longestWord_;
   QString longestTrailing_;

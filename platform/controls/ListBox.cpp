@@ -287,6 +287,7 @@ void ListBox::SetMovable(bool movable) {
 }
 
 void ListBox::SetEmptyText(const QString& text) {
+  if (text == emptyText_) return;
   emptyText_ = text;
   viewport()->update();
 }

@@ -60,9 +60,13 @@ void WaveformStrip::Begin(qint64 lengthMs, int expectedPeaks) {
   update();
 }
 
+// Only the columns that get something to show; more peaks than expected move all of them.
 void WaveformStrip::AppendPeaks(const std::vector<Peak>& peaks) {
+  const double before = XOfPeak(peaks_.Count());
   peaks_.Append(peaks);
-  update();
+  if (peaks_.Count() > peaks_.Expected()) return update();
+  const int left = static_cast<int>(before) - 1;
+  update(left, 0, static_cast<int>(XOfPeak(peaks_.Count())) + 2 - left, height());
 }
 
 void WaveformStrip::ShowTrouble(const QString& reason) {
@@ -124,6 +128,10 @@ qint64 WaveformStrip::FirstMs() const {
 WaveformView WaveformStrip::View() const {
   const qint64 mix = std::clamp<qint64>(mixMs_, 0, lengthMs_);
   return {&peaks_, WaveRect(), FirstMs(), lengthMs_, positionMs_, mix, hoverX_};
+}
+
+double WaveformStrip::XOfPeak(int peak) const {
+  return XOf(lengthMs_ * peak / std::max(1, peaks_.Expected()));
 }
 
 double WaveformStrip::XOf(qint64 ms) const {

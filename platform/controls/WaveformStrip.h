@@ -24,6 +24,7 @@ class WaveformStrip : public QWidget {
   // A new file: no peaks yet. `expectedPeaks` of equal duration will cover the length, one after the other.
   void Begin(qint64 lengthMs, int expectedPeaks);
   void AppendPeaks(const std::vector<Peak>& peaks);
+  int PeakCount() const { return peaks_.Count(); }
   // The file can't be shown: the reason, in place of the picture.
   void ShowTrouble(const QString& reason);
 
@@ -73,6 +74,7 @@ class WaveformStrip : public QWidget {
  private:
   QRect WaveRect() const;
   qint64 FirstMs() const;
+  double XOfPeak(int peak) const;
   WaveformView View() const;
   void MoveMix(qint64 mix);
   void UpdateAccessible();

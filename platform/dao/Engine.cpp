@@ -16,23 +16,6 @@ namespace {
 // The engine's name for the target of an INSERT into another file: no statement can spell it.
 const QString kTargetInOtherFile = u"]"_s;
 
-// Sixteen-bit text throughout: what comes from a file and goes into a recordset is never encoded again.
-SqliteConnection OpenInMemory() {
-  SetUpSqlite();
-  sqlite3* connection = nullptr;
-  const int result = sqlite3_open16(u":memory:", &connection);
-  SqliteConnection owned(connection);
-  if (result != SQLITE_OK) throw runtime::Error(u"Onvoldoende geheugen voor de SQL-instructie."_s);
-  // A name that does not exist is an error, never a text.
-  sqlite3_db_config(connection, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
-  sqlite3_db_config(connection, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
-  sqlite3_db_config(connection, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
-  sqlite3_exec(connection, "PRAGMA temp_store = MEMORY", nullptr, nullptr, nullptr);  // long lists are sorted in place
-  AddTextOrder(connection);
-  AddSqlFunctions(connection);
-  return owned;
-}
-
 FieldMask MaskOf(const TableDef& table, const QStringList& fields) {
   FieldMask mask;
   for (const QString& field : fields)
@@ -50,7 +33,7 @@ QStringList Quoted(const QStringList& names) {
 }  // namespace
 
 Engine::Engine(const Statement& statement, Storage& source, Storage& target)
-    : statement_(statement), source_(source), target_(target), connection_(OpenInMemory()), tables_(connection_.get()) {
+    : statement_(statement), source_(source), target_(target), tables_(connection_.get()) {
   AddTables();
   if (statement_.verb != Verb::Select) AddTarget();
   sqlite3_set_authorizer(connection_.get(), Authorize, this);
@@ -185,6 +168,7 @@ void Engine::Fail() {
 int Engine::Authorize(void* context, int action, const char* first, const char* second, const char* /*database*/,
                       const char* /*trigger*/) noexcept {
   auto* engine = static_cast<Engine*>(context);
+  if (engine->tables_.IsDeclaring()) return SQLITE_OK;
   try {
     switch (action) {
       case SQLITE_SELECT:

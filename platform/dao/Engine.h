@@ -2,16 +2,16 @@
 
 #include <memory>
 
+#include "platform/dao/EngineConnection.h"
 #include "platform/dao/ResultRows.h"
-#include "platform/dao/Sqlite.h"
 #include "platform/dao/Statement.h"
 #include "platform/dao/Storage.h"
 #include "platform/dao/VirtualTable.h"
 
 namespace dao {
 
-// Carries out one statement: an SQL engine in memory, made for it and gone with it, over the tables that the statement
-// names. The storages must be inside a transaction, which the caller commits once this object is gone.
+// Carries out one statement: an SQL engine in memory over the tables that the statement names, and no others. The
+// storages must be inside a transaction, which the caller commits once this object is gone.
 class Engine {
  public:
   // target: where an INSERT puts its rows; the same as source unless the statement names another file.
@@ -37,7 +37,7 @@ class Engine {
   const Statement& statement_;
   Storage& source_;
   Storage& target_;
-  SqliteConnection connection_;
+  EngineConnection connection_;
   VirtualTables tables_;
   QStringList known_;   // the tables by the names that the engine knows them under
   QString targetName_;  // likewise, the table that changes

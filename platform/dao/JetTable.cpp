@@ -64,7 +64,7 @@ jet::Value JetTable::Stored(std::size_t field, Value value) const {
 }
 
 jet::TableWriter& JetTable::Writer() {
-  if (!writer_) writer_ = file_.Database().OpenWriter(table_.Definition().name);
+  if (!writer_) writer_ = file_.Database().OpenWriter(table_);
   return *writer_;
 }
 

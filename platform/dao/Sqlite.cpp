@@ -1,5 +1,7 @@
 #include "platform/dao/Sqlite.h"
 
+#include <array>
+#include <cstdint>
 #include <cstring>
 
 #include "platform/jet/TextOrder.h"
@@ -7,13 +9,35 @@
 namespace dao {
 namespace {
 
+// A text that the engine hands over at any address, odd ones too, as its sorter keeps them.
+class ComparedText {
+ public:
+  ComparedText(const void* text, int bytes) : size_(static_cast<std::size_t>(bytes) / sizeof(char16_t)) {
+    if (reinterpret_cast<std::uintptr_t>(text) % alignof(char16_t) == 0) {
+      text_ = static_cast<const char16_t*>(text);
+      return;
+    }
+    if (size_ > shortCopy_.size()) longCopy_.resize(size_);
+    char16_t* copy = size_ > shortCopy_.size() ? longCopy_.data() : shortCopy_.data();
+    std::memcpy(copy, text, size_ * sizeof(char16_t));
+    text_ = copy;
+  }
+  ComparedText(const ComparedText&) = delete;
+  ComparedText& operator=(const ComparedText&) = delete;
+
+  std::u16string_view View() const { return {text_, size_}; }
+
+ private:
+  const char16_t* text_ = nullptr;
+  std::size_t size_;
+  std::array<char16_t, 256> shortCopy_;  // a name's longest
+  std::u16string longCopy_;
+};
+
 int CompareCallback(void* /*unused*/, int leftBytes, const void* left, int rightBytes, const void* right) {
-  const auto view = [](const void* text, int bytes) {
-    return std::u16string_view(static_cast<const char16_t*>(text), static_cast<std::size_t>(bytes) / sizeof(char16_t));
-  };
   // Equal texts are frequent where there is much to compare, and are equal in any order.
   if (leftBytes == rightBytes && std::memcmp(left, right, static_cast<std::size_t>(leftBytes)) == 0) return 0;
-  return jet::TextOrder::Legacy().Compare(view(left, leftBytes), view(right, rightBytes));
+  return jet::TextOrder::Legacy().Compare(ComparedText(left, leftBytes).View(), ComparedText(right, rightBytes).View());
 }
 
 // A text as the engine takes it. What looks like a byte order mark in the first place it would drop, or take the rest
@@ -52,7 +76,8 @@ void SetUpSqlite() {
 }
 
 void AddTextOrder(sqlite3* connection) {
-  sqlite3_create_collation_v2(connection, kTextOrderName, SQLITE_UTF16_ALIGNED, nullptr, CompareCallback, nullptr);
+  // Not SQLITE_UTF16_ALIGNED: for that the engine would copy both texts, in memory got for it, at every comparison.
+  sqlite3_create_collation_v2(connection, kTextOrderName, SQLITE_UTF16, nullptr, CompareCallback, nullptr);
 }
 
 ValueView ValueOf(sqlite3_value* value) {

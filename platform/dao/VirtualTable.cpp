@@ -1,6 +1,6 @@
 #include "platform/dao/VirtualTable.h"
 
-#include <cstdlib>
+#include <algorithm>
 
 #include "platform/dao/Conversion.h"
 #include "platform/dao/Plan.h"
@@ -14,11 +14,11 @@ namespace dao {
 namespace {
 
 struct OpenTable : sqlite3_vtab {
-  VirtualTables* tables = nullptr;
-  std::size_t place = 0;
+  VirtualTables::Entry* entry = nullptr;
   std::vector<Plan> plans;  // what the engine was offered while it compiled; it names the one chosen by its place
 
-  Table& Stored() const { return tables->At(place); }
+  VirtualTables* All() const { return entry->all; }
+  Table& Stored() const { return *entry->table; }
   const TableDef& Definition() const { return Stored().Definition(); }
 };
 
@@ -49,24 +49,15 @@ QString Declaration(const TableDef& table) {
   return u"CREATE TABLE t ("_s + columns.join(u", "_s) + u')';
 }
 
-int Connect(sqlite3* connection, void* context, int /*count*/, const char* const* arguments, sqlite3_vtab** made,
+int Connect(sqlite3* /*connection*/, void* entry, int /*count*/, const char* const* /*arguments*/, sqlite3_vtab** made,
             char** /*message*/) {
-  auto* tables = static_cast<VirtualTables*>(context);
+  auto table = std::make_unique<OpenTable>();
+  table->entry = static_cast<VirtualTables::Entry*>(entry);
   int answer = SQLITE_OK;
-  const int failed = Guarded(tables, [&] {
-    auto table = std::make_unique<OpenTable>();
-    table->tables = tables;
-    table->place = std::strtoul(arguments[3], nullptr, 10);
-    answer = sqlite3_declare_vtab(connection, Declaration(table->Definition()).toUtf8().constData());
-    if (answer == SQLITE_OK) *made = table.release();
-  });
-  return failed != SQLITE_OK ? failed : answer;
-}
-
-// Apart from Connect: the engine takes a module with one function for both as usable without a declaration.
-int Create(sqlite3* connection, void* context, int count, const char* const* arguments, sqlite3_vtab** made,
-           char** message) {
-  return Connect(connection, context, count, arguments, made, message);
+  const int failed = Guarded(table->All(), [&] { answer = table->All()->Declare(table->Definition()); });
+  if (failed != SQLITE_OK || answer != SQLITE_OK) return std::max(failed, answer);
+  *made = table.release();
+  return SQLITE_OK;
 }
 
 int Disconnect(sqlite3_vtab* table) {
@@ -76,14 +67,14 @@ int Disconnect(sqlite3_vtab* table) {
 
 int BestIndex(sqlite3_vtab* base, sqlite3_index_info* info) {
   auto* table = static_cast<OpenTable*>(base);
-  return Guarded(table->tables, [&] {
+  return Guarded(table->All(), [&] {
     info->idxNum = static_cast<int>(table->plans.size());
     table->plans.push_back(ChoosePlan(table->Definition(), info));
   });
 }
 
 int Open(sqlite3_vtab* base, sqlite3_vtab_cursor** made) {
-  return Guarded(static_cast<OpenTable*>(base)->tables, [&] { *made = new OpenCursor; });
+  return Guarded(static_cast<OpenTable*>(base)->All(), [&] { *made = new OpenCursor; });
 }
 
 int Close(sqlite3_vtab_cursor* cursor) {
@@ -94,7 +85,7 @@ int Close(sqlite3_vtab_cursor* cursor) {
 int Filter(sqlite3_vtab_cursor* base, int plan, const char* /*text*/, int count, sqlite3_value** values) {
   auto* cursor = static_cast<OpenCursor*>(base);
   OpenTable& table = cursor->Owner();
-  return Guarded(table.tables, [&] {
+  return Guarded(table.All(), [&] {
     cursor->rows.reset();
     cursor->rows = Begin(table.plans[static_cast<std::size_t>(plan)], table.Stored(), count, values);
     cursor->atEnd = !cursor->rows->Next();
@@ -103,7 +94,7 @@ int Filter(sqlite3_vtab_cursor* base, int plan, const char* /*text*/, int count,
 
 int Next(sqlite3_vtab_cursor* base) {
   auto* cursor = static_cast<OpenCursor*>(base);
-  return Guarded(cursor->Owner().tables, [&] { cursor->atEnd = !cursor->rows->Next(); });
+  return Guarded(cursor->Owner().All(), [&] { cursor->atEnd = !cursor->rows->Next(); });
 }
 
 int AtEnd(sqlite3_vtab_cursor* cursor) {
@@ -114,13 +105,13 @@ int Column(sqlite3_vtab_cursor* base, sqlite3_context* context, int column) {
   auto* cursor = static_cast<OpenCursor*>(base);
   // A field that an UPDATE leaves alone is not even read.
   if (sqlite3_vtab_nochange(context) != 0) return SQLITE_OK;
-  return Guarded(cursor->Owner().tables,
+  return Guarded(cursor->Owner().All(),
                  [&] { SetResult(context, cursor->rows->Field(static_cast<std::size_t>(column))); });
 }
 
 int Identity(sqlite3_vtab_cursor* base, sqlite3_int64* row) {
   auto* cursor = static_cast<OpenCursor*>(base);
-  return Guarded(cursor->Owner().tables, [&] { *row = cursor->rows->Id(); });
+  return Guarded(cursor->Owner().All(), [&] { *row = cursor->rows->Id(); });
 }
 
 // The engine hands over the old identity, the new one and then the fields.
@@ -135,7 +126,7 @@ void RequireConstantDefault(const TableDef& table, const FieldDef& field) {
 
 void InsertRow(const OpenTable& table, sqlite3_value** values) {
   const TableDef& definition = table.Definition();
-  const FieldMask& given = table.tables->Given(table.place);
+  const FieldMask& given = table.entry->given;
   std::vector<Value> row;
   row.reserve(static_cast<std::size_t>(definition.fields.size()));
   for (int i = 0; i < definition.fields.size(); ++i) {
@@ -161,7 +152,7 @@ void UpdateRow(const OpenTable& table, RowId identity, sqlite3_value** values) {
 
 int Update(sqlite3_vtab* base, int count, sqlite3_value** values, sqlite3_int64* /*identity*/) {
   auto* table = static_cast<OpenTable*>(base);
-  return Guarded(table->tables, [&] {
+  return Guarded(table->All(), [&] {
     if (count == 1) {
       table->Stored().Delete(sqlite3_value_int64(values[0]));
     } else if (sqlite3_value_type(values[0]) == SQLITE_NULL) {
@@ -175,11 +166,9 @@ int Update(sqlite3_vtab* base, int count, sqlite3_value** values, sqlite3_int64*
 const sqlite3_module* Module() {
   static const sqlite3_module kModule = [] {
     sqlite3_module module{};
-    module.xCreate = Create;
     module.xConnect = Connect;
     module.xBestIndex = BestIndex;
     module.xDisconnect = Disconnect;
-    module.xDestroy = Disconnect;
     module.xOpen = Open;
     module.xClose = Close;
     module.xFilter = Filter;
@@ -193,26 +182,27 @@ const sqlite3_module* Module() {
   return &kModule;
 }
 
-constexpr const char* kModuleName = "stored";
-
 }  // namespace
 
-VirtualTables::VirtualTables(sqlite3* connection) : connection_(connection) {
-  sqlite3_create_module_v2(connection, kModuleName, Module(), this, nullptr);
+VirtualTables::~VirtualTables() {
+  sqlite3_drop_modules(connection_, nullptr);
 }
 
 void VirtualTables::Add(const QString& name, std::unique_ptr<Table> table) {
-  const std::size_t place = entries_.size();
-  entries_.push_back({std::move(table), {}});
-  const QString sql =
-      u"CREATE VIRTUAL TABLE %1 USING %2(%3)"_s.arg(QuotedName(name)).arg(QLatin1StringView(kModuleName)).arg(place);
-  const SqliteStatement statement = Compile(connection_, sql);
-  const bool made = statement && sqlite3_step(statement.get()) == SQLITE_DONE;
-  RethrowFailure();
-  if (!made) {
-    throw runtime::Error(
-        u"De tabel '%1' is niet bruikbaar: %2."_s.arg(name, QString::fromUtf8(sqlite3_errmsg(connection_))));
+  // Tables of the engine's own stand before any module.
+  if (name.startsWith(u"sqlite_"_s, Qt::CaseInsensitive)) {
+    throw runtime::Error(u"De tabel '%1' is niet bruikbaar: die naam is van de SQL-machine zelf."_s.arg(name));
   }
+  Entry& entry = entries_.emplace_back(Entry{this, std::move(table), {}});
+  sqlite3_create_module_v2(connection_, name.toUtf8().constData(), Module(), &entry, nullptr);
+}
+
+int VirtualTables::Declare(const TableDef& table) {
+  const QByteArray declaration = Declaration(table).toUtf8();
+  isDeclaring_ = true;
+  const int answer = sqlite3_declare_vtab(connection_, declaration.constData());
+  isDeclaring_ = false;
+  return answer;
 }
 
 void VirtualTables::RethrowFailure() const {

@@ -3,19 +3,23 @@
 #include <sqlite3.h>
 
 #include <QString>
+#include <deque>
 #include <exception>
 #include <memory>
-#include <vector>
 
 #include "platform/dao/Storage.h"
 
 namespace dao {
 
-// The tables that one statement names, as the SQL engine sees them.
+// The tables that one statement names, as the SQL engine sees them: each is there without having been created, as the
+// one table of a module of its name.
 class VirtualTables {
  public:
-  // Must outlive the connection's use of them.
-  explicit VirtualTables(sqlite3* connection);
+  // The connection has no modules of others. What was compiled on it is gone before this is.
+  explicit VirtualTables(sqlite3* connection) : connection_(connection) {}
+  ~VirtualTables();
+  VirtualTables(const VirtualTables&) = delete;
+  VirtualTables& operator=(const VirtualTables&) = delete;
 
   // Makes a table known under a name. Its place counts from 0 in the order of the calls.
   void Add(const QString& name, std::unique_ptr<Table> table);
@@ -27,17 +31,22 @@ class VirtualTables {
   // Throws what a table threw under the engine, if anything: no exception crosses the engine's C code.
   void RethrowFailure() const;
 
-  // For the callbacks.
-  const FieldMask& Given(std::size_t place) const { return entries_[place].given; }
-  void KeepFailure(std::exception_ptr failure) { failure_ = std::move(failure); }
+  // Whether it is this that tells the engine about a table now, and no statement that asks for something.
+  bool IsDeclaring() const { return isDeclaring_; }
 
- private:
+  // For the callbacks.
   struct Entry {
+    VirtualTables* all;
     std::unique_ptr<Table> table;
     FieldMask given;
   };
+  int Declare(const TableDef& table);
+  void KeepFailure(std::exception_ptr failure) { failure_ = std::move(failure); }
+
+ private:
   sqlite3* connection_;
-  std::vector<Entry> entries_;
+  std::deque<Entry> entries_;  // which the engine points to
+  bool isDeclaring_ = false;
   std::exception_ptr failure_;
 };
 

@@ -30,10 +30,8 @@ class Theme : public QObject {
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
 
- private Q_SLOTS:
-  void AskDesktop();
-
  private:
+  Q_SLOT void AskDesktop();
   void FollowDesktop();
 
   QApplication& application_;

@@ -5,7 +5,6 @@
 
 #include "platform/jet/Damage.h"
 #include "platform/jet/Names.h"
-#include "platform/jet/Properties.h"
 #include "platform/jet/SystemTables.h"
 #include "platform/jet/TableMaker.h"
 #include "platform/jet/Utf8.h"
@@ -57,11 +56,7 @@ std::string Database::Context() const {
 
 const Catalog& Database::Objects() {
   const ReadTurn reading(*this);
-  if (!catalog_ || catalogGeneration_ != storage_->Generation()) {
-    catalog_ = InContext(Context(), [&] { return Catalog::Read(Source()); });
-    catalogGeneration_ = storage_->Generation();
-  }
-  return *catalog_;
+  return InContext(Context(), [&]() -> const Catalog& { return catalog_.Get(Source(), Catalog::Read); });
 }
 
 std::vector<std::u16string> Database::TableNames() {
@@ -86,13 +81,14 @@ Table Database::OpenTable(std::u16string_view name) {
   const std::string context = Context() + "tabel '" + ToUtf8(entry->name) + "', ";
   return InContext(context, [&] {
     TableDef def = ReadTableDef(Source(), static_cast<std::uint32_t>(entry->id));
-    TableDefinition definition = Describe(entry->name, def, ReadProperties(Source(), entry->row));
+    const auto& properties =
+        properties_[entry->row].Get(Source(), [&](PageSource& pages) { return ReadProperties(pages, entry->row); });
+    TableDefinition definition = Describe(entry->name, def, properties);
     return Table(Source(), std::move(def), std::move(definition), context);
   });
 }
 
-std::unique_ptr<TableWriter> Database::OpenWriter(std::u16string_view name) {
-  const Table table = OpenTable(name);
+std::unique_ptr<TableWriter> Database::OpenWriter(const Table& table) {
   return std::make_unique<TableWriter>(storage_->Changes(), table.Def(), table.Definition());
 }
 
@@ -105,7 +101,6 @@ void Database::CreateTable(const TableDefinition& table, const std::vector<Prope
     throw Error(ErrorCode::Duplicate,
                 "De tabel '" + ToUtf8(table.name) + "' bestaat al in het bestand '" + Name() + "'.");
   }
-  catalog_.reset();
   TableMaker(storage_->Changes()).Make(table, properties);
 }
 

@@ -1,14 +1,16 @@
 #pragma once
 
 #include <filesystem>
+#include <map>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "platform/jet/Catalog.h"
 #include "platform/jet/FileSystem.h"
+#include "platform/jet/Properties.h"
+#include "platform/jet/Remembered.h"
 #include "platform/jet/Storage.h"
 #include "platform/jet/Table.h"
 #include "platform/jet/TableWriter.h"
@@ -52,7 +54,9 @@ class Database {
   Table OpenTable(std::u16string_view name);
 
   /// To change the rows of a table, within a WriteTurn.
-  std::unique_ptr<TableWriter> OpenWriter(std::u16string_view name);
+  std::unique_ptr<TableWriter> OpenWriter(std::u16string_view name) { return OpenWriter(OpenTable(name)); }
+  /// The same of a table opened within this turn, of which nothing was changed since.
+  std::unique_ptr<TableWriter> OpenWriter(const Table& table);
   /// Makes a table with its indexes, within a WriteTurn. Column numbers, places and `fixed` in the definition are not
   /// looked at. An Error for a name that is there already or a definition that no table can have.
   void CreateTable(const TableDefinition& table);
@@ -64,8 +68,8 @@ class Database {
   std::string Context() const;
 
   std::shared_ptr<Storage> storage_;
-  std::optional<Catalog> catalog_;
-  std::uint64_t catalogGeneration_ = 0;
+  Remembered<Catalog> catalog_;
+  std::map<RowId, Remembered<std::vector<PropertySet>>> properties_;  ///< by row of the catalogue
 };
 
 /// In between, what is read stays the same. Turns may be nested.

@@ -202,7 +202,6 @@ void Storage::RefreshIfChanged() {
   wronglyFree_.reset();
   lastHeader_ = header;
   lastSize_ = size;
-  ++generation_;
 }
 
 void Storage::ThrowInUse() {
@@ -276,7 +275,6 @@ void Storage::Commit() {
 
 void Storage::Rollback() noexcept {
   transaction_.reset();
-  ++generation_;
   try {
     lock_->EndExclude();
   } catch (const Error&) {
@@ -328,7 +326,6 @@ void Storage::WriteChanges() {
     pages_->Accept(number, page);
   lastHeader_ = *changed.at(0);
   lastSize_ = newSize;
-  ++generation_;
 }
 
 }  // namespace jet

@@ -43,8 +43,6 @@ class Storage {
   std::uint64_t FileSize() const { return lastSize_; }
   /// What to read from: the file, or what the present statement makes of it. Lives as long as the Storage.
   PageSource& Source() { return source_; }
-  /// Grows whenever what was read before may no longer be so.
-  std::uint64_t Generation() const { return generation_; }
 
   /// Waits for a writer to end; takes back what a crashed one left. An Error (Locked) after the wait's limit.
   void BeginRead();
@@ -105,7 +103,6 @@ class Storage {
   std::unique_ptr<Transaction> transaction_;
   PageBytes lastHeader_{};
   std::uint64_t lastSize_ = 0;
-  std::uint64_t generation_ = 0;
   std::chrono::milliseconds waited_{0};  ///< by the present statement
   int readers_ = 0;
   bool reserved_ = false;

@@ -22,7 +22,7 @@ std::vector<const ColumnDef*> Table::Choose(const ColumnSet& columns) const {
   return chosen;
 }
 
-TableCursor Table::Scan(const ColumnSet& columns) const {
+TableCursor Table::Scan(const ColumnSet& columns) const& {
   return InContext(context_, [&] { return TableCursor(pages_, def_, Choose(columns), context_); });
 }
 
@@ -52,7 +52,7 @@ bool Table::CanLookup(std::size_t index) const {
   });
 }
 
-KeyCursor Table::Lookup(std::size_t index, std::span<const Value> key) const {
+KeyCursor Table::Lookup(std::size_t index, std::span<const Value> key) const& {
   const RealIndexDef& real = Real(index);
   if (key.empty() || key.size() > real.fields.size()) {
     throw Error(ErrorCode::Misuse, "De sleutel past niet bij de index van tabel '" + ToUtf8(definition_.name) + "'.");
@@ -64,7 +64,7 @@ KeyCursor Table::Lookup(std::size_t index, std::span<const Value> key) const {
   return KeyCursor(Cursor(index), std::move(bytes), context_);
 }
 
-KeyCursor Table::ScanByIndex(std::size_t index, bool backwards) const {
+KeyCursor Table::ScanByIndex(std::size_t index, bool backwards) const& {
   return KeyCursor(Cursor(index), backwards, context_);
 }
 

@@ -183,7 +183,7 @@ void AwayDrive::Check(const MessageBoxScript& boxes, const std::string& event) {
   for (const desktop::ShownMessageBox& box : boxes.Shown())
     EXPECT_FALSE(box.text.contains(u"bestaat niet"_s)) << event << ": " << box.text.toStdString();
   SpotSurvey survey;
-  survey.Start(SpotSurvey::Reading::AtOnce);
+  survey.Start(std::chrono::minutes(1));
   EXPECT_TRUE(survey.IsRead()) << event;
   names_ = names;
 }

@@ -43,8 +43,8 @@ TEST(FileFinder, TellsEachFileInTheReceiversThread) {
   ASSERT_TRUE(file.open(QIODevice::WriteOnly));
   QObject receiver;
   Heard heard;
-  const FileFinder finder({{1, file.fileName()}, {2, folder.filePath(u"weg.wav"_s)}, {3, u"Q:\\nergens.wav"_s}},
-                          &receiver, heard.Ear());
+  FileFinder finder(&receiver, heard.Ear());
+  finder.Look({{1, file.fileName()}, {2, folder.filePath(u"weg.wav"_s)}, {3, u"Q:\\nergens.wav"_s}});
   ASSERT_TRUE(WaitUntil([&] { return heard.lasts == 1; }));
   EXPECT_EQ(heard.files,
             (QMap<qint64, Presence>{{1, Presence::There}, {2, Presence::NotThere}, {3, Presence::NotReachable}}));
@@ -54,7 +54,8 @@ TEST(FileFinder, TellsEachFileInTheReceiversThread) {
 TEST(FileFinder, NothingWantedEndsAtOnce) {
   QObject receiver;
   Heard heard;
-  const FileFinder finder({}, &receiver, heard.Ear());
+  FileFinder finder(&receiver, heard.Ear());
+  finder.Look({});
   EXPECT_TRUE(WaitUntil([&] { return heard.lasts == 1; }));
   EXPECT_TRUE(heard.files.isEmpty());
 }
@@ -62,7 +63,8 @@ TEST(FileFinder, NothingWantedEndsAtOnce) {
 TEST(FileFinder, AnswerOnItsWayIsNotToldAfterTheFinderIsGone) {
   QObject receiver;
   Heard heard;
-  auto finder = std::make_unique<FileFinder>(std::vector<FileFinder::Wanted>{{1, u"/"_s}}, &receiver, heard.Ear());
+  auto finder = std::make_unique<FileFinder>(&receiver, heard.Ear());
+  finder->Look({{1, u"/"_s}});
   QThread::msleep(20);  // enough, usually, for the answer to wait in the queue
   finder.reset();
   QCoreApplication::processEvents();
@@ -86,8 +88,8 @@ TEST(FileFinder, GoesWithoutWaitingForAFileThatDoesNotAnswer) {
   });
   QObject receiver;
   Heard heard;
-  auto finder = std::make_unique<FileFinder>(std::vector<FileFinder::Wanted>{{1, u"/stil"_s}, {2, u"/stil2"_s}},
-                                             &receiver, heard.Ear());
+  auto finder = std::make_unique<FileFinder>(&receiver, heard.Ear());
+  finder->Look({{1, u"/stil"_s}, {2, u"/stil2"_s}});
   ASSERT_TRUE(WaitUntil([&] { return server->asked.load(); }));
   finder.reset();  // returns although the look still hangs
   EXPECT_FALSE(server->answers);

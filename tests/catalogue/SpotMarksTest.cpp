@@ -90,7 +90,7 @@ TEST_P(SpotMarks, MarksFollowARefill) {
   station_.OnCurrent(u"UPDATE %1 SET EindDatum = %2 WHERE ID = 1"_s.arg(
       Table(u"ItemSpots"_s), QString::number(runtime::DayNumber(kToday.addDays(1)))));
   QTest::keyClick(&form, Qt::Key_F5);
-  EXPECT_EQ(DetailsOf(form, u"loopt"_s).mark, LineMark::Triangle);
+  EXPECT_TRUE(WaitUntil([&] { return DetailsOf(form, u"loopt"_s).mark == LineMark::Triangle; }));
 }
 
 TEST_P(SpotMarks, MissingFileStaysMarkedThroughARefill) {
@@ -99,6 +99,7 @@ TEST_P(SpotMarks, MissingFileStaysMarkedThroughARefill) {
   Open(form);
   ASSERT_TRUE(FilesAreSeen(form));
   QTest::keyClick(&form, Qt::Key_F5);
+  EXPECT_TRUE(WaitUntil([&] { return DetailsOf(form, u"ontbreekt"_s).mark != LineMark::None; }));
   EXPECT_EQ(DetailsOf(form, u"ontbreekt"_s).mark, LineMark::Cross);
 }
 
@@ -130,29 +131,25 @@ TEST_P(SpotMarks, UnreadableStatesLeaveThePlainList) {
   global.localDatabasePath = global.serverDatabasePath = u"Q:\\weg.mdb"_s;
   int ended = 0;
   QObject::connect(&survey, &SpotSurvey::finished, [&ended] { ++ended; });
-  survey.Start(SpotSurvey::Reading::AtOnce);
+  survey.Start();
   global.localDatabasePath = local;
   global.serverDatabasePath = server;
+  ASSERT_TRUE(WaitUntil([&] { return survey.IsFinished(); }));
   EXPECT_EQ(ended, 1);
   EXPECT_FALSE(survey.IsRead());
   EXPECT_EQ(survey.Find(1), nullptr);
   EXPECT_TRUE(boxes_.Shown().empty());
 }
 
-TEST_P(SpotMarks, ReadingInSlicesKnowsTheSameInTheEnd) {
+TEST_P(SpotMarks, SurveyCountsEveryState) {
   AddAllStates();
-  SpotSurvey atOnce;
-  atOnce.Start(SpotSurvey::Reading::AtOnce);
-  ASSERT_TRUE(atOnce.IsRead());
-  SpotSurvey inSlices;
-  inSlices.Start(SpotSurvey::Reading::InSlices);
-  EXPECT_FALSE(inSlices.IsRead());
-  ASSERT_TRUE(WaitUntil([&] { return atOnce.IsFinished() && inSlices.IsFinished(); }));
-  for (const SpotView view : kSpotViews)
-    EXPECT_EQ(CountIn(view, atOnce.Counts()), CountIn(view, inSlices.Counts()));
-  EXPECT_EQ(CountIn(SpotView::Alle, inSlices.Counts()), 6);
-  EXPECT_EQ(CountIn(SpotView::ZonderBestand, inSlices.Counts()), 1);
-  EXPECT_EQ(CountIn(SpotView::LopenVandaag, inSlices.Counts()), 2);
+  SpotSurvey survey;
+  survey.Start();
+  EXPECT_FALSE(survey.IsRead());
+  ASSERT_TRUE(WaitUntil([&] { return survey.IsFinished(); }));
+  EXPECT_EQ(CountIn(SpotView::Alle, survey.Counts()), 6);
+  EXPECT_EQ(CountIn(SpotView::ZonderBestand, survey.Counts()), 1);
+  EXPECT_EQ(CountIn(SpotView::LopenVandaag, survey.Counts()), 2);
 }
 
 TEST_P(SpotMarks, ListCanBeNarrowedToAStateWithoutReadingAgain) {
@@ -175,7 +172,7 @@ TEST_P(SpotMarks, StateChoiceHidesTheSelectedLineAndTheButtonsFollow) {
   Open(form);
   Select(form, u"loopt"_s);
   form.ShowOnly(SpotView::VerlopenBinnenkort);
-  EXPECT_EQ(Lines(form), QStringList{u"verloopt"_s});
+  EXPECT_TRUE(WaitUntil([&] { return Lines(form) == QStringList{u"verloopt"_s}; }));
   EXPECT_FALSE(Enabled(form, u"cmdOpen"_s));
   EXPECT_FALSE(Enabled(form, u"cmdDesaktiveer"_s));
 }

@@ -57,6 +57,7 @@ TEST(frmRadioDetail, ListsTheStationsByNameWithTheirNumbersAndNoneChosen) {
   schema::AddStation(global.localDatabasePath, 3, u"alfa"_s);
   Window window;
   ASSERT_EQ(window.Radio().ListCount(), 3);
+  EXPECT_FALSE(Child<QLabel>(window.form, u"lblGeenZender"_s).isVisible());
   EXPECT_EQ(window.Radio().Text(0), u"alfa"_s);
   EXPECT_EQ(window.Radio().ItemData(0), 3);
   EXPECT_EQ(window.Radio().Text(2), u"Radio Zee"_s);
@@ -88,6 +89,7 @@ TEST(frmRadioDetail, AnEmptyStationTableLeavesTheListEmptyAndOkDoesNothing) {
   station.OnLocal(u"DELETE FROM cdeLicenties"_s);
   Window window;
   EXPECT_EQ(window.Radio().ListCount(), 0);
+  EXPECT_TRUE(Child<QLabel>(window.form, u"lblGeenZender"_s).isVisible());
   window.PressOk();
   EXPECT_TRUE(window.form.isVisible());
 }

@@ -1,6 +1,8 @@
 #pragma once
 #include "platform/desktop/Theme.h"
+#include "tests/support/OwnUserFolders.h"
 
+#include <QByteArray>
 #include <QString>
 
 #include <memory>
@@ -30,6 +32,7 @@ class Stage {
   Stage& operator=(const Stage&) = delete;
 
  private:
+  testing_support::OwnUserFolders folders_;
   std::unique_ptr<QTemporaryDir> screen_;
   std::unique_ptr<QApplication> application_;
   std::unique_ptr<desktop::Theme> theme_;

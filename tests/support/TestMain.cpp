@@ -1,10 +1,11 @@
 // The main of every test program with Qt: offscreen, fixed locale, fixed style, no desktop settings.
+#include "tests/support/OwnUserFolders.h"
+
 #include <gtest/gtest.h>
 
 #include <QApplication>
 #include <QFileInfo>
 #include <QLocale>
-#include <QStandardPaths>
 
 int main(int argc, char** argv) {
   // A test program that needs another one says so before main.
@@ -13,7 +14,7 @@ int main(int argc, char** argv) {
   // Every test makes databases of its own; in memory their syncs cost nothing.
   if (QFileInfo(QStringLiteral("/dev/shm")).isWritable()) qputenv("TMPDIR", "/dev/shm");
   testing::InitGoogleTest(&argc, argv);
-  QStandardPaths::setTestModeEnabled(true);
+  const testing_support::OwnUserFolders folders;
   QLocale::setDefault(QLocale(QLocale::Dutch, QLocale::Belgium));
   QApplication application(argc, argv);
   QApplication::setQuitOnLastWindowClosed(false);

@@ -50,9 +50,13 @@ TEST_F(Tool, CreateNeverReplacesAStation) {
 }
 
 TEST_F(Tool, CreateRefusesANumberThatIsNone) {
-  EXPECT_EQ(Create({u"--station"_s, u"drie"_s}).exitCode, kFailed);
-  EXPECT_EQ(Create({u"--station"_s, u"-1"_s}).exitCode, kFailed);
-  EXPECT_EQ(Create({u"--station"_s, u"40000"_s}).exitCode, kFailed);
+  for (const QString& number : {u"drie"_s, u"-1"_s, u"40000"_s, u""_s}) {
+    const ToolRun run = Create({u"--station"_s, number});
+    EXPECT_EQ(run.exitCode, kWrongUse);
+    EXPECT_NE(run.err.find("--station hoort een getal van 0 tot 32767; '" + number.toStdString() + "'"),
+              std::string::npos)
+        << run.err;
+  }
   EXPECT_FALSE(QFile::exists(Local()));
 }
 
@@ -94,7 +98,24 @@ TEST_F(Tool, WrongUseIsToldWithTheUsage) {
   EXPECT_NE(RunTool({u"--help"_s}).out.find("create MAP"), std::string::npos);
   EXPECT_EQ(RunTool({u"vernietig"_s}).exitCode, kWrongUse);
   EXPECT_EQ(RunTool({u"dump"_s, u"x"_s}).exitCode, kWrongUse);
-  EXPECT_EQ(RunTool({u"tables"_s, u"x"_s, u"--hard"_s}).exitCode, kFailed);
+  EXPECT_EQ(RunTool({u"tables"_s, u"x"_s, u"--hard"_s}).exitCode, kWrongUse);
+  EXPECT_EQ(RunTool({u"tables"_s, u"x"_s, u"--password"_s}).exitCode, kWrongUse);
+}
+
+TEST_F(Tool, AnEmptyWordIsNotTheFolderOneHappensToBeIn) {
+  for (const Command& command : AllCommands()) {
+    const ToolRun run = RunTool({command.name, u""_s});
+    EXPECT_EQ(run.exitCode, kWrongUse) << command.name.toStdString();
+    EXPECT_NE(run.err.find("Een leeg woord"), std::string::npos) << run.err;
+  }
+}
+
+TEST_F(Tool, OutputThatCannotBeWrittenIsAFailure) {
+  ASSERT_EQ(Create().exitCode, kDone);
+  std::ostringstream err;
+  std::ostream nowhere(nullptr);
+  EXPECT_EQ(RunCommand({u"tables"_s, Local()}, {nowhere, err}), kFailed);
+  EXPECT_EQ(err.str(), "De uitvoer kan niet geschreven worden.\n");
 }
 
 TEST_F(Tool, AFileThatIsNoDatabaseIsNamed) {

@@ -72,11 +72,11 @@ TEST(SpotsCommand, DaysThatAreNoneAreRefusedByName) {
   const StationProgram program;
   for (const QString& days : {u"morgen"_s, u"-1"_s, u"99999"_s, u"3000000000"_s}) {
     const ToolRun run = program.Run(u"spots"_s, {u"--ending"_s, days});
-    EXPECT_EQ(run.exitCode, kFailed) << days.toStdString();
+    EXPECT_EQ(run.exitCode, kWrongUse) << days.toStdString();
     EXPECT_NE(run.err.find(days.toStdString()), std::string::npos) << run.err;
     EXPECT_EQ(run.out, "");
   }
-  EXPECT_EQ(program.Run(u"spots"_s, {u"--ending"_s}).exitCode, kFailed);
+  EXPECT_EQ(program.Run(u"spots"_s, {u"--ending"_s}).exitCode, kWrongUse);
 }
 
 TEST(SpotsCommand, AFolderThatIsNoStationIsNamed) {

@@ -65,6 +65,22 @@ TEST_F(Length, OfAnMp3WithoutALengthHeaderCountsEveryFrame) {
   }
 }
 
+TEST_F(Length, AnotherEncodersHeaderIsNoSoundEither) {
+  const std::string with = MakeVariableMp3(folder_.File("v.mp3"), 8);
+  const std::string bare = WithoutLengthHeader(with, folder_.File("none.mp3"));
+  const std::string vbri = WithVbriHeader(with, folder_.File("vbri.mp3"));
+  ASSERT_EQ(StraightDecode(vbri), StraightDecode(bare));
+  Bytes junk(3000, 0x55);
+  Append(junk, ReadBytes(vbri));
+  EXPECT_EQ(StraightDecode(WriteBytes(folder_.File("junk.mp3"), junk)), StraightDecode(bare));
+}
+
+TEST_F(Length, OfAHeaderWithoutSoundIsAnError) {
+  Bytes bytes = ReadBytes(WithVbriHeader(MakeVariableMp3(folder_.File("v.mp3"), 1), folder_.File("vbri.mp3")));
+  bytes.resize(bytes.size() - ReadBytes(WithoutLengthHeader(folder_.File("v.mp3"), folder_.File("none.mp3"))).size());
+  EXPECT_NE(ErrorOf(WriteBytes(folder_.File("kop.mp3"), bytes)).find("kop.mp3"), std::string::npos);
+}
+
 TEST_F(Length, OfACutMp3IsWhatIsLeftDespiteItsOldHeader) {
   Bytes bytes = ReadBytes(MakeVariableMp3(folder_.File("whole.mp3"), 20));
   bytes.resize(bytes.size() / 2);

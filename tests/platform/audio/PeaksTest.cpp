@@ -1,4 +1,4 @@
-// The waveform of a file, and what is kept of it.
+// The waveform of a file, and its loudness.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -7,7 +7,6 @@
 
 #include "platform/audio/Error.h"
 #include "platform/audio/Loudness.h"
-#include "platform/audio/PeakCache.h"
 #include "platform/audio/Peaks.h"
 #include "tests/platform/audio/support/SoundFiles.h"
 
@@ -45,6 +44,20 @@ TEST_F(PeaksOfAFile, HaveTheLowestHighestAndMeanSquareOfBothChannels) {
   EXPECT_EQ(peaks.bins[2], audio::PeakBin{});
 }
 
+// Whatever place within the bin it has: samples are looked at several at a time.
+TEST_F(PeaksOfAFile, MissNoSample) {
+  constexpr std::size_t kSamples = 882;  // of both channels, a bin
+  std::vector<std::pair<std::size_t, std::int16_t>> spikes;
+  for (std::size_t bin = 0; bin < kSamples; ++bin)
+    spikes.emplace_back(bin * kSamples + bin, bin % 2 == 0 ? 3000 : -3000);
+  const auto peaks = audio::ReadPeaks(Painted(8.82, spikes), kToTheEnd);
+  ASSERT_EQ(peaks.bins.size(), kSamples);
+  for (std::size_t bin = 0; bin < kSamples; ++bin) {
+    const audio::PeakBin expected = bin % 2 == 0 ? audio::PeakBin{0, 3000, 101} : audio::PeakBin{-3000, 0, 101};
+    ASSERT_EQ(peaks.bins[bin], expected) << bin;
+  }
+}
+
 TEST_F(PeaksOfAFile, CoverTheLastPartOfABin) {
   const auto peaks = audio::ReadPeaks(Painted(0.995, {{43879 * 2, -5}}), kToTheEnd);
   ASSERT_EQ(peaks.bins.size(), 100U);
@@ -76,74 +89,6 @@ TEST_F(PeaksOfAFile, AreGivenUpWhenNobodyWantsThem) {
                                       [&](const audio::Peaks&, std::size_t) { return ++calls < 3; });
   EXPECT_EQ(calls, 3);
   EXPECT_TRUE(peaks.bins.empty());
-}
-
-class PeakCaching : public PeaksOfAFile {
- protected:
-  void SetUp() override { audio::PeakCache::ForgetMemory(); }
-
-  std::string path_ = MakeTone(folder_.File("a.wav"), 1);
-  audio::FileStamp stamp_ = audio::FileStamp::Of(path_);
-  audio::Peaks peaks_ = audio::ReadPeaks(path_, kToTheEnd);
-  audio::PeakCache cache_{folder_.File("cache")};
-
-  std::string KeptFile() const {
-    for (const auto& entry : std::filesystem::directory_iterator(folder_.File("cache")))
-      return entry.path();
-    return {};
-  }
-};
-
-TEST_F(PeakCaching, FindsWhatWasStoredInMemoryAndOnDisk) {
-  EXPECT_FALSE(cache_.Find(stamp_));
-  cache_.Store(stamp_, peaks_);
-  ASSERT_TRUE(cache_.Find(stamp_));
-  audio::PeakCache::ForgetMemory();
-  const auto found = cache_.Find(stamp_);
-  ASSERT_TRUE(found);
-  EXPECT_EQ(found->bins, peaks_.bins);
-  EXPECT_EQ(found->lengthMs, peaks_.lengthMs);
-}
-
-TEST_F(PeakCaching, AChangedFileIsReadAgain) {
-  cache_.Store(stamp_, peaks_);
-  audio::FileStamp touched = stamp_;
-  touched.modifiedNs += 1;
-  EXPECT_FALSE(cache_.Find(touched));
-  audio::FileStamp grown = stamp_;
-  grown.size += 1;
-  EXPECT_FALSE(cache_.Find(grown));
-}
-
-TEST_F(PeakCaching, ADamagedFileIsNotBelieved) {
-  cache_.Store(stamp_, peaks_);
-  const Bytes good = ReadBytes(KeptFile());
-  for (std::size_t at = 0; at < good.size(); at += 7) {
-    Bytes bad = good;
-    bad[at] ^= 0x10;
-    WriteBytes(KeptFile(), bad);
-    audio::PeakCache::ForgetMemory();
-    ASSERT_FALSE(cache_.Find(stamp_)) << "byte " << at;
-  }
-  WriteBytes(KeptFile(), Bytes(good.begin(), good.end() - 1));
-  EXPECT_FALSE(cache_.Find(stamp_));
-}
-
-TEST_F(PeakCaching, AFolderThatCannotBeMadeOnlyCostsTime) {
-  const audio::PeakCache nowhere(path_ + "/is/geen/map");
-  nowhere.Store(stamp_, peaks_);
-  audio::PeakCache::ForgetMemory();
-  EXPECT_FALSE(nowhere.Find(stamp_));
-}
-
-TEST_F(PeakCaching, KeepsTheFolderSmall) {
-  audio::FileStamp many = stamp_;
-  for (std::size_t i = 0; i < audio::PeakCache::kMaxFiles + 20; ++i) {
-    many.size = static_cast<std::int64_t>(i);
-    cache_.Store(many, peaks_);
-  }
-  const std::filesystem::directory_iterator files(folder_.File("cache"));
-  EXPECT_EQ(static_cast<std::size_t>(std::distance(begin(files), end(files))), audio::PeakCache::kMaxFiles);
 }
 
 TEST_F(PeaksOfAFile, LoudnessOfAFullScaleSineIsKnown) {

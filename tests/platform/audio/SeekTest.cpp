@@ -40,6 +40,7 @@ TEST(Seeking, IsSampleExactInEveryKindOfFile) {
   ExpectEverySeekExact(MakeVariableMp3(folder.File("vbr.mp3"), 8));
   ExpectEverySeekExact(WithoutLengthHeader(folder.File("cbr.mp3"), folder.File("cbr-none.mp3")));
   ExpectEverySeekExact(WithoutLengthHeader(folder.File("vbr.mp3"), folder.File("vbr-none.mp3")));
+  ExpectEverySeekExact(WithVbriHeader(folder.File("vbr.mp3"), folder.File("vbr-vbri.mp3")));
   ExpectEverySeekExact(MakeTone(folder.File("48.mp3"), 8, 48000));
 }
 

@@ -165,6 +165,35 @@ TEST_F(Lines, ASearchHidesLinesWithoutTheText) {
   EXPECT_EQ(list.ShownCount(), 4);
 }
 
+TEST_F(Lines, ASearchThatGrowsAndShrinksFindsAsIfTypedAtOnce) {
+  for (const QString& text : {u"r"_s, u"ru"_s, u"rui"_s, u"ru"_s, u"u"_s, u"it"_s, u"cit"_s, QString()}) {
+    list.SetFilterText(text);
+    for (int index = 0; index < list.ListCount(); ++index)
+      EXPECT_EQ(list.IsShown(index), list.Text(index).contains(text, Qt::CaseInsensitive)) << text.toStdString();
+  }
+}
+
+TEST_F(Lines, ASearchKnowsLinesThatChangedMeanwhile) {
+  list.SetFilterText(u"a"_s);
+  list.SetText(2, u"Aardbei"_s);
+  list.RemoveItem(0);
+  list.AddItem(u"Abrikoos"_s, 50);
+  list.SetFilterText(u"ab"_s);
+  EXPECT_EQ(list.ShownCount(), 1);
+  list.SetFilterText(u"a"_s);
+  EXPECT_EQ(list.ShownCount(), 3);
+  list.MoveLine(3, 0);
+  list.SetFilterText(u"aa"_s);
+  EXPECT_EQ(list.ShownCount(), 2);
+  EXPECT_TRUE(list.IsShown(1));
+  list.Clear();
+  list.AddItem(u"Framboos"_s);
+  EXPECT_EQ(list.ShownCount(), 0);
+  list.SetText(0, u"Aalbes"_s);
+  list.SetFilterText(u"aal"_s);
+  EXPECT_EQ(list.ShownCount(), 1);
+}
+
 TEST_F(Lines, AHiddenLineLosesItsSelectionAVisibleOneKeepsIt) {
   list.SetListIndex(2);
   clicked.clear();

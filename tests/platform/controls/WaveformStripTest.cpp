@@ -5,6 +5,7 @@
 #include <QPaintEvent>
 #include <QSignalSpy>
 #include <QTest>
+#include <functional>
 
 #include "platform/controls/WaveformPainter.h"
 #include "platform/desktop/Tokens.h"
@@ -196,22 +197,42 @@ class WatchedStrip : public WaveformStrip {
   }
 };
 
-TEST(WaveformStrip, ThePlayHeadRepaintsOnlyItsSurroundings) {
+class Repainting : public testing::Test {
+ protected:
+  Repainting() {
+    strip.resize(616, 120);
+    strip.Begin(60000, 600);
+    strip.show();
+    QCoreApplication::processEvents();
+  }
+
+  // What is painted again because of that.
+  QRect PaintedFor(const std::function<void()>& change) {
+    strip.painted = QRegion();
+    change();
+    QCoreApplication::processEvents();
+    return strip.painted.boundingRect();
+  }
+
   WatchedStrip strip;
-  strip.resize(616, 120);
-  strip.Begin(60000, 600);
-  strip.show();
-  QCoreApplication::processEvents();
-  strip.SetPositionMs(30000);
-  QCoreApplication::processEvents();
-  strip.painted = QRegion();
-  strip.SetPositionMs(30010);
-  QCoreApplication::processEvents();
-  EXPECT_TRUE(strip.painted.isEmpty());
-  strip.SetPositionMs(30500);
-  QCoreApplication::processEvents();
-  EXPECT_FALSE(strip.painted.isEmpty());
-  EXPECT_LT(strip.painted.boundingRect().width(), 40);
+};
+
+TEST_F(Repainting, ThePlayHeadTakesOnlyItsSurroundings) {
+  PaintedFor([&] { strip.SetPositionMs(30000); });
+  EXPECT_TRUE(PaintedFor([&] { strip.SetPositionMs(30010); }).isEmpty());
+  const QRect moved = PaintedFor([&] { strip.SetPositionMs(30500); });
+  EXPECT_FALSE(moved.isEmpty());
+  EXPECT_LT(moved.width(), 40);
+}
+
+TEST_F(Repainting, NewPeaksTakeTheirOwnColumnsAndNoOthers) {
+  for (int second = 0; second < 60; second += 10) {
+    const QRect painted = PaintedFor([&] { strip.AppendPeaks(std::vector<Peak>(100)); });
+    EXPECT_LE(painted.left(), strip.XOf(second * 1000));
+    EXPECT_GE(painted.right(), strip.XOf((second + 10) * 1000) - 1);
+    EXPECT_LT(painted.width(), 110) << second;
+  }
+  EXPECT_EQ(PaintedFor([&] { strip.AppendPeaks({Peak{}}); }), strip.rect()) << "a longer file moves them all";
 }
 
 }  // namespace

@@ -55,4 +55,18 @@ TEST(Collation, OrderIsThatOfTheFilesIndexes) {
   EXPECT_EQ(Value(database, u"SELECT MAX(Naam) AS x FROM tblSpots"_s, u"x"_s), sorted.last());
 }
 
+// The engine sorts rows of all lengths packed one behind the other, so that texts begin at odd places too.
+TEST(Collation, TextsOfAnyLengthAreOrdered) {
+  const SpotScratch s;
+  dao::Database database = s.Open();
+  database.Execute(u"DELETE FROM tblSpots"_s);
+  QStringList texts;
+  for (int number = 0; number < 60; ++number)
+    texts += QString(number * 7 % 20, u'x') + QString(number * 37 % 600, u'a') + QString::number(100 + number);
+  for (qsizetype at = 0; at < texts.size(); ++at)
+    database.Execute(u"INSERT INTO tblSpots (ID, Memo) VALUES (%1, \"%2\")"_s.arg(at * at * at).arg(texts[at]));
+  texts.sort();
+  EXPECT_EQ(Rows(database, u"SELECT Memo FROM tblSpots ORDER BY Memo"_s), texts);
+}
+
 }  // namespace

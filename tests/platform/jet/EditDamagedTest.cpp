@@ -44,6 +44,42 @@ TEST(EditingDamagedFiles, MakesNothingWorse) {
   EXPECT_GT(refused, inputs / 20);
 }
 
+// One name has a character without a sort key, another name is not what its key says. While the first row is there, the
+// check can only remark on the index; once it is deleted, the second is a finding that no edit brought about.
+TEST(EditingDamagedFiles, AnIndexThatIsHalfCheckedCountsAsDamaged) {
+  constexpr std::uint8_t kLargerBase = 3;
+  constexpr std::uint8_t kTwoDamages = 2 * 4;
+  constexpr std::uint8_t kSetByte = 1;
+  constexpr std::uint8_t kDeleteTwelve = 5;
+  const std::vector<std::uint8_t> input = {kLargerBase + kTwoDamages,
+                                           28,
+                                           0x8C,
+                                           0x7F,
+                                           kSetByte,
+                                           0xFF,
+                                           34,
+                                           0x8C,
+                                           0x00,
+                                           kSetByte,
+                                           u'p',
+                                           kDeleteTwelve,
+                                           0,
+                                           0,
+                                           0,
+                                           0,
+                                           0,
+                                           0,
+                                           0,
+                                           0,
+                                           0,
+                                           0,
+                                           0,
+                                           0};
+  const fuzz::EditOutcome outcome = fuzz::EditDamaged(input);
+  EXPECT_TRUE(outcome.damaged);
+  EXPECT_EQ(outcome.committed, 1);
+}
+
 class DamagedBase : public testing::Test {
  protected:
   void SetUp() override {
@@ -145,7 +181,8 @@ TEST_F(DamagedBase, ALongValueOfAnotherTableIsNotReleased) {
   Store(&*head + 4, foreign);
   files_.Put(kPath, file_);
   const auto database = Open();
-  TableCursor cursor = database->OpenTable(u"tblSpots").Scan({});
+  const Table spots = database->OpenTable(u"tblSpots");
+  TableCursor cursor = spots.Scan({});
   RowId last = 0;
   while (cursor.Next())
     last = cursor.Id();

@@ -6,6 +6,7 @@
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
+#include <string_view>
 
 #include "platform/audio/Decoder.h"
 
@@ -39,15 +40,30 @@ std::string MakeVariableMp3(const std::string& path, double seconds) {
   return path;
 }
 
-// The header frame holds "Xing" or "Info"; the next frame begins with the same two bytes of sync and version.
+// Where the second frame begins: with the same two bytes of sync and version.
+static std::ptrdiff_t SecondFrame(const Bytes& bytes, const std::string& path) {
+  if (bytes.size() < 256 || bytes[0] != 0xFF) throw std::runtime_error("no MPEG frame at the beginning of " + path);
+  for (std::size_t i = 64; i + 4 < bytes.size(); ++i) {
+    if (bytes[i] == 0xFF && bytes[i + 1] == bytes[1]) return static_cast<std::ptrdiff_t>(i);
+  }
+  throw std::runtime_error("no second frame in " + path);
+}
+
+// The header frame holds "Xing" or "Info".
 std::string WithoutLengthHeader(const std::string& from, const std::string& to) {
   const Bytes bytes = ReadBytes(from);
-  if (bytes.size() < 256 || bytes[0] != 0xFF) throw std::runtime_error("no MPEG frame at the beginning of " + from);
-  for (std::size_t i = 64; i + 4 < bytes.size(); ++i) {
-    if (bytes[i] == 0xFF && bytes[i + 1] == bytes[1])
-      return WriteBytes(to, Bytes(bytes.begin() + static_cast<std::ptrdiff_t>(i), bytes.end()));
-  }
-  throw std::runtime_error("no second frame in " + from);
+  return WriteBytes(to, Bytes(bytes.begin() + SecondFrame(bytes, from), bytes.end()));
+}
+
+std::string WithVbriHeader(const std::string& from, const std::string& to) {
+  constexpr std::ptrdiff_t kPlace = 36;
+  const Bytes sound = ReadBytes(WithoutLengthHeader(from, to));
+  Bytes bytes(sound.begin(), sound.begin() + SecondFrame(sound, to));
+  std::fill(bytes.begin() + 4, bytes.end(), 0);
+  constexpr std::string_view kMark = "VBRI";
+  std::copy(kMark.begin(), kMark.end(), bytes.begin() + kPlace);
+  bytes.insert(bytes.end(), sound.begin(), sound.end());
+  return WriteBytes(to, bytes);
 }
 
 Bytes ReadBytes(const std::string& path) {

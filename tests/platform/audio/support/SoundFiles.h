@@ -30,6 +30,8 @@ std::string MakeTone(const std::string& path, double seconds, int sampleRate = 4
 std::string MakeVariableMp3(const std::string& path, double seconds);
 // An MP3 without the length header: its first frame, which holds only that, is cut off.
 std::string WithoutLengthHeader(const std::string& from, const std::string& to);
+// The same with the header of another encoder in its place: a frame marked "VBRI".
+std::string WithVbriHeader(const std::string& from, const std::string& to);
 
 using Bytes = std::vector<unsigned char>;
 Bytes ReadBytes(const std::string& path);

@@ -1,0 +1,155 @@
+// Changing a table row by row, every change durable: inserts, updates and deletes of rows of a table with two indexes
+// that holds 10 000 rows before, by SQL and by the library below it, beside SQLite (rollback journal,
+// synchronous=EXTRA) with the same statements on the same disk. Blocks alternate, so that what the disk does meanwhile
+// meets all; a median of the blocks counts. Then the same in memory (/dev/shm), where waiting for the disk costs
+// nothing: our own work. usage: DurableBench [CHANGES [FOLDER]]       of each kind; the folder is
+// SPOTROOSTER_BENCH_FOLDER or beside this program
+//        DurableBench alone dao|jet|sqlite insert|update|delete CHANGES       one kind in memory, for a profiler
+#include <QDir>
+#include <QTemporaryDir>
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <numeric>
+#include <random>
+#include <vector>
+
+#include "bench/BenchFolder.h"
+#include "bench/ChangedTable.h"
+#include "bench/Plain.h"
+#include "bench/TimedFiles.h"
+#include "platform/dao/FileSystemScope.h"
+
+using namespace Qt::StringLiterals;
+using bench::ChangedTable;
+using bench::Require;
+
+namespace {
+
+constexpr int kStanding = 10'000;
+const QString kMemory = u"/dev/shm"_s;
+
+struct Kind {
+  const char* name;
+  std::function<void(ChangedTable&, int)> change;
+};
+
+const std::vector<Kind> kKinds = {{"insert", [](ChangedTable& table, int id) { table.Insert(id); }},
+                                  {"update", [](ChangedTable& table, int id) { table.Update(id, 5); }},
+                                  {"delete", [](ChangedTable& table, int id) { table.Delete(id); }}};
+
+// New rows come by their numbers; which of them changes or goes next is anybody's guess.
+std::vector<int> Ids(const Kind& kind, int changes) {
+  std::vector<int> ids(static_cast<std::size_t>(changes));
+  std::iota(ids.begin(), ids.end(), kStanding + 1);
+  if (&kind != &kKinds.front()) std::shuffle(ids.begin(), ids.end(), std::mt19937(1));
+  return ids;
+}
+
+double MedianOf(std::vector<double> values) {
+  std::sort(values.begin(), values.end());
+  return values[values.size() / 2];
+}
+
+class Contest {
+ public:
+  Contest(const QString& folder, int changes)
+      : folder_(folder + u"/durable-bench-XXXXXX"_s), scope_(files_), changes_(changes) {
+    Require(folder_.isValid(), "the folder");
+    tables_.push_back(bench::TableOfSqlite(folder_.path()));
+    tables_.push_back(bench::TableOfDao(folder_.path()));
+    tables_.push_back(bench::TableOfJet(folder_.path(), files_));
+    for (const auto& table : tables_)
+      table->Fill(kStanding);
+  }
+
+  void Run() {
+    for (const Kind& kind : kKinds) {
+      RunKind(kind);
+      for (const auto& table : tables_)
+        Require(table->Read() == tables_.front()->Read(), "rows or sums");
+    }
+    Require(tables_.front()->Read().rows == kStanding, "row count at the end");
+  }
+
+ private:
+  void RunKind(const Kind& kind) {
+    const std::vector<int> ids = Ids(kind, changes_);
+    const std::size_t block = std::clamp<std::size_t>(ids.size() / 20, 1, 500);
+    std::vector<std::vector<double>> times(tables_.size());
+    std::vector<bench::TimedFiles::Spent> spent(tables_.size());
+    for (std::size_t first = 0; first < ids.size(); first += block) {
+      const std::size_t end = std::min(first + block, ids.size());
+      for (std::size_t i = 0; i < tables_.size(); ++i) {
+        files_.Forget();
+        const double ms = bench::MillisecondsOf([&] {
+          for (std::size_t at = first; at < end; ++at)
+            kind.change(*tables_[i], ids[at]);
+        });
+        times[i].push_back(ms / static_cast<double>(end - first));
+        spent[i] += files_.Told();
+      }
+    }
+    Print(kind, times, spent);
+  }
+
+  void Print(const Kind& kind, const std::vector<std::vector<double>>& times,
+             const std::vector<bench::TimedFiles::Spent>& spent) const {
+    const double beside = MedianOf(times.front());
+    std::printf("%s, each durable: SQLite %.3f ms\n", kind.name, beside);
+    for (std::size_t i = 1; i < tables_.size(); ++i) {
+      const double ours = MedianOf(times[i]);
+      std::printf(
+          "  %-6s %.3f ms: ratio %.2f; a change: %.1f syncs, %.3f ms of waiting for the disk, %.1f writes of %.0f "
+          "bytes in all, %.0f calls\n",
+          qPrintable(tables_[i]->Name()), ours, ours / beside, spent[i].syncs / double(changes_),
+          spent[i].waitedMilliseconds / changes_, spent[i].writes / double(changes_), spent[i].bytesWritten / changes_,
+          spent[i].calls / double(changes_));
+    }
+  }
+
+  QTemporaryDir folder_;
+  bench::TimedFiles files_;
+  dao::FileSystemScope scope_;
+  int changes_;
+  std::vector<std::unique_ptr<ChangedTable>> tables_;
+};
+
+void Compare(const QString& folder, int changes) {
+  std::printf("in %s, %d changes of each kind\n", qPrintable(folder), changes);
+  Contest(folder, changes).Run();
+}
+
+// `changes` of one kind, and nothing beside it: the cost of a change is the difference of two numbers of changes.
+int RunAlone(const QString& who, const QString& what, int changes) {
+  const QTemporaryDir folder(kMemory + u"/durable-bench-XXXXXX"_s);
+  const auto table = who == u"sqlite"_s ? bench::TableOfSqlite(folder.path())
+                     : who == u"jet"_s  ? bench::TableOfJet(folder.path(), jet::HostFileSystem())
+                                        : bench::TableOfDao(folder.path());
+  const auto kind =
+      std::find_if(kKinds.begin(), kKinds.end(), [&](const Kind& one) { return what == QLatin1StringView(one.name); });
+  Require(kind != kKinds.end(), "usage");
+  const bool isInsert = kind == kKinds.begin();
+  table->Fill(isInsert ? kStanding : kStanding + 2'000);
+  std::vector<int> ids = Ids(*kind, isInsert ? changes : 2'000);
+  Require(changes <= static_cast<int>(ids.size()), "that many changes");
+  ids.resize(static_cast<std::size_t>(changes));
+  for (const int id : ids)
+    kind->change(*table, id);
+  return 0;
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  std::setvbuf(stdout, nullptr, _IOLBF, 0);
+  if (count == 5 && qstrcmp(arguments[1], "alone") == 0)
+    return RunAlone(QString::fromLocal8Bit(arguments[2]), QString::fromLocal8Bit(arguments[3]),
+                    std::atoi(arguments[4]));
+  const int changes = count > 1 ? std::atoi(arguments[1]) : 10'000;
+  Require(changes > 0, "usage");
+  Compare(bench::BenchFolder(count > 2 ? arguments[2] : nullptr), changes);
+  if (QDir(kMemory).exists()) Compare(kMemory, changes);
+  return 0;
+}

@@ -1,0 +1,20 @@
+// What tells one state of a file from another.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace audio {
+
+struct FileStamp {
+  std::string path;             // of the host
+  std::int64_t size = 0;        // bytes
+  std::int64_t modifiedNs = 0;  // nanoseconds since 1970
+  bool operator==(const FileStamp&) const = default;
+
+  static FileStamp Of(const std::string& hostPath);  // throws Error, as opening the file does
+  // All of it in one text; different for different stamps.
+  std::string Key() const;
+};
+
+}  // namespace audio

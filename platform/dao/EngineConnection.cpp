@@ -1,0 +1,47 @@
+#include "platform/dao/EngineConnection.h"
+
+#include <exception>
+
+#include "platform/dao/SqlFunctions.h"
+#include "platform/runtime/Error.h"
+
+using namespace Qt::StringLiterals;
+
+namespace dao {
+namespace {
+
+// Sixteen-bit text throughout: what comes from a file and goes into a recordset is never encoded again.
+SqliteConnection OpenInMemory() {
+  SetUpSqlite();
+  sqlite3* connection = nullptr;
+  const int result = sqlite3_open16(u":memory:", &connection);
+  SqliteConnection owned(connection);
+  if (result != SQLITE_OK) throw runtime::Error(u"Onvoldoende geheugen voor de SQL-instructie."_s);
+  // A name that does not exist is an error, never a text.
+  sqlite3_db_config(connection, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+  sqlite3_db_config(connection, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+  sqlite3_db_config(connection, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+  sqlite3_exec(connection, "PRAGMA temp_store = MEMORY", nullptr, nullptr, nullptr);  // long lists are sorted in place
+  AddTextOrder(connection);
+  AddSqlFunctions(connection);
+  return owned;
+}
+
+SqliteConnection& Idle() {
+  thread_local SqliteConnection idle;
+  return idle;
+}
+
+}  // namespace
+
+EngineConnection::EngineConnection() : connection_(std::move(Idle())), exceptions_(std::uncaught_exceptions()) {
+  if (!connection_) connection_ = OpenInMemory();
+}
+
+EngineConnection::~EngineConnection() {
+  if (std::uncaught_exceptions() > exceptions_) return;
+  sqlite3_set_authorizer(connection_.get(), nullptr, nullptr);
+  Idle() = std::move(connection_);
+}
+
+}  // namespace dao

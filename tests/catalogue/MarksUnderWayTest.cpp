@@ -1,0 +1,201 @@
+// The item-spot list while the rows for its marks are still being read in the background.
+#include "catalogue/frmItemSpots.h"
+#include "data/Catalogue.h"
+#include "platform/controls/ListBox.h"
+#include "platform/dao/Storage.h"
+#include "platform/runtime/HostPath.h"
+#include "platform/runtime/Probe.h"
+#include "tests/catalogue/CatalogueTest.h"
+#include "tests/catalogue/Waiting.h"
+#include "tests/support/Gate.h"
+
+#include <QDir>
+#include <QFile>
+#include <QLineEdit>
+
+#include <atomic>
+#include <memory>
+#include <thread>
+
+using namespace Qt::StringLiterals;
+using controls::LineMark;
+using testing_support::Gate;
+
+namespace {
+
+int Threads() {
+  return static_cast<int>(QDir(u"/proc/self/task"_s).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size());
+}
+
+// While it lives, who opens the present database in the background is held up at the gate, until it is opened.
+class SlowInTheBackground {
+ public:
+  SlowInTheBackground() : path_(runtime::HostPath(CurrentCatalogue().databasePath)) {
+    // Seen once, the databases are looked at in the thread that opens them; the clock stands still, so it stays so.
+    runtime::RequireThere(global.serverDatabasePath);
+    runtime::RequireThere(global.localDatabasePath);
+    holds_ = true;
+  }
+  ~SlowInTheBackground() {
+    gate_.Open();
+    EXPECT_TRUE(WaitUntil([this] { return Threads() <= threads_; }));  // nobody looks any more
+  }
+  SlowInTheBackground(const SlowInTheBackground&) = delete;
+  SlowInTheBackground& operator=(const SlowInTheBackground&) = delete;
+
+  void GoOn() { gate_.Open(); }
+  bool IsHoldingUp() const { return gate_.IsWaitedAt() && !gate_.IsOpen(); }
+
+ private:
+  int Look(const QString& hostPath) {
+    if (holds_ && hostPath == path_ && std::this_thread::get_id() != window_) gate_.Pass();
+    return QFile::exists(hostPath) ? 0 : ENOENT;
+  }
+
+  int threads_ = Threads();
+  QString path_;
+  std::thread::id window_ = std::this_thread::get_id();
+  std::atomic<bool> holds_ = false;
+  Gate gate_;
+  runtime::ProbeLookScope look_{[this](const QString& hostPath) { return Look(hostPath); },
+                                [] { return std::chrono::steady_clock::time_point(); }};
+};
+
+}  // namespace
+
+class MarksUnderWay : public CatalogueTestInBothModes {
+ protected:
+  MarksUnderWay() {
+    const QString path = AudioFile(u"spot.wav"_s);
+    AddSpot({1, u"Appel"_s, path, 1});
+    AddSpot({2, u"Banaan"_s, path, 1});
+    AddSpot({3, u"Citroen"_s, path, 1});
+  }
+
+  // The marks of all lines, in order.
+  static QList<LineMark> Marks(const Form& form) {
+    QList<LineMark> marks;
+    for (int line = 0; line < List(form).ListCount(); ++line)
+      marks += List(form).Details(line).mark;
+    return marks;
+  }
+  static bool GetsMarks(const Form& form, const QList<LineMark>& marks) {
+    return WaitUntil([&] { return Marks(form) == marks; });
+  }
+  bool IsHeldUp(const SlowInTheBackground& slow) {
+    return WaitUntil([&] { return slow.IsHoldingUp(); });
+  }
+
+  static inline const QList<LineMark> kNone{LineMark::None, LineMark::None, LineMark::None};
+  static inline const QList<LineMark> kRunning{LineMark::Circle, LineMark::Circle, LineMark::Circle};
+};
+
+INSTANTIATE_TEST_SUITE_P(Modes, MarksUnderWay, ::testing::Values(Station::Mode::Online, Station::Mode::Offline),
+                         ModeName);
+
+TEST_P(MarksUnderWay, TheListStandsWithoutThemAndTheyArrive) {
+  SlowInTheBackground slow;
+  frmItemSpots form(nullptr);
+  Open(form);
+  ASSERT_TRUE(IsHeldUp(slow));
+  EXPECT_EQ(Lines(form), (QStringList{u"Appel"_s, u"Banaan"_s, u"Citroen"_s}));
+  EXPECT_EQ(Marks(form), kNone);
+  slow.GoOn();
+  EXPECT_TRUE(GetsMarks(form, kRunning));
+}
+
+TEST_P(MarksUnderWay, TheWindowTakesKeysAndClicks) {
+  SlowInTheBackground slow;
+  frmItemSpots form(nullptr);
+  Open(form);
+  ASSERT_TRUE(IsHeldUp(slow));
+  QTest::keyClicks(&List(form), u"an"_s);
+  EXPECT_EQ(Child<QLineEdit>(form, u"txtZoek"_s).text(), u"an"_s);
+  EXPECT_EQ(Lines(form), QStringList{u"Banaan"_s});
+  Select(form, u"Banaan"_s);
+  EXPECT_TRUE(Enabled(form, u"cmdOpen"_s));
+  Click(form, u"cmdDesaktiveer"_s);
+  EXPECT_EQ(List(form).ListCount(), 2);
+  EXPECT_TRUE(slow.IsHoldingUp());
+  slow.GoOn();
+  EXPECT_TRUE(GetsMarks(form, {LineMark::Circle, LineMark::Circle}));
+  EXPECT_TRUE(boxes_.Shown().empty());
+}
+
+TEST_P(MarksUnderWay, ARefillBringsThoseOfTheNewLines) {
+  SlowInTheBackground slow;
+  frmItemSpots form(nullptr);
+  Open(form);
+  ASSERT_TRUE(IsHeldUp(slow));
+  const QString table = Table(u"ItemSpots"_s);
+  station_.OnCurrent(u"DELETE FROM %1 WHERE ID = 1"_s.arg(table));
+  station_.OnCurrent(u"UPDATE %1 SET EindDatum = 40000 WHERE ID = 2"_s.arg(table));
+  QTest::keyClick(&form, Qt::Key_F5);
+  EXPECT_EQ(Lines(form), (QStringList{u"Banaan"_s, u"Citroen"_s}));
+  slow.GoOn();
+  EXPECT_TRUE(GetsMarks(form, {LineMark::Square, LineMark::Circle}));
+}
+
+TEST_P(MarksUnderWay, ClosingRefreshesTheCopyAsEver) {
+  if (!global.online) station_.OnServer(u"INSERT INTO tblItemSpots (ID, Naam, Aktief) VALUES (7, \"server\", 1)"_s);
+  SlowInTheBackground slow;
+  {
+    frmItemSpots form(nullptr);
+    Open(form);
+    ASSERT_TRUE(IsHeldUp(slow));
+    Click(form, u"cmdSluiten"_s);
+    EXPECT_FALSE(form.isVisible());
+    EXPECT_TRUE(slow.IsHoldingUp());
+  }
+  slow.GoOn();
+  QCoreApplication::processEvents();
+  EXPECT_EQ(Numbers(station_.LocalRows(u"SELECT ID FROM tblCopie_ItemSpots ORDER BY ID"_s), u"ID"_s),
+            global.online ? (QList<int>{1, 2, 3}) : QList<int>{7});
+  EXPECT_TRUE(boxes_.Shown().empty());
+}
+
+// Somebody in another thread is in the midst of reading: what the window writes waits for it, and is not refused.
+TEST_P(MarksUnderWay, AWriteWaitsForTheReadingToEnd) {
+  frmItemSpots form(nullptr);
+  Open(form);
+  ASSERT_TRUE(GetsMarks(form, kRunning));
+  Gate reading;
+  Gate enough;
+  std::thread reader([&, path = CurrentCatalogue().databasePath] {
+    const auto storage = dao::OpenStorage(path, {{}, true});
+    const auto turn = storage->Begin(dao::Access::Read);
+    reading.Open();
+    enough.Pass();
+    QThread::msleep(20);  // in the midst of the window's statement, usually
+  });
+  reading.Pass();
+  Select(form, u"Banaan"_s);
+  enough.Open();
+  Click(form, u"cmdDesaktiveer"_s);
+  reader.join();
+  EXPECT_EQ(Lines(form), (QStringList{u"Appel"_s, u"Citroen"_s}));
+  EXPECT_TRUE(boxes_.Shown().empty());
+}
+
+// A station's own database may lack the fields that the marks need.
+TEST_P(MarksUnderWay, AnErrorLeavesThePlainListAndShowsNoBox) {
+  const QString path = CurrentCatalogue().databasePath;
+  ASSERT_TRUE(QFile::remove(runtime::HostPath(path)));
+  dao::CreateDatabase(path);
+  dao::TableDef table{Table(u"ItemSpots"_s), QList<dao::FieldDef>(3), {}};
+  table.fields[0].name = u"ID"_s;
+  table.fields[1].name = u"Naam"_s;
+  table.fields[1].type = dao::FieldType::Text;
+  table.fields[1].size = 50;
+  table.fields[2].name = u"Aktief"_s;
+  dao::OpenDatabase(path).CreateTable(table);
+  station_.OnCurrent(u"INSERT INTO %1 (ID, Naam, Aktief) VALUES (1, \"Kaal\", 1)"_s.arg(table.name));
+  frmItemSpots form(nullptr);
+  form.ShowOnly(SpotView::ZonderBestand);
+  Open(form);
+  EXPECT_TRUE(WaitUntil([&] { return List(form).EmptyText().startsWith(u"Geen item-spots in de toestand"_s); }));
+  QTest::keyClick(&form, Qt::Key_F5);
+  EXPECT_EQ(List(form).ListCount(), 1);
+  EXPECT_EQ(Marks(form), QList<LineMark>{LineMark::None});
+  EXPECT_TRUE(boxes_.Shown().empty());
+}
