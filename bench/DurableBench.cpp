@@ -47,11 +47,6 @@ std::vector<int> Ids(const Kind& kind, int changes) {
   return ids;
 }
 
-double MedianOf(std::vector<double> values) {
-  std::sort(values.begin(), values.end());
-  return values[values.size() / 2];
-}
-
 class Contest {
  public:
   Contest(const QString& folder, int changes)
@@ -96,10 +91,10 @@ class Contest {
 
   void Print(const Kind& kind, const std::vector<std::vector<double>>& times,
              const std::vector<bench::TimedFiles::Spent>& spent) const {
-    const double beside = MedianOf(times.front());
+    const double beside = bench::Median(times.front());
     std::printf("%s, each durable: SQLite %.3f ms\n", kind.name, beside);
     for (std::size_t i = 1; i < tables_.size(); ++i) {
-      const double ours = MedianOf(times[i]);
+      const double ours = bench::Median(times[i]);
       std::printf(
           "  %-6s %.3f ms: ratio %.2f; a change: %.1f syncs, %.3f ms of waiting for the disk, %.1f writes of %.0f "
           "bytes in all, %.0f calls\n",
