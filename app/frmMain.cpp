@@ -22,6 +22,8 @@
 #include <QTimer>
 #include <QToolButton>
 
+#include <optional>
+
 using namespace Qt::StringLiterals;
 using desktop::IconTint;
 using desktop::Trapped;

@@ -19,6 +19,7 @@
 #include "bench/ChangedTable.h"
 #include "bench/Plain.h"
 #include "bench/TimedFiles.h"
+#include "platform/dao/Database.h"
 #include "platform/dao/FileSystemScope.h"
 
 using namespace Qt::StringLiterals;
@@ -28,6 +29,7 @@ using bench::Require;
 namespace {
 
 constexpr int kStanding = 10'000;
+constexpr int kRounds = 5;
 const QString kMemory = u"/dev/shm"_s;
 
 struct Kind {
@@ -45,11 +47,6 @@ std::vector<int> Ids(const Kind& kind, int changes) {
   std::iota(ids.begin(), ids.end(), kStanding + 1);
   if (&kind != &kKinds.front()) std::shuffle(ids.begin(), ids.end(), std::mt19937(1));
   return ids;
-}
-
-double MedianOf(std::vector<double> values) {
-  std::sort(values.begin(), values.end());
-  return values[values.size() / 2];
 }
 
 class Contest {
@@ -71,6 +68,7 @@ class Contest {
         Require(table->Read() == tables_.front()->Read(), "rows or sums");
     }
     Require(tables_.front()->Read().rows == kStanding, "row count at the end");
+    RunOneStatement();
   }
 
  private:
@@ -94,12 +92,33 @@ class Contest {
     Print(kind, times, spent);
   }
 
+  // As many inserts as there are rows, durable as a whole, and then their deletes.
+  void RunOneStatement() {
+    const QString insert =
+        u"INSERT INTO tblItemSpots (ID, Naam, Path, LengteSec, StartDatum, Aktief) "
+        "SELECT ID + %1, Naam, Path, LengteSec, StartDatum, Aktief FROM tblItemSpots"_s.arg(10 * kStanding);
+    const QString remove = u"DELETE FROM tblItemSpots WHERE ID > %1"_s.arg(10 * kStanding);
+    bench::Plain plain(tables_[0]->Path());
+    dao::Database ours = dao::OpenDatabase(tables_[1]->Path());
+    bench::Sides inserts(kRounds);
+    bench::Sides deletes(kRounds);
+    for (int round = 0; round < kRounds; ++round) {
+      inserts.Beside([&] { plain.Run(insert.toUtf8()); });
+      inserts.Ours([&] { Require(ours.Execute(insert) == kStanding, "rows inserted"); });
+      Require(tables_[0]->Read() == tables_[1]->Read(), "rows or sums");
+      deletes.Beside([&] { plain.Run(remove.toUtf8()); });
+      deletes.Ours([&] { Require(ours.Execute(remove) == kStanding, "rows deleted"); });
+    }
+    inserts.Print("10 000 inserts in one statement");
+    deletes.Print("10 000 deletes in one statement");
+  }
+
   void Print(const Kind& kind, const std::vector<std::vector<double>>& times,
              const std::vector<bench::TimedFiles::Spent>& spent) const {
-    const double beside = MedianOf(times.front());
+    const double beside = bench::Median(times.front());
     std::printf("%s, each durable: SQLite %.3f ms\n", kind.name, beside);
     for (std::size_t i = 1; i < tables_.size(); ++i) {
-      const double ours = MedianOf(times[i]);
+      const double ours = bench::Median(times[i]);
       std::printf(
           "  %-6s %.3f ms: ratio %.2f; a change: %.1f syncs, %.3f ms of waiting for the disk, %.1f writes of %.0f "
           "bytes in all, %.0f calls\n",

@@ -1,49 +1,32 @@
 // The item editor with many item-spots in one item: opening it, moving lines, saving it. Beside the opening: SQLite
 // looking up as many names by key, one prepared statement each. usage: ItemEditorBench [SPOTS [FOLDER]]
-#include "data/DatabasePaths.h"
+#include "bench/Plain.h"
+#include "bench/SpotStation.h"
 #include "data/Globals.h"
-#include "data/Schema.h"
 #include "items/frmItemsDetail.h"
 #include "platform/controls/ListBox.h"
 #include "platform/dao/Database.h"
-#include "platform/runtime/HostPath.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QElapsedTimer>
 #include <QPushButton>
-#include <QTemporaryDir>
 
-#include <sqlite3.h>
 #include <cstdio>
 #include <cstdlib>
-#include <memory>
 
 using namespace Qt::StringLiterals;
+using bench::Require;
 
 namespace {
 
 constexpr int kMoves = 100;
-
-[[noreturn]] void Fail(const char* what) {
-  std::fprintf(stderr, "wrong: %s\n", what);
-  std::exit(1);
-}
 
 void Execute(const QString& statement) {
   dao::OpenDatabase(global.serverDatabasePath).Execute(statement);
 }
 
 // One item that lists `spots` different item-spots, made by doubling.
-void MakeStation(const QString& folder, int spots) {
-  runtime::SetDrives({});
-  QDir(folder).mkdir(u"data"_s);
-  global.programFolder = runtime::PathText(folder);
-  global.databasePath = runtime::PathText(folder);
-  global.online = true;
-  FormDatabasePaths();
-  schema::CreateLocalDatabase(global.localDatabasePath);
-  schema::CreateServerDatabase(global.serverDatabasePath);
+void FillStation(int spots) {
   Execute(u"INSERT INTO tblItems (ID, Naam, ItemSpotsOptID, Aktief, Locked) VALUES (1, \"Groot blok\", 1, 1, 0)"_s);
   Execute(u"INSERT INTO tblItemSpots (ID, Naam, LengteSec, Aktief) VALUES (1, \"Bakkerij Van Damme\", 30, 1)"_s);
   Execute(u"INSERT INTO tblItemsItemSpots (ItemID, ItemSpotOrder, ItemSpotID) VALUES (1, 1, 1)"_s);
@@ -67,21 +50,19 @@ qint64 Ms(Work&& work) {
   return timer.elapsed();
 }
 
-qint64 SqliteLookupsMs(const QString& folder, int spots) {
-  sqlite3* opened = nullptr;
-  sqlite3_open((folder + u"/beside.sqlite").toUtf8().constData(), &opened);
-  const std::unique_ptr<sqlite3, decltype(&sqlite3_close)> database(opened, sqlite3_close);
-  const QByteArray fill =
-      u"CREATE TABLE spots (ID INTEGER PRIMARY KEY, Naam TEXT); WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) INSERT INTO spots SELECT i, 'Bakkerij Van Damme' FROM n"_s
-          .arg(spots)
-          .toUtf8();
-  if (sqlite3_exec(opened, fill.constData(), nullptr, nullptr, nullptr) != SQLITE_OK) Fail(sqlite3_errmsg(opened));
+qint64 SqliteLookupsMs(const QString& path, int spots) {
+  bench::Plain plain(path);
+  plain.Run(
+      u"CREATE TABLE spots (ID INTEGER PRIMARY KEY, Naam TEXT); WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + "
+      u"1 "
+      u"FROM n WHERE i < %1) INSERT INTO spots SELECT i, 'Bakkerij Van Damme' FROM n"_s.arg(spots)
+          .toUtf8());
   return Ms([&] {
     for (int id = 1; id <= spots; ++id) {
       sqlite3_stmt* statement = nullptr;
-      sqlite3_prepare_v2(opened, u"SELECT Naam FROM spots WHERE ID = %1"_s.arg(id).toUtf8().constData(), -1, &statement,
-                         nullptr);
-      if (sqlite3_step(statement) != SQLITE_ROW) Fail("a name is missing");
+      sqlite3_prepare_v2(plain.Connection(), u"SELECT Naam FROM spots WHERE ID = %1"_s.arg(id).toUtf8().constData(), -1,
+                         &statement, nullptr);
+      Require(sqlite3_step(statement) == SQLITE_ROW, "every name is there");
       sqlite3_finalize(statement);
     }
   });
@@ -93,8 +74,8 @@ int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   const QApplication application(argc, argv);
   const int spots = argc > 1 ? std::atoi(argv[1]) : 10000;
-  const QTemporaryDir folder(QString::fromLocal8Bit(argc > 2 ? argv[2] : ".") + u"/editor-bench-XXXXXX");
-  MakeStation(folder.path(), spots);
+  const bench::SpotStation station(0, QString::fromLocal8Bit(argc > 2 ? argv[2] : "."));
+  FillStation(spots);
   global.gstrSelectedID = u"1"_s;
   frmItemsDetail editor(nullptr);
   const qint64 opening = Ms([&] {
@@ -103,7 +84,7 @@ int main(int argc, char** argv) {
     QApplication::processEvents();
   });
   auto* list = editor.findChild<controls::ListBox*>(u"lstOpt1ItemSpots"_s);
-  if (list->ListCount() != spots) Fail("not every item-spot is listed");
+  Require(list->ListCount() == spots, "every item-spot is listed");
   const qint64 moving = Ms([&] {
     for (int i = 0; i < kMoves; ++i) {
       list->MoveLine(i, spots - 1 - i);
@@ -112,8 +93,8 @@ int main(int argc, char** argv) {
   });
   const qint64 saving = Ms([&] { editor.findChild<QPushButton*>(u"cmdOk"_s)->click(); });
   dao::Database database = dao::OpenDatabase(global.serverDatabasePath);
-  if (database.OpenRecordset(u"SELECT ItemID FROM tblItemsItemSpots"_s).RecordCount() != spots) Fail("links lost");
-  const qint64 beside = SqliteLookupsMs(folder.path(), spots);
+  Require(database.OpenRecordset(u"SELECT ItemID FROM tblItemsItemSpots"_s).RecordCount() == spots, "no link is lost");
+  const qint64 beside = SqliteLookupsMs(station.File(u"beside.sqlite"_s), spots);
   std::printf(
       "an item with %d item-spots: opening %lld ms (SQLite, as many look-ups: %lld ms), %d moves %lld ms, saving %lld "
       "ms\n",

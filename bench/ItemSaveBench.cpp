@@ -1,43 +1,23 @@
 // Saving an item with many spots: each link is a statement of its own, and durable, beside as many single durable
 // inserts into SQLite on the same disk (rollback journal, synchronous=EXTRA). usage: ItemSaveBench [FOLDER] (default:
 // here)
-#include "data/DatabasePaths.h"
+#include "bench/Plain.h"
+#include "bench/SpotStation.h"
 #include "data/Globals.h"
-#include "data/Schema.h"
 #include "data/Writes.h"
 #include "platform/dao/Database.h"
-#include "platform/runtime/HostPath.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QElapsedTimer>
-#include <QTemporaryDir>
 
-#include <sqlite3.h>
 #include <cstdio>
-#include <cstdlib>
-#include <memory>
 
 using namespace Qt::StringLiterals;
+using bench::Require;
 
 namespace {
 
 constexpr int kSpots = 1000;
-
-[[noreturn]] void Fail(const char* what) {
-  std::fprintf(stderr, "wrong: %s\n", what);
-  std::exit(1);
-}
-
-void MakeStation(const QString& folder) {
-  runtime::SetDrives({});
-  QDir(folder).mkdir(u"data"_s);
-  global.programFolder = runtime::PathText(folder);
-  global.databasePath = runtime::PathText(folder);
-  global.online = true;
-  FormDatabasePaths();
-  schema::CreateServerDatabase(global.serverDatabasePath);
-}
 
 // The writes of one save, in their order.
 qint64 SaveItemMs() {
@@ -51,28 +31,19 @@ qint64 SaveItemMs() {
   for (int order = 1; good && order <= kSpots; ++order) {
     good = Insert_tblItemsItemSpots({1, order, order % 50}, global.serverDatabasePath, u"tblItemsItemSpots"_s);
   }
-  if (!good) Fail("a write failed");
+  Require(good, "a write");
   return timer.elapsed();
 }
 
-void Run(sqlite3* database, const char* statement) {
-  if (sqlite3_exec(database, statement, nullptr, nullptr, nullptr) != SQLITE_OK) Fail(sqlite3_errmsg(database));
-}
-
-qint64 SqliteMs(const QString& folder) {
-  sqlite3* opened = nullptr;
-  sqlite3_open((folder + u"/beside.sqlite").toUtf8().constData(), &opened);
-  const std::unique_ptr<sqlite3, decltype(&sqlite3_close)> database(opened, sqlite3_close);
-  Run(opened, "PRAGMA journal_mode=DELETE");
-  Run(opened, "PRAGMA synchronous=EXTRA");
-  Run(opened,
-      "CREATE TABLE links (ItemID INT, ItemSpotOrder INT, ItemSpotID INT, PRIMARY KEY (ItemID, ItemSpotOrder))");
-  Run(opened, "CREATE INDEX item ON links (ItemID)");
-  Run(opened, "CREATE INDEX spot ON links (ItemSpotID)");
+qint64 SqliteMs(const QString& path) {
+  bench::Plain plain(path);
+  plain.Run("CREATE TABLE links (ItemID INT, ItemSpotOrder INT, ItemSpotID INT, PRIMARY KEY (ItemID, ItemSpotOrder))");
+  plain.Run("CREATE INDEX item ON links (ItemID)");
+  plain.Run("CREATE INDEX spot ON links (ItemSpotID)");
   QElapsedTimer timer;
   timer.start();
   for (int order = 1; order <= kSpots; ++order) {
-    Run(opened, u"INSERT INTO links VALUES (1, %1, %2)"_s.arg(order).arg(order % 50).toUtf8().constData());
+    plain.Run(u"INSERT INTO links VALUES (1, %1, %2)"_s.arg(order).arg(order % 50).toUtf8());
   }
   return timer.elapsed();
 }
@@ -82,12 +53,11 @@ qint64 SqliteMs(const QString& folder) {
 int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   const QApplication application(argc, argv);
-  const QTemporaryDir folder(QString::fromLocal8Bit(argc > 1 ? argv[1] : ".") + u"/save-bench-XXXXXX");
-  MakeStation(folder.path());
+  const bench::SpotStation station(0, QString::fromLocal8Bit(argc > 1 ? argv[1] : "."));
   const qint64 ours = SaveItemMs();
   dao::Database database = dao::OpenDatabase(global.serverDatabasePath);
-  if (database.OpenRecordset(u"SELECT ItemID FROM tblItemsItemSpots"_s).RecordCount() != kSpots) Fail("row count");
-  const qint64 sqlite = SqliteMs(folder.path());
+  Require(database.OpenRecordset(u"SELECT ItemID FROM tblItemsItemSpots"_s).RecordCount() == kSpots, "row count");
+  const qint64 sqlite = SqliteMs(station.File(u"beside.sqlite"_s));
   std::printf("save an item with %d spots: %lld ms; SQLite, as many durable inserts: %lld ms; ratio %.2f\n", kSpots,
               static_cast<long long>(ours), static_cast<long long>(sqlite), double(ours) / double(sqlite));
   return 0;

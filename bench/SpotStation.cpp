@@ -1,5 +1,6 @@
 #include "bench/SpotStation.h"
 
+#include "bench/Plain.h"
 #include "data/DatabasePaths.h"
 #include "data/Globals.h"
 #include "data/Schema.h"
@@ -20,7 +21,9 @@ QString NameOf(int number) {
 
 }  // namespace
 
-SpotStation::SpotStation(int rows) {
+SpotStation::SpotStation(int rows, const QString& place)
+    : folder_((place.isEmpty() ? QDir::tempPath() : place) + u"/bench-XXXXXX") {
+  Require(folder_.isValid(), "a folder for the station");
   QDir(folder_.path()).mkdir(u"data"_s);
   runtime::SetDrives({});
   global.programFolder = global.databasePath = runtime::PathText(folder_.path());

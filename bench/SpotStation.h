@@ -8,11 +8,11 @@
 
 namespace bench {
 
-// A station in a temporary folder, with that many active item-spots in its server database; `global` is set for it,
-// online. The names are of five kinds of shop, each with a number.
+// A station in a temporary folder (on the disk of `place`, a host path, when told), with that many active item-spots in
+// its server database; `global` is set for it, online. The names are of five kinds of shop, each with a number.
 class SpotStation {
  public:
-  explicit SpotStation(int rows);
+  explicit SpotStation(int rows, const QString& place = {});
 
   QString Folder() const { return folder_.path(); }
   QString File(const QString& name) const { return folder_.filePath(name); }

@@ -18,7 +18,7 @@
 #include <QScopeGuard>
 #include <QScreen>
 
-#include <utility>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 using desktop::Trapped;

@@ -12,6 +12,8 @@
 #include "platform/runtime/TextFile.h"
 #include "ui_frmItemOpruimen.h"
 
+#include <optional>
+
 using namespace Qt::StringLiterals;
 using desktop::Trapped;
 

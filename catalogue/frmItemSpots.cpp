@@ -117,7 +117,7 @@ bool frmItemSpots::IsInView(int line) const {
 }
 
 QString frmItemSpots::CountText() const {
-  const QString count = OverviewForm::CountText();
+  QString count = OverviewForm::CountText();
   if (List().ListCount() == 0 || List().ShownCount() != List().ListCount() || !survey_->IsRead()) return count;
   return count + u": "_s + counts_.Text();
 }

@@ -10,7 +10,7 @@ struct ExportRecord {
   QString path;          // the file's final name
   QString temporary;     // where it stands until it is renamed
   qint32 highestID = 0;  // of the log rows in it
-  QByteArray digest;     // SHA-256 of its content, in hexadecimal
+  QByteArray digest;     // BLAKE2b-256 of its content, in hexadecimal
 
   bool operator==(const ExportRecord&) const = default;
 };

@@ -2,6 +2,7 @@
 
 #include "data/Globals.h"
 #include "data/Text.h"
+#include "platform/dao/Database.h"
 #include "platform/desktop/Trapped.h"
 #include "platform/runtime/Numbers.h"
 

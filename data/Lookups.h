@@ -1,5 +1,5 @@
 #pragma once
-#include "platform/dao/Database.h"
+#include "platform/dao/Recordset.h"
 
 #include <QString>
 

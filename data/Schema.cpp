@@ -2,7 +2,6 @@
 
 #include "data/MessageTexts.h"
 #include "platform/dao/Database.h"
-#include "platform/runtime/Error.h"
 
 using namespace Qt::StringLiterals;
 using dao::FieldDef;

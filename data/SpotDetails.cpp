@@ -2,6 +2,8 @@
 
 #include <QStringList>
 
+#include <optional>
+
 using namespace Qt::StringLiterals;
 using controls::LineDetails;
 using controls::LineMark;

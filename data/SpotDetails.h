@@ -2,6 +2,8 @@
 #include "data/SpotState.h"
 #include "platform/controls/ListLine.h"
 
+#include <optional>
+
 // What the item-spot list shows beside a spot's name: mark, state in words, length and tool tip.
 controls::LineDetails DetailsOf(const SpotFacts& spot, SpotState state);
 

@@ -2,7 +2,7 @@
 
 #include <QStringList>
 
-#include <numeric>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -53,10 +53,6 @@ QString StateText(const SpotFacts& spot, SpotState state) {
       break;
   }
   return spot.eindDatum ? u"loopt t/m "_s + DateText(spot.eindDatum) : u"loopt"_s;
-}
-
-int SpotCounts::All() const {
-  return std::accumulate(counts_.begin(), counts_.end(), 0);
 }
 
 QString SpotCounts::Text() const {

@@ -27,7 +27,6 @@ class SpotCounts {
   void Add(SpotState state) { ++counts_[static_cast<std::size_t>(state)]; }
   void Remove(SpotState state) { --counts_[static_cast<std::size_t>(state)]; }
   int In(SpotState state) const { return counts_[static_cast<std::size_t>(state)]; }
-  int All() const;
 
   // Lopen, also those outside of their hours just now.
   int Running() const { return In(SpotState::Loopt) + In(SpotState::BuitenUren); }

@@ -3,6 +3,8 @@
 #include "data/Text.h"
 #include "platform/runtime/Error.h"
 
+#include <optional>
+
 using namespace Qt::StringLiterals;
 
 namespace statements {

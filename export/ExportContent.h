@@ -23,8 +23,9 @@ class ExportContent {
   void Add(const QVariant& sqlSyntax);
 
   const QByteArray& Bytes() const { return bytes_; }
-  // SHA-256 of the bytes, in hexadecimal.
-  QByteArray Digest() const;
+  // BLAKE2b-256 of the bytes, in hexadecimal.
+  QByteArray Digest() const { return DigestOf(bytes_); }
+  static QByteArray DigestOf(const QByteArray& bytes);
   // The statements in which a character that the code page does not have became "?".
   const QStringList& Altered() const { return altered_; }
   // Of the log rows read; the empty ones count.

@@ -10,7 +10,7 @@
 #include "platform/runtime/Probe.h"
 #include "platform/runtime/TextFile.h"
 
-#include <QCryptographicHash>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 using runtime::Presence;
@@ -22,8 +22,7 @@ constexpr int kInformation = 64;
 constexpr int kQuestionNoFirst = 292;
 
 bool Holds(const QString& path, const QByteArray& digest) {
-  return QCryptographicHash::hash(runtime::ReadFile(path, kLargestExport), QCryptographicHash::Sha256).toHex() ==
-         digest;
+  return ExportContent::DigestOf(runtime::ReadFile(path, kLargestExport)) == digest;
 }
 
 // The record goes first: one that has lost its temporary file would mean that the file got its name.

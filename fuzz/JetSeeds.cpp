@@ -10,7 +10,6 @@
 #include <string>
 
 #include "platform/jet/Check.h"
-#include "platform/jet/Error.h"
 #include "tests/platform/jet/SpotsImage.h"
 #include "tests/platform/jet/support/RandomRows.h"
 #include "tests/platform/jet/support/SampleTable.h"

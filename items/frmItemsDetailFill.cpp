@@ -6,6 +6,8 @@
 #include "platform/desktop/Trapped.h"
 #include "platform/runtime/Numbers.h"
 
+#include <vector>
+
 using namespace Qt::StringLiterals;
 using desktop::Trapped;
 

@@ -6,6 +6,8 @@
 #include "platform/dao/Database.h"
 #include "platform/desktop/Trapped.h"
 
+#include <vector>
+
 using namespace Qt::StringLiterals;
 using desktop::Trapped;
 

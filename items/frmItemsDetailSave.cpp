@@ -9,6 +9,8 @@
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
 
+#include <optional>
+
 using namespace Qt::StringLiterals;
 using desktop::Trapped;
 

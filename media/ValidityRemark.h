@@ -1,5 +1,5 @@
 #pragma once
-#include "data/SpotState.h"
+#include "data/SpotFacts.h"
 #include "platform/controls/ListLine.h"
 
 #include <QDateTime>

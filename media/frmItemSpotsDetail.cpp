@@ -1,7 +1,6 @@
 #include "media/frmItemSpotsDetail.h"
 
 #include "data/Catalogue.h"
-#include "data/Text.h"
 #include "data/Usage.h"
 #include "data/Writes.h"
 #include "media/AudioPreview.h"
@@ -17,6 +16,7 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 using desktop::Trapped;

@@ -6,6 +6,8 @@
 
 #include <QHash>
 
+#include <vector>
+
 using namespace Qt::StringLiterals;
 
 namespace {

@@ -1,5 +1,4 @@
 #pragma once
-#include <QDate>
 #include <QString>
 #include <QStringList>
 

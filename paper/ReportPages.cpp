@@ -11,6 +11,7 @@
 #include <QTextTable>
 
 #include <algorithm>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -25,6 +26,8 @@ const QColor kQuiet(0x56, 0x60, 0x6B);
 constexpr qreal kAboveLines = 8;
 constexpr qreal kTextSize = 9;  // points, as all sizes here
 constexpr qreal kTitleSize = 16;
+constexpr qreal kPadding = 3;
+constexpr qreal kGapBehindNumbers = 10;  // the next column begins right there
 constexpr qreal kGroupSize = 10.5;
 
 QTextCharFormat Letters(qreal size, QFont::Weight weight, const QColor& colour) {
@@ -66,7 +69,7 @@ QTextTableFormat TableFormat(const Report& report, const std::vector<std::size_t
   format.setTopMargin(kAboveLines);
   format.setBorder(0);
   format.setCellSpacing(0);
-  format.setCellPadding(3);
+  format.setCellPadding(kPadding);
   return format;
 }
 
@@ -77,7 +80,9 @@ void FillCell(QTextTable& table, int row, int column, const QString& text, bool 
   format.setBottomBorder(0.5);
   format.setBottomBorderStyle(QTextFrameFormat::BorderStyle_Solid);
   format.setBottomBorderBrush(kLine);
-  format.setPadding(3);
+  format.setPadding(kPadding);
+  if (column == 0) format.setLeftPadding(0);  // on one line with the title
+  if (right) format.setRightPadding(kGapBehindNumbers);
   cell.setFormat(format);
   QTextCursor cursor = cell.firstCursorPosition();
   QTextBlockFormat block;

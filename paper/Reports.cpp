@@ -11,8 +11,8 @@ using namespace Qt::StringLiterals;
 
 Report CatalogueReport() {
   Report report = Begun(u"Item-spots"_s);
-  report.columns = {{u"Naam"_s, 33}, {u"Lengte"_s, 9, true}, {u"Startdatum"_s, 14},    {u"Einddatum"_s, 14},
-                    {u"Uren"_s, 8},  {u"Toestand"_s, 22},    {u"Gedraaid"_s, 0, true}, {u"Path"_s, 0}};
+  report.columns = {{u"Naam"_s, 37}, {u"Lengte"_s, 10, true}, {u"Startdatum"_s, 12},    {u"Einddatum"_s, 12},
+                    {u"Uren"_s, 7},  {u"Toestand"_s, 22},     {u"Gedraaid"_s, 0, true}, {u"Path"_s, 0}};
   report.emptyText = u"Er zijn nog geen item-spots."_s;
   Report::Group all;
   qint32 seconds = 0;
@@ -32,7 +32,7 @@ Report CatalogueReport() {
 Report EndingReport() {
   const QDate today = runtime::Now().date();
   Report report = Begun(u"Item-spots die binnen %1 dagen verlopen"_s.arg(kPaperDays));
-  report.columns = {{u"Einddatum"_s, 13}, {u"Nog dagen"_s, 11, true}, {u"Naam"_s, 38}, {u"Gebruikt in"_s, 38}};
+  report.columns = {{u"Einddatum"_s, 12}, {u"Nog dagen"_s, 14, true}, {u"Naam"_s, 37}, {u"Gebruikt in"_s, 37}};
   report.emptyText = u"Binnen %1 dagen verloopt er geen enkele aktieve item-spot."_s.arg(kPaperDays);
   Report::Group ending;
   for (dao::Recordset row =

@@ -3,6 +3,8 @@
 #include "tools/Commands.h"
 #include "tools/DatabaseArgument.h"
 
+#include <vector>
+
 using namespace Qt::StringLiterals;
 
 namespace {

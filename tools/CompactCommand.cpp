@@ -6,6 +6,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <filesystem>
+
 using namespace Qt::StringLiterals;
 
 namespace {

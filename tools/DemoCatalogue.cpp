@@ -2,6 +2,8 @@
 
 #include "platform/runtime/Dates.h"
 
+#include <optional>
+
 using namespace Qt::StringLiterals;
 
 namespace demo {

@@ -8,6 +8,8 @@
 #include "tools/SoundSearch.h"
 #include "tools/StationSession.h"
 
+#include <optional>
+
 using namespace Qt::StringLiterals;
 
 namespace {

@@ -7,6 +7,8 @@
 #include "platform/runtime/Dates.h"
 #include "platform/runtime/Numbers.h"
 
+#include <optional>
+
 using namespace Qt::StringLiterals;
 
 namespace {

@@ -4,6 +4,7 @@
 
 #include <QList>
 
+#include <optional>
 #include <variant>
 
 // A record of the present catalogue whose sound file is not where it says.

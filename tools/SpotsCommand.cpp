@@ -6,6 +6,8 @@
 #include "tools/Csv.h"
 #include "tools/StationSession.h"
 
+#include <optional>
+
 using namespace Qt::StringLiterals;
 
 namespace {

@@ -5,6 +5,8 @@
 
 #include <QFileInfo>
 
+#include <memory>
+
 using namespace Qt::StringLiterals;
 
 namespace {

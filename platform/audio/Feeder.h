@@ -1,6 +1,7 @@
 // The decoding thread: keeps the buffers filled and the output in the state that is wanted.
 #pragma once
 
+#include <chrono>
 #include <memory>
 #include <thread>
 

@@ -71,10 +71,8 @@ void Mp3Decoder::SkipVbriHeader() {
   std::size_t bytes = 0;
   if (mpg123_framedata(handle_.get(), &start, &body, &bytes) != MPG123_OK || bytes < kPlace + kMark.size()) return;
   if (std::memcmp(body + kPlace, kMark.data(), kMark.size()) != 0) return;
-  const off_t end = mpg123_tell_stream(handle_.get());
+  file_->BeginAt(mpg123_tell_stream(handle_.get()));
   mpg123_close(handle_.get());
-  if (end <= 0 || end >= file_->Size()) return;
-  file_->BeginAt(end);
   OpenHandle();
   FixFormat();
 }

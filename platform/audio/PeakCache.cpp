@@ -11,6 +11,7 @@
 #include <fstream>
 #include <mutex>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "platform/audio/Error.h"

@@ -80,7 +80,6 @@ void PeakReader::Read(const QString& hostPath) {
   Cancel();
   bins_.clear();
   lengthMs_ = 0;
-  complete_ = false;
   job_ = std::make_unique<Job>(hostPath.toStdString(), cacheFolder_.toStdString(), [this, job = ++jobs_](News news) {
     QMetaObject::invokeMethod(
         this, [this, job, told = std::move(news)] { Take(job, told); }, Qt::QueuedConnection);
@@ -100,7 +99,6 @@ void PeakReader::Take(quint64 job, const News& news) {
   }
   lengthMs_ = news.lengthMs;
   bins_.insert(bins_.end(), news.bins.begin(), news.bins.end());
-  complete_ = news.last;
   Q_EMIT progressed();
   if (news.last) Q_EMIT finished();
 }
@@ -111,10 +109,6 @@ std::span<const PeakBin> PeakReader::Bins() const {
 
 qint32 PeakReader::LengthMs() const {
   return lengthMs_;
-}
-
-bool PeakReader::IsComplete() const {
-  return complete_;
 }
 
 }  // namespace audio

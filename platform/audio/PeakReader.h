@@ -27,7 +27,6 @@ class PeakReader : public QObject {
 
   std::span<const PeakBin> Bins() const;  // those known so far, from the file's beginning; 10 ms each
   qint32 LengthMs() const;                // exact; 0 until the first progressed()
-  bool IsComplete() const;
 
  Q_SIGNALS:
   void progressed();                    // Bins() grew
@@ -44,7 +43,6 @@ class PeakReader : public QObject {
   quint64 jobs_ = 0;  // begun so far: the number of the latest one
   std::vector<PeakBin> bins_;
   qint32 lengthMs_ = 0;
-  bool complete_ = false;
 };
 
 }  // namespace audio

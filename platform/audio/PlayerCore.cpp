@@ -1,5 +1,6 @@
 #include "platform/audio/PlayerCore.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace audio {

@@ -1,6 +1,7 @@
 #include "platform/audio/Transport.h"
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 #include "platform/audio/Error.h"

@@ -1,6 +1,7 @@
 // What the player is doing: the state that the controlling thread and the decoding thread share.
 #pragma once
 
+#include <chrono>
 #include <condition_variable>
 #include <cstdint>
 #include <functional>

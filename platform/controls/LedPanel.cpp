@@ -15,6 +15,7 @@ using namespace Qt::StringLiterals;
 
 LedPanel::LedPanel(QWidget* parent) : QWidget(parent) {
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+  setAccessibleDescription(QString::number(value_));
 }
 
 void LedPanel::SetValue(int value) {

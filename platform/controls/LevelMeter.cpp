@@ -15,7 +15,6 @@ constexpr double kBlockDb = 2;   // what one block stands for
 constexpr int kYellowFrom = 21;  // -18 dB
 constexpr int kRedFrom = 27;     // -6 dB
 constexpr double kUnlit = 0.15;  // share of the colour that shows in a dark block
-constexpr double kSilence = 1e-9;
 
 QColor ColourOf(int block) {
   if (block >= kRedFrom) return QColor(desktop::instrument::kRed);
@@ -42,10 +41,6 @@ void LevelMeter::SetLevel(double decibels) {
   if (timer_.isActive() || loudest_ <= LevelBallistics::kFloor) return;
   clock_.start();
   timer_.start();
-}
-
-void LevelMeter::SetLinearLevel(double share) {
-  SetLevel(20 * std::log10(std::max(std::abs(share), kSilence)));
 }
 
 void LevelMeter::Reset() {

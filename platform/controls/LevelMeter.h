@@ -21,8 +21,6 @@ class LevelMeter : public QWidget {
 
   // A level in dBFS; what is above 0 counts as 0, what is below -60 as silence.
   void SetLevel(double decibels);
-  // A level as a share of full scale, 0 to 1.
-  void SetLinearLevel(double share);
   // Dark at once.
   void Reset();
 

@@ -2,6 +2,8 @@
 
 #include <QPainter>
 
+#include <algorithm>
+
 #include "platform/desktop/Tokens.h"
 
 namespace controls {
@@ -17,6 +19,7 @@ constexpr int kShort = 4;
 
 LevelScale::LevelScale(QWidget* parent) : QWidget(parent) {
   setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+  setAccessibleDescription(u"\u221260 dB, \u221230 dB, 0 dB"_s);
 }
 
 void LevelScale::SetInset(int inset) {

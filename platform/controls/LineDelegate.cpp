@@ -2,6 +2,8 @@
 
 #include <QPainter>
 
+#include <algorithm>
+
 #include "platform/controls/LineModel.h"
 #include "platform/controls/Marks.h"
 #include "platform/desktop/Tokens.h"

@@ -6,6 +6,8 @@
 #include <QScopedValueRollback>
 #include <QScrollBar>
 
+#include <algorithm>
+
 #include "platform/controls/LineDelegate.h"
 #include "platform/controls/LineModel.h"
 #include "platform/desktop/Tokens.h"

@@ -3,6 +3,8 @@
 #include <QPainter>
 #include <QPalette>
 
+#include <algorithm>
+
 #include "platform/desktop/Tokens.h"
 
 namespace controls {

@@ -6,6 +6,8 @@
 #include <cfloat>
 #include <cmath>
 #include <limits>
+#include <optional>
+#include <span>
 
 #include "platform/jet/ExactNumber.h"
 #include "platform/runtime/Dates.h"

@@ -1,6 +1,6 @@
 #include "platform/dao/FrozenDatabase.h"
 
-#include <algorithm>
+#include <filesystem>
 
 #include "platform/dao/JetFile.h"
 #include "platform/dao/OpenFiles.h"

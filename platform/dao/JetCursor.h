@@ -2,6 +2,8 @@
 
 #include <array>
 #include <deque>
+#include <string>
+#include <vector>
 
 #include "platform/dao/JetFile.h"
 #include "platform/dao/Storage.h"

@@ -6,6 +6,8 @@
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Probe.h"
 
+#include <memory>
+
 namespace dao {
 namespace {
 

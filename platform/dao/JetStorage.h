@@ -3,6 +3,8 @@
 #include "platform/dao/JetFile.h"
 #include "platform/dao/Storage.h"
 
+#include <memory>
+
 namespace dao {
 
 // A Jet 4 database file.

@@ -3,7 +3,9 @@
 #include <QByteArray>
 #include <QUuid>
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <span>
 #include <utility>
 
 #include "platform/jet/ExactNumber.h"

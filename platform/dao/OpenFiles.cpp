@@ -4,8 +4,8 @@
 
 #include <QFile>
 #include <algorithm>
+#include <chrono>
 #include <list>
-#include <thread>
 
 #include "platform/dao/FileSystemScope.h"
 #include "platform/dao/WriteWait.h"

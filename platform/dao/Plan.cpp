@@ -1,8 +1,10 @@
 #include "platform/dao/Plan.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <memory>
 
 #include "platform/dao/Sqlite.h"
 

@@ -2,6 +2,7 @@
 
 #include <sqlite3.h>
 
+#include <memory>
 #include <vector>
 
 #include "platform/dao/Storage.h"

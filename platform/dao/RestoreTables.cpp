@@ -1,5 +1,7 @@
 #include "platform/dao/RestoreTables.h"
 
+#include <memory>
+#include <span>
 #include <vector>
 
 #include "platform/dao/Storage.h"

@@ -1,6 +1,5 @@
 #include "platform/dao/ResultColumn.h"
 
-#include <QDateTime>
 #include <limits>
 #include <string_view>
 

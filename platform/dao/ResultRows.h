@@ -2,7 +2,6 @@
 
 #include <QStringList>
 #include <QVariant>
-#include <cstddef>
 #include <vector>
 
 namespace dao {

@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include "platform/dao/SqlText.h"
-#include "platform/runtime/Error.h"
 
 using namespace Qt::StringLiterals;
 

@@ -4,6 +4,7 @@
 
 #include <QString>
 #include <memory>
+#include <string_view>
 
 #include "platform/dao/Value.h"
 

@@ -2,6 +2,8 @@
 
 #include "platform/runtime/Error.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace dao {

@@ -9,6 +9,8 @@
 #include <QPixmapCache>
 #include <QSvgRenderer>
 
+#include <algorithm>
+
 #include "platform/desktop/Tokens.h"
 
 // Q_INIT_RESOURCE must stand outside of any namespace.

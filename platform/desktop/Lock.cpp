@@ -4,7 +4,6 @@
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QLineEdit>
-#include <QPointer>
 #include <QVariant>
 
 namespace desktop {

@@ -3,6 +3,8 @@
 #include <QStyle>
 #include <QWidget>
 
+#include <algorithm>
+
 #include "platform/desktop/LookParts.h"
 #include "platform/desktop/Tokens.h"
 

@@ -8,6 +8,8 @@
 #include <QToolBar>
 #include <QToolButton>
 
+#include <algorithm>
+
 #include "platform/desktop/LookParts.h"
 #include "platform/desktop/LookStyle.h"
 

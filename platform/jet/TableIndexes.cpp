@@ -22,14 +22,35 @@ std::string Shown(const Value& value) {
   return {};
 }
 
+/// The names on one tree: the primary key's goes before others.
+struct TreeName {
+  std::string name;
+  bool primary = false;
+};
+
+TreeName NameOf(const TableDef& table, const RealIndexDef& index) {
+  TreeName tree;
+  for (const LogicalIndexDef& logical : table.logicalIndexes) {
+    if (&table.realIndexes[logical.realIndex] != &index) continue;
+    const bool primary = logical.role == LogicalIndexDef::Role::PrimaryKey;
+    tree.primary |= primary;
+    if (tree.name.empty() || primary) tree.name = ToUtf8(logical.name);
+  }
+  return tree;
+}
+
 }  // namespace
 
 void TableIndexes::RequireKnownOrders(const TableDef& table) {
   for (const RealIndexDef& index : table.realIndexes) {
     for (const RealIndexDef::Field& field : index.fields) {
-      if (CanBuildKeys(*table.ColumnByNumber(field.column))) continue;
+      const ColumnDef& column = *table.ColumnByNumber(field.column);
+      if (CanBuildKeys(column)) continue;
       throw Error(ErrorCode::Unsupported,
-                  "een index gebruikt een sorteervolgorde die niet bekend is; er wordt niet in geschreven.");
+                  "index '" + NameOf(table, index).name + "' kan niet worden bijgehouden: " + FieldName(column) +
+                      (column.IsText() ? " heeft een sorteervolgorde die niet bekend is."
+                                       : " is van een soort die hier niet in een index kan staan.") +
+                      " Er wordt niet in de tabel geschreven.");
     }
   }
 }
@@ -43,15 +64,10 @@ TableIndexes::TableIndexes(Transaction& pages, PageSpace& space, const TableDef&
 TableIndexes::Tree TableIndexes::MakeTree(PageSpace& space, const RealIndexDef& index) {
   Tree tree;
   tree.def = &index;
-  tree.unique = (index.flags & RealIndexDef::kUnique) != 0;
-  tree.required = (index.flags & RealIndexDef::kRequired) != 0;
-  for (const LogicalIndexDef& logical : table_.logicalIndexes) {
-    if (&table_.realIndexes[logical.realIndex] != &index) continue;
-    const bool primary = logical.role == LogicalIndexDef::Role::PrimaryKey;
-    tree.unique |= primary;
-    tree.required |= primary;
-    if (tree.name.empty() || primary) tree.name = ToUtf8(logical.name);
-  }
+  const TreeName named = NameOf(table_, index);
+  tree.name = named.name;
+  tree.unique = named.primary || (index.flags & RealIndexDef::kUnique) != 0;
+  tree.required = named.primary || (index.flags & RealIndexDef::kRequired) != 0;
   for (const RealIndexDef::Field& field : index.fields) {
     tree.columns.push_back(static_cast<std::size_t>(table_.ColumnByNumber(field.column) - table_.columns.data()));
   }

@@ -20,6 +20,15 @@ int ByteOf(char16_t c) {
   return -1;
 }
 
+// Whether every code unit is a byte of the same value: nearly every text. Without an early end, so that the compiler
+// looks at many at a time.
+bool IsOwnBytes(const QString& text) {
+  bool other = false;
+  for (const QChar c : text)
+    other |= c.unicode() > 0xFF || (c.unicode() & 0xE0) == 0x80;
+  return !other;
+}
+
 }  // namespace
 
 QString FromCodePage(const QByteArray& bytes) {
@@ -32,6 +41,7 @@ QString FromCodePage(const QByteArray& bytes) {
 }
 
 QByteArray ToCodePage(const QString& text) {
+  if (IsOwnBytes(text)) return text.toLatin1();
   QByteArray bytes;
   bytes.reserve(text.size());
   for (qsizetype i = 0; i < text.size(); ++i) {
@@ -43,6 +53,7 @@ QByteArray ToCodePage(const QString& text) {
 }
 
 bool FitsCodePage(const QString& text) {
+  if (IsOwnBytes(text)) return true;
   for (const QChar c : text) {
     if (ByteOf(c.unicode()) < 0) return false;
   }

@@ -3,7 +3,6 @@
 #include "app/Start.h"
 #include "app/StatusPanel.h"
 #include "app/Version.h"
-#include "app/frmSplash.h"
 #include "data/Globals.h"
 #include "data/Messages.h"
 #include "data/Schema.h"

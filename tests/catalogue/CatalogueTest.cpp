@@ -1,7 +1,6 @@
 #include "tests/catalogue/CatalogueTest.h"
 
 #include "catalogue/Screens.h"
-#include "data/Catalogue.h"
 #include "data/Screens.h"
 #include "platform/controls/ListBox.h"
 #include "platform/runtime/HostPath.h"

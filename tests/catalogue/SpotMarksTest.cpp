@@ -4,7 +4,6 @@
 #include "platform/controls/ListBox.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Dates.h"
-#include "platform/runtime/HostPath.h"
 #include "tests/catalogue/CatalogueTest.h"
 #include "tests/catalogue/Waiting.h"
 

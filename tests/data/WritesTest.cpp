@@ -1,4 +1,3 @@
-#include "data/Catalogue.h"
 #include "data/Globals.h"
 #include "data/Writes.h"
 #include "platform/desktop/MessageBox.h"

@@ -6,7 +6,6 @@
 #include "export/OfflineLogExport.h"
 #include "export/frmPlanningExporteren.h"
 #include "platform/runtime/Clock.h"
-#include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Probe.h"
 #include "tests/export/LogWitness.h"

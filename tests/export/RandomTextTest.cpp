@@ -3,7 +3,6 @@
 #include "data/Globals.h"
 #include "data/Rows.h"
 #include "data/Statements.h"
-#include "data/Text.h"
 #include "data/Writes.h"
 #include "export/ExportContent.h"
 #include "platform/desktop/MessageBox.h"

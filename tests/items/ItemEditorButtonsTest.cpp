@@ -1,4 +1,3 @@
-#include "data/Globals.h"
 #include "data/Messages.h"
 #include "items/FolderList.h"
 #include "platform/runtime/HostPath.h"

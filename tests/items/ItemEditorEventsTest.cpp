@@ -1,4 +1,3 @@
-#include "data/Globals.h"
 #include "data/Messages.h"
 #include "data/Screens.h"
 #include "platform/desktop/InputBox.h"

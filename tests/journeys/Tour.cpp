@@ -9,7 +9,6 @@
 #include <QWidget>
 
 #include <iostream>
-#include <memory>
 
 using namespace Qt::StringLiterals;
 using namespace window;

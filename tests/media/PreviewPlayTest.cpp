@@ -1,7 +1,6 @@
 // Listening: play, stop, the jumps, the slider and the time, through the real dialog and the real player. The test
 // takes the sound by hand, so nothing waits for a clock.
 #include "platform/controls/PositionSlider.h"
-#include "platform/runtime/HostPath.h"
 #include "tests/media/support/EditorDesk.h"
 #include "tests/platform/audio/support/SoundFiles.h"
 

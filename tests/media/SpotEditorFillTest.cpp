@@ -1,5 +1,4 @@
 // What the item-spot editor shows when it opens.
-#include "data/Catalogue.h"
 #include "data/Globals.h"
 #include "media/ValidityLine.h"
 #include "platform/controls/DateCombo.h"

@@ -2,8 +2,12 @@
 
 #include <QCoreApplication>
 #include <QDropEvent>
+#include <QMouseEvent>
+#include <QTimer>
 #include <QUrl>
 #include <QWindow>
+
+#include <utility>
 
 namespace testing_support {
 
@@ -19,6 +23,33 @@ bool DropOn(QWidget& target, const QMimeData& data) {
   if (move.isAccepted()) QCoreApplication::sendEvent(window, &drop);
   QCoreApplication::processEvents();
   return move.isAccepted() && drop.isAccepted();
+}
+
+namespace {
+
+void Send(QWidget& target, QEvent::Type type, QPoint at, Qt::MouseButtons held) {
+  const Qt::MouseButton button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
+  QMouseEvent event(type, at, target.mapToGlobal(at), button, held, Qt::NoModifier);
+  QCoreApplication::sendEvent(&target, &event);
+}
+
+}  // namespace
+
+// The drag has an event loop of its own, from the move that begins it to the end: what ends it must wait there.
+void Drag(QWidget& target, QPoint from, QPoint to) {
+  Send(target, QEvent::MouseButtonPress, from, Qt::LeftButton);
+  bool ended = false;
+  const auto end = [&] {
+    if (std::exchange(ended, true)) return;
+    Send(target, QEvent::MouseMove, to, Qt::LeftButton);
+    Send(target, QEvent::MouseButtonRelease, to, Qt::NoButton);
+  };
+  QTimer::singleShot(0, &target, end);
+  const QPoint step = (to - from) / 2;
+  Send(target, QEvent::MouseMove, from + step, Qt::LeftButton);
+  Send(target, QEvent::MouseMove, to, Qt::LeftButton);
+  end();
+  QCoreApplication::processEvents();
 }
 
 bool DropFilesOn(QWidget& target, const QStringList& files) {

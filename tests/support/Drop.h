@@ -11,4 +11,7 @@ bool DropOn(QWidget& target, const QMimeData& data);
 // The same with files (host paths).
 bool DropFilesOn(QWidget& target, const QStringList& files);
 
+// Takes hold of something at one place of a shown control and lets it go at another, step by step with the button down.
+void Drag(QWidget& target, QPoint from, QPoint to);
+
 }  // namespace testing_support

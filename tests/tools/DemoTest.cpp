@@ -1,4 +1,3 @@
-#include "platform/runtime/HostPath.h"
 #include "tests/tools/RunTool.h"
 #include "tools/DemoCatalogue.h"
 

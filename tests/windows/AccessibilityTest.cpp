@@ -1,7 +1,8 @@
 // Every window, shown, walked for those who use the keyboard or a screen reader.
-#include "data/Catalogue.h"
 #include "data/Globals.h"
 #include "platform/audio/Synth.h"
+#include "platform/desktop/LookStyle.h"
+#include "platform/desktop/Palettes.h"
 #include "platform/runtime/HostPath.h"
 #include "tests/support/Station.h"
 #include "tests/windows/Controls.h"
@@ -43,6 +44,8 @@ void Fill(const Station& station) {
 class EveryWindow : public ::testing::TestWithParam<int> {
  protected:
   static void SetUpTestSuite() {
+    QApplication::setStyle(new desktop::LookStyle);
+    QApplication::setPalette(desktop::LightPalette());
     station_ = std::make_unique<Station>();
     Fill(*station_);
   }
@@ -73,6 +76,15 @@ INSTANTIATE_TEST_SUITE_P(All, EveryWindow, ::testing::Range(0, static_cast<int>(
 
 TEST_P(EveryWindow, NamesEachOfItsControls) {
   EXPECT_EQ(Joined(windows::Nameless(Widget())), "");
+}
+
+TEST_P(EveryWindow, DescribesWhatANameAloneDoesNotTell) {
+  EXPECT_EQ(Joined(windows::Undescribed(Widget())), "");
+}
+
+TEST_P(EveryWindow, ShowsWhereTheFocusIs) {
+  Widget().resize(Widget().size().expandedTo({1200, 800}));  // nothing scrolled out of sight
+  EXPECT_EQ(Joined(windows::Unmarked(Widget(), windows::TabStops(Widget()))), "");
 }
 
 TEST_P(EveryWindow, GivesEachMnemonicOnce) {

@@ -1,5 +1,6 @@
 #include "tests/windows/Controls.h"
 
+#include "platform/controls/LedClockGround.h"
 #include "platform/controls/LedPanel.h"
 #include "platform/controls/LevelMeter.h"
 #include "platform/controls/LevelScale.h"
@@ -64,9 +65,24 @@ QList<QWidget*> Shown(const QWidget& window) {
   return shown;
 }
 
-QString NameOf(QWidget* widget) {
+QString ToldBy(QWidget* widget, QAccessible::Text what) {
   QAccessibleInterface* face = QAccessible::queryAccessibleInterface(widget);
-  return face == nullptr ? QString() : face->text(QAccessible::Name).trimmed();
+  return face == nullptr ? QString() : face->text(what).trimmed();
+}
+
+bool HasLetters(const QString& text) {
+  return std::any_of(text.begin(), text.end(), [](QChar c) { return c.isLetter(); });
+}
+
+// Controls of which a name alone does not tell what they show, or what keys and mouse do there.
+bool NeedsDescription(const QWidget* widget) {
+  const auto* button = qobject_cast<const QAbstractButton*>(widget);
+  const auto* line = qobject_cast<const QLineEdit*>(widget);
+  return IsInstrument(widget) || qobject_cast<const QAbstractSlider*>(widget) != nullptr ||
+         qobject_cast<const controls::LedClockGround*>(widget) != nullptr ||
+         qobject_cast<const QAbstractItemView*>(widget) != nullptr ||
+         (button != nullptr && !button->icon().isNull() && !HasLetters(button->text())) ||
+         (line != nullptr && !line->placeholderText().isEmpty());
 }
 
 class Letters {
@@ -156,9 +172,19 @@ QStringList Told(const QList<QWidget*>& controls) {
 QStringList Nameless(const QWidget& window) {
   QStringList nameless;
   for (QWidget* widget : Shown(window)) {
-    if ((IsInstrument(widget) || IsActedOn(widget)) && NameOf(widget).isEmpty()) nameless += Told(widget);
+    if ((IsInstrument(widget) || IsActedOn(widget)) && ToldBy(widget, QAccessible::Name).isEmpty()) {
+      nameless += Told(widget);
+    }
   }
   return nameless;
+}
+
+QStringList Undescribed(const QWidget& window) {
+  QStringList undescribed;
+  for (QWidget* widget : Shown(window)) {
+    if (NeedsDescription(widget) && ToldBy(widget, QAccessible::Description).isEmpty()) undescribed += Told(widget);
+  }
+  return undescribed;
 }
 
 QStringList SharedMnemonics(const QWidget& window) {
@@ -198,6 +224,24 @@ QList<QWidget*> TabStops(QWidget& window) {
     QTest::keyClick(now == nullptr ? &window : now, Qt::Key_Tab);
   }
   return stops;
+}
+
+QStringList Unmarked(QWidget& window, const QList<QWidget*>& stops) {
+  constexpr int kRing = 6;  // around the control, logical pixels
+  QStringList unmarked;
+  for (qsizetype at = 0; at < stops.size() && stops.size() > 1; ++at) {
+    QWidget* stop = stops[at];
+    const auto look = [&](QWidget* focused) {
+      focused->setFocus(Qt::TabFocusReason);
+      QCoreApplication::processEvents();
+      const QRect place(stop->mapTo(&window, QPoint(0, 0)), stop->size());
+      return window.grab(place.adjusted(-kRing, -kRing, kRing, kRing)).toImage();
+    };
+    const QImage with = look(stop);
+    const QImage without = look(stops[(at + 1) % stops.size()]);
+    if (with == without) unmarked += Told(stop);
+  }
+  return unmarked;
 }
 
 QStringList AgainstReading(const QList<QWidget*>& order) {

@@ -10,6 +10,12 @@ namespace windows {
 // Controls and instruments without an accessible name.
 QStringList Nameless(const QWidget& window);
 
+// Instruments, lists, search boxes and buttons without a word on them that have no accessible description.
+QStringList Undescribed(const QWidget& window);
+
+// Stops that look the same with the focus and without it.
+QStringList Unmarked(QWidget& window, const QList<QWidget*>& stops);
+
 // Letters that more than one button, label, group, tab or menu answers to.
 QStringList SharedMnemonics(const QWidget& window);
 

@@ -1,4 +1,5 @@
-// Takes a picture of every window on the demonstration station, in the states that a designer wants to see.
+// Takes a picture of every window on the demonstration station, in the states that a designer wants to see, and prints
+// the overviews as PDF.
 #include "app/Start.h"
 #include "app/frmMain.h"
 #include "catalogue/frmItemPingles.h"
@@ -9,6 +10,8 @@
 #include "items/frmItemsDetail.h"
 #include "media/frmItemPinglesDetail.h"
 #include "media/frmItemSpotsDetail.h"
+#include "paper/ReportPages.h"
+#include "paper/Reports.h"
 #include "platform/controls/ComboBox.h"
 #include "platform/controls/DateCombo.h"
 #include "platform/controls/ListBox.h"
@@ -18,6 +21,7 @@
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
+#include "platform/runtime/TextFile.h"
 #include "tests/journeys/Journey.h"
 #include "tests/journeys/Stage.h"
 #include "tests/windows/Album.h"
@@ -158,6 +162,37 @@ void TakeOthers(const Album& album) {
   });
 }
 
+void SavePaper(const QString& folder, const QString& name) {
+  const std::pair<QString, Report> reports[] = {
+      {u"item-spots"_s, CatalogueReport()}, {u"items"_s, BlocksReport()}, {u"verloopt"_s, EndingReport()}};
+  for (const auto& [kind, report] : reports)
+    runtime::WriteFile(folder + u"/papier-"_s + kind + u'-' + name + u".pdf"_s, PdfOf(report));
+}
+
+// The overviews as they are printed: of many records, of one, of none.
+void TakePaper(const QString& folder) {
+  constexpr int kMany = 200;
+  for (int id = 61; id <= kMany; ++id) {
+    Change(
+        u"INSERT INTO tblItemSpots (ID, Path, Naam, LengteSec, StartDatum, StartUur, EindDatum, EindUur, "
+        u"AantalGedraaid, "
+        u"Aktief) VALUES (%1, \"D:\\audio\\Spots\\%1.mp3\", \"Façade & Crèche nr. %1 - ‘één’ naïeve reünie\", %2, "
+        u"45658, 0, %3, 23, 0, 1)"_s.arg(id)
+            .arg(10 + id % 50)
+            .arg(45727 + id % 40));
+    Change(u"INSERT INTO tblItemsItemSpots (ItemID, ItemSpotOrder, ItemSpotID) VALUES (%1, %2, %2)"_s.arg(1 + id % 8)
+               .arg(id));
+  }
+  SavePaper(folder, u"veel"_s);
+  Change(u"DELETE FROM tblItemSpots WHERE ID > 1"_s);
+  Change(u"DELETE FROM tblItems WHERE ID > 1"_s);
+  Change(u"UPDATE tblItemSpots SET EindDatum = 45737"_s);
+  SavePaper(folder, u"een"_s);
+  Change(u"DELETE FROM tblItemSpots"_s);
+  Change(u"DELETE FROM tblItems"_s);
+  SavePaper(folder, u"geen"_s);
+}
+
 void TakeAll(const QString& folder) {
   QDir().mkpath(folder);
   MakeStation(folder + u"/zender"_s);
@@ -170,6 +205,7 @@ void TakeAll(const QString& folder) {
   }
   TakeStates(album);
   TakeOthers(album);
+  TakePaper(folder);
 }
 
 }  // namespace

@@ -15,7 +15,6 @@
 
 #include <sndfile.h>
 #include <algorithm>
-#include <cmath>
 #include <stdexcept>
 #include <vector>
 

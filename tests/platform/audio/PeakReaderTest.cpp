@@ -36,7 +36,6 @@ TEST_F(BackgroundPeaks, ArriveProgressivelyAndThenCompletely) {
   ASSERT_TRUE(finished_.wait(30000));
   EXPECT_GE(progressed_.count(), 3);
   EXPECT_EQ(reader_.LengthMs(), 40000);
-  EXPECT_TRUE(reader_.IsComplete());
   const auto all = audio::ReadPeaks(path.toStdString(), [](const audio::Peaks&, std::size_t) { return true; });
   EXPECT_EQ(std::vector<audio::PeakBin>(reader_.Bins().begin(), reader_.Bins().end()), all.bins);
 }

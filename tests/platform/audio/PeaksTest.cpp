@@ -5,7 +5,6 @@
 #include <fstream>
 #include <limits>
 
-#include "platform/audio/Error.h"
 #include "platform/audio/Loudness.h"
 #include "platform/audio/Peaks.h"
 #include "tests/platform/audio/support/SoundFiles.h"

@@ -87,16 +87,6 @@ TEST(LevelMeter, KeepsTheLoudestOfManyLevelsUntilItsNextStep) {
   EXPECT_DOUBLE_EQ(meter.Level(), -12);
 }
 
-TEST(LevelMeter, ALinearLevelIsAShareOfFullScale) {
-  LevelMeter meter;
-  meter.SetLinearLevel(0.5);
-  meter.Advance(0.03);
-  EXPECT_NEAR(meter.Level(), -6.02, 0.01);
-  meter.SetLinearLevel(0);
-  meter.Advance(10);
-  EXPECT_DOUBLE_EQ(meter.Level(), -60);
-}
-
 class Watched : public LevelMeter {
  public:
   QRegion painted;

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <chrono>
 
@@ -14,6 +15,12 @@ using namespace scratch;
 
 namespace {
 
+QByteArray ContentOf(const QString& path) {
+  QFile file(path);
+  EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(path);
+  return file.readAll();
+}
+
 TEST(Atomicity, StatementThatFailsHalfwayChangesNothing) {
   const SpotScratch s;
   const QStringList before = Rows(s.Open(), u"SELECT * FROM tblSpots"_s);
@@ -26,6 +33,25 @@ TEST(Atomicity, StatementThatFailsHalfwayChangesNothing) {
   EXPECT_TRUE(ExecuteError(s.Open(), u"UPDATE tblSpots SET Naam = Memo"_s).contains(u"te lang"_s));
   s.Open().Execute(u"UPDATE tblSpots SET Memo = NULL"_s);
   EXPECT_EQ(Rows(s.Open(), u"SELECT * FROM tblSpots"_s), before);
+}
+
+// The first rows could be written; of the third no key can be built.
+TEST(Atomicity, ACharacterThatNoIndexKnowsIsRefusedByNameBeforeAnyByteChanges) {
+  const SpotScratch s;
+  dao::TableDef byName = Spots(u"tblNamen"_s);
+  byName.indexes += Index(u"Naam"_s, {u"Naam"_s});
+  s.Open().CreateTable(byName);
+  s.Open().Execute(u"INSERT INTO tblNamen SELECT * FROM tblSpots"_s);
+  s.Open().Execute(u"UPDATE tblSpots SET Naam = \"\u4E2D\" WHERE ID = 3"_s);
+  const QByteArray before = ContentOf(s.Path());
+  const QString inserted =
+      ExecuteError(s.Open(), u"INSERT INTO tblNamen (ID, Naam) SELECT ID + 10, Naam FROM tblSpots"_s);
+  const QString updated = ExecuteError(s.Open(), u"UPDATE tblNamen SET Naam = \"\u4E2D\" WHERE ID = 3"_s);
+  for (const QString& error : {inserted, updated}) {
+    EXPECT_TRUE(error.contains(u"'tblNamen'"_s) && error.contains(u"'Naam'"_s) && error.contains(u"U+4E2D"_s))
+        << qPrintable(error);
+  }
+  EXPECT_EQ(ContentOf(s.Path()), before);
 }
 
 TEST(Atomicity, DuplicateKeyNamesTableFieldAndValue) {

@@ -115,4 +115,25 @@ TEST(Query, AByteOrderMarkInFrontOfATextIsACharacterOfIt) {
   }
 }
 
+// The engine that a statement leaves behind is the next one's: of tables and failures it must know nothing.
+TEST(Query, NothingOfAStatementReachesTheNext) {
+  const SpotScratch s;
+  dao::Database other = s.Another(u"ander.mdb"_s);
+  other.CreateTable({u"tblSpots"_s, {Field(u"Titel"_s, dao::FieldType::Text, 20)}, {}});
+  other.Execute(u"INSERT INTO tblSpots (Titel) VALUES (\"Peer\")"_s);
+  EXPECT_EQ(Rows(s.Open(), u"SELECT * FROM tblSpots WHERE ID = 1"_s).size(), 1);
+  EXPECT_EQ(Rows(other, u"SELECT * FROM tblSpots"_s), QStringList{u"Peer"_s});
+  EXPECT_FALSE(ExecuteError(other, u"UPDATE tblSpots SET Naam = \"x\""_s).isEmpty());
+  EXPECT_EQ(Rows(other, u"SELECT * FROM tblSpots"_s), QStringList{u"Peer"_s});
+  EXPECT_FALSE(ErrorOf([&] { Rows(other, u"SELECT * FROM tblItems"_s); }).isEmpty());
+  EXPECT_EQ(Rows(s.Open(), u"SELECT Naam FROM tblSpots WHERE ID = 3"_s), QStringList{u"Cola"_s});
+}
+
+TEST(Query, ATableWithANameOfTheEnginesOwnIsRefusedByName) {
+  const Scratch s;
+  s.Open().CreateTable(Spots(u"sqlite_master"_s));
+  const QString error = ErrorOf([&] { Rows(s.Open(), u"SELECT * FROM sqlite_master"_s); });
+  EXPECT_TRUE(error.contains(u"'sqlite_master'"_s) && error.contains(u"niet bruikbaar"_s)) << qPrintable(error);
+}
+
 }  // namespace

@@ -3,6 +3,7 @@
 #include <stdlib.h>
 
 #include <algorithm>
+#include <array>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
@@ -40,13 +41,14 @@ std::string MakeVariableMp3(const std::string& path, double seconds) {
   return path;
 }
 
-// Where the second frame begins: with the same two bytes of sync and version.
+// Where the second frame begins: MPEG-1, layer III.
 static std::ptrdiff_t SecondFrame(const Bytes& bytes, const std::string& path) {
-  if (bytes.size() < 256 || bytes[0] != 0xFF) throw std::runtime_error("no MPEG frame at the beginning of " + path);
-  for (std::size_t i = 64; i + 4 < bytes.size(); ++i) {
-    if (bytes[i] == 0xFF && bytes[i + 1] == bytes[1]) return static_cast<std::ptrdiff_t>(i);
-  }
-  throw std::runtime_error("no second frame in " + path);
+  static constexpr std::array<int, 15> kKilobits{0, 32, 40, 48, 56, 64, 80, 96, 112, 128, 160, 192, 224, 256, 320};
+  static constexpr std::array<int, 3> kRates{44100, 48000, 32000};
+  if (bytes.size() < 256 || bytes[0] != 0xFF || (bytes[1] & 0xFE) != 0xFA)
+    throw std::runtime_error("no MPEG frame at the beginning of " + path);
+  const int bits = kKilobits.at(bytes[2] >> 4) * 1000;
+  return 144 * bits / kRates.at(bytes[2] >> 2 & 3) + (bytes[2] >> 1 & 1);
 }
 
 // The header frame holds "Xing" or "Info".

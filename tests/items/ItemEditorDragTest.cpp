@@ -1,0 +1,97 @@
+// The spots of an item, put in another order with the mouse.
+#include "tests/items/ItemEditor.h"
+#include "tests/support/Drop.h"
+
+using namespace Qt::StringLiterals;
+using testing_support::Drag;
+
+namespace {
+
+// A drag is carried out there by events alone; before main.
+const bool kCarriesDrags = qputenv("SPOTROOSTER_TEST_PLATFORM", "minimal:enable_fonts");
+
+class ItemDrag : public ItemEditor {
+ protected:
+  void OpenActive() {
+    InsertListItem(1, u"Blok"_s, {1, 2, 3});
+    Open(u"1"_s);
+    editor_->resize(980, 640);
+    editor_->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(editor_.get()));
+  }
+  QRect PlaceOf(int line) const { return List().visualRect(List().model()->index(line, 0)); }
+  // Takes a line by its middle and lets it go in the lower or upper half of another one. All of it must lie within the
+  // platform's screen of 240 by 320.
+  void DragBelow(int line, int other) const {
+    Drag(*List().viewport(), PlaceOf(line).center(), PlaceOf(other).center() + QPoint(0, PlaceOf(other).height() / 3));
+  }
+  void DragAbove(int line, int other) const {
+    Drag(*List().viewport(), PlaceOf(line).center(), PlaceOf(other).center() - QPoint(0, PlaceOf(other).height() / 3));
+  }
+  QList<int> Spots() const {
+    QList<int> spots;
+    for (int line = 0; line < List().ListCount(); ++line)
+      spots += static_cast<int>(List().ItemData(line));
+    return spots;
+  }
+  QList<int> SavedSpots() const {
+    QList<int> spots;
+    dao::Recordset rows =
+        station_.ServerRows(u"SELECT ItemSpotID FROM tblItemsItemSpots WHERE ItemID = 1 ORDER BY ItemSpotOrder"_s);
+    for (; !rows.Eof(); rows.MoveNext())
+      spots += rows.Field(u"ItemSpotID"_s).toInt();
+    return spots;
+  }
+};
+
+}  // namespace
+
+TEST_F(ItemDrag, ASpotDraggedDownTakesItsPlaceThere) {
+  OpenActive();
+  DragBelow(0, 1);
+  EXPECT_EQ(Spots(), (QList<int>{2, 1, 3}));
+  EXPECT_EQ(List().ListIndex(), 1);
+  EXPECT_TRUE(Button(u"cmdOpt1Verwijderen"_s).isEnabled());
+}
+
+TEST_F(ItemDrag, ASpotDraggedUpTakesItsPlaceThereAndIsSavedSo) {
+  OpenActive();
+  DragAbove(2, 0);
+  EXPECT_EQ(Spots(), (QList<int>{3, 1, 2}));
+  Click(u"cmdOk"_s);
+  EXPECT_FALSE(IsOpen());
+  EXPECT_EQ(SavedSpots(), (QList<int>{3, 1, 2}));
+}
+
+TEST_F(ItemDrag, BelowTheLastLineIsTheEnd) {
+  OpenActive();
+  Drag(*List().viewport(), PlaceOf(0).center(), PlaceOf(2).bottomLeft() + QPoint(20, 24));
+  EXPECT_EQ(Spots(), (QList<int>{2, 3, 1}));
+}
+
+TEST_F(ItemDrag, IsAChangeThatCancellingAsksAbout) {
+  OpenActive();
+  DragBelow(0, 2);
+  desktop::MessageBoxScript boxes;
+  boxes.Answer(7);
+  Click(u"cmdAnnuleren"_s);
+  EXPECT_EQ(boxes.Shown().size(), 1U);
+  EXPECT_EQ(SavedSpots(), (QList<int>{1, 2, 3}));
+}
+
+TEST_F(ItemDrag, BackToItsOwnPlaceIsNoChange) {
+  OpenActive();
+  DragBelow(1, 1);
+  EXPECT_EQ(Spots(), (QList<int>{1, 2, 3}));
+  const desktop::MessageBoxScript boxes;
+  Click(u"cmdAnnuleren"_s);
+  EXPECT_TRUE(boxes.Shown().empty());
+}
+
+TEST_F(ItemDrag, LeavesALockedItemAsItIs) {
+  InsertListItem(1, u"Blok"_s, {1, 2, 3});
+  station_.OnCurrent(u"UPDATE tblItems SET Locked = -1 WHERE ID = 1"_s);
+  Open(u"1"_s);
+  DragBelow(0, 2);
+  EXPECT_EQ(Spots(), (QList<int>{1, 2, 3}));
+}
