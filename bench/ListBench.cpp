@@ -1,6 +1,6 @@
 // The item-spot list with many records: the time to open it, to refill it and to search in it, beside the time that
-// SQLite alone needs for the same query over the same rows; how long the window is deaf while marks arrive; and the time
-// to refresh the local copy on closing.
+// SQLite alone needs for the same query over the same rows; how long the window is deaf while marks arrive; and the
+// time to refresh the local copy on closing.
 #include "bench/SpotStation.h"
 #include "catalogue/frmItemSpots.h"
 #include "data/Globals.h"
@@ -97,8 +97,8 @@ void Print(const char* what, double ms, double plainMs) {
   std::printf("\n");
 }
 
-// The longest that the window is deaf while marks are read and drawn, after the first picture; and by the clock, when the
-// last of them stands.
+// The longest that the window is deaf while marks are read and drawn, after the first picture; and by the clock, when
+// the last of them stands.
 void BenchMarks(frmItemSpots& form) {
   const auto& list = *form.findChild<controls::ListBox*>(u"lstOverzicht"_s);
   const auto areThere = [&] {

@@ -21,7 +21,6 @@
 #include <QPushButton>
 #include <QTest>
 
-
 using namespace Qt::StringLiterals;
 using desktop::MessageBoxScript;
 using testing_support::Child;
