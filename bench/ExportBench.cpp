@@ -1,5 +1,5 @@
 // The offline log: a million statements written to an export file, read, written and synced, beside the sqlite3 shell
-// writing the same rows of the same text to a file that is then synced; and ten thousand statements logged one by one,
+// writing the same rows of the same text to a file that is then synced; and two thousand statements logged one by one,
 // beside SQLite, each a look for the highest number and an insert, durable on both sides. The files are compared.
 // usage: ExportBench [STATEMENTS [LOGGED [FOLDER]]]
 #include "bench/Child.h"
@@ -163,7 +163,7 @@ int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   const QApplication application(argc, argv);
   const int exported = argc > 1 ? std::atoi(argv[1]) : 1'000'000;
-  const int logged = argc > 2 ? std::atoi(argv[2]) : 10'000;
+  const int logged = argc > 2 ? std::atoi(argv[2]) : 2'000;
   const QString place = QString::fromLocal8Bit(argc > 3 ? argv[3] : ".");
   if (logged > 0) LogStatements(logged, place);
   if (exported > 0) WriteExport(exported, place);
