@@ -88,7 +88,8 @@ TEST_F(CompactDeathTest, AFileOrFolderThatMayNotBeWrittenIsLeftAsItIs) {
       std::fputs(run.err.c_str(), stderr);
       std::_Exit(run.exitCode);
     };
-    EXPECT_EXIT(compact(), testing::ExitedWithCode(kFailed), "(OvalistoLocal.mdb.*alleen-lezen|backup.*toegang geweigerd)");
+    EXPECT_EXIT(compact(), testing::ExitedWithCode(kFailed),
+                "(OvalistoLocal.mdb.*alleen-lezen|backup.*toegang geweigerd)");
     EXPECT_TRUE(testing_support::FolderContent(data) == before);
   }
   permit(data, 0777);
