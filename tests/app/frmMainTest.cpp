@@ -1,25 +1,16 @@
 #include "app/frmMain.h"
 
-#include "app/Start.h"
 #include "app/StatusPanel.h"
 #include "app/Version.h"
 #include "data/Globals.h"
 #include "data/Messages.h"
-#include "data/Schema.h"
-#include "data/Screens.h"
-#include "export/OfflineLogExport.h"
 #include "platform/controls/ComboBox.h"
 #include "platform/controls/LedPanel.h"
-#include "platform/dao/Database.h"
 #include "platform/runtime/Clock.h"
-#include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
-#include "platform/runtime/TextFile.h"
+#include "tests/app/MainTest.h"
 #include "tests/support/Child.h"
 #include "tests/support/ModalDriver.h"
-#include "tests/support/Station.h"
-
-#include <gtest/gtest.h>
 
 #include <QAction>
 #include <QApplication>
@@ -30,10 +21,8 @@
 #include <QPushButton>
 #include <QSet>
 #include <QStatusBar>
-#include <QTest>
 #include <QTextBrowser>
 #include <QToolBar>
-#include <QToolButton>
 
 using namespace Qt::StringLiterals;
 using controls::ComboBox;
@@ -41,73 +30,6 @@ using controls::LedPanel;
 using desktop::MessageBoxScript;
 using testing_support::Child;
 using testing_support::ModalDriver;
-using testing_support::Plain;
-using testing_support::Station;
-
-namespace {
-
-const QList<Screen> kScreens{Screen::Items, Screen::ItemSpots, Screen::ItemPingles, Screen::PlanningExporteren,
-                             Screen::Defaults};
-
-// A station as start-up finds it: a settings file, and nothing in `global` but the program's folder. Every screen has a
-// stand-in that notes that it was opened.
-class MainTest : public testing::Test {
- protected:
-  MainTest() {
-    const QString folder = global.programFolder;
-    runtime::WriteFile(folder + u"\\ovalis.ini"_s,
-                       "[Files]\r\nDatabasePath=" + global.databasePath.toLatin1() +
-                           "\r\nExportPath=" + global.exportPath.toLatin1() +
-                           "\r\n[Audio Players]\r\nCard=-1\r\nBuffers=20\r\nBuffer_Size=2048\r\nCallback=0\r\n");
-    global = Globals();
-    global.programFolder = folder;
-    for (const Screen screen : kScreens) {
-      RegisterScreen(screen, [this, screen](QWidget* owner) {
-        opened_ += screen;
-        owner_ = owner;
-        if (whenOpened_) whenOpened_();
-      });
-    }
-  }
-  ~MainTest() override {
-    for (const Screen screen : kScreens)
-      RegisterScreen(screen, {});
-  }
-
-  // Loads the window; in the station selection the line of that name is chosen, or the selection closed when empty.
-  void Load(frmMain& main, const QString& station) {
-    ModalDriver driver;
-    driver.OnNext(u"frmRadioDetail"_s, [&](QDialog& window) {
-      if (station.isEmpty()) {
-        window.close();
-        return;
-      }
-      auto& radio = Child<ComboBox>(window, u"cboRadio"_s);
-      radio.SetListIndex(radio.findText(station));
-      Child<QPushButton>(window, u"cmdOk"_s).click();
-    });
-    main.Form_Load();
-    main.show();
-  }
-
-  static QAction& Action(const frmMain& main, const QString& name) {
-    auto* action = main.findChild<QAction*>(name);
-    if (action == nullptr) throw runtime::Error(u"no action "_s + name);
-    return *action;
-  }
-  static void PressTool(const frmMain& main, const QString& name) {
-    auto& bar = Child<QToolBar>(main, u"tlbMain"_s);
-    qobject_cast<QToolButton*>(bar.widgetForAction(&Action(main, name)))->click();
-  }
-  static QString Panel(const frmMain& main, const QString& name) { return Child<StatusPanel>(main, name).Text(); }
-
-  Station station_{Station::Mode::Online};
-  QList<Screen> opened_;
-  QWidget* owner_ = nullptr;
-  std::function<void()> whenOpened_;
-};
-
-}  // namespace
 
 TEST_F(MainTest, HasItsToolbarStatusBarAndTheFiveToldButtons) {
   const frmMain main;
@@ -123,61 +45,6 @@ TEST_F(MainTest, HasItsToolbarStatusBarAndTheFiveToldButtons) {
   const QStringList told{u"Item-spots"_s, u"Items"_s, u"Exporteren"_s, u"Instellingen"_s, u"Afsluiten"_s};
   EXPECT_EQ(keys, told);
   EXPECT_EQ(texts, told);
-}
-
-TEST_F(MainTest, WithoutAStationNumberTheFilesCarryNone) {
-  frmMain main;
-  Load(main, u"Radio Proef"_s);
-  EXPECT_EQ(global.localDatabasePath, global.programFolder + u"\\data\\OvalistoLocal.mdb"_s);
-  EXPECT_EQ(global.serverDatabasePath, global.databasePath + u"\\OvalistoServer.mdb"_s);
-  EXPECT_EQ(global.workDatabasePath, global.programFolder + u"\\data\\work.mdb"_s);
-  EXPECT_EQ(main.windowTitle(), u"Spotrooster Radio Proef"_s);
-  EXPECT_TRUE(global.online);
-}
-
-TEST_F(MainTest, Station3HasItsNumberInTheFileNamesAndKeepsTheFlagWithItsError) {
-  schema::AddStation(global.programFolder + u"\\data\\OvalistoLocal.mdb"_s, 3, u"Radio Zee"_s);
-  schema::CreateLocalDatabase(global.programFolder + u"\\data\\OvalistoLocal3.mdb"_s);
-  schema::AddStation(global.programFolder + u"\\data\\OvalistoLocal3.mdb"_s, 3, u"Radio Zee"_s);
-  frmMain main;
-  const MessageBoxScript boxes;
-  Load(main, u"Radio Zee"_s);
-  EXPECT_EQ(global.stationNumber, 3);
-  EXPECT_EQ(global.localDatabasePath, global.programFolder + u"\\data\\OvalistoLocal3.mdb"_s);
-  EXPECT_EQ(global.serverDatabasePath, global.databasePath + u"\\OvalistoServer3.mdb"_s);
-  EXPECT_EQ(global.workDatabasePath, global.programFolder + u"\\data\\work.mdb"_s);
-  EXPECT_EQ(main.windowTitle(), u"Spotrooster Radio Zee"_s);
-  ASSERT_EQ(boxes.Shown().size(), 1u);
-  EXPECT_EQ(boxes.Last().title, u"SetOnlineYn"_s);
-  EXPECT_FALSE(global.online);
-  EXPECT_EQ(Panel(main, u"pnlRadio"_s), u"Radio Zee (zender 3)"_s);
-}
-
-TEST_F(MainTest, ClosingTheStationSelectionLeavesNumberZero) {
-  frmMain main;
-  Load(main, {});
-  EXPECT_EQ(global.stationNumber, 0);
-  EXPECT_EQ(global.localDatabasePath, global.programFolder + u"\\data\\OvalistoLocal.mdb"_s);
-}
-
-TEST_F(MainTest, AnEmptyStationNameLeavesTheTrailingBlankInTheCaption) {
-  dao::OpenDatabase(global.programFolder + u"\\data\\OvalistoLocal.mdb"_s).Execute(u"DELETE FROM cdeLicenties"_s);
-  frmMain main;
-  Load(main, {});
-  EXPECT_EQ(main.windowTitle(), u"Spotrooster "_s);
-}
-
-TEST_F(MainTest, AnInterruptedExportIsSettledBeforeTheUserWorks) {
-  station_.Use(Station::Mode::Offline);
-  const QString local = global.programFolder + u"\\data\\OvalistoLocal.mdb"_s;
-  dao::OpenDatabase(local).Execute(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (1, \"UPDATE a\")"_s);
-  const QString path = OfflineLogExport(local).WriteFile(runtime::PathText(station_.ExportFolder()));
-  frmMain main;
-  const MessageBoxScript boxes;
-  Load(main, u"Radio Proef"_s);
-  ASSERT_EQ(boxes.Shown().size(), 1u);
-  EXPECT_TRUE(boxes.Last().text.contains(path));
-  EXPECT_EQ(station_.Log(), QStringList());
 }
 
 TEST_F(MainTest, EachButtonOpensItsScreenOwnedByTheWindow) {
@@ -301,41 +168,6 @@ TEST_F(MainTest, ShowsTheDateInWordsAndTheTimeInLights) {
   EXPECT_EQ(Child<LedPanel>(main, u"ledUur"_s).Value(), 14);
   EXPECT_EQ(Child<LedPanel>(main, u"ledMinuut"_s).Value(), 32);
   EXPECT_EQ(Child<LedPanel>(main, u"ledSeconde"_s).Value(), 7);
-}
-
-TEST_F(MainTest, AWrongSettingsFileOrDatabaseIsToldAndTheWindowStillOpens) {
-  runtime::WriteFile(global.programFolder + u"\\ovalis.ini"_s, "garbage");
-  runtime::WriteFile(global.programFolder + u"\\data\\OvalistoLocal.mdb"_s, QByteArray(3000, 'x'));
-  frmMain main;
-  const MessageBoxScript boxes;
-  Load(main, {});
-  QStringList titles;
-  for (const auto& box : boxes.Shown()) {
-    titles += box.title;
-    EXPECT_EQ(box.style, 16);
-    EXPECT_TRUE(box.text.contains(u"ovalis.ini"_s) || box.text.contains(u"OvalistoLocal.mdb"_s))
-        << box.text.toStdString();
-  }
-  const QStringList expected{u"GetSettings"_s, u"FillCboRadio"_s, u"SetRadioNaam"_s, u"SetOnlineYn"_s};
-  EXPECT_EQ(titles, expected);
-  EXPECT_TRUE(main.isVisible());
-  EXPECT_EQ(main.windowTitle(), u"Spotrooster "_s);
-}
-
-TEST_F(MainTest, TheStartProcedureShowsTheSplashUntilTheWindowIsLoaded) {
-  ModalDriver driver;
-  bool splashSeen = false;
-  driver.OnNext(u"frmRadioDetail"_s, [&](QDialog& window) {
-    for (const QWidget* other : QApplication::topLevelWidgets()) {
-      splashSeen = splashSeen || (other->objectName() == u"frmSplash"_s && other->isVisible());
-    }
-    window.close();
-  });
-  const std::unique_ptr<frmMain> main = Start();
-  EXPECT_TRUE(splashSeen);
-  EXPECT_TRUE(main->isVisible());
-  for (const QWidget* other : QApplication::topLevelWidgets())
-    EXPECT_NE(other->objectName(), u"frmSplash"_s);
 }
 
 TEST_F(MainTest, HelpTellsTheVersion) {
