@@ -2,7 +2,10 @@
 
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QHeaderView>
 #include <QScreen>
+#include <QSplitter>
+#include <QTreeView>
 
 #include "platform/desktop/FolderMemory.h"
 #include "platform/desktop/Owner.h"
@@ -24,12 +27,21 @@ QString BothCases(const QString& patterns) {
   return all.join(u' ');
 }
 
-// Qt's own size cuts names and dates short.
-constexpr QSize kOpeningSize(860, 540);
+// Qt's own dialog cuts names, dates and places short. A desktop's own one has none of these parts.
+void MakeRoom(QFileDialog& dialog) {
+  constexpr QSize kOpeningSize(860, 540);
+  constexpr int kPlaces = 150;  // width of the list of places
+  dialog.resize(kOpeningSize.boundedTo(dialog.screen()->availableSize()));
+  if (auto* parts = dialog.findChild<QSplitter*>(u"splitter"_s)) parts->setSizes({kPlaces, dialog.width() - kPlaces});
+  const auto* files = dialog.findChild<QTreeView*>(u"treeView"_s);
+  if (files == nullptr) return;
+  for (int column = 0; column < files->header()->count(); ++column)
+    files->header()->setSectionResizeMode(column, column == 0 ? QHeaderView::Stretch : QHeaderView::ResizeToContents);
+}
 
 QString Answer(QFileDialog& dialog) {
   const ArrowPointer arrow;
-  dialog.resize(kOpeningSize.boundedTo(dialog.screen()->availableSize()));
+  MakeRoom(dialog);
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
   return dialog.selectedFiles().constFirst();
 }
