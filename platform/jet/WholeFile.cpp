@@ -63,18 +63,4 @@ void WriteWholeFile(const std::filesystem::path& path, std::string_view content,
   file.Commit();
 }
 
-void AppendDurably(const std::filesystem::path& path, std::string_view text, FileSystem& files) {
-  const bool isNew = !files.Exists(path);
-  const auto file = files.Open(path, OpenMode::OpenOrCreate);
-  const std::uint64_t oldSize = file->Size();
-  try {
-    file->WriteAt(oldSize, AsBytes(text));
-    file->Sync();
-    if (isNew) files.SyncFolderOf(path);
-  } catch (const Error&) {
-    file->RawTruncate(oldSize);
-    throw;
-  }
-}
-
 }  // namespace jet

@@ -43,8 +43,4 @@ class WholeFile {
 /// Writes `content` to `path`, whole or not at all. A file that is replaced keeps its permissions.
 void WriteWholeFile(const std::filesystem::path& path, std::string_view content, FileSystem& files = HostFileSystem());
 
-/// Adds `text` to the end of a file (made when it is not there) and returns when it will survive a power cut. After an
-/// error the file is as it was, as far as the disk allows.
-void AppendDurably(const std::filesystem::path& path, std::string_view text, FileSystem& files = HostFileSystem());
-
 }  // namespace jet

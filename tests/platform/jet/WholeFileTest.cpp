@@ -69,19 +69,5 @@ TEST(WholeFile, IsOldOrNewWhateverFails) {
                 });
 }
 
-TEST(AppendDurably, AddsALineOrLeavesTheFileAsItWas) {
-  FailEveryCall([](FileSystem& files) { AppendDurably("/a/file", "a line\n", files); },
-                [](MemoryFileSystem& memory, bool failed) {
-                  EXPECT_EQ(ContentOf(memory, "/a/file"), failed ? "old\n" : "old\na line\n");
-                });
-}
-
-TEST(AppendDurably, MakesTheFile) {
-  MemoryFileSystem files;
-  AppendDurably("/a/log", "one\n", files);
-  AppendDurably("/a/log", "two\n", files);
-  EXPECT_EQ(ContentOf(files, "/a/log"), "one\ntwo\n");
-}
-
 }  // namespace
 }  // namespace jet
