@@ -7,6 +7,9 @@
 #include "platform/desktop/Trapped.h"
 #include "ui_frmItemSpots.h"
 
+#include <algorithm>
+#include <limits>
+
 using namespace Qt::StringLiterals;
 using desktop::Trapped;
 
@@ -64,6 +67,7 @@ void frmItemSpots::Refilled() {
 
 void frmItemSpots::FindLines() {
   states_.assign(static_cast<std::size_t>(List().ListCount()), std::nullopt);
+  seconds_.assign(states_.size(), 0);
   counts_ = SpotCounts();
   lines_.clear();
   lines_.reserve(List().ListCount());
@@ -77,6 +81,7 @@ void frmItemSpots::SurveyChanged(const QList<qint64>& ids) {
     if (line == lines_.constEnd()) continue;
     const SpotSurvey::Spot* spot = survey_->Find(id);
     NoteState(*line, spot->state);
+    seconds_[static_cast<std::size_t>(*line)] = std::max(0, spot->facts.lengteSec.value_or(0));
     List().SetDetails(*line, DetailsOf(spot->facts, spot->state));
   }
   if (ChosenView() != SpotView::Alle) List().Refilter();
@@ -118,8 +123,17 @@ bool frmItemSpots::IsInView(int line) const {
 
 QString frmItemSpots::CountText() const {
   QString count = OverviewForm::CountText();
-  if (List().ListCount() == 0 || List().ShownCount() != List().ListCount() || !survey_->IsRead()) return count;
-  return count + u": "_s + counts_.Text();
+  if (List().ShownCount() == 0 || !survey_->IsRead()) return count;
+  if (List().ShownCount() == List().ListCount()) count += u": "_s + counts_.Text();
+  return count + u", samen "_s + TotalLength();
+}
+
+QString frmItemSpots::TotalLength() const {
+  qint64 total = 0;
+  for (std::size_t line = 0; line < seconds_.size(); ++line) {
+    if (List().IsShown(static_cast<int>(line))) total += seconds_[line];
+  }
+  return LengthText(static_cast<qint32>(std::min<qint64>(total, std::numeric_limits<qint32>::max())));
 }
 
 QString frmItemSpots::EmptyText() const {

@@ -46,10 +46,13 @@ class frmItemSpots : public OverviewForm {
   SpotView ChosenView() const;
   bool IsInView(int line) const;
   void NoteState(int line, SpotState state);
+  // Of the lines that are shown.
+  QString TotalLength() const;
 
   std::unique_ptr<Ui::frmItemSpots> ui_;
   std::unique_ptr<SpotSurvey> survey_;
   QHash<qint64, int> lines_;                      // where in the list an ID stands
   std::vector<std::optional<SpotState>> states_;  // of each line; none: not known yet
+  std::vector<qint32> seconds_;                   // likewise; 0 when not known
   SpotCounts counts_;                             // of these
 };

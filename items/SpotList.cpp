@@ -1,19 +1,12 @@
 #include "items/SpotList.h"
 
 #include "data/Catalogue.h"
+#include "data/SpotDetails.h"
 #include "platform/controls/ListBox.h"
 #include "platform/dao/Database.h"
 #include "platform/runtime/Error.h"
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-QString Clock(qint64 seconds) {
-  return u"%1:%2"_s.arg(seconds / 60).arg(seconds % 60, 2, 10, QChar(u'0'));
-}
-
-}  // namespace
 
 void SpotLengths::Read() {
   seconds_.clear();
@@ -33,7 +26,7 @@ void SpotLengths::Show(controls::ListBox& list) const {
   for (int line = 0; line < list.ListCount(); ++line) {
     controls::LineDetails details;
     const auto seconds = seconds_.constFind(list.ItemData(line));
-    if (seconds != seconds_.constEnd()) details.trailing = Clock(*seconds);
+    if (seconds != seconds_.constEnd()) details.trailing = LengthText(*seconds);
     list.SetDetails(line, details);
   }
 }
@@ -41,8 +34,8 @@ void SpotLengths::Show(controls::ListBox& list) const {
 QString SpotLengths::Total(const controls::ListBox& list) const {
   const int count = list.ListCount();
   if (count == 0) return {};
-  qint64 total = 0;
+  qint32 total = 0;
   for (int line = 0; line < count; ++line)
     total += seconds_.value(list.ItemData(line));
-  return (count == 1 ? u"1 item-spot"_s : u"%1 item-spots"_s.arg(count)) + u", samen " + Clock(total);
+  return (count == 1 ? u"1 item-spot"_s : u"%1 item-spots"_s.arg(count)) + u", samen " + LengthText(total);
 }

@@ -9,6 +9,7 @@
 
 #include <QFile>
 #include <QLabel>
+#include <QLineEdit>
 
 using namespace Qt::StringLiterals;
 using controls::LineMark;
@@ -79,7 +80,22 @@ TEST_P(SpotMarks, CountLineTellsTheStates) {
   ASSERT_TRUE(FilesAreSeen(form));
   EXPECT_EQ(Count(form),
             u"6 item-spots: 1 loopt, 1 begint later, 1 verloopt binnen 7 dagen, 2 voorbij of niet aktief, "
-            u"1 zonder bestand"_s);
+            u"1 zonder bestand, samen 3:12"_s);
+}
+
+TEST_P(SpotMarks, CountLineAddsUpTheLengthsThatAreShown) {
+  AddAllStates();
+  frmItemSpots form(nullptr);
+  Open(form);
+  const auto setLength = [&](int id, int seconds) {
+    station_.OnCurrent(u"UPDATE %1 SET LengteSec = %2 WHERE ID = %3"_s.arg(Table(u"ItemSpots"_s)).arg(seconds).arg(id));
+  };
+  setLength(1, 3600);
+  setLength(2, 65);
+  QTest::keyClick(&form, Qt::Key_F5);
+  EXPECT_TRUE(WaitUntil([&] { return Count(form).endsWith(u", samen 1:02:41"_s); })) << Count(form).toStdString();
+  Child<QLineEdit>(form, u"txtZoek"_s).setText(u"begint"_s);
+  EXPECT_EQ(Count(form), u"1 van 5 item-spots, samen 1:05"_s);
 }
 
 TEST_P(SpotMarks, MarksFollowARefill) {
@@ -158,7 +174,7 @@ TEST_P(SpotMarks, ListCanBeNarrowedToAStateWithoutReadingAgain) {
   Open(form);
   ASSERT_TRUE(WaitUntil([&] { return !Lines(form).isEmpty(); }));
   EXPECT_EQ(Lines(form), QStringList{u"ontbreekt"_s});
-  EXPECT_EQ(Count(form), u"1 van 5 item-spots"_s);
+  EXPECT_EQ(Count(form), u"1 van 5 item-spots, samen 0:32"_s);
   auto& choice = Child<controls::ComboBox>(form, u"cboToestand"_s);
   EXPECT_TRUE(choice.isVisible());
   choice.SelectWhereItemData(static_cast<qint64>(SpotView::Alle));
