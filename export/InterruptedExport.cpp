@@ -22,7 +22,7 @@ constexpr int kInformation = 64;
 constexpr int kQuestionNoFirst = 292;
 
 bool Holds(const QString& path, const QByteArray& digest) {
-  return ExportContent::DigestOf(runtime::ReadFile(path, kLargestExport)) == digest;
+  return ContentDigest::Of(runtime::ReadFile(path, kLargestExport)) == digest;
 }
 
 // The record goes first: one that has lost its temporary file would mean that the file got its name.
@@ -53,9 +53,10 @@ ExportSettlement SettleByFile(const QString& localDatabasePath, const ExportReco
 ExportSettlement SettleInterruptedExport(const QString& localDatabasePath) {
   const std::optional<ExportRecord> record = ReadExportRecord(localDatabasePath);
   if (!record) return {};
-  const ExportContent log = ExportContent::OfLog(localDatabasePath, record->highestID);
+  ExportContent log;
+  log.AddLog(localDatabasePath, record->highestID);
   if (log.RowCount() == 0) return Finish(localDatabasePath, *record);
-  if (log.Digest() == record->digest) return SettleByFile(localDatabasePath, *record);
+  if (log.Finish() == record->digest) return SettleByFile(localDatabasePath, *record);
   // These are other statements under the same numbers: the log was emptied, only the record could not be removed.
   RemoveExportRecord(localDatabasePath);
   return {};
