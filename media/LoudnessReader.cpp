@@ -26,6 +26,7 @@ class LeavableDecoder : public audio::Decoder {
   int Channels() const override { return file_->Channels(); }
   std::int64_t TotalFrames() const override { return file_->TotalFrames(); }
   void Seek(std::int64_t frame) override { file_->Seek(frame); }
+  bool SeeksExactly() const override { return file_->SeeksExactly(); }
   using Decoder::Read;
   std::size_t Read(float* out, std::size_t frames) override { return *cancelled_ ? 0 : file_->Read(out, frames); }
 

@@ -73,7 +73,7 @@ TEST_F(PeaksOfAFile, ComeFrontToBackInOnePass) {
         if (steps.empty() || done != steps.back()) steps.push_back(done);
         return true;
       },
-      500);
+      {.binsPerStep = 500});
   EXPECT_EQ(steps.front(), 0U);
   EXPECT_EQ(steps.back(), 2000U);
   EXPECT_GE(steps.size(), 4U);
