@@ -23,6 +23,11 @@ void TakeBack(const QString& localDatabasePath, runtime::StagedFile& file) {
   file.Keep();
 }
 
+// A log that could not be emptied afterwards is not handed out.
+void RequireWritable(const QString& databasePath) {
+  const dao::FrozenDatabase held(databasePath);
+}
+
 }  // namespace
 
 OfflineLogExport::OfflineLogExport(const QString& localDatabasePath)
@@ -30,9 +35,8 @@ OfflineLogExport::OfflineLogExport(const QString& localDatabasePath)
 
 QString OfflineLogExport::WriteFile(const QString& folder) {
   if (content_.RowCount() == 0) return {};
-  // A log that could not be emptied afterwards is not handed out: its database must be one that may be written.
-  dao::FrozenDatabase{localDatabasePath_};
-  const QString path = folder + u'\\' + ExportContent::FileName(runtime::Now());
+  RequireWritable(localDatabasePath_);
+  QString path = folder + u'\\' + ExportContent::FileName(runtime::Now());
   runtime::StagedFile file(path, content_.Bytes());
   file.SyncName();
   try {
