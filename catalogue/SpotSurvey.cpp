@@ -97,7 +97,7 @@ void SpotSurvey::TakeRow(Row row) {
   spot.state = StateOf(spot.facts, now_);
   counts_.Add(spot.state);
   if (!spot.facts.path.isEmpty()) files_.push_back({row.id, spot.facts.path});
-  spots_.insert(row.id, spot);
+  spots_.emplace(row.id, std::move(spot));
 }
 
 const SpotSurvey::Spot* SpotSurvey::Find(qint64 id) const {

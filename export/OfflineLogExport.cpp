@@ -32,13 +32,17 @@ void TakeBack(const QString& localDatabasePath, runtime::StagedFile& file) {
   file.Keep();
 }
 
+// A log that could not be emptied afterwards is not handed out.
+void RequireWritable(const QString& databasePath) {
+  const dao::FrozenDatabase held(databasePath);
+}
+
 }  // namespace
 
 QString OfflineLogExport::WriteFile(const QString& folder) {
   if (IsLogEmpty(localDatabasePath_)) return {};
-  // A log that could not be emptied afterwards is not handed out: its database must be one that may be written.
-  dao::FrozenDatabase{localDatabasePath_};
-  const QString path = folder + u'\\' + ExportContent::FileName(runtime::Now());
+  RequireWritable(localDatabasePath_);
+  QString path = folder + u'\\' + ExportContent::FileName(runtime::Now());
   runtime::StagedFile file(path);
   ExportContent content([&](const QByteArray& block) { file.Write(block); });
   content.AddLog(localDatabasePath_);
