@@ -121,11 +121,12 @@ TEST(SetOnlineYn, AnyNumberButZeroIsOnlineAndOneTooLargeIsReportedAndStaysOnline
 }
 
 TEST(SetOnlineYn, AStationNumberBelowOneReadsTheRow) {
-  const Station station(Station::Mode::Offline);
+  const Station station;
+  station.OnLocal(u"UPDATE cdeInstellingen SET InitValue = \"0\""_s);
   global.stationNumber = -2;
   const desktop::MessageBoxScript boxes;
   SetOnlineYn();
-  EXPECT_TRUE(global.online);
+  EXPECT_FALSE(global.online);
   EXPECT_TRUE(boxes.Shown().empty());
 }
 
