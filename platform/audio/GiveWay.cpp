@@ -6,11 +6,12 @@
 namespace audio {
 
 // Linux keeps this number for each thread, and a new thread gets that of the one that starts it; elsewhere it is the
-// whole program's.
+// whole program's. By the process's number it gives the main thread's.
 void GiveWay() {
 #ifdef __linux__
-  constexpr int kBehindOthers = 10;
-  setpriority(PRIO_PROCESS, static_cast<id_t>(gettid()), kBehindOthers);
+  constexpr int kBehind = 5;
+  const int others = getpriority(PRIO_PROCESS, static_cast<id_t>(getpid()));
+  setpriority(PRIO_PROCESS, static_cast<id_t>(gettid()), others + kBehind);
 #endif
 }
 

@@ -3,9 +3,9 @@
 
 namespace audio {
 
-// From now on this thread, and those it starts, run when playing and the windows leave them room: about a tenth of what
-// the others get. For good: an ordinary program cannot take it back. Where the system has no such thing for one thread,
-// nothing changes.
+// From now on this thread, and those it starts, come after playing and the windows: where these need a whole core, they
+// get a third as much. For good: an ordinary program cannot take it back. Where the system has no such thing for one
+// thread, nothing changes.
 void GiveWay();
 
 }  // namespace audio
