@@ -27,6 +27,16 @@ void BringInside(QWidget& window) {
   if (frame.topLeft() != window.frameGeometry().topLeft()) window.move(frame.topLeft());
 }
 
+void KeepWithinScreen(QWidget& window) {
+  const QSize free = window.screen()->availableSize();
+  if (window.width() > free.width() || window.height() > free.height()) window.resize(window.size().boundedTo(free));
+}
+
+// Smaller than half of how it was drawn up a window shows nothing that one could work with.
+void SetSmallest(QWidget& window) {
+  if (window.minimumSize().isNull()) window.setMinimumSize((window.size() / 2).expandedTo(window.minimumSizeHint()));
+}
+
 }  // namespace
 
 WindowPlaces::WindowPlaces(const QString& file) : places_(file, QSettings::IniFormat) {
@@ -46,9 +56,10 @@ bool WindowPlaces::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void WindowPlaces::Restore(QWidget& window) {
+  KeepWithinScreen(window);
+  SetSmallest(window);
   const QByteArray place = places_.value(window.objectName()).toByteArray();
   const bool restored = !place.isEmpty() && window.restoreGeometry(place);
-  const QSize free = window.screen()->availableSize();
-  if (window.width() > free.width() || window.height() > free.height()) window.resize(window.size().boundedTo(free));
+  KeepWithinScreen(window);
   if (restored) BringInside(window);  // any other window has its place from the desktop
 }

@@ -6,7 +6,7 @@ class QWidget;
 
 // Remembers size and place of the program's windows (those named "frm..."), for each user in a file of its own. A
 // window never opens larger than the free area of its screen, and one that was left elsewhere comes back into it.
-// Watches the whole application while it lives.
+// None gets smaller than half of the size it opens with. Watches the whole application while it lives.
 class WindowPlaces : public QObject {
   Q_OBJECT
 

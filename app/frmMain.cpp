@@ -90,9 +90,11 @@ void frmMain::InitForm() {
   } icons[] = {{ui_->actItems, u"items"_s},
                {ui_->actItemSpots, u"item-spots"_s},
                {ui_->actItemPingles, u"item-pingles"_s},
+               {ui_->actOverzichten, u"afdrukken"_s},
                {ui_->actExporteren, u"exporteren"_s},
                {ui_->actInstellingen, u"instellingen"_s},
                {ui_->actAfsluiten, u"afsluiten"_s},
+               {ui_->actHandleiding, u"handleiding"_s},
                {ui_->actVersie, u"info"_s}};
   for (const auto& entry : icons)
     entry.action->setIcon(desktop::Icon(entry.icon));

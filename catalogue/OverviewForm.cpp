@@ -7,6 +7,7 @@
 #include "platform/controls/QuietLine.h"
 #include "platform/dao/Database.h"
 #include "platform/desktop/FileDrop.h"
+#include "platform/desktop/FocusHome.h"
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/Trapped.h"
 #include "platform/desktop/WaitPointer.h"
@@ -134,6 +135,7 @@ void OverviewForm::FillLstOverzicht() {
 }
 
 void OverviewForm::Refill() {
+  const desktop::FocusHome list(List());
   FillLstOverzicht();
   InitCommands();
 }

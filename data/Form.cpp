@@ -8,6 +8,7 @@
 #include "platform/runtime/Error.h"
 
 #include <QCloseEvent>
+#include <QScreen>
 
 using namespace Qt::StringLiterals;
 
@@ -19,7 +20,18 @@ Form::Form(QWidget* owner) : QDialog(owner) {
 void Form::ShowModal() {
   Form_Load();
   const desktop::ArrowPointer arrow;  // the caller may still be waiting; the user of this form is not
+  const QWidget* owner = parentWidget();
+  if (owner != nullptr && !owner->isVisible()) Centre();
   exec();
+  // Windows that close one right after the other leave some desktops without an active one, and the keyboard dead.
+  if (owner != nullptr && owner->isVisible()) owner->window()->activateWindow();
+}
+
+// Amid the screen; over an owner that is not shown yet Qt would put it anywhere.
+void Form::Centre() {
+  QRect place(QPoint(), size());
+  place.moveCenter(screen()->availableGeometry().center());
+  move(place.topLeft());
 }
 
 QWidget* Form::Named(const QString& name) const {

@@ -8,7 +8,7 @@ class Form : public QDialog {
  public:
   explicit Form(QWidget* owner);
 
-  // Runs Form_Load and shows the form; returns when it is closed.
+  // Runs Form_Load and shows the form; returns when it is closed, with its owner active again.
   void ShowModal();
 
   // The opening sequence, under its own error trap.
@@ -33,6 +33,7 @@ class Form : public QDialog {
   void closeEvent(QCloseEvent* event) override;
 
  private:
+  void Centre();
   QWidget* Named(const QString& name) const;
 
   bool unloading_ = false;

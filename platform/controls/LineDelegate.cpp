@@ -68,7 +68,8 @@ LineDelegate::Columns LineDelegate::ColumnsOf(const QStyleOptionViewItem& option
     columns.number = takeLeft(metrics.horizontalAdvance(QString::number(lines_.Count()) + u"0"_s), kMarkGap);
   if (lines_.HasMarks()) columns.mark = takeLeft(kMarkSize, kMarkGap);
   if (!lines_.LongestTrailing().isEmpty())
-    columns.trailing = takeRight(metrics.horizontalAdvance(lines_.LongestTrailing()) + 4, kColumnGap);
+    columns.trailing = takeRight(metrics.horizontalAdvance(lines_.LongestTrailing()) + 4,
+                                 lines_.LongestWord().isEmpty() ? kMarkGap : kColumnGap);
   if (!lines_.LongestWord().isEmpty()) {
     const int wanted = metrics.horizontalAdvance(lines_.LongestWord()) + 16;
     columns.word = takeRight(std::clamp(rest.width() - kNarrowestText, 0, wanted), kMarkGap);

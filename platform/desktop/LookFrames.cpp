@@ -81,6 +81,18 @@ void TabLabel(QPainter& painter, const QStyleOptionTab& option, const QStyle& st
   painter.restore();
 }
 
+void HeaderSection(QPainter& painter, const QStyleOptionHeader& option) {
+  painter.fillRect(option.rect, option.palette.color(QPalette::AlternateBase));
+  Hairline(painter, option.rect, option.palette, Qt::BottomEdge);
+}
+
+void SortMark(QPainter& painter, const QStyleOptionHeader& option) {
+  constexpr QSizeF kSize(8, 4);
+  QRectF place(QPointF(), kSize);
+  place.moveCenter(QRectF(option.rect).center());
+  Chevron(painter, place, TokensFor(option.palette).hint, option.sortIndicator == QStyleOptionHeader::SortDown);
+}
+
 void Hairline(QPainter& painter, const QRect& rect, const QPalette& palette, Qt::Edge edge) {
   QRectF line = rect;
   if (edge == Qt::TopEdge) line.setHeight(1);

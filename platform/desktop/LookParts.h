@@ -1,11 +1,11 @@
 #pragma once
 
 #include <QColor>
+#include <QStyle>
 #include <QStyleOption>
 
 class QPainter;
 class QRect;
-class QStyle;
 class QWidget;
 
 // The pieces LookStyle is put together from, one file a family. For LookStyle alone.
@@ -45,12 +45,17 @@ QRect ScrollBarPart(const QStyleOptionSlider& option, QStyle::SubControl part, i
 void ProgressGroove(QPainter& painter, const QStyleOptionProgressBar& option);
 void ProgressContents(QPainter& painter, const QStyleOptionProgressBar& option, const QWidget* widget);
 
+// The name of the program's own drawing for what Qt's dialogs show; empty where it has none.
+QString OwnIcon(QStyle::StandardPixmap icon);
+
 // Frames and bars.
 void ListFrame(QPainter& painter, const QStyleOption& option);
 void Card(QPainter& painter, const QRect& rect, const QPalette& palette);
 void GroupBox(QPainter& painter, const QStyleOptionGroupBox& option, const QStyle& style, const QWidget* widget);
 void TabShape(QPainter& painter, const QStyleOptionTab& option);
 void TabLabel(QPainter& painter, const QStyleOptionTab& option, const QStyle& style);
+void HeaderSection(QPainter& painter, const QStyleOptionHeader& option);
+void SortMark(QPainter& painter, const QStyleOptionHeader& option);
 void Hairline(QPainter& painter, const QRect& rect, const QPalette& palette, Qt::Edge edge);
 void MenuBarItem(QPainter& painter, const QStyleOptionMenuItem& option, const QStyle& style);
 

@@ -104,6 +104,9 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
     case PE_FrameMenu:
       return look::Panel(*painter, option->rect, 0, QColor(),
                          look::Mixed(TokensFor(option->palette).line, TokensFor(option->palette).lineStrong, 0.5));
+    case PE_IndicatorHeaderArrow:
+      if (const auto* header = qstyleoption_cast<const QStyleOptionHeader*>(option)) look::SortMark(*painter, *header);
+      return;
     case PE_FrameTabBarBase:
       return look::Hairline(*painter, option->rect, option->palette, Qt::BottomEdge);
     case PE_PanelStatusBar:
@@ -149,6 +152,8 @@ void LookStyle::drawControl(ControlElement element, const QStyleOption* option, 
       return QProxyStyle::drawControl(element, &fitting, painter, widget);
     }
   }
+  if (const auto* header = qstyleoption_cast<const QStyleOptionHeader*>(option))
+    if (element == CE_HeaderSection) return look::HeaderSection(*painter, *header);
   if (element == CE_MenuBarEmptyArea) return painter->fillRect(option->rect, option->palette.window());
   if (element == CE_ToolBar) {
     painter->fillRect(option->rect, option->palette.window());
@@ -169,6 +174,12 @@ void LookStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
       return look::GroupBox(*painter, *box, *this, widget);
   if (const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option))
     if (control == CC_ScrollBar) return look::ScrollBar(*painter, *bar, widget, *this);
+  if (const auto* button = qstyleoption_cast<const QStyleOptionToolButton*>(option)) {
+    // Fusion's mark of a menu lies across the text.
+    QStyleOptionToolButton plain(*button);
+    plain.features &= ~QStyleOptionToolButton::HasMenu;
+    return QProxyStyle::drawComplexControl(control, &plain, painter, widget);
+  }
   QProxyStyle::drawComplexControl(control, option, painter, widget);
 }
 
@@ -185,7 +196,8 @@ void LookStyle::drawItemText(QPainter* painter, const QRect& rect, int flags, co
 
 QIcon LookStyle::standardIcon(StandardPixmap icon, const QStyleOption* option, const QWidget* widget) const {
   if (icon == SP_LineEditClearButton) return Icon(u"wissen"_s, IconTint::Quiet);
-  return QProxyStyle::standardIcon(icon, option, widget);
+  const QString own = look::OwnIcon(icon);
+  return own.isEmpty() ? QProxyStyle::standardIcon(icon, option, widget) : Icon(own);
 }
 
 void LookStyle::polish(QWidget* widget) {

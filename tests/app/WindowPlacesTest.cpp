@@ -112,6 +112,14 @@ TEST(WindowPlaces, AWindowNeverOpensLargerThanItsScreen) {
   EXPECT_EQ(window->size(), QSize(window->screen()->availableSize().width(), 200));
 }
 
+TEST(WindowPlaces, AWindowGetsNoSmallerThanHalfOfItsOpeningSize) {
+  const QTemporaryDir folder;
+  const WindowPlaces places(folder.filePath(u"vensters.ini"_s));
+  const auto window = Shown(u"frmProef"_s, QSize(300, 200));
+  window->resize(10, 10);
+  EXPECT_EQ(window->size(), QSize(150, 100));
+}
+
 TEST(WindowPlaces, OtherWindowsAndTheSplashScreenAreLeftAlone) {
   const QTemporaryDir folder;
   const QString file = folder.filePath(u"vensters.ini"_s);

@@ -192,6 +192,18 @@ TEST_P(ItemSpotList, ListEmptiedByAnotherUserKeepsWorking) {
   EXPECT_TRUE(boxes_.Shown().empty());
 }
 
+TEST_P(ItemSpotList, AfterAButtonThatIsDisabledTheKeysGoToTheList) {
+  AddThree();
+  frmItemSpots form(nullptr);
+  Open(form);
+  List(form).SetListIndex(0);
+  auto& button = Child<QPushButton>(form, u"cmdDesaktiveer"_s);
+  button.setFocus();
+  QTest::keyClick(&button, Qt::Key_Space);
+  EXPECT_FALSE(button.isEnabled());
+  EXPECT_EQ(form.focusWidget(), &List(form));
+}
+
 TEST_P(ItemSpotList, UnreadableDatabaseIsReportedAndTheListKeepsWhatItShowed) {
   AddThree();
   frmItemSpots form(nullptr);

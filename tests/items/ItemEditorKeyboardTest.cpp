@@ -82,6 +82,18 @@ TEST_F(ItemKeyboard, TabReachesEverythingOfThePatternFilling) {
   EXPECT_FALSE(reached.contains(u"opt1"_s));  // Tab stops at the chosen one
 }
 
+// The next button zeroes the counts of all spots, without a question.
+TEST_F(ItemKeyboard, AfterTheButtonThatRemovesTheKeysGoToTheList) {
+  InsertListItem(1, u"Blok"_s, {1, 2, 3});
+  OpenActive(u"1"_s);
+  List().SetListIndex(1);
+  auto& remove = testing_support::Child<QPushButton>(*editor_, u"cmdOpt1Verwijderen"_s);
+  remove.setFocus();
+  QTest::keyClick(&remove, Qt::Key_Space);
+  ASSERT_EQ(List().ListCount(), 2);
+  EXPECT_EQ(editor_->focusWidget(), &List());
+}
+
 TEST_F(ItemKeyboard, EnterOnTheMixPointAsksForIt) {
   OpenActive(u"NIEUW"_s);
   FillPatternItem();

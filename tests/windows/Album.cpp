@@ -43,8 +43,12 @@ void Album::Take(const QString& name, QWidget& window, const std::function<void(
   if (prepare) prepare();
   Save(name, window);
   const QSize opened = window.size();
-  window.resize((opened * kLarger).boundedTo(window.screen()->availableSize()));
-  if (window.size() != opened) Save(name + u"-groot"_s, window);
+  const auto saveAs = [&](const QString& suffix, const QSize& size) {
+    window.resize(size);
+    if (window.size() != opened) Save(name + suffix, window);
+  };
+  saveAs(u"-groot"_s, (opened * kLarger).boundedTo(window.screen()->availableSize()));
+  saveAs(u"-klein"_s, {1, 1});
   window.hide();
 }
 

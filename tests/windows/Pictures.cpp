@@ -217,6 +217,7 @@ int main(int argc, char** argv) {
     return kWrongUse;
   }
   const Stage stage(argc, argv, *options);
+  QApplication::setCursorFlashTime(0);
   // Always the same moment, so that two runs can be compared.
   const runtime::ClockScope clock([] { return QDateTime(QDate(2025, 3, 11), QTime(14, 32, 7)); });
   try {

@@ -9,12 +9,15 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLineEdit>
+#include <QPainter>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QStyleFactory>
+#include <QStyleOption>
 #include <QVBoxLayout>
 
+#include "platform/desktop/Icons.h"
 #include "platform/desktop/Lock.h"
 #include "platform/desktop/Palettes.h"
 #include "platform/desktop/Tokens.h"
@@ -201,6 +204,28 @@ TEST_F(Look, AProgressBarFillsItsShare) {
   const int y = image.height() / 2;
   EXPECT_EQ(image.pixelColor(image.width() / 4, y), Tokens().accent);
   EXPECT_EQ(image.pixelColor(image.width() * 3 / 4, y), Tokens().line);
+}
+
+TEST_F(Look, QtsOwnDialogsShowDrawingsOfTheProgramsFamily) {
+  for (const QStyle::StandardPixmap icon :
+       {QStyle::SP_ArrowBack, QStyle::SP_ArrowForward, QStyle::SP_FileDialogToParent, QStyle::SP_FileDialogNewFolder,
+        QStyle::SP_FileDialogListView, QStyle::SP_FileDialogDetailedView, QStyle::SP_ComputerIcon,
+        QStyle::SP_DriveHDIcon, QStyle::SP_DirIcon, QStyle::SP_DirHomeIcon, QStyle::SP_FileIcon}) {
+    const QString name = QApplication::style()->standardIcon(icon).name();
+    EXPECT_TRUE(desktop::IconNames().contains(name)) << icon;
+  }
+}
+
+TEST_F(Look, TheTitlesOfColumnsAreFlatAboveAHairline) {
+  QImage image(40, 24, QImage::Format_ARGB32_Premultiplied);
+  QPainter painter(&image);
+  QStyleOptionHeader option;
+  option.rect = image.rect();
+  option.palette = QApplication::palette();
+  QApplication::style()->drawControl(QStyle::CE_HeaderSection, &option, &painter);
+  for (int y = 0; y < 23; ++y)
+    EXPECT_EQ(image.pixelColor(20, y), option.palette.color(QPalette::AlternateBase)) << y;
+  EXPECT_EQ(image.pixelColor(20, 23), Tokens().line);
 }
 
 // A combo painted with a text, as wide as if that were short.

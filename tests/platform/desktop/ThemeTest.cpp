@@ -139,10 +139,11 @@ TEST_F(ThemeChoice, TheAccentComesIntoAnIconFrom24PixelsOn) {
 
 TEST(Icons, EveryNameIsThereAndDrawsSomething) {
   for (const char* name :
-       {"item-spots",  "items",     "exporteren", "instellingen", "afsluiten", "item-pingles", "nieuw",  "open",
-        "desaktiveer", "verwijder", "zoek",       "geluid",       "map",       "kalender",     "nul",    "play",
-        "stop",        "rrew",      "rew",        "ffw",          "fffw",      "radio",        "online", "offline",
-        "log",         "vraag",     "fout",       "let-op",       "info"}) {
+       {"item-spots",  "items",     "exporteren", "instellingen", "afsluiten", "item-pingles", "nieuw",     "open",
+        "desaktiveer", "verwijder", "zoek",       "geluid",       "map",       "kalender",     "nul",       "play",
+        "stop",        "rrew",      "rew",        "ffw",          "fffw",      "radio",        "online",    "offline",
+        "log",         "vraag",     "fout",       "let-op",       "info",      "omhoog",       "map-nieuw", "tegels",
+        "regels",      "computer",  "schijf",     "bestand",      "afdrukken", "handleiding"}) {
     const QString text = QString::fromLatin1(name);
     EXPECT_TRUE(desktop::IconNames().contains(text)) << name;
     const QImage image = desktop::Icon(text).pixmap(QSize(48, 48), 1.0).toImage();
