@@ -127,7 +127,8 @@ bool SpotSurvey::TakeFile(qint64 id, runtime::Presence presence) {
     counts_.Add(state);
     spot->state = state;
   }
-  return !same || presence == runtime::Presence::NotReachable;
+  // Where nothing is known of the file, only the tool tip says so.
+  return !same || presence == runtime::Presence::NotReachable || presence == runtime::Presence::Denied;
 }
 
 void SpotSurvey::Finish() {

@@ -119,6 +119,8 @@ TEST_F(ItemLoss, ALinkWithoutASpotAndASpotWithoutANameAreSkipped) {
   InsertListItem(1, u"Blok"_s, {1, 2});
   station_.OnServer(u"UPDATE tblItemSpots SET Naam = \"  \" WHERE ID = 2"_s);
   station_.OnServer(u"INSERT INTO tblItemsItemSpots (ItemID, ItemSpotOrder) VALUES (1, 3)"_s);
+  // The number that stands for a link without a spot.
+  station_.OnServer(u"INSERT INTO tblItemSpots (ID, Naam, Aktief) VALUES (-10000, \"Niets\", 1)"_s);
   const desktop::MessageBoxScript boxes;
   Open(u"1"_s);
   EXPECT_TRUE(boxes.Shown().empty());
