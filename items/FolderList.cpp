@@ -69,7 +69,7 @@ void FolderList::SetPath(const QString& pathText) {
 void FolderList::AddFolder(const QString& path, const QString& name, int depth) {
   paths_ += path;
   names_ += name;
-  AddItem(QString(qsizetype{3} * depth, u' ') + name, paths_.size() - 1);
+  AddItem(QString(3 * depth, u' ') + name, paths_.size() - 1);
 }
 
 QString FolderList::List(int index) const {

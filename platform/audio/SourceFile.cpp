@@ -14,7 +14,7 @@
 namespace audio {
 namespace {
 
-constexpr std::size_t kBufferBytes = 65536;
+constexpr std::size_t kBufferBytes = 64 * 1024;
 
 std::string ReasonOf(int code) {
   switch (code) {
