@@ -8,7 +8,7 @@
 #include "data/ProgramLock.h"
 #include "export/Screens.h"
 #include "items/Screens.h"
-#include "media/MediaScreens.h"
+#include "media/Screens.h"
 #include "platform/desktop/Events.h"
 #include "platform/desktop/MessageBox.h"
 #include "platform/runtime/Error.h"

@@ -16,8 +16,8 @@ QString CacheFolder() {
 }
 
 controls::Peak ShareOfFullScale(const audio::PeakBin& bin) {
-  constexpr float kFullScale = 32768.0F;
-  return {bin.low / kFullScale, bin.high / kFullScale, bin.rms / kFullScale};
+  const auto share = [](int sample) { return static_cast<float>(sample) / 32768.0F; };
+  return {share(bin.low), share(bin.high), share(bin.rms)};
 }
 
 }  // namespace

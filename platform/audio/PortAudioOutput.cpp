@@ -70,7 +70,7 @@ PaDeviceIndex FindDevice(int number) {
   throw Error("Geluidskaart " + std::to_string(number) + " bestaat niet");
 }
 
-class PortAudioOutput : public Output {
+class PortAudioOutput final : public Output {
  public:
   explicit PortAudioOutput(const OutputRequest& request) {
     const std::lock_guard lock(LibraryMutex());

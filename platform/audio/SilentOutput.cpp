@@ -32,7 +32,7 @@ void SilentOutput::Stop() noexcept {
 void SilentOutput::Run(FrameSource& source) {
   using Clock = std::chrono::steady_clock;
   constexpr std::chrono::milliseconds kStep{5};
-  const auto step = static_cast<std::int64_t>(sampleRate_ / 200 + 1);
+  const std::int64_t step = sampleRate_ / 200 + 1;
   std::vector<std::int16_t> heard(static_cast<std::size_t>(step) * 2);
   const auto begin = Clock::now();
   std::int64_t taken = 0;

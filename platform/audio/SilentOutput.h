@@ -11,7 +11,7 @@
 namespace audio {
 
 // Takes the place of a device that is not there, so that position, levels and the end of the file still come.
-class SilentOutput : public Output {
+class SilentOutput final : public Output {
  public:
   // `status`: the sentence that tells the user why it is silent.
   SilentOutput(int sampleRate, std::string status);

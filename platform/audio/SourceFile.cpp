@@ -39,7 +39,8 @@ std::string ReasonOf(int code) {
 // O_NONBLOCK: a pipe with an audio file's name must be refused, not waited for.
 SourceFile::SourceFile(const std::string& hostPath) : path_(hostPath), buffer_(kBufferBytes) {
   if (hostPath.empty()) throw Error("Er is geen geluidsbestand opgegeven.");
-  if (hostPath.find('\0') != std::string::npos) throw ReadError(hostPath.c_str(), "de naam is ongeldig");
+  if (const auto nul = hostPath.find('\0'); nul != std::string::npos)
+    throw ReadError(hostPath.substr(0, nul), "de naam is ongeldig");
   descriptor_ = ::open(hostPath.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
   if (descriptor_ < 0) throw ReadError(path_, ReasonOf(errno));
 

@@ -14,10 +14,11 @@
 
 namespace jet {
 
+using index_page::kPointerBytes;
+
 namespace {
 
 constexpr unsigned kDeepest = 32;
-constexpr std::size_t kPointerBytes = 4;
 
 std::string EntryRow(ByteView entry) {
   const std::uint8_t* pointer = entry.data() + entry.size() - kPointerBytes;

@@ -11,7 +11,6 @@ using namespace index_page;
 
 namespace {
 
-constexpr std::size_t kPointerBytes = 4;
 constexpr std::size_t kChildBytes = 4;
 
 void StoreBigEndian(std::uint8_t* at, std::uint32_t number) {

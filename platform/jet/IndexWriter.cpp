@@ -1,13 +1,13 @@
 #include "platform/jet/IndexWriter.h"
 
 #include <algorithm>
-#include <cstring>
 #include <iterator>
 #include <utility>
 
 #include "platform/jet/Codec.h"
 #include "platform/jet/Damage.h"
 #include "platform/jet/IndexCursor.h"
+#include "platform/jet/IndexEdit.h"
 
 namespace jet {
 
@@ -15,19 +15,7 @@ using namespace index_page;
 
 namespace {
 
-constexpr std::size_t kPointerBytes = 4;
 constexpr std::size_t kDeepest = 32;
-
-/// The ends of a page's entries as bits, in the form in which they lie in the page.
-void StoreEnds(PageBytes& page, const std::vector<std::uint16_t>& ends) {
-  std::memset(&page[kMaskAt], 0, kMaskBytes);
-  for (const std::uint16_t end : ends) {
-    const std::size_t bit = end - kEntriesAt;
-    page[kMaskAt + bit / 8] |= static_cast<std::uint8_t>(1U << (bit % 8));
-  }
-  const std::size_t used = ends.empty() ? 0 : ends.back() - kEntriesAt;
-  Store(&page[2], static_cast<std::uint16_t>(kEntryBytes - used));
-}
 
 /// How many entries go to the lower page: as near to `wanted` as both parts fit.
 std::size_t SplitPoint(const IndexNode& node, std::size_t wanted) {
@@ -120,7 +108,7 @@ void IndexWriter::Insert(ByteView key, RowId row) {
   Forget();
   const Step leaf = place.path.back();
   if (place.entry == entry) throw DamageAt(leaf.page, "de rij staat al in de index");
-  if (InsertIntoPage(place, entry)) {
+  if (InsertEntry(pages_.Change(leaf.page), place.ends, leaf.child, entry)) {
     const bool isLast = place.isLastLeaf && leaf.child == place.ends.size();
     if (isLast && !place.beyondAnOnlyChild) tail_ = {leaf.page, entry};
   } else {
@@ -131,47 +119,12 @@ void IndexWriter::Insert(ByteView key, RowId row) {
   if (place.beyondAnOnlyChild) TellParents(Find(entry).path, entry);
 }
 
-/// The entry without what a page's entries share, when it shares it and there is room; else nothing.
-ByteView IndexWriter::FittingPart(const PageBytes& page, ByteView entry, std::size_t room) {
-  const std::size_t shared = LoadU16(&page[kPrefixAt]);
-  if (entry.size() < shared + kPointerBytes || std::memcmp(&page[kEntriesAt], entry.data(), shared) != 0) return {};
-  const ByteView part = entry.subspan(shared);
-  return part.size() <= room ? part : ByteView();
-}
-
 /// Entries that come in their order: behind the last one, without looking for the place.
 bool IndexWriter::Append(ByteView entry) {
   if (!tail_ || !IsLess(tail_->last, entry)) return false;
-  PageBytes& page = pages_.Change(tail_->page);
-  const std::size_t room = LoadU16(&page[2]);
-  const ByteView part = FittingPart(page, entry, room);
-  if (part.empty()) return false;
+  if (!AppendEntry(pages_.Change(tail_->page), entry)) return false;
   absent_.reset();
-  const std::size_t used = kEntryBytes - room;
-  std::memcpy(&page[kEntriesAt + used], part.data(), part.size());
-  const std::size_t end = used + part.size();
-  page[kMaskAt + end / 8] |= static_cast<std::uint8_t>(1U << (end % 8));
-  Store(&page[2], static_cast<std::uint16_t>(kEntryBytes - end));
   tail_->last.assign(entry.begin(), entry.end());
-  return true;
-}
-
-/// The usual case, without taking the page apart: the entry has the page's prefix, and there is room.
-bool IndexWriter::InsertIntoPage(const Place& place, ByteView entry) {
-  const std::size_t at = place.path.back().child;
-  std::vector<std::uint16_t> ends = place.ends;
-  PageBytes& page = pages_.Change(place.path.back().page);
-  const std::size_t end = ends.empty() ? kEntriesAt : ends.back();
-  const bool hasPrefix = LoadU16(&page[kPrefixAt]) > 0;
-  const ByteView part = FittingPart(page, entry, kPageSize - end);
-  if (part.empty() || (hasPrefix && at == 0)) return false;
-  const std::size_t start = at == 0 ? kEntriesAt : ends[at - 1];
-  std::memmove(&page[start + part.size()], &page[start], end - start);
-  std::memcpy(&page[start], part.data(), part.size());
-  ends.insert(ends.begin() + static_cast<std::ptrdiff_t>(at), static_cast<std::uint16_t>(start));
-  for (std::size_t i = at; i < ends.size(); ++i)
-    ends[i] = static_cast<std::uint16_t>(ends[i] + part.size());
-  StoreEnds(page, ends);
   return true;
 }
 
@@ -303,15 +256,7 @@ bool IndexWriter::RemoveFromPage(const Step& step) {
     if (step.child == 0 && LoadU16(bytes->data() + kPrefixAt) > 0) return false;
     ends = IndexPage(bytes, step.page, table_).Ends();
   }
-  PageBytes& page = pages_.Change(step.page);
-  const std::size_t start = step.child == 0 ? kEntriesAt : ends[step.child - 1];
-  const std::size_t length = ends[step.child] - start;
-  std::memmove(&page[start], &page[start + length], ends.back() - start - length);
-  std::memset(&page[ends.back() - length], 0, length);
-  ends.erase(ends.begin() + static_cast<std::ptrdiff_t>(step.child));
-  for (std::size_t i = step.child; i < ends.size(); ++i)
-    ends[i] = static_cast<std::uint16_t>(ends[i] - length);
-  StoreEnds(page, ends);
+  RemoveEntry(pages_.Change(step.page), std::move(ends), step.child);
   return true;
 }
 

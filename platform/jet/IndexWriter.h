@@ -62,9 +62,7 @@ class IndexWriter {
   void Forget();
   /// `entry`: a whole one or a key.
   Place Find(ByteView entry);
-  static ByteView FittingPart(const PageBytes& page, ByteView entry, std::size_t room);
   bool Append(ByteView entry);
-  bool InsertIntoPage(const Place& place, ByteView entry);
   bool RemoveFromPage(const Step& step);
   void SaveOrSplit(Path& path, IndexNode& node);
   void Split(Path& path, IndexNode& node);

@@ -2,7 +2,7 @@
 #include "data/DroppedAudio.h"
 #include "data/Globals.h"
 #include "data/Screens.h"
-#include "media/MediaScreens.h"
+#include "media/Screens.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/HostPath.h"
 #include "tests/media/support/EditorDesk.h"

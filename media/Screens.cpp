@@ -1,4 +1,4 @@
-#include "media/MediaScreens.h"
+#include "media/Screens.h"
 
 #include "data/DroppedAudio.h"
 #include "data/Globals.h"
