@@ -12,7 +12,6 @@
 #include <QKeyEvent>
 #include <QSignalBlocker>
 
-using namespace Qt::StringLiterals;
 using desktop::Trapped;
 
 frmDirectory::frmDirectory(QWidget* owner) : Form(owner), ui_(std::make_unique<Ui::frmDirectory>()) {
@@ -65,11 +64,13 @@ void frmDirectory::FillForm(const QString& startFolder) {
   Trapped(__func__, [&] {
     if (startFolder.isEmpty()) return;
     SetDrive(startFolder);
-    if (runtime::IsFolder(startFolder)) ShowFolder(startFolder);
+    if (runtime::IsFolder(startFolder)) ui_->lstDir->SetPath(startFolder);
+    ui_->lstDir->SetListIndex(ui_->lstDir->PathLine());
   });
 }
 
 void frmDirectory::SetDrive(const QString& startFolder) {
+  static_cast<void>(runtime::HostRoot(startFolder));  // a drive that is not known is an error
   for (int line = 0; line < ui_->cboDrive->ListCount(); ++line) {
     const QString drive = ui_->cboDrive->Text(line) + u'\\';
     if (QString(startFolder + u'\\').startsWith(drive, Qt::CaseInsensitive)) ui_->cboDrive->SetListIndex(line);

@@ -2,6 +2,7 @@
 #include "platform/runtime/Probe.h"
 
 #include <QGroupBox>
+#include <QScopeGuard>
 
 #include <memory>
 #include <optional>
@@ -92,6 +93,12 @@ class AudioPreview : public QGroupBox {
   void JumpBack(qint32 step);
   void JumpForward(qint32 step);
   void SeekTo(qint32 position);
+  // Panels and slider stand still until the guard goes. Then they follow again, also where the user still held the
+  // slider.
+  auto HoldDisplay() {
+    seeking_ = true;
+    return qScopeGuard([this] { seeking_ = false; });
+  }
   void SetMix(qint32 mixPunt);
   void ShowStatus(const QString& text);
 

@@ -8,8 +8,6 @@
 #include "platform/runtime/Numbers.h"
 #include "ui_AudioPreview.h"
 
-#include <QScopedValueRollback>
-
 using namespace Qt::StringLiterals;
 using desktop::Trapped;
 
@@ -61,7 +59,7 @@ void AudioPreview::cmdTestMix_Click() {
   Trapped(__func__, [&] {
     player_->Stop();
     {
-      const QScopedValueRollback seeking(seeking_, true);
+      const auto seeking = HoldDisplay();
       player_->SetPosition(runtime::SubtractLong(player_->Length(), ui_->ledMix->Value()));
       ui_->sliPlay->setValue(player_->Position());
     }

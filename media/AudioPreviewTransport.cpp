@@ -7,8 +7,6 @@
 #include "ui_AudioPreview.h"
 
 #include <QLineEdit>
-#include <QScopeGuard>
-#include <QScopedValueRollback>
 #include <QShortcut>
 #include <QTimer>
 
@@ -84,7 +82,7 @@ void AudioPreview::cmdFFFW_Click() {
 
 void AudioPreview::JumpBack(qint32 step) {
   if (player_->State() != audio::kPlaying) return;
-  const QScopedValueRollback seeking(seeking_, true);
+  const auto seeking = HoldDisplay();
   GoingOn([&] { player_->Pause(); });
   GoingOn([&] { player_->SetSeekSetting(kSeekSettingBack); });
   GoingOn([&] {
@@ -97,7 +95,7 @@ void AudioPreview::JumpBack(qint32 step) {
 // May go past the end: the player ends playback then.
 void AudioPreview::JumpForward(qint32 step) {
   if (player_->State() != audio::kPlaying || player_->Position() >= player_->Length()) return;
-  const QScopedValueRollback seeking(seeking_, true);
+  const auto seeking = HoldDisplay();
   GoingOn([&] { player_->Pause(); });
   GoingOn([&] { player_->SetSeekSetting(kSeekSettingForward); });
   GoingOn([&] { player_->SetPosition(runtime::SubtractLong(player_->Position(), -step)); });
@@ -118,9 +116,8 @@ void AudioPreview::strip_Seek(qint64 position) {
 
 // The flag goes back also when the player fails. Panels and slider then tell where it stands, playing or not.
 void AudioPreview::SeekTo(qint32 position) {
-  seeking_ = true;
   {
-    const auto over = qScopeGuard([this] { seeking_ = false; });
+    const auto seeking = HoldDisplay();
     player_->Pause();
     player_->SetPosition(position);
     player_->Resume();

@@ -13,7 +13,8 @@ using namespace Qt::StringLiterals;
 CatalogueTest::CatalogueTest(Station::Mode mode) : station_(mode) {
   RegisterCatalogueScreens();
   const auto standIn = [this](const QString& name) {
-    return [this, name](QWidget*) {
+    return [this, name](const QWidget* owner) {
+      editorOwner_ = owner;
       visits_ += name + u' ' + global.gstrSelectedID;
       if (inTheEditor_) inTheEditor_();
     };

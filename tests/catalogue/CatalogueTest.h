@@ -77,8 +77,9 @@ class CatalogueTest : public ::testing::Test {
 
   Station station_;
   desktop::MessageBoxScript boxes_;
-  QStringList visits_;                 // what each editor was opened with: "ItemSpotsDetail 3"
-  std::function<void()> inTheEditor_;  // done by the stand-in before it closes
+  QStringList visits_;                    // what each editor was opened with: "ItemSpotsDetail 3"
+  const QWidget* editorOwner_ = nullptr;  // of the last one
+  std::function<void()> inTheEditor_;     // done by the stand-in before it closes
 };
 
 // The same in both modes.

@@ -128,6 +128,26 @@ TEST_P(EveryList, SearchFindsForeignNames) {
   EXPECT_EQ(Lines(*form), QStringList{u"ÉCLAIR"_s});
 }
 
+TEST_P(EveryList, TheEditorBelongsToTheList) {
+  Add(1, u"Eerste"_s);
+  const auto form = OpenList();
+  Click(*form, u"cmdNieuw"_s);
+  EXPECT_EQ(editorOwner_, form.get());
+  editorOwner_ = nullptr;
+  Select(*form, u"Eerste"_s);
+  Click(*form, u"cmdOpen"_s);
+  EXPECT_EQ(editorOwner_, form.get());
+}
+
+TEST_P(EveryList, RemovingAndRefreshingLeaveTheirResult) {
+  Add(1, u"Eerste"_s);
+  const auto form = OpenList();
+  Select(*form, u"Eerste"_s);
+  global.lastResult = false;
+  RemoveSelected(*form, u"Eerste"_s);
+  EXPECT_TRUE(global.lastResult);
+}
+
 // Nothing tells the list; its next step meets no row, which is no error of the database.
 TEST_P(EveryList, EmptiedByAnotherUserItKeepsWorking) {
   Add(1, u"Eerste"_s);

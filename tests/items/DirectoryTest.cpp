@@ -103,6 +103,27 @@ TEST_F(Directory, AStartFolderThatDoesNotExistSetsOnlyTheDrive) {
   Open(u"E:\\Weg"_s);
   EXPECT_EQ(Drive().currentText(), u"E:"_s);
   EXPECT_EQ(List().Path(), u"E:\\"_s);
+  Ok();
+  EXPECT_EQ(global.gstrSelectedID, u"E:\\"_s);
+}
+
+// Nothing changes in the drive list then; the folder that is shown is chosen all the same.
+TEST_F(Directory, AStartFolderThatDoesNotExistOnTheFirstDriveChoosesItsRoot) {
+  Open(u"D:\\Weg"_s);
+  EXPECT_EQ(List().Path(), u"D:\\"_s);
+  Ok();
+  EXPECT_EQ(global.gstrSelectedID, u"D:\\"_s);
+}
+
+TEST_F(Directory, AStartFolderOnAnUnknownDriveIsAnErrorAndNothingIsChosen) {
+  const desktop::MessageBoxScript boxes;
+  Open(u"Q:\\Spots"_s);
+  ASSERT_EQ(boxes.Shown().size(), 1U);
+  EXPECT_EQ(boxes.Last().title, u"FillForm"_s);
+  EXPECT_TRUE(boxes.Last().text.contains(u"Q:\\Spots"_s)) << boxes.Last().text.toStdString();
+  EXPECT_TRUE(form_->isVisible());
+  Ok();
+  EXPECT_EQ(global.gstrSelectedID, u""_s);
 }
 
 TEST_F(Directory, CancellingLeavesWhatTheCallerPutThere) {

@@ -2,13 +2,16 @@
 #include "items/FolderList.h"
 #include "platform/runtime/HostPath.h"
 #include "tests/items/ItemEditor.h"
+#include "tests/support/PointerWatch.h"
 
 #include <QDir>
+#include <QFile>
 #include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
 using testing_support::Child;
 using testing_support::ModalDriver;
+using testing_support::PointerWatch;
 
 namespace {
 
@@ -88,15 +91,33 @@ TEST_F(ItemButtons, AVisitToTheEntryDialogIsAChangeEvenWhenCancelled) {
 }
 
 TEST_F(ItemButtons, TheEntryDialogHasTheOrdinaryPointer) {
-  OpenNew();
-  ModalDriver driver;
-  driver.OnNext(u"frmItemsDetailOpt1"_s, [](QDialog& dialog) {
+  InsertListItem(1, u"Blok"_s, {1});
+  Open(u"1"_s);
+  List().SetListIndex(0);
+  const auto look = [](QDialog& dialog) {
     ASSERT_NE(QGuiApplication::overrideCursor(), nullptr);
     EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::ArrowCursor);
     dialog.close();
-  });
+  };
+  ModalDriver driver;
+  driver.OnNext(u"frmItemsDetailOpt1"_s, look);
+  driver.OnNext(u"frmItemsDetailOpt1"_s, look);
+  Click(u"cmdOpt1Wijzigen"_s);
   Click(u"cmdOpt1Toevoegen"_s);
   EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(ItemButtons, OpeningAndSavingShowTheHourglass) {
+  const QString server = station_.ServerFolder() + u"/OvalistoServer.mdb"_s;
+  ASSERT_TRUE(QFile::rename(server, server + u".weg"_s));
+  const PointerWatch watch;
+  OpenNew();
+  EXPECT_EQ(watch.UnderHourglass(), QStringList{u"FillCboPingles"_s});
+  ASSERT_TRUE(QFile::rename(server + u".weg"_s, server));
+  FillListItem();
+  Edit(u"txtNaam"_s).setText(u"Blok \"A\""_s);
+  Click(u"cmdOk"_s);
+  EXPECT_EQ(watch.UnderHourglass().last(), u"Insert_tblItems"_s);
 }
 
 TEST_F(ItemButtons, DeleteInTheListRemovesTheSelectedEntry) {

@@ -1,6 +1,7 @@
 #include "data/Messages.h"
 #include "data/Screens.h"
 #include "platform/desktop/InputBox.h"
+#include "platform/runtime/Clock.h"
 #include "tests/items/ItemEditor.h"
 
 #include <functional>
@@ -140,6 +141,29 @@ TEST_F(ItemEvents, TheMixPointIsAskedForAndTakesNumbersOnly) {
   EXPECT_EQ(input.Shown()[0].title, u"Items"_s);
 }
 
+TEST_F(ItemEvents, TheExampleFollowsEveryPartOfThePattern) {
+  const runtime::ClockScope clock(QDateTime(QDate(2025, 1, 5), QTime(9, 0)));  // a Sunday
+  OpenNew();
+  FillPatternItem();
+  const QLineEdit& example = Edit(u"txtOpt2Voorbeeld"_s);
+  EXPECT_EQ(example.text(), u"D:\\Spots\\blok05012025.wav"_s);
+  Edit(u"txtOpt2Directory"_s).setText(u"E:\\Blok"_s);
+  EXPECT_EQ(example.text(), u"E:\\Blok\\blok05012025.wav"_s);
+  Edit(u"txtOpt2VastNaamGedeelte"_s).clear();
+  EXPECT_EQ(example.text(), u"E:\\Blok\\05012025.wav"_s);
+  Combo(u"cboOpt2VariabelNaamGedeelte"_s).SetListIndex(2);
+  Combo(u"cboOpt2Eerstedagvanweek"_s).SetListIndex(0);
+  EXPECT_EQ(example.text(), u"E:\\Blok\\02.wav"_s);
+  Combo(u"cboOpt2Eerstedagvanweek"_s).SetListIndex(1);
+  EXPECT_EQ(example.text(), u"E:\\Blok\\01.wav"_s);
+  Option(u"optMeerdereSpots"_s).click();
+  EXPECT_EQ(example.text(), u"E:\\Blok\\01-x.wav"_s);
+  Option(u"opt1Spot"_s).click();
+  EXPECT_EQ(example.text(), u"E:\\Blok\\01.wav"_s);
+  Edit(u"txtOpt2FileExtensie"_s).clear();
+  EXPECT_EQ(example.text(), QString());
+}
+
 TEST_F(ItemEvents, TheListsOpenAndTheJinglesAreFilledAgain) {
   Open(u"NIEUW"_s);
   int spotLists = 0;
@@ -147,7 +171,8 @@ TEST_F(ItemEvents, TheListsOpenAndTheJinglesAreFilledAgain) {
     ++spotLists;
     EXPECT_EQ(owner, editor_.get());
   });
-  RegisterScreen(Screen::ItemPingles, [&](QWidget*) {
+  RegisterScreen(Screen::ItemPingles, [&](QWidget* owner) {
+    EXPECT_EQ(owner, editor_.get());
     station_.OnServer(u"INSERT INTO tblItemPingles (ID, Naam) VALUES (20, \"Nieuw\")"_s);
     station_.OnServer(u"DELETE FROM tblItemPingles WHERE ID = 11"_s);
   });
@@ -174,8 +199,9 @@ TEST_F(ItemEvents, LosingAChosenJingleIsAChange) {
 }
 
 TEST_F(ItemEvents, ResettingThePlayCountWorksOnTheListAsShownAndChangesNothingElse) {
-  InsertListItem(1, u"Lijst"_s, {1, 2});
+  InsertListItem(1, u"Lijst"_s, {1});
   Open(u"1"_s);
+  List().AddItem(u"Bakker"_s, 2);  // not saved
   desktop::MessageBoxScript boxes;
   Click(u"cmdNormalizeItem"_s);
   EXPECT_EQ(boxes.Last().text,

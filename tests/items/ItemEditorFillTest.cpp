@@ -65,6 +65,29 @@ TEST_F(ItemFill, AListItemShowsItsSpotsInTheirOrder) {
   EXPECT_FALSE(editor_->IsDirty());
 }
 
+TEST_F(ItemFill, SpotsStandByTheirOrderNotAsTheLinksWereWritten) {
+  InsertListItem(7, u"Blok"_s, {});
+  for (const int order : {3, 1, 2}) {
+    station_.OnServer(
+        u"INSERT INTO tblItemsItemSpots (ItemID, ItemSpotOrder, ItemSpotID) VALUES (7, %1, %1)"_s.arg(order));
+  }
+  Open(u"7"_s);
+  ASSERT_EQ(List().ListCount(), 3);
+  for (int line = 0; line < 3; ++line)
+    EXPECT_EQ(List().ItemData(line), line + 1);
+}
+
+TEST_F(ItemFill, AnyFlagButZeroIsActive) {
+  for (const auto& [flag, active] : {std::pair(u"-1"_s, true), std::pair(u"1"_s, true), std::pair(u"7"_s, true),
+                                     std::pair(u"0"_s, false), std::pair(u"NULL"_s, false)}) {
+    station_.OnServer(u"DELETE FROM tblItems"_s);
+    InsertListItem(1, u"Blok"_s, {});
+    station_.OnServer(u"UPDATE tblItems SET Aktief = "_s + flag);
+    Open(u"1"_s);
+    EXPECT_EQ(Check(u"chkAktief"_s).isChecked(), active) << flag.toStdString();
+  }
+}
+
 TEST_F(ItemFill, LinksToSpotsThatAreGoneAreSkippedAndDisappearAtTheNextSave) {
   InsertListItem(7, u"Blok"_s, {1, 99, 2});
   Open(u"7"_s);

@@ -12,14 +12,6 @@ namespace {
 // What must never be lost without a word.
 class ItemLoss : public ItemEditor {
  protected:
-  QList<int> SavedSpots() const {
-    QList<int> spots;
-    dao::Recordset rows =
-        station_.ServerRows(u"SELECT ItemSpotID FROM tblItemsItemSpots WHERE ItemID = 1 ORDER BY ItemSpotOrder"_s);
-    for (; !rows.Eof(); rows.MoveNext())
-      spots += rows.Field(u"ItemSpotID"_s).toInt();
-    return spots;
-  }
   // Opens item 1 while the looks at the server's file fail from number `first` to `last`; the boxes shown.
   std::vector<desktop::ShownMessageBox> OpenWithFailingLooks(int first, int last) {
     auto looks = std::make_shared<int>(0);
@@ -127,6 +119,8 @@ TEST_F(ItemLoss, ALinkWithoutASpotAndASpotWithoutANameAreSkipped) {
   InsertListItem(1, u"Blok"_s, {1, 2});
   station_.OnServer(u"UPDATE tblItemSpots SET Naam = \"  \" WHERE ID = 2"_s);
   station_.OnServer(u"INSERT INTO tblItemsItemSpots (ItemID, ItemSpotOrder) VALUES (1, 3)"_s);
+  // The number that stands for a link without a spot.
+  station_.OnServer(u"INSERT INTO tblItemSpots (ID, Naam, Aktief) VALUES (-10000, \"Niets\", 1)"_s);
   const desktop::MessageBoxScript boxes;
   Open(u"1"_s);
   EXPECT_TRUE(boxes.Shown().empty());

@@ -88,6 +88,44 @@ TEST_F(ItemSave, SeveralSpotsAreStoredAsMinusOneWithTheirNumbers) {
   EXPECT_EQ(item.Field(u"ChkRandomizeMeerdereSpots"_s).toInt(), 1);
 }
 
+TEST_F(ItemSave, ThePatternIsStoredTrimmedWithItsFirstDay) {
+  OpenNew();
+  FillPatternItem();
+  Edit(u"txtOpt2Directory"_s).setText(u" D:\\Spots "_s);
+  Edit(u"txtOpt2VastNaamGedeelte"_s).setText(u" blok "_s);
+  Edit(u"txtOpt2FileExtensie"_s).setText(u"au "_s);
+  Combo(u"cboOpt2VariabelNaamGedeelte"_s).SetListIndex(2);
+  Combo(u"cboOpt2Eerstedagvanweek"_s).SetListIndex(1);
+  Mix().SetValue(750);
+  Check(u"chkAktief"_s).click();
+  Click(u"cmdOk"_s);
+  const dao::Recordset item = station_.ServerRows(u"SELECT * FROM tblItems"_s);
+  EXPECT_EQ(item.Field(u"Opt2Directory"_s).toString(), u"D:\\Spots"_s);
+  EXPECT_EQ(item.Field(u"Opt2VastNaamGedeelte"_s).toString(), u"blok"_s);
+  EXPECT_EQ(item.Field(u"Opt2FileExtensie"_s).toString(), u"au"_s);
+  EXPECT_EQ(item.Field(u"Opt2Eerstedagvanweek"_s).toInt(), 2);
+  EXPECT_EQ(item.Field(u"Opt2MixPunt"_s).toInt(), 750);
+  EXPECT_EQ(item.Field(u"Aktief"_s).toInt(), 0);
+}
+
+TEST_F(ItemSave, SeveralSpotsInTheirOwnOrderAndJinglesAreStoredAsChosen) {
+  OpenNew();
+  FillListItem();
+  Option(u"optMeerdereSpots"_s).click();
+  Edit(u"txtAantalSpots"_s).setText(u"1"_s);
+  int jingle = 11;
+  for (const QString& name : {u"Opener"_s, u"Midden"_s, u"Sluiter"_s}) {
+    Check(u"chk"_s + name + u"Pingle").click();
+    Combo(u"cbo"_s + name + u"Pingle").SelectWhereItemData(jingle++);
+  }
+  Click(u"cmdOk"_s);
+  const dao::Recordset item = station_.ServerRows(u"SELECT * FROM tblItems"_s);
+  EXPECT_EQ(item.Field(u"ChkRandomizeMeerdereSpots"_s).toInt(), 0);
+  EXPECT_EQ(item.Field(u"Opener"_s).toInt(), 11);
+  EXPECT_EQ(item.Field(u"Midden"_s).toInt(), 12);
+  EXPECT_EQ(item.Field(u"Sluiter"_s).toInt(), 13);
+}
+
 TEST_F(ItemSave, JinglesTakenAwayAreStoredAsNull) {
   InsertListItem(1, u"Blok"_s, {1, 2});
   station_.OnServer(

@@ -68,7 +68,8 @@ TEST_F(ItemStates, OptionTwoOpensThePatternAndEmptiesTheList) {
   ExpectOpen(Edit(u"txtOpt2VastNaamGedeelte"_s), true);
   ExpectOpen(Edit(u"txtOpt2FileExtensie"_s), true);
   ExpectOpen(Combo(u"cboOpt2VariabelNaamGedeelte"_s), true);
-  EXPECT_TRUE(Edit(u"txtOpt2Directory"_s).isReadOnly());
+  for (const QString& name : {u"txtOpt2Directory"_s, u"txtOpt2Voorbeeld"_s})
+    ExpectLocked(Edit(name), true);
 }
 
 TEST_F(ItemStates, GoingBackToOptionOneEmptiesThePattern) {
@@ -134,7 +135,8 @@ TEST_F(ItemStates, WithAListTheMaximumAlwaysEqualsTheNumberOfSpots) {
 
 TEST_F(ItemStates, AJingleBoxUncheckedEmptiesAndLocksItsCombo) {
   OpenNew();
-  for (const QString& name : {u"Opener"_s, u"Sluiter"_s}) {
+  Option(u"optMeerdereSpots"_s).click();  // else the middle one cannot be checked
+  for (const QString& name : {u"Opener"_s, u"Midden"_s, u"Sluiter"_s}) {
     controls::ComboBox& combo = Combo(u"cbo"_s + name + u"Pingle");
     EXPECT_TRUE(desktop::IsLocked(&combo));
     Check(u"chk"_s + name + u"Pingle").click();

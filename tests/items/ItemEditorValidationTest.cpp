@@ -49,6 +49,16 @@ TEST_F(ItemValidation, ANameOf50CharactersIsAccepted51Refused) {
   ExpectSaved();
 }
 
+TEST_F(ItemValidation, LengthsAreCountedAsTypedBlanksIncluded) {
+  OpenNew();
+  FillPatternItem();
+  Edit(u"txtNaam"_s).setText(QString(50, u'n') + u' ');
+  ExpectRefused(1506, u"Item-naam"_s, u"50"_s, u"txtNaam"_s);
+  Edit(u"txtNaam"_s).setText(u"Blok"_s);
+  Edit(u"txtOpt2FileExtensie"_s).setText(u" mp3"_s);
+  ExpectRefused(1506, u"File-extensie"_s, u"3"_s, u"txtOpt2FileExtensie"_s);
+}
+
 TEST_F(ItemValidation, ANameThatExistsInAnotherLetterCaseIsRefused) {
   InsertListItem(1, u"BLOK A"_s, {1});
   OpenNew();

@@ -35,6 +35,19 @@ TEST_F(SpotEntry, HasItsControls) {
   });
 }
 
+TEST_F(SpotEntry, SpotsStandInTheOrderOfTheirNames) {
+  station_.OnServer(u"INSERT INTO tblItemSpots (ID, Naam, Aktief) VALUES (20, \"Appel\", 1)"_s);
+  OpenNew();
+  Entry(u"cmdOpt1Toevoegen"_s, [this](QDialog& dialog) {
+    EXPECT_EQ(dialog.parentWidget(), editor_.get());
+    const auto& combo = Child<controls::ComboBox>(dialog, u"cboItemSpot"_s);
+    ASSERT_EQ(combo.ListCount(), 4);
+    EXPECT_EQ(combo.Text(1), u"Appel"_s);
+    EXPECT_EQ(combo.ItemData(1), 20);
+    dialog.close();
+  });
+}
+
 TEST_F(SpotEntry, InactiveSpotsAreOfferedToo) {
   station_.OnServer(u"UPDATE tblItemSpots SET Aktief = 0 WHERE ID = 2"_s);
   OpenNew();
@@ -82,6 +95,24 @@ TEST_F(SpotEntry, AChangeReplacesTheShownNameOnlyAndReopeningShowsTheOldOne) {
   Click(u"cmdOk"_s);
   Open(u"1"_s);
   EXPECT_EQ(List().Text(0), u"Aardbeien"_s);
+}
+
+TEST_F(SpotEntry, OfASpotThatIsListedTwiceAChangeReplacesTheFirstName) {
+  InsertListItem(1, u"Blok"_s, {2, 1, 2});
+  Open(u"1"_s);
+  List().SetListIndex(2);
+  Entry(u"cmdOpt1Wijzigen"_s, [](QDialog& dialog) { Choose(dialog, 3); });
+  EXPECT_EQ(List().Text(0), u"Café"_s);
+  EXPECT_EQ(List().Text(1), u"Aardbeien"_s);
+  EXPECT_EQ(List().Text(2), u"Bakker"_s);
+}
+
+TEST_F(SpotEntry, AnAddedEntryRaisesTheMaximum) {
+  InsertListItem(1, u"Blok"_s, {1});
+  Open(u"1"_s);
+  Option(u"optMeerdereSpots"_s).click();
+  Entry(u"cmdOpt1Toevoegen"_s, [](QDialog& dialog) { Choose(dialog, 2); });
+  EXPECT_EQ(Edit(u"txtMaxAantalSpots"_s).text(), u"2"_s);
 }
 
 TEST_F(SpotEntry, AnEntryWhoseSpotIsGoneOpensWithNothingSelected) {

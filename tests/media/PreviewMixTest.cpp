@@ -12,6 +12,7 @@
 
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 using namespace media_testing;
@@ -91,6 +92,16 @@ TEST(PreviewMix, TestAgainWhilePlayingBeginsAgain) {
   Click(*at.editor, u"cmdTestMix"_s);
   EXPECT_EQ(at.player().Position(), 15'500);
   EXPECT_EQ(at.player().State(), 6);
+}
+
+TEST(PreviewMix, TestWhileTheSliderIsHeldEndsTheHold) {
+  const Marking at(20'000);
+  at.mix().SetValue(4'500);
+  auto& slider = Child<controls::PositionSlider>(*at.editor, u"sliPlay"_s);
+  slider.setSliderDown(true);
+  Click(*at.editor, u"cmdTestMix"_s);
+  Q_EMIT Child<QTimer>(*at.editor, u"tmrPlayer"_s).timeout({});
+  EXPECT_EQ(Led(*at.editor, u"ledSec"_s), 4);
 }
 
 TEST(PreviewMix, TestOfAMixPointLongerThanTheFileBeginsAtItsStart) {

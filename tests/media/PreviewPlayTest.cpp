@@ -168,6 +168,21 @@ TEST(PreviewPlay, HeldSliderKeepsTheTimeAndReleaseSeeks) {
   EXPECT_EQ(Led(*at.editor, u"ledSec"_s), (10'000 - held) / 1000);
 }
 
+// Whatever held the position before: after a jump panels and slider go on.
+TEST(PreviewPlay, AJumpWhileTheSliderIsHeldEndsTheHold) {
+  const Listening at;
+  at.PlayFrom(60'000);
+  at.slider().setSliderDown(true);
+  Click(*at.editor, u"cmdFFW"_s);
+  Q_EMIT at.timer().timeout({});
+  EXPECT_EQ(at.slider().value(), 70'000);
+  at.slider().setSliderDown(false);
+  at.slider().setSliderDown(true);
+  Click(*at.editor, u"cmdRREW"_s);
+  Q_EMIT at.timer().timeout({});
+  EXPECT_EQ(at.slider().value(), 40'000);
+}
+
 TEST(PreviewPlay, SliderMovedWhileStoppedHoldsForTheNextStart) {
   const Listening at;
   QTest::keyClick(&at.slider(), Qt::Key_End);

@@ -1,0 +1,113 @@
+// The hourglass: while a list is read or written, not while its user is elsewhere.
+#include "catalogue/frmItemOpruimen.h"
+#include "catalogue/frmItemPingles.h"
+#include "catalogue/frmItemSpotOpruimen.h"
+#include "catalogue/frmItemSpots.h"
+#include "catalogue/frmItems.h"
+#include "tests/catalogue/CatalogueTest.h"
+#include "tests/support/PointerWatch.h"
+
+#include <QCheckBox>
+#include <QFile>
+
+using namespace Qt::StringLiterals;
+using testing_support::PointerWatch;
+
+class Pointer : public CatalogueTest {
+ protected:
+  Pointer() {
+    AddSpot({1, u"Spot"_s, {}, 1});
+    AddItem(1, u"Blok"_s);
+    AddPingle(1, u"Jingle"_s);
+  }
+
+  void LoseServer() const {
+    const QString path = station_.ServerFolder() + u"/OvalistoServer.mdb"_s;
+    EXPECT_TRUE(QFile::rename(path, path + u".weg"_s));
+  }
+  void FindServer() const {
+    const QString path = station_.ServerFolder() + u"/OvalistoServer.mdb"_s;
+    EXPECT_TRUE(QFile::rename(path + u".weg"_s, path));
+  }
+
+  // The titles of the errors that came up under the hourglass when this is done without the server.
+  QStringList WithoutServer(const std::function<void()>& step) const {
+    LoseServer();
+    const PointerWatch watch(desktop::kAnswerYes);
+    step();
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+    FindServer();
+    return watch.UnderHourglass();
+  }
+};
+
+TEST_F(Pointer, OpeningAListOrACleanupShowsTheHourglass) {
+  const QStringList filling{u"FillLstOverzicht"_s};
+  EXPECT_EQ(WithoutServer([] { frmItemSpots(nullptr).Form_Load(); }), filling);
+  EXPECT_EQ(WithoutServer([] { frmItems(nullptr).Form_Load(); }), filling);
+  EXPECT_EQ(WithoutServer([] { frmItemPingles(nullptr).Form_Load(); }), filling);
+  global.gstrOpruimenID = u"1"_s;
+  EXPECT_EQ(WithoutServer([] { frmItemSpotOpruimen(nullptr).Form_Load(); }), QStringList{u"GetItemSpotID_Naam"_s});
+  EXPECT_EQ(WithoutServer([] { frmItemOpruimen(nullptr).Form_Load(); }), QStringList{u"GetItemNaam"_s});
+}
+
+TEST_F(Pointer, TheEditorHasTheOrdinaryOneAndTheRefillBehindOpenTheHourglass) {
+  frmItems form(nullptr);
+  Open(form);
+  Select(form, u"Blok"_s);
+  bool hourglassInTheEditor = true;
+  inTheEditor_ = [&] {
+    hourglassInTheEditor = PointerWatch::IsHourglass();
+    LoseServer();
+  };
+  const PointerWatch watch;
+  Click(form, u"cmdOpen"_s);
+  FindServer();
+  EXPECT_FALSE(hourglassInTheEditor);
+  EXPECT_EQ(watch.UnderHourglass(), QStringList{u"FillLstOverzicht"_s});
+  EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(Pointer, TheRefillBehindACleanupShowsTheHourglass) {
+  frmItemSpots form(nullptr);
+  Open(form);
+  Select(form, u"Spot"_s);
+  ModalDriver modal;
+  modal.OnNext(u"frmItemSpotOpruimen"_s, [&](QDialog& window) {
+    EXPECT_FALSE(PointerWatch::IsHourglass());
+    LoseServer();
+    QTest::mouseClick(&Child<QPushButton>(window, u"cmdSluiten"_s), Qt::LeftButton);
+  });
+  const PointerWatch watch;
+  Click(form, u"cmdVerwijder"_s);
+  FindServer();
+  EXPECT_EQ(watch.UnderHourglass(), QStringList{u"FillLstOverzicht"_s});
+}
+
+TEST_F(Pointer, DeactivatingAndItsRefillShowTheHourglass) {
+  frmItemSpots spots(nullptr);
+  Open(spots);
+  Select(spots, u"Spot"_s);
+  EXPECT_EQ(WithoutServer([&] { Click(spots, u"cmdDesaktiveer"_s); }),
+            (QStringList{u"Update_tblItemSpots_Aktief"_s, u"FillLstOverzicht"_s}));
+}
+
+TEST_F(Pointer, DeletingAJingleShowsTheHourglassItsRefillDoesNot) {
+  frmItemPingles form(nullptr);
+  Open(form);
+  Select(form, u"Jingle"_s);
+  EXPECT_EQ(WithoutServer([&] { Click(form, u"cmdVerwijder"_s); }), QStringList{u"Delete_tblBeheer"_s});
+}
+
+TEST_F(Pointer, CleaningUpShowsTheHourglass) {
+  station_.Use(Station::Mode::Offline);
+  AddSpot({1, u"Spot"_s, {}, 1});
+  station_.OnLocal(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (2147483647, \"vol\")"_s);
+  global.gstrOpruimenID = u"1"_s;
+  frmItemSpotOpruimen form(nullptr);
+  Open(form);
+  Child<QCheckBox>(form, u"chkVerwijderID"_s).setChecked(true);
+  const PointerWatch watch;
+  Click(form, u"cmdOk"_s);
+  EXPECT_EQ(watch.UnderHourglass(), QStringList{u"GetNewID"_s});
+}

@@ -1,0 +1,31 @@
+#pragma once
+#include "platform/desktop/MessageBox.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QStringList>
+
+namespace testing_support {
+
+// While it lives, boxes are answered without being shown, and the titles are kept of those that came up during an
+// hourglass.
+class PointerWatch {
+ public:
+  explicit PointerWatch(int answer = desktop::kAnswerOk)
+      : outlet_([this, answer](const QString&, int, const QString& title) {
+          if (IsHourglass()) titles_ += title;
+          return answer;
+        }) {}
+
+  const QStringList& UnderHourglass() const { return titles_; }
+  static bool IsHourglass() {
+    const QCursor* cursor = QGuiApplication::overrideCursor();
+    return cursor != nullptr && cursor->shape() == Qt::WaitCursor;
+  }
+
+ private:
+  QStringList titles_;
+  desktop::MessageBoxOutlet outlet_;
+};
+
+}  // namespace testing_support
