@@ -5,7 +5,6 @@
 #include "data/Statements.h"
 #include "platform/dao/Database.h"
 #include "platform/desktop/Trapped.h"
-#include "platform/runtime/Error.h"
 
 using namespace Qt::StringLiterals;
 using desktop::Trapped;
@@ -99,7 +98,7 @@ bool Update_tblItemSpots_Aktief(qint32 id, qint32 aktief, const QString& databas
 bool Reset_tblItemSpots_AantalGedraaid(qint32 id, const QString& databasePath, const QString& table) {
   try {
     return WriteItemSpots(statements::ResetAantalGedraaid(id, table), databasePath);
-  } catch (const runtime::Error&) {
+  } catch (...) {
     return false;  // silent: it runs in a row over every spot of an item
   }
 }

@@ -85,7 +85,7 @@ QString FileChooser::ShowOpen(QWidget* owner) {
 QString ChooseFolder(QWidget* owner, const QString& prompt, const QString& startFolder, bool mayCreate) {
   QString chosen;
   if (FileChooserScript* script = FileChooserScript::Active()) {
-    chosen = script->Take({prompt, {}, startFolder});
+    chosen = script->Take({prompt, {}, startFolder, mayCreate});
   } else {
     QFileDialog dialog(OwnerOrActive(owner), prompt, startFolder);
     dialog.setFileMode(QFileDialog::Directory);

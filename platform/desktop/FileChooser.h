@@ -46,8 +46,9 @@ QStringList NameFilters(const QString& filter);
 
 struct ShownFileChooser {
   QString title;
-  QString filter;       // empty for a folder
-  QString startFolder;  // of a file to save: the proposal
+  QString filter;          // empty for a folder
+  QString startFolder;     // of a file to save: the proposal
+  bool mayCreate = false;  // of a folder: one may be made
 };
 
 // For tests and tours: while one lives, no dialog is opened and the answers given here are taken in their order;

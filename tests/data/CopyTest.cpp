@@ -36,6 +36,27 @@ TEST(Copy, EveryFieldOfTheServersTablesArrivesInTheCopies) {
   EXPECT_TRUE(station.Log().isEmpty());
 }
 
+TEST(Copy, EveryRowOfTheServersTablesArrivesInTheCopies) {
+  const Station station;
+  for (int id = 1; id <= 3; ++id) {
+    const QString number = QString::number(id);
+    station.OnServer(u"INSERT INTO tblItemSpots (ID, Aktief) VALUES (%1, 0)"_s.arg(number));
+    station.OnServer(u"INSERT INTO tblItems (ID, Aktief) VALUES (%1, 0)"_s.arg(number));
+    station.OnServer(
+        u"INSERT INTO tblItemsItemSpots (ItemID, ItemSpotOrder, ItemSpotID) VALUES (1, %1, 9)"_s.arg(number));
+    station.OnServer(u"INSERT INTO tblItemPingles (ID, Aktief) VALUES (%1, 0)"_s.arg(number));
+  }
+  const QString server = global.serverDatabasePath;
+  const QString local = global.localDatabasePath;
+  EXPECT_TRUE(TransItemSpotsToLocal(server, local));
+  EXPECT_TRUE(TransItemsToLocal(server, local));
+  EXPECT_TRUE(TransItemsItemSpotsToLocal(server, local));
+  EXPECT_TRUE(TransItemPinglesToLocal(server, local));
+  for (const QString& name : {u"Items"_s, u"ItemSpots"_s, u"ItemPingles"_s, u"ItemsItemSpots"_s}) {
+    EXPECT_EQ(station.LocalRows(u"SELECT * FROM tblCopie_"_s + name).RecordCount(), 3) << name.toStdString();
+  }
+}
+
 TEST(Copy, ACopyThatCollidesLeavesTheCopyTableAsItWas) {
   const Station station;
   for (int id = 1; id <= 3; ++id) {

@@ -74,6 +74,21 @@ TEST(GetItemItemSpots, JoinsTheThreeTables) {
   EXPECT_EQ(paths, (QSet<QString>{u"p1"_s, u"p3"_s}));
 }
 
+TEST(GetItemItemSpots, ReadsTheCopyTablesTooAndGivesASpotThatStandsTwiceTwice) {
+  const Station station(Station::Mode::Offline);
+  station.OnLocal(u"INSERT INTO tblCopie_Items (ID, Naam) VALUES (1, \"a\")"_s);
+  station.OnLocal(u"INSERT INTO tblCopie_ItemSpots (ID, Naam) VALUES (7, \"s\")"_s);
+  for (const int order : {1, 2}) {
+    station.OnLocal(
+        u"INSERT INTO tblCopie_ItemsItemSpots (ItemID, ItemSpotOrder, ItemSpotID) VALUES (1, %1, 7)"_s.arg(order));
+  }
+  const auto rows = GetItem_ItemSpots(1, global.localDatabasePath, u"tblCopie_Items"_s, u"tblCopie_ItemsItemSpots"_s,
+                                      u"tblCopie_ItemSpots"_s);
+  ASSERT_TRUE(rows.has_value());
+  EXPECT_EQ(rows->RecordCount(), 2);
+  EXPECT_EQ(rows->Field(u"Naam"_s).toString(), u"s"_s);
+}
+
 TEST(GetItemItemSpots, AnErrorGivesNoRecordset) {
   const Station station;
   const desktop::MessageBoxScript boxes;

@@ -90,6 +90,12 @@ TEST(Messages, APlaceholderTwiceGetsItsValueInBothPlaces) {
   EXPECT_EQ(GetMsgElements(1, u"a"_s, u"b"_s, u"c"_s).text, u"a en a, b, c"_s);
 }
 
+TEST(Messages, AValueMayBringLaterPlaceholdersAndLineFeeds) {
+  const Station station;
+  SetMessage(station, 1, u"%1"_s, u"M"_s);
+  EXPECT_EQ(GetMsgElements(1, u"%2%LF%3"_s, u"twee"_s, u"a%LFb"_s).text, u"twee\r\na\r\nb"_s);
+}
+
 TEST(Messages, AValueThatHoldsItsOwnPlaceholderEnds) {
   const Station station;
   SetMessage(station, 1, u"<%1>"_s, u"M"_s);
@@ -127,8 +133,10 @@ TEST(Messages, ALowerCaseLetterGivesAPlainOkBox) {
 TEST(Messages, AnUnreadableCatalogueIsReportedOnceAndAnswersNothing) {
   const Station station;
   QFile::remove(station.Folder() + u"/data/OvalistoLocal.mdb");
+  global.lastAnswer = kAnswerYes;
   const desktop::MessageBoxScript boxes;
   EXPECT_EQ(ShowAppMessage(2000), kAnswerNone);
+  EXPECT_EQ(global.lastAnswer.toInt(), kAnswerNone);
   ASSERT_EQ(boxes.Shown().size(), 1U);
   EXPECT_EQ(boxes.Last().title, u"GetMsgElements"_s);
   EXPECT_EQ(boxes.Last().style, 16);

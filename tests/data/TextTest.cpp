@@ -11,6 +11,11 @@ TEST(RemReservedChr, QuotesBecomeBlanksAndTheEndsAreTrimmed) {
   EXPECT_EQ(RemReservedChr(u"zonder"_s), u"zonder"_s);
 }
 
+TEST(RemReservedChr, OnlyBlanksAreTrimmed) {
+  EXPECT_EQ(RemReservedChr(u"  'naam '  "_s), u"naam"_s);
+  EXPECT_EQ(RemReservedChr(u" \tnaam\n "_s), u"\tnaam\n"_s);
+}
+
 TEST(IsKull, EmptyIsNullNeverSetOrOnlyBlanks) {
   EXPECT_TRUE(IsKull(u"   "_s));
   EXPECT_TRUE(IsKull(u""_s));

@@ -1,6 +1,8 @@
 #include "data/Globals.h"
 #include "data/Writes.h"
+#include "platform/dao/FileSystemScope.h"
 #include "platform/desktop/MessageBox.h"
+#include "platform/jet/FileSystem.h"
 #include "tests/support/Station.h"
 
 #include <gtest/gtest.h>
@@ -8,6 +10,7 @@
 #include <QFile>
 
 #include <functional>
+#include <new>
 
 using namespace Qt::StringLiterals;
 using testing_support::Station;
@@ -24,6 +27,17 @@ ItemSpotRow Spot(qint32 id, const QString& naam) {
   row.aktief = 1;
   return row;
 }
+
+// A computer out of memory: an error that is not one of the database's own.
+class NoMemory : public jet::FileSystem {
+ public:
+  int RawOpen(const Path&, jet::OpenMode, std::unique_ptr<jet::File>*) override { throw std::bad_alloc(); }
+  int RawIdentity(const Path&, jet::FileIdentity*) override { throw std::bad_alloc(); }
+  int RawRename(const Path&, const Path&) override { return 0; }
+  int RawRemove(const Path&) override { return 0; }
+  int RawSyncFolder(const Path&) override { return 0; }
+  int RawCopyPermissions(const Path&, const Path&) override { return 0; }
+};
 
 ItemRow Item(qint32 id) {
   ItemRow row;
@@ -179,6 +193,17 @@ TEST(Writes, EachProcedureReportsUnderItsOwnName) {
     EXPECT_EQ(boxes.Last().style, 16);
     EXPECT_TRUE(boxes.Last().text.contains(u"weg.mdb"_s)) << boxes.Last().text.toStdString();
   }
+}
+
+TEST(Writes, TheResetIsSilentAboutEveryKindOfFailure) {
+  const Station station;
+  NoMemory files;
+  const dao::FileSystemScope scope(files);
+  const desktop::MessageBoxScript boxes;
+  EXPECT_FALSE(Update_tblItemSpots_Aktief(1, 0, global.serverDatabasePath, u"tblItemSpots"_s));
+  EXPECT_EQ(boxes.Shown().size(), 1U);
+  EXPECT_FALSE(Reset_tblItemSpots_AantalGedraaid(1, global.serverDatabasePath, u"tblItemSpots"_s));
+  EXPECT_EQ(boxes.Shown().size(), 1U);
 }
 
 TEST(Writes, AStatementCarriedOutStaysWhenItsLogRowCannotBeWritten) {

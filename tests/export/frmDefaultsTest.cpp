@@ -235,6 +235,7 @@ TEST(frmDefaults, TheFolderButtonStartsFromTheBoxAndTakesTheChoice) {
   ASSERT_EQ(chooser.Shown().size(), 1u);
   EXPECT_EQ(chooser.Shown()[0].title, u"Geef de gewenste map op"_s);
   EXPECT_EQ(chooser.Shown()[0].startFolder, station.ServerFolder());
+  EXPECT_TRUE(chooser.Shown()[0].mayCreate);
   EXPECT_EQ(window.Path().text(), runtime::PathText(station.AudioFolder()));
 }
 

@@ -5,16 +5,12 @@
 #include "export/ExportDrawing.h"
 #include "platform/desktop/Lock.h"
 #include "platform/runtime/Clock.h"
-#include "platform/runtime/HostPath.h"
-#include "platform/runtime/TextFile.h"
+#include "tests/export/ExportWindow.h"
 #include "tests/support/Child.h"
-#include "tests/support/Hindrance.h"
 #include "tests/support/Station.h"
 
 #include <gtest/gtest.h>
 
-#include <QDir>
-#include <QFile>
 #include <QFrame>
 #include <QLabel>
 #include <QLineEdit>
@@ -26,43 +22,7 @@ using desktop::MessageBoxScript;
 using testing_support::Child;
 using testing_support::Plain;
 using testing_support::Station;
-
-namespace {
-
-const QDateTime kNow(QDate(2024, 1, 31), QTime(15, 45, 7));
-
-void FillLog(const Station& station) {
-  station.OnLocal(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (3, \"UPDATE a SET b = 1\")"_s);
-  station.OnLocal(u"INSERT INTO tblOfflineLog (ID) VALUES (2)"_s);
-  station.OnLocal(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (1, \"DELETE FROM c \")"_s);
-}
-
-int LogRows(const Station& station) {
-  return station.LocalRows(u"SELECT ID FROM tblOfflineLog"_s).RecordCount();
-}
-
-QStringList Exported(const Station& station) {
-  return QDir(station.ExportFolder()).entryList(QDir::Files);
-}
-
-QByteArray Content(const Station& station, const QString& name) {
-  QFile file(station.ExportFolder() + u'/' + name);
-  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be read");
-}
-
-// An export window, loaded and shown, with a set clock.
-struct Window {
-  Window() {
-    form.Form_Load();
-    form.show();
-  }
-  void PressOk() { Child<QPushButton>(form, u"cmdOk"_s).click(); }
-
-  frmPlanningExporteren form{nullptr};
-  runtime::ClockScope clock{kNow};
-};
-
-}  // namespace
+using namespace export_window;
 
 TEST(frmPlanningExporteren, HasItsGivenControls) {
   const Station station;
@@ -212,88 +172,6 @@ TEST(frmPlanningExporteren, ASecondExportWithinTheSameSecondReplacesTheFile) {
   EXPECT_EQ(Content(station, u"20240131154507.tql"_s), "DELETE FROM two;\r\n");
 }
 
-TEST(frmPlanningExporteren, PressingTheButtonOrEscDuringAnExportDoesNotStopIt) {
-  const Station station;
-  FillLog(station);
-  Window window;
-  const MessageBoxScript boxes{kAnswerOk};
-  QStringList captions;
-  const auto interrupt = [&] {
-    auto& button = Child<QPushButton>(window.form, u"cmdAnnuleren"_s);
-    captions += Plain(button.text()) + u'/' + button.toolTip();
-    button.click();
-    QTest::keyClick(&window.form, Qt::Key_Escape);
-    window.form.close();
-  };
-  QMetaObject::invokeMethod(&window.form, interrupt, Qt::QueuedConnection);
-  window.PressOk();
-  EXPECT_EQ(captions, QStringList{u"Onderbreken/Onderbreken"_s});
-  EXPECT_EQ(Content(station, u"20240131154507.tql"_s), "DELETE FROM c;\r\nUPDATE a SET b = 1;\r\n");
-  EXPECT_EQ(LogRows(station), 0);
-  EXPECT_EQ(boxes.Last().text, GetMsgElements(5004).text);
-}
-
-TEST(frmPlanningExporteren, WhileItRunsOnlyThePanelAndItsButtonAreLive) {
-  const Station station;
-  FillLog(station);
-  Window window;
-  const MessageBoxScript boxes{kAnswerOk};
-  QString step;
-  bool onlyButton = false;
-  const runtime::ClockScope look([&] {
-    step = Child<QLabel>(window.form, u"lblProgressStatus"_s).text();
-    onlyButton = !Child<QPushButton>(window.form, u"cmdOk"_s).isEnabled() &&
-                 !Child<QLineEdit>(window.form, u"txtBestemming"_s).isEnabled() &&
-                 Child<QPushButton>(window.form, u"cmdAnnuleren"_s).isEnabled() &&
-                 Child<QFrame>(window.form, u"picProgress"_s).isVisible();
-    return kNow;
-  });
-  window.PressOk();
-  EXPECT_EQ(step, u"Offline-log controleren en exporteren"_s);
-  EXPECT_TRUE(onlyButton);
-  EXPECT_TRUE(Child<QPushButton>(window.form, u"cmdOk"_s).isEnabled());
-  EXPECT_EQ(Child<QPushButton>(window.form, u"cmdAnnuleren"_s).toolTip(), u"Sluiten"_s);
-}
-
-namespace {
-
-// What the label of the progress panel told each time the panel was shown or painted.
-class StepWatch : public QObject {
- public:
-  explicit StepWatch(frmPlanningExporteren& form)
-      : panel_(&Child<QFrame>(form, u"picProgress"_s)), label_(&Child<QLabel>(form, u"lblProgressStatus"_s)) {
-    panel_->installEventFilter(this);
-    label_->installEventFilter(this);
-  }
-  const QStringList& Steps() const { return steps_; }
-
- protected:
-  bool eventFilter(QObject*, QEvent* event) override {
-    const bool seen = event->type() == QEvent::Show || event->type() == QEvent::Paint;
-    if (seen && (steps_.isEmpty() || steps_.last() != label_->text())) steps_ += label_->text();
-    return false;
-  }
-
- private:
-  QFrame* panel_;
-  QLabel* label_;
-  QStringList steps_;
-};
-
-}  // namespace
-
-TEST(frmPlanningExporteren, TellsItsStepsInTheirWords) {
-  const Station station;
-  FillLog(station);
-  Window window;
-  ASSERT_TRUE(QTest::qWaitForWindowExposed(&window.form));
-  const MessageBoxScript boxes{kAnswerOk};
-  const StepWatch watch(window.form);
-  window.PressOk();
-  EXPECT_EQ(watch.Steps(), (QStringList{u"Opstarten van export ..."_s, u"Initializeren ... "_s,
-                                        u"Offline-log controleren en exporteren"_s}));
-}
-
 TEST(frmPlanningExporteren, ADestinationThatEndsWithABackslashTakesTheFileToo) {
   const Station station;
   FillLog(station);
@@ -326,38 +204,4 @@ TEST(frmPlanningExporteren, ReplacedCharactersAreToldWithTheirStatements) {
   EXPECT_EQ(boxes.Shown()[0].style, 48);
   EXPECT_TRUE(boxes.Shown()[0].text.contains(u"UPDATE a SET b = 'Ώ'"_s));
   EXPECT_EQ(Content(station, u"20240131154507.tql"_s), "UPDATE a SET b = '?';\r\n");
-}
-
-TEST(frmPlanningExporteren, AFullDiskLeavesTheLogAndNoHalfFile) {
-  const Station station;
-  FillLog(station);
-  Window window;
-  const MessageBoxScript boxes{kAnswerOk, kAnswerOk};
-  {
-    const testing_support::FullDisk full(10);
-    window.PressOk();
-  }
-  ASSERT_EQ(boxes.Shown().size(), 2u);
-  EXPECT_EQ(boxes.Shown()[0].title, u"Opslaan"_s);
-  EXPECT_EQ(boxes.Shown()[0].style, 16);
-  EXPECT_TRUE(boxes.Shown()[0].text.contains(u"20240131154507.tql"_s));
-  EXPECT_EQ(boxes.Shown()[1].text, GetMsgElements(5004).text);
-  EXPECT_TRUE(Exported(station).isEmpty());
-  EXPECT_EQ(LogRows(station), 3);
-}
-
-TEST(frmPlanningExporteren, ALocalDatabaseThatIsGoneOrGarbageIsNamed) {
-  const Station station;
-  for (const bool garbage : {false, true}) {
-    QFile::remove(runtime::HostPath(global.localDatabasePath));
-    if (garbage) runtime::WriteFile(global.localDatabasePath, QByteArray(5000, 'x'));
-    Window window;
-    const MessageBoxScript boxes{kAnswerOk, kAnswerOk};
-    window.PressOk();
-    ASSERT_EQ(boxes.Shown().size(), 2u);
-    EXPECT_EQ(boxes.Shown()[0].title, u"Opslaan"_s);
-    EXPECT_TRUE(boxes.Shown()[0].text.contains(u"OvalistoLocal.mdb"_s)) << boxes.Shown()[0].text.toStdString();
-    EXPECT_EQ(boxes.Shown()[1].title, u"GetMsgElements"_s);
-    EXPECT_TRUE(Exported(station).isEmpty());
-  }
 }

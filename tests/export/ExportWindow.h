@@ -1,0 +1,49 @@
+#pragma once
+#include "export/frmPlanningExporteren.h"
+#include "platform/runtime/Clock.h"
+#include "tests/support/Child.h"
+#include "tests/support/Station.h"
+
+#include <QDir>
+#include <QFile>
+#include <QPushButton>
+
+// An export window on a station with a log, for the tests of what it does and of what can go wrong in it.
+namespace export_window {
+
+inline const QDateTime kNow(QDate(2024, 1, 31), QTime(15, 45, 7));
+
+// Three rows, the middle one empty, not in the order of their numbers.
+inline void FillLog(const testing_support::Station& station) {
+  using namespace Qt::StringLiterals;
+  station.OnLocal(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (3, \"UPDATE a SET b = 1\")"_s);
+  station.OnLocal(u"INSERT INTO tblOfflineLog (ID) VALUES (2)"_s);
+  station.OnLocal(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (1, \"DELETE FROM c \")"_s);
+}
+
+inline int LogRows(const testing_support::Station& station) {
+  return station.LocalRows(QStringLiteral("SELECT ID FROM tblOfflineLog")).RecordCount();
+}
+
+inline QStringList Exported(const testing_support::Station& station) {
+  return QDir(station.ExportFolder()).entryList(QDir::Files);
+}
+
+inline QByteArray Content(const testing_support::Station& station, const QString& name) {
+  QFile file(station.ExportFolder() + u'/' + name);
+  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be read");
+}
+
+// Loaded and shown, with a set clock.
+struct Window {
+  Window() {
+    form.Form_Load();
+    form.show();
+  }
+  void PressOk() { testing_support::Child<QPushButton>(form, QStringLiteral("cmdOk")).click(); }
+
+  frmPlanningExporteren form{nullptr};
+  runtime::ClockScope clock{kNow};
+};
+
+}  // namespace export_window
