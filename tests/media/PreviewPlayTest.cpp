@@ -59,6 +59,18 @@ TEST(PreviewPlay, OpeningShowsTheTimeLeftAndTheSliderAtItsStart) {
   EXPECT_FALSE(at.timer().isActive());
 }
 
+TEST(PreviewPlay, AnotherFileShowsItsOwnLengthFromTheStart) {
+  const Listening at(40'000);
+  at.player().SetPosition(30'000);
+  at.slider().setValue(30'000);
+  Choose(*at.editor, MakeWav(at.desk.AudioFile(u"ander.wav"_s), 65'250));
+  EXPECT_EQ(at.slider().maximum(), 65'250);
+  EXPECT_EQ(at.slider().value(), 0);
+  EXPECT_EQ(Led(*at.editor, u"ledMin"_s), 1);
+  EXPECT_EQ(Led(*at.editor, u"ledSec"_s), 5);
+  EXPECT_EQ(Led(*at.editor, u"ledMilli"_s), 250);
+}
+
 TEST(PreviewPlay, PlayStartsTheTimerAndStopEndsIt) {
   const Listening at;
   QSignalSpy stopped(&at.player(), &audio::AudioPlayer::stopped);
