@@ -219,6 +219,16 @@ TEST(ItemSpotEditorSave, MixPointOutsideThePanelIsSavedAsReadUnlessChanged) {
   EXPECT_EQ(Number(desk.Spot(1), u"Mixpunt"_s), 0);
 }
 
+// The panel showed that end already; the user says it is meant.
+TEST(ItemSpotEditorSave, MixPointSetToTheEndThatIsShownIsAChange) {
+  const EditorDesk desk;
+  desk.AddSpot(1, u"A"_s, desk.Wav(u"a.wav"_s, 1000), u"7, 0, -5, 45658, 6, 45700, 22, 0, 1"_s);
+  const auto editor = desk.OpenSpot(u"1"_s);
+  Click(*editor, u"cmdResetMix"_s);
+  Click(*editor, u"cmdOk"_s);
+  EXPECT_EQ(Number(desk.Spot(1), u"Mixpunt"_s), 0);
+}
+
 TEST(ItemSpotEditorSave, DoubleQuoteInTheNameIsAnErrorAndNothingIsLost) {
   const EditorDesk desk;
   const auto editor = NewSpot(desk, u"Spot \"extra\""_s);
