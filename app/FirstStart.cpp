@@ -3,16 +3,17 @@
 #include "app/frmEersteStart.h"
 #include "data/Globals.h"
 #include "platform/runtime/HostPath.h"
+#include "platform/runtime/Probe.h"
 
 #include <QDir>
-#include <QFile>
 
 using namespace Qt::StringLiterals;
 
 bool IsFirstStart() {
-  const QString folder = runtime::HostPath(global.programFolder);
-  const QStringList databases = QDir(folder + u"/data"_s).entryList({u"OvalistoLocal*.mdb"_s}, QDir::Files);
-  return databases.isEmpty() && !QFile::exists(folder + u"/ovalis.ini"_s);
+  // A folder of which nothing can be told is no empty one.
+  if (runtime::Probe(global.programFolder + u"\\ovalis.ini"_s) != runtime::Presence::NotThere) return false;
+  const QDir data(runtime::HostPath(global.programFolder + u"\\data"_s));
+  return data.entryList({u"OvalistoLocal*.mdb"_s}, QDir::Files).isEmpty();
 }
 
 bool OfferFirstStation(QWidget* owner) {

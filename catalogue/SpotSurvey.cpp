@@ -97,7 +97,7 @@ void SpotSurvey::TakeRow(Row row) {
   spot.state = StateOf(spot.facts, now_);
   counts_.Add(spot.state);
   if (!spot.facts.path.isEmpty()) files_.push_back({row.id, spot.facts.path});
-  spots_.insert(row.id, std::move(spot));
+  spots_.emplace(row.id, std::move(spot));
 }
 
 const SpotSurvey::Spot* SpotSurvey::Find(qint64 id) const {
@@ -127,7 +127,8 @@ bool SpotSurvey::TakeFile(qint64 id, runtime::Presence presence) {
     counts_.Add(state);
     spot->state = state;
   }
-  return !same || presence == runtime::Presence::NotReachable;
+  // Where nothing is known of the file, only the tool tip says so.
+  return !same || presence == runtime::Presence::NotReachable || presence == runtime::Presence::Denied;
 }
 
 void SpotSurvey::Finish() {

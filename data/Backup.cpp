@@ -126,7 +126,7 @@ std::optional<QString> BackUp(const QString& databasePath, const QString& passwo
   const auto database = Frozen(databasePath, password);
   if (!database) return std::nullopt;
   const BackupFolder folder(databasePath);
-  if (const auto same = SameAsNewest(*database, folder)) return same;
+  if (auto same = SameAsNewest(*database, folder)) return same;
   folder.Make();
   folder.RemoveUnfinished();
   const QString path = folder.PathOf(folder.NewName(runtime::Now()));

@@ -2,8 +2,6 @@
 
 #include "data/Globals.h"
 
-using namespace Qt::StringLiterals;
-
 void FormDatabasePaths() {
   const QString number = global.stationNumber == 0 ? QString() : QString::number(global.stationNumber);
   global.localDatabasePath = global.programFolder + u"\\data\\OvalistoLocal" + number + u".mdb";

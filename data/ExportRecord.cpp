@@ -36,7 +36,7 @@ QString ExportRecordPath(const QString& localDatabasePath) {
 
 std::optional<ExportRecord> ReadExportRecord(const QString& localDatabasePath) {
   const QString path = ExportRecordPath(localDatabasePath);
-  if (runtime::Probe(path) != runtime::Presence::There) return std::nullopt;
+  if (!runtime::IsThere(path)) return std::nullopt;
   return Parsed(runtime::ReadFile(path, kLargestRecord), path);
 }
 

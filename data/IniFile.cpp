@@ -123,8 +123,7 @@ QMap<QString, QString> IniFile::Values() const {
 }
 
 void IniFile::SetValue(const QString& value) const {
-  const bool isNew = runtime::Probe(path_) == runtime::Presence::NotThere;
-  const QByteArray before = isNew ? QByteArray() : runtime::ReadFile(path_, kLargestFile);
+  const QByteArray before = runtime::IsThere(path_) ? runtime::ReadFile(path_, kLargestFile) : QByteArray();
   const QByteArray after = WithValue(before, section_, key_, value);
   if (ValueIn(after, path_, section_, key_) != value) {
     throw runtime::Error(

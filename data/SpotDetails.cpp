@@ -60,6 +60,9 @@ QString FileText(const SpotFacts& spot) {
   if (spot.file == runtime::Presence::NotReachable) {
     return spot.path + u"\nDe schijf of netwerkmap is nu niet bereikbaar; of het bestand er is, is niet bekend."_s;
   }
+  if (spot.file == runtime::Presence::Denied) {
+    return spot.path + u"\nDe toegang tot de map is geweigerd; of het bestand er is, is niet bekend."_s;
+  }
   return spot.path;
 }
 

@@ -1,64 +1,73 @@
 #include "export/ExportContent.h"
 
-#include "data/Text.h"
 #include "platform/dao/Database.h"
 #include "platform/runtime/CodePage.h"
 #include "platform/runtime/Dates.h"
 #include "platform/runtime/Numbers.h"
 
-#include <QCryptographicHash>
-
 using namespace Qt::StringLiterals;
 
 namespace {
 constexpr qsizetype kMostNamed = 5;
-constexpr qsizetype kLongestNamed = 160;  // characters
+constexpr qsizetype kLongestNamed = 160;          // characters
+constexpr qsizetype kBlock = qsizetype{1} << 20;  // bytes handed on at once
 }  // namespace
 
 QString ExportContent::FileName(const QDateTime& moment) {
   return runtime::FormatDate(moment, u"yyyymmddhhmmss"_s) + u".tql"_s;
 }
 
-ExportContent ExportContent::OfLog(const QString& localDatabasePath, std::optional<qint32> last) {
+void AlteredStatements::Add(QStringView statement) {
+  ++count;
+  if (first.size() < kMostNamed) first += statement.toString();
+}
+
+void ExportContent::AddLog(const QString& localDatabasePath, std::optional<qint32> last) {
   const QString upTo =
       last ? u"WHERE tblOfflineLog.ID <= "_s + QString::number(*last) + u" OR tblOfflineLog.ID IS NULL "_s : QString();
-  dao::Database database = dao::OpenDatabase(localDatabasePath);
-  dao::Recordset rows =
-      database.OpenRecordset(u"SELECT tblOfflineLog.ID, tblOfflineLog.SqlSyntax From tblOfflineLog "_s + upTo +
-                             u"ORDER BY tblOfflineLog.ID"_s);
   constexpr int kID = 0;
   constexpr int kSqlSyntax = 1;
-  ExportContent content;
-  for (; !rows.Eof(); rows.MoveNext()) {
-    content.Add(rows.Field(kSqlSyntax));
-    const QVariant id = rows.Field(kID);
-    if (!id.isNull()) content.highestID_ = runtime::ToLong(id);
-    ++content.rowCount_;
-  }
-  return content;
+  dao::OpenDatabase(localDatabasePath)
+      .Visit(u"SELECT tblOfflineLog.ID, tblOfflineLog.SqlSyntax From tblOfflineLog "_s + upTo +
+                 u"ORDER BY tblOfflineLog.ID"_s,
+             [&](const dao::Row& row) {
+               Add(row.Text(kSqlSyntax));
+               const QVariant id = row.Field(kID);
+               if (!id.isNull()) highestID_ = runtime::ToLong(id);
+               ++rowCount_;
+               return true;
+             });
 }
 
-// A quarter of what SHA-256 would take, which is as much as all else.
-QByteArray ExportContent::DigestOf(const QByteArray& bytes) {
-  return QCryptographicHash::hash(bytes, QCryptographicHash::Blake2b_256).toHex();
+void ExportContent::Add(QStringView sqlSyntax) {
+  const QStringView statement = runtime::TrimBlanks(sqlSyntax);
+  if (statement.isEmpty()) return;
+  if (!runtime::AppendCodePage(statement, block_)) altered_.Add(statement);
+  block_ += ";\r\n";
+  if (block_.size() >= kBlock) HandOn();
 }
 
-void ExportContent::Add(const QVariant& sqlSyntax) {
-  if (IsKull(sqlSyntax)) return;
-  const QString statement = runtime::TrimBlanks(sqlSyntax.toString());
-  bytes_ += runtime::ToCodePage(statement) + ";\r\n";
-  if (!runtime::FitsCodePage(statement)) altered_ += statement;
+QByteArray ExportContent::Finish() {
+  HandOn();
+  return digest_.Result();
 }
 
-QString AlteredWarning(const QStringList& altered, const QString& path) {
+void ExportContent::HandOn() {
+  if (block_.isEmpty()) return;
+  digest_.Add(block_);
+  if (sink_) sink_(block_);
+  block_ = QByteArray();
+  block_.reserve(kBlock + kBlock / 8);
+}
+
+QString AlteredWarning(const AlteredStatements& altered, const QString& path) {
   QString text =
       u"In '%1' zijn tekens die het bestand niet kan bevatten vervangen door een vraagteken, in:"_s.arg(path);
-  for (const QString& statement : altered.first(qMin(altered.size(), kMostNamed))) {
+  for (const QString& statement : altered.first) {
     text += u"\n\n"_s + (statement.size() > kLongestNamed ? statement.left(kLongestNamed) + u" ..."_s : statement);
   }
-  if (altered.size() > kMostNamed) {
-    const qsizetype others = altered.size() - kMostNamed;
-    text += others == 1 ? u"\n\nen nog 1 andere opdracht."_s : u"\n\nen nog %1 andere opdrachten."_s.arg(others);
-  }
+  const qsizetype others = altered.count - altered.first.size();
+  if (others == 1) text += u"\n\nen nog 1 andere opdracht."_s;
+  if (others > 1) text += u"\n\nen nog %1 andere opdrachten."_s.arg(others);
   return text;
 }

@@ -22,7 +22,7 @@ constexpr int kInformation = 64;
 constexpr int kQuestionNoFirst = 292;
 
 bool Holds(const QString& path, const QByteArray& digest) {
-  return ExportContent::DigestOf(runtime::ReadFile(path, kLargestExport)) == digest;
+  return ContentDigest::Of(runtime::ReadFile(path, kLargestExport)) == digest;
 }
 
 // The record goes first: one that has lost its temporary file would mean that the file got its name.
@@ -41,11 +41,18 @@ ExportSettlement Finish(const QString& localDatabasePath, const ExportRecord& re
 ExportSettlement SettleByFile(const QString& localDatabasePath, const ExportRecord& record) {
   const Presence temporary = runtime::Probe(record.temporary);
   if (temporary == Presence::There) return Drop(localDatabasePath, record);
-  const Presence file = temporary == Presence::NotReachable ? temporary : runtime::Probe(record.path);
+  const Presence file = temporary == Presence::NotThere ? runtime::Probe(record.path) : temporary;
   if (file == Presence::NotReachable) return {InterruptedExport::NotReachable, record.path};
+  if (file == Presence::Denied) return {InterruptedExport::Denied, record.path};
   if (file == Presence::There && Holds(record.path, record.digest)) return Finish(localDatabasePath, record);
   // A mount point without its mount looks just so.
   return {InterruptedExport::Missing, record.path};
+}
+
+[[noreturn]] void RefuseUntold(const QString& path, const QString& why, const QString& until) {
+  throw runtime::Error(
+      u"Een export naar '%1' werd onderbroken, en %2. "
+      u"Het logboek blijft zoals het is; exporteren kan weer als de map %3 is."_s.arg(path, why, until));
 }
 
 }  // namespace
@@ -53,9 +60,10 @@ ExportSettlement SettleByFile(const QString& localDatabasePath, const ExportReco
 ExportSettlement SettleInterruptedExport(const QString& localDatabasePath) {
   const std::optional<ExportRecord> record = ReadExportRecord(localDatabasePath);
   if (!record) return {};
-  const ExportContent log = ExportContent::OfLog(localDatabasePath, record->highestID);
+  ExportContent log;
+  log.AddLog(localDatabasePath, record->highestID);
   if (log.RowCount() == 0) return Finish(localDatabasePath, *record);
-  if (log.Digest() == record->digest) return SettleByFile(localDatabasePath, *record);
+  if (log.Finish() == record->digest) return SettleByFile(localDatabasePath, *record);
   // These are other statements under the same numbers: the log was emptied, only the record could not be removed.
   RemoveExportRecord(localDatabasePath);
   return {};
@@ -76,9 +84,9 @@ void FinishInterruptedExport(const QString& localDatabasePath) {
         u"De opdrachten die erin staan zijn nu uit het logboek gehaald."_s.arg(settlement.path),
         kInformation);
   } else if (settlement.what == InterruptedExport::NotReachable) {
-    throw runtime::Error(
-        u"Een export naar '%1' werd onderbroken, en de schijf of netwerkmap antwoordt niet. "
-        u"Het logboek blijft zoals het is; exporteren kan weer als de map bereikbaar is."_s.arg(settlement.path));
+    RefuseUntold(settlement.path, u"de schijf of netwerkmap antwoordt niet"_s, u"bereikbaar"_s);
+  } else if (settlement.what == InterruptedExport::Denied) {
+    RefuseUntold(settlement.path, u"de toegang tot de map wordt geweigerd"_s, u"toegankelijk"_s);
   } else if (settlement.what == InterruptedExport::Missing) {
     const int answer = ShowItemsMessage(
         u"Een export werd onderbroken toen het bestand al klaar was, maar het staat er niet meer:\n%1\n\n"

@@ -7,6 +7,7 @@ enum class InterruptedExport {
   Dropped,       // its file never got its name: the temporary one is gone, the log kept every statement
   Finished,      // its file is there: the log holds its statements no more
   NotReachable,  // the drive of its file does not answer: nothing can be told, nothing was changed
+  Denied,        // the folder of its file may not be entered: likewise
   Missing,       // its file got its name and is there no more: only the user knows whether it was processed
 };
 
@@ -23,6 +24,6 @@ ExportSettlement SettleInterruptedExport(const QString& localDatabasePath);
 enum class MissingFile { Processed, NotProcessed };
 void SettleMissingFile(const QString& localDatabasePath, MissingFile answer);
 
-// The same for the program's user: tells of a finished export, asks about a missing file. An Error when the drive does
-// not answer.
+// The same for the program's user: tells of a finished export, asks about a missing file. An Error when nothing can
+// be told of the file.
 void FinishInterruptedExport(const QString& localDatabasePath);

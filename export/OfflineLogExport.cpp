@@ -12,6 +12,15 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+bool IsLogEmpty(const QString& localDatabasePath) {
+  bool isEmpty = true;
+  dao::OpenDatabase(localDatabasePath).Visit(u"SELECT tblOfflineLog.ID FROM tblOfflineLog"_s, [&](const dao::Row&) {
+    isEmpty = false;
+    return false;
+  });
+  return isEmpty;
+}
+
 // The file did not get its name, or its record may be there or not. The record goes first: one that has lost its
 // temporary file would mean that it did.
 void TakeBack(const QString& localDatabasePath, runtime::StagedFile& file) {
@@ -23,20 +32,27 @@ void TakeBack(const QString& localDatabasePath, runtime::StagedFile& file) {
   file.Keep();
 }
 
+// A log that could not be emptied afterwards is not handed out.
+void RequireWritable(const QString& databasePath) {
+  const dao::FrozenDatabase held(databasePath);
+}
+
 }  // namespace
 
-OfflineLogExport::OfflineLogExport(const QString& localDatabasePath)
-    : localDatabasePath_(localDatabasePath), content_(ExportContent::OfLog(localDatabasePath)) {}
-
 QString OfflineLogExport::WriteFile(const QString& folder) {
-  if (content_.RowCount() == 0) return {};
-  // A log that could not be emptied afterwards is not handed out: its database must be one that may be written.
-  dao::FrozenDatabase{localDatabasePath_};
-  const QString path = folder + u'\\' + ExportContent::FileName(runtime::Now());
-  runtime::StagedFile file(path, content_.Bytes());
+  if (IsLogEmpty(localDatabasePath_)) return {};
+  RequireWritable(localDatabasePath_);
+  QString path = folder + u'\\' + ExportContent::FileName(runtime::Now());
+  runtime::StagedFile file(path);
+  ExportContent content([&](const QByteArray& block) { file.Write(block); });
+  content.AddLog(localDatabasePath_);
+  const QByteArray digest = content.Finish();
+  altered_ = content.Altered();
+  highestID_ = content.HighestID();
+  file.Complete();
   file.SyncName();
   try {
-    WriteExportRecord(localDatabasePath_, {path, file.TemporaryPath(), content_.HighestID(), content_.Digest()});
+    WriteExportRecord(localDatabasePath_, {path, file.TemporaryPath(), highestID_, digest});
     file.Place();
   } catch (const runtime::Error&) {
     TakeBack(localDatabasePath_, file);
@@ -46,7 +62,7 @@ QString OfflineLogExport::WriteFile(const QString& folder) {
 }
 
 void OfflineLogExport::EmptyLog() const {
-  EmptyLogUpTo(localDatabasePath_, content_.HighestID());
+  EmptyLogUpTo(localDatabasePath_, highestID_);
 }
 
 void EmptyLogUpTo(const QString& localDatabasePath, qint32 highestID) {

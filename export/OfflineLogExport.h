@@ -12,21 +12,21 @@
 // settled an interrupted export before.
 class OfflineLogExport {
  public:
-  // Reads the log.
-  explicit OfflineLogExport(const QString& localDatabasePath);
+  explicit OfflineLogExport(const QString& localDatabasePath) : localDatabasePath_(localDatabasePath) {}
 
-  const ExportContent& Content() const { return content_; }
-
-  // Writes the file of the present moment into the folder (path text) and gives its path. A log without a row makes no
-  // file: the path is empty. After an error there is no file, or (when only the last sync failed) it is there and the
-  // record too, so that it is settled before the next export.
+  // Writes the log into the file of the present moment in the folder (path text) and gives its path. A log without a
+  // row makes no file: the path is empty. After an error there is no file, or (when only the last sync failed) it is
+  // there and the record too, so that it is settled before the next export.
   QString WriteFile(const QString& folder);
+  // The statements that the file does not hold as they were.
+  const AlteredStatements& Altered() const { return altered_; }
   // Takes out of the log what the file holds.
   void EmptyLog() const;
 
  private:
   QString localDatabasePath_;
-  ExportContent content_;
+  AlteredStatements altered_;
+  qint32 highestID_ = std::numeric_limits<qint32>::min();
 };
 
 // Takes every row up to this ID out of the log, and then the export's record away when there is one.

@@ -124,7 +124,7 @@ void frmPlanningExporteren::ShowStep(const QString& text, double progress) {
 
 void frmPlanningExporteren::Opslaan() {
   Trapped(__func__, [&] {
-    QStringList altered;
+    AlteredStatements altered;
     QString path;
     {
       const desktop::WaitPointer wait;
@@ -135,11 +135,11 @@ void frmPlanningExporteren::Opslaan() {
       OfflineLogExport logExport(global.localDatabasePath);
       path = logExport.WriteFile(folder);
       global.lastResult = EmptyLog(logExport);
-      altered = logExport.Content().Altered();
+      altered = logExport.Altered();
       ui_->imgProgress->SetProgress(1);
       desktop::YieldToEvents();
     }
-    if (!altered.isEmpty()) desktop::ShowMessageBox(this, AlteredWarning(altered, path), 48, u"Items"_s);
+    if (altered.count > 0) desktop::ShowMessageBox(this, AlteredWarning(altered, path), 48, u"Items"_s);
   });
 }
 

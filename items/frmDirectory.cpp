@@ -12,7 +12,6 @@
 #include <QKeyEvent>
 #include <QSignalBlocker>
 
-using namespace Qt::StringLiterals;
 using desktop::Trapped;
 
 frmDirectory::frmDirectory(QWidget* owner) : Form(owner), ui_(std::make_unique<Ui::frmDirectory>()) {

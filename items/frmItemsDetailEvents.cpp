@@ -6,7 +6,6 @@
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Numbers.h"
 
-using namespace Qt::StringLiterals;
 using desktop::Trapped;
 
 void frmItemsDetail::txtNaam_Change() {

@@ -14,6 +14,9 @@ Presence LookFor(const QString& path) {
 void RequirePresent(const QString& path, Presence presence) {
   if (presence == Presence::There) return;
   if (presence == Presence::NotThere) throw runtime::Error(u"Het geluidsbestand '%1' bestaat niet."_s.arg(path));
+  if (presence == Presence::Denied) {
+    throw runtime::Error(u"Het geluidsbestand '%1' is niet toegankelijk: toegang geweigerd."_s.arg(path));
+  }
   runtime::HostRoot(path);  // its own error tells a drive that is not mapped
   throw runtime::Error(
       u"Het geluidsbestand '%1' is niet bereikbaar: de schijf of netwerkmap antwoordt niet."_s.arg(path));

@@ -1,9 +1,11 @@
 #include "media/LoudnessReader.h"
 
 #include "platform/audio/Error.h"
+#include "platform/audio/GiveWay.h"
 
 #include <QFutureWatcher>
 #include <QLocale>
+#include <QThreadPool>
 #include <QtConcurrent>
 
 #include <cmath>
@@ -26,6 +28,7 @@ class LeavableDecoder : public audio::Decoder {
   int Channels() const override { return file_->Channels(); }
   std::int64_t TotalFrames() const override { return file_->TotalFrames(); }
   void Seek(std::int64_t frame) override { file_->Seek(frame); }
+  bool SeeksExactly() const override { return file_->SeeksExactly(); }
   using Decoder::Read;
   std::size_t Read(float* out, std::size_t frames) override { return *cancelled_ ? 0 : file_->Read(out, frames); }
 
@@ -34,7 +37,14 @@ class LeavableDecoder : public audio::Decoder {
   Cancelled cancelled_;
 };
 
+// Threads that give way do so for good, so that they are no use to others.
+QThreadPool& Threads() {
+  static QThreadPool threads;
+  return threads;
+}
+
 std::optional<audio::Loudness> Measure(const QString& hostPath, const Cancelled& cancelled) {
+  audio::GiveWay();
   try {
     LeavableDecoder file(audio::OpenDecoder(hostPath.toStdString()), cancelled);
     return audio::MeasureLoudness(file);
@@ -68,7 +78,7 @@ void LoudnessReader::Read(const QString& hostPath) {
       Q_EMIT failed();
     }
   });
-  watcher->setFuture(QtConcurrent::run(Measure, hostPath, cancelled_));
+  watcher->setFuture(QtConcurrent::run(&Threads(), Measure, hostPath, cancelled_));
 }
 
 void LoudnessReader::Cancel() {

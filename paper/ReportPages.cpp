@@ -1,11 +1,13 @@
 #include "paper/ReportPages.h"
 
+#include "paper/PageBreaks.h"
 #include "platform/runtime/Error.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QBuffer>
 #include <QPainter>
 #include <QPdfWriter>
+#include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
 #include <QTextTable>
@@ -42,6 +44,12 @@ QTextBlockFormat Space(qreal above, qreal below) {
   QTextBlockFormat format;
   format.setTopMargin(above);
   format.setBottomMargin(below);
+  return format;
+}
+
+QTextBlockFormat NoHeight() {
+  QTextBlockFormat format;
+  format.setLineHeight(0, QTextBlockFormat::FixedHeight);
   return format;
 }
 
@@ -106,18 +114,20 @@ void AddLines(QTextCursor& cursor, const Report& report, const Report::Group& gr
     }
   }
   cursor.movePosition(QTextCursor::End);
+  cursor.setBlockFormat(NoHeight());  // a table is followed by a block
 }
 
-void AddGroup(QTextCursor& cursor, const Report& report, const Report::Group& group) {
+void AddGroup(QTextCursor& cursor, const Report& report, const Report::Group& group, int number) {
   if (!group.name.isEmpty()) {
     AddText(cursor, group.name, Letters(kGroupSize, QFont::DemiBold, Qt::black), Space(12, 0));
+    cursor.block().setUserState(number);
     AddText(cursor, group.note, Letters(kTextSize, QFont::Normal, kQuiet), Space(0, 2));
   }
   if (!group.lines.empty()) AddLines(cursor, report, group);
 }
 
 // Below the text of a page: which report this is, and which page of how many.
-void PaintFooter(QPainter& painter, const QRectF& place, const Report& report, int page, int pages) {
+void PaintFooter(QPainter& painter, const QRectF& place, const Report& report, std::size_t page, std::size_t pages) {
   painter.setPen(kQuiet);
   painter.drawText(place, Qt::AlignLeft | Qt::AlignBottom, report.title + u" · "_s + report.subtitle);
   painter.drawText(place, Qt::AlignRight | Qt::AlignBottom, u"Pagina %1 van %2"_s.arg(page).arg(pages));
@@ -125,17 +135,21 @@ void PaintFooter(QPainter& painter, const QRectF& place, const Report& report, i
 
 }  // namespace
 
-void FillDocument(QTextDocument& document, const Report& report) {
+void FillDocument(QTextDocument& document, const Report& report, PageEnds ends) {
   document.clear();
   QTextCursor cursor(&document);
   cursor.beginEditBlock();  // laid out once, at the end, and not with every cell
   const QTextCharFormat quiet = Letters(kTextSize, QFont::Normal, kQuiet);
   cursor.setBlockFormat(Space(0, 0));
-  cursor.insertText(report.title, Letters(kTitleSize, QFont::DemiBold, Qt::black));
-  AddText(cursor, report.subtitle, quiet, Space(0, 10));
-  for (const Report::Group& group : report.groups)
-    AddGroup(cursor, report, group);
-  AddText(cursor, report.IsEmpty() ? report.emptyText : report.closing, quiet, Space(10, 0));
+  if (ends.title) {
+    cursor.insertText(report.title, Letters(kTitleSize, QFont::DemiBold, Qt::black));
+    AddText(cursor, report.subtitle, quiet, Space(0, 10));
+  } else {
+    cursor.setBlockFormat(NoHeight());  // a document begins with a block, whatever follows
+  }
+  for (std::size_t number = 0; number < report.groups.size(); ++number)
+    AddGroup(cursor, report, report.groups[number], static_cast<int>(number) + 1);
+  if (ends.closing) AddText(cursor, report.IsEmpty() ? report.emptyText : report.closing, quiet, Space(10, 0));
   cursor.endEditBlock();
 }
 
@@ -145,20 +159,19 @@ void PrintReport(const Report& report, QPagedPaintDevice& device) {
   QTextDocument document;
   document.setDocumentMargin(0);
   document.documentLayout()->setPaintDevice(&device);  // sizes in points are those of the paper
+  document.setTextWidth(device.width());
   FillDocument(document, report);
   QFont footer = document.defaultFont();
   footer.setPointSizeF(kTextSize - 1);
   painter.setFont(footer);
-  const QSizeF paper(device.width(), device.height());
-  const qreal text = paper.height() - kFooterLines * painter.fontMetrics().height();
-  document.setPageSize({paper.width(), text});
-  for (int page = 0; page < document.pageCount(); ++page) {
+  const QRectF paper(0, 0, device.width(), device.height());
+  const std::vector<Report> pages =
+      SplitIntoPages(report, document, paper.height() - kFooterLines * painter.fontMetrics().height());
+  for (std::size_t page = 0; page < pages.size(); ++page) {
     if (page > 0) device.newPage();
-    painter.save();
-    painter.translate(0, -page * text);
-    document.drawContents(&painter, QRectF(0, page * text, paper.width(), text));
-    painter.restore();
-    PaintFooter(painter, QRectF(QPointF(0, 0), paper), report, page + 1, document.pageCount());
+    FillDocument(document, pages[page], {page == 0, page + 1 == pages.size()});
+    document.drawContents(&painter);
+    PaintFooter(painter, paper, report, page + 1, pages.size());
   }
 }
 

@@ -28,8 +28,7 @@ int Export(const Arguments& arguments, const Streams& streams) {
   const QString path = logExport.WriteFile(folder);
   logExport.EmptyLog();
   if (path.isEmpty()) return kDone;
-  if (!logExport.Content().Altered().isEmpty())
-    streams.err << AlteredWarning(logExport.Content().Altered(), path).toStdString() << '\n';
+  if (logExport.Altered().count > 0) streams.err << AlteredWarning(logExport.Altered(), path).toStdString() << '\n';
   streams.out << runtime::HostPath(path).toStdString() << '\n';
   WaitOutSecond(path);
   return kDone;

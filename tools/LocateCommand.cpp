@@ -40,6 +40,7 @@ QString OutcomeText(SoundSearch::Outcome outcome) {
 
 Located Locate(const LostSound& sound, const SoundSearch& search) {
   if (sound.presence == runtime::Presence::NotReachable) return {u"niet bereikbaar"_s, {}};
+  if (sound.presence == runtime::Presence::Denied) return {u"toegang geweigerd"_s, {}};
   const SoundSearch::Answer answer = search.Find(GetFile(sound.Path()), sound.LengteSec());
   if (answer.outcome != SoundSearch::Outcome::Found) return {OutcomeText(answer.outcome), {}};
   if (!runtime::IsMapped(answer.path)) return {u"buiten [Drives]"_s, {}};

@@ -6,8 +6,8 @@
 #include "data/Settings.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
+#include "platform/runtime/Probe.h"
 
-#include <QFile>
 #include <QFileInfo>
 
 using namespace Qt::StringLiterals;
@@ -28,7 +28,7 @@ StationSession::StationSession(const Arguments& arguments, std::ostream& err, co
       }) {
   const qint16 number = arguments.Station();
   const QString folder = QFileInfo(arguments.Plain().first()).absoluteFilePath();
-  if (!QFile::exists(folder + u"/ovalis.ini"_s)) {
+  if (!runtime::IsThere(folder + u"/ovalis.ini"_s)) {
     throw runtime::Error(u"'%1' is geen programmamap: er staat geen ovalis.ini in."_s.arg(folder));
   }
   global = Globals();
@@ -37,7 +37,7 @@ StationSession::StationSession(const Arguments& arguments, std::ostream& err, co
   GetSettings();
   global.stationNumber = number;
   FormDatabasePaths();
-  if (!QFile::exists(runtime::HostPath(global.localDatabasePath))) {
+  if (!runtime::IsThere(global.localDatabasePath)) {
     throw runtime::Error(
         u"De zender %1 is er niet: '%2' ontbreekt."_s.arg(QString::number(number), global.localDatabasePath));
   }

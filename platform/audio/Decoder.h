@@ -20,9 +20,11 @@ class Decoder {
   virtual int SampleRate() const = 0;            // Hz, kMinRate to kMaxRate
   virtual int Channels() const = 0;              // 1 to kMaxChannels
   virtual std::int64_t TotalFrames() const = 0;  // exactly what a decode from begin to end delivers; at least 1
-  // The next Read starts at this frame (held within 0 and TotalFrames). What it then delivers equals, sample for
-  // sample, what a decode from the beginning holds there. Throws Error.
+  // The next Read starts at this frame (held within 0 and TotalFrames), and delivers the sound that a decode from the
+  // beginning holds there. Throws Error.
   virtual void Seek(std::int64_t frame) = 0;
+  // Whether that sound is the same to the last bit. Otherwise a few of the samples are rounded another way.
+  virtual bool SeeksExactly() const = 0;
   // Up to `frames` interleaved frames, full scale = 1.0. Fewer than asked for only at the end; 0 at or after it. A
   // file that became shorter or unreadable meanwhile ends early.
   virtual std::size_t Read(float* out, std::size_t frames) = 0;

@@ -12,9 +12,11 @@
 namespace audio {
 namespace {
 
-// MPEG frames decoded and thrown away before a seek's target: the bit reservoir of the lowest bit rates reaches back
-// ten frames, the overlap of the filter bank one more.
+// MPEG frames decoded and thrown away before a seek's target. The bit reservoir reaches back 511 bytes, of which a
+// frame of the lowest bit rate (48 kHz, 32 kbit/s, two channels) holds 58; the overlap of the filter bank one frame
+// more. In MPEG 2 it is 255 bytes, at three a frame (24 kHz, 8 kbit/s, two channels).
 constexpr int kPreframes = 16;
+constexpr int kLowRatePreframes = 96;
 // MPEG frames after which the synthesis filter's buffer stands as it stood before.
 constexpr int kPhases = 8;
 
@@ -37,6 +39,7 @@ Mp3Decoder::Mp3Decoder(std::unique_ptr<SourceFile> file) : file_(std::move(file)
   OpenHandle();
   FixFormat();
   SkipVbriHeader();
+  LearnVersion();
   if (mpg123_scan(handle_.get()) != MPG123_OK) throw ReadError(file_->Path(), "de inhoud is beschadigd");
   totalFrames_ = mpg123_length(handle_.get());
   mpegFrames_ = mpg123_framelength(handle_.get());
@@ -97,16 +100,23 @@ void Mp3Decoder::FixFormat() {
   mpg123_param(handle_.get(), MPG123_ADD_FLAGS, channels == 1 ? MPG123_MONO_MIX : MPG123_FORCE_STEREO, 0);
 }
 
+void Mp3Decoder::LearnVersion() {
+  mpg123_frameinfo info{};
+  lowRate_ = mpg123_info(handle_.get(), &info) == MPG123_OK && info.version != MPG123_1_0;
+}
+
 // What a straight decode holds at a frame depends, in its last bit, on how many MPEG frames went through the synthesis
 // filter before, modulo 8: its buffer rotates and the order of its sums with it. A jump therefore begins at a frame
-// that puts the filter in the same phase, a few frames early, and throws away what lies before the target.
+// that puts the filter in the same phase, a few frames early, and throws away what lies before the target. In MPEG 2
+// the phase is not sure: the library lets some of the frames that lack their bit reservoir, those right after a jump,
+// pass by the filter, and does not tell which.
 void Mp3Decoder::Seek(std::int64_t frame) {
   const std::int64_t target = std::clamp<std::int64_t>(frame, 0, totalFrames_);
   readyFrames_ = 0;
   position_ = target;
   if (target == totalFrames_) return;
   if (mpg123_seek(handle_.get(), target, SEEK_SET) < 0) throw ReadError(file_->Path(), "de inhoud is beschadigd");
-  const std::int64_t latest = mpg123_tellframe(handle_.get()) - kPreframes;
+  const std::int64_t latest = mpg123_tellframe(handle_.get()) - (lowRate_ ? kLowRatePreframes : kPreframes);
   std::int64_t begin = latest - ((latest - decoded_) % kPhases + kPhases) % kPhases;
   if (begin < 0) {
     begin = 0;
@@ -121,7 +131,7 @@ void Mp3Decoder::Seek(std::int64_t frame) {
 void Mp3Decoder::JumpToFrame(std::int64_t mpegFrame) {
   const std::int64_t first = mpegFrame == 0 ? 0 : mpegFrame + 1;  // the library decodes one frame ahead of it
   if (mpg123_seek_frame(handle_.get(), first, SEEK_SET) < 0) throw ReadError(file_->Path(), "de inhoud is beschadigd");
-  decoded_ += first == 0 ? 0 : 1;
+  jumped_ = true;
   readyFrames_ = 0;
 }
 
@@ -155,7 +165,8 @@ void Mp3Decoder::Take(std::size_t frames) {
 }
 
 // A change of format inside the file (a rate that a damaged frame tells) brings no samples: read on. A frame may be
-// empty: the encoder's padding is left out.
+// empty: the encoder's padding is left out. After a jump, and where that padding covers the file's first frame, the
+// library has decoded the frame before this one too.
 bool Mp3Decoder::DecodeFrame() {
   off_t number = 0;
   unsigned char* samples = nullptr;
@@ -164,7 +175,8 @@ bool Mp3Decoder::DecodeFrame() {
   while (code == MPG123_NEW_FORMAT)
     code = mpg123_decode_frame(handle_.get(), &number, &samples, &bytes);
   if (code != MPG123_OK) return false;
-  ++decoded_;
+  decoded_ += jumped_ && number > 0 ? 2 : 1;
+  jumped_ = false;
   ready_ = reinterpret_cast<const float*>(samples);
   readyFrames_ = bytes / (sizeof(float) * static_cast<std::size_t>(channels_));
   return true;

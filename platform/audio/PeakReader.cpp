@@ -7,6 +7,7 @@
 #include <thread>
 #include <utility>
 
+#include "platform/audio/GiveWay.h"
 #include "platform/audio/PeakCache.h"
 
 namespace audio {
@@ -19,7 +20,7 @@ struct PeakReader::News {
   QString trouble;
 };
 
-// One reading of one file, on a thread of its own. The destructor ends it.
+// One reading of one file, on a thread of its own that may ask others to help. The destructor ends it.
 class PeakReader::Job {
  public:
   using Tell = std::function<void(News)>;
@@ -34,6 +35,7 @@ class PeakReader::Job {
 
  private:
   void Run() {
+    GiveWay();
     try {
       const FileStamp stamp = FileStamp::Of(path_);
       if (const auto known = cache_.Find(stamp)) {
@@ -53,6 +55,7 @@ class PeakReader::Job {
     }
   }
 
+  // By one thread at a time.
   void TellUpTo(const Peaks& peaks, std::size_t done) {
     if (done == told_) return;
     const auto begin = peaks.bins.begin();

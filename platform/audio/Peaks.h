@@ -28,9 +28,19 @@ struct Peaks {
 // The first `done` bins are final. Return false to give up.
 using PeakProgress = std::function<bool(const Peaks& peaks, std::size_t done)>;
 
-// Reads the file once from begin to end. `progress` is called on the same thread for every quarter of a second of
-// sound; `done` grows by steps of at least `binsPerStep`, at the end it is the number of bins. Gives up with empty
-// bins. Throws audio::Error.
-Peaks ReadPeaks(const std::string& hostPath, const PeakProgress& progress, std::size_t binsPerStep = 1000);
+// How the reading of a file is shared out.
+struct PeakSplit {
+  static std::size_t ThreadsHere();  // as many as the machine runs at a time, at most four
+
+  std::size_t threads = ThreadsHere();
+  std::size_t binsPerStretch = 3000;  // read by one thread in one go; a jump costs as much as half a second of sound
+  std::size_t binsPerStep = 1000;     // by which `done` grows, at least
+};
+
+// Reads the file from begin to end, on this thread and, where its decoder jumps exactly, on others beside it; however
+// many they are, the peaks are the same. `progress` is called for every quarter of a second of sound, by one of these
+// threads at a time; at the end `done` is the number of bins. Gives up with empty bins. Any thread; returns when all
+// others have ended. Throws audio::Error.
+Peaks ReadPeaks(const std::string& hostPath, const PeakProgress& progress, const PeakSplit& split = {});
 
 }  // namespace audio

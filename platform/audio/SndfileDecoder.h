@@ -19,6 +19,7 @@ class SndfileDecoder : public Decoder {
   int Channels() const override { return channels_; }
   std::int64_t TotalFrames() const override { return totalFrames_; }
   void Seek(std::int64_t frame) override;
+  bool SeeksExactly() const override { return false; }  // many kinds do, by far not all
   using Decoder::Read;
   std::size_t Read(float* out, std::size_t frames) override;
 

@@ -11,8 +11,6 @@
 
 namespace controls {
 
-using namespace Qt::StringLiterals;
-
 LedPanel::LedPanel(QWidget* parent) : QWidget(parent) {
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
   setAccessibleDescription(QString::number(value_));

@@ -16,6 +16,12 @@ Storage& Opened(const std::shared_ptr<Storage>& storage) {
   return *storage;
 }
 
+Statement ParseSelect(const QString& sql) {
+  Statement statement = ParseStatement(sql);
+  if (statement.verb == Verb::Select) return statement;
+  throw runtime::Error(u"Een recordset kan alleen met SELECT worden geopend.\n%1"_s.arg(Shown(sql)));
+}
+
 // INSERT INTO t IN "file": the rows go into another file; both are held for the whole statement.
 int ExecuteInto(const Statement& statement, Storage& source, Storage& target) {
   const auto writing = target.Begin(Access::Write);
@@ -38,12 +44,16 @@ Database::Database(std::shared_ptr<Storage> storage) : storage_(std::move(storag
 
 Recordset Database::OpenRecordset(const QString& sql) {
   Storage& storage = Opened(storage_);
-  const Statement statement = ParseStatement(sql);
-  if (statement.verb != Verb::Select) {
-    throw runtime::Error(u"Een recordset kan alleen met SELECT worden geopend.\n%1"_s.arg(Shown(sql)));
-  }
+  const Statement statement = ParseSelect(sql);
   const auto reading = storage.Begin(Access::Read);
   return Recordset(Engine(statement, storage, storage).Select());
+}
+
+void Database::Visit(const QString& select, const RowVisit& visit) {
+  Storage& storage = Opened(storage_);
+  const Statement statement = ParseSelect(select);
+  const auto reading = storage.Begin(Access::Read);
+  Engine(statement, storage, storage).Visit(visit);
 }
 
 int Database::Execute(const QString& sql) {

@@ -6,6 +6,7 @@
 
 #include "platform/dao/OpenOptions.h"
 #include "platform/dao/Recordset.h"
+#include "platform/dao/Row.h"
 #include "platform/dao/TableDef.h"
 
 namespace dao {
@@ -23,6 +24,10 @@ class Database {
 
   Recordset OpenRecordset(const QString& sql);  // SELECT only
   int Execute(const QString& sql);              // INSERT, UPDATE, DELETE; gives the number of rows changed
+
+  // Hands the rows of a SELECT to `visit` one by one without holding them: for tables of any size. Until it returns
+  // nobody can change the file, the visit neither.
+  void Visit(const QString& select, const RowVisit& visit);
 
   QStringList TableNames() const;  // sorted, without the system's own tables
   TableDef Table(const QString& name) const;

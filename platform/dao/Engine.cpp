@@ -73,14 +73,28 @@ std::shared_ptr<const ResultRows> Engine::Select() {
   const std::vector<ResultColumn> columns = ResultColumnsOf(prepared.get());
   for (const ResultColumn& column : columns)
     rows->names += column.Name();
-  int answer = sqlite3_step(prepared.get());
-  for (; answer == SQLITE_ROW; answer = sqlite3_step(prepared.get())) {
+  ForEachRow(prepared.get(), [&] {
     for (const ResultColumn& column : columns)
       rows->values.push_back(column.Read(prepared.get()));
     ++rows->rowCount;
-  }
-  if (answer != SQLITE_DONE) Fail();
+    return true;
+  });
   return rows;
+}
+
+void Engine::Visit(const RowVisit& visit) {
+  const SqliteStatement prepared = Prepared(statement_.body);
+  const Row row(prepared.get());
+  ForEachRow(prepared.get(), [&] { return visit(row); });
+}
+
+// As long as the work answers that it wants another row.
+template <class Work>
+void Engine::ForEachRow(sqlite3_stmt* select, Work work) {
+  int answer = sqlite3_step(select);
+  while (answer == SQLITE_ROW && work())
+    answer = sqlite3_step(select);
+  if (answer != SQLITE_DONE && answer != SQLITE_ROW) Fail();
 }
 
 int Engine::Change() {

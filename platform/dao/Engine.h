@@ -4,6 +4,7 @@
 
 #include "platform/dao/EngineConnection.h"
 #include "platform/dao/ResultRows.h"
+#include "platform/dao/Row.h"
 #include "platform/dao/Statement.h"
 #include "platform/dao/Storage.h"
 #include "platform/dao/VirtualTable.h"
@@ -18,7 +19,8 @@ class Engine {
   Engine(const Statement& statement, Storage& source, Storage& target);
 
   std::shared_ptr<const ResultRows> Select();
-  int Change();  // rows changed
+  void Visit(const RowVisit& visit);  // the rows of a SELECT
+  int Change();                       // rows changed
 
  private:
   void AddTables();
@@ -29,6 +31,8 @@ class Engine {
   QStringList InsertFields(const TableDef& table);
   QStringList NamesOfBody();
   SqliteStatement Prepared(const QString& sql);
+  template <class Work>
+  void ForEachRow(sqlite3_stmt* select, Work work);
   [[noreturn]] void Fail();
   static int Authorize(void* engine, int action, const char* first, const char* second, const char* database,
                        const char* trigger) noexcept;

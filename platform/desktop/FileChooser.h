@@ -60,7 +60,7 @@ class FileChooserScript {
   FileChooserScript& operator=(const FileChooserScript&) = delete;
 
   void Choose(const QString& path) { answers_.push_back(path); }
-  void Cancel() { answers_.push_back(QString()); }
+  void Cancel() { answers_.emplace_back(); }
   const std::vector<ShownFileChooser>& Shown() const { return shown_; }
 
   static FileChooserScript* Active();

@@ -13,6 +13,7 @@ namespace jet {
 
 /// Definition pages of the tables that every file has.
 constexpr std::uint32_t kObjectsTable = 2;  ///< MSysObjects, the catalogue itself
+constexpr std::uint32_t kAccessTable = 3;   ///< MSysACEs, who may do what
 
 /// One row of the catalogue.
 struct CatalogEntry {

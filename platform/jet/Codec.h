@@ -51,8 +51,5 @@ inline std::uint16_t U16(ByteView bytes, std::size_t at) {
 inline std::uint32_t U32(ByteView bytes, std::size_t at) {
   return LoadU32(Part(bytes, at, 4).data());
 }
-inline double F64(ByteView bytes, std::size_t at) {
-  return Load<double>(Part(bytes, at, 8).data());
-}
 
 }  // namespace jet

@@ -5,6 +5,7 @@
 
 #include "platform/jet/Damage.h"
 #include "platform/jet/Names.h"
+#include "platform/jet/NewDatabase.h"
 #include "platform/jet/SystemTables.h"
 #include "platform/jet/TableMaker.h"
 #include "platform/jet/Utf8.h"

@@ -1,23 +1,21 @@
-// A database from nothing: sixteen pages, as the original engine lays them.
-#include <cmath>
+#include "platform/jet/NewDatabase.h"
+
+#include <algorithm>
 #include <cstring>
 
 #include "platform/jet/Codec.h"
-#include "platform/jet/DataPage.h"
+#include "platform/jet/EngineRows.h"
+#include "platform/jet/EngineTables.h"
 #include "platform/jet/Header.h"
 #include "platform/jet/MapPage.h"
 #include "platform/jet/MapRow.h"
 #include "platform/jet/RowPage.h"
-#include "platform/jet/SystemTables.h"
 #include "platform/jet/TableDefBuilder.h"
 #include "platform/jet/TableMaker.h"
-#include "platform/jet/TableWriter.h"
 
 namespace jet {
 
 namespace {
-
-using Type = ColumnType;
 
 constexpr std::uint32_t kFirstPages = 14;  // what stands before the first rows
 constexpr std::uint32_t kMapsOfTables = 6;
@@ -25,73 +23,6 @@ constexpr std::uint32_t kFirstRoot = 7;
 constexpr std::uint16_t kMostBytes = 510;
 constexpr std::uint8_t kEngineFlag = 0x10;
 constexpr std::uint8_t kObfuscatedFlag = 0x20;
-
-struct EngineColumn {
-  const char16_t* name;
-  Type type;
-  bool obfuscated = false;
-};
-
-struct EngineIndex {
-  const char16_t* name;
-  std::vector<std::uint16_t> columns;
-  std::uint8_t flags;
-  bool primary = false;
-};
-
-struct EngineTable {
-  std::vector<EngineColumn> columns;  // by number
-  std::vector<EngineIndex> indexes;   // by number; roots follow each other
-  std::vector<std::size_t> byName;    // places in `indexes`
-};
-
-const EngineTable kObjects = {{{u"Id", Type::Long},
-                               {u"ParentId", Type::Long},
-                               {u"Name", Type::Text},
-                               {u"Type", Type::Integer},
-                               {u"DateCreate", Type::Date},
-                               {u"DateUpdate", Type::Date},
-                               {u"Owner", Type::Binary, true},
-                               {u"Flags", Type::Long},
-                               {u"Database", Type::Memo},
-                               {u"Connect", Type::Memo},
-                               {u"ForeignName", Type::Text},
-                               {u"RmtInfoShort", Type::Binary},
-                               {u"RmtInfoLong", Type::Ole},
-                               {u"Lv", Type::Ole},
-                               {u"LvProp", Type::Ole},
-                               {u"LvModule", Type::Ole},
-                               {u"LvExtra", Type::Ole}},
-                              {{u"ParentIdName", {1, 2}, 0x81}, {u"Id", {0}, 0x81, true}},
-                              {1, 0}};
-
-const EngineTable kAccess = {
-    {{u"ObjectId", Type::Long}, {u"SID", Type::Binary, true}, {u"ACM", Type::Long}, {u"FInheritable", Type::Boolean}},
-    {{u"ObjectId", {0}, 0x88}},
-    {0}};
-
-const EngineTable kQueries = {{{u"ObjectId", Type::Long},
-                               {u"Attribute", Type::Byte},
-                               {u"Order", Type::Binary},
-                               {u"Name1", Type::Text},
-                               {u"Name2", Type::Text},
-                               {u"Expression", Type::Memo},
-                               {u"Flag", Type::Integer},
-                               {u"LvExtra", Type::Long}},
-                              {{u"ObjectIdAttribute", {0, 1, 2}, 0x81, true}},
-                              {0}};
-
-const EngineTable kRelationships = {
-    {{u"szRelationship", Type::Text},
-     {u"grbit", Type::Long},
-     {u"ccolumn", Type::Long},
-     {u"icolumn", Type::Long},
-     {u"szObject", Type::Text},
-     {u"szColumn", Type::Text},
-     {u"szReferencedObject", Type::Text},
-     {u"szReferencedColumn", Type::Text}},
-    {{u"szRelationship", {0}, 0x82}, {u"szObject", {4}, 0x82}, {u"szReferencedObject", {6}, 0x82}},
-    {1, 2, 0}};
 
 /// Nothing at all, for a Transaction that makes a whole file.
 class NoPages final : public PageSource {
@@ -102,20 +33,17 @@ class NoPages final : public PageSource {
 
 class Builder {
  public:
-  explicit Builder(double now) : now_(now), pages_(nothing_), space_(pages_), maps_(pages_, space_, kMapsOfTables) {}
+  Builder() : pages_(nothing_), space_(pages_), maps_(pages_, space_, kMapsOfTables) {}
 
-  Bytes Build() {
+  Bytes Build(double now) {
     for (std::uint32_t page = 0; page < kFirstPages; ++page)
       pages_.Append();
     MakeHeader();
     MakeGlobalMap();
     RowPage::Format(pages_, kMapsOfTables, kUsageMapOwner);
-    const std::pair<std::uint32_t, const EngineTable*> tables[] = {
-        {2, &kObjects}, {3, &kAccess}, {4, &kQueries}, {5, &kRelationships}};
-    for (const auto& [page, table] : tables)
-      MakeTable(page, *table);
-    MakeObjects();
-    MakePermissions();
+    for (const EngineTable& table : EngineTables())
+      MakeTable(table);
+    AddEngineRows(pages_, now);
     Bytes file;
     for (std::uint32_t number = 0; number < pages_.PageCount(); ++number) {
       const PageRef page = pages_.Read(number);
@@ -127,14 +55,10 @@ class Builder {
  private:
   void MakeHeader();
   void MakeGlobalMap();
-  void MakeTable(std::uint32_t page, const EngineTable& table);
+  void MakeTable(const EngineTable& table);
   ColumnDef MakeColumn(const EngineColumn& column, std::uint16_t number, TableDef& def, std::uint16_t& fixedBytes);
   void MakeIndexes(const EngineTable& table, TableDef& def);
-  void MakeObjects();
-  void MakePermissions();
-  TableWriter Writer(std::uint32_t page);
 
-  double now_;
   NoPages nothing_;
   Transaction pages_;
   PageSpace space_;
@@ -185,7 +109,7 @@ ColumnDef Builder::MakeColumn(const EngineColumn& column, std::uint16_t number, 
   ColumnDefinition definition;
   definition.name = column.name;
   definition.type = column.type;
-  definition.size = column.type == Type::Text ? kMostBytes / 2 : kMostBytes;
+  definition.size = column.type == ColumnType::Text ? kMostBytes / 2 : kMostBytes;
   ColumnDef made = LayColumn(definition, number, def.variableColumns, fixedBytes);
   made.display = 0;
   made.extraFlags = 0;
@@ -217,9 +141,9 @@ void Builder::MakeIndexes(const EngineTable& table, TableDef& def) {
   }
 }
 
-void Builder::MakeTable(std::uint32_t page, const EngineTable& table) {
+void Builder::MakeTable(const EngineTable& table) {
   TableDef def;
-  def.page = page;
+  def.page = table.page;
   def.system = true;
   def.ownedMap = maps_.Add();
   def.freeMap = maps_.Add();
@@ -237,84 +161,13 @@ void Builder::MakeTable(std::uint32_t page, const EngineTable& table) {
     }
   }
   MakeIndexes(table, def);
-  WriteTableDef(pages_, space_, page, BuildTableDef(def, BlockOrder::ByName));
-}
-
-TableWriter Builder::Writer(std::uint32_t page) {
-  TableDef def = ReadTableDef(pages_, page);
-  TableDefinition definition = Describe(u"", def, {});
-  return TableWriter(pages_, std::move(def), std::move(definition));
-}
-
-void Builder::MakeObjects() {
-  struct Object {
-    std::int64_t id;
-    std::int64_t parent;
-    const char16_t* name;
-    std::int64_t type;
-    bool ownedByAdmin = false;
-  };
-  constexpr Object kRows[] = {{0x0F000001, 0x0F000000, u"Tables", 3},
-                              {0x0F000002, 0x0F000000, u"Databases", 3},
-                              {0x0F000003, 0x0F000000, u"Relationships", 3},
-                              {0x10000000, 0x0F000002, u"MSysDb", 2, true},
-                              {2, 0x0F000001, u"MSysObjects", 1},
-                              {3, 0x0F000001, u"MSysACEs", 1},
-                              {4, 0x0F000001, u"MSysQueries", 1},
-                              {5, 0x0F000001, u"MSysRelationships", 1}};
-  constexpr std::int64_t kSystemObject = INT32_MIN;
-  TableWriter writer = Writer(2);
-  for (const Object& object : kRows) {
-    const Bytes owner = object.ownedByAdmin ? NewDatabaseSids().admin : NewDatabaseSids().engine;
-    // In the order of the column numbers, as the definition lists what has no display positions.
-    std::vector<Value> row(kObjects.columns.size());
-    const std::vector<Value> first = {object.id, object.parent, std::u16string(object.name), object.type, now_, now_,
-                                      owner,     kSystemObject};
-    std::copy(first.begin(), first.end(), row.begin());
-    writer.Insert(row);
-  }
-}
-
-void Builder::MakePermissions() {
-  struct Permission {
-    std::int64_t object;
-    const Bytes& sid;
-    std::int64_t rights;
-    bool inheritable;
-  };
-  const Sids& sids = NewDatabaseSids();
-  const Permission rows[] = {{2, sids.admin, 0x60000, false},
-                             {3, sids.admin, 0x60000, false},
-                             {4, sids.admin, 0x60000, false},
-                             {5, sids.admin, 0xE0000, false},
-                             {0x0F000001, sids.creator, 0xF00FE, true},
-                             {0x0F000001, sids.admin, 0x60001, false},
-                             {0x0F000003, sids.creator, 0xF00FE, true},
-                             {0x0F000003, sids.admin, 0x60001, false},
-                             {0x0F000002, sids.admin, 0x60000, false},
-                             {0x10000000, sids.admin, 0x6000E, false},
-                             {0x10000000, sids.users, 0xE, false},
-                             {4, sids.users, 0x14, false},
-                             {5, sids.users, 0x14, false},
-                             {2, sids.users, 0x14, false},
-                             {0x0F000001, sids.users, 0xFFEFF, true},
-                             {0x0F000003, sids.users, 0xFFFFF, true}};
-  TableWriter writer = Writer(3);
-  for (const Permission& permission : rows) {
-    std::vector<Value> row = {permission.object, permission.sid, permission.rights, permission.inheritable};
-    writer.Insert(row);
-  }
+  WriteTableDef(pages_, space_, table.page, BuildTableDef(def, BlockOrder::ByName));
 }
 
 }  // namespace
 
-const Sids& NewDatabaseSids() {
-  static const Sids sids = {{0x65, 0x89}, {0x64, 0x8B}, {0x65, 0x8E}, {0x65, 0x8B}};
-  return sids;
-}
-
 Bytes NewDatabase(double now) {
-  return Builder(now).Build();
+  return Builder().Build(now);
 }
 
 }  // namespace jet

@@ -2,82 +2,29 @@
 
 #include <algorithm>
 #include <list>
-#include <mutex>
-#include <thread>
+#include <optional>
 #include <vector>
 
 #include "platform/jet/Codec.h"
 #include "platform/jet/Error.h"
+#include "platform/jet/OverlaidPages.h"
+#include "platform/jet/StorageRegistry.h"
 
 namespace jet {
+
 namespace {
 
 constexpr std::uint16_t kFirstCommitCount = 0x0100;  // a word below is said to mean a crash
 
 }  // namespace
 
-/// The pages before a change that was not finished, laid over a file that cannot be written.
-class Storage::OverlaidPages final : public PageSource {
- public:
-  OverlaidPages(Pages& pages, Journal::Overlay overlay) : pages_(pages), overlay_(std::move(overlay)) {
-    for (auto& [number, page] : overlay_.pages) {
-      auto decoded = std::make_shared<PageBytes>(*page);
-      pages_.ApplyEncoding(number, *decoded);
-      page = std::move(decoded);
-    }
-  }
-  std::uint32_t PageCount() override { return static_cast<std::uint32_t>(overlay_.length / kPageSize); }
-  PageRef Read(std::uint32_t number) override {
-    const auto found = overlay_.pages.find(number);
-    return found != overlay_.pages.end() ? found->second : pages_.Read(number);
-  }
-
- private:
-  Pages& pages_;
-  Journal::Overlay overlay_;
-};
-
-namespace {
-
-/// Which Stores this process has. A Storage belongs to one thread.
-class Registry {
- public:
-  using Maker = std::function<std::shared_ptr<Storage>()>;
-
-  std::shared_ptr<Storage> Find(FileSystem& files, FileIdentity identity, bool readOnly, const Maker& make,
-                                const std::function<FileIdentity(const Storage&)>& identityOf) {
-    const std::lock_guard guard(mutex_);
-    std::erase_if(entries_, [](const Entry& entry) { return entry.store.expired(); });
-    for (const Entry& entry : entries_) {
-      const auto store = entry.store.lock();
-      if (store == nullptr || entry.files != &files || entry.thread != std::this_thread::get_id()) continue;
-      if (entry.readOnly == readOnly && identityOf(*store) == identity) return store;
-    }
-    auto store = make();
-    entries_.push_back({&files, std::this_thread::get_id(), readOnly, store});
-    return store;
-  }
-
- private:
-  struct Entry {
-    FileSystem* files;
-    std::thread::id thread;
-    bool readOnly;
-    std::weak_ptr<Storage> store;
-  };
-  std::mutex mutex_;
-  std::vector<Entry> entries_;
-};
-
-}  // namespace
-
 std::shared_ptr<Storage> Storage::Open(const std::filesystem::path& path, const StorageOptions& options,
                                        FileSystem& files) {
-  static Registry registry;
+  static StorageRegistry registry;
   const auto identity = files.Identity(path);
   const auto make = [&] { return std::make_shared<Storage>(path, options, files); };
   if (!identity) return make();  // says what is wrong
-  return registry.Find(files, *identity, options.readOnly, make, [](const Storage& store) { return store.identity_; });
+  return registry.Find(files, *identity, options.readOnly, make);
 }
 
 Storage::Storage(const std::filesystem::path& path, const StorageOptions& options, FileSystem& files)

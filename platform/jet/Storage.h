@@ -13,6 +13,8 @@
 
 namespace jet {
 
+class OverlaidPages;
+
 struct StorageOptions {
   std::size_t cachedPages = 2048;  ///< most pages kept in memory, 4096 bytes each
   bool readOnly = false;           ///< never write a byte, whatever the permissions are
@@ -38,6 +40,8 @@ class Storage {
 
   const std::string& Name() const { return name_; }
   bool IsReadOnly() const { return readOnly_; }
+  /// Which file is open: another one once somebody put a file in its place and it was looked at again.
+  const FileIdentity& Identity() const { return identity_; }
   const Header& DatabaseHeader() const { return pages_->DatabaseHeader(); }
   /// Bytes in the file when it was last looked at.
   std::uint64_t FileSize() const { return lastSize_; }
@@ -58,8 +62,6 @@ class Storage {
   void Rollback() noexcept;
 
  private:
-  class OverlaidPages;
-
   /// Stays the same while what stands behind it changes.
   class CurrentPages final : public PageSource {
    public:

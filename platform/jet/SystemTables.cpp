@@ -5,6 +5,7 @@
 
 #include "platform/jet/Catalog.h"
 #include "platform/jet/Damage.h"
+#include "platform/jet/EngineRows.h"
 #include "platform/jet/TableCursor.h"
 #include "platform/jet/TableWriter.h"
 
@@ -12,7 +13,6 @@ namespace jet {
 
 namespace {
 
-constexpr std::uint32_t kAccessTable = 3;  // MSysACEs
 constexpr std::int64_t kTablesContainer = 0x0F000001;
 constexpr std::int64_t kMSysDb = 0x10000000;
 constexpr std::int64_t kAllOfATable = 0xFFEFF;

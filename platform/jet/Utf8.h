@@ -1,4 +1,4 @@
-/// Conversion between the file's UTF-16 and UTF-8, for messages and for programs that print.
+/// The file's UTF-16 as UTF-8, for messages and for programs that print.
 #pragma once
 
 #include <string>
@@ -10,7 +10,5 @@ namespace jet {
 std::string ToUtf8(std::u16string_view text);
 /// The same behind what is in `out` already.
 void AppendUtf8(std::string& out, std::u16string_view text);
-/// A malformed sequence becomes U+FFFD.
-std::u16string FromUtf8(std::string_view text);
 
 }  // namespace jet

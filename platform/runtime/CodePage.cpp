@@ -1,5 +1,6 @@
 #include "platform/runtime/CodePage.h"
 
+#include <algorithm>
 #include <array>
 
 namespace runtime {
@@ -22,7 +23,7 @@ int ByteOf(char16_t c) {
 
 // Whether every code unit is a byte of the same value: nearly every text. Without an early end, so that the compiler
 // looks at many at a time.
-bool IsOwnBytes(const QString& text) {
+bool IsOwnBytes(QStringView text) {
   bool other = false;
   for (const QChar c : text)
     other |= c.unicode() > 0xFF || (c.unicode() & 0xE0) == 0x80;
@@ -40,24 +41,29 @@ QString FromCodePage(const QByteArray& bytes) {
   return text;
 }
 
-QByteArray ToCodePage(const QString& text) {
-  if (IsOwnBytes(text)) return text.toLatin1();
-  QByteArray bytes;
-  bytes.reserve(text.size());
+bool AppendCodePage(QStringView text, QByteArray& bytes) {
+  if (IsOwnBytes(text)) {
+    const qsizetype before = bytes.size();
+    bytes.resize(before + text.size());
+    std::transform(text.begin(), text.end(), bytes.begin() + before,
+                   [](QChar c) { return static_cast<char>(c.unicode()); });
+    return true;
+  }
+  bool fits = true;
   for (qsizetype i = 0; i < text.size(); ++i) {
     const int byte = ByteOf(text[i].unicode());
     bytes.append(byte < 0 ? '?' : static_cast<char>(byte));
-    if (byte < 0 && text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate()) ++i;
+    if (byte >= 0) continue;
+    fits = false;
+    if (text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate()) ++i;
   }
-  return bytes;
+  return fits;
 }
 
-bool FitsCodePage(const QString& text) {
-  if (IsOwnBytes(text)) return true;
-  for (const QChar c : text) {
-    if (ByteOf(c.unicode()) < 0) return false;
-  }
-  return true;
+QByteArray ToCodePage(const QString& text) {
+  QByteArray bytes;
+  AppendCodePage(text, bytes);
+  return bytes;
 }
 
 }  // namespace runtime

@@ -10,6 +10,7 @@ QString FromCodePage(const QByteArray& bytes);
 
 // What does not fit becomes "?".
 QByteArray ToCodePage(const QString& text);
-bool FitsCodePage(const QString& text);
+// The same behind what is there already; answers whether all of it fits.
+bool AppendCodePage(QStringView text, QByteArray& bytes);
 
 }  // namespace runtime

@@ -57,14 +57,18 @@ Whole Checked(qint64 value) {
 
 }  // namespace
 
-QString TrimBlanks(const QString& text) {
+QStringView TrimBlanks(QStringView text) {
   qsizetype first = 0;
   qsizetype last = text.size();
   while (first < last && text[first] == u' ')
     ++first;
   while (last > first && text[last - 1] == u' ')
     --last;
-  return text.mid(first, last - first);
+  return text.sliced(first, last - first);
+}
+
+QString TrimBlanks(const QString& text) {
+  return TrimBlanks(QStringView(text)).toString();
 }
 
 bool IsNumeric(const QString& text) {

@@ -6,6 +6,7 @@ namespace runtime {
 
 // Removes blanks (character 32 and no other) at both ends.
 QString TrimBlanks(const QString& text);
+QStringView TrimBlanks(QStringView text);  // part of `text`
 
 // Numeric text: optional blanks around, an optional sign, digits, at most one decimal comma or point. No exponent, no
 // hexadecimal, no thousands mark: a comma or point followed by exactly three digits makes the text not numeric.

@@ -76,17 +76,36 @@ int BoundedLook(const QString& path, const QString& root, std::chrono::milliseco
   return ETIMEDOUT;
 }
 
+// What a look's errno says of the path itself.
+Presence Meaning(int result) {
+  switch (result) {
+    case 0:
+      return Presence::There;
+    case ENOENT:
+    case ENOTDIR:
+      return Presence::NotThere;
+    case EACCES:
+    case EPERM:
+      return Presence::Denied;
+    default:
+      return Presence::NotReachable;
+  }
+}
+
+// The same of a drive's own folder: while it is not there, the drive is away.
+Presence MeaningOfRoot(int result) {
+  const Presence presence = Meaning(result);
+  return presence == Presence::NotThere ? Presence::NotReachable : presence;
+}
+
 Presence ProbeHost(const QString& path, const QString& root, std::chrono::milliseconds wait) {
-  const int result = BoundedLook(path, root, wait);
-  if (result == 0) return Presence::There;
-  if (result != ENOENT && result != ENOTDIR) return Presence::NotReachable;
+  const Presence first = Meaning(BoundedLook(path, root, wait));
+  if (first != Presence::NotThere || root == u"/"_s) return first;
   // Nothing there: is that because the drive itself is away?
-  if (root == u"/"_s) return Presence::NotThere;
-  if (BoundedLook(root, root, wait) != 0) return Presence::NotReachable;
+  const Presence drive = MeaningOfRoot(BoundedLook(root, root, wait));
+  if (drive != Presence::There) return drive;
   // It may have come back between the two looks.
-  const int again = BoundedLook(path, root, wait);
-  if (again == 0) return Presence::There;
-  return again == ENOENT || again == ENOTDIR ? Presence::NotThere : Presence::NotReachable;
+  return Meaning(BoundedLook(path, root, wait));
 }
 
 using SteadyClock = ProbeLookScope::SteadyClock;
@@ -141,23 +160,31 @@ Presence Probe(const QString& pathText, std::chrono::milliseconds wait) {
   try {
     // The mapping's folder first: matching names by letter case reads folders, which may hang.
     const QString root = HostRoot(pathText);
-    if (root != u"/"_s && BoundedLook(root, root, wait) != 0) return Presence::NotReachable;
+    const Presence drive = root == u"/"_s ? Presence::There : MeaningOfRoot(BoundedLook(root, root, wait));
+    if (drive != Presence::There) return drive;
     return ProbeHost(HostPath(pathText), root, wait);
   } catch (const Error&) {
     return Presence::NotReachable;
   }
 }
 
-void RequireThere(const QString& pathText) {
-  const Presence presence = IsStillThere(pathText) ? Presence::There : Probe(pathText);
-  switch (presence) {
+bool IsThere(const QString& pathText) {
+  switch (Probe(pathText)) {
     case Presence::There:
-      return NoteSeen(pathText);
+      return true;
     case Presence::NotThere:
-      throw Error(u"'%1' bestaat niet."_s.arg(pathText));
+      return false;
+    case Presence::Denied:
+      throw Error(u"'%1' is niet toegankelijk: toegang geweigerd."_s.arg(pathText));
     case Presence::NotReachable:
-      throw Error(u"'%1' is niet bereikbaar: de schijf of netwerkmap antwoordt niet."_s.arg(pathText));
+      break;
   }
+  throw Error(u"'%1' is niet bereikbaar: de schijf of netwerkmap antwoordt niet."_s.arg(pathText));
+}
+
+void RequireThere(const QString& pathText) {
+  if (!IsStillThere(pathText) && !IsThere(pathText)) throw Error(u"'%1' bestaat niet."_s.arg(pathText));
+  NoteSeen(pathText);
 }
 
 ProbeLookScope::ProbeLookScope(std::function<int(const QString&)> look, SteadyClock clock) {

@@ -18,23 +18,27 @@ using namespace Qt::StringLiterals;
 
 namespace runtime {
 
-StagedFile::StagedFile(const QString& pathText, const QByteArray& content)
-    : pathText_(pathText), path_(HostPath(pathText)) {
+StagedFile::StagedFile(const QString& pathText) : pathText_(pathText), path_(HostPath(pathText)) {
   if (QFileInfo(path_).isDir()) Fail(EISDIR);
   // A new file in its place would not ask; who took the right to write away meant the name.
   if (::access(QFile::encodeName(path_).constData(), W_OK) != 0 && errno != ENOENT) Fail(errno);
   const QString ending = u'.' + QUuid::createUuid().toString(QUuid::Id128).left(8) + u".tmp"_s;
   temporaryText_ = pathText + ending;
   temporary_ = path_ + ending;
-  const Descriptor file(temporary_, O_WRONLY | O_CREAT | O_EXCL);
-  if (file.Failure() != 0) Fail(file.Failure());
+  file_ = std::make_unique<Descriptor>(temporary_, O_WRONLY | O_CREAT | O_EXCL);
+  if (file_->Failure() != 0) Fail(file_->Failure());
+  removes_ = true;
   struct stat old {};
-  if (::stat(QFile::encodeName(path_).constData(), &old) == 0) ::fchmod(file.Get(), old.st_mode & 07777);
-  int failure = file.Write(content);
-  if (failure == 0) failure = file.Sync();
-  if (failure == 0) return;
-  RemoveFile(temporary_);
-  Fail(failure);
+  if (::stat(QFile::encodeName(path_).constData(), &old) == 0) ::fchmod(file_->Get(), old.st_mode & 07777);
+}
+
+void StagedFile::Write(const QByteArray& piece) const {
+  if (const int failure = file_->Write(piece)) Fail(failure);
+}
+
+void StagedFile::Complete() {
+  if (const int failure = file_->Sync()) Fail(failure);
+  file_.reset();
 }
 
 // What cannot be removed is left behind under its temporary name: the reason why it was not placed is what counts.

@@ -2,18 +2,26 @@
 #include <QByteArray>
 #include <QString>
 
+#include <memory>
+
 namespace runtime {
 
-// A file in the making. Its content stands, written and synced, under a temporary name in the same folder until Place
-// gives it its own. Going without Place removes the temporary file. Paths are path texts; every Error names the file
-// that was to be.
+class Descriptor;
+
+// A file in the making. Its content is written piece by piece under a temporary name in the same folder; Complete, and
+// then Place, give it its own. Going without Place removes the temporary file. Paths are path texts; every Error names
+// the file that was to be.
 class StagedFile {
  public:
-  StagedFile(const QString& pathText, const QByteArray& content);
+  explicit StagedFile(const QString& pathText);
   ~StagedFile();
   StagedFile(const StagedFile&) = delete;
   StagedFile& operator=(const StagedFile&) = delete;
 
+  // Puts a piece behind what was written before.
+  void Write(const QByteArray& piece) const;
+  // Returns when the content is on the disk; nothing is written after that.
+  void Complete();
   // The temporary name: the file's own with ".xxxxxxxx.tmp" behind it.
   const QString& TemporaryPath() const { return temporaryText_; }
   // Returns when the temporary name will survive a power cut.
@@ -31,7 +39,8 @@ class StagedFile {
   QString temporaryText_;
   QString path_;
   QString temporary_;
-  bool removes_ = true;
+  std::unique_ptr<Descriptor> file_;
+  bool removes_ = false;
 };
 
 }  // namespace runtime

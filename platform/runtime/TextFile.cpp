@@ -45,7 +45,9 @@ QByteArray ReadFile(const QString& pathText, qint64 limit) {
 }
 
 void WriteFile(const QString& pathText, const QByteArray& content) {
-  StagedFile file(pathText, content);
+  StagedFile file(pathText);
+  file.Write(content);
+  file.Complete();
   file.Place();
 }
 

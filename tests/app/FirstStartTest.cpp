@@ -7,6 +7,7 @@
 #include "platform/controls/ComboBox.h"
 #include "platform/desktop/MessageBox.h"
 #include "platform/runtime/HostPath.h"
+#include "platform/runtime/Probe.h"
 #include "tests/support/Child.h"
 #include "tests/support/ModalDriver.h"
 
@@ -19,6 +20,8 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTemporaryDir>
+
+#include <cerrno>
 
 using namespace Qt::StringLiterals;
 using desktop::MessageBoxScript;
@@ -107,6 +110,14 @@ TEST_F(FirstStart, MakesADemonstrationStation) {
   const std::unique_ptr<frmMain> main = Start();
   EXPECT_EQ(main->windowTitle(), u"Spotrooster Radio Demo"_s);
   EXPECT_GT(GetNewID(u"tblItemSpots"_s, u"ID"_s, global.serverDatabasePath), 1);
+}
+
+TEST_F(FirstStart, AFolderThatCannotBeLookedIntoIsNoFirstStart) {
+  for (const int failure : {EACCES, EIO}) {
+    const runtime::ProbeLookScope hindered([failure](const QString&) { return failure; });
+    EXPECT_FALSE(IsFirstStart());
+  }
+  EXPECT_TRUE(IsFirstStart());
 }
 
 TEST_F(FirstStart, AFolderWithSettingsOrADatabaseIsNoFirstStart) {

@@ -45,6 +45,43 @@ TEST_F(MainTest, Station3HasItsNumberInTheFileNamesAndKeepsTheFlagWithItsError) 
   EXPECT_EQ(Panel(main, u"pnlRadio"_s), u"Radio Zee (zender 3)"_s);
 }
 
+TEST_F(MainTest, TheCaptionStandsBeforeTheModeIsRead) {
+  dao::OpenDatabase(global.programFolder + u"\\data\\OvalistoLocal.mdb"_s).Execute(u"DELETE FROM cdeInstellingen"_s);
+  dao::OpenDatabase(global.programFolder + u"\\data\\OvalistoLocal.mdb"_s)
+      .Execute(u"INSERT INTO cdeInstellingen (InitCode, InitValue) VALUES (\"OnlineYn\", \"99999999999\")"_s);
+  frmMain main;
+  QString caption;
+  ModalDriver driver;
+  driver.OnNext(u"messageBox"_s, [&](QDialog& box) {
+    caption = main.windowTitle();
+    EXPECT_EQ(box.windowTitle(), u"SetOnlineYn"_s);
+    box.close();
+  });
+  Load(main, u"Radio Proef"_s);
+  EXPECT_EQ(caption, u"Spotrooster Radio Proef"_s);
+}
+
+TEST_F(MainTest, TheStationSelectionIsOwnedAndFindsSettingsAndPathsWithoutANumber) {
+  frmMain main;
+  QWidget* owner = nullptr;
+  QStringList paths;
+  QString exportPath;
+  ModalDriver driver;
+  driver.OnNext(u"frmRadioDetail"_s, [&](QDialog& window) {
+    owner = window.parentWidget();
+    paths = {global.localDatabasePath, global.serverDatabasePath, global.workDatabasePath};
+    exportPath = global.exportPath;
+    EXPECT_TRUE(window.isModal());
+    window.close();
+  });
+  main.Form_Load();
+  EXPECT_EQ(owner, &main);
+  EXPECT_FALSE(exportPath.isEmpty());
+  EXPECT_EQ(paths, (QStringList{global.programFolder + u"\\data\\OvalistoLocal.mdb"_s,
+                                global.databasePath + u"\\OvalistoServer.mdb"_s,
+                                global.programFolder + u"\\data\\work.mdb"_s}));
+}
+
 TEST_F(MainTest, ClosingTheStationSelectionLeavesNumberZero) {
   frmMain main;
   Load(main, {});
@@ -94,14 +131,17 @@ TEST_F(MainTest, AWrongSettingsFileOrDatabaseIsToldAndTheWindowStillOpens) {
 TEST_F(MainTest, TheStartProcedureShowsTheSplashUntilTheWindowIsLoaded) {
   ModalDriver driver;
   bool splashSeen = false;
+  bool mainSeen = false;
   driver.OnNext(u"frmRadioDetail"_s, [&](QDialog& window) {
     for (const QWidget* other : QApplication::topLevelWidgets()) {
       splashSeen = splashSeen || (other->objectName() == u"frmSplash"_s && other->isVisible());
+      mainSeen = mainSeen || (other->objectName() == u"frmMain"_s && other->isVisible());
     }
     window.close();
   });
   const std::unique_ptr<frmMain> main = Start();
   EXPECT_TRUE(splashSeen);
+  EXPECT_FALSE(mainSeen);
   EXPECT_TRUE(main->isVisible());
   for (const QWidget* other : QApplication::topLevelWidgets())
     EXPECT_NE(other->objectName(), u"frmSplash"_s);

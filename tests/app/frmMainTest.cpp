@@ -7,6 +7,7 @@
 #include "platform/controls/ComboBox.h"
 #include "platform/controls/LedPanel.h"
 #include "platform/runtime/Clock.h"
+#include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
 #include "tests/app/MainTest.h"
 #include "tests/support/Child.h"
@@ -69,6 +70,30 @@ TEST_F(MainTest, AButtonWithAnyOtherKeyDoesNothing) {
   EXPECT_TRUE(opened_.isEmpty());
   EXPECT_TRUE(boxes.Shown().empty());
   EXPECT_TRUE(main.isVisible());
+}
+
+TEST_F(MainTest, AScreenThatFailsIsReportedUnderTheToolbarsProcedure) {
+  frmMain main;
+  Load(main, u"Radio Proef"_s);
+  whenOpened_ = [] { throw runtime::Error(u"Het scherm wil niet."_s); };
+  const MessageBoxScript boxes;
+  PressTool(main, u"actItems"_s);
+  ASSERT_EQ(boxes.Shown().size(), 1u);
+  EXPECT_EQ(boxes.Last().title, u"tlbMain_ButtonClick"_s);
+  EXPECT_EQ(boxes.Last().text, u"Het scherm wil niet."_s);
+  EXPECT_EQ(boxes.Last().style, 16);
+  EXPECT_TRUE(main.isVisible());
+}
+
+TEST_F(MainTest, AfsluitenEndsTheProgram) {
+  frmMain main;
+  Load(main, u"Radio Proef"_s);
+  QMetaObject::invokeMethod(
+      &main, [&] { PressTool(main, u"actAfsluiten"_s); }, Qt::QueuedConnection);
+  QApplication::setQuitOnLastWindowClosed(true);  // as in the program; the tests' own windows come and go
+  EXPECT_EQ(QApplication::exec(), 0);
+  QApplication::setQuitOnLastWindowClosed(false);
+  EXPECT_FALSE(main.isVisible());
 }
 
 TEST_F(MainTest, AfsluitenClosesWithoutAQuestion) {

@@ -19,6 +19,11 @@ TEST(GetNewID, IsOneForAnEmptyTableAndTheHighestPlusOneOtherwise) {
   EXPECT_EQ(GetNewID(u"tblItems"_s, u"ID"_s, global.serverDatabasePath), 42);
 }
 
+TEST(GetNewID, AHighestKeyThatIsNoNumberCountsAsNone) {
+  const Station station;
+  EXPECT_EQ(GetNewID(u"cdeLicenties"_s, u"RadioNaam"_s, global.localDatabasePath), 1);
+}
+
 TEST(GetNewID, ReportsAnErrorUnderItsNameAndGivesZero) {
   const Station station;
   const desktop::MessageBoxScript boxes;
@@ -98,6 +103,44 @@ TEST(SetOnlineYn, ANonNumericValueOrNoRowLeavesTheSystemOnline) {
   EXPECT_TRUE(global.online);
 }
 
+TEST(SetOnlineYn, AnyNumberButZeroIsOnlineAndOneTooLargeIsReportedAndStaysOnline) {
+  const Station station(Station::Mode::Offline);
+  for (const auto& [value, online] : QList<std::pair<QString, bool>>{
+           {u"5"_s, true}, {u" 0 "_s, false}, {u"-1"_s, true}, {u"0,2"_s, false}, {u"1"_s, true}}) {
+    station.OnLocal(u"UPDATE cdeInstellingen SET InitValue = \"%1\""_s.arg(value));
+    SetOnlineYn();
+    EXPECT_EQ(global.online, online) << value.toStdString();
+  }
+  global.online = false;
+  station.OnLocal(u"UPDATE cdeInstellingen SET InitValue = \"99999999999\""_s);
+  const desktop::MessageBoxScript boxes;
+  SetOnlineYn();
+  EXPECT_TRUE(global.online);
+  ASSERT_EQ(boxes.Shown().size(), 1U);
+  EXPECT_EQ(boxes.Last().title, u"SetOnlineYn"_s);
+}
+
+TEST(SetOnlineYn, AStationNumberBelowOneReadsTheRow) {
+  const Station station;
+  station.OnLocal(u"UPDATE cdeInstellingen SET InitValue = \"0\""_s);
+  global.stationNumber = -2;
+  const desktop::MessageBoxScript boxes;
+  SetOnlineYn();
+  EXPECT_FALSE(global.online);
+  EXPECT_TRUE(boxes.Shown().empty());
+}
+
+TEST(SetOnlineYn, AFileThatWillNotOpenLeavesTheFlag) {
+  Station station(Station::Mode::Offline);
+  QFile::remove(station.Folder() + u"/data/OvalistoLocal.mdb");
+  const desktop::MessageBoxScript boxes;
+  SetOnlineYn();
+  EXPECT_FALSE(global.online);
+  station.Use(Station::Mode::Online);
+  SetOnlineYn();
+  EXPECT_TRUE(global.online);
+}
+
 TEST(SetOnlineYn, AStationNumberMakesItFailAndLeavesTheFlag) {
   Station station(Station::Mode::Offline);
   global.stationNumber = 3;
@@ -128,6 +171,16 @@ TEST(SetRadioNaam, AStationWithoutARowLeavesTheNameEmpty) {
   EXPECT_EQ(global.stationName, u""_s);
 }
 
+TEST(SetRadioNaam, ANameOfBlanksOrNoneLeavesItEmpty) {
+  const Station station;
+  for (const QString& value : {u"\"   \""_s, u"NULL"_s}) {
+    global.stationName = u"oud"_s;
+    station.OnLocal(u"UPDATE cdeLicenties SET RadioNaam = "_s + value);
+    SetRadioNaam();
+    EXPECT_EQ(global.stationName, u""_s) << value.toStdString();
+  }
+}
+
 TEST(SetRadioNaam, AFileThatWillNotOpenLeavesTheNameAsItWas) {
   const Station station;
   global.stationName = u"oud"_s;
@@ -147,6 +200,20 @@ TEST(UpdateOnlineYn, IsWrittenToTheLocalDatabaseAndNeverLogged) {
   EXPECT_TRUE(station.Log().isEmpty());
 }
 
+TEST(Lookups, EachReportsUnderItsOwnNameAndGivesItsDefault) {
+  const Station station;
+  const QString weg = global.programFolder + u"\\weg.mdb"_s;
+  global.localDatabasePath = weg;
+  const desktop::MessageBoxScript boxes;
+  EXPECT_EQ(GetItemNaam(1, weg, u"tblItems"_s), u""_s);
+  EXPECT_EQ(boxes.Last().title, u"GetItemNaam"_s);
+  EXPECT_EQ(GetItemSpotID_Naam(1, weg, u"tblItemSpots"_s), u""_s);
+  EXPECT_EQ(boxes.Last().title, u"GetItemSpotID_Naam"_s);
+  EXPECT_FALSE(Update_cdeInstellingen_OnlineYn(-1));
+  EXPECT_EQ(boxes.Last().title, u"Update_cdeInstellingen_OnlineYn"_s);
+  EXPECT_EQ(boxes.Shown().size(), 3U);
+}
+
 TEST(DatabasePaths, CarryTheStationNumberUnlessItIsZero) {
   global = Globals();
   global.programFolder = u"C:\\Spotrooster"_s;
@@ -159,5 +226,8 @@ TEST(DatabasePaths, CarryTheStationNumberUnlessItIsZero) {
   FormDatabasePaths();
   EXPECT_EQ(global.localDatabasePath, u"C:\\Spotrooster\\data\\OvalistoLocal3.mdb"_s);
   EXPECT_EQ(global.serverDatabasePath, u"\\\\server\\data\\OvalistoServer3.mdb"_s);
+  global.stationNumber = -2;
+  FormDatabasePaths();
+  EXPECT_EQ(global.localDatabasePath, u"C:\\Spotrooster\\data\\OvalistoLocal-2.mdb"_s);
   global = Globals();
 }

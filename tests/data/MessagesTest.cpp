@@ -1,6 +1,7 @@
 #include "data/Globals.h"
 #include "data/MessageTexts.h"
 #include "data/Messages.h"
+#include "platform/dao/Database.h"
 #include "tests/support/Station.h"
 
 #include <gtest/gtest.h>
@@ -51,6 +52,30 @@ TEST(Messages, ANumberWithoutARowGivesTheFallbackWithThreeButtons) {
             u"De applicatie kan de foutmelding 9999 niet laten zien. Kontakteer de software-beheerder."_s);
   EXPECT_EQ(boxes.Last().style, 35);
   EXPECT_EQ(boxes.Last().buttons, (QStringList{u"Ja"_s, u"Nee"_s, u"Annuleren"_s}));
+}
+
+TEST(Messages, BlanksAroundTextAndLetterDoNotCountAndNullIsEmpty) {
+  const Station station;
+  const QString path = global.programFolder + u"\\berichten.mdb"_s;
+  dao::CreateDatabase(path);
+  dao::TableDef table{u"appMessages"_s, {{}, {}, {}}, {}};
+  table.fields[0].name = u"MsgNr"_s;
+  for (const auto& [at, name] : {std::pair(1, u"MsgTekst"_s), std::pair(2, u"MsgStyle"_s)}) {
+    table.fields[at].name = name;
+    table.fields[at].type = dao::FieldType::Text;
+    table.fields[at].size = 50;
+  }
+  dao::OpenDatabase(path).CreateTable(table);
+  global.localDatabasePath = path;
+  SetMessage(station, 1, u"  een tekst  "_s, u" W  "_s);
+  station.OnLocal(u"INSERT INTO appMessages (MsgNr) VALUES (2)"_s);
+  EXPECT_EQ(GetMsgElements(1).text, u"een tekst"_s);
+  EXPECT_EQ(GetMsgElements(1).style, 16);
+  EXPECT_EQ(GetMsgElements(2).text, u""_s);
+  EXPECT_EQ(GetMsgElements(2).style, 0);
+  const desktop::MessageBoxScript boxes;
+  EXPECT_EQ(ShowAppMessage(2), kAnswerOk);
+  EXPECT_EQ(boxes.Shown().size(), 1U);
 }
 
 TEST(Messages, LineFeedGivesTwoLines) {

@@ -38,6 +38,23 @@ TEST(OfflineLog, ADeleteOfAJingleIsCarriedOutAndNotLogged) {
   EXPECT_TRUE(station.Log().isEmpty());
 }
 
+TEST(OfflineLog, ADeleteUnderTheMisspeltJingleNameIsLogged) {
+  const Station station(Station::Mode::Offline);
+  dao::TableDef jingles = dao::OpenDatabase(global.localDatabasePath).Table(u"tblCopie_ItemPingles"_s);
+  jingles.name = u"tblCopie_lItemPingles"_s;
+  dao::OpenDatabase(global.localDatabasePath).CreateTable(jingles);
+  EXPECT_TRUE(DeleteLocal(4, u"tblCopie_lItemPingles"_s, u"ID"_s));
+  EXPECT_EQ(station.Log(), QStringList{u"DELETE FROM tblItemPingles WHERE tblItemPingles.ID = 4"_s});
+}
+
+TEST(OfflineLog, OnlyTheToldNamesToTheLetterAreLogged) {
+  const Station station(Station::Mode::Offline);
+  EXPECT_TRUE(DeleteLocal(4, u"TBLCOPIE_ITEMS"_s, u"ID"_s));
+  EXPECT_TRUE(DeleteLocal(4, u"tblcopie_itemspots"_s, u"ID"_s));
+  EXPECT_TRUE(Delete_tblBeheer(4, u"tblItems"_s, u"ID"_s, global.serverDatabasePath));
+  EXPECT_TRUE(station.Log().isEmpty());
+}
+
 TEST(OfflineLog, EmptyingATableIsNeverLogged) {
   const Station station(Station::Mode::Offline);
   EXPECT_TRUE(DeleteAllInTable(u"tblCopie_Items"_s, global.localDatabasePath));

@@ -59,6 +59,24 @@ TEST(Schema, ItemsHaveAllTheirFields) {
                          u"Aktief"_s, u"Locked"_s}));
 }
 
+TEST(Schema, TheOtherTablesHaveAllTheirFields) {
+  const Station station;
+  dao::Database server = dao::OpenDatabase(global.serverDatabasePath);
+  EXPECT_EQ(FieldNames(server.Table(u"tblItemSpots"_s)),
+            (QStringList{u"ID"_s, u"Path"_s, u"Naam"_s, u"LengteSec"_s, u"StartPunt"_s, u"Mixpunt"_s, u"StartDatum"_s,
+                         u"StartUur"_s, u"EindDatum"_s, u"EindUur"_s, u"AantalGedraaid"_s, u"LaatstGedraaid"_s,
+                         u"Aktief"_s}));
+  EXPECT_EQ(FieldNames(server.Table(u"tblItemPingles"_s)),
+            (QStringList{u"ID"_s, u"Naam"_s, u"Path"_s, u"LengteSec"_s, u"StartPunt"_s, u"Mixpunt"_s, u"Aktief"_s}));
+  EXPECT_EQ(FieldNames(server.Table(u"tblItemsItemSpots"_s)),
+            (QStringList{u"ItemID"_s, u"ItemSpotOrder"_s, u"ItemSpotID"_s}));
+  dao::Database local = dao::OpenDatabase(global.localDatabasePath);
+  EXPECT_EQ(FieldNames(local.Table(u"tblOfflineLog"_s)), (QStringList{u"ID"_s, u"SqlSyntax"_s}));
+  EXPECT_EQ(FieldNames(local.Table(u"cdeInstellingen"_s)), (QStringList{u"InitCode"_s, u"InitValue"_s}));
+  EXPECT_EQ(FieldNames(local.Table(u"cdeLicenties"_s)), (QStringList{u"LicentieNummer"_s, u"RadioNaam"_s}));
+  EXPECT_EQ(FieldNames(local.Table(u"appMessages"_s)), (QStringList{u"MsgNr"_s, u"MsgTekst"_s, u"MsgStyle"_s}));
+}
+
 TEST(Schema, AKeyIsTakenOnce) {
   const Station station;
   station.OnServer(u"INSERT INTO tblItems (ID, Naam) VALUES (1, \"a\")"_s);

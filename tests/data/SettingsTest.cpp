@@ -72,6 +72,24 @@ TEST(Settings, AValueThatIsNoNumberOrTooLargeKeepsWhatWasReadBeforeIt) {
   }
 }
 
+TEST(Settings, TheNumbersAreReadInTheirOrderUpToTheOneThatIsWrong) {
+  const QList<QByteArray> keys{"Card", "Buffers", "Buffer_Size", "Callback"};
+  for (qsizetype wrong = 0; wrong < keys.size(); ++wrong) {
+    const Station station;
+    QByteArray section = "[Audio Players]\r\n";
+    for (qsizetype at = keys.size() - 1; at >= 0; --at)  // the order in the file does not count
+      section += keys[at] + (at == wrong ? "=x" : "=7") + "\r\n";
+    Begin(station, section + kFiles);
+    const MessageBoxScript boxes;
+    GetSettings();
+    ASSERT_EQ(boxes.Shown().size(), 1u);
+    const QList<qint16> read{global.card, global.buffers, global.bufferSize, global.callback};
+    EXPECT_EQ(read.mid(0, wrong), QList<qint16>(wrong, 7)) << keys[wrong].constData();
+    EXPECT_EQ(read.mid(wrong), QList<qint16>(keys.size() - wrong, 0)) << keys[wrong].constData();
+    EXPECT_EQ(global.exportPath, u"D:\\uit"_s);
+  }
+}
+
 TEST(Settings, AMissingTextKeyLeavesItsFolderEmpty) {
   const Station station;
   Begin(station, "[Files]\r\nExportPath=D:\\uit\r\n" + kAudio);

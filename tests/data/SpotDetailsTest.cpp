@@ -80,6 +80,14 @@ TEST(SpotDetails, UnreachableDriveIsToldInTheToolTipOnly) {
   EXPECT_TRUE(details.toolTip.contains(u"niet bereikbaar"_s));
 }
 
+TEST(SpotDetails, RefusedAccessIsToldInTheToolTipOnly) {
+  SpotFacts spot = Facts();
+  spot.file = runtime::Presence::Denied;
+  const controls::LineDetails details = DetailsOf(spot, SpotState::Loopt);
+  EXPECT_EQ(details.mark, LineMark::Circle);
+  EXPECT_TRUE(details.toolTip.contains(u"toegang tot de map is geweigerd"_s));
+}
+
 TEST(SpotDetails, ToolTipNamesTheMissingFile) {
   SpotFacts spot = Facts();
   spot.file = runtime::Presence::NotThere;

@@ -82,6 +82,7 @@ TEST(SpotState, HoursThatAreMissingSetNoLimit) {
 TEST(SpotState, OnlyAFileKnownToBeGoneIsMissing) {
   EXPECT_EQ(StateWith([](auto& spot) { spot.file = runtime::Presence::NotThere; }), SpotState::BestandOntbreekt);
   EXPECT_EQ(StateWith([](auto& spot) { spot.file = runtime::Presence::NotReachable; }), SpotState::Loopt);
+  EXPECT_EQ(StateWith([](auto& spot) { spot.file = runtime::Presence::Denied; }), SpotState::Loopt);
   EXPECT_EQ(StateWith([](auto& spot) { spot.file = std::nullopt; }), SpotState::Loopt);
   EXPECT_EQ(StateWith([](auto& spot) { spot.path.clear(); }), SpotState::BestandOntbreekt);
 }

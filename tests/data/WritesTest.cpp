@@ -7,6 +7,8 @@
 
 #include <QFile>
 
+#include <functional>
+
 using namespace Qt::StringLiterals;
 using testing_support::Station;
 
@@ -70,6 +72,40 @@ TEST(Writes, OfflineItemsLinksAndJinglesAreLoggedForTheirServerTables) {
   EXPECT_TRUE(log[5].startsWith(u"UPDATE tblItemPingles SET Path = NULL, "_s));
 }
 
+TEST(Writes, OfflineEveryChangeOfASpotIsLoggedForItsServerTable) {
+  const Station station(Station::Mode::Offline);
+  const QString local = global.localDatabasePath;
+  EXPECT_TRUE(Update_tblItemSpots(Spot(1, u"x"_s), local, u"tblCopie_ItemSpots"_s));
+  EXPECT_TRUE(Update_tblItemSpots_Aktief(1, 0, local, u"tblCopie_ItemSpots"_s));
+  EXPECT_EQ(station.Log(),
+            (QStringList{u"UPDATE tblItemSpots SET Path = 'D:\\a.mp3', Naam = 'x', LengteSec = 30, StartPunt = NULL, "
+                         u"MixPunt = NULL, StartDatum = 45658, StartUur= NULL, EindDatum = NULL, EindUur = NULL, "
+                         u"Aktief = 1 WHERE ID = 1"_s,
+                         u"UPDATE tblItemSpots SET Aktief = 0 WHERE ID = 1"_s}));
+}
+
+TEST(Writes, OnlyTheFlagDecidesWhetherAWriteIsLogged) {
+  Station station;
+  EXPECT_TRUE(Insert_tblItems(Item(1), global.localDatabasePath, u"tblCopie_Items"_s));
+  EXPECT_TRUE(Delete_tblBeheer(1, u"tblCopie_Items"_s, u"ID"_s, global.localDatabasePath));
+  EXPECT_TRUE(station.Log().isEmpty());
+  station.Use(Station::Mode::Offline);
+  EXPECT_TRUE(Update_tblItems_Aktief(1, 1, global.serverDatabasePath, u"tblItems"_s));
+  EXPECT_EQ(station.Log(), QStringList{u"UPDATE tblItems SET Aktief = 1 WHERE ID = 1"_s});
+}
+
+TEST(Writes, TheCopyTablesNameIsReplacedToTheLetterWhereverItStands) {
+  const Station station(Station::Mode::Offline);
+  ItemPingleRow jingle;
+  jingle.id = 1;
+  jingle.naam = u"in tblCopie_ItemPingles en TBLCOPIE_ITEMPINGLES"_s;
+  EXPECT_TRUE(Insert_tblItemPingles(jingle, global.localDatabasePath, u"tblCopie_ItemPingles"_s));
+  EXPECT_TRUE(Update_tblItems_Aktief(1, 1, global.localDatabasePath, u"TBLCOPIE_ITEMS"_s));
+  EXPECT_EQ(station.Log(), (QStringList{u"INSERT INTO tblItemPingles (ID, Naam, Aktief) VALUES (1, "
+                                        u"'in tblItemPingles en TBLCOPIE_ITEMPINGLES', 0)"_s,
+                                        u"UPDATE TBLCOPIE_ITEMS SET Aktief = 1 WHERE ID = 1"_s}));
+}
+
 TEST(Writes, PlayCountOfANewSpotIsZeroAndItsResetIsLogged) {
   const Station station(Station::Mode::Offline);
   ItemSpotRow row = Spot(1, u"x"_s);
@@ -112,6 +148,37 @@ TEST(Writes, AFailingFileIsReportedUnderTheProceduresNameAndTheResetStaysSilent)
   const std::size_t shown = boxes.Shown().size();
   EXPECT_FALSE(Reset_tblItemSpots_AantalGedraaid(1, server, u"tblItemSpots"_s));
   EXPECT_EQ(boxes.Shown().size(), shown);
+}
+
+TEST(Writes, EachProcedureReportsUnderItsOwnName) {
+  const Station station;
+  const QString weg = global.programFolder + u"\\weg.mdb"_s;
+  global.localDatabasePath = weg;
+  const QList<std::pair<QString, std::function<bool()>>> procedures{
+      {u"Insert_tblItems"_s, [&] { return Insert_tblItems({}, weg, u"t"_s); }},
+      {u"Update_tblItems"_s, [&] { return Update_tblItems({}, weg, u"t"_s); }},
+      {u"Update_tblItems_Aktief"_s, [&] { return Update_tblItems_Aktief(1, 1, weg, u"t"_s); }},
+      {u"Insert_tblItemsItemSpots"_s, [&] { return Insert_tblItemsItemSpots({}, weg, u"t"_s); }},
+      {u"Insert_tblItemSpots"_s, [&] { return Insert_tblItemSpots({}, weg, u"t"_s); }},
+      {u"Update_tblItemSpots"_s, [&] { return Update_tblItemSpots({}, weg, u"t"_s); }},
+      {u"Update_tblItemSpots_Aktief"_s, [&] { return Update_tblItemSpots_Aktief(1, 1, weg, u"t"_s); }},
+      {u"Insert_tblItemPingles"_s, [&] { return Insert_tblItemPingles({}, weg, u"t"_s); }},
+      {u"Update_tblItemPingles"_s, [&] { return Update_tblItemPingles({}, weg, u"t"_s); }},
+      {u"Delete_tblBeheer"_s, [&] { return Delete_tblBeheer(1, u"t"_s, u"ID"_s, weg); }},
+      {u"DeleteAllInTable"_s, [&] { return DeleteAllInTable(u"t"_s, weg); }},
+      {u"Insert_tblOfflineLog"_s, [&] { return Insert_tblOfflineLog(1, u"x"_s); }},
+      {u"TransItemSpotsToLocal"_s, [&] { return TransItemSpotsToLocal(weg, weg); }},
+      {u"TransItemPinglesToLocal"_s, [&] { return TransItemPinglesToLocal(weg, weg); }},
+      {u"TransItemsToLocal"_s, [&] { return TransItemsToLocal(weg, weg); }},
+      {u"TransItemsItemSpotsToLocal"_s, [&] { return TransItemsItemSpotsToLocal(weg, weg); }}};
+  for (const auto& [name, procedure] : procedures) {
+    const desktop::MessageBoxScript boxes;
+    EXPECT_FALSE(procedure()) << name.toStdString();
+    ASSERT_EQ(boxes.Shown().size(), 1U) << name.toStdString();
+    EXPECT_EQ(boxes.Last().title, name);
+    EXPECT_EQ(boxes.Last().style, 16);
+    EXPECT_TRUE(boxes.Last().text.contains(u"weg.mdb"_s)) << boxes.Last().text.toStdString();
+  }
 }
 
 TEST(Writes, AStatementCarriedOutStaysWhenItsLogRowCannotBeWritten) {

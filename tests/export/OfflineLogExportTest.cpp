@@ -169,6 +169,30 @@ TEST_F(FileWithoutEmptiedLog, ADriveThatIsAwayDecidesNothing) {
   EXPECT_EQ(Settle(), InterruptedExport::Finished);
 }
 
+TEST_F(FileWithoutEmptiedLog, AFolderThatMayNotBeEnteredDecidesNothing) {
+  {
+    const runtime::ProbeLookScope closed([](const QString& path) { return path.contains(u".tql"_s) ? EACCES : 0; });
+    EXPECT_EQ(Settle(), InterruptedExport::Denied);
+    try {
+      FinishInterruptedExport(global.localDatabasePath);
+      FAIL() << "settled";
+    } catch (const runtime::Error& error) {
+      EXPECT_TRUE(error.Description().contains(u"de toegang tot de map wordt geweigerd"_s));
+    }
+  }
+  EXPECT_EQ(station_.Log(), kStatements);
+  EXPECT_EQ(Settle(), InterruptedExport::Finished);
+}
+
+TEST_F(FileWithoutEmptiedLog, ARecordThatCannotBeLookedAtIsNotTakenForNone) {
+  for (const int failure : {EACCES, EIO}) {
+    const runtime::ProbeLookScope hindered(
+        [failure](const QString& path) { return path.endsWith(u"-export"_s) ? failure : 0; });
+    EXPECT_THROW(Settle(), runtime::Error);
+  }
+  EXPECT_EQ(station_.Log(), kStatements);
+}
+
 TEST_F(FileWithoutEmptiedLog, AFileThatIsGoneIsForTheUserToTell) {
   ASSERT_TRUE(QFile::remove(runtime::HostPath(path_)));
   EXPECT_EQ(Settle(), InterruptedExport::Missing);

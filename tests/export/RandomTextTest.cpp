@@ -33,6 +33,14 @@ const QString kItems = u"tblCopie_Items"_s;
 
 using Row = QStringList;  // every field in its order; NULL as a null text
 
+QByteArray Exported() {
+  QByteArray bytes;
+  ExportContent content([&](const QByteArray& block) { bytes += block; });
+  content.AddLog(global.localDatabasePath);
+  content.Finish();
+  return bytes;
+}
+
 class RandomText : public testing::Test {
  protected:
   RandomText() {
@@ -148,7 +156,7 @@ void RandomText::CheckAll() {
   QByteArray file;
   for (const QString& statement : log_)
     file += runtime::ToCodePage(runtime::TrimBlanks(statement)) + ";\r\n";
-  ASSERT_EQ(ExportContent::OfLog(global.localDatabasePath).Bytes(), file);
+  ASSERT_EQ(Exported(), file);
   station_.OnLocal(u"DELETE FROM tblOfflineLog"_s);
   log_.clear();
 }
@@ -226,6 +234,6 @@ TEST(TextFate, OfQuotesApostrophesPipesAndLineBreaks) {
     }
     EXPECT_EQ(rows.Field(u"Naam"_s).toString(), fate.stored);
     EXPECT_TRUE(station.Log().first().contains(fate.logged)) << station.Log().first().toStdString();
-    EXPECT_TRUE(ExportContent::OfLog(global.localDatabasePath).Bytes().contains(fate.written));
+    EXPECT_TRUE(Exported().contains(fate.written));
   }
 }

@@ -50,6 +50,8 @@ struct Window {
       ++exports;
       exportOwner = owner;
       onlineAtExport = global.online;
+      iniAtExport = Ini();
+      openAtExport = form.isVisible();
     });
     form.Form_Load();
     form.show();
@@ -65,6 +67,8 @@ struct Window {
   int exports = 0;
   QWidget* exportOwner = nullptr;
   bool onlineAtExport = false;
+  QByteArray iniAtExport;
+  bool openAtExport = false;
 };
 
 QString StoredMode(const Station& station) {
@@ -133,6 +137,33 @@ TEST(frmDefaults, ChoosingOnlineWarnsAndOkOpensTheExportInTheNewMode) {
   EXPECT_EQ(window.exports, 1);
   EXPECT_EQ(window.exportOwner, &window.form);
   EXPECT_TRUE(window.onlineAtExport);
+  EXPECT_FALSE(window.form.isVisible());
+}
+
+TEST(frmDefaults, TheExportOpensAfterThePathIsWrittenAndBeforeTheDialogCloses) {
+  const Station station(Station::Mode::Offline);
+  Window window;
+  const MessageBoxScript boxes{kAnswerOk};
+  window.Online().click();
+  window.Path().setText(u"Q:\\elders"_s);
+  window.Press(u"cmdOk"_s);
+  EXPECT_TRUE(window.iniAtExport.contains("DatabasePath=Q:\\elders\r\n"));
+  EXPECT_TRUE(window.openAtExport);
+  EXPECT_FALSE(window.form.isVisible());
+}
+
+TEST(frmDefaults, AModeThatCouldNotBeStoredStillExportsAsAsked) {
+  const Station station(Station::Mode::Offline);
+  Window window;
+  const MessageBoxScript boxes;
+  window.Online().click();
+  QFile::remove(runtime::HostPath(global.localDatabasePath));
+  window.Press(u"cmdOk"_s);
+  ASSERT_EQ(boxes.Shown().size(), 3u);
+  EXPECT_EQ(boxes.Shown()[1].title, u"Update_cdeInstellingen_OnlineYn"_s);
+  EXPECT_EQ(boxes.Shown()[2].title, u"SetOnlineYn"_s);
+  EXPECT_EQ(window.exports, 1);
+  EXPECT_FALSE(window.onlineAtExport);
   EXPECT_FALSE(window.form.isVisible());
 }
 
@@ -217,6 +248,20 @@ TEST(frmDefaults, CancellingTheFolderChooserLeavesTheBoxAsItStarted) {
     window.Press(u"cmdDatabasePath"_s);
     EXPECT_EQ(window.Path().text(), path);
   }
+}
+
+TEST(frmDefaults, AnEmptyBoxTakesWhateverTheFolderChooserGives) {
+  const Station station;
+  Window window;
+  window.Path().clear();
+  FileChooserScript chooser;
+  chooser.Cancel();
+  chooser.Choose(station.AudioFolder());
+  window.Press(u"cmdDatabasePath"_s);
+  EXPECT_EQ(window.Path().text(), QString());
+  window.Press(u"cmdDatabasePath"_s);
+  EXPECT_EQ(window.Path().text(), runtime::PathText(station.AudioFolder()));
+  EXPECT_EQ(chooser.Shown()[0].startFolder, QString());
 }
 
 TEST(frmDefaults, AFolderOutsideOfTheMappedDrivesWarns) {

@@ -135,6 +135,22 @@ TEST(frmPlanningExporteren, OnlineExportsTheLocalLogWithoutAsking) {
   EXPECT_EQ(LogRows(station), 0);
 }
 
+TEST(frmPlanningExporteren, OfflineTheQuestionComesBeforeTheChecksOfTheDestination) {
+  const Station station(Station::Mode::Offline);
+  global.exportPath.clear();
+  Window window;
+  {
+    const MessageBoxScript boxes{kAnswerNo, kAnswerOk};
+    window.PressOk();
+    ASSERT_EQ(boxes.Shown().size(), 2u);
+    EXPECT_EQ(boxes.Shown()[1].style, 48);
+  }
+  const MessageBoxScript boxes{kAnswerYes, kAnswerOk};
+  window.PressOk();
+  ASSERT_EQ(boxes.Shown().size(), 2u);
+  EXPECT_EQ(boxes.Shown()[1].text, GetMsgElements(1500, u"Bestemming"_s).text);
+}
+
 TEST(frmPlanningExporteren, WithoutADestinationShowsMessage1500) {
   const Station station;
   global.exportPath = u"   "_s;
@@ -237,6 +253,57 @@ TEST(frmPlanningExporteren, WhileItRunsOnlyThePanelAndItsButtonAreLive) {
   EXPECT_TRUE(onlyButton);
   EXPECT_TRUE(Child<QPushButton>(window.form, u"cmdOk"_s).isEnabled());
   EXPECT_EQ(Child<QPushButton>(window.form, u"cmdAnnuleren"_s).toolTip(), u"Sluiten"_s);
+}
+
+namespace {
+
+// What the label of the progress panel told each time the panel was shown or painted.
+class StepWatch : public QObject {
+ public:
+  explicit StepWatch(frmPlanningExporteren& form)
+      : panel_(&Child<QFrame>(form, u"picProgress"_s)), label_(&Child<QLabel>(form, u"lblProgressStatus"_s)) {
+    panel_->installEventFilter(this);
+    label_->installEventFilter(this);
+  }
+  const QStringList& Steps() const { return steps_; }
+
+ protected:
+  bool eventFilter(QObject*, QEvent* event) override {
+    const bool seen = event->type() == QEvent::Show || event->type() == QEvent::Paint;
+    if (seen && (steps_.isEmpty() || steps_.last() != label_->text())) steps_ += label_->text();
+    return false;
+  }
+
+ private:
+  QFrame* panel_;
+  QLabel* label_;
+  QStringList steps_;
+};
+
+}  // namespace
+
+TEST(frmPlanningExporteren, TellsItsStepsInTheirWords) {
+  const Station station;
+  FillLog(station);
+  Window window;
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&window.form));
+  const MessageBoxScript boxes{kAnswerOk};
+  const StepWatch watch(window.form);
+  window.PressOk();
+  EXPECT_EQ(watch.Steps(), (QStringList{u"Opstarten van export ..."_s, u"Initializeren ... "_s,
+                                        u"Offline-log controleren en exporteren"_s}));
+}
+
+TEST(frmPlanningExporteren, ADestinationThatEndsWithABackslashTakesTheFileToo) {
+  const Station station;
+  FillLog(station);
+  global.exportPath += u'\\';
+  Window window;
+  const MessageBoxScript boxes{kAnswerOk};
+  window.PressOk();
+  EXPECT_EQ(boxes.Shown().size(), 1u);
+  EXPECT_EQ(Exported(station), QStringList{u"20240131154507.tql"_s});
+  EXPECT_EQ(LogRows(station), 0);
 }
 
 TEST(frmPlanningExporteren, IdleTheButtonAndEscCloseIt) {

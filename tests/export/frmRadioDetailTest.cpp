@@ -75,6 +75,32 @@ TEST(frmRadioDetail, OkTakesTheNumberOfTheChosenStationAndCloses) {
   EXPECT_FALSE(window.form.isVisible());
 }
 
+TEST(frmRadioDetail, ANumberBeyondSixteenBitsIsReportedAndTheDialogStays) {
+  const Station station;
+  station.OnLocal(u"INSERT INTO cdeLicenties (LicentieNummer, RadioNaam) VALUES (40000, \"Radio Ver\")"_s);
+  Window window;
+  window.Radio().SetListIndex(1);
+  const MessageBoxScript boxes{kAnswerOk};
+  window.PressOk();
+  ASSERT_EQ(boxes.Shown().size(), 1u);
+  EXPECT_EQ(boxes.Last().title, u"cmdOk_Click"_s);
+  EXPECT_EQ(boxes.Last().style, 16);
+  EXPECT_EQ(global.stationNumber, 0);
+  EXPECT_TRUE(window.form.isVisible());
+}
+
+TEST(frmRadioDetail, ReadsTheLocalDatabaseInEitherModeAndShowsNoNameAsAnEmptyLine) {
+  for (const auto mode : {Station::Mode::Online, Station::Mode::Offline}) {
+    const Station station(mode);
+    station.OnLocal(u"INSERT INTO cdeLicenties (LicentieNummer) VALUES (4)"_s);
+    Window window;
+    ASSERT_EQ(window.Radio().ListCount(), 2);
+    EXPECT_EQ(window.Radio().Text(0), u""_s);
+    EXPECT_EQ(window.Radio().ItemData(0), 4);
+    EXPECT_EQ(window.Radio().Text(1), u"Radio Proef"_s);
+  }
+}
+
 TEST(frmRadioDetail, OkWithNothingChosenDoesNothing) {
   const Station station;
   global.stationNumber = 5;

@@ -66,3 +66,12 @@ void ItemEditor::InsertListItem(int id, const QString& naam, const QList<int>& s
         catalogue.itemsItemSpots, QString::number(id), QString::number(++order), QString::number(spot)));
   }
 }
+
+QList<int> ItemEditor::SavedSpots() const {
+  QList<int> spots;
+  dao::Recordset rows =
+      station_.ServerRows(u"SELECT ItemSpotID FROM tblItemsItemSpots WHERE ItemID = 1 ORDER BY ItemSpotOrder"_s);
+  for (; !rows.Eof(); rows.MoveNext())
+    spots += rows.Field(u"ItemSpotID"_s).toInt();
+  return spots;
+}

@@ -47,6 +47,8 @@ class ItemEditor : public testing::Test {
   void FillPatternItem() const;
   // Inserts an item of option 1 with these spots into the current catalogue.
   void InsertListItem(int id, const QString& naam, const QList<int>& spots) const;
+  // The spots that item 1 has on the server, in their order.
+  QList<int> SavedSpots() const;
 
   testing_support::Station station_;
   std::unique_ptr<frmItemsDetail> editor_;

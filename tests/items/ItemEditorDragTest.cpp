@@ -34,14 +34,6 @@ class ItemDrag : public ItemEditor {
       spots += static_cast<int>(List().ItemData(line));
     return spots;
   }
-  QList<int> SavedSpots() const {
-    QList<int> spots;
-    dao::Recordset rows =
-        station_.ServerRows(u"SELECT ItemSpotID FROM tblItemsItemSpots WHERE ItemID = 1 ORDER BY ItemSpotOrder"_s);
-    for (; !rows.Eof(); rows.MoveNext())
-      spots += rows.Field(u"ItemSpotID"_s).toInt();
-    return spots;
-  }
 };
 
 }  // namespace

@@ -12,14 +12,6 @@ namespace {
 // What must never be lost without a word.
 class ItemLoss : public ItemEditor {
  protected:
-  QList<int> SavedSpots() const {
-    QList<int> spots;
-    dao::Recordset rows =
-        station_.ServerRows(u"SELECT ItemSpotID FROM tblItemsItemSpots WHERE ItemID = 1 ORDER BY ItemSpotOrder"_s);
-    for (; !rows.Eof(); rows.MoveNext())
-      spots += rows.Field(u"ItemSpotID"_s).toInt();
-    return spots;
-  }
   // Opens item 1 while the looks at the server's file fail from number `first` to `last`; the boxes shown.
   std::vector<desktop::ShownMessageBox> OpenWithFailingLooks(int first, int last) {
     auto looks = std::make_shared<int>(0);

@@ -23,7 +23,7 @@ TEST(FilePresence, WindowsLiveOnWhileADriveTakesItsTime) {
   EXPECT_EQ(LookFor(u"Z:\\ergens\\a.wav"_s), Presence::There);
 }
 
-TEST(FilePresence, ErrorTellsMissingFromOutOfReach) {
+TEST(FilePresence, ErrorTellsMissingFromOutOfReachAndFromDenied) {
   const auto description = [](const QString& path, Presence presence) {
     try {
       RequirePresent(path, presence);
@@ -36,5 +36,7 @@ TEST(FilePresence, ErrorTellsMissingFromOutOfReach) {
   EXPECT_EQ(description(u"Z:\\a.wav"_s, Presence::NotThere), "Het geluidsbestand 'Z:\\a.wav' bestaat niet.");
   EXPECT_EQ(description(u"Z:\\a.wav"_s, Presence::NotReachable),
             "Het geluidsbestand 'Z:\\a.wav' is niet bereikbaar: de schijf of netwerkmap antwoordt niet.");
+  EXPECT_EQ(description(u"Z:\\a.wav"_s, Presence::Denied),
+            "Het geluidsbestand 'Z:\\a.wav' is niet toegankelijk: toegang geweigerd.");
   EXPECT_NE(description(u"Q:\\a.wav"_s, Presence::NotReachable).find("Q:"), std::string::npos);
 }

@@ -131,6 +131,24 @@ TEST_F(OverviewWindow, NumbersEachOfManyPagesAndRepeatsTheTitlesOfTheColumns) {
     EXPECT_EQ(text.count(u"Spot %1 "_s.arg(id)), 1) << id;
 }
 
+TEST_F(OverviewWindow, ALineOfSeveralHeightsStaysOnOnePage) {
+  for (int id = 10; id < 100; ++id) {
+    const QString filler = u" van de vereniging voor plattelandstoerisme"_s.repeated(id % 3);
+    catalogue_.AddSpot(id, u"Begin%1%2 Einde%1"_s.arg(id).arg(filler), 10, 73050);
+  }
+  Open();
+  chooser_.Choose(File(u"c.pdf"_s));
+  Click(u"cmdPdf"_s);
+  const QString text = TextOfPdf(File(u"c.pdf"_s));
+  if (text.isNull()) GTEST_SKIP() << "pdftotext is not installed";
+  const QStringList pages = text.split(u'\f', Qt::SkipEmptyParts);
+  ASSERT_GT(pages.size(), 2);
+  for (const QString& page : pages) {
+    for (int id = 10; id < 100; ++id)
+      EXPECT_EQ(page.contains(u"Begin%1"_s.arg(id)), page.contains(u"Einde%1"_s.arg(id))) << id;
+  }
+}
+
 TEST_F(OverviewWindow, ACancelledChoiceSavesNothing) {
   Open();
   chooser_.Cancel();

@@ -133,9 +133,10 @@ TEST(ExportCommand, WhileTheProgramRunsOnTheFolderNothingIsExported) {
 TEST(ExportCommand, AnInterruptedExportWhoseFileIsGoneNeedsTheAnswerOnlineToo) {
   const StationProgram program;
   LogStatement(program, 1, u"DELETE FROM c"_s);
-  const OfflineLogExport interrupted(global.localDatabasePath);
-  WriteExportRecord(global.localDatabasePath, {u"D:\\export\\weg.tql"_s, u"D:\\export\\weg.tmp"_s,
-                                               interrupted.Content().HighestID(), interrupted.Content().Digest()});
+  ExportContent log;
+  log.AddLog(global.localDatabasePath);
+  WriteExportRecord(global.localDatabasePath,
+                    {u"D:\\export\\weg.tql"_s, u"D:\\export\\weg.tmp"_s, log.HighestID(), log.Finish()});
   EXPECT_EQ(program.Run(u"export"_s).exitCode, kFailed);
   EXPECT_EQ(program.Rows().Log().size(), 1);
   EXPECT_EQ(program.Run(u"export"_s, {kProcessed}).exitCode, kDone);

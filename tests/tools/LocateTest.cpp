@@ -1,9 +1,13 @@
+#include "platform/runtime/Probe.h"
 #include "tests/tools/StationProgram.h"
 
 #include <gtest/gtest.h>
 
 #include <QDir>
 #include <QFile>
+
+#include <unistd.h>
+#include <cerrno>
 
 using namespace Qt::StringLiterals;
 using testing_support::Station;
@@ -120,6 +124,23 @@ TEST(LocateCommand, ADriveThatIsAwayIsNoLostFile) {
   const ToolRun run = program.Run(u"locate"_s, {program.At(u"nieuw"_s), u"--write"_s});
   EXPECT_NE(run.out.find("niet bereikbaar,Q:\\weg\\Lente.wav,\r\n"), std::string::npos) << run.out;
   EXPECT_EQ(PathOfSpot(program), u"Q:\\weg\\Lente.wav"_s);
+}
+
+TEST(LocateCommand, AFolderThatMayNotBeEnteredIsNoLostFile) {
+  const StationProgram program;
+  AddLostSpot(program);
+  program.MakeSound(u"nieuw/Lente.wav"_s, 10);
+  ToolRun run;
+  {
+    const runtime::ProbeLookScope closed([](const QString& path) {
+      return path.contains(u"/weg/"_s) ? EACCES : ::access(QFile::encodeName(path).constData(), F_OK) == 0 ? 0 : ENOENT;
+    });
+    run = RunTool({u"locate"_s, program.Folder(), program.At(u"nieuw"_s), u"--write"_s});
+  }
+  EXPECT_EQ(run.out, kHeader + "item-spot,4,Jan's lente,toegang geweigerd,D:\\weg\\Lente.wav,\r\n");
+  EXPECT_EQ(run.exitCode, kFailed);
+  EXPECT_EQ(RunTool({u"sql"_s, program.At(u"server/OvalistoServer.mdb"_s), u"SELECT Path FROM tblItemSpots"_s}).out,
+            "Path\r\nD:\\weg\\Lente.wav\r\n");
 }
 
 TEST(LocateCommand, AFileOutsideOfTheDrivesIsNotWritten) {

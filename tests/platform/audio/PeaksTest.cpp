@@ -63,17 +63,16 @@ TEST_F(PeaksOfAFile, CoverTheLastPartOfABin) {
   EXPECT_EQ(peaks.bins[99].low, -5);
 }
 
-TEST_F(PeaksOfAFile, ComeFrontToBackInOnePass) {
+TEST_F(PeaksOfAFile, ComeFrontToBackInSteps) {
   std::vector<std::size_t> steps;
   const std::string path = MakeTone(folder_.File("a.mp3"), 20);
-  const auto peaks = audio::ReadPeaks(
-      path,
-      [&](const audio::Peaks& soFar, std::size_t done) {
-        EXPECT_EQ(soFar.bins.size(), 2000U);
-        if (steps.empty() || done != steps.back()) steps.push_back(done);
-        return true;
-      },
-      500);
+  const auto peaks = audio::ReadPeaks(path,
+                                      [&](const audio::Peaks& soFar, std::size_t done) {
+                                        EXPECT_EQ(soFar.bins.size(), 2000U);
+                                        if (steps.empty() || done != steps.back()) steps.push_back(done);
+                                        return true;
+                                      },
+                                      {.binsPerStep = 500});
   EXPECT_EQ(steps.front(), 0U);
   EXPECT_EQ(steps.back(), 2000U);
   EXPECT_GE(steps.size(), 4U);

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <mpg123.h>
 
+#include <algorithm>
 #include <random>
 
 #include "platform/audio/Decoder.h"
@@ -18,17 +19,38 @@ std::vector<std::int16_t> ReadFrom(audio::Decoder& decoder, std::int64_t frame, 
   return own;
 }
 
+std::vector<std::int64_t> PlacesIn(std::int64_t frames) {
+  std::vector<std::int64_t> places = {0, 1, 1151, 1152, 1153, frames - 1, frames, 0};
+  std::mt19937 random(4);
+  for (int i = 0; i < 60; ++i)
+    places.push_back(static_cast<std::int64_t>(random()) % frames);
+  return places;
+}
+
 void ExpectEverySeekExact(const std::string& path) {
   const auto whole = StraightDecode(path);
   const auto decoder = audio::OpenDecoder(path);
   ASSERT_EQ(decoder->Channels(), 2);
   ASSERT_EQ(static_cast<std::int64_t>(whole.size() / 2), decoder->TotalFrames());
-  std::mt19937 random(4);
-  std::vector<std::int64_t> targets = {0, 1, 1151, 1152, 1153, decoder->TotalFrames() - 1, decoder->TotalFrames(), 0};
-  for (int i = 0; i < 60; ++i)
-    targets.push_back(static_cast<std::int64_t>(random() % whole.size() / 2));
-  for (const std::int64_t target : targets) {
+  for (const std::int64_t target : PlacesIn(decoder->TotalFrames())) {
     ASSERT_EQ(ReadFrom(*decoder, target, 3000), Part(whole, target, 3000)) << path << " at " << target;
+  }
+}
+
+// As it was decoded, in its own channels and unrounded: no sample may be off by more than `most` of full scale.
+void ExpectEverySeekWithin(float most, const std::string& path) {
+  const auto decoder = audio::OpenDecoder(path);
+  const auto channels = static_cast<std::size_t>(decoder->Channels());
+  std::vector<float> whole(static_cast<std::size_t>(decoder->TotalFrames()) * channels);
+  ASSERT_EQ(decoder->Read(whole.data(), whole.size() / channels) * channels, whole.size());
+  for (const std::int64_t target : PlacesIn(decoder->TotalFrames())) {
+    decoder->Seek(target);
+    std::vector<float> part(3000 * channels);
+    part.resize(decoder->Read(part.data(), 3000) * channels);
+    const auto expected = whole.begin() + target * decoder->Channels();
+    ASSERT_EQ(part.size(), std::min<std::size_t>(3000 * channels, static_cast<std::size_t>(whole.end() - expected)));
+    for (std::size_t i = 0; i < part.size(); ++i)
+      ASSERT_NEAR(part[i], expected[static_cast<std::ptrdiff_t>(i)], most) << path << " at " << target << " + " << i;
   }
 }
 
@@ -42,6 +64,28 @@ TEST(Seeking, IsSampleExactInEveryKindOfFile) {
   ExpectEverySeekExact(WithoutLengthHeader(folder.File("vbr.mp3"), folder.File("vbr-none.mp3")));
   ExpectEverySeekExact(WithVbriHeader(folder.File("vbr.mp3"), folder.File("vbr-vbri.mp3")));
   ExpectEverySeekExact(MakeTone(folder.File("48.mp3"), 8, 48000));
+}
+
+// The less a frame holds, the more frames before it the decoder needs.
+TEST(Seeking, IsExactToTheLastBitDownToTheLowestBitRate) {
+  const TemporaryFolder folder;
+  for (const int sampleRate : {32000, 44100, 48000}) {
+    for (const int channels : {1, 2}) {
+      ExpectEverySeekWithin(0, MakePoorestMp3(folder.File("arm.mp3"), 8, sampleRate, channels));
+      ExpectEverySeekWithin(0, MakeTone(folder.File("gewoon.mp3"), 8, sampleRate, channels));
+    }
+  }
+}
+
+TEST(Seeking, BelowThatDiffersByRoundingOnly) {
+  const TemporaryFolder folder;
+  constexpr float kRounding = 0.01F / 32768;
+  for (const int sampleRate : {8000, 11025, 12000, 16000, 22050, 24000}) {
+    for (const int channels : {1, 2}) {
+      ExpectEverySeekWithin(kRounding, MakePoorestMp3(folder.File("arm.mp3"), 8, sampleRate, channels));
+      ExpectEverySeekWithin(kRounding, MakeTone(folder.File("gewoon.mp3"), 8, sampleRate, channels));
+    }
+  }
 }
 
 TEST(Seeking, BeyondEitherEndIsHeldWithinTheFile) {

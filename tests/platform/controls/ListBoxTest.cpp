@@ -9,30 +9,12 @@
 #include <QTest>
 
 #include "platform/runtime/Error.h"
+#include "tests/platform/controls/Lines.h"
 
 namespace {
 
 using namespace Qt::StringLiterals;
 using controls::ListBox;
-
-class Lines : public testing::Test {
- protected:
-  Lines() : clicked(&list, qOverload<>(&ListBox::clicked)), lost(&list, &ListBox::selectionLost) {
-    list.AddItems({{u"Appel"_s, 10}, {u"Banaan"_s, 20}, {u"Citroen"_s, 30}, {u"Druif"_s, 40}});
-    list.resize(300, 200);
-    list.show();
-    QCoreApplication::processEvents();
-  }
-
-  void Click(int row, Qt::KeyboardModifiers keys = Qt::NoModifier) {
-    QTest::mouseClick(list.viewport(), Qt::LeftButton, keys, Middle(row));
-  }
-  QPoint Middle(int row) { return list.visualRect(list.model()->index(row, 0)).center(); }
-
-  ListBox list;
-  QSignalSpy clicked;
-  QSignalSpy lost;
-};
 
 TEST_F(Lines, FillingSelectsAndFiresNothing) {
   EXPECT_EQ(list.ListCount(), 4);
@@ -152,81 +134,6 @@ TEST_F(Lines, ATextChangesAloneItsNumberStays) {
   list.SetText(1, u"Bosbes"_s);
   EXPECT_EQ(list.Text(1), u"Bosbes"_s);
   EXPECT_EQ(list.ItemData(1), 20);
-}
-
-TEST_F(Lines, ASearchHidesLinesWithoutTheText) {
-  list.SetFilterText(u"R"_s);
-  EXPECT_EQ(list.ShownCount(), 2);
-  EXPECT_EQ(list.ListCount(), 4);
-  EXPECT_TRUE(list.IsShown(2));
-  EXPECT_FALSE(list.IsShown(0));
-  EXPECT_EQ(list.ItemData(0), 10);
-  list.SetFilterText({});
-  EXPECT_EQ(list.ShownCount(), 4);
-}
-
-TEST_F(Lines, ASearchThatGrowsAndShrinksFindsAsIfTypedAtOnce) {
-  for (const QString& text : {u"r"_s, u"ru"_s, u"rui"_s, u"ru"_s, u"u"_s, u"it"_s, u"cit"_s, QString()}) {
-    list.SetFilterText(text);
-    for (int index = 0; index < list.ListCount(); ++index)
-      EXPECT_EQ(list.IsShown(index), list.Text(index).contains(text, Qt::CaseInsensitive)) << text.toStdString();
-  }
-}
-
-TEST_F(Lines, ASearchKnowsLinesThatChangedMeanwhile) {
-  list.SetFilterText(u"a"_s);
-  list.SetText(2, u"Aardbei"_s);
-  list.RemoveItem(0);
-  list.AddItem(u"Abrikoos"_s, 50);
-  list.SetFilterText(u"ab"_s);
-  EXPECT_EQ(list.ShownCount(), 1);
-  list.SetFilterText(u"a"_s);
-  EXPECT_EQ(list.ShownCount(), 3);
-  list.MoveLine(3, 0);
-  list.SetFilterText(u"aa"_s);
-  EXPECT_EQ(list.ShownCount(), 2);
-  EXPECT_TRUE(list.IsShown(1));
-  list.Clear();
-  list.AddItem(u"Framboos"_s);
-  EXPECT_EQ(list.ShownCount(), 0);
-  list.SetText(0, u"Aalbes"_s);
-  list.SetFilterText(u"aal"_s);
-  EXPECT_EQ(list.ShownCount(), 1);
-}
-
-TEST_F(Lines, AHiddenLineLosesItsSelectionAVisibleOneKeepsIt) {
-  list.SetListIndex(2);
-  clicked.clear();
-  list.SetFilterText(u"r"_s);
-  EXPECT_EQ(list.ListIndex(), 2);
-  EXPECT_EQ(lost.count(), 0);
-  list.SetFilterText(u"dr"_s);
-  EXPECT_EQ(list.ListIndex(), -1);
-  EXPECT_EQ(lost.count(), 1);
-  list.SetFilterText({});
-  EXPECT_EQ(list.ListIndex(), -1);
-  EXPECT_EQ(clicked.count(), 0);
-}
-
-TEST_F(Lines, IndexesCountHiddenLinesToo) {
-  list.SetFilterText(u"dr"_s);
-  Click(0);
-  EXPECT_EQ(list.ListIndex(), 3);
-  EXPECT_EQ(list.ItemData(list.ListIndex()), 40);
-  EXPECT_THROW(list.SetListIndex(0), runtime::Error);
-  EXPECT_FALSE(list.SelectWhereItemData(10));
-}
-
-TEST_F(Lines, APredicateFiltersBesidesTheText) {
-  list.SetFilter([this](int index) { return list.ItemData(index) > 20; });
-  EXPECT_EQ(list.ShownCount(), 2);
-  list.SetFilterText(u"dr"_s);
-  EXPECT_EQ(list.ShownCount(), 1);
-  list.AddItem(u"Drop"_s, 50);
-  list.AddItem(u"Drank"_s, 5);
-  EXPECT_EQ(list.ShownCount(), 2);
-  list.SetFilter(nullptr);
-  EXPECT_EQ(list.ShownCount(), 3);
 }
 
 TEST_F(Lines, ADoubleClickFiresOnALineOnly) {

@@ -24,6 +24,7 @@
 #include "platform/controls/WaveformStrip.h"
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/Lock.h"
+#include "tests/platform/controls/SampleParts.h"
 #include "tests/platform/controls/Samples.h"
 
 namespace samples {
@@ -32,12 +33,6 @@ namespace {
 using namespace Qt::StringLiterals;
 
 constexpr qint64 kLength = 32170;
-
-QLabel* Hint(const QString& text) {
-  auto* label = new QLabel(text);
-  label->setProperty("hint", true);
-  return label;
-}
 
 QLabel* Labelled(const QString& text, QWidget* buddy) {
   auto* label = new QLabel(text);

@@ -3,7 +3,7 @@
 #include <functional>
 #include <set>
 
-#include "platform/jet/SystemTables.h"
+#include "platform/jet/NewDatabase.h"
 #include "tests/platform/jet/support/SampleTable.h"
 #include "tests/platform/jet/support/Samples.h"
 

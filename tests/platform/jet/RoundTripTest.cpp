@@ -3,8 +3,8 @@
 
 #include <algorithm>
 #include <numeric>
+#include <string>
 
-#include "platform/jet/Utf8.h"
 #include "tests/platform/jet/support/Agreement.h"
 #include "tests/platform/jet/support/SampleTable.h"
 #include "tests/platform/jet/support/Witness.h"
@@ -14,6 +14,11 @@ namespace {
 
 using test::Column;
 using test::FreshDatabase;
+
+std::u16string Digits(int number) {
+  const std::string digits = std::to_string(number);
+  return {digits.begin(), digits.end()};
+}
 
 /// The values of each column at its ends; memos of one byte to a megabyte.
 std::vector<std::pair<ColumnDefinition, std::vector<Value>>> Extremes() {
@@ -98,7 +103,7 @@ TEST_F(RoundTrip, ReadsTheEndsOfEveryKind) {
 TEST_F(RoundTrip, ReadsTablesOfEveryLength) {
   for (const int rows : {0, 1, 100'000}) {
     TableDefinition table;
-    table.name = u"tbl" + FromUtf8(std::to_string(rows));
+    table.name = u"tbl" + Digits(rows);
     table.columns = {Column(u"ID", ColumnType::Long), Column(u"Naam", ColumnType::Text, 50)};
     IndexDefinition key;
     key.name = u"PrimaryKey";
@@ -109,7 +114,7 @@ TEST_F(RoundTrip, ReadsTablesOfEveryLength) {
     database_->CreateTable(table);
     const auto writer = database_->OpenWriter(table.name);
     for (int i = 0; i < rows; ++i) {
-      std::vector<Value> row = {std::int64_t{i} * 7919 % 1'000'003, u"Spot " + FromUtf8(std::to_string(i))};
+      std::vector<Value> row = {std::int64_t{i} * 7919 % 1'000'003, u"Spot " + Digits(i)};
       writer->Insert(row);
     }
     turn.Commit();

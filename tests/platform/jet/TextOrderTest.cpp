@@ -129,11 +129,25 @@ TEST(TextOrder, ComparesAsTheKeysDo) {
   }
 }
 
+/// UTF-8 has no lone surrogates; of those, RandomTexts gives only these two.
+std::u16string WithoutLoneSurrogates(std::u16string text) {
+  constexpr char16_t kHigh = 0xD83D;
+  constexpr char16_t kLow = 0xDE00;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == kHigh && i + 1 < text.size() && text[i + 1] == kLow) {
+      ++i;
+    } else if (text[i] == kHigh || text[i] == kLow) {
+      text[i] = u'\uFFFD';
+    }
+  }
+  return text;
+}
+
 TEST(TextOrder, ComparesUtf8AsUtf16) {
   RandomTexts texts(false);
   for (int i = 0; i < 100000; ++i) {
-    const std::u16string a = FromUtf8(ToUtf8(texts.Next()));
-    const std::u16string b = FromUtf8(ToUtf8(texts.Next()));
+    const std::u16string a = WithoutLoneSurrogates(texts.Next());
+    const std::u16string b = WithoutLoneSurrogates(texts.Next());
     ASSERT_EQ(Sign(TextOrder::Legacy().Compare(ToUtf8(a), ToUtf8(b))), Sign(Compare(a, b)))
         << ToUtf8(a) << '|' << ToUtf8(b);
   }

@@ -13,10 +13,19 @@ TEST(CodePage, EveryByteSurvivesARoundTrip) {
 
 TEST(CodePage, EuroAndQuotesHaveTheirBytes) {
   EXPECT_EQ(runtime::ToCodePage(u"\u20AC \u2018\u2019 \u00E9 \u0178"_s), QByteArray("\x80 \x91\x92 \xE9 \x9F"));
-  EXPECT_TRUE(runtime::FitsCodePage(u"caf\u00E9 \u20AC"_s));
+}
+
+TEST(CodePage, AppendingTellsWhetherAllFits) {
+  QByteArray bytes = "a";
+  EXPECT_TRUE(runtime::AppendCodePage(u"b\u00E9", bytes));
+  EXPECT_TRUE(runtime::AppendCodePage(u"\u20AC", bytes));
+  EXPECT_TRUE(runtime::AppendCodePage({}, bytes));
+  EXPECT_EQ(bytes, QByteArray("ab\xE9\x80"));
+  EXPECT_FALSE(runtime::AppendCodePage(u"c\u03A9d", bytes));
+  EXPECT_EQ(bytes, QByteArray("ab\xE9\x80"
+                              "c?d"));
 }
 
 TEST(CodePage, WhatDoesNotFitBecomesOneQuestionMark) {
   EXPECT_EQ(runtime::ToCodePage(u"a\u03A9b\U0001F600c"_s), QByteArray("a?b?c"));
-  EXPECT_FALSE(runtime::FitsCodePage(u"\u03A9"_s));
 }

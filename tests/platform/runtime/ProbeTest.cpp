@@ -1,14 +1,18 @@
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Probe.h"
+#include "tests/support/Hindrance.h"
 
 #include <gtest/gtest.h>
 
 #include <QDir>
+#include <QFile>
 #include <QTemporaryDir>
 
+#include <sys/stat.h>
 #include <atomic>
 #include <cerrno>
+#include <cstdlib>
 #include <future>
 #include <memory>
 #include <thread>
@@ -31,6 +35,51 @@ TEST(Probe, TellsAFileThatIsGoneFromADriveThatIsAway) {
 TEST(Probe, AnErrorOfTheDriveIsNotReachable) {
   const runtime::ProbeLookScope look([](const QString&) { return EIO; });
   EXPECT_EQ(Probe(u"Z:\\x.wav"_s), Presence::NotReachable);
+}
+
+TEST(Probe, AFolderThatLetsNobodyInIsNeitherGoneNorAway) {
+  for (const int refusal : {EACCES, EPERM}) {
+    const runtime::ProbeLookScope look([refusal](const QString&) { return refusal; });
+    EXPECT_EQ(Probe(u"Z:\\x.wav"_s), Presence::Denied);
+  }
+}
+
+TEST(Probe, ADriveWhoseOwnFolderMayNotBeEnteredIsDenied) {
+  QTemporaryDir folder;
+  runtime::SetDrives({{u"D"_s, folder.path()}});
+  const runtime::ProbeLookScope look([&](const QString& path) { return path == folder.path() ? EACCES : ENOENT; });
+  EXPECT_EQ(Probe(u"D:\\x.wav"_s), Presence::Denied);
+  runtime::SetDrives({});
+}
+
+TEST(ProbeDeathTest, AFolderWithoutPermissionIsToldAsSuch) {
+  const QTemporaryDir folder;
+  QDir(folder.path()).mkdir(u"dicht"_s);
+  ::chmod(QFile::encodeName(folder.path()).constData(), 0755);
+  ::chmod(QFile::encodeName(folder.filePath(u"dicht"_s)).constData(), 0);
+  const auto look = [&] {
+    testing_support::BecomeNobody();
+    const QString file = folder.filePath(u"dicht/x.mdb"_s);
+    if (Probe(file) != Presence::Denied) std::_Exit(2);
+    try {
+      runtime::RequireThere(file);
+    } catch (const runtime::Error& error) {
+      std::_Exit(error.Description() == u"'%1' is niet toegankelijk: toegang geweigerd."_s.arg(file) ? 0 : 3);
+    }
+    std::_Exit(1);
+  };
+  EXPECT_EXIT(look(), testing::ExitedWithCode(0), "");
+  ::chmod(QFile::encodeName(folder.filePath(u"dicht"_s)).constData(), 0755);
+}
+
+TEST(Probe, IsThereTellsOnlyWhatItKnows) {
+  QTemporaryDir folder;
+  EXPECT_TRUE(runtime::IsThere(folder.path()));
+  EXPECT_FALSE(runtime::IsThere(folder.filePath(u"niets"_s)));
+  for (const int failure : {EACCES, EIO}) {
+    const runtime::ProbeLookScope look([failure](const QString&) { return failure; });
+    EXPECT_THROW(runtime::IsThere(folder.path()), runtime::Error);
+  }
 }
 
 TEST(Probe, WhileOneHangsLaterTriesFailAtOnceUntilItAnswers) {

@@ -1,5 +1,6 @@
 #include "tests/platform/audio/support/SoundFiles.h"
 
+#include <sndfile.h>
 #include <stdlib.h>
 
 #include <algorithm>
@@ -38,6 +39,24 @@ std::string MakeVariableMp3(const std::string& path, double seconds) {
   options.seconds = seconds;
   options.variableBitRate = true;
   audio::WriteToneFile(path, options);
+  return path;
+}
+
+std::string MakePoorestMp3(const std::string& path, double seconds, int sampleRate, int channels) {
+  const auto sound = audio::OpenDecoder(MakeTone(path + ".wav", seconds, sampleRate, channels));
+  std::vector<float> samples(static_cast<std::size_t>(sound->TotalFrames() * channels));
+  sound->Read(samples.data(), static_cast<std::size_t>(sound->TotalFrames()));
+  SF_INFO info{};
+  info.samplerate = sampleRate;
+  info.channels = channels;
+  info.format = SF_FORMAT_MPEG | SF_FORMAT_MPEG_LAYER_III;
+  SNDFILE* const file = sf_open(path.c_str(), SFM_WRITE, &info);
+  int mode = SF_BITRATE_MODE_CONSTANT;
+  double most = 1;
+  sf_command(file, SFC_SET_BITRATE_MODE, &mode, sizeof mode);  // answers no even when it did
+  const bool set = sf_command(file, SFC_SET_COMPRESSION_LEVEL, &most, sizeof most) == SF_TRUE;
+  const bool written = sf_writef_float(file, samples.data(), sound->TotalFrames()) == sound->TotalFrames();
+  if (sf_close(file) != 0 || !set || !written) throw std::runtime_error("cannot write " + path);
   return path;
 }
 

@@ -28,6 +28,8 @@ class TemporaryFolder {
 std::string MakeTone(const std::string& path, double seconds, int sampleRate = 44100, int channels = 2);
 // An MP3 of variable bit rate with the encoder's length header.
 std::string MakeVariableMp3(const std::string& path, double seconds);
+// An MP3 of the lowest bit rate that there is for that sampling rate.
+std::string MakePoorestMp3(const std::string& path, double seconds, int sampleRate, int channels);
 // An MP3 without the length header: its first frame, which holds only that, is cut off.
 std::string WithoutLengthHeader(const std::string& from, const std::string& to);
 // The same with the header of another encoder in its place: a frame marked "VBRI".

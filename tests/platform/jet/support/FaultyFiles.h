@@ -22,7 +22,6 @@ class FaultyFiles final : public FileSystem {
   void FailAt(int call, Fault fault);
   void FailNever() { fault_ = Fault::None; }
   bool Failed() const { return failed_; }
-  int Calls() const { return calls_; }
 
   /// One change, in the order in which they were made.
   struct Change {

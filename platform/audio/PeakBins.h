@@ -1,0 +1,13 @@
+// From samples to the bins of a waveform.
+#pragma once
+
+#include <cstddef>
+
+#include "platform/audio/Peaks.h"
+
+namespace audio {
+
+// What a bin's samples come to: all channels together, full scale = 1.0, at least one.
+PeakBin BinOf(const float* samples, std::size_t count);
+
+}  // namespace audio

@@ -1,0 +1,22 @@
+#include "tests/platform/controls/Lines.h"
+
+#include <QCoreApplication>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using controls::ListBox;
+
+Lines::Lines() : clicked(&list, qOverload<>(&ListBox::clicked)), lost(&list, &ListBox::selectionLost) {
+  list.AddItems({{u"Appel"_s, 10}, {u"Banaan"_s, 20}, {u"Citroen"_s, 30}, {u"Druif"_s, 40}});
+  list.resize(300, 200);
+  list.show();
+  QCoreApplication::processEvents();
+}
+
+void Lines::Click(int row, Qt::KeyboardModifiers keys) {
+  QTest::mouseClick(list.viewport(), Qt::LeftButton, keys, Middle(row));
+}
+
+QPoint Lines::Middle(int row) {
+  return list.visualRect(list.model()->index(row, 0)).center();
+}

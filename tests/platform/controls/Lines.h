@@ -1,0 +1,20 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QSignalSpy>
+
+#include "platform/controls/ListBox.h"
+
+// A list of four lines on the screen, watched.
+class Lines : public testing::Test {
+ protected:
+  Lines();
+
+  void Click(int row, Qt::KeyboardModifiers keys = Qt::NoModifier);
+  QPoint Middle(int row);
+
+  controls::ListBox list;
+  QSignalSpy clicked;
+  QSignalSpy lost;
+};
