@@ -116,6 +116,6 @@ class frmItemsDetail : public EditorForm {
   SpotLengths lengths_;
   bool isLocked_ = false;
   qint32 locked_ = 0;     // as read, written back unchanged
-  qint32 storedMix_ = 0;  // Opt2MixPunt as read, and what the panel made of it
+  qint32 storedMix_ = 0;  // Opt2MixPunt as read or given, and what the panel made of it
   qint32 shownMix_ = 0;
 };

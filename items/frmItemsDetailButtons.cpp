@@ -85,7 +85,9 @@ void frmItemsDetail::ledMix_Click() {
     const auto answer =
         desktop::AskText(this, u"Geef een numerische waarde ..."_s, u"Items"_s, QString::number(ui_->ledMix->Value()));
     global.lastAnswer = answer.value_or(QString());
-    if (answer && runtime::IsNumeric(*answer)) ui_->ledMix->SetValue(runtime::ToLong(*answer));
+    if (!answer || !runtime::IsNumeric(*answer)) return;
+    ui_->ledMix->SetValue(runtime::ToLong(*answer));
+    storedMix_ = shownMix_ = ui_->ledMix->Value();  // meant, also where the panel showed it already
   });
 }
 

@@ -188,6 +188,24 @@ TEST_P(ItemSpotCleanup, FailedLogIsNotCalledDone) {
   OnlyError(u"GetNewID"_s);
 }
 
+TEST_P(ItemSpotCleanup, WaitingEventsGoBeforeItIsCalledDone) {
+  Prepare({});
+  frmItemSpotOpruimen form(nullptr);
+  Open(form);
+  Child<QCheckBox>(form, u"chkVerwijderID"_s).setChecked(true);
+  QList<int> seen;
+  QMetaObject::invokeMethod(
+      &form, [&] { seen = IDs(u"ItemSpots"_s); }, Qt::QueuedConnection);
+  bool handled = false;
+  const desktop::MessageBoxOutlet outlet([&](const QString&, int, const QString&) {
+    handled = !seen.isEmpty();
+    return desktop::kAnswerOk;
+  });
+  Child<QPushButton>(form, u"cmdOk"_s).click();
+  EXPECT_TRUE(handled);
+  EXPECT_EQ(seen, QList<int>{4});
+}
+
 TEST_P(ItemSpotCleanup, IdThatIsNoNumberIsAnErrorOfTheCleanup) {
   global.gstrOpruimenID = u"NIEUW"_s;
   frmItemSpotOpruimen form(nullptr);

@@ -169,6 +169,17 @@ TEST_P(LocalCopy, ServerThatVanishesBetweenEmptyingAndCopyOffersTheRowsBack) {
   EXPECT_FALSE(form.isVisible());
 }
 
+// What waits when the list is closed comes before the copy is touched.
+TEST_P(LocalCopy, WaitingEventsGoBeforeTheEmptying) {
+  frmItemSpots form(nullptr);
+  Open(form);
+  QList<int> seen;
+  QMetaObject::invokeMethod(
+      &form, [&] { seen = Copied(u"ItemSpots"_s); }, Qt::QueuedConnection);
+  Child<QPushButton>(form, u"cmdSluiten"_s).click();
+  EXPECT_EQ(seen, QList<int>{kInCopy});
+}
+
 TEST_P(LocalCopy, LostServerLeavesTheCopyEmptyOnNo) {
   CloseWithoutServer(desktop::kAnswerNo);
   EXPECT_EQ(Copied(u"ItemSpots"_s), QList<int>());

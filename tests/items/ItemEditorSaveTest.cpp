@@ -1,4 +1,5 @@
 #include "data/Messages.h"
+#include "platform/desktop/InputBox.h"
 #include "tests/items/ItemEditor.h"
 
 #include <QFile>
@@ -162,6 +163,12 @@ TEST_F(ItemSave, AMixPointThePanelCannotShowIsKeptUnlessChanged) {
   EXPECT_EQ(Mix().Value(), 0);
   Click(u"cmdOk"_s);
   EXPECT_EQ(station_.ServerRows(u"SELECT Opt2MixPunt FROM tblItems"_s).Field(u"Opt2MixPunt"_s).toInt(), -7);
+  Open(u"1"_s);
+  desktop::InputBoxScript input;
+  input.Type(u"0"_s);  // what the panel shows already; the user says it is meant
+  QTest::mouseClick(&Mix(), Qt::LeftButton);
+  Click(u"cmdOk"_s);
+  EXPECT_EQ(station_.ServerRows(u"SELECT Opt2MixPunt FROM tblItems"_s).Field(u"Opt2MixPunt"_s).toInt(), 0);
 }
 
 TEST_F(ItemSave, AnItemDeletedMeanwhileIsAnErrorAndTheFormStaysOpenAndDirty) {

@@ -2,11 +2,13 @@
 #include "data/Messages.h"
 #include "platform/controls/LedPanel.h"
 #include "platform/desktop/FileChooser.h"
+#include "platform/desktop/Lock.h"
 #include "tests/media/support/EditorDesk.h"
 
 #include <gtest/gtest.h>
 
 #include <QCheckBox>
+#include <QLineEdit>
 #include <QSignalSpy>
 #include <QTimer>
 
@@ -111,6 +113,50 @@ TEST(ItemPingleEditor, EmptyPathIsRefusedFirst) {
   EXPECT_EQ(boxes.Last().text, GetMsgElements(1500, u"Path"_s).text);
   EXPECT_EQ(Focused(*editor), u"txtPath"_s);
   EXPECT_TRUE(editor->IsDirty());
+}
+
+TEST(ItemPingleEditor, PathAndLengthAreLockedTheNameIsNot) {
+  const EditorDesk desk;
+  const auto editor = desk.OpenPingle(u"NIEUW"_s);
+  EXPECT_TRUE(desktop::IsLocked(&Child<QLineEdit>(*editor, u"txtPath"_s)));
+  EXPECT_TRUE(desktop::IsLocked(&Child<QLineEdit>(*editor, u"txtLengteSec"_s)));
+  EXPECT_FALSE(desktop::IsLocked(&Child<QLineEdit>(*editor, u"txtNaam"_s)));
+}
+
+TEST(ItemPingleEditor, EveryFieldMarksAChangeTheMixPointDoesNot) {
+  const EditorDesk desk;
+  desk.AddPingle(3, u"Opener"_s, desk.Wav(u"o.wav"_s, 5'250));
+  for (const QString& field : {u"txtNaam"_s, u"txtPath"_s, u"txtLengteSec"_s}) {
+    const auto editor = desk.OpenPingle(u"3"_s);
+    SetText(*editor, field, u"1"_s);
+    EXPECT_TRUE(editor->IsDirty()) << field.toStdString();
+  }
+  const auto editor = desk.OpenPingle(u"3"_s);
+  Child<controls::LedPanel>(*editor, u"ledMix"_s).SetValue(500);
+  EXPECT_FALSE(editor->IsDirty());
+  Click(*editor, u"chkAktief"_s);
+  EXPECT_TRUE(editor->IsDirty());
+}
+
+TEST(ItemPingleEditor, LongPathsAndNamesAndAnEmptyNameAreRefusedInTheirOrder) {
+  const EditorDesk desk;
+  const auto editor = desk.OpenPingle(u"NIEUW"_s);
+  const auto expectRefused = [&](const QString& text, const QString& focus) {
+    const desktop::MessageBoxScript boxes;
+    Click(*editor, u"cmdOk"_s);
+    ASSERT_EQ(boxes.Shown().size(), 1U);
+    EXPECT_EQ(boxes.Last().text.toStdString(), text.toStdString());
+    EXPECT_EQ(Focused(*editor), focus);
+  };
+  SetText(*editor, u"txtPath"_s, QString(241, u'x'));
+  expectRefused(GetMsgElements(1506, u"Path"_s, u"240"_s).text, u"txtPath"_s);
+  SetText(*editor, u"txtPath"_s, QString(240, u'x'));
+  expectRefused(GetMsgElements(1500, u"Naam"_s).text, u"txtNaam"_s);
+  SetText(*editor, u"txtNaam"_s, QString(71, u'n'));
+  expectRefused(GetMsgElements(1506, u"Naam"_s, u"70"_s).text, u"txtNaam"_s);
+  SetText(*editor, u"txtNaam"_s, QString(70, u'n'));
+  Click(*editor, u"cmdOk"_s);
+  EXPECT_FALSE(editor->isVisible());
 }
 
 // There is no handler for the end of playback: the timer runs until the dialog closes.

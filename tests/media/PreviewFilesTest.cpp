@@ -1,5 +1,6 @@
 // Sound files as they come: good, bad and gone. Whatever it is, the editor stays usable.
 #include "data/Globals.h"
+#include "media/AudioPreview.h"
 #include "platform/controls/LevelMeter.h"
 #include "platform/controls/WaveformStrip.h"
 #include "platform/runtime/HostPath.h"
@@ -166,6 +167,14 @@ TEST(PreviewFiles, FileOutsideTheMappedDrivesWarns) {
   EXPECT_EQ(boxes.Last().style, 48);
   EXPECT_TRUE(boxes.Last().text.contains(u"[Drives]"_s));
   EXPECT_EQ(Text(*editor, u"txtLengteSec"_s), u"3"_s);
+}
+
+TEST(PreviewDevice, UntilTheSettingsArriveThePlayerHasItsOwn) {
+  const EditorDesk desk;
+  AudioPreview preview;
+  EXPECT_EQ(preview.Player().DeviceID(), 0);
+  EXPECT_EQ(preview.Player().NumBuffers(), 20);
+  EXPECT_EQ(preview.Player().BufferSize(), 2048);
 }
 
 TEST(PreviewDevice, SettingsReachThePlayerWhenTheEditorOpens) {

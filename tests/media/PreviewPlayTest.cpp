@@ -1,5 +1,6 @@
 // Listening: play, stop, the jumps, the slider and the time, through the real dialog and the real player. The test
 // takes the sound by hand, so nothing waits for a clock.
+#include "platform/controls/LedPanel.h"
 #include "platform/controls/PositionSlider.h"
 #include "tests/media/support/EditorDesk.h"
 #include "tests/platform/audio/support/SoundFiles.h"
@@ -59,6 +60,18 @@ TEST(PreviewPlay, OpeningShowsTheTimeLeftAndTheSliderAtItsStart) {
   EXPECT_FALSE(at.timer().isActive());
 }
 
+TEST(PreviewPlay, AnotherFileShowsItsOwnLengthFromTheStart) {
+  const Listening at(40'000);
+  at.player().SetPosition(30'000);
+  at.slider().setValue(30'000);
+  Choose(*at.editor, MakeWav(at.desk.AudioFile(u"ander.wav"_s), 65'250));
+  EXPECT_EQ(at.slider().maximum(), 65'250);
+  EXPECT_EQ(at.slider().value(), 0);
+  EXPECT_EQ(Led(*at.editor, u"ledMin"_s), 1);
+  EXPECT_EQ(Led(*at.editor, u"ledSec"_s), 5);
+  EXPECT_EQ(Led(*at.editor, u"ledMilli"_s), 250);
+}
+
 TEST(PreviewPlay, PlayStartsTheTimerAndStopEndsIt) {
   const Listening at;
   QSignalSpy stopped(&at.player(), &audio::AudioPlayer::stopped);
@@ -89,6 +102,24 @@ TEST(PreviewPlay, TickCountsDownWhileTheSliderFollows) {
   EXPECT_EQ(at.slider().value(), 2'500);
   EXPECT_EQ(Led(*at.editor, u"ledSec"_s), 7);
   EXPECT_EQ(Led(*at.editor, u"ledMilli"_s), 500);
+}
+
+// A hundred times a second: a panel whose number stays is left alone.
+TEST(PreviewPlay, TickWritesOnlyThePanelsThatChange) {
+  Listening at(10'000);
+  Click(*at.editor, u"cmdPlay"_s);
+  at.desk.output.Pull(300);
+  Q_EMIT at.timer().timeout({});
+  auto& seconds = Child<controls::LedPanel>(*at.editor, u"ledSec"_s);
+  ASSERT_EQ(seconds.Value(), 9);
+  seconds.SetValue(77);
+  at.desk.output.Pull(300);
+  Q_EMIT at.timer().timeout({});
+  EXPECT_EQ(seconds.Value(), 77);
+  EXPECT_EQ(Led(*at.editor, u"ledMilli"_s), 400);
+  at.desk.output.Pull(500);
+  Q_EMIT at.timer().timeout({});
+  EXPECT_EQ(seconds.Value(), 8);
 }
 
 TEST(PreviewPlay, EndOfTheFileStopsTheTimerWithNothingLeft) {

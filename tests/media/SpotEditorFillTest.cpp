@@ -5,6 +5,7 @@
 #include "platform/desktop/Lock.h"
 #include "platform/runtime/Clock.h"
 #include "tests/media/support/EditorDesk.h"
+#include "tests/support/PointerWatch.h"
 
 #include <gtest/gtest.h>
 
@@ -64,6 +65,31 @@ TEST(ItemSpotEditorFill, MeasuredLengthWinsOverTheStoredOne) {
   const EditorDesk desk;
   desk.AddSpot(1, u"A"_s, desk.Wav(u"a.wav"_s, 12'345));
   EXPECT_EQ(Text(*desk.OpenSpot(u"1"_s), u"txtLengteSec"_s), u"12"_s);
+}
+
+TEST(ItemSpotEditorFill, StoredPathIsTrimmedBeforeItIsLoaded) {
+  const EditorDesk desk;
+  const QString path = desk.Wav(u"a.wav"_s, 3'000);
+  desk.AddSpot(1, u"A"_s, u"  "_s + path + u" "_s);
+  const auto editor = desk.OpenSpot(u"1"_s);
+  EXPECT_EQ(Text(*editor, u"txtPath"_s), path);
+  EXPECT_EQ(Text(*editor, u"txtLengteSec"_s), u"3"_s);
+}
+
+TEST(ItemSpotEditorFill, WithoutAPathTheStoredLengthIsShown) {
+  const EditorDesk desk;
+  desk.station.OnServer(u"INSERT INTO tblItemSpots (ID, Naam, LengteSec) VALUES (3, \"A\", 9)"_s);
+  EXPECT_EQ(Text(*desk.OpenSpot(u"3"_s), u"txtLengteSec"_s), u"9"_s);
+}
+
+TEST(ItemSpotEditorFill, AnyFlagButZeroIsTicked) {
+  const EditorDesk desk;
+  desk.station.OnServer(u"INSERT INTO tblItemSpots (ID, Naam) VALUES (3, \"A\")"_s);
+  for (const auto& [flag, ticked] : {std::pair(u"-1"_s, true), std::pair(u"1"_s, true), std::pair(u"7"_s, true),
+                                     std::pair(u"0"_s, false), std::pair(u"NULL"_s, false)}) {
+    desk.station.OnServer(u"UPDATE tblItemSpots SET Aktief = "_s + flag);
+    EXPECT_EQ(Aktief(*desk.OpenSpot(u"3"_s)), ticked) << flag.toStdString();
+  }
 }
 
 TEST(ItemSpotEditorFill, LastPlayedAtMidnightLeavesTheTimeOut) {
@@ -128,6 +154,16 @@ TEST(ItemSpotEditorFill, UnreachableDatabaseIsOneErrorUnderItsProcedure) {
   ASSERT_EQ(boxes.Shown().size(), 1U);
   EXPECT_EQ(boxes.Last().title, u"FillForm"_s);
   EXPECT_TRUE(desktop::IsLocked(&Child<QLineEdit>(*editor, u"txtPath"_s)));
+}
+
+TEST(ItemSpotEditorFill, OpeningShowsTheHourglass) {
+  const EditorDesk desk;
+  global.serverDatabasePath = u"Z:\\nergens\\OvalistoServer.mdb"_s;
+  const testing_support::PointerWatch watch;
+  desk.OpenSpot(u"NIEUW"_s);
+  desk.OpenPingle(u"NIEUW"_s);
+  EXPECT_EQ(watch.UnderHourglass(), (QStringList{u"FillForm"_s, u"FillForm"_s}));
+  EXPECT_FALSE(testing_support::PointerWatch::IsHourglass());
 }
 
 TEST(ItemSpotEditorFill, IdBeyondItsRangeIsAnErrorOfLoading) {

@@ -3,6 +3,7 @@
 #include "data/Messages.h"
 #include "platform/controls/LedPanel.h"
 #include "tests/media/support/EditorDesk.h"
+#include "tests/support/PointerWatch.h"
 
 #include <gtest/gtest.h>
 
@@ -118,6 +119,32 @@ TEST(ItemSpotEditorSave, NewSpotIsListedHoweverItsPathCameIn) {
   EXPECT_EQ(desk.AudioList(), QStringList(path));
 }
 
+TEST(ItemSpotEditorSave, ALengthThatIsNoNumberIsStoredAsZeroAndTheStartPointAlwaysIs) {
+  const EditorDesk desk;
+  desk.AddSpot(1, u"A"_s, desk.Wav(u"a.wav"_s, 4'000), u"7, 1500, 0, 45658, 6, 45700, 22, 0, 1"_s);
+  const auto editor = desk.OpenSpot(u"1"_s);
+  SetText(*editor, u"txtLengteSec"_s, u"kort"_s);
+  Click(*editor, u"cmdOk"_s);
+  EXPECT_EQ(Number(desk.Spot(1), u"LengteSec"_s), 0);
+  EXPECT_EQ(Number(desk.Spot(1), u"StartPunt"_s), 0);
+}
+
+TEST(ItemSpotEditorSave, LengthsAreCountedAsTypedBlanksIncluded) {
+  const EditorDesk desk;
+  const auto editor = NewSpot(desk, QString(70, u'n') + u' ');
+  ExpectRefused(*editor, Message(1506, u"Naam"_s, u"70"_s), u"txtNaam"_s);
+  SetText(*editor, u"txtPath"_s, u"Z:\\"_s + QString(237, u'x') + u' ');
+  ExpectRefused(*editor, Message(1506, u"Path"_s, u"240"_s), u"txtPath"_s);
+}
+
+TEST(ItemSpotEditorSave, SavingShowsTheHourglass) {
+  const EditorDesk desk;
+  const auto editor = NewSpot(desk, u"Spot \"extra\""_s);
+  const testing_support::PointerWatch watch;
+  Click(*editor, u"cmdOk"_s);
+  EXPECT_EQ(watch.UnderHourglass(), QStringList{u"Insert_tblItemSpots"_s});
+}
+
 TEST(ItemSpotEditorSave, TestsRunInTheirOrder) {
   const EditorDesk desk;
   desk.AddSpot(1, u"Bezet"_s, u"Z:\\x.wav"_s);
@@ -187,6 +214,16 @@ TEST(ItemSpotEditorSave, MixPointOutsideThePanelIsSavedAsReadUnlessChanged) {
   Click(*editor, u"cmdOk"_s);
   EXPECT_EQ(Number(desk.Spot(1), u"Mixpunt"_s), 1'500'000);
   editor = desk.OpenSpot(u"1"_s);
+  Click(*editor, u"cmdResetMix"_s);
+  Click(*editor, u"cmdOk"_s);
+  EXPECT_EQ(Number(desk.Spot(1), u"Mixpunt"_s), 0);
+}
+
+// The panel showed that end already; the user says it is meant.
+TEST(ItemSpotEditorSave, MixPointSetToTheEndThatIsShownIsAChange) {
+  const EditorDesk desk;
+  desk.AddSpot(1, u"A"_s, desk.Wav(u"a.wav"_s, 1000), u"7, 0, -5, 45658, 6, 45700, 22, 0, 1"_s);
+  const auto editor = desk.OpenSpot(u"1"_s);
   Click(*editor, u"cmdResetMix"_s);
   Click(*editor, u"cmdOk"_s);
   EXPECT_EQ(Number(desk.Spot(1), u"Mixpunt"_s), 0);
