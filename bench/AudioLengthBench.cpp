@@ -2,6 +2,12 @@
 // First the time for a spot of 30 seconds and for an hour, ours also within a program that links the library. Then more
 // than a thousand MP3 files of every kind and some WAV: how often each tool is wrong by more than a millisecond, held
 // against what went into the files. Fails when ours is. usage: AudioLengthBench
+#include "bench/LengthFiles.h"
+#include "bench/LengthTools.h"
+#include "bench/Plain.h"
+#include "platform/audio/Measure.h"
+#include "platform/audio/Synth.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
@@ -13,12 +19,6 @@
 #include <map>
 #include <string>
 #include <vector>
-
-#include "bench/LengthFiles.h"
-#include "bench/LengthTools.h"
-#include "bench/Plain.h"
-#include "platform/audio/Measure.h"
-#include "platform/audio/Synth.h"
 
 namespace {
 

@@ -1,9 +1,10 @@
 #pragma once
 
-#include <QString>
-#include <memory>
-
 #include "platform/jet/FileSystem.h"
+
+#include <QString>
+
+#include <memory>
 
 namespace bench {
 

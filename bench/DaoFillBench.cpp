@@ -1,19 +1,20 @@
 // Filling a list of 50 000 item-spots as the screens do (open, select with filter and order, walk, release), beside
 // plain SQLite doing the same query on the same rows; then what a small statement costs apart from its syncs.
-#include <sqlite3.h>
+#include "platform/dao/Database.h"
+#include "platform/dao/Storage.h"
+#include "platform/runtime/Error.h"
 
 #include <QFile>
 #include <QTemporaryDir>
+
+#include <sqlite3.h>
+
 #include <algorithm>
 #include <cstdio>
 #include <functional>
 #include <random>
 #include <utility>
 #include <vector>
-
-#include "platform/dao/Database.h"
-#include "platform/dao/Storage.h"
-#include "platform/runtime/Error.h"
 
 using namespace Qt::StringLiterals;
 

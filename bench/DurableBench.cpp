@@ -6,8 +6,16 @@
 // usage: DurableBench [CHANGES [FOLDER]]       of each kind, 1000 when not told: a disk whose syncs take milliseconds
 //        is through in minutes; the folder is SPOTROOSTER_BENCH_FOLDER or beside this program
 //        DurableBench alone dao|jet|sqlite insert|update|delete CHANGES       one kind in memory, for a profiler
+#include "bench/BenchFolder.h"
+#include "bench/ChangedTable.h"
+#include "bench/Plain.h"
+#include "bench/TimedFiles.h"
+#include "platform/dao/Database.h"
+#include "platform/dao/FileSystemScope.h"
+
 #include <QDir>
 #include <QTemporaryDir>
+
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -15,13 +23,6 @@
 #include <numeric>
 #include <random>
 #include <vector>
-
-#include "bench/BenchFolder.h"
-#include "bench/ChangedTable.h"
-#include "bench/Plain.h"
-#include "bench/TimedFiles.h"
-#include "platform/dao/Database.h"
-#include "platform/dao/FileSystemScope.h"
 
 using namespace Qt::StringLiterals;
 using bench::ChangedTable;

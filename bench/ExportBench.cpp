@@ -20,6 +20,7 @@
 #include <QStandardPaths>
 
 #include <sys/resource.h>
+
 #include <cstdio>
 #include <cstdlib>
 

@@ -4,14 +4,6 @@
 // takes, which is told beside them.
 // usage: GrowthBench [FOLDER]      the folder is SPOTROOSTER_BENCH_FOLDER or beside this program
 //        GrowthBench read FILE     reads all fields of all rows once, for the memory that takes
-#include <QFileInfo>
-#include <QTemporaryDir>
-#include <algorithm>
-#include <cstdio>
-#include <filesystem>
-#include <optional>
-#include <vector>
-
 #include "bench/BenchFolder.h"
 #include "bench/ChangedTable.h"
 #include "bench/Child.h"
@@ -19,6 +11,15 @@
 #include "bench/TimedFiles.h"
 #include "platform/dao/Database.h"
 #include "platform/dao/FileSystemScope.h"
+
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <optional>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 using bench::Require;

@@ -2,6 +2,11 @@
 // and mdb-reader; 10 000 rows; one row by its key in tables of a thousand to a million rows. Processor time.
 // usage: JetReadBench [scan FILE | csv FILE | make FILE ROWS | alone]
 // scan and csv are one reading, for a profiler; alone leaves out what takes the time of other programs.
+#include "bench/Child.h"
+#include "platform/jet/Database.h"
+#include "platform/jet/Error.h"
+#include "tools/TableCsv.h"
+
 #include <unistd.h>
 
 #include <algorithm>
@@ -12,11 +17,6 @@
 #include <filesystem>
 #include <functional>
 #include <random>
-
-#include "bench/Child.h"
-#include "platform/jet/Database.h"
-#include "platform/jet/Error.h"
-#include "tools/TableCsv.h"
 
 namespace {
 

@@ -1,13 +1,13 @@
+#include "bench/LengthFiles.h"
+#include "bench/Mp3Frames.h"
+#include "bench/Plain.h"
+#include "platform/audio/Synth.h"
+
 #include <cmath>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <random>
-
-#include "bench/LengthFiles.h"
-#include "bench/Mp3Frames.h"
-#include "bench/Plain.h"
-#include "platform/audio/Synth.h"
 
 namespace bench {
 namespace {

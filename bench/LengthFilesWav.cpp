@@ -1,6 +1,6 @@
-#include <fstream>
-
 #include "bench/LengthFiles.h"
+
+#include <fstream>
 
 namespace bench {
 namespace {

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "bench/LengthFiles.h"
+
 #include <functional>
 #include <optional>
 #include <string>
 #include <vector>
-
-#include "bench/LengthFiles.h"
 
 namespace bench {
 

@@ -14,6 +14,7 @@
 #include <QPushButton>
 
 #include <sqlite3.h>
+
 #include <algorithm>
 #include <cstdio>
 #include <ctime>

@@ -1,9 +1,9 @@
 #include "bench/Mp3Frames.h"
 
+#include "bench/Plain.h"
+
 #include <algorithm>
 #include <array>
-
-#include "bench/Plain.h"
 
 namespace bench {
 namespace {

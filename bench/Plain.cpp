@@ -2,6 +2,7 @@
 
 #include <QElapsedTimer>
 #include <QFile>
+
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>

@@ -1,9 +1,10 @@
 #pragma once
 
-#include <sqlite3.h>
-
 #include <QByteArray>
 #include <QString>
+
+#include <sqlite3.h>
+
 #include <functional>
 #include <vector>
 

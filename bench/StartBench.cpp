@@ -14,6 +14,7 @@
 #include <QStandardPaths>
 
 #include <sys/prctl.h>
+
 #include <csignal>
 #include <cstdio>
 #include <vector>

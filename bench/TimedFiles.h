@@ -1,9 +1,9 @@
 #pragma once
 
+#include "platform/jet/FileSystem.h"
+
 #include <functional>
 #include <string>
-
-#include "platform/jet/FileSystem.h"
 
 namespace bench {
 

@@ -16,6 +16,7 @@
 #include <QTemporaryDir>
 
 #include <sys/resource.h>
+
 #include <cstdio>
 #include <string>
 #include <vector>

@@ -3,6 +3,7 @@
 #include "bench/Plain.h"
 
 #include <poll.h>
+
 #include <cstdlib>
 #include <cstring>
 #include <memory>

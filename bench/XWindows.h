@@ -1,8 +1,8 @@
 #pragma once
-#include <xcb/xcb.h>
-
 #include <QByteArray>
 #include <QString>
+
+#include <xcb/xcb.h>
 
 namespace bench {
 

@@ -1,4 +1,9 @@
 // Opens any bytes as a sound file, measures it and reads here and there. What is no sound may end in audio::Error only.
+#include "fuzz/CpuLimit.h"
+#include "platform/audio/Decoder.h"
+#include "platform/audio/Error.h"
+#include "platform/audio/Measure.h"
+
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -7,11 +12,6 @@
 #include <cstdlib>
 #include <string>
 #include <vector>
-
-#include "fuzz/CpuLimit.h"
-#include "platform/audio/Decoder.h"
-#include "platform/audio/Error.h"
-#include "platform/audio/Measure.h"
 
 namespace {
 

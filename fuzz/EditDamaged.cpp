@@ -1,15 +1,15 @@
 #include "fuzz/EditDamaged.h"
 
-#include <algorithm>
-#include <stdexcept>
-#include <string>
-#include <vector>
-
 #include "fuzz/EditBases.h"
 #include "platform/jet/Check.h"
 #include "platform/jet/Codec.h"
 #include "platform/jet/Error.h"
 #include "platform/jet/MemoryFileSystem.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <string>
+#include <vector>
 
 namespace jet::fuzz {
 

@@ -1,8 +1,8 @@
 // Tells libFuzzer how to change a database: mostly fields of pages, now and then anything.
+#include "fuzz/PageMutator.h"
+
 #include <algorithm>
 #include <cstdint>
-
-#include "fuzz/PageMutator.h"
 
 extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, std::size_t maxSize);
 

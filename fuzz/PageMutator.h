@@ -1,9 +1,9 @@
 #pragma once
 
+#include "platform/jet/Bytes.h"
+
 #include <cstdint>
 #include <random>
-
-#include "platform/jet/Bytes.h"
 
 namespace fuzz {
 

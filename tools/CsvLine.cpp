@@ -1,12 +1,12 @@
 #include "tools/CsvLine.h"
 
+#include "platform/jet/Utf8.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <chrono>
 #include <cmath>
-
-#include "platform/jet/Utf8.h"
 
 namespace {
 

@@ -1,11 +1,12 @@
 #include "platform/audio/AudioPlayer.h"
 
-#include <QMetaObject>
-#include <utility>
-
 #include "platform/audio/Error.h"
 #include "platform/audio/PortAudioOutput.h"
 #include "platform/runtime/Error.h"
+
+#include <QMetaObject>
+
+#include <utility>
 
 namespace audio {
 namespace {

@@ -1,12 +1,13 @@
 // The player of the editors: PlayerCore with Qt signals on the user-interface thread.
 #pragma once
 
-#include <QObject>
-#include <QString>
-#include <memory>
-
 #include "platform/audio/Output.h"
 #include "platform/audio/PlayerCore.h"
+
+#include <QObject>
+#include <QString>
+
+#include <memory>
 
 namespace audio {
 

@@ -1,15 +1,15 @@
 #include "platform/audio/Decoder.h"
 
+#include "platform/audio/Error.h"
+#include "platform/audio/Mp3Decoder.h"
+#include "platform/audio/SndfileDecoder.h"
+#include "platform/audio/SourceFile.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
-
-#include "platform/audio/Error.h"
-#include "platform/audio/Mp3Decoder.h"
-#include "platform/audio/SndfileDecoder.h"
-#include "platform/audio/SourceFile.h"
 
 namespace audio {
 namespace {

@@ -1,14 +1,14 @@
 // The decoding thread: keeps the buffers filled and the output in the state that is wanted.
 #pragma once
 
-#include <chrono>
-#include <memory>
-#include <thread>
-
 #include "platform/audio/Output.h"
 #include "platform/audio/Playout.h"
 #include "platform/audio/StereoStream.h"
 #include "platform/audio/Transport.h"
+
+#include <chrono>
+#include <memory>
+#include <thread>
 
 namespace audio {
 

@@ -1,5 +1,7 @@
 #include "platform/audio/Loudness.h"
 
+#include "platform/audio/Error.h"
+
 #include <ebur128.h>
 
 #include <algorithm>
@@ -7,8 +9,6 @@
 #include <limits>
 #include <memory>
 #include <vector>
-
-#include "platform/audio/Error.h"
 
 namespace audio {
 namespace {

@@ -1,13 +1,13 @@
 #include "platform/audio/Mp3Decoder.h"
 
+#include "platform/audio/Error.h"
+
 #include <mpg123.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <string_view>
-
-#include "platform/audio/Error.h"
 
 namespace audio {
 namespace {

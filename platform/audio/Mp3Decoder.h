@@ -1,10 +1,10 @@
 // MPEG audio (layers I to III) through libmpg123.
 #pragma once
 
-#include <memory>
-
 #include "platform/audio/Decoder.h"
 #include "platform/audio/SourceFile.h"
+
+#include <memory>
 
 struct mpg123_handle_struct;
 

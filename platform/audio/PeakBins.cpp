@@ -1,11 +1,11 @@
 #include "platform/audio/PeakBins.h"
 
+#include "platform/audio/Decoder.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <numeric>
-
-#include "platform/audio/Decoder.h"
 
 namespace audio {
 

@@ -1,9 +1,9 @@
 // From samples to the bins of a waveform.
 #pragma once
 
-#include <cstddef>
-
 #include "platform/audio/Peaks.h"
+
+#include <cstddef>
 
 namespace audio {
 

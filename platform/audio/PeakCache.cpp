@@ -1,5 +1,9 @@
 #include "platform/audio/PeakCache.h"
 
+#include "platform/audio/Error.h"
+#include "platform/audio/PeakFile.h"
+#include "platform/audio/SourceFile.h"
+
 #include <unistd.h>
 
 #include <algorithm>
@@ -13,10 +17,6 @@
 #include <string_view>
 #include <system_error>
 #include <vector>
-
-#include "platform/audio/Error.h"
-#include "platform/audio/PeakFile.h"
-#include "platform/audio/SourceFile.h"
 
 namespace audio {
 namespace {

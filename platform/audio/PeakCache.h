@@ -1,12 +1,12 @@
 // Waveforms that were read before.
 #pragma once
 
+#include "platform/audio/FileStamp.h"
+#include "platform/audio/Peaks.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
-
-#include "platform/audio/FileStamp.h"
-#include "platform/audio/Peaks.h"
 
 namespace audio {
 

@@ -1,13 +1,13 @@
 // How the waveform of one file is kept on disk.
 #pragma once
 
+#include "platform/audio/FileStamp.h"
+#include "platform/audio/Peaks.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
-
-#include "platform/audio/FileStamp.h"
-#include "platform/audio/Peaks.h"
 
 namespace audio {
 

@@ -1,14 +1,15 @@
 #include "platform/audio/PeakReader.h"
 
+#include "platform/audio/GiveWay.h"
+#include "platform/audio/PeakCache.h"
+
 #include <QMetaObject>
+
 #include <atomic>
 #include <exception>
 #include <functional>
 #include <thread>
 #include <utility>
-
-#include "platform/audio/GiveWay.h"
-#include "platform/audio/PeakCache.h"
 
 namespace audio {
 

@@ -1,13 +1,14 @@
 // Peaks in the background, for a window.
 #pragma once
 
+#include "platform/audio/Peaks.h"
+
 #include <QObject>
 #include <QString>
+
 #include <memory>
 #include <span>
 #include <vector>
-
-#include "platform/audio/Peaks.h"
 
 namespace audio {
 

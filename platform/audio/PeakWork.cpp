@@ -1,9 +1,9 @@
 #include "platform/audio/PeakWork.h"
 
+#include "platform/audio/PeakBins.h"
+
 #include <algorithm>
 #include <utility>
-
-#include "platform/audio/PeakBins.h"
 
 namespace audio {
 namespace {

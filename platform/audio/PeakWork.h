@@ -1,12 +1,12 @@
 // The reading of one file's peaks, done by several threads together.
 #pragma once
 
+#include "platform/audio/Decoder.h"
+#include "platform/audio/Peaks.h"
+
 #include <cstddef>
 #include <mutex>
 #include <vector>
-
-#include "platform/audio/Decoder.h"
-#include "platform/audio/Peaks.h"
 
 namespace audio {
 

@@ -1,12 +1,12 @@
 #include "platform/audio/Peaks.h"
 
+#include "platform/audio/Error.h"
+#include "platform/audio/PeakWork.h"
+
 #include <algorithm>
 #include <future>
 #include <memory>
 #include <thread>
-
-#include "platform/audio/Error.h"
-#include "platform/audio/PeakWork.h"
 
 namespace audio {
 namespace {

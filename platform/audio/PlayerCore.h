@@ -1,13 +1,13 @@
 // The player without Qt: decoding thread, buffers and position.
 #pragma once
 
-#include <cstdint>
-#include <string>
-
 #include "platform/audio/Feeder.h"
 #include "platform/audio/Output.h"
 #include "platform/audio/Playout.h"
 #include "platform/audio/Transport.h"
+
+#include <cstdint>
+#include <string>
 
 namespace audio {
 

@@ -1,13 +1,13 @@
 // The device's side of the player: copies and meters, nothing else.
 #pragma once
 
+#include "platform/audio/BlockRing.h"
+#include "platform/audio/Output.h"
+
 #include <array>
 #include <atomic>
 #include <cstdint>
 #include <memory>
-
-#include "platform/audio/BlockRing.h"
-#include "platform/audio/Output.h"
 
 namespace audio {
 

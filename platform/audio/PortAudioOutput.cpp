@@ -1,5 +1,8 @@
 #include "platform/audio/PortAudioOutput.h"
 
+#include "platform/audio/Error.h"
+#include "platform/audio/SilentOutput.h"
+
 #include <dlfcn.h>
 #include <portaudio.h>
 
@@ -8,9 +11,6 @@
 #include <chrono>
 #include <exception>
 #include <mutex>
-
-#include "platform/audio/Error.h"
-#include "platform/audio/SilentOutput.h"
 
 namespace audio {
 namespace {

@@ -1,9 +1,9 @@
 // Playback on a sound device, through PortAudio.
 #pragma once
 
-#include <memory>
-
 #include "platform/audio/Output.h"
+
+#include <memory>
 
 namespace audio {
 

@@ -1,12 +1,12 @@
 // Playback without a device: the clock takes the frames.
 #pragma once
 
+#include "platform/audio/Output.h"
+
 #include <condition_variable>
 #include <mutex>
 #include <string>
 #include <thread>
-
-#include "platform/audio/Output.h"
 
 namespace audio {
 

@@ -1,12 +1,12 @@
 #include "platform/audio/SndfileDecoder.h"
 
+#include "platform/audio/Error.h"
+
 #include <sndfile.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <vector>
-
-#include "platform/audio/Error.h"
 
 namespace audio {
 namespace {

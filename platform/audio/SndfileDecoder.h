@@ -1,12 +1,12 @@
 // WAV, AIFF, FLAC, Ogg and the like through libsndfile.
 #pragma once
 
+#include "platform/audio/Decoder.h"
+#include "platform/audio/SourceFile.h"
+
 #include <sndfile.h>
 
 #include <memory>
-
-#include "platform/audio/Decoder.h"
-#include "platform/audio/SourceFile.h"
 
 namespace audio {
 

@@ -1,5 +1,7 @@
 #include "platform/audio/SourceFile.h"
 
+#include "platform/audio/Error.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -8,8 +10,6 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-
-#include "platform/audio/Error.h"
 
 namespace audio {
 namespace {

@@ -1,10 +1,10 @@
 #include "platform/audio/StereoStream.h"
 
+#include "platform/audio/Error.h"
+
 #include <samplerate.h>
 
 #include <algorithm>
-
-#include "platform/audio/Error.h"
 
 namespace audio {
 namespace {

@@ -1,11 +1,11 @@
 // A file's sound as the output wants it: 16-bit stereo at the output's rate.
 #pragma once
 
+#include "platform/audio/Decoder.h"
+
 #include <cstdint>
 #include <memory>
 #include <vector>
-
-#include "platform/audio/Decoder.h"
 
 struct SRC_STATE_tag;
 

@@ -1,5 +1,8 @@
 #include "platform/audio/Synth.h"
 
+#include "platform/audio/Error.h"
+#include "platform/audio/Voice.h"
+
 #include <sndfile.h>
 
 #include <algorithm>
@@ -7,9 +10,6 @@
 #include <cmath>
 #include <memory>
 #include <vector>
-
-#include "platform/audio/Error.h"
-#include "platform/audio/Voice.h"
 
 namespace audio {
 namespace {

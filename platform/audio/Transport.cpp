@@ -1,10 +1,10 @@
 #include "platform/audio/Transport.h"
 
+#include "platform/audio/Error.h"
+
 #include <algorithm>
 #include <chrono>
 #include <utility>
-
-#include "platform/audio/Error.h"
 
 namespace audio {
 

@@ -1,6 +1,10 @@
 // What the player is doing: the state that the controlling thread and the decoding thread share.
 #pragma once
 
+#include "platform/audio/Decoder.h"
+#include "platform/audio/Output.h"
+#include "platform/audio/Playout.h"
+
 #include <chrono>
 #include <condition_variable>
 #include <cstdint>
@@ -9,10 +13,6 @@
 #include <mutex>
 #include <optional>
 #include <string>
-
-#include "platform/audio/Decoder.h"
-#include "platform/audio/Output.h"
-#include "platform/audio/Playout.h"
 
 namespace audio {
 

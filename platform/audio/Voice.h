@@ -1,10 +1,10 @@
 // The sound source of Synth: something like speech, or like a short tune.
 #pragma once
 
+#include "platform/audio/Synth.h"
+
 #include <cstddef>
 #include <cstdint>
-
-#include "platform/audio/Synth.h"
 
 namespace audio {
 

@@ -1,5 +1,7 @@
 #include "platform/controls/CalendarPopup.h"
 
+#include "platform/desktop/Icons.h"
+
 #include <QCalendarWidget>
 #include <QScreen>
 #include <QTextCharFormat>
@@ -7,8 +9,6 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
-
-#include "platform/desktop/Icons.h"
 
 namespace controls {
 

@@ -1,5 +1,7 @@
 #include "platform/controls/ComboBox.h"
 
+#include "platform/runtime/Error.h"
+
 #include <QAbstractItemView>
 #include <QHelpEvent>
 #include <QScreen>
@@ -9,8 +11,6 @@
 #include <QToolTip>
 
 #include <algorithm>
-
-#include "platform/runtime/Error.h"
 
 namespace controls {
 namespace {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QComboBox>
+
 #include <vector>
 
 namespace controls {

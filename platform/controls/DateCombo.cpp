@@ -1,11 +1,11 @@
 #include "platform/controls/DateCombo.h"
 
-#include <QAction>
-#include <QKeyEvent>
-
 #include "platform/controls/CalendarPopup.h"
 #include "platform/desktop/Icons.h"
 #include "platform/runtime/Dates.h"
+
+#include <QAction>
+#include <QKeyEvent>
 
 namespace controls {
 namespace {

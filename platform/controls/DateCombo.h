@@ -2,6 +2,7 @@
 
 #include <QDate>
 #include <QLineEdit>
+
 #include <optional>
 
 class QAction;

@@ -1,10 +1,11 @@
 #include "platform/controls/LedClockGround.h"
 
-#include <QEvent>
-#include <algorithm>
-
 #include "platform/controls/LedDigits.h"
 #include "platform/controls/LedPanel.h"
+
+#include <QEvent>
+
+#include <algorithm>
 
 namespace controls {
 namespace {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QString>
-
 #include "platform/controls/InstrumentGround.h"
+
+#include <QString>
 
 namespace controls {
 

@@ -1,10 +1,11 @@
 #include "platform/controls/LedDigits.h"
 
+#include "platform/desktop/Tokens.h"
+
 #include <QPainter>
 #include <QPolygonF>
-#include <array>
 
-#include "platform/desktop/Tokens.h"
+#include <array>
 
 namespace controls {
 namespace {

@@ -1,13 +1,14 @@
 #include "platform/controls/LedPanel.h"
 
-#include <QAccessible>
-#include <QKeyEvent>
-#include <QPainter>
-#include <algorithm>
-
 #include "platform/controls/InstrumentGround.h"
 #include "platform/controls/LedDigits.h"
 #include "platform/desktop/Tokens.h"
+
+#include <QAccessible>
+#include <QKeyEvent>
+#include <QPainter>
+
+#include <algorithm>
 
 namespace controls {
 

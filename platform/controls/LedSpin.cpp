@@ -1,13 +1,14 @@
 #include "platform/controls/LedSpin.h"
 
+#include "platform/desktop/Tokens.h"
+
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPainterPath>
 #include <QTimer>
 #include <QWheelEvent>
-#include <algorithm>
 
-#include "platform/desktop/Tokens.h"
+#include <algorithm>
 
 namespace controls {
 namespace {

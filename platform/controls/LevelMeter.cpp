@@ -1,11 +1,12 @@
 #include "platform/controls/LevelMeter.h"
 
+#include "platform/desktop/Tokens.h"
+
 #include <QPaintEvent>
 #include <QPainter>
+
 #include <algorithm>
 #include <cmath>
-
-#include "platform/desktop/Tokens.h"
 
 namespace controls {
 namespace {

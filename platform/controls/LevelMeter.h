@@ -1,10 +1,10 @@
 #pragma once
 
+#include "platform/controls/LevelBallistics.h"
+
 #include <QElapsedTimer>
 #include <QTimer>
 #include <QWidget>
-
-#include "platform/controls/LevelBallistics.h"
 
 namespace controls {
 

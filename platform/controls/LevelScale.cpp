@@ -1,10 +1,10 @@
 #include "platform/controls/LevelScale.h"
 
+#include "platform/desktop/Tokens.h"
+
 #include <QPainter>
 
 #include <algorithm>
-
-#include "platform/desktop/Tokens.h"
 
 namespace controls {
 namespace {

@@ -1,12 +1,12 @@
 #include "platform/controls/LineDelegate.h"
 
-#include <QPainter>
-
-#include <algorithm>
-
 #include "platform/controls/LineModel.h"
 #include "platform/controls/Marks.h"
 #include "platform/desktop/Tokens.h"
+
+#include <QPainter>
+
+#include <algorithm>
 
 namespace controls {
 namespace {

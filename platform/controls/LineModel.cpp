@@ -1,10 +1,10 @@
 #include "platform/controls/LineModel.h"
 
+#include "platform/runtime/Error.h"
+
 #include <algorithm>
 #include <iterator>
 #include <utility>
-
-#include "platform/runtime/Error.h"
 
 namespace controls {
 

@@ -1,11 +1,12 @@
 #pragma once
 
-#include <QAbstractListModel>
-#include <functional>
-#include <vector>
-
 #include "platform/controls/FoldedTexts.h"
 #include "platform/controls/ListLine.h"
+
+#include <QAbstractListModel>
+
+#include <functional>
+#include <vector>
 
 namespace controls {
 

@@ -1,5 +1,10 @@
 #include "platform/controls/ListBox.h"
 
+#include "platform/controls/LineDelegate.h"
+#include "platform/controls/LineModel.h"
+#include "platform/desktop/Tokens.h"
+#include "platform/runtime/Error.h"
+
 #include <QDropEvent>
 #include <QKeyEvent>
 #include <QPainter>
@@ -7,11 +12,6 @@
 #include <QScrollBar>
 
 #include <algorithm>
-
-#include "platform/controls/LineDelegate.h"
-#include "platform/controls/LineModel.h"
-#include "platform/desktop/Tokens.h"
-#include "platform/runtime/Error.h"
 
 namespace controls {
 

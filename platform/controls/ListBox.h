@@ -1,10 +1,11 @@
 #pragma once
 
+#include "platform/controls/ListLine.h"
+
 #include <QListView>
+
 #include <functional>
 #include <vector>
-
-#include "platform/controls/ListLine.h"
 
 namespace controls {
 

@@ -1,11 +1,11 @@
 #include "platform/controls/Marks.h"
 
+#include "platform/desktop/Tokens.h"
+
 #include <QPainter>
 #include <QPalette>
 
 #include <algorithm>
-
-#include "platform/desktop/Tokens.h"
 
 namespace controls {
 

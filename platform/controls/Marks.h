@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QColor>
-
 #include "platform/controls/ListLine.h"
+
+#include <QColor>
 
 class QPainter;
 class QPalette;

@@ -1,11 +1,12 @@
 #include "platform/controls/PositionSlider.h"
 
+#include "platform/desktop/Tokens.h"
+
 #include <QKeyEvent>
 #include <QPainter>
+
 #include <algorithm>
 #include <cmath>
-
-#include "platform/desktop/Tokens.h"
 
 namespace controls {
 namespace {

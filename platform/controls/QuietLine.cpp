@@ -1,8 +1,8 @@
 #include "platform/controls/QuietLine.h"
 
-#include <QPainter>
-
 #include "platform/desktop/Tokens.h"
+
+#include <QPainter>
 
 namespace controls {
 

@@ -1,8 +1,8 @@
 #include "platform/controls/StateMark.h"
 
-#include <QPainter>
-
 #include "platform/controls/Marks.h"
+
+#include <QPainter>
 
 namespace controls {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QWidget>
-
 #include "platform/controls/ListLine.h"
+
+#include <QWidget>
 
 namespace controls {
 

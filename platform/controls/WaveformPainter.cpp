@@ -1,12 +1,13 @@
 #include "platform/controls/WaveformPainter.h"
 
+#include "platform/controls/WaveformPeaks.h"
+#include "platform/desktop/Tokens.h"
+
 #include <QPainter>
+
 #include <algorithm>
 #include <array>
 #include <cmath>
-
-#include "platform/controls/WaveformPeaks.h"
-#include "platform/desktop/Tokens.h"
 
 namespace controls {
 namespace {

@@ -1,13 +1,14 @@
 #include "platform/controls/WaveformStrip.h"
 
-#include <QKeyEvent>
-#include <QPainter>
-#include <algorithm>
-#include <cmath>
-
 #include "platform/controls/InstrumentGround.h"
 #include "platform/controls/WaveformPainter.h"
 #include "platform/desktop/Tokens.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
 
 namespace controls {
 namespace {

@@ -1,9 +1,10 @@
 #pragma once
 
-#include <QWidget>
-#include <vector>
-
 #include "platform/controls/WaveformPeaks.h"
+
+#include <QWidget>
+
+#include <vector>
 
 namespace controls {
 

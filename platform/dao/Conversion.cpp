@@ -1,18 +1,19 @@
 #include "platform/dao/Conversion.h"
 
+#include "platform/jet/ExactNumber.h"
+#include "platform/runtime/Dates.h"
+#include "platform/runtime/Error.h"
+#include "platform/runtime/Numbers.h"
+
 #include <QDateTime>
 #include <QRegularExpression>
 #include <QUuid>
+
 #include <cfloat>
 #include <cmath>
 #include <limits>
 #include <optional>
 #include <span>
-
-#include "platform/jet/ExactNumber.h"
-#include "platform/runtime/Dates.h"
-#include "platform/runtime/Error.h"
-#include "platform/runtime/Numbers.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <QString>
-#include <QVariant>
-
 #include "platform/dao/TableDef.h"
 #include "platform/dao/Value.h"
+
+#include <QString>
+#include <QVariant>
 
 namespace dao {
 

@@ -1,13 +1,14 @@
 #pragma once
 
-#include <QString>
-#include <QStringList>
-#include <memory>
-
 #include "platform/dao/OpenOptions.h"
 #include "platform/dao/Recordset.h"
 #include "platform/dao/Row.h"
 #include "platform/dao/TableDef.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <memory>
 
 namespace dao {
 

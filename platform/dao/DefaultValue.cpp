@@ -1,6 +1,7 @@
 #include "platform/dao/DefaultValue.h"
 
 #include <QDateTime>
+
 #include <limits>
 
 using namespace Qt::StringLiterals;

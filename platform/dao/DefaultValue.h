@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <QVariant>
+
 #include <optional>
 
 namespace dao {

@@ -1,12 +1,12 @@
 #include "platform/dao/Engine.h"
 
-#include <QSet>
-
 #include "platform/dao/EngineMessages.h"
 #include "platform/dao/ResultColumn.h"
 #include "platform/dao/SqlFunctions.h"
 #include "platform/dao/SqlText.h"
 #include "platform/runtime/Error.h"
+
+#include <QSet>
 
 using namespace Qt::StringLiterals;
 

@@ -1,13 +1,13 @@
 #pragma once
 
-#include <memory>
-
 #include "platform/dao/EngineConnection.h"
 #include "platform/dao/ResultRows.h"
 #include "platform/dao/Row.h"
 #include "platform/dao/Statement.h"
 #include "platform/dao/Storage.h"
 #include "platform/dao/VirtualTable.h"
+
+#include <memory>
 
 namespace dao {
 

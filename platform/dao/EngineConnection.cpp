@@ -1,9 +1,9 @@
 #include "platform/dao/EngineConnection.h"
 
-#include <exception>
-
 #include "platform/dao/SqlFunctions.h"
 #include "platform/runtime/Error.h"
+
+#include <exception>
 
 using namespace Qt::StringLiterals;
 

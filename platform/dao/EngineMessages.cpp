@@ -1,8 +1,8 @@
 #include "platform/dao/EngineMessages.h"
 
-#include <QRegularExpression>
-
 #include "platform/dao/SqlText.h"
+
+#include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
 

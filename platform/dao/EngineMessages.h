@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QString>
-
 #include "platform/dao/Statement.h"
+
+#include <QString>
 
 namespace dao {
 

@@ -1,12 +1,12 @@
 #include "platform/dao/FrozenDatabase.h"
 
-#include <filesystem>
-
 #include "platform/dao/JetFile.h"
 #include "platform/dao/OpenFiles.h"
 #include "platform/jet/WholeFile.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Probe.h"
+
+#include <filesystem>
 
 namespace dao {
 namespace {

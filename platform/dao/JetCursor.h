@@ -1,13 +1,13 @@
 #pragma once
 
+#include "platform/dao/JetFile.h"
+#include "platform/dao/Storage.h"
+#include "platform/jet/Table.h"
+
 #include <array>
 #include <deque>
 #include <string>
 #include <vector>
-
-#include "platform/dao/JetFile.h"
-#include "platform/dao/Storage.h"
-#include "platform/jet/Table.h"
 
 namespace dao {
 

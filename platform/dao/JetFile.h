@@ -1,11 +1,12 @@
 #pragma once
 
-#include <QString>
-#include <memory>
-#include <utility>
-
 #include "platform/jet/Database.h"
 #include "platform/jet/Error.h"
+
+#include <QString>
+
+#include <memory>
+#include <utility>
 
 namespace dao {
 

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <memory>
-
 #include "platform/dao/JetFile.h"
 #include "platform/dao/Storage.h"
 #include "platform/jet/Table.h"
 #include "platform/jet/TableWriter.h"
+
+#include <memory>
 
 namespace dao {
 

@@ -1,9 +1,9 @@
 #include "platform/dao/JetTableDef.h"
 
+#include "platform/dao/DefaultValue.h"
+
 #include <algorithm>
 #include <array>
-
-#include "platform/dao/DefaultValue.h"
 
 namespace dao {
 namespace {

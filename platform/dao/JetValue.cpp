@@ -1,15 +1,16 @@
 #include "platform/dao/JetValue.h"
 
+#include "platform/jet/ExactNumber.h"
+#include "platform/jet/ValueText.h"
+
 #include <QByteArray>
 #include <QUuid>
+
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <span>
 #include <utility>
-
-#include "platform/jet/ExactNumber.h"
-#include "platform/jet/ValueText.h"
 
 namespace dao {
 namespace {

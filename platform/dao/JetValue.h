@@ -1,10 +1,10 @@
 #pragma once
 
-#include <optional>
-#include <string>
-
 #include "platform/dao/Value.h"
 #include "platform/jet/Definition.h"
+
+#include <optional>
+#include <string>
 
 namespace dao {
 

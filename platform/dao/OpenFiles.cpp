@@ -1,14 +1,15 @@
 #include "platform/dao/OpenFiles.h"
 
-#include <unistd.h>
+#include "platform/dao/FileSystemScope.h"
+#include "platform/dao/WriteWait.h"
 
 #include <QFile>
+
+#include <unistd.h>
+
 #include <algorithm>
 #include <chrono>
 #include <list>
-
-#include "platform/dao/FileSystemScope.h"
-#include "platform/dao/WriteWait.h"
 
 namespace dao {
 namespace {

@@ -1,11 +1,12 @@
 #pragma once
 
-#include <QString>
-#include <filesystem>
-#include <memory>
-
 #include "platform/dao/OpenOptions.h"
 #include "platform/jet/Database.h"
+
+#include <QString>
+
+#include <filesystem>
+#include <memory>
 
 namespace dao {
 

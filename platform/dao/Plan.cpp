@@ -1,12 +1,12 @@
 #include "platform/dao/Plan.h"
 
+#include "platform/dao/Sqlite.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <limits>
 #include <memory>
-
-#include "platform/dao/Sqlite.h"
 
 namespace dao {
 namespace {

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "platform/dao/Storage.h"
+
 #include <sqlite3.h>
 
 #include <memory>
 #include <vector>
-
-#include "platform/dao/Storage.h"
 
 namespace dao {
 

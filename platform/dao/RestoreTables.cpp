@@ -1,11 +1,11 @@
 #include "platform/dao/RestoreTables.h"
 
+#include "platform/dao/Storage.h"
+#include "platform/runtime/Error.h"
+
 #include <memory>
 #include <span>
 #include <vector>
-
-#include "platform/dao/Storage.h"
-#include "platform/runtime/Error.h"
 
 using namespace Qt::StringLiterals;
 

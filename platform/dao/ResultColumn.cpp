@@ -1,10 +1,10 @@
 #include "platform/dao/ResultColumn.h"
 
-#include <limits>
-#include <string_view>
-
 #include "platform/dao/VirtualTable.h"
 #include "platform/runtime/Dates.h"
+
+#include <limits>
+#include <string_view>
 
 namespace dao {
 namespace {

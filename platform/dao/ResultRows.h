@@ -2,6 +2,7 @@
 
 #include <QStringList>
 #include <QVariant>
+
 #include <vector>
 
 namespace dao {

@@ -1,9 +1,10 @@
 #include "platform/dao/Rewriter.h"
 
-#include <QSet>
-#include <algorithm>
-
 #include "platform/dao/SqlText.h"
+
+#include <QSet>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 

@@ -1,10 +1,11 @@
 #pragma once
 
+#include "platform/dao/Tokens.h"
+
 #include <QString>
 #include <QStringList>
-#include <vector>
 
-#include "platform/dao/Tokens.h"
+#include <vector>
 
 namespace dao {
 

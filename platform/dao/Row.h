@@ -1,11 +1,12 @@
 #pragma once
 
+#include "platform/dao/ResultColumn.h"
+
 #include <QStringView>
 #include <QVariant>
+
 #include <functional>
 #include <vector>
-
-#include "platform/dao/ResultColumn.h"
 
 namespace dao {
 

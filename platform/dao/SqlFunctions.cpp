@@ -1,10 +1,10 @@
 #include "platform/dao/SqlFunctions.h"
 
-#include <algorithm>
-#include <array>
-
 #include "platform/dao/SqlText.h"
 #include "platform/dao/Sqlite.h"
+
+#include <algorithm>
+#include <array>
 
 namespace dao {
 namespace {

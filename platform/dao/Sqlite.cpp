@@ -1,11 +1,11 @@
 #include "platform/dao/Sqlite.h"
 
+#include "platform/jet/TextOrder.h"
+
 #include <array>
 #include <cstdint>
 #include <cstring>
 #include <span>
-
-#include "platform/jet/TextOrder.h"
 
 namespace dao {
 namespace {

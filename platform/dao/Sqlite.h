@@ -1,12 +1,13 @@
 #pragma once
 
-#include <sqlite3.h>
+#include "platform/dao/Value.h"
 
 #include <QString>
+
+#include <sqlite3.h>
+
 #include <memory>
 #include <string_view>
-
-#include "platform/dao/Value.h"
 
 namespace dao {
 

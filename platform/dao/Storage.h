@@ -1,7 +1,12 @@
 #pragma once
 
+#include "platform/dao/OpenOptions.h"
+#include "platform/dao/TableDef.h"
+#include "platform/dao/Value.h"
+
 #include <QString>
 #include <QStringList>
+
 #include <bitset>
 #include <cstddef>
 #include <cstdint>
@@ -10,10 +15,6 @@
 #include <span>
 #include <utility>
 #include <vector>
-
-#include "platform/dao/OpenOptions.h"
-#include "platform/dao/TableDef.h"
-#include "platform/dao/Value.h"
 
 namespace dao {
 

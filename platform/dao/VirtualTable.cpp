@@ -1,12 +1,12 @@
 #include "platform/dao/VirtualTable.h"
 
-#include <algorithm>
-
 #include "platform/dao/Conversion.h"
 #include "platform/dao/Plan.h"
 #include "platform/dao/SqlText.h"
 #include "platform/dao/Sqlite.h"
 #include "platform/runtime/Error.h"
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 

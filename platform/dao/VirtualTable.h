@@ -1,13 +1,14 @@
 #pragma once
 
-#include <sqlite3.h>
+#include "platform/dao/Storage.h"
 
 #include <QString>
+
+#include <sqlite3.h>
+
 #include <deque>
 #include <exception>
 #include <memory>
-
-#include "platform/dao/Storage.h"
 
 namespace dao {
 

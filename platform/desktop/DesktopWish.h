@@ -1,9 +1,10 @@
 #pragma once
 
-#include <QObject>
-#include <optional>
-
 #include "platform/desktop/Theme.h"
+
+#include <QObject>
+
+#include <optional>
 
 namespace desktop {
 

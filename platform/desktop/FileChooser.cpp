@@ -1,15 +1,15 @@
 #include "platform/desktop/FileChooser.h"
 
+#include "platform/desktop/FolderMemory.h"
+#include "platform/desktop/Owner.h"
+#include "platform/desktop/WaitPointer.h"
+
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QHeaderView>
 #include <QScreen>
 #include <QSplitter>
 #include <QTreeView>
-
-#include "platform/desktop/FolderMemory.h"
-#include "platform/desktop/Owner.h"
-#include "platform/desktop/WaitPointer.h"
 
 namespace desktop {
 namespace {

@@ -1,11 +1,12 @@
 #include "platform/desktop/FolderMemory.h"
 
-#include <QFileInfo>
-#include <QSettings>
-#include <chrono>
-
 #include "platform/desktop/Background.h"
 #include "platform/runtime/Probe.h"
+
+#include <QFileInfo>
+#include <QSettings>
+
+#include <chrono>
 
 namespace desktop {
 namespace {

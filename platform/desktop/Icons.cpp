@@ -1,5 +1,7 @@
 #include "platform/desktop/Icons.h"
 
+#include "platform/desktop/Tokens.h"
+
 #include <QApplication>
 #include <QDir>
 #include <QFile>
@@ -10,8 +12,6 @@
 #include <QSvgRenderer>
 
 #include <algorithm>
-
-#include "platform/desktop/Tokens.h"
 
 // Q_INIT_RESOURCE must stand outside of any namespace.
 static void NeedIconResources() {

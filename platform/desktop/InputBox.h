@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+
 #include <deque>
 #include <optional>
 #include <vector>

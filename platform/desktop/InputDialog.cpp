@@ -1,13 +1,13 @@
 #include "platform/desktop/InputDialog.h"
 
+#include "platform/desktop/InputBox.h"
+
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTimer>
 #include <QVBoxLayout>
-
-#include "platform/desktop/InputBox.h"
 
 namespace desktop {
 

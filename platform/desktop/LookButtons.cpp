@@ -1,11 +1,11 @@
+#include "platform/desktop/LookParts.h"
+#include "platform/desktop/Tokens.h"
+
 #include <QAbstractButton>
 #include <QPainter>
 #include <QPainterPath>
 #include <QStyle>
 #include <QWidget>
-
-#include "platform/desktop/LookParts.h"
-#include "platform/desktop/Tokens.h"
 
 namespace desktop::look {
 namespace {

@@ -1,13 +1,13 @@
+#include "platform/desktop/Lock.h"
+#include "platform/desktop/LookParts.h"
+#include "platform/desktop/Tokens.h"
+
 #include <QAbstractScrollArea>
 #include <QPainter>
 #include <QStyle>
 #include <QTime>
 #include <QTimer>
 #include <QWidget>
-
-#include "platform/desktop/Lock.h"
-#include "platform/desktop/LookParts.h"
-#include "platform/desktop/Tokens.h"
 
 namespace desktop::look {
 namespace {

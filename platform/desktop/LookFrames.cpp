@@ -1,12 +1,12 @@
+#include "platform/desktop/LookParts.h"
+#include "platform/desktop/Tokens.h"
+
 #include <QPainter>
 #include <QPainterPath>
 #include <QStyle>
 #include <QWidget>
 
 #include <algorithm>
-
-#include "platform/desktop/LookParts.h"
-#include "platform/desktop/Tokens.h"
 
 namespace desktop::look {
 

@@ -1,3 +1,6 @@
+#include "platform/desktop/LookParts.h"
+#include "platform/desktop/LookStyle.h"
+
 #include <QAbstractScrollArea>
 #include <QGroupBox>
 #include <QGuiApplication>
@@ -9,9 +12,6 @@
 #include <QToolButton>
 
 #include <algorithm>
-
-#include "platform/desktop/LookParts.h"
-#include "platform/desktop/LookStyle.h"
 
 // How large things are and where their parts lie. Steps of 4 logical pixels.
 namespace desktop {

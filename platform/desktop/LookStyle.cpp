@@ -1,5 +1,9 @@
 #include "platform/desktop/LookStyle.h"
 
+#include "platform/desktop/Icons.h"
+#include "platform/desktop/LookParts.h"
+#include "platform/desktop/Tokens.h"
+
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QAbstractScrollArea>
@@ -9,10 +13,6 @@
 #include <QLabel>
 #include <QPainter>
 #include <QScrollBar>
-
-#include "platform/desktop/Icons.h"
-#include "platform/desktop/LookParts.h"
-#include "platform/desktop/Tokens.h"
 
 namespace desktop {
 

@@ -1,11 +1,12 @@
 #include "platform/desktop/MessageBox.h"
 
-#include <QApplication>
-#include <utility>
-
 #include "platform/desktop/MessageDialog.h"
 #include "platform/desktop/Owner.h"
 #include "platform/desktop/WaitPointer.h"
+
+#include <QApplication>
+
+#include <utility>
 
 namespace desktop {
 namespace {

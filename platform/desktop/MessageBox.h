@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <QStringList>
+
 #include <deque>
 #include <functional>
 #include <initializer_list>

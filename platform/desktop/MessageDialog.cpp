@@ -1,5 +1,8 @@
 #include "platform/desktop/MessageDialog.h"
 
+#include "platform/desktop/Icons.h"
+#include "platform/desktop/MessageBox.h"
+
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -10,10 +13,8 @@
 #include <QTextDocumentFragment>
 #include <QTextEdit>
 #include <QTimer>
-#include <algorithm>
 
-#include "platform/desktop/Icons.h"
-#include "platform/desktop/MessageBox.h"
+#include <algorithm>
 
 namespace desktop {
 namespace {

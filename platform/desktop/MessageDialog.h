@@ -2,6 +2,7 @@
 
 #include <QDialog>
 #include <QPushButton>
+
 #include <vector>
 
 class QHBoxLayout;

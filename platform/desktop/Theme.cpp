@@ -1,13 +1,13 @@
 #include "platform/desktop/Theme.h"
 
-#include <QApplication>
-#include <QEvent>
-#include <QStyle>
-
 #include "platform/desktop/DesktopWish.h"
 #include "platform/desktop/LookStyle.h"
 #include "platform/desktop/Palettes.h"
 #include "platform/desktop/Tokens.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QStyle>
 
 namespace desktop {
 

@@ -1,11 +1,12 @@
 #include "platform/desktop/Trapped.h"
 
-#include <QString>
-#include <exception>
-#include <new>
-
 #include "platform/desktop/MessageBox.h"
 #include "platform/runtime/Error.h"
+
+#include <QString>
+
+#include <exception>
+#include <new>
 
 namespace desktop {
 namespace {

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <cstdint>
-#include <vector>
-
 #include "platform/jet/Counters.h"
 #include "platform/jet/TableIndexes.h"
+
+#include <cstdint>
+#include <vector>
 
 namespace jet {
 

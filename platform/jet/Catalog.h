@@ -1,13 +1,13 @@
 #pragma once
 
+#include "platform/jet/Pages.h"
+#include "platform/jet/RowId.h"
+#include "platform/jet/Value.h"
+
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "platform/jet/Pages.h"
-#include "platform/jet/RowId.h"
-#include "platform/jet/Value.h"
 
 namespace jet {
 

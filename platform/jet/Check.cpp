@@ -1,13 +1,13 @@
 #include "platform/jet/Check.h"
 
-#include <algorithm>
-#include <set>
-
 #include "platform/jet/CheckState.h"
 #include "platform/jet/Codec.h"
 #include "platform/jet/Damage.h"
 #include "platform/jet/DataPage.h"
 #include "platform/jet/Utf8.h"
+
+#include <algorithm>
+#include <set>
 
 namespace jet {
 

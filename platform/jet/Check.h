@@ -1,9 +1,9 @@
 #pragma once
 
+#include "platform/jet/Database.h"
+
 #include <string>
 #include <vector>
-
-#include "platform/jet/Database.h"
 
 namespace jet {
 

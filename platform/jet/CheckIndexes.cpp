@@ -1,7 +1,3 @@
-#include <algorithm>
-#include <cstring>
-#include <set>
-
 #include "platform/jet/CheckState.h"
 #include "platform/jet/Codec.h"
 #include "platform/jet/Damage.h"
@@ -11,6 +7,10 @@
 #include "platform/jet/RowScan.h"
 #include "platform/jet/Rows.h"
 #include "platform/jet/Utf8.h"
+
+#include <algorithm>
+#include <cstring>
+#include <set>
 
 namespace jet {
 

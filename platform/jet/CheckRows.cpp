@@ -1,13 +1,13 @@
-#include <algorithm>
-#include <set>
-#include <unordered_set>
-
 #include "platform/jet/CheckState.h"
 #include "platform/jet/Damage.h"
 #include "platform/jet/DataPage.h"
 #include "platform/jet/LongValue.h"
 #include "platform/jet/Rows.h"
 #include "platform/jet/Utf8.h"
+
+#include <algorithm>
+#include <set>
+#include <unordered_set>
 
 namespace jet {
 

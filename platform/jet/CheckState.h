@@ -1,13 +1,13 @@
 #pragma once
 
-#include <string>
-#include <unordered_map>
-#include <vector>
-
 #include "platform/jet/Check.h"
 #include "platform/jet/Error.h"
 #include "platform/jet/TableDef.h"
 #include "platform/jet/UsageMap.h"
+
+#include <string>
+#include <unordered_map>
+#include <vector>
 
 namespace jet {
 

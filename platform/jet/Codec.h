@@ -2,12 +2,12 @@
 /// outside of the span with a jet::Error; LoadU16 ... are for places whose range has been checked once before.
 #pragma once
 
+#include "platform/jet/Bytes.h"
+
 #include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-
-#include "platform/jet/Bytes.h"
 
 namespace jet {
 

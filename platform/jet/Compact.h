@@ -1,8 +1,8 @@
 #pragma once
 
-#include <filesystem>
-
 #include "platform/jet/Database.h"
+
+#include <filesystem>
 
 namespace jet {
 

@@ -1,8 +1,8 @@
 #include "platform/jet/Counters.h"
 
-#include <algorithm>
-
 #include "platform/jet/Codec.h"
+
+#include <algorithm>
 
 namespace jet {
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <cstdint>
-#include <vector>
-
 #include "platform/jet/TableDef.h"
 #include "platform/jet/Transaction.h"
+
+#include <cstdint>
+#include <vector>
 
 namespace jet {
 

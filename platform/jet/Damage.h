@@ -1,10 +1,10 @@
 #pragma once
 
+#include "platform/jet/Error.h"
+
 #include <cstdint>
 #include <string>
 #include <type_traits>
-
-#include "platform/jet/Error.h"
 
 namespace jet {
 

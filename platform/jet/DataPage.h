@@ -1,10 +1,10 @@
 #pragma once
 
-#include <optional>
-
 #include "platform/jet/Bytes.h"
 #include "platform/jet/Pages.h"
 #include "platform/jet/RowId.h"
+
+#include <optional>
 
 namespace jet {
 

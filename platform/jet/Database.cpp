@@ -1,8 +1,5 @@
 #include "platform/jet/Database.h"
 
-#include <algorithm>
-#include <cerrno>
-
 #include "platform/jet/Damage.h"
 #include "platform/jet/Names.h"
 #include "platform/jet/NewDatabase.h"
@@ -10,6 +7,9 @@
 #include "platform/jet/TableMaker.h"
 #include "platform/jet/Utf8.h"
 #include "platform/jet/WholeFile.h"
+
+#include <algorithm>
+#include <cerrno>
 
 namespace jet {
 

@@ -1,12 +1,5 @@
 #pragma once
 
-#include <filesystem>
-#include <map>
-#include <memory>
-#include <string>
-#include <string_view>
-#include <vector>
-
 #include "platform/jet/Catalog.h"
 #include "platform/jet/FileSystem.h"
 #include "platform/jet/Properties.h"
@@ -14,6 +7,13 @@
 #include "platform/jet/Storage.h"
 #include "platform/jet/Table.h"
 #include "platform/jet/TableWriter.h"
+
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace jet {
 

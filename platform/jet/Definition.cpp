@@ -1,11 +1,11 @@
 #include "platform/jet/Definition.h"
 
-#include <algorithm>
-
 #include "platform/jet/Names.h"
 #include "platform/jet/Properties.h"
 #include "platform/jet/Rows.h"
 #include "platform/jet/TableDef.h"
+
+#include <algorithm>
 
 namespace jet {
 

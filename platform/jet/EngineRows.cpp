@@ -1,17 +1,17 @@
 #include "platform/jet/EngineRows.h"
 
-#include <algorithm>
-#include <cstdint>
-#include <string>
-#include <utility>
-#include <vector>
-
 #include "platform/jet/Catalog.h"
 #include "platform/jet/Definition.h"
 #include "platform/jet/Properties.h"
 #include "platform/jet/TableDef.h"
 #include "platform/jet/TableWriter.h"
 #include "platform/jet/Value.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace jet {
 

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "platform/jet/Definition.h"
+
 #include <cstdint>
 #include <span>
 #include <vector>
-
-#include "platform/jet/Definition.h"
 
 namespace jet {
 

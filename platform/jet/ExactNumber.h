@@ -1,10 +1,10 @@
 #pragma once
 
+#include "platform/jet/Value.h"
+
 #include <optional>
 #include <string>
 #include <string_view>
-
-#include "platform/jet/Value.h"
 
 namespace jet {
 

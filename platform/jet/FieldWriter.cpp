@@ -1,10 +1,10 @@
 #include "platform/jet/FieldWriter.h"
 
-#include <algorithm>
-
 #include "platform/jet/Error.h"
 #include "platform/jet/LongValue.h"
 #include "platform/jet/StoredText.h"
+
+#include <algorithm>
 
 namespace jet {
 

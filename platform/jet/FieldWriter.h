@@ -1,10 +1,10 @@
 #pragma once
 
-#include <memory>
-#include <vector>
-
 #include "platform/jet/LongValueWriter.h"
 #include "platform/jet/RowBuilder.h"
+
+#include <memory>
+#include <vector>
 
 namespace jet {
 

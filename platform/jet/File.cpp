@@ -1,8 +1,8 @@
 #include "platform/jet/File.h"
 
-#include <cerrno>
-
 #include "platform/jet/Error.h"
+
+#include <cerrno>
 
 namespace jet {
 namespace {

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "platform/jet/Bytes.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <string>
-
-#include "platform/jet/Bytes.h"
 
 namespace jet {
 

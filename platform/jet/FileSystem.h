@@ -1,10 +1,10 @@
 #pragma once
 
+#include "platform/jet/File.h"
+
 #include <filesystem>
 #include <memory>
 #include <optional>
-
-#include "platform/jet/File.h"
 
 namespace jet {
 

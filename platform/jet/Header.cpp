@@ -1,13 +1,13 @@
 #include "platform/jet/Header.h"
 
-#include <algorithm>
-#include <cmath>
-#include <string_view>
-
 #include "platform/jet/Codec.h"
 #include "platform/jet/Error.h"
 #include "platform/jet/Rc4.h"
 #include "platform/jet/StoredText.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string_view>
 
 namespace jet {
 

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "platform/jet/Bytes.h"
+
 #include <array>
 #include <cstdint>
 #include <span>
 #include <string>
-
-#include "platform/jet/Bytes.h"
 
 namespace jet {
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <optional>
-
 #include "platform/jet/IndexPage.h"
 #include "platform/jet/TableDef.h"
+
+#include <optional>
 
 namespace jet {
 

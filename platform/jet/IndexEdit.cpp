@@ -1,9 +1,9 @@
 #include "platform/jet/IndexEdit.h"
 
-#include <cstring>
-
 #include "platform/jet/Codec.h"
 #include "platform/jet/IndexPage.h"
+
+#include <cstring>
 
 namespace jet {
 

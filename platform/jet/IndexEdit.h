@@ -1,11 +1,11 @@
 #pragma once
 
+#include "platform/jet/Bytes.h"
+#include "platform/jet/Pages.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <vector>
-
-#include "platform/jet/Bytes.h"
-#include "platform/jet/Pages.h"
 
 namespace jet {
 

@@ -1,11 +1,11 @@
 #include "platform/jet/IndexKey.h"
 
-#include <algorithm>
-#include <bit>
-
 #include "platform/jet/Error.h"
 #include "platform/jet/TextOrder.h"
 #include "platform/jet/Utf8.h"
+
+#include <algorithm>
+#include <bit>
 
 namespace jet {
 namespace {

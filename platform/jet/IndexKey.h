@@ -2,11 +2,11 @@
 /// value's bytes; keys compare as unsigned bytes, also where a field sorts downwards.
 #pragma once
 
-#include <optional>
-#include <span>
-
 #include "platform/jet/TableDef.h"
 #include "platform/jet/Value.h"
+
+#include <optional>
+#include <span>
 
 namespace jet {
 

@@ -1,9 +1,9 @@
 #include "platform/jet/IndexNode.h"
 
+#include "platform/jet/Codec.h"
+
 #include <algorithm>
 #include <cstring>
-
-#include "platform/jet/Codec.h"
 
 namespace jet {
 

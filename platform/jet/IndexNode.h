@@ -1,9 +1,9 @@
 #pragma once
 
-#include <vector>
-
 #include "platform/jet/IndexPage.h"
 #include "platform/jet/Transaction.h"
+
+#include <vector>
 
 namespace jet {
 

@@ -1,10 +1,10 @@
 #include "platform/jet/IndexPage.h"
 
-#include <algorithm>
-#include <bit>
-
 #include "platform/jet/Codec.h"
 #include "platform/jet/Damage.h"
+
+#include <algorithm>
+#include <bit>
 
 namespace jet {
 

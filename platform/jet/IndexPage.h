@@ -1,12 +1,12 @@
 #pragma once
 
-#include <array>
-#include <cstdint>
-#include <vector>
-
 #include "platform/jet/Bytes.h"
 #include "platform/jet/Pages.h"
 #include "platform/jet/RowId.h"
+
+#include <array>
+#include <cstdint>
+#include <vector>
 
 namespace jet {
 

@@ -1,13 +1,13 @@
 #include "platform/jet/IndexWriter.h"
 
-#include <algorithm>
-#include <iterator>
-#include <utility>
-
 #include "platform/jet/Codec.h"
 #include "platform/jet/Damage.h"
 #include "platform/jet/IndexCursor.h"
 #include "platform/jet/IndexEdit.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
 
 namespace jet {
 

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <optional>
-#include <vector>
-
 #include "platform/jet/IndexNode.h"
 #include "platform/jet/MapRow.h"
 #include "platform/jet/PageSpace.h"
 #include "platform/jet/TableDef.h"
+
+#include <optional>
+#include <vector>
 
 namespace jet {
 

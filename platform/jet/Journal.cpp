@@ -1,12 +1,12 @@
 #include "platform/jet/Journal.h"
 
+#include "platform/jet/Codec.h"
+#include "platform/jet/Error.h"
+
 #include <algorithm>
 #include <array>
 #include <cstring>
 #include <vector>
-
-#include "platform/jet/Codec.h"
-#include "platform/jet/Error.h"
 
 namespace jet {
 namespace {

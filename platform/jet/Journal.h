@@ -1,13 +1,13 @@
 #pragma once
 
+#include "platform/jet/FileSystem.h"
+#include "platform/jet/Header.h"
+#include "platform/jet/Pages.h"
+
 #include <filesystem>
 #include <map>
 #include <optional>
 #include <span>
-
-#include "platform/jet/FileSystem.h"
-#include "platform/jet/Header.h"
-#include "platform/jet/Pages.h"
 
 namespace jet {
 

@@ -1,9 +1,9 @@
 #include "platform/jet/Lock.h"
 
+#include "platform/jet/Error.h"
+
 #include <algorithm>
 #include <thread>
-
-#include "platform/jet/Error.h"
 
 namespace jet {
 namespace {

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "platform/jet/File.h"
+
 #include <chrono>
 #include <cstdint>
 #include <functional>
 #include <optional>
-
-#include "platform/jet/File.h"
 
 namespace jet {
 

@@ -1,12 +1,12 @@
 #include "platform/jet/LockFile.h"
 
+#include "platform/jet/Error.h"
+
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <cstdlib>
-
-#include "platform/jet/Error.h"
 
 namespace jet {
 namespace {

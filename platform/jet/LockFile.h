@@ -1,12 +1,12 @@
 #pragma once
 
+#include "platform/jet/FileSystem.h"
+#include "platform/jet/Lock.h"
+
 #include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
-
-#include "platform/jet/FileSystem.h"
-#include "platform/jet/Lock.h"
 
 namespace jet {
 

@@ -1,10 +1,10 @@
 #include "platform/jet/LongValue.h"
 
-#include <algorithm>
-
 #include "platform/jet/Codec.h"
 #include "platform/jet/Damage.h"
 #include "platform/jet/DataPage.h"
+
+#include <algorithm>
 
 namespace jet {
 

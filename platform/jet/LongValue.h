@@ -1,10 +1,10 @@
 #pragma once
 
-#include <functional>
-
 #include "platform/jet/Pages.h"
 #include "platform/jet/RowId.h"
 #include "platform/jet/Value.h"
+
+#include <functional>
 
 namespace jet {
 

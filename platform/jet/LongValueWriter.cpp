@@ -1,11 +1,11 @@
 #include "platform/jet/LongValueWriter.h"
 
-#include <algorithm>
-#include <vector>
-
 #include "platform/jet/Codec.h"
 #include "platform/jet/Error.h"
 #include "platform/jet/Utf8.h"
+
+#include <algorithm>
+#include <vector>
 
 namespace jet {
 

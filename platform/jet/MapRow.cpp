@@ -1,11 +1,11 @@
 #include "platform/jet/MapRow.h"
 
-#include <algorithm>
-#include <bit>
-
 #include "platform/jet/Codec.h"
 #include "platform/jet/Damage.h"
 #include "platform/jet/DataPage.h"
+
+#include <algorithm>
+#include <bit>
 
 namespace jet {
 

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <cstdint>
-#include <optional>
-#include <vector>
-
 #include "platform/jet/PageSpace.h"
 #include "platform/jet/RowId.h"
 #include "platform/jet/Transaction.h"
+
+#include <cstdint>
+#include <optional>
+#include <vector>
 
 namespace jet {
 

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "platform/jet/FileSystem.h"
+
 #include <map>
 #include <memory>
 #include <mutex>
-
-#include "platform/jet/FileSystem.h"
 
 namespace jet {
 

@@ -1,8 +1,5 @@
 #include "platform/jet/NewDatabase.h"
 
-#include <algorithm>
-#include <cstring>
-
 #include "platform/jet/Codec.h"
 #include "platform/jet/EngineRows.h"
 #include "platform/jet/EngineTables.h"
@@ -12,6 +9,9 @@
 #include "platform/jet/RowPage.h"
 #include "platform/jet/TableDefBuilder.h"
 #include "platform/jet/TableMaker.h"
+
+#include <algorithm>
+#include <cstring>
 
 namespace jet {
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <cstdint>
-
 #include "platform/jet/Journal.h"
 #include "platform/jet/Pages.h"
+
+#include <cstdint>
 
 namespace jet {
 

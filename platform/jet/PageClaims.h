@@ -1,8 +1,8 @@
 #pragma once
 
-#include <set>
-
 #include "platform/jet/Pages.h"
+
+#include <set>
 
 namespace jet {
 

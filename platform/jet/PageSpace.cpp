@@ -1,12 +1,12 @@
 #include "platform/jet/PageSpace.h"
 
-#include <algorithm>
-#include <cstring>
-
 #include "platform/jet/Codec.h"
 #include "platform/jet/Damage.h"
 #include "platform/jet/DataPage.h"
 #include "platform/jet/MapRow.h"
+
+#include <algorithm>
+#include <cstring>
 
 namespace jet {
 

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "platform/jet/Transaction.h"
+
 #include <cstdint>
 #include <span>
-
-#include "platform/jet/Transaction.h"
 
 namespace jet {
 

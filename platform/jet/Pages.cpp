@@ -1,10 +1,10 @@
 #include "platform/jet/Pages.h"
 
-#include <algorithm>
-
 #include "platform/jet/Codec.h"
 #include "platform/jet/Damage.h"
 #include "platform/jet/Rc4.h"
+
+#include <algorithm>
 
 namespace jet {
 

@@ -1,13 +1,13 @@
 #pragma once
 
+#include "platform/jet/File.h"
+#include "platform/jet/Header.h"
+
 #include <array>
 #include <cstdint>
 #include <list>
 #include <memory>
 #include <unordered_map>
-
-#include "platform/jet/File.h"
-#include "platform/jet/Header.h"
 
 namespace jet {
 

@@ -1,12 +1,12 @@
 // The system calls of this library, and the only place that makes them.
+#include "platform/jet/FileSystem.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstdio>
-
-#include "platform/jet/FileSystem.h"
 
 namespace jet {
 namespace {

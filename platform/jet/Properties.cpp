@@ -1,11 +1,11 @@
 #include "platform/jet/Properties.h"
 
-#include <algorithm>
-
 #include "platform/jet/Codec.h"
 #include "platform/jet/Damage.h"
 #include "platform/jet/Names.h"
 #include "platform/jet/StoredText.h"
+
+#include <algorithm>
 
 namespace jet {
 

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "platform/jet/Value.h"
+
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "platform/jet/Value.h"
 
 namespace jet {
 

@@ -2,10 +2,10 @@
 /// the original back.
 #pragma once
 
+#include "platform/jet/Bytes.h"
+
 #include <array>
 #include <cstdint>
-
-#include "platform/jet/Bytes.h"
 
 namespace jet {
 

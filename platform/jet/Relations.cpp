@@ -1,11 +1,11 @@
 #include "platform/jet/Relations.h"
 
-#include <algorithm>
-
 #include "platform/jet/Damage.h"
 #include "platform/jet/IndexCursor.h"
 #include "platform/jet/IndexKey.h"
 #include "platform/jet/Utf8.h"
+
+#include <algorithm>
 
 namespace jet {
 

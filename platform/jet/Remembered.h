@@ -1,9 +1,9 @@
 #pragma once
 
+#include "platform/jet/Pages.h"
+
 #include <map>
 #include <optional>
-
-#include "platform/jet/Pages.h"
 
 namespace jet {
 

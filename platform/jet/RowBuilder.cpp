@@ -1,15 +1,15 @@
 #include "platform/jet/RowBuilder.h"
 
-#include <algorithm>
-#include <cmath>
-#include <limits>
-
 #include "platform/jet/Codec.h"
 #include "platform/jet/Damage.h"
 #include "platform/jet/RowPage.h"
 #include "platform/jet/Rows.h"
 #include "platform/jet/StoredText.h"
 #include "platform/jet/Utf8.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
 
 namespace jet {
 

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <string>
-#include <vector>
-
 #include "platform/jet/RowPage.h"
 #include "platform/jet/TableDef.h"
 #include "platform/jet/Value.h"
+
+#include <string>
+#include <vector>
 
 namespace jet {
 

@@ -1,8 +1,8 @@
 #include "platform/jet/RowLayout.h"
 
-#include <algorithm>
-
 #include "platform/jet/Names.h"
+
+#include <algorithm>
 
 namespace jet {
 

@@ -1,10 +1,10 @@
 #include "platform/jet/RowPage.h"
 
-#include <algorithm>
-#include <cstring>
-
 #include "platform/jet/Codec.h"
 #include "platform/jet/Damage.h"
+
+#include <algorithm>
+#include <cstring>
 
 namespace jet {
 

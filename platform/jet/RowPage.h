@@ -1,9 +1,9 @@
 #pragma once
 
-#include <cstdint>
-
 #include "platform/jet/DataPage.h"
 #include "platform/jet/Transaction.h"
+
+#include <cstdint>
 
 namespace jet {
 

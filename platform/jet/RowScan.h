@@ -1,10 +1,10 @@
 #pragma once
 
-#include <optional>
-#include <vector>
-
 #include "platform/jet/DataPage.h"
 #include "platform/jet/TableDef.h"
+
+#include <optional>
+#include <vector>
 
 namespace jet {
 

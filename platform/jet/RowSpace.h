@@ -1,10 +1,10 @@
 #pragma once
 
-#include <optional>
-
 #include "platform/jet/MapRow.h"
 #include "platform/jet/PageSpace.h"
 #include "platform/jet/RowPage.h"
+
+#include <optional>
 
 namespace jet {
 

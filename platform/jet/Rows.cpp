@@ -1,12 +1,12 @@
 #include "platform/jet/Rows.h"
 
-#include <algorithm>
-
 #include "platform/jet/Codec.h"
 #include "platform/jet/Damage.h"
 #include "platform/jet/LongValue.h"
 #include "platform/jet/StoredText.h"
 #include "platform/jet/Utf8.h"
+
+#include <algorithm>
 
 namespace jet {
 

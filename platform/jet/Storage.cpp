@@ -1,14 +1,14 @@
 #include "platform/jet/Storage.h"
 
-#include <algorithm>
-#include <list>
-#include <optional>
-#include <vector>
-
 #include "platform/jet/Codec.h"
 #include "platform/jet/Error.h"
 #include "platform/jet/OverlaidPages.h"
 #include "platform/jet/StorageRegistry.h"
+
+#include <algorithm>
+#include <list>
+#include <optional>
+#include <vector>
 
 namespace jet {
 

@@ -1,15 +1,15 @@
 #pragma once
 
-#include <filesystem>
-#include <memory>
-#include <optional>
-
 #include "platform/jet/FileSystem.h"
 #include "platform/jet/Journal.h"
 #include "platform/jet/Lock.h"
 #include "platform/jet/LockFile.h"
 #include "platform/jet/Pages.h"
 #include "platform/jet/Transaction.h"
+
+#include <filesystem>
+#include <memory>
+#include <optional>
 
 namespace jet {
 

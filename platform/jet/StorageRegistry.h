@@ -1,12 +1,12 @@
 #pragma once
 
+#include "platform/jet/FileSystem.h"
+
 #include <functional>
 #include <memory>
 #include <mutex>
 #include <thread>
 #include <vector>
-
-#include "platform/jet/FileSystem.h"
 
 namespace jet {
 

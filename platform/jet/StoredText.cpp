@@ -1,10 +1,10 @@
 #include "platform/jet/StoredText.h"
 
-#include <algorithm>
-#include <cstring>
-
 #include "platform/jet/Codec.h"
 #include "platform/jet/Error.h"
+
+#include <algorithm>
+#include <cstring>
 
 namespace jet {
 

@@ -1,10 +1,10 @@
 /// Text as it lies in rows and long values: UTF-16LE, or the compressed form that begins with FF FE.
 #pragma once
 
+#include "platform/jet/Bytes.h"
+
 #include <string>
 #include <string_view>
-
-#include "platform/jet/Bytes.h"
 
 namespace jet {
 

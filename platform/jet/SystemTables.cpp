@@ -1,13 +1,13 @@
 #include "platform/jet/SystemTables.h"
 
-#include <ctime>
-#include <optional>
-
 #include "platform/jet/Catalog.h"
 #include "platform/jet/Damage.h"
 #include "platform/jet/EngineRows.h"
 #include "platform/jet/TableCursor.h"
 #include "platform/jet/TableWriter.h"
+
+#include <ctime>
+#include <optional>
 
 namespace jet {
 

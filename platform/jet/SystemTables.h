@@ -1,11 +1,11 @@
 #pragma once
 
+#include "platform/jet/Properties.h"
+#include "platform/jet/Transaction.h"
+
 #include <cstdint>
 #include <string_view>
 #include <vector>
-
-#include "platform/jet/Properties.h"
-#include "platform/jet/Transaction.h"
 
 namespace jet {
 

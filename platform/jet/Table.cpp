@@ -1,10 +1,10 @@
 #include "platform/jet/Table.h"
 
-#include <algorithm>
-
 #include "platform/jet/Damage.h"
 #include "platform/jet/IndexKey.h"
 #include "platform/jet/Utf8.h"
+
+#include <algorithm>
 
 namespace jet {
 

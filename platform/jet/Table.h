@@ -1,12 +1,12 @@
 #pragma once
 
+#include "platform/jet/Definition.h"
+#include "platform/jet/TableCursor.h"
+
 #include <optional>
 #include <span>
 #include <string>
 #include <vector>
-
-#include "platform/jet/Definition.h"
-#include "platform/jet/TableCursor.h"
 
 namespace jet {
 

@@ -1,8 +1,8 @@
 #include "platform/jet/TableCursor.h"
 
-#include <algorithm>
-
 #include "platform/jet/Damage.h"
+
+#include <algorithm>
 
 namespace jet {
 

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <functional>
-#include <string>
-#include <vector>
-
 #include "platform/jet/IndexCursor.h"
 #include "platform/jet/RowScan.h"
 #include "platform/jet/Rows.h"
+
+#include <functional>
+#include <string>
+#include <vector>
 
 namespace jet {
 

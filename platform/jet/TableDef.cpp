@@ -1,10 +1,10 @@
 #include "platform/jet/TableDef.h"
 
-#include <algorithm>
-
 #include "platform/jet/Codec.h"
 #include "platform/jet/Damage.h"
 #include "platform/jet/StoredText.h"
+
+#include <algorithm>
 
 namespace jet {
 

@@ -1,15 +1,15 @@
 #pragma once
 
+#include "platform/jet/Header.h"
+#include "platform/jet/Pages.h"
+#include "platform/jet/RowId.h"
+#include "platform/jet/Value.h"
+
 #include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
-
-#include "platform/jet/Header.h"
-#include "platform/jet/Pages.h"
-#include "platform/jet/RowId.h"
-#include "platform/jet/Value.h"
 
 namespace jet {
 

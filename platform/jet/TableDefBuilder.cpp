@@ -1,11 +1,11 @@
 #include "platform/jet/TableDefBuilder.h"
 
-#include <algorithm>
-#include <cstring>
-
 #include "platform/jet/Codec.h"
 #include "platform/jet/Names.h"
 #include "platform/jet/StoredText.h"
+
+#include <algorithm>
+#include <cstring>
 
 namespace jet {
 

@@ -1,13 +1,13 @@
 #include "platform/jet/TableIndexes.h"
 
-#include <algorithm>
-
 #include "platform/jet/Damage.h"
 #include "platform/jet/IndexCursor.h"
 #include "platform/jet/IndexKey.h"
 #include "platform/jet/RowBuilder.h"
 #include "platform/jet/Rows.h"
 #include "platform/jet/Utf8.h"
+
+#include <algorithm>
 
 namespace jet {
 

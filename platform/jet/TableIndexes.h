@@ -1,14 +1,14 @@
 #pragma once
 
-#include <memory>
-#include <optional>
-#include <string>
-#include <vector>
-
 #include "platform/jet/Counters.h"
 #include "platform/jet/IndexWriter.h"
 #include "platform/jet/TableDef.h"
 #include "platform/jet/Value.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
 
 namespace jet {
 

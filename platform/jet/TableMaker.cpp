@@ -1,7 +1,5 @@
 #include "platform/jet/TableMaker.h"
 
-#include <algorithm>
-
 #include "platform/jet/Error.h"
 #include "platform/jet/IndexNode.h"
 #include "platform/jet/MapRow.h"
@@ -11,6 +9,8 @@
 #include "platform/jet/SystemTables.h"
 #include "platform/jet/TableDefBuilder.h"
 #include "platform/jet/Utf8.h"
+
+#include <algorithm>
 
 namespace jet {
 

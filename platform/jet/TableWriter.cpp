@@ -1,8 +1,5 @@
 #include "platform/jet/TableWriter.h"
 
-#include <algorithm>
-#include <utility>
-
 #include "platform/jet/Codec.h"
 #include "platform/jet/Damage.h"
 #include "platform/jet/Names.h"
@@ -10,6 +7,9 @@
 #include "platform/jet/RowScan.h"
 #include "platform/jet/Rows.h"
 #include "platform/jet/Utf8.h"
+
+#include <algorithm>
+#include <utility>
 
 namespace jet {
 

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <vector>
-
 #include "platform/jet/Autonumbers.h"
 #include "platform/jet/Counters.h"
 #include "platform/jet/Definition.h"
@@ -11,6 +9,8 @@
 #include "platform/jet/Table.h"
 #include "platform/jet/TableDef.h"
 #include "platform/jet/TableIndexes.h"
+
+#include <vector>
 
 namespace jet {
 

@@ -1,12 +1,12 @@
 #include "platform/jet/TextOrder.h"
 
+#include "platform/jet/Error.h"
+#include "platform/jet/TextOrderCells.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cstdio>
 #include <utility>
-
-#include "platform/jet/Error.h"
-#include "platform/jet/TextOrderCells.h"
 
 namespace jet {
 namespace {

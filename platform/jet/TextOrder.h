@@ -1,12 +1,12 @@
 #pragma once
 
+#include "platform/jet/Bytes.h"
+#include "platform/jet/Header.h"
+
 #include <array>
 #include <cstdint>
 #include <optional>
 #include <string_view>
-
-#include "platform/jet/Bytes.h"
-#include "platform/jet/Header.h"
 
 namespace jet {
 

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "platform/jet/Pages.h"
+
 #include <map>
 #include <memory>
 #include <optional>
 #include <set>
 #include <unordered_map>
-
-#include "platform/jet/Pages.h"
 
 namespace jet {
 

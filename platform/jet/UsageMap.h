@@ -1,10 +1,10 @@
 #pragma once
 
-#include <cstdint>
-#include <vector>
-
 #include "platform/jet/Pages.h"
 #include "platform/jet/RowId.h"
+
+#include <cstdint>
+#include <vector>
 
 namespace jet {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <string>
-
 #include "platform/jet/Value.h"
+
+#include <string>
 
 namespace jet {
 

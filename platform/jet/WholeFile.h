@@ -1,10 +1,10 @@
 #pragma once
 
+#include "platform/jet/FileSystem.h"
+
 #include <filesystem>
 #include <memory>
 #include <string_view>
-
-#include "platform/jet/FileSystem.h"
 
 namespace jet {
 

@@ -5,6 +5,7 @@
 
 #include <fcntl.h>
 #include <unistd.h>
+
 #include <cerrno>
 #include <cstdio>
 #include <utility>

@@ -8,6 +8,7 @@
 #include <fcntl.h>
 #include <sys/file.h>
 #include <unistd.h>
+
 #include <cerrno>
 
 namespace runtime {

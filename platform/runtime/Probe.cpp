@@ -8,6 +8,7 @@
 #include <QSet>
 
 #include <sys/stat.h>
+
 #include <cerrno>
 #include <future>
 #include <memory>

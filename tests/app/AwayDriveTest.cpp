@@ -14,14 +14,14 @@
 #include "tests/support/LongTests.h"
 #include "tests/support/Station.h"
 
-#include <gtest/gtest.h>
-
 #include <QCheckBox>
 #include <QFile>
 #include <QLineEdit>
 #include <QMap>
 #include <QPushButton>
 #include <QTest>
+
+#include <gtest/gtest.h>
 
 #include <chrono>
 #include <random>

@@ -11,8 +11,6 @@
 #include "tests/support/Child.h"
 #include "tests/support/ModalDriver.h"
 
-#include <gtest/gtest.h>
-
 #include <QDialog>
 #include <QDir>
 #include <QFile>
@@ -20,6 +18,8 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTemporaryDir>
+
+#include <gtest/gtest.h>
 
 #include <cerrno>
 

@@ -2,9 +2,9 @@
 
 #include "platform/runtime/Error.h"
 
-#include <gtest/gtest.h>
-
 #include <QDir>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 

@@ -1,12 +1,5 @@
 #include "app/TodayPanel.h"
 
-#include <gtest/gtest.h>
-
-#include <QFile>
-#include <QLabel>
-#include <QPushButton>
-#include <QTest>
-
 #include "data/Globals.h"
 #include "data/Messages.h"
 #include "platform/runtime/Dates.h"
@@ -14,6 +7,13 @@
 #include "platform/runtime/TextFile.h"
 #include "tests/support/Child.h"
 #include "tests/support/Station.h"
+
+#include <QFile>
+#include <QLabel>
+#include <QPushButton>
+#include <QTest>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using desktop::MessageBoxScript;

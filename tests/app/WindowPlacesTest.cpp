@@ -1,7 +1,5 @@
 #include "app/WindowPlaces.h"
 
-#include <gtest/gtest.h>
-
 #include "catalogue/frmItemSpots.h"
 #include "export/frmRadioDetail.h"
 #include "tests/support/Station.h"
@@ -10,6 +8,8 @@
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QWidget>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 

@@ -3,11 +3,11 @@
 #include "app/Version.h"
 #include "tests/support/Child.h"
 
-#include <gtest/gtest.h>
-
 #include <QLabel>
 #include <QRegularExpression>
 #include <QTest>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using testing_support::Child;

@@ -6,12 +6,12 @@
 #include "tests/support/ModalDriver.h"
 #include "tests/support/Station.h"
 
-#include <gtest/gtest.h>
-
 #include <QApplication>
 #include <QPushButton>
 #include <QStringList>
 #include <QTest>
+
+#include <gtest/gtest.h>
 
 #include <functional>
 #include <initializer_list>

@@ -1,4 +1,6 @@
 // Sound files dropped on the lists, with the events that the desktop sends.
+#include "tests/support/Drop.h"
+
 #include "catalogue/frmItemPingles.h"
 #include "catalogue/frmItemSpots.h"
 #include "catalogue/frmItems.h"
@@ -6,7 +8,6 @@
 #include "platform/controls/ListBox.h"
 #include "platform/runtime/HostPath.h"
 #include "tests/catalogue/CatalogueTest.h"
-#include "tests/support/Drop.h"
 
 #include <QLineEdit>
 

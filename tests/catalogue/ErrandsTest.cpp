@@ -3,10 +3,10 @@
 #include "tests/catalogue/Waiting.h"
 #include "tests/support/Gate.h"
 
-#include <gtest/gtest.h>
-
 #include <QObject>
 #include <QStringList>
+
+#include <gtest/gtest.h>
 
 #include <atomic>
 #include <memory>

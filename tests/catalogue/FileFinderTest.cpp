@@ -1,12 +1,13 @@
 #include "catalogue/FileFinder.h"
-#include "tests/catalogue/Waiting.h"
 
-#include <gtest/gtest.h>
+#include "tests/catalogue/Waiting.h"
 
 #include <QFile>
 #include <QMap>
 #include <QObject>
 #include <QTemporaryDir>
+
+#include <gtest/gtest.h>
 
 #include <atomic>
 #include <cerrno>

@@ -9,12 +9,12 @@
 #include "tests/support/Hindrance.h"
 #include "tests/support/Station.h"
 
-#include <gtest/gtest.h>
-
 #include <QDir>
 #include <QFile>
 
+#include <gtest/gtest.h>
 #include <sys/stat.h>
+
 #include <cstdlib>
 
 using namespace Qt::StringLiterals;

@@ -1,4 +1,5 @@
 #include "data/EditorForm.h"
+
 #include "data/Globals.h"
 #include "data/Messages.h"
 #include "platform/controls/ComboBox.h"
@@ -6,12 +7,12 @@
 #include "platform/runtime/Error.h"
 #include "tests/support/Station.h"
 
-#include <gtest/gtest.h>
-
 #include <QFile>
 #include <QLineEdit>
 #include <QTest>
 #include <QVBoxLayout>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using testing_support::Station;

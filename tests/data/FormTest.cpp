@@ -1,12 +1,12 @@
 // Where a form stands and who has the keyboard once it is closed.
 #include "data/Form.h"
 
-#include <gtest/gtest.h>
-
 #include <QApplication>
 #include <QScreen>
 #include <QTest>
 #include <QTimer>
+
+#include <gtest/gtest.h>
 
 #include <functional>
 

@@ -4,9 +4,9 @@
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/TextFile.h"
 
-#include <gtest/gtest.h>
-
 #include <QTemporaryDir>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 

@@ -1,12 +1,13 @@
+#include "data/Lookups.h"
+
 #include "data/DatabasePaths.h"
 #include "data/Globals.h"
-#include "data/Lookups.h"
 #include "platform/desktop/MessageBox.h"
 #include "tests/support/Station.h"
 
-#include <gtest/gtest.h>
-
 #include <QFile>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using testing_support::Station;

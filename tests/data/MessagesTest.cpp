@@ -1,12 +1,13 @@
+#include "data/Messages.h"
+
 #include "data/Globals.h"
 #include "data/MessageTexts.h"
-#include "data/Messages.h"
 #include "platform/dao/Database.h"
 #include "tests/support/Station.h"
 
-#include <gtest/gtest.h>
-
 #include <QFile>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using testing_support::Station;

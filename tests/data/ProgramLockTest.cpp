@@ -3,14 +3,14 @@
 #include "platform/runtime/Error.h"
 #include "tests/support/Hindrance.h"
 
-#include <gtest/gtest.h>
-
 #include <QDir>
 #include <QTemporaryDir>
 
+#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
 #include <array>
 #include <csignal>
 #include <cstdlib>

@@ -1,5 +1,6 @@
-#include "data/Globals.h"
 #include "data/Schema.h"
+
+#include "data/Globals.h"
 #include "platform/runtime/Error.h"
 #include "tests/support/Station.h"
 

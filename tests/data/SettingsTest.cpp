@@ -6,10 +6,10 @@
 #include "platform/runtime/TextFile.h"
 #include "tests/support/Station.h"
 
-#include <gtest/gtest.h>
-
 #include <QDir>
 #include <QFile>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using desktop::MessageBoxScript;

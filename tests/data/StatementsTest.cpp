@@ -1,4 +1,5 @@
 #include "data/Statements.h"
+
 #include "platform/runtime/Error.h"
 
 #include <gtest/gtest.h>

@@ -1,13 +1,14 @@
-#include "data/Globals.h"
 #include "data/Writes.h"
+
+#include "data/Globals.h"
 #include "platform/dao/FileSystemScope.h"
 #include "platform/desktop/MessageBox.h"
 #include "platform/jet/FileSystem.h"
 #include "tests/support/Station.h"
 
-#include <gtest/gtest.h>
-
 #include <QFile>
+
+#include <gtest/gtest.h>
 
 #include <functional>
 #include <new>

@@ -12,10 +12,10 @@
 #include "tests/support/Child.h"
 #include "tests/support/Station.h"
 
-#include <gtest/gtest.h>
-
 #include <QFile>
 #include <QPushButton>
+
+#include <gtest/gtest.h>
 
 #include <cerrno>
 

@@ -13,13 +13,13 @@
 #include "tests/export/LogWitness.h"
 #include "tests/support/Station.h"
 
-#include <gtest/gtest.h>
-
 #include <QDir>
 #include <QFile>
 
+#include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
 #include <cerrno>
 #include <csignal>
 

@@ -13,9 +13,9 @@
 #include "tests/support/LongTests.h"
 #include "tests/support/Station.h"
 
-#include <gtest/gtest.h>
-
 #include <QMap>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using desktop::MessageBoxScript;

@@ -12,14 +12,14 @@
 #include "tests/support/Hindrance.h"
 #include "tests/support/Station.h"
 
-#include <gtest/gtest.h>
-
 #include <QDirIterator>
 #include <QFile>
 #include <QLineEdit>
 #include <QPushButton>
 
+#include <gtest/gtest.h>
 #include <sys/stat.h>
+
 #include <cstdlib>
 #include <functional>
 

@@ -9,13 +9,13 @@
 #include "tests/support/Hindrance.h"
 #include "tests/support/Station.h"
 
-#include <gtest/gtest.h>
-
 #include <QFrame>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QTest>
+
+#include <gtest/gtest.h>
 
 #include <cerrno>
 

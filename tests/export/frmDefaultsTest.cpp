@@ -10,8 +10,6 @@
 #include "tests/support/Hindrance.h"
 #include "tests/support/Station.h"
 
-#include <gtest/gtest.h>
-
 #include <QDir>
 #include <QFile>
 #include <QGroupBox>
@@ -20,6 +18,8 @@
 #include <QRadioButton>
 #include <QTabWidget>
 #include <QTest>
+
+#include <gtest/gtest.h>
 
 #include <cstdlib>
 

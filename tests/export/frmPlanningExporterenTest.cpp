@@ -9,13 +9,13 @@
 #include "tests/support/Child.h"
 #include "tests/support/Station.h"
 
-#include <gtest/gtest.h>
-
 #include <QFrame>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using desktop::MessageBoxScript;

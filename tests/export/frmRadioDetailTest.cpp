@@ -9,13 +9,13 @@
 #include "tests/support/Child.h"
 #include "tests/support/Station.h"
 
-#include <gtest/gtest.h>
-
 #include <QFile>
 #include <QLabel>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTest>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using controls::ComboBox;

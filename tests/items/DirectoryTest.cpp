@@ -11,6 +11,7 @@
 #include <QTemporaryDir>
 
 #include <sys/stat.h>
+
 #include <cstdlib>
 
 using namespace Qt::StringLiterals;

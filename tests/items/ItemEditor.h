@@ -8,14 +8,14 @@
 #include "tests/support/ModalDriver.h"
 #include "tests/support/Station.h"
 
-#include <gtest/gtest.h>
-
 #include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
+
+#include <gtest/gtest.h>
 
 #include <memory>
 

@@ -4,9 +4,9 @@
 #include "platform/runtime/HostPath.h"
 #include "tests/journeys/Journey.h"
 
-#include <gtest/gtest.h>
-
 #include <QFile>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using namespace window;

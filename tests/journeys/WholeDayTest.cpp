@@ -4,11 +4,11 @@
 #include "platform/runtime/Error.h"
 #include "tests/journeys/Day.h"
 
-#include <gtest/gtest.h>
-
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 

@@ -1,4 +1,6 @@
 // Sound files dropped on an editor, with the events that the desktop sends.
+#include "tests/support/Drop.h"
+
 #include "data/DroppedAudio.h"
 #include "data/Globals.h"
 #include "data/Screens.h"
@@ -6,15 +8,14 @@
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/HostPath.h"
 #include "tests/media/support/EditorDesk.h"
-#include "tests/support/Drop.h"
 #include "tests/support/ModalDriver.h"
-
-#include <gtest/gtest.h>
 
 #include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using namespace media_testing;

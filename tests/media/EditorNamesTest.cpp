@@ -7,14 +7,14 @@
 #include "platform/controls/PositionSlider.h"
 #include "tests/media/support/EditorDesk.h"
 
-#include <gtest/gtest.h>
-
 #include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSet>
 #include <QTimer>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using namespace media_testing;

@@ -2,10 +2,10 @@
 
 #include "platform/runtime/Error.h"
 
-#include <gtest/gtest.h>
-
 #include <QSemaphore>
 #include <QTimer>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using runtime::Presence;

@@ -5,12 +5,12 @@
 #include "platform/desktop/Lock.h"
 #include "tests/media/support/EditorDesk.h"
 
-#include <gtest/gtest.h>
-
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QSignalSpy>
 #include <QTimer>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using namespace media_testing;

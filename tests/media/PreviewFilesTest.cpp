@@ -7,8 +7,6 @@
 #include "tests/media/support/EditorDesk.h"
 #include "tests/platform/audio/support/SoundFiles.h"
 
-#include <gtest/gtest.h>
-
 #include <QDir>
 #include <QFile>
 #include <QLabel>
@@ -17,6 +15,8 @@
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTimer>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using namespace media_testing;

@@ -4,9 +4,9 @@
 #include "platform/desktop/InputBox.h"
 #include "tests/media/support/EditorDesk.h"
 
-#include <gtest/gtest.h>
-
 #include <QLineEdit>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using namespace media_testing;

@@ -8,11 +8,11 @@
 #include "tests/media/support/EditorDesk.h"
 #include "tests/platform/audio/support/SoundFiles.h"
 
-#include <gtest/gtest.h>
-
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTimer>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using namespace media_testing;

@@ -5,9 +5,9 @@
 #include "tests/media/support/EditorDesk.h"
 #include "tests/support/ModalDriver.h"
 
-#include <gtest/gtest.h>
-
 #include <QDialog>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using namespace media_testing;

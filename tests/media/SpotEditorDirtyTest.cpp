@@ -5,9 +5,9 @@
 #include "platform/desktop/FileChooser.h"
 #include "tests/media/support/EditorDesk.h"
 
-#include <gtest/gtest.h>
-
 #include <QCheckBox>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using namespace media_testing;

@@ -7,10 +7,10 @@
 #include "tests/media/support/EditorDesk.h"
 #include "tests/support/PointerWatch.h"
 
-#include <gtest/gtest.h>
-
 #include <QCheckBox>
 #include <QLineEdit>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using namespace media_testing;

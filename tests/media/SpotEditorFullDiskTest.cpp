@@ -7,11 +7,11 @@
 #include "tests/media/support/EditorDesk.h"
 #include "tests/support/Hindrance.h"
 
-#include <gtest/gtest.h>
-
 #include <QFile>
 
+#include <gtest/gtest.h>
 #include <sys/stat.h>
+
 #include <cerrno>
 #include <cstdlib>
 

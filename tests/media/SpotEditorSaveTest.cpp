@@ -5,10 +5,10 @@
 #include "tests/media/support/EditorDesk.h"
 #include "tests/support/PointerWatch.h"
 
-#include <gtest/gtest.h>
-
 #include <QCheckBox>
 #include <QFile>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using namespace media_testing;

@@ -5,11 +5,11 @@
 #include "platform/runtime/HostPath.h"
 #include "tests/media/support/EditorDesk.h"
 
-#include <gtest/gtest.h>
-
 #include <QFile>
 #include <QLabel>
 #include <QSignalSpy>
+
+#include <gtest/gtest.h>
 
 #include <limits>
 #include <utility>

@@ -4,12 +4,12 @@
 #include "platform/runtime/HostPath.h"
 #include "tests/media/support/EditorDesk.h"
 
-#include <gtest/gtest.h>
-
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QImage>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using namespace media_testing;

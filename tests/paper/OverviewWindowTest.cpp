@@ -10,8 +10,6 @@
 #include "tests/support/Child.h"
 #include "tests/support/Hindrance.h"
 
-#include <gtest/gtest.h>
-
 #include <QAbstractButton>
 #include <QFile>
 #include <QFileInfo>
@@ -21,6 +19,8 @@
 #include <QStandardPaths>
 #include <QTest>
 #include <QTextBrowser>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using testing_support::Child;

@@ -3,9 +3,9 @@
 
 #include "paper/ReportPages.h"
 
-#include <gtest/gtest.h>
-
 #include <QTextDocument>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 

@@ -4,9 +4,9 @@
 #include "platform/runtime/Error.h"
 #include "tests/paper/Catalogue.h"
 
-#include <gtest/gtest.h>
-
 #include <QDateTime>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using testing_support::Station;

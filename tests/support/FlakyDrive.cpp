@@ -4,6 +4,7 @@
 #include <QStringList>
 
 #include <sys/stat.h>
+
 #include <cerrno>
 #include <chrono>
 #include <mutex>

@@ -1,6 +1,7 @@
 #include "tests/support/Hindrance.h"
 
 #include <unistd.h>
+
 #include <csignal>
 #include <cstdlib>
 

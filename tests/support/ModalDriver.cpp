@@ -1,12 +1,12 @@
 #include "tests/support/ModalDriver.h"
 
-#include <gtest/gtest.h>
-
 #include <QApplication>
 #include <QDialog>
 #include <QEvent>
 #include <QPointer>
 #include <QTimer>
+
+#include <gtest/gtest.h>
 
 namespace testing_support {
 

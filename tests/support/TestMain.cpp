@@ -1,11 +1,11 @@
 // The main of every test program with Qt: offscreen, fixed locale, fixed style, no desktop settings.
 #include "tests/support/OwnUserFolders.h"
 
-#include <gtest/gtest.h>
-
 #include <QApplication>
 #include <QFileInfo>
 #include <QLocale>
+
+#include <gtest/gtest.h>
 
 int main(int argc, char** argv) {
   // A test program that needs another one says so before main.

@@ -1,9 +1,9 @@
 #include "tests/tools/RunTool.h"
 
-#include <gtest/gtest.h>
-
 #include <QFile>
 #include <QTemporaryDir>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 

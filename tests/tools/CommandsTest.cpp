@@ -1,10 +1,10 @@
 #include "platform/audio/Synth.h"
 #include "tests/tools/RunTool.h"
 
-#include <gtest/gtest.h>
-
 #include <QFile>
 #include <QTemporaryDir>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 

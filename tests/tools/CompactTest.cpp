@@ -3,14 +3,14 @@
 #include "tests/support/Hindrance.h"
 #include "tests/tools/RunTool.h"
 
-#include <gtest/gtest.h>
-
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
 
+#include <gtest/gtest.h>
 #include <sys/stat.h>
+
 #include <cstdio>
 #include <cstdlib>
 

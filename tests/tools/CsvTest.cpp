@@ -1,8 +1,8 @@
 #include "tools/Csv.h"
 
-#include <gtest/gtest.h>
-
 #include <QDateTime>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 

@@ -1,12 +1,12 @@
 #include "tests/tools/RunTool.h"
 #include "tools/DemoCatalogue.h"
 
-#include <gtest/gtest.h>
-
 #include <QDir>
 #include <QFile>
 #include <QSet>
 #include <QTemporaryDir>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 

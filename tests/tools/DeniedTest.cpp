@@ -2,13 +2,13 @@
 #include "tests/support/Hindrance.h"
 #include "tests/tools/RunTool.h"
 
-#include <gtest/gtest.h>
-
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <gtest/gtest.h>
 #include <sys/stat.h>
+
 #include <cstdio>
 #include <cstdlib>
 

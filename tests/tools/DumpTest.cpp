@@ -3,10 +3,10 @@
 #include "tests/platform/jet/support/SampleTable.h"
 #include "tests/tools/RunTool.h"
 
-#include <gtest/gtest.h>
-
 #include <QFile>
 #include <QTemporaryDir>
+
+#include <gtest/gtest.h>
 
 #include <algorithm>
 

@@ -8,10 +8,10 @@
 #include "tests/tools/StationProgram.h"
 #include "tools/ExportSecond.h"
 
-#include <gtest/gtest.h>
-
 #include <QDir>
 #include <QFile>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using testing_support::Station;

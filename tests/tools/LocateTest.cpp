@@ -1,12 +1,12 @@
 #include "platform/runtime/Probe.h"
 #include "tests/tools/StationProgram.h"
 
-#include <gtest/gtest.h>
-
 #include <QDir>
 #include <QFile>
 
+#include <gtest/gtest.h>
 #include <unistd.h>
+
 #include <cerrno>
 
 using namespace Qt::StringLiterals;

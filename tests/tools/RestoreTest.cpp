@@ -1,11 +1,11 @@
 #include "data/ProgramLock.h"
 #include "tests/tools/RunTool.h"
 
-#include <gtest/gtest.h>
-
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 

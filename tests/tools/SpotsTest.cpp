@@ -1,8 +1,8 @@
 #include "tests/tools/StationProgram.h"
 
-#include <gtest/gtest.h>
-
 #include <QDate>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using testing_support::Station;

@@ -8,10 +8,10 @@
 #include "tests/windows/Controls.h"
 #include "tests/windows/Windows.h"
 
-#include <gtest/gtest.h>
-
 #include <QApplication>
 #include <QTest>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using testing_support::Station;

@@ -7,13 +7,13 @@
 #include "platform/desktop/FileChooser.h"
 #include "platform/runtime/HostPath.h"
 
-#include <gtest/gtest.h>
-
 #include <QFile>
 #include <QLineEdit>
 #include <QPushButton>
 
+#include <gtest/gtest.h>
 #include <sndfile.h>
+
 #include <algorithm>
 #include <stdexcept>
 #include <vector>

@@ -1,15 +1,15 @@
 // The player as a window sees it: signals through the event loop, errors as the product knows them.
 #include "platform/audio/AudioPlayer.h"
 
-#include <gtest/gtest.h>
+#include "platform/runtime/Error.h"
+#include "tests/platform/audio/support/PulledOutput.h"
+#include "tests/platform/audio/support/SoundFiles.h"
 
 #include <QSignalSpy>
 #include <QStringList>
 #include <QThread>
 
-#include "platform/runtime/Error.h"
-#include "tests/platform/audio/support/PulledOutput.h"
-#include "tests/platform/audio/support/SoundFiles.h"
+#include <gtest/gtest.h>
 
 namespace {
 

@@ -1,12 +1,12 @@
 // The length that is told must be the length that is heard, whatever a header claims.
-#include <gtest/gtest.h>
-
-#include <fstream>
-
 #include "platform/audio/Decoder.h"
 #include "platform/audio/Error.h"
 #include "platform/audio/Measure.h"
 #include "tests/platform/audio/support/SoundFiles.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
 
 namespace {
 

@@ -1,6 +1,9 @@
 // Waveforms that are kept: found again, never believed when they are not whole or of another file, and never harmful.
 #include "platform/audio/PeakCache.h"
 
+#include "platform/audio/Peaks.h"
+#include "tests/platform/audio/support/SoundFiles.h"
+
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -8,9 +11,6 @@
 #include <chrono>
 #include <filesystem>
 #include <string_view>
-
-#include "platform/audio/Peaks.h"
-#include "tests/platform/audio/support/SoundFiles.h"
 
 namespace {
 

@@ -1,13 +1,13 @@
 // Waveforms in the background of a window.
 #include "platform/audio/PeakReader.h"
 
-#include <gtest/gtest.h>
+#include "platform/audio/PeakCache.h"
+#include "tests/platform/audio/support/SoundFiles.h"
 
 #include <QCoreApplication>
 #include <QSignalSpy>
 
-#include "platform/audio/PeakCache.h"
-#include "tests/platform/audio/support/SoundFiles.h"
+#include <gtest/gtest.h>
 
 namespace {
 

@@ -1,15 +1,15 @@
 // A waveform read by several threads: the very same as one pass gives, from the beginning on, and given up together.
 #include "platform/audio/PeakWork.h"
 
+#include "platform/audio/Error.h"
+#include "tests/platform/audio/support/SoundFiles.h"
+
 #include <gtest/gtest.h>
 
 #include <atomic>
 #include <barrier>
 #include <filesystem>
 #include <future>
-
-#include "platform/audio/Error.h"
-#include "tests/platform/audio/support/SoundFiles.h"
 
 namespace {
 

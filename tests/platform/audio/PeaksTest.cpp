@@ -1,13 +1,14 @@
 // The waveform of a file, and its loudness.
+#include "platform/audio/Peaks.h"
+
+#include "platform/audio/Loudness.h"
+#include "tests/platform/audio/support/SoundFiles.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <fstream>
 #include <limits>
-
-#include "platform/audio/Loudness.h"
-#include "platform/audio/Peaks.h"
-#include "tests/platform/audio/support/SoundFiles.h"
 
 namespace {
 

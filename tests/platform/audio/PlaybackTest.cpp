@@ -1,10 +1,10 @@
 // What the player hands to the device is, frame for frame, what the file holds at the position.
-#include <gtest/gtest.h>
-
 #include "platform/audio/PlayerCore.h"
 #include "tests/platform/audio/support/EventLog.h"
 #include "tests/platform/audio/support/PulledOutput.h"
 #include "tests/platform/audio/support/SoundFiles.h"
+
+#include <gtest/gtest.h>
 
 namespace {
 

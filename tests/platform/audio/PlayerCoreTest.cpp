@@ -1,15 +1,16 @@
 // States, events, device: what the player is besides its sound.
-#include <gtest/gtest.h>
-
-#include <cmath>
+#include "platform/audio/PlayerCore.h"
 
 #include "platform/audio/Error.h"
-#include "platform/audio/PlayerCore.h"
 #include "platform/audio/PortAudioOutput.h"
 #include "platform/audio/SilentOutput.h"
 #include "tests/platform/audio/support/EventLog.h"
 #include "tests/platform/audio/support/PulledOutput.h"
 #include "tests/platform/audio/support/SoundFiles.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
 
 namespace {
 

@@ -1,16 +1,16 @@
 // The player under an impatient user: no order of operations may hang, crash or race.
-#include <gtest/gtest.h>
-
-#include <atomic>
-#include <random>
-#include <thread>
-
 #include "platform/audio/Error.h"
 #include "platform/audio/PlayerCore.h"
 #include "platform/audio/SilentOutput.h"
 #include "tests/platform/audio/support/EventLog.h"
 #include "tests/platform/audio/support/PulledOutput.h"
 #include "tests/platform/audio/support/SoundFiles.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <random>
+#include <thread>
 
 namespace {
 

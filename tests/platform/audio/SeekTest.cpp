@@ -1,12 +1,12 @@
 // A jump lands on the very sample: the mix point counts in milliseconds, the decoder in frames.
+#include "platform/audio/Decoder.h"
+#include "tests/platform/audio/support/SoundFiles.h"
+
 #include <gtest/gtest.h>
 #include <mpg123.h>
 
 #include <algorithm>
 #include <random>
-
-#include "platform/audio/Decoder.h"
-#include "tests/platform/audio/support/SoundFiles.h"
 
 namespace {
 

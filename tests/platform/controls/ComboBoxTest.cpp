@@ -1,6 +1,6 @@
 #include "platform/controls/ComboBox.h"
 
-#include <gtest/gtest.h>
+#include "platform/runtime/Error.h"
 
 #include <QAbstractItemView>
 #include <QHelpEvent>
@@ -8,7 +8,7 @@
 #include <QTest>
 #include <QToolTip>
 
-#include "platform/runtime/Error.h"
+#include <gtest/gtest.h>
 
 namespace {
 

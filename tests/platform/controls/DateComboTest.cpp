@@ -1,6 +1,7 @@
 #include "platform/controls/DateCombo.h"
 
-#include <gtest/gtest.h>
+#include "platform/controls/CalendarPopup.h"
+#include "platform/desktop/Lock.h"
 
 #include <QApplication>
 #include <QCalendarWidget>
@@ -8,8 +9,7 @@
 #include <QTest>
 #include <QToolButton>
 
-#include "platform/controls/CalendarPopup.h"
-#include "platform/desktop/Lock.h"
+#include <gtest/gtest.h>
 
 namespace {
 

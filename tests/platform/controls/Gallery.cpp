@@ -1,15 +1,16 @@
 // Paints sample windows with every control to picture files, for eyes to judge: Gallery FOLDER [light|dark]
 // The scale is Qt's own: QT_SCALE_FACTOR=1.5 Gallery /tmp/pictures dark
-#include <QApplication>
-#include <QDir>
-#include <QFontDatabase>
-#include <cmath>
-#include <memory>
-#include <vector>
-
 #include "platform/desktop/MessageDialog.h"
 #include "platform/desktop/Theme.h"
 #include "tests/platform/controls/Samples.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFontDatabase>
+
+#include <cmath>
+#include <memory>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 

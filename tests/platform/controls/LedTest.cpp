@@ -1,13 +1,13 @@
-#include <gtest/gtest.h>
+#include "platform/controls/LedClockGround.h"
+#include "platform/controls/LedPanel.h"
+#include "platform/controls/LedSpin.h"
+#include "platform/desktop/Tokens.h"
 
 #include <QSignalSpy>
 #include <QTest>
 #include <QWheelEvent>
 
-#include "platform/controls/LedClockGround.h"
-#include "platform/controls/LedPanel.h"
-#include "platform/controls/LedSpin.h"
-#include "platform/desktop/Tokens.h"
+#include <gtest/gtest.h>
 
 namespace {
 

@@ -1,12 +1,12 @@
-#include <gtest/gtest.h>
-
-#include <QCoreApplication>
-#include <QPaintEvent>
-
 #include "platform/controls/LevelBallistics.h"
 #include "platform/controls/LevelMeter.h"
 #include "platform/controls/LevelScale.h"
 #include "platform/desktop/Tokens.h"
+
+#include <QCoreApplication>
+#include <QPaintEvent>
+
+#include <gtest/gtest.h>
 
 namespace {
 

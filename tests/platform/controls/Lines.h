@@ -1,10 +1,10 @@
 #pragma once
 
-#include <gtest/gtest.h>
+#include "platform/controls/ListBox.h"
 
 #include <QSignalSpy>
 
-#include "platform/controls/ListBox.h"
+#include <gtest/gtest.h>
 
 // A list of four lines on the screen, watched.
 class Lines : public testing::Test {

@@ -1,6 +1,7 @@
 #include "platform/controls/ListBox.h"
 
-#include <gtest/gtest.h>
+#include "platform/runtime/Error.h"
+#include "tests/platform/controls/Lines.h"
 
 #include <QApplication>
 #include <QDropEvent>
@@ -8,8 +9,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
-#include "platform/runtime/Error.h"
-#include "tests/platform/controls/Lines.h"
+#include <gtest/gtest.h>
 
 namespace {
 

@@ -1,11 +1,11 @@
 #include "platform/controls/PositionSlider.h"
 
-#include <gtest/gtest.h>
+#include "platform/controls/WaveformStrip.h"
 
 #include <QSignalSpy>
 #include <QTest>
 
-#include "platform/controls/WaveformStrip.h"
+#include <gtest/gtest.h>
 
 namespace {
 

@@ -1,3 +1,11 @@
+#include "platform/controls/ComboBox.h"
+#include "platform/controls/LedPanel.h"
+#include "platform/controls/ListBox.h"
+#include "platform/desktop/Icons.h"
+#include "platform/desktop/Lock.h"
+#include "tests/platform/controls/SampleParts.h"
+#include "tests/platform/controls/Samples.h"
+
 #include <QCheckBox>
 #include <QDialog>
 #include <QFrame>
@@ -10,14 +18,6 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
-
-#include "platform/controls/ComboBox.h"
-#include "platform/controls/LedPanel.h"
-#include "platform/controls/ListBox.h"
-#include "platform/desktop/Icons.h"
-#include "platform/desktop/Lock.h"
-#include "tests/platform/controls/SampleParts.h"
-#include "tests/platform/controls/Samples.h"
 
 namespace samples {
 

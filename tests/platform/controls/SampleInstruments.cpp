@@ -1,18 +1,3 @@
-#include <QCheckBox>
-#include <QDialog>
-#include <QGridLayout>
-#include <QGroupBox>
-#include <QHBoxLayout>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMainWindow>
-#include <QMenuBar>
-#include <QPushButton>
-#include <QStatusBar>
-#include <QToolBar>
-#include <QVBoxLayout>
-#include <cmath>
-
 #include "platform/controls/DateCombo.h"
 #include "platform/controls/LedClockGround.h"
 #include "platform/controls/LedPanel.h"
@@ -26,6 +11,22 @@
 #include "platform/desktop/Lock.h"
 #include "tests/platform/controls/SampleParts.h"
 #include "tests/platform/controls/Samples.h"
+
+#include <QCheckBox>
+#include <QDialog>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+#include <cmath>
 
 namespace samples {
 namespace {

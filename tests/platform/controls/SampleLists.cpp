@@ -1,3 +1,7 @@
+#include "platform/controls/ListBox.h"
+#include "tests/platform/controls/SampleParts.h"
+#include "tests/platform/controls/Samples.h"
+
 #include <QCheckBox>
 #include <QDialog>
 #include <QFrame>
@@ -9,10 +13,6 @@
 #include <QPushButton>
 #include <QTabWidget>
 #include <QVBoxLayout>
-
-#include "platform/controls/ListBox.h"
-#include "tests/platform/controls/SampleParts.h"
-#include "tests/platform/controls/Samples.h"
 
 namespace samples {
 namespace {

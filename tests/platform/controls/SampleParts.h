@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QString>
-
 #include "platform/desktop/Icons.h"
+
+#include <QString>
 
 class QFrame;
 class QLabel;

@@ -1,10 +1,10 @@
-#include <QAbstractItemView>
-#include <QMenu>
-
 #include "platform/controls/CalendarPopup.h"
 #include "platform/controls/ComboBox.h"
 #include "platform/desktop/Icons.h"
 #include "tests/platform/controls/Samples.h"
+
+#include <QAbstractItemView>
+#include <QMenu>
 
 namespace samples {
 

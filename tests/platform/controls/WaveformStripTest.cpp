@@ -1,14 +1,15 @@
 #include "platform/controls/WaveformStrip.h"
 
-#include <gtest/gtest.h>
+#include "platform/controls/WaveformPainter.h"
+#include "platform/desktop/Tokens.h"
 
 #include <QPaintEvent>
 #include <QSignalSpy>
 #include <QTest>
-#include <functional>
 
-#include "platform/controls/WaveformPainter.h"
-#include "platform/desktop/Tokens.h"
+#include <gtest/gtest.h>
+
+#include <functional>
 
 namespace {
 

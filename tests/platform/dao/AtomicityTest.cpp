@@ -1,14 +1,15 @@
-#include <gtest/gtest.h>
-
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <chrono>
-
 #include "platform/dao/Storage.h"
 #include "platform/dao/WriteWait.h"
 #include "platform/jet/Storage.h"
 #include "tests/platform/dao/Scratch.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <gtest/gtest.h>
+
+#include <chrono>
 
 using namespace Qt::StringLiterals;
 using namespace scratch;

@@ -1,9 +1,10 @@
-#include <gtest/gtest.h>
+#include "platform/dao/Conversion.h"
+
+#include "tests/platform/dao/Scratch.h"
 
 #include <QDateTime>
 
-#include "platform/dao/Conversion.h"
-#include "tests/platform/dao/Scratch.h"
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using namespace scratch;

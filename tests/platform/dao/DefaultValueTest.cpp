@@ -1,11 +1,11 @@
 #include "platform/dao/DefaultValue.h"
 
-#include <gtest/gtest.h>
+#include "platform/jet/Database.h"
+#include "tests/platform/dao/Scratch.h"
 
 #include <QDateTime>
 
-#include "platform/jet/Database.h"
-#include "tests/platform/dao/Scratch.h"
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using namespace scratch;

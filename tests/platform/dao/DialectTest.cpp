@@ -1,8 +1,8 @@
+#include "tests/platform/dao/Scratch.h"
+
 #include <gtest/gtest.h>
 
 #include <random>
-
-#include "tests/platform/dao/Scratch.h"
 
 using namespace Qt::StringLiterals;
 using namespace scratch;

@@ -1,9 +1,9 @@
 // Currency and Numeric keep every digit on their way in, out, and from file to file.
 #include "platform/jet/ExactNumber.h"
 
-#include <gtest/gtest.h>
-
 #include "tests/platform/dao/Scratch.h"
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using namespace scratch;

@@ -1,14 +1,14 @@
 // A disk on which nothing can grow any more: each statement and each copy of a file is refused with the reason, and
 // leaves what was there, byte by byte.
-#include <gtest/gtest.h>
-
-#include <QFileInfo>
-
 #include "platform/dao/FrozenDatabase.h"
 #include "platform/dao/RestoreTables.h"
 #include "tests/platform/dao/Scratch.h"
 #include "tests/support/FolderContent.h"
 #include "tests/support/Hindrance.h"
+
+#include <QFileInfo>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using namespace scratch;

@@ -1,5 +1,6 @@
 // What stands in the file: sound, read alike by others, and shared with whoever else has it open.
-#include <gtest/gtest.h>
+#include "platform/jet/Check.h"
+#include "tests/platform/dao/Scratch.h"
 
 #include <QDateTime>
 #include <QFile>
@@ -7,8 +8,7 @@
 #include <QProcess>
 #include <QStandardPaths>
 
-#include "platform/jet/Check.h"
-#include "tests/platform/dao/Scratch.h"
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using namespace scratch;

@@ -1,12 +1,12 @@
-#include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
+#include "tests/platform/dao/Scratch.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
-#include "tests/platform/dao/Scratch.h"
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 using namespace scratch;

@@ -1,7 +1,7 @@
-#include <gtest/gtest.h>
-
 #include "platform/dao/Storage.h"
 #include "tests/platform/dao/Scratch.h"
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using namespace scratch;

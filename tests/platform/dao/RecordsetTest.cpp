@@ -1,6 +1,6 @@
-#include <gtest/gtest.h>
-
 #include "tests/platform/dao/Scratch.h"
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using namespace scratch;

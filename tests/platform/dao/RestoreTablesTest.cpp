@@ -1,16 +1,17 @@
 // Copies of a whole database file, and rows brought back from one.
 #include "platform/dao/RestoreTables.h"
 
-#include <gtest/gtest.h>
-
-#include <QTemporaryDir>
-#include <exception>
-#include <thread>
-
 #include "platform/dao/Database.h"
 #include "platform/dao/FrozenDatabase.h"
 #include "platform/dao/WriteWait.h"
 #include "platform/runtime/Error.h"
+
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <exception>
+#include <thread>
 
 using namespace Qt::StringLiterals;
 

@@ -1,12 +1,12 @@
 // Real files of other programs, found through the environment variable SPOTROOSTER_MDB_SAMPLES.
-#include <gtest/gtest.h>
+#include "platform/jet/Check.h"
+#include "tests/platform/dao/Scratch.h"
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
-#include "platform/jet/Check.h"
-#include "tests/platform/dao/Scratch.h"
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using namespace scratch;

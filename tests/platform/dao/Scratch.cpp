@@ -1,8 +1,8 @@
 #include "tests/platform/dao/Scratch.h"
 
-#include <QDateTime>
-
 #include "platform/runtime/Error.h"
+
+#include <QDateTime>
 
 using namespace Qt::StringLiterals;
 using dao::FieldType;

@@ -1,10 +1,11 @@
 #pragma once
 
+#include "platform/dao/Database.h"
+
 #include <QStringList>
 #include <QTemporaryDir>
-#include <functional>
 
-#include "platform/dao/Database.h"
+#include <functional>
 
 namespace scratch {
 

@@ -1,6 +1,6 @@
 #include "platform/desktop/FileChooser.h"
 
-#include <gtest/gtest.h>
+#include "platform/desktop/FolderMemory.h"
 
 #include <QApplication>
 #include <QDir>
@@ -9,7 +9,7 @@
 #include <QTemporaryDir>
 #include <QTimer>
 
-#include "platform/desktop/FolderMemory.h"
+#include <gtest/gtest.h>
 
 namespace {
 

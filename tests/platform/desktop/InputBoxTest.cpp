@@ -1,12 +1,12 @@
 #include "platform/desktop/InputBox.h"
 
-#include <gtest/gtest.h>
-
 #include <QApplication>
 #include <QDialog>
 #include <QLineEdit>
 #include <QTest>
 #include <QTimer>
+
+#include <gtest/gtest.h>
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "platform/desktop/Lock.h"
 
-#include <gtest/gtest.h>
+#include "platform/desktop/Palettes.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -8,7 +8,7 @@
 #include <QStyleFactory>
 #include <QTest>
 
-#include "platform/desktop/Palettes.h"
+#include <gtest/gtest.h>
 
 namespace {
 

@@ -1,6 +1,9 @@
 #include "platform/desktop/LookStyle.h"
 
-#include <gtest/gtest.h>
+#include "platform/desktop/Icons.h"
+#include "platform/desktop/Lock.h"
+#include "platform/desktop/Palettes.h"
+#include "platform/desktop/Tokens.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -17,10 +20,7 @@
 #include <QStyleOption>
 #include <QVBoxLayout>
 
-#include "platform/desktop/Icons.h"
-#include "platform/desktop/Lock.h"
-#include "platform/desktop/Palettes.h"
-#include "platform/desktop/Tokens.h"
+#include <gtest/gtest.h>
 
 namespace {
 

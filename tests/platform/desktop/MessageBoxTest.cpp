@@ -1,6 +1,6 @@
 #include "platform/desktop/MessageBox.h"
 
-#include <gtest/gtest.h>
+#include "platform/desktop/WaitPointer.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -11,9 +11,10 @@
 #include <QTest>
 #include <QTextEdit>
 #include <QTimer>
-#include <functional>
 
-#include "platform/desktop/WaitPointer.h"
+#include <gtest/gtest.h>
+
+#include <functional>
 
 namespace {
 

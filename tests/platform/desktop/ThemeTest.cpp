@@ -1,18 +1,19 @@
 #include "platform/desktop/Theme.h"
 
-#include <gtest/gtest.h>
+#include "platform/desktop/Icons.h"
+#include "platform/desktop/LookStyle.h"
+#include "platform/desktop/Palettes.h"
+#include "platform/desktop/Tokens.h"
 
 #include <QApplication>
 #include <QEvent>
 #include <QImage>
 #include <QPixmap>
 #include <QStyleFactory>
-#include <cmath>
 
-#include "platform/desktop/Icons.h"
-#include "platform/desktop/LookStyle.h"
-#include "platform/desktop/Palettes.h"
-#include "platform/desktop/Tokens.h"
+#include <gtest/gtest.h>
+
+#include <cmath>
 
 namespace {
 

@@ -1,13 +1,14 @@
 #include "platform/desktop/Trapped.h"
 
-#include <gtest/gtest.h>
-
-#include <QString>
-#include <new>
-#include <stdexcept>
-
 #include "platform/desktop/MessageBox.h"
 #include "platform/runtime/Error.h"
+
+#include <QString>
+
+#include <gtest/gtest.h>
+
+#include <new>
+#include <stdexcept>
 
 namespace {
 

@@ -1,11 +1,11 @@
 #include "platform/desktop/WaitPointer.h"
 
-#include <gtest/gtest.h>
+#include "platform/desktop/Events.h"
 
 #include <QApplication>
 #include <QWidget>
 
-#include "platform/desktop/Events.h"
+#include <gtest/gtest.h>
 
 namespace {
 

@@ -1,11 +1,11 @@
 #include "platform/jet/Check.h"
 
+#include "tests/platform/jet/SpotsImage.h"
+
 #include <gtest/gtest.h>
 
 #include <cstring>
 #include <functional>
-
-#include "tests/platform/jet/SpotsImage.h"
 
 namespace {
 

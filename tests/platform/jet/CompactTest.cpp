@@ -1,11 +1,11 @@
 #include "platform/jet/Compact.h"
 
-#include <gtest/gtest.h>
-
 #include "tests/platform/jet/support/FaultyFiles.h"
 #include "tests/platform/jet/support/SampleTable.h"
 #include "tests/platform/jet/support/Samples.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
+
+#include <gtest/gtest.h>
 
 namespace jet {
 namespace {

@@ -1,14 +1,14 @@
 // A change is there whole or not at all, whatever fails and whenever the power goes.
-#include <gtest/gtest.h>
-
-#include <cstdio>
-#include <random>
-
 #include "platform/jet/Error.h"
 #include "tests/platform/jet/support/FaultyFiles.h"
 #include "tests/platform/jet/support/PowerCut.h"
 #include "tests/platform/jet/support/Rounds.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <random>
 
 namespace jet {
 namespace {

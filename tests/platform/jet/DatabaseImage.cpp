@@ -1,11 +1,11 @@
 #include "tests/platform/jet/DatabaseImage.h"
 
+#include "platform/jet/MemoryFileSystem.h"
+#include "platform/jet/Rc4.h"
+
 #include <algorithm>
 #include <cstring>
 #include <deque>
-
-#include "platform/jet/MemoryFileSystem.h"
-#include "platform/jet/Rc4.h"
 
 using jet::Bytes;
 

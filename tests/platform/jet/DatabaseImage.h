@@ -1,14 +1,14 @@
 #pragma once
 
-#include <array>
-#include <cstdint>
-#include <string>
-#include <vector>
-
 #include "platform/jet/Bytes.h"
 #include "platform/jet/DataPage.h"
 #include "platform/jet/Database.h"
 #include "platform/jet/RowId.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
 
 /// A small Jet 4 file made byte by byte, without any help of the code under test, so that a test can say what lies
 /// where and damage it.

@@ -1,5 +1,4 @@
 // Emptying a table in one pass: its pages go back through the maps, nothing else changes.
-#include <gtest/gtest.h>
 #include "platform/jet/Check.h"
 #include "platform/jet/UsageMap.h"
 #include "platform/jet/Utf8.h"
@@ -7,6 +6,8 @@
 #include "tests/platform/jet/support/SampleTable.h"
 #include "tests/platform/jet/support/Samples.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
+
+#include <gtest/gtest.h>
 
 namespace jet {
 namespace {

@@ -1,11 +1,6 @@
 // A short run of the fuzz target "open, check, edit, save", and the damages that it once found the writer to fall for.
 #include "fuzz/EditDamaged.h"
 
-#include <gtest/gtest.h>
-
-#include <cstdio>
-#include <random>
-
 #include "fuzz/EditBases.h"
 #include "platform/jet/Check.h"
 #include "platform/jet/Codec.h"
@@ -14,6 +9,11 @@
 #include "platform/jet/UsageMap.h"
 #include "tests/platform/jet/support/Rounds.h"
 #include "tests/platform/jet/support/SampleTable.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <random>
 
 namespace jet {
 namespace {

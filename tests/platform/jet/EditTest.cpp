@@ -1,10 +1,4 @@
 // Thousands of random changes to real files and to our own, against a model that knows what the rows must be.
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <map>
-#include <set>
-
 #include "platform/jet/Check.h"
 #include "platform/jet/Database.h"
 #include "platform/jet/Error.h"
@@ -15,6 +9,12 @@
 #include "tests/platform/jet/support/RandomRows.h"
 #include "tests/platform/jet/support/Samples.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+#include <set>
 
 namespace jet {
 namespace {

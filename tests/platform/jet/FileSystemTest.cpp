@@ -1,13 +1,13 @@
 #include "platform/jet/FileSystem.h"
 
+#include "platform/jet/Error.h"
+#include "platform/jet/MemoryFileSystem.h"
+
 #include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <functional>
-
-#include "platform/jet/Error.h"
-#include "platform/jet/MemoryFileSystem.h"
 
 namespace jet {
 namespace {

@@ -1,13 +1,13 @@
 // A short run of the fuzz target over files and their mutations: whatever lies in a file, reading it ends, with an
 // Error at most.
+#include "fuzz/PageMutator.h"
+#include "tests/platform/jet/SpotsImage.h"
+#include "tests/platform/jet/support/Samples.h"
+
 #include <gtest/gtest.h>
 
 #include <fstream>
 #include <iterator>
-
-#include "fuzz/PageMutator.h"
-#include "tests/platform/jet/SpotsImage.h"
-#include "tests/platform/jet/support/Samples.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 

@@ -1,11 +1,11 @@
 // The map of free pages as the file grows: a row that gets longer, and then bitmap pages.
-#include <gtest/gtest.h>
-
-#include <algorithm>
-
 #include "platform/jet/MapRow.h"
 #include "platform/jet/UsageMap.h"
 #include "tests/platform/jet/support/SampleTable.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
 
 namespace jet {
 namespace {

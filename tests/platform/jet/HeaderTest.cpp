@@ -1,11 +1,11 @@
 #include "platform/jet/Header.h"
 
-#include <gtest/gtest.h>
-
 #include "platform/jet/Codec.h"
 #include "platform/jet/Error.h"
 #include "platform/jet/Rc4.h"
 #include "tests/platform/jet/SpotsImage.h"
+
+#include <gtest/gtest.h>
 
 namespace {
 

@@ -1,10 +1,10 @@
 #include "platform/jet/IndexKey.h"
 
+#include "platform/jet/Error.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
-
-#include "platform/jet/Error.h"
 
 namespace jet {
 namespace {

@@ -1,11 +1,11 @@
 // A table with an index that cannot be kept in step is not written to at all: by name, before the first byte changes.
-#include <gtest/gtest.h>
-
-#include <functional>
-
 #include "platform/jet/Codec.h"
 #include "tests/platform/jet/support/SampleTable.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
 
 namespace jet {
 namespace {

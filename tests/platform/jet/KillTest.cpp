@@ -1,14 +1,14 @@
 // A program that is killed at any moment loses nothing that it was told is done.
+#include "tests/platform/jet/support/Child.h"
+#include "tests/platform/jet/support/ProofFile.h"
+#include "tests/platform/jet/support/Rounds.h"
+#include "tests/platform/jet/support/Witness.h"
+
 #include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <cstdio>
 #include <random>
-
-#include "tests/platform/jet/support/Child.h"
-#include "tests/platform/jet/support/ProofFile.h"
-#include "tests/platform/jet/support/Rounds.h"
-#include "tests/platform/jet/support/Witness.h"
 
 namespace jet {
 namespace {

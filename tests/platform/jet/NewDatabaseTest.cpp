@@ -1,11 +1,12 @@
+#include "platform/jet/NewDatabase.h"
+
+#include "tests/platform/jet/support/SampleTable.h"
+#include "tests/platform/jet/support/Samples.h"
+
 #include <gtest/gtest.h>
 
 #include <functional>
 #include <set>
-
-#include "platform/jet/NewDatabase.h"
-#include "tests/platform/jet/support/SampleTable.h"
-#include "tests/platform/jet/support/Samples.h"
 
 namespace jet {
 namespace {

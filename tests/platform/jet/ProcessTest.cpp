@@ -1,14 +1,14 @@
 // Several processes on one file, and processes that are killed.
-#include <gtest/gtest.h>
-#include <unistd.h>
-
-#include <set>
-
 #include "platform/jet/Check.h"
 #include "platform/jet/Error.h"
 #include "tests/platform/jet/support/Child.h"
 #include "tests/platform/jet/support/SampleTable.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <set>
 
 namespace jet {
 namespace {

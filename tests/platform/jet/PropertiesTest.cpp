@@ -1,9 +1,9 @@
 #include "platform/jet/Properties.h"
 
-#include <gtest/gtest.h>
-
 #include "platform/jet/Error.h"
 #include "tests/platform/jet/SpotsImage.h"
+
+#include <gtest/gtest.h>
 
 namespace {
 

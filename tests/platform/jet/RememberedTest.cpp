@@ -1,9 +1,9 @@
 #include "platform/jet/Remembered.h"
 
-#include <gtest/gtest.h>
-
 #include "platform/jet/Transaction.h"
 #include "tests/platform/jet/support/SampleTable.h"
+
+#include <gtest/gtest.h>
 
 namespace jet {
 namespace {

@@ -1,13 +1,13 @@
 // Files made by this library, read back by outside readers: the ends of every kind of value, tables of any length.
+#include "tests/platform/jet/support/Agreement.h"
+#include "tests/platform/jet/support/SampleTable.h"
+#include "tests/platform/jet/support/Witness.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <numeric>
 #include <string>
-
-#include "tests/platform/jet/support/Agreement.h"
-#include "tests/platform/jet/support/SampleTable.h"
-#include "tests/platform/jet/support/Witness.h"
 
 namespace jet {
 namespace {

@@ -1,12 +1,12 @@
 #include "platform/jet/Rows.h"
 
-#include <gtest/gtest.h>
-
-#include <cstring>
-
 #include "platform/jet/Codec.h"
 #include "platform/jet/Error.h"
 #include "tests/platform/jet/SpotsImage.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
 
 namespace {
 

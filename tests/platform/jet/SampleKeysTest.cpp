@@ -1,9 +1,4 @@
 // Every key of every index of real files must be what we would have written for that row.
-#include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <functional>
-
 #include "platform/jet/Codec.h"
 #include "platform/jet/DataPage.h"
 #include "platform/jet/Error.h"
@@ -13,6 +8,11 @@
 #include "platform/jet/Rows.h"
 #include "platform/jet/TableDef.h"
 #include "platform/jet/UsageMap.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <functional>
 
 namespace jet {
 namespace {

@@ -1,13 +1,13 @@
 // Real files, made by the original programs.
 #include "tests/platform/jet/support/Samples.h"
 
-#include <gtest/gtest.h>
-
-#include <map>
-
 #include "platform/jet/Check.h"
 #include "platform/jet/Error.h"
 #include "platform/jet/Utf8.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
 
 namespace {
 

@@ -1,11 +1,11 @@
 // Every statement that writes, with every call to the disk failing in turn, in every way.
-#include <gtest/gtest.h>
-
 #include "fuzz/EditBases.h"
 #include "platform/jet/Check.h"
 #include "tests/platform/jet/support/FaultyFiles.h"
 #include "tests/platform/jet/support/SampleTable.h"
 #include "tests/platform/jet/support/TableText.h"
+
+#include <gtest/gtest.h>
 
 namespace jet {
 namespace {

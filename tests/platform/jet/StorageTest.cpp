@@ -1,9 +1,9 @@
 #include "platform/jet/Storage.h"
 
-#include <gtest/gtest.h>
-
 #include "platform/jet/Error.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
+
+#include <gtest/gtest.h>
 
 namespace jet {
 namespace {

@@ -1,9 +1,9 @@
 #include "platform/jet/StoredText.h"
 
-#include <gtest/gtest.h>
-
 #include "platform/jet/Error.h"
 #include "platform/jet/Utf8.h"
+
+#include <gtest/gtest.h>
 
 namespace {
 

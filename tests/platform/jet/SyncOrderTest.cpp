@@ -1,11 +1,11 @@
 // The order in which a change reaches the disk. A power cut may come between any two of these steps.
-#include <gtest/gtest.h>
-
-#include <string>
-
 #include "platform/jet/Error.h"
 #include "tests/platform/jet/support/FaultyFiles.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
 
 namespace jet {
 namespace {

@@ -1,10 +1,10 @@
 #include "platform/jet/TableDef.h"
 
-#include <gtest/gtest.h>
-
 #include "platform/jet/Error.h"
 #include "platform/jet/MemoryFileSystem.h"
 #include "tests/platform/jet/SpotsImage.h"
+
+#include <gtest/gtest.h>
 
 namespace {
 

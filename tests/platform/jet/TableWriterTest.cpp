@@ -1,13 +1,13 @@
 #include "platform/jet/TableWriter.h"
 
+#include "platform/jet/Codec.h"
+#include "tests/platform/jet/support/SampleTable.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <functional>
 #include <random>
-
-#include "platform/jet/Codec.h"
-#include "tests/platform/jet/support/SampleTable.h"
 
 namespace jet {
 namespace {

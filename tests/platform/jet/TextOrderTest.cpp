@@ -1,13 +1,13 @@
 #include "platform/jet/TextOrder.h"
 
+#include "platform/jet/Error.h"
+#include "platform/jet/Utf8.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <random>
 #include <string>
-
-#include "platform/jet/Error.h"
-#include "platform/jet/Utf8.h"
 
 namespace jet {
 namespace {

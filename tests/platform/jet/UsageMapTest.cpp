@@ -1,11 +1,11 @@
 #include "platform/jet/UsageMap.h"
 
+#include "platform/jet/Error.h"
+#include "tests/platform/jet/SpotsImage.h"
+
 #include <gtest/gtest.h>
 
 #include <cstring>
-
-#include "platform/jet/Error.h"
-#include "tests/platform/jet/SpotsImage.h"
 
 namespace {
 

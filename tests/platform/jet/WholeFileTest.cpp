@@ -1,10 +1,10 @@
 #include "platform/jet/WholeFile.h"
 
-#include <gtest/gtest.h>
-
 #include "platform/jet/Error.h"
 #include "platform/jet/MemoryFileSystem.h"
 #include "tests/platform/jet/support/FaultyFiles.h"
+
+#include <gtest/gtest.h>
 
 namespace jet {
 namespace {

@@ -1,11 +1,11 @@
 // The real sample files, read beside outside readers of the same format.
 #include "tests/platform/jet/support/Witness.h"
 
+#include "tests/platform/jet/support/Samples.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
-
-#include "tests/platform/jet/support/Samples.h"
 
 namespace {
 

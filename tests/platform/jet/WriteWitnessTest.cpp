@@ -1,13 +1,13 @@
 // What this library writes, read by an outside reader.
-#include <gtest/gtest.h>
-#include <unistd.h>
-
-#include <algorithm>
-
 #include "platform/jet/Check.h"
 #include "tests/platform/jet/support/RandomRows.h"
 #include "tests/platform/jet/support/SampleTable.h"
 #include "tests/platform/jet/support/Witness.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <algorithm>
 
 namespace jet {
 namespace {

@@ -1,4 +1,9 @@
 // Several programs that write to one file at the same time, one of them killed in the midst.
+#include "platform/jet/Error.h"
+#include "tests/platform/jet/support/Child.h"
+#include "tests/platform/jet/support/ProofFile.h"
+#include "tests/platform/jet/support/Rounds.h"
+
 #include <gtest/gtest.h>
 #include <poll.h>
 
@@ -8,11 +13,6 @@
 #include <deque>
 #include <map>
 #include <random>
-
-#include "platform/jet/Error.h"
-#include "tests/platform/jet/support/Child.h"
-#include "tests/platform/jet/support/ProofFile.h"
-#include "tests/platform/jet/support/Rounds.h"
 
 namespace jet {
 namespace {

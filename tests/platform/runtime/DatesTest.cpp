@@ -1,5 +1,6 @@
-#include "platform/runtime/Clock.h"
 #include "platform/runtime/Dates.h"
+
+#include "platform/runtime/Clock.h"
 #include "platform/runtime/Error.h"
 
 #include <gtest/gtest.h>

@@ -1,11 +1,12 @@
-#include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
 
-#include <gtest/gtest.h>
+#include "platform/runtime/Error.h"
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using runtime::HostPath;

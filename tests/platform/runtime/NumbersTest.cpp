@@ -1,9 +1,10 @@
-#include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
 
-#include <gtest/gtest.h>
+#include "platform/runtime/Error.h"
 
 #include <QDateTime>
+
+#include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
 using runtime::IsNumeric;

@@ -1,15 +1,16 @@
+#include "platform/runtime/Probe.h"
+
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
-#include "platform/runtime/Probe.h"
 #include "tests/support/Hindrance.h"
-
-#include <gtest/gtest.h>
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <gtest/gtest.h>
 #include <sys/stat.h>
+
 #include <atomic>
 #include <cerrno>
 #include <cstdlib>

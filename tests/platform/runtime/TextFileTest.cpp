@@ -1,16 +1,17 @@
-#include "platform/runtime/Error.h"
 #include "platform/runtime/TextFile.h"
 
-#include <gtest/gtest.h>
+#include "platform/runtime/Error.h"
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
 #include <csignal>
 
 using namespace Qt::StringLiterals;

@@ -1,12 +1,12 @@
 // What a player core reported, in order.
 #pragma once
 
+#include "platform/audio/Transport.h"
+
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
 #include <vector>
-
-#include "platform/audio/Transport.h"
 
 namespace audiotest {
 

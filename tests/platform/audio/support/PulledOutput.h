@@ -1,11 +1,11 @@
 // An output whose frames the test takes by hand: no device, no clock.
 #pragma once
 
+#include "platform/audio/Output.h"
+
 #include <cstdint>
 #include <memory>
 #include <vector>
-
-#include "platform/audio/Output.h"
 
 namespace audiotest {
 

@@ -1,5 +1,7 @@
 #include "tests/platform/audio/support/SoundFiles.h"
 
+#include "platform/audio/Decoder.h"
+
 #include <sndfile.h>
 #include <stdlib.h>
 
@@ -9,8 +11,6 @@
 #include <iterator>
 #include <stdexcept>
 #include <string_view>
-
-#include "platform/audio/Decoder.h"
 
 namespace audiotest {
 

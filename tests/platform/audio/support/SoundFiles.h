@@ -1,12 +1,12 @@
 // Real sound files for tests, made on the spot, and what a straight decode of them holds.
 #pragma once
 
+#include "platform/audio/Synth.h"
+
 #include <cstdint>
 #include <filesystem>
 #include <string>
 #include <vector>
-
-#include "platform/audio/Synth.h"
 
 namespace audiotest {
 

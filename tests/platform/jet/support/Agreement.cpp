@@ -1,13 +1,13 @@
 #include "tests/platform/jet/support/Agreement.h"
 
+#include "tests/platform/jet/support/Witness.h"
+
 #include <unistd.h>
 
 #include <algorithm>
 #include <cctype>
 #include <filesystem>
 #include <fstream>
-
-#include "tests/platform/jet/support/Witness.h"
 
 namespace witness {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <string>
-
 #include "platform/jet/Database.h"
+
+#include <string>
 
 namespace witness {
 

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "platform/jet/FileSystem.h"
+
 #include <functional>
 #include <memory>
 #include <string>
 #include <vector>
-
-#include "platform/jet/FileSystem.h"
 
 namespace jet::test {
 

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "platform/jet/MemoryFileSystem.h"
+#include "tests/platform/jet/support/FaultyFiles.h"
+
 #include <map>
 #include <random>
 #include <vector>
-
-#include "platform/jet/MemoryFileSystem.h"
-#include "tests/platform/jet/support/FaultyFiles.h"
 
 namespace jet::test {
 

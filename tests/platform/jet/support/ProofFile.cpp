@@ -1,12 +1,12 @@
 #include "tests/platform/jet/support/ProofFile.h"
 
-#include <unistd.h>
-
-#include <cstdlib>
-
 #include "platform/jet/Check.h"
 #include "tests/platform/jet/support/SampleTable.h"
 #include "tests/platform/jet/support/Witness.h"
+
+#include <unistd.h>
+
+#include <cstdlib>
 
 namespace jet::test {
 

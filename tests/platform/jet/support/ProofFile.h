@@ -1,10 +1,10 @@
 #pragma once
 
+#include "platform/jet/Database.h"
+
 #include <filesystem>
 #include <map>
 #include <string>
-
-#include "platform/jet/Database.h"
 
 namespace jet::test {
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <random>
-#include <vector>
-
 #include "platform/jet/Definition.h"
 #include "platform/jet/Value.h"
+
+#include <random>
+#include <vector>
 
 namespace jet::test {
 

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "platform/jet/Database.h"
+
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
-
-#include "platform/jet/Database.h"
 
 /// Real files, made by the original programs.
 namespace witness {

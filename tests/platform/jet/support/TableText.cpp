@@ -1,11 +1,11 @@
 #include "tests/platform/jet/support/TableText.h"
 
+#include "platform/jet/Utf8.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdio>
-
-#include "platform/jet/Utf8.h"
 
 namespace witness {
 

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "platform/jet/Database.h"
+
 #include <map>
 #include <string>
 #include <vector>
-
-#include "platform/jet/Database.h"
 
 namespace witness {
 

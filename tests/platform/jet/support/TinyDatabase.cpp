@@ -1,9 +1,9 @@
 #include "tests/platform/jet/support/TinyDatabase.h"
 
+#include "platform/jet/Codec.h"
+
 #include <cstdlib>
 #include <cstring>
-
-#include "platform/jet/Codec.h"
 
 namespace jet::test {
 

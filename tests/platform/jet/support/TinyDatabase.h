@@ -1,10 +1,10 @@
 #pragma once
 
-#include <cstdint>
-#include <vector>
-
 #include "platform/jet/MemoryFileSystem.h"
 #include "platform/jet/Storage.h"
+
+#include <cstdint>
+#include <vector>
 
 namespace jet::test {
 

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "tests/platform/jet/support/TableText.h"
+
 #include <optional>
 #include <string>
 #include <vector>
-
-#include "tests/platform/jet/support/TableText.h"
 
 /// Outside programs that read the same files.
 namespace witness {
