@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <array>
 #include <chrono>
 
 #include "platform/dao/Storage.h"
@@ -94,7 +95,7 @@ TEST(Atomicity, TransactionWithoutCommitRollsBack) {
     const auto table = storage->OpenTable(u"tblspots"_s);
     const auto row = table->Scan({});
     ASSERT_TRUE(row->Next());
-    table->Delete(row->Id());
+    table->Delete(std::array{row->Id()});
     EXPECT_TRUE(row->Next());
   }
   EXPECT_EQ(Rows(s.Open(), u"SELECT ID FROM tblSpots"_s).size(), 3);
