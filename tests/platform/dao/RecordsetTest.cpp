@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "platform/runtime/Error.h"
 #include "tests/platform/dao/Scratch.h"
 
 using namespace Qt::StringLiterals;
@@ -54,6 +55,30 @@ TEST(Recordset, OutlivesItsDatabaseAndHoldsNoLock) {
   EXPECT_EQ(s.Open().Execute(u"DELETE FROM tblSpots"_s), 3);
   first.Close();
   EXPECT_EQ(rows.Field(u"Naam"_s), u"Appel"_s);
+}
+
+TEST(Visit, HandsOverRowAfterRowUntilItIsEnough) {
+  const SpotScratch s;
+  s.Open().Execute(u"INSERT INTO tblSpots (ID) VALUES (4)"_s);
+  const QString select = u"SELECT ID, Naam FROM tblSpots ORDER BY ID"_s;
+  QStringList seen;
+  s.Open().Visit(select, [&](const dao::Row& row) {
+    seen += row.Field(0).toString() + u' ' + (row.Text(1).isNull() ? u"-"_s : row.Text(1).toString());
+    return true;
+  });
+  EXPECT_EQ(seen, (QStringList{u"1 Appel"_s, u"2 bier"_s, u"3 Cola"_s, u"4 -"_s}));
+  int visits = 0;
+  s.Open().Visit(select, [&](const dao::Row&) { return ++visits < 2; });
+  EXPECT_EQ(visits, 2);
+}
+
+TEST(Visit, EndsWithTheErrorOfItsVisitAndLetsGoOfTheFile) {
+  const SpotScratch s;
+  dao::Database database = s.Open();
+  const auto fail = [](const dao::Row&) -> bool { throw runtime::Error(u"genoeg"_s); };
+  EXPECT_EQ(ErrorOf([&] { database.Visit(u"SELECT ID FROM tblSpots"_s, fail); }), u"genoeg"_s);
+  EXPECT_FALSE(ErrorOf([&] { database.Visit(u"DELETE FROM tblSpots"_s, fail); }).isEmpty());
+  EXPECT_EQ(database.Execute(u"DELETE FROM tblSpots WHERE ID < 3"_s), 2);
 }
 
 TEST(Recordset, ClosedIsAnErrorToUse) {
