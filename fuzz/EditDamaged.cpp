@@ -17,6 +17,7 @@ namespace {
 
 constexpr const char* kPath = "fuzz.mdb";
 constexpr unsigned kMostDamages = 8;
+constexpr int kMostDeleted = 8;  // at once
 constexpr int kMostStatements = 4;
 
 /// Takes numbers off the input; zeros when it is used up.
@@ -187,9 +188,11 @@ class Editing {
     }
     const std::size_t place = recipe_.Byte() % rows.size();
     if (kind == 1) {
-      const RowId row = rows[place];
-      rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(place));
-      return writer.Delete(row);
+      const auto first = rows.begin() + static_cast<std::ptrdiff_t>(place);
+      const auto count = std::min<std::ptrdiff_t>(1 + recipe_.Byte() % kMostDeleted, rows.end() - first);
+      const std::vector<RowId> going(first, first + count);
+      rows.erase(first, first + count);
+      return writer.Delete(going);
     }
     std::vector<bool> changed(writer.Definition().columns.size());
     for (std::size_t i = 1; i < changed.size(); ++i)

@@ -36,13 +36,11 @@ bool JetKeyScan::Next() {
   ForgetTexts();
   return file_.Telling([&] {
     if (!cursor_.Next()) return false;
-    auto row = table_.Fetch(cursor_.Id(), Wanted().columns);
-    if (!row) {
+    if (!row_.Fetch(cursor_.Id())) {
       throw runtime::Error(
           u"Het bestand '%1' is beschadigd: een index van de tabel '%2' noemt een rij die er niet is."_s.arg(
               file_.PathText(), QString::fromStdU16String(table_.Definition().name)));
     }
-    values_ = std::move(*row);
     return true;
   });
 }

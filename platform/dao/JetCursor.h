@@ -57,19 +57,23 @@ class JetScan : public JetCursor {
 class JetKeyScan : public JetCursor {
  public:
   JetKeyScan(const JetFile& file, const jet::Table& table, jet::KeyCursor cursor, const FieldMask& wanted)
-      : JetCursor(wanted), file_(file), table_(table), cursor_(std::move(cursor)) {}
+      : JetCursor(wanted),
+        file_(file),
+        table_(table),
+        cursor_(std::move(cursor)),
+        row_(file.Telling([&] { return table.Fetcher(Wanted().columns); })) {}
 
   bool Next() override;
   RowId Id() const override { return cursor_.Id(); }
 
  protected:
-  const std::vector<jet::Value>& Values() const override { return values_; }
+  const std::vector<jet::Value>& Values() const override { return row_.Values(); }
 
  private:
   const JetFile& file_;
   const jet::Table& table_;
   jet::KeyCursor cursor_;
-  std::vector<jet::Value> values_;
+  jet::RowFetcher row_;
 };
 
 }  // namespace dao

@@ -5,6 +5,8 @@
 #include "platform/dao/JetValue.h"
 #include "platform/runtime/Error.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace dao {
@@ -100,8 +102,10 @@ void JetTable::Update(RowId row, std::span<const FieldValue> changes) {
   file_.Telling([&] { Writer().Update(StoredId(row), values, changed); });
 }
 
-void JetTable::Delete(RowId row) {
-  file_.Telling([&] { Writer().Delete(StoredId(row)); });
+void JetTable::Delete(std::span<const RowId> rows) {
+  std::vector<jet::RowId> stored(rows.size());
+  std::transform(rows.begin(), rows.end(), stored.begin(), StoredId);
+  file_.Telling([&] { Writer().Delete(stored); });
 }
 
 std::size_t JetTable::DeleteAll() {

@@ -21,7 +21,7 @@ class JetTable : public Table {
   void Insert(std::vector<Value> row) override;
   std::optional<std::size_t> InsertAllOf(Table& other) override;
   void Update(RowId row, std::span<const FieldValue> changes) override;
-  void Delete(RowId row) override;
+  void Delete(std::span<const RowId> rows) override;
   std::size_t DeleteAll() override;
 
  private:

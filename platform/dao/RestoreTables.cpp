@@ -49,8 +49,7 @@ void DeleteAll(Table& table) {
     while (cursor->Next())
       rows.push_back(cursor->Id());
   }
-  for (const RowId row : rows)
-    table.Delete(row);
+  table.Delete(rows);
 }
 
 int CopyAll(Table& source, Table& target) {

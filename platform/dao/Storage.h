@@ -63,7 +63,7 @@ class Table {
   // alike: then the rows go one by one.
   virtual std::optional<std::size_t> InsertAllOf(Table& /*other*/) { return std::nullopt; }
   virtual void Update(RowId row, std::span<const FieldValue> changes) = 0;
-  virtual void Delete(RowId row) = 0;
+  virtual void Delete(std::span<const RowId> rows) = 0;  // each named once
   // Empties the table in one go; answers how many rows it had.
   virtual std::size_t DeleteAll() = 0;
 };

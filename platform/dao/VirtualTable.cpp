@@ -154,7 +154,7 @@ int Update(sqlite3_vtab* base, int count, sqlite3_value** values, sqlite3_int64*
   auto* table = static_cast<OpenTable*>(base);
   return Guarded(table->All(), [&] {
     if (count == 1) {
-      table->Stored().Delete(sqlite3_value_int64(values[0]));
+      table->entry->named.push_back(sqlite3_value_int64(values[0]));
     } else if (sqlite3_value_type(values[0]) == SQLITE_NULL) {
       InsertRow(*table, values);
     } else {
@@ -193,8 +193,13 @@ void VirtualTables::Add(const QString& name, std::unique_ptr<Table> table) {
   if (name.startsWith(u"sqlite_"_s, Qt::CaseInsensitive)) {
     throw runtime::Error(u"De tabel '%1' is niet bruikbaar: die naam is van de SQL-machine zelf."_s.arg(name));
   }
-  Entry& entry = entries_.emplace_back(Entry{this, std::move(table), {}});
+  Entry& entry = entries_.emplace_back(Entry{this, std::move(table), {}, {}});
   sqlite3_create_module_v2(connection_, name.toUtf8().constData(), Module(), &entry, nullptr);
+}
+
+void VirtualTables::DeleteNamed(std::size_t place) {
+  const Entry& entry = entries_[place];
+  if (!entry.named.empty()) entry.table->Delete(entry.named);
 }
 
 int VirtualTables::Declare(const TableDef& table) {

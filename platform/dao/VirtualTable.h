@@ -9,6 +9,7 @@
 #include <deque>
 #include <exception>
 #include <memory>
+#include <vector>
 
 namespace dao {
 
@@ -29,6 +30,9 @@ class VirtualTables {
   // An INSERT gives these fields of the table; the others get their default.
   void SetGivenFields(std::size_t place, FieldMask given) { entries_[place].given = given; }
 
+  // The rows that a DELETE named go together, once all are known: the engine does not look at the table in between.
+  void DeleteNamed(std::size_t place);
+
   // Throws what a table threw under the engine, if anything: no exception crosses the engine's C code.
   void RethrowFailure() const;
 
@@ -40,6 +44,7 @@ class VirtualTables {
     VirtualTables* all;
     std::unique_ptr<Table> table;
     FieldMask given;
+    std::vector<RowId> named;  // by a DELETE
   };
   int Declare(const TableDef& table);
   void KeepFailure(std::exception_ptr failure) { failure_ = std::move(failure); }

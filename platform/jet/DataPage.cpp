@@ -51,14 +51,13 @@ void RequireOwner(const DataPage& page, std::uint32_t owner) {
 
 std::optional<StoredRow> FindRow(PageSource& pages, RowId row, bool firstPlace, std::optional<std::uint32_t> owner) {
   for (int moves = 0; moves < kMostMoves; ++moves) {
-    PageRef bytes = pages.Read(PageOf(row));
-    const DataPage page(bytes, PageOf(row));
+    const DataPage page(pages.Read(PageOf(row)), PageOf(row));
     if (owner) RequireOwner(page, *owner);
     if (SlotOf(row) >= page.SlotCount()) return std::nullopt;
     const Slot slot = page.At(SlotOf(row));
     if (slot.kind == SlotKind::Deleted) return std::nullopt;
     if (slot.kind == SlotKind::Target && moves == 0 && firstPlace) return std::nullopt;
-    if (slot.kind != SlotKind::Pointer) return StoredRow{bytes, page.BytesOf(slot)};
+    if (slot.kind != SlotKind::Pointer) return StoredRow{page.Content(), page.BytesOf(slot)};
     row = U32(page.BytesOf(slot), 0);
   }
   throw DamageAt(PageOf(row), "een verplaatste rij verwijst in een kring");

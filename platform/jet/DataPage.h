@@ -36,6 +36,7 @@ class DataPage {
   DataPage(PageRef page, std::uint32_t number);
 
   std::uint32_t Number() const { return number_; }
+  const PageRef& Content() const { return page_; }
   std::uint32_t Owner() const;
   unsigned FreeBytes() const;
   unsigned SlotCount() const { return slotCount_; }

@@ -66,8 +66,16 @@ LongValueWriter& FieldWriter::LongValues(std::size_t column) {
   return *writer;
 }
 
-void FieldWriter::Release(std::size_t column, const Field& field) {
-  if (table_.columns[column].IsLong() && field.bit) LongValues(column).Release(field.stored);
+void FieldWriter::NotePieces(std::size_t column, ByteView stored, Pieces& pieces) {
+  if (!table_.columns[column].IsLong()) return;
+  pieces.resize(table_.columns.size());
+  LongValues(column).NotePieces(stored, pieces[column]);
+}
+
+void FieldWriter::Release(Pieces pieces) {
+  for (std::size_t i = 0; i < pieces.size(); ++i) {
+    if (!pieces[i].empty()) LongValues(i).Release(std::move(pieces[i]));
+  }
 }
 
 void FieldWriter::Clear() {

@@ -21,8 +21,12 @@ class FieldWriter {
   void PutLongValues(const std::vector<Value>& values, const std::vector<bool>& changed, std::vector<Field>& fields);
   /// The row of these fields.
   const Bytes& Row(const std::vector<Field>& fields) { return builder_.Build(fields); }
-  /// Gives back what a long value has outside of its row.
-  void Release(std::size_t column, const Field& field);
+  /// What long values have outside of their rows, by column.
+  using Pieces = std::vector<std::vector<RowId>>;
+  /// Adds what a field has.
+  void NotePieces(std::size_t column, ByteView stored, Pieces& pieces);
+  /// Gives it back.
+  void Release(Pieces pieces);
   /// Gives back every page of long values.
   void Clear();
 

@@ -34,6 +34,17 @@ bool IsLess(ByteView left, ByteView right) {
 
 }  // namespace
 
+/// The ends of a page's entries as bits, in the form in which they lie in the page.
+void IndexWriter::StoreEnds(PageBytes& page, const std::vector<std::uint16_t>& ends) {
+  std::memset(&page[kMaskAt], 0, kMaskBytes);
+  for (const std::uint16_t end : ends) {
+    const std::size_t bit = end - kEntriesAt;
+    page[kMaskAt + bit / 8] |= static_cast<std::uint8_t>(1U << (bit % 8));
+  }
+  const std::size_t used = ends.empty() ? 0 : ends.back() - kEntriesAt;
+  Store(&page[2], static_cast<std::uint16_t>(kEntryBytes - used));
+}
+
 Bytes IndexWriter::Entry(ByteView key, RowId row) {
   Bytes entry;
   entry.reserve(key.size() + kPointerBytes);
@@ -62,21 +73,6 @@ bool IndexWriter::Contains(ByteView key) {
   if (place.entry.size() == length && std::equal(key.begin(), key.end(), place.entry.begin())) return true;
   absent_ = {Bytes(key.begin(), key.end()), std::move(place)};
   return false;
-}
-
-bool IndexWriter::Holds(ByteView key, RowId row) {
-  const Bytes entry = Entry(key, row);
-  IndexCursor cursor(pages_, table_, root_);
-  cursor.Seek(entry);
-  return cursor.Valid() && std::equal(entry.begin(), entry.end(), cursor.Entry().begin(), cursor.Entry().end());
-}
-
-std::optional<Bytes> IndexWriter::KeyOfRow(RowId row) {
-  IndexCursor cursor(pages_, table_, root_);
-  for (cursor.SeekFirst(); cursor.Valid(); cursor.Next()) {
-    if (cursor.Row() == row) return Bytes(cursor.Key().begin(), cursor.Key().end());
-  }
-  return std::nullopt;
 }
 
 IndexWriter::Place IndexWriter::Find(ByteView entry) {
@@ -225,41 +221,6 @@ void IndexWriter::AddChild(Path path, const Bytes& lastEntry, std::uint32_t chil
   SaveOrSplit(path, node);
 }
 
-void IndexWriter::Remove(ByteView key, RowId row) {
-  Forget();
-  const Bytes entry = Entry(key, row);
-  const Path path = Find(entry).path;
-  const Step& leaf = path.back();
-  std::size_t count = 0;
-  Bytes before;
-  {
-    const IndexPage page(pages_.Read(leaf.page), leaf.page, table_);
-    count = page.Count();
-    Bytes there;
-    if (leaf.child < count) page.CopyEntry(leaf.child, there);
-    if (there != entry) throw DamageAt(leaf.page, "de rij ontbreekt in de index");
-    if (leaf.child > 0) page.CopyEntry(leaf.child - 1, before);
-  }
-  if (count == 1 && path.size() > 1) return RemovePage(path);
-  if (!RemoveFromPage(leaf)) {
-    IndexNode node = IndexNode::Load(pages_, leaf.page, table_);
-    node.entries.erase(node.entries.begin() + static_cast<std::ptrdiff_t>(leaf.child));
-    node.Save(pages_, leaf.page);
-  }
-  if (leaf.child + 1 == count && count > 1) TellParents(path, before);
-}
-
-bool IndexWriter::RemoveFromPage(const Step& step) {
-  std::vector<std::uint16_t> ends;
-  {
-    const PageRef bytes = pages_.Read(step.page);
-    if (step.child == 0 && LoadU16(bytes->data() + kPrefixAt) > 0) return false;
-    ends = IndexPage(bytes, step.page, table_).Ends();
-  }
-  RemoveEntry(pages_.Change(step.page), std::move(ends), step.child);
-  return true;
-}
-
 void IndexWriter::TellParents(Path path, const Bytes& last) {
   for (path.pop_back(); !path.empty(); path.pop_back()) {
     const Step step = path.back();
@@ -279,39 +240,6 @@ void IndexWriter::TellParents(Path path, const Bytes& last) {
     node.entries[step.child] = last;
     return SaveOrSplit(path, node);
   }
-}
-
-void IndexWriter::Unlink(const IndexNode& node) {
-  if (node.previous != 0) Store(&pages_.Change(node.previous)[kNextAt], node.next);
-  if (node.next != 0) Store(&pages_.Change(node.next)[kPreviousAt], node.previous);
-}
-
-/// Takes an emptied page out of the tree, and with it every node that has no other child.
-void IndexWriter::RemovePage(Path path) {
-  const std::uint32_t number = path.back().page;
-  Unlink(IndexNode::Load(pages_, number, table_));
-  map_.Remove(number);
-  space_.Free(number);
-  path.pop_back();
-  const Step step = path.back();
-  IndexNode parent = IndexNode::Load(pages_, step.page, table_);
-  if (parent.entries.empty()) {
-    if (path.size() > 1) return RemovePage(path);
-    IndexNode empty;
-    empty.table = table_;
-    return empty.Save(pages_, root_);
-  }
-  if (step.child < parent.entries.size()) {
-    parent.entries.erase(parent.entries.begin() + static_cast<std::ptrdiff_t>(step.child));
-    parent.children.erase(parent.children.begin() + static_cast<std::ptrdiff_t>(step.child));
-    return SaveNode(parent, step.page);
-  }
-  const Bytes last = parent.entries.back();
-  parent.tail = parent.children.back();
-  parent.entries.pop_back();
-  parent.children.pop_back();
-  SaveNode(parent, step.page);
-  TellParents(path, last);
 }
 
 void IndexWriter::Clear() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/jet/EntryList.h"
 #include "platform/jet/IndexNode.h"
 #include "platform/jet/MapRow.h"
 #include "platform/jet/PageSpace.h"
@@ -22,14 +23,16 @@ class IndexWriter {
   /// Whether some row has exactly this key.
   bool Contains(ByteView key);
   void Insert(ByteView key, RowId row);
-  /// Whether the row is there with this key.
-  bool Holds(ByteView key, RowId row);
-  /// Damage when the entry is not there.
-  void Remove(ByteView key, RowId row);
+  /// Takes out entries that are sorted, leaf by leaf. A row that is there with another key is sought through the whole
+  /// index; Damage when it is not there at all.
+  void Remove(const EntryList& entries);
   /// The key with which the row is there, sought through the whole index: for keys that others built in another way.
   std::optional<Bytes> KeyOfRow(RowId row);
   /// Gives back every page but the root, which becomes an empty leaf.
   void Clear();
+
+  /// What stands in a leaf for a row: its key and its place.
+  static Bytes Entry(ByteView key, RowId row);
 
  private:
   /// One page on the way from the root to a leaf, and which of its children comes next: the place of an entry, or their
@@ -58,11 +61,17 @@ class IndexWriter {
     Bytes last;
   };
 
-  static Bytes Entry(ByteView key, RowId row);
+  static constexpr std::size_t kPointerBytes = 4;
+
   void Forget();
   /// `entry`: a whole one or a key.
   Place Find(ByteView entry);
   bool Append(ByteView entry);
+  std::size_t RemoveFromLeaf(const EntryList& entries, std::size_t first);
+  void RemoveByRow(ByteView entry);
+  std::vector<std::size_t> PlacesIn(std::uint32_t leaf, const EntryList& entries, std::size_t first,
+                                    std::size_t& count);
+  void RemoveFromNode(std::uint32_t leaf, const std::vector<std::size_t>& going);
   bool RemoveFromPage(const Step& step);
   void SaveOrSplit(Path& path, IndexNode& node);
   void Split(Path& path, IndexNode& node);

@@ -59,13 +59,10 @@ RowId LongValueWriter::WriteChain(ByteView value) {
   return next;
 }
 
-void LongValueWriter::Release(ByteView stored) {
+void LongValueWriter::NotePieces(ByteView stored, std::vector<RowId>& pieces) {
   const LongValueHead head = ParseLongValueHead(stored);
   if (head.kind == LongValueHead::Kind::Inline) return;
-  std::vector<RowId> pieces;
   VisitPieces(pages_, head, [&](RowId piece, ByteView) { pieces.push_back(piece); });
-  for (const RowId piece : pieces)
-    rows_.Delete(piece);
 }
 
 }  // namespace jet

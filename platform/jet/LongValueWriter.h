@@ -17,8 +17,9 @@ class LongValueWriter {
 
   /// Puts the value where it fits; answers what belongs in the row. `mayInline`: the row has room for a short one.
   Bytes Write(ByteView value, bool mayInline);
-  /// Gives back what lies outside of the row. `stored`: what is in the row.
-  void Release(ByteView stored);
+  /// Adds where the pieces are that lie outside of the row. `stored`: what is in the row.
+  void NotePieces(ByteView stored, std::vector<RowId>& pieces);
+  void Release(std::vector<RowId> pieces) { rows_.Delete(std::move(pieces)); }
   /// Gives back every page of the column at once.
   void Clear() { rows_.Clear(); }
 

@@ -62,7 +62,7 @@ void Pages::Keep(std::uint32_t number, PageRef page) {
 
 PageRef Pages::Load(std::uint32_t number) {
   if (number >= pageCount_) throw DamageAt(number, "ligt voorbij het einde van het bestand");
-  auto page = std::make_shared<PageBytes>();
+  auto page = std::make_shared_for_overwrite<PageBytes>();
   if (file_.ReadAt(std::uint64_t{number} * kPageSize, *page) != kPageSize) {
     throw DamageAt(number, "het bestand is afgekapt");
   }

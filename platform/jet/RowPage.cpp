@@ -62,17 +62,39 @@ unsigned RowPage::Add(ByteView row, SlotKind kind) {
 }
 
 void RowPage::Replace(unsigned slot, ByteView row, SlotKind kind) {
+  Rebuild([&](unsigned at, SlotKind& itsKind, ByteView& bytes) {
+    if (at != slot) return;
+    itsKind = kind;
+    bytes = row;
+  });
+}
+
+void RowPage::Delete(std::span<const RowId> rows) {
+  auto next = rows.begin();
+  Rebuild([&](unsigned at, SlotKind& kind, ByteView& bytes) {
+    if (next == rows.end() || SlotOf(*next) != at) return;
+    ++next;
+    kind = SlotKind::Deleted;
+    bytes = {};
+  });
+  if (next != rows.end()) throw DamageAt(number_, "een rij die weg moet, is er niet");
+}
+
+/// Puts the page together anew; `change` is asked about each slot.
+template <typename Change>
+void RowPage::Rebuild(Change change) {
   const PageRef oldBytes = pages_.Read(number_);
   const DataPage old(oldBytes, number_);
   PageBytes& page = pages_.Change(number_);
   std::size_t end = kPageSize;
   for (unsigned i = 0; i < old.SlotCount(); ++i) {
     const Slot at = old.At(i);
-    const ByteView bytes = i == slot ? row : old.BytesOf(at);
-    const SlotKind itsKind = i == slot ? kind : at.kind;
+    SlotKind kind = at.kind;
+    ByteView bytes = old.BytesOf(at);
+    change(i, kind, bytes);
     end -= bytes.size();
     if (!bytes.empty()) std::memcpy(page.data() + end, bytes.data(), bytes.size());
-    Store(page.data() + kDataPageHead + 2 * i, static_cast<std::uint16_t>(end | static_cast<std::uint16_t>(itsKind)));
+    Store(page.data() + kDataPageHead + 2 * i, static_cast<std::uint16_t>(end | static_cast<std::uint16_t>(kind)));
   }
   Store(page.data() + 2, static_cast<std::uint16_t>(end - kDataPageHead - 2 * old.SlotCount()));
 }

@@ -4,6 +4,7 @@
 #include "platform/jet/Transaction.h"
 
 #include <cstdint>
+#include <span>
 
 namespace jet {
 
@@ -32,10 +33,12 @@ class RowPage {
   unsigned Add(ByteView row, SlotKind kind = SlotKind::Row);
   /// Gives a slot other bytes, which fit, or another kind.
   void Replace(unsigned slot, ByteView row, SlotKind kind);
-  /// The slot stays, without bytes.
-  void Delete(unsigned slot) { Replace(slot, {}, SlotKind::Deleted); }
+  /// Deletes rows of this page, in the order of their slots and each named once. The slots stay, without bytes.
+  void Delete(std::span<const RowId> rows);
 
  private:
+  template <typename Change>
+  void Rebuild(Change change);
   DataPage View() const { return DataPage(pages_.Read(number_), number_); }
 
   Transaction& pages_;

@@ -2,6 +2,8 @@
 
 #include "platform/jet/Damage.h"
 
+#include <algorithm>
+
 namespace jet {
 
 namespace {
@@ -51,12 +53,23 @@ bool RowSpace::ReplaceInPlace(RowId row, ByteView bytes, SlotKind kind) {
   return true;
 }
 
-void RowSpace::Delete(RowId row) {
-  const std::uint32_t number = PageOf(row);
+void RowSpace::Delete(std::vector<RowId> rows) {
+  std::sort(rows.begin(), rows.end());
+  const auto twice = std::adjacent_find(rows.begin(), rows.end());
+  if (twice != rows.end()) throw DamageAt(PageOf(*twice), "een rij wordt tweemaal genoemd");
+  for (auto first = rows.begin(); first != rows.end();) {
+    const auto isElsewhere = [&](RowId row) { return PageOf(row) != PageOf(*first); };
+    const auto end = std::find_if(first, rows.end(), isElsewhere);
+    DeleteOnPage(PageOf(*first), {first, end});
+    first = end;
+  }
+}
+
+void RowSpace::DeleteOnPage(std::uint32_t number, std::span<const RowId> rows) {
   // All long values have the same owner on their page: only the map tells whose a page is.
   if (!owned_.Contains(number)) throw DamageAt(number, "hoort niet bij deze gegevens");
   RowPage page(pages_, number, owner_);
-  page.Delete(SlotOf(row));
+  page.Delete(rows);
   if (!page.IsEmpty()) {
     if (page.RoomForNew() > 0) free_.Add(space_, number);
     return;

@@ -5,6 +5,8 @@
 #include "platform/jet/RowPage.h"
 
 #include <optional>
+#include <span>
+#include <vector>
 
 namespace jet {
 
@@ -21,8 +23,9 @@ class RowSpace {
   RowId AddAlone(ByteView row);
   /// Gives the row other bytes on its page. False when they do not fit there.
   bool ReplaceInPlace(RowId row, ByteView bytes, SlotKind kind);
-  /// Deletes the slot, and gives the page back when it was the last on it.
-  void Delete(RowId row);
+  /// Deletes the rows' slots, page by page, and gives a page back when none is left on it. Damage when one is named
+  /// twice.
+  void Delete(std::vector<RowId> rows);
   /// Gives every page back at once; answers how many rows there were, moved ones counted once. Damage, before anything
   /// changes, when a page is not of the owner.
   std::size_t Clear();
@@ -30,6 +33,7 @@ class RowSpace {
  private:
   RowPage NewPage(bool takesMore);
   RowPage& PageWithRoom(std::size_t bytes);
+  void DeleteOnPage(std::uint32_t page, std::span<const RowId> rows);
   std::size_t CountRows(std::uint32_t page);
 
   Transaction& pages_;

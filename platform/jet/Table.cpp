@@ -27,11 +27,13 @@ TableCursor Table::Scan(const ColumnSet& columns) const& {
 }
 
 std::optional<std::vector<Value>> Table::Fetch(RowId row, const ColumnSet& columns) const {
-  return InContext(context_, [&]() -> std::optional<std::vector<Value>> {
-    const auto stored = FindRow(pages_, row, true, def_.page);
-    if (!stored) return std::nullopt;
-    return RowDecoder(pages_, def_, Choose(columns)).Decode(stored->bytes);
-  });
+  RowFetcher fetcher = Fetcher(columns);
+  if (!fetcher.Fetch(row)) return std::nullopt;
+  return fetcher.Values();
+}
+
+RowFetcher Table::Fetcher(const ColumnSet& columns) const& {
+  return InContext(context_, [&] { return RowFetcher(pages_, def_, Choose(columns), context_); });
 }
 
 const RealIndexDef& Table::Real(std::size_t index) const {

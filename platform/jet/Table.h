@@ -29,6 +29,9 @@ class Table {
   TableCursor Scan(const ColumnSet& columns) const&& = delete;
   /// The row's values, in the order of `columns`; nothing when there is no such row (any more).
   std::optional<std::vector<Value>> Fetch(RowId row, const ColumnSet& columns) const;
+  /// The same for many rows.
+  RowFetcher Fetcher(const ColumnSet& columns) const&;
+  RowFetcher Fetcher(const ColumnSet& columns) const&& = delete;
 
   /// Whether keys of that index can be built at all: false for sort orders that are not known. `index` is a place in
   /// TableDefinition::indexes.

@@ -13,6 +13,14 @@ const std::vector<Value>& RowDecoder::Decode(ByteView row) {
   return values_;
 }
 
+bool RowFetcher::Fetch(RowId row) {
+  return InContext(context_, [&] {
+    const auto stored = FindRow(pages_, row, true, table_.page);
+    if (stored) decoder_.Decode(stored->bytes);
+    return stored.has_value();
+  });
+}
+
 bool TableCursor::Next() {
   return InContext(context_, [&] {
     if (!scan_.Next()) return false;

@@ -28,6 +28,24 @@ class RowDecoder {
   std::vector<Value> values_;
 };
 
+/// Rows by their places, one after the other; each is decoded into the memory of the one before.
+class RowFetcher {
+ public:
+  RowFetcher(PageSource& pages, const TableDef& table, std::vector<const ColumnDef*> columns, std::string context)
+      : pages_(pages), table_(table), decoder_(pages, table, std::move(columns)), context_(std::move(context)) {}
+
+  /// False when there is no such row (any more).
+  bool Fetch(RowId row);
+  /// The chosen columns, in the order asked for; valid until the next Fetch.
+  const std::vector<Value>& Values() const { return decoder_.Values(); }
+
+ private:
+  PageSource& pages_;
+  const TableDef& table_;
+  RowDecoder decoder_;
+  std::string context_;
+};
+
 /// All rows of a table. Where the file is damaged, Next throws an Error that names table and page; the call after that
 /// goes on with what is still readable.
 class TableCursor {

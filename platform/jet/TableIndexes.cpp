@@ -154,28 +154,41 @@ std::vector<TableIndexes::Rekeying> TableIndexes::RekeyingsOf(const Values& befo
 
 void TableIndexes::Rekey(const std::vector<Rekeying>& rekeyings, const Values& before, RowId row) {
   for (const Rekeying& rekeying : rekeyings) {
-    RemoveFrom(trees_[rekeying.index], before, row);
-    InsertInto(trees_[rekeying.index], rekeying.key, row);
+    Tree& tree = trees_[rekeying.index];
+    EntryList old;
+    NoteEntry(tree, before, row, old);
+    RemoveFrom(tree, old);
+    InsertInto(tree, rekeying.key, row);
   }
 }
 
-void TableIndexes::Remove(const Values& values, RowId row) {
-  for (Tree& tree : trees_)
-    RemoveFrom(tree, values, row);
+void TableIndexes::NoteEntries(const Values& values, RowId row, Entries& entries) {
+  entries.resize(trees_.size());
+  for (std::size_t i = 0; i < trees_.size(); ++i)
+    NoteEntry(trees_[i], values, row, entries[i]);
 }
 
-/// A row that another program made may be there with a key that we would not make.
-void TableIndexes::RemoveFrom(Tree& tree, const Values& values, RowId row) {
+void TableIndexes::NoteEntry(Tree& tree, const Values& values, RowId row, EntryList& entries) {
   std::optional<Bytes> key;
   try {
     key = KeyOf(tree, values);
     if (!key) return;
   } catch (const Error& error) {
     if (error.Code() != ErrorCode::UnknownCharacter) throw;
+    key = tree.writer->KeyOfRow(row);
+    if (!key) throw Damage("de rij ontbreekt in de index '" + tree.name + "'");
   }
-  if (!key || !tree.writer->Holds(*key, row)) key = tree.writer->KeyOfRow(row);
-  if (!key) throw Damage("de rij ontbreekt in de index '" + tree.name + "'");
-  tree.writer->Remove(*key, row);
+  entries.Add(IndexWriter::Entry(*key, row));
+}
+
+void TableIndexes::Remove(Entries& entries) {
+  for (std::size_t i = 0; i < entries.size(); ++i)
+    RemoveFrom(trees_[i], entries[i]);
+}
+
+void TableIndexes::RemoveFrom(Tree& tree, EntryList& entries) {
+  entries.Sort();
+  InContext("index '" + tree.name + "': ", [&] { tree.writer->Remove(entries); });
 }
 
 void TableIndexes::Clear() {

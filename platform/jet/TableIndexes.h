@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/jet/Counters.h"
+#include "platform/jet/EntryList.h"
 #include "platform/jet/IndexWriter.h"
 #include "platform/jet/TableDef.h"
 #include "platform/jet/Value.h"
@@ -43,7 +44,11 @@ class TableIndexes {
   std::vector<Rekeying> RekeyingsOf(const Values& before, const Values& after);
   void Rekey(const std::vector<Rekeying>& rekeyings, const Values& before, RowId row);
 
-  void Remove(const Values& values, RowId row);
+  /// What each index has of some rows.
+  using Entries = std::vector<EntryList>;
+  /// Adds what the indexes have of a row, which is still there.
+  void NoteEntries(const Values& values, RowId row, Entries& entries);
+  void Remove(Entries& entries);
   /// Leaves every index empty.
   void Clear();
 
@@ -65,7 +70,8 @@ class TableIndexes {
   void CheckKey(Tree& tree, const std::optional<Bytes>& key, const Values& values);
   bool IsSameKey(const Tree& tree, const Values& before, const Values& after) const;
   void InsertInto(Tree& tree, const std::optional<Bytes>& key, RowId row);
-  void RemoveFrom(Tree& tree, const Values& values, RowId row);
+  void NoteEntry(Tree& tree, const Values& values, RowId row, EntryList& entries);
+  static void RemoveFrom(Tree& tree, EntryList& entries);
 
   Transaction& pages_;
   const TableDef& table_;

@@ -214,11 +214,13 @@ void TableWriter::Update(RowId row, const std::vector<Value>& given, const std::
     fieldWriter_.PutLongValues(values, changed, fields);
     Place(row, present, fieldWriter_.Row(fields));
     indexes_.Rekey(rekeyings, present.values, row);
+    FieldWriter::Pieces pieces;
     for (std::size_t i = 0; i < values.size(); ++i) {
       if (!changed[i]) continue;
-      fieldWriter_.Release(i, present.fields[i]);
+      if (present.fields[i].bit) fieldWriter_.NotePieces(i, present.fields[i].stored, pieces);
       autonumbers_.Note(i, values[i]);
     }
+    fieldWriter_.Release(std::move(pieces));
   });
 }
 
@@ -230,20 +232,43 @@ void TableWriter::Place(RowId row, const Present& present, const Bytes& bytes) {
   Store(pointer.data(), target);
   if (!rows_.ReplaceInPlace(row, pointer, SlotKind::Pointer))
     throw DamageAt(PageOf(row), "geen plaats voor een verwijzing");
-  if (moved) rows_.Delete(present.target);
+  if (moved) rows_.Delete({present.target});
 }
 
-void TableWriter::Delete(RowId row) {
+void TableWriter::Delete(std::span<const RowId> rows) {
   Naming(definition_, [&] {
-    const Present present = Read(row);
-    relations_.CheckNotNamed(present.values);
-    indexes_.Remove(present.values, row);
-    for (std::size_t i = 0; i < def_.columns.size(); ++i)
-      fieldWriter_.Release(i, present.fields[i]);
-    if (present.target != 0) rows_.Delete(present.target);
-    rows_.Delete(row);
-    counters_.CountRows(-1);
+    if (relations_.AreNone()) return DeleteTogether(rows);
+    // Whether a row may go depends on those that went before it.
+    for (const RowId row : rows)
+      DeleteTogether({&row, 1});
   });
+}
+
+void TableWriter::DeleteTogether(std::span<const RowId> rows) {
+  Going going;
+  for (const RowId row : rows)
+    Note(row, going);
+  indexes_.Remove(going.entries);
+  fieldWriter_.Release(std::move(going.pieces));
+  rows_.Delete(std::move(going.places));
+  counters_.CountRows(-static_cast<std::int64_t>(rows.size()));
+}
+
+void TableWriter::Note(RowId row, Going& going) {
+  const auto target = TargetOf(pages_, row);
+  const auto stored = FindRow(pages_, row, true, def_.page);
+  if (!target || !stored) throw Error(ErrorCode::NotFound, "de rij bestaat niet meer.");
+  CheckFields(stored->bytes);
+  const RowView view(stored->bytes, def_);
+  for (std::size_t i = 0; i < def_.columns.size(); ++i) {
+    const ColumnDef& column = def_.columns[i];
+    if (indexes_.Uses(i)) ReadField(pages_, view, column, newValues_[i]);
+    if (column.IsLong() && view.Bit(column)) fieldWriter_.NotePieces(i, view.BytesOf(column), going.pieces);
+  }
+  relations_.CheckNotNamed(newValues_);
+  indexes_.NoteEntries(newValues_, row, going.entries);
+  going.places.push_back(row);
+  if (*target != 0) going.places.push_back(*target);
 }
 
 /// Rows of this very table go too, so that only other tables can stand in the way.

@@ -10,6 +10,7 @@
 #include "platform/jet/TableDef.h"
 #include "platform/jet/TableIndexes.h"
 
+#include <span>
 #include <vector>
 
 namespace jet {
@@ -43,7 +44,9 @@ class TableWriter {
 
   /// `changed` tells which columns `values` (in full length) brings anew; the others keep what they have.
   void Update(RowId row, const std::vector<Value>& values, const std::vector<bool>& changed);
-  void Delete(RowId row);
+  void Delete(RowId row) { Delete({&row, 1}); }
+  /// Each named once; those of one page, and their keys in one page of an index, go together.
+  void Delete(std::span<const RowId> rows);
   /// Empties the table without looking at each row; answers how many there were. Autonumbers go on from where they
   /// were, as the original engine's do.
   std::size_t DeleteAll();
@@ -68,6 +71,15 @@ class TableWriter {
   void CheckFields(ByteView row) const;
   Present Read(RowId row);
   void Place(RowId row, const Present& present, const Bytes& bytes);
+
+  /// What has to go with some rows.
+  struct Going {
+    TableIndexes::Entries entries;
+    FieldWriter::Pieces pieces;
+    std::vector<RowId> places;  ///< of moved rows both
+  };
+  void Note(RowId row, Going& going);
+  void DeleteTogether(std::span<const RowId> rows);
   void CheckNoneNamed();
 
   Transaction& pages_;
@@ -83,7 +95,7 @@ class TableWriter {
   std::vector<std::size_t> places_;  ///< of def_.columns in definition_.columns
   bool inOrder_ = true;              ///< both have the same order
   Fields newFields_;                 ///< of the row being inserted; kept for its memory
-  Values newValues_;                 ///< likewise, of a stored row: what is known of it
+  Values newValues_;                 ///< likewise, of a stored row that comes or goes: what is known of it
   ColumnSet knownColumns_;
 };
 

@@ -24,10 +24,12 @@ int ByteOf(char16_t c) {
 // Whether every code unit is a byte of the same value: nearly every text. Without an early end, so that the compiler
 // looks at many at a time.
 bool IsOwnBytes(QStringView text) {
-  bool other = false;
-  for (const QChar c : text)
-    other |= c.unicode() > 0xFF || (c.unicode() & 0xE0) == 0x80;
-  return !other;
+  unsigned short other = 0;
+  for (const QChar c : text) {
+    const unsigned short unit = c.unicode();
+    other |= static_cast<unsigned short>((unit & 0xFF00) | ((unit & 0xE0) == 0x80 ? 1 : 0));
+  }
+  return other == 0;
 }
 
 }  // namespace

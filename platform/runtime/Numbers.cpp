@@ -114,6 +114,7 @@ qint16 ToInteger(double value) {
 }
 
 qint32 ToLong(const QVariant& value) {
+  if (value.typeId() == QMetaType::Int) return value.toInt();
   if (!IsNumeric(value)) throw Error(u"'%1' is geen getal."_s.arg(value.toString()));
   if (value.typeId() == QMetaType::QString) return ToLong(value.toString());
   if (value.typeId() == QMetaType::Bool) return value.toBool() ? -1 : 0;  // True travels as -1

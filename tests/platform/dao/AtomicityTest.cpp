@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <chrono>
 
 using namespace Qt::StringLiterals;
@@ -95,7 +96,7 @@ TEST(Atomicity, TransactionWithoutCommitRollsBack) {
     const auto table = storage->OpenTable(u"tblspots"_s);
     const auto row = table->Scan({});
     ASSERT_TRUE(row->Next());
-    table->Delete(row->Id());
+    table->Delete(std::array{row->Id()});
     EXPECT_TRUE(row->Next());
   }
   EXPECT_EQ(Rows(s.Open(), u"SELECT ID FROM tblSpots"_s).size(), 3);

@@ -54,7 +54,7 @@ class WatchedTable : public dao::Table {
       watch_.ways += u"set "_s + Definition().fields[static_cast<int>(change.first)].name;
     inner_->Update(row, changes);
   }
-  void Delete(dao::RowId row) override { inner_->Delete(row); }
+  void Delete(std::span<const dao::RowId> rows) override { inner_->Delete(rows); }
   std::size_t DeleteAll() override { return inner_->DeleteAll(); }
 
  private:

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <map>
 #include <random>
 
 namespace jet {
@@ -198,6 +199,49 @@ TEST_F(TableWriterTest, ATreeOfManyLevelsGrowsAndShrinksInAnyOrder) {
   database_.Insert(kTable, Spot(u"Opnieuw"));
   EXPECT_EQ(CountByName(u"Opnieuw"), 1U);
   EXPECT_EQ(database_.Findings(), "");
+}
+
+TEST_F(TableWriterTest, RowsDeletedTogetherGoFromPagesAndIndexesAndLeaveTheOthersWhole) {
+  std::mt19937 random(7);
+  const std::size_t lengths[] = {0, 10, 64, 65, 400, 400, 3000, 9000};
+  std::map<RowId, Value> texts;
+  Change([&](TableWriter& writer) {
+    for (int i = 0; i < 3000; ++i) {
+      const std::u16string text(lengths[random() % std::size(lengths)], static_cast<char16_t>(u'a' + i % 26));
+      std::vector<Value> row =
+          Spot(std::u16string(1 + random() % 20, static_cast<char16_t>(u'a' + random() % 26)), text);
+      texts[writer.Insert(row)] = row[3];
+    }
+    std::vector<Value> longer(6);
+    longer[1] = std::u16string(50, u'\u0416');
+    for (const auto& [row, text] : texts) {
+      if (random() % 4 == 0) writer.Update(row, longer, {false, true, false, false, false, false});
+    }
+  });
+  while (!texts.empty()) {
+    std::vector<RowId> going;
+    const bool inOrder = random() % 2 == 0;
+    for (const auto& [row, text] : texts) {
+      if (inOrder ? going.size() < 300 : random() % 3 == 0) going.push_back(row);
+    }
+    if (going.empty()) going.push_back(texts.begin()->first);
+    std::shuffle(going.begin(), going.end(), random);
+    Change([&](TableWriter& writer) { writer.Delete(going); });
+    for (const RowId row : going)
+      texts.erase(row);
+    ASSERT_EQ(database_.Findings(), "");
+    ASSERT_EQ(database_.Rows(kTable), texts.size());
+    for (const auto& [row, text] : texts)
+      ASSERT_EQ(Row(row)[3], text);
+  }
+}
+
+TEST_F(TableWriterTest, ARowNamedTwiceIsNotDeletedTwice) {
+  const RowId row = database_.Insert(kTable, Spot(u"Bakker"));
+  const RowId other = database_.Insert(kTable, Spot(u"Slager"));
+  const Bytes before = database_.Files().Get(FreshDatabase::kPath);
+  EXPECT_NE(MessageOf([&] { Change([&](TableWriter& writer) { writer.Delete(std::vector{row, other, row}); }); }), "");
+  EXPECT_EQ(database_.Files().Get(FreshDatabase::kPath), before);
 }
 
 TEST_F(TableWriterTest, UniqueIndexesLetSeveralEmptyKeysPass) {
