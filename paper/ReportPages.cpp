@@ -12,7 +12,6 @@
 #include <QTextDocument>
 #include <QTextTable>
 
-#include <algorithm>
 #include <vector>
 
 using namespace Qt::StringLiterals;

@@ -8,7 +8,6 @@
 #include "platform/jet/Rows.h"
 #include "platform/jet/Utf8.h"
 
-#include <algorithm>
 #include <cstring>
 #include <set>
 

@@ -6,7 +6,6 @@
 #include "platform/jet/Utf8.h"
 
 #include <algorithm>
-#include <set>
 #include <unordered_set>
 
 namespace jet {

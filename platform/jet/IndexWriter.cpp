@@ -34,17 +34,6 @@ bool IsLess(ByteView left, ByteView right) {
 
 }  // namespace
 
-/// The ends of a page's entries as bits, in the form in which they lie in the page.
-void IndexWriter::StoreEnds(PageBytes& page, const std::vector<std::uint16_t>& ends) {
-  std::memset(&page[kMaskAt], 0, kMaskBytes);
-  for (const std::uint16_t end : ends) {
-    const std::size_t bit = end - kEntriesAt;
-    page[kMaskAt + bit / 8] |= static_cast<std::uint8_t>(1U << (bit % 8));
-  }
-  const std::size_t used = ends.empty() ? 0 : ends.back() - kEntriesAt;
-  Store(&page[2], static_cast<std::uint16_t>(kEntryBytes - used));
-}
-
 Bytes IndexWriter::Entry(ByteView key, RowId row) {
   Bytes entry;
   entry.reserve(key.size() + kPointerBytes);

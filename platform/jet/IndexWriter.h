@@ -61,8 +61,6 @@ class IndexWriter {
     Bytes last;
   };
 
-  static constexpr std::size_t kPointerBytes = 4;
-
   void Forget();
   /// `entry`: a whole one or a key.
   Place Find(ByteView entry);

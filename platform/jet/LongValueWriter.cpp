@@ -4,7 +4,6 @@
 #include "platform/jet/Error.h"
 #include "platform/jet/Utf8.h"
 
-#include <algorithm>
 #include <vector>
 
 namespace jet {

@@ -210,8 +210,7 @@ void RowBuilder::AppendVariables(const std::vector<Field>& fields) {
     if (place != kNone) row_.insert(row_.end(), fields[place].stored.begin(), fields[place].stored.end());
   }
   Append(static_cast<std::uint16_t>(row_.size()), row_);
-  for (auto start = starts_.rbegin(); start != starts_.rend(); ++start)
-    Append(*start, row_);
+  std::for_each(starts_.rbegin(), starts_.rend(), [this](std::uint16_t start) { Append(start, row_); });
   Append(static_cast<std::uint16_t>(starts_.size()), row_);
 }
 

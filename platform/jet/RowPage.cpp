@@ -3,7 +3,6 @@
 #include "platform/jet/Codec.h"
 #include "platform/jet/Damage.h"
 
-#include <algorithm>
 #include <cstring>
 
 namespace jet {

@@ -9,7 +9,7 @@ std::shared_ptr<Storage> StorageRegistry::Find(FileSystem& files, FileIdentity i
   const std::lock_guard guard(mutex_);
   std::erase_if(entries_, [](const Entry& entry) { return entry.store.expired(); });
   for (const Entry& entry : entries_) {
-    const auto store = entry.store.lock();
+    auto store = entry.store.lock();
     if (store == nullptr || entry.files != &files || entry.thread != std::this_thread::get_id()) continue;
     if (entry.readOnly == readOnly && store->Identity() == identity) return store;
   }

@@ -7,7 +7,6 @@
 #include "platform/jet/TableWriter.h"
 
 #include <ctime>
-#include <optional>
 
 namespace jet {
 
@@ -61,6 +60,7 @@ std::vector<Permission> PermissionsOfNewTable(Transaction& pages) {
   if (sids == std::vector<Bytes>{own.creator, own.admin, own.users})
     return {{own.admin, kAllOfAnOwner}, {own.users, kAllOfATable}};
   std::vector<Permission> permissions;
+  permissions.reserve(sids.size());
   for (const Bytes& sid : sids)
     permissions.push_back({sid, kAllOfATable});
   return permissions;

@@ -14,7 +14,6 @@
 #include <QLineEdit>
 
 #include <atomic>
-#include <memory>
 #include <thread>
 
 using namespace Qt::StringLiterals;

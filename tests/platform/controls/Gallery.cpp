@@ -8,7 +8,6 @@
 #include <QDir>
 #include <QFontDatabase>
 
-#include <cmath>
 #include <memory>
 #include <vector>
 

@@ -8,8 +8,6 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include <set>
-
 namespace jet {
 namespace {
 

@@ -5,8 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-
 using namespace Qt::StringLiterals;
 using runtime::FormatDate;
 
