@@ -17,6 +17,7 @@
 #include <QFileInfo>
 
 #include <cstdio>
+#include <memory>
 
 using namespace Qt::StringLiterals;
 

@@ -5,6 +5,8 @@
 #include "platform/dao/Storage.h"
 #include "platform/jet/Database.h"
 
+#include <vector>
+
 using namespace Qt::StringLiterals;
 
 namespace bench {

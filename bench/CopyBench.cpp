@@ -11,6 +11,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 using bench::Require;

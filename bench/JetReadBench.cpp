@@ -12,11 +12,15 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <ctime>
 #include <filesystem>
 #include <functional>
 #include <random>
+#include <string>
+#include <variant>
+#include <vector>
 
 namespace {
 

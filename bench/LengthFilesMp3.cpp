@@ -5,9 +5,12 @@
 
 #include <cmath>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <random>
+#include <string>
+#include <vector>
 
 namespace bench {
 namespace {

@@ -1,6 +1,8 @@
 #include "bench/LengthFiles.h"
 
+#include <filesystem>
 #include <fstream>
+#include <string>
 
 namespace bench {
 namespace {

@@ -1,8 +1,10 @@
 #include "bench/LengthTools.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 
 namespace bench {
 namespace {

@@ -26,6 +26,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
+#include <memory>
+#include <string>
 
 using namespace Qt::StringLiterals;
 using bench::Require;

@@ -1,6 +1,7 @@
 #include "bench/TimedFiles.h"
 
 #include <chrono>
+#include <memory>
 
 namespace bench {
 

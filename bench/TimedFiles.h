@@ -3,6 +3,7 @@
 #include "platform/jet/FileSystem.h"
 
 #include <functional>
+#include <memory>
 #include <string>
 
 namespace bench {

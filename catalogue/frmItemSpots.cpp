@@ -8,6 +8,7 @@
 #include "ui_frmItemSpots.h"
 
 #include <algorithm>
+#include <chrono>
 #include <limits>
 
 using namespace Qt::StringLiterals;

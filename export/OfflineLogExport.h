@@ -3,6 +3,8 @@
 
 #include <QString>
 
+#include <limits>
+
 // One export of the offline log, in steps between which the program may die at any place without losing a statement or
 // handing one out twice: the file is written and synced under a temporary name, a record of it beside the database;
 // then the file gets its name, the log loses what the file holds, and the record goes. Whoever finds a record

@@ -2,6 +2,9 @@
 
 #include "platform/jet/MemoryFileSystem.h"
 
+#include <chrono>
+#include <vector>
+
 namespace jet::fuzz {
 
 namespace {

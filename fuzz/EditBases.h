@@ -4,6 +4,8 @@
 #include "platform/jet/Database.h"
 #include "platform/jet/Definition.h"
 
+#include <vector>
+
 namespace jet::fuzz {
 
 /// Sound databases with two tables, `tblSpots` (ID, Naam, Tekst, Actief; two indexes) and `tblItems` (Nr,

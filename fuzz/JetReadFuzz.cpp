@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <set>
+#include <vector>
 
 namespace {
 

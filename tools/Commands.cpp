@@ -6,6 +6,7 @@
 #include "tools/ManualPage.h"
 
 #include <algorithm>
+#include <string>
 
 using namespace Qt::StringLiterals;
 

@@ -7,6 +7,8 @@
 #include <QDir>
 #include <QtConcurrentMap>
 
+#include <string>
+
 using namespace Qt::StringLiterals;
 
 namespace demo {

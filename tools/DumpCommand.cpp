@@ -3,6 +3,8 @@
 #include "tools/DatabaseArgument.h"
 #include "tools/TableCsv.h"
 
+#include <string>
+
 using namespace Qt::StringLiterals;
 
 namespace {

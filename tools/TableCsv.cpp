@@ -5,6 +5,8 @@
 #include "platform/jet/ValueText.h"
 #include "tools/CsvLine.h"
 
+#include <variant>
+
 namespace {
 
 constexpr std::size_t kBlock = std::size_t{1} << 20;  // bytes of text that are kept together

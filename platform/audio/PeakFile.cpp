@@ -1,5 +1,6 @@
 #include "platform/audio/PeakFile.h"
 
+#include <algorithm>
 #include <cstring>
 #include <type_traits>
 

@@ -8,6 +8,7 @@
 #include <atomic>
 #include <exception>
 #include <functional>
+#include <string>
 #include <thread>
 #include <utility>
 

@@ -11,6 +11,7 @@
 #include <chrono>
 #include <exception>
 #include <mutex>
+#include <string>
 
 namespace audio {
 namespace {

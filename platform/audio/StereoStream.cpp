@@ -5,6 +5,7 @@
 #include <samplerate.h>
 
 #include <algorithm>
+#include <string>
 
 namespace audio {
 namespace {

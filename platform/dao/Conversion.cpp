@@ -14,6 +14,7 @@
 #include <limits>
 #include <optional>
 #include <span>
+#include <variant>
 
 using namespace Qt::StringLiterals;
 

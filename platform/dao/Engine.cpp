@@ -8,6 +8,9 @@
 
 #include <QSet>
 
+#include <optional>
+#include <vector>
+
 using namespace Qt::StringLiterals;
 
 namespace dao {

@@ -8,6 +8,7 @@
 #include "platform/dao/VirtualTable.h"
 
 #include <memory>
+#include <optional>
 
 namespace dao {
 

@@ -3,6 +3,8 @@
 #include "platform/dao/JetValue.h"
 #include "platform/runtime/Error.h"
 
+#include <variant>
+
 using namespace Qt::StringLiterals;
 
 namespace dao {

@@ -6,6 +6,9 @@
 #include "platform/runtime/Error.h"
 
 #include <algorithm>
+#include <optional>
+#include <span>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 

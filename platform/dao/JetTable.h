@@ -6,6 +6,9 @@
 #include "platform/jet/TableWriter.h"
 
 #include <memory>
+#include <optional>
+#include <span>
+#include <vector>
 
 namespace dao {
 

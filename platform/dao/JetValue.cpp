@@ -11,6 +11,7 @@
 #include <cmath>
 #include <span>
 #include <utility>
+#include <variant>
 
 namespace dao {
 namespace {

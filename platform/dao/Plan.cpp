@@ -7,6 +7,7 @@
 #include <cstring>
 #include <limits>
 #include <memory>
+#include <variant>
 
 namespace dao {
 namespace {

@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <span>
+#include <variant>
 #include <vector>
 
 using namespace Qt::StringLiterals;

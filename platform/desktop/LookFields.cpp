@@ -9,6 +9,8 @@
 #include <QTimer>
 #include <QWidget>
 
+#include <algorithm>
+
 namespace desktop::look {
 namespace {
 

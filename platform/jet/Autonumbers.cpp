@@ -1,6 +1,7 @@
 #include "platform/jet/Autonumbers.h"
 
 #include <random>
+#include <variant>
 
 namespace jet {
 

@@ -5,6 +5,8 @@
 #include "platform/jet/RowScan.h"
 #include "platform/jet/Rows.h"
 
+#include <variant>
+
 namespace jet {
 
 namespace {

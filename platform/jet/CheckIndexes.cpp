@@ -10,6 +10,9 @@
 
 #include <cstring>
 #include <set>
+#include <string>
+#include <unordered_map>
+#include <vector>
 
 namespace jet {
 

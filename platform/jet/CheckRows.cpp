@@ -6,7 +6,10 @@
 #include "platform/jet/Utf8.h"
 
 #include <algorithm>
+#include <string>
 #include <unordered_set>
+#include <variant>
+#include <vector>
 
 namespace jet {
 

@@ -7,6 +7,9 @@
 #include "platform/jet/Utf8.h"
 #include "platform/jet/WholeFile.h"
 
+#include <memory>
+#include <vector>
+
 namespace jet {
 
 namespace {

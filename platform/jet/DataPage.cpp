@@ -3,6 +3,8 @@
 #include "platform/jet/Codec.h"
 #include "platform/jet/Damage.h"
 
+#include <string>
+
 namespace jet {
 
 namespace {

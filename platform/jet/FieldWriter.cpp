@@ -5,6 +5,7 @@
 #include "platform/jet/StoredText.h"
 
 #include <algorithm>
+#include <variant>
 
 namespace jet {
 

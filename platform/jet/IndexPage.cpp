@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstring>
+#include <string>
 
 namespace jet {
 

@@ -6,6 +6,8 @@
 #include "platform/jet/IndexWriter.h"
 
 #include <algorithm>
+#include <optional>
+#include <vector>
 
 namespace jet {
 

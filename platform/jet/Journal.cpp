@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <memory>
+#include <string>
 
 namespace jet {
 namespace {

@@ -4,6 +4,8 @@
 #include "platform/jet/RowSpace.h"
 #include "platform/jet/TableDef.h"
 
+#include <vector>
+
 namespace jet {
 
 /// Writes and releases the values of one memo or OLE column.

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <string>
 
 namespace jet {
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <string>
+#include <vector>
 
 namespace jet {
 

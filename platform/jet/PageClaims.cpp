@@ -5,6 +5,8 @@
 #include "platform/jet/TableDef.h"
 #include "platform/jet/UsageMap.h"
 
+#include <vector>
+
 namespace jet {
 
 namespace {

@@ -5,6 +5,7 @@
 #include "platform/jet/Rc4.h"
 
 #include <algorithm>
+#include <string>
 
 namespace jet {
 

@@ -7,6 +7,8 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <memory>
+#include <string>
 
 namespace jet {
 namespace {

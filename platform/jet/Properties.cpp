@@ -6,6 +6,7 @@
 #include "platform/jet/StoredText.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace jet {
 

@@ -7,6 +7,7 @@
 #include "platform/jet/Utf8.h"
 
 #include <algorithm>
+#include <variant>
 
 namespace jet {
 

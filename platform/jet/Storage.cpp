@@ -6,8 +6,12 @@
 #include "platform/jet/StorageRegistry.h"
 
 #include <algorithm>
+#include <chrono>
+#include <exception>
+#include <functional>
 #include <list>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace jet {

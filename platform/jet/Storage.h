@@ -7,9 +7,12 @@
 #include "platform/jet/Pages.h"
 #include "platform/jet/Transaction.h"
 
+#include <chrono>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 
 namespace jet {
 

@@ -7,6 +7,7 @@
 #include "platform/jet/TableWriter.h"
 
 #include <ctime>
+#include <variant>
 
 namespace jet {
 

@@ -8,6 +8,7 @@
 #include "platform/jet/Utf8.h"
 
 #include <algorithm>
+#include <variant>
 
 namespace jet {
 

@@ -11,6 +11,8 @@
 #include "platform/jet/Utf8.h"
 
 #include <algorithm>
+#include <string>
+#include <vector>
 
 namespace jet {
 

@@ -6,6 +6,8 @@
 #include "platform/jet/Properties.h"
 #include "platform/jet/TableDef.h"
 
+#include <vector>
+
 namespace jet {
 
 /// Makes a new table in a database: its definition, maps and indexes, and the rows that the catalogue needs for it.

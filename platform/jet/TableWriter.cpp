@@ -9,7 +9,9 @@
 #include "platform/jet/Utf8.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
+#include <variant>
 
 namespace jet {
 

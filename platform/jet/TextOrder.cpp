@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdio>
+#include <string>
+#include <type_traits>
 #include <utility>
 
 namespace jet {

@@ -5,6 +5,7 @@
 #include "platform/jet/DataPage.h"
 
 #include <algorithm>
+#include <string>
 
 namespace jet {
 

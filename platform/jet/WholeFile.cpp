@@ -3,6 +3,7 @@
 #include "platform/jet/Error.h"
 
 #include <cerrno>
+#include <string>
 
 namespace jet {
 namespace {

@@ -24,7 +24,9 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <iterator>
 #include <random>
+#include <string>
 
 using namespace Qt::StringLiterals;
 using desktop::MessageBoxScript;

@@ -22,6 +22,7 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <memory>
 
 using namespace Qt::StringLiterals;
 using desktop::MessageBoxScript;

@@ -12,6 +12,8 @@
 #include <QApplication>
 #include <QDialog>
 
+#include <memory>
+
 using namespace Qt::StringLiterals;
 using desktop::MessageBoxScript;
 using testing_support::ModalDriver;

@@ -14,7 +14,10 @@
 
 #include <QCheckBox>
 
+#include <chrono>
 #include <memory>
+#include <optional>
+#include <stdexcept>
 
 using namespace Qt::StringLiterals;
 

@@ -8,6 +8,8 @@
 #include <QLineEdit>
 
 #include <memory>
+#include <string>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 

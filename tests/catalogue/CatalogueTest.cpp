@@ -8,6 +8,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <stdexcept>
+
 using namespace Qt::StringLiterals;
 
 CatalogueTest::CatalogueTest(Station::Mode mode) : station_(mode) {

@@ -16,6 +16,7 @@
 #include <functional>
 #include <initializer_list>
 #include <optional>
+#include <string>
 
 namespace controls {
 class ListBox;

@@ -12,6 +12,7 @@
 #include <QLineEdit>
 
 #include <memory>
+#include <string>
 #include <tuple>
 
 using namespace Qt::StringLiterals;

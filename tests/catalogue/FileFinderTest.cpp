@@ -14,6 +14,7 @@
 #include <condition_variable>
 #include <memory>
 #include <mutex>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 using runtime::Presence;

@@ -14,6 +14,7 @@
 #include <QLineEdit>
 
 #include <atomic>
+#include <chrono>
 #include <thread>
 
 using namespace Qt::StringLiterals;

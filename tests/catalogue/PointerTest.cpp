@@ -10,6 +10,8 @@
 #include <QCheckBox>
 #include <QFile>
 
+#include <functional>
+
 using namespace Qt::StringLiterals;
 using testing_support::PointerWatch;
 

@@ -18,6 +18,8 @@
 
 #include <sys/stat.h>
 
+#include <functional>
+
 using namespace Qt::StringLiterals;
 
 class ReadOnlyDeathTest : public CatalogueTestInBothModes {

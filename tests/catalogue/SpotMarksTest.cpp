@@ -11,6 +11,8 @@
 #include <QLabel>
 #include <QLineEdit>
 
+#include <stdexcept>
+
 using namespace Qt::StringLiterals;
 using controls::LineMark;
 

@@ -16,6 +16,7 @@
 #include <sys/stat.h>
 
 #include <cstdlib>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 using desktop::MessageBoxScript;

@@ -24,6 +24,7 @@
 #include <array>
 #include <csignal>
 #include <random>
+#include <stdexcept>
 
 using namespace Qt::StringLiterals;
 using testing_support::Station;

@@ -13,6 +13,7 @@
 #include <sys/stat.h>
 
 #include <cstdlib>
+#include <memory>
 
 using namespace Qt::StringLiterals;
 using testing_support::Child;

@@ -1,6 +1,8 @@
 #include "data/Messages.h"
 #include "tests/items/ItemEditor.h"
 
+#include <vector>
+
 using namespace Qt::StringLiterals;
 
 namespace {

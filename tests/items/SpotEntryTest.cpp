@@ -1,6 +1,8 @@
 #include "data/Messages.h"
 #include "tests/items/ItemEditor.h"
 
+#include <functional>
+
 using namespace Qt::StringLiterals;
 using testing_support::Child;
 using testing_support::ModalDriver;

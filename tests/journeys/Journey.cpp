@@ -12,6 +12,7 @@
 #include <QThread>
 
 #include <iostream>
+#include <memory>
 
 using namespace Qt::StringLiterals;
 

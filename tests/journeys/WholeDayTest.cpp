@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
 using namespace Qt::StringLiterals;
 
 // Lists in failure messages of GoogleTest.

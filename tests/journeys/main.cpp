@@ -12,6 +12,7 @@
 #include <QFileInfo>
 
 #include <iostream>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 

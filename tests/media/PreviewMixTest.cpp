@@ -14,6 +14,10 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+#include <optional>
+#include <vector>
+
 using namespace Qt::StringLiterals;
 using namespace media_testing;
 using testing_support::Child;

@@ -14,6 +14,7 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <memory>
 
 using namespace Qt::StringLiterals;
 using namespace media_testing;

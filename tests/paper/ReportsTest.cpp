@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 using namespace Qt::StringLiterals;
 using testing_support::Station;
 

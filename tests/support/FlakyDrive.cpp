@@ -9,6 +9,7 @@
 #include <chrono>
 #include <mutex>
 #include <random>
+#include <string>
 #include <thread>
 
 namespace testing_support {

@@ -6,6 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+#include <string>
+
 using namespace Qt::StringLiterals;
 
 namespace {

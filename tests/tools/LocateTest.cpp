@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <string>
 
 using namespace Qt::StringLiterals;
 using testing_support::Station;

@@ -13,6 +13,9 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+#include <string>
+
 using namespace Qt::StringLiterals;
 using testing_support::Station;
 

@@ -38,7 +38,10 @@
 #include <QTest>
 #include <QTimer>
 
+#include <functional>
 #include <iostream>
+#include <memory>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 using windows::Album;

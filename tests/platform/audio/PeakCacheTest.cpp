@@ -10,7 +10,10 @@
 
 #include <chrono>
 #include <filesystem>
+#include <optional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace {
 

@@ -6,10 +6,14 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <barrier>
 #include <filesystem>
 #include <future>
+#include <memory>
+#include <string>
+#include <vector>
 
 namespace {
 

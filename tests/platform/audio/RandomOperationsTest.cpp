@@ -9,8 +9,11 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <memory>
 #include <random>
+#include <string>
 #include <thread>
+#include <vector>
 
 namespace {
 

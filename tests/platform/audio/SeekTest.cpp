@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <random>
+#include <string>
+#include <vector>
 
 namespace {
 

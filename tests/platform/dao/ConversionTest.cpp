@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <span>
+
 using namespace Qt::StringLiterals;
 using namespace scratch;
 using dao::FieldType;

@@ -8,6 +8,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <functional>
+
 using namespace Qt::StringLiterals;
 using namespace scratch;
 

@@ -3,6 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+#include <span>
+#include <vector>
+
 using namespace Qt::StringLiterals;
 using namespace scratch;
 using dao::FieldMask;

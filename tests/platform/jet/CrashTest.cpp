@@ -7,8 +7,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
+#include <functional>
 #include <random>
+#include <string>
+#include <vector>
 
 namespace jet {
 namespace {

@@ -9,6 +9,11 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
 namespace jet {
 namespace {
 

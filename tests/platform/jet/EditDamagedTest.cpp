@@ -13,7 +13,12 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <memory>
 #include <random>
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <vector>
 
 namespace jet {
 namespace {

@@ -13,8 +13,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <map>
+#include <memory>
 #include <set>
+#include <string>
+#include <vector>
 
 namespace jet {
 namespace {

@@ -7,7 +7,9 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <filesystem>
 #include <functional>
+#include <string>
 
 namespace jet {
 namespace {

@@ -8,6 +8,7 @@
 
 #include <fstream>
 #include <iterator>
+#include <string>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 

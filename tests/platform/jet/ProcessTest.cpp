@@ -8,6 +8,11 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <filesystem>
+#include <map>
+#include <string>
+#include <vector>
+
 namespace jet {
 namespace {
 

@@ -1,5 +1,8 @@
 #include "tests/platform/jet/SpotsImage.h"
 
+#include <string>
+#include <vector>
+
 using jet::Bytes;
 
 Bytes LongHead(std::uint32_t length, std::uint32_t kind, jet::RowId where) {

@@ -2,6 +2,8 @@
 
 #include "tests/platform/jet/DatabaseImage.h"
 
+#include <vector>
+
 /// A file with one table "Spots" (Id, Amount, Flag, Name, Notes) of six rows, Ids 1 to 6, names "a" to "f". Row 2 has
 /// an inline memo, row 4 one of a single piece, row 5 one of two pieces; row 3 has moved. "PrimaryKey" on Id is a tree
 /// of a node and two leaves, "Name" a single leaf.

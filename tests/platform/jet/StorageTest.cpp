@@ -5,6 +5,12 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
 namespace jet {
 namespace {
 

@@ -6,6 +6,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <string>
+#include <vector>
+
 namespace {
 
 jet::TableDef Read(const DatabaseImage& image, std::uint32_t page) {

@@ -9,6 +9,8 @@
 #include <functional>
 #include <map>
 #include <random>
+#include <string>
+#include <vector>
 
 namespace jet {
 namespace {

@@ -6,8 +6,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdio>
+#include <optional>
 #include <random>
 #include <string>
+#include <vector>
 
 namespace jet {
 namespace {

@@ -8,6 +8,11 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <variant>
+#include <vector>
 
 namespace jet {
 namespace {

@@ -11,8 +11,11 @@
 #include <chrono>
 #include <cstdio>
 #include <deque>
+#include <filesystem>
 #include <map>
+#include <memory>
 #include <random>
+#include <vector>
 
 namespace jet {
 namespace {

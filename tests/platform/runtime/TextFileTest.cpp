@@ -13,6 +13,7 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <functional>
 
 using namespace Qt::StringLiterals;
 

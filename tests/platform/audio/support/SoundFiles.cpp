@@ -11,6 +11,7 @@
 #include <iterator>
 #include <stdexcept>
 #include <string_view>
+#include <system_error>
 
 namespace audiotest {
 

@@ -7,6 +7,10 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <memory>
+#include <system_error>
+#include <variant>
+#include <vector>
 
 namespace jet::test {
 

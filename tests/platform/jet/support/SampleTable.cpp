@@ -3,6 +3,9 @@
 #include "platform/jet/Check.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
 
+#include <string>
+#include <vector>
+
 namespace jet::test {
 
 FreshDatabase::FreshDatabase() {

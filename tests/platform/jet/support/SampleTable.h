@@ -4,6 +4,10 @@
 #include "platform/jet/Error.h"
 #include "platform/jet/MemoryFileSystem.h"
 
+#include <memory>
+#include <string>
+#include <vector>
+
 namespace jet::test {
 
 /// A new database in memory, opened for writing.

@@ -2,6 +2,8 @@
 
 #include "platform/jet/Codec.h"
 
+#include <algorithm>
+#include <chrono>
 #include <cstdlib>
 #include <cstring>
 
