@@ -32,9 +32,14 @@ void KeepWithinScreen(QWidget& window) {
   if (window.width() > free.width() || window.height() > free.height()) window.resize(window.size().boundedTo(free));
 }
 
-// Smaller than half of how it was drawn up a window shows nothing that one could work with.
+// Smaller than half of how it was drawn up a window shows nothing that one could work with. Set once: a window that is
+// shown again has the size its user gave it. (Its layout alone asks for less: lists and scrolling pages shrink to
+// nothing.)
 void SetSmallest(QWidget& window) {
-  if (window.minimumSize().isNull()) window.setMinimumSize((window.size() / 2).expandedTo(window.minimumSizeHint()));
+  constexpr const char* kSet = "smallestSet";
+  if (window.property(kSet).toBool()) return;
+  window.setProperty(kSet, true);
+  window.setMinimumSize((window.size() / 2).expandedTo(window.minimumSizeHint()));
 }
 
 }  // namespace

@@ -79,9 +79,11 @@ void AudioEditor::Loaded() {
   controls_.preview->InitAudio();
   TakeDropped();
   if (!isNew_) QTimer::singleShot(0, this, &AudioEditor::ShowUsage);  // not before the window stands
-  // A new record begins with its file, another one with its name.
+  // A new record begins with its file, another one with its name. Qt marks the whole name when the window opens: the
+  // first key would replace it.
   (isNew_ && IsKull(controls_.txtPath->text()) ? static_cast<QWidget*>(controls_.cmdPath) : controls_.txtNaam)
       ->setFocus();
+  QTimer::singleShot(0, controls_.txtNaam, &QLineEdit::deselect);
 }
 
 void AudioEditor::InitForm() {

@@ -11,8 +11,8 @@ using namespace Qt::StringLiterals;
 
 Report CatalogueReport() {
   Report report = Begun(u"Item-spots"_s);
-  report.columns = {{u"Naam"_s, 36}, {u"Lengte"_s, 9, true}, {u"Startdatum"_s, 12},    {u"Einddatum"_s, 12},
-                    {u"Uren"_s, 7},  {u"Toestand"_s, 24},    {u"Gedraaid"_s, 0, true}, {u"Path"_s, 0}};
+  report.columns = {{u"Naam"_s, 35}, {u"Lengte"_s, 9, true}, {u"Startdatum"_s, 13},    {u"Einddatum"_s, 13},
+                    {u"Uren"_s, 7},  {u"Toestand"_s, 23},    {u"Gedraaid"_s, 0, true}, {u"Path"_s, 0}};
   report.emptyText = u"Er zijn nog geen item-spots."_s;
   Report::Group all;
   qint32 seconds = 0;

@@ -176,9 +176,10 @@ void RadioMark(QPainter& painter, const QStyleOption& option) {
   Panel(painter, box.adjusted(inset, inset, -inset, -inset), box.width() / 2, colours.sign, QColor());
 }
 
-void LabelFocus(QPainter& painter, const QStyleOption& option) {
-  const QRectF rect = QRectF(option.rect).adjusted(-3, -2, 4, 2);
-  Panel(painter, rect, kRadius, QColor(), TokensFor(option.palette).accent, 1.5);
+void LabelFocus(QPainter& painter, const QStyleOption& option, const QWidget* widget) {
+  QRect rect = option.rect.adjusted(-1, -1, 2, 1);
+  if (widget != nullptr) rect &= widget->rect();  // what lies outside would be cut off
+  Panel(painter, rect, kRadius, QColor(), TokensFor(option.palette).accent, 2);
 }
 
 }  // namespace desktop::look

@@ -81,13 +81,17 @@ QRect ScrollBarPart(const QStyleOptionSlider& option, QStyle::SubControl part, i
   }
 }
 
+QColor ScrollGround(const QStyleOption& option, const QWidget* area) {
+  const auto* scroller = qobject_cast<const QAbstractScrollArea*>(area);
+  const bool inList = scroller != nullptr && scroller->frameShape() != QFrame::NoFrame;
+  return option.palette.color(inList ? QPalette::Base : QPalette::Window);
+}
+
 void ScrollBar(QPainter& painter, const QStyleOptionSlider& option, const QWidget* widget, const QStyle& style) {
   const Tokens& tokens = TokensFor(option.palette);
   const QWidget* area =
       widget != nullptr && widget->parentWidget() != nullptr ? widget->parentWidget()->parentWidget() : nullptr;
-  const auto* scroller = qobject_cast<const QAbstractScrollArea*>(area);
-  const bool inList = scroller != nullptr && scroller->frameShape() != QFrame::NoFrame;
-  painter.fillRect(option.rect, option.palette.color(inList ? QPalette::Base : QPalette::Window));
+  painter.fillRect(option.rect, ScrollGround(option, area));
   if (option.maximum <= option.minimum) return;
 
   QRectF slider = style.subControlRect(QStyle::CC_ScrollBar, &option, QStyle::SC_ScrollBarSlider, widget);

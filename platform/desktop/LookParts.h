@@ -33,13 +33,15 @@ void PushButtonLabel(QPainter& painter, const QStyleOptionButton& option, const 
 void ToolButtonPanel(QPainter& painter, const QStyleOption& option);
 void CheckMark(QPainter& painter, const QStyleOption& option);
 void RadioMark(QPainter& painter, const QStyleOption& option);
-void LabelFocus(QPainter& painter, const QStyleOption& option);
+void LabelFocus(QPainter& painter, const QStyleOption& option, const QWidget* widget);
 
 // Fields.
 void FieldPanel(QPainter& painter, const QStyleOption& option, const QWidget* widget);
 void ComboPanel(QPainter& painter, const QStyleOptionComboBox& option, const QWidget* widget);
 // The same combo with a text that fits into that width: Qt itself cuts it anywhere.
 QStyleOptionComboBox Elided(QStyleOptionComboBox option, int width);
+// What lies below the scroll bars of `area`, which may be null: a list's own ground, or the page's.
+QColor ScrollGround(const QStyleOption& option, const QWidget* area);
 void ScrollBar(QPainter& painter, const QStyleOptionSlider& option, const QWidget* widget, const QStyle& style);
 QRect ScrollBarPart(const QStyleOptionSlider& option, QStyle::SubControl part, int shortest);
 void ProgressGroove(QPainter& painter, const QStyleOptionProgressBar& option);

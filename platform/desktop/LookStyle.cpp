@@ -97,7 +97,7 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
     case PE_FrameFocusRect:
       if (qobject_cast<const QAbstractItemView*>(widget) == nullptr &&
           (widget == nullptr || qobject_cast<const QAbstractItemView*>(widget->parentWidget()) == nullptr))
-        look::LabelFocus(*painter, *option);
+        look::LabelFocus(*painter, *option, widget);
       return;
     case PE_PanelButtonTool:
       return look::ToolButtonPanel(*painter, *option);
@@ -109,6 +109,8 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
       return;
     case PE_FrameTabBarBase:
       return look::Hairline(*painter, option->rect, option->palette, Qt::BottomEdge);
+    case PE_PanelScrollAreaCorner:  // goes on where the scroll bars end
+      return painter->fillRect(option->rect, look::ScrollGround(*option, widget));
     case PE_PanelStatusBar:
       painter->fillRect(option->rect, option->palette.color(QPalette::Button));
       return look::Hairline(*painter, option->rect, option->palette, Qt::TopEdge);

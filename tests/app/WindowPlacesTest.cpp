@@ -122,6 +122,19 @@ TEST(WindowPlaces, AWindowGetsNoSmallerThanHalfOfItsOpeningSize) {
   EXPECT_EQ(window->size(), QSize(150, 100));
 }
 
+TEST_F(WindowsLeft, KeepToHalfOfTheirOpeningSizeThoughTheirListCouldShrinkToNothing) {
+  const WindowPlaces places(file_);
+  const auto window = Opened<frmItemSpots>();
+  const int half = window->width() / 2;
+  ASSERT_GT(half, window->minimumSizeHint().width());
+  for (const QSize size : {QSize(10, 10), QSize(2000, 1500), QSize(10, 10)}) {
+    window->hide();
+    window->show();
+    window->resize(size);
+  }
+  EXPECT_EQ(window->width(), half);
+}
+
 TEST(WindowPlaces, OtherWindowsAndTheSplashScreenAreLeftAlone) {
   const QTemporaryDir folder;
   const QString file = folder.filePath(u"vensters.ini"_s);
