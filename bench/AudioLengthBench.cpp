@@ -71,6 +71,7 @@ void CompareTimes(const fs::path& folder, const std::vector<LengthTool>& tools) 
   for (const Timed& timed : SpotsAndAnHour(folder)) {
     const auto median = [](const auto& work) {
       std::vector<double> times;
+      times.reserve(kRuns);
       for (int run = 0; run < kRuns; ++run)
         times.push_back(MillisecondsOf(work));
       return Median(times);

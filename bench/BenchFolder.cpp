@@ -6,7 +6,7 @@ namespace bench {
 
 QString BenchFolder(const char* given) {
   if (given != nullptr) return QString::fromLocal8Bit(given);
-  const QString wanted = qEnvironmentVariable("SPOTROOSTER_BENCH_FOLDER");
+  QString wanted = qEnvironmentVariable("SPOTROOSTER_BENCH_FOLDER");
   if (!wanted.isEmpty()) return wanted;
   return QString::fromStdString(std::filesystem::read_symlink("/proc/self/exe").parent_path().string());
 }

@@ -45,7 +45,7 @@ int MakeWavFiles(const fs::path& folder, const TakeFile& take) {
       for (const int bytes : {1, 2, 3, 4}) {
         const Shape shape{rate, channels, bytes};
         const std::int64_t samples = rate * std::int64_t{7} + 1234 + files;
-        const auto frame = static_cast<std::size_t>(channels * bytes);
+        const auto frame = static_cast<std::size_t>(channels) * static_cast<std::size_t>(bytes);
         const std::string sound(static_cast<std::size_t>(samples) * frame, '\0');
         const std::string half = sound.substr(0, static_cast<std::size_t>(samples / 2) * frame);
         const std::string list = Chunk("LIST", std::string(5001, 'x'), 5001);

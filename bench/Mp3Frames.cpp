@@ -52,7 +52,8 @@ struct FrameStart {
     const int kilobits = (IsMpeg1() ? kMpeg1 : kMpeg2).at(rate);
     const int divisor = IsMpeg1() ? 1 : version == 2 ? 2 : 4;
     const int frequency = kFrequencies.at(static_cast<std::size_t>(frequencyIndex)) / divisor;
-    return static_cast<std::size_t>(SamplesPerFrame() / 8 * kilobits * 1000 / frequency + padding);
+    const int bytes = SamplesPerFrame() / 8 * kilobits * 1000 / frequency + padding;
+    return static_cast<std::size_t>(bytes);
   }
 
   int version;  // 3 MPEG-1, 2 MPEG-2, 0 MPEG-2.5

@@ -88,13 +88,11 @@ Command LocateCommand() {
       .summary = u"Zoekt verplaatste geluidsbestanden van een zender en toont als CSV waar ze nu staan."_s,
       .run = LocateSounds,
       .details =
-          u"Bekijkt elke item-spot en jingle waarvan het bestand weg is, en zoekt onder de zoekmappen naar een "
-          u"bestand\n"
-          "met dezelfde naam en dezelfde lengte. Verandert niets, tenzij met --write: dan krijgt het record het "
-          "nieuwe\n"
-          "pad, zoals bij een wijziging in het programma (offline komt ze dus ook in het logboek), en komt het pad in\n"
-          "Audio.tae. Zijn er meerdere die passen, of past de lengte niet, dan wordt niets geschreven.\n"
-          "Uitgang 0 als elk ontbrekend bestand gevonden is, anders 1."_s,
+          u"Bekijkt elke item-spot en jingle waarvan het bestand weg is, en zoekt onder de zoekmappen naar een\n"
+          "bestand met dezelfde naam en dezelfde lengte. Verandert niets, tenzij met --write: dan krijgt het record\n"
+          "het nieuwe pad, zoals bij een wijziging in het programma (offline komt ze dus ook in het logboek), en\n"
+          "komt het pad in Audio.tae. Zijn er meerdere die passen, of past de lengte niet, dan wordt niets\n"
+          "geschreven. Uitgang 0 als elk ontbrekend bestand gevonden is, anders 1."_s,
       .examples = {u"locate /tmp/proef /tmp/proef/audio"_s,
                    u"locate /tmp/proef /tmp/proef/audio/Spots /tmp/proef/audio/Jingles --write"_s}};
 }

@@ -42,9 +42,9 @@ Command RestoreCommand() {
           .summary = u"Zet de rijen van de gekozen tabellen terug uit een reservekopie; het offline-logboek nooit."_s,
           .run = Restore,
           .details =
-              u"Een reservekopie staat in de map backup naast de database, of is de .bak van een compact. Wat er nu "
-              u"staat, blijft vooraf bewaard als een nieuwe reservekopie. Het programma mag intussen niet op\n"
-              "dezelfde programmamap lopen."_s,
+              u"Een reservekopie staat in de map backup naast de database, of is de .bak van een compact. Wat er nu\n"
+              "staat, blijft vooraf bewaard als een nieuwe reservekopie. Het programma mag intussen niet op dezelfde\n"
+              "programmamap lopen."_s,
           .examples = {
               u"restore /tmp/proef/data/OvalistoLocal.mdb.bak /tmp/proef/data/OvalistoLocal.mdb tblCopie_Items"_s}};
 }

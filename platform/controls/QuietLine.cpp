@@ -20,7 +20,7 @@ void QuietLine::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
   painter.setPen(desktop::TokensFor(palette()).hint);
   const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, width());
-  painter.drawText(rect(), alignment(), shown);
+  painter.drawText(rect(), static_cast<int>(alignment()), shown);
 }
 
 }  // namespace controls

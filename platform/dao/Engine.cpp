@@ -36,10 +36,10 @@ QStringList Quoted(const QStringList& names) {
 }  // namespace
 
 Engine::Engine(const Statement& statement, Storage& source, Storage& target)
-    : statement_(statement), source_(source), target_(target), tables_(connection_.get()) {
+    : statement_(statement), source_(source), target_(target), tables_(connection_.Get()) {
   AddTables();
   if (statement_.verb != Verb::Select) AddTarget();
-  sqlite3_set_authorizer(connection_.get(), Authorize, this);
+  sqlite3_set_authorizer(connection_.Get(), Authorize, this);
 }
 
 void Engine::AddTables() {
@@ -108,7 +108,7 @@ int Engine::Change() {
   const SqliteStatement prepared = Prepared(statement_.verb == Verb::Insert ? InsertSql() : statement_.body);
   if (sqlite3_step(prepared.get()) != SQLITE_DONE) Fail();
   tables_.DeleteNamed(targetPlace_);
-  return sqlite3_changes(connection_.get());
+  return sqlite3_changes(connection_.Get());
 }
 
 // A table copied as it is needs no look at its values.
@@ -167,7 +167,7 @@ QStringList Engine::NamesOfBody() {
 }
 
 SqliteStatement Engine::Prepared(const QString& sql) {
-  SqliteStatement prepared = Compile(connection_.get(), sql);
+  SqliteStatement prepared = Compile(connection_.Get(), sql);
   if (!prepared) Fail();
   // The body of an INSERT alone may have fewer parameters than texts: never more.
   for (qsizetype i = 0; i < statement_.texts.size(); ++i) {
@@ -178,7 +178,7 @@ SqliteStatement Engine::Prepared(const QString& sql) {
 
 void Engine::Fail() {
   tables_.RethrowFailure();
-  const QString message = QString::fromUtf8(sqlite3_errmsg(connection_.get()));
+  const QString message = QString::fromUtf8(sqlite3_errmsg(connection_.Get()));
   throw runtime::Error(StatementError(statement_, source_.PathText(), refused_.isEmpty() ? message : refused_));
 }
 

@@ -14,7 +14,7 @@ class EngineConnection {
   EngineConnection(const EngineConnection&) = delete;
   EngineConnection& operator=(const EngineConnection&) = delete;
 
-  sqlite3* get() const { return connection_.get(); }
+  sqlite3* Get() const { return connection_.get(); }
 
  private:
   SqliteConnection connection_;

@@ -62,6 +62,7 @@ int CopyAll(Table& source, Table& target) {
   int count = 0;
   for (; rows->Next(); ++count) {
     std::vector<Value> row;
+    row.reserve(places.size());
     for (const int place : places)
       row.push_back(place == kNoField ? Value() : Owned(rows->Field(static_cast<std::size_t>(place))));
     target.Insert(row);

@@ -57,8 +57,10 @@ QVariant ResultColumn::Number(double number) const {
 }
 
 std::vector<ResultColumn> ResultColumnsOf(sqlite3_stmt* statement) {
+  const int count = sqlite3_column_count(statement);
   std::vector<ResultColumn> columns;
-  for (int i = 0; i < sqlite3_column_count(statement); ++i)
+  columns.reserve(static_cast<std::size_t>(count));
+  for (int i = 0; i < count; ++i)
     columns.emplace_back(statement, i);
   return columns;
 }

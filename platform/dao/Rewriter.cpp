@@ -75,7 +75,7 @@ QString Rewriter::TakeName() {
 }
 
 QString Rewriter::TakeField(const QString& table) {
-  const QString name = TakeName();
+  QString name = TakeName();
   if (!TakeSymbol(u"."_s)) return name;
   if (name.compare(table, Qt::CaseInsensitive) != 0) Unexpected();
   return TakeName();

@@ -121,7 +121,7 @@ FileChooserScript* FileChooserScript::Active() {
 QString FileChooserScript::Take(const ShownFileChooser& request) {
   shown_.push_back(request);
   if (answers_.empty()) return {};
-  const QString answer = answers_.front();
+  QString answer = answers_.front();
   answers_.pop_front();
   return answer;
 }

@@ -120,7 +120,6 @@ int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
     case PM_ScrollBarSliderMin:
       return kShortestSlider;
     case PM_TabBarTabHSpace:
-      return 28;
     case PM_ToolBarIconSize:
       return 28;
     case PM_ToolBarItemMargin:

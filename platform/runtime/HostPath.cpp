@@ -82,7 +82,7 @@ QString Resolved(const QString& root, const QString& rest, const QString& text, 
     }
   }
   QString path = root == u"/"_s ? QString() : root;
-  const QString direct = path + u'/' + names.join(u'/');
+  QString direct = path + u'/' + names.join(u'/');
   if (!names.isEmpty() && QFileInfo::exists(direct)) return direct;
   for (const QString& name : names)
     path += u'/' + NameInFolder(path.isEmpty() ? u"/"_s : path, name, ambiguity);

@@ -45,6 +45,13 @@ TEST_F(Tool, CreateMakesANumberedStationAndListsItAtTheStart) {
   }
 }
 
+TEST_F(Tool, CreateNamesAStationThatWasGivenNoName) {
+  ASSERT_EQ(Create().exitCode, kDone);
+  ASSERT_EQ(Create({u"--station"_s, u"2"_s}).exitCode, kDone);
+  EXPECT_EQ(RunTool({u"dump"_s, Local(), u"cdeLicenties"_s}).out,
+            "LicentieNummer,RadioNaam\r\n0,Zender\r\n2,Zender 2\r\n");
+}
+
 TEST_F(Tool, CreateNeverReplacesAStation) {
   ASSERT_EQ(Create().exitCode, kDone);
   const ToolRun again = Create();

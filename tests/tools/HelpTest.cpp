@@ -46,6 +46,14 @@ TEST(Help, EveryCommandShowsItsUseWithExamples) {
   }
 }
 
+TEST(Help, WhatACommandTellsFitsATerminal) {
+  constexpr qsizetype kColumns = 110;
+  for (const Command& command : AllCommands()) {
+    for (const QString& line : command.details.split(u'\n'))
+      EXPECT_LE(line.size(), kColumns) << command.name.toStdString() << ": " << line.toStdString();
+  }
+}
+
 TEST(Help, HelpAmongOtherWordsRunsNothing) {
   const ToolRun run = RunTool({u"create"_s, u"/nergens/zender"_s, u"--help"_s});
   EXPECT_EQ(run.exitCode, kDone);
