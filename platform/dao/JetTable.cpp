@@ -88,9 +88,11 @@ std::optional<std::size_t> JetTable::InsertAllOf(Table& other) {
   if (!writer.TakesRowsOf(source->table_)) return std::nullopt;
   const auto fromSource = [&](auto work) { return source->file_.Telling(work); };
   jet::TableCursor rows = fromSource([&] { return source->table_.Scan(writer.KnownColumns()); });
+  file_.Telling([&] { writer.BeginStored(); });
   std::size_t count = 0;
   for (; fromSource([&] { return rows.Next(); }); ++count)
     file_.Telling([&] { writer.InsertStored(rows.Row(), rows.Values()); });
+  file_.Telling([&] { writer.EndStored(); });
   return count;
 }
 

@@ -16,7 +16,7 @@ void Counters::CountNoRows() {
   Store(pages_.Change(definition_).data() + kRowCountAt, std::uint32_t{0});
 }
 
-void Counters::CountNewKey(const RealIndexDef& index) {
+void Counters::CountNewKeys(const RealIndexDef& index, std::size_t keys) {
   // A continuation page of the definition begins with eight bytes that are not of the stream.
   constexpr std::size_t kContinuationHead = 8;
   constexpr std::size_t kPerContinuation = kPageSize - kContinuationHead;
@@ -28,7 +28,7 @@ void Counters::CountNewKey(const RealIndexDef& index) {
   }
   if (page >= definitionPages_.size() || at + 4 > kPageSize) return;
   std::uint8_t* count = pages_.Change(definitionPages_[page]).data() + at;
-  Store(count, LoadU32(count) + 1);
+  Store(count, static_cast<std::uint32_t>(LoadU32(count) + keys));
 }
 
 std::int32_t Counters::LastAutonumber() {

@@ -17,7 +17,7 @@ class Counters {
   /// `change`: rows more or, negative, fewer.
   void CountRows(std::int64_t change);
   void CountNoRows();
-  void CountNewKey(const RealIndexDef& index);
+  void CountNewKeys(const RealIndexDef& index, std::size_t keys = 1);
   std::int32_t LastAutonumber();
   void RaiseAutonumber(std::int64_t number);
 

@@ -38,10 +38,19 @@ Bytes IndexWriter::Entry(ByteView key, RowId row) {
   Bytes entry;
   entry.reserve(key.size() + kPointerBytes);
   entry.assign(key.begin(), key.end());
-  const std::uint32_t page = PageOf(row);
-  entry.insert(entry.end(), {static_cast<std::uint8_t>(page >> 16), static_cast<std::uint8_t>(page >> 8),
-                             static_cast<std::uint8_t>(page), static_cast<std::uint8_t>(SlotOf(row))});
+  AppendPlace(entry, row);
   return entry;
+}
+
+void IndexWriter::AppendPlace(Bytes& key, RowId row) {
+  const std::uint32_t page = PageOf(row);
+  key.insert(key.end(), {static_cast<std::uint8_t>(page >> 16), static_cast<std::uint8_t>(page >> 8),
+                         static_cast<std::uint8_t>(page), static_cast<std::uint8_t>(SlotOf(row))});
+}
+
+RowId IndexWriter::RowOf(ByteView entry) {
+  const std::uint8_t* place = entry.data() + entry.size() - kPointerBytes;
+  return MakeRowId(LoadU24BigEndian(place), place[3]);
 }
 
 void IndexWriter::Forget() {

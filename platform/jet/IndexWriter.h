@@ -7,6 +7,7 @@
 #include "platform/jet/TableDef.h"
 
 #include <optional>
+#include <span>
 #include <vector>
 
 namespace jet {
@@ -31,8 +32,15 @@ class IndexWriter {
   /// Gives back every page but the root, which becomes an empty leaf.
   void Clear();
 
+  bool IsEmpty();
+  /// Fills an empty index with entries that are sorted: page by page, each as full as can be, and each written once.
+  void Fill(const EntryList& entries);
+
   /// What stands in a leaf for a row: its key and its place.
   static Bytes Entry(ByteView key, RowId row);
+  /// Makes a key such an entry.
+  static void AppendPlace(Bytes& key, RowId row);
+  static RowId RowOf(ByteView entry);
 
  private:
   /// One page on the way from the root to a leaf, and which of its children comes next: the place of an entry, or their
@@ -82,6 +90,14 @@ class IndexWriter {
   void SaveNode(IndexNode& node, std::uint32_t number);
   Bytes LastEntryBelow(std::uint32_t page);
   void CutChainAfter(std::uint32_t page);
+  /// Something that a page lists: an entry, and in a node the page below whose last entry it is.
+  struct Listed {
+    ByteView entry;
+    std::uint32_t child = 0;
+  };
+  using Level = std::vector<Listed>;
+  Level FillLevel(const Level& below, std::uint8_t height);
+  void Chain(std::span<const Listed> pages);
 
   Transaction& pages_;
   PageSpace& space_;

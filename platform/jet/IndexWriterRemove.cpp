@@ -24,8 +24,7 @@ void IndexWriter::Remove(const EntryList& entries) {
 
 /// A row that another program made may be there with a key that we would not make.
 void IndexWriter::RemoveByRow(ByteView entry) {
-  const std::uint8_t* pointer = entry.data() + entry.size() - kPointerBytes;
-  const RowId row = MakeRowId(LoadU24BigEndian(pointer), pointer[3]);
+  const RowId row = RowOf(entry);
   EntryList found;
   if (const auto key = KeyOfRow(row)) found.Add(Entry(*key, row));
   if (found.Count() == 0 || RemoveFromLeaf(found, 0) == 0) throw Damage("de rij ontbreekt in de index");

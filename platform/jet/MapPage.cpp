@@ -9,7 +9,7 @@ RowId MapPage::Add() {
   const Bytes empty(MapRow::kFreshBytes);
   if (page_ == 0 || RowPage(pages_, page_, kUsageMapOwner).RoomForNew() < empty.size()) {
     page_ = space_.Allocate();
-    RowPage::Format(pages_, page_, kUsageMapOwner);
+    RowPage::Format(pages_.Change(page_), kUsageMapOwner);
   }
   return MakeRowId(page_, RowPage(pages_, page_, kUsageMapOwner).Add(empty));
 }

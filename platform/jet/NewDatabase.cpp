@@ -40,7 +40,7 @@ class Builder {
       pages_.Append();
     MakeHeader();
     MakeGlobalMap();
-    RowPage::Format(pages_, kMapsOfTables, kUsageMapOwner);
+    RowPage::Format(pages_.Change(kMapsOfTables), kUsageMapOwner);
     for (const EngineTable& table : EngineTables())
       MakeTable(table);
     AddEngineRows(pages_, now);
@@ -95,7 +95,7 @@ void Builder::MakeHeader() {
 
 void Builder::MakeGlobalMap() {
   constexpr std::uint32_t kMapPage = 1;
-  RowPage::Format(pages_, kMapPage, kMapPage);
+  RowPage::Format(pages_.Change(kMapPage), kMapPage);
   RowPage page(pages_, kMapPage, kMapPage);
   Bytes global(MapRow::kFreshBytes, 0xFF);
   std::fill_n(global.begin(), MapRow::kInlineHead + 1, std::uint8_t{0});

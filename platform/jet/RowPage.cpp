@@ -18,8 +18,7 @@ RowPage::RowPage(Transaction& pages, std::uint32_t number, std::uint32_t owner) 
   }
 }
 
-void RowPage::Format(Transaction& pages, std::uint32_t number, std::uint32_t owner) {
-  PageBytes& page = pages.Change(number);
+void RowPage::Format(PageBytes& page, std::uint32_t owner) {
   page[0] = static_cast<std::uint8_t>(PageType::Data);
   page[1] = 1;
   Store(page.data() + 2, static_cast<std::uint16_t>(kPageSize - kDataPageHead));
@@ -30,9 +29,9 @@ std::size_t RowPage::FreeBytes() const {
   return View().FreeBytes();
 }
 
-std::size_t RowPage::RoomForNew() const {
-  const DataPage page = View();
-  return page.SlotCount() >= kMostSlots || page.FreeBytes() < 2 ? 0 : page.FreeBytes() - 2;
+std::size_t RowPage::RoomForNew(const PageBytes& page) {
+  const std::size_t free = LoadU16(page.data() + 2);
+  return LoadU16(page.data() + 12) >= kMostSlots || free < 2 ? 0 : free - 2;
 }
 
 std::size_t RowPage::RoomIn(unsigned slot) const {
@@ -48,8 +47,7 @@ bool RowPage::IsEmpty() const {
   return true;
 }
 
-unsigned RowPage::Add(ByteView row, SlotKind kind) {
-  PageBytes& page = pages_.Change(number_);
+unsigned RowPage::Add(PageBytes& page, ByteView row, SlotKind kind) {
   const std::size_t free = LoadU16(page.data() + 2);
   const std::size_t slots = LoadU16(page.data() + 12);
   const std::size_t start = kDataPageHead + 2 * slots + free - row.size();

@@ -8,16 +8,13 @@ namespace jet {
 
 namespace {
 
-// A page with less room than this is not offered to new rows any more once one did not fit; real files leave up to 371
-// bytes unused in this way.
-constexpr std::size_t kHardlyAnyRoom = 372;
 constexpr int kMostTries = 8;  // so that finding a place does not take longer in a larger table
 
 }  // namespace
 
 RowPage RowSpace::NewPage(bool takesMore) {
   const std::uint32_t page = space_.Allocate();
-  RowPage::Format(pages_, page, owner_);
+  RowPage::Format(pages_.Change(page), owner_);
   owned_.Add(space_, page);
   if (takesMore) free_.Add(space_, page);
   return {pages_, page, owner_};
@@ -30,7 +27,7 @@ RowPage& RowSpace::PageWithRoom(std::size_t bytes) {
     if (!owned_.Contains(*number)) throw DamageAt(*number, "heeft vrije ruimte, maar geen eigenaar");
     const std::size_t room = last_.emplace(pages_, *number, owner_).RoomForNew();
     if (room >= bytes) return *last_;
-    if (room < kHardlyAnyRoom) free_.Remove(*number);
+    if (room < RowPage::kHardlyAnyRoom) free_.Remove(*number);
     number = free_.HighestBelow(*number);
   }
   return last_.emplace(NewPage(true));

@@ -2,6 +2,7 @@
 
 #include "platform/jet/MapRow.h"
 #include "platform/jet/PageSpace.h"
+#include "platform/jet/RowFiller.h"
 #include "platform/jet/RowPage.h"
 
 #include <optional>
@@ -16,6 +17,10 @@ class RowSpace {
   /// `owner` stands in the pages' heads; the maps tell which pages are owned and which have room.
   RowSpace(Transaction& pages, PageSpace& space, std::uint32_t owner, RowId ownedMap, RowId freeMap)
       : pages_(pages), space_(space), owner_(owner), owned_(pages, ownedMap), free_(pages, freeMap) {}
+
+  bool IsEmpty() { return !owned_.HighestBelow(~0U) && !free_.HighestBelow(~0U); }
+  /// Fills pages of it with rows, which it must be empty for. Until the filler is done nothing else is asked of it.
+  RowFiller Filler() { return {pages_, space_, owner_, owned_, free_}; }
 
   /// Puts a row where there is room; answers where.
   RowId Add(ByteView row, SlotKind kind = SlotKind::Row);

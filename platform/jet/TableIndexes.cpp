@@ -82,32 +82,45 @@ bool TableIndexes::Uses(std::size_t column) const {
   });
 }
 
-std::optional<Bytes> TableIndexes::KeyOf(const Tree& tree, const Values& values) const {
+/// False, and no key, for a row that the index leaves out.
+bool TableIndexes::MakeKey(const Tree& tree, const Values& values, Bytes& key) const {
   const auto isNull = [&](std::size_t column) { return IsNull(values[column]); };
   const bool ignoresNulls = (tree.def->flags & RealIndexDef::kIgnoreNulls) != 0;
-  if (ignoresNulls && std::all_of(tree.columns.begin(), tree.columns.end(), isNull)) return std::nullopt;
-  Bytes key;
+  if (ignoresNulls && std::all_of(tree.columns.begin(), tree.columns.end(), isNull)) return false;
+  key.clear();
   key.reserve(kUsualKeyBytes);
   for (std::size_t i = 0; i < tree.columns.size(); ++i) {
     const std::size_t column = tree.columns[i];
     AppendKeyField(table_.columns[column], values[column], tree.def->fields[i].ascending, key);
   }
-  return key;
+  return true;
 }
 
-void TableIndexes::CheckKey(Tree& tree, const std::optional<Bytes>& key, const Values& values) {
-  bool allNull = true;
+std::optional<Bytes> TableIndexes::KeyOf(const Tree& tree, const Values& values) const {
+  Bytes key;
+  return MakeKey(tree, values, key) ? std::optional(std::move(key)) : std::nullopt;
+}
+
+void TableIndexes::RequireValues(const Tree& tree, const Values& values) const {
+  if (!tree.required) return;
   for (const std::size_t column : tree.columns) {
-    const bool isNull = IsNull(values[column]);
-    allNull = allNull && isNull;
-    if (!isNull || !tree.required) continue;
+    if (!IsNull(values[column])) continue;
     throw Error(ErrorCode::Required,
                 FieldName(table_.columns[column]) + " moet een waarde hebben: het is een sleutel.");
   }
-  if (!tree.unique || allNull || !key || !tree.writer->Contains(*key)) return;
-  const std::size_t first = tree.columns.front();
-  throw Error(ErrorCode::Duplicate, "de waarde" + Shown(values[first]) + " van " + FieldName(table_.columns[first]) +
-                                        " bestaat al (index '" + tree.name + "').");
+}
+
+void TableIndexes::CheckKey(Tree& tree, const std::optional<Bytes>& key, const Values& values) {
+  RequireValues(tree, values);
+  const auto isNull = [&](std::size_t column) { return IsNull(values[column]); };
+  if (!tree.unique || !key || std::all_of(tree.columns.begin(), tree.columns.end(), isNull)) return;
+  if (tree.writer->Contains(*key)) RefuseDuplicate(tree, values[tree.columns.front()]);
+}
+
+void TableIndexes::RefuseDuplicate(const Tree& tree, const Value& first) const {
+  throw Error(ErrorCode::Duplicate, "de waarde" + Shown(first) + " van " +
+                                        FieldName(table_.columns[tree.columns.front()]) + " bestaat al (index '" +
+                                        tree.name + "').");
 }
 
 TableIndexes::Keys TableIndexes::KeysOf(const Values& values) {
@@ -127,7 +140,7 @@ void TableIndexes::Insert(const Keys& keys, RowId row) {
 
 void TableIndexes::InsertInto(Tree& tree, const std::optional<Bytes>& key, RowId row) {
   if (!key) return;
-  if (tree.unique || !tree.writer->Contains(*key)) counters_.CountNewKey(*tree.def);
+  if (tree.unique || !tree.writer->Contains(*key)) counters_.CountNewKeys(*tree.def);
   tree.writer->Insert(*key, row);
 }
 
@@ -210,13 +223,17 @@ std::optional<std::int64_t> TableIndexes::LargestIfTaken(std::size_t column, std
     } else {
       cursor.SeekFirst();
     }
-    const auto row = FindRow(pages_, cursor.Row(), true, table_.page);
-    if (!row) throw Damage("een index noemt een rij die er niet is");
-    Value largest;
-    ReadField(pages_, RowView(row->bytes, table_), table_.columns[column], largest);
-    return std::get<std::int64_t>(largest);
+    return std::get<std::int64_t>(ReadColumn(cursor.Row(), column));
   }
   return std::nullopt;
+}
+
+Value TableIndexes::ReadColumn(RowId row, std::size_t column) {
+  const auto stored = FindRow(pages_, row, true, table_.page);
+  if (!stored) throw Damage("een index noemt een rij die er niet is");
+  Value value;
+  ReadField(pages_, RowView(stored->bytes, table_), table_.columns[column], value);
+  return value;
 }
 
 }  // namespace jet

@@ -52,6 +52,13 @@ class TableIndexes {
   /// Leaves every index empty.
   void Clear();
 
+  bool AreEmpty();
+  /// Adds what the indexes want to have of a new row. Whether its keys are there already is for Fill to see.
+  void NoteNewEntries(const Values& values, RowId row, Entries& entries);
+  /// Fills indexes that are empty with all that was noted. Their rows are there, the later ones with higher numbers:
+  /// the Error (Duplicate) tells of the first row whose key one before it has, and the rows have to go.
+  void Fill(Entries& entries);
+
   /// The largest number in the column, when a unique index of that column alone has `number` already.
   std::optional<std::int64_t> LargestIfTaken(std::size_t column, std::int64_t number);
 
@@ -66,8 +73,13 @@ class TableIndexes {
   };
 
   Tree MakeTree(PageSpace& space, const RealIndexDef& index);
+  bool MakeKey(const Tree& tree, const Values& values, Bytes& key) const;
   std::optional<Bytes> KeyOf(const Tree& tree, const Values& values) const;
+  void RequireValues(const Tree& tree, const Values& values) const;
   void CheckKey(Tree& tree, const std::optional<Bytes>& key, const Values& values);
+  [[noreturn]] void RefuseDuplicate(const Tree& tree, const Value& first) const;
+  void RefuseDuplicates(const Entries& entries);
+  Value ReadColumn(RowId row, std::size_t column);
   bool IsSameKey(const Tree& tree, const Values& before, const Values& after) const;
   void InsertInto(Tree& tree, const std::optional<Bytes>& key, RowId row);
   void NoteEntry(Tree& tree, const Values& values, RowId row, EntryList& entries);
@@ -77,6 +89,7 @@ class TableIndexes {
   const TableDef& table_;
   Counters& counters_;
   std::vector<Tree> trees_;
+  Bytes entry_;  ///< being put together; kept for its memory
 };
 
 }  // namespace jet

@@ -74,7 +74,9 @@ TableWriter::TableWriter(Transaction& pages, TableDef def, TableDefinition defin
   for (const ColumnDef& column : def_.columns) {
     places_.push_back(definition_.FindColumn(column.name));
     inOrder_ = inOrder_ && places_.back() + 1 == places_.size();
-    if (column.IsAutonumber() || indexes_.Uses(places_.size() - 1)) knownColumns_.push_back(places_.back());
+    if (!column.IsAutonumber() && !indexes_.Uses(places_.size() - 1)) continue;
+    knownColumns_.push_back(places_.back());
+    knownPlaces_.push_back(places_.size() - 1);
   }
 }
 
@@ -150,20 +152,38 @@ bool TableWriter::TakesRowsOf(const Table& other) const {
          std::ranges::all_of(definition_.columns, isFree);
 }
 
-RowId TableWriter::InsertStored(ByteView row, const std::vector<Value>& known) {
-  return Naming(definition_, [&] {
+void TableWriter::BeginStored() {
+  Naming(definition_, [&] {
+    storedRows_ = 0;
+    if (rows_.IsEmpty() && indexes_.AreEmpty()) filling_.emplace(Filling{rows_.Filler(), {}});
+  });
+}
+
+void TableWriter::InsertStored(ByteView row, const std::vector<Value>& known) {
+  Naming(definition_, [&] {
     CheckFields(row);
-    std::size_t next = 0;
-    for (std::size_t i = 0; i < def_.columns.size(); ++i) {
-      if (next < known.size() && knownColumns_[next] == places_[i]) newValues_[i] = known[next++];
+    for (std::size_t i = 0; i < known.size(); ++i)
+      newValues_[knownPlaces_[i]] = known[i];
+    if (filling_) {
+      indexes_.NoteNewEntries(newValues_, filling_->rows.Add(row), filling_->entries);
+    } else {
+      const TableIndexes::Keys keys = indexes_.KeysOf(newValues_);
+      indexes_.Insert(keys, rows_.Add(row));
     }
-    const TableIndexes::Keys keys = indexes_.KeysOf(newValues_);
-    const RowId placed = rows_.Add(row);
-    indexes_.Insert(keys, placed);
-    for (std::size_t i = 0; i < newValues_.size(); ++i)
-      autonumbers_.Note(i, newValues_[i]);
-    counters_.CountRows(1);
-    return placed;
+    for (const std::size_t place : knownPlaces_)
+      autonumbers_.Note(place, newValues_[place]);
+    ++storedRows_;
+  });
+}
+
+void TableWriter::EndStored() {
+  Naming(definition_, [&] {
+    if (filling_) {
+      filling_->rows.Finish();
+      indexes_.Fill(filling_->entries);
+      filling_.reset();
+    }
+    if (storedRows_ > 0) counters_.CountRows(static_cast<std::int64_t>(storedRows_));
   });
 }
 

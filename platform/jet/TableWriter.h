@@ -5,11 +5,13 @@
 #include "platform/jet/Definition.h"
 #include "platform/jet/FieldWriter.h"
 #include "platform/jet/Relations.h"
+#include "platform/jet/RowFiller.h"
 #include "platform/jet/RowSpace.h"
 #include "platform/jet/Table.h"
 #include "platform/jet/TableDef.h"
 #include "platform/jet/TableIndexes.h"
 
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -39,8 +41,13 @@ class TableWriter {
   bool TakesRowsOf(const Table& other) const;
   /// What they want to know.
   const ColumnSet& KnownColumns() const { return knownColumns_; }
-  /// Puts in a row of such a table, as stored; `known`: its values in KnownColumns.
-  RowId InsertStored(ByteView row, const std::vector<Value>& known);
+  /// Before the first and after the last of such rows; the table has them after EndStored only. An empty table is
+  /// filled: each of its pages is written once, and its indexes are made of all keys together. After an Error of these
+  /// three the transaction must be rolled back.
+  void BeginStored();
+  /// Puts in a row, as stored; `known`: its values in KnownColumns.
+  void InsertStored(ByteView row, const std::vector<Value>& known);
+  void EndStored();
 
   /// `changed` tells which columns `values` (in full length) brings anew; the others keep what they have.
   void Update(RowId row, const std::vector<Value>& values, const std::vector<bool>& changed);
@@ -82,6 +89,12 @@ class TableWriter {
   void DeleteTogether(std::span<const RowId> rows);
   void CheckNoneNamed();
 
+  /// An empty table that is being filled.
+  struct Filling {
+    RowFiller rows;
+    TableIndexes::Entries entries;
+  };
+
   Transaction& pages_;
   PageSpace space_;
   TableDef def_;
@@ -97,6 +110,9 @@ class TableWriter {
   Fields newFields_;                 ///< of the row being inserted; kept for its memory
   Values newValues_;                 ///< likewise, of a stored row that comes or goes: what is known of it
   ColumnSet knownColumns_;
+  std::vector<std::size_t> knownPlaces_;  ///< the same in def_.columns
+  std::optional<Filling> filling_;
+  std::size_t storedRows_ = 0;  ///< since BeginStored
 };
 
 }  // namespace jet

@@ -37,6 +37,31 @@ void Insert(Database& database, std::size_t textLength) {
   database.OpenWriter(u"tblSpots")->Insert(row);
 }
 
+/// As many rows as indexes of two levels take, and all of them into a table that has none.
+void FillATable(Database& database) {
+  TableDefinition table = test::SpotsTable();
+  std::erase_if(table.columns, [](const ColumnDefinition& column) { return column.type >= ColumnType::Ole; });
+  table.columns[1].required = false;
+  table.columns[1].allowZeroLength = true;
+  for (const char16_t* name : {u"tblBron", u"tblDoel"}) {
+    table.name = name;
+    database.CreateTable(table);
+  }
+  const auto inserting = database.OpenWriter(u"tblBron");
+  for (int i = 0; i < 150; ++i) {
+    std::vector<Value> row(table.columns.size());
+    row[1] = std::u16string(48, static_cast<char16_t>(u'a' + i % 26));
+    inserting->Insert(row);
+  }
+  const Table source = database.OpenTable(u"tblBron");
+  const auto filling = database.OpenWriter(u"tblDoel");
+  filling->BeginStored();
+  TableCursor rows = source.Scan(filling->KnownColumns());
+  while (rows.Next())
+    filling->InsertStored(rows.Row(), rows.Values());
+  filling->EndStored();
+}
+
 const Statement kStatements[] = {
     {"Insert", [](Database& database) { Insert(database, 10); }},
     {"InsertOfALongText", [](Database& database) { Insert(database, 6000); }},
@@ -56,6 +81,7 @@ const Statement kStatements[] = {
          writer->Insert(row);
        }
      }},
+    {"FillOfATable", FillATable},
     {"CreateTable", [](Database& database) {
        TableDefinition table = test::SpotsTable();
        table.name = u"tblNieuw";
