@@ -36,6 +36,18 @@ TEST(ItemPingleEditor, ExistingPingleIsFilled) {
   EXPECT_FALSE(editor->IsDirty());
 }
 
+TEST(ItemPingleEditor, OpensOnItsNameWithoutMarkingIt) {
+  const EditorDesk desk;
+  desk.AddPingle(3, u"Opener"_s, desk.Wav(u"o.wav"_s, 5'250));
+  const auto editor = desk.OpenPingle(u"3"_s);
+  editor->show();
+  QCoreApplication::processEvents();
+  const auto& name = Child<QLineEdit>(*editor, u"txtNaam"_s);
+  EXPECT_EQ(Focused(*editor), u"txtNaam"_s);
+  EXPECT_FALSE(name.hasSelectedText());
+  EXPECT_EQ(name.cursorPosition(), name.text().size());
+}
+
 TEST(ItemPingleEditor, MissingFileGivesOneErrorAndTheStoredLength) {
   const EditorDesk desk;
   desk.AddPingle(3, u"Opener"_s, u"Z:\\nergens\\o.wav"_s);

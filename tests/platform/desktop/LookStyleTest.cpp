@@ -119,6 +119,21 @@ TEST_F(Look, AFieldWithTheFocusHasABorderInTheAccent) {
   EXPECT_EQ(image.pixelColor(image.width() / 2, 1), Tokens().accent);
 }
 
+// Above and below too, where a row of text has no room to spare.
+TEST_F(Look, AnOptionWithTheFocusHasAWholeRingInTheAccent) {
+  QWidget window;
+  auto* box = new QCheckBox(u"Aktief"_s, &window);
+  window.show();
+  QApplication::setActiveWindow(&window);
+  box->setFocus(Qt::TabFocusReason);
+  const QImage image = Painted(*box, 1);
+  const int text = image.width() - 20;
+  int ring = 0;
+  for (int y = 0; y < image.height(); ++y)
+    ring += image.pixelColor(text, y) == Tokens().accent ? 1 : 0;
+  EXPECT_EQ(ring, 4);  // two above, two below
+}
+
 TEST_F(Look, PaintsInTheColoursOfTheNewPalette) {
   QDialog dialog;
   QPushButton ok(u"OK"_s, &dialog);
