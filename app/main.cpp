@@ -7,6 +7,7 @@
 #include "app/frmMain.h"
 #include "data/Globals.h"
 #include "data/ProgramLock.h"
+#include "platform/desktop/EnterKey.h"
 #include "platform/desktop/FolderMemory.h"
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/Theme.h"
@@ -58,6 +59,7 @@ bool PrintedTextOnly(int argc, char** argv) {
 
 int Run(QApplication& application, const StartOptions& options) {
   const desktop::Theme theme(application, options.theme);
+  const desktop::EnterKey enterKey(application);
   QApplication::setWindowIcon(desktop::AppIcon());
   global.programFolder = runtime::PathText(options.folder);
   const std::unique_ptr<ProgramLock> lock = TakeProgramLock();
