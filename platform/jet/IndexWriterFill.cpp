@@ -4,6 +4,8 @@
 #include "platform/jet/IndexWriter.h"
 
 #include <algorithm>
+#include <span>
+#include <vector>
 
 namespace jet {
 

@@ -18,7 +18,6 @@ namespace column_flag {
 constexpr std::uint8_t kFixed = 0x01;
 constexpr std::uint8_t kAutonumber = 0x04;
 constexpr std::uint8_t kGuidAutonumber = 0x40;
-constexpr std::uint8_t kHyperlink = 0x80;
 }  // namespace column_flag
 
 /// One column as the table definition tells it. Sorted by number in TableDef.

@@ -2,6 +2,7 @@
 #include "platform/jet/TableIndexes.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace jet {
 

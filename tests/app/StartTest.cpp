@@ -19,7 +19,7 @@ TEST(TakeProgramLock, ASecondStartIsToldAndEnds) {
   const MessageBoxScript boxes;
   EXPECT_EQ(TakeProgramLock(), nullptr);
   ASSERT_EQ(boxes.Shown().size(), 1u);
-  EXPECT_TRUE(boxes.Last().text.contains(u"loopt al"_s));
+  EXPECT_TRUE(boxes.Last().text.contains(u"draait al"_s));
   EXPECT_EQ(boxes.Last().style, 48);
 }
 

@@ -5,6 +5,7 @@
 #include "platform/dao/FrozenDatabase.h"
 #include "platform/dao/WriteWait.h"
 #include "platform/runtime/Error.h"
+#include "tests/platform/dao/Scratch.h"
 
 #include <QTemporaryDir>
 
@@ -18,16 +19,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-dao::FieldDef Field(const QString& name, dao::FieldType type) {
-  dao::FieldDef field;
-  field.name = name;
-  field.type = type;
-  if (type == dao::FieldType::Text) field.size = 20;
-  return field;
-}
-
-const QList<dao::FieldDef> kFields = {Field(u"ID"_s, dao::FieldType::Long), Field(u"Naam"_s, dao::FieldType::Text),
-                                      Field(u"Memo"_s, dao::FieldType::Memo)};
+const QList<dao::FieldDef> kFields = {scratch::Field(u"ID"_s, dao::FieldType::Long),
+                                      scratch::Field(u"Naam"_s, dao::FieldType::Text, 20),
+                                      scratch::Field(u"Memo"_s, dao::FieldType::Memo)};
 
 class RestoredTables : public testing::Test {
  protected:

@@ -1,8 +1,6 @@
 // Enter in a dialog: on a field, on buttons, on one that deletes.
 #include "platform/desktop/EnterKey.h"
 
-#include <gtest/gtest.h>
-
 #include <QApplication>
 #include <QCheckBox>
 #include <QDialog>
@@ -12,6 +10,8 @@
 #include <QTest>
 #include <QToolButton>
 #include <QVBoxLayout>
+
+#include <gtest/gtest.h>
 
 using namespace desktop;
 using namespace Qt::StringLiterals;
