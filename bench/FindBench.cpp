@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
 
 #include <algorithm>
@@ -95,9 +96,13 @@ class Finding {
   Times times_;
 };
 
-// Until the marks stand, so that nothing else is measured with the keys.
-void LetMarksSettle() {
+// Until the marks stand, so that nothing else is measured with the keys: the count line tells the length of all once
+// their rows are read, and the looks at the files come soon after.
+void LetMarksSettle(const QWidget& form) {
   constexpr int kSettleMs = 3000;
+  const auto* count = form.findChild<QLabel*>(u"lblAantal"_s);
+  while (!count->text().contains(u"samen"_s))
+    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
   QElapsedTimer timer;
   timer.start();
   while (!timer.hasExpired(kSettleMs))
@@ -123,7 +128,7 @@ int main(int argc, char** argv) {
   frmItemSpots form(nullptr);
   form.Form_Load();
   form.show();
-  LetMarksSettle();
+  LetMarksSettle(form);
   Finding finding(form, select);
   for (int round = 0; round < kRounds; ++round) {
     for (const QString& word : Words())

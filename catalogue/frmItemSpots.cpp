@@ -131,8 +131,9 @@ QString frmItemSpots::CountText() const {
 
 QString frmItemSpots::TotalLength() const {
   qint64 total = 0;
-  for (std::size_t line = 0; line < seconds_.size(); ++line) {
-    if (List().IsShown(static_cast<int>(line))) total += seconds_[line];
+  for (int row = 0; row < List().ShownCount(); ++row) {
+    const auto line = static_cast<std::size_t>(List().ShownLine(row));
+    if (line < seconds_.size()) total += seconds_[line];  // a list that is being filled may be longer
   }
   return LengthText(static_cast<qint32>(std::min<qint64>(total, std::numeric_limits<qint32>::max())));
 }

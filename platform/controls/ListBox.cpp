@@ -187,6 +187,10 @@ bool ListBox::IsShown(int index) const {
   return lines_->RowOf(index) >= 0;
 }
 
+int ListBox::ShownLine(int row) const {
+  return lines_->IndexOf(row);
+}
+
 // --- order
 
 void ListBox::MoveLine(int from, int to) {

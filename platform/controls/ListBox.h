@@ -62,6 +62,8 @@ class ListBox : public QListView {
   void Refilter();
   int ShownCount() const;
   bool IsShown(int index) const;
+  // The line that is shown in that row, 0 to ShownCount() - 1.
+  int ShownLine(int row) const;
 
   // Moves one line; the selection goes with it. Emits lineMoved().
   void MoveLine(int from, int to);

@@ -61,17 +61,19 @@ void StoreSums(const PageBytes& page, std::uint8_t* at) {
 }
 
 Bytes BuildJournal(std::span<const PageChange> changes, std::uint64_t oldLength, std::uint64_t newLength) {
-  Bytes journal(kHeadBytes);
-  std::uint32_t count = 0;
+  const auto isNew = [](const PageChange& change) { return change.before == nullptr; };
+  const auto count = static_cast<std::uint32_t>(changes.size() - std::ranges::count_if(changes, isNew));
+  Bytes journal;
+  journal.reserve(kHeadBytes + count * kRecordBytes);
+  journal.resize(kHeadBytes);
   for (const PageChange& change : changes) {
-    if (change.before == nullptr) continue;
+    if (isNew(change)) continue;
     const std::size_t start = journal.size();
     journal.resize(start + kRecordBytes);
     Store(&journal[start], change.number);
     StoreSums(*change.before, &journal[start + kBeforeSumsAt]);
     StoreSums(*change.after, &journal[start + kAfterSumsAt]);
     std::memcpy(&journal[start + kImageAt], change.before->data(), kPageSize);
-    ++count;
   }
   std::memcpy(journal.data(), kMagic, kCountAt);
   Store(&journal[kCountAt], count);

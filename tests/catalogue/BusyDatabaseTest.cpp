@@ -18,6 +18,7 @@
 #include <memory>
 #include <optional>
 #include <stdexcept>
+#include <thread>
 
 using namespace Qt::StringLiterals;
 
@@ -32,10 +33,16 @@ class OtherProgram {
       : file_(jet::HostFileSystem().Open(runtime::HostPath(databasePath).toStdString(), jet::OpenMode::Write)),
         lock_(*file_) {
     if (!lock_.TryShare() || !lock_.TryReserve()) throw std::runtime_error("the database is in use already");
-    if (work == Work::WritesPages && !lock_.TryExclude()) throw std::runtime_error("the database is being read");
+    if (work == Work::WritesPages) WaitForReaders();
   }
 
  private:
+  // A list may still be reading its marks, in a thread of its own.
+  void WaitForReaders() {
+    while (!lock_.TryExclude())
+      std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  }
+
   std::unique_ptr<jet::File> file_;
   jet::Lock lock_;
 };
