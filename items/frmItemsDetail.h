@@ -49,6 +49,7 @@ class frmItemsDetail : public EditorForm {
   dao::Recordset ReadItem() const;
   void FillFields(const dao::Recordset& row);
   void FillFilling(const dao::Recordset& row);
+  void FillPattern(const dao::Recordset& row);
   void FillJingle(const QVariant& id, const QString& combo, QCheckBox& check);
 
   // Validation.

@@ -4,6 +4,7 @@
 #include "items/ui_frmItemsDetail.h"
 #include "platform/dao/Database.h"
 #include "platform/desktop/Trapped.h"
+#include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
 
 #include <vector>
@@ -14,6 +15,7 @@ using desktop::Trapped;
 namespace {
 
 constexpr qint32 kNoSpot = -10000;
+constexpr qint32 kNoWay = 0;  // of filling: an item that was saved without one
 
 void AddNumbered(controls::ComboBox& combo, const QStringList& texts) {
   combo.Clear();
@@ -109,13 +111,18 @@ void frmItemsDetail::FillFields(const dao::Recordset& row) {
 
 void frmItemsDetail::FillFilling(const dao::Recordset& row) {
   const QVariant option = row.Field(u"ItemSpotsOptID"_s);
-  if (option.isNull()) return;
-  if (runtime::ToLong(option) == 1) {
+  const qint32 way = option.isNull() ? kNoWay : runtime::ToLong(option);
+  if (way == 1) {
     ui_->opt1->setChecked(true);
     if (!FillFraItemSpots()) NotWhole();
-    return;
+  } else if (way == 2) {
+    FillPattern(row);
+  } else if (way != kNoWay) {
+    throw runtime::Error(u"Dit item wordt gevuld op een wijze die hier niet bestaat (ItemSpotsOptID = %1)."_s.arg(way));
   }
-  if (runtime::ToLong(option) != 2) return;
+}
+
+void frmItemsDetail::FillPattern(const dao::Recordset& row) {
   ui_->opt2->setChecked(true);
   const auto fillText = [&row](const QString& field, QLineEdit* box) {
     if (const QVariant value = row.Field(field); !value.isNull()) box->setText(value.toString());

@@ -54,6 +54,7 @@ TEST_F(ItemEvents, EveryControlWithAHandlerMakesTheFormDirty) {
   EXPECT_TRUE(AsksAfter(u"2"_s, [&] { Check(u"chkMiddenPingle"_s).click(); }));
   EXPECT_TRUE(AsksAfter(u"2"_s, [&] { Check(u"chkSluiterPingle"_s).click(); }));
   EXPECT_TRUE(AsksAfter(u"2"_s, [&] { Combo(u"cboOpenerPingle"_s).SelectWhereItemData(13); }));
+  EXPECT_TRUE(AsksAfter(u"2"_s, [&] { Combo(u"cboSluiterPingle"_s).SelectWhereItemData(11); }));
 }
 
 TEST_F(ItemEvents, ControlsWithoutAHandlerCloseWithoutAQuestionAndWithoutSaving) {

@@ -88,6 +88,57 @@ TEST_F(ItemFill, AnyFlagButZeroIsActive) {
   }
 }
 
+TEST_F(ItemFill, AnyNumberButZeroMeansSeveralSpotsAndARandomOrder) {
+  InsertListItem(1, u"Blok"_s, {1});
+  for (const auto& [flag, set] : {std::pair(u"-1"_s, true), std::pair(u"1"_s, true), std::pair(u"0"_s, false)}) {
+    station_.OnServer(u"UPDATE tblItems SET OptMeerdereSpots = "_s + flag + u", ChkRandomizeMeerdereSpots = " + flag);
+    Open(u"1"_s);
+    EXPECT_EQ(Option(u"optMeerdereSpots"_s).isChecked(), set) << flag.toStdString();
+    EXPECT_EQ(Option(u"opt1Spot"_s).isChecked(), !set) << flag.toStdString();
+    EXPECT_EQ(Check(u"chkRandomizeMeerdereSpots"_s).isChecked(), set) << flag.toStdString();
+  }
+}
+
+// Where a random order and a number of spots stand in the record of one spot, they are not shown and not kept.
+TEST_F(ItemFill, OneSpotShowsNoNumbersWhateverIsStored) {
+  InsertListItem(1, u"Blok"_s, {1});
+  station_.OnServer(
+      u"UPDATE tblItems SET AantalSpots = 4, MaxAantalSpots = 9, ChkRandomizeMeerdereSpots = 1, Midden = 12"_s);
+  Open(u"1"_s);
+  EXPECT_TRUE(Edit(u"txtAantalSpots"_s).text().isEmpty());
+  EXPECT_TRUE(Edit(u"txtMaxAantalSpots"_s).text().isEmpty());
+  EXPECT_FALSE(Check(u"chkRandomizeMeerdereSpots"_s).isChecked());
+  EXPECT_FALSE(Check(u"chkMiddenPingle"_s).isChecked());
+  EXPECT_EQ(Combo(u"cboMiddenPingle"_s).ListIndex(), -1);
+  EXPECT_FALSE(editor_->IsDirty());
+}
+
+TEST_F(ItemFill, TheNameIsShownAsItIsStored) {
+  InsertListItem(1, u"  Blok "_s, {1});
+  Open(u"1"_s);
+  EXPECT_EQ(Edit(u"txtNaam"_s).text(), u"  Blok "_s);
+}
+
+// Saved as shown, with no way of filling chosen, it would lose its spots.
+TEST_F(ItemFill, AWayOfFillingThatIsNotKnownIsToldAndNothingIsSaved) {
+  InsertListItem(1, u"Blok"_s, {1, 2});
+  station_.OnServer(u"UPDATE tblItems SET ItemSpotsOptID = 3"_s);
+  {
+    const desktop::MessageBoxScript boxes;
+    Open(u"1"_s);
+    ASSERT_EQ(boxes.Shown().size(), 1U);
+    EXPECT_EQ(boxes.Last().title, u"FillForm"_s);
+    EXPECT_TRUE(boxes.Last().text.contains(u"ItemSpotsOptID = 3"_s)) << boxes.Last().text.toStdString();
+  }
+  const desktop::MessageBoxScript boxes;
+  Click(u"cmdOk"_s);
+  ASSERT_EQ(boxes.Shown().size(), 1U);
+  EXPECT_EQ(boxes.Last().title, u"Opslaan"_s);
+  EXPECT_TRUE(IsOpen());
+  EXPECT_EQ(SavedSpots(), (QList<int>{1, 2}));
+  EXPECT_EQ(station_.ServerRows(u"SELECT ItemSpotsOptID FROM tblItems"_s).Field(u"ItemSpotsOptID"_s).toInt(), 3);
+}
+
 TEST_F(ItemFill, LinksToSpotsThatAreGoneAreSkippedAndDisappearAtTheNextSave) {
   InsertListItem(7, u"Blok"_s, {1, 99, 2});
   Open(u"7"_s);
@@ -126,6 +177,14 @@ TEST_F(ItemFill, AJingleThatIsGoneLeavesItsBoxUnchecked) {
   Open(u"4"_s);
   EXPECT_FALSE(Check(u"chkOpenerPingle"_s).isChecked());
   EXPECT_EQ(Combo(u"cboOpenerPingle"_s).ListIndex(), -1);
+}
+
+TEST_F(ItemFill, AJingleWithoutANameLeavesItsBoxUnchecked) {
+  station_.OnServer(u"INSERT INTO tblItemPingles (ID, Aktief) VALUES (20, 1)"_s);
+  station_.OnServer(u"INSERT INTO tblItems (ID, Naam, ItemSpotsOptID, Sluiter) VALUES (4, \"j\", 1, 20)"_s);
+  Open(u"4"_s);
+  EXPECT_FALSE(Check(u"chkSluiterPingle"_s).isChecked());
+  EXPECT_EQ(Combo(u"cboSluiterPingle"_s).ListIndex(), -1);
 }
 
 TEST_F(ItemFill, NullsLeaveEverythingEmpty) {

@@ -101,6 +101,27 @@ TEST_F(ItemLoss, ASaveThatBrokeOffIsFinishedByTheNextOkAndMakesNoSecondItem) {
   EXPECT_GT(brokenOff, 0);
 }
 
+// Of an item that is filled by a pattern from now on the old links must go: a save that could not remove them is none.
+TEST_F(ItemLoss, LinksThatCouldNotBeRemovedKeepTheFormOpenAndTheNextOkRemovesThem) {
+  InsertListItem(1, u"Blok"_s, {1, 2});
+  Open(u"1"_s);
+  FillPatternItem();
+  int first = 1;
+  for (bool written = false; !written && first < 50; ++first) {
+    auto looks = std::make_shared<int>(0);
+    const runtime::ProbeLookScope failing([looks, first](const QString&) { return ++*looks < first ? 0 : EIO; });
+    const desktop::MessageBoxScript boxes;
+    Click(u"cmdOk"_s);
+    written = CountTitled(boxes.Shown(), u"Delete_tblBeheer"_s) == 1;
+    EXPECT_TRUE(IsOpen() && editor_->IsDirty()) << first;
+  }
+  ASSERT_LT(first, 50);
+  EXPECT_EQ(SavedSpots(), (QList<int>{1, 2}));
+  Click(u"cmdOk"_s);
+  EXPECT_FALSE(IsOpen());
+  EXPECT_TRUE(SavedSpots().isEmpty());
+}
+
 TEST_F(ItemLoss, ManySpotsAreAllKeptInTheirOrder) {
   QList<int> spots;
   for (int i = 0; i < 200; ++i)

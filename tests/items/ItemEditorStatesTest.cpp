@@ -185,3 +185,12 @@ TEST_F(ItemStates, ALockedItemCanOnlyBeLookedAt) {
   EXPECT_FALSE(IsOpen());
   EXPECT_EQ(station_.ServerRows(u"SELECT Naam FROM tblItems"_s).Field(u"Naam"_s).toString(), u"Lijst"_s);
 }
+
+TEST_F(ItemStates, ALockedPatternItemHasItsFolderButtonOff) {
+  InsertListItem(1, u"Patroon"_s, {});
+  station_.OnServer(u"UPDATE tblItems SET ItemSpotsOptID = 2, Locked = -1"_s);
+  Open(u"1"_s);
+  EXPECT_TRUE(Option(u"opt2"_s).isChecked());
+  EXPECT_FALSE(Button(u"cmdDirectory"_s).isEnabled());
+  EXPECT_FALSE(Button(u"cmdOk"_s).isEnabled());
+}
