@@ -141,7 +141,7 @@ void AudioPreview::OpenFile(const QString& bestand) {
     lookedFor_ = path;
     RequirePresent(path, presence_);
     const QString hostPath = runtime::HostPath(path);
-    player_->Open(hostPath);
+    OpenInPlayer(hostPath, path);
     waveform_->Show(hostPath, player_->Length());
     lblLuidheid_->clear();
     loudness_->Read(hostPath);
@@ -151,6 +151,15 @@ void AudioPreview::OpenFile(const QString& bestand) {
     throw;
   }
   Q_EMIT filePresenceChanged();
+}
+
+// The player names a file as the host does; the user knows it by its path text.
+void AudioPreview::OpenInPlayer(const QString& hostPath, const QString& path) {
+  try {
+    player_->Open(hostPath);
+  } catch (const runtime::Error& error) {
+    throw runtime::Error(QString(error.Description()).replace(hostPath, path));
+  }
 }
 
 void AudioPreview::ForgetFile(const QString& reason) {

@@ -89,6 +89,7 @@ class AudioPreview : public QGroupBox {
   void strip_Seek(qint64 position);
 
   void OpenFile(const QString& bestand);
+  void OpenInPlayer(const QString& hostPath, const QString& path);
   void ForgetFile(const QString& reason);
   void JumpBack(qint32 step);
   void JumpForward(qint32 step);

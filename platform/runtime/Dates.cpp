@@ -95,7 +95,7 @@ std::optional<QDate> ParseDate(const QString& text) {
 }
 
 int WeekOfYear(QDate date, int firstDayOfWeek) {
-  const int first = firstDayOfWeek == 0 ? SundayFirst(QLocale().firstDayOfWeek()) : firstDayOfWeek;
+  const int first = firstDayOfWeek == 0 ? SundayFirst(QLocale::system().firstDayOfWeek()) : firstDayOfWeek;
   const int newYear = SundayFirst(QDate(date.year(), 1, 1).dayOfWeek());
   const int daysBefore = (newYear - first + 7) % 7;
   return (date.dayOfYear() - 1 + daysBefore) / 7 + 1;

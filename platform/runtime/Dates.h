@@ -19,7 +19,7 @@ QDateTime MomentOfDayNumber(double day);
 // fall in 1930 to 2029). Nothing when it is no date from 1-1-100 to 31-12-9999.
 std::optional<QDate> ParseDate(const QString& text);
 
-// First day of the week: 1 = Sunday to 7 = Saturday; 0 = the locale's own.
+// First day of the week: 1 = Sunday to 7 = Saturday; 0 = as the system is set.
 // Week of the year, counted within the date's own year: the week that holds 1 January is week 1, so late December is
 // week 53 or 54.
 int WeekOfYear(QDate date, int firstDayOfWeek);

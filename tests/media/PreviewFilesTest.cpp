@@ -83,6 +83,42 @@ TEST(PreviewFiles, WhatIsNoSoundIsRefusedByName) {
   ExpectRefusedFile(desk, desk.AudioFile(u"weg.wav"_s), u"weg.wav"_s);
 }
 
+// A header, a tag, a frame cut off: there is nothing to hear.
+TEST(PreviewFiles, AFileWithoutAnySoundIsRefusedByName) {
+  const EditorDesk desk;
+  ExpectRefusedFile(desk, MakeWav(desk.AudioFile(u"stil.wav"_s), 0, 8000), u"stil.wav"_s);
+  const QString tag = desk.AudioFile(u"etiket.mp3"_s);
+  WriteBytes(tag, QByteArray("ID3\x03\x00\x00\x00\x00\x00\x0a", 10) + QByteArray(10, '\0'));
+  ExpectRefusedFile(desk, tag, u"etiket.mp3"_s);
+  const QString cut = MakeMp3(desk.AudioFile(u"kop.mp3"_s), 0.02);
+  WriteBytes(cut, ReadBytes(cut).first(4));
+  ExpectRefusedFile(desk, cut, u"kop.mp3"_s);
+}
+
+TEST(PreviewFiles, ARefusedFileIsNamedByItsPathText) {
+  const EditorDesk desk;
+  runtime::SetDrives({{u"D"_s, desk.station.AudioFolder()}, {u"Z"_s, u"/"_s}});
+  const QString path = desk.AudioFile(u"tekst.mp3"_s);
+  WriteBytes(path, "geen geluid");
+  const auto editor = desk.OpenSpot(u"NIEUW"_s);
+  const desktop::MessageBoxScript boxes;
+  Choose(*editor, path);
+  ASSERT_EQ(boxes.Shown().size(), 1U);
+  EXPECT_TRUE(boxes.Last().text.contains(u"'D:\\tekst.mp3'"_s)) << boxes.Last().text.toStdString();
+  runtime::SetDrives({});
+}
+
+TEST(PreviewFiles, MonoAt8KilohertzIsMeasuredPlayedAndMarkedToTheMillisecond) {
+  EditorDesk desk;
+  const auto editor = desk.OpenSpot(u"NIEUW"_s);
+  Choose(*editor, MakeWav(desk.AudioFile(u"mono.wav"_s), 5'437, 8000));
+  EXPECT_EQ(Text(*editor, u"txtLengteSec"_s), u"5"_s);
+  Click(*editor, u"cmdPlay"_s);
+  desk.output.Pull(4'000);
+  Click(*editor, u"cmdMix"_s);
+  EXPECT_EQ(Led(*editor, u"ledMix"_s), 4'937);
+}
+
 TEST(PreviewFiles, ImpossibleHeadersAreRefusedByName) {
   const EditorDesk desk;
   const QString still = MakeWav(desk.AudioFile(u"nulhertz.wav"_s), 1000);

@@ -245,6 +245,40 @@ TEST(ItemSpotEditorSave, DoubleQuoteInTheNameIsAnErrorAndNothingIsLost) {
   EXPECT_TRUE(desk.AudioList().isEmpty());
 }
 
+TEST(ItemSpotEditorSave, ACharacterTheAudioListCannotHoldIsToldAndTheSpotIsSaved) {
+  const EditorDesk desk;
+  const auto editor = desk.OpenSpot(u"NIEUW"_s);
+  Choose(*editor, MakeWav(desk.AudioFile(u"Łódź.wav"_s), 1'000));
+  FillValidSpot(*editor, u"Nieuw"_s);
+  const QString path = Text(*editor, u"txtPath"_s);
+  const desktop::MessageBoxScript boxes;
+  Click(*editor, u"cmdOk"_s);
+  ASSERT_EQ(boxes.Shown().size(), 1U);
+  EXPECT_EQ(boxes.Last().style, 48);
+  EXPECT_TRUE(boxes.Last().text.contains(path)) << boxes.Last().text.toStdString();
+  EXPECT_FALSE(editor->isVisible());
+  EXPECT_EQ(desk.Spot(1).Field(u"Path"_s).toString(), path);
+  EXPECT_EQ(desk.AudioList().size(), 1);
+}
+
+// The first and last day there are, the turn of a year, and the days on both sides of day number 0.
+TEST(ItemSpotEditorSave, DatesAreReadBackAsTheyWereTyped) {
+  const EditorDesk desk;
+  int id = 0;
+  for (const auto& [start, stop] :
+       {std::pair(u"01-01-0100"_s, u"31-12-9999"_s), std::pair(u"31-12-2024"_s, u"01-01-2025"_s),
+        std::pair(u"29-02-2024"_s, u"28-02-2025"_s), std::pair(u"29-12-1899"_s, u"31-12-1899"_s)}) {
+    const auto editor = NewSpot(desk, start);
+    SetText(*editor, u"cobStart"_s, start);
+    SetText(*editor, u"cobStop"_s, stop);
+    Click(*editor, u"cmdOk"_s);
+    const auto again = desk.OpenSpot(QString::number(++id));
+    EXPECT_EQ(Text(*again, u"cobStart"_s), start);
+    EXPECT_EQ(Text(*again, u"cobStop"_s), stop);
+    EXPECT_FALSE(again->IsDirty());
+  }
+}
+
 TEST(ItemSpotEditorSave, RecordRemovedMeanwhileIsAnError) {
   const EditorDesk desk;
   desk.AddSpot(1, u"A"_s, desk.Wav(u"a.wav"_s, 1000));

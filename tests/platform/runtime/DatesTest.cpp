@@ -70,6 +70,19 @@ TEST(WeekOfYear, YearEndIsWeek53Or54AndNewYearIsWeekOne) {
   EXPECT_EQ(runtime::WeekOfYear(QDate(2000, 12, 31), 1), 54);  // leap year that begins on a Saturday
 }
 
+// Whatever language the program speaks.
+TEST(WeekOfYear, WithoutAFirstDayItIsTheSystems) {
+  const QLocale before;
+  const QDate sunday(2025, 1, 5);
+  const int systems = QLocale::system().firstDayOfWeek() % 7 + 1;
+  for (const QLocale& language :
+       {QLocale(QLocale::Dutch, QLocale::Belgium), QLocale(QLocale::English, QLocale::UnitedStates)}) {
+    QLocale::setDefault(language);
+    EXPECT_EQ(runtime::WeekOfYear(sunday, 0), runtime::WeekOfYear(sunday, systems)) << language.name().toStdString();
+  }
+  QLocale::setDefault(before);
+}
+
 TEST(ParseDate, TakesDayMonthYear) {
   EXPECT_EQ(runtime::ParseDate(u"31-01-2024"_s), QDate(2024, 1, 31));
   EXPECT_EQ(runtime::ParseDate(u" 1/2/2025 "_s), QDate(2025, 2, 1));
