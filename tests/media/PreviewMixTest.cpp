@@ -84,6 +84,8 @@ TEST(PreviewMix, TestPlaysTheLastMilliseconds) {
   EXPECT_EQ(at.player().State(), 6);
   EXPECT_EQ(at.player().Position(), 15'500);
   EXPECT_EQ(Child<controls::PositionSlider>(*at.editor, u"sliPlay"_s).value(), 15'500);
+  QCoreApplication::processEvents();  // the player tells that it started
+  EXPECT_TRUE(Child<QTimer>(*at.editor, u"tmrPlayer"_s).isActive());
   const auto sound = audiotest::StraightDecode(at.player().FileName().toStdString());
   EXPECT_EQ(at.desk.output.Pull(900), audiotest::Part(sound, 15'500, 900));
 }
