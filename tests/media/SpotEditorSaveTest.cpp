@@ -2,6 +2,7 @@
 #include "data/Globals.h"
 #include "data/Messages.h"
 #include "platform/controls/LedPanel.h"
+#include "platform/runtime/Probe.h"
 #include "tests/media/support/EditorDesk.h"
 #include "tests/support/PointerWatch.h"
 
@@ -10,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -277,6 +279,31 @@ TEST(ItemSpotEditorSave, DatesAreReadBackAsTheyWereTyped) {
     EXPECT_EQ(Text(*again, u"cobStop"_s), stop);
     EXPECT_FALSE(again->IsDirty());
   }
+}
+
+// On the screen is what the user typed, not what the record holds.
+TEST(ItemSpotEditorSave, ARecordThatCouldNotBeReadIsNotWrittenOver) {
+  const EditorDesk desk;
+  const QString path = desk.Wav(u"a.wav"_s, 1000);
+  desk.AddSpot(1, u"Oud"_s, path);
+  std::unique_ptr<frmItemSpotsDetail> editor;
+  {
+    const runtime::ProbeLookScope away([](const QString&) { return EIO; });
+    const desktop::MessageBoxScript boxes;
+    editor = desk.OpenSpot(u"1"_s);
+    ASSERT_EQ(boxes.Shown().size(), 1U);
+  }
+  SetText(*editor, u"txtPath"_s, path);
+  SetText(*editor, u"txtStartUur"_s, u"0"_s);
+  SetText(*editor, u"txtEindUur"_s, u"23"_s);
+  FillValidSpot(*editor, u"Nieuw"_s);
+  const desktop::MessageBoxScript boxes;
+  Click(*editor, u"cmdOk"_s);
+  ASSERT_EQ(boxes.Shown().size(), 1U);
+  EXPECT_EQ(boxes.Last().title, u"Opslaan"_s);
+  EXPECT_TRUE(boxes.Last().text.contains(u"Er is niets bewaard"_s)) << boxes.Last().text.toStdString();
+  EXPECT_TRUE(editor->isVisible());
+  EXPECT_EQ(desk.Spot(1).Field(u"Naam"_s).toString(), u"Oud"_s);
 }
 
 TEST(ItemSpotEditorSave, RecordRemovedMeanwhileIsAnError) {
