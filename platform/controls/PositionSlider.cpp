@@ -104,6 +104,12 @@ void PositionSlider::wheelEvent(QWheelEvent* event) {
   event->ignore();
 }
 
+// A box that comes up while the knob is held keeps the release of the mouse from here: it is let go where it is.
+void PositionSlider::focusOutEvent(QFocusEvent* event) {
+  setSliderDown(false);
+  QAbstractSlider::focusOutEvent(event);
+}
+
 // While playing the value changes a hundred times a second: what can't be seen to move is not painted.
 void PositionSlider::sliderChange(SliderChange change) {
   if (change != SliderValueChange) {

@@ -30,6 +30,7 @@ class PositionSlider : public QAbstractSlider {
   void mouseReleaseEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
   void sliderChange(SliderChange change) override;
 
  private:

@@ -1,5 +1,6 @@
 // Listening: play, stop, the jumps, the slider and the time, through the real dialog and the real player. The test
 // takes the sound by hand, so nothing waits for a clock.
+#include "data/Messages.h"
 #include "platform/controls/LedPanel.h"
 #include "platform/controls/PositionSlider.h"
 #include "tests/media/support/EditorDesk.h"
@@ -214,6 +215,24 @@ TEST(PreviewPlay, AJumpWhileTheSliderIsHeldEndsTheHold) {
   Click(*at.editor, u"cmdRREW"_s);
   Q_EMIT at.timer().timeout({});
   EXPECT_EQ(at.slider().value(), 40'000);
+}
+
+// The release of the mouse does not reach a window behind a box.
+TEST(PreviewPlay, AQuestionWhileTheSliderIsHeldEndsTheHold) {
+  Listening at(10'000);
+  Click(*at.editor, u"cmdPlay"_s);
+  SetText(*at.editor, u"txtNaam"_s, QString());
+  controls::PositionSlider& slider = at.slider();
+  QTest::mousePress(&slider, Qt::LeftButton, Qt::NoModifier, slider.rect().center());
+  const int held = slider.value();
+  const desktop::MessageBoxScript boxes{kAnswerYes, kAnswerOk};
+  QTest::keyClick(at.editor.get(), Qt::Key_Escape);
+  ASSERT_EQ(boxes.Shown().size(), 2U);
+  EXPECT_TRUE(at.editor->isVisible());
+  EXPECT_EQ(at.player().Position(), held);
+  at.desk.output.Pull(2'000);
+  Q_EMIT at.timer().timeout({});
+  EXPECT_EQ(slider.value(), held + 2'000);
 }
 
 TEST(PreviewPlay, SliderMovedWhileStoppedHoldsForTheNextStart) {

@@ -143,6 +143,17 @@ TEST(ItemSpotEditorPath, CancelledDialogTakesTheChoiceBefore) {
   EXPECT_TRUE(Text(*editor, u"txtPath"_s).endsWith(u"\\b.wav"_s));
 }
 
+TEST(ItemSpotEditorPath, TheSameFileChosenAgainIsAChangeAndIsListed) {
+  const EditorDesk desk;
+  const auto editor = OneSpot(desk);
+  const QString path = Text(*editor, u"txtPath"_s);
+  Choose(*editor, desk.AudioFile(u"spot.wav"_s));
+  EXPECT_EQ(Text(*editor, u"txtPath"_s), path);
+  EXPECT_TRUE(editor->IsDirty());
+  Click(*editor, u"cmdOk"_s);
+  EXPECT_EQ(desk.AudioList(), QStringList(path));
+}
+
 TEST(ItemSpotEditorPath, FileThatCannotBeReadIsRefusedAndTheOldOneStays) {
   const EditorDesk desk;
   const auto editor = OneSpot(desk);
