@@ -86,10 +86,20 @@ void LedSpin::mousePressEvent(QMouseEvent* event) {
 
 void LedSpin::mouseReleaseEvent(QMouseEvent* event) {
   const bool heldArrow = held_ != 0;
+  LetGo();
+  if (!heldArrow) LedPanel::mouseReleaseEvent(event);
+}
+
+// A box that comes up while an arrow is held keeps the release of the mouse from here.
+void LedSpin::focusOutEvent(QFocusEvent* event) {
+  LetGo();
+  LedPanel::focusOutEvent(event);
+}
+
+void LedSpin::LetGo() {
   held_ = 0;
   repeat_->stop();
   update();
-  if (!heldArrow) LedPanel::mouseReleaseEvent(event);
 }
 
 void LedSpin::wheelEvent(QWheelEvent* event) {

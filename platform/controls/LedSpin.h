@@ -28,10 +28,12 @@ class LedSpin : public LedPanel {
   void mouseReleaseEvent(QMouseEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
   QRect DigitArea() const override;
 
  private:
   QRect ArrowRect(bool up) const;
+  void LetGo();
   void PaintArrow(QPainter& painter, bool up) const;
 
   int singleStep_ = 10;

@@ -204,6 +204,7 @@ void WaveformStrip::mousePressEvent(QMouseEvent* event) {
 void WaveformStrip::mouseMoveEvent(QMouseEvent* event) {
   if (lengthMs_ == 0) return;
   const double x = event->position().x();
+  if (!event->buttons().testFlag(Qt::LeftButton)) dragging_ = false;  // a box kept the release of the mouse from here
   if (dragging_) {
     const qint64 mix = lengthMs_ - MsAt(x - grabOffset_);
     return MoveMix((mix + kMixStepMs / 2) / kMixStepMs * kMixStepMs);

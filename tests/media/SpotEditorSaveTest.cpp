@@ -183,8 +183,9 @@ TEST(ItemSpotEditorSave, HoursOutOfRangeAreCorrectedInPlaceWithoutAMessage) {
   const EditorDesk desk;
   const desktop::MessageBoxScript boxes;
   int id = 0;
-  for (const auto& [typed, saved] : {std::pair(u"-3"_s, 0), std::pair(u"30"_s, 23), std::pair(u"99999"_s, 23),
-                                     std::pair(u"-99999999999"_s, 0), std::pair(u" 7 "_s, 7), std::pair(u"23"_s, 23)}) {
+  for (const auto& [typed, saved] :
+       {std::pair(u"-3"_s, 0), std::pair(u"30"_s, 23), std::pair(u"99999"_s, 23), std::pair(u"-99999999999"_s, 0),
+        std::pair(u" 7 "_s, 7), std::pair(u"23"_s, 23), std::pair(u"23,5"_s, 23)}) {
     const auto editor = NewSpot(desk, u"Uur "_s + typed);
     SetText(*editor, u"txtStartUur"_s, typed);
     SetText(*editor, u"txtEindUur"_s, typed);

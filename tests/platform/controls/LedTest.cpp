@@ -5,6 +5,7 @@
 
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 #include <QWheelEvent>
 
 #include <gtest/gtest.h>
@@ -146,6 +147,18 @@ TEST(LedSpin, ArrowsStepDigitsAskForAValue) {
   QTest::keyClick(&spin, Qt::Key_Return);
   EXPECT_EQ(clicked.count(), 2);
   EXPECT_EQ(spin.Value(), 0);
+}
+
+// A box that comes up keeps the release of the mouse from here: the value would run on behind it.
+TEST(LedSpin, AnArrowThatIsHeldIsLetGoWhenTheFocusGoes) {
+  LedSpin spin;
+  spin.resize(spin.sizeHint());
+  QTest::mousePress(&spin, Qt::LeftButton, Qt::NoModifier, QPoint(spin.width() - 10, 5));
+  const auto* repeat = spin.findChild<QTimer*>();
+  EXPECT_TRUE(repeat->isActive());
+  QFocusEvent lost(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
+  QCoreApplication::sendEvent(&spin, &lost);
+  EXPECT_FALSE(repeat->isActive());
 }
 
 TEST(LedClockGround, PanelsShareItsGroundAndSignsStandBetweenThem) {

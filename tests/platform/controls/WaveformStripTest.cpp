@@ -91,6 +91,17 @@ TEST_F(Strip, DraggingTheFlagMovesTheMixPointInStepsOfTen) {
   EXPECT_EQ(moves.last()[0].toLongLong(), strip.MixMs());
 }
 
+TEST_F(Strip, AFlagWhoseReleaseWentElsewhereFollowsTheMouseNoMore) {
+  strip.SetMixMs(6000);
+  const QPoint flag = strip.FlagRect().center();
+  QTest::mousePress(&strip, Qt::LeftButton, Qt::NoModifier, flag);
+  const QPointF there = flag - QPoint(37, 0);
+  QMouseEvent move(QEvent::MouseMove, there, strip.mapToGlobal(there), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+  QCoreApplication::sendEvent(&strip, &move);
+  EXPECT_EQ(strip.MixMs(), 6000);
+  EXPECT_EQ(moves.count(), 0);
+}
+
 TEST_F(Strip, TheMixPointStaysWithinTheFile) {
   strip.SetMixMs(6000);
   const QPoint flag = strip.FlagRect().center();
