@@ -90,10 +90,12 @@ TEST(PreviewPlay, PlayStartsTheTimerAndStopEndsIt) {
 TEST(PreviewPlay, PlayWhilePlayingGoesOnFromWhereItIs) {
   const Listening at;
   at.PlayFrom(50'000);
+  const QSignalSpy stopped(&at.player(), &audio::AudioPlayer::stopped);
   Click(*at.editor, u"cmdPlay"_s);
   EXPECT_EQ(at.player().State(), 6);
   EXPECT_EQ(at.player().Position(), 50'000);
   QCoreApplication::processEvents();
+  EXPECT_EQ(stopped.count(), 1);  // stopped, then started
   EXPECT_TRUE(at.timer().isActive());
 }
 
