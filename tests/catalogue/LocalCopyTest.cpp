@@ -228,7 +228,9 @@ TEST_P(LocalCopy, WithoutABackupTheUserDecides) {
   runtime::WriteFile(global.programFolder + u"\\data\\backup"_s, "no folder");
   for (const int answer : {desktop::kAnswerNo, desktop::kAnswerYes}) {
     boxes_.Answer(answer);
+    global.lastResult = answer == desktop::kAnswerNo;
     OpenAndClose<frmItemSpots>();
+    EXPECT_EQ(global.lastResult, answer == desktop::kAnswerYes);
     EXPECT_EQ(boxes_.Last().style, 292);
     EXPECT_TRUE(boxes_.Last().text.contains(u"OvalistoLocal.mdb"_s));
     EXPECT_EQ(Copied(u"ItemSpots"_s), QList<int>{answer == desktop::kAnswerYes ? kOnServer : kInCopy});
