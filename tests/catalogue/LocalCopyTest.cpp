@@ -264,6 +264,20 @@ TEST_P(LocalCopy, SwitchedOffThereIsNoBackupAndNothingIsOfferedBack) {
   EXPECT_EQ(Backups(), QStringList());
 }
 
+TEST_P(LocalCopy, TheItemListEmptiesAndCopiesTheItemsBeforeTheirLinks) {
+  const QString local = station_.Folder() + u"/data/OvalistoLocal.mdb"_s;
+  frmItems form(nullptr);
+  Open(form);
+  ASSERT_TRUE(QFile::rename(local, local + u".weg"_s));
+  Click(form, u"cmdSluiten"_s);
+  QStringList titles;
+  for (const desktop::ShownMessageBox& box : boxes_.Shown())
+    titles += box.title;
+  const QStringList steps{u"DeleteAllInTable"_s, u"TransItemsToLocal"_s, u"DeleteAllInTable"_s,
+                          u"TransItemsItemSpotsToLocal"_s};
+  EXPECT_EQ(titles, IsOnline() ? steps : QStringList());
+}
+
 TEST_P(LocalCopy, EachStepThatFailsReportsUnderItsOwnName) {
   const QString local = station_.Folder() + u"/data/OvalistoLocal.mdb"_s;
   frmItemSpots form(nullptr);
