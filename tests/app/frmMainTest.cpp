@@ -247,3 +247,15 @@ TEST_F(MainTest, TonenOpensTheSpotListNarrowedToItsRow) {
   EXPECT_EQ(Panel(main, u"pnlModus"_s), u"Offline"_s);
   EXPECT_EQ(narrowed, TextOf(SpotView::VerlopenBinnenkort));
 }
+
+TEST_F(MainTest, ALongStationNameWidensNoWindow) {
+  const QString name(255, u'W');
+  dao::OpenDatabase(global.programFolder + u"\\data\\OvalistoLocal.mdb"_s)
+      .Execute(u"UPDATE cdeLicenties SET RadioNaam = \"%1\""_s.arg(name));
+  frmMain main;
+  const QSize before = main.size();
+  Load(main, name);
+  EXPECT_EQ(Child<QLabel>(main, u"lblRadio"_s).text(), name);
+  EXPECT_EQ(Child<QLabel>(main, u"lblRadio"_s).toolTip(), name);
+  EXPECT_EQ(main.size(), before);
+}
