@@ -155,6 +155,7 @@ void frmMain::ResumeExport() {
 
 void frmMain::ShowStation() {
   ui_->lblRadio->setText(global.stationName);
+  ui_->lblRadio->setToolTip(global.stationName);
   ui_->actItems->setEnabled(HasScreen(Screen::Items));
   ui_->actItemSpots->setEnabled(HasScreen(Screen::ItemSpots));
   ui_->actItemPingles->setEnabled(HasScreen(Screen::ItemPingles));

@@ -93,6 +93,7 @@ void frmDirectory::lstDir_Click() {
   Trapped(__func__, [this] {
     chosen_ = ui_->lstDir->List(ui_->lstDir->ListIndex());
     ui_->lblGekozen->setText(chosen_);
+    ui_->lblGekozen->setToolTip(chosen_);
   });
 }
 

@@ -1,20 +1,17 @@
 #pragma once
-#include <QLabel>
+#include "platform/controls/ElidedLine.h"
 
 namespace controls {
 
-// A quiet line of text, such as the count below a list. It gives way first when the window is narrow: what does not fit
-// ends in an ellipsis.
-class QuietLine : public QLabel {
+// A quiet line of text, such as the count below a list.
+class QuietLine : public ElidedLine {
   Q_OBJECT
 
  public:
-  explicit QuietLine(QWidget* parent = nullptr);
-
-  QSize minimumSizeHint() const override;
+  using ElidedLine::ElidedLine;
 
  protected:
-  void paintEvent(QPaintEvent* event) override;
+  QColor Colour() const override;
 };
 
 }  // namespace controls

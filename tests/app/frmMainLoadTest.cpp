@@ -130,15 +130,54 @@ TEST_F(MainTest, AWrongSettingsFileOrDatabaseIsToldAndTheWindowStillOpens) {
   EXPECT_EQ(main.windowTitle(), u"Spotrooster "_s);
 }
 
+namespace {
+
+bool IsVisible(const QString& name) {
+  for (const QWidget* window : QApplication::topLevelWidgets()) {
+    if (window->objectName() == name && window->isVisible()) return true;
+  }
+  return false;
+}
+
+// Whether the splash screen still stood when the main window came up.
+class MainWindowWatch : public QObject {
+ public:
+  MainWindowWatch() { qApp->installEventFilter(this); }
+  bool SawMain() const { return sawMain_; }
+  bool SawSplashBesideIt() const { return sawSplash_; }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::Show && watched->objectName() == u"frmMain"_s) {
+      sawMain_ = true;
+      sawSplash_ = IsVisible(u"frmSplash"_s);
+    }
+    return false;
+  }
+
+ private:
+  bool sawMain_ = false;
+  bool sawSplash_ = false;
+};
+
+}  // namespace
+
+TEST_F(MainTest, TheSplashIsClosedBeforeTheWindowIsShown) {
+  ModalDriver driver;
+  driver.OnNext(u"frmRadioDetail"_s, [](QDialog& window) { window.close(); });
+  const MainWindowWatch watch;
+  const std::unique_ptr<frmMain> main = Start();
+  EXPECT_TRUE(watch.SawMain());
+  EXPECT_FALSE(watch.SawSplashBesideIt());
+}
+
 TEST_F(MainTest, TheStartProcedureShowsTheSplashUntilTheWindowIsLoaded) {
   ModalDriver driver;
   bool splashSeen = false;
   bool mainSeen = false;
   driver.OnNext(u"frmRadioDetail"_s, [&](QDialog& window) {
-    for (const QWidget* other : QApplication::topLevelWidgets()) {
-      splashSeen = splashSeen || (other->objectName() == u"frmSplash"_s && other->isVisible());
-      mainSeen = mainSeen || (other->objectName() == u"frmMain"_s && other->isVisible());
-    }
+    splashSeen = IsVisible(u"frmSplash"_s);
+    mainSeen = IsVisible(u"frmMain"_s);
     window.close();
   });
   const std::unique_ptr<frmMain> main = Start();

@@ -6,6 +6,7 @@
 #include "data/Messages.h"
 #include "platform/controls/ComboBox.h"
 #include "platform/controls/LedPanel.h"
+#include "platform/dao/Database.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
@@ -171,6 +172,19 @@ TEST_F(MainTest, TheStatusBarIsReadAnewWhenAScreenCloses) {
   EXPECT_FALSE(Child<StatusPanel>(main, u"pnlKopie"_s).isVisible());
 }
 
+TEST_F(MainTest, TheStatusBarWarnsWhileAnyOfTheTwoCopiesIsEmpty) {
+  const QString local = global.programFolder + u"\\data\\OvalistoLocal.mdb"_s;
+  for (const QString& things : {u"ItemSpots"_s, u"Items"_s}) {
+    dao::Database database = dao::OpenDatabase(local);
+    database.Execute(u"DELETE FROM tblCopie_ItemSpots"_s);
+    database.Execute(u"DELETE FROM tblCopie_Items"_s);
+    database.Execute(u"INSERT INTO tblCopie_%1 (ID) VALUES (1)"_s.arg(things));
+    frmMain main;
+    Load(main, u"Radio Proef"_s);
+    EXPECT_TRUE(Child<StatusPanel>(main, u"pnlKopie"_s).isVisible()) << things.toStdString();
+  }
+}
+
 TEST_F(MainTest, CountsThatCannotBeReadAreDashesWithoutABox) {
   frmMain main;
   Load(main, u"Radio Proef"_s);
@@ -226,8 +240,22 @@ TEST_F(MainTest, TonenOpensTheSpotListNarrowedToItsRow) {
   QString narrowed;
   driver.OnNext(u"frmItemSpots"_s, [&](QDialog& window) {
     narrowed = Child<ComboBox>(window, u"cboToestand"_s).currentText();
+    global.online = false;
     window.close();
   });
   Child<QPushButton>(main, u"cmdVerlopen"_s).click();
+  EXPECT_EQ(Panel(main, u"pnlModus"_s), u"Offline"_s);
   EXPECT_EQ(narrowed, TextOf(SpotView::VerlopenBinnenkort));
+}
+
+TEST_F(MainTest, ALongStationNameWidensNoWindow) {
+  const QString name(255, u'W');
+  dao::OpenDatabase(global.programFolder + u"\\data\\OvalistoLocal.mdb"_s)
+      .Execute(u"UPDATE cdeLicenties SET RadioNaam = \"%1\""_s.arg(name));
+  frmMain main;
+  const QSize before = main.size();
+  Load(main, name);
+  EXPECT_EQ(Child<QLabel>(main, u"lblRadio"_s).text(), name);
+  EXPECT_EQ(Child<QLabel>(main, u"lblRadio"_s).toolTip(), name);
+  EXPECT_EQ(main.size(), before);
 }

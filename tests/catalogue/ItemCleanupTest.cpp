@@ -1,4 +1,6 @@
+#include "catalogue/Screens.h"
 #include "catalogue/frmItemOpruimen.h"
+#include "data/Schema.h"
 #include "platform/desktop/Lock.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/TextFile.h"
@@ -192,6 +194,57 @@ TEST_P(ItemCleanup, IdThatIsNoNumberIsAnErrorOfTheCleanup) {
   ASSERT_EQ(CleanupBoxes().size(), 1);
   EXPECT_TRUE(CleanupBoxes()[0].startsWith(u"Opruimen: "_s));
   EXPECT_EQ(IDs(u"Items"_s), (QList<int>{1, 2}));
+}
+
+// A table that is not there: the question about the item's spots has shown its own error, and the cleanup goes no
+// further.
+TEST_P(ItemCleanup, SpotsThatCannotBeReadStopItBeforeTheItem) {
+  const bool online = GetParam() == Station::Mode::Online;
+  const QString path = global.programFolder + u"\\zonder.mdb"_s;
+  dao::CreateDatabase(path);
+  for (const dao::TableDef& table : online ? schema::ServerTables() : schema::LocalTables()) {
+    if (table.name != Table(u"ItemSpots"_s)) dao::OpenDatabase(path).CreateTable(table);
+  }
+  (online ? global.serverDatabasePath : global.localDatabasePath) = path;
+  AddItem(1, u"Ochtendblok"_s);
+  Link(1, 1, 3);
+  frmItemOpruimen form(nullptr);
+  Open(form);
+  Check(form, u"chkVerwijderSpots"_s, true);
+  Check(form, u"chkVerwijderID"_s, true);
+  Click(form, u"cmdOk"_s);
+  const QStringList boxes = CleanupBoxes();
+  ASSERT_GE(boxes.size(), 2);
+  EXPECT_TRUE(boxes[0].startsWith(u"GetItem_ItemSpots: "_s)) << boxes[0].toStdString();
+  EXPECT_TRUE(boxes[1].startsWith(u"Opruimen: "_s)) << boxes[1].toStdString();
+  EXPECT_FALSE(boxes.contains(kDone.first()));
+  EXPECT_EQ(IDs(u"Items"_s), QList<int>{1});
+  EXPECT_EQ(LinkedItems(), QList<int>{1});
+}
+
+// The log takes nothing when the first spot's record goes, and everything after that.
+TEST(ItemCleanupOffline, AFailureAtTheFirstSpotIsNotForgottenByTheRest) {
+  const Station station(Station::Mode::Offline);
+  RegisterCatalogueScreens();
+  station.OnLocal(u"INSERT INTO tblCopie_Items (ID, Naam) VALUES (1, \"Blok\")"_s);
+  station.OnLocal(u"INSERT INTO tblCopie_ItemSpots (ID, Naam) VALUES (3, \"Spot\")"_s);
+  station.OnLocal(u"INSERT INTO tblCopie_ItemsItemSpots (ItemID, ItemSpotOrder, ItemSpotID) VALUES (1, 1, 3)"_s);
+  station.OnLocal(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (2147483647, \"vol\")"_s);
+  global.gstrOpruimenID = u"1"_s;
+  QStringList titles;
+  const desktop::MessageBoxOutlet outlet([&](const QString&, int, const QString& title) {
+    titles += title;
+    station.OnLocal(u"DELETE FROM tblOfflineLog"_s);
+    return desktop::kAnswerOk;
+  });
+  frmItemOpruimen form(nullptr);
+  form.Form_Load();
+  Child<QCheckBox>(form, u"chkVerwijderSpots"_s).setChecked(true);
+  Child<QCheckBox>(form, u"chkVerwijderID"_s).setChecked(true);
+  Child<QPushButton>(form, u"cmdOk"_s).click();
+  EXPECT_EQ(titles, QStringList{u"GetNewID"_s});
+  EXPECT_EQ(station.LocalRows(u"SELECT ID FROM tblCopie_Items"_s).RecordCount(), 0);
+  EXPECT_EQ(station.Log().size(), 2);  // of the links and of the item
 }
 
 TEST_P(ItemCleanup, SluitenRemovesNothing) {

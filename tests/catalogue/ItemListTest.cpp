@@ -24,6 +24,15 @@ TEST_P(ItemList, BothBoxesCheckedShowEveryRecordWhateverItsFlag) {
   EXPECT_TRUE(boxes_.Shown().empty());
 }
 
+TEST_P(ItemList, WithNeitherBoxCheckedTheDatabaseIsAskedForAFlagThatNoRecordHas) {
+  AddItem(1, u"Ochtend"_s, 1);
+  AddItem(2, u"Onmogelijk"_s, -10000);
+  frmItems form(nullptr);
+  Open(form);
+  Click(form, u"chkAktieve"_s);
+  EXPECT_EQ(Lines(form), QStringList{u"Onmogelijk"_s});
+}
+
 TEST_P(ItemList, OpenAndNewGoToTheItemEditor) {
   AddItem(12, u"Ochtend"_s);
   frmItems form(nullptr);

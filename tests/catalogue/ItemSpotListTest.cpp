@@ -47,6 +47,16 @@ TEST_P(ItemSpotList, CheckBoxesChooseActiveAndInactive) {
   EXPECT_TRUE(boxes_.Shown().empty());
 }
 
+// The empty choice is a query like any other: it would find a record with the flag that none ever has.
+TEST_P(ItemSpotList, WithNeitherBoxCheckedTheDatabaseIsAskedForAFlagThatNoRecordHas) {
+  AddThree();
+  frmItemSpots form(nullptr);
+  Open(form);
+  AddSpot({9, u"Onmogelijk"_s, {}, -10000});
+  Click(form, u"chkAktieve"_s);
+  EXPECT_EQ(Lines(form), QStringList{u"Onmogelijk"_s});
+}
+
 TEST_P(ItemSpotList, EmptyTableGivesAnEmptyListWithoutError) {
   frmItemSpots form(nullptr);
   Open(form);

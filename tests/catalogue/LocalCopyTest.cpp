@@ -228,7 +228,9 @@ TEST_P(LocalCopy, WithoutABackupTheUserDecides) {
   runtime::WriteFile(global.programFolder + u"\\data\\backup"_s, "no folder");
   for (const int answer : {desktop::kAnswerNo, desktop::kAnswerYes}) {
     boxes_.Answer(answer);
+    global.lastResult = answer == desktop::kAnswerNo;
     OpenAndClose<frmItemSpots>();
+    EXPECT_EQ(global.lastResult, answer == desktop::kAnswerYes);
     EXPECT_EQ(boxes_.Last().style, 292);
     EXPECT_TRUE(boxes_.Last().text.contains(u"OvalistoLocal.mdb"_s));
     EXPECT_EQ(Copied(u"ItemSpots"_s), QList<int>{answer == desktop::kAnswerYes ? kOnServer : kInCopy});
@@ -260,6 +262,20 @@ TEST_P(LocalCopy, SwitchedOffThereIsNoBackupAndNothingIsOfferedBack) {
   Click(form, u"cmdSluiten"_s);
   OnlyError(u"TransItemSpotsToLocal"_s);
   EXPECT_EQ(Backups(), QStringList());
+}
+
+TEST_P(LocalCopy, TheItemListEmptiesAndCopiesTheItemsBeforeTheirLinks) {
+  const QString local = station_.Folder() + u"/data/OvalistoLocal.mdb"_s;
+  frmItems form(nullptr);
+  Open(form);
+  ASSERT_TRUE(QFile::rename(local, local + u".weg"_s));
+  Click(form, u"cmdSluiten"_s);
+  QStringList titles;
+  for (const desktop::ShownMessageBox& box : boxes_.Shown())
+    titles += box.title;
+  const QStringList steps{u"DeleteAllInTable"_s, u"TransItemsToLocal"_s, u"DeleteAllInTable"_s,
+                          u"TransItemsItemSpotsToLocal"_s};
+  EXPECT_EQ(titles, IsOnline() ? steps : QStringList());
 }
 
 TEST_P(LocalCopy, EachStepThatFailsReportsUnderItsOwnName) {

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 using testing_support::Station;
 
@@ -17,7 +19,9 @@ TEST(Copy, EveryFieldOfTheServersTablesArrivesInTheCopies) {
   station.OnServer(u"INSERT INTO tblItems (ID, Naam, ItemSpotsOptID, Sluiter) VALUES (8, \"blok\", 1, 4)"_s);
   station.OnServer(u"INSERT INTO tblItemsItemSpots (ItemID, ItemSpotOrder, ItemSpotID) VALUES (8, 1, 3)"_s);
   station.OnServer(
-      u"INSERT INTO tblItemPingles (ID, Naam, Path, LengteSec, Mixpunt, Aktief) VALUES (4, \"j\", \"p\", 6, 9, 1)"_s);
+      u"INSERT INTO tblItemPingles (ID, Naam, Path, LengteSec, StartPunt, Mixpunt, Aktief) VALUES (4, \"j\", \"p\", 6, "
+      u"2, "
+      u"9, 1)"_s);
   const QString server = global.serverDatabasePath;
   const QString local = global.localDatabasePath;
   EXPECT_TRUE(TransItemSpotsToLocal(server, local));
@@ -32,7 +36,14 @@ TEST(Copy, EveryFieldOfTheServersTablesArrivesInTheCopies) {
   EXPECT_TRUE(spot.Field(u"LaatstGedraaid"_s).isNull());
   EXPECT_EQ(station.LocalRows(u"SELECT * FROM tblCopie_Items"_s).Field(u"Sluiter"_s).toInt(), 4);
   EXPECT_EQ(station.LocalRows(u"SELECT * FROM tblCopie_ItemsItemSpots"_s).Field(u"ItemSpotID"_s).toInt(), 3);
-  EXPECT_EQ(station.LocalRows(u"SELECT * FROM tblCopie_ItemPingles"_s).Field(u"Mixpunt"_s).toInt(), 9);
+  // The one copy that names its fields.
+  const dao::Recordset jingle = station.LocalRows(u"SELECT * FROM tblCopie_ItemPingles"_s);
+  EXPECT_EQ(jingle.Field(u"Naam"_s).toString(), u"j"_s);
+  EXPECT_EQ(jingle.Field(u"Path"_s).toString(), u"p"_s);
+  for (const auto& [field, value] :
+       {std::pair(u"ID"_s, 4), {u"LengteSec"_s, 6}, {u"StartPunt"_s, 2}, {u"Mixpunt"_s, 9}, {u"Aktief"_s, 1}}) {
+    EXPECT_EQ(jingle.Field(field).toInt(), value) << field.toStdString();
+  }
   EXPECT_TRUE(station.Log().isEmpty());
 }
 

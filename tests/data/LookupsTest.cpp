@@ -146,6 +146,21 @@ TEST(SetOnlineYn, AStationNumberBelowOneReadsTheRow) {
   EXPECT_TRUE(boxes.Shown().empty());
 }
 
+TEST(SetOnlineYn, OtherSettingsAndOneWithoutACodeDoNotCount) {
+  const Station station(Station::Mode::Offline);
+  station.OnLocal(u"DELETE FROM cdeInstellingen"_s);
+  const QString path = global.programFolder + u"\\instellingen.mdb"_s;
+  dao::CreateDatabase(path);
+  dao::TableDef table = dao::OpenDatabase(global.localDatabasePath).Table(u"cdeInstellingen"_s);
+  table.indexes.clear();  // one of another make, which lets a row go without a code
+  dao::OpenDatabase(path).CreateTable(table);
+  global.localDatabasePath = path;
+  for (const QString& row : {u"\"Andere\", \"0\""_s, u"NULL, \"0\""_s, u"\"OnlineYn\", \"-1\""_s})
+    station.OnLocal(u"INSERT INTO cdeInstellingen (InitCode, InitValue) VALUES (%1)"_s.arg(row));
+  SetOnlineYn();
+  EXPECT_TRUE(global.online);
+}
+
 TEST(SetOnlineYn, AFileThatWillNotOpenLeavesTheFlag) {
   Station station(Station::Mode::Offline);
   QFile::remove(station.Folder() + u"/data/OvalistoLocal.mdb");
@@ -214,6 +229,14 @@ TEST(UpdateOnlineYn, IsWrittenToTheLocalDatabaseAndNeverLogged) {
   EXPECT_TRUE(Update_cdeInstellingen_OnlineYn(-1));
   EXPECT_EQ(station.LocalRows(u"SELECT InitValue FROM cdeInstellingen"_s).Field(u"InitValue"_s).toString(), u"-1"_s);
   EXPECT_TRUE(station.Log().isEmpty());
+}
+
+TEST(UpdateOnlineYn, LeavesOtherSettingsAlone) {
+  const Station station;
+  station.OnLocal(u"INSERT INTO cdeInstellingen (InitCode, InitValue) VALUES (\"Andere\", \"x\")"_s);
+  EXPECT_TRUE(Update_cdeInstellingen_OnlineYn(0));
+  const dao::Recordset other = station.LocalRows(u"SELECT InitValue FROM cdeInstellingen WHERE InitCode = 'Andere'"_s);
+  EXPECT_EQ(other.Field(u"InitValue"_s).toString(), u"x"_s);
 }
 
 TEST(Lookups, EachReportsUnderItsOwnNameAndGivesItsDefault) {

@@ -1,5 +1,6 @@
 #include "data/Globals.h"
 #include "data/Writes.h"
+#include "platform/desktop/MessageBox.h"
 #include "tests/support/Station.h"
 
 #include <gtest/gtest.h>
@@ -53,6 +54,18 @@ TEST(OfflineLog, OnlyTheToldNamesToTheLetterAreLogged) {
   EXPECT_TRUE(DeleteLocal(4, u"tblcopie_itemspots"_s, u"ID"_s));
   EXPECT_TRUE(Delete_tblBeheer(4, u"tblItems"_s, u"ID"_s, global.serverDatabasePath));
   EXPECT_TRUE(station.Log().isEmpty());
+}
+
+TEST(OfflineLog, ADeleteThatCannotBeLoggedIsCarriedOutButFalse) {
+  const Station station(Station::Mode::Offline);
+  station.OnLocal(u"INSERT INTO tblCopie_ItemSpots (ID, Naam) VALUES (4, \"s\")"_s);
+  station.OnLocal(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (2147483647, \"vol\")"_s);
+  const desktop::MessageBoxScript boxes;
+  EXPECT_FALSE(DeleteLocal(4, u"tblCopie_ItemSpots"_s, u"ID"_s));
+  ASSERT_EQ(boxes.Shown().size(), 1U);
+  EXPECT_EQ(boxes.Last().title, u"GetNewID"_s);
+  EXPECT_EQ(station.LocalRows(u"SELECT ID FROM tblCopie_ItemSpots"_s).RecordCount(), 0);
+  EXPECT_EQ(station.Log(), QStringList{u"vol"_s});
 }
 
 TEST(OfflineLog, EmptyingATableIsNeverLogged) {

@@ -7,7 +7,9 @@
 #include "tests/items/ItemEditor.h"
 #include "tests/support/Hindrance.h"
 
+#include <QApplication>
 #include <QDir>
+#include <QLabel>
 #include <QTemporaryDir>
 
 #include <sys/stat.h>
@@ -196,4 +198,18 @@ TEST(DirectoryDeathTest, AFolderWithoutPermissionIsAnErrorAndTheListStays) {
   };
   EXPECT_EXIT(openIt(), testing::ExitedWithCode(0), "");
   ::chmod(QFile::encodeName(folder.path() + u"/Geheim").constData(), 0755);
+}
+
+TEST_F(Directory, ALongPathWidensNoWindow) {
+  const QString name(200, u'w');
+  ASSERT_TRUE(QDir(folder_.path()).mkpath(u"d/%1/%1"_s.arg(name)));
+  Open(u""_s);
+  const QSize before = form_->size();
+  Open(u"D:\\"_s + name);
+  List().SetListIndex(List().ListCount() - 1);
+  QApplication::processEvents();
+  const auto& chosen = Child<QLabel>(*form_, u"lblGekozen"_s);
+  EXPECT_EQ(chosen.text(), u"D:\\%1\\%1"_s.arg(name));
+  EXPECT_EQ(chosen.toolTip(), chosen.text());
+  EXPECT_EQ(form_->size(), before);
 }
