@@ -3,6 +3,7 @@
 #include "platform/desktop/FolderMemory.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
@@ -50,7 +51,7 @@ TEST(FileChooser, AsksWithItsTitleAndFilterWhereTheLastChoiceWas) {
 }
 
 TEST(FileChooser, FiltersMatchNamesInEitherCase) {
-  const QStringList expected{u"Mpeg-3 (*.MP3 *.mp3)"_s, u"Wave bestanden (*.WAV *.wav)"_s};
+  const QStringList expected{u"Mpeg-3 (*.MP3) (*.MP3 *.mp3)"_s, u"Wave bestanden (*.WAV) (*.WAV *.wav)"_s};
   EXPECT_EQ(desktop::NameFilters(kFilter), expected);
 }
 
@@ -74,6 +75,40 @@ TEST(FileChooser, TheRealDialogGivesTheFileThatWasPicked) {
     if (dialog->isVisible()) dialog->reject();
   });
   EXPECT_EQ(chooser.ShowOpen(nullptr), path);
+}
+
+// The sorts of file that the real dialog offers, as shown, with the chosen one in front.
+QStringList OfferedBy(FileChooser& chooser) {
+  QStringList offered;
+  QTimer look;  // again and again: the folder is looked for first
+  QObject::connect(&look, &QTimer::timeout, [&offered] {
+    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    if (dialog == nullptr) return;
+    const auto* sorts = dialog->findChild<QComboBox*>(u"fileTypeCombo"_s);
+    offered = {sorts->currentText()};
+    for (int sort = 0; sort < sorts->count(); ++sort)
+      offered += sorts->itemText(sort);
+    dialog->reject();
+  });
+  look.start(0);
+  chooser.SetFilter(kFilter);
+  chooser.ShowOpen(nullptr);
+  return offered;
+}
+
+TEST(FileChooser, TheRealDialogShowsTheFiltersAsTheyWereGiven) {
+  FileChooser chooser;
+  EXPECT_EQ(OfferedBy(chooser), (QStringList{u"Mpeg-3 (*.MP3)"_s, u"Mpeg-3 (*.MP3)"_s, u"Wave bestanden (*.WAV)"_s}));
+}
+
+TEST(FileChooser, TheNextFileIsOfTheSortOfTheLast) {
+  FileChooser chooser;
+  {
+    FileChooserScript script;
+    script.Choose(u"/audio/een.Wav"_s);
+    chooser.ShowOpen(nullptr);
+  }
+  EXPECT_EQ(OfferedBy(chooser).front(), u"Wave bestanden (*.WAV)"_s);
 }
 
 // Two runs of the program, one after the other.
@@ -149,6 +184,17 @@ TEST_F(ChooserFolders, TheRealDialogOpensThere) {
   look.start(0);
   chooser.ShowOpen(nullptr);
   EXPECT_EQ(opened, spots);
+}
+
+TEST_F(ChooserFolders, ARunBeginsWithTheSortOfFileThatWasChosenBefore) {
+  Choose(u"Item-spot"_s, folder_.filePath(u"een.WAV"_s));
+  const FolderMemory memory(folder_.filePath(u"mappen.ini"_s));
+  FileChooser chooser;
+  chooser.SetKind(u"Item-spot"_s);
+  EXPECT_EQ(OfferedBy(chooser).front(), u"Wave bestanden (*.WAV)"_s);
+  FileChooser other;
+  other.SetKind(u"Item-pingle"_s);
+  EXPECT_EQ(OfferedBy(other).front(), u"Mpeg-3 (*.MP3)"_s);
 }
 
 TEST(ChooseFolder, GivesTheChoiceAndOnCancelTheStartFolder) {
