@@ -4,7 +4,9 @@
 #include "platform/desktop/Owner.h"
 #include "platform/desktop/WaitPointer.h"
 
+#include <QDir>
 #include <QFileDialog>
+#include <QFileIconProvider>
 #include <QFileInfo>
 #include <QHeaderView>
 #include <QScreen>
@@ -26,6 +28,14 @@ QString BothCases(const QString& patterns) {
       if (!all.contains(form)) all << form;
   return all.join(u' ');
 }
+
+// Qt has no Dutch word for a folder where it tells the sorts of files.
+class DutchSorts : public QFileIconProvider {
+ public:
+  QString type(const QFileInfo& file) const override {
+    return file.isDir() && !file.isRoot() ? u"Map"_s : QFileIconProvider::type(file);
+  }
+};
 
 // The description stands as it was given; the patterns in both letter cases behind it are for the dialog alone.
 void SetFilters(QFileDialog& dialog, const QString& filter) {
@@ -56,6 +66,8 @@ void MakeRoom(QFileDialog& dialog) {
 
 QString Answer(QFileDialog& dialog) {
   const ArrowPointer arrow;
+  static auto* const sorts = new DutchSorts;  // the thread that reads folders may ask it after the dialog has gone
+  dialog.setIconProvider(sorts);
   MakeRoom(dialog);
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
   return dialog.selectedFiles().constFirst();
@@ -74,7 +86,9 @@ QStringList NameFilters(const QString& filter) {
 
 QString FileChooser::FirstFolder() const {
   if (!fileName_.isEmpty()) return QFileInfo(fileName_).path();
-  return startFolder_.isEmpty() ? FolderMemory::FolderOf(kind_) : startFolder_;
+  if (!startFolder_.isEmpty()) return startFolder_;
+  const QString before = FolderMemory::FolderOf(kind_);
+  return before.isEmpty() ? QDir::homePath() : before;
 }
 
 QString FileChooser::ShowOpen(QWidget* owner) {

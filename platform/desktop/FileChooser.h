@@ -18,7 +18,7 @@ class FileChooser {
   // "description|pattern|description|pattern"; several patterns of one description are separated by ';'.
   void SetFilter(const QString& filter) { filter_ = filter; }
   // Where the dialog opens while nothing has been chosen yet. Without one it opens where files of its kind were chosen
-  // last, also in earlier runs (FolderMemory).
+  // last, also in earlier runs (FolderMemory), and the very first time in the user's own folder.
   void SetStartFolder(const QString& folder) { startFolder_ = folder; }
   void SetKind(const QString& kind) { kind_ = kind; }
 
