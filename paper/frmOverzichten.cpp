@@ -13,6 +13,7 @@
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/TextFile.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -122,7 +123,10 @@ void frmOverzichten::TakeFiles(const std::vector<FileFinder::Found>& found, bool
 QString frmOverzichten::Folder() const {
   if (!folder_.isEmpty()) return folder_;
   const QString before = desktop::FolderMemory::FolderOf(kFolderKind);
-  return before.isEmpty() ? QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) : before;
+  if (!before.isEmpty()) return before;
+  // A desktop names such a folder also where nobody made it.
+  const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  return QFileInfo::exists(documents) ? documents : QDir::homePath();
 }
 
 void frmOverzichten::Save(const QString& title, const QString& filter, const QString& suffix,

@@ -34,7 +34,7 @@ class frmOverzichten : public Form {
   // Behind the windows: the states become those of the lists, a little later where a drive is slow.
   void LookForFiles();
   void TakeFiles(const std::vector<FileFinder::Found>& found, bool last);
-  // Host folder to save in: that of the last time, also in earlier runs.
+  // Host folder to save in: that of the last time, also in earlier runs; at first the user's documents.
   QString Folder() const;
   void Save(const QString& title, const QString& filter, const QString& suffix, QByteArray (*bytesOf)(const Report&));
 

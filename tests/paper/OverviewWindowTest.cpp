@@ -14,6 +14,7 @@
 #include "tests/support/Waiting.h"
 
 #include <QAbstractButton>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QLabel>
@@ -77,6 +78,17 @@ class OverviewWindow : public ::testing::Test {
   desktop::MessageBoxScript boxes_;
   desktop::FileChooserScript chooser_;
   std::unique_ptr<frmOverzichten> form_;
+};
+
+class OwnHome {
+ public:
+  explicit OwnHome(const QString& folder) { qputenv("HOME", QFile::encodeName(folder)); }
+  ~OwnHome() { qputenv("HOME", before_); }
+  OwnHome(const OwnHome&) = delete;
+  OwnHome& operator=(const OwnHome&) = delete;
+
+ private:
+  QByteArray before_ = qgetenv("HOME");
 };
 
 QByteArray Bytes(const QString& path) {
@@ -150,6 +162,16 @@ TEST_F(OverviewWindow, BeginsTheNextTimeInTheFolderOfTheLast) {
   Click(u"cmdCsv"_s);
   Click(u"cmdPdf"_s);
   EXPECT_EQ(chooser_.Shown().at(1).startFolder, File(u"Item-spots 2025-03-11.pdf"_s));
+}
+
+TEST_F(OverviewWindow, BeginsAtFirstInTheDocumentsWhereThereAreAny) {
+  const OwnHome home(catalogue_.station.Folder());
+  Open();
+  Click(u"cmdPdf"_s);
+  EXPECT_EQ(QFileInfo(chooser_.Shown().at(0).startFolder).path(), catalogue_.station.Folder());
+  ASSERT_TRUE(QDir(catalogue_.station.Folder()).mkdir(u"Documents"_s));
+  Click(u"cmdPdf"_s);
+  EXPECT_EQ(QFileInfo(chooser_.Shown().at(1).startFolder).path(), File(u"Documents"_s));
 }
 
 TEST_F(OverviewWindow, SavesAPdfThatOtherProgramsRead) {
