@@ -6,8 +6,8 @@
 #include <QApplication>
 #include <QDropEvent>
 #include <QMimeData>
-#include <QSignalSpy>
 #include <QScrollBar>
+#include <QSignalSpy>
 #include <QTest>
 
 #include <gtest/gtest.h>
