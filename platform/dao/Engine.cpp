@@ -36,9 +36,10 @@ QStringList Quoted(const QStringList& names) {
 }  // namespace
 
 Engine::Engine(const Statement& statement, Storage& source, Storage& target)
-    : statement_(statement), source_(source), target_(target), tables_(connection_.Get()) {
+    : statement_(statement), source_(source), target_(target), tables_(connection_.Tables()) {
   AddTables();
   if (statement_.verb != Verb::Select) AddTarget();
+  tables_.ForgetOthers();
   sqlite3_set_authorizer(connection_.Get(), Authorize, this);
 }
 

@@ -43,7 +43,7 @@ class Engine {
   Storage& source_;
   Storage& target_;
   EngineConnection connection_;
-  VirtualTables tables_;
+  VirtualTables& tables_;
   QStringList known_;   // the tables by the names that the engine knows them under
   QString targetName_;  // likewise, the table that changes
   std::size_t targetPlace_ = 0;

@@ -4,14 +4,14 @@
 #include "platform/runtime/Error.h"
 
 #include <exception>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace dao {
-namespace {
 
 // Sixteen-bit text throughout: what comes from a file and goes into a recordset is never encoded again.
-SqliteConnection OpenInMemory() {
+EngineConnection::Opened EngineConnection::OpenInMemory() {
   SetUpSqlite();
   sqlite3* connection = nullptr;
   const int result = sqlite3_open16(u":memory:", &connection);
@@ -24,24 +24,23 @@ SqliteConnection OpenInMemory() {
   sqlite3_exec(connection, "PRAGMA temp_store = MEMORY", nullptr, nullptr, nullptr);  // long lists are sorted in place
   AddTextOrder(connection);
   AddSqlFunctions(connection);
-  return owned;
+  return {std::make_unique<VirtualTables>(connection), std::move(owned)};
 }
 
-SqliteConnection& Idle() {
-  thread_local SqliteConnection idle;
+EngineConnection::Opened& EngineConnection::Idle() {
+  thread_local Opened idle;
   return idle;
 }
 
-}  // namespace
-
-EngineConnection::EngineConnection() : connection_(std::move(Idle())), exceptions_(std::uncaught_exceptions()) {
-  if (!connection_) connection_ = OpenInMemory();
+EngineConnection::EngineConnection() : opened_(std::move(Idle())), exceptions_(std::uncaught_exceptions()) {
+  if (!opened_.connection) opened_ = OpenInMemory();
 }
 
 EngineConnection::~EngineConnection() {
   if (std::uncaught_exceptions() > exceptions_) return;
-  sqlite3_set_authorizer(connection_.get(), nullptr, nullptr);
-  Idle() = std::move(connection_);
+  sqlite3_set_authorizer(opened_.connection.get(), nullptr, nullptr);
+  opened_.tables->Release();
+  Idle() = std::move(opened_);
 }
 
 }  // namespace dao

@@ -1,12 +1,12 @@
 #include "platform/dao/VirtualTable.h"
 
 #include "platform/dao/Conversion.h"
-#include "platform/dao/Plan.h"
 #include "platform/dao/SqlText.h"
 #include "platform/dao/Sqlite.h"
 #include "platform/runtime/Error.h"
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -15,10 +15,9 @@ namespace {
 
 struct OpenTable : sqlite3_vtab {
   VirtualTables::Entry* entry = nullptr;
-  std::vector<Plan> plans;  // what the engine was offered while it compiled; it names the one chosen by its place
 
   VirtualTables* All() const { return entry->all; }
-  Table& Stored() const { return *entry->table; }
+  Table& Stored() const { return *entry->use.table; }
   const TableDef& Definition() const { return Stored().Definition(); }
 };
 
@@ -40,13 +39,13 @@ int Guarded(VirtualTables* tables, Action action) noexcept {
   }
 }
 
-QString Declaration(const TableDef& table) {
+QByteArray Declaration(const TableDef& table) {
   QStringList columns;
   for (const FieldDef& field : table.fields) {
     columns += QuotedName(field.name) + u' ' + QLatin1StringView(DeclaredType(field.type)) + u" COLLATE "_s +
                QLatin1StringView(kTextOrderName);
   }
-  return u"CREATE TABLE t ("_s + columns.join(u", "_s) + u')';
+  return (u"CREATE TABLE t ("_s + columns.join(u", "_s) + u')').toUtf8();
 }
 
 int Connect(sqlite3* /*connection*/, void* entry, int /*count*/, const char* const* /*arguments*/, sqlite3_vtab** made,
@@ -54,7 +53,7 @@ int Connect(sqlite3* /*connection*/, void* entry, int /*count*/, const char* con
   auto table = std::make_unique<OpenTable>();
   table->entry = static_cast<VirtualTables::Entry*>(entry);
   int answer = SQLITE_OK;
-  const int failed = Guarded(table->All(), [&] { answer = table->All()->Declare(table->Definition()); });
+  const int failed = Guarded(table->All(), [&] { answer = table->All()->Declare(*table->entry); });
   if (failed != SQLITE_OK || answer != SQLITE_OK) return std::max(failed, answer);
   *made = table.release();
   return SQLITE_OK;
@@ -68,8 +67,9 @@ int Disconnect(sqlite3_vtab* table) {
 int BestIndex(sqlite3_vtab* base, sqlite3_index_info* info) {
   auto* table = static_cast<OpenTable*>(base);
   return Guarded(table->All(), [&] {
-    info->idxNum = static_cast<int>(table->plans.size());
-    table->plans.push_back(ChoosePlan(table->Definition(), info));
+    std::vector<Plan>& plans = table->entry->use.plans;
+    info->idxNum = static_cast<int>(plans.size());
+    plans.push_back(ChoosePlan(table->Definition(), info));
   });
 }
 
@@ -87,7 +87,7 @@ int Filter(sqlite3_vtab_cursor* base, int plan, const char* /*text*/, int count,
   OpenTable& table = cursor->Owner();
   return Guarded(table.All(), [&] {
     cursor->rows.reset();
-    cursor->rows = Begin(table.plans[static_cast<std::size_t>(plan)], table.Stored(), count, values);
+    cursor->rows = Begin(table.entry->use.plans[static_cast<std::size_t>(plan)], table.Stored(), count, values);
     cursor->atEnd = !cursor->rows->Next();
   });
 }
@@ -126,7 +126,7 @@ void RequireConstantDefault(const TableDef& table, const FieldDef& field) {
 
 void InsertRow(const OpenTable& table, sqlite3_value** values) {
   const TableDef& definition = table.Definition();
-  const FieldMask& given = table.entry->given;
+  const FieldMask& given = table.entry->use.given;
   std::vector<Value> row;
   row.reserve(static_cast<std::size_t>(definition.fields.size()));
   for (int i = 0; i < definition.fields.size(); ++i) {
@@ -154,7 +154,7 @@ int Update(sqlite3_vtab* base, int count, sqlite3_value** values, sqlite3_int64*
   auto* table = static_cast<OpenTable*>(base);
   return Guarded(table->All(), [&] {
     if (count == 1) {
-      table->entry->named.push_back(sqlite3_value_int64(values[0]));
+      table->entry->use.named.push_back(sqlite3_value_int64(values[0]));
     } else if (sqlite3_value_type(values[0]) == SQLITE_NULL) {
       InsertRow(*table, values);
     } else {
@@ -184,28 +184,56 @@ const sqlite3_module* Module() {
 
 }  // namespace
 
-VirtualTables::~VirtualTables() {
-  sqlite3_drop_modules(connection_, nullptr);
-}
-
 void VirtualTables::Add(const QString& name, std::unique_ptr<Table> table) {
   // Tables of the engine's own stand before any module.
   if (name.startsWith(u"sqlite_"_s, Qt::CaseInsensitive)) {
     throw runtime::Error(u"De tabel '%1' is niet bruikbaar: die naam is van de SQL-machine zelf."_s.arg(name));
   }
-  Entry& entry = entries_.emplace_back(Entry{this, std::move(table), {}, {}});
-  sqlite3_create_module_v2(connection_, name.toUtf8().constData(), Module(), &entry, nullptr);
+  const QByteArray key = name.toUtf8();
+  const QByteArray declaration = Declaration(table->Definition());
+  std::unique_ptr<Entry> entry = TakeKept(key, declaration);
+  if (!entry) {
+    entry = std::make_unique<Entry>(Entry{this, key, declaration, {}});
+    sqlite3_create_module_v2(connection_, key.constData(), Module(), entry.get(), nullptr);
+  }
+  entry->use.table = std::move(table);
+  entries_.push_back(std::move(entry));
+}
+
+std::unique_ptr<VirtualTables::Entry> VirtualTables::TakeKept(const QByteArray& name, const QByteArray& declaration) {
+  const auto found = std::find_if(kept_.begin(), kept_.end(), [&](const std::unique_ptr<Entry>& kept) {
+    return kept->name == name && kept->declaration == declaration;
+  });
+  if (found == kept_.end()) return nullptr;
+  std::unique_ptr<Entry> taken = std::move(*found);
+  kept_.erase(found);
+  return taken;
+}
+
+void VirtualTables::ForgetOthers() {
+  if (kept_.empty()) return;
+  std::vector<const char*> names;
+  for (const std::unique_ptr<Entry>& entry : entries_)
+    names.push_back(entry->name.constData());
+  names.push_back(nullptr);
+  sqlite3_drop_modules(connection_, names.data());
+  kept_.clear();
+}
+
+void VirtualTables::Release() {
+  for (const std::unique_ptr<Entry>& entry : entries_)
+    entry->use = {};
+  kept_ = std::exchange(entries_, {});
 }
 
 void VirtualTables::DeleteNamed(std::size_t place) {
-  const Entry& entry = entries_[place];
-  if (!entry.named.empty()) entry.table->Delete(entry.named);
+  const Use& use = entries_[place]->use;
+  if (!use.named.empty()) use.table->Delete(use.named);
 }
 
-int VirtualTables::Declare(const TableDef& table) {
-  const QByteArray declaration = Declaration(table).toUtf8();
+int VirtualTables::Declare(const Entry& entry) {
   isDeclaring_ = true;
-  const int answer = sqlite3_declare_vtab(connection_, declaration.constData());
+  const int answer = sqlite3_declare_vtab(connection_, entry.declaration.constData());
   isDeclaring_ = false;
   return answer;
 }
