@@ -122,7 +122,7 @@ void frmOverzichten::TakeFiles(const std::vector<FileFinder::Found>& found, bool
 
 QString frmOverzichten::Folder() const {
   if (!folder_.isEmpty()) return folder_;
-  const QString before = desktop::FolderMemory::FolderOf(kFolderKind);
+  QString before = desktop::FolderMemory::FolderOf(kFolderKind);
   if (!before.isEmpty()) return before;
   // A desktop names such a folder also where nobody made it.
   const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
