@@ -1,6 +1,6 @@
 #pragma once
-#include "catalogue/Errands.h"
-#include "catalogue/FileFinder.h"
+#include "data/Errands.h"
+#include "data/FileFinder.h"
 #include "data/SpotState.h"
 
 #include <QHash>

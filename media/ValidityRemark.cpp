@@ -18,12 +18,25 @@ bool WorthSaying(const SpotFacts& spot, SpotState state) {
   return state == SpotState::BestandOntbreekt || (spot.startDatum && spot.eindDatum);
 }
 
+// Such a spot is never played. Saving does not refuse it.
+bool EndsBeforeItBegins(const SpotFacts& spot) {
+  return spot.startDatum && spot.eindDatum && *spot.eindDatum < *spot.startDatum;
+}
+
 }  // namespace
 
 controls::LineDetails RemarkOn(const SpotFacts& spot, const QDateTime& now) {
   const SpotState state = StateOf(spot, now);
   if (!WorthSaying(spot, state)) return {};
   controls::LineDetails remark = DetailsOf(spot, state);
+  if (state == SpotState::NietAktief || state == SpotState::BestandOntbreekt) return remark;
+  if (EndsBeforeItBegins(spot)) {
+    remark.mark = controls::LineMark::Cross;
+    remark.tone = controls::LineTone::Wrong;
+    remark.wordInTone = true;
+    remark.word = u"einddatum vóór startdatum"_s;
+    return remark;
+  }
   if (state == SpotState::Begint) remark.word = u"begint "_s + DaysAhead(now.date().daysTo(*spot.startDatum));
   if (state == SpotState::Verloopt) remark.word = u"verloopt "_s + DaysAhead(now.date().daysTo(*spot.eindDatum));
   if (state == SpotState::Loopt) remark.word = u"loopt, nog %1 dagen"_s.arg(now.date().daysTo(*spot.eindDatum));

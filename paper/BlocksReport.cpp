@@ -26,7 +26,7 @@ struct Playlist {
   qint32 seconds = 0;
 };
 
-QHash<qint32, Playlist> Playlists() {
+QHash<qint32, Playlist> Playlists(const SeenFiles& seen, Report& report) {
   const Catalogue catalogue = CurrentCatalogue();
   const QString select =
       u"SELECT %1.*, %2.ItemID FROM %2 INNER JOIN %1 ON %2.ItemSpotID = %1.ID ORDER BY %2.ItemID, %2.ItemSpotOrder"_s;
@@ -36,8 +36,8 @@ QHash<qint32, Playlist> Playlists() {
     Playlist& list = lists[row.Field(u"ItemID"_s).toInt()];
     const SpotFacts spot = FactsOf(row);
     list.seconds += spot.lengteSec.value_or(0);
-    list.lines.push_back(
-        {QString::number(list.lines.size() + 1), TextOf(row, u"Naam"_s), LengthText(spot.lengteSec), StateOn(spot)});
+    list.lines.push_back({QString::number(list.lines.size() + 1), TextOf(row, u"Naam"_s), LengthText(spot.lengteSec),
+                          StateOn(spot, seen, report)});
   }
   return lists;
 }
@@ -68,14 +68,14 @@ QString NoteOn(const dao::Recordset& item, const Playlist& list, const QString& 
 
 }  // namespace
 
-Report BlocksReport() {
+Report BlocksReport(const SeenFiles& seen) {
   const Catalogue catalogue = CurrentCatalogue();
   Report report = Begun(u"Items met hun item-spots"_s);
   report.groupTitle = u"Item"_s;
   report.columns = {{u"Nr."_s, 7, true}, {u"Item-spot"_s, 54}, {u"Lengte"_s, 11, true}, {u"Toestand"_s, 28}};
   report.emptyText = u"Er zijn nog geen items."_s;
   const QHash<qint32, QString> jingles = NamesOf(catalogue.itemPingles);
-  const QHash<qint32, Playlist> lists = Playlists();
+  const QHash<qint32, Playlist> lists = Playlists(seen, report);
   for (dao::Recordset item = Rows(u"SELECT * FROM %1 ORDER BY Naam"_s.arg(catalogue.items)); !item.Eof();
        item.MoveNext()) {
     const Playlist list = lists.value(item.Field(u"ID"_s).toInt());

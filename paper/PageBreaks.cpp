@@ -14,7 +14,7 @@ struct Piece {
   std::size_t group = 0;
   std::size_t line = 0;  // a group without lines has one piece all the same
   qreal top = 0;
-  qreal repeated = 0;  // height of the column titles that come above it when it begins a page
+  qreal repeated = 0;  // height of what comes above it again when it begins a page: group's name and column titles
 };
 
 qreal TopOf(const QTextDocument& document, const QTextBlock& block) {
@@ -37,11 +37,12 @@ class Groups {
   void Add(std::vector<Piece>& pieces, const Report::Group& group, std::size_t number) {
     if (group.lines.empty()) return pieces.push_back({number, 0, tops_[number]});
     const QTextTable& table = *tables_[nextTable_++];
-    const qreal above = BottomAbove(table);
-    const qreal titles = TopOfLine(table, 0) - above;
-    pieces.push_back({number, 0, tops_[number] < 0 ? above : tops_[number]});
+    const qreal top = tops_[number] < 0 ? BottomAbove(table) : tops_[number];
+    // A name that comes again has no note, which leaves room for the words behind it.
+    const qreal heading = TopOfLine(table, 0) - top;
+    pieces.push_back({number, 0, top});
     for (std::size_t line = 1; line < group.lines.size(); ++line)
-      pieces.push_back({number, line, TopOfLine(table, line), titles});
+      pieces.push_back({number, line, TopOfLine(table, line), heading});
   }
 
  private:
@@ -80,7 +81,7 @@ void AddPiece(Report& page, const Report& report, const Piece& piece, bool begin
   if (piece.line == 0)
     page.groups.push_back({group.name, group.note, {}});
   else if (beginsPage)
-    page.groups.push_back({});
+    page.groups.push_back({group.name, {}, {}, true});
   if (!group.lines.empty()) page.groups.back().lines.push_back(group.lines[piece.line]);
 }
 

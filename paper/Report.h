@@ -15,6 +15,7 @@ struct Report {
     QString name;  // empty: the lines stand for themselves
     QString note;
     std::vector<QStringList> lines;  // a text for each column
+    bool continued = false;          // began on an earlier page
   };
 
   QString title;
@@ -24,6 +25,7 @@ struct Report {
   std::vector<Group> groups;
   QString closing;    // the sum below it all
   QString emptyText;  // in place of lines when there are none
+  QStringList files;  // audio files on which the states in it depend; path texts, perhaps some twice
 
   bool IsEmpty() const { return groups.empty(); }
 };

@@ -120,7 +120,11 @@ void AddGroup(QTextCursor& cursor, const Report& report, const Report::Group& gr
   if (!group.name.isEmpty()) {
     AddText(cursor, group.name, Letters(kGroupSize, QFont::DemiBold, Qt::black), Space(12, 0));
     cursor.block().setUserState(number);
-    AddText(cursor, group.note, Letters(kTextSize, QFont::Normal, kQuiet), Space(0, 2));
+    const QTextCharFormat quiet = Letters(kTextSize, QFont::Normal, kQuiet);
+    if (group.continued)
+      cursor.insertText(u" (vervolg)"_s, quiet);
+    else
+      AddText(cursor, group.note, quiet, Space(0, 2));
   }
   if (!group.lines.empty()) AddLines(cursor, report, group);
 }

@@ -28,7 +28,10 @@ QString Hours(const SpotFacts& spot) {
   return u"%1–%2"_s.arg(spot.startUur.value_or(0)).arg(spot.eindUur.value_or(23));
 }
 
-QString StateOn(const SpotFacts& spot) {
+QString StateOn(SpotFacts spot, const SeenFiles& seen, Report& report) {
+  if (!spot.path.isEmpty()) report.files += spot.path;
+  const auto found = seen.constFind(spot.path);
+  if (found != seen.constEnd()) spot.file = *found;
   return StateText(spot, StateOf(spot, runtime::Now()));
 }
 

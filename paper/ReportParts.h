@@ -2,6 +2,7 @@
 // What the overviews share while they are put together.
 #include "data/SpotFacts.h"
 #include "paper/Report.h"
+#include "paper/SeenFiles.h"
 #include "platform/dao/Recordset.h"
 
 #include <optional>
@@ -13,7 +14,8 @@ QString TextOf(const dao::Recordset& row, const QString& field);
 
 QString Day(const std::optional<QDate>& day);  // "31-03-2025"
 QString Hours(const SpotFacts& spot);          // "6–22"
-QString StateOn(const SpotFacts& spot);        // its state at this moment, in words; the file is not looked at
+// A spot's state at this moment, in words; its file joins those of the report.
+QString StateOn(SpotFacts spot, const SeenFiles& seen, Report& report);
 QString Counted(qsizetype count, const QString& one, const QString& many);
 QString SpotsAndLength(qsizetype count, qint32 seconds);  // "3 item-spots, samen 1:32"
 

@@ -9,7 +9,7 @@
 
 using namespace Qt::StringLiterals;
 
-Report CatalogueReport() {
+Report CatalogueReport(const SeenFiles& seen) {
   Report report = Begun(u"Item-spots"_s);
   report.columns = {{u"Naam"_s, 35}, {u"Lengte"_s, 9, true}, {u"Startdatum"_s, 13},    {u"Einddatum"_s, 13},
                     {u"Uren"_s, 7},  {u"Toestand"_s, 23},    {u"Gedraaid"_s, 0, true}, {u"Path"_s, 0}};
@@ -21,7 +21,7 @@ Report CatalogueReport() {
     const SpotFacts spot = FactsOf(row);
     seconds += spot.lengteSec.value_or(0);
     all.lines.push_back({TextOf(row, u"Naam"_s), LengthText(spot.lengteSec), Day(spot.startDatum), Day(spot.eindDatum),
-                         Hours(spot), StateOn(spot), TextOf(row, u"AantalGedraaid"_s), spot.path});
+                         Hours(spot), StateOn(spot, seen, report), TextOf(row, u"AantalGedraaid"_s), spot.path});
   }
   if (all.lines.empty()) return report;
   report.closing = SpotsAndLength(static_cast<qsizetype>(all.lines.size()), seconds);

@@ -49,6 +49,7 @@ void ListBox::AddItems(std::vector<Line> lines) {
 
 void ListBox::Clear() {
   const QScopedValueRollback quiet(silent_, true);
+  if (ListIndex() >= 0) place_ = {lines_->RowOf(ListIndex()), ItemData(ListIndex())};
   lines_->Clear();
   announced_ = -1;
 }
@@ -58,7 +59,10 @@ void ListBox::RemoveItem(int index) {
   lines_->At(index);
   const QScopedValueRollback quiet(silent_, true);
   const int selected = ListIndex();
-  if (selected == index) SelectSilently(-1);
+  if (selected == index) {
+    place_ = {lines_->RowOf(index), std::nullopt};
+    SelectSilently(-1);
+  }
   lines_->Remove(index);
   announced_ = selected == index ? -1 : (selected > index ? selected - 1 : selected);
 }
@@ -134,6 +138,7 @@ bool ListBox::SelectWhereItemData(qint64 itemData) {
 void ListBox::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
   QListView::selectionChanged(selected, deselected);
   const int now = ListIndex();
+  if (now >= 0) place_.reset();
   if (silent_ || now == announced_) return;
   announced_ = now;
   if (now >= 0) Q_EMIT clicked();
@@ -227,13 +232,22 @@ void ListBox::dropEvent(QDropEvent* event) {
 
 // --- keys, mouse, painting
 
+// Where the keyboard stands in a list without a selection.
+int ListBox::RowToGoOn() const {
+  if (!place_) return std::max(0, currentIndex().row());
+  for (int row = 0; place_->itemData && row < ShownCount(); ++row) {
+    if (ItemData(ShownLine(row)) == place_->itemData) return row;
+  }
+  return std::min(place_->row, ShownCount() - 1);
+}
+
 // The first step of a keyboard into a list without a selection chooses the line it stands on, not the one after it.
 bool ListBox::SelectFromNothing(int key) {
   const bool steps = key == Qt::Key_Down || key == Qt::Key_Up || key == Qt::Key_Home || key == Qt::Key_Space ||
                      key == Qt::Key_PageDown || key == Qt::Key_PageUp;
   if (!steps || ListIndex() >= 0 || ShownCount() == 0) return false;
-  const int row = key == Qt::Key_Home ? 0 : std::max(0, currentIndex().row());
-  SetListIndex(lines_->IndexOf(row));
+  SetListIndex(lines_->IndexOf(key == Qt::Key_Home ? 0 : RowToGoOn()));
+  scrollTo(currentIndex());  // the view does not when it was its current line before
   return true;
 }
 

@@ -5,6 +5,7 @@
 #include <QListView>
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 namespace controls {
@@ -13,7 +14,8 @@ class LineDelegate;
 class LineModel;
 
 // A list of text lines, each with a number of its own (ItemData). An index counts all lines from 0, hidden ones too.
-// ListIndex is the selected line, none = -1, whatever line the keyboard cursor stands on. Quick with 100 000 lines.
+// ListIndex is the selected line, none = -1, whatever line the keyboard cursor stands on. Once the selected line is
+// gone, filled anew or removed, the first step of the keyboard goes on at its place. Quick with 100 000 lines.
 class ListBox : public QListView {
   Q_OBJECT
   Q_PROPERTY(int rowHeight READ RowHeight WRITE SetRowHeight)
@@ -95,16 +97,23 @@ class ListBox : public QListView {
   QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index, const QEvent* event) const override;
 
  private:
+  struct Place {
+    int row = 0;
+    std::optional<qint64> itemData;  // of the line that stood there, when it may come again
+  };
+
   void SelectSilently(int index);
   void MoveSelected(int step);
   bool SelectFromNothing(int key);
+  int RowToGoOn() const;
   void RestoreAfterFilter(int selected);
 
   LineModel* lines_;
   LineDelegate* delegate_;
   bool movable_ = false;
   bool silent_ = false;
-  int announced_ = -1;  // the line that listeners know as selected
+  int announced_ = -1;          // the line that listeners know as selected
+  std::optional<Place> place_;  // of the line that was selected; none once another one is
   QString emptyText_;
 };
 

@@ -4,7 +4,9 @@
 #include "platform/desktop/Owner.h"
 #include "platform/desktop/WaitPointer.h"
 
+#include <QDir>
 #include <QFileDialog>
+#include <QFileIconProvider>
 #include <QFileInfo>
 #include <QHeaderView>
 #include <QScreen>
@@ -27,6 +29,29 @@ QString BothCases(const QString& patterns) {
   return all.join(u' ');
 }
 
+// Qt has no Dutch word for a folder where it tells the sorts of files.
+class DutchSorts : public QFileIconProvider {
+ public:
+  QString type(const QFileInfo& file) const override {
+    return file.isDir() && !file.isRoot() ? u"Map"_s : QFileIconProvider::type(file);
+  }
+};
+
+// The description stands as it was given; the patterns in both letter cases behind it are for the dialog alone.
+void SetFilters(QFileDialog& dialog, const QString& filter) {
+  dialog.setOption(QFileDialog::HideNameFilterDetails);
+  dialog.setNameFilters(NameFilters(filter));
+}
+
+// Of several filters the one that shows files of that suffix, so that nobody chooses it anew for each file.
+void SelectFilterFor(QFileDialog& dialog, const QString& suffix) {
+  const QString pattern = u"*."_s + suffix.toLower();
+  for (const QString& filter : dialog.nameFilters()) {
+    const QStringList patterns = filter.section(u'(', -1).chopped(1).split(u' ');
+    if (patterns.contains(pattern)) return dialog.selectNameFilter(filter);
+  }
+}
+
 // Qt's own dialog cuts names, dates and places short. A desktop's own one has none of these parts.
 void MakeRoom(QFileDialog& dialog) {
   constexpr QSize kOpeningSize(860, 540);
@@ -41,6 +66,8 @@ void MakeRoom(QFileDialog& dialog) {
 
 QString Answer(QFileDialog& dialog) {
   const ArrowPointer arrow;
+  static auto* const sorts = new DutchSorts;  // the thread that reads folders may ask it after the dialog has gone
+  dialog.setIconProvider(sorts);
   MakeRoom(dialog);
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
   return dialog.selectedFiles().constFirst();
@@ -52,16 +79,16 @@ QStringList NameFilters(const QString& filter) {
   const QStringList parts = filter.split(u'|');
   QStringList filters;
   for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
-    QString description = parts[i];
-    description = description.left(description.indexOf(u'(')).trimmed();
-    filters << QString(description + u" ("_s + BothCases(parts[i + 1]) + u')');
+    filters << QString(parts[i].trimmed() + u" ("_s + BothCases(parts[i + 1]) + u')');
   }
   return filters;
 }
 
 QString FileChooser::FirstFolder() const {
   if (!fileName_.isEmpty()) return QFileInfo(fileName_).path();
-  return startFolder_.isEmpty() ? FolderMemory::FolderOf(kind_) : startFolder_;
+  if (!startFolder_.isEmpty()) return startFolder_;
+  const QString before = FolderMemory::FolderOf(kind_);
+  return before.isEmpty() ? QDir::homePath() : before;
 }
 
 QString FileChooser::ShowOpen(QWidget* owner) {
@@ -72,7 +99,8 @@ QString FileChooser::ShowOpen(QWidget* owner) {
   } else {
     QFileDialog dialog(OwnerOrActive(owner), title_, folder);
     dialog.setFileMode(QFileDialog::ExistingFile);
-    dialog.setNameFilters(NameFilters(filter_));
+    SetFilters(dialog, filter_);
+    SelectFilterFor(dialog, fileName_.isEmpty() ? FolderMemory::SuffixOf(kind_) : QFileInfo(fileName_).suffix());
     if (!fileName_.isEmpty()) dialog.selectFile(fileName_);
     chosen = Answer(dialog);
   }
@@ -100,7 +128,7 @@ QString ChooseSaveFile(QWidget* owner, const QString& title, const QString& filt
   if (FileChooserScript* script = FileChooserScript::Active()) return script->Take({title, filter, proposal});
   QFileDialog dialog(OwnerOrActive(owner), title, QFileInfo(proposal).path());
   dialog.setAcceptMode(QFileDialog::AcceptSave);
-  dialog.setNameFilters(NameFilters(filter));
+  SetFilters(dialog, filter);
   dialog.setDefaultSuffix(QFileInfo(proposal).suffix());
   dialog.selectFile(proposal);
   return Answer(dialog);

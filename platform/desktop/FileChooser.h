@@ -10,14 +10,15 @@ class QWidget;
 
 namespace desktop {
 
-// An open-file dialog that remembers its last choice, as a form keeps it. All paths are the host's own.
+// An open-file dialog that remembers its last choice, as a form keeps it. It begins with the filter that shows the last
+// chosen file, or files as they were chosen of its kind before. All paths are the host's own.
 class FileChooser {
  public:
   void SetTitle(const QString& title) { title_ = title; }
   // "description|pattern|description|pattern"; several patterns of one description are separated by ';'.
   void SetFilter(const QString& filter) { filter_ = filter; }
   // Where the dialog opens while nothing has been chosen yet. Without one it opens where files of its kind were chosen
-  // last, also in earlier runs (FolderMemory).
+  // last, also in earlier runs (FolderMemory), and the very first time in the user's own folder.
   void SetStartFolder(const QString& folder) { startFolder_ = folder; }
   void SetKind(const QString& kind) { kind_ = kind; }
 
@@ -42,7 +43,8 @@ QString ChooseFolder(QWidget* owner, const QString& prompt, const QString& start
 // exists. Empty on cancel.
 QString ChooseSaveFile(QWidget* owner, const QString& title, const QString& filter, const QString& proposal);
 
-// The given filter text as Qt wants it: one "description (pattern ...)" an entry, patterns in both letter cases.
+// The given filter text as Qt wants it: one "description (pattern ...)" an entry, patterns in both letter cases. The
+// description may hold patterns of its own.
 QStringList NameFilters(const QString& filter);
 
 struct ShownFileChooser {

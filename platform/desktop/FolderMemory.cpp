@@ -11,9 +11,11 @@
 namespace desktop {
 namespace {
 
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 constexpr auto kPatience = 1s;
+const QString kSuffix = u" (soort)"_s;  // behind the kind's name
 
 FolderMemory* youngest = nullptr;
 
@@ -38,8 +40,14 @@ QString FolderMemory::FolderOf(const QString& kind) {
   return !folder.isEmpty() && IsThere(folder) ? folder : QString();
 }
 
+QString FolderMemory::SuffixOf(const QString& kind) {
+  return youngest == nullptr || kind.isEmpty() ? QString() : youngest->folders_->value(kind + kSuffix).toString();
+}
+
 void FolderMemory::Chosen(const QString& kind, const QString& file) {
-  if (youngest != nullptr && !kind.isEmpty()) youngest->folders_->setValue(kind, QFileInfo(file).path());
+  if (youngest == nullptr || kind.isEmpty()) return;
+  youngest->folders_->setValue(kind, QFileInfo(file).path());
+  youngest->folders_->setValue(kind + kSuffix, QFileInfo(file).suffix());
 }
 
 }  // namespace desktop

@@ -8,8 +8,9 @@ class QSettings;
 
 namespace desktop {
 
-// Where the user last chose a file of a kind ("item-spots", ...), kept in a file of the user's own from one run to the
-// next. While one lives, the choosers ask it; the youngest counts. User-interface thread only.
+// Where the user last chose a file of a kind ("item-spots", ...), and of which sort it was, kept in a file of the
+// user's own from one run to the next. While one lives, the choosers ask it; the youngest counts. User-interface thread
+// only.
 class FolderMemory {
  public:
   // `file`: host path; made when missing. Without write permission nothing is kept, and nothing else happens.
@@ -21,6 +22,8 @@ class FolderMemory {
   // Host path of the folder; empty when nothing is known. A folder that is gone, or on a drive that does not answer, is
   // empty too: a dialog that opened there would keep the user waiting.
   static QString FolderOf(const QString& kind);
+  // The suffix of the file chosen last ("wav"); empty when nothing is known.
+  static QString SuffixOf(const QString& kind);
   // `file`: host path of what was chosen. Nothing without a memory.
   static void Chosen(const QString& kind, const QString& file);
 

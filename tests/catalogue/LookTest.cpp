@@ -8,7 +8,7 @@
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Dates.h"
 #include "tests/catalogue/CatalogueTest.h"
-#include "tests/catalogue/Waiting.h"
+#include "tests/support/Waiting.h"
 
 #include <QAbstractButton>
 #include <QApplication>

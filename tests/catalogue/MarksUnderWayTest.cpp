@@ -6,8 +6,8 @@
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Probe.h"
 #include "tests/catalogue/CatalogueTest.h"
-#include "tests/catalogue/Waiting.h"
 #include "tests/support/Gate.h"
+#include "tests/support/Waiting.h"
 
 #include <QDir>
 #include <QFile>

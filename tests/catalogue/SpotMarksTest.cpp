@@ -5,11 +5,12 @@
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Dates.h"
 #include "tests/catalogue/CatalogueTest.h"
-#include "tests/catalogue/Waiting.h"
+#include "tests/support/Waiting.h"
 
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
+#include <QStyleOptionComboBox>
 
 #include <stdexcept>
 
@@ -181,6 +182,20 @@ TEST_P(SpotMarks, ListCanBeNarrowedToAStateWithoutReadingAgain) {
   EXPECT_TRUE(choice.isVisible());
   choice.SelectWhereItemData(static_cast<qint64>(SpotView::Alle));
   EXPECT_EQ(Lines(form).size(), 5);
+}
+
+TEST_P(SpotMarks, StateChoiceTellsEveryStateInFull) {
+  frmItemSpots form(nullptr);
+  form.ShowOnly(SpotView::VerlopenBinnenkort);
+  Open(form);
+  auto& choice = Child<controls::ComboBox>(form, u"cboToestand"_s);
+  QStyleOptionComboBox option;
+  option.initFrom(&choice);
+  option.editable = choice.isEditable();
+  const QRect text =
+      choice.style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, &choice);
+  for (int state = 0; state < choice.ListCount(); ++state)
+    EXPECT_GE(text.width(), choice.fontMetrics().horizontalAdvance(choice.Text(state))) << state;
 }
 
 TEST_P(SpotMarks, StateChoiceHidesTheSelectedLineAndTheButtonsFollow) {

@@ -35,10 +35,26 @@ TEST(ValidityRemark, RunningTellsTheDaysLeft) {
 
 TEST(ValidityRemark, FirstStateThatHoldsWins) {
   SpotFacts spot = Running();
+  spot.startDatum = QDate(2025, 2, 1);
   spot.eindDatum = QDate(2025, 2, 28);
   EXPECT_EQ(Word(spot), "verlopen op 28-02-2025");
   spot.file = runtime::Presence::NotThere;
   EXPECT_EQ(Word(spot), "geluidsbestand ontbreekt");
+  spot.aktief = false;
+  EXPECT_EQ(Word(spot), "niet aktief");
+}
+
+TEST(ValidityRemark, AnEndBeforeTheBeginningIsTold) {
+  SpotFacts spot = Running();
+  spot.eindDatum = QDate(2025, 2, 28);
+  spot.startDatum = QDate(2025, 2, 28);
+  EXPECT_EQ(Word(spot), "verlopen op 28-02-2025");
+  spot.startDatum = QDate(2025, 3, 1);
+  EXPECT_EQ(Word(spot), "einddatum vóór startdatum");
+  EXPECT_EQ(RemarkOn(spot, kNow).mark, LineMark::Cross);
+  spot.startDatum = QDate(2025, 5, 1);
+  spot.eindDatum = QDate(2025, 4, 1);
+  EXPECT_EQ(Word(spot), "einddatum vóór startdatum");
   spot.aktief = false;
   EXPECT_EQ(Word(spot), "niet aktief");
 }

@@ -6,28 +6,37 @@
 #include "platform/desktop/FileChooser.h"
 #include "platform/desktop/MessageBox.h"
 #include "platform/runtime/Clock.h"
+#include "platform/runtime/Probe.h"
 #include "tests/paper/Catalogue.h"
 #include "tests/support/Child.h"
+#include "tests/support/Gate.h"
 #include "tests/support/Hindrance.h"
+#include "tests/support/Waiting.h"
 
 #include <QAbstractButton>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QLabel>
 #include <QPrinter>
 #include <QProcess>
+#include <QScrollBar>
 #include <QStandardPaths>
 #include <QTest>
 #include <QTextBrowser>
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <memory>
 
 using namespace Qt::StringLiterals;
 using testing_support::Child;
+using testing_support::Gate;
 
 namespace {
+
+const QString kGone = u"geluidsbestand ontbreekt"_s;
 
 class OverviewWindow : public ::testing::Test {
  protected:
@@ -38,6 +47,10 @@ class OverviewWindow : public ::testing::Test {
     catalogue_.Link(7, 1, 2);
   }
   void Open() {
+    drive_->answers.Open();
+    OpenWithoutAnswers();
+  }
+  void OpenWithoutAnswers() {
     form_ = std::make_unique<frmOverzichten>(nullptr);
     form_->Form_Load();
     form_->show();
@@ -50,10 +63,32 @@ class OverviewWindow : public ::testing::Test {
   QString File(const QString& name) const { return catalogue_.station.Folder() + u'/' + name; }
 
   PaperCatalogue catalogue_;
+  // Of the audio files one can be gone, and all of them let wait for an answer. The look may outlive the test.
+  struct Drive {
+    QString gone;
+    Gate answers;
+  };
+  std::shared_ptr<Drive> drive_ = std::make_shared<Drive>();
+  runtime::ProbeLookScope look_{[drive = drive_](const QString& path) {
+    if (!path.endsWith(u".mp3"_s)) return QFileInfo::exists(path) ? 0 : ENOENT;
+    drive->answers.Pass();
+    return !drive->gone.isEmpty() && path.endsWith(drive->gone) ? ENOENT : 0;
+  }};
   runtime::ClockScope clock_{QDateTime(QDate(2025, 3, 11), QTime(12, 0))};
   desktop::MessageBoxScript boxes_;
   desktop::FileChooserScript chooser_;
   std::unique_ptr<frmOverzichten> form_;
+};
+
+class OwnHome {
+ public:
+  explicit OwnHome(const QString& folder) { qputenv("HOME", QFile::encodeName(folder)); }
+  ~OwnHome() { qputenv("HOME", before_); }
+  OwnHome(const OwnHome&) = delete;
+  OwnHome& operator=(const OwnHome&) = delete;
+
+ private:
+  QByteArray before_ = qgetenv("HOME");
 };
 
 QByteArray Bytes(const QString& path) {
@@ -82,6 +117,35 @@ TEST_F(OverviewWindow, ShowsTheOverviewThatIsChosen) {
   EXPECT_TRUE(Shown().contains(u"Kerst"_s) && !Shown().contains(u"Zomer"_s));
 }
 
+TEST_F(OverviewWindow, SaysAndSavesOfAFileThatIsGoneWhatTheListSays) {
+  drive_->gone = u"2.mp3"_s;
+  Open();
+  ASSERT_TRUE(WaitUntil([&] { return Shown().contains(kGone); }));
+  EXPECT_EQ(Shown().count(kGone), 1);
+  chooser_.Choose(File(u"a.csv"_s));
+  Click(u"cmdCsv"_s);
+  EXPECT_EQ(Bytes(File(u"a.csv"_s)).count("geluidsbestand ontbreekt"), 1);
+  Click(u"optItems"_s);
+  EXPECT_TRUE(Shown().contains(kGone));
+}
+
+TEST_F(OverviewWindow, DoesNotWaitForADriveThatDoesNotAnswer) {
+  drive_->gone = u"1.mp3"_s;
+  for (int id = 10; id < 90; ++id)
+    catalogue_.AddSpot(id, u"Spot %1"_s.arg(id), 10, 73050);
+  OpenWithoutAnswers();
+  EXPECT_TRUE(Shown().contains(u"Zomer"_s));
+  EXPECT_FALSE(Shown().contains(kGone));
+  EXPECT_TRUE(Child<QAbstractButton>(*form_, u"cmdPdf"_s).isEnabled());
+  auto& bar = *Child<QTextBrowser>(*form_, u"txtOverzicht"_s).verticalScrollBar();
+  bar.setValue(bar.maximum());
+  const int place = bar.value();
+  drive_->answers.Open();
+  ASSERT_TRUE(WaitUntil([&] { return Shown().contains(kGone); }));
+  EXPECT_EQ(bar.value(), place);
+  EXPECT_TRUE(boxes_.Shown().empty());
+}
+
 TEST_F(OverviewWindow, SavesTheTableOfFiguresWhereTheUserSays) {
   Open();
   chooser_.Choose(File(u"a.csv"_s));
@@ -98,6 +162,16 @@ TEST_F(OverviewWindow, BeginsTheNextTimeInTheFolderOfTheLast) {
   Click(u"cmdCsv"_s);
   Click(u"cmdPdf"_s);
   EXPECT_EQ(chooser_.Shown().at(1).startFolder, File(u"Item-spots 2025-03-11.pdf"_s));
+}
+
+TEST_F(OverviewWindow, BeginsAtFirstInTheDocumentsWhereThereAreAny) {
+  const OwnHome home(catalogue_.station.Folder());
+  Open();
+  Click(u"cmdPdf"_s);
+  EXPECT_EQ(QFileInfo(chooser_.Shown().at(0).startFolder).path(), catalogue_.station.Folder());
+  ASSERT_TRUE(QDir(catalogue_.station.Folder()).mkdir(u"Documents"_s));
+  Click(u"cmdPdf"_s);
+  EXPECT_EQ(QFileInfo(chooser_.Shown().at(1).startFolder).path(), File(u"Documents"_s));
 }
 
 TEST_F(OverviewWindow, SavesAPdfThatOtherProgramsRead) {

@@ -93,13 +93,29 @@ TEST(PageBreaks, AGroupsNameStaysWithItsFirstLineAndComesOnce) {
   QStringList named;
   for (const Report& page : pages) {
     for (const Report::Group& group : page.groups) {
-      if (group.name.isEmpty()) continue;
+      if (group.continued) continue;
       named += group.name;
       ASSERT_FALSE(group.lines.empty()) << group.name.toStdString();
       EXPECT_TRUE(group.lines.front().front().startsWith(group.name + u" regel 0"_s));
     }
   }
   EXPECT_EQ(named, names);
+}
+
+TEST(PageBreaks, AGroupThatGoesOnSaysItsNameAgainOnEachPage) {
+  const Report report = ReportOf({u"Blok"_s, u"Blok"_s + kLong}, 60);
+  const std::vector<Report> pages = PagesOf(report);
+  EXPECT_GT(pages.size(), 5U);
+  EXPECT_EQ(LinesOf(pages), LinesOf({report}));
+  int continued = 0;
+  for (std::size_t page = 0; page < pages.size(); ++page) {
+    const Report::Group& first = pages[page].groups.front();
+    EXPECT_TRUE(first.lines.front().front().startsWith(first.name + u" regel"_s)) << page;
+    EXPECT_EQ(first.continued, !first.lines.front().front().startsWith(first.name + u" regel 0"_s)) << page;
+    EXPECT_LE(HeightOf(pages, page), kHeight) << page;
+    continued += first.continued ? 1 : 0;
+  }
+  EXPECT_GT(continued, 3);
 }
 
 TEST(PageBreaks, GroupsWithoutLinesKeepTheirPlace) {

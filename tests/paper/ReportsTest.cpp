@@ -48,6 +48,20 @@ TEST_P(Reports, TheCatalogueHasEverySpotByNameWithItsSum) {
                                                : "Radio Testland · offline · dinsdag 11 maart 2025");
 }
 
+TEST_P(Reports, StatesSayWhatWasFoundOfTheFiles) {
+  catalogue_.AddSpot(1, u"Zomer"_s, 32, k11March + 100);
+  catalogue_.AddSpot(2, u"Kerst"_s, 95, k11March + 100);
+  catalogue_.AddItem(7, u"Ochtend"_s);
+  catalogue_.Link(7, 1, 1);
+  catalogue_.Link(7, 2, 2);
+  const SeenFiles seen{{u"Z:\\audio\\1.mp3"_s, runtime::Presence::NotThere},
+                       {u"Z:\\audio\\2.mp3"_s, runtime::Presence::NotReachable}};
+  EXPECT_EQ(Text(BlocksReport(seen).groups.at(0).lines.at(0)), "1 | Zomer | 0:32 | geluidsbestand ontbreekt");
+  EXPECT_EQ(Text(BlocksReport(seen).groups.at(0).lines.at(1)), "2 | Kerst | 1:35 | loopt t/m 19-06-2025");
+  EXPECT_EQ(CatalogueReport(seen).groups.at(0).lines.at(1).at(5), u"geluidsbestand ontbreekt"_s);
+  EXPECT_EQ(CatalogueReport().files, (QStringList{u"Z:\\audio\\2.mp3"_s, u"Z:\\audio\\1.mp3"_s}));
+}
+
 TEST_P(Reports, AnEmptyCatalogueSaysSo) {
   EXPECT_TRUE(CatalogueReport().IsEmpty());
   EXPECT_EQ(CatalogueReport().emptyText, u"Er zijn nog geen item-spots."_s);

@@ -151,8 +151,8 @@ void TakeOthers(const Album& album) {
   });
   album.TakeOpened(u"bestand-kiezen"_s, [] {
     desktop::FileChooser chooser;
-    chooser.SetTitle(u"Selecteer audiofile ..."_s);
-    chooser.SetFilter(u"Audiobestanden (*.mp3;*.wav)|*.mp3;*.wav"_s);
+    chooser.SetTitle(u"Info-spot kiezen"_s);
+    chooser.SetFilter(u"Mpeg-3 (*.MP3)|*.MP3|Wave bestanden (*.WAV) |*.WAV"_s);
     chooser.SetStartFolder(runtime::HostPath(u"D:\\audio\\Spots"_s));
     chooser.ShowOpen(nullptr);
   });

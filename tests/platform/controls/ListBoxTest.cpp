@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QDropEvent>
 #include <QMimeData>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -61,6 +62,46 @@ TEST_F(Lines, TheFirstStepDownSelectsTheFirstLine) {
   QTest::keyClick(&list, Qt::Key_Down);
   EXPECT_EQ(list.ListIndex(), 0);
   EXPECT_EQ(clicked.count(), 1);
+}
+
+TEST_F(Lines, TheFirstStepAfterAFillingGoesOnWhereTheSelectionWas) {
+  list.SetListIndex(2);
+  const auto again = [this](std::vector<ListBox::Line> lines) {
+    list.Clear();
+    list.AddItems(std::move(lines));
+    EXPECT_EQ(list.ListIndex(), -1);
+    QTest::keyClick(&list, Qt::Key_Down);
+    return list.Text(list.ListIndex());
+  };
+  EXPECT_EQ(again({{u"Abrikoos"_s, 5}, {u"Appel"_s, 10}, {u"Banaan"_s, 20}, {u"Citroen"_s, 30}}), u"Citroen"_s);
+  QTest::keyClick(&list, Qt::Key_Up);
+  EXPECT_EQ(list.Text(list.ListIndex()), u"Banaan"_s);
+  // The line itself is gone: what stands in its place now, or the last one.
+  EXPECT_EQ(again({{u"Abrikoos"_s, 5}, {u"Appel"_s, 10}, {u"Citroen"_s, 30}, {u"Dadel"_s, 40}}), u"Citroen"_s);
+  EXPECT_EQ(again({{u"Abrikoos"_s, 5}}), u"Abrikoos"_s);
+}
+
+TEST_F(Lines, TheFirstStepAfterARemovalGoesOnInItsPlace) {
+  list.SetListIndex(1);
+  list.RemoveItem(1);
+  QTest::keyClick(&list, Qt::Key_Down);
+  EXPECT_EQ(list.Text(list.ListIndex()), u"Citroen"_s);
+  list.SetListIndex(2);
+  list.RemoveItem(2);
+  QTest::keyClick(&list, Qt::Key_Up);
+  EXPECT_EQ(list.ListIndex(), 1);
+}
+
+TEST_F(Lines, TheLineOfTheFirstStepComesIntoSight) {
+  for (int line = 0; line < 100; ++line)
+    list.AddItem(QString::number(line), 100 + line);
+  // As the view does when it gets the focus.
+  list.selectionModel()->setCurrentIndex(list.model()->index(0, 0), QItemSelectionModel::NoUpdate);
+  list.scrollToBottom();
+  ASSERT_GT(list.verticalScrollBar()->value(), 0);
+  QTest::keyClick(&list, Qt::Key_Down);
+  ASSERT_EQ(list.ListIndex(), 0);
+  EXPECT_EQ(list.verticalScrollBar()->value(), 0);
 }
 
 TEST_F(Lines, TypingFindsALine) {

@@ -3,11 +3,13 @@
 #include "platform/desktop/FolderMemory.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <QTreeView>
 
 #include <gtest/gtest.h>
 
@@ -50,7 +52,7 @@ TEST(FileChooser, AsksWithItsTitleAndFilterWhereTheLastChoiceWas) {
 }
 
 TEST(FileChooser, FiltersMatchNamesInEitherCase) {
-  const QStringList expected{u"Mpeg-3 (*.MP3 *.mp3)"_s, u"Wave bestanden (*.WAV *.wav)"_s};
+  const QStringList expected{u"Mpeg-3 (*.MP3) (*.MP3 *.mp3)"_s, u"Wave bestanden (*.WAV) (*.WAV *.wav)"_s};
   EXPECT_EQ(desktop::NameFilters(kFilter), expected);
 }
 
@@ -74,6 +76,62 @@ TEST(FileChooser, TheRealDialogGivesTheFileThatWasPicked) {
     if (dialog->isVisible()) dialog->reject();
   });
   EXPECT_EQ(chooser.ShowOpen(nullptr), path);
+}
+
+// The sorts of file that the real dialog offers, as shown, with the chosen one in front.
+QStringList OfferedBy(FileChooser& chooser) {
+  QStringList offered;
+  QTimer look;  // again and again: the folder is looked for first
+  QObject::connect(&look, &QTimer::timeout, [&offered] {
+    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    if (dialog == nullptr) return;
+    const auto* sorts = dialog->findChild<QComboBox*>(u"fileTypeCombo"_s);
+    offered = {sorts->currentText()};
+    for (int sort = 0; sort < sorts->count(); ++sort)
+      offered += sorts->itemText(sort);
+    dialog->reject();
+  });
+  look.start(0);
+  chooser.SetFilter(kFilter);
+  chooser.ShowOpen(nullptr);
+  return offered;
+}
+
+TEST(FileChooser, TheRealDialogShowsTheFiltersAsTheyWereGiven) {
+  FileChooser chooser;
+  EXPECT_EQ(OfferedBy(chooser), (QStringList{u"Mpeg-3 (*.MP3)"_s, u"Mpeg-3 (*.MP3)"_s, u"Wave bestanden (*.WAV)"_s}));
+}
+
+TEST(FileChooser, TheRealDialogCallsAFolderAMap) {
+  const QTemporaryDir folder;
+  ASSERT_TRUE(QDir(folder.path()).mkdir(u"spots"_s));
+  FileChooser chooser;
+  chooser.SetStartFolder(folder.path());
+  QString sort;
+  QTimer look;  // again and again: the dialog reads the folder in the background
+  QObject::connect(&look, &QTimer::timeout, [&] {
+    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    if (dialog == nullptr) return;
+    const auto* files = dialog->findChild<QTreeView*>(u"treeView"_s);
+    const QModelIndex first = files->model()->index(0, 0, files->rootIndex());
+    if (!first.isValid()) return;
+    constexpr int kSortColumn = 2;
+    sort = first.siblingAtColumn(kSortColumn).data().toString();
+    if (!sort.isEmpty()) dialog->reject();
+  });
+  look.start(0);
+  chooser.ShowOpen(nullptr);
+  EXPECT_EQ(sort, u"Map"_s);
+}
+
+TEST(FileChooser, TheNextFileIsOfTheSortOfTheLast) {
+  FileChooser chooser;
+  {
+    FileChooserScript script;
+    script.Choose(u"/audio/een.Wav"_s);
+    chooser.ShowOpen(nullptr);
+  }
+  EXPECT_EQ(OfferedBy(chooser).front(), u"Wave bestanden (*.WAV)"_s);
 }
 
 // Two runs of the program, one after the other.
@@ -115,7 +173,7 @@ TEST_F(ChooserFolders, EachKindHasItsOwn) {
   Choose(u"Item-pingle"_s, Made(u"jingles"_s) + u"/een.wav"_s);
   EXPECT_EQ(Begin(u"Item-spot"_s), folder_.filePath(u"spots"_s));
   EXPECT_EQ(Begin(u"Item-pingle"_s), folder_.filePath(u"jingles"_s));
-  EXPECT_EQ(Begin(u"Overzicht"_s), QString());
+  EXPECT_EQ(Begin(u"Overzicht"_s), QDir::homePath());
 }
 
 TEST_F(ChooserFolders, AFolderThatTheFormTellsGoesFirst) {
@@ -129,7 +187,7 @@ TEST_F(ChooserFolders, ACancelAndAFolderThatIsGoneCountForNothing) {
   Choose(u"Item-spot"_s, QString());
   EXPECT_EQ(Begin(u"Item-spot"_s), spots);
   QDir(folder_.path()).rmdir(u"spots"_s);
-  EXPECT_EQ(Begin(u"Item-spot"_s), QString());
+  EXPECT_EQ(Begin(u"Item-spot"_s), QDir::homePath());
 }
 
 TEST_F(ChooserFolders, TheRealDialogOpensThere) {
@@ -149,6 +207,17 @@ TEST_F(ChooserFolders, TheRealDialogOpensThere) {
   look.start(0);
   chooser.ShowOpen(nullptr);
   EXPECT_EQ(opened, spots);
+}
+
+TEST_F(ChooserFolders, ARunBeginsWithTheSortOfFileThatWasChosenBefore) {
+  Choose(u"Item-spot"_s, folder_.filePath(u"een.WAV"_s));
+  const FolderMemory memory(folder_.filePath(u"mappen.ini"_s));
+  FileChooser chooser;
+  chooser.SetKind(u"Item-spot"_s);
+  EXPECT_EQ(OfferedBy(chooser).front(), u"Wave bestanden (*.WAV)"_s);
+  FileChooser other;
+  other.SetKind(u"Item-pingle"_s);
+  EXPECT_EQ(OfferedBy(other).front(), u"Mpeg-3 (*.MP3)"_s);
 }
 
 TEST(ChooseFolder, GivesTheChoiceAndOnCancelTheStartFolder) {

@@ -1,9 +1,10 @@
 #pragma once
-#include "catalogue/Errands.h"
+#include "data/Errands.h"
 #include "platform/runtime/Probe.h"
 
 #include <QString>
 
+#include <chrono>
 #include <functional>
 #include <vector>
 
@@ -30,6 +31,8 @@ class FileFinder {
   // Instead of those looked for before, whose remaining answers are not told.
   void Look(std::vector<Wanted> wanted);
   void CallOff();
+  // Waits at most that long for all answers, and then tells what came.
+  void GiveTime(std::chrono::milliseconds patience) { errands_.GiveTime(patience); }
 
  private:
   Tell tell_;

@@ -1,7 +1,7 @@
-#include "catalogue/Errands.h"
+#include "data/Errands.h"
 
-#include "tests/catalogue/Waiting.h"
 #include "tests/support/Gate.h"
+#include "tests/support/Waiting.h"
 
 #include <QObject>
 #include <QStringList>

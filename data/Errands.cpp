@@ -1,4 +1,4 @@
-#include "catalogue/Errands.h"
+#include "data/Errands.h"
 
 #include <QCoreApplication>
 #include <QEvent>

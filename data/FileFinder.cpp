@@ -1,4 +1,4 @@
-#include "catalogue/FileFinder.h"
+#include "data/FileFinder.h"
 
 #include <QElapsedTimer>
 

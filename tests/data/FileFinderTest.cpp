@@ -1,6 +1,6 @@
-#include "catalogue/FileFinder.h"
+#include "data/FileFinder.h"
 
-#include "tests/catalogue/Waiting.h"
+#include "tests/support/Waiting.h"
 
 #include <QFile>
 #include <QMap>
