@@ -246,6 +246,7 @@ TEST(ListBox, HoldsAHundredThousandLines) {
   list.resize(300, 200);
   list.show();
   std::vector<ListBox::Line> lines;
+  lines.reserve(100000);
   for (int i = 0; i < 100000; ++i)
     lines.push_back({u"Regel %1"_s.arg(i), i});
   list.AddItems(std::move(lines));
