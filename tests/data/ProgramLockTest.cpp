@@ -1,6 +1,7 @@
 #include "data/ProgramLock.h"
 
 #include "platform/runtime/Error.h"
+#include "tests/support/Fork.h"
 #include "tests/support/Hindrance.h"
 
 #include <QDir>
@@ -58,7 +59,7 @@ TEST_F(ProgramLocks, OtherFoldersAreFree) {
 TEST_F(ProgramLocks, ADeadProgramBlocksNobody) {
   std::array<int, 2> pipe{};
   ASSERT_EQ(::pipe(pipe.data()), 0);
-  const pid_t child = ::fork();
+  const pid_t child = testing_support::Fork();
   if (child == 0) {
     const ProgramLock lock(folder_.path());
     if (::write(pipe[1], "x", 1) != 1) ::_exit(1);

@@ -10,6 +10,7 @@
 #include "platform/runtime/FileCalls.h"
 #include "platform/runtime/HostPath.h"
 #include "tests/export/LogWitness.h"
+#include "tests/support/Fork.h"
 #include "tests/support/LongTests.h"
 #include "tests/support/Station.h"
 
@@ -75,7 +76,7 @@ class LogKill : public testing::Test {
     std::array<int, 2> pipe{};
     if (::pipe(pipe.data()) != 0) throw std::runtime_error("pipe");
     const unsigned seed = static_cast<unsigned>(random_());
-    const pid_t child = ::fork();
+    const pid_t child = testing_support::Fork();
     if (child == 0) Live(pipe[1], seed);
     ::close(pipe[1]);
     int last = 0;

@@ -11,6 +11,7 @@
 #include "platform/runtime/Probe.h"
 #include "platform/runtime/TextFile.h"
 #include "tests/export/LogWitness.h"
+#include "tests/support/Fork.h"
 #include "tests/support/Station.h"
 
 #include <QDir>
@@ -51,7 +52,7 @@ class ExportSteps : public testing::Test {
   static InterruptedExport Settle() { return SettleInterruptedExport(global.localDatabasePath).what; }
   // An export whose process is killed in place of its file call number `call`. False when it came to its end.
   static bool ExportKilledAt(int call) {
-    const pid_t child = ::fork();
+    const pid_t child = testing_support::Fork();
     if (child == 0) {
       int calls = 0;
       const runtime::FileCallScope killer([&](FileCall, const QString&) {

@@ -1,4 +1,5 @@
 #include "tests/platform/dao/Scratch.h"
+#include "tests/support/Fork.h"
 
 #include <QDir>
 #include <QFile>
@@ -27,7 +28,7 @@ void WriteBytes(const QString& path, const QByteArray& bytes) {
 
 // Runs a check as a user without rights, in a child: 0 is success.
 int InChildWithoutRights(const std::function<bool()>& check) {
-  const pid_t child = fork();
+  const pid_t child = testing_support::Fork();
   if (child == 0) {
     const bool gaveUp = getuid() != 0 || (setgid(65534) == 0 && setuid(65534) == 0);
     _exit(gaveUp && check() ? 0 : 1);

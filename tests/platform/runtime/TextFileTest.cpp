@@ -1,6 +1,7 @@
 #include "platform/runtime/TextFile.h"
 
 #include "platform/runtime/Error.h"
+#include "tests/support/Fork.h"
 
 #include <QDir>
 #include <QFile>
@@ -26,7 +27,7 @@ QByteArray Content(const QString& path) {
 
 // Runs `body` in a child and gives its answer, so that limits and given-up rights stay there.
 int InChild(const std::function<int()>& body) {
-  const pid_t child = ::fork();
+  const pid_t child = testing_support::Fork();
   if (child == 0) ::_exit(body());
   int status = 0;
   ::waitpid(child, &status, 0);
