@@ -10,7 +10,7 @@
 
 #include <gtest/gtest.h>
 
-#include <vector>
+#include <array>
 
 namespace {
 
@@ -163,9 +163,7 @@ TEST(LedSpin, AnArrowThatIsHeldIsLetGoWhenTheFocusGoes) {
 
 TEST(LedClockGround, PanelsShareItsGroundAndSignsStandBetweenThem) {
   LedClockGround ground;
-  std::vector<LedPanel*> panels;
-  for (int i = 0; i < 3; ++i)
-    panels.push_back(new LedPanel(&ground));
+  const std::array<LedPanel*, 3> panels{new LedPanel(&ground), new LedPanel(&ground), new LedPanel(&ground)};
   ground.show();
   QCoreApplication::processEvents();
   ground.resize(ground.sizeHint());

@@ -21,7 +21,7 @@ class SampleFiles : public testing::Test {
   }
 
   QString Copy(const QString& name) const {
-    const QString copy = folder_.filePath(name);
+    QString copy = folder_.filePath(name);
     EXPECT_TRUE(QFile::copy(samples_ + u'/' + name, copy));
     QFile::setPermissions(copy, QFile::ReadOwner | QFile::WriteOwner);
     return copy;

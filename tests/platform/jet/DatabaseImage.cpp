@@ -65,8 +65,9 @@ Bytes RowBytes(unsigned columns, const Bytes& fixed, const std::vector<Bytes>& v
   if (!values.empty()) {
     const std::size_t end = row.size();
     row = row + Le(end, 2);
-    for (auto start = starts.rbegin(); start != starts.rend(); ++start)
-      row = row + Le(*start, 2);
+    std::reverse(starts.begin(), starts.end());
+    for (const std::size_t start : starts)
+      row = row + Le(start, 2);
     row = row + Le(values.size(), 2);
   }
   return row + Le(mask, (columns + 7) / 8);

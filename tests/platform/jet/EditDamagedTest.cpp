@@ -110,7 +110,7 @@ class DamagedBase : public testing::Test {
   std::string MessageOfGrowing() {
     files_.Put(kPath, file_);
     const auto database = Open();
-    const std::string message = test::MessageOf([&] {
+    std::string message = test::MessageOf([&] {
       WriteTurn turn(*database);
       const auto writer = database->OpenWriter(u"tblSpots");
       std::vector<Value> row = fuzz::SpotRow(Value{}, u"nieuw", std::u16string(9000, u'\u20AC'));

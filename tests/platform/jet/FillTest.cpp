@@ -102,6 +102,7 @@ class Fill : public testing::Test {
 
 std::vector<std::vector<Value>> MixedRows(int count) {
   std::vector<std::vector<Value>> rows;
+  rows.reserve(static_cast<std::size_t>(count));
   for (int i = 0; i < count; ++i)
     rows.push_back(Row(i * 7919 % 10'007, LongText(i, static_cast<std::size_t>(i % 255) + 1)));
   return rows;
@@ -178,6 +179,7 @@ TEST_F(Fill, RefusesADuplicateAsARowByItselfIsRefused) {
   byName.unique = true;
   target.indexes = {byName, Index(u"Soort", {{2, false}})};
   std::vector<std::vector<Value>> rows;
+  rows.reserve(200);
   for (int i = 0; i < 200; ++i)
     rows.push_back(Row(i, LongText(i, 5)));
   rows[60][1] = rows[70][1] = Value{};  // nothing but null is no duplicate
@@ -224,6 +226,7 @@ TEST_P(FillOfLongKeys, MakesSoundTreesOfEverySize) {
     database.Create(source);
     database.Create(target);
     std::vector<std::vector<Value>> rows;
+    rows.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i)
       rows.emplace_back(GetParam(), Value{LongText(i, 255)});
     Insert(*database, kSource, rows);

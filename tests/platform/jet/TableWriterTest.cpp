@@ -139,6 +139,7 @@ TEST_F(TableWriterTest, AnUpdateKeepsWhatItDoesNotName) {
 
 TEST_F(TableWriterTest, ARowThatOutgrowsItsPageKeepsItsIdentity) {
   std::vector<RowId> rows;
+  rows.reserve(60);
   for (int i = 0; i < 60; ++i)
     rows.push_back(database_.Insert(kTable, Spot(u"x")));
   const std::u16string longName(50, u'\u0416');

@@ -102,7 +102,7 @@ TEST(TextOrder, SortsDutchAndFrenchNamesAsTheDatabaseDoes) {
 /// Texts full of what is special: accents, double letters, ignored characters, hyphens, spaces, the unknown.
 class RandomTexts {
  public:
-  explicit RandomTexts(bool known) : alphabet_(u"aAbcé\u00E8ßæÆsœ- '\u00AD\u0001\u0000z") {
+  explicit RandomTexts(bool known) : alphabet_(u"aAbcé\u00E8ßæÆsœ- '\u00AD\u0001z") {
     alphabet_ += u'\0';
     if (!known) alphabet_ += {u'\u4E2D', char16_t{0xD83D}, char16_t{0xDE00}, u'\uFF00'};
   }
