@@ -166,6 +166,7 @@ struct Account {
 /// Reads what the children tell until all have ended; kills the first after so many of its changes.
 void Collect(std::vector<std::unique_ptr<Child>>& children, int killAfter, Account& account) {
   std::vector<::pollfd> open;
+  open.reserve(children.size());
   for (const auto& child : children)
     open.push_back({child->Handle(), POLLIN, 0});
   const int first = children.front()->Handle();
@@ -219,6 +220,7 @@ TEST_P(Writers, LoseNoAcknowledgedRowAlsoWhenOneIsKilled) {
   Account account;
   {
     std::vector<std::unique_ptr<Child>> children;
+    children.reserve(static_cast<std::size_t>(GetParam()));
     for (int i = 0; i < GetParam(); ++i) {
       children.push_back(std::make_unique<Child>([&](const Child::Acknowledge& acknowledge) {
         const auto database = file.Open();

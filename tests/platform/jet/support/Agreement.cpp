@@ -96,7 +96,8 @@ std::string Disagreements(jet::Database& database, const std::string& file, cons
                      {"ours", Comparable(reader, table, table.fields)}};
       pair = Sorted(std::move(pair));
       const std::string difference = FirstDifference(pair["theirs"], pair["ours"]);
-      if (!difference.empty()) found += NameOf(reader) + ", table " + name + ": " + difference + '\n';
+      if (!difference.empty())
+        found.append(NameOf(reader)).append(", table ").append(name).append(": ").append(difference) += '\n';
     }
   }
   return found;

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
+#include <string_view>
 
 namespace witness {
 
@@ -32,14 +33,14 @@ std::vector<std::string> CellsOf(const std::string& row) {
 // "\t[Name]\t\t\tText (50) NOT NULL, " is a field of mdb-schema.
 std::vector<std::string> FieldsOfSchema(const std::string& schema) {
   std::vector<std::string> fields;
-  for (std::string line : Split(schema, "\n")) {
+  for (const std::string& line : Split(schema, "\n")) {
     const std::size_t end = line.find("]\t\t\t");
     if (line.rfind("\t[", 0) != 0 || end == std::string::npos) continue;
     std::string type = line.substr(end + 4);
     type.erase(type.find_last_not_of(", ") + 1);
     // It gives memo and OLE the length of a text, and no Boolean can be without a value.
-    for (const std::string known : {"Memo/Hyperlink (255)", "OLE (255)", "Boolean NOT NULL"}) {
-      if (type.rfind(known, 0) == 0) type.erase(known.find_first_of(" "), known.size() - known.find_first_of(" "));
+    for (const std::string_view known : {"Memo/Hyperlink (255)", "OLE (255)", "Boolean NOT NULL"}) {
+      if (type.rfind(known, 0) == 0) type.erase(known.find(' '), known.size() - known.find(' '));
     }
     fields.push_back(line.substr(2, end - 2) + ": " + type);
   }
