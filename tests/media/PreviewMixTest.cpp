@@ -31,9 +31,9 @@ class Marking {
     editor = desk.OpenSpot(u"1"_s);
   }
 
-  audio::AudioPlayer& player() const { return Player(*editor); }
-  controls::LedSpin& mix() const { return Child<controls::LedSpin>(*editor, u"ledMix"_s); }
-  controls::WaveformStrip& strip() const { return Child<controls::WaveformStrip>(*editor, u"waveform"_s); }
+  audio::AudioPlayer& OwnPlayer() const { return Player(*editor); }
+  controls::LedSpin& Mix() const { return Child<controls::LedSpin>(*editor, u"ledMix"_s); }
+  controls::WaveformStrip& Strip() const { return Child<controls::WaveformStrip>(*editor, u"waveform"_s); }
   // A click on the digits, answered in the input box.
   void Ask(const std::optional<QString>& answer) const {
     desktop::InputBoxScript script;
@@ -42,7 +42,7 @@ class Marking {
     } else {
       script.Cancel();
     }
-    QTest::mouseClick(&mix(), Qt::LeftButton, Qt::NoModifier, QPoint(10, mix().height() / 2));
+    QTest::mouseClick(&Mix(), Qt::LeftButton, Qt::NoModifier, QPoint(10, Mix().height() / 2));
     ASSERT_EQ(script.Shown().size(), 1U);
     EXPECT_EQ(script.Shown()[0].prompt, u"Geef een numerische waarde ..."_s);
     EXPECT_EQ(script.Shown()[0].title, u"Items"_s);
@@ -54,6 +54,11 @@ class Marking {
   mutable QString asked;
 };
 
+// A sample as a part of full scale.
+float Part(int sample) {
+  return static_cast<float>(sample) / 32768.0F;
+}
+
 // Without the rim, whose corners let the window shine through.
 QImage Picture(QWidget& strip) {
   return strip.grab(strip.rect().adjusted(8, 8, -8, -8)).toImage().convertToFormat(QImage::Format_RGB32);
@@ -63,9 +68,9 @@ QImage Picture(QWidget& strip) {
 
 TEST(PreviewMix, MarkTakesTheTimeLeft) {
   const Marking at;
-  at.player().SetPosition(170'000);
+  at.OwnPlayer().SetPosition(170'000);
   Click(*at.editor, u"cmdMix"_s);
-  EXPECT_EQ(at.mix().Value(), 10'000);
+  EXPECT_EQ(at.Mix().Value(), 10'000);
 }
 
 TEST(PreviewMix, MarkWhilePlayingTakesThePointHeard) {
@@ -74,35 +79,35 @@ TEST(PreviewMix, MarkWhilePlayingTakesThePointHeard) {
   at.desk.output.SetPending(300);
   ASSERT_EQ(at.desk.output.Pull(12'300).size(), 24'600U);
   Click(*at.editor, u"cmdMix"_s);
-  EXPECT_EQ(at.mix().Value(), 8'000);
+  EXPECT_EQ(at.Mix().Value(), 8'000);
 }
 
 TEST(PreviewMix, TestPlaysTheLastMilliseconds) {
   Marking at(20'000);
-  at.mix().SetValue(4'500);
+  at.Mix().SetValue(4'500);
   Click(*at.editor, u"cmdTestMix"_s);
-  EXPECT_EQ(at.player().State(), 6);
-  EXPECT_EQ(at.player().Position(), 15'500);
+  EXPECT_EQ(at.OwnPlayer().State(), 6);
+  EXPECT_EQ(at.OwnPlayer().Position(), 15'500);
   EXPECT_EQ(Child<controls::PositionSlider>(*at.editor, u"sliPlay"_s).value(), 15'500);
   QCoreApplication::processEvents();  // the player tells that it started
   EXPECT_TRUE(Child<QTimer>(*at.editor, u"tmrPlayer"_s).isActive());
-  const auto sound = audiotest::StraightDecode(at.player().FileName().toStdString());
+  const auto sound = audiotest::StraightDecode(at.OwnPlayer().FileName().toStdString());
   EXPECT_EQ(at.desk.output.Pull(900), audiotest::Part(sound, 15'500, 900));
 }
 
 TEST(PreviewMix, TestAgainWhilePlayingBeginsAgain) {
   Marking at(20'000);
-  at.mix().SetValue(4'500);
+  at.Mix().SetValue(4'500);
   Click(*at.editor, u"cmdTestMix"_s);
   at.desk.output.Pull(900);
   Click(*at.editor, u"cmdTestMix"_s);
-  EXPECT_EQ(at.player().Position(), 15'500);
-  EXPECT_EQ(at.player().State(), 6);
+  EXPECT_EQ(at.OwnPlayer().Position(), 15'500);
+  EXPECT_EQ(at.OwnPlayer().State(), 6);
 }
 
 TEST(PreviewMix, TestWhileTheSliderIsHeldEndsTheHold) {
   const Marking at(20'000);
-  at.mix().SetValue(4'500);
+  at.Mix().SetValue(4'500);
   auto& slider = Child<controls::PositionSlider>(*at.editor, u"sliPlay"_s);
   slider.setSliderDown(true);
   Click(*at.editor, u"cmdTestMix"_s);
@@ -112,125 +117,125 @@ TEST(PreviewMix, TestWhileTheSliderIsHeldEndsTheHold) {
 
 TEST(PreviewMix, TestOfAMixPointLongerThanTheFileBeginsAtItsStart) {
   const Marking at(2'000);
-  at.mix().SetValue(60'000);
+  at.Mix().SetValue(60'000);
   Click(*at.editor, u"cmdTestMix"_s);
-  EXPECT_EQ(at.player().Position(), 0);
+  EXPECT_EQ(at.OwnPlayer().Position(), 0);
 }
 
 TEST(PreviewMix, ResetClearsIt) {
   const Marking at;
-  at.mix().SetValue(4'500);
+  at.Mix().SetValue(4'500);
   Click(*at.editor, u"cmdResetMix"_s);
-  EXPECT_EQ(at.mix().Value(), 0);
+  EXPECT_EQ(at.Mix().Value(), 0);
 }
 
 TEST(PreviewMix, InputBoxTakesNumbersOnly) {
   const Marking at;
-  at.mix().SetValue(120);
+  at.Mix().SetValue(120);
   at.Ask(u"abc"_s);
   EXPECT_EQ(at.asked, u"120"_s);
-  EXPECT_EQ(at.mix().Value(), 120);
+  EXPECT_EQ(at.Mix().Value(), 120);
   EXPECT_EQ(global.lastAnswer.toString(), u"abc"_s);
   at.Ask(u"2500"_s);
-  EXPECT_EQ(at.mix().Value(), 2500);
+  EXPECT_EQ(at.Mix().Value(), 2500);
   EXPECT_EQ(global.lastAnswer.toString(), u"2500"_s);
   at.Ask(u"1.500"_s);
-  EXPECT_EQ(at.mix().Value(), 2500);
+  EXPECT_EQ(at.Mix().Value(), 2500);
   at.Ask(u" 12,5 "_s);
-  EXPECT_EQ(at.mix().Value(), 12);
+  EXPECT_EQ(at.Mix().Value(), 12);
   at.Ask(std::nullopt);
-  EXPECT_EQ(at.mix().Value(), 12);
+  EXPECT_EQ(at.Mix().Value(), 12);
   EXPECT_EQ(global.lastAnswer.toString(), QString());
   at.Ask(u"-4"_s);
-  EXPECT_EQ(at.mix().Value(), 0);
+  EXPECT_EQ(at.Mix().Value(), 0);
   at.Ask(u"2000000"_s);
-  EXPECT_EQ(at.mix().Value(), 999'999);
+  EXPECT_EQ(at.Mix().Value(), 999'999);
 }
 
 TEST(PreviewMix, NumberBeyondItsRangeIsAnErrorAndChangesNothing) {
   const Marking at;
-  at.mix().SetValue(120);
+  at.Mix().SetValue(120);
   const desktop::MessageBoxScript boxes;
   at.Ask(u"99999999999"_s);
   ASSERT_EQ(boxes.Shown().size(), 1U);
   EXPECT_EQ(boxes.Last().title, u"ledMix_Click"_s);
-  EXPECT_EQ(at.mix().Value(), 120);
+  EXPECT_EQ(at.Mix().Value(), 120);
 }
 
 TEST(PreviewMix, UpAndDownStepByTen) {
   const Marking at;
-  QTest::keyClick(&at.mix(), Qt::Key_Up);
-  QTest::keyClick(&at.mix(), Qt::Key_Up);
-  EXPECT_EQ(at.mix().Value(), 20);
-  QTest::keyClick(&at.mix(), Qt::Key_Down);
-  EXPECT_EQ(at.mix().Value(), 10);
+  QTest::keyClick(&at.Mix(), Qt::Key_Up);
+  QTest::keyClick(&at.Mix(), Qt::Key_Up);
+  EXPECT_EQ(at.Mix().Value(), 20);
+  QTest::keyClick(&at.Mix(), Qt::Key_Down);
+  EXPECT_EQ(at.Mix().Value(), 10);
 }
 
 TEST(PreviewMix, MarkKeyWorksFromAnyField) {
   const Marking at;
-  at.player().SetPosition(170'000);
+  at.OwnPlayer().SetPosition(170'000);
   auto* naam = at.editor->findChild<QWidget*>(u"txtNaam"_s);
   naam->setFocus();
   QTest::keyClick(naam, Qt::Key_M, Qt::ControlModifier);
-  EXPECT_EQ(at.mix().Value(), 10'000);
+  EXPECT_EQ(at.Mix().Value(), 10'000);
   EXPECT_EQ(Text(*at.editor, u"txtNaam"_s), u"Spot"_s);
 }
 
 TEST(PreviewStrip, ShowsThePositionAndTheMixPoint) {
   const Marking at(20'000);
-  EXPECT_EQ(at.strip().LengthMs(), 20'000);
-  at.mix().SetValue(4'500);
-  EXPECT_EQ(at.strip().MixMs(), 4'500);
+  EXPECT_EQ(at.Strip().LengthMs(), 20'000);
+  at.Mix().SetValue(4'500);
+  EXPECT_EQ(at.Strip().MixMs(), 4'500);
   QTest::keyClick(&Child<controls::PositionSlider>(*at.editor, u"sliPlay"_s), Qt::Key_End);
-  EXPECT_EQ(at.strip().PositionMs(), 20'000);
+  EXPECT_EQ(at.Strip().PositionMs(), 20'000);
 }
 
 TEST(PreviewStrip, ClickSeeksPlayingOrNot) {
   const Marking at(20'000);
-  const QPoint place(static_cast<int>(at.strip().XOf(5'000)), at.strip().height() / 2);
-  const auto expected = static_cast<double>(at.strip().MsAt(place.x()));
-  QTest::mouseClick(&at.strip(), Qt::LeftButton, Qt::NoModifier, place);
-  EXPECT_NEAR(at.player().Position(), expected, 1);
-  EXPECT_EQ(Child<controls::PositionSlider>(*at.editor, u"sliPlay"_s).value(), at.player().Position());
-  EXPECT_NE(at.player().State(), 6);
+  const QPoint place(static_cast<int>(at.Strip().XOf(5'000)), at.Strip().height() / 2);
+  const auto expected = static_cast<double>(at.Strip().MsAt(place.x()));
+  QTest::mouseClick(&at.Strip(), Qt::LeftButton, Qt::NoModifier, place);
+  EXPECT_NEAR(at.OwnPlayer().Position(), expected, 1);
+  EXPECT_EQ(Child<controls::PositionSlider>(*at.editor, u"sliPlay"_s).value(), at.OwnPlayer().Position());
+  EXPECT_NE(at.OwnPlayer().State(), 6);
   Click(*at.editor, u"cmdPlay"_s);
-  const QPoint other(static_cast<int>(at.strip().XOf(12'000)), at.strip().height() / 2);
-  QTest::mouseClick(&at.strip(), Qt::LeftButton, Qt::NoModifier, other);
-  EXPECT_NEAR(at.player().Position(), static_cast<double>(at.strip().MsAt(other.x())), 1);
-  EXPECT_EQ(at.player().State(), 6);
+  const QPoint other(static_cast<int>(at.Strip().XOf(12'000)), at.Strip().height() / 2);
+  QTest::mouseClick(&at.Strip(), Qt::LeftButton, Qt::NoModifier, other);
+  EXPECT_NEAR(at.OwnPlayer().Position(), static_cast<double>(at.Strip().MsAt(other.x())), 1);
+  EXPECT_EQ(at.OwnPlayer().State(), 6);
 }
 
 TEST(PreviewStrip, DraggingTheFlagSetsTheMixPoint) {
   const Marking at(20'000);
-  at.mix().SetValue(5'000);
-  const QPoint flag = at.strip().FlagRect().center();
-  const QPoint there(static_cast<int>(at.strip().XOf(10'000)), flag.y());
-  QTest::mousePress(&at.strip(), Qt::LeftButton, Qt::NoModifier, flag);
-  QTest::mouseMove(&at.strip(), there);
-  QTest::mouseRelease(&at.strip(), Qt::LeftButton, Qt::NoModifier, there);
-  EXPECT_NEAR(at.mix().Value(), 10'000, 1'000);
-  EXPECT_EQ(at.mix().Value() % 10, 0);
-  EXPECT_EQ(at.mix().Value(), at.strip().MixMs());
-  EXPECT_EQ(at.player().Position(), 0);
+  at.Mix().SetValue(5'000);
+  const QPoint flag = at.Strip().FlagRect().center();
+  const QPoint there(static_cast<int>(at.Strip().XOf(10'000)), flag.y());
+  QTest::mousePress(&at.Strip(), Qt::LeftButton, Qt::NoModifier, flag);
+  QTest::mouseMove(&at.Strip(), there);
+  QTest::mouseRelease(&at.Strip(), Qt::LeftButton, Qt::NoModifier, there);
+  EXPECT_NEAR(at.Mix().Value(), 10'000, 1'000);
+  EXPECT_EQ(at.Mix().Value() % 10, 0);
+  EXPECT_EQ(at.Mix().Value(), at.Strip().MixMs());
+  EXPECT_EQ(at.OwnPlayer().Position(), 0);
 }
 
 TEST(PreviewStrip, ArrowKeysNudgeTheMixPoint) {
   const Marking at(20'000);
-  at.mix().SetValue(500);
-  QTest::keyClick(&at.strip(), Qt::Key_Left);
-  EXPECT_EQ(at.mix().Value(), 510);
-  QTest::keyClick(&at.strip(), Qt::Key_Right);
-  QTest::keyClick(&at.strip(), Qt::Key_Right);
-  EXPECT_EQ(at.mix().Value(), 490);
+  at.Mix().SetValue(500);
+  QTest::keyClick(&at.Strip(), Qt::Key_Left);
+  EXPECT_EQ(at.Mix().Value(), 510);
+  QTest::keyClick(&at.Strip(), Qt::Key_Right);
+  QTest::keyClick(&at.Strip(), Qt::Key_Right);
+  EXPECT_EQ(at.Mix().Value(), 490);
 }
 
 TEST(PreviewStrip, ZoomButtonAndZoomKeyAreOne) {
   const Marking at(120'000);
   auto& zoom = Child<QPushButton>(*at.editor, u"cmdZoom"_s);
   Click(*at.editor, u"cmdZoom"_s);
-  EXPECT_TRUE(at.strip().IsZoomed());
-  QTest::keyClick(&at.strip(), Qt::Key_Minus);
-  EXPECT_FALSE(at.strip().IsZoomed());
+  EXPECT_TRUE(at.Strip().IsZoomed());
+  QTest::keyClick(&at.Strip(), Qt::Key_Minus);
+  EXPECT_FALSE(at.Strip().IsZoomed());
   EXPECT_FALSE(zoom.isChecked());
 }
 
@@ -238,18 +243,18 @@ TEST(PreviewStrip, ZoomButtonAndZoomKeyAreOne) {
 TEST(PreviewStrip, PeaksOfTheWholeFileArrive) {
   const Marking at(20'000);
   const audio::Peaks peaks =
-      audio::ReadPeaks(at.player().FileName().toStdString(), [](const audio::Peaks&, std::size_t) { return true; });
+      audio::ReadPeaks(at.OwnPlayer().FileName().toStdString(), [](const audio::Peaks&, std::size_t) { return true; });
   ASSERT_EQ(peaks.bins.size(), 2000U);
   controls::WaveformStrip whole;
-  whole.resize(at.strip().size());
+  whole.resize(at.Strip().size());
   whole.Begin(20'000, 2000);
   const QImage empty = Picture(whole);
   std::vector<controls::Peak> all;
   for (const audio::PeakBin& bin : peaks.bins) {
-    all.push_back({bin.low / 32768.0F, bin.high / 32768.0F, bin.rms / 32768.0F});
+    all.push_back({Part(bin.low), Part(bin.high), Part(bin.rms)});
   }
   whole.AppendPeaks(all);
   const QImage full = Picture(whole);
   ASSERT_NE(full, empty);
-  EXPECT_TRUE(QTest::qWaitFor([&] { return Picture(at.strip()) == full; }, 20'000));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return Picture(at.Strip()) == full; }, 20'000));
 }

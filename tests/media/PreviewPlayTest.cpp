@@ -27,18 +27,18 @@ class Listening {
     editor = desk.OpenSpot(u"1"_s);
   }
 
-  audio::AudioPlayer& player() const { return Player(*editor); }
-  controls::PositionSlider& slider() const { return Child<controls::PositionSlider>(*editor, u"sliPlay"_s); }
-  QTimer& timer() const { return Child<QTimer>(*editor, u"tmrPlayer"_s); }
+  audio::AudioPlayer& OwnPlayer() const { return Player(*editor); }
+  controls::PositionSlider& Slider() const { return Child<controls::PositionSlider>(*editor, u"sliPlay"_s); }
+  QTimer& Timer() const { return Child<QTimer>(*editor, u"tmrPlayer"_s); }
   void PlayFrom(qint32 position) const {
-    player().SetPosition(position);
+    OwnPlayer().SetPosition(position);
     Click(*editor, u"cmdPlay"_s);
   }
   // Where a jump from there leads.
   qint32 AfterJump(const QString& button, qint32 from) const {
     PlayFrom(from);
     Click(*editor, button);
-    return player().Position();
+    return OwnPlayer().Position();
   }
 
   EditorDesk desk;
@@ -58,18 +58,18 @@ TEST(PreviewPlay, OpeningShowsTheTimeLeftAndTheSliderAtItsStart) {
   EXPECT_EQ(Led(*at.editor, u"ledMin"_s), 1);
   EXPECT_EQ(Led(*at.editor, u"ledSec"_s), 15);
   EXPECT_EQ(Led(*at.editor, u"ledMilli"_s), 934);
-  EXPECT_EQ(at.slider().maximum(), 75'934);
-  EXPECT_EQ(at.slider().value(), 0);
-  EXPECT_FALSE(at.timer().isActive());
+  EXPECT_EQ(at.Slider().maximum(), 75'934);
+  EXPECT_EQ(at.Slider().value(), 0);
+  EXPECT_FALSE(at.Timer().isActive());
 }
 
 TEST(PreviewPlay, AnotherFileShowsItsOwnLengthFromTheStart) {
   const Listening at(40'000);
-  at.player().SetPosition(30'000);
-  at.slider().setValue(30'000);
+  at.OwnPlayer().SetPosition(30'000);
+  at.Slider().setValue(30'000);
   Choose(*at.editor, MakeWav(at.desk.AudioFile(u"ander.wav"_s), 65'250));
-  EXPECT_EQ(at.slider().maximum(), 65'250);
-  EXPECT_EQ(at.slider().value(), 0);
+  EXPECT_EQ(at.Slider().maximum(), 65'250);
+  EXPECT_EQ(at.Slider().value(), 0);
   EXPECT_EQ(Led(*at.editor, u"ledMin"_s), 1);
   EXPECT_EQ(Led(*at.editor, u"ledSec"_s), 5);
   EXPECT_EQ(Led(*at.editor, u"ledMilli"_s), 250);
@@ -77,34 +77,34 @@ TEST(PreviewPlay, AnotherFileShowsItsOwnLengthFromTheStart) {
 
 TEST(PreviewPlay, PlayStartsTheTimerAndStopEndsIt) {
   const Listening at;
-  QSignalSpy stopped(&at.player(), &audio::AudioPlayer::stopped);
+  QSignalSpy stopped(&at.OwnPlayer(), &audio::AudioPlayer::stopped);
   Click(*at.editor, u"cmdPlay"_s);
-  EXPECT_EQ(at.player().State(), 6);
-  EXPECT_TRUE(at.timer().isActive());
+  EXPECT_EQ(at.OwnPlayer().State(), 6);
+  EXPECT_TRUE(at.Timer().isActive());
   Click(*at.editor, u"cmdSTOP"_s);
-  EXPECT_NE(at.player().State(), 6);
+  EXPECT_NE(at.OwnPlayer().State(), 6);
   ASSERT_TRUE(stopped.count() > 0 || stopped.wait());
-  EXPECT_FALSE(at.timer().isActive());
+  EXPECT_FALSE(at.Timer().isActive());
 }
 
 TEST(PreviewPlay, PlayWhilePlayingGoesOnFromWhereItIs) {
   const Listening at;
   at.PlayFrom(50'000);
-  const QSignalSpy stopped(&at.player(), &audio::AudioPlayer::stopped);
+  const QSignalSpy stopped(&at.OwnPlayer(), &audio::AudioPlayer::stopped);
   Click(*at.editor, u"cmdPlay"_s);
-  EXPECT_EQ(at.player().State(), 6);
-  EXPECT_EQ(at.player().Position(), 50'000);
+  EXPECT_EQ(at.OwnPlayer().State(), 6);
+  EXPECT_EQ(at.OwnPlayer().Position(), 50'000);
   QCoreApplication::processEvents();
   EXPECT_EQ(stopped.count(), 1);  // stopped, then started
-  EXPECT_TRUE(at.timer().isActive());
+  EXPECT_TRUE(at.Timer().isActive());
 }
 
 TEST(PreviewPlay, TickCountsDownWhileTheSliderFollows) {
   Listening at(10'000);
   Click(*at.editor, u"cmdPlay"_s);
   ASSERT_EQ(at.desk.output.Pull(2'500).size(), 5'000U);
-  Q_EMIT at.timer().timeout({});
-  EXPECT_EQ(at.slider().value(), 2'500);
+  Q_EMIT at.Timer().timeout({});
+  EXPECT_EQ(at.Slider().value(), 2'500);
   EXPECT_EQ(Led(*at.editor, u"ledSec"_s), 7);
   EXPECT_EQ(Led(*at.editor, u"ledMilli"_s), 500);
 }
@@ -114,30 +114,30 @@ TEST(PreviewPlay, TickWritesOnlyThePanelsThatChange) {
   Listening at(10'000);
   Click(*at.editor, u"cmdPlay"_s);
   at.desk.output.Pull(300);
-  Q_EMIT at.timer().timeout({});
+  Q_EMIT at.Timer().timeout({});
   auto& seconds = Child<controls::LedPanel>(*at.editor, u"ledSec"_s);
   ASSERT_EQ(seconds.Value(), 9);
   seconds.SetValue(77);
   at.desk.output.Pull(300);
-  Q_EMIT at.timer().timeout({});
+  Q_EMIT at.Timer().timeout({});
   EXPECT_EQ(seconds.Value(), 77);
   EXPECT_EQ(Led(*at.editor, u"ledMilli"_s), 400);
   at.desk.output.Pull(500);
-  Q_EMIT at.timer().timeout({});
+  Q_EMIT at.Timer().timeout({});
   EXPECT_EQ(seconds.Value(), 8);
 }
 
 TEST(PreviewPlay, EndOfTheFileStopsTheTimerWithNothingLeft) {
   Listening at(3'000);
-  QSignalSpy stopped(&at.player(), &audio::AudioPlayer::stopped);
+  QSignalSpy stopped(&at.OwnPlayer(), &audio::AudioPlayer::stopped);
   Click(*at.editor, u"cmdPlay"_s);
   at.desk.output.PullToEnd();
   ASSERT_TRUE(stopped.count() > 0 || stopped.wait());
-  EXPECT_FALSE(at.timer().isActive());
-  EXPECT_EQ(at.player().Position(), 3'000);
+  EXPECT_FALSE(at.Timer().isActive());
+  EXPECT_EQ(at.OwnPlayer().Position(), 3'000);
   EXPECT_EQ(Led(*at.editor, u"ledSec"_s), 0);
   EXPECT_EQ(Led(*at.editor, u"ledMilli"_s), 0);
-  EXPECT_EQ(at.slider().value(), 3'000);
+  EXPECT_EQ(at.Slider().value(), 3'000);
 }
 
 TEST(PreviewPlay, JumpsBackEndAtTheBeginning) {
@@ -149,36 +149,36 @@ TEST(PreviewPlay, JumpsBackEndAtTheBeginning) {
   EXPECT_EQ(at.AfterJump(u"cmdRREW"_s, 30'000), 0);
   EXPECT_EQ(at.AfterJump(u"cmdRREW"_s, 30'001), 1);
   EXPECT_EQ(at.AfterJump(u"cmdRREW"_s, 60'000), 30'000);
-  EXPECT_EQ(at.player().SeekSetting(), 50);
+  EXPECT_EQ(at.OwnPlayer().SeekSetting(), 50);
 }
 
 TEST(PreviewPlay, JumpsForwardMayGoPastTheEnd) {
   const Listening at;
   EXPECT_EQ(at.AfterJump(u"cmdFFW"_s, 60'000), 70'000);
   EXPECT_EQ(at.AfterJump(u"cmdFFFW"_s, 60'000), 90'000);
-  EXPECT_EQ(at.player().SeekSetting(), 5);
-  QSignalSpy stopped(&at.player(), &audio::AudioPlayer::stopped);
+  EXPECT_EQ(at.OwnPlayer().SeekSetting(), 5);
+  QSignalSpy stopped(&at.OwnPlayer(), &audio::AudioPlayer::stopped);
   at.PlayFrom(175'000);
   QCoreApplication::processEvents();
   stopped.clear();
   Click(*at.editor, u"cmdFFFW"_s);
   ASSERT_TRUE(stopped.count() > 0 || stopped.wait());
-  EXPECT_EQ(at.player().Position(), 180'000);
-  EXPECT_NE(at.player().State(), 6);
+  EXPECT_EQ(at.OwnPlayer().Position(), 180'000);
+  EXPECT_NE(at.OwnPlayer().State(), 6);
 }
 
 TEST(PreviewPlay, JumpsDoNothingUnlessItPlays) {
   const Listening at;
-  at.player().SetPosition(60'000);
+  at.OwnPlayer().SetPosition(60'000);
   for (const QString& button : {u"cmdRREW"_s, u"cmdREW"_s, u"cmdFFW"_s, u"cmdFFFW"_s}) {
     Click(*at.editor, button);
-    EXPECT_EQ(at.player().Position(), 60'000) << button.toStdString();
+    EXPECT_EQ(at.OwnPlayer().Position(), 60'000) << button.toStdString();
   }
 }
 
 TEST(PreviewPlay, WhatIsHeardAfterAJumpIsWhatTheFileHoldsThere) {
   Listening at(40'000);
-  const auto sound = audiotest::StraightDecode(at.player().FileName().toStdString());
+  const auto sound = audiotest::StraightDecode(at.OwnPlayer().FileName().toStdString());
   at.PlayFrom(5'000);
   ASSERT_EQ(at.desk.output.Pull(700), audiotest::Part(sound, 5'000, 700));
   Click(*at.editor, u"cmdFFW"_s);
@@ -190,17 +190,17 @@ TEST(PreviewPlay, WhatIsHeardAfterAJumpIsWhatTheFileHoldsThere) {
 TEST(PreviewPlay, HeldSliderKeepsTheTimeAndReleaseSeeks) {
   Listening at(10'000);
   Click(*at.editor, u"cmdPlay"_s);
-  controls::PositionSlider& slider = at.slider();
+  controls::PositionSlider& slider = at.Slider();
   const QPoint middle(slider.width() / 2, slider.height() / 2);
   QTest::mousePress(&slider, Qt::LeftButton, Qt::NoModifier, middle);
   const int held = slider.value();
   EXPECT_NEAR(held, 5'000, 100);
-  Q_EMIT at.timer().timeout({});
+  Q_EMIT at.Timer().timeout({});
   EXPECT_EQ(slider.value(), held);
   EXPECT_EQ(Led(*at.editor, u"ledSec"_s), 10);
   QTest::mouseRelease(&slider, Qt::LeftButton, Qt::NoModifier, middle);
-  EXPECT_EQ(at.player().Position(), held);
-  EXPECT_EQ(at.player().State(), 6);
+  EXPECT_EQ(at.OwnPlayer().Position(), held);
+  EXPECT_EQ(at.OwnPlayer().State(), 6);
   EXPECT_EQ(Led(*at.editor, u"ledSec"_s), (10'000 - held) / 1000);
 }
 
@@ -208,15 +208,15 @@ TEST(PreviewPlay, HeldSliderKeepsTheTimeAndReleaseSeeks) {
 TEST(PreviewPlay, AJumpWhileTheSliderIsHeldEndsTheHold) {
   const Listening at;
   at.PlayFrom(60'000);
-  at.slider().setSliderDown(true);
+  at.Slider().setSliderDown(true);
   Click(*at.editor, u"cmdFFW"_s);
-  Q_EMIT at.timer().timeout({});
-  EXPECT_EQ(at.slider().value(), 70'000);
-  at.slider().setSliderDown(false);
-  at.slider().setSliderDown(true);
+  Q_EMIT at.Timer().timeout({});
+  EXPECT_EQ(at.Slider().value(), 70'000);
+  at.Slider().setSliderDown(false);
+  at.Slider().setSliderDown(true);
   Click(*at.editor, u"cmdRREW"_s);
-  Q_EMIT at.timer().timeout({});
-  EXPECT_EQ(at.slider().value(), 40'000);
+  Q_EMIT at.Timer().timeout({});
+  EXPECT_EQ(at.Slider().value(), 40'000);
 }
 
 // The release of the mouse does not reach a window behind a box.
@@ -224,31 +224,31 @@ TEST(PreviewPlay, AQuestionWhileTheSliderIsHeldEndsTheHold) {
   Listening at(10'000);
   Click(*at.editor, u"cmdPlay"_s);
   SetText(*at.editor, u"txtNaam"_s, QString());
-  controls::PositionSlider& slider = at.slider();
+  controls::PositionSlider& slider = at.Slider();
   QTest::mousePress(&slider, Qt::LeftButton, Qt::NoModifier, slider.rect().center());
   const int held = slider.value();
   const desktop::MessageBoxScript boxes{kAnswerYes, kAnswerOk};
   QTest::keyClick(at.editor.get(), Qt::Key_Escape);
   ASSERT_EQ(boxes.Shown().size(), 2U);
   EXPECT_TRUE(at.editor->isVisible());
-  EXPECT_EQ(at.player().Position(), held);
+  EXPECT_EQ(at.OwnPlayer().Position(), held);
   at.desk.output.Pull(2'000);
-  Q_EMIT at.timer().timeout({});
+  Q_EMIT at.Timer().timeout({});
   EXPECT_EQ(slider.value(), held + 2'000);
 }
 
 TEST(PreviewPlay, SliderMovedWhileStoppedHoldsForTheNextStart) {
   const Listening at;
-  QTest::keyClick(&at.slider(), Qt::Key_End);
-  EXPECT_EQ(at.player().Position(), 180'000);
-  QTest::keyClick(&at.slider(), Qt::Key_Home);
-  QTest::keyClick(&at.slider(), Qt::Key_Right);
-  const int there = at.slider().value();
+  QTest::keyClick(&at.Slider(), Qt::Key_End);
+  EXPECT_EQ(at.OwnPlayer().Position(), 180'000);
+  QTest::keyClick(&at.Slider(), Qt::Key_Home);
+  QTest::keyClick(&at.Slider(), Qt::Key_Right);
+  const int there = at.Slider().value();
   EXPECT_GT(there, 0);
-  EXPECT_EQ(at.player().Position(), there);
-  EXPECT_NE(at.player().State(), 6);
+  EXPECT_EQ(at.OwnPlayer().Position(), there);
+  EXPECT_NE(at.OwnPlayer().State(), 6);
   Click(*at.editor, u"cmdPlay"_s);
-  EXPECT_EQ(at.player().Position(), there);
+  EXPECT_EQ(at.OwnPlayer().Position(), there);
 }
 
 TEST(PreviewPlay, PlayOpensThePathWhenNothingIsLoaded) {
@@ -277,7 +277,7 @@ TEST(PreviewPlay, ClosingWhilePlayingIsQuiet) {
   at.desk.output.Pull(100);
   const desktop::MessageBoxScript boxes;
   Click(*at.editor, u"cmdAnnuleren"_s);
-  EXPECT_NE(at.player().State(), 6);
+  EXPECT_NE(at.OwnPlayer().State(), 6);
   at.editor.reset();
   EXPECT_FALSE(at.desk.output.IsRunning());
   EXPECT_TRUE(boxes.Shown().empty());

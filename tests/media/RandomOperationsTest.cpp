@@ -44,7 +44,7 @@ class RandomUser {
     QCoreApplication::processEvents();
   }
 
-  const Editor& editor() const { return *editor_; }
+  const Editor& OpenEditor() const { return *editor_; }
 
  private:
   void Open() { editor_ = desk_.Open<Editor>(u"NIEUW"_s); }
@@ -69,7 +69,7 @@ void ExpectSoundAfter(int operations, unsigned seed) {
   RandomUser<Editor> user(desk, seed);
   for (int i = 0; i < operations; ++i) {
     user.Act();
-    const audio::AudioPlayer& player = Player(user.editor());
+    const audio::AudioPlayer& player = Player(user.OpenEditor());
     ASSERT_GE(player.Position(), 0) << "operation " << i;
     ASSERT_LE(player.Position(), player.Length()) << "operation " << i;
   }

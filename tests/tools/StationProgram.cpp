@@ -43,7 +43,7 @@ ToolRun StationProgram::Run(const QString& command, const QStringList& words) co
 }
 
 QString StationProgram::MakeSound(const QString& name, double seconds) const {
-  const QString path = At(name);
+  QString path = At(name);
   if (!QDir().mkpath(QFileInfo(path).path())) throw std::runtime_error("no folder for " + path.toStdString());
   audio::ToneOptions options;
   options.seconds = seconds;

@@ -58,6 +58,7 @@ Bins BinsInTurns(const std::string& path, std::size_t binsPerStretch, int thread
   audio::PeakWork work(*audio::OpenDecoder(path), kToTheEnd, {.binsPerStretch = binsPerStretch});
   std::barrier<> turn(threads);
   std::vector<std::future<void>> parts;
+  parts.reserve(static_cast<std::size_t>(threads));
   for (int thread = 0; thread < threads; ++thread) {
     parts.push_back(std::async(std::launch::async, [&] {
       TakingTurns decoder(path, turn);

@@ -32,7 +32,7 @@ int main(int argc, char** argv) {
   QApplication::setFont(QFont(u"Inter"_s, 10));
   const QString variant = arguments.value(2, u"light"_s);
   const desktop::Theme theme(application, desktop::VariantFromText(variant));
-  const QString folder = arguments[1];
+  const QString& folder = arguments[1];
   QDir().mkpath(folder);
   const QString suffix = u"-"_s + variant + u"-"_s + QString::number(application.devicePixelRatio());
 
