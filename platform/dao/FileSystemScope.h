@@ -1,6 +1,6 @@
 #pragma once
 
-namespace jet {
+namespace files {
 class FileSystem;
 }
 
@@ -10,13 +10,13 @@ namespace dao {
 class FileSystemScope {
  public:
   // `files` outlives the scope and every database opened in it.
-  explicit FileSystemScope(jet::FileSystem& files);
+  explicit FileSystemScope(files::FileSystem& files);
   ~FileSystemScope();
   FileSystemScope(const FileSystemScope&) = delete;
   FileSystemScope& operator=(const FileSystemScope&) = delete;
 
  private:
-  jet::FileSystem* previous_;
+  files::FileSystem* previous_;
 };
 
 }  // namespace dao

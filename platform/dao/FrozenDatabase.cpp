@@ -2,7 +2,7 @@
 
 #include "platform/dao/JetFile.h"
 #include "platform/dao/OpenFiles.h"
-#include "platform/jet/WholeFile.h"
+#include "platform/files/AtomicFile.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Probe.h"
 
@@ -53,7 +53,7 @@ void FrozenDatabase::CopyTo(const QString& targetPathText) const {
   const QString hostPath = runtime::HostPath(targetPathText);
   JetFile::Telling(targetPathText, hostPath, [&] {
     const auto source = OpenToRead(database_->Name());
-    jet::WholeFile target(EncodedPath(hostPath), Files());
+    files::AtomicFile target(EncodedPath(hostPath), Files());
     const std::uint64_t size = source->Size();
     for (std::uint64_t offset = 0; offset < size; offset += kChunk) {
       const jet::Bytes chunk = ReadChunk(*source, offset);

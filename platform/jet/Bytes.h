@@ -1,13 +1,11 @@
 #pragma once
 
-#include <cstdint>
-#include <span>
-#include <vector>
+#include "platform/files/Bytes.h"
 
 namespace jet {
 
-using Bytes = std::vector<std::uint8_t>;
-using ByteView = std::span<const std::uint8_t>;
-using ByteSpan = std::span<std::uint8_t>;
+using files::Bytes;
+using files::ByteView;
+using files::ByteSpan;
 
 }  // namespace jet

@@ -1,11 +1,11 @@
 #include "platform/jet/Compact.h"
 
+#include "platform/files/AtomicFile.h"
 #include "platform/jet/Check.h"
 #include "platform/jet/Codec.h"
 #include "platform/jet/Error.h"
 #include "platform/jet/Properties.h"
 #include "platform/jet/Utf8.h"
-#include "platform/jet/WholeFile.h"
 
 #include <memory>
 #include <vector>
@@ -112,7 +112,7 @@ void KeepOld(const std::filesystem::path& path, FileSystem& files) {
   const auto file = files.Open(path, OpenMode::Read);
   Bytes content(file->Size());
   content.resize(file->ReadAt(0, content));
-  WriteWholeFile(kept, {reinterpret_cast<const char*>(content.data()), content.size()}, files);
+  files::WriteFile(kept, {reinterpret_cast<const char*>(content.data()), content.size()}, files);
 }
 
 }  // namespace

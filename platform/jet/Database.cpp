@@ -1,12 +1,12 @@
 #include "platform/jet/Database.h"
 
+#include "platform/files/AtomicFile.h"
 #include "platform/jet/Damage.h"
 #include "platform/jet/Names.h"
 #include "platform/jet/NewDatabase.h"
 #include "platform/jet/SystemTables.h"
 #include "platform/jet/TableMaker.h"
 #include "platform/jet/Utf8.h"
-#include "platform/jet/WholeFile.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -43,7 +43,7 @@ std::unique_ptr<Database> Database::Open(const std::filesystem::path& path, cons
 void Database::Create(const std::filesystem::path& path, FileSystem& files) {
   if (files.Exists(path)) throw SystemError("aanmaken", path.string(), EEXIST);
   const Bytes content = NewDatabase(Now());
-  WriteWholeFile(path, {reinterpret_cast<const char*>(content.data()), content.size()}, files);
+  files::WriteFile(path, {reinterpret_cast<const char*>(content.data()), content.size()}, files);
 }
 
 Database::Database(const std::filesystem::path& path, const OpenOptions& options, FileSystem& files)

@@ -1,40 +1,10 @@
 #pragma once
 
+#include "platform/files/MemoryFileSystem.h"
 #include "platform/jet/FileSystem.h"
-
-#include <map>
-#include <memory>
-#include <mutex>
-#include <vector>
 
 namespace jet {
 
-/// Files that live in memory only: for tests, for fuzzing, and for looking into a database that came as bytes.
-/// Handles share their file's content and locks as on a disk, also after it was renamed or removed. Thread-safe.
-class MemoryFileSystem final : public FileSystem {
- public:
-  /// Makes or replaces a whole file.
-  void Put(const Path& path, Bytes content);
-  /// The whole content; empty when there is no such file.
-  Bytes Get(const Path& path);
-  /// The names that exist, in order.
-  std::vector<Path> Names();
-
-  int RawOpen(const Path& path, OpenMode mode, std::unique_ptr<File>* file) override;
-  int RawIdentity(const Path& path, FileIdentity* identity) override;
-  int RawRename(const Path& from, const Path& to) override;
-  int RawRemove(const Path& path) override;
-  int RawSyncFolder(const Path& folder) override;
-  int RawCopyPermissions(const Path& model, const Path& path) override;
-
-  struct Node;
-
- private:
-  std::shared_ptr<Node> Make();
-
-  std::mutex mutex_;
-  std::map<Path, std::shared_ptr<Node>> nodes_;
-  std::uint64_t nextInode_ = 1;
-};
+using files::MemoryFileSystem;
 
 }  // namespace jet

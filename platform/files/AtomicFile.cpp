@@ -1,11 +1,11 @@
-#include "platform/jet/WholeFile.h"
+#include "platform/files/AtomicFile.h"
 
-#include "platform/jet/Error.h"
+#include "platform/files/Error.h"
 
 #include <cerrno>
 #include <string>
 
-namespace jet {
+namespace files {
 namespace {
 
 constexpr int kMostTemporaryNames = 1000;
@@ -25,13 +25,13 @@ std::filesystem::path FreeName(FileSystem& files, const std::filesystem::path& p
 
 }  // namespace
 
-WholeFile::WholeFile(const std::filesystem::path& path, FileSystem& files)
-    : WholeFile(path, FreeName(files, path), files) {}
+AtomicFile::AtomicFile(const std::filesystem::path& path, FileSystem& files)
+    : AtomicFile(path, FreeName(files, path), files) {}
 
-WholeFile::WholeFile(const std::filesystem::path& path, const std::filesystem::path& temporary, FileSystem& files)
+AtomicFile::AtomicFile(const std::filesystem::path& path, const std::filesystem::path& temporary, FileSystem& files)
     : files_(files), path_(path), temporary_(temporary), file_(files.Open(temporary, OpenMode::Create)) {}
 
-WholeFile::~WholeFile() {
+AtomicFile::~AtomicFile() {
   if (done_) return;
   file_.reset();
   try {
@@ -41,16 +41,16 @@ WholeFile::~WholeFile() {
   }
 }
 
-void WholeFile::Write(std::string_view content) {
+void AtomicFile::Write(std::string_view content) {
   file_->WriteAt(written_, AsBytes(content));
   written_ += content.size();
 }
 
-void WholeFile::Sync() {
+void AtomicFile::Sync() {
   file_->Sync();
 }
 
-void WholeFile::Commit() {
+void AtomicFile::Commit() {
   if (files_.Exists(path_)) files_.CopyPermissions(path_, temporary_);
   Sync();
   files_.Rename(temporary_, path_);
@@ -58,10 +58,10 @@ void WholeFile::Commit() {
   files_.SyncFolderOf(path_);
 }
 
-void WriteWholeFile(const std::filesystem::path& path, std::string_view content, FileSystem& files) {
-  WholeFile file(path, files);
+void WriteFile(const std::filesystem::path& path, std::string_view content, FileSystem& files) {
+  AtomicFile file(path, files);
   file.Write(content);
   file.Commit();
 }
 
-}  // namespace jet
+}  // namespace files

@@ -1,7 +1,7 @@
-#include "platform/jet/FileSystem.h"
+#include "platform/files/FileSystem.h"
 
-#include "platform/jet/Error.h"
-#include "platform/jet/MemoryFileSystem.h"
+#include "platform/files/Error.h"
+#include "platform/files/MemoryFileSystem.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -11,7 +11,7 @@
 #include <functional>
 #include <string>
 
-namespace jet {
+namespace files {
 namespace {
 
 ErrorCode CodeOf(const std::function<void()>& call) {
@@ -131,4 +131,4 @@ TEST(FileErrors, ExclusiveUseByAnotherIsToldInThoseWords) {
 }
 
 }  // namespace
-}  // namespace jet
+}  // namespace files

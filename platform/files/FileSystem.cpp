@@ -1,10 +1,10 @@
-#include "platform/jet/FileSystem.h"
+#include "platform/files/FileSystem.h"
 
-#include "platform/jet/Error.h"
+#include "platform/files/Error.h"
 
 #include <cerrno>
 
-namespace jet {
+namespace files {
 namespace {
 
 template <typename Call>
@@ -69,4 +69,4 @@ void FileSystem::CopyPermissions(const Path& model, const Path& path) {
   Uninterrupted([&] { return RawCopyPermissions(model, path); });
 }
 
-}  // namespace jet
+}  // namespace files

@@ -1,11 +1,11 @@
-#include "platform/jet/MemoryFileSystem.h"
+#include "platform/files/MemoryFileSystem.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <string>
 #include <vector>
 
-namespace jet {
+namespace files {
 
 struct MemoryFileSystem::Node {
   struct Held {
@@ -199,4 +199,4 @@ int MemoryFileSystem::RawCopyPermissions(const Path&, const Path&) {
   return 0;
 }
 
-}  // namespace jet
+}  // namespace files

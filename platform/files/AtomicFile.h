@@ -1,26 +1,26 @@
 #pragma once
 
-#include "platform/jet/FileSystem.h"
+#include "platform/files/FileSystem.h"
 
 #include <filesystem>
 #include <memory>
 #include <string_view>
 
-namespace jet {
+namespace files {
 
 /// A file that appears whole or not at all, also when the power fails: its content goes to a temporary file in the same
 /// folder, and only Commit puts it in place of what was there. Without Commit the destructor removes the temporary
 /// file.
-class WholeFile {
+class AtomicFile {
  public:
   /// The temporary file gets a free name: `path` with a number and ".tmp" behind it.
-  explicit WholeFile(const std::filesystem::path& path, FileSystem& files = HostFileSystem());
+  explicit AtomicFile(const std::filesystem::path& path, FileSystem& files = HostFileSystem());
   /// The temporary file is `temporary`, which must not exist.
-  WholeFile(const std::filesystem::path& path, const std::filesystem::path& temporary,
-            FileSystem& files = HostFileSystem());
-  ~WholeFile();
-  WholeFile(const WholeFile&) = delete;
-  WholeFile& operator=(const WholeFile&) = delete;
+  AtomicFile(const std::filesystem::path& path, const std::filesystem::path& temporary,
+             FileSystem& files = HostFileSystem());
+  ~AtomicFile();
+  AtomicFile(const AtomicFile&) = delete;
+  AtomicFile& operator=(const AtomicFile&) = delete;
 
   void Write(std::string_view content);
   /// Makes the content durable under the temporary name. Commit does so too.
@@ -41,6 +41,6 @@ class WholeFile {
 };
 
 /// Writes `content` to `path`, whole or not at all. A file that is replaced keeps its permissions.
-void WriteWholeFile(const std::filesystem::path& path, std::string_view content, FileSystem& files = HostFileSystem());
+void WriteFile(const std::filesystem::path& path, std::string_view content, FileSystem& files = HostFileSystem());
 
-}  // namespace jet
+}  // namespace files

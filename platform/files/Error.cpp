@@ -1,9 +1,9 @@
-#include "platform/jet/Error.h"
+#include "platform/files/Error.h"
 
 #include <cerrno>
 #include <cstring>
 
-namespace jet {
+namespace files {
 namespace {
 
 struct Cause {
@@ -52,4 +52,4 @@ Error SystemError(std::string_view doing, const std::string& name, int errorNumb
   return Error(code, "Kan het bestand '" + name + "' niet " + std::string(doing) + ": " + cause + ".");
 }
 
-}  // namespace jet
+}  // namespace files

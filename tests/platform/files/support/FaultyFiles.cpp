@@ -1,8 +1,8 @@
-#include "tests/platform/jet/support/FaultyFiles.h"
+#include "tests/platform/files/support/FaultyFiles.h"
 
 #include <cerrno>
 
-namespace jet::test {
+namespace files::test {
 namespace {
 
 class FaultyFile final : public File {
@@ -135,4 +135,4 @@ int FaultyFiles::RawCopyPermissions(const Path& model, const Path& path) {
   return error != 0 ? error : real_.RawCopyPermissions(model, path);
 }
 
-}  // namespace jet::test
+}  // namespace files::test

@@ -1,15 +1,15 @@
-#include "platform/jet/WholeFile.h"
+#include "platform/files/AtomicFile.h"
 
-#include "platform/jet/Error.h"
-#include "platform/jet/MemoryFileSystem.h"
-#include "tests/platform/jet/support/FaultyFiles.h"
+#include "platform/files/Error.h"
+#include "platform/files/MemoryFileSystem.h"
+#include "tests/platform/files/support/FaultyFiles.h"
 
 #include <gtest/gtest.h>
 
 #include <functional>
 #include <string>
 
-namespace jet {
+namespace files {
 namespace {
 
 using test::Fault;
@@ -19,19 +19,19 @@ std::string ContentOf(MemoryFileSystem& files, const char* path) {
   return {content.begin(), content.end()};
 }
 
-TEST(WholeFile, ReplacesTheOldFileAndLeavesNothingElse) {
+TEST(AtomicFile, ReplacesTheOldFileAndLeavesNothingElse) {
   MemoryFileSystem files;
-  WriteWholeFile("/a/planning.txt", "old", files);
-  WriteWholeFile("/a/planning.txt", "new and longer", files);
+  WriteFile("/a/planning.txt", "old", files);
+  WriteFile("/a/planning.txt", "new and longer", files);
   EXPECT_EQ(ContentOf(files, "/a/planning.txt"), "new and longer");
   EXPECT_EQ(files.Names().size(), 1U);
 }
 
-TEST(WholeFile, WithoutCommitNothingHappened) {
+TEST(AtomicFile, WithoutCommitNothingHappened) {
   MemoryFileSystem files;
-  WriteWholeFile("/a/planning.txt", "old", files);
+  WriteFile("/a/planning.txt", "old", files);
   {
-    WholeFile file("/a/planning.txt", "/a/under way", files);
+    AtomicFile file("/a/planning.txt", "/a/under way", files);
     file.Write("new");
     EXPECT_TRUE(files.Exists("/a/under way"));
   }
@@ -46,7 +46,7 @@ void FailEveryCall(const std::function<void(FileSystem&)>& change,
     int call = 0;
     for (bool reached = true; reached; ++call) {
       MemoryFileSystem memory;
-      WriteWholeFile("/a/file", "old\n", memory);
+      WriteFile("/a/file", "old\n", memory);
       test::FaultyFiles files(memory);
       files.FailAt(call, fault);
       bool failed = false;
@@ -64,8 +64,8 @@ void FailEveryCall(const std::function<void(FileSystem&)>& change,
   }
 }
 
-TEST(WholeFile, IsOldOrNewWhateverFails) {
-  FailEveryCall([](FileSystem& files) { WriteWholeFile("/a/file", "new\n", files); },
+TEST(AtomicFile, IsOldOrNewWhateverFails) {
+  FailEveryCall([](FileSystem& files) { WriteFile("/a/file", "new\n", files); },
                 [](MemoryFileSystem& memory, bool failed) {
                   const std::string content = ContentOf(memory, "/a/file");
                   EXPECT_TRUE(content == "new\n" || (failed && content == "old\n")) << content;
@@ -73,4 +73,4 @@ TEST(WholeFile, IsOldOrNewWhateverFails) {
 }
 
 }  // namespace
-}  // namespace jet
+}  // namespace files

@@ -1,5 +1,5 @@
 // The system calls of this library, and the only place that makes them.
-#include "platform/jet/FileSystem.h"
+#include "platform/files/FileSystem.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -10,7 +10,7 @@
 #include <memory>
 #include <string>
 
-namespace jet {
+namespace files {
 namespace {
 
 constexpr mode_t kNewFileMode = 0666;
@@ -147,4 +147,4 @@ FileSystem& HostFileSystem() {
   return host;
 }
 
-}  // namespace jet
+}  // namespace files

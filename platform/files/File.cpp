@@ -1,10 +1,10 @@
-#include "platform/jet/File.h"
+#include "platform/files/File.h"
 
-#include "platform/jet/Error.h"
+#include "platform/files/Error.h"
 
 #include <cerrno>
 
-namespace jet {
+namespace files {
 namespace {
 
 /// Runs one raw call until it is not interrupted, and turns its errno into an Error.
@@ -77,4 +77,4 @@ FileIdentity File::Identity() {
   return identity;
 }
 
-}  // namespace jet
+}  // namespace files
