@@ -1,6 +1,7 @@
 #include "platform/audio/SourceFile.h"
 
 #include "platform/audio/Error.h"
+#include "platform/files/Error.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -16,24 +17,6 @@ namespace {
 
 constexpr std::size_t kBufferBytes = 64 * 1024;
 
-std::string ReasonOf(int code) {
-  switch (code) {
-    case ENOENT:
-    case ENOTDIR:
-      return "het bestand bestaat niet";
-    case EACCES:
-    case EPERM:
-      return "toegang geweigerd";
-    case ENAMETOOLONG:
-      return "de naam is te lang";
-    case EMFILE:
-    case ENFILE:
-      return "er zijn te veel bestanden open";
-    default:
-      return "het bestand kan niet geopend worden (fout " + std::to_string(code) + ")";
-  }
-}
-
 }  // namespace
 
 // O_NONBLOCK: a pipe with an audio file's name must be refused, not waited for.
@@ -42,14 +25,14 @@ SourceFile::SourceFile(const std::string& hostPath) : path_(hostPath), buffer_(k
   if (const auto nul = hostPath.find('\0'); nul != std::string::npos)
     throw ReadError(hostPath.substr(0, nul), "de naam is ongeldig");
   descriptor_ = ::open(hostPath.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-  if (descriptor_ < 0) throw ReadError(path_, ReasonOf(errno));
+  if (descriptor_ < 0) throw ReadError(path_, files::SystemReason(errno));
 
   struct stat status {};
   std::string refusal;
   if (::fstat(descriptor_, &status) != 0) {
-    refusal = ReasonOf(errno);
+    refusal = files::SystemReason(errno);
   } else if (S_ISDIR(status.st_mode)) {
-    refusal = "dit is een map";
+    refusal = files::SystemReason(EISDIR);
   } else if (!S_ISREG(status.st_mode)) {
     refusal = "dit is geen gewoon bestand";
   } else if (status.st_size == 0) {

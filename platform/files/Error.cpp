@@ -6,16 +6,16 @@
 namespace files {
 namespace {
 
-struct Cause {
+struct Reason {
   int errorNumber;
   ErrorCode code;
   const char* text;
 };
 
-constexpr Cause kCauses[] = {
+constexpr Reason kReasons[] = {
     {EACCES, ErrorCode::AccessDenied, "toegang geweigerd"},
     {EPERM, ErrorCode::AccessDenied, "toegang geweigerd"},
-    {EROFS, ErrorCode::AccessDenied, "het medium is alleen-lezen"},
+    {EROFS, ErrorCode::AccessDenied, "de schijf is alleen-lezen"},
     {EBADF, ErrorCode::AccessDenied, "het bestand is alleen-lezen geopend"},
     {ENOENT, ErrorCode::NotFound, "het bestand of de map bestaat niet"},
     {ENOTDIR, ErrorCode::NotFound, "de map bestaat niet"},
@@ -24,7 +24,7 @@ constexpr Cause kCauses[] = {
     {ENOSPC, ErrorCode::DiskFull, "de schijf is vol"},
     {EDQUOT, ErrorCode::DiskFull, "de toegestane schijfruimte is op"},
     {EFBIG, ErrorCode::DiskFull, "het bestand wordt te groot"},
-    {EIO, ErrorCode::Io, "lees- of schrijffout op het medium"},
+    {EIO, ErrorCode::Io, "lees- of schrijffout op de schijf"},
     {EMFILE, ErrorCode::Io, "er zijn te veel bestanden geopend"},
     {ENFILE, ErrorCode::Io, "er zijn te veel bestanden geopend"},
     {ETXTBSY, ErrorCode::Locked, "een ander programma heeft het exclusief geopend"},
@@ -33,23 +33,31 @@ constexpr Cause kCauses[] = {
     {ENOTCONN, ErrorCode::Unreachable, "de schijf of netwerkmap is niet bereikbaar"},
     {EHOSTDOWN, ErrorCode::Unreachable, "de schijf of netwerkmap is niet bereikbaar"},
     {EHOSTUNREACH, ErrorCode::Unreachable, "de schijf of netwerkmap is niet bereikbaar"},
+    {ENETUNREACH, ErrorCode::Unreachable, "de schijf of netwerkmap is niet bereikbaar"},
     {ETIMEDOUT, ErrorCode::Unreachable, "de schijf of netwerkmap is niet bereikbaar"},
     {ENOLCK, ErrorCode::Unsupported, "de schijf of netwerkmap kent geen vergrendeling"},
     {ENAMETOOLONG, ErrorCode::NotFound, "de naam is te lang"},
 };
 
+const Reason* Find(int errorNumber) {
+  for (const Reason& known : kReasons) {
+    if (known.errorNumber == errorNumber) return &known;
+  }
+  return nullptr;
+}
+
 }  // namespace
 
+std::string SystemReason(int errorNumber) {
+  if (const Reason* known = Find(errorNumber)) return known->text;
+  return "systeemfout " + std::to_string(errorNumber) + " (" + std::strerror(errorNumber) + ")";
+}
+
 Error SystemError(std::string_view doing, const std::string& name, int errorNumber) {
-  ErrorCode code = ErrorCode::Io;
-  std::string cause =
-      std::string("systeemfout ") + std::to_string(errorNumber) + " (" + std::strerror(errorNumber) + ")";
-  for (const Cause& known : kCauses) {
-    if (known.errorNumber != errorNumber) continue;
-    code = known.code;
-    cause = known.text;
-  }
-  return Error(code, "Kan het bestand '" + name + "' niet " + std::string(doing) + ": " + cause + ".");
+  const Reason* known = Find(errorNumber);
+  return Error(known != nullptr ? known->code : ErrorCode::Io,
+               "Kan het bestand '" + name + "' niet " + std::string(doing) + ": " + SystemReason(errorNumber) + ".",
+               errorNumber);
 }
 
 }  // namespace files

@@ -5,7 +5,7 @@
 namespace jet {
 
 using files::Bytes;
-using files::ByteView;
 using files::ByteSpan;
+using files::ByteView;
 
 }  // namespace jet

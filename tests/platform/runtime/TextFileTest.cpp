@@ -60,7 +60,7 @@ TEST_F(TextFiles, AFullDiskLeavesTheOldFileAndNoRemains) {
     try {
       runtime::WriteFile(At(u"a.txt"_s), QByteArray(1000, 'x'));
     } catch (const runtime::Error& error) {
-      return error.Description().contains(u"de schijf is vol"_s) ? kRefused : 1;
+      return error.Description().contains(u"het bestand wordt te groot"_s) ? kRefused : 1;
     }
     return 0;
   });
