@@ -4,6 +4,7 @@
 #include "platform/jet/Codec.h"
 #include "platform/jet/Damage.h"
 #include "platform/jet/DataPage.h"
+#include "platform/jet/FreePages.h"
 #include "platform/jet/Utf8.h"
 
 #include <algorithm>
@@ -13,7 +14,7 @@ namespace jet {
 
 namespace {
 
-constexpr std::uint32_t kMapsPage = 1;  // row 0: the global map of free pages
+constexpr std::uint32_t kMapsPage = 1;  // of the map of free pages; it is its own owner
 constexpr std::size_t kDefinitionMark = 12;
 constexpr std::uint32_t kDefinitionMarkValue = 0x659;
 constexpr std::size_t kOrphansNamed = 10;
@@ -77,7 +78,12 @@ std::string ListOf(const std::vector<std::uint32_t>& pages) {
 void CheckGlobalMap(CheckState& state) {
   const DataPage page(state.Source().Read(kMapsPage), kMapsPage);
   if (page.SlotCount() < 2) state.ProblemAt(kMapsPage, "de kaart van vrije pagina's ontbreekt");
-  const UsageMap free = state.ReadMap(MakeRowId(kMapsPage, 0), "de vrije pagina's");
+  CheckDataPage(state, page, kMapsPage);
+  const UsageMap free = state.ReadMap(kFreePagesMap, "de vrije pagina's");
+  state.Guard([&] { RequireUsable(free, state.Source().PageCount()); });
+  if (free.FirstPage() > 0) {
+    state.Remark("de kaart van vrije pagina's begint pas bij pagina " + std::to_string(free.FirstPage()));
+  }
   state.ReadMap(MakeRowId(kMapsPage, 1), "de tweede kaart");
   if (free.End() < state.Source().PageCount()) {
     state.ProblemAt(kMapsPage, "de kaart van vrije pagina's dekt het bestand niet: " + std::to_string(free.End()) +

@@ -51,7 +51,7 @@ class TreeChecker {
     Walk(index_.root, 0);
     FinishChain();
     for (const std::uint32_t page : map_.Members()) {
-      if (!visited_.contains(page)) state_.ProblemAt(page, "hoort bij " + name_ + ", maar ligt niet in de boom");
+      if (!visited_.contains(page)) CheckOutside(page);
     }
     if (whole_) CompareWithRows();
   }
@@ -75,6 +75,13 @@ class TreeChecker {
       last = page.IsLeaf() ? WalkLeaf(page) : WalkNode(page, depth);
     });
     return last;
+  }
+
+  // A page of the map that the tree does not lead to.
+  void CheckOutside(std::uint32_t page) {
+    const std::string what = "hoort bij " + name_ + ", maar ligt niet in de boom";
+    if (!state_.IsFree(page) || !IsUnwritten(*state_.Source().Read(page))) return state_.ProblemAt(page, what);
+    state_.Remark("pagina " + std::to_string(page) + ": " + what + "; de pagina is leeg en vrij");
   }
 
   void CheckFreeBytes(const IndexPage& page) {
@@ -202,7 +209,7 @@ class TreeChecker {
     std::vector<Value> values(index_.fields.size());
     bool allNull = true;
     for (std::size_t i = 0; i < values.size(); ++i) {
-      ReadField(state_.Source(), row, *table_.ColumnByNumber(index_.fields[i].column), values[i]);
+      ReadField(state_.Source(), row, *table_.ColumnByNumber(index_.fields[i].column), values[i], &budget_);
       allNull = allNull && IsNull(values[i]);
     }
     if (allNull && (index_.flags & RealIndexDef::kIgnoreNulls) != 0) return;
@@ -229,6 +236,7 @@ class TreeChecker {
   std::uint32_t nextOfLast_ = 0;
   std::set<RowId> keyless_;  // rows whose key cannot be built
   std::string whyKeyless_;
+  LongValueBudget budget_;
   bool whole_ = true;  // no page of the tree was unreadable so far
 };
 

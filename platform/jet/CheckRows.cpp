@@ -6,7 +6,9 @@
 #include "platform/jet/Utf8.h"
 
 #include <algorithm>
+#include <bitset>
 #include <string>
+#include <unordered_map>
 #include <unordered_set>
 #include <variant>
 #include <vector>
@@ -17,24 +19,6 @@ namespace {
 
 std::string RowName(RowId row) {
   return "pagina " + std::to_string(PageOf(row)) + ", rij " + std::to_string(SlotOf(row)) + ": ";
-}
-
-// Slots, their places and the page's own count of free bytes. Answers whether its rows can be looked at.
-bool CheckDataPage(CheckState& state, const DataPage& page, std::uint32_t owner) {
-  if (page.Owner() != owner) {
-    state.ProblemAt(page.Number(),
-                    "hoort bij " + std::to_string(page.Owner()) + " in plaats van bij " + std::to_string(owner));
-    return false;
-  }
-  std::size_t lowest = kPageSize;
-  for (unsigned i = 0; i < page.SlotCount(); ++i)
-    lowest = page.At(i).start;
-  const std::size_t expected = lowest - (kDataPageHead + 2 * page.SlotCount());
-  if (page.FreeBytes() != expected) {
-    state.ProblemAt(page.Number(), "vrije ruimte is " + std::to_string(page.FreeBytes()) + " in plaats van " +
-                                       std::to_string(expected));
-  }
-  return true;
 }
 
 // Pages that the free-space map lists must be owned.
@@ -52,7 +36,7 @@ class LongColumn {
     owned_ = state.ReadMap(column.ownedMap, "de pagina's van " + name);
     CheckSubset(state, owned_, state.ReadMap(column.freeMap, "de ruimte van " + name), name);
     for (const std::uint32_t page : owned_.Members()) {
-      state.Claim(page, state.Where() + name);
+      if (!state.Claim(page, state.Where() + name)) continue;
       state.Guard([&] { CheckPage(page); });
     }
   }
@@ -68,9 +52,10 @@ class LongColumn {
     if (head.length > std::uint64_t{state_.Source().PageCount()} * kPageSize) {
       throw Damage("lange waarde is langer dan het bestand");
     }
+    bool isOwn = true;
     const std::uint64_t found =
-        VisitPieces(state_.Source(), head, [&](RowId piece, ByteView) { VisitPiece(row, piece); });
-    if (found != head.length) {
+        VisitPieces(state_.Source(), head, [&](RowId piece, ByteView) { return isOwn = VisitPiece(row, piece); });
+    if (isOwn && found != head.length) {
       state_.Problem(RowName(row) + "een lange waarde heeft " + std::to_string(found) + " bytes in plaats van " +
                      std::to_string(head.length));
     }
@@ -79,8 +64,8 @@ class LongColumn {
   // To be called when all rows have been seen.
   void RemarkUnused() {
     std::size_t unused = 0;
-    for (const RowId piece : pieces_)
-      unused += used_.count(piece) == 0 ? 1 : 0;
+    for (const auto& [page, pieces] : there_)
+      unused += (pieces & ~used_[page]).count();
     if (unused == 0) return;
     state_.Remark("veld '" + ToUtf8(column_.name) + "': " + std::to_string(unused) +
                   " stukken van lange waarden die geen rij gebruikt");
@@ -93,25 +78,33 @@ class LongColumn {
     const DataPage page(bytes, number);
     if (!CheckDataPage(state_, page, kLongValueOwner)) return;
     for (unsigned slot = 0; slot < page.SlotCount(); ++slot) {
-      if (page.At(slot).kind == SlotKind::Row) pieces_.push_back(MakeRowId(number, slot));
+      if (page.At(slot).kind == SlotKind::Row) there_[number].set(slot);
     }
   }
 
-  void VisitPiece(RowId row, RowId piece) {
-    if (!used_.insert(piece).second) {
+  // False when another value has the piece: what follows it in the chain is shared too, and is not followed again.
+  bool VisitPiece(RowId row, RowId piece) {
+    std::bitset<kMostSlots>& used = used_[PageOf(piece)];
+    if (used.test(SlotOf(piece))) {
       state_.Problem(RowName(row) + "deelt een stuk van een lange waarde op pagina " + std::to_string(PageOf(piece)));
+      return false;
     }
-    if (column_.ownedMap != 0 && !owned_.Contains(PageOf(piece))) {
-      state_.ProblemAt(PageOf(piece),
-                       "bevat een lange waarde van veld '" + ToUtf8(column_.name) + "', maar hoort er niet bij");
+    used.set(SlotOf(piece));
+    const std::string name = "veld '" + ToUtf8(column_.name) + "'";
+    if (column_.ownedMap == 0) {
+      state_.ClaimUnmapped(PageOf(piece), state_.Where() + name);
+    } else if (!owned_.Contains(PageOf(piece))) {
+      state_.ProblemAt(PageOf(piece), "bevat een lange waarde van " + name + ", maar hoort er niet bij");
     }
+    return true;
   }
 
   CheckState& state_;
   const ColumnDef& column_;
   UsageMap owned_;
-  std::vector<RowId> pieces_;
-  std::unordered_set<RowId> used_;
+  // By page: in which slots pieces are on the field's pages, and which of them a row uses.
+  std::unordered_map<std::uint32_t, std::bitset<kMostSlots>> there_;
+  std::unordered_map<std::uint32_t, std::bitset<kMostSlots>> used_;
 };
 
 // All rows of one table.
@@ -131,7 +124,7 @@ class RowChecker {
       state_.Guard([&] { CheckPage(page); });
     }
     for (const RowId target : targets_) {
-      if (pointedAt_.count(target) == 0) state_.Problem(RowName(target) + "geen rij verwijst hierheen");
+      if (pointedAt_.count(target) == 0) state_.Remark(RowName(target) + "geen rij verwijst hierheen");
     }
     for (LongColumn& column : longColumns_)
       column.RemarkUnused();

@@ -1,13 +1,13 @@
 #include "platform/jet/CheckState.h"
 
 #include "platform/jet/Damage.h"
+#include "platform/jet/FreePages.h"
 
 namespace jet {
 
 namespace {
 
 const std::string kMapOwner = "gebruikskaarten";
-constexpr RowId kGlobalMap = MakeRowId(1, 0);
 
 }  // namespace
 
@@ -24,9 +24,10 @@ void CheckState::ProblemAt(std::uint32_t page, const std::string& what) {
   Problem("pagina " + std::to_string(page) + ": " + what);
 }
 
-void CheckState::Claim(std::uint32_t page, const std::string& owner) {
+bool CheckState::Claim(std::uint32_t page, const std::string& owner) {
   const auto [entry, isNew] = claims_.emplace(page, owner);
   if (!isNew) ProblemAt(page, "hoort bij " + entry->second + " en ook bij " + owner);
+  return isNew;
 }
 
 void CheckState::ClaimMapPage(std::uint32_t page) {
@@ -40,7 +41,7 @@ UsageMap CheckState::ReadMap(RowId where, const std::string& what) {
   Guard([&] {
     map = UsageMap::Read(pages_, where);
     ClaimMapPage(PageOf(where));
-    if (where != kGlobalMap && !map.PastEnd().empty()) {
+    if (where != kFreePagesMap && !map.PastEnd().empty()) {
       Problem("gebruikskaart van " + what + " noemt pagina " + std::to_string(map.PastEnd().front()) +
               " voorbij het einde van het bestand");
     }
@@ -52,9 +53,38 @@ UsageMap CheckState::ReadMap(RowId where, const std::string& what) {
   return map;
 }
 
+bool CheckState::IsFree(std::uint32_t page) {
+  if (!freePages_) {
+    freePages_.emplace();
+    try {
+      freePages_ = UsageMap::Read(pages_, kFreePagesMap);
+    } catch (const Error& error) {
+      if (error.Code() != ErrorCode::Damaged) throw;  // reported where the map itself is checked
+    }
+  }
+  return freePages_->Contains(page);
+}
+
 void CheckState::Note(const Error& error) {
   if (error.Code() != ErrorCode::Damaged) throw error;
   Problem(error.what());
+}
+
+bool CheckDataPage(CheckState& state, const DataPage& page, std::uint32_t owner) {
+  if (page.Owner() != owner) {
+    state.ProblemAt(page.Number(),
+                    "hoort bij " + std::to_string(page.Owner()) + " in plaats van bij " + std::to_string(owner));
+    return false;
+  }
+  std::size_t lowest = kPageSize;
+  for (unsigned i = 0; i < page.SlotCount(); ++i)
+    lowest = page.At(i).start;
+  const std::size_t expected = lowest - (kDataPageHead + 2 * page.SlotCount());
+  if (page.FreeBytes() != expected) {
+    state.ProblemAt(page.Number(), "vrije ruimte is " + std::to_string(page.FreeBytes()) + " in plaats van " +
+                                       std::to_string(expected));
+  }
+  return true;
 }
 
 }  // namespace jet

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "platform/jet/Check.h"
+#include "platform/jet/DataPage.h"
 #include "platform/jet/Error.h"
 #include "platform/jet/TableDef.h"
 #include "platform/jet/UsageMap.h"
 
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -27,12 +29,17 @@ class CheckState {
   /// Put before a finding: "tabel 'X', " or nothing.
   std::string Where() const { return table_.empty() ? std::string() : "tabel '" + table_ + "', "; }
 
-  /// Notes that `page` belongs to `owner` (a text for people); a second owner is a problem.
-  void Claim(std::uint32_t page, const std::string& owner);
+  /// Notes that `page` belongs to `owner` (a text for people); a second owner is a problem, and false is returned.
+  bool Claim(std::uint32_t page, const std::string& owner);
   /// A page that holds rows of usage maps may serve several tables.
   void ClaimMapPage(std::uint32_t page);
   bool IsClaimed(std::uint32_t page) const { return claims_.count(page) != 0; }
   const std::unordered_map<std::uint32_t, std::string>& Claims() const { return claims_; }
+
+  /// Notes that a piece of a long value of `owner` lies on a page that no map gives to a field: many may lie there.
+  void ClaimUnmapped(std::uint32_t page, const std::string& owner) { claims_.emplace(page, owner); }
+  /// Whether the file calls the page free; false where its map cannot be read.
+  bool IsFree(std::uint32_t page);
 
   /// Reads a map and claims the pages that it lives on. A damaged map is a problem and taken as empty.
   UsageMap ReadMap(RowId where, const std::string& what);
@@ -57,7 +64,12 @@ class CheckState {
   std::string table_;
   std::unordered_map<std::uint32_t, std::string> claims_;
   std::unordered_map<RowId, std::string> maps_;
+  std::optional<UsageMap> freePages_;
 };
+
+/// Slots of a data page, their places and the page's own count of free bytes. Returns whether its rows can be looked
+/// at.
+bool CheckDataPage(CheckState& state, const DataPage& page, std::uint32_t owner);
 
 /// The parts, each in its own file.
 void CheckRows(CheckState& state, const TableDef& table);

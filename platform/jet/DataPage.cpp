@@ -21,7 +21,7 @@ DataPage::DataPage(PageRef page, std::uint32_t number) : page_(std::move(page)),
     throw DamageAt(number, "soort " + std::to_string(bytes[0]) + " in plaats van een gegevenspagina");
   }
   slotCount_ = LoadU16(bytes.data() + 12);
-  if (kDataPageHead + 2 * slotCount_ > kPageSize) throw DamageAt(number, "te veel rijen voor een pagina");
+  if (slotCount_ > kMostSlots) throw DamageAt(number, "te veel rijen voor een pagina");
 }
 
 std::uint32_t DataPage::Owner() const {

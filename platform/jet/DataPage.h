@@ -10,6 +10,8 @@ namespace jet {
 
 /// Where things lie in a data page.
 constexpr std::size_t kDataPageHead = 14;
+/// A row's identity has a byte for its slot.
+constexpr unsigned kMostSlots = 256;
 /// Owners (bytes 4 to 7) that are no table: "LVAL" for long values, 0 for rows of usage maps, 1 on page 1.
 constexpr std::uint32_t kLongValueOwner = 0x4C41564C;
 constexpr std::uint32_t kUsageMapOwner = 0;

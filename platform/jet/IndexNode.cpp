@@ -11,8 +11,6 @@ using namespace index_page;
 
 namespace {
 
-constexpr std::size_t kChildBytes = 4;
-
 void StoreBigEndian(std::uint8_t* at, std::uint32_t number) {
   for (unsigned i = 0; i < 4; ++i)
     at[i] = static_cast<std::uint8_t>(number >> (24 - 8 * i));

@@ -22,6 +22,7 @@ constexpr std::size_t kMaskAt = 27;
 constexpr std::size_t kMaskBytes = 453;
 constexpr std::size_t kEntriesAt = 480;
 constexpr std::size_t kPointerBytes = 4;  // behind the key of an entry: u24 page and u8 row, big-endian
+constexpr std::size_t kChildBytes = 4;    // behind that in a node: the child page, big-endian
 constexpr std::size_t kEntryBytes = kPageSize - kEntriesAt;  // 3616
 }  // namespace index_page
 

@@ -244,6 +244,8 @@ void IndexWriter::Clear() {
   Forget();
   std::vector<std::uint32_t> pages = map_.Members();
   std::erase(pages, root_);
+  // Emptied pages that another writer gave back and left in the map.
+  std::erase_if(pages, [&](std::uint32_t page) { return IsUnwritten(*pages_.Read(page)) && space_.IsFree(page); });
   for (const std::uint32_t page : pages)
     IndexPage(pages_.Read(page), page, table_);  // checks that it is one of ours
   map_.Clear(space_);

@@ -13,8 +13,6 @@ using namespace index_page;
 
 namespace {
 
-constexpr std::size_t kChildBytes = 4;
-
 /// Measures how many entries, in their order, one page can list.
 class PageMeasure {
  public:

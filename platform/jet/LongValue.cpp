@@ -34,7 +34,7 @@ LongValueHead ParseLongValueHead(ByteView stored) {
 }
 
 std::uint64_t VisitPieces(PageSource& pages, const LongValueHead& head,
-                          const std::function<void(RowId, ByteView)>& visit) {
+                          const std::function<bool(RowId, ByteView)>& visit) {
   if (head.kind == LongValueHead::Kind::Single) {
     const StoredRow row = FindPiece(pages, head.where);
     visit(head.where, row.bytes);
@@ -45,8 +45,8 @@ std::uint64_t VisitPieces(PageSource& pages, const LongValueHead& head,
     const StoredRow row = FindPiece(pages, next);
     const ByteView part = Part(row.bytes, kPointerBytes, row.bytes.size() - std::min(row.bytes.size(), kPointerBytes));
     if (part.empty()) throw DamageAt(PageOf(next), "een stuk van een lange waarde is leeg");
-    visit(next, part);
     done += part.size();
+    if (!visit(next, part)) break;
     next = LoadU32(row.bytes.data());
   }
   return done;
@@ -67,8 +67,16 @@ void ReadLongValue(PageSource& pages, ByteView stored, Bytes& out) {
   const auto append = [&](RowId, ByteView part) {
     const std::size_t wanted = std::min<std::size_t>(part.size(), head.length - out.size());
     out.insert(out.end(), part.begin(), part.begin() + static_cast<std::ptrdiff_t>(wanted));
+    return true;
   };
   if (VisitPieces(pages, head, append) < head.length) throw Damage("lange waarde is afgebroken");
+}
+
+void LongValueBudget::Spend(PageSource& pages, const LongValueHead& head) {
+  if (head.kind == LongValueHead::Kind::Inline) return;
+  if (spent_ + head.length > std::uint64_t{pages.PageCount()} * kPageSize)
+    throw Damage("lange waarden zijn samen langer dan het bestand");
+  spent_ += head.length;
 }
 
 }  // namespace jet

@@ -30,9 +30,21 @@ LongValueHead ParseLongValueHead(ByteView stored);
 /// Puts together the whole value whose head (with what follows it) is `stored`.
 void ReadLongValue(PageSource& pages, ByteView stored, Bytes& out);
 
-/// Visits the pieces of a value that is not inline, in order, until its length is reached or the chain ends: `visit`
-/// gets where the piece is and its part of the value. Answers how many bytes the pieces held.
+/// Visits the pieces of a value that is not inline, in order, until its length is reached, the chain ends or `visit`
+/// returns false: it gets where the piece is and its part of the value. Returns how many bytes the pieces held.
 std::uint64_t VisitPieces(PageSource& pages, const LongValueHead& head,
-                          const std::function<void(RowId piece, ByteView part)>& visit);
+                          const std::function<bool(RowId piece, ByteView part)>& visit);
+
+/// Bounds what one walk over rows reads. In a sound file each piece belongs to one value, so that all values together
+/// are shorter than the file; in a damaged one, many values of the file's size may share their pieces.
+class LongValueBudget {
+ public:
+  /// To be called before a value is read: Damage when it and those before it are longer than the file. The next one may
+  /// still fit.
+  void Spend(PageSource& pages, const LongValueHead& head);
+
+ private:
+  std::uint64_t spent_ = 0;  ///< bytes outside of rows
+};
 
 }  // namespace jet

@@ -61,7 +61,10 @@ RowId LongValueWriter::WriteChain(ByteView value) {
 void LongValueWriter::NotePieces(ByteView stored, std::vector<RowId>& pieces) {
   const LongValueHead head = ParseLongValueHead(stored);
   if (head.kind == LongValueHead::Kind::Inline) return;
-  VisitPieces(pages_, head, [&](RowId piece, ByteView) { pieces.push_back(piece); });
+  VisitPieces(pages_, head, [&](RowId piece, ByteView) {
+    pieces.push_back(piece);
+    return true;
+  });
 }
 
 }  // namespace jet

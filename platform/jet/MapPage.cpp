@@ -6,7 +6,7 @@
 namespace jet {
 
 RowId MapPage::Add() {
-  const Bytes empty(MapRow::kFreshBytes);
+  const Bytes empty(MapLayout::kFreshBytes);
   if (page_ == 0 || RowPage(pages_, page_, kUsageMapOwner).RoomForNew() < empty.size()) {
     page_ = space_.Allocate();
     RowPage::Format(pages_.Change(page_), kUsageMapOwner);

@@ -97,11 +97,11 @@ void Builder::MakeGlobalMap() {
   constexpr std::uint32_t kMapPage = 1;
   RowPage::Format(pages_.Change(kMapPage), kMapPage);
   RowPage page(pages_, kMapPage, kMapPage);
-  Bytes global(MapRow::kFreshBytes, 0xFF);
-  std::fill_n(global.begin(), MapRow::kInlineHead + 1, std::uint8_t{0});
-  global[MapRow::kInlineHead + 1] = 0xC0;  // pages 14 and 15 are taken when the first rows come
+  Bytes global(MapLayout::kFreshBytes, 0xFF);
+  std::fill_n(global.begin(), MapLayout::kInlineHead + 1, std::uint8_t{0});
+  global[MapLayout::kInlineHead + 1] = 0xC0;  // pages 14 and 15 are taken when the first rows come
   page.Add(global);
-  page.Add(Bytes(MapRow::kFreshBytes));
+  page.Add(Bytes(MapLayout::kFreshBytes));
 }
 
 ColumnDef Builder::MakeColumn(const EngineColumn& column, std::uint16_t number, TableDef& def,

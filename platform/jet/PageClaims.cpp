@@ -2,6 +2,7 @@
 
 #include "platform/jet/Catalog.h"
 #include "platform/jet/Damage.h"
+#include "platform/jet/FreePages.h"
 #include "platform/jet/TableDef.h"
 #include "platform/jet/UsageMap.h"
 
@@ -11,14 +12,18 @@ namespace jet {
 
 namespace {
 
-constexpr RowId kGlobalMap = MakeRowId(1, 0);
+constexpr RowId kSecondMap = MakeRowId(1, 1);
 constexpr std::uint8_t kFreedDefinition = 8;
 constexpr std::uint8_t kFreedData = 9;
 
 /// Which pages the maps and definitions of all tables name.
 class Claims {
  public:
-  explicit Claims(PageSource& pages) : pages_(pages), claimed_(pages.PageCount()) {
+  Claims(PageSource& pages, const UsageMap& freePages)
+      : pages_(pages), freePages_(freePages), claimed_(pages.PageCount()) {
+    for (const std::uint32_t page : freePages.BitmapPages())
+      Add(page);
+    AddMap(kSecondMap);
     const Catalog catalog = Catalog::Read(pages);
     if (!catalog.Damages().empty()) throw Damage(catalog.Damages().front());
     for (const CatalogEntry& entry : catalog.Entries()) {
@@ -28,6 +33,7 @@ class Claims {
 
   bool Contains(std::uint32_t page) const { return claimed_[page]; }
   const std::set<std::uint32_t>& PastEnd() const { return pastEnd_; }
+  const std::multimap<std::uint32_t, RowId>& StillInIndexMap() const { return stillInIndexMap_; }
 
  private:
   void AddTable(const TableDef& table) {
@@ -41,18 +47,25 @@ class Claims {
     }
     for (const RealIndexDef& index : table.realIndexes) {
       Add(index.root);
-      AddMap(index.map);
+      AddMap(index.map, index.root);
     }
   }
 
-  void AddMap(RowId where) {
+  /// `root`: of the index whose map it is; 0 for the other maps.
+  void AddMap(RowId where, std::uint32_t root = 0) {
     if (where == 0) return;
     const UsageMap map = UsageMap::Read(pages_, where);
     Add(PageOf(where));
     for (const std::uint32_t page : map.BitmapPages())
       Add(page);
-    for (const std::uint32_t page : map.Members())
-      Add(page);
+    for (const std::uint32_t page : map.Members()) {
+      const bool isEmptied = root != 0 && page != root && freePages_.Contains(page) && IsUnwritten(*pages_.Read(page));
+      if (isEmptied) {
+        stillInIndexMap_.emplace(page, where);
+      } else {
+        Add(page);
+      }
+    }
     pastEnd_.insert(map.PastEnd().begin(), map.PastEnd().end());
   }
 
@@ -61,8 +74,10 @@ class Claims {
   }
 
   PageSource& pages_;
+  const UsageMap& freePages_;
   std::vector<bool> claimed_;
   std::set<std::uint32_t> pastEnd_;
+  std::multimap<std::uint32_t, RowId> stillInIndexMap_;
 };
 
 bool HoldsSomething(const PageBytes& page) {
@@ -72,22 +87,24 @@ bool HoldsSomething(const PageBytes& page) {
 
 }  // namespace
 
-std::set<std::uint32_t> FindWronglyFreePages(PageSource& pages) {
-  const std::vector<std::uint32_t> free = UsageMap::Read(pages, kGlobalMap).Members();
-  std::set<std::uint32_t> wrong;
+DoubtfulFreePages FindDoubtfulFreePages(PageSource& pages) {
+  const UsageMap freePages = UsageMap::Read(pages, kFreePagesMap);
+  RequireUsable(freePages, pages.PageCount());
+  const std::vector<std::uint32_t> free = freePages.Members();
+  DoubtfulFreePages doubtful;
   try {
-    const Claims claims(pages);
-    wrong = claims.PastEnd();
+    const Claims claims(pages, freePages);
+    doubtful = {claims.PastEnd(), claims.StillInIndexMap()};
     for (const std::uint32_t page : free) {
-      if (claims.Contains(page)) wrong.insert(page);
+      if (claims.Contains(page)) doubtful.inUse.insert(page);
     }
   } catch (const Error& error) {
     if (error.Code() != ErrorCode::Damaged) throw;
     for (const std::uint32_t page : free) {
-      if (HoldsSomething(*pages.Read(page))) wrong.insert(page);
+      if (HoldsSomething(*pages.Read(page))) doubtful.inUse.insert(page);
     }
   }
-  return wrong;
+  return doubtful;
 }
 
 }  // namespace jet

@@ -9,12 +9,6 @@
 
 namespace jet {
 
-namespace {
-
-constexpr std::uint64_t kLargestFile = std::uint64_t{1} << 31;
-
-}  // namespace
-
 bool IsUnwritten(const PageBytes& page) {
   return std::all_of(page.begin(), page.end(), [](std::uint8_t byte) { return byte == 0; });
 }
@@ -38,7 +32,7 @@ void Pages::Refresh() {
   PageBytes page0{};
   const std::size_t length = file_.ReadAt(0, page0);
   header_ = ParseHeader(ByteView(page0).first(length), file_.Name());
-  pageCount_ = static_cast<std::uint32_t>(std::min(file_.Size(), kLargestFile) / kPageSize);
+  pageCount_ = static_cast<std::uint32_t>(std::min<std::uint64_t>(file_.Size() / kPageSize, kMostPages));
 }
 
 PageRef Pages::Read(std::uint32_t number) {

@@ -11,6 +11,11 @@
 
 namespace jet {
 
+/// Pages of the largest file: 2 GB.
+constexpr std::uint32_t kMostPages = (std::uint32_t{1} << 31) / kPageSize;
+/// Pages that no file is without: header, maps, the definitions of the four engine tables.
+constexpr std::uint32_t kSystemPages = 6;
+
 using PageBytes = std::array<std::uint8_t, kPageSize>;
 /// A page's content, kept alive by whoever holds it, whatever becomes of the cache.
 using PageRef = std::shared_ptr<const PageBytes>;

@@ -123,7 +123,7 @@ void DecodeValue(const ColumnDef& column, ByteView stored, Value& out) {
   }
 }
 
-void ReadField(PageSource& pages, const RowView& row, const ColumnDef& column, Value& out) {
+void ReadField(PageSource& pages, const RowView& row, const ColumnDef& column, Value& out, LongValueBudget* budget) {
   const bool bit = row.Bit(column);
   if (column.Type() == ColumnType::Boolean) {
     out = bit;
@@ -131,11 +131,12 @@ void ReadField(PageSource& pages, const RowView& row, const ColumnDef& column, V
     out = std::monostate{};
   } else if (!column.IsLong()) {
     DecodeValue(column, row.BytesOf(column), out);
-  } else if (column.Type() == ColumnType::Ole) {
-    ReadLongValue(pages, row.BytesOf(column), Become<Bytes>(out));
   } else {
+    const ByteView stored = row.BytesOf(column);
+    if (budget != nullptr) budget->Spend(pages, ParseLongValueHead(stored));
+    if (column.Type() == ColumnType::Ole) return ReadLongValue(pages, stored, Become<Bytes>(out));
     Bytes text;
-    ReadLongValue(pages, row.BytesOf(column), text);
+    ReadLongValue(pages, stored, text);
     DecodeText(text, Become<std::u16string>(out));
   }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/jet/LongValue.h"
 #include "platform/jet/TableDef.h"
 #include "platform/jet/Value.h"
 
@@ -32,8 +33,10 @@ class RowView {
   std::size_t valuesEnd_;  // values lie before this
 };
 
-/// Decodes one column of a row. Memo and OLE columns read their pages from `pages`.
-void ReadField(PageSource& pages, const RowView& row, const ColumnDef& column, Value& out);
+/// Decodes one column of a row. Memo and OLE columns read their pages from `pages`; who walks over many rows gives a
+/// budget for it.
+void ReadField(PageSource& pages, const RowView& row, const ColumnDef& column, Value& out,
+               LongValueBudget* budget = nullptr);
 
 /// Decodes stored bytes of a column that is no memo, OLE or Boolean.
 void DecodeValue(const ColumnDef& column, ByteView stored, Value& out);

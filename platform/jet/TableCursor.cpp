@@ -6,10 +6,10 @@
 
 namespace jet {
 
-const std::vector<Value>& RowDecoder::Decode(ByteView row) {
+const std::vector<Value>& RowDecoder::Decode(ByteView row, LongValueBudget* budget) {
   const RowView view(row, table_);
   for (std::size_t i = 0; i < columns_.size(); ++i)
-    ReadField(pages_, view, *columns_[i], values_[i]);
+    ReadField(pages_, view, *columns_[i], values_[i], budget);
   return values_;
 }
 
@@ -25,7 +25,7 @@ bool TableCursor::Next() {
   return InContext(context_, [&] {
     if (!scan_.Next()) return false;
     InContext([&] { return "pagina " + std::to_string(PageOf(Id())) + ", rij " + std::to_string(SlotOf(Id())) + ": "; },
-              [&] { decoder_.Decode(scan_.Row()); });
+              [&] { decoder_.Decode(scan_.Row(), &budget_); });
     return true;
   });
 }

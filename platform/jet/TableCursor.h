@@ -17,8 +17,8 @@ class RowDecoder {
   RowDecoder(PageSource& pages, const TableDef& table, std::vector<const ColumnDef*> columns)
       : pages_(pages), table_(table), columns_(std::move(columns)), values_(columns_.size()) {}
 
-  /// Values in the order of the chosen columns; valid until the next call.
-  const std::vector<Value>& Decode(ByteView row);
+  /// Values in the order of the chosen columns; valid until the next call. `budget`: of a walk over many rows.
+  const std::vector<Value>& Decode(ByteView row, LongValueBudget* budget = nullptr);
   const std::vector<Value>& Values() const { return values_; }
 
  private:
@@ -64,6 +64,7 @@ class TableCursor {
  private:
   RowScan scan_;
   RowDecoder decoder_;
+  LongValueBudget budget_;
   std::string context_;
 };
 

@@ -110,8 +110,26 @@ void TableIndexes::RequireValues(const Tree& tree, const Values& values) const {
   }
 }
 
+/// Every entry must fit into a node of the tree, where the number of the child page follows it.
+void TableIndexes::RequireFits(const Tree& tree, ByteView key, const Values& values) const {
+  constexpr std::size_t kMostKeyBytes = index_page::kEntryBytes - index_page::kPointerBytes - index_page::kChildBytes;
+  if (key.size() <= kMostKeyBytes) return;
+  std::size_t longest = tree.columns.front();
+  std::size_t most = 0;
+  for (std::size_t i = 0; i < tree.columns.size(); ++i) {
+    Bytes part;
+    AppendKeyField(table_.columns[tree.columns[i]], values[tree.columns[i]], tree.def->fields[i].ascending, part);
+    if (part.size() <= most) continue;
+    most = part.size();
+    longest = tree.columns[i];
+  }
+  throw Error(ErrorCode::TooLong,
+              "de waarde van " + FieldName(table_.columns[longest]) + " is te lang voor index '" + tree.name + "'.");
+}
+
 void TableIndexes::CheckKey(Tree& tree, const std::optional<Bytes>& key, const Values& values) {
   RequireValues(tree, values);
+  if (key) RequireFits(tree, *key, values);
   const auto isNull = [&](std::size_t column) { return IsNull(values[column]); };
   if (!tree.unique || !key || std::all_of(tree.columns.begin(), tree.columns.end(), isNull)) return;
   if (tree.writer->Contains(*key)) RefuseDuplicate(tree, values[tree.columns.front()]);

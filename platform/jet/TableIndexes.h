@@ -15,7 +15,8 @@ namespace jet {
 
 /// Keeps the indexes of one table in step with its rows. Values are in the order of TableDef::columns.
 ///
-/// An Error (Duplicate, Required, UnknownCharacter) comes from the methods that make keys, before anything changes.
+/// An Error (Duplicate, Required, TooLong, UnknownCharacter) comes from the methods that make keys, before anything
+/// changes.
 class TableIndexes {
  public:
   using Values = std::vector<Value>;
@@ -76,6 +77,7 @@ class TableIndexes {
   bool MakeKey(const Tree& tree, const Values& values, Bytes& key) const;
   std::optional<Bytes> KeyOf(const Tree& tree, const Values& values) const;
   void RequireValues(const Tree& tree, const Values& values) const;
+  void RequireFits(const Tree& tree, ByteView key, const Values& values) const;
   void CheckKey(Tree& tree, const std::optional<Bytes>& key, const Values& values);
   [[noreturn]] void RefuseDuplicate(const Tree& tree, const Value& first) const;
   void RefuseDuplicates(const Entries& entries);

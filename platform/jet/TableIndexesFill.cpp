@@ -46,6 +46,7 @@ void TableIndexes::NoteNewEntries(const Values& values, RowId row, Entries& entr
   for (std::size_t i = 0; i < trees_.size(); ++i) {
     RequireValues(trees_[i], values);
     if (!MakeKey(trees_[i], values, entry_)) continue;
+    RequireFits(trees_[i], entry_, values);
     IndexWriter::AppendPlace(entry_, row);
     entries[i].Add(entry_);
   }

@@ -285,7 +285,9 @@ void TableWriter::Note(RowId row, Going& going) {
   for (std::size_t i = 0; i < def_.columns.size(); ++i) {
     const ColumnDef& column = def_.columns[i];
     if (indexes_.Uses(i)) ReadField(pages_, view, column, newValues_[i]);
-    if (column.IsLong() && view.Bit(column)) fieldWriter_.NotePieces(i, view.BytesOf(column), going.pieces);
+    if (!column.IsLong() || !view.Bit(column)) continue;
+    going.budget.Spend(pages_, ParseLongValueHead(view.BytesOf(column)));
+    fieldWriter_.NotePieces(i, view.BytesOf(column), going.pieces);
   }
   relations_.CheckNotNamed(newValues_);
   indexes_.NoteEntries(newValues_, row, going.entries);

@@ -83,6 +83,7 @@ class TableWriter {
   struct Going {
     TableIndexes::Entries entries;
     FieldWriter::Pieces pieces;
+    LongValueBudget budget;     ///< for the pieces
     std::vector<RowId> places;  ///< of moved rows both
   };
   void Note(RowId row, Going& going);

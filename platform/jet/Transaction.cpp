@@ -1,14 +1,8 @@
 #include "platform/jet/Transaction.h"
 
 #include "platform/jet/Error.h"
-#include "platform/jet/PageClaims.h"
 
 namespace jet {
-namespace {
-
-constexpr std::uint32_t kMostPages = (std::uint32_t{1} << 31) / kPageSize;
-
-}  // namespace
 
 PageRef Transaction::Read(std::uint32_t number) {
   const auto changed = changes_.find(number);
@@ -32,10 +26,21 @@ std::uint32_t Transaction::Append() {
   return pageCount_++;
 }
 
+const DoubtfulFreePages& Transaction::Doubtful() {
+  if (!wronglyFree_) wronglyFree_ = base_.PageCount() == 0 ? DoubtfulFreePages() : FindDoubtfulFreePages(base_);
+  return *wronglyFree_;
+}
+
 bool Transaction::IsWronglyFree(std::uint32_t number) {
-  if (base_.PageCount() == 0) return false;
-  if (!wronglyFree_) wronglyFree_ = FindWronglyFreePages(base_);
-  return wronglyFree_->count(number) != 0;
+  return Doubtful().inUse.contains(number);
+}
+
+std::vector<RowId> Transaction::IndexMapsThatKept(std::uint32_t number) {
+  std::vector<RowId> maps;
+  const auto [first, last] = Doubtful().stillInIndexMap.equal_range(number);
+  for (auto entry = first; entry != last; ++entry)
+    maps.push_back(entry->second);
+  return maps;
 }
 
 }  // namespace jet

@@ -1,12 +1,13 @@
 #pragma once
 
+#include "platform/jet/PageClaims.h"
 #include "platform/jet/Pages.h"
 
 #include <map>
 #include <memory>
 #include <optional>
-#include <set>
 #include <unordered_map>
+#include <vector>
 
 namespace jet {
 
@@ -15,7 +16,7 @@ namespace jet {
 class Transaction final : public PageSource {
  public:
   /// What is known of a file's free pages, for all its transactions until another program writes to it.
-  using WronglyFree = std::optional<std::set<std::uint32_t>>;
+  using WronglyFree = std::optional<DoubtfulFreePages>;
 
   explicit Transaction(PageSource& base, WronglyFree* wronglyFree = nullptr)
       : base_(base), wronglyFree_(wronglyFree != nullptr ? *wronglyFree : own_), pageCount_(base.PageCount()) {}
@@ -30,6 +31,8 @@ class Transaction final : public PageSource {
 
   /// Whether the file called page `number` free before this statement, although it is in use.
   bool IsWronglyFree(std::uint32_t number);
+  /// The maps of indexes that still name page `number`, although it was emptied and is free.
+  std::vector<RowId> IndexMapsThatKept(std::uint32_t number);
 
   bool IsEmpty() const { return changes_.empty(); }
   /// In the order of their numbers, as they go to the disk.
@@ -38,6 +41,8 @@ class Transaction final : public PageSource {
   std::uint32_t OldPageCount() { return base_.PageCount(); }
 
  private:
+  const DoubtfulFreePages& Doubtful();
+
   PageSource& base_;
   WronglyFree own_;
   WronglyFree& wronglyFree_;

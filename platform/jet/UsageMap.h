@@ -1,9 +1,9 @@
 #pragma once
 
-#include "platform/jet/Pages.h"
-#include "platform/jet/RowId.h"
+#include "platform/jet/MapLayout.h"
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 namespace jet {
@@ -18,21 +18,27 @@ class UsageMap {
   bool Contains(std::uint32_t page) const { return page < bits_.size() && bits_[page]; }
   /// All members, ascending.
   std::vector<std::uint32_t> Members() const;
-  /// Page numbers past the end of the file that the map names all the same: natural in the global map, damage
-  /// elsewhere.
+  /// Page numbers past the end of the file that the map names all the same, ascending: natural in the global map,
+  /// damage elsewhere.
   const std::vector<std::uint32_t>& PastEnd() const { return pastEnd_; }
   /// Pages the map itself lives on besides its row: bitmap pages.
   const std::vector<std::uint32_t>& BitmapPages() const { return bitmapPages_; }
+  /// The first page that the row itself has a bit for; 0 where the bits are on bitmap pages.
+  std::uint32_t FirstPage() const { return firstPage_; }
   /// First page past what the map can tell about.
-  std::uint64_t End() const { return end_; }
+  std::uint32_t End() const { return end_; }
+  /// Whether the map has a bit for the page. A bitmap page that is not there stands for bits that are all clear.
+  bool HasBitFor(std::uint32_t page) const;
 
  private:
-  void AddBits(ByteView bitmap, std::uint64_t firstPage);
+  void AddBits(PageSource& pages, const MapLayout::Run& run);
 
   std::vector<bool> bits_;  // by page number
   std::vector<std::uint32_t> pastEnd_;
   std::vector<std::uint32_t> bitmapPages_;
-  std::uint64_t end_ = 0;
+  std::vector<MapLayout::Run> runs_;
+  std::uint32_t firstPage_ = 0;
+  std::uint32_t end_ = 0;
 };
 
 }  // namespace jet

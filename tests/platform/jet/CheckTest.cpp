@@ -1,6 +1,7 @@
 #include "platform/jet/Check.h"
 
 #include "tests/platform/jet/SpotsImage.h"
+#include "tests/platform/jet/support/SharedChain.h"
 
 #include <gtest/gtest.h>
 
@@ -108,6 +109,8 @@ const Damage kMapDamages[] = {
     {"room in a page that is not owned", [](SpotsImage& s) { s.image.AddToMap(FreeMap(s), s.memoPage); },
      "maar hoort er niet bij"},
     {"a used page that is told free", [](SpotsImage& s) { s.image.AddToMap(0x100, s.memoPage); }, "als vrij te boek"},
+    {"the free bytes of the page of the global map", [](SpotsImage& s) { s.image.At(1)[2] ^= 1; }, "vrije ruimte is"},
+    {"the owner of the page of the global map", [](SpotsImage& s) { s.image.At(1)[4] = 0; }, "in plaats van bij 1"},
     {"a global map that ends before the file", [](SpotsImage& s) { ShortenGlobalMap(s); }, "dekt het bestand niet"},
     {"a long-value page outside of its map", [](SpotsImage& s) { s.image.AddToMap(MemoMap(s), s.memoPage, false); },
      "bevat een lange waarde"},
@@ -253,9 +256,25 @@ TEST(Check, StaleCountsAndOrphanPagesAreRemarksOnly) {
                 std::to_string(orphan) + "\n");
 }
 
+// 20 memos with the same chain of 300 pieces: what is wrong is said of each memo once.
+TEST(Check, NamesALongValueThatIsSharedOnceForEachRow) {
+  const auto findings = Check(jet::test::SharedChain(20, 300));
+  EXPECT_TRUE(jet::HasProblem(findings));
+  EXPECT_EQ(findings.size(), 19U) << Text(findings);
+}
+
+TEST(Check, AMovedRowThatNothingPointsAtIsARemark) {
+  SpotsImage sample;
+  sample.image.AddRow(sample.spots, jet::Bytes(30, 0), jet::SlotKind::Target);
+  const auto findings = Check(sample.image.File());
+  EXPECT_FALSE(jet::HasProblem(findings)) << Text(findings);
+  EXPECT_NE(Text(findings).find("geen rij verwijst hierheen"), std::string::npos) << Text(findings);
+}
+
 TEST(Check, StopsCollectingAtSomePoint) {
   SpotsImage sample;
   for (int i = 0; i < 400; ++i) {
+    sample.spots.data = 0;  // a page of its own for each four
     for (int moved = 0; moved < 4; ++moved)
       sample.image.AddRow(sample.spots, Le(0xFFFFFF00, 4), jet::SlotKind::Pointer);
   }

@@ -1,12 +1,11 @@
 // Thousands of random changes to real files and to our own, against a model that knows what the rows must be.
-#include "platform/jet/Check.h"
 #include "platform/jet/Database.h"
 #include "platform/jet/Error.h"
 #include "platform/jet/MemoryFileSystem.h"
 #include "platform/jet/UsageMap.h"
 #include "platform/jet/Utf8.h"
 #include "tests/platform/jet/support/Agreement.h"
-#include "tests/platform/jet/support/RandomRows.h"
+#include "tests/platform/jet/support/RandomEditor.h"
 #include "tests/platform/jet/support/Samples.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
 
@@ -24,111 +23,6 @@ namespace jet {
 namespace {
 
 constexpr const char* kPath = "/data/file.mdb";
-
-ColumnSet AllColumns(const TableDefinition& table) {
-  ColumnSet columns(table.columns.size());
-  for (std::size_t i = 0; i < columns.size(); ++i)
-    columns[i] = i;
-  return columns;
-}
-
-using Rows = std::map<RowId, std::vector<Value>>;
-
-Rows ReadAll(const Table& table) {
-  Rows rows;
-  TableCursor cursor = table.Scan(AllColumns(table.Definition()));
-  while (cursor.Next())
-    rows[cursor.Id()] = cursor.Values();
-  return rows;
-}
-
-std::string Problems(Database& database) {
-  std::string problems;
-  for (const Finding& finding : CheckDatabase(database)) {
-    if (!finding.remark) problems += finding.Line() + '\n';
-  }
-  return problems;
-}
-
-/// Said before anything changes: of a value that the file does not want, a key that is not known, a cascade.
-bool IsRefusal(ErrorCode code) {
-  return code == ErrorCode::Duplicate || code == ErrorCode::Required || code == ErrorCode::Relation ||
-         code == ErrorCode::TooLong || code == ErrorCode::UnknownCharacter || code == ErrorCode::Unsupported;
-}
-
-class Editor {
- public:
-  Editor(Database& database, const std::u16string& table, unsigned seed)
-      : database_(database), name_(table), random_(seed), model_(ReadAll(database.OpenTable(table))) {}
-
-  void Change(int count) {
-    WriteTurn turn(database_);
-    const auto writer = database_.OpenWriter(name_);
-    for (int i = 0; i < count; ++i) {
-      try {
-        ChangeOne(*writer);
-      } catch (const Error& error) {
-        if (!IsRefusal(error.Code())) throw;
-      }
-    }
-    turn.Commit();
-  }
-
-  void Verify() {
-    const Rows rows = ReadAll(database_.OpenTable(name_));
-    ASSERT_EQ(rows.size(), model_.size());
-    for (const auto& [id, values] : model_) {
-      const auto found = rows.find(id);
-      ASSERT_NE(found, rows.end()) << ToUtf8(name_) << " row " << id;
-      ASSERT_EQ(found->second, values) << ToUtf8(name_) << " row " << id;
-    }
-  }
-
-  int Done() const { return done_; }
-
- private:
-  void ChangeOne(TableWriter& writer) {
-    const std::size_t kind = random_.Below(growing_ ? 5 : 4);
-    if (kind >= 3 || model_.empty()) {
-      std::vector<Value> values = random_.Row(writer.Definition());
-      const RowId row = writer.Insert(values);
-      model_[row] = values;
-    } else if (kind == 0) {
-      const RowId row = AnyRow();
-      writer.Delete(row);
-      model_.erase(row);
-    } else {
-      UpdateOne(writer);
-    }
-    if (model_.size() > 400) growing_ = false;
-    if (model_.size() < 10) growing_ = true;
-    ++done_;
-  }
-
-  void UpdateOne(TableWriter& writer) {
-    const RowId row = AnyRow();
-    std::vector<Value> values = model_[row];
-    std::vector<bool> changed(values.size());
-    for (std::size_t i = 0; i < values.size(); ++i) {
-      changed[i] = random_.Below(3) == 0 && !writer.Definition().columns[i].autonumber;
-      if (changed[i]) values[i] = random_.For(writer.Definition().columns[i]);
-    }
-    writer.Update(row, values, changed);
-    model_[row] = values;
-  }
-
-  RowId AnyRow() {
-    const auto after = model_.lower_bound(static_cast<RowId>(random_.Below(model_.rbegin()->first + 1)));
-    return after->first;
-  }
-
-  Database& database_;
-  std::u16string name_;
-  test::RandomRows random_;
-  Rows model_;
-  bool growing_ = true;
-  int done_ = 0;
-};
 
 std::unique_ptr<Database> OpenForWriting(MemoryFileSystem& files, const std::u16string& password = u"") {
   OpenOptions options;
@@ -216,10 +110,10 @@ TEST_P(EditSample, StaysSoundUnderRandomChanges) {
     if (!CanWrite(*database, name)) continue;
     const Bytes before = files.Get(kPath);
     const std::set<std::uint32_t> mayChange = PagesThatMayChange(*database, name);
-    Editor editor(*database, name, 11);
+    test::RandomEditor editor(*database, name, 11);
     for (int round = 0; round < 4 * test::LongTests(); ++round) {
       ASSERT_NO_FATAL_FAILURE(editor.Change(100)) << ToUtf8(name);
-      ASSERT_EQ(Problems(*database), "") << ToUtf8(name) << " round " << round;
+      ASSERT_EQ(test::Problems(*database), "") << ToUtf8(name) << " round " << round;
       ASSERT_NO_FATAL_FAILURE(editor.Verify());
       if (test::LongTests() == 1) continue;
       ASSERT_EQ(disagreements(), "") << ToUtf8(name) << " round " << round;

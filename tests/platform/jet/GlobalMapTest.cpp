@@ -1,5 +1,5 @@
 // The map of free pages as the file grows: a row that gets longer, and then bitmap pages.
-#include "platform/jet/MapRow.h"
+#include "platform/jet/MapLayout.h"
 #include "platform/jet/UsageMap.h"
 #include "tests/platform/jet/support/SampleTable.h"
 
@@ -68,7 +68,7 @@ TEST_F(GlobalMap, BecomesBitmapPagesWhereARowIsTooShort) {
   GrowTo(kPagesOfLongestRow);
   EXPECT_EQ(BitmapPages(), 1U);
   EXPECT_EQ(database_.Findings(), "");
-  GrowTo(MapRow::kPagesPerBitmapPage + 2000);
+  GrowTo(MapLayout::kPagesPerBitmapPage + 2000);
   EXPECT_EQ(BitmapPages(), 2U);
   EXPECT_EQ(database_.Findings(), "");
   const std::uint32_t most = database_->Source().PageCount();

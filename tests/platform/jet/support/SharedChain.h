@@ -1,0 +1,11 @@
+#pragma once
+
+#include "platform/jet/Bytes.h"
+
+namespace jet::test {
+
+/// A database with a table "Teksten" (Id, Tekst) of `rows` memos that all name the same chain of `pieces` pieces, each
+/// a page long.
+Bytes SharedChain(int rows, int pieces);
+
+}  // namespace jet::test
