@@ -15,10 +15,6 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-constexpr int kExclamation = 48;
-}
-
 void RegisterScreens() {
   RegisterCatalogueScreens();
   RegisterItemScreens();
@@ -30,7 +26,7 @@ std::unique_ptr<ProgramLock> TakeProgramLock() {
   try {
     return std::make_unique<ProgramLock>(global.programFolder + u"\\data"_s);
   } catch (const runtime::Error& error) {
-    desktop::ShowMessageBox(nullptr, error.Description(), kExclamation, u"Spotrooster"_s);
+    desktop::ShowMessageBox(nullptr, error.Description(), runtime::kStyleExclamation, u"Spotrooster"_s);
     return nullptr;
   }
 }

@@ -3,15 +3,15 @@
 #include "app/ui_frmEersteStart.h"
 #include "data/Globals.h"
 #include "data/Text.h"
-#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Trapped.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Numbers.h"
-#include "tools/DemoStation.h"
-#include "tools/ProgramFolder.h"
+#include "data/stations/DemoStation.h"
+#include "data/stations/ProgramFolder.h"
 
 using namespace Qt::StringLiterals;
-using desktop::Trapped;
+using runtime::Trapped;
 
 namespace {
 constexpr QSize kOpeningSize(520, 300);

@@ -1,7 +1,7 @@
 #include "app/frmHandleiding.h"
 
 #include "app/ui_frmHandleiding.h"
-#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Trapped.h"
 #include "platform/runtime/Error.h"
 
 #include <QFile>
@@ -15,7 +15,7 @@ static void NeedManual() {
 }
 
 using namespace Qt::StringLiterals;
-using desktop::Trapped;
+using runtime::Trapped;
 
 namespace {
 

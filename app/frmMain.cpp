@@ -12,10 +12,10 @@
 #include "data/Settings.h"
 #include "export/InterruptedExport.h"
 #include "export/frmRadioDetail.h"
-#include "paper/frmOverzichten.h"
+#include "export/reports/frmOverzichten.h"
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/MessageBox.h"
-#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Trapped.h"
 #include "platform/runtime/Clock.h"
 
 #include <QLocale>
@@ -26,7 +26,7 @@
 
 using namespace Qt::StringLiterals;
 using desktop::IconTint;
-using desktop::Trapped;
+using runtime::Trapped;
 
 namespace {
 
@@ -222,5 +222,5 @@ void frmMain::mnuHandleiding_Click() {
 }
 
 void frmMain::mnuVersie_Click() {
-  desktop::ShowMessageBox(this, u"Spotrooster, planning van radioreclame\n"_s + VersionText(), 64, u"Spotrooster"_s);
+  desktop::ShowMessageBox(this, u"Spotrooster, planning van radioreclame\n"_s + VersionText(), runtime::kStyleInformation, u"Spotrooster"_s);
 }

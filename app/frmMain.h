@@ -1,6 +1,6 @@
 #pragma once
 #include "catalogue/SpotView.h"
-#include "data/Screens.h"
+#include "data/forms/Screens.h"
 
 #include <QMainWindow>
 

@@ -8,6 +8,7 @@
 #include "data/Globals.h"
 #include "data/ProgramLock.h"
 #include "platform/desktop/EnterKey.h"
+#include "platform/desktop/MessageBox.h"
 #include "platform/desktop/FolderMemory.h"
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/Theme.h"
@@ -80,6 +81,7 @@ int main(int argc, char** argv) {
   QApplication::setApplicationVersion(Version());
   QApplication::setDesktopFileName(u"org.spotrooster.Spotrooster"_s);
   SpeakDutch(application);
+  desktop::ShowUserMessagesAsBoxes();
   try {
     return Run(application,
                ParseStartOptions(QApplication::arguments().mid(1), qEnvironmentVariable("SPOTROOSTER_FOLDER"),

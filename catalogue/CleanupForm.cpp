@@ -5,7 +5,7 @@
 #include "data/Writes.h"
 #include "platform/desktop/Events.h"
 #include "platform/desktop/Icons.h"
-#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Trapped.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Numbers.h"
 
@@ -15,12 +15,11 @@
 #include <QScreen>
 
 using namespace Qt::StringLiterals;
-using desktop::Trapped;
+using runtime::Trapped;
 
 namespace {
 
 constexpr QSize kOpeningSize(560, 340);
-constexpr int kInformation = 64;
 
 }  // namespace
 
@@ -71,7 +70,7 @@ void CleanupForm::cmdOk_Click() {
   Trapped(__func__, [&] {
     if (!OpruimenProceed()) return;
     // The user is never told that something was done which was not.
-    if (Opruimen()) ShowItemsMessage(u"Opruimen is uitgevoerd."_s, kInformation);
+    if (Opruimen()) ShowItemsMessage(u"Opruimen is uitgevoerd."_s, kStyleInformation);
     InitControls();
     InitCommands();
     Unload();

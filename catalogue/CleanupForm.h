@@ -1,6 +1,6 @@
 #pragma once
 #include "data/Catalogue.h"
-#include "data/Form.h"
+#include "data/forms/Form.h"
 
 #include <QString>
 

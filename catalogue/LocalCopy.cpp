@@ -7,14 +7,12 @@
 #include "platform/dao/Database.h"
 #include "platform/dao/RestoreTables.h"
 #include "platform/desktop/Events.h"
-#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Trapped.h"
 #include "platform/desktop/WaitPointer.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr int kQuestion = 36;  // Yes and No, Yes is the default
 
 int RowsIn(const QString& databasePath, const QString& table) {
   const dao::Recordset rows =
@@ -23,13 +21,13 @@ int RowsIn(const QString& databasePath, const QString& table) {
 }
 
 void OfferRowsBack(const QString& table, const QString& backup) {
-  desktop::Trapped("RefreshLocalCopies", [&] {
+  runtime::Trapped("RefreshLocalCopies", [&] {
     const int rows = RowsIn(backup, table);
     if (rows == 0) return;
     const QString question =
         u"De lokale kopie kon niet vernieuwd worden en is nu leeg.\n\n"
         u"Wilt u de %1 records terugzetten die er net nog in stonden?"_s.arg(rows);
-    if (ShowItemsMessage(question, kQuestion) != kAnswerYes) return;
+    if (ShowItemsMessage(question, kStyleYesNo) != kAnswerYes) return;
     const desktop::WaitPointer wait;
     dao::RestoreTables(backup, global.localDatabasePath, {table});
   });

@@ -1,7 +1,7 @@
 #include "catalogue/OverviewForm.h"
 
 #include "catalogue/OverviewKeys.h"
-#include "data/DroppedAudio.h"
+#include "data/forms/DroppedAudio.h"
 #include "data/Globals.h"
 #include "platform/controls/ListBox.h"
 #include "platform/controls/QuietLine.h"
@@ -9,7 +9,7 @@
 #include "platform/desktop/FileDrop.h"
 #include "platform/desktop/FocusHome.h"
 #include "platform/desktop/Icons.h"
-#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Trapped.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Numbers.h"
 
@@ -22,7 +22,7 @@
 #include <vector>
 
 using namespace Qt::StringLiterals;
-using desktop::Trapped;
+using runtime::Trapped;
 
 namespace {
 

@@ -1,8 +1,8 @@
 #pragma once
 #include "catalogue/OverviewTexts.h"
 #include "data/Catalogue.h"
-#include "data/Form.h"
-#include "data/Screens.h"
+#include "data/forms/Form.h"
+#include "data/forms/Screens.h"
 
 #include <QString>
 

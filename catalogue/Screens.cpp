@@ -5,7 +5,7 @@
 #include "catalogue/frmItemSpotOpruimen.h"
 #include "catalogue/frmItemSpots.h"
 #include "catalogue/frmItems.h"
-#include "data/Screens.h"
+#include "data/forms/Screens.h"
 
 namespace {
 

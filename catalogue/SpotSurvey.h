@@ -1,6 +1,6 @@
 #pragma once
-#include "data/Errands.h"
-#include "data/FileFinder.h"
+#include "data/forms/Errands.h"
+#include "data/forms/FileFinder.h"
 #include "data/SpotState.h"
 
 #include <QHash>

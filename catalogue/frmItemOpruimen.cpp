@@ -6,7 +6,7 @@
 #include "data/Lookups.h"
 #include "data/Writes.h"
 #include "platform/dao/Database.h"
-#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Trapped.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/TextFile.h"
@@ -15,7 +15,7 @@
 #include <optional>
 
 using namespace Qt::StringLiterals;
-using desktop::Trapped;
+using runtime::Trapped;
 
 frmItemOpruimen::frmItemOpruimen(QWidget* owner) : CleanupForm(owner), ui_(std::make_unique<Ui::frmItemOpruimen>()) {
   ui_->setupUi(this);

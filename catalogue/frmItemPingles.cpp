@@ -4,13 +4,13 @@
 #include "data/Globals.h"
 #include "data/Messages.h"
 #include "data/Writes.h"
-#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Trapped.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Numbers.h"
 #include "ui_frmItemPingles.h"
 
 using namespace Qt::StringLiterals;
-using desktop::Trapped;
+using runtime::Trapped;
 
 frmItemPingles::frmItemPingles(QWidget* owner)
     : OverviewForm(owner, u"item-pingle"_s, u"item-pingles"_s, Screen::ItemPinglesDetail),

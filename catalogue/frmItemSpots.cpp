@@ -2,9 +2,9 @@
 
 #include "catalogue/LocalCopy.h"
 #include "catalogue/SpotSurvey.h"
-#include "data/SpotDetails.h"
+#include "data/forms/SpotDetails.h"
 #include "data/Writes.h"
-#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Trapped.h"
 #include "ui_frmItemSpots.h"
 
 #include <algorithm>
@@ -12,7 +12,7 @@
 #include <limits>
 
 using namespace Qt::StringLiterals;
-using desktop::Trapped;
+using runtime::Trapped;
 
 namespace {
 

@@ -3,11 +3,11 @@
 #include "catalogue/LocalCopy.h"
 #include "data/Globals.h"
 #include "data/Writes.h"
-#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Trapped.h"
 #include "ui_frmItems.h"
 
 using namespace Qt::StringLiterals;
-using desktop::Trapped;
+using runtime::Trapped;
 
 frmItems::frmItems(QWidget* owner)
     : OverviewForm(owner, u"item"_s, u"items"_s, Screen::ItemsDetail), ui_(std::make_unique<Ui::frmItems>()) {

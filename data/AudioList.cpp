@@ -20,5 +20,5 @@ void AppendToAudioList(const QString& path) {
   ShowItemsMessage(
       u"In '%1' zijn tekens die het bestand niet kan bevatten vervangen door een vraagteken, in:\n\n%2"_s.arg(list,
                                                                                                               path),
-      48);
+      kStyleExclamation);
 }

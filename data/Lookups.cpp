@@ -3,11 +3,11 @@
 #include "data/Globals.h"
 #include "data/Text.h"
 #include "platform/dao/Database.h"
-#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Trapped.h"
 #include "platform/runtime/Numbers.h"
 
 using namespace Qt::StringLiterals;
-using desktop::Trapped;
+using runtime::Trapped;
 
 namespace {
 

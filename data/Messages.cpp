@@ -2,7 +2,7 @@
 
 #include "data/Globals.h"
 #include "platform/dao/Database.h"
-#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Trapped.h"
 #include "platform/runtime/Numbers.h"
 
 using namespace Qt::StringLiterals;
@@ -36,7 +36,7 @@ QString TrimmedField(const dao::Recordset& rows, const QString& field) {
 }  // namespace
 
 MsgElements GetMsgElements(int msgNr, const QString& value1, const QString& value2, const QString& value3) {
-  return desktop::Trapped(__func__, MsgElements(), [&] {
+  return runtime::Trapped(__func__, MsgElements(), [&] {
     dao::Database database = dao::OpenDatabase(global.localDatabasePath);
     const dao::Recordset rows = database.OpenRecordset(
         u"SELECT appMessages.* From appMessages WHERE appMessages.MsgNr = "_s + QString::number(msgNr));
@@ -60,7 +60,7 @@ int ShowAppMessage(int msgNr, const QString& value1, const QString& value2, cons
 }
 
 int ShowItemsMessage(const QString& text, int style) {
-  const int answer = desktop::ShowMessageBox(nullptr, text, style, u"Items"_s);
+  const int answer = runtime::ShowUserMessage(text, style, u"Items"_s);
   global.lastAnswer = answer;
   return answer;
 }

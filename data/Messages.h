@@ -1,5 +1,5 @@
 #pragma once
-#include "platform/desktop/MessageBox.h"
+#include "platform/runtime/UserMessage.h"
 
 #include <QString>
 
@@ -22,9 +22,14 @@ int ShowAppMessage(int msgNr, const QString& value1 = {}, const QString& value2 
 // A fixed text with a style value, titled "Items"; the answer as above, kept likewise.
 int ShowItemsMessage(const QString& text, int style);
 
-// The answers are those of desktop::ShowMessageBox, and:
+// The answers are those of runtime::ShowUserMessage, and:
 inline constexpr int kAnswerNone = 0;
-using desktop::kAnswerCancel;
-using desktop::kAnswerNo;
-using desktop::kAnswerOk;
-using desktop::kAnswerYes;
+using runtime::kAnswerCancel;
+using runtime::kAnswerNo;
+using runtime::kAnswerOk;
+using runtime::kAnswerYes;
+using runtime::kStyleCritical;
+using runtime::kStyleExclamation;
+using runtime::kStyleInformation;
+using runtime::kStyleYesNo;
+using runtime::kStyleYesNoDefaultNo;

@@ -2,7 +2,7 @@
 
 #include "data/Globals.h"
 #include "data/SettingsFile.h"
-#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Trapped.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Numbers.h"
@@ -39,7 +39,7 @@ QString Text(IniFile& file, QStringView key) {
 }  // namespace
 
 void GetSettings() {
-  desktop::Trapped(__func__, [] {
+  runtime::Trapped(__func__, [] {
     TakeDrives();
     IniFile file = SettingsFile();
     file.SetSection(settings::kFiles.toString());

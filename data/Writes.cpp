@@ -4,10 +4,10 @@
 #include "data/Lookups.h"
 #include "data/Statements.h"
 #include "platform/dao/Database.h"
-#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Trapped.h"
 
 using namespace Qt::StringLiterals;
-using desktop::Trapped;
+using runtime::Trapped;
 
 namespace {
 

@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 bool ConfirmEarlierExports() {
-  if (ShowItemsMessage(u"Heeft U de vorige export-files reeds verwerkt met Kadrovia ?"_s, 36) == kAnswerYes)
+  if (ShowItemsMessage(u"Heeft U de vorige export-files reeds verwerkt met Kadrovia ?"_s, kStyleYesNo) == kAnswerYes)
     return true;
   desktop::ShowMessageBox(
       nullptr, u"Om data-verlies te vermijden, dient U eerst de vorige export-files te verwerken met Kadrovia !"_s, 48,

@@ -34,7 +34,7 @@ QString FolderSelect::Browse() {
   if (!runtime::IsMapped(chosen)) {
     ShowItemsMessage(
         u"De map '%1' ligt buiten de schijven van ovalis.ini. Andere computers vinden ze zo niet terug."_s.arg(chosen),
-        48);
+        kStyleExclamation);
   }
   return folder_;
 }

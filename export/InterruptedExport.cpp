@@ -1,6 +1,6 @@
 #include "export/InterruptedExport.h"
 
-#include "data/ExportRecord.h"
+#include "export/ExportRecord.h"
 #include "data/Messages.h"
 #include "export/ExportContent.h"
 #include "export/OfflineLogExport.h"

@@ -1,6 +1,6 @@
 #include "export/OfflineLogExport.h"
 
-#include "data/ExportRecord.h"
+#include "export/ExportRecord.h"
 #include "platform/dao/Database.h"
 #include "platform/dao/FrozenDatabase.h"
 #include "platform/runtime/Clock.h"

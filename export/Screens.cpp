@@ -1,6 +1,6 @@
 #include "export/Screens.h"
 
-#include "data/Screens.h"
+#include "data/forms/Screens.h"
 #include "export/frmDefaults.h"
 #include "export/frmPlanningExporteren.h"
 

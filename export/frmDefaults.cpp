@@ -3,18 +3,18 @@
 #include "data/Globals.h"
 #include "data/Lookups.h"
 #include "data/Messages.h"
-#include "data/OptionButton.h"
-#include "data/Screens.h"
+#include "data/forms/OptionButton.h"
+#include "data/forms/Screens.h"
 #include "data/SettingsFile.h"
 #include "export/FolderSelect.h"
 #include "export/ui_frmDefaults.h"
 #include "platform/desktop/Icons.h"
-#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Trapped.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Numbers.h"
 
 using namespace Qt::StringLiterals;
-using desktop::Trapped;
+using runtime::Trapped;
 
 namespace {
 constexpr QSize kOpeningSize(560, 320);
@@ -62,7 +62,7 @@ void frmDefaults::FillForm() {
 void frmDefaults::optOnline_Click() {
   if (filling_) return;
   Trapped(__func__, [&] {
-    ShowItemsMessage(u"Als U van offline naar online overschakelt, dient u meteen ook te exporteren !"_s, 48);
+    ShowItemsMessage(u"Als U van offline naar online overschakelt, dient u meteen ook te exporteren !"_s, kStyleExclamation);
     exportNeeded_ = true;
   });
 }

@@ -8,12 +8,12 @@
 #include "export/ui_frmPlanningExporteren.h"
 #include "platform/desktop/Events.h"
 #include "platform/desktop/Icons.h"
-#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Trapped.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Numbers.h"
 
 using namespace Qt::StringLiterals;
-using desktop::Trapped;
+using runtime::Trapped;
 
 namespace {
 

@@ -3,12 +3,12 @@
 #include "data/Globals.h"
 #include "export/ui_frmRadioDetail.h"
 #include "platform/dao/Database.h"
-#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Trapped.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Numbers.h"
 
 using namespace Qt::StringLiterals;
-using desktop::Trapped;
+using runtime::Trapped;
 
 namespace {
 constexpr QSize kOpeningSize(440, 196);

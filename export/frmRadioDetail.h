@@ -1,5 +1,5 @@
 #pragma once
-#include "data/Form.h"
+#include "data/forms/Form.h"
 
 #include <memory>
 

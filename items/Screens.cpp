@@ -1,6 +1,6 @@
 #include "items/Screens.h"
 
-#include "data/Screens.h"
+#include "data/forms/Screens.h"
 #include "items/frmItemsDetail.h"
 
 void RegisterItemScreens() {

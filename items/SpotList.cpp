@@ -1,7 +1,7 @@
 #include "items/SpotList.h"
 
 #include "data/Catalogue.h"
-#include "data/SpotDetails.h"
+#include "data/forms/SpotDetails.h"
 #include "platform/controls/ListBox.h"
 #include "platform/dao/Database.h"
 #include "platform/runtime/Error.h"

@@ -3,7 +3,7 @@
 #include "data/Globals.h"
 #include "data/Text.h"
 #include "items/ui_frmDirectory.h"
-#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Trapped.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Numbers.h"
@@ -12,7 +12,7 @@
 #include <QKeyEvent>
 #include <QSignalBlocker>
 
-using desktop::Trapped;
+using runtime::Trapped;
 
 frmDirectory::frmDirectory(QWidget* owner) : Form(owner), ui_(std::make_unique<Ui::frmDirectory>()) {
   ui_->setupUi(this);

@@ -1,15 +1,15 @@
 #include "items/frmItemsDetail.h"
 
-#include "data/OptionButton.h"
+#include "data/forms/OptionButton.h"
 #include "items/ui_frmItemsDetail.h"
 #include "platform/desktop/Icons.h"
-#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Trapped.h"
 #include "platform/desktop/WholeText.h"
 
 #include <QShortcut>
 
 using namespace Qt::StringLiterals;
-using desktop::Trapped;
+using runtime::Trapped;
 
 frmItemsDetail::frmItemsDetail(QWidget* owner) : EditorForm(owner), ui_(std::make_unique<Ui::frmItemsDetail>()) {
   ui_->setupUi(this);

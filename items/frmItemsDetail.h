@@ -1,6 +1,6 @@
 #pragma once
 #include "data/Catalogue.h"
-#include "data/EditorForm.h"
+#include "data/forms/EditorForm.h"
 #include "data/Rows.h"
 #include "items/SpotList.h"
 #include "platform/dao/Recordset.h"

@@ -1,7 +1,7 @@
 // What the buttons of the item editor open and do, but OK and cancel.
 #include "data/Globals.h"
 #include "data/Messages.h"
-#include "data/Screens.h"
+#include "data/forms/Screens.h"
 #include "data/Writes.h"
 #include "items/frmDirectory.h"
 #include "items/frmItemsDetail.h"
@@ -9,12 +9,12 @@
 #include "items/ui_frmItemsDetail.h"
 #include "platform/desktop/FocusHome.h"
 #include "platform/desktop/InputBox.h"
-#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Trapped.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Numbers.h"
 
 using namespace Qt::StringLiterals;
-using desktop::Trapped;
+using runtime::Trapped;
 
 void frmItemsDetail::cmdOpt1Toevoegen_Click() {
   Trapped(__func__, [this] {

@@ -2,11 +2,11 @@
 #include "items/FileNameExample.h"
 #include "items/frmItemsDetail.h"
 #include "items/ui_frmItemsDetail.h"
-#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Trapped.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Numbers.h"
 
-using desktop::Trapped;
+using runtime::Trapped;
 
 void frmItemsDetail::txtNaam_Change() {
   Trapped(__func__, [this] { Changed(); });

@@ -3,14 +3,14 @@
 #include "items/frmItemsDetail.h"
 #include "items/ui_frmItemsDetail.h"
 #include "platform/dao/Database.h"
-#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Trapped.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
 
 #include <vector>
 
 using namespace Qt::StringLiterals;
-using desktop::Trapped;
+using runtime::Trapped;
 
 namespace {
 

@@ -4,12 +4,12 @@
 #include "items/ui_frmItemsDetailOpt1.h"
 #include "platform/controls/ListBox.h"
 #include "platform/dao/Database.h"
-#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Trapped.h"
 
 #include <vector>
 
 using namespace Qt::StringLiterals;
-using desktop::Trapped;
+using runtime::Trapped;
 
 frmItemsDetailOpt1::frmItemsDetailOpt1(QWidget* owner, controls::ListBox& lstOpt1ItemSpots)
     : EditorForm(owner), ui_(std::make_unique<Ui::frmItemsDetailOpt1>()), list_(lstOpt1ItemSpots) {

@@ -4,7 +4,7 @@
 #include "data/Writes.h"
 #include "items/frmItemsDetail.h"
 #include "items/ui_frmItemsDetail.h"
-#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Trapped.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
@@ -12,7 +12,7 @@
 #include <optional>
 
 using namespace Qt::StringLiterals;
-using desktop::Trapped;
+using runtime::Trapped;
 
 void frmItemsDetail::Opslaan() {
   isDirty_ = true;  // until everything is written

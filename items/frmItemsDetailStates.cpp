@@ -2,12 +2,12 @@
 #include "items/frmItemsDetail.h"
 #include "items/ui_frmItemsDetail.h"
 #include "platform/desktop/Lock.h"
-#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Trapped.h"
 
 #include <QSignalBlocker>
 
 using namespace Qt::StringLiterals;
-using desktop::Trapped;
+using runtime::Trapped;
 
 namespace {
 

@@ -2,11 +2,11 @@
 #include "data/Text.h"
 #include "items/frmItemsDetail.h"
 #include "items/ui_frmItemsDetail.h"
-#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Trapped.h"
 #include "platform/runtime/Numbers.h"
 
 using namespace Qt::StringLiterals;
-using desktop::Trapped;
+using runtime::Trapped;
 
 namespace {
 

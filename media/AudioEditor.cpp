@@ -8,7 +8,7 @@
 #include "platform/dao/Database.h"
 #include "platform/desktop/FileDrop.h"
 #include "platform/desktop/Icons.h"
-#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Trapped.h"
 #include "platform/desktop/WholeText.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
@@ -27,7 +27,7 @@
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
-using desktop::Trapped;
+using runtime::Trapped;
 
 AudioEditor::AudioEditor(const Words& words, QWidget* owner) : EditorForm(owner), words_(words) {
   codFile_.SetTitle(words_.chooserTitle);

@@ -1,5 +1,5 @@
 #pragma once
-#include "data/EditorForm.h"
+#include "data/forms/EditorForm.h"
 #include "platform/dao/Recordset.h"
 #include "platform/desktop/FileChooser.h"
 

@@ -1,10 +1,10 @@
 // Where the file of a record comes from: the file dialog, or files dropped on a list or on the editor.
-#include "data/DroppedAudio.h"
+#include "data/forms/DroppedAudio.h"
 #include "data/Messages.h"
 #include "data/Text.h"
 #include "media/AudioEditor.h"
 #include "media/AudioPreview.h"
-#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Trapped.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Numbers.h"
@@ -13,7 +13,7 @@
 #include <QLineEdit>
 
 using namespace Qt::StringLiterals;
-using desktop::Trapped;
+using runtime::Trapped;
 
 void AudioEditor::cmdPath_Click() {
   Trapped(__func__, [&] {
@@ -36,7 +36,7 @@ void AudioEditor::WarnWhenUnmapped(const QString& hostPath) {
   ShowItemsMessage(
       u"'%1' ligt buiten de schijven die in ovalis.ini staan (sectie [Drives]).\r\nAndere computers "
       u"vinden dit bestand niet."_s.arg(hostPath),
-      48);
+      kStyleExclamation);
 }
 
 void AudioEditor::cmdFillName_Click() {
@@ -62,7 +62,7 @@ void AudioEditor::Form_DropFiles(const QStringList& files) {
       ShowItemsMessage(
           u"Zet hier één geluidsbestand neer: dit venster wijzigt één bestaand record.\r\nMeer bestanden "
           u"tegelijk kunnen op de lijst, of op het venster van een nieuw record."_s,
-          48);
+          kStyleExclamation);
     } else if (audio.size() == 1 && DroppedAudioLeft() == 0) {
       TakeFile(audio.first());
       FillFromFile();

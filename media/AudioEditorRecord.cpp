@@ -6,7 +6,7 @@
 #include "data/Text.h"
 #include "media/AudioEditor.h"
 #include "media/AudioPreview.h"
-#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Trapped.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
@@ -15,7 +15,7 @@
 #include <QLineEdit>
 
 using namespace Qt::StringLiterals;
-using desktop::Trapped;
+using runtime::Trapped;
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include "media/WaveformFeed.h"
 #include "platform/audio/AudioPlayer.h"
 #include "platform/desktop/Icons.h"
-#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Trapped.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Numbers.h"
@@ -23,7 +23,7 @@
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
-using desktop::Trapped;
+using runtime::Trapped;
 
 namespace {
 
@@ -210,7 +210,7 @@ void AudioPreview::Player_Start() {
 }
 
 void AudioPreview::Player_Failed(const QString& message) {
-  Trapped(__func__, [&] { ShowItemsMessage(message, 48); });
+  Trapped(__func__, [&] { ShowItemsMessage(message, kStyleExclamation); });
 }
 
 void AudioPreview::ShowStatus(const QString& text) {

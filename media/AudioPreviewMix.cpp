@@ -4,12 +4,12 @@
 #include "media/WaveformFeed.h"
 #include "platform/audio/AudioPlayer.h"
 #include "platform/desktop/InputBox.h"
-#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Trapped.h"
 #include "platform/runtime/Numbers.h"
 #include "ui_AudioPreview.h"
 
 using namespace Qt::StringLiterals;
-using desktop::Trapped;
+using runtime::Trapped;
 
 void AudioPreview::WireMix() {
   connect(ui_->cmdMix, &QPushButton::clicked, this, &AudioPreview::cmdMix_Click);

@@ -1,7 +1,7 @@
 // The buttons, keys and slider of the player.
 #include "media/AudioPreview.h"
 #include "platform/audio/AudioPlayer.h"
-#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Trapped.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
 #include "ui_AudioPreview.h"
@@ -10,7 +10,7 @@
 #include <QShortcut>
 #include <QTimer>
 
-using desktop::Trapped;
+using runtime::Trapped;
 
 namespace {
 

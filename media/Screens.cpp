@@ -1,9 +1,9 @@
 #include "media/Screens.h"
 
-#include "data/DroppedAudio.h"
+#include "data/forms/DroppedAudio.h"
 #include "data/Globals.h"
 #include "data/Messages.h"
-#include "data/Screens.h"
+#include "data/forms/Screens.h"
 #include "media/frmItemPinglesDetail.h"
 #include "media/frmItemSpotsDetail.h"
 
@@ -16,7 +16,7 @@ bool GoesOn() {
   const qsizetype left = DroppedAudioLeft();
   const QString waiting =
       left == 1 ? u"Er wacht nog één geluidsbestand."_s : u"Er wachten nog %1 geluidsbestanden."_s.arg(left);
-  return ShowItemsMessage(waiting + u"\r\nVerdergaan met het volgende?"_s, 36) == kAnswerYes;
+  return ShowItemsMessage(waiting + u"\r\nVerdergaan met het volgende?"_s, kStyleYesNo) == kAnswerYes;
 }
 
 // One editor, and after it one for each dropped file that waits.

@@ -1,6 +1,6 @@
 #include "media/ValidityRemark.h"
 
-#include "data/SpotDetails.h"
+#include "data/forms/SpotDetails.h"
 
 using namespace Qt::StringLiterals;
 

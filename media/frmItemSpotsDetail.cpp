@@ -7,7 +7,7 @@
 #include "media/ControlsOf.h"
 #include "media/ValidityRemark.h"
 #include "platform/audio/AudioPlayer.h"
-#include "platform/desktop/Trapped.h"
+#include "platform/runtime/Trapped.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Dates.h"
 #include "platform/runtime/Numbers.h"
@@ -19,7 +19,7 @@
 #include <optional>
 
 using namespace Qt::StringLiterals;
-using desktop::Trapped;
+using runtime::Trapped;
 
 namespace {
 

@@ -1,5 +1,5 @@
 #include "tools/Commands.h"
-#include "tools/ProgramFolder.h"
+#include "data/stations/ProgramFolder.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,5 +1,5 @@
 #include "tools/Commands.h"
-#include "tools/DemoStation.h"
+#include "data/stations/DemoStation.h"
 
 #include <QFileInfo>
 

@@ -12,19 +12,13 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-constexpr int kButtons = 15;  // the part of a style that tells the buttons; 0 = OK
-
-}  // namespace
-
 StationSession::StationSession(const Arguments& arguments, std::ostream& err, const SessionAnswer& answer)
-    : outlet_([&err, answer](const QString& text, int style, const QString&) {
-        const bool question = (style & kButtons) != 0;
+    : messages_([&err, answer](const QString& text, int style, const QString&) {
+        const bool question = runtime::IsQuestion(style);
         if (question && answer.answer != 0) return answer.answer;
         err << text.toStdString() << '\n';
         if (question) throw runtime::Error(u"Antwoord ja met de optie %1."_s.arg(answer.option));
-        return desktop::kAnswerOk;
+        return runtime::kAnswerOk;
       }) {
   const qint16 number = arguments.Station();
   const QString folder = QFileInfo(arguments.Plain().first()).absoluteFilePath();

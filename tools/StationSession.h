@@ -1,5 +1,5 @@
 #pragma once
-#include "platform/desktop/MessageBox.h"
+#include "platform/runtime/UserMessage.h"
 #include "tools/Arguments.h"
 
 #include <ostream>
@@ -12,7 +12,7 @@ struct SessionAnswer {
 };
 
 // A station opened as the program opens it at its start, but without windows: settings, paths and mode stand in
-// `global`. While it lives, what the program would show in a box goes to `err`, a line or more each. Afterwards
+// `global`. While it lives, what the program would show as a message goes to `err`, a line or more each. Afterwards
 // `global` and the drives are empty.
 class StationSession {
  public:
@@ -24,5 +24,5 @@ class StationSession {
   StationSession& operator=(const StationSession&) = delete;
 
  private:
-  desktop::MessageBoxOutlet outlet_;
+  runtime::UserMessageScope messages_;
 };

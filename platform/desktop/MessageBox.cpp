@@ -12,22 +12,19 @@ namespace desktop {
 namespace {
 
 MessageBoxScript* youngest = nullptr;
-MessageBoxOutlet::Tell outlet;
 
 }  // namespace
 
 int ShowMessageBox(QWidget* owner, const QString& text, int style, const QString& title) {
-  if (outlet) return outlet(text, style, title);
   const ArrowPointer arrow;
   MessageDialog dialog(OwnerOrActive(owner), text, style, title);
   if (MessageBoxScript* script = MessageBoxScript::Active()) dialog.Obey(*script);
   return dialog.exec();
 }
 
-MessageBoxOutlet::MessageBoxOutlet(Tell tell) : previous_(std::exchange(outlet, std::move(tell))) {}
-
-MessageBoxOutlet::~MessageBoxOutlet() {
-  outlet = std::move(previous_);
+void ShowUserMessagesAsBoxes() {
+  runtime::SetUserMessageSink(
+      [](const QString& text, int style, const QString& title) { return ShowMessageBox(nullptr, text, style, title); });
 }
 
 MessageBoxScript::MessageBoxScript() : older_(youngest) {

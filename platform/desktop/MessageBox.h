@@ -1,10 +1,11 @@
 #pragma once
 
+#include "platform/runtime/UserMessage.h"
+
 #include <QString>
 #include <QStringList>
 
 #include <deque>
-#include <functional>
 #include <initializer_list>
 #include <vector>
 
@@ -12,33 +13,18 @@ class QWidget;
 
 namespace desktop {
 
-// What a message box answers. The frame and Esc give no answer to a box with Yes and No only.
-inline constexpr int kAnswerOk = 1;
-inline constexpr int kAnswerCancel = 2;
-inline constexpr int kAnswerYes = 6;
-inline constexpr int kAnswerNo = 7;
+using runtime::kAnswerCancel;
+using runtime::kAnswerNo;
+using runtime::kAnswerOk;
+using runtime::kAnswerYes;
 
-// Shows a modal message box and returns the answer. `style` is the sum of
-//   buttons  0 OK, 3 Yes/No/Cancel, 4 Yes/No (anything else: OK)
-//   icon     16 critical, 32 question, 48 exclamation, 64 information (0: none)
-//   default  0 first button, 256 second, 512 third
-// so 36, 35, 292, 64, 48, 16 and 0 are the usual ones. `owner` null: the active modal window, or the active one.
-// The wait pointer is lifted while the box is open. User-interface thread only.
+// Shows a modal message box and returns the answer; styles and answers are those of runtime::ShowUserMessage.
+// `owner` null: the active modal window, or the active one. The wait pointer is lifted while the box is open.
+// User-interface thread only.
 int ShowMessageBox(QWidget* owner, const QString& text, int style, const QString& title);
 
-// While one lives, boxes are told to it instead of being shown, and it answers: for a program that has no windows. The
-// answer to a box that asks nothing does not matter. Scopes nest.
-class MessageBoxOutlet {
- public:
-  using Tell = std::function<int(const QString& text, int style, const QString& title)>;
-  explicit MessageBoxOutlet(Tell tell);
-  ~MessageBoxOutlet();
-  MessageBoxOutlet(const MessageBoxOutlet&) = delete;
-  MessageBoxOutlet& operator=(const MessageBoxOutlet&) = delete;
-
- private:
-  Tell previous_;
-};
+// From now on every runtime::ShowUserMessage is a message box. Called once at the start of a program with windows.
+void ShowUserMessagesAsBoxes();
 
 // What was on screen, as a script saw it.
 struct ShownMessageBox {

@@ -1,6 +1,6 @@
 #pragma once
 #include "app/frmMain.h"
-#include "data/Screens.h"
+#include "data/forms/Screens.h"
 #include "tests/support/Station.h"
 
 #include <gtest/gtest.h>

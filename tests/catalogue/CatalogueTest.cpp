@@ -1,7 +1,7 @@
 #include "tests/catalogue/CatalogueTest.h"
 
 #include "catalogue/Screens.h"
-#include "data/Screens.h"
+#include "data/forms/Screens.h"
 #include "platform/controls/ListBox.h"
 #include "platform/runtime/HostPath.h"
 

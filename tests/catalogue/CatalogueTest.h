@@ -1,5 +1,5 @@
 #pragma once
-#include "data/Form.h"
+#include "data/forms/Form.h"
 #include "data/Globals.h"
 #include "platform/desktop/MessageBox.h"
 #include "tests/support/Child.h"

@@ -4,7 +4,7 @@
 #include "catalogue/frmItemPingles.h"
 #include "catalogue/frmItemSpots.h"
 #include "catalogue/frmItems.h"
-#include "data/DroppedAudio.h"
+#include "data/forms/DroppedAudio.h"
 #include "platform/controls/ListBox.h"
 #include "platform/runtime/HostPath.h"
 #include "tests/catalogue/CatalogueTest.h"

@@ -232,7 +232,7 @@ TEST(ItemCleanupOffline, AFailureAtTheFirstSpotIsNotForgottenByTheRest) {
   station.OnLocal(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (2147483647, \"vol\")"_s);
   global.gstrOpruimenID = u"1"_s;
   QStringList titles;
-  const desktop::MessageBoxOutlet outlet([&](const QString&, int, const QString& title) {
+  const runtime::UserMessageScope messages([&](const QString&, int, const QString& title) {
     titles += title;
     station.OnLocal(u"DELETE FROM tblOfflineLog"_s);
     return desktop::kAnswerOk;

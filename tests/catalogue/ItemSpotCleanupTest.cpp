@@ -197,7 +197,7 @@ TEST_P(ItemSpotCleanup, WaitingEventsGoBeforeItIsCalledDone) {
   QMetaObject::invokeMethod(
       &form, [&] { seen = IDs(u"ItemSpots"_s); }, Qt::QueuedConnection);
   bool handled = false;
-  const desktop::MessageBoxOutlet outlet([&](const QString&, int, const QString&) {
+  const runtime::UserMessageScope messages([&](const QString&, int, const QString&) {
     handled = !seen.isEmpty();
     return desktop::kAnswerOk;
   });

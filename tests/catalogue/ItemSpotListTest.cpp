@@ -1,5 +1,5 @@
 #include "catalogue/frmItemSpots.h"
-#include "data/Screens.h"
+#include "data/forms/Screens.h"
 #include "platform/controls/ListBox.h"
 #include "tests/catalogue/CatalogueTest.h"
 

@@ -1,7 +1,7 @@
 // An export that fails or dies at any of its steps: each statement stays in the log or comes into one complete file.
 #include "export/OfflineLogExport.h"
 
-#include "data/ExportRecord.h"
+#include "export/ExportRecord.h"
 #include "data/Globals.h"
 #include "export/InterruptedExport.h"
 #include "platform/runtime/Clock.h"

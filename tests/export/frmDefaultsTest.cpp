@@ -2,7 +2,7 @@
 
 #include "data/Globals.h"
 #include "data/Messages.h"
-#include "data/Screens.h"
+#include "data/forms/Screens.h"
 #include "platform/desktop/FileChooser.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/TextFile.h"

@@ -1,5 +1,5 @@
 #include "data/Messages.h"
-#include "data/Screens.h"
+#include "data/forms/Screens.h"
 #include "platform/desktop/InputBox.h"
 #include "platform/runtime/Clock.h"
 #include "tests/items/ItemEditor.h"

@@ -2,6 +2,7 @@
 
 #include "app/Language.h"
 #include "platform/desktop/Icons.h"
+#include "platform/desktop/MessageBox.h"
 
 #include <QApplication>
 #include <QFile>
@@ -66,6 +67,7 @@ Stage::Stage(int& argc, char** argv, const StageOptions& options) : screen_(std:
   LeaveOutSizeHints();
   application_ = std::make_unique<QApplication>(argc, argv);
   SpeakDutch(*application_);
+  desktop::ShowUserMessagesAsBoxes();
   theme_ = std::make_unique<desktop::Theme>(*application_, options.variant);
   if (QFontDatabase::families().contains(u"Inter"_s)) QApplication::setFont(QFont(u"Inter"_s, 10));
   QApplication::setWindowIcon(desktop::AppIcon());

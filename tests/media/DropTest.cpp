@@ -1,9 +1,9 @@
 // Sound files dropped on an editor, with the events that the desktop sends.
 #include "tests/support/Drop.h"
 
-#include "data/DroppedAudio.h"
+#include "data/forms/DroppedAudio.h"
 #include "data/Globals.h"
-#include "data/Screens.h"
+#include "data/forms/Screens.h"
 #include "media/Screens.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/HostPath.h"

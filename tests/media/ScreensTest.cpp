@@ -1,7 +1,7 @@
 #include "media/Screens.h"
 
 #include "data/Globals.h"
-#include "data/Screens.h"
+#include "data/forms/Screens.h"
 #include "tests/media/support/EditorDesk.h"
 #include "tests/support/ModalDriver.h"
 

@@ -1,5 +1,5 @@
 #pragma once
-#include "platform/desktop/MessageBox.h"
+#include "platform/runtime/UserMessage.h"
 
 #include <QCursor>
 #include <QGuiApplication>
@@ -7,12 +7,12 @@
 
 namespace testing_support {
 
-// While it lives, boxes are answered without being shown, and the titles are kept of those that came up during an
+// While it lives, messages are answered without being shown, and the titles are kept of those that came up during an
 // hourglass.
 class PointerWatch {
  public:
-  explicit PointerWatch(int answer = desktop::kAnswerOk)
-      : outlet_([this, answer](const QString&, int, const QString& title) {
+  explicit PointerWatch(int answer = runtime::kAnswerOk)
+      : messages_([this, answer](const QString&, int, const QString& title) {
           if (IsHourglass()) titles_ += title;
           return answer;
         }) {}
@@ -25,7 +25,7 @@ class PointerWatch {
 
  private:
   QStringList titles_;
-  desktop::MessageBoxOutlet outlet_;
+  runtime::UserMessageScope messages_;
 };
 
 }  // namespace testing_support

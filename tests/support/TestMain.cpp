@@ -1,4 +1,5 @@
 // The main of every test program with Qt: offscreen, fixed locale, fixed style, no desktop settings.
+#include "platform/desktop/MessageBox.h"
 #include "tests/support/OwnUserFolders.h"
 
 #include <QApplication>
@@ -18,5 +19,6 @@ int main(int argc, char** argv) {
   QLocale::setDefault(QLocale(QLocale::Dutch, QLocale::Belgium));
   QApplication application(argc, argv);
   QApplication::setQuitOnLastWindowClosed(false);
+  desktop::ShowUserMessagesAsBoxes();
   return RUN_ALL_TESTS();
 }

@@ -1,5 +1,5 @@
 #include "tests/tools/RunTool.h"
-#include "tools/DemoCatalogue.h"
+#include "data/stations/DemoCatalogue.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,4 +1,4 @@
-#include "data/ExportRecord.h"
+#include "export/ExportRecord.h"
 #include "data/Globals.h"
 #include "data/ProgramLock.h"
 #include "export/OfflineLogExport.h"

@@ -18,7 +18,7 @@
 #include "items/frmItemsDetailOpt1.h"
 #include "media/frmItemPinglesDetail.h"
 #include "media/frmItemSpotsDetail.h"
-#include "paper/frmOverzichten.h"
+#include "export/reports/frmOverzichten.h"
 #include "platform/controls/ListBox.h"
 #include "platform/desktop/InputDialog.h"
 #include "platform/desktop/MessageDialog.h"

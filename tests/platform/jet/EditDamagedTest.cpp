@@ -1,7 +1,7 @@
 // A short run of the fuzz target "open, check, edit, save", and the damages that it once found the writer to fall for.
-#include "fuzz/EditDamaged.h"
+#include "tests/fuzz/EditDamaged.h"
 
-#include "fuzz/EditBases.h"
+#include "tests/fuzz/EditBases.h"
 #include "platform/jet/Check.h"
 #include "platform/jet/Codec.h"
 #include "platform/jet/PageClaims.h"

@@ -1,6 +1,6 @@
 // A short run of the fuzz target over files and their mutations: whatever lies in a file, reading it ends, with an
 // Error at most.
-#include "fuzz/PageMutator.h"
+#include "tests/fuzz/PageMutator.h"
 #include "tests/platform/jet/SpotsImage.h"
 #include "tests/platform/jet/support/Samples.h"
 

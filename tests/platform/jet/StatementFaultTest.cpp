@@ -1,5 +1,5 @@
 // Every statement that writes, with every call to the disk failing in turn, in every way.
-#include "fuzz/EditBases.h"
+#include "tests/fuzz/EditBases.h"
 #include "platform/jet/Check.h"
 #include "tests/platform/jet/support/FaultyFiles.h"
 #include "tests/platform/jet/support/SampleTable.h"

@@ -1,0 +1,59 @@
+#include "data/forms/DroppedAudio.h"
+
+#include "data/Globals.h"
+#include "data/Messages.h"
+
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kNamedAtMost = 5;
+
+// By name, as the file dialog goes; whether it really holds sound shows when it is opened.
+bool IsAudio(const QString& file) {
+  const QString suffix = QFileInfo(file).suffix().toLower();
+  return (suffix == u"mp3"_s || suffix == u"wav"_s) && QFileInfo(file).isFile();
+}
+
+QString Named(const QStringList& files) {
+  QString text;
+  for (const QString& file : files.first(qMin(files.size(), kNamedAtMost)))
+    text += u"\r\n'%1'"_s.arg(file);
+  if (files.size() > kNamedAtMost) text += u"\r\nen nog %1"_s.arg(files.size() - kNamedAtMost);
+  return text;
+}
+
+}  // namespace
+
+QStringList AcceptedAudio(const QStringList& files) {
+  QStringList audio;
+  QStringList others;
+  for (const QString& file : files)
+    (IsAudio(file) ? audio : others) += file;
+  if (!others.isEmpty()) {
+    ShowItemsMessage(
+        u"U kunt hier geluidsbestanden van deze computer neerzetten: Mpeg-3 (*.MP3) en Wave (*.WAV).\r\n"
+        u"Niet overgenomen:"_s +
+            Named(others),
+        kStyleExclamation);
+  }
+  return audio;
+}
+
+void QueueDroppedAudio(const QStringList& files) {
+  global.droppedAudio += files;
+}
+
+qsizetype DroppedAudioLeft() {
+  return global.droppedAudio.size();
+}
+
+QString TakeDroppedAudio() {
+  return global.droppedAudio.isEmpty() ? QString() : global.droppedAudio.takeFirst();
+}
+
+void ForgetDroppedAudio() {
+  global.droppedAudio.clear();
+}

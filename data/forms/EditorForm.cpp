@@ -1,0 +1,84 @@
+#include "data/forms/EditorForm.h"
+
+#include "data/Globals.h"
+#include "data/Messages.h"
+#include "data/Text.h"
+#include "platform/dao/Database.h"
+#include "platform/dao/SqlText.h"
+#include "platform/runtime/Trapped.h"
+#include "platform/desktop/WaitPointer.h"
+#include "platform/runtime/Error.h"
+#include "platform/runtime/Numbers.h"
+
+using namespace Qt::StringLiterals;
+using runtime::Trapped;
+
+void EditorForm::Form_Load() {
+  Trapped(__func__, [this] {
+    const desktop::WaitPointer wait;
+    TakeSelectedID();
+    InitForm();
+    FillForm();
+    InitControls();
+    InitCommands();
+    Loaded();
+  });
+}
+
+void EditorForm::TakeSelectedID() {
+  isNew_ = !runtime::IsNumeric(global.gstrSelectedID);
+  id_ = isNew_ ? 0 : runtime::ToLong(global.gstrSelectedID);
+}
+
+void EditorForm::Filled() {
+  isDirty_ = false;
+  filled_ = true;
+}
+
+void EditorForm::RequireFilled() const {
+  if (!isNew_ && !(filled_ && whole_)) {
+    throw runtime::Error(u"Dit record kon bij het openen niet in zijn geheel gelezen worden. Er is niets bewaard."_s);
+  }
+}
+
+bool EditorForm::Refuse(int message, const QString& value1, const QString& value2, QWidget* focus) {
+  ShowAppMessage(message, value1, value2);
+  if (focus != nullptr) focus->setFocus();
+  return false;
+}
+
+bool EditorForm::IsFormDirty() {
+  return Trapped(__func__, true, [&] {
+    if (!isDirty_) return false;
+    const int answer = ShowAppMessage(2000);
+    if (answer == kAnswerNone) return true;  // the question could not be asked: keep what was typed
+    if (answer != kAnswerYes) {
+      isDirty_ = false;
+    } else if (OpslaanProceed()) {
+      Opslaan();
+    }
+    return isDirty_;
+  });
+}
+
+void EditorForm::SaveAndClose() {
+  if (OpslaanProceed()) {
+    Opslaan();
+  } else {
+    isDirty_ = true;
+  }
+  if (!isDirty_) Unload();
+}
+
+void EditorForm::CancelAndClose() {
+  if (!IsFormDirty()) Unload();
+}
+
+bool NameExists(const QString& databasePath, const QString& table, const QString& naam, bool isNew, qint32 id) {
+  QString query = u"SELECT "_s + table + u".Naam " + u"From " + table + u" " + u"WHERE " + u"UCase(" + table +
+                  u".Naam) =  " + u'"' + dao::UCase(RemReservedChr(naam)) + u'"';
+  if (!isNew) query += u" AND NOT "_s + table + u".ID = " + QString::number(id);
+  dao::Database database = dao::OpenDatabase(databasePath);
+  const dao::Recordset rows = database.OpenRecordset(query);
+  return !(rows.Bof() && rows.Eof());
+}

@@ -1,0 +1,74 @@
+#include "data/forms/Form.h"
+
+#include "platform/controls/ComboBox.h"
+#include "platform/controls/ListBox.h"
+#include "platform/desktop/Lock.h"
+#include "platform/runtime/Trapped.h"
+#include "platform/desktop/WaitPointer.h"
+#include "platform/runtime/Error.h"
+
+#include <QCloseEvent>
+#include <QScreen>
+
+using namespace Qt::StringLiterals;
+
+Form::Form(QWidget* owner) : QDialog(owner) {
+  setWindowFlag(Qt::WindowContextHelpButtonHint, false);
+  setModal(true);
+}
+
+void Form::ShowModal() {
+  Form_Load();
+  const desktop::ArrowPointer arrow;  // the caller may still be waiting; the user of this form is not
+  const QWidget* owner = parentWidget();
+  if (owner != nullptr && !owner->isVisible()) Centre();
+  exec();
+  // Windows that close one right after the other leave some desktops without an active one, and the keyboard dead.
+  if (owner != nullptr && owner->isVisible()) owner->window()->activateWindow();
+}
+
+// Amid the screen; over an owner that is not shown yet Qt would put it anywhere.
+void Form::Centre() {
+  QRect place(QPoint(), size());
+  place.moveCenter(screen()->availableGeometry().center());
+  move(place.topLeft());
+}
+
+QWidget* Form::Named(const QString& name) const {
+  auto* widget = findChild<QWidget*>(name);
+  if (widget == nullptr) throw runtime::Error(u"Het veld '%1' bestaat niet op dit scherm."_s.arg(name));
+  return widget;
+}
+
+void Form::LockControl(const QString& name, bool lock) {
+  runtime::Trapped(__func__, [&] { desktop::SetLocked(Named(name), lock); });
+}
+
+void Form::SetCboTextWhereID(const QString& name, qint64 id) {
+  runtime::Trapped(__func__, [&] {
+    QWidget* widget = Named(name);
+    if (auto* combo = qobject_cast<controls::ComboBox*>(widget)) {
+      combo->SelectWhereItemData(id);
+    } else if (auto* list = qobject_cast<controls::ListBox*>(widget)) {
+      list->SelectWhereItemData(id);
+    } else {
+      throw runtime::Error(u"Het veld '%1' is geen lijst."_s.arg(name));
+    }
+  });
+}
+
+void Form::Unload() {
+  if (unloading_) return;
+  unloading_ = true;
+  Form_Unload();
+  done(QDialog::Accepted);
+}
+
+void Form::closeEvent(QCloseEvent* event) {
+  if (unloading_) {
+    QDialog::closeEvent(event);
+    return;
+  }
+  event->ignore();
+  CloseAsked();
+}

@@ -1,0 +1,75 @@
+#include "data/stations/ProgramFolder.h"
+
+#include "data/Schema.h"
+#include "platform/dao/Database.h"
+#include "platform/runtime/Error.h"
+#include "platform/runtime/TextFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr char kSettings[] =
+    "; Instellingen van Spotrooster\r\n"
+    "[Files]\r\n"
+    "DatabasePath=D:\\server\r\n"
+    "ExportPath=D:\\export\r\n"
+    "\r\n"
+    "[Audio Players]\r\n"
+    "; -1 = het gewone geluidsapparaat van deze computer\r\n"
+    "Card=-1\r\n"
+    "Buffers=20\r\n"
+    "Buffer_Size=2048\r\n"
+    "Callback=0\r\n"
+    "\r\n"
+    "[Drives]\r\n"
+    "; schijven en netwerkmappen zoals Windows ze noemt, en de mappen van deze computer die ervoor staan\r\n"
+    "D=.\r\n"
+    "Z=/\r\n";
+
+QString Numbered(const QString& name, qint16 number) {
+  return name + (number == 0 ? QString() : QString::number(number)) + u".mdb";
+}
+
+void MakeFolder(const QString& path) {
+  if (!QDir().mkpath(path)) throw runtime::Error(u"Kan de map '%1' niet maken."_s.arg(path));
+}
+
+void AddStation(const QString& localDatabase, qint16 number, const QString& name) {
+  dao::Database database = dao::OpenDatabase(localDatabase);
+  const dao::Recordset rows = database.OpenRecordset(
+      u"SELECT LicentieNummer FROM cdeLicenties WHERE LicentieNummer = "_s + QString::number(number));
+  if (rows.Eof()) schema::AddStation(localDatabase, number, name);
+}
+
+}  // namespace
+
+ProgramFolder::ProgramFolder(const QString& hostPath) : path_(QFileInfo(hostPath).absoluteFilePath()) {
+  for (const QString& name : {u"data"_s, u"server"_s, u"export"_s})
+    MakeFolder(path_ + u'/' + name);
+  const QString settings = path_ + u"/ovalis.ini";
+  if (!QFile::exists(settings)) runtime::WriteFile(settings, kSettings);
+}
+
+QString ProgramFolder::LocalDatabase(qint16 number) const {
+  return path_ + u"/data/" + Numbered(u"OvalistoLocal"_s, number);
+}
+
+QString ProgramFolder::ServerDatabase(qint16 number) const {
+  return path_ + u"/server/" + Numbered(u"OvalistoServer"_s, number);
+}
+
+void ProgramFolder::MakeStation(qint16 number, const QString& name) const {
+  schema::CreateLocalDatabase(LocalDatabase(number));
+  if (!QFile::exists(ServerDatabase(number))) schema::CreateServerDatabase(ServerDatabase(number));
+  const QString work = path_ + u"/data/work.mdb";
+  if (!QFile::exists(work)) schema::CreateWorkDatabase(work);
+  AddStation(LocalDatabase(number), number, name);
+  // The list at start is read before a station is known, from the database without a number.
+  if (!QFile::exists(LocalDatabase(0))) schema::CreateLocalDatabase(LocalDatabase(0));
+  AddStation(LocalDatabase(0), number, name);
+}

@@ -1,0 +1,39 @@
+#include "export/reports/ReportCsv.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString Field(QString text) {
+  const bool plain = !text.contains(u';') && !text.contains(u'"') && !text.contains(u'\n') && !text.contains(u'\r') &&
+                     !text.startsWith(u' ') && !text.endsWith(u' ');
+  return plain ? text : u'"' + text.replace(u'"', u"\"\""_s) + u'"';
+}
+
+QString Line(const QStringList& fields) {
+  QStringList texts;
+  for (const QString& field : fields)
+    texts += Field(field);
+  return texts.join(u';') + u"\r\n"_s;
+}
+
+QStringList Titles(const Report& report) {
+  QStringList titles;
+  if (!report.groupTitle.isEmpty()) titles << report.groupTitle << u"Toelichting"_s;
+  for (const Report::Column& column : report.columns)
+    titles += column.title;
+  return titles;
+}
+
+}  // namespace
+
+QByteArray CsvOf(const Report& report) {
+  QString text = QChar(0xFEFF) + Line(Titles(report));
+  for (const Report::Group& group : report.groups) {
+    const QStringList head = report.groupTitle.isEmpty() ? QStringList() : QStringList{group.name, group.note};
+    for (const QStringList& line : group.lines)
+      text += Line(head + line);
+    if (group.lines.empty()) text += Line(head + QStringList(static_cast<qsizetype>(report.columns.size())));
+  }
+  return text.toUtf8();
+}

@@ -1,0 +1,167 @@
+#include "export/reports/frmOverzichten.h"
+
+#include "export/reports/ReportCsv.h"
+#include "export/reports/ReportPages.h"
+#include "export/reports/Reports.h"
+#include "export/reports/ui_frmOverzichten.h"
+#include "platform/desktop/FileChooser.h"
+#include "platform/desktop/FolderMemory.h"
+#include "platform/runtime/Trapped.h"
+#include "platform/desktop/WaitPointer.h"
+#include "platform/runtime/Clock.h"
+#include "platform/runtime/Error.h"
+#include "platform/runtime/HostPath.h"
+#include "platform/runtime/TextFile.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QScreen>
+#include <QScrollBar>
+#include <QStandardPaths>
+
+#include <chrono>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+using runtime::Trapped;
+using runtime::Presence;
+
+namespace {
+
+constexpr QSize kOpeningSize(820, 620);
+constexpr qreal kPageMargin = 20;
+// So long the first picture waits for what is found of the files.
+constexpr std::chrono::milliseconds kPatience{200};
+const QString kFolderKind = u"Overzicht"_s;
+
+}  // namespace
+
+frmOverzichten::frmOverzichten(QWidget* owner)
+    : Form(owner),
+      ui_(std::make_unique<Ui::frmOverzichten>()),
+      finder_(this, [this](const std::vector<FileFinder::Found>& found, bool last) { TakeFiles(found, last); }) {
+  ui_->setupUi(this);
+  for (QRadioButton* choice : {ui_->optItemSpots, ui_->optItems, ui_->optVerlopen})
+    connect(choice, &QRadioButton::toggled, this, [this](bool chosen) {
+      if (chosen) optSoort_Click();
+    });
+  connect(ui_->cmdPdf, &QPushButton::clicked, this, &frmOverzichten::cmdPdf_Click);
+  connect(ui_->cmdCsv, &QPushButton::clicked, this, &frmOverzichten::cmdCsv_Click);
+  connect(ui_->cmdAfdrukken, &QPushButton::clicked, this, &frmOverzichten::cmdAfdrukken_Click);
+  connect(ui_->cmdSluiten, &QPushButton::clicked, this, &frmOverzichten::cmdSluiten_Click);
+  resize(kOpeningSize.boundedTo(screen()->availableSize()));
+}
+
+frmOverzichten::~frmOverzichten() = default;
+
+void frmOverzichten::Form_Load() {
+  Trapped(__func__, [&] { ShowReport(); });
+}
+
+void frmOverzichten::optSoort_Click() {
+  Trapped(__func__, [&] { ShowReport(); });
+}
+
+// What cannot be read cannot be saved either.
+void frmOverzichten::ShowReport() {
+  const desktop::WaitPointer wait;
+  for (QPushButton* button : {ui_->cmdPdf, ui_->cmdCsv, ui_->cmdAfdrukken})
+    button->setEnabled(false);
+  ui_->txtOverzicht->clear();
+  finder_.CallOff();
+  report_ = ChosenReport();
+  LookForFiles();
+  ShowPages();
+  for (QPushButton* button : {ui_->cmdPdf, ui_->cmdCsv, ui_->cmdAfdrukken})
+    button->setEnabled(true);
+}
+
+Report frmOverzichten::ChosenReport() const {
+  if (ui_->optItems->isChecked()) return BlocksReport(seen_);
+  return ui_->optVerlopen->isChecked() ? EndingReport() : CatalogueReport(seen_);
+}
+
+void frmOverzichten::ShowPages() {
+  FillDocument(*ui_->txtOverzicht->document(), report_);
+  ui_->txtOverzicht->document()->setDocumentMargin(kPageMargin);
+  ui_->txtOverzicht->moveCursor(QTextCursor::Start);
+}
+
+void frmOverzichten::LookForFiles() {
+  files_ = report_.files;
+  files_.removeDuplicates();
+  differs_ = false;
+  if (files_.isEmpty()) return;
+  std::vector<FileFinder::Wanted> wanted;
+  for (const QString& file : std::as_const(files_))
+    wanted.push_back({static_cast<qint64>(wanted.size()), file});
+  finder_.Look(std::move(wanted));
+  finder_.GiveTime(kPatience);
+}
+
+void frmOverzichten::TakeFiles(const std::vector<FileFinder::Found>& found, bool last) {
+  for (const FileFinder::Found& file : found) {
+    const QString& path = files_.at(file.id);
+    const bool wasGone = seen_.value(path, Presence::There) == Presence::NotThere;
+    if (wasGone != (file.presence == Presence::NotThere)) differs_ = true;
+    seen_.insert(path, file.presence);
+  }
+  if (!last || !differs_) return;
+  try {
+    report_ = ChosenReport();
+  } catch (const runtime::Error&) {
+    return;  // nobody asked for it: what is shown stays
+  }
+  if (ui_->txtOverzicht->document()->isEmpty()) return;  // comes with the first picture
+  const int place = ui_->txtOverzicht->verticalScrollBar()->value();
+  ShowPages();
+  ui_->txtOverzicht->verticalScrollBar()->setValue(place);
+}
+
+QString frmOverzichten::Folder() const {
+  if (!folder_.isEmpty()) return folder_;
+  QString before = desktop::FolderMemory::FolderOf(kFolderKind);
+  if (!before.isEmpty()) return before;
+  // A desktop names such a folder also where nobody made it.
+  const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  return QFileInfo::exists(documents) ? documents : QDir::homePath();
+}
+
+void frmOverzichten::Save(const QString& title, const QString& filter, const QString& suffix,
+                          QByteArray (*bytesOf)(const Report&)) {
+  const QString day = runtime::Now().date().toString(u"yyyy-MM-dd"_s);
+  const QString proposal = Folder() + u'/' + report_.title + u' ' + day + suffix;
+  const QString file = desktop::ChooseSaveFile(this, title, filter, proposal);
+  if (file.isEmpty()) return;
+  const desktop::WaitPointer wait;
+  runtime::WriteFile(file, bytesOf(report_));
+  folder_ = QFileInfo(file).path();
+  desktop::FolderMemory::Chosen(kFolderKind, file);
+  ui_->lblBewaard->setText(u"Bewaard: "_s + file);
+}
+
+void frmOverzichten::cmdPdf_Click() {
+  Trapped(__func__, [&] { Save(u"Overzicht bewaren als PDF"_s, u"PDF (*.pdf)|*.pdf"_s, u".pdf"_s, PdfOf); });
+}
+
+void frmOverzichten::cmdCsv_Click() {
+  Trapped(__func__, [&] { Save(u"Overzicht bewaren voor een rekenblad"_s, u"CSV (*.csv)|*.csv"_s, u".csv"_s, CsvOf); });
+}
+
+void frmOverzichten::cmdAfdrukken_Click() {
+  Trapped(__func__, [&] {
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setDocName(report_.title);
+    QPrintDialog dialog(&printer, this);
+    dialog.setWindowTitle(u"Overzicht afdrukken"_s);
+    if (dialog.exec() != QDialog::Accepted) return;
+    const desktop::WaitPointer wait;
+    PrintReport(report_, printer);
+  });
+}
+
+void frmOverzichten::cmdSluiten_Click() {
+  Trapped(__func__, [&] { Unload(); });
+}

@@ -1,9 +1,0 @@
-#include "paper/PaperView.h"
-
-PaperView::PaperView(QWidget* parent) : QTextBrowser(parent) {
-  QPalette paper = palette();
-  paper.setColor(QPalette::Base, Qt::white);
-  paper.setColor(QPalette::Text, Qt::black);
-  viewport()->setPalette(paper);
-  setPalette(paper);
-}

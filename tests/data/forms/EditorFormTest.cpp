@@ -1,0 +1,201 @@
+#include "data/forms/EditorForm.h"
+
+#include "data/Globals.h"
+#include "data/Messages.h"
+#include "platform/controls/ComboBox.h"
+#include "platform/desktop/Lock.h"
+#include "platform/runtime/Error.h"
+#include "tests/support/Station.h"
+
+#include <QFile>
+#include <QLineEdit>
+#include <QTest>
+#include <QVBoxLayout>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using testing_support::Station;
+
+namespace {
+
+// The smallest editor: one text, which may not be empty.
+class Editor : public EditorForm {
+ public:
+  Editor() : EditorForm(nullptr) {
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(&text);
+    layout->addWidget(&combo);
+    text.setObjectName(u"txtTekst"_s);
+    combo.setObjectName(u"cboKeuze"_s);
+    QObject::connect(&text, &QLineEdit::textChanged, this, [this] { Changed(); });
+  }
+  void InitForm() override { steps += u"InitForm"_s; }
+  void FillForm() override {
+    steps += u"FillForm"_s;
+    Filled();
+  }
+  void InitControls() override { steps += u"InitControls"_s; }
+  void InitCommands() override { steps += u"InitCommands"_s; }
+  void Loaded() override { steps += u"Loaded"_s; }
+  bool OpslaanProceed() override { return !text.text().isEmpty(); }
+  void Opslaan() override {
+    ++saved;
+    isDirty_ = !writeWorks;
+  }
+  using EditorForm::CancelAndClose;
+  using EditorForm::NotWhole;
+  using EditorForm::RequireFilled;
+  using EditorForm::SaveAndClose;
+  using Form::LockControl;
+  using Form::SetCboTextWhereID;
+
+  QLineEdit text;
+  controls::ComboBox combo;
+  QStringList steps;
+  int saved = 0;
+  bool writeWorks = true;
+};
+
+}  // namespace
+
+TEST(EditorForm, ANumericSelectionOpensThatRecordAnythingElseANewOne) {
+  const Station station;
+  Editor editor;
+  global.gstrSelectedID = u"12"_s;
+  editor.Form_Load();
+  EXPECT_FALSE(editor.IsNew());
+  EXPECT_EQ(editor.ID(), 12);
+  global.gstrSelectedID = QString::fromUtf16(kNewRecord);
+  editor.Form_Load();
+  EXPECT_TRUE(editor.IsNew());
+  EXPECT_EQ(editor.ID(), 0);
+}
+
+TEST(EditorForm, OpeningRunsItsStepsInOrder) {
+  const Station station;
+  Editor editor;
+  editor.Form_Load();
+  EXPECT_EQ(editor.steps,
+            (QStringList{u"InitForm"_s, u"FillForm"_s, u"InitControls"_s, u"InitCommands"_s, u"Loaded"_s}));
+}
+
+TEST(EditorForm, AnExistingRecordReadInPartMayNotBeSavedANewOneMay) {
+  const Station station;
+  for (const QString& selected : {u"12"_s, QString::fromUtf16(kNewRecord)}) {
+    Editor editor;
+    global.gstrSelectedID = selected;
+    editor.Form_Load();
+    EXPECT_NO_THROW(editor.RequireFilled());
+    editor.NotWhole();
+    if (editor.IsNew()) {
+      EXPECT_NO_THROW(editor.RequireFilled());
+    } else {
+      EXPECT_THROW(editor.RequireFilled(), runtime::Error);
+    }
+  }
+}
+
+TEST(EditorForm, CancellingACleanOneAsksNothing) {
+  const Station station;
+  Editor editor;
+  editor.show();
+  const desktop::MessageBoxScript boxes;
+  editor.CancelAndClose();
+  EXPECT_TRUE(boxes.Shown().empty());
+  EXPECT_FALSE(editor.isVisible());
+}
+
+TEST(EditorForm, AnsweringNoDropsTheChangesAndCloses) {
+  const Station station;
+  Editor editor;
+  editor.show();
+  editor.text.setText(u"x"_s);
+  desktop::MessageBoxScript boxes({kAnswerNo});
+  editor.CancelAndClose();
+  EXPECT_EQ(editor.saved, 0);
+  EXPECT_FALSE(editor.isVisible());
+}
+
+TEST(EditorForm, AnsweringYesSavesAndCloses) {
+  const Station station;
+  Editor editor;
+  editor.show();
+  editor.text.setText(u"x"_s);
+  desktop::MessageBoxScript boxes({kAnswerYes});
+  QTest::keyClick(&editor, Qt::Key_Escape);
+  EXPECT_EQ(editor.saved, 1);
+  EXPECT_FALSE(editor.isVisible());
+}
+
+TEST(EditorForm, AnsweringYesWithWrongInputStaysOpen) {
+  const Station station;
+  Editor editor;
+  editor.show();
+  editor.text.setText(u"x"_s);
+  editor.text.clear();
+  desktop::MessageBoxScript boxes({kAnswerYes});
+  editor.close();
+  EXPECT_EQ(editor.saved, 0);
+  EXPECT_TRUE(editor.isVisible());
+  EXPECT_TRUE(editor.IsDirty());
+}
+
+TEST(EditorForm, AFailedWriteStaysOpenAndDirty) {
+  const Station station;
+  Editor editor;
+  editor.show();
+  editor.text.setText(u"x"_s);
+  editor.writeWorks = false;
+  editor.SaveAndClose();
+  EXPECT_TRUE(editor.isVisible());
+  EXPECT_TRUE(editor.IsDirty());
+}
+
+TEST(EditorForm, AQuestionThatCannotBeAskedKeepsWhatWasTyped) {
+  const Station station;
+  Editor editor;
+  editor.show();
+  editor.text.setText(u"x"_s);
+  QFile::remove(station.Folder() + u"/data/OvalistoLocal.mdb");
+  const desktop::MessageBoxScript boxes;
+  editor.CancelAndClose();
+  EXPECT_TRUE(editor.isVisible());
+  EXPECT_TRUE(editor.IsDirty());
+}
+
+TEST(EditorForm, LockControlLocksByNameAndAnUnknownNameIsReported) {
+  const Station station;
+  Editor editor;
+  editor.LockControl(u"txtTekst"_s, true);
+  EXPECT_TRUE(editor.text.isReadOnly());
+  EXPECT_EQ(desktop::FieldBackground(&editor.text), editor.palette().color(QPalette::Button));
+  editor.LockControl(u"txtTekst"_s, false);
+  EXPECT_FALSE(editor.text.isReadOnly());
+  EXPECT_EQ(desktop::FieldBackground(&editor.text), editor.palette().color(QPalette::Base));
+  const desktop::MessageBoxScript boxes;
+  editor.LockControl(u"txtAnders"_s, true);
+  EXPECT_EQ(boxes.Last().title, u"LockControl"_s);
+}
+
+TEST(EditorForm, SetCboTextWhereIDSelectsByNumber) {
+  const Station station;
+  Editor editor;
+  editor.combo.AddItem(u"a"_s, 5);
+  editor.combo.AddItem(u"b"_s, 6);
+  editor.SetCboTextWhereID(u"cboKeuze"_s, 6);
+  EXPECT_EQ(editor.combo.ListIndex(), 1);
+  editor.SetCboTextWhereID(u"cboKeuze"_s, 7);
+  EXPECT_EQ(editor.combo.ListIndex(), -1);
+}
+
+TEST(NameExists, IgnoresCaseAndReservedCharactersAndOneself) {
+  const Station station;
+  station.OnServer(u"INSERT INTO tblItems (ID, Naam) VALUES (1, \"BLOK A\")"_s);
+  const QString server = global.serverDatabasePath;
+  EXPECT_TRUE(NameExists(server, u"tblItems"_s, u"Blok A"_s, true, 0));
+  EXPECT_TRUE(NameExists(server, u"tblItems"_s, u" 'blok a' "_s, true, 0));
+  EXPECT_FALSE(NameExists(server, u"tblItems"_s, u"blok a"_s, false, 1));
+  EXPECT_TRUE(NameExists(server, u"tblItems"_s, u"blok a"_s, false, 2));
+  EXPECT_FALSE(NameExists(server, u"tblItems"_s, u"blok b"_s, true, 0));
+}

@@ -1,0 +1,272 @@
+#include "tests/fuzz/EditDamaged.h"
+
+#include "tests/fuzz/EditBases.h"
+#include "platform/jet/Check.h"
+#include "platform/jet/Codec.h"
+#include "platform/jet/Error.h"
+#include "platform/jet/MemoryFileSystem.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace jet::fuzz {
+
+namespace {
+
+constexpr const char* kPath = "fuzz.mdb";
+constexpr unsigned kMostDamages = 8;
+constexpr int kMostDeleted = 8;  // at once
+constexpr int kMostStatements = 4;
+
+/// Takes numbers off the input; zeros when it is used up.
+class Recipe {
+ public:
+  explicit Recipe(std::span<const std::uint8_t> input) : input_(input) {}
+
+  bool AtEnd() const { return input_.empty(); }
+  std::uint8_t Byte() {
+    if (input_.empty()) return 0;
+    const std::uint8_t byte = input_.front();
+    input_ = input_.subspan(1);
+    return byte;
+  }
+  std::uint32_t Number(int bytes) {
+    std::uint32_t number = 0;
+    for (int i = 0; i < bytes; ++i)
+      number = number << 8 | Byte();
+    return number;
+  }
+
+ private:
+  std::span<const std::uint8_t> input_;
+};
+
+/// A place in a page: heads of pages and the rows at their ends are where most means something.
+std::size_t PlaceInPage(Recipe& recipe) {
+  const std::uint32_t place = recipe.Number(2);
+  switch (place >> 14) {
+    case 0:
+      return place % 64;
+    case 1:
+      return kPageSize - 1 - place % 1024;
+    default:
+      return place % kPageSize;
+  }
+}
+
+void DamageOnce(Bytes& file, Recipe& recipe) {
+  const std::size_t at = recipe.Byte() % (file.size() / kPageSize) * kPageSize + PlaceInPage(recipe);
+  const std::uint8_t kind = recipe.Byte() % 8;
+  const std::size_t room = file.size() - at;
+  switch (kind) {
+    case 0:
+      file[at] ^= static_cast<std::uint8_t>(1U << (recipe.Byte() % 8));
+      return;
+    case 1:
+      file[at] = recipe.Byte();
+      return;
+    case 2:
+      if (room >= 2) Store(&file[at], static_cast<std::uint16_t>(recipe.Number(2)));
+      return;
+    case 3:
+      if (room >= 4) Store(&file[at], recipe.Number(1));  // a small number: a page, a count
+      return;
+    case 4:
+      if (room >= 4) Store(&file[at], recipe.Number(4));
+      return;
+    case 5:
+      file[at] = static_cast<std::uint8_t>(file[at] + 1 - 2 * (recipe.Byte() % 2));
+      return;
+    case 6: {  // another page in its place
+      const std::size_t from = recipe.Byte() % (file.size() / kPageSize) * kPageSize;
+      std::copy_n(file.begin() + static_cast<std::ptrdiff_t>(from), kPageSize,
+                  file.begin() + static_cast<std::ptrdiff_t>(at / kPageSize * kPageSize));
+      return;
+    }
+    default:
+      std::fill_n(file.begin() + static_cast<std::ptrdiff_t>(at), std::min<std::size_t>(room, recipe.Byte()),
+                  std::uint8_t{0});
+  }
+}
+
+/// The rows of the table that no statement names, with whatever error ends the reading.
+struct OtherRows {
+  std::vector<std::vector<Value>> rows;
+  std::string error;
+  bool operator==(const OtherRows&) const = default;
+  std::string Told() const { return std::to_string(rows.size()) + " rows " + error; }
+};
+
+OtherRows ReadOthers(Database& database) {
+  OtherRows others;
+  try {
+    const Table table = database.OpenTable(u"tblItems");
+    ColumnSet all;
+    for (std::size_t i = 0; i < table.Definition().columns.size(); ++i)
+      all.push_back(i);
+    TableCursor cursor = table.Scan(all);
+    while (cursor.Next())
+      others.rows.push_back(cursor.Values());
+  } catch (const Error& error) {
+    others.error = error.what();
+  }
+  return others;
+}
+
+/// An index with a key that cannot be built is only half checked ("niet alle na te rekenen"): its file counts as
+/// damaged, too.
+std::string Problems(Database& database) {
+  std::string problems;
+  for (const Finding& finding : CheckDatabase(database)) {
+    const bool halfChecked = finding.text.find("na te rekenen") != std::string::npos;
+    if (!finding.remark || halfChecked) problems += finding.text + '\n';
+  }
+  return problems;
+}
+
+/// Whether the table that no statement names was without a problem. Of very many problems not all are told.
+bool WasSound(const OtherRows& others, const std::string& problems) {
+  const auto tells = [&](const char* words) { return problems.find(words) != std::string::npos; };
+  return others.error.empty() && !tells("'tblItems'") && !tells("nog meer bevindingen");
+}
+
+/// Said of a value, before anything changes: the statement goes on.
+bool IsRefusal(ErrorCode code) {
+  return code == ErrorCode::Duplicate || code == ErrorCode::Required || code == ErrorCode::Relation ||
+         code == ErrorCode::TooLong || code == ErrorCode::OutOfRange || code == ErrorCode::UnknownCharacter;
+}
+
+class Editing {
+ public:
+  Editing(Database& database, Recipe& recipe) : database_(database), recipe_(recipe) {}
+
+  void Statement() {
+    WriteTurn turn(database_);
+    const std::uint8_t kind = recipe_.Byte() % 8;
+    if (kind == 7) {
+      MakeTable();
+    } else {
+      EditRows(kind);
+    }
+    turn.Commit();
+  }
+
+ private:
+  void MakeTable() {
+    TableDefinition table;
+    table.name = u"tbl" + std::u16string(1, static_cast<char16_t>(u'A' + recipe_.Byte() % 26));
+    ColumnDefinition column;
+    column.name = u"Nr";
+    table.columns = {column};
+    IndexDefinition key;
+    key.name = u"PrimaryKey";
+    key.primary = true;
+    key.fields = {{0, false}};
+    table.indexes = {key};
+    database_.CreateTable(table);
+  }
+
+  void EditRows(std::uint8_t kind) {
+    const auto writer = database_.OpenWriter(u"tblSpots");
+    int count = kind < 4 ? 1 : 12;
+    for (std::vector<RowId> rows = AllRows(); count > 0; --count) {
+      try {
+        EditOne(*writer, kind % 4, rows);
+      } catch (const Error& error) {
+        if (!IsRefusal(error.Code())) throw;
+      }
+    }
+  }
+
+  void EditOne(TableWriter& writer, int kind, std::vector<RowId>& rows) {
+    if (kind == 0 || rows.empty()) {
+      std::vector<Value> row = Row(writer);
+      rows.push_back(writer.Insert(row));
+      return;
+    }
+    const std::size_t place = recipe_.Byte() % rows.size();
+    if (kind == 1) {
+      const auto first = rows.begin() + static_cast<std::ptrdiff_t>(place);
+      const auto count = std::min<std::ptrdiff_t>(1 + recipe_.Byte() % kMostDeleted, rows.end() - first);
+      const std::vector<RowId> going(first, first + count);
+      rows.erase(first, first + count);
+      return writer.Delete(going);
+    }
+    std::vector<bool> changed(writer.Definition().columns.size());
+    for (std::size_t i = 1; i < changed.size(); ++i)
+      changed[i] = kind == 2 || i == 2;
+    writer.Update(rows[place], Row(writer), changed);
+  }
+
+  std::vector<Value> Row(const TableWriter& writer) {
+    const std::uint8_t seed = recipe_.Byte();
+    const std::u16string name(1 + seed % 50, static_cast<char16_t>(u'a' + seed % 26));
+    Value text;
+    if (seed % 3 == 1) text = std::u16string(seed % 100, u'x');
+    if (seed % 3 == 2) text = std::u16string(static_cast<std::size_t>(seed) * 40, u'\u20AC');
+    std::vector<Value> row = SpotRow(Value{}, name, text);
+    row.resize(writer.Definition().columns.size());  // a damaged definition may say otherwise
+    return row;
+  }
+
+  std::vector<RowId> AllRows() {
+    std::vector<RowId> rows;
+    const Table table = database_.OpenTable(u"tblSpots");
+    TableCursor cursor = table.Scan({});
+    while (cursor.Next())
+      rows.push_back(cursor.Id());
+    return rows;
+  }
+
+  Database& database_;
+  Recipe& recipe_;
+};
+
+void Edit(MemoryFileSystem& files, Recipe& recipe, EditOutcome& outcome) {
+  const auto database = Database::Open(kPath, ForEditing(), files);
+  outcome.opened = true;
+  const std::string before = Problems(*database);
+  outcome.damaged = !before.empty();
+  const OtherRows others = ReadOthers(*database);
+  for (int statement = 0; statement < kMostStatements && (statement == 0 || !recipe.AtEnd()); ++statement) {
+    const Bytes content = files.Get(kPath);
+    try {
+      Editing(*database, recipe).Statement();
+      ++outcome.committed;
+    } catch (const Error&) {
+      ++outcome.refused;
+      if (files.Get(kPath) != content) throw std::logic_error("a refused statement changed the file");
+    }
+  }
+  if (outcome.committed == 0) return;
+  const OtherRows now = ReadOthers(*database);
+  if (now != others && WasSound(others, before))
+    throw std::logic_error("another table changed from " + others.Told() + " to " + now.Told());
+  if (!before.empty()) return;
+  const std::string after = Problems(*database);
+  if (!after.empty()) throw std::logic_error("a sound file is not sound any more: " + after);
+}
+
+}  // namespace
+
+EditOutcome EditDamaged(std::span<const std::uint8_t> input) {
+  Recipe recipe(input);
+  const std::uint8_t first = recipe.Byte();
+  Bytes file = first % 4 == 3 ? LargerBase() : SmallBase();
+  for (unsigned damages = first / 4 % (kMostDamages + 1); damages > 0; --damages)
+    DamageOnce(file, recipe);
+  MemoryFileSystem files;
+  files.Put(kPath, std::move(file));
+  EditOutcome outcome;
+  try {
+    Edit(files, recipe, outcome);
+  } catch (const Error&) {
+    // It could not be opened, or not even be checked.
+  }
+  if (files.Names().size() != 1) throw std::logic_error("a file was left beside the database");
+  return outcome;
+}
+
+}  // namespace jet::fuzz

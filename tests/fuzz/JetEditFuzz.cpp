@@ -1,0 +1,10 @@
+// Open, check, edit, save: damages a small database as the input says, and edits it. See EditDamaged.h for what must
+// hold.
+#include "tests/fuzz/CpuLimit.h"
+#include "tests/fuzz/EditDamaged.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const fuzz::CpuLimit cpu;
+  jet::fuzz::EditDamaged({data, size});
+  return 0;
+}

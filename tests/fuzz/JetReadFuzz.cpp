@@ -1,0 +1,77 @@
+// Opens any bytes as a database and walks everything in it: catalogue, definitions, rows, indexes, integrity check.
+// Damage may end in jet::Error only, and memory stays under four times the file and 64 MB.
+#include "tests/fuzz/CpuLimit.h"
+#include "tests/fuzz/HeapLimit.h"
+#include "platform/jet/Check.h"
+#include "platform/jet/Database.h"
+#include "platform/jet/Error.h"
+#include "platform/jet/MemoryFileSystem.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <set>
+#include <vector>
+
+namespace {
+
+// Goes through a cursor to its end; damage in between does not end it, but is counted, so that an error that stays the
+// same ends the walk.
+template <typename Cursor>
+std::size_t WalkToEnd(Cursor cursor) {
+  constexpr int kMostErrors = 1000;
+  std::size_t count = 0;
+  for (int errors = 0; errors < kMostErrors;) {
+    try {
+      if (!cursor.Next()) return count;
+      ++count;
+    } catch (const jet::Error&) {
+      ++errors;
+    }
+  }
+  return count;
+}
+
+void WalkTable(const jet::Table& table) {
+  jet::ColumnSet all;
+  for (std::size_t i = 0; i < table.Definition().columns.size(); ++i)
+    all.push_back(i);
+  WalkToEnd(table.Scan(all));
+  for (std::size_t i = 0; i < table.Definition().indexes.size(); ++i) {
+    const std::vector<jet::Value> null(1);
+    try {
+      if (table.CanLookup(i)) WalkToEnd(table.Lookup(i, null));
+      jet::KeyCursor entries = table.ScanByIndex(i, true);
+      for (int fetched = 0; fetched < 100 && entries.Next(); ++fetched)
+        table.Fetch(entries.Id(), all);
+      WalkToEnd(table.ScanByIndex(i, false));
+    } catch (const jet::Error&) {
+    }
+  }
+}
+
+void WalkDatabase(jet::Database& database) {
+  std::set<std::int32_t> seen;
+  for (const jet::CatalogEntry& entry : database.Objects().Entries()) {
+    if (!entry.IsTable() || !seen.insert(entry.id).second) continue;
+    try {
+      WalkTable(database.OpenTable(entry.name));
+    } catch (const jet::Error&) {
+    }
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const fuzz::CpuLimit cpu;
+  const fuzz::HeapLimit heap(4 * size + (std::size_t{64} << 20));
+  jet::MemoryFileSystem files;
+  files.Put("fuzz.mdb", jet::Bytes(data, data + size));
+  try {
+    const auto database = jet::Database::Open("fuzz.mdb", {}, files);
+    jet::CheckDatabase(*database);
+    WalkDatabase(*database);
+  } catch (const jet::Error&) {
+  }
+  return 0;
+}

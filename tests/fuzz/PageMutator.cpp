@@ -1,0 +1,125 @@
+#include "tests/fuzz/PageMutator.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace fuzz {
+
+namespace {
+
+std::uint32_t Load(jet::ByteSpan bytes) {
+  std::uint32_t value = 0;
+  std::memcpy(&value, bytes.data(), bytes.size());
+  return value;
+}
+
+void Store(jet::ByteSpan bytes, std::uint32_t value) {
+  std::memcpy(bytes.data(), &value, bytes.size());
+}
+
+std::size_t U16(jet::ByteSpan page, std::size_t at) {
+  return Load(page.subspan(at, 2));
+}
+
+}  // namespace
+
+void PageMutator::Mutate(jet::ByteSpan file) {
+  file_ = file;
+  for (std::size_t changes = 1 + Below(4); changes > 0; --changes) {
+    const jet::ByteSpan page = Page(Below(file_.size() / kPage));
+    switch (Below(8)) {
+      case 0:
+        MutateBytes(page);
+        break;
+      case 1:
+        CopyWithin(page);
+        break;
+      case 2:
+        CopyPage();
+        break;
+      default:
+        MutateField(page);
+    }
+  }
+}
+
+void PageMutator::MutateField(jet::ByteSpan page) {
+  std::size_t size = 1;
+  const std::size_t at = std::min(FieldOf(page, &size), kPage - size);
+  const jet::ByteSpan field = page.subspan(at, size);
+  Store(field, ValueFor(Load(field), size));
+}
+
+// Where a field of a page of that kind begins, and its size.
+std::size_t PageMutator::FieldOf(jet::ByteSpan page, std::size_t* size) {
+  if (Below(16) == 0) return Below(2);  // the kind
+  const std::size_t counts = *size = Below(2) == 0 ? 2 : 4;
+  switch (page[0]) {
+    case 1: {  // rows: the head, a slot, or near either end of a row
+      const std::size_t slots = std::min<std::size_t>(U16(page, 12), 1000);
+      const std::size_t slot = 14 + 2 * Below(slots + 1);
+      if (Below(4) == 0) return 2 * (1 + Below(6));
+      *size = 2;
+      if (Below(3) == 0) return slot;
+      const std::size_t start = U16(page, slot) & 0x1FFF;
+      const std::size_t end = slot == 14 ? kPage : U16(page, slot - 2) & 0x1FFF;
+      *size = 1 + Below(2);
+      return Below(2) == 0 ? start + Below(16) : end - std::min<std::size_t>(end, 1 + Below(24));
+    }
+    case 2:  // a definition: the head, or anything in the stream
+      return Below(3) == 0 ? Below(0x3F) : 0x3F + Below(std::clamp<std::size_t>(Load(page.subspan(8, 4)), 1, kPage));
+    case 3:
+    case 4:  // an index: the head, the bits of entries, the entries
+      if (Below(3) == 0) return 2 + Below(25);
+      *size = 1 + Below(2);
+      return Below(2) == 0 ? 27 + Below(64) : 480 + Below(Below(2) == 0 ? 64 : 3616);
+    default:
+      return counts * Below(kPage / counts);
+  }
+}
+
+std::uint32_t PageMutator::ValueFor(std::uint32_t old, std::size_t size) {
+  const auto pages = static_cast<std::uint32_t>(file_.size() / kPage);
+  const auto page = static_cast<std::uint32_t>(Below(pages + 1));
+  switch (Below(9)) {
+    case 0:
+      return 0;
+    case 1:
+      return 0xFFFFFFFFu - static_cast<std::uint32_t>(Below(2));
+    case 2:
+      return old + 1 + static_cast<std::uint32_t>(Below(4));
+    case 3:
+      return old - 1 - static_cast<std::uint32_t>(Below(4));
+    case 4:
+      return old ^ 1u << Below(8 * size);
+    case 5:
+      return page;
+    case 6:
+      return page << 8 | static_cast<std::uint32_t>(Below(8));  // a row
+    case 7:
+      return static_cast<std::uint32_t>(kPage) + 8 - static_cast<std::uint32_t>(Below(24));
+    default:
+      return static_cast<std::uint32_t>(random_());
+  }
+}
+
+void PageMutator::MutateBytes(jet::ByteSpan page) {
+  const std::size_t start = Below(kPage);
+  const std::size_t count = std::min(kPage - start, 1 + Below(8));
+  for (std::uint8_t& byte : page.subspan(start, count))
+    byte = static_cast<std::uint8_t>(random_());
+}
+
+void PageMutator::CopyWithin(jet::ByteSpan page) {
+  const std::size_t count = 1 + Below(64);
+  std::memmove(&page[Below(kPage - count)], &page[Below(kPage - count)], count);
+}
+
+// One page where another was: wrong owners, pages owned twice, chains that close.
+void PageMutator::CopyPage() {
+  const jet::ByteSpan from = Page(Below(file_.size() / kPage));
+  const jet::ByteSpan to = Page(Below(file_.size() / kPage));
+  if (from.data() != to.data()) std::memcpy(to.data(), from.data(), kPage);
+}
+
+}  // namespace fuzz
