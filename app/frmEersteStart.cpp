@@ -3,12 +3,12 @@
 #include "app/ui_frmEersteStart.h"
 #include "data/Globals.h"
 #include "data/Text.h"
-#include "platform/runtime/Trapped.h"
+#include "data/stations/DemoStation.h"
+#include "data/stations/ProgramFolder.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Numbers.h"
-#include "data/stations/DemoStation.h"
-#include "data/stations/ProgramFolder.h"
+#include "platform/runtime/Trapped.h"
 
 using namespace Qt::StringLiterals;
 using runtime::Trapped;

@@ -1,8 +1,8 @@
 #include "app/frmHandleiding.h"
 
 #include "app/ui_frmHandleiding.h"
-#include "platform/runtime/Trapped.h"
 #include "platform/runtime/Error.h"
+#include "platform/runtime/Trapped.h"
 
 #include <QFile>
 #include <QRegularExpression>

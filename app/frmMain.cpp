@@ -15,8 +15,8 @@
 #include "export/reports/frmOverzichten.h"
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/MessageBox.h"
-#include "platform/runtime/Trapped.h"
 #include "platform/runtime/Clock.h"
+#include "platform/runtime/Trapped.h"
 
 #include <QLocale>
 #include <QTimer>
@@ -222,5 +222,6 @@ void frmMain::mnuHandleiding_Click() {
 }
 
 void frmMain::mnuVersie_Click() {
-  desktop::ShowMessageBox(this, u"Spotrooster, planning van radioreclame\n"_s + VersionText(), runtime::kStyleInformation, u"Spotrooster"_s);
+  desktop::ShowMessageBox(this, u"Spotrooster, planning van radioreclame\n"_s + VersionText(),
+                          runtime::kStyleInformation, u"Spotrooster"_s);
 }

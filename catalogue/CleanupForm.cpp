@@ -5,9 +5,9 @@
 #include "data/Writes.h"
 #include "platform/desktop/Events.h"
 #include "platform/desktop/Icons.h"
-#include "platform/runtime/Trapped.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Numbers.h"
+#include "platform/runtime/Trapped.h"
 
 #include <QCheckBox>
 #include <QLineEdit>

@@ -1,17 +1,17 @@
 #include "catalogue/OverviewForm.h"
 
 #include "catalogue/OverviewKeys.h"
-#include "data/forms/DroppedAudio.h"
 #include "data/Globals.h"
+#include "data/forms/DroppedAudio.h"
 #include "platform/controls/ListBox.h"
 #include "platform/controls/QuietLine.h"
 #include "platform/dao/Database.h"
 #include "platform/desktop/FileDrop.h"
 #include "platform/desktop/FocusHome.h"
 #include "platform/desktop/Icons.h"
-#include "platform/runtime/Trapped.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Numbers.h"
+#include "platform/runtime/Trapped.h"
 
 #include <QCheckBox>
 #include <QLineEdit>

@@ -1,7 +1,7 @@
 #pragma once
+#include "data/SpotState.h"
 #include "data/forms/Errands.h"
 #include "data/forms/FileFinder.h"
-#include "data/SpotState.h"
 
 #include <QHash>
 #include <QList>

@@ -6,10 +6,10 @@
 #include "data/Lookups.h"
 #include "data/Writes.h"
 #include "platform/dao/Database.h"
-#include "platform/runtime/Trapped.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/TextFile.h"
+#include "platform/runtime/Trapped.h"
 #include "ui_frmItemOpruimen.h"
 
 #include <optional>

@@ -4,9 +4,9 @@
 #include "data/Globals.h"
 #include "data/Messages.h"
 #include "data/Writes.h"
-#include "platform/runtime/Trapped.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Numbers.h"
+#include "platform/runtime/Trapped.h"
 #include "ui_frmItemPingles.h"
 
 using namespace Qt::StringLiterals;

@@ -2,8 +2,8 @@
 
 #include "catalogue/LocalCopy.h"
 #include "catalogue/SpotSurvey.h"
-#include "data/forms/SpotDetails.h"
 #include "data/Writes.h"
+#include "data/forms/SpotDetails.h"
 #include "platform/runtime/Trapped.h"
 #include "ui_frmItemSpots.h"
 

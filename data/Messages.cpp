@@ -2,8 +2,8 @@
 
 #include "data/Globals.h"
 #include "platform/dao/Database.h"
-#include "platform/runtime/Trapped.h"
 #include "platform/runtime/Numbers.h"
+#include "platform/runtime/Trapped.h"
 
 using namespace Qt::StringLiterals;
 

@@ -2,10 +2,10 @@
 
 #include "data/Globals.h"
 #include "data/SettingsFile.h"
-#include "platform/runtime/Trapped.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Numbers.h"
+#include "platform/runtime/Trapped.h"
 
 using namespace Qt::StringLiterals;
 

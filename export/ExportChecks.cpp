@@ -12,9 +12,9 @@ namespace {
 bool ConfirmEarlierExports() {
   if (ShowItemsMessage(u"Heeft U de vorige export-files reeds verwerkt met Kadrovia ?"_s, kStyleYesNo) == kAnswerYes)
     return true;
-  desktop::ShowMessageBox(
-      nullptr, u"Om data-verlies te vermijden, dient U eerst de vorige export-files te verwerken met Kadrovia !"_s, 48,
-      u"Items"_s);
+  runtime::ShowUserMessage(
+      u"Om data-verlies te vermijden, dient U eerst de vorige export-files te verwerken met Kadrovia !"_s,
+      kStyleExclamation, u"Items"_s);
   return false;
 }
 

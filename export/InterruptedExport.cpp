@@ -1,8 +1,8 @@
 #include "export/InterruptedExport.h"
 
-#include "export/ExportRecord.h"
 #include "data/Messages.h"
 #include "export/ExportContent.h"
+#include "export/ExportRecord.h"
 #include "export/OfflineLogExport.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/FileCalls.h"

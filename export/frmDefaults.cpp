@@ -3,15 +3,15 @@
 #include "data/Globals.h"
 #include "data/Lookups.h"
 #include "data/Messages.h"
+#include "data/SettingsFile.h"
 #include "data/forms/OptionButton.h"
 #include "data/forms/Screens.h"
-#include "data/SettingsFile.h"
 #include "export/FolderSelect.h"
 #include "export/ui_frmDefaults.h"
 #include "platform/desktop/Icons.h"
-#include "platform/runtime/Trapped.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Numbers.h"
+#include "platform/runtime/Trapped.h"
 
 using namespace Qt::StringLiterals;
 using runtime::Trapped;
@@ -62,7 +62,8 @@ void frmDefaults::FillForm() {
 void frmDefaults::optOnline_Click() {
   if (filling_) return;
   Trapped(__func__, [&] {
-    ShowItemsMessage(u"Als U van offline naar online overschakelt, dient u meteen ook te exporteren !"_s, kStyleExclamation);
+    ShowItemsMessage(u"Als U van offline naar online overschakelt, dient u meteen ook te exporteren !"_s,
+                     kStyleExclamation);
     exportNeeded_ = true;
   });
 }

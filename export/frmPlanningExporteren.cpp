@@ -8,9 +8,10 @@
 #include "export/ui_frmPlanningExporteren.h"
 #include "platform/desktop/Events.h"
 #include "platform/desktop/Icons.h"
-#include "platform/runtime/Trapped.h"
+#include "platform/desktop/MessageBox.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Numbers.h"
+#include "platform/runtime/Trapped.h"
 
 using namespace Qt::StringLiterals;
 using runtime::Trapped;

@@ -3,9 +3,9 @@
 #include "data/Globals.h"
 #include "export/ui_frmRadioDetail.h"
 #include "platform/dao/Database.h"
-#include "platform/runtime/Trapped.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Numbers.h"
+#include "platform/runtime/Trapped.h"
 
 using namespace Qt::StringLiterals;
 using runtime::Trapped;

@@ -3,11 +3,11 @@
 #include "data/Globals.h"
 #include "data/Text.h"
 #include "items/ui_frmDirectory.h"
-#include "platform/runtime/Trapped.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/TextFile.h"
+#include "platform/runtime/Trapped.h"
 
 #include <QKeyEvent>
 #include <QSignalBlocker>

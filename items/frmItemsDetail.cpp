@@ -3,8 +3,8 @@
 #include "data/forms/OptionButton.h"
 #include "items/ui_frmItemsDetail.h"
 #include "platform/desktop/Icons.h"
-#include "platform/runtime/Trapped.h"
 #include "platform/desktop/WholeText.h"
+#include "platform/runtime/Trapped.h"
 
 #include <QShortcut>
 

@@ -1,7 +1,7 @@
 #pragma once
 #include "data/Catalogue.h"
-#include "data/forms/EditorForm.h"
 #include "data/Rows.h"
+#include "data/forms/EditorForm.h"
 #include "items/SpotList.h"
 #include "platform/dao/Recordset.h"
 

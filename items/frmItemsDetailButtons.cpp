@@ -1,17 +1,17 @@
 // What the buttons of the item editor open and do, but OK and cancel.
 #include "data/Globals.h"
 #include "data/Messages.h"
-#include "data/forms/Screens.h"
 #include "data/Writes.h"
+#include "data/forms/Screens.h"
 #include "items/frmDirectory.h"
 #include "items/frmItemsDetail.h"
 #include "items/frmItemsDetailOpt1.h"
 #include "items/ui_frmItemsDetail.h"
 #include "platform/desktop/FocusHome.h"
 #include "platform/desktop/InputBox.h"
-#include "platform/runtime/Trapped.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Numbers.h"
+#include "platform/runtime/Trapped.h"
 
 using namespace Qt::StringLiterals;
 using runtime::Trapped;

@@ -2,9 +2,9 @@
 #include "items/FileNameExample.h"
 #include "items/frmItemsDetail.h"
 #include "items/ui_frmItemsDetail.h"
-#include "platform/runtime/Trapped.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Numbers.h"
+#include "platform/runtime/Trapped.h"
 
 using runtime::Trapped;
 

@@ -3,9 +3,9 @@
 #include "items/frmItemsDetail.h"
 #include "items/ui_frmItemsDetail.h"
 #include "platform/dao/Database.h"
-#include "platform/runtime/Trapped.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
+#include "platform/runtime/Trapped.h"
 
 #include <vector>
 

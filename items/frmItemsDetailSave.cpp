@@ -4,10 +4,10 @@
 #include "data/Writes.h"
 #include "items/frmItemsDetail.h"
 #include "items/ui_frmItemsDetail.h"
-#include "platform/runtime/Trapped.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
+#include "platform/runtime/Trapped.h"
 
 #include <optional>
 

@@ -8,11 +8,11 @@
 #include "platform/dao/Database.h"
 #include "platform/desktop/FileDrop.h"
 #include "platform/desktop/Icons.h"
-#include "platform/runtime/Trapped.h"
 #include "platform/desktop/WholeText.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Numbers.h"
+#include "platform/runtime/Trapped.h"
 
 #include <QApplication>
 #include <QCheckBox>

@@ -1,13 +1,13 @@
 // Where the file of a record comes from: the file dialog, or files dropped on a list or on the editor.
-#include "data/forms/DroppedAudio.h"
 #include "data/Messages.h"
 #include "data/Text.h"
+#include "data/forms/DroppedAudio.h"
 #include "media/AudioEditor.h"
 #include "media/AudioPreview.h"
-#include "platform/runtime/Trapped.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Numbers.h"
+#include "platform/runtime/Trapped.h"
 
 #include <QLabel>
 #include <QLineEdit>

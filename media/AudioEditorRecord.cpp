@@ -6,10 +6,10 @@
 #include "data/Text.h"
 #include "media/AudioEditor.h"
 #include "media/AudioPreview.h"
-#include "platform/runtime/Trapped.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
+#include "platform/runtime/Trapped.h"
 
 #include <QCheckBox>
 #include <QLineEdit>

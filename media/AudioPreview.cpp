@@ -9,10 +9,10 @@
 #include "media/WaveformFeed.h"
 #include "platform/audio/AudioPlayer.h"
 #include "platform/desktop/Icons.h"
-#include "platform/runtime/Trapped.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Numbers.h"
+#include "platform/runtime/Trapped.h"
 #include "ui_AudioPreview.h"
 
 #include <QFileInfo>

@@ -4,8 +4,8 @@
 #include "media/WaveformFeed.h"
 #include "platform/audio/AudioPlayer.h"
 #include "platform/desktop/InputBox.h"
-#include "platform/runtime/Trapped.h"
 #include "platform/runtime/Numbers.h"
+#include "platform/runtime/Trapped.h"
 #include "ui_AudioPreview.h"
 
 using namespace Qt::StringLiterals;

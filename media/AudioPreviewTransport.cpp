@@ -1,9 +1,9 @@
 // The buttons, keys and slider of the player.
 #include "media/AudioPreview.h"
 #include "platform/audio/AudioPlayer.h"
-#include "platform/runtime/Trapped.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
+#include "platform/runtime/Trapped.h"
 #include "ui_AudioPreview.h"
 
 #include <QLineEdit>

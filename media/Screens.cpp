@@ -1,8 +1,8 @@
 #include "media/Screens.h"
 
-#include "data/forms/DroppedAudio.h"
 #include "data/Globals.h"
 #include "data/Messages.h"
+#include "data/forms/DroppedAudio.h"
 #include "data/forms/Screens.h"
 #include "media/frmItemPinglesDetail.h"
 #include "media/frmItemSpotsDetail.h"

@@ -7,10 +7,10 @@
 #include "media/ControlsOf.h"
 #include "media/ValidityRemark.h"
 #include "platform/audio/AudioPlayer.h"
-#include "platform/runtime/Trapped.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Dates.h"
 #include "platform/runtime/Numbers.h"
+#include "platform/runtime/Trapped.h"
 #include "ui_frmItemSpotsDetail.h"
 
 #include <QTimer>

@@ -1,5 +1,5 @@
-#include "tools/Commands.h"
 #include "data/stations/ProgramFolder.h"
+#include "tools/Commands.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,5 +1,5 @@
-#include "tools/Commands.h"
 #include "data/stations/DemoStation.h"
+#include "tools/Commands.h"
 
 #include <QFileInfo>
 

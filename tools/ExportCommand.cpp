@@ -18,7 +18,7 @@ const QString kProcessed = u"--vorige-verwerkt"_s;
 // The steps of the export window, in their order.
 int Export(const Arguments& arguments, const Streams& streams) {
   const StationSession station(arguments, streams.err,
-                               {kProcessed, arguments.Has(kProcessed) ? desktop::kAnswerYes : 0});
+                               {kProcessed, arguments.Has(kProcessed) ? runtime::kAnswerYes : 0});
   const ProgramLock lock(global.programFolder + u"\\data"_s);
   const QString folder = runtime::TrimBlanks(global.exportPath);
   if (!MayExport(folder)) return kFailed;

@@ -5,10 +5,10 @@
 #include "data/Text.h"
 #include "platform/dao/Database.h"
 #include "platform/dao/SqlText.h"
-#include "platform/runtime/Trapped.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
+#include "platform/runtime/Trapped.h"
 
 using namespace Qt::StringLiterals;
 using runtime::Trapped;

@@ -3,9 +3,9 @@
 #include "platform/controls/ComboBox.h"
 #include "platform/controls/ListBox.h"
 #include "platform/desktop/Lock.h"
-#include "platform/runtime/Trapped.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Error.h"
+#include "platform/runtime/Trapped.h"
 
 #include <QCloseEvent>
 #include <QScreen>

@@ -1,12 +1,12 @@
 #include "data/stations/DemoStation.h"
 
 #include "data/Statements.h"
-#include "platform/dao/Database.h"
-#include "platform/runtime/Clock.h"
-#include "platform/runtime/Error.h"
 #include "data/stations/DemoCatalogue.h"
 #include "data/stations/DemoSound.h"
 #include "data/stations/ProgramFolder.h"
+#include "platform/dao/Database.h"
+#include "platform/runtime/Clock.h"
+#include "platform/runtime/Error.h"
 
 #include <QFile>
 

@@ -1,6 +1,6 @@
 #include "data/Catalogue.h"
-#include "data/forms/SpotDetails.h"
 #include "data/SpotFacts.h"
+#include "data/forms/SpotDetails.h"
 #include "export/reports/ReportParts.h"
 #include "export/reports/Reports.h"
 

@@ -1,9 +1,9 @@
 #include "export/reports/Reports.h"
 
 #include "data/Catalogue.h"
-#include "data/forms/SpotDetails.h"
 #include "data/SpotFacts.h"
 #include "data/Usage.h"
+#include "data/forms/SpotDetails.h"
 #include "export/reports/ReportParts.h"
 #include "platform/runtime/Clock.h"
 

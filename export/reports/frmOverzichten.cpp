@@ -6,12 +6,12 @@
 #include "export/reports/ui_frmOverzichten.h"
 #include "platform/desktop/FileChooser.h"
 #include "platform/desktop/FolderMemory.h"
-#include "platform/runtime/Trapped.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/TextFile.h"
+#include "platform/runtime/Trapped.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -25,8 +25,8 @@
 #include <utility>
 
 using namespace Qt::StringLiterals;
-using runtime::Trapped;
 using runtime::Presence;
+using runtime::Trapped;
 
 namespace {
 

@@ -4,6 +4,7 @@
 #include "data/Schema.h"
 #include "export/OfflineLogExport.h"
 #include "platform/dao/Database.h"
+#include "platform/desktop/MessageBox.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/TextFile.h"
 #include "tests/app/MainTest.h"

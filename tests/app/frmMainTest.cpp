@@ -7,6 +7,7 @@
 #include "platform/controls/ComboBox.h"
 #include "platform/controls/LedPanel.h"
 #include "platform/dao/Database.h"
+#include "platform/desktop/MessageBox.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"

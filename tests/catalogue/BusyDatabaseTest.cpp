@@ -7,6 +7,7 @@
 #include "data/Catalogue.h"
 #include "platform/controls/ListBox.h"
 #include "platform/dao/WriteWait.h"
+#include "platform/desktop/MessageBox.h"
 #include "platform/jet/FileSystem.h"
 #include "platform/jet/Lock.h"
 #include "platform/runtime/HostPath.h"

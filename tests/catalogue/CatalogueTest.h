@@ -1,6 +1,6 @@
 #pragma once
-#include "data/forms/Form.h"
 #include "data/Globals.h"
+#include "data/forms/Form.h"
 #include "platform/desktop/MessageBox.h"
 #include "tests/support/Child.h"
 #include "tests/support/ModalDriver.h"

@@ -5,6 +5,7 @@
 #include "catalogue/frmItemSpots.h"
 #include "catalogue/frmItems.h"
 #include "platform/controls/ListBox.h"
+#include "platform/desktop/MessageBox.h"
 #include "tests/catalogue/CatalogueTest.h"
 
 #include <QCheckBox>

@@ -1,5 +1,6 @@
 // The sound files that go with an item's spots: which ones may go, and what happens where one cannot.
 #include "catalogue/frmItemOpruimen.h"
+#include "platform/desktop/MessageBox.h"
 #include "platform/runtime/HostPath.h"
 #include "tests/catalogue/CatalogueTest.h"
 

@@ -2,6 +2,7 @@
 #include "catalogue/frmItemOpruimen.h"
 #include "data/Schema.h"
 #include "platform/desktop/Lock.h"
+#include "platform/desktop/MessageBox.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/TextFile.h"
 #include "tests/catalogue/CatalogueTest.h"

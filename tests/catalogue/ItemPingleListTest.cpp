@@ -1,5 +1,6 @@
 #include "catalogue/frmItemPingles.h"
 #include "platform/controls/ListBox.h"
+#include "platform/desktop/MessageBox.h"
 #include "tests/catalogue/CatalogueTest.h"
 
 using namespace Qt::StringLiterals;

@@ -1,5 +1,6 @@
 #include "catalogue/frmItemSpotOpruimen.h"
 #include "platform/desktop/Lock.h"
+#include "platform/desktop/MessageBox.h"
 #include "platform/runtime/HostPath.h"
 #include "tests/catalogue/CatalogueTest.h"
 

@@ -2,6 +2,7 @@
 #include "catalogue/frmItemPingles.h"
 #include "catalogue/frmItemSpots.h"
 #include "catalogue/frmItems.h"
+#include "platform/desktop/MessageBox.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/TextFile.h"
 #include "tests/catalogue/CatalogueTest.h"

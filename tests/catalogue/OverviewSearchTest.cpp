@@ -1,6 +1,7 @@
 #include "catalogue/frmItemPingles.h"
 #include "catalogue/frmItems.h"
 #include "platform/controls/ListBox.h"
+#include "platform/desktop/MessageBox.h"
 #include "tests/catalogue/CatalogueTest.h"
 
 #include <QCheckBox>

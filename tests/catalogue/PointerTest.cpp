@@ -4,6 +4,7 @@
 #include "catalogue/frmItemSpotOpruimen.h"
 #include "catalogue/frmItemSpots.h"
 #include "catalogue/frmItems.h"
+#include "platform/desktop/MessageBox.h"
 #include "tests/catalogue/CatalogueTest.h"
 #include "tests/support/PointerWatch.h"
 

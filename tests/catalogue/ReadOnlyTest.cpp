@@ -7,6 +7,7 @@
 #include "catalogue/frmItems.h"
 #include "data/Catalogue.h"
 #include "platform/controls/ListBox.h"
+#include "platform/desktop/MessageBox.h"
 #include "platform/runtime/HostPath.h"
 #include "tests/catalogue/CatalogueTest.h"
 #include "tests/support/Hindrance.h"

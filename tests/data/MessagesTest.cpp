@@ -3,6 +3,7 @@
 #include "data/Globals.h"
 #include "data/MessageTexts.h"
 #include "platform/dao/Database.h"
+#include "platform/desktop/MessageBox.h"
 #include "tests/support/Station.h"
 
 #include <QFile>

@@ -2,6 +2,7 @@
 
 #include "data/Globals.h"
 #include "data/Messages.h"
+#include "platform/desktop/MessageBox.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/TextFile.h"
 #include "tests/support/Station.h"

@@ -5,6 +5,7 @@
 #include "data/Messages.h"
 #include "export/OfflineLogExport.h"
 #include "export/frmPlanningExporteren.h"
+#include "platform/desktop/MessageBox.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Probe.h"

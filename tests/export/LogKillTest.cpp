@@ -1,8 +1,8 @@
 // The offline log and its export under a program that is killed again and again: every statement that was acknowledged
 // is in the log or in exactly one complete file, once and in order.
-#include "export/ExportRecord.h"
 #include "data/Globals.h"
 #include "data/Writes.h"
+#include "export/ExportRecord.h"
 #include "export/InterruptedExport.h"
 #include "export/OfflineLogExport.h"
 #include "platform/runtime/Clock.h"

@@ -1,8 +1,8 @@
 // An export that fails or dies at any of its steps: each statement stays in the log or comes into one complete file.
 #include "export/OfflineLogExport.h"
 
-#include "export/ExportRecord.h"
 #include "data/Globals.h"
+#include "export/ExportRecord.h"
 #include "export/InterruptedExport.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Error.h"

@@ -1,6 +1,7 @@
 // What the export's window shows and allows while it runs, and what can go wrong then.
 #include "data/Globals.h"
 #include "data/Messages.h"
+#include "platform/desktop/MessageBox.h"
 #include "platform/runtime/FileCalls.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/TextFile.h"

@@ -4,6 +4,7 @@
 #include "data/Messages.h"
 #include "data/forms/Screens.h"
 #include "platform/desktop/FileChooser.h"
+#include "platform/desktop/MessageBox.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/TextFile.h"
 #include "tests/support/Child.h"

@@ -4,6 +4,7 @@
 #include "data/Messages.h"
 #include "export/ExportDrawing.h"
 #include "platform/desktop/Lock.h"
+#include "platform/desktop/MessageBox.h"
 #include "platform/runtime/Clock.h"
 #include "tests/export/ExportWindow.h"
 #include "tests/support/Child.h"

@@ -4,6 +4,7 @@
 #include "data/Messages.h"
 #include "data/Schema.h"
 #include "platform/controls/ComboBox.h"
+#include "platform/desktop/MessageBox.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/TextFile.h"
 #include "tests/support/Child.h"

@@ -1,8 +1,8 @@
 // Opens any bytes as a sound file, measures it and reads here and there. What is no sound may end in audio::Error only.
-#include "tests/fuzz/CpuLimit.h"
 #include "platform/audio/Decoder.h"
 #include "platform/audio/Error.h"
 #include "platform/audio/Measure.h"
+#include "tests/fuzz/CpuLimit.h"
 
 #include <sys/mman.h>
 #include <unistd.h>

@@ -1,10 +1,10 @@
 #include "tests/fuzz/EditDamaged.h"
 
-#include "tests/fuzz/EditBases.h"
 #include "platform/jet/Check.h"
 #include "platform/jet/Codec.h"
 #include "platform/jet/Error.h"
 #include "platform/jet/MemoryFileSystem.h"
+#include "tests/fuzz/EditBases.h"
 
 #include <algorithm>
 #include <stdexcept>

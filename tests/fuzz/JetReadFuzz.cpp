@@ -1,11 +1,11 @@
 // Opens any bytes as a database and walks everything in it: catalogue, definitions, rows, indexes, integrity check.
 // Damage may end in jet::Error only, and memory stays under four times the file and 64 MB.
-#include "tests/fuzz/CpuLimit.h"
-#include "tests/fuzz/HeapLimit.h"
 #include "platform/jet/Check.h"
 #include "platform/jet/Database.h"
 #include "platform/jet/Error.h"
 #include "platform/jet/MemoryFileSystem.h"
+#include "tests/fuzz/CpuLimit.h"
+#include "tests/fuzz/HeapLimit.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,5 +1,6 @@
 #include "data/Messages.h"
 #include "items/FolderList.h"
+#include "platform/desktop/MessageBox.h"
 #include "platform/runtime/HostPath.h"
 #include "tests/items/ItemEditor.h"
 #include "tests/support/PointerWatch.h"

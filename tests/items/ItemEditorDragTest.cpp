@@ -1,4 +1,5 @@
 // The spots of an item, put in another order with the mouse.
+#include "platform/desktop/MessageBox.h"
 #include "tests/items/ItemEditor.h"
 #include "tests/support/Drop.h"
 

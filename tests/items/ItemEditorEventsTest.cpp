@@ -1,6 +1,7 @@
 #include "data/Messages.h"
 #include "data/forms/Screens.h"
 #include "platform/desktop/InputBox.h"
+#include "platform/desktop/MessageBox.h"
 #include "platform/runtime/Clock.h"
 #include "tests/items/ItemEditor.h"
 

@@ -1,3 +1,4 @@
+#include "platform/desktop/MessageBox.h"
 #include "platform/runtime/Clock.h"
 #include "tests/items/ItemEditor.h"
 

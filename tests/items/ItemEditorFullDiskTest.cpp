@@ -1,4 +1,5 @@
 // A full disk under the item editor.
+#include "platform/desktop/MessageBox.h"
 #include "tests/items/ItemEditor.h"
 #include "tests/support/Hindrance.h"
 

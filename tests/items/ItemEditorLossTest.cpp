@@ -1,3 +1,4 @@
+#include "platform/desktop/MessageBox.h"
 #include "platform/runtime/Probe.h"
 #include "tests/items/ItemEditor.h"
 

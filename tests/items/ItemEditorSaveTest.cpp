@@ -1,5 +1,6 @@
 #include "data/Messages.h"
 #include "platform/desktop/InputBox.h"
+#include "platform/desktop/MessageBox.h"
 #include "tests/items/ItemEditor.h"
 
 #include <QFile>

@@ -1,4 +1,5 @@
 #include "platform/desktop/Lock.h"
+#include "platform/desktop/MessageBox.h"
 #include "tests/items/ItemEditor.h"
 
 using namespace Qt::StringLiterals;

@@ -1,4 +1,5 @@
 #include "data/Messages.h"
+#include "platform/desktop/MessageBox.h"
 #include "tests/items/ItemEditor.h"
 
 #include <vector>

@@ -1,10 +1,11 @@
 // Sound files dropped on an editor, with the events that the desktop sends.
 #include "tests/support/Drop.h"
 
-#include "data/forms/DroppedAudio.h"
 #include "data/Globals.h"
+#include "data/forms/DroppedAudio.h"
 #include "data/forms/Screens.h"
 #include "media/Screens.h"
+#include "platform/desktop/MessageBox.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/HostPath.h"
 #include "tests/media/support/EditorDesk.h"

@@ -3,6 +3,7 @@
 #include "platform/controls/LedPanel.h"
 #include "platform/desktop/FileChooser.h"
 #include "platform/desktop/Lock.h"
+#include "platform/desktop/MessageBox.h"
 #include "tests/media/support/EditorDesk.h"
 
 #include <QCheckBox>

@@ -3,6 +3,7 @@
 #include "media/AudioPreview.h"
 #include "platform/controls/LevelMeter.h"
 #include "platform/controls/WaveformStrip.h"
+#include "platform/desktop/MessageBox.h"
 #include "platform/runtime/HostPath.h"
 #include "tests/media/support/EditorDesk.h"
 #include "tests/platform/audio/support/SoundFiles.h"

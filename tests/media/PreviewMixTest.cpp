@@ -5,6 +5,7 @@
 #include "platform/controls/PositionSlider.h"
 #include "platform/controls/WaveformStrip.h"
 #include "platform/desktop/InputBox.h"
+#include "platform/desktop/MessageBox.h"
 #include "tests/media/support/EditorDesk.h"
 #include "tests/platform/audio/support/SoundFiles.h"
 

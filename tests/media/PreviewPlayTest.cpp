@@ -3,6 +3,7 @@
 #include "data/Messages.h"
 #include "platform/controls/LedPanel.h"
 #include "platform/controls/PositionSlider.h"
+#include "platform/desktop/MessageBox.h"
 #include "tests/media/support/EditorDesk.h"
 #include "tests/platform/audio/support/SoundFiles.h"
 

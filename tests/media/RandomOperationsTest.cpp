@@ -1,6 +1,7 @@
 // Whatever the user does in whatever order, the editor neither hangs nor complains about good files.
 #include "platform/controls/LedPanel.h"
 #include "platform/controls/PositionSlider.h"
+#include "platform/desktop/MessageBox.h"
 #include "tests/media/support/EditorDesk.h"
 
 #include <gtest/gtest.h>

@@ -3,6 +3,7 @@
 #include "media/ValidityLine.h"
 #include "platform/controls/DateCombo.h"
 #include "platform/desktop/Lock.h"
+#include "platform/desktop/MessageBox.h"
 #include "platform/runtime/Clock.h"
 #include "tests/media/support/EditorDesk.h"
 #include "tests/support/PointerWatch.h"

@@ -1,6 +1,7 @@
 // A disk that is full or read-only under the item-spot editor: the reason is told, and the form stays open with what
 // was typed until it can be saved.
 #include "data/Globals.h"
+#include "platform/desktop/MessageBox.h"
 #include "platform/runtime/FileCalls.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Probe.h"

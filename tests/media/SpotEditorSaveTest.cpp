@@ -2,6 +2,7 @@
 #include "data/Globals.h"
 #include "data/Messages.h"
 #include "platform/controls/LedPanel.h"
+#include "platform/desktop/MessageBox.h"
 #include "platform/runtime/Probe.h"
 #include "tests/media/support/EditorDesk.h"
 #include "tests/support/PointerWatch.h"

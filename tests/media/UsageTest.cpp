@@ -2,6 +2,7 @@
 #include "data/Catalogue.h"
 #include "data/Globals.h"
 #include "media/LoudnessReader.h"
+#include "platform/desktop/MessageBox.h"
 #include "platform/runtime/HostPath.h"
 #include "tests/media/support/EditorDesk.h"
 

@@ -1,5 +1,5 @@
-#include "tests/tools/RunTool.h"
 #include "data/stations/DemoCatalogue.h"
+#include "tests/tools/RunTool.h"
 
 #include <QDir>
 #include <QFile>

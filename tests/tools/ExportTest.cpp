@@ -1,6 +1,6 @@
-#include "export/ExportRecord.h"
 #include "data/Globals.h"
 #include "data/ProgramLock.h"
+#include "export/ExportRecord.h"
 #include "export/OfflineLogExport.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/HostPath.h"

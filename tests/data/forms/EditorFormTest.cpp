@@ -4,6 +4,7 @@
 #include "data/Messages.h"
 #include "platform/controls/ComboBox.h"
 #include "platform/desktop/Lock.h"
+#include "platform/desktop/MessageBox.h"
 #include "platform/runtime/Error.h"
 #include "tests/support/Station.h"
 

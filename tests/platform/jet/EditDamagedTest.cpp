@@ -1,12 +1,12 @@
 // A short run of the fuzz target "open, check, edit, save", and the damages that it once found the writer to fall for.
 #include "tests/fuzz/EditDamaged.h"
 
-#include "tests/fuzz/EditBases.h"
 #include "platform/jet/Check.h"
 #include "platform/jet/Codec.h"
 #include "platform/jet/PageClaims.h"
 #include "platform/jet/RowBuilder.h"
 #include "platform/jet/UsageMap.h"
+#include "tests/fuzz/EditBases.h"
 #include "tests/platform/jet/support/FreeMapImage.h"
 #include "tests/platform/jet/support/Rounds.h"
 #include "tests/platform/jet/support/SampleTable.h"

@@ -1,6 +1,6 @@
 // Every statement that writes, with every call to the disk failing in turn, in every way.
-#include "tests/fuzz/EditBases.h"
 #include "platform/jet/Check.h"
+#include "tests/fuzz/EditBases.h"
 #include "tests/platform/jet/support/FaultyFiles.h"
 #include "tests/platform/jet/support/SampleTable.h"
 #include "tests/platform/jet/support/TableText.h"
