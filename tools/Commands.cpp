@@ -6,6 +6,8 @@
 #include "tools/ManualPage.h"
 
 #include <algorithm>
+#include <exception>
+#include <new>
 #include <string>
 
 using namespace Qt::StringLiterals;
@@ -55,6 +57,12 @@ int Run(const Command& command, const QStringList& words, const Streams& streams
     return kFailed;
   } catch (const audio::Error& error) {
     streams.err << error.what() << "\n";
+    return kFailed;
+  } catch (const std::bad_alloc&) {
+    streams.err << "Er is te weinig geheugen voor deze opdracht.\n";
+    return kFailed;
+  } catch (const std::exception& error) {
+    streams.err << "De opdracht is afgebroken door een onverwachte fout: " << error.what() << "\n";
     return kFailed;
   }
   streams.err << "gebruik: " << Utf8(CallOf(command)) << "\n";

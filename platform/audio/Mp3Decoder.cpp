@@ -19,6 +19,8 @@ constexpr int kPreframes = 16;
 constexpr int kLowRatePreframes = 96;
 // MPEG frames after which the synthesis filter's buffer stands as it stood before.
 constexpr int kPhases = 8;
+// Bytes without a frame after which the sound has ended; before the first frame: after which the file is no sound.
+constexpr long kMostGarbage = 16L << 20;
 
 ssize_t ReadFile(void* file, void* out, std::size_t bytes) {
   return static_cast<ssize_t>(static_cast<SourceFile*>(file)->Read(out, bytes));
@@ -51,7 +53,9 @@ void Mp3Decoder::Configure() {
   if (!handle_) throw ReadError(file_->Path(), mpg123_plain_strerror(code));
   mpg123_param(handle_.get(), MPG123_ADD_FLAGS, MPG123_QUIET | MPG123_SKIP_ID3V2 | MPG123_GAPLESS, 0);
   mpg123_param(handle_.get(), MPG123_REMOVE_FLAGS, MPG123_AUTO_RESAMPLE | MPG123_FUZZY, 0);
-  mpg123_param(handle_.get(), MPG123_RESYNC_LIMIT, -1, 0);   // garbage in the middle must not end the file
+  // Garbage in the middle must not end the file; but it is looked through byte by byte, and there may be gigabytes of
+  // it.
+  mpg123_param(handle_.get(), MPG123_RESYNC_LIMIT, kMostGarbage, 0);
   mpg123_param(handle_.get(), MPG123_INDEX_SIZE, -1000, 0);  // every frame: a seek reads no more than it must
   mpg123_param(handle_.get(), MPG123_PREFRAMES, 1, 0);
   mpg123_replace_reader_handle(handle_.get(), ReadFile, SeekFile, nullptr);

@@ -241,7 +241,10 @@ std::optional<std::int64_t> TableIndexes::LargestIfTaken(std::size_t column, std
     } else {
       cursor.SeekFirst();
     }
-    return std::get<std::int64_t>(ReadColumn(cursor.Row(), column));
+    if (!cursor.Valid()) throw Damage("index '" + tree.name + "' heeft geen einde");
+    const Value largest = ReadColumn(cursor.Row(), column);
+    if (const auto* found = std::get_if<std::int64_t>(&largest)) return *found;
+    throw Damage("index '" + tree.name + "' noemt een rij zonder nummer");
   }
   return std::nullopt;
 }

@@ -2,11 +2,14 @@
 
 #include "platform/jet/Check.h"
 #include "platform/jet/Codec.h"
+#include "platform/jet/DataPage.h"
 #include "platform/jet/Error.h"
 #include "platform/jet/MemoryFileSystem.h"
 #include "tests/fuzz/EditBases.h"
+#include "tests/platform/jet/support/FreeMapImage.h"
 
 #include <algorithm>
+#include <map>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -56,9 +59,85 @@ std::size_t PlaceInPage(Recipe& recipe) {
   }
 }
 
+/// A number that nearly makes sense where a page, a row or a first page is named.
+std::uint32_t NumberNear(std::size_t pages, Recipe& recipe) {
+  switch (recipe.Byte() % 6) {
+    case 0:
+      return recipe.Byte() % static_cast<std::uint32_t>(pages + 2);
+    case 1:
+      return static_cast<std::uint32_t>(recipe.Byte()) % static_cast<std::uint32_t>(pages) << 8 | recipe.Byte() % 16;
+    case 2:
+      return 8U * recipe.Byte();
+    case 3:
+      return ~0U - recipe.Number(2);
+    case 4:
+      return (1U << 19) - 64 + recipe.Byte();  // about the largest file
+    default:
+      return recipe.Number(4);
+  }
+}
+
+/// Where in the file the row of a usage map begins, or anything on such a page when it has no such row.
+std::size_t PlaceOfMapRow(const Bytes& file, std::size_t page, Recipe& recipe) {
+  const std::uint8_t* bytes = &file[page * kPageSize];
+  const std::size_t slots = std::min<std::size_t>(LoadU16(bytes + 12), 255);
+  const std::size_t slot = slots == 0 ? 0 : recipe.Byte() % slots;
+  return page * kPageSize + std::min<std::size_t>(LoadU16(bytes + kDataPageHead + 2 * slot) & 0x1FFF, kPageSize - 8);
+}
+
+/// Changes a usage map: its kind, its first page or a bitmap page, a bit; or where a definition looks for its maps.
+void DamageMap(Bytes& file, Recipe& recipe) {
+  const std::size_t pages = file.size() / kPageSize;
+  std::vector<std::size_t> holders = {1, 1, 1};  // the map of free pages matters most
+  std::vector<std::size_t> definitions;
+  for (std::size_t page = 2; page < pages; ++page) {
+    const std::uint8_t* bytes = &file[page * kPageSize];
+    if (bytes[0] == static_cast<std::uint8_t>(PageType::Data) && LoadU32(bytes + 4) == kUsageMapOwner)
+      holders.push_back(page);
+    if (bytes[0] == static_cast<std::uint8_t>(PageType::Definition)) definitions.push_back(page);
+  }
+  const std::size_t holder = holders[recipe.Byte() % holders.size()];
+  const std::size_t row = PlaceOfMapRow(file, holder, recipe);
+  switch (recipe.Byte() % 5) {
+    case 0:
+      file[row] = recipe.Byte() % 3;
+      return;
+    case 1:
+      Store(&file[row + 1], NumberNear(pages, recipe));
+      return;
+    case 2: {  // one of the pages that there are
+      const std::size_t page = recipe.Byte() % (pages + 2);
+      file[std::min(row + 5 + page / 8, file.size() - 1)] ^= static_cast<std::uint8_t>(1U << (page % 8));
+      return;
+    }
+    case 3: {
+      const std::size_t entry = row + 1 + 4 * (recipe.Byte() % 17U);
+      if (entry + 4 <= file.size()) Store(&file[entry], NumberNear(pages, recipe));
+      return;
+    }
+    default: {
+      if (definitions.empty()) return;
+      const std::size_t definition = definitions[recipe.Byte() % definitions.size()] * kPageSize;
+      const std::size_t stream = std::clamp<std::size_t>(LoadU32(&file[definition + 8]), 64, kPageSize - 4);
+      const std::size_t at = recipe.Byte() % 2 == 0 ? 55 + 4 * (recipe.Byte() % 2U) : recipe.Number(2) % stream;
+      Store(&file[definition + at], NumberNear(pages, recipe));
+    }
+  }
+}
+
+/// The same free pages in another layout, as other writers leave them.
+void LayOutFreeMap(Bytes& file, unsigned layout, Recipe& recipe) {
+  test::FreeMapImage image(file);
+  if (layout == 5 || layout == 7) image.PutWindow(recipe.Byte() % (image.PageCount() / 8) * 8);
+  if (layout == 6) image.PutBitmapPages();
+  if (layout == 7) image.LeaveNoRoom();
+}
+
 void DamageOnce(Bytes& file, Recipe& recipe) {
   const std::size_t at = recipe.Byte() % (file.size() / kPageSize) * kPageSize + PlaceInPage(recipe);
-  const std::uint8_t kind = recipe.Byte() % 8;
+  const std::uint8_t what = recipe.Byte();
+  if (what / 8 % 2 == 1) return DamageMap(file, recipe);
+  const std::uint8_t kind = what % 8;
   const std::size_t room = file.size() - at;
   switch (kind) {
     case 0:
@@ -138,14 +217,34 @@ bool IsRefusal(ErrorCode code) {
          code == ErrorCode::TooLong || code == ErrorCode::OutOfRange || code == ErrorCode::UnknownCharacter;
 }
 
+/// The rows of the table that the statements name, by their places.
+using Model = std::map<RowId, std::vector<Value>>;
+
+Model ReadSpots(Database& database) {
+  Model rows;
+  const Table table = database.OpenTable(u"tblSpots");
+  ColumnSet all;
+  for (std::size_t i = 0; i < table.Definition().columns.size(); ++i)
+    all.push_back(i);
+  TableCursor cursor = table.Scan(all);
+  while (cursor.Next())
+    rows[cursor.Id()] = cursor.Values();
+  return rows;
+}
+
 class Editing {
  public:
-  Editing(Database& database, Recipe& recipe) : database_(database), recipe_(recipe) {}
+  /// `model` follows what is carried out.
+  Editing(Database& database, Recipe& recipe, Model& model) : database_(database), recipe_(recipe), model_(model) {}
 
   void Statement() {
     WriteTurn turn(database_);
-    const std::uint8_t kind = recipe_.Byte() % 8;
-    if (kind == 7) {
+    const std::uint8_t what = recipe_.Byte();
+    const std::uint8_t kind = what % 8;
+    if (what % 64 == 63) {
+      database_.OpenWriter(u"tblSpots")->DeleteAll();
+      model_.clear();
+    } else if (kind == 7) {
       MakeTable();
     } else {
       EditRows(kind);
@@ -184,6 +283,7 @@ class Editing {
     if (kind == 0 || rows.empty()) {
       std::vector<Value> row = Row(writer);
       rows.push_back(writer.Insert(row));
+      model_[rows.back()] = row;
       return;
     }
     const std::size_t place = recipe_.Byte() % rows.size();
@@ -192,12 +292,21 @@ class Editing {
       const auto count = std::min<std::ptrdiff_t>(1 + recipe_.Byte() % kMostDeleted, rows.end() - first);
       const std::vector<RowId> going(first, first + count);
       rows.erase(first, first + count);
-      return writer.Delete(going);
+      writer.Delete(going);
+      for (const RowId row : going)
+        model_.erase(row);
+      return;
     }
     std::vector<bool> changed(writer.Definition().columns.size());
     for (std::size_t i = 1; i < changed.size(); ++i)
       changed[i] = kind == 2 || i == 2;
-    writer.Update(rows[place], Row(writer), changed);
+    const std::vector<Value> row = Row(writer);
+    writer.Update(rows[place], row, changed);
+    std::vector<Value>& known = model_[rows[place]];
+    known.resize(row.size());
+    for (std::size_t i = 0; i < row.size(); ++i) {
+      if (changed[i]) known[i] = row[i];
+    }
   }
 
   std::vector<Value> Row(const TableWriter& writer) {
@@ -222,6 +331,7 @@ class Editing {
 
   Database& database_;
   Recipe& recipe_;
+  Model& model_;
 };
 
 void Edit(MemoryFileSystem& files, Recipe& recipe, EditOutcome& outcome) {
@@ -230,10 +340,14 @@ void Edit(MemoryFileSystem& files, Recipe& recipe, EditOutcome& outcome) {
   const std::string before = Problems(*database);
   outcome.damaged = !before.empty();
   const OtherRows others = ReadOthers(*database);
+  Model model;
+  if (before.empty()) model = ReadSpots(*database);
   for (int statement = 0; statement < kMostStatements && (statement == 0 || !recipe.AtEnd()); ++statement) {
     const Bytes content = files.Get(kPath);
+    Model changed = model;
     try {
-      Editing(*database, recipe).Statement();
+      Editing(*database, recipe, changed).Statement();
+      model = std::move(changed);
       ++outcome.committed;
     } catch (const Error&) {
       ++outcome.refused;
@@ -247,6 +361,7 @@ void Edit(MemoryFileSystem& files, Recipe& recipe, EditOutcome& outcome) {
   if (!before.empty()) return;
   const std::string after = Problems(*database);
   if (!after.empty()) throw std::logic_error("a sound file is not sound any more: " + after);
+  if (ReadSpots(*database) != model) throw std::logic_error("a row of a sound file is not as it was last written");
 }
 
 }  // namespace
@@ -255,6 +370,7 @@ EditOutcome EditDamaged(std::span<const std::uint8_t> input) {
   Recipe recipe(input);
   const std::uint8_t first = recipe.Byte();
   Bytes file = first % 4 == 3 ? LargerBase() : SmallBase();
+  LayOutFreeMap(file, first / (4 * (kMostDamages + 1)), recipe);
   for (unsigned damages = first / 4 % (kMostDamages + 1); damages > 0; --damages)
     DamageOnce(file, recipe);
   MemoryFileSystem files;

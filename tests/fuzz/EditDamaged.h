@@ -14,10 +14,11 @@ struct EditOutcome {
   int refused = 0;       ///< statements that ended with an Error
 };
 
-/// Reads `input` as a recipe: which of two small databases, what to damage in it, which statements to run on it then.
-/// The file lives in memory. Throws std::logic_error when a promise is broken:
+/// Reads `input` as a recipe: which of two small databases, how its map of free pages lies, what to damage in it (maps
+/// as often as anything else), which statements to run on it then. The file lives in memory. Throws std::logic_error
+/// when a promise is broken:
 ///  * a statement that ends with an Error leaves every byte of the file as it was;
-///  * a file without a problem has none after any statement either;
+///  * a file without a problem has none after any statement either, and each of its rows is as it was last written;
 ///  * whatever is damaged elsewhere, the rows of a sound table that no statement names stay as they were.
 EditOutcome EditDamaged(std::span<const std::uint8_t> input);
 

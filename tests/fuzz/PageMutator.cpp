@@ -59,6 +59,7 @@ std::size_t PageMutator::FieldOf(jet::ByteSpan page, std::size_t* size) {
       const std::size_t slots = std::min<std::size_t>(U16(page, 12), 1000);
       const std::size_t slot = 14 + 2 * Below(slots + 1);
       if (Below(4) == 0) return 2 * (1 + Below(6));
+      if (Load(page.subspan(4, 4)) <= 1 && slots > 0) return MapFieldOf(page, slots, size);
       *size = 2;
       if (Below(3) == 0) return slot;
       const std::size_t start = U16(page, slot) & 0x1FFF;
@@ -66,7 +67,8 @@ std::size_t PageMutator::FieldOf(jet::ByteSpan page, std::size_t* size) {
       *size = 1 + Below(2);
       return Below(2) == 0 ? start + Below(16) : end - std::min<std::size_t>(end, 1 + Below(24));
     }
-    case 2:  // a definition: the head, or anything in the stream
+    case 2:  // a definition: the head, where its maps are, or anything in the stream
+      if (Below(6) == 0) return *size = 4, 55 + 4 * Below(2);
       return Below(3) == 0 ? Below(0x3F) : 0x3F + Below(std::clamp<std::size_t>(Load(page.subspan(8, 4)), 1, kPage));
     case 3:
     case 4:  // an index: the head, the bits of entries, the entries
@@ -75,6 +77,22 @@ std::size_t PageMutator::FieldOf(jet::ByteSpan page, std::size_t* size) {
       return Below(2) == 0 ? 27 + Below(64) : 480 + Below(Below(2) == 0 ? 64 : 3616);
     default:
       return counts * Below(kPage / counts);
+  }
+}
+
+// A usage map: its kind, its first page or first bitmap page, another bitmap page, or bits.
+std::size_t PageMutator::MapFieldOf(jet::ByteSpan page, std::size_t slots, std::size_t* size) {
+  const std::size_t row = U16(page, 14 + 2 * Below(slots)) & 0x1FFF;
+  *size = 4;
+  switch (Below(4)) {
+    case 0:
+      return *size = 1, row;
+    case 1:
+      return row + 1;
+    case 2:
+      return row + 1 + 4 * Below(17);
+    default:
+      return *size = 1, row + 5 + Below(16);
   }
 }
 

@@ -24,6 +24,7 @@ class PageMutator {
   void CopyWithin(jet::ByteSpan page);
   void CopyPage();
   std::size_t FieldOf(jet::ByteSpan page, std::size_t* size);
+  std::size_t MapFieldOf(jet::ByteSpan page, std::size_t slots, std::size_t* size);
   std::uint32_t ValueFor(std::uint32_t old, std::size_t size);
 
   static constexpr std::size_t kPage = 4096;

@@ -113,6 +113,18 @@ TEST_F(Length, GarbageInTheMiddleDoesNotEndTheFile) {
   EXPECT_NEAR(audio::MeasureMs(dirty), 20000, 150);
 }
 
+// They are looked through byte by byte: 20 MB of them stand for the gigabytes of a file that a disk has spoilt.
+TEST_F(Length, ManyMegabytesWithoutAFrameEndTheSound) {
+  const Bytes sound = ReadBytes(MakeTone(folder_.File("clean.mp3"), 5));
+  Bytes bytes = sound;
+  bytes.resize(sound.size() + (std::size_t{20} << 20));
+  Append(bytes, sound);
+  EXPECT_NEAR(audio::MeasureMs(WriteBytes(folder_.File("middle.mp3"), bytes)), 5000, 150);
+  Bytes before(std::size_t{20} << 20);
+  Append(before, sound);
+  EXPECT_NE(ErrorOf(WriteBytes(folder_.File("before.mp3"), before)), "");
+}
+
 TEST_F(Length, ContentDecidesNotTheExtension) {
   std::filesystem::rename(MakeTone(folder_.File("a.wav"), 2), folder_.File("b.mp3"));
   std::filesystem::rename(MakeTone(folder_.File("a.mp3"), 3), folder_.File("b.wav"));
