@@ -2,6 +2,7 @@
 // First the time for a spot of 30 seconds and for an hour, ours also within a program that links the library. Then more
 // than a thousand MP3 files of every kind and some WAV: how often each tool is wrong by more than a millisecond, held
 // against what went into the files. Fails when ours is. usage: AudioLengthBench
+#include "bench/Figures.h"
 #include "bench/LengthFiles.h"
 #include "bench/LengthTools.h"
 #include "bench/Plain.h"
@@ -76,7 +77,9 @@ void CompareTimes(const fs::path& folder, const std::vector<LengthTool>& tools) 
         times.push_back(MillisecondsOf(work));
       return Median(times);
     };
-    std::printf("\n%-30s%10.2f", timed.name.c_str(), median([&] { audio::MeasureMs(timed.file.path.string()); }));
+    const double ours = median([&] { audio::MeasureMs(timed.file.path.string()); });
+    std::printf("\n%-30s%10.2f", timed.name.c_str(), ours);
+    bench::Report("length-" + timed.name, bench::Milliseconds(ours));
     for (const LengthTool& tool : tools)
       std::printf("%10.2f", median([&] { tool.MsOf(timed.file); }));
   }
@@ -121,7 +124,7 @@ class Scores {
 
   bool AreOursRight() const { return oursWrong_ == 0; }
 
-  void Print() const {
+  void Print(const std::string& id) const {
     std::printf("\n%-34s%6s", "wrong by over 1 ms, or silent", "files");
     for (const LengthTool& tool : tools_)
       std::printf("%10s", tool.name.c_str());
@@ -138,6 +141,11 @@ class Scores {
     for (const auto& [kind, count] : files_)
       all += count;
     PrintLine("all", all, sums);
+    std::string others;
+    for (std::size_t i = 1; i < tools_.size(); ++i)
+      others += (i > 1 ? ", " : "") + tools_[i].name + ' ' + std::to_string(sums[i].wrong + sums[i].silent);
+    bench::Report("length-wrong-" + id, std::to_string(sums[0].wrong + sums[0].silent) + " of " + std::to_string(all),
+                  others);
     std::printf("\n%-40s", "largest error, ms");
     for (const Score& sum : sums)
       std::printf("%10.1f", sum.worstMs);
@@ -171,12 +179,12 @@ bool CompareLengths(const fs::path& folder, const std::vector<LengthTool>& tools
   Scores mp3(tools);
   const int made = bench::MakeMp3Files(folder, [&](const LengthFile& file) { mp3.Take(file); });
   std::printf("%d MP3 files", made);
-  mp3.Print();
+  mp3.Print("mp3");
   std::vector<LengthTool> readers = tools;
   std::erase_if(readers, [](const LengthTool& tool) { return tool.name == "mpg123"; });
   Scores wav(readers);
   std::printf("\n%d WAV files", bench::MakeWavFiles(folder, [&](const LengthFile& file) { wav.Take(file); }));
-  wav.Print();
+  wav.Print("wav");
   return mp3.AreOursRight() && wav.AreOursRight();
 }
 

@@ -1,6 +1,7 @@
 // Refreshing the local copy of the catalogue: 100 000 item-spots deleted and copied anew from the server's file to the
 // local one, a durable statement each, beside SQLite doing the same (ATTACH, rollback journal, full sync) on the same
 // disk. Rounds alternate; the middle of them counts. usage: CopyBench [ROWS [FOLDER]]
+#include "bench/Figures.h"
 #include "bench/Plain.h"
 #include "data/Schema.h"
 #include "platform/dao/Database.h"
@@ -122,7 +123,7 @@ int main(int argc, char** argv) {
     CheckCopy(ours, plain, rows);
   }
   std::printf("%d rows, beside SQLite with full sync, by the clock\n", rows);
-  remove.Print("delete them all");
-  copy.Print("copy them from server to local");
+  remove.Print("delete-all", "delete them all");
+  copy.Print("copy-all", "copy them from server to local");
   return 0;
 }

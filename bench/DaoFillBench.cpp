@@ -1,5 +1,6 @@
 // Filling a list of 50 000 item-spots as the screens do (open, select with filter and order, walk, release), beside
 // plain SQLite doing the same query on the same rows; then what a small statement costs apart from its syncs.
+#include "bench/Figures.h"
 #include "platform/dao/Database.h"
 #include "platform/dao/Storage.h"
 #include "platform/runtime/Error.h"
@@ -143,6 +144,7 @@ void CompareFilling(const QString& plainPath, const QString& ourPath) {
   const double ours = BestMilliseconds([&] { FillOurs(ourPath); });
   std::printf("fill %d rows, filtered and sorted: plain SQLite %.1f ms, dao %.1f ms, ratio %.2f\n", kRows, plain, ours,
               ours / plain);
+  bench::ReportTimes("query-50000", ours, "SQLite", plain);
 }
 
 void SmallStatements(const QString& path) {

@@ -6,6 +6,7 @@
 // usage: DurableBench [CHANGES [FOLDER]]       of each kind, 1000 when not told: a disk whose syncs take milliseconds
 //        is through in minutes; the folder is SPOTROOSTER_BENCH_FOLDER or beside this program
 //        DurableBench alone dao|jet|sqlite insert|update|delete CHANGES       one kind in memory, for a profiler
+#include "bench/Figures.h"
 #include "bench/BenchFolder.h"
 #include "bench/ChangedTable.h"
 #include "bench/Plain.h"
@@ -56,7 +57,10 @@ std::vector<int> Ids(const Kind& kind, int changes) {
 class Contest {
  public:
   Contest(const QString& folder, int changes)
-      : folder_(folder + u"/durable-bench-XXXXXX"_s), scope_(files_), changes_(changes) {
+      : folder_(folder + u"/durable-bench-XXXXXX"_s),
+        scope_(files_),
+        changes_(changes),
+        place_(folder == kMemory ? "-memory" : "-disk") {
     Require(folder_.isValid(), "the folder");
     tables_.push_back(bench::TableOfSqlite(folder_.path()));
     tables_.push_back(bench::TableOfDao(folder_.path()));
@@ -113,8 +117,8 @@ class Contest {
       deletes.Beside([&] { plain.Run(remove.toUtf8()); });
       deletes.Ours([&] { Require(ours.Execute(remove) == kStanding, "rows deleted"); });
     }
-    inserts.Print("10 000 inserts in one statement");
-    deletes.Print("10 000 deletes in one statement");
+    inserts.Print("insert-10000" + place_, "10 000 inserts in one statement");
+    deletes.Print("delete-10000" + place_, "10 000 deletes in one statement");
   }
 
   void Print(const Kind& kind, const std::vector<std::vector<double>>& times,
@@ -129,6 +133,8 @@ class Contest {
           qPrintable(tables_[i]->Name()), ours, ours / beside, spent[i].syncs / double(changes_),
           spent[i].waitedMilliseconds / changes_, spent[i].writes / double(changes_), spent[i].bytesWritten / changes_,
           spent[i].calls / double(changes_));
+      const QByteArray id = QByteArray(kind.name) + '-' + tables_[i]->Name().toUtf8() + place_;
+      bench::ReportTimes(id.toStdString(), ours, "SQLite", beside);
     }
   }
 
@@ -136,6 +142,7 @@ class Contest {
   bench::TimedFiles files_;
   dao::FileSystemScope scope_;
   int changes_;
+  QByteArray place_;  // ends the names of the reported rows
   std::vector<std::unique_ptr<ChangedTable>> tables_;
 };
 

@@ -2,6 +2,7 @@
 // writing the same rows of the same text to a file that is then synced; and two thousand statements logged one by one,
 // beside SQLite, each a look for the highest number and an insert, durable on both sides. The files are compared.
 // usage: ExportBench [STATEMENTS [LOGGED [FOLDER]]]
+#include "bench/Figures.h"
 #include "bench/Child.h"
 #include "bench/Plain.h"
 #include "bench/SpotStation.h"
@@ -123,8 +124,9 @@ void WriteExport(int count, const QString& place) {
     QFile::remove(written);
   }
   const QByteArray what = "export " + QByteArray::number(count) + " statements";
-  if (beside) sides.Print(what.constData());
+  if (beside) sides.Print("export-million", what.constData());
   std::printf("peak memory of ours, the filling of the log included: %.0f MB\n", PeakMegabytes());
+  bench::Report("export-memory", QString::number(PeakMegabytes(), 'f', 0).toStdString() + " MB");
 }
 
 // The part of every write procedure that logs.
@@ -158,7 +160,7 @@ void LogStatements(int count, const QString& place) {
           "every statement is logged");
   Require(plain.Number("SELECT COUNT(*) FROM tblOfflineLog") == part * kLogRounds, "row count of SQLite");
   const QByteArray what = "log " + QByteArray::number(part) + " statements, a tenth of all";
-  sides.Print(what.constData());
+  sides.Print("log-statement", what.constData());
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 // Finding as you type among 100 000 item-spots: from the key to the list that shows what is left, beside the SQLite
 // query that would find the same rows by LIKE. By the clock, each key once a round. usage: FindBench [ROWS]
+#include "bench/Figures.h"
 #include "bench/Plain.h"
 #include "bench/SpotStation.h"
 #include "catalogue/frmItemSpots.h"
@@ -86,6 +87,7 @@ class Finding {
       const double key = Times::At(times_.keys, share);
       const double like = Times::At(times_.likes, share);
       std::printf("%-16s key to list %7.2f ms   LIKE %7.2f ms   ratio %5.2f\n", what, key, like, key / like);
+      bench::ReportTimes(std::string("find-") + what, key, "LIKE", like);
     }
   }
 

@@ -4,6 +4,7 @@
 // takes, which is told beside them.
 // usage: GrowthBench [FOLDER]      the folder is SPOTROOSTER_BENCH_FOLDER or beside this program
 //        GrowthBench read FILE     reads all fields of all rows once, for the memory that takes
+#include "bench/Figures.h"
 #include "bench/BenchFolder.h"
 #include "bench/ChangedTable.h"
 #include "bench/Child.h"
@@ -146,6 +147,12 @@ void PrintRatios(const Size& less, const Size& more) {
   std::printf("%d times the rows: read %.1f times the time, %.1f times the memory; insert %.2f, save %.2f\n",
               more.rows / less.rows, more.readMs / less.readMs, more.readMegabytes / less.readMegabytes,
               more.insert.median / less.insert.median, more.save.median / less.save.median);
+  if (more.rows != 1'000'000) return;
+  bench::Report("growth-read", bench::Milliseconds(more.readMs), std::to_string(less.rows) + " rows", more.readMs / less.readMs);
+  bench::Report("growth-insert", bench::Milliseconds(more.insert.median), std::to_string(less.rows) + " rows",
+                more.insert.median / less.insert.median);
+  bench::Report("growth-save", bench::Milliseconds(more.save.median), std::to_string(less.rows) + " rows",
+                more.save.median / less.save.median);
 }
 
 }  // namespace

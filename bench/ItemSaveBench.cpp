@@ -1,6 +1,7 @@
 // Saving an item with many spots: each link is a statement of its own, and durable, beside as many single durable
 // inserts into SQLite on the same disk (rollback journal, synchronous=EXTRA). usage: ItemSaveBench [FOLDER] (default:
 // here)
+#include "bench/Figures.h"
 #include "bench/Plain.h"
 #include "bench/SpotStation.h"
 #include "data/Globals.h"
@@ -60,5 +61,6 @@ int main(int argc, char** argv) {
   const qint64 sqlite = SqliteMs(station.File(u"beside.sqlite"_s));
   std::printf("save an item with %d spots: %lld ms; SQLite, as many durable inserts: %lld ms; ratio %.2f\n", kSpots,
               static_cast<long long>(ours), static_cast<long long>(sqlite), double(ours) / double(sqlite));
+  bench::ReportTimes("item-save-1000", double(ours), "SQLite", double(sqlite));
   return 0;
 }

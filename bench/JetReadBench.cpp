@@ -2,6 +2,7 @@
 // and mdb-reader; 10 000 rows; one row by its key in tables of a thousand to a million rows. Processor time.
 // usage: JetReadBench [scan FILE | csv FILE | make FILE ROWS | alone]
 // scan and csv are one reading, for a profiler; alone leaves out what takes the time of other programs.
+#include "bench/Figures.h"
 #include "bench/Child.h"
 #include "platform/jet/Database.h"
 #include "platform/jet/Error.h"
@@ -197,7 +198,7 @@ bench::ChildRun Best(const Reader& reader) {
 }
 
 // The first reader is ours.
-void Compare(const char* title, const std::vector<Reader>& readers) {
+void Compare(const std::string& id, const char* title, const std::vector<Reader>& readers) {
   std::printf("%s\n", title);
   double ours = 0;
   for (const Reader& reader : readers) {
@@ -206,7 +207,12 @@ void Compare(const char* title, const std::vector<Reader>& readers) {
       std::printf("  %-34s not installed\n", reader.name);
       continue;
     }
-    if (ours == 0) ours = run.cpuMs;
+    if (ours == 0) {
+      ours = run.cpuMs;
+      bench::Report(id + "-memory", std::to_string(std::lround(run.peakMegabytes)) + " MB");
+    } else {
+      bench::ReportTimes(id + '-' + reader.name, ours, reader.name, run.cpuMs);
+    }
     std::printf("  %-34s %8.0f ms  %6.1f MB  ratio %.2f\n", reader.name, run.cpuMs, run.peakMegabytes,
                 run.cpuMs / ours);
   }
@@ -216,10 +222,10 @@ void CompareReaders(const std::string& self, const std::string& path, std::size_
   const std::int64_t sum = Expected(rows).Key();
   const auto ids = static_cast<std::int64_t>(rows * (rows + 1) / 2);
   const std::string table = "tblItemSpots";
-  Compare("all fields of all rows",
+  Compare("read-rows", "all fields of all rows",
           {{"this library", {self, "scan", path}, rows, sum},
            {"mdb-reader (npm)", {"node", kScript, kModules, path, table, "scan"}, rows, sum}});
-  Compare("the same as text through a pipe",
+  Compare("read-csv", "the same as text through a pipe",
           {{"this library, CSV", {self, "csv", path}, rows + 1, ids},
            {"mdb-export", {"mdb-export", path, table}, rows + 1, ids},
            {"mdb-json", {"mdb-json", path, table}, rows, ids},
@@ -234,6 +240,7 @@ void TimeRows(const std::string& path, std::size_t rows) {
     best = i == 0 ? ms : std::min(best, ms);
   }
   std::printf("%zu rows, opened and read: %.1f ms\n", rows, best);
+  bench::Report("read-10000", bench::Milliseconds(best));
 }
 
 // Row by key: within an open database, and with opening it.
@@ -262,6 +269,7 @@ void TimeLookups(const std::string& path, std::size_t rows) {
   });
   std::printf("one row by key of %7zu: %.3f ms, opening a file that nobody has open included %.3f ms\n", rows,
               open / kLookups, opening / kLookups);
+  bench::Report("row-by-key-" + std::to_string(rows), bench::Milliseconds(open / kLookups));
 }
 
 int Run(const std::string& self, bool alone) {

@@ -1,6 +1,7 @@
 // The item-spot list with many records: the time to open it, to refill it and to search in it, beside the time that
 // SQLite alone needs for the same query over the same rows; how long the window is deaf while marks arrive; and the
 // time to refresh the local copy on closing.
+#include "bench/Figures.h"
 #include "bench/SpotStation.h"
 #include "catalogue/frmItemSpots.h"
 #include "data/Globals.h"
@@ -92,10 +93,15 @@ class PlainSqlite {
   sqlite3* database_ = nullptr;
 };
 
-void Print(const char* what, double ms, double plainMs) {
+void Print(const char* what, double ms, double plainMs, const char* id = nullptr) {
   std::printf("%-46s %8.1f ms", what, ms);
   if (plainMs > 0) std::printf("   %5.2f x SQLite", ms / plainMs);
   std::printf("\n");
+  if (id == nullptr) return;
+  if (plainMs > 0)
+    bench::ReportTimes(id, ms, "SQLite", plainMs);
+  else
+    bench::Report(id, bench::Milliseconds(ms));
 }
 
 // The longest that the window is deaf while marks are read and drawn, after the first picture; and by the clock, when
@@ -117,8 +123,8 @@ void BenchMarks(frmItemSpots& form) {
     QCoreApplication::processEvents();  // never waits
     longest = std::max(longest, ThreadMs() - start);
   } while (!areThere());
-  Print("marks: longest turn of the event loop", longest, 0);
-  Print("marks: until all stand", static_cast<double>(all.elapsed()), 0);
+  Print("marks: longest turn of the event loop", longest, 0, "list-longest-turn");
+  Print("marks: until all stand", static_cast<double>(all.elapsed()), 0, "list-marks");
 }
 
 void BenchList(PlainSqlite& plain) {
@@ -130,9 +136,9 @@ void BenchList(PlainSqlite& plain) {
           form.Form_Load();
           form.grab();
         }),
-        plainMs);
+        plainMs, "list-open");
   auto* inactive = form.findChild<QCheckBox*>(u"chkNietAktieve"_s);
-  Print("refill by a check box", MedianMs([&] { inactive->toggle(); }), plainMs);
+  Print("refill by a check box", MedianMs([&] { inactive->toggle(); }), plainMs, "list-filter");
   BenchMarks(form);
   auto* search = form.findChild<QLineEdit*>(u"txtZoek"_s);
   for (const QString& text : {u"b"_s, u"bakkerij"_s, u"99"_s, u"zzz"_s, QString()}) {
@@ -158,7 +164,7 @@ void BenchList(PlainSqlite& plain) {
   TransItemSpotsToLocal(global.serverDatabasePath, global.localDatabasePath);
   timer.restart();
   form.findChild<QPushButton*>(u"cmdSluiten"_s)->click();
-  Print("close: keep, empty and copy, by the clock", static_cast<double>(timer.elapsed()), 0);
+  Print("close: keep, empty and copy, by the clock", static_cast<double>(timer.elapsed()), 0, "list-close");
 }
 
 }  // namespace

@@ -1,3 +1,4 @@
+#include "bench/Figures.h"
 #include "bench/Plain.h"
 
 #include <QElapsedTimer>
@@ -51,10 +52,11 @@ double MillisecondsOf(const std::function<void()>& work) {
   return static_cast<double>(timer.nsecsElapsed()) / 1e6;
 }
 
-void Sides::Print(const char* what) const {
+void Sides::Print(const QByteArray& id, const char* what) const {
   const double ours = Median(ours_);
   const double beside = Median(beside_);
   std::printf("%s: %.1f ms, SQLite %.1f ms: ratio %.2f\n", what, ours, beside, ours / beside);
+  ReportTimes(id.toStdString(), ours, "SQLite", beside);
 }
 
 }  // namespace bench

@@ -42,8 +42,8 @@ class Sides {
 
   void Ours(const std::function<void()>& work) { ours_.push_back(MillisecondsOf(work)); }
   void Beside(const std::function<void()>& work) { beside_.push_back(MillisecondsOf(work)); }
-  // The medians of both and their ratio.
-  void Print(const char* what) const;
+  // Prints the medians of both and their ratio, and reports them as the row `id`.
+  void Print(const QByteArray& id, const char* what) const;
 
  private:
   std::vector<double> ours_;

@@ -2,6 +2,7 @@
 // moments at which the window does not answer for longer than a picture of a 60 Hz screen. First a spot whose waveform
 // is there; then an hour of sound while its waveform comes in. The sound goes to the player's own silent output, which
 // takes the frames at the clock's pace: no sound device is needed, nor measured. usage: PlayBench [SECONDS]
+#include "bench/Figures.h"
 #include "bench/Plain.h"
 #include "bench/SpotStation.h"
 #include "data/Globals.h"
@@ -55,6 +56,9 @@ class StallMeter {
     cpu_ = CpuMs(CLOCK_THREAD_CPUTIME_ID);
     tick_.start(kTickMs);
   }
+
+  // Ticks more than a picture late because of work of this program.
+  int OwnStalls() const { return ownStalls_; }
 
   void Print() const {
     std::printf(
@@ -111,7 +115,7 @@ void AddSpot(int id, const QString& path) {
 }
 
 // The editor of that spot, playing for some seconds.
-void Play(const char* what, int id, int seconds, bool inBackgroundToo) {
+void Play(const char* row, const char* what, int id, int seconds, bool inBackgroundToo) {
   global.gstrSelectedID = QString::number(id);
   frmItemSpotsDetail editor(nullptr);
   editor.Form_Load();
@@ -137,6 +141,8 @@ void Play(const char* what, int id, int seconds, bool inBackgroundToo) {
   const double used = CpuMs(CLOCK_PROCESS_CPUTIME_ID) - cpu;
   const double heard = player->Position() - from;
   std::printf("%s, %.1f s: %.2f %% of a core\n", what, wall / 1000, 100 * used / wall);
+  bench::Report(row, QString::number(100 * used / wall, 'f', 1).toStdString() + " % of a core, " +
+                        std::to_string(stalls.OwnStalls()) + " stalls");
   stalls.Print();
   editor.findChild<QPushButton*>(u"cmdSTOP"_s)->click();
   Require(std::abs(heard - wall) < 500, "it played at the clock's pace");
@@ -165,7 +171,7 @@ int main(int argc, char** argv) {
   Require(hour.write(read.readAll().repeated(60)) > 0 && hour.flush(), "an hour of sound");
   AddSpot(1, spot);
   AddSpot(2, hour.fileName());
-  Play("a spot", 1, seconds, false);
-  Play("an hour, while its waveform and loudness are read (their work included)", 2, seconds, true);
+  Play("play-spot", "a spot", 1, seconds, false);
+  Play("play-hour", "an hour, while its waveform and loudness are read (their work included)", 2, seconds, true);
   return 0;
 }

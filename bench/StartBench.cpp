@@ -1,6 +1,7 @@
 // Starting the program, from the call to its windows on an X display without screen (Xvfb): the station's window, and
 // from its closing the main window, with 0, 10 000 and 100 000 item-spots in the catalogue. Beside it sqlitebrowser
 // opening the same rows, up to its window. By the clock, median of the rounds. usage: StartBench [PROGRAM]
+#include "bench/Figures.h"
 #include "bench/Plain.h"
 #include "bench/SpotStation.h"
 #include "bench/XWindows.h"
@@ -155,6 +156,7 @@ void Bench(const Display& display, const QString& program, int rows) {
     const double browser = Median(browsers);
     std::printf("; sqlitebrowser %7.1f ms: ratio %.2f (first), %.2f (both)", browser, first / browser,
                 (first + Median(mains)) / browser);
+    bench::ReportTimes("start-" + std::to_string(rows), first + Median(mains), "sqlitebrowser", browser);
   }
   std::printf("\n");
 }

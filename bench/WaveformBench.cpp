@@ -1,6 +1,7 @@
 // The waveform of an MP3 of an hour: from the call to the first part of the picture, to the whole of it, and the same
 // for a file that was looked at before. Beside it the plain decode of the same file to nothing, by mpg123 and ffmpeg.
 // usage: WaveformBench [MP3]
+#include "bench/Figures.h"
 #include "bench/Child.h"
 #include "bench/Plain.h"
 #include "media/WaveformFeed.h"
@@ -112,11 +113,15 @@ void Print(const Series& fresh, const Series& again, const std::vector<double>& 
               Median(fresh.cpu));
   std::printf("  opened again, complete                  %9.1f ms, processor %9.1f ms\n", Median(again.whole),
               Median(again.cpu));
+  bench::Report("waveform-first", bench::Milliseconds(Median(fresh.first)));
+  bench::Report("waveform-again", bench::Milliseconds(Median(again.whole)));
   for (const Decoder& decoder : decoders) {
     if (decoder.wall.empty()) continue;
     std::printf("  %-8s decoding to nothing            %9.1f ms, processor %9.1f ms: ratio %.2f, processor %.2f\n",
                 decoder.name, Median(decoder.wall), Median(decoder.cpu), Median(fresh.whole) / Median(decoder.wall),
                 Median(fresh.cpu) / Median(decoder.cpu));
+    bench::ReportTimes(std::string("waveform-whole-") + decoder.name, Median(fresh.whole), decoder.name,
+                       Median(decoder.wall));
   }
 }
 
