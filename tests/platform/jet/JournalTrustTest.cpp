@@ -95,6 +95,52 @@ TEST_P(ForgedJournal, IsNotLaidOverAFileThatIsOnlyRead) {
   EXPECT_EQ(memory_.Get(kJournal), journal_);
 }
 
+/// The rights of the database, and who wrote the journal; the database is of user 1001 and group 2000.
+struct Writer {
+  const char* name;
+  unsigned permissions;
+  std::uint32_t owner;
+  std::uint32_t group;
+  bool mayWrite;
+};
+
+void PrintTo(const Writer& writer, std::ostream* out) {
+  *out << writer.name;
+}
+
+class JournalOf : public testing::TestWithParam<Writer> {};
+
+INSTANTIATE_TEST_SUITE_P(A, JournalOf,
+                         testing::Values(Writer{"TheOwner", 0644, 1001, 3000, true},
+                                         Writer{"Root", 0600, 0, 0, true},
+                                         Writer{"AMemberOfTheGroup", 0660, 1002, 2000, true},
+                                         Writer{"AMemberWhoMayOnlyRead", 0640, 1002, 2000, false},
+                                         Writer{"AnotherWhereAllMayWrite", 0666, 1003, 3000, true},
+                                         Writer{"AnotherWhereTheGroupMayWrite", 0664, 1003, 3000, false}),
+                         [](const testing::TestParamInfo<Writer>& one) { return std::string(one.param.name); });
+
+TEST_P(JournalOf, IsBelievedWhenThatUserMayWriteTheDatabase) {
+  const test::Wreck wreck = test::DieMidway();
+  MemoryFileSystem memory;
+  memory.Put(kPath, wreck.database);
+  memory.Put(kJournal, wreck.journal);
+  const auto database = memory.Open(kPath, OpenMode::Write);
+  database->RawSetOwner(1001, 2000);
+  database->RawSetPermissions(GetParam().permissions);
+  memory.Open(kJournal, OpenMode::Write)->RawSetOwner(GetParam().owner, GetParam().group);
+  for (const bool readOnly : {true, false}) {
+    const std::string message =
+        test::MessageOf([&] { EXPECT_EQ(Storage(kPath, test::TestOptions(readOnly), memory).IsReadOnly(), readOnly); });
+    EXPECT_EQ(message.empty(), GetParam().mayWrite) << message;
+  }
+  if (GetParam().mayWrite) {
+    EXPECT_EQ(PagesAfterReopening(memory, kPath), test::PagesBefore());
+  } else {
+    EXPECT_EQ(memory.Get(kPath), wreck.database);
+    EXPECT_EQ(memory.Get(kJournal), wreck.journal);
+  }
+}
+
 class StaleJournal : public testing::Test {
  protected:
   /// A copy of another state is put back over the file, and the journal forgotten.
