@@ -42,7 +42,9 @@ std::unique_ptr<Database> Database::Open(const std::filesystem::path& path, cons
 
 void Database::Create(const std::filesystem::path& path, FileSystem& files) {
   if (files.Exists(path)) throw SystemError("aanmaken", path.string(), EEXIST);
-  const Bytes content = NewDatabase(Now());
+  LockFile::CheckName(path);
+  Bytes content = NewDatabase(Now());
+  MarkChange(std::span(content).first<kPageSize>());
   files::WriteFile(path, {reinterpret_cast<const char*>(content.data()), content.size()}, files);
 }
 

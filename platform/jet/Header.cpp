@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <random>
 #include <string_view>
 
 namespace jet {
@@ -67,6 +68,12 @@ std::u16string ReadPassword(ByteView page0, double creationDate) {
 
 void ApplyHeaderMask(std::span<std::uint8_t, kPageSize> page0) {
   ApplyRc4({0xC7, 0xDA, 0x39, 0x6B}, page0.subspan(kMaskedFrom, kMaskedBytes));
+}
+
+void MarkChange(std::span<std::uint8_t, kPageSize> page0) {
+  std::random_device random;
+  for (std::size_t at = kChangeMark; at < kCommitCounters; at += sizeof(std::uint32_t))
+    Store(&page0[at], static_cast<std::uint32_t>(random()));
 }
 
 Header ParseHeader(ByteView page0, const std::string& fileName) {

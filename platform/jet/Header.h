@@ -30,6 +30,12 @@ struct Header {
 /// Where the commit counters lie in page 0: 256 little-endian u16, number 0 for exclusive use.
 constexpr std::size_t kCommitCounters = 0xE00;
 
+/// Eight bytes of page 0 that are zero in files of other programs, which neither read nor change them. Ours hold a
+/// random number, another one after each change, so that no two files or states of a file are taken for each other.
+constexpr std::size_t kChangeMark = 0xDF8;
+/// Puts another number there.
+void MarkChange(std::span<std::uint8_t, kPageSize> page0);
+
 /// Reads page 0 of a Jet 4 file. Anything else (Jet 3, a newer format, no database) is refused with one clear sentence
 /// that names `fileName`.
 Header ParseHeader(ByteView page0, const std::string& fileName);

@@ -1,136 +1,87 @@
 #include "platform/jet/Journal.h"
 
-#include "platform/jet/Codec.h"
 #include "platform/jet/Error.h"
 
+#include <unistd.h>
+
 #include <algorithm>
-#include <array>
 #include <cstring>
-#include <memory>
 #include <string>
 
 namespace jet {
 namespace {
 
-constexpr char kMagic[] = "SPRJRNL1";
-constexpr std::size_t kCountAt = 8;
-constexpr std::size_t kOldLengthAt = 16;
-constexpr std::size_t kNewLengthAt = 24;
-constexpr std::size_t kChecksumAt = 32;
-constexpr std::size_t kHeadBytes = 40;
-constexpr std::size_t kSector = 512;  // what a disk writes as a whole
-constexpr std::size_t kSectors = kPageSize / kSector;
-constexpr std::size_t kBeforeSumsAt = 8;
-constexpr std::size_t kAfterSumsAt = kBeforeSumsAt + 8 * kSectors;
-constexpr std::size_t kImageAt = kAfterSumsAt + 8 * kSectors;
-constexpr std::size_t kRecordBytes = kImageAt + kPageSize;
-constexpr std::uint64_t kLargestDatabase = std::uint64_t{1} << 31;
-
-constexpr std::uint64_t kFirstSum = 0x9E3779B97F4A7C15;
-
-/// Finds accidents, not attackers. Every step can be undone, so that no single changed word goes unseen.
-std::uint64_t Sum(std::uint64_t sum, std::uint64_t word) {
-  constexpr std::uint64_t kFactor = 0xFF51AFD7ED558CCD;  // odd
-  sum = (sum ^ word) * kFactor;
-  return sum ^ sum >> 29;
+/// Who may not write the database itself must not do so through a journal.
+bool MayWrite(const files::FileStatus& journal, const files::FileStatus& database) {
+  constexpr unsigned kGroupMayWrite = 020;
+  constexpr unsigned kAllMayWrite = 02;
+  if (journal.owner == database.owner || journal.owner == 0 || journal.owner == ::geteuid()) return true;
+  if ((database.permissions & kGroupMayWrite) != 0 && journal.group == database.group) return true;
+  return (database.permissions & kAllMayWrite) != 0;
 }
 
-std::uint64_t Checksum(ByteView bytes) {
-  std::uint64_t sum = kFirstSum;
-  for (std::size_t at = 0; at + 8 <= bytes.size(); at += 8)
-    sum = Sum(sum, Load<std::uint64_t>(&bytes[at]));
-  return sum;
-}
-
-/// The checksums of a page's sectors. Side by side: none of them has to wait for another's multiplication.
-std::array<std::uint64_t, kSectors> SectorSums(ByteView page) {
-  std::array<std::uint64_t, kSectors> sums;
-  sums.fill(kFirstSum);
-  for (std::size_t at = 0; at < kSector; at += 8) {
-    for (std::size_t sector = 0; sector < kSectors; ++sector)
-      sums[sector] = Sum(sums[sector], Load<std::uint64_t>(&page[sector * kSector + at]));
+/// Whether the database is not what the journal's change can have left.
+bool WroteByOthers(File& database, JournalReader& journal) {
+  const std::uint64_t length = database.Size();
+  if (length > journal.NewLength() || length < journal.OldLength()) return true;
+  PageBytes page;
+  for (std::size_t i = 0; i < journal.Count(); ++i) {
+    const JournalReader::Record record = journal.Read(i);
+    if (database.ReadAt(std::uint64_t{record.page} * kPageSize, page) != kPageSize) return true;
+    const auto sums = journal::SectorSums(page);
+    for (std::size_t sector = 0; sector < sums.size(); ++sector) {
+      if (!record.KnowsSector(sector, sums[sector])) return true;
+    }
   }
-  return sums;
+  return false;
 }
 
-void StoreSums(const PageBytes& page, std::uint8_t* at) {
-  for (const std::uint64_t sum : SectorSums(page)) {
-    Store(at, sum);
-    at += sizeof sum;
-  }
-}
-
-Bytes BuildJournal(std::span<const PageChange> changes, std::uint64_t oldLength, std::uint64_t newLength) {
-  const auto isNew = [](const PageChange& change) { return change.before == nullptr; };
-  const auto count = static_cast<std::uint32_t>(changes.size() - std::ranges::count_if(changes, isNew));
-  Bytes journal;
-  journal.reserve(kHeadBytes + count * kRecordBytes);
-  journal.resize(kHeadBytes);
-  for (const PageChange& change : changes) {
-    if (isNew(change)) continue;
-    const std::size_t start = journal.size();
-    journal.resize(start + kRecordBytes);
-    Store(&journal[start], change.number);
-    StoreSums(*change.before, &journal[start + kBeforeSumsAt]);
-    StoreSums(*change.after, &journal[start + kAfterSumsAt]);
-    std::memcpy(&journal[start + kImageAt], change.before->data(), kPageSize);
-  }
-  std::memcpy(journal.data(), kMagic, kCountAt);
-  Store(&journal[kCountAt], count);
-  Store(&journal[kOldLengthAt], oldLength);
-  Store(&journal[kNewLengthAt], newLength);
-  Store(&journal[kChecksumAt], Checksum(journal));
-  return journal;
+std::string Quoted(const std::filesystem::path& path) {
+  return "'" + path.string() + "'";
 }
 
 }  // namespace
 
-/// A journal as read. `complete` is false for one whose writing was not finished: then the database is untouched.
-struct Journal::Content {
-  Bytes bytes;
-  bool present = false;
-  bool complete = false;
+JournalImages::JournalImages(std::unique_ptr<File> file) : file_(std::move(file)), reader_(*file_) {
+  for (std::size_t i = 0; i < reader_.Count(); ++i)
+    records_[reader_.Read(i).page] = i;
+}
 
-  std::uint64_t OldLength() const { return Load<std::uint64_t>(&bytes[kOldLengthAt]); }
-  std::uint64_t NewLength() const { return Load<std::uint64_t>(&bytes[kNewLengthAt]); }
-  std::size_t Count() const { return (bytes.size() - kHeadBytes) / kRecordBytes; }
-  const std::uint8_t* Record(std::size_t i) const { return &bytes[kHeadBytes + i * kRecordBytes]; }
-  std::uint32_t PageAt(std::size_t i) const { return LoadU32(Record(i)); }
-  ByteView ImageAt(std::size_t i) const { return {Record(i) + kImageAt, kPageSize}; }
+std::shared_ptr<PageBytes> JournalImages::Read(std::uint32_t page) {
+  const auto found = records_.find(page);
+  if (found == records_.end()) return nullptr;
+  auto image = std::make_shared<PageBytes>();
+  std::memcpy(image->data(), reader_.Read(found->second).image.data(), kPageSize);
+  return image;
+}
 
-  bool KnowsSector(std::size_t i, std::size_t sector, std::uint64_t sum) const {
-    return sum == Load<std::uint64_t>(Record(i) + kBeforeSumsAt + 8 * sector) ||
-           sum == Load<std::uint64_t>(Record(i) + kAfterSumsAt + 8 * sector);
-  }
-
-  bool IsWhole() {
-    if (bytes.size() < kHeadBytes || std::memcmp(bytes.data(), kMagic, kCountAt) != 0) return false;
-    if (bytes.size() != kHeadBytes + std::size_t{LoadU32(&bytes[kCountAt])} * kRecordBytes) return false;
-    const auto stored = Load<std::uint64_t>(&bytes[kChecksumAt]);
-    Store(&bytes[kChecksumAt], std::uint64_t{0});
-    return Checksum(bytes) == stored && OldLength() <= kLargestDatabase;
-  }
-};
-
-Journal::Journal(FileSystem& files, const std::filesystem::path& database) : files_(files), path_(database) {
+Journal::Journal(FileSystem& files, const std::filesystem::path& database)
+    : files_(files), database_(database), path_(database) {
   path_ += "-journal";
 }
 
-Journal::Content Journal::Read() {
-  Content content;
-  const auto file = files_.OpenIfThere(path_, OpenMode::Read);
-  if (file == nullptr) return content;
-  content.present = true;
-  content.bytes.resize(file->Size());
-  content.bytes.resize(file->ReadAt(0, content.bytes));
-  content.complete = content.IsWhole();
-  return content;
+std::unique_ptr<File> Journal::OpenTrusted(File& database) {
+  auto file = files_.OpenIfThere(path_, {.mode = OpenMode::Read, .followLink = false});
+  if (file == nullptr || MayWrite(file->Status(), database.Status())) return file;
+  throw Error(ErrorCode::ForeignWrite, "Het bestand " + Quoted(path_) +
+                                           " is van een gebruiker die niet in de database mag schrijven. Het wordt "
+                                           "niet vertrouwd, en zolang het er staat wordt '" +
+                                           database.Name() + "' niet gelezen of geschreven. Verplaats het.");
 }
 
-void Journal::Write(std::span<const PageChange> changes, std::uint64_t oldLength, std::uint64_t newLength) {
-  const auto file = files_.Open(path_, OpenMode::Create);
+void Journal::Write(File& database, std::span<const PageChange> changes, std::uint64_t oldLength,
+                    std::uint64_t newLength) {
+  constexpr unsigned kOnlyMine = 0600;
+  std::unique_ptr<File> file;
   try {
-    file->WriteAt(0, BuildJournal(changes, oldLength, newLength));
+    file = files_.Open(path_, {.mode = OpenMode::Create, .followLink = false, .permissions = kOnlyMine});
+  } catch (const Error&) {
+    files_.OpenIfThere(path_, {.mode = OpenMode::Read, .followLink = false});  // anything but a file says so itself
+    throw;
+  }
+  try {
+    file->TakeAccessOf(database.Status());
+    file->WriteAt(0, journal::Build(changes, oldLength, newLength));
     file->Sync();
     files_.SyncFolderOf(path_);
   } catch (const Error&) {
@@ -152,14 +103,14 @@ void Journal::RemoveQuietly() noexcept {
   }
 }
 
-void Journal::Commit(File& database, std::span<const PageChange> changes, std::uint64_t oldLength,
-                     std::uint64_t newLength) {
-  Write(changes, oldLength, newLength);
+Journal::Outcome Journal::Commit(File& database, std::span<const PageChange> changes, std::uint64_t oldLength,
+                                 std::uint64_t newLength) {
+  Write(database, changes, oldLength, newLength);
   try {
     for (const PageChange& change : changes)
       database.WriteAt(std::uint64_t{change.number} * kPageSize, *change.after);
     database.Sync();
-    Remove();
+    files_.Remove(path_);
   } catch (const Error&) {
     try {
       Recover(database);
@@ -168,39 +119,53 @@ void Journal::Commit(File& database, std::span<const PageChange> changes, std::u
     }
     throw;
   }
-}
-
-bool Journal::WroteByOthers(File& database, const Content& content) {
-  const std::uint64_t length = database.Size();
-  if (length > std::max(content.OldLength(), content.NewLength()) || length < content.OldLength()) return true;
-  PageBytes page;
-  for (std::size_t i = 0; i < content.Count(); ++i) {
-    if (database.ReadAt(std::uint64_t{content.PageAt(i)} * kPageSize, page) != kPageSize) return true;
-    const auto sums = SectorSums(page);
-    for (std::size_t sector = 0; sector < kSectors; ++sector) {
-      if (!content.KnowsSector(i, sector, sums[sector])) return true;
-    }
+  try {
+    files_.SyncFolderOf(path_);
+  } catch (const Error&) {
+    return Outcome::Done;
   }
-  return false;
+  return Outcome::Durable;
 }
 
 Journal::Recovery Journal::Recover(File& database) {
-  const Content content = Read();
-  if (!content.present) return Recovery::Nothing;
-  if (!content.complete) {
+  const auto file = OpenTrusted(database);
+  if (file == nullptr) return Recovery::Nothing;
+  JournalReader journal(*file);
+  if (IsReplaced(database)) return Recovery::Replaced;
+  if (journal.What() == JournalReader::Kind::Unfinished) {
     Remove();
     return Recovery::Discarded;
   }
-  if (WroteByOthers(database, content)) SetAside(database);
-  for (std::size_t i = 0; i < content.Count(); ++i)
-    database.WriteAt(std::uint64_t{content.PageAt(i)} * kPageSize, content.ImageAt(i));
-  if (database.Size() > content.OldLength()) database.Truncate(content.OldLength());
+  if (journal.What() == JournalReader::Kind::Strange) {
+    throw Error(ErrorCode::ForeignWrite, "Het bestand " + Quoted(path_) +
+                                             " is geen journaal van een wijziging van de database. Er is niets "
+                                             "teruggezet; het heet nu " +
+                                             Quoted(SetAside()) + ".");
+  }
+  if (WroteByOthers(database, journal)) {
+    throw Error(ErrorCode::ForeignWrite,
+                "Een wijziging van het bestand '" + database.Name() +
+                    "' werd afgebroken, en daarna heeft een ander programma erin geschreven of is er een kopie "
+                    "teruggezet. Het bestand is gelaten zoals het is; de pagina's van voor de wijziging staan in " +
+                    Quoted(SetAside()) + ". Controleer de database.");
+  }
+  for (std::size_t i = 0; i < journal.Count(); ++i) {
+    const JournalReader::Record record = journal.Read(i);
+    database.WriteAt(std::uint64_t{record.page} * kPageSize, record.image);
+  }
+  if (database.Size() > journal.OldLength()) database.Truncate(journal.OldLength());
   database.Sync();
   Remove();
   return Recovery::RolledBack;
 }
 
-void Journal::SetAside(const File& database) {
+// A journal of the file that is there now may be the one of a living writer.
+bool Journal::IsReplaced(File& database) {
+  const auto named = files_.Identity(database_);
+  return named && *named != database.Identity();
+}
+
+std::filesystem::path Journal::SetAside() {
   std::filesystem::path kept;
   int number = 0;
   do {
@@ -209,24 +174,20 @@ void Journal::SetAside(const File& database) {
   } while (files_.Exists(kept));
   files_.Rename(path_, kept);
   files_.SyncFolderOf(kept);
-  throw Error(ErrorCode::ForeignWrite,
-              "Een wijziging van het bestand '" + database.Name() +
-                  "' werd afgebroken, en daarna heeft een ander programma erin geschreven. Er is "
-                  "niets teruggezet; de pagina's van voor de wijziging staan in '" +
-                  kept.string() + "'. Controleer de database.");
+  return kept;
 }
 
-std::optional<Journal::Overlay> Journal::ReadOverlay() {
-  const Content content = Read();
-  if (!content.complete) return std::nullopt;
-  Overlay overlay;
-  overlay.length = content.OldLength();
-  for (std::size_t i = 0; i < content.Count(); ++i) {
-    auto page = std::make_shared<PageBytes>();
-    std::memcpy(page->data(), content.ImageAt(i).data(), kPageSize);
-    overlay.pages[content.PageAt(i)] = std::move(page);
-  }
-  return overlay;
+std::unique_ptr<JournalImages> Journal::ReadImages(File& database) {
+  auto file = OpenTrusted(database);
+  if (file == nullptr) return nullptr;
+  JournalReader journal(*file);
+  if (journal.What() == JournalReader::Kind::Unfinished) return nullptr;
+  if (journal.What() == JournalReader::Kind::Sound && !WroteByOthers(database, journal))
+    return std::make_unique<JournalImages>(std::move(file));
+  throw Error(ErrorCode::ForeignWrite,
+              "Het bestand " + Quoted(path_) + " past niet bij '" + database.Name() +
+                  "': na een afgebroken wijziging heeft een ander programma erin geschreven, of er is een kopie "
+                  "teruggezet. Verplaats het journaal, of open de database eenmaal om te schrijven.");
 }
 
 }  // namespace jet

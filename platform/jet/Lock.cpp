@@ -1,6 +1,7 @@
 #include "platform/jet/Lock.h"
 
 #include "platform/jet/Error.h"
+#include "platform/jet/LockFile.h"
 
 #include <algorithm>
 #include <thread>
@@ -14,10 +15,11 @@ constexpr std::uint64_t kBase = 0x80000000;
 constexpr ByteRange kPending = {kBase, 1};
 constexpr ByteRange kReserved = {kBase + 1, 1};
 constexpr ByteRange kReaders = {kBase + 2, 1};
-constexpr std::uint64_t kUsers = kBase + 0x1000;
 constexpr std::uint64_t kWriters = kBase + 0x2000;
 constexpr std::uint64_t kQueue = kBase + 0x10000;
 constexpr std::uint64_t kQueueEnd = kQueue + 0x10000000;
+constexpr milliseconds kKeepOut{500};  // most readers end within it
+constexpr milliseconds kLetIn{50};     // some pauses of those who wait
 constexpr milliseconds kLongestPause{5};  // a lock is free for others at once, and asking for it costs next to nothing
 
 }  // namespace
@@ -27,14 +29,16 @@ WaitRule WaitRule::Real() {
 }
 
 bool WaitFor(const WaitRule& rule, milliseconds& waited, const std::function<bool()>& attempt) {
+  using std::chrono::steady_clock;
   milliseconds pause{1};
+  auto begun = steady_clock::now();
   while (!attempt()) {
     if (waited >= rule.limit) return false;
-    const auto asleep = std::chrono::steady_clock::now();
     rule.sleep(pause);
-    // On a busy machine a pause takes longer than was asked for.
-    const auto slept = std::chrono::duration_cast<milliseconds>(std::chrono::steady_clock::now() - asleep);
-    waited += std::max(pause, slept);
+    // On a busy machine a pause takes longer than was asked for, and an attempt may take time too.
+    const auto now = steady_clock::now();
+    waited += std::max(pause, std::chrono::duration_cast<milliseconds>(now - begun));
+    begun = now;
     pause = std::min(2 * pause, kLongestPause);
   }
   return true;
@@ -87,7 +91,18 @@ bool Lock::TryExclude() {
   return file_.TryLock(kPending, LockKind::Exclusive) && file_.TryLock(kReaders, LockKind::Exclusive);
 }
 
+bool Lock::TryExcludeByTurns(milliseconds waited) {
+  if (!turnEnds_ || waited >= *turnEnds_) {
+    keepsOut_ = !turnEnds_ || !keepsOut_;
+    turnEnds_ = waited + (keepsOut_ ? kKeepOut : kLetIn);
+  }
+  if (keepsOut_) return TryExclude();
+  file_.Unlock(kPending);
+  return false;
+}
+
 void Lock::EndExclude() {
+  turnEnds_.reset();
   file_.TryLock(kReaders, LockKind::Shared);
   file_.Unlock(kPending);
 }
@@ -99,16 +114,6 @@ void Lock::EndShare() {
   file_.Unlock(kReaders);
 }
 
-void Lock::MarkUser(unsigned number) {
-  file_.TryLock({kUsers + number, 1}, LockKind::Shared);
-}
-void Lock::UnmarkUser(unsigned number) {
-  file_.Unlock({kUsers + number, 1});
-}
-bool Lock::IsOurs(unsigned number) {
-  return file_.IsLockedByOther({kUsers + number, 1}, LockKind::Exclusive);
-}
-
 void Lock::MarkWriter(unsigned number) {
   file_.TryLock({kWriters + number, 1}, LockKind::Exclusive);
 }
@@ -118,7 +123,7 @@ void Lock::UnmarkWriter(unsigned number) {
 
 std::optional<unsigned> Lock::Writer() {
   std::uint64_t where = 0;
-  if (!file_.IsLockedByOther({kWriters + 1, kMostUsers}, LockKind::Exclusive, &where)) return std::nullopt;
+  if (!file_.IsLockedByOther({kWriters + 1, LockFile::kMostUsers}, LockKind::Exclusive, &where)) return std::nullopt;
   return static_cast<unsigned>(where - kWriters);
 }
 

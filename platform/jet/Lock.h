@@ -29,13 +29,10 @@ bool WaitFor(const WaitRule& rule, std::chrono::milliseconds& waited, const std:
 ///   0x80000000  pending: held by who waits for the readers to end
 ///   0x80000001  reserved: held by the one who may change the file
 ///   0x80000002  shared by readers, exclusive while pages are written
-///   0x80001000  + n: user n of the .ldb is one of us
 ///   0x80002000  + n: user n of the .ldb has the reserved lock
 ///   0x80010000  + n: whoever waits for the reserved lock; the lowest n is next
 class Lock {
  public:
-  static constexpr unsigned kMostUsers = 255;
-
   explicit Lock(File& file) : file_(file) {}
 
   /// None of these waits; false = someone is in the way.
@@ -47,15 +44,15 @@ class Lock {
   void LeaveQueue() noexcept;
   /// With the reserved lock only. Keeps new readers out from the first attempt on.
   bool TryExclude();
+  /// The same for one who waits: now and then, while it waits for a slow reader, it lets in the readers that it keeps
+  /// out. `waited` grows from attempt to attempt.
+  bool TryExcludeByTurns(std::chrono::milliseconds waited);
 
   void EndExclude();  ///< back to shared
   void EndReserve();
   void EndShare();
 
-  /// Lets others see that user `number` is one of us, or has the reserved lock. Answers false when it cannot be done.
-  void MarkUser(unsigned number);
-  void UnmarkUser(unsigned number);
-  bool IsOurs(unsigned number);
+  /// Lets others see that user `number` of the .ldb has the reserved lock.
   void MarkWriter(unsigned number);
   void UnmarkWriter(unsigned number);
   /// The number of the user who has the reserved lock; nothing when it is not known.
@@ -66,6 +63,8 @@ class Lock {
 
   File& file_;
   std::optional<std::uint64_t> place_;  ///< in the queue: the byte that is ours
+  std::optional<std::chrono::milliseconds> turnEnds_;  ///< of keeping readers out, or of letting them in
+  bool keepsOut_ = false;
 };
 
 }  // namespace jet

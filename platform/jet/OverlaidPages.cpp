@@ -1,26 +1,24 @@
 #include "platform/jet/OverlaidPages.h"
 
-#include <memory>
-#include <utility>
-
 namespace jet {
+namespace {
 
-// The journal keeps pages as they stand in the file, encoded ones too; a reader wants them as Pages gives them.
-OverlaidPages::OverlaidPages(Pages& pages, Journal::Overlay overlay) : pages_(pages), overlay_(std::move(overlay)) {
-  for (auto& [number, page] : overlay_.pages) {
-    auto decoded = std::make_shared<PageBytes>(*page);
-    pages_.ApplyEncoding(number, *decoded);
-    page = std::move(decoded);
-  }
-}
+constexpr std::size_t kMostKept = 2048;
+
+}  // namespace
 
 std::uint32_t OverlaidPages::PageCount() {
-  return static_cast<std::uint32_t>(overlay_.length / kPageSize);
+  return static_cast<std::uint32_t>(images_->Length() / kPageSize);
 }
 
 PageRef OverlaidPages::Read(std::uint32_t number) {
-  const auto found = overlay_.pages.find(number);
-  return found != overlay_.pages.end() ? found->second : pages_.Read(number);
+  if (const auto found = kept_.find(number); found != kept_.end()) return found->second;
+  const auto image = images_->Read(number);
+  if (image == nullptr) return pages_.Read(number);
+  // The journal keeps pages as they stand in the file, encoded ones too; a reader wants them as Pages gives them.
+  pages_.ApplyEncoding(number, *image);
+  if (kept_.size() >= kMostKept) kept_.clear();
+  return kept_[number] = image;
 }
 
 }  // namespace jet

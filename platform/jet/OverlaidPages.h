@@ -4,19 +4,22 @@
 #include "platform/jet/Pages.h"
 
 #include <cstdint>
+#include <map>
+#include <memory>
 
 namespace jet {
 
 /// The pages before a change that was not finished, laid over a file that cannot be written. `pages` must outlive it.
 class OverlaidPages final : public PageSource {
  public:
-  OverlaidPages(Pages& pages, Journal::Overlay overlay);
+  OverlaidPages(Pages& pages, std::unique_ptr<JournalImages> images) : pages_(pages), images_(std::move(images)) {}
   std::uint32_t PageCount() override;
   PageRef Read(std::uint32_t number) override;
 
  private:
   Pages& pages_;
-  Journal::Overlay overlay_;
+  std::unique_ptr<JournalImages> images_;
+  std::map<std::uint32_t, PageRef> kept_;  ///< some of the images, decoded
 };
 
 }  // namespace jet

@@ -1,26 +1,14 @@
 #include "platform/jet/Storage.h"
 
-#include "platform/jet/Codec.h"
 #include "platform/jet/Error.h"
 #include "platform/jet/OverlaidPages.h"
 #include "platform/jet/StorageRegistry.h"
 
-#include <algorithm>
-#include <chrono>
 #include <exception>
 #include <functional>
-#include <list>
-#include <optional>
 #include <string>
-#include <vector>
 
 namespace jet {
-
-namespace {
-
-constexpr std::uint16_t kFirstCommitCount = 0x0100;  // a word below is said to mean a crash
-
-}  // namespace
 
 std::shared_ptr<Storage> Storage::Open(const std::filesystem::path& path, const StorageOptions& options,
                                        FileSystem& files) {
@@ -32,7 +20,7 @@ std::shared_ptr<Storage> Storage::Open(const std::filesystem::path& path, const 
 }
 
 Storage::Storage(const std::filesystem::path& path, const StorageOptions& options, FileSystem& files)
-    : files_(files), path_(path), name_(path.string()), options_(options), journal_(files, path), source_(*this) {
+    : files_(files), given_(path), name_(path.string()), options_(options), source_(*this) {
   OpenFile();
   // A crashed statement may have left the header half written: look at it only under the lock.
   const ReadGuard reading(*this);
@@ -46,27 +34,48 @@ PageSource& Storage::Present() {
   return *pages_;
 }
 
+// Nothing of what was open is given up before the file could be opened.
 void Storage::OpenFile() {
+  std::filesystem::path path = given_;
+  if (files_.Exists(given_)) path = files_.RealPath(given_);
+  if (path == std::filesystem::absolute(given_).lexically_normal()) path = given_;  // as the caller knows it
+  bool readOnly = options_.readOnly;
+  if (!readOnly) LockFile::CheckName(path);
+  std::unique_ptr<File> file;
+  try {
+    file = files_.Open(path, readOnly ? OpenMode::Read : OpenMode::Write);
+  } catch (const Error& error) {
+    if (readOnly || error.Code() != ErrorCode::AccessDenied) throw;
+    file = files_.Open(path, OpenMode::Read);
+    readOnly = true;
+  }
+  const files::FileStatus status = file->Status();
   overlay_.reset();
   pages_.reset();
   lockFile_.reset();
   lock_.reset();
-  readOnly_ = options_.readOnly;
-  try {
-    file_ = files_.Open(path_, readOnly_ ? OpenMode::Read : OpenMode::Write);
-  } catch (const Error& error) {
-    if (readOnly_ || error.Code() != ErrorCode::AccessDenied) throw;
-    file_ = files_.Open(path_, OpenMode::Read);
-    readOnly_ = true;
-  }
-  identity_ = file_->Identity();
+  reserved_ = false;  // that was the other file
+  path_ = std::move(path);
+  readOnly_ = readOnly;
+  status_ = status;
+  file_ = std::move(file);
+  journal_ = std::make_unique<Journal>(files_, path_);
   lock_ = std::make_unique<Lock>(*file_);
-  if (!readOnly_) lockFile_ = std::make_unique<LockFile>(files_, path_, *lock_);
+  if (!readOnly_) lockFile_ = std::make_unique<LockFile>(files_, path_, *file_);
+}
+
+/// Whether the path leads to another file than the one that is open.
+bool Storage::IsReplaced() {
+  const auto named = files_.Identity(path_);
+  if (named && *named != status_.identity) return true;
+  if (given_ == path_) return false;
+  const auto linked = files_.Identity(given_);
+  return linked && (!named || *linked != status_.identity);
 }
 
 void Storage::BeginRead() {
   if (readers_ == 0) {
-    if (!reserved_) waited_ = {};
+    if (!changes_) waited_ = {};
     if (!Wait([this] { return TryBeginRead(); })) ThrowInUse();
   }
   ++readers_;
@@ -76,18 +85,22 @@ bool Storage::Wait(const std::function<bool()>& attempt) {
   return WaitFor(options_.wait, waited_, attempt);
 }
 
+bool Storage::WaitForReaders() {
+  return Wait([this] { return lock_->TryExcludeByTurns(waited_); });
+}
+
 bool Storage::TryBeginRead() {
   if (!lock_->TryShare()) return false;
   try {
-    const auto identity = files_.Identity(path_);
-    if (identity && *identity != identity_) {
-      OpenFile();  // someone put another file in its place
+    if (IsReplaced()) {
+      OpenFile();
       return false;
     }
-    if (journal_.Exists()) {
-      RecoverOrOverlay();
-    } else {
+    if (!journal_->Exists()) {
       overlay_.reset();
+    } else if (!RecoverOrOverlay()) {
+      OpenFile();
+      return false;
     }
     RefreshIfChanged();
   } catch (const Error&) {
@@ -106,7 +119,8 @@ void Storage::EndRead() noexcept {
   }
 }
 
-void Storage::RecoverOrOverlay() {
+/// False when the file was replaced meanwhile, and the journal is that of the new one.
+bool Storage::RecoverOrOverlay() {
   if (!readOnly_) {
     try {
       return RecoverExclusively();
@@ -114,37 +128,51 @@ void Storage::RecoverOrOverlay() {
       if (error.Code() != ErrorCode::AccessDenied) throw;
     }
   }
-  lastSize_ = 0;
+  mayHaveChanged_ = true;
   RefreshIfChanged();
-  auto overlay = journal_.ReadOverlay();
-  overlay_ = overlay ? std::make_unique<OverlaidPages>(*pages_, std::move(*overlay)) : nullptr;
+  try {
+    auto images = journal_->ReadImages(*file_);
+    overlay_ = images == nullptr ? nullptr : std::make_unique<OverlaidPages>(*pages_, std::move(images));
+  } catch (const Error& error) {
+    if (error.Code() == ErrorCode::ForeignWrite && IsReplaced()) return false;
+    throw;
+  }
+  return true;
 }
 
 // Gives up the shared lock for the while: others who found the same journal must not wait for each other.
-void Storage::RecoverExclusively() {
+bool Storage::RecoverExclusively() {
   lock_->EndShare();
-  const auto exclude = [this] { return (reserved_ || lock_->TryReserve()) && lock_->TryExclude(); };
-  const bool excluded = Wait(exclude);
+  const bool excluded =
+      (reserved_ || Wait([this] { return lock_->TryReserve(); })) && WaitForReaders();
   std::exception_ptr failure;
+  bool replaced = false;
   if (excluded) {
     try {
-      journal_.Recover(*file_);
+      // While nothing was locked, the file and its journal may have become those of another writer.
+      replaced = IsReplaced() || journal_->Recover(*file_) == Journal::Recovery::Replaced;
     } catch (const Error&) {
       failure = std::current_exception();
     }
-    lastSize_ = 0;
+    mayHaveChanged_ = true;
   }
   lock_->EndExclude();
   if (!reserved_) lock_->EndReserve();
   if (!excluded) ThrowInUse();
   if (failure) std::rethrow_exception(failure);
+  return !replaced;
 }
 
+// An unchanged file costs one look at its status and one at page 0. Another program may write without changing page 0,
+// and copy a file over this one in place: then the time tells.
 void Storage::RefreshIfChanged() {
+  const files::FileStatus status = file_->Status();
   PageBytes header{};
   file_->ReadAt(0, header);
-  const std::uint64_t size = file_->Size();
-  if (pages_ != nullptr && size == lastSize_ && header == lastHeader_) return;
+  const bool same = !mayHaveChanged_ && pages_ != nullptr && status.size == status_.size &&
+                    status.modifiedNs == status_.modifiedNs && header == lastHeader_;
+  status_ = status;
+  if (same) return;
   if (pages_ == nullptr) {
     pages_ = std::make_unique<Pages>(*file_, options_.cachedPages);
   } else {
@@ -152,131 +180,18 @@ void Storage::RefreshIfChanged() {
   }
   wronglyFree_.reset();
   lastHeader_ = header;
-  lastSize_ = size;
+  mayHaveChanged_ = false;
 }
 
 void Storage::ThrowInUse() {
   std::string by = "een ander programma";
   const auto writer = lock_->Writer();
   if (writer && lockFile_ != nullptr) {
-    const LockFileUser user = lockFile_->UserAt(*writer);
-    if (!user.machine.empty()) by = user.name + " op " + user.machine;
+    const std::string user = Described(lockFile_->UserAt(*writer));
+    if (!user.empty()) by = user;
   }
   throw Error(ErrorCode::Locked,
               "Het bestand '" + name_ + "' is in gebruik door " + by + ". Probeer het straks opnieuw.");
-}
-
-void Storage::Reserve() {
-  // Who already reads cannot wait: the writer may be waiting for this very reader.
-  const bool reserved = readers_ > 0 ? lock_->TryReserve() : Wait([this] { return lock_->TryReserveInTurn(); });
-  if (!reserved) ThrowInUse();
-  reserved_ = true;
-  if (lockFile_ != nullptr && lockFile_->Number() != 0) lock_->MarkWriter(lockFile_->Number());
-}
-
-void Storage::CheckForeignUsers() {
-  if (lockFile_ == nullptr) return;
-  std::optional<unsigned> foreign;
-  // Another of our programs may be just between taking its number and marking it.
-  WaitRule shortly = options_.wait;
-  shortly.limit = std::min(shortly.limit, std::chrono::milliseconds(100));
-  std::chrono::milliseconds waited{0};
-  if (WaitFor(shortly, waited, [&] { return !(foreign = lockFile_->ForeignUser()); })) return;
-  const LockFileUser user = lockFile_->UserAt(*foreign);
-  throw Error(ErrorCode::Locked, "Het bestand '" + name_ + "' is geopend met een ander databaseprogramma (" +
-                                     user.name + " op " + user.machine +
-                                     "). Zolang dat zo is, wordt er niet in geschreven.");
-}
-
-void Storage::BeginWrite() {
-  if (IsWriting()) throw Error(ErrorCode::Misuse, "Er loopt al een wijziging van het bestand '" + name_ + "'.");
-  if (readOnly_) throw Error(ErrorCode::AccessDenied, "Het bestand '" + name_ + "' is alleen-lezen.");
-  // The file may have been put in place of the one that is open: look before the lock is taken on the wrong one.
-  if (readers_ == 0) const ReadGuard look(*this);
-  waited_ = {};
-  bool reading = false;
-  try {
-    Reserve();
-    BeginRead();
-    reading = true;
-    CheckForeignUsers();
-    if (overlay_ != nullptr) throw Error(ErrorCode::AccessDenied, "De map van '" + name_ + "' is alleen-lezen.");
-    if (lastSize_ % kPageSize != 0) throw Error(ErrorCode::Damaged, "Het bestand '" + name_ + "' is afgekapt.");
-    transaction_ = std::make_unique<Transaction>(*pages_, &wronglyFree_);
-  } catch (const Error&) {
-    if (reading) EndRead();
-    EndWrite();
-    throw;
-  }
-}
-
-void Storage::Commit() {
-  if (transaction_->IsEmpty()) return Rollback();
-  try {
-    RaiseCommitCounter();
-    if (!Wait([this] { return lock_->TryExclude(); })) ThrowInUse();
-    WriteChanges();
-  } catch (const Error&) {
-    lastSize_ = 0;  // look at the file anew
-    Rollback();
-    throw;
-  }
-  Rollback();
-}
-
-void Storage::Rollback() noexcept {
-  transaction_.reset();
-  try {
-    lock_->EndExclude();
-  } catch (const Error&) {
-    // The locks end with the handle.
-  }
-  EndRead();
-  EndWrite();
-}
-
-void Storage::EndWrite() noexcept {
-  lock_->LeaveQueue();
-  if (!reserved_) return;
-  reserved_ = false;
-  try {
-    if (lockFile_ != nullptr && lockFile_->Number() != 0) lock_->UnmarkWriter(lockFile_->Number());
-    lock_->EndReserve();
-  } catch (const Error&) {
-    // The locks end with the handle.
-  }
-}
-
-void Storage::RaiseCommitCounter() {
-  std::uint8_t* counter = transaction_->Change(0).data() + kCommitCounters;
-  const auto next = static_cast<std::uint16_t>(LoadU16(counter) + 1);
-  Store(counter, std::max(next, kFirstCommitCount));
-}
-
-void Storage::WriteChanges() {
-  const std::uint32_t oldPages = transaction_->OldPageCount();
-  const auto changed = transaction_->ChangedPages();
-  const bool encoded = DatabaseHeader().encodingKey != 0;
-  std::list<PageBytes> copies;  // stay where they are
-  std::vector<PageChange> changes;
-  for (const auto& [number, page] : changed) {
-    PageChange change{number, nullptr, page.get()};
-    if (number < oldPages) {
-      file_->ReadAt(std::uint64_t{number} * kPageSize, copies.emplace_back());
-      change.before = &copies.back();
-    }
-    if (encoded) {
-      pages_->ApplyEncoding(number, copies.emplace_back(*page));
-      change.after = &copies.back();
-    }
-    changes.push_back(change);
-  }
-  const std::uint64_t newSize = std::uint64_t{transaction_->PageCount()} * kPageSize;
-  journal_.Commit(*file_, changes, lastSize_, newSize);
-  for (const auto& [number, page] : changed)
-    pages_->Accept(number, page);
-  lastHeader_ = *changed.at(0);
-  lastSize_ = newSize;
 }
 
 }  // namespace jet

@@ -44,10 +44,10 @@ class Storage {
   const std::string& Name() const { return name_; }
   bool IsReadOnly() const { return readOnly_; }
   /// Which file is open: another one once somebody put a file in its place and it was looked at again.
-  const FileIdentity& Identity() const { return identity_; }
+  const FileIdentity& Identity() const { return status_.identity; }
   const Header& DatabaseHeader() const { return pages_->DatabaseHeader(); }
   /// Bytes in the file when it was last looked at.
-  std::uint64_t FileSize() const { return lastSize_; }
+  std::uint64_t FileSize() const { return status_.size; }
   /// What to read from: the file, or what the present statement makes of it. Lives as long as the Storage.
   PageSource& Source() { return source_; }
 
@@ -60,7 +60,8 @@ class Storage {
   void BeginWrite();
   bool IsWriting() const { return transaction_ != nullptr; }
   Transaction& Changes() { return *transaction_; }
-  /// Makes the change durable. After an Error nothing of it is there.
+  /// Makes the change durable. After an Error nothing of it is there, but for one of the code NotYetDurable: then the
+  /// change is there, and only a power cut can still take it back.
   void Commit();
   void Rollback() noexcept;
 
@@ -79,26 +80,31 @@ class Storage {
   PageSource& Present();
   /// One statement waits for others as long as the rule says, and not longer, whatever it waits for.
   bool Wait(const std::function<bool()>& attempt);
+  bool WaitForReaders();
   void OpenFile();
+  bool IsReplaced();
   bool TryBeginRead();
-  void RecoverOrOverlay();
-  void RecoverExclusively();
+  bool RecoverOrOverlay();
+  bool RecoverExclusively();
   void RefreshIfChanged();
+  void ReserveFile();
   void Reserve();
+  void RequireWritable();
   void CheckForeignUsers();
+  void RequireUnchanged();
   [[noreturn]] void ThrowInUse();
-  void RaiseCommitCounter();
-  void WriteChanges();
+  void MarkCommit();
+  Journal::Outcome WriteChanges();
   void EndWrite() noexcept;
 
   FileSystem& files_;
-  std::filesystem::path path_;
+  std::filesystem::path given_;  ///< as the caller calls the file
+  std::filesystem::path path_;   ///< the same without links; what belongs to the file stands beside it
   std::string name_;
   StorageOptions options_;
-  Journal journal_;
+  std::unique_ptr<Journal> journal_;
   CurrentPages source_;
   bool readOnly_ = false;
-  FileIdentity identity_;
   std::unique_ptr<File> file_;
   std::unique_ptr<Lock> lock_;
   std::unique_ptr<LockFile> lockFile_;
@@ -106,11 +112,13 @@ class Storage {
   std::unique_ptr<OverlaidPages> overlay_;
   Transaction::WronglyFree wronglyFree_;
   std::unique_ptr<Transaction> transaction_;
+  files::FileStatus status_;  ///< when the pages were last known to be those of the file
   PageBytes lastHeader_{};
-  std::uint64_t lastSize_ = 0;
+  bool mayHaveChanged_ = true;           ///< whatever the status says
   std::chrono::milliseconds waited_{0};  ///< by the present statement
   int readers_ = 0;
-  bool reserved_ = false;
+  bool changes_ = false;   ///< the present statement is one that writes
+  bool reserved_ = false;  ///< the file that is open, by us
 };
 
 /// Reads as long as it lives.

@@ -4,12 +4,14 @@
 #include "tests/platform/jet/support/PowerCut.h"
 #include "tests/platform/jet/support/Rounds.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
+#include "tests/platform/jet/support/Wreck.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <functional>
+#include <optional>
 #include <random>
 #include <string>
 #include <vector>
@@ -24,45 +26,21 @@ using Values = std::vector<std::uint32_t>;
 
 constexpr const char* kPath = "/data/station.mdb";
 constexpr const char* kJournal = "/data/station.mdb-journal";
-const Values kOld = {1, 2, 3};
-const Values kNew = {10, 2, 30, 40, 50};
+const Values kOld = test::PagesBefore();
+const Values kNew = test::PagesAfter();
 
-void Change(Storage& storage) {
-  WriteGuard writing(storage);
-  test::Fill(storage, 1, 10);
-  test::Fill(storage, 3, 30);
-  test::Fill(storage, 4, 40);
-  test::Fill(storage, 5, 50);
-  writing.Commit();
+/// The code of the call's Error; nothing when it succeeds.
+std::optional<ErrorCode> FailureOf(const std::function<void()>& call) {
+  try {
+    call();
+    return std::nullopt;
+  } catch (const Error& error) {
+    return error.Code();
+  }
 }
 
 bool Succeeds(const std::function<void()>& call) {
-  try {
-    call();
-    return true;
-  } catch (const Error&) {
-    return false;
-  }
-}
-
-/// What a process leaves that died after the first page was overwritten.
-struct Wreck {
-  Bytes database;
-  Bytes journal;
-};
-
-Wreck DieMidway() {
-  for (int call = 0;; ++call) {
-    MemoryFileSystem memory;
-    memory.Put(kPath, test::TinyDatabase(kOld));
-    FaultyFiles files(memory);
-    {
-      Storage storage(kPath, test::TestOptions(), files);
-      files.FailAt(call, Fault::Dead);
-      Succeeds([&] { Change(storage); });
-    }
-    if (memory.Get(kPath) != test::TinyDatabase(kOld)) return {memory.Get(kPath), memory.Get(kJournal)};
-  }
+  return !FailureOf(call);
 }
 
 class EveryFault : public testing::TestWithParam<Fault> {};
@@ -81,7 +59,8 @@ TEST_P(EveryFault, OfAnyCallLeavesTheOldOrTheNewState) {
     {
       Storage storage(kPath, test::TestOptions(), files);
       files.FailAt(call, GetParam());
-      done = Succeeds([&] { Change(storage); });
+      const auto failure = FailureOf([&] { test::ChangePages(storage); });
+      done = !failure || failure == ErrorCode::NotYetDurable;
       reached = files.Failed();
       if (GetParam() != Fault::Dead) {
         // The same opening goes on once the trouble is over.
@@ -93,9 +72,10 @@ TEST_P(EveryFault, OfAnyCallLeavesTheOldOrTheNewState) {
     }
     const Values after = PagesAfterReopening(memory, kPath);
     EXPECT_TRUE(after == kNew || (!done && after == kOld)) << "call " << call;
+    EXPECT_TRUE(GetParam() == Fault::Dead || done == (after == kNew)) << "said what is not so, call " << call;
     EXPECT_TRUE(Succeeds([&] {
       Storage storage(kPath, test::TestOptions(), memory);
-      Change(storage);
+      test::ChangePages(storage);
     })) << "call "
         << call;
     EXPECT_EQ(PagesAfterReopening(memory, kPath), kNew);
@@ -104,7 +84,7 @@ TEST_P(EveryFault, OfAnyCallLeavesTheOldOrTheNewState) {
 }
 
 TEST_P(EveryFault, DuringRecoveryIsOvercomeByTheNextOne) {
-  const Wreck wreck = DieMidway();
+  const test::Wreck wreck = test::DieMidway();
   ASSERT_FALSE(wreck.journal.empty());
   bool reached = true;
   for (int call = 0; reached; ++call) {
@@ -158,7 +138,7 @@ TEST(PowerCut, AtAnyMomentLeavesTheOldOrTheNewState) {
 }
 
 TEST(Recovery, KeepsBothWhenAnotherProgramWrote) {
-  const Wreck wreck = DieMidway();
+  const test::Wreck wreck = test::DieMidway();
   MemoryFileSystem memory;
   memory.Put(kJournal, wreck.journal);
   Bytes foreign = wreck.database;
@@ -177,7 +157,7 @@ TEST(Recovery, KeepsBothWhenAnotherProgramWrote) {
 }
 
 TEST(Recovery, LaysTheOldPagesOverAFileThatCannotBeWritten) {
-  const Wreck wreck = DieMidway();
+  const test::Wreck wreck = test::DieMidway();
   MemoryFileSystem memory;
   memory.Put(kPath, wreck.database);
   memory.Put(kJournal, wreck.journal);

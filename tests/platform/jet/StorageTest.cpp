@@ -228,6 +228,15 @@ TEST_F(StorageTest, DoesNotWriteWhileAnotherMakersProgramHasTheFileOpen) {
   writing.Commit();
 }
 
+TEST_F(StorageTest, AnotherMakersProgramThatLeftNoNameIsReportedWithoutOne) {
+  const auto storage = Open();
+  const auto foreign = files_.Open("/data/station.ldb", OpenMode::OpenOrCreate);
+  ASSERT_TRUE(foreign->TryLock({kUserBytes + 2, 1}, LockKind::Exclusive));
+  EXPECT_EQ(MessageOf([&] { storage->BeginWrite(); }),
+            "Het bestand '/data/station.mdb' is geopend met een ander databaseprogramma. Zolang dat zo is, wordt er "
+            "niet in geschreven.");
+}
+
 TEST_F(StorageTest, OneThreadHasOneStorageOfAFile) {
   const auto one = Storage::Open(kPath, TestOptions(), files_);
   EXPECT_EQ(Storage::Open(kPath, TestOptions(), files_), one);

@@ -1,0 +1,254 @@
+// Links, other kinds of files, and the rights of several users, on a real disk.
+#include "platform/jet/Error.h"
+#include "platform/jet/Database.h"
+#include "platform/jet/Storage.h"
+#include "tests/platform/jet/support/Child.h"
+#include "tests/platform/jet/support/FaultyFiles.h"
+#include "tests/platform/jet/support/SampleTable.h"
+#include "tests/platform/jet/support/TinyDatabase.h"
+#include "tests/platform/jet/support/Wreck.h"
+
+#include <gtest/gtest.h>
+#include <grp.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace jet {
+namespace {
+
+namespace fs = std::filesystem;
+using test::Child;
+using test::FaultyFiles;
+using Values = std::vector<std::uint32_t>;
+
+constexpr ::uid_t kNobody = 65534;
+
+class SharedFolder : public testing::Test {
+ protected:
+  void SetUp() override {
+    std::string pattern = (fs::temp_directory_path() / "jet-folder-XXXXXX").string();
+    folder_ = ::mkdtemp(pattern.data());
+    fs::permissions(folder_, fs::perms::all);
+    path_ = folder_ / "station.mdb";
+    Write(path_, test::TinyDatabase({1, 2, 3}));
+  }
+  void TearDown() override { fs::remove_all(folder_); }
+
+  static void Write(const fs::path& path, const Bytes& content) {
+    std::ofstream(path, std::ios::binary)
+        .write(reinterpret_cast<const char*>(content.data()), static_cast<std::streamsize>(content.size()));
+  }
+  static Bytes Content(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+  static std::string Change(const fs::path& path, std::uint32_t value = 10) {
+    return test::MessageOf([&] {
+      Storage storage(path, test::TestOptions(), HostFileSystem());
+      WriteGuard writing(storage);
+      test::Fill(storage, 1, value);
+      writing.Commit();
+    });
+  }
+  static Values Read(const fs::path& path, bool readOnly = false) {
+    Storage storage(path, test::TestOptions(readOnly), HostFileSystem());
+    const ReadGuard reading(storage);
+    return test::PagesOf(storage.Source());
+  }
+  fs::path Beside(const char* ending) const { return folder_ / (std::string("station") + ending); }
+  static unsigned ModeOf(const fs::path& path) {
+    return static_cast<unsigned>(fs::status(path).permissions() & fs::perms::mask);
+  }
+  /// Runs as a user without rights of his own, and says what went wrong.
+  static std::string AsAnother(const std::function<void()>& work) {
+    Child child([&](const Child::Acknowledge& acknowledge) {
+      if (::geteuid() == 0 && (::setgroups(0, nullptr) != 0 || ::setgid(kNobody) != 0 || ::setuid(kNobody) != 0))
+        ::_exit(3);
+      for (const char each : test::MessageOf(work))
+        acknowledge(each);
+    });
+    std::string message;
+    for (std::int64_t each = 0; child.Next(each);)
+      message.push_back(static_cast<char>(each));
+    EXPECT_EQ(child.Wait(), 0);
+    return message;
+  }
+
+  fs::path folder_;
+  fs::path path_;
+};
+
+bool Names(const std::string& message, const fs::path& path) {
+  return message.find("'" + path.string() + "'") != std::string::npos;
+}
+
+TEST_F(SharedFolder, AChangeThroughALinkIsTakenBackByThoseWhoUseTheRealName) {
+  fs::create_directory(folder_ / "links");
+  const fs::path link = folder_ / "links" / "anders.mdb";
+  fs::create_symlink(path_, link);
+  const Bytes before = Content(path_);
+  for (int call = 0; Content(path_) == before; ++call) {
+    FaultyFiles files(HostFileSystem());
+    Storage storage(link, test::TestOptions(), files);
+    EXPECT_TRUE(fs::exists(Beside(".ldb")));
+    files.FailAt(call, test::Fault::Dead);
+    test::MessageOf([&] { test::ChangePages(storage); });
+  }
+  EXPECT_EQ(Read(path_), test::PagesBefore());
+  EXPECT_TRUE(fs::is_empty(folder_ / "links") || std::distance(fs::directory_iterator(link.parent_path()), {}) == 1);
+}
+
+TEST_F(SharedFolder, ALinkThatIsTurnedToAnotherFileIsFollowed) {
+  const fs::path link = folder_ / "actueel.mdb";
+  fs::create_symlink(path_, link);
+  Storage storage(link, test::TestOptions(), HostFileSystem());
+  Write(folder_ / "nieuw.mdb", test::TinyDatabase({7, 8}));
+  fs::remove(link);
+  fs::create_symlink(folder_ / "nieuw.mdb", link);
+  {
+    WriteGuard writing(storage);
+    test::Fill(storage, 1, 70);
+    writing.Commit();
+  }
+  EXPECT_EQ(Read(folder_ / "nieuw.mdb"), (Values{70, 8}));
+  EXPECT_EQ(Read(path_), (Values{1, 2, 3}));
+}
+
+TEST_F(SharedFolder, AFileWithTwoNamesIsReadAndNotWritten) {
+  fs::create_hard_link(path_, folder_ / "tweede.mdb");
+  EXPECT_TRUE(Names(Change(path_), path_));
+  EXPECT_EQ(Read(path_), (Values{1, 2, 3}));
+  fs::remove(folder_ / "tweede.mdb");
+  EXPECT_EQ(Change(path_), "");
+}
+
+TEST_F(SharedFolder, AnotherTimeOfTheFileMeansAnotherFile) {
+  Storage storage(path_, test::TestOptions(), HostFileSystem());
+  {
+    const ReadGuard reading(storage);
+    EXPECT_EQ(test::PagesOf(storage.Source()), (Values{1, 2, 3}));
+  }
+  const auto time = fs::last_write_time(path_);
+  test::CopyInto(HostFileSystem(), path_, test::TinyDatabase({1, 20, 3}));
+  fs::last_write_time(path_, time + std::chrono::seconds(1));
+  const ReadGuard reading(storage);
+  EXPECT_EQ(test::PagesOf(storage.Source()), (Values{1, 20, 3}));
+}
+
+TEST_F(SharedFolder, ALinkInPlaceOfTheLockFileIsNotFollowed) {
+  const Bytes text(100, 'x');
+  Write(folder_ / "brief.txt", text);
+  fs::create_symlink(folder_ / "brief.txt", Beside(".ldb"));
+  EXPECT_TRUE(Names(Change(path_), Beside(".ldb")));
+  EXPECT_EQ(Content(folder_ / "brief.txt"), text);
+  EXPECT_EQ(Read(path_), (Values{1, 2, 3}));
+}
+
+TEST_F(SharedFolder, AFileOfTheLockFilesNameIsNotOverwritten) {
+  for (const Bytes& own : {Bytes(11, 'x'), Bytes(64, 'x'), Bytes(70, 'x'), test::TinyDatabase({1, 2, 3, 4, 5})}) {
+    Write(Beside(".ldb"), own);
+    EXPECT_TRUE(Names(Change(path_), Beside(".ldb")));
+    EXPECT_EQ(Content(Beside(".ldb")), own);
+  }
+}
+
+TEST_F(SharedFolder, ADatabaseOfTheLockFilesNameIsNeitherWrittenNorMade) {
+  const fs::path path = folder_ / "oud.LDB";
+  Write(path, test::TinyDatabase({1, 2, 3}));
+  EXPECT_TRUE(Names(Change(path), path));
+  EXPECT_EQ(Content(path), test::TinyDatabase({1, 2, 3}));
+  EXPECT_EQ(Read(path, true), (Values{1, 2, 3}));
+  EXPECT_TRUE(Names(test::MessageOf([&] { Database::Create(folder_ / "nieuw.ldb"); }), folder_ / "nieuw.ldb"));
+}
+
+TEST_F(SharedFolder, WhoCannotUseTheLockFileDoesNotWrite) {
+  Write(Beside(".ldb"), {});
+  fs::permissions(Beside(".ldb"), fs::perms::owner_read | fs::perms::others_read);
+  fs::permissions(path_, fs::perms::owner_read | fs::perms::owner_write | fs::perms::others_read |
+                             fs::perms::others_write);
+  const std::string message = AsAnother([&] {
+    EXPECT_EQ(Read(path_), (Values{1, 2, 3}));
+    Storage storage(path_, test::TestOptions(), HostFileSystem());
+    const WriteGuard writing(storage);
+  });
+  EXPECT_TRUE(Names(message, Beside(".ldb"))) << message;
+}
+
+TEST_F(SharedFolder, TheLockFileAndTheJournalHaveTheRightsOfTheDatabase) {
+  const ::mode_t umaskBefore = ::umask(0);
+  for (const unsigned mask : {0022U, 0077U, 0U}) {
+    for (const unsigned mode : {0660U, 0600U, 0664U}) {
+      ::umask(mask);
+      fs::permissions(path_, static_cast<fs::perms>(mode));
+      Storage storage(path_, test::TestOptions(), HostFileSystem());
+      EXPECT_EQ(ModeOf(Beside(".ldb")), mode);
+      // A writer that dies leaves its journal.
+      const Bytes before = Content(path_);
+      for (int call = 0; Content(path_) == before; ++call) {
+        FaultyFiles files(HostFileSystem());
+        Storage dying(path_, test::TestOptions(), files);
+        files.FailAt(call, test::Fault::Dead);
+        test::MessageOf([&] { test::ChangePages(dying); });
+      }
+      EXPECT_EQ(ModeOf(Beside(".mdb-journal")), mode);
+      EXPECT_EQ(Read(path_), test::PagesBefore());
+    }
+  }
+  ::umask(umaskBefore);
+}
+
+class OtherKinds : public SharedFolder, public testing::WithParamInterface<const char*> {
+ protected:
+  void Put(const fs::path& path) {
+    fs::remove(path);
+    const std::string kind = GetParam();
+    if (kind == "Pipe") ASSERT_EQ(::mkfifo(path.c_str(), 0666), 0);
+    if (kind == "Folder") fs::create_directory(path);
+    if (kind == "LinkToNothing") fs::create_symlink(folder_ / "nergens", path);
+  }
+};
+
+INSTANTIATE_TEST_SUITE_P(Of, OtherKinds, testing::Values("Pipe", "Folder", "LinkToNothing"),
+                         [](const testing::TestParamInfo<const char*>& one) { return std::string(one.param); });
+
+TEST_P(OtherKinds, AreNoDatabase) {
+  Put(path_);
+  EXPECT_TRUE(Names(test::MessageOf([&] { Read(path_, true); }), path_));
+  EXPECT_TRUE(Names(Change(path_), path_));
+}
+
+TEST_P(OtherKinds, AreNoLockFile) {
+  Put(Beside(".ldb"));
+  EXPECT_TRUE(Names(Change(path_), Beside(".ldb")));
+  EXPECT_EQ(Read(path_), (Values{1, 2, 3}));
+}
+
+TEST_P(OtherKinds, AreNoJournal) {
+  Put(Beside(".mdb-journal"));
+  const std::string message = Change(path_);
+  EXPECT_TRUE(Names(message, Beside(".mdb-journal"))) << message;
+  EXPECT_EQ(message.find("bestaat al"), std::string::npos) << message;
+  EXPECT_EQ(Content(path_), test::TinyDatabase({1, 2, 3}));
+}
+
+// A journal of 40 GB that holds nothing takes neither memory nor time.
+TEST_F(SharedFolder, AnEndlessJournalIsSetAside) {
+  Bytes head(40);
+  std::copy_n("SPRJRNL1", 8, head.begin());
+  head[9] = 1;
+  Write(Beside(".mdb-journal"), head);
+  fs::resize_file(Beside(".mdb-journal"), std::uintmax_t{40} << 30);
+  EXPECT_TRUE(Names(test::MessageOf([&] { Read(path_); }), Beside(".mdb-journal-1")));
+  EXPECT_EQ(Read(path_), (Values{1, 2, 3}));
+}
+
+}  // namespace
+}  // namespace jet

@@ -1,0 +1,93 @@
+// How long statements wait for each other, and who may go first.
+#include "platform/jet/Error.h"
+#include "platform/jet/MemoryFileSystem.h"
+#include "platform/jet/Storage.h"
+#include "tests/platform/jet/support/TinyDatabase.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <memory>
+
+namespace jet {
+namespace {
+
+using std::chrono::milliseconds;
+
+constexpr const char* kPath = "/data/station.mdb";
+
+class Waiting : public testing::Test {
+ protected:
+  void SetUp() override { files_.Put(kPath, test::TinyDatabase({1, 2, 3})); }
+  Storage Open(milliseconds limit, std::function<void(milliseconds)> sleep) {
+    StorageOptions options;
+    options.wait = {limit, std::move(sleep)};
+    return Storage(kPath, options, files_);
+  }
+
+  MemoryFileSystem files_;
+};
+
+TEST_F(Waiting, ReadersGetInWhileAWriterWaitsForASlowOne) {
+  Storage slow(kPath, test::TestOptions(), files_);
+  const ReadGuard reading(slow);
+  StorageOptions hurried;
+  hurried.wait = {milliseconds{0}, [](milliseconds) {}};
+  Storage reader(kPath, hurried, files_);
+  milliseconds waited{0}, lastRead{0}, longest{0};
+  Storage writer = Open(milliseconds{5000}, [&](milliseconds pause) {
+    waited += pause;
+    try {
+      const ReadGuard turn(reader);
+      longest = std::max(longest, waited - lastRead);
+      lastRead = waited;
+    } catch (const Error&) {
+      // Kept out for now.
+    }
+  });
+  WriteGuard writing(writer);
+  test::Fill(writer, 1, 10);
+  EXPECT_THROW(writing.Commit(), Error);
+  EXPECT_GE(waited, milliseconds{4000});
+  EXPECT_LE(longest, milliseconds{1000});
+  EXPECT_LE(waited - lastRead, milliseconds{1000});
+}
+
+TEST_F(Waiting, AWriterGetsItsTurnAmongReadersThatFollowEachOther) {
+  Storage one(kPath, test::TestOptions(), files_);
+  Storage other(kPath, test::TestOptions(), files_);
+  // One reader begins before the other ends, as long as it gets in.
+  std::unique_ptr<ReadGuard> reading = std::make_unique<ReadGuard>(one);
+  Storage* next = &other;
+  Storage writer = Open(milliseconds{5000}, [&](milliseconds) {
+    std::unique_ptr<ReadGuard> following;
+    try {
+      following = std::make_unique<ReadGuard>(*next);
+    } catch (const Error&) {
+      // Kept out.
+    }
+    next = next == &one ? &other : &one;
+    reading = std::move(following);
+  });
+  WriteGuard writing(writer);
+  test::Fill(writer, 1, 10);
+  EXPECT_NO_THROW(writing.Commit());
+}
+
+TEST_F(Waiting, ForAReaderAndForAWriterTogetherIsNotLongerThanTheLimit) {
+  const auto file = files_.Open(kPath, OpenMode::Write);
+  Lock lock(*file);
+  milliseconds waited{0};
+  Storage patient = Open(milliseconds{50}, [&](milliseconds pause) {
+    waited += pause;
+    if (waited >= milliseconds{40}) lock.EndExclude();
+  });
+  ASSERT_TRUE(lock.TryReserve());
+  ASSERT_TRUE(lock.TryExclude());
+  EXPECT_THROW(patient.BeginWrite(), Error);
+  EXPECT_GE(waited, milliseconds{50});
+  EXPECT_LE(waited, milliseconds{60});
+}
+
+}  // namespace
+}  // namespace jet

@@ -1,0 +1,77 @@
+#include "tests/platform/jet/support/Wreck.h"
+
+#include "platform/jet/Codec.h"
+#include "platform/jet/Error.h"
+#include "platform/jet/MemoryFileSystem.h"
+#include "tests/platform/jet/support/FaultyFiles.h"
+#include "tests/platform/jet/support/TinyDatabase.h"
+
+namespace jet::test {
+namespace {
+
+constexpr const char* kPath = "/data/station.mdb";
+constexpr std::size_t kSumAt = 32;
+
+}  // namespace
+
+std::vector<std::uint32_t> PagesBefore() {
+  return {1, 2, 3};
+}
+std::vector<std::uint32_t> PagesAfter() {
+  return {10, 2, 30, 40, 50};
+}
+
+void ChangePages(Storage& storage) {
+  WriteGuard writing(storage);
+  Fill(storage, 1, 10);
+  Fill(storage, 3, 30);
+  Fill(storage, 4, 40);
+  Fill(storage, 5, 50);
+  writing.Commit();
+}
+
+Wreck DieMidway(const Bytes& before) {
+  for (int call = 0;; ++call) {
+    MemoryFileSystem memory;
+    memory.Put(kPath, before);
+    FaultyFiles files(memory);
+    {
+      Storage storage(kPath, TestOptions(), files);
+      files.FailAt(call, Fault::Dead);
+      try {
+        ChangePages(storage);
+      } catch (const Error&) {
+        // It is dead.
+      }
+    }
+    const Bytes after = memory.Get(kPath);
+    if (after != before) return {after, memory.Get("/data/station.mdb-journal")};
+  }
+}
+
+Wreck DieMidway() {
+  return DieMidway(TinyDatabase(PagesBefore()));
+}
+
+void CopyInto(FileSystem& files, const FileSystem::Path& path, const Bytes& content) {
+  const auto file = files.Open(path, OpenMode::Write);
+  file->Truncate(0);
+  file->WriteAt(0, content);
+}
+
+std::uint64_t JournalSum(ByteView bytes) {
+  std::uint64_t sum = 0x9E3779B97F4A7C15;
+  for (std::size_t at = 0; at + 8 <= bytes.size(); at += 8) {
+    sum = (sum ^ Load<std::uint64_t>(&bytes[at])) * 0xFF51AFD7ED558CCD;
+    sum ^= sum >> 29;
+  }
+  return sum;
+}
+
+Bytes WithSum(Bytes journal) {
+  Store(&journal[kSumAt], std::uint64_t{0});
+  Store(&journal[kSumAt], JournalSum(journal));
+  return journal;
+}
+
+}  // namespace jet::test
