@@ -1,6 +1,8 @@
 #include "export/InterruptedExport.h"
 
+#include "data/Globals.h"
 #include "data/Messages.h"
+#include "data/Text.h"
 #include "export/ExportContent.h"
 #include "export/ExportRecord.h"
 #include "export/OfflineLogExport.h"
@@ -9,6 +11,10 @@
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Probe.h"
 #include "platform/runtime/TextFile.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QRegularExpression>
 
 #include <optional>
 
@@ -23,6 +29,24 @@ constexpr int kQuestionNoFirst = 292;
 
 bool Holds(const QString& path, const QByteArray& digest) {
   return ContentDigest::Of(runtime::ReadFile(path, kLargestExport)) == digest;
+}
+
+// A path that lies in the export folder under a name that fits.
+bool IsInExports(const QString& path, const QRegularExpression& name) {
+  return name.match(GetFile(path)).hasMatch() &&
+         QFileInfo(runtime::HostPath(path)).path() == QDir::cleanPath(runtime::HostPath(global.exportPath));
+}
+
+// A record decides which file is removed and which statements leave the log: one that no export into the present folder
+// can have written decides nothing.
+void RequireOwn(const ExportRecord& record, const QString& recordPath) {
+  static const QRegularExpression kFile(u"\\A[0-9]{14}\\.tql\\z"_s);
+  static const QRegularExpression kUnfinished(u"\\A[0-9]{14}\\.tql\\.[0-9a-f]{8}\\.tmp\\z"_s);
+  if (IsInExports(record.path, kFile) && IsInExports(record.temporary, kUnfinished)) return;
+  throw runtime::Error(
+      u"Het bestand '%1' noemt '%2': dat is geen export in de exportmap '%3'. Er is niets veranderd. Is de exportmap "
+      u"intussen een andere, zet ze dan eerst terug bij ExportPath in ovalis.ini; vraag anders de beheerder vanwaar dit "
+      u"bestand komt."_s.arg(recordPath, record.path, global.exportPath));
 }
 
 // The record goes first: one that has lost its temporary file would mean that the file got its name.
@@ -60,6 +84,7 @@ ExportSettlement SettleByFile(const QString& localDatabasePath, const ExportReco
 ExportSettlement SettleInterruptedExport(const QString& localDatabasePath) {
   const std::optional<ExportRecord> record = ReadExportRecord(localDatabasePath);
   if (!record) return {};
+  RequireOwn(*record, ExportRecordPath(localDatabasePath));
   ExportContent log;
   log.AddLog(localDatabasePath, record->highestID);
   if (log.RowCount() == 0) return Finish(localDatabasePath, *record);
@@ -76,7 +101,17 @@ void SettleMissingFile(const QString& localDatabasePath, MissingFile answer) {
   EmptyLogUpTo(localDatabasePath, record->highestID);
 }
 
-void FinishInterruptedExport(const QString& localDatabasePath) {
+MissingFile AskAboutMissingFile(const QString& path) {
+  const int answer = ShowItemsMessage(
+      u"Een export werd onderbroken toen het bestand al klaar was, maar het staat er niet meer:\n%1\n\n"
+      u"Is dat bestand verwerkt met Kadrovia? Bij Ja gaan de opdrachten uit het logboek, bij Nee gaan ze mee met "
+      u"de volgende export."_s.arg(path),
+      kQuestionNoFirst);
+  return answer == kAnswerYes ? MissingFile::Processed : MissingFile::NotProcessed;
+}
+
+void FinishInterruptedExport(const QString& localDatabasePath,
+                             const std::function<MissingFile(const QString& path)>& decide) {
   const ExportSettlement settlement = SettleInterruptedExport(localDatabasePath);
   if (settlement.what == InterruptedExport::Finished) {
     ShowItemsMessage(
@@ -88,11 +123,6 @@ void FinishInterruptedExport(const QString& localDatabasePath) {
   } else if (settlement.what == InterruptedExport::Denied) {
     RefuseUntold(settlement.path, u"de toegang tot de map wordt geweigerd"_s, u"toegankelijk"_s);
   } else if (settlement.what == InterruptedExport::Missing) {
-    const int answer = ShowItemsMessage(
-        u"Een export werd onderbroken toen het bestand al klaar was, maar het staat er niet meer:\n%1\n\n"
-        u"Is dat bestand verwerkt met Kadrovia? Bij Ja gaan de opdrachten uit het logboek, bij Nee gaan ze mee met "
-        u"de volgende export."_s.arg(settlement.path),
-        kQuestionNoFirst);
-    SettleMissingFile(localDatabasePath, answer == kAnswerYes ? MissingFile::Processed : MissingFile::NotProcessed);
+    SettleMissingFile(localDatabasePath, decide(settlement.path));
   }
 }

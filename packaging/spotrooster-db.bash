@@ -14,7 +14,7 @@ _spotrooster_db() {
     [check]="--password"
     [compact]="--password"
     [restore]=""
-    [export]="--station --vorige-verwerkt"
+    [export]="--bestand-verwerkt --bestand-niet-verwerkt --station --vorige-verwerkt"
     [spots]="--ending --station"
     [locate]="--station --write"
   )

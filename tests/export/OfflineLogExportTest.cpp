@@ -16,6 +16,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>
@@ -233,4 +234,48 @@ TEST_F(FileWithoutEmptiedLog, AnUnreadableRecordIsNamedAndDecidesNothing) {
     EXPECT_TRUE(error.Description().contains(u"OvalistoLocal.mdb-export"_s));
   }
   EXPECT_EQ(station_.Log(), kStatements);
+}
+
+namespace {
+
+// A record beside the database that no export of this program made.
+class ForgedRecord : public ExportSteps {
+ protected:
+  // The settling refuses the record by its name, and the file stays.
+  void ExpectRefused(const QString& path, const QString& temporary) {
+    const QString victim = runtime::HostPath(temporary);
+    ASSERT_TRUE(QDir().mkpath(QFileInfo(victim).path()));
+    runtime::WriteFile(temporary, "of the user");
+    ExportContent log;
+    log.AddLog(global.localDatabasePath);
+    WriteExportRecord(global.localDatabasePath, {path, temporary, log.HighestID(), log.Finish()});
+    try {
+      Settle();
+      ADD_FAILURE() << "accepted " << temporary.toStdString();
+    } catch (const runtime::Error& error) {
+      EXPECT_TRUE(error.Description().contains(u"OvalistoLocal.mdb-export"_s)) << error.Description().toStdString();
+    }
+    EXPECT_TRUE(QFile::exists(victim)) << temporary.toStdString();
+    EXPECT_EQ(station_.Log(), kStatements);
+  }
+  static QString InExports(const QString& name) { return global.exportPath + u'\\' + name; }
+};
+
+}  // namespace
+
+TEST_F(ForgedRecord, RemovesNoFileOfAnotherFolder) {
+  const QString path = InExports(u"20240131154507.tql"_s);
+  const QString elsewhere = global.programFolder + u"\\audio\\"_s;
+  ExpectRefused(path, elsewhere + u"spot.wav"_s);
+  ExpectRefused(path, elsewhere + u"20240131154507.tql.0123abcd.tmp"_s);
+  ExpectRefused(path, InExports(u"..\\audio\\20240131154507.tql.0123abcd.tmp"_s));
+  ExpectRefused(elsewhere + u"20240131154507.tql"_s, elsewhere + u"20240131154507.tql.0123abcd.tmp"_s);
+}
+
+TEST_F(ForgedRecord, RemovesNoFileThatIsNotCalledAsAnUnfinishedExport) {
+  const QString path = InExports(u"20240131154507.tql"_s);
+  for (const QString& name : {u"Audio.tae"_s, u"20240131154507.tql"_s, u"20240131154507.tql.tmp"_s,
+                              u"20240131154507.tql.0123abcd.tmp.bak"_s, u"x20240131154507.tql.0123abcd.tmp"_s})
+    ExpectRefused(path, InExports(name));
+  ExpectRefused(InExports(u"brief.txt"_s), InExports(u"20240131154507.tql.0123abcd.tmp"_s));
 }
