@@ -1,14 +1,19 @@
 #pragma once
 #include "data/ProgramLock.h"
+#include "platform/dao/Database.h"
 
 #include <QString>
 
 #include <memory>
 
+// Whether this name stands for the offline log of the database, as the database itself compares names. runtime::Error
+// for a table that it does not have.
+bool IsOfflineLog(const dao::Database& database, const QString& table);
+
 // The folder in which a database stands, as far as commands must take the program into account that may work there.
 class LocalFolder {
  public:
-  // Absolute host path of a database.
+  // Host path of a database; where links lead to it, the folder is that of the file itself.
   explicit LocalFolder(const QString& databasePath);
 
   // Keeps the program out of the folder of a local database, the one kind that has an offline log; nothing for any
@@ -22,6 +27,6 @@ class LocalFolder {
  private:
   bool IsLocal() const;
 
-  QString databasePath_;
+  QString databasePath_;  // absolute
   QString folder_;
 };

@@ -5,13 +5,17 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
 // Statements that were made since the backup must neither go nor come twice.
-void RefuseLog(const QStringList& tables) {
-  if (!tables.contains(u"tblOfflineLog"_s, Qt::CaseInsensitive)) return;
+void RefuseLog(const QStringList& tables, const QString& path) {
+  const dao::Database database = dao::OpenDatabase(path, {{}, true});
+  if (std::none_of(tables.begin(), tables.end(), [&](const QString& name) { return IsOfflineLog(database, name); }))
+    return;
   throw runtime::Error(u"De tabel 'tblOfflineLog' wordt nooit teruggezet: dat zou opdrachten wissen of verdubbelen."_s);
 }
 
@@ -25,7 +29,7 @@ int Restore(const Arguments& arguments, const Streams& streams) {
   const QString backup = QFileInfo(arguments.Plain().at(0)).absoluteFilePath();
   const QString database = QFileInfo(arguments.Plain().at(1)).absoluteFilePath();
   const QStringList tables = arguments.Plain().mid(2);
-  RefuseLog(tables);
+  RefuseLog(tables, database);
   RefuseItself(backup, database);
   const LocalFolder folder(database);
   const auto lock = folder.Lock();
