@@ -15,15 +15,17 @@ namespace {
 // What is wrong with the folder is told of the folder, not of the list in it.
 void RequireExportFolder(const QString& list) {
   if (IsKull(global.exportPath)) {
-    throw runtime::Error(u"Er is geen exportmap ingesteld, dus kan Audio.tae niet aangevuld worden. Vul ExportPath in "
-                         u"bij [Files] in ovalis.ini."_s);
+    throw runtime::Error(
+        u"Er is geen exportmap ingesteld, dus kan Audio.tae niet aangevuld worden. Vul ExportPath in "
+        u"bij [Files] in ovalis.ini."_s);
   }
   switch (runtime::Probe(global.exportPath)) {
     case runtime::Presence::NotReachable:
       throw runtime::Error(u"Kan '%1' niet aanvullen: de schijf of netwerkmap is niet bereikbaar."_s.arg(list));
     case runtime::Presence::NotThere:
-      throw runtime::Error(u"De exportmap '%1' bestaat niet, dus kan Audio.tae niet aangevuld worden. Maak de map, of "
-                           u"wijzig ExportPath in ovalis.ini."_s.arg(global.exportPath));
+      throw runtime::Error(
+          u"De exportmap '%1' bestaat niet, dus kan Audio.tae niet aangevuld worden. Maak de map, of "
+          u"wijzig ExportPath in ovalis.ini."_s.arg(global.exportPath));
     default:
       break;
   }

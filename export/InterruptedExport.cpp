@@ -45,7 +45,8 @@ void RequireOwn(const ExportRecord& record, const QString& recordPath) {
   if (IsInExports(record.path, kFile) && IsInExports(record.temporary, kUnfinished)) return;
   throw runtime::Error(
       u"Het bestand '%1' noemt '%2': dat is geen export in de exportmap '%3'. Er is niets veranderd. Is de exportmap "
-      u"intussen een andere, zet ze dan eerst terug bij ExportPath in ovalis.ini; vraag anders de beheerder vanwaar dit "
+      u"intussen een andere, zet ze dan eerst terug bij ExportPath in ovalis.ini; vraag anders de beheerder vanwaar "
+      u"dit "
       u"bestand komt."_s.arg(recordPath, record.path, global.exportPath));
 }
 

@@ -26,7 +26,7 @@ QString ResetText(int spots, int failed) {
   }
   return u"Het 'Aantal gedraaid' van %1 van de %2 item-spots verbonden met dit item werd op nul gezet.\r\n"
          u"Bij %3 item-spot%4 is dat niet gelukt."_s.arg(QString::number(spots - failed), QString::number(spots),
-                                                        QString::number(failed), failed == 1 ? u""_s : u"s"_s);
+                                                         QString::number(failed), failed == 1 ? u""_s : u"s"_s);
 }
 
 }  // namespace
