@@ -1,6 +1,8 @@
 #include "tools/LocalFolder.h"
 
 #include "data/Backup.h"
+#include "platform/runtime/Error.h"
+#include "tools/DatabaseArgument.h"
 
 #include <QFileInfo>
 
@@ -31,7 +33,14 @@ std::unique_ptr<ProgramLock> LocalFolder::Lock() const {
   return IsLocal() ? std::make_unique<ProgramLock>(folder_) : nullptr;
 }
 
-void LocalFolder::BackUp(const QString& password) const {
+void LocalFolder::BackUp(const Arguments& arguments) const {
   // The program's folder is the one above "data".
-  if (BackupsWanted(QFileInfo(folder_).absolutePath() + u"/ovalis.ini"_s)) ::BackUp(databasePath_, password);
+  if (arguments.Has(kWithoutBackup) || !BackupsWanted(QFileInfo(folder_).absolutePath() + u"/ovalis.ini"_s)) return;
+  try {
+    ::BackUp(databasePath_, arguments.Value(kPassword));
+  } catch (const runtime::Error& error) {
+    throw runtime::Error(
+        u"Er kon vooraf geen reservekopie van '%1' gemaakt worden, dus is er niets veranderd.\n%2\n"
+        u"Met %3 gebeurt het zonder reservekopie."_s.arg(databasePath_, error.Description(), kWithoutBackup));
+  }
 }

@@ -33,7 +33,7 @@ int Restore(const Arguments& arguments, const Streams& streams) {
   RefuseItself(backup, database);
   const LocalFolder folder(database);
   const auto lock = folder.Lock();
-  folder.BackUp();
+  folder.BackUp(arguments);
   streams.out << dao::RestoreTables(backup, database, tables) << '\n';
   return kDone;
 }
@@ -41,14 +41,15 @@ int Restore(const Arguments& arguments, const Streams& streams) {
 }  // namespace
 
 Command RestoreCommand() {
-  return {.name = u"restore"_s,
-          .usage = u"RESERVEKOPIE BESTAND TABEL..."_s,
-          .summary = u"Zet de rijen van de gekozen tabellen terug uit een reservekopie; het offline-logboek nooit."_s,
-          .run = Restore,
-          .details =
-              u"Een reservekopie staat in de map backup naast de database, of is de .bak van een compact. Wat er nu\n"
-              "staat, blijft vooraf bewaard als een nieuwe reservekopie. Het programma mag intussen niet op dezelfde\n"
-              "programmamap lopen."_s,
-          .examples = {
-              u"restore /tmp/proef/data/OvalistoLocal.mdb.bak /tmp/proef/data/OvalistoLocal.mdb tblCopie_Items"_s}};
+  return {
+      .name = u"restore"_s,
+      .usage = u"RESERVEKOPIE BESTAND TABEL... [--zonder-reservekopie]"_s,
+      .summary = u"Zet de rijen van de gekozen tabellen terug uit een reservekopie; het offline-logboek nooit."_s,
+      .run = Restore,
+      .details =
+          u"Een reservekopie staat in de map backup naast de database, of is de .bak van een compact. Wat er nu\n"
+          "staat, blijft vooraf bewaard als een nieuwe reservekopie; kan dat niet, dan gebeurt er niets, tenzij met\n"
+          "--zonder-reservekopie. Het programma mag intussen niet op dezelfde programmamap lopen."_s,
+      .examples = {
+          u"restore /tmp/proef/data/OvalistoLocal.mdb.bak /tmp/proef/data/OvalistoLocal.mdb tblCopie_Items"_s}};
 }
