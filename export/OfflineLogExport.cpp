@@ -1,5 +1,6 @@
 #include "export/OfflineLogExport.h"
 
+#include "data/KeptStatements.h"
 #include "export/ExportRecord.h"
 #include "platform/dao/Database.h"
 #include "platform/dao/FrozenDatabase.h"
@@ -21,6 +22,16 @@ bool IsLogEmpty(const QString& localDatabasePath) {
   return isEmpty;
 }
 
+// What was carried out and not logged yet belongs to this export. A log that takes nothing is no reason not to export:
+// emptying it may be what makes room.
+void LogWhatWasKept() {
+  try {
+    LogKeptStatements();
+  } catch (const runtime::Error&) {
+    // The caller tries again when the log is empty, and tells then.
+  }
+}
+
 // The file did not get its name, or its record may be there or not. The record goes first: one that has lost its
 // temporary file would mean that it did.
 void TakeBack(const QString& localDatabasePath, runtime::StagedFile& file) {
@@ -40,6 +51,7 @@ void RequireWritable(const QString& databasePath) {
 }  // namespace
 
 QString OfflineLogExport::WriteFile(const QString& folder) {
+  LogWhatWasKept();
   if (IsLogEmpty(localDatabasePath_)) return {};
   RequireWritable(localDatabasePath_);
   QString path = folder + u'\\' + ExportContent::FileName(runtime::Now());

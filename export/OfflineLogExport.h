@@ -11,7 +11,7 @@
 // (InterruptedExport.h) can tell how far it came. Every failure is a runtime::Error.
 //
 // Used by the planning export and by spotrooster-db. The caller holds the program lock (data/ProgramLock.h), and has
-// settled an interrupted export before.
+// settled an interrupted export before; afterwards it logs what is kept (data/KeptStatements.h).
 class OfflineLogExport {
  public:
   explicit OfflineLogExport(const QString& localDatabasePath) : localDatabasePath_(localDatabasePath) {}

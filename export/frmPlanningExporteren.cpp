@@ -1,6 +1,7 @@
 #include "export/frmPlanningExporteren.h"
 
 #include "data/Globals.h"
+#include "data/KeptStatements.h"
 #include "data/Messages.h"
 #include "export/ExportChecks.h"
 #include "export/InterruptedExport.h"
@@ -136,6 +137,8 @@ void frmPlanningExporteren::Opslaan() {
       OfflineLogExport logExport(global.localDatabasePath);
       path = logExport.WriteFile(folder);
       global.lastResult = EmptyLog(logExport);
+      LogKeptStatements();
+      AddKeptAudioLines();
       altered = logExport.Altered();
       ui_->imgProgress->SetProgress(1);
       desktop::YieldToEvents();

@@ -1,4 +1,5 @@
 #include "data/Globals.h"
+#include "data/KeptStatements.h"
 #include "data/ProgramLock.h"
 #include "data/Text.h"
 #include "export/ExportChecks.h"
@@ -32,8 +33,14 @@ MissingFile SaidOf(const QString& path, const Arguments& arguments) {
       u"Er is niets veranderd. Staat het op een schijf die niet gekoppeld is, koppel die dan eerst. Zeg anders wat "
       u"ermee gebeurde:\n"
       u"  %2 %3 als het verwerkt is met Kadrovia (de opdrachten gaan uit het logboek)\n"
-      u"  %4 %3 als het verloren is (de opdrachten gaan mee met de nieuwe export)"_s.arg(
-          path, kFileProcessed, file, kFileNotProcessed));
+      u"  %4 %3 als het verloren is (de opdrachten gaan mee met de nieuwe export)"_s.arg(path, kFileProcessed, file,
+                                                                                         kFileNotProcessed));
+}
+
+void Tell(const QString& path, const AlteredStatements& altered, const Streams& streams) {
+  if (altered.count > 0) streams.err << AlteredWarning(altered, path).toStdString() << '\n';
+  streams.out << runtime::HostPath(path).toStdString() << '\n';
+  WaitOutSecond(path);
 }
 
 // The steps of the export window, in their order.
@@ -48,10 +55,9 @@ int Export(const Arguments& arguments, const Streams& streams) {
   WaitForFreeSecond(folder);
   const QString path = logExport.WriteFile(folder);
   logExport.EmptyLog();
-  if (path.isEmpty()) return kDone;
-  if (logExport.Altered().count > 0) streams.err << AlteredWarning(logExport.Altered(), path).toStdString() << '\n';
-  streams.out << runtime::HostPath(path).toStdString() << '\n';
-  WaitOutSecond(path);
+  if (!path.isEmpty()) Tell(path, logExport.Altered(), streams);
+  LogKeptStatements();
+  AddKeptAudioLines();
   return kDone;
 }
 
