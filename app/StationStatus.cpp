@@ -1,6 +1,7 @@
 #include "app/StationStatus.h"
 
 #include "data/Globals.h"
+#include "data/KeptStatements.h"
 #include "platform/dao/Database.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
@@ -21,7 +22,7 @@ StationStatus ReadStationStatus() {
     dao::Database database = dao::OpenDatabase(global.localDatabasePath);
     status.copyEmpty = IsEmpty(database, u"tblCopie_ItemSpots"_s) || IsEmpty(database, u"tblCopie_Items"_s);
     const dao::Recordset count = database.OpenRecordset(u"SELECT COUNT(*) AS Aantal FROM tblOfflineLog"_s);
-    status.notExported = runtime::ToLong(count.Field(u"Aantal"_s));
+    status.notExported = runtime::ToLong(count.Field(u"Aantal"_s)) + KeptStatementCount();
   } catch (const runtime::Error&) {
     status = StationStatus();
   }

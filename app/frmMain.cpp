@@ -8,6 +8,7 @@
 #include "catalogue/Screens.h"
 #include "data/DatabasePaths.h"
 #include "data/Globals.h"
+#include "data/KeptStatements.h"
 #include "data/Lookups.h"
 #include "data/Settings.h"
 #include "export/InterruptedExport.h"
@@ -151,6 +152,10 @@ void frmMain::ChooseStation() {
 // Before anything is logged. A failure is no reason not to start: it is tried again before the next export.
 void frmMain::ResumeExport() {
   Trapped(__func__, [&] { FinishInterruptedExport(global.localDatabasePath); });
+  Trapped(__func__, [&] {
+    LogKeptStatements();
+    AddKeptAudioLines();
+  });
 }
 
 void frmMain::ShowStation() {

@@ -11,14 +11,17 @@
 #include "platform/runtime/Error.h"
 #include "platform/runtime/FileCalls.h"
 #include "platform/runtime/HostPath.h"
+#include "platform/runtime/Probe.h"
 #include "platform/runtime/SystemReason.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
 #include <cerrno>
 #include <memory>
+#include <tuple>
 
 using namespace Qt::StringLiterals;
 
@@ -27,6 +30,7 @@ namespace {
 constexpr int kQuestionNoFirst = 292;
 const QString kMomentFormat = u"yyyyMMdd-HHmmss"_s;
 const QString kEnding = u".mdb"_s;
+constexpr qint64 kStep = 2;  // seconds; some file systems count no finer
 
 // The copies of one database.
 class BackupFolder {
@@ -44,20 +48,31 @@ class BackupFolder {
 
   QList<BackupFile> NewestFirst() const {
     QList<BackupFile> files;
-    for (const QString& name : QDir(folder_).entryList(QDir::Files, QDir::Name | QDir::Reversed)) {
-      const QDateTime moment = MomentOf(name);
-      if (moment.isValid()) files += {name, moment};
+    for (const QFileInfo& file : QDir(folder_).entryInfoList(QDir::Files)) {
+      const QDateTime moment = MomentOf(file.fileName());
+      if (moment.isValid()) files += {file.fileName(), moment, file.lastModified()};
     }
+    std::sort(files.begin(), files.end(), [](const BackupFile& one, const BackupFile& other) {
+      return std::tie(one.made, one.name) > std::tie(other.made, other.name);
+    });
     return files;
   }
 
   QString PathOf(const QString& name) const { return runtime::PathText(folder_ + u'/' + name); }
 
-  // The name of a copy that is the newest, also when several are made in a second or the clock was put back.
-  QString NewName(const QDateTime& now) const {
-    const QList<BackupFile> files = NewestFirst();
-    const QDateTime moment = files.isEmpty() ? now : qMax(now, files.first().moment.addSecs(1));
-    return prefix_ + moment.toString(kMomentFormat) + kEnding;
+  // The name for a copy of this moment; of a later second where there is one of that name.
+  QString NewName(QDateTime moment) const {
+    while (QFileInfo::exists(folder_ + u'/' + NameOf(moment)))
+      moment = moment.addSecs(1);
+    return NameOf(moment);
+  }
+
+  // The name of a copy tells what the clock said, its time of change in which order the copies were made: that one
+  // never goes back, also when the clock does.
+  void MarkAsNewest(const QString& name, const QDateTime& now, const QList<BackupFile>& earlier) const {
+    const QDateTime made = earlier.isEmpty() ? now : qMax(now, earlier.first().made.addSecs(kStep));
+    QFile file(folder_ + u'/' + name);
+    if (file.open(QIODevice::ReadWrite)) file.setFileTime(made, QFileDevice::FileModificationTime);
   }
 
   void Remove(const QString& name) const { runtime::RemoveFile(folder_ + u'/' + name); }
@@ -70,6 +85,8 @@ class BackupFolder {
   }
 
  private:
+  QString NameOf(const QDateTime& moment) const { return prefix_ + moment.toString(kMomentFormat) + kEnding; }
+
   QDateTime MomentOf(const QString& name) const {
     if (!name.startsWith(prefix_) || !name.endsWith(kEnding)) return {};
     return QDateTime::fromString(name.mid(prefix_.size()).chopped(kEnding.size()), kMomentFormat);
@@ -101,11 +118,12 @@ void LetOldOnesGo(const BackupFolder& folder) {
     folder.Remove(file.name);
 }
 
-std::unique_ptr<dao::FrozenDatabase> Frozen(const QString& databasePath, const QString& password) {
+std::unique_ptr<dao::FrozenDatabase> FrozenIfThere(const QString& databasePath, const QString& password) {
   try {
     return std::make_unique<dao::FrozenDatabase>(databasePath, password);
   } catch (const runtime::Error&) {
-    return nullptr;
+    if (runtime::Probe(databasePath) == runtime::Presence::NotThere) return nullptr;
+    throw;
   }
 }
 
@@ -125,16 +143,20 @@ std::optional<QString> SameAsNewest(const dao::FrozenDatabase& database, const B
 }  // namespace
 
 std::optional<QString> BackUp(const QString& databasePath, const QString& password) {
-  const auto database = Frozen(databasePath, password);
-  if (!database) return std::nullopt;
+  const auto frozen = FrozenIfThere(databasePath, password);
+  if (!frozen) return std::nullopt;
+  const dao::FrozenDatabase& database = *frozen;
   const BackupFolder folder(databasePath);
-  if (auto same = SameAsNewest(*database, folder)) return same;
+  if (auto same = SameAsNewest(database, folder)) return same;
   folder.Make();
   folder.RemoveUnfinished();
-  const QString path = folder.PathOf(folder.NewName(runtime::Now()));
-  database->CopyTo(path);
+  const QDateTime now = runtime::Now();
+  const QList<BackupFile> earlier = folder.NewestFirst();
+  const QString name = folder.NewName(now);
+  database.CopyTo(folder.PathOf(name));
+  folder.MarkAsNewest(name, now, earlier);
   LetOldOnesGo(folder);
-  return path;
+  return folder.PathOf(name);
 }
 
 bool BackupsWanted(const QString& settingsPath) {

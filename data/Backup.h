@@ -7,8 +7,8 @@
 // much at once. Path texts.
 
 // Makes one as the database is now, unless the newest copy holds the very same, and lets the old ones go. Gives the
-// path of the copy that holds the present state. Nothing when the database itself cannot be opened for writing: the act
-// that follows tells that. runtime::Error when the copy cannot be written.
+// path of the copy that holds the present state. Nothing when there is no such database, so that nothing can be lost.
+// runtime::Error when the copy cannot be made, for whatever reason: then nothing must be removed either.
 std::optional<QString> BackUp(const QString& databasePath, const QString& password = {});
 
 // Whether this settings file leaves copies on: they are, unless [Backup] says Enabled=0.

@@ -17,7 +17,7 @@ QList<BackupFile> ExpiredBackups(const QList<BackupFile>& newestFirst, QDate tod
     const QDate day = newestFirst[at].moment.date();
     const bool isNewestOfDay = !days.contains(day);
     days.insert(day);
-    const bool isDaily = isNewestOfDay && day.daysTo(today) < kDays;
+    const bool isDaily = isNewestOfDay && days.size() <= kDays && newestFirst[at].made.date().daysTo(today) < kDays;
     if (at >= kNewest && !isDaily) expired += newestFirst[at];
   }
   if (expired.isEmpty()) return expired;

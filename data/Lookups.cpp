@@ -22,19 +22,26 @@ QString NameOfRow(qint32 id, const QString& databasePath, const QString& table) 
 
 }  // namespace
 
+qint32 NextID(const QString& table, const QString& keyField, const QString& databasePath) {
+  dao::Database database = dao::OpenDatabase(databasePath);
+  dao::Recordset rows =
+      database.OpenRecordset(u"Select "_s + u"MAX("_s + keyField + u") AS LaatsteID "_s + u"FROM "_s + table);
+  qint32 last = 0;
+  if (!(rows.Bof() && rows.Eof())) {
+    rows.MoveFirst();
+    const QVariant highest = rows.Field(u"LaatsteID"_s);
+    if (runtime::IsNumeric(highest)) last = runtime::ToLong(highest);
+  }
+  return runtime::ToLong(double(last) + 1);
+}
+
+std::optional<qint32> GetNewIDIfAny(const QString& table, const QString& keyField, const QString& databasePath) {
+  return Trapped("GetNewID", std::optional<qint32>(),
+                 [&] { return std::optional<qint32>(NextID(table, keyField, databasePath)); });
+}
+
 qint32 GetNewID(const QString& table, const QString& keyField, const QString& databasePath) {
-  return Trapped(__func__, qint32{0}, [&] {
-    dao::Database database = dao::OpenDatabase(databasePath);
-    dao::Recordset rows =
-        database.OpenRecordset(u"Select "_s + u"MAX("_s + keyField + u") AS LaatsteID "_s + u"FROM "_s + table);
-    qint32 last = 0;
-    if (!(rows.Bof() && rows.Eof())) {
-      rows.MoveFirst();
-      const QVariant highest = rows.Field(u"LaatsteID"_s);
-      if (runtime::IsNumeric(highest)) last = runtime::ToLong(highest);
-    }
-    return runtime::ToLong(double(last) + 1);
-  });
+  return GetNewIDIfAny(table, keyField, databasePath).value_or(0);
 }
 
 QString GetItemSpotID_Naam(qint32 id, const QString& databasePath, const QString& table) {

@@ -10,6 +10,11 @@
 
 // The table's highest key plus 1; 1 for an empty table. 0 on an error.
 qint32 GetNewID(const QString& table, const QString& keyField, const QString& databasePath);
+// The same for callers that tell a failure from the key 0, which follows -1: nothing on an error, which was shown under
+// GetNewID's name.
+std::optional<qint32> GetNewIDIfAny(const QString& table, const QString& keyField, const QString& databasePath);
+// The same without a box: throws runtime::Error.
+qint32 NextID(const QString& table, const QString& keyField, const QString& databasePath);
 
 // The trimmed name of one row; empty when there is no row or no name. On an error empty too, and null
 // (QString::isNull): a name that could not be read is not one that is gone.

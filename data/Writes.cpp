@@ -1,10 +1,14 @@
 #include "data/Writes.h"
 
 #include "data/Globals.h"
+#include "data/KeptStatements.h"
 #include "data/Lookups.h"
 #include "data/Statements.h"
 #include "platform/dao/Database.h"
 #include "platform/runtime/Trapped.h"
+
+#include <optional>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using runtime::Trapped;
@@ -16,10 +20,38 @@ void Execute(const QString& statement, const QString& databasePath) {
   database.Execute(statement);
 }
 
-// Appends a statement to the offline log. False when a helper failed, which has then shown its own error.
+bool carriedOut = false;
+
+// The statement of a write procedure that logs.
+void CarryOut(const QString& statement, const QString& databasePath) {
+  Execute(statement, databasePath);
+  carriedOut = true;
+}
+
+// A write procedure that logs.
+template <class Body>
+bool Write(const char* procedure, Body&& body) {
+  carriedOut = false;
+  return Trapped(procedure, false, std::forward<Body>(body));
+}
+
+// What is kept is older: it comes first.
+bool LogKept() {
+  const bool logged = Trapped("Insert_tblOfflineLog", false, [] {
+    LogKeptStatements();
+    return true;
+  });
+  if (logged) Trapped("AppendToAudioList", [] { AddKeptAudioLines(); });
+  return logged;
+}
+
+// Appends a statement to the offline log. False when that failed, which a helper has shown then; the statement is kept.
 bool AppendToLog(const QString& statement) {
-  const qint32 id = GetNewID(u"tblOfflineLog"_s, u"ID"_s, global.localDatabasePath);
-  return id != 0 && Insert_tblOfflineLog(id, statement);
+  std::optional<qint32> id;
+  if (LogKept()) id = GetNewIDIfAny(u"tblOfflineLog"_s, u"ID"_s, global.localDatabasePath);
+  if (id && Insert_tblOfflineLog(*id, statement)) return true;
+  KeepStatement(statement, id);
+  return false;
 }
 
 bool LogUnlessOnline(QString statement, const QString& copyTable, const QString& serverTable) {
@@ -28,17 +60,17 @@ bool LogUnlessOnline(QString statement, const QString& copyTable, const QString&
 }
 
 bool WriteItems(const QString& statement, const QString& databasePath) {
-  Execute(statement, databasePath);
+  CarryOut(statement, databasePath);
   return LogUnlessOnline(statement, u"tblCopie_Items"_s, u"tblItems"_s);
 }
 
 bool WriteItemSpots(const QString& statement, const QString& databasePath) {
-  Execute(statement, databasePath);
+  CarryOut(statement, databasePath);
   return LogUnlessOnline(statement, u"tblCopie_ItemSpots"_s, u"tblItemSpots"_s);
 }
 
 bool WriteItemPingles(const QString& statement, const QString& databasePath) {
-  Execute(statement, databasePath);
+  CarryOut(statement, databasePath);
   return LogUnlessOnline(statement, u"tblCopie_ItemPingles"_s, u"tblItemPingles"_s);
 }
 
@@ -63,39 +95,39 @@ QString CopyInto(const QString& copyTable, const QString& localPath, const QStri
 }  // namespace
 
 bool Insert_tblItems(const ItemRow& row, const QString& databasePath, const QString& table) {
-  return Trapped(__func__, false, [&] { return WriteItems(statements::InsertItem(row, table), databasePath); });
+  return Write(__func__, [&] { return WriteItems(statements::InsertItem(row, table), databasePath); });
 }
 
 bool Update_tblItems(const ItemRow& row, const QString& databasePath, const QString& table) {
-  return Trapped(__func__, false, [&] { return WriteItems(statements::UpdateItem(row, table), databasePath); });
+  return Write(__func__, [&] { return WriteItems(statements::UpdateItem(row, table), databasePath); });
 }
 
 bool Update_tblItems_Aktief(qint32 id, qint32 aktief, const QString& databasePath, const QString& table) {
-  return Trapped(__func__, false, [&] { return WriteItems(statements::SetAktief(id, aktief, table), databasePath); });
+  return Write(__func__, [&] { return WriteItems(statements::SetAktief(id, aktief, table), databasePath); });
 }
 
 bool Insert_tblItemsItemSpots(const ItemsItemSpotsRow& row, const QString& databasePath, const QString& table) {
-  return Trapped(__func__, false, [&] {
+  return Write(__func__, [&] {
     const QString statement = statements::InsertLink(row, table);
-    Execute(statement, databasePath);
+    CarryOut(statement, databasePath);
     return LogUnlessOnline(statement, u"tblCopie_ItemsItemSpots"_s, u"tblItemsItemSpots"_s);
   });
 }
 
 bool Insert_tblItemSpots(const ItemSpotRow& row, const QString& databasePath, const QString& table) {
-  return Trapped(__func__, false, [&] { return WriteItemSpots(statements::InsertItemSpot(row, table), databasePath); });
+  return Write(__func__, [&] { return WriteItemSpots(statements::InsertItemSpot(row, table), databasePath); });
 }
 
 bool Update_tblItemSpots(const ItemSpotRow& row, const QString& databasePath, const QString& table) {
-  return Trapped(__func__, false, [&] { return WriteItemSpots(statements::UpdateItemSpot(row, table), databasePath); });
+  return Write(__func__, [&] { return WriteItemSpots(statements::UpdateItemSpot(row, table), databasePath); });
 }
 
 bool Update_tblItemSpots_Aktief(qint32 id, qint32 aktief, const QString& databasePath, const QString& table) {
-  return Trapped(__func__, false,
-                 [&] { return WriteItemSpots(statements::SetAktief(id, aktief, table), databasePath); });
+  return Write(__func__, [&] { return WriteItemSpots(statements::SetAktief(id, aktief, table), databasePath); });
 }
 
 bool Reset_tblItemSpots_AantalGedraaid(qint32 id, const QString& databasePath, const QString& table) {
+  carriedOut = false;
   try {
     return WriteItemSpots(statements::ResetAantalGedraaid(id, table), databasePath);
   } catch (...) {
@@ -104,22 +136,24 @@ bool Reset_tblItemSpots_AantalGedraaid(qint32 id, const QString& databasePath, c
 }
 
 bool Insert_tblItemPingles(const ItemPingleRow& row, const QString& databasePath, const QString& table) {
-  return Trapped(__func__, false,
-                 [&] { return WriteItemPingles(statements::InsertItemPingle(row, table), databasePath); });
+  return Write(__func__, [&] { return WriteItemPingles(statements::InsertItemPingle(row, table), databasePath); });
 }
 
 bool Update_tblItemPingles(const ItemPingleRow& row, const QString& databasePath, const QString& table) {
-  return Trapped(__func__, false,
-                 [&] { return WriteItemPingles(statements::UpdateItemPingle(row, table), databasePath); });
+  return Write(__func__, [&] { return WriteItemPingles(statements::UpdateItemPingle(row, table), databasePath); });
 }
 
 bool Delete_tblBeheer(qint32 id, const QString& table, const QString& keyField, const QString& databasePath) {
-  return Trapped(__func__, false, [&] {
+  return Write(__func__, [&] {
     const QString statement = statements::Delete(id, table, keyField);
-    Execute(statement, databasePath);
+    CarryOut(statement, databasePath);
     if (global.online || !IsLoggedDelete(table)) return true;
     return AppendToLog(DeleteForLog(statement));
   });
+}
+
+bool WasCarriedOut() {
+  return carriedOut;
 }
 
 bool DeleteAllInTable(const QString& table, const QString& databasePath) {

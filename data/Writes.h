@@ -6,7 +6,8 @@
 // The only way in which the catalogue changes. Each procedure builds one statement, carries it out on the database and
 // table its caller names and, while the system works offline, appends it to tblOfflineLog of the local database with
 // the server table's name in place of the copy table's. True when all of that was done. On an error each shows it under
-// its own name and returns false (Reset_... stays silent); a statement already carried out stays carried out.
+// its own name and returns false (Reset_... stays silent); a statement already carried out stays carried out, and is
+// logged later when its log row failed (data/KeptStatements.h).
 
 bool Insert_tblItems(const ItemRow& row, const QString& databasePath, const QString& table);
 bool Update_tblItems(const ItemRow& row, const QString& databasePath, const QString& table);
@@ -22,6 +23,9 @@ bool Update_tblItemPingles(const ItemPingleRow& row, const QString& databasePath
 // Deletes the rows whose key field has this number. Logged for three copy tables only; which, and under which name, is
 // told at the implementation.
 bool Delete_tblBeheer(qint32 id, const QString& table, const QString& keyField, const QString& databasePath);
+
+// Whether the statement of the last of these procedures was carried out: after false, that only its log row is missing.
+bool WasCarriedOut();
 
 // Empties a table. Never logged.
 bool DeleteAllInTable(const QString& table, const QString& databasePath);

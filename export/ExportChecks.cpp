@@ -10,8 +10,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 bool ConfirmEarlierExports() {
-  if (ShowItemsMessage(u"Heeft U de vorige export-files reeds verwerkt met Kadrovia ?"_s, kStyleYesNo) == kAnswerYes)
-    return true;
+  if (ShowItemsMessage(EarlierExportsQuestion(), kStyleYesNo) == kAnswerYes) return true;
   runtime::ShowUserMessage(
       u"Om data-verlies te vermijden, dient U eerst de vorige export-files te verwerken met Kadrovia !"_s,
       kStyleExclamation, u"Items"_s);
@@ -19,6 +18,10 @@ bool ConfirmEarlierExports() {
 }
 
 }  // namespace
+
+QString EarlierExportsQuestion() {
+  return u"Heeft U de vorige export-files reeds verwerkt met Kadrovia ?"_s;
+}
 
 bool MayExport(const QString& destination) {
   if (!global.online && !ConfirmEarlierExports()) return false;

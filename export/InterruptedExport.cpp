@@ -1,6 +1,8 @@
 #include "export/InterruptedExport.h"
 
+#include "data/Globals.h"
 #include "data/Messages.h"
+#include "data/Text.h"
 #include "export/ExportContent.h"
 #include "export/ExportRecord.h"
 #include "export/OfflineLogExport.h"
@@ -9,6 +11,13 @@
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Probe.h"
 #include "platform/runtime/TextFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+
+#include <sys/stat.h>
 
 #include <optional>
 
@@ -25,6 +34,26 @@ bool Holds(const QString& path, const QByteArray& digest) {
   return ContentDigest::Of(runtime::ReadFile(path, kLargestExport)) == digest;
 }
 
+// A path that lies in the export folder under a name that fits.
+bool IsInExports(const QString& path, const QRegularExpression& name) {
+  return name.match(GetFile(path)).hasMatch() &&
+         QFileInfo(runtime::HostPath(path)).path() == QDir::cleanPath(runtime::HostPath(global.exportPath));
+}
+
+// A record decides which file is removed and which statements leave the log: one that no export into the present folder
+// can have written decides nothing.
+void RequireOwn(const ExportRecord& record, const QString& recordPath) {
+  static const QRegularExpression kFile(u"\\A[0-9]{14}\\.tql\\z"_s);
+  static const QRegularExpression kUnfinished(
+      u"\\A([0-9]{14}\\.tql\\.[0-9a-f]{8}\\.tmp|\\.[0-9]{14}\\.tql\\.[0-9a-f]{16}\\.spotrooster-tmp)\\z"_s);
+  if (IsInExports(record.path, kFile) && IsInExports(record.temporary, kUnfinished)) return;
+  throw runtime::Error(
+      u"Het bestand '%1' noemt '%2': dat is geen export in de exportmap '%3'. Er is niets veranderd. Is de exportmap "
+      u"intussen een andere, zet ze dan eerst terug bij ExportPath in ovalis.ini; vraag anders de beheerder vanwaar "
+      u"dit "
+      u"bestand komt."_s.arg(recordPath, record.path, global.exportPath));
+}
+
 // The record goes first: one that has lost its temporary file would mean that the file got its name.
 ExportSettlement Drop(const QString& localDatabasePath, const ExportRecord& record) {
   RemoveExportRecord(localDatabasePath);
@@ -37,10 +66,23 @@ ExportSettlement Finish(const QString& localDatabasePath, const ExportRecord& re
   return {InterruptedExport::Finished, record.path};
 }
 
+// Whether two paths lead to one file: a name was taken without the other being given up.
+bool IsOneFile(const QString& path, const QString& other) {
+  struct stat one {};
+  struct stat two {};
+  return ::stat(QFile::encodeName(runtime::HostPath(path)).constData(), &one) == 0 &&
+         ::stat(QFile::encodeName(runtime::HostPath(other)).constData(), &two) == 0 && one.st_dev == two.st_dev &&
+         one.st_ino == two.st_ino;
+}
+
 // The log still holds what the file was made of: did the file get its name?
 ExportSettlement SettleByFile(const QString& localDatabasePath, const ExportRecord& record) {
   const Presence temporary = runtime::Probe(record.temporary);
-  if (temporary == Presence::There) return Drop(localDatabasePath, record);
+  if (temporary == Presence::There) {
+    if (!IsOneFile(record.temporary, record.path)) return Drop(localDatabasePath, record);
+    runtime::RemoveFile(runtime::HostPath(record.temporary));
+    return Finish(localDatabasePath, record);
+  }
   const Presence file = temporary == Presence::NotThere ? runtime::Probe(record.path) : temporary;
   if (file == Presence::NotReachable) return {InterruptedExport::NotReachable, record.path};
   if (file == Presence::Denied) return {InterruptedExport::Denied, record.path};
@@ -60,6 +102,7 @@ ExportSettlement SettleByFile(const QString& localDatabasePath, const ExportReco
 ExportSettlement SettleInterruptedExport(const QString& localDatabasePath) {
   const std::optional<ExportRecord> record = ReadExportRecord(localDatabasePath);
   if (!record) return {};
+  RequireOwn(*record, ExportRecordPath(localDatabasePath));
   ExportContent log;
   log.AddLog(localDatabasePath, record->highestID);
   if (log.RowCount() == 0) return Finish(localDatabasePath, *record);
@@ -76,7 +119,17 @@ void SettleMissingFile(const QString& localDatabasePath, MissingFile answer) {
   EmptyLogUpTo(localDatabasePath, record->highestID);
 }
 
-void FinishInterruptedExport(const QString& localDatabasePath) {
+MissingFile AskAboutMissingFile(const QString& path) {
+  const int answer = ShowItemsMessage(
+      u"Een export werd onderbroken toen het bestand al klaar was, maar het staat er niet meer:\n%1\n\n"
+      u"Is dat bestand verwerkt met Kadrovia? Bij Ja gaan de opdrachten uit het logboek, bij Nee gaan ze mee met "
+      u"de volgende export."_s.arg(path),
+      kQuestionNoFirst);
+  return answer == kAnswerYes ? MissingFile::Processed : MissingFile::NotProcessed;
+}
+
+void FinishInterruptedExport(const QString& localDatabasePath,
+                             const std::function<MissingFile(const QString& path)>& decide) {
   const ExportSettlement settlement = SettleInterruptedExport(localDatabasePath);
   if (settlement.what == InterruptedExport::Finished) {
     ShowItemsMessage(
@@ -88,11 +141,6 @@ void FinishInterruptedExport(const QString& localDatabasePath) {
   } else if (settlement.what == InterruptedExport::Denied) {
     RefuseUntold(settlement.path, u"de toegang tot de map wordt geweigerd"_s, u"toegankelijk"_s);
   } else if (settlement.what == InterruptedExport::Missing) {
-    const int answer = ShowItemsMessage(
-        u"Een export werd onderbroken toen het bestand al klaar was, maar het staat er niet meer:\n%1\n\n"
-        u"Is dat bestand verwerkt met Kadrovia? Bij Ja gaan de opdrachten uit het logboek, bij Nee gaan ze mee met "
-        u"de volgende export."_s.arg(settlement.path),
-        kQuestionNoFirst);
-    SettleMissingFile(localDatabasePath, answer == kAnswerYes ? MissingFile::Processed : MissingFile::NotProcessed);
+    SettleMissingFile(localDatabasePath, decide(settlement.path));
   }
 }

@@ -1,6 +1,8 @@
 #pragma once
 #include <QString>
 
+#include <functional>
+
 // What became of an export during which the program or the computer went down.
 enum class InterruptedExport {
   None,          // there was none; the log is as it is
@@ -17,13 +19,18 @@ struct ExportSettlement {
 };
 
 // Settles, as far as that can be done without asking, what the record beside the local database tells. To be called
-// before the first statement is logged and before the next export. Throws runtime::Error.
+// before the first statement is logged and before the next export. Throws runtime::Error, also for a record that names
+// other files than an export into the present export folder makes.
 ExportSettlement SettleInterruptedExport(const QString& localDatabasePath);
 
 // The user's answer to Missing: a processed file's statements leave the log, others stay for the next export.
 enum class MissingFile { Processed, NotProcessed };
 void SettleMissingFile(const QString& localDatabasePath, MissingFile answer);
 
-// The same for the program's user: tells of a finished export, asks about a missing file. An Error when nothing can
-// be told of the file.
-void FinishInterruptedExport(const QString& localDatabasePath);
+// Asks the program's user about a missing file; Esc and the frame give no answer.
+MissingFile AskAboutMissingFile(const QString& path);
+
+// The same for the program's user: tells of a finished export, and has `decide` say what became of a missing file (path
+// text). An Error when nothing can be told of the file; one that `decide` throws leaves everything as it is.
+void FinishInterruptedExport(const QString& localDatabasePath,
+                             const std::function<MissingFile(const QString& path)>& decide = AskAboutMissingFile);

@@ -1,6 +1,7 @@
 #include "export/frmPlanningExporteren.h"
 
 #include "data/Globals.h"
+#include "data/KeptStatements.h"
 #include "data/Messages.h"
 #include "export/ExportChecks.h"
 #include "export/InterruptedExport.h"
@@ -134,8 +135,10 @@ void frmPlanningExporteren::Opslaan() {
       ShowStep(u"Offline-log controleren en exporteren"_s, 2.0 / 3);
       FinishInterruptedExport(global.localDatabasePath);
       OfflineLogExport logExport(global.localDatabasePath);
-      path = logExport.WriteFile(folder);
+      path = logExport.WriteFile(folder, OfflineLogExport::SameSecond::ReplaceOwn);
       global.lastResult = EmptyLog(logExport);
+      LogKeptStatements();
+      AddKeptAudioLines();
       altered = logExport.Altered();
       ui_->imgProgress->SetProgress(1);
       desktop::YieldToEvents();

@@ -16,6 +16,21 @@
 using namespace Qt::StringLiterals;
 using runtime::Trapped;
 
+namespace {
+
+// What is shown after the play counts of an item's spots were reset; how many it failed for.
+QString ResetText(int spots, int failed) {
+  if (failed == 0) {
+    return u"Het 'Aantal gedraaid' van de item-spots verbonden met dit item werden op nul gezet,\r\n"
+           u"zodat elke item-spot voortaan gelijkwaardig behandeld wordt."_s;
+  }
+  return u"Het 'Aantal gedraaid' van %1 van de %2 item-spots verbonden met dit item werd op nul gezet.\r\n"
+         u"Bij %3 item-spot%4 is dat niet gelukt."_s.arg(QString::number(spots - failed), QString::number(spots),
+                                                         QString::number(failed), failed == 1 ? u""_s : u"s"_s);
+}
+
+}  // namespace
+
 void frmItemsDetail::cmdOpt1Toevoegen_Click() {
   Trapped(__func__, [this] {
     const desktop::WaitPointer wait;
@@ -56,17 +71,17 @@ void frmItemsDetail::cmdOpt1Verwijderen_Click() {
 void frmItemsDetail::cmdNormalizeItem_Click() {
   Trapped(__func__, [this] {
     const Catalogue catalogue = CurrentCatalogue();
+    const int spots = ui_->lstOpt1ItemSpots->ListCount();
+    int failed = 0;
     {
       const desktop::WaitPointer wait;
-      for (int line = 0; line < ui_->lstOpt1ItemSpots->ListCount(); ++line) {
+      for (int line = 0; line < spots; ++line) {
         const auto spot = static_cast<qint32>(ui_->lstOpt1ItemSpots->ItemData(line));
         global.lastResult = Reset_tblItemSpots_AantalGedraaid(spot, catalogue.databasePath, catalogue.itemSpots);
+        if (!global.lastResult) ++failed;
       }
     }
-    ShowItemsMessage(
-        u"Het 'Aantal gedraaid' van de item-spots verbonden met dit item werden op nul gezet,\r\n"
-        u"zodat elke item-spot voortaan gelijkwaardig behandeld wordt."_s,
-        64);
+    ShowItemsMessage(ResetText(spots, failed), 64);
   });
 }
 

@@ -23,14 +23,15 @@ void frmItemsDetail::Opslaan() {
     RequireFilled();
     RequireStillThere();
     if (isNew_) {
-      id_ = GetNewID(catalogue.items, catalogue.items + u".ID", catalogue.databasePath);
-      if (id_ == 0) return;
+      const auto id = GetNewIDIfAny(catalogue.items, catalogue.items + u".ID", catalogue.databasePath);
+      if (!id) return;
+      id_ = *id;
     }
     const ItemRow row = ValuesOnScreen();
     global.lastResult = isNew_ ? Insert_tblItems(row, catalogue.databasePath, catalogue.items)
                                : Update_tblItems(row, catalogue.databasePath, catalogue.items);
+    if (WasCarriedOut()) isNew_ = false;
     if (!global.lastResult) return;
-    isNew_ = false;
     if (WriteLinks(catalogue)) isDirty_ = false;
   });
 }

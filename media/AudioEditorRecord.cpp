@@ -1,9 +1,11 @@
 // How the editors read, check and write their record.
 #include "data/AudioList.h"
 #include "data/Catalogue.h"
+#include "data/KeptStatements.h"
 #include "data/Lookups.h"
 #include "data/Messages.h"
 #include "data/Text.h"
+#include "data/Writes.h"
 #include "media/AudioEditor.h"
 #include "media/AudioPreview.h"
 #include "platform/desktop/WaitPointer.h"
@@ -13,6 +15,8 @@
 
 #include <QCheckBox>
 #include <QLineEdit>
+
+#include <optional>
 
 using namespace Qt::StringLiterals;
 using runtime::Trapped;
@@ -109,12 +113,19 @@ void AudioEditor::Opslaan() {
       throw runtime::Error(
           u"'%1' kan niet bewaard worden: het is intussen verwijderd uit %2."_s.arg(NaamToSave(), table));
     }
-    const qint32 id = isNew_ ? GetNewID(table, table + u".ID", databasePath) : id_;
-    if (id == 0 || !Write(id, databasePath, table)) return;
+    const std::optional<qint32> id = isNew_ ? GetNewIDIfAny(table, table + u".ID", databasePath) : id_;
+    if (!id) return;
+    const bool logged = Write(*id, databasePath, table);
+    if (!logged && !WasCarriedOut()) return;
     // From here on the record exists; should the list fail, the next OK updates it and tries the list again.
     pathChanged_ = pathChanged_ || isNew_;
-    id_ = id;
+    id_ = *id;
     isNew_ = false;
+    if (!logged) {
+      // The line of a statement that is logged later comes with it.
+      if (pathChanged_ && KeepAudioPath(PathToSave())) pathChanged_ = false;
+      return;
+    }
     if (pathChanged_) AppendToAudioList(PathToSave());
     isDirty_ = false;
   });

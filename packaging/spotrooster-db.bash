@@ -12,9 +12,9 @@ _spotrooster_db() {
     [sql]="--password"
     [measure]=""
     [check]="--password"
-    [compact]="--password"
-    [restore]=""
-    [export]="--station --vorige-verwerkt"
+    [compact]="--password --zonder-reservekopie"
+    [restore]="--zonder-reservekopie"
+    [export]="--bestand-verwerkt --bestand-niet-verwerkt --station --vorige-verwerkt"
     [spots]="--ending --station"
     [locate]="--station --write"
   )

@@ -25,7 +25,7 @@ int Compact(const Arguments& arguments, const Streams& streams) {
   options.password = password.toStdU16String();
   if (arguments.Plain().size() == 1) {
     options.writable = true;
-    LocalFolder(QFileInfo(source).absoluteFilePath()).BackUp(password);
+    LocalFolder(QFileInfo(source).absoluteFilePath()).BackUp(arguments);
     jet::Compact(HostFile(source), options);
   } else {
     jet::CompactInto(HostFile(source), HostFile(target), options);
@@ -39,9 +39,10 @@ int Compact(const Arguments& arguments, const Streams& streams) {
 Command CompactCommand() {
   return {
       .name = u"compact"_s,
-      .usage = u"BESTAND [NIEUW] [--password TEKST]"_s,
+      .usage = u"BESTAND [NIEUW] [--zonder-reservekopie] [--password TEKST]"_s,
       .summary = u"Herschrijft een database zonder lege ruimte; de oude blijft als .bak, of de nieuwe komt ernaast."_s,
       .run = Compact,
+      .details = u"Kan er vooraf geen reservekopie komen, dan gebeurt er niets, tenzij met --zonder-reservekopie."_s,
       .examples = {u"compact /tmp/proef/data/OvalistoLocal.mdb"_s,
                    u"compact /tmp/proef/server/OvalistoServer.mdb /tmp/proef/kleiner.mdb"_s}};
 }

@@ -1,36 +1,60 @@
 #include "data/Globals.h"
+#include "data/KeptStatements.h"
 #include "data/ProgramLock.h"
+#include "data/Text.h"
 #include "export/ExportChecks.h"
 #include "export/InterruptedExport.h"
 #include "export/OfflineLogExport.h"
+#include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Numbers.h"
 #include "tools/Commands.h"
-#include "tools/ExportSecond.h"
 #include "tools/StationSession.h"
+
+#include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
 const QString kProcessed = u"--vorige-verwerkt"_s;
+const QString kFileProcessed = u"--bestand-verwerkt"_s;
+const QString kFileNotProcessed = u"--bestand-niet-verwerkt"_s;
+
+// What the options say of the missing file; only one that names this very file counts.
+MissingFile SaidOf(const QString& path, const Arguments& arguments) {
+  const QString file = GetFile(path);
+  const bool processed = QFileInfo(GetFile(arguments.Value(kFileProcessed))).fileName() == file;
+  const bool notProcessed = QFileInfo(GetFile(arguments.Value(kFileNotProcessed))).fileName() == file;
+  if (processed != notProcessed) return processed ? MissingFile::Processed : MissingFile::NotProcessed;
+  throw runtime::Error(
+      u"Een export werd onderbroken toen het bestand al klaar was, maar het staat er niet meer:\n%1\n"
+      u"Er is niets veranderd. Staat het op een schijf die niet gekoppeld is, koppel die dan eerst. Zeg anders wat "
+      u"ermee gebeurde:\n"
+      u"  %2 %3 als het verwerkt is met Kadrovia (de opdrachten gaan uit het logboek)\n"
+      u"  %4 %3 als het verloren is (de opdrachten gaan mee met de nieuwe export)"_s.arg(path, kFileProcessed, file,
+                                                                                         kFileNotProcessed));
+}
+
+void Tell(const QString& path, const AlteredStatements& altered, const Streams& streams) {
+  if (altered.count > 0) streams.err << AlteredWarning(altered, path).toStdString() << '\n';
+  streams.out << runtime::HostPath(path).toStdString() << '\n';
+}
 
 // The steps of the export window, in their order.
 int Export(const Arguments& arguments, const Streams& streams) {
   const StationSession station(arguments, streams.err,
-                               {kProcessed, arguments.Has(kProcessed) ? runtime::kAnswerYes : 0});
+                               {EarlierExportsQuestion(), kProcessed, arguments.Has(kProcessed)});
   const ProgramLock lock(global.programFolder + u"\\data"_s);
   const QString folder = runtime::TrimBlanks(global.exportPath);
   if (!MayExport(folder)) return kFailed;
-  FinishInterruptedExport(global.localDatabasePath);
+  FinishInterruptedExport(global.localDatabasePath, [&](const QString& path) { return SaidOf(path, arguments); });
   OfflineLogExport logExport(global.localDatabasePath);
-  WaitForFreeSecond(folder);
   const QString path = logExport.WriteFile(folder);
   logExport.EmptyLog();
-  if (path.isEmpty()) return kDone;
-  if (logExport.Altered().count > 0) streams.err << AlteredWarning(logExport.Altered(), path).toStdString() << '\n';
-  streams.out << runtime::HostPath(path).toStdString() << '\n';
-  WaitOutSecond(path);
+  if (!path.isEmpty()) Tell(path, logExport.Altered(), streams);
+  LogKeptStatements();
+  AddKeptAudioLines();
   return kDone;
 }
 
@@ -39,13 +63,15 @@ int Export(const Arguments& arguments, const Streams& streams) {
 Command ExportCommand() {
   return {
       .name = u"export"_s,
-      .usage = u"MAP [--vorige-verwerkt] [--station N]"_s,
+      .usage = u"MAP [--vorige-verwerkt] [--bestand-verwerkt NAAM] [--bestand-niet-verwerkt NAAM] [--station N]"_s,
       .summary = u"Exporteert het offline-logboek van een zender en toont het pad van het bestand."_s,
       .run = Export,
       .details =
           u"Doet wat het venster Exporteren doet. Wie offline werkt, zegt met --vorige-verwerkt dat de vorige\n"
           "exportbestanden met Kadrovia verwerkt zijn; anders komt er geen export. Elke export krijgt een seconde\n"
           "voor zich, zodat geen bestand een ander vervangt. Is het logboek leeg, dan komt er geen bestand; dat is\n"
-          "geen fout. Het programma mag intussen niet op dezelfde programmamap lopen."_s,
+          "geen fout. Het programma mag intussen niet op dezelfde programmamap lopen.\n"
+          "Is het bestand van een onderbroken export weg, dan gebeurt er niets tot u zegt wat ermee gebeurde:\n"
+          "--bestand-verwerkt NAAM of --bestand-niet-verwerkt NAAM, met de naam die de melding noemt."_s,
       .examples = {u"export /tmp/proef --vorige-verwerkt"_s}};
 }

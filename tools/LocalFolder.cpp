@@ -1,13 +1,29 @@
 #include "tools/LocalFolder.h"
 
 #include "data/Backup.h"
+#include "platform/runtime/Error.h"
+#include "tools/DatabaseArgument.h"
 
 #include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+// A file that is not there yet has no real path.
+QString RealPath(const QString& path) {
+  const QString real = QFileInfo(path).canonicalFilePath();
+  return real.isEmpty() ? QFileInfo(path).absoluteFilePath() : real;
+}
+
+}  // namespace
+
+bool IsOfflineLog(const dao::Database& database, const QString& table) {
+  return database.Table(table).name.compare(u"tblOfflineLog"_s, Qt::CaseInsensitive) == 0;
+}
+
 LocalFolder::LocalFolder(const QString& databasePath)
-    : databasePath_(databasePath), folder_(QFileInfo(databasePath).absolutePath()) {}
+    : databasePath_(RealPath(databasePath)), folder_(QFileInfo(databasePath_).absolutePath()) {}
 
 bool LocalFolder::IsLocal() const {
   return QFileInfo(databasePath_).fileName().startsWith(u"OvalistoLocal"_s, Qt::CaseInsensitive);
@@ -17,7 +33,14 @@ std::unique_ptr<ProgramLock> LocalFolder::Lock() const {
   return IsLocal() ? std::make_unique<ProgramLock>(folder_) : nullptr;
 }
 
-void LocalFolder::BackUp(const QString& password) const {
+void LocalFolder::BackUp(const Arguments& arguments) const {
   // The program's folder is the one above "data".
-  if (BackupsWanted(QFileInfo(folder_).absolutePath() + u"/ovalis.ini"_s)) ::BackUp(databasePath_, password);
+  if (arguments.Has(kWithoutBackup) || !BackupsWanted(QFileInfo(folder_).absolutePath() + u"/ovalis.ini"_s)) return;
+  try {
+    ::BackUp(databasePath_, arguments.Value(kPassword));
+  } catch (const runtime::Error& error) {
+    throw runtime::Error(
+        u"Er kon vooraf geen reservekopie van '%1' gemaakt worden, dus is er niets veranderd.\n%2\n"
+        u"Met %3 gebeurt het zonder reservekopie."_s.arg(databasePath_, error.Description(), kWithoutBackup));
+  }
 }

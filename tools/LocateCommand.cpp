@@ -1,6 +1,8 @@
 #include "data/Globals.h"
 #include "data/ProgramLock.h"
 #include "data/Text.h"
+#include "export/InterruptedExport.h"
+#include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
 #include "tools/Commands.h"
 #include "tools/Csv.h"
@@ -56,10 +58,23 @@ void ShowLine(const LostSound& sound, const Located& located, std::ostream& out)
       out);
 }
 
+// What an interrupted export left is settled before the first statement is logged.
+void SettleBeforeLogging() {
+  if (global.online) return;
+  FinishInterruptedExport(global.localDatabasePath, [](const QString& path) -> MissingFile {
+    throw runtime::Error(
+        u"Een export werd onderbroken en zijn bestand staat er niet meer: '%1'. Er is niets geschreven. Zeg eerst met "
+        u"spotrooster-db export, of in het programma, wat ermee gebeurde."_s.arg(path));
+  });
+}
+
 int LocateSounds(const Arguments& arguments, const Streams& streams) {
   const StationSession station(arguments, streams.err);
   std::optional<ProgramLock> lock;
-  if (arguments.Has(kWrite)) lock.emplace(global.programFolder + u"\\data"_s);
+  if (arguments.Has(kWrite)) {
+    lock.emplace(global.programFolder + u"\\data"_s);
+    SettleBeforeLogging();
+  }
   QList<LostSound> lost = LostSounds();
   const SoundSearch search(arguments.Plain().mid(1));
   int result = kDone;

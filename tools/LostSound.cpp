@@ -2,6 +2,7 @@
 
 #include "data/AudioList.h"
 #include "data/Catalogue.h"
+#include "data/KeptStatements.h"
 #include "data/Writes.h"
 #include "platform/dao/Database.h"
 #include "platform/runtime/Dates.h"
@@ -100,5 +101,6 @@ bool GivePath(LostSound& sound, const QString& path) {
           ? Update_tblItemSpots(std::get<ItemSpotRow>(sound.row), catalogue.databasePath, catalogue.itemSpots)
           : Update_tblItemPingles(std::get<ItemPingleRow>(sound.row), catalogue.databasePath, catalogue.itemPingles);
   if (written) AppendToAudioList(path);
+  if (!written && WasCarriedOut()) KeepAudioPath(path);
   return written;
 }

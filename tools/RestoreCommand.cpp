@@ -5,13 +5,17 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
 // Statements that were made since the backup must neither go nor come twice.
-void RefuseLog(const QStringList& tables) {
-  if (!tables.contains(u"tblOfflineLog"_s, Qt::CaseInsensitive)) return;
+void RefuseLog(const QStringList& tables, const QString& path) {
+  const dao::Database database = dao::OpenDatabase(path, {{}, true});
+  if (std::none_of(tables.begin(), tables.end(), [&](const QString& name) { return IsOfflineLog(database, name); }))
+    return;
   throw runtime::Error(u"De tabel 'tblOfflineLog' wordt nooit teruggezet: dat zou opdrachten wissen of verdubbelen."_s);
 }
 
@@ -25,11 +29,11 @@ int Restore(const Arguments& arguments, const Streams& streams) {
   const QString backup = QFileInfo(arguments.Plain().at(0)).absoluteFilePath();
   const QString database = QFileInfo(arguments.Plain().at(1)).absoluteFilePath();
   const QStringList tables = arguments.Plain().mid(2);
-  RefuseLog(tables);
+  RefuseLog(tables, database);
   RefuseItself(backup, database);
   const LocalFolder folder(database);
   const auto lock = folder.Lock();
-  folder.BackUp();
+  folder.BackUp(arguments);
   streams.out << dao::RestoreTables(backup, database, tables) << '\n';
   return kDone;
 }
@@ -37,14 +41,15 @@ int Restore(const Arguments& arguments, const Streams& streams) {
 }  // namespace
 
 Command RestoreCommand() {
-  return {.name = u"restore"_s,
-          .usage = u"RESERVEKOPIE BESTAND TABEL..."_s,
-          .summary = u"Zet de rijen van de gekozen tabellen terug uit een reservekopie; het offline-logboek nooit."_s,
-          .run = Restore,
-          .details =
-              u"Een reservekopie staat in de map backup naast de database, of is de .bak van een compact. Wat er nu\n"
-              "staat, blijft vooraf bewaard als een nieuwe reservekopie. Het programma mag intussen niet op dezelfde\n"
-              "programmamap lopen."_s,
-          .examples = {
-              u"restore /tmp/proef/data/OvalistoLocal.mdb.bak /tmp/proef/data/OvalistoLocal.mdb tblCopie_Items"_s}};
+  return {
+      .name = u"restore"_s,
+      .usage = u"RESERVEKOPIE BESTAND TABEL... [--zonder-reservekopie]"_s,
+      .summary = u"Zet de rijen van de gekozen tabellen terug uit een reservekopie; het offline-logboek nooit."_s,
+      .run = Restore,
+      .details =
+          u"Een reservekopie staat in de map backup naast de database, of is de .bak van een compact. Wat er nu\n"
+          "staat, blijft vooraf bewaard als een nieuwe reservekopie; kan dat niet, dan gebeurt er niets, tenzij met\n"
+          "--zonder-reservekopie. Het programma mag intussen niet op dezelfde programmamap lopen."_s,
+      .examples = {
+          u"restore /tmp/proef/data/OvalistoLocal.mdb.bak /tmp/proef/data/OvalistoLocal.mdb tblCopie_Items"_s}};
 }

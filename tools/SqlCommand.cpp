@@ -1,9 +1,9 @@
+#include "platform/dao/Statement.h"
+#include "platform/runtime/HostPath.h"
 #include "tools/Commands.h"
 #include "tools/Csv.h"
 #include "tools/DatabaseArgument.h"
 #include "tools/LocalFolder.h"
-
-#include <QFileInfo>
 
 #include <memory>
 
@@ -12,20 +12,22 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // What the log holds is counted on by a running program, above all by its export.
-std::unique_ptr<ProgramLock> LockForLog(const QString& database, const QString& statement) {
-  if (!statement.contains(u"tblOfflineLog"_s, Qt::CaseInsensitive)) return nullptr;
-  return LocalFolder(QFileInfo(database).absoluteFilePath()).Lock();
+std::unique_ptr<ProgramLock> LockForLog(const Arguments& arguments, const dao::Statement& statement) {
+  const QString path = statement.inFile ? runtime::HostPath(*statement.inFile) : arguments.Plain().first();
+  const dao::Database database = statement.inFile ? dao::OpenDatabase(path, {{}, true}) : OpenDatabase(arguments);
+  return IsOfflineLog(database, statement.target) ? LocalFolder(path).Lock() : nullptr;
 }
 
 int RunSql(const Arguments& arguments, const Streams& streams) {
-  const QString& statement = arguments.Plain().at(1);
-  if (statement.trimmed().startsWith(u"select"_s, Qt::CaseInsensitive)) {
+  const QString& text = arguments.Plain().at(1);
+  const dao::Statement statement = dao::ParseStatement(text);
+  if (statement.verb == dao::Verb::Select) {
     dao::Database database = OpenDatabase(arguments);
-    dao::Recordset rows = database.OpenRecordset(statement);
+    dao::Recordset rows = database.OpenRecordset(text);
     WriteCsv(rows, streams.out);
   } else {
-    const auto lock = LockForLog(arguments.Plain().first(), statement);
-    streams.out << OpenDatabase(arguments, Purpose::Write).Execute(statement) << '\n';
+    const auto lock = LockForLog(arguments, statement);
+    streams.out << OpenDatabase(arguments, Purpose::Write).Execute(text) << '\n';
   }
   return kDone;
 }

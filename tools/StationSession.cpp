@@ -14,10 +14,12 @@ using namespace Qt::StringLiterals;
 
 StationSession::StationSession(const Arguments& arguments, std::ostream& err, const SessionAnswer& answer)
     : messages_([&err, answer](const QString& text, int style, const QString&) {
-        const bool question = runtime::IsQuestion(style);
-        if (question && answer.answer != 0) return answer.answer;
+        const bool isQuestion = runtime::IsQuestion(style);
+        const bool isTheOne = isQuestion && text == answer.question;
+        if (isTheOne && answer.given) return runtime::kAnswerYes;
         err << text.toStdString() << '\n';
-        if (question) throw runtime::Error(u"Antwoord ja met de optie %1."_s.arg(answer.option));
+        if (isTheOne) throw runtime::Error(u"Antwoord ja met de optie %1."_s.arg(answer.option));
+        if (isQuestion) throw runtime::Error(u"Deze vraag kan alleen in het programma beantwoord worden."_s);
         return runtime::kAnswerOk;
       }) {
   const qint16 number = arguments.Station();

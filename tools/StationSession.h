@@ -4,16 +4,16 @@
 
 #include <ostream>
 
-// What answers the program's questions: the answer, or 0 when the user has not given the option; then a question is a
-// runtime::Error that names the option.
+// The one question of the program that an option answers, and no other.
 struct SessionAnswer {
+  QString question;
   QString option;
-  int answer = 0;
+  bool given = false;  // the option was given, which means yes
 };
 
 // A station opened as the program opens it at its start, but without windows: settings, paths and mode stand in
-// `global`. While it lives, what the program would show as a message goes to `err`, a line or more each. Afterwards
-// `global` and the drives are empty.
+// `global`. While it lives, what the program would show as a message goes to `err`, a line or more each; a question
+// that no given option answers goes there too and is a runtime::Error. Afterwards `global` and the drives are empty.
 class StationSession {
  public:
   // The first plain word is the program folder, --station the station's number (0 when not told). runtime::Error for a

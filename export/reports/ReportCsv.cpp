@@ -1,10 +1,21 @@
 #include "export/reports/ReportCsv.h"
 
+#include <QRegularExpression>
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
+// A spreadsheet carries out a cell that begins like this, also one that came from a name in the catalogue. A plus or
+// minus before nothing but a number is just that.
+bool IsFormula(const QString& text) {
+  static const QRegularExpression kFormula(u"\\A\\s*([=@]|[+-].*[^0-9 ,./:+-])"_s,
+                                           QRegularExpression::DotMatchesEverythingOption);
+  return kFormula.match(text).hasMatch();
+}
+
 QString Field(QString text) {
+  if (IsFormula(text)) text.prepend(u'\'');
   const bool plain = !text.contains(u';') && !text.contains(u'"') && !text.contains(u'\n') && !text.contains(u'\r') &&
                      !text.startsWith(u' ') && !text.endsWith(u' ');
   return plain ? text : u'"' + text.replace(u'"', u"\"\""_s) + u'"';

@@ -14,7 +14,7 @@ const QDate kToday(2024, 3, 31);
 
 BackupFile Copy(int daysAgo, int hour) {
   const QDateTime moment(kToday.addDays(-daysAgo), QTime(hour, 0));
-  return {moment.toString(u"MMdd-HH"_s), moment};
+  return {moment.toString(u"MMdd-HH"_s), moment, moment};
 }
 
 // What stays, by name.

@@ -6,11 +6,13 @@
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/TextFile.h"
+#include "tests/support/HeldDatabase.h"
 #include "tests/support/Hindrance.h"
 #include "tests/support/Station.h"
 
 #include <QDir>
 #include <QFile>
+#include <QSet>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -75,13 +77,68 @@ TEST_F(Backups, TwoInOneSecondBothStay) {
 TEST_F(Backups, TheLastOneIsTheNewestAlsoWhenTheClockWasPutBack) {
   QDateTime now = kNow;
   const runtime::ClockScope clock([&] { return now; });
+  QStringList paths;
   for (int copy = 0; copy < 25; ++copy) {
     if (copy == 12) now = now.addYears(-1);
     Change();
-    const auto path = BackUp(global.localDatabasePath);
-    ASSERT_TRUE(path && runtime::PathText(Folder() + u'/' + Names().last()) == *path) << copy;
+    paths += BackUp(global.localDatabasePath).value();
+    ASSERT_EQ(BackUp(global.localDatabasePath), paths.last());  // the newest has the same bytes
   }
-  EXPECT_EQ(Names().size(), 10);
+  // The newest ten, and the newest of the day before the clock was put back.
+  EXPECT_EQ(Names().size(), 11);
+  for (const QString& path : paths.mid(15))
+    EXPECT_TRUE(QFile::exists(runtime::HostPath(path))) << path.toStdString();
+}
+
+TEST_F(Backups, ACopyOfTheFutureCostsNone) {
+  QDateTime now = kNow.addYears(2);
+  const runtime::ClockScope clock([&] { return now; });
+  Change();
+  BackUp(global.localDatabasePath);
+  now = kNow;
+  for (int day = 0; day < 25; ++day) {
+    for (int copy = 0; copy < 2; ++copy) {
+      Change();
+      BackUp(global.localDatabasePath);
+    }
+    now = now.addDays(1);
+  }
+  QSet<QString> days;
+  for (const QString& name : Names())
+    days += name.mid(14, 8);
+  EXPECT_EQ(days.size(), 26);
+  EXPECT_TRUE(Names().contains(u"OvalistoLocal-20240131-154508.mdb"_s));
+}
+
+TEST_F(Backups, CopiesMadeWhileTheClockWasWrongStayWhenItIsRightAgain) {
+  QDateTime now = kNow;
+  const runtime::ClockScope clock([&] { return now; });
+  Change();
+  BackUp(global.localDatabasePath);
+  now = kNow.addYears(-1);
+  for (int day = 0; day < 25; ++day) {
+    Change();
+    BackUp(global.localDatabasePath);
+    now = now.addDays(1);
+  }
+  now = kNow.addDays(25);
+  Change();
+  BackUp(global.localDatabasePath);
+  EXPECT_EQ(Names().size(), 27);
+}
+
+TEST_F(Backups, TheCopiesOfAClockThatStaysWrongAreBounded) {
+  QDateTime now = kNow.addYears(2);
+  const runtime::ClockScope clock([&] { return now; });
+  Change();
+  BackUp(global.localDatabasePath);
+  now = kNow;
+  for (int day = 0; day < 60; ++day) {
+    Change();
+    BackUp(global.localDatabasePath);
+    now = now.addDays(1);
+  }
+  EXPECT_LE(Names().size(), 40);
 }
 
 TEST_F(Backups, OldOnesGoButTheNewestWithFullCopyTablesStays) {
@@ -131,6 +188,19 @@ TEST_F(Backups, WhatAKilledCopyingLeftGoesWithTheNext) {
       runtime::PathText(Folder() + u"/.OvalistoLocal-20240101-000000.mdb.0123456789abcdef.spotrooster-tmp"_s), "half");
   BackUp(global.localDatabasePath);
   EXPECT_EQ(QDir(Folder()).entryList({u"*-tmp"_s}, QDir::Files | QDir::Hidden), QStringList());
+}
+
+TEST_F(Backups, ADatabaseThatAnotherHasIsAFailureAndNoReasonToGoOn) {
+  Change();
+  const testing_support::HeldDatabase held(global.localDatabasePath);
+  EXPECT_THROW(BackUp(global.localDatabasePath), runtime::Error);
+  for (const int answer : {desktop::kAnswerNo, desktop::kAnswerYes}) {
+    const MessageBoxScript boxes{answer};
+    EXPECT_EQ(BackUpBefore(global.localDatabasePath).goOn, answer == desktop::kAnswerYes);
+    ASSERT_EQ(boxes.Shown().size(), 1u);
+    EXPECT_EQ(boxes.Last().defaultAnswer, desktop::kAnswerNo);
+    EXPECT_TRUE(boxes.Last().text.contains(u"in gebruik"_s)) << boxes.Last().text.toStdString();
+  }
 }
 
 TEST_F(Backups, ADatabaseThatIsGoneIsForTheNextActToTell) {

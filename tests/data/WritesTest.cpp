@@ -204,6 +204,15 @@ TEST(Writes, TheResetIsSilentAboutEveryKindOfFailure) {
   EXPECT_EQ(boxes.Shown().size(), 1U);
 }
 
+TEST(Writes, TheLogNumberZeroIsANumberLikeAnyOther) {
+  const Station station(Station::Mode::Offline);
+  station.OnLocal(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (-1, \"eerder\")"_s);
+  const desktop::MessageBoxScript boxes;
+  EXPECT_TRUE(Update_tblItems_Aktief(1, 1, global.localDatabasePath, u"tblCopie_Items"_s));
+  EXPECT_TRUE(boxes.Shown().empty());
+  EXPECT_EQ(station.Log(), (QStringList{u"eerder"_s, u"UPDATE tblItems SET Aktief = 1 WHERE ID = 1"_s}));
+}
+
 TEST(Writes, AStatementCarriedOutStaysWhenItsLogRowCannotBeWritten) {
   Station station;
   station.Use(Station::Mode::Offline);

@@ -16,6 +16,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>
@@ -23,6 +24,7 @@
 
 #include <cerrno>
 #include <csignal>
+#include <filesystem>
 
 using namespace Qt::StringLiterals;
 using testing_support::Station;
@@ -140,6 +142,47 @@ TEST_F(ExportSteps, AKillAtAnyStepLosesAndDoublesNothing) {
   EXPECT_TRUE(met.contains(InterruptedExport::Finished));
 }
 
+TEST_F(ExportSteps, AFileOfAnotherProgramKeepsItsNameAndItsStatements) {
+  runtime::WriteFile(global.exportPath + u"\\20240131154507.tql"_s, "UPDATE other;\r\n");
+  runtime::WriteFile(global.exportPath + u"\\20240131154508.tql"_s, "UPDATE another;\r\n");
+  OfflineLogExport logExport(global.localDatabasePath);
+  EXPECT_EQ(logExport.WriteFile(global.exportPath, OfflineLogExport::SameSecond::ReplaceOwn),
+            global.exportPath + u"\\20240131154509.tql"_s);
+  EXPECT_EQ(StatementsInFiles(station_.ExportFolder()),
+            (QStringList{u"UPDATE other"_s, u"UPDATE another"_s} + kStatements));
+}
+
+// The name is free when it is looked at and taken the moment before the file gets it.
+TEST_F(ExportSteps, ANameTakenAtTheLastMomentIsNotTakenAway) {
+  int left = 3;
+  const runtime::FileCallScope other([&](FileCall call, const QString& path) {
+    if (call == FileCall::Rename && path.contains(u".tql"_s) && left > 0) {
+      const QString name = u"/2024013115450%1.tql"_s.arg(10 - left--);
+      QFile file(station_.ExportFolder() + name);
+      EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+      file.write("UPDATE other;\r\n");
+    }
+    return 0;
+  });
+  OfflineLogExport logExport(global.localDatabasePath);
+  EXPECT_EQ(logExport.WriteFile(global.exportPath), global.exportPath + u"\\20240131154510.tql"_s);
+  logExport.EmptyLog();
+  EXPECT_EQ(StatementsInFiles(station_.ExportFolder()).size(), 3 + kStatements.size());
+  EXPECT_FALSE(QFile::exists(RecordFile()));
+}
+
+TEST_F(ExportSteps, AFileUnderBothItsNamesIsFinishedAndHandedOutOnce) {
+  OfflineLogExport logExport(global.localDatabasePath);
+  const QString path = logExport.WriteFile(global.exportPath);
+  const auto record = ReadExportRecord(global.localDatabasePath);
+  ASSERT_TRUE(record);
+  std::filesystem::create_hard_link(runtime::HostPath(path).toStdString(),
+                                    runtime::HostPath(record->temporary).toStdString());
+  EXPECT_EQ(Settle(), InterruptedExport::Finished);
+  EXPECT_EQ(Everywhere(), kStatements);
+  EXPECT_TRUE(Files().filter(u".tmp"_s).isEmpty());
+}
+
 namespace {
 
 // An export that died right after its file got its name.
@@ -235,4 +278,48 @@ TEST_F(FileWithoutEmptiedLog, AnUnreadableRecordIsNamedAndDecidesNothing) {
     EXPECT_TRUE(error.Description().contains(u"OvalistoLocal.mdb-export"_s));
   }
   EXPECT_EQ(station_.Log(), kStatements);
+}
+
+namespace {
+
+// A record beside the database that no export of this program made.
+class ForgedRecord : public ExportSteps {
+ protected:
+  // The settling refuses the record by its name, and the file stays.
+  void ExpectRefused(const QString& path, const QString& temporary) {
+    const QString victim = runtime::HostPath(temporary);
+    ASSERT_TRUE(QDir().mkpath(QFileInfo(victim).path()));
+    runtime::WriteFile(temporary, "of the user");
+    ExportContent log;
+    log.AddLog(global.localDatabasePath);
+    WriteExportRecord(global.localDatabasePath, {path, temporary, log.HighestID(), log.Finish()});
+    try {
+      Settle();
+      ADD_FAILURE() << "accepted " << temporary.toStdString();
+    } catch (const runtime::Error& error) {
+      EXPECT_TRUE(error.Description().contains(u"OvalistoLocal.mdb-export"_s)) << error.Description().toStdString();
+    }
+    EXPECT_TRUE(QFile::exists(victim)) << temporary.toStdString();
+    EXPECT_EQ(station_.Log(), kStatements);
+  }
+  static QString InExports(const QString& name) { return global.exportPath + u'\\' + name; }
+};
+
+}  // namespace
+
+TEST_F(ForgedRecord, RemovesNoFileOfAnotherFolder) {
+  const QString path = InExports(u"20240131154507.tql"_s);
+  const QString elsewhere = global.programFolder + u"\\audio\\"_s;
+  ExpectRefused(path, elsewhere + u"spot.wav"_s);
+  ExpectRefused(path, elsewhere + u"20240131154507.tql.0123abcd.tmp"_s);
+  ExpectRefused(path, InExports(u"..\\audio\\20240131154507.tql.0123abcd.tmp"_s));
+  ExpectRefused(elsewhere + u"20240131154507.tql"_s, elsewhere + u"20240131154507.tql.0123abcd.tmp"_s);
+}
+
+TEST_F(ForgedRecord, RemovesNoFileThatIsNotCalledAsAnUnfinishedExport) {
+  const QString path = InExports(u"20240131154507.tql"_s);
+  for (const QString& name : {u"Audio.tae"_s, u"20240131154507.tql"_s, u"20240131154507.tql.tmp"_s,
+                              u"20240131154507.tql.0123abcd.tmp.bak"_s, u"x20240131154507.tql.0123abcd.tmp"_s})
+    ExpectRefused(path, InExports(name));
+  ExpectRefused(InExports(u"brief.txt"_s), InExports(u"20240131154507.tql.0123abcd.tmp"_s));
 }

@@ -3,8 +3,10 @@
 #include "platform/desktop/InputBox.h"
 #include "platform/desktop/MessageBox.h"
 #include "platform/runtime/Clock.h"
+#include "platform/runtime/Probe.h"
 #include "tests/items/ItemEditor.h"
 
+#include <cerrno>
 #include <functional>
 
 using namespace Qt::StringLiterals;
@@ -217,6 +219,22 @@ TEST_F(ItemEvents, ResettingThePlayCountWorksOnTheListAsShownAndChangesNothingEl
     EXPECT_EQ(rows.Field(u"AantalGedraaid"_s).toInt(), count);
     rows.MoveNext();
   }
+}
+
+TEST_F(ItemEvents, ResettingThePlayCountTellsForHowManySpotsItFailed) {
+  InsertListItem(1, u"Lijst"_s, {1, 2});
+  Open(u"1"_s);
+  int looks = 0;
+  const runtime::ProbeLookScope lostAfterTheFirst(
+      [&](const QString& path) { return path.endsWith(u"OvalistoServer.mdb"_s) && ++looks > 1 ? EIO : 0; });
+  desktop::MessageBoxScript boxes;
+  Click(u"cmdNormalizeItem"_s);
+  ASSERT_EQ(boxes.Shown().size(), 1U);
+  EXPECT_EQ(boxes.Last().text,
+            u"Het 'Aantal gedraaid' van 1 van de 2 item-spots verbonden met dit item werd op nul gezet.\r\n"
+            u"Bij 1 item-spot is dat niet gelukt."_s);
+  EXPECT_EQ(boxes.Last().style, 64);
+  EXPECT_EQ(boxes.Last().title, u"Items"_s);
 }
 
 TEST_F(ItemEvents, CancellingAndAnsweringYesWithAnEmptyNameKeepsTheFormOpen) {

@@ -74,6 +74,32 @@ TEST_F(ItemLoss, ASpotThatCannotBeReadIsToldOnceAndOkSaysThatNothingWasSaved) {
   EXPECT_EQ(SavedSpots(), (QList<int>{1, 2, 3}));
 }
 
+// The row in the offline log fails, the item stands: the next OK updates it instead of refusing its own name.
+TEST_F(ItemLoss, ANewItemThatCouldNotBeLoggedIsUpdatedByTheNextOk) {
+  station_.Use(testing_support::Station::Mode::Offline);
+  station_.OnLocal(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (2147483647, \"vol\")"_s);
+  OpenNew();
+  FillListItem();
+  {
+    const desktop::MessageBoxScript boxes;
+    Click(u"cmdOk"_s);
+    ASSERT_EQ(boxes.Shown().size(), 1U);
+    EXPECT_EQ(boxes.Last().title, u"GetNewID"_s);
+    EXPECT_TRUE(IsOpen());
+  }
+  station_.OnLocal(u"DELETE FROM tblOfflineLog"_s);
+  const desktop::MessageBoxScript boxes;
+  Click(u"cmdOk"_s);
+  EXPECT_TRUE(boxes.Shown().empty());
+  EXPECT_FALSE(IsOpen());
+  EXPECT_EQ(station_.LocalRows(u"SELECT ID FROM tblCopie_Items"_s).RecordCount(), 1);
+  QStringList verbs;
+  for (const QString& statement : station_.Log())
+    verbs += statement.section(u' ', 0, 1);
+  EXPECT_EQ(verbs.value(0), u"INSERT INTO"_s);
+  EXPECT_EQ(verbs.value(1), u"UPDATE tblItems"_s);
+}
+
 // Wherever a save breaks off, the next OK ends it: one item, with all its links.
 TEST_F(ItemLoss, ASaveThatBrokeOffIsFinishedByTheNextOkAndMakesNoSecondItem) {
   int brokenOff = 0;

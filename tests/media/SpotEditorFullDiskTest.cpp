@@ -8,6 +8,7 @@
 #include "tests/support/FileFaults.h"
 #include "tests/support/Hindrance.h"
 
+#include <QDir>
 #include <QFile>
 
 #include <gtest/gtest.h>
@@ -93,6 +94,20 @@ TEST(ItemSpotEditorFullDisk, AnExportFolderOnADriveThatIsAwayIsToldWithoutTouchi
     ExpectKept(*editor, u"Opslaan"_s, u"niet bereikbaar"_s);
     EXPECT_EQ(opened, 0);
   }
+  Click(*editor, u"cmdOk"_s);
+  EXPECT_EQ(desk.AudioList().size(), 1);
+}
+
+TEST(ItemSpotEditorFullDisk, AnExportFolderThatIsNotThereIsNamed) {
+  const EditorDesk desk;
+  const auto editor = ChangedSpot(desk);
+  const QString folder = global.exportPath;
+  ASSERT_TRUE(QDir(desk.station.ExportFolder()).removeRecursively());
+  ExpectKept(*editor, u"Opslaan"_s, u"De exportmap '%1' bestaat niet"_s.arg(folder));
+  global.exportPath = u" "_s;
+  ExpectKept(*editor, u"Opslaan"_s, u"Er is geen exportmap ingesteld"_s);
+  global.exportPath = folder;
+  ASSERT_TRUE(QDir().mkpath(desk.station.ExportFolder()));
   Click(*editor, u"cmdOk"_s);
   EXPECT_EQ(desk.AudioList().size(), 1);
 }

@@ -2,18 +2,15 @@
 #include "data/ProgramLock.h"
 #include "export/ExportRecord.h"
 #include "export/OfflineLogExport.h"
-#include "platform/runtime/Clock.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/TextFile.h"
 #include "tests/tools/StationProgram.h"
-#include "tools/ExportSecond.h"
 
 #include <QDir>
 #include <QFile>
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <string>
 
 using namespace Qt::StringLiterals;
@@ -132,44 +129,65 @@ TEST(ExportCommand, WhileTheProgramRunsOnTheFolderNothingIsExported) {
   EXPECT_EQ(program.Rows().Log().size(), 1);
 }
 
-// The file got its name and went away before the log was emptied: nobody but the user knows what became of it.
-TEST(ExportCommand, AnInterruptedExportWhoseFileIsGoneNeedsTheAnswerOnlineToo) {
-  const StationProgram program;
-  LogStatement(program, 1, u"DELETE FROM c"_s);
-  ExportContent log;
-  log.AddLog(global.localDatabasePath);
-  WriteExportRecord(global.localDatabasePath,
-                    {u"D:\\export\\weg.tql"_s, u"D:\\export\\weg.tmp"_s, log.HighestID(), log.Finish()});
-  EXPECT_EQ(program.Run(u"export"_s).exitCode, kFailed);
-  EXPECT_EQ(program.Rows().Log().size(), 1);
-  EXPECT_EQ(program.Run(u"export"_s, {kProcessed}).exitCode, kDone);
-  EXPECT_TRUE(program.Rows().Log().isEmpty());
-  EXPECT_TRUE(ExportFiles(program).isEmpty());
+namespace {
+
+// An export whose file got its name and went away before the log was emptied: only the user knows what became of it.
+class MissingExportFile : public testing::TestWithParam<Station::Mode> {
+ protected:
+  MissingExportFile() {
+    LogStatement(program_, 1, u"DELETE FROM c"_s);
+    ExportContent log;
+    log.AddLog(global.localDatabasePath);
+    WriteExportRecord(
+        global.localDatabasePath,
+        {u"D:\\export\\"_s + kName, u"D:\\export\\"_s + kName + u".0123abcd.tmp"_s, log.HighestID(), log.Finish()});
+  }
+  // Nothing was decided: a message names the file, the log is as it was, and no file was made.
+  void ExpectUndecided(const QStringList& words) const {
+    const ToolRun run = program_.Run(u"export"_s, words);
+    EXPECT_EQ(run.exitCode, kFailed);
+    EXPECT_EQ(run.out, "");
+    EXPECT_NE(run.err.find(kName.toStdString()), std::string::npos) << run.err;
+    EXPECT_EQ(program_.Rows().Log(), QStringList{u"DELETE FROM c"_s});
+    EXPECT_TRUE(ExportFiles(program_).isEmpty());
+  }
+
+  const QString kName = u"20250311093015.tql"_s;
+  StationProgram program_{GetParam()};
+};
+
+}  // namespace
+
+INSTANTIATE_TEST_SUITE_P(Modes, MissingExportFile, testing::Values(Station::Mode::Online, Station::Mode::Offline));
+
+TEST_P(MissingExportFile, IsNotDecidedByAnOptionThatNamesAnotherQuestion) {
+  ExpectUndecided({kProcessed});
+  const ToolRun run = program_.Run(u"export"_s, {kProcessed});
+  EXPECT_NE(run.err.find("--bestand-verwerkt"), std::string::npos) << run.err;
+  EXPECT_NE(run.err.find("--bestand-niet-verwerkt"), std::string::npos) << run.err;
 }
 
-TEST(ExportSecond, WaitsUntilNoFileHasTheName) {
-  const Station station;
-  QDateTime now(QDate(2025, 3, 11), QTime(9, 30, 15, 400));
-  const runtime::ClockScope clock([&now] { return now; });
-  runtime::WriteFile(global.exportPath + u"\\20250311093015.tql"_s, "x");
-  runtime::WriteFile(global.exportPath + u"\\20250311093016.tql"_s, "x");
-  QList<int> waits;
-  WaitForFreeSecond(global.exportPath, [&](std::chrono::milliseconds time) {
-    waits += static_cast<int>(time.count());
-    now = now.addMSecs(time.count());
-  });
-  EXPECT_EQ(waits, (QList<int>{600, 1000}));
+TEST_P(MissingExportFile, IsNotDecidedByTheNameOfAnotherFileOrByBothAnswers) {
+  ExpectUndecided({kProcessed, u"--bestand-verwerkt"_s, u"20250311093016.tql"_s});
+  ExpectUndecided({kProcessed, u"--bestand-verwerkt"_s, kName, u"--bestand-niet-verwerkt"_s, kName});
 }
 
-TEST(ExportSecond, AfterwardsTheSecondIsOver) {
-  QDateTime now(QDate(2025, 3, 11), QTime(9, 30, 15, 900));
-  const runtime::ClockScope clock([&now] { return now; });
-  int waits = 0;
-  const auto sleep = [&](std::chrono::milliseconds time) {
-    now = now.addMSecs(time.count());
-    ++waits;
-  };
-  WaitOutSecond(u"D:\\export\\20250311093015.tql"_s, sleep);
-  WaitOutSecond(u"D:\\export\\20250311093015.tql"_s, sleep);
-  EXPECT_EQ(waits, 1);
+TEST_P(MissingExportFile, LeavesTheLogWhenItsUserSaysThatItWasProcessed) {
+  EXPECT_EQ(program_.Run(u"export"_s, {kProcessed, u"--bestand-verwerkt"_s, kName}).exitCode, kDone);
+  EXPECT_TRUE(program_.Rows().Log().isEmpty());
+  EXPECT_TRUE(ExportFiles(program_).isEmpty());
+}
+
+TEST_P(MissingExportFile, IsWrittenAgainWhenItsUserSaysThatItWasNotProcessed) {
+  EXPECT_EQ(program_.Run(u"export"_s, {kProcessed, u"--bestand-niet-verwerkt"_s, kName}).exitCode, kDone);
+  EXPECT_TRUE(program_.Rows().Log().isEmpty());
+  ASSERT_EQ(ExportFiles(program_).size(), 1);
+  EXPECT_EQ(Content(program_.At(u"export/"_s + ExportFiles(program_).first())), "DELETE FROM c;\r\n");
+}
+
+TEST_P(MissingExportFile, KeepsLocateFromWritingIntoTheLog) {
+  if (GetParam() == Station::Mode::Online) GTEST_SKIP() << "online nothing is logged";
+  const ToolRun run = program_.Run(u"locate"_s, {program_.At(u"audio"_s), u"--write"_s});
+  EXPECT_EQ(run.exitCode, kFailed);
+  EXPECT_NE(run.err.find(kName.toStdString()), std::string::npos) << run.err;
 }

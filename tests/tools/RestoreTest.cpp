@@ -1,4 +1,5 @@
 #include "data/ProgramLock.h"
+#include "tests/support/HeldDatabase.h"
 #include "tests/tools/RunTool.h"
 
 #include <QDir>
@@ -78,6 +79,70 @@ TEST_F(Restore, WhileTheProgramRunsNeitherTablesNorLogAreTouched) {
   EXPECT_EQ(run.exitCode, kFailed);
   EXPECT_NE(run.err.find("draait al"), std::string::npos);
   EXPECT_EQ(Sql(u"UPDATE tblCopie_Items SET Naam = \"x\""_s).exitCode, kDone);
+}
+
+TEST_F(Restore, TheOfflineLogIsRefusedUnderEveryNameThatTheDatabaseTakesForIt) {
+  Sql(u"UPDATE tblOfflineLog SET SqlSyntax = \"later\""_s);
+  for (const QString& name : {u"tblOfflineLog "_s, u"tblOfflineLog   "_s, u"TblOfflinelog "_s}) {
+    const ToolRun run = RunTool({u"restore"_s, Backup(), Local(), name});
+    EXPECT_EQ(run.exitCode, kFailed) << name.toStdString();
+    EXPECT_NE(run.err.find("tblOfflineLog"), std::string::npos) << run.err;
+    EXPECT_NE(Sql(u"SELECT SqlSyntax FROM tblOfflineLog"_s).out.find("later"), std::string::npos);
+  }
+}
+
+TEST_F(Restore, WhileTheProgramRunsNoOtherNameOfTheDatabaseHelps) {
+  const ProgramLock running(folder_.filePath(u"data"_s));
+  const QString link = folder_.filePath(u"anders.mdb"_s);
+  ASSERT_TRUE(QFile::link(Local(), link));
+  const QString server = folder_.filePath(u"server/OvalistoServer.mdb"_s);
+  const QString intoAll = u"INSERT INTO tblOfflineLog IN \"%1\" SELECT * FROM tblItems"_s;
+  const QList<QStringList> commands{{u"restore"_s, Backup(), link, u"tblCopie_Items"_s},
+                                    {u"sql"_s, link, u"DELETE FROM tblOfflineLog"_s},
+                                    {u"sql"_s, server, intoAll.arg(Local())},
+                                    {u"sql"_s, server, intoAll.arg(link)},
+                                    {u"sql"_s, Local(), u"DELETE FROM [tblOfflineLog ]"_s}};
+  for (const QStringList& words : commands) {
+    const ToolRun run = RunTool(words);
+    EXPECT_EQ(run.exitCode, kFailed) << words.last().toStdString();
+    EXPECT_NE(run.err.find("draait al"), std::string::npos) << words.last().toStdString() << run.err;
+  }
+  EXPECT_NE(Sql(u"SELECT SqlSyntax FROM tblOfflineLog"_s).out.find("was"), std::string::npos);
+}
+
+TEST_F(Restore, NothingIsPutBackOrCompactedWithoutABackupUnlessAnOptionSaysSo) {
+  Sql(u"UPDATE tblCopie_Items SET Naam = \"later\""_s);
+  const auto blockBackups = [&] {
+    EXPECT_TRUE(QDir(folder_.filePath(u"data/backup"_s))
+                    .rename(folder_.filePath(u"data/backup"_s), folder_.filePath(u"data/oud"_s)));
+    QFile inTheWay(folder_.filePath(u"data/backup"_s));
+    EXPECT_TRUE(inTheWay.open(QIODevice::WriteOnly));
+  };
+  const QString backup = Backup();
+  const QString moved = QString(backup).replace(u"/backup/"_s, u"/oud/"_s);
+  {
+    const testing_support::HeldDatabase held(Local());
+    for (const QStringList& words :
+         {QStringList{u"restore"_s, backup, Local(), u"tblCopie_Items"_s}, QStringList{u"compact"_s, Local()}}) {
+      const ToolRun run = RunTool(words);
+      EXPECT_EQ(run.exitCode, kFailed);
+      EXPECT_NE(run.err.find("--zonder-reservekopie"), std::string::npos) << run.err;
+      EXPECT_NE(run.err.find("reservekopie"), std::string::npos) << run.err;
+    }
+  }
+  EXPECT_EQ(Naam(u"tblCopie_Items"_s), "Naam\r\nlater\r\n");
+  blockBackups();
+  for (const QStringList& words :
+       {QStringList{u"restore"_s, moved, Local(), u"tblCopie_Items"_s}, QStringList{u"compact"_s, Local()}}) {
+    EXPECT_EQ(RunTool(words).exitCode, kFailed) << words.first().toStdString();
+    EXPECT_EQ(Naam(u"tblCopie_Items"_s), "Naam\r\nlater\r\n");
+  }
+  for (const QStringList& words :
+       {QStringList{u"compact"_s, Local()}, QStringList{u"restore"_s, moved, Local(), u"tblCopie_Items"_s}}) {
+    const ToolRun run = RunTool(words + QStringList{u"--zonder-reservekopie"_s});
+    EXPECT_EQ(run.exitCode, kDone) << run.err;
+  }
+  EXPECT_EQ(Naam(u"tblCopie_Items"_s), "Naam\r\nwas\r\n");
 }
 
 TEST_F(Restore, WithoutATableItTellsHowItIsUsed) {

@@ -27,6 +27,19 @@ TEST(ReportCsv, QuotesWhatWouldOtherwiseFallApart) {
             "\xEF\xBB\xBFNaam;Path\r\n\"a;b\";\"zeg \"\"ja\"\"\"\r\n\"twee\r\nregels\";\" rand \"\r\n");
 }
 
+TEST(ReportCsv, ATextThatASpreadsheetWouldRunAsAFormulaIsText) {
+  const auto field = [](const QString& text) {
+    return QString::fromUtf8(CsvOf(Lines({{text, u"x"_s}}))).section(u"\r\n"_s, 1).section(u";x"_s, 0, 0).toStdString();
+  };
+  for (const QString& text :
+       {u"=1+1"_s, u"@SUM(A1)"_s, u"+cmd"_s, u"-cmd"_s, u"-2+cmd|' /C calc'!A0"_s, u"+3*A1"_s, u"\t=1"_s, u"-Naam"_s})
+    EXPECT_EQ(field(text), "'" + text.toStdString());
+  EXPECT_EQ(field(u" =1;2"_s), "\"' =1;2\"");
+  for (const QString& text :
+       {u"-5"_s, u"+32 2 555 12 34"_s, u"-3,5"_s, u"-"_s, u"- -"_s, u"a=1"_s, u"1+1"_s, u""_s, u"'=1"_s})
+    EXPECT_EQ(field(text), text.toStdString());
+}
+
 TEST(ReportCsv, EachLineRepeatsItsGroupAndAnEmptyGroupHasOne) {
   Report report;
   report.groupTitle = u"Item"_s;

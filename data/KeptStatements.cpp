@@ -1,0 +1,156 @@
+// SPDX-License-Identifier: MIT
+#include "data/KeptStatements.h"
+
+#include "data/AudioList.h"
+#include "data/Globals.h"
+#include "data/Lookups.h"
+#include "data/Messages.h"
+#include "data/Statements.h"
+#include "platform/dao/Database.h"
+#include "platform/runtime/Error.h"
+#include "platform/runtime/Probe.h"
+#include "platform/runtime/TextFile.h"
+
+#include <QDataStream>
+#include <QHash>
+#include <QIODevice>
+#include <QList>
+#include <QStringList>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr quint32 kForm = 1;  // of the file; another number is another program's
+
+struct KeptStatement {
+  QString text;
+  QString audioPath;  // empty: none
+  bool tried = false;
+  qint32 number = 0;  // of its row in the log, when it was tried
+};
+
+struct Kept {
+  QList<KeptStatement> statements;
+  QStringList audioPaths;  // of statements that are logged by now
+
+  bool IsEmpty() const { return statements.isEmpty() && audioPaths.isEmpty(); }
+};
+
+// Texts go as UTF-16, so that every text that the database takes comes back as it was.
+QDataStream& operator<<(QDataStream& out, const KeptStatement& statement) {
+  return out << statement.text << statement.audioPath << statement.tried << statement.number;
+}
+QDataStream& operator>>(QDataStream& in, KeptStatement& statement) {
+  return in >> statement.text >> statement.audioPath >> statement.tried >> statement.number;
+}
+
+// What could not be written to its file yet, by the path of the local database; it comes behind what the file holds.
+QHash<QString, QList<KeptStatement>>& InMemory() {
+  static QHash<QString, QList<KeptStatement>> statements;
+  return statements;
+}
+
+QString FilePath() {
+  return global.localDatabasePath + u"-unlogged"_s;
+}
+
+Kept ReadKept() {
+  Kept kept;
+  if (runtime::IsThere(FilePath())) {
+    QDataStream in(runtime::ReadFile(FilePath()));
+    in.setVersion(QDataStream::Qt_6_4);
+    quint32 form = 0;
+    in >> form >> kept.statements >> kept.audioPaths;
+    if (form != kForm || in.status() != QDataStream::Ok || !in.atEnd()) {
+      throw runtime::Error(
+          u"Het bestand '%1', met opdrachten die nog in het logboek moeten, kan niet gelezen worden."_s.arg(
+              FilePath()));
+    }
+  }
+  kept.statements += InMemory().value(global.localDatabasePath);
+  return kept;
+}
+
+void WriteKept(const Kept& kept) {
+  QByteArray content;
+  QDataStream out(&content, QIODevice::WriteOnly);
+  out.setVersion(QDataStream::Qt_6_4);
+  out << kForm << kept.statements << kept.audioPaths;
+  if (!kept.IsEmpty()) {
+    runtime::WriteFile(FilePath(), content);
+  } else if (runtime::IsThere(FilePath())) {
+    runtime::DeleteFile(FilePath());
+  }
+  InMemory().remove(global.localDatabasePath);
+}
+
+bool IsLogged(const KeptStatement& statement) {
+  if (!statement.tried) return false;
+  const dao::Recordset rows =
+      dao::OpenDatabase(global.localDatabasePath)
+          .OpenRecordset(u"SELECT SqlSyntax FROM tblOfflineLog WHERE ID = "_s + QString::number(statement.number));
+  return !rows.Eof() && rows.Field(u"SqlSyntax"_s).toString() == statements::LogText(statement.text);
+}
+
+// The number is safe in the file before the row is written: after a crash between the two, the row is not written
+// twice.
+void Log(Kept& kept) {
+  KeptStatement& first = kept.statements.first();
+  if (!IsLogged(first)) {
+    first.number = NextID(u"tblOfflineLog"_s, u"ID"_s, global.localDatabasePath);
+    first.tried = true;
+    WriteKept(kept);
+    dao::OpenDatabase(global.localDatabasePath).Execute(statements::InsertLog(first.number, first.text));
+  }
+  if (!first.audioPath.isEmpty()) kept.audioPaths += first.audioPath;
+  kept.statements.removeFirst();
+  WriteKept(kept);
+}
+
+}  // namespace
+
+void KeepStatement(const QString& statement, std::optional<qint32> triedAs) {
+  InMemory()[global.localDatabasePath] += KeptStatement{statement, {}, triedAs.has_value(), triedAs.value_or(0)};
+  try {
+    WriteKept(ReadKept());
+  } catch (const runtime::Error& error) {
+    ShowItemsMessage(
+        u"Een wijziging is gedaan, maar kon niet in het logboek komen en ook niet apart bewaard worden:\n%1\n\n"
+        u"Laat het programma open en neem de oorzaak weg: met de volgende wijziging of export komt ze alsnog in het "
+        u"logboek."_s.arg(error.Description()),
+        kStyleExclamation);
+  }
+}
+
+bool KeepAudioPath(const QString& path) {
+  QList<KeptStatement>& inMemory = InMemory()[global.localDatabasePath];
+  if (!inMemory.isEmpty()) {
+    inMemory.last().audioPath = path;
+    return true;
+  }
+  Kept kept = ReadKept();
+  if (kept.statements.isEmpty()) return false;
+  kept.statements.last().audioPath = path;
+  WriteKept(kept);
+  return true;
+}
+
+int KeptStatementCount() {
+  return static_cast<int>(ReadKept().statements.size());
+}
+
+void LogKeptStatements() {
+  Kept kept = ReadKept();
+  while (!kept.statements.isEmpty())
+    Log(kept);
+}
+
+void AddKeptAudioLines() {
+  Kept kept = ReadKept();
+  while (!kept.audioPaths.isEmpty()) {
+    AppendToAudioList(kept.audioPaths.first());
+    kept.audioPaths.removeFirst();
+    WriteKept(kept);
+  }
+}

@@ -1,0 +1,177 @@
+// SPDX-License-Identifier: MIT
+#include "data/KeptStatements.h"
+
+#include "data/Globals.h"
+#include "data/Writes.h"
+#include "platform/desktop/MessageBox.h"
+#include "platform/runtime/Error.h"
+#include "platform/runtime/FileCalls.h"
+#include "platform/runtime/HostPath.h"
+#include "platform/runtime/TextFile.h"
+#include "platform/runtime/UserMessage.h"
+#include "tests/support/Fork.h"
+#include "tests/support/Station.h"
+
+#include <QFile>
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+
+using namespace Qt::StringLiterals;
+using desktop::MessageBoxScript;
+using runtime::FileCall;
+using testing_support::Station;
+
+namespace {
+
+QString Deactivated(int id) {
+  return u"UPDATE tblItems SET Aktief = 0 WHERE ID = %1"_s.arg(id);
+}
+
+// A station offline whose log takes no row: its highest number is taken.
+class FullLog : public testing::Test {
+ protected:
+  FullLog() { station_.OnLocal(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (2147483647, \"vol\")"_s); }
+
+  static bool Write(int id) { return Update_tblItems_Aktief(id, 0, global.localDatabasePath, u"tblCopie_Items"_s); }
+  void MakeRoom() const { station_.OnLocal(u"DELETE FROM tblOfflineLog"_s); }
+  static QString KeptFile() { return runtime::HostPath(global.localDatabasePath + u"-unlogged"_s); }
+
+  Station station_{Station::Mode::Offline};
+};
+
+}  // namespace
+
+TEST_F(FullLog, AStatementWaitsForItsRowAndComesBeforeTheNext) {
+  {
+    const MessageBoxScript boxes;
+    EXPECT_FALSE(Write(1));
+    EXPECT_TRUE(WasCarriedOut());
+    EXPECT_FALSE(Write(2));
+    ASSERT_EQ(boxes.Shown().size(), 2u);
+    EXPECT_EQ(boxes.Shown()[0].title, u"GetNewID"_s);
+    EXPECT_EQ(boxes.Shown()[1].title, u"Insert_tblOfflineLog"_s);
+  }
+  EXPECT_EQ(KeptStatementCount(), 2);
+  MakeRoom();
+  EXPECT_TRUE(Write(3));
+  EXPECT_EQ(station_.Log(), (QStringList{Deactivated(1), Deactivated(2), Deactivated(3)}));
+  EXPECT_EQ(KeptStatementCount(), 0);
+  EXPECT_FALSE(QFile::exists(KeptFile()));
+}
+
+TEST_F(FullLog, AStatementThatWasNotCarriedOutIsNotKept) {
+  const MessageBoxScript boxes;
+  EXPECT_FALSE(Update_tblItems_Aktief(1, 0, global.localDatabasePath, u"tblGeen"_s));
+  EXPECT_FALSE(WasCarriedOut());
+  EXPECT_EQ(KeptStatementCount(), 0);
+}
+
+TEST_F(FullLog, AKeptStatementOutlivesTheProgram) {
+  const pid_t child = testing_support::Fork();
+  if (child == 0) {
+    const runtime::UserMessageScope quiet([](const QString&, int, const QString&) { return 0; });
+    Write(1);
+    ::raise(SIGKILL);
+  }
+  ::waitpid(child, nullptr, 0);
+  EXPECT_EQ(KeptStatementCount(), 1);
+  MakeRoom();
+  LogKeptStatements();
+  EXPECT_EQ(station_.Log(), QStringList{Deactivated(1)});
+}
+
+// Whichever file call of the logging fails or is the last, the row is in the log once.
+TEST_F(FullLog, AFailureOrKillAtAnyStepOfLoggingWritesNoRowTwice) {
+  for (const bool kills : {false, true}) {
+    for (int failing = 0; failing < 20; ++failing) {
+      SCOPED_TRACE(failing);
+      station_.OnLocal(u"DELETE FROM tblOfflineLog"_s);
+      KeepStatement(Deactivated(1));
+      KeepStatement(Deactivated(2));
+      const auto hindered = [&] {
+        int calls = 0;
+        const runtime::FileCallScope fault([&](FileCall, const QString&) {
+          if (calls++ != failing) return 0;
+          if (kills) ::raise(SIGKILL);
+          return EIO;
+        });
+        try {
+          LogKeptStatements();
+        } catch (const runtime::Error& error) {
+          EXPECT_TRUE(error.Description().contains(u"-unlogged"_s)) << error.Description().toStdString();
+        }
+      };
+      if (kills) {
+        const pid_t child = testing_support::Fork();
+        if (child == 0) {
+          hindered();
+          ::_exit(0);
+        }
+        ::waitpid(child, nullptr, 0);
+      } else {
+        hindered();
+      }
+      LogKeptStatements();
+      EXPECT_EQ(station_.Log(), (QStringList{Deactivated(1), Deactivated(2)}));
+      EXPECT_EQ(KeptStatementCount(), 0);
+    }
+  }
+}
+
+TEST_F(FullLog, WhatTheDiskDoesNotTakeWaitsInMemoryAndTheUserIsTold) {
+  {
+    const runtime::FileCallScope full([](FileCall call, const QString& path) {
+      return call == FileCall::Open && path.contains(u"-unlogged"_s) ? ENOSPC : 0;
+    });
+    const MessageBoxScript boxes;
+    EXPECT_FALSE(Write(1));
+    EXPECT_FALSE(Write(2));
+    EXPECT_TRUE(boxes.Last().text.contains(u"Laat het programma open"_s)) << boxes.Last().text.toStdString();
+    EXPECT_TRUE(boxes.Last().text.contains(u"-unlogged"_s));
+  }
+  MakeRoom();
+  EXPECT_TRUE(Write(3));
+  EXPECT_EQ(station_.Log(), (QStringList{Deactivated(1), Deactivated(2), Deactivated(3)}));
+}
+
+TEST_F(FullLog, AKeptFileThatCannotBeReadIsNamedAndNeitherWrittenOverNorForgotten) {
+  const QString file = global.localDatabasePath + u"-unlogged"_s;
+  runtime::WriteFile(file, "half");
+  MakeRoom();
+  {
+    const MessageBoxScript boxes;
+    EXPECT_FALSE(Write(1));
+    EXPECT_TRUE(boxes.Shown().front().text.contains(u"-unlogged"_s)) << boxes.Shown().front().text.toStdString();
+  }
+  EXPECT_EQ(runtime::ReadFile(file), "half");
+  runtime::DeleteFile(file);
+  EXPECT_TRUE(Write(2));
+  EXPECT_EQ(station_.Log(), (QStringList{Deactivated(1), Deactivated(2)}));
+}
+
+TEST_F(FullLog, AnyTextComesBackAsItWas) {
+  MakeRoom();
+  const QString text = u"SET a = \"x\r\n\u00E9\u20AC\U0001F3B5"_s + QChar(0xD83D) + u"' ;\""_s;
+  KeepStatement(text);
+  LogKeptStatements();
+  QString logged = text;
+  logged.replace(u'\'', u'*').replace(u'"', u'\'');
+  EXPECT_EQ(station_.Log(), QStringList{logged});
+}
+
+TEST_F(FullLog, TheLineOfASoundFileComesWithItsStatement) {
+  EXPECT_FALSE(KeepAudioPath(u"D:\\a.wav"_s));
+  MakeRoom();
+  KeepStatement(Deactivated(1));
+  EXPECT_TRUE(KeepAudioPath(u"D:\\a.wav"_s));
+  LogKeptStatements();
+  AddKeptAudioLines();
+  EXPECT_EQ(runtime::ReadFile(global.exportPath + u"\\Audio.tae"_s), "D:\\a.wav\r\n");
+  AddKeptAudioLines();
+  EXPECT_EQ(runtime::ReadFile(global.exportPath + u"\\Audio.tae"_s), "D:\\a.wav\r\n");
+}

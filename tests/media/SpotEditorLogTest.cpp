@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+// A new spot that was written while its row in the offline log could not be: it stands, and nothing of it is lost.
+#include "data/Globals.h"
+#include "platform/dao/Database.h"
+#include "tests/media/support/EditorDesk.h"
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using namespace media_testing;
+using testing_support::Station;
+
+namespace {
+
+class UnloggedSpot : public testing::Test {
+ protected:
+  // The log's highest number is taken, so that no row fits behind it.
+  UnloggedSpot() {
+    desk_.station.OnLocal(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (2147483647, \"vol\")"_s);
+    editor_ = desk_.OpenSpot(QString::fromUtf16(kNewRecord));
+    path_ = desk_.Wav(u"nieuw.wav"_s, 2000);
+    Choose(*editor_, desk_.AudioFile(u"nieuw.wav"_s));
+    FillValidSpot(*editor_, u"Nieuw"_s);
+    const desktop::MessageBoxScript boxes;
+    Click(*editor_, u"cmdOk"_s);
+    EXPECT_EQ(boxes.Shown().size(), 1U);
+    EXPECT_EQ(boxes.Last().title, u"GetNewID"_s);
+  }
+  void MakeRoomInTheLog() const { desk_.station.OnLocal(u"DELETE FROM tblOfflineLog"_s); }
+  QStringList LoggedVerbs() const {
+    QStringList verbs;
+    for (const QString& statement : desk_.station.Log())
+      verbs += statement.section(u' ', 0, 0);
+    return verbs;
+  }
+
+  const EditorDesk desk_{Station::Mode::Offline};
+  std::unique_ptr<frmItemSpotsDetail> editor_;
+  QString path_;
+};
+
+}  // namespace
+
+TEST_F(UnloggedSpot, IsUpdatedByTheNextOkAndBothStatementsAreLoggedInTheirOrder) {
+  EXPECT_TRUE(editor_->isVisible());
+  EXPECT_TRUE(editor_->IsDirty());
+  EXPECT_TRUE(desk_.AudioList().isEmpty());
+  MakeRoomInTheLog();
+  const desktop::MessageBoxScript boxes;
+  SetText(*editor_, u"txtNaam"_s, u"Nieuwer"_s);
+  Click(*editor_, u"cmdOk"_s);
+  EXPECT_TRUE(boxes.Shown().empty());
+  EXPECT_FALSE(editor_->isVisible());
+  EXPECT_EQ(LoggedVerbs(), (QStringList{u"INSERT"_s, u"UPDATE"_s}));
+  EXPECT_TRUE(desk_.station.Log().first().contains(u"'Nieuw'"_s)) << desk_.station.Log().first().toStdString();
+  EXPECT_EQ(desk_.station.LocalRows(u"SELECT ID FROM tblCopie_ItemSpots"_s).RecordCount(), 1);
+  EXPECT_EQ(desk_.AudioList(), QStringList{path_});
+}
+
+TEST_F(UnloggedSpot, IsNotRefusedAsADuplicateOfItself) {
+  const desktop::MessageBoxScript boxes;
+  Click(*editor_, u"cmdOk"_s);
+  ASSERT_EQ(boxes.Shown().size(), 1U);
+  EXPECT_NE(boxes.Last().title, u"Items"_s) << boxes.Last().text.toStdString();
+}
+
+TEST_F(UnloggedSpot, WhoseEditorWasCancelledIsLoggedBeforeTheNextStatementWithItsLine) {
+  {
+    const desktop::MessageBoxScript boxes{desktop::kAnswerNo};
+    Click(*editor_, u"cmdAnnuleren"_s);
+    EXPECT_FALSE(editor_->isVisible());
+  }
+  MakeRoomInTheLog();
+  desk_.AddSpot(7, u"Oud"_s, desk_.Wav(u"a.wav"_s, 2000));
+  const auto other = desk_.OpenSpot(u"7"_s);
+  SetText(*other, u"txtNaam"_s, u"Ander"_s);
+  Click(*other, u"cmdOk"_s);
+  EXPECT_EQ(LoggedVerbs(), (QStringList{u"INSERT"_s, u"UPDATE"_s}));
+  EXPECT_EQ(desk_.AudioList(), QStringList{path_});
+}
