@@ -15,7 +15,6 @@ namespace {
 constexpr std::uint32_t kMapPage = PageOf(kFreePagesMap);
 constexpr std::uint32_t kMapPageOwner = 1;
 constexpr std::uint32_t kMostMissing = 64;  // pages past the end of the file that the map may call taken
-constexpr std::uint8_t kReference = 1;
 
 void RequireUsable(std::uint32_t next, std::uint32_t pageCount) {
   if (next < kSystemPages) throw DamageAt(kMapPage, "de kaart van vrije pagina's noemt pagina " + std::to_string(next));
@@ -101,7 +100,7 @@ bool FreePages::Lengthen(const Window& before, std::uint32_t first, std::uint32_
 /// From a bitmap in the row to bitmap pages for all pages of the file.
 void FreePages::UseBitmapPages(const Window& before) {
   Bytes row(MapLayout::kFreshBytes);
-  row[0] = kReference;
+  row[0] = MapLayout::kReference;
   RowPage page(pages_, kMapPage, kMapPageOwner);
   if (page.RoomIn(SlotOf(kFreePagesMap)) < row.size()) {
     throw DamageAt(kMapPage, "de kaart van vrije pagina's heeft geen plaats meer");

@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::uint64_t kUserBytes = 0x10000000;
 constexpr std::uint64_t kOurBytes = 0x80001000;  // past all that Jet programs use
-constexpr std::size_t kEntryBytes = 64;
+constexpr std::size_t kLockEntryBytes = 64;
 constexpr std::size_t kNameBytes = 32;
 constexpr int kMostAttempts = 100;
 
@@ -39,7 +39,7 @@ bool IsName(ByteView half) {
 
 /// Before anything is written: the file may be somebody's own.
 void CheckIsLockFile(File& file) {
-  constexpr std::size_t kLargest = LockFile::kMostUsers * kEntryBytes;
+  constexpr std::size_t kLargest = LockFile::kMostUsers * kLockEntryBytes;
   Bytes content(std::min<std::uint64_t>(file.Size(), kLargest + 1));
   content.resize(file.ReadAt(0, content));
   const std::size_t names = content.size() / kNameBytes;
@@ -147,11 +147,11 @@ bool LockFile::TakeNumber(File& file) {
 }
 
 void LockFile::WriteEntry(File& file) const {
-  std::array<std::uint8_t, kEntryBytes> entry{};
+  std::array<std::uint8_t, kLockEntryBytes> entry{};
   const LockFileUser user = ThisUser();
   std::copy(user.machine.begin(), user.machine.end(), entry.begin());
   std::copy(user.name.begin(), user.name.end(), entry.begin() + kNameBytes);
-  file.WriteAt((number_ - 1) * kEntryBytes, entry);
+  file.WriteAt((number_ - 1) * kLockEntryBytes, entry);
 }
 
 LockFile::~LockFile() {
@@ -168,9 +168,9 @@ LockFile::~LockFile() {
 }
 
 LockFileUser LockFile::UserAt(unsigned number) {
-  std::array<std::uint8_t, kEntryBytes> entry{};
+  std::array<std::uint8_t, kLockEntryBytes> entry{};
   if (file_ == nullptr || number == 0) return {};
-  file_->ReadAt((number - 1) * kEntryBytes, entry);
+  file_->ReadAt((number - 1) * kLockEntryBytes, entry);
   return {NameIn(entry, 0), NameIn(entry, kNameBytes)};
 }
 
