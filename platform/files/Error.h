@@ -19,6 +19,7 @@ enum class ErrorCode {
   NotADatabase,      ///< not a Jet 4 file, or one of another version
   Password,          ///< the file asks for a password that was not given
   Damaged,           ///< the file contradicts itself
+  NotYetDurable,     ///< the change is done, but may not survive a power cut
   ForeignWrite,      ///< another program changed the file behind a crashed statement of ours
   UnknownCharacter,  ///< an indexed text holds a character whose sort key is not known
   Duplicate,         ///< a key that must be unique is there already
