@@ -14,14 +14,13 @@ namespace jet {
 
 namespace {
 
-constexpr std::uint32_t kFirstPages = 6;  // header, maps, the definitions of the four engine tables
+constexpr std::uint32_t kEnginePages = 6;  // header, maps, the definitions of the four engine tables
 constexpr std::uint32_t kFirstTable = 2;
 constexpr RowId kGlobalMap = MakeRowId(1, 0);
-constexpr RowId kSecondMap = MakeRowId(1, 1);
 constexpr std::uint32_t kMostUnused = 8;  // of so many pages one may be free
 
 bool IsEngineTable(std::uint32_t page) {
-  return page < kFirstPages;
+  return page < kEnginePages;
 }
 
 }  // namespace
@@ -44,7 +43,7 @@ void DatabaseCopy::ReadTables() {
   const Catalog catalog = Catalog::Read(source_.Source());
   if (!catalog.Damages().empty()) throw Damage(catalog.Damages().front());
   std::map<std::uint32_t, std::string> names;
-  for (std::uint32_t page = kFirstTable; page < kFirstPages; ++page) {
+  for (std::uint32_t page = kFirstTable; page < kEnginePages; ++page) {
     // The header names them, whether the catalogue does or not.
     const bool isTable = (*source_.Source().Read(page))[0] == static_cast<std::uint8_t>(PageType::Definition);
     if (isTable) names[page] = "MSys";
@@ -89,10 +88,10 @@ void DatabaseCopy::RequireSoundRows() {
 void DatabaseCopy::Build(const std::set<std::uint32_t>& keeping) {
   pages_ = std::make_unique<Transaction>(nothing_);
   places_.clear();
-  for (std::uint32_t page = 0; page < kFirstPages; ++page)
+  for (std::uint32_t page = 0; page < kEnginePages; ++page)
     pages_->Append();
   pages_->Change(0) = *source_.Source().Read(0);
-  FormatGlobalMap(*pages_, kFirstPages);
+  FormatGlobalMap(*pages_, kEnginePages);
   PageSpace space(*pages_);
   TakePlaces(space, keeping);
   MapPage engineMaps(*pages_, space);

@@ -12,6 +12,7 @@ namespace jet {
 
 /// The map of free pages: row 0 of page 1.
 constexpr RowId kFreePagesMap = MakeRowId(1, 0);
+constexpr RowId kSecondMap = MakeRowId(1, 1);  // of the same page; its meaning is not known, it is kept
 
 /// Damage when no page can be taken from the map: it calls a system page free, or the next page that it would give out
 /// lies far past the file's end. `pageCount`: pages of the file.

@@ -12,8 +12,6 @@ namespace jet {
 
 namespace {
 
-constexpr RowId kSecondMap = MakeRowId(1, 1);
-
 /// Which pages the maps and definitions of all tables name.
 class Claims {
  public:

@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::uint32_t kBlockMark = 0x659;
 constexpr std::uint32_t kRealIndexMark = 1923;
-constexpr std::size_t kLengthAt = 8;
+constexpr std::size_t kStreamLengthAt = 8;
 
 class StreamWriter {
  public:
@@ -36,7 +36,7 @@ class StreamWriter {
     bytes_.insert(bytes_.end(), text.begin(), text.end());
   }
   Bytes Finish() {
-    Store(&bytes_[kLengthAt], static_cast<std::uint32_t>(bytes_.size()));
+    Store(&bytes_[kStreamLengthAt], static_cast<std::uint32_t>(bytes_.size()));
     return std::move(bytes_);
   }
 
