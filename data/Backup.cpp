@@ -19,6 +19,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <memory>
 #include <tuple>
 
 using namespace Qt::StringLiterals;
@@ -115,6 +116,15 @@ void LetOldOnesGo(const BackupFolder& folder) {
     folder.Remove(file.name);
 }
 
+std::unique_ptr<dao::FrozenDatabase> FrozenIfThere(const QString& databasePath, const QString& password) {
+  try {
+    return std::make_unique<dao::FrozenDatabase>(databasePath, password);
+  } catch (const runtime::Error&) {
+    if (runtime::Probe(databasePath) == runtime::Presence::NotThere) return nullptr;
+    throw;
+  }
+}
+
 // The newest copy, when it is the same; one that cannot be read is not.
 std::optional<QString> SameAsNewest(const dao::FrozenDatabase& database, const BackupFolder& folder) {
   const QList<BackupFile> files = folder.NewestFirst();
@@ -131,8 +141,9 @@ std::optional<QString> SameAsNewest(const dao::FrozenDatabase& database, const B
 }  // namespace
 
 std::optional<QString> BackUp(const QString& databasePath, const QString& password) {
-  if (!runtime::IsThere(databasePath)) return std::nullopt;
-  const dao::FrozenDatabase database(databasePath, password);
+  const auto frozen = FrozenIfThere(databasePath, password);
+  if (!frozen) return std::nullopt;
+  const dao::FrozenDatabase& database = *frozen;
   const BackupFolder folder(databasePath);
   if (auto same = SameAsNewest(database, folder)) return same;
   folder.Make();

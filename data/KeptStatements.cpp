@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/KeptStatements.h"
 
 #include "data/AudioList.h"
@@ -20,7 +21,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kExclamation = 48;
 constexpr quint32 kForm = 1;  // of the file; another number is another program's
 
 struct KeptStatement {
@@ -87,9 +87,9 @@ void WriteKept(const Kept& kept) {
 
 bool IsLogged(const KeptStatement& statement) {
   if (!statement.tried) return false;
-  const dao::Recordset rows = dao::OpenDatabase(global.localDatabasePath)
-                                  .OpenRecordset(u"SELECT SqlSyntax FROM tblOfflineLog WHERE ID = "_s +
-                                                 QString::number(statement.number));
+  const dao::Recordset rows =
+      dao::OpenDatabase(global.localDatabasePath)
+          .OpenRecordset(u"SELECT SqlSyntax FROM tblOfflineLog WHERE ID = "_s + QString::number(statement.number));
   return !rows.Eof() && rows.Field(u"SqlSyntax"_s).toString() == statements::LogText(statement.text);
 }
 
@@ -111,8 +111,7 @@ void Log(Kept& kept) {
 }  // namespace
 
 void KeepStatement(const QString& statement, std::optional<qint32> triedAs) {
-  InMemory()[global.localDatabasePath] +=
-      KeptStatement{statement, {}, triedAs.has_value(), triedAs.value_or(0)};
+  InMemory()[global.localDatabasePath] += KeptStatement{statement, {}, triedAs.has_value(), triedAs.value_or(0)};
   try {
     WriteKept(ReadKept());
   } catch (const runtime::Error& error) {
@@ -120,7 +119,7 @@ void KeepStatement(const QString& statement, std::optional<qint32> triedAs) {
         u"Een wijziging is gedaan, maar kon niet in het logboek komen en ook niet apart bewaard worden:\n%1\n\n"
         u"Laat het programma open en neem de oorzaak weg: met de volgende wijziging of export komt ze alsnog in het "
         u"logboek."_s.arg(error.Description()),
-        kExclamation);
+        kStyleExclamation);
   }
 }
 

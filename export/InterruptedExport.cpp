@@ -13,8 +13,11 @@
 #include "platform/runtime/TextFile.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
+
+#include <sys/stat.h>
 
 #include <optional>
 
@@ -41,7 +44,8 @@ bool IsInExports(const QString& path, const QRegularExpression& name) {
 // can have written decides nothing.
 void RequireOwn(const ExportRecord& record, const QString& recordPath) {
   static const QRegularExpression kFile(u"\\A[0-9]{14}\\.tql\\z"_s);
-  static const QRegularExpression kUnfinished(u"\\A[0-9]{14}\\.tql\\.[0-9a-f]{8}\\.tmp\\z"_s);
+  static const QRegularExpression kUnfinished(
+      u"\\A([0-9]{14}\\.tql\\.[0-9a-f]{8}\\.tmp|\\.[0-9]{14}\\.tql\\.[0-9a-f]{16}\\.spotrooster-tmp)\\z"_s);
   if (IsInExports(record.path, kFile) && IsInExports(record.temporary, kUnfinished)) return;
   throw runtime::Error(
       u"Het bestand '%1' noemt '%2': dat is geen export in de exportmap '%3'. Er is niets veranderd. Is de exportmap "
@@ -62,10 +66,23 @@ ExportSettlement Finish(const QString& localDatabasePath, const ExportRecord& re
   return {InterruptedExport::Finished, record.path};
 }
 
+// Whether two paths lead to one file: a name was taken without the other being given up.
+bool IsOneFile(const QString& path, const QString& other) {
+  struct stat one {};
+  struct stat two {};
+  return ::stat(QFile::encodeName(runtime::HostPath(path)).constData(), &one) == 0 &&
+         ::stat(QFile::encodeName(runtime::HostPath(other)).constData(), &two) == 0 && one.st_dev == two.st_dev &&
+         one.st_ino == two.st_ino;
+}
+
 // The log still holds what the file was made of: did the file get its name?
 ExportSettlement SettleByFile(const QString& localDatabasePath, const ExportRecord& record) {
   const Presence temporary = runtime::Probe(record.temporary);
-  if (temporary == Presence::There) return Drop(localDatabasePath, record);
+  if (temporary == Presence::There) {
+    if (!IsOneFile(record.temporary, record.path)) return Drop(localDatabasePath, record);
+    runtime::RemoveFile(runtime::HostPath(record.temporary));
+    return Finish(localDatabasePath, record);
+  }
   const Presence file = temporary == Presence::NotThere ? runtime::Probe(record.path) : temporary;
   if (file == Presence::NotReachable) return {InterruptedExport::NotReachable, record.path};
   if (file == Presence::Denied) return {InterruptedExport::Denied, record.path};

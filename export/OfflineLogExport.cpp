@@ -8,6 +8,9 @@
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Probe.h"
 #include "platform/runtime/StagedFile.h"
+#include "platform/runtime/TextFile.h"
+
+#include <QHash>
 
 using namespace Qt::StringLiterals;
 
@@ -32,6 +35,16 @@ void LogWhatWasKept() {
   }
 }
 
+QString PathOf(const QString& folder, const QDateTime& second) {
+  return folder + u'\\' + ExportContent::FileName(second);
+}
+
+// The record of the last export from each local database in this process, also when it is settled.
+QHash<QString, ExportRecord>& LastExports() {
+  static QHash<QString, ExportRecord> records;
+  return records;
+}
+
 // The file did not get its name, or its record may be there or not. The record goes first: one that has lost its
 // temporary file would mean that it did.
 void TakeBack(const QString& localDatabasePath, runtime::StagedFile& file) {
@@ -50,12 +63,14 @@ void RequireWritable(const QString& databasePath) {
 
 }  // namespace
 
-QString OfflineLogExport::WriteFile(const QString& folder) {
+QString OfflineLogExport::WriteFile(const QString& folder, SameSecond sameSecond) {
   LogWhatWasKept();
   if (IsLogEmpty(localDatabasePath_)) return {};
   RequireWritable(localDatabasePath_);
-  QString path = folder + u'\\' + ExportContent::FileName(runtime::Now());
-  runtime::StagedFile file(path);
+  QDateTime second = runtime::Now();
+  while (runtime::Probe(PathOf(folder, second)) == runtime::Presence::There && !MayReplace(folder, second, sameSecond))
+    second = second.addSecs(1);
+  runtime::StagedFile file(PathOf(folder, second));
   ExportContent content([&](const QByteArray& block) { file.Write(block); });
   content.AddLog(localDatabasePath_);
   const QByteArray digest = content.Finish();
@@ -64,13 +79,40 @@ QString OfflineLogExport::WriteFile(const QString& folder) {
   file.Complete();
   file.SyncName();
   try {
-    WriteExportRecord(localDatabasePath_, {path, file.TemporaryPath(), highestID_, digest});
-    file.Place();
+    return Place(file, folder, second, digest, sameSecond);
   } catch (const runtime::Error&) {
     TakeBack(localDatabasePath_, file);
     throw;
   }
-  return path;
+}
+
+// Before each try the record names the file that may be there afterwards. The names looked free, but another program
+// may take them at any moment.
+QString OfflineLogExport::Place(runtime::StagedFile& file, const QString& folder, QDateTime second,
+                                const QByteArray& digest, SameSecond sameSecond) const {
+  const bool replaces = MayReplace(folder, second, sameSecond);
+  for (;; second = second.addSecs(1)) {
+    const ExportRecord record{PathOf(folder, second), file.TemporaryPath(), highestID_, digest};
+    WriteExportRecord(localDatabasePath_, record);
+    if (replaces) {
+      file.Place();
+    } else if (!file.PlaceNew(record.path)) {
+      continue;
+    }
+    LastExports()[localDatabasePath_] = record;
+    return record.path;
+  }
+}
+
+// Only a file that this process exported from this database and that is as it was written.
+bool OfflineLogExport::MayReplace(const QString& folder, const QDateTime& second, SameSecond sameSecond) const {
+  const ExportRecord last = LastExports().value(localDatabasePath_);
+  if (sameSecond == SameSecond::KeepAll || last.path != PathOf(folder, second)) return false;
+  try {
+    return ContentDigest::Of(runtime::ReadFile(last.path)) == last.digest;
+  } catch (const runtime::Error&) {
+    return false;
+  }
 }
 
 void OfflineLogExport::EmptyLog() const {

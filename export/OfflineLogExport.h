@@ -5,6 +5,10 @@
 
 #include <limits>
 
+namespace runtime {
+class StagedFile;
+}
+
 // One export of the offline log, in steps between which the program may die at any place without losing a statement or
 // handing one out twice: the file is written and synced under a temporary name, a record of it beside the database;
 // then the file gets its name, the log loses what the file holds, and the record goes. Whoever finds a record
@@ -16,16 +20,25 @@ class OfflineLogExport {
  public:
   explicit OfflineLogExport(const QString& localDatabasePath) : localDatabasePath_(localDatabasePath) {}
 
-  // Writes the log into the file of the present moment in the folder (path text) and gives its path. A log without a
-  // row makes no file: the path is empty. After an error there is no file, or (when only the last sync failed) it is
-  // there and the record too, so that it is settled before the next export.
-  QString WriteFile(const QString& folder);
+  // What a file of the same second becomes. None of another program or program folder is ever replaced.
+  enum class SameSecond { ReplaceOwn, KeepAll };
+
+  // Writes the log into the file of the present moment in the folder (path text) and gives its path. Where that name is
+  // taken the file gets the name of the next second that is free; ReplaceOwn: a file that this process exported from
+  // this database, and that is as it was written, gives way. A log without a row makes no file: the path is empty.
+  // After an error there is no file, or (when only the last sync failed) it is there and the record too, so that it is
+  // settled before the next export.
+  QString WriteFile(const QString& folder, SameSecond sameSecond = SameSecond::KeepAll);
   // The statements that the file does not hold as they were.
   const AlteredStatements& Altered() const { return altered_; }
-  // Takes out of the log what the file holds.
+  // Takes out of the log what the file holds, and then the record away.
   void EmptyLog() const;
 
  private:
+  QString Place(runtime::StagedFile& file, const QString& folder, QDateTime second, const QByteArray& digest,
+                SameSecond sameSecond) const;
+  bool MayReplace(const QString& folder, const QDateTime& second, SameSecond sameSecond) const;
+
   QString localDatabasePath_;
   AlteredStatements altered_;
   qint32 highestID_ = std::numeric_limits<qint32>::min();

@@ -135,7 +135,7 @@ void frmPlanningExporteren::Opslaan() {
       ShowStep(u"Offline-log controleren en exporteren"_s, 2.0 / 3);
       FinishInterruptedExport(global.localDatabasePath);
       OfflineLogExport logExport(global.localDatabasePath);
-      path = logExport.WriteFile(folder);
+      path = logExport.WriteFile(folder, OfflineLogExport::SameSecond::ReplaceOwn);
       global.lastResult = EmptyLog(logExport);
       LogKeptStatements();
       AddKeptAudioLines();

@@ -9,7 +9,6 @@
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Numbers.h"
 #include "tools/Commands.h"
-#include "tools/ExportSecond.h"
 #include "tools/StationSession.h"
 
 #include <QFileInfo>
@@ -40,7 +39,6 @@ MissingFile SaidOf(const QString& path, const Arguments& arguments) {
 void Tell(const QString& path, const AlteredStatements& altered, const Streams& streams) {
   if (altered.count > 0) streams.err << AlteredWarning(altered, path).toStdString() << '\n';
   streams.out << runtime::HostPath(path).toStdString() << '\n';
-  WaitOutSecond(path);
 }
 
 // The steps of the export window, in their order.
@@ -52,7 +50,6 @@ int Export(const Arguments& arguments, const Streams& streams) {
   if (!MayExport(folder)) return kFailed;
   FinishInterruptedExport(global.localDatabasePath, [&](const QString& path) { return SaidOf(path, arguments); });
   OfflineLogExport logExport(global.localDatabasePath);
-  WaitForFreeSecond(folder);
   const QString path = logExport.WriteFile(folder);
   logExport.EmptyLog();
   if (!path.isEmpty()) Tell(path, logExport.Altered(), streams);

@@ -12,8 +12,8 @@ struct SessionAnswer {
 };
 
 // A station opened as the program opens it at its start, but without windows: settings, paths and mode stand in
-// `global`. While it lives, what the program would show as a message goes to `err`, a line or more each; a question that
-// no given option answers goes there too and is a runtime::Error. Afterwards `global` and the drives are empty.
+// `global`. While it lives, what the program would show as a message goes to `err`, a line or more each; a question
+// that no given option answers goes there too and is a runtime::Error. Afterwards `global` and the drives are empty.
 class StationSession {
  public:
   // The first plain word is the program folder, --station the station's number (0 when not told). runtime::Error for a

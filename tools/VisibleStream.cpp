@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/VisibleStream.h"
 
 #include <unistd.h>

@@ -34,6 +34,8 @@ class Descriptor {
 
 // Replaces `to` in one step.
 int RenameFile(const QString& from, const QString& to);
+// The same only when `to` does not exist: EEXIST otherwise. Taking the name is one step. After a crash both may exist.
+int RenameNewFile(const QString& from, const QString& to);
 int RemoveFile(const QString& hostPath);
 // Returns when the names in the folder that holds the file will survive a power cut.
 int SyncFolderOf(const QString& hostPath);

@@ -57,6 +57,16 @@ void StagedFile::Place() {
   if (const int failure = SyncFolderOf(path_)) Fail(failure);
 }
 
+bool StagedFile::PlaceNew(const QString& pathText) {
+  const QString path = HostPath(pathText);
+  const int failure = RenameNewFile(temporary_, path);
+  if (failure == EEXIST) return false;
+  if (failure != 0) Fail(failure);
+  removes_ = false;
+  if (const int unsafe = SyncFolderOf(path)) Fail(unsafe);
+  return true;
+}
+
 void StagedFile::Fail(int reason) const {
   throw Error(u"Kan '%1' niet schrijven: %2."_s.arg(pathText_, SystemReason(reason)));
 }

@@ -5,6 +5,7 @@
 #include "catalogue/frmItemSpots.h"
 #include "catalogue/frmItems.h"
 #include "data/Catalogue.h"
+#include "data/Messages.h"
 #include "platform/controls/ListBox.h"
 #include "platform/dao/WriteWait.h"
 #include "platform/desktop/MessageBox.h"
@@ -185,11 +186,14 @@ TEST_P(BusyDatabase, ItemCleanupIsRefusedStepByStepAndNotCalledDone) {
   Child<QCheckBox>(form, u"chkVerwijderSpots"_s).setChecked(true);
   Child<QCheckBox>(form, u"chkVerwijderID"_s).setChecked(true);
   Busy(Work::PreparesAChange);
+  for (const int answer : {kAnswerYes, kAnswerOk, kAnswerOk, kAnswerOk, kAnswerYes})
+    boxes_.Answer(answer);
   Click(form, u"cmdOk"_s);
   Free();
-  QStringList expected{u"Delete_tblBeheer"_s, u"Delete_tblBeheer"_s, u"Delete_tblBeheer"_s};
+  // The first question: there is no backup; on anyway.
+  QStringList expected{u"Items"_s, u"Delete_tblBeheer"_s, u"Delete_tblBeheer"_s, u"Delete_tblBeheer"_s};
   // Offline it is the local database that is busy: its copy can be neither emptied nor filled on closing.
-  if (GetParam() == Station::Mode::Offline) expected += {u"DeleteAllInTable"_s, u"TransItemSpotsToLocal"_s};
+  if (GetParam() == Station::Mode::Offline) expected += {u"Items"_s, u"DeleteAllInTable"_s, u"TransItemSpotsToLocal"_s};
   EXPECT_EQ(Titles(), expected);
   EXPECT_FALSE(form.isVisible());
   ExpectUntouched();
@@ -211,14 +215,30 @@ TEST_P(BusyDatabase, CopyFromABusyServerOffersTheRowsBack) {
   EXPECT_FALSE(form.isVisible());
 }
 
+// The other program may end at any moment: what has no backup is not emptied then either.
+TEST_P(BusyDatabase, CopyIsNotEmptiedWithoutABackupUnlessTheUserWantsIt) {
+  station_.OnLocal(u"DELETE FROM tblCopie_ItemSpots"_s);
+  station_.OnLocal(u"INSERT INTO tblCopie_ItemSpots (ID, Naam, Aktief) VALUES (8, \"kopie\", 1)"_s);
+  frmItemSpots form(nullptr);
+  Open(form);
+  Busy(Work::PreparesAChange, global.localDatabasePath);
+  boxes_.Answer(kAnswerNo);
+  Click(form, u"cmdSluiten"_s);
+  Free();
+  EXPECT_EQ(Titles(), QStringList{u"Items"_s});
+  EXPECT_EQ(boxes_.Last().defaultAnswer, kAnswerNo);
+  EXPECT_EQ(Numbers(station_.LocalRows(u"SELECT ID FROM tblCopie_ItemSpots"_s), u"ID"_s), QList<int>{8});
+}
+
 TEST_P(BusyDatabase, CopyIntoABusyLocalDatabaseLeavesItsRows) {
   station_.OnLocal(u"DELETE FROM tblCopie_ItemSpots"_s);
   station_.OnLocal(u"INSERT INTO tblCopie_ItemSpots (ID, Naam, Aktief) VALUES (8, \"kopie\", 1)"_s);
   frmItemSpots form(nullptr);
   Open(form);
   Busy(Work::PreparesAChange, global.localDatabasePath);
+  boxes_.Answer(kAnswerYes);
   Click(form, u"cmdSluiten"_s);
   Free();
-  EXPECT_EQ(Titles(), (QStringList{u"DeleteAllInTable"_s, u"TransItemSpotsToLocal"_s}));
+  EXPECT_EQ(Titles(), (QStringList{u"Items"_s, u"DeleteAllInTable"_s, u"TransItemSpotsToLocal"_s}));
   EXPECT_EQ(Numbers(station_.LocalRows(u"SELECT ID FROM tblCopie_ItemSpots"_s), u"ID"_s), QList<int>{8});
 }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/KeptStatements.h"
 
 #include "data/Globals.h"
@@ -7,6 +8,7 @@
 #include "platform/runtime/FileCalls.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/TextFile.h"
+#include "platform/runtime/UserMessage.h"
 #include "tests/support/Fork.h"
 #include "tests/support/Station.h"
 
@@ -72,7 +74,7 @@ TEST_F(FullLog, AStatementThatWasNotCarriedOutIsNotKept) {
 TEST_F(FullLog, AKeptStatementOutlivesTheProgram) {
   const pid_t child = testing_support::Fork();
   if (child == 0) {
-    const desktop::MessageBoxOutlet quiet([](const QString&, int, const QString&) { return 0; });
+    const runtime::UserMessageScope quiet([](const QString&, int, const QString&) { return 0; });
     Write(1);
     ::raise(SIGKILL);
   }
@@ -123,8 +125,9 @@ TEST_F(FullLog, AFailureOrKillAtAnyStepOfLoggingWritesNoRowTwice) {
 
 TEST_F(FullLog, WhatTheDiskDoesNotTakeWaitsInMemoryAndTheUserIsTold) {
   {
-    const runtime::FileCallScope full(
-        [](FileCall call, const QString& path) { return call == FileCall::Open && path.contains(u"-unlogged"_s) ? ENOSPC : 0; });
+    const runtime::FileCallScope full([](FileCall call, const QString& path) {
+      return call == FileCall::Open && path.contains(u"-unlogged"_s) ? ENOSPC : 0;
+    });
     const MessageBoxScript boxes;
     EXPECT_FALSE(Write(1));
     EXPECT_FALSE(Write(2));

@@ -24,6 +24,7 @@
 
 #include <cerrno>
 #include <csignal>
+#include <filesystem>
 
 using namespace Qt::StringLiterals;
 using runtime::FileCall;
@@ -137,6 +138,47 @@ TEST_F(ExportSteps, AKillAtAnyStepLosesAndDoublesNothing) {
   EXPECT_TRUE(met.contains(InterruptedExport::None));
   EXPECT_TRUE(met.contains(InterruptedExport::Dropped));
   EXPECT_TRUE(met.contains(InterruptedExport::Finished));
+}
+
+TEST_F(ExportSteps, AFileOfAnotherProgramKeepsItsNameAndItsStatements) {
+  runtime::WriteFile(global.exportPath + u"\\20240131154507.tql"_s, "UPDATE other;\r\n");
+  runtime::WriteFile(global.exportPath + u"\\20240131154508.tql"_s, "UPDATE another;\r\n");
+  OfflineLogExport logExport(global.localDatabasePath);
+  EXPECT_EQ(logExport.WriteFile(global.exportPath, OfflineLogExport::SameSecond::ReplaceOwn),
+            global.exportPath + u"\\20240131154509.tql"_s);
+  EXPECT_EQ(StatementsInFiles(station_.ExportFolder()),
+            (QStringList{u"UPDATE other"_s, u"UPDATE another"_s} + kStatements));
+}
+
+// The name is free when it is looked at and taken the moment before the file gets it.
+TEST_F(ExportSteps, ANameTakenAtTheLastMomentIsNotTakenAway) {
+  int left = 3;
+  const runtime::FileCallScope other([&](FileCall call, const QString& path) {
+    if (call == FileCall::Rename && path.contains(u".tql"_s) && left > 0) {
+      const QString name = u"/2024013115450%1.tql"_s.arg(10 - left--);
+      QFile file(station_.ExportFolder() + name);
+      EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+      file.write("UPDATE other;\r\n");
+    }
+    return 0;
+  });
+  OfflineLogExport logExport(global.localDatabasePath);
+  EXPECT_EQ(logExport.WriteFile(global.exportPath), global.exportPath + u"\\20240131154510.tql"_s);
+  logExport.EmptyLog();
+  EXPECT_EQ(StatementsInFiles(station_.ExportFolder()).size(), 3 + kStatements.size());
+  EXPECT_FALSE(QFile::exists(RecordFile()));
+}
+
+TEST_F(ExportSteps, AFileUnderBothItsNamesIsFinishedAndHandedOutOnce) {
+  OfflineLogExport logExport(global.localDatabasePath);
+  const QString path = logExport.WriteFile(global.exportPath);
+  const auto record = ReadExportRecord(global.localDatabasePath);
+  ASSERT_TRUE(record);
+  std::filesystem::create_hard_link(runtime::HostPath(path).toStdString(),
+                                    runtime::HostPath(record->temporary).toStdString());
+  EXPECT_EQ(Settle(), InterruptedExport::Finished);
+  EXPECT_EQ(Everywhere(), kStatements);
+  EXPECT_TRUE(Files().filter(u".tmp"_s).isEmpty());
 }
 
 namespace {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A new spot that was written while its row in the offline log could not be: it stands, and nothing of it is lost.
 #include "data/Globals.h"
 #include "platform/dao/Database.h"

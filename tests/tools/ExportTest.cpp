@@ -2,18 +2,15 @@
 #include "data/ProgramLock.h"
 #include "export/ExportRecord.h"
 #include "export/OfflineLogExport.h"
-#include "platform/runtime/Clock.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/TextFile.h"
 #include "tests/tools/StationProgram.h"
-#include "tools/ExportSecond.h"
 
 #include <QDir>
 #include <QFile>
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <string>
 
 using namespace Qt::StringLiterals;
@@ -193,31 +190,4 @@ TEST_P(MissingExportFile, KeepsLocateFromWritingIntoTheLog) {
   const ToolRun run = program_.Run(u"locate"_s, {program_.At(u"audio"_s), u"--write"_s});
   EXPECT_EQ(run.exitCode, kFailed);
   EXPECT_NE(run.err.find(kName.toStdString()), std::string::npos) << run.err;
-}
-
-TEST(ExportSecond, WaitsUntilNoFileHasTheName) {
-  const Station station;
-  QDateTime now(QDate(2025, 3, 11), QTime(9, 30, 15, 400));
-  const runtime::ClockScope clock([&now] { return now; });
-  runtime::WriteFile(global.exportPath + u"\\20250311093015.tql"_s, "x");
-  runtime::WriteFile(global.exportPath + u"\\20250311093016.tql"_s, "x");
-  QList<int> waits;
-  WaitForFreeSecond(global.exportPath, [&](std::chrono::milliseconds time) {
-    waits += static_cast<int>(time.count());
-    now = now.addMSecs(time.count());
-  });
-  EXPECT_EQ(waits, (QList<int>{600, 1000}));
-}
-
-TEST(ExportSecond, AfterwardsTheSecondIsOver) {
-  QDateTime now(QDate(2025, 3, 11), QTime(9, 30, 15, 900));
-  const runtime::ClockScope clock([&now] { return now; });
-  int waits = 0;
-  const auto sleep = [&](std::chrono::milliseconds time) {
-    now = now.addMSecs(time.count());
-    ++waits;
-  };
-  WaitOutSecond(u"D:\\export\\20250311093015.tql"_s, sleep);
-  WaitOutSecond(u"D:\\export\\20250311093015.tql"_s, sleep);
-  EXPECT_EQ(waits, 1);
 }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Texts of a database on a terminal, where they must not command it, and in a pipe, where they stay exact.
 #include "tools/VisibleStream.h"
 
@@ -71,15 +72,22 @@ std::string OnTerminal(const QStringList& words) {
 TEST(VisibleBuffer, MakesControlCharactersVisible) {
   EXPECT_EQ(Shown({"a\x1B[31mrood\a\x7F"}), "a\\x1B[31mrood\\x07\\x7F");
   EXPECT_EQ(Shown({"vier\rdrie\r\n"}), "vier\\x0Ddrie\r\n");
-  EXPECT_EQ(Shown({"\xC2\x9B" "31m"}), "\\xC2\\x9B31m");
-  EXPECT_EQ(Shown({"\x9B" "31m \xE9t\xE9"}), "\\x9B31m \\xE9t\\xE9");
+  EXPECT_EQ(Shown({"\xC2\x9B"
+                   "31m"}),
+            "\\xC2\\x9B31m");
+  EXPECT_EQ(Shown({"\x9B"
+                   "31m \xE9t\xE9"}),
+            "\\x9B31m \\xE9t\\xE9");
 }
 
 TEST(VisibleBuffer, PassesEverythingElseAsItIsInWhateverPiecesItComes) {
-  EXPECT_EQ(Shown({"caf\xC3\xA9\t\xE2\x82\xAC \xF0\x9F\x8E\xB5\r\n"}), "caf\xC3\xA9\t\xE2\x82\xAC \xF0\x9F\x8E\xB5\r\n");
+  EXPECT_EQ(Shown({"caf\xC3\xA9\t\xE2\x82\xAC \xF0\x9F\x8E\xB5\r\n"}),
+            "caf\xC3\xA9\t\xE2\x82\xAC \xF0\x9F\x8E\xB5\r\n");
   EXPECT_EQ(Shown({"caf\xC3", "\xA9 \xE2", "\x82", "\xAC\r", "\n"}), "caf\xC3\xA9 \xE2\x82\xAC\r\n");
   EXPECT_EQ(Shown({"half \xE2\x82"}), "half \\xE2\\x82");
-  EXPECT_EQ(Shown({"\xE2\x82", "a"}), "\\xE2\\x82" "a");
+  EXPECT_EQ(Shown({"\xE2\x82", "a"}),
+            "\\xE2\\x82"
+            "a");
 }
 
 TEST(VisibleOnTerminal, NamesOfADatabaseDoNotCommandTheTerminalAndStayExactInAPipe) {
@@ -89,9 +97,9 @@ TEST(VisibleOnTerminal, NamesOfADatabaseDoNotCommandTheTerminalAndStayExactInAPi
   const QString naam = u"titel\u001B]0;gekaapt\u0007 \u009B2J"_s;
   ASSERT_EQ(RunTool({u"sql"_s, server, u"INSERT INTO tblItems (ID, Naam) VALUES (1, \"%1\")"_s.arg(naam)}).exitCode,
             kDone);
-  for (const QStringList& words : {QStringList{u"dump"_s, server, u"tblItems"_s},
-                                   QStringList{u"sql"_s, server, u"SELECT Naam FROM tblItems"_s},
-                                   QStringList{u"sql"_s, server, u"UPDATE [%1] SET x = 1"_s.arg(naam)}}) {
+  for (const QStringList& words :
+       {QStringList{u"dump"_s, server, u"tblItems"_s}, QStringList{u"sql"_s, server, u"SELECT Naam FROM tblItems"_s},
+        QStringList{u"sql"_s, server, u"UPDATE [%1] SET x = 1"_s.arg(naam)}}) {
     const std::string text = OnTerminal(words);
     EXPECT_NE(text.find("titel\\x1B]0;gekaapt\\x07 \\xC2\\x9B2J"), std::string::npos) << text;
     EXPECT_EQ(text.find('\x1B'), std::string::npos);
