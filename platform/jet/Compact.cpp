@@ -2,19 +2,34 @@
 
 #include "platform/files/AtomicFile.h"
 #include "platform/jet/Check.h"
-#include "platform/jet/Codec.h"
+#include "platform/jet/Damage.h"
+#include "platform/jet/DatabaseCopy.h"
 #include "platform/jet/Error.h"
-#include "platform/jet/Properties.h"
-#include "platform/jet/Utf8.h"
 
+#include <algorithm>
 #include <memory>
-#include <vector>
 
 namespace jet {
 
 namespace {
 
-constexpr std::int32_t kDatabaseObject = 2;  // MSysDb
+constexpr std::size_t kPagesAtOnce = 64;
+
+/// Writes pages as a file with this encoding key has them.
+void WritePages(PageSource& pages, std::uint32_t key, File& file) {
+  Bytes block;
+  std::uint64_t written = 0;
+  for (std::uint32_t number = 0; number < pages.PageCount(); ++number) {
+    PageBytes page = *pages.Read(number);
+    ApplyPageEncoding(key, number, page);
+    block.insert(block.end(), page.begin(), page.end());
+    if (block.size() < kPagesAtOnce * kPageSize && number + 1 < pages.PageCount()) continue;
+    file.WriteAt(written, block);
+    written += block.size();
+    block.clear();
+  }
+  file.Sync();
+}
 
 /// Removes a file that was not finished.
 class Unfinished {
@@ -38,72 +53,22 @@ class Unfinished {
   bool kept_ = false;
 };
 
-/// Only tables can be carried over; what else is there must not get lost.
-void CheckOnlyTables(Database& source) {
-  for (const CatalogEntry& entry : source.Objects().Entries()) {
-    const bool isEngineTable = entry.IsTable() && entry.id >= 2 && entry.id <= 5;
-    const bool isFrame = entry.type == CatalogEntry::kContainer || entry.type == kDatabaseObject;
-    if (isEngineTable || isFrame || entry.IsUserTable()) continue;
-    throw Error(ErrorCode::Unsupported, "Het bestand '" + source.Name() + "' bevat '" + ToUtf8(entry.name) +
-                                            "', dat bij het comprimeren verloren zou gaan.");
-  }
-}
-
-ColumnSet AllColumns(const Table& table) {
-  ColumnSet columns(table.Definition().columns.size());
-  for (std::size_t i = 0; i < columns.size(); ++i)
-    columns[i] = i;
-  return columns;
-}
-
-std::vector<PropertySet> PropertiesIn(Database& database, const std::u16string& table) {
-  const auto block = ReadPropertyBlock(database.Source(), database.Objects().FindTable(table)->row);
-  return block && !block->empty() ? ParseProperties(*block) : std::vector<PropertySet>();
-}
-
-void KeepAutonumber(Database& target, const std::u16string& name, std::uint32_t last) {
-  std::uint8_t* at = target.Shared().Changes().Change(target.OpenTable(name).Def().page).data() + kAutonumberAt;
-  if (LoadU32(at) < last) Store(at, last);
-}
-
-void CopyTable(Database& source, Database& target, const std::u16string& name) {
-  const Table from = source.OpenTable(name);
-  TableDefinition definition = from.Definition();
-  // Only what no file made by us has: the other side of a relation cannot be carried over.
-  for (const IndexDefinition& index : definition.indexes) {
-    if (index.foreign) throw Error(ErrorCode::Unsupported, "De tabel '" + ToUtf8(name) + "' heeft relaties.");
-  }
-  target.CreateTable(definition, PropertiesIn(source, name));
-  const auto writer =
-      std::make_unique<TableWriter>(target.Shared().Changes(), target.OpenTable(name).Def(), definition);
-  const Table to = target.OpenTable(name);
-  const ColumnSet columns = AllColumns(from);
-  TableCursor rows = from.Scan(columns);
-  while (rows.Next()) {
-    std::vector<Value> row = rows.Values();
-    const RowId copy = writer->Insert(row);
-    if (to.Fetch(copy, columns) != rows.Values()) {
-      throw Error(ErrorCode::Damaged, "Een rij van tabel '" + ToUtf8(name) + "' is niet goed overgenomen.");
-    }
-  }
-  KeepAutonumber(target, name, from.Def().lastAutonumber);
-}
-
-void CopyAll(Database& source, const std::filesystem::path& path, FileSystem& files) {
-  Database::Create(path, files);
-  OpenOptions options;
-  options.writable = true;
-  const auto target = Database::Open(path, options, files);
-  WriteTurn turn(*target);
-  for (const std::u16string& name : source.TableNames())
-    CopyTable(source, *target, name);
-  turn.Commit();
-  for (const std::u16string& name : source.TableNames()) {
-    if (source.OpenTable(name).CountRows() == target->OpenTable(name).CountRows()) continue;
-    throw Error(ErrorCode::Damaged, "De tabel '" + ToUtf8(name) + "' is niet volledig overgenomen.");
-  }
-  const auto findings = CheckDatabase(*target);
-  if (HasProblem(findings)) throw Error(ErrorCode::Damaged, findings.front().text);
+/// Writes a copy of `source` to a new file at `path` and compares the two. `options` are for opening the source.
+void CopyAll(Database& source, const std::filesystem::path& path, const OpenOptions& options, FileSystem& files) {
+  InContext("Het bestand '" + source.Name() + "' is beschadigd: ", [&] {
+    DatabaseCopy copy(source);
+    WritePages(copy.Pages(), source.DatabaseHeader().encodingKey, *files.Open(path, OpenMode::Create));
+    OpenOptions reading = options;
+    reading.writable = false;
+    const auto target = Database::Open(path, reading, files);
+    const ReadTurn turn(*target);
+    copy.Compare(*target);
+    if (!HasProblem(CheckDatabase(*target))) return;
+    // What was copied as it stands is for the user to find in the old file.
+    const auto findings = CheckDatabase(source);
+    const auto problem = std::ranges::find(findings, false, &Finding::remark);
+    throw Damage(problem != findings.end() ? problem->text : "het is niet goed overgenomen");
+  });
 }
 
 void KeepOld(const std::filesystem::path& path, FileSystem& files) {
@@ -121,10 +86,9 @@ void CompactInto(const std::filesystem::path& source, const std::filesystem::pat
                  FileSystem& files) {
   const auto database = Database::Open(source, options, files);
   const ReadTurn reading(*database);
-  CheckOnlyTables(*database);
   if (files.Exists(target)) Database::Create(target, files);  // says that it is there
   Unfinished unfinished(files, target);
-  CopyAll(*database, target, files);
+  CopyAll(*database, target, options, files);
   unfinished.Keep();
 }
 
@@ -133,12 +97,11 @@ void Compact(const std::filesystem::path& path, const OpenOptions& options, File
   writable.writable = true;
   const auto database = Database::Open(path, writable, files);
   const WriteTurn nobodyElse(*database);
-  CheckOnlyTables(*database);
   std::filesystem::path temporary = path;
   temporary.replace_extension(".compact.mdb");
   if (files.Exists(temporary)) files.Remove(temporary);  // left by one that was killed
   Unfinished unfinished(files, temporary);
-  CopyAll(*database, temporary, files);
+  CopyAll(*database, temporary, options, files);
   KeepOld(path, files);
   files.CopyPermissions(path, temporary);
   files.Rename(temporary, path);

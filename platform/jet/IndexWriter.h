@@ -41,6 +41,10 @@ class IndexWriter {
   /// Makes a key such an entry.
   static void AppendPlace(Bytes& key, RowId row);
   static RowId RowOf(ByteView entry);
+  static ByteView KeyOf(ByteView entry) { return entry.first(entry.size() - index_page::kPointerBytes); }
+  static bool HasKeyOfTheOneBefore(const EntryList& sorted, std::size_t i);
+  /// How many different keys sorted entries have.
+  static std::size_t CountKeys(const EntryList& sorted);
 
  private:
   /// One page on the way from the root to a leaf, and which of its children comes next: the place of an entry, or their

@@ -71,6 +71,17 @@ std::vector<std::size_t> PageEnds(const Level& below, bool leaf) {
 
 }  // namespace
 
+bool IndexWriter::HasKeyOfTheOneBefore(const EntryList& sorted, std::size_t i) {
+  return i > 0 && std::ranges::equal(KeyOf(sorted.At(i - 1)), KeyOf(sorted.At(i)));
+}
+
+std::size_t IndexWriter::CountKeys(const EntryList& sorted) {
+  std::size_t keys = 0;
+  for (std::size_t i = 0; i < sorted.Count(); ++i)
+    keys += HasKeyOfTheOneBefore(sorted, i) ? 0 : 1;
+  return keys;
+}
+
 bool IndexWriter::IsEmpty() {
   const IndexPage root(pages_.Read(root_), root_, table_);
   return root.IsLeaf() && root.Count() == 0;

@@ -40,11 +40,11 @@ Bytes LongValueWriter::Write(ByteView value, bool mayInline) {
     return stored;
   }
   if (value.size() <= kMostInOneRow) return Head(value.size(), kSingleFlag, rows_.Add(value));
-  return Head(value.size(), 0, WriteChain(value));
+  return Head(value.size(), 0, WriteChain(value, [&](ByteView piece) { return rows_.AddAlone(piece); }));
 }
 
-/// From the last piece to the first, so that each knows where the next one is.
-RowId LongValueWriter::WriteChain(ByteView value) {
+// From the last piece to the first, so that each knows where the next one is.
+RowId WriteChain(ByteView value, const std::function<RowId(ByteView)>& put) {
   RowId next = 0;
   for (std::size_t end = value.size(); end > 0;) {
     const std::size_t start = (end - 1) / kPiece * kPiece;
@@ -52,7 +52,7 @@ RowId LongValueWriter::WriteChain(ByteView value) {
     Store(piece.data(), next);
     piece.insert(piece.end(), value.begin() + static_cast<std::ptrdiff_t>(start),
                  value.begin() + static_cast<std::ptrdiff_t>(end));
-    next = rows_.AddAlone(piece);
+    next = put(piece);
     end = start;
   }
   return next;

@@ -4,9 +4,14 @@
 #include "platform/jet/RowSpace.h"
 #include "platform/jet/TableDef.h"
 
+#include <functional>
 #include <vector>
 
 namespace jet {
+
+/// Cuts a value into the pieces of a chain and gives each to `put`, from the last to the first; `put` returns where it put
+/// the piece. Returns where the first one is.
+RowId WriteChain(ByteView value, const std::function<RowId(ByteView piece)>& put);
 
 /// Writes and releases the values of one memo or OLE column.
 class LongValueWriter {
@@ -26,8 +31,6 @@ class LongValueWriter {
   void Clear() { rows_.Clear(); }
 
  private:
-  RowId WriteChain(ByteView value);
-
   Transaction& pages_;
   RowSpace rows_;
 };

@@ -24,13 +24,6 @@ constexpr std::uint16_t kMostBytes = 510;
 constexpr std::uint8_t kEngineFlag = 0x10;
 constexpr std::uint8_t kObfuscatedFlag = 0x20;
 
-/// Nothing at all, for a Transaction that makes a whole file.
-class NoPages final : public PageSource {
- public:
-  std::uint32_t PageCount() override { return 0; }
-  PageRef Read(std::uint32_t) override { return nullptr; }
-};
-
 class Builder {
  public:
   Builder() : pages_(nothing_), space_(pages_), maps_(pages_, space_, kMapsOfTables) {}
@@ -39,7 +32,7 @@ class Builder {
     for (std::uint32_t page = 0; page < kFirstPages; ++page)
       pages_.Append();
     MakeHeader();
-    MakeGlobalMap();
+    FormatGlobalMap(pages_, kFirstPages);  // pages 14 and 15 are taken when the first rows come
     RowPage::Format(pages_.Change(kMapsOfTables), kUsageMapOwner);
     for (const EngineTable& table : EngineTables())
       MakeTable(table);
@@ -54,7 +47,6 @@ class Builder {
 
  private:
   void MakeHeader();
-  void MakeGlobalMap();
   void MakeTable(const EngineTable& table);
   ColumnDef MakeColumn(const EngineColumn& column, std::uint16_t number, TableDef& def, std::uint16_t& fixedBytes);
   void MakeIndexes(const EngineTable& table, TableDef& def);
@@ -91,17 +83,6 @@ void Builder::MakeHeader() {
   for (std::size_t at = kCommitCounters; at < kPageSize; at += 2)
     Store(&page[at], std::uint16_t{0x0100});
   Store(&page[kCommitCounters], std::uint16_t{0x0101});
-}
-
-void Builder::MakeGlobalMap() {
-  constexpr std::uint32_t kMapPage = 1;
-  RowPage::Format(pages_.Change(kMapPage), kMapPage);
-  RowPage page(pages_, kMapPage, kMapPage);
-  Bytes global(MapLayout::kFreshBytes, 0xFF);
-  std::fill_n(global.begin(), MapLayout::kInlineHead + 1, std::uint8_t{0});
-  global[MapLayout::kInlineHead + 1] = 0xC0;  // pages 14 and 15 are taken when the first rows come
-  page.Add(global);
-  page.Add(Bytes(MapLayout::kFreshBytes));
 }
 
 ColumnDef Builder::MakeColumn(const EngineColumn& column, std::uint16_t number, TableDef& def,
@@ -165,6 +146,20 @@ void Builder::MakeTable(const EngineTable& table) {
 }
 
 }  // namespace
+
+void FormatGlobalMap(Transaction& pages, std::uint32_t taken) {
+  constexpr std::uint32_t kMapPage = 1;
+  RowPage::Format(pages.Change(kMapPage), kMapPage);
+  RowPage page(pages, kMapPage, kMapPage);
+  Bytes global(MapLayout::kFreshBytes, 0xFF);
+  std::fill_n(global.begin(), MapLayout::kInlineHead, std::uint8_t{0});
+  for (std::uint32_t number = 0; number < taken; ++number) {
+    std::uint8_t& byte = global[MapLayout::kInlineHead + number / 8];
+    byte = static_cast<std::uint8_t>(byte & ~(1U << number % 8));
+  }
+  page.Add(global);
+  page.Add(Bytes(MapLayout::kFreshBytes));
+}
 
 Bytes NewDatabase(double now) {
   return Builder().Build(now);

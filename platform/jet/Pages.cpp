@@ -13,6 +13,17 @@ bool IsUnwritten(const PageBytes& page) {
   return std::all_of(page.begin(), page.end(), [](std::uint8_t byte) { return byte == 0; });
 }
 
+PageRef NoPages::Read(std::uint32_t number) {
+  throw DamageAt(number, "ligt voorbij het einde van het bestand");
+}
+
+void ApplyPageEncoding(std::uint32_t key, std::uint32_t number, PageBytes& page) {
+  if (number == 0 || key == 0) return;
+  std::array<std::uint8_t, 4> keyOfPage;
+  Store(keyOfPage.data(), key ^ number);
+  ApplyRc4(keyOfPage, page);
+}
+
 PageRef ReadTyped(PageSource& pages, std::uint32_t number, PageType type) {
   PageRef page = pages.Read(number);
   if ((*page)[0] != static_cast<std::uint8_t>(type) || (*page)[1] != 1) {
@@ -75,10 +86,7 @@ void Pages::Accept(std::uint32_t number, PageRef page) {
 }
 
 void Pages::ApplyEncoding(std::uint32_t number, PageBytes& page) const {
-  if (number == 0 || header_.encodingKey == 0) return;
-  std::array<std::uint8_t, 4> key;
-  Store(key.data(), header_.encodingKey ^ number);
-  ApplyRc4(key, page);
+  ApplyPageEncoding(header_.encodingKey, number, page);
 }
 
 }  // namespace jet

@@ -42,6 +42,16 @@ class PageSource {
   virtual PageRef Read(std::uint32_t number) = 0;
 };
 
+/// Nothing at all, for a Transaction that makes a whole file.
+class NoPages final : public PageSource {
+ public:
+  std::uint32_t PageCount() override { return 0; }
+  PageRef Read(std::uint32_t number) override;
+};
+
+/// Encodes or decodes the content of page `number` as a file with this key has it; key 0 changes nothing.
+void ApplyPageEncoding(std::uint32_t key, std::uint32_t number, PageBytes& page);
+
 /// Reads a page and checks its first two bytes against `type`.
 PageRef ReadTyped(PageSource& pages, std::uint32_t number, PageType type);
 

@@ -21,6 +21,14 @@ constexpr std::size_t kColumnBytes = 25;
 constexpr std::size_t kRealIndexBytes = 52;
 constexpr std::size_t kLogicalIndexBytes = 28;
 constexpr std::size_t kIndexFields = 10;
+constexpr std::size_t kLengthAt = 8;
+constexpr std::size_t kOwnedMapAt = 55;
+constexpr std::size_t kFreeMapAt = 59;
+// Within their blocks.
+constexpr std::size_t kIndexMapAt = 34;
+constexpr std::size_t kIndexRootAt = 38;
+constexpr std::size_t kPartnerTableAt = 17;
+constexpr std::size_t kLongMapBytes = 10;
 constexpr std::uint16_t kNoColumn = 0xFFFF;
 constexpr std::uint16_t kEndMark = 0xFFFF;
 
@@ -79,8 +87,8 @@ RealIndexDef ParseRealIndex(ByteView block) {
     const std::uint8_t* field = &block[4 + 3 * i];
     if (LoadU16(field) != kNoColumn) index.fields.push_back({LoadU16(field), field[2] != 0});
   }
-  index.map = LoadU32(&block[34]);
-  index.root = LoadU32(&block[38]);
+  index.map = LoadU32(&block[kIndexMapAt]);
+  index.root = LoadU32(&block[kIndexRootAt]);
   index.flags = block[46];
   return index;
 }
@@ -91,7 +99,7 @@ LogicalIndexDef ParseLogicalIndex(ByteView block) {
   index.realIndex = LoadU32(&block[8]);
   index.side = block[12];
   index.partnerIndex = Load<std::int32_t>(&block[13]);
-  index.partnerTable = LoadU32(&block[17]);
+  index.partnerTable = LoadU32(&block[kPartnerTableAt]);
   index.cascadeUpdates = block[21];
   index.cascadeDeletes = block[22];
   index.role = static_cast<LogicalIndexDef::Role>(block[23]);
@@ -133,14 +141,14 @@ struct Counts {
 };
 
 Counts ParseHead(ByteView head, TableDef& table) {
-  table.length = LoadU32(&head[8]);
+  table.length = LoadU32(&head[kLengthAt]);
   table.rowCount = LoadU32(&head[kRowCountAt]);
   table.lastAutonumber = LoadU32(&head[kAutonumberAt]);
   table.system = head[40] == 'S';
   table.maxColumns = LoadU16(&head[41]);
   table.variableColumns = LoadU16(&head[43]);
-  table.ownedMap = LoadU32(&head[55]);
-  table.freeMap = LoadU32(&head[59]);
+  table.ownedMap = LoadU32(&head[kOwnedMapAt]);
+  table.freeMap = LoadU32(&head[kFreeMapAt]);
   const Counts counts{LoadU16(&head[45]), LoadU32(&head[47]), LoadU32(&head[51])};
   if (counts.columns > kMostColumns || counts.logicalIndexes > kMostIndexes || counts.realIndexes > kMostIndexes) {
     throw Damage("te veel kolommen of indexen");
@@ -154,13 +162,17 @@ void ParseStream(const Bytes& stream, TableDef& table) {
   const std::size_t indexCountsAt = reader.Position();
   reader.Take(counts.realIndexes * kIndexCountBytes);
   ReadColumns(reader, counts.columns, table);
+  table.realIndexesAt = reader.Position();
   for (std::size_t i = 0; i < counts.realIndexes; ++i) {
     RealIndexDef index = ParseRealIndex(reader.Take(kRealIndexBytes));
     index.distinctKeysAt = indexCountsAt + i * kIndexCountBytes + 4;
+    index.compactedEntries = LoadU32(&stream[index.distinctKeysAt - 4]);
     index.distinctKeys = LoadU32(&stream[index.distinctKeysAt]);
     table.realIndexes.push_back(index);
   }
+  table.logicalIndexesAt = reader.Position();
   ReadLogicalIndexes(reader, counts.logicalIndexes, table);
+  table.longMapsAt = reader.Position();
   ReadLongValueMaps(reader, table);
   table.streamLength = static_cast<std::uint32_t>(reader.Position());
 }
@@ -215,6 +227,35 @@ TableDef ReadTableDef(PageSource& pages, std::uint32_t page) try {
 } catch (const Error& error) {
   if (error.Code() != ErrorCode::Damaged) throw;
   throw Damage("tabeldefinitie op pagina " + std::to_string(page) + ": " + error.what());
+}
+
+Bytes ReadTableDefStream(PageSource& pages, const TableDef& table) {
+  std::vector<std::uint32_t> visited;
+  Bytes stream = ReadStream(pages, table.page, visited);
+  stream.resize(table.streamLength);
+  return stream;
+}
+
+void MoveTableDef(Bytes& stream, const TableDef& to) {
+  Store(&stream[kLengthAt], static_cast<std::uint32_t>(stream.size()));
+  Store(&stream[kRowCountAt], to.rowCount);
+  Store(&stream[kOwnedMapAt], to.ownedMap);
+  Store(&stream[kFreeMapAt], to.freeMap);
+  for (std::size_t i = 0; i < to.realIndexes.size(); ++i) {
+    const RealIndexDef& index = to.realIndexes[i];
+    Store(&stream[index.distinctKeysAt - 4], index.compactedEntries);
+    Store(&stream[index.distinctKeysAt], index.distinctKeys);
+    std::uint8_t* block = &stream[to.realIndexesAt + i * kRealIndexBytes];
+    Store(block + kIndexMapAt, index.map);
+    Store(block + kIndexRootAt, index.root);
+  }
+  for (std::size_t i = 0; i < to.logicalIndexes.size(); ++i)
+    Store(&stream[to.logicalIndexesAt + i * kLogicalIndexBytes + kPartnerTableAt], to.logicalIndexes[i].partnerTable);
+  for (std::size_t at = to.longMapsAt; LoadU16(&stream[at]) != kEndMark; at += kLongMapBytes) {
+    const ColumnDef* column = to.ColumnByNumber(LoadU16(&stream[at]));
+    Store(&stream[at + 2], column != nullptr ? column->ownedMap : RowId{0});
+    Store(&stream[at + 6], column != nullptr ? column->freeMap : RowId{0});
+  }
 }
 
 }  // namespace jet

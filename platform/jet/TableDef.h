@@ -60,6 +60,7 @@ struct RealIndexDef {
   RowId map = 0;
   std::uint32_t root = 0;
   std::uint8_t flags = 0;
+  std::uint32_t compactedEntries = 0;  ///< entries when the file was last compacted; not kept up
   std::uint32_t distinctKeys = 0;
   std::size_t distinctKeysAt = 0;  ///< where that count lies in the stream
 };
@@ -85,6 +86,9 @@ struct TableDef {
   std::vector<std::uint32_t> pages;  ///< all pages of the stream
   std::uint32_t length = 0;          ///< as stored; the parsed length is streamLength
   std::uint32_t streamLength = 0;
+  std::size_t realIndexesAt = 0;  ///< where their blocks begin in the stream
+  std::size_t logicalIndexesAt = 0;
+  std::size_t longMapsAt = 0;  ///< where the maps of memo and OLE columns begin
   std::uint32_t rowCount = 0;        ///< stale in some real tables: never rely on it
   std::uint32_t lastAutonumber = 0;  ///< can be stale too
   bool system = false;
@@ -106,5 +110,11 @@ constexpr std::size_t kAutonumberAt = 20;
 
 /// Reads and checks the definition that begins at `page`.
 TableDef ReadTableDef(PageSource& pages, std::uint32_t page);
+
+/// The bytes that `table` was read from, without the heads of later pages.
+Bytes ReadTableDefStream(PageSource& pages, const TableDef& table);
+/// Gives such a stream the places, counters and partner tables of `to`, and leaves everything else in it as it is. `to`
+/// has the same columns and indexes.
+void MoveTableDef(Bytes& stream, const TableDef& to);
 
 }  // namespace jet

@@ -8,28 +8,13 @@ namespace jet {
 
 namespace {
 
-ByteView KeyOfEntry(ByteView entry) {
-  return entry.first(entry.size() - index_page::kPointerBytes);
-}
-
-bool HasKeyOfTheOneBefore(const EntryList& sorted, std::size_t i) {
-  return i > 0 && std::ranges::equal(KeyOfEntry(sorted.At(i - 1)), KeyOfEntry(sorted.At(i)));
-}
-
-std::size_t CountKeys(const EntryList& sorted) {
-  std::size_t keys = 0;
-  for (std::size_t i = 0; i < sorted.Count(); ++i)
-    keys += HasKeyOfTheOneBefore(sorted, i) ? 0 : 1;
-  return keys;
-}
-
 /// The first row, by its place, whose key one before it has. Keys of nothing but nulls, a byte for each column, may be
 /// there many times.
 std::optional<RowId> FirstDuplicate(const EntryList& sorted, std::size_t columns) {
   std::optional<RowId> first;
   for (std::size_t i = 0; i < sorted.Count(); ++i) {
     const ByteView entry = sorted.At(i);
-    if (!HasKeyOfTheOneBefore(sorted, i) || KeyOfEntry(entry).size() == columns) continue;
+    if (!IndexWriter::HasKeyOfTheOneBefore(sorted, i) || IndexWriter::KeyOf(entry).size() == columns) continue;
     first = std::min(first.value_or(IndexWriter::RowOf(entry)), IndexWriter::RowOf(entry));
   }
   return first;
@@ -58,7 +43,7 @@ void TableIndexes::Fill(Entries& entries) {
   RefuseDuplicates(entries);
   for (std::size_t i = 0; i < entries.size(); ++i) {
     const Tree& tree = trees_[i];
-    counters_.CountNewKeys(*tree.def, tree.unique ? entries[i].Count() : CountKeys(entries[i]));
+    counters_.CountNewKeys(*tree.def, tree.unique ? entries[i].Count() : IndexWriter::CountKeys(entries[i]));
     tree.writer->Fill(entries[i]);
   }
 }
