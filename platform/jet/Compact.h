@@ -6,8 +6,8 @@
 
 namespace jet {
 
-/// Writes what is in the database at `source` to a new file at `target`, without dead space, and compares the two row by
-/// row before it returns: tables (those of the system too) with properties, relations, saved queries and everything
+/// Writes what is in the database at `source` to a new file at `target`, without dead space, and compares the two row
+/// by row before it returns: tables (those of the system too) with properties, relations, saved queries and everything
 /// else that is kept in rows, password and encoding. An Error when `target` is there already, when the source cannot be
 /// read in full, or (Unsupported, naming it) when something of it would be lost. `options` are for opening the source.
 void CompactInto(const std::filesystem::path& source, const std::filesystem::path& target,

@@ -14,7 +14,7 @@ namespace jet {
 
 namespace {
 
-constexpr std::uint32_t kFirstPages = 6;   // header, maps, the definitions of the four engine tables
+constexpr std::uint32_t kFirstPages = 6;  // header, maps, the definitions of the four engine tables
 constexpr std::uint32_t kFirstTable = 2;
 constexpr RowId kGlobalMap = MakeRowId(1, 0);
 constexpr RowId kSecondMap = MakeRowId(1, 1);
@@ -44,8 +44,11 @@ void DatabaseCopy::ReadTables() {
   const Catalog catalog = Catalog::Read(source_.Source());
   if (!catalog.Damages().empty()) throw Damage(catalog.Damages().front());
   std::map<std::uint32_t, std::string> names;
-  for (std::uint32_t page = kFirstTable; page < kFirstPages; ++page)
-    names[page] = "MSys";
+  for (std::uint32_t page = kFirstTable; page < kFirstPages; ++page) {
+    // The header names them, whether the catalogue does or not.
+    const bool isTable = (*source_.Source().Read(page))[0] == static_cast<std::uint8_t>(PageType::Definition);
+    if (isTable) names[page] = "MSys";
+  }
   for (const CatalogEntry& entry : catalog.Entries()) {
     if (entry.IsTable()) names[static_cast<std::uint32_t>(entry.id)] = ToUtf8(entry.name);
   }
@@ -57,8 +60,8 @@ void DatabaseCopy::ReadTables() {
 
 void DatabaseCopy::RequireNothingLost() {
   const auto refuse = [&](const std::string& what) {
-    throw Error(ErrorCode::Unsupported, "Het bestand '" + source_.Name() + "' heeft " + what +
-                                            ", wat bij het comprimeren verloren zou gaan.");
+    throw Error(ErrorCode::Unsupported,
+                "Het bestand '" + source_.Name() + "' heeft " + what + ", wat bij het comprimeren verloren zou gaan.");
   };
   const UsageMap second = UsageMap::Read(source_.Source(), kSecondMap);
   if (!second.Members().empty() || !second.PastEnd().empty()) refuse("een tweede kaart van pagina's die niet leeg is");
@@ -102,9 +105,10 @@ void DatabaseCopy::Build(const std::set<std::uint32_t>& keeping) {
 
 /// The definitions of those that keep their places get them before anything else is given a page.
 void DatabaseCopy::TakePlaces(PageSpace& space, std::set<std::uint32_t> keeping) {
-  for (std::uint32_t page = kFirstTable; page < kFirstPages; ++page) {
-    places_[page] = page;
-    keeping.erase(page);
+  for (const TableDef& table : tables_) {
+    if (!IsEngineTable(table.page)) continue;
+    places_[table.page] = table.page;
+    keeping.erase(table.page);
   }
   std::vector<std::uint32_t> between;
   while (!keeping.empty()) {

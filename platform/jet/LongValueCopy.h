@@ -27,7 +27,7 @@ class LongValueCopy {
   RowId owned_;
   std::optional<RowSpace> rows_;  ///< where both maps are there
   std::uint32_t page_ = 0;        ///< the one being filled where not
-  Bytes value_;  ///< kept for its memory
+  Bytes value_;                   ///< kept for its memory
 };
 
 }  // namespace jet

@@ -9,8 +9,8 @@
 
 namespace jet {
 
-/// Cuts a value into the pieces of a chain and gives each to `put`, from the last to the first; `put` returns where it put
-/// the piece. Returns where the first one is.
+/// Cuts a value into the pieces of a chain and gives each to `put`, from the last to the first; `put` returns where it
+/// put the piece. Returns where the first one is.
 RowId WriteChain(ByteView value, const std::function<RowId(ByteView piece)>& put);
 
 /// Writes and releases the values of one memo or OLE column.

@@ -88,7 +88,7 @@ struct TableDef {
   std::uint32_t streamLength = 0;
   std::size_t realIndexesAt = 0;  ///< where their blocks begin in the stream
   std::size_t logicalIndexesAt = 0;
-  std::size_t longMapsAt = 0;  ///< where the maps of memo and OLE columns begin
+  std::size_t longMapsAt = 0;        ///< where the maps of memo and OLE columns begin
   std::uint32_t rowCount = 0;        ///< stale in some real tables: never rely on it
   std::uint32_t lastAutonumber = 0;  ///< can be stale too
   bool system = false;

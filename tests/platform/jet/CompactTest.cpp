@@ -2,7 +2,6 @@
 
 #include "tests/platform/jet/support/FaultyFiles.h"
 #include "tests/platform/jet/support/SampleTable.h"
-#include "tests/platform/jet/support/Samples.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
 
 #include <gtest/gtest.h>
@@ -97,18 +96,6 @@ TEST(Compact, IntoAnotherFileLeavesTheOldOneAlone) {
   EXPECT_EQ(RowsOf(database.Files(), "/data/small.mdb"), RowsOf(database.Files(), FreshDatabase::kPath));
   EXPECT_EQ(MessageOf([&] { CompactInto(FreshDatabase::kPath, "/data/small.mdb", {}, database.Files()); }),
             "Kan het bestand '/data/small.mdb' niet aanmaken: het bestand bestaat al.");
-}
-
-TEST(Compact, RefusesAFileOfWhichSomethingWouldBeLost) {
-  if (!witness::SampleFolder()) GTEST_SKIP() << "SPOTROOSTER_MDB_SAMPLES is not set";
-  MemoryFileSystem files;
-  const auto real = HostFileSystem().Open(*witness::SampleFolder() + "/northwind.mdb", OpenMode::Read);
-  Bytes content(real->Size());
-  real->ReadAt(0, content);
-  files.Put("/data/noordenwind.mdb", content);
-  EXPECT_NE(MessageOf([&] { Compact("/data/noordenwind.mdb", {}, files); }).find("verloren zou gaan"),
-            std::string::npos);
-  EXPECT_EQ(files.Get("/data/noordenwind.mdb"), content);
 }
 
 }  // namespace
