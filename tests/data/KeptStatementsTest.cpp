@@ -5,10 +5,10 @@
 #include "data/Writes.h"
 #include "platform/desktop/MessageBox.h"
 #include "platform/runtime/Error.h"
-#include "platform/runtime/FileCalls.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/TextFile.h"
 #include "platform/runtime/UserMessage.h"
+#include "tests/support/FileFaults.h"
 #include "tests/support/Fork.h"
 #include "tests/support/Station.h"
 
@@ -23,7 +23,6 @@
 
 using namespace Qt::StringLiterals;
 using desktop::MessageBoxScript;
-using runtime::FileCall;
 using testing_support::Station;
 
 namespace {
@@ -95,7 +94,7 @@ TEST_F(FullLog, AFailureOrKillAtAnyStepOfLoggingWritesNoRowTwice) {
       KeepStatement(Deactivated(2));
       const auto hindered = [&] {
         int calls = 0;
-        const runtime::FileCallScope fault([&](FileCall, const QString&) {
+        const testing_support::FileFaults fault([&](const files::FileCall&) {
           if (calls++ != failing) return 0;
           if (kills) ::raise(SIGKILL);
           return EIO;
@@ -125,8 +124,9 @@ TEST_F(FullLog, AFailureOrKillAtAnyStepOfLoggingWritesNoRowTwice) {
 
 TEST_F(FullLog, WhatTheDiskDoesNotTakeWaitsInMemoryAndTheUserIsTold) {
   {
-    const runtime::FileCallScope full([](FileCall call, const QString& path) {
-      return call == FileCall::Open && path.contains(u"-unlogged"_s) ? ENOSPC : 0;
+    const testing_support::FileFaults full([](const files::FileCall& call) {
+      return call.kind == files::FileCall::Open && call.path.string().find("-unlogged") != std::string::npos ? ENOSPC
+                                                                                                             : 0;
     });
     const MessageBoxScript boxes;
     EXPECT_FALSE(Write(1));

@@ -155,8 +155,8 @@ TEST_F(ExportSteps, AFileOfAnotherProgramKeepsItsNameAndItsStatements) {
 // The name is free when it is looked at and taken the moment before the file gets it.
 TEST_F(ExportSteps, ANameTakenAtTheLastMomentIsNotTakenAway) {
   int left = 3;
-  const runtime::FileCallScope other([&](FileCall call, const QString& path) {
-    if (call == FileCall::Rename && path.contains(u".tql"_s) && left > 0) {
+  const testing_support::FileFaults other([&](const files::FileCall& call) {
+    if (call.kind == files::FileCall::RenameNew && left > 0) {
       const QString name = u"/2024013115450%1.tql"_s.arg(10 - left--);
       QFile file(station_.ExportFolder() + name);
       EXPECT_TRUE(file.open(QIODevice::WriteOnly));
