@@ -5,9 +5,10 @@
 #include "platform/jet/Rc4.h"
 #include "platform/jet/StoredText.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <cmath>
-#include <random>
 #include <string_view>
 
 namespace jet {
@@ -71,9 +72,8 @@ void ApplyHeaderMask(std::span<std::uint8_t, kPageSize> page0) {
 }
 
 void MarkChange(std::span<std::uint8_t, kPageSize> page0) {
-  std::random_device random;
-  for (std::size_t at = kChangeMark; at < kCommitCounters; at += sizeof(std::uint32_t))
-    Store(&page0[at], static_cast<std::uint32_t>(random()));
+  if (::getentropy(&page0[kChangeMark], kCommitCounters - kChangeMark) != 0)
+    throw Error(ErrorCode::Io, "Het systeem geeft geen willekeurig getal.");
 }
 
 Header ParseHeader(ByteView page0, const std::string& fileName) {

@@ -34,8 +34,8 @@ class JournalImages {
 /// While that file is there, the change did not happen. The caller holds the database's exclusive lock.
 ///
 /// A journal is believed when its owner may write the database, it is sound (JournalReader), and every sector of the
-/// database that it knows is as before or as after; page 0 is among them and differs from change to change and from file
-/// to file. All that is found out before a byte is changed.
+/// database that it knows is as before or as after; page 0 is among them and differs from change to change and from
+/// file to file. All that is found out before a byte is changed.
 class Journal {
  public:
   enum class Outcome {

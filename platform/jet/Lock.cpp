@@ -18,8 +18,8 @@ constexpr ByteRange kReaders = {kBase + 2, 1};
 constexpr std::uint64_t kWriters = kBase + 0x2000;
 constexpr std::uint64_t kQueue = kBase + 0x10000;
 constexpr std::uint64_t kQueueEnd = kQueue + 0x10000000;
-constexpr milliseconds kKeepOut{500};  // most readers end within it
-constexpr milliseconds kLetIn{50};     // some pauses of those who wait
+constexpr milliseconds kKeepOut{500};     // most readers end within it
+constexpr milliseconds kLetIn{50};        // some pauses of those who wait
 constexpr milliseconds kLongestPause{5};  // a lock is free for others at once, and asking for it costs next to nothing
 
 }  // namespace

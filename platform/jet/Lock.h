@@ -62,7 +62,7 @@ class Lock {
   void JoinQueue();
 
   File& file_;
-  std::optional<std::uint64_t> place_;  ///< in the queue: the byte that is ours
+  std::optional<std::uint64_t> place_;                 ///< in the queue: the byte that is ours
   std::optional<std::chrono::milliseconds> turnEnds_;  ///< of keeping readers out, or of letting them in
   bool keepsOut_ = false;
 };

@@ -143,8 +143,7 @@ bool Storage::RecoverOrOverlay() {
 // Gives up the shared lock for the while: others who found the same journal must not wait for each other.
 bool Storage::RecoverExclusively() {
   lock_->EndShare();
-  const bool excluded =
-      (reserved_ || Wait([this] { return lock_->TryReserve(); })) && WaitForReaders();
+  const bool excluded = (reserved_ || Wait([this] { return lock_->TryReserve(); })) && WaitForReaders();
   std::exception_ptr failure;
   bool replaced = false;
   if (excluded) {

@@ -113,10 +113,11 @@ void Storage::Commit() {
   }
   Rollback();
   if (outcome == Journal::Outcome::Durable) return;
-  throw Error(ErrorCode::NotYetDurable,
-              "De wijziging in het bestand '" + name_ +
-                  "' is gedaan, maar het is niet zeker dat ze een stroomstoring overleeft: de map kon niet veilig worden "
-                  "weggeschreven. Voer haar niet nog eens uit; kijk na een stroomstoring of ze er nog is.");
+  throw Error(
+      ErrorCode::NotYetDurable,
+      "De wijziging in het bestand '" + name_ +
+          "' is gedaan, maar het is niet zeker dat ze een stroomstoring overleeft: de map kon niet veilig worden "
+          "weggeschreven. Voer haar niet nog eens uit; kijk na een stroomstoring of ze er nog is.");
 }
 
 // Programs that know nothing of our locks may put another file in place at any time, or copy one over this one.

@@ -111,8 +111,7 @@ void PrintTo(const Writer& writer, std::ostream* out) {
 class JournalOf : public testing::TestWithParam<Writer> {};
 
 INSTANTIATE_TEST_SUITE_P(A, JournalOf,
-                         testing::Values(Writer{"TheOwner", 0644, 1001, 3000, true},
-                                         Writer{"Root", 0600, 0, 0, true},
+                         testing::Values(Writer{"TheOwner", 0644, 1001, 3000, true}, Writer{"Root", 0600, 0, 0, true},
                                          Writer{"AMemberOfTheGroup", 0660, 1002, 2000, true},
                                          Writer{"AMemberWhoMayOnlyRead", 0640, 1002, 2000, false},
                                          Writer{"AnotherWhereAllMayWrite", 0666, 1003, 3000, true},

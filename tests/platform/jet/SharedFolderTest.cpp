@@ -1,6 +1,6 @@
 // Links, other kinds of files, and the rights of several users, on a real disk.
-#include "platform/jet/Error.h"
 #include "platform/jet/Database.h"
+#include "platform/jet/Error.h"
 #include "platform/jet/Storage.h"
 #include "tests/platform/jet/support/Child.h"
 #include "tests/platform/jet/support/FaultyFiles.h"
@@ -8,8 +8,8 @@
 #include "tests/platform/jet/support/TinyDatabase.h"
 #include "tests/platform/jet/support/Wreck.h"
 
-#include <gtest/gtest.h>
 #include <grp.h>
+#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -172,8 +172,8 @@ TEST_F(SharedFolder, ADatabaseOfTheLockFilesNameIsNeitherWrittenNorMade) {
 TEST_F(SharedFolder, WhoCannotUseTheLockFileDoesNotWrite) {
   Write(Beside(".ldb"), {});
   fs::permissions(Beside(".ldb"), fs::perms::owner_read | fs::perms::others_read);
-  fs::permissions(path_, fs::perms::owner_read | fs::perms::owner_write | fs::perms::others_read |
-                             fs::perms::others_write);
+  fs::permissions(path_,
+                  fs::perms::owner_read | fs::perms::owner_write | fs::perms::others_read | fs::perms::others_write);
   const std::string message = AsAnother([&] {
     EXPECT_EQ(Read(path_), (Values{1, 2, 3}));
     Storage storage(path_, test::TestOptions(), HostFileSystem());
