@@ -210,7 +210,9 @@ class OtherKinds : public SharedFolder, public testing::WithParamInterface<const
   void Put(const fs::path& path) {
     fs::remove(path);
     const std::string kind = GetParam();
-    if (kind == "Pipe") ASSERT_EQ(::mkfifo(path.c_str(), 0666), 0);
+    if (kind == "Pipe") {
+      ASSERT_EQ(::mkfifo(path.c_str(), 0666), 0);
+    }
     if (kind == "Folder") fs::create_directory(path);
     if (kind == "LinkToNothing") fs::create_symlink(folder_ / "nergens", path);
   }
