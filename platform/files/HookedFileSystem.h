@@ -33,12 +33,12 @@ struct FileCall {
   };
 
   Kind kind;
-  const FileSystem::Path& path;                ///< of the file or folder; the old name of one that is renamed
-  const FileSystem::Path* other = nullptr;     ///< the new name
-  std::uint64_t offset = 0;                    ///< of Read and Write; the size of Truncate
-  std::size_t size = 0;                        ///< of Read and Write: how many bytes are asked for
-  ByteView bytes = {};                         ///< of Write
-  const OpenRequest* request = nullptr;        ///< of Open
+  const FileSystem::Path& path;             ///< of the file or folder; the old name of one that is renamed
+  const FileSystem::Path* other = nullptr;  ///< the new name
+  std::uint64_t offset = 0;                 ///< of Read and Write; the size of Truncate
+  std::size_t size = 0;                     ///< of Read and Write: how many bytes are asked for
+  ByteView bytes = {};                      ///< of Write
+  const OpenRequest* request = nullptr;     ///< of Open
   /// The hook may lower it: Read and Write then do no more than that, as they may at any time.
   std::size_t most = std::numeric_limits<std::size_t>::max();
 };

@@ -6,9 +6,9 @@
 
 namespace files {
 
-/// A new name beside `path` for a file in the making: hidden, with 16 random digits, and of a form that no other program
-/// gives: ".NAME.0123456789abcdef.spotrooster-tmp". A long NAME is shortened. Still to be opened with OpenMode::Create
-/// and followLink false.
+/// A new name beside `path` for a file in the making: hidden, with 16 random digits, and of a form that no other
+/// program gives: ".NAME.0123456789abcdef.spotrooster-tmp". A long NAME is shortened. Still to be opened with
+/// OpenMode::Create and followLink false.
 std::filesystem::path TemporaryName(const std::filesystem::path& path);
 
 /// Whether a file name has that form. The folder in front of it does not matter.

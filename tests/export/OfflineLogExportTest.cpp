@@ -180,7 +180,7 @@ TEST_F(ExportSteps, AFileUnderBothItsNamesIsFinishedAndHandedOutOnce) {
                                     runtime::HostPath(record->temporary).toStdString());
   EXPECT_EQ(Settle(), InterruptedExport::Finished);
   EXPECT_EQ(Everywhere(), kStatements);
-  EXPECT_TRUE(Files().filter(u".tmp"_s).isEmpty());
+  EXPECT_TRUE(Files().filter(u"-tmp"_s).isEmpty());
 }
 
 namespace {

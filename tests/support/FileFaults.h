@@ -7,7 +7,7 @@
 namespace testing_support {
 
 // While it lives, `hook` is asked before each call of this thread on a file or folder, but for those on a database, its
-// .ldb and its journal: an errno other than 0 is the result, and the call is not made.
+// .ldb and its journal (syncing their folder counts): an errno other than 0 is the result, and the call is not made.
 class FileFaults {
  public:
   explicit FileFaults(std::function<int(const files::FileCall& call)> hook);

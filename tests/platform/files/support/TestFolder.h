@@ -14,7 +14,8 @@ namespace files::test {
 class TestFolder : public testing::Test {
  protected:
   TestFolder() {
-    std::string pattern = (std::filesystem::canonical(std::filesystem::temp_directory_path()) / "files-XXXXXX").string();
+    std::string pattern =
+        (std::filesystem::canonical(std::filesystem::temp_directory_path()) / "files-XXXXXX").string();
     if (::mkdtemp(pattern.data()) == nullptr) throw std::runtime_error(pattern);
     folder_ = pattern;
   }
