@@ -13,13 +13,10 @@
 using namespace Qt::StringLiterals;
 using runtime::Trapped;
 
-namespace {
-constexpr QSize kOpeningSize(520, 300);
-}
-
 frmEersteStart::frmEersteStart(QWidget* owner) : Form(owner), ui_(std::make_unique<Ui::frmEersteStart>()) {
   ui_->setupUi(this);
   ConnectEvents();
+  constexpr QSize kOpeningSize(520, 300);
   resize(kOpeningSize);
 }
 

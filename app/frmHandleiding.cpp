@@ -19,7 +19,6 @@ using runtime::Trapped;
 
 namespace {
 
-constexpr QSize kOpeningSize(760, 620);
 constexpr double kPageMargin = 20;
 constexpr double kCellPadding = 4;
 
@@ -54,6 +53,7 @@ void LightenTables(QTextDocument& document) {
 frmHandleiding::frmHandleiding(QWidget* owner) : Form(owner), ui_(std::make_unique<Ui::frmHandleiding>()) {
   ui_->setupUi(this);
   connect(ui_->cmdSluiten, &QPushButton::clicked, this, &frmHandleiding::cmdSluiten_Click);
+  constexpr QSize kOpeningSize(760, 620);
   resize(kOpeningSize);
 }
 

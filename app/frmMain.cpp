@@ -15,6 +15,7 @@
 #include "export/reports/frmOverzichten.h"
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/MessageBox.h"
+#include "platform/desktop/ScaledFont.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Trapped.h"
 
@@ -30,14 +31,7 @@ using runtime::Trapped;
 
 namespace {
 
-constexpr QSize kOpeningSize(960, 560);
 constexpr int kSecond = 1000;  // ms
-
-QFont Sized(QFont font, double factor, QFont::Weight weight) {
-  font.setPointSizeF(font.pointSizeF() * factor);
-  font.setWeight(weight);
-  return font;
-}
 
 // "dinsdag 11 maart 2025, week 11"
 QString DateLine(QDate date) {
@@ -64,6 +58,7 @@ frmMain::frmMain()
   ConnectEvents();
   InitForm();
   InitStatusBar();
+  constexpr QSize kOpeningSize(960, 560);
   resize(kOpeningSize);
 }
 
@@ -105,8 +100,8 @@ void frmMain::InitForm() {
   for (auto* button : ui_->tlbMain->findChildren<QToolButton*>()) {
     if (button->objectName().isEmpty()) button->setFocusPolicy(Qt::TabFocus);
   }
-  ui_->lblRadio->setFont(Sized(font(), 2, QFont::DemiBold));
-  ui_->lblDatum->setFont(Sized(font(), 1.1, QFont::Normal));
+  ui_->lblRadio->setFont(desktop::ScaledFont(font(), 2, QFont::DemiBold));
+  ui_->lblDatum->setFont(desktop::ScaledFont(font(), 1.1, QFont::Normal));
   setFocus();  // and not the first button
   tmrKlok_->setTimerType(Qt::PreciseTimer);
 }

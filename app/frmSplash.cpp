@@ -5,6 +5,7 @@
 #include "platform/desktop/Events.h"
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/Palettes.h"
+#include "platform/desktop/ScaledFont.h"
 #include "platform/desktop/Tokens.h"
 
 #include <QKeyEvent>
@@ -18,7 +19,7 @@ namespace {
 
 constexpr QSize kSize(520, 312);
 constexpr int kBandHeight = 48;  // at the bottom, with version and step
-constexpr int kIconSide = 50;
+constexpr int kLogoSide = 50;
 constexpr double kRadius = 6;
 constexpr QRgb kPage = 0xff0e1215;
 constexpr QRgb kAhead = 0xff24434b;
@@ -53,12 +54,6 @@ void PaintWaves(QPainter& painter) {
   }
 }
 
-QFont Sized(QFont font, double factor, QFont::Weight weight) {
-  font.setPointSizeF(font.pointSizeF() * factor);
-  font.setWeight(weight);
-  return font;
-}
-
 }  // namespace
 
 frmSplash::frmSplash()
@@ -74,8 +69,8 @@ frmSplash::~frmSplash() = default;
 
 void frmSplash::InitTexts() {
   setPalette(desktop::DarkPalette());
-  ui_->imgIcon->setPixmap(desktop::AppIcon().pixmap(QSize(kIconSide, kIconSide), devicePixelRatioF()));
-  ui_->lblNaam->setFont(Sized(font(), 2.3, QFont::DemiBold));
+  ui_->imgIcon->setPixmap(desktop::AppIcon().pixmap(QSize(kLogoSide, kLogoSide), devicePixelRatioF()));
+  ui_->lblNaam->setFont(desktop::ScaledFont(font(), 2.3, QFont::DemiBold));
   ui_->lblNaam->setForegroundRole(QPalette::BrightText);
   ui_->lblOndertitel->setForegroundRole(QPalette::PlaceholderText);
   ui_->lblVersie->setText(VersionText());

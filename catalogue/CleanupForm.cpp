@@ -17,12 +17,6 @@
 using namespace Qt::StringLiterals;
 using runtime::Trapped;
 
-namespace {
-
-constexpr QSize kOpeningSize(560, 340);
-
-}  // namespace
-
 void CleanupForm::Wire(const Controls& controls) {
   controls_ = controls;
   connect(controls_.chkVerwijderBestand, &QCheckBox::toggled, this, &CleanupForm::chkVerwijderBestand_Click);
@@ -30,6 +24,7 @@ void CleanupForm::Wire(const Controls& controls) {
   connect(controls_.cmdOk, &QPushButton::clicked, this, &CleanupForm::cmdOk_Click);
   connect(controls_.cmdSluiten, &QPushButton::clicked, this, &CleanupForm::cmdSluiten_Click);
   controls_.cmdOk->setIcon(desktop::Icon(u"verwijder"_s));
+  constexpr QSize kOpeningSize(560, 340);
   resize(kOpeningSize.expandedTo(sizeHint()).boundedTo(screen()->availableSize()));
 }
 

@@ -26,8 +26,6 @@ using runtime::Trapped;
 
 namespace {
 
-constexpr QSize kOpeningSize(920, 600);
-
 std::vector<controls::ListBox::Line> LinesOf(dao::Recordset rows) {
   std::vector<controls::ListBox::Line> lines;
   if (rows.Bof() && rows.Eof()) return lines;
@@ -80,6 +78,7 @@ void OverviewForm::DressControls() {
   controls_.cmdVerwijder->setToolTip(tr("Verwijder (Delete)"));
   if (controls_.cmdDesaktiveer != nullptr) controls_.cmdDesaktiveer->setIcon(desktop::Icon(u"desaktiveer"_s));
   List().setFocus();
+  constexpr QSize kOpeningSize(920, 600);
   resize(kOpeningSize.boundedTo(screen()->availableSize()));
 }
 

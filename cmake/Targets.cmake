@@ -4,6 +4,10 @@ target_compile_features(spotrooster_options INTERFACE cxx_std_20)
 target_include_directories(spotrooster_options INTERFACE "${PROJECT_SOURCE_DIR}")
 target_compile_options(spotrooster_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual -Wformat=2)
+if(CMAKE_UNITY_BUILD)
+  # Each unit includes its sources, so a test on a fixture in an anonymous namespace would be warned about.
+  target_compile_options(spotrooster_options INTERFACE -Wno-subobject-linkage)
+endif()
 if(SPOTROOSTER_WERROR)
   target_compile_options(spotrooster_options INTERFACE -Werror)
 endif()

@@ -16,9 +16,7 @@
 using namespace Qt::StringLiterals;
 using runtime::Trapped;
 
-namespace {
-constexpr QSize kOpeningSize(560, 320);
-}
+namespace {}
 
 frmDefaults::frmDefaults(QWidget* owner)
     : Form(owner), ui_(std::make_unique<Ui::frmDefaults>()), isFolder_(new FolderSelect(this, u"isFolder"_s)) {
@@ -27,6 +25,7 @@ frmDefaults::frmDefaults(QWidget* owner)
   isFolder_->SetPrompt(u"Geef de gewenste map op"_s);
   isFolder_->SetMayCreate(true);
   ConnectEvents();
+  constexpr QSize kOpeningSize(560, 320);
   resize(kOpeningSize);
 }
 

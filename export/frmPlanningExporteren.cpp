@@ -18,8 +18,6 @@ using runtime::Trapped;
 
 namespace {
 
-constexpr QSize kOpeningSize(560, 300);
-
 // The caption while an export runs; it is also what tells that one does.
 QString Interrupt() {
   return u"Onderbreken"_s;
@@ -32,6 +30,7 @@ frmPlanningExporteren::frmPlanningExporteren(QWidget* owner)
   ui_->setupUi(this);
   ui_->cmdOk->setIcon(desktop::Icon(u"exporteren"_s));
   ConnectEvents();
+  constexpr QSize kOpeningSize(560, 300);
   resize(kOpeningSize);
 }
 

@@ -10,13 +10,10 @@
 using namespace Qt::StringLiterals;
 using runtime::Trapped;
 
-namespace {
-constexpr QSize kOpeningSize(440, 196);
-}
-
 frmRadioDetail::frmRadioDetail(QWidget* owner) : Form(owner), ui_(std::make_unique<Ui::frmRadioDetail>()) {
   ui_->setupUi(this);
   ConnectEvents();
+  constexpr QSize kOpeningSize(440, 196);
   resize(kOpeningSize);
 }
 

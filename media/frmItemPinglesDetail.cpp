@@ -8,16 +8,11 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-constexpr QSize kOpeningSize(920, 560);
-
-}  // namespace
-
 frmItemPinglesDetail::frmItemPinglesDetail(QWidget* owner)
     : AudioEditor({u"Item-pingle"_s, u"Reclame-pingle kiezen"_s}, owner),
       ui_(std::make_unique<Ui::frmItemPinglesDetail>()) {
   ui_->setupUi(this);
+  constexpr QSize kOpeningSize(920, 560);
   Wire(ControlsOf(*ui_), kOpeningSize);
 }
 

@@ -23,7 +23,6 @@ using runtime::Trapped;
 
 namespace {
 
-constexpr QSize kOpeningSize(920, 668);
 constexpr int kFirstHour = 0;
 constexpr int kLastHour = 23;
 
@@ -65,6 +64,7 @@ std::optional<int> HourOf(const QLineEdit* field) {
 frmItemSpotsDetail::frmItemSpotsDetail(QWidget* owner)
     : AudioEditor({u"Item-spot"_s, u"Info-spot kiezen"_s}, owner), ui_(std::make_unique<Ui::frmItemSpotsDetail>()) {
   ui_->setupUi(this);
+  constexpr QSize kOpeningSize(920, 668);
   Wire(ControlsOf(*ui_), kOpeningSize);
   WireFields();
 }

@@ -30,7 +30,6 @@ using runtime::Trapped;
 
 namespace {
 
-constexpr QSize kOpeningSize(820, 620);
 constexpr qreal kPageMargin = 20;
 // So long the first picture waits for what is found of the files.
 constexpr std::chrono::milliseconds kPatience{200};
@@ -51,6 +50,7 @@ frmOverzichten::frmOverzichten(QWidget* owner)
   connect(ui_->cmdCsv, &QPushButton::clicked, this, &frmOverzichten::cmdCsv_Click);
   connect(ui_->cmdAfdrukken, &QPushButton::clicked, this, &frmOverzichten::cmdAfdrukken_Click);
   connect(ui_->cmdSluiten, &QPushButton::clicked, this, &frmOverzichten::cmdSluiten_Click);
+  constexpr QSize kOpeningSize(820, 620);
   resize(kOpeningSize.boundedTo(screen()->availableSize()));
 }
 

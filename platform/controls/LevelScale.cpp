@@ -11,7 +11,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr int kSteps = 10;
+constexpr int kScaleIntervals = 10;
 constexpr int kLong = 7;
 constexpr int kShort = 4;
 
@@ -43,12 +43,12 @@ void LevelScale::paintEvent(QPaintEvent*) {
   painter.setFont(ScaleFont());
   const QFontMetrics metrics = painter.fontMetrics();
   const double room = width() - 2.0 * inset_;
-  for (int step = 0; step <= kSteps; ++step) {
-    const bool numbered = step % (kSteps / 2) == 0;
-    const double x = inset_ + room * step / kSteps;
+  for (int step = 0; step <= kScaleIntervals; ++step) {
+    const bool numbered = step % (kScaleIntervals / 2) == 0;
+    const double x = inset_ + room * step / kScaleIntervals;
     painter.fillRect(QRectF(x - 0.5, 2, 1, numbered ? kLong : kShort), tokens.lineStrong);
     if (!numbered) continue;
-    const int decibels = (step - kSteps) * 6;
+    const int decibels = (step - kScaleIntervals) * 6;
     const QString label = decibels == 0 ? u"0 dB"_s : u"\u2212%1"_s.arg(-decibels);
     const int labelWidth = metrics.horizontalAdvance(label);
     const double left = std::clamp(x - labelWidth / 2.0, 0.0, double(width() - labelWidth));

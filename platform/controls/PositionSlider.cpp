@@ -16,7 +16,7 @@ constexpr double kGrooveHeight = 4;
 constexpr int kKnobWidth = 12;
 constexpr int kKnobHeight = 16;
 constexpr double kTicksY = 21;
-constexpr int kSteps = 10;
+constexpr int kTickIntervals = 10;
 constexpr int kStepMs = 1000;
 constexpr int kPageMs = 10000;
 
@@ -142,9 +142,9 @@ void PositionSlider::PaintGroove(QPainter& painter) const {
 void PositionSlider::PaintTicks(QPainter& painter) const {
   const desktop::Tokens& tokens = desktop::TokensFor(palette());
   const double room = width() - 2.0 * kInset;
-  for (int step = 0; step <= kSteps; ++step) {
-    const int length = step % (kSteps / 2) == 0 ? 9 : 5;
-    painter.fillRect(QRectF(kInset + room * step / kSteps - 0.5, kTicksY, 1, length), tokens.lineStrong);
+  for (int step = 0; step <= kTickIntervals; ++step) {
+    const int length = step % (kTickIntervals / 2) == 0 ? 9 : 5;
+    painter.fillRect(QRectF(kInset + room * step / kTickIntervals - 0.5, kTicksY, 1, length), tokens.lineStrong);
   }
 }
 

@@ -18,8 +18,6 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-FileChooserScript* youngest = nullptr;
-
 // The host tells upper from lower case, the people who named the files did not.
 QString BothCases(const QString& patterns) {
   QStringList all;
@@ -134,16 +132,16 @@ QString ChooseSaveFile(QWidget* owner, const QString& title, const QString& filt
   return Answer(dialog);
 }
 
-FileChooserScript::FileChooserScript() : older_(youngest) {
-  youngest = this;
+FileChooserScript::FileChooserScript() : older_(youngest_) {
+  youngest_ = this;
 }
 
 FileChooserScript::~FileChooserScript() {
-  youngest = older_;
+  youngest_ = older_;
 }
 
 FileChooserScript* FileChooserScript::Active() {
-  return youngest;
+  return youngest_;
 }
 
 QString FileChooserScript::Take(const ShownFileChooser& request) {

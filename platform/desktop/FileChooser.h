@@ -75,6 +75,7 @@ class FileChooserScript {
   std::deque<QString> answers_;
   std::vector<ShownFileChooser> shown_;
   FileChooserScript* older_;
+  static inline FileChooserScript* youngest_ = nullptr;
 };
 
 }  // namespace desktop

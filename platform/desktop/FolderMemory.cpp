@@ -17,8 +17,6 @@ using namespace std::chrono_literals;
 constexpr auto kPatience = 1s;
 const QString kSuffix = u" (soort)"_s;  // behind the kind's name
 
-FolderMemory* youngest = nullptr;
-
 bool IsThere(const QString& folder) {
   return InBackground([folder] { return runtime::Probe(folder, kPatience); }) == runtime::Presence::There;
 }
@@ -26,28 +24,28 @@ bool IsThere(const QString& folder) {
 }  // namespace
 
 FolderMemory::FolderMemory(const QString& file)
-    : folders_(std::make_unique<QSettings>(file, QSettings::IniFormat)), older_(youngest) {
-  youngest = this;
+    : folders_(std::make_unique<QSettings>(file, QSettings::IniFormat)), older_(youngest_) {
+  youngest_ = this;
 }
 
 FolderMemory::~FolderMemory() {
-  youngest = older_;
+  youngest_ = older_;
 }
 
 QString FolderMemory::FolderOf(const QString& kind) {
-  if (youngest == nullptr || kind.isEmpty()) return {};
-  const QString folder = youngest->folders_->value(kind).toString();
+  if (youngest_ == nullptr || kind.isEmpty()) return {};
+  const QString folder = youngest_->folders_->value(kind).toString();
   return !folder.isEmpty() && IsThere(folder) ? folder : QString();
 }
 
 QString FolderMemory::SuffixOf(const QString& kind) {
-  return youngest == nullptr || kind.isEmpty() ? QString() : youngest->folders_->value(kind + kSuffix).toString();
+  return youngest_ == nullptr || kind.isEmpty() ? QString() : youngest_->folders_->value(kind + kSuffix).toString();
 }
 
 void FolderMemory::Chosen(const QString& kind, const QString& file) {
-  if (youngest == nullptr || kind.isEmpty()) return;
-  youngest->folders_->setValue(kind, QFileInfo(file).path());
-  youngest->folders_->setValue(kind + kSuffix, QFileInfo(file).suffix());
+  if (youngest_ == nullptr || kind.isEmpty()) return;
+  youngest_->folders_->setValue(kind, QFileInfo(file).path());
+  youngest_->folders_->setValue(kind + kSuffix, QFileInfo(file).suffix());
 }
 
 }  // namespace desktop

@@ -30,6 +30,7 @@ class FolderMemory {
  private:
   std::unique_ptr<QSettings> folders_;
   FolderMemory* older_;
+  static inline FolderMemory* youngest_ = nullptr;
 };
 
 }  // namespace desktop

@@ -5,11 +5,6 @@
 #include "platform/desktop/WaitPointer.h"
 
 namespace desktop {
-namespace {
-
-InputBoxScript* youngest = nullptr;
-
-}  // namespace
 
 std::optional<QString> AskText(QWidget* owner, const QString& prompt, const QString& title,
                                const QString& defaultText) {
@@ -20,16 +15,16 @@ std::optional<QString> AskText(QWidget* owner, const QString& prompt, const QStr
   return dialog.Typed();
 }
 
-InputBoxScript::InputBoxScript() : older_(youngest) {
-  youngest = this;
+InputBoxScript::InputBoxScript() : older_(youngest_) {
+  youngest_ = this;
 }
 
 InputBoxScript::~InputBoxScript() {
-  youngest = older_;
+  youngest_ = older_;
 }
 
 InputBoxScript* InputBoxScript::Active() {
-  return youngest;
+  return youngest_;
 }
 
 std::optional<QString> InputBoxScript::TakeAnswer() {

@@ -42,6 +42,7 @@ class InputBoxScript {
   std::deque<std::optional<QString>> answers_;
   std::vector<ShownInputBox> shown_;
   InputBoxScript* older_;
+  static inline InputBoxScript* youngest_ = nullptr;
 };
 
 }  // namespace desktop

@@ -10,14 +10,8 @@
 namespace desktop::look {
 namespace {
 
-using State = QStyle::StateFlag;
-
 constexpr int kIconGap = 8;
 constexpr int kEdge = 12;  // from a button's edge to an icon that stands there
-
-bool Has(const QStyleOption& option, State state) {
-  return option.state.testFlag(state);
-}
 
 bool IsMarked(const QWidget* widget, const char* property) {
   return widget != nullptr && widget->property(property).toBool();

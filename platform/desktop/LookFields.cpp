@@ -15,11 +15,6 @@ namespace desktop::look {
 namespace {
 
 using namespace Qt::StringLiterals;
-using State = QStyle::StateFlag;
-
-bool Has(const QStyleOption& option, State state) {
-  return option.state.testFlag(state);
-}
 
 }  // namespace
 

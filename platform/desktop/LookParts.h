@@ -14,6 +14,12 @@ namespace desktop::look {
 inline constexpr int kRadius = 4;
 inline constexpr int kCardRadius = 6;
 
+using State = QStyle::StateFlag;
+
+inline bool Has(const QStyleOption& option, State state) {
+  return option.state.testFlag(state);
+}
+
 QColor Mixed(const QColor& one, const QColor& other, double share);
 // Whether a palette's field stands in the locked colour.
 bool LooksLocked(const QStyleOption& option, const QWidget* widget);

@@ -9,11 +9,6 @@
 #include <utility>
 
 namespace desktop {
-namespace {
-
-MessageBoxScript* youngest = nullptr;
-
-}  // namespace
 
 int ShowMessageBox(QWidget* owner, const QString& text, int style, const QString& title) {
   const ArrowPointer arrow;
@@ -27,8 +22,8 @@ void ShowUserMessagesAsBoxes() {
       [](const QString& text, int style, const QString& title) { return ShowMessageBox(nullptr, text, style, title); });
 }
 
-MessageBoxScript::MessageBoxScript() : older_(youngest) {
-  youngest = this;
+MessageBoxScript::MessageBoxScript() : older_(youngest_) {
+  youngest_ = this;
 }
 
 MessageBoxScript::MessageBoxScript(std::initializer_list<int> answers) : MessageBoxScript() {
@@ -36,11 +31,11 @@ MessageBoxScript::MessageBoxScript(std::initializer_list<int> answers) : Message
 }
 
 MessageBoxScript::~MessageBoxScript() {
-  youngest = older_;
+  youngest_ = older_;
 }
 
 MessageBoxScript* MessageBoxScript::Active() {
-  return youngest;
+  return youngest_;
 }
 
 int MessageBoxScript::TakeAnswer(int defaultAnswer) {

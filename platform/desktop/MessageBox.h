@@ -62,6 +62,7 @@ class MessageBoxScript {
   std::deque<int> answers_;
   std::vector<ShownMessageBox> shown_;
   MessageBoxScript* older_;
+  static inline MessageBoxScript* youngest_ = nullptr;
 };
 
 }  // namespace desktop

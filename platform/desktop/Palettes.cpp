@@ -9,10 +9,10 @@ struct Shades {
   QRgb window, text, base, alternate, button, highlight, placeholder, disabled, light, dark, shadow, toolTip;
 };
 
-const Shades kLight{0xfff2f4f6, 0xff1a1f25, 0xffffffff, 0xfff7f9fa, 0xffe9ecef, 0xff0b6a7e,
-                    0xff636c77, 0xff7c858f, 0xffffffff, 0xff838d99, 0xff56606b, 0xff1a1f25};
-const Shades kDark{0xff1f2328, 0xffe4e8ec, 0xff16191d, 0xff1b1f23, 0xff2a2f36, 0xff1b6b7d,
-                   0xff98a2ad, 0xff848e99, 0xff363d45, 0xff6e7986, 0xff0c0e10, 0xff30363d};
+const Shades kLightShades{0xfff2f4f6, 0xff1a1f25, 0xffffffff, 0xfff7f9fa, 0xffe9ecef, 0xff0b6a7e,
+                          0xff636c77, 0xff7c858f, 0xffffffff, 0xff838d99, 0xff56606b, 0xff1a1f25};
+const Shades kDarkShades{0xff1f2328, 0xffe4e8ec, 0xff16191d, 0xff1b1f23, 0xff2a2f36, 0xff1b6b7d,
+                         0xff98a2ad, 0xff848e99, 0xff363d45, 0xff6e7986, 0xff0c0e10, 0xff30363d};
 
 QPalette Make(const Shades& shades, const Tokens& tokens) {
   QPalette palette;
@@ -53,11 +53,11 @@ const Tokens& TokensOf(const Shades& shades) {
 }  // namespace
 
 QPalette LightPalette() {
-  return Make(kLight, TokensOf(kLight));
+  return Make(kLightShades, TokensOf(kLightShades));
 }
 
 QPalette DarkPalette() {
-  return Make(kDark, TokensOf(kDark));
+  return Make(kDarkShades, TokensOf(kDarkShades));
 }
 
 }  // namespace desktop

@@ -16,11 +16,10 @@
 
 namespace jet {
 
+using index_page::kDeepest;
 using index_page::kPointerBytes;
 
 namespace {
-
-constexpr unsigned kDeepest = 32;
 
 std::string EntryRow(ByteView entry) {
   const std::uint8_t* pointer = entry.data() + entry.size() - kPointerBytes;

@@ -1,6 +1,7 @@
 #include "platform/jet/Counters.h"
 
 #include "platform/jet/Codec.h"
+#include "platform/jet/TableDefFormat.h"
 
 #include <algorithm>
 
@@ -17,8 +18,7 @@ void Counters::CountNoRows() {
 }
 
 void Counters::CountNewKeys(const RealIndexDef& index, std::size_t keys) {
-  // A continuation page of the definition begins with eight bytes that are not of the stream.
-  constexpr std::size_t kContinuationHead = 8;
+  using table_definition::kContinuationHead;
   constexpr std::size_t kPerContinuation = kPageSize - kContinuationHead;
   std::size_t page = 0;
   std::size_t at = index.distinctKeysAt;

@@ -12,20 +12,20 @@ namespace jet {
 
 namespace {
 
-constexpr std::uint32_t kMapPage = PageOf(kFreePagesMap);
+constexpr std::uint32_t kFreePagesPage = PageOf(kFreePagesMap);
 constexpr std::uint32_t kMapPageOwner = 1;
 constexpr std::uint32_t kMostMissing = 64;  // pages past the end of the file that the map may call taken
-constexpr std::uint8_t kReference = 1;
 
 void RequireUsable(std::uint32_t next, std::uint32_t pageCount) {
-  if (next < kSystemPages) throw DamageAt(kMapPage, "de kaart van vrije pagina's noemt pagina " + std::to_string(next));
+  if (next < kSystemPages)
+    throw DamageAt(kFreePagesPage, "de kaart van vrije pagina's noemt pagina " + std::to_string(next));
   if (next <= pageCount + kMostMissing) return;
-  throw DamageAt(kMapPage, "de kaart van vrije pagina's noemt als eerste pagina " + std::to_string(next) +
-                               ", ver voorbij het einde van het bestand");
+  throw DamageAt(kFreePagesPage, "de kaart van vrije pagina's noemt als eerste pagina " + std::to_string(next) +
+                                     ", ver voorbij het einde van het bestand");
 }
 
 [[noreturn]] void ThrowNoneFree() {
-  throw DamageAt(kMapPage, "de kaart van vrije pagina's kent geen vrije pagina");
+  throw DamageAt(kFreePagesPage, "de kaart van vrije pagina's kent geen vrije pagina");
 }
 
 void SetBit(std::uint8_t* bits, std::uint32_t number) {
@@ -58,7 +58,7 @@ std::uint32_t FreePages::Next() {
 void FreePages::Add(std::uint32_t page) {
   if (map_.AddCovered(page)) return;
   Reach(page);
-  if (!map_.AddCovered(page)) throw DamageAt(kMapPage, "de kaart van vrije pagina's reikt niet tot elke pagina");
+  if (!map_.AddCovered(page)) throw DamageAt(kFreePagesPage, "de kaart van vrije pagina's reikt niet tot elke pagina");
 }
 
 /// Gives the map a bit for `page`. Every page of which it says something keeps what it said.
@@ -87,7 +87,7 @@ bool FreePages::WasFree(const Window& before, std::uint32_t page) {
 /// it. False when the page has no room for it.
 bool FreePages::Lengthen(const Window& before, std::uint32_t first, std::uint32_t end) {
   const std::size_t bytes = ((end - first + 7) / 8 + 3) / 4 * 4;
-  RowPage page(pages_, kMapPage, kMapPageOwner);
+  RowPage page(pages_, kFreePagesPage, kMapPageOwner);
   if (page.RoomIn(SlotOf(kFreePagesMap)) < MapLayout::kInlineHead + bytes) return false;
   Bytes row(MapLayout::kInlineHead + bytes);
   Store(&row[1], first);
@@ -101,10 +101,10 @@ bool FreePages::Lengthen(const Window& before, std::uint32_t first, std::uint32_
 /// From a bitmap in the row to bitmap pages for all pages of the file.
 void FreePages::UseBitmapPages(const Window& before) {
   Bytes row(MapLayout::kFreshBytes);
-  row[0] = kReference;
-  RowPage page(pages_, kMapPage, kMapPageOwner);
+  row[0] = MapLayout::kReference;
+  RowPage page(pages_, kFreePagesPage, kMapPageOwner);
   if (page.RoomIn(SlotOf(kFreePagesMap)) < row.size()) {
-    throw DamageAt(kMapPage, "de kaart van vrije pagina's heeft geen plaats meer");
+    throw DamageAt(kFreePagesPage, "de kaart van vrije pagina's heeft geen plaats meer");
   }
   page.Replace(SlotOf(kFreePagesMap), row, SlotKind::Row);
   const std::size_t pagesEach = MapLayout::kPagesPerBitmapPage;
@@ -120,7 +120,7 @@ void FreePages::UseBitmapPages(const Window& before) {
 /// A bitmap page at the end of the file, which is itself in use.
 void FreePages::AddBitmapPage(std::size_t entry, const Window& before) {
   const auto place = map_.Layout().PlaceOfEntry(entry);
-  if (!place) throw DamageAt(kMapPage, "de kaart van vrije pagina's heeft geen plaats meer");
+  if (!place) throw DamageAt(kFreePagesPage, "de kaart van vrije pagina's heeft geen plaats meer");
   if (pages_.IsWronglyFree(pages_.PageCount()))
     throw DamageAt(pages_.PageCount(), "bestaat nog niet, maar is al in gebruik");
   const std::uint32_t number = pages_.Append();
@@ -131,7 +131,7 @@ void FreePages::AddBitmapPage(std::size_t entry, const Window& before) {
   for (std::uint32_t bit = 0; bit < MapLayout::kPagesPerBitmapPage; ++bit) {
     if (WasFree(before, first + bit)) SetBit(&page[MapLayout::kBitmapPageHead], bit);
   }
-  Store(pages_.Change(kMapPage).data() + *place, number);
+  Store(pages_.Change(kFreePagesPage).data() + *place, number);
   map_.Remove(number);
 }
 

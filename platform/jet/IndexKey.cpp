@@ -15,7 +15,7 @@ constexpr std::uint8_t kNullDown = 0xFF;
 constexpr std::uint8_t kValueUp = 0x7F;
 constexpr std::uint8_t kValueDown = 0x80;
 constexpr std::uint8_t kTopBit = 0x80;
-constexpr std::size_t kPiece = 8;  // bytes of a binary that lie together
+constexpr std::size_t kBinaryPiece = 8;  // bytes of a binary that lie together
 constexpr std::uint8_t kMorePieces = 9;
 
 void Invert(ByteSpan bytes) {
@@ -57,13 +57,13 @@ void AppendDecimal(const Decimal& number, bool ascending, Bytes& key) {
 
 void AppendPieces(ByteView bytes, bool ascending, Bytes& key) {
   do {
-    const std::size_t count = std::min(bytes.size(), kPiece);
-    const bool isLast = bytes.size() <= kPiece;
+    const std::size_t count = std::min(bytes.size(), kBinaryPiece);
+    const bool isLast = bytes.size() <= kBinaryPiece;
     const std::size_t start = key.size();
     key.insert(key.end(), bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(count));
-    key.resize(start + kPiece);
+    key.resize(start + kBinaryPiece);
     key.push_back(isLast ? static_cast<std::uint8_t>(count) : kMorePieces);
-    if (!ascending) Invert(ByteSpan(key).subspan(start, isLast ? kPiece + 1 : kPiece));
+    if (!ascending) Invert(ByteSpan(key).subspan(start, isLast ? kBinaryPiece + 1 : kBinaryPiece));
     bytes = bytes.subspan(count);
   } while (!bytes.empty());
 }
@@ -76,7 +76,7 @@ void AppendGuid(const Guid& guid, bool ascending, Bytes& key) {
   AppendPieces(printed, ascending, key);
 }
 
-void AppendText(const ColumnDef& column, const std::u16string& text, bool ascending, Bytes& key) {
+void AppendTextKey(const ColumnDef& column, const std::u16string& text, bool ascending, Bytes& key) {
   const TextOrder* order = TextOrder::For(column.sortOrder);
   if (order == nullptr) throw Error(ErrorCode::Unsupported, "De sorteervolgorde van de index is niet bekend.");
   const std::size_t start = key.size();
@@ -117,7 +117,7 @@ void AppendValue(const ColumnDef& column, const Value& value, bool ascending, By
       return AppendPieces(std::get<Bytes>(value), ascending, key);
     case ColumnType::Text:
     case ColumnType::Memo:
-      return AppendText(column, std::get<std::u16string>(value), ascending, key);
+      return AppendTextKey(column, std::get<std::u16string>(value), ascending, key);
     case ColumnType::Ole:
     case ColumnType::SystemBinary:
       break;

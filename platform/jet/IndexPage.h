@@ -24,6 +24,7 @@ constexpr std::size_t kEntriesAt = 480;
 constexpr std::size_t kPointerBytes = 4;  // behind the key of an entry: u24 page and u8 row, big-endian
 constexpr std::size_t kChildBytes = 4;    // behind that in a node: the child page, big-endian
 constexpr std::size_t kEntryBytes = kPageSize - kEntriesAt;  // 3616
+constexpr std::size_t kDeepest = 32;                         // levels; a deeper tree is damaged
 }  // namespace index_page
 
 /// A view of an index page, leaf or node. Entries are numbered from 0; all that is in them is checked here.

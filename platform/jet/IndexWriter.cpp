@@ -15,8 +15,6 @@ using namespace index_page;
 
 namespace {
 
-constexpr std::size_t kDeepest = 32;
-
 /// How many entries go to the lower page: as near to `wanted` as both parts fit.
 std::size_t SplitPoint(const IndexNode& node, std::size_t wanted) {
   const std::size_t count = node.entries.size();

@@ -17,7 +17,7 @@ constexpr std::size_t kCountAt = 8;
 constexpr std::size_t kOldLengthAt = 16;
 constexpr std::size_t kNewLengthAt = 24;
 constexpr std::size_t kChecksumAt = 32;
-constexpr std::size_t kHeadBytes = 40;
+constexpr std::size_t kJournalHeadBytes = 40;
 constexpr std::size_t kSector = 512;  // what a disk writes as a whole
 constexpr std::size_t kSectors = kPageSize / kSector;
 constexpr std::size_t kBeforeSumsAt = 8;
@@ -64,8 +64,8 @@ Bytes BuildJournal(std::span<const PageChange> changes, std::uint64_t oldLength,
   const auto isNew = [](const PageChange& change) { return change.before == nullptr; };
   const auto count = static_cast<std::uint32_t>(changes.size() - std::ranges::count_if(changes, isNew));
   Bytes journal;
-  journal.reserve(kHeadBytes + count * kRecordBytes);
-  journal.resize(kHeadBytes);
+  journal.reserve(kJournalHeadBytes + count * kRecordBytes);
+  journal.resize(kJournalHeadBytes);
   for (const PageChange& change : changes) {
     if (isNew(change)) continue;
     const std::size_t start = journal.size();
@@ -93,8 +93,8 @@ struct Journal::Content {
 
   std::uint64_t OldLength() const { return Load<std::uint64_t>(&bytes[kOldLengthAt]); }
   std::uint64_t NewLength() const { return Load<std::uint64_t>(&bytes[kNewLengthAt]); }
-  std::size_t Count() const { return (bytes.size() - kHeadBytes) / kRecordBytes; }
-  const std::uint8_t* Record(std::size_t i) const { return &bytes[kHeadBytes + i * kRecordBytes]; }
+  std::size_t Count() const { return (bytes.size() - kJournalHeadBytes) / kRecordBytes; }
+  const std::uint8_t* Record(std::size_t i) const { return &bytes[kJournalHeadBytes + i * kRecordBytes]; }
   std::uint32_t PageAt(std::size_t i) const { return LoadU32(Record(i)); }
   ByteView ImageAt(std::size_t i) const { return {Record(i) + kImageAt, kPageSize}; }
 
@@ -104,8 +104,8 @@ struct Journal::Content {
   }
 
   bool IsWhole() {
-    if (bytes.size() < kHeadBytes || std::memcmp(bytes.data(), kMagic, kCountAt) != 0) return false;
-    if (bytes.size() != kHeadBytes + std::size_t{LoadU32(&bytes[kCountAt])} * kRecordBytes) return false;
+    if (bytes.size() < kJournalHeadBytes || std::memcmp(bytes.data(), kMagic, kCountAt) != 0) return false;
+    if (bytes.size() != kJournalHeadBytes + std::size_t{LoadU32(&bytes[kCountAt])} * kRecordBytes) return false;
     const auto stored = Load<std::uint64_t>(&bytes[kChecksumAt]);
     Store(&bytes[kChecksumAt], std::uint64_t{0});
     return Checksum(bytes) == stored && OldLength() <= kLargestDatabase;

@@ -12,7 +12,7 @@ namespace jet {
 namespace {
 
 constexpr std::uint64_t kUserBytes = 0x10000000;
-constexpr std::size_t kEntryBytes = 64;
+constexpr std::size_t kLockEntryBytes = 64;
 constexpr std::size_t kNameBytes = 32;
 constexpr int kMostAttempts = 100;
 
@@ -73,11 +73,11 @@ bool LockFile::TakeNumber() {
 }
 
 void LockFile::WriteEntry() {
-  std::array<std::uint8_t, kEntryBytes> entry{};
+  std::array<std::uint8_t, kLockEntryBytes> entry{};
   const LockFileUser user = ThisUser();
   std::copy(user.machine.begin(), user.machine.end(), entry.begin());
   std::copy(user.name.begin(), user.name.end(), entry.begin() + kNameBytes);
-  file_->WriteAt((number_ - 1) * kEntryBytes, entry);
+  file_->WriteAt((number_ - 1) * kLockEntryBytes, entry);
 }
 
 LockFile::~LockFile() {
@@ -96,9 +96,9 @@ LockFile::~LockFile() {
 }
 
 LockFileUser LockFile::UserAt(unsigned number) {
-  std::array<std::uint8_t, kEntryBytes> entry{};
+  std::array<std::uint8_t, kLockEntryBytes> entry{};
   if (file_ == nullptr || number == 0) return {};
-  file_->ReadAt((number - 1) * kEntryBytes, entry);
+  file_->ReadAt((number - 1) * kLockEntryBytes, entry);
   return {NameIn(entry, 0), NameIn(entry, kNameBytes)};
 }
 

@@ -10,7 +10,7 @@ namespace jet {
 
 namespace {
 
-constexpr std::size_t kPointerBytes = 4;
+constexpr std::size_t kNextPieceBytes = 4;
 
 StoredRow FindPiece(PageSource& pages, RowId where) {
   auto row = FindRow(pages, where, false, kLongValueOwner);
@@ -43,7 +43,8 @@ std::uint64_t VisitPieces(PageSource& pages, const LongValueHead& head,
   std::uint64_t done = 0;
   for (RowId next = head.where; next != 0 && done < head.length;) {
     const StoredRow row = FindPiece(pages, next);
-    const ByteView part = Part(row.bytes, kPointerBytes, row.bytes.size() - std::min(row.bytes.size(), kPointerBytes));
+    const ByteView part =
+        Part(row.bytes, kNextPieceBytes, row.bytes.size() - std::min(row.bytes.size(), kNextPieceBytes));
     if (part.empty()) throw DamageAt(PageOf(next), "een stuk van een lange waarde is leeg");
     done += part.size();
     if (!visit(next, part)) break;

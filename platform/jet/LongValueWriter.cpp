@@ -11,7 +11,7 @@ namespace jet {
 namespace {
 
 constexpr std::size_t kMostInOneRow = 4076;
-constexpr std::size_t kPiece = kMostInOneRow - 4;  // each piece begins with the row pointer of the next
+constexpr std::size_t kPieceBytes = kMostInOneRow - 4;  // each piece begins with the row pointer of the next
 constexpr std::uint32_t kInlineFlag = 0x80000000;
 constexpr std::uint32_t kSingleFlag = 0x40000000;
 
@@ -47,7 +47,7 @@ Bytes LongValueWriter::Write(ByteView value, bool mayInline) {
 RowId LongValueWriter::WriteChain(ByteView value) {
   RowId next = 0;
   for (std::size_t end = value.size(); end > 0;) {
-    const std::size_t start = (end - 1) / kPiece * kPiece;
+    const std::size_t start = (end - 1) / kPieceBytes * kPieceBytes;
     Bytes piece(4);
     Store(piece.data(), next);
     piece.insert(piece.end(), value.begin() + static_cast<std::ptrdiff_t>(start),

@@ -9,13 +9,6 @@
 
 namespace jet {
 
-namespace {
-
-constexpr std::uint8_t kInline = 0;
-constexpr std::uint8_t kReference = 1;
-
-}  // namespace
-
 MapLayout::MapLayout(PageSource& pages, RowId where) : page_(PageOf(where)) {
   const std::string name = "gebruikskaart " + std::to_string(SlotOf(where));
   const DataPage page(pages.Read(page_), page_);

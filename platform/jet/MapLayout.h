@@ -19,6 +19,8 @@ namespace jet {
 /// this class passes 2^32, whatever the file says.
 class MapLayout {
  public:
+  static constexpr std::uint8_t kInline = 0;
+  static constexpr std::uint8_t kReference = 1;
   static constexpr std::size_t kInlineHead = 5;
   static constexpr std::size_t kReferenceHead = 1;
   static constexpr std::size_t kBitmapPageHead = 4;

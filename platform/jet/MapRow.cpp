@@ -9,13 +9,6 @@
 
 namespace jet {
 
-namespace {
-
-constexpr std::uint8_t kInline = 0;
-constexpr std::uint8_t kReference = 1;
-
-}  // namespace
-
 bool MapRow::Contains(std::uint32_t page) {
   const auto run = Layout().RunOf(pages_, page);
   if (!run) return false;
@@ -76,7 +69,7 @@ bool MapRow::MoveWindow(std::uint32_t page) {
 
 void MapRow::UseBitmapPages(PageSpace& space) {
   const std::vector<std::uint32_t> members = Members();
-  Blank(kReference);
+  Blank(MapLayout::kReference);
   for (const std::uint32_t member : members)
     Add(space, member);
 }
@@ -95,7 +88,7 @@ void MapRow::Clear(PageSpace& space) {
   for (std::size_t i = 0; !layout.IsInline() && i < layout.RunCount(); ++i) {
     if (const auto run = layout.RunAt(pages_, i)) bitmaps.push_back(run->holder);
   }
-  Blank(kInline);
+  Blank(MapLayout::kInline);
   space.Release(bitmaps);
 }
 

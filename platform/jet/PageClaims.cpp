@@ -13,8 +13,6 @@ namespace jet {
 namespace {
 
 constexpr RowId kSecondMap = MakeRowId(1, 1);
-constexpr std::uint8_t kFreedDefinition = 8;
-constexpr std::uint8_t kFreedData = 9;
 
 /// Which pages the maps and definitions of all tables name.
 class Claims {
@@ -81,8 +79,8 @@ class Claims {
 };
 
 bool HoldsSomething(const PageBytes& page) {
-  return page[0] != static_cast<std::uint8_t>(PageType::Unwritten) && page[0] != kFreedData &&
-         page[0] != kFreedDefinition;
+  const auto type = static_cast<PageType>(page[0]);
+  return type != PageType::Unwritten && type != PageType::FreedData && type != PageType::FreedDefinition;
 }
 
 }  // namespace

@@ -6,13 +6,6 @@
 
 namespace jet {
 
-namespace {
-
-constexpr std::uint8_t kFreedData = 9;
-constexpr std::uint8_t kFreedDefinition = 8;
-
-}  // namespace
-
 std::uint32_t PageSpace::Allocate() {
   const std::uint32_t page = TakeLowest();
   while (page >= pages_.PageCount())
@@ -43,8 +36,11 @@ void PageSpace::RequireNoSystemPage(std::uint32_t page) {
 void PageSpace::Free(std::uint32_t page) {
   RequireNoSystemPage(page);
   std::uint8_t& type = pages_.Change(page)[0];
-  if (type == static_cast<std::uint8_t>(PageType::Definition)) type = kFreedDefinition;
-  if (type == static_cast<std::uint8_t>(PageType::Data)) type = kFreedData;
+  if (type == static_cast<std::uint8_t>(PageType::Definition)) {
+    type = static_cast<std::uint8_t>(PageType::FreedDefinition);
+  } else if (type == static_cast<std::uint8_t>(PageType::Data)) {
+    type = static_cast<std::uint8_t>(PageType::FreedData);
+  }
   FreePages(pages_).Add(page);
 }
 

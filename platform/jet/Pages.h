@@ -27,7 +27,9 @@ enum class PageType : std::uint8_t {
   Definition = 2,
   IndexNode = 3,
   IndexLeaf = 4,
-  UsageBitmap = 5
+  UsageBitmap = 5,
+  FreedDefinition = 8,
+  FreedData = 9
 };
 
 /// Whether nothing was ever written to the page: given out, and all zeros.

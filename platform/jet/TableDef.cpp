@@ -3,24 +3,24 @@
 #include "platform/jet/Codec.h"
 #include "platform/jet/Damage.h"
 #include "platform/jet/StoredText.h"
+#include "platform/jet/TableDefFormat.h"
 
 #include <algorithm>
 
 namespace jet {
 
+using namespace table_definition;
+
 namespace {
 
 constexpr std::size_t kNextPageAt = 4;
-constexpr std::size_t kContinuationHead = 8;
-constexpr std::size_t kMostPages = 64;  // 255 columns and 32 indexes with the longest names need about 14
-constexpr std::size_t kMostColumns = 255;
-constexpr std::size_t kMostIndexes = 1000;
+constexpr std::size_t kMostDefinitionPages = 64;  // 255 columns and 32 indexes with the longest names need about 14
+constexpr std::size_t kMostReadIndexes = 1000;
 constexpr std::size_t kHeadBytes = 63;
 constexpr std::size_t kIndexCountBytes = 12;
 constexpr std::size_t kColumnBytes = 25;
 constexpr std::size_t kRealIndexBytes = 52;
 constexpr std::size_t kLogicalIndexBytes = 28;
-constexpr std::size_t kIndexFields = 10;
 constexpr std::uint16_t kNoColumn = 0xFFFF;
 constexpr std::uint16_t kEndMark = 0xFFFF;
 
@@ -45,7 +45,7 @@ Bytes ReadStream(PageSource& pages, std::uint32_t first, std::vector<std::uint32
   Bytes stream;
   for (std::uint32_t number = first; number != 0;) {
     const bool looped = std::find(visited.begin(), visited.end(), number) != visited.end();
-    if (looped || visited.size() >= kMostPages) throw DamageAt(number, "de definitie verwijst in een kring");
+    if (looped || visited.size() >= kMostDefinitionPages) throw DamageAt(number, "de definitie verwijst in een kring");
     const PageRef page = ReadTyped(pages, number, PageType::Definition);
     visited.push_back(number);
     stream.insert(stream.end(), page->begin() + (number == first ? 0 : kContinuationHead), page->end());
@@ -142,7 +142,8 @@ Counts ParseHead(ByteView head, TableDef& table) {
   table.ownedMap = LoadU32(&head[55]);
   table.freeMap = LoadU32(&head[59]);
   const Counts counts{LoadU16(&head[45]), LoadU32(&head[47]), LoadU32(&head[51])};
-  if (counts.columns > kMostColumns || counts.logicalIndexes > kMostIndexes || counts.realIndexes > kMostIndexes) {
+  if (counts.columns > kMostColumns || counts.logicalIndexes > kMostReadIndexes ||
+      counts.realIndexes > kMostReadIndexes) {
     throw Damage("te veel kolommen of indexen");
   }
   return counts;

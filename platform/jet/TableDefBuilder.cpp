@@ -3,6 +3,7 @@
 #include "platform/jet/Codec.h"
 #include "platform/jet/Names.h"
 #include "platform/jet/StoredText.h"
+#include "platform/jet/TableDefFormat.h"
 
 #include <algorithm>
 #include <cstring>
@@ -10,13 +11,13 @@
 
 namespace jet {
 
+using namespace table_definition;
+
 namespace {
 
 constexpr std::uint32_t kBlockMark = 0x659;
 constexpr std::uint32_t kRealIndexMark = 1923;
-constexpr std::size_t kIndexFields = 10;
 constexpr std::size_t kLengthAt = 8;
-constexpr std::size_t kContinuationHead = 8;
 
 class StreamWriter {
  public:

@@ -8,6 +8,7 @@
 #include "platform/jet/StoredText.h"
 #include "platform/jet/SystemTables.h"
 #include "platform/jet/TableDefBuilder.h"
+#include "platform/jet/TableDefFormat.h"
 #include "platform/jet/Utf8.h"
 
 #include <algorithm>
@@ -18,7 +19,6 @@ namespace jet {
 
 namespace {
 
-constexpr std::size_t kMostColumns = 255;
 constexpr std::size_t kMostIndexes = 32;
 constexpr std::size_t kMostIndexFields = 10;
 constexpr std::size_t kMostNameCharacters = 64;
@@ -55,7 +55,8 @@ void CheckTable(const TableDefinition& table) {
   CheckName(table.name);
   CheckNames(table.columns);
   CheckNames(table.indexes);
-  if (table.columns.empty() || table.columns.size() > kMostColumns) Refuse("een tabel heeft 1 tot 255 velden.");
+  if (table.columns.empty() || table.columns.size() > table_definition::kMostColumns)
+    Refuse("een tabel heeft 1 tot 255 velden.");
   if (table.indexes.size() > kMostIndexes) Refuse("een tabel heeft hoogstens 32 indexen.");
   for (const ColumnDefinition& column : table.columns) {
     if (column.type == ColumnType::SystemBinary)

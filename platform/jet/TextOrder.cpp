@@ -2,6 +2,7 @@
 
 #include "platform/jet/Error.h"
 #include "platform/jet/TextOrderCells.h"
+#include "platform/jet/Utf8.h"
 
 #include <algorithm>
 #include <charconv>
@@ -36,13 +37,6 @@ void ForEachWord(std::string_view text, Use use) {
     if (end > 0) use(text.substr(0, end));
     text.remove_prefix(std::min(end + 1, text.size()));
   }
-}
-
-bool IsHighSurrogate(char32_t unit) {
-  return unit >= 0xD800 && unit < 0xDC00;
-}
-bool IsLowSurrogate(char32_t unit) {
-  return unit >= 0xDC00 && unit < 0xE000;
 }
 
 /// The character at `at`, which moves past it.

@@ -6,6 +6,13 @@
 
 namespace jet {
 
+constexpr bool IsHighSurrogate(char32_t unit) {
+  return unit >= 0xD800 && unit <= 0xDBFF;
+}
+constexpr bool IsLowSurrogate(char32_t unit) {
+  return unit >= 0xDC00 && unit <= 0xDFFF;
+}
+
 /// A lone surrogate becomes U+FFFD.
 std::string ToUtf8(std::u16string_view text);
 /// The same behind what is in `out` already.

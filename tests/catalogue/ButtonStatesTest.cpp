@@ -16,7 +16,6 @@ using namespace Qt::StringLiterals;
 // Every button of every list in every situation: what is selected, which boxes are checked, and what came last.
 namespace {
 
-enum class Kind { Spots, Items, Pingles };
 enum class Last { Selection, Aktieve, NietAktieve, Editor, F5, Hidden };
 
 struct Situation {

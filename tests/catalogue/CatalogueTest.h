@@ -26,6 +26,9 @@ using testing_support::Child;
 using testing_support::ModalDriver;
 using testing_support::Station;
 
+// The lists of the catalogue.
+enum class Kind { Spots, Items, Pingles };
+
 // Texts in failure messages of GoogleTest.
 inline void PrintTo(const QString& text, std::ostream* out) {
   *out << '"' << text.toStdString() << '"';

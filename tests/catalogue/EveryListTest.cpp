@@ -20,9 +20,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-enum class Kind { Spots, Items, Pingles };
-
-std::string NameOf(const ::testing::TestParamInfo<std::tuple<Kind, Station::Mode>>& list) {
+std::string ListModeName(const ::testing::TestParamInfo<std::tuple<Kind, Station::Mode>>& list) {
   static const std::string kKinds[] = {"Spots", "Items", "Pingles"};
   const bool online = std::get<Station::Mode>(list.param) == Station::Mode::Online;
   return kKinds[static_cast<int>(std::get<Kind>(list.param))] + (online ? "Online" : "Offline");
@@ -91,7 +89,7 @@ class EveryList : public CatalogueTest, public ::testing::WithParamInterface<std
 INSTANTIATE_TEST_SUITE_P(All, EveryList,
                          ::testing::Combine(::testing::Values(Kind::Spots, Kind::Items, Kind::Pingles),
                                             ::testing::Values(Station::Mode::Online, Station::Mode::Offline)),
-                         NameOf);
+                         ListModeName);
 
 TEST_P(EveryList, OfTwoRecordsWithTheSameNameTheSelectedOneIsRemoved) {
   Add(1, u"Dubbel"_s);

@@ -9,10 +9,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QDate kToday(2025, 3, 11);
+const QDate kStateDay(2025, 3, 11);
 
 QDateTime At(int hour) {
-  return {kToday, QTime(hour, 30)};
+  return {kStateDay, QTime(hour, 30)};
 }
 
 // An active spot with its file, in the middle of its validity.
@@ -20,8 +20,8 @@ SpotFacts Running() {
   SpotFacts spot;
   spot.path = u"Z:\\spot.wav"_s;
   spot.aktief = true;
-  spot.startDatum = kToday.addDays(-10);
-  spot.eindDatum = kToday.addDays(40);
+  spot.startDatum = kStateDay.addDays(-10);
+  spot.eindDatum = kStateDay.addDays(40);
   spot.startUur = 0;
   spot.eindUur = 23;
   spot.file = runtime::Presence::There;
@@ -42,15 +42,15 @@ TEST(SpotState, RunsWithinItsDates) {
 }
 
 TEST(SpotState, FirstAndLastDayBelongToTheValidity) {
-  EXPECT_EQ(StateWith([](auto& spot) { spot.startDatum = kToday; }), SpotState::Loopt);
-  EXPECT_EQ(StateWith([](auto& spot) { spot.startDatum = kToday.addDays(1); }), SpotState::Begint);
-  EXPECT_EQ(StateWith([](auto& spot) { spot.eindDatum = kToday; }), SpotState::Verloopt);
-  EXPECT_EQ(StateWith([](auto& spot) { spot.eindDatum = kToday.addDays(-1); }), SpotState::Verlopen);
+  EXPECT_EQ(StateWith([](auto& spot) { spot.startDatum = kStateDay; }), SpotState::Loopt);
+  EXPECT_EQ(StateWith([](auto& spot) { spot.startDatum = kStateDay.addDays(1); }), SpotState::Begint);
+  EXPECT_EQ(StateWith([](auto& spot) { spot.eindDatum = kStateDay; }), SpotState::Verloopt);
+  EXPECT_EQ(StateWith([](auto& spot) { spot.eindDatum = kStateDay.addDays(-1); }), SpotState::Verlopen);
 }
 
 TEST(SpotState, EndsSoonFromSevenDaysBeforeTheLastDay) {
-  EXPECT_EQ(StateWith([](auto& spot) { spot.eindDatum = kToday.addDays(7); }), SpotState::Verloopt);
-  EXPECT_EQ(StateWith([](auto& spot) { spot.eindDatum = kToday.addDays(8); }), SpotState::Loopt);
+  EXPECT_EQ(StateWith([](auto& spot) { spot.eindDatum = kStateDay.addDays(7); }), SpotState::Verloopt);
+  EXPECT_EQ(StateWith([](auto& spot) { spot.eindDatum = kStateDay.addDays(8); }), SpotState::Loopt);
 }
 
 TEST(SpotState, DatesThatAreMissingSetNoLimit) {
@@ -93,11 +93,11 @@ TEST(SpotState, FirstMatchWins) {
   SpotFacts spot = Running();
   spot.startUur = spot.eindUur = 3;
   EXPECT_EQ(StateOf(spot, At(14)), SpotState::BuitenUren);
-  spot.eindDatum = kToday.addDays(3);
+  spot.eindDatum = kStateDay.addDays(3);
   EXPECT_EQ(StateOf(spot, At(14)), SpotState::Verloopt);
-  spot.startDatum = kToday.addDays(2);
+  spot.startDatum = kStateDay.addDays(2);
   EXPECT_EQ(StateOf(spot, At(14)), SpotState::Begint);
-  spot.eindDatum = kToday.addDays(-3);
+  spot.eindDatum = kStateDay.addDays(-3);
   EXPECT_EQ(StateOf(spot, At(14)), SpotState::Verlopen);
   spot.file = runtime::Presence::NotThere;
   EXPECT_EQ(StateOf(spot, At(14)), SpotState::BestandOntbreekt);

@@ -10,6 +10,7 @@
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Probe.h"
 #include "platform/runtime/TextFile.h"
+#include "tests/export/ExportWindow.h"
 #include "tests/export/LogWitness.h"
 #include "tests/support/Fork.h"
 #include "tests/support/Station.h"
@@ -30,7 +31,6 @@ using testing_support::Station;
 
 namespace {
 
-const QDateTime kNow(QDate(2024, 1, 31), QTime(15, 45, 7));
 const QStringList kStatements = {u"DELETE FROM c"_s, u"UPDATE a SET b = 1"_s, u"UPDATE a SET b = 2"_s};
 
 class ExportSteps : public testing::Test {
@@ -72,7 +72,7 @@ class ExportSteps : public testing::Test {
   QStringList Everywhere() const { return StatementsInFiles(station_.ExportFolder()) + station_.Log(); }
 
   Station station_;
-  runtime::ClockScope clock_{kNow};
+  runtime::ClockScope clock_{export_window::kNow};
 };
 
 }  // namespace

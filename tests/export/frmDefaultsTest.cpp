@@ -43,8 +43,8 @@ QByteArray Ini() {
 }
 
 // The settings dialog on a station with a settings file; counts how often the export was opened.
-struct Window {
-  Window() {
+struct DefaultsWindow {
+  DefaultsWindow() {
     runtime::WriteFile(IniPath(),
                        "; keep\r\n[Files]\r\nDatabasePath=" + global.databasePath.toLatin1() + "\r\nX=1\r\n");
     RegisterScreen(Screen::PlanningExporteren, [this](QWidget* owner) {
@@ -57,7 +57,7 @@ struct Window {
     form.Form_Load();
     form.show();
   }
-  ~Window() { RegisterScreen(Screen::PlanningExporteren, {}); }
+  ~DefaultsWindow() { RegisterScreen(Screen::PlanningExporteren, {}); }
 
   QRadioButton& Online() { return Child<QRadioButton>(form, u"optOnline"_s); }
   QRadioButton& Offline() { return Child<QRadioButton>(form, u"optOffline"_s); }
@@ -101,7 +101,7 @@ TEST(frmDefaults, OpensOnThePresentModeAndPathWithoutAWarning) {
   for (const auto mode : {Station::Mode::Online, Station::Mode::Offline}) {
     const Station station(mode);
     const MessageBoxScript boxes;
-    Window window;
+    DefaultsWindow window;
     EXPECT_EQ(window.Online().isChecked(), global.online);
     EXPECT_EQ(window.Offline().isChecked(), !global.online);
     EXPECT_EQ(window.Path().text(), global.databasePath);
@@ -115,17 +115,17 @@ TEST(frmDefaults, AStoredPathOfAtMostOneCharacterLeavesTheBoxEmpty) {
   const Station station;
   for (const QString& path : {u""_s, u"Z"_s}) {
     global.databasePath = path;
-    Window window;
+    DefaultsWindow window;
     EXPECT_EQ(window.Path().text(), QString());
   }
   global.databasePath = u"Z:"_s;
-  Window window;
+  DefaultsWindow window;
   EXPECT_EQ(window.Path().text(), u"Z:"_s);
 }
 
 TEST(frmDefaults, ChoosingOnlineWarnsAndOkOpensTheExportInTheNewMode) {
   const Station station(Station::Mode::Offline);
-  Window window;
+  DefaultsWindow window;
   const MessageBoxScript boxes{kAnswerOk};
   window.Online().click();
   ASSERT_EQ(boxes.Shown().size(), 1u);
@@ -143,7 +143,7 @@ TEST(frmDefaults, ChoosingOnlineWarnsAndOkOpensTheExportInTheNewMode) {
 
 TEST(frmDefaults, TheExportOpensAfterThePathIsWrittenAndBeforeTheDialogCloses) {
   const Station station(Station::Mode::Offline);
-  Window window;
+  DefaultsWindow window;
   const MessageBoxScript boxes{kAnswerOk};
   window.Online().click();
   window.Path().setText(u"Q:\\elders"_s);
@@ -155,7 +155,7 @@ TEST(frmDefaults, TheExportOpensAfterThePathIsWrittenAndBeforeTheDialogCloses) {
 
 TEST(frmDefaults, AModeThatCouldNotBeStoredStillExportsAsAsked) {
   const Station station(Station::Mode::Offline);
-  Window window;
+  DefaultsWindow window;
   const MessageBoxScript boxes;
   window.Online().click();
   QFile::remove(runtime::HostPath(global.localDatabasePath));
@@ -170,7 +170,7 @@ TEST(frmDefaults, AModeThatCouldNotBeStoredStillExportsAsAsked) {
 
 TEST(frmDefaults, ChoosingOnlineOnceMoreWarnsAndExportsEvenWhenAlreadyOnline) {
   const Station station(Station::Mode::Online);
-  Window window;
+  DefaultsWindow window;
   const MessageBoxScript boxes{kAnswerOk};
   QTest::mouseClick(&window.Online(), Qt::LeftButton, {}, QPoint(8, window.Online().height() / 2));
   EXPECT_EQ(boxes.Shown().size(), 1u);
@@ -180,7 +180,7 @@ TEST(frmDefaults, ChoosingOnlineOnceMoreWarnsAndExportsEvenWhenAlreadyOnline) {
 
 TEST(frmDefaults, ChoosingOfflineAfterOnlineClearsTheNeedToExport) {
   const Station station(Station::Mode::Offline);
-  Window window;
+  DefaultsWindow window;
   const MessageBoxScript boxes{kAnswerOk};
   window.Online().click();
   window.Offline().click();
@@ -193,7 +193,7 @@ TEST(frmDefaults, ChoosingOfflineAfterOnlineClearsTheNeedToExport) {
 
 TEST(frmDefaults, CancellingChangesNeitherTheDatabaseNorTheFile) {
   const Station station(Station::Mode::Online);
-  Window window;
+  DefaultsWindow window;
   const QByteArray before = Ini();
   const MessageBoxScript boxes;
   window.Offline().click();
@@ -208,7 +208,7 @@ TEST(frmDefaults, CancellingChangesNeitherTheDatabaseNorTheFile) {
 
 TEST(frmDefaults, OkWritesTheTrimmedPathAsItStandsAndKeepsTheRestOfTheFile) {
   const Station station;
-  Window window;
+  DefaultsWindow window;
   const QString server = global.serverDatabasePath;
   window.Path().setText(u"  \\\\elders\\Café  "_s);
   window.Press(u"cmdOk"_s);
@@ -220,7 +220,7 @@ TEST(frmDefaults, OkWritesTheTrimmedPathAsItStandsAndKeepsTheRestOfTheFile) {
 
 TEST(frmDefaults, AnEmptyPathIsWrittenToo) {
   const Station station;
-  Window window;
+  DefaultsWindow window;
   window.Path().clear();
   window.Press(u"cmdOk"_s);
   EXPECT_TRUE(Ini().contains("DatabasePath=\r\n"));
@@ -229,7 +229,7 @@ TEST(frmDefaults, AnEmptyPathIsWrittenToo) {
 
 TEST(frmDefaults, TheFolderButtonStartsFromTheBoxAndTakesTheChoice) {
   const Station station;
-  Window window;
+  DefaultsWindow window;
   FileChooserScript chooser;
   chooser.Choose(station.AudioFolder());
   window.Press(u"cmdDatabasePath"_s);
@@ -242,7 +242,7 @@ TEST(frmDefaults, TheFolderButtonStartsFromTheBoxAndTakesTheChoice) {
 
 TEST(frmDefaults, CancellingTheFolderChooserLeavesTheBoxAsItStarted) {
   const Station station;
-  Window window;
+  DefaultsWindow window;
   for (const QString& path : {global.databasePath, u"Q:\\niet\\gekoppeld"_s}) {
     window.Path().setText(path);
     FileChooserScript chooser;
@@ -254,7 +254,7 @@ TEST(frmDefaults, CancellingTheFolderChooserLeavesTheBoxAsItStarted) {
 
 TEST(frmDefaults, AnEmptyBoxTakesWhateverTheFolderChooserGives) {
   const Station station;
-  Window window;
+  DefaultsWindow window;
   window.Path().clear();
   FileChooserScript chooser;
   chooser.Cancel();
@@ -268,7 +268,7 @@ TEST(frmDefaults, AnEmptyBoxTakesWhateverTheFolderChooserGives) {
 
 TEST(frmDefaults, AFolderOutsideOfTheMappedDrivesWarns) {
   const Station station;
-  Window window;
+  DefaultsWindow window;
   runtime::SetDrives({{u"D"_s, station.AudioFolder()}});
   FileChooserScript chooser;
   chooser.Choose(station.ServerFolder());
@@ -281,7 +281,7 @@ TEST(frmDefaults, AFolderOutsideOfTheMappedDrivesWarns) {
 
 TEST(frmDefaults, AFullDiskLeavesTheSettingsFileWholeAndTheDialogOpen) {
   const Station station;
-  Window window;
+  DefaultsWindow window;
   const QByteArray before = Ini();
   global.localDatabasePath = u"Z:\\niet\\hier.mdb"_s;  // its own write would meet the full disk first
   window.Path().setText(u"Q:\\elders"_s);

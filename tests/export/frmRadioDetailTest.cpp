@@ -27,8 +27,8 @@ using testing_support::Station;
 
 namespace {
 
-struct Window {
-  Window() {
+struct RadioWindow {
+  RadioWindow() {
     form.Form_Load();
     form.show();
   }
@@ -56,7 +56,7 @@ TEST(frmRadioDetail, ListsTheStationsByNameWithTheirNumbersAndNoneChosen) {
   const Station station;
   schema::AddStation(global.localDatabasePath, 7, u"Radio Zee"_s);
   schema::AddStation(global.localDatabasePath, 3, u"alfa"_s);
-  Window window;
+  RadioWindow window;
   ASSERT_EQ(window.Radio().ListCount(), 3);
   EXPECT_FALSE(Child<QLabel>(window.form, u"lblGeenZender"_s).isVisible());
   EXPECT_EQ(window.Radio().Text(0), u"alfa"_s);
@@ -69,7 +69,7 @@ TEST(frmRadioDetail, ListsTheStationsByNameWithTheirNumbersAndNoneChosen) {
 TEST(frmRadioDetail, OkTakesTheNumberOfTheChosenStationAndCloses) {
   const Station station;
   schema::AddStation(global.localDatabasePath, 7, u"Radio Zee"_s);
-  Window window;
+  RadioWindow window;
   window.Radio().SetListIndex(1);
   window.PressOk();
   EXPECT_EQ(global.stationNumber, 7);
@@ -79,7 +79,7 @@ TEST(frmRadioDetail, OkTakesTheNumberOfTheChosenStationAndCloses) {
 TEST(frmRadioDetail, ANumberBeyondSixteenBitsIsReportedAndTheDialogStays) {
   const Station station;
   station.OnLocal(u"INSERT INTO cdeLicenties (LicentieNummer, RadioNaam) VALUES (40000, \"Radio Ver\")"_s);
-  Window window;
+  RadioWindow window;
   window.Radio().SetListIndex(1);
   const MessageBoxScript boxes{kAnswerOk};
   window.PressOk();
@@ -94,7 +94,7 @@ TEST(frmRadioDetail, ReadsTheLocalDatabaseInEitherModeAndShowsNoNameAsAnEmptyLin
   for (const auto mode : {Station::Mode::Online, Station::Mode::Offline}) {
     const Station station(mode);
     station.OnLocal(u"INSERT INTO cdeLicenties (LicentieNummer) VALUES (4)"_s);
-    Window window;
+    RadioWindow window;
     ASSERT_EQ(window.Radio().ListCount(), 2);
     EXPECT_EQ(window.Radio().Text(0), u""_s);
     EXPECT_EQ(window.Radio().ItemData(0), 4);
@@ -105,7 +105,7 @@ TEST(frmRadioDetail, ReadsTheLocalDatabaseInEitherModeAndShowsNoNameAsAnEmptyLin
 TEST(frmRadioDetail, OkWithNothingChosenDoesNothing) {
   const Station station;
   global.stationNumber = 5;
-  Window window;
+  RadioWindow window;
   window.PressOk();
   EXPECT_TRUE(window.form.isVisible());
   EXPECT_EQ(global.stationNumber, 5);
@@ -114,7 +114,7 @@ TEST(frmRadioDetail, OkWithNothingChosenDoesNothing) {
 TEST(frmRadioDetail, AnEmptyStationTableLeavesTheListEmptyAndOkDoesNothing) {
   const Station station;
   station.OnLocal(u"DELETE FROM cdeLicenties"_s);
-  Window window;
+  RadioWindow window;
   EXPECT_EQ(window.Radio().ListCount(), 0);
   EXPECT_TRUE(Child<QLabel>(window.form, u"lblGeenZender"_s).isVisible());
   window.PressOk();
@@ -123,7 +123,7 @@ TEST(frmRadioDetail, AnEmptyStationTableLeavesTheListEmptyAndOkDoesNothing) {
 
 TEST(frmRadioDetail, EscClosesItAndLeavesTheNumber) {
   const Station station;
-  Window window;
+  RadioWindow window;
   window.Radio().SetListIndex(0);
   QTest::keyClick(&window.form, Qt::Key_Escape);
   EXPECT_FALSE(window.form.isVisible());
@@ -133,7 +133,7 @@ TEST(frmRadioDetail, EscClosesItAndLeavesTheNumber) {
 TEST(frmRadioDetail, TheKeyboardAloneChoosesAStation) {
   const Station station;
   schema::AddStation(global.localDatabasePath, 7, u"Radio Zee"_s);
-  Window window;
+  RadioWindow window;
   QTest::keyClick(&window.Radio(), Qt::Key_Down);
   QTest::keyClick(&window.Radio(), Qt::Key_Down);
   QTest::keyClick(&window.form, Qt::Key_Return);
@@ -147,7 +147,7 @@ TEST(frmRadioDetail, ALocalDatabaseThatIsGoneOrGarbageIsNamed) {
     QFile::remove(runtime::HostPath(global.localDatabasePath));
     if (garbage) runtime::WriteFile(global.localDatabasePath, QByteArray(5000, 'x'));
     const MessageBoxScript boxes{kAnswerOk};
-    Window window;
+    RadioWindow window;
     ASSERT_EQ(boxes.Shown().size(), 1u);
     EXPECT_EQ(boxes.Last().title, u"FillCboRadio"_s);
     EXPECT_EQ(boxes.Last().style, 16);

@@ -14,18 +14,9 @@ using namespace Qt::StringLiterals;
 using namespace media_testing;
 using testing_support::Child;
 
-namespace {
-
-std::unique_ptr<frmItemSpotsDetail> OneSpot(const EditorDesk& desk) {
-  desk.AddSpot(1, u"Spot"_s, desk.Wav(u"spot.wav"_s, 20'000));
-  return desk.OpenSpot(u"1"_s);
-}
-
-}  // namespace
-
 TEST(PreviewKeys, SpacePlaysAndStopsOnWaveformAndSlider) {
   const EditorDesk desk;
-  const auto editor = OneSpot(desk);
+  const auto editor = desk.OpenNewSpot(20'000);
   for (const QString& name : {u"waveform"_s, u"sliPlay"_s}) {
     auto* widget = editor->findChild<QWidget*>(name);
     QTest::keyClick(widget, Qt::Key_Space);
@@ -37,7 +28,7 @@ TEST(PreviewKeys, SpacePlaysAndStopsOnWaveformAndSlider) {
 
 TEST(PreviewKeys, SpaceInATextFieldIsABlank) {
   const EditorDesk desk;
-  const auto editor = OneSpot(desk);
+  const auto editor = desk.OpenNewSpot(20'000);
   auto& naam = Child<QLineEdit>(*editor, u"txtNaam"_s);
   naam.setFocus();
   QTest::keyClick(&naam, Qt::Key_Space);
@@ -47,7 +38,7 @@ TEST(PreviewKeys, SpaceInATextFieldIsABlank) {
 
 TEST(PreviewKeys, ControlSpacePlaysAndStopsAnywhere) {
   const EditorDesk desk;
-  const auto editor = OneSpot(desk);
+  const auto editor = desk.OpenNewSpot(20'000);
   for (const QString& name : {u"txtNaam"_s, u"cobStart"_s, u"ledMix"_s, u"cmdOk"_s, u"chkAktief"_s}) {
     auto* widget = editor->findChild<QWidget*>(name);
     widget->setFocus();
@@ -62,7 +53,7 @@ TEST(PreviewKeys, ControlSpacePlaysAndStopsAnywhere) {
 
 TEST(PreviewKeys, AltArrowsAreTheJumpButtons) {
   const EditorDesk desk;
-  const auto editor = OneSpot(desk);
+  const auto editor = desk.OpenNewSpot(20'000);
   Click(*editor, u"cmdPlay"_s);
   auto* naam = editor->findChild<QWidget*>(u"txtNaam"_s);
   naam->setFocus();
@@ -74,7 +65,7 @@ TEST(PreviewKeys, AltArrowsAreTheJumpButtons) {
 
 TEST(PreviewKeys, EnterOnTheMixPanelAsksForANumberInsteadOfClosing) {
   const EditorDesk desk;
-  const auto editor = OneSpot(desk);
+  const auto editor = desk.OpenNewSpot(20'000);
   desktop::InputBoxScript script;
   script.Type(u"2500"_s);
   auto* mix = editor->findChild<QWidget*>(u"ledMix"_s);
@@ -86,7 +77,7 @@ TEST(PreviewKeys, EnterOnTheMixPanelAsksForANumberInsteadOfClosing) {
 
 TEST(PreviewKeys, EnterInAFieldSaves) {
   const EditorDesk desk;
-  const auto editor = OneSpot(desk);
+  const auto editor = desk.OpenNewSpot(20'000);
   auto& naam = Child<QLineEdit>(*editor, u"txtNaam"_s);
   naam.setText(u"Met Enter"_s);
   QTest::keyClick(&naam, Qt::Key_Return);

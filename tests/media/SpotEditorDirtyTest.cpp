@@ -16,15 +16,6 @@ using namespace Qt::StringLiterals;
 using namespace media_testing;
 using testing_support::Child;
 
-namespace {
-
-std::unique_ptr<frmItemSpotsDetail> OneSpot(const EditorDesk& desk) {
-  desk.AddSpot(1, u"Spot"_s, desk.Wav(u"spot.wav"_s, 4000));
-  return desk.OpenSpot(u"1"_s);
-}
-
-}  // namespace
-
 TEST(ItemSpotEditorDirty, EveryFieldMarksAChange) {
   const EditorDesk desk;
   desk.AddSpot(1, u"Spot"_s, desk.Wav(u"spot.wav"_s, 4000));
@@ -44,7 +35,7 @@ TEST(ItemSpotEditorDirty, EveryFieldMarksAChange) {
 // Listening and marking are not counted as changes; OK saves the mix point all the same.
 TEST(ItemSpotEditorDirty, MixPointAloneIsNoChange) {
   const EditorDesk desk;
-  const auto editor = OneSpot(desk);
+  const auto editor = desk.OpenNewSpot(4000);
   Child<controls::LedPanel>(*editor, u"ledMix"_s).SetValue(500);
   EXPECT_FALSE(editor->IsDirty());
   Click(*editor, u"cmdOk"_s);
@@ -53,7 +44,7 @@ TEST(ItemSpotEditorDirty, MixPointAloneIsNoChange) {
 
 TEST(ItemSpotEditorDirty, CancelWithoutChangesAsksNothing) {
   const EditorDesk desk;
-  const auto editor = OneSpot(desk);
+  const auto editor = desk.OpenNewSpot(4000);
   const desktop::MessageBoxScript boxes;
   Click(*editor, u"cmdAnnuleren"_s);
   EXPECT_TRUE(boxes.Shown().empty());
@@ -62,7 +53,7 @@ TEST(ItemSpotEditorDirty, CancelWithoutChangesAsksNothing) {
 
 TEST(ItemSpotEditorDirty, CancelAnsweredNoClosesWithoutSaving) {
   const EditorDesk desk;
-  const auto editor = OneSpot(desk);
+  const auto editor = desk.OpenNewSpot(4000);
   SetText(*editor, u"txtNaam"_s, u"Anders"_s);
   const desktop::MessageBoxScript boxes{kAnswerNo};
   Click(*editor, u"cmdAnnuleren"_s);
@@ -75,7 +66,7 @@ TEST(ItemSpotEditorDirty, CancelAnsweredNoClosesWithoutSaving) {
 
 TEST(ItemSpotEditorDirty, CancelAnsweredYesSaves) {
   const EditorDesk desk;
-  const auto editor = OneSpot(desk);
+  const auto editor = desk.OpenNewSpot(4000);
   SetText(*editor, u"txtNaam"_s, u"Anders"_s);
   const desktop::MessageBoxScript boxes{kAnswerYes};
   Click(*editor, u"cmdAnnuleren"_s);
@@ -86,7 +77,7 @@ TEST(ItemSpotEditorDirty, CancelAnsweredYesSaves) {
 
 TEST(ItemSpotEditorDirty, CancelAnsweredYesWithAnEmptyNameStaysOpen) {
   const EditorDesk desk;
-  const auto editor = OneSpot(desk);
+  const auto editor = desk.OpenNewSpot(4000);
   SetText(*editor, u"txtNaam"_s, u"   "_s);
   const desktop::MessageBoxScript boxes{kAnswerYes, kAnswerOk};
   Click(*editor, u"cmdAnnuleren"_s);
@@ -98,7 +89,7 @@ TEST(ItemSpotEditorDirty, CancelAnsweredYesWithAnEmptyNameStaysOpen) {
 
 TEST(ItemSpotEditorDirty, FrameAndEscAskAsTheCancelButtonDoes) {
   const EditorDesk desk;
-  const auto editor = OneSpot(desk);
+  const auto editor = desk.OpenNewSpot(4000);
   SetText(*editor, u"txtNaam"_s, QString());
   {
     const desktop::MessageBoxScript boxes{kAnswerYes, kAnswerOk};
@@ -129,7 +120,7 @@ TEST(ItemSpotEditorPath, DialogHasItsTitleAndFilter) {
 
 TEST(ItemSpotEditorPath, CancelledDialogTakesTheChoiceBefore) {
   const EditorDesk desk;
-  const auto editor = OneSpot(desk);
+  const auto editor = desk.OpenNewSpot(4000);
   desktop::FileChooserScript script;
   script.Cancel();
   Click(*editor, u"cmdPath"_s);
@@ -146,7 +137,7 @@ TEST(ItemSpotEditorPath, CancelledDialogTakesTheChoiceBefore) {
 
 TEST(ItemSpotEditorPath, TheSameFileChosenAgainIsAChangeAndIsListed) {
   const EditorDesk desk;
-  const auto editor = OneSpot(desk);
+  const auto editor = desk.OpenNewSpot(4000);
   const QString path = Text(*editor, u"txtPath"_s);
   Choose(*editor, desk.AudioFile(u"spot.wav"_s));
   EXPECT_EQ(Text(*editor, u"txtPath"_s), path);
@@ -157,7 +148,7 @@ TEST(ItemSpotEditorPath, TheSameFileChosenAgainIsAChangeAndIsListed) {
 
 TEST(ItemSpotEditorPath, FileThatCannotBeReadIsRefusedAndTheOldOneStays) {
   const EditorDesk desk;
-  const auto editor = OneSpot(desk);
+  const auto editor = desk.OpenNewSpot(4000);
   const QString before = Text(*editor, u"txtPath"_s);
   const QString bad = desk.AudioFile(u"tekst.mp3"_s);
   WriteBytes(bad, "dit is geen muziek");

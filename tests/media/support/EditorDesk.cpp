@@ -66,6 +66,11 @@ EditorDesk::~EditorDesk() {
   }
 }
 
+std::unique_ptr<frmItemSpotsDetail> EditorDesk::OpenNewSpot(qint64 ms) const {
+  AddSpot(1, u"Spot"_s, Wav(u"spot.wav"_s, ms));
+  return OpenSpot(u"1"_s);
+}
+
 QString EditorDesk::Wav(const QString& name, qint64 ms) const {
   return runtime::PathText(MakeWav(AudioFile(name), ms));
 }

@@ -58,6 +58,8 @@ class EditorDesk {
   std::unique_ptr<frmItemSpotsDetail> OpenSpot(const QString& selected) const {
     return Open<frmItemSpotsDetail>(selected);
   }
+  // The editor of a spot 1 that is made for it, of that length.
+  std::unique_ptr<frmItemSpotsDetail> OpenNewSpot(qint64 ms) const;
   std::unique_ptr<frmItemPinglesDetail> OpenPingle(const QString& selected) const {
     return Open<frmItemPinglesDetail>(selected);
   }

@@ -20,7 +20,6 @@ namespace {
 using namespace audiotest;
 using Bins = std::vector<audio::PeakBin>;
 
-const audio::PeakProgress kToTheEnd = [](const audio::Peaks&, std::size_t) { return true; };
 constexpr audio::PeakSplit kOnePass{.threads = 1, .binsPerStretch = 1U << 30, .binsPerStep = 1};
 
 Bins BinsOf(const std::string& path, const audio::PeakSplit& split = kOnePass) {

@@ -16,8 +16,6 @@ namespace {
 
 using namespace audiotest;
 
-const audio::PeakProgress kToTheEnd = [](const audio::Peaks&, std::size_t) { return true; };
-
 class PeaksOfAFile : public ::testing::Test {
  protected:
   // A stereo WAV of `seconds` at 44100 Hz, silent but for what `paint` sets.

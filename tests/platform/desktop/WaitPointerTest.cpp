@@ -35,7 +35,7 @@ TEST(Events, YieldingHandlesWhatWaits) {
   EXPECT_TRUE(handled);
 }
 
-class Painted : public QWidget {
+class CountingWidget : public QWidget {
  public:
   int paints = 0;
 
@@ -44,7 +44,7 @@ class Painted : public QWidget {
 };
 
 TEST(Events, RepaintingPaintsWindows) {
-  Painted window;
+  CountingWidget window;
   window.show();
   desktop::RepaintWindows();
   const int before = window.paints;

@@ -1,6 +1,7 @@
 // Real sound files for tests, made on the spot, and what a straight decode of them holds.
 #pragma once
 
+#include "platform/audio/Peaks.h"
 #include "platform/audio/Synth.h"
 
 #include <cstdint>
@@ -9,6 +10,9 @@
 #include <vector>
 
 namespace audiotest {
+
+// Progress that never stops the reading.
+inline const audio::PeakProgress kToTheEnd = [](const audio::Peaks&, std::size_t) { return true; };
 
 // A folder that is removed with all it holds.
 class TemporaryFolder {
