@@ -27,7 +27,6 @@ enum class ErrorCode {
   TooLong,           ///< a text, binary or row is longer than its place
   OutOfRange,        ///< a number that its type cannot hold
   Relation,          ///< an enforced relation between tables would be broken
-  NotYetDurable,     ///< the change is made, but a power cut may still take it back
   Misuse             ///< a call that the caller must not make
 };
 
