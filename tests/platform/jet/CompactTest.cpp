@@ -98,5 +98,64 @@ TEST(Compact, IntoAnotherFileLeavesTheOldOneAlone) {
             "Kan het bestand '/data/small.mdb' niet aanmaken: het bestand bestaat al.");
 }
 
+/// After a process was killed at any of its file calls, and another one does the same again.
+TEST(Compact, KilledAtAnyCallLeavesTheOldOrTheNewFileAndWorksWhenRunAgain) {
+  FreshDatabase model;
+  FillAndThin(model);
+  const Bytes content = model.Files().Get(FreshDatabase::kPath);
+  const auto rows = RowsOf(model.Files(), FreshDatabase::kPath);
+  bool reached = true;
+  int call = 0;
+  for (; reached; ++call) {
+    MemoryFileSystem memory;
+    memory.Put("/data/c.mdb", content);
+    test::FaultyFiles files(memory);
+    files.FailAt(call, test::Fault::Dead);
+    OpenOptions options;
+    options.wait = test::NoSleep();
+    MessageOf([&] { Compact("/data/c.mdb", options, files); });
+    reached = files.Failed();
+    EXPECT_EQ(RowsOf(memory, "/data/c.mdb"), rows) << "call " << call;
+    EXPECT_EQ(MessageOf([&] { Compact("/data/c.mdb", options, memory); }), "") << "call " << call;
+    EXPECT_EQ(RowsOf(memory, "/data/c.mdb"), rows) << "call " << call;
+  }
+  EXPECT_GT(call, 20);
+}
+
+TEST(Compact, KilledAtAnyCallLeavesAWholeNewFileOrNone) {
+  FreshDatabase model;
+  FillAndThin(model);
+  const Bytes content = model.Files().Get(FreshDatabase::kPath);
+  const auto rows = RowsOf(model.Files(), FreshDatabase::kPath);
+  bool reached = true;
+  for (int call = 0; reached; ++call) {
+    MemoryFileSystem memory;
+    memory.Put("/data/c.mdb", content);
+    test::FaultyFiles files(memory);
+    files.FailAt(call, test::Fault::Dead);
+    OpenOptions options;
+    options.wait = test::NoSleep();
+    MessageOf([&] { CompactInto("/data/c.mdb", "/data/small.mdb", options, files); });
+    reached = files.Failed();
+    EXPECT_EQ(memory.Get("/data/c.mdb"), content) << "call " << call;
+    if (!memory.Exists("/data/small.mdb")) {
+      EXPECT_EQ(MessageOf([&] { CompactInto("/data/c.mdb", "/data/small.mdb", options, memory); }), "")
+          << "call " << call;
+    }
+    EXPECT_EQ(RowsOf(memory, "/data/small.mdb"), rows) << "call " << call;
+  }
+}
+
+TEST(Compact, LeavesOtherFilesInTheFolderAlone) {
+  FreshDatabase database;
+  FillAndThin(database);
+  const Bytes own = {1, 2, 3};
+  for (const char* name : {"/data/new.compact.mdb", "/data/new.mdb.1.tmp", "/data/new.mdb.tmp"})
+    database.Files().Put(name, own);
+  Compact(FreshDatabase::kPath, {}, database.Files());
+  for (const char* name : {"/data/new.compact.mdb", "/data/new.mdb.1.tmp", "/data/new.mdb.tmp"})
+    EXPECT_EQ(database.Files().Get(name), own) << name;
+}
+
 }  // namespace
 }  // namespace jet
