@@ -117,7 +117,9 @@ TEST_P(CompactedSample, HasTheSameSystemTablesRelationsQueriesAndProperties) {
 TEST_P(CompactedSample, KeepsTheNumbersOfItsTables) {
   const auto numbers = [&](const std::string& file) {
     std::vector<std::int32_t> ids;
-    for (const CatalogEntry& entry : Database::Open(file, OptionsFor(GetParam()))->Objects().Entries())
+    const auto database = Database::Open(file, OptionsFor(GetParam()));
+    const Catalog objects = database->Objects();
+    for (const CatalogEntry& entry : objects.Entries())
       ids.push_back(entry.id);
     return ids;
   };
