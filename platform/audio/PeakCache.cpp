@@ -3,16 +3,15 @@
 #include "platform/audio/Error.h"
 #include "platform/audio/PeakFile.h"
 #include "platform/audio/SourceFile.h"
-
-#include <unistd.h>
+#include "platform/files/AtomicFile.h"
+#include "platform/files/Error.h"
+#include "platform/files/TemporaryName.h"
 
 #include <algorithm>
 #include <array>
-#include <atomic>
 #include <cstdio>
 #include <deque>
 #include <filesystem>
-#include <fstream>
 #include <mutex>
 #include <string_view>
 #include <system_error>
@@ -25,7 +24,6 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t kRemembered = 8;
 constexpr std::string_view kWhole = ".peaks";
-constexpr std::string_view kHalf = ".half";
 
 struct Memory {
   std::mutex mutex;
@@ -54,32 +52,19 @@ std::optional<Peaks> Remembered(const FileStamp& stamp) {
   return std::nullopt;
 }
 
-// Two windows, or two programs, may write the same waveform at the same time.
-std::string HalfNameOf(const std::string& target) {
-  static std::atomic<unsigned> written{0};
-  return target + '.' + std::to_string(::getpid()) + '.' + std::to_string(++written) + std::string(kHalf);
-}
-
-bool WriteAll(const std::string& path, const std::string& bytes) {
-  std::ofstream out(path, std::ios::binary | std::ios::trunc);
-  out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  out.close();
-  return !out.fail();
-}
-
 struct KeptFile {
   fs::file_time_type used;
   std::uintmax_t bytes = 0;  // as whole blocks
   fs::path path;
 };
 
-// Halves too: one that its program left behind when it died goes like any other. What else lies there is left alone.
+// Incomplete ones of a program that was killed too. What else lies there is left alone.
 std::vector<KeptFile> KeptFiles(const std::string& folder) {
   std::error_code ignored;
   std::vector<KeptFile> files;
   for (fs::directory_iterator at(folder, ignored); at != fs::directory_iterator(); at.increment(ignored)) {
     const fs::path extension = at->path().extension();
-    if (!at->is_regular_file(ignored) || (extension != kWhole && extension != kHalf)) continue;
+    if (!at->is_regular_file(ignored) || (extension != kWhole && !files::IsTemporaryName(at->path()))) continue;
     const std::uintmax_t blocks = (at->file_size(ignored) + PeakCache::kBlockBytes - 1) / PeakCache::kBlockBytes;
     files.push_back({at->last_write_time(ignored), blocks * PeakCache::kBlockBytes, at->path()});
   }
@@ -112,18 +97,19 @@ std::optional<Peaks> PeakCache::FindOnDisk(const FileStamp& stamp) const {
   }
 }
 
-// Written under another name first, so that a half one is never found. Nothing is synced: what a power cut leaves
-// behind has a wrong checksum.
+// Nothing is synced: what a power cut leaves behind has a wrong checksum.
 void PeakCache::Store(const FileStamp& stamp, const Peaks& peaks) const {
   Remember(stamp, peaks);
   if (folder_.empty()) return;
   std::error_code failure;
   fs::create_directories(folder_, failure);
-  const std::string target = FileOf(stamp);
-  const std::string half = HalfNameOf(target);
-  const bool whole = WriteAll(half, PackPeaks(stamp, peaks));
-  if (whole) fs::rename(half, target, failure);
-  if (!whole || failure) fs::remove(half, failure);
+  try {
+    files::AtomicFile file(FileOf(stamp), files::HostFileSystem());
+    file.Write(PackPeaks(stamp, peaks));
+    file.Replace();
+  } catch (const files::Error&) {
+    // The sound is read again the next time.
+  }
   Prune();
 }
 

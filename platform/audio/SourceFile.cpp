@@ -2,13 +2,9 @@
 
 #include "platform/audio/Error.h"
 #include "platform/files/Error.h"
-
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
+#include "platform/files/FileSystem.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cstdio>
 #include <cstring>
 
@@ -19,35 +15,19 @@ constexpr std::size_t kBufferBytes = 64 * 1024;
 
 }  // namespace
 
-// O_NONBLOCK: a pipe with an audio file's name must be refused, not waited for.
 SourceFile::SourceFile(const std::string& hostPath) : path_(hostPath), buffer_(kBufferBytes) {
   if (hostPath.empty()) throw Error("Er is geen geluidsbestand opgegeven.");
   if (const auto nul = hostPath.find('\0'); nul != std::string::npos)
     throw ReadError(hostPath.substr(0, nul), "de naam is ongeldig");
-  descriptor_ = ::open(hostPath.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-  if (descriptor_ < 0) throw ReadError(path_, files::SystemReason(errno));
-
-  struct stat status {};
-  std::string refusal;
-  if (::fstat(descriptor_, &status) != 0) {
-    refusal = files::SystemReason(errno);
-  } else if (S_ISDIR(status.st_mode)) {
-    refusal = files::SystemReason(EISDIR);
-  } else if (!S_ISREG(status.st_mode)) {
-    refusal = "dit is geen gewoon bestand";
-  } else if (status.st_size == 0) {
-    refusal = "het bestand is leeg";
+  try {
+    file_ = files::HostFileSystem().Open(hostPath, files::OpenMode::Read);
+    const files::FileStatus status = file_->Status();
+    size_ = static_cast<std::int64_t>(status.size);
+    modifiedNs_ = status.modifiedNs;
+  } catch (const files::Error& error) {
+    throw ReadError(path_, files::SystemReason(error.ErrorNumber()));
   }
-  if (!refusal.empty()) {
-    ::close(descriptor_);
-    throw ReadError(path_, refusal);
-  }
-  size_ = status.st_size;
-  modifiedNs_ = std::int64_t{status.st_mtim.tv_sec} * 1'000'000'000 + status.st_mtim.tv_nsec;
-}
-
-SourceFile::~SourceFile() {
-  ::close(descriptor_);
+  if (size_ == 0) throw ReadError(path_, "het bestand is leeg");
 }
 
 std::int64_t SourceFile::Read(void* out, std::size_t bytes) noexcept {
@@ -70,13 +50,14 @@ std::int64_t SourceFile::Read(void* out, std::size_t bytes) noexcept {
 }
 
 bool SourceFile::FillBuffer() noexcept {
-  ssize_t got = 0;
-  do {
-    got = ::pread(descriptor_, buffer_.data(), buffer_.size(), offset_);
-  } while (got < 0 && errno == EINTR);
   bufferStart_ = offset_;
-  bufferLength_ = std::max<std::int64_t>(0, got);
-  return got >= 0;
+  bufferLength_ = 0;
+  try {
+    bufferLength_ = static_cast<std::int64_t>(file_->ReadAt(static_cast<std::uint64_t>(offset_), buffer_));
+  } catch (const files::Error&) {
+    return false;
+  }
+  return true;
 }
 
 std::int64_t SourceFile::Seek(std::int64_t offset, int whence) noexcept {

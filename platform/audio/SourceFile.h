@@ -1,20 +1,21 @@
 // An audio file opened for reading: the one place of this library that asks the host for a file.
 #pragma once
 
+#include "platform/files/File.h"
+
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
-#include <vector>
 
 namespace audio {
 
-// Owns the descriptor; reads through a buffer, since frame scans ask for a few bytes at a time. A file that is deleted
+// Owns the open file; reads through a buffer, since frame scans ask for a few bytes at a time. A file that is deleted
 // or replaced afterwards stays readable through it. One thread at a time.
 class SourceFile {
  public:
   // Opens a regular file; a folder, a device or a pipe is refused, as is an empty file. Throws Error.
   explicit SourceFile(const std::string& hostPath);
-  ~SourceFile();
   SourceFile(const SourceFile&) = delete;
   SourceFile& operator=(const SourceFile&) = delete;
 
@@ -34,12 +35,12 @@ class SourceFile {
   bool FillBuffer() noexcept;
 
   std::string path_;
-  int descriptor_ = -1;
+  std::unique_ptr<files::File> file_;
   std::int64_t size_ = 0;
   std::int64_t modifiedNs_ = 0;
   std::int64_t begin_ = 0;   // in the file: what offset 0 means outside
   std::int64_t offset_ = 0;  // in the file
-  std::vector<char> buffer_;
+  files::Bytes buffer_;
   std::int64_t bufferStart_ = 0;  // offset in the file of the buffer's first byte
   std::int64_t bufferLength_ = 0;
 };

@@ -162,7 +162,8 @@ TEST_F(PeakCaching, WhatWasUsedLongestAgoGoesFirst) {
 
 TEST_F(PeakCaching, WhatAProgramLeftUnfinishedGoesAndWhatIsForeignStays) {
   fs::create_directories(kept_);
-  const std::string half = WriteBytes(kept_ + "/0123456789abcdef.peaks.17.1.half", Bytes(PeakCache::kBlockBytes));
+  const std::string half =
+      WriteBytes(kept_ + "/.0123456789abcdef.peaks.0123456789abcdef.spotrooster-tmp", Bytes(PeakCache::kBlockBytes));
   const std::string foreign = WriteBytes(kept_ + "/brief.txt", Bytes(PeakCache::kBlockBytes));
   for (const std::string& file : {half, foreign})
     fs::last_write_time(file, fs::last_write_time(file) - std::chrono::hours(1));
