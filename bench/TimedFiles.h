@@ -1,16 +1,12 @@
 #pragma once
 
-#include "platform/jet/FileSystem.h"
-
-#include <functional>
-#include <memory>
-#include <string>
+#include "platform/files/HookedFileSystem.h"
 
 namespace bench {
 
 // The files of this computer, with every call counted, and the time told apart that waiting for the disk takes: syncs,
 // and removing a file, which waits until the file system has written its own log.
-class TimedFiles final : public jet::FileSystem {
+class TimedFiles final : public files::HookedFileSystem {
  public:
   struct Spent {
     int calls = 0;
@@ -22,21 +18,14 @@ class TimedFiles final : public jet::FileSystem {
     Spent& operator+=(const Spent& more);
   };
 
+  TimedFiles();
+
   // Since the last Forget.
   const Spent& Told() const { return spent_; }
   void Forget() { spent_ = {}; }
 
-  int RawOpen(const Path& path, jet::OpenMode mode, std::unique_ptr<jet::File>* file) override;
-  int RawIdentity(const Path& path, jet::FileIdentity* identity) override;
-  int RawRename(const Path& from, const Path& to) override;
-  int RawRemove(const Path& path) override;
-  int RawSyncFolder(const Path& folder) override;
-  int RawCopyPermissions(const Path& model, const Path& path) override;
-
  private:
-  class CountedFile;
-  jet::FileSystem& Counted();
-  int Waiting(const std::function<int()>& call);
+  std::int64_t Count(const files::FileCall& call, const Make& make);
 
   Spent spent_;
 };

@@ -6,6 +6,7 @@
 #include "data/SettingsFile.h"
 #include "platform/dao/Database.h"
 #include "platform/dao/FrozenDatabase.h"
+#include "platform/files/TemporaryName.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/FileCalls.h"
@@ -78,8 +79,9 @@ class BackupFolder {
 
   // What a copying that was killed left. Nobody copies now: this one has the writer's turn.
   void RemoveUnfinished() const {
-    for (const QString& name : QDir(folder_).entryList({prefix_ + u"*.tmp"_s}, QDir::Files))
-      Remove(name);
+    for (const QString& name : QDir(folder_).entryList({u'.' + prefix_ + u'*'}, QDir::Files | QDir::Hidden)) {
+      if (files::IsTemporaryName(runtime::NativePath(name))) Remove(name);
+    }
   }
 
  private:

@@ -1,12 +1,11 @@
 #pragma once
 
-namespace files {
-class FileSystem;
-}
+#include "platform/files/FileSystem.h"
 
 namespace dao {
 
-// For tests: while it lives, this thread opens databases on another file system. Databases opened before are let go of.
+// As files::FileSystemScope, for a thread that uses databases: those that it opened before are closed when the scope
+// begins, and those opened in it when it ends.
 class FileSystemScope {
  public:
   // `files` outlives the scope and every database opened in it.
@@ -16,7 +15,7 @@ class FileSystemScope {
   FileSystemScope& operator=(const FileSystemScope&) = delete;
 
  private:
-  files::FileSystem* previous_;
+  files::FileSystemScope files_;
 };
 
 }  // namespace dao

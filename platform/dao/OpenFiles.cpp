@@ -1,6 +1,5 @@
 #include "platform/dao/OpenFiles.h"
 
-#include "platform/dao/FileSystemScope.h"
 #include "platform/dao/WriteWait.h"
 
 #include <QFile>
@@ -38,11 +37,6 @@ std::list<Opening>& Kept() {
   return kept;
 }
 
-jet::FileSystem*& CurrentFiles() {
-  thread_local jet::FileSystem* files = &jet::HostFileSystem();
-  return files;
-}
-
 std::shared_ptr<jet::Database> OpenAnew(const std::filesystem::path& path, const OpenOptions& options) {
   jet::OpenOptions asked;
   asked.password = options.password.toStdU16String();
@@ -70,17 +64,11 @@ std::shared_ptr<jet::Database> OpenFile(const QString& hostPath, const OpenOptio
 }
 
 jet::FileSystem& Files() {
-  return *CurrentFiles();
+  return files::CurrentFileSystem();
 }
 
-FileSystemScope::FileSystemScope(jet::FileSystem& files) : previous_(CurrentFiles()) {
+void CloseKept() {
   Kept().clear();
-  CurrentFiles() = &files;
-}
-
-FileSystemScope::~FileSystemScope() {
-  Kept().clear();
-  CurrentFiles() = previous_;
 }
 
 std::filesystem::path EncodedPath(const QString& hostPath) {

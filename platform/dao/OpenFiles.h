@@ -15,8 +15,11 @@ namespace dao {
 // lock that keeps others from reading or writing. Throws jet::Error.
 std::shared_ptr<jet::Database> OpenFile(const QString& hostPath, const OpenOptions& options);
 
-// What databases of this thread are opened on: the computer's own files but for a FileSystemScope.
+// What databases of this thread are opened on: files::CurrentFileSystem.
 jet::FileSystem& Files();
+
+// Gives up the openings that this thread keeps.
+void CloseKept();
 
 std::filesystem::path EncodedPath(const QString& hostPath);
 

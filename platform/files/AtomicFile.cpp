@@ -1,6 +1,7 @@
 #include "platform/files/AtomicFile.h"
 
 #include "platform/files/Error.h"
+#include "platform/files/TemporaryName.h"
 
 #include <cerrno>
 #include <string>
@@ -9,53 +10,96 @@ namespace files {
 namespace {
 
 constexpr int kMostTemporaryNames = 1000;
+constexpr unsigned kOwnerOnly = 0600;
 
 ByteView AsBytes(std::string_view text) {
   return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
 }
 
-std::filesystem::path FreeName(FileSystem& files, const std::filesystem::path& path) {
-  for (int number = 1; number < kMostTemporaryNames; ++number) {
-    std::filesystem::path candidate = path;
-    candidate += "." + std::to_string(number) + ".tmp";
-    if (!files.Exists(candidate)) return candidate;
+/// Runs `call`; the error of a system call in it names the file that was to be, not its temporary name.
+template <typename Call>
+void Naming(const std::filesystem::path& path, const Call& call) {
+  try {
+    call();
+  } catch (const Error& error) {
+    if (error.ErrorNumber() == 0) throw;
+    throw SystemError("schrijven", path.string(), error.ErrorNumber());
   }
-  throw SystemError("aanmaken", path.string(), EEXIST);
 }
 
 }  // namespace
 
-AtomicFile::AtomicFile(const std::filesystem::path& path, FileSystem& files)
-    : AtomicFile(path, FreeName(files, path), files) {}
-
-AtomicFile::AtomicFile(const std::filesystem::path& path, const std::filesystem::path& temporary, FileSystem& files)
-    : files_(files), path_(path), temporary_(temporary), file_(files.Open(temporary, OpenMode::Create)) {}
+AtomicFile::AtomicFile(const std::filesystem::path& path, FileSystem& files) : files_(files), path_(path) {
+  try {
+    Naming(path, [&] { Begin(); });
+  } catch (const Error&) {
+    if (file_ != nullptr) RemoveTemporary();
+    throw;
+  }
+}
 
 AtomicFile::~AtomicFile() {
-  if (done_) return;
+  if (removes_) RemoveTemporary();
+}
+
+void AtomicFile::Begin() {
+  path_ = files_.RealPath(path_);
+  // Renaming does not ask for the permissions of the file that is replaced; opening it does.
+  const auto original = files_.OpenIfThere(path_, OpenMode::Write);
+  OpenRequest request{OpenMode::Create, false};
+  if (original != nullptr) request.permissions = kOwnerOnly;
+  for (int attempt = 0; attempt < kMostTemporaryNames; ++attempt) {
+    temporary_ = TemporaryName(path_);
+    file_ = files_.Open(temporary_, request);
+    if (!LockTemporary(*file_, temporary_, files_)) continue;
+    if (original != nullptr) file_->TakeAccessOf(original->Status());
+    return;
+  }
+  throw SystemError("aanmaken", path_.string(), EEXIST);
+}
+
+void AtomicFile::RemoveTemporary() {
   file_.reset();
   try {
     files_.Remove(temporary_);
   } catch (const Error&) {
-    // The reason why Commit was not reached is what the user hears of.
+    // The reason why Commit was not reached is what the user is shown.
   }
 }
 
 void AtomicFile::Write(std::string_view content) {
-  file_->WriteAt(written_, AsBytes(content));
+  Naming(path_, [&] { file_->WriteAt(written_, AsBytes(content)); });
   written_ += content.size();
+  isDurable_ = false;
 }
 
 void AtomicFile::Sync() {
-  file_->Sync();
+  if (isDurable_) return;
+  Naming(path_, [&] { file_->Sync(); });
+  isDurable_ = true;
+}
+
+void AtomicFile::SyncName() {
+  files_.SyncFolderOf(temporary_);
+}
+
+void AtomicFile::Replace() {
+  Naming(path_, [&] { files_.Rename(temporary_, path_); });
+  removes_ = false;
 }
 
 void AtomicFile::Commit() {
-  if (files_.Exists(path_)) files_.CopyPermissions(path_, temporary_);
   Sync();
-  files_.Rename(temporary_, path_);
-  done_ = true;
+  Replace();
   files_.SyncFolderOf(path_);
+}
+
+bool AtomicFile::CommitNew(const std::filesystem::path& path) {
+  Sync();
+  if (!files_.RenameNew(temporary_, path)) return false;
+  removes_ = false;
+  files_.SyncFolderOf(path);
+  return true;
 }
 
 void WriteFile(const std::filesystem::path& path, std::string_view content, FileSystem& files) {

@@ -11,13 +11,13 @@ namespace files {
 /// A file that appears whole or not at all, also when the power fails: its content goes to a temporary file in the same
 /// folder, and only Commit puts it in place of what was there. Without Commit the destructor removes the temporary
 /// file.
+///
+/// A path that is a link means the file it leads to. A file that is replaced passes on its permissions, group and owner
+/// as far as this user may set them; the copy is never open to more users than the original. Replacing a file that may
+/// not be written, or anything but a regular file, is an error.
 class AtomicFile {
  public:
-  /// The temporary file gets a free name: `path` with a number and ".tmp" behind it.
-  explicit AtomicFile(const std::filesystem::path& path, FileSystem& files = HostFileSystem());
-  /// The temporary file is `temporary`, which must not exist.
-  AtomicFile(const std::filesystem::path& path, const std::filesystem::path& temporary,
-             FileSystem& files = HostFileSystem());
+  explicit AtomicFile(const std::filesystem::path& path, FileSystem& files = CurrentFileSystem());
   ~AtomicFile();
   AtomicFile(const AtomicFile&) = delete;
   AtomicFile& operator=(const AtomicFile&) = delete;
@@ -25,22 +25,35 @@ class AtomicFile {
   void Write(std::string_view content);
   /// Makes the content durable under the temporary name. Commit does so too.
   void Sync();
+  /// Makes the temporary name durable.
+  void SyncName();
   /// Puts the file in its place; when this returns it is there to stay. After an error the old file is untouched, or
   /// (when only the last sync failed) the new one is there, but not yet safe from a power cut.
   void Commit();
+  /// As Commit, but under `path`, a name in the same folder that does not exist: false, and nothing has happened, when
+  /// it does. Taking the name is one step, so that of several programs only one gets it.
+  [[nodiscard]] bool CommitNew(const std::filesystem::path& path);
+  /// Puts the file in its place without waiting for the disk: after a power cut it may be incomplete.
+  void Replace();
+  /// Leaves the temporary file where it is.
+  void Keep() { removes_ = false; }
 
   const std::filesystem::path& TemporaryPath() const { return temporary_; }
 
  private:
+  void Begin();
+  void RemoveTemporary();
+
   FileSystem& files_;
   std::filesystem::path path_;
   std::filesystem::path temporary_;
   std::unique_ptr<File> file_;
   std::uint64_t written_ = 0;
-  bool done_ = false;
+  bool isDurable_ = false;
+  bool removes_ = true;
 };
 
-/// Writes `content` to `path`, whole or not at all. A file that is replaced keeps its permissions.
-void WriteFile(const std::filesystem::path& path, std::string_view content, FileSystem& files = HostFileSystem());
+/// Writes `content` to `path`, whole or not at all.
+void WriteFile(const std::filesystem::path& path, std::string_view content, FileSystem& files = CurrentFileSystem());
 
 }  // namespace files

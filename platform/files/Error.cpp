@@ -21,6 +21,8 @@ constexpr Reason kReasons[] = {
     {ENOTDIR, ErrorCode::NotFound, "de map bestaat niet"},
     {EEXIST, ErrorCode::Io, "het bestand bestaat al"},
     {EISDIR, ErrorCode::Io, "het is een map"},
+    {ENXIO, ErrorCode::Io, "het is geen gewoon bestand"},
+    {ELOOP, ErrorCode::Io, "het is een symbolische koppeling"},
     {ENOSPC, ErrorCode::DiskFull, "de schijf is vol"},
     {EDQUOT, ErrorCode::DiskFull, "de toegestane schijfruimte is op"},
     {EFBIG, ErrorCode::DiskFull, "het bestand wordt te groot"},
@@ -36,6 +38,8 @@ constexpr Reason kReasons[] = {
     {ENETUNREACH, ErrorCode::Unreachable, "de schijf of netwerkmap is niet bereikbaar"},
     {ETIMEDOUT, ErrorCode::Unreachable, "de schijf of netwerkmap is niet bereikbaar"},
     {ENOLCK, ErrorCode::Unsupported, "de schijf of netwerkmap kent geen vergrendeling"},
+    {ENOSYS, ErrorCode::Unsupported, "de schijf of netwerkmap kan dit niet"},
+    {ENOTSUP, ErrorCode::Unsupported, "de schijf of netwerkmap kan dit niet"},
     {ENAMETOOLONG, ErrorCode::NotFound, "de naam is te lang"},
 };
 

@@ -1,18 +1,17 @@
 #include "platform/files/File.h"
 
 #include "platform/files/Error.h"
+#include "platform/files/Uninterrupted.h"
 
 #include <cerrno>
 
 namespace files {
 namespace {
 
-/// Runs one raw call until it is not interrupted, and turns its errno into an Error.
+/// Turns the errno of a raw call into an Error.
 template <typename Call>
 auto Finish(const File& file, const char* doing, Call call) {
-  auto result = call();
-  while (result == -EINTR)
-    result = call();
+  const auto result = Uninterrupted(call);
   if (result < 0) throw SystemError(doing, file.Name(), static_cast<int>(-result));
   return result;
 }
@@ -39,7 +38,7 @@ void File::WriteAt(std::uint64_t offset, ByteView bytes) {
 }
 
 std::uint64_t File::Size() {
-  return static_cast<std::uint64_t>(Finish(*this, "lezen", [&] { return RawSize(); }));
+  return Status().size;
 }
 
 void File::Truncate(std::uint64_t size) {
@@ -51,9 +50,7 @@ void File::Sync() {
 }
 
 bool File::TryLock(ByteRange range, LockKind kind) {
-  int result = RawLock(range, kind);
-  while (result == -EINTR)
-    result = RawLock(range, kind);
+  const int result = Uninterrupted([&] { return RawLock(range, kind); });
   if (result == -EAGAIN || result == -EACCES) return false;
   if (result < 0) throw SystemError("vergrendelen", Name(), -result);
   return true;
@@ -71,10 +68,30 @@ bool File::IsLockedByOther(ByteRange range, LockKind kind, std::uint64_t* where)
   return found;
 }
 
-FileIdentity File::Identity() {
-  FileIdentity identity;
-  Finish(*this, "lezen", [&] { return RawIdentity(&identity); });
-  return identity;
+bool File::TryLockWhole() {
+  const int result = Uninterrupted([&] { return RawLockWhole(); });
+  if (result == -EAGAIN) return false;
+  if (result < 0) throw SystemError("vergrendelen", Name(), -result);
+  return true;
+}
+
+FileStatus File::Status() {
+  FileStatus status;
+  Finish(*this, "lezen", [&] { return RawStatus(&status); });
+  return status;
+}
+
+void File::TakeAccessOf(const FileStatus& original) {
+  const FileStatus own = Status();
+  bool hasGroup = own.group == original.group;
+  if (!hasGroup) hasGroup = Uninterrupted([&] { return RawSetOwner(kUnchanged, original.group); }) == 0;
+  if (own.owner != original.owner) Uninterrupted([&] { return RawSetOwner(original.owner, kUnchanged); });
+  const unsigned others = original.permissions & 07;
+  const unsigned group = hasGroup ? original.permissions & 070 : original.permissions & 070 & others << 3;
+  const unsigned permissions = (original.permissions & 0700) | group | others;
+  // Some file systems give every file the same permissions and refuse to be asked for them.
+  if (Status().permissions == permissions) return;
+  Finish(*this, "beveiligen", [&] { return RawSetPermissions(permissions); });
 }
 
 }  // namespace files

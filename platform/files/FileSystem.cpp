@@ -1,19 +1,13 @@
 #include "platform/files/FileSystem.h"
 
 #include "platform/files/Error.h"
+#include "platform/files/Uninterrupted.h"
 
 #include <cerrno>
+#include <utility>
 
 namespace files {
 namespace {
-
-template <typename Call>
-int Uninterrupted(Call call) {
-  int result = call();
-  while (result == -EINTR)
-    result = call();
-  return result;
-}
 
 void Require(int result, const char* doing, const FileSystem::Path& path) {
   if (result < 0) throw SystemError(doing, path.string(), -result);
@@ -23,37 +17,83 @@ bool IsAbsent(int result) {
   return result == -ENOENT || result == -ENOTDIR;
 }
 
+bool IsUnknownHere(int result) {
+  return result == -EINVAL || result == -ENOSYS || result == -ENOTSUP;
+}
+
+FileSystem::Path FolderOf(const FileSystem::Path& path) {
+  return path.has_parent_path() ? path.parent_path() : FileSystem::Path(".");
+}
+
+FileSystem*& Current() {
+  thread_local FileSystem* files = &HostFileSystem();
+  return files;
+}
+
 }  // namespace
 
-std::unique_ptr<File> FileSystem::Open(const Path& path, OpenMode mode) {
+std::unique_ptr<File> FileSystem::Open(const Path& path, const OpenRequest& request) {
   std::unique_ptr<File> file;
-  const int result = Uninterrupted([&] { return RawOpen(path, mode, &file); });
-  Require(result, mode == OpenMode::Create ? "aanmaken" : "openen", path);
+  const int result = Uninterrupted([&] { return RawOpen(path, request, &file); });
+  Require(result, request.mode == OpenMode::Create ? "aanmaken" : "openen", path);
   return file;
 }
 
-std::unique_ptr<File> FileSystem::OpenIfThere(const Path& path, OpenMode mode) {
+std::unique_ptr<File> FileSystem::OpenIfThere(const Path& path, const OpenRequest& request) {
   std::unique_ptr<File> file;
-  const int result = Uninterrupted([&] { return RawOpen(path, mode, &file); });
+  const int result = Uninterrupted([&] { return RawOpen(path, request, &file); });
   if (IsAbsent(result)) return nullptr;
   Require(result, "openen", path);
   return file;
 }
 
-bool FileSystem::Exists(const Path& path) {
-  return Identity(path).has_value();
+std::optional<FileStatus> FileSystem::Status(const Path& path) {
+  FileStatus status;
+  const int result = Uninterrupted([&] { return RawStatus(path, &status); });
+  if (IsAbsent(result)) return std::nullopt;
+  Require(result, "vinden", path);
+  return status;
 }
 
 std::optional<FileIdentity> FileSystem::Identity(const Path& path) {
-  FileIdentity identity;
-  const int result = Uninterrupted([&] { return RawIdentity(path, &identity); });
-  if (IsAbsent(result)) return std::nullopt;
-  Require(result, "vinden", path);
-  return identity;
+  const std::optional<FileStatus> status = Status(path);
+  return status ? std::optional(status->identity) : std::nullopt;
+}
+
+FileSystem::Path FileSystem::RealPath(const Path& path) {
+  Path real;
+  int result = Uninterrupted([&] { return RawRealPath(path, &real); });
+  if (result == 0) return real;
+  if (result == -ENOENT) {
+    result = Uninterrupted([&] { return RawRealPath(FolderOf(path), &real); });
+    if (result == 0) return real / path.filename();
+  }
+  throw SystemError("vinden", path.string(), -result);
 }
 
 void FileSystem::Rename(const Path& from, const Path& to) {
   Require(Uninterrupted([&] { return RawRename(from, to); }), "hernoemen", from);
+}
+
+bool FileSystem::RenameNew(const Path& from, const Path& to) {
+  int result = Uninterrupted([&] { return RawRenameNew(from, to); });
+  if (IsUnknownHere(result)) {
+    // Linking does not replace a file either. A first name that then cannot be removed is only a spare one.
+    result = Uninterrupted([&] { return RawLink(from, to); });
+    // A server that repeats a call whose reply was lost finds its own link.
+    if (result == -EEXIST && Identity(from) == Identity(to)) result = 0;
+    if (result == 0) Uninterrupted([&] { return RawRemove(from); });
+    if (IsUnknownHere(result) || result == -EPERM) {
+      throw Error(ErrorCode::Unsupported,
+                  "Kan het bestand '" + to.string() +
+                      "' niet plaatsen: deze schijf of netwerkmap kan niet voorkomen dat een ander bestand van die "
+                      "naam wordt vervangen. Kies een map op een andere schijf.",
+                  -result);
+    }
+  }
+  if (result == -EEXIST) return false;
+  Require(result, "hernoemen", from);
+  return true;
 }
 
 void FileSystem::Remove(const Path& path) {
@@ -61,12 +101,29 @@ void FileSystem::Remove(const Path& path) {
 }
 
 void FileSystem::SyncFolderOf(const Path& path) {
-  const Path folder = path.has_parent_path() ? path.parent_path() : Path(".");
+  const Path folder = FolderOf(path);
   Require(Uninterrupted([&] { return RawSyncFolder(folder); }), "veilig wegschrijven", folder);
 }
 
+std::vector<FileSystem::Path> FileSystem::NamesIn(const Path& folder) {
+  std::vector<Path> names;
+  Require(Uninterrupted([&] { return RawList(folder, &names); }), "lezen", folder);
+  return names;
+}
+
 void FileSystem::CopyPermissions(const Path& model, const Path& path) {
-  Uninterrupted([&] { return RawCopyPermissions(model, path); });
+  const auto from = Open(model, OpenMode::Read);
+  Open(path, {OpenMode::Write, false})->TakeAccessOf(from->Status());
+}
+
+FileSystem& CurrentFileSystem() {
+  return *Current();
+}
+
+FileSystemScope::FileSystemScope(FileSystem& files) : previous_(std::exchange(Current(), &files)) {}
+
+FileSystemScope::~FileSystemScope() {
+  Current() = previous_;
 }
 
 }  // namespace files

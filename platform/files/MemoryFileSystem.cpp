@@ -15,9 +15,10 @@ struct MemoryFileSystem::Node {
   };
 
   std::mutex mutex;
-  std::uint64_t inode = 0;
+  FileStatus status;
   Bytes content;
   std::vector<Held> locks;
+  const void* wholeOwner = nullptr;
 };
 
 namespace {
@@ -28,14 +29,25 @@ bool Overlap(ByteRange a, ByteRange b) {
   return a.start < b.start + b.length && b.start < a.start + a.length;
 }
 
+FileStatus StatusOf(Node& node) {
+  const std::lock_guard guard(node.mutex);
+  FileStatus status = node.status;
+  status.size = node.content.size();
+  return status;
+}
+
 class MemoryFile final : public File {
  public:
-  MemoryFile(std::string name, std::shared_ptr<Node> node, bool writable)
-      : File(std::move(name)), node_(std::move(node)), writable_(writable) {}
+  MemoryFile(std::string name, std::shared_ptr<Node> node, OpenMode mode)
+      : File(std::move(name)),
+        node_(std::move(node)),
+        writable_(mode != OpenMode::Read && mode != OpenMode::ReadOrCreate),
+        appends_(mode == OpenMode::Append) {}
 
   ~MemoryFile() override {
     const std::lock_guard guard(node_->mutex);
     std::erase_if(node_->locks, [this](const Node::Held& held) { return held.owner == this; });
+    if (node_->wholeOwner == this) node_->wholeOwner = nullptr;
   }
 
   std::int64_t RawRead(std::uint64_t offset, ByteSpan into) override {
@@ -49,14 +61,10 @@ class MemoryFile final : public File {
   std::int64_t RawWrite(std::uint64_t offset, ByteView bytes) override {
     if (!writable_) return -EBADF;
     const std::lock_guard guard(node_->mutex);
+    if (appends_) offset = node_->content.size();
     if (node_->content.size() < offset + bytes.size()) node_->content.resize(offset + bytes.size());
     std::copy(bytes.begin(), bytes.end(), node_->content.begin() + static_cast<std::ptrdiff_t>(offset));
     return static_cast<std::int64_t>(bytes.size());
-  }
-
-  std::int64_t RawSize() override {
-    const std::lock_guard guard(node_->mutex);
-    return static_cast<std::int64_t>(node_->content.size());
   }
 
   int RawTruncate(std::uint64_t size) override {
@@ -91,8 +99,28 @@ class MemoryFile final : public File {
     return 0;
   }
 
-  int RawIdentity(FileIdentity* identity) override {
-    *identity = {0, node_->inode};
+  int RawLockWhole() override {
+    const std::lock_guard guard(node_->mutex);
+    if (node_->wholeOwner != nullptr && node_->wholeOwner != this) return -EAGAIN;
+    node_->wholeOwner = this;
+    return 0;
+  }
+
+  int RawStatus(FileStatus* status) override {
+    *status = StatusOf(*node_);
+    return 0;
+  }
+
+  int RawSetOwner(std::uint32_t owner, std::uint32_t group) override {
+    const std::lock_guard guard(node_->mutex);
+    if (owner != kUnchanged) node_->status.owner = owner;
+    if (group != kUnchanged) node_->status.group = group;
+    return 0;
+  }
+
+  int RawSetPermissions(unsigned permissions) override {
+    const std::lock_guard guard(node_->mutex);
+    node_->status.permissions = permissions;
     return 0;
   }
 
@@ -125,13 +153,14 @@ class MemoryFile final : public File {
 
   std::shared_ptr<Node> node_;
   bool writable_;
+  bool appends_;
 };
 
 }  // namespace
 
 std::shared_ptr<Node> MemoryFileSystem::Make() {
   auto node = std::make_shared<Node>();
-  node->inode = nextInode_++;
+  node->status.identity.inode = nextInode_++;
   return node;
 }
 
@@ -158,22 +187,28 @@ std::vector<FileSystem::Path> MemoryFileSystem::Names() {
   return names;
 }
 
-int MemoryFileSystem::RawOpen(const Path& path, OpenMode mode, std::unique_ptr<File>* file) {
+int MemoryFileSystem::RawOpen(const Path& path, const OpenRequest& request, std::unique_ptr<File>* file) {
   const std::lock_guard guard(mutex_);
   const auto found = nodes_.find(path);
   const bool there = found != nodes_.end();
-  if (there && mode == OpenMode::Create) return -EEXIST;
-  if (!there && (mode == OpenMode::Read || mode == OpenMode::Write)) return -ENOENT;
+  if (there && request.mode == OpenMode::Create) return -EEXIST;
+  if (!there && (request.mode == OpenMode::Read || request.mode == OpenMode::Write)) return -ENOENT;
   std::shared_ptr<Node> node = there ? found->second : nodes_[path] = Make();
-  *file = std::make_unique<MemoryFile>(path.string(), std::move(node), mode != OpenMode::Read);
+  if (!there) node->status.permissions = request.permissions;
+  *file = std::make_unique<MemoryFile>(path.string(), std::move(node), request.mode);
   return 0;
 }
 
-int MemoryFileSystem::RawIdentity(const Path& path, FileIdentity* identity) {
+int MemoryFileSystem::RawStatus(const Path& path, FileStatus* status) {
   const std::lock_guard guard(mutex_);
   const auto found = nodes_.find(path);
   if (found == nodes_.end()) return -ENOENT;
-  *identity = {0, found->second->inode};
+  *status = StatusOf(*found->second);
+  return 0;
+}
+
+int MemoryFileSystem::RawRealPath(const Path& path, Path* real) {
+  *real = path;
   return 0;
 }
 
@@ -187,6 +222,18 @@ int MemoryFileSystem::RawRename(const Path& from, const Path& to) {
   return 0;
 }
 
+int MemoryFileSystem::RawRenameNew(const Path& from, const Path& to) {
+  const int result = RawLink(from, to);
+  return result < 0 ? result : RawRemove(from);
+}
+
+int MemoryFileSystem::RawLink(const Path& from, const Path& to) {
+  const std::lock_guard guard(mutex_);
+  const auto found = nodes_.find(from);
+  if (found == nodes_.end()) return -ENOENT;
+  return nodes_.emplace(to, found->second).second ? 0 : -EEXIST;
+}
+
 int MemoryFileSystem::RawRemove(const Path& path) {
   const std::lock_guard guard(mutex_);
   return nodes_.erase(path) == 0 ? -ENOENT : 0;
@@ -195,7 +242,13 @@ int MemoryFileSystem::RawRemove(const Path& path) {
 int MemoryFileSystem::RawSyncFolder(const Path&) {
   return 0;
 }
-int MemoryFileSystem::RawCopyPermissions(const Path&, const Path&) {
+
+int MemoryFileSystem::RawList(const Path& folder, std::vector<Path>* names) {
+  const std::lock_guard guard(mutex_);
+  names->clear();
+  for (const auto& [path, node] : nodes_) {
+    if (path.parent_path() == folder) names->push_back(path.filename());
+  }
   return 0;
 }
 

@@ -10,7 +10,8 @@
 namespace files {
 
 /// Files that live in memory only: for tests, for fuzzing, and for looking into a database that came as bytes.
-/// Handles share their file's content and locks as on a disk, also after it was renamed or removed. Thread-safe.
+/// Handles share their file's content and locks as on a disk, also after it was renamed or removed. There are no
+/// folders and links, and every file may be read and written. Thread-safe.
 class MemoryFileSystem final : public FileSystem {
  public:
   /// Makes or replaces a whole file.
@@ -20,12 +21,15 @@ class MemoryFileSystem final : public FileSystem {
   /// The names that exist, in order.
   std::vector<Path> Names();
 
-  int RawOpen(const Path& path, OpenMode mode, std::unique_ptr<File>* file) override;
-  int RawIdentity(const Path& path, FileIdentity* identity) override;
+  int RawOpen(const Path& path, const OpenRequest& request, std::unique_ptr<File>* file) override;
+  int RawStatus(const Path& path, FileStatus* status) override;
+  int RawRealPath(const Path& path, Path* real) override;
   int RawRename(const Path& from, const Path& to) override;
+  int RawRenameNew(const Path& from, const Path& to) override;
+  int RawLink(const Path& from, const Path& to) override;
   int RawRemove(const Path& path) override;
   int RawSyncFolder(const Path& folder) override;
-  int RawCopyPermissions(const Path& model, const Path& path) override;
+  int RawList(const Path& folder, std::vector<Path>* names) override;
 
   struct Node;
 

@@ -1,21 +1,22 @@
 // The system calls of this library, and the only place that makes them.
 #include "platform/files/FileSystem.h"
 
+#include <dirent.h>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 #include <string>
 
 namespace files {
 namespace {
 
-constexpr mode_t kNewFileMode = 0666;
-
-int Answer(int result) {
+int Result(int result) {
   return result < 0 ? -errno : 0;
 }
 
@@ -32,6 +33,58 @@ short TypeOf(LockKind kind) {
   return kind == LockKind::Shared ? F_RDLCK : F_WRLCK;
 }
 
+FileStatus StatusOf(const struct stat& found) {
+  FileStatus status;
+  status.kind = S_ISREG(found.st_mode)   ? FileKind::Regular
+                : S_ISDIR(found.st_mode) ? FileKind::Folder
+                                         : FileKind::Other;
+  status.identity = {found.st_dev, found.st_ino};
+  status.size = static_cast<std::uint64_t>(found.st_size);
+  status.modifiedNs = std::int64_t{found.st_mtim.tv_sec} * 1'000'000'000 + found.st_mtim.tv_nsec;
+  status.links = found.st_nlink;
+  status.owner = found.st_uid;
+  status.group = found.st_gid;
+  status.permissions = found.st_mode & 07777;
+  return status;
+}
+
+/// 0, or the reason why a file of this kind is not opened.
+int Refusal(int descriptor) {
+  struct stat found = {};
+  if (::fstat(descriptor, &found) < 0) return -errno;
+  if (S_ISDIR(found.st_mode)) return -EISDIR;
+  return S_ISREG(found.st_mode) ? 0 : -ENXIO;
+}
+
+/// A descriptor, or a negative errno.
+int Opened(const char* path, int flags, mode_t permissions) {
+  const int descriptor = ::open(path, flags, permissions);
+  return descriptor < 0 ? -errno : descriptor;
+}
+
+/// As open(2), for regular files only. Not waiting for the other end of a pipe also means not waiting for a file server
+/// to take back what it lent to one of its clients; that wait ends, so it is made once the file is known to be one.
+int OpenRegular(const char* path, int flags, mode_t permissions) {
+  int descriptor = Opened(path, flags | O_NONBLOCK, permissions);
+  if (descriptor == -EWOULDBLOCK) {
+    const int look = Opened(path, O_PATH | O_CLOEXEC | (flags & O_NOFOLLOW), 0);
+    if (look < 0) return look;
+    descriptor = Refusal(look);
+    const std::string same = "/proc/self/fd/" + std::to_string(look);
+    if (descriptor == 0) descriptor = Opened(same.c_str(), flags & ~(O_CREAT | O_EXCL | O_NOFOLLOW), 0);
+    ::close(look);
+  }
+  if (descriptor < 0) return descriptor;
+  const int refusal = Refusal(descriptor);
+  if (refusal == 0) return descriptor;
+  ::close(descriptor);
+  return refusal;
+}
+
+struct Closing {
+  void operator()(DIR* folder) const { ::closedir(folder); }
+};
+
 class PosixFile final : public File {
  public:
   PosixFile(std::string name, int descriptor) : File(std::move(name)), descriptor_(descriptor) {}
@@ -47,22 +100,17 @@ class PosixFile final : public File {
     return count < 0 ? -errno : count;
   }
 
-  std::int64_t RawSize() override {
-    struct stat status = {};
-    return ::fstat(descriptor_, &status) < 0 ? -errno : static_cast<std::int64_t>(status.st_size);
-  }
-
-  int RawTruncate(std::uint64_t size) override { return Answer(::ftruncate(descriptor_, static_cast<off_t>(size))); }
-  int RawSync() override { return Answer(::fdatasync(descriptor_)); }
+  int RawTruncate(std::uint64_t size) override { return Result(::ftruncate(descriptor_, static_cast<off_t>(size))); }
+  int RawSync() override { return Result(::fdatasync(descriptor_)); }
 
   int RawLock(ByteRange range, LockKind kind) override {
     struct flock request = LockRequest(range, TypeOf(kind));
-    return Answer(::fcntl(descriptor_, F_OFD_SETLK, &request));
+    return Result(::fcntl(descriptor_, F_OFD_SETLK, &request));
   }
 
   int RawUnlock(ByteRange range) override {
     struct flock request = LockRequest(range, F_UNLCK);
-    return Answer(::fcntl(descriptor_, F_OFD_SETLK, &request));
+    return Result(::fcntl(descriptor_, F_OFD_SETLK, &request));
   }
 
   int RawFindLock(ByteRange range, LockKind kind, bool* found, std::uint64_t* where) override {
@@ -73,12 +121,19 @@ class PosixFile final : public File {
     return 0;
   }
 
-  int RawIdentity(FileIdentity* identity) override {
-    struct stat status = {};
-    if (::fstat(descriptor_, &status) < 0) return -errno;
-    *identity = {status.st_dev, status.st_ino};
+  int RawLockWhole() override { return Result(::flock(descriptor_, LOCK_EX | LOCK_NB)); }
+
+  int RawStatus(FileStatus* status) override {
+    struct stat found = {};
+    if (::fstat(descriptor_, &found) < 0) return -errno;
+    *status = StatusOf(found);
     return 0;
   }
+
+  int RawSetOwner(std::uint32_t owner, std::uint32_t group) override {
+    return Result(::fchown(descriptor_, owner, group));
+  }
+  int RawSetPermissions(unsigned permissions) override { return Result(::fchmod(descriptor_, permissions)); }
 
  private:
   int descriptor_;
@@ -86,57 +141,72 @@ class PosixFile final : public File {
 
 class PosixFileSystem final : public FileSystem {
  public:
-  int RawOpen(const Path& path, OpenMode mode, std::unique_ptr<File>* file) override {
-    const int descriptor = ::open(path.c_str(), Flags(mode), kNewFileMode);
-    if (descriptor < 0) return -errno;
-    struct stat status = {};
-    if (::fstat(descriptor, &status) == 0 && S_ISDIR(status.st_mode)) {
-      ::close(descriptor);
-      return -EISDIR;
-    }
+  int RawOpen(const Path& path, const OpenRequest& request, std::unique_ptr<File>* file) override {
+    const int flags = Flags(request.mode) | O_CLOEXEC | O_NOCTTY | (request.followLink ? 0 : O_NOFOLLOW);
+    const int descriptor = OpenRegular(path.c_str(), flags, request.permissions);
+    if (descriptor < 0) return descriptor;
     *file = std::make_unique<PosixFile>(path.string(), descriptor);
     return 0;
   }
 
-  int RawIdentity(const Path& path, FileIdentity* identity) override {
-    struct stat status = {};
-    if (::stat(path.c_str(), &status) < 0) return -errno;
-    *identity = {status.st_dev, status.st_ino};
+  int RawStatus(const Path& path, FileStatus* status) override {
+    struct stat found = {};
+    if (::stat(path.c_str(), &found) < 0) return -errno;
+    *status = StatusOf(found);
     return 0;
   }
 
-  int RawRename(const Path& from, const Path& to) override { return Answer(::rename(from.c_str(), to.c_str())); }
-  int RawRemove(const Path& path) override { return Answer(::unlink(path.c_str())); }
+  int RawRealPath(const Path& path, Path* real) override {
+    const std::unique_ptr<char, decltype(&std::free)> found(::realpath(path.c_str(), nullptr), &std::free);
+    if (found == nullptr) return -errno;
+    *real = found.get();
+    return 0;
+  }
+
+  int RawRename(const Path& from, const Path& to) override { return Result(::rename(from.c_str(), to.c_str())); }
+  int RawRenameNew(const Path& from, const Path& to) override {
+    return Result(::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE));
+  }
+  int RawLink(const Path& from, const Path& to) override { return Result(::link(from.c_str(), to.c_str())); }
+  int RawRemove(const Path& path) override { return Result(::unlink(path.c_str())); }
 
   int RawSyncFolder(const Path& folder) override {
     const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (descriptor < 0) return -errno;
-    const int result = Answer(::fsync(descriptor));
+    const int result = Result(::fsync(descriptor));
     ::close(descriptor);
     // Some network file systems cannot sync a folder; their renames are as durable as the server makes them.
     return result == -EINVAL || result == -ENOTSUP ? 0 : result;
   }
 
-  int RawCopyPermissions(const Path& model, const Path& path) override {
-    struct stat status = {};
-    if (::stat(model.c_str(), &status) < 0) return -errno;
-    if (::chmod(path.c_str(), status.st_mode & 07777) < 0) return -errno;
-    return Answer(::chown(path.c_str(), status.st_uid, status.st_gid));
+  int RawList(const Path& folder, std::vector<Path>* names) override {
+    const std::unique_ptr<DIR, Closing> open(::opendir(folder.c_str()));
+    if (open == nullptr) return -errno;
+    names->clear();
+    for (errno = 0; const dirent* entry = ::readdir(open.get()); errno = 0) {
+      const Path name = entry->d_name;
+      if (name != "." && name != "..") names->push_back(name);
+    }
+    return -errno;
   }
 
  private:
   static int Flags(OpenMode mode) {
     switch (mode) {
       case OpenMode::Read:
-        return O_RDONLY | O_CLOEXEC;
+        return O_RDONLY;
       case OpenMode::Write:
-        return O_RDWR | O_CLOEXEC;
+        return O_RDWR;
       case OpenMode::Create:
-        return O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC;
+        return O_RDWR | O_CREAT | O_EXCL;
       case OpenMode::OpenOrCreate:
-        return O_RDWR | O_CREAT | O_CLOEXEC;
+        return O_RDWR | O_CREAT;
+      case OpenMode::ReadOrCreate:
+        return O_RDONLY | O_CREAT;
+      case OpenMode::Append:
+        return O_WRONLY | O_APPEND | O_CREAT;
     }
-    return O_RDONLY | O_CLOEXEC;
+    return O_RDONLY;
   }
 };
 

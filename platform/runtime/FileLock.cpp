@@ -1,40 +1,34 @@
 #include "platform/runtime/FileLock.h"
 
+#include "platform/files/Error.h"
 #include "platform/runtime/Error.h"
+#include "platform/runtime/FileCalls.h"
 #include "platform/runtime/HostPath.h"
 
-#include <QFile>
-
-#include <fcntl.h>
-#include <sys/file.h>
-#include <unistd.h>
-
-#include <cerrno>
+#include <optional>
 
 namespace runtime {
 namespace {
 
-int OpenForLocking(const QString& pathText) {
+std::optional<QString> HostPathIfKnown(const QString& pathText) {
   try {
-    return ::open(QFile::encodeName(HostPath(pathText)).constData(), O_RDONLY | O_CREAT | O_CLOEXEC, 0666);
+    return HostPath(pathText);
   } catch (const Error&) {
-    return -1;
+    return std::nullopt;
   }
 }
 
 }  // namespace
 
-FileLock::FileLock(const QString& pathText) : fd_(OpenForLocking(pathText)) {
-  if (fd_ < 0) return;
-  if (::flock(fd_, LOCK_EX | LOCK_NB) == 0) {
-    state_ = State::Held;
-  } else if (errno == EWOULDBLOCK) {
-    state_ = State::HeldByOther;
+FileLock::FileLock(const QString& pathText) {
+  const std::optional<QString> path = HostPathIfKnown(pathText);
+  if (!path) return;
+  try {
+    lock_ = std::make_unique<files::FileLock>(NativePath(*path));
+    state_ = lock_->What();
+  } catch (const files::Error& error) {
+    throw Error(QString::fromUtf8(error.what()));
   }
-}
-
-FileLock::~FileLock() {
-  if (fd_ >= 0) ::close(fd_);
 }
 
 }  // namespace runtime

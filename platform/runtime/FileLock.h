@@ -1,28 +1,22 @@
 #pragma once
+#include "platform/files/FileLock.h"
+
 #include <QString>
 
 namespace runtime {
 
-// A lock on a file that is made for it and stays behind empty. It belongs to this object, not to the process: a second
-// one in the same process is refused like any other. It ends with the object, or with the process.
+// files::FileLock for a path text. A path text that leads nowhere is NotPossible.
 class FileLock {
  public:
-  enum class State {
-    Held,
-    HeldByOther,
-    NotPossible,  // the file cannot be made, or its file system has no locks
-  };
+  using State = files::FileLock::State;
 
-  // Never waits. Path text. To read the file is enough, so that every user of a shared folder meets the lock.
+  // Error when something else than a regular file has that name.
   explicit FileLock(const QString& pathText);
-  ~FileLock();
-  FileLock(const FileLock&) = delete;
-  FileLock& operator=(const FileLock&) = delete;
 
   State What() const { return state_; }
 
  private:
-  int fd_ = -1;
+  std::unique_ptr<files::FileLock> lock_;
   State state_ = State::NotPossible;
 };
 

@@ -1,74 +1,68 @@
 #include "platform/runtime/StagedFile.h"
 
+#include "platform/files/AtomicFile.h"
+#include "platform/files/Error.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/FileCalls.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/SystemReason.h"
 
 #include <QFile>
-#include <QFileInfo>
-#include <QUuid>
-
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <cerrno>
 
 using namespace Qt::StringLiterals;
 
 namespace runtime {
+namespace {
 
-StagedFile::StagedFile(const QString& pathText) : pathText_(pathText), path_(HostPath(pathText)) {
-  if (QFileInfo(path_).isDir()) Fail(EISDIR);
-  // A new file in its place would not ask; who took the right to write away meant the name.
-  if (::access(QFile::encodeName(path_).constData(), W_OK) != 0 && errno != ENOENT) Fail(errno);
-  const QString ending = u'.' + QUuid::createUuid().toString(QUuid::Id128).left(8) + u".tmp"_s;
-  temporaryText_ = pathText + ending;
-  temporary_ = path_ + ending;
-  file_ = std::make_unique<Descriptor>(temporary_, O_WRONLY | O_CREAT | O_EXCL);
-  if (file_->Failure() != 0) Fail(file_->Failure());
-  removes_ = true;
-  struct stat old {};
-  if (::stat(QFile::encodeName(path_).constData(), &old) == 0) ::fchmod(file_->Get(), old.st_mode & 07777);
+// The path text up to and including its last separator.
+QString FolderText(const QString& pathText) {
+  return pathText.left(qMax(pathText.lastIndexOf(u'\\'), pathText.lastIndexOf(u'/')) + 1);
 }
 
-void StagedFile::Write(const QByteArray& piece) const {
-  if (const int failure = file_->Write(piece)) Fail(failure);
+}  // namespace
+
+StagedFile::StagedFile(const QString& pathText) : pathText_(pathText) {
+  const std::filesystem::path path = NativePath(HostPath(pathText));
+  Named([&] { file_ = std::make_unique<files::AtomicFile>(path); });
+  temporaryText_ = FolderText(pathText) + QFile::decodeName(file_->TemporaryPath().filename().c_str());
+}
+
+StagedFile::~StagedFile() = default;
+
+void StagedFile::Write(const QByteArray& piece) {
+  Named([&] { file_->Write({piece.constData(), static_cast<std::size_t>(piece.size())}); });
 }
 
 void StagedFile::Complete() {
-  if (const int failure = file_->Sync()) Fail(failure);
-  file_.reset();
+  Named([&] { file_->Sync(); });
 }
 
-// What cannot be removed is left behind under its temporary name: the reason why it was not placed is what counts.
-StagedFile::~StagedFile() {
-  if (removes_) RemoveFile(temporary_);
-}
-
-void StagedFile::SyncName() const {
-  if (const int failure = SyncFolderOf(temporary_)) Fail(failure);
+void StagedFile::SyncName() {
+  Named([&] { file_->SyncName(); });
 }
 
 void StagedFile::Place() {
-  if (const int failure = RenameFile(temporary_, path_)) Fail(failure);
-  removes_ = false;
-  if (const int failure = SyncFolderOf(path_)) Fail(failure);
+  Named([&] { file_->Commit(); });
 }
 
 bool StagedFile::PlaceNew(const QString& pathText) {
-  const QString path = HostPath(pathText);
-  const int failure = RenameNewFile(temporary_, path);
-  if (failure == EEXIST) return false;
-  if (failure != 0) Fail(failure);
-  removes_ = false;
-  if (const int unsafe = SyncFolderOf(path)) Fail(unsafe);
-  return true;
+  const std::filesystem::path path = NativePath(HostPath(pathText));
+  bool isPlaced = false;
+  Named([&] { isPlaced = file_->CommitNew(path); });
+  return isPlaced;
 }
 
-void StagedFile::Fail(int reason) const {
-  throw Error(u"Kan '%1' niet schrijven: %2."_s.arg(pathText_, SystemReason(reason)));
+void StagedFile::Keep() {
+  file_->Keep();
+}
+
+void StagedFile::Named(const std::function<void()>& step) const {
+  try {
+    step();
+  } catch (const files::Error& error) {
+    if (error.Code() == files::ErrorCode::Unsupported) throw Error(QString::fromUtf8(error.what()));
+    throw Error(u"Kan '%1' niet schrijven: %2."_s.arg(pathText_, SystemReason(error.ErrorNumber())));
+  }
 }
 
 }  // namespace runtime

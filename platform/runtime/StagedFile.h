@@ -2,15 +2,18 @@
 #include <QByteArray>
 #include <QString>
 
+#include <functional>
 #include <memory>
+
+namespace files {
+class AtomicFile;
+}
 
 namespace runtime {
 
-class Descriptor;
-
-// A file in the making. Its content is written piece by piece under a temporary name in the same folder; Complete, and
-// then Place, give it its own. Going without Place removes the temporary file. Paths are path texts; every Error names
-// the file that was to be.
+// files::AtomicFile for path texts: a file in the making. Its content is written piece by piece under a temporary name
+// in the same folder; Complete, and then Place, give it its own. Going without Place removes the temporary file. Paths
+// are path texts; every Error names the file that was to be.
 class StagedFile {
  public:
   explicit StagedFile(const QString& pathText);
@@ -19,13 +22,13 @@ class StagedFile {
   StagedFile& operator=(const StagedFile&) = delete;
 
   // Puts a piece behind what was written before.
-  void Write(const QByteArray& piece) const;
+  void Write(const QByteArray& piece);
   // Returns when the content is on the disk; nothing is written after that.
   void Complete();
-  // The temporary name: the file's own with ".xxxxxxxx.tmp" behind it.
+  // The temporary name, a hidden one in the folder of the file (see files::TemporaryName).
   const QString& TemporaryPath() const { return temporaryText_; }
   // Returns when the temporary name will survive a power cut.
-  void SyncName() const;
+  void SyncName();
   // Takes the place of an earlier file of that name in one step. When this returns it is there to stay; after an Error
   // from the last sync it is there, but not yet safe from a power cut.
   void Place();
@@ -33,17 +36,14 @@ class StagedFile {
   // Taking the name is one step, so that of several programs only one gets it.
   [[nodiscard]] bool PlaceNew(const QString& pathText);
   // Leaves the temporary file where it is.
-  void Keep() { removes_ = false; }
+  void Keep();
 
  private:
-  [[noreturn]] void Fail(int reason) const;
+  void Named(const std::function<void()>& step) const;
 
   QString pathText_;
   QString temporaryText_;
-  QString path_;
-  QString temporary_;
-  std::unique_ptr<Descriptor> file_;
-  bool removes_ = false;
+  std::unique_ptr<files::AtomicFile> file_;
 };
 
 }  // namespace runtime

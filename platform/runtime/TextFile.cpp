@@ -1,5 +1,7 @@
 #include "platform/runtime/TextFile.h"
 
+#include "platform/files/Error.h"
+#include "platform/files/FileSystem.h"
 #include "platform/runtime/CodePage.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/FileCalls.h"
@@ -11,38 +13,55 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <cerrno>
+#include <functional>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
 namespace runtime {
 namespace {
 
+[[noreturn]] void Fail(const QString& doing, const QString& pathText, const QString& reason) {
+  throw Error(u"Kan '%1' niet %2: %3."_s.arg(pathText, doing, reason));
+}
+
 [[noreturn]] void Fail(const QString& doing, const QString& pathText, int reason) {
-  throw Error(u"Kan '%1' niet %2: %3."_s.arg(pathText, doing, SystemReason(reason)));
+  Fail(doing, pathText, SystemReason(reason));
+}
+
+void Named(const QString& doing, const QString& pathText, const std::function<void()>& step) {
+  try {
+    step();
+  } catch (const files::Error& error) {
+    Fail(doing, pathText, error.ErrorNumber());
+  }
+}
+
+// In the largest unit that gives a whole number.
+QString SizeText(qint64 bytes) {
+  constexpr qint64 kKilo = 1024;
+  if (bytes >= kKilo * kKilo && bytes % (kKilo * kKilo) == 0) return u"%1 MB"_s.arg(bytes / (kKilo * kKilo));
+  if (bytes >= kKilo && bytes % kKilo == 0) return u"%1 kB"_s.arg(bytes / kKilo);
+  return u"%1 bytes"_s.arg(bytes);
 }
 
 }  // namespace
 
 QByteArray ReadFile(const QString& pathText, qint64 limit) {
-  const QString path = HostPath(pathText);
-  if (QFileInfo(path).isDir()) Fail(u"lezen"_s, pathText, EISDIR);
-  const Descriptor file(path, O_RDONLY);
-  if (file.Failure() != 0) Fail(u"lezen"_s, pathText, file.Failure());
+  const std::filesystem::path path = NativePath(HostPath(pathText));
   QByteArray content;
-  char buffer[64 << 10];
-  for (;;) {
-    const ssize_t count = ::read(file.Get(), buffer, sizeof buffer);
-    if (count < 0 && errno == EINTR) continue;
-    if (count < 0) Fail(u"lezen"_s, pathText, errno);
-    if (count == 0) return content;
-    content.append(buffer, count);
-    if (content.size() > limit) Fail(u"lezen"_s, pathText, EFBIG);
-  }
+  std::vector<std::uint8_t> block(64 << 10);
+  Named(u"lezen"_s, pathText, [&] {
+    const auto file = files::CurrentFileSystem().Open(path, files::OpenMode::Read);
+    while (const std::size_t count = file->ReadAt(static_cast<std::uint64_t>(content.size()), block)) {
+      content.append(reinterpret_cast<const char*>(block.data()), static_cast<qsizetype>(count));
+      if (content.size() > limit) Fail(u"lezen"_s, pathText, u"het is groter dan %1"_s.arg(SizeText(limit)));
+    }
+  });
+  return content;
 }
 
 void WriteFile(const QString& pathText, const QByteArray& content) {
@@ -53,16 +72,21 @@ void WriteFile(const QString& pathText, const QByteArray& content) {
 }
 
 void AppendLine(const QString& pathText, const QString& line) {
-  const QString path = HostPath(pathText);
-  const Descriptor file(path, O_WRONLY | O_APPEND | O_CREAT);
-  if (file.Failure() != 0) Fail(u"aanvullen"_s, pathText, file.Failure());
-  const off_t before = ::lseek(file.Get(), 0, SEEK_END);
-  int failure = file.Write(ToCodePage(line) + "\r\n");
-  if (failure == 0) failure = file.Sync();
-  if (failure == 0 && before == 0) failure = SyncFolderOf(path);
-  if (failure == 0) return;
-  if (::ftruncate(file.Get(), before) != 0) Fail(u"herstellen"_s, pathText, errno);
-  Fail(u"aanvullen"_s, pathText, failure);
+  const std::filesystem::path path = NativePath(HostPath(pathText));
+  const QByteArray bytes = ToCodePage(line) + "\r\n";
+  Named(u"aanvullen"_s, pathText, [&] {
+    files::FileSystem& files = files::CurrentFileSystem();
+    const auto file = files.Open(path, files::OpenMode::Append);
+    const std::uint64_t before = file->Size();
+    try {
+      file->WriteAt(before, {reinterpret_cast<const std::uint8_t*>(bytes.data()), static_cast<size_t>(bytes.size())});
+      file->Sync();
+      if (before == 0) files.SyncFolderOf(path);
+    } catch (const files::Error&) {
+      Named(u"herstellen"_s, pathText, [&] { file->Truncate(before); });
+      throw;
+    }
+  });
 }
 
 void DeleteFile(const QString& pathText) {

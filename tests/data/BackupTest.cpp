@@ -184,9 +184,10 @@ TEST_F(Backups, AFullDiskLeavesNoHalfCopy) {
 
 TEST_F(Backups, WhatAKilledCopyingLeftGoesWithTheNext) {
   ASSERT_TRUE(QDir().mkpath(Folder()));
-  runtime::WriteFile(runtime::PathText(Folder() + u"/OvalistoLocal-20240101-000000.mdb.1.tmp"_s), "half");
+  runtime::WriteFile(
+      runtime::PathText(Folder() + u"/.OvalistoLocal-20240101-000000.mdb.0123456789abcdef.spotrooster-tmp"_s), "half");
   BackUp(global.localDatabasePath);
-  EXPECT_EQ(Names().filter(u".tmp"_s), QStringList());
+  EXPECT_EQ(QDir(Folder()).entryList({u"*-tmp"_s}, QDir::Files | QDir::Hidden), QStringList());
 }
 
 TEST_F(Backups, ADatabaseThatAnotherHasIsAFailureAndNoReasonToGoOn) {

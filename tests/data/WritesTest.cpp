@@ -3,7 +3,7 @@
 #include "data/Globals.h"
 #include "platform/dao/FileSystemScope.h"
 #include "platform/desktop/MessageBox.h"
-#include "platform/jet/FileSystem.h"
+#include "platform/files/HookedFileSystem.h"
 #include "tests/support/Station.h"
 
 #include <QFile>
@@ -11,7 +11,6 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <memory>
 #include <new>
 
 using namespace Qt::StringLiterals;
@@ -31,14 +30,11 @@ ItemSpotRow Spot(qint32 id, const QString& naam) {
 }
 
 // A computer out of memory: an error that is not one of the database's own.
-class NoMemory : public jet::FileSystem {
+class NoMemory : public files::HookedFileSystem {
  public:
-  int RawOpen(const Path&, jet::OpenMode, std::unique_ptr<jet::File>*) override { throw std::bad_alloc(); }
-  int RawIdentity(const Path&, jet::FileIdentity*) override { throw std::bad_alloc(); }
-  int RawRename(const Path&, const Path&) override { return 0; }
-  int RawRemove(const Path&) override { return 0; }
-  int RawSyncFolder(const Path&) override { return 0; }
-  int RawCopyPermissions(const Path&, const Path&) override { return 0; }
+  NoMemory()
+      : HookedFileSystem(files::HostFileSystem(),
+                         [](files::FileCall&, const Make&) -> std::int64_t { throw std::bad_alloc(); }) {}
 };
 
 ItemRow Item(qint32 id) {

@@ -26,7 +26,7 @@ inline int LogRows(const testing_support::Station& station) {
 }
 
 inline QStringList Exported(const testing_support::Station& station) {
-  return QDir(station.ExportFolder()).entryList(QDir::Files);
+  return QDir(station.ExportFolder()).entryList(QDir::Files | QDir::Hidden);
 }
 
 inline QByteArray Content(const testing_support::Station& station, const QString& name) {

@@ -7,9 +7,9 @@
 #include "export/OfflineLogExport.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Error.h"
-#include "platform/runtime/FileCalls.h"
 #include "platform/runtime/HostPath.h"
 #include "tests/export/LogWitness.h"
+#include "tests/support/FileFaults.h"
 #include "tests/support/Fork.h"
 #include "tests/support/LongTests.h"
 #include "tests/support/Station.h"
@@ -46,7 +46,7 @@ class LogKill : public testing::Test {
   [[noreturn]] void Live(int acknowledged, unsigned seed) {
     std::mt19937 random(seed);
     int deadlyCall = random() % 2 == 0 ? static_cast<int>(random() % kMostCalls) : -1;
-    const runtime::FileCallScope killer([&](runtime::FileCall, const QString&) {
+    const testing_support::FileFaults killer([&](const files::FileCall&) {
       if (deadlyCall-- == 0) ::raise(SIGKILL);
       return 0;
     });

@@ -2,11 +2,11 @@
 #include "data/Globals.h"
 #include "data/Messages.h"
 #include "platform/desktop/MessageBox.h"
-#include "platform/runtime/FileCalls.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/TextFile.h"
 #include "tests/export/ExportWindow.h"
 #include "tests/support/Child.h"
+#include "tests/support/FileFaults.h"
 #include "tests/support/Hindrance.h"
 #include "tests/support/Station.h"
 
@@ -139,8 +139,8 @@ TEST(RunningExport, AnEmptyingThatFailsIsToldUnderItsWriteAndTheExportGoesOn) {
   const MessageBoxScript boxes{kAnswerOk, kAnswerOk};
   global.lastResult = true;
   {
-    const runtime::FileCallScope fault([](runtime::FileCall call, const QString& path) {
-      return call == runtime::FileCall::Remove && path.endsWith(u"-export"_s) ? EIO : 0;
+    const testing_support::FileFaults fault([](const files::FileCall& call) {
+      return call.kind == files::FileCall::Remove && call.path.string().ends_with("-export") ? EIO : 0;
     });
     window.PressOk();
   }

@@ -2,10 +2,10 @@
 // was typed until it can be saved.
 #include "data/Globals.h"
 #include "platform/desktop/MessageBox.h"
-#include "platform/runtime/FileCalls.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Probe.h"
 #include "tests/media/support/EditorDesk.h"
+#include "tests/support/FileFaults.h"
 #include "tests/support/Hindrance.h"
 
 #include <QDir>
@@ -20,7 +20,6 @@
 
 using namespace Qt::StringLiterals;
 using namespace media_testing;
-using runtime::FileCall;
 
 namespace {
 
@@ -71,8 +70,8 @@ TEST(ItemSpotEditorFullDisk, TheAudioListIsTriedAgainByTheNextOkAndHoldsThePathO
   const EditorDesk desk;
   const auto editor = ChangedSpot(desk);
   for (const int reason : {ENOSPC, EROFS, EIO}) {
-    const runtime::FileCallScope fault(
-        [&](FileCall call, const QString&) { return call == FileCall::Write ? reason : 0; });
+    const testing_support::FileFaults fault(
+        [&](const files::FileCall& call) { return call.kind == files::FileCall::Write ? reason : 0; });
     ExpectKept(*editor, u"Opslaan"_s, u"Audio.tae"_s);
     EXPECT_EQ(NaamOf(desk), u"Nieuw"_s);
     EXPECT_TRUE(desk.AudioList().isEmpty());
@@ -86,14 +85,14 @@ TEST(ItemSpotEditorFullDisk, AnExportFolderOnADriveThatIsAwayIsToldWithoutTouchi
   const EditorDesk desk;
   const auto editor = ChangedSpot(desk);
   {
-    int opened = 0;
+    int calls = 0;
     const runtime::ProbeLookScope away([&](const QString& path) { return path.endsWith(u"/export"_s) ? EIO : 0; });
-    const runtime::FileCallScope count([&](FileCall, const QString&) {
-      ++opened;
+    const testing_support::FileFaults count([&](const files::FileCall& call) {
+      if (call.path.string().find("/export") != std::string::npos) ++calls;
       return 0;
     });
     ExpectKept(*editor, u"Opslaan"_s, u"niet bereikbaar"_s);
-    EXPECT_EQ(opened, 0);
+    EXPECT_EQ(calls, 0);
   }
   Click(*editor, u"cmdOk"_s);
   EXPECT_EQ(desk.AudioList().size(), 1);

@@ -1,7 +1,6 @@
 #pragma once
 #include "platform/dao/FileSystemScope.h"
-#include "platform/jet/FileSystem.h"
-#include "platform/runtime/FileCalls.h"
+#include "platform/files/HookedFileSystem.h"
 #include "platform/runtime/Probe.h"
 
 #include <QString>
@@ -30,10 +29,9 @@ class FlakyDrive {
 
  private:
   std::shared_ptr<Weather> weather_;  // also of helper threads that outlive the drive
-  std::unique_ptr<jet::FileSystem> files_;
-  dao::FileSystemScope databases_;
+  files::HookedFileSystem files_;
+  dao::FileSystemScope scope_;
   runtime::ProbeLookScope looks_;
-  runtime::FileCallScope calls_;
 };
 
 }  // namespace testing_support

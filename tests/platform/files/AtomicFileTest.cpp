@@ -31,9 +31,9 @@ TEST(AtomicFile, WithoutCommitNothingHappened) {
   MemoryFileSystem files;
   WriteFile("/a/planning.txt", "old", files);
   {
-    AtomicFile file("/a/planning.txt", "/a/under way", files);
+    AtomicFile file("/a/planning.txt", files);
     file.Write("new");
-    EXPECT_TRUE(files.Exists("/a/under way"));
+    EXPECT_TRUE(files.Exists(file.TemporaryPath()));
   }
   EXPECT_EQ(ContentOf(files, "/a/planning.txt"), "old");
   EXPECT_EQ(files.Names().size(), 1U);

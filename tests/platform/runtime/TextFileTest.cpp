@@ -1,6 +1,7 @@
 #include "platform/runtime/TextFile.h"
 
 #include "platform/runtime/Error.h"
+#include "platform/runtime/StagedFile.h"
 #include "tests/support/Fork.h"
 
 #include <QDir>
@@ -48,7 +49,7 @@ TEST_F(TextFiles, AFileIsWrittenWholeAndReplacesTheOldOne) {
   runtime::WriteFile(At(u"a.txt"_s), "een");
   runtime::WriteFile(At(u"a.txt"_s), "twee");
   EXPECT_EQ(Content(At(u"a.txt"_s)), "twee");
-  EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files).size(), 1);
+  EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
 }
 
 TEST_F(TextFiles, AFullDiskLeavesTheOldFileAndNoRemains) {
@@ -66,7 +67,7 @@ TEST_F(TextFiles, AFullDiskLeavesTheOldFileAndNoRemains) {
   });
   EXPECT_EQ(answer, kRefused);
   EXPECT_EQ(Content(At(u"a.txt"_s)), "oud");
-  EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files).size(), 1);
+  EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
 }
 
 TEST_F(TextFiles, AFolderWithoutPermissionIsAnErrorThatNamesTheFile) {
@@ -110,6 +111,48 @@ TEST_F(TextFiles, ALineThatDoesNotFitOnTheDiskIsNotHalfAppended) {
 TEST_F(TextFiles, ReadingAFolderOrAMissingFileIsAnError) {
   EXPECT_THROW(runtime::ReadFile(folder_.path()), runtime::Error);
   EXPECT_THROW(runtime::ReadFile(At(u"niets"_s)), runtime::Error);
+}
+
+TEST_F(TextFiles, AFileThatIsTooLargeIsRefusedForThatReason) {
+  runtime::WriteFile(At(u"a.ini"_s), QByteArray((1 << 20) + 1, 'x'));
+  EXPECT_EQ(runtime::ReadFile(At(u"a.ini"_s), (1 << 20) + 1).size(), (1 << 20) + 1);
+  try {
+    runtime::ReadFile(At(u"a.ini"_s), 1 << 20);
+    FAIL();
+  } catch (const runtime::Error& error) {
+    EXPECT_EQ(error.Description(), u"Kan '%1' niet lezen: het is groter dan 1 MB."_s.arg(At(u"a.ini"_s)));
+  }
+}
+
+// Neither waits for a program at the other end.
+TEST_F(TextFiles, APipeIsRefusedByName) {
+  ASSERT_EQ(::mkfifo(At(u"a.ini"_s).toUtf8().constData(), 0666), 0);
+  const auto errorOf = [](const std::function<void()>& call) {
+    try {
+      call();
+    } catch (const runtime::Error& error) {
+      return error.Description();
+    }
+    return QString();
+  };
+  const QString reason = u"a.ini' niet %1: het is geen gewoon bestand."_s;
+  EXPECT_TRUE(errorOf([&] { runtime::ReadFile(At(u"a.ini"_s)); }).endsWith(reason.arg(u"lezen"_s)));
+  EXPECT_TRUE(errorOf([&] { runtime::WriteFile(At(u"a.ini"_s), "x"); }).endsWith(reason.arg(u"schrijven"_s)));
+  EXPECT_TRUE(errorOf([&] { runtime::AppendLine(At(u"a.ini"_s), u"x"_s); }).endsWith(reason.arg(u"aanvullen"_s)));
+}
+
+TEST_F(TextFiles, AFileIsPlacedUnderANewNameOnlyWhenNoOtherHasIt) {
+  runtime::WriteFile(At(u"1.tql"_s), "theirs");
+  {
+    runtime::StagedFile file(At(u"1.tql"_s));
+    file.Write("ours");
+    file.Complete();
+    EXPECT_FALSE(file.PlaceNew(At(u"1.tql"_s)));
+    EXPECT_TRUE(file.PlaceNew(At(u"2.tql"_s)));
+  }
+  EXPECT_EQ(Content(At(u"1.tql"_s)), "theirs");
+  EXPECT_EQ(Content(At(u"2.tql"_s)), "ours");
+  EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files | QDir::Hidden).size(), 2);
 }
 
 TEST_F(TextFiles, DeletingTakesRegularFilesOnly) {

@@ -1,10 +1,7 @@
 #pragma once
 
-#include "platform/files/FileSystem.h"
+#include "platform/files/HookedFileSystem.h"
 
-#include <functional>
-#include <memory>
-#include <string>
 #include <vector>
 
 namespace files::test {
@@ -14,9 +11,9 @@ enum class Fault { None, Error, DiskFull, Interrupted, ShortCount, Dead };
 
 /// A file system over another that counts its calls and lets a chosen one fail. `Dead` is a process that is killed: the
 /// chosen call and all after it do nothing and fail. It can keep a list of what was changed, for replaying it in part.
-class FaultyFiles final : public FileSystem {
+class FaultyFiles final : public HookedFileSystem {
  public:
-  explicit FaultyFiles(FileSystem& real) : real_(real) {}
+  explicit FaultyFiles(FileSystem& real);
 
   /// The call with this number (from 0, counted from now on) fails.
   void FailAt(int call, Fault fault);
@@ -33,19 +30,12 @@ class FaultyFiles final : public FileSystem {
   };
   void Record(std::vector<Change>* changes) { changes_ = changes; }
 
-  int RawOpen(const Path& path, OpenMode mode, std::unique_ptr<File>* file) override;
-  int RawIdentity(const Path& path, FileIdentity* identity) override;
-  int RawRename(const Path& from, const Path& to) override;
-  int RawRemove(const Path& path) override;
-  int RawSyncFolder(const Path& folder) override;
-  int RawCopyPermissions(const Path& model, const Path& path) override;
-
-  /// What the next call shall answer instead of doing its work: 0 = do it. `counts`: a call that can do less than
-  /// asked.
-  int Next(bool counts = false, bool* shortened = nullptr);
-  void Note(Change change);
-
  private:
+  std::int64_t Around(FileCall& call, const Make& make);
+  /// What the next call returns instead of doing its work: 0 = it does it, or half of it.
+  int Next(FileCall& call);
+  void Note(const FileCall& call);
+
   FileSystem& real_;
   int calls_ = 0;
   int failing_ = -1;

@@ -1,0 +1,15 @@
+#include "platform/dao/FileSystemScope.h"
+
+#include "platform/dao/OpenFiles.h"
+
+namespace dao {
+
+FileSystemScope::FileSystemScope(files::FileSystem& files) : files_(files) {
+  CloseKept();
+}
+
+FileSystemScope::~FileSystemScope() {
+  CloseKept();
+}
+
+}  // namespace dao

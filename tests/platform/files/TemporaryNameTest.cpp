@@ -1,0 +1,109 @@
+#include "platform/files/TemporaryName.h"
+
+#include "platform/files/AtomicFile.h"
+#include "platform/files/Error.h"
+#include "platform/files/HookedFileSystem.h"
+#include "tests/platform/files/support/TestFolder.h"
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <string>
+
+namespace files {
+namespace {
+
+using std::filesystem::path;
+
+TEST(TemporaryName, IsHiddenInTheSameFolderAndNeverTheSame) {
+  const path one = TemporaryName("/data/OvalistoLocal.mdb");
+  const path other = TemporaryName("/data/OvalistoLocal.mdb");
+  EXPECT_EQ(one.parent_path(), "/data");
+  EXPECT_EQ(one.filename().string().rfind(".OvalistoLocal.mdb.", 0), 0U) << one;
+  EXPECT_NE(one, other);
+  EXPECT_TRUE(IsTemporaryName(one));
+}
+
+TEST(TemporaryName, NoNameOfAUserIsTakenForOne) {
+  for (const char* name : {"S.compact.mdb", "a.tmp", ".a.tmp", ".a.1.spotrooster-tmp", ".spotrooster-tmp", "",
+                           ".0123456789abcdef.spotrooster-tmp", "a.mdb.0123456789abcdef.spotrooster-tmp",
+                           ".a.mdb.0123456789abcdeX.spotrooster-tmp", ".a.mdb-0123456789abcdef.spotrooster-tmp",
+                           ".a.mdb.0123456789abcdef.spotrooster-tmp~"}) {
+    EXPECT_FALSE(IsTemporaryName(name)) << name;
+  }
+  EXPECT_TRUE(IsTemporaryName("/x/.a.mdb.0123456789abcdef.spotrooster-tmp"));
+}
+
+TEST(TemporaryName, FitsForTheLongestNames) {
+  std::string name;
+  while (name.size() + 2 <= 254)
+    name += "\u00EB";
+  const std::string temporary = TemporaryName("/data/" + name).filename().string();
+  EXPECT_LE(temporary.size(), 255U);
+  EXPECT_TRUE(IsTemporaryName(temporary));
+  const std::string beginning = temporary.substr(1, temporary.find('.', 1) - 1);
+  EXPECT_EQ(name.rfind(beginning, 0), 0U);
+  EXPECT_EQ(beginning.size() % 2, 0U) << "a character was cut";
+}
+
+class Leftovers : public test::TestFolder {
+ protected:
+  /// A program that is killed while it writes `name`.
+  void WriteAndDie(const std::string& name) const {
+    const pid_t child = ::fork();
+    if (child == 0) {
+      AtomicFile file(At(name), HostFileSystem());
+      file.Write("half");
+      ::_exit(0);
+    }
+    ::waitpid(child, nullptr, 0);
+  }
+};
+
+TEST_F(Leftovers, OfAKilledProgramAreRemovedAndNothingElse) {
+  Put("a.mdb", "old");
+  WriteAndDie("a.mdb");
+  WriteAndDie("a.mdb.bak");
+  Put(".a.mdb.tmp", "somebody's own");
+  AtomicFile underWay(At("a.mdb"), HostFileSystem());
+  underWay.Write("new");
+  ASSERT_EQ(Count(), 5);
+  RemoveLeftovers(At("a.mdb"), HostFileSystem());
+  EXPECT_EQ(Count(), 4);
+  underWay.Commit();
+  EXPECT_EQ(Get("a.mdb"), "new");
+  RemoveLeftovers(At("a.mdb.bak"), HostFileSystem());
+  EXPECT_EQ(Count(), 2);
+  EXPECT_EQ(Get(".a.mdb.tmp"), "somebody's own");
+}
+
+TEST_F(Leftovers, StayWhereTheFileSystemHasNoLocks) {
+  WriteAndDie("a.mdb");
+  HookedFileSystem files(HostFileSystem(), [](const FileCall& call, const HookedFileSystem::Make& make) {
+    return call.kind == FileCall::LockWhole ? -ENOLCK : make();
+  });
+  RemoveLeftovers(At("a.mdb"), files);
+  EXPECT_EQ(Count(), 1);
+  WriteFile(At("a.mdb"), "new", files);
+  EXPECT_EQ(Get("a.mdb"), "new");
+}
+
+// Between the creation of a temporary file and its lock another program may take it for a leftover.
+TEST_F(Leftovers, AFileThatIsTakenForOneAtOnceIsBegunAgain) {
+  bool taken = false;
+  HookedFileSystem files(HostFileSystem(), [&](const FileCall& call, const HookedFileSystem::Make& make) {
+    if (call.kind == FileCall::LockWhole && !taken) {
+      taken = true;
+      RemoveLeftovers(At("a.mdb"), HostFileSystem());
+    }
+    return make();
+  });
+  WriteFile(At("a.mdb"), "new", files);
+  EXPECT_TRUE(taken);
+  EXPECT_EQ(Get("a.mdb"), "new");
+  EXPECT_EQ(Count(), 1);
+}
+
+}  // namespace
+}  // namespace files

@@ -1,0 +1,20 @@
+#pragma once
+#include "platform/dao/FileSystemScope.h"
+#include "platform/files/HookedFileSystem.h"
+
+#include <functional>
+
+namespace testing_support {
+
+// While it lives, `hook` is asked before each call of this thread on a file or folder, but for those on a database, its
+// .ldb and its journal (syncing their folder counts): an errno other than 0 is the result, and the call is not made.
+class FileFaults {
+ public:
+  explicit FileFaults(std::function<int(const files::FileCall& call)> hook);
+
+ private:
+  files::HookedFileSystem files_;
+  dao::FileSystemScope scope_;
+};
+
+}  // namespace testing_support
