@@ -42,7 +42,11 @@ struct ColumnDef {
   bool IsFixed() const { return (flags & column_flag::kFixed) != 0; }
   bool IsLong() const { return Type() == ColumnType::Memo || Type() == ColumnType::Ole; }
   bool IsText() const { return Type() == ColumnType::Text || Type() == ColumnType::Memo; }
-  bool IsAutonumber() const { return (flags & (column_flag::kAutonumber | column_flag::kGuidAutonumber)) != 0; }
+  /// A flag on a column of another type means nothing.
+  bool IsAutonumber() const {
+    return ((flags & column_flag::kAutonumber) != 0 && Type() == ColumnType::Long) ||
+           ((flags & column_flag::kGuidAutonumber) != 0 && Type() == ColumnType::Guid);
+  }
   bool MayCompress() const { return (extraFlags & 1) != 0; }
 };
 

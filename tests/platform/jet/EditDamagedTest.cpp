@@ -247,6 +247,12 @@ TEST_F(DamagedBase, AnEmptiedIndexPageThatIsLeftInItsMapDoesNotHinderEmptyingThe
   EXPECT_EQ(CountSoundly(*database), 0U);
 }
 
+TEST_F(DamagedBase, AnAutonumberOfAnotherKindIsNoAutonumber) {
+  const std::size_t columns = 63 + 12 * spots_.realIndexes.size();
+  file_[std::size_t{spots_.page} * kPageSize + columns] = static_cast<std::uint8_t>(ColumnType::Single);
+  EXPECT_NE(MessageOfGrowing(), "");
+}
+
 TEST_F(DamagedBase, AFieldThatLiesInAnotherIsNotWritten) {
   TableDef overlapping = spots_;
   overlapping.columns[2].flags |= column_flag::kFixed;
