@@ -3,7 +3,7 @@
 #include "bench/Plain.h"
 #include "platform/dao/Database.h"
 #include "platform/dao/Storage.h"
-#include "platform/jet/Database.h"
+#include "platform/jet/database/Database.h"
 
 #include <vector>
 

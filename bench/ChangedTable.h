@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/jet/FileSystem.h"
+#include "platform/jet/pages/Files.h"
 
 #include <QString>
 

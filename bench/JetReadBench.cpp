@@ -2,10 +2,10 @@
 // and mdb-reader; 10 000 rows; one row by its key in tables of a thousand to a million rows. Processor time.
 // usage: JetReadBench [scan FILE | csv FILE | make FILE ROWS | alone]
 // scan and csv are one reading, for a profiler; alone leaves out what takes the time of other programs.
-#include "bench/Figures.h"
 #include "bench/Child.h"
-#include "platform/jet/Database.h"
-#include "platform/jet/Error.h"
+#include "bench/Figures.h"
+#include "platform/jet/database/Database.h"
+#include "platform/jet/values/Error.h"
 #include "tools/TableCsv.h"
 
 #include <unistd.h>

@@ -1,5 +1,5 @@
-#include "platform/jet/Check.h"
-#include "platform/jet/Database.h"
+#include "platform/jet/check/Check.h"
+#include "platform/jet/database/Database.h"
 #include "tools/Commands.h"
 #include "tools/DatabaseArgument.h"
 

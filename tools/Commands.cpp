@@ -1,7 +1,7 @@
 #include "tools/Commands.h"
 
 #include "platform/audio/Error.h"
-#include "platform/jet/Error.h"
+#include "platform/jet/values/Error.h"
 #include "platform/runtime/Error.h"
 #include "tools/ManualPage.h"
 

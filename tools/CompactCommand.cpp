@@ -1,4 +1,4 @@
-#include "platform/jet/Compact.h"
+#include "platform/jet/check/Compact.h"
 #include "tools/Commands.h"
 #include "tools/DatabaseArgument.h"
 #include "tools/LocalFolder.h"

@@ -1,6 +1,6 @@
 #include "tools/CsvLine.h"
 
-#include "platform/jet/Utf8.h"
+#include "platform/jet/values/Utf8.h"
 
 #include <algorithm>
 #include <array>

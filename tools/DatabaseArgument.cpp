@@ -1,6 +1,6 @@
 #include "tools/DatabaseArgument.h"
 
-#include "platform/jet/Database.h"
+#include "platform/jet/database/Database.h"
 
 #include <QFile>
 #include <QFileInfo>

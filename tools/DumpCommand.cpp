@@ -1,4 +1,4 @@
-#include "platform/jet/Database.h"
+#include "platform/jet/database/Database.h"
 #include "tools/Commands.h"
 #include "tools/DatabaseArgument.h"
 #include "tools/TableCsv.h"

@@ -1,8 +1,8 @@
 #include "tools/TableCsv.h"
 
-#include "platform/jet/Error.h"
-#include "platform/jet/ExactNumber.h"
-#include "platform/jet/ValueText.h"
+#include "platform/jet/values/Error.h"
+#include "platform/jet/values/ExactNumber.h"
+#include "platform/jet/values/ValueText.h"
 #include "tools/CsvLine.h"
 
 #include <variant>

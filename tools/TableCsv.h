@@ -1,5 +1,5 @@
 #pragma once
-#include "platform/jet/Table.h"
+#include "platform/jet/table/Table.h"
 
 #include <string>
 #include <vector>

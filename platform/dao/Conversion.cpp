@@ -1,6 +1,6 @@
 #include "platform/dao/Conversion.h"
 
-#include "platform/jet/ExactNumber.h"
+#include "platform/jet/values/ExactNumber.h"
 #include "platform/runtime/Dates.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"

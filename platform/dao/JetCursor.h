@@ -2,7 +2,7 @@
 
 #include "platform/dao/JetFile.h"
 #include "platform/dao/Storage.h"
-#include "platform/jet/Table.h"
+#include "platform/jet/table/Table.h"
 
 #include <array>
 #include <deque>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/jet/Database.h"
-#include "platform/jet/Error.h"
+#include "platform/jet/database/Database.h"
+#include "platform/jet/values/Error.h"
 
 #include <QString>
 

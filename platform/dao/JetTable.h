@@ -2,8 +2,8 @@
 
 #include "platform/dao/JetFile.h"
 #include "platform/dao/Storage.h"
-#include "platform/jet/Table.h"
-#include "platform/jet/TableWriter.h"
+#include "platform/jet/table/Table.h"
+#include "platform/jet/table/TableWriter.h"
 
 #include <memory>
 #include <optional>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/dao/TableDef.h"
-#include "platform/jet/Table.h"
+#include "platform/jet/table/Table.h"
 
 namespace dao {
 

@@ -1,7 +1,7 @@
 #include "platform/dao/JetValue.h"
 
-#include "platform/jet/ExactNumber.h"
-#include "platform/jet/ValueText.h"
+#include "platform/jet/values/ExactNumber.h"
+#include "platform/jet/values/ValueText.h"
 
 #include <QByteArray>
 #include <QUuid>

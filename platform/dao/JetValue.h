@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/dao/Value.h"
-#include "platform/jet/Definition.h"
+#include "platform/jet/table/Definition.h"
 
 #include <optional>
 #include <string>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/dao/OpenOptions.h"
-#include "platform/jet/Database.h"
+#include "platform/jet/database/Database.h"
 
 #include <QString>
 

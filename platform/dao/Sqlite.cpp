@@ -1,6 +1,6 @@
 #include "platform/dao/Sqlite.h"
 
-#include "platform/jet/TextOrder.h"
+#include "platform/jet/values/TextOrder.h"
 
 #include <array>
 #include <cstdint>

@@ -9,8 +9,8 @@
 #include "platform/controls/ListBox.h"
 #include "platform/dao/WriteWait.h"
 #include "platform/desktop/MessageBox.h"
-#include "platform/jet/FileSystem.h"
-#include "platform/jet/Lock.h"
+#include "platform/jet/pages/Files.h"
+#include "platform/jet/storage/Lock.h"
 #include "platform/runtime/HostPath.h"
 #include "tests/catalogue/CatalogueTest.h"
 

@@ -1,6 +1,7 @@
 #include "tests/fuzz/EditBases.h"
 
-#include "platform/jet/MemoryFileSystem.h"
+#include "platform/files/MemoryFileSystem.h"
+#include "platform/jet/pages/Files.h"
 
 #include <chrono>
 #include <vector>
@@ -82,7 +83,7 @@ void FillSpots(Database& database, int rows) {
 }
 
 Bytes Build(int rows) {
-  MemoryFileSystem files;
+  files::MemoryFileSystem files;
   Database::Create(kPath, files);
   {
     const auto database = Database::Open(kPath, ForEditing(), files);

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/jet/Bytes.h"
-#include "platform/jet/Database.h"
-#include "platform/jet/Definition.h"
+#include "platform/jet/database/Database.h"
+#include "platform/jet/table/Definition.h"
+#include "platform/jet/values/Bytes.h"
 
 #include <vector>
 

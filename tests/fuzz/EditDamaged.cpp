@@ -1,10 +1,11 @@
 #include "tests/fuzz/EditDamaged.h"
 
-#include "platform/jet/Check.h"
-#include "platform/jet/Codec.h"
-#include "platform/jet/DataPage.h"
-#include "platform/jet/Error.h"
-#include "platform/jet/MemoryFileSystem.h"
+#include "platform/files/MemoryFileSystem.h"
+#include "platform/jet/check/Check.h"
+#include "platform/jet/pages/DataPage.h"
+#include "platform/jet/pages/Files.h"
+#include "platform/jet/values/Codec.h"
+#include "platform/jet/values/Error.h"
 #include "tests/fuzz/EditBases.h"
 #include "tests/platform/jet/support/FreeMapImage.h"
 
@@ -334,7 +335,7 @@ class Editing {
   Model& model_;
 };
 
-void Edit(MemoryFileSystem& files, Recipe& recipe, EditOutcome& outcome) {
+void Edit(files::MemoryFileSystem& files, Recipe& recipe, EditOutcome& outcome) {
   const auto database = Database::Open(kPath, ForEditing(), files);
   outcome.opened = true;
   const std::string before = Problems(*database);
@@ -373,7 +374,7 @@ EditOutcome EditDamaged(std::span<const std::uint8_t> input) {
   LayOutFreeMap(file, first / (4 * (kMostDamages + 1)), recipe);
   for (unsigned damages = first / 4 % (kMostDamages + 1); damages > 0; --damages)
     DamageOnce(file, recipe);
-  MemoryFileSystem files;
+  files::MemoryFileSystem files;
   files.Put(kPath, std::move(file));
   EditOutcome outcome;
   try {

@@ -1,9 +1,10 @@
 // Opens any bytes as a database and walks everything in it: catalogue, definitions, rows, indexes, integrity check.
 // Damage may end in jet::Error only, and memory stays under four times the file and 64 MB.
-#include "platform/jet/Check.h"
-#include "platform/jet/Database.h"
-#include "platform/jet/Error.h"
-#include "platform/jet/MemoryFileSystem.h"
+#include "platform/files/MemoryFileSystem.h"
+#include "platform/jet/check/Check.h"
+#include "platform/jet/database/Database.h"
+#include "platform/jet/pages/Files.h"
+#include "platform/jet/values/Error.h"
 #include "tests/fuzz/CpuLimit.h"
 #include "tests/fuzz/HeapLimit.h"
 
@@ -65,7 +66,7 @@ void WalkDatabase(jet::Database& database) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const fuzz::CpuLimit cpu;
   const fuzz::HeapLimit heap(4 * size + (std::size_t{64} << 20));
-  jet::MemoryFileSystem files;
+  files::MemoryFileSystem files;
   files.Put("fuzz.mdb", jet::Bytes(data, data + size));
   try {
     const auto database = jet::Database::Open("fuzz.mdb", {}, files);

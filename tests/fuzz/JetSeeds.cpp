@@ -1,7 +1,7 @@
 // Writes the files that fuzzing of the reader starts from: small databases that together hold everything the format
 // has, and real ones where there are any.
 // usage: jet_seeds FOLDER    real files: *.mdb in the folder that SPOTROOSTER_MDB_SAMPLES names
-#include "platform/jet/Check.h"
+#include "platform/jet/check/Check.h"
 #include "tests/platform/jet/SpotsImage.h"
 #include "tests/platform/jet/support/RandomRows.h"
 #include "tests/platform/jet/support/SampleTable.h"

@@ -1,4 +1,4 @@
-#include "platform/jet/Pages.h"
+#include "platform/jet/pages/Pages.h"
 #include "tests/platform/jet/support/RandomRows.h"
 #include "tests/platform/jet/support/SampleTable.h"
 #include "tests/tools/RunTool.h"

@@ -1,6 +1,6 @@
 #include "platform/dao/Storage.h"
 #include "platform/dao/WriteWait.h"
-#include "platform/jet/Storage.h"
+#include "platform/jet/storage/Storage.h"
 #include "tests/platform/dao/Scratch.h"
 
 #include <QDir>

@@ -1,6 +1,6 @@
 #include "platform/dao/DefaultValue.h"
 
-#include "platform/jet/Database.h"
+#include "platform/jet/database/Database.h"
 #include "tests/platform/dao/Scratch.h"
 
 #include <QDateTime>

@@ -1,5 +1,5 @@
 // Currency and Numeric keep every digit on their way in, out, and from file to file.
-#include "platform/jet/ExactNumber.h"
+#include "platform/jet/values/ExactNumber.h"
 
 #include "tests/platform/dao/Scratch.h"
 

@@ -1,5 +1,5 @@
 // What stands in the file: sound, read alike by others, and shared with whoever else has it open.
-#include "platform/jet/Check.h"
+#include "platform/jet/check/Check.h"
 #include "tests/platform/dao/Scratch.h"
 
 #include <QDateTime>

@@ -1,5 +1,5 @@
 // Real files of other programs, found through the environment variable SPOTROOSTER_MDB_SAMPLES.
-#include "platform/jet/Check.h"
+#include "platform/jet/check/Check.h"
 #include "tests/platform/dao/Scratch.h"
 
 #include <QDir>

@@ -22,7 +22,7 @@ constexpr std::uint32_t kGroup = 2000;
 /// Writes "/a/file" again, which belongs to another user and group, and reports what became of it. `allowed` tells
 /// which changes of owner and group the system permits this user.
 FileStatus Rewritten(unsigned permissions, bool groupAllowed, bool ownerAllowed) {
-  MemoryFileSystem memory;
+  files::MemoryFileSystem memory;
   const auto original = memory.Open("/a/file", OpenMode::Create);
   original->RawSetOwner(kOwner, kGroup);
   original->RawSetPermissions(permissions);
@@ -60,7 +60,7 @@ TEST(Access, AnotherGroupGetsNoMoreThanOthers) {
 }
 
 TEST(Access, TheFileIsNeverOpenToMoreWhileItIsWritten) {
-  MemoryFileSystem memory;
+  files::MemoryFileSystem memory;
   memory.Open("/a/file", {OpenMode::Create, true, 0600});
   bool written = false;
   HookedFileSystem files(memory, [&](const FileCall& call, const Make& make) {
@@ -79,7 +79,7 @@ TEST(Access, TheFileIsNeverOpenToMoreWhileItIsWritten) {
 }
 
 TEST(Access, AFileSystemThatKnowsNoPermissionsIsNotAsked) {
-  MemoryFileSystem memory;
+  files::MemoryFileSystem memory;
   memory.Open("/a/file", {OpenMode::Create, true, 0755});
   HookedFileSystem files(memory, [&](const FileCall& call, const Make& make) -> std::int64_t {
     if (call.kind == FileCall::Open && call.request->mode == OpenMode::Create) {
@@ -93,7 +93,7 @@ TEST(Access, AFileSystemThatKnowsNoPermissionsIsNotAsked) {
 }
 
 TEST(Access, PermissionsThatCannotBeSetLeaveTheOldFileAndNoRemains) {
-  MemoryFileSystem memory;
+  files::MemoryFileSystem memory;
   memory.Put("/a/file", {'o'});
   memory.Open("/a/file", OpenMode::Write)->RawSetPermissions(0640);
   HookedFileSystem files(memory, [](const FileCall& call, const Make& make) {

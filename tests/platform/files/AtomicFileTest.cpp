@@ -14,13 +14,13 @@ namespace {
 
 using test::Fault;
 
-std::string ContentOf(MemoryFileSystem& files, const char* path) {
+std::string ContentOf(files::MemoryFileSystem& files, const char* path) {
   const Bytes content = files.Get(path);
   return {content.begin(), content.end()};
 }
 
 TEST(AtomicFile, ReplacesTheOldFileAndLeavesNothingElse) {
-  MemoryFileSystem files;
+  files::MemoryFileSystem files;
   WriteFile("/a/planning.txt", "old", files);
   WriteFile("/a/planning.txt", "new and longer", files);
   EXPECT_EQ(ContentOf(files, "/a/planning.txt"), "new and longer");
@@ -28,7 +28,7 @@ TEST(AtomicFile, ReplacesTheOldFileAndLeavesNothingElse) {
 }
 
 TEST(AtomicFile, WithoutCommitNothingHappened) {
-  MemoryFileSystem files;
+  files::MemoryFileSystem files;
   WriteFile("/a/planning.txt", "old", files);
   {
     AtomicFile file("/a/planning.txt", files);
@@ -41,11 +41,11 @@ TEST(AtomicFile, WithoutCommitNothingHappened) {
 
 /// Runs `change` with every one of its calls failing in each way; `expect` judges what is there afterwards.
 void FailEveryCall(const std::function<void(FileSystem&)>& change,
-                   const std::function<void(MemoryFileSystem&, bool failed)>& expect) {
+                   const std::function<void(files::MemoryFileSystem&, bool failed)>& expect) {
   for (const Fault fault : {Fault::Error, Fault::DiskFull, Fault::Interrupted, Fault::ShortCount}) {
     int call = 0;
     for (bool reached = true; reached; ++call) {
-      MemoryFileSystem memory;
+      files::MemoryFileSystem memory;
       WriteFile("/a/file", "old\n", memory);
       test::FaultyFiles files(memory);
       files.FailAt(call, fault);
@@ -66,7 +66,7 @@ void FailEveryCall(const std::function<void(FileSystem&)>& change,
 
 TEST(AtomicFile, IsOldOrNewWhateverFails) {
   FailEveryCall([](FileSystem& files) { WriteFile("/a/file", "new\n", files); },
-                [](MemoryFileSystem& memory, bool failed) {
+                [](files::MemoryFileSystem& memory, bool failed) {
                   const std::string content = ContentOf(memory, "/a/file");
                   EXPECT_TRUE(content == "new\n" || (failed && content == "old\n")) << content;
                 });

@@ -39,7 +39,7 @@ class EveryFileSystem : public testing::TestWithParam<bool> {
   FileSystem::Path At(const char* name) const { return folder_ / name; }
 
  private:
-  MemoryFileSystem memory_;
+  files::MemoryFileSystem memory_;
   FileSystem::Path folder_ = "/somewhere";
 };
 

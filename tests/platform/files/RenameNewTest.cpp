@@ -111,7 +111,7 @@ TEST(CommitNew, IsThereWholeOrNotAtAllWhateverFails) {
   for (const Fault fault : {Fault::Error, Fault::DiskFull, Fault::Interrupted, Fault::ShortCount, Fault::Dead}) {
     int call = 0;
     for (bool reached = true; reached; ++call) {
-      MemoryFileSystem memory;
+      files::MemoryFileSystem memory;
       memory.Put("/a/other", {'o'});
       test::FaultyFiles files(memory);
       files.FailAt(call, fault);

@@ -1,4 +1,4 @@
-#include "platform/jet/Check.h"
+#include "platform/jet/check/Check.h"
 
 #include "tests/platform/jet/SpotsImage.h"
 #include "tests/platform/jet/support/SharedChain.h"

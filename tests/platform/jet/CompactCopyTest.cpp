@@ -1,9 +1,9 @@
 // What compacting keeps of files made here: passwords, encoding, numbers, keys that cannot be computed; and what it
 // refuses.
-#include "platform/jet/Check.h"
-#include "platform/jet/Codec.h"
-#include "platform/jet/Compact.h"
-#include "platform/jet/StoredText.h"
+#include "platform/jet/check/Check.h"
+#include "platform/jet/check/Compact.h"
+#include "platform/jet/values/Codec.h"
+#include "platform/jet/values/StoredText.h"
 #include "tests/platform/jet/DatabaseImage.h"
 #include "tests/platform/jet/support/SampleTable.h"
 
@@ -77,7 +77,7 @@ TEST(CompactKeeps, PasswordAndEncoding) {
     SetPassword(content, options.password);
     if (encoded) Encode(content, 0xA7B773E0);
     for (const bool inPlace : {false, true}) {
-      MemoryFileSystem files;
+      files::MemoryFileSystem files;
       files.Put("/data/old.mdb", content);
       if (inPlace) {
         Compact("/data/old.mdb", options, files);
@@ -168,7 +168,7 @@ TEST(CompactRefuses, WhatWouldBeLostAndSaysWhat) {
   DatabaseImage image;
   DatabaseImage::Table table = image.AddTable("Tabel", {{"Vreemd", 19, 3, 0, 0, 8}});
   image.AddRow(table, RowBytes(1, Le(5, 8), {}, 1));
-  MemoryFileSystem files;
+  files::MemoryFileSystem files;
   files.Put("/data/a.mdb", image.File());
   const std::string message = MessageOf([&] { CompactInto("/data/a.mdb", "/data/b.mdb", {}, files); });
   EXPECT_NE(message.find("'/data/a.mdb'"), std::string::npos) << message;
@@ -193,7 +193,7 @@ TEST(CompactRefuses, ARowThatCannotBeReached) {
   image.AddRow(table, RowBytes(1, Le(5, 4), {}, 1));
   const RowId gone = image.AddRow(table, {}, SlotKind::Deleted);
   image.AddRow(table, Le(gone, 4), SlotKind::Pointer);
-  MemoryFileSystem files;
+  files::MemoryFileSystem files;
   files.Put("/data/a.mdb", image.File());
   const std::string message = MessageOf([&] { CompactInto("/data/a.mdb", "/data/b.mdb", {}, files); });
   EXPECT_NE(message.find("een rij die er niet is"), std::string::npos) << message;

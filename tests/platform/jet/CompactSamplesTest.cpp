@@ -1,6 +1,6 @@
 // Compacting real files: whoever reads them finds the same before and after.
-#include "platform/jet/Check.h"
-#include "platform/jet/Compact.h"
+#include "platform/jet/check/Check.h"
+#include "platform/jet/check/Compact.h"
 #include "tests/platform/jet/support/Samples.h"
 #include "tests/platform/jet/support/TableText.h"
 #include "tests/platform/jet/support/Witness.h"

@@ -1,4 +1,4 @@
-#include "platform/jet/Compact.h"
+#include "platform/jet/check/Compact.h"
 
 #include "tests/platform/jet/support/FaultyFiles.h"
 #include "tests/platform/jet/support/SampleTable.h"
@@ -49,7 +49,7 @@ std::vector<std::vector<Value>> RowsOf(FileSystem& files, const std::filesystem:
 TEST(Compact, KeepsEveryRowAndTheNextNumberInLessSpace) {
   FreshDatabase database;
   FillAndThin(database);
-  MemoryFileSystem& files = database.Files();
+  files::MemoryFileSystem& files = database.Files();
   const auto rows = RowsOf(files, FreshDatabase::kPath);
   const Bytes before = files.Get(FreshDatabase::kPath);
   Compact(FreshDatabase::kPath, {}, files);
@@ -73,7 +73,7 @@ TEST(Compact, IsOldOrNewWhateverFails) {
   const auto rows = RowsOf(model.Files(), FreshDatabase::kPath);
   bool reached = true;
   for (int call = 0; reached; call += 7) {
-    MemoryFileSystem memory;
+    files::MemoryFileSystem memory;
     memory.Put("/data/c.mdb", content);
     test::FaultyFiles files(memory);
     files.FailAt(call, test::Fault::DiskFull);
@@ -107,7 +107,7 @@ TEST(Compact, KilledAtAnyCallLeavesTheOldOrTheNewFileAndWorksWhenRunAgain) {
   bool reached = true;
   int call = 0;
   for (; reached; ++call) {
-    MemoryFileSystem memory;
+    files::MemoryFileSystem memory;
     memory.Put("/data/c.mdb", content);
     test::FaultyFiles files(memory);
     files.FailAt(call, test::Fault::Dead);
@@ -129,7 +129,7 @@ TEST(Compact, KilledAtAnyCallLeavesAWholeNewFileOrNone) {
   const auto rows = RowsOf(model.Files(), FreshDatabase::kPath);
   bool reached = true;
   for (int call = 0; reached; ++call) {
-    MemoryFileSystem memory;
+    files::MemoryFileSystem memory;
     memory.Put("/data/c.mdb", content);
     test::FaultyFiles files(memory);
     files.FailAt(call, test::Fault::Dead);

@@ -1,5 +1,5 @@
 // A change is there whole or not at all, whatever fails and whenever the power goes.
-#include "platform/jet/Error.h"
+#include "platform/jet/values/Error.h"
 #include "tests/platform/jet/support/FaultyFiles.h"
 #include "tests/platform/jet/support/PowerCut.h"
 #include "tests/platform/jet/support/Rounds.h"
@@ -52,7 +52,7 @@ INSTANTIATE_TEST_SUITE_P(Kinds, EveryFault,
 TEST_P(EveryFault, OfAnyCallLeavesTheOldOrTheNewState) {
   int call = 0;
   for (bool reached = true; reached; ++call) {
-    MemoryFileSystem memory;
+    files::MemoryFileSystem memory;
     memory.Put(kPath, test::TinyDatabase(kOld));
     FaultyFiles files(memory);
     bool done = false;
@@ -88,7 +88,7 @@ TEST_P(EveryFault, DuringRecoveryIsOvercomeByTheNextOne) {
   ASSERT_FALSE(wreck.journal.empty());
   bool reached = true;
   for (int call = 0; reached; ++call) {
-    MemoryFileSystem memory;
+    files::MemoryFileSystem memory;
     memory.Put(kPath, wreck.database);
     memory.Put(kJournal, wreck.journal);
     FaultyFiles files(memory);
@@ -101,7 +101,7 @@ TEST_P(EveryFault, DuringRecoveryIsOvercomeByTheNextOne) {
 }
 
 TEST(PowerCut, AtAnyMomentLeavesTheOldOrTheNewState) {
-  MemoryFileSystem memory;
+  files::MemoryFileSystem memory;
   memory.Put(kPath, test::TinyDatabase(kOld));
   FaultyFiles files(memory);
   std::vector<FaultyFiles::Change> changes;
@@ -124,7 +124,7 @@ TEST(PowerCut, AtAnyMomentLeavesTheOldOrTheNewState) {
   int rolledBack = 0;
   for (int i = 0; i < rounds; ++i) {
     const std::size_t cut = random() % (changes.size() + 1);
-    MemoryFileSystem disk;
+    files::MemoryFileSystem disk;
     test::ReplayUntil(changes, cut, {{kPath, test::TinyDatabase(kOld)}}, random, disk);
     rolledBack += disk.Exists(kJournal) ? 1 : 0;
     const Values after = PagesAfterReopening(disk, kPath);
@@ -139,7 +139,7 @@ TEST(PowerCut, AtAnyMomentLeavesTheOldOrTheNewState) {
 
 TEST(Recovery, KeepsBothWhenAnotherProgramWrote) {
   const test::Wreck wreck = test::DieMidway();
-  MemoryFileSystem memory;
+  files::MemoryFileSystem memory;
   memory.Put(kJournal, wreck.journal);
   Bytes foreign = wreck.database;
   foreign[3 * kPageSize + 700] ^= 1;
@@ -158,7 +158,7 @@ TEST(Recovery, KeepsBothWhenAnotherProgramWrote) {
 
 TEST(Recovery, LaysTheOldPagesOverAFileThatCannotBeWritten) {
   const test::Wreck wreck = test::DieMidway();
-  MemoryFileSystem memory;
+  files::MemoryFileSystem memory;
   memory.Put(kPath, wreck.database);
   memory.Put(kJournal, wreck.journal);
   Storage reader(kPath, test::TestOptions(true), memory);

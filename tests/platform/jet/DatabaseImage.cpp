@@ -1,7 +1,8 @@
 #include "tests/platform/jet/DatabaseImage.h"
 
-#include "platform/jet/MemoryFileSystem.h"
-#include "platform/jet/Rc4.h"
+#include "platform/files/MemoryFileSystem.h"
+#include "platform/jet/pages/Files.h"
+#include "platform/jet/pages/Rc4.h"
 
 #include <algorithm>
 #include <cstring>
@@ -75,8 +76,8 @@ Bytes RowBytes(unsigned columns, const Bytes& fixed, const std::vector<Bytes>& v
 
 std::unique_ptr<jet::Database> OpenBytes(const Bytes& file, const jet::OpenOptions& options) {
   // An open database goes on using its file system.
-  static std::deque<jet::MemoryFileSystem> systems;
-  jet::MemoryFileSystem& files = systems.emplace_back();
+  static std::deque<files::MemoryFileSystem> systems;
+  files::MemoryFileSystem& files = systems.emplace_back();
   files.Put("test.mdb", file);
   return jet::Database::Open("test.mdb", options, files);
 }

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "platform/jet/Bytes.h"
-#include "platform/jet/DataPage.h"
-#include "platform/jet/Database.h"
-#include "platform/jet/RowId.h"
+#include "platform/jet/database/Database.h"
+#include "platform/jet/pages/DataPage.h"
+#include "platform/jet/pages/RowId.h"
+#include "platform/jet/values/Bytes.h"
 
 #include <array>
 #include <cstdint>

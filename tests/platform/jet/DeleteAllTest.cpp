@@ -1,7 +1,7 @@
 // Emptying a table in one pass: its pages go back through the maps, nothing else changes.
-#include "platform/jet/Check.h"
-#include "platform/jet/UsageMap.h"
-#include "platform/jet/Utf8.h"
+#include "platform/jet/check/Check.h"
+#include "platform/jet/pages/UsageMap.h"
+#include "platform/jet/values/Utf8.h"
 #include "tests/platform/jet/support/Agreement.h"
 #include "tests/platform/jet/support/SampleTable.h"
 #include "tests/platform/jet/support/Samples.h"
@@ -158,7 +158,7 @@ class DeleteAllSample : public testing::TestWithParam<const char*> {
   }
 
   static constexpr const char* kPath = "/data/file.mdb";
-  MemoryFileSystem files_;
+  files::MemoryFileSystem files_;
   std::unique_ptr<Database> database_;
 };
 
@@ -191,7 +191,7 @@ TEST_P(DeleteAllSample, EmptiesATableOrRefusesItUntouched) {
 
 TEST(DeleteAllRelations, ATableThatAnotherOneNamesIsNotEmptied) {
   if (!witness::SampleFolder()) GTEST_SKIP() << "SPOTROOSTER_MDB_SAMPLES is not set";
-  MemoryFileSystem files;
+  files::MemoryFileSystem files;
   const std::string path = "/data/file.mdb";
   files.Put(path, ContentOf(*witness::SampleFolder() + "/northwind.mdb"));
   OpenOptions options;

@@ -1,11 +1,11 @@
 // A short run of the fuzz target "open, check, edit, save", and the damages that it once found the writer to fall for.
 #include "tests/fuzz/EditDamaged.h"
 
-#include "platform/jet/Check.h"
-#include "platform/jet/Codec.h"
-#include "platform/jet/PageClaims.h"
-#include "platform/jet/RowBuilder.h"
-#include "platform/jet/UsageMap.h"
+#include "platform/jet/check/Check.h"
+#include "platform/jet/pages/UsageMap.h"
+#include "platform/jet/rows/RowBuilder.h"
+#include "platform/jet/table/PageClaims.h"
+#include "platform/jet/values/Codec.h"
 #include "tests/fuzz/EditBases.h"
 #include "tests/platform/jet/support/FreeMapImage.h"
 #include "tests/platform/jet/support/Rounds.h"
@@ -127,7 +127,7 @@ class DamagedBase : public testing::Test {
 
   static constexpr const char* kPath = "base.mdb";
   static constexpr RowId kGlobalMap = MakeRowId(1, 0);
-  MemoryFileSystem files_;
+  files::MemoryFileSystem files_;
   Bytes file_ = fuzz::SmallBase();
   TableDef spots_;
   TableDef items_;

@@ -1,9 +1,10 @@
 // Thousands of random changes to real files and to our own, against a model that knows what the rows must be.
-#include "platform/jet/Database.h"
-#include "platform/jet/Error.h"
-#include "platform/jet/MemoryFileSystem.h"
-#include "platform/jet/UsageMap.h"
-#include "platform/jet/Utf8.h"
+#include "platform/files/MemoryFileSystem.h"
+#include "platform/jet/database/Database.h"
+#include "platform/jet/pages/Files.h"
+#include "platform/jet/pages/UsageMap.h"
+#include "platform/jet/values/Error.h"
+#include "platform/jet/values/Utf8.h"
 #include "tests/platform/jet/support/Agreement.h"
 #include "tests/platform/jet/support/RandomEditor.h"
 #include "tests/platform/jet/support/Samples.h"
@@ -24,7 +25,7 @@ namespace {
 
 constexpr const char* kPath = "/data/file.mdb";
 
-std::unique_ptr<Database> OpenForWriting(MemoryFileSystem& files, const std::u16string& password = u"") {
+std::unique_ptr<Database> OpenForWriting(files::MemoryFileSystem& files, const std::u16string& password = u"") {
   OpenOptions options;
   options.writable = true;
   options.password = password;
@@ -100,7 +101,7 @@ INSTANTIATE_TEST_SUITE_P(RealFiles, EditSample,
 /// After every hundred changes; the outside readers are asked each time when there is time for it, else at the end.
 TEST_P(EditSample, StaysSoundUnderRandomChanges) {
   if (!witness::SampleFolder()) GTEST_SKIP() << "SPOTROOSTER_MDB_SAMPLES is not set";
-  MemoryFileSystem files;
+  files::MemoryFileSystem files;
   files.Put(kPath, ContentOf(witness::SamplePath(GetParam())));
   const auto database = OpenForWriting(files, u"password");
   const auto disagreements = [&] {

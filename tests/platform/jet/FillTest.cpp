@@ -1,6 +1,6 @@
 // Rows of another table, as they are stored, into a table without rows: pages and indexes are filled whole.
-#include "platform/jet/Codec.h"
-#include "platform/jet/Utf8.h"
+#include "platform/jet/values/Codec.h"
+#include "platform/jet/values/Utf8.h"
 #include "tests/platform/jet/support/SampleTable.h"
 #include "tests/platform/jet/support/TableText.h"
 #include "tests/platform/jet/support/Witness.h"

@@ -1,8 +1,9 @@
 // Maps of free pages as other writers leave them: a bitmap that begins at a page other than 0, or bitmap pages. Pages
 // below the window are freed and taken, and the file stays sound.
-#include "platform/jet/Check.h"
-#include "platform/jet/Database.h"
-#include "platform/jet/MemoryFileSystem.h"
+#include "platform/files/MemoryFileSystem.h"
+#include "platform/jet/check/Check.h"
+#include "platform/jet/database/Database.h"
+#include "platform/jet/pages/Files.h"
 #include "tests/platform/jet/support/Agreement.h"
 #include "tests/platform/jet/support/FreeMapImage.h"
 #include "tests/platform/jet/support/RandomEditor.h"
@@ -56,7 +57,7 @@ class WindowFile {
     database_ = Database::Open(kPath, options, files_);
   }
 
-  MemoryFileSystem files_;
+  files::MemoryFileSystem files_;
   std::unique_ptr<Database> database_;
 };
 

@@ -1,6 +1,6 @@
 // The map of free pages as the file grows: a row that gets longer, and then bitmap pages.
-#include "platform/jet/MapLayout.h"
-#include "platform/jet/UsageMap.h"
+#include "platform/jet/pages/MapLayout.h"
+#include "platform/jet/pages/UsageMap.h"
 #include "tests/platform/jet/support/SampleTable.h"
 
 #include <gtest/gtest.h>

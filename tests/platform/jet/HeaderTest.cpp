@@ -1,8 +1,8 @@
-#include "platform/jet/Header.h"
+#include "platform/jet/pages/Header.h"
 
-#include "platform/jet/Codec.h"
-#include "platform/jet/Error.h"
-#include "platform/jet/Rc4.h"
+#include "platform/jet/pages/Rc4.h"
+#include "platform/jet/values/Codec.h"
+#include "platform/jet/values/Error.h"
 #include "tests/platform/jet/SpotsImage.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
-#include "platform/jet/IndexKey.h"
+#include "platform/jet/index/IndexKey.h"
 
-#include "platform/jet/Error.h"
+#include "platform/jet/values/Error.h"
 
 #include <gtest/gtest.h>
 

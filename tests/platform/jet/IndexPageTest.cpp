@@ -1,6 +1,6 @@
-#include "platform/jet/IndexPage.h"
+#include "platform/jet/index/IndexPage.h"
 
-#include "platform/jet/Error.h"
+#include "platform/jet/values/Error.h"
 #include "tests/platform/jet/SpotsImage.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // A table with an index that cannot be kept in step is not written to at all: by name, before the first byte changes.
-#include "platform/jet/Codec.h"
+#include "platform/jet/values/Codec.h"
 #include "tests/platform/jet/support/SampleTable.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
 
@@ -82,7 +82,7 @@ class IndexRefusal : public testing::Test {
   FreshDatabase fresh_;
   RowId row_ = 0;
   TableDef def_;
-  MemoryFileSystem files_;
+  files::MemoryFileSystem files_;
   std::unique_ptr<Database> database_;
   Bytes before_;
 };

@@ -1,7 +1,8 @@
 // Which journals are believed: only one that can be what a writer of this very file left.
-#include "platform/jet/Codec.h"
-#include "platform/jet/Error.h"
-#include "platform/jet/MemoryFileSystem.h"
+#include "platform/files/MemoryFileSystem.h"
+#include "platform/jet/pages/Files.h"
+#include "platform/jet/values/Codec.h"
+#include "platform/jet/values/Error.h"
 #include "tests/platform/jet/support/SampleTable.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
 #include "tests/platform/jet/support/Wreck.h"
@@ -49,7 +50,7 @@ class ForgedJournal : public testing::TestWithParam<Forgery> {
 
   Bytes database_;
   Bytes journal_;
-  MemoryFileSystem memory_;
+  files::MemoryFileSystem memory_;
 };
 
 std::uint8_t* RecordOf(Bytes& journal, std::size_t i) {
@@ -120,7 +121,7 @@ INSTANTIATE_TEST_SUITE_P(A, JournalOf,
 
 TEST_P(JournalOf, IsBelievedWhenThatUserMayWriteTheDatabase) {
   const test::Wreck wreck = test::DieMidway();
-  MemoryFileSystem memory;
+  files::MemoryFileSystem memory;
   memory.Put(kPath, wreck.database);
   memory.Put(kJournal, wreck.journal);
   const auto database = memory.Open(kPath, OpenMode::Write);
@@ -148,7 +149,7 @@ class StaleJournal : public testing::Test {
     memory_.Put(kJournal, test::DieMidway().journal);
   }
 
-  MemoryFileSystem memory_;
+  files::MemoryFileSystem memory_;
 };
 
 TEST_F(StaleJournal, IsNotLaidOverACopyThatWasPutBack) {
@@ -169,7 +170,7 @@ TEST_F(StaleJournal, IsSetAsideByTheFirstThatMayWrite) {
 
 TEST(Journal, AFileOfThatNameThatIsNoneIsKept) {
   const std::string text = "Notulen van de redactie, niet weggooien: dit bestand heet toevallig zo.";
-  MemoryFileSystem memory;
+  files::MemoryFileSystem memory;
   memory.Put(kPath, test::TinyDatabase({1}));
   memory.Put(kJournal, Bytes(text.begin(), text.end()));
   EXPECT_NE(test::MessageOf([&] { PagesAfterReopening(memory, kPath); }).find(kKept), std::string::npos);

@@ -1,5 +1,5 @@
 // Values that make an index entry longer than a page takes.
-#include "platform/jet/Error.h"
+#include "platform/jet/values/Error.h"
 #include "tests/platform/jet/support/SampleTable.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "platform/jet/NewDatabase.h"
+#include "platform/jet/database/NewDatabase.h"
 
 #include "tests/platform/jet/support/SampleTable.h"
 #include "tests/platform/jet/support/Samples.h"

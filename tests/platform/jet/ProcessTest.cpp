@@ -1,6 +1,6 @@
 // Several processes on one file, and processes that are killed.
-#include "platform/jet/Check.h"
-#include "platform/jet/Error.h"
+#include "platform/jet/check/Check.h"
+#include "platform/jet/values/Error.h"
 #include "tests/platform/jet/support/Child.h"
 #include "tests/platform/jet/support/SampleTable.h"
 #include "tests/platform/jet/support/TinyDatabase.h"

@@ -1,6 +1,6 @@
-#include "platform/jet/Properties.h"
+#include "platform/jet/table/Properties.h"
 
-#include "platform/jet/Error.h"
+#include "platform/jet/values/Error.h"
 #include "tests/platform/jet/SpotsImage.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
-#include "platform/jet/Remembered.h"
+#include "platform/jet/pages/Remembered.h"
 
-#include "platform/jet/Transaction.h"
+#include "platform/jet/pages/Transaction.h"
 #include "tests/platform/jet/support/SampleTable.h"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,9 @@
 // Files that are replaced while programs have them open.
 #include "platform/files/HookedFileSystem.h"
-#include "platform/jet/Database.h"
-#include "platform/jet/Error.h"
-#include "platform/jet/MemoryFileSystem.h"
+#include "platform/files/MemoryFileSystem.h"
+#include "platform/jet/database/Database.h"
+#include "platform/jet/pages/Files.h"
+#include "platform/jet/values/Error.h"
 #include "tests/platform/jet/support/FaultyFiles.h"
 #include "tests/platform/jet/support/SampleTable.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
@@ -52,7 +53,7 @@ class ReplacedFile : public testing::Test {
     files_.Rename(kNew, kPath);
   }
 
-  MemoryFileSystem files_;
+  files::MemoryFileSystem files_;
 };
 
 TEST_F(ReplacedFile, ABackupCopiedOverItAndChangedAsOftenIsNoticed) {
@@ -167,7 +168,7 @@ TEST_F(ReplacedFile, TheJournalOfALivingWriterOfTheNewOneIsLeftAlone) {
   int interrupted = 0;
   bool reached = true;
   for (int moment = 0; reached; ++moment) {
-    MemoryFileSystem memory;
+    files::MemoryFileSystem memory;
     memory.Put(kPath, test::TinyDatabase({1, 2, 3}));
     int call = -1;
     std::function<void()> meanwhile;

@@ -1,7 +1,7 @@
-#include "platform/jet/Rows.h"
+#include "platform/jet/rows/Rows.h"
 
-#include "platform/jet/Codec.h"
-#include "platform/jet/Error.h"
+#include "platform/jet/values/Codec.h"
+#include "platform/jet/values/Error.h"
 #include "tests/platform/jet/SpotsImage.h"
 
 #include <gtest/gtest.h>

@@ -1,13 +1,13 @@
 // Every key of every index of real files must be what we would have written for that row.
-#include "platform/jet/Codec.h"
-#include "platform/jet/DataPage.h"
-#include "platform/jet/Error.h"
-#include "platform/jet/FileSystem.h"
-#include "platform/jet/IndexKey.h"
-#include "platform/jet/Pages.h"
-#include "platform/jet/Rows.h"
-#include "platform/jet/TableDef.h"
-#include "platform/jet/UsageMap.h"
+#include "platform/jet/index/IndexKey.h"
+#include "platform/jet/pages/DataPage.h"
+#include "platform/jet/pages/Files.h"
+#include "platform/jet/pages/Pages.h"
+#include "platform/jet/pages/UsageMap.h"
+#include "platform/jet/rows/Rows.h"
+#include "platform/jet/rows/TableDef.h"
+#include "platform/jet/values/Codec.h"
+#include "platform/jet/values/Error.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
 // Real files, made by the original programs.
 #include "tests/platform/jet/support/Samples.h"
 
-#include "platform/jet/Check.h"
-#include "platform/jet/Error.h"
-#include "platform/jet/Utf8.h"
+#include "platform/jet/check/Check.h"
+#include "platform/jet/values/Error.h"
+#include "platform/jet/values/Utf8.h"
 
 #include <gtest/gtest.h>
 

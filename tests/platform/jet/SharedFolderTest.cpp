@@ -1,7 +1,7 @@
 // Links, other kinds of files, and the rights of several users, on a real disk.
-#include "platform/jet/Database.h"
-#include "platform/jet/Error.h"
-#include "platform/jet/Storage.h"
+#include "platform/jet/database/Database.h"
+#include "platform/jet/storage/Storage.h"
+#include "platform/jet/values/Error.h"
 #include "tests/platform/jet/support/Child.h"
 #include "tests/platform/jet/support/FaultyFiles.h"
 #include "tests/platform/jet/support/SampleTable.h"

@@ -1,6 +1,6 @@
 // Memos that share their pieces, as only a damaged file has them: what is read of them stays within the file's size.
-#include "platform/jet/Database.h"
-#include "platform/jet/Error.h"
+#include "platform/jet/database/Database.h"
+#include "platform/jet/values/Error.h"
 #include "tests/platform/jet/DatabaseImage.h"
 #include "tests/platform/jet/support/SampleTable.h"
 #include "tests/platform/jet/support/SharedChain.h"

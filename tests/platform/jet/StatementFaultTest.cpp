@@ -1,5 +1,5 @@
 // Every statement that writes, with every call to the disk failing in turn, in every way.
-#include "platform/jet/Check.h"
+#include "platform/jet/check/Check.h"
 #include "tests/fuzz/EditBases.h"
 #include "tests/platform/jet/support/FaultyFiles.h"
 #include "tests/platform/jet/support/SampleTable.h"
@@ -89,7 +89,7 @@ const Statement kStatements[] = {
      }}};
 
 /// All that a reader can see; "damaged" with the problems when the check has any.
-witness::Tables StateOf(MemoryFileSystem& files) {
+witness::Tables StateOf(files::MemoryFileSystem& files) {
   const auto database = Database::Open(kPath, fuzz::ForEditing(), files);
   for (const Finding& finding : CheckDatabase(*database))
     EXPECT_TRUE(finding.remark) << finding.text;
@@ -111,7 +111,7 @@ INSTANTIATE_TEST_SUITE_P(Every, StatementFault,
 
 TEST_P(StatementFault, OfAnyCallLeavesTheOldOrTheNewState) {
   const auto& [statement, fault] = GetParam();
-  MemoryFileSystem memory;
+  files::MemoryFileSystem memory;
   memory.Put(kPath, fuzz::SmallBase());
   const witness::Tables before = StateOf(memory);
   witness::Tables after;
@@ -152,7 +152,7 @@ TEST_P(StatementFault, OfAnyCallLeavesTheOldOrTheNewState) {
 
 TEST(ReadOnlyFile, IsReadAndNeverWrittenByAnyStatement) {
   for (const Statement& statement : kStatements) {
-    MemoryFileSystem memory;
+    files::MemoryFileSystem memory;
     memory.Put(kPath, fuzz::SmallBase());
     OpenOptions options = fuzz::ForEditing();
     options.writable = false;

@@ -1,6 +1,6 @@
-#include "platform/jet/Storage.h"
+#include "platform/jet/storage/Storage.h"
 
-#include "platform/jet/Error.h"
+#include "platform/jet/values/Error.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
 
 #include <gtest/gtest.h>
@@ -40,7 +40,7 @@ class StorageTest : public testing::Test {
     return "no error";
   }
 
-  MemoryFileSystem files_;
+  files::MemoryFileSystem files_;
 };
 
 TEST_F(StorageTest, ACommittedChangeIsThereAndNothingElseIsLeft) {

@@ -1,5 +1,5 @@
 // The order in which a change reaches the disk. A power cut may come between any two of these steps.
-#include "platform/jet/Error.h"
+#include "platform/jet/values/Error.h"
 #include "tests/platform/jet/support/FaultyFiles.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
 
@@ -40,7 +40,7 @@ std::string StepOf(const Change& change) {
 
 /// What the work does to the files, writes of several pages told once. The lock file holds nothing that must last.
 template <class Work>
-Steps StepsOf(MemoryFileSystem& memory, Work work) {
+Steps StepsOf(files::MemoryFileSystem& memory, Work work) {
   FaultyFiles files(memory);
   std::vector<Change> changes;
   files.Record(&changes);
@@ -55,7 +55,7 @@ Steps StepsOf(MemoryFileSystem& memory, Work work) {
 }
 
 TEST(SyncOrder, TheFolderIsSyncedBeforeTheFirstOverwriteAndAfterTheJournalIsGone) {
-  MemoryFileSystem memory;
+  files::MemoryFileSystem memory;
   memory.Put(kPath, test::TinyDatabase({1, 2, 3}));
   EXPECT_EQ(StepsOf(memory, ChangePages), (Steps{"create journal", "write journal", "sync journal", "sync /data",
                                                  "write database", "sync database", "remove journal", "sync /data"}));
@@ -63,7 +63,7 @@ TEST(SyncOrder, TheFolderIsSyncedBeforeTheFirstOverwriteAndAfterTheJournalIsGone
 
 TEST(SyncOrder, ARecoveryIsSyncedBeforeTheJournalGoesAndTheFolderAfterIt) {
   const Bytes old = test::TinyDatabase({1, 2, 3});
-  MemoryFileSystem memory;
+  files::MemoryFileSystem memory;
   memory.Put(kPath, old);
   // Killed later and later, until it was in the midst of overwriting.
   for (int call = 0; memory.Get(kPath) == old; ++call) {

@@ -1,7 +1,8 @@
-#include "platform/jet/TableDef.h"
+#include "platform/jet/rows/TableDef.h"
 
-#include "platform/jet/Error.h"
-#include "platform/jet/MemoryFileSystem.h"
+#include "platform/files/MemoryFileSystem.h"
+#include "platform/jet/pages/Files.h"
+#include "platform/jet/values/Error.h"
 #include "tests/platform/jet/SpotsImage.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
-#include "platform/jet/TableWriter.h"
+#include "platform/jet/table/TableWriter.h"
 
-#include "platform/jet/Codec.h"
+#include "platform/jet/values/Codec.h"
 #include "tests/platform/jet/support/SampleTable.h"
 
 #include <gtest/gtest.h>

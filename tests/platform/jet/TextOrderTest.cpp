@@ -1,7 +1,7 @@
-#include "platform/jet/TextOrder.h"
+#include "platform/jet/values/TextOrder.h"
 
-#include "platform/jet/Error.h"
-#include "platform/jet/Utf8.h"
+#include "platform/jet/values/Error.h"
+#include "platform/jet/values/Utf8.h"
 
 #include <gtest/gtest.h>
 

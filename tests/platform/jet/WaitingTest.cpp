@@ -1,7 +1,8 @@
 // How long statements wait for each other, and who may go first.
-#include "platform/jet/Error.h"
-#include "platform/jet/MemoryFileSystem.h"
-#include "platform/jet/Storage.h"
+#include "platform/files/MemoryFileSystem.h"
+#include "platform/jet/pages/Files.h"
+#include "platform/jet/storage/Storage.h"
+#include "platform/jet/values/Error.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
 
 #include <gtest/gtest.h>
@@ -25,7 +26,7 @@ class Waiting : public testing::Test {
     return Storage(kPath, options, files_);
   }
 
-  MemoryFileSystem files_;
+  files::MemoryFileSystem files_;
 };
 
 TEST_F(Waiting, ReadersGetInWhileAWriterWaitsForASlowOne) {

@@ -1,5 +1,5 @@
 // What this library writes, read by an outside reader.
-#include "platform/jet/Check.h"
+#include "platform/jet/check/Check.h"
 #include "tests/platform/jet/support/RandomRows.h"
 #include "tests/platform/jet/support/SampleTable.h"
 #include "tests/platform/jet/support/Witness.h"

@@ -1,5 +1,5 @@
 // Several programs that write to one file at the same time, one of them killed in the midst.
-#include "platform/jet/Error.h"
+#include "platform/jet/values/Error.h"
 #include "tests/platform/jet/support/Child.h"
 #include "tests/platform/jet/support/ProofFile.h"
 #include "tests/platform/jet/support/Rounds.h"

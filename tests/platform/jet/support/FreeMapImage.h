@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/jet/Codec.h"
+#include "platform/jet/values/Codec.h"
 
 #include <cstdint>
 #include <set>

@@ -75,7 +75,7 @@ class Disk {
     }
   }
 
-  void Cut(std::mt19937& random, MemoryFileSystem& disk) {
+  void Cut(std::mt19937& random, files::MemoryFileSystem& disk) {
     for (const NameChange& change : pendingNames_) {
       if (random() % 2 == 0) ApplyName(safe_, change);
     }
@@ -114,7 +114,7 @@ class Disk {
 }  // namespace
 
 void ReplayUntil(const std::vector<Change>& changes, std::size_t cut, const std::map<Path, Bytes>& before,
-                 std::mt19937& random, MemoryFileSystem& disk) {
+                 std::mt19937& random, files::MemoryFileSystem& disk) {
   Disk state(before);
   for (std::size_t i = 0; i < cut; ++i)
     state.Do(changes[i]);

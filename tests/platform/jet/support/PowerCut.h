@@ -1,6 +1,7 @@
 #pragma once
 
-#include "platform/jet/MemoryFileSystem.h"
+#include "platform/files/MemoryFileSystem.h"
+#include "platform/jet/pages/Files.h"
 #include "tests/platform/jet/support/FaultyFiles.h"
 
 #include <map>
@@ -13,6 +14,6 @@ namespace jet::test {
 /// of a file are safe after a sync of the file, names after a sync of the folder; before it, each 512-byte sector of
 /// each write and each change of a name is there or not, by chance.
 void ReplayUntil(const std::vector<FaultyFiles::Change>& changes, std::size_t cut,
-                 const std::map<FileSystem::Path, Bytes>& before, std::mt19937& random, MemoryFileSystem& disk);
+                 const std::map<FileSystem::Path, Bytes>& before, std::mt19937& random, files::MemoryFileSystem& disk);
 
 }  // namespace jet::test

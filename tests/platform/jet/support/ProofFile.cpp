@@ -1,6 +1,6 @@
 #include "tests/platform/jet/support/ProofFile.h"
 
-#include "platform/jet/Check.h"
+#include "platform/jet/check/Check.h"
 #include "tests/platform/jet/support/SampleTable.h"
 #include "tests/platform/jet/support/Witness.h"
 

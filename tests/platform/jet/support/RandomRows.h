@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/jet/Definition.h"
-#include "platform/jet/Value.h"
+#include "platform/jet/table/Definition.h"
+#include "platform/jet/values/Value.h"
 
 #include <random>
 #include <vector>

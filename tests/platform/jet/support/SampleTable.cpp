@@ -1,6 +1,6 @@
 #include "tests/platform/jet/support/SampleTable.h"
 
-#include "platform/jet/Check.h"
+#include "platform/jet/check/Check.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
 
 #include <string>

@@ -1,8 +1,9 @@
 #pragma once
 
-#include "platform/jet/Database.h"
-#include "platform/jet/Error.h"
-#include "platform/jet/MemoryFileSystem.h"
+#include "platform/files/MemoryFileSystem.h"
+#include "platform/jet/database/Database.h"
+#include "platform/jet/pages/Files.h"
+#include "platform/jet/values/Error.h"
 
 #include <memory>
 #include <string>
@@ -16,7 +17,7 @@ class FreshDatabase {
   FreshDatabase();
   Database& operator*() { return *database_; }
   Database* operator->() { return database_.get(); }
-  MemoryFileSystem& Files() { return files_; }
+  files::MemoryFileSystem& Files() { return files_; }
   /// All that CheckDatabase says, remarks too.
   std::string Findings();
   void Create(const TableDefinition& table);
@@ -27,7 +28,7 @@ class FreshDatabase {
   static constexpr const char* kPath = "/data/new.mdb";
 
  private:
-  MemoryFileSystem files_;
+  files::MemoryFileSystem files_;
   std::unique_ptr<Database> database_;
 };
 

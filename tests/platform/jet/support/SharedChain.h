@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/jet/Bytes.h"
+#include "platform/jet/values/Bytes.h"
 
 namespace jet::test {
 

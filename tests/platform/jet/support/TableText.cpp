@@ -1,6 +1,6 @@
 #include "tests/platform/jet/support/TableText.h"
 
-#include "platform/jet/Utf8.h"
+#include "platform/jet/values/Utf8.h"
 
 #include <algorithm>
 #include <array>

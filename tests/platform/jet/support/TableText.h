@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/jet/Database.h"
+#include "platform/jet/database/Database.h"
 
 #include <map>
 #include <string>

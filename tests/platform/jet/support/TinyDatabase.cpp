@@ -1,6 +1,6 @@
 #include "tests/platform/jet/support/TinyDatabase.h"
 
-#include "platform/jet/Codec.h"
+#include "platform/jet/values/Codec.h"
 
 #include <algorithm>
 #include <chrono>

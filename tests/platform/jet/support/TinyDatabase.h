@@ -1,7 +1,8 @@
 #pragma once
 
-#include "platform/jet/MemoryFileSystem.h"
-#include "platform/jet/Storage.h"
+#include "platform/files/MemoryFileSystem.h"
+#include "platform/jet/pages/Files.h"
+#include "platform/jet/storage/Storage.h"
 
 #include <cstdint>
 #include <vector>

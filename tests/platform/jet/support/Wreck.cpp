@@ -1,8 +1,9 @@
 #include "tests/platform/jet/support/Wreck.h"
 
-#include "platform/jet/Codec.h"
-#include "platform/jet/Error.h"
-#include "platform/jet/MemoryFileSystem.h"
+#include "platform/files/MemoryFileSystem.h"
+#include "platform/jet/pages/Files.h"
+#include "platform/jet/values/Codec.h"
+#include "platform/jet/values/Error.h"
 #include "tests/platform/jet/support/FaultyFiles.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
 
@@ -32,7 +33,7 @@ void ChangePages(Storage& storage) {
 
 Wreck DieMidway(const Bytes& before) {
   for (int call = 0;; ++call) {
-    MemoryFileSystem memory;
+    files::MemoryFileSystem memory;
     memory.Put(kPath, before);
     FaultyFiles files(memory);
     {

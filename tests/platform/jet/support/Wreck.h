@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/jet/Storage.h"
+#include "platform/jet/storage/Storage.h"
 
 #include <cstdint>
 #include <vector>

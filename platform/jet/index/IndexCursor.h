@@ -1,0 +1,51 @@
+#pragma once
+
+#include "platform/jet/index/IndexPage.h"
+#include "platform/jet/rows/TableDef.h"
+
+#include <optional>
+
+namespace jet {
+
+/// Walks the entries of one index, in the order of its keys, both ways. Begins nowhere: call a Seek first.
+///
+/// The tree must not change while a cursor stands in it. Damage throws an Error that names the page.
+class IndexCursor {
+ public:
+  /// `pages` must outlive the cursor. `table`: definition page of the table; `root`: of the tree.
+  IndexCursor(PageSource& pages, std::uint32_t table, std::uint32_t root);
+
+  void SeekFirst();
+  void SeekLast();
+  /// To the first entry that is not less than `key` (a key, its beginning, or a whole entry).
+  void Seek(ByteView key);
+
+  bool Valid() const { return leaf_.has_value(); }
+  void Next();
+  void Previous();
+
+  /// Key bytes, without the row pointer. Only while Valid().
+  ByteView Key() const { return ByteView(bytes_).first(bytes_.size() - 4); }
+  /// Key bytes and row pointer.
+  ByteView Entry() const { return bytes_; }
+  RowId Row() const { return leaf_->Row(entry_); }
+
+ private:
+  enum class End { First, Last };
+  IndexPage Load(std::uint32_t number);
+  template <typename Choose>
+  void Descend(Choose choose);
+  void MoveToLeaf(std::uint32_t number, End end);
+  void Settle(End whenEmpty);
+  void CountStep(std::uint32_t number);
+
+  PageSource& pages_;
+  std::uint32_t table_;
+  std::uint32_t root_;
+  std::optional<IndexPage> leaf_;
+  std::size_t entry_ = 0;
+  Bytes bytes_;
+  std::uint32_t steps_ = 0;  // pages visited since the last seek: more than the file has means a loop
+};
+
+}  // namespace jet

@@ -1,0 +1,73 @@
+#include "platform/jet/index/IndexEdit.h"
+
+#include "platform/jet/index/IndexPage.h"
+#include "platform/jet/values/Codec.h"
+
+#include <cstring>
+
+namespace jet {
+
+using namespace index_page;
+
+namespace {
+
+/// The ends of a page's entries as bits, in the form in which they lie in the page.
+void StoreEnds(PageBytes& page, const std::vector<std::uint16_t>& ends) {
+  std::memset(&page[kMaskAt], 0, kMaskBytes);
+  for (const std::uint16_t end : ends) {
+    const std::size_t bit = end - kEntriesAt;
+    page[kMaskAt + bit / 8] |= static_cast<std::uint8_t>(1U << (bit % 8));
+  }
+  const std::size_t used = ends.empty() ? 0 : ends.back() - kEntriesAt;
+  Store(&page[2], static_cast<std::uint16_t>(kEntryBytes - used));
+}
+
+/// The entry without what a page's entries share, when it shares it and there is room; else nothing.
+ByteView FittingPart(const PageBytes& page, ByteView entry, std::size_t room) {
+  const std::size_t shared = LoadU16(&page[kPrefixAt]);
+  if (entry.size() < shared + kPointerBytes || std::memcmp(&page[kEntriesAt], entry.data(), shared) != 0) return {};
+  const ByteView part = entry.subspan(shared);
+  return part.size() <= room ? part : ByteView();
+}
+
+}  // namespace
+
+bool AppendEntry(PageBytes& page, ByteView entry) {
+  const std::size_t room = LoadU16(&page[2]);
+  const ByteView part = FittingPart(page, entry, room);
+  if (part.empty()) return false;
+  const std::size_t used = kEntryBytes - room;
+  std::memcpy(&page[kEntriesAt + used], part.data(), part.size());
+  const std::size_t end = used + part.size();
+  page[kMaskAt + end / 8] |= static_cast<std::uint8_t>(1U << (end % 8));
+  Store(&page[2], static_cast<std::uint16_t>(kEntryBytes - end));
+  return true;
+}
+
+bool InsertEntry(PageBytes& page, std::vector<std::uint16_t> ends, std::size_t at, ByteView entry) {
+  const std::size_t end = ends.empty() ? kEntriesAt : ends.back();
+  const bool hasPrefix = LoadU16(&page[kPrefixAt]) > 0;
+  const ByteView part = FittingPart(page, entry, kPageSize - end);
+  if (part.empty() || (hasPrefix && at == 0)) return false;
+  const std::size_t start = at == 0 ? kEntriesAt : ends[at - 1];
+  std::memmove(&page[start + part.size()], &page[start], end - start);
+  std::memcpy(&page[start], part.data(), part.size());
+  ends.insert(ends.begin() + static_cast<std::ptrdiff_t>(at), static_cast<std::uint16_t>(start));
+  for (std::size_t i = at; i < ends.size(); ++i)
+    ends[i] = static_cast<std::uint16_t>(ends[i] + part.size());
+  StoreEnds(page, ends);
+  return true;
+}
+
+void RemoveEntry(PageBytes& page, std::vector<std::uint16_t> ends, std::size_t at) {
+  const std::size_t start = at == 0 ? kEntriesAt : ends[at - 1];
+  const std::size_t length = ends[at] - start;
+  std::memmove(&page[start], &page[start + length], ends.back() - start - length);
+  std::memset(&page[ends.back() - length], 0, length);
+  ends.erase(ends.begin() + static_cast<std::ptrdiff_t>(at));
+  for (std::size_t i = at; i < ends.size(); ++i)
+    ends[i] = static_cast<std::uint16_t>(ends[i] - length);
+  StoreEnds(page, ends);
+}
+
+}  // namespace jet

@@ -1,0 +1,135 @@
+// The part of IndexWriter that takes entries out.
+#include "platform/jet/index/IndexCursor.h"
+#include "platform/jet/index/IndexEdit.h"
+#include "platform/jet/index/IndexWriter.h"
+#include "platform/jet/values/Codec.h"
+#include "platform/jet/values/Damage.h"
+
+#include <algorithm>
+#include <optional>
+#include <vector>
+
+namespace jet {
+
+using namespace index_page;
+
+void IndexWriter::Remove(const EntryList& entries) {
+  Forget();
+  for (std::size_t done = 0; done < entries.Count();) {
+    const std::size_t removed = RemoveFromLeaf(entries, done);
+    if (removed == 0) RemoveByRow(entries.At(done));
+    done += std::max<std::size_t>(removed, 1);
+  }
+}
+
+/// A row that another program made may be there with a key that we would not make.
+void IndexWriter::RemoveByRow(ByteView entry) {
+  const RowId row = RowOf(entry);
+  EntryList found;
+  if (const auto key = KeyOfRow(row)) found.Add(Entry(*key, row));
+  if (found.Count() == 0 || RemoveFromLeaf(found, 0) == 0) throw Damage("de rij ontbreekt in de index");
+}
+
+std::optional<Bytes> IndexWriter::KeyOfRow(RowId row) {
+  IndexCursor cursor(pages_, table_, root_);
+  for (cursor.SeekFirst(); cursor.Valid(); cursor.Next()) {
+    if (cursor.Row() == row) return Bytes(cursor.Key().begin(), cursor.Key().end());
+  }
+  return std::nullopt;
+}
+
+/// The entries from `first` on that lie in one leaf, all at once; answers how many, 0 when `first` is not there.
+std::size_t IndexWriter::RemoveFromLeaf(const EntryList& entries, std::size_t first) {
+  const Path path = Find(entries.At(first)).path;
+  const std::uint32_t leaf = path.back().page;
+  std::size_t count = 0;
+  const std::vector<std::size_t> going = PlacesIn(leaf, entries, first, count);
+  if (going.empty()) return 0;
+  if (going.size() == count && path.size() > 1) {
+    RemovePage(path);
+    return going.size();
+  }
+  if (going.size() > 1 || !RemoveFromPage({leaf, going.front()})) RemoveFromNode(leaf, going);
+  if (going.back() + 1 == count && going.size() < count) TellParents(path, LastEntryBelow(leaf));
+  return going.size();
+}
+
+/// Where in the leaf the entries from `first` on are, up to the first that is not there; `count`: of the leaf's
+/// entries.
+std::vector<std::size_t> IndexWriter::PlacesIn(std::uint32_t leaf, const EntryList& entries, std::size_t first,
+                                               std::size_t& count) {
+  const IndexPage page(pages_.Read(leaf), leaf, table_);
+  count = page.Count();
+  std::vector<std::size_t> places;
+  Bytes there;
+  for (std::size_t i = first; i < entries.Count(); ++i) {
+    const std::size_t place = page.LowerBound(entries.At(i));
+    if (place == count || (!places.empty() && place == places.back())) break;
+    page.CopyEntry(place, there);
+    if (!std::ranges::equal(there, entries.At(i))) break;
+    places.push_back(place);
+  }
+  return places;
+}
+
+void IndexWriter::RemoveFromNode(std::uint32_t leaf, const std::vector<std::size_t>& going) {
+  IndexNode node = IndexNode::Load(pages_, leaf, table_);
+  std::vector<Bytes> staying;
+  auto next = going.begin();
+  for (std::size_t place = 0; place < node.entries.size(); ++place) {
+    if (next != going.end() && *next == place) {
+      ++next;
+    } else {
+      staying.push_back(std::move(node.entries[place]));
+    }
+  }
+  node.entries = std::move(staying);
+  node.Save(pages_, leaf);
+}
+
+/// The usual case of a single one, without taking the page apart.
+bool IndexWriter::RemoveFromPage(const Step& step) {
+  std::vector<std::uint16_t> ends;
+  {
+    const PageRef bytes = pages_.Read(step.page);
+    if (step.child == 0 && LoadU16(bytes->data() + kPrefixAt) > 0) return false;
+    ends = IndexPage(bytes, step.page, table_).Ends();
+  }
+  RemoveEntry(pages_.Change(step.page), std::move(ends), step.child);
+  return true;
+}
+
+void IndexWriter::Unlink(const IndexNode& node) {
+  if (node.previous != 0) Store(&pages_.Change(node.previous)[kNextAt], node.next);
+  if (node.next != 0) Store(&pages_.Change(node.next)[kPreviousAt], node.previous);
+}
+
+/// Takes an emptied page out of the tree, and with it every node that has no other child.
+void IndexWriter::RemovePage(Path path) {
+  const std::uint32_t number = path.back().page;
+  Unlink(IndexNode::Load(pages_, number, table_));
+  map_.Remove(number);
+  space_.Free(number);
+  path.pop_back();
+  const Step step = path.back();
+  IndexNode parent = IndexNode::Load(pages_, step.page, table_);
+  if (parent.entries.empty()) {
+    if (path.size() > 1) return RemovePage(path);
+    IndexNode empty;
+    empty.table = table_;
+    return empty.Save(pages_, root_);
+  }
+  if (step.child < parent.entries.size()) {
+    parent.entries.erase(parent.entries.begin() + static_cast<std::ptrdiff_t>(step.child));
+    parent.children.erase(parent.children.begin() + static_cast<std::ptrdiff_t>(step.child));
+    return SaveNode(parent, step.page);
+  }
+  const Bytes last = parent.entries.back();
+  parent.tail = parent.children.back();
+  parent.entries.pop_back();
+  parent.children.pop_back();
+  SaveNode(parent, step.page);
+  TellParents(path, last);
+}
+
+}  // namespace jet

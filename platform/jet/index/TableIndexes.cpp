@@ -1,0 +1,260 @@
+#include "platform/jet/index/TableIndexes.h"
+
+#include "platform/jet/index/IndexCursor.h"
+#include "platform/jet/index/IndexKey.h"
+#include "platform/jet/rows/RowBuilder.h"
+#include "platform/jet/rows/Rows.h"
+#include "platform/jet/values/Damage.h"
+#include "platform/jet/values/Utf8.h"
+
+#include <algorithm>
+#include <variant>
+
+namespace jet {
+
+namespace {
+
+constexpr std::size_t kUsualKeyBytes = 32;
+
+/// A number or text as an error shows it; nothing for the others.
+std::string Shown(const Value& value) {
+  if (const auto* number = std::get_if<std::int64_t>(&value)) return ' ' + std::to_string(*number);
+  if (const auto* text = std::get_if<std::u16string>(&value)) return " '" + ToUtf8(*text) + "'";
+  return {};
+}
+
+/// The names on one tree: the primary key's goes before others.
+struct TreeName {
+  std::string name;
+  bool primary = false;
+};
+
+TreeName NameOf(const TableDef& table, const RealIndexDef& index) {
+  TreeName tree;
+  for (const LogicalIndexDef& logical : table.logicalIndexes) {
+    if (&table.realIndexes[logical.realIndex] != &index) continue;
+    const bool primary = logical.role == LogicalIndexDef::Role::PrimaryKey;
+    tree.primary |= primary;
+    if (tree.name.empty() || primary) tree.name = ToUtf8(logical.name);
+  }
+  return tree;
+}
+
+}  // namespace
+
+void TableIndexes::RequireKnownOrders(const TableDef& table) {
+  for (const RealIndexDef& index : table.realIndexes) {
+    for (const RealIndexDef::Field& field : index.fields) {
+      const ColumnDef& column = *table.ColumnByNumber(field.column);
+      if (CanBuildKeys(column)) continue;
+      throw Error(ErrorCode::Unsupported,
+                  "index '" + NameOf(table, index).name + "' kan niet worden bijgehouden: " + FieldName(column) +
+                      (column.IsText() ? " heeft een sorteervolgorde die niet bekend is."
+                                       : " is van een soort die hier niet in een index kan staan.") +
+                      " Er wordt niet in de tabel geschreven.");
+    }
+  }
+}
+
+TableIndexes::TableIndexes(Transaction& pages, PageSpace& space, const TableDef& table, Counters& counters)
+    : pages_(pages), table_(table), counters_(counters) {
+  for (const RealIndexDef& index : table_.realIndexes)
+    trees_.push_back(MakeTree(space, index));
+}
+
+TableIndexes::Tree TableIndexes::MakeTree(PageSpace& space, const RealIndexDef& index) {
+  Tree tree;
+  tree.def = &index;
+  const TreeName named = NameOf(table_, index);
+  tree.name = named.name;
+  tree.unique = named.primary || (index.flags & RealIndexDef::kUnique) != 0;
+  tree.required = named.primary || (index.flags & RealIndexDef::kRequired) != 0;
+  for (const RealIndexDef::Field& field : index.fields) {
+    tree.columns.push_back(static_cast<std::size_t>(table_.ColumnByNumber(field.column) - table_.columns.data()));
+  }
+  tree.writer = std::make_unique<IndexWriter>(pages_, space, table_.page, index);
+  return tree;
+}
+
+bool TableIndexes::Uses(std::size_t column) const {
+  return std::any_of(trees_.begin(), trees_.end(), [&](const Tree& tree) {
+    return std::find(tree.columns.begin(), tree.columns.end(), column) != tree.columns.end();
+  });
+}
+
+/// False, and no key, for a row that the index leaves out.
+bool TableIndexes::MakeKey(const Tree& tree, const Values& values, Bytes& key) const {
+  const auto isNull = [&](std::size_t column) { return IsNull(values[column]); };
+  const bool ignoresNulls = (tree.def->flags & RealIndexDef::kIgnoreNulls) != 0;
+  if (ignoresNulls && std::all_of(tree.columns.begin(), tree.columns.end(), isNull)) return false;
+  key.clear();
+  key.reserve(kUsualKeyBytes);
+  for (std::size_t i = 0; i < tree.columns.size(); ++i) {
+    const std::size_t column = tree.columns[i];
+    AppendKeyField(table_.columns[column], values[column], tree.def->fields[i].ascending, key);
+  }
+  return true;
+}
+
+std::optional<Bytes> TableIndexes::KeyOf(const Tree& tree, const Values& values) const {
+  Bytes key;
+  return MakeKey(tree, values, key) ? std::optional(std::move(key)) : std::nullopt;
+}
+
+void TableIndexes::RequireValues(const Tree& tree, const Values& values) const {
+  if (!tree.required) return;
+  for (const std::size_t column : tree.columns) {
+    if (!IsNull(values[column])) continue;
+    throw Error(ErrorCode::Required,
+                FieldName(table_.columns[column]) + " moet een waarde hebben: het is een sleutel.");
+  }
+}
+
+/// Every entry must fit into a node of the tree, where the number of the child page follows it.
+void TableIndexes::RequireFits(const Tree& tree, ByteView key, const Values& values) const {
+  constexpr std::size_t kMostKeyBytes = index_page::kEntryBytes - index_page::kPointerBytes - index_page::kChildBytes;
+  if (key.size() <= kMostKeyBytes) return;
+  std::size_t longest = tree.columns.front();
+  std::size_t most = 0;
+  for (std::size_t i = 0; i < tree.columns.size(); ++i) {
+    Bytes part;
+    AppendKeyField(table_.columns[tree.columns[i]], values[tree.columns[i]], tree.def->fields[i].ascending, part);
+    if (part.size() <= most) continue;
+    most = part.size();
+    longest = tree.columns[i];
+  }
+  throw Error(ErrorCode::TooLong,
+              "de waarde van " + FieldName(table_.columns[longest]) + " is te lang voor index '" + tree.name + "'.");
+}
+
+void TableIndexes::CheckKey(Tree& tree, const std::optional<Bytes>& key, const Values& values) {
+  RequireValues(tree, values);
+  if (key) RequireFits(tree, *key, values);
+  const auto isNull = [&](std::size_t column) { return IsNull(values[column]); };
+  if (!tree.unique || !key || std::all_of(tree.columns.begin(), tree.columns.end(), isNull)) return;
+  if (tree.writer->Contains(*key)) RefuseDuplicate(tree, values[tree.columns.front()]);
+}
+
+void TableIndexes::RefuseDuplicate(const Tree& tree, const Value& first) const {
+  throw Error(ErrorCode::Duplicate, "de waarde" + Shown(first) + " van " +
+                                        FieldName(table_.columns[tree.columns.front()]) + " bestaat al (index '" +
+                                        tree.name + "').");
+}
+
+TableIndexes::Keys TableIndexes::KeysOf(const Values& values) {
+  Keys keys;
+  keys.reserve(trees_.size());
+  for (Tree& tree : trees_) {
+    keys.push_back(KeyOf(tree, values));
+    CheckKey(tree, keys.back(), values);
+  }
+  return keys;
+}
+
+void TableIndexes::Insert(const Keys& keys, RowId row) {
+  for (std::size_t i = 0; i < trees_.size(); ++i)
+    InsertInto(trees_[i], keys[i], row);
+}
+
+void TableIndexes::InsertInto(Tree& tree, const std::optional<Bytes>& key, RowId row) {
+  if (!key) return;
+  if (tree.unique || !tree.writer->Contains(*key)) counters_.CountNewKeys(*tree.def);
+  tree.writer->Insert(*key, row);
+}
+
+/// Texts that differ in case only have the same key, too.
+bool TableIndexes::IsSameKey(const Tree& tree, const Values& before, const Values& after) const {
+  const auto isSame = [&](std::size_t column) { return before[column] == after[column]; };
+  if (std::all_of(tree.columns.begin(), tree.columns.end(), isSame)) return true;
+  try {
+    return KeyOf(tree, before) == KeyOf(tree, after);
+  } catch (const Error& error) {
+    if (error.Code() != ErrorCode::UnknownCharacter) throw;
+    return false;
+  }
+}
+
+std::vector<TableIndexes::Rekeying> TableIndexes::RekeyingsOf(const Values& before, const Values& after) {
+  std::vector<Rekeying> rekeyings;
+  for (std::size_t i = 0; i < trees_.size(); ++i) {
+    if (IsSameKey(trees_[i], before, after)) continue;
+    rekeyings.push_back({i, KeyOf(trees_[i], after)});
+    CheckKey(trees_[i], rekeyings.back().key, after);
+  }
+  return rekeyings;
+}
+
+void TableIndexes::Rekey(const std::vector<Rekeying>& rekeyings, const Values& before, RowId row) {
+  for (const Rekeying& rekeying : rekeyings) {
+    Tree& tree = trees_[rekeying.index];
+    EntryList old;
+    NoteEntry(tree, before, row, old);
+    RemoveFrom(tree, old);
+    InsertInto(tree, rekeying.key, row);
+  }
+}
+
+void TableIndexes::NoteEntries(const Values& values, RowId row, Entries& entries) {
+  entries.resize(trees_.size());
+  for (std::size_t i = 0; i < trees_.size(); ++i)
+    NoteEntry(trees_[i], values, row, entries[i]);
+}
+
+void TableIndexes::NoteEntry(Tree& tree, const Values& values, RowId row, EntryList& entries) {
+  std::optional<Bytes> key;
+  try {
+    key = KeyOf(tree, values);
+    if (!key) return;
+  } catch (const Error& error) {
+    if (error.Code() != ErrorCode::UnknownCharacter) throw;
+    key = tree.writer->KeyOfRow(row);
+    if (!key) throw Damage("de rij ontbreekt in de index '" + tree.name + "'");
+  }
+  entries.Add(IndexWriter::Entry(*key, row));
+}
+
+void TableIndexes::Remove(Entries& entries) {
+  for (std::size_t i = 0; i < entries.size(); ++i)
+    RemoveFrom(trees_[i], entries[i]);
+}
+
+void TableIndexes::RemoveFrom(Tree& tree, EntryList& entries) {
+  entries.Sort();
+  InContext("index '" + tree.name + "': ", [&] { tree.writer->Remove(entries); });
+}
+
+void TableIndexes::Clear() {
+  for (Tree& tree : trees_)
+    tree.writer->Clear();
+}
+
+std::optional<std::int64_t> TableIndexes::LargestIfTaken(std::size_t column, std::int64_t number) {
+  for (Tree& tree : trees_) {
+    if (!tree.unique || tree.columns != std::vector<std::size_t>{column}) continue;
+    const bool ascending = tree.def->fields[0].ascending;
+    Bytes key;
+    AppendKeyField(table_.columns[column], number, ascending, key);
+    if (!tree.writer->Contains(key)) return std::nullopt;
+    IndexCursor cursor(pages_, table_.page, tree.def->root);
+    if (ascending) {
+      cursor.SeekLast();
+    } else {
+      cursor.SeekFirst();
+    }
+    if (!cursor.Valid()) throw Damage("index '" + tree.name + "' heeft geen einde");
+    const Value largest = ReadColumn(cursor.Row(), column);
+    if (const auto* found = std::get_if<std::int64_t>(&largest)) return *found;
+    throw Damage("index '" + tree.name + "' noemt een rij zonder nummer");
+  }
+  return std::nullopt;
+}
+
+Value TableIndexes::ReadColumn(RowId row, std::size_t column) {
+  const auto stored = FindRow(pages_, row, true, table_.page);
+  if (!stored) throw Damage("een index noemt een rij die er niet is");
+  Value value;
+  ReadField(pages_, RowView(stored->bytes, table_), table_.columns[column], value);
+  return value;
+}
+
+}  // namespace jet

@@ -1,0 +1,68 @@
+#include "platform/jet/pages/DataPage.h"
+
+#include "platform/jet/values/Codec.h"
+#include "platform/jet/values/Damage.h"
+
+#include <string>
+
+namespace jet {
+
+namespace {
+
+constexpr std::uint16_t kStartMask = 0x1FFF;
+constexpr std::uint16_t kKindMask = 0xC000;
+constexpr int kMostMoves = 8;
+
+}  // namespace
+
+DataPage::DataPage(PageRef page, std::uint32_t number) : page_(std::move(page)), number_(number) {
+  const PageBytes& bytes = *page_;
+  if (bytes[0] != static_cast<std::uint8_t>(PageType::Data) || bytes[1] != 1) {
+    throw DamageAt(number, "soort " + std::to_string(bytes[0]) + " in plaats van een gegevenspagina");
+  }
+  slotCount_ = LoadU16(bytes.data() + 12);
+  if (slotCount_ > kMostSlots) throw DamageAt(number, "te veel rijen voor een pagina");
+}
+
+std::uint32_t DataPage::Owner() const {
+  return LoadU32(page_->data() + 4);
+}
+
+unsigned DataPage::FreeBytes() const {
+  return LoadU16(page_->data() + 2);
+}
+
+Slot DataPage::At(unsigned slot) const {
+  if (slot >= slotCount_) throw DamageAt(number_, "rij " + std::to_string(slot) + " bestaat niet");
+  const std::uint8_t* entry = page_->data() + kDataPageHead + 2 * slot;
+  const std::uint16_t raw = LoadU16(entry);
+  const std::size_t start = raw & kStartMask;
+  const std::size_t end = slot == 0 ? kPageSize : LoadU16(entry - 2) & kStartMask;
+  if (start > end || end > kPageSize || start < kDataPageHead + 2 * slotCount_) {
+    throw DamageAt(number_, "rij " + std::to_string(slot) + " ligt buiten haar plaats");
+  }
+  return {static_cast<SlotKind>(raw & kKindMask), static_cast<std::uint16_t>(start),
+          static_cast<std::uint16_t>(end - start)};
+}
+
+void RequireOwner(const DataPage& page, std::uint32_t owner) {
+  if (page.Owner() == owner) return;
+  throw DamageAt(page.Number(),
+                 "hoort bij " + std::to_string(page.Owner()) + " in plaats van bij " + std::to_string(owner));
+}
+
+std::optional<StoredRow> FindRow(PageSource& pages, RowId row, bool firstPlace, std::optional<std::uint32_t> owner) {
+  for (int moves = 0; moves < kMostMoves; ++moves) {
+    const DataPage page(pages.Read(PageOf(row)), PageOf(row));
+    if (owner) RequireOwner(page, *owner);
+    if (SlotOf(row) >= page.SlotCount()) return std::nullopt;
+    const Slot slot = page.At(SlotOf(row));
+    if (slot.kind == SlotKind::Deleted) return std::nullopt;
+    if (slot.kind == SlotKind::Target && moves == 0 && firstPlace) return std::nullopt;
+    if (slot.kind != SlotKind::Pointer) return StoredRow{page.Content(), page.BytesOf(slot)};
+    row = U32(page.BytesOf(slot), 0);
+  }
+  throw DamageAt(PageOf(row), "een verplaatste rij verwijst in een kring");
+}
+
+}  // namespace jet

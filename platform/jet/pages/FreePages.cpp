@@ -1,0 +1,138 @@
+#include "platform/jet/pages/FreePages.h"
+
+#include "platform/jet/pages/RowPage.h"
+#include "platform/jet/values/Codec.h"
+#include "platform/jet/values/Damage.h"
+
+#include <algorithm>
+#include <optional>
+#include <string>
+
+namespace jet {
+
+namespace {
+
+constexpr std::uint32_t kFreePagesPage = PageOf(kFreePagesMap);
+constexpr std::uint32_t kMapPageOwner = 1;
+constexpr std::uint32_t kMostMissing = 64;  // pages past the end of the file that the map may call taken
+
+void RequireUsable(std::uint32_t next, std::uint32_t pageCount) {
+  if (next < kSystemPages)
+    throw DamageAt(kFreePagesPage, "de kaart van vrije pagina's noemt pagina " + std::to_string(next));
+  if (next <= pageCount + kMostMissing) return;
+  throw DamageAt(kFreePagesPage, "de kaart van vrije pagina's noemt als eerste pagina " + std::to_string(next) +
+                                     ", ver voorbij het einde van het bestand");
+}
+
+[[noreturn]] void ThrowNoneFree() {
+  throw DamageAt(kFreePagesPage, "de kaart van vrije pagina's kent geen vrije pagina");
+}
+
+void SetBit(std::uint8_t* bits, std::uint32_t number) {
+  bits[number / 8] |= static_cast<std::uint8_t>(1U << (number % 8));
+}
+
+}  // namespace
+
+void RequireUsable(const UsageMap& freePages, std::uint32_t pageCount) {
+  const std::vector<std::uint32_t> members = freePages.Members();
+  const std::vector<std::uint32_t>& pastEnd = freePages.PastEnd();
+  if (!members.empty() || !pastEnd.empty()) {
+    RequireUsable(members.empty() ? pastEnd.front() : members.front(), pageCount);
+  } else if (freePages.HasBitFor(pageCount)) {
+    ThrowNoneFree();
+  }
+}
+
+std::uint32_t FreePages::Next() {
+  auto page = map_.Lowest();
+  while (!page) {
+    if (map_.Layout().RunOf(pages_, pages_.PageCount())) ThrowNoneFree();
+    Reach(pages_.PageCount());
+    page = map_.Lowest();
+  }
+  RequireUsable(*page, pages_.PageCount());
+  return *page;
+}
+
+void FreePages::Add(std::uint32_t page) {
+  if (map_.AddCovered(page)) return;
+  Reach(page);
+  if (!map_.AddCovered(page)) throw DamageAt(kFreePagesPage, "de kaart van vrije pagina's reikt niet tot elke pagina");
+}
+
+/// Gives the map a bit for `page`. Every page of which it says something keeps what it said.
+void FreePages::Reach(std::uint32_t page) {
+  const MapLayout layout = map_.Layout();
+  if (!layout.IsInline()) return AddBitmapPage(page / MapLayout::kPagesPerBitmapPage, {});
+  const MapLayout::Run run = layout.RunAt(pages_, 0).value();
+  Window before = {run.first, {}};
+  {
+    const PageRef holder = pages_.Read(run.holder);
+    const auto start = holder->begin() + static_cast<std::ptrdiff_t>(run.start);
+    before.bits.assign(start, start + static_cast<std::ptrdiff_t>(run.bytes));
+  }
+  const std::uint32_t first = page < run.first ? 0 : run.first;
+  if (!Lengthen(before, first, std::max(run.End(), page + 1))) UseBitmapPages(before);
+}
+
+/// What an inline map said of a page; of one it had no bit for: it is free when it does not exist yet.
+bool FreePages::WasFree(const Window& before, std::uint32_t page) {
+  if (page < before.first || page - before.first >= 8 * before.bits.size()) return page >= pages_.PageCount();
+  const std::uint32_t bit = page - before.first;
+  return (before.bits[bit / 8] >> (bit % 8) & 1) != 0;
+}
+
+/// A bitmap of the pages from `first` to before `end` in the row, which becomes as long as the original engine makes
+/// it. False when the page has no room for it.
+bool FreePages::Lengthen(const Window& before, std::uint32_t first, std::uint32_t end) {
+  const std::size_t bytes = ((end - first + 7) / 8 + 3) / 4 * 4;
+  RowPage page(pages_, kFreePagesPage, kMapPageOwner);
+  if (page.RoomIn(SlotOf(kFreePagesMap)) < MapLayout::kInlineHead + bytes) return false;
+  Bytes row(MapLayout::kInlineHead + bytes);
+  Store(&row[1], first);
+  for (std::uint32_t bit = 0; bit < 8 * bytes; ++bit) {
+    if (WasFree(before, first + bit)) SetBit(&row[MapLayout::kInlineHead], bit);
+  }
+  page.Replace(SlotOf(kFreePagesMap), row, SlotKind::Row);
+  return true;
+}
+
+/// From a bitmap in the row to bitmap pages for all pages of the file.
+void FreePages::UseBitmapPages(const Window& before) {
+  Bytes row(MapLayout::kFreshBytes);
+  row[0] = MapLayout::kReference;
+  RowPage page(pages_, kFreePagesPage, kMapPageOwner);
+  if (page.RoomIn(SlotOf(kFreePagesMap)) < row.size()) {
+    throw DamageAt(kFreePagesPage, "de kaart van vrije pagina's heeft geen plaats meer");
+  }
+  page.Replace(SlotOf(kFreePagesMap), row, SlotKind::Row);
+  const std::size_t pagesEach = MapLayout::kPagesPerBitmapPage;
+  for (std::size_t entry = 0; entry * pagesEach < pages_.PageCount(); ++entry)
+    AddBitmapPage(entry, before);
+  // One that came before the bitmap page with its own bit.
+  const MapLayout layout = map_.Layout();
+  for (std::size_t entry = 0; entry < layout.RunCount(); ++entry) {
+    if (const auto run = layout.RunAt(pages_, entry)) map_.Remove(run->holder);
+  }
+}
+
+/// A bitmap page at the end of the file, which is itself in use.
+void FreePages::AddBitmapPage(std::size_t entry, const Window& before) {
+  const auto place = map_.Layout().PlaceOfEntry(entry);
+  if (!place) throw DamageAt(kFreePagesPage, "de kaart van vrije pagina's heeft geen plaats meer");
+  if (pages_.IsWronglyFree(pages_.PageCount()))
+    throw DamageAt(pages_.PageCount(), "bestaat nog niet, maar is al in gebruik");
+  const std::uint32_t number = pages_.Append();
+  PageBytes& page = pages_.Change(number);
+  page[0] = static_cast<std::uint8_t>(PageType::UsageBitmap);
+  page[1] = 1;
+  const auto first = static_cast<std::uint32_t>(entry) * MapLayout::kPagesPerBitmapPage;
+  for (std::uint32_t bit = 0; bit < MapLayout::kPagesPerBitmapPage; ++bit) {
+    if (WasFree(before, first + bit)) SetBit(&page[MapLayout::kBitmapPageHead], bit);
+  }
+  Store(pages_.Change(kFreePagesPage).data() + *place, number);
+  map_.Remove(number);
+}
+
+}  // namespace jet

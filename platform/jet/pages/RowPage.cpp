@@ -1,0 +1,99 @@
+#include "platform/jet/pages/RowPage.h"
+
+#include "platform/jet/values/Codec.h"
+#include "platform/jet/values/Damage.h"
+
+#include <cstring>
+
+namespace jet {
+
+RowPage::RowPage(Transaction& pages, std::uint32_t number, std::uint32_t owner) : pages_(pages), number_(number) {
+  const DataPage page = View();
+  RequireOwner(page, owner);
+  std::size_t lowest = kPageSize;
+  for (unsigned slot = 0; slot < page.SlotCount(); ++slot)
+    lowest = page.At(slot).start;
+  if (page.FreeBytes() != lowest - kDataPageHead - 2 * page.SlotCount()) {
+    throw DamageAt(number, "de vrije ruimte klopt niet");
+  }
+}
+
+void RowPage::Format(PageBytes& page, std::uint32_t owner) {
+  page[0] = static_cast<std::uint8_t>(PageType::Data);
+  page[1] = 1;
+  Store(page.data() + 2, static_cast<std::uint16_t>(kPageSize - kDataPageHead));
+  Store(page.data() + 4, owner);
+}
+
+std::size_t RowPage::FreeBytes() const {
+  return View().FreeBytes();
+}
+
+std::size_t RowPage::RoomForNew(const PageBytes& page) {
+  const std::size_t free = LoadU16(page.data() + 2);
+  return LoadU16(page.data() + 12) >= kMostSlots || free < 2 ? 0 : free - 2;
+}
+
+std::size_t RowPage::RoomIn(unsigned slot) const {
+  const DataPage page = View();
+  return page.FreeBytes() + page.At(slot).length;
+}
+
+bool RowPage::IsEmpty() const {
+  const DataPage page = View();
+  for (unsigned slot = 0; slot < page.SlotCount(); ++slot) {
+    if (page.At(slot).kind != SlotKind::Deleted) return false;
+  }
+  return true;
+}
+
+unsigned RowPage::Add(PageBytes& page, ByteView row, SlotKind kind) {
+  const std::size_t free = LoadU16(page.data() + 2);
+  const std::size_t slots = LoadU16(page.data() + 12);
+  const std::size_t start = kDataPageHead + 2 * slots + free - row.size();
+  std::memcpy(page.data() + start, row.data(), row.size());
+  Store(page.data() + kDataPageHead + 2 * slots, static_cast<std::uint16_t>(start | static_cast<std::uint16_t>(kind)));
+  Store(page.data() + 2, static_cast<std::uint16_t>(free - row.size() - 2));
+  Store(page.data() + 12, static_cast<std::uint16_t>(slots + 1));
+  return static_cast<unsigned>(slots);
+}
+
+void RowPage::Replace(unsigned slot, ByteView row, SlotKind kind) {
+  Rebuild([&](unsigned at, SlotKind& itsKind, ByteView& bytes) {
+    if (at != slot) return;
+    itsKind = kind;
+    bytes = row;
+  });
+}
+
+void RowPage::Delete(std::span<const RowId> rows) {
+  auto next = rows.begin();
+  Rebuild([&](unsigned at, SlotKind& kind, ByteView& bytes) {
+    if (next == rows.end() || SlotOf(*next) != at) return;
+    ++next;
+    kind = SlotKind::Deleted;
+    bytes = {};
+  });
+  if (next != rows.end()) throw DamageAt(number_, "een rij die weg moet, is er niet");
+}
+
+/// Puts the page together anew; `change` is asked about each slot.
+template <typename Change>
+void RowPage::Rebuild(Change change) {
+  const PageRef oldBytes = pages_.Read(number_);
+  const DataPage old(oldBytes, number_);
+  PageBytes& page = pages_.Change(number_);
+  std::size_t end = kPageSize;
+  for (unsigned i = 0; i < old.SlotCount(); ++i) {
+    const Slot at = old.At(i);
+    SlotKind kind = at.kind;
+    ByteView bytes = old.BytesOf(at);
+    change(i, kind, bytes);
+    end -= bytes.size();
+    if (!bytes.empty()) std::memcpy(page.data() + end, bytes.data(), bytes.size());
+    Store(page.data() + kDataPageHead + 2 * i, static_cast<std::uint16_t>(end | static_cast<std::uint16_t>(kind)));
+  }
+  Store(page.data() + 2, static_cast<std::uint16_t>(end - kDataPageHead - 2 * old.SlotCount()));
+}
+
+}  // namespace jet

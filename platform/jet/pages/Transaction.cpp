@@ -1,0 +1,46 @@
+#include "platform/jet/pages/Transaction.h"
+
+#include "platform/jet/values/Error.h"
+
+namespace jet {
+
+PageRef Transaction::Read(std::uint32_t number) {
+  const auto changed = changes_.find(number);
+  return changed != changes_.end() ? PageRef(changed->second) : base_.Read(number);
+}
+
+PageBytes& Transaction::Change(std::uint32_t number) {
+  std::shared_ptr<PageBytes>& page = changes_[number];
+  if (page == nullptr) {
+    page = std::make_shared<PageBytes>(*base_.Read(number));
+  } else if (page.use_count() > 1) {
+    page = std::make_shared<PageBytes>(*page);
+  }
+  return *page;
+}
+
+std::uint32_t Transaction::Append() {
+  if (pageCount_ >= kMostPages)
+    throw Error(ErrorCode::DiskFull, "Het databasebestand mag niet groter worden dan 2 GB.");
+  changes_[pageCount_] = std::make_shared<PageBytes>(PageBytes{});
+  return pageCount_++;
+}
+
+const DoubtfulFreePages& Transaction::Doubtful() {
+  if (!wronglyFree_) wronglyFree_ = base_.PageCount() == 0 ? DoubtfulFreePages() : FindDoubtfulFreePages(base_);
+  return *wronglyFree_;
+}
+
+bool Transaction::IsWronglyFree(std::uint32_t number) {
+  return Doubtful().inUse.contains(number);
+}
+
+std::vector<RowId> Transaction::IndexMapsThatKept(std::uint32_t number) {
+  std::vector<RowId> maps;
+  const auto [first, last] = Doubtful().stillInIndexMap.equal_range(number);
+  for (auto entry = first; entry != last; ++entry)
+    maps.push_back(entry->second);
+  return maps;
+}
+
+}  // namespace jet

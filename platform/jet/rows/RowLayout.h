@@ -1,0 +1,11 @@
+#pragma once
+
+#include "platform/jet/rows/TableDef.h"
+
+namespace jet {
+
+/// Whether the two tables have the same columns, and their rows the same bytes for the same values: a row of the one
+/// can be a row of the other as it is. Never with memo or OLE columns, whose values lie elsewhere.
+bool HaveSameRows(const TableDef& left, const TableDef& right);
+
+}  // namespace jet

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/jet/pages/DataPage.h"
+#include "platform/jet/rows/TableDef.h"
+
+#include <optional>
+#include <vector>
+
+namespace jet {
+
+/// Walks the rows of a table in the order of their first places. Moved rows come once, where they were first put.
+///
+/// Damage throws, naming the page; the call after that goes on behind the damaged place.
+class RowScan {
+ public:
+  /// `pages` and `table` must outlive the scan.
+  RowScan(PageSource& pages, const TableDef& table);
+
+  /// Goes to the next row; false behind the last.
+  bool Next();
+  RowId Id() const { return MakeRowId(page_->Number(), slot_ - 1); }
+  /// The row's bytes; alive until the next call of Next.
+  ByteView Row() const { return row_; }
+
+ private:
+  bool NextPage();
+
+  PageSource& pages_;
+  std::uint32_t owner_;
+  std::vector<std::uint32_t> owned_;
+  std::size_t nextOwned_ = 0;
+  std::optional<DataPage> page_;
+  unsigned slot_ = 0;  // the next one to look at
+  PageRef movedTo_;
+  ByteView row_;
+};
+
+}  // namespace jet

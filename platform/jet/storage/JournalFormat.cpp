@@ -1,0 +1,67 @@
+#include "platform/jet/storage/JournalFormat.h"
+
+#include "platform/jet/values/Codec.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace jet::journal {
+namespace {
+
+/// Every step can be undone, so that no single changed word goes unseen.
+std::uint64_t Sum(std::uint64_t sum, std::uint64_t word) {
+  constexpr std::uint64_t kFactor = 0xFF51AFD7ED558CCD;  // odd
+  sum = (sum ^ word) * kFactor;
+  return sum ^ sum >> 29;
+}
+
+void StoreSums(const PageBytes& page, std::uint8_t* at) {
+  for (const std::uint64_t sum : SectorSums(page)) {
+    Store(at, sum);
+    at += sizeof sum;
+  }
+}
+
+}  // namespace
+
+std::uint64_t Checksum(ByteView bytes, std::uint64_t sum) {
+  for (std::size_t at = 0; at + 8 <= bytes.size(); at += 8)
+    sum = Sum(sum, Load<std::uint64_t>(&bytes[at]));
+  return sum;
+}
+
+// Side by side: none of them has to wait for another's multiplication.
+std::array<std::uint64_t, kSectors> SectorSums(ByteView page) {
+  std::array<std::uint64_t, kSectors> sums;
+  sums.fill(kFirstSum);
+  for (std::size_t at = 0; at < kSector; at += 8) {
+    for (std::size_t sector = 0; sector < kSectors; ++sector)
+      sums[sector] = Sum(sums[sector], Load<std::uint64_t>(&page[sector * kSector + at]));
+  }
+  return sums;
+}
+
+Bytes Build(std::span<const PageChange> changes, std::uint64_t oldLength, std::uint64_t newLength) {
+  const auto isNew = [](const PageChange& change) { return change.before == nullptr; };
+  const auto count = static_cast<std::uint32_t>(changes.size() - std::ranges::count_if(changes, isNew));
+  Bytes journal;
+  journal.reserve(kJournalHeadBytes + count * kRecordBytes);
+  journal.resize(kJournalHeadBytes);
+  for (const PageChange& change : changes) {
+    if (isNew(change)) continue;
+    const std::size_t start = journal.size();
+    journal.resize(start + kRecordBytes);
+    Store(&journal[start], change.number);
+    StoreSums(*change.before, &journal[start + kBeforeSumsAt]);
+    StoreSums(*change.after, &journal[start + kAfterSumsAt]);
+    std::memcpy(&journal[start + kImageAt], change.before->data(), kPageSize);
+  }
+  std::memcpy(journal.data(), kMagic, kCountAt);
+  Store(&journal[kCountAt], count);
+  Store(&journal[kOldLengthAt], oldLength);
+  Store(&journal[kNewLengthAt], newLength);
+  Store(&journal[kChecksumAt], Checksum(journal));
+  return journal;
+}
+
+}  // namespace jet::journal

@@ -1,0 +1,130 @@
+#include "platform/jet/storage/Lock.h"
+
+#include "platform/jet/storage/LockFile.h"
+#include "platform/jet/values/Error.h"
+
+#include <algorithm>
+#include <thread>
+
+namespace jet {
+namespace {
+
+using std::chrono::milliseconds;
+
+constexpr std::uint64_t kBase = 0x80000000;
+constexpr ByteRange kPending = {kBase, 1};
+constexpr ByteRange kReserved = {kBase + 1, 1};
+constexpr ByteRange kReaders = {kBase + 2, 1};
+constexpr std::uint64_t kWriters = kBase + 0x2000;
+constexpr std::uint64_t kQueue = kBase + 0x10000;
+constexpr std::uint64_t kQueueEnd = kQueue + 0x10000000;
+constexpr milliseconds kKeepOut{500};     // most readers end within it
+constexpr milliseconds kLetIn{50};        // some pauses of those who wait
+constexpr milliseconds kLongestPause{5};  // a lock is free for others at once, and asking for it costs next to nothing
+
+}  // namespace
+
+WaitRule WaitRule::Real() {
+  return {milliseconds{5000}, [](milliseconds pause) { std::this_thread::sleep_for(pause); }};
+}
+
+bool WaitFor(const WaitRule& rule, milliseconds& waited, const std::function<bool()>& attempt) {
+  using std::chrono::steady_clock;
+  milliseconds pause{1};
+  auto begun = steady_clock::now();
+  while (!attempt()) {
+    if (waited >= rule.limit) return false;
+    rule.sleep(pause);
+    // On a busy machine a pause takes longer than was asked for, and an attempt may take time too.
+    const auto now = steady_clock::now();
+    waited += std::max(pause, std::chrono::duration_cast<milliseconds>(now - begun));
+    begun = now;
+    pause = std::min(2 * pause, kLongestPause);
+  }
+  return true;
+}
+
+bool Lock::TryShare() {
+  if (!file_.TryLock(kPending, LockKind::Shared)) return false;
+  const bool shared = file_.TryLock(kReaders, LockKind::Shared);
+  file_.Unlock(kPending);
+  return shared;
+}
+
+bool Lock::TryReserve() {
+  return file_.TryLock(kReserved, LockKind::Exclusive);
+}
+
+bool Lock::TryReserveInTurn() {
+  const std::uint64_t end = place_.value_or(kQueueEnd);
+  const bool isNext = end == kQueue || !file_.IsLockedByOther({kQueue, end - kQueue}, LockKind::Exclusive);
+  if (isNext && TryReserve()) {
+    LeaveQueue();
+    return true;
+  }
+  if (!place_) JoinQueue();
+  return false;
+}
+
+// Behind the last one. Who dies while waiting leaves no gap that matters: only those before count.
+void Lock::JoinQueue() {
+  std::uint64_t place = kQueue;
+  for (std::uint64_t taken = 0;
+       place < kQueueEnd && file_.IsLockedByOther({place, kQueueEnd - place}, LockKind::Exclusive, &taken);)
+    place = std::max(place, taken) + 1;
+  while (place < kQueueEnd && !file_.TryLock({place, 1}, LockKind::Exclusive))
+    ++place;
+  if (place < kQueueEnd) place_ = place;
+}
+
+void Lock::LeaveQueue() noexcept {
+  if (!place_) return;
+  try {
+    file_.Unlock({*place_, 1});
+    place_.reset();
+  } catch (const Error&) {
+    // Tried again when this one leaves the next time; the lock ends with the handle.
+  }
+}
+
+bool Lock::TryExclude() {
+  return file_.TryLock(kPending, LockKind::Exclusive) && file_.TryLock(kReaders, LockKind::Exclusive);
+}
+
+bool Lock::TryExcludeByTurns(milliseconds waited) {
+  if (!turnEnds_ || waited >= *turnEnds_) {
+    keepsOut_ = !turnEnds_ || !keepsOut_;
+    turnEnds_ = waited + (keepsOut_ ? kKeepOut : kLetIn);
+  }
+  if (keepsOut_) return TryExclude();
+  file_.Unlock(kPending);
+  return false;
+}
+
+void Lock::EndExclude() {
+  turnEnds_.reset();
+  file_.TryLock(kReaders, LockKind::Shared);
+  file_.Unlock(kPending);
+}
+
+void Lock::EndReserve() {
+  file_.Unlock(kReserved);
+}
+void Lock::EndShare() {
+  file_.Unlock(kReaders);
+}
+
+void Lock::MarkWriter(unsigned number) {
+  file_.TryLock({kWriters + number, 1}, LockKind::Exclusive);
+}
+void Lock::UnmarkWriter(unsigned number) {
+  file_.Unlock({kWriters + number, 1});
+}
+
+std::optional<unsigned> Lock::Writer() {
+  std::uint64_t where = 0;
+  if (!file_.IsLockedByOther({kWriters + 1, LockFile::kMostUsers}, LockKind::Exclusive, &where)) return std::nullopt;
+  return static_cast<unsigned>(where - kWriters);
+}
+
+}  // namespace jet

@@ -1,0 +1,24 @@
+#include "platform/jet/storage/OverlaidPages.h"
+
+namespace jet {
+namespace {
+
+constexpr std::size_t kMostKept = 2048;
+
+}  // namespace
+
+std::uint32_t OverlaidPages::PageCount() {
+  return static_cast<std::uint32_t>(images_->Length() / kPageSize);
+}
+
+PageRef OverlaidPages::Read(std::uint32_t number) {
+  if (const auto found = kept_.find(number); found != kept_.end()) return found->second;
+  const auto image = images_->Read(number);
+  if (image == nullptr) return pages_.Read(number);
+  // The journal keeps pages as they stand in the file, encoded ones too; a reader wants them as Pages gives them.
+  pages_.ApplyEncoding(number, *image);
+  if (kept_.size() >= kMostKept) kept_.clear();
+  return kept_[number] = image;
+}
+
+}  // namespace jet

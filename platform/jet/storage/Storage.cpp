@@ -1,0 +1,196 @@
+#include "platform/jet/storage/Storage.h"
+
+#include "platform/jet/storage/OverlaidPages.h"
+#include "platform/jet/storage/StorageRegistry.h"
+#include "platform/jet/values/Error.h"
+
+#include <exception>
+#include <functional>
+#include <string>
+
+namespace jet {
+
+std::shared_ptr<Storage> Storage::Open(const std::filesystem::path& path, const StorageOptions& options,
+                                       FileSystem& files) {
+  static StorageRegistry registry;
+  const auto identity = files.Identity(path);
+  const auto make = [&] { return std::make_shared<Storage>(path, options, files); };
+  if (!identity) return make();  // says what is wrong
+  return registry.Find(files, *identity, options.readOnly, make);
+}
+
+Storage::Storage(const std::filesystem::path& path, const StorageOptions& options, FileSystem& files)
+    : files_(files), given_(path), name_(path.string()), options_(options), source_(*this) {
+  OpenFile();
+  // A crashed statement may have left the header half written: look at it only under the lock.
+  const ReadGuard reading(*this);
+}
+
+Storage::~Storage() = default;
+
+PageSource& Storage::Present() {
+  if (transaction_ != nullptr) return *transaction_;
+  if (overlay_ != nullptr) return *overlay_;
+  return *pages_;
+}
+
+// Nothing of what was open is given up before the file could be opened.
+void Storage::OpenFile() {
+  std::filesystem::path path = given_;
+  if (files_.Exists(given_)) path = files_.RealPath(given_);
+  if (path == std::filesystem::absolute(given_).lexically_normal()) path = given_;  // as the caller knows it
+  bool readOnly = options_.readOnly;
+  if (!readOnly) LockFile::CheckName(path);
+  std::unique_ptr<File> file;
+  try {
+    file = files_.Open(path, readOnly ? OpenMode::Read : OpenMode::Write);
+  } catch (const Error& error) {
+    if (readOnly || error.Code() != ErrorCode::AccessDenied) throw;
+    file = files_.Open(path, OpenMode::Read);
+    readOnly = true;
+  }
+  const files::FileStatus status = file->Status();
+  overlay_.reset();
+  pages_.reset();
+  lockFile_.reset();
+  lock_.reset();
+  reserved_ = false;  // that was the other file
+  path_ = std::move(path);
+  readOnly_ = readOnly;
+  status_ = status;
+  file_ = std::move(file);
+  journal_ = std::make_unique<Journal>(files_, path_);
+  lock_ = std::make_unique<Lock>(*file_);
+  if (!readOnly_) lockFile_ = std::make_unique<LockFile>(files_, path_, *file_);
+}
+
+/// Whether the path leads to another file than the one that is open.
+bool Storage::IsReplaced() {
+  const auto named = files_.Identity(path_);
+  if (named && *named != status_.identity) return true;
+  if (given_ == path_) return false;
+  const auto linked = files_.Identity(given_);
+  return linked && (!named || *linked != status_.identity);
+}
+
+void Storage::BeginRead() {
+  if (readers_ == 0) {
+    if (!changes_) waited_ = {};
+    if (!Wait([this] { return TryBeginRead(); })) ThrowInUse();
+  }
+  ++readers_;
+}
+
+bool Storage::Wait(const std::function<bool()>& attempt) {
+  return WaitFor(options_.wait, waited_, attempt);
+}
+
+bool Storage::WaitForReaders() {
+  return Wait([this] { return lock_->TryExcludeByTurns(waited_); });
+}
+
+bool Storage::TryBeginRead() {
+  if (!lock_->TryShare()) return false;
+  try {
+    if (IsReplaced()) {
+      OpenFile();
+      return false;
+    }
+    if (!journal_->Exists()) {
+      overlay_.reset();
+    } else if (!RecoverOrOverlay()) {
+      OpenFile();
+      return false;
+    }
+    RefreshIfChanged();
+  } catch (const Error&) {
+    lock_->EndShare();
+    throw;
+  }
+  return true;
+}
+
+void Storage::EndRead() noexcept {
+  if (--readers_ > 0) return;
+  try {
+    lock_->EndShare();
+  } catch (const Error&) {
+    // The lock ends with the handle.
+  }
+}
+
+/// False when the file was replaced meanwhile, and the journal is that of the new one.
+bool Storage::RecoverOrOverlay() {
+  if (!readOnly_) {
+    try {
+      return RecoverExclusively();
+    } catch (const Error& error) {
+      if (error.Code() != ErrorCode::AccessDenied) throw;
+    }
+  }
+  mayHaveChanged_ = true;
+  RefreshIfChanged();
+  try {
+    auto images = journal_->ReadImages(*file_);
+    overlay_ = images == nullptr ? nullptr : std::make_unique<OverlaidPages>(*pages_, std::move(images));
+  } catch (const Error& error) {
+    if (error.Code() == ErrorCode::ForeignWrite && IsReplaced()) return false;
+    throw;
+  }
+  return true;
+}
+
+// Gives up the shared lock for the while: others who found the same journal must not wait for each other.
+bool Storage::RecoverExclusively() {
+  lock_->EndShare();
+  const bool excluded = (reserved_ || Wait([this] { return lock_->TryReserve(); })) && WaitForReaders();
+  std::exception_ptr failure;
+  bool replaced = false;
+  if (excluded) {
+    try {
+      // While nothing was locked, the file and its journal may have become those of another writer.
+      replaced = IsReplaced() || journal_->Recover(*file_) == Journal::Recovery::Replaced;
+    } catch (const Error&) {
+      failure = std::current_exception();
+    }
+    mayHaveChanged_ = true;
+  }
+  lock_->EndExclude();
+  if (!reserved_) lock_->EndReserve();
+  if (!excluded) ThrowInUse();
+  if (failure) std::rethrow_exception(failure);
+  return !replaced;
+}
+
+// An unchanged file costs one look at its status and one at page 0. Another program may write without changing page 0,
+// and copy a file over this one in place: then the time tells.
+void Storage::RefreshIfChanged() {
+  const files::FileStatus status = file_->Status();
+  PageBytes header{};
+  file_->ReadAt(0, header);
+  const bool same = !mayHaveChanged_ && pages_ != nullptr && status.size == status_.size &&
+                    status.modifiedNs == status_.modifiedNs && header == lastHeader_;
+  status_ = status;
+  if (same) return;
+  if (pages_ == nullptr) {
+    pages_ = std::make_unique<Pages>(*file_, options_.cachedPages);
+  } else {
+    pages_->Refresh();
+  }
+  wronglyFree_.reset();
+  lastHeader_ = header;
+  mayHaveChanged_ = false;
+}
+
+void Storage::ThrowInUse() {
+  std::string by = "een ander programma";
+  const auto writer = lock_->Writer();
+  if (writer && lockFile_ != nullptr) {
+    const std::string user = Described(lockFile_->UserAt(*writer));
+    if (!user.empty()) by = user;
+  }
+  throw Error(ErrorCode::Locked,
+              "Het bestand '" + name_ + "' is in gebruik door " + by + ". Probeer het straks opnieuw.");
+}
+
+}  // namespace jet

@@ -1,0 +1,197 @@
+// The writing side of Storage.
+#include "platform/jet/storage/OverlaidPages.h"
+#include "platform/jet/storage/Storage.h"
+#include "platform/jet/values/Codec.h"
+#include "platform/jet/values/Error.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <list>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace jet {
+namespace {
+
+constexpr std::uint16_t kFirstCommitCount = 0x0100;  // a word below is said to mean a crash
+
+}  // namespace
+
+/// The turn on the file that is open, which need not be the one that is there by then.
+void Storage::Reserve() {
+  // Who already reads cannot wait: the writer may be waiting for this very reader.
+  const bool reserved = readers_ > 0 ? lock_->TryReserve() : Wait([this] { return lock_->TryReserveInTurn(); });
+  if (!reserved) ThrowInUse();
+  reserved_ = true;
+  if (lockFile_ != nullptr && lockFile_->Number() != 0) lock_->MarkWriter(lockFile_->Number());
+}
+
+/// The turn on the file that is there, and its pages as they are now.
+void Storage::ReserveFile() {
+  for (;;) {
+    Reserve();
+    BeginRead();
+    if (reserved_) return;
+    EndRead();
+  }
+}
+
+void Storage::RequireWritable() {
+  if (overlay_ != nullptr) throw Error(ErrorCode::AccessDenied, "De map van '" + name_ + "' is alleen-lezen.");
+  if (status_.size % kPageSize != 0) throw Error(ErrorCode::Damaged, "Het bestand '" + name_ + "' is afgekapt.");
+  if (status_.links == 0) throw SystemError("schrijven", name_, ENOENT);
+  // Beside the other name nobody would see the journal and the lock file.
+  if (status_.links > 1) {
+    throw Error(ErrorCode::Unsupported,
+                "Het bestand '" + name_ + "' heeft " + std::to_string(status_.links) +
+                    " namen (harde koppelingen). Er wordt niet in geschreven zolang het er meer dan een heeft.");
+  }
+}
+
+void Storage::CheckForeignUsers() {
+  if (lockFile_ == nullptr) return;
+  std::optional<unsigned> foreign;
+  std::optional<Error> unusable;
+  // Another of our programs may be just between making the file and giving it its rights, or between taking its number
+  // and marking it.
+  WaitRule shortly = options_.wait;
+  shortly.limit = std::min(shortly.limit, waited_ + std::chrono::milliseconds(100));
+  const auto attempt = [&] {
+    unusable.reset();
+    try {
+      lockFile_->Require();
+      foreign = lockFile_->ForeignUser();
+    } catch (const Error& error) {
+      unusable = error;
+    }
+    return !unusable && !foreign;
+  };
+  if (WaitFor(shortly, waited_, attempt)) return;
+  if (unusable) throw *unusable;
+  const std::string user = Described(lockFile_->UserAt(*foreign));
+  throw Error(ErrorCode::Locked, "Het bestand '" + name_ + "' is geopend met een ander databaseprogramma" +
+                                     (user.empty() ? "" : " (" + user + ")") +
+                                     ". Zolang dat zo is, wordt er niet in geschreven.");
+}
+
+void Storage::BeginWrite() {
+  if (IsWriting()) throw Error(ErrorCode::Misuse, "Er loopt al een wijziging van het bestand '" + name_ + "'.");
+  if (readOnly_) throw Error(ErrorCode::AccessDenied, "Het bestand '" + name_ + "' is alleen-lezen.");
+  waited_ = {};
+  changes_ = true;
+  bool reading = false;
+  try {
+    // The file may have been put in place of the one that is open: look before the lock is taken on the wrong one.
+    if (readers_ == 0) const ReadGuard look(*this);
+    ReserveFile();
+    reading = true;
+    if (readOnly_) throw Error(ErrorCode::AccessDenied, "Het bestand '" + name_ + "' is alleen-lezen.");
+    CheckForeignUsers();
+    RequireWritable();
+    transaction_ = std::make_unique<Transaction>(*pages_, &wronglyFree_);
+  } catch (const Error&) {
+    if (reading) EndRead();
+    EndWrite();
+    throw;
+  }
+}
+
+void Storage::Commit() {
+  if (transaction_->IsEmpty()) return Rollback();
+  auto outcome = Journal::Outcome::Durable;
+  try {
+    MarkCommit();
+    if (!WaitForReaders()) ThrowInUse();
+    RequireUnchanged();
+    outcome = WriteChanges();
+  } catch (const Error&) {
+    mayHaveChanged_ = true;
+    Rollback();
+    throw;
+  }
+  Rollback();
+  if (outcome == Journal::Outcome::Durable) return;
+  throw Error(
+      ErrorCode::NotYetDurable,
+      "De wijziging in het bestand '" + name_ +
+          "' is gedaan, maar het is niet zeker dat ze een stroomstoring overleeft: de map kon niet veilig worden "
+          "weggeschreven. Voer haar niet nog eens uit; kijk na een stroomstoring of ze er nog is.");
+}
+
+// Programs that know nothing of our locks may put another file in place at any time, or copy one over this one.
+void Storage::RequireUnchanged() {
+  const auto named = files_.Status(path_);
+  PageBytes header{};
+  file_->ReadAt(0, header);
+  if (named && named->identity == status_.identity && named->size == status_.size && header == lastHeader_) return;
+  throw Error(ErrorCode::ForeignWrite, "Het bestand '" + name_ +
+                                           "' is tijdens een wijziging door een ander programma vervangen. De "
+                                           "wijziging is niet gedaan; voer haar opnieuw uit.");
+}
+
+void Storage::Rollback() noexcept {
+  transaction_.reset();
+  try {
+    lock_->EndExclude();
+  } catch (const Error&) {
+    // The locks end with the handle.
+  }
+  EndRead();
+  EndWrite();
+}
+
+void Storage::EndWrite() noexcept {
+  changes_ = false;
+  lock_->LeaveQueue();
+  if (!reserved_) return;
+  reserved_ = false;
+  try {
+    if (lockFile_ != nullptr && lockFile_->Number() != 0) lock_->UnmarkWriter(lockFile_->Number());
+    lock_->EndReserve();
+  } catch (const Error&) {
+    // The locks end with the handle.
+  }
+}
+
+void Storage::MarkCommit() {
+  PageBytes& header = transaction_->Change(0);
+  std::uint8_t* counter = header.data() + kCommitCounters;
+  const auto next = static_cast<std::uint16_t>(LoadU16(counter) + 1);
+  Store(counter, std::max(next, kFirstCommitCount));
+  MarkChange(header);
+}
+
+Journal::Outcome Storage::WriteChanges() {
+  const std::uint32_t oldPages = transaction_->OldPageCount();
+  const auto changed = transaction_->ChangedPages();
+  const bool encoded = DatabaseHeader().encodingKey != 0;
+  std::list<PageBytes> copies;  // stay where they are
+  std::vector<PageChange> changes;
+  for (const auto& [number, page] : changed) {
+    PageChange change{number, nullptr, page.get()};
+    if (number < oldPages) {
+      file_->ReadAt(std::uint64_t{number} * kPageSize, copies.emplace_back());
+      change.before = &copies.back();
+    }
+    if (encoded) {
+      pages_->ApplyEncoding(number, copies.emplace_back(*page));
+      change.after = &copies.back();
+    }
+    changes.push_back(change);
+  }
+  const std::uint64_t newSize = std::uint64_t{transaction_->PageCount()} * kPageSize;
+  const Journal::Outcome outcome = journal_->Commit(*file_, changes, status_.size, newSize);
+  for (const auto& [number, page] : changed)
+    pages_->Accept(number, page);
+  lastHeader_ = *changed.at(0);
+  try {
+    status_ = file_->Status();
+  } catch (const Error&) {
+    mayHaveChanged_ = true;  // the change is made all the same
+  }
+  return outcome;
+}
+
+}  // namespace jet

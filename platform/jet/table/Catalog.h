@@ -1,0 +1,53 @@
+#pragma once
+
+#include "platform/jet/pages/Pages.h"
+#include "platform/jet/pages/RowId.h"
+#include "platform/jet/values/Value.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace jet {
+
+/// Definition pages of the tables that every file has.
+constexpr std::uint32_t kObjectsTable = 2;  ///< MSysObjects, the catalogue itself
+constexpr std::uint32_t kAccessTable = 3;   ///< MSysACEs, who may do what
+
+/// One row of the catalogue.
+struct CatalogEntry {
+  static constexpr std::uint32_t kSystemFlags = 0x80000002;
+  enum Type : std::int16_t { kTable = 1, kContainer = 3, kOdbcLink = 4, kQuery = 5, kLink = 6, kRelationship = 8 };
+
+  std::int32_t id = 0;  ///< of a table: its definition page
+  std::int32_t parent = 0;
+  std::u16string name;
+  std::int16_t type = 0;
+  std::uint32_t flags = 0;
+  RowId row = 0;
+
+  bool IsTable() const { return type == kTable; }
+  bool IsUserTable() const { return IsTable() && (flags & kSystemFlags) == 0; }
+};
+
+/// All objects of a database, as MSysObjects lists them.
+class Catalog {
+ public:
+  static Catalog Read(PageSource& pages);
+
+  const std::vector<CatalogEntry>& Entries() const { return entries_; }
+  /// The table of that name, in any case; null when there is none.
+  const CatalogEntry* FindTable(std::u16string_view name) const;
+  /// What could not be read of the catalogue; the rest of it is there.
+  const std::vector<std::string>& Damages() const { return damages_; }
+
+ private:
+  std::vector<CatalogEntry> entries_;
+  std::vector<std::string> damages_;
+};
+
+/// The property block (LvProp) of a catalogue row; nothing when it has none.
+std::optional<Bytes> ReadPropertyBlock(PageSource& pages, RowId catalogRow);
+
+}  // namespace jet

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/jet/values/Value.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace jet {
+
+/// One named property of a table or column, its value as stored.
+struct Property {
+  std::u16string name;
+  std::uint8_t type = 0;  ///< a ColumnType
+  bool ddl = false;
+  Bytes data;
+};
+
+/// The properties of one column, or (empty name) of the table itself.
+struct PropertySet {
+  std::u16string column;
+  std::vector<Property> properties;
+
+  const Property* Find(std::u16string_view name) const;
+  bool FlagOf(std::u16string_view name, bool whenMissing) const;
+  std::u16string TextOf(std::u16string_view name) const;
+};
+
+/// Takes the property block of a catalogue row apart.
+std::vector<PropertySet> ParseProperties(ByteView block);
+/// The block that ParseProperties reads back.
+Bytes BuildProperties(const std::vector<PropertySet>& sets);
+
+}  // namespace jet

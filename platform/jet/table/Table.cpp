@@ -1,0 +1,81 @@
+#include "platform/jet/table/Table.h"
+
+#include "platform/jet/index/IndexKey.h"
+#include "platform/jet/values/Damage.h"
+#include "platform/jet/values/Utf8.h"
+
+#include <algorithm>
+
+namespace jet {
+
+Table::Table(PageSource& pages, TableDef def, TableDefinition definition, std::string context)
+    : pages_(pages), def_(std::move(def)), definition_(std::move(definition)), context_(std::move(context)) {}
+
+std::vector<const ColumnDef*> Table::Choose(const ColumnSet& columns) const {
+  std::vector<const ColumnDef*> chosen;
+  for (const std::size_t column : columns) {
+    if (column >= definition_.columns.size()) {
+      throw Error(ErrorCode::Misuse, "De tabel '" + ToUtf8(definition_.name) + "' heeft niet zoveel velden.");
+    }
+    chosen.push_back(def_.ColumnByNumber(definition_.columns[column].number));
+  }
+  return chosen;
+}
+
+TableCursor Table::Scan(const ColumnSet& columns) const& {
+  return InContext(context_, [&] { return TableCursor(pages_, def_, Choose(columns), context_); });
+}
+
+std::optional<std::vector<Value>> Table::Fetch(RowId row, const ColumnSet& columns) const {
+  RowFetcher fetcher = Fetcher(columns);
+  if (!fetcher.Fetch(row)) return std::nullopt;
+  return fetcher.Values();
+}
+
+RowFetcher Table::Fetcher(const ColumnSet& columns) const& {
+  return InContext(context_, [&] { return RowFetcher(pages_, def_, Choose(columns), context_); });
+}
+
+const RealIndexDef& Table::Real(std::size_t index) const {
+  if (index >= definition_.indexes.size()) {
+    throw Error(ErrorCode::Misuse, "De tabel '" + ToUtf8(definition_.name) + "' heeft niet zoveel indexen.");
+  }
+  return def_.realIndexes[definition_.indexes[index].realIndex];
+}
+
+IndexCursor Table::Cursor(std::size_t index) const {
+  return IndexCursor(pages_, def_.page, Real(index).root);
+}
+
+bool Table::CanLookup(std::size_t index) const {
+  const RealIndexDef& real = Real(index);
+  return std::all_of(real.fields.begin(), real.fields.end(), [&](const RealIndexDef::Field& field) {
+    return CanBuildKeys(*def_.ColumnByNumber(field.column));
+  });
+}
+
+KeyCursor Table::Lookup(std::size_t index, std::span<const Value> key) const& {
+  const RealIndexDef& real = Real(index);
+  if (key.empty() || key.size() > real.fields.size()) {
+    throw Error(ErrorCode::Misuse, "De sleutel past niet bij de index van tabel '" + ToUtf8(definition_.name) + "'.");
+  }
+  Bytes bytes;
+  for (std::size_t i = 0; i < key.size(); ++i) {
+    AppendKeyField(*def_.ColumnByNumber(real.fields[i].column), key[i], real.fields[i].ascending, bytes);
+  }
+  return KeyCursor(Cursor(index), std::move(bytes), context_);
+}
+
+KeyCursor Table::ScanByIndex(std::size_t index, bool backwards) const& {
+  return KeyCursor(Cursor(index), backwards, context_);
+}
+
+std::size_t Table::CountRows() const {
+  TableCursor rows = Scan({});
+  std::size_t count = 0;
+  while (rows.Next())
+    ++count;
+  return count;
+}
+
+}  // namespace jet

@@ -1,0 +1,323 @@
+#include "platform/jet/table/TableWriter.h"
+
+#include "platform/jet/rows/RowLayout.h"
+#include "platform/jet/rows/RowScan.h"
+#include "platform/jet/rows/Rows.h"
+#include "platform/jet/values/Codec.h"
+#include "platform/jet/values/Damage.h"
+#include "platform/jet/values/Names.h"
+#include "platform/jet/values/Utf8.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+#include <variant>
+
+namespace jet {
+
+namespace {
+
+template <typename Work>
+auto Naming(const TableDefinition& table, Work work) {
+  try {
+    return work();
+  } catch (const Error& error) {
+    throw Error(error.Code(), "Tabel '" + ToUtf8(table.name) + "': " + error.what());
+  }
+}
+
+void CheckColumn(const ColumnDef& column, const ColumnDefinition& definition) {
+  if (!column.KnownType()) throw Error(ErrorCode::Unsupported, FieldName(column) + " is van een onbekende soort.");
+  if (definition.validationRule.empty()) return;
+  throw Error(ErrorCode::Unsupported, FieldName(column) + " heeft een validatieregel; die wordt niet ondersteund.");
+}
+
+/// The definition, when all that the table asks of a writer is known here.
+TableDefinition Supported(const TableDef& table, TableDefinition definition) {
+  Naming(definition, [&] {
+    for (const ColumnDef& column : table.columns)
+      CheckColumn(column, definition.columns[definition.FindColumn(column.name)]);
+    TableIndexes::RequireKnownOrders(table);
+  });
+  return definition;
+}
+
+/// Where the bytes of a moved row are; 0 for a row in its first place. Nothing when there is no such row.
+std::optional<RowId> TargetOf(PageSource& pages, RowId row) {
+  const DataPage page(pages.Read(PageOf(row)), PageOf(row));
+  if (SlotOf(row) >= page.SlotCount()) return std::nullopt;
+  const Slot slot = page.At(SlotOf(row));
+  if (slot.kind == SlotKind::Row) return 0;
+  if (slot.kind != SlotKind::Pointer) return std::nullopt;
+  const RowId target = U32(page.BytesOf(slot), 0);
+  const DataPage targetPage(pages.Read(PageOf(target)), PageOf(target));
+  if (targetPage.At(SlotOf(target)).kind != SlotKind::Target)
+    throw DamageAt(PageOf(row), "een verplaatste rij ontbreekt");
+  return target;
+}
+
+}  // namespace
+
+TableWriter::TableWriter(Transaction& pages, TableDef def, TableDefinition definition)
+    : pages_(pages),
+      space_(pages),
+      def_(std::move(def)),
+      definition_(Supported(def_, std::move(definition))),
+      rows_(pages, space_, def_.page, def_.ownedMap, def_.freeMap),
+      counters_(pages, def_),
+      indexes_(pages, space_, def_, counters_),
+      autonumbers_(def_, counters_, indexes_),
+      relations_(pages, def_),
+      fieldWriter_(pages, space_, def_),
+      newFields_(def_.columns.size()),
+      newValues_(def_.columns.size()) {
+  for (const ColumnDef& column : def_.columns) {
+    places_.push_back(definition_.FindColumn(column.name));
+    inOrder_ = inOrder_ && places_.back() + 1 == places_.size();
+    if (!column.IsAutonumber() && !indexes_.Uses(places_.size() - 1)) continue;
+    knownColumns_.push_back(places_.back());
+    knownPlaces_.push_back(places_.size() - 1);
+  }
+}
+
+TableWriter::Values TableWriter::Arrange(const std::vector<Value>& values) const {
+  Values arranged;
+  arranged.reserve(places_.size());
+  for (const std::size_t place : places_)
+    arranged.push_back(values[place]);
+  return arranged;
+}
+
+void TableWriter::Normalise(Values& values) const {
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    const ColumnDef& column = def_.columns[i];
+    Value& value = values[i];
+    if (column.Type() == ColumnType::Boolean && IsNull(value)) value = false;
+    if (double* number = std::get_if<double>(&value); number != nullptr && *number == 0) *number = 0;  // not -0
+    const Decimal* number = std::get_if<Decimal>(&value);
+    if (number != nullptr && column.Type() == ColumnType::Decimal) value = Rescaled(column, *number);
+  }
+}
+
+void TableWriter::CheckValue(std::size_t column, const Value& value) const {
+  const ColumnDefinition& definition = DefinitionOf(column);
+  if (IsNull(value)) {
+    if (!definition.required) return;
+    throw Error(ErrorCode::Required, FieldName(def_.columns[column]) + " moet een waarde hebben.");
+  }
+  if (definition.allowZeroLength) return;
+  const std::u16string* text = std::get_if<std::u16string>(&value);
+  if (text != nullptr && text->empty()) {
+    throw Error(ErrorCode::Required, FieldName(def_.columns[column]) + " mag geen lege tekst hebben.");
+  }
+}
+
+RowId TableWriter::Insert(std::vector<Value>& given) {
+  return Naming(definition_, [&] {
+    if (given.size() != places_.size()) throw Error(ErrorCode::Misuse, "Er is niet voor elk veld een waarde.");
+    if (inOrder_) return InsertArranged(given);
+    Values values = Arrange(given);
+    const RowId row = InsertArranged(values);
+    for (std::size_t i = 0; i < places_.size(); ++i)
+      given[places_[i]] = std::move(values[i]);
+    return row;
+  });
+}
+
+RowId TableWriter::InsertArranged(Values& values) {
+  Normalise(values);
+  autonumbers_.Fill(values);
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    CheckValue(i, values[i]);
+    fieldWriter_.Encode(i, values[i], newFields_[i]);
+  }
+  const TableIndexes::Keys keys = indexes_.KeysOf(values);
+  relations_.CheckNames(values);
+  fieldWriter_.PutLongValues(values, std::vector<bool>(values.size(), true), newFields_);
+  const RowId row = rows_.Add(fieldWriter_.Row(newFields_));
+  indexes_.Insert(keys, row);
+  for (std::size_t i = 0; i < values.size(); ++i)
+    autonumbers_.Note(i, values[i]);
+  counters_.CountRows(1);
+  return row;
+}
+
+bool TableWriter::TakesRowsOf(const Table& other) const {
+  const auto isFree = [](const ColumnDefinition& column) { return !column.required && column.allowZeroLength; };
+  const auto isSameName = [](const ColumnDefinition& left, const ColumnDefinition& right) {
+    return SameName(left.name, right.name);
+  };
+  return relations_.AreNone() && HaveSameRows(def_, other.Def()) &&
+         std::ranges::equal(definition_.columns, other.Definition().columns, isSameName) &&
+         std::ranges::all_of(definition_.columns, isFree);
+}
+
+void TableWriter::BeginStored() {
+  Naming(definition_, [&] {
+    storedRows_ = 0;
+    if (rows_.IsEmpty() && indexes_.AreEmpty()) filling_.emplace(Filling{rows_.Filler(), {}});
+  });
+}
+
+void TableWriter::InsertStored(ByteView row, const std::vector<Value>& known) {
+  Naming(definition_, [&] {
+    CheckFields(row);
+    for (std::size_t i = 0; i < known.size(); ++i)
+      newValues_[knownPlaces_[i]] = known[i];
+    if (filling_) {
+      indexes_.NoteNewEntries(newValues_, filling_->rows.Add(row), filling_->entries);
+    } else {
+      const TableIndexes::Keys keys = indexes_.KeysOf(newValues_);
+      indexes_.Insert(keys, rows_.Add(row));
+    }
+    for (const std::size_t place : knownPlaces_)
+      autonumbers_.Note(place, newValues_[place]);
+    ++storedRows_;
+  });
+}
+
+void TableWriter::EndStored() {
+  Naming(definition_, [&] {
+    if (filling_) {
+      filling_->rows.Finish();
+      indexes_.Fill(filling_->entries);
+      filling_.reset();
+    }
+    if (storedRows_ > 0) counters_.CountRows(static_cast<std::int64_t>(storedRows_));
+  });
+}
+
+/// Damage of another file must not come in: every field has to lie within the row.
+void TableWriter::CheckFields(ByteView row) const {
+  const RowView view(row, def_);
+  for (const ColumnDef& column : def_.columns) {
+    if (column.Type() != ColumnType::Boolean && view.Bit(column)) static_cast<void>(view.BytesOf(column));
+  }
+}
+
+TableWriter::Present TableWriter::Read(RowId row) {
+  const auto target = TargetOf(pages_, row);
+  const auto stored = FindRow(pages_, row, true, def_.page);
+  if (!target || !stored) throw Error(ErrorCode::NotFound, "de rij bestaat niet meer.");
+  Present present;
+  present.target = *target;
+  const RowView view(stored->bytes, def_);
+  present.values.resize(def_.columns.size());
+  present.fields.resize(def_.columns.size());
+  for (std::size_t i = 0; i < def_.columns.size(); ++i) {
+    const ColumnDef& column = def_.columns[i];
+    if (!column.IsLong() || indexes_.Uses(i)) ReadField(pages_, view, column, present.values[i]);
+    present.fields[i].bit = view.Bit(column);
+    if (column.Type() == ColumnType::Boolean || !view.Bit(column)) continue;
+    const ByteView bytes = view.BytesOf(column);
+    present.fields[i].stored.assign(bytes.begin(), bytes.end());
+  }
+  return present;
+}
+
+void TableWriter::Update(RowId row, const std::vector<Value>& given, const std::vector<bool>& changedGiven) {
+  Naming(definition_, [&] {
+    if (given.size() != places_.size()) throw Error(ErrorCode::Misuse, "Er is niet voor elk veld een waarde.");
+    const Present present = Read(row);
+    Values arranged = Arrange(given);
+    Normalise(arranged);
+    Values values = present.values;
+    Fields fields = present.fields;
+    std::vector<bool> changed(values.size());
+    for (std::size_t i = 0; i < values.size(); ++i) {
+      changed[i] = changedGiven[places_[i]];
+      if (!changed[i]) continue;
+      values[i] = std::move(arranged[i]);
+      CheckValue(i, values[i]);
+      fieldWriter_.Encode(i, values[i], fields[i]);
+    }
+    const auto rekeyings = indexes_.RekeyingsOf(present.values, values);
+    relations_.CheckChange(present.values, values);
+    fieldWriter_.PutLongValues(values, changed, fields);
+    Place(row, present, fieldWriter_.Row(fields));
+    indexes_.Rekey(rekeyings, present.values, row);
+    FieldWriter::Pieces pieces;
+    for (std::size_t i = 0; i < values.size(); ++i) {
+      if (!changed[i]) continue;
+      if (present.fields[i].bit) fieldWriter_.NotePieces(i, present.fields[i].stored, pieces);
+      autonumbers_.Note(i, values[i]);
+    }
+    fieldWriter_.Release(std::move(pieces));
+  });
+}
+
+void TableWriter::Place(RowId row, const Present& present, const Bytes& bytes) {
+  const bool moved = present.target != 0;
+  if (rows_.ReplaceInPlace(moved ? present.target : row, bytes, moved ? SlotKind::Target : SlotKind::Row)) return;
+  const RowId target = rows_.Add(bytes, SlotKind::Target);
+  Bytes pointer(4);
+  Store(pointer.data(), target);
+  if (!rows_.ReplaceInPlace(row, pointer, SlotKind::Pointer))
+    throw DamageAt(PageOf(row), "geen plaats voor een verwijzing");
+  if (moved) rows_.Delete({present.target});
+}
+
+void TableWriter::Delete(std::span<const RowId> rows) {
+  Naming(definition_, [&] {
+    if (relations_.AreNone()) return DeleteTogether(rows);
+    // Whether a row may go depends on those that went before it.
+    for (const RowId row : rows)
+      DeleteTogether({&row, 1});
+  });
+}
+
+void TableWriter::DeleteTogether(std::span<const RowId> rows) {
+  Going going;
+  for (const RowId row : rows)
+    Note(row, going);
+  indexes_.Remove(going.entries);
+  fieldWriter_.Release(std::move(going.pieces));
+  rows_.Delete(std::move(going.places));
+  counters_.CountRows(-static_cast<std::int64_t>(rows.size()));
+}
+
+void TableWriter::Note(RowId row, Going& going) {
+  const auto target = TargetOf(pages_, row);
+  const auto stored = FindRow(pages_, row, true, def_.page);
+  if (!target || !stored) throw Error(ErrorCode::NotFound, "de rij bestaat niet meer.");
+  CheckFields(stored->bytes);
+  const RowView view(stored->bytes, def_);
+  for (std::size_t i = 0; i < def_.columns.size(); ++i) {
+    const ColumnDef& column = def_.columns[i];
+    if (indexes_.Uses(i)) ReadField(pages_, view, column, newValues_[i]);
+    if (!column.IsLong() || !view.Bit(column)) continue;
+    going.budget.Spend(pages_, ParseLongValueHead(view.BytesOf(column)));
+    fieldWriter_.NotePieces(i, view.BytesOf(column), going.pieces);
+  }
+  relations_.CheckNotNamed(newValues_);
+  indexes_.NoteEntries(newValues_, row, going.entries);
+  going.places.push_back(row);
+  if (*target != 0) going.places.push_back(*target);
+}
+
+/// Rows of this very table go too, so that only other tables can stand in the way.
+void TableWriter::CheckNoneNamed() {
+  if (!relations_.AreRowsNamedElsewhere()) return;
+  RowScan scan(pages_, def_);
+  Values values(def_.columns.size());
+  while (scan.Next()) {
+    const RowView view(scan.Row(), def_);
+    for (std::size_t i = 0; i < values.size(); ++i) {
+      if (indexes_.Uses(i)) ReadField(pages_, view, def_.columns[i], values[i]);
+    }
+    relations_.CheckNotNamedElsewhere(values);
+  }
+}
+
+std::size_t TableWriter::DeleteAll() {
+  return Naming(definition_, [&] {
+    CheckNoneNamed();
+    const std::size_t count = rows_.Clear();
+    fieldWriter_.Clear();
+    indexes_.Clear();
+    counters_.CountNoRows();
+    return count;
+  });
+}
+
+}  // namespace jet

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/jet/values/Error.h"
+
+#include <cstdint>
+#include <string>
+#include <type_traits>
+
+namespace jet {
+
+/// The file contradicts itself. `what` tells what is wrong, without a full stop; the layers above put page, table and
+/// file before it.
+Error Damage(const std::string& what);
+
+/// Damage at a page: "pagina 12: what".
+Error DamageAt(std::uint32_t page, const std::string& what);
+
+/// Runs `work`; damage that it meets is told with `context` (a text, or a function that gives one) before it.
+template <typename Context, typename Work>
+decltype(auto) InContext(const Context& context, Work&& work) {
+  try {
+    return work();
+  } catch (const Error& error) {
+    if (error.Code() != ErrorCode::Damaged) throw;
+    if constexpr (std::is_invocable_v<Context>) {
+      throw Damage(context() + error.what());
+    } else {
+      throw Damage(context + error.what());
+    }
+  }
+}
+
+}  // namespace jet

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "platform/jet/pages/Header.h"
+#include "platform/jet/values/Bytes.h"
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+namespace jet {
+
+/// How texts sort: without regard to case, accents and hyphens only breaking ties, trailing spaces not counting.
+/// One order serves the indexes of the file and the comparisons of SQL. Immutable, for any thread.
+class TextOrder {
+ public:
+  /// "General (legacy)": the order of every Jet 4 file made for Western Europe, and what to compare by when a file's
+  /// own order is not known.
+  static const TextOrder& Legacy();
+  /// The order that a column names; null when its keys cannot be built.
+  static const TextOrder* For(SortOrder order);
+
+  /// Below, equal or above zero. Knows every character: those without a weight in this order come after all others, by
+  /// code point. Texts whose keys can be built compare as their keys do; longer texts are compared to their end.
+  int Compare(std::u16string_view a, std::u16string_view b) const;
+  /// The same for UTF-8. A malformed sequence counts as U+FFFD, byte by byte.
+  int Compare(std::string_view a, std::string_view b) const;
+
+  /// The first character without a known key, as a code point; nothing when AppendKey can do the text.
+  std::optional<char32_t> FirstUnknown(std::u16string_view text) const;
+  /// Adds the text's key bytes, end mark included, as they stand in an ascending index. An Error for an unknown
+  /// character. Only the first 255 characters count.
+  void AppendKey(std::u16string_view text, Bytes& key) const;
+
+ private:
+  enum class Kind : std::uint8_t { Unknown, Nothing, Weight, TwoWeights, Special };
+
+  /// A weight of one byte has 00 as its low byte; no two-byte weight does.
+  struct Cell {
+    std::uint16_t weight = 0;
+    std::uint16_t second = 0;
+    std::uint8_t accent = 0;
+    std::uint8_t special = 0;
+    Kind kind = Kind::Unknown;
+  };
+
+  static constexpr char32_t kLowCells = 0x460;           // Latin, Greek, Cyrillic
+  static constexpr char32_t kPunctuationStart = 0x2000;  // dashes, quotes, currency, trademark
+  static constexpr char32_t kPunctuationCells = 0x130;
+
+  TextOrder(const char* latin1, const char* others);
+  static Cell ParseCell(std::string_view text);
+  void ReadRows(std::string_view cells);
+  void ReadPairs(std::string_view pairs);
+  Cell* Place(char32_t character);
+  Cell Find(char32_t character) const;
+
+  template <typename Text>
+  class Walk;
+  template <typename View>
+  int CompareTexts(View a, View b) const;
+
+  std::array<Cell, kLowCells> low_;
+  std::array<Cell, kPunctuationCells> punctuation_;
+};
+
+}  // namespace jet
