@@ -6,9 +6,9 @@
 // usage: DurableBench [CHANGES [FOLDER]]       of each kind, 1000 when not told: a disk whose syncs take milliseconds
 //        is through in minutes; the folder is SPOTROOSTER_BENCH_FOLDER or beside this program
 //        DurableBench alone dao|jet|sqlite insert|update|delete CHANGES       one kind in memory, for a profiler
-#include "bench/Figures.h"
 #include "bench/BenchFolder.h"
 #include "bench/ChangedTable.h"
+#include "bench/Figures.h"
 #include "bench/Plain.h"
 #include "bench/TimedFiles.h"
 #include "platform/dao/Database.h"

@@ -2,8 +2,8 @@
 // writing the same rows of the same text to a file that is then synced; and two thousand statements logged one by one,
 // beside SQLite, each a look for the highest number and an insert, durable on both sides. The files are compared.
 // usage: ExportBench [STATEMENTS [LOGGED [FOLDER]]]
-#include "bench/Figures.h"
 #include "bench/Child.h"
+#include "bench/Figures.h"
 #include "bench/Plain.h"
 #include "bench/SpotStation.h"
 #include "data/Globals.h"

@@ -4,10 +4,10 @@
 // takes, which is told beside them.
 // usage: GrowthBench [FOLDER]      the folder is SPOTROOSTER_BENCH_FOLDER or beside this program
 //        GrowthBench read FILE     reads all fields of all rows once, for the memory that takes
-#include "bench/Figures.h"
 #include "bench/BenchFolder.h"
 #include "bench/ChangedTable.h"
 #include "bench/Child.h"
+#include "bench/Figures.h"
 #include "bench/Plain.h"
 #include "bench/TimedFiles.h"
 #include "platform/dao/Database.h"
@@ -148,7 +148,8 @@ void PrintRatios(const Size& less, const Size& more) {
               more.rows / less.rows, more.readMs / less.readMs, more.readMegabytes / less.readMegabytes,
               more.insert.median / less.insert.median, more.save.median / less.save.median);
   if (more.rows != 1'000'000) return;
-  bench::Report("growth-read", bench::Milliseconds(more.readMs), std::to_string(less.rows) + " rows", more.readMs / less.readMs);
+  bench::Report("growth-read", bench::Milliseconds(more.readMs), std::to_string(less.rows) + " rows",
+                more.readMs / less.readMs);
   bench::Report("growth-insert", bench::Milliseconds(more.insert.median), std::to_string(less.rows) + " rows",
                 more.insert.median / less.insert.median);
   bench::Report("growth-save", bench::Milliseconds(more.save.median), std::to_string(less.rows) + " rows",

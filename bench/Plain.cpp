@@ -1,5 +1,6 @@
-#include "bench/Figures.h"
 #include "bench/Plain.h"
+
+#include "bench/Figures.h"
 
 #include <QElapsedTimer>
 #include <QFile>

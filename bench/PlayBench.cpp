@@ -142,7 +142,7 @@ void Play(const char* row, const char* what, int id, int seconds, bool inBackgro
   const double heard = player->Position() - from;
   std::printf("%s, %.1f s: %.2f %% of a core\n", what, wall / 1000, 100 * used / wall);
   bench::Report(row, QString::number(100 * used / wall, 'f', 1).toStdString() + " % of a core, " +
-                        std::to_string(stalls.OwnStalls()) + " stalls");
+                         std::to_string(stalls.OwnStalls()) + " stalls");
   stalls.Print();
   editor.findChild<QPushButton*>(u"cmdSTOP"_s)->click();
   Require(std::abs(heard - wall) < 500, "it played at the clock's pace");

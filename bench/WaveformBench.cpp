@@ -1,8 +1,8 @@
 // The waveform of an MP3 of an hour: from the call to the first part of the picture, to the whole of it, and the same
 // for a file that was looked at before. Beside it the plain decode of the same file to nothing, by mpg123 and ffmpeg.
 // usage: WaveformBench [MP3]
-#include "bench/Figures.h"
 #include "bench/Child.h"
+#include "bench/Figures.h"
 #include "bench/Plain.h"
 #include "media/WaveformFeed.h"
 #include "platform/audio/Measure.h"
