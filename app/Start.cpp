@@ -9,6 +9,7 @@
 #include "export/Screens.h"
 #include "items/Screens.h"
 #include "media/Screens.h"
+#include "platform/dao/postgres/ServerWait.h"
 #include "platform/desktop/Events.h"
 #include "platform/desktop/MessageBox.h"
 #include "platform/runtime/Error.h"
@@ -22,6 +23,19 @@ void RegisterScreens() {
   RegisterExportScreens();
 }
 
+namespace {
+
+// Connecting to a server happens beside the windows: they repaint, and clicks and keys wait.
+void WaitForServersBesideWindows() {
+  dao::SetServerWait([](const std::function<bool(std::chrono::milliseconds)>& isReady) {
+    constexpr std::chrono::milliseconds kBetweenRepaints(20);
+    while (!isReady(kBetweenRepaints))
+      desktop::RepaintWindows();
+  });
+}
+
+}  // namespace
+
 std::unique_ptr<ProgramLock> TakeProgramLock() {
   try {
     return std::make_unique<ProgramLock>(global.programFolder + u"\\data"_s);
@@ -32,6 +46,7 @@ std::unique_ptr<ProgramLock> TakeProgramLock() {
 }
 
 std::unique_ptr<frmMain> Start() {
+  WaitForServersBesideWindows();
   frmSplash splash;
   splash.show();
   desktop::RepaintWindows();

@@ -55,4 +55,29 @@ function(spotrooster_tests folder)
   gtest_discover_tests(${program} TEST_PREFIX "${folder}." DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
                        PROPERTIES LABELS ${folder} TIMEOUT 300)
 endfunction()
+
+# spotrooster_server_run(folder [WITHOUT test...])
+# The folder's test program once more, with the server databases on a PostgreSQL server that it starts itself: one CTest
+# entry, because starting the server takes longer than most tests. WITHOUT: what only a database file has.
+function(spotrooster_server_run folder)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "WITHOUT")
+  string(REPLACE "/" "_" program "test_${folder}")
+  list(JOIN arg_WITHOUT ":" without)
+  add_test(NAME "${folder}.server" COMMAND ${program} "--gtest_filter=-${without}")
+  set_tests_properties("${folder}.server" PROPERTIES LABELS "${folder};server" TIMEOUT 600 SKIP_RETURN_CODE 77
+                       ENVIRONMENT SPOTROOSTER_TEST_SERVER=1)
+endfunction()
+
+# spotrooster_server_tests(folder SOURCES file... [LINK target...])
+# A test program for what needs a PostgreSQL server: one CTest entry, likewise.
+function(spotrooster_server_tests folder)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINK")
+  string(REPLACE "/" "_" program "test_${folder}")
+  add_executable(${program} ${arg_SOURCES})
+  set_target_properties(${program} PROPERTIES AUTOMOC ON UNITY_BUILD OFF)
+  target_link_libraries(${program} PRIVATE ${arg_LINK} spotrooster_test_main PkgConfig::LIBPQ)
+  add_test(NAME "${folder}" COMMAND ${program})
+  set_tests_properties("${folder}" PROPERTIES LABELS "${folder};server" TIMEOUT 600 SKIP_RETURN_CODE 77
+                       ENVIRONMENT SPOTROOSTER_TEST_SERVER=1)
+endfunction()
 include(GoogleTest)

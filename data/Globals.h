@@ -15,6 +15,7 @@ struct Globals {
   qint16 buffers = 0;
   qint16 bufferSize = 0;  // bytes
   qint16 callback = 0;
+  bool stationsOwnMode = false;  // StationsOwnMode: a station with a number reads its own online setting
 
   // Formed at start-up.
   QString localDatabasePath;

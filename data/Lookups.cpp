@@ -3,6 +3,7 @@
 #include "data/Globals.h"
 #include "data/Text.h"
 #include "platform/dao/Database.h"
+#include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trapped.h"
 
@@ -18,6 +19,21 @@ QString NameOfRow(qint32 id, const QString& databasePath, const QString& table) 
   if (rows.Eof()) return u""_s;
   const QVariant name = rows.Field(u"Naam"_s);
   return IsKull(name) ? u""_s : runtime::TrimBlanks(name.toString());
+}
+
+// Of a station with a number the query fails, unless the settings file asks for the station's own mode.
+dao::Recordset OnlineSetting(dao::Database& database) {
+  const QString query = u"SELECT InitValue From cdeInstellingen WHERE UCase(InitCode) = 'ONLINEYN'"_s;
+  if (global.stationNumber < 1 || global.stationsOwnMode) return database.OpenRecordset(query);
+  try {
+    // The number directly behind the text is what the stations' set-up counts on: it makes the query fail.
+    return database.OpenRecordset(query + QString::number(global.stationNumber));
+  } catch (const runtime::Error& error) {
+    throw runtime::Error(
+        error.Description() +
+        u"\n\nEen zender met een nummer werkt daarom offline; dat is geen schade. Moet deze zender ook online kunnen "
+        "werken, laat de beheerder dan in ovalis.ini onder [Spotrooster] de regel StationsOwnMode=1 zetten."_s);
+  }
 }
 
 }  // namespace
@@ -67,10 +83,7 @@ std::optional<dao::Recordset> GetItem_ItemSpots(qint32 itemID, const QString& da
 void SetOnlineYn() {
   Trapped(__func__, [&] {
     dao::Database database = dao::OpenDatabase(global.localDatabasePath);
-    QString query = u"SELECT InitValue From cdeInstellingen WHERE UCase(InitCode) = 'ONLINEYN'"_s;
-    // The number directly behind the text is what the stations' set-up counts on: it makes the query fail.
-    if (global.stationNumber >= 1) query += QString::number(global.stationNumber);
-    const dao::Recordset rows = database.OpenRecordset(query);
+    const dao::Recordset rows = OnlineSetting(database);
     global.online = true;
     if (rows.Eof()) return;
     const QVariant value = rows.Field(u"InitValue"_s);

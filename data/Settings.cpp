@@ -36,11 +36,20 @@ QString Text(IniFile& file, QStringView key) {
   return file.Value();
 }
 
+// Before the required settings: a wrong one among those ends the reading.
+void TakeStationsOwnMode() {
+  IniFile file = SettingsFile();
+  file.SetSection(settings::kSpotrooster.toString());
+  file.SetKey(settings::kStationsOwnMode.toString());
+  global.stationsOwnMode = file.Value() == u"1"_s;
+}
+
 }  // namespace
 
 void GetSettings() {
   runtime::Trapped(__func__, [] {
     TakeDrives();
+    TakeStationsOwnMode();
     IniFile file = SettingsFile();
     file.SetSection(settings::kFiles.toString());
     global.databasePath = Text(file, settings::kDatabasePath);

@@ -1,6 +1,7 @@
 #include "export/FolderSelect.h"
 
 #include "data/Messages.h"
+#include "platform/dao/postgres/ServerAddress.h"
 #include "platform/desktop/FileChooser.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
@@ -11,8 +12,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A folder on a drive that is not mapped is no reason to refuse: the user is about to choose a better one.
+// A server's address is no folder, and a folder on a drive that is not mapped is no reason to refuse: the user is about
+// to choose a better one.
 QString HostFolder(const QString& folder) {
+  if (dao::IsServerPath(folder)) return {};
   try {
     return runtime::HostPath(folder);
   } catch (const runtime::Error&) {

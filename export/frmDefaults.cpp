@@ -8,6 +8,7 @@
 #include "data/forms/Screens.h"
 #include "export/FolderSelect.h"
 #include "export/ui_frmDefaults.h"
+#include "platform/dao/postgres/ServerAddress.h"
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Numbers.h"
@@ -98,10 +99,12 @@ void frmDefaults::cmdOk_Click() {
 }
 
 void frmDefaults::StoreDatabasePath() {
+  const QString path = runtime::TrimBlanks(ui_->txtDatabasepath->text());
+  dao::RefusePassword(path);
   IniFile file = SettingsFile();
   file.SetSection(settings::kFiles.toString());
   file.SetKey(settings::kDatabasePath.toString());
-  file.SetValue(runtime::TrimBlanks(ui_->txtDatabasepath->text()));
+  file.SetValue(path);
   global.databasePath = file.Value();
 }
 

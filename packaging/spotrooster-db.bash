@@ -14,6 +14,7 @@ _spotrooster_db() {
     [check]="--password"
     [compact]="--password --zonder-reservekopie"
     [restore]="--zonder-reservekopie"
+    [copy]="--refresh"
     [export]="--bestand-verwerkt --bestand-niet-verwerkt --station --vorige-verwerkt"
     [spots]="--ending --station"
     [locate]="--station --write"

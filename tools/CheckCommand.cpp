@@ -10,6 +10,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 int Check(const Arguments& arguments, const Streams& streams) {
+  RefuseServer(arguments.Plain().first(), u"pg_amcheck, dat de tabellen en indexen van een server controleert"_s);
   const auto database = OpenFile(arguments);
   const jet::ReadTurn reading(*database);
   const std::vector<jet::Finding> findings = jet::CheckDatabase(*database);

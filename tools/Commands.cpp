@@ -74,7 +74,7 @@ int Run(const Command& command, const QStringList& words, const Streams& streams
 QList<Command> AllCommands() {
   return {CreateCommand(), DemoCommand(),    TablesCommand(), SchemaCommand(),  DumpCommand(),
           SqlCommand(),    MeasureCommand(), CheckCommand(),  CompactCommand(), RestoreCommand(),
-          ExportCommand(), SpotsCommand(),   LocateCommand()};
+          CopyCommand(),   ExportCommand(),  SpotsCommand(),  LocateCommand()};
 }
 
 int RunCommand(const QStringList& words, const Streams& streams) {

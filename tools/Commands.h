@@ -36,6 +36,7 @@ Command MeasureCommand();
 Command CheckCommand();
 Command CompactCommand();
 Command RestoreCommand();
+Command CopyCommand();
 Command ExportCommand();
 Command SpotsCommand();
 Command LocateCommand();

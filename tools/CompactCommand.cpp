@@ -17,6 +17,8 @@ std::filesystem::path HostFile(const QString& name) {
 }
 
 int Compact(const Arguments& arguments, const Streams& streams) {
+  for (const QString& word : arguments.Plain())
+    RefuseServer(word, u"vacuumdb, dat een database op een server opruimt"_s);
   const QString source = arguments.Plain().first();
   const QString password = arguments.Value(kPassword);
   const QString target = arguments.Plain().last();

@@ -1,4 +1,7 @@
+#include "data/Schema.h"
 #include "data/stations/ProgramFolder.h"
+#include "platform/dao/postgres/ServerAddress.h"
+#include "platform/dao/postgres/ServerStorage.h"
 #include "tools/Commands.h"
 
 using namespace Qt::StringLiterals;
@@ -11,9 +14,21 @@ QString NameFor(const QString& given, qint16 station) {
   return station == 0 ? u"Zender"_s : u"Zender %1"_s.arg(station);
 }
 
+// The server database alone: the list of stations is in each program folder.
+int CreateOnServer(const QString& url, qint16 station, const QString& name, const Streams& streams) {
+  const QString path = url + u"\\OvalistoServer" + (station == 0 ? QString() : QString::number(station)) + u".mdb";
+  schema::CreateServerDatabase(path);
+  dao::DescribeServerStorage(path, name);
+  streams.out << path.toStdString() << '\n';
+  return kDone;
+}
+
 int Create(const Arguments& arguments, const Streams& streams) {
   const qint16 station = arguments.Station();
-  const ProgramFolder folder(arguments.Plain().first());
+  const QString& word = arguments.Plain().first();
+  if (dao::IsServerPath(word))
+    return CreateOnServer(word, station, NameFor(arguments.Value(u"--name"_s), station), streams);
+  const ProgramFolder folder(word);
   folder.MakeStation(station, NameFor(arguments.Value(u"--name"_s), station));
   streams.out << folder.Path().toStdString() << '\n';
   return kDone;
@@ -28,6 +43,7 @@ Command CreateCommand() {
           .run = Create,
           .details =
               u"Wat er al is, blijft zoals het is; een zender die er al is, is een fout. Zonder naam heet de zender\n"
-              "'Zender', of 'Zender N'."_s,
+              "'Zender', of 'Zender N'. In plaats van een map kan het adres van een databaseserver komen te staan\n"
+              "(postgresql://...): dan komt daar alleen de gedeelde database van de zender, als schema."_s,
           .examples = {u"create /tmp/zender --station 0 --name \"Radio Polderstem\""_s}};
 }

@@ -1,5 +1,7 @@
+#include "platform/dao/postgres/ServerAddress.h"
 #include "platform/jet/database/Database.h"
 #include "tools/Commands.h"
+#include "tools/Csv.h"
 #include "tools/DatabaseArgument.h"
 #include "tools/TableCsv.h"
 
@@ -16,7 +18,15 @@ TableCsv Read(const Arguments& arguments) {
   return CsvOf(database->OpenTable(arguments.Plain().at(1).toStdU16String()));
 }
 
+int DumpServer(const Arguments& arguments, const Streams& streams) {
+  dao::Database database = OpenDatabase(arguments);
+  dao::Recordset rows = database.OpenRecordset(u"SELECT * FROM [%1]"_s.arg(arguments.Plain().at(1)));
+  WriteCsv(rows, streams.out);
+  return kDone;
+}
+
 int Dump(const Arguments& arguments, const Streams& streams) {
+  if (dao::IsServerPath(arguments.Plain().first())) return DumpServer(arguments, streams);
   const TableCsv csv = Read(arguments);
   for (const std::string& block : csv.blocks)
     streams.out << block;
@@ -30,7 +40,7 @@ int Dump(const Arguments& arguments, const Streams& streams) {
 Command DumpCommand() {
   return {
       .name = u"dump"_s,
-      .usage = u"BESTAND TABEL [--password TEKST]"_s,
+      .usage = u"DATABASE TABEL [--password TEKST]"_s,
       .summary = u"Schrijft een tabel als CSV, met een kopregel; van een beschadigde tabel wat nog te lezen is."_s,
       .run = Dump,
       .details = u"NULL is een leeg veld, een lege tekst is \"\"; datums zijn jjjj-mm-dd uu:mm:ss, ja/nee is -1/0."_s,

@@ -27,9 +27,10 @@ class LocalFolder {
   // user does without (kWithoutBackup). An Error that names that option when it cannot be made.
   void BackUp(const Arguments& arguments) const;
 
- private:
+  // Whether it is a local database.
   bool IsLocal() const;
 
+ private:
   QString databasePath_;  // absolute
   QString folder_;
 };

@@ -1,6 +1,7 @@
 #include "platform/dao/RestoreTables.h"
 #include "platform/runtime/Error.h"
 #include "tools/Commands.h"
+#include "tools/DatabaseArgument.h"
 #include "tools/LocalFolder.h"
 
 #include <QFileInfo>
@@ -26,6 +27,8 @@ void RefuseItself(const QString& backup, const QString& database) {
 }
 
 int Restore(const Arguments& arguments, const Streams& streams) {
+  for (const QString& word : arguments.Plain().first(2))
+    RefuseServer(word, u"pg_dump en pg_restore, die een database op een server bewaren en terugzetten"_s);
   const QString backup = QFileInfo(arguments.Plain().at(0)).absoluteFilePath();
   const QString database = QFileInfo(arguments.Plain().at(1)).absoluteFilePath();
   const QStringList tables = arguments.Plain().mid(2);

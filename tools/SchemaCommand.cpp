@@ -78,7 +78,7 @@ int ShowSchema(const Arguments& arguments, const Streams& streams) {
 
 Command SchemaCommand() {
   return {.name = u"schema"_s,
-          .usage = u"BESTAND [TABEL] [--password TEKST]"_s,
+          .usage = u"DATABASE [TABEL] [--password TEKST]"_s,
           .summary = u"Toont velden met type, grootte en eigenschappen, en de indexen."_s,
           .run = ShowSchema,
           .examples = {u"schema /tmp/proef/data/OvalistoLocal.mdb"_s,

@@ -1,6 +1,7 @@
 #include "data/Catalogue.h"
 #include "data/SpotState.h"
 #include "platform/dao/Database.h"
+#include "platform/dao/postgres/ServerAddress.h"
 #include "platform/runtime/Clock.h"
 #include "tools/Commands.h"
 #include "tools/Csv.h"
@@ -24,13 +25,23 @@ QString DateField(const std::optional<QDate>& date) {
   return date ? CsvField(*date) : QString();
 }
 
-int ListSpots(const Arguments& arguments, const Streams& streams) {
-  const std::optional<int> days = arguments.Number(u"--ending"_s, kMostDays);
+dao::Recordset Spots(const QString& path, const QString& table) {
+  dao::Database database = dao::OpenDatabase(path, {{}, true});
+  return database.OpenRecordset(u"SELECT * FROM "_s + table + u" ORDER BY EindDatum, Naam, ID");
+}
+
+// Of a station's folder, or of a server database itself.
+dao::Recordset SpotsOf(const Arguments& arguments, const Streams& streams) {
+  const QString& word = arguments.Plain().first();
+  if (dao::IsServerPath(word)) return Spots(word, u"tblItemSpots"_s);
   const StationSession station(arguments, streams.err);
   const Catalogue catalogue = CurrentCatalogue();
-  dao::Database database = dao::OpenDatabase(catalogue.databasePath, {{}, true});
-  dao::Recordset rows =
-      database.OpenRecordset(u"SELECT * FROM "_s + catalogue.itemSpots + u" ORDER BY EindDatum, Naam, ID");
+  return Spots(catalogue.databasePath, catalogue.itemSpots);
+}
+
+int ListSpots(const Arguments& arguments, const Streams& streams) {
+  const std::optional<int> days = arguments.Number(u"--ending"_s, kMostDays);
+  dao::Recordset rows = SpotsOf(arguments, streams);
   const QDateTime now = runtime::Now();
   WriteCsvLine({u"ID"_s, u"Naam"_s, u"StartDatum"_s, u"EindDatum"_s, u"Toestand"_s, u"Path"_s}, streams.out);
   for (; !rows.Eof(); rows.MoveNext()) {

@@ -1,4 +1,5 @@
 #include "platform/dao/Statement.h"
+#include "platform/dao/postgres/ServerAddress.h"
 #include "platform/runtime/HostPath.h"
 #include "tools/Commands.h"
 #include "tools/Csv.h"
@@ -13,7 +14,9 @@ namespace {
 
 // What the log holds is counted on by a running program, above all by its export.
 std::unique_ptr<ProgramLock> LockForLog(const Arguments& arguments, const dao::Statement& statement) {
-  const QString path = statement.inFile ? runtime::HostPath(*statement.inFile) : arguments.Plain().first();
+  const QString& word = statement.inFile ? *statement.inFile : arguments.Plain().first();
+  if (dao::IsServerPath(word)) return nullptr;
+  const QString path = statement.inFile ? runtime::HostPath(word) : word;
   const dao::Database database = statement.inFile ? dao::OpenDatabase(path, {{}, true}) : OpenDatabase(arguments);
   return IsOfflineLog(database, statement.target) ? LocalFolder(path).Lock() : nullptr;
 }
@@ -36,7 +39,7 @@ int RunSql(const Arguments& arguments, const Streams& streams) {
 
 Command SqlCommand() {
   return {.name = u"sql"_s,
-          .usage = u"BESTAND OPDRACHT [--password TEKST]"_s,
+          .usage = u"DATABASE OPDRACHT [--password TEKST]"_s,
           .summary = u"Voert één SQL-opdracht uit: een SELECT geeft CSV, een andere het aantal gewijzigde rijen."_s,
           .run = RunSql,
           .details = u"Een wijziging langs deze weg komt nooit in het offline-logboek."_s,

@@ -40,6 +40,7 @@ Engine::Engine(const Statement& statement, Storage& source, Storage& target)
   AddTables();
   if (statement_.verb != Verb::Select) AddTarget();
   tables_.ForgetOthers();
+  if (statement_.verb == Verb::Select && ReadsOnce()) source_.ExpectOneRead();
   sqlite3_set_authorizer(connection_.Get(), Authorize, this);
 }
 
@@ -51,6 +52,14 @@ void Engine::AddTables() {
     tables_.Add(name, std::move(table));
     known_ += name;
   }
+}
+
+// Whether the statement has one table, and has it once: each further time it would be read again.
+bool Engine::ReadsOnce() const {
+  if (known_.size() != 1) return false;
+  const QString name = QuotedName(known_.first());
+  const QString qualifier = name + u" .";  // the rewriter sets a space before each token
+  return statement_.body.count(name, Qt::CaseInsensitive) - statement_.body.count(qualifier, Qt::CaseInsensitive) == 1;
 }
 
 void Engine::AddTarget() {

@@ -26,6 +26,7 @@ class Engine {
  private:
   void AddTables();
   void AddTarget();
+  bool ReadsOnce() const;
   std::optional<std::size_t> InsertWholeTable();
   std::size_t PlaceOf(const QString& name) const;
   QString InsertSql();

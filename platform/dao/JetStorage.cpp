@@ -3,6 +3,8 @@
 #include "platform/dao/JetTable.h"
 #include "platform/dao/JetTableDef.h"
 #include "platform/dao/OpenFiles.h"
+#include "platform/dao/postgres/ServerAddress.h"
+#include "platform/dao/postgres/ServerStorage.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Probe.h"
 
@@ -68,6 +70,7 @@ void JetStorage::CreateTable(const TableDef& table) {
 }
 
 std::unique_ptr<Storage> OpenStorage(const QString& pathText, const OpenOptions& options) {
+  if (IsServerPath(pathText)) return std::make_unique<ServerStorage>(pathText, options);
   runtime::RequireThere(pathText);
   const QString hostPath = runtime::HostPath(pathText);
   return std::make_unique<JetStorage>(
@@ -75,6 +78,7 @@ std::unique_ptr<Storage> OpenStorage(const QString& pathText, const OpenOptions&
 }
 
 void CreateStorage(const QString& pathText) {
+  if (IsServerPath(pathText)) return CreateServerStorage(pathText);
   const QString hostPath = runtime::HostPath(pathText);
   JetFile::Telling(pathText, hostPath, [&] { jet::Database::Create(EncodedPath(hostPath)); });
 }

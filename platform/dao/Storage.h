@@ -18,7 +18,8 @@
 
 namespace dao {
 
-// The seam under the SQL engine: what a database file must be able to do. Above it lie the dialect, conversions,
+// The seam under the SQL engine: what a database must be able to do, a file (JetStorage) or a schema on a server
+// (postgres/ServerStorage). Above it lie the dialect, conversions,
 // collation of expressions and error texts of statements; below it pages, keys and locks. Fields and indexes are
 // counted from 0 in the order of the TableDef. Every failure is a runtime::Error naming file, table, field or value.
 
@@ -85,6 +86,9 @@ class Storage {
   virtual bool IsSameFile(const Storage& other) const = 0;
   // Waits a bounded time for its turn, then an error.
   virtual std::unique_ptr<Transaction> Begin(Access access) = 0;
+  // Inside a reading transaction: the statement reads one table once, so that it needs no moment shared by several
+  // reads. A server saves round trips by it.
+  virtual void ExpectOneRead() {}
 
   // Inside a transaction: names without the system's own tables; one table without regard to letter case, or nothing.
   virtual QStringList TableNames() = 0;
@@ -92,7 +96,8 @@ class Storage {
   virtual void CreateTable(const TableDef& table) = 0;
 };
 
-// Opens or makes the file at a path text; the errors are those of OpenDatabase and CreateDatabase.
+// Opens or makes the file at a path text, or the schema at a server's address (IsServerPath); the errors are those of
+// OpenDatabase and CreateDatabase.
 std::unique_ptr<Storage> OpenStorage(const QString& pathText, const OpenOptions& options = {});
 void CreateStorage(const QString& pathText);
 

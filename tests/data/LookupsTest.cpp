@@ -172,6 +172,28 @@ TEST(SetOnlineYn, AFileThatWillNotOpenLeavesTheFlag) {
   EXPECT_TRUE(global.online);
 }
 
+TEST(SetOnlineYn, AStationsOwnModeIsReadWhenTheSettingsAskForIt) {
+  const Station station(Station::Mode::Offline);
+  global.stationNumber = 3;
+  global.stationsOwnMode = true;
+  const desktop::MessageBoxScript boxes;
+  SetOnlineYn();
+  EXPECT_TRUE(global.online);
+  station.OnLocal(u"UPDATE cdeInstellingen SET InitValue = \"0\""_s);
+  SetOnlineYn();
+  EXPECT_FALSE(global.online);
+  EXPECT_TRUE(boxes.Shown().empty());
+}
+
+TEST(SetOnlineYn, TheErrorOfAStationNumberSaysHowToWorkWithoutIt) {
+  const Station station(Station::Mode::Offline);
+  global.stationNumber = 3;
+  const desktop::MessageBoxScript boxes;
+  SetOnlineYn();
+  ASSERT_EQ(boxes.Shown().size(), 1U);
+  EXPECT_TRUE(boxes.Last().text.contains(u"StationsOwnMode=1"_s));
+}
+
 TEST(SetOnlineYn, AStationNumberMakesItFailAndLeavesTheFlag) {
   Station station(Station::Mode::Offline);
   global.stationNumber = 3;

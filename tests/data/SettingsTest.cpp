@@ -44,6 +44,18 @@ TEST(Settings, ReadsTheFoldersAndTheAudioValues) {
   EXPECT_EQ(global.callback, 3);
 }
 
+TEST(Settings, AStationsOwnModeIsOffUnlessAskedFor) {
+  const Station station;
+  for (const auto& [line, isOn] :
+       QList<std::pair<QByteArray, bool>>{{"", false},
+                                          {"[Spotrooster]\r\nStationsOwnMode=0\r\n", false},
+                                          {"[spotrooster]\r\nstationsownmode=1\r\n", true}}) {
+    Begin(station, kFiles + kAudio + line);
+    GetSettings();
+    EXPECT_EQ(global.stationsOwnMode, isOn) << line.constData();
+  }
+}
+
 TEST(Settings, WithoutTheAudioSectionTheFoldersStayAndTheReadingStopsAtCard) {
   const Station station;
   Begin(station, kFiles);

@@ -5,6 +5,7 @@
 #include "data/Globals.h"
 #include "data/Schema.h"
 #include "platform/runtime/HostPath.h"
+#include "tests/support/Cluster.h"
 
 #include <QDir>
 
@@ -25,6 +26,14 @@ dao::Recordset Open(const QString& path, const QString& select) {
   return database.OpenRecordset(select);
 }
 
+// The stations before this one are gone from the server too.
+QString EmptiedServer() {
+  SharedCluster().Sql(
+      u"DO $$DECLARE s name; BEGIN FOR s IN SELECT nspname FROM pg_namespace WHERE nspname LIKE 'Ovalisto%' LOOP "
+      "EXECUTE format('DROP SCHEMA %I CASCADE', s); END LOOP; END$$"_s);
+  return SharedCluster().Url();
+}
+
 }  // namespace
 
 Station::Station(Mode mode) {
@@ -34,7 +43,7 @@ Station::Station(Mode mode) {
     QDir(folder_.path()).mkdir(name);
   global = Globals();
   global.programFolder = runtime::PathText(folder_.path());
-  global.databasePath = runtime::PathText(ServerFolder());
+  global.databasePath = testing_support::OnServer() ? EmptiedServer() : runtime::PathText(ServerFolder());
   global.exportPath = runtime::PathText(ExportFolder());
   FormDatabasePaths();
   schema::CreateLocalDatabase(global.localDatabasePath);

@@ -8,7 +8,8 @@
 namespace testing_support {
 
 // A station in a temporary folder: program folder with local and work database, server folder, export folder, audio
-// folder; `global` is set for it, and restored at the end. Real files, empty tables, one station row (number 0).
+// folder; `global` is set for it, and restored at the end. Real files, empty tables, one station row (number 0). In a
+// run on a server (Cluster.h) the server database is there, and the server folder is empty.
 class Station {
  public:
   enum class Mode { Online, Offline };

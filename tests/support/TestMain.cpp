@@ -1,5 +1,6 @@
 // The main of every test program with Qt: offscreen, fixed locale, fixed style, no desktop settings.
 #include "platform/desktop/MessageBox.h"
+#include "tests/support/Cluster.h"
 #include "tests/support/OwnUserFolders.h"
 
 #include <QApplication>
@@ -7,6 +8,12 @@
 #include <QLocale>
 
 #include <gtest/gtest.h>
+
+#include <iostream>
+
+namespace {
+constexpr int kSkipped = 77;  // as CTest takes it
+}
 
 int main(int argc, char** argv) {
   // A test program that needs another one says so before main.
@@ -20,5 +27,11 @@ int main(int argc, char** argv) {
   QApplication application(argc, argv);
   QApplication::setQuitOnLastWindowClosed(false);
   desktop::ShowUserMessagesAsBoxes();
-  return RUN_ALL_TESTS();
+  if (testing_support::OnServer() && !testing_support::Cluster::IsInstalled()) {
+    std::cout << "PostgreSQL is not installed\n";
+    return kSkipped;
+  }
+  const int result = RUN_ALL_TESTS();
+  testing_support::StopSharedCluster();
+  return result;
 }

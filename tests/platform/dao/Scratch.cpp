@@ -1,6 +1,7 @@
 #include "tests/platform/dao/Scratch.h"
 
 #include "platform/runtime/Error.h"
+#include "tests/support/Cluster.h"
 
 #include <QDateTime>
 
@@ -31,8 +32,17 @@ dao::IndexDef Key(const QStringList& fields) {
   return index;
 }
 
-Scratch::Scratch() {
+namespace {
+int nextNumber = 0;
+}
+
+Scratch::Scratch() : number_(++nextNumber) {
   dao::CreateDatabase(Path());
+}
+
+QString Scratch::Path(const QString& name) const {
+  if (!testing_support::OnServer() || !name.endsWith(u".mdb"_s)) return folder_.filePath(name);
+  return testing_support::ServerPath(u"s%1 %2"_s.arg(number_).arg(name.chopped(4)));
 }
 
 dao::Database Scratch::Another(const QString& name) const {

@@ -13,11 +13,12 @@ dao::FieldDef Field(const QString& name, dao::FieldType type, int size = 0);
 dao::IndexDef Key(const QStringList& fields);
 dao::IndexDef Index(const QString& name, const QStringList& fields);
 
-// A temporary folder with one database, "planning.mdb".
+// A temporary folder with one database, "planning.mdb"; or, in a run on a server, a schema of its own for each database
+// that has a name without a folder.
 class Scratch {
  public:
   Scratch();
-  QString Path(const QString& name) const { return folder_.filePath(name); }
+  QString Path(const QString& name) const;
   QString Path() const { return Path(QStringLiteral("planning.mdb")); }
   dao::Database Open() const { return dao::OpenDatabase(Path()); }
   // A second, empty database of that name.
@@ -25,6 +26,7 @@ class Scratch {
 
  private:
   QTemporaryDir folder_;
+  int number_;
 };
 
 // tblSpots: ID (Long, key), Naam (Text 50), Aktief (Integer), StartDatum (Date), Memo (Memo).

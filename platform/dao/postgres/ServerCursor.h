@@ -1,0 +1,47 @@
+#pragma once
+
+#include "platform/dao/Storage.h"
+#include "platform/dao/postgres/Connection.h"
+
+#include <deque>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace dao {
+
+// The rows of a reply, with the identity in the first column and the wanted fields behind it, in their order.
+struct ServerRows {
+  Result result;
+  std::vector<std::size_t> fields;  // of the columns from the second on
+
+  int Count() const { return PQntuples(result.get()); }
+  RowId Id(int row) const;
+  // -1 for a field that was not asked for.
+  int ColumnOf(std::size_t field) const;
+};
+
+// A walk over all rows of a reply, or over some of them. The table's definition outlives it.
+class ServerCursor : public Cursor {
+ public:
+  ServerCursor(const TableDef& table, std::shared_ptr<const ServerRows> rows);
+  ServerCursor(const TableDef& table, std::shared_ptr<const ServerRows> rows, std::vector<int> chosen);
+
+  bool Next() override;
+  RowId Id() const override { return rows_->Id(Row()); }
+  ValueView Field(std::size_t field) const override;
+
+ private:
+  int Row() const { return all_ ? at_ : chosen_[static_cast<std::size_t>(at_)]; }
+
+  const TableDef& table_;
+  std::shared_ptr<const ServerRows> rows_;
+  bool all_ = true;
+  std::vector<int> chosen_;
+  int at_ = -1;
+  std::vector<int> columns_;  // of each field of the table
+  mutable std::deque<std::u16string> texts_;
+  mutable std::deque<Bytes> bytes_;
+};
+
+}  // namespace dao

@@ -1,0 +1,267 @@
+#include "platform/dao/postgres/ServerSession.h"
+
+#include "platform/dao/WriteWait.h"
+#include "platform/runtime/Error.h"
+
+#include <QUuid>
+
+#include <algorithm>
+#include <exception>
+
+using namespace Qt::StringLiterals;
+
+namespace dao {
+namespace {
+
+constexpr std::size_t kMostWaiting = std::size_t{1} << 20;  // bytes of statements
+constexpr int kStatementTime = 5000;                        // milliseconds
+constexpr int kIdleTime = 5000;                             // likewise
+constexpr int kSettleTime = 6500;                           // longer than a broken transaction lives
+constexpr std::size_t kBeginningResults = 7;                // of Beginning, without BEGIN and the turn
+constexpr int kChangesBetweenPrunes = 200;
+
+// Changes of this thread of which the line broke at the COMMIT, while the server could not be asked.
+QMap<QString, QString>& UnknownChanges() {
+  thread_local QMap<QString, QString> tokens;
+  return tokens;
+}
+
+QString KeyOf(const ServerAddress& address) {
+  return address.PathText().toLower();
+}
+
+// The same in every transaction, and gone with it: a pooler may have given us a session of any history.
+std::string Settings() {
+  return "SET LOCAL datestyle TO ISO;SET LOCAL extra_float_digits TO 1;SET LOCAL bytea_output TO hex;"
+         "SET LOCAL statement_timeout TO " +
+         std::to_string(kStatementTime) + ";SET LOCAL lock_timeout TO " + std::to_string(WriteWait().count()) +
+         ";SET LOCAL idle_in_transaction_session_timeout TO " + std::to_string(kIdleTime) + ';';
+}
+
+// Whether the change is stored. It waits for the turn first: as long as the broken transaction lives on the server, it
+// has the turn, and then it either ended with its COMMIT or lost its changes.
+bool IsStored(const ServerAddress& address, const Catalog& catalog, const QString& token) {
+  const Lease lease(address);
+  const auto results =
+      lease->Run("BEGIN;SET LOCAL lock_timeout TO " + std::to_string(kSettleTime) + ";SELECT one FROM " +
+                 catalog.Quoted(kTurnTable) + " FOR UPDATE;SELECT token FROM " + catalog.Quoted(kChangeTable) +
+                 " WHERE token=" + lease->Literal(token.toStdString()) + ";COMMIT");
+  return PQntuples(results[3].get()) == 1;
+}
+
+// Prunes now and then: a token is of use for seconds.
+std::string PruneStatement(const Catalog& catalog) {
+  thread_local int changes = 0;
+  if (changes++ % kChangesBetweenPrunes != 0) return {};
+  return "DELETE FROM " + catalog.Quoted(kChangeTable) + " WHERE made<pg_catalog.now()-interval '1 hour';";
+}
+
+}  // namespace
+
+void SettleEarlierChange(const ServerAddress& address, const Catalog& catalog) {
+  const QString token = UnknownChanges().value(KeyOf(address));
+  if (token.isEmpty()) return;
+  bool stored = false;
+  try {
+    stored = IsStored(address, catalog, token);
+  } catch (const Refusal& refusal) {
+    throw runtime::Error(RefusalError(address, refusal));
+  } catch (const LineBroken&) {
+    throw runtime::Error(BrokenError(address));
+  }
+  UnknownChanges().remove(KeyOf(address));
+  if (!stored) return;
+  throw runtime::Error(
+      u"De vorige wijziging, waarbij de verbinding met '%1' verbrak, is toch bewaard. Deze opdracht is niet "
+      "uitgevoerd. Kijk eerst in de lijst, en bewaar daarna alleen wat er nog ontbreekt."_s.arg(address.PathText()));
+}
+
+ServerSession::ServerSession(const ServerAddress& address, std::shared_ptr<Catalog> catalog, Access access)
+    : address_(address), catalog_(std::move(catalog)), access_(access) {}
+
+ServerSession::~ServerSession() {
+  if (state_ != State::Begun || !lease_) return;
+  try {
+    (*lease_)->SendOnly(access_ == Access::Read ? "COMMIT" : "ROLLBACK");
+  } catch (const LineBroken&) {
+    lease_->Discard();
+  }
+}
+
+Connection& ServerSession::Leased() {
+  if (!lease_) lease_.emplace(address_);
+  return **lease_;
+}
+
+const Connection& ServerSession::Line() {
+  return Leased();
+}
+
+std::string ServerSession::Beginning() const {
+  if (access_ == Access::Write) {
+    return "BEGIN;" + Settings() + "SELECT version FROM " + catalog_->Quoted(kTurnTable) + " FOR UPDATE;";
+  }
+  if (oneQuestion_) return Settings();
+  return "BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY;" + Settings();
+}
+
+std::string ServerSession::Waiting() {
+  insertInto_.clear();
+  std::string statements = std::exchange(waiting_, {});
+  if (!statements.empty() && statements.back() != ';') statements += ';';
+  return statements;
+}
+
+// Begins with the first statements, in the same round trip.
+std::vector<Result> ServerSession::Run(const std::string& statements) {
+  Connection& connection = Leased();
+  std::string all = state_ == State::NotBegun ? Beginning() : std::string();
+  all += Waiting() + statements;
+  const bool staysOpen = access_ == Access::Write || !oneQuestion_;
+  if (staysOpen) state_ = State::Begun;
+  try {
+    return connection.Run(all);
+  } catch (const Refusal& refusal) {
+    Fail(refusal);
+  } catch (const LineBroken&) {
+    lease_->Discard();
+    state_ = State::Over;
+    throw runtime::Error(BrokenError(address_));
+  }
+}
+
+void ServerSession::Fail(const Refusal& refusal) {
+  if (refusal.code == u"55P03"_s) {
+    const std::string holder = HolderOfTurn();
+    if (!holder.empty()) {
+      throw runtime::Error(u"'%1' is in gebruik door %2. Probeer het straks opnieuw."_s.arg(
+          address_.PathText(), QString::fromStdString(holder)));
+    }
+  }
+  if (refusal.code == u"42P01"_s || refusal.code == u"3F000"_s || refusal.code == u"42703"_s) ForgetCatalog(address_);
+  if (refusal.code == u"23505"_s) {
+    for (const TableDef& table : catalog_->tables) {
+      for (const IndexDef& index : table.indexes) {
+        if (ServerIndexName(table, index) == refusal.constraint)
+          throw runtime::Error(DuplicateError(table, index, refusal));
+      }
+    }
+  }
+  throw runtime::Error(RefusalError(address_, refusal));
+}
+
+// Who writes now, as the server shows it; empty when it is not known.
+std::string ServerSession::HolderOfTurn() {
+  try {
+    Connection& connection = Leased();
+    const std::string turn = connection.Literal(catalog_->Quoted(kTurnTable));
+    const auto results = connection.Run(
+        "ROLLBACK;SELECT application_name FROM pg_catalog.pg_locks JOIN pg_catalog.pg_stat_activity USING(pid) WHERE "
+        "relation=" +
+        turn +
+        "::regclass AND mode='RowShareLock' AND granted AND pid<>pg_catalog.pg_backend_pid() AND application_name<>'' "
+        "ORDER BY xact_start LIMIT 1");
+    state_ = State::Over;
+    return PQntuples(results[1].get()) == 0 ? std::string() : PQgetvalue(results[1].get(), 0, 0);
+  } catch (const std::exception&) {
+    lease_->Discard();
+    state_ = State::Over;
+    return {};
+  }
+}
+
+// Other definitions than those known: tables were made meanwhile.
+void ServerSession::CheckVersion(const std::vector<Result>& results) {
+  const std::size_t at = kBeginningResults;
+  if (results.size() <= at || PQntuples(results[at].get()) != 1) return;
+  if (QString::fromUtf8(PQgetvalue(results[at].get(), 0, 0)) != catalog_->version) ForgetCatalog(address_);
+}
+
+Result ServerSession::Ask(const std::string& select) {
+  const bool beginsWrite = access_ == Access::Write && state_ == State::NotBegun;
+  std::vector<Result> results = Run(select);
+  if (beginsWrite) CheckVersion(results);
+  return std::move(results.back());
+}
+
+void ServerSession::Change(const std::string& statement) {
+  changed_ = true;
+  if (!waiting_.empty() && waiting_.back() != ';') waiting_ += ';';
+  waiting_ += statement;
+  insertInto_.clear();
+  if (waiting_.size() > kMostWaiting) Run({});
+}
+
+void ServerSession::Insert(const std::string& intoColumns, const std::string& values) {
+  if (insertInto_ == intoColumns && !waiting_.empty()) {
+    waiting_ += ',' + values;
+    if (waiting_.size() > kMostWaiting) Run({});
+    return;
+  }
+  Change(intoColumns + values);
+  insertInto_ = intoColumns;
+}
+
+std::size_t ServerSession::ChangeNow(const std::string& statement) {
+  changed_ = true;
+  const std::vector<Result> results = Run(statement);
+  return QByteArray(PQcmdTuples(results.back().get())).toULongLong();
+}
+
+std::int64_t& ServerSession::LastNumber(const TableDef& table, const FieldDef& field) {
+  const QString key = table.name.toLower();
+  if (!lastNumbers_.contains(key)) {
+    const Result known = Ask("SELECT GREATEST(lastnumber,(SELECT pg_catalog.max(" + QuotedServerName(field.name) +
+                             ") FROM " + catalog_->Quoted(table.name) + ")) FROM " + catalog_->Quoted(kTablesTable) +
+                             " WHERE name=" + Line().Literal(key.toStdString()));
+    lastNumbers_.insert(key, QByteArray(PQgetvalue(known.get(), 0, 0)).toLongLong());
+  }
+  return lastNumbers_[key];
+}
+
+std::int64_t ServerSession::NextNumber(const TableDef& table, const FieldDef& field) {
+  return ++LastNumber(table, field);
+}
+
+void ServerSession::NoteNumber(const TableDef& table, const FieldDef& field, std::int64_t number) {
+  std::int64_t& last = LastNumber(table, field);
+  last = std::max(last, number);
+}
+
+void ServerSession::Commit() {
+  if (access_ == Access::Read || !changed_) return;
+  for (auto last = lastNumbers_.constBegin(); last != lastNumbers_.constEnd(); ++last) {
+    Change("UPDATE " + catalog_->Quoted(kTablesTable) + " SET lastnumber=" + std::to_string(last.value()) +
+           " WHERE name=" + Line().Literal(last.key().toStdString()));
+  }
+  Connection& connection = Leased();
+  const QString token = QUuid::createUuid().toString(QUuid::WithoutBraces);
+  std::string all = state_ == State::NotBegun ? Beginning() : std::string();
+  all += Waiting() + PruneStatement(*catalog_) + "INSERT INTO " + catalog_->Quoted(kChangeTable) + "(token) VALUES(" +
+         connection.Literal(token.toStdString()) + ");COMMIT";
+  state_ = State::Begun;
+  try {
+    connection.Run(all);
+    state_ = State::Over;
+    return;
+  } catch (const Refusal& refusal) {
+    Fail(refusal);
+  } catch (const LineBroken&) {
+    lease_->Discard();
+    state_ = State::Over;
+  }
+  UnknownChanges().insert(KeyOf(address_), token);
+  bool stored = false;
+  try {
+    stored = IsStored(address_, *catalog_, token);
+  } catch (const std::exception&) {
+    throw runtime::Error(
+        u"De verbinding met de databaseserver van '%1' verbrak terwijl uw wijziging bewaard werd. Of ze bewaard is, is "
+        "nog niet zeker. Druk straks nog eens op OK: wat al bewaard is, wordt niet nog eens bewaard."_s.arg(
+            address_.PathText()));
+  }
+  UnknownChanges().remove(KeyOf(address_));
+  if (!stored) throw runtime::Error(BrokenError(address_));
+}
+
+}  // namespace dao

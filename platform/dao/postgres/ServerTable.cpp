@@ -1,0 +1,157 @@
+#include "platform/dao/postgres/ServerTable.h"
+
+#include "platform/dao/postgres/ServerValue.h"
+
+namespace dao {
+namespace {
+
+// Of a scan in the order of an index, the first row alone: all that MAX and MIN read. Whoever goes on gets all rows.
+class FirstRowFirst : public Cursor {
+ public:
+  using AskAll = std::function<std::shared_ptr<ServerRows>()>;
+  FirstRowFirst(const TableDef& table, std::shared_ptr<ServerRows> first, AskAll askAll)
+      : table_(table), cursor_(table, std::move(first)), askAll_(std::move(askAll)) {}
+
+  bool Next() override {
+    if (++row_ == 1 && cursor_.Next()) return true;
+    if (row_ == 1) return false;
+    if (row_ == 2) {
+      all_ = std::make_unique<ServerCursor>(table_, askAll_());
+      all_->Next();
+    }
+    return all_->Next();
+  }
+  RowId Id() const override { return all_ ? all_->Id() : cursor_.Id(); }
+  ValueView Field(std::size_t field) const override { return all_ ? all_->Field(field) : cursor_.Field(field); }
+
+ private:
+  const TableDef& table_;
+  ServerCursor cursor_;
+  AskAll askAll_;
+  std::unique_ptr<ServerCursor> all_;
+  int row_ = 0;
+};
+
+bool IsWhole(FieldType type) {
+  return type == FieldType::Boolean || type == FieldType::Byte || type == FieldType::Integer || type == FieldType::Long;
+}
+
+const std::string kInOrderOfMaking = " ORDER BY " + kRowColumn;
+
+}  // namespace
+
+std::string ServerTable::Literal(std::size_t field, const Value& value) const {
+  return LiteralOf(session_->Line(), definition_, definition_.fields[static_cast<qsizetype>(field)], value);
+}
+
+std::string ServerTable::Select(const FieldMask& wanted, std::vector<std::size_t>& fields) const {
+  std::string select = "SELECT " + kRowColumn;
+  for (std::size_t field = 0; field < static_cast<std::size_t>(definition_.fields.size()); ++field) {
+    if (!wanted[field]) continue;
+    select += ',' + QuotedServerName(definition_.fields[static_cast<qsizetype>(field)].name);
+    fields.push_back(field);
+  }
+  return select + " FROM " + Name();
+}
+
+std::shared_ptr<ServerRows> ServerTable::Ask(const FieldMask& wanted, const std::string& behindTable) {
+  std::vector<std::size_t> fields;
+  const std::string select = Select(wanted, fields) + behindTable;
+  auto rows = std::make_shared<ServerRows>(ServerRows{session_->Ask(select), std::move(fields)});
+  if (session_->ReadsSeveral()) session_->Batches().Note(definition_, rows);
+  return rows;
+}
+
+std::unique_ptr<Cursor> ServerTable::Scan(const FieldMask& wanted) {
+  return std::make_unique<ServerCursor>(definition_, Ask(wanted, kInOrderOfMaking));
+}
+
+std::unique_ptr<Cursor> ServerTable::ScanByIndex(std::size_t index, bool backwards, const FieldMask& wanted) {
+  std::string order;
+  const IndexDef& definition = definition_.indexes[static_cast<qsizetype>(index)];
+  for (const IndexField& field : definition.fields) {
+    const bool descending = (field.direction == Direction::Descending) != backwards;
+    order += (order.empty() ? " ORDER BY " : ",") + QuotedServerName(field.name) +
+             (descending ? " DESC NULLS LAST" : " ASC NULLS FIRST");
+  }
+  const auto first = static_cast<std::size_t>(definition_.FieldIndex(definition.fields.first().name));
+  if ((wanted & ~FieldMask().set(first)).any()) {
+    return std::make_unique<ServerCursor>(definition_, Ask(wanted, order + ',' + kRowColumn));
+  }
+  return std::make_unique<FirstRowFirst>(definition_, Ask(wanted, order + " LIMIT 1"),
+                                         [this, wanted, order] { return Ask(wanted, order + ',' + kRowColumn); });
+}
+
+std::unique_ptr<Cursor> ServerTable::Lookup(std::size_t index, std::span<const Value> key, const FieldMask& wanted) {
+  const IndexDef& definition = definition_.indexes[static_cast<qsizetype>(index)];
+  std::string condition;
+  for (std::size_t i = 0; i < key.size(); ++i) {
+    const int field = definition_.FieldIndex(definition.fields[static_cast<qsizetype>(i)].name);
+    const auto* whole = std::get_if<std::int64_t>(&key[i]);
+    if (whole == nullptr || !IsWhole(definition_.fields[field].type)) continue;
+    if (key.size() == 1 && session_->ReadsSeveral())
+      return LookupTogether(static_cast<std::size_t>(field), *whole, wanted);
+    condition += (condition.empty() ? " WHERE " : " AND ") + QuotedServerName(definition_.fields[field].name) + '=' +
+                 std::to_string(*whole);
+  }
+  return std::make_unique<ServerCursor>(definition_, Ask(wanted, condition + kInOrderOfMaking));
+}
+
+// A look-up of a join: with those that will follow it.
+std::unique_ptr<Cursor> ServerTable::LookupTogether(std::size_t field, std::int64_t key, const FieldMask& wanted) {
+  KeyBatches& batches = session_->Batches();
+  if (auto found = batches.Find(definition_, field, key, wanted)) return found;
+  const std::vector<std::int64_t> keys = batches.KeysFrom(definition_, key);
+  std::string list;
+  for (const std::int64_t one : keys)
+    list += (list.empty() ? "" : ",") + std::to_string(one);
+  const std::string name = QuotedServerName(definition_.fields[static_cast<qsizetype>(field)].name);
+  const auto rows =
+      Ask(FieldMask(wanted).set(field), " WHERE " + name + " = ANY('{" + list + "}'::bigint[])" + kInOrderOfMaking);
+  batches.Keep(definition_, field, keys, rows);
+  return batches.Find(definition_, field, key, wanted);
+}
+
+void ServerTable::Insert(std::vector<Value> row) {
+  std::string into = "INSERT INTO " + Name() + '(';
+  std::string orderColumns;
+  std::string values = "(";
+  std::string orderValues;
+  for (qsizetype i = 0; i < definition_.fields.size(); ++i) {
+    const FieldDef& field = definition_.fields[i];
+    Value& value = row[static_cast<std::size_t>(i)];
+    if (field.autoNumber && IsNull(value)) value = session_->NextNumber(definition_, field);
+    if (field.autoNumber) session_->NoteNumber(definition_, field, std::get<std::int64_t>(value));
+    into += (i == 0 ? "" : ",") + QuotedServerName(field.name);
+    values += (i == 0 ? "" : ",") + Literal(static_cast<std::size_t>(i), value);
+    if (!HasOrderColumn(definition_, i)) continue;
+    orderColumns += ',' + OrderColumn(i);
+    orderValues += ',' + OrderKeyLiteral(value);
+  }
+  session_->Insert(into + orderColumns + ") VALUES ", values + orderValues + ')');
+}
+
+void ServerTable::Update(RowId row, std::span<const FieldValue> changes) {
+  std::string set;
+  for (const auto& [field, value] : changes) {
+    const auto at = static_cast<qsizetype>(field);
+    set += (set.empty() ? "" : ",") + QuotedServerName(definition_.fields[at].name) + '=' + Literal(field, value);
+    if (HasOrderColumn(definition_, at)) set += ',' + OrderColumn(at) + '=' + OrderKeyLiteral(value);
+  }
+  if (set.empty()) return;
+  session_->Change("UPDATE " + Name() + " SET " + set + " WHERE " + kRowColumn + '=' + std::to_string(row));
+}
+
+void ServerTable::Delete(std::span<const RowId> rows) {
+  if (rows.empty()) return;
+  std::string list;
+  for (const RowId row : rows)
+    list += (list.empty() ? "" : ",") + std::to_string(row);
+  session_->Change("DELETE FROM " + Name() + " WHERE " + kRowColumn + " = ANY('{" + list + "}'::bigint[])");
+}
+
+std::size_t ServerTable::DeleteAll() {
+  return session_->ChangeNow("DELETE FROM " + Name());
+}
+
+}  // namespace dao

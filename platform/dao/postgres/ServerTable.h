@@ -1,0 +1,40 @@
+#pragma once
+
+#include "platform/dao/Storage.h"
+#include "platform/dao/postgres/ServerCursor.h"
+#include "platform/dao/postgres/ServerSession.h"
+
+#include <memory>
+#include <string>
+
+namespace dao {
+
+// A table on the server, within a transaction. Only equality of whole numbers and the first row of an order are asked
+// of the server; it may give more rows than a look-up wants, and the SQL engine checks every condition again.
+class ServerTable : public Table {
+ public:
+  ServerTable(std::shared_ptr<ServerSession> session, TableDef definition)
+      : session_(std::move(session)), definition_(std::move(definition)) {}
+
+  const TableDef& Definition() const override { return definition_; }
+  std::unique_ptr<Cursor> Scan(const FieldMask& wanted) override;
+  std::unique_ptr<Cursor> ScanByIndex(std::size_t index, bool backwards, const FieldMask& wanted) override;
+  std::unique_ptr<Cursor> Lookup(std::size_t index, std::span<const Value> key, const FieldMask& wanted) override;
+  void Insert(std::vector<Value> row) override;
+  void Update(RowId row, std::span<const FieldValue> changes) override;
+  void Delete(std::span<const RowId> rows) override;
+  std::size_t DeleteAll() override;
+
+ private:
+  std::string Name() const { return session_->Known().Quoted(definition_.name); }
+  std::string Literal(std::size_t field, const Value& value) const;
+  // The SELECT of the wanted fields, up to and with the table's name.
+  std::string Select(const FieldMask& wanted, std::vector<std::size_t>& fields) const;
+  std::unique_ptr<Cursor> LookupTogether(std::size_t field, std::int64_t key, const FieldMask& wanted);
+  std::shared_ptr<ServerRows> Ask(const FieldMask& wanted, const std::string& behindTable);
+
+  std::shared_ptr<ServerSession> session_;
+  const TableDef definition_;
+};
+
+}  // namespace dao

@@ -1,0 +1,54 @@
+#pragma once
+#include <QString>
+#include <QTemporaryDir>
+
+#include <atomic>
+#include <chrono>
+#include <functional>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <thread>
+#include <vector>
+
+namespace testing_support {
+
+// A socket between a client and a server that can cut their lines and delay what they say. Its clients are handled one
+// thread each.
+class Proxy {
+ public:
+  // Sees what a client sends before the server does; returns true to pass it on and then cut the line at once, without
+  // the reply.
+  using CutAfter = std::function<bool(std::string_view fromClient)>;
+
+  explicit Proxy(const QString& serverSocketFolder, std::chrono::microseconds delayEachWay = {});
+  ~Proxy();
+  Proxy(const Proxy&) = delete;
+  Proxy& operator=(const Proxy&) = delete;
+
+  // The folder of a socket like the server's own.
+  QString SocketFolder() const { return folder_.path(); }
+  void CutLines(CutAfter cut);  // an empty function: no longer
+  int Cuts() const { return cuts_; }
+  int Connections() const { return connections_; }
+  int RoundTrips() const { return roundTrips_; }  // turns from server to client and back
+
+ private:
+  void Accept();
+  void Serve(int client);
+
+  const QString serverSocket_;
+  const std::chrono::microseconds delay_;
+  QTemporaryDir folder_;
+  int listener_ = -1;
+  std::mutex mutex_;
+  CutAfter cut_;
+  std::atomic<int> cuts_ = 0;
+  std::atomic<int> connections_ = 0;
+  std::atomic<int> roundTrips_ = 0;
+  std::atomic<bool> ending_ = false;
+  std::vector<std::thread> lines_;
+  std::thread accepting_;
+};
+
+}  // namespace testing_support
