@@ -77,6 +77,7 @@ void ComboBox::SetListIndex(int index) {
 }
 
 QString ComboBox::Text(int index) const {
+  if (index == -1) throw runtime::Error(u"Er is geen regel gekozen."_s);
   if (index < 0 || index >= count())
     throw runtime::Error(
         u"De keuzelijst heeft geen regel met nummer %1 (aantal regels: %2)."_s.arg(index).arg(count()));

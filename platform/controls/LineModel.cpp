@@ -11,6 +11,7 @@ namespace controls {
 using namespace Qt::StringLiterals;
 
 const LineModel::Line& LineModel::At(int index) const {
+  if (index == -1) throw runtime::Error(u"Er is geen regel gekozen."_s);
   if (index < 0 || index >= Count())
     throw runtime::Error(u"De lijst heeft geen regel met nummer %1 (aantal regels: %2)."_s.arg(index).arg(Count()));
   return lines_[static_cast<std::size_t>(index)];

@@ -144,8 +144,9 @@ void ListBox::selectionChanged(const QItemSelection& selected, const QItemSelect
   if (now >= 0) Q_EMIT clicked();
 }
 
-// A click never takes the selection away, not even with Ctrl.
+// A click never takes the selection away, not even with Ctrl or below the last line.
 QItemSelectionModel::SelectionFlags ListBox::selectionCommand(const QModelIndex& index, const QEvent* event) const {
+  if (event != nullptr && !index.isValid()) return QItemSelectionModel::NoUpdate;
   const QItemSelectionModel::SelectionFlags usual = QListView::selectionCommand(index, event);
   return usual.testFlag(QItemSelectionModel::Deselect) ? QItemSelectionModel::NoUpdate : usual;
 }

@@ -117,6 +117,22 @@ TEST_P(EveryList, LongAndForeignNamesAreShownWholeAndRemovedByTheirNumber) {
   EXPECT_EQ(Lines(*form), QStringList());
 }
 
+TEST_P(EveryList, AClickBelowTheLastLineKeepsTheSelectionForTheButtons) {
+  Add(7, u"Een"_s);
+  Add(8, u"Twee"_s);
+  const std::unique_ptr<Form> form = OpenList();
+  Select(*form, u"Twee"_s);
+  QWidget* lines = List(*form).viewport();
+  const QPoint below(20, lines->height() - 4);
+  ASSERT_FALSE(List(*form).indexAt(below).isValid());
+  QTest::mouseClick(lines, Qt::LeftButton, Qt::NoModifier, below);
+  QTest::mouseClick(lines, Qt::RightButton, Qt::NoModifier, below);
+  ASSERT_TRUE(Enabled(*form, u"cmdOpen"_s));
+  Click(*form, u"cmdOpen"_s);
+  EXPECT_EQ(visits_.size(), 1);
+  EXPECT_TRUE(visits_.value(0).endsWith(u" 8"_s)) << visits_.value(0).toStdString();
+}
+
 TEST_P(EveryList, SearchFindsForeignNames) {
   Add(1, u"Spot 🎄 kerst"_s);
   Add(2, u"ÉCLAIR"_s);

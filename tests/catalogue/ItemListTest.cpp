@@ -49,7 +49,7 @@ TEST_P(ItemList, DeactivateIsEnabledFromTheStartAndThenReportsTheMissingSelectio
   Open(form);
   ASSERT_TRUE(Enabled(form, u"cmdDesaktiveer"_s));
   Click(form, u"cmdDesaktiveer"_s);
-  OnlyError(u"cmdDesaktiveer_Click"_s);
+  EXPECT_EQ(OnlyError(u"cmdDesaktiveer_Click"_s), u"Er is geen regel gekozen."_s);
   EXPECT_EQ(Lines(form), QStringList{u"Ochtend"_s});
 }
 

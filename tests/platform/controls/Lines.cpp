@@ -1,6 +1,7 @@
 #include "tests/platform/controls/Lines.h"
 
 #include <QCoreApplication>
+#include <QMouseEvent>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -15,6 +16,12 @@ Lines::Lines() : clicked(&list, qOverload<>(&ListBox::clicked)), lost(&list, &Li
 
 void Lines::Click(int row, Qt::KeyboardModifiers keys) {
   QTest::mouseClick(list.viewport(), Qt::LeftButton, keys, Middle(row));
+}
+
+void Lines::MoveHolding(Qt::MouseButton button, QPoint to) {
+  QWidget* view = list.viewport();
+  QMouseEvent move(QEvent::MouseMove, to, view->mapToGlobal(to), Qt::NoButton, button, Qt::NoModifier);
+  QCoreApplication::sendEvent(view, &move);
 }
 
 QPoint Lines::Middle(int row) {

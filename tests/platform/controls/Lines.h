@@ -12,6 +12,8 @@ class Lines : public testing::Test {
   Lines();
 
   void Click(int row, Qt::KeyboardModifiers keys = Qt::NoModifier);
+  // A move of the pointer with that button held down.
+  void MoveHolding(Qt::MouseButton button, QPoint to);
   QPoint Middle(int row);
 
   controls::ListBox list;

@@ -12,6 +12,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <vector>
 
 namespace {
@@ -54,6 +55,37 @@ TEST_F(Lines, AClickWithCtrlDoesNotTakeTheSelectionAway) {
   Click(1);
   Click(1, Qt::ControlModifier);
   EXPECT_EQ(list.ListIndex(), 1);
+}
+
+TEST_F(Lines, AClickBelowTheLastLineDoesNotTakeTheSelectionAway) {
+  Click(1);
+  const QPoint below(50, 190);
+  ASSERT_FALSE(list.indexAt(below).isValid());
+  for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton}) {
+    for (const Qt::KeyboardModifier key : {Qt::NoModifier, Qt::ControlModifier, Qt::ShiftModifier}) {
+      QTest::mouseClick(list.viewport(), button, key, below);
+      EXPECT_EQ(list.ListIndex(), 1) << button << " with " << key;
+    }
+    QTest::mouseDClick(list.viewport(), button, Qt::NoModifier, below);
+    EXPECT_EQ(list.ListIndex(), 1) << button;
+  }
+  EXPECT_EQ(clicked.count(), 1);
+  EXPECT_EQ(lost.count(), 0);
+}
+
+TEST_F(Lines, PressingOnALineAndReleasingBelowTheLastOneSelectsThatLine) {
+  Click(1);
+  const QPoint below(50, 190);
+  for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton}) {
+    for (const bool moves : {false, true}) {
+      const int line = moves ? 2 : 0;
+      QTest::mousePress(list.viewport(), button, Qt::NoModifier, Middle(line));
+      if (moves) MoveHolding(button, below);
+      QTest::mouseRelease(list.viewport(), button, Qt::NoModifier, below);
+      EXPECT_EQ(list.ListIndex(), line) << button;
+    }
+  }
+  EXPECT_EQ(lost.count(), 0);
 }
 
 TEST_F(Lines, TheFirstStepDownSelectsTheFirstLine) {
@@ -143,6 +175,19 @@ TEST_F(Lines, AnIndexOutOfRangeIsAnError) {
   }
   EXPECT_THROW(list.SetListIndex(4), runtime::Error);
   EXPECT_THROW(list.ItemData(list.ListIndex()), runtime::Error);
+}
+
+TEST_F(Lines, WithoutASelectionTheErrorSaysThatNoLineIsChosen) {
+  for (const auto& read : std::vector<std::function<void()>>{[this] { list.ItemData(list.ListIndex()); },
+                                                             [this] { list.Text(list.ListIndex()); },
+                                                             [this] { list.RemoveItem(list.ListIndex()); }}) {
+    try {
+      read();
+      ADD_FAILURE() << "no error";
+    } catch (const runtime::Error& error) {
+      EXPECT_EQ(error.Description(), u"Er is geen regel gekozen."_s);
+    }
+  }
 }
 
 TEST_F(Lines, RemovingTheSelectedLineLeavesNoneSelected) {
