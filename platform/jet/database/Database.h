@@ -81,7 +81,8 @@ class ReadTurn {
   ReadGuard reading_;
 };
 
-/// The one writer's turn. What was not committed is rolled back.
+/// The one writer's turn. What was not committed is rolled back. It ends with the first Commit, also with one that
+/// fails; every further one is an Error (Misuse).
 class WriteTurn {
  public:
   explicit WriteTurn(Database& database) : writing_(database.Shared()) {}

@@ -59,7 +59,8 @@ class Storage {
   /// it open.
   void BeginWrite();
   bool IsWriting() const { return transaction_ != nullptr; }
-  Transaction& Changes() { return *transaction_; }
+  /// An Error (Misuse) when no change was begun, as Commit gives.
+  Transaction& Changes();
   /// Makes the change durable. After an Error nothing of it is there, but for one of the code NotYetDurable: then the
   /// change is there, and only a power cut can still take it back.
   void Commit();
@@ -90,6 +91,7 @@ class Storage {
   void ReserveFile();
   void Reserve();
   void RequireWritable();
+  void RequireWriting() const;
   void CheckForeignUsers();
   void RequireUnchanged();
   [[noreturn]] void ThrowInUse();
@@ -133,19 +135,21 @@ class ReadGuard {
   Storage& store_;
 };
 
-/// A change that is rolled back unless it was committed.
+/// A change that is rolled back unless it was committed. It ends with the first Commit, also with one that fails; every
+/// further one is an Error (Misuse).
 class WriteGuard {
  public:
   explicit WriteGuard(Storage& store) : store_(store) { store_.BeginWrite(); }
   ~WriteGuard() {
-    if (store_.IsWriting()) store_.Rollback();
+    if (!ended_ && store_.IsWriting()) store_.Rollback();
   }
   WriteGuard(const WriteGuard&) = delete;
   WriteGuard& operator=(const WriteGuard&) = delete;
-  void Commit() { store_.Commit(); }
+  void Commit();
 
  private:
   Storage& store_;
+  bool ended_ = false;
 };
 
 }  // namespace jet

@@ -10,6 +10,7 @@
 #include <list>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace jet {
@@ -98,7 +99,17 @@ void Storage::BeginWrite() {
   }
 }
 
+Transaction& Storage::Changes() {
+  RequireWriting();
+  return *transaction_;
+}
+
+void Storage::RequireWriting() const {
+  if (!IsWriting()) throw Error(ErrorCode::Misuse, "Er loopt geen wijziging van het bestand '" + name_ + "'.");
+}
+
 void Storage::Commit() {
+  RequireWriting();
   if (transaction_->IsEmpty()) return Rollback();
   auto outcome = Journal::Outcome::Durable;
   try {
@@ -153,6 +164,13 @@ void Storage::EndWrite() noexcept {
   } catch (const Error&) {
     // The locks end with the handle.
   }
+}
+
+void WriteGuard::Commit() {
+  if (std::exchange(ended_, true)) {
+    throw Error(ErrorCode::Misuse, "De wijziging van het bestand '" + store_.Name() + "' is al afgesloten.");
+  }
+  store_.Commit();
 }
 
 void Storage::MarkCommit() {

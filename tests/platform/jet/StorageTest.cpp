@@ -70,6 +70,31 @@ TEST_F(StorageTest, WithoutCommitNothingHappened) {
   EXPECT_EQ(files_.Get(kPath), before);
 }
 
+TEST_F(StorageTest, AChangeIsCommittedOnce) {
+  const auto storage = Open();
+  const auto codeOf = [](WriteGuard& writing) {
+    try {
+      writing.Commit();
+    } catch (const Error& error) {
+      return error.Code();
+    }
+    return ErrorCode::Io;
+  };
+  auto first = std::make_unique<WriteGuard>(*storage);
+  Fill(*storage, 2, 20);
+  first->Commit();
+  EXPECT_EQ(codeOf(*first), ErrorCode::Misuse);
+  EXPECT_THROW(storage->Commit(), Error);
+  EXPECT_THROW(storage->Changes(), Error);
+  // The next change is not the first one's to commit or to take back.
+  WriteGuard second(*storage);
+  Fill(*storage, 3, 30);
+  EXPECT_EQ(codeOf(*first), ErrorCode::Misuse);
+  first.reset();
+  second.Commit();
+  EXPECT_EQ(PagesAfterReopening(files_, kPath), (Values{1, 20, 30}));
+}
+
 TEST_F(StorageTest, CountsItsCommitsInTheHeader) {
   const auto storage = Open();
   for (int i = 0; i < 3; ++i) {
