@@ -19,14 +19,24 @@ int StyleOf(const QString& letter) {
   return 0;
 }
 
-// Once for each occurrence in the text as it stands, so that a value which holds its own placeholder ends too.
-QString Filled(const QString& text, const QString& value1, const QString& value2, const QString& value3) {
+// Searches from the start again after each replacement, so that a placeholder which a replacement makes is replaced
+// too. Where that need not end, each occurrence is replaced once.
+QString Replaced(const QString& text, const QString& placeholder, const QString& value) {
   QString result = text;
-  result.replace(u"%1"_s, value1);
-  result.replace(u"%2"_s, value2);
-  result.replace(u"%3"_s, value3);
-  result.replace(u"%LF"_s, u"\r\n"_s);
-  return result;
+  if (value.contains(placeholder)) return result.replace(placeholder, value);
+  qsizetype at = result.indexOf(placeholder);
+  for (qsizetype round = 0; at >= 0 && round < text.size(); ++round) {
+    result.replace(at, placeholder.size(), value);
+    at = result.indexOf(placeholder);
+  }
+  return at < 0 ? result : QString(text).replace(placeholder, value);
+}
+
+QString Filled(const QString& text, const QString& value1, const QString& value2, const QString& value3) {
+  QString result = Replaced(text, u"%1"_s, value1);
+  result = Replaced(result, u"%2"_s, value2);
+  result = Replaced(result, u"%3"_s, value3);
+  return Replaced(result, u"%LF"_s, u"\r\n"_s);
 }
 
 QString TrimmedField(const dao::Recordset& rows, const QString& field) {

@@ -98,6 +98,25 @@ TEST(Messages, AValueMayBringLaterPlaceholdersAndLineFeeds) {
   EXPECT_EQ(GetMsgElements(1, u"%2%LF%3"_s, u"twee"_s, u"a%LFb"_s).text, u"twee\r\na\r\nb"_s);
 }
 
+TEST(Messages, TheSearchForAPlaceholderBeginsAgainAfterEachReplacement) {
+  const Station station;
+  SetMessage(station, 1, u"<%%11>"_s, u"M"_s);
+  EXPECT_EQ(GetMsgElements(1).text, u"<>"_s);
+  EXPECT_EQ(GetMsgElements(1, u"x"_s).text, u"<%x1>"_s);
+  SetMessage(station, 2, u"%1%%1%1"_s, u"M"_s);
+  EXPECT_EQ(GetMsgElements(2, u"1"_s).text, u"111"_s);
+  SetMessage(station, 3, u"%%%333,%%LFLF"_s, u"M"_s);
+  EXPECT_EQ(GetMsgElements(3).text, u",%\r\nLF"_s);
+}
+
+TEST(Messages, AReplacementWithoutEndIsMadeInOnePass) {
+  const Station station;
+  SetMessage(station, 1, u"<%%1>"_s, u"M"_s);
+  EXPECT_EQ(GetMsgElements(1, u"11%%"_s).text, u"<%11%%>"_s);
+  SetMessage(station, 2, u"%%22 %3"_s, u"M"_s);
+  EXPECT_EQ(GetMsgElements(2, {}, u"%2"_s, u"drie"_s).text, u"%%22 drie"_s);
+}
+
 TEST(Messages, AValueThatHoldsItsOwnPlaceholderEnds) {
   const Station station;
   SetMessage(station, 1, u"<%1>"_s, u"M"_s);
