@@ -2,6 +2,7 @@
 
 #include "platform/runtime/CodePage.h"
 #include "platform/runtime/Error.h"
+#include "platform/runtime/Numbers.h"
 #include "platform/runtime/Probe.h"
 #include "platform/runtime/TextFile.h"
 
@@ -30,12 +31,6 @@ void Parse(const QByteArray& bytes, const QString& path, CSimpleIniA& ini) {
   if (ini.LoadData(utf8.constData(), static_cast<size_t>(utf8.size())) < 0) {
     throw runtime::Error(u"Kan '%1' niet lezen: het is geen ini-bestand."_s.arg(path));
   }
-}
-
-QString ValueIn(const QByteArray& bytes, const QString& path, const QString& section, const QString& key) {
-  CSimpleIniA ini;
-  Parse(bytes, path, ini);
-  return QString::fromUtf8(ini.GetValue(section.toUtf8().constData(), key.toUtf8().constData(), ""));
 }
 
 bool IsSame(const QByteArray& written, const QString& name) {
@@ -70,7 +65,7 @@ std::optional<Line> ValueOnLine(const QByteArray& bytes, const Line& line, const
   const qsizetype equals = text.indexOf('=');
   if (equals < 0 || !IsSame(text.left(equals), key)) return std::nullopt;
   qsizetype begin = equals + 1;
-  while (begin < text.size() && (text[begin] == ' ' || text[begin] == '\t'))
+  while (begin < text.size() && text[begin] == ' ')  // a tab belongs to the value
     ++begin;
   return Line{line.begin + begin, text.size() - begin};
 }
@@ -91,6 +86,13 @@ Place FindPlace(const QByteArray& bytes, const QString& section, const QString& 
   return place;
 }
 
+QString ValueIn(const QByteArray& bytes, const QString& section, const QString& key) {
+  const auto value = FindPlace(bytes, section, key).value;
+  if (!value) return {};
+  const QByteArray text = bytes.mid(value->begin, value->length);
+  return runtime::TrimBlanks(bytes.startsWith(kUtf8Mark) ? QString::fromUtf8(text) : runtime::FromCodePage(text));
+}
+
 QByteArray WithValue(QByteArray bytes, const QString& section, const QString& key, const QString& value) {
   const bool utf8 = bytes.startsWith(kUtf8Mark);
   const auto encoded = [utf8](const QString& text) { return utf8 ? text.toUtf8() : runtime::ToCodePage(text); };
@@ -106,7 +108,7 @@ QByteArray WithValue(QByteArray bytes, const QString& section, const QString& ke
 }  // namespace
 
 QString IniFile::Value() const {
-  return ValueIn(runtime::ReadFile(path_, kLargestFile), path_, section_, key_);
+  return ValueIn(runtime::ReadFile(path_, kLargestFile), section_, key_);
 }
 
 QMap<QString, QString> IniFile::Values() const {
@@ -125,7 +127,7 @@ QMap<QString, QString> IniFile::Values() const {
 void IniFile::SetValue(const QString& value) const {
   const QByteArray before = runtime::IsThere(path_) ? runtime::ReadFile(path_, kLargestFile) : QByteArray();
   const QByteArray after = WithValue(before, section_, key_, value);
-  if (ValueIn(after, path_, section_, key_) != value) {
+  if (value.contains(QChar::Null) || ValueIn(after, section_, key_) != value) {
     throw runtime::Error(
         u"De waarde '%1' van '%2' kan niet worden bewaard in '%3': het bestand kan deze tekens niet "
         "bevatten."_s.arg(value, key_, path_));

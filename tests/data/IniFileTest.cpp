@@ -126,10 +126,20 @@ TEST_F(IniFileTest, OfTwoLinesWithOneKeyTheSameOneIsReadAndWritten) {
   EXPECT_EQ(Content().count("DatabasePath="), 3);
 }
 
+TEST_F(IniFileTest, ATabIsPartOfTheValue) {
+  const IniFile file = File(u"Files"_s, u"DatabasePath"_s);
+  Write("[Files]\r\nDatabasePath = old\r\nX=1\r\n");
+  for (const QString& value : {u"\tD:\\data"_s, u"D:\\data\t"_s, u"\t"_s, u"\t \tx"_s}) {
+    file.SetValue(value);
+    EXPECT_EQ(Content(), "[Files]\r\nDatabasePath = " + value.toLatin1() + "\r\nX=1\r\n");
+    EXPECT_EQ(file.Value(), value);
+  }
+}
+
 TEST_F(IniFileTest, AValueTheFileCannotGiveBackIsRefusedAndNothingIsWritten) {
   const QByteArray before = "[Files]\nDatabasePath=a\n";
   Write(before);
-  for (const QString& value : {u"Ώ"_s, u"een\n[Files]"_s, u" voorloop"_s}) {
+  for (const QString& value : {u"Ώ"_s, u"een\n[Files]"_s, u" voorloop"_s, QString(u"a"_s + QChar(0) + u'b')}) {
     EXPECT_THROW(File(u"Files"_s, u"DatabasePath"_s).SetValue(value), runtime::Error) << value.toStdString();
     EXPECT_EQ(Content(), before);
   }
