@@ -69,6 +69,6 @@ void Form::closeEvent(QCloseEvent* event) {
     QDialog::closeEvent(event);
     return;
   }
-  event->ignore();
   CloseAsked();
+  event->setAccepted(unloading_);
 }

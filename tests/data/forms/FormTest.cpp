@@ -31,6 +31,25 @@ class Passing : public Form {
 
 }  // namespace
 
+TEST(Form, ClosingItReportsWhetherItClosed) {
+  class Staying : public Passing {
+   public:
+    using Passing::Passing;
+    void CloseAsked() override {
+      if (mayClose) Unload();
+    }
+    bool mayClose = false;
+  };
+  Staying form(nullptr, {});
+  form.show();
+  EXPECT_FALSE(form.close());
+  EXPECT_TRUE(form.isVisible());
+  form.mayClose = true;
+  EXPECT_TRUE(form.close());
+  EXPECT_FALSE(form.isVisible());
+  EXPECT_TRUE(form.close());
+}
+
 // As a desktop does that gives the keyboard to none of the program's windows.
 TEST(Form, ItsOwnerIsActiveAgainOnceItIsClosed) {
   QWidget owner;
