@@ -74,11 +74,34 @@ void EditorForm::CancelAndClose() {
   if (!IsFormDirty()) Unload();
 }
 
+namespace {
+
+QString RowsNamed(const QString& table, const QString& field, const QString& naam) {
+  return u"SELECT "_s + table + u'.' + field + u" From " + table + u" WHERE UCase(" + table + u".Naam) =  " + u'"' +
+         dao::UCase(naam) + u'"';
+}
+
+// Stored names keep their apostrophes, so that the cleaned name never meets them.
+bool ExistsAsTyped(dao::Database& database, const QString& table, const QString& naam, bool isNew, qint32 id) {
+  dao::Recordset rows = database.OpenRecordset(RowsNamed(table, u"ID"_s, naam));
+  const bool found = !rows.Eof();
+  for (; !rows.Eof(); rows.MoveNext()) {
+    if (!isNew && rows.Field(u"ID"_s).toInt() == id) return false;  // the record keeps its name
+  }
+  return found;
+}
+
+}  // namespace
+
 bool NameExists(const QString& databasePath, const QString& table, const QString& naam, bool isNew, qint32 id) {
-  QString query = u"SELECT "_s + table + u".Naam " + u"From " + table + u" " + u"WHERE " + u"UCase(" + table +
-                  u".Naam) =  " + u'"' + dao::UCase(RemReservedChr(naam)) + u'"';
+  const QString cleaned = RemReservedChr(naam);
+  QString query = RowsNamed(table, u"Naam"_s, cleaned);
   if (!isNew) query += u" AND NOT "_s + table + u".ID = " + QString::number(id);
   dao::Database database = dao::OpenDatabase(databasePath);
   const dao::Recordset rows = database.OpenRecordset(query);
-  return !(rows.Bof() && rows.Eof());
+  if (!(rows.Bof() && rows.Eof())) return true;
+  const QString typed = runtime::TrimBlanks(naam);
+  // A double quote would end the text of the query; no record is written with one.
+  if (typed == cleaned || typed.contains(u'"')) return false;
+  return ExistsAsTyped(database, table, typed, isNew, id);
 }

@@ -61,6 +61,7 @@ class EditorForm : public Form {
   bool whole_ = true;
 };
 
-// Whether another record of the table has this name (cleaned of reserved characters, letter case ignored). A record
-// that exists (isNew false) does not collide with itself. Throws runtime::Error.
+// Whether another record of the table has this name, letter case ignored: cleaned of reserved characters, or as typed.
+// A record that exists (isNew false) does not collide with itself; as long as it keeps a name with an apostrophe, it
+// may share that name with another. Throws runtime::Error.
 bool NameExists(const QString& databasePath, const QString& table, const QString& naam, bool isNew, qint32 id);

@@ -199,6 +199,20 @@ TEST(ItemSpotEditorSave, HoursOutOfRangeAreCorrectedInPlaceWithoutAMessage) {
   EXPECT_TRUE(boxes.Shown().empty());
 }
 
+TEST(ItemSpotEditorSave, ASecondRecordWithTheSameApostropheIsADuplicate) {
+  const EditorDesk desk;
+  desk.AddSpot(1, u"Jan's spot"_s, desk.Wav(u"a.wav"_s, 1000));
+  const auto editor = NewSpot(desk, u"jan's spot "_s);
+  ExpectRefused(*editor, Message(1600, u"jan's spot"_s, u"Naam"_s), u"txtNaam"_s);
+  EXPECT_TRUE(desk.Spot(2).Eof());
+  const auto own = desk.OpenSpot(u"1"_s);
+  SetText(*own, u"txtLengteSec"_s, u"3"_s);
+  const desktop::MessageBoxScript boxes;
+  Click(*own, u"cmdOk"_s);
+  EXPECT_TRUE(boxes.Shown().empty());
+  EXPECT_FALSE(own->isVisible());
+}
+
 TEST(ItemSpotEditorSave, OwnNameInAnotherCaseIsNoDuplicate) {
   const EditorDesk desk;
   const QString path = desk.Wav(u"a.wav"_s, 1000);

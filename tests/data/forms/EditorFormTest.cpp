@@ -200,3 +200,28 @@ TEST(NameExists, IgnoresCaseAndReservedCharactersAndOneself) {
   EXPECT_TRUE(NameExists(server, u"tblItems"_s, u"blok a"_s, false, 2));
   EXPECT_FALSE(NameExists(server, u"tblItems"_s, u"blok b"_s, true, 0));
 }
+
+TEST(NameExists, ANameWithAnApostropheIsComparedAsTypedToo) {
+  const Station station;
+  station.OnServer(u"INSERT INTO tblItems (ID, Naam) VALUES (1, \"Jan's spot\")"_s);
+  station.OnServer(u"INSERT INTO tblItems (ID, Naam) VALUES (2, \"Piet's spot\")"_s);
+  const QString server = global.serverDatabasePath;
+  EXPECT_TRUE(NameExists(server, u"tblItems"_s, u"Jan's spot"_s, true, 0));
+  EXPECT_TRUE(NameExists(server, u"tblItems"_s, u" JAN'S SPOT "_s, true, 0));
+  EXPECT_TRUE(NameExists(server, u"tblItems"_s, u"Jan's spot"_s, false, 2));
+  EXPECT_FALSE(NameExists(server, u"tblItems"_s, u"Jan's spot"_s, false, 1));
+  EXPECT_FALSE(NameExists(server, u"tblItems"_s, u"jan's SPOT"_s, false, 1));
+  EXPECT_FALSE(NameExists(server, u"tblItems"_s, u"Jan's spots"_s, true, 0));
+  // The write refuses this name by its field.
+  EXPECT_FALSE(NameExists(server, u"tblItems"_s, u"\"Jan's spot\""_s, true, 0));
+}
+
+TEST(NameExists, ARecordThatKeepsItsNameMayShareItWithAnother) {
+  const Station station;
+  station.OnServer(u"INSERT INTO tblItems (ID, Naam) VALUES (1, \"Jan's spot\")"_s);
+  station.OnServer(u"INSERT INTO tblItems (ID, Naam) VALUES (2, \"Jan's spot\")"_s);
+  const QString server = global.serverDatabasePath;
+  EXPECT_FALSE(NameExists(server, u"tblItems"_s, u"Jan's spot"_s, false, 2));
+  EXPECT_TRUE(NameExists(server, u"tblItems"_s, u"Jan's spot"_s, false, 3));
+  EXPECT_TRUE(NameExists(server, u"tblItems"_s, u"Jan's spot"_s, true, 0));
+}
