@@ -1,6 +1,7 @@
 #include "app/TodayPanel.h"
 
 #include "app/ui_TodayPanel.h"
+#include "catalogue/BlockSurvey.h"
 #include "catalogue/SpotSurvey.h"
 
 using namespace Qt::StringLiterals;
@@ -31,10 +32,14 @@ QFont NumberFont(QFont font) {
 }  // namespace
 
 TodayPanel::TodayPanel(QWidget* parent)
-    : QGroupBox(parent), ui_(std::make_unique<Ui::TodayPanel>()), survey_(std::make_unique<SpotSurvey>()) {
+    : QGroupBox(parent),
+      ui_(std::make_unique<Ui::TodayPanel>()),
+      survey_(std::make_unique<SpotSurvey>()),
+      blocks_(std::make_unique<BlockSurvey>()) {
   ui_->setupUi(this);
   connect(survey_.get(), &SpotSurvey::changed, this, &TodayPanel::ShowCounts);
   connect(survey_.get(), &SpotSurvey::finished, this, &TodayPanel::ShowCounts);
+  connect(blocks_.get(), &BlockSurvey::finished, this, &TodayPanel::ShowCounts);
   InitRows();
   ShowCounts();
   ShowNotExported(std::nullopt);
@@ -46,21 +51,25 @@ void TodayPanel::InitRows() {
   ui_->mrkLopen->Show(LineMark::Circle, LineTone::Runs);
   ui_->mrkVerlopen->Show(LineMark::Triangle, LineTone::Ends);
   ui_->mrkZonderBestand->Show(LineMark::Cross, LineTone::Wrong);
+  ui_->mrkBlokken->Show(LineMark::Cross, LineTone::Wrong);
   ui_->mrkExport->Show(LineMark::Clock, LineTone::Begins);
   const QFont number = NumberFont(font());
-  for (QLabel* label :
-       {ui_->lblAantalLopen, ui_->lblAantalVerlopen, ui_->lblAantalZonderBestand, ui_->lblAantalExport}) {
+  for (QLabel* label : {ui_->lblAantalLopen, ui_->lblAantalVerlopen, ui_->lblAantalZonderBestand, ui_->lblAantalBlokken,
+                        ui_->lblAantalExport}) {
     label->setFont(number);
     label->setMinimumWidth(QFontMetrics(number).horizontalAdvance(u"8888"_s));
   }
   connect(ui_->cmdLopen, &QPushButton::clicked, this, [this] { Q_EMIT spotsAsked(SpotView::LopenVandaag); });
   connect(ui_->cmdVerlopen, &QPushButton::clicked, this, [this] { Q_EMIT spotsAsked(SpotView::VerlopenBinnenkort); });
   connect(ui_->cmdZonderBestand, &QPushButton::clicked, this, [this] { Q_EMIT spotsAsked(SpotView::ZonderBestand); });
+  connect(ui_->cmdBlokken, &QPushButton::clicked, this, &TodayPanel::blocksAsked);
   connect(ui_->cmdExport, &QPushButton::clicked, this, &TodayPanel::exportAsked);
 }
 
 void TodayPanel::Count() {
   survey_->Start();
+  blocks_->Start();
+  ShowCounts();
 }
 
 // Which files are missing is known only once all were looked for.
@@ -78,6 +87,9 @@ void TodayPanel::ShowCounts() {
   Show({ui_->lblAantalZonderBestand, ui_->lblZonderBestand, u"item-spot zonder geluidsbestand"_s,
         u"item-spots zonder geluidsbestand"_s},
        count(SpotView::ZonderBestand, finished));
+  Show({ui_->lblAantalBlokken, ui_->lblBlokken, u"item zou nu stil zijn of te kort"_s,
+        u"items zouden nu stil zijn of te kort"_s},
+       blocks_->IsRead() && blocks_->IsFinished() ? std::optional(blocks_->InTrouble()) : std::nullopt);
 }
 
 void TodayPanel::ShowNotExported(const std::optional<int>& count) {
@@ -86,8 +98,9 @@ void TodayPanel::ShowNotExported(const std::optional<int>& count) {
        count);
 }
 
-void TodayPanel::EnableButtons(bool spots, bool exporting) {
+void TodayPanel::EnableButtons(bool spots, bool blocks, bool exporting) {
   for (QPushButton* button : {ui_->cmdLopen, ui_->cmdVerlopen, ui_->cmdZonderBestand})
     button->setEnabled(spots);
+  ui_->cmdBlokken->setEnabled(blocks);
   ui_->cmdExport->setEnabled(exporting);
 }

@@ -7,14 +7,15 @@
 #include <optional>
 
 class QLabel;
+class BlockSurvey;
 class SpotSurvey;
 namespace Ui {
 class TodayPanel;
 }
 
-// What needs a hand today: counts of the item-spots by state and of the changes that wait for an export, each with a
-// button that leads there. The item-spots are counted in the background; what is not known is shown as a dash, never as
-// an error.
+// What needs a hand today: counts of the item-spots by state, of the blocks that would be silent or too short now, and
+// of the changes that wait for an export, each with a button that leads there. The item-spots are counted in the
+// background; what is not known is shown as a dash, never as an error.
 class TodayPanel : public QGroupBox {
   Q_OBJECT
 
@@ -26,10 +27,11 @@ class TodayPanel : public QGroupBox {
   void Count();
   void ShowNotExported(const std::optional<int>& count);
   // Which buttons lead somewhere.
-  void EnableButtons(bool spots, bool exporting);
+  void EnableButtons(bool spots, bool blocks, bool exporting);
 
  Q_SIGNALS:
   void spotsAsked(SpotView view);
+  void blocksAsked();
   void exportAsked();
 
  private:
@@ -38,4 +40,5 @@ class TodayPanel : public QGroupBox {
 
   std::unique_ptr<Ui::TodayPanel> ui_;
   std::unique_ptr<SpotSurvey> survey_;
+  std::unique_ptr<BlockSurvey> blocks_;
 };

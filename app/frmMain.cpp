@@ -75,6 +75,7 @@ void frmMain::ConnectEvents() {
   connect(ui_->actHandleiding, &QAction::triggered, this, &frmMain::mnuHandleiding_Click);
   connect(ui_->actVersie, &QAction::triggered, this, &frmMain::mnuVersie_Click);
   connect(ui_->fraVandaag, &TodayPanel::spotsAsked, this, &frmMain::fraVandaag_Tonen);
+  connect(ui_->fraVandaag, &TodayPanel::blocksAsked, ui_->actItems, &QAction::trigger);
   connect(ui_->fraVandaag, &TodayPanel::exportAsked, ui_->actExporteren, &QAction::trigger);
   connect(tmrKlok_, &QTimer::timeout, this, &frmMain::ShowTime);
 }
@@ -161,7 +162,8 @@ void frmMain::ShowStation() {
   ui_->actItemPingles->setEnabled(HasScreen(Screen::ItemPingles));
   ui_->actExporteren->setEnabled(HasScreen(Screen::PlanningExporteren));
   ui_->actInstellingen->setEnabled(HasScreen(Screen::Defaults));
-  ui_->fraVandaag->EnableButtons(HasScreen(Screen::ItemSpots), HasScreen(Screen::PlanningExporteren));
+  ui_->fraVandaag->EnableButtons(HasScreen(Screen::ItemSpots), HasScreen(Screen::Items),
+                                 HasScreen(Screen::PlanningExporteren));
   ShowTime();
   RefreshStatus();
 }

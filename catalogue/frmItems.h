@@ -1,7 +1,12 @@
 #pragma once
 #include "catalogue/OverviewForm.h"
 
+#include <QHash>
+#include <QList>
+
 #include <memory>
+
+class BlockSurvey;
 
 namespace Ui {
 class frmItems;
@@ -18,10 +23,18 @@ class frmItems : public OverviewForm {
  protected:
   QString TableOf(const Catalogue& catalogue) const override { return catalogue.items; }
   QString BothFilter(const QString&) const override { return {}; }
+  void InitCommands() override;
   void cmdVerwijder_Click() override;
   SetAktief Deactivator() const override;
   void Form_Unload() override;
+  void Refilled() override;
+  QString CountText() const override;
 
  private:
+  void cmdBeluisteren_Click();
+  void SurveyChanged(const QList<qint64>& ids);
+
   std::unique_ptr<Ui::frmItems> ui_;
+  std::unique_ptr<BlockSurvey> survey_;
+  QHash<qint64, int> lines_;  // where in the list an ID stands
 };

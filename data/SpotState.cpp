@@ -16,14 +16,13 @@ bool FileMissing(const SpotFacts& spot) {
   return spot.path.isEmpty() || spot.file == runtime::Presence::NotThere;
 }
 
-// From the first hour to the last one, inclusive; a first hour behind the last one runs over midnight.
+}  // namespace
+
 bool WithinHours(const SpotFacts& spot, int hour) {
   const int first = spot.startUur.value_or(0);
   const int last = spot.eindUur.value_or(23);
   return first <= last ? first <= hour && hour <= last : hour >= first || hour <= last;
 }
-
-}  // namespace
 
 SpotState StateOf(const SpotFacts& spot, const QDateTime& now) {
   const QDate today = now.date();

@@ -18,6 +18,10 @@ inline constexpr int kEndsSoonDays = 7;
 // The state in which a spot is at that moment. A file not looked at yet, or out of reach, counts as there.
 SpotState StateOf(const SpotFacts& spot, const QDateTime& now);
 
+// Whether the hour of a day, 0 to 23, lies in those of the spot: from the first hour to the last one, inclusive; a
+// first hour behind the last one runs over midnight.
+bool WithinHours(const SpotFacts& spot, int hour);
+
 // The state in words, as a list shows it: "loopt t/m 20-04-2025".
 QString StateText(const SpotFacts& spot, SpotState state);
 

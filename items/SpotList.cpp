@@ -1,34 +1,62 @@
 #include "items/SpotList.h"
 
 #include "data/Catalogue.h"
+#include "data/SpotState.h"
 #include "data/forms/SpotDetails.h"
 #include "platform/controls/ListBox.h"
 #include "platform/dao/Database.h"
+#include "platform/runtime/Clock.h"
 #include "platform/runtime/Error.h"
+
+#include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
+SpotLengths::SpotLengths(QObject* receiver, std::function<void()> changed)
+    : changed_(std::move(changed)),
+      finder_(receiver, [this](const std::vector<FileFinder::Found>& found, bool last) { TakeFiles(found, last); }) {}
+
 void SpotLengths::Read() {
-  seconds_.clear();
+  spots_.clear();
+  asked_.clear();
+  finder_.CallOff();
   const Catalogue catalogue = CurrentCatalogue();
   try {
     dao::Database database = dao::OpenDatabase(catalogue.databasePath);
-    dao::Recordset rows = database.OpenRecordset(u"SELECT ID, LengteSec FROM "_s + catalogue.itemSpots);
-    for (; !rows.Eof(); rows.MoveNext()) {
-      seconds_.insert(rows.Field(u"ID"_s).toLongLong(), rows.Field(u"LengteSec"_s).toInt());
-    }
+    dao::Recordset rows = database.OpenRecordset(
+        u"SELECT ID, Path, LengteSec, StartDatum, StartUur, EindDatum, EindUur, Aktief FROM "_s + catalogue.itemSpots);
+    for (; !rows.Eof(); rows.MoveNext())
+      spots_.insert(rows.Field(u"ID"_s).toLongLong(), FactsOf(rows));
   } catch (const runtime::Error&) {
-    seconds_.clear();
+    spots_.clear();
   }
 }
 
-void SpotLengths::Show(controls::ListBox& list) const {
+void SpotLengths::Show(controls::ListBox& list) {
+  const QDateTime now = runtime::Now();
+  std::vector<FileFinder::Wanted> wanted;
+  bool unasked = false;
   for (int line = 0; line < list.ListCount(); ++line) {
-    controls::LineDetails details;
-    const auto seconds = seconds_.constFind(list.ItemData(line));
-    if (seconds != seconds_.constEnd()) details.trailing = LengthText(*seconds);
-    list.SetDetails(line, details);
+    const auto spot = spots_.constFind(list.ItemData(line));
+    list.SetDetails(line, spot == spots_.constEnd() ? controls::LineDetails() : DetailsOf(*spot, StateOf(*spot, now)));
+    if (spot == spots_.constEnd() || spot->path.isEmpty() || spot->file) continue;
+    wanted.push_back({spot.key(), spot->path});
+    unasked = unasked || !asked_.contains(spot.key());
   }
+  // One look at a time: a new one takes those along that were still waited for.
+  if (!unasked) return;
+  for (const FileFinder::Wanted& file : wanted)
+    asked_.insert(file.id, true);
+  finder_.Look(std::move(wanted));
+}
+
+void SpotLengths::TakeFiles(const std::vector<FileFinder::Found>& found, bool last) {
+  for (const FileFinder::Found& file : found) {
+    const auto spot = spots_.find(file.id);
+    if (spot != spots_.end()) spot->file = file.presence;
+  }
+  if (last || !found.empty()) changed_();
 }
 
 QString SpotLengths::Total(const controls::ListBox& list) const {
@@ -36,6 +64,6 @@ QString SpotLengths::Total(const controls::ListBox& list) const {
   if (count == 0) return {};
   qint32 total = 0;
   for (int line = 0; line < count; ++line)
-    total += seconds_.value(list.ItemData(line));
+    total += std::max(0, spots_.value(list.ItemData(line)).lengteSec.value_or(0));
   return (count == 1 ? u"1 item-spot"_s : u"%1 item-spots"_s.arg(count)) + u", samen " + LengthText(total);
 }

@@ -11,7 +11,11 @@
 using namespace Qt::StringLiterals;
 using runtime::Trapped;
 
-frmItemsDetail::frmItemsDetail(QWidget* owner) : EditorForm(owner), ui_(std::make_unique<Ui::frmItemsDetail>()) {
+frmItemsDetail::frmItemsDetail(QWidget* owner)
+    : EditorForm(owner),
+      ui_(std::make_unique<Ui::frmItemsDetail>()),
+      lengths_(this, [this] { lengths_.Show(*ui_->lstOpt1ItemSpots); }),
+      example_(this, [this](const QString& text) { ui_->lblOpt2Bestand->setText(text); }) {
   ui_->setupUi(this);
   ui_->cmdOpt1Toevoegen->setIcon(desktop::Icon(u"nieuw"_s));
   ui_->cmdOpt1Wijzigen->setIcon(desktop::Icon(u"open"_s));
@@ -20,6 +24,7 @@ frmItemsDetail::frmItemsDetail(QWidget* owner) : EditorForm(owner), ui_(std::mak
   ui_->cmdDirectory->setIcon(desktop::Icon(u"map"_s));
   ui_->cmdShowItemSpots->setIcon(desktop::Icon(u"item-spots"_s));
   ui_->cmdShowItemPingles->setIcon(desktop::Icon(u"item-pingles"_s));
+  ui_->cmdBeluisteren->setIcon(desktop::Icon(u"geluid"_s));
   desktop::TellWholeText(ui_->txtOpt2Directory);
   desktop::TellWholeText(ui_->txtOpt2Voorbeeld);
   QFont strong = ui_->lblVergrendeld->font();
@@ -45,6 +50,8 @@ void frmItemsDetail::ConnectChanges() {
           &Self::cboOpt2VariabelNaamGedeelte_Click);
   connect(ui_->cboOpt2Eerstedagvanweek, &QComboBox::currentIndexChanged, this, &Self::cboOpt2Eerstedagvanweek_Click);
   connect(ui_->txtOpt2FileExtensie, &QLineEdit::textChanged, this, &Self::txtOpt2FileExtensie_Change);
+  connect(ui_->txtAantalSpots, &QLineEdit::textChanged, this,
+          [this] { example_.Look(PatternOnScreen(), ui_->txtAantalSpots->text().toInt()); });
   OnOptionClick(ui_->opt1Spot, [this] { opt1Spot_Click(); });
   OnOptionClick(ui_->optMeerdereSpots, [this] { optMeerdereSpots_Click(); });
   connect(ui_->chkOpenerPingle, &QCheckBox::toggled, this, &Self::chkOpenerPingle_Click);
@@ -75,6 +82,9 @@ void frmItemsDetail::ConnectButtons() {
   on(ui_->cmdDirectory, &frmItemsDetail::cmdDirectory_Click);
   on(ui_->cmdShowItemSpots, &frmItemsDetail::cmdShowItemSpots_Click);
   on(ui_->cmdShowItemPingles, &frmItemsDetail::cmdShowItemPingles_Click);
+  on(ui_->cmdBeluisteren, &frmItemsDetail::cmdBeluisteren_Click);
+  const auto* listen = new QShortcut(Qt::CTRL | Qt::Key_B, this);
+  connect(listen, &QShortcut::activated, ui_->cmdBeluisteren, &QPushButton::click);
   on(ui_->cmdOk, &frmItemsDetail::cmdOk_Click);
   on(ui_->cmdAnnuleren, &frmItemsDetail::cmdAnnuleren_Click);
   connect(ui_->ledMix, &controls::LedPanel::clicked, this, &frmItemsDetail::ledMix_Click);

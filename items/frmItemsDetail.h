@@ -2,8 +2,10 @@
 #include "data/Catalogue.h"
 #include "data/Rows.h"
 #include "data/forms/EditorForm.h"
+#include "items/ExampleFiles.h"
 #include "items/SpotList.h"
 #include "platform/dao/Recordset.h"
+#include "playout/Block.h"
 
 #include <memory>
 #include <optional>
@@ -51,6 +53,10 @@ class frmItemsDetail : public EditorForm {
   void FillFilling(const dao::Recordset& row);
   void FillPattern(const dao::Recordset& row);
   void FillJingle(const QVariant& id, const QString& combo, QCheckBox& check);
+
+  // The block as it is on the screen.
+  Block BlockOnScreen() const;
+  FileNamePattern PatternOnScreen() const;
 
   // Validation.
   bool IsDuplicateCode();
@@ -110,11 +116,13 @@ class frmItemsDetail : public EditorForm {
   void ledMix_Click();
   void cmdShowItemSpots_Click();
   void cmdShowItemPingles_Click();
+  void cmdBeluisteren_Click();
   void cmdOk_Click();
   void cmdAnnuleren_Click();
 
   std::unique_ptr<Ui::frmItemsDetail> ui_;
   SpotLengths lengths_;
+  ExampleFiles example_;
   bool isLocked_ = false;
   qint32 locked_ = 0;     // as read, written back unchanged
   qint32 storedMix_ = 0;  // Opt2MixPunt as read or given, and what the panel made of it

@@ -1,10 +1,10 @@
 // What a change in the item editor sets going.
-#include "items/FileNameExample.h"
 #include "items/frmItemsDetail.h"
 #include "items/ui_frmItemsDetail.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trapped.h"
+#include "playout/FileNameExample.h"
 
 using runtime::Trapped;
 
@@ -105,14 +105,8 @@ void frmItemsDetail::lstOpt1ItemSpots_DblClick() {
 
 void frmItemsDetail::ShowOpt2Voorbeeld() {
   Trapped(__func__, [this] {
-    FileNamePattern pattern;
-    pattern.directory = ui_->txtOpt2Directory->text();
-    pattern.fixedPart = ui_->txtOpt2VastNaamGedeelte->text();
-    pattern.variableCode = Chosen(*ui_->cboOpt2VariabelNaamGedeelte).value_or(0);
-    pattern.format = runtime::TrimBlanks(ui_->cboOpt2VariabelNaamGedeelte->currentText());
-    pattern.firstDayOfWeek = Chosen(*ui_->cboOpt2Eerstedagvanweek).value_or(0);
-    pattern.extension = ui_->txtOpt2FileExtensie->text();
-    pattern.severalSpots = ui_->optMeerdereSpots->isChecked();
+    const FileNamePattern pattern = PatternOnScreen();
     ui_->txtOpt2Voorbeeld->setText(FileNameExample(pattern, runtime::Now()));
+    example_.Look(pattern, ui_->txtAantalSpots->text().toInt());
   });
 }

@@ -58,6 +58,7 @@ void frmItemsDetail::EmptyPattern() {
   ui_->txtOpt2VastNaamGedeelte->clear();
   ui_->txtOpt2FileExtensie->clear();
   ui_->txtOpt2Voorbeeld->clear();
+  example_.Look({}, 0);
   ui_->cboOpt2VariabelNaamGedeelte->SetListIndex(-1);
   ui_->cboOpt2Eerstedagvanweek->SetListIndex(-1);
 }

@@ -191,6 +191,7 @@ std::optional<runtime::Presence> AudioPreview::FilePresence(const QString& path)
 
 void AudioPreview::Close() {
   tmrPlayer_->stop();
+  StopTest();
   player_->Stop();
   waveform_->Cancel();
   loudness_->Cancel();

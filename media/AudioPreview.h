@@ -4,8 +4,10 @@
 #include <QGroupBox>
 #include <QScopeGuard>
 
+#include <functional>
 #include <memory>
 #include <optional>
+#include <utility>
 
 class LoudnessReader;
 class QLabel;
@@ -42,6 +44,10 @@ class AudioPreview : public QGroupBox {
   void DrawTime();
 
   // The record's own mix point. One outside of the panel's range is kept until the user sets another.
+  // Tells which sound (path text) follows this one in a block, for TEST with a lead-in; empty when none does. Asked
+  // when TEST is pressed.
+  void SetNextSound(std::function<QString()> nextSound) { nextSound_ = std::move(nextSound); }
+
   void FillMix(qint32 mixPunt);
   qint32 MixPunt() const;
 
@@ -85,6 +91,9 @@ class AudioPreview : public QGroupBox {
   void cmdMix_Click();
   void cmdResetMix_Click();
   void cmdTestMix_Click();
+  void TestWithLeadIn();
+  bool PlayWithNext(qint32 position);
+  void StopTest();
   void ledMix_Click();
   void strip_Seek(qint64 position);
 
@@ -106,6 +115,8 @@ class AudioPreview : public QGroupBox {
   std::unique_ptr<Ui::AudioPreview> ui_;
   audio::AudioPlayer* player_;
   QTimer* tmrPlayer_;
+  audio::AudioPlayer* tester_ = nullptr;  // plays this sound with the next one over it; made when it is needed
+  std::function<QString()> nextSound_;
   std::unique_ptr<WaveformFeed> waveform_;
   std::unique_ptr<LoudnessReader> loudness_;
   QLineEdit* txtPath_ = nullptr;

@@ -1,15 +1,29 @@
 // The mix point: the number of milliseconds before the end at which the next element may start.
 #include "data/Globals.h"
 #include "media/AudioPreview.h"
+#include "media/SoundOutput.h"
 #include "media/WaveformFeed.h"
 #include "platform/audio/AudioPlayer.h"
+#include "platform/audio/Error.h"
+#include "platform/audio/MixDecoder.h"
 #include "platform/desktop/InputBox.h"
+#include "platform/runtime/Error.h"
+#include "platform/runtime/HostPath.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trapped.h"
 #include "ui_AudioPreview.h"
 
+#include <algorithm>
+#include <vector>
+
 using namespace Qt::StringLiterals;
 using runtime::Trapped;
+
+namespace {
+
+constexpr qint32 kLeadInMs = 3000;
+
+}  // namespace
 
 void AudioPreview::WireMix() {
   connect(ui_->cmdMix, &QPushButton::clicked, this, &AudioPreview::cmdMix_Click);
@@ -58,6 +72,8 @@ void AudioPreview::cmdResetMix_Click() {
 void AudioPreview::cmdTestMix_Click() {
   Trapped(__func__, [&] {
     player_->Stop();
+    StopTest();
+    if (ui_->chkAanloop->isChecked()) return TestWithLeadIn();
     {
       const auto seeking = HoldDisplay();
       player_->SetPosition(runtime::SubtractLong(player_->Length(), ui_->ledMix->Value()));
@@ -65,6 +81,44 @@ void AudioPreview::cmdTestMix_Click() {
     }
     player_->Start();
   });
+}
+
+// From three seconds before the mix point, with the next sound of a block where there is one.
+void AudioPreview::TestWithLeadIn() {
+  const qint32 position =
+      std::max(0, runtime::SubtractLong(runtime::SubtractLong(player_->Length(), ui_->ledMix->Value()), kLeadInMs));
+  if (PlayWithNext(position)) return;
+  {
+    const auto seeking = HoldDisplay();
+    player_->SetPosition(position);
+    ui_->sliPlay->setValue(player_->Position());
+  }
+  player_->Start();
+}
+
+// False when no sound follows. One that cannot be read is told by name.
+bool AudioPreview::PlayWithNext(qint32 position) {
+  const QString next = nextSound_ && !player_->FileName().isEmpty() ? nextSound_() : QString();
+  if (next.isEmpty()) return false;
+  if (tester_ == nullptr) tester_ = NewPlayer(this);
+  tester_->SetDeviceID(player_->DeviceID());
+  tester_->SetNumBuffers(player_->NumBuffers());
+  tester_->SetBufferSize(player_->BufferSize());
+  try {
+    tester_->Open(
+        std::make_unique<audio::MixDecoder>(std::vector<audio::MixClip>{
+            {player_->FileName().toStdString(), ui_->ledMix->Value()}, {runtime::HostPath(next).toStdString(), 0}}),
+        next);
+  } catch (const audio::Error& error) {
+    throw runtime::Error(QString::fromUtf8(error.what()));
+  }
+  tester_->SetPosition(position);
+  tester_->Start();
+  return true;
+}
+
+void AudioPreview::StopTest() {
+  if (tester_ != nullptr) tester_->Stop();
 }
 
 void AudioPreview::ledMix_Click() {

@@ -49,6 +49,7 @@ void AudioPreview::cmdPlay_Click() {
       OpenFile(txtPath_->text());
       ui_->sliPlay->setMaximum(player_->Length());
     }
+    StopTest();
     player_->Stop();
     player_->Start();
     tmrPlayer_->start();
@@ -56,7 +57,10 @@ void AudioPreview::cmdPlay_Click() {
 }
 
 void AudioPreview::cmdSTOP_Click() {
-  Trapped(__func__, [&] { player_->Stop(); });
+  Trapped(__func__, [&] {
+    StopTest();
+    player_->Stop();
+  });
 }
 
 void AudioPreview::PlayOrStop() {

@@ -4,6 +4,7 @@
 #include "data/Messages.h"
 #include "data/forms/DroppedAudio.h"
 #include "data/forms/Screens.h"
+#include "media/frmBeluisteren.h"
 #include "media/frmItemPinglesDetail.h"
 #include "media/frmItemSpotsDetail.h"
 
@@ -34,6 +35,7 @@ void ShowEditors(QWidget* owner) {
 }  // namespace
 
 void RegisterMediaScreens() {
+  RegisterScreen(Screen::Beluisteren, [](QWidget* owner) { frmBeluisteren(owner).ShowModal(); });
   RegisterScreen(Screen::ItemSpotsDetail, ShowEditors<frmItemSpotsDetail>);
   RegisterScreen(Screen::ItemPinglesDetail, ShowEditors<frmItemPinglesDetail>);
 }

@@ -8,22 +8,18 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
 // Each user's own; it may be thrown away at any time.
-QString CacheFolder() {
+QString WaveformCacheFolder() {
   return QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) + u"/spotrooster/golfvormen"_s;
 }
 
-controls::Peak ShareOfFullScale(const audio::PeakBin& bin) {
+controls::Peak PeakOf(const audio::PeakBin& bin) {
   const auto share = [](int sample) { return static_cast<float>(sample) / 32768.0F; };
   return {share(bin.low), share(bin.high), share(bin.rms)};
 }
 
-}  // namespace
-
 WaveformFeed::WaveformFeed(controls::WaveformStrip* strip, QObject* parent)
-    : QObject(parent), strip_(strip), reader_(CacheFolder()) {
+    : QObject(parent), strip_(strip), reader_(WaveformCacheFolder()) {
   connect(&reader_, &audio::PeakReader::progressed, this, &WaveformFeed::TakePeaks);
   connect(&reader_, &audio::PeakReader::finished, this, &WaveformFeed::TakePeaks);
   connect(&reader_, &audio::PeakReader::failed, this, &WaveformFeed::ShowTrouble);
@@ -45,6 +41,6 @@ void WaveformFeed::TakePeaks() {
   std::vector<controls::Peak> fresh;
   fresh.reserve(bins.size() - taken_);
   for (; taken_ < bins.size(); ++taken_)
-    fresh.push_back(ShareOfFullScale(bins[taken_]));
+    fresh.push_back(PeakOf(bins[taken_]));
   strip_->AppendPeaks(fresh);
 }

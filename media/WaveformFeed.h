@@ -1,5 +1,6 @@
 #pragma once
 #include "platform/audio/PeakReader.h"
+#include "platform/controls/WaveformPeaks.h"
 
 #include <QObject>
 
@@ -8,6 +9,12 @@
 namespace controls {
 class WaveformStrip;
 }
+
+// The folder of the user's cache in which peaks are kept: a path of the host.
+QString WaveformCacheFolder();
+
+// A bin of a file as strips paint it.
+controls::Peak PeakOf(const audio::PeakBin& bin);
 
 // Brings the peaks of a file to the strip as they are read in the background, or at once when this user looked at the
 // file before: they are kept in a folder of the user's cache. User-interface thread only.

@@ -11,6 +11,8 @@
 #include "platform/runtime/Dates.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trapped.h"
+#include "playout/BlockPlan.h"
+#include "playout/BlockReader.h"
 #include "ui_frmItemSpotsDetail.h"
 
 #include <QTimer>
@@ -77,9 +79,22 @@ void frmItemSpotsDetail::WireFields() {
   connect(ui_->txtStartUur, &QLineEdit::textChanged, this, &frmItemSpotsDetail::txtStartUur_Change);
   connect(ui_->txtEindUur, &QLineEdit::textChanged, this, &frmItemSpotsDetail::txtEindUur_Change);
   connect(&ui_->preview->Player(), &audio::AudioPlayer::stopped, this, &frmItemSpotsDetail::Player_Stop);
+  ui_->preview->SetNextSound([this] { return NextSound(); });
   connect(ui_->chkAktief, &QCheckBox::toggled, this, &frmItemSpotsDetail::ShowValidity);
   connect(ui_->txtPath, &QLineEdit::textChanged, this, &frmItemSpotsDetail::ShowValidity);
   connect(ui_->preview, &AudioPreview::filePresenceChanged, this, &frmItemSpotsDetail::ShowValidity);
+}
+
+QString frmItemSpotsDetail::NextSound() const {
+  if (isNew_) return {};
+  const QDateTime now = runtime::Now();
+  for (const Block& block : ReadBlocks(CurrentCatalogue())) {
+    const std::vector<PlannedSound> sounds = PlanBlock(block, now, SeedOf(block.id, now), {}).sounds;
+    for (std::size_t at = 0; at + 1 < sounds.size(); ++at) {
+      if (sounds[at].kind == SoundKind::Spot && sounds[at].id == id_) return sounds[at + 1].path;
+    }
+  }
+  return {};
 }
 
 QString frmItemSpotsDetail::TableName() const {

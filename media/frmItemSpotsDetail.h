@@ -35,6 +35,8 @@ class frmItemSpotsDetail : public AudioEditor {
   void Player_Stop();
 
   void WireFields();
+  // The sound that follows this spot in the first block in which one does.
+  QString NextSound() const;
   void ShowValidity();
   bool HourValid(QLineEdit* hour, const QString& naam);
 

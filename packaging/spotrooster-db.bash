@@ -18,6 +18,8 @@ _spotrooster_db() {
     [export]="--bestand-verwerkt --bestand-niet-verwerkt --station --vorige-verwerkt"
     [spots]="--ending --station"
     [locate]="--station --write"
+    [playout]="--form --to --at --station"
+    [played]="--dag --password --aan --uit"
   )
   COMPREPLY=()
   if [ "$COMP_CWORD" -eq 1 ]; then

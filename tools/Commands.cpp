@@ -74,7 +74,8 @@ int Run(const Command& command, const QStringList& words, const Streams& streams
 QList<Command> AllCommands() {
   return {CreateCommand(), DemoCommand(),    TablesCommand(), SchemaCommand(),  DumpCommand(),
           SqlCommand(),    MeasureCommand(), CheckCommand(),  CompactCommand(), RestoreCommand(),
-          CopyCommand(),   ExportCommand(),  SpotsCommand(),  LocateCommand()};
+          CopyCommand(),   ExportCommand(),  SpotsCommand(),  LocateCommand(),  PlayoutCommand(),
+          PlayedCommand()};
 }
 
 int RunCommand(const QStringList& words, const Streams& streams) {

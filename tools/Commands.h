@@ -40,6 +40,8 @@ Command CopyCommand();
 Command ExportCommand();
 Command SpotsCommand();
 Command LocateCommand();
+Command PlayoutCommand();
+Command PlayedCommand();
 
 // All commands, in the order in which help shows them.
 QList<Command> AllCommands();

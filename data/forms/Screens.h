@@ -16,6 +16,7 @@ enum class Screen {
   ItemSpotOpruimen,
   PlanningExporteren,
   Defaults,
+  Beluisteren,
 };
 
 using ShowScreenModally = std::function<void(QWidget* owner)>;

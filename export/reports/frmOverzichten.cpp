@@ -1,7 +1,9 @@
 #include "export/reports/frmOverzichten.h"
 
+#include "data/Catalogue.h"
 #include "export/reports/ReportCsv.h"
 #include "export/reports/ReportPages.h"
+#include "export/reports/ReportParts.h"
 #include "export/reports/Reports.h"
 #include "export/reports/ui_frmOverzichten.h"
 #include "platform/desktop/FileChooser.h"
@@ -19,6 +21,7 @@
 #include <QPrinter>
 #include <QScreen>
 #include <QScrollBar>
+#include <QSignalBlocker>
 #include <QStandardPaths>
 
 #include <chrono>
@@ -42,10 +45,14 @@ frmOverzichten::frmOverzichten(QWidget* owner)
       ui_(std::make_unique<Ui::frmOverzichten>()),
       finder_(this, [this](const std::vector<FileFinder::Found>& found, bool last) { TakeFiles(found, last); }) {
   ui_->setupUi(this);
-  for (QRadioButton* choice : {ui_->optItemSpots, ui_->optItems, ui_->optVerlopen})
+  for (QRadioButton* choice : {ui_->optItemSpots, ui_->optItems, ui_->optVerlopen, ui_->optUitzendingen})
     connect(choice, &QRadioButton::toggled, this, [this](bool chosen) {
       if (chosen) optSoort_Click();
     });
+  ui_->fraPeriode->hide();
+  connect(ui_->cboSpot, &QComboBox::currentIndexChanged, this, &frmOverzichten::Periode_Change);
+  for (const controls::DateCombo* day : {ui_->datVan, ui_->datTot})
+    connect(day, &controls::DateCombo::textChanged, this, &frmOverzichten::Periode_Change);
   connect(ui_->cmdPdf, &QPushButton::clicked, this, &frmOverzichten::cmdPdf_Click);
   connect(ui_->cmdCsv, &QPushButton::clicked, this, &frmOverzichten::cmdCsv_Click);
   connect(ui_->cmdAfdrukken, &QPushButton::clicked, this, &frmOverzichten::cmdAfdrukken_Click);
@@ -57,11 +64,40 @@ frmOverzichten::frmOverzichten(QWidget* owner)
 frmOverzichten::~frmOverzichten() = default;
 
 void frmOverzichten::Form_Load() {
-  Trapped(__func__, [&] { ShowReport(); });
+  Trapped(__func__, [&] {
+    ShowReport();
+    FillPeriod();
+  });
+}
+
+// This month, of every spot.
+void frmOverzichten::FillPeriod() {
+  const QSignalBlocker spots(ui_->cboSpot);
+  const QSignalBlocker first(ui_->datVan);
+  const QSignalBlocker last(ui_->datTot);
+  const QDate today = runtime::Now().date();
+  ui_->datVan->SetDate(QDate(today.year(), today.month(), 1));
+  ui_->datTot->SetDate(today);
+  std::vector<controls::ComboBox::Line> lines{{u"Alle item-spots"_s, 0}};
+  for (dao::Recordset row = Rows(u"SELECT ID, Naam FROM %1 ORDER BY Naam"_s.arg(CurrentCatalogue().itemSpots));
+       !row.Eof(); row.MoveNext())
+    lines.push_back({TextOf(row, u"Naam"_s), row.Field(u"ID"_s).toLongLong()});
+  ui_->cboSpot->Refill(lines);
+  ui_->cboSpot->SetListIndex(0);
+}
+
+void frmOverzichten::Periode_Change() {
+  Trapped(__func__, [&] {
+    // While a day is being typed the report stays.
+    if (ui_->optUitzendingen->isChecked() && ui_->datVan->HoldsDate() && ui_->datTot->HoldsDate()) ShowReport();
+  });
 }
 
 void frmOverzichten::optSoort_Click() {
-  Trapped(__func__, [&] { ShowReport(); });
+  Trapped(__func__, [&] {
+    ui_->fraPeriode->setVisible(ui_->optUitzendingen->isChecked());
+    ShowReport();
+  });
 }
 
 // What cannot be read cannot be saved either.
@@ -79,8 +115,16 @@ void frmOverzichten::ShowReport() {
 }
 
 Report frmOverzichten::ChosenReport() const {
+  if (ui_->optUitzendingen->isChecked()) return ChosenAirings();
   if (ui_->optItems->isChecked()) return BlocksReport(seen_);
   return ui_->optVerlopen->isChecked() ? EndingReport() : CatalogueReport(seen_);
+}
+
+Report frmOverzichten::ChosenAirings() const {
+  const QDate today = runtime::Now().date();
+  const qint64 spot = ui_->cboSpot->ListIndex() > 0 ? ui_->cboSpot->ItemData(ui_->cboSpot->ListIndex()) : 0;
+  const std::optional<qint32> only = spot == 0 ? std::nullopt : std::optional(static_cast<qint32>(spot));
+  return AiringsReport(only, ui_->datVan->Date().value_or(today), ui_->datTot->Date().value_or(today));
 }
 
 void frmOverzichten::ShowPages() {

@@ -23,6 +23,7 @@ class frmOverzichten : public Form {
 
  private:
   void optSoort_Click();
+  void Periode_Change();
   void cmdPdf_Click();
   void cmdCsv_Click();
   void cmdAfdrukken_Click();
@@ -30,6 +31,8 @@ class frmOverzichten : public Form {
 
   void ShowReport();
   Report ChosenReport() const;
+  Report ChosenAirings() const;
+  void FillPeriod();
   void ShowPages();
   // Behind the windows: the states become those of the lists, a little later where a drive is slow.
   void LookForFiles();

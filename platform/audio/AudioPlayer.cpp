@@ -56,6 +56,11 @@ void AudioPlayer::Open(const QString& hostPath) {
   fileName_ = hostPath;
 }
 
+void AudioPlayer::Open(std::unique_ptr<Decoder> decoder, const QString& name) {
+  core_->Open(std::move(decoder), name.toStdString());
+  fileName_ = name;
+}
+
 void AudioPlayer::Close() {
   fileName_.clear();
   core_->Close();

@@ -26,6 +26,8 @@ class AudioPlayer : public QObject {
   // Loads the file at a path of the host and measures it exactly; position 0, stopped. What was loaded is let go also
   // when this fails.
   void Open(const QString& hostPath);
+  // The same with sound that a decoder puts together (see MixDecoder.h); `name` stands for the file name.
+  void Open(std::unique_ptr<Decoder> decoder, const QString& name);
   void Close();
   QString FileName() const;  // as given to Open; empty when none is loaded
 

@@ -14,8 +14,12 @@ PlayerCore::~PlayerCore() {
 
 void PlayerCore::Open(const std::string& hostPath) {
   Close();
-  transport_.Load(OpenDecoder(hostPath));
-  fileName_ = hostPath;
+  Open(OpenDecoder(hostPath), hostPath);
+}
+
+void PlayerCore::Open(std::unique_ptr<Decoder> decoder, const std::string& name) {
+  transport_.Load(std::move(decoder));
+  fileName_ = name;
 }
 
 void PlayerCore::Close() {

@@ -7,6 +7,7 @@
 #include "platform/audio/Transport.h"
 
 #include <cstdint>
+#include <memory>
 #include <string>
 
 namespace audio {
@@ -24,6 +25,8 @@ class PlayerCore {
 
   // Position 0, stopped. What was loaded is let go also when this fails.
   void Open(const std::string& hostPath);
+  // The same with sound that is put together by a decoder (see MixDecoder.h); `name` stands for the file name.
+  void Open(std::unique_ptr<Decoder> decoder, const std::string& name);
   void Close();
   const std::string& FileName() const { return fileName_; }  // empty when none is loaded
 

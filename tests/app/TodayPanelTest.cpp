@@ -101,3 +101,35 @@ TEST(TodayPanel, ItsButtonsAskForTheSpotsOfTheirRow) {
   EXPECT_EQ(asked, expected);
   EXPECT_EQ(exports, 1);
 }
+
+TEST(TodayPanel, CountsTheActiveItemsThatWouldBeSilentOrShort) {
+  const Station station;
+  AddSpot(station, 1, 60, true);
+  AddSpot(station, 2, -3, true);
+  const auto addItem = [&](int id, const QString& several, int aktief) {
+    station.OnCurrent(
+        u"INSERT INTO tblItems (ID, Naam, ItemSpotsOptID, OptMeerdereSpots, AantalSpots, MaxAantalSpots, Aktief) "
+        "VALUES (%1, \"blok\", 1, %2, 2, 2, %3)"_s.arg(id)
+            .arg(several)
+            .arg(aktief));
+  };
+  const auto link = [&](int item, int order, int spot) {
+    station.OnCurrent(
+        u"INSERT INTO tblItemsItemSpots (ItemID, ItemSpotOrder, ItemSpotID) VALUES (%1, %2, %3)"_s.arg(item)
+            .arg(order)
+            .arg(spot));
+  };
+  addItem(1, u"0"_s, 1);  // whole
+  link(1, 1, 1);
+  addItem(2, u"0"_s, 1);  // silent
+  link(2, 1, 2);
+  addItem(3, u"-1"_s, 1);  // short
+  link(3, 1, 1);
+  link(3, 2, 2);
+  addItem(4, u"0"_s, 0);  // not active
+  TodayPanel panel;
+  EXPECT_EQ(Number(panel, u"Blokken"_s), u"–"_s);
+  panel.Count();
+  ASSERT_TRUE(QTest::qWaitFor([&] { return Number(panel, u"Blokken"_s) != u"–"_s; }, kPatience));
+  EXPECT_EQ(Number(panel, u"Blokken"_s), u"2"_s);
+}

@@ -207,6 +207,7 @@ TEST(ItemSpotEditor, TabWalksFromTopToBottom) {
                                 u"cmdMix"_s,
                                 u"cmdResetMix"_s,
                                 u"cmdTestMix"_s,
+                               u"chkAanloop"_s,
                                 u"cmdOk"_s,
                                 u"cmdAnnuleren"_s};
   EXPECT_EQ(order.join(u' ').toStdString(), expected.join(u' ').toStdString());

@@ -1,5 +1,6 @@
 // Marking the mix point: by the moment heard, by hand, by number and on the picture.
 #include "data/Globals.h"
+#include "platform/audio/MixDecoder.h"
 #include "platform/audio/Peaks.h"
 #include "platform/controls/LedSpin.h"
 #include "platform/controls/PositionSlider.h"
@@ -9,6 +10,7 @@
 #include "tests/media/support/EditorDesk.h"
 #include "tests/platform/audio/support/SoundFiles.h"
 
+#include <QCheckBox>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTimer>
@@ -258,4 +260,44 @@ TEST(PreviewStrip, PeaksOfTheWholeFileArrive) {
   const QImage full = Picture(whole);
   ASSERT_NE(full, empty);
   EXPECT_TRUE(QTest::qWaitFor([&] { return Picture(at.Strip()) == full; }, 20'000));
+}
+
+TEST(TestWithLeadIn, BeginsThreeSecondsBeforeTheMixPoint) {
+  const Marking marking;
+  marking.Mix().SetValue(10'000);
+  Click(*marking.editor, u"cmdTestMix"_s);
+  EXPECT_EQ(marking.OwnPlayer().Position(), 170'000) << "without the option as always";
+  Child<QCheckBox>(*marking.editor, u"chkAanloop"_s).setChecked(true);
+  Click(*marking.editor, u"cmdTestMix"_s);
+  EXPECT_EQ(marking.OwnPlayer().State(), audio::kPlaying);
+  EXPECT_EQ(marking.OwnPlayer().Position(), 167'000);
+  marking.Mix().SetValue(179'500);
+  Click(*marking.editor, u"cmdTestMix"_s);
+  EXPECT_EQ(marking.OwnPlayer().Position(), 0);
+}
+
+TEST(TestWithLeadIn, LetsTheNextSoundOfABlockBeHeardToTheFrame) {
+  Marking marking(8000);
+  marking.desk.AddSpot(2, u"Volgende"_s, marking.desk.Wav(u"volgende.wav"_s, 5000),
+                       u"5, 0, 0, 1, 0, 99999, 23, 0, 1"_s);
+  marking.desk.station.OnCurrent(
+      u"UPDATE tblItemSpots SET StartDatum = NULL, EindDatum = NULL, StartUur = 0, EindUur = 23"_s);
+  marking.desk.station.OnCurrent(
+      u"INSERT INTO tblItems (ID, Naam, ItemSpotsOptID, OptMeerdereSpots, AantalSpots, MaxAantalSpots, Aktief) VALUES "
+      u"(1, \"Blok\", 1, -1, 2, 2, 1)"_s);
+  for (const int spot : {1, 2}) {
+    marking.desk.station.OnCurrent(
+        u"INSERT INTO tblItemsItemSpots (ItemID, ItemSpotOrder, ItemSpotID) VALUES (1, %1, %1)"_s.arg(spot));
+  }
+  marking.Mix().SetValue(2000);
+  Child<QCheckBox>(*marking.editor, u"chkAanloop"_s).setChecked(true);
+  Click(*marking.editor, u"cmdTestMix"_s);
+  const auto heard = marking.desk.output.PullToEnd();
+  audio::MixDecoder mix({{marking.desk.AudioFile(u"spot.wav"_s).toStdString(), 2000},
+                         {marking.desk.AudioFile(u"volgende.wav"_s).toStdString(), 0}});
+  mix.Seek(3000);  // 1000 frames a second
+  std::vector<std::int16_t> expected(static_cast<std::size_t>(mix.TotalFrames() - 3000) * 2);
+  mix.Read(expected.data(), expected.size() / 2);
+  EXPECT_TRUE(heard == expected) << heard.size() << " and " << expected.size();
+  EXPECT_NE(marking.OwnPlayer().State(), audio::kPlaying);
 }

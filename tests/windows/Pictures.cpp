@@ -22,6 +22,7 @@
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/TextFile.h"
+#include "playout/AirLedger.h"
 #include "tests/journeys/Journey.h"
 #include "tests/journeys/Stage.h"
 #include "tests/windows/Album.h"
@@ -42,6 +43,7 @@
 #include <iostream>
 #include <memory>
 #include <optional>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 using windows::Album;
@@ -165,15 +167,30 @@ void TakeOthers(const Album& album) {
   });
 }
 
+// Three blocks of four spots a day, for ten days.
+void CountSomeAirings() {
+  SwitchCounting(CurrentCatalogue().databasePath, true);
+  std::vector<Airing> airings;
+  for (int at = 0; at < 120; ++at) {
+    const QDateTime block(QDate(2025, 3, 1 + at / 12), QTime(7 + at / 4 % 3 * 5, 20));
+    airings.push_back({1 + at % 8, block.addSecs(at % 4 * 27), 1 + at / 4 % 3});
+  }
+  CountAirings(CurrentCatalogue().databasePath, airings);
+}
+
 void SavePaper(const QString& folder, const QString& name) {
   const std::pair<QString, Report> reports[] = {
-      {u"item-spots"_s, CatalogueReport()}, {u"items"_s, BlocksReport()}, {u"verloopt"_s, EndingReport()}};
+      {u"item-spots"_s, CatalogueReport()},
+      {u"items"_s, BlocksReport()},
+      {u"verloopt"_s, EndingReport()},
+      {u"uitzendingen"_s, AiringsReport({}, QDate(2025, 3, 1), QDate(2025, 3, 11))}};
   for (const auto& [kind, report] : reports)
     runtime::WriteFile(folder + u"/papier-"_s + kind + u'-' + name + u".pdf"_s, PdfOf(report));
 }
 
 // The overviews as they are printed: of many records, of one, of none.
 void TakePaper(const QString& folder) {
+  CountSomeAirings();
   constexpr int kMany = 200;
   for (int id = 61; id <= kMany; ++id) {
     Change(

@@ -9,6 +9,7 @@
 #include "catalogue/frmItemSpotOpruimen.h"
 #include "catalogue/frmItemSpots.h"
 #include "catalogue/frmItems.h"
+#include "data/Catalogue.h"
 #include "data/Globals.h"
 #include "export/frmDefaults.h"
 #include "export/frmPlanningExporteren.h"
@@ -17,11 +18,17 @@
 #include "items/frmDirectory.h"
 #include "items/frmItemsDetail.h"
 #include "items/frmItemsDetailOpt1.h"
+#include "media/frmBeluisteren.h"
 #include "media/frmItemPinglesDetail.h"
 #include "media/frmItemSpotsDetail.h"
 #include "platform/controls/ListBox.h"
 #include "platform/desktop/InputDialog.h"
 #include "platform/desktop/MessageDialog.h"
+#include "playout/BlockReader.h"
+#include "playout/BlockToHear.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -76,6 +83,17 @@ Window InputBox() {
       std::make_unique<desktop::InputDialog>(nullptr, u"Geef een numerische waarde ..."_s, u"Items"_s, u"2480"_s));
 }
 
+// As soon as its files were looked at.
+Window Listening(qint32 item) {
+  HandOverBlock(ReadBlock(CurrentCatalogue(), item));
+  auto form = std::make_unique<frmBeluisteren>(nullptr);
+  form->Form_Load();
+  const QDeadlineTimer patience(30000);
+  while (!form->IsPlanned() && !patience.hasExpired())
+    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
+  return Window(std::move(form));
+}
+
 QString Text(qint32 id) {
   return QString::number(id);
 }
@@ -99,6 +117,7 @@ QList<Opening> All(const Records& records) {
       {u"folder"_s, Folders},
       Screen<frmItemSpotsDetail>(u"itemSpot"_s, Text(records.itemSpot)),
       Screen<frmItemPinglesDetail>(u"itemPingle"_s, Text(records.itemPingle)),
+      {u"listening"_s, [records] { return Listening(records.itemOption1); }},
       Screen<frmItemOpruimen>(u"itemCleanup"_s, Text(records.itemOption1)),
       Screen<frmItemSpotOpruimen>(u"itemSpotCleanup"_s, Text(records.itemSpot)),
       Screen<frmPlanningExporteren>(u"export"_s),

@@ -2,6 +2,7 @@
 
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Error.h"
+#include "playout/AirLedger.h"
 #include "tests/export/reports/Catalogue.h"
 
 #include <QDateTime>
@@ -122,4 +123,32 @@ TEST(ReportsOfNothing, AnUnreachableCatalogueIsAnErrorThatNamesTheFile) {
   } catch (const runtime::Error& error) {
     EXPECT_TRUE(error.Description().contains(u"Server.mdb"_s)) << error.Description().toStdString();
   }
+}
+
+TEST_P(Reports, AiringsAreToldBySpotForThePeriod) {
+  catalogue_.AddSpot(1, u"Zomer"_s, 32, k11March);
+  catalogue_.AddSpot(2, u"kerst"_s, 95, k11March);
+  catalogue_.AddItem(7, u"Ochtend"_s);
+  const QString path = CurrentCatalogue().databasePath;
+  SwitchCounting(path, true);
+  const auto at = [](int day, int hour) { return QDateTime(QDate(2025, 3, day), QTime(hour, 20, 3)); };
+  CountAirings(path, {{1, at(10, 7), 7}, {1, at(11, 23), 0}, {2, at(9, 8), 7}, {2, at(10, 8), 88}, {99, at(10, 9), 0}});
+  const Report report = AiringsReport({}, QDate(2025, 3, 10), QDate(2025, 3, 11));
+  EXPECT_EQ(report.title, u"Uitzendverslag 10-03-2025 tot en met 11-03-2025"_s);
+  ASSERT_EQ(report.groups.size(), 3U);
+  EXPECT_EQ(report.groups[0].name, u"Item-spot 99 (verwijderd)"_s);
+  EXPECT_EQ(report.groups[1].name, u"kerst"_s);
+  EXPECT_EQ(Text(report.groups[1].lines.at(0)), "10-03-2025 | 08:20:03 | Item 88 (verwijderd)");
+  EXPECT_EQ(report.groups[2].note, u"2 keer"_s);
+  EXPECT_EQ(Text(report.groups[2].lines.at(0)), "10-03-2025 | 07:20:03 | Ochtend");
+  EXPECT_EQ(Text(report.groups[2].lines.at(1)), "11-03-2025 | 23:20:03 | ");
+  EXPECT_EQ(report.closing, u"4 uitzendingen"_s);
+  EXPECT_EQ(AiringsReport(2, QDate(2025, 3, 1), QDate(2025, 3, 31)).closing, u"2 uitzendingen"_s);
+  EXPECT_TRUE(AiringsReport({}, QDate(2025, 3, 12), QDate(2025, 3, 31)).IsEmpty());
+}
+
+TEST_P(Reports, WithoutALedgerTheAiringsSayThatNothingIsCounted) {
+  const Report report = AiringsReport({}, QDate(2025, 3, 1), QDate(2025, 3, 31));
+  EXPECT_TRUE(report.IsEmpty());
+  EXPECT_TRUE(report.emptyText.contains(u"geen uitzendingen geteld"_s));
 }

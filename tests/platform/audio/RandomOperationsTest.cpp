@@ -1,5 +1,6 @@
 // The player under an impatient user: no order of operations may hang, crash or race.
 #include "platform/audio/Error.h"
+#include "platform/audio/MixDecoder.h"
 #include "platform/audio/PlayerCore.h"
 #include "platform/audio/SilentOutput.h"
 #include "tests/platform/audio/support/EventLog.h"
@@ -48,6 +49,11 @@ class Storm {
   void Renew() { player_ = std::make_unique<audio::PlayerCore>(outputs_, log_.Listener()); }
 
   void Open() {
+    if (random_() % 3 == 0) {
+      return player_->Open(std::make_unique<audio::MixDecoder>(
+                               std::vector<audio::MixClip>{{files_[0], 1500}, {files_[2], 5}, {files_[1], 0}}),
+                           "blok");
+    }
     try {
       player_->Open(files_[random_() % files_.size()]);
     } catch (const audio::Error&) {

@@ -15,4 +15,8 @@ struct FileNamePattern {
 
 // The name that the pattern gives at that moment, with its folder. Empty while folder or extension is missing, or when
 // neither a fixed nor a variable part is given.
+// With several spots it ends in "-x".
 QString FileNameExample(const FileNamePattern& pattern, const QDateTime& moment);
+
+// The same with a number, from 1 on, in place of the "x": the file that is looked for.
+QString NumberedFileName(const FileNamePattern& pattern, const QDateTime& moment, int number);

@@ -1,4 +1,4 @@
-#include "items/FileNameExample.h"
+#include "playout/FileNameExample.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "items/FileNameExample.h"
+#include "playout/FileNameExample.h"
 
 #include "data/Text.h"
 #include "platform/runtime/Dates.h"
@@ -17,12 +17,20 @@ QString VariablePart(const FileNamePattern& pattern, const QDateTime& moment) {
   return runtime::FormatDate(moment, pattern.format, firstDay);
 }
 
-}  // namespace
-
-QString FileNameExample(const FileNamePattern& pattern, const QDateTime& moment) {
+QString FileName(const FileNamePattern& pattern, const QDateTime& moment, const QString& number) {
   if (IsKull(pattern.directory) || IsKull(pattern.extension)) return {};
   if (IsKull(pattern.fixedPart) && pattern.variableCode == 0) return {};
   return runtime::TrimBlanks(pattern.directory) + u'\\' + runtime::TrimBlanks(pattern.fixedPart) +
-         VariablePart(pattern, moment) + (pattern.severalSpots ? u"-x"_s : QString()) + u'.' +
+         VariablePart(pattern, moment) + (pattern.severalSpots ? QString(u'-' + number) : QString()) + u'.' +
          runtime::TrimBlanks(pattern.extension);
+}
+
+}  // namespace
+
+QString FileNameExample(const FileNamePattern& pattern, const QDateTime& moment) {
+  return FileName(pattern, moment, u"x"_s);
+}
+
+QString NumberedFileName(const FileNamePattern& pattern, const QDateTime& moment, int number) {
+  return FileName(pattern, moment, QString::number(number));
 }

@@ -1,0 +1,84 @@
+#include "catalogue/BlockSurvey.h"
+
+#include "data/Catalogue.h"
+#include "platform/runtime/Clock.h"
+#include "platform/runtime/Error.h"
+
+#include <utility>
+
+namespace {
+
+// Marks taken over between two turns of the event loop.
+constexpr std::size_t kSlice = 250;
+
+bool IsTrouble(const BlockMark& mark) {
+  return mark.state == BlockMark::State::Silent || mark.state == BlockMark::State::Short;
+}
+
+}  // namespace
+
+BlockSurvey::BlockSurvey(QObject* parent) : QObject(parent), reading_(this) {
+  connect(&slices_, &QTimer::timeout, this, &BlockSurvey::TakeSlice);
+}
+
+void BlockSurvey::Start() {
+  slices_.stop();
+  marks_.clear();
+  waiting_.clear();
+  taken_ = 0;
+  inTrouble_ = 0;
+  read_ = finished_ = lastWaits_ = false;
+  reading_.Send([this, catalogue = CurrentCatalogue(), now = runtime::Now()](const Errands::Errand& errand) {
+    try {
+      MarkBlocks(
+          catalogue, now, [&errand] { return errand.IsWanted(); },
+          [this, &errand](std::vector<BlockMark> marks, bool last) {
+            errand.Tell([this, marks = std::move(marks), last]() mutable { Take(std::move(marks), last); });
+          });
+    } catch (const runtime::Error&) {
+      // The list itself says what is wrong; marks are an extra.
+      errand.Tell([this] { Finish(); });
+    }
+  });
+}
+
+const BlockMark* BlockSurvey::Find(qint64 id) const {
+  const auto mark = marks_.constFind(id);
+  return mark == marks_.constEnd() ? nullptr : &*mark;
+}
+
+void BlockSurvey::Take(std::vector<BlockMark> marks, bool last) {
+  while (taken_ < waiting_.size())
+    TakeSlice();
+  waiting_ = std::move(marks);
+  taken_ = 0;
+  lastWaits_ = last;
+  slices_.start(0);
+}
+
+void BlockSurvey::TakeSlice() {
+  QList<qint64> ids;
+  const std::size_t end = std::min(waiting_.size(), taken_ + kSlice);
+  for (; taken_ < end; ++taken_)
+    TakeMark(waiting_[taken_], ids);
+  const bool all = taken_ == waiting_.size();
+  if (all) {
+    slices_.stop();
+    read_ = true;
+  }
+  if (!ids.isEmpty()) Q_EMIT changed(ids);
+  if (all && lastWaits_) Finish();
+}
+
+void BlockSurvey::TakeMark(const BlockMark& mark, QList<qint64>& ids) {
+  BlockMark& known = marks_[mark.id];
+  if (known == mark) return;
+  inTrouble_ += (IsTrouble(mark) ? 1 : 0) - (IsTrouble(known) ? 1 : 0);
+  known = mark;
+  ids += mark.id;
+}
+
+void BlockSurvey::Finish() {
+  finished_ = true;
+  Q_EMIT finished();
+}

@@ -1,0 +1,66 @@
+// One sound file of a mix: stereo at the mix's rate, from any frame on.
+#pragma once
+
+#include "platform/audio/Decoder.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+struct SRC_STATE_tag;
+
+namespace audio {
+
+// One channel goes to both sides; of more than two the first two are heard. Delivers exactly Frames() frames. Where the
+// rates are equal, the samples are the file's own. One thread.
+class ClipStream {
+ public:
+  // Measures the file, and lets it go until it is read. `rate`: Hz of what is delivered; 0: the file's own. Throws
+  // Error naming the file.
+  ClipStream(std::string path, int rate);
+
+  const std::string& Path() const { return path_; }
+  int FileRate() const { return fileRate_; }
+  int Rate() const { return rate_; }
+  std::int64_t Frames() const { return frames_; }  // at Rate(), rounded to nearest
+  void SetRate(int rate);
+
+  // The next Mix begins at this frame, 0 to Frames().
+  void Seek(std::int64_t frame);
+  // Adds up to `frames` stereo frames to `out`, fewer at the end. A file that is gone or unreadable by now is silent.
+  void Mix(float* out, std::int64_t frames);
+  // Closes the file until it is read again.
+  void Release();
+
+ private:
+  struct Free {
+    void operator()(SRC_STATE_tag* state) const;
+  };
+  void Open();
+  void OpenAt(std::int64_t frame);
+  std::int64_t Read(std::int64_t frames);
+  std::int64_t ReadStereo(float* out, std::int64_t frames);
+  std::int64_t Resample(std::int64_t frames);
+  void Refill();
+
+  std::string path_;
+  int fileRate_ = 0;
+  int channels_ = 0;
+  std::int64_t fileFrames_ = 0;
+  int rate_ = 0;
+  std::int64_t frames_ = 0;
+
+  std::int64_t position_ = 0;
+  bool atPosition_ = false;  // the file is open and the next frame read from it is position_
+  std::unique_ptr<Decoder> decoder_;
+  std::unique_ptr<SRC_STATE_tag, Free> converter_;  // null where the rates are equal
+  std::vector<float> decoded_;                      // in the file's channels
+  std::vector<float> input_;                        // stereo at the file's rate, not yet converted
+  std::size_t inputStart_ = 0;                      // frames
+  std::size_t inputEnd_ = 0;
+  bool atEnd_ = false;
+  std::vector<float> block_;  // stereo, as delivered
+};
+
+}  // namespace audio
