@@ -9,7 +9,7 @@
 namespace {
 
 // Marks taken over between two turns of the event loop.
-constexpr std::size_t kSlice = 250;
+constexpr std::size_t kBlockSlice = 250;
 
 bool IsTrouble(const BlockMark& mark) {
   return mark.state == BlockMark::State::Silent || mark.state == BlockMark::State::Short;
@@ -58,7 +58,7 @@ void BlockSurvey::Take(std::vector<BlockMark> marks, bool last) {
 
 void BlockSurvey::TakeSlice() {
   QList<qint64> ids;
-  const std::size_t end = std::min(waiting_.size(), taken_ + kSlice);
+  const std::size_t end = std::min(waiting_.size(), taken_ + kBlockSlice);
   for (; taken_ < end; ++taken_)
     TakeMark(waiting_[taken_], ids);
   const bool all = taken_ == waiting_.size();

@@ -24,8 +24,8 @@ using runtime::Trapped;
 
 namespace {
 
-constexpr QSize kOpeningSize(920, 620);
-constexpr int kTickMs = 20;
+constexpr QSize kListeningSize(920, 620);
+constexpr int kListeningTickMs = 20;
 
 }  // namespace
 
@@ -39,12 +39,12 @@ frmBeluisteren::frmBeluisteren(QWidget* owner)
   ui_->setupUi(this);
   peaks_ = std::make_unique<ClipPeaks>(ui_->strip);
   player_->setObjectName(u"Player"_s);
-  tmrPlayer_->setInterval(kTickMs);
+  tmrPlayer_->setInterval(kListeningTickMs);
   DressControls();
   WireMoment();
   WirePlayer();
   WireKeys();
-  resize(kOpeningSize.boundedTo(screen()->availableSize()));
+  resize(kListeningSize.boundedTo(screen()->availableSize()));
 }
 
 frmBeluisteren::~frmBeluisteren() = default;

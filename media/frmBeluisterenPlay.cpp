@@ -18,16 +18,16 @@ using runtime::Trapped;
 namespace {
 
 // So long before the next sound its mix is listened to.
-constexpr qint64 kLeadInMs = 3000;
+constexpr qint64 kBeforeMixMs = 3000;
 // A position that was asked for may be read back a little earlier.
 constexpr qint64 kSlackMs = 20;
-constexpr int kTransportHeight = 36;
-constexpr int kTransportPadding = 20;
+constexpr int kButtonHeight = 36;
+constexpr int kButtonPadding = 20;
 
 }  // namespace
 
 void frmBeluisteren::DressControls() {
-  const int height = std::max(kTransportHeight, fontMetrics().height() + kTransportPadding);
+  const int height = std::max(kButtonHeight, fontMetrics().height() + kButtonPadding);
   for (QPushButton* button : {ui_->cmdPlay, ui_->cmdSTOP, ui_->cmdVolgendeMix})
     button->setMinimumHeight(height);
   ui_->cmdPlay->setIcon(desktop::Icon(u"play"_s, desktop::IconTint::Accent));
@@ -88,9 +88,9 @@ void frmBeluisteren::cmdVolgendeMix_Click() {
     if (starts_.size() < 2) return;
     const qint64 now = player_->Position();
     const auto next = std::find_if(starts_.begin() + 1, starts_.end(),
-                                   [&](qint64 start) { return start - kLeadInMs > now + kSlackMs; });
+                                   [&](qint64 start) { return start - kBeforeMixMs > now + kSlackMs; });
     const qint64 start = next == starts_.end() ? starts_[1] : *next;
-    SeekTo(std::max<qint64>(0, start - kLeadInMs));
+    SeekTo(std::max<qint64>(0, start - kBeforeMixMs));
   });
 }
 

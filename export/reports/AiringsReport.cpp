@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // Names of a table's records by their ID.
-QHash<qint32, QString> NamesOf(const QString& table) {
+QHash<qint32, QString> NamesById(const QString& table) {
   QHash<qint32, QString> names;
   for (dao::Recordset row = Rows(u"SELECT ID, Naam FROM "_s + table); !row.Eof(); row.MoveNext())
     names.insert(row.Field(u"ID"_s).toInt(), TextOf(row, u"Naam"_s));
@@ -50,8 +50,8 @@ Report AiringsReport(std::optional<qint32> spotID, QDate first, QDate last) {
     report.emptyText = u"In deze database worden geen uitzendingen geteld. De beheerder kan dat aanzetten."_s;
     return report;
   }
-  const QHash<qint32, QString> spots = NamesOf(CurrentCatalogue().itemSpots);
-  const QHash<qint32, QString> items = NamesOf(CurrentCatalogue().items);
+  const QHash<qint32, QString> spots = NamesById(CurrentCatalogue().itemSpots);
+  const QHash<qint32, QString> items = NamesById(CurrentCatalogue().items);
   const QString only = spotID ? u" AND ItemSpotID = "_s + QString::number(*spotID) : QString();
   const QString select =
       u"SELECT * FROM %1 WHERE Ogenblik >= %2 AND Ogenblik < %3%4 ORDER BY ItemSpotID, Ogenblik"_s.arg(

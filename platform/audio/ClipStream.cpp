@@ -11,7 +11,7 @@
 namespace audio {
 namespace {
 
-constexpr std::int64_t kChunk = 1024;  // frames read at a time
+constexpr std::int64_t kClipChunk = 1024;  // frames read at a time
 // Frames of the output thrown away before the one that is wanted, so that the filter has its whole history: it reaches
 // back less than 64 of the file's frames.
 constexpr std::int64_t kHistory = 512;
@@ -54,7 +54,7 @@ void ClipStream::Mix(float* out, std::int64_t frames) {
   try {
     if (left > 0 && !atPosition_) OpenAt(position_);
     while (left > 0) {
-      const std::int64_t got = Read(std::min(left, kChunk));
+      const std::int64_t got = Read(std::min(left, kClipChunk));
       if (got == 0) break;
       for (std::int64_t at = 0; at < 2 * got; ++at)
         out[at] += block_[static_cast<std::size_t>(at)];
@@ -92,7 +92,7 @@ void ClipStream::OpenAt(std::int64_t frame) {
   }
   decoder_->Seek(converter_ ? begin * fileRate_ / rate_ : frame);
   while (begin < frame) {
-    const std::int64_t got = Read(std::min(frame - begin, kChunk));
+    const std::int64_t got = Read(std::min(frame - begin, kClipChunk));
     if (got == 0) break;
     begin += got;
   }
@@ -100,7 +100,7 @@ void ClipStream::OpenAt(std::int64_t frame) {
 }
 
 std::int64_t ClipStream::Read(std::int64_t frames) {
-  block_.resize(static_cast<std::size_t>(2 * kChunk));
+  block_.resize(static_cast<std::size_t>(2 * kClipChunk));
   return converter_ ? Resample(frames) : ReadStereo(block_.data(), frames);
 }
 
@@ -134,10 +134,10 @@ std::int64_t ClipStream::Resample(std::int64_t frames) {
 }
 
 void ClipStream::Refill() {
-  input_.resize(static_cast<std::size_t>(2 * kChunk));
+  input_.resize(static_cast<std::size_t>(2 * kClipChunk));
   inputStart_ = 0;
-  inputEnd_ = static_cast<std::size_t>(ReadStereo(input_.data(), kChunk));
-  atEnd_ = inputEnd_ < static_cast<std::size_t>(kChunk);
+  inputEnd_ = static_cast<std::size_t>(ReadStereo(input_.data(), kClipChunk));
+  atEnd_ = inputEnd_ < static_cast<std::size_t>(kClipChunk);
 }
 
 }  // namespace audio

@@ -15,13 +15,13 @@ namespace {
 
 namespace colour = desktop::instrument;
 
-constexpr int kInset = 8;
-constexpr int kTop = 6;
+constexpr int kClipInset = 8;
+constexpr int kClipTop = 6;
 constexpr int kRows = 2;
-constexpr int kGap = 3;  // between the rows
-constexpr int kAround = 8;
-constexpr qint64 kSecond = 1000;
-constexpr qint64 kPage = 10 * kSecond;
+constexpr int kRowGap = 3;  // between the rows
+constexpr int kClipAround = 8;
+constexpr qint64 kOneSecond = 1000;
+constexpr qint64 kTenSeconds = 10 * kOneSecond;
 
 }  // namespace
 
@@ -37,7 +37,7 @@ QSize ClipStrip::sizeHint() const {
 }
 
 QSize ClipStrip::minimumSizeHint() const {
-  return {240, kTop + kRulerHeight + kRows * (NameHeight() + 24) + kGap};
+  return {240, kClipTop + kRulerHeight + kRows * (NameHeight() + 24) + kRowGap};
 }
 
 // --- what is shown
@@ -77,8 +77,8 @@ void ClipStrip::SetPositionMs(qint64 position) {
   const double after = XOf(position);
   positionMs_ = position;
   if (std::lround(before * scale) == std::lround(after * scale)) return;
-  const int left = static_cast<int>(std::min(before, after)) - kAround;
-  const int right = static_cast<int>(std::max(before, after)) + kAround;
+  const int left = static_cast<int>(std::min(before, after)) - kClipAround;
+  const int right = static_cast<int>(std::max(before, after)) + kClipAround;
   update(left, 0, right - left, height());
 }
 
@@ -99,7 +99,7 @@ void ClipStrip::UpdateAccessible() {
 // --- places and times
 
 QRect ClipStrip::WaveRect() const {
-  return rect().adjusted(kInset, kTop, -kInset, -kRulerHeight - 1);
+  return rect().adjusted(kClipInset, kClipTop, -kClipInset, -kRulerHeight - 1);
 }
 
 double ClipStrip::XOf(qint64 ms) const {
@@ -112,8 +112,8 @@ qint64 ClipStrip::MsAt(double x) const {
 
 QRect ClipStrip::ClipRect(std::size_t clip) const {
   const QRect wave = WaveRect();
-  const int height = (wave.height() - kGap) / kRows;
-  const int top = wave.top() + static_cast<int>(clip % kRows) * (height + kGap);
+  const int height = (wave.height() - kRowGap) / kRows;
+  const int top = wave.top() + static_cast<int>(clip % kRows) * (height + kRowGap);
   const int left = static_cast<int>(std::lround(XOf(clips_[clip].startMs)));
   const int right = static_cast<int>(std::lround(XOf(clips_[clip].startMs + clips_[clip].lengthMs)));
   return {left, top, std::max(1, right - left), height};
@@ -226,13 +226,13 @@ void ClipStrip::leaveEvent(QEvent* event) {
 void ClipStrip::keyPressEvent(QKeyEvent* event) {
   switch (event->key()) {
     case Qt::Key_Left:
-      return AskFor(positionMs_ - kSecond);
+      return AskFor(positionMs_ - kOneSecond);
     case Qt::Key_Right:
-      return AskFor(positionMs_ + kSecond);
+      return AskFor(positionMs_ + kOneSecond);
     case Qt::Key_PageUp:
-      return AskFor(positionMs_ - kPage);
+      return AskFor(positionMs_ - kTenSeconds);
     case Qt::Key_PageDown:
-      return AskFor(positionMs_ + kPage);
+      return AskFor(positionMs_ + kTenSeconds);
     case Qt::Key_Home:
       return AskFor(0);
     case Qt::Key_End:

@@ -11,7 +11,7 @@ using testing_support::Station;
 
 namespace {
 
-const QDateTime kMoment(QDate(2025, 3, 11), QTime(14, 32, 7, 250));
+const QDateTime kAiredAt(QDate(2025, 3, 11), QTime(14, 32, 7, 250));
 
 class AirLedgerTest : public testing::Test {
  protected:
@@ -35,21 +35,21 @@ class AirLedgerTest : public testing::Test {
 
 TEST_F(AirLedgerTest, ItIsOffUntilItIsSwitchedOn) {
   EXPECT_FALSE(IsCountingOn(global.serverDatabasePath));
-  EXPECT_THROW(Count({{1, kMoment, 7}}), runtime::Error);
+  EXPECT_THROW(Count({{1, kAiredAt, 7}}), runtime::Error);
   EXPECT_EQ(Field(1, u"AantalGedraaid"_s), 4);
   SwitchCounting(global.serverDatabasePath, true);
   EXPECT_TRUE(IsCountingOn(global.serverDatabasePath));
-  EXPECT_EQ(Count({{1, kMoment, 7}}).added, 1);
+  EXPECT_EQ(Count({{1, kAiredAt, 7}}).added, 1);
   SwitchCounting(global.serverDatabasePath, false);
   EXPECT_FALSE(IsCountingOn(global.serverDatabasePath));
-  EXPECT_THROW(Count({{1, kMoment.addSecs(1), 7}}), runtime::Error);
+  EXPECT_THROW(Count({{1, kAiredAt.addSecs(1), 7}}), runtime::Error);
   SwitchCounting(global.serverDatabasePath, true);
   EXPECT_EQ(LedgerRows(), 1) << "what was counted stays";
 }
 
 TEST_F(AirLedgerTest, EachAiringCountsOnceHoweverOftenItIsHandedIn) {
   SwitchCounting(global.serverDatabasePath, true);
-  const std::vector<Airing> airings{{1, kMoment, 7}, {1, kMoment.addSecs(60), 7}, {2, kMoment, 0}, {1, kMoment, 7}};
+  const std::vector<Airing> airings{{1, kAiredAt, 7}, {1, kAiredAt.addSecs(60), 7}, {2, kAiredAt, 0}, {1, kAiredAt, 7}};
   AiringCount counted = Count(airings);
   EXPECT_EQ(counted.added, 3);
   EXPECT_EQ(counted.known, 1);
@@ -66,14 +66,14 @@ TEST_F(AirLedgerTest, EachAiringCountsOnceHoweverOftenItIsHandedIn) {
 
 TEST_F(AirLedgerTest, ASpotThatIsNotInTheCatalogueIsKeptAndTold) {
   SwitchCounting(global.serverDatabasePath, true);
-  EXPECT_EQ(Count({{99, kMoment, 7}}).unknown, 1);
+  EXPECT_EQ(Count({{99, kAiredAt, 7}}).unknown, 1);
   EXPECT_EQ(LedgerRows(), 1);
 }
 
 TEST_F(AirLedgerTest, ALocalDatabaseCountsInItsCopy) {
   station_.OnLocal(u"INSERT INTO tblCopie_ItemSpots (ID, AantalGedraaid) VALUES (1, 0)"_s);
   SwitchCounting(global.localDatabasePath, true);
-  CountAirings(global.localDatabasePath, {{1, kMoment, 0}});
+  CountAirings(global.localDatabasePath, {{1, kAiredAt, 0}});
   EXPECT_EQ(station_.LocalRows(u"SELECT AantalGedraaid FROM tblCopie_ItemSpots"_s).Field(0), 1);
   EXPECT_EQ(station_.LocalRows(u"SELECT InitValue FROM cdeInstellingen WHERE InitCode = \"OnlineYn\""_s).RecordCount(),
             1);
@@ -82,7 +82,7 @@ TEST_F(AirLedgerTest, ALocalDatabaseCountsInItsCopy) {
 TEST_F(AirLedgerTest, AFileWithoutSpotsIsNamed) {
   SwitchCounting(global.workDatabasePath, true);
   try {
-    CountAirings(global.workDatabasePath, {{1, kMoment, 0}});
+    CountAirings(global.workDatabasePath, {{1, kAiredAt, 0}});
     FAIL();
   } catch (const runtime::Error& error) {
     EXPECT_TRUE(error.Description().contains(u"work.mdb"_s)) << error.what();

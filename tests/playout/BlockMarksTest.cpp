@@ -11,7 +11,7 @@ using testing_support::Station;
 
 namespace {
 
-const QDateTime kNoon(QDate(2025, 3, 11), QTime(12, 0));
+const QDateTime kMarkNoon(QDate(2025, 3, 11), QTime(12, 0));
 
 class BlockMarks : public testing::Test {
  protected:
@@ -39,7 +39,7 @@ class BlockMarks : public testing::Test {
     std::vector<BlockMark> latest;
     int told = 0;
     MarkBlocks(
-        CurrentCatalogue(), kNoon, [] { return true; },
+        CurrentCatalogue(), kMarkNoon, [] { return true; },
         [&](std::vector<BlockMark> marks, bool last) {
           ++told;
           EXPECT_EQ(last, told == 2);
