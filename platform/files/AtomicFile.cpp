@@ -30,30 +30,41 @@ void Naming(const std::filesystem::path& path, const Call& call) {
 }  // namespace
 
 AtomicFile::AtomicFile(const std::filesystem::path& path, FileSystem& files) : files_(files), path_(path) {
-  try {
-    Naming(path, [&] { Begin(); });
-  } catch (const Error&) {
-    if (file_ != nullptr) RemoveTemporary();
-    throw;
-  }
+  Naming(path, [&] { BeginInPlace(); });
+}
+
+AtomicFile::AtomicFile(const std::filesystem::path& path, const FileStatus& original, FileSystem& files)
+    : files_(files), path_(path) {
+  Naming(path, [&] { Begin(&original); });
 }
 
 AtomicFile::~AtomicFile() {
   if (removes_) RemoveTemporary();
 }
 
-void AtomicFile::Begin() {
+void AtomicFile::BeginInPlace() {
   path_ = files_.RealPath(path_);
   // Renaming does not ask for the permissions of the file that is replaced; opening it does.
-  const auto original = files_.OpenIfThere(path_, OpenMode::Write);
+  const auto replaced = files_.OpenIfThere(path_, OpenMode::Write);
+  if (replaced == nullptr) return Begin(nullptr);
+  const FileStatus original = replaced->Status();
+  Begin(&original);
+}
+
+void AtomicFile::Begin(const FileStatus* original) {
   OpenRequest request{OpenMode::Create, false};
   if (original != nullptr) request.permissions = kOwnerOnly;
-  for (int attempt = 0; attempt < kMostTemporaryNames; ++attempt) {
-    temporary_ = TemporaryName(path_);
-    file_ = files_.Open(temporary_, request);
-    if (!LockTemporary(*file_, temporary_, files_)) continue;
-    if (original != nullptr) file_->TakeAccessOf(original->Status());
-    return;
+  try {
+    for (int attempt = 0; attempt < kMostTemporaryNames; ++attempt) {
+      temporary_ = TemporaryName(path_);
+      file_ = files_.Open(temporary_, request);
+      if (!LockTemporary(*file_, temporary_, files_)) continue;
+      if (original != nullptr) file_->TakeAccessOf(*original);
+      return;
+    }
+  } catch (const Error&) {
+    if (file_ != nullptr) RemoveTemporary();
+    throw;
   }
   throw SystemError("aanmaken", path_.string(), EEXIST);
 }

@@ -18,6 +18,9 @@ namespace files {
 class AtomicFile {
  public:
   explicit AtomicFile(const std::filesystem::path& path, FileSystem& files = CurrentFileSystem());
+  /// A copy of another file, which is given the permissions, group and owner of `original` as far as this user may set
+  /// them, and is never open to more users. A link of that name is not followed: Commit replaces the link itself.
+  AtomicFile(const std::filesystem::path& path, const FileStatus& original, FileSystem& files = CurrentFileSystem());
   ~AtomicFile();
   AtomicFile(const AtomicFile&) = delete;
   AtomicFile& operator=(const AtomicFile&) = delete;
@@ -41,7 +44,8 @@ class AtomicFile {
   const std::filesystem::path& TemporaryPath() const { return temporary_; }
 
  private:
-  void Begin();
+  void BeginInPlace();
+  void Begin(const FileStatus* original);
   void RemoveTemporary();
 
   FileSystem& files_;

@@ -1,12 +1,15 @@
 #include "platform/jet/check/Compact.h"
 
 #include "platform/files/AtomicFile.h"
+#include "platform/files/TemporaryName.h"
 #include "platform/jet/check/Check.h"
 #include "platform/jet/check/DatabaseCopy.h"
+#include "platform/jet/storage/LockFile.h"
 #include "platform/jet/values/Damage.h"
 #include "platform/jet/values/Error.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <memory>
 #include <string>
 
@@ -48,35 +51,51 @@ void WriteCopy(Database& source, files::AtomicFile& file, const OpenOptions& opt
   });
 }
 
-void KeepOld(const std::filesystem::path& path, FileSystem& files) {
-  std::filesystem::path kept = path;
-  kept += ".bak";
-  const auto file = files.Open(path, OpenMode::Read);
-  Bytes content(file->Size());
-  content.resize(file->ReadAt(0, content));
-  files::WriteFile(kept, {reinterpret_cast<const char*>(content.data()), content.size()}, files);
+void CopyBytes(File& source, files::AtomicFile& target) {
+  Bytes chunk(kPagesAtOnce * kPageSize);
+  std::uint64_t copied = 0;
+  while (const std::size_t count = source.ReadAt(copied, chunk)) {
+    target.Write({reinterpret_cast<const char*>(chunk.data()), count});
+    copied += count;
+  }
+}
+
+std::filesystem::path KeptName(std::filesystem::path path) {
+  return path += ".bak";
 }
 
 }  // namespace
 
 void CompactInto(const std::filesystem::path& source, const std::filesystem::path& target, const OpenOptions& options,
                  FileSystem& files) {
+  const auto isThere = [&] { return SystemError("aanmaken", target.string(), EEXIST); };
   const auto database = Database::Open(source, options, files);
   const ReadTurn reading(*database);
-  if (files.Exists(target)) Database::Create(target, files);  // says that it is there
-  files::AtomicFile file(target, files);
+  LockFile::CheckName(target);
+  if (files.Exists(target)) throw isThere();
+  files::RemoveLeftovers(target, files);
+  files::AtomicFile file(target, database->Shared().OpenedFile().Status(), files);
   WriteCopy(*database, file, options, files);
-  file.Commit();
+  if (!file.CommitNew(target)) throw isThere();
 }
 
+// Everything is taken from the open file and made beside its real name: in a shared folder another user may put a link
+// under that name meanwhile.
 void Compact(const std::filesystem::path& path, const OpenOptions& options, FileSystem& files) {
   OpenOptions writable = options;
   writable.writable = true;
   const auto database = Database::Open(path, writable, files);
   const WriteTurn nobodyElse(*database);
-  files::AtomicFile file(path, files);
+  const std::filesystem::path real = database->Shared().Path();
+  File& old = database->Shared().OpenedFile();
+  const std::filesystem::path kept = KeptName(real);
+  files::RemoveLeftovers(real, files);
+  files::RemoveLeftovers(kept, files);
+  files::AtomicFile file(real, old.Status(), files);
   WriteCopy(*database, file, options, files);
-  KeepOld(path, files);
+  files::AtomicFile keeping(kept, old.Status(), files);
+  CopyBytes(old, keeping);
+  keeping.Commit();
   file.Commit();
 }
 

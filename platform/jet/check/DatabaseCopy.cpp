@@ -91,6 +91,7 @@ void DatabaseCopy::Build(const std::set<std::uint32_t>& keeping) {
   for (std::uint32_t page = 0; page < kEnginePages; ++page)
     pages_->Append();
   pages_->Change(0) = *source_.Source().Read(0);
+  MarkChange(pages_->Change(0));
   FormatGlobalMap(*pages_, kEnginePages);
   PageSpace space(*pages_);
   TakePlaces(space, keeping);

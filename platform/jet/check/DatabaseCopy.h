@@ -11,7 +11,8 @@
 namespace jet {
 
 /// The pages of a new file with everything that a database holds, and no dead space: the header with password and
-/// encoding, every table, those of the system too, byte for byte where page numbers need not change.
+/// encoding and a mark of its own, every table, those of the system too, byte for byte where page numbers need not
+/// change.
 ///
 /// A table keeps the page of its definition, which is its number elsewhere in the file, unless that would leave much of
 /// the new file empty.

@@ -43,6 +43,11 @@ class Storage {
 
   const std::string& Name() const { return name_; }
   bool IsReadOnly() const { return readOnly_; }
+  /// Where the file is, without links. What belongs to it is beside it.
+  const std::filesystem::path& Path() const { return path_; }
+  /// The file that is open, for copying it as it is: also when its path leads elsewhere by now. Only for reading, and
+  /// only until the end of the turn.
+  File& OpenedFile() { return *file_; }
   /// Which file is open: another one once somebody put a file in its place and it was looked at again.
   const FileIdentity& Identity() const { return status_.identity; }
   const Header& DatabaseHeader() const { return pages_->DatabaseHeader(); }

@@ -1,5 +1,7 @@
 #include "platform/jet/check/Compact.h"
 
+#include "platform/files/TemporaryName.h"
+#include "platform/jet/pages/Header.h"
 #include "tests/platform/jet/support/FaultyFiles.h"
 #include "tests/platform/jet/support/SampleTable.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
@@ -118,6 +120,8 @@ TEST(Compact, KilledAtAnyCallLeavesTheOldOrTheNewFileAndWorksWhenRunAgain) {
     EXPECT_EQ(RowsOf(memory, "/data/c.mdb"), rows) << "call " << call;
     EXPECT_EQ(MessageOf([&] { Compact("/data/c.mdb", options, memory); }), "") << "call " << call;
     EXPECT_EQ(RowsOf(memory, "/data/c.mdb"), rows) << "call " << call;
+    for (const std::filesystem::path& name : memory.Names())
+      EXPECT_FALSE(files::IsTemporaryName(name)) << "call " << call << ": " << name;
   }
   EXPECT_GT(call, 20);
 }
@@ -144,6 +148,23 @@ TEST(Compact, KilledAtAnyCallLeavesAWholeNewFileOrNone) {
     }
     EXPECT_EQ(RowsOf(memory, "/data/small.mdb"), rows) << "call " << call;
   }
+}
+
+// A program that compares marks must never take the copy for the file that it knows.
+TEST(Compact, ACopyHasAMarkOfItsOwn) {
+  FreshDatabase database;
+  FillAndThin(database);
+  files::MemoryFileSystem& files = database.Files();
+  const auto markOf = [&](const char* path) {
+    const Bytes content = files.Get(path);
+    return Bytes(content.begin() + kChangeMark, content.begin() + kCommitCounters);
+  };
+  const Bytes mark = markOf(FreshDatabase::kPath);
+  CompactInto(FreshDatabase::kPath, "/data/small.mdb", {}, files);
+  EXPECT_NE(markOf("/data/small.mdb"), mark);
+  Compact(FreshDatabase::kPath, {}, files);
+  EXPECT_NE(markOf(FreshDatabase::kPath), mark);
+  EXPECT_EQ(markOf("/data/new.mdb.bak"), mark);
 }
 
 TEST(Compact, LeavesOtherFilesInTheFolderAlone) {
