@@ -157,6 +157,7 @@ void AudioPreview::OpenFile(const QString& bestand) {
 void AudioPreview::OpenInPlayer(const QString& hostPath, const QString& path) {
   try {
     player_->Open(hostPath);
+    ShowStatus(player_->StatusText());
   } catch (const runtime::Error& error) {
     throw runtime::Error(QString(error.Description()).replace(hostPath, path));
   }

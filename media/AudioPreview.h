@@ -110,6 +110,8 @@ class AudioPreview : public QGroupBox {
     return qScopeGuard([this] { seeking_ = false; });
   }
   void SetMix(qint32 mixPunt);
+  // Whether a file is open; without one, the line of the player says so.
+  bool HasFile();
   void ShowStatus(const QString& text);
 
   std::unique_ptr<Ui::AudioPreview> ui_;

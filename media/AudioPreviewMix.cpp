@@ -61,7 +61,15 @@ void AudioPreview::SetMix(qint32 mixPunt) {
   ui_->ledMix->SetValue(mixPunt);
 }
 
+// Without a file there is no position to mark and nothing to play: what was marked stays.
+bool AudioPreview::HasFile() {
+  if (!player_->FileName().isEmpty()) return true;
+  ShowStatus(u"Er is geen geluidsbestand geopend; kies er een met 'Path ...'."_s);
+  return false;
+}
+
 void AudioPreview::cmdMix_Click() {
+  if (!HasFile()) return;
   Trapped(__func__, [&] { SetMix(runtime::SubtractLong(player_->Length(), player_->Position())); });
 }
 
@@ -70,6 +78,7 @@ void AudioPreview::cmdResetMix_Click() {
 }
 
 void AudioPreview::cmdTestMix_Click() {
+  if (!HasFile()) return;
   Trapped(__func__, [&] {
     player_->Stop();
     StopTest();

@@ -11,6 +11,7 @@
 #include "tests/platform/audio/support/SoundFiles.h"
 
 #include <QCheckBox>
+#include <QLabel>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTimer>
@@ -182,6 +183,53 @@ TEST(PreviewMix, MarkKeyWorksFromAnyField) {
   QTest::keyClick(naam, Qt::Key_M, Qt::ControlModifier);
   EXPECT_EQ(at.Mix().Value(), 10'000);
   EXPECT_EQ(Text(*at.editor, u"txtNaam"_s), u"Spot"_s);
+}
+
+// A record whose file is away keeps its mix point; the line of the player gives the reason, no box.
+TEST(PreviewMix, WithoutAFileMarkAndTestChangeNothingAndSayWhy) {
+  const EditorDesk desk;
+  desk.AddSpot(1, u"Spot"_s, u"Z:\\weg.wav"_s, u"7, 0, 1500, 45658, 6, 45700, 22, 0, 1"_s);
+  std::unique_ptr<frmItemSpotsDetail> editor;
+  {
+    const desktop::MessageBoxScript opening;
+    editor = desk.OpenSpot(u"1"_s);
+    ASSERT_EQ(opening.Shown().size(), 1U);
+  }
+  auto& mix = Child<controls::LedSpin>(*editor, u"ledMix"_s);
+  const auto& line = Child<QLabel>(*editor, u"lblGeluid"_s);
+  ASSERT_EQ(mix.Value(), 1500);
+  for (const QString& button : {u"cmdMix"_s, u"cmdTestMix"_s}) {
+    Child<QLabel>(*editor, u"lblGeluid"_s).clear();
+    EXPECT_TRUE(Child<QPushButton>(*editor, button).isEnabled());
+    Click(*editor, button);
+    EXPECT_EQ(mix.Value(), 1500) << button.toStdString();
+    EXPECT_TRUE(line.text().startsWith(u"Er is geen geluidsbestand geopend"_s)) << line.text().toStdString();
+    EXPECT_TRUE(line.isVisible());
+    EXPECT_NE(Player(*editor).State(), audio::kPlaying);
+  }
+  Click(*editor, u"cmdOk"_s);
+  EXPECT_FALSE(editor->isVisible());
+  EXPECT_EQ(desk.Spot(1).Field(u"Mixpunt"_s).toInt(), 1500);
+}
+
+TEST(PreviewMix, TheReasonGoesOnceAFileIsOpen) {
+  const EditorDesk desk;
+  const auto editor = desk.OpenSpot(u"NIEUW"_s);
+  const auto& line = Child<QLabel>(*editor, u"lblGeluid"_s);
+  const QString before = line.text();
+  Click(*editor, u"cmdMix"_s);
+  ASSERT_NE(line.text(), before);
+  Choose(*editor, MakeWav(desk.AudioFile(u"a.wav"_s), 2'000));
+  EXPECT_EQ(line.text(), before);
+}
+
+TEST(PreviewMix, ResetWorksWithoutAFile) {
+  const EditorDesk desk;
+  const auto editor = desk.OpenSpot(u"NIEUW"_s);
+  auto& mix = Child<controls::LedSpin>(*editor, u"ledMix"_s);
+  mix.SetValue(4'500);
+  Click(*editor, u"cmdResetMix"_s);
+  EXPECT_EQ(mix.Value(), 0);
 }
 
 TEST(PreviewStrip, ShowsThePositionAndTheMixPoint) {

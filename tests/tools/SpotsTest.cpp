@@ -16,7 +16,7 @@ QString Day(int daysFromToday, const QString& format) {
 }
 
 // The line of such a spot.
-std::string Line(int id, const QString& name, int endsIn) {
+std::string SpotLine(int id, const QString& name, int endsIn) {
   return u"%1,%2,2000-01-01,%3,verloopt %4,D:\\audio\\%2.wav\r\n"_s
       .arg(QString::number(id), name, Day(endsIn, u"yyyy-MM-dd"_s), Day(endsIn, u"dd-MM-yyyy"_s))
       .toStdString();
@@ -43,7 +43,7 @@ TEST(SpotsCommand, EndingShowsActiveSpotsThatEndWithinTheDaysSoonestFirst) {
   const ToolRun run = program.Run(u"spots"_s, {u"--ending"_s, u"8"_s});
   EXPECT_EQ(run.exitCode, kDone) << run.err;
   EXPECT_EQ(run.out,
-            "ID,Naam,StartDatum,EindDatum,Toestand,Path\r\n" + Line(5, u"Eerst"_s, 2) + Line(2, u"Binnenkort"_s, 5));
+            "ID,Naam,StartDatum,EindDatum,Toestand,Path\r\n" + SpotLine(5, u"Eerst"_s, 2) + SpotLine(2, u"Binnenkort"_s, 5));
 }
 
 TEST(SpotsCommand, WithoutEndingEverySpotIsShownWithItsState) {
