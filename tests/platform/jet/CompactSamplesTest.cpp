@@ -135,6 +135,7 @@ TEST_P(CompactedSample, KeepsPasswordAndEncoding) {
   const auto page0 = [](const std::string& file) {
     Bytes page(kPageSize);
     HostFileSystem().Open(file, OpenMode::Read)->ReadAt(0, page);
+    std::fill_n(page.begin() + kChangeMark, sizeof(std::uint64_t), std::uint8_t{0});  // every file has its own
     page.resize(kCommitCounters);
     return page;
   };
