@@ -78,7 +78,12 @@ void WriteKept(const Kept& kept) {
   out.setVersion(QDataStream::Qt_6_4);
   out << kForm << kept.statements << kept.audioPaths;
   if (!kept.IsEmpty()) {
-    runtime::WriteFile(FilePath(), content);
+    try {
+      runtime::WriteFile(FilePath(), content);
+    } catch (const runtime::Error& error) {
+      if (error.IsDone()) InMemory().remove(global.localDatabasePath);
+      throw;
+    }
   } else if (runtime::IsThere(FilePath())) {
     runtime::DeleteFile(FilePath());
   }
@@ -115,11 +120,11 @@ void KeepStatement(const QString& statement, std::optional<qint32> triedAs) {
   try {
     WriteKept(ReadKept());
   } catch (const runtime::Error& error) {
-    ShowItemsMessage(
+    const QString inMemory =
         u"Een wijziging is gedaan, maar kon niet in het logboek komen en ook niet apart bewaard worden:\n%1\n\n"
         u"Laat het programma open en neem de oorzaak weg: met de volgende wijziging of export komt ze alsnog in het "
-        u"logboek."_s.arg(error.Description()),
-        kStyleExclamation);
+        u"logboek."_s.arg(error.Description());
+    ShowItemsMessage(error.IsDone() ? error.Description() : inMemory, kStyleExclamation);
   }
 }
 

@@ -5,6 +5,7 @@
 #include "data/Lookups.h"
 #include "data/Statements.h"
 #include "platform/dao/Database.h"
+#include "platform/runtime/Error.h"
 #include "platform/runtime/Trapped.h"
 
 #include <optional>
@@ -20,19 +21,39 @@ void Execute(const QString& statement, const QString& databasePath) {
   database.Execute(statement);
 }
 
-bool carriedOut = false;
+// Of the last write procedure that logs.
+struct LastWrite {
+  bool isCarriedOut = false;
+  bool waitsForLog = false;
+  std::optional<runtime::Error> uncertain;  // its first statement that is done, but may not survive a power cut
+};
+LastWrite lastWrite;
+
+// A statement that may not survive a power cut is done all the same; Write reports it at the end.
+void ExecuteOnce(const QString& statement, const QString& databasePath) {
+  try {
+    Execute(statement, databasePath);
+  } catch (const runtime::Error& error) {
+    if (!error.IsDone()) throw;
+    if (!lastWrite.uncertain) lastWrite.uncertain = error;
+  }
+}
 
 // The statement of a write procedure that logs.
 void CarryOut(const QString& statement, const QString& databasePath) {
-  Execute(statement, databasePath);
-  carriedOut = true;
+  ExecuteOnce(statement, databasePath);
+  lastWrite.isCarriedOut = true;
 }
 
 // A write procedure that logs.
 template <class Body>
 bool Write(const char* procedure, Body&& body) {
-  carriedOut = false;
-  return Trapped(procedure, false, std::forward<Body>(body));
+  lastWrite = {};
+  return Trapped(procedure, false, [&] {
+    const bool logged = body();
+    if (lastWrite.uncertain) throw runtime::Error(*lastWrite.uncertain);
+    return logged;
+  });
 }
 
 // What is kept is older: it comes first.
@@ -50,6 +71,7 @@ bool AppendToLog(const QString& statement) {
   std::optional<qint32> id;
   if (LogKept()) id = GetNewIDIfAny(u"tblOfflineLog"_s, u"ID"_s, global.localDatabasePath);
   if (id && Insert_tblOfflineLog(*id, statement)) return true;
+  lastWrite.waitsForLog = true;
   KeepStatement(statement, id);
   return false;
 }
@@ -127,7 +149,7 @@ bool Update_tblItemSpots_Aktief(qint32 id, qint32 aktief, const QString& databas
 }
 
 bool Reset_tblItemSpots_AantalGedraaid(qint32 id, const QString& databasePath, const QString& table) {
-  carriedOut = false;
+  lastWrite = {};
   try {
     return WriteItemSpots(statements::ResetAantalGedraaid(id, table), databasePath);
   } catch (...) {
@@ -153,7 +175,11 @@ bool Delete_tblBeheer(qint32 id, const QString& table, const QString& keyField, 
 }
 
 bool WasCarriedOut() {
-  return carriedOut;
+  return lastWrite.isCarriedOut;
+}
+
+bool WaitsForLog() {
+  return lastWrite.waitsForLog;
 }
 
 bool DeleteAllInTable(const QString& table, const QString& databasePath) {
@@ -165,7 +191,7 @@ bool DeleteAllInTable(const QString& table, const QString& databasePath) {
 
 bool Insert_tblOfflineLog(qint32 id, const QString& statement) {
   return Trapped(__func__, false, [&] {
-    Execute(statements::InsertLog(id, statement), global.localDatabasePath);
+    ExecuteOnce(statements::InsertLog(id, statement), global.localDatabasePath);
     return true;
   });
 }

@@ -7,7 +7,8 @@
 // table its caller names and, while the system works offline, appends it to tblOfflineLog of the local database with
 // the server table's name in place of the copy table's. True when all of that was done. On an error each shows it under
 // its own name and returns false (Reset_... stays silent); a statement already carried out stays carried out, and is
-// logged later when its log row failed (data/KeptStatements.h).
+// logged later when its log row failed (data/KeptStatements.h). So it is when a statement is done and logged, but may
+// not survive a power cut.
 
 bool Insert_tblItems(const ItemRow& row, const QString& databasePath, const QString& table);
 bool Update_tblItems(const ItemRow& row, const QString& databasePath, const QString& table);
@@ -24,12 +25,15 @@ bool Update_tblItemPingles(const ItemPingleRow& row, const QString& databasePath
 // told at the implementation.
 bool Delete_tblBeheer(qint32 id, const QString& table, const QString& keyField, const QString& databasePath);
 
-// Whether the statement of the last of these procedures was carried out: after false, that only its log row is missing.
+// Whether the statement of the last of these procedures was carried out, also when it returned false.
 bool WasCarriedOut();
+// Whether its row in the log could not be written and will be later.
+bool WaitsForLog();
 
 // Empties a table. Never logged.
 bool DeleteAllInTable(const QString& table, const QString& databasePath);
 
+// A row that is there but may not survive a power cut counts: the procedure that logs reports it.
 bool Insert_tblOfflineLog(qint32 id, const QString& statement);
 
 // Copies of the server's tables into the emptied copy tables of the local database. Never logged.

@@ -115,18 +115,16 @@ void AudioEditor::Opslaan() {
     }
     const std::optional<qint32> id = isNew_ ? GetNewIDIfAny(table, table + u".ID", databasePath) : id_;
     if (!id) return;
-    const bool logged = Write(*id, databasePath, table);
-    if (!logged && !WasCarriedOut()) return;
+    const bool succeeded = Write(*id, databasePath, table);
+    if (!WasCarriedOut()) return;
     // From here on the record exists; should the list fail, the next OK updates it and tries the list again.
     pathChanged_ = pathChanged_ || isNew_;
     id_ = *id;
     isNew_ = false;
-    if (!logged) {
-      // The line of a statement that is logged later comes with it.
-      if (pathChanged_ && KeepAudioPath(PathToSave())) pathChanged_ = false;
-      return;
-    }
-    if (pathChanged_) AppendToAudioList(PathToSave());
-    isDirty_ = false;
+    const bool waitsForLog = WaitsForLog();
+    if (pathChanged_ && !waitsForLog) AppendToAudioList(PathToSave());
+    // The line of a statement that is logged later comes with it.
+    if (pathChanged_) pathChanged_ = waitsForLog && !KeepAudioPath(PathToSave());
+    isDirty_ = !succeeded;
   });
 }

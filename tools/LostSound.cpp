@@ -100,7 +100,10 @@ bool GivePath(LostSound& sound, const QString& path) {
       sound.IsSpot()
           ? Update_tblItemSpots(std::get<ItemSpotRow>(sound.row), catalogue.databasePath, catalogue.itemSpots)
           : Update_tblItemPingles(std::get<ItemPingleRow>(sound.row), catalogue.databasePath, catalogue.itemPingles);
-  if (written) AppendToAudioList(path);
-  if (!written && WasCarriedOut()) KeepAudioPath(path);
+  if (WaitsForLog()) {
+    KeepAudioPath(path);
+  } else if (WasCarriedOut()) {
+    AppendToAudioList(path);
+  }
   return written;
 }

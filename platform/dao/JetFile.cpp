@@ -11,7 +11,8 @@ void JetFile::Tell(const QString& pathText, const QString& hostPath, const jet::
   if (error.Code() == jet::ErrorCode::Damaged && !text.contains(pathText)) {
     text = u"Het bestand '%1' is beschadigd: %2"_s.arg(pathText, text);
   }
-  throw runtime::Error(text);
+  using enum runtime::Error::Outcome;
+  throw runtime::Error(text, error.Code() == jet::ErrorCode::NotYetDurable ? Done : Failed);
 }
 
 }  // namespace dao

@@ -102,15 +102,27 @@ void AtomicFile::Replace() {
 void AtomicFile::Commit() {
   Sync();
   Replace();
-  files_.SyncFolderOf(path_);
+  SyncPlace(path_);
 }
 
 bool AtomicFile::CommitNew(const std::filesystem::path& path) {
   Sync();
   if (!files_.RenameNew(temporary_, path)) return false;
   removes_ = false;
-  files_.SyncFolderOf(path);
+  SyncPlace(path);
   return true;
+}
+
+void AtomicFile::SyncPlace(const std::filesystem::path& path) {
+  try {
+    files_.SyncFolderOf(path);
+  } catch (const Error& error) {
+    throw Error(ErrorCode::NotYetDurable,
+                "Het bestand '" + path.string() +
+                    "' is geschreven, maar het is niet zeker dat het een stroomstoring overleeft: " +
+                    SystemReason(error.ErrorNumber()) + ".",
+                error.ErrorNumber());
+  }
 }
 
 void WriteFile(const std::filesystem::path& path, std::string_view content, FileSystem& files) {

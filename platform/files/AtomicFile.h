@@ -30,8 +30,8 @@ class AtomicFile {
   void Sync();
   /// Makes the temporary name durable.
   void SyncName();
-  /// Puts the file in its place; when this returns it is there to stay. After an error the old file is untouched, or
-  /// (when only the last sync failed) the new one is there, but not yet safe from a power cut.
+  /// Puts the file in its place; when this returns it is there to stay. After an error the old file is untouched; after
+  /// one of the code NotYetDurable the new one is there, but not yet safe from a power cut.
   void Commit();
   /// As Commit, but under `path`, a name in the same folder that does not exist: false, and nothing has happened, when
   /// it does. Taking the name is one step, so that of several programs only one gets it.
@@ -47,6 +47,7 @@ class AtomicFile {
   void BeginInPlace();
   void Begin(const FileStatus* original);
   void RemoveTemporary();
+  void SyncPlace(const std::filesystem::path& path);
 
   FileSystem& files_;
   std::filesystem::path path_;

@@ -10,14 +10,22 @@ namespace runtime {
 // Description() is fit to show a user and names the thing at fault.
 class Error : public std::exception {
  public:
-  explicit Error(QString description) : description_(std::move(description)), utf8_(description_.toUtf8()) {}
+  enum class Outcome {
+    Failed,  // nothing was changed
+    Done,    // the change is made, but it may not survive a power cut
+  };
 
+  explicit Error(QString description, Outcome outcome = Outcome::Failed)
+      : description_(std::move(description)), utf8_(description_.toUtf8()), outcome_(outcome) {}
+
+  bool IsDone() const noexcept { return outcome_ == Outcome::Done; }
   const QString& Description() const noexcept { return description_; }
   const char* what() const noexcept override { return utf8_.constData(); }
 
  private:
   QString description_;
   QByteArray utf8_;
+  Outcome outcome_;
 };
 
 }  // namespace runtime

@@ -60,6 +60,11 @@ void StagedFile::Named(const std::function<void()>& step) const {
   try {
     step();
   } catch (const files::Error& error) {
+    if (error.Code() == files::ErrorCode::NotYetDurable) {
+      throw Error(u"'%1' is geschreven, maar het is niet zeker dat het een stroomstoring overleeft: %2."_s.arg(
+                      pathText_, SystemReason(error.ErrorNumber())),
+                  Error::Outcome::Done);
+    }
     if (error.Code() == files::ErrorCode::Unsupported) throw Error(QString::fromUtf8(error.what()));
     throw Error(u"Kan '%1' niet schrijven: %2."_s.arg(pathText_, SystemReason(error.ErrorNumber())));
   }

@@ -30,7 +30,7 @@ class StagedFile {
   // Returns when the temporary name will survive a power cut.
   void SyncName();
   // Takes the place of an earlier file of that name in one step. When this returns it is there to stay; after an Error
-  // from the last sync it is there, but not yet safe from a power cut.
+  // that IsDone it is there, but not yet safe from a power cut.
   void Place();
   // As Place, but under a name in the same folder that does not exist: false, and nothing has happened, when it does.
   // Taking the name is one step, so that of several programs only one gets it.

@@ -143,6 +143,21 @@ TEST_F(FullLog, WhatTheDiskDoesNotTakeWaitsInMemoryAndTheUserIsTold) {
   EXPECT_EQ(station_.Log(), (QStringList{Deactivated(1), Deactivated(2), Deactivated(3)}));
 }
 
+TEST_F(FullLog, AStatementWhoseFileMayNotSurviveAPowerCutIsKeptOnce) {
+  {
+    const testing_support::FileFaults fault(
+        [](const files::FileCall& call) { return call.kind == files::FileCall::SyncFolder ? EIO : 0; });
+    const MessageBoxScript boxes;
+    KeepStatement(Deactivated(1));
+    ASSERT_EQ(boxes.Shown().size(), 1u);
+    EXPECT_TRUE(boxes.Last().text.contains(u"-unlogged' is geschreven, maar"_s)) << boxes.Last().text.toStdString();
+  }
+  EXPECT_EQ(KeptStatementCount(), 1);
+  MakeRoom();
+  LogKeptStatements();
+  EXPECT_EQ(station_.Log(), QStringList{Deactivated(1)});
+}
+
 TEST_F(FullLog, AKeptFileThatCannotBeReadIsNamedAndNeitherWrittenOverNorForgotten) {
   const QString file = global.localDatabasePath + u"-unlogged"_s;
   runtime::WriteFile(file, "half");

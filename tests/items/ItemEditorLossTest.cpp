@@ -1,6 +1,7 @@
 #include "platform/desktop/MessageBox.h"
 #include "platform/runtime/Probe.h"
 #include "tests/items/ItemEditor.h"
+#include "tests/support/FileFaults.h"
 
 #include <cerrno>
 #include <memory>
@@ -98,6 +99,31 @@ TEST_F(ItemLoss, ANewItemThatCouldNotBeLoggedIsUpdatedByTheNextOk) {
     verbs += statement.section(u' ', 0, 1);
   EXPECT_EQ(verbs.value(0), u"INSERT INTO"_s);
   EXPECT_EQ(verbs.value(1), u"UPDATE tblItems"_s);
+}
+
+// Only the last sync of the server's folder fails: the item stands, and is not refused as its own duplicate.
+TEST_F(ItemLoss, ANewItemThatMayNotSurviveAPowerCutIsUpdatedByTheNextOk) {
+  OpenNew();
+  FillListItem();
+  {
+    int syncs = 0;
+    const testing_support::FileFaults faults([&](const files::FileCall& call) {
+      const bool isSync = call.kind == files::FileCall::SyncFolder && call.path.filename() == "server";
+      return isSync && ++syncs == 2 ? EIO : 0;
+    });
+    const desktop::MessageBoxScript boxes;
+    Click(u"cmdOk"_s);
+    ASSERT_EQ(boxes.Shown().size(), 1U);
+    EXPECT_EQ(boxes.Last().title, u"Insert_tblItems"_s);
+    EXPECT_TRUE(boxes.Last().text.contains(u"is gedaan, maar"_s)) << boxes.Last().text.toStdString();
+    EXPECT_TRUE(IsOpen());
+    EXPECT_FALSE(editor_->IsNew());
+  }
+  const desktop::MessageBoxScript boxes;
+  Click(u"cmdOk"_s);
+  EXPECT_TRUE(boxes.Shown().empty());
+  EXPECT_FALSE(IsOpen());
+  EXPECT_EQ(station_.ServerRows(u"SELECT ID FROM tblItems"_s).RecordCount(), 1);
 }
 
 // Wherever a save breaks off, the next OK ends it: one item, with all its links.

@@ -3,8 +3,12 @@
 #include "data/Globals.h"
 #include "platform/dao/Database.h"
 #include "tests/media/support/EditorDesk.h"
+#include "tests/support/FileFaults.h"
 
 #include <gtest/gtest.h>
+
+#include <cerrno>
+#include <set>
 
 using namespace Qt::StringLiterals;
 using namespace media_testing;
@@ -76,5 +80,65 @@ TEST_F(UnloggedSpot, WhoseEditorWasCancelledIsLoggedBeforeTheNextStatementWithIt
   SetText(*other, u"txtNaam"_s, u"Ander"_s);
   Click(*other, u"cmdOk"_s);
   EXPECT_EQ(LoggedVerbs(), (QStringList{u"INSERT"_s, u"UPDATE"_s}));
+  EXPECT_EQ(desk_.AudioList(), QStringList{path_});
+}
+
+namespace {
+
+// The folder of the local database is synced twice for each change, the second time when the change is made. The given
+// syncs of an offline save fail.
+class UncertainSpot : public testing::TestWithParam<std::set<int>> {
+ protected:
+  UncertainSpot() {
+    editor_ = desk_.OpenSpot(QString::fromUtf16(kNewRecord));
+    path_ = desk_.Wav(u"nieuw.wav"_s, 2000);
+    Choose(*editor_, desk_.AudioFile(u"nieuw.wav"_s));
+    FillValidSpot(*editor_, u"Nieuw"_s);
+    int syncs = 0;
+    const testing_support::FileFaults faults([&](const files::FileCall& call) {
+      const bool isSync = call.kind == files::FileCall::SyncFolder && call.path.filename() == "data";
+      return isSync && GetParam().contains(++syncs) ? EIO : 0;
+    });
+    const desktop::MessageBoxScript boxes;
+    Click(*editor_, u"cmdOk"_s);
+    shown_ = boxes.Shown();
+    EXPECT_GE(syncs, 4);
+  }
+  QString LoggedVerbs() const {
+    QStringList verbs;
+    for (const QString& statement : desk_.station.Log())
+      verbs += statement.section(u' ', 0, 0);
+    return verbs.join(u' ');
+  }
+
+  const EditorDesk desk_{Station::Mode::Offline};
+  std::unique_ptr<frmItemSpotsDetail> editor_;
+  std::vector<desktop::ShownMessageBox> shown_;
+  QString path_;
+};
+
+}  // namespace
+
+// The insert, its log row, and both.
+INSTANTIATE_TEST_SUITE_P(FailingSyncs, UncertainSpot,
+                         testing::Values(std::set<int>{2}, std::set<int>{4}, std::set<int>{2, 4}));
+
+TEST_P(UncertainSpot, IsDoneAndLoggedAndTheUserIsToldOnce) {
+  ASSERT_EQ(shown_.size(), 1U);
+  EXPECT_EQ(shown_.front().title, u"Insert_tblItemSpots"_s);
+  EXPECT_TRUE(shown_.front().text.contains(u"is gedaan, maar"_s)) << shown_.front().text.toStdString();
+  EXPECT_TRUE(editor_->isVisible());
+  EXPECT_FALSE(editor_->IsNew());
+  EXPECT_EQ(LoggedVerbs(), u"INSERT"_s);
+  EXPECT_EQ(desk_.AudioList(), QStringList{path_});
+}
+
+TEST_P(UncertainSpot, IsUpdatedByTheNextOk) {
+  const desktop::MessageBoxScript boxes;
+  Click(*editor_, u"cmdOk"_s);
+  EXPECT_TRUE(boxes.Shown().empty());
+  EXPECT_FALSE(editor_->isVisible());
+  EXPECT_EQ(LoggedVerbs(), u"INSERT UPDATE"_s);
+  EXPECT_EQ(desk_.station.LocalRows(u"SELECT ID FROM tblCopie_ItemSpots"_s).RecordCount(), 1);
   EXPECT_EQ(desk_.AudioList(), QStringList{path_});
 }
