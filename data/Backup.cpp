@@ -12,14 +12,12 @@
 #include "platform/runtime/FileCalls.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Probe.h"
-#include "platform/runtime/SystemReason.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
-#include <cerrno>
 #include <memory>
 #include <tuple>
 
@@ -39,12 +37,7 @@ class BackupFolder {
       : folder_(QFileInfo(runtime::HostPath(databasePath)).path() + u"/backup"_s),
         prefix_(QFileInfo(runtime::HostPath(databasePath)).completeBaseName() + u'-') {}
 
-  void Make() const {
-    if (!QDir().mkpath(folder_)) {
-      const QString reason = runtime::SystemReason(errno);
-      throw runtime::Error(u"Kan de map '%1' niet maken: %2."_s.arg(runtime::PathText(folder_), reason));
-    }
-  }
+  void Make(const dao::FrozenDatabase& database) const { database.MakeFolder(runtime::PathText(folder_)); }
 
   QList<BackupFile> NewestFirst() const {
     QList<BackupFile> files;
@@ -148,7 +141,7 @@ std::optional<QString> BackUp(const QString& databasePath, const QString& passwo
   const dao::FrozenDatabase& database = *frozen;
   const BackupFolder folder(databasePath);
   if (auto same = SameAsNewest(database, folder)) return same;
-  folder.Make();
+  folder.Make(database);
   folder.RemoveUnfinished();
   const QDateTime now = runtime::Now();
   const QList<BackupFile> earlier = folder.NewestFirst();

@@ -3,6 +3,7 @@
 #include "platform/dao/JetFile.h"
 #include "platform/dao/OpenFiles.h"
 #include "platform/files/AtomicFile.h"
+#include "platform/files/Folder.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Probe.h"
 
@@ -39,24 +40,30 @@ FrozenDatabase::~FrozenDatabase() = default;
 bool FrozenDatabase::IsSameAs(const QString& otherPathText) const {
   const QString hostPath = runtime::HostPath(otherPathText);
   return JetFile::Telling(otherPathText, hostPath, [&] {
-    const auto mine = OpenToRead(database_->Name());
+    jet::File& mine = database_->Shared().OpenedFile();
     const auto other = OpenToRead(EncodedPath(hostPath));
-    const std::uint64_t size = mine->Size();
+    const std::uint64_t size = mine.Size();
     bool same = other->Size() == size;
     for (std::uint64_t offset = 0; same && offset < size; offset += kChunk)
-      same = ReadChunk(*mine, offset) == ReadChunk(*other, offset);
+      same = ReadChunk(mine, offset) == ReadChunk(*other, offset);
     return same;
   });
+}
+
+void FrozenDatabase::MakeFolder(const QString& folderPathText) const {
+  const QString hostPath = runtime::HostPath(folderPathText);
+  JetFile::Telling(folderPathText, hostPath,
+                   [&] { files::MakeFolder(EncodedPath(hostPath), database_->Shared().OpenedFile().Status()); });
 }
 
 void FrozenDatabase::CopyTo(const QString& targetPathText) const {
   const QString hostPath = runtime::HostPath(targetPathText);
   JetFile::Telling(targetPathText, hostPath, [&] {
-    const auto source = OpenToRead(database_->Name());
-    files::AtomicFile target(EncodedPath(hostPath), Files());
-    const std::uint64_t size = source->Size();
+    jet::File& source = database_->Shared().OpenedFile();
+    files::AtomicFile target(EncodedPath(hostPath), source.Status(), Files());
+    const std::uint64_t size = source.Size();
     for (std::uint64_t offset = 0; offset < size; offset += kChunk) {
-      const jet::Bytes chunk = ReadChunk(*source, offset);
+      const jet::Bytes chunk = ReadChunk(source, offset);
       target.Write({reinterpret_cast<const char*>(chunk.data()), chunk.size()});
     }
     target.Commit();

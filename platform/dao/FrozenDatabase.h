@@ -24,7 +24,11 @@ class FrozenDatabase {
 
   // Whether the other file has the very same bytes.
   bool IsSameAs(const QString& otherPathText) const;
-  // Makes a new file, whole or not at all; an earlier one of that name is replaced.
+  // Makes a folder for copies, which the users of the database may use as they may use the database. One that is there
+  // is left as it is.
+  void MakeFolder(const QString& folderPathText) const;
+  // Makes a new file, whole or not at all; an earlier one of that name is replaced. It has the permissions, group and
+  // owner of the database, as far as this user may set them, and is never open to more users.
   void CopyTo(const QString& targetPathText) const;
 
  private:

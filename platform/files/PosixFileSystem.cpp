@@ -1,5 +1,7 @@
 // The system calls of this library, and the only place that makes them.
+#include "platform/files/Error.h"
 #include "platform/files/FileSystem.h"
+#include "platform/files/Folder.h"
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -210,7 +212,35 @@ class PosixFileSystem final : public FileSystem {
   }
 };
 
+/// What users of a file with these permissions need to use a folder in the same way: also to enter it.
+unsigned FolderPermissions(unsigned permissions) {
+  unsigned folder = permissions & 0666;
+  for (const unsigned all : {0700U, 0070U, 0007U}) {
+    if ((folder & all) != 0) folder |= all & 0111;
+  }
+  return folder | 0700;
+}
+
+void RequireFolderMade(int result, const std::filesystem::path& path) {
+  if (result >= 0) return;
+  throw Error(SystemError("aanmaken", path.string(), -result).Code(),
+              "Kan de map '" + path.string() + "' niet maken: " + SystemReason(-result) + ".", -result);
+}
+
 }  // namespace
+
+void MakeFolder(const std::filesystem::path& path, const FileStatus& file) {
+  constexpr mode_t kOwnerOnly = 0700;
+  const int made = Result(::mkdir(path.c_str(), kOwnerOnly));
+  struct stat found = {};
+  if (made == -EEXIST && ::stat(path.c_str(), &found) == 0 && S_ISDIR(found.st_mode)) return;
+  RequireFolderMade(made, path);
+  const int descriptor = Opened(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC, 0);
+  RequireFolderMade(descriptor, path);
+  FileStatus access = file;
+  access.permissions = FolderPermissions(file.permissions);
+  PosixFile(path.string(), descriptor).TakeAccessOf(access);
+}
 
 FileSystem& HostFileSystem() {
   static PosixFileSystem host;

@@ -1,0 +1,182 @@
+// Every command that takes the name of a file or folder, and every kind of thing that can have that name: the command
+// ends at once with an error that names it, and leaves the folder as it was.
+#include "tests/support/Hindrance.h"
+#include "tests/tools/RunTool.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <regex>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString kName = u"NAAM"_s;  // stands for the name in the words of a command
+constexpr unsigned kMostSeconds = 20;
+
+struct Call {
+  const char* label;
+  QStringList words;
+};
+
+// The words for a database, a sound file, a program folder and a folder to search.
+const QList<Call>& CallsOnFiles() {
+  static const QList<Call> calls{
+      {"tables", {u"tables"_s, kName}},
+      {"schema", {u"schema"_s, kName}},
+      {"dump", {u"dump"_s, kName, u"tblOfflineLog"_s}},
+      {"sql", {u"sql"_s, kName, u"SELECT * FROM tblOfflineLog"_s}},
+      {"sql that writes", {u"sql"_s, kName, u"DELETE FROM tblOfflineLog"_s}},
+      {"measure", {u"measure"_s, kName}},
+      {"check", {u"check"_s, kName}},
+      {"compact", {u"compact"_s, kName}},
+      {"compact without backup", {u"compact"_s, kName, u"--zonder-reservekopie"_s}},
+      {"compact from", {u"compact"_s, kName, u"nieuw.mdb"_s}},
+      {"restore from", {u"restore"_s, kName, u"goed.mdb"_s, u"tblCopie_Items"_s}},
+      {"restore into", {u"restore"_s, u"goed.mdb"_s, kName, u"tblCopie_Items"_s}}};
+  return calls;
+}
+
+const QList<Call>& CallsOnFolders() {
+  static const QList<Call> calls{{"export", {u"export"_s, kName}},
+                                 {"spots", {u"spots"_s, kName}},
+                                 {"locate", {u"locate"_s, kName, u"."_s}},
+                                 {"locate in", {u"locate"_s, u"zender"_s, kName}}};
+  return calls;
+}
+
+const QList<Call>& CallsThatMake() {
+  static const QList<Call> calls{{"create", {u"create"_s, kName}},
+                                 {"demo", {u"demo"_s, kName}},
+                                 {"compact to", {u"compact"_s, u"goed.mdb"_s, kName}}};
+  return calls;
+}
+
+class BadNamesDeathTest : public testing::Test {
+ protected:
+  BadNamesDeathTest() : before_(QDir::currentPath()) {
+    QDir::setCurrent(folder_.path());
+    EXPECT_EQ(RunTool({u"create"_s, u"zender"_s}).exitCode, kDone);
+    QFile::copy(u"zender/data/OvalistoLocal.mdb"_s, u"goed.mdb"_s);
+    for (const char* name : {".", "zender", "zender/data"})
+      ::chmod(name, 0777);
+    ::chmod("goed.mdb", 0666);
+  }
+  ~BadNamesDeathTest() override { QDir::setCurrent(before_); }
+
+  static void Put(const QString& name, const QByteArray& content, mode_t mode = 0666) {
+    QFile file(name);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(content);
+    file.close();
+    ASSERT_EQ(::chmod(QFile::encodeName(name).constData(), mode), 0);
+  }
+
+  // `named`: what the error must contain, when not the whole name.
+  static void ExpectRefused(const QList<Call>& calls, const QString& name, const QString& named = {}) {
+    const QString part = named.isEmpty() ? name : named;
+    const std::string pattern = Escaped(part);
+    for (const Call& call : calls) {
+      QStringList words = call.words;
+      words.replaceInStrings(kName, name);
+      EXPECT_EXIT(RunAsNobody(words), testing::ExitedWithCode(kFailed), pattern)
+          << call.label << " on " << part.toStdString();
+      EXPECT_FALSE(QFile::exists(u"nieuw.mdb"_s)) << call.label;
+    }
+  }
+
+ private:
+  // For a POSIX pattern.
+  static std::string Escaped(const QString& text) {
+    return std::regex_replace(text.toStdString(), std::regex(R"([.\[\]{}()*+?^$|\\])"), R"(\$&)");
+  }
+  [[noreturn]] static void RunAsNobody(const QStringList& words) {
+    testing_support::BecomeNobody();
+    ::alarm(kMostSeconds);  // a command that hangs is killed
+    const ToolRun run = RunTool(words);
+    std::fputs(run.err.c_str(), stderr);
+    std::_Exit(run.exitCode);
+  }
+
+  QString before_;
+  QTemporaryDir folder_;
+};
+
+}  // namespace
+
+TEST_F(BadNamesDeathTest, APipe) {
+  ASSERT_EQ(::mkfifo("pijp", 0666), 0);
+  ::chmod("pijp", 0666);
+  for (const auto& calls : {CallsOnFiles(), CallsOnFolders(), CallsThatMake()})
+    ExpectRefused(calls, u"pijp"_s);
+}
+
+TEST_F(BadNamesDeathTest, ADevice) {
+  for (const auto& calls : {CallsOnFiles(), CallsOnFolders(), CallsThatMake()})
+    ExpectRefused(calls, u"/dev/zero"_s);
+}
+
+TEST_F(BadNamesDeathTest, AFolder) {
+  QDir().mkdir(u"map"_s);
+  ::chmod("map", 0777);
+  ExpectRefused(CallsOnFiles(), u"map"_s);
+  ExpectRefused(CallsOnFolders().first(3), u"map"_s);
+  ExpectRefused({CallsThatMake().last()}, u"map"_s);
+}
+
+TEST_F(BadNamesDeathTest, ALinkToNothing) {
+  QFile::link(u"nergens"_s, u"koppeling"_s);
+  for (const auto& calls : {CallsOnFiles(), CallsOnFolders(), CallsThatMake()})
+    ExpectRefused(calls, u"koppeling"_s);
+  EXPECT_FALSE(QFile::exists(u"nergens"_s));
+}
+
+TEST_F(BadNamesDeathTest, ALinkToAPipe) {
+  ASSERT_EQ(::mkfifo("pijp", 0666), 0);
+  QFile::link(u"pijp"_s, u"koppeling"_s);
+  for (const auto& calls : {CallsOnFiles(), CallsOnFolders(), CallsThatMake()})
+    ExpectRefused(calls, u"koppeling"_s);
+}
+
+TEST_F(BadNamesDeathTest, AFileThatIsNotThere) {
+  ExpectRefused(CallsOnFiles(), u"weg.mdb"_s);
+  ExpectRefused(CallsOnFolders(), u"weg.mdb"_s);
+}
+
+TEST_F(BadNamesDeathTest, AnEmptyFile) {
+  Put(u"leeg.mdb"_s, {});
+  for (const auto& calls : {CallsOnFiles(), CallsOnFolders(), CallsThatMake()})
+    ExpectRefused(calls, u"leeg.mdb"_s);
+  EXPECT_EQ(QFileInfo(u"leeg.mdb"_s).size(), 0);
+}
+
+TEST_F(BadNamesDeathTest, AFileOfAnotherUser) {
+  Put(u"dicht.mdb"_s, "geheim", 0600);
+  for (const auto& calls : {CallsOnFiles(), CallsOnFolders(), CallsThatMake()})
+    ExpectRefused(calls, u"dicht.mdb"_s);
+}
+
+TEST_F(BadNamesDeathTest, ANameThatIsTooLong) {
+  const QString name(300, u'x');
+  for (const auto& calls : {CallsOnFiles(), CallsOnFolders(), CallsThatMake()})
+    ExpectRefused(calls, name, QString(200, u'x'));
+}
+
+// The error has the name as it is; what makes it harmless on a terminal is VisibleStreamTest's.
+TEST_F(BadNamesDeathTest, ANameWithALineBreakAndAnEscape) {
+  const QString name = u"rood\x1B[31m\nregel.mdb"_s;
+  ExpectRefused(CallsOnFiles(), name);
+  ExpectRefused(CallsOnFolders(), name);
+  Put(name, {});
+  for (const auto& calls : {CallsOnFiles(), CallsOnFolders(), CallsThatMake()})
+    ExpectRefused(calls, name);
+}
