@@ -1,8 +1,9 @@
 // Who may use the copies of a database that several users share.
 #include "data/Backup.h"
-#include "platform/jet/database/Database.h"
-#include "platform/jet/values/Error.h"
+#include "data/Schema.h"
+#include "platform/dao/Database.h"
 #include "platform/runtime/Error.h"
+#include "platform/runtime/HostPath.h"
 #include "tests/support/Fork.h"
 
 #include <QDir>
@@ -29,7 +30,7 @@ constexpr gid_t kGroup = 2000;
 class BackupRights : public testing::Test {
  protected:
   BackupRights() {
-    jet::Database::Create(Path().toStdString());
+    schema::CreateLocalDatabase(runtime::PathText(Path()));
     Give(folder_.path(), 0770);
     Give(Path(), 0660);
   }
@@ -60,17 +61,10 @@ class BackupRights : public testing::Test {
       umask(mask);
       if (geteuid() == 0 && (setgroups(1, &kGroup) != 0 || setgid(user) != 0 || setuid(user) != 0)) _exit(3);
       try {
-        {
-          jet::OpenOptions options;
-          options.writable = true;
-          const auto database = jet::Database::Open(Path().toStdString(), options);
-          jet::WriteTurn turn(*database);
-          turn.Commit();
-        }
+        dao::OpenDatabase(runtime::PathText(Path()))
+            .Execute(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (%1, \"x\")"_s.arg(::getpid()));
         _exit(BackUp(Path()) ? 0 : 2);
       } catch (const runtime::Error& error) {
-        std::fputs(error.what(), stderr);
-      } catch (const jet::Error& error) {
         std::fputs(error.what(), stderr);
       }
       _exit(1);
