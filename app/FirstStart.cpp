@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/FirstStart.h"
 
 #include "app/frmEersteStart.h"

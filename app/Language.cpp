@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/Language.h"
 
 #include <QApplication>
@@ -9,7 +10,7 @@
 
 using namespace Qt::StringLiterals;
 
-void SpeakDutch(QApplication& application) {
+void InstallDutchTranslation(QApplication& application) {
   QLocale::setDefault(QLocale(QLocale::Dutch, QLocale::Belgium));
   auto dutch = std::make_unique<QTranslator>(&application);
   if (!dutch->load(u"qtbase_nl"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath))) return;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/Start.h"
 
 #include "app/FirstStart.h"

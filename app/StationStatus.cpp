@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/StationStatus.h"
 
 #include "data/Globals.h"

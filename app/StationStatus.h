@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include <optional>
 
 // What the status bar tells of the station's local database.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/StatusPanel.h"
 
 #include "platform/desktop/Tokens.h"

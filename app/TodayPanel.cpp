@@ -1,8 +1,9 @@
+// SPDX-License-Identifier: MIT
 #include "app/TodayPanel.h"
 
 #include "app/ui_TodayPanel.h"
 #include "catalogue/BlockSurvey.h"
-#include "catalogue/SpotSurvey.h"
+#include "catalogue/SpotStateLoader.h"
 
 using namespace Qt::StringLiterals;
 using controls::LineMark;
@@ -34,11 +35,11 @@ QFont NumberFont(QFont font) {
 TodayPanel::TodayPanel(QWidget* parent)
     : QGroupBox(parent),
       ui_(std::make_unique<Ui::TodayPanel>()),
-      survey_(std::make_unique<SpotSurvey>()),
+      survey_(std::make_unique<SpotStateLoader>()),
       blocks_(std::make_unique<BlockSurvey>()) {
   ui_->setupUi(this);
-  connect(survey_.get(), &SpotSurvey::changed, this, &TodayPanel::ShowCounts);
-  connect(survey_.get(), &SpotSurvey::finished, this, &TodayPanel::ShowCounts);
+  connect(survey_.get(), &SpotStateLoader::changed, this, &TodayPanel::ShowCounts);
+  connect(survey_.get(), &SpotStateLoader::finished, this, &TodayPanel::ShowCounts);
   connect(blocks_.get(), &BlockSurvey::finished, this, &TodayPanel::ShowCounts);
   InitRows();
   ShowCounts();

@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include "catalogue/SpotView.h"
 
 #include <QGroupBox>
@@ -8,7 +10,7 @@
 
 class QLabel;
 class BlockSurvey;
-class SpotSurvey;
+class SpotStateLoader;
 namespace Ui {
 class TodayPanel;
 }
@@ -39,6 +41,6 @@ class TodayPanel : public QGroupBox {
   void ShowCounts();
 
   std::unique_ptr<Ui::TodayPanel> ui_;
-  std::unique_ptr<SpotSurvey> survey_;
+  std::unique_ptr<SpotStateLoader> survey_;
   std::unique_ptr<BlockSurvey> blocks_;
 };

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/UserFile.h"
 
 #include <QStandardPaths>

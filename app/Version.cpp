@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/Version.h"
 
 using namespace Qt::StringLiterals;

@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include <QString>
 
 // The program's version, "major.minor.revision".

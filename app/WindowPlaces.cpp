@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/WindowPlaces.h"
 
 #include <QApplication>

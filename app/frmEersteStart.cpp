@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/frmEersteStart.h"
 
 #include "app/ui_frmEersteStart.h"

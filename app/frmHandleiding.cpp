@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/frmHandleiding.h"
 
 #include "app/ui_frmHandleiding.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/Language.h"
 #include "app/Start.h"
 #include "app/StartOptions.h"
@@ -80,7 +81,7 @@ int main(int argc, char** argv) {
   QApplication::setApplicationName(u"spotrooster"_s);
   QApplication::setApplicationVersion(Version());
   QApplication::setDesktopFileName(u"org.spotrooster.Spotrooster"_s);
-  SpeakDutch(application);
+  InstallDutchTranslation(application);
   desktop::ShowUserMessagesAsBoxes();
   try {
     return Run(application,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The exact length of sound files, beside the tools that people ask for it.
 // First the time for a spot of 30 seconds and for an hour, ours also within a program that links the library. Then more
 // than a thousand MP3 files of every kind and some WAV: how often each tool is wrong by more than a millisecond, held

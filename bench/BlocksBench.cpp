@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A thousand blocks of twenty spots: how long the marks of the item list take, how long its window is deaf meanwhile,
 // and how long spotrooster-db takes to write them all for a playout system, the first time and again. usage:
 // BlocksBench [BLOCKS] [SPOTS]

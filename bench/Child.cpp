@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "bench/Child.h"
 
 #include <fcntl.h>

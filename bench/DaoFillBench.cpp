@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Filling a list of 50 000 item-spots as the screens do (open, select with filter and order, walk, release), beside
 // plain SQLite doing the same query on the same rows; then what a small statement costs apart from its syncs.
 #include "bench/Figures.h"

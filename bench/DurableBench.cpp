@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Changing a table row by row, every change durable: inserts, updates and deletes of rows of a table with two indexes
 // that holds 10 000 rows before, by SQL and by the library below it, beside SQLite (rollback journal,
 // synchronous=EXTRA) with the same statements on the same disk. Blocks alternate, so that what the disk does meanwhile

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The offline log: a million statements written to an export file, read, written and synced, beside the sqlite3 shell
 // writing the same rows of the same text to a file that is then synced; and two thousand statements logged one by one,
 // beside SQLite, each a look for the highest number and an insert, durable on both sides. The files are compared.

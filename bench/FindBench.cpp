@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Finding as you type among 100 000 item-spots: from the key to the list that shows what is left, beside the SQLite
 // query that would find the same rows by LIKE. By the clock, each key once a round. usage: FindBench [ROWS]
 #include "bench/Figures.h"

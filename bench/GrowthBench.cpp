@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What grows with the catalogue and what does not: a table of 10^3 to 10^6 item-spots, read whole and changed one row
 // at a time. Reading has to grow as the rows do; an insert and a save (a keyed update) not at all, whether the file is
 // open already or opened for that one statement and let go of. The times of changes leave out what waiting for the disk

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The item editor with many item-spots in one item: opening it, moving lines, saving it. Beside the opening: SQLite
 // looking up as many names by key, one prepared statement each. usage: ItemEditorBench [SPOTS [FOLDER]]
 #include "bench/Figures.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Saving an item with many spots: each link is a statement of its own, and durable, beside as many single durable
 // inserts into SQLite on the same disk (rollback journal, synchronous=EXTRA). usage: ItemSaveBench [FOLDER] (default:
 // here)

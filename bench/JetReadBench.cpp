@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reading a database file: all fields of 100 000 rows of 12 fields, and the same as CSV through a pipe, beside mdbtools
 // and mdb-reader; 10 000 rows; one row by its key in tables of a thousand to a million rows. Processor time.
 // usage: JetReadBench [scan FILE | csv FILE | make FILE ROWS | alone]

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "bench/LengthFiles.h"
 
 #include <filesystem>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The item-spot list with many records: the time to open it, to refill it and to search in it, beside the time that
 // SQLite alone needs for the same query over the same rows; how long the window is deaf while marks arrive; and the
 // time to refresh the local copy on closing.

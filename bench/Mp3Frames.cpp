@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "bench/Mp3Frames.h"
 
 #include "bench/Plain.h"

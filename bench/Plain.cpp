@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "bench/Plain.h"
 
 #include "bench/Figures.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Playing a file in the editor of an item-spot: the processor time of the whole process as a share of one core, and the
 // moments at which the window does not answer for longer than a picture of a 60 Hz screen. First a spot whose waveform
 // is there; then an hour of sound while its waveform comes in. The sound goes to the player's own silent output, which

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "bench/SpotStation.h"
 
 #include "bench/Plain.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Starting the program, from the call to its windows on an X display without screen (Xvfb): the station's window, and
 // from its closing the main window, with 0, 10 000 and 100 000 item-spots in the catalogue. Beside it sqlitebrowser
 // opening the same rows, up to its window. By the clock, median of the rounds. usage: StartBench [PROGRAM]

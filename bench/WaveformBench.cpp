@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The waveform of an MP3 of an hour: from the call to the first part of the picture, to the whole of it, and the same
 // for a file that was looked at before. Beside it the plain decode of the same file to nothing, by mpg123 and ffmpeg.
 // usage: WaveformBench [MP3]

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "bench/XWindows.h"
 
 #include "bench/Plain.h"

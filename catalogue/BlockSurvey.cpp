@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "catalogue/BlockSurvey.h"
 
 #include "data/Catalogue.h"
@@ -18,7 +19,7 @@ bool IsTrouble(const BlockMark& mark) {
 }  // namespace
 
 BlockSurvey::BlockSurvey(QObject* parent) : QObject(parent), reading_(this) {
-  connect(&slices_, &QTimer::timeout, this, &BlockSurvey::TakeSlice);
+  connect(&slices_, &QTimer::timeout, this, &BlockSurvey::ProcessBatch);
 }
 
 void BlockSurvey::Start() {
@@ -28,7 +29,7 @@ void BlockSurvey::Start() {
   taken_ = 0;
   inTrouble_ = 0;
   read_ = finished_ = lastWaits_ = false;
-  reading_.Send([this, catalogue = CurrentCatalogue(), now = runtime::Now()](const Errands::Errand& errand) {
+  reading_.Send([this, catalogue = CurrentCatalogue(), now = runtime::Now()](const LatestTask::Token& errand) {
     try {
       MarkBlocks(
           catalogue, now, [&errand] { return errand.IsWanted(); },
@@ -49,14 +50,14 @@ const BlockMark* BlockSurvey::Find(qint64 id) const {
 
 void BlockSurvey::Take(std::vector<BlockMark> marks, bool last) {
   while (taken_ < waiting_.size())
-    TakeSlice();
+    ProcessBatch();
   waiting_ = std::move(marks);
   taken_ = 0;
   lastWaits_ = last;
   slices_.start(0);
 }
 
-void BlockSurvey::TakeSlice() {
+void BlockSurvey::ProcessBatch() {
   QList<qint64> ids;
   const std::size_t end = std::min(waiting_.size(), taken_ + kBlockSlice);
   for (; taken_ < end; ++taken_)

@@ -1,6 +1,8 @@
+// SPDX-License-Identifier: MIT
 #pragma once
-#include "data/forms/Errands.h"
-#include "playout/BlockMarks.h"
+
+#include "data/forms/LatestTask.h"
+#include "export/playout/BlockMarks.h"
 
 #include <QHash>
 #include <QList>
@@ -36,7 +38,7 @@ class BlockSurvey : public QObject {
 
  private:
   void Take(std::vector<BlockMark> marks, bool last);
-  void TakeSlice();
+  void ProcessBatch();
   void TakeMark(const BlockMark& mark, QList<qint64>& ids);
   void Finish();
 
@@ -48,5 +50,5 @@ class BlockSurvey : public QObject {
   bool read_ = false;
   bool finished_ = false;
   QTimer slices_;
-  Errands reading_;
+  LatestTask reading_;
 };

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "catalogue/CleanupForm.h"
 
 #include "data/Globals.h"

@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include "data/Catalogue.h"
 #include "data/forms/Form.h"
 

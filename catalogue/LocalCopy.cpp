@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "catalogue/LocalCopy.h"
 
 #include "data/Backup.h"
@@ -47,7 +48,7 @@ void Refresh(const CopyTable& table, const QString& backup) {
 void RefreshLocalCopies(const QList<CopyTable>& tables) {
   const desktop::WaitPointer wait;
   const BackupBefore backup = BackUpBefore(global.localDatabasePath);
-  if (!backup.goOn) {
+  if (!backup.proceed) {
     global.lastResult = false;
     return;
   }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "catalogue/OverviewForm.h"
 
 #include "catalogue/OverviewKeys.h"
@@ -7,7 +8,7 @@
 #include "platform/controls/QuietLine.h"
 #include "platform/dao/Database.h"
 #include "platform/desktop/FileDrop.h"
-#include "platform/desktop/FocusHome.h"
+#include "platform/desktop/FocusFallback.h"
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Numbers.h"
@@ -49,7 +50,7 @@ OverviewForm::OverviewForm(QWidget* owner, const QString& one, const QString& ma
 
 void OverviewForm::WireControls(const Controls& controls) {
   controls_ = controls;
-  DressControls();
+  SetUpIcons();
   connect(&List(), &controls::ListBox::clicked, this, &OverviewForm::lstOverzicht_Click);
   connect(&List(), &controls::ListBox::selectionLost, this, &OverviewForm::lstOverzicht_Click);
   connect(&List(), &controls::ListBox::doubleClicked, this, &OverviewForm::lstOverzicht_DblClick);
@@ -68,7 +69,7 @@ void OverviewForm::WireControls(const Controls& controls) {
   connect(keys, &OverviewKeys::refillAsked, this, &OverviewForm::Refill);
 }
 
-void OverviewForm::DressControls() {
+void OverviewForm::SetUpIcons() {
   controls_.txtZoek->addAction(desktop::Icon(u"zoek"_s, desktop::IconTint::Quiet), QLineEdit::LeadingPosition);
   controls_.cmdNieuw->setIcon(desktop::Icon(u"nieuw"_s));
   controls_.cmdNieuw->setToolTip(tr("Nieuw (Insert)"));
@@ -134,7 +135,7 @@ void OverviewForm::FillLstOverzicht() {
 }
 
 void OverviewForm::Refill() {
-  const desktop::FocusHome list(List());
+  const desktop::FocusFallback list(List());
   FillLstOverzicht();
   InitCommands();
 }

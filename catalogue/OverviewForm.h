@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include "catalogue/OverviewTexts.h"
 #include "data/Catalogue.h"
 #include "data/forms/Form.h"
@@ -97,7 +99,7 @@ class OverviewForm : public Form {
   void WireControls(const Controls& controls);
   QString Filter(const QString& table) const;
   void ShowDetail();
-  void DressControls();
+  void SetUpIcons();
 
   void chkAktieve_Click();
   void chkNietAktieve_Click();

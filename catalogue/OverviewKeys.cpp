@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "catalogue/OverviewKeys.h"
 
 #include "platform/controls/ListBox.h"

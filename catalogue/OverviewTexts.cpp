@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "catalogue/OverviewTexts.h"
 
 using namespace Qt::StringLiterals;

@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include <QString>
 
 // The texts below and inside an overview list, from what it shows.

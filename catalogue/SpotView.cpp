@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "catalogue/SpotView.h"
 
 using namespace Qt::StringLiterals;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "catalogue/frmItemOpruimen.h"
 
 #include "catalogue/LocalCopy.h"
@@ -44,7 +45,7 @@ void frmItemOpruimen::chkVerwijderSpots_Click() {
 }
 
 void frmItemOpruimen::CleanUp(const Catalogue& catalogue) {
-  if (RecordsToDelete(catalogue) > 1 && !BackUpBefore(catalogue.databasePath).goOn) return GiveUp();
+  if (RecordsToDelete(catalogue) > 1 && !BackUpBefore(catalogue.databasePath).proceed) return GiveUp();
   dao::Database database = dao::OpenDatabase(catalogue.databasePath);
   dao::Recordset rows = database.OpenRecordset(SelectByID(catalogue.items + u".ID"_s, catalogue.items));
   if (rows.Bof() && rows.Eof()) return;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "catalogue/frmItemSpotOpruimen.h"
 
 #include "data/Lookups.h"

@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: MIT
 #include "catalogue/frmItemSpots.h"
 
 #include "catalogue/LocalCopy.h"
-#include "catalogue/SpotSurvey.h"
+#include "catalogue/SpotStateLoader.h"
 #include "data/Writes.h"
 #include "data/forms/SpotDetails.h"
 #include "platform/runtime/Trapped.h"
@@ -18,22 +19,22 @@ namespace {
 
 // Up to here the list's first picture waits for its marks a moment that nobody sees; a longer list is shown first.
 constexpr int kMarkedAtOnce = 500;
-constexpr std::chrono::milliseconds kPatience{8};
+constexpr std::chrono::milliseconds kFirstPaintWait{8};
 
 }  // namespace
 
 frmItemSpots::frmItemSpots(QWidget* owner)
     : OverviewForm(owner, u"item-spot"_s, u"item-spots"_s, Screen::ItemSpotsDetail),
       ui_(std::make_unique<Ui::frmItemSpots>()),
-      survey_(std::make_unique<SpotSurvey>()) {
+      survey_(std::make_unique<SpotStateLoader>()) {
   ui_->setupUi(this);
   Wire(*ui_);
   AcceptAudio();
   for (const SpotView view : kSpotViews)
     ui_->cboToestand->AddItem(TextOf(view), static_cast<qint64>(view));
   connect(ui_->cboToestand, &QComboBox::currentIndexChanged, this, &frmItemSpots::cboToestand_Click);
-  connect(survey_.get(), &SpotSurvey::changed, this, &frmItemSpots::SurveyChanged);
-  connect(survey_.get(), &SpotSurvey::finished, this, &frmItemSpots::ShowCount);
+  connect(survey_.get(), &SpotStateLoader::changed, this, &frmItemSpots::SurveyChanged);
+  connect(survey_.get(), &SpotStateLoader::finished, this, &frmItemSpots::ShowCount);
 }
 
 frmItemSpots::~frmItemSpots() = default;
@@ -63,7 +64,7 @@ void frmItemSpots::Form_Unload() {
 void frmItemSpots::Refilled() {
   FindLines();
   if (ChosenView() != SpotView::Alle) List().Refilter();
-  survey_->Start(List().ListCount() <= kMarkedAtOnce ? kPatience : std::chrono::milliseconds{});
+  survey_->Start(List().ListCount() <= kMarkedAtOnce ? kFirstPaintWait : std::chrono::milliseconds{});
 }
 
 void frmItemSpots::FindLines() {
@@ -80,7 +81,7 @@ void frmItemSpots::SurveyChanged(const QList<qint64>& ids) {
   for (const qint64 id : ids) {
     const auto line = lines_.constFind(id);
     if (line == lines_.constEnd()) continue;
-    const SpotSurvey::Spot* spot = survey_->Find(id);
+    const SpotStateLoader::Spot* spot = survey_->Find(id);
     NoteState(*line, spot->state);
     seconds_[static_cast<std::size_t>(*line)] = std::max(0, spot->facts.lengteSec.value_or(0));
     List().SetDetails(*line, DetailsOf(spot->facts, spot->state));

@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include "catalogue/OverviewForm.h"
 #include "catalogue/SpotView.h"
 #include "data/SpotState.h"
@@ -10,7 +12,7 @@
 #include <optional>
 #include <vector>
 
-class SpotSurvey;
+class SpotStateLoader;
 
 namespace Ui {
 class frmItemSpots;
@@ -50,7 +52,7 @@ class frmItemSpots : public OverviewForm {
   QString TotalLength() const;
 
   std::unique_ptr<Ui::frmItemSpots> ui_;
-  std::unique_ptr<SpotSurvey> survey_;
+  std::unique_ptr<SpotStateLoader> survey_;
   QHash<qint64, int> lines_;                      // where in the list an ID stands
   std::vector<std::optional<SpotState>> states_;  // of each line; none: not known yet
   std::vector<qint32> seconds_;                   // likewise; 0 when not known

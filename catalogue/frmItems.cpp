@@ -1,15 +1,16 @@
+// SPDX-License-Identifier: MIT
 #include "catalogue/frmItems.h"
 
 #include "catalogue/BlockSurvey.h"
 #include "catalogue/LocalCopy.h"
 #include "data/Globals.h"
 #include "data/Writes.h"
+#include "export/playout/BlockReader.h"
+#include "export/playout/BlockToHear.h"
+#include "export/playout/PlanTexts.h"
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Trapped.h"
-#include "playout/BlockReader.h"
-#include "playout/BlockToHear.h"
-#include "playout/PlanTexts.h"
 #include "ui_frmItems.h"
 
 #include <QShortcut>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/AudioList.h"
 
 #include "data/Globals.h"

@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include <QString>
 
 // Appends one line, the path of an audio file newly taken into the catalogue or newly attached to a record, to

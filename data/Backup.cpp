@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/Backup.h"
 
 #include "data/BackupRetention.h"
@@ -105,7 +106,7 @@ bool IsWhole(const QString& path) {
   }
 }
 
-void LetOldOnesGo(const BackupFolder& folder) {
+void DeleteExpired(const BackupFolder& folder) {
   const auto isWhole = [&](const BackupFile& file) { return IsWhole(folder.PathOf(file.name)); };
   for (const BackupFile& file : ExpiredBackups(folder.NewestFirst(), runtime::Now().date(), isWhole))
     folder.Remove(file.name);
@@ -148,7 +149,7 @@ std::optional<QString> BackUp(const QString& databasePath, const QString& passwo
   const QString name = folder.NewName(now);
   database.CopyTo(folder.PathOf(name));
   folder.MarkAsNewest(name, now, earlier);
-  LetOldOnesGo(folder);
+  DeleteExpired(folder);
   return folder.PathOf(name);
 }
 

@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include <QString>
 
 #include <optional>
@@ -16,8 +18,8 @@ bool BackupsWanted(const QString& settingsPath);
 
 // A copy for an act of the program's user.
 struct BackupBefore {
-  bool goOn = true;  // false: the copy could not be written, and the user would rather leave things as they are
-  QString path;      // of the copy; empty when there is none
+  bool proceed = true;  // false: the copy could not be written, and the user would rather leave things as they are
+  QString path;         // of the copy; empty when there is none
 };
 // Makes a copy if the settings want it. When it cannot be written the user is told why and asked whether to go on.
 BackupBefore BackUpBefore(const QString& databasePath);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/BackupRetention.h"
 
 #include <QSet>

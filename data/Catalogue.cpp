@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/Catalogue.h"
 
 #include "data/Globals.h"

@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include <QString>
 
 // Where the catalogue is read and written at present: the server database with the real tables online, the local

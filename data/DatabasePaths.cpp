@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/DatabasePaths.h"
 
 #include "data/Globals.h"

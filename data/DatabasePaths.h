@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 // Forms the three database paths in `global` from the program's folder, the DatabasePath setting and the station number

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/Globals.h"
 
 Globals global;

@@ -1,11 +1,14 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include <QMap>
 #include <QString>
 
 // Reads and writes single values of an ini file: sections in square brackets, one key=value a line. Sections and keys
 // are matched without regard to letter case, blanks around "=" do not count (a tab before a value belongs to it), lines
-// that begin with ";" or "#" are comments. The text is Windows-1252, or UTF-8 when the file begins with its mark. The file is looked at anew by each
-// call. User-interface thread only; every failure is a runtime::Error that names the file.
+// that begin with ";" or "#" are comments. The text is Windows-1252, or UTF-8 when the file begins with its mark. The
+// file is looked at anew by each call. User-interface thread only; every failure is a runtime::Error that names the
+// file.
 class IniFile {
  public:
   void SetPath(const QString& pathText) { path_ = pathText; }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/MessageTexts.h"
 
 using namespace Qt::StringLiterals;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/Schema.h"
 
 #include "data/MessageTexts.h"

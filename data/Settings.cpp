@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/Settings.h"
 
 #include "data/Globals.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 // Reads the settings file into `global`, and its section [Drives] into runtime::SetDrives (relative folders count from

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/SettingsFile.h"
 
 #include "data/Globals.h"

@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include "data/IniFile.h"
 
 // The station's settings file, ovalis.ini in the program's folder, and the names of what stands in it.

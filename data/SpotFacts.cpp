@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/SpotFacts.h"
 
 #include "platform/runtime/Numbers.h"

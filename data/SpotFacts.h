@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include "platform/dao/Recordset.h"
 #include "platform/runtime/Probe.h"
 

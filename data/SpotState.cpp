@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/SpotState.h"
 
 #include <QStringList>

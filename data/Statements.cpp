@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/Statements.h"
 
 #include "data/Text.h"

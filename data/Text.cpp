@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/Text.h"
 
 #include "platform/runtime/Numbers.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/Usage.h"
 
 #include "data/Catalogue.h"

@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include <QStringList>
 
 // Which items of the present catalogue use a record; their names in order. Read with queries of its own. Throws

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/ContentDigest.h"
 
 QByteArray ContentDigest::Of(const QByteArray& content) {

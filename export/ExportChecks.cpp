@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/ExportChecks.h"
 
 #include "data/Globals.h"

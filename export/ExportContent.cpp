@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/ExportContent.h"
 
 #include "platform/dao/Database.h"
@@ -44,15 +45,15 @@ void ExportContent::Add(QStringView sqlSyntax) {
   if (statement.isEmpty()) return;
   if (!runtime::AppendCodePage(statement, block_)) altered_.Add(statement);
   block_ += ";\r\n";
-  if (block_.size() >= kBlock) HandOn();
+  if (block_.size() >= kBlock) Flush();
 }
 
 QByteArray ExportContent::Finish() {
-  HandOn();
+  Flush();
   return digest_.Result();
 }
 
-void ExportContent::HandOn() {
+void ExportContent::Flush() {
   if (block_.isEmpty()) return;
   digest_.Add(block_);
   if (sink_) sink_(block_);

@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include "export/ContentDigest.h"
 
 #include <QByteArray>
@@ -49,7 +51,7 @@ class ExportContent {
   qint32 HighestID() const { return highestID_; }
 
  private:
-  void HandOn();
+  void Flush();
 
   Sink sink_;
   QByteArray block_;

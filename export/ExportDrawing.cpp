@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/ExportDrawing.h"
 
 #include "platform/desktop/Icons.h"

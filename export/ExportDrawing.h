@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include <QWidget>
 
 // The picture on the progress panel: from the station to the file, with a row of dots between them that fills step by

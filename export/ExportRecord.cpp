@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/ExportRecord.h"
 
 #include "platform/runtime/Error.h"

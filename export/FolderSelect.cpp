@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/FolderSelect.h"
 
 #include "data/Messages.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/InterruptedExport.h"
 
 #include "data/Globals.h"
@@ -91,7 +92,7 @@ ExportSettlement SettleByFile(const QString& localDatabasePath, const ExportReco
   return {InterruptedExport::Missing, record.path};
 }
 
-[[noreturn]] void RefuseUntold(const QString& path, const QString& why, const QString& until) {
+[[noreturn]] void ThrowUndecided(const QString& path, const QString& why, const QString& until) {
   throw runtime::Error(
       u"Een export naar '%1' werd onderbroken, en %2. "
       u"Het logboek blijft zoals het is; exporteren kan weer als de map %3 is."_s.arg(path, why, until));
@@ -137,9 +138,9 @@ void FinishInterruptedExport(const QString& localDatabasePath,
         u"De opdrachten die erin staan zijn nu uit het logboek gehaald."_s.arg(settlement.path),
         kInformation);
   } else if (settlement.what == InterruptedExport::NotReachable) {
-    RefuseUntold(settlement.path, u"de schijf of netwerkmap antwoordt niet"_s, u"bereikbaar"_s);
+    ThrowUndecided(settlement.path, u"de schijf of netwerkmap antwoordt niet"_s, u"bereikbaar"_s);
   } else if (settlement.what == InterruptedExport::Denied) {
-    RefuseUntold(settlement.path, u"de toegang tot de map wordt geweigerd"_s, u"toegankelijk"_s);
+    ThrowUndecided(settlement.path, u"de toegang tot de map wordt geweigerd"_s, u"toegankelijk"_s);
   } else if (settlement.what == InterruptedExport::Missing) {
     SettleMissingFile(localDatabasePath, decide(settlement.path));
   }

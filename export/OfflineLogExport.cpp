@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/OfflineLogExport.h"
 
 #include "data/KeptStatements.h"
@@ -47,7 +48,7 @@ QHash<QString, ExportRecord>& LastExports() {
 
 // The file did not get its name, or its record may be there or not. The record goes first: one that has lost its
 // temporary file would mean that it did.
-void TakeBack(const QString& localDatabasePath, runtime::StagedFile& file) {
+void Undo(const QString& localDatabasePath, runtime::StagedFile& file) {
   try {
     if (runtime::Probe(file.TemporaryPath()) == runtime::Presence::There) return RemoveExportRecord(localDatabasePath);
   } catch (const runtime::Error&) {
@@ -81,7 +82,7 @@ QString OfflineLogExport::WriteFile(const QString& folder, SameSecond sameSecond
   try {
     return Place(file, folder, second, digest, sameSecond);
   } catch (const runtime::Error&) {
-    TakeBack(localDatabasePath_, file);
+    Undo(localDatabasePath_, file);
     throw;
   }
 }

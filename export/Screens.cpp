@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/Screens.h"
 
 #include "data/forms/Screens.h"

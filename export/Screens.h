@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 // Registers the planning export and the settings dialog, so that other folders can show them.

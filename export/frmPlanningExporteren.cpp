@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/frmPlanningExporteren.h"
 
 #include "data/Globals.h"

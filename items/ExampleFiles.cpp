@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "items/ExampleFiles.h"
 
 #include "platform/runtime/Clock.h"
@@ -25,13 +26,14 @@ QString TextOf(const std::vector<Presence>& files) {
 
 ExampleFiles::ExampleFiles(QObject* receiver, std::function<void(const QString& text)> tell)
     : tell_(std::move(tell)),
-      finder_(receiver, [this](const std::vector<FileFinder::Found>& found, bool last) { TakeFiles(found, last); }) {}
+      finder_(receiver,
+              [this](const std::vector<FilePresenceChecker::Found>& found, bool last) { TakeFiles(found, last); }) {}
 
 void ExampleFiles::Look(const FileNamePattern& pattern, int count) {
-  finder_.CallOff();
+  finder_.Cancel();
   found_.clear();
   tell_({});
-  std::vector<FileFinder::Wanted> wanted;
+  std::vector<FilePresenceChecker::Wanted> wanted;
   const QDateTime now = runtime::Now();
   for (int number = 1; number <= (pattern.severalSpots ? std::clamp(count, 1, kMostFiles) : 1); ++number) {
     const QString path = NumberedFileName(pattern, now, number);
@@ -40,8 +42,8 @@ void ExampleFiles::Look(const FileNamePattern& pattern, int count) {
   if (!wanted.empty()) finder_.Look(std::move(wanted));
 }
 
-void ExampleFiles::TakeFiles(const std::vector<FileFinder::Found>& found, bool last) {
-  for (const FileFinder::Found& file : found)
+void ExampleFiles::TakeFiles(const std::vector<FilePresenceChecker::Found>& found, bool last) {
+  for (const FilePresenceChecker::Found& file : found)
     found_.push_back(file.presence);
   if (last && !found_.empty()) tell_(TextOf(found_));
 }

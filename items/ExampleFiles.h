@@ -1,6 +1,8 @@
+// SPDX-License-Identifier: MIT
 #pragma once
-#include "data/forms/FileFinder.h"
-#include "playout/Block.h"
+
+#include "data/forms/FilePresenceChecker.h"
+#include "export/playout/Block.h"
 
 #include <QString>
 
@@ -19,9 +21,9 @@ class ExampleFiles {
   void Look(const FileNamePattern& pattern, int count);
 
  private:
-  void TakeFiles(const std::vector<FileFinder::Found>& found, bool last);
+  void TakeFiles(const std::vector<FilePresenceChecker::Found>& found, bool last);
 
   std::function<void(const QString& text)> tell_;
   std::vector<runtime::Presence> found_;
-  FileFinder finder_;
+  FilePresenceChecker finder_;
 };

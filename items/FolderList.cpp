@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "items/FolderList.h"
 
 #include "platform/desktop/Background.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "items/Screens.h"
 
 #include "data/forms/Screens.h"

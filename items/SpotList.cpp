@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "items/SpotList.h"
 
 #include "data/Catalogue.h"
@@ -15,12 +16,13 @@ using namespace Qt::StringLiterals;
 
 SpotLengths::SpotLengths(QObject* receiver, std::function<void()> changed)
     : changed_(std::move(changed)),
-      finder_(receiver, [this](const std::vector<FileFinder::Found>& found, bool last) { TakeFiles(found, last); }) {}
+      finder_(receiver,
+              [this](const std::vector<FilePresenceChecker::Found>& found, bool last) { TakeFiles(found, last); }) {}
 
 void SpotLengths::Read() {
   spots_.clear();
   asked_.clear();
-  finder_.CallOff();
+  finder_.Cancel();
   const Catalogue catalogue = CurrentCatalogue();
   try {
     dao::Database database = dao::OpenDatabase(catalogue.databasePath);
@@ -35,7 +37,7 @@ void SpotLengths::Read() {
 
 void SpotLengths::Show(controls::ListBox& list) {
   const QDateTime now = runtime::Now();
-  std::vector<FileFinder::Wanted> wanted;
+  std::vector<FilePresenceChecker::Wanted> wanted;
   bool unasked = false;
   for (int line = 0; line < list.ListCount(); ++line) {
     const auto spot = spots_.constFind(list.ItemData(line));
@@ -46,13 +48,13 @@ void SpotLengths::Show(controls::ListBox& list) {
   }
   // One look at a time: a new one takes those along that were still waited for.
   if (!unasked) return;
-  for (const FileFinder::Wanted& file : wanted)
+  for (const FilePresenceChecker::Wanted& file : wanted)
     asked_.insert(file.id, true);
   finder_.Look(std::move(wanted));
 }
 
-void SpotLengths::TakeFiles(const std::vector<FileFinder::Found>& found, bool last) {
-  for (const FileFinder::Found& file : found) {
+void SpotLengths::TakeFiles(const std::vector<FilePresenceChecker::Found>& found, bool last) {
+  for (const FilePresenceChecker::Found& file : found) {
     const auto spot = spots_.find(file.id);
     if (spot != spots_.end()) spot->file = file.presence;
   }

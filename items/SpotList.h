@@ -1,6 +1,8 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include "data/SpotFacts.h"
-#include "data/forms/FileFinder.h"
+#include "data/forms/FilePresenceChecker.h"
 
 #include <QHash>
 #include <QString>
@@ -30,10 +32,10 @@ class SpotLengths {
   QString Total(const controls::ListBox& list) const;
 
  private:
-  void TakeFiles(const std::vector<FileFinder::Found>& found, bool last);
+  void TakeFiles(const std::vector<FilePresenceChecker::Found>& found, bool last);
 
   QHash<qint64, SpotFacts> spots_;
   QHash<qint64, bool> asked_;  // spots whose file was looked for
   std::function<void()> changed_;
-  FileFinder finder_;
+  FilePresenceChecker finder_;
 };

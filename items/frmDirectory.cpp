@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "items/frmDirectory.h"
 
 #include "data/Globals.h"

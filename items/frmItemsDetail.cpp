@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "items/frmItemsDetail.h"
 
 #include "data/forms/OptionButton.h"
@@ -25,8 +26,8 @@ frmItemsDetail::frmItemsDetail(QWidget* owner)
   ui_->cmdShowItemSpots->setIcon(desktop::Icon(u"item-spots"_s));
   ui_->cmdShowItemPingles->setIcon(desktop::Icon(u"item-pingles"_s));
   ui_->cmdBeluisteren->setIcon(desktop::Icon(u"geluid"_s));
-  desktop::TellWholeText(ui_->txtOpt2Directory);
-  desktop::TellWholeText(ui_->txtOpt2Voorbeeld);
+  desktop::ShowTextAsToolTip(ui_->txtOpt2Directory);
+  desktop::ShowTextAsToolTip(ui_->txtOpt2Voorbeeld);
   QFont strong = ui_->lblVergrendeld->font();
   strong.setWeight(QFont::DemiBold);
   ui_->lblVergrendeld->setFont(strong);

@@ -1,11 +1,13 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include "data/Catalogue.h"
 #include "data/Rows.h"
 #include "data/forms/EditorForm.h"
+#include "export/playout/Block.h"
 #include "items/ExampleFiles.h"
 #include "items/SpotList.h"
 #include "platform/dao/Recordset.h"
-#include "playout/Block.h"
 
 #include <memory>
 #include <optional>
@@ -50,7 +52,7 @@ class frmItemsDetail : public EditorForm {
   bool FillFraItemSpots();
   dao::Recordset ReadItem() const;
   void FillFields(const dao::Recordset& row);
-  void FillFilling(const dao::Recordset& row);
+  void FillContentOption(const dao::Recordset& row);
   void FillPattern(const dao::Recordset& row);
   void FillJingle(const QVariant& id, const QString& combo, QCheckBox& check);
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the buttons of the item editor open and do, but OK and cancel.
 #include "data/Globals.h"
 #include "data/Messages.h"
@@ -7,7 +8,7 @@
 #include "items/frmItemsDetail.h"
 #include "items/frmItemsDetailOpt1.h"
 #include "items/ui_frmItemsDetail.h"
-#include "platform/desktop/FocusHome.h"
+#include "platform/desktop/FocusFallback.h"
 #include "platform/desktop/InputBox.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Numbers.h"
@@ -46,7 +47,7 @@ void frmItemsDetail::cmdOpt1Toevoegen_Click() {
 void frmItemsDetail::cmdOpt1Wijzigen_Click() {
   Trapped(__func__, [this] {
     if (isLocked_) return;
-    const desktop::FocusHome list(*ui_->lstOpt1ItemSpots);
+    const desktop::FocusFallback list(*ui_->lstOpt1ItemSpots);
     const desktop::WaitPointer wait;
     global.gstrSelectedID = QString::number(ui_->lstOpt1ItemSpots->ItemData(ui_->lstOpt1ItemSpots->ListIndex()));
     frmItemsDetailOpt1(this, *ui_->lstOpt1ItemSpots).ShowModal();
@@ -57,7 +58,7 @@ void frmItemsDetail::cmdOpt1Wijzigen_Click() {
 
 void frmItemsDetail::cmdOpt1Verwijderen_Click() {
   Trapped(__func__, [this] {
-    const desktop::FocusHome list(*ui_->lstOpt1ItemSpots);
+    const desktop::FocusFallback list(*ui_->lstOpt1ItemSpots);
     const int line = ui_->lstOpt1ItemSpots->ListIndex();
     if (line != -1) {
       ui_->lstOpt1ItemSpots->RemoveItem(line);

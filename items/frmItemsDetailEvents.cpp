@@ -1,10 +1,11 @@
+// SPDX-License-Identifier: MIT
 // What a change in the item editor sets going.
+#include "export/playout/FileNameExample.h"
 #include "items/frmItemsDetail.h"
 #include "items/ui_frmItemsDetail.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trapped.h"
-#include "playout/FileNameExample.h"
 
 using runtime::Trapped;
 

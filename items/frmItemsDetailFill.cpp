@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How the item editor opens: its fixed lists and what it reads.
 #include "data/Lookups.h"
 #include "items/frmItemsDetail.h"
@@ -15,7 +16,7 @@ using runtime::Trapped;
 namespace {
 
 constexpr qint32 kNoSpot = -10000;
-constexpr qint32 kNoWay = 0;  // of filling: an item that was saved without one
+constexpr qint32 kNoContentOption = 0;  // of filling: an item that was saved without one
 
 void AddNumbered(controls::ComboBox& combo, const QStringList& texts) {
   combo.Clear();
@@ -31,7 +32,7 @@ void frmItemsDetail::InitForm() {
     lengths_.Read();
     FillCboOpt2VariabelNaamGedeelte();
     FillCboOpt2Eerstedagvanweek();
-    if (!FillCboPingles()) NotWhole();
+    if (!FillCboPingles()) MarkIncomplete();
   });
 }
 
@@ -76,7 +77,7 @@ void frmItemsDetail::FillForm() {
       const dao::Recordset row = ReadItem();
       if (!(row.Bof() && row.Eof())) FillFields(row);
     }
-    Filled();
+    MarkLoaded();
   });
 }
 
@@ -95,7 +96,7 @@ void frmItemsDetail::FillFields(const dao::Recordset& row) {
   const QVariant locked = row.Field(u"Locked"_s);
   if (!locked.isNull()) locked_ = runtime::ToLong(locked);
   isLocked_ = locked_ != 0;
-  FillFilling(row);
+  FillContentOption(row);
   const QVariant several = row.Field(u"OptMeerdereSpots"_s);
   if (!several.isNull()) (runtime::ToLong(several) != 0 ? ui_->optMeerdereSpots : ui_->opt1Spot)->setChecked(true);
   const QVariant count = row.Field(u"AantalSpots"_s);
@@ -109,15 +110,15 @@ void frmItemsDetail::FillFields(const dao::Recordset& row) {
   FillJingle(row.Field(u"Sluiter"_s), u"cboSluiterPingle"_s, *ui_->chkSluiterPingle);
 }
 
-void frmItemsDetail::FillFilling(const dao::Recordset& row) {
+void frmItemsDetail::FillContentOption(const dao::Recordset& row) {
   const QVariant option = row.Field(u"ItemSpotsOptID"_s);
-  const qint32 way = option.isNull() ? kNoWay : runtime::ToLong(option);
+  const qint32 way = option.isNull() ? kNoContentOption : runtime::ToLong(option);
   if (way == 1) {
     ui_->opt1->setChecked(true);
-    if (!FillFraItemSpots()) NotWhole();
+    if (!FillFraItemSpots()) MarkIncomplete();
   } else if (way == 2) {
     FillPattern(row);
-  } else if (way != kNoWay) {
+  } else if (way != kNoContentOption) {
     throw runtime::Error(u"Dit item wordt gevuld op een wijze die hier niet bestaat (ItemSpotsOptID = %1)."_s.arg(way));
   }
 }

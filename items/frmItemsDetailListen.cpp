@@ -1,13 +1,14 @@
+// SPDX-License-Identifier: MIT
 // The block as it stands in the item editor, to be listened to.
 #include "data/Catalogue.h"
 #include "data/forms/Screens.h"
+#include "export/playout/BlockReader.h"
+#include "export/playout/BlockToHear.h"
 #include "items/frmItemsDetail.h"
 #include "items/ui_frmItemsDetail.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trapped.h"
-#include "playout/BlockReader.h"
-#include "playout/BlockToHear.h"
 
 using runtime::Trapped;
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "items/frmItemsDetailOpt1.h"
 
 #include "data/Catalogue.h"

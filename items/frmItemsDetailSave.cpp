@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the item editor writes.
 #include "data/Globals.h"
 #include "data/Lookups.h"
@@ -20,7 +21,7 @@ void frmItemsDetail::Opslaan() {
     if (isLocked_) return;
     const Catalogue catalogue = CurrentCatalogue();
     const desktop::WaitPointer wait;
-    RequireFilled();
+    RequireLoaded();
     RequireStillThere();
     if (isNew_) {
       const auto id = GetNewIDIfAny(catalogue.items, catalogue.items + u".ID", catalogue.databasePath);

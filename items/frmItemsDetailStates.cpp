@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which fields of the item editor are open, locked or empty, and which buttons can be pressed.
 #include "items/frmItemsDetail.h"
 #include "items/ui_frmItemsDetail.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the item editor refuses to save.
 #include "data/Text.h"
 #include "items/frmItemsDetail.h"

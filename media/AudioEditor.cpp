@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "media/AudioEditor.h"
 
 #include "data/Catalogue.h"
@@ -38,7 +39,7 @@ AudioEditor::AudioEditor(const Words& words, QWidget* owner) : EditorForm(owner)
 void AudioEditor::Wire(const AudioControls& controls, QSize openingSize) {
   controls_ = controls;
   controls_.cmdPath->setIcon(desktop::Icon(u"geluid"_s));
-  desktop::TellWholeText(controls_.txtPath);
+  desktop::ShowTextAsToolTip(controls_.txtPath);
   controls_.preview->Attach(controls_.txtPath, controls_.txtLengteSec, controls_.lblLuidheid);
   connect(controls_.cmdPath, &QPushButton::clicked, this, &AudioEditor::cmdPath_Click);
   connect(controls_.cmdFillName, &QPushButton::clicked, this, &AudioEditor::cmdFillName_Click);
@@ -99,7 +100,7 @@ void AudioEditor::FillForm() {
       FillRecord(row);
     }
     row.Close();
-    Filled();
+    MarkLoaded();
   });
 }
 

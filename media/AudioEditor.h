@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include "data/forms/EditorForm.h"
 #include "platform/dao/Recordset.h"
 #include "platform/desktop/FileChooser.h"

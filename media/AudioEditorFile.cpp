@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where the file of a record comes from: the file dialog, or files dropped on a list or on the editor.
 #include "data/Messages.h"
 #include "data/Text.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How the editors read, check and write their record.
 #include "data/AudioList.h"
 #include "data/Catalogue.h"
@@ -105,7 +106,7 @@ bool AudioEditor::IsDuplicateCode() {
 void AudioEditor::Opslaan() {
   Trapped(__func__, [&] {
     isDirty_ = true;
-    RequireFilled();
+    RequireLoaded();
     const desktop::WaitPointer wait;
     const QString databasePath = CurrentCatalogue().databasePath;
     const QString table = TableName();

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "media/AudioPreview.h"
 
 #include "data/Globals.h"

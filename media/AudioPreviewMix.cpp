@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The mix point: the number of milliseconds before the end at which the next element may start.
 #include "data/Globals.h"
 #include "media/AudioPreview.h"

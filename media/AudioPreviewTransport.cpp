@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The buttons, keys and slider of the player.
 #include "media/AudioPreview.h"
 #include "platform/audio/AudioPlayer.h"
@@ -21,7 +22,7 @@ constexpr int kSeekSettingForward = 5;
 
 // A jump goes on with its next step when the player fails in one.
 template <class Step>
-void GoingOn(Step&& step) {
+void IgnoringErrors(Step&& step) {
   try {
     step();
   } catch (const runtime::Error&) {
@@ -87,23 +88,23 @@ void AudioPreview::cmdFFFW_Click() {
 void AudioPreview::JumpBack(qint32 step) {
   if (player_->State() != audio::kPlaying) return;
   const auto seeking = HoldDisplay();
-  GoingOn([&] { player_->Pause(); });
-  GoingOn([&] { player_->SetSeekSetting(kSeekSettingBack); });
-  GoingOn([&] {
+  IgnoringErrors([&] { player_->Pause(); });
+  IgnoringErrors([&] { player_->SetSeekSetting(kSeekSettingBack); });
+  IgnoringErrors([&] {
     const qint32 position = player_->Position();
     player_->SetPosition(position < step + 1 ? 0 : position - step);
   });
-  GoingOn([&] { player_->Resume(); });
+  IgnoringErrors([&] { player_->Resume(); });
 }
 
 // May go past the end: the player ends playback then.
 void AudioPreview::JumpForward(qint32 step) {
   if (player_->State() != audio::kPlaying || player_->Position() >= player_->Length()) return;
   const auto seeking = HoldDisplay();
-  GoingOn([&] { player_->Pause(); });
-  GoingOn([&] { player_->SetSeekSetting(kSeekSettingForward); });
-  GoingOn([&] { player_->SetPosition(runtime::SubtractLong(player_->Position(), -step)); });
-  GoingOn([&] { player_->Resume(); });
+  IgnoringErrors([&] { player_->Pause(); });
+  IgnoringErrors([&] { player_->SetSeekSetting(kSeekSettingForward); });
+  IgnoringErrors([&] { player_->SetPosition(runtime::SubtractLong(player_->Position(), -step)); });
+  IgnoringErrors([&] { player_->Resume(); });
 }
 
 void AudioPreview::sliPlay_Pressed() {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "media/ClipPeaks.h"
 
 #include "media/WaveformFeed.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "media/FilePresence.h"
 
 #include "platform/desktop/Background.h"

@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: MIT
 #include "media/LoudnessReader.h"
 
 #include "platform/audio/Error.h"
-#include "platform/audio/GiveWay.h"
+#include "platform/audio/LowerThreadPriority.h"
 
 #include <QFutureWatcher>
 #include <QLocale>
@@ -44,7 +45,7 @@ QThreadPool& Threads() {
 }
 
 std::optional<audio::Loudness> Measure(const QString& hostPath, const Cancelled& cancelled) {
-  audio::GiveWay();
+  audio::LowerThreadPriority();
   try {
     LeavableDecoder file(audio::OpenDecoder(hostPath.toStdString()), cancelled);
     return audio::MeasureLoudness(file);

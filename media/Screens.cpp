@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "media/Screens.h"
 
 #include "data/Globals.h"
@@ -13,7 +14,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // A record that was not saved is a moment to leave the other files too.
-bool GoesOn() {
+bool AskToContinue() {
   const qsizetype left = DroppedAudioLeft();
   const QString waiting =
       left == 1 ? u"Er wacht nog één geluidsbestand."_s : u"Er wachten nog %1 geluidsbestanden."_s.arg(left);
@@ -27,7 +28,7 @@ void ShowEditors(QWidget* owner) {
   while (more) {
     Editor editor(owner);
     editor.ShowModal();
-    more = DroppedAudioLeft() > 0 && (!editor.IsNew() || GoesOn());
+    more = DroppedAudioLeft() > 0 && (!editor.IsNew() || AskToContinue());
     if (more) global.gstrSelectedID = QString::fromUtf16(kNewRecord);
   }
 }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "media/SoundOutput.h"
 
 #include "platform/audio/AudioPlayer.h"

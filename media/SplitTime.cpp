@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "media/SplitTime.h"
 
 #include "platform/runtime/Numbers.h"

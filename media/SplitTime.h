@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include <QtGlobal>
 
 // A time as a clock shows it.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "media/ValidityLine.h"
 
 #include "platform/controls/Marks.h"

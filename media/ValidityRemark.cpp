@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "media/ValidityRemark.h"
 
 #include "data/forms/SpotDetails.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "media/WaveformFeed.h"
 
 #include "platform/controls/WaveformStrip.h"

@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include "platform/audio/PeakReader.h"
 #include "platform/controls/WaveformPeaks.h"
 

@@ -1,6 +1,10 @@
+// SPDX-License-Identifier: MIT
 #include "media/frmBeluisteren.h"
 
 #include "data/Globals.h"
+#include "export/playout/BlockToHear.h"
+#include "export/playout/PlanTexts.h"
+#include "export/playout/SoundFiles.h"
 #include "media/ClipPeaks.h"
 #include "media/SoundOutput.h"
 #include "media/ui_frmBeluisteren.h"
@@ -11,9 +15,6 @@
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Trapped.h"
-#include "playout/BlockToHear.h"
-#include "playout/PlanTexts.h"
-#include "playout/SoundFiles.h"
 
 #include <QScreen>
 #include <QSignalBlocker>
@@ -35,12 +36,12 @@ frmBeluisteren::frmBeluisteren(QWidget* owner)
       block_(TakeBlockToHear()),
       player_(NewPlayer(this)),
       tmrPlayer_(new QTimer(this)),
-      errands_(this) {
+      task_(this) {
   ui_->setupUi(this);
   peaks_ = std::make_unique<ClipPeaks>(ui_->strip);
   player_->setObjectName(u"Player"_s);
   tmrPlayer_->setInterval(kListeningTickMs);
-  DressControls();
+  SetUpIcons();
   WireMoment();
   WirePlayer();
   WireKeys();
@@ -128,8 +129,8 @@ void frmBeluisteren::Replan() {
   DrawTime();
   for (QPushButton* button : {ui_->cmdPlay, ui_->cmdSTOP, ui_->cmdVolgendeMix})
     button->setEnabled(false);
-  errands_.Send([this, block = block_, moment = Moment(),
-                 seed = ui_->txtVolgorde->text().toUInt()](const Errands::Errand& errand) {
+  task_.Send([this, block = block_, moment = Moment(),
+              seed = ui_->txtVolgorde->text().toUInt()](const LatestTask::Token& errand) {
     if (!errand.IsWanted()) return;
     errand.Tell([this, planned = PlanInBackground(block, moment, seed)] { TakePlan(planned); });
   });
@@ -221,7 +222,7 @@ void frmBeluisteren::ShowLeftOut() {
 }
 
 void frmBeluisteren::Form_Unload() {
-  errands_.CallOff();
+  task_.Cancel();
   tmrPlayer_->stop();
   player_->Stop();
   peaks_->Cancel();

@@ -1,7 +1,9 @@
+// SPDX-License-Identifier: MIT
 #pragma once
-#include "data/forms/Errands.h"
+
 #include "data/forms/Form.h"
-#include "playout/BlockPlan.h"
+#include "data/forms/LatestTask.h"
+#include "export/playout/BlockPlan.h"
 
 #include <QDateTime>
 
@@ -20,7 +22,7 @@ class MixDecoder;
 }  // namespace audio
 
 // Listens to a block as it will sound at a moment: all its sounds on one time line, each starting at the mix point of
-// the one before. The block is the one handed over (playout/BlockToHear.h); it changes nothing.
+// the one before. The block is the one handed over (export/playout/BlockToHear.h); it changes nothing.
 class frmBeluisteren : public Form {
   Q_OBJECT
 
@@ -48,7 +50,7 @@ class frmBeluisteren : public Form {
   };
   static Planned PlanInBackground(const Block& block, const QDateTime& moment, quint32 seed);
 
-  void DressControls();
+  void SetUpIcons();
   void WireMoment();
   void WirePlayer();
   void WireKeys();
@@ -82,5 +84,5 @@ class frmBeluisteren : public Form {
   bool planned_ = false;
   bool seedGiven_ = false;      // the user chose an order
   std::vector<qint64> starts_;  // of the clips, milliseconds
-  Errands errands_;
+  LatestTask task_;
 };

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The buttons, keys and time of the listening window.
 #include "data/Messages.h"
 #include "media/SplitTime.h"
@@ -26,7 +27,7 @@ constexpr int kButtonPadding = 20;
 
 }  // namespace
 
-void frmBeluisteren::DressControls() {
+void frmBeluisteren::SetUpIcons() {
   const int height = std::max(kButtonHeight, fontMetrics().height() + kButtonPadding);
   for (QPushButton* button : {ui_->cmdPlay, ui_->cmdSTOP, ui_->cmdVolgendeMix})
     button->setMinimumHeight(height);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "media/frmItemPinglesDetail.h"
 
 #include "data/Catalogue.h"

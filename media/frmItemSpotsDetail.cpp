@@ -1,8 +1,11 @@
+// SPDX-License-Identifier: MIT
 #include "media/frmItemSpotsDetail.h"
 
 #include "data/Catalogue.h"
 #include "data/Usage.h"
 #include "data/Writes.h"
+#include "export/playout/BlockPlan.h"
+#include "export/playout/BlockReader.h"
 #include "media/AudioPreview.h"
 #include "media/ControlsOf.h"
 #include "media/ValidityRemark.h"
@@ -11,8 +14,6 @@
 #include "platform/runtime/Dates.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trapped.h"
-#include "playout/BlockPlan.h"
-#include "playout/BlockReader.h"
 #include "ui_frmItemSpotsDetail.h"
 
 #include <QTimer>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/check/Check.h"
 #include "platform/jet/database/Database.h"
 #include "tools/Commands.h"

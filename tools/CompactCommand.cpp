@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/check/Compact.h"
 #include "tools/Commands.h"
 #include "tools/DatabaseArgument.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/dao/CopyDatabase.h"
 #include "platform/runtime/Error.h"
 #include "tools/Commands.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/Schema.h"
 #include "data/stations/ProgramFolder.h"
 #include "platform/dao/postgres/ServerAddress.h"

@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include "platform/dao/Recordset.h"
 #include "tools/CsvLine.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/CsvLine.h"
 
 #include "platform/jet/values/Utf8.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/DatabaseArgument.h"
 
 #include "platform/dao/postgres/ServerAddress.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/dao/postgres/ServerAddress.h"
 #include "platform/jet/database/Database.h"
 #include "tools/Commands.h"

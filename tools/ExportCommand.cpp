@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/Globals.h"
 #include "data/KeptStatements.h"
 #include "data/ProgramLock.h"

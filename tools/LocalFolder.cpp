@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/LocalFolder.h"
 
 #include "data/Backup.h"

@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include "data/ProgramLock.h"
 #include "platform/dao/Database.h"
 #include "tools/Arguments.h"

@@ -1,13 +1,14 @@
+// SPDX-License-Identifier: MIT
 #include "data/Globals.h"
 #include "data/ProgramLock.h"
 #include "data/Text.h"
 #include "export/InterruptedExport.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
+#include "tools/AudioSearch.h"
 #include "tools/Commands.h"
 #include "tools/Csv.h"
-#include "tools/LostSound.h"
-#include "tools/SoundSearch.h"
+#include "tools/MissingAudio.h"
 #include "tools/StationSession.h"
 
 #include <optional>
@@ -26,32 +27,32 @@ struct Located {
   QString newPath;  // path text; empty unless it was found
 };
 
-QString OutcomeText(SoundSearch::Outcome outcome) {
+QString OutcomeText(AudioSearch::Outcome outcome) {
   switch (outcome) {
-    case SoundSearch::Outcome::Found:
+    case AudioSearch::Outcome::Found:
       return u"gevonden"_s;
-    case SoundSearch::Outcome::Several:
+    case AudioSearch::Outcome::Several:
       return u"meerdere gevonden"_s;
-    case SoundSearch::Outcome::OtherLength:
+    case AudioSearch::Outcome::OtherLength:
       return u"andere lengte"_s;
-    case SoundSearch::Outcome::NotFound:
+    case AudioSearch::Outcome::NotFound:
       return u"niet gevonden"_s;
   }
   return {};
 }
 
-Located Locate(const LostSound& sound, const SoundSearch& search) {
+Located Locate(const MissingAudio& sound, const AudioSearch& search) {
   if (sound.presence == runtime::Presence::NotReachable) return {u"niet bereikbaar"_s, {}};
   if (sound.presence == runtime::Presence::Denied) return {u"toegang geweigerd"_s, {}};
-  const SoundSearch::Answer answer = search.Find(GetFile(sound.Path()), sound.LengteSec());
-  if (answer.outcome != SoundSearch::Outcome::Found) return {OutcomeText(answer.outcome), {}};
+  const AudioSearch::Answer answer = search.Find(GetFile(sound.Path()), sound.LengteSec());
+  if (answer.outcome != AudioSearch::Outcome::Found) return {OutcomeText(answer.outcome), {}};
   if (!runtime::IsMapped(answer.path)) return {u"buiten [Drives]"_s, {}};
   const QString path = runtime::PathText(answer.path);
   if (path.size() > kLongestPath) return {u"pad te lang"_s, {}};
   return {OutcomeText(answer.outcome), path};
 }
 
-void ShowLine(const LostSound& sound, const Located& located, std::ostream& out) {
+void ShowLine(const MissingAudio& sound, const Located& located, std::ostream& out) {
   WriteCsvLine(
       {sound.IsSpot() ? u"item-spot"_s : u"item-pingle"_s, QString::number(sound.Id()), CsvField(sound.Naam()),
        located.outcome, CsvField(sound.Path()), located.newPath.isEmpty() ? QString() : CsvField(located.newPath)},
@@ -75,17 +76,17 @@ int LocateSounds(const Arguments& arguments, const Streams& streams) {
     lock.emplace(global.programFolder + u"\\data"_s);
     SettleBeforeLogging();
   }
-  QList<LostSound> lost = LostSounds();
-  const SoundSearch search(arguments.Plain().mid(1));
+  QList<MissingAudio> lost = LostSounds();
+  const AudioSearch search(arguments.Plain().mid(1));
   int result = kDone;
   WriteCsvLine({u"Soort"_s, u"ID"_s, u"Naam"_s, u"Uitslag"_s, u"Oud"_s, u"Nieuw"_s}, streams.out);
-  for (LostSound& sound : lost) {
+  for (MissingAudio& sound : lost) {
     Located located = Locate(sound, search);
-    const LostSound before = sound;
+    const MissingAudio before = sound;
     if (located.newPath.isEmpty()) {
       result = kFailed;
     } else if (arguments.Has(kWrite)) {
-      const bool written = GivePath(sound, located.newPath);
+      const bool written = UpdatePath(sound, located.newPath);
       located.outcome = written ? u"geschreven"_s : u"niet geschreven"_s;
       if (!written) result = kFailed;
     }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/ManualPage.h"
 
 #include "tools/Commands.h"

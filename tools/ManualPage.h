@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include <ostream>
 
 // The manual page of spotrooster-db in troff, made from what --help shows, so that the two never differ.

@@ -1,6 +1,7 @@
+// SPDX-License-Identifier: MIT
+#include "export/playout/AirLedger.h"
 #include "platform/runtime/Dates.h"
 #include "platform/runtime/Error.h"
-#include "playout/AirLedger.h"
 #include "tools/Commands.h"
 #include "tools/DatabaseArgument.h"
 #include "tools/LocalFolder.h"

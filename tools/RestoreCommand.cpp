@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/dao/RestoreTables.h"
 #include "platform/runtime/Error.h"
 #include "tools/Commands.h"

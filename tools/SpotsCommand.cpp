@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/Catalogue.h"
 #include "data/SpotState.h"
 #include "platform/dao/Database.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/dao/Statement.h"
 #include "platform/dao/postgres/ServerAddress.h"
 #include "platform/runtime/HostPath.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/StationSession.h"
 
 #include "data/DatabasePaths.h"

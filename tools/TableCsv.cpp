@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/TableCsv.h"
 
 #include "platform/jet/values/Error.h"

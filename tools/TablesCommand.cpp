@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/Commands.h"
 #include "tools/DatabaseArgument.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/Usage.h"
 
 using namespace Qt::StringLiterals;

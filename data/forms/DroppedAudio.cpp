@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/forms/DroppedAudio.h"
 
 #include "data/Globals.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/forms/EditorForm.h"
 
 #include "data/Globals.h"
@@ -30,13 +31,13 @@ void EditorForm::TakeSelectedID() {
   id_ = isNew_ ? 0 : runtime::ToLong(global.gstrSelectedID);
 }
 
-void EditorForm::Filled() {
+void EditorForm::MarkLoaded() {
   isDirty_ = false;
-  filled_ = true;
+  loaded_ = true;
 }
 
-void EditorForm::RequireFilled() const {
-  if (!isNew_ && !(filled_ && whole_)) {
+void EditorForm::RequireLoaded() const {
+  if (!isNew_ && !(loaded_ && complete_)) {
     throw runtime::Error(u"Dit record kon bij het openen niet in zijn geheel gelezen worden. Er is niets bewaard."_s);
   }
 }

@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include "data/forms/Form.h"
 
 // What the detail editors share: a record that is new or not, unsaved changes, and the two ways out.
@@ -42,12 +44,12 @@ class EditorForm : public Form {
   void Changed() { isDirty_ = true; }
 
   // The end of every FillForm: what is shown is what is stored.
-  void Filled();
+  void MarkLoaded();
   // Something that belongs to the record could not be read.
-  void NotWhole() { whole_ = false; }
+  void MarkIncomplete() { complete_ = false; }
   // Throws when an existing record could not be read whole: saving would write empty fields over it, or
   // drop what is missing on the screen.
-  void RequireFilled() const;
+  void RequireLoaded() const;
 
   bool isDirty_ = false;
   bool isNew_ = false;
@@ -57,8 +59,8 @@ class EditorForm : public Form {
   // A numeric gstrSelectedID opens that record; anything else a new one, with ID 0.
   void TakeSelectedID();
 
-  bool filled_ = false;
-  bool whole_ = true;
+  bool loaded_ = false;
+  bool complete_ = true;
 };
 
 // Whether another record of the table has this name, letter case ignored: cleaned of reserved characters, or as typed.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/forms/Form.h"
 
 #include "platform/controls/ComboBox.h"

@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include <QDialog>
 
 // What every dialog of the program shares: it is loaded, then shown modally with its caller as owner.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/forms/Screens.h"
 
 #include "platform/runtime/Error.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/forms/SpotDetails.h"
 
 #include <QStringList>

@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include "data/SpotState.h"
 #include "platform/controls/ListLine.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/stations/DemoCatalogue.h"
 
 #include "platform/runtime/Dates.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/stations/DemoSound.h"
 
 #include "platform/audio/Measure.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/stations/DemoStation.h"
 
 #include "data/Statements.h"

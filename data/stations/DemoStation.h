@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include <QString>
 
 // Makes a filled station to try things on, with sound files, settings and a second, smaller station. The host folder is

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/stations/ProgramFolder.h"
 
 #include "data/Schema.h"

@@ -1,9 +1,10 @@
+// SPDX-License-Identifier: MIT
 #include "data/Catalogue.h"
+#include "export/playout/AirLedger.h"
 #include "export/reports/ReportParts.h"
 #include "export/reports/Reports.h"
 #include "platform/dao/Database.h"
 #include "platform/runtime/Dates.h"
-#include "playout/AirLedger.h"
 
 #include <QHash>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/Catalogue.h"
 #include "data/SpotFacts.h"
 #include "data/forms/SpotDetails.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/reports/PageBreaks.h"
 
 #include <QAbstractTextDocumentLayout>

@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include "export/reports/Report.h"
 
 #include <QtGlobal>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/reports/PaperView.h"
 
 PaperView::PaperView(QWidget* parent) : QTextBrowser(parent) {

@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include <QTextBrowser>
 
 // A text as it looks on paper: black on white, also in the dark variant.

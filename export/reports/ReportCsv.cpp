@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/reports/ReportCsv.h"
 
 #include <QRegularExpression>

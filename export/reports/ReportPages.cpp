@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/reports/ReportPages.h"
 
 #include "export/reports/PageBreaks.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/reports/ReportParts.h"
 
 #include "data/Catalogue.h"

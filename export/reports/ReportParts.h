@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 // What the overviews share while they are put together.
 #include "data/SpotFacts.h"
 #include "export/reports/Report.h"

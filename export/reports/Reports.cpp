@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/reports/Reports.h"
 
 #include "data/Catalogue.h"

@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include "export/reports/Report.h"
 #include "export/reports/SeenFiles.h"
 
@@ -19,5 +21,5 @@ Report BlocksReport(const SeenFiles& seen = {});
 // The active item-spots whose last day is within kPaperDays from today, the first to end first.
 Report EndingReport();
 // When item-spots were aired from the first day to the last one, by spot and then in time, and in which item; one spot
-// or all. By the ledger of the present catalogue's database (playout/AirLedger.h).
+// or all. By the ledger of the present catalogue's database (export/playout/AirLedger.h).
 Report AiringsReport(std::optional<qint32> spotID, QDate first, QDate last);

@@ -1,5 +1,7 @@
+// SPDX-License-Identifier: MIT
 #pragma once
-#include "data/forms/FileFinder.h"
+
+#include "data/forms/FilePresenceChecker.h"
 #include "data/forms/Form.h"
 #include "export/reports/Report.h"
 #include "export/reports/SeenFiles.h"
@@ -36,7 +38,7 @@ class frmOverzichten : public Form {
   void ShowPages();
   // Behind the windows: the states become those of the lists, a little later where a drive is slow.
   void LookForFiles();
-  void TakeFiles(const std::vector<FileFinder::Found>& found, bool last);
+  void TakeFiles(const std::vector<FilePresenceChecker::Found>& found, bool last);
   // Host folder to save in: that of the last time, also in earlier runs; at first the user's documents.
   QString Folder() const;
   void Save(const QString& title, const QString& filter, const QString& suffix, QByteArray (*bytesOf)(const Report&));
@@ -47,5 +49,5 @@ class frmOverzichten : public Form {
   QStringList files_;     // looked for; a file's place here is its number
   SeenFiles seen_;        // until a file was looked at again, what was seen of it before counts
   bool differs_ = false;  // from what the report was made with
-  FileFinder finder_;
+  FilePresenceChecker finder_;
 };

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/audio/AudioPlayer.h"
 
 #include "platform/audio/Error.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The player of the editors: PlayerCore with Qt signals on the user-interface thread.
 #pragma once
 

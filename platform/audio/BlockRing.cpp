@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/audio/BlockRing.h"
 
 namespace audio {

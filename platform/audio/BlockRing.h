@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The buffers between the decoding thread and the sound device.
 #pragma once
 

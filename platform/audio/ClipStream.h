@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One sound file of a mix: stereo at the mix's rate, from any frame on.
 #pragma once
 

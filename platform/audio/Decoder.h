@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reading sound out of a file: one interface, one class per library behind it.
 #pragma once
 

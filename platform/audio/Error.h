@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The one exception of this library's core, which stands without Qt.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/audio/Feeder.h"
 
 #include <algorithm>
@@ -37,7 +38,7 @@ void Feeder::Run() {
     if (order.newDecoder) TakeDecoder(std::move(*order.newDecoder));
     active_ = order.running && decoder_;
     try {
-      Carry(order);
+      Apply(order);
     } catch (const std::exception& error) {
       CloseOutput();
       transport_.Fail(error.what());
@@ -46,7 +47,7 @@ void Feeder::Run() {
   CloseOutput();
 }
 
-void Feeder::Carry(const Transport::Order& order) {
+void Feeder::Apply(const Transport::Order& order) {
   if (!active_) return StopOutput();
   PrepareOutput(order.settings);
   if (order.generation != generation_ || !stream_) Rewind(order);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The decoding thread: keeps the buffers filled and the output in the state that is wanted.
 #pragma once
 
@@ -21,7 +22,7 @@ class Feeder {
 
  private:
   void Run();
-  void Carry(const Transport::Order& order);
+  void Apply(const Transport::Order& order);
   void TakeDecoder(std::unique_ptr<Decoder> decoder);
   void PrepareOutput(const OutputSettings& settings);
   void Rewind(const Transport::Order& order);

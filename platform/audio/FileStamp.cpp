@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/audio/FileStamp.h"
 
 #include "platform/audio/SourceFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What tells one state of a file from another.
 #pragma once
 

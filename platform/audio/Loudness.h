@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How loud a whole file is, as broadcasters measure it.
 #pragma once
 

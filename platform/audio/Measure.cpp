@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/audio/Measure.h"
 
 #include "platform/audio/Decoder.h"

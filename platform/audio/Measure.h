@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How long a sound file really is.
 #pragma once
 

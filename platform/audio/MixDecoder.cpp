@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/audio/MixDecoder.h"
 
 #include "platform/audio/Error.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Several sound files laid over each other: what a block sounds like.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/audio/Mp3Decoder.h"
 
 #include "platform/audio/Error.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // MPEG audio (layers I to III) through libmpg123.
 #pragma once
 

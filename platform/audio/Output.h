@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where sound goes: one small interface between the player and a device.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // From samples to the bins of a waveform.
 #pragma once
 

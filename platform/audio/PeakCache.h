@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Waveforms that were read before.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/audio/PeakFile.h"
 
 #include <algorithm>

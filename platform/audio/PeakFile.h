@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How the waveform of one file is kept on disk.
 #pragma once
 

@@ -1,6 +1,7 @@
+// SPDX-License-Identifier: MIT
 #include "platform/audio/PeakReader.h"
 
-#include "platform/audio/GiveWay.h"
+#include "platform/audio/LowerThreadPriority.h"
 #include "platform/audio/PeakCache.h"
 
 #include <QMetaObject>
@@ -37,7 +38,7 @@ class PeakReader::Job {
 
  private:
   void Run() {
-    GiveWay();
+    LowerThreadPriority();
     try {
       const FileStamp stamp = FileStamp::Of(path_);
       if (const auto known = cache_.Find(stamp)) {

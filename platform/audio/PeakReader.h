@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Peaks in the background, for a window.
 #pragma once
 

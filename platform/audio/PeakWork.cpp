@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/audio/PeakWork.h"
 
 #include "platform/audio/PeakBins.h"

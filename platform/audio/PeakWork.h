@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The reading of one file's peaks, done by several threads together.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The waveform of a whole file: what a strip on screen draws.
 #pragma once
 

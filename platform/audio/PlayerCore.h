@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The player without Qt: decoding thread, buffers and position.
 #pragma once
 

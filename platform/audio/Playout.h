@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The device's side of the player: copies and meters, nothing else.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Playback on a sound device, through PortAudio.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/audio/SilentOutput.h"
 
 #include <algorithm>

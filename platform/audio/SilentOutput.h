@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Playback without a device: the clock takes the frames.
 #pragma once
 

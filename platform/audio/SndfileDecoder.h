@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // WAV, AIFF, FLAC, Ogg and the like through libsndfile.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/audio/SourceFile.h"
 
 #include "platform/audio/Error.h"

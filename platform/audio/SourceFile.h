@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // An audio file opened for reading: the one place of this library that asks the host for a file.
 #pragma once
 

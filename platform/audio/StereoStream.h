@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A file's sound as the output wants it: 16-bit stereo at the output's rate.
 #pragma once
 

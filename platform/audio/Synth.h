@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sound made by the program itself: for the demonstration station and for tests.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the player is doing: the state that the controlling thread and the decoding thread share.
 #pragma once
 

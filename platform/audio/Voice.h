@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The sound source of Synth: something like speech, or like a short tune.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/controls/ClipStrip.h"
 
 #include "platform/controls/InstrumentGround.h"

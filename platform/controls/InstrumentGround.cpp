@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/controls/InstrumentGround.h"
 
 #include "platform/desktop/Tokens.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/controls/LedClockGround.h"
 
 #include "platform/controls/LedDigits.h"

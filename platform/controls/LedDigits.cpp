@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/controls/LedDigits.h"
 
 #include "platform/desktop/Tokens.h"

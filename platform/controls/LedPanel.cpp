@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/controls/LedPanel.h"
 
 #include "platform/controls/InstrumentGround.h"

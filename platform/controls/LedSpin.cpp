@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/controls/LedSpin.h"
 
 #include "platform/desktop/Tokens.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/controls/LevelScale.h"
 
 #include "platform/desktop/Tokens.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/controls/LineDelegate.h"
 
 #include "platform/controls/LineModel.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/controls/LineModel.h"
 
 #include "platform/runtime/Error.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/controls/Marks.h"
 
 #include "platform/desktop/Tokens.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/controls/QuietLine.h"
 
 #include "platform/desktop/Tokens.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/controls/StateMark.h"
 
 #include "platform/controls/Marks.h"

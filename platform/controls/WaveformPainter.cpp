@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/controls/WaveformPainter.h"
 
 #include "platform/controls/WaveformPeaks.h"

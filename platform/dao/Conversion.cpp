@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/dao/Conversion.h"
 
 #include "platform/jet/values/ExactNumber.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/dao/Database.h"
 
 #include "platform/dao/Engine.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/dao/Engine.h"
 
 #include "platform/dao/EngineMessages.h"
@@ -39,7 +40,7 @@ Engine::Engine(const Statement& statement, Storage& source, Storage& target)
     : statement_(statement), source_(source), target_(target), tables_(connection_.Tables()) {
   AddTables();
   if (statement_.verb != Verb::Select) AddTarget();
-  tables_.ForgetOthers();
+  tables_.DropUnused();
   if (statement_.verb == Verb::Select && ReadsOnce()) source_.ExpectOneRead();
   sqlite3_set_authorizer(connection_.Get(), Authorize, this);
 }
@@ -117,7 +118,7 @@ int Engine::Change() {
   if (const auto count = InsertWholeTable()) return static_cast<int>(*count);
   const SqliteStatement prepared = Prepared(statement_.verb == Verb::Insert ? InsertSql() : statement_.body);
   if (sqlite3_step(prepared.get()) != SQLITE_DONE) Fail();
-  tables_.DeleteNamed(targetPlace_);
+  tables_.DeleteCollected(targetPlace_);
   return sqlite3_changes(connection_.Get());
 }
 

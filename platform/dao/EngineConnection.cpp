@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/dao/EngineConnection.h"
 
 #include "platform/dao/SqlFunctions.h"
@@ -39,7 +40,7 @@ EngineConnection::EngineConnection() : opened_(std::move(Idle())), exceptions_(s
 EngineConnection::~EngineConnection() {
   if (std::uncaught_exceptions() > exceptions_) return;
   sqlite3_set_authorizer(opened_.connection.get(), nullptr, nullptr);
-  opened_.tables->Release();
+  opened_.tables->EndStatement();
   Idle() = std::move(opened_);
 }
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/dao/EngineMessages.h"
 
 #include "platform/dao/SqlText.h"

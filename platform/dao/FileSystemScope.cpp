@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/dao/FileSystemScope.h"
 
 #include "platform/dao/OpenFiles.h"

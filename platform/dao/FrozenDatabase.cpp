@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/dao/FrozenDatabase.h"
 
 #include "platform/dao/JetFile.h"
@@ -29,7 +30,7 @@ jet::Bytes ReadChunk(jet::File& file, std::uint64_t offset) {
 FrozenDatabase::FrozenDatabase(const QString& pathText, const QString& password) : pathText_(pathText) {
   runtime::RequireThere(pathText);
   const QString hostPath = runtime::HostPath(pathText);
-  JetFile::Telling(pathText, hostPath, [&] {
+  JetFile::WithUserErrors(pathText, hostPath, [&] {
     database_ = OpenFile(hostPath, {password, false});
     turn_ = std::make_unique<jet::WriteTurn>(*database_);
   });
@@ -39,7 +40,7 @@ FrozenDatabase::~FrozenDatabase() = default;
 
 bool FrozenDatabase::IsSameAs(const QString& otherPathText) const {
   const QString hostPath = runtime::HostPath(otherPathText);
-  return JetFile::Telling(otherPathText, hostPath, [&] {
+  return JetFile::WithUserErrors(otherPathText, hostPath, [&] {
     jet::File& mine = database_->Shared().OpenedFile();
     const auto other = OpenToRead(EncodedPath(hostPath));
     const std::uint64_t size = mine.Size();
@@ -52,13 +53,13 @@ bool FrozenDatabase::IsSameAs(const QString& otherPathText) const {
 
 void FrozenDatabase::MakeFolder(const QString& folderPathText) const {
   const QString hostPath = runtime::HostPath(folderPathText);
-  JetFile::Telling(folderPathText, hostPath,
-                   [&] { files::MakeFolder(EncodedPath(hostPath), database_->Shared().OpenedFile().Status()); });
+  JetFile::WithUserErrors(folderPathText, hostPath,
+                          [&] { files::MakeFolder(EncodedPath(hostPath), database_->Shared().OpenedFile().Status()); });
 }
 
 void FrozenDatabase::CopyTo(const QString& targetPathText) const {
   const QString hostPath = runtime::HostPath(targetPathText);
-  JetFile::Telling(targetPathText, hostPath, [&] {
+  JetFile::WithUserErrors(targetPathText, hostPath, [&] {
     jet::File& source = database_->Shared().OpenedFile();
     files::AtomicFile target(EncodedPath(hostPath), source.Status(), Files());
     const std::uint64_t size = source.Size();

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/dao/JetCursor.h"
 
 #include "platform/dao/JetValue.h"
@@ -31,12 +32,12 @@ ValueView JetCursor::Field(std::size_t field) const {
 
 bool JetScan::Next() {
   ForgetTexts();
-  return file_.Telling([&] { return cursor_.Next(); });
+  return file_.WithUserErrors([&] { return cursor_.Next(); });
 }
 
 bool JetKeyScan::Next() {
   ForgetTexts();
-  return file_.Telling([&] {
+  return file_.WithUserErrors([&] {
     if (!cursor_.Next()) return false;
     if (!row_.Fetch(cursor_.Id())) {
       throw runtime::Error(

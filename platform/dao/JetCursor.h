@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "platform/dao/JetFile.h"
@@ -40,7 +41,7 @@ class JetCursor : public Cursor {
 class JetScan : public JetCursor {
  public:
   JetScan(const JetFile& file, const jet::Table& table, const FieldMask& wanted)
-      : JetCursor(wanted), file_(file), cursor_(file.Telling([&] { return table.Scan(Wanted().columns); })) {}
+      : JetCursor(wanted), file_(file), cursor_(file.WithUserErrors([&] { return table.Scan(Wanted().columns); })) {}
 
   bool Next() override;
   RowId Id() const override { return cursor_.Id(); }
@@ -61,7 +62,7 @@ class JetKeyScan : public JetCursor {
         file_(file),
         table_(table),
         cursor_(std::move(cursor)),
-        row_(file.Telling([&] { return table.Fetcher(Wanted().columns); })) {}
+        row_(file.WithUserErrors([&] { return table.Fetcher(Wanted().columns); })) {}
 
   bool Next() override;
   RowId Id() const override { return cursor_.Id(); }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/dao/JetFile.h"
 
 #include "platform/runtime/Error.h"
@@ -6,7 +7,7 @@ using namespace Qt::StringLiterals;
 
 namespace dao {
 
-void JetFile::Tell(const QString& pathText, const QString& hostPath, const jet::Error& error) {
+void JetFile::RethrowForUser(const QString& pathText, const QString& hostPath, const jet::Error& error) {
   QString text = QString::fromUtf8(error.what()).replace(hostPath, pathText);
   if (error.Code() == jet::ErrorCode::Damaged && !text.contains(pathText)) {
     text = u"Het bestand '%1' is beschadigd: %2"_s.arg(pathText, text);

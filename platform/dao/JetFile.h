@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "platform/jet/database/Database.h"
@@ -21,20 +22,20 @@ class JetFile {
 
   // Does the work; its jet::Error becomes a runtime::Error that names the file as its user does.
   template <class Work>
-  auto Telling(Work work) const -> decltype(work()) {
-    return Telling(pathText_, hostPath_, std::move(work));
+  auto WithUserErrors(Work work) const -> decltype(work()) {
+    return WithUserErrors(pathText_, hostPath_, std::move(work));
   }
   template <class Work>
-  static auto Telling(const QString& pathText, const QString& hostPath, Work work) -> decltype(work()) {
+  static auto WithUserErrors(const QString& pathText, const QString& hostPath, Work work) -> decltype(work()) {
     try {
       return work();
     } catch (const jet::Error& error) {
-      Tell(pathText, hostPath, error);
+      RethrowForUser(pathText, hostPath, error);
     }
   }
 
  private:
-  [[noreturn]] static void Tell(const QString& pathText, const QString& hostPath, const jet::Error& error);
+  [[noreturn]] static void RethrowForUser(const QString& pathText, const QString& hostPath, const jet::Error& error);
 
   QString pathText_;
   QString hostPath_;

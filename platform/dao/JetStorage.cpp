@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/dao/JetStorage.h"
 
 #include "platform/dao/JetTable.h"
@@ -26,7 +27,7 @@ class JetWriting : public Transaction {
  public:
   explicit JetWriting(const JetFile& file) : file_(file), turn_(file.Database()) {}
   void Commit() override {
-    file_.Telling([&] { turn_.Commit(); });
+    file_.WithUserErrors([&] { turn_.Commit(); });
   }
 
  private:
@@ -42,14 +43,14 @@ bool JetStorage::IsSameFile(const Storage& other) const {
 }
 
 std::unique_ptr<Transaction> JetStorage::Begin(Access access) {
-  return file_.Telling([&]() -> std::unique_ptr<Transaction> {
+  return file_.WithUserErrors([&]() -> std::unique_ptr<Transaction> {
     if (access == Access::Read) return std::make_unique<JetReading>(file_);
     return std::make_unique<JetWriting>(file_);
   });
 }
 
 QStringList JetStorage::TableNames() {
-  return file_.Telling([&] {
+  return file_.WithUserErrors([&] {
     QStringList names;
     for (const std::u16string& name : file_.Database().TableNames())
       names += QString::fromStdU16String(name);
@@ -58,7 +59,7 @@ QStringList JetStorage::TableNames() {
 }
 
 std::unique_ptr<Table> JetStorage::OpenTable(const QString& name) {
-  return file_.Telling([&]() -> std::unique_ptr<Table> {
+  return file_.WithUserErrors([&]() -> std::unique_ptr<Table> {
     const jet::CatalogEntry* entry = file_.Database().Objects().FindTable(name.toStdU16String());
     if (entry == nullptr || !entry->IsUserTable()) return nullptr;
     return std::make_unique<JetTable>(file_, file_.Database().OpenTable(entry->name));
@@ -66,21 +67,21 @@ std::unique_ptr<Table> JetStorage::OpenTable(const QString& name) {
 }
 
 void JetStorage::CreateTable(const TableDef& table) {
-  file_.Telling([&] { file_.Database().CreateTable(StoredDefinition(table)); });
+  file_.WithUserErrors([&] { file_.Database().CreateTable(StoredDefinition(table)); });
 }
 
 std::unique_ptr<Storage> OpenStorage(const QString& pathText, const OpenOptions& options) {
   if (IsServerPath(pathText)) return std::make_unique<ServerStorage>(pathText, options);
   runtime::RequireThere(pathText);
   const QString hostPath = runtime::HostPath(pathText);
-  return std::make_unique<JetStorage>(
-      JetFile(pathText, hostPath, JetFile::Telling(pathText, hostPath, [&] { return OpenFile(hostPath, options); })));
+  return std::make_unique<JetStorage>(JetFile(
+      pathText, hostPath, JetFile::WithUserErrors(pathText, hostPath, [&] { return OpenFile(hostPath, options); })));
 }
 
 void CreateStorage(const QString& pathText) {
   if (IsServerPath(pathText)) return CreateServerStorage(pathText);
   const QString hostPath = runtime::HostPath(pathText);
-  JetFile::Telling(pathText, hostPath, [&] { jet::Database::Create(EncodedPath(hostPath)); });
+  JetFile::WithUserErrors(pathText, hostPath, [&] { jet::Database::Create(EncodedPath(hostPath)); });
 }
 
 }  // namespace dao

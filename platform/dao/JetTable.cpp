@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/dao/JetTable.h"
 
 #include "platform/dao/JetCursor.h"
@@ -29,14 +30,14 @@ std::unique_ptr<Cursor> JetTable::Scan(const FieldMask& wanted) {
 }
 
 std::unique_ptr<Cursor> JetTable::ScanByIndex(std::size_t index, bool backwards, const FieldMask& wanted) {
-  return std::make_unique<JetKeyScan>(file_, table_,
-                                      file_.Telling([&] { return table_.ScanByIndex(index, backwards); }), wanted);
+  return std::make_unique<JetKeyScan>(
+      file_, table_, file_.WithUserErrors([&] { return table_.ScanByIndex(index, backwards); }), wanted);
 }
 
 std::unique_ptr<Cursor> JetTable::Lookup(std::size_t index, std::span<const Value> key, const FieldMask& wanted) {
   const std::vector<jet::Value> stored = KeyOf(index, key);
   if (stored.size() < key.size()) return Scan(wanted);
-  return file_.Telling([&]() -> std::unique_ptr<Cursor> {
+  return file_.WithUserErrors([&]() -> std::unique_ptr<Cursor> {
     try {
       return std::make_unique<JetKeyScan>(file_, table_, table_.Lookup(index, stored), wanted);
     } catch (const jet::Error& error) {
@@ -78,21 +79,21 @@ void JetTable::Insert(std::vector<Value> row) {
   values.reserve(row.size());
   for (std::size_t i = 0; i < row.size(); ++i)
     values.push_back(Stored(i, std::move(row[i])));
-  file_.Telling([&] { Writer().Insert(values); });
+  file_.WithUserErrors([&] { Writer().Insert(values); });
 }
 
 std::optional<std::size_t> JetTable::InsertAllOf(Table& other) {
   const auto* source = dynamic_cast<const JetTable*>(&other);
   if (source == nullptr) return std::nullopt;
-  jet::TableWriter& writer = file_.Telling([&]() -> jet::TableWriter& { return Writer(); });
-  if (!writer.TakesRowsOf(source->table_)) return std::nullopt;
-  const auto fromSource = [&](auto work) { return source->file_.Telling(work); };
-  jet::TableCursor rows = fromSource([&] { return source->table_.Scan(writer.KnownColumns()); });
-  file_.Telling([&] { writer.BeginStored(); });
+  jet::TableWriter& writer = file_.WithUserErrors([&]() -> jet::TableWriter& { return Writer(); });
+  if (!writer.CanCopyRowsFrom(source->table_)) return std::nullopt;
+  const auto fromSource = [&](auto work) { return source->file_.WithUserErrors(work); };
+  jet::TableCursor rows = fromSource([&] { return source->table_.Scan(writer.IndexedColumns()); });
+  file_.WithUserErrors([&] { writer.BeginCopy(); });
   std::size_t count = 0;
   for (; fromSource([&] { return rows.Next(); }); ++count)
-    file_.Telling([&] { writer.InsertStored(rows.Row(), rows.Values()); });
-  file_.Telling([&] { writer.EndStored(); });
+    file_.WithUserErrors([&] { writer.CopyRow(rows.Row(), rows.Values()); });
+  file_.WithUserErrors([&] { writer.EndCopy(); });
   return count;
 }
 
@@ -104,17 +105,17 @@ void JetTable::Update(RowId row, std::span<const FieldValue> changes) {
     values[field] = Stored(field, value);
     changed[field] = true;
   }
-  file_.Telling([&] { Writer().Update(StoredId(row), values, changed); });
+  file_.WithUserErrors([&] { Writer().Update(StoredId(row), values, changed); });
 }
 
 void JetTable::Delete(std::span<const RowId> rows) {
   std::vector<jet::RowId> stored(rows.size());
   std::transform(rows.begin(), rows.end(), stored.begin(), StoredId);
-  file_.Telling([&] { Writer().Delete(stored); });
+  file_.WithUserErrors([&] { Writer().Delete(stored); });
 }
 
 std::size_t JetTable::DeleteAll() {
-  return file_.Telling([&] { return Writer().DeleteAll(); });
+  return file_.WithUserErrors([&] { return Writer().DeleteAll(); });
 }
 
 }  // namespace dao

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/dao/JetTableDef.h"
 
 #include "platform/dao/DefaultValue.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/dao/JetValue.h"
 
 #include "platform/jet/values/ExactNumber.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/dao/OpenFiles.h"
 
 #include "platform/dao/WriteWait.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/dao/Plan.h"
 
 #include "platform/dao/Sqlite.h"
@@ -82,7 +83,7 @@ bool UseLookup(const TableDef& table, sqlite3_index_info* info, Plan& plan) {
     if (!found.fields.empty() && found.rows < best.rows) best = found;
   }
   if (best.fields.empty()) return false;
-  plan.way = Plan::Way::Lookup;
+  plan.way = Plan::AccessPath::Lookup;
   plan.index = best.index;
   plan.keyFields = best.fields;
   int argument = 0;
@@ -113,7 +114,7 @@ void UseOrder(const TableDef& table, sqlite3_index_info* info, Plan& plan) {
   for (qsizetype i = 0; i < table.indexes.size(); ++i) {
     for (const bool backwards : {false, true}) {
       if (!Orders(table, table.indexes[i], info, backwards)) continue;
-      plan.way = Plan::Way::Ordered;
+      plan.way = Plan::AccessPath::Ordered;
       plan.index = static_cast<std::size_t>(i);
       plan.backwards = backwards;
       info->orderByConsumed = 1;
@@ -211,11 +212,11 @@ Plan ChoosePlan(const TableDef& table, sqlite3_index_info* info) {
 
 std::unique_ptr<Cursor> Begin(const Plan& plan, Table& table, int count, sqlite3_value** values) {
   switch (plan.way) {
-    case Plan::Way::Lookup:
+    case Plan::AccessPath::Lookup:
       return BeginLookup(plan, table, count, values);
-    case Plan::Way::Ordered:
+    case Plan::AccessPath::Ordered:
       return table.ScanByIndex(plan.index, plan.backwards, plan.wanted);
-    case Plan::Way::Scan:
+    case Plan::AccessPath::Scan:
       break;
   }
   return table.Scan(plan.wanted);

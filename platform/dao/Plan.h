@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "platform/dao/Storage.h"
@@ -13,8 +14,8 @@ namespace dao {
 // equalities on the leading fields of an index, its order where the statement asks for it (so that MAX of an indexed
 // field reads one row), a scan otherwise. The engine checks every condition again itself.
 struct Plan {
-  enum class Way { Scan, Lookup, Ordered };
-  Way way = Way::Scan;
+  enum class AccessPath { Scan, Lookup, Ordered };
+  AccessPath way = AccessPath::Scan;
   std::size_t index = 0;
   std::vector<std::size_t> keyFields;  // Lookup: the fields whose values the engine hands over, in that order
   bool backwards = false;              // Ordered

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/dao/Recordset.h"
 
 #include "platform/dao/ResultRows.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/dao/ResultColumn.h"
 
 #include "platform/dao/VirtualTable.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/dao/Rewriter.h"
 
 #include "platform/dao/SqlText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/dao/SqlText.h"
 
 #include "platform/runtime/Error.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/dao/Sqlite.h"
 
 #include "platform/jet/values/TextOrder.h"

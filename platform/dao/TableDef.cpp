@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/dao/TableDef.h"
 
 #include "platform/runtime/Error.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/dao/Tokens.h"
 
 #include "platform/dao/SqlText.h"

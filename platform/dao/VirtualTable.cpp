@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/dao/VirtualTable.h"
 
 #include "platform/dao/Conversion.h"
@@ -210,7 +211,7 @@ std::unique_ptr<VirtualTables::Entry> VirtualTables::TakeKept(const QByteArray& 
   return taken;
 }
 
-void VirtualTables::ForgetOthers() {
+void VirtualTables::DropUnused() {
   if (kept_.empty()) return;
   std::vector<const char*> names;
   for (const std::unique_ptr<Entry>& entry : entries_)
@@ -220,13 +221,13 @@ void VirtualTables::ForgetOthers() {
   kept_.clear();
 }
 
-void VirtualTables::Release() {
+void VirtualTables::EndStatement() {
   for (const std::unique_ptr<Entry>& entry : entries_)
     entry->use = {};
   kept_ = std::exchange(entries_, {});
 }
 
-void VirtualTables::DeleteNamed(std::size_t place) {
+void VirtualTables::DeleteCollected(std::size_t place) {
   const Use& use = entries_[place]->use;
   if (!use.named.empty()) use.table->Delete(use.named);
 }

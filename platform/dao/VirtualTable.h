@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "platform/dao/Plan.h"
@@ -28,9 +29,9 @@ class VirtualTables {
   // Makes a table known under a name. Its place counts from 0 in the order of the calls.
   void Add(const QString& name, std::unique_ptr<Table> table);
   // All were added: the engine forgets the tables of the statement before that are not among them.
-  void ForgetOthers();
+  void DropUnused();
   // The statement is over, and what was compiled for it is gone.
-  void Release();
+  void EndStatement();
 
   Table& At(std::size_t place) { return *entries_[place]->use.table; }
 
@@ -38,7 +39,7 @@ class VirtualTables {
   void SetGivenFields(std::size_t place, FieldMask given) { entries_[place]->use.given = given; }
 
   // The rows that a DELETE named go together, once all are known: the engine does not look at the table in between.
-  void DeleteNamed(std::size_t place);
+  void DeleteCollected(std::size_t place);
 
   // Throws what a table threw under the engine, if anything: no exception crosses the engine's C code.
   void RethrowFailure() const;

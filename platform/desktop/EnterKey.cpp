@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/desktop/EnterKey.h"
 
 #include <QApplication>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/desktop/Events.h"
 
 #include <QCoreApplication>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/desktop/FolderMemory.h"
 
 #include "platform/desktop/Background.h"

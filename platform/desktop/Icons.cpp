@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/desktop/Icons.h"
 
 #include "platform/desktop/Tokens.h"

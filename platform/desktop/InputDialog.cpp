@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/desktop/InputDialog.h"
 
 #include "platform/desktop/InputBox.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/desktop/LookParts.h"
 #include "platform/desktop/Tokens.h"
 

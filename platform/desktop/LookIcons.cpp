@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/desktop/LookParts.h"
 
 namespace desktop::look {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/desktop/MessageDialog.h"
 
 #include "platform/desktop/Icons.h"

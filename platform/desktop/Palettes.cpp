@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/desktop/Palettes.h"
 
 #include "platform/desktop/Tokens.h"

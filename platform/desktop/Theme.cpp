@@ -1,8 +1,9 @@
+// SPDX-License-Identifier: MIT
 #include "platform/desktop/Theme.h"
 
-#include "platform/desktop/DesktopWish.h"
 #include "platform/desktop/LookStyle.h"
 #include "platform/desktop/Palettes.h"
+#include "platform/desktop/SystemColorScheme.h"
 #include "platform/desktop/Tokens.h"
 
 #include <QApplication>
@@ -27,7 +28,7 @@ Theme::Theme(QApplication& application, std::optional<Variant> asked)
   const bool ours = QApplication::style()->name().compare(u"fusion"_s, Qt::CaseInsensitive) == 0;
   if (ours) QApplication::setStyle(new LookStyle);
   if (!ours && !asked) return;
-  Use(asked.value_or(DesktopWish().value_or(platform_)));
+  Use(asked.value_or(SystemColorScheme().value_or(platform_)));
   if (!asked) FollowDesktop();
 }
 
@@ -43,7 +44,7 @@ void Theme::Use(Variant variant) {
 }
 
 void Theme::AskDesktop() {
-  const Variant wished = DesktopWish().value_or(platform_);
+  const Variant wished = SystemColorScheme().value_or(platform_);
   if (wished != current_) Use(wished);
 }
 

@@ -1,10 +1,11 @@
+// SPDX-License-Identifier: MIT
 #include "platform/desktop/WholeText.h"
 
 #include <QLineEdit>
 
 namespace desktop {
 
-void TellWholeText(QLineEdit* field) {
+void ShowTextAsToolTip(QLineEdit* field) {
   const auto tell = [field, own = field->toolTip()](const QString& text) {
     field->setToolTip(text.isEmpty() ? own : text);
   };

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/files/AtomicFile.h"
 
 #include "platform/files/Error.h"
@@ -16,9 +17,9 @@ ByteView AsBytes(std::string_view text) {
   return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
 }
 
-/// Runs `call`; the error of a system call in it names the file that was to be, not its temporary name.
+// Runs `call`; the error of a system call in it names the file that was to be, not its temporary name.
 template <typename Call>
-void Naming(const std::filesystem::path& path, const Call& call) {
+void WithPath(const std::filesystem::path& path, const Call& call) {
   try {
     call();
   } catch (const Error& error) {
@@ -30,12 +31,12 @@ void Naming(const std::filesystem::path& path, const Call& call) {
 }  // namespace
 
 AtomicFile::AtomicFile(const std::filesystem::path& path, FileSystem& files) : files_(files), path_(path) {
-  Naming(path, [&] { BeginInPlace(); });
+  WithPath(path, [&] { BeginInPlace(); });
 }
 
 AtomicFile::AtomicFile(const std::filesystem::path& path, const FileStatus& original, FileSystem& files)
     : files_(files), path_(path) {
-  Naming(path, [&] { Begin(&original); });
+  WithPath(path, [&] { Begin(&original); });
 }
 
 AtomicFile::~AtomicFile() {
@@ -79,14 +80,14 @@ void AtomicFile::RemoveTemporary() {
 }
 
 void AtomicFile::Write(std::string_view content) {
-  Naming(path_, [&] { file_->WriteAt(written_, AsBytes(content)); });
+  WithPath(path_, [&] { file_->WriteAt(written_, AsBytes(content)); });
   written_ += content.size();
   isDurable_ = false;
 }
 
 void AtomicFile::Sync() {
   if (isDurable_) return;
-  Naming(path_, [&] { file_->Sync(); });
+  WithPath(path_, [&] { file_->Sync(); });
   isDurable_ = true;
 }
 
@@ -95,7 +96,7 @@ void AtomicFile::SyncName() {
 }
 
 void AtomicFile::Replace() {
-  Naming(path_, [&] { files_.Rename(temporary_, path_); });
+  WithPath(path_, [&] { files_.Rename(temporary_, path_); });
   removes_ = false;
 }
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/files/File.h"
 
 #include "platform/files/Error.h"
@@ -8,7 +9,7 @@
 namespace files {
 namespace {
 
-/// Turns the errno of a raw call into an Error.
+// Turns the errno of a raw call into an Error.
 template <typename Call>
 auto Finish(const File& file, const char* doing, Call call) {
   const auto result = Uninterrupted(call);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/files/FileLock.h"
 
 #include "platform/files/Error.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/files/FileSystem.h"
 
 #include "platform/files/Error.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/files/MemoryFileSystem.h"
 
 #include <algorithm>

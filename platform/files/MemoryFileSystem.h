@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "platform/files/FileSystem.h"
@@ -9,16 +10,16 @@
 
 namespace files {
 
-/// Files that live in memory only: for tests, for fuzzing, and for looking into a database that came as bytes.
-/// Handles share their file's content and locks as on a disk, also after it was renamed or removed. There are no
-/// folders and links, and every file may be read and written. Thread-safe.
+// Files that live in memory only: for tests, for fuzzing, and for looking into a database that came as bytes.
+// Handles share their file's content and locks as on a disk, also after it was renamed or removed. There are no
+// folders and links, and every file may be read and written. Thread-safe.
 class MemoryFileSystem final : public FileSystem {
  public:
-  /// Makes or replaces a whole file.
+  // Makes or replaces a whole file.
   void Put(const Path& path, Bytes content);
-  /// The whole content; empty when there is no such file.
+  // The whole content; empty when there is no such file.
   Bytes Get(const Path& path);
-  /// The names that exist, in order.
+  // The names that exist, in order.
   std::vector<Path> Names();
 
   int RawOpen(const Path& path, const OpenRequest& request, std::unique_ptr<File>* file) override;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The system calls of this library, and the only place that makes them.
 #include "platform/files/Error.h"
 #include "platform/files/FileSystem.h"
@@ -50,7 +51,7 @@ FileStatus StatusOf(const struct stat& found) {
   return status;
 }
 
-/// 0, or the reason why a file of this kind is not opened.
+// 0, or the reason why a file of this kind is not opened.
 int Refusal(int descriptor) {
   struct stat found = {};
   if (::fstat(descriptor, &found) < 0) return -errno;
@@ -58,14 +59,14 @@ int Refusal(int descriptor) {
   return S_ISREG(found.st_mode) ? 0 : -ENXIO;
 }
 
-/// A descriptor, or a negative errno.
+// A descriptor, or a negative errno.
 int Opened(const char* path, int flags, mode_t permissions) {
   const int descriptor = ::open(path, flags, permissions);
   return descriptor < 0 ? -errno : descriptor;
 }
 
-/// As open(2), for regular files only. Not waiting for the other end of a pipe also means not waiting for a file server
-/// to take back what it lent to one of its clients; that wait ends, so it is made once the file is known to be one.
+// As open(2), for regular files only. Not waiting for the other end of a pipe also means not waiting for a file server
+// to take back what it lent to one of its clients; that wait ends, so it is made once the file is known to be one.
 int OpenRegular(const char* path, int flags, mode_t permissions) {
   int descriptor = Opened(path, flags | O_NONBLOCK, permissions);
   if (descriptor == -EWOULDBLOCK) {
@@ -212,7 +213,7 @@ class PosixFileSystem final : public FileSystem {
   }
 };
 
-/// What users of a file with these permissions need to use a folder in the same way: also to enter it.
+// What users of a file with these permissions need to use a folder in the same way: also to enter it.
 unsigned FolderPermissions(unsigned permissions) {
   unsigned folder = permissions & 0666;
   for (const unsigned all : {0700U, 0070U, 0007U}) {

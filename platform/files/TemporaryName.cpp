@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/files/TemporaryName.h"
 
 #include "platform/files/Error.h"
@@ -20,7 +21,7 @@ constexpr std::size_t kRandomDigits = 16;
 constexpr std::size_t kAfterName = 1 + kRandomDigits + kEnding.size();
 constexpr std::size_t kLongestName = 255;  // bytes, of the usual file systems
 
-/// The name of the file itself with the dot before it, as it begins its temporary names. Never cut within a character.
+// The name of the file itself with the dot before it, as it begins its temporary names. Never cut within a character.
 std::string Beginning(const Path& path) {
   std::string name = "." + path.filename().string();
   const auto isWithinCharacter = [&](std::size_t at) { return (static_cast<unsigned char>(name[at]) & 0xC0) == 0x80; };
@@ -38,7 +39,7 @@ std::string RandomDigits() {
   return digits.data();
 }
 
-/// Removes the file when nobody works on it. The lock is held until it is gone, so that nobody begins to.
+// Removes the file when nobody works on it. The lock is held until it is gone, so that nobody begins to.
 void RemoveIfUnused(const Path& path, FileSystem& files) {
   try {
     const auto file = files.OpenIfThere(path, {OpenMode::Write, false});

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/runtime/FileCalls.h"
 
 #include "platform/files/FileSystem.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/runtime/FileLock.h"
 
 #include "platform/files/Error.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/runtime/StagedFile.h"
 
 #include "platform/files/AtomicFile.h"

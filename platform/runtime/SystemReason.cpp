@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/runtime/SystemReason.h"
 
 #include "platform/files/Error.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/runtime/TextFile.h"
 
 #include "platform/files/Error.h"

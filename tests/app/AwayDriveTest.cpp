@@ -1,6 +1,7 @@
+// SPDX-License-Identifier: MIT
 // The lists, editors and cleanup on a drive that is slow, fails or vanishes at any moment: no row is dropped that was
 // not to go, no file is taken for gone because its drive is away, and the windows stay alive.
-#include "catalogue/SpotSurvey.h"
+#include "catalogue/SpotStateLoader.h"
 #include "catalogue/frmItemSpotOpruimen.h"
 #include "catalogue/frmItemSpots.h"
 #include "data/DatabasePaths.h"
@@ -184,7 +185,7 @@ void AwayDrive::Check(const MessageBoxScript& boxes, const std::string& event) {
   }
   for (const desktop::ShownMessageBox& box : boxes.Shown())
     EXPECT_FALSE(box.text.contains(u"bestaat niet"_s)) << event << ": " << box.text.toStdString();
-  SpotSurvey survey;
+  SpotStateLoader survey;
   survey.Start(std::chrono::minutes(1));
   EXPECT_TRUE(survey.IsRead()) << event;
   names_ = names;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/app/MainTest.h"
 
 #include "app/StatusPanel.h"

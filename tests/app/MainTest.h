@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include "app/frmMain.h"
 #include "data/forms/Screens.h"
 #include "tests/support/Station.h"

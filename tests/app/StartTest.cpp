@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/Start.h"
 
 #include "data/ProgramLock.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "app/TodayPanel.h"
 
 #include "data/Globals.h"

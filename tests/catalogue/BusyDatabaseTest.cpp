@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The database of the present mode while another program has it: what each window shows, and what stays as it was.
 #include "catalogue/frmItemOpruimen.h"
 #include "catalogue/frmItemPingles.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "catalogue/frmItemPingles.h"
 #include "catalogue/frmItemSpots.h"
 #include "catalogue/frmItems.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/catalogue/CatalogueTest.h"
 
 #include "catalogue/Screens.h"

@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include "data/Globals.h"
 #include "data/forms/Form.h"
 #include "platform/desktop/MessageBox.h"

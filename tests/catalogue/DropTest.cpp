@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sound files dropped on the lists, with the events that the desktop sends.
 #include "tests/support/Drop.h"
 

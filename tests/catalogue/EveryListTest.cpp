@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What holds for each of the three lists, and for what removes its records, online and offline.
 #include "catalogue/frmItemOpruimen.h"
 #include "catalogue/frmItemPingles.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The sound files that go with an item's spots: which ones may go, and what happens where one cannot.
 #include "catalogue/frmItemOpruimen.h"
 #include "platform/desktop/MessageBox.h"

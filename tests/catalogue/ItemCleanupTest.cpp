@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "catalogue/Screens.h"
 #include "catalogue/frmItemOpruimen.h"
 #include "data/Schema.h"

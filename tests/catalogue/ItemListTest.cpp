@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "catalogue/frmItems.h"
 #include "platform/controls/ListBox.h"
 #include "tests/catalogue/CatalogueTest.h"

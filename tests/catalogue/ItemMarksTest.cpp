@@ -1,9 +1,10 @@
+// SPDX-License-Identifier: MIT
 // What the item list says of each block, and the way from there to the listening window.
 #include "catalogue/frmItems.h"
 #include "data/forms/Screens.h"
+#include "export/playout/BlockToHear.h"
 #include "platform/controls/ListBox.h"
 #include "platform/runtime/Clock.h"
-#include "playout/BlockToHear.h"
 #include "tests/catalogue/CatalogueTest.h"
 #include "tests/support/Waiting.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "catalogue/frmItemSpotOpruimen.h"
 #include "platform/desktop/Lock.h"
 #include "platform/desktop/MessageBox.h"

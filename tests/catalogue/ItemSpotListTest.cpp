@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "catalogue/frmItemSpots.h"
 #include "data/forms/Screens.h"
 #include "platform/controls/ListBox.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "catalogue/frmItemOpruimen.h"
 #include "catalogue/frmItemPingles.h"
 #include "catalogue/frmItemSpots.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The item-spot list while the rows for its marks are still being read in the background.
 #include "catalogue/frmItemSpots.h"
 #include "data/Catalogue.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "catalogue/OverviewTexts.h"
 
 #include <gtest/gtest.h>

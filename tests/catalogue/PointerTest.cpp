@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The hourglass: while a list is read or written, not while its user is elsewhere.
 #include "catalogue/frmItemOpruimen.h"
 #include "catalogue/frmItemPingles.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Databases and sound files that may not be written. Each test runs in a process of its own, since only one without the
 // rights of root meets permissions at all.
 #include "catalogue/frmItemOpruimen.h"

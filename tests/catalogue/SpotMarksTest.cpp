@@ -1,4 +1,5 @@
-#include "catalogue/SpotSurvey.h"
+// SPDX-License-Identifier: MIT
+#include "catalogue/SpotStateLoader.h"
 #include "catalogue/frmItemSpots.h"
 #include "platform/controls/ComboBox.h"
 #include "platform/controls/ListBox.h"
@@ -143,12 +144,12 @@ TEST_P(SpotMarks, UnreachableFolderGivesNoMarkAndNoBox) {
 // Fields that the marks need may be of another make in a station's own database: then there are no marks, and no box.
 TEST_P(SpotMarks, UnreadableStatesLeaveThePlainList) {
   AddSpot({1, u"spot"_s, {}, 1});
-  SpotSurvey survey;
+  SpotStateLoader survey;
   const QString local = global.localDatabasePath;
   const QString server = global.serverDatabasePath;
   global.localDatabasePath = global.serverDatabasePath = u"Q:\\weg.mdb"_s;
   int ended = 0;
-  QObject::connect(&survey, &SpotSurvey::finished, [&ended] { ++ended; });
+  QObject::connect(&survey, &SpotStateLoader::finished, [&ended] { ++ended; });
   survey.Start();
   global.localDatabasePath = local;
   global.serverDatabasePath = server;
@@ -161,7 +162,7 @@ TEST_P(SpotMarks, UnreadableStatesLeaveThePlainList) {
 
 TEST_P(SpotMarks, SurveyCountsEveryState) {
   AddAllStates();
-  SpotSurvey survey;
+  SpotStateLoader survey;
   survey.Start();
   EXPECT_FALSE(survey.IsRead());
   ASSERT_TRUE(WaitUntil([&] { return survey.IsFinished(); }));

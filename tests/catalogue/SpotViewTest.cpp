@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "catalogue/SpotView.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Who may use the copies of a database that several users share.
 #include "data/Backup.h"
 #include "data/Schema.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/Backup.h"
 
 #include "data/Globals.h"
@@ -196,7 +197,7 @@ TEST_F(Backups, ADatabaseThatAnotherHasIsAFailureAndNoReasonToGoOn) {
   EXPECT_THROW(BackUp(global.localDatabasePath), runtime::Error);
   for (const int answer : {desktop::kAnswerNo, desktop::kAnswerYes}) {
     const MessageBoxScript boxes{answer};
-    EXPECT_EQ(BackUpBefore(global.localDatabasePath).goOn, answer == desktop::kAnswerYes);
+    EXPECT_EQ(BackUpBefore(global.localDatabasePath).proceed, answer == desktop::kAnswerYes);
     ASSERT_EQ(boxes.Shown().size(), 1u);
     EXPECT_EQ(boxes.Last().defaultAnswer, desktop::kAnswerNo);
     EXPECT_TRUE(boxes.Last().text.contains(u"in gebruik"_s)) << boxes.Last().text.toStdString();
@@ -223,7 +224,7 @@ TEST_F(Backups, TheUserIsAskedWhenOneCannotBeWritten) {
   for (const int answer : {desktop::kAnswerNo, desktop::kAnswerYes}) {
     const MessageBoxScript boxes{answer};
     const testing_support::FullDisk full(8192);
-    EXPECT_EQ(BackUpBefore(global.localDatabasePath).goOn, answer == desktop::kAnswerYes);
+    EXPECT_EQ(BackUpBefore(global.localDatabasePath).proceed, answer == desktop::kAnswerYes);
     ASSERT_EQ(boxes.Shown().size(), 1u);
     EXPECT_EQ(boxes.Last().style, 292);
     EXPECT_EQ(boxes.Last().defaultAnswer, desktop::kAnswerNo);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/IniFile.h"
 
 #include "platform/runtime/Error.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/Lookups.h"
 
 #include "data/DatabasePaths.h"

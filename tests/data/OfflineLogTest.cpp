@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/Globals.h"
 #include "data/Writes.h"
 #include "platform/desktop/MessageBox.h"

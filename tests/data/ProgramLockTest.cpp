@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/ProgramLock.h"
 
 #include "platform/runtime/Error.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/Statements.h"
 
 #include "platform/runtime/Error.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/Writes.h"
 
 #include "data/Globals.h"

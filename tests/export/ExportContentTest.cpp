@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "export/ExportContent.h"
 
 #include <gtest/gtest.h>

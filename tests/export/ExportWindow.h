@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include "export/frmPlanningExporteren.h"
 #include "platform/runtime/Clock.h"
 #include "tests/support/Child.h"

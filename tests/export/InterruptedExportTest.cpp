@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the user hears of an export that was interrupted, at the next start or before the next export.
 #include "export/InterruptedExport.h"
 

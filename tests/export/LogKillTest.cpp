@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The offline log and its export under a program that is killed again and again: every statement that was acknowledged
 // is in the log or in exactly one complete file, once and in order.
 #include "data/Globals.h"

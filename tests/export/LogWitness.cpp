@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/export/LogWitness.h"
 
 #include <QDir>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // An export that fails or dies at any of its steps: each statement stays in the log or comes into one complete file.
 #include "export/OfflineLogExport.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Any text as a name or path through the write layer and the offline log: it is stored exactly as it is, or refused
 // with an error; no other field, row or logged statement changes.
 #include "data/Globals.h"

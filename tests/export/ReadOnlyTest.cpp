@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Settings and exports on files and in folders that may not be written: refused with the reason, and not a byte is
 // written. Each test runs in a process of its own, since only one without the rights of root meets permissions at all.
 #include "data/Globals.h"

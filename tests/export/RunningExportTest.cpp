@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the export's window shows and allows while it runs, and what can go wrong then.
 #include "data/Globals.h"
 #include "data/Messages.h"

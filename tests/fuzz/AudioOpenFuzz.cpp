@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Opens any bytes as a sound file, measures it and reads here and there. What is no sound may end in audio::Error only.
 #include "platform/audio/Decoder.h"
 #include "platform/audio/Error.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A plain main for a fuzz target, for compilers without libFuzzer: each file of the given folders as it is, cut short
 // at many places, and with single bytes changed. The same every time.
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/fuzz/CpuLimit.h"
 
 #ifdef SPOTROOSTER_LIBFUZZER

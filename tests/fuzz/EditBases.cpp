@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/fuzz/EditBases.h"
 
 #include "platform/files/MemoryFileSystem.h"

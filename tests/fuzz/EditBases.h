@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "platform/jet/database/Database.h"
@@ -8,13 +9,13 @@
 
 namespace jet::fuzz {
 
-/// Sound databases with two tables, `tblSpots` (ID, Naam, Tekst, Actief; two indexes) and `tblItems` (Nr,
-/// Omschrijving). The first has a few rows in each; the second has index trees of two levels, long values in one and in
-/// several pieces, moved rows, deleted rows and freed pages.
+// Sound databases with two tables, `tblSpots` (ID, Naam, Tekst, Actief; two indexes) and `tblItems` (Nr,
+// Omschrijving). The first has a few rows in each; the second has index trees of two levels, long values in one and in
+// several pieces, moved rows, deleted rows and freed pages.
 const Bytes& SmallBase();
 const Bytes& LargerBase();
 
-/// A row of tblSpots; ID null: the next number.
+// A row of tblSpots; ID null: the next number.
 std::vector<Value> SpotRow(Value id, const std::u16string& name, Value text);
 
 OpenOptions ForEditing();

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/fuzz/EditDamaged.h"
 
 #include "platform/files/MemoryFileSystem.h"
@@ -24,7 +25,7 @@ constexpr unsigned kMostDamages = 8;
 constexpr int kMostDeleted = 8;  // at once
 constexpr int kMostStatements = 4;
 
-/// Takes numbers off the input; zeros when it is used up.
+// Takes numbers off the input; zeros when it is used up.
 class Recipe {
  public:
   explicit Recipe(std::span<const std::uint8_t> input) : input_(input) {}
@@ -47,7 +48,7 @@ class Recipe {
   std::span<const std::uint8_t> input_;
 };
 
-/// A place in a page: heads of pages and the rows at their ends are where most means something.
+// A place in a page: heads of pages and the rows at their ends are where most means something.
 std::size_t PlaceInPage(Recipe& recipe) {
   const std::uint32_t place = recipe.Number(2);
   switch (place >> 14) {
@@ -60,7 +61,7 @@ std::size_t PlaceInPage(Recipe& recipe) {
   }
 }
 
-/// A number that nearly makes sense where a page, a row or a first page is named.
+// A number that nearly makes sense where a page, a row or a first page is named.
 std::uint32_t NumberNear(std::size_t pages, Recipe& recipe) {
   switch (recipe.Byte() % 6) {
     case 0:
@@ -78,7 +79,7 @@ std::uint32_t NumberNear(std::size_t pages, Recipe& recipe) {
   }
 }
 
-/// Where in the file the row of a usage map begins, or anything on such a page when it has no such row.
+// Where in the file the row of a usage map begins, or anything on such a page when it has no such row.
 std::size_t PlaceOfMapRow(const Bytes& file, std::size_t page, Recipe& recipe) {
   const std::uint8_t* bytes = &file[page * kPageSize];
   const std::size_t slots = std::min<std::size_t>(LoadU16(bytes + 12), 255);
@@ -86,7 +87,7 @@ std::size_t PlaceOfMapRow(const Bytes& file, std::size_t page, Recipe& recipe) {
   return page * kPageSize + std::min<std::size_t>(LoadU16(bytes + kDataPageHead + 2 * slot) & 0x1FFF, kPageSize - 8);
 }
 
-/// Changes a usage map: its kind, its first page or a bitmap page, a bit; or where a definition looks for its maps.
+// Changes a usage map: its kind, its first page or a bitmap page, a bit; or where a definition looks for its maps.
 void DamageMap(Bytes& file, Recipe& recipe) {
   const std::size_t pages = file.size() / kPageSize;
   std::vector<std::size_t> holders = {1, 1, 1};  // the map of free pages matters most
@@ -126,7 +127,7 @@ void DamageMap(Bytes& file, Recipe& recipe) {
   }
 }
 
-/// The same free pages in another layout, as other writers leave them.
+// The same free pages in another layout, as other writers leave them.
 void LayOutFreeMap(Bytes& file, unsigned layout, Recipe& recipe) {
   test::FreeMapImage image(file);
   if (layout == 5 || layout == 7) image.PutWindow(recipe.Byte() % (image.PageCount() / 8) * 8);
@@ -171,7 +172,7 @@ void DamageOnce(Bytes& file, Recipe& recipe) {
   }
 }
 
-/// The rows of the table that no statement names, with whatever error ends the reading.
+// The rows of the table that no statement names, with whatever error ends the reading.
 struct OtherRows {
   std::vector<std::vector<Value>> rows;
   std::string error;
@@ -195,8 +196,8 @@ OtherRows ReadOthers(Database& database) {
   return others;
 }
 
-/// An index with a key that cannot be built is only half checked ("niet alle na te rekenen"): its file counts as
-/// damaged, too.
+// An index with a key that cannot be built is only half checked ("niet alle na te rekenen"): its file counts as
+// damaged, too.
 std::string Problems(Database& database) {
   std::string problems;
   for (const Finding& finding : CheckDatabase(database)) {
@@ -206,19 +207,19 @@ std::string Problems(Database& database) {
   return problems;
 }
 
-/// Whether the table that no statement names was without a problem. Of very many problems not all are told.
+// Whether the table that no statement names was without a problem. Of very many problems not all are told.
 bool WasSound(const OtherRows& others, const std::string& problems) {
   const auto tells = [&](const char* words) { return problems.find(words) != std::string::npos; };
   return others.error.empty() && !tells("'tblItems'") && !tells("nog meer bevindingen");
 }
 
-/// Said of a value, before anything changes: the statement goes on.
+// Said of a value, before anything changes: the statement goes on.
 bool IsRefusal(ErrorCode code) {
   return code == ErrorCode::Duplicate || code == ErrorCode::Required || code == ErrorCode::Relation ||
          code == ErrorCode::TooLong || code == ErrorCode::OutOfRange || code == ErrorCode::UnknownCharacter;
 }
 
-/// The rows of the table that the statements name, by their places.
+// The rows of the table that the statements name, by their places.
 using Model = std::map<RowId, std::vector<Value>>;
 
 Model ReadSpots(Database& database) {
@@ -235,7 +236,7 @@ Model ReadSpots(Database& database) {
 
 class Editing {
  public:
-  /// `model` follows what is carried out.
+  // `model` follows what is carried out.
   Editing(Database& database, Recipe& recipe, Model& model) : database_(database), recipe_(recipe), model_(model) {}
 
   void Statement() {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/fuzz/HeapLimit.h"
 
 #include <cstdio>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Tells libFuzzer how to change a database: mostly fields of pages, now and then anything.
 #include "tests/fuzz/PageMutator.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Open, check, edit, save: damages a small database as the input says, and edits it. See EditDamaged.h for what must
 // hold.
 #include "tests/fuzz/CpuLimit.h"

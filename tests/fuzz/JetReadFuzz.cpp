@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Opens any bytes as a database and walks everything in it: catalogue, definitions, rows, indexes, integrity check.
 // Damage may end in jet::Error only, and memory stays under four times the file and 64 MB.
 #include "platform/files/MemoryFileSystem.h"

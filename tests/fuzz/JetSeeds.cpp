@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes the files that fuzzing of the reader starts from: small databases that together hold everything the format
 // has, and real ones where there are any.
 // usage: jet_seeds FOLDER    real files: *.mdb in the folder that SPOTROOSTER_MDB_SAMPLES names

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/fuzz/PageMutator.h"
 
 #include <algorithm>

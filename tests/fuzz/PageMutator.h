@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "platform/jet/values/Bytes.h"
@@ -7,13 +8,13 @@
 
 namespace fuzz {
 
-/// Damages database files where it hurts: the fields of pages (kinds, counts, offsets, pointers to pages and rows),
-/// set to values that nearly make sense. Bytes are not moved, so that all other pages keep their meaning.
+// Damages database files where it hurts: the fields of pages (kinds, counts, offsets, pointers to pages and rows),
+// set to values that nearly make sense. Bytes are not moved, so that all other pages keep their meaning.
 class PageMutator {
  public:
   explicit PageMutator(unsigned seed) : random_(seed) {}
 
-  /// Changes 1 to 4 things in a file of at least a page; bytes behind the last whole page are left alone.
+  // Changes 1 to 4 things in a file of at least a page; bytes behind the last whole page are left alone.
   void Mutate(jet::ByteSpan file);
 
  private:

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/items/ItemEditor.h"
 
 #include "data/Catalogue.h"

@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include "items/frmItemsDetail.h"
 #include "platform/controls/ComboBox.h"
 #include "platform/controls/LedPanel.h"

@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: MIT
 // What the item editor says of the block on its screen, and hands to the listening window.
 #include "data/forms/Screens.h"
+#include "export/playout/BlockToHear.h"
 #include "platform/runtime/Clock.h"
-#include "playout/BlockToHear.h"
 #include "tests/items/ItemEditor.h"
 #include "tests/support/Waiting.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/Messages.h"
 #include "items/FolderList.h"
 #include "platform/desktop/MessageBox.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The spots of an item, put in another order with the mouse.
 #include "platform/desktop/MessageBox.h"
 #include "tests/items/ItemEditor.h"

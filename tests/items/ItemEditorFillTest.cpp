@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/desktop/MessageBox.h"
 #include "platform/runtime/Clock.h"
 #include "tests/items/ItemEditor.h"

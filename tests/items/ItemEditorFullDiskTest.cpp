@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A full disk under the item editor.
 #include "platform/desktop/MessageBox.h"
 #include "tests/items/ItemEditor.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/Messages.h"
 #include "platform/desktop/MessageBox.h"
 #include "tests/items/ItemEditor.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/journeys/CatalogueModel.h"
 
 #include "data/Schema.h"

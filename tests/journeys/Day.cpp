@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/journeys/Day.h"
 
 #include "data/Globals.h"

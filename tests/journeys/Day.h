@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include "platform/desktop/FileChooser.h"
 #include "platform/runtime/Clock.h"
 #include "tests/journeys/CatalogueModel.h"

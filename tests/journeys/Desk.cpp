@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/journeys/Desk.h"
 
 #include "platform/controls/ComboBox.h"

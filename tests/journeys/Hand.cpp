@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/journeys/Hand.h"
 
 #include <QCheckBox>

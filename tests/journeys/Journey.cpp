@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/journeys/Journey.h"
 
 #include "app/Start.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/journeys/Planner.h"
 
 using namespace Qt::StringLiterals;

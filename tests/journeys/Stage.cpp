@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/journeys/Stage.h"
 
 #include "app/Language.h"
@@ -66,7 +67,7 @@ Stage::Stage(int& argc, char** argv, const StageOptions& options) : screen_(std:
   qputenv("QT_LOGGING_RULES", "qt.qpa.*=false");
   LeaveOutSizeHints();
   application_ = std::make_unique<QApplication>(argc, argv);
-  SpeakDutch(*application_);
+  InstallDutchTranslation(*application_);
   desktop::ShowUserMessagesAsBoxes();
   theme_ = std::make_unique<desktop::Theme>(*application_, options.variant);
   if (QFontDatabase::families().contains(u"Inter"_s)) QApplication::setFont(QFont(u"Inter"_s, 10));

@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include "platform/desktop/Theme.h"
 #include "tests/support/OwnUserFolders.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/journeys/Tour.h"
 
 #include "platform/desktop/Palettes.h"

@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include "tests/journeys/Desk.h"
 #include "tests/journeys/Planner.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a day offline exported is carried out, statement by statement, on a copy of the server as it was when the work
 // went offline, and compared with what the planner did that day.
 #include "platform/dao/Database.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/desktop/FileChooser.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Error.h"

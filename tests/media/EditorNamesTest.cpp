@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Each editor has every control under the name and of the type its users and maintainers know.
 #include "platform/controls/DateCombo.h"
 #include "platform/controls/LedPanel.h"
@@ -207,7 +208,7 @@ TEST(ItemSpotEditor, TabWalksFromTopToBottom) {
                                 u"cmdMix"_s,
                                 u"cmdResetMix"_s,
                                 u"cmdTestMix"_s,
-                               u"chkAanloop"_s,
+                                u"chkAanloop"_s,
                                 u"cmdOk"_s,
                                 u"cmdAnnuleren"_s};
   EXPECT_EQ(order.join(u' ').toStdString(), expected.join(u' ').toStdString());

@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 // The window in which a block is listened to, with real files and an output that the test pulls.
+#include "export/playout/BlockToHear.h"
 #include "media/frmBeluisteren.h"
 #include "platform/audio/MixDecoder.h"
 #include "platform/controls/ClipStrip.h"
@@ -9,7 +11,6 @@
 #include "platform/controls/QuietLine.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/HostPath.h"
-#include "playout/BlockToHear.h"
 #include "tests/media/support/EditorDesk.h"
 #include "tests/support/Waiting.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where the item-pingle editor differs from the item-spot editor.
 #include "data/Messages.h"
 #include "platform/controls/LedPanel.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sound files as they come: good, bad and gone. Whatever it is, the editor stays usable.
 #include "data/Globals.h"
 #include "media/AudioPreview.h"

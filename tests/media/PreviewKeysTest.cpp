@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The keyboard on its own: what plays, stops and seeks.
 #include "platform/controls/PositionSlider.h"
 #include "platform/controls/WaveformStrip.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Marking the mix point: by the moment heard, by hand, by number and on the picture.
 #include "data/Globals.h"
 #include "platform/audio/MixDecoder.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Listening: play, stop, the jumps, the slider and the time, through the real dialog and the real player. The test
 // takes the sound by hand, so nothing waits for a clock.
 #include "data/Messages.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whatever the user does in whatever order, the editor neither hangs nor complains about good files.
 #include "platform/controls/LedPanel.h"
 #include "platform/controls/PositionSlider.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "media/Screens.h"
 
 #include "data/Globals.h"

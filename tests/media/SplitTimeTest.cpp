@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "media/SplitTime.h"
 
 #include <gtest/gtest.h>

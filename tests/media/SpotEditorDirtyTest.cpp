@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Unsaved changes, the ways out, and the two buttons that fill fields.
 #include "data/Globals.h"
 #include "data/Messages.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the item-spot editor shows when it opens.
 #include "data/Globals.h"
 #include "media/ValidityLine.h"

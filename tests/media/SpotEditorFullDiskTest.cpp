@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A disk that is full or read-only under the item-spot editor: the reason is told, and the form stays open with what
 // was typed until it can be saved.
 #include "data/Globals.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the item-spot editor checks and writes.
 #include "data/Globals.h"
 #include "data/Messages.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where a record is used, and how loud its file is: extras beside the told fields.
 #include "data/Catalogue.h"
 #include "data/Globals.h"

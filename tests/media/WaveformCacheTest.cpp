@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The waveform of an editor that opens a file again. What it shows is judged by its picture.
 #include "platform/audio/PeakCache.h"
 #include "platform/controls/WaveformStrip.h"

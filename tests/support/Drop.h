@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include <QMimeData>
 #include <QStringList>
 #include <QWidget>

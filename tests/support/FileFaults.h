@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include "platform/dao/FileSystemScope.h"
 #include "platform/files/HookedFileSystem.h"
 

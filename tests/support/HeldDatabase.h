@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
+
 #include "platform/dao/FrozenDatabase.h"
 #include "platform/dao/WriteWait.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/support/Hindrance.h"
 
 #include <unistd.h>

@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include <sys/resource.h>
 
 namespace testing_support {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The main of every test program with Qt: offscreen, fixed locale, fixed style, no desktop settings.
 #include "platform/desktop/MessageBox.h"
 #include "tests/support/Cluster.h"

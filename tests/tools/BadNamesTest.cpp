@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every command that takes the name of a file or folder, and every kind of thing that can have that name: the command
 // ends at once with an error that names it, and leaves the folder as it was.
 #include "tests/support/Hindrance.h"

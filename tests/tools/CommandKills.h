@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
+
 #include "tests/tools/RunTool.h"
 
 #include <QString>

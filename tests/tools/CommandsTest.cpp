@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/audio/Synth.h"
 #include "tests/tools/RunTool.h"
 

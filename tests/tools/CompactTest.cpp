@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/runtime/TextFile.h"
 #include "tests/support/FolderContent.h"
 #include "tests/support/Hindrance.h"

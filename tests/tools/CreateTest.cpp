@@ -51,14 +51,16 @@ TEST_P(BrokenOffCreate, IsCompletedByTheNextAndThenRefused) {
       const ToolRun again = RunTool(create);
       ASSERT_EQ(again.exitCode, kDone) << again.err;
       const QString number = station == u"0"_s ? QString() : station;
-      for (const QString& name : {u"data/OvalistoLocal%1.mdb"_s.arg(number), u"server/OvalistoServer%1.mdb"_s.arg(number),
-                                  u"data/OvalistoLocal.mdb"_s, u"data/work.mdb"_s})
+      for (const QString& name :
+           {u"data/OvalistoLocal%1.mdb"_s.arg(number), u"server/OvalistoServer%1.mdb"_s.arg(number),
+            u"data/OvalistoLocal.mdb"_s, u"data/work.mdb"_s})
         EXPECT_EQ(RunTool({u"check"_s, folder.filePath(name)}).out, "ok\n") << name.toStdString();
       EXPECT_EQ(RunTool({u"sql"_s, folder.filePath(u"data/OvalistoLocal.mdb"_s),
                          u"SELECT RadioNaam FROM cdeLicenties WHERE LicentieNummer = "_s + station})
                     .out,
                 "RadioNaam\r\nRadio Proef\r\n");
-      EXPECT_NE(RunTool({u"tables"_s, folder.filePath(u"data/OvalistoLocal%1.mdb"_s.arg(number))}).out.find("appMessages\t13"),
+      EXPECT_NE(RunTool({u"tables"_s, folder.filePath(u"data/OvalistoLocal%1.mdb"_s.arg(number))})
+                    .out.find("appMessages\t13"),
                 std::string::npos);
       EXPECT_EQ(RunTool(create).exitCode, kFailed);
     }

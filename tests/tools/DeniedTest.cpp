@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the commands say where they have no access at all; in a process of its own, since root has it everywhere.
 #include "tests/support/Hindrance.h"
 #include "tests/tools/RunTool.h"

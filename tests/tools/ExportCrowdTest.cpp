@@ -53,14 +53,13 @@ class ExportCrowd : public testing::Test {
         logged += u"UPDATE t SET a = %1"_s.arg((round * folders_ + number) * kStatementsEach + id);
         dao::OpenDatabase(Local(number))
             .Execute(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (%1, \"%2\")"_s.arg(QString::number(id),
-                                                                                         logged.last()));
+                                                                                            logged.last()));
       }
     }
     std::vector<std::unique_ptr<QProcess>> programs;
     for (int number = 0; number < folders_; ++number) {
       programs.push_back(std::make_unique<QProcess>());
-      programs.back()->start(QStringLiteral(SPOTROOSTER_DB),
-                             {u"export"_s, Folder(number), u"--vorige-verwerkt"_s});
+      programs.back()->start(QStringLiteral(SPOTROOSTER_DB), {u"export"_s, Folder(number), u"--vorige-verwerkt"_s});
     }
     for (const auto& program : programs) {
       EXPECT_TRUE(program->waitForFinished(-1));

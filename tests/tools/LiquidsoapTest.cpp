@@ -1,9 +1,10 @@
+// SPDX-License-Identifier: MIT
 // The blocks as Debian's own Liquidsoap plays them, heard back: every sound where the rule puts it.
 #include "data/Statements.h"
 #include "data/stations/DemoCatalogue.h"
+#include "export/playout/FileNameExample.h"
 #include "platform/audio/Decoder.h"
 #include "platform/audio/StereoStream.h"
-#include "playout/FileNameExample.h"
 #include "tests/tools/StationProgram.h"
 
 #include <QDir>

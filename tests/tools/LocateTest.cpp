@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/runtime/Probe.h"
 #include "tests/tools/StationProgram.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/tools/StationProgram.h"
 
 #include <QDir>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/ProgramLock.h"
 #include "tests/support/HeldDatabase.h"
 #include "tests/tools/RunTool.h"

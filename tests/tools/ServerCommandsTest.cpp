@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The commands that take a server's address in the place of a file.
 #include "tests/support/Cluster.h"
 #include "tests/tools/RunTool.h"

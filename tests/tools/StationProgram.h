@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include "tests/support/Station.h"
 #include "tests/tools/RunTool.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tools/Usage.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every window, shown, walked for those who use the keyboard or a screen reader.
 #include "data/Globals.h"
 #include "platform/audio/Synth.h"

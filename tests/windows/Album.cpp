@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/windows/Album.h"
 
 #include "app/WindowPlaces.h"

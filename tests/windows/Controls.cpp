@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/windows/Controls.h"
 
 #include "platform/controls/LedClockGround.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Takes a picture of every window on the demonstration station, in the states that a designer wants to see, and prints
 // the overviews as PDF.
 #include "app/Start.h"
@@ -7,6 +8,7 @@
 #include "catalogue/frmItems.h"
 #include "data/Catalogue.h"
 #include "data/Globals.h"
+#include "export/playout/AirLedger.h"
 #include "export/reports/ReportPages.h"
 #include "export/reports/Reports.h"
 #include "items/frmItemsDetail.h"
@@ -22,7 +24,6 @@
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/TextFile.h"
-#include "playout/AirLedger.h"
 #include "tests/journeys/Journey.h"
 #include "tests/journeys/Stage.h"
 #include "tests/windows/Album.h"

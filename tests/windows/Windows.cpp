@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/windows/Windows.h"
 
 #include "app/frmEersteStart.h"
@@ -14,6 +15,8 @@
 #include "export/frmDefaults.h"
 #include "export/frmPlanningExporteren.h"
 #include "export/frmRadioDetail.h"
+#include "export/playout/BlockReader.h"
+#include "export/playout/BlockToHear.h"
 #include "export/reports/frmOverzichten.h"
 #include "items/frmDirectory.h"
 #include "items/frmItemsDetail.h"
@@ -24,8 +27,6 @@
 #include "platform/controls/ListBox.h"
 #include "platform/desktop/InputDialog.h"
 #include "platform/desktop/MessageDialog.h"
-#include "playout/BlockReader.h"
-#include "playout/BlockToHear.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>

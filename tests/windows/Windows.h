@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include <QList>
 #include <QString>
 #include <QWidget>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/dao/postgres/Catalog.h"
 
 #include "platform/dao/postgres/ServerValue.h"

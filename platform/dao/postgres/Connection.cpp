@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/dao/postgres/Connection.h"
 
 #include "platform/dao/WriteWait.h"

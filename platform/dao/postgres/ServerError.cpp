@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/dao/postgres/ServerError.h"
 
 #include <QRegularExpression>

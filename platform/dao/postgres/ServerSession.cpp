@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/dao/postgres/ServerSession.h"
 
 #include "platform/dao/WriteWait.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/dao/postgres/ServerTable.h"
 
 #include "platform/dao/postgres/ServerValue.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/dao/postgres/ServerValue.h"
 
 #include "platform/jet/values/ExactNumber.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/check/Check.h"
 
 #include "platform/jet/check/CheckState.h"
@@ -24,7 +25,7 @@ void CheckFileSize(Database& database, CheckState& state) {
   if (size % kPageSize != 0) state.Problem("het bestand eindigt midden in een pagina");
 }
 
-void CheckDefinition(CheckState& state, const TableDef& table) {
+void CheckDefinition(CheckState& state, const StoredTable& table) {
   const PageRef first = state.Source().Read(table.page);
   if (table.length != table.streamLength) {
     state.ProblemAt(table.page, "de tabeldefinitie is " + std::to_string(table.streamLength) +
@@ -40,7 +41,7 @@ void CheckDefinition(CheckState& state, const TableDef& table) {
 void CheckTable(CheckState& state, const CatalogEntry& entry) {
   state.SetTable(ToUtf8(entry.name));
   state.Guard([&] {
-    const TableDef table = ReadTableDef(state.Source(), static_cast<std::uint32_t>(entry.id));
+    const StoredTable table = ReadStoredTable(state.Source(), static_cast<std::uint32_t>(entry.id));
     CheckDefinition(state, table);
     state.Guard([&] { CheckRows(state, table); });
     state.Guard([&] { CheckIndexes(state, table); });

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/check/CheckState.h"
 #include "platform/jet/index/EntryList.h"
 #include "platform/jet/index/IndexKey.h"
@@ -26,13 +27,13 @@ std::string EntryRow(ByteView entry) {
   return "pagina " + std::to_string(LoadU24BigEndian(pointer)) + ", rij " + std::to_string(pointer[3]);
 }
 
-/// The end of the row's index entries.
+// The end of the row's index entries.
 Bytes Pointer(RowId row) {
   return {static_cast<std::uint8_t>(row >> 24), static_cast<std::uint8_t>(row >> 16),
           static_cast<std::uint8_t>(row >> 8), static_cast<std::uint8_t>(row)};
 }
 
-std::string NameOf(const TableDef& table, std::size_t realIndex) {
+std::string NameOf(const StoredTable& table, std::size_t realIndex) {
   for (const LogicalIndexDef& index : table.logicalIndexes) {
     if (index.realIndex == realIndex) return "index '" + ToUtf8(index.name) + "'";
   }
@@ -42,7 +43,7 @@ std::string NameOf(const TableDef& table, std::size_t realIndex) {
 // One tree: its pages and their order, then its entries beside the rows.
 class TreeChecker {
  public:
-  TreeChecker(CheckState& state, const TableDef& table, std::size_t number)
+  TreeChecker(CheckState& state, const StoredTable& table, std::size_t number)
       : state_(state), table_(table), index_(table.realIndexes[number]), name_(NameOf(table, number)) {}
 
   void Run() {
@@ -123,7 +124,7 @@ class TreeChecker {
   // Keys of nothing but nulls may come more than once: one flag byte for each field.
   void CheckUnique(std::uint32_t page, const Bytes& entry) {
     const bool allNull = entry.size() == index_.fields.size() + kPointerBytes;
-    if ((index_.flags & RealIndexDef::kUnique) == 0 || allNull) return;
+    if ((index_.flags & StoredIndex::kUnique) == 0 || allNull) return;
     state_.ProblemAt(page, name_ + ": een sleutel die uniek moet zijn, komt tweemaal voor (" + EntryRow(entry) + ")");
   }
 
@@ -211,7 +212,7 @@ class TreeChecker {
       ReadField(state_.Source(), row, *table_.ColumnByNumber(index_.fields[i].column), values[i], &budget_);
       allNull = allNull && IsNull(values[i]);
     }
-    if (allNull && (index_.flags & RealIndexDef::kIgnoreNulls) != 0) return;
+    if (allNull && (index_.flags & StoredIndex::kIgnoreNulls) != 0) return;
     try {
       Bytes entry = BuildKey(table_, index_, values);
       const Bytes pointer = Pointer(id);
@@ -225,8 +226,8 @@ class TreeChecker {
   }
 
   CheckState& state_;
-  const TableDef& table_;
-  const RealIndexDef& index_;
+  const StoredTable& table_;
+  const StoredIndex& index_;
   std::string name_;
   UsageMap map_;
   Visited visited_;
@@ -241,7 +242,7 @@ class TreeChecker {
 
 }  // namespace
 
-void CheckIndexes(CheckState& state, const TableDef& table) {
+void CheckIndexes(CheckState& state, const StoredTable& table) {
   for (std::size_t i = 0; i < table.realIndexes.size(); ++i)
     TreeChecker(state, table, i).Run();
 }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/check/CheckState.h"
 #include "platform/jet/pages/DataPage.h"
 #include "platform/jet/rows/LongValue.h"
@@ -31,7 +32,7 @@ void CheckSubset(CheckState& state, const UsageMap& owned, const UsageMap& free,
 // The pages of one memo or OLE column, and which pieces on them rows refer to.
 class LongColumn {
  public:
-  LongColumn(CheckState& state, const ColumnDef& column) : state_(state), column_(column) {
+  LongColumn(CheckState& state, const StoredColumn& column) : state_(state), column_(column) {
     const std::string name = "veld '" + ToUtf8(column.name) + "'";
     owned_ = state.ReadMap(column.ownedMap, "de pagina's van " + name);
     CheckSubset(state, owned_, state.ReadMap(column.freeMap, "de ruimte van " + name), name);
@@ -100,7 +101,7 @@ class LongColumn {
   }
 
   CheckState& state_;
-  const ColumnDef& column_;
+  const StoredColumn& column_;
   UsageMap owned_;
   // By page: in which slots pieces are on the field's pages, and which of them a row uses.
   std::unordered_map<std::uint32_t, std::bitset<kMostSlots>> there_;
@@ -110,8 +111,8 @@ class LongColumn {
 // All rows of one table.
 class RowChecker {
  public:
-  RowChecker(CheckState& state, const TableDef& table) : state_(state), table_(table) {
-    for (const ColumnDef& column : table.columns) {
+  RowChecker(CheckState& state, const StoredTable& table) : state_(state), table_(table) {
+    for (const StoredColumn& column : table.columns) {
       if (column.IsLong()) longColumns_.emplace_back(state, column);
     }
   }
@@ -168,7 +169,7 @@ class RowChecker {
     const RowView row(bytes, table_);
     if (row.ColumnCount() > table_.maxColumns) state_.Problem(RowName(id) + "heeft meer velden dan de tabel");
     std::size_t longColumn = 0;
-    for (const ColumnDef& column : table_.columns) {
+    for (const StoredColumn& column : table_.columns) {
       LongColumn* pieces = column.IsLong() ? &longColumns_[longColumn++] : nullptr;
       if (column.Type() == ColumnType::Boolean) continue;
       const ByteView stored = row.BytesOf(column);  // also of a null: it must lie within the row
@@ -181,7 +182,7 @@ class RowChecker {
     }
   }
 
-  void CheckValue(RowId id, const ColumnDef& column, ByteView stored) {
+  void CheckValue(RowId id, const StoredColumn& column, ByteView stored) {
     Value value;
     DecodeValue(column, stored, value);
     const auto* text = std::get_if<std::u16string>(&value);
@@ -206,7 +207,7 @@ class RowChecker {
   }
 
   CheckState& state_;
-  const TableDef& table_;
+  const StoredTable& table_;
   std::vector<LongColumn> longColumns_;
   std::vector<RowId> targets_;
   std::unordered_set<RowId> pointedAt_;
@@ -217,7 +218,7 @@ class RowChecker {
 
 }  // namespace
 
-void CheckRows(CheckState& state, const TableDef& table) {
+void CheckRows(CheckState& state, const StoredTable& table) {
   RowChecker(state, table).Run();
 }
 

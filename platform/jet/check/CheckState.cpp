@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/check/CheckState.h"
 
 #include "platform/jet/pages/FreePages.h"

@@ -1,9 +1,10 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "platform/jet/check/Check.h"
 #include "platform/jet/pages/DataPage.h"
 #include "platform/jet/pages/UsageMap.h"
-#include "platform/jet/rows/TableDef.h"
+#include "platform/jet/rows/StoredTable.h"
 #include "platform/jet/values/Error.h"
 
 #include <optional>
@@ -13,7 +14,7 @@
 
 namespace jet {
 
-/// What the parts of an integrity check share: the findings, and who claims which page.
+// What the parts of an integrity check share: the findings, and who claims which page.
 class CheckState {
  public:
   CheckState(PageSource& pages, std::vector<Finding>& findings) : pages_(pages), findings_(findings) {}
@@ -24,27 +25,27 @@ class CheckState {
   void Remark(const std::string& text) { Add(true, text); }
   void ProblemAt(std::uint32_t page, const std::string& what);
 
-  /// Everything added until the next call is about this table (empty = none).
+  // Everything added until the next call is about this table (empty = none).
   void SetTable(const std::string& name) { table_ = name; }
-  /// Put before a finding: "tabel 'X', " or nothing.
+  // Put before a finding: "tabel 'X', " or nothing.
   std::string Where() const { return table_.empty() ? std::string() : "tabel '" + table_ + "', "; }
 
-  /// Notes that `page` belongs to `owner` (a text for people); a second owner is a problem, and false is returned.
+  // Notes that `page` belongs to `owner` (a text for people); a second owner is a problem, and false is returned.
   bool Claim(std::uint32_t page, const std::string& owner);
-  /// A page that holds rows of usage maps may serve several tables.
+  // A page that holds rows of usage maps may serve several tables.
   void ClaimMapPage(std::uint32_t page);
   bool IsClaimed(std::uint32_t page) const { return claims_.count(page) != 0; }
   const std::unordered_map<std::uint32_t, std::string>& Claims() const { return claims_; }
 
-  /// Notes that a piece of a long value of `owner` lies on a page that no map gives to a field: many may lie there.
+  // Notes that a piece of a long value of `owner` lies on a page that no map gives to a field: many may lie there.
   void ClaimUnmapped(std::uint32_t page, const std::string& owner) { claims_.emplace(page, owner); }
-  /// Whether the file calls the page free; false where its map cannot be read.
+  // Whether the file calls the page free; false where its map cannot be read.
   bool IsFree(std::uint32_t page);
 
-  /// Reads a map and claims the pages that it lives on. A damaged map is a problem and taken as empty.
+  // Reads a map and claims the pages that it lives on. A damaged map is a problem and taken as empty.
   UsageMap ReadMap(RowId where, const std::string& what);
 
-  /// Runs `work`; damage that it meets becomes a problem.
+  // Runs `work`; damage that it meets becomes a problem.
   template <typename Work>
   void Guard(Work&& work) {
     try {
@@ -53,7 +54,7 @@ class CheckState {
       Note(error);
     }
   }
-  /// Damage becomes a problem, anything else goes on upwards.
+  // Damage becomes a problem, anything else goes on upwards.
   void Note(const Error& error);
 
  private:
@@ -67,12 +68,12 @@ class CheckState {
   std::optional<UsageMap> freePages_;
 };
 
-/// Slots of a data page, their places and the page's own count of free bytes. Returns whether its rows can be looked
-/// at.
+// Slots of a data page, their places and the page's own count of free bytes. Returns whether its rows can be looked
+// at.
 bool CheckDataPage(CheckState& state, const DataPage& page, std::uint32_t owner);
 
-/// The parts, each in its own file.
-void CheckRows(CheckState& state, const TableDef& table);
-void CheckIndexes(CheckState& state, const TableDef& table);
+// The parts, each in its own file.
+void CheckRows(CheckState& state, const StoredTable& table);
+void CheckIndexes(CheckState& state, const StoredTable& table);
 
 }  // namespace jet

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/check/Compact.h"
 
 #include "platform/files/AtomicFile.h"
@@ -19,7 +20,7 @@ namespace {
 
 constexpr std::size_t kPagesAtOnce = 64;
 
-/// Writes pages as a file with this encoding key has them.
+// Writes pages as a file with this encoding key has them.
 void WritePages(PageSource& pages, std::uint32_t key, files::AtomicFile& file) {
   std::string block;
   for (std::uint32_t number = 0; number < pages.PageCount(); ++number) {
@@ -33,7 +34,7 @@ void WritePages(PageSource& pages, std::uint32_t key, files::AtomicFile& file) {
   file.Sync();
 }
 
-/// Writes a copy of `source` and compares the two. `options` are for opening the source.
+// Writes a copy of `source` and compares the two. `options` are for opening the source.
 void WriteCopy(Database& source, files::AtomicFile& file, const OpenOptions& options, FileSystem& files) {
   InContext("Het bestand '" + source.Name() + "' is beschadigd: ", [&] {
     DatabaseCopy copy(source);

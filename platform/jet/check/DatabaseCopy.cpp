@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/check/DatabaseCopy.h"
 
 #include "platform/jet/check/Check.h"
@@ -30,7 +31,7 @@ DatabaseCopy::DatabaseCopy(Database& source) : source_(source) {
   RequireNothingLost();
   RequireSoundRows();
   std::set<std::uint32_t> keeping;
-  for (const TableDef& table : tables_)
+  for (const StoredTable& table : tables_)
     keeping.insert(table.page);
   Build(keeping);
   const std::uint32_t used = UsedPages();
@@ -52,7 +53,7 @@ void DatabaseCopy::ReadTables() {
     if (entry.IsTable()) names[static_cast<std::uint32_t>(entry.id)] = ToUtf8(entry.name);
   }
   for (const auto& [page, name] : names) {
-    tables_.push_back(ReadTableDef(source_.Source(), page));
+    tables_.push_back(ReadStoredTable(source_.Source(), page));
     names_.push_back(name);
   }
 }
@@ -65,15 +66,15 @@ void DatabaseCopy::RequireNothingLost() {
   const UsageMap second = UsageMap::Read(source_.Source(), kSecondMap);
   if (!second.Members().empty() || !second.PastEnd().empty()) refuse("een tweede kaart van pagina's die niet leeg is");
   for (std::size_t i = 0; i < tables_.size(); ++i) {
-    for (const ColumnDef& column : tables_[i].columns) {
+    for (const StoredColumn& column : tables_[i].columns) {
       if (column.KnownType()) continue;
       refuse("in tabel '" + names_[i] + "' het veld '" + ToUtf8(column.name) + "' van een onbekende soort");
     }
   }
 }
 
-/// A row that cannot be reached any more is not copied: that must not happen silently. Damage of an index is no reason
-/// to refuse, since the copy gets new ones.
+// A row that cannot be reached any more is not copied: that must not happen silently. Damage of an index is no reason
+// to refuse, since the copy gets new ones.
 void DatabaseCopy::RequireSoundRows() {
   std::vector<Finding> findings;
   CheckState state(source_.Source(), findings);
@@ -95,17 +96,17 @@ void DatabaseCopy::Build(const std::set<std::uint32_t>& keeping) {
   FormatGlobalMap(*pages_, kEnginePages);
   PageSpace space(*pages_);
   TakePlaces(space, keeping);
-  MapPage engineMaps(*pages_, space);
-  for (const TableDef& table : tables_) {
-    MapPage maps(*pages_, space);
-    MapPage& its = IsEngineTable(table.page) ? engineMaps : maps;
+  UsageMapAllocator engineMaps(*pages_, space);
+  for (const StoredTable& table : tables_) {
+    UsageMapAllocator maps(*pages_, space);
+    UsageMapAllocator& its = IsEngineTable(table.page) ? engineMaps : maps;
     TableCopy(source_.Source(), table, *pages_, space, its, places_).Run();
   }
 }
 
-/// The definitions of those that keep their places get them before anything else is given a page.
+// The definitions of those that keep their places get them before anything else is given a page.
 void DatabaseCopy::TakePlaces(PageSpace& space, std::set<std::uint32_t> keeping) {
-  for (const TableDef& table : tables_) {
+  for (const StoredTable& table : tables_) {
     if (!IsEngineTable(table.page)) continue;
     places_[table.page] = table.page;
     keeping.erase(table.page);
@@ -122,7 +123,7 @@ void DatabaseCopy::TakePlaces(PageSpace& space, std::set<std::uint32_t> keeping)
     }
   }
   space.Release(between);
-  for (const TableDef& table : tables_) {
+  for (const StoredTable& table : tables_) {
     if (!places_.contains(table.page)) places_[table.page] = space.Allocate();
   }
 }

@@ -1,12 +1,13 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/check/TableCopy.h"
 
-#include "platform/jet/database/TableMaker.h"
+#include "platform/jet/database/TableCreator.h"
 #include "platform/jet/index/IndexCursor.h"
 #include "platform/jet/index/IndexKey.h"
 #include "platform/jet/index/IndexWriter.h"
 #include "platform/jet/rows/RowScan.h"
 #include "platform/jet/rows/Rows.h"
-#include "platform/jet/rows/TableDefBuilder.h"
+#include "platform/jet/rows/StoredTableBuilder.h"
 #include "platform/jet/table/Catalog.h"
 #include "platform/jet/values/Codec.h"
 #include "platform/jet/values/Damage.h"
@@ -19,12 +20,12 @@ namespace jet {
 
 namespace {
 
-/// The entry of a row in an index without its place; nothing when the index leaves the row out.
-std::optional<Bytes> KeyOf(PageSource& pages, const TableDef& table, const RealIndexDef& index, const RowView& row) {
+// The entry of a row in an index without its place; nothing when the index leaves the row out.
+std::optional<Bytes> KeyOf(PageSource& pages, const StoredTable& table, const StoredIndex& index, const RowView& row) {
   std::vector<Value> values(index.fields.size());
   for (std::size_t i = 0; i < values.size(); ++i)
     ReadField(pages, row, *table.ColumnByNumber(index.fields[i].column), values[i]);
-  const bool ignoresNulls = (index.flags & RealIndexDef::kIgnoreNulls) != 0;
+  const bool ignoresNulls = (index.flags & StoredIndex::kIgnoreNulls) != 0;
   if (ignoresNulls && std::ranges::all_of(values, IsNull)) return std::nullopt;
   return BuildKey(table, index, values);
 }
@@ -36,8 +37,8 @@ std::uint32_t PlaceIn(const TablePlaces& places, std::uint32_t table) {
   return found != places.end() ? found->second : table;
 }
 
-TableCopy::TableCopy(PageSource& source, const TableDef& table, Transaction& target, PageSpace& space, MapPage& maps,
-                     const TablePlaces& places)
+TableCopy::TableCopy(PageSource& source, const StoredTable& table, Transaction& target, PageSpace& space,
+                     UsageMapAllocator& maps, const TablePlaces& places)
     : source_(source),
       table_(table),
       target_(target),
@@ -48,22 +49,22 @@ TableCopy::TableCopy(PageSource& source, const TableDef& table, Transaction& tar
   MakePlaces(maps);
 }
 
-void TableCopy::MakePlaces(MapPage& maps) {
+void TableCopy::MakePlaces(UsageMapAllocator& maps) {
   copy_.page = places_.at(table_.page);
   copy_.ownedMap = maps.Add();
   copy_.freeMap = maps.Add();
-  for (ColumnDef& column : copy_.columns) {
+  for (StoredColumn& column : copy_.columns) {
     longValues_.emplace_back();
     if (!column.IsLong()) continue;
     if (column.ownedMap != 0) column.ownedMap = maps.Add();
     if (column.freeMap != 0) column.freeMap = maps.Add();
     longValues_.back() = std::make_unique<LongValueCopy>(source_, target_, space_, column);
   }
-  for (RealIndexDef& index : copy_.realIndexes) {
+  for (StoredIndex& index : copy_.realIndexes) {
     index.map = maps.Add();
     index.root = space_.Allocate();
     FormatIndexRoot(target_, index.root, copy_.page);
-    MapRow(target_, index.map).Add(space_, index.root);
+    UsageMapEditor(target_, index.map).Add(space_, index.root);
   }
   for (LogicalIndexDef& index : copy_.logicalIndexes)
     index.partnerTable = PlaceIn(places_, index.partnerTable);
@@ -89,7 +90,7 @@ void TableCopy::CopyRow(RowId id, ByteView row, RowFiller& filler) {
   row_.assign(row.begin(), row.end());
   const RowView view(row_, table_);
   for (std::size_t i = 0; i < table_.columns.size(); ++i) {
-    const ColumnDef& column = table_.columns[i];
+    const StoredColumn& column = table_.columns[i];
     if (longValues_[i] == nullptr || !view.Bit(column)) continue;
     const ByteView stored = view.BytesOf(column);
     longValues_[i]->Carry(ByteSpan(row_).subspan(static_cast<std::size_t>(stored.data() - row_.data()), stored.size()));
@@ -115,8 +116,8 @@ void TableCopy::NoteKeys(RowId row) {
   }
 }
 
-/// Who filled an index with a key that is unknown here may weigh other characters differently too, so that all its keys
-/// are taken over.
+// Who filled an index with a key that is unknown here may weigh other characters differently too, so that all its keys
+// are taken over.
 void TableCopy::TakeOldKeys(std::size_t index) {
   EntryList entries;
   IndexCursor cursor(source_, table_.page, table_.realIndexes[index].root);
@@ -135,7 +136,7 @@ void TableCopy::FillIndexes() {
     if (trees_[i].takesOldKeys) TakeOldKeys(i);
     EntryList& entries = trees_[i].entries;
     entries.Sort();
-    RealIndexDef& index = copy_.realIndexes[i];
+    StoredIndex& index = copy_.realIndexes[i];
     index.compactedEntries = static_cast<std::uint32_t>(entries.Count());
     index.distinctKeys = static_cast<std::uint32_t>(IndexWriter::CountKeys(entries));
     IndexWriter(target_, space_, copy_.page, index).Fill(entries);
@@ -145,13 +146,13 @@ void TableCopy::FillIndexes() {
 void TableCopy::WriteDefinition() {
   Bytes stream = ReadTableDefStream(source_, table_);
   MoveTableDef(stream, copy_);
-  WriteTableDef(target_, space_, copy_.page, stream);
+  WriteStoredTable(target_, space_, copy_.page, stream);
 }
 
-void MoveReferences(const TableDef& table, const TablePlaces& places, ByteSpan row) {
+void MoveReferences(const StoredTable& table, const TablePlaces& places, ByteSpan row) {
   constexpr std::uint16_t kObject = 0;  // column number, in both the object that the row is about
   if (table.page != kObjectsTable && table.page != kAccessTable) return;
-  const ColumnDef* column = table.ColumnByNumber(kObject);
+  const StoredColumn* column = table.ColumnByNumber(kObject);
   const RowView view(row, table);
   if (column == nullptr || column->Type() != ColumnType::Long || !view.Bit(*column)) return;
   const ByteView stored = view.BytesOf(*column);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The part of TableCopy.h that compares a copy with what it was made from.
 #include "platform/jet/check/TableCopy.h"
 #include "platform/jet/rows/RowScan.h"
@@ -10,14 +11,14 @@ namespace jet {
 
 namespace {
 
-/// The definition without what a copy has in other places.
-Bytes ComparableDefinition(PageSource& pages, TableDef table, const TablePlaces& places) {
+// The definition without what a copy has in other places.
+Bytes ComparableDefinition(PageSource& pages, StoredTable table, const TablePlaces& places) {
   table.rowCount = 0;
   table.ownedMap = 0;
   table.freeMap = 0;
-  for (ColumnDef& column : table.columns)
+  for (StoredColumn& column : table.columns)
     column.ownedMap = column.freeMap = column.ownedMap != 0 ? 1 : 0;
-  for (RealIndexDef& index : table.realIndexes)
+  for (StoredIndex& index : table.realIndexes)
     index.map = index.root = index.compactedEntries = index.distinctKeys = 0;
   for (LogicalIndexDef& index : table.logicalIndexes)
     index.partnerTable = PlaceIn(places, index.partnerTable);
@@ -28,12 +29,12 @@ Bytes ComparableDefinition(PageSource& pages, TableDef table, const TablePlaces&
   return stream;
 }
 
-/// Whether the long values of two rows are the same. Makes both refer to nothing.
-bool HaveSameLongValues(PageSource& source, PageSource& target, const TableDef& table, Bytes& left, Bytes& right) {
+// Whether the long values of two rows are the same. Makes both refer to nothing.
+bool HaveSameLongValues(PageSource& source, PageSource& target, const StoredTable& table, Bytes& left, Bytes& right) {
   const auto place = [](const Bytes& row, ByteView part) { return static_cast<std::size_t>(part.data() - row.data()); };
   Bytes leftValue;
   Bytes rightValue;
-  for (const ColumnDef& column : table.columns) {
+  for (const StoredColumn& column : table.columns) {
     const RowView leftRow(left, table);
     const RowView rightRow(right, table);
     if (!column.IsLong() || !leftRow.Bit(column) || !rightRow.Bit(column)) continue;
@@ -51,8 +52,8 @@ bool HaveSameLongValues(PageSource& source, PageSource& target, const TableDef& 
 
 }  // namespace
 
-bool IsFaithfulCopy(PageSource& source, const TableDef& table, PageSource& target, const TablePlaces& places) {
-  const TableDef copy = ReadTableDef(target, places.at(table.page));
+bool IsFaithfulCopy(PageSource& source, const StoredTable& table, PageSource& target, const TablePlaces& places) {
+  const StoredTable copy = ReadStoredTable(target, places.at(table.page));
   if (ComparableDefinition(source, table, places) != ComparableDefinition(target, copy, {})) return false;
   RowScan rows(source, table);
   RowScan copies(target, copy);

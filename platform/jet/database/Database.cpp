@@ -1,9 +1,10 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/database/Database.h"
 
 #include "platform/files/AtomicFile.h"
+#include "platform/jet/database/CatalogWriter.h"
 #include "platform/jet/database/NewDatabase.h"
-#include "platform/jet/database/SystemTables.h"
-#include "platform/jet/database/TableMaker.h"
+#include "platform/jet/database/TableCreator.h"
 #include "platform/jet/values/Damage.h"
 #include "platform/jet/values/Names.h"
 #include "platform/jet/values/Utf8.h"
@@ -83,7 +84,7 @@ Table Database::OpenTable(std::u16string_view name) {
   }
   const std::string context = Context() + "tabel '" + ToUtf8(entry->name) + "', ";
   return InContext(context, [&] {
-    TableDef def = ReadTableDef(Source(), static_cast<std::uint32_t>(entry->id));
+    StoredTable def = ReadStoredTable(Source(), static_cast<std::uint32_t>(entry->id));
     const auto& properties =
         properties_[entry->row].Get(Source(), [&](PageSource& pages) { return ReadProperties(pages, entry->row); });
     TableDefinition definition = Describe(entry->name, def, properties);
@@ -104,7 +105,7 @@ void Database::CreateTable(const TableDefinition& table, const std::vector<Prope
     throw Error(ErrorCode::Duplicate,
                 "De tabel '" + ToUtf8(table.name) + "' bestaat al in het bestand '" + Name() + "'.");
   }
-  TableMaker(storage_->Changes()).Make(table, properties);
+  TableCreator(storage_->Changes()).Make(table, properties);
 }
 
 }  // namespace jet

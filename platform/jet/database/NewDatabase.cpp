@@ -1,13 +1,14 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/database/NewDatabase.h"
 
-#include "platform/jet/database/EngineRows.h"
-#include "platform/jet/database/EngineTables.h"
-#include "platform/jet/database/TableMaker.h"
+#include "platform/jet/database/InitialRows.h"
+#include "platform/jet/database/InitialTables.h"
+#include "platform/jet/database/TableCreator.h"
 #include "platform/jet/pages/Header.h"
-#include "platform/jet/pages/MapPage.h"
-#include "platform/jet/pages/MapRow.h"
 #include "platform/jet/pages/RowPage.h"
-#include "platform/jet/rows/TableDefBuilder.h"
+#include "platform/jet/pages/UsageMapAllocator.h"
+#include "platform/jet/pages/UsageMapEditor.h"
+#include "platform/jet/rows/StoredTableBuilder.h"
 #include "platform/jet/values/Codec.h"
 
 #include <algorithm>
@@ -34,7 +35,7 @@ class Builder {
     MakeHeader();
     FormatGlobalMap(pages_, kFirstPages);  // pages 14 and 15 are taken when the first rows come
     RowPage::Format(pages_.Change(kMapsOfTables), kUsageMapOwner);
-    for (const EngineTable& table : EngineTables())
+    for (const EngineTable& table : InitialTables())
       MakeTable(table);
     AddEngineRows(pages_, now);
     Bytes file;
@@ -48,13 +49,14 @@ class Builder {
  private:
   void MakeHeader();
   void MakeTable(const EngineTable& table);
-  ColumnDef MakeColumn(const EngineColumn& column, std::uint16_t number, TableDef& def, std::uint16_t& fixedBytes);
-  void MakeIndexes(const EngineTable& table, TableDef& def);
+  StoredColumn MakeColumn(const EngineColumn& column, std::uint16_t number, StoredTable& def,
+                          std::uint16_t& fixedBytes);
+  void MakeIndexes(const EngineTable& table, StoredTable& def);
 
   NoPages nothing_;
   Transaction pages_;
   PageSpace space_;
-  MapPage maps_;
+  UsageMapAllocator maps_;
   std::uint32_t nextRoot_ = kFirstRoot;
 };
 
@@ -85,29 +87,29 @@ void Builder::MakeHeader() {
   Store(&page[kCommitCounters], std::uint16_t{0x0101});
 }
 
-ColumnDef Builder::MakeColumn(const EngineColumn& column, std::uint16_t number, TableDef& def,
-                              std::uint16_t& fixedBytes) {
+StoredColumn Builder::MakeColumn(const EngineColumn& column, std::uint16_t number, StoredTable& def,
+                                 std::uint16_t& fixedBytes) {
   ColumnDefinition definition;
   definition.name = column.name;
   definition.type = column.type;
   definition.size = column.type == ColumnType::Text ? kMostBytes / 2 : kMostBytes;
-  ColumnDef made = LayColumn(definition, number, def.variableColumns, fixedBytes);
+  StoredColumn made = LayOutColumn(definition, number, def.variableColumns, fixedBytes);
   made.display = 0;
   made.extraFlags = 0;
   made.flags |= static_cast<std::uint8_t>(kEngineFlag | (column.obfuscated ? kObfuscatedFlag : 0));
   return made;
 }
 
-void Builder::MakeIndexes(const EngineTable& table, TableDef& def) {
+void Builder::MakeIndexes(const EngineTable& table, StoredTable& def) {
   for (const EngineIndex& index : table.indexes) {
-    RealIndexDef real;
+    StoredIndex real;
     for (const std::uint16_t column : index.columns)
       real.fields.push_back({column, true});
     real.flags = index.flags;
     real.root = nextRoot_++;
     real.map = maps_.Add();
     FormatIndexRoot(pages_, real.root, def.page);
-    MapRow(pages_, real.map).Add(space_, real.root);
+    UsageMapEditor(pages_, real.map).Add(space_, real.root);
     def.realIndexes.push_back(real);
   }
   for (const std::size_t place : table.byName) {
@@ -123,7 +125,7 @@ void Builder::MakeIndexes(const EngineTable& table, TableDef& def) {
 }
 
 void Builder::MakeTable(const EngineTable& table) {
-  TableDef def;
+  StoredTable def;
   def.page = table.page;
   def.system = true;
   def.ownedMap = maps_.Add();
@@ -135,14 +137,14 @@ void Builder::MakeTable(const EngineTable& table) {
   // The maps of long-value columns follow each other in the order of the names.
   for (const char16_t* name :
        {u"Database", u"Connect", u"RmtInfoLong", u"Lv", u"LvProp", u"LvModule", u"LvExtra", u"Expression"}) {
-    for (ColumnDef& column : def.columns) {
+    for (StoredColumn& column : def.columns) {
       if (column.name != name || !column.IsLong()) continue;
       column.ownedMap = maps_.Add();
       column.freeMap = maps_.Add();
     }
   }
   MakeIndexes(table, def);
-  WriteTableDef(pages_, space_, table.page, BuildTableDef(def, BlockOrder::ByName));
+  WriteStoredTable(pages_, space_, table.page, BuildStoredTable(def, BlockOrder::ByName));
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/index/Counters.h"
 
-#include "platform/jet/rows/TableDefFormat.h"
+#include "platform/jet/rows/StoredTableFormat.h"
 #include "platform/jet/values/Codec.h"
 
 #include <algorithm>
@@ -17,7 +18,7 @@ void Counters::CountNoRows() {
   Store(pages_.Change(definition_).data() + kRowCountAt, std::uint32_t{0});
 }
 
-void Counters::CountNewKeys(const RealIndexDef& index, std::size_t keys) {
+void Counters::CountNewKeys(const StoredIndex& index, std::size_t keys) {
   using table_definition::kContinuationHead;
   constexpr std::size_t kPerContinuation = kPageSize - kContinuationHead;
   std::size_t page = 0;

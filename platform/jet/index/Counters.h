@@ -1,23 +1,24 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "platform/jet/pages/Transaction.h"
-#include "platform/jet/rows/TableDef.h"
+#include "platform/jet/rows/StoredTable.h"
 
 #include <cstdint>
 #include <vector>
 
 namespace jet {
 
-/// The numbers that a table's definition keeps about its rows. Stale in some real files: kept up, never relied on.
+// The numbers that a table's definition keeps about its rows. Stale in some real files: kept up, never relied on.
 class Counters {
  public:
-  Counters(Transaction& pages, const TableDef& table)
+  Counters(Transaction& pages, const StoredTable& table)
       : pages_(pages), definition_(table.page), definitionPages_(table.pages) {}
 
-  /// `change`: rows more or, negative, fewer.
+  // `change`: rows more or, negative, fewer.
   void CountRows(std::int64_t change);
   void CountNoRows();
-  void CountNewKeys(const RealIndexDef& index, std::size_t keys = 1);
+  void CountNewKeys(const StoredIndex& index, std::size_t keys = 1);
   std::int32_t LastAutonumber();
   void RaiseAutonumber(std::int64_t number);
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "platform/jet/values/Bytes.h"
@@ -7,14 +8,14 @@
 
 namespace jet {
 
-/// Many short byte strings (index entries) in one block of memory, sortable by unsigned bytes.
+// Many short byte strings (index entries) in one block of memory, sortable by unsigned bytes.
 class EntryList {
  public:
   void Add(ByteView entry);
   std::size_t Count() const { return places_.size(); }
   ByteView At(std::size_t i) const { return ByteView(bytes_).subspan(places_[i].start, places_[i].length); }
   void Sort();
-  /// A list of the last `count` bytes of every entry.
+  // A list of the last `count` bytes of every entry.
   EntryList LastBytes(std::size_t count) const;
 
   static bool Less(ByteView a, ByteView b);

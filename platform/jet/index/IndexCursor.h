@@ -1,32 +1,33 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "platform/jet/index/IndexPage.h"
-#include "platform/jet/rows/TableDef.h"
+#include "platform/jet/rows/StoredTable.h"
 
 #include <optional>
 
 namespace jet {
 
-/// Walks the entries of one index, in the order of its keys, both ways. Begins nowhere: call a Seek first.
-///
-/// The tree must not change while a cursor stands in it. Damage throws an Error that names the page.
+// Walks the entries of one index, in the order of its keys, both ways. Begins nowhere: call a Seek first.
+//
+// The tree must not change while a cursor stands in it. Damage throws an Error that names the page.
 class IndexCursor {
  public:
-  /// `pages` must outlive the cursor. `table`: definition page of the table; `root`: of the tree.
+  // `pages` must outlive the cursor. `table`: definition page of the table; `root`: of the tree.
   IndexCursor(PageSource& pages, std::uint32_t table, std::uint32_t root);
 
   void SeekFirst();
   void SeekLast();
-  /// To the first entry that is not less than `key` (a key, its beginning, or a whole entry).
+  // To the first entry that is not less than `key` (a key, its beginning, or a whole entry).
   void Seek(ByteView key);
 
   bool Valid() const { return leaf_.has_value(); }
   void Next();
   void Previous();
 
-  /// Key bytes, without the row pointer. Only while Valid().
+  // Key bytes, without the row pointer. Only while Valid().
   ByteView Key() const { return ByteView(bytes_).first(bytes_.size() - 4); }
-  /// Key bytes and row pointer.
+  // Key bytes and row pointer.
   ByteView Entry() const { return bytes_; }
   RowId Row() const { return leaf_->Row(entry_); }
 

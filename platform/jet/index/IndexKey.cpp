@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/index/IndexKey.h"
 
 #include "platform/jet/values/Error.h"
@@ -28,7 +29,7 @@ void AppendBigEndian(std::uint64_t number, std::size_t size, Bytes& key) {
     key.push_back(static_cast<std::uint8_t>(number >> (8 * i)));
 }
 
-/// Two's complement of `size` bytes, top bit flipped.
+// Two's complement of `size` bytes, top bit flipped.
 void AppendWhole(std::int64_t number, std::size_t size, bool ascending, Bytes& key) {
   const std::size_t start = key.size();
   AppendBigEndian(static_cast<std::uint64_t>(number), size, key);
@@ -36,7 +37,7 @@ void AppendWhole(std::int64_t number, std::size_t size, bool ascending, Bytes& k
   if (!ascending) Invert(ByteSpan(key).subspan(start));
 }
 
-/// IEEE bits of `size` bytes: positive ones with the top bit flipped, negative ones inverted.
+// IEEE bits of `size` bytes: positive ones with the top bit flipped, negative ones inverted.
 void AppendFloating(std::uint64_t bits, std::size_t size, bool ascending, Bytes& key) {
   const std::size_t start = key.size();
   AppendBigEndian(bits, size, key);
@@ -45,8 +46,8 @@ void AppendFloating(std::uint64_t bits, std::size_t size, bool ascending, Bytes&
   if (negative == ascending) Invert(ByteSpan(key).subspan(start));
 }
 
-/// Sign and magnitude. The sign byte is the same in both orders, which sorts a descending index wrongly across signs;
-/// the original engine does so.
+// Sign and magnitude. The sign byte is the same in both orders, which sorts a descending index wrongly across signs;
+// the original engine does so.
 void AppendDecimal(const Decimal& number, bool ascending, Bytes& key) {
   key.push_back(number.negative ? 0x00 : 0xFF);
   const std::size_t start = key.size();
@@ -76,7 +77,7 @@ void AppendGuid(const Guid& guid, bool ascending, Bytes& key) {
   AppendPieces(printed, ascending, key);
 }
 
-void AppendTextKey(const ColumnDef& column, const std::u16string& text, bool ascending, Bytes& key) {
+void AppendTextKey(const StoredColumn& column, const std::u16string& text, bool ascending, Bytes& key) {
   const TextOrder* order = TextOrder::For(column.sortOrder);
   if (order == nullptr) throw Error(ErrorCode::Unsupported, "De sorteervolgorde van de index is niet bekend.");
   const std::size_t start = key.size();
@@ -90,7 +91,7 @@ std::size_t WholeSize(ColumnType type) {
   return type == ColumnType::Byte ? 1 : type == ColumnType::Integer ? 2 : 4;
 }
 
-void AppendValue(const ColumnDef& column, const Value& value, bool ascending, Bytes& key) {
+void AppendValue(const StoredColumn& column, const Value& value, bool ascending, Bytes& key) {
   switch (column.Type()) {
     case ColumnType::Boolean:
       return key.push_back(std::get<bool>(value) == ascending ? 0x00 : 0xFF);
@@ -127,13 +128,13 @@ void AppendValue(const ColumnDef& column, const Value& value, bool ascending, By
 
 }  // namespace
 
-bool CanBuildKeys(const ColumnDef& column) {
+bool CanBuildKeys(const StoredColumn& column) {
   if (!column.KnownType() || column.Type() == ColumnType::Ole || column.Type() == ColumnType::SystemBinary)
     return false;
   return !column.IsText() || TextOrder::For(column.sortOrder) != nullptr;
 }
 
-void AppendKeyField(const ColumnDef& column, const Value& value, bool ascending, Bytes& key) try {
+void AppendKeyField(const StoredColumn& column, const Value& value, bool ascending, Bytes& key) try {
   if (IsNull(value)) return key.push_back(ascending ? kNullUp : kNullDown);
   // A Boolean is never null and takes part like any other value.
   key.push_back(ascending ? kValueUp : kValueDown);
@@ -142,10 +143,10 @@ void AppendKeyField(const ColumnDef& column, const Value& value, bool ascending,
   throw Error(error.Code(), "Veld '" + ToUtf8(column.name) + "': " + error.what());
 }
 
-Bytes BuildKey(const TableDef& table, const RealIndexDef& index, std::span<const Value> values) {
+Bytes BuildKey(const StoredTable& table, const StoredIndex& index, std::span<const Value> values) {
   Bytes key;
   for (std::size_t i = 0; i < index.fields.size(); ++i) {
-    const ColumnDef* column = table.ColumnByNumber(index.fields[i].column);
+    const StoredColumn* column = table.ColumnByNumber(index.fields[i].column);
     if (column == nullptr) throw Error(ErrorCode::Damaged, "Een index noemt een kolom die niet bestaat.");
     AppendKeyField(*column, values[i], index.fields[i].ascending, key);
   }

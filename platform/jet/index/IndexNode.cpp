@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/index/IndexNode.h"
 
 #include "platform/jet/values/Codec.h"
@@ -40,7 +41,7 @@ IndexNode IndexNode::Load(PageSource& pages, std::uint32_t number, std::uint32_t
   return node;
 }
 
-/// How many bytes all these entries begin with alike. The row pointer always stays whole.
+// How many bytes all these entries begin with alike. The row pointer always stays whole.
 std::size_t IndexNode::Shared(std::size_t begin, std::size_t end) const {
   if (end - begin < 2) return 0;
   std::size_t most = entries[begin].size();

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/index/IndexPage.h"
 
 #include "platform/jet/values/Codec.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "platform/jet/pages/Pages.h"
@@ -10,7 +11,7 @@
 
 namespace jet {
 
-/// Where things lie in an index page.
+// Where things lie in an index page.
 namespace index_page {
 constexpr std::size_t kTableAt = 4;
 constexpr std::size_t kPreviousAt = 12;
@@ -27,10 +28,10 @@ constexpr std::size_t kEntryBytes = kPageSize - kEntriesAt;  // 3616
 constexpr std::size_t kDeepest = 32;                         // levels; a deeper tree is damaged
 }  // namespace index_page
 
-/// A view of an index page, leaf or node. Entries are numbered from 0; all that is in them is checked here.
+// A view of an index page, leaf or node. Entries are numbered from 0; all that is in them is checked here.
 class IndexPage {
  public:
-  /// Throws when the page is no index page of `table` or its entries do not fit.
+  // Throws when the page is no index page of `table` or its entries do not fit.
   IndexPage(PageRef page, std::uint32_t number, std::uint32_t table);
 
   std::uint32_t Number() const { return number_; }
@@ -40,18 +41,18 @@ class IndexPage {
   std::uint32_t Tail() const { return Field(index_page::kTailAt); }
   unsigned Level() const { return (*page_)[index_page::kLevelAt]; }
   unsigned FreeBytes() const;
-  /// What the free bytes must be.
+  // What the free bytes must be.
   unsigned ExactFreeBytes() const;
   std::size_t Count() const { return ends_.size(); }
-  /// Where each entry ends, from the page's start.
+  // Where each entry ends, from the page's start.
   const std::vector<std::uint16_t>& Ends() const { return ends_; }
 
-  /// The complete entry: key and row pointer (u24 page, u8 row, big-endian); of a node without the child page.
+  // The complete entry: key and row pointer (u24 page, u8 row, big-endian); of a node without the child page.
   void CopyEntry(std::size_t entry, Bytes& out) const;
   RowId Row(std::size_t entry) const;
-  /// Node only. The child of entry `entry`, or for `entry` == Count() the tail (0 = none).
+  // Node only. The child of entry `entry`, or for `entry` == Count() the tail (0 = none).
   std::uint32_t Child(std::size_t entry) const;
-  /// The number of the first entry that is not less than `key`; Count() when there is none.
+  // The number of the first entry that is not less than `key`; Count() when there is none.
   std::size_t LowerBound(ByteView key) const;
 
  private:

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/index/IndexWriter.h"
 
 #include "platform/jet/index/IndexCursor.h"
@@ -15,7 +16,7 @@ using namespace index_page;
 
 namespace {
 
-/// How many entries go to the lower page: as near to `wanted` as both parts fit.
+// How many entries go to the lower page: as near to `wanted` as both parts fit.
 std::size_t SplitPoint(const IndexNode& node, std::size_t wanted) {
   const std::size_t count = node.entries.size();
   for (std::size_t distance = 0; distance < count; ++distance) {
@@ -78,7 +79,7 @@ IndexWriter::Place IndexWriter::Find(ByteView entry) {
     const IndexPage page(pages_.Read(number), number, table_);
     std::size_t place = page.LowerBound(entry);
     if (!page.IsLeaf() && place == page.Count() && page.Tail() == 0 && place > 0) {
-      found.beyondAnOnlyChild = true;
+      found.afterSingleChild = true;
       --place;
     }
     found.path.push_back({number, place});
@@ -102,16 +103,16 @@ void IndexWriter::Insert(ByteView key, RowId row) {
   if (place.entry == entry) throw DamageAt(leaf.page, "de rij staat al in de index");
   if (InsertEntry(pages_.Change(leaf.page), place.ends, leaf.child, entry)) {
     const bool isLast = place.isLastLeaf && leaf.child == place.ends.size();
-    if (isLast && !place.beyondAnOnlyChild) tail_ = {leaf.page, entry};
+    if (isLast && !place.afterSingleChild) tail_ = {leaf.page, entry};
   } else {
     IndexNode node = IndexNode::Load(pages_, leaf.page, table_);
     node.entries.insert(node.entries.begin() + static_cast<std::ptrdiff_t>(leaf.child), entry);
     SaveOrSplit(place.path, node);
   }
-  if (place.beyondAnOnlyChild) TellParents(Find(entry).path, entry);
+  if (place.afterSingleChild) UpdateParentKeys(Find(entry).path, entry);
 }
 
-/// Entries that come in their order: behind the last one, without looking for the place.
+// Entries that come in their order: behind the last one, without looking for the place.
 bool IndexWriter::Append(ByteView entry) {
   if (!tail_ || !IsLess(tail_->last, entry)) return false;
   if (!AppendEntry(pages_.Change(tail_->page), entry)) return false;
@@ -128,7 +129,7 @@ void IndexWriter::SaveOrSplit(Path& path, IndexNode& node) {
   }
 }
 
-/// A node with nothing but its tail lists it as an ordinary entry.
+// A node with nothing but its tail lists it as an ordinary entry.
 void IndexWriter::SaveNode(IndexNode& node, std::uint32_t number) {
   if (node.leaf || !node.entries.empty() || node.tail == 0) return node.Save(pages_, number);
   IndexNode single = node;
@@ -152,7 +153,7 @@ Bytes IndexWriter::LastEntryBelow(std::uint32_t number) {
   throw DamageAt(number, "de index is te diep");
 }
 
-/// Moves the root's content to a new page: the root's own number stands in the table's definition and stays.
+// Moves the root's content to a new page: the root's own number stands in the table's definition and stays.
 void IndexWriter::GrowRoot(Path& path) {
   const std::uint32_t number = space_.Allocate();
   map_.Add(space_, number);
@@ -167,7 +168,7 @@ void IndexWriter::GrowRoot(Path& path) {
   path[1].page = number;
 }
 
-/// The lower half goes to a new page before this one, so that whoever names this page goes on naming the upper half.
+// The lower half goes to a new page before this one, so that whoever names this page goes on naming the upper half.
 void IndexWriter::Split(Path& path, IndexNode& node) {
   if (path.size() == 1) GrowRoot(path);
   const std::uint32_t number = path.back().page;
@@ -189,7 +190,7 @@ void IndexWriter::Split(Path& path, IndexNode& node) {
     lower.tail = lower.children.back();
     lower.children.pop_back();
     lower.entries.pop_back();
-    if (node.level >= 2) CutChainAfter(lower.tail);
+    if (node.level >= 2) TruncateLeafChain(lower.tail);
   }
   lower.next = number;
   node.previous = lowerNumber;
@@ -200,14 +201,14 @@ void IndexWriter::Split(Path& path, IndexNode& node) {
   AddChild(path, promoted, lowerNumber);
 }
 
-/// Nodes are chained among the children of one parent only.
-void IndexWriter::CutChainAfter(std::uint32_t page) {
+// Nodes are chained among the children of one parent only.
+void IndexWriter::TruncateLeafChain(std::uint32_t page) {
   const std::uint32_t right = LoadU32(pages_.Read(page)->data() + kNextAt);
   Store(&pages_.Change(page)[kNextAt], std::uint32_t{0});
   if (right != 0) Store(&pages_.Change(right)[kPreviousAt], std::uint32_t{0});
 }
 
-/// A new child before the one that path.back() leads to.
+// A new child before the one that path.back() leads to.
 void IndexWriter::AddChild(Path path, const Bytes& lastEntry, std::uint32_t child) {
   const Step& step = path.back();
   IndexNode node = IndexNode::Load(pages_, step.page, table_);
@@ -217,7 +218,7 @@ void IndexWriter::AddChild(Path path, const Bytes& lastEntry, std::uint32_t chil
   SaveOrSplit(path, node);
 }
 
-void IndexWriter::TellParents(Path path, const Bytes& last) {
+void IndexWriter::UpdateParentKeys(Path path, const Bytes& last) {
   for (path.pop_back(); !path.empty(); path.pop_back()) {
     const Step step = path.back();
     std::size_t count = 0;

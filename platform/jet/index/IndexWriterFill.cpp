@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The part of IndexWriter that fills an empty index.
 #include "platform/jet/index/IndexWriter.h"
 #include "platform/jet/values/Codec.h"
@@ -13,12 +14,12 @@ using namespace index_page;
 
 namespace {
 
-/// Measures how many entries, in their order, one page can list.
+// Measures how many entries, in their order, one page can list.
 class PageMeasure {
  public:
   explicit PageMeasure(bool leaf) : childBytes_(leaf ? 0 : kChildBytes) {}
 
-  /// Takes one more. False, and nothing taken, when it does not fit any more; what does not fit alone is an Error.
+  // Takes one more. False, and nothing taken, when it does not fit any more; what does not fit alone is an Error.
   bool Take(ByteView entry) {
     const std::size_t shared = count_ == 0 ? 0 : std::min(shared_, SharedWithFirst(entry));
     const std::size_t bytes = bytes_ + entry.size() + childBytes_;
@@ -35,7 +36,7 @@ class PageMeasure {
   }
 
  private:
-  /// Row pointers always stay whole.
+  // Row pointers always stay whole.
   std::size_t SharedWithFirst(ByteView entry) const {
     const std::size_t most = std::min(first_.size(), entry.size()) - kPointerBytes;
     const auto start = first_.begin();
@@ -46,11 +47,11 @@ class PageMeasure {
   std::size_t childBytes_;
   ByteView first_;
   std::size_t count_ = 0;
-  std::size_t bytes_ = 0;  ///< with nothing left out
+  std::size_t bytes_ = 0;  // with nothing left out
   std::size_t shared_ = 0;
 };
 
-/// Up to where each page of a level goes. A node does not list the last page below it: that is its tail.
+// Up to where each page of a level goes. A node does not list the last page below it: that is its tail.
 template <typename Level>
 std::vector<std::size_t> PageEnds(const Level& below, bool leaf) {
   std::vector<std::size_t> ends;
@@ -97,8 +98,8 @@ void IndexWriter::Fill(const EntryList& entries) {
     level = FillLevel(level, height);
 }
 
-/// The pages of one level over what lies below; answers what the level above is to list. The root keeps its number: a
-/// level of a single page is written there.
+// The pages of one level over what lies below; answers what the level above is to list. The root keeps its number: a
+// level of a single page is written there.
 IndexWriter::Level IndexWriter::FillLevel(const Level& below, std::uint8_t height) {
   IndexNode node;
   node.leaf = height == 0;
@@ -108,7 +109,7 @@ IndexWriter::Level IndexWriter::FillLevel(const Level& below, std::uint8_t heigh
   Level level;
   std::size_t begin = 0;
   for (const std::size_t end : ends) {
-    const std::span<const Listed> here = std::span(below).subspan(begin, end - begin);
+    const std::span<const ChildEntry> here = std::span(below).subspan(begin, end - begin);
     const std::uint32_t number = ends.size() == 1 ? root_ : space_.Allocate();
     if (number != root_) map_.Add(space_, number);
     const std::size_t count = here.size() - (node.leaf ? 0 : 1);
@@ -129,7 +130,7 @@ IndexWriter::Level IndexWriter::FillLevel(const Level& below, std::uint8_t heigh
   return level;
 }
 
-void IndexWriter::Chain(std::span<const Listed> pages) {
+void IndexWriter::Chain(std::span<const ChildEntry> pages) {
   for (std::size_t i = 0; i < pages.size(); ++i) {
     PageBytes& page = pages_.Change(pages[i].child);
     if (i > 0) Store(&page[kPreviousAt], pages[i - 1].child);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The part of IndexWriter that takes entries out.
 #include "platform/jet/index/IndexCursor.h"
 #include "platform/jet/index/IndexEdit.h"
@@ -22,7 +23,7 @@ void IndexWriter::Remove(const EntryList& entries) {
   }
 }
 
-/// A row that another program made may be there with a key that we would not make.
+// A row that another program made may be there with a key that we would not make.
 void IndexWriter::RemoveByRow(ByteView entry) {
   const RowId row = RowOf(entry);
   EntryList found;
@@ -38,7 +39,7 @@ std::optional<Bytes> IndexWriter::KeyOfRow(RowId row) {
   return std::nullopt;
 }
 
-/// The entries from `first` on that lie in one leaf, all at once; answers how many, 0 when `first` is not there.
+// The entries from `first` on that lie in one leaf, all at once; answers how many, 0 when `first` is not there.
 std::size_t IndexWriter::RemoveFromLeaf(const EntryList& entries, std::size_t first) {
   const Path path = Find(entries.At(first)).path;
   const std::uint32_t leaf = path.back().page;
@@ -50,12 +51,12 @@ std::size_t IndexWriter::RemoveFromLeaf(const EntryList& entries, std::size_t fi
     return going.size();
   }
   if (going.size() > 1 || !RemoveFromPage({leaf, going.front()})) RemoveFromNode(leaf, going);
-  if (going.back() + 1 == count && going.size() < count) TellParents(path, LastEntryBelow(leaf));
+  if (going.back() + 1 == count && going.size() < count) UpdateParentKeys(path, LastEntryBelow(leaf));
   return going.size();
 }
 
-/// Where in the leaf the entries from `first` on are, up to the first that is not there; `count`: of the leaf's
-/// entries.
+// Where in the leaf the entries from `first` on are, up to the first that is not there; `count`: of the leaf's
+// entries.
 std::vector<std::size_t> IndexWriter::PlacesIn(std::uint32_t leaf, const EntryList& entries, std::size_t first,
                                                std::size_t& count) {
   const IndexPage page(pages_.Read(leaf), leaf, table_);
@@ -87,7 +88,7 @@ void IndexWriter::RemoveFromNode(std::uint32_t leaf, const std::vector<std::size
   node.Save(pages_, leaf);
 }
 
-/// The usual case of a single one, without taking the page apart.
+// The usual case of a single one, without taking the page apart.
 bool IndexWriter::RemoveFromPage(const Step& step) {
   std::vector<std::uint16_t> ends;
   {
@@ -104,7 +105,7 @@ void IndexWriter::Unlink(const IndexNode& node) {
   if (node.next != 0) Store(&pages_.Change(node.next)[kPreviousAt], node.previous);
 }
 
-/// Takes an emptied page out of the tree, and with it every node that has no other child.
+// Takes an emptied page out of the tree, and with it every node that has no other child.
 void IndexWriter::RemovePage(Path path) {
   const std::uint32_t number = path.back().page;
   Unlink(IndexNode::Load(pages_, number, table_));
@@ -129,7 +130,7 @@ void IndexWriter::RemovePage(Path path) {
   parent.entries.pop_back();
   parent.children.pop_back();
   SaveNode(parent, step.page);
-  TellParents(path, last);
+  UpdateParentKeys(path, last);
 }
 
 }  // namespace jet

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/index/TableIndexes.h"
 
 #include "platform/jet/index/IndexCursor.h"
@@ -16,20 +17,20 @@ namespace {
 
 constexpr std::size_t kUsualKeyBytes = 32;
 
-/// A number or text as an error shows it; nothing for the others.
+// A number or text as an error shows it; nothing for the others.
 std::string Shown(const Value& value) {
   if (const auto* number = std::get_if<std::int64_t>(&value)) return ' ' + std::to_string(*number);
   if (const auto* text = std::get_if<std::u16string>(&value)) return " '" + ToUtf8(*text) + "'";
   return {};
 }
 
-/// The names on one tree: the primary key's goes before others.
+// The names on one tree: the primary key's goes before others.
 struct TreeName {
   std::string name;
   bool primary = false;
 };
 
-TreeName NameOf(const TableDef& table, const RealIndexDef& index) {
+TreeName NameOf(const StoredTable& table, const StoredIndex& index) {
   TreeName tree;
   for (const LogicalIndexDef& logical : table.logicalIndexes) {
     if (&table.realIndexes[logical.realIndex] != &index) continue;
@@ -42,10 +43,10 @@ TreeName NameOf(const TableDef& table, const RealIndexDef& index) {
 
 }  // namespace
 
-void TableIndexes::RequireKnownOrders(const TableDef& table) {
-  for (const RealIndexDef& index : table.realIndexes) {
-    for (const RealIndexDef::Field& field : index.fields) {
-      const ColumnDef& column = *table.ColumnByNumber(field.column);
+void TableIndexes::RequireKnownOrders(const StoredTable& table) {
+  for (const StoredIndex& index : table.realIndexes) {
+    for (const StoredIndex::Field& field : index.fields) {
+      const StoredColumn& column = *table.ColumnByNumber(field.column);
       if (CanBuildKeys(column)) continue;
       throw Error(ErrorCode::Unsupported,
                   "index '" + NameOf(table, index).name + "' kan niet worden bijgehouden: " + FieldName(column) +
@@ -56,20 +57,20 @@ void TableIndexes::RequireKnownOrders(const TableDef& table) {
   }
 }
 
-TableIndexes::TableIndexes(Transaction& pages, PageSpace& space, const TableDef& table, Counters& counters)
+TableIndexes::TableIndexes(Transaction& pages, PageSpace& space, const StoredTable& table, Counters& counters)
     : pages_(pages), table_(table), counters_(counters) {
-  for (const RealIndexDef& index : table_.realIndexes)
+  for (const StoredIndex& index : table_.realIndexes)
     trees_.push_back(MakeTree(space, index));
 }
 
-TableIndexes::Tree TableIndexes::MakeTree(PageSpace& space, const RealIndexDef& index) {
+TableIndexes::Tree TableIndexes::MakeTree(PageSpace& space, const StoredIndex& index) {
   Tree tree;
   tree.def = &index;
   const TreeName named = NameOf(table_, index);
   tree.name = named.name;
-  tree.unique = named.primary || (index.flags & RealIndexDef::kUnique) != 0;
-  tree.required = named.primary || (index.flags & RealIndexDef::kRequired) != 0;
-  for (const RealIndexDef::Field& field : index.fields) {
+  tree.unique = named.primary || (index.flags & StoredIndex::kUnique) != 0;
+  tree.required = named.primary || (index.flags & StoredIndex::kRequired) != 0;
+  for (const StoredIndex::Field& field : index.fields) {
     tree.columns.push_back(static_cast<std::size_t>(table_.ColumnByNumber(field.column) - table_.columns.data()));
   }
   tree.writer = std::make_unique<IndexWriter>(pages_, space, table_.page, index);
@@ -82,10 +83,10 @@ bool TableIndexes::Uses(std::size_t column) const {
   });
 }
 
-/// False, and no key, for a row that the index leaves out.
+// False, and no key, for a row that the index leaves out.
 bool TableIndexes::MakeKey(const Tree& tree, const Values& values, Bytes& key) const {
   const auto isNull = [&](std::size_t column) { return IsNull(values[column]); };
-  const bool ignoresNulls = (tree.def->flags & RealIndexDef::kIgnoreNulls) != 0;
+  const bool ignoresNulls = (tree.def->flags & StoredIndex::kIgnoreNulls) != 0;
   if (ignoresNulls && std::all_of(tree.columns.begin(), tree.columns.end(), isNull)) return false;
   key.clear();
   key.reserve(kUsualKeyBytes);
@@ -110,7 +111,7 @@ void TableIndexes::RequireValues(const Tree& tree, const Values& values) const {
   }
 }
 
-/// Every entry must fit into a node of the tree, where the number of the child page follows it.
+// Every entry must fit into a node of the tree, where the number of the child page follows it.
 void TableIndexes::RequireFits(const Tree& tree, ByteView key, const Values& values) const {
   constexpr std::size_t kMostKeyBytes = index_page::kEntryBytes - index_page::kPointerBytes - index_page::kChildBytes;
   if (key.size() <= kMostKeyBytes) return;
@@ -162,7 +163,7 @@ void TableIndexes::InsertInto(Tree& tree, const std::optional<Bytes>& key, RowId
   tree.writer->Insert(*key, row);
 }
 
-/// Texts that differ in case only have the same key, too.
+// Texts that differ in case only have the same key, too.
 bool TableIndexes::IsSameKey(const Tree& tree, const Values& before, const Values& after) const {
   const auto isSame = [&](std::size_t column) { return before[column] == after[column]; };
   if (std::all_of(tree.columns.begin(), tree.columns.end(), isSame)) return true;
@@ -174,18 +175,18 @@ bool TableIndexes::IsSameKey(const Tree& tree, const Values& before, const Value
   }
 }
 
-std::vector<TableIndexes::Rekeying> TableIndexes::RekeyingsOf(const Values& before, const Values& after) {
-  std::vector<Rekeying> rekeyings;
+std::vector<TableIndexes::KeyChange> TableIndexes::KeyChangesOf(const Values& before, const Values& after) {
+  std::vector<KeyChange> changes;
   for (std::size_t i = 0; i < trees_.size(); ++i) {
     if (IsSameKey(trees_[i], before, after)) continue;
-    rekeyings.push_back({i, KeyOf(trees_[i], after)});
-    CheckKey(trees_[i], rekeyings.back().key, after);
+    changes.push_back({i, KeyOf(trees_[i], after)});
+    CheckKey(trees_[i], changes.back().key, after);
   }
-  return rekeyings;
+  return changes;
 }
 
-void TableIndexes::Rekey(const std::vector<Rekeying>& rekeyings, const Values& before, RowId row) {
-  for (const Rekeying& rekeying : rekeyings) {
+void TableIndexes::Apply(const std::vector<KeyChange>& changes, const Values& before, RowId row) {
+  for (const KeyChange& rekeying : changes) {
     Tree& tree = trees_[rekeying.index];
     EntryList old;
     NoteEntry(tree, before, row, old);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The part of TableIndexes that fills the indexes of a table that was empty.
 #include "platform/jet/index/TableIndexes.h"
 
@@ -8,8 +9,8 @@ namespace jet {
 
 namespace {
 
-/// The first row, by its place, whose key one before it has. Keys of nothing but nulls, a byte for each column, may be
-/// there many times.
+// The first row, by its place, whose key one before it has. Keys of nothing but nulls, a byte for each column, may be
+// there many times.
 std::optional<RowId> FirstDuplicate(const EntryList& sorted, std::size_t columns) {
   std::optional<RowId> first;
   for (std::size_t i = 0; i < sorted.Count(); ++i) {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/pages/DataPage.h"
 
 #include "platform/jet/values/Codec.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/pages/FreePages.h"
 
 #include "platform/jet/pages/RowPage.h"
@@ -61,7 +62,7 @@ void FreePages::Add(std::uint32_t page) {
   if (!map_.AddCovered(page)) throw DamageAt(kFreePagesPage, "de kaart van vrije pagina's reikt niet tot elke pagina");
 }
 
-/// Gives the map a bit for `page`. Every page of which it says something keeps what it said.
+// Gives the map a bit for `page`. Every page of which it says something keeps what it said.
 void FreePages::Reach(std::uint32_t page) {
   const MapLayout layout = map_.Layout();
   if (!layout.IsInline()) return AddBitmapPage(page / MapLayout::kPagesPerBitmapPage, {});
@@ -76,15 +77,15 @@ void FreePages::Reach(std::uint32_t page) {
   if (!Lengthen(before, first, std::max(run.End(), page + 1))) UseBitmapPages(before);
 }
 
-/// What an inline map said of a page; of one it had no bit for: it is free when it does not exist yet.
+// What an inline map said of a page; of one it had no bit for: it is free when it does not exist yet.
 bool FreePages::WasFree(const Window& before, std::uint32_t page) {
   if (page < before.first || page - before.first >= 8 * before.bits.size()) return page >= pages_.PageCount();
   const std::uint32_t bit = page - before.first;
   return (before.bits[bit / 8] >> (bit % 8) & 1) != 0;
 }
 
-/// A bitmap of the pages from `first` to before `end` in the row, which becomes as long as the original engine makes
-/// it. False when the page has no room for it.
+// A bitmap of the pages from `first` to before `end` in the row, which becomes as long as the original engine makes
+// it. False when the page has no room for it.
 bool FreePages::Lengthen(const Window& before, std::uint32_t first, std::uint32_t end) {
   const std::size_t bytes = ((end - first + 7) / 8 + 3) / 4 * 4;
   RowPage page(pages_, kFreePagesPage, kMapPageOwner);
@@ -98,7 +99,7 @@ bool FreePages::Lengthen(const Window& before, std::uint32_t first, std::uint32_
   return true;
 }
 
-/// From a bitmap in the row to bitmap pages for all pages of the file.
+// From a bitmap in the row to bitmap pages for all pages of the file.
 void FreePages::UseBitmapPages(const Window& before) {
   Bytes row(MapLayout::kFreshBytes);
   row[0] = MapLayout::kReference;
@@ -117,7 +118,7 @@ void FreePages::UseBitmapPages(const Window& before) {
   }
 }
 
-/// A bitmap page at the end of the file, which is itself in use.
+// A bitmap page at the end of the file, which is itself in use.
 void FreePages::AddBitmapPage(std::size_t entry, const Window& before) {
   const auto place = map_.Layout().PlaceOfEntry(entry);
   if (!place) throw DamageAt(kFreePagesPage, "de kaart van vrije pagina's heeft geen plaats meer");

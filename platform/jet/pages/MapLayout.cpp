@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/pages/MapLayout.h"
 
 #include "platform/jet/pages/DataPage.h"

@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/pages/PageSpace.h"
 
 #include "platform/jet/pages/FreePages.h"
-#include "platform/jet/pages/MapRow.h"
+#include "platform/jet/pages/UsageMapEditor.h"
 #include "platform/jet/values/Damage.h"
 
 namespace jet {
@@ -20,7 +21,7 @@ std::uint32_t PageSpace::TakeLowest() {
   if (pages_.IsWronglyFree(page)) throw DamageAt(page, "is in gebruik, maar staat als vrij te boek");
   // Whoever emptied an index page may have left it in the index's map: from now on it belongs to something else.
   for (const RowId map : pages_.IndexMapsThatKept(page))
-    MapRow(pages_, map).Remove(page);
+    UsageMapEditor(pages_, map).Remove(page);
   free.Remove(page);
   return page;
 }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/pages/Rc4.h"
 
 #include <numeric>

@@ -1,5 +1,6 @@
-/// The RC4 stream with which the header is masked and the pages of an encoded file are encoded. Applying it twice gives
-/// the original back.
+// SPDX-License-Identifier: MIT
+// The RC4 stream with which the header is masked and the pages of an encoded file are encoded. Applying it twice gives
+// the original back.
 #pragma once
 
 #include "platform/jet/values/Bytes.h"

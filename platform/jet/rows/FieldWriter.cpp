@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/rows/FieldWriter.h"
 
 #include "platform/jet/rows/LongValue.h"
@@ -11,11 +12,11 @@ namespace jet {
 
 namespace {
 
-[[noreturn]] void RefuseKind(const ColumnDef& column) {
+[[noreturn]] void RefuseKind(const StoredColumn& column) {
   throw Error(ErrorCode::Misuse, "De waarde is niet van de soort van " + FieldName(column) + ".");
 }
 
-Bytes BytesOf(const ColumnDef& column, const Value& value) {
+Bytes BytesOf(const StoredColumn& column, const Value& value) {
   if (column.Type() == ColumnType::Ole) {
     if (const Bytes* bytes = std::get_if<Bytes>(&value)) return *bytes;
   } else if (const std::u16string* text = std::get_if<std::u16string>(&value)) {
@@ -26,14 +27,14 @@ Bytes BytesOf(const ColumnDef& column, const Value& value) {
 
 }  // namespace
 
-FieldWriter::FieldWriter(Transaction& pages, PageSpace& space, const TableDef& table)
+FieldWriter::FieldWriter(Transaction& pages, PageSpace& space, const StoredTable& table)
     : pages_(pages), space_(space), table_(table), builder_(table), longValues_(table.columns.size()) {
-  const auto isLong = [](const ColumnDef& column) { return column.IsLong(); };
+  const auto isLong = [](const StoredColumn& column) { return column.IsLong(); };
   anyLong_ = std::any_of(table.columns.begin(), table.columns.end(), isLong);
 }
 
 void FieldWriter::Encode(std::size_t column, const Value& value, Field& field) const {
-  const ColumnDef& def = table_.columns[column];
+  const StoredColumn& def = table_.columns[column];
   field.bit = !IsNull(value);
   field.stored.clear();
   if (!field.bit) return;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/rows/LongValue.h"
 
 #include "platform/jet/pages/DataPage.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/rows/LongValueCopy.h"
 
 #include "platform/jet/values/Codec.h"
@@ -12,7 +13,7 @@ constexpr std::uint32_t kEmptyInline = 0x80000000;
 
 }  // namespace
 
-LongValueCopy::LongValueCopy(PageSource& source, Transaction& target, PageSpace& space, const ColumnDef& column)
+LongValueCopy::LongValueCopy(PageSource& source, Transaction& target, PageSpace& space, const StoredColumn& column)
     : source_(source), target_(target), space_(space), owned_(column.ownedMap) {
   if (column.ownedMap != 0 && column.freeMap != 0)
     rows_.emplace(target, space, kLongValueOwner, column.ownedMap, column.freeMap);
@@ -23,7 +24,7 @@ RowId LongValueCopy::Put(ByteView row, bool alone) {
   if (alone || page_ == 0 || RowPage::RoomForNew(*target_.Read(page_)) < row.size()) {
     page_ = space_.Allocate();
     RowPage::Format(target_.Change(page_), kLongValueOwner);
-    if (owned_ != 0) MapRow(target_, owned_).Add(space_, page_);
+    if (owned_ != 0) UsageMapEditor(target_, owned_).Add(space_, page_);
   }
   const RowId place = MakeRowId(page_, RowPage::Add(target_.Change(page_), row, SlotKind::Row));
   if (alone) page_ = 0;

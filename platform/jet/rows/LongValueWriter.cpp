@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/rows/LongValueWriter.h"
 
 #include "platform/jet/values/Codec.h"
@@ -22,14 +23,14 @@ Bytes Head(std::size_t length, std::uint32_t flag, RowId where) {
   return head;
 }
 
-const ColumnDef& WithMaps(const ColumnDef& column) {
+const StoredColumn& WithMaps(const StoredColumn& column) {
   if (column.ownedMap != 0 && column.freeMap != 0) return column;
   throw Error(ErrorCode::Unsupported, "In veld '" + ToUtf8(column.name) + "' kan niet worden geschreven.");
 }
 
 }  // namespace
 
-LongValueWriter::LongValueWriter(Transaction& pages, PageSpace& space, const ColumnDef& column)
+LongValueWriter::LongValueWriter(Transaction& pages, PageSpace& space, const StoredColumn& column)
     : pages_(pages), rows_(pages, space, kLongValueOwner, WithMaps(column).ownedMap, column.freeMap) {}
 
 Bytes LongValueWriter::Write(ByteView value, bool mayInline) {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/rows/RowBuilder.h"
 
 #include "platform/jet/pages/RowPage.h"
@@ -19,7 +20,7 @@ namespace {
 __extension__ using Magnitude = unsigned __int128;
 
 template <typename T>
-const T& Held(const ColumnDef& column, const Value& value) {
+const T& Held(const StoredColumn& column, const Value& value) {
   if (const T* held = std::get_if<T>(&value)) return *held;
   throw Error(ErrorCode::Misuse, "De waarde is niet van de soort van " + FieldName(column) + ".");
 }
@@ -32,7 +33,7 @@ void Append(Number number, Bytes& out) {
 }
 
 template <typename Number>
-void AppendWhole(const ColumnDef& column, const Value& value, Bytes& out) {
+void AppendWhole(const StoredColumn& column, const Value& value, Bytes& out) {
   const std::int64_t number = Held<std::int64_t>(column, value);
   if (number < std::numeric_limits<Number>::min() || number > std::numeric_limits<Number>::max()) {
     throw Error(ErrorCode::OutOfRange,
@@ -41,7 +42,7 @@ void AppendWhole(const ColumnDef& column, const Value& value, Bytes& out) {
   Append(static_cast<Number>(number), out);
 }
 
-double Finite(const ColumnDef& column, const Value& value, double most) {
+double Finite(const StoredColumn& column, const Value& value, double most) {
   const double number = Held<double>(column, value);
   if (!std::isfinite(number) || std::abs(number) > most) {
     throw Error(ErrorCode::OutOfRange, "Het getal past niet in " + FieldName(column) + ".");
@@ -49,7 +50,7 @@ double Finite(const ColumnDef& column, const Value& value, double most) {
   return number;
 }
 
-void AppendDecimal(const ColumnDef& column, const Decimal& given, Bytes& out) {
+void AppendDecimal(const StoredColumn& column, const Decimal& given, Bytes& out) {
   const Decimal number = Rescaled(column, given);
   out.push_back(number.negative ? 0x80 : 0);
   Append(static_cast<std::uint32_t>(number.high >> 32), out);
@@ -58,13 +59,13 @@ void AppendDecimal(const ColumnDef& column, const Decimal& given, Bytes& out) {
   Append(static_cast<std::uint32_t>(number.low), out);
 }
 
-void CheckLength(const ColumnDef& column, std::size_t length, std::size_t most, const char* unit) {
+void CheckLength(const StoredColumn& column, std::size_t length, std::size_t most, const char* unit) {
   if (length <= most) return;
   throw Error(ErrorCode::TooLong, "De waarde is te lang voor " + FieldName(column) + ": " + std::to_string(length) +
                                       ' ' + unit + ", er passen er " + std::to_string(most) + ".");
 }
 
-void AppendTextValue(const ColumnDef& column, const std::u16string& text, Bytes& out) {
+void AppendTextValue(const StoredColumn& column, const std::u16string& text, Bytes& out) {
   CheckLength(column, text.size(), column.length / 2, "tekens");
   if (!column.IsFixed()) return AppendText(text, column.MayCompress(), out);
   const std::size_t end = out.size() + column.length;
@@ -73,28 +74,28 @@ void AppendTextValue(const ColumnDef& column, const std::u16string& text, Bytes&
     out.insert(out.end(), {' ', 0});
 }
 
-std::size_t FixedBytes(const ColumnDef& column) {
+std::size_t FixedBytes(const StoredColumn& column) {
   const std::size_t typeSize = TypeSize(column.Type());
   return typeSize != 0 ? typeSize : column.length;
 }
 
-std::size_t FixedSize(const TableDef& table) {
+std::size_t FixedSize(const StoredTable& table) {
   std::size_t size = 0;
-  for (const ColumnDef& column : table.columns) {
+  for (const StoredColumn& column : table.columns) {
     if (!column.IsFixed() || column.Type() == ColumnType::Boolean) continue;
     size = std::max(size, std::size_t{column.fixedOffset} + FixedBytes(column));
   }
   return size;
 }
 
-[[noreturn]] void ThrowOverlap(const ColumnDef& column) {
+[[noreturn]] void ThrowOverlap(const StoredColumn& column) {
   throw Damage(FieldName(column) + " heeft in de tabeldefinitie geen eigen plaats");
 }
 
-/// In a sound definition no field lies where another does: writing one would change the other.
-void CheckFixedPlaces(const TableDef& table) {
+// In a sound definition no field lies where another does: writing one would change the other.
+void CheckFixedPlaces(const StoredTable& table) {
   std::vector<bool> taken;
-  for (const ColumnDef& column : table.columns) {
+  for (const StoredColumn& column : table.columns) {
     if (!column.IsFixed() || column.Type() == ColumnType::Boolean) continue;
     if (column.IsLong()) ThrowOverlap(column);
     const std::size_t end = column.fixedOffset + FixedBytes(column);
@@ -108,11 +109,11 @@ void CheckFixedPlaces(const TableDef& table) {
 
 }  // namespace
 
-std::string FieldName(const ColumnDef& column) {
+std::string FieldName(const StoredColumn& column) {
   return "veld '" + ToUtf8(column.name) + "'";
 }
 
-Decimal Rescaled(const ColumnDef& column, const Decimal& number) {
+Decimal Rescaled(const StoredColumn& column, const Decimal& number) {
   constexpr std::uint64_t kTen = 10;
   const Error tooLarge(ErrorCode::OutOfRange, "Het getal past niet in " + FieldName(column) + ".");
   Magnitude magnitude = static_cast<Magnitude>(number.high) << 64 | number.low;
@@ -132,7 +133,7 @@ Decimal Rescaled(const ColumnDef& column, const Decimal& number) {
           static_cast<std::uint64_t>(magnitude)};
 }
 
-void EncodeValue(const ColumnDef& column, const Value& value, Bytes& out) {
+void EncodeValue(const StoredColumn& column, const Value& value, Bytes& out) {
   switch (column.Type()) {
     case ColumnType::Byte:
       return AppendWhole<std::uint8_t>(column, value, out);
@@ -167,13 +168,13 @@ void EncodeValue(const ColumnDef& column, const Value& value, Bytes& out) {
   }
 }
 
-RowBuilder::RowBuilder(const TableDef& table)
+RowBuilder::RowBuilder(const StoredTable& table)
     : table_(table),
       fixedSize_(FixedSize(table)),
       byVariableIndex_(table.variableColumns, kNone),
       mask_((table.maxColumns + 7U) / 8) {
   for (std::size_t i = 0; i < table.columns.size(); ++i) {
-    const ColumnDef& column = table.columns[i];
+    const StoredColumn& column = table.columns[i];
     if (column.IsFixed() || column.Type() == ColumnType::Boolean) continue;
     std::size_t& place = byVariableIndex_[column.variableIndex];
     if (place != kNone) ThrowOverlap(column);
@@ -187,7 +188,7 @@ const Bytes& RowBuilder::Build(const std::vector<Field>& fields) {
   Store(row_.data(), table_.maxColumns);
   std::fill(mask_.begin(), mask_.end(), std::uint8_t{0});
   for (std::size_t i = 0; i < fields.size(); ++i) {
-    const ColumnDef& column = table_.columns[i];
+    const StoredColumn& column = table_.columns[i];
     if (fields[i].bit) mask_[column.number / 8] |= static_cast<std::uint8_t>(1U << (column.number % 8));
     if (!column.IsFixed() || fields[i].stored.empty()) continue;
     if (column.fixedOffset + fields[i].stored.size() > fixedSize_) ThrowOverlap(column);
@@ -202,8 +203,8 @@ const Bytes& RowBuilder::Build(const std::vector<Field>& fields) {
   return row_;
 }
 
-/// The variable values in the order of their indexes, and then where each ends and begins. The indexes of deleted
-/// columns get nothing.
+// The variable values in the order of their indexes, and then where each ends and begins. The indexes of deleted
+// columns get nothing.
 void RowBuilder::AppendVariables(const std::vector<Field>& fields) {
   starts_.clear();
   for (const std::size_t place : byVariableIndex_) {

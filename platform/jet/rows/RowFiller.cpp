@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/rows/RowFiller.h"
 
 #include "platform/jet/pages/RowPage.h"
@@ -24,7 +25,7 @@ void RowFiller::NextPage() {
 void RowFiller::Finish() {
   if (number_ == 0) return;
   pages_.Change(number_) = page_;
-  if (RowPage::RoomForNew(page_) >= RowPage::kHardlyAnyRoom) free_.Add(space_, number_);
+  if (RowPage::RoomForNew(page_) >= RowPage::kMinUsableBytes) free_.Add(space_, number_);
 }
 
 }  // namespace jet

@@ -1,21 +1,23 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/jet/pages/MapRow.h"
 #include "platform/jet/pages/PageSpace.h"
 #include "platform/jet/pages/RowId.h"
 #include "platform/jet/pages/Transaction.h"
+#include "platform/jet/pages/UsageMapEditor.h"
 
 #include <cstdint>
 
 namespace jet {
 
-/// Puts many rows on new data pages, one page after the other, each written once.
+// Puts many rows on new data pages, one page after the other, each written once.
 class RowFiller {
  public:
-  RowFiller(Transaction& pages, PageSpace& space, std::uint32_t owner, const MapRow& owned, const MapRow& free)
+  RowFiller(Transaction& pages, PageSpace& space, std::uint32_t owner, const UsageMapEditor& owned,
+            const UsageMapEditor& free)
       : pages_(pages), space_(space), owner_(owner), owned_(owned), free_(free) {}
 
-  /// Puts a row behind the one before; answers where, which is always higher. It can be read after Finish.
+  // Puts a row behind the one before; answers where, which is always higher. It can be read after Finish.
   RowId Add(ByteView row);
   void Finish();
 
@@ -25,9 +27,9 @@ class RowFiller {
   Transaction& pages_;
   PageSpace& space_;
   std::uint32_t owner_;
-  MapRow owned_;
-  MapRow free_;
-  std::uint32_t number_ = 0;  ///< of the page being filled; 0 before the first row
+  UsageMapEditor owned_;
+  UsageMapEditor free_;
+  std::uint32_t number_ = 0;  // of the page being filled; 0 before the first row
   PageBytes page_{};
 };
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/rows/RowLayout.h"
 
 #include "platform/jet/values/Names.h"
@@ -8,7 +9,7 @@ namespace jet {
 
 namespace {
 
-bool IsSameColumn(const ColumnDef& left, const ColumnDef& right) {
+bool IsSameColumn(const StoredColumn& left, const StoredColumn& right) {
   const bool isSameKind = left.rawType == right.rawType && left.length == right.length &&
                           left.IsFixed() == right.IsFixed() && left.MayCompress() == right.MayCompress() &&
                           left.precision == right.precision && left.scale == right.scale;
@@ -19,7 +20,7 @@ bool IsSameColumn(const ColumnDef& left, const ColumnDef& right) {
 
 }  // namespace
 
-bool HaveSameRows(const TableDef& left, const TableDef& right) {
+bool HaveSameRows(const StoredTable& left, const StoredTable& right) {
   return left.maxColumns == right.maxColumns && left.variableColumns == right.variableColumns &&
          std::ranges::equal(left.columns, right.columns, IsSameColumn);
 }

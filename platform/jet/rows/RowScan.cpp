@@ -1,10 +1,11 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/rows/RowScan.h"
 
 #include "platform/jet/pages/UsageMap.h"
 
 namespace jet {
 
-RowScan::RowScan(PageSource& pages, const TableDef& table)
+RowScan::RowScan(PageSource& pages, const StoredTable& table)
     : pages_(pages), owner_(table.page), owned_(UsageMap::Read(pages, table.ownedMap).Members()) {}
 
 bool RowScan::Next() {

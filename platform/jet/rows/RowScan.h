@@ -1,25 +1,26 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "platform/jet/pages/DataPage.h"
-#include "platform/jet/rows/TableDef.h"
+#include "platform/jet/rows/StoredTable.h"
 
 #include <optional>
 #include <vector>
 
 namespace jet {
 
-/// Walks the rows of a table in the order of their first places. Moved rows come once, where they were first put.
-///
-/// Damage throws, naming the page; the call after that goes on behind the damaged place.
+// Walks the rows of a table in the order of their first places. Moved rows come once, where they were first put.
+//
+// Damage throws, naming the page; the call after that goes on behind the damaged place.
 class RowScan {
  public:
-  /// `pages` and `table` must outlive the scan.
-  RowScan(PageSource& pages, const TableDef& table);
+  // `pages` and `table` must outlive the scan.
+  RowScan(PageSource& pages, const StoredTable& table);
 
-  /// Goes to the next row; false behind the last.
+  // Goes to the next row; false behind the last.
   bool Next();
   RowId Id() const { return MakeRowId(page_->Number(), slot_ - 1); }
-  /// The row's bytes; alive until the next call of Next.
+  // The row's bytes; alive until the next call of Next.
   ByteView Row() const { return row_; }
 
  private:

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/rows/RowSpace.h"
 
 #include "platform/jet/values/Damage.h"
@@ -27,7 +28,7 @@ RowPage& RowSpace::PageWithRoom(std::size_t bytes) {
     if (!owned_.Contains(*number)) throw DamageAt(*number, "heeft vrije ruimte, maar geen eigenaar");
     const std::size_t room = last_.emplace(pages_, *number, owner_).RoomForNew();
     if (room >= bytes) return *last_;
-    if (room < RowPage::kHardlyAnyRoom) free_.Remove(*number);
+    if (room < RowPage::kMinUsableBytes) free_.Remove(*number);
     number = free_.HighestBelow(*number);
   }
   return last_.emplace(NewPage(true));

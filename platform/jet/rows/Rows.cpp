@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/rows/Rows.h"
 
 #include "platform/jet/rows/LongValue.h"
@@ -26,7 +27,7 @@ Decimal LoadDecimal(const std::uint8_t* at, std::uint8_t scale) {
   return {at[0] == kNegative, scale, word(0) << 32 | word(1), word(2) << 32 | word(3)};
 }
 
-void DecodeNumber(const ColumnDef& column, const std::uint8_t* at, Value& out) {
+void DecodeNumber(const StoredColumn& column, const std::uint8_t* at, Value& out) {
   switch (column.Type()) {
     case ColumnType::Byte:
       out = std::int64_t{at[0]};
@@ -78,7 +79,7 @@ std::size_t TypeSize(ColumnType type) {
   }
 }
 
-RowView::RowView(ByteView row, const TableDef& table) : row_(row), columns_(U16(row, 0)) {
+RowView::RowView(ByteView row, const StoredTable& table) : row_(row), columns_(U16(row, 0)) {
   const std::size_t maskBytes = (columns_ + 7) / 8;
   if (row.size() < 2 + maskBytes) throw Damage("de rij is te kort");
   maskAt_ = row.size() - maskBytes;
@@ -90,11 +91,11 @@ RowView::RowView(ByteView row, const TableDef& table) : row_(row), columns_(U16(
   valuesEnd_ = maskAt_ - 4 - 2 * variables_;
 }
 
-ByteView RowView::BytesOf(const ColumnDef& column) const {
+ByteView RowView::BytesOf(const StoredColumn& column) const {
   return column.IsFixed() ? FixedBytes(column) : VariableBytes(column.variableIndex);
 }
 
-ByteView RowView::FixedBytes(const ColumnDef& column) const {
+ByteView RowView::FixedBytes(const StoredColumn& column) const {
   const std::size_t typeSize = TypeSize(column.Type());
   const std::size_t size = typeSize != 0 ? typeSize : column.length;
   const std::size_t start = 2 + std::size_t{column.fixedOffset};
@@ -111,7 +112,7 @@ ByteView RowView::VariableBytes(unsigned index) const {
   return row_.subspan(start, end - start);
 }
 
-void DecodeValue(const ColumnDef& column, ByteView stored, Value& out) {
+void DecodeValue(const StoredColumn& column, ByteView stored, Value& out) {
   const std::size_t size = TypeSize(column.Type());
   if (size != 0) {
     if (stored.size() < size) throw Damage("veld '" + ToUtf8(column.name) + "' is te kort");
@@ -123,7 +124,7 @@ void DecodeValue(const ColumnDef& column, ByteView stored, Value& out) {
   }
 }
 
-void ReadField(PageSource& pages, const RowView& row, const ColumnDef& column, Value& out, LongValueBudget* budget) {
+void ReadField(PageSource& pages, const RowView& row, const StoredColumn& column, Value& out, LongValueBudget* budget) {
   const bool bit = row.Bit(column);
   if (column.Type() == ColumnType::Boolean) {
     out = bit;

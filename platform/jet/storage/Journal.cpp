@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/storage/Journal.h"
 
 #include "platform/jet/values/Error.h"
@@ -11,7 +12,7 @@
 namespace jet {
 namespace {
 
-/// Who may not write the database itself must not do so through a journal.
+// Who may not write the database itself must not do so through a journal.
 bool MayWrite(const files::FileStatus& journal, const files::FileStatus& database) {
   constexpr unsigned kGroupMayWrite = 020;
   constexpr unsigned kAllMayWrite = 02;
@@ -20,7 +21,7 @@ bool MayWrite(const files::FileStatus& journal, const files::FileStatus& databas
   return (database.permissions & kAllMayWrite) != 0;
 }
 
-/// Whether the database is not what the journal's change can have left.
+// Whether the database is not what the journal's change can have left.
 bool WroteByOthers(File& database, JournalReader& journal) {
   const std::uint64_t length = database.Size();
   if (length > journal.NewLength() || length < journal.OldLength()) return true;

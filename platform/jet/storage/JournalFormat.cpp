@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/storage/JournalFormat.h"
 
 #include "platform/jet/values/Codec.h"
@@ -8,7 +9,7 @@
 namespace jet::journal {
 namespace {
 
-/// Every step can be undone, so that no single changed word goes unseen.
+// Every step can be undone, so that no single changed word goes unseen.
 std::uint64_t Sum(std::uint64_t sum, std::uint64_t word) {
   constexpr std::uint64_t kFactor = 0xFF51AFD7ED558CCD;  // odd
   sum = (sum ^ word) * kFactor;

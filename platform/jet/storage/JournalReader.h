@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "platform/jet/pages/Files.h"
@@ -8,31 +9,31 @@
 
 namespace jet {
 
-/// A journal as found beside a database, read one record at a time: its size costs no memory.
+// A journal as found beside a database, read one record at a time: its size costs no memory.
 class JournalReader {
  public:
   enum class Kind {
-    Unfinished,  ///< its writing was not finished, so the database is untouched
-    Strange,     ///< nothing that a writer of this program leaves
-    Sound,       ///< whole, with page 0 in it, each old page as its checksums say, and possible lengths
+    Unfinished,  // its writing was not finished, so the database is untouched
+    Strange,     // nothing that a writer of this program leaves
+    Sound,       // whole, with page 0 in it, each old page as its checksums say, and possible lengths
   };
 
-  /// Reads all of it. `file` must outlive this.
+  // Reads all of it. `file` must outlive this.
   explicit JournalReader(File& file);
 
   Kind What() const { return kind_; }
-  /// The rest holds for a sound one.
+  // The rest holds for a sound one.
   std::uint64_t OldLength() const { return oldLength_; }
-  /// Bytes of the database in between: from OldLength to NewLength while the change was made.
+  // Bytes of the database in between: from OldLength to NewLength while the change was made.
   std::uint64_t NewLength() const { return newLength_; }
 
   std::size_t Count() const { return count_; }
-  /// One record, until the next is asked for.
+  // One record, until the next is asked for.
   struct Record {
     std::uint32_t page = 0;
-    ByteView image;  ///< the page before
+    ByteView image;  // the page before
     ByteView bytes;
-    /// Whether the sector of the page had this checksum before or after.
+    // Whether the sector of the page had this checksum before or after.
     bool KnowsSector(std::size_t sector, std::uint64_t sum) const;
   };
   Record Read(std::size_t i);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/storage/Lock.h"
 
 #include "platform/jet/storage/LockFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/storage/LockFile.h"
 
 #include "platform/jet/values/Error.h"
@@ -31,13 +32,13 @@ std::string NameIn(ByteView entry, std::size_t at) {
   return name;
 }
 
-/// A name of at least one character, or none, and its end.
+// A name of at least one character, or none, and its end.
 bool IsName(ByteView half) {
   const auto end = std::find_if(half.begin(), half.end(), [](std::uint8_t byte) { return byte < 0x20; });
   return end != half.end() && *end == 0;
 }
 
-/// Before anything is written: the file may be somebody's own.
+// Before anything is written: the file may be somebody's own.
 void CheckIsLockFile(File& file) {
   constexpr std::size_t kLargest = LockFile::kMostUsers * kLockEntryBytes;
   Bytes content(std::min<std::uint64_t>(file.Size(), kLargest + 1));
@@ -113,7 +114,7 @@ bool LockFile::Enter() {
   return true;
 }
 
-/// Null when it was made or removed by another program meanwhile.
+// Null when it was made or removed by another program meanwhile.
 std::unique_ptr<File> LockFile::OpenOrCreate() {
   constexpr unsigned kOnlyMine = 0600;
   auto file = files_.OpenIfThere(path_, {.mode = OpenMode::Write, .followLink = false});

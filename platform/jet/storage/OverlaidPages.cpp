@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/storage/OverlaidPages.h"
 
 namespace jet {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "platform/jet/pages/Pages.h"
@@ -9,7 +10,7 @@
 
 namespace jet {
 
-/// The pages before a change that was not finished, laid over a file that cannot be written. `pages` must outlive it.
+// The pages before a change that was not finished, laid over a file that cannot be written. `pages` must outlive it.
 class OverlaidPages final : public PageSource {
  public:
   OverlaidPages(Pages& pages, std::unique_ptr<JournalImages> images) : pages_(pages), images_(std::move(images)) {}
@@ -19,7 +20,7 @@ class OverlaidPages final : public PageSource {
  private:
   Pages& pages_;
   std::unique_ptr<JournalImages> images_;
-  std::map<std::uint32_t, PageRef> kept_;  ///< some of the images, decoded
+  std::map<std::uint32_t, PageRef> kept_;  // some of the images, decoded
 };
 
 }  // namespace jet

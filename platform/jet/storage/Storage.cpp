@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/storage/Storage.h"
 
 #include "platform/jet/storage/OverlaidPages.h"
@@ -64,7 +65,7 @@ void Storage::OpenFile() {
   if (!readOnly_) lockFile_ = std::make_unique<LockFile>(files_, path_, *file_);
 }
 
-/// Whether the path leads to another file than the one that is open.
+// Whether the path leads to another file than the one that is open.
 bool Storage::IsReplaced() {
   const auto named = files_.Identity(path_);
   if (named && *named != status_.identity) return true;
@@ -119,7 +120,7 @@ void Storage::EndRead() noexcept {
   }
 }
 
-/// False when the file was replaced meanwhile, and the journal is that of the new one.
+// False when the file was replaced meanwhile, and the journal is that of the new one.
 bool Storage::RecoverOrOverlay() {
   if (!readOnly_) {
     try {

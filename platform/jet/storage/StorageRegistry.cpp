@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/storage/StorageRegistry.h"
 
 #include "platform/jet/storage/Storage.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The writing side of Storage.
 #include "platform/jet/storage/OverlaidPages.h"
 #include "platform/jet/storage/Storage.h"
@@ -20,7 +21,7 @@ constexpr std::uint16_t kFirstCommitCount = 0x0100;  // a word below is said to 
 
 }  // namespace
 
-/// The turn on the file that is open, which need not be the one that is there by then.
+// The turn on the file that is open, which need not be the one that is there by then.
 void Storage::Reserve() {
   // Who already reads cannot wait: the writer may be waiting for this very reader.
   const bool reserved = readers_ > 0 ? lock_->TryReserve() : Wait([this] { return lock_->TryReserveInTurn(); });
@@ -29,7 +30,7 @@ void Storage::Reserve() {
   if (lockFile_ != nullptr && lockFile_->Number() != 0) lock_->MarkWriter(lockFile_->Number());
 }
 
-/// The turn on the file that is there, and its pages as they are now.
+// The turn on the file that is there, and its pages as they are now.
 void Storage::ReserveFile() {
   for (;;) {
     Reserve();

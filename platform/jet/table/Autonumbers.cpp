@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/table/Autonumbers.h"
 
 #include <random>
@@ -19,7 +20,7 @@ Guid RandomGuid() {
 
 }  // namespace
 
-Autonumbers::Autonumbers(const TableDef& table, Counters& counters, TableIndexes& indexes)
+Autonumbers::Autonumbers(const StoredTable& table, Counters& counters, TableIndexes& indexes)
     : table_(table), counters_(counters), indexes_(indexes) {
   for (std::size_t i = 0; i < table.columns.size(); ++i) {
     if (table.columns[i].IsAutonumber()) columns_.push_back(i);
@@ -37,7 +38,7 @@ void Autonumbers::Fill(std::vector<Value>& values) {
   }
 }
 
-/// The stored last number can be too low in real files: then the largest number that is there counts.
+// The stored last number can be too low in real files: then the largest number that is there counts.
 std::int64_t Autonumbers::Next(std::size_t column) {
   const std::int64_t next = std::int64_t{counters_.LastAutonumber()} + 1;
   const auto largest = indexes_.LargestIfTaken(column, next);

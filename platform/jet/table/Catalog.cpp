@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/table/Catalog.h"
 
 #include "platform/jet/rows/RowScan.h"
@@ -19,15 +20,15 @@ constexpr std::uint16_t kType = 3;
 constexpr std::uint16_t kFlags = 7;
 constexpr std::uint16_t kProperties = 14;
 
-const ColumnDef& RequireColumn(const TableDef& objects, std::uint16_t number, ColumnType type) {
-  const ColumnDef* column = objects.ColumnByNumber(number);
+const StoredColumn& RequireColumn(const StoredTable& objects, std::uint16_t number, ColumnType type) {
+  const StoredColumn* column = objects.ColumnByNumber(number);
   if (column == nullptr || column->Type() != type) throw Damage("de catalogus (MSysObjects) mist een kolom");
   return *column;
 }
 
 class EntryReader {
  public:
-  EntryReader(PageSource& pages, const TableDef& objects)
+  EntryReader(PageSource& pages, const StoredTable& objects)
       : pages_(pages),
         objects_(objects),
         id_(RequireColumn(objects, kId, ColumnType::Long)),
@@ -53,7 +54,7 @@ class EntryReader {
   }
 
  private:
-  std::int64_t Number(const RowView& row, const ColumnDef& column) const {
+  std::int64_t Number(const RowView& row, const StoredColumn& column) const {
     Value value;
     ReadField(pages_, row, column, value);
     const auto* number = std::get_if<std::int64_t>(&value);
@@ -61,19 +62,19 @@ class EntryReader {
   }
 
   PageSource& pages_;
-  const TableDef& objects_;
-  const ColumnDef& id_;
-  const ColumnDef& parent_;
-  const ColumnDef& name_;
-  const ColumnDef& type_;
-  const ColumnDef& flags_;
+  const StoredTable& objects_;
+  const StoredColumn& id_;
+  const StoredColumn& parent_;
+  const StoredColumn& name_;
+  const StoredColumn& type_;
+  const StoredColumn& flags_;
 };
 
 }  // namespace
 
 Catalog Catalog::Read(PageSource& pages) {
   Catalog catalog;
-  const TableDef objects = ReadTableDef(pages, kObjectsTable);
+  const StoredTable objects = ReadStoredTable(pages, kObjectsTable);
   const EntryReader reader(pages, objects);
   RowScan scan(pages, objects);
   for (bool more = true; more;) {
@@ -96,7 +97,7 @@ const CatalogEntry* Catalog::FindTable(std::u16string_view name) const {
 }
 
 std::optional<Bytes> ReadPropertyBlock(PageSource& pages, RowId catalogRow) {
-  const TableDef objects = ReadTableDef(pages, kObjectsTable);
+  const StoredTable objects = ReadStoredTable(pages, kObjectsTable);
   const auto stored = FindRow(pages, catalogRow, true, kObjectsTable);
   if (!stored) return std::nullopt;
   const RowView row(stored->bytes, objects);

@@ -1,7 +1,8 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/table/Definition.h"
 
 #include "platform/jet/rows/Rows.h"
-#include "platform/jet/rows/TableDef.h"
+#include "platform/jet/rows/StoredTable.h"
 #include "platform/jet/table/Properties.h"
 #include "platform/jet/values/Names.h"
 
@@ -11,7 +12,7 @@ namespace jet {
 
 namespace {
 
-ColumnDefinition DescribeColumn(const ColumnDef& def) {
+ColumnDefinition DescribeColumn(const StoredColumn& def) {
   ColumnDefinition column;
   column.name = def.name;
   column.type = def.Type();
@@ -36,16 +37,16 @@ void ApplyProperties(const std::vector<PropertySet>& sets, ColumnDefinition& col
   }
 }
 
-IndexDefinition DescribeIndex(const LogicalIndexDef& def, const RealIndexDef& real, const TableDefinition& table) {
+IndexDefinition DescribeIndex(const LogicalIndexDef& def, const StoredIndex& real, const TableDefinition& table) {
   IndexDefinition index;
   index.name = def.name;
   index.realIndex = def.realIndex;
   index.primary = def.role == LogicalIndexDef::Role::PrimaryKey;
   index.foreign = def.role == LogicalIndexDef::Role::ForeignKey;
-  index.unique = index.primary || (real.flags & RealIndexDef::kUnique) != 0;
-  index.required = index.primary || (real.flags & RealIndexDef::kRequired) != 0;
-  index.ignoreNulls = (real.flags & RealIndexDef::kIgnoreNulls) != 0;
-  for (const RealIndexDef::Field& field : real.fields) {
+  index.unique = index.primary || (real.flags & StoredIndex::kUnique) != 0;
+  index.required = index.primary || (real.flags & StoredIndex::kRequired) != 0;
+  index.ignoreNulls = (real.flags & StoredIndex::kIgnoreNulls) != 0;
+  for (const StoredIndex::Field& field : real.fields) {
     const auto column = std::find_if(table.columns.begin(), table.columns.end(),
                                      [&](const ColumnDefinition& c) { return c.number == field.column; });
     index.fields.push_back({static_cast<std::size_t>(column - table.columns.begin()), !field.ascending});
@@ -70,16 +71,16 @@ std::size_t TableDefinition::FindIndex(std::u16string_view indexName) const {
   return FindByName(indexes, indexName);
 }
 
-TableDefinition Describe(const std::u16string& name, const TableDef& table,
+TableDefinition Describe(const std::u16string& name, const StoredTable& table,
                          const std::vector<PropertySet>& properties) {
   TableDefinition described;
   described.name = name;
-  std::vector<const ColumnDef*> shown;
-  for (const ColumnDef& column : table.columns)
+  std::vector<const StoredColumn*> shown;
+  for (const StoredColumn& column : table.columns)
     shown.push_back(&column);
   std::stable_sort(shown.begin(), shown.end(),
-                   [](const ColumnDef* a, const ColumnDef* b) { return a->display < b->display; });
-  for (const ColumnDef* column : shown) {
+                   [](const StoredColumn* a, const StoredColumn* b) { return a->display < b->display; });
+  for (const StoredColumn* column : shown) {
     described.columns.push_back(DescribeColumn(*column));
     ApplyProperties(properties, described.columns.back());
   }

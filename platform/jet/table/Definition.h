@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "platform/jet/values/Value.h"
@@ -9,55 +10,56 @@
 
 namespace jet {
 
-/// A column as people know it: what the table definition and the properties tell together.
+// A column as people know it: what the table definition and the properties tell together.
 struct ColumnDefinition {
   std::u16string name;
   ColumnType type = ColumnType::Long;
-  std::uint16_t size = 0;      ///< text: characters; binary: bytes; others: the type's size
-  std::uint8_t precision = 0;  ///< decimal
-  std::uint8_t scale = 0;      ///< decimal
+  std::uint16_t size = 0;      // text: characters; binary: bytes; others: the type's size
+  std::uint8_t precision = 0;  // decimal
+  std::uint8_t scale = 0;      // decimal
   bool required = false;
-  bool allowZeroLength = true;    ///< text and memo: an empty text is allowed
-  bool autonumber = false;        ///< Long or GUID
-  bool fixed = false;             ///< lies in the row's fixed area
-  std::u16string defaultValue;    ///< an expression in text form; empty = none
-  std::u16string validationRule;  ///< an expression; empty = none
-  std::uint16_t number = 0;       ///< in the file: see ColumnDef
+  bool allowZeroLength = true;    // text and memo: an empty text is allowed
+  bool autonumber = false;        // Long or GUID
+  bool fixed = false;             // lies in the row's fixed area
+  std::u16string defaultValue;    // an expression in text form; empty = none
+  std::u16string validationRule;  // an expression; empty = none
+  std::uint16_t number = 0;       // in the file: see StoredColumn
 };
 
-/// A named index.
+// A named index.
 struct IndexDefinition {
   struct Field {
-    std::size_t column = 0;  ///< place in TableDefinition::columns
+    std::size_t column = 0;  // place in TableDefinition::columns
     bool descending = false;
   };
   std::u16string name;
   std::vector<Field> fields;
   bool primary = false;
-  bool foreign = false;  ///< one side of a relationship
+  bool foreign = false;  // one side of a relationship
   bool unique = false;
-  bool required = false;      ///< no null in any field
-  bool ignoreNulls = false;   ///< rows with nothing but nulls are not in it
-  std::size_t realIndex = 0;  ///< in the file: which tree; several names may share one
+  bool required = false;      // no null in any field
+  bool ignoreNulls = false;   // rows with nothing but nulls are not in it
+  std::size_t realIndex = 0;  // in the file: which tree; several names may share one
 };
 
-/// A table as people know it.
+// A table as people know it.
 struct TableDefinition {
   static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
   std::u16string name;
-  std::vector<ColumnDefinition> columns;  ///< in the order in which they are shown
-  std::vector<IndexDefinition> indexes;   ///< by name
+  std::vector<ColumnDefinition> columns;  // in the order in which they are shown
+  std::vector<IndexDefinition> indexes;   // by name
 
-  /// Place of the column or index of that name, in any case; kNone when there is none.
+  // Place of the column or index of that name, in any case; kNone when there is none.
   std::size_t FindColumn(std::u16string_view columnName) const;
   std::size_t FindIndex(std::u16string_view indexName) const;
 };
 
-struct TableDef;
+struct StoredTable;
 struct PropertySet;
 
-/// Puts together what a definition page and a property block tell.
-TableDefinition Describe(const std::u16string& name, const TableDef& table, const std::vector<PropertySet>& properties);
+// Puts together what a definition page and a property block tell.
+TableDefinition Describe(const std::u16string& name, const StoredTable& table,
+                         const std::vector<PropertySet>& properties);
 
 }  // namespace jet

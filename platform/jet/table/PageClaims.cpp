@@ -1,8 +1,9 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/table/PageClaims.h"
 
 #include "platform/jet/pages/FreePages.h"
 #include "platform/jet/pages/UsageMap.h"
-#include "platform/jet/rows/TableDef.h"
+#include "platform/jet/rows/StoredTable.h"
 #include "platform/jet/table/Catalog.h"
 #include "platform/jet/values/Damage.h"
 
@@ -12,7 +13,7 @@ namespace jet {
 
 namespace {
 
-/// Which pages the maps and definitions of all tables name.
+// Which pages the maps and definitions of all tables name.
 class Claims {
  public:
   Claims(PageSource& pages, const UsageMap& freePages)
@@ -23,7 +24,7 @@ class Claims {
     const Catalog catalog = Catalog::Read(pages);
     if (!catalog.Damages().empty()) throw Damage(catalog.Damages().front());
     for (const CatalogEntry& entry : catalog.Entries()) {
-      if (entry.IsTable()) AddTable(ReadTableDef(pages, static_cast<std::uint32_t>(entry.id)));
+      if (entry.IsTable()) AddTable(ReadStoredTable(pages, static_cast<std::uint32_t>(entry.id)));
     }
   }
 
@@ -32,22 +33,22 @@ class Claims {
   const std::multimap<std::uint32_t, RowId>& StillInIndexMap() const { return stillInIndexMap_; }
 
  private:
-  void AddTable(const TableDef& table) {
+  void AddTable(const StoredTable& table) {
     for (const std::uint32_t page : table.pages)
       Add(page);
     AddMap(table.ownedMap);
     AddMap(table.freeMap);
-    for (const ColumnDef& column : table.columns) {
+    for (const StoredColumn& column : table.columns) {
       AddMap(column.ownedMap);
       AddMap(column.freeMap);
     }
-    for (const RealIndexDef& index : table.realIndexes) {
+    for (const StoredIndex& index : table.realIndexes) {
       Add(index.root);
       AddMap(index.map, index.root);
     }
   }
 
-  /// `root`: of the index whose map it is; 0 for the other maps.
+  // `root`: of the index whose map it is; 0 for the other maps.
   void AddMap(RowId where, std::uint32_t root = 0) {
     if (where == 0) return;
     const UsageMap map = UsageMap::Read(pages_, where);

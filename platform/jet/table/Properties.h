@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "platform/jet/values/Value.h"
@@ -9,15 +10,15 @@
 
 namespace jet {
 
-/// One named property of a table or column, its value as stored.
+// One named property of a table or column, its value as stored.
 struct Property {
   std::u16string name;
-  std::uint8_t type = 0;  ///< a ColumnType
+  std::uint8_t type = 0;  // a ColumnType
   bool ddl = false;
   Bytes data;
 };
 
-/// The properties of one column, or (empty name) of the table itself.
+// The properties of one column, or (empty name) of the table itself.
 struct PropertySet {
   std::u16string column;
   std::vector<Property> properties;
@@ -27,9 +28,9 @@ struct PropertySet {
   std::u16string TextOf(std::u16string_view name) const;
 };
 
-/// Takes the property block of a catalogue row apart.
+// Takes the property block of a catalogue row apart.
 std::vector<PropertySet> ParseProperties(ByteView block);
-/// The block that ParseProperties reads back.
+// The block that ParseProperties reads back.
 Bytes BuildProperties(const std::vector<PropertySet>& sets);
 
 }  // namespace jet

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/table/Table.h"
 
 #include "platform/jet/index/IndexKey.h"
@@ -8,11 +9,11 @@
 
 namespace jet {
 
-Table::Table(PageSource& pages, TableDef def, TableDefinition definition, std::string context)
+Table::Table(PageSource& pages, StoredTable def, TableDefinition definition, std::string context)
     : pages_(pages), def_(std::move(def)), definition_(std::move(definition)), context_(std::move(context)) {}
 
-std::vector<const ColumnDef*> Table::Choose(const ColumnSet& columns) const {
-  std::vector<const ColumnDef*> chosen;
+std::vector<const StoredColumn*> Table::Choose(const ColumnSet& columns) const {
+  std::vector<const StoredColumn*> chosen;
   for (const std::size_t column : columns) {
     if (column >= definition_.columns.size()) {
       throw Error(ErrorCode::Misuse, "De tabel '" + ToUtf8(definition_.name) + "' heeft niet zoveel velden.");
@@ -36,7 +37,7 @@ RowFetcher Table::Fetcher(const ColumnSet& columns) const& {
   return InContext(context_, [&] { return RowFetcher(pages_, def_, Choose(columns), context_); });
 }
 
-const RealIndexDef& Table::Real(std::size_t index) const {
+const StoredIndex& Table::Real(std::size_t index) const {
   if (index >= definition_.indexes.size()) {
     throw Error(ErrorCode::Misuse, "De tabel '" + ToUtf8(definition_.name) + "' heeft niet zoveel indexen.");
   }
@@ -48,14 +49,13 @@ IndexCursor Table::Cursor(std::size_t index) const {
 }
 
 bool Table::CanLookup(std::size_t index) const {
-  const RealIndexDef& real = Real(index);
-  return std::all_of(real.fields.begin(), real.fields.end(), [&](const RealIndexDef::Field& field) {
-    return CanBuildKeys(*def_.ColumnByNumber(field.column));
-  });
+  const StoredIndex& real = Real(index);
+  return std::all_of(real.fields.begin(), real.fields.end(),
+                     [&](const StoredIndex::Field& field) { return CanBuildKeys(*def_.ColumnByNumber(field.column)); });
 }
 
 KeyCursor Table::Lookup(std::size_t index, std::span<const Value> key) const& {
-  const RealIndexDef& real = Real(index);
+  const StoredIndex& real = Real(index);
   if (key.empty() || key.size() > real.fields.size()) {
     throw Error(ErrorCode::Misuse, "De sleutel past niet bij de index van tabel '" + ToUtf8(definition_.name) + "'.");
   }

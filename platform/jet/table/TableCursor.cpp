@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/table/TableCursor.h"
 
 #include "platform/jet/values/Damage.h"

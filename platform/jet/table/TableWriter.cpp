@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/table/TableWriter.h"
 
 #include "platform/jet/rows/RowLayout.h"
@@ -18,7 +19,7 @@ namespace jet {
 namespace {
 
 template <typename Work>
-auto Naming(const TableDefinition& table, Work work) {
+auto WithTableName(const TableDefinition& table, Work work) {
   try {
     return work();
   } catch (const Error& error) {
@@ -26,23 +27,23 @@ auto Naming(const TableDefinition& table, Work work) {
   }
 }
 
-void CheckColumn(const ColumnDef& column, const ColumnDefinition& definition) {
+void CheckColumn(const StoredColumn& column, const ColumnDefinition& definition) {
   if (!column.KnownType()) throw Error(ErrorCode::Unsupported, FieldName(column) + " is van een onbekende soort.");
   if (definition.validationRule.empty()) return;
   throw Error(ErrorCode::Unsupported, FieldName(column) + " heeft een validatieregel; die wordt niet ondersteund.");
 }
 
-/// The definition, when all that the table asks of a writer is known here.
-TableDefinition Supported(const TableDef& table, TableDefinition definition) {
-  Naming(definition, [&] {
-    for (const ColumnDef& column : table.columns)
+// The definition, when all that the table asks of a writer is known here.
+TableDefinition Supported(const StoredTable& table, TableDefinition definition) {
+  WithTableName(definition, [&] {
+    for (const StoredColumn& column : table.columns)
       CheckColumn(column, definition.columns[definition.FindColumn(column.name)]);
     TableIndexes::RequireKnownOrders(table);
   });
   return definition;
 }
 
-/// Where the bytes of a moved row are; 0 for a row in its first place. Nothing when there is no such row.
+// Where the bytes of a moved row are; 0 for a row in its first place. Nothing when there is no such row.
 std::optional<RowId> TargetOf(PageSource& pages, RowId row) {
   const DataPage page(pages.Read(PageOf(row)), PageOf(row));
   if (SlotOf(row) >= page.SlotCount()) return std::nullopt;
@@ -58,7 +59,7 @@ std::optional<RowId> TargetOf(PageSource& pages, RowId row) {
 
 }  // namespace
 
-TableWriter::TableWriter(Transaction& pages, TableDef def, TableDefinition definition)
+TableWriter::TableWriter(Transaction& pages, StoredTable def, TableDefinition definition)
     : pages_(pages),
       space_(pages),
       def_(std::move(def)),
@@ -67,16 +68,16 @@ TableWriter::TableWriter(Transaction& pages, TableDef def, TableDefinition defin
       counters_(pages, def_),
       indexes_(pages, space_, def_, counters_),
       autonumbers_(def_, counters_, indexes_),
-      relations_(pages, def_),
+      foreignKeys_(pages, def_),
       fieldWriter_(pages, space_, def_),
       newFields_(def_.columns.size()),
       newValues_(def_.columns.size()) {
-  for (const ColumnDef& column : def_.columns) {
+  for (const StoredColumn& column : def_.columns) {
     places_.push_back(definition_.FindColumn(column.name));
     inOrder_ = inOrder_ && places_.back() + 1 == places_.size();
     if (!column.IsAutonumber() && !indexes_.Uses(places_.size() - 1)) continue;
-    knownColumns_.push_back(places_.back());
-    knownPlaces_.push_back(places_.size() - 1);
+    indexedColumns_.push_back(places_.back());
+    indexedPlaces_.push_back(places_.size() - 1);
   }
 }
 
@@ -90,7 +91,7 @@ TableWriter::Values TableWriter::Arrange(const std::vector<Value>& values) const
 
 void TableWriter::Normalise(Values& values) const {
   for (std::size_t i = 0; i < values.size(); ++i) {
-    const ColumnDef& column = def_.columns[i];
+    const StoredColumn& column = def_.columns[i];
     Value& value = values[i];
     if (column.Type() == ColumnType::Boolean && IsNull(value)) value = false;
     if (double* number = std::get_if<double>(&value); number != nullptr && *number == 0) *number = 0;  // not -0
@@ -113,7 +114,7 @@ void TableWriter::CheckValue(std::size_t column, const Value& value) const {
 }
 
 RowId TableWriter::Insert(std::vector<Value>& given) {
-  return Naming(definition_, [&] {
+  return WithTableName(definition_, [&] {
     if (given.size() != places_.size()) throw Error(ErrorCode::Misuse, "Er is niet voor elk veld een waarde.");
     if (inOrder_) return InsertArranged(given);
     Values values = Arrange(given);
@@ -132,7 +133,7 @@ RowId TableWriter::InsertArranged(Values& values) {
     fieldWriter_.Encode(i, values[i], newFields_[i]);
   }
   const TableIndexes::Keys keys = indexes_.KeysOf(values);
-  relations_.CheckNames(values);
+  foreignKeys_.CheckReferences(values);
   fieldWriter_.PutLongValues(values, std::vector<bool>(values.size(), true), newFields_);
   const RowId row = rows_.Add(fieldWriter_.Row(newFields_));
   indexes_.Insert(keys, row);
@@ -142,42 +143,42 @@ RowId TableWriter::InsertArranged(Values& values) {
   return row;
 }
 
-bool TableWriter::TakesRowsOf(const Table& other) const {
+bool TableWriter::CanCopyRowsFrom(const Table& other) const {
   const auto isFree = [](const ColumnDefinition& column) { return !column.required && column.allowZeroLength; };
   const auto isSameName = [](const ColumnDefinition& left, const ColumnDefinition& right) {
     return SameName(left.name, right.name);
   };
-  return relations_.AreNone() && HaveSameRows(def_, other.Def()) &&
+  return foreignKeys_.AreNone() && HaveSameRows(def_, other.Def()) &&
          std::ranges::equal(definition_.columns, other.Definition().columns, isSameName) &&
          std::ranges::all_of(definition_.columns, isFree);
 }
 
-void TableWriter::BeginStored() {
-  Naming(definition_, [&] {
+void TableWriter::BeginCopy() {
+  WithTableName(definition_, [&] {
     storedRows_ = 0;
     if (rows_.IsEmpty() && indexes_.AreEmpty()) filling_.emplace(Filling{rows_.Filler(), {}});
   });
 }
 
-void TableWriter::InsertStored(ByteView row, const std::vector<Value>& known) {
-  Naming(definition_, [&] {
+void TableWriter::CopyRow(ByteView row, const std::vector<Value>& known) {
+  WithTableName(definition_, [&] {
     CheckFields(row);
     for (std::size_t i = 0; i < known.size(); ++i)
-      newValues_[knownPlaces_[i]] = known[i];
+      newValues_[indexedPlaces_[i]] = known[i];
     if (filling_) {
       indexes_.NoteNewEntries(newValues_, filling_->rows.Add(row), filling_->entries);
     } else {
       const TableIndexes::Keys keys = indexes_.KeysOf(newValues_);
       indexes_.Insert(keys, rows_.Add(row));
     }
-    for (const std::size_t place : knownPlaces_)
+    for (const std::size_t place : indexedPlaces_)
       autonumbers_.Note(place, newValues_[place]);
     ++storedRows_;
   });
 }
 
-void TableWriter::EndStored() {
-  Naming(definition_, [&] {
+void TableWriter::EndCopy() {
+  WithTableName(definition_, [&] {
     if (filling_) {
       filling_->rows.Finish();
       indexes_.Fill(filling_->entries);
@@ -187,25 +188,25 @@ void TableWriter::EndStored() {
   });
 }
 
-/// Damage of another file must not come in: every field has to lie within the row.
+// Damage of another file must not come in: every field has to lie within the row.
 void TableWriter::CheckFields(ByteView row) const {
   const RowView view(row, def_);
-  for (const ColumnDef& column : def_.columns) {
+  for (const StoredColumn& column : def_.columns) {
     if (column.Type() != ColumnType::Boolean && view.Bit(column)) static_cast<void>(view.BytesOf(column));
   }
 }
 
-TableWriter::Present TableWriter::Read(RowId row) {
+TableWriter::CurrentRow TableWriter::Read(RowId row) {
   const auto target = TargetOf(pages_, row);
   const auto stored = FindRow(pages_, row, true, def_.page);
   if (!target || !stored) throw Error(ErrorCode::NotFound, "de rij bestaat niet meer.");
-  Present present;
+  CurrentRow present;
   present.target = *target;
   const RowView view(stored->bytes, def_);
   present.values.resize(def_.columns.size());
   present.fields.resize(def_.columns.size());
   for (std::size_t i = 0; i < def_.columns.size(); ++i) {
-    const ColumnDef& column = def_.columns[i];
+    const StoredColumn& column = def_.columns[i];
     if (!column.IsLong() || indexes_.Uses(i)) ReadField(pages_, view, column, present.values[i]);
     present.fields[i].bit = view.Bit(column);
     if (column.Type() == ColumnType::Boolean || !view.Bit(column)) continue;
@@ -216,9 +217,9 @@ TableWriter::Present TableWriter::Read(RowId row) {
 }
 
 void TableWriter::Update(RowId row, const std::vector<Value>& given, const std::vector<bool>& changedGiven) {
-  Naming(definition_, [&] {
+  WithTableName(definition_, [&] {
     if (given.size() != places_.size()) throw Error(ErrorCode::Misuse, "Er is niet voor elk veld een waarde.");
-    const Present present = Read(row);
+    const CurrentRow present = Read(row);
     Values arranged = Arrange(given);
     Normalise(arranged);
     Values values = present.values;
@@ -231,11 +232,11 @@ void TableWriter::Update(RowId row, const std::vector<Value>& given, const std::
       CheckValue(i, values[i]);
       fieldWriter_.Encode(i, values[i], fields[i]);
     }
-    const auto rekeyings = indexes_.RekeyingsOf(present.values, values);
-    relations_.CheckChange(present.values, values);
+    const auto changes = indexes_.KeyChangesOf(present.values, values);
+    foreignKeys_.CheckChange(present.values, values);
     fieldWriter_.PutLongValues(values, changed, fields);
     Place(row, present, fieldWriter_.Row(fields));
-    indexes_.Rekey(rekeyings, present.values, row);
+    indexes_.Apply(changes, present.values, row);
     FieldWriter::Pieces pieces;
     for (std::size_t i = 0; i < values.size(); ++i) {
       if (!changed[i]) continue;
@@ -246,7 +247,7 @@ void TableWriter::Update(RowId row, const std::vector<Value>& given, const std::
   });
 }
 
-void TableWriter::Place(RowId row, const Present& present, const Bytes& bytes) {
+void TableWriter::Place(RowId row, const CurrentRow& present, const Bytes& bytes) {
   const bool moved = present.target != 0;
   if (rows_.ReplaceInPlace(moved ? present.target : row, bytes, moved ? SlotKind::Target : SlotKind::Row)) return;
   const RowId target = rows_.Add(bytes, SlotKind::Target);
@@ -258,8 +259,8 @@ void TableWriter::Place(RowId row, const Present& present, const Bytes& bytes) {
 }
 
 void TableWriter::Delete(std::span<const RowId> rows) {
-  Naming(definition_, [&] {
-    if (relations_.AreNone()) return DeleteTogether(rows);
+  WithTableName(definition_, [&] {
+    if (foreignKeys_.AreNone()) return DeleteTogether(rows);
     // Whether a row may go depends on those that went before it.
     for (const RowId row : rows)
       DeleteTogether({&row, 1});
@@ -267,37 +268,37 @@ void TableWriter::Delete(std::span<const RowId> rows) {
 }
 
 void TableWriter::DeleteTogether(std::span<const RowId> rows) {
-  Going going;
+  RowsToDelete going;
   for (const RowId row : rows)
-    Note(row, going);
+    CollectForDelete(row, going);
   indexes_.Remove(going.entries);
   fieldWriter_.Release(std::move(going.pieces));
   rows_.Delete(std::move(going.places));
   counters_.CountRows(-static_cast<std::int64_t>(rows.size()));
 }
 
-void TableWriter::Note(RowId row, Going& going) {
+void TableWriter::CollectForDelete(RowId row, RowsToDelete& going) {
   const auto target = TargetOf(pages_, row);
   const auto stored = FindRow(pages_, row, true, def_.page);
   if (!target || !stored) throw Error(ErrorCode::NotFound, "de rij bestaat niet meer.");
   CheckFields(stored->bytes);
   const RowView view(stored->bytes, def_);
   for (std::size_t i = 0; i < def_.columns.size(); ++i) {
-    const ColumnDef& column = def_.columns[i];
+    const StoredColumn& column = def_.columns[i];
     if (indexes_.Uses(i)) ReadField(pages_, view, column, newValues_[i]);
     if (!column.IsLong() || !view.Bit(column)) continue;
     going.budget.Spend(pages_, ParseLongValueHead(view.BytesOf(column)));
     fieldWriter_.NotePieces(i, view.BytesOf(column), going.pieces);
   }
-  relations_.CheckNotNamed(newValues_);
+  foreignKeys_.CheckNotReferenced(newValues_);
   indexes_.NoteEntries(newValues_, row, going.entries);
   going.places.push_back(row);
   if (*target != 0) going.places.push_back(*target);
 }
 
-/// Rows of this very table go too, so that only other tables can stand in the way.
-void TableWriter::CheckNoneNamed() {
-  if (!relations_.AreRowsNamedElsewhere()) return;
+// Rows of this very table go too, so that only other tables can stand in the way.
+void TableWriter::CheckNoneReferenced() {
+  if (!foreignKeys_.IsReferencedElsewhere()) return;
   RowScan scan(pages_, def_);
   Values values(def_.columns.size());
   while (scan.Next()) {
@@ -305,13 +306,13 @@ void TableWriter::CheckNoneNamed() {
     for (std::size_t i = 0; i < values.size(); ++i) {
       if (indexes_.Uses(i)) ReadField(pages_, view, def_.columns[i], values[i]);
     }
-    relations_.CheckNotNamedElsewhere(values);
+    foreignKeys_.CheckNotReferencedElsewhere(values);
   }
 }
 
 std::size_t TableWriter::DeleteAll() {
-  return Naming(definition_, [&] {
-    CheckNoneNamed();
+  return WithTableName(definition_, [&] {
+    CheckNoneReferenced();
     const std::size_t count = rows_.Clear();
     fieldWriter_.Clear();
     indexes_.Clear();

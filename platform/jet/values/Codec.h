@@ -1,5 +1,6 @@
-/// Little-endian numbers in bytes that come from a file. Two families: the checked ones (U8, U16 ...) refuse to read
-/// outside of the span with a jet::Error; LoadU16 ... are for places whose range has been checked once before.
+// SPDX-License-Identifier: MIT
+// Little-endian numbers in bytes that come from a file. Two families: the checked ones (U8, U16 ...) refuse to read
+// outside of the span with a jet::Error; LoadU16 ... are for places whose range has been checked once before.
 #pragma once
 
 #include "platform/jet/values/Bytes.h"
@@ -39,7 +40,7 @@ inline std::uint32_t LoadU32BigEndian(const std::uint8_t* at) {
   return std::uint32_t{at[0]} << 24 | LoadU24BigEndian(at + 1);
 }
 
-/// The part of `bytes` that begins at `at` and is `length` long; an error when it reaches outside.
+// The part of `bytes` that begins at `at` and is `length` long; an error when it reaches outside.
 ByteView Part(ByteView bytes, std::size_t at, std::size_t length);
 
 inline std::uint8_t U8(ByteView bytes, std::size_t at) {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "platform/jet/values/Error.h"
@@ -8,14 +9,14 @@
 
 namespace jet {
 
-/// The file contradicts itself. `what` tells what is wrong, without a full stop; the layers above put page, table and
-/// file before it.
+// The file contradicts itself. `what` tells what is wrong, without a full stop; the layers above put page, table and
+// file before it.
 Error Damage(const std::string& what);
 
-/// Damage at a page: "pagina 12: what".
+// Damage at a page: "pagina 12: what".
 Error DamageAt(std::uint32_t page, const std::string& what);
 
-/// Runs `work`; damage that it meets is told with `context` (a text, or a function that gives one) before it.
+// Runs `work`; damage that it meets is told with `context` (a text, or a function that gives one) before it.
 template <typename Context, typename Work>
 decltype(auto) InContext(const Context& context, Work&& work) {
   try {

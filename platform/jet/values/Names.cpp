@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/values/Names.h"
 
 #include "platform/jet/values/TextOrder.h"

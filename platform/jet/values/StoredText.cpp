@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/values/StoredText.h"
 
 #include "platform/jet/values/Codec.h"

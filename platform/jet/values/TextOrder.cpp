@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/values/TextOrder.h"
 
 #include "platform/jet/values/Error.h"
@@ -39,7 +40,7 @@ void ForEachWord(std::string_view text, Use use) {
   }
 }
 
-/// The character at `at`, which moves past it.
+// The character at `at`, which moves past it.
 char32_t NextCharacter(std::u16string_view text, std::size_t& at) {
   const char32_t unit = text[at++];
   if (!IsHighSurrogate(unit) || at == text.size() || !IsLowSurrogate(text[at])) return unit;
@@ -61,7 +62,7 @@ char32_t NextCharacter(std::string_view text, std::size_t& at) {
   return character;
 }
 
-/// Where a comparison may begin: past what both texts share, at the start of a character.
+// Where a comparison may begin: past what both texts share, at the start of a character.
 template <typename View>
 std::size_t SharedStart(View a, View b) {
   const std::size_t shorter = std::min(a.size(), b.size());
@@ -91,13 +92,13 @@ int Order(Number a, Number b) {
 
 }  // namespace
 
-/// Gives a text's weights one by one, or its specials.
+// Gives a text's weights one by one, or its specials.
 template <typename View>
 class TextOrder::Walk {
  public:
   Walk(const TextOrder& order, View text, std::size_t start) : order_(order), text_(text), at_(start) {}
 
-  /// Zero at the end.
+  // Zero at the end.
   std::uint32_t NextWeight(std::uint8_t& accent) {
     accent = kNoAccent;
     if (second_ != 0) return std::exchange(second_, 0);
@@ -114,7 +115,7 @@ class TextOrder::Walk {
     return 0;
   }
 
-  /// Place (in weights) and value of the next special as one number; zero at the end.
+  // Place (in weights) and value of the next special as one number; zero at the end.
   std::uint64_t NextSpecial() {
     while (at_ < text_.size()) {
       const Cell cell = order_.Find(NextCharacter(text_, at_));

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "platform/jet/pages/Header.h"
@@ -10,32 +11,32 @@
 
 namespace jet {
 
-/// How texts sort: without regard to case, accents and hyphens only breaking ties, trailing spaces not counting.
-/// One order serves the indexes of the file and the comparisons of SQL. Immutable, for any thread.
+// How texts sort: without regard to case, accents and hyphens only breaking ties, trailing spaces not counting.
+// One order serves the indexes of the file and the comparisons of SQL. Immutable, for any thread.
 class TextOrder {
  public:
-  /// "General (legacy)": the order of every Jet 4 file made for Western Europe, and what to compare by when a file's
-  /// own order is not known.
+  // "General (legacy)": the order of every Jet 4 file made for Western Europe, and what to compare by when a file's
+  // own order is not known.
   static const TextOrder& Legacy();
-  /// The order that a column names; null when its keys cannot be built.
+  // The order that a column names; null when its keys cannot be built.
   static const TextOrder* For(SortOrder order);
 
-  /// Below, equal or above zero. Knows every character: those without a weight in this order come after all others, by
-  /// code point. Texts whose keys can be built compare as their keys do; longer texts are compared to their end.
+  // Below, equal or above zero. Knows every character: those without a weight in this order come after all others, by
+  // code point. Texts whose keys can be built compare as their keys do; longer texts are compared to their end.
   int Compare(std::u16string_view a, std::u16string_view b) const;
-  /// The same for UTF-8. A malformed sequence counts as U+FFFD, byte by byte.
+  // The same for UTF-8. A malformed sequence counts as U+FFFD, byte by byte.
   int Compare(std::string_view a, std::string_view b) const;
 
-  /// The first character without a known key, as a code point; nothing when AppendKey can do the text.
+  // The first character without a known key, as a code point; nothing when AppendKey can do the text.
   std::optional<char32_t> FirstUnknown(std::u16string_view text) const;
-  /// Adds the text's key bytes, end mark included, as they stand in an ascending index. An Error for an unknown
-  /// character. Only the first 255 characters count.
+  // Adds the text's key bytes, end mark included, as they stand in an ascending index. An Error for an unknown
+  // character. Only the first 255 characters count.
   void AppendKey(std::u16string_view text, Bytes& key) const;
 
  private:
   enum class Kind : std::uint8_t { Unknown, Nothing, Weight, TwoWeights, Special };
 
-  /// A weight of one byte has 00 as its low byte; no two-byte weight does.
+  // A weight of one byte has 00 as its low byte; no two-byte weight does.
   struct Cell {
     std::uint16_t weight = 0;
     std::uint16_t second = 0;

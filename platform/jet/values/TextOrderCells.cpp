@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The cells of the two known sort orders: what each character weighs. A cell is one of
 //   XX or XXXX   one weight of one or two bytes            W+EE   the same with accent EE
 //   W&V          two weights                               uNN    no weight, but a special that breaks ties

@@ -1,4 +1,5 @@
-/// The file's UTF-16 as UTF-8, for messages and for programs that print.
+// SPDX-License-Identifier: MIT
+// The file's UTF-16 as UTF-8, for messages and for programs that print.
 #pragma once
 
 #include <string>
@@ -13,9 +14,9 @@ constexpr bool IsLowSurrogate(char32_t unit) {
   return unit >= 0xDC00 && unit <= 0xDFFF;
 }
 
-/// A lone surrogate becomes U+FFFD.
+// A lone surrogate becomes U+FFFD.
 std::string ToUtf8(std::u16string_view text);
-/// The same behind what is in `out` already.
+// The same behind what is in `out` already.
 void AppendUtf8(std::string& out, std::u16string_view text);
 
 }  // namespace jet

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "platform/jet/values/Value.h"
@@ -6,7 +7,7 @@
 
 namespace jet {
 
-/// "{00112233-4455-6677-8899-AABBCCDDEEFF}".
+// "{00112233-4455-6677-8899-AABBCCDDEEFF}".
 std::u16string TextOf(const Guid& guid);
 
 }  // namespace jet

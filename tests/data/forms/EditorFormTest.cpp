@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "data/forms/EditorForm.h"
 
 #include "data/Globals.h"
@@ -34,7 +35,7 @@ class Editor : public EditorForm {
   void InitForm() override { steps += u"InitForm"_s; }
   void FillForm() override {
     steps += u"FillForm"_s;
-    Filled();
+    MarkLoaded();
   }
   void InitControls() override { steps += u"InitControls"_s; }
   void InitCommands() override { steps += u"InitCommands"_s; }
@@ -45,8 +46,8 @@ class Editor : public EditorForm {
     isDirty_ = !writeWorks;
   }
   using EditorForm::CancelAndClose;
-  using EditorForm::NotWhole;
-  using EditorForm::RequireFilled;
+  using EditorForm::MarkIncomplete;
+  using EditorForm::RequireLoaded;
   using EditorForm::SaveAndClose;
   using Form::LockControl;
   using Form::SetCboTextWhereID;
@@ -87,12 +88,12 @@ TEST(EditorForm, AnExistingRecordReadInPartMayNotBeSavedANewOneMay) {
     Editor editor;
     global.gstrSelectedID = selected;
     editor.Form_Load();
-    EXPECT_NO_THROW(editor.RequireFilled());
-    editor.NotWhole();
+    EXPECT_NO_THROW(editor.RequireLoaded());
+    editor.MarkIncomplete();
     if (editor.IsNew()) {
-      EXPECT_NO_THROW(editor.RequireFilled());
+      EXPECT_NO_THROW(editor.RequireLoaded());
     } else {
-      EXPECT_THROW(editor.RequireFilled(), runtime::Error);
+      EXPECT_THROW(editor.RequireLoaded(), runtime::Error);
     }
   }
 }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where a form stands and who has the keyboard once it is closed.
 #include "data/forms/Form.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The window of the overviews: what it shows, saves and prints.
 #include "export/reports/ReportCsv.h"
 #include "export/reports/ReportPages.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How an overview falls apart into pages.
 #include "export/reports/PageBreaks.h"
 

@@ -1,8 +1,9 @@
+// SPDX-License-Identifier: MIT
 #include "export/reports/Reports.h"
 
+#include "export/playout/AirLedger.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Error.h"
-#include "playout/AirLedger.h"
 #include "tests/export/reports/Catalogue.h"
 
 #include <QDateTime>

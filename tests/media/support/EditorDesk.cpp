@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/media/support/EditorDesk.h"
 
 #include "data/Catalogue.h"

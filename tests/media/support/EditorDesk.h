@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include "media/SoundOutput.h"
 #include "media/frmItemPinglesDetail.h"
 #include "media/frmItemSpotsDetail.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The player as a window sees it: signals through the event loop, errors as the product knows them.
 #include "platform/audio/AudioPlayer.h"
 

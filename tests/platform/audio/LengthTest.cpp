@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The length that is told must be the length that is heard, whatever a header claims.
 #include "platform/audio/Decoder.h"
 #include "platform/audio/Error.h"

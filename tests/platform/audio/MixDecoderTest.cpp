@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a block sounds like: every file where it belongs, to the frame.
 #include "platform/audio/MixDecoder.h"
 

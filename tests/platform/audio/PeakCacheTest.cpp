@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Waveforms that are kept: found again, never believed when they are not whole or of another file, and never harmful.
 #include "platform/audio/PeakCache.h"
 

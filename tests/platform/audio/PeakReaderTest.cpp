@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Waveforms in the background of a window.
 #include "platform/audio/PeakReader.h"
 

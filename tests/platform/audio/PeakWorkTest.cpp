@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A waveform read by several threads: the very same as one pass gives, from the beginning on, and given up together.
 #include "platform/audio/PeakWork.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The waveform of a file, and its loudness.
 #include "platform/audio/Peaks.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the player hands to the device is, frame for frame, what the file holds at the position.
 #include "platform/audio/PlayerCore.h"
 #include "tests/platform/audio/support/EventLog.h"

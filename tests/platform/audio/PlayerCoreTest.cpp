@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // States, events, device: what the player is besides its sound.
 #include "platform/audio/PlayerCore.h"
 

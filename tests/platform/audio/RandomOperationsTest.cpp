@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The player under an impatient user: no order of operations may hang, crash or race.
 #include "platform/audio/Error.h"
 #include "platform/audio/MixDecoder.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A jump lands on the very sample: the mix point counts in milliseconds, the decoder in frames.
 #include "platform/audio/Decoder.h"
 #include "tests/platform/audio/support/SoundFiles.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/controls/ComboBox.h"
 
 #include "platform/runtime/Error.h"

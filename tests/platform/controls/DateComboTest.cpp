@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/controls/DateCombo.h"
 
 #include "platform/controls/CalendarPopup.h"

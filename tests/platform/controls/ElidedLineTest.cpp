@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/controls/ElidedLine.h"
 
 #include "platform/controls/QuietLine.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/controls/FoldedTexts.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Paints sample windows with every control to picture files, for eyes to judge: Gallery FOLDER [light|dark]
 // The scale is Qt's own: QT_SCALE_FACTOR=1.5 Gallery /tmp/pictures dark
 #include "platform/desktop/MessageDialog.h"

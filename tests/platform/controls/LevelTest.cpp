@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/controls/LevelBallistics.h"
 #include "platform/controls/LevelMeter.h"
 #include "platform/controls/LevelScale.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/platform/controls/Lines.h"
 
 #include <QCoreApplication>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/controls/ListBox.h"
 
 #include "platform/runtime/Error.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which lines of a list are shown: a search text and a predicate.
 #include "platform/runtime/Error.h"
 #include "tests/platform/controls/Lines.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/controls/PositionSlider.h"
 
 #include "platform/controls/WaveformStrip.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/controls/ListBox.h"
 #include "tests/platform/controls/SampleParts.h"
 #include "tests/platform/controls/Samples.h"

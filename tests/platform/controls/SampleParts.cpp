@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/platform/controls/SampleParts.h"
 
 #include <QFrame>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/controls/CalendarPopup.h"
 #include "platform/controls/ComboBox.h"
 #include "platform/desktop/Icons.h"

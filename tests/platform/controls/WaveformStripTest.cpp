@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/controls/WaveformStrip.h"
 
 #include "platform/controls/WaveformPainter.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/dao/Storage.h"
 #include "platform/dao/WriteWait.h"
 #include "platform/jet/storage/Storage.h"

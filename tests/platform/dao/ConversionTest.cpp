@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/dao/Conversion.h"
 
 #include "tests/platform/dao/Scratch.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/dao/DefaultValue.h"
 
 #include "platform/jet/database/Database.h"

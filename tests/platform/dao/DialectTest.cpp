@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/platform/dao/Scratch.h"
 
 #include <gtest/gtest.h>

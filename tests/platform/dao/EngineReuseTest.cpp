@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The SQL engine serves one statement after another: what it knows of a table may not outlive what the table is.
 #include "platform/dao/Row.h"
 #include "tests/platform/dao/Scratch.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Currency and Numeric keep every digit on their way in, out, and from file to file.
 #include "platform/jet/values/ExactNumber.h"
 

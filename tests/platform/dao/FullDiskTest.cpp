@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A disk on which nothing can grow any more: each statement and each copy of a file is refused with the reason, and
 // leaves what was there, byte by byte.
 #include "platform/dao/FrozenDatabase.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What stands in the file: sound, read alike by others, and shared with whoever else has it open.
 #include "platform/jet/check/Check.h"
 #include "tests/platform/dao/Scratch.h"

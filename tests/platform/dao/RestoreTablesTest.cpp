@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Copies of a whole database file, and rows brought back from one.
 #include "platform/dao/RestoreTables.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Real files of other programs, found through the environment variable SPOTROOSTER_MDB_SAMPLES.
 #include "platform/jet/check/Check.h"
 #include "tests/platform/dao/Scratch.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/platform/dao/Scratch.h"
 
 #include "platform/runtime/Error.h"

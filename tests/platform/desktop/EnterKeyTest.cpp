@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Enter in a dialog: on a field, on buttons, on one that deletes.
 #include "platform/desktop/EnterKey.h"
 

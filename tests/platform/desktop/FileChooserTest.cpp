@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/desktop/FileChooser.h"
 
 #include "platform/desktop/FolderMemory.h"

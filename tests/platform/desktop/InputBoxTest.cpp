@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/desktop/InputBox.h"
 
 #include <QApplication>

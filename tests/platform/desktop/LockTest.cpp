@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/desktop/Lock.h"
 
 #include "platform/desktop/Palettes.h"

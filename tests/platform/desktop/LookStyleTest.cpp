@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/desktop/LookStyle.h"
 
 #include "platform/desktop/Icons.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/desktop/MessageBox.h"
 
 #include "platform/desktop/WaitPointer.h"

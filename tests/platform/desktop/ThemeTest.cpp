@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/desktop/Theme.h"
 
 #include "platform/desktop/Icons.h"

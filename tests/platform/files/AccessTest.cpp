@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A copy is never open to more users than its original.
 #include "platform/files/AtomicFile.h"
 #include "platform/files/Error.h"
@@ -19,8 +20,8 @@ using Make = HookedFileSystem::Make;
 constexpr std::uint32_t kOwner = 1001;
 constexpr std::uint32_t kGroup = 2000;
 
-/// Writes "/a/file" again, which belongs to another user and group, and reports what became of it. `allowed` tells
-/// which changes of owner and group the system permits this user.
+// Writes "/a/file" again, which belongs to another user and group, and reports what became of it. `allowed` tells
+// which changes of owner and group the system permits this user.
 FileStatus Rewritten(unsigned permissions, bool groupAllowed, bool ownerAllowed) {
   files::MemoryFileSystem memory;
   const auto original = memory.Open("/a/file", OpenMode::Create);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/files/AtomicFile.h"
 
 #include "platform/files/Error.h"
@@ -39,7 +40,7 @@ TEST(AtomicFile, WithoutCommitNothingHappened) {
   EXPECT_EQ(files.Names().size(), 1U);
 }
 
-/// Runs `change` with every one of its calls failing in each way; `expect` judges what is there afterwards.
+// Runs `change` with every one of its calls failing in each way; `expect` judges what is there afterwards.
 void FailEveryCall(const std::function<void(FileSystem&)>& change,
                    const std::function<void(files::MemoryFileSystem&, bool failed)>& expect) {
   for (const Fault fault : {Fault::Error, Fault::DiskFull, Fault::Interrupted, Fault::ShortCount}) {

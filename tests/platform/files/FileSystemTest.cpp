@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/files/FileSystem.h"
 
 #include "platform/files/Error.h"
@@ -24,7 +25,7 @@ ErrorCode CodeOf(const std::function<void()>& call) {
   return ErrorCode::Misuse;
 }
 
-/// The same promises for the disk and for memory.
+// The same promises for the disk and for memory.
 class EveryFileSystem : public testing::TestWithParam<bool> {
  protected:
   void SetUp() override {

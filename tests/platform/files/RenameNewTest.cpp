@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Taking a name that no other file has, in one step.
 #include "platform/files/AtomicFile.h"
 #include "platform/files/Error.h"
@@ -17,7 +18,7 @@ namespace {
 
 using Make = HookedFileSystem::Make;
 
-/// The disk as a file system that knows neither step, or only the second.
+// The disk as a file system that knows neither step, or only the second.
 HookedFileSystem WithoutRenameNew(int linkResult) {
   return {HostFileSystem(), [linkResult](const FileCall& call, const Make& make) -> std::int64_t {
             if (call.kind == FileCall::RenameNew) return -EINVAL;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/files/TemporaryName.h"
 
 #include "platform/files/AtomicFile.h"
@@ -49,7 +50,7 @@ TEST(TemporaryName, FitsForTheLongestNames) {
 
 class Leftovers : public test::TestFolder {
  protected:
-  /// A program that is killed while it writes `name`.
+  // A program that is killed while it writes `name`.
   void WriteAndDie(const std::string& name) const {
     const pid_t child = ::fork();
     if (child == 0) {

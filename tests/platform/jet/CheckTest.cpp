@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/check/Check.h"
 
 #include "tests/platform/jet/SpotsImage.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What compacting keeps of files made here: passwords, encoding, numbers, keys that cannot be computed; and what it
 // refuses.
 #include "platform/jet/check/Check.h"
@@ -34,7 +35,7 @@ void AddRows(FreshDatabase& database, int count) {
   turn.Commit();
 }
 
-/// Changes the header of a file, which is masked.
+// Changes the header of a file, which is masked.
 void ChangeHeader(Bytes& file, const std::function<void(std::span<std::uint8_t, kPageSize>)>& change) {
   const std::span<std::uint8_t, kPageSize> header(file.data(), kPageSize);
   ApplyHeaderMask(header);
@@ -128,12 +129,12 @@ TEST(CompactKeeps, ATableWhoseNumberChanges) {
   EXPECT_EQ(found, 2);
 }
 
-/// Where the blocks of the tables' columns have this text column's name in a definition: the sort order of its index is
-/// changed to one that is unknown here.
+// Where the blocks of the tables' columns have this text column's name in a definition: the sort order of its index is
+// changed to one that is unknown here.
 void MakeOrderUnknown(FreshDatabase& database) {
   WriteTurn turn(*database);
   Transaction& pages = database->Shared().Changes();
-  const TableDef def = database->OpenTable(kTable).Def();
+  const StoredTable def = database->OpenTable(kTable).Def();
   Bytes stream = ReadTableDefStream(pages, def);
   constexpr std::size_t kColumnBytes = 25;
   const std::size_t columnsAt = 63 + 12 * def.realIndexes.size();
@@ -187,7 +188,7 @@ TEST(CompactRefuses, ASecondMapThatIsNotEmpty) {
   EXPECT_NE(message.find("tweede kaart"), std::string::npos) << message;
 }
 
-/// A row that a damaged pointer leads to is not passed over.
+// A row that a damaged pointer leads to is not passed over.
 TEST(CompactRefuses, ARowThatCannotBeReached) {
   DatabaseImage image;
   DatabaseImage::Table table = image.AddTable("Tabel", {{"Getal", 4, 3, 0, 0, 4}});

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Who may use what compacting makes, in a folder that several users share, on a real disk.
 #include "platform/files/HookedFileSystem.h"
 #include "platform/jet/check/Compact.h"
@@ -28,7 +29,7 @@ constexpr ::uid_t kFirst = 1001;
 constexpr ::uid_t kSecond = 1002;
 constexpr ::gid_t kGroup = 2000;
 
-/// A database of the first user in a folder that the group may write to.
+// A database of the first user in a folder that the group may write to.
 class CompactRights : public testing::Test {
  protected:
   void SetUp() override {
@@ -41,7 +42,7 @@ class CompactRights : public testing::Test {
   }
   void TearDown() override { fs::remove_all(folder_); }
 
-  /// To the first user and the group. A tester who is not root is all users at once.
+  // To the first user and the group. A tester who is not root is all users at once.
   static void Give(const fs::path& path, ::mode_t mode) {
     if (::geteuid() == 0) {
       ASSERT_EQ(::chown(path.c_str(), kFirst, kGroup), 0);
@@ -58,7 +59,7 @@ class CompactRights : public testing::Test {
     return {std::istreambuf_iterator<char>(file), {}};
   }
 
-  /// Runs as a user who is in the group, though not with his own files, and reports what failed.
+  // Runs as a user who is in the group, though not with his own files, and reports what failed.
   static std::string As(::uid_t user, ::mode_t mask, const std::function<void()>& work) {
     Child child([&](const Child::Acknowledge& acknowledge) {
       ::umask(mask);
@@ -149,7 +150,7 @@ TEST_F(CompactRights, ALinkInPlaceOfTheOldFileIsReplacedAndNotFollowed) {
   EXPECT_EQ(ModeOf(folder_ / "station.mdb.bak"), 0660U);
 }
 
-/// A member of the group puts a link in place of the database while root compacts it, at any of the file calls.
+// A member of the group puts a link in place of the database while root compacts it, at any of the file calls.
 TEST_F(CompactRights, AFileThatALinkLeadsToMeanwhileIsLeftAsItIs) {
   const fs::path letter = folder_ / "brief.txt";
   Write(letter, "brief");

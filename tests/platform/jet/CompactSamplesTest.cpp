@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Compacting real files: whoever reads them finds the same before and after.
 #include "platform/jet/check/Check.h"
 #include "platform/jet/check/Compact.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/check/Compact.h"
 
 #include "platform/files/TemporaryName.h"
@@ -21,7 +22,7 @@ using test::Spot;
 
 const std::u16string kTable = u"tblSpots";
 
-/// Two hundred rows with long texts, of which every tenth is left.
+// Two hundred rows with long texts, of which every tenth is left.
 void FillAndThin(FreshDatabase& database) {
   database.Create(test::SpotsTable());
   WriteTurn turn(*database);
@@ -100,7 +101,7 @@ TEST(Compact, IntoAnotherFileLeavesTheOldOneAlone) {
             "Kan het bestand '/data/small.mdb' niet aanmaken: het bestand bestaat al.");
 }
 
-/// After a process was killed at any of its file calls, and another one does the same again.
+// After a process was killed at any of its file calls, and another one does the same again.
 TEST(Compact, KilledAtAnyCallLeavesTheOldOrTheNewFileAndWorksWhenRunAgain) {
   FreshDatabase model;
   FillAndThin(model);

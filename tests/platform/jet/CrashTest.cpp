@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A change is there whole or not at all, whatever fails and whenever the power goes.
 #include "platform/jet/values/Error.h"
 #include "tests/platform/jet/support/FaultyFiles.h"
@@ -29,7 +30,7 @@ constexpr const char* kJournal = "/data/station.mdb-journal";
 const Values kOld = test::PagesBefore();
 const Values kNew = test::PagesAfter();
 
-/// The code of the call's Error; nothing when it succeeds.
+// The code of the call's Error; nothing when it succeeds.
 std::optional<ErrorCode> FailureOf(const std::function<void()>& call) {
   try {
     call();

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/platform/jet/DatabaseImage.h"
 
 #include "platform/files/MemoryFileSystem.h"
@@ -30,7 +31,7 @@ bool IsLong(const DatabaseImage::Column& column) {
   return column.type == 11 || column.type == 12;
 }
 
-Bytes MapRow() {
+Bytes UsageMapEditor() {
   return Bytes(69, 0);
 }
 
@@ -99,10 +100,10 @@ DatabaseImage::DatabaseImage() {
   pages_[1] = {1, 1};
   Put<std::uint32_t>(pages_[1], 4, 1);
   Put<std::uint16_t>(pages_[1], 2, 4096 - 14);
-  Bytes free = MapRow();
+  Bytes free = UsageMapEditor();
   std::fill(free.begin() + 5, free.end(), std::uint8_t{0xFF});
   AddSlot(1, free);
-  AddSlot(1, MapRow());
+  AddSlot(1, UsageMapEditor());
   AddToMap(0x100, 0, false);
   AddToMap(0x100, 1, false);
   const std::vector<Column> columns = {{"Id", 4, 3, 0, 0, 4},      {"ParentId", 4, 3, 1, 4, 4},
@@ -131,7 +132,7 @@ DatabaseImage::Table DatabaseImage::AddTable(const std::string& name, const std:
   Put<std::uint16_t>(At(table.maps), 2, 4096 - 14);
   table.longColumns = static_cast<std::size_t>(std::count_if(columns.begin(), columns.end(), IsLong));
   for (std::size_t i = 0; i < 2 + 2 * table.longColumns + indexes.size(); ++i)
-    AddSlot(table.maps, MapRow());
+    AddSlot(table.maps, UsageMapEditor());
   for (std::size_t i = 0; i < indexes.size(); ++i) {
     table.roots.push_back(AddIndexPage(table, i));
     PutIndexPage(table.roots[i], table, {}, 0, 0);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "platform/jet/database/Database.h"
@@ -11,8 +12,8 @@
 #include <string>
 #include <vector>
 
-/// A small Jet 4 file made byte by byte, without any help of the code under test, so that a test can say what lies
-/// where and damage it.
+// A small Jet 4 file made byte by byte, without any help of the code under test, so that a test can say what lies
+// where and damage it.
 class DatabaseImage {
  public:
   using Page = std::array<std::uint8_t, 4096>;
@@ -45,24 +46,24 @@ class DatabaseImage {
   Page& At(std::uint32_t page) { return pages_.at(page); }
   std::uint32_t NewPage();
   Table AddTable(const std::string& name, const std::vector<Column>& columns, const std::vector<Index>& indexes = {});
-  /// Writes the row to the table's newest data page, or a new one.
+  // Writes the row to the table's newest data page, or a new one.
   jet::RowId AddRow(Table& table, const jet::Bytes& row, jet::SlotKind kind = jet::SlotKind::Row);
-  /// A new page of long values for the table's memo column.
+  // A new page of long values for the table's memo column.
   std::uint32_t AddLongValuePage(Table& table, std::size_t memo = 0);
-  /// Appends a slot to a data page and keeps its free bytes exact.
+  // Appends a slot to a data page and keeps its free bytes exact.
   jet::RowId AddSlot(std::uint32_t page, const jet::Bytes& bytes, jet::SlotKind kind = jet::SlotKind::Row);
   void AddToMap(jet::RowId map, std::uint32_t page, bool member = true);
   static jet::RowId MapOfIndex(const Table& table, std::size_t index) {
     return jet::MakeRowId(table.maps, static_cast<std::uint32_t>(2 + 2 * table.longColumns + index));
   }
   void SetRowCount(const Table& table, std::uint32_t rows, std::uint32_t autonumber);
-  /// Writes complete entries (key, u24 page, u8 row; in a node the u32 child page too).
+  // Writes complete entries (key, u24 page, u8 row; in a node the u32 child page too).
   void PutIndexPage(std::uint32_t page, const Table& table, const std::vector<jet::Bytes>& entries,
                     std::uint32_t previous, std::uint32_t next, std::uint32_t tail = 0, bool node = false,
                     std::size_t prefix = 0);
   std::uint32_t AddIndexPage(const Table& table, std::size_t index);
 
-  /// Masks or unmasks the header, for a test that changes it.
+  // Masks or unmasks the header, for a test that changes it.
   void MaskHeader();
   jet::Bytes File() const;
 
@@ -75,12 +76,12 @@ class DatabaseImage {
   Table catalog_;
 };
 
-/// Bytes of a little-endian number.
+// Bytes of a little-endian number.
 jet::Bytes Le(std::uint64_t number, std::size_t size);
 jet::Bytes Utf16(const std::string& ascii);
 jet::Bytes operator+(jet::Bytes a, const jet::Bytes& b);
-/// A row: column count, fixed area, variable values, null mask (bit per column number).
+// A row: column count, fixed area, variable values, null mask (bit per column number).
 jet::Bytes RowBytes(unsigned columns, const jet::Bytes& fixed, const std::vector<jet::Bytes>& values,
                     std::uint32_t mask);
-/// Opens bytes as a database in memory.
+// Opens bytes as a database in memory.
 std::unique_ptr<jet::Database> OpenBytes(const jet::Bytes& file, const jet::OpenOptions& options = {});

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Emptying a table in one pass: its pages go back through the maps, nothing else changes.
 #include "platform/jet/check/Check.h"
 #include "platform/jet/pages/UsageMap.h"
@@ -60,7 +61,7 @@ TEST_F(DeleteAllTest, GivesEveryPageBack) {
   const Table table = database_->OpenTable(kTable);
   EXPECT_EQ(table.Def().rowCount, 0U);
   EXPECT_EQ(UsageMap::Read(database_->Source(), table.Def().ownedMap).Members().size(), 0U);
-  for (const RealIndexDef& index : table.Def().realIndexes) {
+  for (const StoredIndex& index : table.Def().realIndexes) {
     EXPECT_EQ(UsageMap::Read(database_->Source(), index.map).Members(), (std::vector<std::uint32_t>{index.root}));
   }
   Fill(*database_, 3000);
@@ -109,7 +110,7 @@ TEST_F(DeleteAllTest, AWriterGoesOnAfterIt) {
   EXPECT_EQ(database_.Rows(kTable), 1U);
 }
 
-/// Enough rows that the maps are kept on bitmap pages, which go back, too.
+// Enough rows that the maps are kept on bitmap pages, which go back, too.
 TEST_F(DeleteAllTest, ShortensMapsThatHadGrown) {
   {
     WriteTurn turn(*database_);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A short run of the fuzz target "open, check, edit, save", and the damages that it once found the writer to fall for.
 #include "tests/fuzz/EditDamaged.h"
 
@@ -99,7 +100,7 @@ class DamagedBase : public testing::Test {
 
   std::unique_ptr<Database> Open() { return Database::Open(kPath, fuzz::ForEditing(), files_); }
 
-  /// Where the bytes of a map's row lie in the file.
+  // Where the bytes of a map's row lie in the file.
   std::size_t PlaceOf(RowId map) {
     const std::size_t page = std::size_t{PageOf(map)} * kPageSize;
     return page + (LoadU16(&file_[page + kDataPageHead + 2 * SlotOf(map)]) & 0x1FFF);
@@ -108,7 +109,7 @@ class DamagedBase : public testing::Test {
     file_[PlaceOf(map) + 5 + page / 8] |= static_cast<std::uint8_t>(1U << (page % 8));
   }
 
-  /// What becomes of a change that needs a new page. The file is as it was when that is refused.
+  // What becomes of a change that needs a new page. The file is as it was when that is refused.
   std::string MessageOfGrowing() {
     files_.Put(kPath, file_);
     const auto database = Open();
@@ -129,8 +130,8 @@ class DamagedBase : public testing::Test {
   static constexpr RowId kGlobalMap = MakeRowId(1, 0);
   files::MemoryFileSystem files_;
   Bytes file_ = fuzz::SmallBase();
-  TableDef spots_;
-  TableDef items_;
+  StoredTable spots_;
+  StoredTable items_;
   std::vector<std::uint32_t> itemPages_;
 };
 
@@ -158,7 +159,7 @@ TEST_F(DamagedBase, AMapThatIsTooShortForThePageIsDamage) {
   EXPECT_NE(MessageOfGrowing(), "");
 }
 
-/// A map of free pages that the file cannot have, and how it comes about.
+// A map of free pages that the file cannot have, and how it comes about.
 struct WrongFreeMap {
   const char* name;
   std::function<void(Bytes& file, std::size_t row)> make;
@@ -168,7 +169,7 @@ void PutBitmapPages(Bytes& file) {
   test::FreeMapImage(file).PutBitmapPages();
 }
 
-/// Where the first row of page 1 lies now.
+// Where the first row of page 1 lies now.
 std::uint8_t* FreeMapRow(Bytes& file) {
   return &file[kPageSize + (LoadU16(&file[kPageSize + kDataPageHead]) & 0x1FFF)];
 }
@@ -214,7 +215,7 @@ TEST_F(DamagedBase, AFreeMapThatCannotBeIsAProblemAndNothingIsWritten) {
   }
 }
 
-/// The rows of the spots that are there, and that the check is content.
+// The rows of the spots that are there, and that the check is content.
 std::size_t CountSoundly(Database& database) {
   EXPECT_FALSE(HasProblem(CheckDatabase(database)));
   return database.OpenTable(u"tblSpots").CountRows();
@@ -254,10 +255,10 @@ TEST_F(DamagedBase, AnAutonumberOfAnotherKindIsNoAutonumber) {
 }
 
 TEST_F(DamagedBase, AFieldThatLiesInAnotherIsNotWritten) {
-  TableDef overlapping = spots_;
+  StoredTable overlapping = spots_;
   overlapping.columns[2].flags |= column_flag::kFixed;
   EXPECT_THROW(RowBuilder{overlapping}, Error);
-  TableDef shared = spots_;
+  StoredTable shared = spots_;
   shared.columns[2].variableIndex = shared.columns[1].variableIndex;
   EXPECT_THROW(RowBuilder{shared}, Error);
   EXPECT_NO_THROW(RowBuilder{spots_});

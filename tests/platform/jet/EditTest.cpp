@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Thousands of random changes to real files and to our own, against a model that knows what the rows must be.
 #include "platform/files/MemoryFileSystem.h"
 #include "platform/jet/database/Database.h"
@@ -40,14 +41,14 @@ Bytes ContentOf(const std::filesystem::path& path) {
   return content;
 }
 
-/// The pages that a change of the table may touch: its own, those of its maps, and what was free.
+// The pages that a change of the table may touch: its own, those of its maps, and what was free.
 std::set<std::uint32_t> PagesThatMayChange(Database& database, const std::u16string& name) {
   const RowId globalMap = MakeRowId(1, 0);
   const Table table = database.OpenTable(name);
   std::vector<RowId> maps = {globalMap, table.Def().ownedMap, table.Def().freeMap};
-  for (const RealIndexDef& index : table.Def().realIndexes)
+  for (const StoredIndex& index : table.Def().realIndexes)
     maps.push_back(index.map);
-  for (const ColumnDef& column : table.Def().columns) {
+  for (const StoredColumn& column : table.Def().columns) {
     maps.push_back(column.ownedMap);
     maps.push_back(column.freeMap);
   }
@@ -64,7 +65,7 @@ std::set<std::uint32_t> PagesThatMayChange(Database& database, const std::u16str
   return pages;
 }
 
-/// The pages that differ although they must not.
+// The pages that differ although they must not.
 std::vector<std::uint32_t> ChangedOutside(const std::set<std::uint32_t>& allowed, const Bytes& before,
                                           const Bytes& after) {
   std::vector<std::uint32_t> changed;
@@ -78,7 +79,7 @@ std::vector<std::uint32_t> ChangedOutside(const std::set<std::uint32_t>& allowed
   return changed;
 }
 
-/// Not tables with validation rules, which are refused by name.
+// Not tables with validation rules, which are refused by name.
 bool CanWrite(Database& database, const std::u16string& name) {
   const WriteTurn turn(database);
   try {
@@ -98,7 +99,7 @@ INSTANTIATE_TEST_SUITE_P(RealFiles, EditSample,
                                          "northwind", "encoded", "password"),
                          [](const auto& sample) { return sample.param; });
 
-/// After every hundred changes; the outside readers are asked each time when there is time for it, else at the end.
+// After every hundred changes; the outside readers are asked each time when there is time for it, else at the end.
 TEST_P(EditSample, StaysSoundUnderRandomChanges) {
   if (!witness::SampleFolder()) GTEST_SKIP() << "SPOTROOSTER_MDB_SAMPLES is not set";
   files::MemoryFileSystem files;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Rows of another table, as they are stored, into a table without rows: pages and indexes are filled whole.
 #include "platform/jet/values/Codec.h"
 #include "platform/jet/values/Utf8.h"
@@ -30,7 +31,7 @@ IndexDefinition Index(const std::u16string& name, std::vector<IndexDefinition::F
   return index;
 }
 
-/// Nr, Naam, Soort, Dag, and texts as long as keys can be.
+// Nr, Naam, Soort, Dag, and texts as long as keys can be.
 TableDefinition Plain(const std::u16string& name) {
   TableDefinition table;
   table.name = name;
@@ -64,12 +65,12 @@ void Copy(Database& database) {
   WriteTurn turn(database);
   const Table source = database.OpenTable(kSource);
   const auto writer = database.OpenWriter(kTarget);
-  ASSERT_TRUE(writer->TakesRowsOf(source));
-  writer->BeginStored();
-  TableCursor rows = source.Scan(writer->KnownColumns());
+  ASSERT_TRUE(writer->CanCopyRowsFrom(source));
+  writer->BeginCopy();
+  TableCursor rows = source.Scan(writer->IndexedColumns());
   while (rows.Next())
-    writer->InsertStored(rows.Row(), rows.Values());
-  writer->EndStored();
+    writer->CopyRow(rows.Row(), rows.Values());
+  writer->EndCopy();
   turn.Commit();
 }
 
@@ -77,7 +78,7 @@ witness::Cells CellsOf(Database& database, const std::u16string& table) {
   return witness::TextOf(database, table).rows;
 }
 
-/// Texts that begin differently and are long: few fit on a page.
+// Texts that begin differently and are long: few fit on a page.
 std::u16string LongText(int i, std::size_t length) {
   std::u16string text{static_cast<char16_t>(u'\u0430' + i * 7 % 31), static_cast<char16_t>(u'\u0430' + i % 31),
                       static_cast<char16_t>(u'\u0430' + i / 31 % 31)};
@@ -148,7 +149,7 @@ TEST_F(Fill, CountsKeysAsRowsThatComeOneByOneDo) {
   const Table filled = database_->OpenTable(kTarget);
   const Table inserted = database_->OpenTable(other.name);
   const auto keysOf = [&](const Table& table, std::size_t index) {
-    const TableDef& def = table.Def();
+    const StoredTable& def = table.Def();
     const std::size_t at = def.realIndexes[index].distinctKeysAt;
     return Load<std::uint32_t>(database_->Source().Read(def.page)->data() + at);
   };
@@ -172,7 +173,7 @@ TEST_F(Fill, ATableThatHasRowsKeepsThem) {
   EXPECT_EQ(database_.Rows(kTarget), 301U);
 }
 
-/// Fills, and fills a table that is not empty any more: what is refused is refused with the same words.
+// Fills, and fills a table that is not empty any more: what is refused is refused with the same words.
 TEST_F(Fill, RefusesADuplicateAsARowByItselfIsRefused) {
   TableDefinition target = Plain(kTarget);
   IndexDefinition byName = Index(u"Naam", {{1, false}});
@@ -206,7 +207,7 @@ TEST_F(Fill, RefusesARowWithoutAKey) {
   EXPECT_EQ(database_.Findings(), "");
 }
 
-/// Keys of so many texts: from a dozen on a page to a single one, so that trees get deep and nodes small.
+// Keys of so many texts: from a dozen on a page to a single one, so that trees get deep and nodes small.
 class FillOfLongKeys : public testing::TestWithParam<std::size_t> {};
 
 TEST_P(FillOfLongKeys, MakesSoundTreesOfEverySize) {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Maps of free pages as other writers leave them: a bitmap that begins at a page other than 0, or bitmap pages. Pages
 // below the window are freed and taken, and the file stays sound.
 #include "platform/files/MemoryFileSystem.h"
@@ -25,7 +26,7 @@ namespace {
 constexpr const char* kPath = "window.mdb";
 const std::u16string kTable = u"tblAlles";
 
-/// A file in memory that is closed, laid out otherwise, and opened again.
+// A file in memory that is closed, laid out otherwise, and opened again.
 class WindowFile {
  public:
   WindowFile() {
@@ -68,7 +69,7 @@ std::string Remarks(Database& database) {
   return remarks;
 }
 
-/// Rows that fill some 600 pages.
+// Rows that fill some 600 pages.
 void FillPages(Database& database) {
   WriteTurn turn(database);
   const auto writer = database.OpenWriter(kTable);
@@ -85,7 +86,7 @@ class FreeMapWindow : public testing::Test {
  protected:
   void SetUp() override { FillPages(*file_); }
 
-  /// Frees pages on both sides of the window, takes them again, and looks.
+  // Frees pages on both sides of the window, takes them again, and looks.
   void EditAll() {
     test::RandomEditor editor(*file_, kTable, 3, 60);
     for (int round = 0; round < 6; ++round) {
@@ -139,7 +140,7 @@ TEST_F(FreeMapWindow, IsARemarkOfTheCheck) {
   EXPECT_EQ(Remarks(*file_), "remark: de kaart van vrije pagina's begint pas bij pagina 512\n");
 }
 
-/// What became of a proof.
+// What became of a proof.
 struct Figures {
   int statements = 0;
   int windows = 0;
@@ -148,7 +149,7 @@ struct Figures {
   int askedOutside = 0;
 };
 
-/// Another layout of the same free pages.
+// Another layout of the same free pages.
 void LayOutAtRandom(WindowFile& file, std::mt19937& random, Figures& figures) {
   file.LayOut([&](test::FreeMapImage& image) {
     if (random() % 4 == 0 && image.PageCount() < 4000) {

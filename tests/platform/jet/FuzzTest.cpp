@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A short run of the fuzz target over files and their mutations: whatever lies in a file, reading it ends, with an
 // Error at most.
 #include "tests/fuzz/PageMutator.h"

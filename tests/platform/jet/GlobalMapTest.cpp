@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The map of free pages as the file grows: a row that gets longer, and then bitmap pages.
 #include "platform/jet/pages/MapLayout.h"
 #include "platform/jet/pages/UsageMap.h"
@@ -28,7 +29,7 @@ class GlobalMap : public testing::Test {
     database_.Create(table);
   }
 
-  /// Long values until the file has so many pages.
+  // Long values until the file has so many pages.
   void GrowTo(std::size_t pages) {
     WriteTurn turn(*database_);
     const auto writer = database_->OpenWriter(kTable);
@@ -47,7 +48,7 @@ class GlobalMap : public testing::Test {
     turn.Commit();
   }
 
-  /// How many bitmap pages the map of free pages has.
+  // How many bitmap pages the map of free pages has.
   std::size_t BitmapPages() { return UsageMap::Read(database_->Source(), kGlobalMap).BitmapPages().size(); }
 
   FreshDatabase database_;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/index/IndexKey.h"
 
 #include "platform/jet/values/Error.h"
@@ -10,7 +11,7 @@ namespace jet {
 namespace {
 
 Bytes KeyOf(ColumnType type, const Value& value, bool ascending = true) {
-  ColumnDef column;
+  StoredColumn column;
   column.name = u"Naam";
   column.rawType = static_cast<std::uint8_t>(type);
   Bytes key;
@@ -62,7 +63,7 @@ TEST(IndexKey, SignOfADecimalIsTheSameInBothOrders) {
   EXPECT_EQ(KeyOf(ColumnType::Decimal, seven, false)[17], 0xF8);
 }
 
-/// Keys must sort as their values do, upwards and downwards.
+// Keys must sort as their values do, upwards and downwards.
 void ExpectSorted(ColumnType type, const std::vector<Value>& rising) {
   for (std::size_t i = 1; i < rising.size(); ++i) {
     EXPECT_LT(KeyOf(type, rising[i - 1]), KeyOf(type, rising[i])) << static_cast<int>(type) << " at " << i;
@@ -84,7 +85,7 @@ TEST(IndexKey, SortsAsTheValuesDo) {
 }
 
 TEST(IndexKey, RefusesWhatCannotBeIndexed) {
-  ColumnDef column;
+  StoredColumn column;
   column.name = u"Plaatje";
   column.rawType = static_cast<std::uint8_t>(ColumnType::Ole);
   EXPECT_FALSE(CanBuildKeys(column));

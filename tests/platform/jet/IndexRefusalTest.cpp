@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A table with an index that cannot be kept in step is not written to at all: by name, before the first byte changes.
 #include "platform/jet/values/Codec.h"
 #include "tests/platform/jet/support/SampleTable.h"
@@ -52,7 +53,7 @@ class IndexRefusal : public testing::Test {
   // Of the first field of the index that is made of `column`.
   std::size_t PlaceOfIndexField(std::size_t column) const {
     std::size_t place = PlaceOfColumn(def_.columns.size());
-    for (const ColumnDef& named : def_.columns)
+    for (const StoredColumn& named : def_.columns)
       place += 2 + 2 * named.name.size();
     std::size_t index = 0;
     while (def_.realIndexes[index].fields.front().column != column)
@@ -81,7 +82,7 @@ class IndexRefusal : public testing::Test {
   const std::u16string kTable = u"tblSpots";
   FreshDatabase fresh_;
   RowId row_ = 0;
-  TableDef def_;
+  StoredTable def_;
   files::MemoryFileSystem files_;
   std::unique_ptr<Database> database_;
   Bytes before_;

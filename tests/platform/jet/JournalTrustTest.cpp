@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which journals are believed: only one that can be what a writer of this very file left.
 #include "platform/files/MemoryFileSystem.h"
 #include "platform/jet/pages/Files.h"
@@ -35,7 +36,7 @@ void PrintTo(const Forgery& forgery, std::ostream* out) {
   *out << forgery.name;
 }
 
-/// A journal that is whole and has the right checksum, but that no writer of this program can have left.
+// A journal that is whole and has the right checksum, but that no writer of this program can have left.
 class ForgedJournal : public testing::TestWithParam<Forgery> {
  protected:
   void SetUp() override {
@@ -96,7 +97,7 @@ TEST_P(ForgedJournal, IsNotLaidOverAFileThatIsOnlyRead) {
   EXPECT_EQ(memory_.Get(kJournal), journal_);
 }
 
-/// The rights of the database, and who wrote the journal; the database is of user 1001 and group 2000.
+// The rights of the database, and who wrote the journal; the database is of user 1001 and group 2000.
 struct Writer {
   const char* name;
   unsigned permissions;
@@ -143,7 +144,7 @@ TEST_P(JournalOf, IsBelievedWhenThatUserMayWriteTheDatabase) {
 
 class StaleJournal : public testing::Test {
  protected:
-  /// A copy of another state is put back over the file, and the journal forgotten.
+  // A copy of another state is put back over the file, and the journal forgotten.
   void SetUp() override {
     memory_.Put(kPath, test::TinyDatabase({7, 8, 9, 10, 11}));
     memory_.Put(kJournal, test::DieMidway().journal);

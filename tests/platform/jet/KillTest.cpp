@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A program that is killed at any moment loses nothing that it was told is done.
 #include "tests/platform/jet/support/Child.h"
 #include "tests/platform/jet/support/ProofFile.h"
@@ -34,7 +35,7 @@ ProofFile::Row Renamed(int n) {
   return {u"Nieuw " + Fresh(n + 3).name, std::u16string(length, u'n')};
 }
 
-/// One statement: a third of the steps inserts, then updates, then deletes, so that each is killed as often.
+// One statement: a third of the steps inserts, then updates, then deletes, so that each is killed as often.
 void Step(Database& database, int step) {
   const int n = step / 3 + 1;
   WriteTurn turn(database);
@@ -52,7 +53,7 @@ void Step(Database& database, int step) {
   turn.Commit();
 }
 
-/// What the table holds after so many steps.
+// What the table holds after so many steps.
 Rows RowsAfter(int steps) {
   Rows rows;
   const int inserted = (steps + 2) / 3;

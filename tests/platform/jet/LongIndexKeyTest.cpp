@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Values that make an index entry longer than a page takes.
 #include "platform/jet/values/Error.h"
 #include "tests/platform/jet/support/SampleTable.h"
@@ -13,7 +14,7 @@ namespace {
 using test::Column;
 
 const std::u16string kTable = u"tblLang";
-/// A hyphen takes four bytes of a key.
+// A hyphen takes four bytes of a key.
 const std::u16string kLongKey(255, u'-');
 
 class LongIndexKey : public testing::Test {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/database/NewDatabase.h"
 
 #include "tests/platform/jet/support/SampleTable.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Several processes on one file, and processes that are killed.
 #include "platform/jet/check/Check.h"
 #include "platform/jet/values/Error.h"
@@ -62,7 +63,7 @@ class ProcessTest : public testing::Test {
   std::filesystem::path path_;
 };
 
-/// Step n adds row n, renames row n - 3 and deletes row n - 6, all in one change.
+// Step n adds row n, renames row n - 3 and deletes row n - 6, all in one change.
 void Step(Database& database, int n) {
   WriteTurn turn(database);
   const auto writer = database.OpenWriter(kTable);

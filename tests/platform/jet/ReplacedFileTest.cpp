@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Files that are replaced while programs have them open.
 #include "platform/files/HookedFileSystem.h"
 #include "platform/files/MemoryFileSystem.h"
@@ -47,7 +48,7 @@ class ReplacedFile : public testing::Test {
     const ReadGuard reading(storage);
     return PagesOf(storage.Source());
   }
-  /// Puts another file in its place, as `mv` does.
+  // Puts another file in its place, as `mv` does.
   void MoveOver(const Values& pages) {
     files_.Put(kNew, test::TinyDatabase(pages));
     files_.Rename(kNew, kPath);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Files made by this library, read back by outside readers: the ends of every kind of value, tables of any length.
 #include "tests/platform/jet/support/Agreement.h"
 #include "tests/platform/jet/support/SampleTable.h"
@@ -21,7 +22,7 @@ std::u16string Digits(int number) {
   return {digits.begin(), digits.end()};
 }
 
-/// The values of each column at its ends; memos of one byte to a megabyte.
+// The values of each column at its ends; memos of one byte to a megabyte.
 std::vector<std::pair<ColumnDefinition, std::vector<Value>>> Extremes() {
   const auto text = [](std::u16string value) { return Value(std::move(value)); };
   const auto whole = [](std::int64_t value) { return Value(value); };

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/rows/Rows.h"
 
 #include "platform/jet/values/Codec.h"
@@ -14,8 +15,8 @@ using jet::Bytes;
 using jet::ColumnType;
 using jet::Value;
 
-jet::ColumnDef Column(ColumnType type, std::uint16_t number, std::uint16_t place, bool fixed) {
-  jet::ColumnDef column;
+jet::StoredColumn Column(ColumnType type, std::uint16_t number, std::uint16_t place, bool fixed) {
+  jet::StoredColumn column;
   column.rawType = static_cast<std::uint8_t>(type);
   column.number = number;
   column.flags = fixed ? 3 : 2;
@@ -24,15 +25,15 @@ jet::ColumnDef Column(ColumnType type, std::uint16_t number, std::uint16_t place
   return column;
 }
 
-jet::TableDef Table(std::vector<jet::ColumnDef> columns, std::uint16_t variables) {
-  jet::TableDef table;
+jet::StoredTable Table(std::vector<jet::StoredColumn> columns, std::uint16_t variables) {
+  jet::StoredTable table;
   table.maxColumns = static_cast<std::uint16_t>(columns.size());
   table.variableColumns = variables;
   table.columns = std::move(columns);
   return table;
 }
 
-Value Field(const jet::TableDef& table, const Bytes& row, std::size_t column) {
+Value Field(const jet::StoredTable& table, const Bytes& row, std::size_t column) {
   const auto database = OpenBytes(DatabaseImage().File());
   Value value;
   jet::ReadField(database->Source(), jet::RowView(row, table), table.columns[column], value);
@@ -43,9 +44,9 @@ Value Field(const jet::TableDef& table, const Bytes& row, std::size_t column) {
 const Bytes kShipper = {0x03, 0x00, 0x01, 0x00, 0x00, 0x00, 0xFF, 0xFE, 'S',  'p',  'e',  'e',  'd',  'y',  ' ', 'E',
                         'x',  'p',  'r',  'e',  's',  's',  0xFF, 0xFE, '(',  '5',  '0',  '3',  ')',  ' ',  '5', '5',
                         '5',  '-',  '9',  '8',  '3',  '1',  0x26, 0x00, 0x16, 0x00, 0x06, 0x00, 0x02, 0x00, 0x07};
-const jet::TableDef kShippers = Table({Column(ColumnType::Long, 0, 0, true), Column(ColumnType::Text, 1, 0, false),
-                                       Column(ColumnType::Text, 2, 1, false)},
-                                      2);
+const jet::StoredTable kShippers = Table({Column(ColumnType::Long, 0, 0, true), Column(ColumnType::Text, 1, 0, false),
+                                          Column(ColumnType::Text, 2, 1, false)},
+                                         2);
 
 TEST(Rows, ReadsARealRow) {
   EXPECT_EQ(Field(kShippers, kShipper, 0), Value(std::int64_t{1}));
@@ -54,7 +55,7 @@ TEST(Rows, ReadsARealRow) {
 }
 
 TEST(Rows, ColumnsMadeLaterAreNullInOlderRows) {
-  jet::TableDef table = kShippers;
+  jet::StoredTable table = kShippers;
   table.maxColumns = 5;
   table.variableColumns = 3;
   table.columns.push_back(Column(ColumnType::Text, 3, 2, false));
@@ -64,26 +65,27 @@ TEST(Rows, ColumnsMadeLaterAreNullInOlderRows) {
 }
 
 TEST(Rows, EmptyTextIsNotNull) {
-  const jet::TableDef table = Table({Column(ColumnType::Text, 0, 0, false), Column(ColumnType::Text, 1, 1, false)}, 2);
+  const jet::StoredTable table =
+      Table({Column(ColumnType::Text, 0, 0, false), Column(ColumnType::Text, 1, 1, false)}, 2);
   const Bytes row = RowBytes(2, {}, {{}, {}}, 0b01);
   EXPECT_EQ(Field(table, row, 0), Value(u""));
   EXPECT_EQ(Field(table, row, 1), Value());
 }
 
 TEST(Rows, PaddingBeforeTheOffsetsIsSkipped) {
-  const jet::TableDef table = Table({Column(ColumnType::Text, 0, 0, false)}, 1);
+  const jet::StoredTable table = Table({Column(ColumnType::Text, 0, 0, false)}, 1);
   const Bytes row = Le(1, 2) + Utf16("ab") + Bytes(5, 0xEE) + Le(6, 2) + Le(2, 2) + Le(1, 2) + Bytes{1};
   EXPECT_EQ(Field(table, row, 0), Value(u"ab"));
 }
 
 TEST(Rows, NumbersMayLieInTheVariableArea) {
-  const jet::TableDef table = Table({Column(ColumnType::Long, 0, 0, false)}, 1);
+  const jet::StoredTable table = Table({Column(ColumnType::Long, 0, 0, false)}, 1);
   EXPECT_EQ(Field(table, RowBytes(1, {}, {Le(77, 4)}, 1), 0), Value(std::int64_t{77}));
   EXPECT_THROW(Field(table, RowBytes(1, {}, {Le(77, 3)}, 1), 0), jet::Error);
 }
 
 Value Decoded(ColumnType type, const Bytes& stored, std::uint8_t scale = 0) {
-  jet::ColumnDef column = Column(type, 0, 0, true);
+  jet::StoredColumn column = Column(type, 0, 0, true);
   column.scale = scale;
   Value value;
   jet::DecodeValue(column, stored, value);
@@ -118,7 +120,7 @@ TEST(Rows, EveryCutOfARowIsAnErrorOrAnotherRow) {
     const Bytes row(kShipper.begin(), kShipper.begin() + static_cast<std::ptrdiff_t>(size));
     try {
       const jet::RowView view(row, kShippers);
-      for (const jet::ColumnDef& column : kShippers.columns) {
+      for (const jet::StoredColumn& column : kShippers.columns) {
         if (!view.Bit(column)) continue;
         const jet::ByteView bytes = view.BytesOf(column);
         EXPECT_TRUE(bytes.empty() || (bytes.data() >= row.data() && bytes.data() + bytes.size() <= row.data() + size));

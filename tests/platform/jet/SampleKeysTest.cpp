@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every key of every index of real files must be what we would have written for that row.
 #include "platform/jet/index/IndexKey.h"
 #include "platform/jet/pages/DataPage.h"
@@ -5,7 +6,7 @@
 #include "platform/jet/pages/Pages.h"
 #include "platform/jet/pages/UsageMap.h"
 #include "platform/jet/rows/Rows.h"
-#include "platform/jet/rows/TableDef.h"
+#include "platform/jet/rows/StoredTable.h"
 #include "platform/jet/values/Codec.h"
 #include "platform/jet/values/Error.h"
 
@@ -23,7 +24,7 @@ constexpr std::size_t kMask = 27;
 constexpr std::size_t kEntries = 480;
 constexpr std::size_t kPointer = 4;
 
-/// A small index walker of the test's own: all entries of one leaf, completed by their prefix.
+// A small index walker of the test's own: all entries of one leaf, completed by their prefix.
 std::vector<Bytes> LeafEntries(const PageBytes& page) {
   std::vector<Bytes> entries;
   const std::size_t prefix = LoadU16(&page[24]);
@@ -39,11 +40,11 @@ std::vector<Bytes> LeafEntries(const PageBytes& page) {
   return entries;
 }
 
-/// How many keys of a file cannot be the same as ours, and why.
+// How many keys of a file cannot be the same as ours, and why.
 struct Sample {
   const char* name;
-  int unknownCharacters = 0;  ///< the row's text has characters without a known weight
-  int otherWriters = 0;       ///< written by a library that gives the two weights of AE, TH and SS one accent together
+  int unknownCharacters = 0;  // the row's text has characters without a known weight
+  int otherWriters = 0;       // written by a library that gives the two weights of AE, TH and SS one accent together
 };
 
 void PrintTo(const Sample& sample, std::ostream* out) {
@@ -52,7 +53,7 @@ void PrintTo(const Sample& sample, std::ostream* out) {
 
 class SampleKeys : public testing::TestWithParam<Sample> {
  protected:
-  void CompareEntry(PageSource& pages, const TableDef& table, const RealIndexDef& index, const Bytes& entry) try {
+  void CompareEntry(PageSource& pages, const StoredTable& table, const StoredIndex& index, const Bytes& entry) try {
     const std::uint8_t* pointer = entry.data() + entry.size() - kPointer;
     const auto row = FindRow(pages, MakeRowId(LoadU24BigEndian(pointer), pointer[3]), true);
     ASSERT_TRUE(row.has_value());
@@ -67,8 +68,8 @@ class SampleKeys : public testing::TestWithParam<Sample> {
     ++unknown_;
   }
 
-  void CompareTable(PageSource& pages, const TableDef& table) {
-    for (const RealIndexDef& index : table.realIndexes) {
+  void CompareTable(PageSource& pages, const StoredTable& table) {
+    for (const StoredIndex& index : table.realIndexes) {
       for (const std::uint32_t number : UsageMap::Read(pages, index.map).Members()) {
         const PageRef page = pages.Read(number);
         if ((*page)[0] != static_cast<std::uint8_t>(PageType::IndexLeaf)) continue;
@@ -100,7 +101,7 @@ TEST_P(SampleKeys, AreRebuiltFromTheRows) {
   for (std::uint32_t number = 2; number < pages.PageCount(); ++number) {
     if ((*pages.Read(number))[0] != static_cast<std::uint8_t>(PageType::Definition)) continue;
     try {
-      CompareTable(pages, ReadTableDef(pages, number));
+      CompareTable(pages, ReadStoredTable(pages, number));
     } catch (const Error& error) {
       // The continuation of a long definition looks like one of its own; its words make no sense as a table.
       ASSERT_EQ(error.Code(), ErrorCode::Damaged) << error.what();

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Real files, made by the original programs.
 #include "tests/platform/jet/support/Samples.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Links, other kinds of files, and the rights of several users, on a real disk.
 #include "platform/jet/database/Database.h"
 #include "platform/jet/storage/Storage.h"
@@ -67,7 +68,7 @@ class SharedFolder : public testing::Test {
   static unsigned ModeOf(const fs::path& path) {
     return static_cast<unsigned>(fs::status(path).permissions() & fs::perms::mask);
   }
-  /// Runs as a user without rights of his own, and says what went wrong.
+  // Runs as a user without rights of his own, and says what went wrong.
   static std::string AsAnother(const std::function<void()>& work) {
     Child child([&](const Child::Acknowledge& acknowledge) {
       if (::geteuid() == 0 && (::setgroups(0, nullptr) != 0 || ::setgid(kNobody) != 0 || ::setuid(kNobody) != 0))

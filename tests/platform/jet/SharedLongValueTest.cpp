@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Memos that share their pieces, as only a damaged file has them: what is read of them stays within the file's size.
 #include "platform/jet/database/Database.h"
 #include "platform/jet/values/Error.h"
@@ -15,7 +16,7 @@ namespace {
 
 constexpr int kRows = 200;
 
-/// What a scan gives.
+// What a scan gives.
 struct Scanned {
   std::size_t rows = 0;
   std::size_t characters = 0;

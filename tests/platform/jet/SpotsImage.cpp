@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/platform/jet/SpotsImage.h"
 
 #include <string>

@@ -1,12 +1,13 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "tests/platform/jet/DatabaseImage.h"
 
 #include <vector>
 
-/// A file with one table "Spots" (Id, Amount, Flag, Name, Notes) of six rows, Ids 1 to 6, names "a" to "f". Row 2 has
-/// an inline memo, row 4 one of a single piece, row 5 one of two pieces; row 3 has moved. "PrimaryKey" on Id is a tree
-/// of a node and two leaves, "Name" a single leaf.
+// A file with one table "Spots" (Id, Amount, Flag, Name, Notes) of six rows, Ids 1 to 6, names "a" to "f". Row 2 has
+// an inline memo, row 4 one of a single piece, row 5 one of two pieces; row 3 has moved. "PrimaryKey" on Id is a tree
+// of a node and two leaves, "Name" a single leaf.
 struct SpotsImage {
   SpotsImage();
 
@@ -26,5 +27,5 @@ struct SpotsImage {
   std::uint32_t nameRoot = 0;
 };
 
-/// Head of a long value: kind 0 chain, 1 single, 2 inline.
+// Head of a long value: kind 0 chain, 1 single, 2 inline.
 jet::Bytes LongHead(std::uint32_t length, std::uint32_t kind, jet::RowId where);

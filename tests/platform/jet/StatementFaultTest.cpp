@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every statement that writes, with every call to the disk failing in turn, in every way.
 #include "platform/jet/check/Check.h"
 #include "tests/fuzz/EditBases.h"
@@ -37,7 +38,7 @@ void Insert(Database& database, std::size_t textLength) {
   database.OpenWriter(u"tblSpots")->Insert(row);
 }
 
-/// As many rows as indexes of two levels take, and all of them into a table that has none.
+// As many rows as indexes of two levels take, and all of them into a table that has none.
 void FillATable(Database& database) {
   TableDefinition table = test::SpotsTable();
   std::erase_if(table.columns, [](const ColumnDefinition& column) { return column.type >= ColumnType::Ole; });
@@ -55,11 +56,11 @@ void FillATable(Database& database) {
   }
   const Table source = database.OpenTable(u"tblBron");
   const auto filling = database.OpenWriter(u"tblDoel");
-  filling->BeginStored();
-  TableCursor rows = source.Scan(filling->KnownColumns());
+  filling->BeginCopy();
+  TableCursor rows = source.Scan(filling->IndexedColumns());
   while (rows.Next())
-    filling->InsertStored(rows.Row(), rows.Values());
-  filling->EndStored();
+    filling->CopyRow(rows.Row(), rows.Values());
+  filling->EndCopy();
 }
 
 const Statement kStatements[] = {
@@ -88,7 +89,7 @@ const Statement kStatements[] = {
        database.CreateTable(table);
      }}};
 
-/// All that a reader can see; "damaged" with the problems when the check has any.
+// All that a reader can see; "damaged" with the problems when the check has any.
 witness::Tables StateOf(files::MemoryFileSystem& files) {
   const auto database = Database::Open(kPath, fuzz::ForEditing(), files);
   for (const Finding& finding : CheckDatabase(*database))

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The order in which a change reaches the disk. A power cut may come between any two of these steps.
 #include "platform/jet/values/Error.h"
 #include "tests/platform/jet/support/FaultyFiles.h"
@@ -38,7 +39,7 @@ std::string StepOf(const Change& change) {
   return kVerbs[change.kind] + NameOf(change);
 }
 
-/// What the work does to the files, writes of several pages told once. The lock file holds nothing that must last.
+// What the work does to the files, writes of several pages told once. The lock file holds nothing that must last.
 template <class Work>
 Steps StepsOf(files::MemoryFileSystem& memory, Work work) {
   FaultyFiles files(memory);

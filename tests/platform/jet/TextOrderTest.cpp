@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/jet/values/TextOrder.h"
 
 #include "platform/jet/values/Error.h"
@@ -99,7 +100,7 @@ TEST(TextOrder, SortsDutchAndFrenchNamesAsTheDatabaseDoes) {
                                                 u"IJs", u"Ijsland", u"Œuvre", u"oever", u"'s-Gravenhage", u"zèbre"}));
 }
 
-/// Texts full of what is special: accents, double letters, ignored characters, hyphens, spaces, the unknown.
+// Texts full of what is special: accents, double letters, ignored characters, hyphens, spaces, the unknown.
 class RandomTexts {
  public:
   explicit RandomTexts(bool known) : alphabet_(u"aAbcé\u00E8ßæÆsœ- '\u00AD\u0001z") {
@@ -132,7 +133,7 @@ TEST(TextOrder, ComparesAsTheKeysDo) {
   }
 }
 
-/// UTF-8 has no lone surrogates; of those, RandomTexts gives only these two.
+// UTF-8 has no lone surrogates; of those, RandomTexts gives only these two.
 std::u16string WithoutLoneSurrogates(std::u16string text) {
   constexpr char16_t kHigh = 0xD83D;
   constexpr char16_t kLow = 0xDE00;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How long statements wait for each other, and who may go first.
 #include "platform/files/MemoryFileSystem.h"
 #include "platform/jet/pages/Files.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The real sample files, read beside outside readers of the same format.
 #include "tests/platform/jet/support/Witness.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What this library writes, read by an outside reader.
 #include "platform/jet/check/Check.h"
 #include "tests/platform/jet/support/RandomRows.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Several programs that write to one file at the same time, one of them killed in the midst.
 #include "platform/jet/values/Error.h"
 #include "tests/platform/jet/support/Child.h"
@@ -33,7 +34,7 @@ enum class Change : std::int64_t {
   Duplicates = 6
 };
 
-/// What a child tells: a change and the row's ID, or a figure at its end.
+// What a child tells: a change and the row's ID, or a figure at its end.
 std::int64_t Told(Change change, std::int64_t number) {
   return number * 8 + static_cast<std::int64_t>(change);
 }
@@ -44,7 +45,7 @@ ProofFile::Row RowOf(std::int64_t id, bool renamed) {
   return {name, std::u16string(id % 10 == 0 ? 500 : 12, static_cast<char16_t>(u'A' + id % 26))};
 }
 
-/// One program: it keeps the last rows that it made, renames one now and then and deletes its oldest.
+// One program: it keeps the last rows that it made, renames one now and then and deletes its oldest.
 class Writer {
  public:
   Writer(Database& database, const Child::Acknowledge& acknowledge, unsigned seed)
@@ -82,7 +83,7 @@ class Writer {
     Insert();
   }
 
-  /// The next number is read in one statement and used in another: a second program may have taken it meanwhile.
+  // The next number is read in one statement and used in another: a second program may have taken it meanwhile.
   void Insert() {
     const std::int64_t id = LargestId() + 1;
     WriteTurn turn(database_);
@@ -127,9 +128,9 @@ class Writer {
   std::int64_t duplicates_ = 0;
 };
 
-/// What all children said is done.
+// What all children said is done.
 struct Account {
-  std::map<int, std::map<std::int64_t, bool>> rows;  ///< by child and ID: whether it was renamed
+  std::map<int, std::map<std::int64_t, bool>> rows;  // by child and ID: whether it was renamed
   std::int64_t changes = 0;
   std::int64_t longestWait = 0;
   std::int64_t refused = 0;
@@ -163,7 +164,7 @@ struct Account {
   }
 };
 
-/// Reads what the children tell until all have ended; kills the first after so many of its changes.
+// Reads what the children tell until all have ended; kills the first after so many of its changes.
 void Collect(std::vector<std::unique_ptr<Child>>& children, int killAfter, Account& account) {
   std::vector<::pollfd> open;
   open.reserve(children.size());
@@ -186,7 +187,7 @@ void Collect(std::vector<std::unique_ptr<Child>>& children, int killAfter, Accou
   }
 }
 
-/// A number may come back after its row was deleted, but no two have it at the same time.
+// A number may come back after its row was deleted, but no two have it at the same time.
 std::map<std::int64_t, bool> RowsOfAll(const Account& account) {
   std::map<std::int64_t, bool> all;
   for (const auto& [child, rows] : account.rows) {
@@ -196,7 +197,7 @@ std::map<std::int64_t, bool> RowsOfAll(const Account& account) {
   return all;
 }
 
-/// The killed one may have finished one change more than it could tell.
+// The killed one may have finished one change more than it could tell.
 int Differences(const Account& account, const ProofFile::Rows& rows) {
   int differences = 0;
   const std::map<std::int64_t, bool> told = RowsOfAll(account);

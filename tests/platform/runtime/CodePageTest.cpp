@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/runtime/CodePage.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/runtime/Numbers.h"
 
 #include "platform/runtime/Error.h"

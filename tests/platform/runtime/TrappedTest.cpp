@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "platform/runtime/Trapped.h"
 
 #include "platform/desktop/MessageBox.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a player core reported, in order.
 #pragma once
 

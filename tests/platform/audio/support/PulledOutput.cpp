@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/platform/audio/support/PulledOutput.h"
 
 #include <algorithm>

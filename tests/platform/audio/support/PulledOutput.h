@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // An output whose frames the test takes by hand: no device, no clock.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/platform/audio/support/SoundFiles.h"
 
 #include "platform/audio/Decoder.h"

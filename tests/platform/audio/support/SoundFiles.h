@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Real sound files for tests, made on the spot, and what a straight decode of them holds.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Who is let in, and that nobody else is taken for the server.
 #include "tests/platform/dao/postgres/ServerScratch.h"
 

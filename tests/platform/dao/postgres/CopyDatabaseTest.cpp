@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A database copied from a file to a server and back is the same database.
 #include "platform/dao/CopyDatabase.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What is acknowledged is stored once, whatever happens to lines, sessions, servers and programs.
 #include "platform/dao/WriteWait.h"
 #include "platform/dao/postgres/ServerStorage.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A day of eight planners, on a primary with a synchronous standby. The primary is killed and the standby promoted.
 #include "tests/platform/dao/postgres/ServerScratch.h"
 #include "tests/support/Fork.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Preloaded into a test's server: writes to its tables find no room as long as the file named by SPOTROOSTER_FULL_DISK
 // exists.
 #include <dlfcn.h>

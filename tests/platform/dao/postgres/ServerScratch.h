@@ -1,4 +1,6 @@
+// SPDX-License-Identifier: MIT
 #pragma once
+
 #include "platform/dao/Database.h"
 #include "platform/dao/postgres/Connection.h"
 #include "tests/platform/dao/Scratch.h"

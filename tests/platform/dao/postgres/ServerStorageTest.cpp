@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A schema on a server in the place of a database file.
 #include "platform/dao/postgres/ServerStorage.h"
 

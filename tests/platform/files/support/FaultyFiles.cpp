@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/platform/files/support/FaultyFiles.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "platform/files/HookedFileSystem.h"
@@ -6,21 +7,21 @@
 
 namespace files::test {
 
-/// The ways in which one call can go wrong.
+// The ways in which one call can go wrong.
 enum class Fault { None, Error, DiskFull, Interrupted, ShortCount, Dead };
 
-/// A file system over another that counts its calls and lets a chosen one fail. `Dead` is a process that is killed: the
-/// chosen call and all after it do nothing and fail. It can keep a list of what was changed, for replaying it in part.
+// A file system over another that counts its calls and lets a chosen one fail. `Dead` is a process that is killed: the
+// chosen call and all after it do nothing and fail. It can keep a list of what was changed, for replaying it in part.
 class FaultyFiles final : public HookedFileSystem {
  public:
   explicit FaultyFiles(FileSystem& real);
 
-  /// The call with this number (from 0, counted from now on) fails.
+  // The call with this number (from 0, counted from now on) fails.
   void FailAt(int call, Fault fault);
   void FailNever() { fault_ = Fault::None; }
   bool Failed() const { return failed_; }
 
-  /// One change, in the order in which they were made.
+  // One change, in the order in which they were made.
   struct Change {
     enum Kind { Write, Truncate, Sync, Create, Remove, Rename, SyncFolder } kind;
     Path path;
@@ -32,7 +33,7 @@ class FaultyFiles final : public HookedFileSystem {
 
  private:
   std::int64_t Around(FileCall& call, const Make& make);
-  /// What the next call returns instead of doing its work: 0 = it does it, or half of it.
+  // What the next call returns instead of doing its work: 0 = it does it, or half of it.
   int Next(FileCall& call);
   void Note(const FileCall& call);
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/platform/jet/support/Agreement.h"
 
 #include "tests/platform/jet/support/Witness.h"
@@ -27,7 +28,7 @@ std::string UpToZero(const std::string& hex) {
   return hex.substr(0, at);
 }
 
-/// The digits alone: readers give braces and hyphens or not, in any case, or all that as hexadecimal bytes.
+// The digits alone: readers give braces and hyphens or not, in any case, or all that as hexadecimal bytes.
 std::string PlainGuid(std::string cell) {
   if (cell.rfind("7B", 0) == 0 && cell.size() > 36) {
     std::string text;
@@ -57,7 +58,7 @@ std::string Comparable(Reader reader, const std::string& field, const std::strin
   return bytes.empty() ? "<null>" : bytes;
 }
 
-/// `fields`: as this library tells them.
+// `fields`: as this library tells them.
 TableText Comparable(Reader reader, TableText table, const std::vector<std::string>& fields) {
   for (std::vector<std::string>& row : table.rows) {
     for (std::size_t i = 0; i < row.size() && i < fields.size(); ++i)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/platform/jet/support/Child.h"
 
 #include <sys/wait.h>

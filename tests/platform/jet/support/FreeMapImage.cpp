@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/platform/jet/support/FreeMapImage.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/platform/jet/support/ProofFile.h"
 
 #include "platform/jet/check/Check.h"

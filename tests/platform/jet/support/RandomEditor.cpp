@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/platform/jet/support/RandomEditor.h"
 
 #include "platform/jet/check/Check.h"
@@ -23,7 +24,7 @@ RandomEditor::Rows ReadAll(const Table& table) {
   return rows;
 }
 
-/// Said before anything changes: of a value that the file does not want, a key that is not known, a cascade.
+// Said before anything changes: of a value that the file does not want, a key that is not known, a cascade.
 bool IsRefusal(ErrorCode code) {
   return code == ErrorCode::Duplicate || code == ErrorCode::Required || code == ErrorCode::Relation ||
          code == ErrorCode::TooLong || code == ErrorCode::UnknownCharacter || code == ErrorCode::Unsupported;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/platform/jet/support/RandomRows.h"
 
 #include <algorithm>
@@ -41,7 +42,7 @@ Bytes RandomRows::Binary(std::size_t most) {
   return bytes;
 }
 
-/// In the row, in a row of its own, in a chain.
+// In the row, in a row of its own, in a chain.
 std::size_t RandomRows::LongLength() {
   const std::size_t most[] = {2, 70, 300, 4076, 4100, 20000};
   return random_() % most[random_() % 6] + 1;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "platform/jet/table/Definition.h"
@@ -8,7 +9,7 @@
 
 namespace jet::test {
 
-/// Values of every kind by chance: nulls, empty and longest texts, extremes, memos of every stored form.
+// Values of every kind by chance: nulls, empty and longest texts, extremes, memos of every stored form.
 class RandomRows {
  public:
   explicit RandomRows(unsigned seed) : random_(seed) {}

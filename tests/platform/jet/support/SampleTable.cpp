@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/platform/jet/support/SampleTable.h"
 
 #include "platform/jet/check/Check.h"

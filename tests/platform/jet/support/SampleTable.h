@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "platform/files/MemoryFileSystem.h"
@@ -11,17 +12,17 @@
 
 namespace jet::test {
 
-/// A new database in memory, opened for writing.
+// A new database in memory, opened for writing.
 class FreshDatabase {
  public:
   FreshDatabase();
   Database& operator*() { return *database_; }
   Database* operator->() { return database_.get(); }
   files::MemoryFileSystem& Files() { return files_; }
-  /// All that CheckDatabase says, remarks too.
+  // All that CheckDatabase says, remarks too.
   std::string Findings();
   void Create(const TableDefinition& table);
-  /// Inserts and commits one row.
+  // Inserts and commits one row.
   RowId Insert(const std::u16string& table, std::vector<Value> row);
   std::size_t Rows(const std::u16string& table) { return database_->OpenTable(table).CountRows(); }
 
@@ -33,14 +34,14 @@ class FreshDatabase {
 };
 
 ColumnDefinition Column(const char16_t* name, ColumnType type, std::uint16_t size = 0);
-/// ID (autonumber, primary key), Naam (text 50, required, indexed), Datum, Tekst (memo), Foto (OLE), Actief.
+// ID (autonumber, primary key), Naam (text 50, required, indexed), Datum, Tekst (memo), Foto (OLE), Actief.
 TableDefinition SpotsTable();
-/// A row of it.
+// A row of it.
 std::vector<Value> Spot(const std::u16string& name, const std::u16string& text = u"");
-/// A field of every kind that can be written but Date, Guid and Decimal; the ID is the key, an index is on two fields.
+// A field of every kind that can be written but Date, Guid and Decimal; the ID is the key, an index is on two fields.
 TableDefinition AllKindsTable();
 
-/// What the call's Error says; "" when there is none.
+// What the call's Error says; "" when there is none.
 template <typename Call>
 std::string MessageOf(Call call) {
   try {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 #include "platform/jet/database/Database.h"
@@ -7,15 +8,15 @@
 #include <string>
 #include <vector>
 
-/// Real files, made by the original programs.
+// Real files, made by the original programs.
 namespace witness {
 
-/// Folder of the real sample files; nothing when the environment does not name one.
+// Folder of the real sample files; nothing when the environment does not name one.
 std::optional<std::string> SampleFolder();
-/// The real sample files that this library reads.
+// The real sample files that this library reads.
 std::vector<std::string> SampleNames();
 std::string SamplePath(const std::string& name);
-/// The password that the sample asks for; mostly none.
+// The password that the sample asks for; mostly none.
 std::string SamplePassword(const std::string& name);
 std::unique_ptr<jet::Database> OpenSample(const std::string& name);
 

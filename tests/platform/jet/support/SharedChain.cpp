@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/platform/jet/support/SharedChain.h"
 
 #include "tests/platform/jet/SpotsImage.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/platform/jet/support/TableText.h"
 
 #include "platform/jet/values/Utf8.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/platform/jet/support/Wreck.h"
 
 #include "platform/files/MemoryFileSystem.h"

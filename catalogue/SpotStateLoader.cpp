@@ -1,0 +1,140 @@
+// SPDX-License-Identifier: MIT
+#include "catalogue/SpotStateLoader.h"
+
+#include "data/Catalogue.h"
+#include "data/SpotFacts.h"
+#include "platform/dao/Database.h"
+#include "platform/runtime/Clock.h"
+#include "platform/runtime/Error.h"
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Rows taken over between two turns of the event loop: with the marks that a list makes of them a few milliseconds'
+// work.
+constexpr std::size_t kSlice = 500;
+
+QString Query(const QString& table) {
+  QString fields;
+  for (const auto* name : {u"ID", u"Path", u"LengteSec", u"StartDatum", u"StartUur", u"EindDatum", u"EindUur"}) {
+    fields += table + u'.' + QString::fromUtf16(name) + u", "_s;
+  }
+  return u"SELECT "_s + fields + table + u".Aktief From "_s + table;
+}
+
+}  // namespace
+
+SpotStateLoader::SpotStateLoader(QObject* parent)
+    : QObject(parent),
+      reading_(this),
+      finder_(this,
+              [this](const std::vector<FilePresenceChecker::Found>& found, bool last) { TakeFiles(found, last); }) {
+  connect(&slices_, &QTimer::timeout, this, &SpotStateLoader::ProcessBatch);
+}
+
+void SpotStateLoader::Start(std::chrono::milliseconds patience) {
+  finder_.Cancel();
+  slices_.stop();
+  spots_.clear();
+  counts_ = SpotCounts();
+  rows_.clear();
+  files_.clear();
+  taken_ = 0;
+  read_ = finished_ = false;
+  now_ = runtime::Now();
+  const Catalogue catalogue = CurrentCatalogue();
+  reading_.Send([this, path = catalogue.databasePath, table = catalogue.itemSpots](const LatestTask::Token& errand) {
+    if (!errand.IsWanted()) return;
+    errand.Tell([this, rows = ReadRows(path, table)]() mutable { OnRowsLoaded(std::move(rows)); });
+  });
+  if (patience.count() == 0) return;
+  reading_.WaitFor(patience);
+  if (slices_.isActive()) ProcessBatch();
+}
+
+std::optional<std::vector<SpotStateLoader::Row>> SpotStateLoader::ReadRows(const QString& databasePath,
+                                                                           const QString& table) {
+  try {
+    // To read only: the catalogue's users are the windows.
+    dao::Recordset found = dao::OpenDatabase(databasePath, {{}, true}).OpenRecordset(Query(table));
+    std::vector<Row> rows;
+    rows.reserve(static_cast<std::size_t>(found.RecordCount()));
+    for (; !found.Eof(); found.MoveNext())
+      rows.push_back({found.Field(0).toLongLong(), FactsOf(found)});
+    return rows;
+  } catch (const runtime::Error&) {
+    // Whoever wanted the told list has been told already; marks are an extra.
+    return std::nullopt;
+  }
+}
+
+void SpotStateLoader::OnRowsLoaded(std::optional<std::vector<Row>> rows) {
+  if (!rows) return Finish();
+  rows_ = *std::move(rows);
+  spots_.reserve(static_cast<qsizetype>(rows_.size()));
+  slices_.start(0);
+}
+
+void SpotStateLoader::ProcessBatch() {
+  QList<qint64> ids;
+  for (; taken_ < rows_.size() && ids.size() < static_cast<qsizetype>(kSlice); ++taken_) {
+    ids += rows_[taken_].id;
+    TakeRow(std::move(rows_[taken_]));
+  }
+  read_ = taken_ == rows_.size();
+  if (read_) slices_.stop();
+  if (!ids.isEmpty()) Q_EMIT changed(ids);
+  if (!read_) return;
+  rows_.clear();
+  finder_.Look(std::exchange(files_, {}));
+}
+
+void SpotStateLoader::TakeRow(Row row) {
+  if (spots_.contains(row.id)) return;  // a local copy may hold an ID twice
+  Spot spot{std::move(row.facts), {}};
+  const auto seen = lastSeen_.constFind(spot.facts.path);
+  if (seen != lastSeen_.constEnd()) spot.facts.file = *seen;
+  spot.state = StateOf(spot.facts, now_);
+  counts_.Add(spot.state);
+  if (!spot.facts.path.isEmpty()) files_.push_back({row.id, spot.facts.path});
+  spots_.emplace(row.id, std::move(spot));
+}
+
+const SpotStateLoader::Spot* SpotStateLoader::Find(qint64 id) const {
+  const auto spot = spots_.constFind(id);
+  return spot == spots_.constEnd() ? nullptr : &*spot;
+}
+
+void SpotStateLoader::TakeFiles(const std::vector<FilePresenceChecker::Found>& found, bool last) {
+  QList<qint64> ids;
+  for (const FilePresenceChecker::Found& file : found) {
+    if (TakeFile(file.id, file.presence)) ids += file.id;
+  }
+  if (!ids.isEmpty()) Q_EMIT changed(ids);
+  if (last) Finish();
+}
+
+// Whether anything that is shown differs now.
+bool SpotStateLoader::TakeFile(qint64 id, runtime::Presence presence) {
+  const auto spot = spots_.find(id);
+  if (spot == spots_.end()) return false;
+  spot->facts.file = presence;
+  lastSeen_.insert(spot->facts.path, presence);
+  const SpotState state = StateOf(spot->facts, now_);
+  const bool same = state == spot->state;
+  if (!same) {
+    counts_.Remove(spot->state);
+    counts_.Add(state);
+    spot->state = state;
+  }
+  // Where nothing is known of the file, only the tool tip says so.
+  return !same || presence == runtime::Presence::NotReachable || presence == runtime::Presence::Denied;
+}
+
+void SpotStateLoader::Finish() {
+  finished_ = true;
+  Q_EMIT finished();
+}

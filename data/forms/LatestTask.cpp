@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: MIT
+#include "data/forms/LatestTask.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QMetaObject>
+#include <QObject>
+
+#include <condition_variable>
+#include <mutex>
+#include <thread>
+#include <utility>
+
+namespace {
+
+// Long enough for a file that does answer and for a table that is being read.
+constexpr std::chrono::milliseconds kShutdownWait{250};
+
+}  // namespace
+
+struct LatestTask::Shared {
+  std::mutex mutex;
+  std::condition_variable ended;
+  QObject* receiver = nullptr;  // touched only for an errand that is wanted
+  int wanted = 0;               // the number of the errand sent last; guarded, as is
+  int running = 0;              // how many have not ended
+
+  bool IsWanted(int number) {
+    const std::lock_guard lock(mutex);
+    return number == wanted;
+  }
+};
+
+bool LatestTask::Token::IsWanted() const {
+  return shared_->IsWanted(number_);
+}
+
+void LatestTask::Token::Tell(std::function<void()> news) const {
+  const std::lock_guard lock(shared_->mutex);
+  if (number_ != shared_->wanted) return;
+  QMetaObject::invokeMethod(
+      shared_->receiver,
+      [shared = shared_, number = number_, news = std::move(news)] {
+        if (shared->IsWanted(number)) news();
+      },
+      Qt::QueuedConnection);
+}
+
+LatestTask::LatestTask(QObject* receiver) : shared_(std::make_shared<Shared>()) {
+  shared_->receiver = receiver;
+}
+
+LatestTask::~LatestTask() {
+  Cancel();
+  WaitForAll(kShutdownWait);
+}
+
+void LatestTask::Send(Work work) {
+  int number = 0;
+  {
+    const std::lock_guard lock(shared_->mutex);
+    number = ++shared_->wanted;
+    ++shared_->running;
+  }
+  std::thread([shared = shared_, number, work = std::move(work)] {
+    work(Token(shared, number));
+    const std::lock_guard lock(shared->mutex);
+    --shared->running;
+    shared->ended.notify_all();
+  }).detach();
+}
+
+void LatestTask::Cancel() {
+  const std::lock_guard lock(shared_->mutex);
+  ++shared_->wanted;
+}
+
+void LatestTask::WaitFor(std::chrono::milliseconds patience) {
+  if (WaitForAll(patience)) QCoreApplication::sendPostedEvents(shared_->receiver, QEvent::MetaCall);
+}
+
+bool LatestTask::WaitForAll(std::chrono::milliseconds patience) {
+  std::unique_lock lock(shared_->mutex);
+  return shared_->ended.wait_for(lock, patience, [this] { return shared_->running == 0; });
+}

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "data/SpotFacts.h"
+#include "export/playout/FileNameExample.h"
+
+#include <QDateTime>
+#include <QString>
+
+#include <optional>
+#include <vector>
+
+// One advertising block with everything of the catalogue that decides what it plays. Mix points are milliseconds before
+// the end.
+
+struct BlockSpot {
+  qint32 id = 0;
+  QString naam;
+  SpotFacts facts;
+  qint32 mixMs = 0;
+  qint32 playCount = 0;
+  QDateTime lastPlayed;  // invalid: never
+};
+
+struct BlockJingle {
+  qint32 id = 0;
+  bool exists = true;  // false: the block refers to a jingle that is no longer in the catalogue
+  QString naam;
+  QString path;  // path text
+  bool aktief = true;
+  qint32 mixMs = 0;
+  std::optional<qint32> lengteSec;
+};
+
+struct Block {
+  enum class Filling { Unknown, List, Files };
+
+  qint32 id = 0;
+  QString naam;
+  bool aktief = true;
+  Filling filling = Filling::List;
+  std::vector<BlockSpot> spots;  // Filling::List: in the order of the list
+  FileNamePattern pattern;       // Filling::Files; its severalSpots is that of the block
+  qint32 patternMixMs = 0;
+  bool several = false;  // more than one spot in a broadcast
+  qint32 count = 0;      // how many then
+  qint32 most = 0;       // and at most
+  bool random = false;
+  std::optional<BlockJingle> opener;  // none: not chosen
+  std::optional<BlockJingle> middle;
+  std::optional<BlockJingle> closer;
+
+  // How many spots a broadcast should have.
+  int WantedSpots() const;
+};

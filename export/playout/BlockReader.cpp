@@ -1,0 +1,151 @@
+// SPDX-License-Identifier: MIT
+#include "export/playout/BlockReader.h"
+
+#include "platform/dao/Database.h"
+#include "platform/runtime/Numbers.h"
+
+#include <QHash>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// A field that is no number counts as 0, as NULL does.
+qint32 NumberIn(const dao::Recordset& row, const QString& field) {
+  const QVariant value = row.Field(field);
+  return runtime::IsNumeric(value) ? runtime::ToLong(value) : 0;
+}
+
+QString TextIn(const dao::Recordset& row, const QString& field) {
+  return runtime::TrimBlanks(row.Field(field).toString());
+}
+
+dao::Recordset Rows(const Catalogue& catalogue, const QString& select) {
+  return dao::OpenDatabase(catalogue.databasePath, {{}, true}).OpenRecordset(select);
+}
+
+QHash<qint32, BlockSpot> ReadSpots(const Catalogue& catalogue) {
+  QHash<qint32, BlockSpot> spots;
+  for (dao::Recordset row = Rows(catalogue, u"SELECT * FROM "_s + catalogue.itemSpots); !row.Eof(); row.MoveNext()) {
+    BlockSpot spot;
+    spot.id = NumberIn(row, u"ID"_s);
+    spot.naam = TextIn(row, u"Naam"_s);
+    spot.facts = FactsOf(row);
+    spot.mixMs = NumberIn(row, u"Mixpunt"_s);
+    spot.playCount = NumberIn(row, u"AantalGedraaid"_s);
+    spot.lastPlayed = row.Field(u"LaatstGedraaid"_s).toDateTime();
+    spots.insert(spot.id, std::move(spot));
+  }
+  return spots;
+}
+
+QHash<qint32, BlockJingle> ReadJingles(const Catalogue& catalogue) {
+  QHash<qint32, BlockJingle> jingles;
+  for (dao::Recordset row = Rows(catalogue, u"SELECT * FROM "_s + catalogue.itemPingles); !row.Eof(); row.MoveNext()) {
+    BlockJingle jingle;
+    jingle.id = NumberIn(row, u"ID"_s);
+    jingle.naam = TextIn(row, u"Naam"_s);
+    jingle.path = TextIn(row, u"Path"_s);
+    jingle.aktief = NumberIn(row, u"Aktief"_s) != 0;
+    jingle.mixMs = NumberIn(row, u"MixPunt"_s);
+    if (const QVariant length = row.Field(u"LengteSec"_s); runtime::IsNumeric(length))
+      jingle.lengteSec = runtime::ToLong(length);
+    jingles.insert(jingle.id, std::move(jingle));
+  }
+  return jingles;
+}
+
+// The spots of each item's list, in its order.
+QHash<qint32, std::vector<qint32>> ReadLists(const Catalogue& catalogue, const QString& condition) {
+  QHash<qint32, std::vector<qint32>> lists;
+  const QString select =
+      u"SELECT ItemID, ItemSpotID FROM %1 %2 ORDER BY ItemID, ItemSpotOrder"_s.arg(catalogue.itemsItemSpots, condition);
+  for (dao::Recordset row = Rows(catalogue, select); !row.Eof(); row.MoveNext())
+    lists[row.Field(0).toInt()].push_back(row.Field(1).toInt());
+  return lists;
+}
+
+FileNamePattern PatternOf(const dao::Recordset& row) {
+  FileNamePattern pattern;
+  pattern.directory = TextIn(row, u"Opt2Directory"_s);
+  pattern.fixedPart = TextIn(row, u"Opt2VastNaamGedeelte"_s);
+  pattern.variableCode = NumberIn(row, u"Opt2VariabelNaamGedeelte"_s);
+  pattern.format = TextIn(row, u"Opt2FormatGedeelte"_s);
+  pattern.firstDayOfWeek = NumberIn(row, u"Opt2Eerstedagvanweek"_s);
+  pattern.extension = TextIn(row, u"Opt2FileExtensie"_s);
+  pattern.severalSpots = NumberIn(row, u"OptMeerdereSpots"_s) != 0;
+  return pattern;
+}
+
+Block::Filling FillingOf(qint32 option) {
+  if (option == 1) return Block::Filling::List;
+  return option == 2 ? Block::Filling::Files : Block::Filling::Unknown;
+}
+
+Block BlockOf(const dao::Recordset& row, const BlockParts& parts) {
+  Block block;
+  block.id = NumberIn(row, u"ID"_s);
+  block.naam = TextIn(row, u"Naam"_s);
+  block.aktief = NumberIn(row, u"Aktief"_s) != 0;
+  block.filling = FillingOf(NumberIn(row, u"ItemSpotsOptID"_s));
+  block.pattern = PatternOf(row);
+  block.patternMixMs = NumberIn(row, u"Opt2MixPunt"_s);
+  block.several = block.pattern.severalSpots;
+  block.count = NumberIn(row, u"AantalSpots"_s);
+  block.most = NumberIn(row, u"MaxAantalSpots"_s);
+  block.random = NumberIn(row, u"ChkRandomizeMeerdereSpots"_s) != 0;
+  block.opener = parts.Jingle(NumberIn(row, u"Opener"_s));
+  block.middle = parts.Jingle(NumberIn(row, u"Midden"_s));
+  block.closer = parts.Jingle(NumberIn(row, u"Sluiter"_s));
+  return block;
+}
+
+}  // namespace
+
+BlockParts::BlockParts(const Catalogue& catalogue) : spots_(ReadSpots(catalogue)), jingles_(ReadJingles(catalogue)) {}
+
+const BlockSpot* BlockParts::Spot(qint32 id) const {
+  const auto spot = spots_.constFind(id);
+  return spot == spots_.constEnd() ? nullptr : &*spot;
+}
+
+std::optional<BlockJingle> BlockParts::Jingle(qint32 id) const {
+  if (id == 0) return std::nullopt;
+  BlockJingle gone;
+  gone.id = id;
+  gone.exists = false;
+  return jingles_.value(id, gone);
+}
+
+namespace {
+
+// A link to a spot that was removed plays nothing and is left out. `ofItem` is put behind the name of a field that
+// holds the ID of an item; empty for all items.
+std::vector<Block> ReadSome(const Catalogue& catalogue, const QString& ofItem) {
+  const auto where = [&](const QString& field) { return ofItem.isEmpty() ? QString() : u"WHERE "_s + field + ofItem; };
+  const BlockParts parts(catalogue);
+  const QHash<qint32, std::vector<qint32>> lists = ReadLists(catalogue, where(u"ItemID"_s));
+  std::vector<Block> blocks;
+  const QString select = u"SELECT * FROM %1 %2 ORDER BY Naam, ID"_s.arg(catalogue.items, where(u"ID"_s));
+  for (dao::Recordset row = Rows(catalogue, select); !row.Eof(); row.MoveNext()) {
+    Block block = BlockOf(row, parts);
+    if (block.filling == Block::Filling::List) {
+      for (const qint32 id : lists.value(block.id)) {
+        if (const BlockSpot* spot = parts.Spot(id)) block.spots.push_back(*spot);
+      }
+    }
+    blocks.push_back(std::move(block));
+  }
+  return blocks;
+}
+
+}  // namespace
+
+std::vector<Block> ReadBlocks(const Catalogue& catalogue) {
+  return ReadSome(catalogue, {});
+}
+
+Block ReadBlock(const Catalogue& catalogue, qint32 id) {
+  const std::vector<Block> found = ReadSome(catalogue, u" = "_s + QString::number(id));
+  return found.empty() ? Block() : found.front();
+}

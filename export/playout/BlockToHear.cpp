@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+#include "export/playout/BlockToHear.h"
+
+#include <utility>
+
+namespace {
+
+Block& Waiting() {
+  static Block block;
+  return block;
+}
+
+}  // namespace
+
+void HandOverBlock(Block block) {
+  Waiting() = std::move(block);
+}
+
+Block TakeBlockToHear() {
+  return std::exchange(Waiting(), Block());
+}

@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/jet/pages/Header.h"
+#include "platform/jet/pages/Pages.h"
+#include "platform/jet/pages/RowId.h"
+#include "platform/jet/values/Value.h"
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace jet {
+
+// Flags of a column block.
+namespace column_flag {
+constexpr std::uint8_t kFixed = 0x01;
+constexpr std::uint8_t kAutonumber = 0x04;
+constexpr std::uint8_t kGuidAutonumber = 0x40;
+}  // namespace column_flag
+
+// One column as the table definition tells it. Sorted by number in StoredTable.
+struct StoredColumn {
+  std::u16string name;
+  std::uint8_t rawType = 0;  // as stored; a ColumnType where KnownType()
+  std::uint16_t number = 0;  // for ever this column's; bit in a row's null mask
+  std::uint16_t variableIndex = 0;
+  std::uint16_t display = 0;  // place in a list for people
+  SortOrder sortOrder;
+  std::uint8_t precision = 0;  // of a decimal
+  std::uint8_t scale = 0;      // of a decimal
+  std::uint8_t flags = 0;
+  std::uint8_t extraFlags = 0;
+  std::uint16_t fixedOffset = 0;
+  std::uint16_t length = 0;  // in bytes; 2 x characters for text, 0 for memo and OLE
+  RowId ownedMap = 0;        // memo and OLE only; 0 = none
+  RowId freeMap = 0;
+
+  ColumnType Type() const { return static_cast<ColumnType>(rawType); }
+  bool KnownType() const;
+  bool IsFixed() const { return (flags & column_flag::kFixed) != 0; }
+  bool IsLong() const { return Type() == ColumnType::Memo || Type() == ColumnType::Ole; }
+  bool IsText() const { return Type() == ColumnType::Text || Type() == ColumnType::Memo; }
+  // A flag on a column of another type means nothing.
+  bool IsAutonumber() const {
+    return ((flags & column_flag::kAutonumber) != 0 && Type() == ColumnType::Long) ||
+           ((flags & column_flag::kGuidAutonumber) != 0 && Type() == ColumnType::Guid);
+  }
+  bool MayCompress() const { return (extraFlags & 1) != 0; }
+};
+
+// A tree: which columns it sorts by, where it is.
+struct StoredIndex {
+  static constexpr std::uint8_t kUnique = 0x01;
+  static constexpr std::uint8_t kIgnoreNulls = 0x02;
+  static constexpr std::uint8_t kRequired = 0x08;
+
+  struct Field {
+    std::uint16_t column = 0;  // column number
+    bool ascending = true;
+  };
+  std::vector<Field> fields;
+  RowId map = 0;
+  std::uint32_t root = 0;
+  std::uint8_t flags = 0;
+  std::uint32_t compactedEntries = 0;  // entries when the file was last compacted; not kept up
+  std::uint32_t distinctKeys = 0;
+  std::size_t distinctKeysAt = 0;  // where that count lies in the stream
+};
+
+// A name and a role for a tree; several may share one.
+struct LogicalIndexDef {
+  enum class Role : std::uint8_t { Plain = 0, PrimaryKey = 1, ForeignKey = 2 };
+
+  std::u16string name;
+  std::int32_t number = 0;
+  std::uint32_t realIndex = 0;
+  std::uint8_t side = 0;           // foreign key: 1 = the "one" table, 2 = the "many" table
+  std::int32_t partnerIndex = -1;  // number of the logical index in the other table
+  std::uint32_t partnerTable = 0;  // its definition page
+  std::uint8_t cascadeUpdates = 0;
+  std::uint8_t cascadeDeletes = 0;
+  Role role = Role::Plain;
+};
+
+// Everything a table definition (a byte stream over one or more pages) tells.
+struct StoredTable {
+  std::uint32_t page = 0;            // first page: the table's Id
+  std::vector<std::uint32_t> pages;  // all pages of the stream
+  std::uint32_t length = 0;          // as stored; the parsed length is streamLength
+  std::uint32_t streamLength = 0;
+  std::size_t realIndexesAt = 0;  // where their blocks begin in the stream
+  std::size_t logicalIndexesAt = 0;
+  std::size_t longMapsAt = 0;        // where the maps of memo and OLE columns begin
+  std::uint32_t rowCount = 0;        // stale in some real tables: never rely on it
+  std::uint32_t lastAutonumber = 0;  // can be stale too
+  bool system = false;
+  std::uint16_t maxColumns = 0;  // ever made, deleted ones included
+  std::uint16_t variableColumns = 0;
+  RowId ownedMap = 0;
+  RowId freeMap = 0;
+  std::vector<StoredColumn> columns;  // by number
+  std::vector<StoredIndex> realIndexes;
+  std::vector<LogicalIndexDef> logicalIndexes;
+
+  // The column with this number; null when it was deleted or never there.
+  const StoredColumn* ColumnByNumber(std::uint16_t number) const;
+};
+
+// Where counters lie in the first page of a definition.
+constexpr std::size_t kRowCountAt = 16;
+constexpr std::size_t kAutonumberAt = 20;
+
+// Reads and checks the definition that begins at `page`.
+StoredTable ReadStoredTable(PageSource& pages, std::uint32_t page);
+
+// The bytes that `table` was read from, without the heads of later pages.
+Bytes ReadTableDefStream(PageSource& pages, const StoredTable& table);
+// Gives such a stream the places, counters and partner tables of `to`, and leaves everything else in it as it is. `to`
+// has the same columns and indexes.
+void MoveTableDef(Bytes& stream, const StoredTable& to);
+
+}  // namespace jet

@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: MIT
+#include "data/forms/FilePresenceChecker.h"
+
+#include "tests/support/Waiting.h"
+
+#include <QFile>
+#include <QMap>
+#include <QObject>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <cerrno>
+#include <condition_variable>
+#include <memory>
+#include <mutex>
+#include <vector>
+
+using namespace Qt::StringLiterals;
+using runtime::Presence;
+
+namespace {
+
+// What a finder told its receiver.
+struct Heard {
+  QMap<qint64, Presence> files;
+  int lasts = 0;
+  Qt::HANDLE thread = nullptr;
+
+  FilePresenceChecker::Tell Ear() {
+    return [this](const std::vector<FilePresenceChecker::Found>& found, bool last) {
+      for (const auto& file : found)
+        files[file.id] = file.presence;
+      lasts += last ? 1 : 0;
+      thread = QThread::currentThreadId();
+    };
+  }
+};
+
+}  // namespace
+
+TEST(FilePresenceChecker, TellsEachFileInTheReceiversThread) {
+  const QTemporaryDir folder;
+  QFile file(folder.filePath(u"hier.wav"_s));
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  QObject receiver;
+  Heard heard;
+  FilePresenceChecker finder(&receiver, heard.Ear());
+  finder.Look({{1, file.fileName()}, {2, folder.filePath(u"weg.wav"_s)}, {3, u"Q:\\nergens.wav"_s}});
+  ASSERT_TRUE(WaitUntil([&] { return heard.lasts == 1; }));
+  EXPECT_EQ(heard.files,
+            (QMap<qint64, Presence>{{1, Presence::There}, {2, Presence::NotThere}, {3, Presence::NotReachable}}));
+  EXPECT_EQ(heard.thread, QThread::currentThreadId());
+}
+
+TEST(FilePresenceChecker, NothingWantedEndsAtOnce) {
+  QObject receiver;
+  Heard heard;
+  FilePresenceChecker finder(&receiver, heard.Ear());
+  finder.Look({});
+  EXPECT_TRUE(WaitUntil([&] { return heard.lasts == 1; }));
+  EXPECT_TRUE(heard.files.isEmpty());
+}
+
+TEST(FilePresenceChecker, AnswerOnItsWayIsNotToldAfterTheFinderIsGone) {
+  QObject receiver;
+  Heard heard;
+  auto finder = std::make_unique<FilePresenceChecker>(&receiver, heard.Ear());
+  finder->Look({{1, u"/"_s}});
+  QThread::msleep(20);  // enough, usually, for the answer to wait in the queue
+  finder.reset();
+  QCoreApplication::processEvents();
+  EXPECT_EQ(heard.lasts, 0);
+}
+
+// A file server that does not answer until told to.
+TEST(FilePresenceChecker, GoesWithoutWaitingForAFileThatDoesNotAnswer) {
+  struct Server {
+    std::mutex mutex;
+    std::condition_variable answered;
+    bool answers = false;
+    std::atomic<bool> asked = false;
+  };
+  const auto server = std::make_shared<Server>();
+  const runtime::ProbeLookScope look([server](const QString&) {
+    std::unique_lock lock(server->mutex);
+    server->asked = true;
+    server->answered.wait(lock, [&] { return server->answers; });
+    return 0;
+  });
+  QObject receiver;
+  Heard heard;
+  auto finder = std::make_unique<FilePresenceChecker>(&receiver, heard.Ear());
+  finder->Look({{1, u"/stil"_s}, {2, u"/stil2"_s}});
+  ASSERT_TRUE(WaitUntil([&] { return server->asked.load(); }));
+  finder.reset();  // returns although the look still hangs
+  EXPECT_FALSE(server->answers);
+  {
+    const std::lock_guard lock(server->mutex);
+    server->answers = true;
+  }
+  server->answered.notify_all();
+  QCoreApplication::processEvents();
+  EXPECT_EQ(heard.lasts, 0);
+}

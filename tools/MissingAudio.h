@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "data/Rows.h"
+#include "platform/runtime/Probe.h"
+
+#include <QList>
+
+#include <optional>
+#include <variant>
+
+// A record of the present catalogue whose sound file is not where it says.
+struct MissingAudio {
+  std::variant<ItemSpotRow, ItemPingleRow> row;  // all that an update of it writes
+  runtime::Presence presence = runtime::Presence::NotThere;
+
+  bool IsSpot() const { return std::holds_alternative<ItemSpotRow>(row); }
+  qint32 Id() const;
+  const QString& Naam() const;
+  const QString& Path() const;
+  const std::optional<qint32>& LengteSec() const;
+};
+
+// Item-spots first, each kind by ID. Records without a path are left out. Throws runtime::Error.
+QList<MissingAudio> LostSounds();
+
+// Gives the record another path (path text), through the write layer and with a line in Audio.tae, as its editor would.
+// False when the write failed, which was told. Throws runtime::Error for the line.
+bool UpdatePath(MissingAudio& sound, const QString& path);
