@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// What is wrong with the folder is told of the folder, not of the list in it.
+// Reports a missing folder as such, instead of a failure to write the list in it.
 void RequireExportFolder(const QString& list) {
   if (IsKull(global.exportPath)) {
     throw runtime::Error(

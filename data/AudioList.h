@@ -3,7 +3,7 @@
 
 #include <QString>
 
-// Appends one line, the path of an audio file newly taken into the catalogue or newly attached to a record, to
-// "Audio.tae" in the export folder (made when missing). Tells the user of characters that became a question mark there.
-// Throws runtime::Error.
+// Appends one line to "Audio.tae" in the export folder (the file is created when missing): the path of an audio file
+// that was added to the catalogue or attached to a record. Characters outside Windows-1252 are written as question
+// marks, and the user gets a message about them. Throws runtime::Error.
 void AppendToAudioList(const QString& path);

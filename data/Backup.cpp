@@ -29,7 +29,7 @@ namespace {
 constexpr int kQuestionNoFirst = 292;
 const QString kMomentFormat = u"yyyyMMdd-HHmmss"_s;
 const QString kEnding = u".mdb"_s;
-constexpr qint64 kStep = 2;  // seconds; some file systems count no finer
+constexpr qint64 kStep = 2;  // seconds; the resolution of file times on FAT
 
 // The copies of one database.
 class BackupFolder {
@@ -54,15 +54,15 @@ class BackupFolder {
 
   QString PathOf(const QString& name) const { return runtime::PathText(folder_ + u'/' + name); }
 
-  // The name for a copy of this moment; of a later second where there is one of that name.
+  // A free name: the time of the copy, or the first later second that is not taken.
   QString NewName(QDateTime moment) const {
     while (QFileInfo::exists(folder_ + u'/' + NameOf(moment)))
       moment = moment.addSecs(1);
     return NameOf(moment);
   }
 
-  // The name of a copy tells what the clock said, its time of change in which order the copies were made: that one
-  // never goes back, also when the clock does.
+  // The name has the clock's time; the modification time gives the order of the copies and always increases, even when
+  // the clock is set back.
   void MarkAsNewest(const QString& name, const QDateTime& now, const QList<BackupFile>& earlier) const {
     const QDateTime made = earlier.isEmpty() ? now : qMax(now, earlier.first().made.addSecs(kStep));
     QFile file(folder_ + u'/' + name);
@@ -71,7 +71,7 @@ class BackupFolder {
 
   void Remove(const QString& name) const { runtime::RemoveFile(folder_ + u'/' + name); }
 
-  // What a copying that was killed left. Nobody copies now: this one has the writer's turn.
+  // Temporary files of a killed process. No other process is copying now: this one holds the database's write lock.
   void RemoveUnfinished() const {
     for (const QString& name : QDir(folder_).entryList({u'.' + prefix_ + u'*'}, QDir::Files | QDir::Hidden)) {
       if (files::IsTemporaryName(runtime::NativePath(name))) Remove(name);
@@ -94,8 +94,8 @@ bool HasRows(dao::Database& database, const QString& table) {
   return database.OpenRecordset(u"SELECT COUNT(*) AS Aantal FROM "_s + table).Field(u"Aantal"_s).toInt() > 0;
 }
 
-// Every copy table has rows. A server database has none of them, and is never more whole than another.
-bool IsWhole(const QString& path) {
+// Whether every copy table has rows. A server database has no copy tables and is never complete in this sense.
+bool IsComplete(const QString& path) {
   try {
     dao::Database database = dao::OpenDatabase(path, {{}, true});
     const QStringList copies = database.TableNames().filter(u"tblCopie_"_s);
@@ -107,12 +107,12 @@ bool IsWhole(const QString& path) {
 }
 
 void DeleteExpired(const BackupFolder& folder) {
-  const auto isWhole = [&](const BackupFile& file) { return IsWhole(folder.PathOf(file.name)); };
-  for (const BackupFile& file : ExpiredBackups(folder.NewestFirst(), runtime::Now().date(), isWhole))
+  const auto isComplete = [&](const BackupFile& file) { return IsComplete(folder.PathOf(file.name)); };
+  for (const BackupFile& file : ExpiredBackups(folder.NewestFirst(), runtime::Now().date(), isComplete))
     folder.Remove(file.name);
 }
 
-std::unique_ptr<dao::FrozenDatabase> FrozenIfThere(const QString& databasePath, const QString& password) {
+std::unique_ptr<dao::FrozenDatabase> FrozenIfExists(const QString& databasePath, const QString& password) {
   try {
     return std::make_unique<dao::FrozenDatabase>(databasePath, password);
   } catch (const runtime::Error&) {
@@ -121,7 +121,7 @@ std::unique_ptr<dao::FrozenDatabase> FrozenIfThere(const QString& databasePath, 
   }
 }
 
-// The newest copy, when it is the same; one that cannot be read is not.
+// The path of the newest copy if it is identical to the database; an unreadable copy never is.
 std::optional<QString> SameAsNewest(const dao::FrozenDatabase& database, const BackupFolder& folder) {
   const QList<BackupFile> files = folder.NewestFirst();
   if (files.isEmpty()) return std::nullopt;
@@ -129,7 +129,7 @@ std::optional<QString> SameAsNewest(const dao::FrozenDatabase& database, const B
     const QString path = folder.PathOf(files.first().name);
     if (database.IsSameAs(path)) return path;
   } catch (const runtime::Error&) {
-    // A new copy is what it takes then.
+    // The caller makes a new copy.
   }
   return std::nullopt;
 }
@@ -137,7 +137,7 @@ std::optional<QString> SameAsNewest(const dao::FrozenDatabase& database, const B
 }  // namespace
 
 std::optional<QString> BackUp(const QString& databasePath, const QString& password) {
-  const auto frozen = FrozenIfThere(databasePath, password);
+  const auto frozen = FrozenIfExists(databasePath, password);
   if (!frozen) return std::nullopt;
   const dao::FrozenDatabase& database = *frozen;
   const BackupFolder folder(databasePath);
@@ -153,7 +153,7 @@ std::optional<QString> BackUp(const QString& databasePath, const QString& passwo
   return folder.PathOf(name);
 }
 
-bool BackupsWanted(const QString& settingsPath) {
+bool BackupsEnabled(const QString& settingsPath) {
   try {
     IniFile file;
     file.SetPath(settingsPath);
@@ -166,7 +166,7 @@ bool BackupsWanted(const QString& settingsPath) {
 }
 
 BackupBefore BackUpBefore(const QString& databasePath) {
-  if (!BackupsWanted(SettingsFile().Path())) return {};
+  if (!BackupsEnabled(SettingsFile().Path())) return {};
   try {
     return {true, BackUp(databasePath).value_or(QString())};
   } catch (const runtime::Error& error) {

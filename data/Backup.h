@@ -5,21 +5,22 @@
 
 #include <optional>
 
-// Dated copies of a database, "backup\OvalistoLocal-20240131-154507.mdb" beside it, made before an act that removes
-// much at once. Path texts.
+// Dated copies of a database, made before an operation that deletes many rows, in the folder "backup" next to the
+// database: "backup\OvalistoLocal-20240131-154507.mdb". All paths are path texts (drive letters and backslashes).
 
-// Makes one as the database is now, unless the newest copy holds the very same, and lets the old ones go. Gives the
-// path of the copy that holds the present state. Nothing when there is no such database, so that nothing can be lost.
-// runtime::Error when the copy cannot be made, for whatever reason: then nothing must be removed either.
+// Copies the database unless the newest copy is identical, and deletes expired copies. Returns the path of the copy
+// with the current contents; nullopt when the database does not exist. Throws runtime::Error when no copy could be
+// made; the caller must then delete nothing.
 std::optional<QString> BackUp(const QString& databasePath, const QString& password = {});
 
-// Whether this settings file leaves copies on: they are, unless [Backup] says Enabled=0.
-bool BackupsWanted(const QString& settingsPath);
+// False when this settings file has Enabled=0 in section [Backup]; true otherwise, also when it cannot be read.
+bool BackupsEnabled(const QString& settingsPath);
 
-// A copy for an act of the program's user.
+// Result of BackUpBefore.
 struct BackupBefore {
-  bool proceed = true;  // false: the copy could not be written, and the user would rather leave things as they are
+  bool proceed = true;  // false: the copy failed and the user chose not to continue
   QString path;         // of the copy; empty when there is none
 };
-// Makes a copy if the settings want it. When it cannot be written the user is told why and asked whether to go on.
+// Makes a copy unless the settings file disables it. When the copy fails, shows why and asks the user whether to
+// continue without one.
 BackupBefore BackUpBefore(const QString& databasePath);

@@ -11,7 +11,7 @@ constexpr qint64 kDays = 30;
 }  // namespace
 
 QList<BackupFile> ExpiredBackups(const QList<BackupFile>& newestFirst, QDate today,
-                                 const std::function<bool(const BackupFile&)>& isWhole) {
+                                 const std::function<bool(const BackupFile&)>& isComplete) {
   QList<BackupFile> expired;
   QSet<QDate> days;
   for (qsizetype at = 0; at < newestFirst.size(); ++at) {
@@ -22,7 +22,7 @@ QList<BackupFile> ExpiredBackups(const QList<BackupFile>& newestFirst, QDate tod
     if (at >= kNewest && !isDaily) expired += newestFirst[at];
   }
   if (expired.isEmpty()) return expired;
-  const auto whole = std::find_if(newestFirst.begin(), newestFirst.end(), isWhole);
-  if (whole != newestFirst.end()) expired.removeAll(*whole);
+  const auto complete = std::find_if(newestFirst.begin(), newestFirst.end(), isComplete);
+  if (complete != newestFirst.end()) expired.removeAll(*complete);
   return expired;
 }

@@ -10,15 +10,15 @@
 // One dated copy of a database.
 struct BackupFile {
   QString name;
-  QDateTime moment;  // what the clock said when it was made
-  QDateTime made;    // tells the order in which the copies were made, whatever the clock said
+  QDateTime moment;  // the clock's time when it was made, from its name
+  QDateTime made;    // its modification time: increases with every copy, even when the clock was set back
 
   bool operator==(const BackupFile&) const = default;
 };
 
-// Which copies may go. Kept are the newest ten; the newest of each day, for the last thirty days of which there is one
-// and not longer than thirty days; and the newest one that is whole, wherever it stands. Days are those of `moment`, so
-// that a copy of a wrong date costs no other; all else goes by `made`. `newestFirst` is sorted by it; `isWhole` is
-// asked only as far as needed, since it opens files.
+// Returns the copies that may be deleted. These are kept: the newest ten; the newest of each day, for the last thirty
+// days that have a copy, up to an age of thirty days; and the newest complete copy, whatever its age. Days are counted
+// by `moment`, so that a copy with a wrong date displaces no other; order and age use `made`. `newestFirst` must be
+// sorted by `made`. `isComplete` opens files and is called only as often as needed.
 QList<BackupFile> ExpiredBackups(const QList<BackupFile>& newestFirst, QDate today,
-                                 const std::function<bool(const BackupFile&)>& isWhole);
+                                 const std::function<bool(const BackupFile&)>& isComplete);

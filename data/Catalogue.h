@@ -3,8 +3,8 @@
 
 #include <QString>
 
-// Where the catalogue is read and written at present: the server database with the real tables online, the local
-// database with the copy tables offline.
+// Where the catalogue is read and written: online the server database with its own tables, offline the local database
+// with the copy tables.
 struct Catalogue {
   QString databasePath;
   QString items;
@@ -13,5 +13,5 @@ struct Catalogue {
   QString itemsItemSpots;
 };
 
-// By the global online flag.
+// Chosen by global.online.
 Catalogue CurrentCatalogue();

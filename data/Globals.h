@@ -5,8 +5,7 @@
 #include <QStringList>
 #include <QVariant>
 
-// The values that all screens share, under the names their users know. Start-up sets them; the settings dialog changes
-// the mode. All on the user-interface thread.
+// The values that all screens share. Set at start-up; the settings dialog changes `online`. User-interface thread only.
 struct Globals {
   QString programFolder;  // path text, without a closing backslash
 
@@ -19,19 +18,19 @@ struct Globals {
   qint16 callback = 0;
   bool stationsOwnMode = false;  // StationsOwnMode: a station with a number reads its own online setting
 
-  // Formed at start-up.
+  // Set at start-up.
   QString localDatabasePath;
   QString serverDatabasePath;
   QString workDatabasePath;
   qint16 stationNumber = 0;  // 0 = none
   QString stationName;
-  bool online = false;  // off until it was read for the first time
+  bool online = false;  // false until it is read from the local database
 
-  // What one screen hands to the next.
+  // Passed from one screen to the next.
   QString gstrSelectedID;    // a record's ID in decimal, "NIEUW", or a folder path
   QString gstrOpruimenID;    // a record's ID in decimal, for the cleanup dialogs
-  QStringList droppedAudio;  // sound files (host paths) that wait to become new records
-  QVariant lastAnswer;       // of the last question: a button's number, or a text
+  QStringList droppedAudio;  // dropped sound files (host paths) for which no record was made yet
+  QVariant lastAnswer;       // to the last question: a button's number, or a text
   bool lastResult = false;   // of the last write
 };
 

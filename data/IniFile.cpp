@@ -9,7 +9,7 @@
 
 #include <QList>
 
-// The text it is given is plain UTF-8; its code is taken from the header, with or without a library beside it.
+// SimpleIni gets UTF-8 only; header-only use needs no library to link with.
 #define SI_NO_CONVERSION
 #define SI_IMPLEMENTATION
 #include <SimpleIni.h>
@@ -38,7 +38,7 @@ bool IsSame(const QByteArray& written, const QString& name) {
   return TextOf(written).trimmed().compare(name, Qt::CaseInsensitive) == 0;
 }
 
-// A line of the file: where it begins and how long it is without its line end.
+// A range of the file's bytes: a line without its line end, or a part of one.
 struct Line {
   qsizetype begin = 0;
   qsizetype length = 0;
@@ -55,10 +55,10 @@ QList<Line> LinesOf(const QByteArray& bytes) {
   return lines;
 }
 
-// Where one value stands in the file's bytes.
+// The position of one value.
 struct Place {
-  std::optional<Line> value;     // what stands behind "=": the last such line counts, as it does in reading
-  std::optional<Line> lastLine;  // of the section's last occurrence, when there is one
+  std::optional<Line> value;     // the part after "="; the last line with this key wins
+  std::optional<Line> lastLine;  // last line of the section's last occurrence, if there is one
 };
 
 std::optional<Line> ValueOnLine(const QByteArray& bytes, const Line& line, const QString& key) {

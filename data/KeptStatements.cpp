@@ -21,23 +21,23 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr quint32 kForm = 1;  // of the file; another number is another program's
+constexpr quint32 kFormatVersion = 1;
 
 struct KeptStatement {
   QString text;
-  QString audioPath;  // empty: none
-  bool tried = false;
-  qint32 number = 0;  // of its row in the log, when it was tried
+  QString audioPath;   // empty: none
+  bool tried = false;  // its row may be in the log already
+  qint32 number = 0;   // ID of its row in the log, if tried
 };
 
 struct Kept {
   QList<KeptStatement> statements;
-  QStringList audioPaths;  // of statements that are logged by now
+  QStringList audioPaths;  // of statements that have been logged
 
   bool IsEmpty() const { return statements.isEmpty() && audioPaths.isEmpty(); }
 };
 
-// Texts go as UTF-16, so that every text that the database takes comes back as it was.
+// QDataStream stores UTF-16, so every text that the database accepts is read back unchanged.
 QDataStream& operator<<(QDataStream& out, const KeptStatement& statement) {
   return out << statement.text << statement.audioPath << statement.tried << statement.number;
 }
@@ -45,7 +45,7 @@ QDataStream& operator>>(QDataStream& in, KeptStatement& statement) {
   return in >> statement.text >> statement.audioPath >> statement.tried >> statement.number;
 }
 
-// What could not be written to its file yet, by the path of the local database; it comes behind what the file holds.
+// Statements not yet written to their file, by path of the local database; they follow those in the file.
 QHash<QString, QList<KeptStatement>>& InMemory() {
   static QHash<QString, QList<KeptStatement>> statements;
   return statements;
@@ -60,9 +60,9 @@ Kept ReadKept() {
   if (runtime::IsThere(FilePath())) {
     QDataStream in(runtime::ReadFile(FilePath()));
     in.setVersion(QDataStream::Qt_6_4);
-    quint32 form = 0;
-    in >> form >> kept.statements >> kept.audioPaths;
-    if (form != kForm || in.status() != QDataStream::Ok || !in.atEnd()) {
+    quint32 version = 0;
+    in >> version >> kept.statements >> kept.audioPaths;
+    if (version != kFormatVersion || in.status() != QDataStream::Ok || !in.atEnd()) {
       throw runtime::Error(
           u"Het bestand '%1', met opdrachten die nog in het logboek moeten, kan niet gelezen worden."_s.arg(
               FilePath()));
@@ -76,7 +76,7 @@ void WriteKept(const Kept& kept) {
   QByteArray content;
   QDataStream out(&content, QIODevice::WriteOnly);
   out.setVersion(QDataStream::Qt_6_4);
-  out << kForm << kept.statements << kept.audioPaths;
+  out << kFormatVersion << kept.statements << kept.audioPaths;
   if (!kept.IsEmpty()) {
     try {
       runtime::WriteFile(FilePath(), content);
@@ -98,7 +98,7 @@ bool IsLogged(const KeptStatement& statement) {
   return !rows.Eof() && rows.Field(u"SqlSyntax"_s).toString() == statements::LogText(statement.text);
 }
 
-// The number is safe in the file before the row is written: after a crash between the two, the row is not written
+// The ID is stored in the file before the row is written, so that after a crash between the two the row is not written
 // twice.
 void Log(Kept& kept) {
   KeptStatement& first = kept.statements.first();

@@ -5,24 +5,25 @@
 
 #include <optional>
 
-// Statements that were carried out offline and whose row in the offline log could not be written. They are kept, in the
-// order in which they were carried out, in a file beside the local database ("OvalistoLocal.mdb-unlogged") until they
-// are logged: before the next statement is, at the next start, and before an export.
+// Statements that were executed offline and whose row in the offline log could not be written. They are kept in order
+// in the file "OvalistoLocal.mdb-unlogged" next to the local database. They are logged before the next statement, at
+// the next start, and before an export.
 
-// Keeps a statement, as the log is to have it. `triedAs` is the number under which its row may be in the log all the
-// same: when writing the row failed only in its last step. When the file cannot be written the statement is kept in
-// memory, the file is tried again with each later call, and the user is told not to close the program. Shows no box
-// otherwise; never throws.
+// Keeps a statement, with the server's table names. `triedAs` is the ID under which its row may be in the log despite
+// the error (when only the last step of the write failed). If the file cannot be written, the statement is kept in
+// memory, each later call tries the file again, and a message asks the user not to close the program. Never throws.
 void KeepStatement(const QString& statement, std::optional<qint32> triedAs = std::nullopt);
 
-// The path of a sound file that gets its line in Audio.tae when the statement kept last is logged. False, and nothing
-// done, when none is kept.
+// Sets the path of a sound file whose line is added to Audio.tae once the last kept statement is logged. Returns false
+// and does nothing when no statement is kept. Throws runtime::Error.
 bool KeepAudioPath(const QString& path);
 
-// How many statements are kept for the present local database. Throws runtime::Error.
+// Number of statements kept for the current local database. Throws runtime::Error.
 int KeptStatementCount();
 
-// Logs what is kept, once and in order. runtime::Error at the first that fails; from there on everything stays kept.
+// Logs the kept statements in order, each once. Throws runtime::Error at the first failure; that statement and the
+// later ones remain kept.
 void LogKeptStatements();
-// Adds to Audio.tae the lines of statements that were kept and are logged by now. Likewise.
+// Adds the Audio.tae lines of kept statements that have been logged. Throws runtime::Error; the remaining lines are
+// kept.
 void AddKeptAudioLines();

@@ -22,12 +22,12 @@ QString NameOfRow(qint32 id, const QString& databasePath, const QString& table) 
   return IsKull(name) ? u""_s : runtime::TrimBlanks(name.toString());
 }
 
-// Of a station with a number the query fails, unless the settings file asks for the station's own mode.
+// For a station with a number the query fails, unless StationsOwnMode is set in the settings file.
 dao::Recordset OnlineSetting(dao::Database& database) {
   const QString query = u"SELECT InitValue From cdeInstellingen WHERE UCase(InitCode) = 'ONLINEYN'"_s;
   if (global.stationNumber < 1 || global.stationsOwnMode) return database.OpenRecordset(query);
   try {
-    // The number directly behind the text is what the stations' set-up counts on: it makes the query fail.
+    // Appending the number makes the query invalid. Stations with a number rely on that to work offline.
     return database.OpenRecordset(query + QString::number(global.stationNumber));
   } catch (const runtime::Error& error) {
     throw runtime::Error(

@@ -4,11 +4,11 @@
 #include <QList>
 #include <QString>
 
-// A row of the message catalogue as a new local database gets it.
+// One row of table appMessages as created in a new local database.
 struct MessageText {
   int number;
-  QString text;   // with the placeholders %1 %2 %3 and %LF
-  QString style;  // one letter: icon and buttons
+  QString text;   // with the placeholders %1 %2 %3 and %LF (line break)
+  QString style;  // one letter for icon and buttons: see StyleOf in Messages.cpp
 };
 
 QList<MessageText> MessageTexts();

@@ -20,8 +20,8 @@ int StyleOf(const QString& letter) {
   return 0;
 }
 
-// Searches from the start again after each replacement, so that a placeholder which a replacement makes is replaced
-// too. Where that need not end, each occurrence is replaced once.
+// Searches again from the start after each replacement, so that a placeholder produced by a replacement is replaced
+// too. If that would not end, each occurrence is replaced once.
 QString Replaced(const QString& text, const QString& placeholder, const QString& value) {
   QString result = text;
   if (value.contains(placeholder)) return result.replace(placeholder, value);

@@ -5,26 +5,26 @@
 
 #include <QString>
 
-// The catalogue of questions and errors: rows of appMessages in the local database, shown by number.
+// Questions and errors stored in table appMessages of the local database, shown by number.
 
 struct MsgElements {
   QString text;
   int style = 0;  // message-box style value: icon, buttons and default button
 };
 
-// The finished text and style of a message, without showing anything. A number without a row gives the fallback text.
-// An error is shown under the name "GetMsgElements"; the text is then null.
+// Text and style of a message with its values filled in; shows nothing. A number without a row gives a fallback text.
+// An error is shown in a box titled "GetMsgElements"; the text is then null.
 MsgElements GetMsgElements(int msgNr, const QString& value1 = {}, const QString& value2 = {},
                            const QString& value3 = {});
 
-// Shows the message, titled "Items", and returns the button chosen: OK 1, Cancel 2, Yes 6, No 7. When its text could
-// not be read nothing more is shown and the answer is 0. The answer is kept in global.lastAnswer.
+// Shows the message in a box titled "Items" and returns the chosen button (kAnswer...), or kAnswerNone when its text
+// could not be read. Also stores the result in global.lastAnswer.
 int ShowAppMessage(int msgNr, const QString& value1 = {}, const QString& value2 = {}, const QString& value3 = {});
 
-// A fixed text with a style value, titled "Items"; the answer as above, kept likewise.
+// The same for a given text and style value.
 int ShowItemsMessage(const QString& text, int style);
 
-// The answers are those of runtime::ShowUserMessage, and:
+// The values of runtime::ShowUserMessage, and kAnswerNone.
 inline constexpr int kAnswerNone = 0;
 using runtime::kAnswerCancel;
 using runtime::kAnswerNo;

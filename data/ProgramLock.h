@@ -9,13 +9,13 @@ namespace runtime {
 class FileLock;
 }
 
-// One running program per program folder: an export empties the offline log, so nobody else may fill it meanwhile. The
-// lock stands on the file spotrooster.lock beside the local databases; it goes with the process that holds it, however
-// that ends.
+// Allows one running program per program folder: an export empties the offline log, so no other program may append to
+// it meanwhile. Locks the file spotrooster.lock in the folder of the local databases; the system releases the lock when
+// the process ends, also after a crash.
 class ProgramLock {
  public:
-  // Path text of the folder that holds the local databases. Error when another program has the lock; where no lock can
-  // be had (a read-only folder, a file system without locks) the program goes on without.
+  // `dataFolder` is the path text of the folder with the local databases. Throws runtime::Error when another program
+  // holds the lock. Where locking is impossible (read-only folder, file system without locks) it does nothing.
   explicit ProgramLock(const QString& dataFolder);
   ~ProgramLock();
 

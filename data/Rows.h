@@ -5,8 +5,8 @@
 
 #include <optional>
 
-// The values of one catalogue row as the editors hand them to the write layer. An empty optional is "no value": left
-// out of an insert, NULL in an update.
+// The values of one catalogue row that the editors pass to the write layer. An empty optional is omitted from an INSERT
+// and written as NULL by an UPDATE.
 
 struct ItemRow {
   qint32 id = 0;

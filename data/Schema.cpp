@@ -93,7 +93,7 @@ void CreateWith(const QString& path, const QList<TableDef>& tables) {
     database.CreateTable(table);
 }
 
-// A text of ours as a literal of the SQL dialect, where two double quotes stand for one.
+// An SQL text literal: double quotes are doubled.
 QString Literal(const QString& text) {
   return u'"' + QString(text).replace(u'"', u"\"\""_s) + u'"';
 }
@@ -111,7 +111,7 @@ QList<TableDef> LocalTables() {
       ItemSpots(u"tblCopie_ItemSpots"_s),
       ItemPingles(u"tblCopie_ItemPingles"_s),
       ItemsItemSpots(u"tblCopie_ItemsItemSpots"_s),
-      // A statement can be longer than a text field holds.
+      // A memo field: a statement can exceed the 255 characters of a text field.
       {u"tblOfflineLog"_s, {Long(u"ID"_s), Memo(u"SqlSyntax"_s)}, {PrimaryKey({u"ID"_s})}},
       {u"cdeInstellingen"_s, {Text(u"InitCode"_s, 50), Text(u"InitValue"_s)}, {PrimaryKey({u"InitCode"_s})}},
       {u"cdeLicenties"_s, {Long(u"LicentieNummer"_s), Text(u"RadioNaam"_s)}, {PrimaryKey({u"LicentieNummer"_s})}},

@@ -6,18 +6,18 @@
 #include <QList>
 #include <QString>
 
-// The tables of the three database files, and the files themselves.
+// The tables of the three database files, and functions that create the files.
 namespace schema {
 
-// Of the server database: the catalogue.
+// Server database: the catalogue.
 QList<dao::TableDef> ServerTables();
-// Of the local database: the copies of the catalogue (same fields in the same order), the offline log, the settings,
-// the stations and the messages.
+// Local database: copies of the catalogue tables (same fields in the same order), offline log, settings, stations and
+// messages.
 QList<dao::TableDef> LocalTables();
 
-// Each makes a new file (path text) with every table; an Error when the file exists.
+// Each creates a new file (path text) with all its tables. Throws runtime::Error, also when the file exists.
 void CreateServerDatabase(const QString& path);
-// With the message rows and the mode set to online.
+// Also inserts the messages and sets the mode to online.
 void CreateLocalDatabase(const QString& path);
 void CreateWorkDatabase(const QString& path);
 

@@ -12,8 +12,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The program's folder may get another name by the new mapping, so it is named anew.
-void TakeDrives() {
+// The new mapping may give the program folder another path text, so that is formed again.
+void ReadDrives() {
   const QString folder = runtime::HostPath(global.programFolder);
   IniFile file = SettingsFile();
   file.SetSection(settings::kDrives.toString());
@@ -37,8 +37,8 @@ QString Text(IniFile& file, QStringView key) {
   return file.Value();
 }
 
-// Before the required settings: a wrong one among those ends the reading.
-void TakeStationsOwnMode() {
+// Called before the required settings are read, because an invalid one ends the reading.
+void ReadStationsOwnMode() {
   IniFile file = SettingsFile();
   file.SetSection(settings::kSpotrooster.toString());
   file.SetKey(settings::kStationsOwnMode.toString());
@@ -49,8 +49,8 @@ void TakeStationsOwnMode() {
 
 void GetSettings() {
   runtime::Trapped(__func__, [] {
-    TakeDrives();
-    TakeStationsOwnMode();
+    ReadDrives();
+    ReadStationsOwnMode();
     IniFile file = SettingsFile();
     file.SetSection(settings::kFiles.toString());
     global.databasePath = Text(file, settings::kDatabasePath);

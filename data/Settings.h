@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-// Reads the settings file into `global`, and its section [Drives] into runtime::SetDrives (relative folders count from
-// the program's folder). Called once, by the main window's load, before any database is opened. An error is shown under
-// the name "GetSettings"; what was read before it stays set, the rest keeps its defaults.
+// Reads the settings file into `global`, and passes its section [Drives] to runtime::SetDrives (relative folders are
+// relative to the program folder). Called once by the main window, before any database is opened. An error is shown in
+// a box titled "GetSettings"; values read before it are set, the others keep their defaults.
 void GetSettings();

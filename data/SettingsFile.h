@@ -3,7 +3,7 @@
 
 #include "data/IniFile.h"
 
-// The station's settings file, ovalis.ini in the program's folder, and the names of what stands in it.
+// The settings file, ovalis.ini in the program folder, and the names of its sections and keys.
 IniFile SettingsFile();
 
 namespace settings {

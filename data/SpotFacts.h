@@ -9,17 +9,17 @@
 
 #include <optional>
 
-// What the catalogue knows of one item-spot, as far as its state goes.
+// The fields of one item-spot that decide its state.
 struct SpotFacts {
   QString path;
   bool aktief = false;
-  std::optional<QDate> startDatum;  // first day of validity; none: since ever
-  std::optional<QDate> eindDatum;   // last day of validity; none: for ever
+  std::optional<QDate> startDatum;  // first day of validity; none: no limit
+  std::optional<QDate> eindDatum;   // last day of validity, inclusive; none: no limit
   std::optional<int> startUur;      // first hour of the day, 0 to 23
   std::optional<int> eindUur;       // last hour of the day, inclusive
   std::optional<qint32> lengteSec;
-  std::optional<runtime::Presence> file;  // none: not looked at yet
+  std::optional<runtime::Presence> file;  // none: not checked yet
 };
 
-// Of the present row, which holds these fields under their own names. Whether the file is there is left open.
+// Reads the recordset's current row, which must contain these fields by name. Leaves `file` empty.
 SpotFacts FactsOf(const dao::Recordset& row);

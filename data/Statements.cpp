@@ -23,7 +23,7 @@ QString Quoted(const QString& field, const QString& value) {
   return u'"' + value + u'"';
 }
 
-// Gathers the two lists of an INSERT, so that a column and its value stay or go together.
+// The two lists of an INSERT: each column is added together with its value.
 class InsertLists {
  public:
   void Add(const QString& column, const QString& value) {
@@ -44,7 +44,7 @@ class InsertLists {
   QString values_;
 };
 
-// `nullClause` is written out by each caller: three of them differ from the rule, and always have.
+// Each caller passes its own `nullClause`, because three of them deviate from the usual form and must stay so.
 QString TextClause(const QString& field, const QString& value, const QString& nullClause) {
   return IsKull(value) ? nullClause : field + u" = " + Quoted(field, value) + u", ";
 }
@@ -61,7 +61,8 @@ QString Where(qint32 id) {
   return u"WHERE ID = "_s + Number(id);
 }
 
-// What UPDATE of item-spots and jingles begin with. The stray apostrophe makes the database refuse an empty name.
+// The first clauses of an UPDATE of item-spots and jingles. The unpaired apostrophe makes the database reject an empty
+// name.
 QString FileClauses(const QString& path, const QString& naam) {
   return TextClause(u"Path"_s, path, u"Path = NULL, "_s) + TextClause(u"Naam"_s, naam, u"Naam = 'NULL, "_s);
 }
@@ -73,7 +74,7 @@ QString SoundClauses(const std::optional<qint32>& lengteSec, const std::optional
          NumberClause(u"MixPunt"_s, mixPunt, u"MixPunt = NULL, "_s);
 }
 
-// What INSERT of item-spots and jingles begin with.
+// The first columns of an INSERT into item-spots and jingles.
 template <class Row>
 InsertLists SoundLists(const Row& row) {
   InsertLists lists;
@@ -196,7 +197,7 @@ QString LogText(const QString& statement) {
   return text;
 }
 
-// The missing blank before VALUES is as the log's readers know it.
+// The missing blank before VALUES is part of the established text.
 QString InsertLog(qint32 id, const QString& statement) {
   return u"INSERT INTO tblOfflineLog (ID, SqlSyntax)VALUES ("_s + Number(id) + u", \"" + LogText(statement) + u"\")";
 }

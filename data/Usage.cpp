@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// An item that has the record more than once is named once.
+// The query returns an item once for each use; its name is listed once.
 QStringList Names(dao::Recordset rows) {
   QStringList names;
   qint64 last = 0;

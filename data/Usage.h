@@ -3,8 +3,7 @@
 
 #include <QStringList>
 
-// Which items of the present catalogue use a record; their names in order. Read with queries of its own. Throws
-// runtime::Error.
+// Names of the items of the current catalogue that use a record, sorted. Throws runtime::Error.
 QStringList ItemsWithSpot(qint32 itemSpotID);      // in their list of item-spots
 QStringList ItemsWithPingle(qint32 itemPingleID);  // as opener, middle or closer
 

@@ -22,15 +22,15 @@ void Execute(const QString& statement, const QString& databasePath) {
   database.Execute(statement);
 }
 
-// Of the last write procedure that logs.
+// Outcome of the last write procedure that logs.
 struct LastWrite {
   bool isCarriedOut = false;
   bool waitsForLog = false;
-  std::optional<runtime::Error> uncertain;  // its first statement that is done, but may not survive a power cut
+  std::optional<runtime::Error> uncertain;  // first error that said: done, but may not survive a power cut
 };
 LastWrite lastWrite;
 
-// A statement that may not survive a power cut is done all the same; Write reports it at the end.
+// A statement that may not survive a power cut has been executed, so the procedure continues; Write reports it last.
 void ExecuteOnce(const QString& statement, const QString& databasePath) {
   try {
     Execute(statement, databasePath);
@@ -40,13 +40,13 @@ void ExecuteOnce(const QString& statement, const QString& databasePath) {
   }
 }
 
-// The statement of a write procedure that logs.
+// Executes the statement of a write procedure that logs.
 void CarryOut(const QString& statement, const QString& databasePath) {
   ExecuteOnce(statement, databasePath);
   lastWrite.isCarriedOut = true;
 }
 
-// A write procedure that logs.
+// Runs the body of a write procedure that logs.
 template <class Body>
 bool Write(const char* procedure, Body&& body) {
   lastWrite = {};
@@ -57,7 +57,7 @@ bool Write(const char* procedure, Body&& body) {
   });
 }
 
-// What is kept is older: it comes first.
+// Kept statements are older, so they are logged first.
 bool LogKept() {
   const bool logged = Trapped("Insert_tblOfflineLog", false, [] {
     LogKeptStatements();
@@ -67,7 +67,7 @@ bool LogKept() {
   return logged;
 }
 
-// Appends a statement to the offline log. False when that failed, which a helper has shown then; the statement is kept.
+// Appends a statement to the offline log. Returns false after a failure, which has been shown; the statement is kept.
 bool AppendToLog(const QString& statement) {
   std::optional<qint32> id;
   if (LogKept()) id = GetNewIDIfAny(u"tblOfflineLog"_s, u"ID"_s, global.localDatabasePath);
@@ -97,9 +97,8 @@ bool WriteItemPingles(const QString& statement, const QString& databasePath) {
   return LogUnlessOnline(statement, u"tblCopie_ItemPingles"_s, u"tblItemPingles"_s);
 }
 
-// What a delete is logged as. Only the last two replacements reach the log: deletes of items and of links keep the copy
-// table's name, and the misspelt name means that deletes of jingles are never logged at all. The companion tool counts
-// on both.
+// The log's form of a DELETE. Deletes of items and links keep the copy table's name, and because of the misspelt name
+// deletes of jingles are never logged. The companion tool relies on both.
 QString DeleteForLog(const QString& statement) {
   QString text = statement;
   text.replace(u"tblCopie_ItemSpots"_s, u"tblItemSpots"_s);
@@ -154,7 +153,7 @@ bool Reset_tblItemSpots_AantalGedraaid(qint32 id, const QString& databasePath, c
   try {
     return WriteItemSpots(statements::ResetAantalGedraaid(id, table), databasePath);
   } catch (...) {
-    return false;  // silent: it runs in a row over every spot of an item
+    return false;  // silent, because it is called for every spot of an item
   }
 }
 

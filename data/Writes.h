@@ -5,12 +5,12 @@
 
 #include <QString>
 
-// The only way in which the catalogue changes. Each procedure builds one statement, carries it out on the database and
-// table its caller names and, while the system works offline, appends it to tblOfflineLog of the local database with
-// the server table's name in place of the copy table's. True when all of that was done. On an error each shows it under
-// its own name and returns false (Reset_... stays silent); a statement already carried out stays carried out, and is
-// logged later when its log row failed (data/KeptStatements.h). So it is when a statement is done and logged, but may
-// not survive a power cut.
+// The only code that changes the catalogue. Each procedure builds one statement and executes it on the given database
+// and table. Offline it also appends the statement to tblOfflineLog of the local database, with the copy table's name
+// replaced by the server table's. Returns true when all of that succeeded. Otherwise it shows the error in a box titled
+// with its own name and returns false (Reset_... shows nothing). A statement that was executed is not undone: if its
+// log row failed, it is logged later (data/KeptStatements.h). A statement that is executed and logged but may not
+// survive a power cut is reported as an error too.
 
 bool Insert_tblItems(const ItemRow& row, const QString& databasePath, const QString& table);
 bool Update_tblItems(const ItemRow& row, const QString& databasePath, const QString& table);
@@ -23,22 +23,21 @@ bool Reset_tblItemSpots_AantalGedraaid(qint32 id, const QString& databasePath, c
 bool Insert_tblItemPingles(const ItemPingleRow& row, const QString& databasePath, const QString& table);
 bool Update_tblItemPingles(const ItemPingleRow& row, const QString& databasePath, const QString& table);
 
-// Deletes the rows whose key field has this number. Logged for three copy tables only; which, and under which name, is
-// told at the implementation.
+// Deletes the rows whose key field has this value. Logged for some copy tables only: see DeleteForLog in Writes.cpp.
 bool Delete_tblBeheer(qint32 id, const QString& table, const QString& keyField, const QString& databasePath);
 
-// Whether the statement of the last of these procedures was carried out, also when it returned false.
+// Whether the last of these procedures executed its statement, even if it returned false.
 bool WasCarriedOut();
-// Whether its row in the log could not be written and will be later.
+// Whether its log row could not be written and will be written later.
 bool WaitsForLog();
 
 // Empties a table. Never logged.
 bool DeleteAllInTable(const QString& table, const QString& databasePath);
 
-// A row that is there but may not survive a power cut counts: the procedure that logs reports it.
+// Returns true also for a row that may not survive a power cut: the calling procedure reports that.
 bool Insert_tblOfflineLog(qint32 id, const QString& statement);
 
-// Copies of the server's tables into the emptied copy tables of the local database. Never logged.
+// Copy the server's tables into the local database's copy tables, which must be empty. Never logged.
 bool TransItemSpotsToLocal(const QString& sourcePath, const QString& localPath);
 bool TransItemPinglesToLocal(const QString& sourcePath, const QString& localPath);
 bool TransItemsToLocal(const QString& sourcePath, const QString& localPath);

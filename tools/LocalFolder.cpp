@@ -36,7 +36,7 @@ std::unique_ptr<ProgramLock> LocalFolder::Lock() const {
 
 void LocalFolder::BackUp(const Arguments& arguments) const {
   // The program's folder is the one above "data".
-  if (arguments.Has(kWithoutBackup) || !BackupsWanted(QFileInfo(folder_).absolutePath() + u"/ovalis.ini"_s)) return;
+  if (arguments.Has(kWithoutBackup) || !BackupsEnabled(QFileInfo(folder_).absolutePath() + u"/ovalis.ini"_s)) return;
   try {
     ::BackUp(databasePath_, arguments.Value(kPassword));
   } catch (const runtime::Error& error) {

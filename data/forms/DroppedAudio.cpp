@@ -10,19 +10,19 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kNamedAtMost = 5;
+constexpr int kMaxListed = 5;
 
-// By name, as the file dialog goes; whether it really holds sound shows when it is opened.
+// By file name, like the file dialog; the contents are checked when the file is opened.
 bool IsAudio(const QString& file) {
   const QString suffix = QFileInfo(file).suffix().toLower();
   return (suffix == u"mp3"_s || suffix == u"wav"_s) && QFileInfo(file).isFile();
 }
 
-QString Named(const QStringList& files) {
+QString FileList(const QStringList& files) {
   QString text;
-  for (const QString& file : files.first(qMin(files.size(), kNamedAtMost)))
+  for (const QString& file : files.first(qMin(files.size(), kMaxListed)))
     text += u"\r\n'%1'"_s.arg(file);
-  if (files.size() > kNamedAtMost) text += u"\r\nen nog %1"_s.arg(files.size() - kNamedAtMost);
+  if (files.size() > kMaxListed) text += u"\r\nen nog %1"_s.arg(files.size() - kMaxListed);
   return text;
 }
 
@@ -37,7 +37,7 @@ QStringList AcceptedAudio(const QStringList& files) {
     ShowItemsMessage(
         u"U kunt hier geluidsbestanden van deze computer neerzetten: Mpeg-3 (*.MP3) en Wave (*.WAV).\r\n"
         u"Niet overgenomen:"_s +
-            Named(others),
+            FileList(others),
         kStyleExclamation);
   }
   return audio;

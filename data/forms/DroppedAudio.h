@@ -4,17 +4,17 @@
 #include <QString>
 #include <QStringList>
 
-// Sound files that were dropped on a list or an editor and wait to become new records, one editor after the other.
+// A queue of sound files that were dropped on a list or an editor. Each becomes a new record, one editor after another.
 
-// Of files dropped (host paths), the sound files that can become records. The others are refused in one box that names
-// them and says what is accepted.
+// Returns those of the dropped files (host paths) that are sound files. If there are others, one box lists them and
+// says which files are accepted.
 QStringList AcceptedAudio(const QStringList& files);
 
-// Adds files (host paths) to those that wait.
+// Appends files (host paths) to the queue.
 void QueueDroppedAudio(const QStringList& files);
-// How many wait.
+// Number of files in the queue.
 qsizetype DroppedAudioLeft();
-// The first that waits, which then waits no longer; null when none does.
+// Removes and returns the first file; a null string when the queue is empty.
 QString TakeDroppedAudio();
-// Forgets those that wait.
+// Empties the queue.
 void ForgetDroppedAudio();

@@ -17,7 +17,7 @@ using runtime::Trapped;
 void EditorForm::Form_Load() {
   Trapped(__func__, [this] {
     const desktop::WaitPointer wait;
-    TakeSelectedID();
+    ReadSelectedID();
     InitForm();
     FillForm();
     InitControls();
@@ -26,7 +26,7 @@ void EditorForm::Form_Load() {
   });
 }
 
-void EditorForm::TakeSelectedID() {
+void EditorForm::ReadSelectedID() {
   isNew_ = !runtime::IsNumeric(global.gstrSelectedID);
   id_ = isNew_ ? 0 : runtime::ToLong(global.gstrSelectedID);
 }
@@ -52,7 +52,7 @@ bool EditorForm::IsFormDirty() {
   return Trapped(__func__, true, [&] {
     if (!isDirty_) return false;
     const int answer = ShowAppMessage(2000);
-    if (answer == kAnswerNone) return true;  // the question could not be asked: keep what was typed
+    if (answer == kAnswerNone) return true;  // the question could not be shown: keep the user's input
     if (answer != kAnswerYes) {
       isDirty_ = false;
     } else if (OpslaanProceed()) {
@@ -77,14 +77,14 @@ void EditorForm::CancelAndClose() {
 
 namespace {
 
-QString RowsNamed(const QString& table, const QString& field, const QString& naam) {
+QString QueryByName(const QString& table, const QString& field, const QString& naam) {
   return u"SELECT "_s + table + u'.' + field + u" From " + table + u" WHERE UCase(" + table + u".Naam) =  " + u'"' +
          dao::UCase(naam) + u'"';
 }
 
-// Stored names keep their apostrophes, so that the cleaned name never meets them.
+// Stored names keep their apostrophes, so the cleaned name does not match them.
 bool ExistsAsTyped(dao::Database& database, const QString& table, const QString& naam, bool isNew, qint32 id) {
-  dao::Recordset rows = database.OpenRecordset(RowsNamed(table, u"ID"_s, naam));
+  dao::Recordset rows = database.OpenRecordset(QueryByName(table, u"ID"_s, naam));
   const bool found = !rows.Eof();
   for (; !rows.Eof(); rows.MoveNext()) {
     if (!isNew && rows.Field(u"ID"_s).toInt() == id) return false;  // the record keeps its name
@@ -96,13 +96,13 @@ bool ExistsAsTyped(dao::Database& database, const QString& table, const QString&
 
 bool NameExists(const QString& databasePath, const QString& table, const QString& naam, bool isNew, qint32 id) {
   const QString cleaned = RemReservedChr(naam);
-  QString query = RowsNamed(table, u"Naam"_s, cleaned);
+  QString query = QueryByName(table, u"Naam"_s, cleaned);
   if (!isNew) query += u" AND NOT "_s + table + u".ID = " + QString::number(id);
   dao::Database database = dao::OpenDatabase(databasePath);
   const dao::Recordset rows = database.OpenRecordset(query);
   if (!(rows.Bof() && rows.Eof())) return true;
   const QString typed = runtime::TrimBlanks(naam);
-  // A double quote would end the text of the query; no record is written with one.
+  // A double quote would end the literal in the query; such a name is never stored.
   if (typed == cleaned || typed.contains(u'"')) return false;
   return ExistsAsTyped(database, table, typed, isNew, id);
 }

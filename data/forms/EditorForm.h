@@ -3,14 +3,14 @@
 
 #include "data/forms/Form.h"
 
-// What the detail editors share: a record that is new or not, unsaved changes, and the two ways out.
+// Base of the detail editors: a new or existing record, unsaved changes, saving and cancelling.
 class EditorForm : public Form {
   Q_OBJECT
 
  public:
   using Form::Form;
 
-  // Takes gstrSelectedID, then runs InitForm, FillForm, InitControls and InitCommands, and last Loaded.
+  // Reads gstrSelectedID, then calls InitForm, FillForm, InitControls, InitCommands and Loaded, in this order.
   void Form_Load() override;
 
   bool IsDirty() const { return isDirty_; }
@@ -24,15 +24,16 @@ class EditorForm : public Form {
   virtual void InitCommands() {}
   virtual void Loaded() {}
 
-  // Validates; shows a message, moves the focus and answers false at the first failure.
+  // Validates. At the first failure shows a message, moves the focus and returns false.
   virtual bool OpslaanProceed() = 0;
-  // Writes. Clears isDirty_ and isNew_ only when everything was written.
+  // Writes the record. Clears isDirty_ and isNew_ only after everything was written.
   virtual void Opslaan() = 0;
 
-  // Shows the message, moves the focus there (null: leaves it) and answers false.
+  // Shows the message, moves the focus to `focus` (null: leaves it) and returns false.
   static bool Refuse(int message, const QString& value1, const QString& value2, QWidget* focus);
 
-  // Asks about unsaved changes. True when the form must stay open: the user chose to save and it was not saved.
+  // Asks about unsaved changes, if any. Returns true when the form must stay open: the question could not be shown, or
+  // the user chose to save and that failed.
   bool IsFormDirty();
 
   // The bodies of cmdOk_Click and cmdAnnuleren_Click.
@@ -43,12 +44,12 @@ class EditorForm : public Form {
 
   void Changed() { isDirty_ = true; }
 
-  // The end of every FillForm: what is shown is what is stored.
+  // Called at the end of every FillForm: the controls show the stored record.
   void MarkLoaded();
-  // Something that belongs to the record could not be read.
+  // Called when a part of the record could not be read.
   void MarkIncomplete() { complete_ = false; }
-  // Throws when an existing record could not be read whole: saving would write empty fields over it, or
-  // drop what is missing on the screen.
+  // Throws runtime::Error unless an existing record was read completely: saving would overwrite the missing parts with
+  // empty values.
   void RequireLoaded() const;
 
   bool isDirty_ = false;
@@ -56,14 +57,14 @@ class EditorForm : public Form {
   qint32 id_ = 0;
 
  private:
-  // A numeric gstrSelectedID opens that record; anything else a new one, with ID 0.
-  void TakeSelectedID();
+  // A numeric gstrSelectedID selects that record; anything else means a new one, with ID 0.
+  void ReadSelectedID();
 
   bool loaded_ = false;
   bool complete_ = true;
 };
 
-// Whether another record of the table has this name, letter case ignored: cleaned of reserved characters, or as typed.
-// A record that exists (isNew false) does not collide with itself; as long as it keeps a name with an apostrophe, it
-// may share that name with another. Throws runtime::Error.
+// Whether another record of the table has this name, ignoring letter case, either with reserved characters removed or
+// as typed. An existing record (isNew false) does not collide with itself. If it keeps a name with an apostrophe,
+// another record may have the same name. Throws runtime::Error.
 bool NameExists(const QString& databasePath, const QString& table, const QString& naam, bool isNew, qint32 id);

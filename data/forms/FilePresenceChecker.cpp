@@ -7,9 +7,8 @@
 
 namespace {
 
-// A batch is told at the latest after this time, so that marks appear while a long list is still being looked through
-// and no batch is long.
-constexpr qint64 kTellEveryMs = 25;
+// Results are reported at this interval, so that marks appear while a long list is still being checked.
+constexpr qint64 kReportIntervalMs = 25;
 
 }  // namespace
 
@@ -30,7 +29,7 @@ void FilePresenceChecker::Look(std::vector<Wanted> wanted) {
     for (const Wanted& file : wanted) {
       if (!errand.IsWanted()) return;
       found.push_back({file.id, runtime::Probe(file.path)});
-      if (!since.hasExpired(kTellEveryMs)) continue;
+      if (!since.hasExpired(kReportIntervalMs)) continue;
       tell(false);
       since.restart();
     }

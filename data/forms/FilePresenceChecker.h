@@ -12,8 +12,8 @@
 
 class QObject;
 
-// Looks in a thread of its own whether files are there, so that a slow or dead network folder holds nobody up. Nothing
-// is told any more once the finder is gone; going never waits for a file that does not answer.
+// Checks in a background thread whether files exist, so that a slow network folder does not block the windows. After
+// destruction no results are reported; destruction does not wait for a file server that does not respond.
 class FilePresenceChecker {
  public:
   struct Wanted {
@@ -24,17 +24,17 @@ class FilePresenceChecker {
     qint64 id = 0;
     runtime::Presence presence = runtime::Presence::There;
   };
-  // Some of the answers, in order; `last` with the last of them. Called in the receiver's thread.
+  // Reports a batch of results, in order; `last` is true for the final one. Called in the receiver's thread.
   using Tell = std::function<void(const std::vector<Found>& found, bool last)>;
 
-  // The receiver must outlive the finder.
+  // The receiver must outlive this object.
   FilePresenceChecker(QObject* receiver, Tell tell);
 
-  // Instead of those looked for before, whose remaining answers are not told.
+  // Starts checking these files. Remaining results of an earlier call are discarded.
   void Look(std::vector<Wanted> wanted);
   void Cancel();
-  // Waits at most that long for all answers, and then tells what came.
-  void WaitFor(std::chrono::milliseconds patience) { task_.WaitFor(patience); }
+  // Waits up to `timeout` for all results; if they are complete, reports them before it returns.
+  void WaitFor(std::chrono::milliseconds timeout) { task_.WaitFor(timeout); }
 
  private:
   Tell tell_;

@@ -20,15 +20,15 @@ Form::Form(QWidget* owner) : QDialog(owner) {
 
 void Form::ShowModal() {
   Form_Load();
-  const desktop::ArrowPointer arrow;  // the caller may still be waiting; the user of this form is not
+  const desktop::ArrowPointer arrow;  // the caller may still show its wait pointer
   const QWidget* owner = parentWidget();
   if (owner != nullptr && !owner->isVisible()) Centre();
   exec();
-  // Windows that close one right after the other leave some desktops without an active one, and the keyboard dead.
+  // When windows close in quick succession, some desktops activate none, and the keyboard stops working.
   if (owner != nullptr && owner->isVisible()) owner->window()->activateWindow();
 }
 
-// Amid the screen; over an owner that is not shown yet Qt would put it anywhere.
+// Centres the form on the screen; Qt's own placement is arbitrary while the owner is hidden.
 void Form::Centre() {
   QRect place(QPoint(), size());
   place.moveCenter(screen()->availableGeometry().center());

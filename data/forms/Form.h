@@ -3,32 +3,33 @@
 
 #include <QDialog>
 
-// What every dialog of the program shares: it is loaded, then shown modally with its caller as owner.
+// Base of the program's dialogs: loaded first, then shown modally with the caller's window as owner.
 class Form : public QDialog {
   Q_OBJECT
 
  public:
   explicit Form(QWidget* owner);
 
-  // Runs Form_Load and shows the form; returns when it is closed, with its owner active again.
+  // Calls Form_Load and shows the form. Returns when it is closed, with its owner active again.
   void ShowModal();
 
-  // The opening sequence, under its own error trap.
+  // Fills the form. Catches and shows its own errors.
   virtual void Form_Load() = 0;
 
  protected:
-  // Locks or unlocks the field of that name and gives it the colour that goes with it.
+  // Makes the field with that object name read-only and grey, or editable again.
   void LockControl(const QString& name, bool lock);
 
-  // Selects the first entry of the list or combo of that name whose ItemData equals the ID; none when there is none.
+  // In the list or combo box with that object name, selects the first entry whose ItemData equals the ID; none if there
+  // is no such entry.
   void SetCboTextWhereID(const QString& name, qint64 id);
 
-  // Closes the form for good. The window frame and Esc do not: they ask first (CloseAsked).
+  // Closes the form without asking.
   void Unload();
 
-  // What the frame and Esc do: by default they unload.
+  // Called when the user closes the window or presses Esc. The default closes the form.
   virtual void CloseAsked() { Unload(); }
-  // Runs once on the way out, whichever way.
+  // Called once when the form closes.
   virtual void Form_Unload() {}
 
   void reject() override { CloseAsked(); }

@@ -13,7 +13,7 @@
 
 namespace {
 
-// Long enough for a file that does answer and for a table that is being read.
+// Long enough for a file server that responds and for reading a table.
 constexpr std::chrono::milliseconds kShutdownWait{250};
 
 }  // namespace
@@ -21,9 +21,9 @@ constexpr std::chrono::milliseconds kShutdownWait{250};
 struct LatestTask::Shared {
   std::mutex mutex;
   std::condition_variable ended;
-  QObject* receiver = nullptr;  // touched only for an errand that is wanted
-  int wanted = 0;               // the number of the errand sent last; guarded, as is
-  int running = 0;              // how many have not ended
+  QObject* receiver = nullptr;  // used only by the current task
+  int wanted = 0;               // number of the current task; guarded by `mutex`
+  int running = 0;              // number of tasks that have not ended; guarded by `mutex`
 
   bool IsWanted(int number) {
     const std::lock_guard lock(mutex);
@@ -75,11 +75,11 @@ void LatestTask::Cancel() {
   ++shared_->wanted;
 }
 
-void LatestTask::WaitFor(std::chrono::milliseconds patience) {
-  if (WaitForAll(patience)) QCoreApplication::sendPostedEvents(shared_->receiver, QEvent::MetaCall);
+void LatestTask::WaitFor(std::chrono::milliseconds timeout) {
+  if (WaitForAll(timeout)) QCoreApplication::sendPostedEvents(shared_->receiver, QEvent::MetaCall);
 }
 
-bool LatestTask::WaitForAll(std::chrono::milliseconds patience) {
+bool LatestTask::WaitForAll(std::chrono::milliseconds timeout) {
   std::unique_lock lock(shared_->mutex);
-  return shared_->ended.wait_for(lock, patience, [this] { return shared_->running == 0; });
+  return shared_->ended.wait_for(lock, timeout, [this] { return shared_->running == 0; });
 }

@@ -7,19 +7,18 @@
 
 class QObject;
 
-// Work done for a receiver in threads of their own, so that nothing slow holds its windows up. Only the errand sent
-// last is wanted: what an earlier one still has to tell is not heard. User-interface thread, but for what an Token
-// offers.
+// Runs work in background threads, so that slow work does not block the receiver's windows. Only the latest task
+// counts: results of earlier ones are discarded. All calls on the user-interface thread, except those of Token.
 class LatestTask {
   struct Shared;
 
  public:
-  // What a piece of work sees of it, in its own thread.
+  // Passed to the work; its functions may be called in the background thread.
   class Token {
    public:
-    // Whether anybody still waits for what it has to tell.
+    // False once the task was replaced or cancelled.
     bool IsWanted() const;
-    // To be done in the receiver's thread, if the errand is still wanted by then.
+    // Queues a call in the receiver's thread; it is skipped if the task has been replaced or cancelled by then.
     void Tell(std::function<void()> news) const;
 
    private:
@@ -29,23 +28,24 @@ class LatestTask {
     std::shared_ptr<Shared> shared_;
     int number_;
   };
-  // Touches no window, owns what it uses and throws nothing.
+  // Must not use windows, must own its data and must not throw.
   using Work = std::function<void(const Token&)>;
 
-  // The receiver must outlive it.
+  // The receiver must outlive this object.
   explicit LatestTask(QObject* receiver);
-  // Waits a moment for what still runs, but not for what hangs.
+  // Cancels, and waits up to a quarter of a second for running tasks to end.
   ~LatestTask();
   LatestTask(const LatestTask&) = delete;
   LatestTask& operator=(const LatestTask&) = delete;
 
+  // Starts the work in a new thread; the previous task is no longer current.
   void Send(Work work);
   void Cancel();
-  // Waits at most that long for errands to end, and then has done what they told.
-  void WaitFor(std::chrono::milliseconds patience);
+  // Waits up to `timeout` for all tasks to end; if they do, runs their queued calls before it returns.
+  void WaitFor(std::chrono::milliseconds timeout);
 
  private:
-  bool WaitForAll(std::chrono::milliseconds patience);
+  bool WaitForAll(std::chrono::milliseconds timeout);
 
   std::shared_ptr<Shared> shared_;
 };

@@ -5,11 +5,11 @@
 
 #include <functional>
 
-// Runs the handler of an option button as its users know it: when the button becomes chosen, by hand or by program, and
-// on a user's click on the one already chosen; never for the one that is switched off.
+// Calls the handler when the option button becomes checked, by the user or by the program, and when the user clicks it
+// while it is already checked. Never when it becomes unchecked.
 inline void OnOptionClick(QRadioButton* button, const std::function<void()>& handler) {
   QObject::connect(button, &QRadioButton::toggled, button, [button, handler](bool chosen) {
-    // Tab goes to the chosen one of a group: landing on another would be a step from choosing it.
+    // Tab must stop at the checked button of a group only: focus on another one would nearly select it.
     button->setFocusPolicy(chosen ? Qt::StrongFocus : Qt::ClickFocus);
     if (chosen) handler();
   });

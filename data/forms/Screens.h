@@ -5,8 +5,8 @@
 
 class QWidget;
 
-// The screens that one window may ask another folder for. An item's editor opens the lists, and the item list opens the
-// item's editor: through this table neither knows the other.
+// Screens that one folder may open in another, without including it: an item's editor opens the lists, and the item
+// list opens the item's editor.
 enum class Screen {
   Items,
   ItemSpots,
@@ -23,9 +23,10 @@ enum class Screen {
 
 using ShowScreenModally = std::function<void(QWidget* owner)>;
 
-// Start-up registers every screen once; a test may put a stand-in in its place.
+// Start-up registers every screen once; a test may replace one.
 void RegisterScreen(Screen screen, ShowScreenModally show);
 bool HasScreen(Screen screen);
 
-// Shows the screen, owned by that window, and returns when it is closed. runtime::Error when nothing is registered.
+// Shows the screen with `owner` as its owner window and returns when it is closed. Throws runtime::Error when it is not
+// registered.
 void ShowScreen(Screen screen, QWidget* owner);

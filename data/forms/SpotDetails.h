@@ -6,8 +6,8 @@
 
 #include <optional>
 
-// What the item-spot list shows beside a spot's name: mark, state in words, length and tool tip.
+// What the item-spot list shows next to a spot's name: mark, state text, length and tool tip.
 controls::LineDetails DetailsOf(const SpotFacts& spot, SpotState state);
 
-// "0:32", or "1:02:03" from an hour on; empty when the length is not known.
+// "0:32", or "1:02:03" from one hour; empty when the length is unknown.
 QString LengthText(std::optional<qint32> seconds);

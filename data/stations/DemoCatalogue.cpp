@@ -74,15 +74,15 @@ const QStringList& SpotNames() {
   return names;
 }
 
-// A file name without what some file systems refuse.
+// Removes the characters that some file systems reject.
 QString FileName(QString name) {
-  static const QString kUnwanted = u"'\"&/:?*<>|"_s;
-  for (const QChar c : kUnwanted)
+  static const QString kRejected = u"'\"&/:?*<>|"_s;
+  for (const QChar c : kRejected)
     name.remove(c);
   return name;
 }
 
-// Validity around today, in a fixed pattern so that every state shows: running, not begun, ending, ended.
+// Validity around today, in a fixed pattern with every state: running, not begun, ending soon, ended.
 void SetValidity(ItemSpotRow& row, int n, QDate today) {
   QDate start = today.addDays(-5 - (n * 7) % 60);
   QDate end = today.addDays(12 + (n * 11) % 200);

@@ -8,14 +8,14 @@
 #include <QList>
 #include <QString>
 
-// What the demonstration stations hold: believable spots, jingles and items around a given day.
+// Contents of the demonstration stations: realistic spots, jingles and items around a given day.
 namespace demo {
 
 struct Spot {
-  ItemSpotRow row;  // length and path still open
+  ItemSpotRow row;  // length and path are set by MakeSounds
   QString file;     // below the audio folder, with backslashes: "Spots\Naam.mp3"
   int seconds = 20;
-  bool missing = false;  // its file is left out
+  bool missing = false;  // no file is made
   int playCount = 0;
   QDateTime lastPlayed;  // invalid = never
 };
@@ -33,7 +33,7 @@ struct Item {
 
 QList<Spot> Spots(QDate today);
 QList<Jingle> Jingles();
-// Of both filling options; refers to the numbers of Spots() and Jingles().
+// Items of both options (list and file-name pattern); they use the IDs of Spots() and Jingles().
 QList<Item> Items();
 
 }  // namespace demo

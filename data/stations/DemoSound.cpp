@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 namespace demo {
 namespace {
 
-// One sound file in the making; `lengthSec` is filled in.
+// A sound file to make; `lengthSec` is set once it is made.
 struct Sound {
   std::string path;
   audio::ToneOptions options;
@@ -32,7 +32,7 @@ Sound Plan(const QString& path, int seconds, quint32 seed, audio::ToneOptions::K
   sound.options.seconds = seconds + (seed % 10) / 10.0;
   sound.options.seed = seed;
   sound.options.kind = kind;
-  sound.options.sampleRate = 22050;  // small files: a demonstration needs no more
+  sound.options.sampleRate = 22050;  // keeps the files small
   sound.options.channels = 1;
   sound.options.variableBitRate = seed % 2 == 0;
   return sound;

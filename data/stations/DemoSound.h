@@ -7,9 +7,9 @@
 
 namespace demo {
 
-// Writes the sound files of spots and jingles below a host folder, on all cores, and puts their real lengths (whole
-// seconds) and paths below `audioText` into the rows. Files of missing spots are left out; they get their planned
-// length. Throws audio::Error or runtime::Error.
+// Writes the sound files of spots and jingles below a host folder, using all cores, and sets length (whole seconds) and
+// path (below the path text `audioText`) in the rows. The files of missing spots are deleted again. Throws audio::Error
+// or runtime::Error.
 void MakeSounds(QList<Spot>& spots, QList<Jingle>& jingles, const QString& hostFolder, const QString& audioText);
 
 }  // namespace demo

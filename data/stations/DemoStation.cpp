@@ -50,7 +50,7 @@ void FillStation(const ProgramFolder& folder, qint16 number, const Contents& con
   Fill(folder.LocalDatabase(number), contents, u"tblCopie_"_s);
 }
 
-// The second station: part of the first one's material.
+// The second station has a part of the first one's contents.
 Contents Smaller(const Contents& contents) {
   return {contents.spots.mid(0, 21), contents.jingles, contents.items.mid(0, 1) + contents.items.mid(8)};
 }

@@ -3,6 +3,6 @@
 
 #include <QString>
 
-// Makes a filled station to try things on, with sound files, settings and a second, smaller station. The host folder is
-// made when missing; one that holds a station already is an error. Throws runtime::Error or audio::Error.
+// Creates a demonstration station with sound files and settings, and a second, smaller one. The host folder is created
+// when missing. Throws runtime::Error, also when the folder already has a station, or audio::Error.
 void MakeDemoStation(const QString& hostFolder);

@@ -70,7 +70,7 @@ void ProgramFolder::MakeStation(qint16 number, const QString& name) const {
   const QString work = path_ + u"/data/work.mdb";
   if (!QFile::exists(work)) schema::CreateWorkDatabase(work);
   AddStation(LocalDatabase(number), number, name);
-  // The list at start is read before a station is known, from the database without a number.
+  // The list of stations is read before one is chosen, from the database without a number.
   if (!QFile::exists(LocalDatabase(0))) schema::CreateLocalDatabase(LocalDatabase(0));
   AddStation(LocalDatabase(0), number, name);
 }

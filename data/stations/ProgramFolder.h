@@ -3,17 +3,18 @@
 
 #include <QString>
 
-// A program folder on disk in its making: settings file, folders and databases.
+// Creates a program folder on disk: settings file, folders and databases.
 class ProgramFolder {
  public:
-  // Makes the folder with data/, server/ and export/ where they are missing, and a settings file that maps drive D: to
-  // the folder itself, so that it may be moved. What exists stays as it is.
+  // Creates the folder with data/, server/ and export/, and a settings file that maps drive D: to the folder itself, so
+  // that the folder can be moved. Existing files and folders are left unchanged. Throws runtime::Error.
   explicit ProgramFolder(const QString& hostPath);
 
   const QString& Path() const { return path_; }
 
-  // Makes local, server and work database of a station (0 = none) where they are missing, and adds the station to the
-  // list from which one is chosen at start. An error when the station's databases exist already.
+  // Creates the databases of station `number` (0 to 32767; 0 = file names without a number) and adds it to the list of
+  // stations shown at start. An existing server or work database is left unchanged. Throws runtime::Error, also when
+  // the local database exists.
   void MakeStation(qint16 number, const QString& name) const;
 
   // Host paths of the databases.

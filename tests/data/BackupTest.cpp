@@ -211,11 +211,11 @@ TEST_F(Backups, ADatabaseThatIsGoneIsForTheNextActToTell) {
 
 TEST_F(Backups, TheSettingTurnsThemOff) {
   const QString settings = global.programFolder + u"\\ovalis.ini"_s;
-  EXPECT_TRUE(BackupsWanted(settings));
+  EXPECT_TRUE(BackupsEnabled(settings));
   runtime::WriteFile(settings, "[Files]\r\nExportPath=x\r\n");
-  EXPECT_TRUE(BackupsWanted(settings));
+  EXPECT_TRUE(BackupsEnabled(settings));
   runtime::WriteFile(settings, "[backup]\r\nenabled = 0\r\n");
-  EXPECT_FALSE(BackupsWanted(settings));
+  EXPECT_FALSE(BackupsEnabled(settings));
   EXPECT_TRUE(BackUpBefore(global.localDatabasePath).path.isEmpty());
   EXPECT_EQ(Names(), QStringList());
 }
