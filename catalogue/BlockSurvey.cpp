@@ -29,16 +29,16 @@ void BlockSurvey::Start() {
   taken_ = 0;
   inTrouble_ = 0;
   read_ = finished_ = lastWaits_ = false;
-  reading_.Send([this, catalogue = CurrentCatalogue(), now = runtime::Now()](const LatestTask::Token& errand) {
+  reading_.Send([this, catalogue = CurrentCatalogue(), now = runtime::Now()](const LatestTask::Token& token) {
     try {
       MarkBlocks(
-          catalogue, now, [&errand] { return errand.IsWanted(); },
-          [this, &errand](std::vector<BlockMark> marks, bool last) {
-            errand.Tell([this, marks = std::move(marks), last]() mutable { Take(std::move(marks), last); });
+          catalogue, now, [&token] { return token.IsCurrent(); },
+          [this, &token](std::vector<BlockMark> marks, bool last) {
+            token.Post([this, marks = std::move(marks), last]() mutable { Take(std::move(marks), last); });
           });
     } catch (const runtime::Error&) {
       // The list itself says what is wrong; marks are an extra.
-      errand.Tell([this] { Finish(); });
+      token.Post([this] { Finish(); });
     }
   });
 }

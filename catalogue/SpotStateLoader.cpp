@@ -30,13 +30,13 @@ QString Query(const QString& table) {
 SpotStateLoader::SpotStateLoader(QObject* parent)
     : QObject(parent),
       reading_(this),
-      finder_(this,
-              [this](const std::vector<FilePresenceChecker::Found>& found, bool last) { TakeFiles(found, last); }) {
+      checker_(this,
+               [this](const std::vector<FilePresenceChecker::Result>& found, bool last) { TakeFiles(found, last); }) {
   connect(&slices_, &QTimer::timeout, this, &SpotStateLoader::ProcessBatch);
 }
 
 void SpotStateLoader::Start(std::chrono::milliseconds patience) {
-  finder_.Cancel();
+  checker_.Cancel();
   slices_.stop();
   spots_.clear();
   counts_ = SpotCounts();
@@ -46,9 +46,9 @@ void SpotStateLoader::Start(std::chrono::milliseconds patience) {
   read_ = finished_ = false;
   now_ = runtime::Now();
   const Catalogue catalogue = CurrentCatalogue();
-  reading_.Send([this, path = catalogue.databasePath, table = catalogue.itemSpots](const LatestTask::Token& errand) {
-    if (!errand.IsWanted()) return;
-    errand.Tell([this, rows = ReadRows(path, table)]() mutable { OnRowsLoaded(std::move(rows)); });
+  reading_.Send([this, path = catalogue.databasePath, table = catalogue.itemSpots](const LatestTask::Token& token) {
+    if (!token.IsCurrent()) return;
+    token.Post([this, rows = ReadRows(path, table)]() mutable { OnRowsLoaded(std::move(rows)); });
   });
   if (patience.count() == 0) return;
   reading_.WaitFor(patience);
@@ -89,7 +89,7 @@ void SpotStateLoader::ProcessBatch() {
   if (!ids.isEmpty()) Q_EMIT changed(ids);
   if (!read_) return;
   rows_.clear();
-  finder_.Look(std::exchange(files_, {}));
+  checker_.Start(std::exchange(files_, {}));
 }
 
 void SpotStateLoader::TakeRow(Row row) {
@@ -108,9 +108,9 @@ const SpotStateLoader::Spot* SpotStateLoader::Find(qint64 id) const {
   return spot == spots_.constEnd() ? nullptr : &*spot;
 }
 
-void SpotStateLoader::TakeFiles(const std::vector<FilePresenceChecker::Found>& found, bool last) {
+void SpotStateLoader::TakeFiles(const std::vector<FilePresenceChecker::Result>& found, bool last) {
   QList<qint64> ids;
-  for (const FilePresenceChecker::Found& file : found) {
+  for (const FilePresenceChecker::Result& file : found) {
     if (TakeFile(file.id, file.presence)) ids += file.id;
   }
   if (!ids.isEmpty()) Q_EMIT changed(ids);

@@ -57,7 +57,7 @@ class SpotStateLoader : public QObject {
   void OnRowsLoaded(std::optional<std::vector<Row>> rows);
   void ProcessBatch();
   void TakeRow(Row row);
-  void TakeFiles(const std::vector<FilePresenceChecker::Found>& found, bool last);
+  void TakeFiles(const std::vector<FilePresenceChecker::Result>& found, bool last);
   bool TakeFile(qint64 id, runtime::Presence presence);
   void Finish();
 
@@ -67,10 +67,10 @@ class SpotStateLoader : public QObject {
   QDateTime now_;
   std::vector<Row> rows_;  // read, and taken over up to taken_
   std::size_t taken_ = 0;
-  std::vector<FilePresenceChecker::Wanted> files_;
+  std::vector<FilePresenceChecker::Request> files_;
   bool read_ = false;
   bool finished_ = false;
   QTimer slices_;
   LatestTask reading_;
-  FilePresenceChecker finder_;
+  FilePresenceChecker checker_;
 };

@@ -26,24 +26,24 @@ QString TextOf(const std::vector<Presence>& files) {
 
 ExampleFiles::ExampleFiles(QObject* receiver, std::function<void(const QString& text)> tell)
     : tell_(std::move(tell)),
-      finder_(receiver,
-              [this](const std::vector<FilePresenceChecker::Found>& found, bool last) { TakeFiles(found, last); }) {}
+      checker_(receiver,
+               [this](const std::vector<FilePresenceChecker::Result>& found, bool last) { TakeFiles(found, last); }) {}
 
 void ExampleFiles::Look(const FileNamePattern& pattern, int count) {
-  finder_.Cancel();
+  checker_.Cancel();
   found_.clear();
   tell_({});
-  std::vector<FilePresenceChecker::Wanted> wanted;
+  std::vector<FilePresenceChecker::Request> wanted;
   const QDateTime now = runtime::Now();
   for (int number = 1; number <= (pattern.severalSpots ? std::clamp(count, 1, kMostFiles) : 1); ++number) {
     const QString path = NumberedFileName(pattern, now, number);
     if (!path.isEmpty()) wanted.push_back({number, path});
   }
-  if (!wanted.empty()) finder_.Look(std::move(wanted));
+  if (!wanted.empty()) checker_.Start(std::move(wanted));
 }
 
-void ExampleFiles::TakeFiles(const std::vector<FilePresenceChecker::Found>& found, bool last) {
-  for (const FilePresenceChecker::Found& file : found)
+void ExampleFiles::TakeFiles(const std::vector<FilePresenceChecker::Result>& found, bool last) {
+  for (const FilePresenceChecker::Result& file : found)
     found_.push_back(file.presence);
   if (last && !found_.empty()) tell_(TextOf(found_));
 }

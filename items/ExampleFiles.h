@@ -21,9 +21,9 @@ class ExampleFiles {
   void Look(const FileNamePattern& pattern, int count);
 
  private:
-  void TakeFiles(const std::vector<FilePresenceChecker::Found>& found, bool last);
+  void TakeFiles(const std::vector<FilePresenceChecker::Result>& found, bool last);
 
   std::function<void(const QString& text)> tell_;
   std::vector<runtime::Presence> found_;
-  FilePresenceChecker finder_;
+  FilePresenceChecker checker_;
 };

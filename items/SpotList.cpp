@@ -16,13 +16,13 @@ using namespace Qt::StringLiterals;
 
 SpotLengths::SpotLengths(QObject* receiver, std::function<void()> changed)
     : changed_(std::move(changed)),
-      finder_(receiver,
-              [this](const std::vector<FilePresenceChecker::Found>& found, bool last) { TakeFiles(found, last); }) {}
+      checker_(receiver,
+               [this](const std::vector<FilePresenceChecker::Result>& found, bool last) { TakeFiles(found, last); }) {}
 
 void SpotLengths::Read() {
   spots_.clear();
   asked_.clear();
-  finder_.Cancel();
+  checker_.Cancel();
   const Catalogue catalogue = CurrentCatalogue();
   try {
     dao::Database database = dao::OpenDatabase(catalogue.databasePath);
@@ -37,7 +37,7 @@ void SpotLengths::Read() {
 
 void SpotLengths::Show(controls::ListBox& list) {
   const QDateTime now = runtime::Now();
-  std::vector<FilePresenceChecker::Wanted> wanted;
+  std::vector<FilePresenceChecker::Request> wanted;
   bool unasked = false;
   for (int line = 0; line < list.ListCount(); ++line) {
     const auto spot = spots_.constFind(list.ItemData(line));
@@ -48,13 +48,13 @@ void SpotLengths::Show(controls::ListBox& list) {
   }
   // One look at a time: a new one takes those along that were still waited for.
   if (!unasked) return;
-  for (const FilePresenceChecker::Wanted& file : wanted)
+  for (const FilePresenceChecker::Request& file : wanted)
     asked_.insert(file.id, true);
-  finder_.Look(std::move(wanted));
+  checker_.Start(std::move(wanted));
 }
 
-void SpotLengths::TakeFiles(const std::vector<FilePresenceChecker::Found>& found, bool last) {
-  for (const FilePresenceChecker::Found& file : found) {
+void SpotLengths::TakeFiles(const std::vector<FilePresenceChecker::Result>& found, bool last) {
+  for (const FilePresenceChecker::Result& file : found) {
     const auto spot = spots_.find(file.id);
     if (spot != spots_.end()) spot->file = file.presence;
   }

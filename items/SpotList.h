@@ -32,10 +32,10 @@ class SpotLengths {
   QString Total(const controls::ListBox& list) const;
 
  private:
-  void TakeFiles(const std::vector<FilePresenceChecker::Found>& found, bool last);
+  void TakeFiles(const std::vector<FilePresenceChecker::Result>& found, bool last);
 
   QHash<qint64, SpotFacts> spots_;
   QHash<qint64, bool> asked_;  // spots whose file was looked for
   std::function<void()> changed_;
-  FilePresenceChecker finder_;
+  FilePresenceChecker checker_;
 };

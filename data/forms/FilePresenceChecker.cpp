@@ -12,27 +12,28 @@ constexpr qint64 kReportIntervalMs = 25;
 
 }  // namespace
 
-FilePresenceChecker::FilePresenceChecker(QObject* receiver, Tell tell) : tell_(std::move(tell)), task_(receiver) {}
+FilePresenceChecker::FilePresenceChecker(QObject* receiver, Report report)
+    : report_(std::move(report)), task_(receiver) {}
 
 void FilePresenceChecker::Cancel() {
   task_.Cancel();
 }
 
-void FilePresenceChecker::Look(std::vector<Wanted> wanted) {
-  task_.Send([this, wanted = std::move(wanted)](const LatestTask::Token& errand) {
-    std::vector<Found> found;
-    const auto tell = [&](bool last) {
-      errand.Tell([this, batch = std::exchange(found, {}), last] { tell_(batch, last); });
+void FilePresenceChecker::Start(std::vector<Request> files) {
+  task_.Send([this, files = std::move(files)](const LatestTask::Token& token) {
+    std::vector<Result> results;
+    const auto report = [&](bool last) {
+      token.Post([this, batch = std::exchange(results, {}), last] { report_(batch, last); });
     };
     QElapsedTimer since;
     since.start();
-    for (const Wanted& file : wanted) {
-      if (!errand.IsWanted()) return;
-      found.push_back({file.id, runtime::Probe(file.path)});
+    for (const Request& file : files) {
+      if (!token.IsCurrent()) return;
+      results.push_back({file.id, runtime::Probe(file.path)});
       if (!since.hasExpired(kReportIntervalMs)) continue;
-      tell(false);
+      report(false);
       since.restart();
     }
-    tell(true);
+    report(true);
   });
 }

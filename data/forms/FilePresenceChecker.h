@@ -16,27 +16,27 @@ class QObject;
 // destruction no results are reported; destruction does not wait for a file server that does not respond.
 class FilePresenceChecker {
  public:
-  struct Wanted {
+  struct Request {
     qint64 id = 0;
     QString path;  // path text
   };
-  struct Found {
+  struct Result {
     qint64 id = 0;
     runtime::Presence presence = runtime::Presence::There;
   };
   // Reports a batch of results, in order; `last` is true for the final one. Called in the receiver's thread.
-  using Tell = std::function<void(const std::vector<Found>& found, bool last)>;
+  using Report = std::function<void(const std::vector<Result>& results, bool last)>;
 
   // The receiver must outlive this object.
-  FilePresenceChecker(QObject* receiver, Tell tell);
+  FilePresenceChecker(QObject* receiver, Report report);
 
   // Starts checking these files. Remaining results of an earlier call are discarded.
-  void Look(std::vector<Wanted> wanted);
+  void Start(std::vector<Request> files);
   void Cancel();
   // Waits up to `timeout` for all results; if they are complete, reports them before it returns.
   void WaitFor(std::chrono::milliseconds timeout) { task_.WaitFor(timeout); }
 
  private:
-  Tell tell_;
+  Report report_;
   LatestTask task_;
 };

@@ -22,26 +22,26 @@ struct LatestTask::Shared {
   std::mutex mutex;
   std::condition_variable ended;
   QObject* receiver = nullptr;  // used only by the current task
-  int wanted = 0;               // number of the current task; guarded by `mutex`
+  int current = 0;              // number of the current task; guarded by `mutex`
   int running = 0;              // number of tasks that have not ended; guarded by `mutex`
 
-  bool IsWanted(int number) {
+  bool IsCurrent(int number) {
     const std::lock_guard lock(mutex);
-    return number == wanted;
+    return number == current;
   }
 };
 
-bool LatestTask::Token::IsWanted() const {
-  return shared_->IsWanted(number_);
+bool LatestTask::Token::IsCurrent() const {
+  return shared_->IsCurrent(number_);
 }
 
-void LatestTask::Token::Tell(std::function<void()> news) const {
+void LatestTask::Token::Post(std::function<void()> call) const {
   const std::lock_guard lock(shared_->mutex);
-  if (number_ != shared_->wanted) return;
+  if (number_ != shared_->current) return;
   QMetaObject::invokeMethod(
       shared_->receiver,
-      [shared = shared_, number = number_, news = std::move(news)] {
-        if (shared->IsWanted(number)) news();
+      [shared = shared_, number = number_, call = std::move(call)] {
+        if (shared->IsCurrent(number)) call();
       },
       Qt::QueuedConnection);
 }
@@ -59,7 +59,7 @@ void LatestTask::Send(Work work) {
   int number = 0;
   {
     const std::lock_guard lock(shared_->mutex);
-    number = ++shared_->wanted;
+    number = ++shared_->current;
     ++shared_->running;
   }
   std::thread([shared = shared_, number, work = std::move(work)] {
@@ -72,7 +72,7 @@ void LatestTask::Send(Work work) {
 
 void LatestTask::Cancel() {
   const std::lock_guard lock(shared_->mutex);
-  ++shared_->wanted;
+  ++shared_->current;
 }
 
 void LatestTask::WaitFor(std::chrono::milliseconds timeout) {

@@ -17,9 +17,9 @@ class LatestTask {
   class Token {
    public:
     // False once the task was replaced or cancelled.
-    bool IsWanted() const;
+    bool IsCurrent() const;
     // Queues a call in the receiver's thread; it is skipped if the task has been replaced or cancelled by then.
-    void Tell(std::function<void()> news) const;
+    void Post(std::function<void()> call) const;
 
    private:
     friend class LatestTask;

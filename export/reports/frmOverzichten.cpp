@@ -44,8 +44,8 @@ const QString kFolderKind = u"Overzicht"_s;
 frmOverzichten::frmOverzichten(QWidget* owner)
     : Form(owner),
       ui_(std::make_unique<Ui::frmOverzichten>()),
-      finder_(this,
-              [this](const std::vector<FilePresenceChecker::Found>& found, bool last) { TakeFiles(found, last); }) {
+      checker_(this,
+               [this](const std::vector<FilePresenceChecker::Result>& found, bool last) { TakeFiles(found, last); }) {
   ui_->setupUi(this);
   for (QRadioButton* choice : {ui_->optItemSpots, ui_->optItems, ui_->optVerlopen, ui_->optUitzendingen})
     connect(choice, &QRadioButton::toggled, this, [this](bool chosen) {
@@ -108,7 +108,7 @@ void frmOverzichten::ShowReport() {
   for (QPushButton* button : {ui_->cmdPdf, ui_->cmdCsv, ui_->cmdAfdrukken})
     button->setEnabled(false);
   ui_->txtOverzicht->clear();
-  finder_.Cancel();
+  checker_.Cancel();
   report_ = ChosenReport();
   LookForFiles();
   ShowPages();
@@ -140,15 +140,15 @@ void frmOverzichten::LookForFiles() {
   files_.removeDuplicates();
   differs_ = false;
   if (files_.isEmpty()) return;
-  std::vector<FilePresenceChecker::Wanted> wanted;
+  std::vector<FilePresenceChecker::Request> wanted;
   for (const QString& file : std::as_const(files_))
     wanted.push_back({static_cast<qint64>(wanted.size()), file});
-  finder_.Look(std::move(wanted));
-  finder_.WaitFor(kPatience);
+  checker_.Start(std::move(wanted));
+  checker_.WaitFor(kPatience);
 }
 
-void frmOverzichten::TakeFiles(const std::vector<FilePresenceChecker::Found>& found, bool last) {
-  for (const FilePresenceChecker::Found& file : found) {
+void frmOverzichten::TakeFiles(const std::vector<FilePresenceChecker::Result>& found, bool last) {
+  for (const FilePresenceChecker::Result& file : found) {
     const QString& path = files_.at(file.id);
     const bool wasGone = seen_.value(path, Presence::There) == Presence::NotThere;
     if (wasGone != (file.presence == Presence::NotThere)) differs_ = true;

@@ -38,7 +38,7 @@ class frmOverzichten : public Form {
   void ShowPages();
   // Behind the windows: the states become those of the lists, a little later where a drive is slow.
   void LookForFiles();
-  void TakeFiles(const std::vector<FilePresenceChecker::Found>& found, bool last);
+  void TakeFiles(const std::vector<FilePresenceChecker::Result>& found, bool last);
   // Host folder to save in: that of the last time, also in earlier runs; at first the user's documents.
   QString Folder() const;
   void Save(const QString& title, const QString& filter, const QString& suffix, QByteArray (*bytesOf)(const Report&));
@@ -49,5 +49,5 @@ class frmOverzichten : public Form {
   QStringList files_;     // looked for; a file's place here is its number
   SeenFiles seen_;        // until a file was looked at again, what was seen of it before counts
   bool differs_ = false;  // from what the report was made with
-  FilePresenceChecker finder_;
+  FilePresenceChecker checker_;
 };

@@ -22,14 +22,14 @@ using runtime::Presence;
 
 namespace {
 
-// What a finder told its receiver.
+// What a checker told its receiver.
 struct Heard {
   QMap<qint64, Presence> files;
   int lasts = 0;
   Qt::HANDLE thread = nullptr;
 
-  FilePresenceChecker::Tell Ear() {
-    return [this](const std::vector<FilePresenceChecker::Found>& found, bool last) {
+  FilePresenceChecker::Report Ear() {
+    return [this](const std::vector<FilePresenceChecker::Result>& found, bool last) {
       for (const auto& file : found)
         files[file.id] = file.presence;
       lasts += last ? 1 : 0;
@@ -46,8 +46,8 @@ TEST(FilePresenceChecker, TellsEachFileInTheReceiversThread) {
   ASSERT_TRUE(file.open(QIODevice::WriteOnly));
   QObject receiver;
   Heard heard;
-  FilePresenceChecker finder(&receiver, heard.Ear());
-  finder.Look({{1, file.fileName()}, {2, folder.filePath(u"weg.wav"_s)}, {3, u"Q:\\nergens.wav"_s}});
+  FilePresenceChecker checker(&receiver, heard.Ear());
+  checker.Start({{1, file.fileName()}, {2, folder.filePath(u"weg.wav"_s)}, {3, u"Q:\\nergens.wav"_s}});
   ASSERT_TRUE(WaitUntil([&] { return heard.lasts == 1; }));
   EXPECT_EQ(heard.files,
             (QMap<qint64, Presence>{{1, Presence::There}, {2, Presence::NotThere}, {3, Presence::NotReachable}}));
@@ -57,8 +57,8 @@ TEST(FilePresenceChecker, TellsEachFileInTheReceiversThread) {
 TEST(FilePresenceChecker, NothingWantedEndsAtOnce) {
   QObject receiver;
   Heard heard;
-  FilePresenceChecker finder(&receiver, heard.Ear());
-  finder.Look({});
+  FilePresenceChecker checker(&receiver, heard.Ear());
+  checker.Start({});
   EXPECT_TRUE(WaitUntil([&] { return heard.lasts == 1; }));
   EXPECT_TRUE(heard.files.isEmpty());
 }
@@ -66,10 +66,10 @@ TEST(FilePresenceChecker, NothingWantedEndsAtOnce) {
 TEST(FilePresenceChecker, AnswerOnItsWayIsNotToldAfterTheFinderIsGone) {
   QObject receiver;
   Heard heard;
-  auto finder = std::make_unique<FilePresenceChecker>(&receiver, heard.Ear());
-  finder->Look({{1, u"/"_s}});
+  auto checker = std::make_unique<FilePresenceChecker>(&receiver, heard.Ear());
+  checker->Start({{1, u"/"_s}});
   QThread::msleep(20);  // enough, usually, for the answer to wait in the queue
-  finder.reset();
+  checker.reset();
   QCoreApplication::processEvents();
   EXPECT_EQ(heard.lasts, 0);
 }
@@ -91,10 +91,10 @@ TEST(FilePresenceChecker, GoesWithoutWaitingForAFileThatDoesNotAnswer) {
   });
   QObject receiver;
   Heard heard;
-  auto finder = std::make_unique<FilePresenceChecker>(&receiver, heard.Ear());
-  finder->Look({{1, u"/stil"_s}, {2, u"/stil2"_s}});
+  auto checker = std::make_unique<FilePresenceChecker>(&receiver, heard.Ear());
+  checker->Start({{1, u"/stil"_s}, {2, u"/stil2"_s}});
   ASSERT_TRUE(WaitUntil([&] { return server->asked.load(); }));
-  finder.reset();  // returns although the look still hangs
+  checker.reset();  // returns although the look still hangs
   EXPECT_FALSE(server->answers);
   {
     const std::lock_guard lock(server->mutex);

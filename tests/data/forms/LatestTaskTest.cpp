@@ -18,16 +18,16 @@ using testing_support::Gate;
 
 namespace {
 
-class ErrandsTest : public testing::Test {
+class LatestTaskTest : public testing::Test {
  protected:
   LatestTask::Work Saying(const QString& word) {
-    return [this, word](const LatestTask::Token& errand) { errand.Tell([this, word] { heard_ += word; }); };
+    return [this, word](const LatestTask::Token& token) { token.Post([this, word] { heard_ += word; }); };
   }
   // Says it once the gate is open.
   LatestTask::Work Waiting(const std::shared_ptr<Gate>& gate, const QString& word) {
-    return [gate, say = Saying(word)](const LatestTask::Token& errand) {
+    return [gate, say = Saying(word)](const LatestTask::Token& token) {
       gate->Pass();
-      say(errand);
+      say(token);
     };
   }
 
@@ -37,61 +37,61 @@ class ErrandsTest : public testing::Test {
 
 }  // namespace
 
-TEST_F(ErrandsTest, NewsIsHeardInTheReceiversThread) {
-  LatestTask errands(&receiver_);
+TEST_F(LatestTaskTest, NewsIsHeardInTheReceiversThread) {
+  LatestTask task(&receiver_);
   Qt::HANDLE worked = nullptr;
   Qt::HANDLE heard = nullptr;
-  errands.Send([&](const LatestTask::Token& errand) {
+  task.Send([&](const LatestTask::Token& token) {
     worked = QThread::currentThreadId();
-    EXPECT_TRUE(errand.IsWanted());
-    errand.Tell([&] { heard = QThread::currentThreadId(); });
+    EXPECT_TRUE(token.IsCurrent());
+    token.Post([&] { heard = QThread::currentThreadId(); });
   });
   ASSERT_TRUE(WaitUntil([&] { return heard != nullptr; }));
   EXPECT_EQ(heard, QThread::currentThreadId());
   EXPECT_NE(worked, heard);
 }
 
-TEST_F(ErrandsTest, OnlyTheLatestIsHeard) {
+TEST_F(LatestTaskTest, OnlyTheLatestIsHeard) {
   const auto gate = std::make_shared<Gate>();
-  LatestTask errands(&receiver_);
-  errands.Send(Waiting(gate, u"eerste"_s));
-  errands.Send(Waiting(gate, u"tweede"_s));
-  errands.Send(Saying(u"derde"_s));
+  LatestTask task(&receiver_);
+  task.Send(Waiting(gate, u"eerste"_s));
+  task.Send(Waiting(gate, u"tweede"_s));
+  task.Send(Saying(u"derde"_s));
   gate->Open();
-  errands.WaitFor(std::chrono::minutes(1));
+  task.WaitFor(std::chrono::minutes(1));
   EXPECT_EQ(heard_, QStringList{u"derde"_s});
 }
 
-TEST_F(ErrandsTest, NewsOnItsWayIsNotHeardOnceCalledOff) {
-  LatestTask errands(&receiver_);
+TEST_F(LatestTaskTest, NewsOnItsWayIsNotHeardOnceCalledOff) {
+  LatestTask task(&receiver_);
   std::atomic<bool> told = false;
-  errands.Send([&](const LatestTask::Token& errand) {
-    errand.Tell([this] { heard_ += u"te laat"_s; });
+  task.Send([&](const LatestTask::Token& token) {
+    token.Post([this] { heard_ += u"te laat"_s; });
     told = true;
   });
   while (!told)
     QThread::yieldCurrentThread();
-  errands.Cancel();
-  errands.WaitFor(std::chrono::minutes(1));
+  task.Cancel();
+  task.WaitFor(std::chrono::minutes(1));
   EXPECT_EQ(heard_, QStringList());
 }
 
-TEST_F(ErrandsTest, ImpatienceLeavesTheNewsForLater) {
+TEST_F(LatestTaskTest, ImpatienceLeavesTheNewsForLater) {
   const auto gate = std::make_shared<Gate>();
-  LatestTask errands(&receiver_);
-  errands.Send(Waiting(gate, u"nieuws"_s));
-  errands.WaitFor(std::chrono::milliseconds(1));
+  LatestTask task(&receiver_);
+  task.Send(Waiting(gate, u"nieuws"_s));
+  task.WaitFor(std::chrono::milliseconds(1));
   EXPECT_EQ(heard_, QStringList());
   gate->Open();
   EXPECT_TRUE(WaitUntil([&] { return heard_ == QStringList{u"nieuws"_s}; }));
 }
 
-TEST_F(ErrandsTest, GoesWithoutWaitingForWorkThatHangs) {
+TEST_F(LatestTaskTest, GoesWithoutWaitingForWorkThatHangs) {
   const auto gate = std::make_shared<Gate>();
-  auto errands = std::make_unique<LatestTask>(&receiver_);
-  errands->Send(Waiting(gate, u"te laat"_s));
+  auto task = std::make_unique<LatestTask>(&receiver_);
+  task->Send(Waiting(gate, u"te laat"_s));
   ASSERT_TRUE(WaitUntil([&] { return gate->IsWaitedAt(); }));
-  errands.reset();  // returns although the work hangs
+  task.reset();  // returns although the work hangs
   EXPECT_FALSE(gate->IsOpen());
   gate->Open();
   QCoreApplication::processEvents();
