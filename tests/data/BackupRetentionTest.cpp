@@ -18,10 +18,10 @@ BackupFile Copy(int daysAgo, int hour) {
   return {moment.toString(u"MMdd-HH"_s), moment, moment};
 }
 
-// What stays, by name.
-QStringList Kept(const QList<BackupFile>& newestFirst, const std::function<bool(const BackupFile&)>& isWhole) {
+// Names of the copies that are not expired.
+QStringList Kept(const QList<BackupFile>& newestFirst, const std::function<bool(const BackupFile&)>& isComplete) {
   QList<BackupFile> kept = newestFirst;
-  for (const BackupFile& file : ExpiredBackups(newestFirst, kToday, isWhole))
+  for (const BackupFile& file : ExpiredBackups(newestFirst, kToday, isComplete))
     kept.removeAll(file);
   QStringList names;
   for (const BackupFile& file : kept)
@@ -29,55 +29,55 @@ QStringList Kept(const QList<BackupFile>& newestFirst, const std::function<bool(
   return names;
 }
 
-bool NoneIsWhole(const BackupFile&) {
+bool NoneIsComplete(const BackupFile&) {
   return false;
 }
 
 }  // namespace
 
-TEST(BackupRetention, TheNewestTenStay) {
+TEST(BackupRetention, KeepsTheNewestTen) {
   QList<BackupFile> files;
   for (int hour = 14; hour >= 0; --hour)
     files += Copy(0, hour);
-  EXPECT_EQ(Kept(files, NoneIsWhole),
+  EXPECT_EQ(Kept(files, NoneIsComplete),
             (QStringList{u"0331-14"_s, u"0331-13"_s, u"0331-12"_s, u"0331-11"_s, u"0331-10"_s, u"0331-09"_s,
                          u"0331-08"_s, u"0331-07"_s, u"0331-06"_s, u"0331-05"_s}));
 }
 
-TEST(BackupRetention, OfEachOfThirtyDaysTheNewestStays) {
+TEST(BackupRetention, KeepsTheNewestOfEachDayForThirtyDays) {
   QList<BackupFile> files;
   for (int day = 0; day < 40; ++day)
     files += {Copy(day, 20), Copy(day, 8)};
-  const QStringList kept = Kept(files, NoneIsWhole);
-  // Of the newest ten five are the second of their day; then one a day up to the thirtieth.
+  const QStringList kept = Kept(files, NoneIsComplete);
+  // The newest ten are two a day; then one a day up to the thirtieth.
   EXPECT_EQ(kept.size(), 10 + 25);
   EXPECT_EQ(kept.last(), u"0302-20"_s);
 }
 
-TEST(BackupRetention, OldOnesStayWhileTheyAreAmongTheNewestTen) {
+TEST(BackupRetention, KeepsOldCopiesThatAreAmongTheNewestTen) {
   QList<BackupFile> files;
   for (int day = 100; day < 110; ++day)
     files += Copy(day, 8);
-  EXPECT_EQ(Kept(files, NoneIsWhole).size(), 10);
+  EXPECT_EQ(Kept(files, NoneIsComplete).size(), 10);
 }
 
-TEST(BackupRetention, TheNewestWholeOneStaysWhateverItsAge) {
+TEST(BackupRetention, KeepsTheNewestCompleteCopyOfAnyAge) {
   QList<BackupFile> files;
   for (int hour = 14; hour >= 0; --hour)
     files += Copy(0, hour);
   files += {Copy(300, 9), Copy(301, 9)};
-  const auto isWhole = [&](const BackupFile& file) { return file.moment.date() != kToday; };
-  const QStringList kept = Kept(files, isWhole);
+  const auto isComplete = [&](const BackupFile& file) { return file.moment.date() != kToday; };
+  const QStringList kept = Kept(files, isComplete);
   EXPECT_EQ(kept.size(), 11);
   EXPECT_EQ(kept.last(), files[15].name);
 }
 
-TEST(BackupRetention, NothingIsOpenedWhileNothingExpires) {
+TEST(BackupRetention, OpensNoFileWhenNothingExpires) {
   int asked = 0;
-  const auto isWhole = [&](const BackupFile&) {
+  const auto isComplete = [&](const BackupFile&) {
     ++asked;
     return true;
   };
-  EXPECT_EQ(Kept({Copy(0, 9), Copy(0, 8), Copy(400, 8)}, isWhole).size(), 3);
+  EXPECT_EQ(Kept({Copy(0, 9), Copy(0, 8), Copy(400, 8)}, isComplete).size(), 3);
   EXPECT_EQ(asked, 0);
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Who may use the copies of a database that several users share.
+// Owner, group and permissions of the copies of a database that several users share.
 #include "data/Backup.h"
 #include "data/Schema.h"
 #include "platform/dao/Database.h"
@@ -40,7 +40,7 @@ class BackupRights : public testing::Test {
   QString Folder() const { return folder_.filePath(u"backup"_s); }
   QStringList Copies() const { return QDir(Folder()).entryList(QDir::Files); }
 
-  // To the first user and the group. A tester who is not root is all users at once.
+  // Sets the owner to the first user and the group. Without root, all users are the one running the test.
   static void Give(const QString& path, mode_t mode) {
     const QByteArray name = QFile::encodeName(path);
     if (geteuid() == 0) {
@@ -55,7 +55,8 @@ class BackupRights : public testing::Test {
     EXPECT_EQ(found.st_gid, geteuid() == 0 ? kGroup : getegid()) << path.toStdString();
   }
 
-  // A change and a copy, by a member of the group whose own files are not of that group. Whether both succeeded.
+  // Changes and copies the database as a member of the group whose primary group is another one. Returns whether both
+  // succeeded.
   bool ChangedAndCopiedBy(uid_t user, mode_t mask) const {
     const pid_t child = testing_support::Fork();
     if (child == 0) {
@@ -80,7 +81,7 @@ class BackupRights : public testing::Test {
 
 }  // namespace
 
-TEST_F(BackupRights, EveryMemberOfTheGroupMakesCopiesThatTheOthersCanUse) {
+TEST_F(BackupRights, CopiesOfOneGroupMemberAreUsableByTheOthers) {
   for (const mode_t mask : {022U, 077U}) {
     QDir(Folder()).removeRecursively();
     for (const uid_t user : {kFirst, kSecond, kFirst})
@@ -92,7 +93,7 @@ TEST_F(BackupRights, EveryMemberOfTheGroupMakesCopiesThatTheOthersCanUse) {
   }
 }
 
-TEST_F(BackupRights, ACopyOfOnesOwnDatabaseIsOnesOwn) {
+TEST_F(BackupRights, CopyOfAPrivateDatabaseIsPrivate) {
   Give(Path(), 0600);
   for (const mode_t mask : {022U, 077U, 0U}) {
     QDir(Folder()).removeRecursively();
@@ -103,13 +104,13 @@ TEST_F(BackupRights, ACopyOfOnesOwnDatabaseIsOnesOwn) {
   }
 }
 
-TEST_F(BackupRights, AFolderThatPassesOnItsGroupKeepsDoingSo) {
+TEST_F(BackupRights, SetgidFolderStaysSetgid) {
   Give(folder_.path(), 02770);
   EXPECT_TRUE(ChangedAndCopiedBy(kSecond, 077));
   ExpectShared(Folder(), 02770);
 }
 
-TEST_F(BackupRights, AFolderThatIsThereIsLeftAsItIs) {
+TEST_F(BackupRights, ExistingFolderKeepsItsRights) {
   QDir().mkdir(Folder());
   Give(Folder(), 0750);
   EXPECT_TRUE(ChangedAndCopiedBy(kFirst, 022));

@@ -48,7 +48,7 @@ class Backups : public testing::Test {
 
 }  // namespace
 
-TEST_F(Backups, ADatedCopyHoldsTheDatabaseAsItIs) {
+TEST_F(Backups, CopyHasADateAndTheDatabasesContents) {
   Change();
   const runtime::ClockScope clock(kNow);
   const auto path = BackUp(global.localDatabasePath);
@@ -57,7 +57,7 @@ TEST_F(Backups, ADatedCopyHoldsTheDatabaseAsItIs) {
   EXPECT_EQ(runtime::ReadFile(*path), runtime::ReadFile(global.localDatabasePath));
 }
 
-TEST_F(Backups, NothingChangedMeansNoNewCopy) {
+TEST_F(Backups, UnchangedDatabaseIsNotCopiedAgain) {
   Change();
   const auto first = BackUp(global.localDatabasePath);
   EXPECT_EQ(BackUp(global.localDatabasePath), first);
@@ -67,7 +67,7 @@ TEST_F(Backups, NothingChangedMeansNoNewCopy) {
   EXPECT_EQ(Names().size(), 2);
 }
 
-TEST_F(Backups, TwoInOneSecondBothStay) {
+TEST_F(Backups, TwoCopiesInOneSecondAreBothKept) {
   const runtime::ClockScope clock(kNow);
   BackUp(global.localDatabasePath);
   Change();
@@ -75,7 +75,7 @@ TEST_F(Backups, TwoInOneSecondBothStay) {
   EXPECT_EQ(Names(), (QStringList{u"OvalistoLocal-20240131-154507.mdb"_s, u"OvalistoLocal-20240131-154508.mdb"_s}));
 }
 
-TEST_F(Backups, TheLastOneIsTheNewestAlsoWhenTheClockWasPutBack) {
+TEST_F(Backups, LastCopyIsTheNewestAfterTheClockWasSetBack) {
   QDateTime now = kNow;
   const runtime::ClockScope clock([&] { return now; });
   QStringList paths;
@@ -83,15 +83,15 @@ TEST_F(Backups, TheLastOneIsTheNewestAlsoWhenTheClockWasPutBack) {
     if (copy == 12) now = now.addYears(-1);
     Change();
     paths += BackUp(global.localDatabasePath).value();
-    ASSERT_EQ(BackUp(global.localDatabasePath), paths.last());  // the newest has the same bytes
+    ASSERT_EQ(BackUp(global.localDatabasePath), paths.last());  // the newest copy is identical
   }
-  // The newest ten, and the newest of the day before the clock was put back.
+  // The newest ten, and the newest of the day before the clock was set back.
   EXPECT_EQ(Names().size(), 11);
   for (const QString& path : paths.mid(15))
     EXPECT_TRUE(QFile::exists(runtime::HostPath(path))) << path.toStdString();
 }
 
-TEST_F(Backups, ACopyOfTheFutureCostsNone) {
+TEST_F(Backups, CopyWithAFutureDateDisplacesNoOther) {
   QDateTime now = kNow.addYears(2);
   const runtime::ClockScope clock([&] { return now; });
   Change();
@@ -111,7 +111,7 @@ TEST_F(Backups, ACopyOfTheFutureCostsNone) {
   EXPECT_TRUE(Names().contains(u"OvalistoLocal-20240131-154508.mdb"_s));
 }
 
-TEST_F(Backups, CopiesMadeWhileTheClockWasWrongStayWhenItIsRightAgain) {
+TEST_F(Backups, CopiesMadeWithAWrongClockAreKeptAfterItIsCorrected) {
   QDateTime now = kNow;
   const runtime::ClockScope clock([&] { return now; });
   Change();
@@ -128,7 +128,7 @@ TEST_F(Backups, CopiesMadeWhileTheClockWasWrongStayWhenItIsRightAgain) {
   EXPECT_EQ(Names().size(), 27);
 }
 
-TEST_F(Backups, TheCopiesOfAClockThatStaysWrongAreBounded) {
+TEST_F(Backups, NumberOfCopiesIsBoundedWithAWrongClock) {
   QDateTime now = kNow.addYears(2);
   const runtime::ClockScope clock([&] { return now; });
   Change();
@@ -142,7 +142,7 @@ TEST_F(Backups, TheCopiesOfAClockThatStaysWrongAreBounded) {
   EXPECT_LE(Names().size(), 40);
 }
 
-TEST_F(Backups, OldOnesGoButTheNewestWithFullCopyTablesStays) {
+TEST_F(Backups, DeletesOldCopiesButKeepsTheNewestWithFilledCopyTables) {
   FillCopies();
   QDateTime now = kNow;
   const runtime::ClockScope clock([&] { return now; });
@@ -157,7 +157,7 @@ TEST_F(Backups, OldOnesGoButTheNewestWithFullCopyTablesStays) {
   EXPECT_EQ(Names().first(), u"OvalistoLocal-20240131-154507.mdb"_s);
 }
 
-TEST_F(Backups, OtherFilesInTheFolderAreLeftAlone) {
+TEST_F(Backups, OtherFilesInTheFolderAreKept) {
   ASSERT_TRUE(QDir().mkpath(Folder()));
   const QStringList others{u"OvalistoLocal3-20000101-000000.mdb"_s, u"OvalistoLocal-oud.mdb"_s, u"notities.txt"_s};
   for (const QString& name : others)
@@ -174,7 +174,7 @@ TEST_F(Backups, OtherFilesInTheFolderAreLeftAlone) {
     EXPECT_TRUE(Names().contains(name)) << name.toStdString();
 }
 
-TEST_F(Backups, AFullDiskLeavesNoHalfCopy) {
+TEST_F(Backups, FullDiskLeavesNoIncompleteCopy) {
   Change();
   {
     const testing_support::FullDisk full(8192);
@@ -183,7 +183,7 @@ TEST_F(Backups, AFullDiskLeavesNoHalfCopy) {
   EXPECT_EQ(Names(), QStringList());
 }
 
-TEST_F(Backups, WhatAKilledCopyingLeftGoesWithTheNext) {
+TEST_F(Backups, TemporaryFileOfAKilledCopyIsDeletedByTheNext) {
   ASSERT_TRUE(QDir().mkpath(Folder()));
   runtime::WriteFile(
       runtime::PathText(Folder() + u"/.OvalistoLocal-20240101-000000.mdb.0123456789abcdef.spotrooster-tmp"_s), "half");
@@ -191,7 +191,7 @@ TEST_F(Backups, WhatAKilledCopyingLeftGoesWithTheNext) {
   EXPECT_EQ(QDir(Folder()).entryList({u"*-tmp"_s}, QDir::Files | QDir::Hidden), QStringList());
 }
 
-TEST_F(Backups, ADatabaseThatAnotherHasIsAFailureAndNoReasonToGoOn) {
+TEST_F(Backups, DatabaseInUseFailsAndTheUserDecides) {
   Change();
   const testing_support::HeldDatabase held(global.localDatabasePath);
   EXPECT_THROW(BackUp(global.localDatabasePath), runtime::Error);
@@ -204,12 +204,12 @@ TEST_F(Backups, ADatabaseThatAnotherHasIsAFailureAndNoReasonToGoOn) {
   }
 }
 
-TEST_F(Backups, ADatabaseThatIsGoneIsForTheNextActToTell) {
+TEST_F(Backups, MissingDatabaseGivesNoCopyAndNoError) {
   ASSERT_TRUE(QFile::remove(runtime::HostPath(global.localDatabasePath)));
   EXPECT_EQ(BackUp(global.localDatabasePath), std::nullopt);
 }
 
-TEST_F(Backups, TheSettingTurnsThemOff) {
+TEST_F(Backups, SettingDisablesCopies) {
   const QString settings = global.programFolder + u"\\ovalis.ini"_s;
   EXPECT_TRUE(BackupsEnabled(settings));
   runtime::WriteFile(settings, "[Files]\r\nExportPath=x\r\n");
@@ -220,7 +220,7 @@ TEST_F(Backups, TheSettingTurnsThemOff) {
   EXPECT_EQ(Names(), QStringList());
 }
 
-TEST_F(Backups, TheUserIsAskedWhenOneCannotBeWritten) {
+TEST_F(Backups, UserIsAskedWhenNoCopyCanBeWritten) {
   for (const int answer : {desktop::kAnswerNo, desktop::kAnswerYes}) {
     const MessageBoxScript boxes{answer};
     const testing_support::FullDisk full(8192);

@@ -7,7 +7,7 @@
 
 using namespace Qt::StringLiterals;
 
-TEST(Catalogue, TheOnlineFlagChoosesDatabaseAndTables) {
+TEST(Catalogue, OnlineFlagSelectsDatabaseAndTables) {
   global = Globals();
   global.localDatabasePath = u"lokaal"_s;
   global.serverDatabasePath = u"server"_s;

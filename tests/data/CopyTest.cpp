@@ -11,7 +11,7 @@
 using namespace Qt::StringLiterals;
 using testing_support::Station;
 
-TEST(Copy, EveryFieldOfTheServersTablesArrivesInTheCopies) {
+TEST(Copy, CopiesEveryFieldOfTheServersTables) {
   const Station station;
   station.OnServer(
       u"INSERT INTO tblItemSpots (ID, Path, Naam, LengteSec, StartPunt, Mixpunt, StartDatum, StartUur, EindDatum, "
@@ -37,7 +37,7 @@ TEST(Copy, EveryFieldOfTheServersTablesArrivesInTheCopies) {
   EXPECT_TRUE(spot.Field(u"LaatstGedraaid"_s).isNull());
   EXPECT_EQ(station.LocalRows(u"SELECT * FROM tblCopie_Items"_s).Field(u"Sluiter"_s).toInt(), 4);
   EXPECT_EQ(station.LocalRows(u"SELECT * FROM tblCopie_ItemsItemSpots"_s).Field(u"ItemSpotID"_s).toInt(), 3);
-  // The one copy that names its fields.
+  // The only copy statement that lists its fields.
   const dao::Recordset jingle = station.LocalRows(u"SELECT * FROM tblCopie_ItemPingles"_s);
   EXPECT_EQ(jingle.Field(u"Naam"_s).toString(), u"j"_s);
   EXPECT_EQ(jingle.Field(u"Path"_s).toString(), u"p"_s);
@@ -48,7 +48,7 @@ TEST(Copy, EveryFieldOfTheServersTablesArrivesInTheCopies) {
   EXPECT_TRUE(station.Log().isEmpty());
 }
 
-TEST(Copy, EveryRowOfTheServersTablesArrivesInTheCopies) {
+TEST(Copy, CopiesEveryRowOfTheServersTables) {
   const Station station;
   for (int id = 1; id <= 3; ++id) {
     const QString number = QString::number(id);
@@ -69,7 +69,7 @@ TEST(Copy, EveryRowOfTheServersTablesArrivesInTheCopies) {
   }
 }
 
-TEST(Copy, ACopyThatCollidesLeavesTheCopyTableAsItWas) {
+TEST(Copy, DuplicateKeyLeavesTheCopyTableUnchanged) {
   const Station station;
   for (int id = 1; id <= 3; ++id) {
     station.OnServer(u"INSERT INTO tblItems (ID, Naam) VALUES (%1, \"server\")"_s.arg(id));

@@ -45,37 +45,37 @@ TEST_F(IniFileTest, ReadsValuesBySectionAndKey) {
   EXPECT_EQ(Read(u"Audio Players"_s, u"Card"_s), u"-1"_s);
 }
 
-TEST_F(IniFileTest, AMissingSectionOrKeyIsTheEmptyText) {
+TEST_F(IniFileTest, MissingSectionOrKeyReadsAsEmptyText) {
   Write("[Files]\nDatabasePath=x\n");
   EXPECT_EQ(Read(u"Files"_s, u"Card"_s), QString());
   EXPECT_EQ(Read(u"Audio Players"_s, u"DatabasePath"_s), QString());
 }
 
-TEST_F(IniFileTest, LetterCaseAndBlanksAroundTheEqualsSignDoNotCount) {
+TEST_F(IniFileTest, IgnoresLetterCaseAndBlanksAroundTheEqualsSign) {
   Write("  [ FILES ]\n\tdatabasepath  =  een map  \n");
   EXPECT_EQ(Read(u"Files"_s, u"DatabasePath"_s), u"een map"_s);
 }
 
-TEST_F(IniFileTest, CommentsAreNoValues) {
+TEST_F(IniFileTest, IgnoresComments) {
   Write("[Files]\n;DatabasePath=a\n#DatabasePath=b\nDatabasePath=c;d#e\n");
   EXPECT_EQ(Read(u"Files"_s, u"DatabasePath"_s), u"c;d#e"_s);
 }
 
-TEST_F(IniFileTest, TextIsWindows1252UnlessTheUtf8MarkStandsFirst) {
+TEST_F(IniFileTest, TextIsWindows1252UnlessTheFileBeginsWithTheUtf8Mark) {
   Write("[Files]\nDatabasePath=Caf\xE9\n");
   EXPECT_EQ(Read(u"Files"_s, u"DatabasePath"_s), u"Café"_s);
   Write("\xEF\xBB\xBF[Files]\nDatabasePath=Caf\xC3\xA9 \xCE\x8F\n");
   EXPECT_EQ(Read(u"Files"_s, u"DatabasePath"_s), u"Café Ώ"_s);
 }
 
-TEST_F(IniFileTest, GivesAllValuesOfASection) {
+TEST_F(IniFileTest, ReturnsAllValuesOfASection) {
   Write("[Drives]\nD=/srv/audio\n\\\\studio\\spots = /mnt/spots\n[Files]\nE=5\n");
   const QMap<QString, QString> expected{{u"D"_s, u"/srv/audio"_s}, {u"\\\\studio\\spots"_s, u"/mnt/spots"_s}};
   EXPECT_EQ(File(u"drives"_s, {}).Values(), expected);
   EXPECT_TRUE(File(u"Weg"_s, {}).Values().isEmpty());
 }
 
-TEST_F(IniFileTest, AFileThatIsNotThereIsAnErrorThatNamesIt) {
+TEST_F(IniFileTest, MissingFileIsAnErrorWithItsPath) {
   try {
     Read(u"Files"_s, u"DatabasePath"_s);
     FAIL();
@@ -84,7 +84,7 @@ TEST_F(IniFileTest, AFileThatIsNotThereIsAnErrorThatNamesIt) {
   }
 }
 
-TEST_F(IniFileTest, WritingReplacesTheValueInTheFilesOwnBytes) {
+TEST_F(IniFileTest, WritingReplacesOnlyTheValuesBytes) {
   Write(
       "; Stra\xDF"
       "e\r\n[Other]\r\nDatabasePath=o\r\n\r\n[files]\r\n databasepath =  old \r\nExportPath=e\r\nline\r\n");
@@ -100,24 +100,24 @@ TEST_F(IniFileTest, WritingKeepsTheFilesEncodingAndLineEnds) {
   EXPECT_EQ(Content(), QByteArray("\xEF\xBB\xBF[Files]\nDatabasePath=\xCE\x8F\nX=1"));
 }
 
-TEST_F(IniFileTest, AMissingKeyIsAddedToItsSection) {
+TEST_F(IniFileTest, MissingKeyIsAddedToItsSection) {
   Write("[Files]\nExportPath=e\n\n[Audio Players]\nCard=1\n");
   File(u"Files"_s, u"DatabasePath"_s).SetValue(u"d"_s);
   EXPECT_EQ(Content(), "[Files]\nExportPath=e\nDatabasePath=d\n\n[Audio Players]\nCard=1\n");
 }
 
-TEST_F(IniFileTest, AMissingSectionIsAddedAtTheEnd) {
+TEST_F(IniFileTest, MissingSectionIsAddedAtTheEnd) {
   Write("[Audio Players]\r\nCard=1");
   File(u"Files"_s, u"DatabasePath"_s).SetValue(u"d"_s);
   EXPECT_EQ(Content(), "[Audio Players]\r\nCard=1\r\n[Files]\r\nDatabasePath=d\r\n");
 }
 
-TEST_F(IniFileTest, AMissingFileIsMade) {
+TEST_F(IniFileTest, MissingFileIsCreated) {
   File(u"Files"_s, u"DatabasePath"_s).SetValue(u"d"_s);
   EXPECT_EQ(Content(), "[Files]\r\nDatabasePath=d\r\n");
 }
 
-TEST_F(IniFileTest, OfTwoLinesWithOneKeyTheSameOneIsReadAndWritten) {
+TEST_F(IniFileTest, OfTwoLinesWithTheSameKeyTheSameOneIsReadAndWritten) {
   Write("[Files]\nDatabasePath=a\nDatabasePath=b\n[Files]\nDatabasePath=c\n");
   const QString read = Read(u"Files"_s, u"DatabasePath"_s);
   File(u"Files"_s, u"DatabasePath"_s).SetValue(u"new"_s);
@@ -127,7 +127,7 @@ TEST_F(IniFileTest, OfTwoLinesWithOneKeyTheSameOneIsReadAndWritten) {
   EXPECT_EQ(Content().count("DatabasePath="), 3);
 }
 
-TEST_F(IniFileTest, ATabIsPartOfTheValue) {
+TEST_F(IniFileTest, TabIsPartOfTheValue) {
   const IniFile file = File(u"Files"_s, u"DatabasePath"_s);
   Write("[Files]\r\nDatabasePath = old\r\nX=1\r\n");
   for (const QString& value : {u"\tD:\\data"_s, u"D:\\data\t"_s, u"\t"_s, u"\t \tx"_s}) {
@@ -137,7 +137,7 @@ TEST_F(IniFileTest, ATabIsPartOfTheValue) {
   }
 }
 
-TEST_F(IniFileTest, AValueTheFileCannotGiveBackIsRefusedAndNothingIsWritten) {
+TEST_F(IniFileTest, ValueThatCannotBeReadBackIsRefusedAndNothingIsWritten) {
   const QByteArray before = "[Files]\nDatabasePath=a\n";
   Write(before);
   for (const QString& value : {u"Ώ"_s, u"een\n[Files]"_s, u" voorloop"_s, QString(u"a"_s + QChar(0) + u'b')}) {

@@ -31,7 +31,7 @@ QString Deactivated(int id) {
   return u"UPDATE tblItems SET Aktief = 0 WHERE ID = %1"_s.arg(id);
 }
 
-// A station offline whose log takes no row: its highest number is taken.
+// An offline station whose log accepts no row: the highest ID is in use.
 class FullLog : public testing::Test {
  protected:
   FullLog() { station_.OnLocal(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (2147483647, \"vol\")"_s); }
@@ -45,7 +45,7 @@ class FullLog : public testing::Test {
 
 }  // namespace
 
-TEST_F(FullLog, AStatementWaitsForItsRowAndComesBeforeTheNext) {
+TEST_F(FullLog, KeptStatementIsLoggedBeforeTheNext) {
   {
     const MessageBoxScript boxes;
     EXPECT_FALSE(Write(1));
@@ -63,14 +63,14 @@ TEST_F(FullLog, AStatementWaitsForItsRowAndComesBeforeTheNext) {
   EXPECT_FALSE(QFile::exists(KeptFile()));
 }
 
-TEST_F(FullLog, AStatementThatWasNotCarriedOutIsNotKept) {
+TEST_F(FullLog, FailedStatementIsNotKept) {
   const MessageBoxScript boxes;
   EXPECT_FALSE(Update_tblItems_Aktief(1, 0, global.localDatabasePath, u"tblGeen"_s));
   EXPECT_FALSE(WasCarriedOut());
   EXPECT_EQ(KeptStatementCount(), 0);
 }
 
-TEST_F(FullLog, AKeptStatementOutlivesTheProgram) {
+TEST_F(FullLog, KeptStatementSurvivesAKilledProgram) {
   const pid_t child = testing_support::Fork();
   if (child == 0) {
     const runtime::UserMessageScope quiet([](const QString&, int, const QString&) { return 0; });
@@ -84,8 +84,8 @@ TEST_F(FullLog, AKeptStatementOutlivesTheProgram) {
   EXPECT_EQ(station_.Log(), QStringList{Deactivated(1)});
 }
 
-// Whichever file call of the logging fails or is the last, the row is in the log once.
-TEST_F(FullLog, AFailureOrKillAtAnyStepOfLoggingWritesNoRowTwice) {
+// Fails, or kills the process, at each file call of the logging: the row is in the log exactly once.
+TEST_F(FullLog, FailureOrKillAtAnyStepOfLoggingWritesNoRowTwice) {
   for (const bool kills : {false, true}) {
     for (int failing = 0; failing < 40; ++failing) {
       SCOPED_TRACE(failing);
@@ -102,7 +102,7 @@ TEST_F(FullLog, AFailureOrKillAtAnyStepOfLoggingWritesNoRowTwice) {
         try {
           LogKeptStatements();
         } catch (const runtime::Error& error) {
-          // The second is the folder of the database, where its journal is too.
+          // The second is the folder of the database and its journal.
           const QString text = error.Description();
           EXPECT_TRUE(text.contains(u"-unlogged"_s) || text.contains(u"/data'"_s) ||
                       text.contains(u"OvalistoLocal.mdb"_s))
@@ -126,7 +126,7 @@ TEST_F(FullLog, AFailureOrKillAtAnyStepOfLoggingWritesNoRowTwice) {
   }
 }
 
-TEST_F(FullLog, WhatTheDiskDoesNotTakeWaitsInMemoryAndTheUserIsTold) {
+TEST_F(FullLog, FullDiskKeepsTheStatementInMemoryAndWarnsTheUser) {
   {
     const testing_support::FileFaults full([](const files::FileCall& call) {
       const bool isKept = call.path.string().find("-unlogged") != std::string::npos;
@@ -143,7 +143,7 @@ TEST_F(FullLog, WhatTheDiskDoesNotTakeWaitsInMemoryAndTheUserIsTold) {
   EXPECT_EQ(station_.Log(), (QStringList{Deactivated(1), Deactivated(2), Deactivated(3)}));
 }
 
-TEST_F(FullLog, AStatementWhoseFileMayNotSurviveAPowerCutIsKeptOnce) {
+TEST_F(FullLog, StatementWhoseFileMayNotSurviveAPowerCutIsKeptOnce) {
   {
     const testing_support::FileFaults fault(
         [](const files::FileCall& call) { return call.kind == files::FileCall::SyncFolder ? EIO : 0; });
@@ -158,7 +158,7 @@ TEST_F(FullLog, AStatementWhoseFileMayNotSurviveAPowerCutIsKeptOnce) {
   EXPECT_EQ(station_.Log(), QStringList{Deactivated(1)});
 }
 
-TEST_F(FullLog, AKeptFileThatCannotBeReadIsNamedAndNeitherWrittenOverNorForgotten) {
+TEST_F(FullLog, UnreadableFileIsReportedAndNeitherOverwrittenNorDeleted) {
   const QString file = global.localDatabasePath + u"-unlogged"_s;
   runtime::WriteFile(file, "half");
   MakeRoom();
@@ -173,7 +173,7 @@ TEST_F(FullLog, AKeptFileThatCannotBeReadIsNamedAndNeitherWrittenOverNorForgotte
   EXPECT_EQ(station_.Log(), (QStringList{Deactivated(1), Deactivated(2)}));
 }
 
-TEST_F(FullLog, AnyTextComesBackAsItWas) {
+TEST_F(FullLog, AnyTextIsReadBackUnchanged) {
   MakeRoom();
   const QString text = u"SET a = \"x\r\n\u00E9\u20AC\U0001F3B5"_s + QChar(0xD83D) + u"' ;\""_s;
   KeepStatement(text);
@@ -183,7 +183,7 @@ TEST_F(FullLog, AnyTextComesBackAsItWas) {
   EXPECT_EQ(station_.Log(), QStringList{logged});
 }
 
-TEST_F(FullLog, TheLineOfASoundFileComesWithItsStatement) {
+TEST_F(FullLog, LineOfASoundFileIsAddedOnceItsStatementIsLogged) {
   EXPECT_FALSE(KeepAudioPath(u"D:\\a.wav"_s));
   MakeRoom();
   KeepStatement(Deactivated(1));

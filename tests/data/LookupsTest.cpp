@@ -21,12 +21,12 @@ TEST(GetNewID, IsOneForAnEmptyTableAndTheHighestPlusOneOtherwise) {
   EXPECT_EQ(GetNewID(u"tblItems"_s, u"ID"_s, global.serverDatabasePath), 42);
 }
 
-TEST(GetNewID, AHighestKeyThatIsNoNumberCountsAsNone) {
+TEST(GetNewID, HighestKeyThatIsNotANumberCountsAsNone) {
   const Station station;
   EXPECT_EQ(GetNewID(u"cdeLicenties"_s, u"RadioNaam"_s, global.localDatabasePath), 1);
 }
 
-TEST(GetNewID, ReportsAnErrorUnderItsNameAndGivesZero) {
+TEST(GetNewID, ReportsAnErrorUnderItsNameAndReturnsZero) {
   const Station station;
   const desktop::MessageBoxScript boxes;
   EXPECT_EQ(GetNewID(u"tblBestaatNiet"_s, u"ID"_s, global.serverDatabasePath), 0);
@@ -34,7 +34,7 @@ TEST(GetNewID, ReportsAnErrorUnderItsNameAndGivesZero) {
   EXPECT_TRUE(boxes.Last().text.contains(u"tblBestaatNiet"_s)) << boxes.Last().text.toStdString();
 }
 
-TEST(NameLookup, TrimsAndGivesEmptyForNoRowAndBlanks) {
+TEST(NameLookup, TrimsAndReturnsEmptyForNoRowAndBlanks) {
   const Station station;
   station.OnServer(u"INSERT INTO tblItems (ID, Naam) VALUES (1, \"  Blok A \")"_s);
   station.OnServer(u"INSERT INTO tblItems (ID, Naam) VALUES (2, \"   \")"_s);
@@ -47,7 +47,7 @@ TEST(NameLookup, TrimsAndGivesEmptyForNoRowAndBlanks) {
   EXPECT_EQ(GetItemSpotID_Naam(1, global.serverDatabasePath, u"tblItemSpots"_s), u"Spot"_s);
 }
 
-TEST(NameLookup, ANameThatCouldNotBeReadIsNullAndOneThatIsNotThereIsNot) {
+TEST(NameLookup, UnreadableNameIsNullAndMissingNameIsNot) {
   const Station station;
   station.OnServer(u"INSERT INTO tblItemSpots (ID) VALUES (3)"_s);
   const desktop::MessageBoxScript boxes;
@@ -76,7 +76,7 @@ TEST(GetItemItemSpots, JoinsTheThreeTables) {
   EXPECT_EQ(paths, (QSet<QString>{u"p1"_s, u"p3"_s}));
 }
 
-TEST(GetItemItemSpots, ReadsTheCopyTablesTooAndGivesASpotThatStandsTwiceTwice) {
+TEST(GetItemItemSpots, ReadsTheCopyTablesTooAndReturnsASpotLinkedTwiceTwice) {
   const Station station(Station::Mode::Offline);
   station.OnLocal(u"INSERT INTO tblCopie_Items (ID, Naam) VALUES (1, \"a\")"_s);
   station.OnLocal(u"INSERT INTO tblCopie_ItemSpots (ID, Naam) VALUES (7, \"s\")"_s);
@@ -91,7 +91,7 @@ TEST(GetItemItemSpots, ReadsTheCopyTablesTooAndGivesASpotThatStandsTwiceTwice) {
   EXPECT_EQ(rows->Field(u"Naam"_s).toString(), u"s"_s);
 }
 
-TEST(GetItemItemSpots, AnErrorGivesNoRecordset) {
+TEST(GetItemItemSpots, ErrorReturnsNoRecordset) {
   const Station station;
   const desktop::MessageBoxScript boxes;
   EXPECT_FALSE(GetItem_ItemSpots(1, global.serverDatabasePath, u"tblItems"_s, u"weg"_s, u"tblItemSpots"_s).has_value());
@@ -109,7 +109,7 @@ TEST(SetOnlineYn, ReadsTheRowInAnyLetterCase) {
   EXPECT_FALSE(global.online);
 }
 
-TEST(SetOnlineYn, ANonNumericValueOrNoRowLeavesTheSystemOnline) {
+TEST(SetOnlineYn, NonNumericValueOrNoRowLeavesTheSystemOnline) {
   const Station station(Station::Mode::Offline);
   station.OnLocal(u"UPDATE cdeInstellingen SET InitValue = \"ja\""_s);
   SetOnlineYn();
@@ -120,7 +120,7 @@ TEST(SetOnlineYn, ANonNumericValueOrNoRowLeavesTheSystemOnline) {
   EXPECT_TRUE(global.online);
 }
 
-TEST(SetOnlineYn, AnyNumberButZeroIsOnlineAndOneTooLargeIsReportedAndStaysOnline) {
+TEST(SetOnlineYn, AnyNumberButZeroIsOnlineAndATooLargeOneIsReportedAndStaysOnline) {
   const Station station(Station::Mode::Offline);
   for (const auto& [value, online] : QList<std::pair<QString, bool>>{
            {u"5"_s, true}, {u" 0 "_s, false}, {u"-1"_s, true}, {u"0,2"_s, false}, {u"1"_s, true}}) {
@@ -137,7 +137,7 @@ TEST(SetOnlineYn, AnyNumberButZeroIsOnlineAndOneTooLargeIsReportedAndStaysOnline
   EXPECT_EQ(boxes.Last().title, u"SetOnlineYn"_s);
 }
 
-TEST(SetOnlineYn, AStationNumberBelowOneReadsTheRow) {
+TEST(SetOnlineYn, StationNumberBelowOneReadsTheRow) {
   const Station station;
   station.OnLocal(u"UPDATE cdeInstellingen SET InitValue = \"0\""_s);
   global.stationNumber = -2;
@@ -147,13 +147,13 @@ TEST(SetOnlineYn, AStationNumberBelowOneReadsTheRow) {
   EXPECT_TRUE(boxes.Shown().empty());
 }
 
-TEST(SetOnlineYn, OtherSettingsAndOneWithoutACodeDoNotCount) {
+TEST(SetOnlineYn, IgnoresOtherSettingsAndOneWithoutACode) {
   const Station station(Station::Mode::Offline);
   station.OnLocal(u"DELETE FROM cdeInstellingen"_s);
   const QString path = global.programFolder + u"\\instellingen.mdb"_s;
   dao::CreateDatabase(path);
   dao::TableDef table = dao::OpenDatabase(global.localDatabasePath).Table(u"cdeInstellingen"_s);
-  table.indexes.clear();  // one of another make, which lets a row go without a code
+  table.indexes.clear();  // a foreign table without a key accepts a row without a code
   dao::OpenDatabase(path).CreateTable(table);
   global.localDatabasePath = path;
   for (const QString& row : {u"\"Andere\", \"0\""_s, u"NULL, \"0\""_s, u"\"OnlineYn\", \"-1\""_s})
@@ -162,7 +162,7 @@ TEST(SetOnlineYn, OtherSettingsAndOneWithoutACodeDoNotCount) {
   EXPECT_TRUE(global.online);
 }
 
-TEST(SetOnlineYn, AFileThatWillNotOpenLeavesTheFlag) {
+TEST(SetOnlineYn, UnreadableFileLeavesTheFlagUnchanged) {
   Station station(Station::Mode::Offline);
   QFile::remove(station.Folder() + u"/data/OvalistoLocal.mdb");
   const desktop::MessageBoxScript boxes;
@@ -173,7 +173,7 @@ TEST(SetOnlineYn, AFileThatWillNotOpenLeavesTheFlag) {
   EXPECT_TRUE(global.online);
 }
 
-TEST(SetOnlineYn, AStationsOwnModeIsReadWhenTheSettingsAskForIt) {
+TEST(SetOnlineYn, StationsOwnModeIsReadWhenTheSettingIsOn) {
   const Station station(Station::Mode::Offline);
   global.stationNumber = 3;
   global.stationsOwnMode = true;
@@ -186,7 +186,7 @@ TEST(SetOnlineYn, AStationsOwnModeIsReadWhenTheSettingsAskForIt) {
   EXPECT_TRUE(boxes.Shown().empty());
 }
 
-TEST(SetOnlineYn, TheErrorOfAStationNumberSaysHowToWorkWithoutIt) {
+TEST(SetOnlineYn, ErrorForAStationNumberSaysHowToEnableOnlineMode) {
   const Station station(Station::Mode::Offline);
   global.stationNumber = 3;
   const desktop::MessageBoxScript boxes;
@@ -195,7 +195,7 @@ TEST(SetOnlineYn, TheErrorOfAStationNumberSaysHowToWorkWithoutIt) {
   EXPECT_TRUE(boxes.Last().text.contains(u"StationsOwnMode=1"_s));
 }
 
-TEST(SetOnlineYn, AStationNumberMakesItFailAndLeavesTheFlag) {
+TEST(SetOnlineYn, StationNumberMakesItFailAndLeavesTheFlag) {
   Station station(Station::Mode::Offline);
   global.stationNumber = 3;
   const desktop::MessageBoxScript boxes;
@@ -217,7 +217,7 @@ TEST(SetRadioNaam, ReadsTheTrimmedNameOfTheStation) {
   EXPECT_EQ(global.stationName, u"Radio Drie"_s);
 }
 
-TEST(SetRadioNaam, AStationWithoutARowLeavesTheNameEmpty) {
+TEST(SetRadioNaam, StationWithoutARowLeavesTheNameEmpty) {
   const Station station;
   global.stationName = u"oud"_s;
   global.stationNumber = 9;
@@ -225,7 +225,7 @@ TEST(SetRadioNaam, AStationWithoutARowLeavesTheNameEmpty) {
   EXPECT_EQ(global.stationName, u""_s);
 }
 
-TEST(SetRadioNaam, ANameOfBlanksOrNoneLeavesItEmpty) {
+TEST(SetRadioNaam, BlankOrNullNameLeavesItEmpty) {
   const Station station;
   for (const QString& value : {u"\"   \""_s, u"NULL"_s}) {
     global.stationName = u"oud"_s;
@@ -235,7 +235,7 @@ TEST(SetRadioNaam, ANameOfBlanksOrNoneLeavesItEmpty) {
   }
 }
 
-TEST(SetRadioNaam, AFileThatWillNotOpenLeavesTheNameAsItWas) {
+TEST(SetRadioNaam, UnreadableFileLeavesTheNameUnchanged) {
   const Station station;
   global.stationName = u"oud"_s;
   QFile::remove(station.Folder() + u"/data/OvalistoLocal.mdb");
@@ -262,7 +262,7 @@ TEST(UpdateOnlineYn, LeavesOtherSettingsAlone) {
   EXPECT_EQ(other.Field(u"InitValue"_s).toString(), u"x"_s);
 }
 
-TEST(Lookups, EachReportsUnderItsOwnNameAndGivesItsDefault) {
+TEST(Lookups, EachReportsUnderItsOwnNameAndReturnsItsDefault) {
   const Station station;
   const QString weg = global.programFolder + u"\\weg.mdb"_s;
   global.localDatabasePath = weg;
@@ -276,7 +276,7 @@ TEST(Lookups, EachReportsUnderItsOwnNameAndGivesItsDefault) {
   EXPECT_EQ(boxes.Shown().size(), 3U);
 }
 
-TEST(DatabasePaths, CarryTheStationNumberUnlessItIsZero) {
+TEST(DatabasePaths, ContainTheStationNumberUnlessItIsZero) {
   global = Globals();
   global.programFolder = u"C:\\Spotrooster"_s;
   global.databasePath = u"\\\\server\\data"_s;

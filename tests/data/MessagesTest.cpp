@@ -23,7 +23,7 @@ void SetMessage(const Station& station, int number, const QString& text, const Q
 
 }  // namespace
 
-TEST(Messages, AllThirteenAreShownThroughTheRealBoxWithTheirValues) {
+TEST(Messages, AllThirteenAreShownInTheRealBoxWithTheirValues) {
   const Station station;
   ASSERT_EQ(MessageTexts().size(), 13);
   for (const int number : {1500, 1501, 1506, 1600, 2000, 3009, 3028, 3038, 5001, 5004, 5005, 5106, 5107}) {
@@ -39,7 +39,7 @@ TEST(Messages, AllThirteenAreShownThroughTheRealBoxWithTheirValues) {
   }
 }
 
-TEST(Messages, TheValuesStandInTheirPlaces) {
+TEST(Messages, ValuesReplaceTheirPlaceholders) {
   const Station station;
   EXPECT_TRUE(GetMsgElements(1506, u"Naam"_s, u"70"_s).text.contains(u"'Naam'"_s));
   EXPECT_TRUE(GetMsgElements(1506, u"Naam"_s, u"70"_s).text.contains(u" 70 "_s));
@@ -47,7 +47,7 @@ TEST(Messages, TheValuesStandInTheirPlaces) {
                   .text.startsWith(u"\"Opener\" verwijderen uit de lijst ...\r\n"_s));
 }
 
-TEST(Messages, ANumberWithoutARowGivesTheFallbackWithThreeButtons) {
+TEST(Messages, UnknownNumberGivesTheFallbackTextWithThreeButtons) {
   const Station station;
   desktop::MessageBoxScript boxes({kAnswerCancel});
   EXPECT_EQ(ShowAppMessage(9999), kAnswerCancel);
@@ -57,7 +57,7 @@ TEST(Messages, ANumberWithoutARowGivesTheFallbackWithThreeButtons) {
   EXPECT_EQ(boxes.Last().buttons, (QStringList{u"Ja"_s, u"Nee"_s, u"Annuleren"_s}));
 }
 
-TEST(Messages, BlanksAroundTextAndLetterDoNotCountAndNullIsEmpty) {
+TEST(Messages, TextAndLetterAreTrimmedAndNullIsEmpty) {
   const Station station;
   const QString path = global.programFolder + u"\\berichten.mdb"_s;
   dao::CreateDatabase(path);
@@ -87,19 +87,19 @@ TEST(Messages, LineFeedGivesTwoLines) {
   EXPECT_EQ(GetMsgElements(1).text, u"een\r\ntwee"_s);
 }
 
-TEST(Messages, APlaceholderTwiceGetsItsValueInBothPlaces) {
+TEST(Messages, RepeatedPlaceholderIsReplacedInBothPlaces) {
   const Station station;
   SetMessage(station, 1, u"%1 en %1, %2, %3"_s, u"M"_s);
   EXPECT_EQ(GetMsgElements(1, u"a"_s, u"b"_s, u"c"_s).text, u"a en a, b, c"_s);
 }
 
-TEST(Messages, AValueMayBringLaterPlaceholdersAndLineFeeds) {
+TEST(Messages, ValueMayContainLaterPlaceholdersAndLineFeeds) {
   const Station station;
   SetMessage(station, 1, u"%1"_s, u"M"_s);
   EXPECT_EQ(GetMsgElements(1, u"%2%LF%3"_s, u"twee"_s, u"a%LFb"_s).text, u"twee\r\na\r\nb"_s);
 }
 
-TEST(Messages, TheSearchForAPlaceholderBeginsAgainAfterEachReplacement) {
+TEST(Messages, SearchForAPlaceholderStartsAgainAfterEachReplacement) {
   const Station station;
   SetMessage(station, 1, u"<%%11>"_s, u"M"_s);
   EXPECT_EQ(GetMsgElements(1).text, u"<>"_s);
@@ -110,7 +110,7 @@ TEST(Messages, TheSearchForAPlaceholderBeginsAgainAfterEachReplacement) {
   EXPECT_EQ(GetMsgElements(3).text, u",%\r\nLF"_s);
 }
 
-TEST(Messages, AReplacementWithoutEndIsMadeInOnePass) {
+TEST(Messages, EndlessReplacementIsMadeInOnePass) {
   const Station station;
   SetMessage(station, 1, u"<%%1>"_s, u"M"_s);
   EXPECT_EQ(GetMsgElements(1, u"11%%"_s).text, u"<%11%%>"_s);
@@ -118,14 +118,14 @@ TEST(Messages, AReplacementWithoutEndIsMadeInOnePass) {
   EXPECT_EQ(GetMsgElements(2, {}, u"%2"_s, u"drie"_s).text, u"%%22 drie"_s);
 }
 
-TEST(Messages, AValueThatHoldsItsOwnPlaceholderEnds) {
+TEST(Messages, ValueWithItsOwnPlaceholderIsReplacedOnce) {
   const Station station;
   SetMessage(station, 1, u"<%1>"_s, u"M"_s);
   EXPECT_EQ(GetMsgElements(1, u"x%1y"_s).text, u"<x%1y>"_s);
   EXPECT_EQ(GetMsgElements(1, u"x%2y"_s, u"z"_s).text, u"<xzy>"_s);
 }
 
-TEST(Messages, LettersGiveTheirStylesExactly) {
+TEST(Messages, LettersMapToTheirStyles) {
   const Station station;
   int number = 0;
   for (const auto& [letter, style] : QList<std::pair<QString, int>>{{u"Q"_s, 36},
@@ -143,7 +143,7 @@ TEST(Messages, LettersGiveTheirStylesExactly) {
   }
 }
 
-TEST(Messages, ALowerCaseLetterGivesAPlainOkBox) {
+TEST(Messages, LowerCaseLetterGivesAPlainOkBox) {
   const Station station;
   SetMessage(station, 1, u"tekst"_s, u"q"_s);
   const desktop::MessageBoxScript boxes;
@@ -152,7 +152,7 @@ TEST(Messages, ALowerCaseLetterGivesAPlainOkBox) {
   EXPECT_EQ(boxes.Last().buttons, QStringList{u"OK"_s});
 }
 
-TEST(Messages, AnUnreadableCatalogueIsReportedOnceAndAnswersNothing) {
+TEST(Messages, UnreadableMessagesAreReportedOnceAndReturnNoAnswer) {
   const Station station;
   QFile::remove(station.Folder() + u"/data/OvalistoLocal.mdb");
   global.lastAnswer = kAnswerYes;

@@ -17,13 +17,13 @@ bool DeleteLocal(qint32 id, const QString& table, const QString& field) {
 
 }  // namespace
 
-TEST(OfflineLog, ADeleteOfASpotNamesTheServerTable) {
+TEST(OfflineLog, DeleteOfASpotIsLoggedForTheServerTable) {
   const Station station(Station::Mode::Offline);
   EXPECT_TRUE(DeleteLocal(4, u"tblCopie_ItemSpots"_s, u"ID"_s));
   EXPECT_EQ(station.Log(), QStringList{u"DELETE FROM tblItemSpots WHERE tblItemSpots.ID = 4"_s});
 }
 
-TEST(OfflineLog, DeletesOfItemsAndLinksKeepTheCopyTablesName) {
+TEST(OfflineLog, DeletesOfItemsAndLinksAreLoggedWithTheCopyTablesName) {
   const Station station(Station::Mode::Offline);
   EXPECT_TRUE(DeleteLocal(4, u"tblCopie_Items"_s, u"ID"_s));
   EXPECT_TRUE(DeleteLocal(4, u"tblCopie_ItemsItemSpots"_s, u"ItemID"_s));
@@ -32,7 +32,7 @@ TEST(OfflineLog, DeletesOfItemsAndLinksKeepTheCopyTablesName) {
                          u"DELETE FROM tblCopie_ItemsItemSpots WHERE tblCopie_ItemsItemSpots.ItemID = 4"_s}));
 }
 
-TEST(OfflineLog, ADeleteOfAJingleIsCarriedOutAndNotLogged) {
+TEST(OfflineLog, DeleteOfAJingleIsExecutedAndNotLogged) {
   const Station station(Station::Mode::Offline);
   station.OnLocal(u"INSERT INTO tblCopie_ItemPingles (ID, Naam) VALUES (4, \"j\")"_s);
   EXPECT_TRUE(DeleteLocal(4, u"tblCopie_ItemPingles"_s, u"ID"_s));
@@ -40,7 +40,7 @@ TEST(OfflineLog, ADeleteOfAJingleIsCarriedOutAndNotLogged) {
   EXPECT_TRUE(station.Log().isEmpty());
 }
 
-TEST(OfflineLog, ADeleteUnderTheMisspeltJingleNameIsLogged) {
+TEST(OfflineLog, DeleteUnderTheMisspeltJingleTableIsLogged) {
   const Station station(Station::Mode::Offline);
   dao::TableDef jingles = dao::OpenDatabase(global.localDatabasePath).Table(u"tblCopie_ItemPingles"_s);
   jingles.name = u"tblCopie_lItemPingles"_s;
@@ -49,7 +49,7 @@ TEST(OfflineLog, ADeleteUnderTheMisspeltJingleNameIsLogged) {
   EXPECT_EQ(station.Log(), QStringList{u"DELETE FROM tblItemPingles WHERE tblItemPingles.ID = 4"_s});
 }
 
-TEST(OfflineLog, OnlyTheToldNamesToTheLetterAreLogged) {
+TEST(OfflineLog, OnlyExactTableNamesAreLogged) {
   const Station station(Station::Mode::Offline);
   EXPECT_TRUE(DeleteLocal(4, u"TBLCOPIE_ITEMS"_s, u"ID"_s));
   EXPECT_TRUE(DeleteLocal(4, u"tblcopie_itemspots"_s, u"ID"_s));
@@ -57,7 +57,7 @@ TEST(OfflineLog, OnlyTheToldNamesToTheLetterAreLogged) {
   EXPECT_TRUE(station.Log().isEmpty());
 }
 
-TEST(OfflineLog, ADeleteThatCannotBeLoggedIsCarriedOutButFalse) {
+TEST(OfflineLog, DeleteThatCannotBeLoggedIsExecutedButReturnsFalse) {
   const Station station(Station::Mode::Offline);
   station.OnLocal(u"INSERT INTO tblCopie_ItemSpots (ID, Naam) VALUES (4, \"s\")"_s);
   station.OnLocal(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (2147483647, \"vol\")"_s);
@@ -75,7 +75,7 @@ TEST(OfflineLog, EmptyingATableIsNeverLogged) {
   EXPECT_TRUE(station.Log().isEmpty());
 }
 
-TEST(OfflineLog, NumbersFollowTheOrderOfTheStatements) {
+TEST(OfflineLog, IdsFollowTheOrderOfTheStatements) {
   const Station station(Station::Mode::Offline);
   station.OnLocal(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (41, \"eerder\")"_s);
   EXPECT_TRUE(DeleteLocal(4, u"tblCopie_ItemSpots"_s, u"ID"_s));
@@ -84,7 +84,7 @@ TEST(OfflineLog, NumbersFollowTheOrderOfTheStatements) {
   EXPECT_EQ(rows.Field(u"Hoogste"_s).toInt(), 43);
 }
 
-TEST(OfflineLog, AStatementLongerThanATextFieldIsKeptWhole) {
+TEST(OfflineLog, StatementLongerThanATextFieldIsStoredCompletely) {
   const Station station(Station::Mode::Offline);
   const QString statement = u"UPDATE t SET a = "_s + QString(3000, u'x');
   EXPECT_TRUE(Insert_tblOfflineLog(1, statement));

@@ -36,7 +36,7 @@ class ProgramLocks : public testing::Test {
 
 }  // namespace
 
-TEST_F(ProgramLocks, ASecondProgramIsRefusedByTheFoldersName) {
+TEST_F(ProgramLocks, SecondProgramIsRefusedWithTheFoldersName) {
   const ProgramLock first(folder_.path());
   try {
     const ProgramLock second(folder_.path());
@@ -46,18 +46,18 @@ TEST_F(ProgramLocks, ASecondProgramIsRefusedByTheFoldersName) {
   }
 }
 
-TEST_F(ProgramLocks, ItEndsWithTheProgram) {
+TEST_F(ProgramLocks, LockIsReleasedByTheDestructor) {
   { const ProgramLock first(folder_.path()); }
   EXPECT_TRUE(IsFree());
 }
 
-TEST_F(ProgramLocks, OtherFoldersAreFree) {
+TEST_F(ProgramLocks, OtherFoldersAreNotLocked) {
   const QTemporaryDir other;
   const ProgramLock first(folder_.path());
   EXPECT_NO_THROW(ProgramLock(other.path()));
 }
 
-TEST_F(ProgramLocks, ADeadProgramBlocksNobody) {
+TEST_F(ProgramLocks, KilledProgramReleasesTheLock) {
   std::array<int, 2> pipe{};
   ASSERT_EQ(::pipe(pipe.data()), 0);
   const pid_t child = testing_support::Fork();
@@ -77,12 +77,12 @@ TEST_F(ProgramLocks, ADeadProgramBlocksNobody) {
   EXPECT_TRUE(IsFree());
 }
 
-TEST_F(ProgramLocks, AMissingFolderIsNoReasonNotToStart) {
+TEST_F(ProgramLocks, MissingFolderDoesNotPreventTheStart) {
   EXPECT_NO_THROW(ProgramLock(folder_.path() + u"/weg"_s));
 }
 
-// In a process of its own, since only one without the rights of root meets permissions at all.
-TEST(ProgramLocksDeathTest, AReadOnlyFolderIsNoReasonNotToStart) {
+// In a child process without root's rights, because permissions do not restrict root.
+TEST(ProgramLocksDeathTest, ReadOnlyFolderDoesNotPreventTheStart) {
   const QTemporaryDir folder;
   ::chmod(folder.path().toUtf8().constData(), 0555);
   const auto lockThere = [&] {
@@ -93,8 +93,8 @@ TEST(ProgramLocksDeathTest, AReadOnlyFolderIsNoReasonNotToStart) {
   EXPECT_EXIT(lockThere(), testing::ExitedWithCode(0), "");
 }
 
-// The first user of a shared folder made the file; the second may only read it.
-TEST(ProgramLocksDeathTest, ItHoldsAgainstAnotherUser) {
+// The first user of a shared folder created the file; the second may only read it.
+TEST(ProgramLocksDeathTest, LockHoldsForAnotherUser) {
   const QTemporaryDir folder;
   ::chmod(folder.path().toUtf8().constData(), 0755);
   const ProgramLock lock(folder.path());

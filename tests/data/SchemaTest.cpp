@@ -36,7 +36,7 @@ TEST(Schema, TheLocalDatabaseHoldsCopiesLogSettingsStationsAndMessages) {
                                 u"tblOfflineLog"_s}));
 }
 
-TEST(Schema, ACopyTableHasTheSameFieldsInTheSameOrder) {
+TEST(Schema, CopyTableHasTheSameFieldsInTheSameOrder) {
   const Station station;
   dao::Database server = dao::OpenDatabase(global.serverDatabasePath);
   dao::Database local = dao::OpenDatabase(global.localDatabasePath);
@@ -79,18 +79,18 @@ TEST(Schema, TheOtherTablesHaveAllTheirFields) {
   EXPECT_EQ(FieldNames(local.Table(u"appMessages"_s)), (QStringList{u"MsgNr"_s, u"MsgTekst"_s, u"MsgStyle"_s}));
 }
 
-TEST(Schema, AKeyIsTakenOnce) {
+TEST(Schema, KeyIsUnique) {
   const Station station;
   station.OnServer(u"INSERT INTO tblItems (ID, Naam) VALUES (1, \"a\")"_s);
   EXPECT_THROW(station.OnServer(u"INSERT INTO tblItems (ID, Naam) VALUES (1, \"b\")"_s), runtime::Error);
 }
 
-TEST(Schema, ANewDatabaseNeverReplacesAnOldOne) {
+TEST(Schema, NewDatabaseNeverReplacesAnExistingOne) {
   const Station station;
   EXPECT_THROW(schema::CreateServerDatabase(global.serverDatabasePath), runtime::Error);
 }
 
-TEST(Schema, ANewLocalDatabaseIsSetToOnline) {
+TEST(Schema, NewLocalDatabaseIsSetToOnline) {
   const Station station;
   EXPECT_EQ(station.LocalRows(u"SELECT InitValue FROM cdeInstellingen WHERE InitCode = 'OnlineYn'"_s)
                 .Field(u"InitValue"_s)

@@ -22,7 +22,7 @@ namespace {
 const QByteArray kFiles = "[Files]\r\nDatabasePath=\\\\studio\\data\r\nExportPath=D:\\uit\r\n";
 const QByteArray kAudio = "[Audio Players]\r\nCard=-1\r\nBuffers=20\r\nBuffer_Size=2048\r\nCallback=3\r\n";
 
-// A program's folder with this settings file, everything in `global` still at its defaults.
+// A program folder with this settings file, and `global` at its defaults.
 void Begin(const Station& station, const QByteArray& ini) {
   global = Globals();
   global.programFolder = runtime::PathText(station.Folder());
@@ -45,7 +45,7 @@ TEST(Settings, ReadsTheFoldersAndTheAudioValues) {
   EXPECT_EQ(global.callback, 3);
 }
 
-TEST(Settings, AStationsOwnModeIsOffUnlessAskedFor) {
+TEST(Settings, StationsOwnModeIsOffByDefault) {
   const Station station;
   for (const auto& [line, isOn] :
        QList<std::pair<QByteArray, bool>>{{"", false},
@@ -57,7 +57,7 @@ TEST(Settings, AStationsOwnModeIsOffUnlessAskedFor) {
   }
 }
 
-TEST(Settings, WithoutTheAudioSectionTheFoldersStayAndTheReadingStopsAtCard) {
+TEST(Settings, WithoutTheAudioSectionTheFoldersAreSetAndReadingStopsAtCard) {
   const Station station;
   Begin(station, kFiles);
   const MessageBoxScript boxes;
@@ -72,7 +72,7 @@ TEST(Settings, WithoutTheAudioSectionTheFoldersStayAndTheReadingStopsAtCard) {
   EXPECT_EQ(global.card, 0);
 }
 
-TEST(Settings, AValueThatIsNoNumberOrTooLargeKeepsWhatWasReadBeforeIt) {
+TEST(Settings, InvalidNumberKeepsTheValuesReadBeforeIt) {
   for (const QByteArray& wrong : {QByteArray("twee"), QByteArray("40000"), QByteArray("")}) {
     const Station station;
     Begin(station, kFiles + "[Audio Players]\r\nCard=4\r\nBuffers=" + wrong + "\r\nBuffer_Size=2048\r\nCallback=3\r\n");
@@ -86,7 +86,7 @@ TEST(Settings, AValueThatIsNoNumberOrTooLargeKeepsWhatWasReadBeforeIt) {
   }
 }
 
-TEST(Settings, TheNumbersAreReadInTheirOrderUpToTheOneThatIsWrong) {
+TEST(Settings, NumbersAreReadInOrderUpToTheFirstInvalidOne) {
   const QList<QByteArray> keys{"Card", "Buffers", "Buffer_Size", "Callback"};
   for (qsizetype wrong = 0; wrong < keys.size(); ++wrong) {
     const Station station;
@@ -104,7 +104,7 @@ TEST(Settings, TheNumbersAreReadInTheirOrderUpToTheOneThatIsWrong) {
   }
 }
 
-TEST(Settings, AMissingTextKeyLeavesItsFolderEmpty) {
+TEST(Settings, MissingTextKeyLeavesItsFolderEmpty) {
   const Station station;
   Begin(station, "[Files]\r\nExportPath=D:\\uit\r\n" + kAudio);
   const MessageBoxScript boxes;
@@ -114,7 +114,7 @@ TEST(Settings, AMissingTextKeyLeavesItsFolderEmpty) {
   EXPECT_EQ(global.exportPath, u"D:\\uit"_s);
 }
 
-TEST(Settings, AMissingFileIsNamedAndEverythingKeepsItsDefault) {
+TEST(Settings, MissingFileIsReportedAndAllValuesKeepTheirDefaults) {
   const Station station;
   Begin(station, {});
   QFile::remove(station.Folder() + u"/ovalis.ini"_s);
@@ -126,7 +126,7 @@ TEST(Settings, AMissingFileIsNamedAndEverythingKeepsItsDefault) {
   EXPECT_EQ(global.databasePath, QString());
 }
 
-TEST(Settings, AFolderOrGarbageUnderTheFilesNameIsNamed) {
+TEST(Settings, FolderOrGarbageInPlaceOfTheFileIsReported) {
   const Station station;
   Begin(station, QByteArray(4000, '\xA7'));
   {
@@ -143,7 +143,7 @@ TEST(Settings, AFolderOrGarbageUnderTheFilesNameIsNamed) {
   EXPECT_TRUE(boxes.Last().text.contains(u"het is een map"_s)) << boxes.Last().text.toStdString();
 }
 
-TEST(Settings, TheDrivesSectionMapsDrivesFromTheProgramsFolderAndNamesThatAnew) {
+TEST(Settings, DrivesSectionMapsDrivesRelativeToTheProgramFolderAndUpdatesItsPath) {
   const Station station;
   Begin(station, kFiles + kAudio + "[Drives]\r\nD=.\r\n\\\\studio\\spots=audio\r\n");
   const MessageBoxScript boxes;
@@ -154,7 +154,7 @@ TEST(Settings, TheDrivesSectionMapsDrivesFromTheProgramsFolderAndNamesThatAnew) 
   EXPECT_EQ(global.programFolder, u"D:"_s);
 }
 
-TEST(Settings, AProgramFolderOutsideOfEveryDriveStillWorks) {
+TEST(Settings, ProgramFolderOutsideEveryDriveWorks) {
   const Station station;
   Begin(station, kFiles + kAudio + "[Drives]\r\nD=audio\r\n");
   GetSettings();

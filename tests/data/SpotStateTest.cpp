@@ -16,7 +16,7 @@ QDateTime At(int hour) {
   return {kStateDay, QTime(hour, 30)};
 }
 
-// An active spot with its file, in the middle of its validity.
+// An active spot whose file exists, in the middle of its validity.
 SpotFacts Running() {
   SpotFacts spot;
   spot.path = u"Z:\\spot.wav"_s;
@@ -37,7 +37,7 @@ SpotState StateWith(const std::function<void(SpotFacts&)>& change, int hour = 14
 
 }  // namespace
 
-TEST(SpotState, RunsWithinItsDates) {
+TEST(SpotState, RunsBetweenItsDates) {
   EXPECT_EQ(StateOf(Running(), At(14)), SpotState::Loopt);
   EXPECT_EQ(StateText(Running(), SpotState::Loopt), u"loopt t/m 20-04-2025"_s);
 }
@@ -54,7 +54,7 @@ TEST(SpotState, EndsSoonFromSevenDaysBeforeTheLastDay) {
   EXPECT_EQ(StateWith([](auto& spot) { spot.eindDatum = kStateDay.addDays(8); }), SpotState::Loopt);
 }
 
-TEST(SpotState, DatesThatAreMissingSetNoLimit) {
+TEST(SpotState, MissingDatesSetNoLimit) {
   const auto withoutDates = [](SpotFacts& spot) { spot.startDatum = spot.eindDatum = std::nullopt; };
   EXPECT_EQ(StateWith(withoutDates), SpotState::Loopt);
   SpotFacts spot = Running();
@@ -62,7 +62,7 @@ TEST(SpotState, DatesThatAreMissingSetNoLimit) {
   EXPECT_EQ(StateText(spot, SpotState::Loopt), u"loopt"_s);
 }
 
-TEST(SpotState, HoursCountOnEachDayBothInclusive) {
+TEST(SpotState, HoursApplyToEachDayAndAreInclusive) {
   const auto seven = [](SpotFacts& spot) { spot.startUur = 7, spot.eindUur = 18; };
   EXPECT_EQ(StateWith(seven, 6), SpotState::BuitenUren);
   EXPECT_EQ(StateWith(seven, 7), SpotState::Loopt);
@@ -70,18 +70,18 @@ TEST(SpotState, HoursCountOnEachDayBothInclusive) {
   EXPECT_EQ(StateWith(seven, 19), SpotState::BuitenUren);
 }
 
-TEST(SpotState, HoursMayRunOverMidnight) {
+TEST(SpotState, HoursMaySpanMidnight) {
   const auto night = [](SpotFacts& spot) { spot.startUur = 22, spot.eindUur = 5; };
   EXPECT_EQ(StateWith(night, 23), SpotState::Loopt);
   EXPECT_EQ(StateWith(night, 5), SpotState::Loopt);
   EXPECT_EQ(StateWith(night, 6), SpotState::BuitenUren);
 }
 
-TEST(SpotState, HoursThatAreMissingSetNoLimit) {
+TEST(SpotState, MissingHoursSetNoLimit) {
   EXPECT_EQ(StateWith([](auto& spot) { spot.startUur = spot.eindUur = std::nullopt; }, 0), SpotState::Loopt);
 }
 
-TEST(SpotState, OnlyAFileKnownToBeGoneIsMissing) {
+TEST(SpotState, OnlyAFileKnownToBeAbsentIsMissing) {
   EXPECT_EQ(StateWith([](auto& spot) { spot.file = runtime::Presence::NotThere; }), SpotState::BestandOntbreekt);
   EXPECT_EQ(StateWith([](auto& spot) { spot.file = runtime::Presence::NotReachable; }), SpotState::Loopt);
   EXPECT_EQ(StateWith([](auto& spot) { spot.file = runtime::Presence::Denied; }), SpotState::Loopt);
@@ -89,8 +89,8 @@ TEST(SpotState, OnlyAFileKnownToBeGoneIsMissing) {
   EXPECT_EQ(StateWith([](auto& spot) { spot.path.clear(); }), SpotState::BestandOntbreekt);
 }
 
-// Each change alone would give its state; together the first of the list wins.
-TEST(SpotState, FirstMatchWins) {
+// Each change alone leads to its state; together the first of the list wins.
+TEST(SpotState, FirstMatchingStateWins) {
   SpotFacts spot = Running();
   spot.startUur = spot.eindUur = 3;
   EXPECT_EQ(StateOf(spot, At(14)), SpotState::BuitenUren);
@@ -106,7 +106,7 @@ TEST(SpotState, FirstMatchWins) {
   EXPECT_EQ(StateOf(spot, At(14)), SpotState::NietAktief);
 }
 
-TEST(SpotState, WordsTellTheDateThatMatters) {
+TEST(SpotState, TextContainsTheRelevantDate) {
   SpotFacts spot = Running();
   EXPECT_EQ(StateText(spot, SpotState::Begint), u"begint 01-03-2025"_s);
   EXPECT_EQ(StateText(spot, SpotState::Verloopt), u"verloopt 20-04-2025"_s);
@@ -116,7 +116,7 @@ TEST(SpotState, WordsTellTheDateThatMatters) {
   EXPECT_EQ(StateText(spot, SpotState::BuitenUren), u"nu buiten de uren"_s);
 }
 
-TEST(SpotCounts, TellsOnlyWhatThereIs) {
+TEST(SpotCounts, TextOmitsZeroCounts) {
   SpotCounts counts;
   EXPECT_EQ(counts.Text(), QString());
   counts.Add(SpotState::Loopt);
@@ -124,7 +124,7 @@ TEST(SpotCounts, TellsOnlyWhatThereIs) {
   EXPECT_EQ(counts.Text(), u"1 loopt, 1 begint later"_s);
 }
 
-TEST(SpotCounts, EverySpotIsCountedInOnePart) {
+TEST(SpotCounts, EverySpotIsCountedOnce) {
   SpotCounts counts;
   for (int state = 0; state < kSpotStates; ++state) {
     counts.Add(static_cast<SpotState>(state));

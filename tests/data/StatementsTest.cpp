@@ -59,7 +59,7 @@ ItemSpotRow FullSpot() {
 
 }  // namespace
 
-TEST(Statements, InsertItemOfOptionOneNamesNoPatternFieldsAndOnlyGivenJingles) {
+TEST(Statements, InsertItemOfOptionOneOmitsPatternFieldsAndMissingJingles) {
   EXPECT_EQ(statements::InsertItem(ListItem(), u"tblItems"_s),
             u"INSERT INTO tblItems (ID, Naam, ItemSpotsOptID, OptMeerdereSpots, AantalSpots, MaxAantalSpots, "
             u"ChkRandomizeMeerdereSpots, Opener, Sluiter, Aktief, Locked) VALUES (7, \"Blok A\", 1, -1, 2, 3, 1, 4, 5, "
@@ -123,7 +123,7 @@ TEST(Statements, UpdateItemSpot) {
             u"WHERE ID = 12"_s);
 }
 
-TEST(Statements, UpdateItemSpotKeepsItsOddNullClauses) {
+TEST(Statements, UpdateItemSpotHasItsDeviatingNullClauses) {
   ItemSpotRow row;
   row.id = 3;
   EXPECT_EQ(statements::UpdateItemSpot(row, u"t"_s),
@@ -151,7 +151,7 @@ TEST(Statements, InsertAndUpdateItemPingle) {
             u"WHERE ID = 0"_s);
 }
 
-TEST(Statements, TheShortOnes) {
+TEST(Statements, ShortStatements) {
   EXPECT_EQ(statements::InsertLink({1, 2, 3}, u"tblItemsItemSpots"_s),
             u"INSERT INTO tblItemsItemSpots (ItemID, ItemSpotOrder, ItemSpotID) VALUES (1, 2, 3)"_s);
   EXPECT_EQ(statements::SetAktief(4, 0, u"tblItems"_s), u"UPDATE tblItems SET Aktief = 0 WHERE ID = 4"_s);
@@ -161,12 +161,12 @@ TEST(Statements, TheShortOnes) {
   EXPECT_EQ(statements::DeleteAll(u"tblCopie_Items"_s), u"DELETE FROM tblCopie_Items"_s);
 }
 
-TEST(Statements, TheLogSwapsApostrophesForStarsAndQuotesForApostrophes) {
+TEST(Statements, LogTextReplacesApostrophesByStarsAndQuotesByApostrophes) {
   EXPECT_EQ(statements::InsertLog(9, u"UPDATE t SET Naam = \"Jan's\""_s),
             u"INSERT INTO tblOfflineLog (ID, SqlSyntax)VALUES (9, \"UPDATE t SET Naam = 'Jan*s'\")"_s);
 }
 
-TEST(Statements, ATextWithADoubleQuoteOrNulIsRefusedByField) {
+TEST(Statements, TextWithADoubleQuoteOrNulIsRefusedWithTheFieldsName) {
   ItemSpotRow row = FullSpot();
   row.naam = u"een \"spot\""_s;
   try {

@@ -17,7 +17,7 @@ TEST(RemReservedChr, OnlyBlanksAreTrimmed) {
   EXPECT_EQ(RemReservedChr(u" \tnaam\n "_s), u"\tnaam\n"_s);
 }
 
-TEST(IsKull, EmptyIsNullNeverSetOrOnlyBlanks) {
+TEST(IsKull, TrueForNullInvalidAndBlankValues) {
   EXPECT_TRUE(IsKull(u"   "_s));
   EXPECT_TRUE(IsKull(u""_s));
   EXPECT_TRUE(IsKull(QVariant()));
@@ -26,7 +26,7 @@ TEST(IsKull, EmptyIsNullNeverSetOrOnlyBlanks) {
   EXPECT_FALSE(IsKull(u"\t"_s));
 }
 
-TEST(GetFile, TakesThePartBehindTheLastBackslash) {
+TEST(GetFile, ReturnsThePartAfterTheLastBackslash) {
   EXPECT_EQ(GetFile(u"C:\\Audio\\spot1.wav"_s), u"spot1.wav"_s);
   EXPECT_EQ(GetFile(u"spot1.wav"_s), u"spot1.wav"_s);
   EXPECT_EQ(GetFile(u"C:\\Audio\\"_s), u""_s);

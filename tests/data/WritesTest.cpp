@@ -30,7 +30,7 @@ ItemSpotRow Spot(qint32 id, const QString& naam) {
   return row;
 }
 
-// A computer out of memory: an error that is not one of the database's own.
+// Every file call throws bad_alloc: an error that is not the database's own.
 class NoMemory : public files::HookedFileSystem {
  public:
   NoMemory()
@@ -97,7 +97,7 @@ TEST(Writes, OfflineEveryChangeOfASpotIsLoggedForItsServerTable) {
                          u"UPDATE tblItemSpots SET Aktief = 0 WHERE ID = 1"_s}));
 }
 
-TEST(Writes, OnlyTheFlagDecidesWhetherAWriteIsLogged) {
+TEST(Writes, OnlyTheOnlineFlagDecidesWhetherAWriteIsLogged) {
   Station station;
   EXPECT_TRUE(Insert_tblItems(Item(1), global.localDatabasePath, u"tblCopie_Items"_s));
   EXPECT_TRUE(Delete_tblBeheer(1, u"tblCopie_Items"_s, u"ID"_s, global.localDatabasePath));
@@ -107,7 +107,7 @@ TEST(Writes, OnlyTheFlagDecidesWhetherAWriteIsLogged) {
   EXPECT_EQ(station.Log(), QStringList{u"UPDATE tblItems SET Aktief = 1 WHERE ID = 1"_s});
 }
 
-TEST(Writes, TheCopyTablesNameIsReplacedToTheLetterWhereverItStands) {
+TEST(Writes, CopyTablesNameIsReplacedEverywhereInTheStatement) {
   const Station station(Station::Mode::Offline);
   ItemPingleRow jingle;
   jingle.id = 1;
@@ -144,7 +144,7 @@ TEST(Writes, UpdateOfASpotWithAnEmptyNameFails) {
   EXPECT_EQ(station.ServerRows(u"SELECT Naam FROM tblItemSpots"_s).Field(u"Naam"_s).toString(), u"een"_s);
 }
 
-TEST(Writes, AFailingFileIsReportedUnderTheProceduresNameAndTheResetStaysSilent) {
+TEST(Writes, FailingFileIsReportedUnderTheProceduresNameAndTheResetIsSilent) {
   const Station station;
   QFile::remove(station.ServerFolder() + u"/OvalistoServer.mdb");
   const QString server = global.serverDatabasePath;
@@ -194,7 +194,7 @@ TEST(Writes, EachProcedureReportsUnderItsOwnName) {
   }
 }
 
-TEST(Writes, TheResetIsSilentAboutEveryKindOfFailure) {
+TEST(Writes, ResetIsSilentAboutEveryKindOfFailure) {
   const Station station;
   NoMemory files;
   const dao::FileSystemScope scope(files);
@@ -205,7 +205,7 @@ TEST(Writes, TheResetIsSilentAboutEveryKindOfFailure) {
   EXPECT_EQ(boxes.Shown().size(), 1U);
 }
 
-TEST(Writes, TheLogNumberZeroIsANumberLikeAnyOther) {
+TEST(Writes, LogIdZeroIsValid) {
   const Station station(Station::Mode::Offline);
   station.OnLocal(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (-1, \"eerder\")"_s);
   const desktop::MessageBoxScript boxes;
@@ -214,13 +214,13 @@ TEST(Writes, TheLogNumberZeroIsANumberLikeAnyOther) {
   EXPECT_EQ(station.Log(), (QStringList{u"eerder"_s, u"UPDATE tblItems SET Aktief = 1 WHERE ID = 1"_s}));
 }
 
-TEST(Writes, AStatementCarriedOutStaysWhenItsLogRowCannotBeWritten) {
+TEST(Writes, ExecutedStatementIsNotUndoneWhenItsLogRowFails) {
   Station station;
   station.Use(Station::Mode::Offline);
   QFile::remove(station.Folder() + u"/data/OvalistoLocal.mdb");
   const desktop::MessageBoxScript boxes;
   EXPECT_FALSE(Insert_tblItems(Item(3), global.serverDatabasePath, u"tblItems"_s));
-  ASSERT_EQ(boxes.Shown().size(), 1U);  // the helper's box, and none on top
+  ASSERT_EQ(boxes.Shown().size(), 1U);  // only the box of the helper procedure
   EXPECT_EQ(boxes.Last().title, u"GetNewID"_s);
   EXPECT_EQ(station.ServerRows(u"SELECT ID FROM tblItems"_s).RecordCount(), 1);
 }

@@ -21,7 +21,7 @@ using testing_support::Station;
 
 namespace {
 
-// The smallest editor: one text, which may not be empty.
+// A minimal editor with one text that must not be empty.
 class Editor : public EditorForm {
  public:
   Editor() : EditorForm(nullptr) {
@@ -61,7 +61,7 @@ class Editor : public EditorForm {
 
 }  // namespace
 
-TEST(EditorForm, ANumericSelectionOpensThatRecordAnythingElseANewOne) {
+TEST(EditorForm, NumericSelectionOpensThatRecordAndAnythingElseANewOne) {
   const Station station;
   Editor editor;
   global.gstrSelectedID = u"12"_s;
@@ -74,7 +74,7 @@ TEST(EditorForm, ANumericSelectionOpensThatRecordAnythingElseANewOne) {
   EXPECT_EQ(editor.ID(), 0);
 }
 
-TEST(EditorForm, OpeningRunsItsStepsInOrder) {
+TEST(EditorForm, OpeningCallsItsStepsInOrder) {
   const Station station;
   Editor editor;
   editor.Form_Load();
@@ -82,7 +82,7 @@ TEST(EditorForm, OpeningRunsItsStepsInOrder) {
             (QStringList{u"InitForm"_s, u"FillForm"_s, u"InitControls"_s, u"InitCommands"_s, u"Loaded"_s}));
 }
 
-TEST(EditorForm, AnExistingRecordReadInPartMayNotBeSavedANewOneMay) {
+TEST(EditorForm, IncompletelyReadRecordCannotBeSavedButANewOneCan) {
   const Station station;
   for (const QString& selected : {u"12"_s, QString::fromUtf16(kNewRecord)}) {
     Editor editor;
@@ -98,7 +98,7 @@ TEST(EditorForm, AnExistingRecordReadInPartMayNotBeSavedANewOneMay) {
   }
 }
 
-TEST(EditorForm, CancellingACleanOneAsksNothing) {
+TEST(EditorForm, CancellingWithoutChangesAsksNothing) {
   const Station station;
   Editor editor;
   editor.show();
@@ -108,7 +108,7 @@ TEST(EditorForm, CancellingACleanOneAsksNothing) {
   EXPECT_FALSE(editor.isVisible());
 }
 
-TEST(EditorForm, AnsweringNoDropsTheChangesAndCloses) {
+TEST(EditorForm, AnsweringNoDiscardsTheChangesAndCloses) {
   const Station station;
   Editor editor;
   editor.show();
@@ -130,7 +130,7 @@ TEST(EditorForm, AnsweringYesSavesAndCloses) {
   EXPECT_FALSE(editor.isVisible());
 }
 
-TEST(EditorForm, AnsweringYesWithWrongInputStaysOpen) {
+TEST(EditorForm, AnsweringYesWithInvalidInputStaysOpen) {
   const Station station;
   Editor editor;
   editor.show();
@@ -143,7 +143,7 @@ TEST(EditorForm, AnsweringYesWithWrongInputStaysOpen) {
   EXPECT_TRUE(editor.IsDirty());
 }
 
-TEST(EditorForm, AFailedWriteStaysOpenAndDirty) {
+TEST(EditorForm, FailedWriteStaysOpenAndDirty) {
   const Station station;
   Editor editor;
   editor.show();
@@ -154,7 +154,7 @@ TEST(EditorForm, AFailedWriteStaysOpenAndDirty) {
   EXPECT_TRUE(editor.IsDirty());
 }
 
-TEST(EditorForm, AQuestionThatCannotBeAskedKeepsWhatWasTyped) {
+TEST(EditorForm, QuestionThatCannotBeShownKeepsTheInput) {
   const Station station;
   Editor editor;
   editor.show();
@@ -166,7 +166,7 @@ TEST(EditorForm, AQuestionThatCannotBeAskedKeepsWhatWasTyped) {
   EXPECT_TRUE(editor.IsDirty());
 }
 
-TEST(EditorForm, LockControlLocksByNameAndAnUnknownNameIsReported) {
+TEST(EditorForm, LockControlLocksByNameAndReportsAnUnknownName) {
   const Station station;
   Editor editor;
   editor.LockControl(u"txtTekst"_s, true);
@@ -191,7 +191,7 @@ TEST(EditorForm, SetCboTextWhereIDSelectsByNumber) {
   EXPECT_EQ(editor.combo.ListIndex(), -1);
 }
 
-TEST(NameExists, IgnoresCaseAndReservedCharactersAndOneself) {
+TEST(NameExists, IgnoresCaseReservedCharactersAndTheRecordItself) {
   const Station station;
   station.OnServer(u"INSERT INTO tblItems (ID, Naam) VALUES (1, \"BLOK A\")"_s);
   const QString server = global.serverDatabasePath;
@@ -202,7 +202,7 @@ TEST(NameExists, IgnoresCaseAndReservedCharactersAndOneself) {
   EXPECT_FALSE(NameExists(server, u"tblItems"_s, u"blok b"_s, true, 0));
 }
 
-TEST(NameExists, ANameWithAnApostropheIsComparedAsTypedToo) {
+TEST(NameExists, NameWithAnApostropheIsAlsoComparedAsTyped) {
   const Station station;
   station.OnServer(u"INSERT INTO tblItems (ID, Naam) VALUES (1, \"Jan's spot\")"_s);
   station.OnServer(u"INSERT INTO tblItems (ID, Naam) VALUES (2, \"Piet's spot\")"_s);
@@ -213,11 +213,11 @@ TEST(NameExists, ANameWithAnApostropheIsComparedAsTypedToo) {
   EXPECT_FALSE(NameExists(server, u"tblItems"_s, u"Jan's spot"_s, false, 1));
   EXPECT_FALSE(NameExists(server, u"tblItems"_s, u"jan's SPOT"_s, false, 1));
   EXPECT_FALSE(NameExists(server, u"tblItems"_s, u"Jan's spots"_s, true, 0));
-  // The write refuses this name by its field.
+  // Saving rejects this name later.
   EXPECT_FALSE(NameExists(server, u"tblItems"_s, u"\"Jan's spot\""_s, true, 0));
 }
 
-TEST(NameExists, ARecordThatKeepsItsNameMayShareItWithAnother) {
+TEST(NameExists, RecordThatKeepsItsNameMayShareIt) {
   const Station station;
   station.OnServer(u"INSERT INTO tblItems (ID, Naam) VALUES (1, \"Jan's spot\")"_s);
   station.OnServer(u"INSERT INTO tblItems (ID, Naam) VALUES (2, \"Jan's spot\")"_s);

@@ -22,13 +22,13 @@ using runtime::Presence;
 
 namespace {
 
-// What a checker told its receiver.
-struct Heard {
+// What a checker reported to its receiver.
+struct Received {
   QMap<qint64, Presence> files;
   int lasts = 0;
   Qt::HANDLE thread = nullptr;
 
-  FilePresenceChecker::Report Ear() {
+  FilePresenceChecker::Report Recorder() {
     return [this](const std::vector<FilePresenceChecker::Result>& found, bool last) {
       for (const auto& file : found)
         files[file.id] = file.presence;
@@ -40,42 +40,42 @@ struct Heard {
 
 }  // namespace
 
-TEST(FilePresenceChecker, TellsEachFileInTheReceiversThread) {
+TEST(FilePresenceChecker, ReportsEachFileInTheReceiversThread) {
   const QTemporaryDir folder;
   QFile file(folder.filePath(u"hier.wav"_s));
   ASSERT_TRUE(file.open(QIODevice::WriteOnly));
   QObject receiver;
-  Heard heard;
-  FilePresenceChecker checker(&receiver, heard.Ear());
+  Received received;
+  FilePresenceChecker checker(&receiver, received.Recorder());
   checker.Start({{1, file.fileName()}, {2, folder.filePath(u"weg.wav"_s)}, {3, u"Q:\\nergens.wav"_s}});
-  ASSERT_TRUE(WaitUntil([&] { return heard.lasts == 1; }));
-  EXPECT_EQ(heard.files,
+  ASSERT_TRUE(WaitUntil([&] { return received.lasts == 1; }));
+  EXPECT_EQ(received.files,
             (QMap<qint64, Presence>{{1, Presence::There}, {2, Presence::NotThere}, {3, Presence::NotReachable}}));
-  EXPECT_EQ(heard.thread, QThread::currentThreadId());
+  EXPECT_EQ(received.thread, QThread::currentThreadId());
 }
 
-TEST(FilePresenceChecker, NothingWantedEndsAtOnce) {
+TEST(FilePresenceChecker, EmptyRequestFinishesAtOnce) {
   QObject receiver;
-  Heard heard;
-  FilePresenceChecker checker(&receiver, heard.Ear());
+  Received received;
+  FilePresenceChecker checker(&receiver, received.Recorder());
   checker.Start({});
-  EXPECT_TRUE(WaitUntil([&] { return heard.lasts == 1; }));
-  EXPECT_TRUE(heard.files.isEmpty());
+  EXPECT_TRUE(WaitUntil([&] { return received.lasts == 1; }));
+  EXPECT_TRUE(received.files.isEmpty());
 }
 
-TEST(FilePresenceChecker, AnswerOnItsWayIsNotToldAfterTheFinderIsGone) {
+TEST(FilePresenceChecker, QueuedResultIsNotReportedAfterDestruction) {
   QObject receiver;
-  Heard heard;
-  auto checker = std::make_unique<FilePresenceChecker>(&receiver, heard.Ear());
+  Received received;
+  auto checker = std::make_unique<FilePresenceChecker>(&receiver, received.Recorder());
   checker->Start({{1, u"/"_s}});
   QThread::msleep(20);  // enough, usually, for the answer to wait in the queue
   checker.reset();
   QCoreApplication::processEvents();
-  EXPECT_EQ(heard.lasts, 0);
+  EXPECT_EQ(received.lasts, 0);
 }
 
-// A file server that does not answer until told to.
-TEST(FilePresenceChecker, GoesWithoutWaitingForAFileThatDoesNotAnswer) {
+// With a file server that does not respond until the test lets it.
+TEST(FilePresenceChecker, DestructionDoesNotWaitForAServerThatDoesNotRespond) {
   struct Server {
     std::mutex mutex;
     std::condition_variable answered;
@@ -90,11 +90,11 @@ TEST(FilePresenceChecker, GoesWithoutWaitingForAFileThatDoesNotAnswer) {
     return 0;
   });
   QObject receiver;
-  Heard heard;
-  auto checker = std::make_unique<FilePresenceChecker>(&receiver, heard.Ear());
+  Received received;
+  auto checker = std::make_unique<FilePresenceChecker>(&receiver, received.Recorder());
   checker->Start({{1, u"/stil"_s}, {2, u"/stil2"_s}});
   ASSERT_TRUE(WaitUntil([&] { return server->asked.load(); }));
-  checker.reset();  // returns although the look still hangs
+  checker.reset();  // returns although the check still hangs
   EXPECT_FALSE(server->answers);
   {
     const std::lock_guard lock(server->mutex);
@@ -102,5 +102,5 @@ TEST(FilePresenceChecker, GoesWithoutWaitingForAFileThatDoesNotAnswer) {
   }
   server->answered.notify_all();
   QCoreApplication::processEvents();
-  EXPECT_EQ(heard.lasts, 0);
+  EXPECT_EQ(received.lasts, 0);
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Where a form stands and who has the keyboard once it is closed.
+// A form's position, and the keyboard focus after it is closed.
 #include "data/forms/Form.h"
 
 #include <QApplication>
@@ -13,10 +13,10 @@
 
 namespace {
 
-// A form that does something once it is shown, and goes.
-class Passing : public Form {
+// A form that calls a function once it is shown, and then closes.
+class SelfClosing : public Form {
  public:
-  Passing(QWidget* owner, std::function<void(Passing&)> shown) : Form(owner), shown_(std::move(shown)) {
+  SelfClosing(QWidget* owner, std::function<void(SelfClosing&)> shown) : Form(owner), shown_(std::move(shown)) {
     resize(300, 200);
   }
   void Form_Load() override {
@@ -27,21 +27,21 @@ class Passing : public Form {
   }
 
  private:
-  std::function<void(Passing&)> shown_;
+  std::function<void(SelfClosing&)> shown_;
 };
 
 }  // namespace
 
-TEST(Form, ClosingItReportsWhetherItClosed) {
-  class Staying : public Passing {
+TEST(Form, CloseReturnsWhetherTheFormClosed) {
+  class MayRefuse : public SelfClosing {
    public:
-    using Passing::Passing;
+    using SelfClosing::SelfClosing;
     void CloseAsked() override {
       if (mayClose) Unload();
     }
     bool mayClose = false;
   };
-  Staying form(nullptr, {});
+  MayRefuse form(nullptr, {});
   form.show();
   EXPECT_FALSE(form.close());
   EXPECT_TRUE(form.isVisible());
@@ -51,14 +51,14 @@ TEST(Form, ClosingItReportsWhetherItClosed) {
   EXPECT_TRUE(form.close());
 }
 
-// As a desktop does that gives the keyboard to none of the program's windows.
-TEST(Form, ItsOwnerIsActiveAgainOnceItIsClosed) {
+// Another window is active in between, as on desktops that activate none of the program's windows.
+TEST(Form, OwnerIsActiveAgainAfterClosing) {
   QWidget owner;
   QWidget elsewhere;
   owner.show();
   owner.activateWindow();
   ASSERT_TRUE(QTest::qWaitForWindowActive(&owner));
-  Passing form(&owner, [&](Passing&) {
+  SelfClosing form(&owner, [&](SelfClosing&) {
     elsewhere.show();
     elsewhere.activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&elsewhere));
@@ -67,11 +67,11 @@ TEST(Form, ItsOwnerIsActiveAgainOnceItIsClosed) {
   EXPECT_TRUE(QTest::qWaitForWindowActive(&owner));
 }
 
-TEST(Form, WithAnOwnerThatIsNotShownItStandsAmidTheScreen) {
+TEST(Form, FormWithAHiddenOwnerIsCentredOnTheScreen) {
   QWidget owner;
   owner.setGeometry(0, 0, 100, 100);
   QPoint centre;
-  Passing form(&owner, [&](Passing& shown) { centre = shown.geometry().center(); });
+  SelfClosing form(&owner, [&](SelfClosing& shown) { centre = shown.geometry().center(); });
   form.ShowModal();
   const QPoint middle = form.screen()->availableGeometry().center();
   EXPECT_LE((centre - middle).manhattanLength(), 4);

@@ -20,24 +20,24 @@ namespace {
 
 class LatestTaskTest : public testing::Test {
  protected:
-  LatestTask::Work Saying(const QString& word) {
-    return [this, word](const LatestTask::Token& token) { token.Post([this, word] { heard_ += word; }); };
+  LatestTask::Work Reporting(const QString& word) {
+    return [this, word](const LatestTask::Token& token) { token.Post([this, word] { reports_ += word; }); };
   }
-  // Says it once the gate is open.
-  LatestTask::Work Waiting(const std::shared_ptr<Gate>& gate, const QString& word) {
-    return [gate, say = Saying(word)](const LatestTask::Token& token) {
+  // Reports the word once the gate is open.
+  LatestTask::Work ReportingAfter(const std::shared_ptr<Gate>& gate, const QString& word) {
+    return [gate, report = Reporting(word)](const LatestTask::Token& token) {
       gate->Pass();
-      say(token);
+      report(token);
     };
   }
 
-  QStringList heard_;
+  QStringList reports_;
   QObject receiver_;
 };
 
 }  // namespace
 
-TEST_F(LatestTaskTest, NewsIsHeardInTheReceiversThread) {
+TEST_F(LatestTaskTest, PostedCallRunsInTheReceiversThread) {
   LatestTask task(&receiver_);
   Qt::HANDLE worked = nullptr;
   Qt::HANDLE heard = nullptr;
@@ -51,49 +51,49 @@ TEST_F(LatestTaskTest, NewsIsHeardInTheReceiversThread) {
   EXPECT_NE(worked, heard);
 }
 
-TEST_F(LatestTaskTest, OnlyTheLatestIsHeard) {
+TEST_F(LatestTaskTest, OnlyTheLatestTaskReports) {
   const auto gate = std::make_shared<Gate>();
   LatestTask task(&receiver_);
-  task.Send(Waiting(gate, u"eerste"_s));
-  task.Send(Waiting(gate, u"tweede"_s));
-  task.Send(Saying(u"derde"_s));
+  task.Send(ReportingAfter(gate, u"eerste"_s));
+  task.Send(ReportingAfter(gate, u"tweede"_s));
+  task.Send(Reporting(u"derde"_s));
   gate->Open();
   task.WaitFor(std::chrono::minutes(1));
-  EXPECT_EQ(heard_, QStringList{u"derde"_s});
+  EXPECT_EQ(reports_, QStringList{u"derde"_s});
 }
 
-TEST_F(LatestTaskTest, NewsOnItsWayIsNotHeardOnceCalledOff) {
+TEST_F(LatestTaskTest, QueuedCallIsSkippedAfterCancel) {
   LatestTask task(&receiver_);
-  std::atomic<bool> told = false;
+  std::atomic<bool> posted = false;
   task.Send([&](const LatestTask::Token& token) {
-    token.Post([this] { heard_ += u"te laat"_s; });
-    told = true;
+    token.Post([this] { reports_ += u"te laat"_s; });
+    posted = true;
   });
-  while (!told)
+  while (!posted)
     QThread::yieldCurrentThread();
   task.Cancel();
   task.WaitFor(std::chrono::minutes(1));
-  EXPECT_EQ(heard_, QStringList());
+  EXPECT_EQ(reports_, QStringList());
 }
 
-TEST_F(LatestTaskTest, ImpatienceLeavesTheNewsForLater) {
+TEST_F(LatestTaskTest, TimedOutWaitLeavesTheCallQueued) {
   const auto gate = std::make_shared<Gate>();
   LatestTask task(&receiver_);
-  task.Send(Waiting(gate, u"nieuws"_s));
+  task.Send(ReportingAfter(gate, u"nieuws"_s));
   task.WaitFor(std::chrono::milliseconds(1));
-  EXPECT_EQ(heard_, QStringList());
+  EXPECT_EQ(reports_, QStringList());
   gate->Open();
-  EXPECT_TRUE(WaitUntil([&] { return heard_ == QStringList{u"nieuws"_s}; }));
+  EXPECT_TRUE(WaitUntil([&] { return reports_ == QStringList{u"nieuws"_s}; }));
 }
 
-TEST_F(LatestTaskTest, GoesWithoutWaitingForWorkThatHangs) {
+TEST_F(LatestTaskTest, DestructionDoesNotWaitForHangingWork) {
   const auto gate = std::make_shared<Gate>();
   auto task = std::make_unique<LatestTask>(&receiver_);
-  task->Send(Waiting(gate, u"te laat"_s));
+  task->Send(ReportingAfter(gate, u"te laat"_s));
   ASSERT_TRUE(WaitUntil([&] { return gate->IsWaitedAt(); }));
   task.reset();  // returns although the work hangs
   EXPECT_FALSE(gate->IsOpen());
   gate->Open();
   QCoreApplication::processEvents();
-  EXPECT_EQ(heard_, QStringList());
+  EXPECT_EQ(reports_, QStringList());
 }

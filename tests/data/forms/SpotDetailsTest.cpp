@@ -35,7 +35,7 @@ TEST(SpotDetails, LengthIsMinutesAndSeconds) {
   EXPECT_EQ(LengthText(-1), QString());
 }
 
-TEST(SpotDetails, LineShowsMarkWordsAndLength) {
+TEST(SpotDetails, LineShowsMarkTextAndLength) {
   const controls::LineDetails details = DetailsOf(Facts(), SpotState::Loopt);
   EXPECT_EQ(details.mark, LineMark::Circle);
   EXPECT_EQ(details.tone, LineTone::Runs);
@@ -43,8 +43,8 @@ TEST(SpotDetails, LineShowsMarkWordsAndLength) {
   EXPECT_EQ(details.trailing, u"0:32"_s);
 }
 
-// What needs a hand stands out: its words carry the colour, the others stay quiet.
-TEST(SpotDetails, WordsCarryTheToneWhereAHandIsNeeded) {
+// States that need action have coloured text; the others are not coloured.
+TEST(SpotDetails, TextIsColouredWhereActionIsNeeded) {
   EXPECT_TRUE(DetailsOf(Facts(), SpotState::Begint).wordInTone);
   EXPECT_TRUE(DetailsOf(Facts(), SpotState::Verloopt).wordInTone);
   EXPECT_TRUE(DetailsOf(Facts(), SpotState::BestandOntbreekt).wordInTone);
@@ -53,7 +53,7 @@ TEST(SpotDetails, WordsCarryTheToneWhereAHandIsNeeded) {
   EXPECT_FALSE(DetailsOf(Facts(), SpotState::NietAktief).wordInTone);
 }
 
-TEST(SpotDetails, StatesDifferInShapeOrToneNeverInColourOfTheWordAlone) {
+TEST(SpotDetails, StatesDifferInShapeOrToneNotOnlyInTextColour) {
   std::set<std::pair<LineMark, LineTone>> looks;
   for (int state = 0; state < kSpotStates; ++state) {
     const controls::LineDetails details = DetailsOf(Facts(), static_cast<SpotState>(state));
@@ -68,13 +68,13 @@ TEST(SpotDetails, InactiveNameIsQuiet) {
   EXPECT_FALSE(DetailsOf(Facts(), SpotState::Loopt).quietText);
 }
 
-TEST(SpotDetails, ToolTipTellsValidityAndFile) {
+TEST(SpotDetails, ToolTipShowsValidityAndFile) {
   EXPECT_EQ(DetailsOf(Facts(), SpotState::Loopt).toolTip,
             u"loopt t/m 20-04-2025\nGeldig van 01-03-2025 tot en met 20-04-2025, van uur 7 tot en met uur 18\n"
             u"D:\\Audio\\spot.wav"_s);
 }
 
-TEST(SpotDetails, UnreachableDriveIsToldInTheToolTipOnly) {
+TEST(SpotDetails, UnreachableDriveIsReportedInTheToolTipOnly) {
   SpotFacts spot = Facts();
   spot.file = runtime::Presence::NotReachable;
   const controls::LineDetails details = DetailsOf(spot, SpotState::Loopt);
@@ -82,7 +82,7 @@ TEST(SpotDetails, UnreachableDriveIsToldInTheToolTipOnly) {
   EXPECT_TRUE(details.toolTip.contains(u"niet bereikbaar"_s));
 }
 
-TEST(SpotDetails, RefusedAccessIsToldInTheToolTipOnly) {
+TEST(SpotDetails, RefusedAccessIsReportedInTheToolTipOnly) {
   SpotFacts spot = Facts();
   spot.file = runtime::Presence::Denied;
   const controls::LineDetails details = DetailsOf(spot, SpotState::Loopt);
@@ -90,7 +90,7 @@ TEST(SpotDetails, RefusedAccessIsToldInTheToolTipOnly) {
   EXPECT_TRUE(details.toolTip.contains(u"toegang tot de map is geweigerd"_s));
 }
 
-TEST(SpotDetails, ToolTipNamesTheMissingFile) {
+TEST(SpotDetails, ToolTipShowsTheMissingFile) {
   SpotFacts spot = Facts();
   spot.file = runtime::Presence::NotThere;
   EXPECT_TRUE(DetailsOf(spot, SpotState::BestandOntbreekt).toolTip.contains(u"Ontbreekt: D:\\Audio\\spot.wav"_s));
