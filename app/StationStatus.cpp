@@ -21,7 +21,8 @@ StationStatus ReadStationStatus() {
   StationStatus status;
   try {
     dao::Database database = dao::OpenDatabase(global.localDatabasePath);
-    status.copyEmpty = IsEmpty(database, u"tblCopie_ItemSpots"_s) || IsEmpty(database, u"tblCopie_Items"_s);
+    // A station without items has an empty copy of these for as long as it has none.
+    status.copyEmpty = IsEmpty(database, u"tblCopie_ItemSpots"_s) && IsEmpty(database, u"tblCopie_Items"_s);
     const dao::Recordset count = database.OpenRecordset(u"SELECT COUNT(*) AS Aantal FROM tblOfflineLog"_s);
     status.notExported = runtime::ToLong(count.Field(u"Aantal"_s)) + KeptStatementCount();
   } catch (const runtime::Error&) {

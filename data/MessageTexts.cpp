@@ -11,10 +11,10 @@ QList<MessageText> MessageTexts() {
   return {
       {1500, u"Het veld '%1' is nog leeg.%LFVul het in, a.u.b."_s, exclamation},
       {1501, u"Bij '%1' is nog niets gekozen.%LFKies een %2 uit de lijst, a.u.b."_s, exclamation},
-      {1506, u"Het veld '%1' is te lang.%LFEr passen hoogstens %2 tekens in."_s, exclamation},
+      {1506, u"Het veld '%1' is te lang.%LFEr passen maximaal %2 tekens in."_s, exclamation},
       {1600, u"'%1' bestaat al.%LFGeef bij '%2' een andere naam, a.u.b."_s, exclamation},
       {2000, u"De gegevens zijn gewijzigd.%LFWilt u de wijzigingen bewaren?"_s, question},
-      {3009, u"%1Bent u zeker?"_s, questionNo},
+      {3009, u"%1Weet u het zeker?"_s, questionNo},
       {3028, u"Bij '%1' hoort een getal."_s, exclamation},
       {3038, u"Bij '%1' hoort een geldige datum (dd-mm-jjjj)."_s, exclamation},
       {5001, u"De map bij '%1' bestaat niet of is niet bereikbaar."_s, exclamation},

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "data/SpotState.h"
 
+#include "platform/runtime/Clock.h"
+
 #include <QStringList>
 
 #include <optional>
@@ -46,7 +48,8 @@ QString StateText(const SpotFacts& spot, SpotState state) {
     case SpotState::Begint:
       return u"begint "_s + DateText(spot.startDatum);
     case SpotState::Verloopt:
-      return u"verloopt "_s + DateText(spot.eindDatum);
+      return spot.eindDatum == runtime::Now().date() ? u"verloopt vandaag"_s
+                                                     : u"verloopt "_s + DateText(spot.eindDatum);
     case SpotState::BuitenUren:
       return u"nu buiten de uren"_s;
     case SpotState::Loopt:

@@ -24,7 +24,7 @@ SpotState StateOf(const SpotFacts& spot, const QDateTime& now);
 // the last, the range spans midnight.
 bool WithinHours(const SpotFacts& spot, int hour);
 
-// The state as shown in lists: "loopt t/m 20-04-2025".
+// The state as shown in lists: "loopt t/m 20-04-2025"; on the last day (by runtime::Now) "verloopt vandaag".
 QString StateText(const SpotFacts& spot, SpotState state);
 
 // Number of spots per state.

@@ -37,7 +37,7 @@ QString FolderSelect::Browse() {
   folder_ = runtime::PathText(chosen);
   if (!runtime::IsMapped(chosen)) {
     ShowItemsMessage(
-        u"De map '%1' ligt buiten de schijven van ovalis.ini. Andere computers vinden ze zo niet terug."_s.arg(chosen),
+        u"De map '%1' ligt buiten de schijven van ovalis.ini. Andere computers vinden die map zo niet."_s.arg(chosen),
         kStyleExclamation);
   }
   return folder_;

@@ -89,5 +89,5 @@ void LoudnessReader::Cancel() {
 
 QString LoudnessText(const audio::Loudness& loudness) {
   if (!std::isfinite(loudness.integratedLufs)) return u"te stil of te kort om de luidheid te meten"_s;
-  return u"%1 LUFS, ware piek %2 dB"_s.arg(Decibels(loudness.integratedLufs), Decibels(loudness.truePeakDb));
+  return u"%1 LUFS, true peak %2 dBTP"_s.arg(Decibels(loudness.integratedLufs), Decibels(loudness.truePeakDb));
 }

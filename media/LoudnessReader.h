@@ -30,5 +30,5 @@ class LoudnessReader : public QObject {
   std::shared_ptr<std::atomic<bool>> cancelled_;  // of the file being read; null when none is
 };
 
-// "−16,2 LUFS, ware piek −1,0 dB".
+// "−16,2 LUFS, true peak −1,0 dBTP".
 QString LoudnessText(const audio::Loudness& loudness);

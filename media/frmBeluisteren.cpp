@@ -163,7 +163,7 @@ void frmBeluisteren::TakePlan(const Planned& planned) {
     ShowLeftOut();
     ui_->lblTotaal->setText(Summary());
     if (plan_.IsSilent()) {
-      ui_->strip->SetEmptyText(u"Dit blok is op dit ogenblik stil: "_s + SilenceText(plan_.silence) + u'.');
+      ui_->strip->SetEmptyText(u"Dit blok is op dit moment stil: "_s + SilenceText(plan_.silence) + u'.');
     } else if (!planned.sound) {
       ui_->strip->SetEmptyText(planned.trouble);
     } else {

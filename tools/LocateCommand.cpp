@@ -108,7 +108,7 @@ Command LocateCommand() {
           "bestand met dezelfde naam en dezelfde lengte. Verandert niets, tenzij met --write: dan krijgt het record\n"
           "het nieuwe pad, zoals bij een wijziging in het programma (offline komt ze dus ook in het logboek), en\n"
           "komt het pad in Audio.tae. Zijn er meerdere die passen, of past de lengte niet, dan wordt niets\n"
-          "geschreven. Uitgang 0 als elk ontbrekend bestand gevonden is, anders 1."_s,
+          "geschreven. Exitcode 0 als elk ontbrekend bestand gevonden is, anders 1."_s,
       .examples = {u"locate /tmp/proef /tmp/proef/audio"_s,
                    u"locate /tmp/proef /tmp/proef/audio/Spots /tmp/proef/audio/Jingles --write"_s}};
 }

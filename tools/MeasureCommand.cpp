@@ -34,6 +34,6 @@ Command MeasureCommand() {
       .usage = u"BESTAND..."_s,
       .summary = u"Toont de juiste lengte van geluidsbestanden in milliseconden."_s,
       .run = Measure,
-      .details = u"Per bestand een regel: pad, tab, lengte. Wat niet te meten is, wordt genoemd en geeft uitgang 1."_s,
+      .details = u"Per bestand een regel: pad, tab, lengte. Wat niet te meten is, wordt genoemd en geeft exitcode 1."_s,
       .examples = {u"measure /tmp/proef/audio/Spots/*.mp3 /tmp/proef/audio/Jingles/*.wav"_s}};
 }

@@ -65,7 +65,7 @@ Command PlayedCommand() {
           u"een\n"
           "logboek twee keer gegeven wordt. Leest het logboek van spotrooster.liq, het cutlogboek van Rivendell van "
           "één\n"
-          "dag (met --dag als zijn datum twee dagen kan zijn), en een tabel met de kolommen Ogenblik, ItemSpot en "
+          "dag (met --dag als zijn datum twee dagen kan zijn), en een tabel met de kolommen Moment, ItemSpot en "
           "Item.\n"
           "Staat eerst uit, want elders vult een ander programma deze velden: --aan zet het aan voor deze database,\n"
           "--uit weer uit. Het overzicht Uitzendverslag in het programma toont wat er geteld is."_s,

@@ -36,7 +36,7 @@ QDateTime MomentOf(const Arguments& arguments) {
     const QDateTime moment = QDateTime::fromString(text, form);
     if (moment.isValid()) return moment;
   }
-  throw UseError(u"'%1' is geen ogenblik: geef bijvoorbeeld \"2025-03-11 14:00\"."_s.arg(text));
+  throw UseError(u"'%1' is geen moment: geef bijvoorbeeld \"2025-03-11 14:00\"."_s.arg(text));
 }
 
 // What cannot be written counts as missing, so that the rule plans without it, and is named in the block's line.

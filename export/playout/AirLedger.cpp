@@ -38,9 +38,9 @@ dao::IndexDef PrimaryKey(const QStringList& fields) {
 
 dao::TableDef LedgerDef() {
   return {kLedgerTable,
-          {Field(u"ItemSpotID"_s, dao::FieldType::Long), Field(u"Ogenblik"_s, dao::FieldType::Date),
+          {Field(u"ItemSpotID"_s, dao::FieldType::Long), Field(u"Moment"_s, dao::FieldType::Date),
            Field(u"ItemID"_s, dao::FieldType::Long)},
-          {PrimaryKey({u"ItemSpotID"_s, u"Ogenblik"_s})}};
+          {PrimaryKey({u"ItemSpotID"_s, u"Moment"_s})}};
 }
 
 dao::TableDef SettingsDef() {

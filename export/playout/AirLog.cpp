@@ -107,7 +107,7 @@ std::optional<Columns> ColumnsOf(QString heading) {
   Columns columns;
   columns.separator = heading.contains(u';') ? u';' : u',';
   const QStringList names = CellsOf(heading.toLower(), columns.separator);
-  columns.moment = names.indexOf(u"ogenblik"_s);
+  columns.moment = names.indexOf(u"moment"_s);
   columns.spot = names.indexOf(u"itemspot"_s);
   columns.item = names.indexOf(u"item"_s);
   if (columns.moment < 0 || columns.spot < 0) return std::nullopt;
@@ -137,7 +137,7 @@ std::vector<Airing> ReadTable(const QStringList& lines, const Columns& columns, 
       Fail(name, at, u"er ontbreekt een veld"_s);
     Airing airing;
     airing.moment = MomentOf(cells[columns.moment]);
-    if (!airing.moment.isValid()) Fail(name, at, u"'%1' is geen ogenblik"_s.arg(cells[columns.moment]));
+    if (!airing.moment.isValid()) Fail(name, at, u"'%1' is geen moment"_s.arg(cells[columns.moment]));
     airing.spotID = NumberOf(cells[columns.spot], name, at);
     if (columns.item >= 0 && !cells[columns.item].isEmpty()) airing.itemID = NumberOf(cells[columns.item], name, at);
     if (airing.spotID > 0) airings.push_back(airing);
@@ -154,6 +154,6 @@ std::vector<Airing> ReadAirLog(const QByteArray& content, const QString& name, c
   if (const std::optional<Columns> columns = ColumnsOf(lines.first())) return ReadTable(lines, *columns, name);
   if (OwnLine(lines.first())) return ReadOwn(lines, name);
   Fail(name, 0,
-       u"dit is geen logboek van Liquidsoap, geen cutlogboek van Rivendell en geen tabel met de kolommen Ogenblik en "
+       u"dit is geen logboek van Liquidsoap, geen cutlogboek van Rivendell en geen tabel met de kolommen Moment en "
        u"ItemSpot"_s);
 }

@@ -18,7 +18,7 @@ struct Airing {
 
 // The airings that a playout system's log tells, in its order. Known are the log of packaging/playout/spotrooster.liq
 // ("seconds since 1970,item-spot,item"), Rivendell's cut log of one day, whose carts have the numbers of the Rivendell
-// form, and a table with the columns Ogenblik (jjjj-mm-dd uu:mm:ss or dd-mm-jjjj uu:mm:ss), ItemSpot and, if wanted,
+// form, and a table with the columns Moment (jjjj-mm-dd uu:mm:ss or dd-mm-jjjj uu:mm:ss), ItemSpot and, if wanted,
 // Item, parted by commas or semicolons. What is no item-spot (jingles, music) is passed over. Throws runtime::Error
 // that names the log (`name`) and the line.
 //

@@ -55,7 +55,7 @@ Report AiringsReport(std::optional<qint32> spotID, QDate first, QDate last) {
   const QHash<qint32, QString> items = NamesById(CurrentCatalogue().items);
   const QString only = spotID ? u" AND ItemSpotID = "_s + QString::number(*spotID) : QString();
   const QString select =
-      u"SELECT * FROM %1 WHERE Ogenblik >= %2 AND Ogenblik < %3%4 ORDER BY ItemSpotID, Ogenblik"_s.arg(
+      u"SELECT * FROM %1 WHERE Moment >= %2 AND Moment < %3%4 ORDER BY ItemSpotID, Moment"_s.arg(
           kLedgerTable, QString::number(runtime::DayNumber(first)), QString::number(runtime::DayNumber(last) + 1),
           only);
   int count = 0;
@@ -65,7 +65,7 @@ Report AiringsReport(std::optional<qint32> spotID, QDate first, QDate last) {
     if (report.groups.empty() || spot != current)
       report.groups.push_back({NameIn(spots, spot, u"Item-spot"_s), {}, {}});
     current = spot;
-    const QDateTime moment = row.Field(u"Ogenblik"_s).toDateTime();
+    const QDateTime moment = row.Field(u"Moment"_s).toDateTime();
     const qint32 item = row.Field(u"ItemID"_s).toInt();
     report.groups.back().lines.push_back({moment.toString(u"dd-MM-yyyy"_s), moment.toString(u"HH:mm:ss"_s),
                                           item == 0 ? QString() : NameIn(items, item, u"Item"_s)});

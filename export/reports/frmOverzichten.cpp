@@ -193,7 +193,8 @@ void frmOverzichten::cmdPdf_Click() {
 }
 
 void frmOverzichten::cmdCsv_Click() {
-  Trapped(__func__, [&] { Save(u"Overzicht bewaren voor een rekenblad"_s, u"CSV (*.csv)|*.csv"_s, u".csv"_s, CsvOf); });
+  Trapped(__func__,
+          [&] { Save(u"Overzicht bewaren voor een spreadsheet"_s, u"CSV (*.csv)|*.csv"_s, u".csv"_s, CsvOf); });
 }
 
 void frmOverzichten::cmdAfdrukken_Click() {

@@ -185,7 +185,7 @@ class Conversion {
     }
     if (text.empty() && !field_.allowZeroLength) Refuse(u"een lege tekst is niet toegestaan"_s);
     if (field_.type == FieldType::Text && text.size() > static_cast<std::size_t>(field_.size)) {
-      Refuse(u"de tekst is te lang (%1 tekens, hoogstens %2)"_s.arg(text.size()).arg(field_.size));
+      Refuse(u"de tekst is te lang (%1 tekens, maximaal %2)"_s.arg(text.size()).arg(field_.size));
     }
     return text;
   }
@@ -194,7 +194,7 @@ class Conversion {
     const auto* bytes = std::get_if<std::span<const std::uint8_t>>(&value_);
     if (bytes == nullptr) Refuse(u"het zijn geen binaire gegevens"_s);
     if (bytes->size() > static_cast<std::size_t>(field_.size) && field_.size > 0) {
-      Refuse(u"de gegevens zijn te lang (%1 bytes, hoogstens %2)"_s.arg(bytes->size()).arg(field_.size));
+      Refuse(u"de gegevens zijn te lang (%1 bytes, maximaal %2)"_s.arg(bytes->size()).arg(field_.size));
     }
     return {bytes->begin(), bytes->end()};
   }

@@ -60,6 +60,9 @@ std::string SystemReason(int errorNumber) {
 
 Error SystemError(std::string_view doing, const std::string& name, int errorNumber) {
   const Reason* known = Find(errorNumber);
+  if (errorNumber == ENOENT && (doing == "openen" || doing == "lezen")) {
+    return Error(ErrorCode::NotFound, "Het bestand '" + name + "' bestaat niet.", errorNumber);
+  }
   return Error(known != nullptr ? known->code : ErrorCode::Io,
                "Kan het bestand '" + name + "' niet " + std::string(doing) + ": " + SystemReason(errorNumber) + ".",
                errorNumber);

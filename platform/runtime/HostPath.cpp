@@ -48,7 +48,7 @@ Mapped FindMapping(const QString& text) {
     }
   }
   const bool share = text.startsWith(u"\\\\"_s);
-  throw Error(u"De %1 van '%2' is niet gekoppeld. Koppel ze in het onderdeel [Drives] van ovalis.ini."_s.arg(
+  throw Error(u"De %1 van '%2' is niet gekoppeld. Voeg deze toe onder [Drives] in ovalis.ini."_s.arg(
       share ? u"netwerkmap"_s : u"schijf"_s, text));
 }
 
@@ -65,7 +65,7 @@ QString NameInFolder(const QString& folder, const QString& name, Ambiguity ambig
     if (candidate.compare(name, Qt::CaseInsensitive) == 0) matches += candidate;
   }
   if (matches.size() > 1 && ambiguity == Ambiguity::Refuse) {
-    throw Error(u"Van '%1' bestaan meerdere schrijfwijzen in '%2': %3. Geen ervan is genomen."_s.arg(
+    throw Error(u"Van '%1' bestaan meerdere manieren van schrijven in '%2': %3. Geen ervan is genomen."_s.arg(
         name, PathText(folder), matches.join(u", "_s)));
   }
   return matches.isEmpty() ? name : matches.first();

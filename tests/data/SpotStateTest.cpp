@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "data/SpotState.h"
 
+#include "platform/runtime/Clock.h"
+
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -110,6 +112,8 @@ TEST(SpotState, TextContainsTheRelevantDate) {
   SpotFacts spot = Running();
   EXPECT_EQ(StateText(spot, SpotState::Begint), u"begint 01-03-2025"_s);
   EXPECT_EQ(StateText(spot, SpotState::Verloopt), u"verloopt 20-04-2025"_s);
+  const runtime::ClockScope lastDay(QDateTime(QDate(2025, 4, 20), QTime(9, 0)));
+  EXPECT_EQ(StateText(spot, SpotState::Verloopt), u"verloopt vandaag"_s);
   EXPECT_EQ(StateText(spot, SpotState::Verlopen), u"verlopen op 20-04-2025"_s);
   EXPECT_EQ(StateText(spot, SpotState::NietAktief), u"niet aktief"_s);
   EXPECT_EQ(StateText(spot, SpotState::BestandOntbreekt), u"geluidsbestand ontbreekt"_s);

@@ -150,7 +150,7 @@ TEST_F(ListeningWindow, AnotherMomentIsPlannedAgain) {
   block_.spots[2].facts.startUur = 12;
   Open();
   EXPECT_EQ(Strip().ClipCount(), 3U);
-  Pick(u"optOgenblik"_s);
+  Pick(u"optMoment"_s);
   Child<controls::DateCombo>(*window_, u"datDag"_s).SetText(u"12-03-2025"_s);
   Child<controls::ComboBox>(*window_, u"cboUur"_s).SetListIndex(8);
   AwaitPlan();
@@ -192,7 +192,7 @@ TEST_F(ListeningWindow, ASilentBlockSaysSoAndPlaysNothing) {
   block_.aktief = false;
   Open();
   EXPECT_EQ(Strip().ClipCount(), 0U);
-  EXPECT_EQ(Strip().EmptyText(), u"Dit blok is op dit ogenblik stil: het item is niet aktief."_s);
+  EXPECT_EQ(Strip().EmptyText(), u"Dit blok is op dit moment stil: het item is niet aktief."_s);
   EXPECT_FALSE(Child<QPushButton>(*window_, u"cmdPlay"_s).isEnabled());
   QTest::keyClick(window_.get(), Qt::Key_Space, Qt::ControlModifier);
   QTest::keyClick(window_.get(), Qt::Key_M, Qt::ControlModifier);
@@ -223,7 +223,7 @@ TEST_F(ListeningWindow, HoldsUnderAThousandRandomOperations) {
   for (int i = 0; i < 1000; ++i) {
     const unsigned what = random() % 13;
     if (what < 4) Click(*window_, buttons[static_cast<qsizetype>(what)]);
-    if (what == 4) Pick(random() % 2 == 0 ? u"optNu"_s : u"optOgenblik"_s);
+    if (what == 4) Pick(random() % 2 == 0 ? u"optNu"_s : u"optMoment"_s);
     if (what == 5) Child<controls::ComboBox>(*window_, u"cboUur"_s).SetListIndex(static_cast<int>(random() % 24));
     if (what == 6) QTest::keyClick(&Strip(), random() % 2 == 0 ? Qt::Key_Left : Qt::Key_PageDown);
     if (what == 7) QTest::mouseClick(&Strip(), Qt::LeftButton, {}, QPoint(static_cast<int>(random() % 600), 30));

@@ -101,7 +101,7 @@ TEST(Loudness, IsShownOnceItIsMeasured) {
   const EditorDesk desk;
   desk.AddSpot(3, u"Toon"_s, runtime::PathText(MakeMp3(desk.AudioFile(u"toon.mp3"_s), 3)));
   const auto editor = desk.OpenSpot(u"3"_s);
-  QTRY_VERIFY_WITH_TIMEOUT(LoudnessOf(*editor).contains(u" LUFS, ware piek −"_s), kLongEnough);
+  QTRY_VERIFY_WITH_TIMEOUT(LoudnessOf(*editor).contains(u" LUFS, true peak −"_s), kLongEnough);
   EXPECT_FALSE(editor->IsDirty());
 }
 
@@ -129,7 +129,7 @@ TEST(Loudness, OnlyTheLastFileAskedForIsTold) {
 }
 
 TEST(Loudness, IsWrittenInDutch) {
-  EXPECT_EQ(LoudnessText({-16.24, -0.96}), u"−16,2 LUFS, ware piek −1,0 dB"_s);
+  EXPECT_EQ(LoudnessText({-16.24, -0.96}), u"−16,2 LUFS, true peak −1,0 dBTP"_s);
   constexpr double kNone = -std::numeric_limits<double>::infinity();
   EXPECT_EQ(LoudnessText({kNone, kNone}), u"te stil of te kort om de luidheid te meten"_s);
 }

@@ -70,7 +70,7 @@ std::shared_ptr<Catalog> ReadAnyCase(const ServerAddress& address) {
 
 void CheckServerName(const QString& name) {
   if (name.toUtf8().size() <= kLongestServerName) return;
-  throw runtime::Error(u"De naam '%1' is te lang voor de databaseserver: hoogstens 63 bytes."_s.arg(name));
+  throw runtime::Error(u"De naam '%1' is te lang voor de databaseserver: maximaal 63 bytes."_s.arg(name));
 }
 
 QStringList NamesOf(const IndexDef& index) {

@@ -58,7 +58,7 @@ void CheckTable(const TableDefinition& table) {
   CheckReferences(table.indexes);
   if (table.columns.empty() || table.columns.size() > table_definition::kMostColumns)
     Refuse("een tabel heeft 1 tot 255 velden.");
-  if (table.indexes.size() > kMostIndexes) Refuse("een tabel heeft hoogstens 32 indexen.");
+  if (table.indexes.size() > kMostIndexes) Refuse("een tabel heeft maximaal 32 indexen.");
   for (const ColumnDefinition& column : table.columns) {
     if (column.type == ColumnType::SystemBinary)
       Refuse("het veld '" + ToUtf8(column.name) + "' is van een onbekende soort.");

@@ -45,15 +45,15 @@ TEST(AirLog, LiquidsoapsLogTellsSecondsSpotAndItem) {
 
 TEST(AirLog, ATableMayHaveAnyOrderAndEitherSeparator) {
   for (const QByteArray& table :
-       {QByteArray("Ogenblik,ItemSpot,Item\r\n2025-03-11 14:32:07,41,12\r\n"),
-        QByteArray("\xEF\xBB\xBFItemSpot;Naam;Ogenblik;Item\n41;\"x\";\"11-03-2025 14:32:07\";12\n")}) {
+       {QByteArray("Moment,ItemSpot,Item\r\n2025-03-11 14:32:07,41,12\r\n"),
+        QByteArray("\xEF\xBB\xBFItemSpot;Naam;Moment;Item\n41;\"x\";\"11-03-2025 14:32:07\";12\n")}) {
     const auto airings = ReadAirLog(table, u"x"_s);
     ASSERT_EQ(airings.size(), 1U) << table.toStdString();
     EXPECT_EQ(airings[0].spotID, 41);
     EXPECT_EQ(airings[0].itemID, 12);
     EXPECT_EQ(airings[0].moment, QDateTime(QDate(2025, 3, 11), QTime(14, 32, 7)));
   }
-  EXPECT_EQ(ReadAirLog("ItemSpot,Ogenblik\n41,2025-03-11 14:32:07\n", u"x"_s).size(), 1U);
+  EXPECT_EQ(ReadAirLog("ItemSpot,Moment\n41,2025-03-11 14:32:07\n", u"x"_s).size(), 1U);
 }
 
 TEST(AirLog, ACutLogTellsTheSpotsOfOneDay) {
@@ -86,9 +86,9 @@ TEST(AirLog, ADateThatMayBeTwoDaysIsAsked) {
 TEST(AirLog, WhatIsWrongIsNamedWithItsLine) {
   EXPECT_TRUE(Says("zomaar\n", "'x.log', regel 1"));
   EXPECT_TRUE(Says("1763820003,41,12\nstuk\n", "regel 2"));
-  EXPECT_TRUE(Says("Ogenblik,ItemSpot\n2025-03-11 14:32:07,veel\n", "'veel'"));
-  EXPECT_TRUE(Says("Ogenblik,ItemSpot\nmorgen,4\n", "'morgen'"));
-  EXPECT_TRUE(Says("Ogenblik,ItemSpot\n2025-03-11 14:32:07\n", "ontbreekt"));
+  EXPECT_TRUE(Says("Moment,ItemSpot\n2025-03-11 14:32:07,veel\n", "'veel'"));
+  EXPECT_TRUE(Says("Moment,ItemSpot\nmorgen,4\n", "'morgen'"));
+  EXPECT_TRUE(Says("Moment,ItemSpot\n2025-03-11 14:32:07\n", "ontbreekt"));
   EXPECT_TRUE(Says(CutLog("2025-03-11", "geen tijd\n"), "regel 4"));
 }
 

@@ -72,8 +72,7 @@ TEST_P(EveryFileSystem, TellsAMissingFileByName) {
     FAIL();
   } catch (const Error& error) {
     EXPECT_EQ(error.Code(), ErrorCode::NotFound);
-    EXPECT_EQ(error.what(),
-              "Kan het bestand '" + At("none").string() + "' niet openen: het bestand of de map bestaat niet.");
+    EXPECT_EQ(error.what(), "Het bestand '" + At("none").string() + "' bestaat niet.");
   }
 }
 
