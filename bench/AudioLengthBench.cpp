@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-// The exact length of sound files, beside the tools that people ask for it.
-// First the time for a spot of 30 seconds and for an hour, ours also within a program that links the library. Then more
-// than a thousand MP3 files of every kind and some WAV: how often each tool is wrong by more than a millisecond, held
-// against what went into the files. Fails when ours is. usage: AudioLengthBench
+// The exact length of sound files, compared with the tools commonly used for it. First the time for a spot of 30
+// seconds and for an hour, ours also within a program that links the library. Then more than a thousand MP3 files of
+// every kind and some WAV: how often each tool is wrong by more than a millisecond, compared with the sound that was
+// encoded. Fails when ours is wrong. usage: AudioLengthBench
 #include "bench/Figures.h"
 #include "bench/LengthFiles.h"
 #include "bench/LengthTools.h"
@@ -32,7 +32,7 @@ using bench::Median;
 using bench::MillisecondsOf;
 
 constexpr int kRuns = 5;
-// Ours is told in whole milliseconds.
+// Ours is given in whole milliseconds.
 constexpr double kAllowedMs = 1;
 
 // --- time
@@ -89,14 +89,14 @@ void CompareTimes(const fs::path& folder, const std::vector<LengthTool>& tools) 
 
 // --- exactness
 
-// How one tool did on one kind of file.
+// Results of one tool on one kind of file.
 struct Score {
   int wrong = 0;
   int silent = 0;
   double worstMs = 0;
 };
 
-// The distance to the nearest length that is right.
+// The distance to the nearest correct length.
 double ErrorMs(const LengthFile& file, double told) {
   double least = HUGE_VAL;
   for (const std::int64_t samples : file.samples)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// A thousand blocks of twenty spots: how long the marks of the item list take, how long its window is deaf meanwhile,
-// and how long spotrooster-db takes to write them all for a playout system, the first time and again. usage:
-// BlocksBench [BLOCKS] [SPOTS]
+// A thousand blocks of twenty spots: the time until the item list shows all marks, the longest freeze of its window
+// meanwhile, and the time spotrooster-db needs to write all blocks for a playout system, the first time and again.
+// usage: BlocksBench [BLOCKS] [SPOTS]
 #include "bench/Plain.h"
 #include "bench/SpotStation.h"
 #include "catalogue/frmItems.h"
@@ -37,7 +37,7 @@ dao::Value Number(int value) {
   return std::int64_t{value};
 }
 
-// Each spot gets a file of its own; half of the blocks play in random order.
+// Each spot has its own file; half of the blocks play in random order.
 void Fill(const bench::SpotStation& station, int blocks, int spots) {
   audio::ToneOptions tone;
   tone.seconds = 0.5;
@@ -89,7 +89,7 @@ void Fill(const bench::SpotStation& station, int blocks, int spots) {
 void BenchMarks() {
   frmItems form(nullptr);
   form.show();
-  // One file is missing: the count line says so once all files were looked at.
+  // One file is missing: the count line says so once all files have been checked.
   const auto& count = *form.findChild<QLabel*>(u"lblAantal"_s);
   const auto areThere = [&] { return count.text().contains(u"te kort"_s); };
   QElapsedTimer all;

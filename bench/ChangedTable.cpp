@@ -28,7 +28,7 @@ struct Spot {
   int day;
 };
 
-// The same words for both engines.
+// The same statements for both engines.
 QString InsertSql(const Spot& spot) {
   return u"INSERT INTO tblItemSpots (ID, Naam, Path, LengteSec, StartDatum, Aktief) VALUES (%1, '%2', '%3', %4, %5, 1)"_s
       .arg(QString::number(spot.id), spot.name, spot.path, QString::number(spot.length), QString::number(spot.day));

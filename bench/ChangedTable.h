@@ -9,7 +9,7 @@
 
 namespace bench {
 
-// What all rows of a ChangedTable hold together.
+// The total over all rows of a ChangedTable.
 struct Totals {
   qint64 rows = 0;
   qint64 ids = 0;
@@ -19,27 +19,27 @@ struct Totals {
   bool operator==(const Totals&) const = default;
 };
 
-// A table of item-spots in a file of its own, with a key on ID and an index on StartDatum, both changed by every
-// change. Each change is a transaction of its own, durable when the call returns.
+// A table of item-spots in its own file, with a key on ID and an index on StartDatum, both updated by every change.
+// Each change is its own transaction, durable when the call returns.
 class ChangedTable {
  public:
   virtual ~ChangedTable() = default;
   virtual QString Name() const = 0;
   virtual QString Path() const = 0;
 
-  // The rows 1 to `rows`, in one transaction.
+  // Inserts the rows 1 to `rows` in one transaction.
   virtual void Fill(int rows) = 0;
   virtual void Insert(int id) = 0;
-  // Gives the row another name, length and day, which depend on `version`.
+  // Gives the row a new name, length and day that depend on `version`.
   virtual void Update(int id, int version) = 0;
   virtual void Delete(int id) = 0;
   virtual Totals Read() = 0;
 };
 
-// By SQL, each statement through an opening of its own, as the planner does it: what the thread opened last is kept,
-// and its files are those of a dao::FileSystemScope.
+// By SQL, opening the database for each statement as the planner does: the thread keeps the last opened file, and its
+// files are those of a dao::FileSystemScope.
 std::unique_ptr<ChangedTable> TableOfDao(const QString& folder);
-// By the library below the SQL.
+// By the library below SQL.
 std::unique_ptr<ChangedTable> TableOfJet(const QString& folder, jet::FileSystem& files);
 // Rollback journal, synchronous=EXTRA.
 std::unique_ptr<ChangedTable> TableOfSqlite(const QString& folder);

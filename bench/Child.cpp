@@ -13,7 +13,7 @@ namespace bench {
 
 namespace {
 
-// Takes the lines apart as they come: the first run of digits of each is its key.
+// Parses the lines as they arrive: the first run of digits of each is its key.
 class LineSums {
  public:
   void Add(const char* text, std::size_t size) {

@@ -7,7 +7,7 @@
 
 namespace bench {
 
-// What a program did that was run for its output and its use of the machine.
+// Output and resource use of a finished program.
 struct ChildRun {
   std::size_t lines = 0;    // on standard output, with the header
   std::int64_t keySum = 0;  // of the first whole number of each line
@@ -16,8 +16,8 @@ struct ChildRun {
   double peakMegabytes = 0;
 };
 
-// Runs `words` (a program that is looked for in PATH, and its arguments) with a pipe as standard output, and reads
-// that to its end. A program that is not there or fails gives no lines.
+// Runs `words` (a program from PATH, and its arguments) with a pipe as standard output, and reads that to its end. A
+// program that does not exist or fails gives no lines.
 ChildRun RunChild(const std::vector<std::string>& words);
 
 }  // namespace bench

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Refreshing the local copy of the catalogue: 100 000 item-spots deleted and copied anew from the server's file to the
-// local one, a durable statement each, beside SQLite doing the same (ATTACH, rollback journal, full sync) on the same
-// disk. Rounds alternate; the middle of them counts. usage: CopyBench [ROWS [FOLDER]]
+// Refreshing the local copy of the catalogue: 100 000 item-spots deleted and copied again from the server's file to the
+// local one, each a durable statement, compared with SQLite doing the same (ATTACH, rollback journal, full sync) on the
+// same disk. Rounds alternate; the median counts. usage: CopyBench [ROWS [FOLDER]]
 #include "bench/Figures.h"
 #include "bench/Plain.h"
 #include "data/Schema.h"

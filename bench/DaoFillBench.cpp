@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Filling a list of 50 000 item-spots as the screens do (open, select with filter and order, walk, release), beside
-// plain SQLite doing the same query on the same rows; then what a small statement costs apart from its syncs.
+// Filling a list of 50 000 item-spots as the screens do (open, select with filter and order, read, close), compared
+// with plain SQLite doing the same query on the same rows; then the cost of a small statement without its syncs.
 #include "bench/Figures.h"
 #include "platform/dao/Database.h"
 #include "platform/dao/Storage.h"
@@ -50,7 +50,7 @@ void Check(bool fine, const char* what) {
   if (!fine) throw runtime::Error(QString::fromLatin1(what));
 }
 
-// The plain file: the same fields, names compared without letter case.
+// The SQLite file: the same fields, names compared without letter case.
 void MakePlain(const QString& path, const std::vector<QString>& names) {
   sqlite3* file = nullptr;
   Check(sqlite3_open(QFile::encodeName(path).constData(), &file) == SQLITE_OK, "open");
@@ -128,7 +128,7 @@ std::vector<Line> FillOurs(const QString& path) {
   return lines;
 }
 
-// The least processor time of several runs: other programs on the machine do not count.
+// The smallest processor time of several runs, so that other programs do not count.
 double BestMilliseconds(const std::function<void()>& action) {
   double best = 1e9;
   for (int run = 0; run < kRuns; ++run) {
@@ -169,7 +169,7 @@ int main() {
   try {
     const QTemporaryDir folder;
     const std::vector<QString> names = RandomNames();
-    // Ours first: its first statement sets the SQL library up for the process, and both are measured with that set-up.
+    // Ours first: its first statement initialises the SQL library for the process, and both are measured initialised.
     MakeOurs(folder.filePath(u"ours.mdb"_s), names);
     FillOurs(folder.filePath(u"ours.mdb"_s));
     MakePlain(folder.filePath(u"plain.db"_s), names);

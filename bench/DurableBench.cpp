@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: MIT
-// Changing a table row by row, every change durable: inserts, updates and deletes of rows of a table with two indexes
-// that holds 10 000 rows before, by SQL and by the library below it, beside SQLite (rollback journal,
-// synchronous=EXTRA) with the same statements on the same disk. Blocks alternate, so that what the disk does meanwhile
-// meets all; a median of the blocks counts. Then the same in memory (/dev/shm), where waiting for the disk costs
-// nothing: our own work.
-// usage: DurableBench [CHANGES [FOLDER]]       of each kind, 1000 when not told: a disk whose syncs take milliseconds
-//        is through in minutes; the folder is SPOTROOSTER_BENCH_FOLDER or beside this program
+// Changing a table row by row, every change durable: inserts, updates and deletes in a table with two indexes and
+// 10 000 rows, by SQL and by the library below it, compared with SQLite (rollback journal, synchronous=EXTRA) with the
+// same statements on the same disk. Blocks alternate, so that other load on the disk affects all; the median of the
+// blocks counts. Then the same in memory (/dev/shm), where syncs cost nothing and only our own work is measured.
+// usage: DurableBench [CHANGES [FOLDER]]       of each kind, default 1000: a disk whose syncs take milliseconds
+//        needs minutes; the folder is SPOTROOSTER_BENCH_FOLDER or that of this program
 //        DurableBench alone dao|jet|sqlite insert|update|delete CHANGES       one kind in memory, for a profiler
 #include "bench/BenchFolder.h"
 #include "bench/ChangedTable.h"
@@ -47,7 +46,7 @@ const std::vector<Kind> kKinds = {{"insert", [](ChangedTable& table, int id) { t
                                   {"update", [](ChangedTable& table, int id) { table.Update(id, 5); }},
                                   {"delete", [](ChangedTable& table, int id) { table.Delete(id); }}};
 
-// New rows come by their numbers; which of them changes or goes next is anybody's guess.
+// New rows come in key order; rows to change or delete are chosen at random.
 std::vector<int> Ids(const Kind& kind, int changes) {
   std::vector<int> ids(static_cast<std::size_t>(changes));
   std::iota(ids.begin(), ids.end(), kStanding + 1);
@@ -101,7 +100,7 @@ class Contest {
     Print(kind, times, spent);
   }
 
-  // As many inserts as there are rows, durable as a whole, and then their deletes.
+  // As many inserts as there are rows, durable as one transaction, and then their deletes.
   void RunOneStatement() {
     const QString insert =
         u"INSERT INTO tblItemSpots (ID, Naam, Path, LengteSec, StartDatum, Aktief) "
@@ -143,7 +142,7 @@ class Contest {
   bench::TimedFiles files_;
   dao::FileSystemScope scope_;
   int changes_;
-  QByteArray place_;  // ends the names of the reported rows
+  QByteArray place_;  // appended to the names of the reported rows
   std::vector<std::unique_ptr<ChangedTable>> tables_;
 };
 
@@ -152,7 +151,7 @@ void Compare(const QString& folder, int changes) {
   Contest(folder, changes).Run();
 }
 
-// `changes` of one kind, and nothing beside it: the cost of a change is the difference of two numbers of changes.
+// Only `changes` of one kind: the cost of a change is the difference between two counts of changes.
 int RunAlone(const QString& who, const QString& what, int changes) {
   const QTemporaryDir folder(kMemory + u"/durable-bench-XXXXXX"_s);
   const auto table = who == u"sqlite"_s ? bench::TableOfSqlite(folder.path())

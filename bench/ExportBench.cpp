@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-// The offline log: a million statements written to an export file, read, written and synced, beside the sqlite3 shell
-// writing the same rows of the same text to a file that is then synced; and two thousand statements logged one by one,
-// beside SQLite, each a look for the highest number and an insert, durable on both sides. The files are compared.
-// usage: ExportBench [STATEMENTS [LOGGED [FOLDER]]]
+// The offline log: a million statements written to an export file, read, written and synced, compared with the sqlite3
+// shell writing the same rows to a file that is then synced; and two thousand statements logged one by one, compared
+// with SQLite, each a query for the highest number and an insert, durable on both sides. The files are compared. usage:
+// ExportBench [STATEMENTS [LOGGED [FOLDER]]]
 #include "bench/Child.h"
 #include "bench/Figures.h"
 #include "bench/Plain.h"
@@ -36,9 +36,9 @@ namespace {
 
 constexpr int kRounds = 3;
 constexpr int kLogRounds = 10;
-constexpr int kRowsATurn = 50000;  // what a turn changes is held in memory
+constexpr int kRowsATurn = 50000;  // the changes of a transaction are held in memory
 
-// As an editor that saves a spot would log it.
+// A statement as an editor logs it when it saves a spot.
 QString Statement(int number) {
   ItemSpotRow row;
   row.id = number;
@@ -130,7 +130,7 @@ void WriteExport(int count, const QString& place) {
   bench::Report("export-memory", QString::number(PeakMegabytes(), 'f', 0).toStdString() + " MB");
 }
 
-// The part of every write procedure that logs.
+// The part of every write procedure that logs the statement.
 void LogOurs(int first, int count) {
   for (int i = 0; i < count; ++i) {
     const qint32 id = GetNewID(u"tblOfflineLog"_s, u"ID"_s, global.localDatabasePath);

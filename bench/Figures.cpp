@@ -8,9 +8,9 @@
 namespace bench {
 namespace {
 
-std::string Text(const char* format, double value) {
+std::string Text(double value, int decimals, const char* unit = "") {
   char text[32];
-  std::snprintf(text, sizeof text, format, value);
+  std::snprintf(text, sizeof text, "%.*f%s", decimals, value, unit);
   return text;
 }
 
@@ -20,7 +20,7 @@ void Report(const std::string& id, const std::string& ours, const std::string& b
   const char* path = std::getenv("SPOTROOSTER_BENCH_FIGURES");
   if (path == nullptr) return;
   std::ofstream(path, std::ios::app) << id << '\t' << ours << '\t' << beside << '\t'
-                                     << (ratio ? Text("%.2f", *ratio) : std::string()) << '\n';
+                                     << (ratio ? Text(*ratio, 2) : std::string()) << '\n';
 }
 
 void ReportTimes(const std::string& id, double ours, const std::string& other, double beside) {
@@ -28,10 +28,10 @@ void ReportTimes(const std::string& id, double ours, const std::string& other, d
 }
 
 std::string Milliseconds(double value) {
-  if (value >= 1000) return Text("%.2f s", value / 1000);
-  if (value >= 100) return Text("%.0f ms", value);
-  if (value >= 10) return Text("%.1f ms", value);
-  return Text(value >= 1 ? "%.2f ms" : "%.3f ms", value);
+  if (value >= 1000) return Text(value / 1000, 2, " s");
+  if (value >= 100) return Text(value, 0, " ms");
+  if (value >= 10) return Text(value, 1, " ms");
+  return Text(value, value >= 1 ? 2 : 3, " ms");
 }
 
 }  // namespace bench

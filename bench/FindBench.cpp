@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Finding as you type among 100 000 item-spots: from the key to the list that shows what is left, beside the SQLite
-// query that would find the same rows by LIKE. By the clock, each key once a round. usage: FindBench [ROWS]
+// Finding as you type among 100 000 item-spots: from the key press to the list with the matching rows, compared with an
+// SQLite query that finds the same rows by LIKE. Elapsed time, each key once a round. usage: FindBench [ROWS]
 #include "bench/Figures.h"
 #include "bench/Plain.h"
 #include "bench/SpotStation.h"
@@ -26,7 +26,7 @@ namespace {
 constexpr int kRounds = 5;
 constexpr double kMsPerNs = 1e-6;
 
-// What a planner types: words of names, digits, and what is nowhere to be found.
+// What a planner types: words of names, digits, and text without a match.
 const QStringList& Words() {
   static const QStringList words{u"bakkerij"_s, u"tuincentrum van damme 7"_s, u"99"_s, u"café"_s, u"damme 4242"_s,
                                  u"xyz"_s};
@@ -43,7 +43,7 @@ struct Times {
   }
 };
 
-// The rows whose name holds the text, taken over into texts and numbers as the list has them.
+// The rows whose name contains the text, converted to texts and numbers as in the list.
 int RowsLike(sqlite3_stmt* select, const QString& text) {
   const QByteArray pattern = u"%%1%"_s.arg(text).toUtf8();
   sqlite3_bind_text(select, 1, pattern.constData(), static_cast<int>(pattern.size()), SQLITE_TRANSIENT);
@@ -59,7 +59,7 @@ int RowsLike(sqlite3_stmt* select, const QString& text) {
 void Press(QWidget& field, int key, const QString& text) {
   QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, text);
   QCoreApplication::sendEvent(&field, &press);
-  QCoreApplication::sendPostedEvents();  // and with it the list's new picture
+  QCoreApplication::sendPostedEvents();  // also repaints the list
 }
 
 class Finding {
@@ -99,8 +99,8 @@ class Finding {
   Times times_;
 };
 
-// Until the marks stand, so that nothing else is measured with the keys: the count line tells the length of all once
-// their rows are read, and the looks at the files come soon after.
+// Waits for all marks so that only the keys are measured: the count line shows the total length once all rows are read,
+// and the file checks finish soon after.
 void LetMarksSettle(const QWidget& form) {
   constexpr int kSettleMs = 3000;
   const auto* count = form.findChild<QLabel*>(u"lblAantal"_s);

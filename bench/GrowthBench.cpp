@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
-// What grows with the catalogue and what does not: a table of 10^3 to 10^6 item-spots, read whole and changed one row
-// at a time. Reading has to grow as the rows do; an insert and a save (a keyed update) not at all, whether the file is
-// open already or opened for that one statement and let go of. The times of changes leave out what waiting for the disk
-// takes, which is told beside them.
-// usage: GrowthBench [FOLDER]      the folder is SPOTROOSTER_BENCH_FOLDER or beside this program
-//        GrowthBench read FILE     reads all fields of all rows once, for the memory that takes
+// How costs grow with the catalogue: a table of 10^3 to 10^6 item-spots, read completely and changed one row at a time.
+// Reading may grow linearly; an insert and a save (a keyed update) must not grow, whether the file is already open or
+// opened for that one statement. The times of changes exclude waiting for the disk, which is printed separately.
+// usage: GrowthBench [FOLDER]      the folder is SPOTROOSTER_BENCH_FOLDER or that of this program
+//        GrowthBench read FILE     reads all fields of all rows once, to measure the memory needed
 #include "bench/BenchFolder.h"
 #include "bench/ChangedTable.h"
 #include "bench/Child.h"
@@ -30,10 +29,10 @@ using bench::Require;
 
 namespace {
 
-constexpr int kChanges = 60;  // of each kind; an insert among them needs a new page
+constexpr int kChanges = 60;  // of each kind; one of the inserts needs a new page
 constexpr int kReadings = 3;
 
-// What one change takes without waiting for the disk, in milliseconds.
+// The time of one change without waiting for the disk, in milliseconds.
 struct Cost {
   double median = 0;
   double worst = 0;
@@ -96,7 +95,7 @@ class Grown {
   }
 
  private:
-  // In a process of its own, whose memory is told.
+  // In its own process, whose peak memory is reported.
   void Read() {
     const std::string self = std::filesystem::read_symlink("/proc/self/exe");
     for (int i = 0; i < kReadings; ++i) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The item editor with many item-spots in one item: opening it, moving lines, saving it. Beside the opening: SQLite
-// looking up as many names by key, one prepared statement each. usage: ItemEditorBench [SPOTS [FOLDER]]
+// The item editor with many item-spots in one item: opening it, moving lines, saving it. Opening is compared with
+// SQLite looking up as many names by key, one prepared statement each. usage: ItemEditorBench [SPOTS [FOLDER]]
 #include "bench/Figures.h"
 #include "bench/Plain.h"
 #include "bench/SpotStation.h"
@@ -27,7 +27,7 @@ void Execute(const QString& statement) {
   dao::OpenDatabase(global.serverDatabasePath).Execute(statement);
 }
 
-// One item that lists `spots` different item-spots, made by doubling.
+// One item with `spots` different item-spots, made by doubling.
 void FillStation(int spots) {
   Execute(u"INSERT INTO tblItems (ID, Naam, ItemSpotsOptID, Aktief, Locked) VALUES (1, \"Groot blok\", 1, 1, 0)"_s);
   Execute(u"INSERT INTO tblItemSpots (ID, Naam, LengteSec, Aktief) VALUES (1, \"Bakkerij Van Damme\", 30, 1)"_s);

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Saving an item with many spots: each link is a statement of its own, and durable, beside as many single durable
-// inserts into SQLite on the same disk (rollback journal, synchronous=EXTRA). usage: ItemSaveBench [FOLDER] (default:
-// here)
+// Saving an item with many spots: each link is a durable statement; compared with as many single durable inserts into
+// SQLite on the same disk (rollback journal, synchronous=EXTRA). usage: ItemSaveBench [FOLDER] (default: here)
 #include "bench/Figures.h"
 #include "bench/Plain.h"
 #include "bench/SpotStation.h"
@@ -21,7 +20,7 @@ namespace {
 
 constexpr int kSpots = 1000;
 
-// The writes of one save, in their order.
+// The writes of one save, in order.
 qint64 SaveItemMs() {
   QElapsedTimer timer;
   timer.start();

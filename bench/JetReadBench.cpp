@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-// Reading a database file: all fields of 100 000 rows of 12 fields, and the same as CSV through a pipe, beside mdbtools
-// and mdb-reader; 10 000 rows; one row by its key in tables of a thousand to a million rows. Processor time.
+// Reading a database file: all fields of 100 000 rows of 12 fields, and the same as CSV through a pipe, compared with
+// mdbtools and mdb-reader; 10 000 rows; one row by its key in tables of a thousand to a million rows. Processor time.
 // usage: JetReadBench [scan FILE | csv FILE | make FILE ROWS | alone]
-// scan and csv are one reading, for a profiler; alone leaves out what takes the time of other programs.
+// scan and csv do one reading, for a profiler; alone leaves out the other programs.
 #include "bench/Child.h"
 #include "bench/Figures.h"
 #include "platform/jet/database/Database.h"
@@ -105,7 +105,7 @@ int Make(const std::string& path, std::size_t rows) {
   return 0;
 }
 
-// In another process: what it takes would be counted for the programs that are started from here.
+// In another process: its memory would otherwise be counted for the programs started from here.
 std::string MakeFile(const std::string& self, const std::filesystem::path& folder, std::size_t rows) {
   std::string path = folder / (std::to_string(rows) + ".mdb");
   bench::RunChild({self, "make", path, std::to_string(rows)});
@@ -113,7 +113,7 @@ std::string MakeFile(const std::string& self, const std::filesystem::path& folde
   return path;
 }
 
-// What all fields of all rows hold together: the same whoever adds it up.
+// The total over all fields of all rows, the same for every reader.
 struct Sums {
   std::int64_t rows = 0;
   double numbers = 0;
@@ -178,7 +178,7 @@ double MillisecondsOf(const std::function<void()>& work) {
   return 1000.0 * static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
 }
 
-// One reader of the file in a process of its own, and what its lines must add up to.
+// One reader of the file in its own process, and the expected total of its lines.
 struct Reader {
   const char* name;
   std::vector<std::string> words;
@@ -186,7 +186,7 @@ struct Reader {
   std::int64_t keySum;
 };
 
-// The run of the least processor time of several; nothing when the program is not there.
+// The run with the smallest processor time of several; nothing when the program does not exist.
 bench::ChildRun Best(const Reader& reader) {
   bench::ChildRun best;
   for (int i = 0; i < kRuns; ++i) {
@@ -244,7 +244,7 @@ void TimeRows(const std::string& path, std::size_t rows) {
   bench::Report("read-10000", bench::Milliseconds(best));
 }
 
-// Row by key: within an open database, and with opening it.
+// Row by key: in an open database, and including opening it.
 void TimeLookups(const std::string& path, std::size_t rows) {
   constexpr int kLookups = 2'000;
   std::minstd_rand random(3);
@@ -263,7 +263,7 @@ void TimeLookups(const std::string& path, std::size_t rows) {
     for (int i = 0; i < kLookups; ++i)
       lookUp(*database);
   });
-  database.reset();  // an opening would share it
+  database.reset();  // a second opening would share it
   const double opening = MillisecondsOf([&] {
     for (int i = 0; i < kLookups; ++i)
       lookUp(*jet::Database::Open(path));

@@ -9,24 +9,24 @@
 
 namespace bench {
 
-// A sound file of which it is known what went into it.
+// A sound file whose content is known.
 struct LengthFile {
   std::filesystem::path path;
   std::string kind;
   int sampleRate = 0;
   int channels = 0;
-  // Samples of each channel that are its sound. Two where a header tells of padding at the beginning, or that there is
-  // none, but little else that is true: whoever believes that part of it is as right as who does not.
+  // Samples of each channel that belong to the sound. Two values where a header gives padding at the beginning, or
+  // none, but is wrong otherwise: believing that part of it is as correct as ignoring it.
   std::vector<std::int64_t> samples;
 };
 
-// One file a call, by its path; the caller may remove it then.
+// Called once for each file with its path; the file may be removed afterwards.
 using TakeFile = std::function<void(const LengthFile&)>;
 
 // MP3 of all rates, one and two channels, constant, average, variable and free bit rate, made by the encoder lame, each
-// with headers of several kinds and none, tags, pictures, junk, and cut: more than a thousand. Returns how many.
+// with several kinds of headers and none, tags, pictures, junk, and truncated: more than a thousand. Returns how many.
 int MakeMp3Files(const std::filesystem::path& folder, const TakeFile& take);
-// WAV of several rates, widths and channels, some with headers that lie.
+// WAV of several rates, widths and channels, some with wrong headers.
 int MakeWavFiles(const std::filesystem::path& folder, const TakeFile& take);
 
 }  // namespace bench

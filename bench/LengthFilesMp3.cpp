@@ -18,7 +18,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// One encoding: what the encoder was given, and what it made of that.
+// One encoding: the options of the encoder and its output.
 struct Encoding {
   std::string name;
   int sampleRate = 0;
@@ -27,7 +27,7 @@ struct Encoding {
   Mp3Frames frames;
 };
 
-// Random, the same on every run, and without the byte with which a frame begins.
+// Random, the same in every run, and without the byte with which a frame begins.
 std::string Junk(std::size_t size) {
   static std::mt19937 random(20250131);
   std::string junk(size, '\0');
@@ -36,7 +36,7 @@ std::string Junk(std::size_t size) {
   return junk;
 }
 
-// An ID3v2 tag with a picture, full of what looks like frames. Its size stands in steps of seven bits.
+// An ID3v2 tag with a picture full of bytes that look like frames. Its size has seven bits a byte.
 std::string TagWithPicture(const std::string& frame, std::size_t pictureBytes) {
   std::string picture("image/jpeg\0\3\0\xFF\xD8", 15);
   while (picture.size() < pictureBytes)
@@ -79,8 +79,8 @@ std::vector<Variant> WholeSound(const Encoding& from) {
   const std::string sound = mp3.Sound();
   const std::string whole = mp3.header + sound;
   const std::string tag = TagWithPicture(mp3.frames.front(), 300'000);
-  const std::int64_t known = from.encoded;                  // a header tells the padding
-  const std::int64_t all = mp3.Samples(mp3.frames.size());  // nothing does
+  const std::int64_t known = from.encoded;                  // a header gives the padding
+  const std::int64_t all = mp3.Samples(mp3.frames.size());  // no header does
   return {{"encoder's header", whole, {known}},
           {"no header", sound, {all}},
           {"VBRI header", mp3.VbriHeader() + sound, {all}},
@@ -92,7 +92,7 @@ std::vector<Variant> WholeSound(const Encoding& from) {
           {"ID3v2, APE and ID3v1", tag + whole + ApeTag() + OldTag(), {known}},
           {"junk in front", Junk(2000) + whole, {known}},
           {"junk in front, no header", Junk(2000) + sound, {all}},
-          {"zeros behind", whole + std::string(8192, '\0'), {known}}};
+          {"zeros after", whole + std::string(8192, '\0'), {known}}};
 }
 
 std::vector<Variant> ChangedSound(const Encoding& from) {
@@ -104,13 +104,13 @@ std::vector<Variant> ChangedSound(const Encoding& from) {
   const auto stale = [&](std::size_t frames) {
     return std::vector{mp3.Samples(frames), mp3.Samples(frames) - mp3.delay};
   };
-  return {
-      {"cut, old header", mp3.header + first, stale(half)},
-      {"cut within a frame, old header", mp3.header + first + piece, stale(half)},
-      {"cut within a frame, no header", first + piece, {mp3.Samples(half)}},
-      {"header of a longer file", mp3.HeaderTelling(static_cast<std::uint32_t>(2 * count)) + mp3.Sound(), stale(count)},
-      {"another recording behind", mp3.header + mp3.Sound() + mp3.Sound(), {from.encoded + mp3.Samples(count)}},
-      {"junk within, no header", first + Junk(3000) + mp3.Sound(half, count), {mp3.Samples(count)}}};
+  return {{"cut, old header", mp3.header + first, stale(half)},
+          {"cut within a frame, old header", mp3.header + first + piece, stale(half)},
+          {"cut within a frame, no header", first + piece, {mp3.Samples(half)}},
+          {"header of a longer file", mp3.HeaderWithFrameCount(static_cast<std::uint32_t>(2 * count)) + mp3.Sound(),
+           stale(count)},
+          {"another recording after", mp3.header + mp3.Sound() + mp3.Sound(), {from.encoded + mp3.Samples(count)}},
+          {"junk within, no header", first + Junk(3000) + mp3.Sound(half, count), {mp3.Samples(count)}}};
 }
 
 std::string Content(const fs::path& file) {
@@ -130,14 +130,14 @@ Encoding Encode(const fs::path& folder, int sampleRate, int channels, const std:
   const std::string kilohertz = std::to_string(sampleRate / 1000.0);
   const std::string command = "lame --quiet --resample " + kilohertz + ' ' + mode + " '" + wav + "' '" + mp3 + '\'';
   Require(std::system(command.c_str()) == 0, command.c_str());
-  Encoding made{mode, sampleRate, channels, std::llround(options.seconds * sampleRate), TakeApart(Content(mp3))};
+  Encoding made{mode, sampleRate, channels, std::llround(options.seconds * sampleRate), SplitFrames(Content(mp3))};
   fs::remove(wav);
   fs::remove(mp3);
   return made;
 }
 
 std::vector<std::string> Modes(int sampleRate, int channels) {
-  // Not less: a frame of constant size must have room for the encoder's header.
+  // Not smaller: a frame of constant size must have room for the encoder's header.
   const int kilobits = sampleRate >= 32000 ? 64 * channels : 64;
   std::vector<std::string> modes{"-b " + std::to_string(kilobits), "--abr " + std::to_string(kilobits), "-V 2"};
   if (sampleRate >= 32000 && channels == 2) modes.emplace_back("--freeformat -b 400");

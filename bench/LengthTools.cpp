@@ -10,14 +10,14 @@
 namespace bench {
 namespace {
 
-// What a tool prints is a number of `unit` milliseconds.
+// The tool prints a number of `unit` milliseconds.
 auto Printed(double unit) {
   return [unit](const LengthFile&, const std::string& written, double) {
     return unit * std::strtod(written.c_str(), nullptr);
   };
 }
 
-// What it writes is the sound itself, 16 bits a sample.
+// The tool writes the sound itself, 16 bits a sample.
 double Decoded(const LengthFile& file, const std::string&, double bytes) {
   return bytes * 1000 / (2.0 * file.channels * file.sampleRate);
 }

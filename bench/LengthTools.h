@@ -10,20 +10,19 @@
 
 namespace bench {
 
-// A program that tells the length of a sound file, run once a file as a process of its own.
+// A program that reports the length of a sound file, started once for each file.
 struct LengthTool {
   std::string name;
-  std::string program;                                          // looked for in PATH
+  std::string program;                                          // from PATH
   std::function<std::string(const std::string& path)> command;  // of the shell
-  // From what the program wrote (its first bytes, and how many there were) to milliseconds.
+  // Converts the program's output (its first bytes, and how many there were) to milliseconds.
   std::function<double(const LengthFile& file, const std::string& written, double bytes)> ms;
 
-  // Nothing when it tells nothing.
+  // Nothing when it reports none.
   std::optional<double> MsOf(const LengthFile& file) const;
 };
 
-// Ours (this very program, which answers to --measure) and those of mpg123, ffprobe, soxi and mediainfo that are
-// installed.
+// Ours (this program with --measure) and those of mpg123, ffprobe, soxi and mediainfo that are installed.
 std::vector<LengthTool> InstalledTools();
 
 }  // namespace bench

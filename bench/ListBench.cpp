@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The item-spot list with many records: the time to open it, to refill it and to search in it, beside the time that
-// SQLite alone needs for the same query over the same rows; how long the window is deaf while marks arrive; and the
-// time to refresh the local copy on closing.
+// The item-spot list with many records: the time to open it, to refill it and to search in it, compared with SQLite's
+// time for the same query over the same rows; the longest freeze of the window while marks arrive; and the time to
+// refresh the local copy on closing.
 #include "bench/Figures.h"
 #include "bench/SpotStation.h"
 #include "catalogue/frmItemSpots.h"
@@ -29,7 +29,7 @@ namespace {
 
 constexpr int kRuns = 5;
 
-// Processor time of the user-interface thread: what else runs on the machine does not count.
+// Processor time of the user-interface thread, so that other programs do not count.
 double ThreadMs() {
   timespec time{};
   clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
@@ -76,7 +76,7 @@ class PlainSqlite {
     Run("COMMIT");
   }
 
-  // The list's own query, every row taken over into texts and numbers.
+  // The list's own query, every row converted to texts and numbers.
   std::size_t Query() {
     std::vector<controls::ListBox::Line> lines;
     sqlite3_stmt* select = nullptr;
@@ -105,8 +105,8 @@ void Print(const char* what, double ms, double plainMs, const char* id = nullptr
     bench::Report(id, bench::Milliseconds(ms));
 }
 
-// The longest that the window is deaf while marks are read and drawn, after the first picture; and by the clock, when
-// the last of them stands.
+// The longest freeze of the window while marks are read and drawn, after the first paint; and the elapsed time until
+// the last mark is shown.
 void BenchMarks(frmItemSpots& form) {
   const auto& list = *form.findChild<controls::ListBox*>(u"lstOverzicht"_s);
   const auto areThere = [&] {
@@ -121,7 +121,7 @@ void BenchMarks(frmItemSpots& form) {
   double longest = 0;
   do {
     const double start = ThreadMs();
-    QCoreApplication::processEvents();  // never waits
+    QCoreApplication::processEvents();  // does not wait
     longest = std::max(longest, ThreadMs() - start);
   } while (!areThere());
   Print("marks: longest turn of the event loop", longest, 0, "list-longest-turn");

@@ -9,8 +9,8 @@
 namespace bench {
 namespace {
 
-// After "Xing" or "Info": flags, number of frames, of bytes, a table of 100 bytes, the quality, each four bytes but the
-// table; then the encoder's part, in which bytes 21 to 23 hold delay and padding, twelve bits each.
+// After "Xing" or "Info": flags, number of frames, of bytes, a table of 100 bytes, the quality, four bytes each except
+// the table; then the encoder's part, whose bytes 21 to 23 hold delay and padding, twelve bits each.
 constexpr std::size_t kFrameCount = 8;
 constexpr std::size_t kEncoderPart = 120;
 constexpr std::size_t kDelay = kEncoderPart + 21;
@@ -32,7 +32,7 @@ std::uint32_t NumberAt(const std::string& bytes, std::size_t at) {
   return number;
 }
 
-// The four bytes with which a frame of layer III begins.
+// The four bytes at the start of a layer III frame.
 struct FrameStart {
   explicit FrameStart(const std::string& bytes, std::size_t at)
       : version(ByteAt(bytes, at + 1) >> 3 & 3),
@@ -63,7 +63,7 @@ struct FrameStart {
   int padding;
 };
 
-// Of free format, where no header tells it: up to the next frame that begins alike.
+// Free format, without a length in the header: up to the next frame that begins the same way.
 std::size_t FreeFrameBytes(const std::string& bytes, std::size_t at) {
   for (std::size_t next = at + 400; next + 4 <= bytes.size(); ++next) {
     if (bytes.compare(next, 2, bytes, at, 2) == 0 && (ByteAt(bytes, next + 2) & 0xFC) == (ByteAt(bytes, at + 2) & 0xFC))
@@ -85,7 +85,7 @@ std::string Mp3Frames::Sound(std::size_t from, std::size_t to) const {
   return bytes;
 }
 
-std::string Mp3Frames::HeaderTelling(std::uint32_t frameCount) const {
+std::string Mp3Frames::HeaderWithFrameCount(std::uint32_t frameCount) const {
   std::string other = header;
   PutNumber(other, TagPlace(header) + kFrameCount, frameCount, 4);
   return other;
@@ -112,7 +112,7 @@ std::string Mp3Frames::VbriHeader() const {
   return vbri;
 }
 
-Mp3Frames TakeApart(const std::string& bytes) {
+Mp3Frames SplitFrames(const std::string& bytes) {
   Mp3Frames file;
   for (std::size_t at = 0; at < bytes.size();) {
     const FrameStart start(bytes, at);

@@ -11,13 +11,13 @@
 
 namespace bench {
 
-// Ends the program when the work that was measured was done wrongly.
+// Ends the program when the measured work was done wrongly.
 void Require(bool good, const char* what);
 
-// The middle one; of at least one.
+// The median; of at least one.
 double Median(std::vector<double> figures);
 
-// An SQLite file with the durability that ours has: rollback journal, synchronous=EXTRA, which syncs the folder too.
+// An SQLite file with the same durability: rollback journal, synchronous=EXTRA, which syncs the folder too.
 class Plain {
  public:
   explicit Plain(const QString& path);
@@ -33,10 +33,10 @@ class Plain {
   sqlite3* connection_ = nullptr;
 };
 
-// By the clock.
+// Elapsed time.
 double MillisecondsOf(const std::function<void()>& work);
 
-// Times of the same work done by us and by another, in turns: what else the machine does then meets both.
+// Times of the same work done by us and by another program, alternating: other load on the machine then affects both.
 class Sides {
  public:
   explicit Sides(int rounds) { ours_.reserve(static_cast<std::size_t>(rounds)); }

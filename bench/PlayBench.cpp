@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-// Playing a file in the editor of an item-spot: the processor time of the whole process as a share of one core, and the
-// moments at which the window does not answer for longer than a picture of a 60 Hz screen. First a spot whose waveform
-// is there; then an hour of sound while its waveform comes in. The sound goes to the player's own silent output, which
-// takes the frames at the clock's pace: no sound device is needed, nor measured. usage: PlayBench [SECONDS]
+// Playing a file in the editor of an item-spot: the processor time of the process as a share of one core, and how often
+// the window does not respond for longer than one frame of a 60 Hz screen. First a spot whose waveform is in the cache;
+// then an hour of sound while its waveform is computed. The sound goes to the player's silent output, which takes the
+// frames at the clock's pace: a sound device is neither needed nor measured. usage: PlayBench [SECONDS]
 #include "bench/Figures.h"
 #include "bench/Plain.h"
 #include "bench/SpotStation.h"
@@ -38,7 +38,7 @@ namespace {
 
 constexpr double kPictureMs = 16;
 constexpr int kSpotSeconds = 60;
-constexpr int kLongest = 120000;  // ms that the background work of an opening may take
+constexpr int kLongest = 120000;  // ms, limit for the background work of opening a file
 
 double CpuMs(clockid_t clock) {
   timespec time{};
@@ -46,8 +46,8 @@ double CpuMs(clockid_t clock) {
   return 1000.0 * static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e6;
 }
 
-// Ticks in the event loop of its thread: how much too late a tick comes, the thread answered to nobody. The thread's
-// processor time since the tick before tells what of that was its own work; the rest it waited for a processor.
+// A timer in the event loop of its thread: how late each tick comes is how long the thread did not respond. The
+// thread's processor time since the previous tick is its own work; the rest was waiting for a processor.
 class StallMeter {
  public:
   StallMeter() {
@@ -58,7 +58,7 @@ class StallMeter {
     tick_.start(kTickMs);
   }
 
-  // Ticks more than a picture late because of work of this program.
+  // Ticks more than a frame late because of work of this program.
   int OwnStalls() const { return ownStalls_; }
 
   void Print() const {

@@ -38,7 +38,7 @@ SpotStation::SpotStation(int rows, const QString& place)
   FillServer();
 }
 
-// Below the SQL: one turn for all rows.
+// Below SQL: one transaction for all rows.
 void SpotStation::FillServer() const {
   const auto storage = dao::OpenStorage(global.serverDatabasePath);
   const auto turn = storage->Begin(dao::Access::Write);

@@ -10,7 +10,7 @@
 
 namespace bench {
 
-// A station in a temporary folder (on the disk of `place`, a host path, when told), with that many active item-spots in
+// A station in a temporary folder (on the disk of `place`, a host path, if given), with that many active item-spots in
 // its server database; `global` is set for it, online. The names are of five kinds of shop, each with a number.
 class SpotStation {
  public:

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Starting the program, from the call to its windows on an X display without screen (Xvfb): the station's window, and
-// from its closing the main window, with 0, 10 000 and 100 000 item-spots in the catalogue. Beside it sqlitebrowser
-// opening the same rows, up to its window. By the clock, median of the rounds. usage: StartBench [PROGRAM]
+// Starting the program, from the call to its windows on an X display without screen (Xvfb): the station window, and
+// from its closing the main window, with 0, 10 000 and 100 000 item-spots in the catalogue. Compared with sqlitebrowser
+// opening the same rows, up to its window. Elapsed time, median of the rounds. usage: StartBench [PROGRAM]
 #include "bench/Figures.h"
 #include "bench/Plain.h"
 #include "bench/SpotStation.h"
@@ -31,12 +31,12 @@ namespace {
 constexpr int kRounds = 5;
 constexpr int kEndMs = 10000;
 
-// It ends with us, also when we end early.
+// Ends with this process, also when that ends early.
 void EndWithUs(QProcess& process) {
   process.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGTERM); });
 }
 
-// An X server of its own, for as long as it lives.
+// An X server that ends with this object.
 class Display {
  public:
   Display() {
@@ -58,7 +58,7 @@ class Display {
   QString name_;
 };
 
-// A program with that display, ended with this object.
+// A program on that display; ends with this object.
 class Program {
  public:
   Program(const QString& display, const QString& home, const QString& path, const QStringList& words) {

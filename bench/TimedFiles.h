@@ -5,8 +5,8 @@
 
 namespace bench {
 
-// The files of this computer, with every call counted, and the time told apart that waiting for the disk takes: syncs,
-// and removing a file, which waits until the file system has written its own log.
+// The files of this computer with every call counted, and with the time spent waiting for the disk: syncs, and removing
+// a file, which waits until the file system has written its own log.
 class TimedFiles final : public files::HookedFileSystem {
  public:
   struct Spent {
@@ -21,7 +21,7 @@ class TimedFiles final : public files::HookedFileSystem {
 
   TimedFiles();
 
-  // Since the last Forget.
+  // Since the last call of Forget.
   const Spent& Told() const { return spent_; }
   void Forget() { spent_ = {}; }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// The waveform of an MP3 of an hour: from the call to the first part of the picture, to the whole of it, and the same
-// for a file that was looked at before. Beside it the plain decode of the same file to nothing, by mpg123 and ffmpeg.
-// usage: WaveformBench [MP3]
+// The waveform of an MP3 of an hour: from the call to the first part of the picture, to the complete picture, and the
+// same for a file that was opened before. Compared with plain decoding of the same file by mpg123 and ffmpeg. usage:
+// WaveformBench [MP3]
 #include "bench/Child.h"
 #include "bench/Figures.h"
 #include "bench/Plain.h"
@@ -33,7 +33,7 @@ constexpr int kRounds = 5;
 constexpr double kPartSeconds = 300;
 constexpr int kParts = 12;
 
-// Encoding an hour would take longer than all that is measured: the frames of five minutes stand twelve times in a row.
+// Encoding an hour would take longer than all measurements: the frames of five minutes are repeated twelve times.
 QString HourOfSound(const QTemporaryDir& folder) {
   const QString part = folder.filePath(u"deel.mp3"_s);
   audio::ToneOptions options;
@@ -62,10 +62,10 @@ double CpuMs() {
 struct Picture {
   double firstMs = 0;
   double wholeMs = 0;
-  double cpuMs = 0;  // of the whole process
+  double cpuMs = 0;  // of the process
 };
 
-// The strip's picture of the file, as an editor brings it about once the file's length is known.
+// The strip's picture of the file, as an editor requests it once the file's length is known.
 Picture ShowWaveform(const QString& path, qint32 lengthMs) {
   controls::WaveformStrip strip;
   strip.resize(1200, 160);

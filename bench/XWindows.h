@@ -8,7 +8,7 @@
 
 namespace bench {
 
-// The top-level windows of an X display without a window manager, where they are children of the root.
+// The top-level windows of an X display without a window manager, where they are children of the root window.
 class XWindows {
  public:
   explicit XWindows(const QString& display);
@@ -16,10 +16,10 @@ class XWindows {
   XWindows(const XWindows&) = delete;
   XWindows& operator=(const XWindows&) = delete;
 
-  // Waits until a window whose title begins so is mapped, a splash screen aside; ends the program when none is within a
-  // minute.
+  // Waits until a window whose title begins so is mapped, other than a splash screen; ends the program when none is
+  // within a minute.
   xcb_window_t WaitFor(const QString& title);
-  // Asks a window to close, as its frame would.
+  // Requests a window to close, as its frame would.
   void Close(xcb_window_t window);
 
  private:

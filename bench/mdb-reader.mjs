@@ -1,6 +1,6 @@
 // Reads a table with mdb-reader, for JetReadBench.
-// usage: node mdb-reader.mjs MODULES FILE TABLE scan|csv    MODULES is the folder that holds node_modules
-// scan prints what all fields add up to, and an empty line for each further row; csv prints the rows.
+// usage: node mdb-reader.mjs MODULES FILE TABLE scan|csv    MODULES is the parent folder of node_modules
+// scan prints the total of all fields, and an empty line for each further row; csv prints the rows.
 import { readFileSync } from "node:fs";
 import { createRequire } from "node:module";
 import { resolve } from "node:path";

@@ -1,4 +1,4 @@
-# The libraries the program stands on, all from the distribution. Each is an imported target.
+# The libraries that the program uses, all from the distribution. Each is an imported target.
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)

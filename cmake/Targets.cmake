@@ -1,11 +1,11 @@
-# What every target of the project shares, and the two functions that make one library or one test program a folder.
+# Options of every target, and functions for the library and the test program of a folder.
 add_library(spotrooster_options INTERFACE)
 target_compile_features(spotrooster_options INTERFACE cxx_std_20)
 target_include_directories(spotrooster_options INTERFACE "${PROJECT_SOURCE_DIR}")
 target_compile_options(spotrooster_options INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual -Wformat=2)
 if(CMAKE_UNITY_BUILD)
-  # Each unit includes its sources, so a test on a fixture in an anonymous namespace would be warned about.
+  # Each unit includes its sources, so a test with a fixture in an anonymous namespace would cause a warning.
   target_compile_options(spotrooster_options INTERFACE -Wno-subobject-linkage)
 endif()
 if(SPOTROOSTER_WERROR)
@@ -16,17 +16,17 @@ if(SPOTROOSTER_SANITIZE)
   target_link_options(spotrooster_options INTERFACE -fsanitize=${SPOTROOSTER_SANITIZE})
 endif()
 if(SPOTROOSTER_FUZZ)
-  # Watching comparisons too would take half of the time: the mutators know the formats.
+  # Tracing comparisons too would double the time; the mutators already know the formats.
   target_compile_options(spotrooster_options INTERFACE -fsanitize=fuzzer-no-link -fno-sanitize-coverage=trace-cmp)
 endif()
 
-# Qt code declares its texts: a literal is either translated or visibly technical.
+# No implicit conversion between byte strings and QString: every literal states its kind.
 add_library(spotrooster_qt_options INTERFACE)
 target_compile_definitions(spotrooster_qt_options INTERFACE
   QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_USE_QSTRINGBUILDER QT_NO_KEYWORDS)
 
 # spotrooster_library(name SOURCES file... [NO_QT] [LINK target...])
-# One static library per folder. NO_QT: for folders that stand without Qt.
+# One static library per folder. NO_QT: the folder does not use Qt.
 function(spotrooster_library name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "NO_QT" "" "SOURCES;LINK")
   add_library(${name} STATIC ${arg_SOURCES})
@@ -57,8 +57,8 @@ function(spotrooster_tests folder)
 endfunction()
 
 # spotrooster_server_run(folder [WITHOUT test...])
-# The folder's test program once more, with the server databases on a PostgreSQL server that it starts itself: one CTest
-# entry, because starting the server takes longer than most tests. WITHOUT: what only a database file has.
+# The folder's test program again, with the server databases on a PostgreSQL server that it starts itself: one CTest
+# entry, because starting the server takes longer than most tests. WITHOUT: tests of features of a database file.
 function(spotrooster_server_run folder)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "WITHOUT")
   string(REPLACE "/" "_" program "test_${folder}")
@@ -69,7 +69,7 @@ function(spotrooster_server_run folder)
 endfunction()
 
 # spotrooster_server_tests(folder SOURCES file... [LINK target...])
-# A test program for what needs a PostgreSQL server: one CTest entry, likewise.
+# A test program that needs a PostgreSQL server: also one CTest entry.
 function(spotrooster_server_tests folder)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINK")
   string(REPLACE "/" "_" program "test_${folder}")

@@ -10,17 +10,17 @@
 
 #include <optional>
 
-// The words behind a command do not fit it: the caller's mistake, not the world's.
+// The words after a command do not fit it: a mistake of the caller, reported with the usage.
 class UseError : public runtime::Error {
  public:
   using runtime::Error::Error;
 };
 
-// The words behind a command: plain ones in their order, and options, with a value ("--station 3") or without.
+// The words after a command: plain ones in their order, and options with a value ("--station 3") or without.
 class Arguments {
  public:
-  // UseError for an option that the usage does not name, a missing value, and an empty plain word, which would stand
-  // for the folder one happens to be in.
+  // UseError for an option that is not in the usage, a missing value, and an empty plain word: an empty path would mean
+  // the current folder.
   Arguments(const QStringList& words, const Usage& usage);
 
   const QStringList& Plain() const { return plain_; }
@@ -28,7 +28,7 @@ class Arguments {
   QString Value(const QString& option) const { return options_.value(option); }
   // The value as a whole number from 0 to `most`; nothing when the option is not given. UseError for any other value.
   std::optional<int> Number(const QString& option, int most) const;
-  // The number of the station that --station names; 0, no number, when it is not given. UseError for any other value.
+  // The number of --station; 0, no number, when it is not given. UseError for any other value.
   qint16 Station() const;
 
  private:

@@ -7,8 +7,8 @@
 
 #include <optional>
 
-// Looks below folders for sound files that have moved. A file is the one that was lost when its name is the same
-// (without regard to letter case) and its length too.
+// Searches folders for sound files that have moved. A file matches when it has the same name (ignoring letter case) and
+// the same length.
 class AudioSearch {
  public:
   enum class Outcome { Found, Several, OtherLength, NotFound };
@@ -17,11 +17,11 @@ class AudioSearch {
     QString path;  // host path, when found
   };
 
-  // Walks the host folders once; links are not followed. runtime::Error for a folder that is not there.
+  // Walks the host folders once; links are not followed. runtime::Error for a folder that does not exist.
   explicit AudioSearch(const QStringList& folders);
 
-  // `lengteSec` as the catalogue has it: whole seconds, hours left out. A difference of one second is a matter of
-  // rounding. A length that is not known fits no file.
+  // `lengteSec` as in the catalogue: whole seconds, hours left out. A difference of one second is rounding. An unknown
+  // length matches no file.
   Answer Find(const QString& fileName, std::optional<qint32> lengteSec) const;
 
  private:

@@ -9,7 +9,7 @@
 #include <functional>
 #include <ostream>
 
-// What a command answers to the shell.
+// Exit code of a command.
 inline constexpr int kDone = 0;
 inline constexpr int kFailed = 1;
 inline constexpr int kWrongUse = 2;
@@ -21,11 +21,11 @@ struct Streams {
 
 struct Command {
   QString name;
-  QString usage;    // the words behind the name, as Usage reads them
+  QString usage;    // the words after the name, as Usage reads them
   QString summary;  // one Dutch sentence
   std::function<int(const Arguments& arguments, const Streams& streams)> run;
-  QString details{};       // Dutch: what else its user must know
-  QStringList examples{};  // shell words behind the program's name; they work in the order of AllCommands
+  QString details{};       // Dutch: what else the user must know
+  QStringList examples{};  // shell words after the program's name; they work in the order of AllCommands
 };
 
 Command CreateCommand();
@@ -48,6 +48,6 @@ Command PlayedCommand();
 // All commands, in the order in which help shows them.
 QList<Command> AllCommands();
 
-// Runs the command that the words name. An error, also of the output, is told on streams.err and gives kFailed;
+// Runs the command in the words. An error, also of the output, is reported on streams.err and returns kFailed;
 // kWrongUse shows the usage.
 int RunCommand(const QStringList& words, const Streams& streams);

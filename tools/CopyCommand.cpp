@@ -11,7 +11,7 @@ namespace {
 
 const QString kRefresh = u"--refresh"_s;
 
-// The statements of an offline log must neither go nor come twice.
+// Statements of an offline log must neither be lost nor copied twice.
 void RefuseLocal(const QString& path) {
   if (!LocalFolder(path).IsLocal()) return;
   throw runtime::Error(

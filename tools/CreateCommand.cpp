@@ -9,13 +9,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The list at the start shows names: a station without one would be an empty line there.
+// The station list shows names: a station without one would be an empty line.
 QString NameFor(const QString& given, qint16 station) {
   if (!given.isEmpty()) return given;
   return station == 0 ? u"Zender"_s : u"Zender %1"_s.arg(station);
 }
 
-// The server database alone: the list of stations is in each program folder.
+// Only the server database: the list of stations is in each program folder.
 int CreateOnServer(const QString& url, qint16 station, const QString& name, const Streams& streams) {
   const QString path = url + u"\\OvalistoServer" + (station == 0 ? QString() : QString::number(station)) + u".mdb";
   schema::CreateServerDatabase(path);

@@ -12,8 +12,8 @@
 // Rows as CSV with a header line, in the notation of CsvLine.
 void WriteCsv(dao::Recordset& rows, std::ostream& out);
 
-// One such line of ready fields.
+// One such line from fields that are formatted already.
 void WriteCsvLine(const QStringList& fields, std::ostream& out);
 
-// One field as it stands in such a line.
+// One field, quoted as needed.
 QString CsvField(const QVariant& value);

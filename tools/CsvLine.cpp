@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr double kMostFixed = 1e15;  // from here on a power of ten is shorter
+constexpr double kMostFixed = 1e15;  // above this, exponent notation is shorter
 constexpr double kLeastFixed = 1e-5;
 constexpr std::int64_t kMillisecondsADay = 86'400'000;
 constexpr double kFirstDay = -657434;  // 1-1-100
@@ -49,7 +49,7 @@ void CsvLine::AddNumber(double number) {
   AppendNumber(text_, number, fixed ? std::chars_format::fixed : std::chars_format::scientific);
 }
 
-// The fraction counts forwards on days before day 0 too.
+// The fraction counts forwards also on days before day 0.
 void CsvLine::AddDate(double day) {
   if (!(day > kFirstDay - 1 && day < kLastDay + 1)) return AddNumber(day);
   Separate();

@@ -10,19 +10,19 @@ namespace jet {
 class Database;
 }
 
-// The database that the first plain word names, for the commands that work on one file.
+// The database in the first plain word, for commands that work on one file.
 
 inline const QString kPassword = QStringLiteral("--password");
 
 enum class Purpose { Read, Write };
 dao::Database OpenDatabase(const Arguments& arguments, Purpose purpose = Purpose::Read);
 
-// The path text that a word of the command line stands for: a server's address as it is, a file by its absolute path.
+// The path text of a word of the command line: a server's address as it is, a file as its absolute path.
 QString DatabasePathOf(const QString& word);
 
-// A runtime::Error when the word is a server's address: the command is for files, and `instead` names the server's own
-// tool with what it does.
+// Throws runtime::Error when the word is a server's address: the command is for files. `instead` says which tool of the
+// server does the same.
 void RefuseServer(const QString& word, const QString& instead);
 
-// The file itself, to read what a statement cannot: damaged tables, pages.
+// The file itself, for reading what a statement cannot: damaged tables, pages.
 std::unique_ptr<jet::Database> OpenFile(const Arguments& arguments);

@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The file is let go before the first byte is written: a slow pipe must not keep writers waiting.
+// The file is closed before the first byte is written: a slow pipe must not block writers.
 TableCsv Read(const Arguments& arguments) {
   const auto database = OpenFile(arguments);
   const jet::ReadTurn reading(*database);

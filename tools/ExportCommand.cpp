@@ -22,7 +22,7 @@ const QString kProcessed = u"--vorige-verwerkt"_s;
 const QString kFileProcessed = u"--bestand-verwerkt"_s;
 const QString kFileNotProcessed = u"--bestand-niet-verwerkt"_s;
 
-// What the options say of the missing file; only one that names this very file counts.
+// The answer of the options about the missing file; only an option with this very file name counts.
 MissingFile SaidOf(const QString& path, const Arguments& arguments) {
   const QString file = GetFile(path);
   const bool processed = QFileInfo(GetFile(arguments.Value(kFileProcessed))).fileName() == file;
@@ -37,7 +37,7 @@ MissingFile SaidOf(const QString& path, const Arguments& arguments) {
                                                                                          kFileNotProcessed));
 }
 
-void Tell(const QString& path, const AlteredStatements& altered, const Streams& streams) {
+void ReportExport(const QString& path, const AlteredStatements& altered, const Streams& streams) {
   if (altered.count > 0) streams.err << AlteredWarning(altered, path).toStdString() << '\n';
   streams.out << runtime::HostPath(path).toStdString() << '\n';
 }
@@ -53,7 +53,7 @@ int Export(const Arguments& arguments, const Streams& streams) {
   OfflineLogExport logExport(global.localDatabasePath);
   const QString path = logExport.WriteFile(folder);
   logExport.EmptyLog();
-  if (!path.isEmpty()) Tell(path, logExport.Altered(), streams);
+  if (!path.isEmpty()) ReportExport(path, logExport.Altered(), streams);
   LogKeptStatements();
   AddKeptAudioLines();
   return kDone;

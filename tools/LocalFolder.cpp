@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A file that is not there yet has no real path.
+// A file that does not exist yet has no real path.
 QString RealPath(const QString& path) {
   const QString real = QFileInfo(path).canonicalFilePath();
   return real.isEmpty() ? QFileInfo(path).absoluteFilePath() : real;
@@ -35,7 +35,7 @@ std::unique_ptr<ProgramLock> LocalFolder::Lock() const {
 }
 
 void LocalFolder::BackUp(const Arguments& arguments) const {
-  // The program's folder is the one above "data".
+  // The program folder is the parent of "data".
   if (arguments.Has(kWithoutBackup) || !BackupsEnabled(QFileInfo(folder_).absolutePath() + u"/ovalis.ini"_s)) return;
   try {
     ::BackUp(databasePath_, arguments.Value(kPassword));

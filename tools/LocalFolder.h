@@ -11,22 +11,22 @@
 
 inline const QString kWithoutBackup = QStringLiteral("--zonder-reservekopie");
 
-// Whether this name stands for the offline log of the database, as the database itself compares names. runtime::Error
-// for a table that it does not have.
+// Whether the name means the offline log of the database, compared as the database compares names. runtime::Error for a
+// table that it does not have.
 bool IsOfflineLog(const dao::Database& database, const QString& table);
 
-// The folder in which a database stands, as far as commands must take the program into account that may work there.
+// The folder of a database, as far as commands must consider a planner that may be running there.
 class LocalFolder {
  public:
-  // Host path of a database; where links lead to it, the folder is that of the file itself.
+  // Host path of a database; for a link, the folder is that of the real file.
   explicit LocalFolder(const QString& databasePath);
 
-  // Keeps the program out of the folder of a local database, the one kind that has an offline log; nothing for any
-  // other database. An Error while the program runs there.
+  // Locks the planner out of the folder of a local database, the only kind with an offline log; null for any other
+  // database. Throws Error while the planner is running there.
   std::unique_ptr<ProgramLock> Lock() const;
 
   // A dated copy of the database before it is changed, unless the settings of its program folder turn copies off or the
-  // user does without (kWithoutBackup). An Error that names that option when it cannot be made.
+  // user declines one (kWithoutBackup). When the copy cannot be made, throws an Error that mentions that option.
   void BackUp(const Arguments& arguments) const;
 
   // Whether it is a local database.

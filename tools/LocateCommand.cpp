@@ -17,14 +17,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qsizetype kLongestPath = 240;  // what a record takes
+constexpr qsizetype kLongestPath = 240;  // limit of the field
 
 const QString kWrite = u"--write"_s;
 
-// One line of the answer: what became of a lost sound.
+// One line of output: the result for one missing sound file.
 struct Located {
   QString outcome;
-  QString newPath;  // path text; empty unless it was found
+  QString newPath;  // path text; empty unless found
 };
 
 QString OutcomeText(AudioSearch::Outcome outcome) {
@@ -59,7 +59,7 @@ void ShowLine(const MissingAudio& sound, const Located& located, std::ostream& o
       out);
 }
 
-// What an interrupted export left is settled before the first statement is logged.
+// An interrupted export is completed before the first statement is logged.
 void SettleBeforeLogging() {
   if (global.online) return;
   FinishInterruptedExport(global.localDatabasePath, [](const QString& path) -> MissingFile {
@@ -76,11 +76,11 @@ int LocateSounds(const Arguments& arguments, const Streams& streams) {
     lock.emplace(global.programFolder + u"\\data"_s);
     SettleBeforeLogging();
   }
-  QList<MissingAudio> lost = LostSounds();
+  QList<MissingAudio> missing = FindMissingAudio();
   const AudioSearch search(arguments.Plain().mid(1));
   int result = kDone;
   WriteCsvLine({u"Soort"_s, u"ID"_s, u"Naam"_s, u"Uitslag"_s, u"Oud"_s, u"Nieuw"_s}, streams.out);
-  for (MissingAudio& sound : lost) {
+  for (MissingAudio& sound : missing) {
     Located located = Locate(sound, search);
     const MissingAudio before = sound;
     if (located.newPath.isEmpty()) {

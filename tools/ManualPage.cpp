@@ -55,7 +55,7 @@ verkeerd gebruikt
 .BR spotrooster (1)
 )";
 
-// Text that troff must not read as its own: hyphens that can be copied, letters of any locale.
+// Escapes text for troff: hyphens that can be copied, letters of any locale.
 QString Escaped(const QString& text) {
   QString escaped;
   for (const QChar c : text) {
@@ -74,7 +74,7 @@ QString Escaped(const QString& text) {
   return escaped.replace(request, u"\\&"_s);
 }
 
-// Options bold, the words to be filled in italic.
+// Options bold, placeholders italic.
 QString UsageLine(const Command& command) {
   static const QRegularExpression option(u"((?:\\\\-){2}[a-z\\\\-]+)"_s);
   static const QRegularExpression word(u"\\b([A-Z]+)\\b"_s);

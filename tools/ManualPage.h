@@ -3,5 +3,5 @@
 
 #include <ostream>
 
-// The manual page of spotrooster-db in troff, made from what --help shows, so that the two never differ.
+// The manual page of spotrooster-db in troff, made from the texts of --help so that both always agree.
 void WriteManualPage(std::ostream& out);

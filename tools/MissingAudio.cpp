@@ -27,7 +27,7 @@ std::optional<qint32> DayIn(const dao::Recordset& row, const QString& field) {
   return runtime::DayNumber(value.toDate());
 }
 
-// What both kinds of record have.
+// The fields that both kinds of record have.
 template <class Row>
 Row CommonRow(const dao::Recordset& row) {
   Row common;
@@ -57,13 +57,13 @@ ItemPingleRow PingleRow(const dao::Recordset& row) {
 }
 
 template <class Read>
-void AddLost(QList<MissingAudio>& lost, dao::Database& database, const QString& table, Read read) {
+void AddMissing(QList<MissingAudio>& missing, dao::Database& database, const QString& table, Read read) {
   dao::Recordset rows = database.OpenRecordset(u"SELECT * FROM "_s + table + u" ORDER BY ID"_s);
   for (; !rows.Eof(); rows.MoveNext()) {
     MissingAudio sound{read(rows)};
     if (sound.Path().isEmpty()) continue;
     sound.presence = runtime::Probe(sound.Path());
-    if (sound.presence != runtime::Presence::There) lost += sound;
+    if (sound.presence != runtime::Presence::There) missing += sound;
   }
 }
 
@@ -85,13 +85,13 @@ const std::optional<qint32>& MissingAudio::LengteSec() const {
   return std::visit([](const auto& one) -> const std::optional<qint32>& { return one.lengteSec; }, row);
 }
 
-QList<MissingAudio> LostSounds() {
+QList<MissingAudio> FindMissingAudio() {
   const Catalogue catalogue = CurrentCatalogue();
   dao::Database database = dao::OpenDatabase(catalogue.databasePath, {{}, true});
-  QList<MissingAudio> lost;
-  AddLost(lost, database, catalogue.itemSpots, SpotRow);
-  AddLost(lost, database, catalogue.itemPingles, PingleRow);
-  return lost;
+  QList<MissingAudio> missing;
+  AddMissing(missing, database, catalogue.itemSpots, SpotRow);
+  AddMissing(missing, database, catalogue.itemPingles, PingleRow);
+  return missing;
 }
 
 bool UpdatePath(MissingAudio& sound, const QString& path) {

@@ -9,9 +9,9 @@
 #include <optional>
 #include <variant>
 
-// A record of the present catalogue whose sound file is not where it says.
+// A record of the current catalogue whose sound file is not at its path.
 struct MissingAudio {
-  std::variant<ItemSpotRow, ItemPingleRow> row;  // all that an update of it writes
+  std::variant<ItemSpotRow, ItemPingleRow> row;  // everything that an update of it writes
   runtime::Presence presence = runtime::Presence::NotThere;
 
   bool IsSpot() const { return std::holds_alternative<ItemSpotRow>(row); }
@@ -22,8 +22,8 @@ struct MissingAudio {
 };
 
 // Item-spots first, each kind by ID. Records without a path are left out. Throws runtime::Error.
-QList<MissingAudio> LostSounds();
+QList<MissingAudio> FindMissingAudio();
 
-// Gives the record another path (path text), through the write layer and with a line in Audio.tae, as its editor would.
-// False when the write failed, which was told. Throws runtime::Error for the line.
+// Gives the record another path (path text) through the write layer and adds the line to Audio.tae, as its editor
+// would. False when the write failed, which was reported. Throws runtime::Error when the line cannot be added.
 bool UpdatePath(MissingAudio& sound, const QString& path);

@@ -39,7 +39,8 @@ QDateTime MomentOf(const Arguments& arguments) {
   throw UseError(u"'%1' is geen moment: geef bijvoorbeeld \"2025-03-11 14:00\"."_s.arg(text));
 }
 
-// What cannot be written counts as missing, so that the rule plans without it, and is named in the block's line.
+// A sound that cannot be written counts as missing, so that the rule plans without it, and is listed in the block's
+// line.
 SoundFiles WritableFiles(const std::vector<Block>& blocks, const QDateTime& moment) {
   SoundFiles files;
   QStringList writable;

@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Statements that were made since the backup must neither go nor come twice.
+// Statements logged since the backup must neither be lost nor exported twice.
 void RefuseLog(const QStringList& tables, const QString& path) {
   const dao::Database database = dao::OpenDatabase(path, {{}, true});
   if (std::none_of(tables.begin(), tables.end(), [&](const QString& name) { return IsOfflineLog(database, name); }))

@@ -31,7 +31,7 @@ dao::Recordset Spots(const QString& path, const QString& table) {
   return database.OpenRecordset(u"SELECT * FROM "_s + table + u" ORDER BY EindDatum, Naam, ID");
 }
 
-// Of a station's folder, or of a server database itself.
+// Of a station's folder, or of a server database.
 dao::Recordset SpotsOf(const Arguments& arguments, const Streams& streams) {
   const QString& word = arguments.Plain().first();
   if (dao::IsServerPath(word)) return Spots(word, u"tblItemSpots"_s);

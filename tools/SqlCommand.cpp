@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// What the log holds is counted on by a running program, above all by its export.
+// A running planner, above all its export, relies on the contents of the log.
 std::unique_ptr<ProgramLock> LockForLog(const Arguments& arguments, const dao::Statement& statement) {
   const QString& word = statement.inFile ? *statement.inFile : arguments.Plain().first();
   if (dao::IsServerPath(word)) return nullptr;

@@ -6,20 +6,21 @@
 
 #include <ostream>
 
-// The one question of the program that an option answers, and no other.
+// A question of the planner that a command-line option answers.
 struct SessionAnswer {
   QString question;
   QString option;
   bool given = false;  // the option was given, which means yes
 };
 
-// A station opened as the program opens it at its start, but without windows: settings, paths and mode stand in
-// `global`. While it lives, what the program would show as a message goes to `err`, a line or more each; a question
-// that no given option answers goes there too and is a runtime::Error. Afterwards `global` and the drives are empty.
+// A station opened as the planner opens it at its start, but without windows: settings, paths and mode are in `global`.
+// While it exists, what the planner would show as a message is written to `err`, one or more lines each; a question
+// without an option that answers it is written too and becomes a runtime::Error. Its end clears `global` and the
+// drives.
 class StationSession {
  public:
-  // The first plain word is the program folder, --station the station's number (0 when not told). runtime::Error for a
-  // folder without settings, a number that is none, and a station that is not there.
+  // The first plain word is the program folder, --station the station's number (default 0). runtime::Error for a folder
+  // without settings, an invalid number, and a station that does not exist.
   StationSession(const Arguments& arguments, std::ostream& err, const SessionAnswer& answer = {});
   ~StationSession();
   StationSession(const StationSession&) = delete;

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr std::size_t kBlock = std::size_t{1} << 20;  // bytes of text that are kept together
+constexpr std::size_t kBlock = std::size_t{1} << 20;  // bytes of text that are written together
 
 struct FieldAdder {
   CsvLine& line;
@@ -32,7 +32,7 @@ struct FieldAdder {
   void operator()(const jet::Guid& value) const { line.AddText(jet::TextOf(value)); }
 };
 
-// The next row; damage on the way is noted, and reading goes on behind it.
+// The next row; damage before it is noted and skipped.
 bool NextSound(jet::TableCursor& rows, std::vector<std::string>& damages) {
   for (;;) {
     try {

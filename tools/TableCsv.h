@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-// What is in a table, as CSV with a header line, and a sentence for each damaged place behind which reading went on.
+// The rows of a table as CSV with a header line, and one sentence for each damaged place that was skipped.
 struct TableCsv {
   std::vector<std::string> blocks;
   std::vector<std::string> damages;

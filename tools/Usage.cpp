@@ -6,7 +6,7 @@ using namespace Qt::StringLiterals;
 Usage Usage::Of(const QString& text) {
   Usage usage;
   bool optional = false;
-  bool isValue = false;  // of the option before it
+  bool isValue = false;  // of the preceding option
   for (const QString& word : text.split(u' ', Qt::SkipEmptyParts)) {
     const bool closes = word.endsWith(u']');
     const QString bare = QString(word).remove(u'[').remove(u']');

@@ -4,8 +4,8 @@
 #include <QString>
 #include <QStringList>
 
-// What a usage text such as "MAP ZOEKMAP... [--write] [--station N]" allows behind a command's name. Brackets hold what
-// may be left out; an option with a word behind it takes a value; "..." stands for any number and ends the plain words.
+// What a usage text such as "MAP ZOEKMAP... [--write] [--station N]" allows after a command's name. Brackets hold what
+// is optional; an option followed by a word takes a value; "..." means any number and ends the plain words.
 struct Usage {
   int leastWords = 0;
   int mostWords = 0;  // -1: any number

@@ -7,7 +7,7 @@ namespace {
 
 constexpr unsigned char kCarriageReturn = '\r';
 
-// How many bytes the UTF-8 character has that begins with this one; 0: none does.
+// Length in bytes of the UTF-8 character that begins with this byte; 0 when none does.
 std::size_t LengthOf(unsigned char first) {
   if (first < 0x80) return 1;
   if (first >= 0xC2 && first < 0xE0) return 2;
@@ -37,7 +37,7 @@ int VisibleBuffer::sync() {
 
 bool VisibleBuffer::Take(unsigned char byte) {
   if (length_ > 0) {
-    // A carriage return is harmless before a line break only: alone it writes over the line.
+    // A carriage return is harmless only before a line break: alone it would overwrite the line.
     const bool goesOn = character_[0] == kCarriageReturn ? byte == '\n' : IsContinuation(byte);
     if (!goesOn && !ShowBytes()) return false;
   }
@@ -48,7 +48,7 @@ bool VisibleBuffer::Take(unsigned char byte) {
 }
 
 bool VisibleBuffer::PassCharacter() {
-  // U+0080 to U+009F are control characters as well.
+  // U+0080 to U+009F are control characters too.
   const bool isSecondSet = length_ == 2 && character_[0] == 0xC2 && character_[1] < 0xA0;
   if (isSecondSet || (length_ == 1 && Commands(character_[0]))) return ShowBytes();
   const auto count = static_cast<std::streamsize>(length_);

@@ -6,9 +6,9 @@
 #include <ostream>
 #include <streambuf>
 
-// Passes bytes on to another stream and makes control characters in them visible: an escape becomes "\x1B". Texts of a
-// database would otherwise command the terminal. Line breaks and tabs pass as they are, and UTF-8 of printable
-// characters does; a byte that belongs to no character is made visible too.
+// Forwards bytes to another stream and makes control characters visible: an escape becomes "\x1B". Otherwise texts of a
+// database could control the terminal. Line breaks, tabs and printable UTF-8 pass unchanged; a byte that belongs to no
+// character is made visible too.
 class VisibleBuffer : public std::streambuf {
  public:
   explicit VisibleBuffer(std::streambuf& target) : target_(target) {}
@@ -23,15 +23,16 @@ class VisibleBuffer : public std::streambuf {
   bool ShowBytes();
 
   std::streambuf& target_;
-  std::array<unsigned char, 4> character_{};  // the bytes of one that is not whole yet
+  std::array<unsigned char, 4> character_{};  // the bytes of an incomplete character
   std::size_t length_ = 0;
   std::size_t wanted_ = 0;
 };
 
-// While it lives, a stream that ends in a terminal shows control characters; files and pipes get every byte as it is.
+// While it exists, a stream that writes to a terminal shows control characters; files and pipes get every byte
+// unchanged.
 class VisibleOnTerminal {
  public:
-  // `descriptor`: what the stream writes to.
+  // `descriptor`: where the stream writes.
   VisibleOnTerminal(std::ostream& stream, int descriptor);
   ~VisibleOnTerminal();
   VisibleOnTerminal(const VisibleOnTerminal&) = delete;

@@ -6,17 +6,17 @@
 #include <QString>
 #include <QStringList>
 
-// A catalogue as texts: what a server database holds, or what it should hold, so that the two can be compared.
+// The content of a catalogue as texts: of a server database, or as expected, so that the two can be compared.
 class CatalogueModel {
  public:
   using Row = QMap<QString, QString>;  // field to text; NULL is left out, a date is yyyy-mm-dd
 
-  // What the database at this path text holds.
+  // The content of the database at this path text.
   static CatalogueModel Of(const QString& databasePath);
 
   // The highest ID plus one; 1 for an empty table.
   int NextID(const QString& table) const;
-  // The one row in which the field has this text; throws std::runtime_error when there is none.
+  // The row in which the field has this text; throws std::runtime_error when there is not exactly one.
   Row& Find(const QString& table, const QString& field, const QString& text);
   void Add(const QString& table, const Row& row) { tables_[table] += row; }
   void Remove(const QString& table, const QString& field, const QString& text);
@@ -24,7 +24,7 @@ class CatalogueModel {
   // Adds the other's rows in which the field has this text.
   void TakeRows(const QString& table, const QString& field, const QString& text, const CatalogueModel& other);
 
-  // A line a row: the table and its fields, as "tblItems Aktief=1 ID=3 Naam=Blok".
+  // One line for each row: the table and its fields, as "tblItems Aktief=1 ID=3 Naam=Blok".
   QStringList Lines() const;
 
  private:

@@ -186,7 +186,7 @@ void Day::FirstSpotsOffline() {
   planner_.Close(kSpots);
 }
 
-// The list that closed took the server's spots over the local ones, and with them the highest number back.
+// Closing the list refreshed the local copy from the server, which also reset the highest number.
 void Day::SecondSpotOffline() {
   planner_.Open(u"actItemSpots"_s, kSpots);
   EXPECT_FALSE(desk_.Lines(kSpots, u"lstOverzicht"_s).contains(u"Offline eerste"_s));
@@ -225,10 +225,10 @@ void Day::ExportOffline() {
   desk_.Answer(u"Heeft U de vorige export-files reeds verwerkt met Kadrovia ?"_s, u"Ja"_s);
   planner_.EndExport();
   desk_.WaitForText(kMain, u"pnlLog"_s, u"0 opdrachten nog niet geëxporteerd"_s);
-  seconds_ += 10;  // the next file has a name of its own
+  seconds_ += 10;  // the next file gets another name
 }
 
-// One more change, and the way back with the export that it forces.
+// One more change, and the return to online mode with the export that it requires.
 void Day::ReturnOnline() {
   planner_.Open(u"actItems"_s, kItems);
   planner_.Deactivate(kItems, u"Weekblok verkeer"_s);

@@ -12,7 +12,7 @@
 
 #include <atomic>
 
-// A whole day at the real windows, online and offline, and beside it what each of its tasks means for the catalogue.
+// A complete day through the real windows, online and offline, and the expected effect of each task on the catalogue.
 class Day {
  public:
   // Makes a demonstration station below the folder (host path).
@@ -23,12 +23,12 @@ class Day {
 
   void Live();
 
-  // Host paths. The server is kept as it was at the moment when the work went offline.
+  // Host paths. The second is a copy of the server from the moment at which work became offline.
   QString Station() const;
   QString Server() const;
   QString ServerAsItWas() const;
 
-  // What the planner meant the catalogue to be.
+  // The expected catalogue.
   const CatalogueModel& Meant() const { return model_; }
 
  private:

@@ -24,10 +24,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kPatience = 60000;       // ms until a step that waits has failed
-constexpr int kMostLooks = 12;         // until a window that never rests has its picture taken all the same
-constexpr unsigned long kCalm = 250;   // ms between the looks for a picture
-constexpr unsigned long kGlance = 10;  // ms between two looks
+constexpr int kPatience = 60000;       // ms until a waiting step fails
+constexpr int kMostLooks = 12;         // limit for a window that never stops changing: its picture is taken anyway
+constexpr unsigned long kCalm = 250;   // ms between comparisons of a picture
+constexpr unsigned long kGlance = 10;  // ms between two checks
 
 QWidget* FindWindow(const QString& name) {
   for (QWidget* window : QApplication::topLevelWidgets()) {

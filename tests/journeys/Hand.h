@@ -6,16 +6,16 @@
 
 class QWidget;
 
-// A user's hand at the real controls: mouse and key events posted to the widget, as the desktop would deliver them.
-// Nothing is waited for; the events are handled when the event loop comes to them. User-interface thread only.
+// Mouse and key events posted to the real controls, as the desktop would deliver them. Nothing waits; the event loop
+// handles them later. User-interface thread only.
 namespace hand {
 
-// A click with the left button where the control reacts to one.
+// A click with the left button where the control reacts to it.
 void Click(QWidget& control);
 void ClickAt(QWidget& control, QPoint at);
 void DoubleClick(QWidget& control, QPoint at);
 void Press(QWidget& control, int key);
-// Selects all of the field's text and types over it.
+// Selects the field's text and types over it.
 void Replace(QWidget& field, const QString& text);
 
 }  // namespace hand

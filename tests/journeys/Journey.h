@@ -5,10 +5,10 @@
 
 #include <functional>
 
-// Makes a demonstration station in a folder of its own (host path), anew if there is one. runtime::Error.
+// Makes a new demonstration station in its own folder (host path), replacing an old one. runtime::Error.
 void MakeStation(const QString& folder);
 
-// Starts the program on that station and carries out `walk` beside it, in a thread of its own: it goes through the
-// windows with the hands of a Desk and ends by leaving the program. Returns when both are done. When a step fails the
-// process ends at once with its reason, since a window may still wait for a user.
+// Starts the program on that station and runs `walk` in a thread of its own, which uses the windows through a Desk and
+// ends by closing the program. Returns when both have ended. When a step fails the process ends at once with its
+// reason, since a window may still wait for input.
 void RunJourney(const QString& stationFolder, const std::function<void()>& walk);

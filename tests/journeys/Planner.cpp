@@ -184,7 +184,7 @@ void Planner::Save(const QString& editor) const {
   desk_.WaitUntilGone(editor);
 }
 
-// The enabling rule runs after the refill; before it a chosen line would lose its selection again.
+// The states of the buttons are set after the refill; a line chosen before it would be deselected.
 void Planner::WaitForRefill(const QString& list) const {
   desk_.WaitForWindow(list);
   desk_.WaitUntil(u"%1 werd niet opnieuw gevuld"_s.arg(list), [&] { return !desk_.IsEnabled(list, u"cmdOpen"_s); });
@@ -203,7 +203,7 @@ void Planner::TakeSound(const QString& editor, const QString& sound) const {
   desk_.Expect(desk_.Text(editor, u"txtLengteSec"_s).toInt() > 0, u"de lengte werd niet gemeten"_s);
 }
 
-// Each folder of the tree is opened with Enter; what is chosen last is the choice.
+// Each folder of the tree is opened with Enter; the last one selected is the choice.
 void Planner::ChooseFolder(const QStringList& folders) const {
   desk_.Click(kItem, u"cmdDirectory"_s);
   desk_.WaitForWindow(kFolder);

@@ -30,7 +30,7 @@ inline const QString kExport = QStringLiteral("frmPlanningExporteren");
 inline const QString kManual = QStringLiteral("frmHandleiding");
 }  // namespace window
 
-// What is typed and chosen for new records. A sound is a host path; jingles and spots are chosen by their names.
+// Input for new records. A sound is a host path; jingles and spots are selected by their names.
 struct SpotWork {
   QString sound;
   QString naam;
@@ -43,13 +43,13 @@ struct JingleWork {
 };
 struct BlockWork {
   QString naam;
-  int count = 0;  // spots played at a time, from several
+  int count = 0;  // spots played at a time, if several
   QString opener;
   QString middle;
   QString closer;
 };
 struct PatternWork {
-  QStringList folders;  // from the drive down, as the tree shows them
+  QStringList folders;  // from the drive down, as in the tree
   QString fixedPart;
   QString variablePart;
   QString firstDay;  // with "ww" only
@@ -62,7 +62,7 @@ struct PatternWork {
 // to be open and leave it open.
 class Planner {
  public:
-  // Called with the name of each window that is filled, before its OK.
+  // Called with the name of each window whose fields are filled, before its OK.
   using Look = std::function<void(const QString& window)>;
 
   explicit Planner(
@@ -71,9 +71,9 @@ class Planner {
 
   void ChooseStation(const QString& station) const;
   void GoOffline() const;
-  // Up to the export window that it forces.
+  // Until the export window that it opens.
   void GoOnline() const;
-  // In the open export window.
+  // In the export window.
   void StartExport() const;
   void EndExport() const;
   void Leave() const;
@@ -81,7 +81,7 @@ class Planner {
   void Open(const QString& action, const QString& list) const;
   void Close(const QString& list) const;
 
-  // `more` is done in the filled editor.
+  // `more` runs in the editor with its fields filled.
   void MakeSpot(const SpotWork& work, const std::function<void()>& more = {}) const;
   void ChangeSpotEnd(const QString& spot, QDate last) const;
   void MakeJingle(const JingleWork& work) const;
@@ -95,7 +95,7 @@ class Planner {
 
   // Opens a record by a double-click.
   void Edit(const QString& list, const QString& line, const QString& editor) const;
-  // Waits until the list behind another window was filled again.
+  // Waits until the list below another window was filled again.
   void WaitForRefill(const QString& list) const;
 
  private:

@@ -28,7 +28,7 @@ bool Take(StageOptions& options, const QString& name, const QString& value) {
   return true;
 }
 
-// The offscreen platform's own screen would make the windows open smaller than they are.
+// On the offscreen platform's default screen the windows would open smaller.
 void UseScreen(const QTemporaryDir& folder) {
   const QString path = folder.filePath(u"screen.json"_s);
   QFile file(path);
@@ -41,7 +41,8 @@ void UseScreen(const QTemporaryDir& folder) {
   qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + QFile::encodeName(path));
 }
 
-// The offscreen platform remarks at every window that it keeps no size hints; that would bury the tour's own lines.
+// The offscreen platform prints a remark for every window that it has no size hints; that would bury the tour's own
+// lines.
 void LeaveOutSizeHints() {
   static QtMessageHandler other = nullptr;
   other = qInstallMessageHandler([](QtMsgType type, const QMessageLogContext& context, const QString& text) {

@@ -13,19 +13,19 @@
 class QApplication;
 class QTemporaryDir;
 
-// How pictures of the windows are taken: offscreen, on a full-HD screen, as the program itself would look there.
+// How pictures of the windows are taken: offscreen, on a full-HD screen, as the program looks on one.
 struct StageOptions {
   QString folder;            // host path, absolute
   QByteArray scale = "1.5";  // of the desktop: "1" is 100 %
   desktop::Variant variant = desktop::Variant::Light;
 };
 
-// "MAP [--scale FACTOR] [--theme light|dark]"; nothing when it is used wrongly.
+// Parses "MAP [--scale FACTOR] [--theme light|dark]"; nothing for other words.
 std::optional<StageOptions> ParseStageOptions(int argc, char** argv);
-// How to write them, after the name of the program.
+// Usage of these options, printed after the program's name.
 inline constexpr const char* kStageUsage = "MAP [--scale FACTOR] [--theme light|dark]";
 
-// The application of such a program. One lives at a time, made first in main().
+// The application object of such a program. Only one at a time, created first in main().
 class Stage {
  public:
   Stage(int& argc, char** argv, const StageOptions& options);

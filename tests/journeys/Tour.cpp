@@ -36,7 +36,7 @@ QString SoundFile(const QString& folder, const QString& kind) {
   return sounds.filePath(files.first());
 }
 
-// The parts in their order, each once.
+// The parts in order, each once.
 bool HoldsInOrder(const QByteArray& content, const QList<QByteArray>& parts) {
   qsizetype at = 0;
   for (const QByteArray& part : parts) {
@@ -122,7 +122,7 @@ void Tour::MakeSpotFromFile() {
   Done(u"online een item-spot gemaakt uit "_s + QFileInfo(sound).fileName());
 }
 
-// A click in the waveform goes to that moment; the button takes it as the mix point.
+// A click in the waveform seeks to that position; the button sets it as the mix point.
 void Tour::MarkMixPoint() {
   desk_.ClickAt(kSpot, u"waveform"_s, 0.93);
   desk_.WaitUntil(u"de golfvorm sprong niet naar het gekozen moment"_s,
@@ -132,7 +132,7 @@ void Tour::MarkMixPoint() {
   TestMixPoint();
 }
 
-// What is heard begins at the mix point.
+// Playback begins at the mix point.
 void Tour::TestMixPoint() {
   int marked = 0;
   Desk::InWindows([&] { marked = desk_.Value(kSpot, u"sliPlay"_s); });

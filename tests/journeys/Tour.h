@@ -9,19 +9,19 @@
 
 #include <atomic>
 
-// The tour: a whole day, walked through the real windows as a planner would, with a picture of every screen. Online
-// a spot and an item of each kind are made; offline come changes, an export, and the way back online with the export
-// that it forces. Each part checks what it did; StepFailed tells what went wrong.
+// The tour: a complete day through the real windows, with a picture of every screen. Online a spot and an item of each
+// kind are made; offline follow changes, an export, and the return to online mode with the export that it requires.
+// Each part checks its result; StepFailed says what went wrong.
 class Tour {
  public:
-  // `folder`: where pictures and export files go; its folder "zender" holds the demonstration station.
+  // `folder`: for pictures and export files; its folder "zender" holds the demonstration station.
   Tour(const Desk& desk, const QString& folder);
 
-  // All of it, in order. Tells what was done, a line each, as it goes.
+  // All parts in order. Prints a line for each.
   void Walk();
 
-  // The time. The moment of the export file's name is the one at which a running export can be seen, so this takes its
-  // picture. User-interface thread.
+  // The clock. The name of the export file is made from the time while the export is running, so this also takes the
+  // picture of a running export. User-interface thread.
   QDateTime Now();
 
  private:
@@ -38,16 +38,16 @@ class Tour {
   void GoOnline();
   void ReadHelp();
   void LookInTheDark();
-  // Opens a record and leaves it as it is.
+  // Opens a record and closes it unchanged.
   void LookAt(const QString& list, const QString& line, const QString& editor);
   void Leave();
 
-  // The export files so far, oldest first; each is copied beside the pictures.
+  // The export files so far, oldest first; each is also copied to the pictures.
   QStringList ExportFiles() const;
   QByteArray ContentOf(const QString& exportFile) const;
-  // A list that was just opened.
+  // A list that has just been opened.
   void OpenList(const QString& action, const QString& list);
-  // Once the counts of the day are complete.
+  // Waits until the counts of the day are complete.
   void PictureOfMain();
   void Picture(const QString& window);
   QString NextName(const QString& window);

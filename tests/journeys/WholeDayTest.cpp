@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// What a day offline exported is carried out, statement by statement, on a copy of the server as it was when the work
-// went offline, and compared with what the planner did that day.
+// The export of a day offline is carried out, statement by statement, on a copy of the server from the moment at which
+// work became offline, and compared with the planner's work of that day.
 #include "platform/dao/Database.h"
 #include "platform/runtime/Error.h"
 #include "tests/journeys/Day.h"
@@ -15,7 +15,7 @@
 
 using namespace Qt::StringLiterals;
 
-// Lists in failure messages of GoogleTest.
+// Prints lists in failure messages of GoogleTest.
 inline void PrintTo(const QStringList& lines, std::ostream* out) {
   for (const QString& line : lines)
     *out << "\n    " << line.toStdString();
@@ -30,7 +30,7 @@ const QString kLinks = u"tblItemsItemSpots"_s;
 const QString kNaam = u"Naam"_s;
 const QString kItemID = u"ItemID"_s;
 
-// The statements of the export files, oldest first, with their double quotes back.
+// The statements of the export files, oldest first, with double quotes restored.
 QStringList ExportedStatements(const QString& folder) {
   QStringList statements;
   for (const QString& name : QDir(folder).entryList({u"*.tql"_s}, QDir::Files, QDir::Name)) {
@@ -56,7 +56,7 @@ QStringList Replay(const QStringList& statements, const QString& databasePath) {
   return refused;
 }
 
-// The first words of each statement: what it does to which table.
+// The first words of each statement: its kind and table.
 QStringList Kinds(const QStringList& statements) {
   QStringList kinds;
   for (const QString& statement : statements)
@@ -70,8 +70,8 @@ QStringList LinesOf(const QString& path) {
   return QString::fromLatin1(file.readAll()).split(u"\r\n"_s, Qt::SkipEmptyParts);
 }
 
-// A spot made offline is lost from the copy when the list closes, and its number is given once more: of the two inserts
-// the server takes the first.
+// A spot made offline is lost from the copy when the list closes, and its number is given out again: of the two inserts
+// the server accepts the first.
 void TakeOutRepeatedNumber(CatalogueModel& meant) {
   meant.Remove(kSpots, kNaam, u"Offline tweede"_s);
 }
@@ -93,7 +93,7 @@ void KeepDeletedItem(CatalogueModel& meant, CatalogueModel before) {
   meant.TakeRows(kLinks, kItemID, item[u"ID"_s], before);
 }
 
-// So the old links of a changed item stay, and the new ones with their places are refused.
+// So the old links of a changed item stay, and its new links are refused where they have the same places.
 void KeepOldLinks(CatalogueModel& meant, CatalogueModel before) {
   const QString item = before.Find(kItems, kNaam, u"Gemeentelijke mededelingen"_s)[u"ID"_s];
   meant.Remove(kLinks, kItemID, item);
@@ -102,7 +102,7 @@ void KeepOldLinks(CatalogueModel& meant, CatalogueModel before) {
 
 }  // namespace
 
-TEST(WholeDay, ReplayedExportGivesTheDayButForTheToldDifferences) {
+TEST(WholeDay, ReplayedExportMatchesTheDayExceptForKnownDifferences) {
   const QTemporaryDir folder;
   Day day(folder.path());
   day.Live();
@@ -129,7 +129,7 @@ TEST(WholeDay, ReplayedExportGivesTheDayButForTheToldDifferences) {
                                             u"DELETE FROM tblCopie_ItemsItemSpots"_s,
                                             u"DELETE FROM tblCopie_Items"_s,
                                             u"UPDATE tblItems"_s}));
-  // Refused: what the rules above lead to, and the deletes of links that the new items did not have yet.
+  // Refused: the consequences of the rules above, and deletes of links that the new items did not have yet.
   EXPECT_EQ(Kinds(Replay(statements, day.ServerAsItWas())),
             (QStringList{u"INSERT INTO tblItemSpots"_s, u"DELETE FROM tblCopie_ItemsItemSpots"_s,
                          u"DELETE FROM tblCopie_ItemsItemSpots"_s, u"DELETE FROM tblCopie_ItemsItemSpots"_s,
@@ -144,7 +144,7 @@ TEST(WholeDay, ReplayedExportGivesTheDayButForTheToldDifferences) {
   KeepOldLinks(expected, before);
   EXPECT_EQ(CatalogueModel::Of(day.ServerAsItWas()).Lines(), expected.Lines());
 
-  // Offline the server is left alone; the log is empty again, and each new sound file was noted for the studio.
+  // Offline the server is not changed; the log is empty again, and each new sound file is in Audio.tae.
   EXPECT_EQ(CatalogueModel::Of(day.Server()).Lines(), before.Lines());
   dao::Database local = dao::OpenDatabase(day.Station() + u"/data/OvalistoLocal.mdb"_s);
   EXPECT_EQ(local.OpenRecordset(u"SELECT ID FROM tblOfflineLog"_s).RecordCount(), 0);

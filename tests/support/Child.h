@@ -8,10 +8,10 @@
 
 namespace testing_support {
 
-// Names of all children of that class, for the message of a failed look-up.
+// Object names of all children of that class, for failure messages.
 std::string ChildNames(const QWidget& parent);
 
-// The control of that name and type; fails with the names that do exist.
+// The control with that name and type; fails with the names that exist.
 template <class Control>
 Control& Child(const QWidget& parent, const QString& name) {
   auto* child = parent.findChild<Control*>(name);
@@ -21,7 +21,7 @@ Control& Child(const QWidget& parent, const QString& name) {
   return *child;
 }
 
-// The text without the mnemonic's "&".
+// The text without the mnemonic "&".
 QString Plain(QString caption);
 
 }  // namespace testing_support

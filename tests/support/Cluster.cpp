@@ -120,7 +120,7 @@ void Cluster::Start() {
   server_->setProcessEnvironment(environment);
   server_->setChildProcessModifier([] {
     GiveUpRoot();
-    prctl(PR_SET_PDEATHSIG, SIGQUIT);  // giving up rights clears it
+    prctl(PR_SET_PDEATHSIG, SIGQUIT);  // giving up root clears it
   });
   server_->start(ProgramFolder() + u"/postgres"_s, arguments);
   server_->waitForStarted();

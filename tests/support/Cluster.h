@@ -11,15 +11,15 @@ class QProcess;
 
 namespace testing_support {
 
-// A PostgreSQL server of the tests' own: a new cluster in a temporary folder, reached through a socket there, as the
-// user "planner" who may do everything. Root gives its rights up for it, because the server refuses them. It ends with
-// this object, and with this process.
+// A PostgreSQL server for tests: a new cluster in a temporary folder, reached through a socket there as the superuser
+// "planner". Under root it runs as another user, because PostgreSQL refuses to run as root. It ends with this object,
+// and with this process.
 class Cluster {
  public:
   struct Settings {
     QStringList options{};  // further "name=value" settings of the server
     quint16 port = 5432;
-    bool durable = false;       // with fsync, as a station has it
+    bool durable = false;       // with fsync, as in production
     QString copyOf{};           // a folder made by BackUpTo, instead of a new cluster
     QStringList accessRules{};  // lines before the rule that trusts the socket (pg_hba.conf)
     QList<QPair<QString, QString>> environment{};
@@ -27,7 +27,7 @@ class Cluster {
 
   // Whether the server's programs are installed.
   static bool IsInstalled();
-  // The folder of the server's programs, the newest there is.
+  // The folder of the newest installed server programs.
   static QString ProgramFolder();
 
   Cluster() : Cluster(Settings()) {}
@@ -43,18 +43,18 @@ class Cluster {
   QString Url(const QString& options = {}) const;
 
   void Kill();   // with -9
-  void Stop();   // at once, as a crash: no buffer is written
+  void Stop();   // immediately, as a crash: no buffer is written
   void Start();  // again
   bool IsRunning() const;
 
-  // Any SQL, as "planner", outside of the program; the first column of its rows. Throws std::runtime_error.
+  // Runs any SQL as "planner", outside of the program; returns the first column of its rows. Throws std::runtime_error.
   QStringList Sql(const QString& statements) const;
   // Runs one of the server's programs as its user; throws std::runtime_error when it fails.
   void RunProgram(const QString& program, const QStringList& arguments) const;
 
-  // Gives a file or folder to the user of the server.
+  // Makes the server's user the owner of a file or folder.
   static void GiveTo(const QString& path);
-  // Whom root becomes for the server.
+  // The user that root becomes for the server.
   static void GiveUpRoot();
 
  private:
@@ -64,12 +64,12 @@ class Cluster {
   std::unique_ptr<QProcess> server_;
 };
 
-// The one cluster of this test program, started by the first that asks for it.
+// The one cluster of this test program, started at the first call.
 Cluster& SharedCluster();
 void StopSharedCluster();
-// Whether this run keeps its server databases there: SPOTROOSTER_TEST_SERVER is set.
+// Whether this run keeps its server databases on the shared cluster: SPOTROOSTER_TEST_SERVER is set.
 bool OnServer();
-// A path on the shared cluster: the database that is that schema.
+// The path text of a database on the shared cluster, which is that schema.
 QString ServerPath(const QString& schema);
 
 }  // namespace testing_support

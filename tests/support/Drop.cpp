@@ -36,7 +36,7 @@ void Send(QWidget& target, QEvent::Type type, QPoint at, Qt::MouseButtons held) 
 
 }  // namespace
 
-// The drag has an event loop of its own, from the move that begins it to the end: what ends it must wait there.
+// The drag has its own event loop from its first move to its end: the release must be queued for that loop.
 void Drag(QWidget& target, QPoint from, QPoint to) {
   Send(target, QEvent::MouseButtonPress, from, Qt::LeftButton);
   bool ended = false;

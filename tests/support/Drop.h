@@ -7,13 +7,13 @@
 
 namespace testing_support {
 
-// Drags onto the middle of a shown control and lets go there: enter, move and drop, as they come from the desktop to
-// the control's window. Whether the drop was taken. What a drop sets off runs before this returns.
+// Drags to the middle of a visible control and drops there: enter, move and drop events as the desktop sends them to
+// the control's window. Returns whether the drop was accepted. The effects of a drop are complete when this returns.
 bool DropOn(QWidget& target, const QMimeData& data);
 // The same with files (host paths).
 bool DropFilesOn(QWidget& target, const QStringList& files);
 
-// Takes hold of something at one place of a shown control and lets it go at another, step by step with the button down.
+// Drags from one place of a visible control to another, step by step with the button down.
 void Drag(QWidget& target, QPoint from, QPoint to);
 
 }  // namespace testing_support

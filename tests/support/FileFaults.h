@@ -8,8 +8,8 @@
 
 namespace testing_support {
 
-// While it lives, `hook` is asked before each call of this thread on a file or folder, but for those on a database, its
-// .ldb and its journal (syncing their folder counts): an errno other than 0 is the result, and the call is not made.
+// While it exists, `hook` is called before each call of this thread on a file or folder, except on a database, its .ldb
+// and its journal (syncing their folder counts): an errno other than 0 becomes the result instead of the call.
 class FileFaults {
  public:
   explicit FileFaults(std::function<int(const files::FileCall& call)> hook);

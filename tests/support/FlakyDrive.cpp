@@ -15,13 +15,13 @@
 
 namespace testing_support {
 
-// How the drive is at present, and for how many calls yet. Once gone it stays so until it is held.
-struct FlakyDrive::Weather {
+// The present state of the drive, and for how many more calls. Once gone it stays gone until it is held.
+struct FlakyDrive::DriveState {
   enum Kind { Well, Slow, Failing, Gone };
 
-  Weather(QStringList roots, unsigned seed) : folders(std::move(roots)), random(seed) {}
+  DriveState(QStringList roots, unsigned seed) : folders(std::move(roots)), random(seed) {}
 
-  // The errno with which a call on the path ends, or 0 after a while.
+  // The errno of a call on the path, or 0, possibly after a delay.
   int Next(const QString& hostPath) {
     bool slow = false;
     {
@@ -60,17 +60,17 @@ struct FlakyDrive::Weather {
 
 namespace {
 
-using Weather = FlakyDrive::Weather;
+using DriveState = FlakyDrive::DriveState;
 
-// A drive that is gone gives a program that has a file open there an error, not "no such file". Giving up a lock always
-// succeeds: a server takes back what belongs to a client that is away.
-std::int64_t OnDrive(Weather& weather, const files::FileCall& call, const files::HookedFileSystem::Make& make) {
+// A drive that is gone gives a program with an open file an error, not "no such file". Unlocking always succeeds: a
+// server releases the locks of a client that is gone.
+std::int64_t OnDrive(DriveState& state, const files::FileCall& call, const files::HookedFileSystem::Make& make) {
   if (call.kind == files::FileCall::Unlock) return make();
-  return weather.Next(QFile::decodeName(call.path.c_str())) != 0 ? -EIO : make();
+  return state.Next(QFile::decodeName(call.path.c_str())) != 0 ? -EIO : make();
 }
 
-int Look(Weather& weather, const QString& hostPath) {
-  if (const int failure = weather.Next(hostPath)) return failure;
+int Look(DriveState& state, const QString& hostPath) {
+  if (const int failure = state.Next(hostPath)) return failure;
   struct stat status {};
   return ::stat(QFile::encodeName(hostPath).constData(), &status) == 0 ? 0 : errno;
 }
@@ -78,25 +78,25 @@ int Look(Weather& weather, const QString& hostPath) {
 }  // namespace
 
 FlakyDrive::FlakyDrive(const QStringList& folders, unsigned seed)
-    : weather_(std::make_shared<Weather>(folders, seed)),
+    : state_(std::make_shared<DriveState>(folders, seed)),
       files_(files::HostFileSystem(),
-             [weather = weather_](files::FileCall& call, const files::HookedFileSystem::Make& make) {
-               return OnDrive(*weather, call, make);
+             [state = state_](files::FileCall& call, const files::HookedFileSystem::Make& make) {
+               return OnDrive(*state, call, make);
              }),
       scope_(files_),
-      looks_([weather = weather_](const QString& path) { return Look(*weather, path); }) {}
+      looks_([state = state_](const QString& path) { return Look(*state, path); }) {}
 
 FlakyDrive::~FlakyDrive() = default;
 
 void FlakyDrive::Hold(bool well) {
-  const std::lock_guard lock(weather_->mutex);
-  weather_->held = well;
-  weather_->kind = Weather::Well;
+  const std::lock_guard lock(state_->mutex);
+  state_->held = well;
+  state_->kind = DriveState::Well;
 }
 
 int FlakyDrive::Hindered() const {
-  const std::lock_guard lock(weather_->mutex);
-  return weather_->hindered;
+  const std::lock_guard lock(state_->mutex);
+  return state_->hindered;
 }
 
 }  // namespace testing_support

@@ -11,26 +11,25 @@
 
 namespace testing_support {
 
-// A network drive on which nobody can count: while it lives, looks at it, reads, writes and locks under some folders
-// are slow or fail, by chance, for a few calls at a time, or find nothing at all from then on. What lies there is never
-// touched by it.
+// An unreliable network drive: while it exists, checks, reads, writes and locks below some folders are slow or fail, at
+// random, for a few calls at a time, or find nothing at all from then on. It never changes the files themselves.
 class FlakyDrive {
  public:
-  // Host paths of the folders; a seed for the chances.
+  // Host paths of the folders; a seed for the random numbers.
   FlakyDrive(const QStringList& folders, unsigned seed);
   ~FlakyDrive();
   FlakyDrive(const FlakyDrive&) = delete;
   FlakyDrive& operator=(const FlakyDrive&) = delete;
 
-  // Well for as long as it is held, so that a test can look at what is there.
+  // The drive works while it is held, so that a test can inspect the files.
   void Hold(bool well);
-  // How many calls were hindered.
+  // Number of calls that were made to fail or delayed.
   int Hindered() const;
 
-  struct Weather;
+  struct DriveState;
 
  private:
-  std::shared_ptr<Weather> weather_;  // also of helper threads that outlive the drive
+  std::shared_ptr<DriveState> state_;  // also of helper threads that outlive the drive
   files::HookedFileSystem files_;
   dao::FileSystemScope scope_;
   runtime::ProbeLookScope looks_;

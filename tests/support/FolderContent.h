@@ -9,8 +9,8 @@
 
 namespace testing_support {
 
-// Every file of a folder and those below it with its bytes, by path. Lock files of databases come and go, and hold
-// nothing that counts.
+// Every file below a folder with its bytes, by path, without the lock files of databases, whose content does not
+// matter.
 inline QMap<QString, QByteArray> FolderContent(const QString& folder) {
   QMap<QString, QByteArray> content;
   QDirIterator files(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);

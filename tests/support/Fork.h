@@ -5,9 +5,9 @@
 
 namespace testing_support {
 
-// As fork(), but begun only when this thread is the only one left: in the child the others are gone, and a lock that
-// one of them held (a sanitizer's allocator has some) would stay locked for ever. Helper threads of runtime::Probe end
-// by themselves a moment after they answered. Throws std::runtime_error when another thread does not end.
+// As fork(), but only once this thread is the only one: in the child the others no longer exist, and a lock that one of
+// them held (such as a sanitizer's allocator's) would stay locked. Helper threads of runtime::Probe end by themselves
+// soon after their result. Throws std::runtime_error when another thread does not end.
 pid_t Fork();
 
 }  // namespace testing_support

@@ -6,7 +6,7 @@
 
 namespace testing_support {
 
-// Holds threads up until it is opened.
+// Blocks threads until it is opened.
 class Gate {
  public:
   void Pass() {
@@ -23,7 +23,7 @@ class Gate {
     const std::lock_guard lock(mutex_);
     return open_;
   }
-  // Whether anybody ever had to wait.
+  // Whether any thread has waited.
   bool IsWaitedAt() const {
     const std::lock_guard lock(mutex_);
     return waitedAt_;

@@ -12,8 +12,8 @@
 
 namespace testing_support {
 
-// A database in which another program is writing while this lives, longer than anyone waits for it (in tests: not at
-// all). Another thread holds it, which is to the database as another process is.
+// A database in which another writer holds its turn while this exists, longer than any statement waits (in tests: not
+// at all). The other writer is a thread, which the database treats like another process.
 class HeldDatabase {
  public:
   explicit HeldDatabase(const QString& pathText)

@@ -5,7 +5,7 @@
 
 namespace testing_support {
 
-// A full disk: while it lives, no file of this process can grow past that many bytes.
+// A full disk: while it exists, no file of this process can grow past that many bytes.
 class FullDisk {
  public:
   explicit FullDisk(rlim_t bytes);
@@ -17,7 +17,7 @@ class FullDisk {
   rlimit before_{};
 };
 
-// Gives up the rights of root for good, so that file permissions hold: for the child process of a death test.
+// Gives up root for good, so that file permissions apply: for the child process of a death test.
 void BecomeNobody();
 
 }  // namespace testing_support

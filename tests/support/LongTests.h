@@ -6,7 +6,7 @@
 
 namespace testing_support {
 
-// How much longer than in the suite a random search shall run: SPOTROOSTER_LONG_TESTS, 1 when it is not set.
+// Factor for the number of steps of random tests: SPOTROOSTER_LONG_TESTS, 1 when it is not set.
 inline int LongTests() {
   const char* factor = std::getenv("SPOTROOSTER_LONG_TESTS");
   return factor != nullptr ? std::max(1, std::atoi(factor)) : 1;

@@ -12,8 +12,8 @@ class QDialog;
 
 namespace testing_support {
 
-// Drives modal windows that open while a test's own call is still running: each step waits for the window of its name
-// and runs inside that window's event loop. Steps come in their order; one that never ran fails the test.
+// Drives modal windows that open while a test's own call is still running: each step waits for the window of that name
+// and runs inside its event loop, in order. A step that did not run fails the test.
 class ModalDriver : public QObject {
   Q_OBJECT
 

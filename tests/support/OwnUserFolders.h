@@ -5,8 +5,8 @@
 
 namespace testing_support {
 
-// This process, and those it starts, keep what belongs to a user (settings, caches) in a folder that goes with this
-// object: never in the home of whoever runs the tests.
+// While it exists, this process and its children keep settings and caches of the user in a temporary folder instead of
+// the home folder.
 class OwnUserFolders {
  public:
   OwnUserFolders();

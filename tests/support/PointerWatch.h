@@ -9,8 +9,8 @@
 
 namespace testing_support {
 
-// While it lives, messages are answered without being shown, and the titles are kept of those that came up during an
-// hourglass.
+// While it exists, messages are answered without being shown; it keeps the titles of those that appeared while the wait
+// pointer was set.
 class PointerWatch {
  public:
   explicit PointerWatch(int answer = runtime::kAnswerOk)

@@ -27,7 +27,7 @@ dao::Recordset Open(const QString& path, const QString& select) {
   return database.OpenRecordset(select);
 }
 
-// The stations before this one are gone from the server too.
+// Stations of earlier tests are removed from the server too.
 QString EmptiedServer() {
   SharedCluster().Sql(
       u"DO $$DECLARE s name; BEGIN FOR s IN SELECT nspname FROM pg_namespace WHERE nspname LIKE 'Ovalisto%' LOOP "

@@ -11,7 +11,7 @@ namespace testing_support {
 
 // A station in a temporary folder: program folder with local and work database, server folder, export folder, audio
 // folder; `global` is set for it, and restored at the end. Real files, empty tables, one station row (number 0). In a
-// run on a server (Cluster.h) the server database is there, and the server folder is empty.
+// run on a server (Cluster.h) the server database is on it and the server folder is empty.
 class Station {
  public:
   enum class Mode { Online, Offline };
@@ -31,14 +31,14 @@ class Station {
   // One statement on the server's or the local database.
   int OnServer(const QString& statement) const;
   int OnLocal(const QString& statement) const;
-  // On whichever the present mode reads.
+  // On the database of the present mode.
   int OnCurrent(const QString& statement) const;
 
   dao::Recordset ServerRows(const QString& select) const;
   dao::Recordset LocalRows(const QString& select) const;
   dao::Recordset CurrentRows(const QString& select) const;
 
-  // The logged statements in their order.
+  // The logged statements in order.
   QStringList Log() const;
 
  private:

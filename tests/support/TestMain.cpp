@@ -13,14 +13,14 @@
 #include <iostream>
 
 namespace {
-constexpr int kSkipped = 77;  // as CTest takes it
+constexpr int kSkipped = 77;  // exit code that CTest reports as skipped
 }
 
 int main(int argc, char** argv) {
-  // A test program that needs another one says so before main.
+  // A test program that needs another program registers that before main.
   const QByteArray platform = qgetenv("SPOTROOSTER_TEST_PLATFORM");
   qputenv("QT_QPA_PLATFORM", platform.isEmpty() ? QByteArray("offscreen") : platform);
-  // Every test makes databases of its own; in memory their syncs cost nothing.
+  // Every test makes its own databases; in memory their syncs cost nothing.
   if (QFileInfo(QStringLiteral("/dev/shm")).isWritable()) qputenv("TMPDIR", "/dev/shm");
   testing::InitGoogleTest(&argc, argv);
   const testing_support::OwnUserFolders folders;

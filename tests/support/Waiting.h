@@ -7,7 +7,7 @@
 
 #include <functional>
 
-// Handles events until it holds; false when it has not for so long that it never will.
+// Processes events until the condition holds; false after a timeout.
 inline bool WaitUntil(const std::function<bool()>& holds) {
   const QDeadlineTimer never(60000);
   while (!holds()) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Every command that takes the name of a file or folder, and every kind of thing that can have that name: the command
-// ends at once with an error that names it, and leaves the folder as it was.
+// Every command that takes the name of a file or folder, with every kind of object that can have that name: the command
+// ends at once with an error that contains the name, and leaves the folder unchanged.
 #include "tests/support/Hindrance.h"
 #include "tests/tools/RunTool.h"
 
@@ -21,7 +21,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString kName = u"NAAM"_s;  // stands for the name in the words of a command
+const QString kName = u"NAAM"_s;  // placeholder for the name in the words of a command
 constexpr unsigned kMostSeconds = 20;
 
 struct Call {
@@ -81,7 +81,7 @@ class BadNamesDeathTest : public testing::Test {
     ASSERT_EQ(::chmod(QFile::encodeName(name).constData(), mode), 0);
   }
 
-  // `named`: what the error may contain in place of the name.
+  // `named`: text that the error may contain instead of the name.
   static void ExpectRefused(const QList<Call>& calls, const QString& name, const QString& named = {}) {
     const QString part = named.isEmpty() ? name : named;
     const std::string pattern = named.isEmpty() ? Escaped(part) : Escaped(part) + "|" + Escaped(name);
@@ -95,7 +95,7 @@ class BadNamesDeathTest : public testing::Test {
   }
 
  private:
-  // For a POSIX pattern.
+  // Escapes it for a POSIX pattern.
   static std::string Escaped(const QString& text) {
     return std::regex_replace(text.toStdString(), std::regex(R"([.\[\]{}()*+?^$|\\])"), R"(\$&)");
   }
@@ -147,7 +147,7 @@ TEST_F(BadNamesDeathTest, ALinkToAPipe) {
     ExpectRefused(calls, u"koppeling"_s, u"pijp"_s);  // or the real file
 }
 
-TEST_F(BadNamesDeathTest, AFileThatIsNotThere) {
+TEST_F(BadNamesDeathTest, AMissingFile) {
   ExpectRefused(CallsOnFiles(), u"weg.mdb"_s);
   ExpectRefused(CallsOnFolders(), u"weg.mdb"_s);
 }
@@ -171,7 +171,7 @@ TEST_F(BadNamesDeathTest, ANameThatIsTooLong) {
     ExpectRefused(calls, name, QString(200, u'x'));
 }
 
-// The error has the name as it is; what makes it harmless on a terminal is VisibleStreamTest's.
+// The error contains the name unchanged; VisibleStreamTest checks how a terminal shows it.
 TEST_F(BadNamesDeathTest, ANameWithALineBreakAndAnEscape) {
   const QString name = u"rood\x1B[31m\nregel.mdb"_s;
   ExpectRefused(CallsOnFiles(), name);

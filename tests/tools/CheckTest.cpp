@@ -29,7 +29,7 @@ class Check : public testing::Test {
   QTemporaryDir folder_;
 };
 
-TEST_F(Check, NewDatabaseHasNotEvenARemarkAndIsLeftAsItWas) {
+TEST_F(Check, NewDatabaseHasNoRemarksAndIsUnchanged) {
   const QByteArray before = Bytes();
   const ToolRun run = RunTool({u"check"_s, Local()});
   EXPECT_EQ(run.exitCode, kDone);
@@ -37,7 +37,7 @@ TEST_F(Check, NewDatabaseHasNotEvenARemarkAndIsLeftAsItWas) {
   EXPECT_EQ(Bytes(), before);
 }
 
-TEST_F(Check, DamageIsALineEachAndNotRepaired) {
+TEST_F(Check, EachDamageIsALineAndNothingIsRepaired) {
   constexpr qint64 kPage = 4096;
   Overwrite(Bytes().size() - kPage, QByteArray(kPage, '\x09'));
   const QByteArray damaged = Bytes();
@@ -48,13 +48,13 @@ TEST_F(Check, DamageIsALineEachAndNotRepaired) {
   EXPECT_EQ(Bytes(), damaged);
 }
 
-TEST_F(Check, AFileThatIsNoDatabaseIsNamed) {
+TEST_F(Check, AFileThatIsNotADatabaseIsReportedByName) {
   const ToolRun run = RunTool({u"check"_s, folder_.filePath(u"ovalis.ini"_s)});
   EXPECT_EQ(run.exitCode, kFailed);
   EXPECT_NE(run.err.find("ovalis.ini"), std::string::npos) << run.err;
 }
 
-TEST_F(Check, EveryCommandAsksForThePasswordOfAFileThatHasOne) {
+TEST_F(Check, EveryCommandRequiresThePasswordOfAFileWithOne) {
   if (!qEnvironmentVariableIsSet("SPOTROOSTER_MDB_SAMPLES")) GTEST_SKIP() << "SPOTROOSTER_MDB_SAMPLES is not set";
   const QString file = qEnvironmentVariable("SPOTROOSTER_MDB_SAMPLES") + u"/password.mdb"_s;
   const QList<QStringList> calls = {{u"check"_s, file},

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Commands that are killed at each of their file calls: what they worked on is good, and the same command succeeds
-// when it is run again. The real program under strace, which kills it on entering a call.
+// Commands that are killed at each of their file calls: their files stay good, and the same command succeeds when it is
+// run again. The real program runs under strace, which kills it at the start of a call.
 #include "tests/tools/CommandKills.h"
 #include "tests/tools/StationProgram.h"
 
@@ -46,7 +46,7 @@ class CommandKills : public testing::Test {
 
 }  // namespace
 
-TEST_F(CommandKills, CompactLeavesTheDatabaseWhole) {
+TEST_F(CommandKills, CompactLeavesTheDatabaseGood) {
   const QTemporaryDir station;
   RunTool({u"create"_s, station.path()});
   Sql(station.path(), u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (1, \"%1\")"_s.arg(QString(3000, u'x')));

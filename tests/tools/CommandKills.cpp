@@ -19,7 +19,7 @@ using namespace Qt::StringLiterals;
 namespace command_kills {
 namespace {
 
-// Kinds that this computer's library does not use are made no times.
+// Kinds of calls that the C library here does not use have a count of 0.
 const QStringList kCalls{u"openat"_s,    u"pwrite64"_s, u"fsync"_s,    u"fdatasync"_s, u"ftruncate"_s,
                          u"link"_s,      u"linkat"_s,   u"rename"_s,   u"mkdir"_s,     u"renameat"_s,
                          u"renameat2"_s, u"unlink"_s,   u"unlinkat"_s, u"fchmod"_s,    u"fchown"_s};
@@ -30,7 +30,7 @@ int Step() {
   return text != nullptr ? std::max(1, std::atoi(text)) : kInTheSuite;
 }
 
-// A copy of what the command works on, and a file for what strace writes.
+// A copy of the command's folder, and a file for the output of strace.
 class Run {
  public:
   explicit Run(const Command& command) : command_(command) {
@@ -40,7 +40,7 @@ class Run {
   QString Folder() const { return root_.filePath(u"station"_s); }
   QString TracePath() const { return root_.filePath(u"trace"_s); }
 
-  // Whether the command came to its end.
+  // Whether the command ended normally.
   bool Ends(const QStringList& straceOptions) const {
     QProcess program;
     program.start(u"strace"_s, QStringList{u"-f"_s, u"-qq"_s, u"-o"_s, TracePath()} + straceOptions +
@@ -55,7 +55,7 @@ class Run {
   QTemporaryDir root_;
 };
 
-// How many calls of a kind a thread makes before the first that is about the folder: those of the program's start.
+// How many calls of a kind a thread makes before the first on the folder: those of the program's start.
 int FirstCall(const Run& run, const QString& call) {
   EXPECT_TRUE(run.Ends({u"-e"_s, u"trace="_s + call}));
   QFile trace(run.TracePath());

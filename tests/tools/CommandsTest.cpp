@@ -46,7 +46,7 @@ TEST_F(Tool, CreateMakesANumberedStationAndListsItAtTheStart) {
   }
 }
 
-TEST_F(Tool, CreateNamesAStationThatWasGivenNoName) {
+TEST_F(Tool, CreateGivesAStationADefaultName) {
   ASSERT_EQ(Create().exitCode, kDone);
   ASSERT_EQ(Create({u"--station"_s, u"2"_s}).exitCode, kDone);
   EXPECT_EQ(RunTool({u"dump"_s, Local(), u"cdeLicenties"_s}).out,
@@ -60,7 +60,7 @@ TEST_F(Tool, CreateNeverReplacesAStation) {
   EXPECT_NE(again.err.find("OvalistoLocal.mdb"), std::string::npos) << again.err;
 }
 
-TEST_F(Tool, CreateRefusesANumberThatIsNone) {
+TEST_F(Tool, CreateRefusesAnInvalidNumber) {
   for (const QString& number : {u"drie"_s, u"-1"_s, u"40000"_s, u""_s}) {
     const ToolRun run = Create({u"--station"_s, number});
     EXPECT_EQ(run.exitCode, kWrongUse);
@@ -92,7 +92,7 @@ TEST_F(Tool, SchemaShowsFieldsAndIndexes) {
   EXPECT_NE(RunTool({u"schema"_s, Local(), u"tblOfflineLog"_s}).out.find("SqlSyntax Memo"), std::string::npos);
 }
 
-TEST_F(Tool, MeasureTellsMillisecondsAndNamesWhatCannotBeMeasured) {
+TEST_F(Tool, MeasurePrintsMillisecondsAndReportsUnreadableFiles) {
   audio::ToneOptions options;
   options.seconds = 1.5;
   options.sampleRate = 8000;
@@ -103,7 +103,7 @@ TEST_F(Tool, MeasureTellsMillisecondsAndNamesWhatCannotBeMeasured) {
   EXPECT_NE(run.err.find("weg.mp3"), std::string::npos) << run.err;
 }
 
-TEST_F(Tool, WrongUseIsToldWithTheUsage) {
+TEST_F(Tool, WrongUseIsReportedWithTheUsage) {
   EXPECT_EQ(RunTool({}).exitCode, kWrongUse);
   EXPECT_EQ(RunTool({u"--help"_s}).exitCode, kDone);
   EXPECT_NE(RunTool({u"--help"_s}).out.find("create MAP"), std::string::npos);
@@ -113,7 +113,7 @@ TEST_F(Tool, WrongUseIsToldWithTheUsage) {
   EXPECT_EQ(RunTool({u"tables"_s, u"x"_s, u"--password"_s}).exitCode, kWrongUse);
 }
 
-TEST_F(Tool, AnEmptyWordIsNotTheFolderOneHappensToBeIn) {
+TEST_F(Tool, AnEmptyWordIsNotTheCurrentFolder) {
   for (const Command& command : AllCommands()) {
     const ToolRun run = RunTool({command.name, u""_s});
     EXPECT_EQ(run.exitCode, kWrongUse) << command.name.toStdString();
@@ -121,7 +121,7 @@ TEST_F(Tool, AnEmptyWordIsNotTheFolderOneHappensToBeIn) {
   }
 }
 
-TEST_F(Tool, OutputThatCannotBeWrittenIsAFailure) {
+TEST_F(Tool, AnOutputErrorIsAFailure) {
   ASSERT_EQ(Create().exitCode, kDone);
   std::ostringstream err;
   std::ostream nowhere(nullptr);
@@ -129,7 +129,7 @@ TEST_F(Tool, OutputThatCannotBeWrittenIsAFailure) {
   EXPECT_EQ(err.str(), "De uitvoer kan niet geschreven worden.\n");
 }
 
-TEST_F(Tool, AFileThatIsNoDatabaseIsNamed) {
+TEST_F(Tool, AFileThatIsNotADatabaseIsReportedByName) {
   QFile file(At(u"rommel.mdb"_s));
   ASSERT_TRUE(file.open(QIODevice::WriteOnly));
   file.write("dit is geen database");

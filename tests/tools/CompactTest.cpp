@@ -20,7 +20,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A local database in which many rows came and went.
+// A local database in which many rows were inserted and deleted.
 class Compact : public testing::Test {
  protected:
   Compact() {
@@ -38,7 +38,7 @@ class Compact : public testing::Test {
   QTemporaryDir folder_;
 };
 
-TEST_F(Compact, SmallerFileTakesThePlaceOfTheOldWhichIsKept) {
+TEST_F(Compact, TheSmallerFileReplacesTheOldOneWhichIsKept) {
   const std::string tables = Tables(Local());
   const qint64 before = Size(Local());
   const ToolRun run = RunTool({u"compact"_s, Local()});
@@ -70,10 +70,10 @@ TEST_F(Compact, AFullDiskLeavesTheDatabaseAsItWas) {
   }
 }
 
-// In a process of its own, since only one without the rights of root meets permissions at all.
+// In a child process without root, to which permissions apply.
 using CompactDeathTest = Compact;
 
-TEST_F(CompactDeathTest, AFileOrFolderThatMayNotBeWrittenIsLeftAsItIs) {
+TEST_F(CompactDeathTest, AReadOnlyFileOrFolderIsUnchanged) {
   struct Case {
     mode_t file;
     mode_t folder;
@@ -98,7 +98,7 @@ TEST_F(CompactDeathTest, AFileOrFolderThatMayNotBeWrittenIsLeftAsItIs) {
   permit(data, 0777);
 }
 
-TEST_F(Compact, NewFileComesBesideTheOldWhichStaysAsItIs) {
+TEST_F(Compact, ANewFileIsMadeAndTheOldOneIsUnchanged) {
   const QString target = folder_.filePath(u"nieuw.mdb"_s);
   const qint64 before = Size(Local());
   ASSERT_EQ(RunTool({u"compact"_s, Local(), target}).exitCode, kDone);
@@ -109,7 +109,7 @@ TEST_F(Compact, NewFileComesBesideTheOldWhichStaysAsItIs) {
   EXPECT_EQ(RunTool({u"check"_s, target}).out, "ok\n");
 }
 
-TEST_F(Compact, AFileThatIsThereIsNotReplaced) {
+TEST_F(Compact, AnExistingFileIsNotReplaced) {
   const ToolRun run = RunTool({u"compact"_s, Local(), folder_.filePath(u"data/work.mdb"_s)});
   EXPECT_EQ(run.exitCode, kFailed);
   EXPECT_NE(run.err.find("work.mdb"), std::string::npos) << run.err;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A station whose making was killed or ran out of space: the next create completes it.
+// A station whose creation was killed or ran out of space: the next create completes it.
 #include "tests/support/Fork.h"
 #include "tests/support/Hindrance.h"
 #include "tests/tools/RunTool.h"
@@ -19,7 +19,7 @@ namespace {
 
 constexpr rlim_t kStep = 12288;  // bytes
 
-// Makes the station in a process whose files cannot grow past that size: it fails there, or is killed there.
+// Creates the station in a process whose files cannot grow past that size: it fails or is killed there.
 bool MadeWithin(rlim_t bytes, bool kills, const QStringList& create) {
   const pid_t child = testing_support::Fork();
   if (child == 0) {
@@ -39,7 +39,7 @@ class BrokenOffCreate : public testing::TestWithParam<bool> {};
 
 INSTANTIATE_TEST_SUITE_P(FullOrKilled, BrokenOffCreate, testing::Bool());
 
-TEST_P(BrokenOffCreate, IsCompletedByTheNextAndThenRefused) {
+TEST_P(BrokenOffCreate, IsCompletedByTheNextCreateWhichThenRefusesAnother) {
   for (const QString& station : {u"0"_s, u"3"_s}) {
     int brokenOff = 0;
     for (rlim_t bytes = 0;; bytes += kStep) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the commands say where they have no access at all; in a process of its own, since root has it everywhere.
+// Messages of the commands without access to the files; in a child process, since root always has access.
 #include "tests/support/Hindrance.h"
 #include "tests/tools/RunTool.h"
 
@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A station in a folder that nobody may enter.
+// A station in a folder without permissions.
 class DeniedDeathTest : public testing::Test {
  protected:
   DeniedDeathTest() {

@@ -19,7 +19,7 @@ namespace {
 
 class Dump : public testing::Test {
  protected:
-  // A table of `rows` rows of every kind of field. Answers where each row is.
+  // A table of `rows` rows of every kind of field. Returns where each row is.
   std::vector<jet::RowId> Fill(int rows) const {
     jet::Database::Create(File().toStdString());
     jet::OpenOptions options;
@@ -53,7 +53,7 @@ class Dump : public testing::Test {
   QTemporaryDir folder_;
 };
 
-TEST_F(Dump, HasTheValuesThatSqlHas) {
+TEST_F(Dump, HasTheSameValuesAsSql) {
   Fill(60);
   const ToolRun dump = RunTool({u"dump"_s, File(), u"TBLALLES"_s});
   EXPECT_EQ(dump.exitCode, kDone);
@@ -62,7 +62,7 @@ TEST_F(Dump, HasTheValuesThatSqlHas) {
   EXPECT_EQ(std::count(dump.out.begin(), dump.out.end(), '\r'), 61);
 }
 
-TEST_F(Dump, GoesOnBehindADamagedPageAndNamesIt) {
+TEST_F(Dump, ContinuesAfterADamagedPageAndReportsIt) {
   const std::vector<jet::RowId> rows = Fill(60);
   const std::uint32_t page = jet::PageOf(rows[30]);
   const auto lost = std::count_if(rows.begin(), rows.end(), [&](jet::RowId row) { return jet::PageOf(row) == page; });
@@ -84,7 +84,7 @@ TEST_F(Dump, AStatementOverADamagedPageIsAnError) {
   EXPECT_NE(run.err.find("beschadigd"), std::string::npos) << run.err;
 }
 
-TEST_F(Dump, ATableThatIsNotThereIsNamed) {
+TEST_F(Dump, AMissingTableIsReportedByName) {
   Fill(1);
   const ToolRun run = RunTool({u"dump"_s, File(), u"tblNiets"_s});
   EXPECT_EQ(run.exitCode, kFailed);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Several program folders that export into one folder at the same moment: every statement comes into one file, once.
+// Several program folders that export into one folder at the same moment: every statement is in one file, once.
 #include "platform/dao/Database.h"
 #include "platform/runtime/TextFile.h"
 #include "tests/tools/RunTool.h"
@@ -68,7 +68,7 @@ class ExportCrowd : public testing::Test {
     return logged;
   }
 
-  // What is in the files, which are taken away.
+  // The content of the files, which are removed.
   QStringList TakeExported() const {
     QStringList statements;
     const QDir folder(Shared());

@@ -63,7 +63,7 @@ TEST(ExportCommand, OfflineNothingIsExportedUntilEarlierFilesWereProcessed) {
   EXPECT_EQ(program.Rows().Log().size(), 1);
 }
 
-TEST(ExportCommand, OnlineNothingIsAsked) {
+TEST(ExportCommand, OnlineThereIsNoQuestion) {
   const StationProgram program(Station::Mode::Online);
   LogStatement(program, 1, u"DELETE FROM c"_s);
   const ToolRun run = program.Run(u"export"_s);
@@ -92,7 +92,7 @@ TEST(ExportCommand, TwoInARowMakeTwoFiles) {
   EXPECT_EQ(Content(program.At(u"export/"_s + files.at(1))), "TWEEDE;\r\n");
 }
 
-TEST(ExportCommand, ADestinationThatIsNotThereIsToldAndTheLogStays) {
+TEST(ExportCommand, AMissingDestinationIsReportedAndTheLogStays) {
   const StationProgram program;
   LogStatement(program, 1, u"DELETE FROM c"_s);
   ASSERT_TRUE(QDir(program.Rows().ExportFolder()).removeRecursively());
@@ -102,7 +102,7 @@ TEST(ExportCommand, ADestinationThatIsNotThereIsToldAndTheLogStays) {
   EXPECT_EQ(program.Rows().Log().size(), 1);
 }
 
-TEST(ExportCommand, NoDestinationIsToldAndTheLogStays) {
+TEST(ExportCommand, NoDestinationIsReportedAndTheLogStays) {
   const StationProgram program;
   LogStatement(program, 1, u"DELETE FROM c"_s);
   runtime::WriteFile(runtime::PathText(program.At(u"ovalis.ini"_s)), "[Files]\r\nDatabasePath=D:\\server\r\n");
@@ -112,7 +112,7 @@ TEST(ExportCommand, NoDestinationIsToldAndTheLogStays) {
   EXPECT_EQ(program.Rows().Log().size(), 1);
 }
 
-TEST(ExportCommand, CharactersThatDoNotFitAreTold) {
+TEST(ExportCommand, CharactersThatDoNotFitAreReported) {
   const StationProgram program;
   LogStatement(program, 1, u"UPDATE a SET b = '\u0142'"_s);
   const ToolRun run = program.Run(u"export"_s);
@@ -132,7 +132,8 @@ TEST(ExportCommand, WhileTheProgramRunsOnTheFolderNothingIsExported) {
 
 namespace {
 
-// An export whose file got its name and went away before the log was emptied: only the user knows what became of it.
+// An export whose file got its name and disappeared before the log was emptied: only the user knows whether it was
+// processed.
 class MissingExportFile : public testing::TestWithParam<Station::Mode> {
  protected:
   MissingExportFile() {
@@ -143,7 +144,7 @@ class MissingExportFile : public testing::TestWithParam<Station::Mode> {
         global.localDatabasePath,
         {u"D:\\export\\"_s + kName, u"D:\\export\\"_s + kName + u".0123abcd.tmp"_s, log.HighestID(), log.Finish()});
   }
-  // Nothing was decided: a message names the file, the log is as it was, and no file was made.
+  // Nothing was decided: a message names the file, the log is unchanged, and no file was made.
   void ExpectUndecided(const QStringList& words) const {
     const ToolRun run = program_.Run(u"export"_s, words);
     EXPECT_EQ(run.exitCode, kFailed);
@@ -161,32 +162,32 @@ class MissingExportFile : public testing::TestWithParam<Station::Mode> {
 
 INSTANTIATE_TEST_SUITE_P(Modes, MissingExportFile, testing::Values(Station::Mode::Online, Station::Mode::Offline));
 
-TEST_P(MissingExportFile, IsNotDecidedByAnOptionThatNamesAnotherQuestion) {
+TEST_P(MissingExportFile, IsNotDecidedByAnOptionForAnotherQuestion) {
   ExpectUndecided({kProcessed});
   const ToolRun run = program_.Run(u"export"_s, {kProcessed});
   EXPECT_NE(run.err.find("--bestand-verwerkt"), std::string::npos) << run.err;
   EXPECT_NE(run.err.find("--bestand-niet-verwerkt"), std::string::npos) << run.err;
 }
 
-TEST_P(MissingExportFile, IsNotDecidedByTheNameOfAnotherFileOrByBothAnswers) {
+TEST_P(MissingExportFile, IsNotDecidedByAnotherFileNameOrByBothAnswers) {
   ExpectUndecided({kProcessed, u"--bestand-verwerkt"_s, u"20250311093016.tql"_s});
   ExpectUndecided({kProcessed, u"--bestand-verwerkt"_s, kName, u"--bestand-niet-verwerkt"_s, kName});
 }
 
-TEST_P(MissingExportFile, LeavesTheLogWhenItsUserSaysThatItWasProcessed) {
+TEST_P(MissingExportFile, EmptiesTheLogWhenTheUserSaysItWasProcessed) {
   EXPECT_EQ(program_.Run(u"export"_s, {kProcessed, u"--bestand-verwerkt"_s, kName}).exitCode, kDone);
   EXPECT_TRUE(program_.Rows().Log().isEmpty());
   EXPECT_TRUE(ExportFiles(program_).isEmpty());
 }
 
-TEST_P(MissingExportFile, IsWrittenAgainWhenItsUserSaysThatItWasNotProcessed) {
+TEST_P(MissingExportFile, IsWrittenAgainWhenTheUserSaysItWasNotProcessed) {
   EXPECT_EQ(program_.Run(u"export"_s, {kProcessed, u"--bestand-niet-verwerkt"_s, kName}).exitCode, kDone);
   EXPECT_TRUE(program_.Rows().Log().isEmpty());
   ASSERT_EQ(ExportFiles(program_).size(), 1);
   EXPECT_EQ(Content(program_.At(u"export/"_s + ExportFiles(program_).first())), "DELETE FROM c;\r\n");
 }
 
-TEST_P(MissingExportFile, KeepsLocateFromWritingIntoTheLog) {
+TEST_P(MissingExportFile, PreventsLocateFromWritingToTheLog) {
   if (GetParam() == Station::Mode::Online) GTEST_SKIP() << "online nothing is logged";
   const ToolRun run = program_.Run(u"locate"_s, {program_.At(u"audio"_s), u"--write"_s});
   EXPECT_EQ(run.exitCode, kFailed);

@@ -20,7 +20,7 @@ QString FileText(const QString& name) {
   return QString::fromUtf8(file.readAll());
 }
 
-// Runs a line as a shell does, in a folder of its own where examples say /tmp.
+// Runs a line in a shell, with a temporary folder in place of /tmp.
 ToolRun RunLine(const QString& line, const QTemporaryDir& folder) {
   QProcess shell;
   QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -47,7 +47,7 @@ TEST(Help, EveryCommandShowsItsUseWithExamples) {
   }
 }
 
-TEST(Help, WhatACommandTellsFitsATerminal) {
+TEST(Help, HelpOfEveryCommandFitsATerminal) {
   constexpr qsizetype kColumns = 110;
   for (const Command& command : AllCommands()) {
     for (const QString& line : command.details.split(u'\n'))
@@ -66,14 +66,14 @@ TEST(Help, EveryExampleWorksWhenPasted) {
   for (const Command& command : AllCommands()) {
     for (const QString& example : command.examples) {
       const ToolRun run = RunLine(u"spotrooster-db "_s + example, folder);
-      // The demonstration station misses one file, and locate says so.
+      // One file of the demonstration station is missing, and locate reports it.
       EXPECT_EQ(run.exitCode, command.name == u"locate"_s ? kFailed : kDone) << example.toStdString();
       EXPECT_EQ(run.err, "") << example.toStdString();
     }
   }
 }
 
-TEST(Help, TheManualPageTellsEveryCommandAsHelpDoes) {
+TEST(Help, TheManualPageHasEveryCommandWithTheTextsOfHelp) {
   const QString page = QString::fromStdString(RunTool({u"--man"_s}).out).replace(u"\\-"_s, u"-"_s);
   for (const Command& command : AllCommands()) {
     const QString section = page.section(u".SS "_s + command.name + u'\n', 1).section(u"\n.S"_s, 0, 0);
@@ -83,7 +83,7 @@ TEST(Help, TheManualPageTellsEveryCommandAsHelpDoes) {
   }
 }
 
-TEST(Help, TheManualPageKeepsTextApartFromTroff) {
+TEST(Help, TheManualPageEscapesTextForTroff) {
   const std::string page = RunTool({u"--man"_s}).out;
   EXPECT_NE(page.find("\\[u00E9]\\[u00E9]n SQL\\-opdracht"), std::string::npos);
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The blocks as Debian's own Liquidsoap plays them, heard back: every sound where the rule puts it.
+// The blocks as Debian's Liquidsoap plays them: every sound must be recorded where the rule puts it.
 #include "data/Statements.h"
 #include "data/stations/DemoCatalogue.h"
 #include "export/playout/FileNameExample.h"
@@ -31,12 +31,12 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString kLiquidsoap = u"/usr/bin/liquidsoap"_s;
-constexpr int kRate = 44100;  // of what Liquidsoap writes
+constexpr int kRate = 44100;  // of Liquidsoap's output
 constexpr int kNobody = 65534;
 
 using Sound = std::vector<float>;  // one channel at kRate
 
-// Noise is like itself at no other place, so that where it stands can be measured to the sample.
+// Noise correlates with itself at one place only, so its position can be measured to the sample.
 void WriteNoise(const QString& path, double seconds, int rate, unsigned seed) {
   ASSERT_TRUE(QDir().mkpath(QFileInfo(path).path()));
   SF_INFO info{};
@@ -48,7 +48,7 @@ void WriteNoise(const QString& path, double seconds, int rate, unsigned seed) {
   std::mt19937 random(seed);
   Sound noise(static_cast<std::size_t>(seconds * rate));
   float before = 0;
-  for (float& sample : noise) {  // less of the highest tones, which an MP3 leaves out
+  for (float& sample : noise) {  // less of the highest frequencies, which MP3 drops
     const float white = static_cast<float>(random() % 20001) / 10000.0F - 1.0F;
     before = 0.5F * before + 0.5F * white;
     sample = 0.5F * before;
@@ -69,7 +69,7 @@ Sound Decoded(const QString& path) {
   return sound;
 }
 
-// A stream's header holds no length: what stands behind it is sound to the end of the file.
+// A stream's header has no length: the sound continues to the end of the file.
 Sound Recorded(const QString& path) {
   QFile file(path);
   if (!file.open(QIODevice::ReadOnly)) return {};
@@ -83,8 +83,8 @@ Sound Recorded(const QString& path) {
   return sound;
 }
 
-// Where in `heard`, near `expected`, the part of `sound` from `from` on stands best: the frame at which the whole sound
-// would begin. Nothing when it stands nowhere clearly.
+// Where in `heard`, near `expected`, the part of `sound` after `from` matches best: the frame at which the complete
+// sound would begin. Nothing without a clear match.
 std::optional<std::int64_t> Find(const Sound& sound, std::int64_t from, const Sound& heard, std::int64_t expected) {
   constexpr std::int64_t kWindow = 1500;
   constexpr std::int64_t kAround = kRate / 5;
@@ -131,7 +131,7 @@ QList<Line> LinesOf(const QString& playlist) {
   return lines;
 }
 
-// The demonstration's catalogue with noise in place of its sounds.
+// The demonstration's catalogue with noise instead of its sounds.
 class DemoOfNoise {
  public:
   DemoOfNoise() {
@@ -181,7 +181,7 @@ class DemoOfNoise {
   QDateTime moment_;
 };
 
-// Lets Liquidsoap, which refuses to run as root, read the station and write beside it.
+// Lets Liquidsoap, which refuses to run as root, read the station and write to its folder.
 void OpenToAll(const QString& folder) {
   QProcess::execute(u"chmod"_s, {u"-R"_s, u"a+rwX"_s, folder});
 }

@@ -43,7 +43,7 @@ TEST(LocateCommand, ListsWhereAMovedFileIsAndChangesNothing) {
   EXPECT_FALSE(QFile::exists(program.At(u"export/Audio.tae"_s)));
 }
 
-TEST(LocateCommand, WriteGivesOnlyTheNewPath) {
+TEST(LocateCommand, WriteChangesOnlyThePath) {
   const StationProgram program;
   AddLostSpot(program);
   program.MakeSound(u"nieuw/Lente.wav"_s, 10.4);
@@ -81,7 +81,7 @@ TEST(LocateCommand, JinglesAreFoundToo) {
             u"D:\\nieuw\\klok.wav"_s);
 }
 
-TEST(LocateCommand, AFileThatIsWhereItSaysIsNotLookedFor) {
+TEST(LocateCommand, AFileAtItsPathIsNotSearchedFor) {
   const StationProgram program;
   AddLostSpot(program);
   program.MakeSound(u"weg/Lente.wav"_s, 10);
@@ -89,7 +89,7 @@ TEST(LocateCommand, AFileThatIsWhereItSaysIsNotLookedFor) {
   EXPECT_EQ(program.Run(u"locate"_s, {program.At(u"nieuw"_s)}).out, kHeader);
 }
 
-TEST(LocateCommand, SeveralThatFitAreNeverWritten) {
+TEST(LocateCommand, SeveralMatchesAreNeverWritten) {
   const StationProgram program;
   AddLostSpot(program);
   program.MakeSound(u"nieuw/a/Lente.wav"_s, 10);
@@ -110,7 +110,7 @@ TEST(LocateCommand, TheSameNameWithAnotherLengthIsNeverWritten) {
   EXPECT_EQ(PathOfSpot(program), u"D:\\weg\\Lente.wav"_s);
 }
 
-TEST(LocateCommand, WhatIsNowhereIsSaid) {
+TEST(LocateCommand, AFileThatIsNotFoundIsReported) {
   const StationProgram program;
   AddLostSpot(program);
   const ToolRun run = program.Run(u"locate"_s, {program.At(u"audio"_s)});
@@ -118,7 +118,7 @@ TEST(LocateCommand, WhatIsNowhereIsSaid) {
   EXPECT_EQ(run.exitCode, kFailed);
 }
 
-TEST(LocateCommand, ADriveThatIsAwayIsNoLostFile) {
+TEST(LocateCommand, ADriveThatIsAwayIsNotAMissingFile) {
   const StationProgram program;
   AddLostSpot(program);
   program.Rows().OnServer(u"UPDATE tblItemSpots SET Path = \"Q:\\weg\\Lente.wav\""_s);
@@ -128,7 +128,7 @@ TEST(LocateCommand, ADriveThatIsAwayIsNoLostFile) {
   EXPECT_EQ(PathOfSpot(program), u"Q:\\weg\\Lente.wav"_s);
 }
 
-TEST(LocateCommand, AFolderThatMayNotBeEnteredIsNoLostFile) {
+TEST(LocateCommand, AFolderWithoutAccessIsNotAMissingFile) {
   const StationProgram program;
   AddLostSpot(program);
   program.MakeSound(u"nieuw/Lente.wav"_s, 10);
@@ -155,7 +155,7 @@ TEST(LocateCommand, AFileOutsideOfTheDrivesIsNotWritten) {
   EXPECT_EQ(PathOfSpot(program), u"D:\\weg\\Lente.wav"_s);
 }
 
-TEST(LocateCommand, AFailedWriteIsToldAndTheOthersGoOn) {
+TEST(LocateCommand, AFailedWriteIsReportedAndTheOthersContinue) {
   const StationProgram program;
   AddLostSpot(program);
   program.Rows().OnServer(
@@ -169,7 +169,7 @@ TEST(LocateCommand, AFailedWriteIsToldAndTheOthersGoOn) {
   EXPECT_FALSE(run.err.empty());
 }
 
-TEST(LocateCommand, AFolderToSearchThatIsNotThereIsNamed) {
+TEST(LocateCommand, AMissingFolderToSearchIsReportedByName) {
   const StationProgram program;
   const ToolRun run = program.Run(u"locate"_s, {u"/nergens/audio"_s});
   EXPECT_EQ(run.exitCode, kFailed);

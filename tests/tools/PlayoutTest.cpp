@@ -35,7 +35,7 @@ QString Content(const StationProgram& program, const QString& name) {
 
 }  // namespace
 
-TEST(PlayoutCommand, WritesAFileABlockWithPathsOfThisComputer) {
+TEST(PlayoutCommand, WritesOneFilePerBlockWithHostPaths) {
   for (const auto mode : {Station::Mode::Online, Station::Mode::Offline}) {
     const StationProgram program(mode);
     program.MakeSound(u"audio/een.wav"_s, 1.5);
@@ -50,7 +50,7 @@ TEST(PlayoutCommand, WritesAFileABlockWithPathsOfThisComputer) {
   }
 }
 
-TEST(PlayoutCommand, TheMomentDecidesAndASilentBlockIsTold) {
+TEST(PlayoutCommand, TheMomentDecidesAndASilentBlockIsReported) {
   const StationProgram program;
   program.MakeSound(u"audio/een.wav"_s, 1);
   AddBlock(program, 1, u"Blok"_s, u"een.wav"_s);
@@ -65,7 +65,7 @@ TEST(PlayoutCommand, TheMomentDecidesAndASilentBlockIsTold) {
   EXPECT_TRUE(Content(program, u"blok-1.m3u"_s).startsWith(u"#EXTM3U"_s));
 }
 
-TEST(PlayoutCommand, AFileOfABlockThatIsGoneGoes) {
+TEST(PlayoutCommand, TheFileOfADeletedBlockIsRemoved) {
   const StationProgram program;
   program.MakeSound(u"audio/een.wav"_s, 1);
   AddBlock(program, 1, u"Blijft"_s, u"een.wav"_s);
@@ -77,7 +77,7 @@ TEST(PlayoutCommand, AFileOfABlockThatIsGoneGoes) {
   EXPECT_EQ(QDir(program.At(u"uit"_s)).entryList(QDir::Files), QStringList{u"blok-1.m3u"_s});
 }
 
-TEST(PlayoutCommand, ADriveThatIsNotMappedLeavesItsSoundOutByName) {
+TEST(PlayoutCommand, ASoundOnAnUnmappedDriveIsLeftOutAndReported) {
   const StationProgram program;
   AddBlock(program, 1, u"Blok"_s, u"een.wav"_s);
   program.Rows().OnServer(u"UPDATE tblItemSpots SET Path = \"Q:\\een.wav\""_s);
@@ -86,7 +86,7 @@ TEST(PlayoutCommand, ADriveThatIsNotMappedLeavesItsSoundOutByName) {
   EXPECT_NE(run.out.find("Spot 1: geluidsbestand ontbreekt"), std::string::npos) << run.out;
 }
 
-TEST(PlayoutCommand, WrongWordsAreNamed) {
+TEST(PlayoutCommand, WrongWordsAreReportedByName) {
   const StationProgram program;
   const auto use = [&](const QStringList& words) { return program.Run(u"playout"_s, words); };
   EXPECT_EQ(use({u"--to"_s, program.At(u"uit"_s)}).exitCode, kWrongUse);

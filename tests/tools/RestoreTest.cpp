@@ -42,7 +42,7 @@ TEST_F(Restore, CompactMakesABackupFirst) {
   EXPECT_NE(RunTool({u"tables"_s, Backup()}).out.find("tblCopie_Items\t1"), std::string::npos);
 }
 
-TEST_F(Restore, CompactKeepsNoneWhereTheSettingsTurnThemOff) {
+TEST_F(Restore, CompactMakesNoBackupWhereTheSettingsTurnThemOff) {
   QFile settings(folder_.filePath(u"ovalis.ini"_s));
   ASSERT_TRUE(settings.open(QIODevice::Append));
   settings.write("\r\n[Backup]\r\nEnabled=0\r\n");
@@ -52,7 +52,7 @@ TEST_F(Restore, CompactKeepsNoneWhereTheSettingsTurnThemOff) {
   EXPECT_EQ(Backups().size(), 1);
 }
 
-TEST_F(Restore, ChosenTablesComeBackAndOthersStayAsTheyAre) {
+TEST_F(Restore, ChosenTablesAreRestoredAndOthersAreUnchanged) {
   Sql(u"DELETE FROM tblCopie_Items"_s);
   Sql(u"UPDATE tblCopie_ItemSpots SET Naam = \"later\""_s);
   const ToolRun run = RunTool({u"restore"_s, Backup(), Local(), u"tblCopie_Items"_s});
@@ -60,10 +60,10 @@ TEST_F(Restore, ChosenTablesComeBackAndOthersStayAsTheyAre) {
   EXPECT_EQ(run.out, "1\n");
   EXPECT_EQ(Naam(u"tblCopie_Items"_s), "Naam\r\nwas\r\n");
   EXPECT_EQ(Naam(u"tblCopie_ItemSpots"_s), "Naam\r\nlater\r\n");
-  EXPECT_EQ(Backups().size(), 2);  // what stood there before is kept too
+  EXPECT_EQ(Backups().size(), 2);  // the previous rows are kept too
 }
 
-TEST_F(Restore, TheOfflineLogIsNeverTaken) {
+TEST_F(Restore, TheOfflineLogIsNeverRestored) {
   Sql(u"UPDATE tblOfflineLog SET SqlSyntax = \"later\""_s);
   Sql(u"DELETE FROM tblCopie_Items"_s);
   const ToolRun run = RunTool({u"restore"_s, Backup(), Local(), u"tblCopie_Items"_s, u"TBLOFFLINELOG"_s});
@@ -73,7 +73,7 @@ TEST_F(Restore, TheOfflineLogIsNeverTaken) {
   EXPECT_EQ(Naam(u"tblCopie_Items"_s), "Naam\r\n");
 }
 
-TEST_F(Restore, WhileTheProgramRunsNeitherTablesNorLogAreTouched) {
+TEST_F(Restore, WhileThePlannerRunsTablesAndLogAreUnchanged) {
   const ProgramLock running(folder_.filePath(u"data"_s));
   EXPECT_EQ(RunTool({u"restore"_s, Backup(), Local(), u"tblCopie_Items"_s}).exitCode, kFailed);
   const ToolRun run = Sql(u"DELETE FROM tblOfflineLog"_s);
@@ -82,7 +82,7 @@ TEST_F(Restore, WhileTheProgramRunsNeitherTablesNorLogAreTouched) {
   EXPECT_EQ(Sql(u"UPDATE tblCopie_Items SET Naam = \"x\""_s).exitCode, kDone);
 }
 
-TEST_F(Restore, TheOfflineLogIsRefusedUnderEveryNameThatTheDatabaseTakesForIt) {
+TEST_F(Restore, TheOfflineLogIsRefusedUnderEverySpellingOfItsName) {
   Sql(u"UPDATE tblOfflineLog SET SqlSyntax = \"later\""_s);
   for (const QString& name : {u"tblOfflineLog "_s, u"tblOfflineLog   "_s, u"TblOfflinelog "_s}) {
     const ToolRun run = RunTool({u"restore"_s, Backup(), Local(), name});
@@ -92,7 +92,7 @@ TEST_F(Restore, TheOfflineLogIsRefusedUnderEveryNameThatTheDatabaseTakesForIt) {
   }
 }
 
-TEST_F(Restore, WhileTheProgramRunsNoOtherNameOfTheDatabaseHelps) {
+TEST_F(Restore, WhileThePlannerRunsOtherNamesOfTheDatabaseAreRefusedToo) {
   const ProgramLock running(folder_.filePath(u"data"_s));
   const QString link = folder_.filePath(u"anders.mdb"_s);
   ASSERT_TRUE(QFile::link(Local(), link));
@@ -111,7 +111,7 @@ TEST_F(Restore, WhileTheProgramRunsNoOtherNameOfTheDatabaseHelps) {
   EXPECT_NE(Sql(u"SELECT SqlSyntax FROM tblOfflineLog"_s).out.find("was"), std::string::npos);
 }
 
-TEST_F(Restore, NothingIsPutBackOrCompactedWithoutABackupUnlessAnOptionSaysSo) {
+TEST_F(Restore, NothingIsRestoredOrCompactedWithoutABackupExceptByOption) {
   Sql(u"UPDATE tblCopie_Items SET Naam = \"later\""_s);
   const auto blockBackups = [&] {
     EXPECT_TRUE(QDir(folder_.filePath(u"data/backup"_s))
@@ -146,7 +146,7 @@ TEST_F(Restore, NothingIsPutBackOrCompactedWithoutABackupUnlessAnOptionSaysSo) {
   EXPECT_EQ(Naam(u"tblCopie_Items"_s), "Naam\r\nwas\r\n");
 }
 
-TEST_F(Restore, WithoutATableItTellsHowItIsUsed) {
+TEST_F(Restore, WithoutATableItPrintsItsUsage) {
   EXPECT_EQ(RunTool({u"restore"_s, Backup(), Local()}).exitCode, kWrongUse);
 }
 

@@ -6,7 +6,7 @@
 #include <sstream>
 #include <string>
 
-// What one call of the tool printed and answered.
+// Output and exit code of one call of the program.
 struct ToolRun {
   int exitCode = 0;
   std::string out;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The commands that take a server's address in the place of a file.
+// Commands with a server's address instead of a file.
 #include "tests/support/Cluster.h"
 #include "tests/tools/RunTool.h"
 
@@ -34,7 +34,7 @@ class ServerCommands : public testing::Test {
   QTemporaryDir folder_;
 };
 
-TEST_F(ServerCommands, AStationIsMadeFilledShownAndChanged) {
+TEST_F(ServerCommands, AStationIsCreatedFilledShownAndChanged) {
   Create();
   EXPECT_EQ(testing_support::SharedCluster().Sql(
                 u"SELECT obj_description(oid) FROM pg_namespace WHERE nspname = 'OvalistoServer3'"_s),
@@ -67,7 +67,7 @@ TEST_F(ServerCommands, TheDemonstrationStationComesBackAsItWas) {
   EXPECT_NE(OutOf({u"copy"_s, server, back, u"--refresh"_s}).find("\t+1\t-1\n"), std::string::npos);
 }
 
-TEST_F(ServerCommands, WhatIsForFilesNamesTheServersOwnTool) {
+TEST_F(ServerCommands, CommandsForFilesNameTheServersTool) {
   for (const auto& [command, tool] : {std::pair{u"check"_s, "pg_amcheck"}, {u"compact"_s, "vacuumdb"}}) {
     const ToolRun run = RunTool({command, Station3()});
     EXPECT_EQ(run.exitCode, kFailed);
@@ -91,7 +91,7 @@ TEST_F(ServerCommands, NoPasswordIsTakenOrShown) {
   EXPECT_EQ(given.exitCode, kWrongUse);
 }
 
-TEST_F(ServerCommands, ALocalDatabaseIsNoTarget) {
+TEST_F(ServerCommands, ALocalDatabaseIsRefusedAsTarget) {
   Create();
   const ToolRun run = RunTool({u"copy"_s, Station3(), folder_.filePath(u"OvalistoLocal.mdb"_s)});
   EXPECT_EQ(run.exitCode, kFailed);

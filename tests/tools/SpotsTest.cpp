@@ -23,7 +23,7 @@ std::string SpotLine(int id, const QString& name, int endsIn) {
       .toStdString();
 }
 
-// A spot that runs since long and ends so many days from today.
+// A spot that started long ago and ends that many days from today.
 void AddSpot(const StationProgram& program, int id, const QString& name, int endsIn, bool active = true) {
   const QString day = Day(endsIn, u"dd-MM-yyyy"_s);
   program.Rows().OnCurrent(
@@ -71,7 +71,7 @@ TEST(SpotsCommand, ReadingLeavesTheCatalogueAndTheLogAsTheyWere) {
   EXPECT_TRUE(program.Rows().Log().isEmpty());
 }
 
-TEST(SpotsCommand, DaysThatAreNoneAreRefusedByName) {
+TEST(SpotsCommand, InvalidDaysAreRefusedByName) {
   const StationProgram program;
   for (const QString& days : {u"morgen"_s, u"-1"_s, u"99999"_s, u"3000000000"_s}) {
     const ToolRun run = program.Run(u"spots"_s, {u"--ending"_s, days});
@@ -82,13 +82,13 @@ TEST(SpotsCommand, DaysThatAreNoneAreRefusedByName) {
   EXPECT_EQ(program.Run(u"spots"_s, {u"--ending"_s}).exitCode, kWrongUse);
 }
 
-TEST(SpotsCommand, AFolderThatIsNoStationIsNamed) {
+TEST(SpotsCommand, AFolderWithoutAStationIsReportedByName) {
   const ToolRun run = RunTool({u"spots"_s, u"/nergens/zender"_s});
   EXPECT_EQ(run.exitCode, kFailed);
   EXPECT_NE(run.err.find("'/nergens/zender' is geen programmamap"), std::string::npos) << run.err;
 }
 
-TEST(SpotsCommand, AStationThatIsNotThereIsNamed) {
+TEST(SpotsCommand, AMissingStationIsReportedByName) {
   const StationProgram program;
   const ToolRun run = program.Run(u"spots"_s, {u"--station"_s, u"7"_s});
   EXPECT_EQ(run.exitCode, kFailed);

@@ -6,7 +6,7 @@
 
 #include <QString>
 
-// A station with a settings file, worked on by the maintenance program itself in a process of its own.
+// A station with a settings file, on which spotrooster-db runs as a process.
 class StationProgram {
  public:
   explicit StationProgram(testing_support::Station::Mode mode = testing_support::Station::Mode::Online);
@@ -15,13 +15,13 @@ class StationProgram {
   QString Folder() const { return station_.Folder(); }
   QString At(const QString& name) const { return Folder() + u'/' + name; }
 
-  // The table of item-spots that the present mode reads.
+  // The table of item-spots of the present mode.
   QString Table() const;
 
-  // Runs spotrooster-db with the command, the program folder, and the words behind it.
+  // Runs spotrooster-db with the command, the program folder, and further words.
   ToolRun Run(const QString& command, const QStringList& words = {}) const;
 
-  // A sound file of that length below the program folder; the folders on its way are made.
+  // Makes a sound file of that length below the program folder, with its folders.
   QString MakeSound(const QString& name, double seconds) const;
 
  private:

@@ -5,7 +5,7 @@
 
 using namespace Qt::StringLiterals;
 
-TEST(Usage, WordsInBracketsMayBeLeftOut) {
+TEST(Usage, WordsInBracketsAreOptional) {
   const Usage usage = Usage::Of(u"BESTAND [TABEL] [--password TEKST]"_s);
   EXPECT_FALSE(usage.Allows(0));
   EXPECT_TRUE(usage.Allows(1));
@@ -15,7 +15,7 @@ TEST(Usage, WordsInBracketsMayBeLeftOut) {
   EXPECT_TRUE(usage.flags.isEmpty());
 }
 
-TEST(Usage, DotsStandForAnyNumberOfWords) {
+TEST(Usage, DotsMeanAnyNumberOfWords) {
   const Usage usage = Usage::Of(u"MAP ZOEKMAP... [--write] [--station N]"_s);
   EXPECT_FALSE(usage.Allows(1));
   EXPECT_TRUE(usage.Allows(2));

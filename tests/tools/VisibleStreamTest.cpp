@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Texts of a database on a terminal, where they must not command it, and in a pipe, where they stay exact.
+// Texts of a database on a terminal, which they must not control, and in a pipe, where they are exact.
 #include "tools/VisibleStream.h"
 
 #include "tests/tools/RunTool.h"
@@ -41,7 +41,7 @@ std::string ReadAll(int descriptor) {
   return text;
 }
 
-// What the program writes on a terminal.
+// The output of the program on a terminal.
 std::string OnTerminal(const QStringList& words) {
   const int terminal = ::posix_openpt(O_RDWR | O_NOCTTY);
   EXPECT_TRUE(terminal >= 0 && ::grantpt(terminal) == 0 && ::unlockpt(terminal) == 0);
@@ -80,7 +80,7 @@ TEST(VisibleBuffer, MakesControlCharactersVisible) {
             "\\x9B31m \\xE9t\\xE9");
 }
 
-TEST(VisibleBuffer, PassesEverythingElseAsItIsInWhateverPiecesItComes) {
+TEST(VisibleBuffer, PassesEverythingElseUnchangedInPiecesOfAnySize) {
   EXPECT_EQ(Shown({"caf\xC3\xA9\t\xE2\x82\xAC \xF0\x9F\x8E\xB5\r\n"}),
             "caf\xC3\xA9\t\xE2\x82\xAC \xF0\x9F\x8E\xB5\r\n");
   EXPECT_EQ(Shown({"caf\xC3", "\xA9 \xE2", "\x82", "\xAC\r", "\n"}), "caf\xC3\xA9 \xE2\x82\xAC\r\n");
@@ -90,7 +90,7 @@ TEST(VisibleBuffer, PassesEverythingElseAsItIsInWhateverPiecesItComes) {
             "a");
 }
 
-TEST(VisibleOnTerminal, NamesOfADatabaseDoNotCommandTheTerminalAndStayExactInAPipe) {
+TEST(VisibleOnTerminal, NamesOfADatabaseDoNotControlTheTerminalAndAreExactInAPipe) {
   const QTemporaryDir folder;
   ASSERT_EQ(RunTool({u"create"_s, folder.path()}).exitCode, kDone);
   const QString server = folder.filePath(u"server/OvalistoServer.mdb"_s);

@@ -1,5 +1,5 @@
-// Prints every table of a database file as mdb-reader reads it, in the notation of mdb-export and mdb-schema.
-// usage: node export.mjs MODULES FILE [PASSWORD]    MODULES is the folder that holds node_modules
+// Prints every table of a database file with mdb-reader, in the notation of mdb-export and mdb-schema.
+// usage: node export.mjs MODULES FILE [PASSWORD]    MODULES is the parent folder of node_modules
 //
 // A table is its name, its fields and its rows; tables end in <#>, these three and each row in <|>, cells in <~>.
 import { readFileSync, writeSync } from "node:fs";
