@@ -7,10 +7,10 @@
 
 namespace runtime {
 
-// The current local date and time. Everything that asks for "now" asks here.
+// The current local date and time. All code that needs "now" calls this.
 QDateTime Now();
 
-// Sets another clock while it lives (tests, the tour). Scopes nest.
+// Replaces the clock for its lifetime (tests, the tour). Scopes nest.
 class ClockScope {
  public:
   explicit ClockScope(std::function<QDateTime()> clock);

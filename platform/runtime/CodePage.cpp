@@ -22,9 +22,9 @@ int ByteOf(char16_t c) {
   return -1;
 }
 
-// Whether every code unit is a byte of the same value: nearly every text. Without an early end, so that the compiler
-// looks at many at a time.
-bool IsOwnBytes(QStringView text) {
+// Whether every code unit is a byte of the same value: nearly every text. The loop has no early exit, so that the
+// compiler can vectorise it.
+bool IsLatin1(QStringView text) {
   unsigned short other = 0;
   for (const QChar c : text) {
     const unsigned short unit = c.unicode();
@@ -45,7 +45,7 @@ QString FromCodePage(const QByteArray& bytes) {
 }
 
 bool AppendCodePage(QStringView text, QByteArray& bytes) {
-  if (IsOwnBytes(text)) {
+  if (IsLatin1(text)) {
     const qsizetype before = bytes.size();
     bytes.resize(before + text.size());
     std::transform(text.begin(), text.end(), bytes.begin() + before,

@@ -30,7 +30,7 @@ QString Padded(int number, qsizetype width) {
 }
 
 // The value of one run of equal letters, e.g. "dd" or "yyyy". Nothing when the letter has no meaning.
-std::optional<QString> FormatRun(const QDateTime& moment, QChar letter, qsizetype length, bool behindHour,
+std::optional<QString> FormatRun(const QDateTime& moment, QChar letter, qsizetype length, bool afterHour,
                                  int firstDayOfWeek) {
   const QDate date = moment.date();
   const QTime time = moment.time();
@@ -38,7 +38,7 @@ std::optional<QString> FormatRun(const QDateTime& moment, QChar letter, qsizetyp
     case u'd':
       return Padded(date.day(), length);
     case u'm':
-      return Padded(behindHour ? time.minute() : date.month(), length);
+      return Padded(afterHour ? time.minute() : date.month(), length);
     case u'y':
       return length > 2 ? Padded(date.year(), 4) : Padded(date.year() % 100, 2);
     case u'h':
@@ -63,7 +63,7 @@ QDate DateOfDayNumber(qint32 day) {
   return kDayZero.addDays(day);
 }
 
-// Jet keeps the time as the absolute fraction, so that -1.25 is 06:00 on day -1.
+// Jet stores the time as the absolute fraction, so that -1.25 is 06:00 on day -1.
 double DayNumber(const QDateTime& moment) {
   const double day = DayNumber(moment.date());
   const double fraction = double(moment.time().msecsSinceStartOfDay()) / double(kMillisecondsADay);
@@ -104,15 +104,15 @@ int WeekOfYear(QDate date, int firstDayOfWeek) {
 
 QString FormatDate(const QDateTime& moment, const QString& format, int firstDayOfWeek) {
   QString result;
-  bool behindHour = false;
+  bool afterHour = false;
   for (qsizetype at = 0; at < format.size();) {
     qsizetype end = at;
     while (end < format.size() && format[end].toLower() == format[at].toLower())
       ++end;
     const QChar letter = format[at].toLower();
-    const auto value = FormatRun(moment, letter, end - at, behindHour, firstDayOfWeek);
+    const auto value = FormatRun(moment, letter, end - at, afterHour, firstDayOfWeek);
     result += value ? *value : format.mid(at, end - at);
-    if (letter.isLetter()) behindHour = letter == u'h';
+    if (letter.isLetter()) afterHour = letter == u'h';
     at = end;
   }
   return result;

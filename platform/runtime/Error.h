@@ -8,13 +8,13 @@
 
 namespace runtime {
 
-// The only exception that reaches the product: something the world did to us (a file, a database, a value).
-// Description() is fit to show a user and names the thing at fault.
+// The only exception that reaches the product: a failure outside the program (a file, a database, a value).
+// Description() is a Dutch text for the user that names the thing at fault.
 class Error : public std::exception {
  public:
   enum class Outcome {
     Failed,  // nothing was changed
-    Done,    // the change is made, but it may not survive a power cut
+    Done,    // the change is made, but may not survive a power cut
   };
 
   explicit Error(QString description, Outcome outcome = Outcome::Failed)

@@ -7,13 +7,13 @@
 
 namespace runtime {
 
-// Calls on the files of this thread (files::CurrentFileSystem), for host paths. They return 0 or an errno.
+// Calls on this thread's file system (files::CurrentFileSystem) with host paths. They return 0 or an errno.
 
 int RemoveFile(const QString& hostPath);
-// Returns when the names in the folder that holds the file will survive a power cut.
+// Syncs the folder of the file: on return its directory entries survive a power cut.
 int SyncFolderOf(const QString& hostPath);
 
-// The host path as the system takes it.
+// The host path in the encoding of the operating system.
 std::filesystem::path NativePath(const QString& hostPath);
 
 }  // namespace runtime

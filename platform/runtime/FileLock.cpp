@@ -11,7 +11,7 @@
 namespace runtime {
 namespace {
 
-std::optional<QString> HostPathIfKnown(const QString& pathText) {
+std::optional<QString> HostPathIfMapped(const QString& pathText) {
   try {
     return HostPath(pathText);
   } catch (const Error&) {
@@ -22,7 +22,7 @@ std::optional<QString> HostPathIfKnown(const QString& pathText) {
 }  // namespace
 
 FileLock::FileLock(const QString& pathText) {
-  const std::optional<QString> path = HostPathIfKnown(pathText);
+  const std::optional<QString> path = HostPathIfMapped(pathText);
   if (!path) return;
   try {
     lock_ = std::make_unique<files::FileLock>(NativePath(*path));

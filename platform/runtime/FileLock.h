@@ -7,12 +7,12 @@
 
 namespace runtime {
 
-// files::FileLock for a path text. A path text that leads nowhere is NotPossible.
+// files::FileLock for a path text. The state is NotPossible when the path's drive or share is not mapped.
 class FileLock {
  public:
   using State = files::FileLock::State;
 
-  // Error when something else than a regular file has that name.
+  // Error when the name is taken by something other than a regular file.
   explicit FileLock(const QString& pathText);
 
   State What() const { return state_; }

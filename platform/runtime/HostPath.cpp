@@ -31,7 +31,7 @@ QString KeyAsWritten(QString key) {
   return key;
 }
 
-// A path text cut into its mapping and the names below it.
+// A path text split into the folder of its mapping and the names below it.
 struct Mapped {
   QString folder;
   QString rest;
@@ -41,7 +41,7 @@ Mapped FindMapping(const QString& text) {
   const QString upper = text.toUpper();
   const DriveMap& map = Map();
   for (auto it = map.folders.constEnd(); it != map.folders.constBegin();) {
-    --it;  // from the back, so that the longer of two keys with one beginning comes first
+    --it;  // backwards, so that the longer of two keys with a common prefix comes first
     const QString& key = it.key();
     if (upper.startsWith(key) && (upper.size() == key.size() || upper[key.size()] == u'\\')) {
       return {it.value(), text.mid(key.size())};
@@ -56,7 +56,7 @@ bool HasDrive(const QString& text) {
   return text.startsWith(u"\\\\"_s) || (text.size() >= 2 && text[1] == u':' && text[0].isLetter());
 }
 
-// The name as it stands in the folder: the exact one, else one that differs in letter case only, else as asked.
+// The name as it is in the folder: the exact one, else one that differs in letter case only, else `name` itself.
 QString NameInFolder(const QString& folder, const QString& name, Ambiguity ambiguity) {
   if (QFileInfo::exists(folder + u'/' + name) || QFileInfo(folder + u'/' + name).isSymLink()) return name;
   QStringList matches;
@@ -93,7 +93,7 @@ QString Resolved(const QString& root, const QString& rest, const QString& text, 
 QString ToHost(const QString& text, Ambiguity ambiguity) {
   QString plain = text;
   if (!HasDrive(text)) {
-    if (!text.contains(u'\\')) return text;  // a host path already
+    if (!text.contains(u'\\')) return text;  // already a host path
     plain.replace(u'\\', u'/');
     return plain.startsWith(u'/') ? Resolved(u"/"_s, plain, text, ambiguity) : plain;
   }
@@ -103,16 +103,16 @@ QString ToHost(const QString& text, Ambiguity ambiguity) {
   return Resolved(mapped.folder, rest.replace(u'\\', u'/'), text, ambiguity);
 }
 
-bool LiesIn(const QString& path, const QString& folder) {
+bool IsWithin(const QString& path, const QString& folder) {
   return folder == u"/"_s || path == folder || path.startsWith(folder + u'/');
 }
 
-// The key of the longest mapped folder that holds the path; null when none does.
+// The key of the longest mapped folder that contains the path; null when none does.
 QString LongestKey(const QString& cleanPath) {
   QString best;
   const DriveMap& map = Map();
   for (auto it = map.folders.constBegin(); it != map.folders.constEnd(); ++it) {
-    if (LiesIn(cleanPath, it.value()) && (best.isNull() || it.value().size() > map.folders[best].size()))
+    if (IsWithin(cleanPath, it.value()) && (best.isNull() || it.value().size() > map.folders[best].size()))
       best = it.key();
   }
   return best;

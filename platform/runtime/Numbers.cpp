@@ -15,7 +15,7 @@ bool IsDigit(QChar c) {
   return c >= u'0' && c <= u'9';
 }
 
-// A numeric text in the form that QString::toDouble takes; null when the text is not numeric.
+// A numeric text in the form that QString::toDouble reads; null when the text is not numeric.
 QString Normalised(const QString& text) {
   QString number = TrimBlanks(text);
   qsizetype at = 0;
@@ -33,7 +33,7 @@ QString Normalised(const QString& text) {
   }
   if (digits == 0) return {};
   if (mark >= 0) {
-    if (number.size() - mark - 1 == 3) return {};  // reads as a thousands mark
+    if (number.size() - mark - 1 == 3) return {};  // could be a thousands separator
     number[mark] = u'.';
   }
   return number;

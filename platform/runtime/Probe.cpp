@@ -21,19 +21,19 @@ using namespace Qt::StringLiterals;
 namespace runtime {
 namespace {
 
-using Look = std::function<int(const QString&)>;
+using Check = std::function<int(const QString&)>;
 
-int StatLook(const QString& hostPath) {
+int StatCheck(const QString& hostPath) {
   struct stat status {};
   return ::stat(QFile::encodeName(hostPath).constData(), &status) == 0 ? 0 : errno;
 }
 
-Look& CurrentLook() {
-  static Look look = StatLook;
-  return look;
+Check& CurrentCheck() {
+  static Check check = StatCheck;
+  return check;
 }
 
-// Drives and shares at which a helper thread hangs. The threads outlive their callers, so the set is never destroyed.
+// Drives and shares on which a helper thread hangs. The threads outlive their callers, so the set is never destroyed.
 struct Hanging {
   std::mutex mutex;
   QSet<QString> roots;
@@ -44,32 +44,32 @@ Hanging& HangingRoots() {
   return *hanging;
 }
 
-// What a look and its waiting caller share.
-struct LookState {
-  std::promise<int> answer;
-  bool done = false;     // guarded by Hanging::mutex
-  bool givenUp = false;  // the caller waits no longer; likewise guarded
+// Shared by a check and its waiting caller. The flags are guarded by Hanging::mutex.
+struct CheckState {
+  std::promise<int> result;
+  bool done = false;
+  bool givenUp = false;  // the caller waits no longer
 };
 
-// One bounded look: 0 or an errno; ETIMEDOUT when it took too long, or when an earlier one at this root still hangs.
-int BoundedLook(const QString& path, const QString& root, std::chrono::milliseconds wait) {
+// A check with a timeout: 0 or an errno; ETIMEDOUT after `wait`, or when an earlier check of this root still hangs.
+int BoundedCheck(const QString& path, const QString& root, std::chrono::milliseconds wait) {
   Hanging& hanging = HangingRoots();
   {
     const std::lock_guard lock(hanging.mutex);
     if (hanging.roots.contains(root)) return ETIMEDOUT;
   }
-  auto state = std::make_shared<LookState>();
-  std::future<int> answer = state->answer.get_future();
-  std::thread([state, path, root, look = CurrentLook()] {
-    const int result = look(path);
+  auto state = std::make_shared<CheckState>();
+  std::future<int> future = state->result.get_future();
+  std::thread([state, path, root, check = CurrentCheck()] {
+    const int result = check(path);
     {
       const std::lock_guard lock(HangingRoots().mutex);
       state->done = true;
       if (state->givenUp) HangingRoots().roots.remove(root);
     }
-    state->answer.set_value(result);
+    state->result.set_value(result);
   }).detach();
-  if (answer.wait_for(wait) == std::future_status::ready) return answer.get();
+  if (future.wait_for(wait) == std::future_status::ready) return future.get();
   const std::lock_guard lock(hanging.mutex);
   if (!state->done) {
     state->givenUp = true;
@@ -78,8 +78,8 @@ int BoundedLook(const QString& path, const QString& root, std::chrono::milliseco
   return ETIMEDOUT;
 }
 
-// What a look's errno says of the path itself.
-Presence Meaning(int result) {
+// What the errno of a check means for the path itself.
+Presence PresenceOf(int result) {
   switch (result) {
     case 0:
       return Presence::There;
@@ -94,20 +94,20 @@ Presence Meaning(int result) {
   }
 }
 
-// The same of a drive's own folder: while it is not there, the drive is away.
-Presence MeaningOfRoot(int result) {
-  const Presence presence = Meaning(result);
+// The same for the folder of a drive: when it does not exist, the drive is not reachable.
+Presence PresenceOfRoot(int result) {
+  const Presence presence = PresenceOf(result);
   return presence == Presence::NotThere ? Presence::NotReachable : presence;
 }
 
 Presence ProbeHost(const QString& path, const QString& root, std::chrono::milliseconds wait) {
-  const Presence first = Meaning(BoundedLook(path, root, wait));
+  const Presence first = PresenceOf(BoundedCheck(path, root, wait));
   if (first != Presence::NotThere || root == u"/"_s) return first;
-  // Nothing there: is that because the drive itself is away?
-  const Presence drive = MeaningOfRoot(BoundedLook(root, root, wait));
+  // The drive itself may be unreachable.
+  const Presence drive = PresenceOfRoot(BoundedCheck(root, root, wait));
   if (drive != Presence::There) return drive;
-  // It may have come back between the two looks.
-  return Meaning(BoundedLook(path, root, wait));
+  // It may have become reachable between the two checks.
+  return PresenceOf(BoundedCheck(path, root, wait));
 }
 
 using SteadyClock = ProbeLookScope::SteadyClock;
@@ -117,43 +117,43 @@ SteadyClock& CurrentSteadyClock() {
   return clock;
 }
 
-// Paths that were there a moment ago, each with the time of that look. By path, not by drive: under one drive other
-// folders may be mounts that hang.
-struct Sightings {
+// Paths that existed at their last check, each with the time of that check. Per path, not per drive: other folders of
+// the drive may be mounts that hang.
+struct SeenPaths {
   std::mutex mutex;
   QHash<QString, std::chrono::steady_clock::time_point> seen;
 };
 
-Sightings& Seen() {
-  static Sightings sightings;
-  return sightings;
+SeenPaths& RecentlySeen() {
+  static SeenPaths seen;
+  return seen;
 }
 
 void NoteSeen(const QString& pathText) {
   const auto now = CurrentSteadyClock()();
-  Sightings& sightings = Seen();
-  const std::lock_guard lock(sightings.mutex);
-  sightings.seen.removeIf([now](const auto& sighting) { return now - sighting.value() >= kSightingHolds; });
-  sightings.seen.insert(pathText, now);
+  SeenPaths& paths = RecentlySeen();
+  const std::lock_guard lock(paths.mutex);
+  paths.seen.removeIf([now](const auto& path) { return now - path.value() >= kRecentlySeen; });
+  paths.seen.insert(pathText, now);
 }
 
-bool WasJustSeen(const QString& pathText) {
+bool WasRecentlySeen(const QString& pathText) {
   const auto now = CurrentSteadyClock()();
-  Sightings& sightings = Seen();
-  const std::lock_guard lock(sightings.mutex);
-  const auto sighting = sightings.seen.constFind(pathText);
-  return sighting != sightings.seen.constEnd() && now - *sighting < kSightingHolds;
+  SeenPaths& paths = RecentlySeen();
+  const std::lock_guard lock(paths.mutex);
+  const auto found = paths.seen.constFind(pathText);
+  return found != paths.seen.constEnd() && now - *found < kRecentlySeen;
 }
 
-void ForgetSightings() {
-  const std::lock_guard lock(Seen().mutex);
-  Seen().seen.clear();
+void ForgetSeen() {
+  const std::lock_guard lock(RecentlySeen().mutex);
+  RecentlySeen().seen.clear();
 }
 
-// Whether a path that was there a moment ago still is, looked at in this thread: a helper thread a statement is most of
-// what a small statement costs, and the reading that follows a look may hang no less.
+// Whether a recently seen path still exists, checked in this thread: a helper thread would be most of the cost of a
+// small statement, and the reading that follows the check can hang just as well.
 bool IsStillThere(const QString& pathText) {
-  return WasJustSeen(pathText) && CurrentLook()(HostPath(pathText)) == 0;
+  return WasRecentlySeen(pathText) && CurrentCheck()(HostPath(pathText)) == 0;
 }
 
 }  // namespace
@@ -162,7 +162,7 @@ Presence Probe(const QString& pathText, std::chrono::milliseconds wait) {
   try {
     // The mapping's folder first: matching names by letter case reads folders, which may hang.
     const QString root = HostRoot(pathText);
-    const Presence drive = root == u"/"_s ? Presence::There : MeaningOfRoot(BoundedLook(root, root, wait));
+    const Presence drive = root == u"/"_s ? Presence::There : PresenceOfRoot(BoundedCheck(root, root, wait));
     if (drive != Presence::There) return drive;
     return ProbeHost(HostPath(pathText), root, wait);
   } catch (const Error&) {
@@ -189,15 +189,15 @@ void RequireThere(const QString& pathText) {
   NoteSeen(pathText);
 }
 
-ProbeLookScope::ProbeLookScope(std::function<int(const QString&)> look, SteadyClock clock) {
-  CurrentLook() = std::move(look);
+ProbeLookScope::ProbeLookScope(std::function<int(const QString&)> check, SteadyClock clock) {
+  CurrentCheck() = std::move(check);
   if (clock) CurrentSteadyClock() = std::move(clock);
-  ForgetSightings();
+  ForgetSeen();
 }
 ProbeLookScope::~ProbeLookScope() {
-  CurrentLook() = StatLook;
+  CurrentCheck() = StatCheck;
   CurrentSteadyClock() = &std::chrono::steady_clock::now;
-  ForgetSightings();
+  ForgetSeen();
 }
 
 }  // namespace runtime

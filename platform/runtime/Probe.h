@@ -8,32 +8,32 @@
 
 namespace runtime {
 
-// What is known of a path after a bounded look. A drive that is away, or a folder that lets nobody look into it, must
-// never be taken for a file that is gone.
+// Result of a presence check. A drive that does not respond (NotReachable) and a folder without permission (Denied)
+// must never be taken for a file that was deleted.
 enum class Presence { There, NotThere, NotReachable, Denied };
 
 constexpr std::chrono::milliseconds kProbeWait{5000};
-constexpr std::chrono::milliseconds kSightingHolds{1000};
+constexpr std::chrono::milliseconds kRecentlySeen{1000};
 
-// Looks whether a path text names something, in a helper thread, and waits at most `wait`. While an earlier look at the
-// same drive or share still hangs, the answer is NotReachable at once. A drive that is not mapped, or whose folder is
-// not there, is NotReachable; a folder on the way that this user may not enter makes it Denied. Never throws.
+// Checks in a helper thread whether a path text exists, and waits at most `wait`. While an earlier check of the same
+// drive or share still hangs, returns NotReachable at once. A drive that is not mapped, or whose folder does not exist,
+// is NotReachable; a folder on the path that this user may not enter gives Denied. Never throws.
 Presence Probe(const QString& pathText, std::chrono::milliseconds wait = kProbeWait);
 
-// Whether a path is there; an Error that says why when that cannot be told.
+// Whether a path exists; an Error with the reason when the path is NotReachable or Denied.
 bool IsThere(const QString& pathText);
 
-// As IsThere, but not being there is an Error too. A path that this function found there less than kSightingHolds ago
-// is looked at again without a helper thread: saving one record opens the same file many times in a row.
+// As IsThere, but a path that does not exist is an Error too. A path that this function found less than kRecentlySeen
+// ago is checked again without a helper thread: saving one record opens the same file many times in a row.
 void RequireThere(const QString& pathText);
 
-// The look itself (0 or an errno of stat) and the clock that ages sightings, for tests that make it hang or fail.
-// Begins and ends with no sightings; restores the real ones on destruction.
+// Replaces the check (0 or an errno of stat) and the clock of kRecentlySeen, for tests in which they hang or fail.
+// Forgets the recently seen paths at its beginning and its end.
 class ProbeLookScope {
  public:
   using SteadyClock = std::function<std::chrono::steady_clock::time_point()>;
 
-  explicit ProbeLookScope(std::function<int(const QString& hostPath)> look, SteadyClock clock = {});
+  explicit ProbeLookScope(std::function<int(const QString& hostPath)> check, SteadyClock clock = {});
   ~ProbeLookScope();
   ProbeLookScope(const ProbeLookScope&) = delete;
   ProbeLookScope& operator=(const ProbeLookScope&) = delete;

@@ -24,32 +24,32 @@ QString FolderText(const QString& pathText) {
 
 StagedFile::StagedFile(const QString& pathText) : pathText_(pathText) {
   const std::filesystem::path path = NativePath(HostPath(pathText));
-  Named([&] { file_ = std::make_unique<files::AtomicFile>(path); });
+  WithFileName([&] { file_ = std::make_unique<files::AtomicFile>(path); });
   temporaryText_ = FolderText(pathText) + QFile::decodeName(file_->TemporaryPath().filename().c_str());
 }
 
 StagedFile::~StagedFile() = default;
 
 void StagedFile::Write(const QByteArray& piece) {
-  Named([&] { file_->Write({piece.constData(), static_cast<std::size_t>(piece.size())}); });
+  WithFileName([&] { file_->Write({piece.constData(), static_cast<std::size_t>(piece.size())}); });
 }
 
 void StagedFile::Complete() {
-  Named([&] { file_->Sync(); });
+  WithFileName([&] { file_->Sync(); });
 }
 
 void StagedFile::SyncName() {
-  Named([&] { file_->SyncName(); });
+  WithFileName([&] { file_->SyncName(); });
 }
 
 void StagedFile::Place() {
-  Named([&] { file_->Commit(); });
+  WithFileName([&] { file_->Commit(); });
 }
 
 bool StagedFile::PlaceNew(const QString& pathText) {
   const std::filesystem::path path = NativePath(HostPath(pathText));
   bool isPlaced = false;
-  Named([&] { isPlaced = file_->CommitNew(path); });
+  WithFileName([&] { isPlaced = file_->CommitNew(path); });
   return isPlaced;
 }
 
@@ -57,7 +57,7 @@ void StagedFile::Keep() {
   file_->Keep();
 }
 
-void StagedFile::Named(const std::function<void()>& step) const {
+void StagedFile::WithFileName(const std::function<void()>& step) const {
   try {
     step();
   } catch (const files::Error& error) {

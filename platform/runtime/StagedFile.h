@@ -13,9 +13,9 @@ class AtomicFile;
 
 namespace runtime {
 
-// files::AtomicFile for path texts: a file in the making. Its content is written piece by piece under a temporary name
-// in the same folder; Complete, and then Place, give it its own. Going without Place removes the temporary file. Paths
-// are path texts; every Error names the file that was to be.
+// files::AtomicFile for path texts. The content is written piece by piece under a temporary name in the same folder;
+// Complete, and then Place, give it its final name. Destruction without Place removes the temporary file. Every Error
+// names the final file.
 class StagedFile {
  public:
   explicit StagedFile(const QString& pathText);
@@ -23,25 +23,25 @@ class StagedFile {
   StagedFile(const StagedFile&) = delete;
   StagedFile& operator=(const StagedFile&) = delete;
 
-  // Puts a piece behind what was written before.
+  // Appends a piece.
   void Write(const QByteArray& piece);
-  // Returns when the content is on the disk; nothing is written after that.
+  // Syncs the content to the disk; nothing may be written after that.
   void Complete();
-  // The temporary name, a hidden one in the folder of the file (see files::TemporaryName).
+  // The hidden temporary name in the folder of the file (see files::TemporaryName).
   const QString& TemporaryPath() const { return temporaryText_; }
-  // Returns when the temporary name will survive a power cut.
+  // Makes the directory entry of the temporary file durable.
   void SyncName();
-  // Takes the place of an earlier file of that name in one step. When this returns it is there to stay; after an Error
-  // that IsDone it is there, but not yet safe from a power cut.
+  // Replaces an earlier file of that name in one step, and is durable on return. After an Error that IsDone the new
+  // file is in place, but may not survive a power cut.
   void Place();
-  // As Place, but under a name in the same folder that does not exist: false, and nothing has happened, when it does.
-  // Taking the name is one step, so that of several programs only one gets it.
+  // As Place, but under another name in the same folder; false, with nothing changed, when that name exists. The name
+  // is claimed in one step, so only one of several programs can get it.
   [[nodiscard]] bool PlaceNew(const QString& pathText);
-  // Leaves the temporary file where it is.
+  // Keeps the temporary file after destruction.
   void Keep();
 
  private:
-  void Named(const std::function<void()>& step) const;
+  void WithFileName(const std::function<void()>& step) const;
 
   QString pathText_;
   QString temporaryText_;

@@ -5,7 +5,7 @@
 
 namespace runtime {
 
-// The operating system's error number as a short Dutch reason, to stand behind "... niet openen: ".
+// A short Dutch reason for an errno value, to follow "... niet openen: ".
 QString SystemReason(int errorNumber);
 
 }  // namespace runtime

@@ -33,7 +33,7 @@ namespace {
   Fail(doing, pathText, SystemReason(reason));
 }
 
-void Named(const QString& doing, const QString& pathText, const std::function<void()>& step) {
+void WithFileName(const QString& doing, const QString& pathText, const std::function<void()>& step) {
   try {
     step();
   } catch (const files::Error& error) {
@@ -55,7 +55,7 @@ QByteArray ReadFile(const QString& pathText, qint64 limit) {
   const std::filesystem::path path = NativePath(HostPath(pathText));
   QByteArray content;
   std::vector<std::uint8_t> block(64 << 10);
-  Named(u"lezen"_s, pathText, [&] {
+  WithFileName(u"lezen"_s, pathText, [&] {
     const auto file = files::CurrentFileSystem().Open(path, files::OpenMode::Read);
     while (const std::size_t count = file->ReadAt(static_cast<std::uint64_t>(content.size()), block)) {
       content.append(reinterpret_cast<const char*>(block.data()), static_cast<qsizetype>(count));
@@ -75,7 +75,7 @@ void WriteFile(const QString& pathText, const QByteArray& content) {
 void AppendLine(const QString& pathText, const QString& line) {
   const std::filesystem::path path = NativePath(HostPath(pathText));
   const QByteArray bytes = ToCodePage(line) + "\r\n";
-  Named(u"aanvullen"_s, pathText, [&] {
+  WithFileName(u"aanvullen"_s, pathText, [&] {
     files::FileSystem& files = files::CurrentFileSystem();
     const auto file = files.Open(path, files::OpenMode::Append);
     const std::uint64_t before = file->Size();
@@ -84,7 +84,7 @@ void AppendLine(const QString& pathText, const QString& line) {
       file->Sync();
       if (before == 0) files.SyncFolderOf(path);
     } catch (const files::Error&) {
-      Named(u"herstellen"_s, pathText, [&] { file->Truncate(before); });
+      WithFileName(u"herstellen"_s, pathText, [&] { file->Truncate(before); });
       throw;
     }
   });

@@ -5,8 +5,8 @@
 
 namespace runtime {
 
-// Shows the exception being handled as a critical message titled with the procedure's name. To be called inside a
-// catch block only.
+// Shows the exception being handled as a critical message titled with the procedure's name. Call only inside a catch
+// block.
 void ReportTrapped(const char* procedure) noexcept;
 
 // The error trap of a procedure: runs `body`; an exception is shown to the user and the default is returned instead.

@@ -10,7 +10,7 @@ namespace runtime {
 // Messages and questions to the user, without knowing how they are shown: a program with windows shows boxes, a command
 // prints them. User-interface thread only.
 
-// What the user chose. The frame and Esc give no answer to a question with Yes and No only.
+// What the user chose. Closing the window or Esc does not answer a question that has Yes and No only.
 inline constexpr int kAnswerOk = 1;
 inline constexpr int kAnswerCancel = 2;
 inline constexpr int kAnswerYes = 6;
@@ -34,14 +34,14 @@ constexpr bool IsQuestion(int style) {
 
 using UserMessageSink = std::function<int(const QString& text, int style, const QString& title)>;
 
-// Shows a message and returns the answer. Without a sink the text goes to standard error and the answer is
-// kAnswerCancel for a question, which no caller takes as consent.
+// Shows a message and returns the user's choice. Without a sink the text is written to standard error and a question
+// returns kAnswerCancel, which no caller takes as consent.
 int ShowUserMessage(const QString& text, int style, const QString& title);
 
-// Where messages go from now on; set once at the start of the program.
+// Sets the sink of all messages; called once at the start of the program.
 void SetUserMessageSink(UserMessageSink sink);
 
-// Replaces the sink while it exists. Scopes nest.
+// Replaces the sink for its lifetime. Scopes nest.
 class UserMessageScope {
  public:
   explicit UserMessageScope(UserMessageSink sink);

@@ -16,7 +16,7 @@ TEST(CodePage, EuroAndQuotesHaveTheirBytes) {
   EXPECT_EQ(runtime::ToCodePage(u"\u20AC \u2018\u2019 \u00E9 \u0178"_s), QByteArray("\x80 \x91\x92 \xE9 \x9F"));
 }
 
-TEST(CodePage, AppendingTellsWhetherAllFits) {
+TEST(CodePage, AppendingReturnsWhetherAllCharactersFit) {
   QByteArray bytes = "a";
   EXPECT_TRUE(runtime::AppendCodePage(u"b\u00E9", bytes));
   EXPECT_TRUE(runtime::AppendCodePage(u"\u20AC", bytes));
@@ -27,6 +27,6 @@ TEST(CodePage, AppendingTellsWhetherAllFits) {
                               "c?d"));
 }
 
-TEST(CodePage, WhatDoesNotFitBecomesOneQuestionMark) {
+TEST(CodePage, AnUnknownCharacterBecomesOneQuestionMark) {
   EXPECT_EQ(runtime::ToCodePage(u"a\u03A9b\U0001F600c"_s), QByteArray("a?b?c"));
 }

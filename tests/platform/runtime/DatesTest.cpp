@@ -11,7 +11,7 @@ using runtime::FormatDate;
 
 namespace {
 
-// Independent of the library: walk the days of the year and count how often the week begins.
+// Independent of the library: counts how often a week begins among the days of the year.
 int WeekByCounting(QDate date, int firstDay) {
   int week = 1;
   for (QDate day(date.year(), 1, 1); day < date; day = day.addDays(1)) {
@@ -39,7 +39,7 @@ TEST(DayNumber, TimeIsTheFractionAlsoBeforeDayZero) {
   EXPECT_EQ(runtime::MomentOfDayNumber(0.9999999999), QDateTime(QDate(1899, 12, 31), QTime(0, 0)));
 }
 
-TEST(DayNumber, OutsideOfTheCalendarIsAnError) {
+TEST(DayNumber, OutOfRangeIsAnError) {
   EXPECT_THROW(runtime::MomentOfDayNumber(2958466), runtime::Error);
   EXPECT_THROW(runtime::MomentOfDayNumber(-657435), runtime::Error);
   EXPECT_THROW(runtime::MomentOfDayNumber(std::nan("")), runtime::Error);
@@ -71,8 +71,8 @@ TEST(WeekOfYear, YearEndIsWeek53Or54AndNewYearIsWeekOne) {
   EXPECT_EQ(runtime::WeekOfYear(QDate(2000, 12, 31), 1), 54);  // leap year that begins on a Saturday
 }
 
-// Whatever language the program speaks.
-TEST(WeekOfYear, WithoutAFirstDayItIsTheSystems) {
+// In every program language.
+TEST(WeekOfYear, WithoutAFirstDayUsesThatOfTheSystem) {
   const QLocale before;
   const QDate sunday(2025, 1, 5);
   const int systems = QLocale::system().firstDayOfWeek() % 7 + 1;
@@ -91,14 +91,14 @@ TEST(ParseDate, TakesDayMonthYear) {
   EXPECT_EQ(runtime::ParseDate(u"1-2-30"_s), QDate(1930, 2, 1));
 }
 
-TEST(ParseDate, RefusesWhatIsNoDate) {
+TEST(ParseDate, RefusesInvalidDates) {
   for (const QString& text :
        {u""_s, u"abc"_s, u"31-02-2025"_s, u"1-13-2025"_s, u"2025-01-01"_s, u"1-2/2025"_s, u"1-1-10000"_s}) {
     EXPECT_FALSE(runtime::ParseDate(text).has_value()) << text.toStdString();
   }
 }
 
-TEST(Clock, CanBeSetAndComesBack) {
+TEST(Clock, CanBeReplacedAndIsRestored) {
   const QDateTime fixed(QDate(2025, 3, 5), QTime(1, 2, 3));
   {
     const runtime::ClockScope scope(fixed);

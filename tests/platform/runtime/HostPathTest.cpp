@@ -53,12 +53,12 @@ TEST_F(HostPaths, DeletingRefusesWhenSeveralNamesMatch) {
   EXPECT_THROW(runtime::HostPathExactly(u"D:\\Audio\\Spots\\EEN.wav"_s), runtime::Error);
 }
 
-TEST_F(HostPaths, AHostPathPassesUnchanged) {
+TEST_F(HostPaths, AHostPathIsReturnedUnchanged) {
   EXPECT_EQ(HostPath(u"/srv/audio/x.wav"_s), u"/srv/audio/x.wav"_s);
   EXPECT_EQ(HostPath(folder_.path() + u"\\audio\\SPOTS"), folder_.path() + u"/Audio/Spots");
 }
 
-TEST_F(HostPaths, ADriveThatIsNotMappedIsNamed) {
+TEST_F(HostPaths, AnUnmappedDriveIsAnErrorWithThePath) {
   try {
     HostPath(u"Q:\\x.wav"_s);
     FAIL() << "an unmapped drive gave a path";
@@ -69,25 +69,25 @@ TEST_F(HostPaths, ADriveThatIsNotMappedIsNamed) {
   EXPECT_THROW(HostPath(u"\\\\studio\\spotsx\\a"_s), runtime::Error);
 }
 
-TEST_F(HostPaths, APathMayNotClimbOutOfItsMapping) {
+TEST_F(HostPaths, APathMayNotLeaveItsMapping) {
   EXPECT_EQ(HostPath(u"D:\\Audio\\..\\share"_s), folder_.path() + u"/share");
   EXPECT_THROW(HostPath(u"D:\\Audio\\..\\..\\etc"_s), runtime::Error);
   EXPECT_THROW(HostPath(u"D:\\.."_s), runtime::Error);
 }
 
-TEST_F(HostPaths, TheWayBackTakesTheLongestMapping) {
+TEST_F(HostPaths, PathTextUsesTheLongestMapping) {
   EXPECT_EQ(runtime::PathText(folder_.path() + u"/share/x.mp3"), u"\\\\studio\\spots\\x.mp3"_s);
   EXPECT_EQ(runtime::PathText(folder_.path() + u"/Audio/x.mp3"), u"d:\\Audio\\x.mp3"_s);
   EXPECT_EQ(runtime::PathText(u"/elders/x.mp3"_s), u"/elders/x.mp3"_s);
   EXPECT_FALSE(runtime::IsMapped(u"/elders/x.mp3"_s));
 }
 
-TEST_F(HostPaths, RelativeMappingsCountFromTheBaseFolder) {
+TEST_F(HostPaths, RelativeMappingsAreResolvedAgainstTheBaseFolder) {
   runtime::SetDrives({{u"E:"_s, u"Audio"_s}}, folder_.path());
   EXPECT_EQ(HostPath(u"E:\\Spots\\Een.WAV"_s), folder_.path() + u"/Audio/Spots/Een.WAV");
 }
 
-TEST(HostPathDefault, ZStandsForTheRootWhenNothingIsSaid) {
+TEST(HostPathDefault, ZIsTheRootWithoutMappings) {
   runtime::SetDrives({});
   EXPECT_EQ(HostPath(u"Z:\\usr"_s), u"/usr"_s);
   EXPECT_EQ(runtime::PathText(u"/usr"_s), u"Z:\\usr"_s);

@@ -25,7 +25,7 @@ TEST(Numeric, RefusesEverythingElse) {
   }
 }
 
-TEST(Numeric, NullAndDatesAreNotNumbersAre) {
+TEST(Numeric, NullAndDatesAreNotNumericNumbersAre) {
   EXPECT_FALSE(IsNumeric(QVariant()));
   EXPECT_FALSE(IsNumeric(QVariant(QDateTime::currentDateTime())));
   EXPECT_TRUE(IsNumeric(QVariant(0)));

@@ -25,7 +25,7 @@ using namespace std::chrono_literals;
 using runtime::Presence;
 using runtime::Probe;
 
-TEST(Probe, TellsAFileThatIsGoneFromADriveThatIsAway) {
+TEST(Probe, DistinguishesAMissingFileFromAnUnreachableDrive) {
   QTemporaryDir folder;
   runtime::SetDrives({{u"D"_s, folder.path()}, {u"E"_s, folder.path() + u"/weg"}});
   EXPECT_EQ(Probe(u"D:\\"_s), Presence::There);
@@ -40,14 +40,14 @@ TEST(Probe, AnErrorOfTheDriveIsNotReachable) {
   EXPECT_EQ(Probe(u"Z:\\x.wav"_s), Presence::NotReachable);
 }
 
-TEST(Probe, AFolderThatLetsNobodyInIsNeitherGoneNorAway) {
+TEST(Probe, AFolderWithoutPermissionIsDenied) {
   for (const int refusal : {EACCES, EPERM}) {
     const runtime::ProbeLookScope look([refusal](const QString&) { return refusal; });
     EXPECT_EQ(Probe(u"Z:\\x.wav"_s), Presence::Denied);
   }
 }
 
-TEST(Probe, ADriveWhoseOwnFolderMayNotBeEnteredIsDenied) {
+TEST(Probe, ADriveWithoutPermissionOnItsFolderIsDenied) {
   QTemporaryDir folder;
   runtime::SetDrives({{u"D"_s, folder.path()}});
   const runtime::ProbeLookScope look([&](const QString& path) { return path == folder.path() ? EACCES : ENOENT; });
@@ -55,7 +55,7 @@ TEST(Probe, ADriveWhoseOwnFolderMayNotBeEnteredIsDenied) {
   runtime::SetDrives({});
 }
 
-TEST(ProbeDeathTest, AFolderWithoutPermissionIsToldAsSuch) {
+TEST(ProbeDeathTest, AFolderWithoutPermissionIsReportedAsSuch) {
   const QTemporaryDir folder;
   QDir(folder.path()).mkdir(u"dicht"_s);
   ::chmod(QFile::encodeName(folder.path()).constData(), 0755);
@@ -75,7 +75,7 @@ TEST(ProbeDeathTest, AFolderWithoutPermissionIsToldAsSuch) {
   ::chmod(QFile::encodeName(folder.filePath(u"dicht"_s)).constData(), 0755);
 }
 
-TEST(Probe, IsThereTellsOnlyWhatItKnows) {
+TEST(Probe, IsThereThrowsWhenThePathIsUnreachableOrDenied) {
   QTemporaryDir folder;
   EXPECT_TRUE(runtime::IsThere(folder.path()));
   EXPECT_FALSE(runtime::IsThere(folder.filePath(u"niets"_s)));
@@ -85,21 +85,21 @@ TEST(Probe, IsThereTellsOnlyWhatItKnows) {
   }
 }
 
-TEST(Probe, WhileOneHangsLaterTriesFailAtOnceUntilItAnswers) {
+TEST(Probe, WhileACheckHangsLaterOnesFailAtOnce) {
   auto release = std::make_shared<std::promise<void>>();
-  auto looks = std::make_shared<std::atomic<int>>(0);
+  auto checks = std::make_shared<std::atomic<int>>(0);
   const std::shared_future<void> released = release->get_future().share();
   {
-    const runtime::ProbeLookScope look([released, looks](const QString&) {
-      ++*looks;
+    const runtime::ProbeLookScope look([released, checks](const QString&) {
+      ++*checks;
       released.wait();
       return 0;
     });
     EXPECT_EQ(Probe(u"Z:\\x.wav"_s, 1ms), Presence::NotReachable);
     EXPECT_EQ(Probe(u"Z:\\y.wav"_s, 1h), Presence::NotReachable);  // would hang here if it waited
-    while (looks->load() == 0)  // the helper thread may still be waiting for its turn
+    while (checks->load() == 0)                                    // the helper thread may not have started yet
       std::this_thread::yield();
-    EXPECT_EQ(looks->load(), 1);
+    EXPECT_EQ(checks->load(), 1);
     release->set_value();
     while (Probe(u"Z:\\usr"_s, 1h) != Presence::There) {
     }
@@ -108,14 +108,14 @@ TEST(Probe, WhileOneHangsLaterTriesFailAtOnceUntilItAnswers) {
 
 namespace {
 
-// Looks that tell in which thread they were made, at a time that the test sets.
-struct Sight {
-  std::atomic<int> helped = 0;
+// Counts the checks that are made in a helper thread; the test sets their result and the time.
+struct CountedChecks {
+  std::atomic<int> inHelper = 0;
   std::atomic<int> result = 0;
   std::chrono::steady_clock::time_point now;
   std::thread::id here = std::this_thread::get_id();
   runtime::ProbeLookScope scope{[this](const QString&) {
-                                  if (std::this_thread::get_id() != here) ++helped;
+                                  if (std::this_thread::get_id() != here) ++inHelper;
                                   return result.load();
                                 },
                                 [this] { return now; }};
@@ -123,35 +123,35 @@ struct Sight {
 
 }  // namespace
 
-TEST(Probe, APathThatWasJustThereIsLookedAtWithoutAHelperThread) {
-  Sight sight;
+TEST(Probe, ARecentlySeenPathIsCheckedWithoutAHelperThread) {
+  CountedChecks checks;
   runtime::RequireThere(u"Z:\\een.mdb"_s);
-  EXPECT_EQ(sight.helped, 1);
+  EXPECT_EQ(checks.inHelper, 1);
   for (int i = 0; i < 5; ++i) {
-    sight.now += 999ms;  // each time it is seen counts anew
+    checks.now += 999ms;  // each check restarts the second
     runtime::RequireThere(u"Z:\\een.mdb"_s);
   }
-  EXPECT_EQ(sight.helped, 1);
+  EXPECT_EQ(checks.inHelper, 1);
 }
 
-TEST(Probe, AfterASecondAndForAnotherPathTheWaitIsBoundedAgain) {
-  Sight sight;
+TEST(Probe, AfterASecondAndForAnotherPathAHelperThreadIsUsed) {
+  CountedChecks checks;
   runtime::RequireThere(u"Z:\\een.mdb"_s);
   runtime::RequireThere(u"Z:\\mnt\\ander.mdb"_s);
-  EXPECT_EQ(sight.helped, 2);
-  sight.now += 1000ms;
+  EXPECT_EQ(checks.inHelper, 2);
+  checks.now += 1000ms;
   runtime::RequireThere(u"Z:\\een.mdb"_s);
-  EXPECT_EQ(sight.helped, 3);
+  EXPECT_EQ(checks.inHelper, 3);
 }
 
-TEST(Probe, APathThatWasJustThereAndIsGoneIsToldAtOnce) {
-  Sight sight;
+TEST(Probe, AFailureOnARecentlySeenPathIsReportedAtOnce) {
+  CountedChecks checks;
   runtime::RequireThere(u"Z:\\een.mdb"_s);
-  sight.result = EIO;
+  checks.result = EIO;
   EXPECT_THROW(runtime::RequireThere(u"Z:\\een.mdb"_s), runtime::Error);
 }
 
-TEST(Probe, RequireThereSaysWhichOfTheTwoItIs) {
+TEST(Probe, RequireThereDistinguishesMissingFromUnreachable) {
   try {
     runtime::RequireThere(u"Z:\\niet\\daar.wav"_s);
     FAIL() << "a missing file was taken as there";

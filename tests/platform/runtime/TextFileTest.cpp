@@ -27,7 +27,7 @@ QByteArray Content(const QString& path) {
   return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<none>");
 }
 
-// Runs `body` in a child and gives its answer, so that limits and given-up rights stay there.
+// Runs `body` in a child process and returns its exit code, so that limits and dropped rights apply only there.
 int InChild(const std::function<int()>& body) {
   const pid_t child = testing_support::Fork();
   if (child == 0) ::_exit(body());
@@ -46,16 +46,16 @@ class TextFiles : public testing::Test {
 
 }  // namespace
 
-TEST_F(TextFiles, AFileIsWrittenWholeAndReplacesTheOldOne) {
+TEST_F(TextFiles, WritingReplacesTheOldFile) {
   runtime::WriteFile(At(u"a.txt"_s), "een");
   runtime::WriteFile(At(u"a.txt"_s), "twee");
   EXPECT_EQ(Content(At(u"a.txt"_s)), "twee");
   EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
 }
 
-TEST_F(TextFiles, AFullDiskLeavesTheOldFileAndNoRemains) {
+TEST_F(TextFiles, AFullDiskLeavesTheOldFileAndNoTemporaryFile) {
   runtime::WriteFile(At(u"a.txt"_s), "oud");
-  const int answer = InChild([&] {
+  const int exitCode = InChild([&] {
     std::signal(SIGXFSZ, SIG_IGN);
     const rlimit limit{100, 100};
     ::setrlimit(RLIMIT_FSIZE, &limit);
@@ -66,14 +66,14 @@ TEST_F(TextFiles, AFullDiskLeavesTheOldFileAndNoRemains) {
     }
     return 0;
   });
-  EXPECT_EQ(answer, kRefused);
+  EXPECT_EQ(exitCode, kRefused);
   EXPECT_EQ(Content(At(u"a.txt"_s)), "oud");
   EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
 }
 
 TEST_F(TextFiles, AFolderWithoutPermissionIsAnErrorThatNamesTheFile) {
   ::chmod(folder_.path().toUtf8().constData(), 0755);
-  const int answer = InChild([&] {
+  const int exitCode = InChild([&] {
     if (::setuid(65534) != 0) return 2;
     try {
       runtime::WriteFile(At(u"a.txt"_s), "x");
@@ -83,7 +83,7 @@ TEST_F(TextFiles, AFolderWithoutPermissionIsAnErrorThatNamesTheFile) {
     }
     return 0;
   });
-  EXPECT_EQ(answer, kRefused);
+  EXPECT_EQ(exitCode, kRefused);
 }
 
 TEST_F(TextFiles, ALineIsAppendedInTheCodePage) {
@@ -92,9 +92,9 @@ TEST_F(TextFiles, ALineIsAppendedInTheCodePage) {
   EXPECT_EQ(Content(At(u"Audio.tae"_s)), QByteArray("D:\\caf\xE9.mp3\r\nD:\\b.wav\r\n"));
 }
 
-TEST_F(TextFiles, ALineThatDoesNotFitOnTheDiskIsNotHalfAppended) {
+TEST_F(TextFiles, ALineThatDoesNotFitOnTheDiskIsNotAppendedInPart) {
   runtime::AppendLine(At(u"Audio.tae"_s), u"eerste"_s);
-  const int answer = InChild([&] {
+  const int exitCode = InChild([&] {
     std::signal(SIGXFSZ, SIG_IGN);
     const rlimit limit{12, 12};
     ::setrlimit(RLIMIT_FSIZE, &limit);
@@ -105,7 +105,7 @@ TEST_F(TextFiles, ALineThatDoesNotFitOnTheDiskIsNotHalfAppended) {
     }
     return 0;
   });
-  EXPECT_EQ(answer, kRefused);
+  EXPECT_EQ(exitCode, kRefused);
   EXPECT_EQ(Content(At(u"Audio.tae"_s)), "eerste\r\n");
 }
 
@@ -125,7 +125,7 @@ TEST_F(TextFiles, AFileThatIsTooLargeIsRefusedForThatReason) {
   }
 }
 
-// Neither waits for a program at the other end.
+// No call waits for a program at the other end.
 TEST_F(TextFiles, APipeIsRefusedByName) {
   ASSERT_EQ(::mkfifo(At(u"a.ini"_s).toUtf8().constData(), 0666), 0);
   const auto errorOf = [](const std::function<void()>& call) {
@@ -142,7 +142,7 @@ TEST_F(TextFiles, APipeIsRefusedByName) {
   EXPECT_TRUE(errorOf([&] { runtime::AppendLine(At(u"a.ini"_s), u"x"_s); }).endsWith(reason.arg(u"aanvullen"_s)));
 }
 
-TEST_F(TextFiles, AFileIsPlacedUnderANewNameOnlyWhenNoOtherHasIt) {
+TEST_F(TextFiles, PlaceNewNeverReplacesAFile) {
   runtime::WriteFile(At(u"1.tql"_s), "theirs");
   {
     runtime::StagedFile file(At(u"1.tql"_s));
@@ -156,7 +156,7 @@ TEST_F(TextFiles, AFileIsPlacedUnderANewNameOnlyWhenNoOtherHasIt) {
   EXPECT_EQ(QDir(folder_.path()).entryList(QDir::Files | QDir::Hidden).size(), 2);
 }
 
-TEST_F(TextFiles, DeletingTakesRegularFilesOnly) {
+TEST_F(TextFiles, OnlyRegularFilesAreDeleted) {
   runtime::WriteFile(At(u"weg.wav"_s), "x");
   runtime::DeleteFile(At(u"weg.wav"_s));
   EXPECT_FALSE(QFile::exists(At(u"weg.wav"_s)));

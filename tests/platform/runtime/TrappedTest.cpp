@@ -43,14 +43,14 @@ TEST(Trapped, LetsAResultThroughAndShowsNothing) {
   EXPECT_TRUE(script.Shown().empty());
 }
 
-TEST(Trapped, ServesProceduresWithoutAResult) {
+TEST(Trapped, WorksForProceduresWithoutAResult) {
   MessageBoxScript script;
   cmdOk_Click();
   ASSERT_EQ(script.Shown().size(), 1U);
   EXPECT_EQ(script.Last().title, u"cmdOk_Click"_s);
 }
 
-TEST(Trapped, NothingElseGetsThroughEither) {
+TEST(Trapped, CatchesEveryOtherException) {
   MessageBoxScript script;
   Trapped("A", [] { throw std::runtime_error("disk"); });
   Trapped("B", [] { throw std::bad_alloc(); });
