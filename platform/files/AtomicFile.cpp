@@ -10,14 +10,14 @@
 namespace files {
 namespace {
 
-constexpr int kMostTemporaryNames = 1000;
+constexpr int kMaxTemporaryNames = 1000;
 constexpr unsigned kOwnerOnly = 0600;
 
 ByteView AsBytes(std::string_view text) {
   return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
 }
 
-// Runs `call`; the error of a system call in it names the file that was to be, not its temporary name.
+// Runs `call`; the error of a system call in it gets the final name of the file instead of the temporary one.
 template <typename Call>
 void WithPath(const std::filesystem::path& path, const Call& call) {
   try {
@@ -31,32 +31,32 @@ void WithPath(const std::filesystem::path& path, const Call& call) {
 }  // namespace
 
 AtomicFile::AtomicFile(const std::filesystem::path& path, FileSystem& files) : files_(files), path_(path) {
-  WithPath(path, [&] { BeginInPlace(); });
+  WithPath(path, [&] { CreateForReplacing(); });
 }
 
 AtomicFile::AtomicFile(const std::filesystem::path& path, const FileStatus& original, FileSystem& files)
     : files_(files), path_(path) {
-  WithPath(path, [&] { Begin(&original); });
+  WithPath(path, [&] { CreateTemporary(&original); });
 }
 
 AtomicFile::~AtomicFile() {
-  if (removes_) RemoveTemporary();
+  if (removesTemporary_) RemoveTemporary();
 }
 
-void AtomicFile::BeginInPlace() {
+void AtomicFile::CreateForReplacing() {
   path_ = files_.RealPath(path_);
-  // Renaming does not ask for the permissions of the file that is replaced; opening it does.
+  // rename() ignores the permissions of the file that it replaces; opening it for writing checks them.
   const auto replaced = files_.OpenIfThere(path_, OpenMode::Write);
-  if (replaced == nullptr) return Begin(nullptr);
+  if (replaced == nullptr) return CreateTemporary(nullptr);
   const FileStatus original = replaced->Status();
-  Begin(&original);
+  CreateTemporary(&original);
 }
 
-void AtomicFile::Begin(const FileStatus* original) {
+void AtomicFile::CreateTemporary(const FileStatus* original) {
   OpenRequest request{OpenMode::Create, false};
   if (original != nullptr) request.permissions = kOwnerOnly;
   try {
-    for (int attempt = 0; attempt < kMostTemporaryNames; ++attempt) {
+    for (int attempt = 0; attempt < kMaxTemporaryNames; ++attempt) {
       temporary_ = TemporaryName(path_);
       file_ = files_.Open(temporary_, request);
       if (!LockTemporary(*file_, temporary_, files_)) continue;
@@ -75,7 +75,7 @@ void AtomicFile::RemoveTemporary() {
   try {
     files_.Remove(temporary_);
   } catch (const Error&) {
-    // The reason why Commit was not reached is what the user is shown.
+    // The error that prevented Commit is the one to report.
   }
 }
 
@@ -97,7 +97,7 @@ void AtomicFile::SyncName() {
 
 void AtomicFile::Replace() {
   WithPath(path_, [&] { files_.Rename(temporary_, path_); });
-  removes_ = false;
+  removesTemporary_ = false;
 }
 
 void AtomicFile::Commit() {
@@ -109,7 +109,7 @@ void AtomicFile::Commit() {
 bool AtomicFile::CommitNew(const std::filesystem::path& path) {
   Sync();
   if (!files_.RenameNew(temporary_, path)) return false;
-  removes_ = false;
+  removesTemporary_ = false;
   SyncPlace(path);
   return true;
 }

@@ -9,44 +9,43 @@
 
 namespace files {
 
-// A file that appears whole or not at all, also when the power fails: its content goes to a temporary file in the same
-// folder, and only Commit puts it in place of what was there. Without Commit the destructor removes the temporary
-// file.
+// Writes a file atomically, also when the power fails: the content is written to a temporary file in the same folder,
+// and only Commit replaces the old file. Without Commit the destructor removes the temporary file.
 //
-// A path that is a link means the file it leads to. A file that is replaced passes on its permissions, group and owner
-// as far as this user may set them; the copy is never open to more users than the original. Replacing a file that may
-// not be written, or anything but a regular file, is an error.
+// A symbolic link is followed. The new file gets the permissions, group and owner of the file that it replaces, as far
+// as this user may set them, and is never accessible to more users. Replacing a read-only file, or anything but a
+// regular file, is an error.
 class AtomicFile {
  public:
   explicit AtomicFile(const std::filesystem::path& path, FileSystem& files = CurrentFileSystem());
-  // A copy of another file, which is given the permissions, group and owner of `original` as far as this user may set
-  // them, and is never open to more users. A link of that name is not followed: Commit replaces the link itself.
+  // For a copy of another file: the new file gets the permissions, group and owner of `original`. A link at `path` is
+  // not followed: Commit replaces the link itself.
   AtomicFile(const std::filesystem::path& path, const FileStatus& original, FileSystem& files = CurrentFileSystem());
   ~AtomicFile();
   AtomicFile(const AtomicFile&) = delete;
   AtomicFile& operator=(const AtomicFile&) = delete;
 
   void Write(std::string_view content);
-  // Makes the content durable under the temporary name. Commit does so too.
+  // Syncs the content to the disk under the temporary name. Commit includes this.
   void Sync();
-  // Makes the temporary name durable.
+  // Makes the directory entry of the temporary file durable.
   void SyncName();
-  // Puts the file in its place; when this returns it is there to stay. After an error the old file is untouched; after
-  // one of the code NotYetDurable the new one is there, but not yet safe from a power cut.
+  // Replaces the old file; the new one is durable on return. After an error the old file is unchanged, except for the
+  // code NotYetDurable: then the new one is in place, but may not survive a power cut.
   void Commit();
-  // As Commit, but under `path`, a name in the same folder that does not exist: false, and nothing has happened, when
-  // it does. Taking the name is one step, so that of several programs only one gets it.
+  // As Commit, but under `path`, a name in the same folder; false, with nothing changed, when that name exists. The
+  // name is claimed in one step, so only one of several programs can get it.
   [[nodiscard]] bool CommitNew(const std::filesystem::path& path);
-  // Puts the file in its place without waiting for the disk: after a power cut it may be incomplete.
+  // Replaces the old file without waiting for the disk: after a power cut the new one may be incomplete.
   void Replace();
-  // Leaves the temporary file where it is.
-  void Keep() { removes_ = false; }
+  // Keeps the temporary file after destruction.
+  void Keep() { removesTemporary_ = false; }
 
   const std::filesystem::path& TemporaryPath() const { return temporary_; }
 
  private:
-  void BeginInPlace();
-  void Begin(const FileStatus* original);
+  void CreateForReplacing();
+  void CreateTemporary(const FileStatus* original);
   void RemoveTemporary();
   void SyncPlace(const std::filesystem::path& path);
 
@@ -56,10 +55,10 @@ class AtomicFile {
   std::unique_ptr<File> file_;
   std::uint64_t written_ = 0;
   bool isDurable_ = false;
-  bool removes_ = true;
+  bool removesTemporary_ = true;
 };
 
-// Writes `content` to `path`, whole or not at all.
+// Writes `content` to `path` atomically.
 void WriteFile(const std::filesystem::path& path, std::string_view content, FileSystem& files = CurrentFileSystem());
 
 }  // namespace files

@@ -89,10 +89,10 @@ void File::TakeAccessOf(const FileStatus& original) {
   if (own.owner != original.owner) Uninterrupted([&] { return RawSetOwner(original.owner, kUnchanged); });
   const unsigned others = original.permissions & 07;
   const unsigned group = hasGroup ? original.permissions & 070 : original.permissions & 070 & others << 3;
-  // A folder that passes its group on to new files keeps doing so.
-  const unsigned passedOn = own.kind == FileKind::Folder ? own.permissions & 07000 : 0;
-  const unsigned permissions = (original.permissions & 0700) | group | others | passedOn;
-  // Some file systems give every file the same permissions and refuse to be asked for them.
+  // The set-group-ID bit of a folder, by which new files inherit its group, is preserved.
+  const unsigned special = own.kind == FileKind::Folder ? own.permissions & 07000 : 0;
+  const unsigned permissions = (original.permissions & 0700) | group | others | special;
+  // Some file systems give every file the same permissions and refuse chmod.
   if (Status().permissions == permissions) return;
   Finish(*this, "beveiligen", [&] { return RawSetPermissions(permissions); });
 }

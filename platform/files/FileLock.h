@@ -8,8 +8,8 @@
 
 namespace files {
 
-// A lock on a file that is created for it and stays behind empty. It belongs to this object, not to the process: a
-// second one in the same process is refused like any other. It ends with the object, or with the process.
+// Locks a file that is created for this purpose and remains, empty. The lock belongs to this object, not to the
+// process: a second object in the same process gets HeldByOther. It ends with the object or the process.
 class FileLock {
  public:
   enum class State {
@@ -18,8 +18,8 @@ class FileLock {
     NotPossible,  // the file cannot be created, or its file system has no locks
   };
 
-  // Never waits. To be allowed to read the file is enough, so that every user of a shared folder meets the lock. Error
-  // when something else than a regular file has that name.
+  // Never waits. Needs read permission only, so that the lock works for every user of a shared folder. Error when the
+  // name is taken by something other than a regular file.
   explicit FileLock(const std::filesystem::path& path, FileSystem& files = CurrentFileSystem());
 
   State What() const { return state_; }

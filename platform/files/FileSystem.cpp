@@ -79,9 +79,9 @@ void FileSystem::Rename(const Path& from, const Path& to) {
 bool FileSystem::RenameNew(const Path& from, const Path& to) {
   int result = Uninterrupted([&] { return RawRenameNew(from, to); });
   if (IsUnknownHere(result)) {
-    // Linking does not replace a file either. A first name that then cannot be removed is only a spare one.
+    // link() never replaces a file either. When the old name then cannot be removed, the file has two names.
     result = Uninterrupted([&] { return RawLink(from, to); });
-    // A server that repeats a call whose reply was lost finds its own link.
+    // A server that repeats a call after a lost reply finds the link that it made itself.
     if (result == -EEXIST && Identity(from) == Identity(to)) result = 0;
     if (result == 0) Uninterrupted([&] { return RawRemove(from); });
     if (IsUnknownHere(result) || result == -EPERM) {

@@ -11,24 +11,24 @@
 namespace files {
 
 enum class OpenMode {
-  Read,          // an existing file, never written
+  Read,          // an existing file, for reading only
   Write,         // an existing file, for reading and writing
-  Create,        // a new file; one of that name is an error
+  Create,        // a new file; an existing one is an error
   OpenOrCreate,  // for reading and writing, created when it does not exist
-  ReadOrCreate,  // never written, created empty when it does not exist
-  Append,        // for writing only, created when it does not exist; every write adds to the end
+  ReadOrCreate,  // for reading only, created empty when it does not exist
+  Append,        // for writing only, created when it does not exist; every write appends to the end
 };
 
 struct OpenRequest {
   OpenMode mode = OpenMode::Read;
-  bool followLink = true;       // false: a symbolic link under that name is an error
-  unsigned permissions = 0666;  // of a file that is created; the umask of the process takes some away
+  bool followLink = true;       // false: a symbolic link at the path is an error
+  unsigned permissions = 0666;  // of a created file; reduced by the umask of the process
 };
 
-// What can be done to files by name. As in File, the Raw calls are one system call each, return 0 or a negative errno,
-// and are what tests make fail; the others repeat what was interrupted and throw files::Error.
+// Operations on files by path. As in File, the Raw calls are one system call each and return 0 or a negative errno;
+// tests make them fail. The other calls repeat interrupted system calls and throw files::Error.
 //
-// Only regular files are opened: a folder, device, pipe or socket is refused at once, by name.
+// Only regular files are opened: a folder, device, pipe or socket is an error at once, never a wait.
 class FileSystem {
  public:
   using Path = std::filesystem::path;
@@ -40,27 +40,27 @@ class FileSystem {
 
   std::unique_ptr<File> Open(const Path& path, const OpenRequest& request);
   std::unique_ptr<File> Open(const Path& path, OpenMode mode) { return Open(path, OpenRequest{mode}); }
-  // Like Open, but a file that does not exist is no error. `OpenMode::Read` or `Write`.
+  // As Open, for OpenMode::Read and Write, but null when the file does not exist.
   std::unique_ptr<File> OpenIfThere(const Path& path, const OpenRequest& request);
   std::unique_ptr<File> OpenIfThere(const Path& path, OpenMode mode) { return OpenIfThere(path, OpenRequest{mode}); }
-  // What the path names now, links followed; nothing when there is none.
+  // The attributes of the file at the path, links followed; nothing when it does not exist.
   std::optional<FileStatus> Status(const Path& path);
   std::optional<FileIdentity> Identity(const Path& path);
   bool Exists(const Path& path) { return Status(path).has_value(); }
-  // The path without links, absolute. The file itself need not exist, its folder must. What stands beside a file
-  // (lock, journal, temporary file) stands beside its real path, so that all users of the file meet there. To be sure
-  // that a link does not come in between, open the real path with `followLink` false.
+  // The absolute path without links. The file itself need not exist, its folder must. Companion files (lock, journal,
+  // temporary file) are placed next to the real path, so that all users of the file share them. Open the real path with
+  // `followLink` false, so that a link created meanwhile is not followed.
   Path RealPath(const Path& path);
 
   // Replaces `to` in one step.
   void Rename(const Path& from, const Path& to);
-  // Renames in one step, and only when `to` does not exist: false when it does. Error (Unsupported) on a file system
-  // that offers no such step, and nothing has happened. After a crash both names may exist.
+  // Renames in one step, and only when `to` does not exist: false when it does. Error Unsupported, with nothing
+  // changed, on a file system that has no such operation. After a crash both names may exist.
   [[nodiscard]] bool RenameNew(const Path& from, const Path& to);
   void Remove(const Path& path);
-  // Returns when the names in the folder that holds `path` will survive a power cut.
+  // Syncs the folder of `path`: on return its directory entries survive a power cut.
   void SyncFolderOf(const Path& path);
-  // The names in a folder, in no order.
+  // The names in a folder, unordered, without "." and "..".
   std::vector<Path> NamesIn(const Path& folder);
   // File::TakeAccessOf for two paths.
   void CopyPermissions(const Path& model, const Path& path);
@@ -76,13 +76,13 @@ class FileSystem {
   virtual int RawList(const Path& folder, std::vector<Path>* names) = 0;
 };
 
-// The file system of this computer. Lives as long as the program.
+// The file system of this computer. Exists for the lifetime of the program.
 FileSystem& HostFileSystem();
 
-// What this thread works on: the file system of this computer, or that of the innermost FileSystemScope.
+// The file system that this thread uses: that of the innermost FileSystemScope, else HostFileSystem().
 FileSystem& CurrentFileSystem();
 
-// For tests: while it lives, this thread works on another file system.
+// For tests: replaces the file system of this thread for its lifetime.
 class FileSystemScope {
  public:
   // `files` must outlive the scope and everything opened in it.

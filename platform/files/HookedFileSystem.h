@@ -9,7 +9,7 @@
 
 namespace files {
 
-// One raw call of a File or FileSystem that is about to be made.
+// A raw call of a File or FileSystem, before it is made.
 struct FileCall {
   enum Kind {
     Open,
@@ -34,18 +34,18 @@ struct FileCall {
   };
 
   Kind kind;
-  const FileSystem::Path& path;             // of the file or folder; the old name of one that is renamed
-  const FileSystem::Path* other = nullptr;  // the new name
-  std::uint64_t offset = 0;                 // of Read and Write; the size of Truncate
-  std::size_t size = 0;                     // of Read and Write: how many bytes are asked for
-  ByteView bytes = {};                      // of Write
-  const OpenRequest* request = nullptr;     // of Open
-  // The hook may lower it: Read and Write then do no more than that, as they may at any time.
+  const FileSystem::Path& path;             // the file or folder; for Rename, RenameNew and Link the old name
+  const FileSystem::Path* other = nullptr;  // Rename, RenameNew, Link: the new name
+  std::uint64_t offset = 0;                 // Read, Write: the offset; Truncate: the new size
+  std::size_t size = 0;                     // Read, Write: bytes requested
+  ByteView bytes = {};                      // Write
+  const OpenRequest* request = nullptr;     // Open
+  // Most bytes that Read and Write transfer; the hook may lower it for a short count.
   std::size_t most = std::numeric_limits<std::size_t>::max();
 };
 
-// For tests and measurements: another file system with a hook around every call. The hook returns the result of the
-// call: what `make` returns, which makes it, or a negative errno of its own.
+// For tests and measurements: wraps a file system and calls a hook around every raw call. The hook returns the result:
+// that of `make`, which makes the call, or a negative errno instead.
 class HookedFileSystem : public FileSystem {
  public:
   using Make = std::function<std::int64_t()>;

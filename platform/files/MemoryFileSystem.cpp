@@ -127,15 +127,15 @@ class MemoryFile final : public File {
 
  private:
   const Node::Held* Conflict(ByteRange range, LockKind kind) const {
-    const auto meets = [&](const Node::Held& held) {
+    const auto conflicts = [&](const Node::Held& held) {
       return held.owner != this && Overlap(held.range, range) &&
              (kind == LockKind::Exclusive || held.kind == LockKind::Exclusive);
     };
-    const auto first = std::find_if(node_->locks.begin(), node_->locks.end(), meets);
+    const auto first = std::find_if(node_->locks.begin(), node_->locks.end(), conflicts);
     return first == node_->locks.end() ? nullptr : &*first;
   }
 
-  // A lock that is only partly given up keeps its other bytes, as on a disk.
+  // When only a part of a lock is released, the rest of its bytes remain locked, as on a disk.
   void Release(ByteRange range) {
     std::vector<Node::Held> kept;
     for (const Node::Held& held : node_->locks) {

@@ -10,16 +10,16 @@
 
 namespace files {
 
-// Files that live in memory only: for tests, for fuzzing, and for looking into a database that came as bytes.
-// Handles share their file's content and locks as on a disk, also after it was renamed or removed. There are no
-// folders and links, and every file may be read and written. Thread-safe.
+// A file system in memory: for tests, for fuzzing, and for reading a database from a byte array. Handles share the
+// content and locks of a file as on a disk, also after it was renamed or removed. There are no folders or links, and
+// permissions are stored but not enforced. Thread-safe.
 class MemoryFileSystem final : public FileSystem {
  public:
-  // Makes or replaces a whole file.
+  // Creates or replaces a file.
   void Put(const Path& path, Bytes content);
-  // The whole content; empty when there is no such file.
+  // The complete content; empty when the file does not exist.
   Bytes Get(const Path& path);
-  // The names that exist, in order.
+  // The paths of all files, sorted.
   std::vector<Path> Names();
 
   int RawOpen(const Path& path, const OpenRequest& request, std::unique_ptr<File>* file) override;

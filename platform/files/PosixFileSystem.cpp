@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The system calls of this library, and the only place that makes them.
+// The system calls of this library; no other source makes any.
 #include "platform/files/Error.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/Folder.h"
@@ -51,7 +51,7 @@ FileStatus StatusOf(const struct stat& found) {
   return status;
 }
 
-// 0, or the reason why a file of this kind is not opened.
+// 0 for a regular file, else the negative errno with which it is refused.
 int Refusal(int descriptor) {
   struct stat found = {};
   if (::fstat(descriptor, &found) < 0) return -errno;
@@ -65,17 +65,18 @@ int Opened(const char* path, int flags, mode_t permissions) {
   return descriptor < 0 ? -errno : descriptor;
 }
 
-// As open(2), for regular files only. Not waiting for the other end of a pipe also means not waiting for a file server
-// to take back what it lent to one of its clients; that wait ends, so it is made once the file is known to be one.
+// As open(2), for regular files only. O_NONBLOCK avoids the wait for the other end of a pipe, but open() then also
+// fails while a file server holds a lease on a regular file. The kernel ends a lease, so that wait is made after the
+// kind of the file is known.
 int OpenRegular(const char* path, int flags, mode_t permissions) {
   int descriptor = Opened(path, flags | O_NONBLOCK, permissions);
   if (descriptor == -EWOULDBLOCK) {
-    const int look = Opened(path, O_PATH | O_CLOEXEC | (flags & O_NOFOLLOW), 0);
-    if (look < 0) return look;
-    descriptor = Refusal(look);
-    const std::string same = "/proc/self/fd/" + std::to_string(look);
+    const int pathOnly = Opened(path, O_PATH | O_CLOEXEC | (flags & O_NOFOLLOW), 0);
+    if (pathOnly < 0) return pathOnly;
+    descriptor = Refusal(pathOnly);
+    const std::string same = "/proc/self/fd/" + std::to_string(pathOnly);
     if (descriptor == 0) descriptor = Opened(same.c_str(), flags & ~(O_CREAT | O_EXCL | O_NOFOLLOW), 0);
-    ::close(look);
+    ::close(pathOnly);
   }
   if (descriptor < 0) return descriptor;
   const int refusal = Refusal(descriptor);
@@ -213,7 +214,7 @@ class PosixFileSystem final : public FileSystem {
   }
 };
 
-// What users of a file with these permissions need to use a folder in the same way: also to enter it.
+// The permissions of a folder that match those of a file: readers also need the right to enter the folder.
 unsigned FolderPermissions(unsigned permissions) {
   unsigned folder = permissions & 0666;
   for (const unsigned all : {0700U, 0070U, 0007U}) {
@@ -222,7 +223,7 @@ unsigned FolderPermissions(unsigned permissions) {
   return folder | 0700;
 }
 
-void RequireFolderMade(int result, const std::filesystem::path& path) {
+void ThrowUnlessMade(int result, const std::filesystem::path& path) {
   if (result >= 0) return;
   throw Error(SystemError("aanmaken", path.string(), -result).Code(),
               "Kan de map '" + path.string() + "' niet maken: " + SystemReason(-result) + ".", -result);
@@ -235,9 +236,9 @@ void MakeFolder(const std::filesystem::path& path, const FileStatus& file) {
   const int made = Result(::mkdir(path.c_str(), kOwnerOnly));
   struct stat found = {};
   if (made == -EEXIST && ::stat(path.c_str(), &found) == 0 && S_ISDIR(found.st_mode)) return;
-  RequireFolderMade(made, path);
+  ThrowUnlessMade(made, path);
   const int descriptor = Opened(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC, 0);
-  RequireFolderMade(descriptor, path);
+  ThrowUnlessMade(descriptor, path);
   FileStatus access = file;
   access.permissions = FolderPermissions(file.permissions);
   PosixFile(path.string(), descriptor).TakeAccessOf(access);

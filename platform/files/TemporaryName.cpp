@@ -21,7 +21,7 @@ constexpr std::size_t kRandomDigits = 16;
 constexpr std::size_t kAfterName = 1 + kRandomDigits + kEnding.size();
 constexpr std::size_t kLongestName = 255;  // bytes, of the usual file systems
 
-// The name of the file itself with the dot before it, as it begins its temporary names. Never cut within a character.
+// The first part of the temporary names of a file: a dot and its name, never cut within a UTF-8 character.
 std::string Beginning(const Path& path) {
   std::string name = "." + path.filename().string();
   const auto isWithinCharacter = [&](std::size_t at) { return (static_cast<unsigned char>(name[at]) & 0xC0) == 0x80; };
@@ -39,13 +39,13 @@ std::string RandomDigits() {
   return digits.data();
 }
 
-// Removes the file when nobody works on it. The lock is held until it is gone, so that nobody begins to.
+// Removes the file when no program uses it. The lock is held until the removal, so that none starts using it.
 void RemoveIfUnused(const Path& path, FileSystem& files) {
   try {
     const auto file = files.OpenIfThere(path, {OpenMode::Write, false});
     if (file != nullptr && file->TryLockWhole()) files.Remove(path);
   } catch (const Error&) {
-    // No more than a file too many; it is tried again the next time.
+    // The file does no harm; the next call retries.
   }
 }
 

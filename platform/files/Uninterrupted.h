@@ -5,7 +5,7 @@
 
 namespace files {
 
-// Makes a raw call (a count or 0, or a negative errno) until no signal interrupts it. The one loop of its kind.
+// Repeats a raw call (a count, 0, or a negative errno) while signals interrupt it.
 template <typename Call>
 auto Uninterrupted(Call call) {
   auto result = call();

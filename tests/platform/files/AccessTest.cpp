@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A copy is never open to more users than its original.
+// A copy is never accessible to more users than its original.
 #include "platform/files/AtomicFile.h"
 #include "platform/files/Error.h"
 #include "platform/files/HookedFileSystem.h"
@@ -20,8 +20,8 @@ using Make = HookedFileSystem::Make;
 constexpr std::uint32_t kOwner = 1001;
 constexpr std::uint32_t kGroup = 2000;
 
-// Writes "/a/file" again, which belongs to another user and group, and reports what became of it. `allowed` tells
-// which changes of owner and group the system permits this user.
+// Replaces "/a/file", which belongs to another user and group, and returns its status. The system permits changes of
+// group and owner as the arguments say.
 FileStatus Rewritten(unsigned permissions, bool groupAllowed, bool ownerAllowed) {
   files::MemoryFileSystem memory;
   const auto original = memory.Open("/a/file", OpenMode::Create);
@@ -60,7 +60,7 @@ TEST(Access, AnotherGroupGetsNoMoreThanOthers) {
   EXPECT_EQ(Rewritten(0604, false, false).permissions, 0604U);
 }
 
-TEST(Access, TheFileIsNeverOpenToMoreWhileItIsWritten) {
+TEST(Access, TheFileIsNotOpenToOthersWhileItIsWritten) {
   files::MemoryFileSystem memory;
   memory.Open("/a/file", {OpenMode::Create, true, 0600});
   bool written = false;
@@ -79,7 +79,7 @@ TEST(Access, TheFileIsNeverOpenToMoreWhileItIsWritten) {
   EXPECT_TRUE(written);
 }
 
-TEST(Access, AFileSystemThatKnowsNoPermissionsIsNotAsked) {
+TEST(Access, PermissionsAreNotSetWhereTheyAreRightAlready) {
   files::MemoryFileSystem memory;
   memory.Open("/a/file", {OpenMode::Create, true, 0755});
   HookedFileSystem files(memory, [&](const FileCall& call, const Make& make) -> std::int64_t {
@@ -93,7 +93,7 @@ TEST(Access, AFileSystemThatKnowsNoPermissionsIsNotAsked) {
   EXPECT_NO_THROW(WriteFile("/a/file", "new", files));
 }
 
-TEST(Access, PermissionsThatCannotBeSetLeaveTheOldFileAndNoRemains) {
+TEST(Access, PermissionsThatCannotBeSetLeaveTheOldFileAndNoTemporaryFile) {
   files::MemoryFileSystem memory;
   memory.Put("/a/file", {'o'});
   memory.Open("/a/file", OpenMode::Write)->RawSetPermissions(0640);
@@ -107,7 +107,7 @@ TEST(Access, PermissionsThatCannotBeSetLeaveTheOldFileAndNoRemains) {
 
 class AccessOnDisk : public test::TestFolder {};
 
-TEST_F(AccessOnDisk, TheUmaskDoesNotCount) {
+TEST_F(AccessOnDisk, TheUmaskIsIgnored) {
   Put("file", "old");
   for (const mode_t umask : {022, 077}) {
     const mode_t before = ::umask(umask);
@@ -120,7 +120,7 @@ TEST_F(AccessOnDisk, TheUmaskDoesNotCount) {
   }
 }
 
-TEST_F(AccessOnDisk, ALinkKeepsLeadingToTheFileThatIsWritten) {
+TEST_F(AccessOnDisk, ALinkIsFollowedAndKept) {
   std::filesystem::create_directory(At("real"));
   Put("real/file", "old");
   std::filesystem::create_symlink("real/file", At("link"));

@@ -28,7 +28,7 @@ TEST(AtomicFile, ReplacesTheOldFileAndLeavesNothingElse) {
   EXPECT_EQ(files.Names().size(), 1U);
 }
 
-TEST(AtomicFile, WithoutCommitNothingHappened) {
+TEST(AtomicFile, WithoutCommitNothingIsChanged) {
   files::MemoryFileSystem files;
   WriteFile("/a/planning.txt", "old", files);
   {
@@ -40,7 +40,7 @@ TEST(AtomicFile, WithoutCommitNothingHappened) {
   EXPECT_EQ(files.Names().size(), 1U);
 }
 
-// Runs `change` with every one of its calls failing in each way; `expect` judges what is there afterwards.
+// Runs `change` once for each of its calls and each way in which that call can fail; `expect` checks the result.
 void FailEveryCall(const std::function<void(FileSystem&)>& change,
                    const std::function<void(files::MemoryFileSystem&, bool failed)>& expect) {
   for (const Fault fault : {Fault::Error, Fault::DiskFull, Fault::Interrupted, Fault::ShortCount}) {
@@ -65,7 +65,7 @@ void FailEveryCall(const std::function<void(FileSystem&)>& change,
   }
 }
 
-TEST(AtomicFile, IsOldOrNewWhateverFails) {
+TEST(AtomicFile, IsOldOrNewWhicheverCallFails) {
   FailEveryCall([](FileSystem& files) { WriteFile("/a/file", "new\n", files); },
                 [](files::MemoryFileSystem& memory, bool failed) {
                   const std::string content = ContentOf(memory, "/a/file");

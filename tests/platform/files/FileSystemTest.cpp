@@ -25,7 +25,7 @@ ErrorCode CodeOf(const std::function<void()>& call) {
   return ErrorCode::Misuse;
 }
 
-// The same promises for the disk and for memory.
+// The same behaviour on the disk and in memory.
 class EveryFileSystem : public testing::TestWithParam<bool> {
  protected:
   void SetUp() override {
@@ -64,7 +64,7 @@ TEST_P(EveryFileSystem, RefusesToWriteWhatWasOpenedForReading) {
   EXPECT_EQ(file->Size(), 0U);
 }
 
-TEST_P(EveryFileSystem, TellsAMissingFileByName) {
+TEST_P(EveryFileSystem, ReportsAMissingFileByName) {
   EXPECT_FALSE(System().Exists(At("none")));
   EXPECT_EQ(System().OpenIfThere(At("none"), OpenMode::Read), nullptr);
   try {
@@ -120,8 +120,8 @@ TEST_P(EveryFileSystem, TruncateShortensAndRemoveLeavesOpenHandlesAlone) {
   EXPECT_EQ(file->Size(), 2U);
 }
 
-TEST(FileErrors, ExclusiveUseByAnotherIsToldInThoseWords) {
-  // What a file server's refusal comes in as, by age of the system.
+TEST(FileErrors, ExclusiveUseByAnotherProgramIsReported) {
+  // The refusal of a file server, in older and newer kernels.
   for (const int refusal : {EBUSY, ETXTBSY}) {
     const Error error = SystemError("openen", "S:/station.mdb", refusal);
     EXPECT_EQ(error.Code(), ErrorCode::Locked);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Taking a name that no other file has, in one step.
+// Claiming a free file name in one step.
 #include "platform/files/AtomicFile.h"
 #include "platform/files/Error.h"
 #include "platform/files/HookedFileSystem.h"
@@ -18,7 +18,7 @@ namespace {
 
 using Make = HookedFileSystem::Make;
 
-// The disk as a file system that knows neither step, or only the second.
+// The disk without renameat2(RENAME_NOREPLACE); link() fails too unless `linkResult` is 0.
 HookedFileSystem WithoutRenameNew(int linkResult) {
   return {HostFileSystem(), [linkResult](const FileCall& call, const Make& make) -> std::int64_t {
             if (call.kind == FileCall::RenameNew) return -EINVAL;
@@ -44,12 +44,12 @@ TEST_F(RenameNew, TakesOnlyFreeNames) {
   ExpectTakesOnlyFreeNames(HostFileSystem());
 }
 
-TEST_F(RenameNew, TakesOnlyFreeNamesByAnotherWayWhereTheFileSystemLacksTheFirst) {
+TEST_F(RenameNew, LinksWhereTheFileSystemCannotRenameWithoutReplacing) {
   HookedFileSystem files = WithoutRenameNew(0);
   ExpectTakesOnlyFreeNames(files);
 }
 
-TEST_F(RenameNew, IsRefusedWhereAnotherFileCouldBeReplaced) {
+TEST_F(RenameNew, IsRefusedWhereTheFileSystemCannotLinkEither) {
   for (const int result : {-EPERM, -ENOTSUP, -ENOSYS, -EINVAL}) {
     HookedFileSystem files = WithoutRenameNew(result);
     Put("mine", "mine");
@@ -65,8 +65,8 @@ TEST_F(RenameNew, IsRefusedWhereAnotherFileCouldBeReplaced) {
   }
 }
 
-// A server that did the work, but whose reply was lost: asked again, it finds the name taken, by this very file.
-TEST_F(RenameNew, ALinkWhoseReplyWasLostIsNoOtherFile) {
+// The server made the link, but its reply was lost: the repeated call finds the name taken by this same file.
+TEST_F(RenameNew, ARepeatedLinkAfterALostReplySucceeds) {
   HookedFileSystem files(HostFileSystem(), [](const FileCall& call, const Make& make) -> std::int64_t {
     if (call.kind == FileCall::RenameNew) return -EINVAL;
     if (call.kind != FileCall::Link) return make();
@@ -79,7 +79,7 @@ TEST_F(RenameNew, ALinkWhoseReplyWasLostIsNoOtherFile) {
   EXPECT_EQ(Count(), 1);
 }
 
-TEST_F(RenameNew, OfManyThatWantANameOneGetsIt) {
+TEST_F(RenameNew, OnlyOneOfManyThreadsGetsAName) {
   constexpr int kWriters = 8;
   constexpr int kNames = 50;
   std::vector<std::vector<int>> won(kWriters);
@@ -107,7 +107,7 @@ TEST_F(RenameNew, OfManyThatWantANameOneGetsIt) {
   EXPECT_EQ(Count(), kNames);
 }
 
-TEST(CommitNew, IsThereWholeOrNotAtAllWhateverFails) {
+TEST(CommitNew, IsAtomicWhicheverCallFails) {
   using test::Fault;
   for (const Fault fault : {Fault::Error, Fault::DiskFull, Fault::Interrupted, Fault::ShortCount, Fault::Dead}) {
     int call = 0;

@@ -17,7 +17,7 @@ namespace {
 
 using std::filesystem::path;
 
-TEST(TemporaryName, IsHiddenInTheSameFolderAndNeverTheSame) {
+TEST(TemporaryName, IsHiddenUniqueAndInTheSameFolder) {
   const path one = TemporaryName("/data/OvalistoLocal.mdb");
   const path other = TemporaryName("/data/OvalistoLocal.mdb");
   EXPECT_EQ(one.parent_path(), "/data");
@@ -26,7 +26,7 @@ TEST(TemporaryName, IsHiddenInTheSameFolderAndNeverTheSame) {
   EXPECT_TRUE(IsTemporaryName(one));
 }
 
-TEST(TemporaryName, NoNameOfAUserIsTakenForOne) {
+TEST(TemporaryName, OtherNamesAreNotRecognised) {
   for (const char* name : {"S.compact.mdb", "a.tmp", ".a.tmp", ".a.1.spotrooster-tmp", ".spotrooster-tmp", "",
                            ".0123456789abcdef.spotrooster-tmp", "a.mdb.0123456789abcdef.spotrooster-tmp",
                            ".a.mdb.0123456789abcdeX.spotrooster-tmp", ".a.mdb-0123456789abcdef.spotrooster-tmp",
@@ -50,7 +50,7 @@ TEST(TemporaryName, FitsForTheLongestNames) {
 
 class Leftovers : public test::TestFolder {
  protected:
-  // A program that is killed while it writes `name`.
+  // Simulates a program that is killed while it writes `name`.
   void WriteAndDie(const std::string& name) const {
     const pid_t child = ::fork();
     if (child == 0) {
@@ -62,11 +62,11 @@ class Leftovers : public test::TestFolder {
   }
 };
 
-TEST_F(Leftovers, OfAKilledProgramAreRemovedAndNothingElse) {
+TEST_F(Leftovers, OnlyThoseOfAKilledProgramAreRemoved) {
   Put("a.mdb", "old");
   WriteAndDie("a.mdb");
   WriteAndDie("a.mdb.bak");
-  Put(".a.mdb.tmp", "somebody's own");
+  Put(".a.mdb.tmp", "another program's");
   AtomicFile underWay(At("a.mdb"), HostFileSystem());
   underWay.Write("new");
   ASSERT_EQ(Count(), 5);
@@ -76,7 +76,7 @@ TEST_F(Leftovers, OfAKilledProgramAreRemovedAndNothingElse) {
   EXPECT_EQ(Get("a.mdb"), "new");
   RemoveLeftovers(At("a.mdb.bak"), HostFileSystem());
   EXPECT_EQ(Count(), 2);
-  EXPECT_EQ(Get(".a.mdb.tmp"), "somebody's own");
+  EXPECT_EQ(Get(".a.mdb.tmp"), "another program's");
 }
 
 TEST_F(Leftovers, StayWhereTheFileSystemHasNoLocks) {
@@ -90,8 +90,8 @@ TEST_F(Leftovers, StayWhereTheFileSystemHasNoLocks) {
   EXPECT_EQ(Get("a.mdb"), "new");
 }
 
-// Between the creation of a temporary file and its lock another program may take it for a leftover.
-TEST_F(Leftovers, AFileThatIsTakenForOneAtOnceIsBegunAgain) {
+// Another program may remove a temporary file as a leftover between its creation and its lock.
+TEST_F(Leftovers, ATemporaryFileRemovedBeforeItsLockIsCreatedAgain) {
   bool taken = false;
   HookedFileSystem files(HostFileSystem(), [&](const FileCall& call, const HookedFileSystem::Make& make) {
     if (call.kind == FileCall::LockWhole && !taken) {

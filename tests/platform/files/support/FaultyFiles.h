@@ -7,11 +7,11 @@
 
 namespace files::test {
 
-// The ways in which one call can go wrong.
+// The ways in which a call can fail.
 enum class Fault { None, Error, DiskFull, Interrupted, ShortCount, Dead };
 
-// A file system over another that counts its calls and lets a chosen one fail. `Dead` is a process that is killed: the
-// chosen call and all after it do nothing and fail. It can keep a list of what was changed, for replaying it in part.
+// Wraps a file system, counts its calls and makes a chosen one fail. `Dead` simulates a killed process: the chosen call
+// and all after it do nothing and fail. Can record all changes, so that a test can replay a part of them.
 class FaultyFiles final : public HookedFileSystem {
  public:
   explicit FaultyFiles(FileSystem& real);
@@ -33,7 +33,7 @@ class FaultyFiles final : public HookedFileSystem {
 
  private:
   std::int64_t Around(FileCall& call, const Make& make);
-  // What the next call returns instead of doing its work: 0 = it does it, or half of it.
+  // The errno with which the next call fails; 0 when it is made, possibly with half of its bytes.
   int Next(FileCall& call);
   void Note(const FileCall& call);
 

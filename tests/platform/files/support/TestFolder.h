@@ -11,7 +11,7 @@
 
 namespace files::test {
 
-// A folder of the disk for one test. Its path has no links in it.
+// A temporary folder on the disk for one test. Its path contains no links.
 class TestFolder : public testing::Test {
  protected:
   TestFolder() {
@@ -31,7 +31,7 @@ class TestFolder : public testing::Test {
     std::ifstream file(At(name), std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
   }
-  // How many names there are, hidden ones too.
+  // The number of entries, including hidden ones.
   std::ptrdiff_t Count() const {
     return std::distance(std::filesystem::directory_iterator(folder_), std::filesystem::directory_iterator());
   }
