@@ -36,7 +36,7 @@ QString NumberText(double number) {
   return QString::number(number, 'g', kShownDigits).replace(u'.', u',');
 }
 
-// One value on its way into one field.
+// The conversion of one value for one field.
 class Conversion {
  public:
   Conversion(const QString& table, const FieldDef& field, const ValueView& value)
@@ -116,14 +116,14 @@ class Conversion {
     return static_cast<std::int64_t>(rounded);
   }
 
-  // The number to the last digit, when it is one that can be told so.
+  // The exact decimal number, when the value is a whole number or a numeric text.
   std::optional<jet::Decimal> Exact() const {
     if (const auto* whole = std::get_if<std::int64_t>(&value_)) return jet::ExactOf(*whole);
     const auto* text = std::get_if<std::u16string_view>(&value_);
     return text != nullptr && runtime::IsNumeric(ToQString(*text)) ? jet::ExactOf(*text) : std::nullopt;
   }
 
-  // A floating-point number where this loses nothing, else the text.
+  // A floating-point number when that is exact, else the text.
   static Value Held(const jet::Decimal& number) {
     const auto value = DoubleOf(number);
     return value ? Value(*value) : Value(TextOf(number));

@@ -62,10 +62,10 @@ class Digest {
   QCryptographicHash hash_{QCryptographicHash::Md5};
 };
 
-// A table read from either side, its fields in the order of the source.
-class Reading {
+// Reads the rows of a table with its fields in the order of `order`.
+class RowReader {
  public:
-  Reading(Table& table, const TableDef& order) : cursor_(table.Scan(AllFields(table.Definition()))) {
+  RowReader(Table& table, const TableDef& order) : cursor_(table.Scan(AllFields(table.Definition()))) {
     for (const FieldDef& field : order.fields) {
       fields_.push_back(static_cast<std::size_t>(table.Definition().FieldIndex(field.name)));
       types_.push_back(field.type);
@@ -103,17 +103,9 @@ struct CheckSum {
 
 CheckSum SumOf(Table& table, const TableDef& order) {
   CheckSum sum;
-  for (Reading rows(table, order); rows.Next();)
+  for (RowReader rows(table, order); rows.Next();)
     sum.Add(rows.DigestOfRow());
   return sum;
-}
-
-Value Owned(const ValueView& view) {
-  if (const auto* text = std::get_if<std::u16string_view>(&view)) return std::u16string(*text);
-  if (const auto* bytes = std::get_if<std::span<const std::uint8_t>>(&view)) return Bytes(bytes->begin(), bytes->end());
-  if (const auto* whole = std::get_if<std::int64_t>(&view)) return *whole;
-  if (const auto* number = std::get_if<double>(&view)) return *number;
-  return {};
 }
 
 void RequireSameFields(const TableDef& source, const TableDef& target) {
@@ -128,12 +120,13 @@ void RequireSameFields(const TableDef& source, const TableDef& target) {
           source.name));
 }
 
-// The rows of the target that the source does not have; those it has are taken out of `missing` rows to insert.
-std::vector<RowId> Surplus(Table& target, const TableDef& order, QHash<QByteArray, int>& wanted) {
+// The rows of the target that the source does not have. `missing` counts the rows of the source by digest; rows that
+// the target has are subtracted from it.
+std::vector<RowId> RowsNotInSource(Table& target, const TableDef& order, QHash<QByteArray, int>& missing) {
   std::vector<RowId> surplus;
-  for (Reading rows(target, order); rows.Next();) {
-    const auto found = wanted.find(rows.DigestOfRow());
-    if (found != wanted.end() && *found > 0) {
+  for (RowReader rows(target, order); rows.Next();) {
+    const auto found = missing.find(rows.DigestOfRow());
+    if (found != missing.end() && *found > 0) {
       --*found;
     } else {
       surplus.push_back(rows.Id());
@@ -150,19 +143,19 @@ class TableCopy {
   }
 
   CopiedTable Run(CopyMode mode) {
-    MakeTable();
-    QHash<QByteArray, int> wanted;
+    CreateMissingTable();
+    QHash<QByteArray, int> missing;
     CheckSum sum;
-    for (Reading rows(*from_, definition_); rows.Next();) {
+    for (RowReader rows(*from_, definition_); rows.Next();) {
       const QByteArray digest = rows.DigestOfRow();
-      ++wanted[digest];
+      ++missing[digest];
       sum.Add(digest);
     }
-    const std::vector<RowId> surplus = Surplus(*to_, definition_, wanted);
-    if (mode == CopyMode::Fill) RefuseRows(surplus, sum, wanted);
+    const std::vector<RowId> surplus = RowsNotInSource(*to_, definition_, missing);
+    if (mode == CopyMode::Fill) RequireEmpty(surplus, sum, missing);
     if (!surplus.empty()) to_->Delete(surplus);
     result_.deleted = static_cast<std::int64_t>(surplus.size());
-    InsertMissing(wanted);
+    InsertMissing(missing);
     if (SumOf(*to_, definition_) != sum) {
       throw runtime::Error(
           u"De kopie van de tabel '%1' is niet gelijk aan de bron. Er is niets bewaard."_s.arg(definition_.name));
@@ -172,7 +165,7 @@ class TableCopy {
   }
 
  private:
-  void MakeTable() {
+  void CreateMissingTable() {
     to_ = target_.OpenTable(definition_.name);
     if (!to_) {
       CheckTableDef(definition_);
@@ -182,7 +175,8 @@ class TableCopy {
     RequireSameFields(definition_, to_->Definition());
   }
 
-  void RefuseRows(const std::vector<RowId>& surplus, const CheckSum& sum, const QHash<QByteArray, int>& missing) const {
+  void RequireEmpty(const std::vector<RowId>& surplus, const CheckSum& sum,
+                    const QHash<QByteArray, int>& missing) const {
     std::int64_t left = 0;
     for (const int count : missing)
       left += count;
@@ -193,7 +187,7 @@ class TableCopy {
   }
 
   void InsertMissing(QHash<QByteArray, int>& missing) {
-    Reading rows(*from_, definition_);
+    RowReader rows(*from_, definition_);
     while (rows.Next()) {
       int& left = missing[rows.DigestOfRow()];
       if (left == 0) continue;
@@ -220,7 +214,7 @@ bool IsSameFile(const QString& left, const QString& right) {
   return !real.isEmpty() && real == QFileInfo(runtime::HostPath(right)).canonicalFilePath();
 }
 
-void MakeMissing(const QString& path) {
+void CreateMissingDatabase(const QString& path) {
   const bool isThere = IsServerPath(path) ? ServerStorageExists(path) : runtime::IsThere(path);
   if (!isThere) CreateStorage(path);
 }
@@ -229,7 +223,7 @@ void MakeMissing(const QString& path) {
 
 std::vector<CopiedTable> CopyDatabase(const QString& source, const QString& target, CopyMode mode) {
   const auto from = OpenStorage(source, {{}, true});
-  MakeMissing(target);
+  CreateMissingDatabase(target);
   const auto to = OpenStorage(target);
   if (from->IsSameFile(*to) || IsSameFile(source, target))
     throw runtime::Error(u"Bron en doel zijn dezelfde database: '%1'."_s.arg(source));

@@ -16,14 +16,14 @@ struct CopiedTable {
 };
 
 enum class CopyMode {
-  Fill,    // a table of the target that has rows already is an error
-  Refresh  // rows that the target has already stay, those that the source lacks go
+  Fill,    // a target table that already has rows is an error
+  Refresh  // equal rows of the target are kept, rows that the source does not have are deleted
 };
 
-// Makes the target hold every table of the source with the same rows: files and servers' schemas in any combination,
-// all tables in one transaction. A missing target is made first, and so are its missing tables; tables that only the
-// target has are left alone. Number and check sum of the rows are compared before the target keeps them. Dates are
-// equal to the microsecond. Path texts; runtime::Error, with the target as it was.
+// Copies every table of the source to the target: files and server schemas in any combination, all tables in one
+// transaction. A missing target and missing tables are created; tables that only the target has are not changed. Row
+// count and checksum are compared before the commit. Dates are equal to the microsecond. Paths are path texts. After a
+// runtime::Error the target is unchanged.
 std::vector<CopiedTable> CopyDatabase(const QString& source, const QString& target, CopyMode mode);
 
 }  // namespace dao

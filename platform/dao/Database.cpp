@@ -23,7 +23,7 @@ Statement ParseSelect(const QString& sql) {
   throw runtime::Error(u"Een recordset kan alleen met SELECT worden geopend.\n%1"_s.arg(Shown(sql)));
 }
 
-// INSERT INTO t IN "file": the rows go into another file; both are held for the whole statement.
+// INSERT INTO t IN "file": writes the rows to another file; both transactions last for the complete statement.
 int ExecuteInto(const Statement& statement, Storage& source, Storage& target) {
   const auto writing = target.Begin(Access::Write);
   const auto reading = source.Begin(Access::Read);

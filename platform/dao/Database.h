@@ -15,20 +15,21 @@ namespace dao {
 
 class Storage;
 
-// An opened database file. Copies share the opening; the last one to go, or Close, releases the file. Between two
-// calls no lock is held on the file. One thread at a time; every failure is a runtime::Error with a Dutch description.
+// An open database: a file or a schema on a server. Copies share it; Close, or the destruction of the last copy,
+// releases it. Between two calls no lock is held. One thread at a time; every failure is a runtime::Error with a Dutch
+// description.
 //
-// A call takes exactly one statement of the Jet dialect, and a statement is carried out whole and durably or not at
-// all. While another program writes, a call waits at most five seconds.
+// A call takes exactly one statement of the Jet dialect, which is atomic and durable. While another program writes, a
+// call waits at most five seconds.
 class Database {
  public:
   explicit Database(std::shared_ptr<Storage> storage);
 
   Recordset OpenRecordset(const QString& sql);  // SELECT only
-  int Execute(const QString& sql);              // INSERT, UPDATE, DELETE; gives the number of rows changed
+  int Execute(const QString& sql);              // INSERT, UPDATE, DELETE; returns the number of rows changed
 
-  // Hands the rows of a SELECT to `visit` one by one without holding them: for tables of any size. Until it returns
-  // nobody can change the file, the visit neither.
+  // Calls `visit` for each row of a SELECT without keeping the rows in memory: for tables of any size. The file is
+  // locked against changes until Visit returns; `visit` must not change it either.
   void Visit(const QString& select, const RowVisit& visit);
 
   QStringList TableNames() const;  // sorted, without the system's own tables
@@ -40,12 +41,11 @@ class Database {
   std::shared_ptr<Storage> storage_;
 };
 
-// Opens an existing file. The text is a path as the system writes it (runtime::HostPath finds the file). A missing
-// file, a folder, a file without read permission and a file that is no Jet 4 database are errors
-// that name the file, and so is a password that is missing or wrong.
+// Opens an existing database: a path text (see runtime::HostPath) or a server address (see ServerAddress). Errors name
+// the file: missing, a folder, without read permission, not a Jet 4 database, password missing or wrong.
 Database OpenDatabase(const QString& pathText, const OpenOptions& options = {});
 
-// Makes a new, empty database file; an error when the file exists.
+// Creates a new, empty database; an error when it exists.
 void CreateDatabase(const QString& pathText);
 
 }  // namespace dao

@@ -10,14 +10,14 @@ using namespace Qt::StringLiterals;
 namespace dao {
 namespace {
 
-const QString kMoment = u"M/d/yyyy H:mm:ss"_s;  // how expressions write dates, whatever the country
+const QString kMoment = u"M/d/yyyy H:mm:ss"_s;  // the notation of expressions in every locale
 const QString kDay = u"M/d/yyyy"_s;
 
 bool IsBetween(const QString& text, QChar mark) {
   return text.size() >= 2 && text.startsWith(mark) && text.endsWith(mark);
 }
 
-// Nothing when a quote stands alone within: then it is not one text but several.
+// Nothing when the text contains a single quote mark that is not doubled: then it is an expression of several texts.
 std::optional<QVariant> TextIn(const QString& quoted) {
   QString text = quoted.mid(1, quoted.size() - 2);
   const QString without = QString(text).remove(u"\"\""_s);

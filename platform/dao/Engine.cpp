@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 namespace dao {
 namespace {
 
-// The engine's name for the target of an INSERT into another file: no statement can spell it.
+// The name in SQLite for the target of an INSERT into another file; no statement can contain it.
 const QString kTargetInOtherFile = u"]"_s;
 
 FieldMask MaskOf(const TableDef& table, const QStringList& fields) {
@@ -55,11 +55,11 @@ void Engine::AddTables() {
   }
 }
 
-// Whether the statement has one table, and has it once: each further time it would be read again.
+// Whether the statement reads one table once.
 bool Engine::ReadsOnce() const {
   if (known_.size() != 1) return false;
   const QString name = QuotedName(known_.first());
-  const QString qualifier = name + u" .";  // the rewriter sets a space before each token
+  const QString qualifier = name + u" .";  // the rewriter writes a space before each token
   return statement_.body.count(name, Qt::CaseInsensitive) - statement_.body.count(qualifier, Qt::CaseInsensitive) == 1;
 }
 
@@ -102,13 +102,13 @@ void Engine::Visit(const RowVisit& visit) {
   ForEachRow(prepared.get(), [&] { return visit(row); });
 }
 
-// As long as the work answers that it wants another row.
+// Calls `work` for each row until it returns false.
 template <class Work>
 void Engine::ForEachRow(sqlite3_stmt* select, Work work) {
-  int answer = sqlite3_step(select);
-  while (answer == SQLITE_ROW && work())
-    answer = sqlite3_step(select);
-  if (answer != SQLITE_DONE && answer != SQLITE_ROW) Fail();
+  int status = sqlite3_step(select);
+  while (status == SQLITE_ROW && work())
+    status = sqlite3_step(select);
+  if (status != SQLITE_DONE && status != SQLITE_ROW) Fail();
 }
 
 int Engine::Change() {
@@ -122,7 +122,7 @@ int Engine::Change() {
   return sqlite3_changes(connection_.Get());
 }
 
-// A table copied as it is needs no look at its values.
+// INSERT from "SELECT * FROM table": copies the stored rows without decoding their values.
 std::optional<std::size_t> Engine::InsertWholeTable() {
   if (statement_.wholeTable.isEmpty() || !known_.contains(statement_.wholeTable, Qt::CaseInsensitive)) return {};
   const std::size_t source = PlaceOf(statement_.wholeTable);
@@ -130,7 +130,7 @@ std::optional<std::size_t> Engine::InsertWholeTable() {
   return tables_.At(targetPlace_).InsertAllOf(tables_.At(source));
 }
 
-// The place of a table that is known.
+// The index of a table in known_, which must contain it.
 std::size_t Engine::PlaceOf(const QString& name) const {
   std::size_t place = 0;
   while (known_[static_cast<qsizetype>(place)].compare(name, Qt::CaseInsensitive) != 0)
@@ -145,7 +145,7 @@ QString Engine::InsertSql() {
   return u"INSERT INTO %1 (%2) %3"_s.arg(QuotedName(targetName_), Quoted(fields).join(u", "_s), statement_.body);
 }
 
-// The fields an INSERT fills: those it names; else those that a SELECT's columns are called; else all in order.
+// The fields that an INSERT fills: those it lists; else the column names of its SELECT; else all in order.
 QStringList Engine::InsertFields(const TableDef& table) {
   QStringList fields = statement_.fields;
   if (fields.isEmpty() && statement_.fromSelect) fields = NamesOfBody();
@@ -180,7 +180,7 @@ QStringList Engine::NamesOfBody() {
 SqliteStatement Engine::Prepared(const QString& sql) {
   SqliteStatement prepared = Compile(connection_.Get(), sql);
   if (!prepared) Fail();
-  // The body of an INSERT alone may have fewer parameters than texts: never more.
+  // The body of an INSERT alone may have fewer parameters than texts, never more.
   for (qsizetype i = 0; i < statement_.texts.size(); ++i) {
     Bind(prepared.get(), static_cast<int>(i) + 1, Utf16(statement_.texts[i]));
   }
@@ -193,7 +193,7 @@ void Engine::Fail() {
   throw runtime::Error(StatementError(statement_, source_.PathText(), refused_.isEmpty() ? message : refused_));
 }
 
-// Below the rewriter, a second bar: whatever it let through may only read and change the tables of the statement.
+// A second check after the rewriter: the statement may only read and change its own tables.
 int Engine::Authorize(void* context, int action, const char* first, const char* second, const char* /*database*/,
                       const char* /*trigger*/) noexcept {
   auto* engine = static_cast<Engine*>(context);
@@ -227,7 +227,7 @@ bool Engine::MayRead(const char* table, const char* field) {
     return false;
   }
   const TableDef& definition = tables_.At(PlaceOf(tableName)).Definition();
-  // The engine's own name of the row identity is no field.
+  // SQLite's names for the row identity are not fields.
   if (fieldName.isEmpty() || definition.FieldIndex(fieldName) >= 0) return true;
   refused_ = u"no such column: "_s + fieldName;
   return false;

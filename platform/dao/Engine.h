@@ -13,11 +13,11 @@
 
 namespace dao {
 
-// Carries out one statement: an SQL engine in memory over the tables that the statement names, and no others. The
-// storages must be inside a transaction, which the caller commits once this object is gone.
+// Executes one statement with an in-memory SQLite over only those tables that the statement references. The storages
+// must be inside a transaction, which the caller commits after the destruction of this object.
 class Engine {
  public:
-  // target: where an INSERT puts its rows; the same as source unless the statement names another file.
+  // target: receives the rows of an INSERT; the same object as source unless the statement inserts into another file.
   Engine(const Statement& statement, Storage& source, Storage& target);
 
   std::shared_ptr<const ResultRows> Select();
@@ -46,8 +46,8 @@ class Engine {
   Storage& target_;
   EngineConnection connection_;
   VirtualTables& tables_;
-  QStringList known_;   // the tables by the names that the engine knows them under
-  QString targetName_;  // likewise, the table that changes
+  QStringList known_;   // names of the tables in SQLite
+  QString targetName_;  // name in SQLite of the table that changes
   std::size_t targetPlace_ = 0;
   QString refused_;  // what the authorizer refused
 };

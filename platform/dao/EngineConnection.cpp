@@ -11,18 +11,18 @@ using namespace Qt::StringLiterals;
 
 namespace dao {
 
-// Sixteen-bit text throughout: what comes from a file and goes into a recordset is never encoded again.
+// UTF-16 like the texts of files and recordsets, which are therefore never re-encoded.
 EngineConnection::Opened EngineConnection::OpenInMemory() {
   SetUpSqlite();
   sqlite3* connection = nullptr;
   const int result = sqlite3_open16(u":memory:", &connection);
   SqliteConnection owned(connection);
   if (result != SQLITE_OK) throw runtime::Error(u"Onvoldoende geheugen voor de SQL-instructie."_s);
-  // A name that does not exist is an error, never a text.
+  // An unknown name in double quotes is an error, never a text.
   sqlite3_db_config(connection, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
   sqlite3_db_config(connection, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
   sqlite3_db_config(connection, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
-  sqlite3_exec(connection, "PRAGMA temp_store = MEMORY", nullptr, nullptr, nullptr);  // long lists are sorted in place
+  sqlite3_exec(connection, "PRAGMA temp_store = MEMORY", nullptr, nullptr, nullptr);  // no temporary files for sorting
   AddTextOrder(connection);
   AddSqlFunctions(connection);
   return {std::make_unique<VirtualTables>(connection), std::move(owned)};

@@ -8,9 +8,8 @@
 
 namespace dao {
 
-// The SQL engine as one statement has it: in memory, with the tables that it adds. This thread's next statement gets
-// the same one, for opening it takes longer than many a statement; after an exception it gets a new one, so that
-// nothing of what went wrong stays behind.
+// An in-memory SQLite connection for one statement. The next statement of this thread reuses it, because opening one
+// takes longer than most statements; after an exception it is closed, so that no state of the failure remains.
 class EngineConnection {
  public:
   EngineConnection();
@@ -30,7 +29,7 @@ class EngineConnection {
   static Opened& Idle();
 
   Opened opened_;
-  int exceptions_;  // on their way when it was made
+  int exceptions_;  // uncaught ones at construction
 };
 
 }  // namespace dao

@@ -11,7 +11,7 @@ namespace dao {
 namespace {
 
 struct Translation {
-  QString pattern;  // of the engine's whole message; its groups fill %1, %2 in
+  QString pattern;  // regular expression for the complete message of SQLite; its groups fill in %1, %2
   QString reason;
 };
 
@@ -36,7 +36,7 @@ const QList<Translation>& Translations() {
   return kList;
 }
 
-// A name or literal as the user wrote it, from what the rewriter made of it.
+// A name or literal as the user wrote it, from the form that the rewriter gave it.
 QString AsWritten(QString text, const Statement& statement) {
   if (text.startsWith(u'?')) {
     const qsizetype number = text.mid(1).toLongLong();

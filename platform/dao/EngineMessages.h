@@ -7,7 +7,7 @@
 
 namespace dao {
 
-// What the user is told when the SQL engine gives this (English) message about the statement on that file.
+// The Dutch error text for an English message of SQLite about a statement on the database at `pathText`.
 QString StatementError(const Statement& statement, const QString& pathText, const QString& message);
 
 }  // namespace dao

@@ -6,11 +6,11 @@
 namespace dao {
 
 FileSystemScope::FileSystemScope(files::FileSystem& files) : files_(files) {
-  CloseKept();
+  CloseCachedFiles();
 }
 
 FileSystemScope::~FileSystemScope() {
-  CloseKept();
+  CloseCachedFiles();
 }
 
 }  // namespace dao

@@ -5,11 +5,11 @@
 
 namespace dao {
 
-// As files::FileSystemScope, for a thread that uses databases: those that it opened before are closed when the scope
-// begins, and those opened in it when it ends.
+// As files::FileSystemScope, for a thread that uses databases: also closes this thread's cached database files at the
+// beginning and the end of the scope.
 class FileSystemScope {
  public:
-  // `files` outlives the scope and every database opened in it.
+  // `files` must outlive the scope and every database opened in it.
   explicit FileSystemScope(files::FileSystem& files);
   ~FileSystemScope();
   FileSystemScope(const FileSystemScope&) = delete;

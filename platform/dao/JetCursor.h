@@ -12,7 +12,7 @@
 
 namespace dao {
 
-// Which columns a cursor decodes, and where among the decoded ones each field is.
+// The columns that a cursor decodes, and the position of each field among them.
 struct WantedColumns {
   explicit WantedColumns(const FieldMask& wanted);
 
@@ -34,10 +34,10 @@ class JetCursor : public Cursor {
  private:
   WantedColumns wanted_;
   FieldMask mask_;
-  mutable std::deque<std::u16string> texts_;  // of values that are no text in the file
+  mutable std::deque<std::u16string> texts_;  // of values that are not stored as text
 };
 
-// Every row of a table. File and table outlive it.
+// Every row of a table. File and table must outlive it.
 class JetScan : public JetCursor {
  public:
   JetScan(const JetFile& file, const jet::Table& table, const FieldMask& wanted)
@@ -54,7 +54,7 @@ class JetScan : public JetCursor {
   jet::TableCursor cursor_;
 };
 
-// The rows that an index names. File and table outlive it.
+// The rows that an index references. File and table must outlive it.
 class JetKeyScan : public JetCursor {
  public:
   JetKeyScan(const JetFile& file, const jet::Table& table, jet::KeyCursor cursor, const FieldMask& wanted)

@@ -11,7 +11,7 @@
 
 namespace dao {
 
-// An open Jet 4 file under the path text by which its user knows it.
+// An open Jet 4 file with the path text that the user gave.
 class JetFile {
  public:
   JetFile(QString pathText, QString hostPath, std::shared_ptr<jet::Database> database)
@@ -20,7 +20,7 @@ class JetFile {
   const QString& PathText() const { return pathText_; }
   jet::Database& Database() const { return *database_; }
 
-  // Does the work; its jet::Error becomes a runtime::Error that names the file as its user does.
+  // Runs `work`; converts its jet::Error to a runtime::Error with the path text of the file.
   template <class Work>
   auto WithUserErrors(Work work) const -> decltype(work()) {
     return WithUserErrors(pathText_, hostPath_, std::move(work));

@@ -31,7 +31,7 @@ class JetWriting : public Transaction {
   }
 
  private:
-  const JetFile file_;  // the file stays open as long as the turn
+  const JetFile file_;  // must outlive turn_
   jet::WriteTurn turn_;
 };
 

@@ -29,7 +29,7 @@ class JetTable : public Table {
   std::size_t DeleteAll() override;
 
  private:
-  // The key as the index's columns store it; fewer values than given when one of them cannot be a key.
+  // The key as the columns of the index store it; ends before the first value that cannot be a key.
   std::vector<jet::Value> KeyOf(std::size_t index, std::span<const Value> key) const;
   jet::Value Stored(std::size_t field, Value value) const;
   jet::TableWriter& Writer();
@@ -37,7 +37,8 @@ class JetTable : public Table {
   const JetFile file_;
   const jet::Table table_;
   const TableDef definition_;
-  std::unique_ptr<jet::TableWriter> writer_;  // made by the first change: it looks at relations and every index
+  std::unique_ptr<jet::TableWriter>
+      writer_;  // created by the first change, because it reads the relations and all indexes
 };
 
 }  // namespace dao

@@ -14,7 +14,7 @@ struct TypePair {
   jet::ColumnType column;
 };
 
-// The first of a field type is what a new field is made of.
+// A new field gets the first column type of its field type.
 constexpr std::array<TypePair, 15> kTypes = {{{FieldType::Boolean, jet::ColumnType::Boolean},
                                               {FieldType::Byte, jet::ColumnType::Byte},
                                               {FieldType::Integer, jet::ColumnType::Integer},

@@ -6,10 +6,10 @@
 
 namespace dao {
 
-// What a stored table's definition says. Fields and indexes keep their places.
+// The definition of a stored table. Fields and indexes have the same positions.
 TableDef TableDefOf(const jet::Table& table);
 
-// The definition of a table that is still to be made.
+// The definition with which to create a table.
 jet::TableDefinition StoredDefinition(const TableDef& table);
 
 }  // namespace dao

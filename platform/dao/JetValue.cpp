@@ -18,7 +18,7 @@ namespace dao {
 namespace {
 
 constexpr double kCurrencyUnit = 10'000;
-constexpr double kLargestWhole = 9.2e18;  // what surely fits into 64 bits
+constexpr double kLargestWhole = 9.2e18;  // fits into 64 bits
 constexpr int kExactDigits = 15;          // of a floating-point number
 constexpr double kTwoTo64 = 18446744073709551616.0;
 
@@ -44,7 +44,7 @@ std::optional<jet::Value> AmountOf(double number) {
   return jet::Currency{static_cast<std::int64_t>(scaled)};
 }
 
-// Only the digits that the number really has: the rest of its scale is zeros.
+// Only the significant digits of a double; the other digits of the scale are zeros.
 std::optional<jet::Value> DecimalOf(double number, int scale) {
   const double magnitude = std::abs(number);
   const int whole = magnitude < 1 ? 0 : static_cast<int>(std::floor(std::log10(magnitude))) + 1;

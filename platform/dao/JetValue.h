@@ -9,12 +9,12 @@
 
 namespace dao {
 
-// A stored value as the SQL engine sees it. Text and bytes are views of the stored value; a GUID's text, and that of a
-// number with more digits than a floating-point number, is put into `text`.
+// A stored value as a ValueView. Text and bytes are views of `stored`; a GUID, and a number with more digits than a
+// floating-point number, is a view of its text in `text`.
 ValueView ViewOf(const jet::Value& stored, std::u16string& text);
 
-// A value of the kind that dao::Value tells for its field, as the column stores it; nothing when it is of another kind
-// or out of the column's range.
+// A value as the column stores it; nothing when its kind is not that of the column (see dao::Value) or it is out of
+// range.
 std::optional<jet::Value> StoredOf(const jet::ColumnDefinition& column, Value value);
 
 }  // namespace dao

@@ -14,62 +14,62 @@
 namespace dao {
 namespace {
 
-constexpr std::size_t kMostKept = 4;  // a station has three files
+constexpr std::size_t kMaxCachedFiles = 4;  // a station has three
 
-struct Opening {
+struct CachedFile {
   std::filesystem::path path;
   OpenOptions options;
   std::chrono::milliseconds wait;
   std::shared_ptr<jet::Database> database;
 
-  bool IsFor(const std::filesystem::path& wanted, const OpenOptions& asked) const {
-    return path == wanted && options == asked && wait == WriteWait();
+  bool IsFor(const std::filesystem::path& otherPath, const OpenOptions& otherOptions) const {
+    return path == otherPath && options == otherOptions && wait == WriteWait();
   }
-  // Whether an opening made now would be allowed the same.
+  // Whether the permissions of the file are still those with which it was opened.
   bool IsStillAllowed() const {
     const bool mayWrite = !options.readOnly && ::access(path.c_str(), W_OK) == 0;
     return ::access(path.c_str(), R_OK) == 0 && mayWrite == !database->IsReadOnly();
   }
 };
 
-// The latest first.
-std::list<Opening>& Kept() {
-  thread_local std::list<Opening> kept;
-  return kept;
+// The most recently used first.
+std::list<CachedFile>& Cache() {
+  thread_local std::list<CachedFile> cache;
+  return cache;
 }
 
-std::shared_ptr<jet::Database> OpenAnew(const std::filesystem::path& path, const OpenOptions& options) {
-  jet::OpenOptions asked;
-  asked.password = options.password.toStdU16String();
-  asked.writable = !options.readOnly;
-  asked.wait.limit = WriteWait();
-  return jet::Database::Open(path, asked, Files());
+std::shared_ptr<jet::Database> OpenUncached(const std::filesystem::path& path, const OpenOptions& options) {
+  jet::OpenOptions jetOptions;
+  jetOptions.password = options.password.toStdU16String();
+  jetOptions.writable = !options.readOnly;
+  jetOptions.wait.limit = WriteWait();
+  return jet::Database::Open(path, jetOptions, Files());
 }
 
 }  // namespace
 
 std::shared_ptr<jet::Database> OpenFile(const QString& hostPath, const OpenOptions& options) {
   const std::filesystem::path path = EncodedPath(hostPath);
-  std::list<Opening>& kept = Kept();
+  std::list<CachedFile>& cache = Cache();
   const auto found =
-      std::find_if(kept.begin(), kept.end(), [&](const Opening& opening) { return opening.IsFor(path, options); });
-  if (found != kept.end() && found->IsStillAllowed()) {
-    kept.splice(kept.begin(), kept, found);
+      std::find_if(cache.begin(), cache.end(), [&](const CachedFile& file) { return file.IsFor(path, options); });
+  if (found != cache.end() && found->IsStillAllowed()) {
+    cache.splice(cache.begin(), cache, found);
     return found->database;
   }
-  // Not only this one: another opening of the file would bring back what it was allowed.
-  kept.remove_if([&](const Opening& opening) { return opening.path == path; });
-  kept.push_front({path, options, WriteWait(), OpenAnew(path, options)});
-  if (kept.size() > kMostKept) kept.pop_back();
-  return kept.front().database;
+  // With any options: every cached file of this path has the old permissions.
+  cache.remove_if([&](const CachedFile& file) { return file.path == path; });
+  cache.push_front({path, options, WriteWait(), OpenUncached(path, options)});
+  if (cache.size() > kMaxCachedFiles) cache.pop_back();
+  return cache.front().database;
 }
 
 jet::FileSystem& Files() {
   return files::CurrentFileSystem();
 }
 
-void CloseKept() {
-  Kept().clear();
+void CloseCachedFiles() {
+  Cache().clear();
 }
 
 std::filesystem::path EncodedPath(const QString& hostPath) {

@@ -11,16 +11,16 @@
 
 namespace dao {
 
-// Opens the file, or gives the opening that this thread had last: the screens open their databases anew for each
-// statement, and what was read of a file stays good until somebody changes it. Between statements an opening holds no
+// Opens the file, or returns the open file from this thread's cache: the screens open their databases for each
+// statement, and pages that were read remain valid until the file changes. Between statements an open file holds no
 // lock that keeps others from reading or writing. Throws jet::Error.
 std::shared_ptr<jet::Database> OpenFile(const QString& hostPath, const OpenOptions& options);
 
-// What databases of this thread are opened on: files::CurrentFileSystem.
+// The file system on which this thread opens databases: files::CurrentFileSystem.
 jet::FileSystem& Files();
 
-// Gives up the openings that this thread keeps.
-void CloseKept();
+// Empties this thread's cache of open files.
+void CloseCachedFiles();
 
 std::filesystem::path EncodedPath(const QString& hostPath);
 

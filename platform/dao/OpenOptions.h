@@ -6,8 +6,8 @@
 namespace dao {
 
 struct OpenOptions {
-  QString password;       // for a file that asks for one
-  bool readOnly = false;  // no byte is written, not even of a lock file
+  QString password;       // for a file that has one
+  bool readOnly = false;  // nothing is written, no lock file either
 
   bool operator==(const OpenOptions&) const = default;
 };

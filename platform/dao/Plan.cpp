@@ -13,12 +13,12 @@
 namespace dao {
 namespace {
 
-// Rough figures; only their order matters to the engine's choice among joins.
+// Rough figures; only their order matters for the choice of a join order.
 constexpr double kRowsOfTable = 100'000;
 constexpr double kRowsOfPartialKey = 25;
 constexpr double kCostOfLookup = 5;
-constexpr double kLeastInexactAmount = 1e11;  // from here on several amounts are one floating-point number
-constexpr int kLastExactUse = 63;             // this bit of colUsed stands for all fields from it on
+constexpr double kLeastInexactAmount = 1e11;  // from here on different amounts may be the same double
+constexpr int kLastExactUse = 63;             // this bit of colUsed is for all fields from 63 on
 
 std::vector<std::size_t> FieldsOf(const TableDef& table, const IndexDef& index) {
   std::vector<std::size_t> fields;
@@ -35,7 +35,7 @@ bool IsText(FieldType type) {
   return type == FieldType::Text;
 }
 
-// The place of a usable equality on the field among the engine's constraints; -1 when there is none.
+// The index of a usable equality on the field in info->aConstraint; -1 when there is none.
 int EqualityOn(const TableDef& table, sqlite3_index_info* info, std::size_t field) {
   const FieldType type = table.fields[static_cast<qsizetype>(field)].type;
   if (!CanBeKey(type)) return -1;
@@ -69,7 +69,8 @@ Equalities EqualitiesFor(const TableDef& table, sqlite3_index_info* info, std::s
     found.constraints.push_back(constraint);
   }
   const bool whole = found.fields.size() == fields.size();
-  if (index.ignoreNull && !whole) found.fields.clear();  // it may lack rows that have the first fields
+  if (index.ignoreNull && !whole)
+    found.fields.clear();  // such an index may not contain all rows with these first fields
   if (found.fields.empty()) return found;
   const bool unique = index.unique || index.primary;
   found.rows = whole && unique ? 1 : kRowsOfPartialKey / static_cast<double>(found.fields.size());
@@ -83,7 +84,7 @@ bool UseLookup(const TableDef& table, sqlite3_index_info* info, Plan& plan) {
     if (!found.fields.empty() && found.rows < best.rows) best = found;
   }
   if (best.fields.empty()) return false;
-  plan.way = Plan::AccessPath::Lookup;
+  plan.accessPath = Plan::AccessPath::Lookup;
   plan.index = best.index;
   plan.keyFields = best.fields;
   int argument = 0;
@@ -94,8 +95,8 @@ bool UseLookup(const TableDef& table, sqlite3_index_info* info, Plan& plan) {
   return true;
 }
 
-// Whether walking the index, forwards or backwards, gives the wanted order. Not of texts: an index of another make may
-// hold characters that the engine sorts elsewhere.
+// Whether reading the index, forwards or backwards, gives the wanted order. Never for texts: an index written by
+// another program may contain characters that TextOrder sorts differently.
 bool Orders(const TableDef& table, const IndexDef& index, const sqlite3_index_info* info, bool backwards) {
   if (!index.usable || index.ignoreNull || info->nOrderBy > index.fields.size()) return false;
   for (int i = 0; i < info->nOrderBy; ++i) {
@@ -114,7 +115,7 @@ void UseOrder(const TableDef& table, sqlite3_index_info* info, Plan& plan) {
   for (qsizetype i = 0; i < table.indexes.size(); ++i) {
     for (const bool backwards : {false, true}) {
       if (!Orders(table, table.indexes[i], info, backwards)) continue;
-      plan.way = Plan::AccessPath::Ordered;
+      plan.accessPath = Plan::AccessPath::Ordered;
       plan.index = static_cast<std::size_t>(i);
       plan.backwards = backwards;
       info->orderByConsumed = 1;
@@ -162,7 +163,7 @@ Match NumberKey(FieldType type, double number, Value& key) {
   return Match::Key;
 }
 
-// The key that finds what the engine would call equal. Where the kinds differ, only the engine knows.
+// The key for the rows that SQLite would consider equal. Unknown when the kinds differ: then SQLite must compare.
 Match KeyFor(FieldType type, const ValueView& value, Value& key) {
   if (std::holds_alternative<std::monostate>(value)) return Match::Nothing;
   if (const auto* text = std::get_if<std::u16string_view>(&value)) {
@@ -183,7 +184,7 @@ class NoRows : public Cursor {
   ValueView Field(std::size_t /*field*/) const override { return {}; }
 };
 
-std::unique_ptr<Cursor> BeginLookup(const Plan& plan, Table& table, int count, sqlite3_value** values) {
+std::unique_ptr<Cursor> LookupCursor(const Plan& plan, Table& table, int count, sqlite3_value** values) {
   std::vector<Value> key(static_cast<std::size_t>(count));
   for (std::size_t i = 0; i < key.size(); ++i) {
     const FieldType type = table.Definition().fields[static_cast<qsizetype>(plan.keyFields[i])].type;
@@ -210,10 +211,10 @@ Plan ChoosePlan(const TableDef& table, sqlite3_index_info* info) {
   return plan;
 }
 
-std::unique_ptr<Cursor> Begin(const Plan& plan, Table& table, int count, sqlite3_value** values) {
-  switch (plan.way) {
+std::unique_ptr<Cursor> CursorOf(const Plan& plan, Table& table, int count, sqlite3_value** values) {
+  switch (plan.accessPath) {
     case Plan::AccessPath::Lookup:
-      return BeginLookup(plan, table, count, values);
+      return LookupCursor(plan, table, count, values);
     case Plan::AccessPath::Ordered:
       return table.ScanByIndex(plan.index, plan.backwards, plan.wanted);
     case Plan::AccessPath::Scan:

@@ -22,7 +22,7 @@ std::unique_ptr<Table> Existing(Storage& storage, const QString& name) {
   return table;
 }
 
-// For each field of the target its place in the source, or kNoField.
+// For each field of the target its position in the source, or kNoField.
 std::vector<int> Places(const TableDef& source, const TableDef& target) {
   for (const FieldDef& field : source.fields) {
     const int there = target.FieldIndex(field.name);
@@ -34,14 +34,6 @@ std::vector<int> Places(const TableDef& source, const TableDef& target) {
   for (const FieldDef& field : target.fields)
     places.push_back(source.FieldIndex(field.name));
   return places;
-}
-
-Value Owned(const ValueView& view) {
-  if (const auto* text = std::get_if<std::u16string_view>(&view)) return std::u16string(*text);
-  if (const auto* bytes = std::get_if<std::span<const std::uint8_t>>(&view)) return Bytes(bytes->begin(), bytes->end());
-  if (const auto* whole = std::get_if<std::int64_t>(&view)) return *whole;
-  if (const auto* number = std::get_if<double>(&view)) return *number;
-  return {};
 }
 
 void DeleteAll(Table& table) {

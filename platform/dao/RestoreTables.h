@@ -6,10 +6,9 @@
 
 namespace dao {
 
-// Puts the rows that the tables have in the database at `source` in the place of those in `target`, in all of the
-// tables or in none. Fields meet by name: one that the source lacks stays empty, one that the target lacks is an error,
-// and so is one of another type, and a table that either file lacks. Gives the number of rows put back. Path texts;
-// runtime::Error.
+// Replaces the rows of the tables in `target` by those in `source`, in one transaction; returns the number of rows
+// written. Fields are matched by name: one that only the target has is NULL. Error: a field that only the source has, a
+// field of another type, a table that is missing in either database. Paths are path texts.
 int RestoreTables(const QString& source, const QString& target, const QStringList& tables);
 
 }  // namespace dao

@@ -10,7 +10,7 @@
 
 namespace dao {
 
-// A column of a SELECT's result: its name, and its values typed as the field it comes from.
+// A column of the result of a SELECT: its name, and its values with the type of their field.
 class ResultColumn {
  public:
   ResultColumn(sqlite3_stmt* statement, int column);

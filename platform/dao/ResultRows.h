@@ -8,7 +8,7 @@
 
 namespace dao {
 
-// All rows of a SELECT, row by row; names.size() values a row.
+// All rows of a SELECT, one after the other; names.size() values per row.
 struct ResultRows {
   QStringList names;
   std::vector<QVariant> values;

@@ -14,7 +14,7 @@ namespace {
 
 constexpr int kFirstExpressionNumber = 1000;
 
-// The words of the dialect. Every other word is a name, also where the engine has a meaning for it.
+// The keywords of the dialect. Every other word is a name, even when it is a keyword of SQLite.
 const QSet<QString>& Keywords() {
   static const QSet<QString> kWords = {
       u"SELECT"_s, u"DISTINCT"_s, u"ALL"_s,   u"FROM"_s, u"WHERE"_s,   u"AND"_s,    u"OR"_s,     u"NOT"_s,   u"IN"_s,
@@ -113,7 +113,7 @@ void Rewriter::SelectItem(int number) {
   if (NeedsName(first, at_)) Emit(u"AS "_s + QuotedName(u"Expr%1"_s.arg(number)));
 }
 
-// A field, "table.field", "*", "table.*" and what has an AS keep their names.
+// A field, "table.field", "*", "table.*" and expressions with AS have a name already.
 bool Rewriter::NeedsName(std::size_t first, std::size_t last) const {
   const std::size_t count = last - first;
   if (count >= 3 && tokens_[last - 2].IsWord(u"AS"_s)) return false;
@@ -168,9 +168,9 @@ void Rewriter::Pass() {
 
 void Rewriter::PassWord() {
   const QString word = Peek().text.toUpper();
-  const bool behindPoint = at_ > 0 && tokens_[at_ - 1].Is(u"."_s);
+  const bool afterPoint = at_ > 0 && tokens_[at_ - 1].Is(u"."_s);
   const bool function = Peek(1).Is(u"("_s);
-  if (behindPoint) return PassName(Next().text);
+  if (afterPoint) return PassName(Next().text);
   if (function && Functions().contains(word)) return PassFunction();
   if (!Keywords().contains(word)) {
     if (function) ThrowSyntaxError(sql_, u"de functie '%1' wordt niet ondersteund"_s.arg(Peek().text));
@@ -199,13 +199,13 @@ void Rewriter::PassText(const QString& value) {
   Emit(u"?%1"_s.arg(texts_.size()));
 }
 
-// A number of more digits than the engine keeps goes in as a text: the field that gets it reads it to the last digit.
+// A number with more digits than a double can hold is passed as text, which the conversion for the field reads exactly.
 void Rewriter::PassNumber(const QString& number) {
   if (!IsLong(number)) return Emit(number);
   PassText(number);
 }
 
-// The minus of such a number, where it can only be its sign.
+// The minus sign of such a number, where it cannot be a subtraction.
 bool Rewriter::PassSign() {
   const Token& before = tokens_[at_ - 2];
   const bool isSign = before.Is(u"="_s) || before.Is(u"("_s) || before.Is(u","_s);

@@ -10,8 +10,8 @@
 
 namespace dao {
 
-// Walks over the tokens of one statement and writes them down for the SQL engine. Steps that take look at what the
-// statement says and write nothing; the others write what they pass. Every Error shows the statement.
+// Rewrites the tokens of a statement for SQLite. Take and Expect functions consume tokens without output; the others
+// write what they consume. Every Error shows the statement.
 class Rewriter {
  public:
   explicit Rewriter(const QString& sql) : sql_(sql), tokens_(Tokenise(sql)) {}
@@ -23,14 +23,14 @@ class Rewriter {
   void Expect(const QString& word);
   void ExpectSymbol(const QString& symbol);
   QString TakeName();
-  QString TakeField(const QString& table);  // a name, or the table and a name
+  QString TakeField(const QString& table);  // a field name, optionally qualified with `table`
   [[noreturn]] void Unexpected() const;
 
   void Emit(const QString& text);
-  // What stands between SELECT and its FROM. An expression without a name gets one: Expr1000, Expr1001, ...
+  // The text between SELECT and its FROM. An expression without a name gets one: Expr1000, Expr1001, ...
   void SelectList();
-  void Expression();   // up to a comma or WHERE outside of brackets
-  void OneValueRow();  // "(...)" and then the end
+  void Expression();   // up to a comma or WHERE outside parentheses
+  void OneValueRow();  // "(...)" and then the end of the statement
   void Rest();
 
   QString Output() const { return output_; }
@@ -55,7 +55,7 @@ class Rewriter {
   QString output_;
   QStringList texts_;
   QStringList names_;
-  std::vector<bool> comparesAsText_;  // a flag an open bracket: its function's result follows the text order
+  std::vector<bool> comparesAsText_;  // per open parenthesis: whether the result of its function gets the text order
 };
 
 }  // namespace dao

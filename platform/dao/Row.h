@@ -11,14 +11,14 @@
 
 namespace dao {
 
-// The row at which the reading of a SELECT stands. Only within the visit that it is handed to. Columns count from 0.
+// The current row of Database::Visit; valid only during the call. Columns count from 0.
 class Row {
  public:
   explicit Row(sqlite3_stmt* statement) : statement_(statement), columns_(ResultColumnsOf(statement)) {}
 
-  // As of a Recordset.
+  // As Recordset::Field.
   QVariant Field(int column) const { return columns_[static_cast<std::size_t>(column)].Read(statement_); }
-  // The value as text, without a copy of it: valid until the visit ends. A null view for NULL.
+  // The value as text, not copied: valid during the call. A null view for NULL.
   QStringView Text(int column) const;
 
  private:
@@ -26,7 +26,7 @@ class Row {
   std::vector<ResultColumn> columns_;
 };
 
-// Is handed one row after the other; answers whether it wants the next.
+// Called for each row; returns false to stop.
 using RowVisit = std::function<bool(const Row&)>;
 
 }  // namespace dao

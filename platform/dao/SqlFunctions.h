@@ -5,10 +5,10 @@
 
 namespace dao {
 
-// The functions of the dialect that the engine does not have: UCase and LCase.
+// Adds the functions of the dialect that SQLite does not have: UCase and LCase.
 void AddSqlFunctions(sqlite3* connection);
 
-// Whether a statement may call it: these and the aggregates MAX, MIN, COUNT, SUM and AVG.
+// Whether a statement may call the function: UCase, LCase, MAX, MIN, COUNT, SUM or AVG.
 bool IsDialectFunction(const char* name);
 
 }  // namespace dao

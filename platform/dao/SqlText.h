@@ -5,14 +5,14 @@
 
 namespace dao {
 
-// A name as the SQL engine takes it, whatever its letters.
+// A name in double quotes for SQLite, with any characters.
 QString QuotedName(const QString& name);
 
-// The dialect's UCase and LCase: letter by letter, so that the length stays.
+// The dialect's UCase and LCase: letter by letter, so that the length does not change.
 QString UCase(const QString& text);
 QString LCase(const QString& text);
 
-// A statement as error texts show it: shortened when it is long.
+// A statement for error texts, shortened when it is long.
 QString Shown(const QString& sql);
 [[noreturn]] void ThrowSyntaxError(const QString& sql, const QString& reason);
 

@@ -12,7 +12,7 @@
 namespace dao {
 namespace {
 
-// A text that the engine hands over at any address, odd ones too, as its sorter keeps them.
+// A UTF-16 text at any address: SQLite's sorter passes odd ones too, which are copied.
 class ComparedText {
  public:
   ComparedText(const void* text, int bytes) : size_(static_cast<std::size_t>(bytes) / sizeof(char16_t)) {
@@ -33,18 +33,18 @@ class ComparedText {
  private:
   const char16_t* text_ = nullptr;
   std::size_t size_;
-  std::array<char16_t, 256> shortCopy_;  // a name's longest
+  std::array<char16_t, 256> shortCopy_;  // enough for a Text field
   std::u16string longCopy_;
 };
 
 int CompareCallback(void* /*unused*/, int leftBytes, const void* left, int rightBytes, const void* right) {
-  // Equal texts are frequent where there is much to compare, and are equal in any order.
+  // Fast path: sorting compares equal texts often.
   if (leftBytes == rightBytes && std::memcmp(left, right, static_cast<std::size_t>(leftBytes)) == 0) return 0;
   return jet::TextOrder::Legacy().Compare(ComparedText(left, leftBytes).View(), ComparedText(right, rightBytes).View());
 }
 
-// A text as the engine takes it. What looks like a byte order mark in the first place it would drop, or take the rest
-// for swapped bytes: such a text gets one more before it, which is then the one that is dropped.
+// A text for SQLite, which drops a leading byte order mark, or swaps all bytes after a reversed one. Such a text gets
+// an extra mark, which SQLite then drops.
 class EngineText {
  public:
   explicit EngineText(std::u16string_view text) : text_(text) {
@@ -79,7 +79,7 @@ void SetUpSqlite() {
 }
 
 void AddTextOrder(sqlite3* connection) {
-  // Not SQLITE_UTF16_ALIGNED: for that the engine would copy both texts, in memory got for it, at every comparison.
+  // Not SQLITE_UTF16_ALIGNED: SQLite would then allocate and copy both texts for every comparison.
   sqlite3_create_collation_v2(connection, kTextOrderName, SQLITE_UTF16, nullptr, CompareCallback, nullptr);
 }
 

@@ -19,14 +19,14 @@ struct CloseSqlite {
 using SqliteConnection = std::unique_ptr<sqlite3, CloseSqlite>;
 using SqliteStatement = std::unique_ptr<sqlite3_stmt, CloseSqlite>;
 
-// Sets the library up for this process, once: connections are used by one thread at a time, and nothing counts memory.
+// Configures SQLite for this process, once: one thread at a time per connection, no memory statistics.
 void SetUpSqlite();
 
-// The order of texts in database files (jet::TextOrder) as a collation of a connection: its name there.
+// The collation that orders texts as database files do (jet::TextOrder).
 constexpr const char* kTextOrderName = "jet";
 void AddTextOrder(sqlite3* connection);
 
-// Values in and out, without a change of encoding where the database is UTF-16.
+// Values from and to SQLite; texts are not re-encoded when the database is UTF-16.
 ValueView ValueOf(sqlite3_value* value);
 void Bind(sqlite3_stmt* statement, int parameter, const ValueView& value);
 void SetResult(sqlite3_context* context, const ValueView& value);
@@ -35,7 +35,7 @@ inline std::u16string_view Utf16(const QString& text) {
   return {QStringView(text).utf16(), static_cast<std::size_t>(text.size())};
 }
 
-// The compiled statement, or nothing: sqlite3_errmsg then tells why.
+// The compiled statement; null with the reason in sqlite3_errmsg.
 SqliteStatement Compile(sqlite3* connection, const QString& sql);
 
 }  // namespace dao

@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 namespace dao {
 namespace {
 
-// The part of each verb that decides where rows go; the Rewriter takes the rest.
+// Parses the part of each statement that determines its target; the Rewriter handles the rest.
 class Parser {
  public:
   explicit Parser(const QString& sql) : in_(sql) { statement_.source = sql; }

@@ -19,29 +19,29 @@
 
 namespace dao {
 
-// The seam under the SQL engine: what a database must be able to do, a file (JetStorage) or a schema on a server
-// (postgres/ServerStorage). Above it lie the dialect, conversions,
-// collation of expressions and error texts of statements; below it pages, keys and locks. Fields and indexes are
-// counted from 0 in the order of the TableDef. Every failure is a runtime::Error naming file, table, field or value.
+// The interface of a database for the SQL layer, implemented for files (JetStorage) and for a schema on a server
+// (postgres/ServerStorage). The SQL layer handles the dialect, conversions, collation and the error texts of
+// statements; a storage handles rows, keys and locks. Fields and indexes are counted from 0 in the order of the
+// TableDef. Every failure is a runtime::Error with the name of the file, table, field or value.
 
-// Which row, for as long as it exists: never reused within a transaction, never a position in an order.
+// Identifies a row; never reused within a transaction, and not a position.
 using RowId = std::int64_t;
 
 constexpr std::size_t kMostFields = 255;
 using FieldMask = std::bitset<kMostFields>;
 
-// Rows one by one. It may be used on while rows of other tables change; once rows of its own table changed, it is only
-// destroyed (the engine collects the rows of an UPDATE or DELETE first).
+// Reads rows one by one. Stays valid while rows of other tables change, but may only be destroyed after a change of its
+// own table (SQLite collects the rows of an UPDATE or DELETE first).
 class Cursor {
  public:
   virtual ~Cursor() = default;
-  virtual bool Next() = 0;  // to the first row at first; false at the end
+  virtual bool Next() = 0;  // the first call moves to the first row; false at the end
   virtual RowId Id() const = 0;
-  // A wanted field of the current row; text and bytes stay valid until Next.
+  // A wanted field of the current row; text and bytes are valid until Next.
   virtual ValueView Field(std::size_t field) const = 0;
 };
 
-// A field and its new value, of the kind that Value tells for its type.
+// A field and its new value, of the kind for its type (see Value).
 using FieldValue = std::pair<std::size_t, Value>;
 
 // One table, for use inside a transaction of its storage.
@@ -50,54 +50,54 @@ class Table {
   virtual ~Table() = default;
   virtual const TableDef& Definition() const = 0;
 
-  // Every row, in the file's own order.
+  // Every row, in storage order.
   virtual std::unique_ptr<Cursor> Scan(const FieldMask& wanted) = 0;
-  // Every row that the index has, in its order or backwards.
+  // Every row in the index, in its order or backwards.
   virtual std::unique_ptr<Cursor> ScanByIndex(std::size_t index, bool backwards, const FieldMask& wanted) = 0;
-  // The rows whose first key.size() fields of the index equal the key, which holds no NULL. Text equals as the
-  // engine compares it.
+  // The rows in which the first key.size() fields of the index equal the key, which contains no NULL. Texts are equal
+  // by the text order. More rows than these may be returned.
   virtual std::unique_ptr<Cursor> Lookup(std::size_t index, std::span<const Value> key, const FieldMask& wanted) = 0;
 
-  // A whole row, one value a field. NULL in an autonumber field lets the file choose. A key that is there already and
-  // a missing required key are errors.
+  // Inserts a row, one value per field. NULL in an autonumber field lets the storage assign the number. A duplicate of
+  // a unique key and NULL in a required key are errors.
   virtual void Insert(std::vector<Value> row) = 0;
-  // Every row of another table, as it is stored there; how many. Nothing, with nothing done, when the two are not made
-  // alike: then the rows go one by one.
+  // Copies every row of another table in its stored form; returns the number of rows. Nothing, with nothing changed,
+  // when the tables do not allow this: the caller then inserts the rows one by one.
   virtual std::optional<std::size_t> InsertAllOf(Table& /*other*/) { return std::nullopt; }
   virtual void Update(RowId row, std::span<const FieldValue> changes) = 0;
-  virtual void Delete(std::span<const RowId> rows) = 0;  // each named once
-  // Empties the table in one go; answers how many rows it had.
+  virtual void Delete(std::span<const RowId> rows) = 0;  // without duplicates
+  // Deletes all rows at once; returns how many there were.
   virtual std::size_t DeleteAll() = 0;
 };
 
 enum class Access { Read, Write };
 
-// A consistent look at the file, or the one writer's turn. Going without Commit rolls everything back.
+// A consistent snapshot for reading, or the exclusive right to write. Destruction without Commit rolls back.
 class Transaction {
  public:
   virtual ~Transaction() = default;
   virtual void Commit() = 0;  // durable when it returns
 };
 
-// An opened database file. Holds no lock outside a transaction; at most one transaction at a time.
+// An open database. Holds no lock outside a transaction; at most one transaction at a time.
 class Storage {
  public:
   virtual ~Storage() = default;
   virtual const QString& PathText() const = 0;
   virtual bool IsSameFile(const Storage& other) const = 0;
-  // Waits a bounded time for its turn, then an error.
+  // Waits for other writers for a limited time (WriteWait), then throws an error.
   virtual std::unique_ptr<Transaction> Begin(Access access) = 0;
-  // Inside a reading transaction: the statement reads one table once, so that it needs no moment shared by several
-  // reads. A server saves round trips by it.
+  // Inside a reading transaction: the statement will read one table once, so no snapshot shared by several reads is
+  // needed. Saves round trips to a server.
   virtual void ExpectOneRead() {}
 
-  // Inside a transaction: names without the system's own tables; one table without regard to letter case, or nothing.
+  // Inside a transaction: the names without system tables; a table by its name, ignoring letter case, or null.
   virtual QStringList TableNames() = 0;
   virtual std::unique_ptr<Table> OpenTable(const QString& name) = 0;
   virtual void CreateTable(const TableDef& table) = 0;
 };
 
-// Opens or makes the file at a path text, or the schema at a server's address (IsServerPath); the errors are those of
+// Opens or creates the file at a path text, or the schema at a server address (IsServerPath); the errors are those of
 // OpenDatabase and CreateDatabase.
 std::unique_ptr<Storage> OpenStorage(const QString& pathText, const OpenOptions& options = {});
 void CreateStorage(const QString& pathText);

@@ -32,10 +32,10 @@ struct FieldDef {
   int size = 0;  // Text: most characters, 1 to 255; Binary: most bytes, 1 to 510; other types: not used
   bool required = false;
   bool allowZeroLength = true;  // Text and Memo: "" may be stored
-  bool autoNumber = false;      // Long: the file gives the value where an insert leaves it out
-  QVariant defaultValue;        // stored where an insert leaves the field out; invalid = none
-  QString defaultExpression;    // read from a file: a default that is no constant; an insert must then give the field
-  int precision = 18;           // Numeric: digits in all, 1 to 28
+  bool autoNumber = false;      // Long: the storage assigns the value when an insert omits the field
+  QVariant defaultValue;        // stored when an insert omits the field; invalid = none
+  QString defaultExpression;    // read from a file: a default that is not constant; an insert must give the field
+  int precision = 18;           // Numeric: total digits, 1 to 28
   int scale = 0;                // Numeric: digits after the point
 
   bool operator==(const FieldDef&) const = default;
@@ -55,9 +55,9 @@ struct IndexDef {
   QList<IndexField> fields;
   bool primary = false;  // implies unique and required
   bool unique = false;
-  bool required = false;    // no field of it may be NULL
-  bool ignoreNull = false;  // rows whose fields are all NULL have no entry
-  bool usable = true;       // false, read from a file: its order is not known, so rows are not looked up by it
+  bool required = false;    // none of its fields may be NULL
+  bool ignoreNull = false;  // rows in which all its fields are NULL have no entry
+  bool usable = true;       // false, read from a file: its sort order is unknown, so it is not used for look-ups
 
   bool operator==(const IndexDef&) const = default;
 };
@@ -67,11 +67,11 @@ struct TableDef {
   QList<FieldDef> fields;
   QList<IndexDef> indexes;
 
-  // The place of a field in `fields`, without regard to letter case; -1 when there is none.
+  // The position of a field in `fields`, ignoring letter case; -1 when there is none.
   int FieldIndex(const QString& fieldName) const;
 };
 
-// An Error naming the table and what is wrong with its definition: a bad name, size, index or number of fields.
+// Throws an Error with the table and the reason for an invalid definition: a name, size, index or number of fields.
 void CheckTableDef(const TableDef& table);
 
 }  // namespace dao

@@ -27,8 +27,8 @@ struct Token {
   bool IsName() const { return kind == TokenKind::Word || kind == TokenKind::Name; }
 };
 
-// The tokens of a statement, closed by one End token. A closing semicolon is dropped. An Error showing the statement:
-// a quote or bracket without its partner, a character or comment that the dialect does not have, a second statement.
+// The tokens of a statement, followed by one End token. A final semicolon is dropped. Error, with the statement: an
+// unmatched quote or bracket, a character or comment that the dialect does not have, a second statement.
 std::vector<Token> Tokenise(const QString& sql);
 
 }  // namespace dao

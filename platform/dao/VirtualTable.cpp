@@ -53,9 +53,9 @@ int Connect(sqlite3* /*connection*/, void* entry, int /*count*/, const char* con
             char** /*message*/) {
   auto table = std::make_unique<OpenTable>();
   table->entry = static_cast<VirtualTables::Entry*>(entry);
-  int answer = SQLITE_OK;
-  const int failed = Guarded(table->All(), [&] { answer = table->All()->Declare(*table->entry); });
-  if (failed != SQLITE_OK || answer != SQLITE_OK) return std::max(failed, answer);
+  int declared = SQLITE_OK;
+  const int failed = Guarded(table->All(), [&] { declared = table->All()->Declare(*table->entry); });
+  if (failed != SQLITE_OK || declared != SQLITE_OK) return std::max(failed, declared);
   *made = table.release();
   return SQLITE_OK;
 }
@@ -88,7 +88,7 @@ int Filter(sqlite3_vtab_cursor* base, int plan, const char* /*text*/, int count,
   OpenTable& table = cursor->Owner();
   return Guarded(table.All(), [&] {
     cursor->rows.reset();
-    cursor->rows = Begin(table.entry->use.plans[static_cast<std::size_t>(plan)], table.Stored(), count, values);
+    cursor->rows = CursorOf(table.entry->use.plans[static_cast<std::size_t>(plan)], table.Stored(), count, values);
     cursor->atEnd = !cursor->rows->Next();
   });
 }
@@ -104,7 +104,7 @@ int AtEnd(sqlite3_vtab_cursor* cursor) {
 
 int Column(sqlite3_vtab_cursor* base, sqlite3_context* context, int column) {
   auto* cursor = static_cast<OpenCursor*>(base);
-  // A field that an UPDATE leaves alone is not even read.
+  // A field that an UPDATE does not change is not read.
   if (sqlite3_vtab_nochange(context) != 0) return SQLITE_OK;
   return Guarded(cursor->Owner().All(),
                  [&] { SetResult(context, cursor->rows->Field(static_cast<std::size_t>(column))); });
@@ -115,7 +115,7 @@ int Identity(sqlite3_vtab_cursor* base, sqlite3_int64* row) {
   return Guarded(cursor->Owner().All(), [&] { *row = cursor->rows->Id(); });
 }
 
-// The engine hands over the old identity, the new one and then the fields.
+// xUpdate gets the old identity, the new one, and then the fields.
 constexpr int kFirstField = 2;
 
 void RequireConstantDefault(const TableDef& table, const FieldDef& field) {
@@ -155,7 +155,7 @@ int Update(sqlite3_vtab* base, int count, sqlite3_value** values, sqlite3_int64*
   auto* table = static_cast<OpenTable*>(base);
   return Guarded(table->All(), [&] {
     if (count == 1) {
-      table->entry->use.named.push_back(sqlite3_value_int64(values[0]));
+      table->entry->use.toDelete.push_back(sqlite3_value_int64(values[0]));
     } else if (sqlite3_value_type(values[0]) == SQLITE_NULL) {
       InsertRow(*table, values);
     } else {
@@ -186,7 +186,7 @@ const sqlite3_module* Module() {
 }  // namespace
 
 void VirtualTables::Add(const QString& name, std::unique_ptr<Table> table) {
-  // Tables of the engine's own stand before any module.
+  // SQLite's own tables take precedence over modules.
   if (name.startsWith(u"sqlite_"_s, Qt::CaseInsensitive)) {
     throw runtime::Error(u"De tabel '%1' is niet bruikbaar: die naam is van de SQL-machine zelf."_s.arg(name));
   }
@@ -229,14 +229,14 @@ void VirtualTables::EndStatement() {
 
 void VirtualTables::DeleteCollected(std::size_t place) {
   const Use& use = entries_[place]->use;
-  if (!use.named.empty()) use.table->Delete(use.named);
+  if (!use.toDelete.empty()) use.table->Delete(use.toDelete);
 }
 
 int VirtualTables::Declare(const Entry& entry) {
   isDeclaring_ = true;
-  const int answer = sqlite3_declare_vtab(connection_, entry.declaration.constData());
+  const int result = sqlite3_declare_vtab(connection_, entry.declaration.constData());
   isDeclaring_ = false;
-  return answer;
+  return result;
 }
 
 void VirtualTables::RethrowFailure() const {
@@ -244,7 +244,7 @@ void VirtualTables::RethrowFailure() const {
 }
 
 const char* DeclaredType(FieldType type) {
-  // The engine reads an affinity from the letters: TEXT, BLOB, DOUB and INT count, every other name is a number.
+  // SQLite derives the affinity from parts of the name: TEXT, BLOB, DOUB or INT; every other name is NUMERIC.
   switch (type) {
     case FieldType::Boolean:
       return "BOOLEAN";

@@ -5,10 +5,10 @@
 
 namespace dao {
 
-// How long a statement waits for another program that is writing before it gives up with an error: five seconds.
+// How long a statement waits for another writer before it throws an error: five seconds.
 std::chrono::milliseconds WriteWait() noexcept;
 
-// Another wait while it lives (tests).
+// Replaces the wait for its lifetime (tests).
 class WriteWaitScope {
  public:
   explicit WriteWaitScope(std::chrono::milliseconds wait);

@@ -15,7 +15,7 @@ using namespace std::chrono_literals;
 namespace dao {
 namespace {
 
-constexpr auto kTrusted = 60s;  // tables are made when a station is set up, hardly ever afterwards
+constexpr auto kCacheTime = 60s;  // tables are created when a station is set up, rarely afterwards
 constexpr qsizetype kLongestServerName = 63;
 
 QMap<QString, std::shared_ptr<Catalog>>& Known() {
@@ -49,7 +49,7 @@ bool MeansMissing(const Refusal& refusal) {
   return refusal.code == u"42P01"_s || refusal.code == u"3F000"_s;
 }
 
-// The schema of that name in whatever letter case.
+// The server's spelling of a schema name, ignoring letter case.
 QString Spelling(Connection& connection, const QString& schema) {
   const auto results = connection.Run("SELECT nspname FROM pg_catalog.pg_namespace WHERE pg_catalog.lower(nspname)=" +
                                       connection.Literal(schema.toLower().toStdString()) + " ORDER BY nspname");
@@ -90,7 +90,7 @@ bool IsText(const FieldDef& field) {
   return field.type == FieldType::Text;
 }
 
-// A column of an index, in the order of the file's indexes: NULL before all values.
+// A column of an index, sorted as in a database file: NULL before all values.
 std::string IndexColumn(const TableDef& table, const IndexField& field) {
   const qsizetype at = table.FieldIndex(field.name);
   const std::string column = IsText(table.fields[at]) ? OrderColumn(at) : QuotedServerName(table.fields[at].name);
@@ -102,7 +102,8 @@ bool CanOrderRows(const TableDef& table, const IndexField& field) {
   return type != FieldType::Text && type != FieldType::Memo && type != FieldType::Binary;
 }
 
-// A unique index holds every field. Another is there for speed, and texts are not looked up by it.
+// A unique index has every field. Another index is for speed only and ends before its first Text field, because texts
+// are not looked up on the server.
 std::string IndexStatement(const Catalog& catalog, const TableDef& table, const IndexDef& index) {
   const bool unique = index.unique || index.primary;
   std::string columns;
@@ -144,13 +145,13 @@ QString ServerIndexName(const TableDef& table, const IndexDef& index) {
 std::shared_ptr<Catalog> CatalogOf(const ServerAddress& address) {
   const QString key = KeyOf(address);
   const auto known = Known().value(key);
-  if (known && std::chrono::steady_clock::now() - known->read < kTrusted) return known;
+  if (known && std::chrono::steady_clock::now() - known->read < kCacheTime) return known;
   try {
     return *Known().insert(key, ReadAnyCase(address));
   } catch (const Refusal& refusal) {
     throw runtime::Error(RefusalError(address, refusal));
-  } catch (const LineBroken&) {
-    throw runtime::Error(BrokenError(address));
+  } catch (const ConnectionLost&) {
+    throw runtime::Error(ConnectionLostError(address));
   }
 }
 
@@ -161,8 +162,8 @@ bool CatalogExists(const ServerAddress& address) {
   } catch (const Refusal& refusal) {
     if (MeansMissing(refusal)) return false;
     throw runtime::Error(RefusalError(address, refusal));
-  } catch (const LineBroken&) {
-    throw runtime::Error(BrokenError(address));
+  } catch (const ConnectionLost&) {
+    throw runtime::Error(ConnectionLostError(address));
   }
 }
 

@@ -14,12 +14,12 @@
 
 namespace dao {
 
-// The program's own tables of a schema, beside the tables of its user:
-//   spotrooster_turn    one row, locked by whoever writes; `version` counts changes of the definitions
-//   spotrooster_change  a token of each transaction that changed something, kept for an hour
-//   spotrooster_tables  each table's definition, and the highest number of its autonumber field
-// A table has, behind its fields, spotrooster_row (a row's identity) and, for each Text field of a unique index,
-// spotrooster_order_<place>: the bytes by which texts are equal in the text order.
+// The internal tables of a schema, in addition to the user's tables:
+//   spotrooster_turn    one row, locked by the transaction that writes; `version` counts changes of the definitions
+//   spotrooster_change  a token for each transaction that changed something, kept for an hour
+//   spotrooster_tables  the definition of each table, and the highest number of its autonumber field
+// A table has, after its fields, spotrooster_row (the identity of a row) and, for each Text field of a unique index,
+// spotrooster_order_<position>: bytes that are equal for texts that are equal in the text order.
 inline const std::string kTurnTable = "spotrooster_turn";
 inline const std::string kChangeTable = "spotrooster_change";
 inline const std::string kTablesTable = "spotrooster_tables";
@@ -29,12 +29,12 @@ std::string OrderColumn(qsizetype field);
 // Whether the field has an order column.
 bool HasOrderColumn(const TableDef& table, qsizetype field);
 
-// The name that an index has on the server, in which it is one of the whole schema.
+// The name of an index on the server, where index names are unique within the schema.
 QString ServerIndexName(const TableDef& table, const IndexDef& index);
 
-// What this thread knows of a schema: read once, so that a word of a statement that is no table costs no round trip.
+// The cached definitions of a schema, so that a word in a statement that is not a table costs no round trip.
 struct Catalog {
-  QString schema;  // as the server writes it
+  QString schema;  // in the server's spelling
   QString version;
   QMap<QString, TableDef> tables;  // by the lower case of their names
   std::chrono::steady_clock::time_point read;
@@ -43,14 +43,14 @@ struct Catalog {
   std::string Quoted(const QString& table) const { return QuotedServerName(schema) + '.' + QuotedServerName(table); }
 };
 
-// The catalogue of the address's schema: the one that this thread has, or read anew. runtime::Error that names the
-// schema when there is none.
+// The catalogue of the schema, from this thread's cache or read from the server. runtime::Error with the name of the
+// schema when it does not exist.
 std::shared_ptr<Catalog> CatalogOf(const ServerAddress& address);
 bool CatalogExists(const ServerAddress& address);
-// What is known of the address is no longer trusted: the next CatalogOf reads it anew.
+// Removes the schema from the cache: the next CatalogOf reads it again.
 void ForgetCatalog(const ServerAddress& address);
 
-// The statements that make an empty schema, and a table in it.
+// The statements that create an empty schema, and a table in it.
 std::string SchemaStatements(const QString& schema);
 std::string TableStatements(const Connection& connection, const Catalog& catalog, const TableDef& table);
 

@@ -25,9 +25,9 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr auto kConnectWait = 5000ms;
-constexpr auto kSilence = 7000ms;  // longer than the server lets a statement take
-constexpr auto kSlice = 20ms;      // between two repaints of the windows
-constexpr std::size_t kMostKept = 4;
+constexpr auto kReplyWait = 7000ms;  // longer than the statement timeout of the server
+constexpr auto kRepaintTime = 20ms;  // between two repaints of the windows
+constexpr std::size_t kMaxPooled = 4;
 
 struct Attempt {
   PGconn* connection = nullptr;
@@ -43,7 +43,7 @@ QString Reason(const PGconn* connection) {
   return QString::fromUtf8(PQerrorMessage(connection)).trimmed();
 }
 
-// One host, until the time is up. The connection, or why there is none.
+// Connects to one host before `end`. On failure `reason` is not empty; the result must be finished then too.
 PGconn* Connect(const ServerAddress::Parameters& way, Clock::time_point end, QString& reason) {
   std::vector<const char*> keywords;
   std::vector<const char*> values;
@@ -55,7 +55,7 @@ PGconn* Connect(const ServerAddress::Parameters& way, Clock::time_point end, QSt
   values.push_back(nullptr);
   PGconn* connection = PQconnectStartParams(keywords.data(), values.data(), 0);
   if (connection == nullptr) return nullptr;
-  PQsetErrorVerbosity(connection, PQERRORS_VERBOSE);  // the server's code is part of the reason
+  PQsetErrorVerbosity(connection, PQERRORS_VERBOSE);  // adds the error code to the reason
   PQsetNoticeProcessor(
       connection, [](void*, const char*) {}, nullptr);
   PostgresPollingStatusType state = PGRES_POLLING_WRITING;
@@ -74,7 +74,7 @@ PGconn* Connect(const ServerAddress::Parameters& way, Clock::time_point end, QSt
   return connection;
 }
 
-// The first host that takes the connection. The error is of the last host that gave a reason of its own.
+// Connects to the first host that accepts. The error is that of the last host.
 Attempt ConnectAny(const ServerAddress& address) {
   Attempt attempt;
   const auto share = kConnectWait / address.Ways().size();
@@ -99,7 +99,7 @@ bool IsUserInterfaceThread() {
   return application != nullptr && application->thread() == QThread::currentThread();
 }
 
-// What the helper thread and its waiting caller share.
+// Shared by the helper thread and its waiting caller.
 struct Connecting {
   std::mutex mutex;
   bool givenUp = false;
@@ -113,29 +113,29 @@ void AwaitReady(std::future<Attempt>& ready, Clock::time_point end) {
   if (IsUserInterfaceThread() && CurrentWait()) {
     CurrentWait()(isReady);
   } else {
-    while (!isReady(kSlice)) {
+    while (!isReady(kRepaintTime)) {
     }
   }
 }
 
-struct KeptConnection {
+struct PooledConnection {
   QString url;
   pid_t process;
   std::unique_ptr<Connection> connection;
 };
 
-// The latest first.
-std::list<KeptConnection>& Kept() {
-  thread_local std::list<KeptConnection> kept;
-  return kept;
+// The most recently used first.
+std::list<PooledConnection>& Pool() {
+  thread_local std::list<PooledConnection> pool;
+  return pool;
 }
 
-// A child process must neither use nor close what its parent talks through.
-void LeaveParentsConnections() {
-  for (KeptConnection& kept : Kept()) {
-    if (kept.process != ::getpid()) static_cast<void>(kept.connection.release());
+// After a fork the child process must neither use nor close the connections of its parent.
+void DropParentsConnections() {
+  for (PooledConnection& pooled : Pool()) {
+    if (pooled.process != ::getpid()) static_cast<void>(pooled.connection.release());
   }
-  Kept().remove_if([](const KeptConnection& kept) { return kept.connection == nullptr; });
+  Pool().remove_if([](const PooledConnection& pooled) { return pooled.connection == nullptr; });
 }
 
 QString FieldOf(const PGresult* result, int field) {
@@ -154,7 +154,7 @@ Refusal RefusalIn(const PGresult* result) {
   return refusal;
 }
 
-// The server ended the session: the code tells why, but the connection is gone.
+// Whether an error code means that the server ended the session.
 bool EndsSession(const QString& code) {
   return code.isEmpty() || code.startsWith(u"57P"_s) || code.startsWith(u"08"_s) || code == u"25P03"_s;
 }
@@ -177,7 +177,7 @@ std::unique_ptr<Connection> Connection::Open(const ServerAddress& address) {
   AwaitReady(ready, Clock::now() + kConnectWait + 500ms);
   const std::lock_guard lock(shared->mutex);
   if (ready.wait_for(0ms) != std::future_status::ready) {
-    shared->givenUp = true;  // looking up a host's name may hang
+    shared->givenUp = true;  // a host name look-up may hang
     throw runtime::Error(
         ConnectionError(address, ServerAddress::HostOf(address.Ways().first()), u"geen antwoord op tijd"_s, false));
   }
@@ -189,22 +189,22 @@ std::unique_ptr<Connection> Connection::Open(const ServerAddress& address) {
 
 void Connection::Await(short events) {
   pollfd socket{PQsocket(connection_.get()), events, 0};
-  if (::poll(&socket, 1, static_cast<int>(kSilence.count())) <= 0) throw LineBroken();
+  if (::poll(&socket, 1, static_cast<int>(kReplyWait.count())) <= 0) throw ConnectionLost();
 }
 
 void Connection::Send(const std::string& statements) {
-  if (PQsendQuery(connection_.get(), statements.c_str()) == 0) throw LineBroken();
+  if (PQsendQuery(connection_.get(), statements.c_str()) == 0) throw ConnectionLost();
   for (int left = PQflush(connection_.get()); left != 0; left = PQflush(connection_.get())) {
-    if (left < 0) throw LineBroken();
+    if (left < 0) throw ConnectionLost();
     Await(POLLIN | POLLOUT);
-    if (PQconsumeInput(connection_.get()) == 0) throw LineBroken();
+    if (PQconsumeInput(connection_.get()) == 0) throw ConnectionLost();
   }
 }
 
 void Connection::AwaitReply() {
   while (PQisBusy(connection_.get()) != 0) {
     Await(POLLIN);
-    if (PQconsumeInput(connection_.get()) == 0) throw LineBroken();
+    if (PQconsumeInput(connection_.get()) == 0) throw ConnectionLost();
   }
 }
 
@@ -219,8 +219,8 @@ std::vector<Result> Connection::Replies() {
 }
 
 std::vector<Result> Connection::Run(const std::string& statements) {
-  if (owesReply_) {
-    owesReply_ = false;
+  if (isReplyPending_) {
+    isReplyPending_ = false;
     Replies();
   }
   Send(statements);
@@ -229,23 +229,23 @@ std::vector<Result> Connection::Run(const std::string& statements) {
     const ExecStatusType status = PQresultStatus(result.get());
     if (status == PGRES_TUPLES_OK || status == PGRES_COMMAND_OK || status == PGRES_EMPTY_QUERY) continue;
     const Refusal refusal = RefusalIn(result.get());
-    if (EndsSession(refusal.code)) throw LineBroken();
+    if (EndsSession(refusal.code)) throw ConnectionLost();
     throw refusal;
   }
-  if (PQstatus(connection_.get()) != CONNECTION_OK) throw LineBroken();
+  if (PQstatus(connection_.get()) != CONNECTION_OK) throw ConnectionLost();
   return results;
 }
 
 void Connection::SendOnly(const std::string& statements) {
-  if (owesReply_) Replies();
-  owesReply_ = true;
+  if (isReplyPending_) Replies();
+  isReplyPending_ = true;
   Send(statements);
 }
 
 bool Connection::IsAlive() {
-  // A readable socket may hold the reply that is still owed, a farewell, and then the end of the connection.
-  constexpr int kLooks = 4;
-  for (int look = 0; look < kLooks; ++look) {
+  // The socket may contain a pending reply and a last message of the server before the end of the connection.
+  constexpr int kMaxReads = 4;
+  for (int read = 0; read < kMaxReads; ++read) {
     pollfd socket{PQsocket(connection_.get()), POLLIN, 0};
     if (::poll(&socket, 1, 0) <= 0) break;
     if (PQconsumeInput(connection_.get()) == 0) return false;
@@ -255,20 +255,20 @@ bool Connection::IsAlive() {
 
 std::string Connection::Literal(const std::string& utf8) const {
   char* escaped = PQescapeLiteral(connection_.get(), utf8.data(), utf8.size());
-  if (escaped == nullptr) throw LineBroken();
+  if (escaped == nullptr) throw ConnectionLost();
   const std::unique_ptr<char, decltype(&PQfreemem)> owned(escaped, PQfreemem);
   return escaped;
 }
 
 Lease::Lease(const ServerAddress& address) : url_(address.Url()) {
-  LeaveParentsConnections();
-  for (auto kept = Kept().begin(); kept != Kept().end() && !connection_;) {
-    if (kept->url != url_) {
-      ++kept;
+  DropParentsConnections();
+  for (auto pooled = Pool().begin(); pooled != Pool().end() && !connection_;) {
+    if (pooled->url != url_) {
+      ++pooled;
       continue;
     }
-    connection_ = std::move(kept->connection);
-    kept = Kept().erase(kept);
+    connection_ = std::move(pooled->connection);
+    pooled = Pool().erase(pooled);
     if (!connection_->IsAlive()) connection_.reset();
   }
   if (!connection_) connection_ = Connection::Open(address);
@@ -276,8 +276,8 @@ Lease::Lease(const ServerAddress& address) : url_(address.Url()) {
 
 Lease::~Lease() {
   if (!connection_) return;
-  Kept().push_front({url_, ::getpid(), std::move(connection_)});
-  if (Kept().size() > kMostKept) Kept().pop_back();
+  Pool().push_front({url_, ::getpid(), std::move(connection_)});
+  if (Pool().size() > kMaxPooled) Pool().pop_back();
 }
 
 std::string QuotedServerName(const QString& name) {
@@ -287,8 +287,8 @@ std::string QuotedServerName(const QString& name) {
 }
 
 void CloseKeptConnections() {
-  LeaveParentsConnections();
-  Kept().clear();
+  DropParentsConnections();
+  Pool().clear();
 }
 
 }  // namespace dao

@@ -15,23 +15,23 @@ namespace dao {
 
 using Result = std::unique_ptr<PGresult, decltype(&PQclear)>;
 
-// A connection to a server. Nothing lasts in it between two transactions: a pooler may hand each transaction to another
-// session of the server. One thread at a time.
+// A connection to a server. It has no state between two transactions: a pooler may assign each transaction to another
+// server session. One thread at a time.
 class Connection {
  public:
-  // Tries the hosts one after the other, in a helper thread, and waits at most 5 s in all. runtime::Error.
+  // Tries the hosts one after the other, in a helper thread, and waits at most 5 s in total. runtime::Error.
   static std::unique_ptr<Connection> Open(const ServerAddress& address);
 
-  // The statements, separated by semicolons, in one round trip. Without BEGIN they are one transaction. One result a
-  // statement. Throws Refusal for the first that the server refuses and LineBroken when the connection ends or the
-  // server is silent for longer than a statement may take.
+  // Executes statements, separated by semicolons, in one round trip; without BEGIN they are one transaction. Returns
+  // one result per statement. Throws Refusal for the first statement that the server refuses, and ConnectionLost when
+  // the connection ends or the server does not reply for longer than a statement may take.
   std::vector<Result> Run(const std::string& statements);
 
-  // As Run, but the reply is read by the next Run, and what it says is not looked at: for the end of a transaction that
-  // changes nothing.
+  // As Run, but without waiting: the next Run reads the reply and ignores it. For the end of a transaction that changed
+  // nothing.
   void SendOnly(const std::string& statements);
 
-  // Looks at the socket without waiting: false once the server has closed the connection.
+  // Checks the socket without waiting: false when the server has closed the connection.
   bool IsAlive();
 
   std::string Literal(const std::string& utf8) const;
@@ -45,14 +45,13 @@ class Connection {
   void Await(short events);
 
   std::unique_ptr<PGconn, decltype(&PQfinish)> connection_;
-  bool owesReply_ = false;
+  bool isReplyPending_ = false;
 };
 
-// A connection of this thread for one transaction; afterwards it is kept for the next. Another transaction that begins
-// meanwhile gets another connection.
+// A connection from this thread's pool for one transaction. A second transaction at the same time gets another one.
 class Lease {
  public:
-  // A kept connection that is still alive, or a new one. runtime::Error.
+  // A pooled connection that is still alive, or a new one. runtime::Error.
   explicit Lease(const ServerAddress& address);
   ~Lease();
   Lease(const Lease&) = delete;
@@ -60,7 +59,7 @@ class Lease {
 
   Connection& operator*() const { return *connection_; }
   Connection* operator->() const { return connection_.get(); }
-  // It is not used again.
+  // Closes the connection instead of returning it to the pool.
   void Discard() { connection_.reset(); }
 
  private:
@@ -68,10 +67,10 @@ class Lease {
   std::unique_ptr<Connection> connection_;
 };
 
-// A name as the server takes it, whatever its letters.
+// A name in double quotes for the server, with any characters.
 std::string QuotedServerName(const QString& name);
 
-// Closes this thread's kept connections (tests; before a fork).
+// Closes the connections in this thread's pool (tests; before a fork).
 void CloseKeptConnections();
 
 }  // namespace dao

@@ -39,7 +39,7 @@ void KeyBatches::Note(const TableDef& table, std::shared_ptr<const ServerRows> r
 
 std::vector<std::int64_t> KeyBatches::KeysFrom(const TableDef& table, std::int64_t key) const {
   std::vector<std::int64_t> keys{key};
-  // The engine goes through a reply from its first row on: the earliest place of the key is the likeliest.
+  // SQLite reads a reply from its first row on, so the earliest occurrence of the key is the most likely origin.
   const Reply* best = nullptr;
   int bestRow = kMostRowsSearched;
   int bestColumn = 0;

@@ -11,21 +11,21 @@
 
 namespace dao {
 
-// Spares a join its round trips, within one reading transaction. The SQL engine looks up the rows of the inner table
-// one by one, by keys that stand in a reply it was given before; so the first look-up asks for the rows of the keys
-// that follow there too, and the next look-ups find theirs here.
+// Prefetches the look-ups of a join within one reading transaction. SQLite looks up the rows of the inner table one by
+// one, by keys from the rows of an earlier reply. The first look-up therefore also requests the rows of the keys that
+// follow in that reply, and the next look-ups find them here without a round trip.
 class KeyBatches {
  public:
-  // A reply whose whole numbers may be keys of other tables.
+  // Adds a reply whose whole numbers may be keys of other tables.
   void Note(const TableDef& table, std::shared_ptr<const ServerRows> rows);
 
-  // The key, and behind it those that will probably be looked up next.
+  // The key, followed by the keys that will probably be looked up next.
   std::vector<std::int64_t> KeysFrom(const TableDef& table, std::int64_t key) const;
 
-  // The rows of the field's keys, which were asked for together. They have the field and the wanted ones.
+  // Adds the rows of a batch of keys of a field. They must contain that field.
   void Keep(const TableDef& table, std::size_t field, const std::vector<std::int64_t>& keys,
             std::shared_ptr<const ServerRows> rows);
-  // The rows of one key; null when it was not asked for, or without a wanted field.
+  // The rows of one key; null when no batch has this key and all wanted fields.
   std::unique_ptr<Cursor> Find(const TableDef& table, std::size_t field, std::int64_t key,
                                const FieldMask& wanted) const;
 
@@ -33,7 +33,7 @@ class KeyBatches {
   struct Reply {
     QString table;
     std::shared_ptr<const ServerRows> rows;
-    std::vector<int> columns;  // those of whole numbers
+    std::vector<int> columns;  // with whole numbers
   };
   struct Batch {
     std::shared_ptr<const ServerRows> rows;

@@ -26,7 +26,7 @@ using Options = QMap<QByteArray, QByteArray>;
 
 constexpr char kSystemCertificates[] = "/etc/ssl/certs/ca-certificates.crt";
 
-// The URL and, behind the last backslash, the schema's name.
+// The URL and the name of the schema, which is after the last backslash.
 QPair<QString, QString> Parted(const QString& pathText) {
   const qsizetype at = pathText.lastIndexOf(u'\\');
   if (at < 0) return {pathText, {}};
@@ -38,7 +38,7 @@ QPair<QString, QString> Parted(const QString& pathText) {
   return {url, schema};
 }
 
-// Nothing when libpq cannot read it. Its own message is not shown: it may repeat a password.
+// Nothing when libpq cannot parse it. libpq's message is not shown, because it may contain a password.
 std::optional<Options> Read(const QString& url) {
   char* message = nullptr;
   PQconninfoOption* options = PQconninfoParse(url.toUtf8().constData(), &message);
@@ -60,7 +60,7 @@ bool HasPassword(const QString& url) {
   return given && (given->contains("password") || given->contains("sslpassword"));
 }
 
-// The program's user and computer: what the server shows of this connection.
+// User and computer, which the server shows for this connection.
 QByteArray ApplicationName() {
   const passwd* user = ::getpwuid(::getuid());
   const QString name = user == nullptr ? u"?"_s : QString::fromLocal8Bit(user->pw_name);
@@ -116,7 +116,7 @@ class WayMaker {
     return parameters;
   }
 
-  // Over a network only a server whose certificate names it is spoken to. Sockets need none.
+  // Over a network the server must have a certificate for its host name. Local sockets need none.
   void Protect(Options& way) const {
     if (StaysOnThisComputer(way.value("host"), way.value("hostaddr"))) return;
     const QByteArray mode = way.value("sslmode", "verify-full");

@@ -11,18 +11,18 @@
 
 namespace dao {
 
-// The rows of a reply, with the identity in the first column and the wanted fields behind it, in their order.
+// The rows of a reply, with the row identity in the first column, followed by the wanted fields in order.
 struct ServerRows {
   Result result;
-  std::vector<std::size_t> fields;  // of the columns from the second on
+  std::vector<std::size_t> fields;  // the fields of the second and later columns
 
   int Count() const { return PQntuples(result.get()); }
   RowId Id(int row) const;
-  // -1 for a field that was not asked for.
+  // -1 for a field that is not in the reply.
   int ColumnOf(std::size_t field) const;
 };
 
-// A walk over all rows of a reply, or over some of them. The table's definition outlives it.
+// Reads all rows of a reply, or the chosen ones. The definition of the table must outlive it.
 class ServerCursor : public Cursor {
  public:
   ServerCursor(const TableDef& table, std::shared_ptr<const ServerRows> rows);
@@ -40,7 +40,7 @@ class ServerCursor : public Cursor {
   bool all_ = true;
   std::vector<int> chosen_;
   int at_ = -1;
-  std::vector<int> columns_;  // of each field of the table
+  std::vector<int> columns_;  // for each field of the table
   mutable std::deque<std::u16string> texts_;
   mutable std::deque<Bytes> bytes_;
 };

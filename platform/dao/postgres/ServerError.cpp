@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 namespace dao {
 namespace {
 
-// The five characters behind "FATAL:" in whatever language; empty when the failure is not the server's.
+// The SQLSTATE after "FATAL:", in any language; empty when the server did not report an error.
 QString CodeIn(const QString& reason) {
   static const QRegularExpression kCode(u":\\s+([0-9][0-9A-Z]{4})(?::|$)"_s, QRegularExpression::MultilineOption);
   return kCode.match(reason).captured(1);
@@ -86,7 +86,7 @@ QString RefusalError(const ServerAddress& address, const Refusal& refusal) {
     return u"De databaseserver van '%1' kan niets meer bewaren: zijn schijf of geheugen is vol of defect. Er is niets "
            "bewaard. Waarschuw de beheerder. (%2)"_s.arg(path, OneLine(refusal.message));
   }
-  if (code.startsWith(u"57P"_s) || code.startsWith(u"08"_s) || code == u"25P03"_s) return BrokenError(address);
+  if (code.startsWith(u"57P"_s) || code.startsWith(u"08"_s) || code == u"25P03"_s) return ConnectionLostError(address);
   if (code == u"3F000"_s || code == u"42P01"_s) {
     return u"'%1' bestaat niet: de databaseserver heeft geen schema '%2' van Spotrooster. Laat de beheerder het maken "
            "met 'spotrooster-db create'."_s.arg(path, address.Schema());
@@ -98,7 +98,7 @@ QString RefusalError(const ServerAddress& address, const Refusal& refusal) {
 }
 
 QString DuplicateError(const TableDef& table, const IndexDef& index, const Refusal& refusal) {
-  // "Key (...)=(2) already exists.", in whatever language.
+  // "Key (...)=(2) already exists.", in any language.
   static const QRegularExpression kValue(u"\\)=\\((.*)\\)"_s);
   const FieldDef& field = table.fields[table.FieldIndex(index.fields.first().name)];
   const QString shown = field.type == FieldType::Text ? QString() : kValue.match(refusal.detail).captured(1);
@@ -108,7 +108,7 @@ QString DuplicateError(const TableDef& table, const IndexDef& index, const Refus
   return start + u" Misschien nam een ander net dit nummer; druk nog eens op OK."_s;
 }
 
-QString BrokenError(const ServerAddress& address) {
+QString ConnectionLostError(const ServerAddress& address) {
   return u"De verbinding met de databaseserver van '%1' is verbroken. Er is niets bewaard; probeer het opnieuw."_s.arg(
       address.PathText());
 }

@@ -10,32 +10,33 @@
 
 namespace dao {
 
-// A statement that the server refused: its five-character code and what else it said.
+// A statement that the server refused: the five-character SQLSTATE and the details of its error report.
 struct Refusal : std::exception {
   QString code;
-  QString message;     // in the server's language
-  QString detail;      // likewise
+  QString message;     // in the language of the server
+  QString detail;      // in the language of the server
   QString constraint;  // the index or constraint at fault
   QString table;
   QString column;
   const char* what() const noexcept override { return "the server refused a statement"; }
 };
 
-// The connection ended, or the server was silent for too long, before the reply was complete.
-struct LineBroken : std::exception {
+// The connection ended, or the server did not reply in time.
+struct ConnectionLost : std::exception {
   const char* what() const noexcept override { return "the connection to the server broke"; }
 };
 
-// Why a connection could not be made, in Dutch: what happened and what to do now. `reason` is libpq's text with the
-// server's code in it, `needsPassword` whether a password was asked for and none was found.
+// The Dutch text for a failed connection: what happened and what to do. `reason` is libpq's text with the SQLSTATE in
+// it; `needsPassword`: the server required a password and none was found.
 QString ConnectionError(const ServerAddress& address, const QString& host, const QString& reason, bool needsPassword);
 
-// What the user is told of a refusal. `table`: the definition of the table that changed, if one is known.
+// The Dutch text for a refused statement.
 QString RefusalError(const ServerAddress& address, const Refusal& refusal);
 
-// The duplicate key of an index of the table.
+// The Dutch text for a duplicate key of an index.
 QString DuplicateError(const TableDef& table, const IndexDef& index, const Refusal& refusal);
 
-QString BrokenError(const ServerAddress& address);
+// The Dutch text for a lost connection.
+QString ConnectionLostError(const ServerAddress& address);
 
 }  // namespace dao

@@ -14,15 +14,15 @@ using namespace Qt::StringLiterals;
 namespace dao {
 namespace {
 
-constexpr std::size_t kMostWaiting = std::size_t{1} << 20;  // bytes of statements
-constexpr int kStatementTime = 5000;                        // milliseconds
-constexpr int kIdleTime = 5000;                             // likewise
-constexpr int kSettleTime = 6500;                           // longer than a broken transaction lives
-constexpr std::size_t kBeginningResults = 7;                // of Beginning, without BEGIN and the turn
+constexpr std::size_t kMaxQueue = std::size_t{1} << 20;  // bytes of statements
+constexpr int kStatementTime = 5000;                     // milliseconds
+constexpr int kIdleTime = 5000;                          // milliseconds
+constexpr int kCheckTime = 6500;                         // milliseconds; longer than a lost transaction lives
+constexpr std::size_t kTurnResult = 7;                   // index of the turn among the results of BeginStatements
 constexpr int kChangesBetweenPrunes = 200;
 
-// Changes of this thread of which the line broke at the COMMIT, while the server could not be asked.
-QMap<QString, QString>& UnknownChanges() {
+// Tokens of this thread's changes of which it is unknown whether their COMMIT succeeded.
+QMap<QString, QString>& UncertainChanges() {
   thread_local QMap<QString, QString> tokens;
   return tokens;
 }
@@ -31,7 +31,7 @@ QString KeyOf(const ServerAddress& address) {
   return address.PathText().toLower();
 }
 
-// The same in every transaction, and gone with it: a pooler may have given us a session of any history.
+// Set in every transaction and only for it: with a pooler the session may have had any other user before.
 std::string Settings() {
   return "SET LOCAL datestyle TO ISO;SET LOCAL extra_float_digits TO 1;SET LOCAL bytea_output TO hex;"
          "SET LOCAL statement_timeout TO " +
@@ -39,18 +39,18 @@ std::string Settings() {
          ";SET LOCAL idle_in_transaction_session_timeout TO " + std::to_string(kIdleTime) + ';';
 }
 
-// Whether the change is stored. It waits for the turn first: as long as the broken transaction lives on the server, it
-// has the turn, and then it either ended with its COMMIT or lost its changes.
+// Whether the change is stored. Waits for the turn first: while the lost transaction lives on the server it holds the
+// turn, and afterwards it is either committed or rolled back.
 bool IsStored(const ServerAddress& address, const Catalog& catalog, const QString& token) {
   const Lease lease(address);
   const auto results =
-      lease->Run("BEGIN;SET LOCAL lock_timeout TO " + std::to_string(kSettleTime) + ";SELECT one FROM " +
+      lease->Run("BEGIN;SET LOCAL lock_timeout TO " + std::to_string(kCheckTime) + ";SELECT one FROM " +
                  catalog.Quoted(kTurnTable) + " FOR UPDATE;SELECT token FROM " + catalog.Quoted(kChangeTable) +
                  " WHERE token=" + lease->Literal(token.toStdString()) + ";COMMIT");
   return PQntuples(results[3].get()) == 1;
 }
 
-// Prunes now and then: a token is of use for seconds.
+// Deletes old tokens, once per kChangesBetweenPrunes changes: a token is needed for seconds only.
 std::string PruneStatement(const Catalog& catalog) {
   thread_local int changes = 0;
   if (changes++ % kChangesBetweenPrunes != 0) return {};
@@ -59,18 +59,18 @@ std::string PruneStatement(const Catalog& catalog) {
 
 }  // namespace
 
-void SettleEarlierChange(const ServerAddress& address, const Catalog& catalog) {
-  const QString token = UnknownChanges().value(KeyOf(address));
+void CheckUncertainChange(const ServerAddress& address, const Catalog& catalog) {
+  const QString token = UncertainChanges().value(KeyOf(address));
   if (token.isEmpty()) return;
   bool stored = false;
   try {
     stored = IsStored(address, catalog, token);
   } catch (const Refusal& refusal) {
     throw runtime::Error(RefusalError(address, refusal));
-  } catch (const LineBroken&) {
-    throw runtime::Error(BrokenError(address));
+  } catch (const ConnectionLost&) {
+    throw runtime::Error(ConnectionLostError(address));
   }
-  UnknownChanges().remove(KeyOf(address));
+  UncertainChanges().remove(KeyOf(address));
   if (!stored) return;
   throw runtime::Error(
       u"De vorige wijziging, waarbij de verbinding met '%1' verbrak, is toch bewaard. Deze opdracht is niet "
@@ -84,7 +84,7 @@ ServerSession::~ServerSession() {
   if (state_ != State::Begun || !lease_) return;
   try {
     (*lease_)->SendOnly(access_ == Access::Read ? "COMMIT" : "ROLLBACK");
-  } catch (const LineBroken&) {
+  } catch (const ConnectionLost&) {
     lease_->Discard();
   }
 }
@@ -98,42 +98,42 @@ const Connection& ServerSession::Line() {
   return Leased();
 }
 
-std::string ServerSession::Beginning() const {
+std::string ServerSession::BeginStatements() const {
   if (access_ == Access::Write) {
     return "BEGIN;" + Settings() + "SELECT version FROM " + catalog_->Quoted(kTurnTable) + " FOR UPDATE;";
   }
-  if (oneQuestion_) return Settings();
+  if (oneQuery_) return Settings();
   return "BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY;" + Settings();
 }
 
-std::string ServerSession::Waiting() {
+std::string ServerSession::TakeQueue() {
   insertInto_.clear();
-  std::string statements = std::exchange(waiting_, {});
+  std::string statements = std::exchange(queue_, {});
   if (!statements.empty() && statements.back() != ';') statements += ';';
   return statements;
 }
 
-// Begins with the first statements, in the same round trip.
+// Sends BEGIN and the queue with the statements, in one round trip.
 std::vector<Result> ServerSession::Run(const std::string& statements) {
   Connection& connection = Leased();
-  std::string all = state_ == State::NotBegun ? Beginning() : std::string();
-  all += Waiting() + statements;
-  const bool staysOpen = access_ == Access::Write || !oneQuestion_;
+  std::string all = state_ == State::NotBegun ? BeginStatements() : std::string();
+  all += TakeQueue() + statements;
+  const bool staysOpen = access_ == Access::Write || !oneQuery_;
   if (staysOpen) state_ = State::Begun;
   try {
     return connection.Run(all);
   } catch (const Refusal& refusal) {
     Fail(refusal);
-  } catch (const LineBroken&) {
+  } catch (const ConnectionLost&) {
     lease_->Discard();
     state_ = State::Over;
-    throw runtime::Error(BrokenError(address_));
+    throw runtime::Error(ConnectionLostError(address_));
   }
 }
 
 void ServerSession::Fail(const Refusal& refusal) {
   if (refusal.code == u"55P03"_s) {
-    const std::string holder = HolderOfTurn();
+    const std::string holder = FindWriter();
     if (!holder.empty()) {
       throw runtime::Error(u"'%1' is in gebruik door %2. Probeer het straks opnieuw."_s.arg(
           address_.PathText(), QString::fromStdString(holder)));
@@ -151,8 +151,8 @@ void ServerSession::Fail(const Refusal& refusal) {
   throw runtime::Error(RefusalError(address_, refusal));
 }
 
-// Who writes now, as the server shows it; empty when it is not known.
-std::string ServerSession::HolderOfTurn() {
+// Rolls back; returns user and computer of the transaction that holds the turn, empty when unknown.
+std::string ServerSession::FindWriter() {
   try {
     Connection& connection = Leased();
     const std::string turn = connection.Literal(catalog_->Quoted(kTurnTable));
@@ -171,14 +171,14 @@ std::string ServerSession::HolderOfTurn() {
   }
 }
 
-// Other definitions than those known: tables were made meanwhile.
+// Drops the cached catalogue when the definitions changed since it was read.
 void ServerSession::CheckVersion(const std::vector<Result>& results) {
-  const std::size_t at = kBeginningResults;
+  const std::size_t at = kTurnResult;
   if (results.size() <= at || PQntuples(results[at].get()) != 1) return;
   if (QString::fromUtf8(PQgetvalue(results[at].get(), 0, 0)) != catalog_->version) ForgetCatalog(address_);
 }
 
-Result ServerSession::Ask(const std::string& select) {
+Result ServerSession::Query(const std::string& select) {
   const bool beginsWrite = access_ == Access::Write && state_ == State::NotBegun;
   std::vector<Result> results = Run(select);
   if (beginsWrite) CheckVersion(results);
@@ -187,16 +187,16 @@ Result ServerSession::Ask(const std::string& select) {
 
 void ServerSession::Change(const std::string& statement) {
   changed_ = true;
-  if (!waiting_.empty() && waiting_.back() != ';') waiting_ += ';';
-  waiting_ += statement;
+  if (!queue_.empty() && queue_.back() != ';') queue_ += ';';
+  queue_ += statement;
   insertInto_.clear();
-  if (waiting_.size() > kMostWaiting) Run({});
+  if (queue_.size() > kMaxQueue) Run({});
 }
 
 void ServerSession::Insert(const std::string& intoColumns, const std::string& values) {
-  if (insertInto_ == intoColumns && !waiting_.empty()) {
-    waiting_ += ',' + values;
-    if (waiting_.size() > kMostWaiting) Run({});
+  if (insertInto_ == intoColumns && !queue_.empty()) {
+    queue_ += ',' + values;
+    if (queue_.size() > kMaxQueue) Run({});
     return;
   }
   Change(intoColumns + values);
@@ -212,9 +212,9 @@ std::size_t ServerSession::ChangeNow(const std::string& statement) {
 std::int64_t& ServerSession::LastNumber(const TableDef& table, const FieldDef& field) {
   const QString key = table.name.toLower();
   if (!lastNumbers_.contains(key)) {
-    const Result known = Ask("SELECT GREATEST(lastnumber,(SELECT pg_catalog.max(" + QuotedServerName(field.name) +
-                             ") FROM " + catalog_->Quoted(table.name) + ")) FROM " + catalog_->Quoted(kTablesTable) +
-                             " WHERE name=" + Line().Literal(key.toStdString()));
+    const Result known = Query("SELECT GREATEST(lastnumber,(SELECT pg_catalog.max(" + QuotedServerName(field.name) +
+                               ") FROM " + catalog_->Quoted(table.name) + ")) FROM " + catalog_->Quoted(kTablesTable) +
+                               " WHERE name=" + Line().Literal(key.toStdString()));
     lastNumbers_.insert(key, QByteArray(PQgetvalue(known.get(), 0, 0)).toLongLong());
   }
   return lastNumbers_[key];
@@ -237,8 +237,8 @@ void ServerSession::Commit() {
   }
   Connection& connection = Leased();
   const QString token = QUuid::createUuid().toString(QUuid::WithoutBraces);
-  std::string all = state_ == State::NotBegun ? Beginning() : std::string();
-  all += Waiting() + PruneStatement(*catalog_) + "INSERT INTO " + catalog_->Quoted(kChangeTable) + "(token) VALUES(" +
+  std::string all = state_ == State::NotBegun ? BeginStatements() : std::string();
+  all += TakeQueue() + PruneStatement(*catalog_) + "INSERT INTO " + catalog_->Quoted(kChangeTable) + "(token) VALUES(" +
          connection.Literal(token.toStdString()) + ");COMMIT";
   state_ = State::Begun;
   try {
@@ -247,11 +247,11 @@ void ServerSession::Commit() {
     return;
   } catch (const Refusal& refusal) {
     Fail(refusal);
-  } catch (const LineBroken&) {
+  } catch (const ConnectionLost&) {
     lease_->Discard();
     state_ = State::Over;
   }
-  UnknownChanges().insert(KeyOf(address_), token);
+  UncertainChanges().insert(KeyOf(address_), token);
   bool stored = false;
   try {
     stored = IsStored(address_, *catalog_, token);
@@ -261,8 +261,8 @@ void ServerSession::Commit() {
         "nog niet zeker. Druk straks nog eens op OK: wat al bewaard is, wordt niet nog eens bewaard."_s.arg(
             address_.PathText()));
   }
-  UnknownChanges().remove(KeyOf(address_));
-  if (!stored) throw runtime::Error(BrokenError(address_));
+  UncertainChanges().remove(KeyOf(address_));
+  if (!stored) throw runtime::Error(ConnectionLostError(address_));
 }
 
 }  // namespace dao

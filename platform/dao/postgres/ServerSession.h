@@ -15,9 +15,8 @@
 
 namespace dao {
 
-// One transaction as its tables see it. Nothing is sent before the first row is asked for: changes wait and go with the
-// next question or with the COMMIT, so that most statements take one or two round trips. Every failure leaves it as a
-// runtime::Error.
+// One transaction. Nothing is sent before the first query: changes are queued and sent with the next query or the
+// COMMIT, so that most statements take one or two round trips. Every failure is a runtime::Error.
 class ServerSession {
  public:
   ServerSession(const ServerAddress& address, std::shared_ptr<Catalog> catalog, Access access);
@@ -29,56 +28,57 @@ class ServerSession {
   const Catalog& Known() const { return *catalog_; }
   Access Kind() const { return access_; }
 
-  // The statement asks once, of one table: a transaction would only cost round trips.
-  void ExpectOneQuestion() { oneQuestion_ = true; }
+  // The statement makes one query: a transaction would only cost round trips.
+  void ExpectOneQuery() { oneQuery_ = true; }
 
-  // Of this transaction's replies; used when it only reads more than once.
+  // The batches of this transaction; used when it makes several queries and no changes.
   KeyBatches& Batches() { return batches_; }
-  bool ReadsSeveral() const { return access_ == Access::Read && !oneQuestion_; }
+  bool MakesSeveralQueries() const { return access_ == Access::Read && !oneQuery_; }
 
-  // The rows of a SELECT, after the changes so far.
-  Result Ask(const std::string& select);
-  // A statement that changes rows. Rows inserted one after the other into the same columns go as one statement.
+  // The rows of a SELECT, after the queued changes.
+  Result Query(const std::string& select);
+  // Queues a statement that changes rows. Successive inserts into the same columns are combined into one statement.
   void Change(const std::string& statement);
   void Insert(const std::string& intoColumns, const std::string& values);
-  // Sends what waits; the number of rows that the last statement changed.
+  // Sends the queue and the statement; returns the number of rows that the statement changed.
   std::size_t ChangeNow(const std::string& statement);
-  // The number of an autonumber field that an insert leaves out; or notes one that it gives.
+  // The next number of an autonumber field, for an insert without one.
   std::int64_t NextNumber(const TableDef& table, const FieldDef& field);
+  // Registers a number that an insert gave.
   void NoteNumber(const TableDef& table, const FieldDef& field, std::int64_t number);
 
   void Commit();
 
-  // To make literals by.
+  // For formatting literals.
   const Connection& Line();
 
  private:
   enum class State { NotBegun, Begun, Over };
 
   Connection& Leased();
-  std::string Beginning() const;
-  std::string Waiting();
+  std::string BeginStatements() const;
+  std::string TakeQueue();
   std::vector<Result> Run(const std::string& statements);
   [[noreturn]] void Fail(const Refusal& refusal);
-  std::string HolderOfTurn();
+  std::string FindWriter();
   void CheckVersion(const std::vector<Result>& results);
   std::int64_t& LastNumber(const TableDef& table, const FieldDef& field);
 
   const ServerAddress address_;
   std::shared_ptr<Catalog> catalog_;
   const Access access_;
-  bool oneQuestion_ = false;
+  bool oneQuery_ = false;
   bool changed_ = false;
   State state_ = State::NotBegun;
   std::optional<Lease> lease_;
   KeyBatches batches_;
-  std::string waiting_;
-  std::string insertInto_;                   // what the last waiting statement inserts into, when it is an INSERT
-  QMap<QString, std::int64_t> lastNumbers_;  // by the lower case of the table's name
+  std::string queue_;
+  std::string insertInto_;                   // target and columns of the last queued statement, when it is an INSERT
+  QMap<QString, std::int64_t> lastNumbers_;  // by the name of the table in lower case
 };
 
-// Before a transaction writes: whether an earlier change of this thread, of which the line broke at the COMMIT, was
-// stored after all. If so a runtime::Error says so, once: the same change must not be stored twice.
-void SettleEarlierChange(const ServerAddress& address, const Catalog& catalog);
+// Call before a transaction writes. When the connection was lost during the COMMIT of this thread's previous change,
+// checks whether that change was stored; if so, throws a runtime::Error once, so that it is not stored twice.
+void CheckUncertainChange(const ServerAddress& address, const Catalog& catalog);
 
 }  // namespace dao

@@ -19,7 +19,7 @@ class ServerTransaction : public Transaction {
     try {
       session_->Commit();
     } catch (...) {
-      ForgetCatalog(address_);  // it may know tables that were never made
+      ForgetCatalog(address_);  // it may contain tables that were rolled back
       throw;
     }
   }
@@ -29,7 +29,7 @@ class ServerTransaction : public Transaction {
   std::shared_ptr<ServerSession> session_;
 };
 
-// As they come back from a file: primary keys are unique and required, and indexes are sorted by name.
+// The definition as a file would return it: primary keys are unique and required, indexes are sorted by name.
 TableDef AsStored(TableDef table) {
   for (IndexDef& index : table.indexes) {
     index.unique = index.unique || index.primary;
@@ -41,14 +41,14 @@ TableDef AsStored(TableDef table) {
   return table;
 }
 
-// Statements that are a transaction of their own.
+// Runs statements as one transaction.
 void RunAlone(const ServerAddress& address, const std::string& statements) {
   try {
     Lease(address)->Run(statements);
   } catch (const Refusal& refusal) {
     throw runtime::Error(RefusalError(address, refusal));
-  } catch (const LineBroken&) {
-    throw runtime::Error(BrokenError(address));
+  } catch (const ConnectionLost&) {
+    throw runtime::Error(ConnectionLostError(address));
   }
 }
 
@@ -67,14 +67,14 @@ std::unique_ptr<Transaction> ServerStorage::Begin(Access access) {
     throw runtime::Error(u"'%1' is alleen om te lezen geopend."_s.arg(PathText()));
   }
   catalog_ = CatalogOf(address_);
-  if (access == Access::Write) SettleEarlierChange(address_, *catalog_);
+  if (access == Access::Write) CheckUncertainChange(address_, *catalog_);
   auto session = std::make_shared<ServerSession>(address_, catalog_, access);
   session_ = session;
   return std::make_unique<ServerTransaction>(std::move(session), address_);
 }
 
 void ServerStorage::ExpectOneRead() {
-  if (const auto session = session_.lock()) session->ExpectOneQuestion();
+  if (const auto session = session_.lock()) session->ExpectOneQuery();
 }
 
 QStringList ServerStorage::TableNames() {

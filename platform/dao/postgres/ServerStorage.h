@@ -8,11 +8,11 @@
 
 namespace dao {
 
-// A schema of a PostgreSQL database in the place of a database file: docs/databaseserver.md. Its settings, its
-// connections and what is known of its tables are shared by all openings of a thread.
+// A schema of a PostgreSQL database instead of a database file; see docs/databaseserver.md. Its connections and cached
+// definitions are shared by all instances of a thread.
 class ServerStorage : public Storage {
  public:
-  // Connects, unless this thread knows the schema already. runtime::Error.
+  // Connects, unless the schema is in this thread's cache. runtime::Error.
   ServerStorage(const QString& pathText, const OpenOptions& options);
 
   const QString& PathText() const override { return address_.PathText(); }
@@ -30,11 +30,11 @@ class ServerStorage : public Storage {
   std::weak_ptr<ServerSession> session_;
 };
 
-// Makes the schema with the program's own tables; an error when it has them already.
+// Creates the schema with the internal tables; an error when it has them already.
 void CreateServerStorage(const QString& pathText);
-// Notes on the server what the schema is, for its administrator.
+// Stores a description of the schema on the server, for its administrator.
 void DescribeServerStorage(const QString& pathText, const QString& description);
-// Whether the schema is there; runtime::Error when the server cannot be asked.
+// Whether the schema exists; runtime::Error when the server cannot be reached.
 bool ServerStorageExists(const QString& pathText);
 
 }  // namespace dao

@@ -6,18 +6,19 @@
 namespace dao {
 namespace {
 
-// Of a scan in the order of an index, the first row alone: all that MAX and MIN read. Whoever goes on gets all rows.
-class FirstRowFirst : public Cursor {
+// A scan in the order of an index that first queries one row, which is all that MAX and MIN read. The second Next
+// queries all rows.
+class FirstRowThenAll : public Cursor {
  public:
-  using AskAll = std::function<std::shared_ptr<ServerRows>()>;
-  FirstRowFirst(const TableDef& table, std::shared_ptr<ServerRows> first, AskAll askAll)
-      : table_(table), cursor_(table, std::move(first)), askAll_(std::move(askAll)) {}
+  using QueryAll = std::function<std::shared_ptr<ServerRows>()>;
+  FirstRowThenAll(const TableDef& table, std::shared_ptr<ServerRows> first, QueryAll queryAll)
+      : table_(table), cursor_(table, std::move(first)), queryAll_(std::move(queryAll)) {}
 
   bool Next() override {
     if (++row_ == 1 && cursor_.Next()) return true;
     if (row_ == 1) return false;
     if (row_ == 2) {
-      all_ = std::make_unique<ServerCursor>(table_, askAll_());
+      all_ = std::make_unique<ServerCursor>(table_, queryAll_());
       all_->Next();
     }
     return all_->Next();
@@ -28,7 +29,7 @@ class FirstRowFirst : public Cursor {
  private:
   const TableDef& table_;
   ServerCursor cursor_;
-  AskAll askAll_;
+  QueryAll queryAll_;
   std::unique_ptr<ServerCursor> all_;
   int row_ = 0;
 };
@@ -37,7 +38,7 @@ bool IsWhole(FieldType type) {
   return type == FieldType::Boolean || type == FieldType::Byte || type == FieldType::Integer || type == FieldType::Long;
 }
 
-const std::string kInOrderOfMaking = " ORDER BY " + kRowColumn;
+const std::string kInInsertOrder = " ORDER BY " + kRowColumn;
 
 }  // namespace
 
@@ -55,16 +56,16 @@ std::string ServerTable::Select(const FieldMask& wanted, std::vector<std::size_t
   return select + " FROM " + Name();
 }
 
-std::shared_ptr<ServerRows> ServerTable::Ask(const FieldMask& wanted, const std::string& behindTable) {
+std::shared_ptr<ServerRows> ServerTable::Query(const FieldMask& wanted, const std::string& conditionAndOrder) {
   std::vector<std::size_t> fields;
-  const std::string select = Select(wanted, fields) + behindTable;
-  auto rows = std::make_shared<ServerRows>(ServerRows{session_->Ask(select), std::move(fields)});
-  if (session_->ReadsSeveral()) session_->Batches().Note(definition_, rows);
+  const std::string select = Select(wanted, fields) + conditionAndOrder;
+  auto rows = std::make_shared<ServerRows>(ServerRows{session_->Query(select), std::move(fields)});
+  if (session_->MakesSeveralQueries()) session_->Batches().Note(definition_, rows);
   return rows;
 }
 
 std::unique_ptr<Cursor> ServerTable::Scan(const FieldMask& wanted) {
-  return std::make_unique<ServerCursor>(definition_, Ask(wanted, kInOrderOfMaking));
+  return std::make_unique<ServerCursor>(definition_, Query(wanted, kInInsertOrder));
 }
 
 std::unique_ptr<Cursor> ServerTable::ScanByIndex(std::size_t index, bool backwards, const FieldMask& wanted) {
@@ -77,10 +78,10 @@ std::unique_ptr<Cursor> ServerTable::ScanByIndex(std::size_t index, bool backwar
   }
   const auto first = static_cast<std::size_t>(definition_.FieldIndex(definition.fields.first().name));
   if ((wanted & ~FieldMask().set(first)).any()) {
-    return std::make_unique<ServerCursor>(definition_, Ask(wanted, order + ',' + kRowColumn));
+    return std::make_unique<ServerCursor>(definition_, Query(wanted, order + ',' + kRowColumn));
   }
-  return std::make_unique<FirstRowFirst>(definition_, Ask(wanted, order + " LIMIT 1"),
-                                         [this, wanted, order] { return Ask(wanted, order + ',' + kRowColumn); });
+  return std::make_unique<FirstRowThenAll>(definition_, Query(wanted, order + " LIMIT 1"),
+                                           [this, wanted, order] { return Query(wanted, order + ',' + kRowColumn); });
 }
 
 std::unique_ptr<Cursor> ServerTable::Lookup(std::size_t index, std::span<const Value> key, const FieldMask& wanted) {
@@ -90,16 +91,16 @@ std::unique_ptr<Cursor> ServerTable::Lookup(std::size_t index, std::span<const V
     const int field = definition_.FieldIndex(definition.fields[static_cast<qsizetype>(i)].name);
     const auto* whole = std::get_if<std::int64_t>(&key[i]);
     if (whole == nullptr || !IsWhole(definition_.fields[field].type)) continue;
-    if (key.size() == 1 && session_->ReadsSeveral())
-      return LookupTogether(static_cast<std::size_t>(field), *whole, wanted);
+    if (key.size() == 1 && session_->MakesSeveralQueries())
+      return LookupInBatch(static_cast<std::size_t>(field), *whole, wanted);
     condition += (condition.empty() ? " WHERE " : " AND ") + QuotedServerName(definition_.fields[field].name) + '=' +
                  std::to_string(*whole);
   }
-  return std::make_unique<ServerCursor>(definition_, Ask(wanted, condition + kInOrderOfMaking));
+  return std::make_unique<ServerCursor>(definition_, Query(wanted, condition + kInInsertOrder));
 }
 
-// A look-up of a join: with those that will follow it.
-std::unique_ptr<Cursor> ServerTable::LookupTogether(std::size_t field, std::int64_t key, const FieldMask& wanted) {
+// A look-up of a join, together with the look-ups that will probably follow.
+std::unique_ptr<Cursor> ServerTable::LookupInBatch(std::size_t field, std::int64_t key, const FieldMask& wanted) {
   KeyBatches& batches = session_->Batches();
   if (auto found = batches.Find(definition_, field, key, wanted)) return found;
   const std::vector<std::int64_t> keys = batches.KeysFrom(definition_, key);
@@ -108,7 +109,7 @@ std::unique_ptr<Cursor> ServerTable::LookupTogether(std::size_t field, std::int6
     list += (list.empty() ? "" : ",") + std::to_string(one);
   const std::string name = QuotedServerName(definition_.fields[static_cast<qsizetype>(field)].name);
   const auto rows =
-      Ask(FieldMask(wanted).set(field), " WHERE " + name + " = ANY('{" + list + "}'::bigint[])" + kInOrderOfMaking);
+      Query(FieldMask(wanted).set(field), " WHERE " + name + " = ANY('{" + list + "}'::bigint[])" + kInInsertOrder);
   batches.Keep(definition_, field, keys, rows);
   return batches.Find(definition_, field, key, wanted);
 }

@@ -10,8 +10,8 @@
 
 namespace dao {
 
-// A table on the server, within a transaction. Only equality of whole numbers and the first row of an order are asked
-// of the server; it may give more rows than a look-up wants, and the SQL engine checks every condition again.
+// A table on the server, within a transaction. Queries only have conditions on whole numbers and may therefore return
+// more rows than a look-up requests; SQLite checks every condition again.
 class ServerTable : public Table {
  public:
   ServerTable(std::shared_ptr<ServerSession> session, TableDef definition)
@@ -29,10 +29,10 @@ class ServerTable : public Table {
  private:
   std::string Name() const { return session_->Known().Quoted(definition_.name); }
   std::string Literal(std::size_t field, const Value& value) const;
-  // The SELECT of the wanted fields, up to and with the table's name.
+  // The SELECT of the wanted fields, up to and including the name of the table.
   std::string Select(const FieldMask& wanted, std::vector<std::size_t>& fields) const;
-  std::unique_ptr<Cursor> LookupTogether(std::size_t field, std::int64_t key, const FieldMask& wanted);
-  std::shared_ptr<ServerRows> Ask(const FieldMask& wanted, const std::string& behindTable);
+  std::unique_ptr<Cursor> LookupInBatch(std::size_t field, std::int64_t key, const FieldMask& wanted);
+  std::shared_ptr<ServerRows> Query(const FieldMask& wanted, const std::string& conditionAndOrder);
 
   std::shared_ptr<ServerSession> session_;
   const TableDef definition_;

@@ -84,7 +84,7 @@ Bytes BytesOf(std::string_view hex) {
   return bytes;
 }
 
-// Only the digits that the number really has: the rest of its scale is zeros.
+// Only the significant digits of a double; the other digits of the scale are zeros.
 std::string DecimalLiteral(double number, int scale) {
   const double magnitude = std::abs(number);
   const int whole = magnitude < 1 ? 0 : static_cast<int>(std::floor(std::log10(magnitude))) + 1;
@@ -120,7 +120,7 @@ std::string Utf8Of(const TableDef& table, const FieldDef& field, const std::u16s
   return view.toUtf8().toStdString();
 }
 
-// QString would drop a byte order mark at the start.
+// QString::fromUtf8 would drop a leading byte order mark.
 std::u16string Utf16Of(std::string_view utf8) {
   static const std::string_view kMark = "\xEF\xBB\xBF";
   std::u16string text;
@@ -225,7 +225,7 @@ std::string OrderKeyLiteral(const Value& value) {
     order.AppendKey(*text, key);
     return Hex(key);
   }
-  // Without a weight in the order: told apart by its letters, of either case.
+  // A text with a character that the text order does not know is compared character by character, ignoring case.
   const std::string folded = QString::fromStdU16String(*text).toCaseFolded().toStdString();
   key.push_back(0xFF);
   key.insert(key.end(), folded.begin(), folded.end());

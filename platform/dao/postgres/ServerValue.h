@@ -14,15 +14,15 @@ namespace dao {
 // varchar in the order of its bytes (texts are compared above the storage).
 std::string ColumnTypeOf(const FieldDef& field);
 
-// The value as a literal of SQL. runtime::Error naming the field for a text that the server cannot hold: NUL and half
-// of a surrogate pair.
+// The value as an SQL literal. runtime::Error with the name of the field for a text that the server cannot store: with
+// NUL or half of a surrogate pair.
 std::string LiteralOf(const Connection& connection, const TableDef& table, const FieldDef& field, const Value& value);
 
-// A value from the server's text of it, under the settings that each transaction makes (ServerSession). Texts are kept
-// in `text`, which the view points to; bytes in `bytes`.
+// Parses a value in the server's text format, under the settings of ServerSession. The view of a text or of bytes
+// points to `text` or `bytes`.
 ValueView ValueOfText(const FieldDef& field, std::string_view reply, std::u16string& text, Bytes& bytes);
 
-// A text as its unique indexes see it: equal texts of the text order have equal bytes.
+// The literal of a text's key for unique indexes: texts that are equal in the text order have equal keys.
 std::string OrderKeyLiteral(const Value& value);
 
 }  // namespace dao

@@ -6,9 +6,9 @@
 
 namespace dao {
 
-// How the user-interface thread waits for a connection: called with a function that waits a bounded time and returns
-// whether the connection is ready. It must call that function until it returns true. Other threads wait without it.
-// The default calls it in a loop; the program repaints its windows in between.
+// How the user-interface thread waits for a connection. Gets a function that waits for the given time and returns
+// whether the connection is ready, and must call it until it returns true. The default only does that; the program also
+// repaints its windows in between. Other threads do not use it.
 using ServerWait = std::function<void(const std::function<bool(std::chrono::milliseconds)>& isReady)>;
 void SetServerWait(ServerWait wait);
 

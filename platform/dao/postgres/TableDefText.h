@@ -5,7 +5,7 @@
 
 namespace dao {
 
-// A table's definition as JSON text, as the server keeps it, and back.
+// Converts a table definition to and from the JSON text that is stored on the server.
 QString TextOfTableDef(const TableDef& table);
 TableDef TableDefOfText(const QString& text);
 

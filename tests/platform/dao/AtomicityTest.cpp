@@ -27,7 +27,7 @@ QByteArray ContentOf(const QString& path) {
 TEST(Atomicity, StatementThatFailsHalfwayChangesNothing) {
   const SpotScratch s;
   const QStringList before = Rows(s.Open(), u"SELECT * FROM tblSpots"_s);
-  // Rows 1 and 2 would get keys 2 and 3 or keep theirs; one of them collides on the way.
+  // Rows 1 and 2 would get keys 2 and 3; one of them collides during the statement.
   EXPECT_FALSE(ExecuteError(s.Open(), u"UPDATE tblSpots SET ID = 3 WHERE ID < 4"_s).isEmpty());
   EXPECT_FALSE(
       ExecuteError(s.Open(), u"INSERT INTO tblSpots (ID, Naam) SELECT 5 - ID, Naam FROM tblSpots"_s).isEmpty());
@@ -38,8 +38,8 @@ TEST(Atomicity, StatementThatFailsHalfwayChangesNothing) {
   EXPECT_EQ(Rows(s.Open(), u"SELECT * FROM tblSpots"_s), before);
 }
 
-// The first rows could be written; of the third no key can be built.
-TEST(Atomicity, ACharacterThatNoIndexKnowsIsRefusedByNameBeforeAnyByteChanges) {
+// The first rows could be written; for the third no key can be built.
+TEST(Atomicity, AnUnknownCharacterInAnIndexedTextIsRefusedBeforeAnyChange) {
   const SpotScratch s;
   dao::TableDef byName = Spots(u"tblNamen"_s);
   byName.indexes += Index(u"Naam"_s, {u"Naam"_s});
@@ -103,11 +103,11 @@ TEST(Atomicity, TransactionWithoutCommitRollsBack) {
   EXPECT_EQ(Rows(s.Open(), u"SELECT ID FROM tblSpots"_s).size(), 3);
 }
 
-TEST(Atomicity, NoJournalStaysBesideTheFile) {
+TEST(Atomicity, NoJournalRemains) {
   const SpotScratch s;
   s.Open().Execute(u"DELETE FROM tblSpots"_s);
   QStringList files = QFileInfo(s.Path()).dir().entryList(QDir::Files);
-  files.removeAll(u"planning.ldb"_s);  // tells others who has the file open
+  files.removeAll(u"planning.ldb"_s);  // the lock file, which lists the users of the database
   EXPECT_EQ(files, QStringList{u"planning.mdb"_s});
 }
 

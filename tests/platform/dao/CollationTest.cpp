@@ -25,7 +25,7 @@ TEST(Collation, DistinctAndGroupsIgnoreLetterCase) {
             (QStringList{u"1"_s, u"1"_s, u"2"_s}));
 }
 
-TEST(Collation, UCaseKnowsAllLettersAndComparesWithoutCase) {
+TEST(Collation, UCaseHandlesAllLettersAndComparesWithoutCase) {
   const SpotScratch s;
   s.Open().Execute(u"UPDATE tblSpots SET Naam = \"crème brûlée ß\" WHERE ID = 1"_s);
   EXPECT_EQ(Value(s.Open(), u"SELECT UCase(Naam) AS x FROM tblSpots WHERE ID = 1"_s, u"x"_s), u"CRÈME BRÛLÉE ß"_s);
@@ -45,7 +45,7 @@ TEST(Collation, TextKeyIsUniqueWithoutCase) {
   EXPECT_EQ(s.Open().Execute(u"UPDATE cde SET InitCode = \"x\" WHERE InitCode = 'onlineyn'"_s), 1);
 }
 
-TEST(Collation, OrderIsThatOfTheFilesIndexes) {
+TEST(Collation, OrderIsThatOfTheIndexes) {
   const SpotScratch s;
   dao::Database database = s.Open();
   database.Execute(u"DELETE FROM tblSpots"_s);
@@ -56,7 +56,7 @@ TEST(Collation, OrderIsThatOfTheFilesIndexes) {
   EXPECT_EQ(Value(database, u"SELECT MAX(Naam) AS x FROM tblSpots"_s, u"x"_s), sorted.last());
 }
 
-// The engine sorts rows of all lengths packed one behind the other, so that texts begin at odd places too.
+// SQLite's sorter stores rows of all lengths without padding, so that texts also begin at odd addresses.
 TEST(Collation, TextsOfAnyLengthAreOrdered) {
   const SpotScratch s;
   dao::Database database = s.Open();

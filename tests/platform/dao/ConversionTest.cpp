@@ -47,7 +47,7 @@ class TypeScratch : public Scratch {
   }
 };
 
-TEST(Conversion, EachTypeComesBackAsItself) {
+TEST(Conversion, EachTypeRoundTrips) {
   const TypeScratch s;
   EXPECT_EQ(s.Stored(u"JaNee"_s, u"1"_s), QVariant(true));
   EXPECT_EQ(s.Stored(u"JaNee"_s, u"0"_s), QVariant(false));
@@ -64,7 +64,7 @@ TEST(Conversion, EachTypeComesBackAsItself) {
   EXPECT_EQ(s.Stored(u"Memo"_s, u'"' + QString(70000, u'é') + u'"'), QVariant(QString(70000, u'é')));
 }
 
-TEST(Conversion, NumberIntoADateIsADayNumber) {
+TEST(Conversion, NumberInADateIsADayNumber) {
   const TypeScratch s;
   EXPECT_EQ(s.Stored(u"Dag"_s, u"45658"_s), QVariant(QDateTime(QDate(2025, 1, 1), QTime(0, 0))));
   EXPECT_EQ(s.Stored(u"Dag"_s, u"45658.75"_s), QVariant(QDateTime(QDate(2025, 1, 1), QTime(18, 0))));
@@ -84,14 +84,14 @@ TEST(Conversion, FractionsAreRoundedHalfToEven) {
   EXPECT_EQ(s.Stored(u"Lang"_s, u"\"1,5\""_s), QVariant(2));
 }
 
-TEST(Conversion, NumbersAndTextsTurnIntoEachOther) {
+TEST(Conversion, NumbersAndTextsAreConverted) {
   const TypeScratch s;
   EXPECT_EQ(s.Stored(u"Tekst"_s, u"-1"_s), QVariant(u"-1"_s));
   EXPECT_EQ(s.Stored(u"Tekst"_s, u"1.5"_s), QVariant(u"1,5"_s));
   EXPECT_EQ(s.Stored(u"Lang"_s, u"\" 42 \""_s), QVariant(42));
 }
 
-TEST(Conversion, WhatDoesNotFitNamesFieldTableAndValue) {
+TEST(Conversion, InvalidValuesAreErrorsWithFieldTableAndValue) {
   const TypeScratch s;
   const QString tooLong = s.SetError(u"Tekst"_s, u"\"elf letters\""_s);
   EXPECT_TRUE(tooLong.contains(u"'Tekst'"_s) && tooLong.contains(u"'tblTypes'"_s) && tooLong.contains(u"te lang"_s))
@@ -123,7 +123,7 @@ TEST(Conversion, BooleanIsMinusOneInArithmeticAndNeverNull) {
   EXPECT_EQ(Rows(s.Open(), u"SELECT JaNee * 3 AS x FROM tblTypes WHERE JaNee = True"_s), QStringList{u"-3"_s});
 }
 
-TEST(Conversion, EmptyTextIsNoNull) {
+TEST(Conversion, EmptyTextIsNotNull) {
   const TypeScratch s;
   s.Open().Execute(u"UPDATE tblTypes SET Tekst = \"\", Memo = \"\""_s);
   const QVariant value = Value(s.Open(), u"SELECT Tekst FROM tblTypes WHERE Memo = \"\""_s, u"Tekst"_s);
@@ -132,7 +132,7 @@ TEST(Conversion, EmptyTextIsNoNull) {
   EXPECT_EQ(value.toString(), QString());
 }
 
-TEST(Conversion, DefaultsFillWhatAnInsertLeavesOut) {
+TEST(Conversion, OmittedFieldsGetTheirDefault) {
   const Scratch s;
   dao::FieldDef played = Field(u"Gedraaid"_s, FieldType::Long);
   played.defaultValue = 7;
@@ -144,7 +144,7 @@ TEST(Conversion, DefaultsFillWhatAnInsertLeavesOut) {
   EXPECT_EQ(Rows(s.Open(), u"SELECT * FROM t ORDER BY ID"_s), (QStringList{u"1|7|leeg"_s, u"2|-|x"_s}));
 }
 
-TEST(Conversion, AutoNumberCountsOn) {
+TEST(Conversion, AutoNumberContinues) {
   const Scratch s;
   dao::FieldDef id = Field(u"ID"_s, FieldType::Long);
   id.autoNumber = id.required = true;
@@ -155,7 +155,7 @@ TEST(Conversion, AutoNumberCountsOn) {
   EXPECT_EQ(Rows(s.Open(), u"SELECT * FROM t ORDER BY ID"_s), (QStringList{u"1|a"_s, u"41|b"_s, u"42|c"_s}));
 }
 
-TEST(Conversion, BytesAreKept) {
+TEST(Conversion, BytesAreStored) {
   const std::uint8_t bytes[] = {0, 1, 255};
   const dao::FieldDef field = Field(u"Bits"_s, FieldType::Binary, 3);
   EXPECT_EQ(std::get<dao::Bytes>(dao::ConvertToField(u"t"_s, field, std::span<const std::uint8_t>(bytes))),

@@ -17,7 +17,7 @@ using dao::ExpressionOf;
 
 namespace {
 
-// A table as another program may have made it: its second field has this default expression.
+// A table as another program may have created it: its second field has this default expression.
 void MakeTableWithDefault(const QString& path, const std::u16string& expression) {
   jet::OpenOptions options;
   options.writable = true;
@@ -45,26 +45,26 @@ TEST(DefaultValue, ConstantsAreRead) {
   EXPECT_EQ(ConstantOf(u"#12/31/2005#"_s), QVariant(QDate(2005, 12, 31).startOfDay()));
 }
 
-TEST(DefaultValue, OtherExpressionsAreNoConstants) {
+TEST(DefaultValue, OtherExpressionsAreNotConstant) {
   for (const QString& expression :
        {u"Now()"_s, u"=Date()"_s, u"1+1"_s, u"\"a\" & \"b\""_s, u"[Naam]"_s, u"#vandaag#"_s})
     EXPECT_EQ(ConstantOf(expression), std::nullopt) << qPrintable(expression);
 }
 
-TEST(DefaultValue, ExpressionsComeBackAsTheirValues) {
+TEST(DefaultValue, ExpressionsRoundTrip) {
   for (const QVariant& value : {QVariant(), QVariant(true), QVariant(-7), QVariant(0.1), QVariant(u"a\"b"_s),
                                 QVariant(QDateTime(QDate(2024, 2, 29), QTime(23, 59, 58)))})
     EXPECT_EQ(ConstantOf(ExpressionOf(value)), value) << qPrintable(ExpressionOf(value));
 }
 
-TEST(DefaultValue, ConstantGoesIntoAFieldThatAnInsertLeavesOut) {
+TEST(DefaultValue, ConstantIsStoredWhenAnInsertOmitsTheField) {
   const Scratch s;
   MakeTableWithDefault(s.Path(), u"=7");
   s.Open().Execute(u"INSERT INTO t (ID) VALUES (1)"_s);
   EXPECT_EQ(Rows(s.Open(), u"SELECT * FROM t"_s), QStringList{u"1|7"_s});
 }
 
-TEST(DefaultValue, AComputedOneRefusesTheInsertByNameUnlessTheFieldIsGiven) {
+TEST(DefaultValue, AComputedOneIsAnErrorUnlessTheInsertGivesTheField) {
   const Scratch s;
   MakeTableWithDefault(s.Path(), u"Rnd()");
   const QString error = ExecuteError(s.Open(), u"INSERT INTO t (ID) VALUES (1)"_s);

@@ -73,7 +73,7 @@ TEST(Dialect, OtherVerbsAreRefusedByName) {
   EXPECT_TRUE(ExecuteError(s.Open(), u"  "_s).contains(u"leeg"_s));
 }
 
-TEST(Dialect, CommentsAndForeignMarksAreRefused) {
+TEST(Dialect, CommentsAndUnknownCharactersAreRefused) {
   const SpotScratch s;
   EXPECT_TRUE(ExecuteError(s.Open(), u"DELETE FROM tblSpots -- alles"_s).contains(u"commentaar"_s));
   EXPECT_TRUE(ExecuteError(s.Open(), u"DELETE /* x */ FROM tblSpots"_s).contains(u"commentaar"_s));
@@ -97,7 +97,7 @@ TEST(Dialect, FieldSetTwiceIsRefusedByName) {
       ExecuteError(s.Open(), u"INSERT INTO tblSpots (ID, Naam, id) VALUES (7, \"x\", 8)"_s).contains(u"'id'"_s));
 }
 
-TEST(Dialect, NamesHaveNoCaseAndMayStandInBrackets) {
+TEST(Dialect, NamesIgnoreCaseAndMayBeInBrackets) {
   const SpotScratch s;
   EXPECT_EQ(Rows(s.Open(), u"select TBLSPOTS.naam as Code from tblspots where [tblSpots].[id]=2"_s),
             QStringList{u"bier"_s});
@@ -135,7 +135,7 @@ TEST(Dialect, ExpressionsWithoutNameAreNumbered) {
   EXPECT_EQ(Value(s.Open(), u"SELECT Naam, UCase(Naam) FROM tblSpots WHERE ID = 2"_s, u"Expr1001"_s), u"BIER"_s);
 }
 
-TEST(Dialect, UnknownNamesAreErrorsThatNameThem) {
+TEST(Dialect, UnknownNamesAreReported) {
   const SpotScratch s;
   const auto error = [&](const QString& sql) { return ErrorOf([&] { s.Open().OpenRecordset(sql); }); };
   EXPECT_TRUE(error(u"SELECT Foo FROM tblSpots"_s).contains(u"het veld 'Foo' bestaat niet"_s));
@@ -150,7 +150,7 @@ TEST(Dialect, UnknownNamesAreErrorsThatNameThem) {
   EXPECT_TRUE(ExecuteError(s.Open(), u"UPDATE tblSpots SET Foo = 1"_s).contains(u"'Foo' bestaat niet"_s));
 }
 
-TEST(Dialect, WordsOfTheEngineAreNoneOfOurs) {
+TEST(Dialect, KeywordsOfSqliteAreOrdinaryNames) {
   const SpotScratch s;
   const auto error = [&](const QString& sql) { return ErrorOf([&] { s.Open().OpenRecordset(sql); }); };
   for (const QString& tail :
@@ -171,20 +171,20 @@ TEST(Dialect, ValueCountMustMatchTheFields) {
   EXPECT_EQ(s.Open().Execute(u"INSERT INTO tblSpots VALUES (7, \"x\", 1, NULL, NULL)"_s), 1);
 }
 
-TEST(Dialect, EachMethodTakesItsOwnStatements) {
+TEST(Dialect, OpenRecordsetTakesSelectsExecuteTheOthers) {
   const SpotScratch s;
   EXPECT_TRUE(ExecuteError(s.Open(), u"SELECT ID FROM tblSpots"_s).contains(u"SELECT"_s));
   EXPECT_TRUE(ErrorOf([&] { s.Open().OpenRecordset(u"DELETE FROM tblSpots"_s); }).contains(u"alleen met SELECT"_s));
   EXPECT_EQ(Rows(s.Open(), u"SELECT ID FROM tblSpots"_s).size(), 3);
 }
 
-TEST(Dialect, NoBlankIsNeededBeforeValues) {
+TEST(Dialect, NoBlankIsRequiredBeforeValues) {
   const SpotScratch s;
   EXPECT_EQ(s.Open().Execute(u"INSERT INTO tblSpots (ID, Naam)VALUES (8, \"x\")"_s), 1);
 }
 
-// Any text is either carried out or an Error: nothing else comes out, and the table keeps its rows.
-TEST(Dialect, RandomStatementsNeverDoMoreThanFail) {
+// Any text is either executed or a runtime::Error, and the table keeps its rows.
+TEST(Dialect, RandomStatementsSucceedOrThrowAnError) {
   const SpotScratch s;
   dao::Database database = s.Open();
   const QStringList parts = {u"SELECT"_s, u"UPDATE"_s, u"SET"_s, u"FROM"_s, u"tblSpots"_s, u"ID"_s,     u"("_s,

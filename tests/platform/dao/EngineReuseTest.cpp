@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The SQL engine serves one statement after another: what it knows of a table may not outlive what the table is.
+// One SQLite connection executes many statements: nothing cached about a table may outlive its definition.
 #include "platform/dao/Row.h"
 #include "tests/platform/dao/Scratch.h"
 
@@ -33,7 +33,7 @@ TEST(EngineReuse, TheSameNameWithOtherFieldsIsAnotherTable) {
   EXPECT_EQ(Rows(s.Open(), kAll).size(), 3);
 }
 
-TEST(EngineReuse, TheSameFieldsWithOtherIndexesAreLookedUpTheirOwnWay) {
+TEST(EngineReuse, TheSameFieldsWithOtherIndexesUseTheirOwnIndexes) {
   const SpotScratch s;
   dao::TableDef keyless = Spots();
   keyless.indexes.clear();
@@ -47,7 +47,7 @@ TEST(EngineReuse, TheSameFieldsWithOtherIndexesAreLookedUpTheirOwnWay) {
   EXPECT_EQ(Rows(s.Open(), second), QStringList{u"bier"_s});
 }
 
-TEST(EngineReuse, ATableOfTheStatementBeforeIsNotThereForTheNext) {
+TEST(EngineReuse, ATableOfThePreviousStatementIsNotVisible) {
   const SpotScratch s;
   dao::Database empty = s.Another(u"empty.mdb"_s);
   for (const QString& sql : {kAll, u"SELECT COUNT(*) AS n FROM tblSpots"_s}) {
@@ -59,7 +59,7 @@ TEST(EngineReuse, ATableOfTheStatementBeforeIsNotThereForTheNext) {
   EXPECT_EQ(Rows(s.Open(), kAll).size(), 3);
 }
 
-TEST(EngineReuse, FieldsThatOneInsertGaveAreNotThoseOfTheNext) {
+TEST(EngineReuse, FieldsGivenByAnInsertAreNotUsedForTheNext) {
   const SpotScratch s;
   s.Open().Execute(u"INSERT INTO tblSpots (ID, Naam, Aktief, Memo) VALUES (4, \"Druif\", 1, \"m\")"_s);
   s.Open().Execute(u"INSERT INTO tblSpots (ID) VALUES (5)"_s);
@@ -68,7 +68,7 @@ TEST(EngineReuse, FieldsThatOneInsertGaveAreNotThoseOfTheNext) {
             (QStringList{u"4|Druif|1|-|m"_s, u"5|-|-|-|-"_s, u"6|Framboos|0|-|n"_s}));
 }
 
-TEST(EngineReuse, RowsThatOneDeleteNamedAreNotDeletedByTheNext) {
+TEST(EngineReuse, RowsOfADeleteAreNotDeletedByTheNext) {
   const SpotScratch s;
   EXPECT_EQ(s.Open().Execute(u"DELETE FROM tblSpots WHERE ID = 1"_s), 1);
   s.Open().Execute(u"INSERT INTO tblSpots (ID) VALUES (1)"_s);
@@ -76,7 +76,7 @@ TEST(EngineReuse, RowsThatOneDeleteNamedAreNotDeletedByTheNext) {
   EXPECT_EQ(Rows(s.Open(), u"SELECT ID FROM tblSpots ORDER BY ID"_s), (QStringList{u"1"_s, u"3"_s}));
 }
 
-TEST(EngineReuse, AStatementInsideAVisitHasAnEngineOfItsOwn) {
+TEST(EngineReuse, AStatementInsideAVisitUsesAnotherEngine) {
   const SpotScratch s;
   QStringList names;
   s.Open().Visit(u"SELECT ID FROM tblSpots ORDER BY ID"_s, [&](const dao::Row& row) {
@@ -87,7 +87,7 @@ TEST(EngineReuse, AStatementInsideAVisitHasAnEngineOfItsOwn) {
   EXPECT_EQ(Rows(s.Open(), kAll).size(), 3);
 }
 
-TEST(EngineReuse, AnErrorLeavesTheNextStatementAlone) {
+TEST(EngineReuse, AnErrorDoesNotAffectTheNextStatement) {
   const SpotScratch s;
   EXPECT_FALSE(ExecuteError(s.Open(), u"INSERT INTO tblSpots (ID) VALUES (1)"_s).isEmpty());
   EXPECT_FALSE(ExecuteError(s.Open(), u"UPDATE tblSpots SET Nergens = 1"_s).isEmpty());

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Currency and Numeric keep every digit on their way in, out, and from file to file.
+// Currency and Numeric keep every digit when written, read, and copied between files.
 #include "platform/jet/values/ExactNumber.h"
 
 #include "tests/platform/dao/Scratch.h"
@@ -31,7 +31,7 @@ class ExactNumber : public testing::Test {
   dao::Database database_ = scratch_.Open();
 };
 
-TEST_F(ExactNumber, TheLargestAndTheSmallestAreStoredAsGiven) {
+TEST_F(ExactNumber, TheLargestAndTheSmallestAreStoredExactly) {
   database_.Execute(
       u"INSERT INTO tblBedragen (ID, Bedrag, Getal) VALUES (1, 922337203685477.5807, 1234567890123456789012.345678)"_s);
   database_.Execute(
@@ -69,7 +69,7 @@ TEST_F(ExactNumber, OrdinaryAmountsStayNumbers) {
   EXPECT_EQ(Value(database_, u"SELECT Bedrag * 2 AS Dubbel FROM tblBedragen"_s, u"Dubbel"_s), QVariant(25.0));
 }
 
-TEST_F(ExactNumber, OneTooLargeIsRefusedByName) {
+TEST_F(ExactNumber, AValueThatIsTooLargeIsRefused) {
   const QString error =
       ExecuteError(database_, u"INSERT INTO tblBedragen (ID, Bedrag) VALUES (1, 922337203685477.5808)"_s);
   EXPECT_TRUE(error.contains(u"'Bedrag'"_s) && error.contains(u"te groot"_s)) << qPrintable(error);
@@ -78,7 +78,7 @@ TEST_F(ExactNumber, OneTooLargeIsRefusedByName) {
   EXPECT_EQ(Stored(), QStringList{});
 }
 
-TEST_F(ExactNumber, AnAmountIsFoundByItsDigits) {
+TEST_F(ExactNumber, AnAmountIsFoundExactly) {
   database_.Execute(u"INSERT INTO tblBedragen (ID, Bedrag) VALUES (1, 922337203685477.5807)"_s);
   database_.Execute(u"INSERT INTO tblBedragen (ID, Bedrag) VALUES (2, 12.5)"_s);
   EXPECT_EQ(Rows(database_, u"SELECT ID FROM tblBedragen WHERE Bedrag = 922337203685477.5807"_s), QStringList{u"1"_s});
@@ -86,7 +86,7 @@ TEST_F(ExactNumber, AnAmountIsFoundByItsDigits) {
   EXPECT_EQ(Rows(database_, u"SELECT ID FROM tblBedragen WHERE Bedrag > 100"_s), QStringList{u"1"_s});
 }
 
-TEST(ExactNumberRounding, GoesHalfToEvenAndRoundsOnce) {
+TEST(ExactNumberRounding, RoundsOnceHalfToEven) {
   const auto rounded = [](const char16_t* text, int scale) {
     return QString::fromStdU16String(jet::TextOf(*jet::RoundedTo(*jet::ExactOf(std::u16string_view(text)), scale)));
   };

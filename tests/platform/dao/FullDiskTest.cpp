@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A disk on which nothing can grow any more: each statement and each copy of a file is refused with the reason, and
-// leaves what was there, byte by byte.
+// On a full disk each statement and each copy of a file is an error with the reason, and all files keep their bytes.
 #include "platform/dao/FrozenDatabase.h"
 #include "platform/dao/RestoreTables.h"
 #include "tests/platform/dao/Scratch.h"
@@ -23,7 +22,7 @@ const QString kLong = QString(60000, u'x');
 class FullDisk : public testing::Test {
  protected:
   FullDisk() {
-    // Long texts, so that a copy needs room of its own.
+    // Long texts, so that a copy needs more pages.
     for (const QString& name : {u"bron.mdb"_s, u"doel.mdb"_s}) {
       dao::Database database = s_.Another(name);
       database.CreateTable(Spots());
@@ -36,13 +35,13 @@ class FullDisk : public testing::Test {
   QString Path(const QString& name) const { return s_.Path(name); }
   dao::Database Open(const QString& name) const { return dao::OpenDatabase(Path(name)); }
 
-  // Other numbers and longer texts than anywhere else.
+  // Numbers and texts that differ from those in the other files.
   void Grow(const QString& name) const {
     Open(name).Execute(u"UPDATE tblSpots SET Memo = \"%1\", ID = ID + 10"_s.arg(kLong));
   }
 
-  // However much room is left: none for the journal, for a part of it, for it but not for the file to grow. The limit
-  // of the process stands for a full disk, and its own words for the reason.
+  // With every amount of free space: none for the journal, for a part of it, for it but not for the file to grow. A
+  // file size limit of the process simulates a full disk; its reason has its own text.
   void ExpectRefused(const QString& file, const std::function<void()>& action) const {
     const auto before = testing_support::FolderContent(Path(u"."_s));
     const auto size = static_cast<rlim_t>(QFileInfo(s_.Path(file)).size());
@@ -57,7 +56,7 @@ class FullDisk : public testing::Test {
       ASSERT_TRUE(testing_support::FolderContent(Path(u"."_s)) == before) << room;
     }
     action();
-    EXPECT_FALSE(testing_support::FolderContent(Path(u"."_s)) == before);  // all that was missing was room
+    EXPECT_FALSE(testing_support::FolderContent(Path(u"."_s)) == before);  // without the limit it succeeds
   }
 
  private:
@@ -81,16 +80,16 @@ TEST_F(FullDisk, CopyIntoAnotherFileLeavesBothAsTheyWere) {
   });
 }
 
-TEST_F(FullDisk, NewTableIsNotHalfThere) {
+TEST_F(FullDisk, ANewTableIsNotCreatedInPart) {
   ExpectRefused(u"doel.mdb"_s, [&] { Open(u"doel.mdb"_s).CreateTable(Spots(u"tblAnders"_s)); });
 }
 
-TEST_F(FullDisk, RowsAreNotHalfPutBack) {
+TEST_F(FullDisk, RowsAreNotRestoredInPart) {
   Grow(u"bron.mdb"_s);
   ExpectRefused(u"doel.mdb"_s, [&] { dao::RestoreTables(Path(u"bron.mdb"_s), Path(u"doel.mdb"_s), {u"tblSpots"_s}); });
 }
 
-TEST_F(FullDisk, CopyOfTheFileIsNotHalfThere) {
+TEST_F(FullDisk, TheFileIsNotCopiedInPart) {
   Grow(u"bron.mdb"_s);
   ExpectRefused(u"kopie.mdb"_s, [&] { dao::FrozenDatabase(Path(u"bron.mdb"_s)).CopyTo(Path(u"kopie.mdb"_s)); });
 }

@@ -22,7 +22,7 @@ TEST(InsertIntoFile, CopiesAllRowsIntoTheOtherFile) {
   EXPECT_EQ(Rows(local, u"SELECT * FROM tblCopie"_s), Rows(s.Open(), u"SELECT * FROM tblSpots"_s));
 }
 
-TEST(InsertIntoFile, FieldsMeetByName) {
+TEST(InsertIntoFile, FieldsAreMatchedByName) {
   const SpotScratch s;
   dao::Database local = s.Another(u"local.mdb"_s);
   dao::TableDef turned = Spots(u"tblCopie"_s);
@@ -35,7 +35,7 @@ TEST(InsertIntoFile, FieldsMeetByName) {
   EXPECT_EQ(Rows(local, u"SELECT ID, Naam FROM tblCopie WHERE ID = 1"_s), QStringList{u"1|Appel"_s});
 }
 
-TEST(InsertIntoFile, UnknownFieldIsAnErrorThatNamesIt) {
+TEST(InsertIntoFile, UnknownFieldIsReported) {
   const SpotScratch s;
   dao::Database local = s.Another(u"local.mdb"_s);
   local.CreateTable(Spots(u"tblCopie"_s));
@@ -54,14 +54,14 @@ TEST(InsertIntoFile, TargetMayHaveTheNameOfTheSource) {
   EXPECT_EQ(Rows(s.Open(), u"SELECT ID FROM tblSpots"_s).size(), 3);
 }
 
-TEST(InsertIntoFile, SourceIsNeverTakenFromTheOtherFile) {
+TEST(InsertIntoFile, TheSourceTableIsNeverThatOfTheOtherFile) {
   const SpotScratch s;
   dao::Database local = s.Another(u"local.mdb"_s);
   local.CreateTable(Spots(u"tblCopie"_s));
   EXPECT_TRUE(ExecuteError(s.Open(), Copy(s, u"SELECT * FROM tblCopie"_s)).contains(u"'tblCopie' bestaat niet"_s));
 }
 
-TEST(InsertIntoFile, TheSameFileIsNoSecondOpening) {
+TEST(InsertIntoFile, TheSameFileIsNotOpenedTwice) {
   const SpotScratch s;
   dao::Database database = s.Open();
   database.CreateTable(Spots(u"tblCopie"_s));
@@ -80,7 +80,7 @@ TEST(InsertIntoFile, FailureLeavesTheOtherFileAsItWas) {
   EXPECT_EQ(Rows(local, u"SELECT ID, Naam FROM tblCopie"_s), QStringList{u"3|al hier"_s});
 }
 
-// No memo in them, so that rows can go as they are stored.
+// Without Memo fields, so that rows can be copied in their stored form.
 dao::TableDef Names(const QString& name) {
   dao::TableDef table{name,
                       {Field(u"ID"_s, dao::FieldType::Long), Field(u"Naam"_s, dao::FieldType::Text, 255),

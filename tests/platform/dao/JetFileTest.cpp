@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What stands in the file: sound, read alike by others, and shared with whoever else has it open.
+// The file itself: consistent, read in the same way by other programs, and shared with them.
 #include "platform/jet/check/Check.h"
 #include "tests/platform/dao/Scratch.h"
 
@@ -17,7 +17,7 @@ using dao::FieldType;
 
 namespace {
 
-// Every line that a check of the file gives.
+// The lines of a check of the file.
 QStringList Findings(const QString& path) {
   const auto database = jet::Database::Open(path.toStdString());
   const jet::ReadTurn reading(*database);
@@ -34,7 +34,7 @@ QString Output(const QString& program, const QStringList& words) {
   return QString::fromUtf8(process.readAllStandardOutput());
 }
 
-bool HasWitness() {
+bool HasReferenceReader() {
   return !QStandardPaths::findExecutable(u"mdb-export"_s).isEmpty();
 }
 
@@ -52,14 +52,14 @@ dao::TableDef AllTypes() {
   return table;
 }
 
-TEST(JetFile, IsWhatTheFileCommandAndOtherReadersCallIt) {
+TEST(JetFile, HasTheJetSignature) {
   const SpotScratch s;
   QFile file(s.Path());
   ASSERT_TRUE(file.open(QIODevice::ReadOnly));
   EXPECT_EQ(file.read(20).mid(4), QByteArray("Standard Jet DB\0", 16));
 }
 
-TEST(JetFile, EveryTypeComesBackAsItWasStored) {
+TEST(JetFile, EveryTypeRoundTrips) {
   const Scratch s;
   dao::Database database = s.Open();
   database.CreateTable(AllTypes());
@@ -74,7 +74,7 @@ TEST(JetFile, EveryTypeComesBackAsItWasStored) {
   EXPECT_EQ(Findings(s.Path()), QStringList());
 }
 
-TEST(JetFile, ManyChangesLeaveASoundFile) {
+TEST(JetFile, ManyChangesLeaveAConsistentFile) {
   const SpotScratch s;
   dao::Database database = s.Open();
   for (int i = 0; i < 9; ++i) {
@@ -90,7 +90,7 @@ TEST(JetFile, ManyChangesLeaveASoundFile) {
 }
 
 TEST(JetFile, OtherReadersFindTablesAndRows) {
-  if (!HasWitness()) GTEST_SKIP() << "mdb-export is not installed";
+  if (!HasReferenceReader()) GTEST_SKIP() << "mdb-export is not installed";
   const SpotScratch s;
   s.Open().Execute(u"UPDATE tblSpots SET Memo = \"Ünïcode\" WHERE ID = 2"_s);
   EXPECT_EQ(Output(u"mdb-tables"_s, {u"-1"_s, s.Path()}), u"tblSpots\n"_s);
@@ -98,7 +98,7 @@ TEST(JetFile, OtherReadersFindTablesAndRows) {
             u"ID,Naam,Aktief,StartDatum,Memo\n1,\"Appel\",1,,\n2,\"bier\",0,,\"Ünïcode\"\n3,\"Cola\",1,,\n"_s);
 }
 
-TEST(JetFile, TextWithoutAKnownKeyIsFoundByAScanAndRefusedAsAKey) {
+TEST(JetFile, TextWithAnUnknownCharacterIsFoundByAScanAndRefusedAsAKey) {
   const Scratch s;
   dao::Database database = s.Open();
   database.CreateTable(
@@ -111,7 +111,7 @@ TEST(JetFile, TextWithoutAKnownKeyIsFoundByAScanAndRefusedAsAKey) {
   EXPECT_EQ(Rows(database, u"SELECT Code FROM cde"_s).size(), 1);
 }
 
-TEST(JetFile, AutonumberGoesOnBehindTheLargest) {
+TEST(JetFile, AutonumberContinuesAfterTheLargest) {
   const Scratch s;
   dao::TableDef table = Spots();
   table.fields[0].autoNumber = true;
@@ -122,7 +122,7 @@ TEST(JetFile, AutonumberGoesOnBehindTheLargest) {
   EXPECT_EQ(Rows(s.Open(), u"SELECT ID FROM tblSpots ORDER BY ID"_s), (QStringList{u"1"_s, u"40"_s, u"41"_s}));
 }
 
-TEST(JetFile, AnotherFileUnderTheSameNameIsSeen) {
+TEST(JetFile, AReplacedFileIsNoticed) {
   const SpotScratch s;
   const dao::Database opened = s.Open();
   s.Another(u"nieuw.mdb"_s).CreateTable(Spots(u"tblAnders"_s));
@@ -142,7 +142,7 @@ TEST(JetFile, ReadOnlyOpeningWritesNothing) {
   EXPECT_FALSE(QFile::exists(s.Path(u"kopie.ldb"_s)));
 }
 
-TEST(JetFile, SystemTablesAreNotForStatements) {
+TEST(JetFile, SystemTablesAreNotAccessible) {
   const SpotScratch s;
   EXPECT_TRUE(ErrorOf([&] { s.Open().OpenRecordset(u"SELECT * FROM MSysObjects"_s); }).contains(u"'MSysObjects'"_s));
   EXPECT_FALSE(ExecuteError(s.Open(), u"DELETE FROM MSysObjects"_s).isEmpty());

@@ -27,7 +27,7 @@ void WriteBytes(const QString& path, const QByteArray& bytes) {
   ASSERT_EQ(file.write(bytes), bytes.size());
 }
 
-// Runs a check as a user without rights, in a child: 0 is success.
+// Runs a check in a child process without rights; returns its exit code, 0 for success.
 int InChildWithoutRights(const std::function<bool()>& check) {
   const pid_t child = testing_support::Fork();
   if (child == 0) {
@@ -39,7 +39,7 @@ int InChildWithoutRights(const std::function<bool()>& check) {
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-TEST(OpenDatabase, MissingFileIsNamedAndNotMade) {
+TEST(OpenDatabase, MissingFileIsReportedAndNotCreated) {
   const Scratch s;
   const QString path = s.Path(u"weg.mdb"_s);
   const QString error = OpenError(path);
@@ -47,13 +47,13 @@ TEST(OpenDatabase, MissingFileIsNamedAndNotMade) {
   EXPECT_FALSE(QFile::exists(path));
 }
 
-TEST(OpenDatabase, FolderIsNoDatabase) {
+TEST(OpenDatabase, FolderIsNotADatabase) {
   const Scratch s;
   QDir(s.Path(u"."_s)).mkdir(u"map.mdb"_s);
   EXPECT_TRUE(OpenError(s.Path(u"map.mdb"_s)).contains(u"het is een map"_s));
 }
 
-TEST(OpenDatabase, GarbageIsNoDatabaseAndStaysAsItIs) {
+TEST(OpenDatabase, GarbageIsNotADatabaseAndNotChanged) {
   const Scratch s;
   for (const QByteArray& bytes : {QByteArray(), QByteArray("x"), QByteArray(9000, '\xff')}) {
     WriteBytes(s.Path(u"rommel.mdb"_s), bytes);
@@ -63,7 +63,7 @@ TEST(OpenDatabase, GarbageIsNoDatabaseAndStaysAsItIs) {
   }
 }
 
-TEST(OpenDatabase, DamagedFileIsAnErrorThatNamesIt) {
+TEST(OpenDatabase, DamagedFileIsReported) {
   const SpotScratch s;
   QFile file(s.Path());
   ASSERT_TRUE(file.open(QIODevice::ReadWrite));
@@ -74,7 +74,7 @@ TEST(OpenDatabase, DamagedFileIsAnErrorThatNamesIt) {
   EXPECT_TRUE(error.contains(s.Path())) << qPrintable(error);
 }
 
-TEST(OpenDatabase, FileWithoutReadPermissionIsNamed) {
+TEST(OpenDatabase, FileWithoutReadPermissionIsReported) {
   const SpotScratch s;
   QFile::setPermissions(QFileInfo(s.Path()).path(), QFile::Permissions(0x7777));
   QFile::setPermissions(s.Path(), QFile::Permissions());
@@ -101,13 +101,13 @@ TEST(OpenDatabase, ReadOnlyFileIsReadButNotWritten) {
   EXPECT_EQ(Rows(s.Open(), u"SELECT ID FROM tblSpots"_s).size(), 3);
 }
 
-TEST(OpenDatabase, AnExistingFileIsNotMadeAgain) {
+TEST(OpenDatabase, AnExistingFileIsNotReplaced) {
   const SpotScratch s;
   EXPECT_TRUE(ErrorOf([&] { dao::CreateDatabase(s.Path()); }).contains(u"bestaat al"_s));
   EXPECT_EQ(Rows(s.Open(), u"SELECT ID FROM tblSpots"_s).size(), 3);
 }
 
-TEST(OpenDatabase, NewFileInAMissingFolderIsNamed) {
+TEST(OpenDatabase, NewFileInAMissingFolderIsAnError) {
   const Scratch s;
   const QString path = s.Path(u"nergens/x.mdb"_s);
   EXPECT_TRUE(ErrorOf([&] { dao::CreateDatabase(path); }).contains(path));

@@ -16,8 +16,8 @@ using dao::FieldType;
 namespace {
 
 struct Watch {
-  QStringList ways;  // how the statement walked over its tables
-  int rows = 0;      // how many rows it was given
+  QStringList accessPaths;  // how the statement read its tables
+  int rows = 0;             // how many rows it read
 };
 
 class WatchedCursor : public dao::Cursor {
@@ -56,7 +56,7 @@ class WatchedTable : public dao::Table {
   void Insert(std::vector<dao::Value> row) override { inner_->Insert(std::move(row)); }
   void Update(dao::RowId row, std::span<const dao::FieldValue> changes) override {
     for (const auto& change : changes)
-      watch_.ways += u"set "_s + Definition().fields[static_cast<int>(change.first)].name;
+      watch_.accessPaths += u"set "_s + Definition().fields[static_cast<int>(change.first)].name;
     inner_->Update(row, changes);
   }
   void Delete(std::span<const dao::RowId> rows) override { inner_->Delete(rows); }
@@ -68,7 +68,7 @@ class WatchedTable : public dao::Table {
     for (int i = 0; i < Definition().fields.size(); ++i) {
       if (wanted[static_cast<std::size_t>(i)]) fields += Definition().fields[i].name;
     }
-    watch_.ways += way + u' ' + Definition().name + u'(' + fields.join(u',') + u')';
+    watch_.accessPaths += way + u' ' + Definition().name + u'(' + fields.join(u',') + u')';
   }
 
   std::unique_ptr<dao::Table> inner_;
@@ -115,79 +115,79 @@ class Plan : public testing::Test {
 
 TEST_F(Plan, MaximumOfTheKeyReadsOneRow) {
   Watched().OpenRecordset(u"Select MAX(ID) AS LaatsteID FROM tblSpots"_s);
-  EXPECT_EQ(watch_.ways, QStringList{u"backwards tblSpots(ID)"_s});
+  EXPECT_EQ(watch_.accessPaths, QStringList{u"backwards tblSpots(ID)"_s});
   EXPECT_EQ(watch_.rows, 1);
 }
 
 TEST_F(Plan, EqualityOnTheKeyIsALookup) {
   Watched().OpenRecordset(u"SELECT tblSpots.Naam From tblSpots WHERE tblSpots.ID = 2"_s);
-  EXPECT_EQ(watch_.ways, QStringList{u"lookup1 tblSpots(ID,Naam)"_s});
+  EXPECT_EQ(watch_.accessPaths, QStringList{u"lookup1 tblSpots(ID,Naam)"_s});
   EXPECT_EQ(watch_.rows, 1);
 }
 
-TEST_F(Plan, KeyedUpdateMeetsOneRowAndSetsOnlyItsFields) {
+TEST_F(Plan, KeyedUpdateReadsOneRowAndSetsOnlyItsFields) {
   EXPECT_EQ(Watched().Execute(u"UPDATE tblSpots SET Aktief = 0 WHERE ID = 3"_s), 1);
-  ASSERT_EQ(watch_.ways.size(), 2);
-  EXPECT_TRUE(watch_.ways[0].startsWith(u"lookup1 tblSpots("_s)) << qPrintable(watch_.ways[0]);
-  EXPECT_EQ(watch_.ways[1], u"set Aktief"_s);
+  ASSERT_EQ(watch_.accessPaths.size(), 2);
+  EXPECT_TRUE(watch_.accessPaths[0].startsWith(u"lookup1 tblSpots("_s)) << qPrintable(watch_.accessPaths[0]);
+  EXPECT_EQ(watch_.accessPaths[1], u"set Aktief"_s);
   EXPECT_EQ(watch_.rows, 1);
 }
 
-TEST_F(Plan, KeyedDeleteMeetsOneRow) {
+TEST_F(Plan, KeyedDeleteReadsOneRow) {
   EXPECT_EQ(Watched().Execute(u"DELETE FROM tblSpots WHERE tblSpots.ID = 3"_s), 1);
-  EXPECT_EQ(watch_.ways, QStringList{u"lookup1 tblSpots(ID)"_s});
+  EXPECT_EQ(watch_.accessPaths, QStringList{u"lookup1 tblSpots(ID)"_s});
   EXPECT_EQ(watch_.rows, 1);
 }
 
-TEST_F(Plan, JoinGoesByKeys) {
+TEST_F(Plan, JoinUsesKeys) {
   Watched().OpenRecordset(
       u"SELECT tblSpots.* FROM (tblLinks INNER JOIN tblSpots ON tblLinks.SpotID = tblSpots.ID) "
       "WHERE tblLinks.ItemID = 5"_s);
-  EXPECT_EQ(watch_.ways.filter(u"scan"_s), QStringList());
-  EXPECT_EQ(watch_.ways.first(), u"lookup1 tblLinks(ItemID,SpotID)"_s);
+  EXPECT_EQ(watch_.accessPaths.filter(u"scan"_s), QStringList());
+  EXPECT_EQ(watch_.accessPaths.first(), u"lookup1 tblLinks(ItemID,SpotID)"_s);
   EXPECT_EQ(watch_.rows, 6);
 }
 
 TEST_F(Plan, WholeKeyOfTwoFieldsIsUsed) {
   Watched().OpenRecordset(u"SELECT SpotID FROM tblLinks WHERE Plaats = 2 AND ItemID = 5"_s);
-  EXPECT_TRUE(watch_.ways.first().startsWith(u"lookup2"_s));
+  EXPECT_TRUE(watch_.accessPaths.first().startsWith(u"lookup2"_s));
   EXPECT_EQ(watch_.rows, 1);
 }
 
 TEST_F(Plan, TextIndexIsUsedByTheTextOrder) {
   const auto rows = Watched().OpenRecordset(u"SELECT SpotID FROM tblLinks WHERE Code = \"c2\""_s);
   EXPECT_EQ(rows.Field(u"SpotID"_s), 2);
-  EXPECT_TRUE(watch_.ways.first().startsWith(u"lookup1"_s));
+  EXPECT_TRUE(watch_.accessPaths.first().startsWith(u"lookup1"_s));
   EXPECT_EQ(watch_.rows, 1);
 }
 
-TEST_F(Plan, ConditionsWithoutAnIndexScanOnlyTheFieldsNamed) {
+TEST_F(Plan, ConditionsWithoutAnIndexScanOnlyTheFieldsUsed) {
   Watched().OpenRecordset(
       u"SELECT tblSpots.ID, tblSpots.Naam As Code From tblSpots WHERE tblSpots.Aktief = 1 "
       "ORDER BY tblSpots.Naam"_s);
-  EXPECT_EQ(watch_.ways, QStringList{u"scan tblSpots(ID,Naam,Aktief)"_s});
+  EXPECT_EQ(watch_.accessPaths, QStringList{u"scan tblSpots(ID,Naam,Aktief)"_s});
 }
 
-TEST_F(Plan, OrderByTheKeyWalksTheIndex) {
+TEST_F(Plan, OrderByTheKeyReadsTheIndex) {
   const auto rows = Watched().OpenRecordset(u"SELECT Naam FROM tblSpots ORDER BY ID DESC"_s);
   EXPECT_EQ(rows.Field(u"Naam"_s), u"Cola"_s);
-  EXPECT_EQ(watch_.ways, QStringList{u"backwards tblSpots(ID,Naam)"_s});
+  EXPECT_EQ(watch_.accessPaths, QStringList{u"backwards tblSpots(ID,Naam)"_s});
 }
 
 TEST_F(Plan, SeveralKeysAreSeveralLookups) {
   EXPECT_EQ(Watched().OpenRecordset(u"SELECT Naam FROM tblSpots WHERE ID IN (1, 3, 9)"_s).RecordCount(), 2);
   EXPECT_EQ(Watched().OpenRecordset(u"SELECT Naam FROM tblSpots WHERE ID = 1 OR ID = 3 OR ID = 1"_s).RecordCount(), 2);
-  EXPECT_EQ(watch_.ways.filter(u"scan"_s), QStringList());
+  EXPECT_EQ(watch_.accessPaths.filter(u"scan"_s), QStringList());
 }
 
-TEST_F(Plan, NullAsAKeyLooksNothingUp) {
+TEST_F(Plan, NullAsAKeyReadsNothing) {
   EXPECT_TRUE(Watched().OpenRecordset(u"SELECT Naam FROM tblSpots WHERE ID = NULL"_s).Eof());
   EXPECT_EQ(watch_.rows, 0);
 }
 
-TEST_F(Plan, EmptyingATableLooksAtNoRow) {
+TEST_F(Plan, DeletingAllRowsReadsNone) {
   EXPECT_EQ(Watched().Execute(u"DELETE FROM tblSpots"_s), 3);
-  EXPECT_EQ(watch_.ways, QStringList{});
+  EXPECT_EQ(watch_.accessPaths, QStringList{});
   EXPECT_EQ(Watched().OpenRecordset(u"SELECT ID FROM tblSpots"_s).RecordCount(), 0);
 }
 

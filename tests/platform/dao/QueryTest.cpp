@@ -62,20 +62,20 @@ TEST(Query, FilterAndOrderOfTheLists) {
             (QStringList{u"1|Appel"_s, u"2|bier"_s, u"3|Cola"_s}));
 }
 
-TEST(Query, OrAndNotKeepTheirRank) {
+TEST(Query, OrAndNotHaveTheirPrecedence) {
   const SpotScratch s;
   EXPECT_EQ(Rows(s.Open(), u"SELECT ID FROM tblSpots WHERE Aktief = 1 AND NOT ID = 1 OR ID = 2 ORDER BY ID"_s),
             (QStringList{u"2"_s, u"3"_s}));
 }
 
-TEST(Query, NullMeetsNoComparison) {
+TEST(Query, NullMatchesNoComparison) {
   const SpotScratch s;
   EXPECT_TRUE(Rows(s.Open(), u"SELECT ID FROM tblSpots WHERE Memo = NULL"_s).isEmpty());
   EXPECT_TRUE(Rows(s.Open(), u"SELECT ID FROM tblSpots WHERE ID = NULL"_s).isEmpty());
   EXPECT_EQ(Rows(s.Open(), u"SELECT ID FROM tblSpots WHERE Memo IS NULL AND Naam IS NOT NULL"_s).size(), 3);
 }
 
-TEST(Query, KeyOfAnotherKindStillMeetsItsRow) {
+TEST(Query, KeyOfAnotherKindStillMatchesItsRow) {
   const SpotScratch s;
   EXPECT_EQ(Rows(s.Open(), u"SELECT ID FROM tblSpots WHERE ID = 2.0"_s), QStringList{u"2"_s});
   EXPECT_EQ(Rows(s.Open(), u"SELECT ID FROM tblSpots WHERE ID = \"2\""_s), QStringList{u"2"_s});
@@ -91,7 +91,7 @@ TEST(Query, SubqueriesAndUnions) {
   EXPECT_EQ(Rows(s.Open(), u"SELECT ID FROM tblItems UNION SELECT ID FROM tblSpots ORDER BY ID"_s).size(), 5);
 }
 
-TEST(Query, UpdateCountsTheRowsItMeets) {
+TEST(Query, UpdateCountsTheMatchingRows) {
   const SpotScratch s;
   EXPECT_EQ(s.Open().Execute(u"UPDATE tblSpots SET Aktief = 0 WHERE Aktief = 1"_s), 2);
   EXPECT_EQ(s.Open().Execute(u"UPDATE tblSpots SET Aktief = 0 WHERE ID = 77"_s), 0);
@@ -105,8 +105,8 @@ TEST(Query, RowsMayBeCopiedWithinATable) {
   EXPECT_EQ(Rows(s.Open(), u"SELECT ID FROM tblSpots"_s).size(), 6);
 }
 
-// The engine below would take such characters for a byte order mark.
-TEST(Query, AByteOrderMarkInFrontOfATextIsACharacterOfIt) {
+// SQLite would take such a character for a byte order mark.
+TEST(Query, ALeadingByteOrderMarkIsACharacterOfTheText) {
   const SpotScratch s;
   for (const char16_t mark : {u'\uFEFF', u'\uFFFE'}) {
     const QString name = QChar(mark) + u"Appel"_s;
@@ -116,8 +116,8 @@ TEST(Query, AByteOrderMarkInFrontOfATextIsACharacterOfIt) {
   }
 }
 
-// The engine that a statement leaves behind is the next one's: of tables and failures it must know nothing.
-TEST(Query, NothingOfAStatementReachesTheNext) {
+// The next statement uses the same SQLite connection, which must keep no tables or failures of the previous one.
+TEST(Query, NoStateOfAStatementReachesTheNext) {
   const SpotScratch s;
   dao::Database other = s.Another(u"ander.mdb"_s);
   other.CreateTable({u"tblSpots"_s, {Field(u"Titel"_s, dao::FieldType::Text, 20)}, {}});
@@ -130,7 +130,7 @@ TEST(Query, NothingOfAStatementReachesTheNext) {
   EXPECT_EQ(Rows(s.Open(), u"SELECT Naam FROM tblSpots WHERE ID = 3"_s), QStringList{u"Cola"_s});
 }
 
-TEST(Query, ATableWithANameOfTheEnginesOwnIsRefusedByName) {
+TEST(Query, ATableWithANameReservedBySqliteIsRefused) {
   const Scratch s;
   s.Open().CreateTable(Spots(u"sqlite_master"_s));
   const QString error = ErrorOf([&] { Rows(s.Open(), u"SELECT * FROM sqlite_master"_s); });

@@ -19,7 +19,7 @@ TEST(Recordset, EmptyIsAtBothEnds) {
   EXPECT_TRUE(ErrorOf([&] { rows.Field(u"ID"_s); }).contains(u"geen huidige record"_s));
 }
 
-TEST(Recordset, WalksItsRowsAndBack) {
+TEST(Recordset, MovesForwardAndToTheFirst) {
   const SpotScratch s;
   dao::Recordset rows = s.Open().OpenRecordset(u"SELECT ID, Naam As Code FROM tblSpots ORDER BY Naam"_s);
   EXPECT_FALSE(rows.Bof());
@@ -36,7 +36,7 @@ TEST(Recordset, WalksItsRowsAndBack) {
   EXPECT_TRUE(ErrorOf([&] { rows.Field(u"Naam"_s); }).contains(u"'Naam'"_s));
 }
 
-TEST(Recordset, ALoopMayDeleteTheRowsItWalks) {
+TEST(Recordset, ALoopMayDeleteTheRowsItReads) {
   const SpotScratch s;
   dao::Database database = s.Open();
   int walked = 0;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Copies of a whole database file, and rows brought back from one.
+// Copies of a complete database file, and restoring rows from one.
 #include "platform/dao/RestoreTables.h"
 
 #include "platform/dao/Database.h"
@@ -60,7 +60,7 @@ class RestoredTables : public testing::Test {
 
 }  // namespace
 
-TEST_F(RestoredTables, ChosenTablesGetTheirRowsBackAndOthersKeepTheirs) {
+TEST_F(RestoredTables, OnlyTheChosenTablesAreRestored) {
   Run(u"DELETE FROM a"_s);
   Run(u"INSERT INTO a (ID, Naam) VALUES (1, \"ander\")"_s);
   Run(u"UPDATE b SET Naam = \"later\""_s);
@@ -77,7 +77,7 @@ TEST_F(RestoredTables, WhenOneTableFailsNoneIsChanged) {
   EXPECT_EQ(Names(u"a"_s), QStringList());
 }
 
-TEST_F(RestoredTables, AFieldThatIsGoneIsNamed) {
+TEST_F(RestoredTables, AMissingFieldIsReported) {
   const QString other = folder_.filePath(u"other.mdb"_s);
   dao::CreateDatabase(other);
   dao::OpenDatabase(other).CreateTable({u"a"_s, {kFields[0], kFields[2]}, {}});
@@ -89,11 +89,11 @@ TEST_F(RestoredTables, AFieldThatIsGoneIsNamed) {
   }
 }
 
-TEST_F(RestoredTables, AFrozenDatabaseIsChangedByNobodyElse) {
+TEST_F(RestoredTables, AFrozenDatabaseCannotBeChanged) {
   const dao::WriteWaitScope soon(std::chrono::milliseconds(20));
   const dao::FrozenDatabase frozen(path_);
   EXPECT_TRUE(frozen.IsSameAs(backup_));
-  // Another opening, as another program has it: this thread's own share their turn.
+  // Opened separately, as by another program: the cached file of this thread already has the write lock.
   std::exception_ptr refused;
   std::thread([&] {
     try {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Real files of other programs, found through the environment variable SPOTROOSTER_MDB_SAMPLES.
+// Real files of other programs, in the folder of the environment variable SPOTROOSTER_MDB_SAMPLES.
 #include "platform/jet/check/Check.h"
 #include "tests/platform/dao/Scratch.h"
 
@@ -56,7 +56,7 @@ TEST_F(SampleFiles, TablesAndRowsAreFound) {
                          u"Orders 830"_s, u"Products 77"_s, u"Shippers 3"_s, u"Suppliers 29"_s}));
 }
 
-TEST_F(SampleFiles, PasswordIsAGateThatTheRightOneOpens) {
+TEST_F(SampleFiles, OnlyTheRightPasswordOpensTheFile) {
   EXPECT_EQ(Contents(u"password.mdb"_s, u"password"_s), QStringList{u"Table1 3"_s});
   for (const QString& wrong : {QString(), u"Password"_s}) {
     const QString error = ErrorOf([&] { Contents(u"password.mdb"_s, wrong); });
@@ -64,7 +64,7 @@ TEST_F(SampleFiles, PasswordIsAGateThatTheRightOneOpens) {
   }
 }
 
-TEST_F(SampleFiles, AnOlderFormatIsNamed) {
+TEST_F(SampleFiles, AnOlderFormatIsReported) {
   EXPECT_TRUE(ErrorOf([&] { Contents(u"jet3.mdb"_s); }).contains(u"Jet 3"_s));
 }
 
@@ -80,7 +80,7 @@ TEST_F(SampleFiles, JoinsAndKeysWorkOnRealTables) {
       (QStringList{u"Mozzarella di Giovanni"_s, u"Queso Cabrales"_s, u"Singaporean Hokkien Fried Mee"_s}));
 }
 
-TEST_F(SampleFiles, StatementsChangeARealFileAndLeaveItSound) {
+TEST_F(SampleFiles, StatementsChangeARealFileAndLeaveItConsistent) {
   const QString path = Copy(u"northwind.mdb"_s);
   dao::Database database = dao::OpenDatabase(path);
   EXPECT_EQ(database.Execute(u"INSERT INTO Shippers (CompanyName, Phone) VALUES (\"Über-Vracht\", \"0201\")"_s), 1);

@@ -14,15 +14,15 @@ dao::FieldDef Field(const QString& name, dao::FieldType type, int size = 0);
 dao::IndexDef Key(const QStringList& fields);
 dao::IndexDef Index(const QString& name, const QStringList& fields);
 
-// A temporary folder with one database, "planning.mdb"; or, in a run on a server, a schema of its own for each database
-// that has a name without a folder.
+// A temporary folder with one database, "planning.mdb"; in a run on a server, a new schema for each database whose name
+// has no folder.
 class Scratch {
  public:
   Scratch();
   QString Path(const QString& name) const;
   QString Path() const { return Path(QStringLiteral("planning.mdb")); }
   dao::Database Open() const { return dao::OpenDatabase(Path()); }
-  // A second, empty database of that name.
+  // Creates a second, empty database with that name.
   dao::Database Another(const QString& name) const;
 
  private:
@@ -40,9 +40,9 @@ class SpotScratch : public Scratch {
 
 // The rows as texts, their fields joined by "|"; NULL is "-".
 QStringList Rows(dao::Database database, const QString& sql);
-// One value of the first row.
+// The first value of the first row.
 QVariant Value(dao::Database database, const QString& sql, const QString& field);
-// The description of the runtime::Error that it throws; empty when it throws none.
+// The description of the runtime::Error that `call` throws; empty when it throws none.
 QString ErrorOf(const std::function<void()>& action);
 QString ExecuteError(dao::Database database, const QString& sql);
 

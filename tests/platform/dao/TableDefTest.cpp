@@ -20,7 +20,7 @@ TEST(TableDef, ComesBackFromTheFile) {
   table.fields[1].required = true;
   table.fields[1].allowZeroLength = false;
   table.fields[2].defaultValue = 1;
-  table.indexes.prepend(Index(u"OpNaam"_s, {u"Naam"_s, u"ID"_s}));  // they come back by name
+  table.indexes.prepend(Index(u"OpNaam"_s, {u"Naam"_s, u"ID"_s}));  // read back sorted by name
   table.indexes[0].fields[1].direction = dao::Direction::Descending;
   table.indexes[0].ignoreNull = true;
   s.Open().CreateTable(table);
@@ -38,7 +38,7 @@ TEST(TableDef, NamesAreSortedAndUnique) {
   EXPECT_TRUE(ErrorOf([&] { s.Open().Table(u"weg"_s); }).contains(u"'weg' bestaat niet"_s));
 }
 
-TEST(TableDef, DefinitionsThatNoFileCanHoldAreRefused) {
+TEST(TableDef, InvalidDefinitionsAreRefused) {
   EXPECT_FALSE(CreateError({u"t"_s, {}, {}}).isEmpty());
   EXPECT_FALSE(CreateError({u"t.x"_s, {Field(u"a"_s, FieldType::Long)}, {}}).isEmpty());
   EXPECT_FALSE(CreateError({QString(65, u'x'), {Field(u"a"_s, FieldType::Long)}, {}}).isEmpty());

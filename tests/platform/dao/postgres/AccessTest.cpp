@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Who is let in, and that nobody else is taken for the server.
+// Authentication of users, and of the server by its certificate.
 #include "tests/platform/dao/postgres/ServerScratch.h"
 
 #include <QFile>
@@ -35,7 +35,7 @@ class Access : public testing::Test {
     dao::CloseKeptConnections();
   }
 
-  // A certificate for `host` with its key, signed by itself.
+  // Creates a self-signed certificate for `host` with its key.
   QString Certificate(const QString& name, const QString& host) const {
     const QString path = folder_.filePath(name);
     QProcess openssl;
@@ -56,7 +56,7 @@ class Access : public testing::Test {
   QTemporaryDir folder_;
 };
 
-TEST_F(Access, OnlyTheServerOfTheCertificateIsSpokenTo) {
+TEST_F(Access, OnlyTheServerOfTheCertificateIsAccepted) {
   if (!HasOpenssl()) GTEST_SKIP() << "openssl is not installed";
   const QString right = Certificate(u"right"_s, u"localhost"_s);
   const QString other = Certificate(u"other"_s, u"localhost"_s);
@@ -79,16 +79,16 @@ TEST_F(Access, OnlyTheServerOfTheCertificateIsSpokenTo) {
       dao::CreateDatabase(url + right + u".crt\\Zender.mdb"_s);
       EXPECT_EQ(OpenError(url + right + u".crt"_s), QString());
       dao::CloseKeptConnections();
-      const QString error = OpenError(url + other + u".crt"_s);  // the server's certificate is of somebody else
+      const QString error = OpenError(url + other + u".crt"_s);  // not the certificate of this server
       EXPECT_TRUE(error.contains(u"niet veilig"_s)) << qPrintable(error);
     } else {
-      const QString error = OpenError(url + elsewhere + u".crt"_s);  // it names another computer
+      const QString error = OpenError(url + elsewhere + u".crt"_s);  // a certificate for another host name
       EXPECT_TRUE(error.contains(u"niet veilig"_s)) << qPrintable(error);
     }
   }
 }
 
-TEST_F(Access, AServerWithoutTlsIsRefusedWhereItIsAskedFor) {
+TEST_F(Access, AServerWithoutTlsIsRefusedWhenRequired) {
   Cluster::Settings settings;
   settings.port = FreePort();
   settings.options = {u"listen_addresses=127.0.0.1"_s};
@@ -99,7 +99,7 @@ TEST_F(Access, AServerWithoutTlsIsRefusedWhereItIsAskedFor) {
   EXPECT_TRUE(error.contains(u"niet veilig"_s)) << qPrintable(error);
 }
 
-TEST_F(Access, PasswordsComeFromThePasswordFileAndNowhereElse) {
+TEST_F(Access, PasswordsComeOnlyFromThePasswordFile) {
   Cluster::Settings settings;
   settings.accessRules = {u"local all els scram-sha-256"_s, u"local all niemand reject"_s};
   const Cluster cluster(settings);

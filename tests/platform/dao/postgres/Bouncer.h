@@ -11,7 +11,7 @@ class QProcess;
 
 namespace testing_support {
 
-// A pgbouncer in transaction mode before a cluster: each transaction may get another session of the server.
+// A pgbouncer in transaction mode in front of a cluster: each transaction may get another server session.
 class Bouncer {
  public:
   static bool IsInstalled();

@@ -32,14 +32,14 @@ QString Printed(const dao::ValueView& value) {
   return u"-"_s;
 }
 
-// Dates are kept to the microsecond.
+// Dates are stored to the microsecond.
 QString PrintedField(FieldType type, const dao::ValueView& value) {
   const auto* number = std::get_if<double>(&value);
   if (type != FieldType::Date || number == nullptr) return Printed(value);
   return u'm' + QString::number(std::llround(*number * 86'400'000'000.0));
 }
 
-// Every row of every table, field by field, with the definitions.
+// The definitions and every row of every table, field by field.
 QStringList Everything(const QString& path) {
   QStringList lines;
   const auto storage = dao::OpenStorage(path, {{}, true});
@@ -165,7 +165,7 @@ class Chance {
   std::mt19937 random_;
 };
 
-TEST_F(CopyDatabase, RandomTablesComeBackAsTheyWere) {
+TEST_F(CopyDatabase, RandomTablesRoundTrip) {
   for (int round = 0; round < testing_support::LongTests(); ++round) {
     Chance chance(static_cast<unsigned>(round) + 1);
     const QString source = File(u"bron %1.mdb"_s.arg(round));
@@ -188,7 +188,7 @@ TEST_F(CopyDatabase, RandomTablesComeBackAsTheyWere) {
   }
 }
 
-TEST_F(CopyDatabase, SamplesOfOtherProgramsComeBackAsTheyWere) {
+TEST_F(CopyDatabase, SamplesOfOtherProgramsRoundTrip) {
   const QString samples = qEnvironmentVariable("SPOTROOSTER_MDB_SAMPLES");
   if (samples.isEmpty()) GTEST_SKIP() << "SPOTROOSTER_MDB_SAMPLES is not set";
   int fitting = 0;
@@ -221,7 +221,7 @@ TEST_F(CopyDatabase, ARefreshChangesOnlyWhatDiffers) {
   EXPECT_EQ(again[0].inserted + again[0].deleted, 0);
 }
 
-TEST_F(CopyDatabase, RowsOfTheTargetAreNotOverwrittenUnasked) {
+TEST_F(CopyDatabase, RowsOfTheTargetAreNotOverwrittenWithoutRefresh) {
   const SpotScratch source;
   const QString target = File(u"doel.mdb"_s);
   dao::CreateDatabase(target);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What is acknowledged is stored once, whatever happens to lines, sessions, servers and programs.
+// An acknowledged change is stored exactly once, despite failures of connections, sessions, servers and programs.
 #include "platform/dao/WriteWait.h"
 #include "platform/dao/postgres/ServerStorage.h"
 #include "platform/runtime/Error.h"
@@ -41,8 +41,8 @@ QString Insert(int id, int writer) {
   return u"INSERT INTO tblSpots (ID, Naam, Aktief) VALUES (%1, \"%1\", %2)"_s.arg(id).arg(writer);
 }
 
-// A thousand times in full: SPOTROOSTER_LONG_TESTS=34.
-TEST_F(Durability, ALineCutBehindTheCommitNeitherDoublesNorLoses) {
+// For a thousand repetitions: SPOTROOSTER_LONG_TESTS=34.
+TEST_F(Durability, AConnectionLostAfterTheCommitNeitherDoublesNorLosesRows) {
   Proxy proxy(Server().SocketFolder());
   const QString path = PathBehind(proxy.SocketFolder());
   const int changes = 30 * LongTests();
@@ -53,7 +53,7 @@ TEST_F(Durability, ALineCutBehindTheCommitNeitherDoublesNorLoses) {
       return said.find("COMMIT") != std::string_view::npos && said.find("INSERT INTO") != std::string_view::npos &&
              armed.exchange(false);
     });
-    // As a user does: OK once more after an error, with a number that is still free.
+    // As a user who presses OK again after an error, with a number that is still free.
     for (int attempt = 0; attempt < 5; ++attempt) {
       dao::Database database = dao::OpenDatabase(path);
       if (ErrorOf([&] {
@@ -71,7 +71,7 @@ TEST_F(Durability, ALineCutBehindTheCommitNeitherDoublesNorLoses) {
             QStringList());
 }
 
-TEST_F(Durability, AChangeWhoseFateIsUnknownIsSettledBeforeTheNext) {
+TEST_F(Durability, AnUncertainChangeIsCheckedBeforeTheNext) {
   Proxy proxy(Server().SocketFolder());
   const QString path = PathBehind(proxy.SocketFolder());
   dao::Database database = dao::OpenDatabase(path);
@@ -83,13 +83,13 @@ TEST_F(Durability, AChangeWhoseFateIsUnknownIsSettledBeforeTheNext) {
   const QString error = ExecuteError(database, Insert(50, 1));
   EXPECT_TRUE(error.contains(u"niet zeker"_s)) << qPrintable(error);
   proxy.CutLines({});
-  // It was stored: the next change says so instead of storing it again.
+  // It was stored: the next change reports that instead of storing it again.
   EXPECT_TRUE(ExecuteError(dao::OpenDatabase(path), Insert(51, 1)).contains(u"toch bewaard"_s));
   EXPECT_EQ(ExecuteError(dao::OpenDatabase(path), Insert(52, 1)), QString());
   EXPECT_EQ(Rows(Open(), u"SELECT ID FROM tblSpots WHERE ID > 10 ORDER BY ID"_s), (QStringList{u"50"_s, u"52"_s}));
 }
 
-// Writers count what was acknowledged in memory that they share with the test.
+// The writers count acknowledged changes in memory that they share with the test.
 struct Counts {
   std::atomic<int> acknowledged[8];
   std::atomic<int> started;
@@ -104,7 +104,7 @@ class Writers {
   Writers(const Writers&) = delete;
   Writers& operator=(const Writers&) = delete;
 
-  // Each writer stores pairs of rows, a pair a statement; no error is expected.
+  // Each writer stores pairs of rows, one pair per statement; no error is expected.
   void Run(const QString& path, int changes) {
     dao::CloseKeptConnections();
     for (int writer = 0; writer < 8; ++writer) {
@@ -114,7 +114,7 @@ class Writers {
     }
   }
 
-  // Kills one in the middle of its work.
+  // Kills a writer during its work.
   void KillOne(int changes) {
     const auto end = std::chrono::steady_clock::now() + 60s;
     while (counts_->acknowledged[0] < changes / 3 && std::chrono::steady_clock::now() < end)
@@ -156,7 +156,7 @@ class Writers {
   std::vector<pid_t> children_;
 };
 
-// Ten thousand changes each in full: SPOTROOSTER_LONG_TESTS=200.
+// For ten thousand changes per writer: SPOTROOSTER_LONG_TESTS=200.
 void WriteWithEight(const QString& path, Cluster& cluster, const QString& schema) {
   const int changes = 50 * LongTests();
   Writers writers;
@@ -170,7 +170,7 @@ void WriteWithEight(const QString& path, Cluster& cluster, const QString& schema
                 writer))
             .first()
             .toInt();
-    EXPECT_EQ(stored % 2, 0);  // never half a pair
+    EXPECT_EQ(stored % 2, 0);  // pairs only
     if (writer == 0) {
       EXPECT_GE(stored / 2, writers.Acknowledged(0));
       EXPECT_LE(stored / 2, writers.Acknowledged(0) + 1);
@@ -180,7 +180,7 @@ void WriteWithEight(const QString& path, Cluster& cluster, const QString& schema
   }
 }
 
-TEST_F(Durability, EightWritersOfWhomOneIsKilledLoseNothing) {
+TEST_F(Durability, EightWritersLoseNothingWhenOneIsKilled) {
   WriteWithEight(Path(), Server(), Schema());
 }
 
@@ -190,7 +190,7 @@ TEST_F(Durability, EightWritersThroughAPoolerLoseNothing) {
   WriteWithEight(PathBehind(bouncer.SocketFolder()), Server(), Schema());
 }
 
-TEST_F(Durability, APoolerGivesTheSameAnswers) {
+TEST_F(Durability, APoolerGivesTheSameResults) {
   if (!Bouncer::IsInstalled()) GTEST_SKIP() << "pgbouncer is not installed";
   const Bouncer bouncer(Server(), 1);
   const QString path = PathBehind(bouncer.SocketFolder());
@@ -223,7 +223,7 @@ class OwnCluster : public testing::Test {
   QString path_;
 };
 
-TEST_F(OwnCluster, AServerThatCrashedAndStartedAgainHasWhatWasAcknowledged) {
+TEST_F(OwnCluster, AcknowledgedChangesSurviveACrashOfTheServer) {
   Cluster::Settings settings;
   settings.durable = true;
   Begin(settings);
@@ -237,7 +237,7 @@ TEST_F(OwnCluster, AServerThatCrashedAndStartedAgainHasWhatWasAcknowledged) {
   EXPECT_EQ(Count(), 21);
 }
 
-TEST_F(OwnCluster, AFullDiskIsAnErrorAndTheNextGoesOn) {
+TEST_F(OwnCluster, AFullDiskIsAnErrorAndTheNextStatementWorks) {
   const QTemporaryDir folder;
   const QString flag = folder.filePath(u"vol"_s);
   QFile::setPermissions(folder.path(),

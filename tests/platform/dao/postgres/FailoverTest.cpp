@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A day of eight planners, on a primary with a synchronous standby. The primary is killed and the standby promoted.
+// Eight planners on a primary with a synchronous standby. The primary is killed and the standby promoted.
 #include "tests/platform/dao/postgres/ServerScratch.h"
 #include "tests/support/Fork.h"
 #include "tests/support/LongTests.h"
@@ -26,12 +26,12 @@ namespace {
 constexpr int kPlanners = 8;
 
 struct Day {
-  std::atomic<int> stored[kPlanners];  // how many changes of each were acknowledged: 1, 2, 3, ...
-  std::atomic<int> twice;              // refused as stored before, though no error had said so
+  std::atomic<int> stored[kPlanners];  // the number of acknowledged changes of each planner
+  std::atomic<int> twice;              // refused as a duplicate without an earlier error
   std::atomic<bool> over;
 };
 
-// Stores one spot after the other; after an error once more, as a planner presses OK again.
+// Stores one spot after the other; repeats after an error, like a planner who presses OK again.
 void Plan(const QString& path, int planner, Day& day) {
   while (!day.over) {
     const int id = planner * 1'000'000 + day.stored[planner] + 1;
@@ -81,7 +81,7 @@ class Failover : public testing::Test {
   std::unique_ptr<Cluster> standby_;
 };
 
-TEST_F(Failover, WhatWasAcknowledgedIsThereAndPlannersGoOnWithin15Seconds) {
+TEST_F(Failover, AcknowledgedChangesSurviveAndPlannersContinueWithin15Seconds) {
   dao::CreateDatabase(Path());
   dao::OpenDatabase(Path()).CreateTable(scratch::Spots());
   dao::CloseKeptConnections();
@@ -105,7 +105,7 @@ TEST_F(Failover, WhatWasAcknowledgedIsThereAndPlannersGoOnWithin15Seconds) {
     std::this_thread::sleep_for(5ms);
   primary_.Kill();
   const auto killed = std::chrono::steady_clock::now();
-  std::this_thread::sleep_for(1s);  // until somebody notices
+  std::this_thread::sleep_for(1s);  // until the failure is noticed
   for (int planner = 0; planner < kPlanners; ++planner)
     goal[static_cast<std::size_t>(planner)] = day->stored[planner] + 2;
   standby_->Sql(u"ALTER SYSTEM SET synchronous_standby_names = ''"_s);

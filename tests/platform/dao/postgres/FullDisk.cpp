@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Preloaded into a test's server: writes to its tables find no room as long as the file named by SPOTROOSTER_FULL_DISK
+// Preloaded into the server of a test: writes to its tables fail with ENOSPC while the file in SPOTROOSTER_FULL_DISK
 // exists.
 #include <dlfcn.h>
 #include <sys/types.h>

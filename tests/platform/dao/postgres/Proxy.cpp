@@ -46,7 +46,7 @@ void SendAll(int line, std::string_view bytes) {
   }
 }
 
-// What is on its way, and when it arrives.
+// Delayed data, each piece with the time of its arrival.
 using Travelling = std::deque<std::pair<Clock::time_point, std::string>>;
 
 void Deliver(Travelling& bytes, int line) {

@@ -15,12 +15,11 @@
 
 namespace testing_support {
 
-// A socket between a client and a server that can cut their lines and delay what they say. Its clients are handled one
-// thread each.
+// A socket between a client and a server that can cut connections and delay the data. One thread per client.
 class Proxy {
  public:
-  // Sees what a client sends before the server does; returns true to pass it on and then cut the line at once, without
-  // the reply.
+  // Gets the data of a client before the server; returns true to forward it and then cut the connection at once,
+  // without the reply.
   using CutAfter = std::function<bool(std::string_view fromClient)>;
 
   explicit Proxy(const QString& serverSocketFolder, std::chrono::microseconds delayEachWay = {});
@@ -28,12 +27,12 @@ class Proxy {
   Proxy(const Proxy&) = delete;
   Proxy& operator=(const Proxy&) = delete;
 
-  // The folder of a socket like the server's own.
+  // The folder of the proxy's socket.
   QString SocketFolder() const { return folder_.path(); }
-  void CutLines(CutAfter cut);  // an empty function: no longer
+  void CutLines(CutAfter cut);  // an empty function stops cutting
   int Cuts() const { return cuts_; }
   int Connections() const { return connections_; }
-  int RoundTrips() const { return roundTrips_; }  // turns from server to client and back
+  int RoundTrips() const { return roundTrips_; }  // changes of direction from server to client and back
 
  private:
   void Accept();

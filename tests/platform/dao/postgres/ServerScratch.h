@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-// A test on a schema of its own on a cluster, with tblSpots of three rows: 1 "Appel" 1, 2 "bier" 0, 3 "Cola" 1.
+// A test with a new schema on a cluster, with tblSpots of three rows: 1 "Appel" 1, 2 "bier" 0, 3 "Cola" 1.
 class ServerScratch : public testing::Test {
  protected:
   ServerScratch() : ServerScratch(testing_support::SharedCluster()) {}
@@ -30,7 +30,7 @@ class ServerScratch : public testing::Test {
   QString Schema() const { return schema_; }
   QString Path() const { return PathBy(cluster_.Url()); }
   QString PathBy(const QString& url) const { return url + QLatin1Char('\\') + schema_ + QLatin1String(".mdb"); }
-  // Through another socket in the same way.
+  // The same database through another socket.
   QString PathBehind(const QString& socketFolder) const {
     return PathBy(QStringLiteral("postgresql://planner@/postgres?host=") + socketFolder);
   }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A schema on a server in the place of a database file.
+// A schema on a server instead of a database file.
 #include "platform/dao/postgres/ServerStorage.h"
 
 #include "platform/dao/Storage.h"
@@ -68,8 +68,8 @@ TEST_F(ServerStorage, AJoinOfManyRowsTakesFewRoundTrips) {
     Open().Execute(u"INSERT INTO tblLinks VALUES (1, %1, %2)"_s.arg(place).arg(200 - place));
     expected += u"%1|n%1"_s.arg(200 - place);
   }
-  Open().Execute(u"INSERT INTO tblLinks VALUES (1, 41, 160)"_s);   // once more
-  Open().Execute(u"INSERT INTO tblLinks VALUES (1, 42, 9999)"_s);  // of no spot
+  Open().Execute(u"INSERT INTO tblLinks VALUES (1, 41, 160)"_s);   // a duplicate
+  Open().Execute(u"INSERT INTO tblLinks VALUES (1, 42, 9999)"_s);  // refers to no spot
   expected += u"160|n160"_s;
   const testing_support::Proxy proxy(Server().SocketFolder());
   dao::Database database = dao::OpenDatabase(PathBehind(proxy.SocketFolder()));
@@ -81,7 +81,7 @@ TEST_F(ServerStorage, AJoinOfManyRowsTakesFewRoundTrips) {
   EXPECT_LE(proxy.RoundTrips() - before, 3);
 }
 
-TEST_F(ServerStorage, HostileTextsStayData) {
+TEST_F(ServerStorage, HostileTextsAreData) {
   const QString hostile = u"x'); DROP TABLE tblSpots; -- \\ \\' $$ '' E'\\x41' %s"_s;
   Open().Execute(u"UPDATE tblSpots SET Naam = \"%1\" WHERE ID = 1"_s.arg(hostile.left(50)));
   Open().Execute(u"UPDATE tblSpots SET Memo = \"%1\" WHERE ID = 1"_s.arg(hostile));
@@ -89,7 +89,7 @@ TEST_F(ServerStorage, HostileTextsStayData) {
   EXPECT_EQ(Count(), 3);
 }
 
-TEST_F(ServerStorage, HostileNamesStayNames) {
+TEST_F(ServerStorage, HostileNamesAreNames) {
   const QString name = u"x'; DROP SCHEMA public; --"_s;
   dao::TableDef table = Spots(name);
   table.fields[1].name = u"naam) ' ; --"_s;
@@ -101,7 +101,7 @@ TEST_F(ServerStorage, HostileNamesStayNames) {
   EXPECT_TRUE(dao::OpenDatabase(path).TableNames().isEmpty());
 }
 
-TEST_F(ServerStorage, WhatTheServerCannotHoldIsRefusedByName) {
+TEST_F(ServerStorage, TextsThatTheServerCannotStoreAreRefused) {
   for (const QString& text : {QString(QChar(0xD800)), QString(QChar(0xDC00))}) {
     const QString error = ExecuteError(Open(), u"UPDATE tblSpots SET Naam = \"%1\" WHERE ID = 1"_s.arg(text));
     EXPECT_TRUE(error.contains(u"'Naam'"_s) && error.contains(u"'tblSpots'"_s)) << qPrintable(error);
@@ -118,7 +118,7 @@ TEST_F(ServerStorage, NamesAreFoundInAnyLetterCase) {
   EXPECT_EQ(Rows(dao::OpenDatabase(path), u"SELECT naam FROM TBLSPOTS WHERE id = 1"_s), QStringList{u"Appel"_s});
 }
 
-TEST_F(ServerStorage, WaitForTheTurnIsBoundedAndNamesWhoHasIt) {
+TEST_F(ServerStorage, WaitForTheTurnIsBoundedAndReportsTheWriter) {
   const dao::WriteWaitScope wait(20ms);
   Session other(Server().Url(u"&application_name=els@studio2"_s));
   other.Run(u"BEGIN; SELECT * FROM \"%1\".spotrooster_turn FOR UPDATE"_s.arg(Schema()));
@@ -129,28 +129,28 @@ TEST_F(ServerStorage, WaitForTheTurnIsBoundedAndNamesWhoHasIt) {
   EXPECT_EQ(Open().Execute(u"DELETE FROM tblSpots"_s), 3);
 }
 
-TEST_F(ServerStorage, TheTakenNumberSaysSo) {
+TEST_F(ServerStorage, ADuplicateNumberIsReported) {
   const QString error = ExecuteError(Open(), u"INSERT INTO tblSpots (ID, Naam) VALUES (2, \"dubbel\")"_s);
   EXPECT_TRUE(error.contains(u"waarde 2"_s) && error.contains(u"druk nog eens op OK"_s)) << qPrintable(error);
 }
 
-TEST_F(ServerStorage, ASchemaThatIsMissingIsNamed) {
+TEST_F(ServerStorage, AMissingSchemaIsReported) {
   const QString error = OpenError(Server().Url() + u"\\OvalistoServer77.mdb"_s);
   EXPECT_TRUE(error.contains(u"'OvalistoServer77'"_s) && error.contains(u"bestaat niet"_s)) << qPrintable(error);
   EXPECT_TRUE(OpenError(Server().Url()).contains(u"\\OvalistoServer3.mdb"_s));
 }
 
-TEST_F(ServerStorage, AServerThatIsAwayIsNamed) {
+TEST_F(ServerStorage, AnUnreachableServerIsReported) {
   const QString error = OpenError(u"postgresql://planner@/postgres?host=/nergens\\OvalistoServer.mdb"_s);
   EXPECT_TRUE(error.contains(u"/nergens"_s) && error.contains(u"niet bereikbaar"_s)) << qPrintable(error);
 }
 
-TEST_F(ServerStorage, ADatabaseThatIsMissingIsNamed) {
+TEST_F(ServerStorage, AMissingDatabaseIsReported) {
   const QString url = u"postgresql://planner@/weg?host="_s + Server().SocketFolder();
   EXPECT_TRUE(OpenError(url + u"\\OvalistoServer.mdb").contains(u"bestaat niet op de server"_s));
 }
 
-TEST_F(ServerStorage, ASessionThatWasEndedIsReplacedAtTheNextStatement) {
+TEST_F(ServerStorage, AnEndedSessionIsReplacedAtTheNextStatement) {
   EXPECT_EQ(Count(), 3);
   Server().Sql(
       u"SELECT pg_terminate_backend(pid, 5000) FROM pg_stat_activity WHERE pid <> pg_backend_pid() AND "
@@ -158,7 +158,7 @@ TEST_F(ServerStorage, ASessionThatWasEndedIsReplacedAtTheNextStatement) {
   EXPECT_EQ(Open().Execute(u"UPDATE tblSpots SET Aktief = 1"_s), 3);
 }
 
-TEST_F(ServerStorage, ASessionEndedWithinAChangeIsAnErrorAndTheNextGoesOn) {
+TEST_F(ServerStorage, ASessionEndedDuringAChangeIsAnErrorAndTheNextStatementWorks) {
   const auto storage = dao::OpenStorage(Path());
   {
     const auto writing = storage->Begin(dao::Access::Write);
@@ -189,13 +189,13 @@ TEST_F(ServerStorage, AStatementMayTakeFiveSeconds) {
   const auto storage = dao::OpenStorage(Path());
   const auto address = dao::ServerAddress(Path());
   dao::ServerSession session(address, dao::CatalogOf(address), dao::Access::Write);
-  const dao::Result shown = session.Ask("SHOW statement_timeout");
+  const dao::Result shown = session.Query("SHOW statement_timeout");
   EXPECT_STREQ(PQgetvalue(shown.get(), 0, 0), "5s");
-  const dao::Result locks = session.Ask("SHOW lock_timeout");
+  const dao::Result locks = session.Query("SHOW lock_timeout");
   EXPECT_STREQ(PQgetvalue(locks.get(), 0, 0), "5s");
 }
 
-TEST_F(ServerStorage, AReadOnlyAccountReadsAndSaysThatItMayNotWrite) {
+TEST_F(ServerStorage, AReadOnlyAccountReadsAndReportsThatItMayNotWrite) {
   Server().Sql(
       u"CREATE ROLE lezer LOGIN; GRANT USAGE ON SCHEMA \"%1\" TO lezer; GRANT SELECT ON ALL TABLES IN SCHEMA "
       "\"%1\" TO lezer"_s.arg(Schema()));
@@ -209,16 +209,16 @@ TEST_F(ServerStorage, AReadOnlyAccountReadsAndSaysThatItMayNotWrite) {
   EXPECT_EQ(Count(), 3);
 }
 
-TEST_F(ServerStorage, AServerThatIsReadOnlySaysSo) {
+TEST_F(ServerStorage, AReadOnlyServerIsReported) {
   Server().Sql(u"CREATE ROLE standby LOGIN SUPERUSER; ALTER ROLE standby SET default_transaction_read_only = on"_s);
   const QString path = PathBy(u"postgresql://standby@/postgres?host="_s + Server().SocketFolder());
   EXPECT_TRUE(ExecuteError(dao::OpenDatabase(path), u"DELETE FROM tblSpots"_s).contains(u"alleen-lezen"_s));
-  // With several hosts the program looks for one that takes changes.
+  // With several hosts only one that accepts changes is used.
   const QString both = PathBy(u"postgresql://standby@/postgres?host=%1,%1"_s.arg(Server().SocketFolder()));
   EXPECT_TRUE(OpenError(both).contains(u"laat nu wijzigingen toe"_s)) << qPrintable(OpenError(both));
 }
 
-TEST_F(ServerStorage, ASecondStatementOfTheSameThreadGoesOnMeanwhile) {
+TEST_F(ServerStorage, ASecondStatementOfTheSameThreadRunsAtTheSameTime) {
   int seen = 0;
   Open().Visit(u"SELECT ID FROM tblSpots"_s, [&](const dao::Row&) {
     Open().Execute(u"UPDATE tblSpots SET Aktief = 5 WHERE ID = 1"_s);
@@ -269,7 +269,7 @@ TEST(ServerAddress, OverANetworkTheServersCertificateIsChecked) {
       ErrorOf([] { dao::ServerAddress(u"postgresql://db/x?sslmode=prefer\\s.mdb"_s); }).contains(u"sslmode=prefer"_s));
 }
 
-TEST(ServerAddress, EachOfSeveralHostsIsAWayOfItsOwn) {
+TEST(ServerAddress, EachHostHasItsOwnParameters) {
   const dao::ServerAddress address(u"postgresql://planner@db1:5432,db2:5433/stations\\OvalistoServer.mdb"_s);
   ASSERT_EQ(address.Ways().size(), 2);
   EXPECT_EQ(ValueIn(address.Ways()[1], "host"), "db2");
