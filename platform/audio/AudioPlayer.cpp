@@ -12,7 +12,7 @@
 namespace audio {
 namespace {
 
-// The core's error in the product's clothes.
+// Rethrows audio::Error as runtime::Error.
 template <typename Action>
 void Translated(Action action) {
   try {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The buffers between the decoding thread and the sound device.
+// Lock-free ring buffer between the decoding thread and the sound device.
 #pragma once
 
 #include <atomic>
@@ -9,15 +9,15 @@
 
 namespace audio {
 
-// One buffer of 16-bit stereo sound. The generation tells which jump or start it belongs to.
+// One buffer of 16-bit interleaved stereo sound. `generation` is the number of the start or seek it was decoded for.
 struct Block {
   std::int16_t* samples = nullptr;
   std::size_t frames = 0;
   std::uint16_t generation = 0;
-  bool last = false;  // the file ends with it
+  bool last = false;  // the file ends with this block
 };
 
-// A ring of blocks without locks: one thread writes, one reads.
+// One writing and one reading thread.
 class BlockRing {
  public:
   BlockRing(std::size_t blocks, std::size_t framesPerBlock);
@@ -25,10 +25,10 @@ class BlockRing {
   std::size_t FramesPerBlock() const { return framesPerBlock_; }
   std::size_t Capacity() const { return blocks_.size() * framesPerBlock_; }  // frames
 
-  Block* Writable() noexcept;  // the writer's: the next free block, null when all are filled
-  void Publish() noexcept;
-  const Block* Readable() const noexcept;  // the reader's: the oldest filled block, null when there is none
-  void Release() noexcept;
+  Block* Writable() noexcept;              // writer: the next free block; null when all are filled
+  void Publish() noexcept;                 // writer: makes that block readable
+  const Block* Readable() const noexcept;  // reader: the oldest filled block; null when there is none
+  void Release() noexcept;                 // reader: frees that block
 
  private:
   std::size_t framesPerBlock_;

@@ -13,8 +13,8 @@ namespace audio {
 namespace {
 
 constexpr std::int64_t kClipChunk = 1024;  // frames read at a time
-// Frames of the output thrown away before the one that is wanted, so that the filter has its whole history: it reaches
-// back less than 64 of the file's frames.
+// Output frames converted and discarded before a seek's target, so that the filter has its complete history: it reaches
+// back less than 64 input frames.
 constexpr std::int64_t kHistory = 512;
 
 }  // namespace
@@ -66,7 +66,7 @@ void ClipStream::Mix(float* out, std::int64_t frames) {
   } catch (const Error&) {
     Release();
   }
-  position_ += std::max<std::int64_t>(0, left);  // what is missing is silent
+  position_ += std::max<std::int64_t>(0, left);  // missing frames are silent
 }
 
 void ClipStream::Open() {
@@ -79,8 +79,8 @@ void ClipStream::Open() {
   if (!converter_) throw Error(std::string("Kan het geluid niet omzetten: ") + src_strerror(code));
 }
 
-// Frames of both rates meet every `unit` frames of the output only. Begun at such a place, and a while before the frame
-// that is wanted, the conversion gives what it gives from the file's beginning on.
+// Input and output frames coincide only every `unit` output frames. Started at such a frame, at least kHistory frames
+// before the target, the conversion produces the same samples as one from the beginning of the file.
 void ClipStream::OpenAt(std::int64_t frame) {
   Open();
   inputStart_ = inputEnd_ = 0;

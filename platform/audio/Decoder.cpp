@@ -27,8 +27,8 @@ void RequireSound(const Decoder& decoder, const std::string& path) {
   if (decoder.TotalFrames() / decoder.SampleRate() >= INT32_MAX / 1000) throw ReadError(path, "het is te lang");
 }
 
-// The bytes before the sound: an ID3v2 tag holds "ID3", version, flags, and at offset 6 its length without these ten
-// bytes, in four bytes of seven bits.
+// Length of an ID3v2 tag at the beginning, or 0. Its header has ten bytes: "ID3", two bytes of version, flags, and at
+// offset 6 the length of the rest in four bytes of seven bits each.
 std::int64_t TagBytes(SourceFile& file) {
   std::array<unsigned char, 10> head{};
   file.Seek(0, SEEK_SET);
@@ -37,7 +37,7 @@ std::int64_t TagBytes(SourceFile& file) {
   return tagged ? 10 + (head[6] << 21 | head[7] << 14 | head[8] << 7 | head[9]) : 0;
 }
 
-// A frame of MPEG audio begins with eleven bits set. libsndfile need not be asked about such a file.
+// An MPEG audio frame begins with eleven set bits. Such a file is not tried with libsndfile.
 bool BeginsAsMpeg(SourceFile& file, std::int64_t at) {
   std::array<unsigned char, 2> head{};
   file.Seek(at, SEEK_SET);
@@ -45,8 +45,8 @@ bool BeginsAsMpeg(SourceFile& file, std::int64_t at) {
   return head[0] == 0xFF && (head[1] & 0xE0) == 0xE0;
 }
 
-// Among other bytes a few chance sync bits look like frames (a damaged WAV for one). Sound has one in 4096 bytes or
-// more.
+// In other data, such as a damaged WAV, a few random bytes look like frames. MPEG audio has at least one frame per 4096
+// bytes.
 std::unique_ptr<Decoder> OpenDespiteItsBeginning(std::unique_ptr<SourceFile> file, std::int64_t tagBytes) {
   const std::string path = file->Path();
   const std::int64_t bytes = file->Size() - tagBytes;

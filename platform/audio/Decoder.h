@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Reading sound out of a file: one interface, one class per library behind it.
+// Interface for decoding sound files; one implementation per library.
 #pragma once
 
 #include <cstddef>
@@ -10,7 +10,7 @@
 
 namespace audio {
 
-// The sound of one file. A frame is one sample of each channel. One thread at a time.
+// The sound of one file. A frame is one sample per channel. One thread at a time.
 class Decoder {
  public:
   Decoder() = default;
@@ -20,14 +20,14 @@ class Decoder {
 
   virtual int SampleRate() const = 0;            // Hz, kMinRate to kMaxRate
   virtual int Channels() const = 0;              // 1 to kMaxChannels
-  virtual std::int64_t TotalFrames() const = 0;  // exactly what a decode from begin to end delivers; at least 1
-  // The next Read starts at this frame (held within 0 and TotalFrames), and delivers the sound that a decode from the
-  // beginning holds there. Throws Error.
+  virtual std::int64_t TotalFrames() const = 0;  // as many as a complete decode delivers; at least 1
+  // The next Read starts at this frame (clamped to 0..TotalFrames) and delivers the same frames as a decode from the
+  // beginning. Throws Error.
   virtual void Seek(std::int64_t frame) = 0;
-  // Whether that sound is the same to the last bit. Otherwise a few of the samples are rounded another way.
+  // Whether the samples after a seek are bit-identical. Otherwise a few are rounded differently.
   virtual bool SeeksExactly() const = 0;
-  // Up to `frames` interleaved frames, full scale = 1.0. Fewer than asked for only at the end; 0 at or after it. A
-  // file that became shorter or unreadable meanwhile ends early.
+  // Reads up to `frames` interleaved frames, full scale = 1.0. Returns fewer only at the end, and 0 after it. A file
+  // that was truncated or became unreadable ends early.
   virtual std::size_t Read(float* out, std::size_t frames) = 0;
 
   // The same as 16-bit samples, rounded to nearest and clipped.
@@ -41,16 +41,17 @@ class Decoder {
   std::vector<float> scratch_;
 };
 
-// Content decides, not the extension: MPEG audio goes to libmpg123, everything else to libsndfile. The file is measured
-// exactly on opening (MP3: a scan over all frames; 0.1 s for an hour). Throws Error naming the file when it cannot be
-// opened, is no sound, holds no frame, or tells an impossible rate or number of channels.
+// Opens a sound file (UTF-8 host path). The content decides, not the extension: MPEG audio is decoded by libmpg123,
+// everything else by libsndfile. Opening determines the exact length (MP3: a scan of all frames, 0.1 s per hour of
+// sound). Throws Error with the path when the file cannot be opened, is not a sound file, has no frames, or has an
+// invalid rate or number of channels.
 std::unique_ptr<Decoder> OpenDecoder(const std::string& hostPath);
 
-// Nearest millisecond of a number of frames, and the frame nearest to a number of milliseconds.
+// Conversion between frames and milliseconds, rounded to nearest.
 std::int64_t MsOfFrames(std::int64_t frames, int sampleRate);
 std::int64_t FramesOfMs(std::int64_t ms, int sampleRate);
 
-// Nearest 16-bit sample, clipped.
+// Converts a sample to 16 bits: rounded to nearest, clipped; NaN gives 0.
 std::int16_t Int16Sample(float sample);
 
 }  // namespace audio

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The one exception of this library's core, which stands without Qt.
+// The exception of this library's core.
 #pragma once
 
 #include <stdexcept>
@@ -7,7 +7,8 @@
 
 namespace audio {
 
-// What went wrong with a sound file or a sound device, in Dutch (UTF-8), fit to show to a user and naming the file.
+// A failure of a sound file or sound device. what() is a Dutch sentence (UTF-8) for the user; for a file it contains
+// the path.
 class Error : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;

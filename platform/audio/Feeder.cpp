@@ -62,7 +62,7 @@ void Feeder::TakeDecoder(std::unique_ptr<Decoder> decoder) {
   decoder_ = std::move(decoder);
 }
 
-// An output that is open for the same device, buffers and rate is kept: the next start is immediate.
+// Reuses an output that is open for the same device, buffers and rate, so that the next start is immediate.
 void Feeder::PrepareOutput(const OutputSettings& settings) {
   if (started_) return;
   playout_.ReplaceRing(BufferCount(settings), BufferFrames(settings));
@@ -82,7 +82,7 @@ void Feeder::Rewind(const Transport::Order& order) {
   stream_->Seek(order.startFrame);
 }
 
-// A jump made meanwhile ends it: what would be decoded from here on is not heard any more.
+// Stops when the generation changes: the blocks would not be played any more.
 void Feeder::FillRing() {
   BlockRing& ring = playout_.Ring();
   while (!allWritten_ && playout_.Generation() == generation_) {
@@ -119,7 +119,7 @@ void Feeder::Watch() {
   }
 }
 
-// Woken four times while the buffers empty, and often enough to see the end of the file at once.
+// Wakes at least four times while the ring empties, and every 10 ms, to notice the end of the file at once.
 std::chrono::milliseconds Feeder::Pause() const {
   const auto frames = static_cast<std::int64_t>(playout_.Ring().Capacity());
   return std::chrono::milliseconds(std::clamp<std::int64_t>(frames * 1000 / openedRate_ / 4, 1, 10));

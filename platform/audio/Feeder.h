@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The decoding thread: keeps the buffers filled and the output in the state that is wanted.
+// The decoding thread: keeps the ring filled and starts and stops the output.
 #pragma once
 
 #include "platform/audio/Output.h"
@@ -13,10 +13,10 @@
 
 namespace audio {
 
-// Everything slow happens here: opening a device, seeking, decoding. Ends with the transport's Quit.
+// Does all slow work: opening a device, seeking, decoding. Ends with Transport::Quit.
 class Feeder {
  public:
-  // All three outlive the feeder; after Transport::Quit the destructor waits for the thread.
+  // `transport` and `playout` must outlive the feeder. The destructor waits for the thread: call Transport::Quit first.
   Feeder(Transport& transport, Playout& playout, OutputFactory outputs);
   ~Feeder();
 
@@ -40,11 +40,11 @@ class Feeder {
   std::unique_ptr<StereoStream> stream_;
   std::shared_ptr<Output> output_;
   OutputSettings openedWith_;
-  int openedRate_ = 0;  // Hz, of the file for which the output was opened
-  bool started_ = false;
-  bool active_ = false;  // the order said: running
+  int openedRate_ = 0;    // Hz, of the file for which the output was opened
+  bool started_ = false;  // output_ runs
+  bool active_ = false;   // the latest order says: running
   std::uint16_t generation_ = 0;
-  bool allWritten_ = false;  // the file's last block of this generation is in the ring
+  bool allWritten_ = false;  // the last block of this generation is in the ring
   std::thread thread_;
 };
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What tells one state of a file from another.
+// Identifies one version of a file.
 #pragma once
 
 #include <cstdint>
@@ -13,8 +13,8 @@ struct FileStamp {
   std::int64_t modifiedNs = 0;  // nanoseconds since 1970
   bool operator==(const FileStamp&) const = default;
 
-  static FileStamp Of(const std::string& hostPath);  // throws Error, as opening the file does
-  // All of it in one text; different for different stamps.
+  static FileStamp Of(const std::string& hostPath);  // throws Error
+  // All fields as one text, different for different stamps.
   std::string Key() const;
 };
 

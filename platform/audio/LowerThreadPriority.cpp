@@ -6,13 +6,13 @@
 
 namespace audio {
 
-// Linux keeps this number for each thread, and a new thread gets that of the one that starts it; elsewhere it is the
-// whole program's. By the process's number it gives the main thread's.
+// On Linux the nice value belongs to a thread and is inherited by the threads it starts; elsewhere it belongs to the
+// process. The process ID refers to the main thread.
 void LowerThreadPriority() {
 #ifdef __linux__
-  constexpr int kBehind = 5;
-  const int others = getpriority(PRIO_PROCESS, static_cast<id_t>(getpid()));
-  setpriority(PRIO_PROCESS, static_cast<id_t>(gettid()), others + kBehind);
+  constexpr int kNiceStep = 5;
+  const int mainNice = getpriority(PRIO_PROCESS, static_cast<id_t>(getpid()));
+  setpriority(PRIO_PROCESS, static_cast<id_t>(gettid()), mainNice + kNiceStep);
 #endif
 }
 

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-// Threads that work behind the user's back.
+// Lower scheduling priority for background threads.
 #pragma once
 
 namespace audio {
 
-// From now on this thread, and those it starts, come after playing and the windows: where these need a whole core, they
-// get a third as much. For good: an ordinary program cannot take it back. Where the system has no such thing for one
-// thread, nothing changes.
+// Gives the calling thread and the threads it starts later a lower priority than playback and windows: if both need a
+// core, the background thread gets about a third of the other's time. Cannot be undone without privileges. Linux only;
+// no effect elsewhere.
 void LowerThreadPriority();
 
 }  // namespace audio

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// How long a sound file really is.
+// Exact length of a sound file.
 #pragma once
 
 #include <cstdint>
@@ -7,9 +7,9 @@
 
 namespace audio {
 
-// The exact length of a sound file (path of the host, UTF-8), rounded to the nearest millisecond: what a full decode
-// delivers, not what a header claims. Costs under a millisecond for a spot and about 0.1 s for an hour of MP3. Any
-// thread. Throws audio::Error (Dutch, naming the file) when the file cannot be opened or holds no sound.
+// The length of a sound file (UTF-8 host path) in milliseconds, rounded to nearest: that of a complete decode, not of a
+// header field. Takes less than a millisecond for a spot and about 0.1 s for an hour of MP3. Any thread. Throws
+// audio::Error with the path when the file cannot be opened or has no sound.
 std::int32_t MeasureMs(const std::string& hostPath);
 
 }  // namespace audio

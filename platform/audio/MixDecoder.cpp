@@ -50,8 +50,8 @@ std::size_t MixDecoder::Read(float* out, std::size_t frames) {
   return static_cast<std::size_t>(count);
 }
 
-// The part of a clip that falls within the next `frames` frames. Files that do not sound now are closed, so that a long
-// block does not hold them all.
+// Adds the part of a clip within the next `frames` frames. Files outside it are closed, so that a long block does not
+// keep all of them open.
 void MixDecoder::MixClipInto(std::size_t clip, float* out, std::int64_t frames) {
   const Place& place = places_[clip];
   const std::int64_t from = std::max(position_, place.start);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Several sound files laid over each other: what a block sounds like.
+// Several sound files mixed into one, as a block is heard.
 #pragma once
 
 #include "platform/audio/ClipStream.h"
@@ -13,12 +13,11 @@ namespace audio {
 
 struct MixClip {
   std::string path;        // of the host
-  std::int32_t mixMs = 0;  // the next clip starts so long before the end of this one; held within 0 and its length
+  std::int32_t mixMs = 0;  // the next clip starts this long before the end; clamped to 0..length of this clip
 };
 
-// The clips one after the other, each starting at the mix point of the one before, exact to the frame; as many as that
-// takes sound at the same time. What is louder than full scale together is clipped when it is played. Stereo. Played by
-// a PlayerCore like any file: files are read by its decoding thread, so the device's callback does not wait for them.
+// Each clip starts at the mix point of the previous one, exact to the frame; any number of clips may overlap. Stereo.
+// Sums above full scale are clipped when played. PlayerCore reads it in its decoding thread like any file.
 class MixDecoder : public Decoder {
  public:
   struct Place {
@@ -26,8 +25,8 @@ class MixDecoder : public Decoder {
     std::int64_t frames = 0;  // of this clip
   };
 
-  // At least one clip. The rate is that of the files or, where they differ, the highest of them, at most 48000 Hz.
-  // Throws Error naming the file that cannot be opened.
+  // The sample rate is that of the files or, if they differ, the highest of them, at most 48000 Hz. Throws Error when
+  // there are no clips, or with the path of a file that cannot be opened.
   explicit MixDecoder(const std::vector<MixClip>& clips);
 
   const std::vector<Place>& Places() const { return places_; }  // in the order of the clips

@@ -13,15 +13,15 @@
 namespace audio {
 namespace {
 
-// MPEG frames decoded and thrown away before a seek's target. The bit reservoir reaches back 511 bytes, of which a
-// frame of the lowest bit rate (48 kHz, 32 kbit/s, two channels) holds 58; the overlap of the filter bank one frame
-// more. In MPEG 2 it is 255 bytes, at three a frame (24 kHz, 8 kbit/s, two channels).
+// MPEG frames decoded and discarded before a seek's target. The bit reservoir of MPEG 1 reaches back 511 bytes, and a
+// frame of the lowest bit rate (48 kHz, 32 kbit/s, stereo) has 58 of them; the filter bank's overlap needs one more
+// frame. In MPEG 2 it is 255 bytes, three per frame (24 kHz, 8 kbit/s, stereo).
 constexpr int kPreframes = 16;
 constexpr int kLowRatePreframes = 96;
-// MPEG frames after which the synthesis filter's buffer stands as it stood before.
+// The synthesis filter's buffer rotates with a period of this many MPEG frames.
 constexpr int kPhases = 8;
-// Bytes without a frame after which the sound has ended; before the first frame: after which the file is no sound.
-constexpr long kMostGarbage = 16L << 20;
+// After this many bytes without a frame the sound has ended; at the beginning: the file is not MPEG audio.
+constexpr long kMaxGarbage = 16L << 20;
 
 ssize_t ReadFile(void* file, void* out, std::size_t bytes) {
   return static_cast<ssize_t>(static_cast<SourceFile*>(file)->Read(out, bytes));
@@ -42,7 +42,7 @@ Mp3Decoder::Mp3Decoder(std::unique_ptr<SourceFile> file) : file_(std::move(file)
   OpenHandle();
   FixFormat();
   SkipVbriHeader();
-  LearnVersion();
+  ReadMpegVersion();
   if (mpg123_scan(handle_.get()) != MPG123_OK) throw ReadError(file_->Path(), "de inhoud is beschadigd");
   totalFrames_ = mpg123_length(handle_.get());
   mpegFrames_ = mpg123_framelength(handle_.get());
@@ -54,10 +54,9 @@ void Mp3Decoder::Configure() {
   if (!handle_) throw ReadError(file_->Path(), mpg123_plain_strerror(code));
   mpg123_param(handle_.get(), MPG123_ADD_FLAGS, MPG123_QUIET | MPG123_SKIP_ID3V2 | MPG123_GAPLESS, 0);
   mpg123_param(handle_.get(), MPG123_REMOVE_FLAGS, MPG123_AUTO_RESAMPLE | MPG123_FUZZY, 0);
-  // Garbage in the middle must not end the file; but it is looked through byte by byte, and there may be gigabytes of
-  // it.
-  mpg123_param(handle_.get(), MPG123_RESYNC_LIMIT, kMostGarbage, 0);
-  mpg123_param(handle_.get(), MPG123_INDEX_SIZE, -1000, 0);  // every frame: a seek reads no more than it must
+  // Garbage in the middle must not end the file, but it is scanned byte by byte and could be gigabytes long.
+  mpg123_param(handle_.get(), MPG123_RESYNC_LIMIT, kMaxGarbage, 0);
+  mpg123_param(handle_.get(), MPG123_INDEX_SIZE, -1000, 0);  // index every frame, so that a seek reads no extra frames
   mpg123_param(handle_.get(), MPG123_PREFRAMES, 1, 0);
   mpg123_replace_reader_handle(handle_.get(), ReadFile, SeekFile, nullptr);
 }
@@ -69,23 +68,23 @@ void Mp3Decoder::OpenHandle() {
   }
 }
 
-// The library knows the headers "Xing" and "Info" only, and takes a frame with one of another encoder for sound. For it
-// the file then begins behind that frame, whose mark stands 32 bytes after the four with which it begins.
+// libmpg123 recognises the length headers "Xing" and "Info" only and would decode a frame with the header "VBRI" as
+// sound. Such a file is reopened to begin after that frame. The mark is 32 bytes after the four-byte frame header.
 void Mp3Decoder::SkipVbriHeader() {
-  constexpr std::size_t kPlace = 32;
+  constexpr std::size_t kMarkOffset = 32;
   constexpr std::string_view kMark = "VBRI";
   unsigned long start = 0;
   unsigned char* body = nullptr;
   std::size_t bytes = 0;
-  if (mpg123_framedata(handle_.get(), &start, &body, &bytes) != MPG123_OK || bytes < kPlace + kMark.size()) return;
-  if (std::memcmp(body + kPlace, kMark.data(), kMark.size()) != 0) return;
+  if (mpg123_framedata(handle_.get(), &start, &body, &bytes) != MPG123_OK || bytes < kMarkOffset + kMark.size()) return;
+  if (std::memcmp(body + kMarkOffset, kMark.data(), kMark.size()) != 0) return;
   file_->BeginAt(mpg123_tell_stream(handle_.get()));
   mpg123_close(handle_.get());
   OpenHandle();
   FixFormat();
 }
 
-// The first frame decides; later ones with another number of channels are made to fit.
+// The first frame sets rate and channels; later frames with another number of channels are converted.
 void Mp3Decoder::FixFormat() {
   long rate = 0;
   int channels = 0;
@@ -105,16 +104,15 @@ void Mp3Decoder::FixFormat() {
   mpg123_param(handle_.get(), MPG123_ADD_FLAGS, channels == 1 ? MPG123_MONO_MIX : MPG123_FORCE_STEREO, 0);
 }
 
-void Mp3Decoder::LearnVersion() {
+void Mp3Decoder::ReadMpegVersion() {
   mpg123_frameinfo info{};
   lowRate_ = mpg123_info(handle_.get(), &info) == MPG123_OK && info.version != MPG123_1_0;
 }
 
-// What a straight decode holds at a frame depends, in its last bit, on how many MPEG frames went through the synthesis
-// filter before, modulo 8: its buffer rotates and the order of its sums with it. A jump therefore begins at a frame
-// that puts the filter in the same phase, a few frames early, and throws away what lies before the target. In MPEG 2
-// the phase is not sure: the library lets some of the frames that lack their bit reservoir, those right after a jump,
-// pass by the filter, and does not tell which.
+// The last bit of a sample depends on how many MPEG frames the synthesis filter has processed, modulo 8, because its
+// buffer rotates and with it the order of its sums. A seek therefore starts a few frames early, at a frame that puts
+// the filter into the same phase, and discards the frames before the target. In MPEG 2 the phase is uncertain: right
+// after a jump libmpg123 skips the filter for some frames without their bit reservoir and does not report which.
 void Mp3Decoder::Seek(std::int64_t frame) {
   const std::int64_t target = std::clamp<std::int64_t>(frame, 0, totalFrames_);
   readyFrames_ = 0;
@@ -134,7 +132,7 @@ void Mp3Decoder::Seek(std::int64_t frame) {
 }
 
 void Mp3Decoder::JumpToFrame(std::int64_t mpegFrame) {
-  const std::int64_t first = mpegFrame == 0 ? 0 : mpegFrame + 1;  // the library decodes one frame ahead of it
+  const std::int64_t first = mpegFrame == 0 ? 0 : mpegFrame + 1;  // the library starts decoding one frame earlier
   if (mpg123_seek_frame(handle_.get(), first, SEEK_SET) < 0) throw ReadError(file_->Path(), "de inhoud is beschadigd");
   jumped_ = true;
   readyFrames_ = 0;
@@ -144,7 +142,7 @@ void Mp3Decoder::SkipTo(std::int64_t target) {
   position_ = mpg123_tell(handle_.get());
   while (position_ < target) {
     if (readyFrames_ == 0 && !DecodeFrame()) break;
-    Take(std::min(readyFrames_, static_cast<std::size_t>(target - position_)));
+    Consume(std::min(readyFrames_, static_cast<std::size_t>(target - position_)));
   }
   position_ = target;
 }
@@ -158,20 +156,20 @@ std::size_t Mp3Decoder::Read(float* out, std::size_t frames) {
     const std::size_t count = std::min(readyFrames_, wanted - done);
     out = std::copy_n(ready_, count * static_cast<std::size_t>(channels_), out);
     done += count;
-    Take(count);
+    Consume(count);
   }
   return done;
 }
 
-void Mp3Decoder::Take(std::size_t frames) {
+void Mp3Decoder::Consume(std::size_t frames) {
   ready_ += frames * static_cast<std::size_t>(channels_);
   readyFrames_ -= frames;
   position_ += static_cast<std::int64_t>(frames);
 }
 
-// A change of format inside the file (a rate that a damaged frame tells) brings no samples: read on. A frame may be
-// empty: the encoder's padding is left out. After a jump, and where that padding covers the file's first frame, the
-// library has decoded the frame before this one too.
+// A format change within the file (a damaged frame with another rate) yields no samples, so decoding continues. A frame
+// is empty when it has only the encoder's padding. After a jump, and when that padding covers the first frame, the
+// library has also decoded the previous frame.
 bool Mp3Decoder::DecodeFrame() {
   off_t number = 0;
   unsigned char* samples = nullptr;

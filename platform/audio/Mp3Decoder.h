@@ -11,11 +11,11 @@ struct mpg123_handle_struct;
 
 namespace audio {
 
-// Opening scans every frame header, so the length holds for constant and variable bit rate, with or without (or with an
-// outdated) length header. A length header is no sound. The encoder's padding told in the file is left out (gapless).
+// Opening scans every frame header, so the length is exact for constant and variable bit rate, and with a missing or
+// outdated length header. The length header's own frame and the encoder's padding are not part of the sound (gapless).
 class Mp3Decoder : public Decoder {
  public:
-  // Throws Error when the content is no MPEG audio.
+  // Throws Error when the content is not MPEG audio.
   explicit Mp3Decoder(std::unique_ptr<SourceFile> file);
 
   int SampleRate() const override { return sampleRate_; }
@@ -36,10 +36,10 @@ class Mp3Decoder : public Decoder {
   void OpenHandle();
   void SkipVbriHeader();
   void FixFormat();
-  void LearnVersion();
+  void ReadMpegVersion();
   void JumpToFrame(std::int64_t mpegFrame);
   void SkipTo(std::int64_t target);
-  void Take(std::size_t frames);
+  void Consume(std::size_t frames);
   bool DecodeFrame();
 
   std::unique_ptr<SourceFile> file_;
@@ -50,9 +50,9 @@ class Mp3Decoder : public Decoder {
   std::int64_t totalFrames_ = 0;
   std::int64_t mpegFrames_ = 0;
   std::int64_t position_ = 0;
-  std::int64_t decoded_ = 0;      // MPEG frames that went through the decoder since it was opened
-  bool jumped_ = true;            // nothing went through it since it was opened or sent to another place
-  const float* ready_ = nullptr;  // decoded, not yet read; the library's until its next call
+  std::int64_t decoded_ = 0;      // MPEG frames decoded since opening
+  bool jumped_ = true;            // no frame decoded since opening or the last jump
+  const float* ready_ = nullptr;  // decoded, not yet read; owned by libmpg123, valid until its next call
   std::size_t readyFrames_ = 0;
 };
 

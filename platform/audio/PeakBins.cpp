@@ -10,8 +10,8 @@
 
 namespace audio {
 
-// Several samples at a time that do not wait for each other: the compiler makes one instruction of them. One by one
-// they would take a seventh of the time that the decoder needs.
+// Independent lanes let the compiler use vector instructions. Sample by sample this would take a seventh of the
+// decoder's time.
 PeakBin BinOf(const float* samples, std::size_t count) {
   constexpr std::size_t kLanes = 32;
   std::array<float, kLanes> low;
@@ -19,8 +19,8 @@ PeakBin BinOf(const float* samples, std::size_t count) {
   std::array<float, kLanes> squares{};
   low.fill(1);
   high.fill(-1);
-  const std::size_t whole = count / kLanes * kLanes;
-  for (std::size_t i = 0; i < whole; i += kLanes) {
+  const std::size_t vectorized = count / kLanes * kLanes;
+  for (std::size_t i = 0; i < vectorized; i += kLanes) {
     for (std::size_t lane = 0; lane < kLanes; ++lane) {
       const float sample = samples[i + lane];
       low[lane] = sample < low[lane] ? sample : low[lane];
@@ -28,7 +28,7 @@ PeakBin BinOf(const float* samples, std::size_t count) {
       squares[lane] += sample * sample;
     }
   }
-  for (std::size_t i = whole; i < count; ++i) {
+  for (std::size_t i = vectorized; i < count; ++i) {
     low[0] = std::min(low[0], samples[i]);
     high[0] = std::max(high[0], samples[i]);
     squares[0] += samples[i] * samples[i];

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// From samples to the bins of a waveform.
+// Computes waveform bins from samples.
 #pragma once
 
 #include "platform/audio/Peaks.h"
@@ -8,7 +8,7 @@
 
 namespace audio {
 
-// What a bin's samples come to: all channels together, full scale = 1.0, at least one.
+// One bin from `count` samples (at least 1) of all channels, full scale = 1.0.
 PeakBin BinOf(const float* samples, std::size_t count);
 
 }  // namespace audio

@@ -23,8 +23,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t kRemembered = 8;
-constexpr std::string_view kWhole = ".peaks";
+constexpr std::size_t kMaxInMemory = 8;
+constexpr std::string_view kExtension = ".peaks";
 
 struct Memory {
   std::mutex mutex;
@@ -41,7 +41,7 @@ void Remember(const FileStamp& stamp, const Peaks& peaks) {
   const std::lock_guard lock(memory.mutex);
   std::erase_if(memory.latest, [&](const auto& entry) { return entry.first.path == stamp.path; });
   memory.latest.emplace_front(stamp, peaks);
-  if (memory.latest.size() > kRemembered) memory.latest.pop_back();
+  if (memory.latest.size() > kMaxInMemory) memory.latest.pop_back();
 }
 
 std::optional<Peaks> Remembered(const FileStamp& stamp) {
@@ -55,17 +55,17 @@ std::optional<Peaks> Remembered(const FileStamp& stamp) {
 
 struct KeptFile {
   fs::file_time_type used;
-  std::uintmax_t bytes = 0;  // as whole blocks
+  std::uintmax_t bytes = 0;  // rounded up to blocks
   fs::path path;
 };
 
-// Incomplete ones of a program that was killed too. What else lies there is left alone.
+// Cached files, and temporary files of killed processes. Other files in the folder are ignored.
 std::vector<KeptFile> KeptFiles(const std::string& folder) {
   std::error_code ignored;
   std::vector<KeptFile> files;
   for (fs::directory_iterator at(folder, ignored); at != fs::directory_iterator(); at.increment(ignored)) {
     const fs::path extension = at->path().extension();
-    if (!at->is_regular_file(ignored) || (extension != kWhole && !files::IsTemporaryName(at->path()))) continue;
+    if (!at->is_regular_file(ignored) || (extension != kExtension && !files::IsTemporaryName(at->path()))) continue;
     const std::uintmax_t blocks = (at->file_size(ignored) + PeakCache::kBlockBytes - 1) / PeakCache::kBlockBytes;
     files.push_back({at->last_write_time(ignored), blocks * PeakCache::kBlockBytes, at->path()});
   }
@@ -82,23 +82,23 @@ std::optional<Peaks> PeakCache::Find(const FileStamp& stamp) const {
   return peaks;
 }
 
-// The file's time tells when it was last used, for Prune.
+// Sets the modification time to the time of use, for Prune.
 std::optional<Peaks> PeakCache::FindOnDisk(const FileStamp& stamp) const {
   try {
     const std::string path = FileOf(stamp);
     SourceFile file(path);
-    if (static_cast<std::uintmax_t>(file.Size()) > mostBytes_) return std::nullopt;
+    if (static_cast<std::uintmax_t>(file.Size()) > maxBytes_) return std::nullopt;
     std::string bytes(static_cast<std::size_t>(file.Size()), '\0');
     if (file.Read(bytes.data(), bytes.size()) != file.Size()) return std::nullopt;
     std::error_code ignored;
     fs::last_write_time(path, fs::file_time_type::clock::now(), ignored);
     return UnpackPeaks(stamp, bytes);
   } catch (const Error&) {
-    return std::nullopt;  // not kept, or not readable
+    return std::nullopt;  // missing or unreadable
   }
 }
 
-// Nothing is synced: what a power cut leaves behind has a wrong checksum.
+// Not synced: a file damaged by a power cut has a wrong checksum.
 void PeakCache::Store(const FileStamp& stamp, const Peaks& peaks) const {
   Remember(stamp, peaks);
   if (folder_.empty()) return;
@@ -109,12 +109,12 @@ void PeakCache::Store(const FileStamp& stamp, const Peaks& peaks) const {
     file.Write(PackPeaks(stamp, peaks));
     file.Replace();
   } catch (const files::Error&) {
-    // The sound is read again the next time.
+    // The sound is decoded again next time.
   }
   Prune();
 }
 
-// What was used longest ago goes first.
+// Deletes the least recently used files.
 void PeakCache::Prune() const {
   std::vector<KeptFile> files = KeptFiles(folder_);
   std::sort(files.begin(), files.end(), [](const KeptFile& a, const KeptFile& b) { return a.used > b.used; });
@@ -122,14 +122,14 @@ void PeakCache::Prune() const {
   std::error_code ignored;
   for (const KeptFile& file : files) {
     bytes += file.bytes;
-    if (bytes > mostBytes_) fs::remove(file.path, ignored);
+    if (bytes > maxBytes_) fs::remove(file.path, ignored);
   }
 }
 
 std::string PeakCache::FileOf(const FileStamp& stamp) const {
   std::array<char, 17> name{};
   std::snprintf(name.data(), name.size(), "%016llx", static_cast<unsigned long long>(ChecksumOf(stamp.Key())));
-  return (fs::path(folder_) / (name.data() + std::string(kWhole))).string();
+  return (fs::path(folder_) / (name.data() + std::string(kExtension))).string();
 }
 
 void PeakCache::ForgetMemory() {

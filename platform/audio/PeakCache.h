@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Waveforms that were read before.
+// Cache of waveforms.
 #pragma once
 
 #include "platform/audio/FileStamp.h"
@@ -11,22 +11,22 @@
 
 namespace audio {
 
-// The latest few waveforms in memory, shared by the whole process, and those last used in a folder of bounded size.
-// Never fails: a folder that cannot be read or written only means reading the sound again. Any thread; several programs
-// may share the folder.
+// Has the latest few waveforms in memory, shared by the process, and the most recently used ones in a folder of limited
+// size. Never fails: if the folder cannot be used, the sound is decoded again. Any thread; several processes may share
+// the folder.
 class PeakCache {
  public:
-  // `folder`: a path of the host, made when it is missing; empty = memory only.
-  explicit PeakCache(std::string folder, std::uintmax_t mostBytes = kMostBytes)
-      : folder_(std::move(folder)), mostBytes_(mostBytes) {}
+  // `folder` is a host path, created when missing; empty = memory only. `maxBytes` limits the folder's size.
+  explicit PeakCache(std::string folder, std::uintmax_t maxBytes = kMaxBytes)
+      : folder_(std::move(folder)), maxBytes_(maxBytes) {}
 
   std::optional<Peaks> Find(const FileStamp& stamp) const;
   void Store(const FileStamp& stamp, const Peaks& peaks) const;
 
   static void ForgetMemory();
 
-  // On disk, where every file counts as whole blocks: 30 hours of sound, or some 3000 spots.
-  static constexpr std::uintmax_t kMostBytes = 64U << 20;
+  // Disk space, each file rounded up to blocks: 30 hours of sound, or some 3000 spots.
+  static constexpr std::uintmax_t kMaxBytes = 64U << 20;
   static constexpr std::uintmax_t kBlockBytes = 4096;
 
  private:
@@ -35,7 +35,7 @@ class PeakCache {
   void Prune() const;
 
   std::string folder_;
-  std::uintmax_t mostBytes_;
+  std::uintmax_t maxBytes_;
 };
 
 }  // namespace audio

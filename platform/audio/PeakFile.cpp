@@ -10,7 +10,7 @@ namespace {
 
 static_assert(std::is_trivially_copyable_v<PeakBin> && std::has_unique_object_representations_v<PeakBin>);
 
-// Ends with the version: a file of another one is read again from the sound.
+// Ends with the format version; files of another version are ignored.
 constexpr std::string_view kMark = "PEAKS-02";
 
 template <typename Number>
@@ -18,7 +18,7 @@ void Append(std::string& bytes, Number number) {
   bytes.append(reinterpret_cast<const char*>(&number), sizeof number);
 }
 
-// What stands before the bins: the mark, the stamp behind its length, the length in ms, the number of bins.
+// The bytes before the bins: mark, length of the stamp, stamp, length in ms, number of bins.
 std::string Head(const FileStamp& stamp, std::int32_t lengthMs, std::size_t bins) {
   const std::string key = stamp.Key();
   std::string bytes(kMark);
@@ -31,7 +31,7 @@ std::string Head(const FileStamp& stamp, std::int32_t lengthMs, std::size_t bins
 
 }  // namespace
 
-// Eight bytes a step (FNV-1a takes one): an hour of sound is two megabytes of peaks.
+// Like FNV-1a, but eight bytes per step, for speed: an hour of sound has two megabytes of peaks.
 std::uint64_t ChecksumOf(std::string_view bytes) {
   constexpr std::uint64_t kStep = 1099511628211U;
   std::uint64_t sum = 14695981039346656037U ^ bytes.size();
@@ -53,7 +53,7 @@ std::string PackPeaks(const FileStamp& stamp, const Peaks& peaks) {
   return bytes;
 }
 
-// Every byte is either compared with what it must be or under the checksum, itself included.
+// Every byte is compared with its expected value or covered by the checksum.
 std::optional<Peaks> UnpackPeaks(const FileStamp& stamp, std::string_view bytes) {
   const std::size_t headSize = Head(stamp, 0, 0).size();
   std::uint64_t sum = 0;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// How the waveform of one file is kept on disk.
+// File format of a cached waveform.
 #pragma once
 
 #include "platform/audio/FileStamp.h"
@@ -12,13 +12,13 @@
 
 namespace audio {
 
-// A mark, the file's stamp, the peaks, and a checksum of all that. Numbers stand as this machine writes them: what is
-// kept belongs to it.
+// A mark, the sound file's stamp, the peaks, and a checksum of all that. Numbers are in the machine's byte order: the
+// cache is local.
 std::string PackPeaks(const FileStamp& stamp, const Peaks& peaks);
-// Nothing unless the bytes are whole, undamaged, and of this very stamp.
+// nullopt unless the bytes are complete, undamaged, and of exactly this stamp.
 std::optional<Peaks> UnpackPeaks(const FileStamp& stamp, std::string_view bytes);
 
-// The same text gives the same number on every run.
+// A 64-bit checksum, the same on every run. Not cryptographic.
 std::uint64_t ChecksumOf(std::string_view bytes);
 
 }  // namespace audio

@@ -15,21 +15,24 @@
 
 namespace audio {
 
-// What the reading thread tells: bins that follow those told before, or why there are none.
-struct PeakReader::News {
+// Reported by the background thread: the next bins, or an error.
+struct PeakReader::Progress {
   qint32 lengthMs = 0;
   std::vector<PeakBin> bins;
   bool last = false;
-  QString trouble;
+  QString error;
 };
 
-// One reading of one file, on a thread of its own that may ask others to help. The destructor ends it.
+// Reads one file in a background thread, which may start more. The destructor cancels it and waits.
 class PeakReader::Job {
  public:
-  using Tell = std::function<void(News)>;
+  using Report = std::function<void(Progress)>;
 
-  Job(std::string path, std::string cacheFolder, Tell tell)
-      : path_(std::move(path)), cache_(std::move(cacheFolder)), tell_(std::move(tell)), thread_([this] { Run(); }) {}
+  Job(std::string path, std::string cacheFolder, Report report)
+      : path_(std::move(path)),
+        cache_(std::move(cacheFolder)),
+        report_(std::move(report)),
+        thread_([this] { Run(); }) {}
 
   ~Job() {
     cancelled_ = true;
@@ -42,38 +45,38 @@ class PeakReader::Job {
     try {
       const FileStamp stamp = FileStamp::Of(path_);
       if (const auto known = cache_.Find(stamp)) {
-        TellUpTo(*known, known->bins.size());
+        ReportUpTo(*known, known->bins.size());
         return;
       }
       const Peaks peaks = ReadPeaks(path_, [this](const Peaks& soFar, std::size_t done) {
         if (cancelled_) return false;
-        TellUpTo(soFar, done);
+        ReportUpTo(soFar, done);
         return true;
       });
       if (!peaks.bins.empty()) cache_.Store(stamp, peaks);
     } catch (const std::exception& error) {
-      News news;
-      news.trouble = QString::fromUtf8(error.what());
-      tell_(std::move(news));
+      Progress progress;
+      progress.error = QString::fromUtf8(error.what());
+      report_(std::move(progress));
     }
   }
 
-  // By one thread at a time.
-  void TellUpTo(const Peaks& peaks, std::size_t done) {
-    if (done == told_) return;
+  // Called by one thread at a time.
+  void ReportUpTo(const Peaks& peaks, std::size_t done) {
+    if (done == reported_) return;
     const auto begin = peaks.bins.begin();
-    News news;
-    news.lengthMs = peaks.lengthMs;
-    news.bins.assign(begin + static_cast<std::ptrdiff_t>(told_), begin + static_cast<std::ptrdiff_t>(done));
-    news.last = done == peaks.bins.size();
-    told_ = done;
-    tell_(std::move(news));
+    Progress progress;
+    progress.lengthMs = peaks.lengthMs;
+    progress.bins.assign(begin + static_cast<std::ptrdiff_t>(reported_), begin + static_cast<std::ptrdiff_t>(done));
+    progress.last = done == peaks.bins.size();
+    reported_ = done;
+    report_(std::move(progress));
   }
 
   std::string path_;
   PeakCache cache_;
-  Tell tell_;
-  std::size_t told_ = 0;
+  Report report_;
+  std::size_t reported_ = 0;  // bins
   std::atomic<bool> cancelled_{false};
   std::thread thread_;
 };
@@ -86,27 +89,27 @@ void PeakReader::Read(const QString& hostPath) {
   Cancel();
   bins_.clear();
   lengthMs_ = 0;
-  job_ = std::make_unique<Job>(hostPath.toStdString(), cacheFolder_.toStdString(), [this, job = ++jobs_](News news) {
-    QMetaObject::invokeMethod(
-        this, [this, job, told = std::move(news)] { Take(job, told); }, Qt::QueuedConnection);
-  });
+  job_ = std::make_unique<Job>(
+      hostPath.toStdString(), cacheFolder_.toStdString(), [this, job = ++jobs_](Progress progress) {
+        QMetaObject::invokeMethod(
+            this, [this, job, report = std::move(progress)] { OnProgress(job, report); }, Qt::QueuedConnection);
+      });
 }
 
 void PeakReader::Cancel() {
   job_.reset();
 }
 
-// News of a job that was cancelled meanwhile is old.
-void PeakReader::Take(quint64 job, const News& news) {
-  if (!job_ || job != jobs_) return;
-  if (!news.trouble.isEmpty()) {
-    Q_EMIT failed(news.trouble);
+void PeakReader::OnProgress(quint64 job, const Progress& progress) {
+  if (!job_ || job != jobs_) return;  // queued by a job that was cancelled
+  if (!progress.error.isEmpty()) {
+    Q_EMIT failed(progress.error);
     return;
   }
-  lengthMs_ = news.lengthMs;
-  bins_.insert(bins_.end(), news.bins.begin(), news.bins.end());
+  lengthMs_ = progress.lengthMs;
+  bins_.insert(bins_.end(), progress.bins.begin(), progress.bins.end());
   Q_EMIT progressed();
-  if (news.last) Q_EMIT finished();
+  if (progress.last) Q_EMIT finished();
 }
 
 std::span<const PeakBin> PeakReader::Bins() const {

@@ -33,7 +33,7 @@ bool PeakWork::Fits(const Decoder& decoder) const {
 void PeakWork::TakePart(Decoder& decoder) {
   try {
     std::vector<float> block;
-    std::size_t place = 0;  // the bin at which the decoder stands
+    std::size_t place = 0;  // the decoder's position, as a bin
     while (Stretch* stretch = Next()) {
       if (place != stretch->begin) decoder.Seek(FirstFrame(stretch->begin));
       Read(decoder, *stretch, block);
@@ -41,17 +41,17 @@ void PeakWork::TakePart(Decoder& decoder) {
     }
   } catch (...) {
     const std::lock_guard lock(mutex_);
-    givenUp_ = true;
+    cancelled_ = true;
     throw;
   }
 }
 
 Peaks PeakWork::Result() && {
-  if (givenUp_) return {};
+  if (cancelled_) return {};
   return std::move(peaks_);
 }
 
-// The last bin takes all that is left: the length is rounded.
+// The last bin extends to the last frame, because the length in ms is rounded.
 std::int64_t PeakWork::FirstFrame(std::size_t bin) const {
   if (bin == peaks_.bins.size()) return frames_;
   return std::min(frames_, FramesOfMs(static_cast<std::int64_t>(bin) * Peaks::kBinMs, sampleRate_));
@@ -59,10 +59,10 @@ std::int64_t PeakWork::FirstFrame(std::size_t bin) const {
 
 PeakWork::Stretch* PeakWork::Next() {
   const std::lock_guard lock(mutex_);
-  return givenUp_ || taken_ == stretches_.size() ? nullptr : &stretches_[taken_++];
+  return cancelled_ || taken_ == stretches_.size() ? nullptr : &stretches_[taken_++];
 }
 
-// What a file does not hold that became shorter meanwhile stays silent.
+// If the file was truncated in between, the missing bins are silent.
 void PeakWork::Read(Decoder& decoder, Stretch& stretch, std::vector<float>& block) {
   for (std::size_t begin = stretch.begin; begin < stretch.end;) {
     const std::size_t end = std::min(begin + kBlockBins, stretch.end);
@@ -84,17 +84,17 @@ void PeakWork::Fill(std::size_t begin, std::size_t end, const float* samples, st
   }
 }
 
-// One at a time. False when the work is to be given up.
+// Returns false when the work is cancelled.
 bool PeakWork::Report(Stretch& stretch, std::size_t done) {
   const std::lock_guard lock(mutex_);
   stretch.done = done;
   while (complete_ < stretches_.size() && stretches_[complete_].done == stretches_[complete_].end)
     ++complete_;
-  const bool whole = complete_ == stretches_.size();
-  const std::size_t known = whole ? peaks_.bins.size() : stretches_[complete_].done;
-  if (whole || known - told_ >= binsPerStep_) told_ = known;
-  if (!givenUp_) givenUp_ = !progress_(peaks_, told_);
-  return !givenUp_;
+  const bool allRead = complete_ == stretches_.size();
+  const std::size_t known = allRead ? peaks_.bins.size() : stretches_[complete_].done;
+  if (allRead || known - reported_ >= binsPerStep_) reported_ = known;
+  if (!cancelled_) cancelled_ = !progress_(peaks_, reported_);
+  return !cancelled_;
 }
 
 }  // namespace audio

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The reading of one file's peaks, done by several threads together.
+// Reading one file's peaks with several threads.
 #pragma once
 
 #include "platform/audio/Decoder.h"
@@ -11,26 +11,26 @@
 
 namespace audio {
 
-// Whoever takes part takes stretches of the file, front to back, until there is none left: so the picture grows from
-// the beginning, and nobody waits at the end for more than one stretch of another.
+// Each participating thread takes the next stretch of the file until none is left. So the waveform grows from the
+// beginning, and at the end no thread waits for more than one stretch of another.
 class PeakWork {
  public:
-  // For the sound that `decoder` delivers; it is only asked what it holds. `progress` must outlive the work.
+  // Uses only the length and format of `decoder`. `progress` must outlive this object.
   PeakWork(const Decoder& decoder, const PeakProgress& progress, const PeakSplit& split);
 
   std::size_t Stretches() const { return stretches_.size(); }
-  // Whether a decoder holds the same sound, and not that of a file put in its place meanwhile.
+  // Whether a decoder has the same length and format; false if the file was replaced in between.
   bool Fits(const Decoder& decoder) const;
 
-  // Any thread, with a decoder of its own that stands at its beginning and fits. Throws Error, and then the others
-  // give up too.
+  // Reads stretches until none is left. Any thread, each with its own decoder at frame 0 for which Fits is true. Throws
+  // Error; then the other threads stop too.
   void TakePart(Decoder& decoder);
 
-  // Once nobody takes part any more: the peaks, without bins when the work was given up.
+  // The peaks, once all threads have returned; without bins when the work was cancelled.
   Peaks Result() &&;
 
  private:
-  // Bins `begin` to `end`, of which those before `done` are read.
+  // Bins `begin` to `end`; those before `done` are read.
   struct Stretch {
     std::size_t begin = 0;
     std::size_t end = 0;
@@ -44,18 +44,18 @@ class PeakWork {
   bool Report(Stretch& stretch, std::size_t done);
 
   const PeakProgress& progress_;
-  const std::int64_t frames_;  // of the whole file
+  const std::int64_t frames_;  // of the file
   const int sampleRate_;
   const int channels_;
   const std::size_t binsPerStep_;
-  Peaks peaks_;  // each bin is written by one thread, and read by others only once it was reported
+  Peaks peaks_;  // each bin is written by one thread, and read by others only after it was reported
 
-  std::mutex mutex_;  // of all below
+  std::mutex mutex_;  // guards the members below
   std::vector<Stretch> stretches_;
-  std::size_t taken_ = 0;     // stretches that somebody took
-  std::size_t complete_ = 0;  // stretches from the first on that are read
-  std::size_t told_ = 0;      // bins
-  bool givenUp_ = false;
+  std::size_t taken_ = 0;     // stretches taken by a thread
+  std::size_t complete_ = 0;  // stretches read, counted from the first without a gap
+  std::size_t reported_ = 0;  // bins
+  bool cancelled_ = false;
 };
 
 }  // namespace audio

@@ -12,7 +12,7 @@
 namespace audio {
 namespace {
 
-// A file that cannot be opened once more, or is another one by now, is left to who has it open.
+// A file that cannot be opened again, or was replaced, is read by the calling thread alone.
 void Help(const std::string& hostPath, PeakWork& work) {
   std::unique_ptr<Decoder> decoder;
   try {
@@ -34,7 +34,7 @@ Peaks ReadPeaks(const std::string& hostPath, const PeakProgress& progress, const
   const std::unique_ptr<Decoder> decoder = OpenDecoder(hostPath);
   PeakWork work(*decoder, progress, split);
   const std::size_t threads = decoder->SeeksExactly() ? std::min(split.threads, work.Stretches()) : 1;
-  std::vector<std::future<void>> helpers;  // each waits for its thread's end, whatever happens here
+  std::vector<std::future<void>> helpers;  // their destructors wait for the threads
   for (std::size_t thread = 1; thread < threads; ++thread) {
     helpers.push_back(std::async(std::launch::async, [&] { Help(hostPath, work); }));
   }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The waveform of a whole file: what a strip on screen draws.
+// The waveform of a file.
 #pragma once
 
 #include <cstddef>
@@ -10,7 +10,7 @@
 
 namespace audio {
 
-// One hundredth of a second of sound, all channels together, 16-bit scale.
+// 10 ms of sound, all channels together, as 16-bit samples.
 struct PeakBin {
   std::int16_t low = 0;   // lowest sample
   std::int16_t high = 0;  // highest sample
@@ -21,27 +21,27 @@ struct PeakBin {
 struct Peaks {
   static constexpr int kBinMs = 10;
   std::int32_t lengthMs = 0;  // of the file, exact
-  std::vector<PeakBin> bins;  // bin n covers n x 10 ms up to the next; the last one may be shorter
+  std::vector<PeakBin> bins;  // bin n starts at n x 10 ms; the last one may be shorter
 
   static std::int64_t BinCount(std::int32_t lengthMs) { return (std::int64_t{lengthMs} + kBinMs - 1) / kBinMs; }
 };
 
-// The first `done` bins are final. Return false to give up.
+// Progress callback: the first `done` bins are final. Return false to cancel.
 using PeakProgress = std::function<bool(const Peaks& peaks, std::size_t done)>;
 
-// How the reading of a file is shared out.
+// How the reading of a file is divided over threads.
 struct PeakSplit {
-  static std::size_t ThreadsHere();  // as many as the machine runs at a time, at most four
+  static std::size_t ThreadsHere();  // number of processors, at most 4
 
   std::size_t threads = ThreadsHere();
-  std::size_t binsPerStretch = 3000;  // read by one thread in one go; a jump costs as much as half a second of sound
-  std::size_t binsPerStep = 1000;     // by which `done` grows, at least
+  std::size_t binsPerStretch = 3000;  // read by one thread at a time; each costs a seek, as much as 0.5 s of sound
+  std::size_t binsPerStep = 1000;     // minimum increase of `done`, except at the end
 };
 
-// Reads the file from begin to end, on this thread and, where its decoder jumps exactly, on others beside it; however
-// many they are, the peaks are the same. `progress` is called for every quarter of a second of sound, by one of these
-// threads at a time; at the end `done` is the number of bins. Gives up with empty bins. Any thread; returns when all
-// others have ended. Throws audio::Error.
+// Reads the complete file in the calling thread and, if its decoder seeks exactly, in others as well; the result does
+// not depend on their number. `progress` is called for every quarter of a second of sound, by one thread at a time; in
+// the last call `done` is the number of bins. Returns no bins when cancelled. Any thread; all others have ended when it
+// returns. Throws audio::Error.
 Peaks ReadPeaks(const std::string& hostPath, const PeakProgress& progress, const PeakSplit& split = {});
 
 }  // namespace audio

@@ -33,7 +33,8 @@ std::int32_t PlayerCore::Position() const {
   return rate == 0 ? 0 : static_cast<std::int32_t>(MsOfFrames(transport_.Position(), rate));
 }
 
-// Both ways round to the nearest, so that what was set is what is read. The length stands for the very last frame.
+// Both conversions round to nearest, so that Position() returns the value that was set. The length in ms means the last
+// frame.
 void PlayerCore::SetPosition(std::int32_t position) {
   const int rate = transport_.SampleRate();
   if (rate == 0) return;

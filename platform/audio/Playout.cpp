@@ -61,8 +61,9 @@ FrameSource::Supply Playout::Fill(std::int16_t* out, std::size_t frames, std::si
   }
   std::memset(out + done * 2, 0, (frames - done) * 2 * sizeof *out);
   delivered = done;
-  handedOut_ += done;
-  delivered_.store(std::uint64_t{generation} << kFrameBits | (handedOut_ & kFrameMask), std::memory_order_release);
+  deliveredFrames_ += done;
+  delivered_.store(std::uint64_t{generation} << kFrameBits | (deliveredFrames_ & kFrameMask),
+                   std::memory_order_release);
   if (finished_) ended_.store(generation, std::memory_order_release);
   if (done > 0) return Supply::Frames;
   return held ? Supply::Held : finished_ ? Supply::Ended : Supply::Starved;
@@ -70,12 +71,12 @@ FrameSource::Supply Playout::Fill(std::int16_t* out, std::size_t frames, std::si
 
 void Playout::BeginGeneration(std::uint16_t generation) noexcept {
   current_ = generation;
-  handedOut_ = 0;
+  deliveredFrames_ = 0;
   finished_ = false;
   ended_.store(kNever, std::memory_order_release);
 }
 
-// Drops what was decoded for an earlier generation.
+// Discards blocks of earlier generations.
 const Block* Playout::CurrentBlock() noexcept {
   const Block* block = ring_->Readable();
   while (block != nullptr && block->generation != current_) {

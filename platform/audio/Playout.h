@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The device's side of the player: copies and meters, nothing else.
+// The device's side of the player: copies frames and measures levels.
 #pragma once
 
 #include "platform/audio/BlockRing.h"
@@ -12,18 +12,18 @@
 
 namespace audio {
 
-// dBFS: 0 = full scale, kSilence = nothing.
+// Levels in dBFS: 0 = full scale, kSilence = silence.
 struct PeakLevels {
   static constexpr float kSilence = -96.0F;
   float left = kSilence;
   float right = kSilence;
 };
 
-// Hands the blocks of the current generation to the output; blocks of an older one are dropped unheard. A jump is thus
-// a new generation: what was decoded before it is never played, and the output need not be stopped.
+// Passes the blocks of the current generation to the output and discards those of older ones. A seek increments the
+// generation, so that frames decoded before it are never played and the output need not be stopped.
 class Playout : public FrameSource {
  public:
-  // Frames handed out of one generation.
+  // Number of frames delivered in a generation.
   struct Mark {
     std::uint16_t generation = 0;
     std::int64_t frames = 0;
@@ -37,11 +37,11 @@ class Playout : public FrameSource {
   bool HasEnded(std::uint16_t generation) const noexcept;
   PeakLevels TakeLevels() noexcept;
 
-  // The decoding thread's. Only while no output runs may the ring be replaced.
+  // Decoding thread. The ring may be replaced only while no output runs.
   void ReplaceRing(std::size_t blocks, std::size_t framesPerBlock);
   BlockRing& Ring() noexcept { return *ring_; }
 
-  // The output's.
+  // Output's thread.
   Supply Fill(std::int16_t* out, std::size_t frames, std::size_t& delivered) noexcept override;
 
  private:
@@ -54,11 +54,11 @@ class Playout : public FrameSource {
   std::atomic<bool> held_{false};
   std::atomic<std::uint64_t> delivered_{0};  // generation in the upper 16 bits, frames below
   std::atomic<std::uint32_t> ended_{kNever};
-  std::array<std::atomic<int>, 2> peaks_{};  // highest absolute sample since the last look
+  std::array<std::atomic<int>, 2> peaks_{};  // highest absolute sample since the last TakeLevels
 
-  // The output's thread only.
+  // Output's thread only.
   std::uint16_t current_ = 0;
-  std::uint64_t handedOut_ = 0;
+  std::uint64_t deliveredFrames_ = 0;  // of this generation
   std::size_t blockOffset_ = 0;
   bool finished_ = false;
 

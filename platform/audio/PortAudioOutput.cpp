@@ -17,13 +17,13 @@
 namespace audio {
 namespace {
 
-// A device that asks for nothing during this time is gone, whatever it says.
-constexpr std::chrono::seconds kPatience{5};
+// A device that requests no frames for this long is lost.
+constexpr std::chrono::seconds kDeviceTimeout{5};
 
-// Seconds of sound in the device's own buffer: short enough for a jump to be heard at once.
+// Seconds of sound in the device's buffer: short, so that a seek is heard at once.
 constexpr double kLatency = 0.05;
 
-// PortAudio's opening and closing calls are not for several threads at once.
+// PortAudio's calls for opening and closing are not thread-safe.
 std::mutex& LibraryMutex() {
   static std::mutex mutex;
   return mutex;
@@ -40,8 +40,8 @@ void SetHandler(const char* setter, Handler handler) {
   if (const auto function = reinterpret_cast<Setter>(dlsym(RTLD_DEFAULT, setter))) function(handler);
 }
 
-// The libraries below PortAudio write to the terminal about every device that is not there. Found by name at run time,
-// since which of them PortAudio was built with is its own affair.
+// ALSA and JACK write to the terminal about every missing device. Looked up at run time, because they are dependencies
+// of PortAudio, not of this program.
 void SilenceSoundLibraries() {
   using AlsaHandler = void (*)(const char*, int, const char*, int, const char*, ...);
   using JackHandler = void (*)(const char*);
@@ -118,7 +118,7 @@ class PortAudioOutput final : public Output {
   }
 
   bool Lost() const noexcept override {
-    return running_ && (gone_ || NowMs() - lastCallMs_ > std::chrono::milliseconds(kPatience).count());
+    return running_ && (gone_ || NowMs() - lastCallMs_ > std::chrono::milliseconds(kDeviceTimeout).count());
   }
 
  private:
@@ -146,7 +146,7 @@ class PortAudioOutput final : public Output {
                          this);
   }
 
-  // On the device's thread: copies and notes the time, nothing else.
+  // Runs on the device's thread: must not block or allocate.
   static int Deliver(const void*, void* out, unsigned long frames, const PaStreamCallbackTimeInfo* time,
                      PaStreamCallbackFlags, void* user) {
     auto* self = static_cast<PortAudioOutput*>(user);
@@ -161,11 +161,11 @@ class PortAudioOutput final : public Output {
   PaStream* stream_ = nullptr;
   int sampleRate_ = 0;
   double latency_ = 0;         // seconds
-  double longestLatency_ = 0;  // seconds: what a device may at most claim
+  double longestLatency_ = 0;  // seconds; upper limit for the device's own value
   FrameSource* source_ = nullptr;
   std::atomic<bool> running_{false};
   std::atomic<bool> gone_{false};
-  std::atomic<double> heardBy_{0};  // stream time at which the last frame handed over is heard
+  std::atomic<double> heardBy_{0};  // stream time at which the last delivered frame is heard
   std::atomic<std::int64_t> lastCallMs_{0};
 };
 

@@ -8,8 +8,8 @@
 
 namespace audio {
 
-// The product's output: the asked device through PortAudio, at the file's rate or, where the device refuses that, at
-// its own. A SilentOutput when the device does not exist or cannot be opened; its Status says which. Never throws.
+// Opens the requested device at the file's sample rate or, if the device rejects that, at its own. Returns a
+// SilentOutput when the device does not exist or cannot be opened; its Status says which. Never throws.
 std::unique_ptr<Output> OpenDeviceOutput(const OutputRequest& request);
 
 }  // namespace audio

@@ -29,7 +29,7 @@ void SilentOutput::Stop() noexcept {
   thread_.join();
 }
 
-// What is due is counted from the first moment on, so that late wake-ups do not add up.
+// Frames are counted from the start time, so that late wake-ups do not accumulate.
 void SilentOutput::Run(FrameSource& source) {
   using Clock = std::chrono::steady_clock;
   constexpr std::chrono::milliseconds kStep{5};

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Playback without a device: the clock takes the frames.
+// Output without a device: consumes the frames by the clock.
 #pragma once
 
 #include "platform/audio/Output.h"
@@ -11,10 +11,10 @@
 
 namespace audio {
 
-// Takes the place of a device that is not there, so that position, levels and the end of the file still come.
+// Replaces a missing device, so that position, levels and the end of the file still work.
 class SilentOutput final : public Output {
  public:
-  // `status`: the sentence that tells the user why it is silent.
+  // `status` is the sentence that explains to the user why it is silent.
   SilentOutput(int sampleRate, std::string status);
   ~SilentOutput() override;
 

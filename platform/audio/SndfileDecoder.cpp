@@ -31,7 +31,7 @@ void SndfileDecoder::Close::operator()(SNDFILE* handle) const {
   sf_close(handle);
 }
 
-// Opened without a name: with one libsndfile would let the extension decide for files without a header.
+// Opened without a file name, because libsndfile would use its extension for files without a header.
 SndfileDecoder::Handle SndfileDecoder::OpenHandle(SourceFile& file, SF_INFO& info) {
   SF_VIRTUAL_IO access = FileAccess();
   file.Seek(0, SEEK_SET);
@@ -52,7 +52,7 @@ std::unique_ptr<SndfileDecoder> SndfileDecoder::TryOpen(std::unique_ptr<SourceFi
   return decoder;
 }
 
-// A header may promise more than the file holds (cut FLAC, unknown length): then only counting tells.
+// False when the header has more frames than the file (truncated FLAC, unknown length); they must be counted then.
 bool SndfileDecoder::LastFrameReadable() {
   if (totalFrames_ == SF_COUNT_MAX || sf_seek(handle_.get(), totalFrames_ - 1, SEEK_SET) < 0) return false;
   std::vector<float> frame(static_cast<std::size_t>(channels_));
@@ -60,7 +60,7 @@ bool SndfileDecoder::LastFrameReadable() {
   return sf_seek(handle_.get(), 0, SEEK_SET) == 0 && readable;
 }
 
-// With fresh handles before and after: one that failed once may deliver nothing more.
+// With new handles before and after, because a handle may be unusable after an error.
 void SndfileDecoder::CountFrames() {
   constexpr sf_count_t kBlock = 8192;
   SF_INFO info{};

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// WAV, AIFF, FLAC, Ogg and the like through libsndfile.
+// WAV, AIFF, FLAC, Ogg and other formats of libsndfile.
 #pragma once
 
 #include "platform/audio/Decoder.h"
@@ -13,14 +13,15 @@ namespace audio {
 
 class SndfileDecoder : public Decoder {
  public:
-  // Null when libsndfile does not know the content or calls it MPEG; `file` is taken over only otherwise. Throws Error.
+  // Null when libsndfile does not recognise the content or detects MPEG; `file` is moved from only on success. Throws
+  // Error.
   static std::unique_ptr<SndfileDecoder> TryOpen(std::unique_ptr<SourceFile>& file);
 
   int SampleRate() const override { return sampleRate_; }
   int Channels() const override { return channels_; }
   std::int64_t TotalFrames() const override { return totalFrames_; }
   void Seek(std::int64_t frame) override;
-  bool SeeksExactly() const override { return false; }  // many kinds do, by far not all
+  bool SeeksExactly() const override { return false; }  // true for many formats only
   using Decoder::Read;
   std::size_t Read(float* out, std::size_t frames) override;
 

@@ -22,7 +22,7 @@ void StereoStream::Free::operator()(SRC_STATE_tag* state) const {
 StereoStream::StereoStream(Decoder& decoder, int outputRate)
     : decoder_(decoder), ratio_(static_cast<double>(outputRate) / decoder.SampleRate()), converted_(kChunk * 2) {
   if (outputRate == decoder.SampleRate()) return;
-  int code = 0;  // 97 dB of signal to noise: as good as 16 bits are, at a third of the cost of the next better one
+  int code = 0;  // 97 dB signal-to-noise ratio, enough for 16 bits; the next better converter costs three times as much
   converter_.reset(src_new(SRC_SINC_FASTEST, 2, &code));
   if (!converter_) throw Error(std::string("Kan het geluid niet omzetten: ") + src_strerror(code));
   input_.resize(kChunk * 2);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A file's sound as the output wants it: 16-bit stereo at the output's rate.
+// Converts a decoder's sound to 16-bit stereo at the output's sample rate.
 #pragma once
 
 #include "platform/audio/Decoder.h"
@@ -12,8 +12,8 @@ struct SRC_STATE_tag;
 
 namespace audio {
 
-// One channel goes to both sides; of more than two the first two are heard. Where the rates are equal, what is
-// delivered is the decoder's own 16-bit sound, untouched. One thread.
+// Mono is copied to both channels; of more than two channels the first two are used. If the rates are equal, the
+// decoder's 16-bit samples are unchanged. One thread at a time.
 class StereoStream {
  public:
   StereoStream(Decoder& decoder, int outputRate);

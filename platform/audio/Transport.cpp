@@ -69,8 +69,8 @@ std::int64_t Transport::Position() const {
   return state_ == kPlaying || state_ == kPaused ? HeardFrame() : position_;
 }
 
-// Frames handed to the device in this generation less those it still holds. Read again when the device took more
-// meanwhile, so that both numbers are of the same moment.
+// Frames delivered to the device in this generation, less those not heard yet. Both numbers are read again if the
+// device took more frames in between, so that they match.
 std::int64_t Transport::HeardFrame() const {
   if (!output_) return heard_;
   Playout::Mark mark = playout_.Delivered();
@@ -118,7 +118,7 @@ Transport::Order Transport::Await(std::chrono::milliseconds wait) {
 
 void Transport::AttachOutput(std::shared_ptr<Output> output) {
   const std::lock_guard lock(mutex_);
-  if (state_ == kPlaying || state_ == kPaused) HeardFrame();  // what was heard until now stays known
+  if (state_ == kPlaying || state_ == kPaused) HeardFrame();  // stores the position in heard_
   output_ = std::move(output);
   const std::string status = output_ ? output_->Status() : std::string();
   if (!output_ || status == status_) return;

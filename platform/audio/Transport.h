@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the player is doing: the state that the controlling thread and the decoding thread share.
+// The player's state, shared by the controlling thread and the decoding thread.
 #pragma once
 
 #include "platform/audio/Decoder.h"
@@ -32,15 +32,15 @@ struct OutputSettings {
   bool operator==(const OutputSettings&) const = default;
 };
 
-// A state machine under one mutex. Each order to the decoding thread is a snapshot of what is wanted now, never a
-// queue: a hundred jumps in a row cost one seek. Events leave under the mutex, so that their order is the order of the
-// states; the listener may only pass them on.
+// A state machine with one mutex. An order to the decoding thread is a snapshot of the wanted state, not a queue, so a
+// hundred position changes in a row cost one seek. Events are reported while the mutex is locked, so that they come in
+// the order of the states; the listener must only forward them.
 class Transport {
  public:
   using Listener = std::function<void(const PlayerEvent&)>;
   Transport(Playout& playout, Listener listener) : playout_(playout), listener_(std::move(listener)) {}
 
-  // The controlling thread's. Frames are the file's.
+  // Controlling thread. Positions are frames of the file; see PlayerCore for the functions.
   void Load(std::unique_ptr<Decoder> decoder);  // null: no file
   void Start();
   void Stop();
@@ -56,7 +56,7 @@ class Transport {
   std::string Status() const;
   void Quit();
 
-  // What the decoding thread has to see to.
+  // The wanted state, for the decoding thread.
   struct Order {
     bool quit = false;
     bool running = false;  // playing or paused
@@ -65,7 +65,7 @@ class Transport {
     OutputSettings settings;
     std::optional<std::unique_ptr<Decoder>> newDecoder;  // null inside: no file
   };
-  // Waits until something changed or the time is over; without a limit when `wait` is below 0.
+  // Waits until something changed, at most for `wait`; without a limit if that is negative.
   Order Await(std::chrono::milliseconds wait);
   void AttachOutput(std::shared_ptr<Output> output);  // null while there is none
   void ReachEnd(std::uint16_t generation);
@@ -86,7 +86,7 @@ class Transport {
 
   PlayerState state_ = kNoFile;
   std::int64_t position_ = 0;       // while stopped; while running, the generation's first frame
-  mutable std::int64_t heard_ = 0;  // furthest frame told in this generation: what is heard never goes back
+  mutable std::int64_t heard_ = 0;  // highest frame reported in this generation; the position never decreases
   std::uint16_t generation_ = 0;
   std::int64_t totalFrames_ = 0;
   int sampleRate_ = 0;

@@ -38,7 +38,7 @@ void Voice::Render(float* out, std::size_t frames) {
   }
 }
 
-// 10 ms in; out over the last tenth of the file, at most 1.5 s, so that a mix point has something to sit on.
+// Fades in for 10 ms, and out over the last tenth of the file, at most 1.5 s, so that a mix point makes sense.
 double Voice::Envelope() const {
   const double in = static_cast<double>(frame_) / (0.010 * options_.sampleRate);
   const double fade = std::min(1.5 * options_.sampleRate, static_cast<double>(total_) / 10) + 1;
@@ -56,7 +56,7 @@ void Voice::NextSyllable() {
   formant_ = 350 + 1400 * Random();
 }
 
-// A buzz of the voice's pitch, coloured by one resonance, with a little breath at the syllable's beginning.
+// Pulses at the voice's pitch with one resonance, and a little noise at the beginning of a syllable.
 double Voice::Speech() {
   const double within = static_cast<double>(frame_ - unitStart_) / static_cast<double>(unitLength_);
   phase_ += pitch_ * (1.05 - 0.1 * within) / options_.sampleRate;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The sound source of Synth: something like speech, or like a short tune.
+// The sound source of Synth: similar to speech, or to a short tune.
 #pragma once
 
 #include "platform/audio/Synth.h"
@@ -9,7 +9,7 @@
 
 namespace audio {
 
-// Renders one file's worth of sound, front to back.
+// Renders the sound of one file from beginning to end.
 class Voice {
  public:
   Voice(const ToneOptions& options, std::int64_t totalFrames);
@@ -30,10 +30,10 @@ class Voice {
   std::uint32_t state_;
   double basePitch_;  // Hz
   double pitch_ = 0;  // Hz
-  double phase_ = 0;  // turns
+  double phase_ = 0;  // cycles
   double loudness_ = 0;
   double formant_ = 0;          // Hz
-  std::int64_t unitStart_ = 0;  // frames: the syllable or note that sounds
+  std::int64_t unitStart_ = 0;  // frames; of the current syllable or note
   std::int64_t unitLength_ = 0;
   int step_ = 0;
 };
