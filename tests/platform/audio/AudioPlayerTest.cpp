@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The player as a window sees it: signals through the event loop, errors as the product knows them.
+// Signals through the event loop, and errors as runtime::Error.
 #include "platform/audio/AudioPlayer.h"
 
 #include "platform/runtime/Error.h"
@@ -17,7 +17,7 @@ namespace {
 using namespace Qt::StringLiterals;
 using namespace audiotest;
 
-class WindowsPlayer : public ::testing::Test {
+class PlayerSignals : public ::testing::Test {
  protected:
   void SetUp() override {
     for (QObject* object : {static_cast<QObject*>(&player_)})
@@ -39,7 +39,7 @@ class WindowsPlayer : public ::testing::Test {
   QStringList heard_;
 };
 
-TEST_F(WindowsPlayer, SignalsStartAndTheEndOfTheFileThroughTheEventLoop) {
+TEST_F(PlayerSignals, SignalsStartAndTheEndOfTheFileThroughTheEventLoop) {
   player_.Open(Tone(0.5));
   QSignalSpy stopped(&player_, &audio::AudioPlayer::stopped);
   player_.Start();
@@ -50,7 +50,7 @@ TEST_F(WindowsPlayer, SignalsStartAndTheEndOfTheFileThroughTheEventLoop) {
   EXPECT_EQ(player_.Position(), 500);
 }
 
-TEST_F(WindowsPlayer, ARestartEndsWithStarted) {
+TEST_F(PlayerSignals, RestartEndsWithStarted) {
   player_.Open(Tone(2));
   player_.Start();
   player_.Stop();
@@ -60,7 +60,7 @@ TEST_F(WindowsPlayer, ARestartEndsWithStarted) {
   EXPECT_EQ(player_.State(), 6);
 }
 
-TEST_F(WindowsPlayer, TurnsTroubleIntoTheProductsError) {
+TEST_F(PlayerSignals, RethrowsErrorsAsRuntimeError) {
   player_.Open(Tone(1));
   try {
     player_.Open(u"/nergens/spot.mp3"_s);
@@ -72,7 +72,7 @@ TEST_F(WindowsPlayer, TurnsTroubleIntoTheProductsError) {
   EXPECT_THROW(player_.Start(), runtime::Error);
 }
 
-TEST_F(WindowsPlayer, ALostDeviceIsToldOnceAndThenItIsStopped) {
+TEST_F(PlayerSignals, LostDeviceIsReportedOnceAndStopsPlayback) {
   player_.Open(Tone(5));
   player_.Start();
   output_.Pull(100);
@@ -82,7 +82,7 @@ TEST_F(WindowsPlayer, ALostDeviceIsToldOnceAndThenItIsStopped) {
   EXPECT_EQ(heard_, QStringList({u"started"_s, u"failed"_s, u"stopped"_s}));
 }
 
-TEST_F(WindowsPlayer, TellsWhyItIsSilent) {
+TEST_F(PlayerSignals, StatusSaysWhyItIsSilent) {
   output_.SetStatus("Stil.");
   QSignalSpy status(&player_, &audio::AudioPlayer::statusChanged);
   player_.Open(Tone(1));
@@ -92,7 +92,7 @@ TEST_F(WindowsPlayer, TellsWhyItIsSilent) {
   EXPECT_EQ(player_.StatusText(), u"Stil."_s);
 }
 
-TEST_F(WindowsPlayer, KeepsEverySetting) {
+TEST_F(PlayerSignals, StoresEverySetting) {
   player_.SetDeviceID(2);
   player_.SetCallBackMode(1);
   player_.SetNumBuffers(30);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The length that is told must be the length that is heard, whatever a header claims.
+// The reported length must be that of the decoded sound, not of a header field.
 #include "platform/audio/Decoder.h"
 #include "platform/audio/Error.h"
 #include "platform/audio/Measure.h"
@@ -16,7 +16,7 @@ namespace {
 
 using namespace audiotest;
 
-// What a full decode delivers, in nearest milliseconds.
+// Length of a complete decode in milliseconds, rounded to nearest.
 std::int64_t FullDecodeMs(const std::string& path) {
   return audio::MsOfFrames(static_cast<std::int64_t>(StraightDecode(path).size() / 2),
                            audio::OpenDecoder(path)->SampleRate());
@@ -40,7 +40,7 @@ class Length : public ::testing::Test {
   TemporaryFolder folder_;
 };
 
-TEST_F(Length, OfAWaveFileIsExact) {
+TEST_F(Length, IsExactForAWaveFile) {
   EXPECT_EQ(audio::MeasureMs(MakeTone(folder_.File("a.wav"), 75.9)), 75900);
 }
 
@@ -49,15 +49,15 @@ TEST_F(Length, IsRoundedToTheNearestMillisecond) {
   EXPECT_EQ(audio::MeasureMs(MakeTone(folder_.File("up.wav"), 1.0006)), 1001);
 }
 
-TEST_F(Length, OfAConstantBitRateMp3LeavesOutTheEncodersPadding) {
+TEST_F(Length, ExcludesTheEncodersPaddingOfAConstantBitRateMp3) {
   EXPECT_EQ(audio::MeasureMs(MakeTone(folder_.File("a.mp3"), 30.04)), 30040);
 }
 
-TEST_F(Length, OfAVariableBitRateMp3IsExact) {
+TEST_F(Length, IsExactForAVariableBitRateMp3) {
   EXPECT_EQ(audio::MeasureMs(MakeVariableMp3(folder_.File("a.mp3"), 30.04)), 30040);
 }
 
-TEST_F(Length, OfAnMp3WithoutALengthHeaderCountsEveryFrame) {
+TEST_F(Length, CountsEveryFrameOfAnMp3WithoutALengthHeader) {
   for (const std::string& with :
        {MakeTone(folder_.File("c.mp3"), 30.04), MakeVariableMp3(folder_.File("v.mp3"), 30.04)}) {
     const std::string without = WithoutLengthHeader(with, with + ".none.mp3");
@@ -69,7 +69,7 @@ TEST_F(Length, OfAnMp3WithoutALengthHeaderCountsEveryFrame) {
   }
 }
 
-TEST_F(Length, AnotherEncodersHeaderIsNoSoundEither) {
+TEST_F(Length, ExcludesAVbriHeader) {
   const std::string with = MakeVariableMp3(folder_.File("v.mp3"), 8);
   const std::string bare = WithoutLengthHeader(with, folder_.File("none.mp3"));
   const std::string vbri = WithVbriHeader(with, folder_.File("vbri.mp3"));
@@ -79,13 +79,13 @@ TEST_F(Length, AnotherEncodersHeaderIsNoSoundEither) {
   EXPECT_EQ(StraightDecode(WriteBytes(folder_.File("junk.mp3"), junk)), StraightDecode(bare));
 }
 
-TEST_F(Length, OfAHeaderWithoutSoundIsAnError) {
+TEST_F(Length, HeaderWithoutSoundIsAnError) {
   Bytes bytes = ReadBytes(WithVbriHeader(MakeVariableMp3(folder_.File("v.mp3"), 1), folder_.File("vbri.mp3")));
   bytes.resize(bytes.size() - ReadBytes(WithoutLengthHeader(folder_.File("v.mp3"), folder_.File("none.mp3"))).size());
   EXPECT_NE(ErrorOf(WriteBytes(folder_.File("kop.mp3"), bytes)).find("kop.mp3"), std::string::npos);
 }
 
-TEST_F(Length, OfACutMp3IsWhatIsLeftDespiteItsOldHeader) {
+TEST_F(Length, OfATruncatedMp3IsThatOfTheRestDespiteItsHeader) {
   Bytes bytes = ReadBytes(MakeVariableMp3(folder_.File("whole.mp3"), 20));
   bytes.resize(bytes.size() / 2);
   const std::string cut = WriteBytes(folder_.File("cut.mp3"), bytes);
@@ -94,9 +94,9 @@ TEST_F(Length, OfACutMp3IsWhatIsLeftDespiteItsOldHeader) {
   EXPECT_GT(audio::MeasureMs(cut), 5000);
 }
 
-TEST_F(Length, IsNotFooledByALargeTag) {
-  Bytes tagged = {'I', 'D', '3', 3, 0, 0, 0, 0x7F, 0x7F, 0x7F};  // 2 MiB less one byte, in steps of seven bits
-  tagged.resize(10 + (0x7F << 14 | 0x7F << 7 | 0x7F), 0xFF);     // full of what looks like sync bits
+TEST_F(Length, IsExactAfterALargeTag) {
+  Bytes tagged = {'I', 'D', '3', 3, 0, 0, 0, 0x7F, 0x7F, 0x7F};  // length: 2 MiB less one byte
+  tagged.resize(10 + (0x7F << 14 | 0x7F << 7 | 0x7F), 0xFF);     // looks like sync bits
   Append(tagged, ReadBytes(MakeTone(folder_.File("bare.mp3"), 5)));
   EXPECT_EQ(audio::MeasureMs(WriteBytes(folder_.File("tagged.mp3"), tagged)), 5000);
 }
@@ -114,7 +114,7 @@ TEST_F(Length, GarbageInTheMiddleDoesNotEndTheFile) {
   EXPECT_NEAR(audio::MeasureMs(dirty), 20000, 150);
 }
 
-// They are looked through byte by byte: 20 MB of them stand for the gigabytes of a file that a disk has spoilt.
+// Garbage is scanned byte by byte; 20 MB represent the gigabytes of a damaged file.
 TEST_F(Length, ManyMegabytesWithoutAFrameEndTheSound) {
   const Bytes sound = ReadBytes(MakeTone(folder_.File("clean.mp3"), 5));
   Bytes bytes = sound;
@@ -133,8 +133,8 @@ TEST_F(Length, ContentDecidesNotTheExtension) {
   EXPECT_EQ(audio::MeasureMs(folder_.File("b.wav")), 3000);
 }
 
-// Offset 40 of a plain WAV: the number of bytes of sound, four bytes, little end first.
-TEST_F(Length, OfAWaveFileThatPromisesTooMuchIsWhatItHolds) {
+// Offset 40 of a plain WAV: the number of bytes of sound, four bytes, little endian.
+TEST_F(Length, OfAWaveFileWithATooLargeHeaderLengthIsThatOfItsContent) {
   Bytes bytes = ReadBytes(MakeTone(folder_.File("a.wav"), 4, 44100, 1));
   ASSERT_EQ(std::string(bytes.begin() + 36, bytes.begin() + 40), "data");
   bytes[43] = 0x7F;
@@ -144,7 +144,7 @@ TEST_F(Length, OfAWaveFileThatPromisesTooMuchIsWhatItHolds) {
   EXPECT_EQ(audio::MeasureMs(WriteBytes(folder_.File("cut.wav"), bytes)), 1000);
 }
 
-TEST_F(Length, OfAWaveFileThatPromisesTooLittleIsWhatItsDecoderDelivers) {
+TEST_F(Length, OfAWaveFileWithATooSmallHeaderLengthIsWhatIsDecoded) {
   Bytes bytes = ReadBytes(MakeTone(folder_.File("a.wav"), 4, 44100, 1));
   const int promised = 2 * 44100;  // bytes: one second
   for (std::size_t i = 0; i < 4; ++i)
@@ -154,7 +154,7 @@ TEST_F(Length, OfAWaveFileThatPromisesTooLittleIsWhatItsDecoderDelivers) {
   EXPECT_EQ(FullDecodeMs(lying), 1000);
 }
 
-TEST_F(Length, OfACutFlacIsCounted) {
+TEST_F(Length, OfATruncatedFlacIsCounted) {
   Bytes bytes = ReadBytes(MakeTone(folder_.File("a.flac"), 10));
   bytes.resize(bytes.size() / 2);
   const std::string cut = WriteBytes(folder_.File("cut.flac"), bytes);
@@ -162,7 +162,7 @@ TEST_F(Length, OfACutFlacIsCounted) {
   EXPECT_LT(audio::MeasureMs(cut), 9000);
 }
 
-TEST_F(Length, OfThreeHoursFits) {
+TEST_F(Length, SupportsThreeHours) {
   const std::int64_t dataBytes = std::int64_t{3} * 3600 * 2 * 8000;
   Bytes head = ReadBytes(MakeTone(folder_.File("long.wav"), 1, 8000, 1));
   head.resize(44);
@@ -173,8 +173,8 @@ TEST_F(Length, OfThreeHoursFits) {
   EXPECT_EQ(audio::MeasureMs(path), 10800000);
 }
 
-// Every refusal names the file.
-TEST_F(Length, OfWhatIsNoSoundIsAnErrorThatNamesIt) {
+// Every error text contains the path.
+TEST_F(Length, FilesWithoutSoundAreErrorsWithTheirPath) {
   WriteBytes(folder_.File("leeg.mp3"), {});
   std::ofstream(folder_.File("tekst.mp3")) << "Dit is geen geluid.\n";
   std::filesystem::create_directory(folder_.File("map.wav"));
@@ -188,7 +188,7 @@ TEST_F(Length, OfWhatIsNoSoundIsAnErrorThatNamesIt) {
   EXPECT_FALSE(ErrorOf("/dev/zero").empty());
 }
 
-// Offsets of a plain WAV: 22 channels, 24 rate, 28 bytes a second, 32 bytes a frame, 34 bits; little end first.
+// Offsets of a plain WAV: 22 channels, 24 rate, 28 bytes per second, 32 bytes per frame, 34 bits; little endian.
 TEST_F(Length, ImpossibleRatesAndChannelsAreRefused) {
   const Bytes good = ReadBytes(MakeTone(folder_.File("a.wav"), 1));
   Bytes noRate = good;
@@ -201,14 +201,14 @@ TEST_F(Length, ImpossibleRatesAndChannelsAreRefused) {
   EXPECT_NE(ErrorOf(WriteBytes(folder_.File("200.wav"), crowd)).find("kanalen (200)"), std::string::npos);
 }
 
-TEST_F(Length, AWaveFileWithoutSoundIsRefused) {
+TEST_F(Length, WaveFileWithoutSoundIsRefused) {
   Bytes bytes = ReadBytes(MakeTone(folder_.File("a.wav"), 1));
   bytes.resize(44);
   std::fill(bytes.begin() + 40, bytes.begin() + 44, 0);
   EXPECT_FALSE(ErrorOf(WriteBytes(folder_.File("b.wav"), bytes)).empty());
 }
 
-TEST(Milliseconds, AndFramesRoundToTheNearestBothWays) {
+TEST(Milliseconds, ConvertToAndFromFramesRoundedToNearest) {
   EXPECT_EQ(audio::MsOfFrames(44, 44100), 1);
   EXPECT_EQ(audio::MsOfFrames(22, 44100), 0);
   EXPECT_EQ(audio::MsOfFrames(std::int64_t{44100} * 3600 * 500, 44100), std::int64_t{3600} * 500 * 1000);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a block sounds like: every file where it belongs, to the frame.
+// Every file of a mix starts at its exact frame.
 #include "platform/audio/MixDecoder.h"
 
 #include "platform/audio/Error.h"
@@ -33,7 +33,7 @@ Sound ReadAll(audio::Decoder& decoder) {
   return sound;
 }
 
-// The files' own samples added up where each is to sound; all of one rate.
+// The expected mix: the files' samples added at their start frames; all of the same rate.
 Sound Laid(const std::vector<MixClip>& clips, int rate) {
   Sound laid;
   std::int64_t start = 0;
@@ -57,7 +57,7 @@ int LargestDifference(const Sound& left, const Sound& right) {
   return largest;
 }
 
-// As the player's stream converts a whole file.
+// A file converted as the player does it.
 Sound Converted(const std::string& path, int rate) {
   const auto decoder = audio::OpenDecoder(path);
   audio::StereoStream stream(*decoder, rate);
@@ -77,7 +77,7 @@ class MixDecoderTest : public testing::Test {
 
 }  // namespace
 
-TEST_F(MixDecoderTest, FilesOfOneRateAreLaidToTheFrame) {
+TEST_F(MixDecoderTest, FilesWithTheSameRateStartAtTheExactFrame) {
   const std::vector<MixClip> clips{{Tone("a.wav", 1.2345, 44100, 2), 313},
                                    {Tone("b.flac", 0.9, 44100, 1), 250},
                                    {Tone("c.wav", 0.71, 44100, 1), 0},
@@ -89,7 +89,7 @@ TEST_F(MixDecoderTest, FilesOfOneRateAreLaidToTheFrame) {
   EXPECT_EQ(LargestDifference(ReadAll(mix), expected), 0);
 }
 
-TEST_F(MixDecoderTest, AMixPointLongerThanTheNextSoundLetsThreeSoundAtOnce) {
+TEST_F(MixDecoderTest, MixPointLongerThanTheNextClipOverlapsThree) {
   const std::vector<MixClip> clips{{Tone("a.wav", 1.0), 700}, {Tone("b.wav", 0.3), 200}, {Tone("c.wav", 0.9), 0}};
   MixDecoder mix(clips);
   EXPECT_EQ(mix.Places()[1].start, 13230);
@@ -97,7 +97,7 @@ TEST_F(MixDecoderTest, AMixPointLongerThanTheNextSoundLetsThreeSoundAtOnce) {
   EXPECT_EQ(LargestDifference(ReadAll(mix), Laid(clips, 44100)), 0);
 }
 
-TEST_F(MixDecoderTest, AMixPointBeyondItsOwnSoundStartsTheNextWithIt) {
+TEST_F(MixDecoderTest, MixPointLongerThanItsClipStartsBothTogether) {
   const std::vector<MixClip> clips{{Tone("a.wav", 0.2), 5000}, {Tone("b.wav", 0.3), 0}, {Tone("c.wav", 0.1), -7}};
   MixDecoder mix(clips);
   EXPECT_EQ(mix.Places()[1].start, 0);
@@ -105,7 +105,7 @@ TEST_F(MixDecoderTest, AMixPointBeyondItsOwnSoundStartsTheNextWithIt) {
   EXPECT_EQ(LargestDifference(ReadAll(mix), Laid(clips, 44100)), 0);
 }
 
-TEST_F(MixDecoderTest, OtherRatesAreConvertedAndStartOnTheirFrame) {
+TEST_F(MixDecoderTest, DifferentRatesAreConvertedAndStartAtTheirFrame) {
   const std::string slow = Tone("slow.wav", 0.8, 22050, 1);
   const std::string fast = Tone("fast.wav", 0.6, 48000, 2);
   const std::string middle = Tone("middle.mp3", 0.7, 44100, 2);
@@ -127,13 +127,13 @@ TEST_F(MixDecoderTest, OtherRatesAreConvertedAndStartOnTheirFrame) {
   EXPECT_LE(alone(2, 7200, static_cast<std::int64_t>(last.size() / 2) - 7200 - 10, last), 1);
 }
 
-TEST_F(MixDecoderTest, RatesAboveWhatDevicesPlayAreConvertedWhereTheyDiffer) {
+TEST_F(MixDecoderTest, DifferentRatesAboveTheMaximumAreConverted) {
   const MixDecoder mix({{Tone("a.wav", 0.1, 96000), 0}, {Tone("b.wav", 0.1, 44100), 0}});
   EXPECT_EQ(mix.SampleRate(), 48000);
   EXPECT_EQ(MixDecoder({{Tone("a.wav", 0.1, 96000), 0}}).SampleRate(), 96000);
 }
 
-TEST_F(MixDecoderTest, AJumpAnywhereGivesWhatAStraightReadGives) {
+TEST_F(MixDecoderTest, SeekingGivesTheSameFramesAsReadingFromTheBeginning) {
   MixDecoder mix({{Tone("a.wav", 0.6, 22050, 1), 200},
                   {Tone("b.mp3", 0.8, 44100, 2), 300},
                   {Tone("c.wav", 0.5, 11025, 1), 0},
@@ -149,7 +149,7 @@ TEST_F(MixDecoderTest, AJumpAnywhereGivesWhatAStraightReadGives) {
   }
 }
 
-TEST_F(MixDecoderTest, WhatIsTooLoudTogetherIsClippedAndDoesNotWrap) {
+TEST_F(MixDecoderTest, SumsAboveFullScaleAreClippedAndDoNotWrap) {
   std::vector<MixClip> clips;
   for (int i = 0; i < 8; ++i)
     clips.push_back({Tone("a.wav", 0.5), 500});
@@ -161,7 +161,7 @@ TEST_F(MixDecoderTest, WhatIsTooLoudTogetherIsClippedAndDoesNotWrap) {
   EXPECT_EQ(*std::max_element(heard.begin(), heard.end()), 32767);
 }
 
-TEST_F(MixDecoderTest, AFileThatIsGoneIsSilentAndTheOthersPlay) {
+TEST_F(MixDecoderTest, DeletedFileIsSilentAndTheOthersPlay) {
   const std::vector<MixClip> clips{{Tone("a.wav", 0.5), 100}, {Tone("b.wav", 0.5), 100}, {Tone("c.wav", 0.5), 0}};
   MixDecoder mix(clips);
   std::filesystem::remove(clips[1].path);
@@ -172,7 +172,7 @@ TEST_F(MixDecoderTest, AFileThatIsGoneIsSilentAndTheOthersPlay) {
   EXPECT_EQ(LargestDifference(Part(heard, mix.Places()[2].start, 22050), StraightDecode(clips[2].path)), 0);
 }
 
-TEST_F(MixDecoderTest, AFileThatCannotBeOpenedIsNamed) {
+TEST_F(MixDecoderTest, UnreadableFileIsReportedWithItsPath) {
   try {
     const MixDecoder mix({{Tone("a.wav", 0.1), 0}, {folder_.File("weg.wav"), 0}});
     FAIL();
@@ -182,8 +182,8 @@ TEST_F(MixDecoderTest, AFileThatCannotBeOpenedIsNamed) {
   EXPECT_THROW(MixDecoder({}), audio::Error);
 }
 
-// Through the player, its buffers and the output: nothing is lost or doubled where sounds meet.
-TEST_F(MixDecoderTest, ThePlayerHandsOutTheMixToTheFrame) {
+// Through player, buffers and output: no frame is lost or repeated between clips.
+TEST_F(MixDecoderTest, PlayerDeliversEveryFrameOfTheMix) {
   const std::vector<MixClip> clips{
       {Tone("a.wav", 0.8, 44100, 1), 250}, {Tone("b.mp3", 0.7), 120}, {Tone("c.wav", 0.5), 0}};
   PulledOutput output;
@@ -198,7 +198,7 @@ TEST_F(MixDecoderTest, ThePlayerHandsOutTheMixToTheFrame) {
   EXPECT_LE(LargestDifference(heard, Laid(clips, 44100)), 1) << "an MP3 has more than 16 bits";
 }
 
-TEST_F(MixDecoderTest, ThePlayerJumpsInTheMixToTheFrame) {
+TEST_F(MixDecoderTest, PlayerSeeksInTheMixToTheExactFrame) {
   const std::vector<MixClip> clips{{Tone("a.wav", 0.8), 250}, {Tone("b.wav", 0.7), 0}};
   PulledOutput output;
   EventLog log;

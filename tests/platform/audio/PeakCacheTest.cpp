@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Waveforms that are kept: found again, never believed when they are not whole or of another file, and never harmful.
+// Cached waveforms are found again, and ignored when they are damaged or of another file.
 #include "platform/audio/PeakCache.h"
 
 #include "platform/audio/Peaks.h"
@@ -22,7 +22,7 @@ namespace fs = std::filesystem;
 using namespace audiotest;
 using audio::PeakCache;
 
-class PeakCaching : public ::testing::Test {
+class PeakCacheTest : public ::testing::Test {
  protected:
   void SetUp() override { PeakCache::ForgetMemory(); }
 
@@ -33,7 +33,7 @@ class PeakCaching : public ::testing::Test {
   std::string kept_ = folder_.File("cache");
   PeakCache cache_{kept_};
 
-  // As another program run would find it.
+  // Without the memory, as in another run of the program.
   std::optional<audio::Peaks> FindOnDisk(const audio::FileStamp& stamp) const {
     PeakCache::ForgetMemory();
     return cache_.Find(stamp);
@@ -44,7 +44,7 @@ class PeakCaching : public ::testing::Test {
   audio::FileStamp Named(int number) const { return {"/spots/" + std::to_string(number) + ".mp3", number, 0}; }
 };
 
-TEST_F(PeakCaching, FindsWhatWasStoredInMemoryAndOnDisk) {
+TEST_F(PeakCacheTest, FindsStoredPeaksInMemoryAndOnDisk) {
   EXPECT_FALSE(cache_.Find(stamp_));
   cache_.Store(stamp_, peaks_);
   ASSERT_TRUE(cache_.Find(stamp_));
@@ -54,7 +54,7 @@ TEST_F(PeakCaching, FindsWhatWasStoredInMemoryAndOnDisk) {
   EXPECT_EQ(found->lengthMs, peaks_.lengthMs);
 }
 
-TEST_F(PeakCaching, AChangedFileIsReadAgain) {
+TEST_F(PeakCacheTest, ChangedFileIsNotFound) {
   cache_.Store(stamp_, peaks_);
   audio::FileStamp touched = stamp_;
   touched.modifiedNs += 1;
@@ -64,8 +64,8 @@ TEST_F(PeakCaching, AChangedFileIsReadAgain) {
   EXPECT_FALSE(cache_.Find(grown));
 }
 
-// Two files whose names come to the same checksum would share a name in the folder.
-TEST_F(PeakCaching, AnotherFilesWaveformUnderItsNameIsNotBelieved) {
+// Two files whose stamps have the same checksum have the same name in the folder.
+TEST_F(PeakCacheTest, PeaksOfAnotherFileWithTheSameNameAreIgnored) {
   cache_.Store(stamp_, peaks_);
   const fs::path mine = Kept().front();
   fs::remove(mine);
@@ -76,7 +76,7 @@ TEST_F(PeakCaching, AnotherFilesWaveformUnderItsNameIsNotBelieved) {
   EXPECT_FALSE(FindOnDisk(stamp_));
 }
 
-TEST_F(PeakCaching, ADamagedFileIsNotBelievedAndThenReplaced) {
+TEST_F(PeakCacheTest, DamagedFileIsIgnoredAndReplaced) {
   cache_.Store(stamp_, peaks_);
   const std::string file = Kept().front();
   const Bytes good = ReadBytes(file);
@@ -94,15 +94,15 @@ TEST_F(PeakCaching, ADamagedFileIsNotBelievedAndThenReplaced) {
   EXPECT_EQ(ReadBytes(file), good);
 }
 
-TEST_F(PeakCaching, AFolderThatCannotBeMadeOnlyCostsTime) {
+TEST_F(PeakCacheTest, FolderThatCannotBeCreatedIsIgnored) {
   const PeakCache nowhere(path_ + "/is/geen/map");
   nowhere.Store(stamp_, peaks_);
   PeakCache::ForgetMemory();
   EXPECT_FALSE(nowhere.Find(stamp_));
 }
 
-// What does not belong there stands in the way: a folder, and a pipe that nobody will ever write to.
-TEST_F(PeakCaching, WhateverHasItsNameIsNoTrouble) {
+// A folder, and a pipe without a writer.
+TEST_F(PeakCacheTest, OtherObjectsWithTheFilesNameAreIgnored) {
   cache_.Store(stamp_, peaks_);
   const fs::path file = Kept().front();
   fs::remove(file);
@@ -115,7 +115,7 @@ TEST_F(PeakCaching, WhateverHasItsNameIsNoTrouble) {
   EXPECT_FALSE(FindOnDisk(stamp_));
 }
 
-TEST_F(PeakCaching, AReadOnlyFolderIsStillRead) {
+TEST_F(PeakCacheTest, ReadsFromAReadOnlyFolder) {
   cache_.Store(stamp_, peaks_);
   fs::permissions(folder_.Path(), fs::perms(0755));
   fs::permissions(Kept().front(), fs::perms(0444));
@@ -132,7 +132,7 @@ TEST_F(PeakCaching, AReadOnlyFolderIsStillRead) {
   fs::permissions(kept_, fs::perms(0755));
 }
 
-TEST_F(PeakCaching, KeepsTheFolderWithinItsBound) {
+TEST_F(PeakCacheTest, LimitsTheFoldersSize) {
   constexpr std::uintmax_t kBlocks = 20;
   const PeakCache small(kept_, kBlocks * PeakCache::kBlockBytes);
   for (int i = 0; i < 50; ++i)
@@ -142,7 +142,7 @@ TEST_F(PeakCaching, KeepsTheFolderWithinItsBound) {
   EXPECT_TRUE(small.Find(Named(49)));
 }
 
-TEST_F(PeakCaching, WhatWasUsedLongestAgoGoesFirst) {
+TEST_F(PeakCacheTest, DeletesTheLeastRecentlyUsedFileFirst) {
   const PeakCache two(kept_, 2 * PeakCache::kBlockBytes);
   const auto age = [&](int hours) {
     for (const fs::path& file : Kept())
@@ -153,7 +153,7 @@ TEST_F(PeakCaching, WhatWasUsedLongestAgoGoesFirst) {
   two.Store(Named(2), peaks_);
   age(1);
   PeakCache::ForgetMemory();
-  ASSERT_TRUE(two.Find(Named(1)));  // used now, so the other one is the oldest
+  ASSERT_TRUE(two.Find(Named(1)));  // used now, so the other one is the least recently used
   age(1);
   two.Store(Named(3), peaks_);
   EXPECT_TRUE(FindOnDisk(Named(1)));
@@ -161,7 +161,7 @@ TEST_F(PeakCaching, WhatWasUsedLongestAgoGoesFirst) {
   EXPECT_TRUE(FindOnDisk(Named(3)));
 }
 
-TEST_F(PeakCaching, WhatAProgramLeftUnfinishedGoesAndWhatIsForeignStays) {
+TEST_F(PeakCacheTest, DeletesIncompleteFilesAndKeepsForeignOnes) {
   fs::create_directories(kept_);
   const std::string half =
       WriteBytes(kept_ + "/.0123456789abcdef.peaks.0123456789abcdef.spotrooster-tmp", Bytes(PeakCache::kBlockBytes));
@@ -174,7 +174,7 @@ TEST_F(PeakCaching, WhatAProgramLeftUnfinishedGoesAndWhatIsForeignStays) {
   EXPECT_TRUE(FindOnDisk(stamp_));
 }
 
-TEST_F(PeakCaching, AFileLargerThanTheWholeFolderMayBeIsNotRead) {
+TEST_F(PeakCacheTest, FileLargerThanTheLimitIsNotRead) {
   cache_.Store(stamp_, peaks_);
   PeakCache::ForgetMemory();
   EXPECT_FALSE(PeakCache(kept_, 100).Find(stamp_));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Waveforms in the background of a window.
+// Reading waveforms in the background.
 #include "platform/audio/PeakReader.h"
 
 #include "platform/audio/PeakCache.h"
@@ -17,7 +17,7 @@ namespace {
 using namespace Qt::StringLiterals;
 using namespace audiotest;
 
-class BackgroundPeaks : public ::testing::Test {
+class PeakReaderTest : public ::testing::Test {
  protected:
   void SetUp() override { audio::PeakCache::ForgetMemory(); }
 
@@ -32,7 +32,7 @@ class BackgroundPeaks : public ::testing::Test {
   QSignalSpy failed_{&reader_, &audio::PeakReader::failed};
 };
 
-TEST_F(BackgroundPeaks, ArriveProgressivelyAndThenCompletely) {
+TEST_F(PeakReaderTest, PeaksArriveProgressivelyAndThenCompletely) {
   const QString path = File("a.wav", 40);
   reader_.Read(path);
   EXPECT_TRUE(reader_.Bins().empty());
@@ -43,7 +43,7 @@ TEST_F(BackgroundPeaks, ArriveProgressivelyAndThenCompletely) {
   EXPECT_EQ(std::vector<audio::PeakBin>(reader_.Bins().begin(), reader_.Bins().end()), all.bins);
 }
 
-TEST_F(BackgroundPeaks, OfAKnownFileArriveAtOnce) {
+TEST_F(PeakReaderTest, CachedPeaksArriveAtOnce) {
   reader_.Read(File("a.wav", 30));
   ASSERT_TRUE(finished_.wait(30000));
   progressed_.clear();
@@ -53,7 +53,7 @@ TEST_F(BackgroundPeaks, OfAKnownFileArriveAtOnce) {
   EXPECT_EQ(reader_.Bins().size(), 3000U);
 }
 
-TEST_F(BackgroundPeaks, OfAnotherFileReplaceThoseOfTheFirst) {
+TEST_F(PeakReaderTest, PeaksOfAnotherFileReplaceThePreviousOnes) {
   const QString first = File("a.mp3", 20);
   const QString second = File("b.wav", 3);
   reader_.Read(first);
@@ -63,14 +63,14 @@ TEST_F(BackgroundPeaks, OfAnotherFileReplaceThoseOfTheFirst) {
   EXPECT_EQ(reader_.Bins().size(), 300U);
 }
 
-TEST_F(BackgroundPeaks, AreSilentAfterCancelling) {
+TEST_F(PeakReaderTest, SendsNoSignalsAfterCancel) {
   reader_.Read(File("a.wav", 5));
   reader_.Cancel();
   QCoreApplication::processEvents();
   EXPECT_EQ(progressed_.count() + finished_.count() + failed_.count(), 0);
 }
 
-TEST_F(BackgroundPeaks, OfAFileThatCannotBeReadTellWhy) {
+TEST_F(PeakReaderTest, ReportsAnUnreadableFile) {
   reader_.Read(QString::fromStdString(WriteBytes(folder_.File("leeg.mp3"), {})));
   ASSERT_TRUE(failed_.wait(30000));
   EXPECT_TRUE(failed_.first().first().toString().contains(u"leeg.mp3"_s));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A waveform read by several threads: the very same as one pass gives, from the beginning on, and given up together.
+// A waveform read by several threads equals that of a single pass; all threads stop together.
 #include "platform/audio/PeakWork.h"
 
 #include "platform/audio/Error.h"
@@ -27,11 +27,11 @@ Bins BinsOf(const std::string& path, const audio::PeakSplit& split = kOnePass) {
   return audio::ReadPeaks(path, kToTheEnd, split).bins;
 }
 
-// Begins to read a stretch when all who take part have one, so that none does the work of the others.
-class TakingTurns : public audio::Decoder {
+// Starts to read a stretch once every thread has one, so that every thread reads some.
+class SynchronizedDecoder : public audio::Decoder {
  public:
-  TakingTurns(const std::string& path, std::barrier<>& turn) : file_(audio::OpenDecoder(path)), turn_(turn) {}
-  ~TakingTurns() override { turn_.arrive_and_drop(); }
+  SynchronizedDecoder(const std::string& path, std::barrier<>& turn) : file_(audio::OpenDecoder(path)), turn_(turn) {}
+  ~SynchronizedDecoder() override { turn_.arrive_and_drop(); }
 
   int SampleRate() const override { return file_->SampleRate(); }
   int Channels() const override { return file_->Channels(); }
@@ -39,29 +39,29 @@ class TakingTurns : public audio::Decoder {
   bool SeeksExactly() const override { return file_->SeeksExactly(); }
   void Seek(std::int64_t frame) override {
     file_->Seek(frame);
-    begins_ = true;
+    startsStretch_ = true;
   }
   using Decoder::Read;
   std::size_t Read(float* out, std::size_t frames) override {
-    if (std::exchange(begins_, false)) turn_.arrive_and_wait();
+    if (std::exchange(startsStretch_, false)) turn_.arrive_and_wait();
     return file_->Read(out, frames);
   }
 
  private:
   std::unique_ptr<audio::Decoder> file_;
   std::barrier<>& turn_;
-  bool begins_ = true;
+  bool startsStretch_ = true;
 };
 
-// `threads` at most as many as there are stretches.
-Bins BinsInTurns(const std::string& path, std::size_t binsPerStretch, int threads) {
+// `threads` must not exceed the number of stretches.
+Bins BinsOfThreads(const std::string& path, std::size_t binsPerStretch, int threads) {
   audio::PeakWork work(*audio::OpenDecoder(path), kToTheEnd, {.binsPerStretch = binsPerStretch});
   std::barrier<> turn(threads);
   std::vector<std::future<void>> parts;
   parts.reserve(static_cast<std::size_t>(threads));
   for (int thread = 0; thread < threads; ++thread) {
     parts.push_back(std::async(std::launch::async, [&] {
-      TakingTurns decoder(path, turn);
+      SynchronizedDecoder decoder(path, turn);
       work.TakePart(decoder);
     }));
   }
@@ -72,18 +72,18 @@ Bins BinsInTurns(const std::string& path, std::size_t binsPerStretch, int thread
 
 std::string Cut(const std::string& from, const std::string& to, std::size_t tenths) {
   Bytes bytes = ReadBytes(from);
-  bytes.resize(bytes.size() * tenths / 10 + 7);  // within a frame
+  bytes.resize(bytes.size() * tenths / 10 + 7);  // ends within a frame
   return WriteBytes(to, bytes);
 }
 
-class SharedPeaks : public ::testing::Test {
+class PeakWorkTest : public ::testing::Test {
  protected:
   std::string File(const char* name) const { return folder_.File(name); }
 
   TemporaryFolder folder_;
 };
 
-TEST_F(SharedPeaks, EqualThoseOfOnePassAcrossEveryBorder) {
+TEST_F(PeakWorkTest, EqualsASinglePassAcrossEveryStretchBorder) {
   const std::string constant = MakeTone(File("cbr.mp3"), 7.3337);
   const std::string variable = MakeVariableMp3(File("vbr.mp3"), 5.005);
   const std::vector<std::string> files{constant,
@@ -101,13 +101,13 @@ TEST_F(SharedPeaks, EqualThoseOfOnePassAcrossEveryBorder) {
   for (const std::string& path : files) {
     ASSERT_TRUE(audio::OpenDecoder(path)->SeeksExactly()) << path;
     const Bins expected = BinsOf(path);
-    EXPECT_EQ(BinsInTurns(path, 1, 2), expected) << path;
-    EXPECT_EQ(BinsInTurns(path, 26, 4), expected) << path;
-    EXPECT_EQ(BinsInTurns(path, 101, 2), expected) << path;
+    EXPECT_EQ(BinsOfThreads(path, 1, 2), expected) << path;
+    EXPECT_EQ(BinsOfThreads(path, 26, 4), expected) << path;
+    EXPECT_EQ(BinsOfThreads(path, 101, 2), expected) << path;
   }
 }
 
-TEST_F(SharedPeaks, EqualThoseOfOnePassForEveryKindOfFile) {
+TEST_F(PeakWorkTest, EqualsASinglePassForEveryFormat) {
   const std::vector<std::string> files{MakeTone(File("a.mp3"), 9.87654),  MakeTone(File("laag.mp3"), 9.87, 22050, 1),
                                        MakeTone(File("a.wav"), 5.0004),   MakeTone(File("a.flac"), 5.5),
                                        MakeTone(File("kort.mp3"), 0.004), MakeTone(File("kort.wav"), 0.011)};
@@ -116,7 +116,7 @@ TEST_F(SharedPeaks, EqualThoseOfOnePassForEveryKindOfFile) {
   }
 }
 
-TEST_F(SharedPeaks, AreToldFromTheBeginningOnAndFinal) {
+TEST_F(PeakWorkTest, ReportsFinalBinsFromTheBeginning) {
   const std::string path = MakeTone(File("a.mp3"), 20);
   const Bins expected = BinsOf(path);
   std::size_t before = 0;
@@ -133,7 +133,7 @@ TEST_F(SharedPeaks, AreToldFromTheBeginningOnAndFinal) {
   EXPECT_EQ(before, expected.size());
 }
 
-TEST_F(SharedPeaks, AreGivenUpByAllAtOnce) {
+TEST_F(PeakWorkTest, CancelStopsAllThreads) {
   std::atomic<int> calls = 0;
   const audio::PeakProgress notAgain = [&](const audio::Peaks&, std::size_t) { return ++calls < 5; };
   const auto peaks = audio::ReadPeaks(MakeTone(File("a.mp3"), 20), notAgain, {.threads = 4, .binsPerStretch = 30});
@@ -141,14 +141,14 @@ TEST_F(SharedPeaks, AreGivenUpByAllAtOnce) {
   EXPECT_TRUE(peaks.bins.empty());
 }
 
-// The second stretch cannot be reached.
-class Unseekable : public TakingTurns {
+// Seeking to the second stretch fails.
+class Unseekable : public SynchronizedDecoder {
  public:
-  using TakingTurns::TakingTurns;
+  using SynchronizedDecoder::SynchronizedDecoder;
   void Seek(std::int64_t) override { throw audio::Error("onleesbaar"); }
 };
 
-TEST_F(SharedPeaks, OfAFileThatCannotBeReadFurtherAreGivenUpByAll) {
+TEST_F(PeakWorkTest, ReadErrorStopsAllThreads) {
   const std::string path = MakeTone(File("a.mp3"), 20);
   audio::PeakWork work(*audio::OpenDecoder(path), kToTheEnd, {.binsPerStretch = 30});
   std::barrier<> turn(2);
@@ -157,7 +157,7 @@ TEST_F(SharedPeaks, OfAFileThatCannotBeReadFurtherAreGivenUpByAll) {
     work.TakePart(decoder);
   });
   auto whole = std::async(std::launch::async, [&] {
-    TakingTurns decoder(path, turn);
+    SynchronizedDecoder decoder(path, turn);
     work.TakePart(decoder);
   });
   int failures = 0;
@@ -172,7 +172,7 @@ TEST_F(SharedPeaks, OfAFileThatCannotBeReadFurtherAreGivenUpByAll) {
   EXPECT_TRUE(std::move(work).Result().bins.empty());
 }
 
-TEST_F(SharedPeaks, AreSilentWhereTheFileBecameShorterMeanwhile) {
+TEST_F(PeakWorkTest, BinsBeyondATruncatedFileAreSilent) {
   const std::string path = MakeTone(File("a.wav"), 4);
   const Bins expected = BinsOf(path);
   const auto decoder = audio::OpenDecoder(path);
@@ -185,7 +185,7 @@ TEST_F(SharedPeaks, AreSilentWhereTheFileBecameShorterMeanwhile) {
   EXPECT_EQ(Bins(bins.begin() + 201, bins.end()), Bins(199));
 }
 
-TEST_F(SharedPeaks, AreNotMixedWithThoseOfAFileThatCameInItsPlace) {
+TEST_F(PeakWorkTest, PeaksOfAReplacedFileAreNotMixedIn) {
   const auto decoder = audio::OpenDecoder(MakeTone(File("a.mp3"), 3));
   const audio::PeakWork work(*decoder, kToTheEnd, {});
   EXPECT_TRUE(work.Fits(*audio::OpenDecoder(File("a.mp3"))));

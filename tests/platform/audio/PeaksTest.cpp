@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The waveform of a file, and its loudness.
+// Waveform and loudness of a file.
 #include "platform/audio/Peaks.h"
 
 #include "platform/audio/Loudness.h"
@@ -19,7 +19,7 @@ using namespace audiotest;
 
 class PeaksOfAFile : public ::testing::Test {
  protected:
-  // A stereo WAV of `seconds` at 44100 Hz, silent but for what `paint` sets.
+  // A stereo WAV of `seconds` at 44100 Hz, silent except for the samples that `paint` sets.
   std::string Painted(double seconds, const std::vector<std::pair<std::size_t, std::int16_t>>& samples) {
     Bytes bytes = ReadBytes(MakeTone(folder_.File("geverfd.wav"), seconds));
     std::fill(bytes.begin() + 44, bytes.begin() + 44 + static_cast<std::ptrdiff_t>(seconds * 44100 * 4), 0);
@@ -45,9 +45,9 @@ TEST_F(PeaksOfAFile, HaveTheLowestHighestAndMeanSquareOfBothChannels) {
   EXPECT_EQ(peaks.bins[2], audio::PeakBin{});
 }
 
-// Whatever place within the bin it has: samples are looked at several at a time.
-TEST_F(PeaksOfAFile, MissNoSample) {
-  constexpr std::size_t kSamples = 882;  // of both channels, a bin
+// At any position within the bin: samples are processed several at a time.
+TEST_F(PeaksOfAFile, IncludeEverySample) {
+  constexpr std::size_t kSamples = 882;  // per bin, both channels
   std::vector<std::pair<std::size_t, std::int16_t>> spikes;
   for (std::size_t bin = 0; bin < kSamples; ++bin)
     spikes.emplace_back(bin * kSamples + bin, bin % 2 == 0 ? 3000 : -3000);
@@ -65,7 +65,7 @@ TEST_F(PeaksOfAFile, CoverTheLastPartOfABin) {
   EXPECT_EQ(peaks.bins[99].low, -5);
 }
 
-TEST_F(PeaksOfAFile, ComeFrontToBackInSteps) {
+TEST_F(PeaksOfAFile, AreReportedInStepsFromTheBeginning) {
   std::vector<std::size_t> steps;
   const std::string path = MakeTone(folder_.File("a.mp3"), 20);
   const auto peaks = audio::ReadPeaks(path,
@@ -83,7 +83,7 @@ TEST_F(PeaksOfAFile, ComeFrontToBackInSteps) {
   EXPECT_GT(std::count_if(peaks.bins.begin(), peaks.bins.end(), loud), 500);
 }
 
-TEST_F(PeaksOfAFile, AreGivenUpWhenNobodyWantsThem) {
+TEST_F(PeaksOfAFile, AreEmptyWhenCancelled) {
   int calls = 0;
   const auto peaks = audio::ReadPeaks(MakeTone(folder_.File("a.wav"), 10),
                                       [&](const audio::Peaks&, std::size_t) { return ++calls < 3; });

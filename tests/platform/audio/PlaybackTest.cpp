@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the player hands to the device is, frame for frame, what the file holds at the position.
+// The device gets exactly the file's frames from the player's position.
 #include "platform/audio/PlayerCore.h"
 #include "tests/platform/audio/support/EventLog.h"
 #include "tests/platform/audio/support/PulledOutput.h"
@@ -16,7 +16,7 @@ namespace {
 using namespace audiotest;
 using Kind = EventLog::Kind;
 
-// Every behaviour holds for both kinds of file.
+// Run for WAV and MP3.
 class Playback : public ::testing::TestWithParam<const char*> {
  protected:
   void SetUp() override {
@@ -27,7 +27,7 @@ class Playback : public ::testing::TestWithParam<const char*> {
 
   std::int64_t FrameAt(std::int32_t ms) const { return audio::FramesOfMs(ms, 44100); }
   std::vector<std::int16_t> Sound(std::int64_t frame, std::size_t count) const { return Part(whole_, frame, count); }
-  // The next frames handed over are those of the file at `frame`.
+  // Expects the next delivered frames to be those of the file at `frame`.
   void ExpectPlaysFrom(std::int64_t frame, std::size_t count = 5000) {
     ASSERT_EQ(output_.Pull(count), Sound(frame, count)) << "from frame " << frame;
   }
@@ -56,7 +56,7 @@ TEST_P(Playback, DeliversTheWholeFileAndThenStops) {
   EXPECT_EQ(player_.Length(), kSeconds * 1000);
 }
 
-TEST_P(Playback, GoesOnWhereItWasPaused) {
+TEST_P(Playback, ContinuesWhereItWasPaused) {
   player_.Start();
   ExpectPlaysFrom(0, 7001);
   player_.Pause();
@@ -65,7 +65,7 @@ TEST_P(Playback, GoesOnWhereItWasPaused) {
   ExpectPlaysFrom(7001);
 }
 
-TEST_P(Playback, GoesOnAtThePositionWhereItWasStopped) {
+TEST_P(Playback, ContinuesWhereItWasStopped) {
   player_.Start();
   ExpectPlaysFrom(0, 44100);
   player_.Stop();
@@ -74,7 +74,7 @@ TEST_P(Playback, GoesOnAtThePositionWhereItWasStopped) {
   ExpectPlaysFrom(44100);
 }
 
-TEST_P(Playback, JumpsLandOnTheVeryFrame) {
+TEST_P(Playback, SeeksToTheExactFrame) {
   player_.Start();
   ExpectPlaysFrom(0);
   for (const std::int32_t to : {10000, 1, 0, 3333, 11999, 7, 5000}) {
@@ -85,14 +85,14 @@ TEST_P(Playback, JumpsLandOnTheVeryFrame) {
   }
 }
 
-TEST_P(Playback, AJumpWithoutAPauseIsExactToo) {
+TEST_P(Playback, SeekingWhilePlayingIsExact) {
   player_.Start();
   ExpectPlaysFrom(0);
   player_.SetPosition(8000);
   ExpectPlaysFrom(FrameAt(8000));
 }
 
-TEST_P(Playback, OfManyJumpsInARowTheLastOneCounts) {
+TEST_P(Playback, LastOfManySeeksCounts) {
   player_.Start();
   for (int i = 0; i < 500; ++i)
     Jump(i * 17 % 11000);
@@ -100,7 +100,7 @@ TEST_P(Playback, OfManyJumpsInARowTheLastOneCounts) {
   ExpectPlaysFrom(FrameAt(4321));
 }
 
-TEST_P(Playback, APositionSetWhileStoppedHoldsForTheNextStart) {
+TEST_P(Playback, PositionSetWhileStoppedIsUsedByTheNextStart) {
   player_.SetPosition(9500);
   EXPECT_EQ(player_.Position(), 9500);
   EXPECT_EQ(log_.Count(Kind::Started), 0);
@@ -108,14 +108,14 @@ TEST_P(Playback, APositionSetWhileStoppedHoldsForTheNextStart) {
   EXPECT_EQ(output_.PullToEnd(), Sound(FrameAt(9500), whole_.size()));
 }
 
-TEST_P(Playback, StartAtOrPastTheEndBeginsAtTheBeginning) {
+TEST_P(Playback, StartAtOrPastTheEndPlaysFromTheBeginning) {
   player_.SetPosition(player_.Length() + 20000);
   EXPECT_EQ(player_.Position(), player_.Length());
   player_.Start();
   ExpectPlaysFrom(0);
 }
 
-TEST_P(Playback, APositionPastTheEndEndsPlayback) {
+TEST_P(Playback, PositionPastTheEndEndsPlayback) {
   player_.Start();
   ExpectPlaysFrom(0);
   Jump(kSeconds * 1000 + 25000);
@@ -124,19 +124,19 @@ TEST_P(Playback, APositionPastTheEndEndsPlayback) {
   EXPECT_EQ(log_.Count(Kind::Stopped), 1);
 }
 
-TEST_P(Playback, ANegativePositionIsTheBeginning) {
+TEST_P(Playback, NegativePositionIsTheBeginning) {
   player_.SetPosition(-500);
   EXPECT_EQ(player_.Position(), 0);
 }
 
-TEST_P(Playback, EveryMillisecondThatIsSetIsTheOneThatIsTold) {
+TEST_P(Playback, PositionReturnsTheMillisecondThatWasSet) {
   for (std::int32_t ms = 0; ms <= player_.Length(); ++ms) {
     player_.SetPosition(ms);
     ASSERT_EQ(player_.Position(), ms);
   }
 }
 
-TEST_P(Playback, AnotherFileReplacesTheOneThatPlays) {
+TEST_P(Playback, OpenReplacesTheFileThatIsPlaying) {
   const std::string other = MakeTone(folder_.File("other.wav"), 3, 22050, 1);
   player_.Start();
   ExpectPlaysFrom(0);
@@ -150,7 +150,7 @@ TEST_P(Playback, AnotherFileReplacesTheOneThatPlays) {
   EXPECT_EQ(output_.LastRequest().sampleRate, 22050);
 }
 
-TEST_P(Playback, SurvivesAFileThatIsCutAwayUnderIt) {
+TEST_P(Playback, SurvivesTruncationOfItsFile) {
   player_.Start();
   ExpectPlaysFrom(0);
   std::filesystem::resize_file(path_, 100000);
@@ -159,7 +159,7 @@ TEST_P(Playback, SurvivesAFileThatIsCutAwayUnderIt) {
   EXPECT_EQ(player_.Position(), player_.Length());
 }
 
-TEST_P(Playback, PlaysOnWhenItsFileIsDeleted) {
+TEST_P(Playback, ContinuesWhenItsFileIsDeleted) {
   player_.Start();
   ExpectPlaysFrom(0);
   std::filesystem::remove(path_);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// States, events, device: what the player is besides its sound.
+// The player's states, events and device.
 #include "platform/audio/PlayerCore.h"
 
 #include "platform/audio/Error.h"
@@ -31,7 +31,7 @@ class Player : public ::testing::Test {
   audio::PlayerCore player_{output_.Factory(), log_.Listener()};
 };
 
-TEST_F(Player, WithoutAFileHasNothingToTellOrPlay) {
+TEST_F(Player, WithoutAFileHasNoLengthAndCannotPlay) {
   EXPECT_EQ(player_.State(), audio::kNoFile);
   EXPECT_EQ(player_.FileName(), "");
   EXPECT_EQ(player_.Length(), 0);
@@ -53,7 +53,7 @@ TEST_F(Player, PlayingIsStateSix) {
   EXPECT_NE(static_cast<int>(player_.State()), 6);
 }
 
-TEST_F(Player, LetsGoOfItsFileWhenTheNextOneCannotBeRead) {
+TEST_F(Player, ClosesItsFileWhenTheNextOneCannotBeRead) {
   player_.Open(Tone());
   player_.Start();
   EXPECT_THROW(player_.Open(folder_.File("weg.mp3")), audio::Error);
@@ -80,7 +80,7 @@ TEST_F(Player, ReportsEachStartAndStopOnceAndInOrder) {
   EXPECT_EQ(kinds, (std::vector{Kind::Started, Kind::Stopped, Kind::Started, Kind::Stopped}));
 }
 
-TEST_F(Player, TellsThePositionThatIsHeardNotTheOneThatIsHandedOver) {
+TEST_F(Player, PositionIsThatOfTheHeardFrameNotTheDeliveredOne) {
   player_.Open(Tone());
   output_.SetPending(4410);
   player_.Start();
@@ -92,7 +92,7 @@ TEST_F(Player, TellsThePositionThatIsHeardNotTheOneThatIsHandedOver) {
   EXPECT_EQ(player_.Position(), 100);
 }
 
-TEST_F(Player, ThePositionNeverGoesBackWhileItPlays) {
+TEST_F(Player, PositionNeverDecreasesWhilePlaying) {
   player_.Open(Tone());
   player_.Start();
   output_.Pull(44100);
@@ -118,7 +118,7 @@ TEST_F(Player, StopsOnlyWhenTheEndHasBeenHeard) {
   EXPECT_EQ(player_.Position(), 1000);
 }
 
-TEST_F(Player, ResamplesForADeviceThatRefusesTheRate) {
+TEST_F(Player, ResamplesForADeviceThatRejectsTheRate) {
   output_.SetSampleRate(48000);
   player_.Open(Tone(2));
   player_.SetPosition(500);
@@ -132,7 +132,7 @@ TEST_F(Player, ResamplesForADeviceThatRefusesTheRate) {
   EXPECT_EQ(player_.Position(), 2000);
 }
 
-TEST_F(Player, MetersThePeakOfEachChannelSinceTheLastLook) {
+TEST_F(Player, ReportsThePeakOfEachChannelSinceTheLastCall) {
   Bytes bytes = ReadBytes(Tone(1));
   std::fill(bytes.begin() + 44, bytes.begin() + 44 + std::ptrdiff_t{44100} * 4, 0);
   bytes[44 + 4000 * 4 + 1] = 0x40;      // left: 16384
@@ -148,7 +148,7 @@ TEST_F(Player, MetersThePeakOfEachChannelSinceTheLastLook) {
   EXPECT_EQ(player_.TakeLevels().right, audio::PeakLevels::kSilence);
 }
 
-TEST_F(Player, ALostDeviceGivesOneMessageAndAStoppedPlayer) {
+TEST_F(Player, LostDeviceIsReportedOnceAndStopsThePlayer) {
   player_.Open(Tone());
   player_.Start();
   output_.Pull(44100);
@@ -177,7 +177,7 @@ TEST_F(Player, OpensTheDeviceOnlyToPlayAndKeepsItForTheNextStart) {
   EXPECT_EQ(output_.LastRequest().device, 3);
 }
 
-TEST_F(Player, SaysOnceWhyItIsSilent) {
+TEST_F(Player, ReportsOnceWhyItIsSilent) {
   output_.SetStatus("Er is geen geluidsapparaat: er wordt afgespeeld zonder geluid.");
   player_.Open(Tone());
   player_.Start();
@@ -200,8 +200,8 @@ TEST_F(Player, CanBeDestroyedWhilePlaying) {
   EXPECT_FALSE(output_.IsRunning());
 }
 
-// A card that no machine has.
-TEST(DeviceOutput, ACardThatDoesNotExistIsSilentAndSaysSo) {
+// A card number that no machine has.
+TEST(DeviceOutput, MissingCardIsSilentAndReported) {
   const auto output = audio::OpenDeviceOutput({30000, 44100});
   ASSERT_NE(output, nullptr);
   EXPECT_EQ(output->SampleRate(), 44100);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The player under an impatient user: no order of operations may hang, crash or race.
+// No sequence of player operations may hang, crash or cause a data race.
 #include "platform/audio/Error.h"
 #include "platform/audio/MixDecoder.h"
 #include "platform/audio/PlayerCore.h"
@@ -90,7 +90,7 @@ class Storm {
   std::mt19937 random_{20};
 };
 
-TEST(RandomOperations, OnAPulledOutputEndWellAThousandTimes) {
+TEST(RandomOperations, OnAPulledOutputSucceedAThousandTimes) {
   PulledOutput output;
   std::atomic<bool> over{false};
   std::thread device([&] {
@@ -107,7 +107,7 @@ TEST(RandomOperations, OnAPulledOutputEndWellAThousandTimes) {
   EXPECT_FALSE(output.IsRunning());
 }
 
-TEST(RandomOperations, OnTheClockEndWellAThousandTimes) {
+TEST(RandomOperations, OnASilentOutputSucceedAThousandTimes) {
   Storm storm([](const audio::OutputRequest& request) {
     return std::make_unique<audio::SilentOutput>(request.sampleRate, std::string());
   });

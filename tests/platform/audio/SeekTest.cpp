@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A jump lands on the very sample: the mix point counts in milliseconds, the decoder in frames.
+// Seeking is exact to the sample.
 #include "platform/audio/Decoder.h"
 #include "tests/platform/audio/support/SoundFiles.h"
 
@@ -40,7 +40,7 @@ void ExpectEverySeekExact(const std::string& path) {
   }
 }
 
-// As it was decoded, in its own channels and unrounded: no sample may be off by more than `most` of full scale.
+// Compares unrounded samples in the file's channels: none may differ by more than `most` of full scale.
 void ExpectEverySeekWithin(float most, const std::string& path) {
   const auto decoder = audio::OpenDecoder(path);
   const auto channels = static_cast<std::size_t>(decoder->Channels());
@@ -57,7 +57,7 @@ void ExpectEverySeekWithin(float most, const std::string& path) {
   }
 }
 
-TEST(Seeking, IsSampleExactInEveryKindOfFile) {
+TEST(Seeking, IsSampleExactForEveryFormat) {
   const TemporaryFolder folder;
   ExpectEverySeekExact(MakeTone(folder.File("a.wav"), 8));
   ExpectEverySeekExact(MakeTone(folder.File("a.flac"), 8));
@@ -69,8 +69,8 @@ TEST(Seeking, IsSampleExactInEveryKindOfFile) {
   ExpectEverySeekExact(MakeTone(folder.File("48.mp3"), 8, 48000));
 }
 
-// The less a frame holds, the more frames before it the decoder needs.
-TEST(Seeking, IsExactToTheLastBitDownToTheLowestBitRate) {
+// The fewer bytes a frame has, the more previous frames the decoder needs.
+TEST(Seeking, IsBitExactDownToTheLowestBitRate) {
   const TemporaryFolder folder;
   for (const int sampleRate : {32000, 44100, 48000}) {
     for (const int channels : {1, 2}) {
@@ -80,7 +80,7 @@ TEST(Seeking, IsExactToTheLastBitDownToTheLowestBitRate) {
   }
 }
 
-TEST(Seeking, BelowThatDiffersByRoundingOnly) {
+TEST(Seeking, DiffersByRoundingOnlyForLowSamplingRates) {
   const TemporaryFolder folder;
   constexpr float kRounding = 0.01F / 32768;
   for (const int sampleRate : {8000, 11025, 12000, 16000, 22050, 24000}) {
@@ -91,14 +91,14 @@ TEST(Seeking, BelowThatDiffersByRoundingOnly) {
   }
 }
 
-TEST(Seeking, BeyondEitherEndIsHeldWithinTheFile) {
+TEST(Seeking, PositionIsClampedToTheFile) {
   const TemporaryFolder folder;
   const auto decoder = audio::OpenDecoder(MakeTone(folder.File("a.mp3"), 1));
   EXPECT_TRUE(ReadFrom(*decoder, decoder->TotalFrames() + 5, 10).empty());
   EXPECT_EQ(ReadFrom(*decoder, -5, 10), ReadFrom(*decoder, 0, 10));
 }
 
-TEST(Decoding, AgreesWithThePlainLibrary) {
+TEST(Decoding, EqualsThePlainLibrarysOutput) {
   const TemporaryFolder folder;
   const std::string path = MakeVariableMp3(folder.File("a.mp3"), 3);
   mpg123_handle* plain = mpg123_new(nullptr, nullptr);

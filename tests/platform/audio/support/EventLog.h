@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a player core reported, in order.
+// Records the events of a PlayerCore, in order.
 #pragma once
 
 #include "platform/audio/Transport.h"
@@ -23,7 +23,7 @@ class EventLog {
     };
   }
 
-  // True once `kind` was reported `times` times; false when that does not come within ten seconds.
+  // Returns true once `kind` was reported `times` times; false after ten seconds.
   bool Await(Kind kind, int times = 1) {
     std::unique_lock lock(mutex_);
     return arrived_.wait_for(lock, std::chrono::seconds(10), [&] { return CountLocked(kind) >= times; });

@@ -88,7 +88,7 @@ std::vector<std::int16_t> PulledOutput::Pull(std::size_t frames) {
   std::unique_lock lock(tap_->mutex);
   const auto runs = [this] { return tap_->source != nullptr; };
   while (taken.size() / 2 < frames) {
-    // The output of an earlier file may still be there for a moment: what counts is the one that plays something.
+    // The output of the previous file may still exist; only one that plays something counts.
     if (!runs() && (!taken.empty() || !tap_->running.wait_for(lock, std::chrono::seconds(10), runs))) break;
     const std::size_t count = std::min<std::size_t>(512, frames - taken.size() / 2);
     std::size_t delivered = 0;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// An output whose frames the test takes by hand: no device, no clock.
+// An output whose frames the test requests: no device, no clock.
 #pragma once
 
 #include "platform/audio/Output.h"
@@ -11,25 +11,25 @@
 
 namespace audiotest {
 
-// Stands behind every output its factory makes; a player has at most one running at a time. Outlives the player or not:
-// the outputs keep what they need.
+// Controls the outputs that its factory creates; a player runs at most one at a time. May be destroyed before the
+// player: they share their state.
 class PulledOutput {
  public:
   PulledOutput();
 
   audio::OutputFactory Factory();
-  // Takes `frames` frames of sound (interleaved stereo), waiting for the player to begin and to decode them. Fewer when
-  // the sound ends, is paused or stopped before that. Empty when no output runs within ten seconds.
+  // Requests `frames` frames of sound (interleaved stereo) and waits for them. Returns fewer when the sound ends, is
+  // paused or stopped before that; none when no output runs within ten seconds.
   std::vector<std::int16_t> Pull(std::size_t frames);
-  // Takes everything up to the end of the file.
+  // Requests all frames up to the end of the file.
   std::vector<std::int16_t> PullToEnd() { return Pull(SIZE_MAX); }
 
-  // What there is right now, up to `frames` frames; waits for nothing.
+  // The frames decoded so far, up to `frames`; does not wait.
   std::vector<std::int16_t> PullNow(std::size_t frames);
 
-  void SetSampleRate(int rate);          // of outputs made from now on, whatever the file's; 0 = the file's
-  void SetPending(std::int64_t frames);  // frames that the "device" holds back
-  // True once somebody asked `times` more times what is held back; false when that does not come within ten seconds.
+  void SetSampleRate(int rate);          // of outputs created from now on, in Hz; 0 = the file's rate
+  void SetPending(std::int64_t frames);  // result of PendingFrames()
+  // Returns true once PendingFrames() was called `times` more times; false after ten seconds.
   bool AwaitPendingAsked(int times);
   void SetStatus(const std::string& status);
   void Unplug();           // the device is lost

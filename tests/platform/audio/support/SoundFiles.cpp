@@ -55,14 +55,14 @@ std::string MakePoorestMp3(const std::string& path, double seconds, int sampleRa
   SNDFILE* const file = sf_open(path.c_str(), SFM_WRITE, &info);
   int mode = SF_BITRATE_MODE_CONSTANT;
   double most = 1;
-  sf_command(file, SFC_SET_BITRATE_MODE, &mode, sizeof mode);  // answers no even when it did
+  sf_command(file, SFC_SET_BITRATE_MODE, &mode, sizeof mode);  // returns false even on success
   const bool set = sf_command(file, SFC_SET_COMPRESSION_LEVEL, &most, sizeof most) == SF_TRUE;
   const bool written = sf_writef_float(file, samples.data(), sound->TotalFrames()) == sound->TotalFrames();
   if (sf_close(file) != 0 || !set || !written) throw std::runtime_error("cannot write " + path);
   return path;
 }
 
-// Where the second frame begins: MPEG-1, layer III.
+// Offset of the second frame of an MPEG-1 layer III file.
 static std::ptrdiff_t SecondFrame(const Bytes& bytes, const std::string& path) {
   static constexpr std::array<int, 15> kKilobits{0, 32, 40, 48, 56, 64, 80, 96, 112, 128, 160, 192, 224, 256, 320};
   static constexpr std::array<int, 3> kRates{44100, 48000, 32000};
@@ -72,7 +72,7 @@ static std::ptrdiff_t SecondFrame(const Bytes& bytes, const std::string& path) {
   return 144 * bits / kRates.at(bytes[2] >> 2 & 3) + (bytes[2] >> 1 & 1);
 }
 
-// The header frame holds "Xing" or "Info".
+// The header frame contains "Xing" or "Info".
 std::string WithoutLengthHeader(const std::string& from, const std::string& to) {
   const Bytes bytes = ReadBytes(from);
   return WriteBytes(to, Bytes(bytes.begin() + SecondFrame(bytes, from), bytes.end()));

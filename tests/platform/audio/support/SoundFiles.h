@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Real sound files for tests, made on the spot, and what a straight decode of them holds.
+// Generates sound files for tests, and decodes them for comparison.
 #pragma once
 
 #include "platform/audio/Peaks.h"
@@ -12,10 +12,10 @@
 
 namespace audiotest {
 
-// Progress that never stops the reading.
+// Progress callback that never cancels.
 inline const audio::PeakProgress kToTheEnd = [](const audio::Peaks&, std::size_t) { return true; };
 
-// A folder that is removed with all it holds.
+// A folder that is deleted with its contents.
 class TemporaryFolder {
  public:
   TemporaryFolder();
@@ -29,24 +29,24 @@ class TemporaryFolder {
   std::filesystem::path path_;
 };
 
-// A sound of exactly that length, as its extension says (.wav, .flac, .mp3). Returns the path.
+// Writes a sound file of exactly that length; the extension decides the format (.wav, .flac, .mp3). Returns the path.
 std::string MakeTone(const std::string& path, double seconds, int sampleRate = 44100, int channels = 2);
-// An MP3 of variable bit rate with the encoder's length header.
+// Writes an MP3 of variable bit rate with the encoder's length header.
 std::string MakeVariableMp3(const std::string& path, double seconds);
-// An MP3 of the lowest bit rate that there is for that sampling rate.
+// Writes an MP3 of the lowest bit rate for that sampling rate.
 std::string MakePoorestMp3(const std::string& path, double seconds, int sampleRate, int channels);
-// An MP3 without the length header: its first frame, which holds only that, is cut off.
+// Copies an MP3 without its first frame, which has only the length header.
 std::string WithoutLengthHeader(const std::string& from, const std::string& to);
-// The same with the header of another encoder in its place: a frame marked "VBRI".
+// Copies an MP3 and replaces that frame by one with the length header "VBRI".
 std::string WithVbriHeader(const std::string& from, const std::string& to);
 
 using Bytes = std::vector<unsigned char>;
 Bytes ReadBytes(const std::string& path);
 std::string WriteBytes(const std::string& path, const Bytes& bytes);
 
-// The whole file as 16-bit stereo, read front to back in one go; one channel stands on both sides.
+// Decodes the complete file from beginning to end as 16-bit stereo; mono is copied to both channels.
 std::vector<std::int16_t> StraightDecode(const std::string& path);
-// The frames from `first` on of such a sound, `count` of them or as many as there are.
+// Up to `count` frames of such a sound, starting at frame `first`.
 std::vector<std::int16_t> Part(const std::vector<std::int16_t>& sound, std::int64_t first, std::size_t count);
 
 }  // namespace audiotest
