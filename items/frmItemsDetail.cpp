@@ -4,7 +4,7 @@
 #include "data/forms/OptionButton.h"
 #include "items/ui_frmItemsDetail.h"
 #include "platform/desktop/Icons.h"
-#include "platform/desktop/WholeText.h"
+#include "platform/desktop/TextAsToolTip.h"
 #include "platform/runtime/Trapped.h"
 
 #include <QShortcut>

@@ -9,7 +9,7 @@
 #include "platform/dao/Database.h"
 #include "platform/desktop/FileDrop.h"
 #include "platform/desktop/Icons.h"
-#include "platform/desktop/WholeText.h"
+#include "platform/desktop/TextAsToolTip.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Numbers.h"

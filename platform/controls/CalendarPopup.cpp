@@ -26,7 +26,7 @@ CalendarPopup::CalendarPopup(QWidget* field, const QDate& shown)
   calendar_->setFirstDayOfWeek(Qt::Monday);
   calendar_->setDateRange(QDate(100, 1, 1), QDate(9999, 12, 31));
   calendar_->setSelectedDate(shown);
-  // The weekend is no warning: it gets the ordinary colour.
+  // Weekends get the normal text colour instead of Qt's red.
   for (const auto day : {Qt::Saturday, Qt::Sunday})
     calendar_->setWeekdayTextFormat(day, QTextCharFormat());
   SetArrow(u"qt_calendar_prevmonth"_s, u"rew"_s);
@@ -39,7 +39,7 @@ CalendarPopup::CalendarPopup(QWidget* field, const QDate& shown)
   connect(calendar_, &QCalendarWidget::activated, this, pick);
 }
 
-// The month's arrows in our own drawing. Qt names these buttons for style sheets, so the names are there to stay.
+// Sets the program's own arrow icon. The object names of Qt's buttons are documented for style sheets, hence stable.
 void CalendarPopup::SetArrow(const QString& button, const QString& icon) {
   if (auto* arrow = calendar_->findChild<QToolButton*>(button))
     arrow->setIcon(desktop::Icon(icon, desktop::IconTint::OnHighlight));

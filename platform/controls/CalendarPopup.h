@@ -8,14 +8,14 @@ class QCalendarWidget;
 
 namespace controls {
 
-// A month to pick a day from, below a field. Destroys itself when closed.
+// A calendar below a field, to pick a day from. Deletes itself when closed.
 class CalendarPopup : public QFrame {
   Q_OBJECT
 
  public:
   CalendarPopup(QWidget* field, const QDate& shown);
 
-  // Opens below the field, or above it where the screen ends.
+  // Opens below the field, or above it if there is no room below.
   void Open();
 
  Q_SIGNALS:

@@ -41,7 +41,7 @@ QSize ClipStrip::minimumSizeHint() const {
   return {240, kClipTop + kRulerHeight + kRows * (NameHeight() + 24) + kRowGap};
 }
 
-// --- what is shown
+// --- contents
 
 void ClipStrip::SetClips(std::vector<Clip> clips) {
   clips_ = std::move(clips);
@@ -69,7 +69,7 @@ qint64 ClipStrip::LengthMs() const {
   return length;
 }
 
-// Also what lies between changes its shade. Steps too small to see cost nothing.
+// Repaints the range between the old and the new position, which changes its shade; nothing for less than a pixel.
 void ClipStrip::SetPositionMs(qint64 position) {
   position = std::clamp<qint64>(position, 0, LengthMs());
   if (position == positionMs_) return;
@@ -97,7 +97,7 @@ void ClipStrip::UpdateAccessible() {
   setAccessibleDescription(tr("Duur %1. %2").arg(TimeText(LengthMs(), false), parts.join(QLatin1String(", "))));
 }
 
-// --- places and times
+// --- positions and times
 
 QRect ClipStrip::WaveRect() const {
   return rect().adjusted(kClipInset, kClipTop, -kClipInset, -kRulerHeight - 1);
@@ -156,7 +156,7 @@ void ClipStrip::paintEvent(QPaintEvent* event) {
   PaintHover(painter, view);
 }
 
-// Where two sounds are heard together the ground is yellow through both rows.
+// Overlaps have a yellow background in both rows.
 void ClipStrip::PaintOverlaps(QPainter& painter) const {
   const QRect wave = WaveRect();
   QColor ground(colour::kLit);
@@ -198,15 +198,15 @@ void ClipStrip::changeEvent(QEvent* event) {
   if (event->type() == QEvent::EnabledChange || event->type() == QEvent::FontChange) update();
 }
 
-// --- hands
+// --- mouse and keys
 
-void ClipStrip::AskFor(qint64 position) {
+void ClipStrip::RequestSeek(qint64 position) {
   if (!clips_.empty()) Q_EMIT seekRequested(std::clamp<qint64>(position, 0, LengthMs()));
 }
 
 void ClipStrip::mousePressEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton || clips_.empty()) return event->ignore();
-  AskFor(MsAt(event->position().x()));
+  RequestSeek(MsAt(event->position().x()));
 }
 
 void ClipStrip::mouseMoveEvent(QMouseEvent* event) {
@@ -227,17 +227,17 @@ void ClipStrip::leaveEvent(QEvent* event) {
 void ClipStrip::keyPressEvent(QKeyEvent* event) {
   switch (event->key()) {
     case Qt::Key_Left:
-      return AskFor(positionMs_ - kOneSecond);
+      return RequestSeek(positionMs_ - kOneSecond);
     case Qt::Key_Right:
-      return AskFor(positionMs_ + kOneSecond);
+      return RequestSeek(positionMs_ + kOneSecond);
     case Qt::Key_PageUp:
-      return AskFor(positionMs_ - kTenSeconds);
+      return RequestSeek(positionMs_ - kTenSeconds);
     case Qt::Key_PageDown:
-      return AskFor(positionMs_ + kTenSeconds);
+      return RequestSeek(positionMs_ + kTenSeconds);
     case Qt::Key_Home:
-      return AskFor(0);
+      return RequestSeek(0);
     case Qt::Key_End:
-      return AskFor(LengthMs());
+      return RequestSeek(LengthMs());
     case Qt::Key_Space:
       Q_EMIT playStopRequested();
       return;

@@ -9,9 +9,9 @@
 
 namespace controls {
 
-// Several sounds on one time line: each with its name and its picture, in two rows by turns, so that what sounds
-// together lies one above the other. A click asks to go there, Left and Right a second, Page Up and Page Down ten, Home
-// and End to the ends; Space plays or stops. All times are in milliseconds; it plays nothing itself.
+// Several sounds on one time line, each with name and waveform, alternately in two rows, so that overlapping sounds are
+// above each other. Requests a seek on a click, Left and Right (1 s), Page Up and Page Down (10 s), Home and End; Space
+// requests play or stop. All times are in milliseconds. Does not play sound itself.
 class ClipStrip : public QWidget {
   Q_OBJECT
 
@@ -20,14 +20,14 @@ class ClipStrip : public QWidget {
     QString name;
     qint64 startMs = 0;
     qint64 lengthMs = 0;
-    qint64 mixMs = 0;  // the end of it, over which the next one lies
+    qint64 mixMs = 0;  // length of its end that overlaps the next one
   };
 
   explicit ClipStrip(QWidget* parent = nullptr);
 
-  // Other clips, without pictures yet; the position is 0 then.
+  // Replaces the clips, without waveforms, and sets the position to 0.
   void SetClips(std::vector<Clip> clips);
-  // Pictures come in pieces, from the beginning of a clip on. `expected` of them cover its length.
+  // The waveform of a clip is added in parts, from its beginning. `expected` peaks cover its length.
   void BeginPeaks(std::size_t clip, int expected);
   void AppendPeaks(std::size_t clip, const std::vector<Peak>& peaks);
   std::size_t ClipCount() const { return clips_.size(); }
@@ -66,11 +66,11 @@ class ClipStrip : public QWidget {
   int NameHeight() const;
   void PaintClip(QPainter& painter, std::size_t clip, const QRect& dirty) const;
   void PaintOverlaps(QPainter& painter) const;
-  void AskFor(qint64 position);
+  void RequestSeek(qint64 position);
   void UpdateAccessible();
 
   std::vector<Clip> clips_;
-  std::vector<WaveformPeaks> peaks_;  // of each clip
+  std::vector<WaveformPeaks> peaks_;  // one per clip
   qint64 positionMs_ = 0;
   double hoverX_ = -1;
   QString emptyText_;

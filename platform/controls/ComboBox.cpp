@@ -26,8 +26,8 @@ ComboBox::ComboBox(QWidget* parent) : QComboBox(parent) {
 }
 
 void ComboBox::showPopup() {
-  constexpr int kBeside = 24;  // margins of a line
-  const int longest = view()->sizeHintForColumn(0) + view()->verticalScrollBar()->sizeHint().width() + kBeside;
+  constexpr int kMargins = 24;  // of a line, left and right together
+  const int longest = view()->sizeHintForColumn(0) + view()->verticalScrollBar()->sizeHint().width() + kMargins;
   view()->setMinimumWidth(std::min(std::max(longest, width()), screen()->availableSize().width()));
   QComboBox::showPopup();
 }
@@ -45,7 +45,7 @@ bool ComboBox::IsTextCut() const {
   return fontMetrics().horizontalAdvance(currentText()) > field.width();
 }
 
-// QComboBox chooses its first entry by itself; that is undone before anyone hears of it.
+// QComboBox selects its first entry by itself; that is undone without a signal.
 int ComboBox::AddItem(const QString& text, qint64 itemData) {
   const QSignalBlocker quiet(this);
   const int chosen = currentIndex();
@@ -74,7 +74,7 @@ void ComboBox::Refill(const std::vector<Line>& lines) {
 
 void ComboBox::SetListIndex(int index) {
   if (index < -1 || index >= count()) Text(index);
-  if (index != currentIndex()) setCurrentIndex(index);  // QComboBox may fire for -1 twice
+  if (index != currentIndex()) setCurrentIndex(index);  // QComboBox may signal -1 twice
 }
 
 QString ComboBox::Text(int index) const {

@@ -10,9 +10,9 @@ class QAction;
 
 namespace controls {
 
-// A date from 01-01-0100 to 31-12-9999, or nothing. The user types it (dd-mm-yyyy; / and . serve as well) or picks it
-// from a calendar (Alt+Down, F4 or the icon). The text may be anything while typing; leaving the field writes a date in
-// full. Listen to textChanged: it fires for every change, by hand or by program.
+// A date from 01-01-0100 to 31-12-9999, or empty. The user types it (dd-mm-yyyy; separators / and . work too) or picks
+// it from a calendar (Alt+Down, F4 or the icon). Any text is accepted while typing; when the field loses the focus, a
+// date is written as dd-mm-yyyy. Connect to textChanged: it is emitted for changes by the user and by the program.
 class DateCombo : public QLineEdit {
   Q_OBJECT
 
@@ -23,10 +23,10 @@ class DateCombo : public QLineEdit {
   void SetText(const QString& dateText) { setText(dateText); }
   bool HoldsDate() const { return Date().has_value(); }
   std::optional<QDate> Date() const;
-  // No value empties the field.
+  // nullopt empties the field.
   void SetDate(std::optional<QDate> date);
 
-  // Opens the calendar; nothing while locked or disabled.
+  // Opens the calendar; no effect while locked or disabled.
   void OpenCalendar();
 
  protected:

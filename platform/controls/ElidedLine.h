@@ -5,8 +5,7 @@
 
 namespace controls {
 
-// A line of text that gives way first when the window is narrow: what does not fit becomes an ellipsis, however long
-// the text. Plain text.
+// A line of plain text that is elided when it does not fit; it never forces the window to be wider.
 class ElidedLine : public QLabel {
   Q_OBJECT
   Q_PROPERTY(Qt::TextElideMode elideMode READ ElideMode WRITE SetElideMode)
@@ -14,7 +13,7 @@ class ElidedLine : public QLabel {
  public:
   explicit ElidedLine(QWidget* parent = nullptr);
 
-  // Where the ellipsis stands: at the end unless told otherwise.
+  // Position of the ellipsis; at the end by default.
   Qt::TextElideMode ElideMode() const { return elideMode_; }
   void SetElideMode(Qt::TextElideMode mode);
 

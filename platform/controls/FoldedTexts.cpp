@@ -4,7 +4,8 @@
 namespace controls {
 namespace {
 
-// Adds the folded text at the end of any array of 16-bit characters. A pair folds to a pair, all else to one character.
+// Appends the folded text to an array of 16-bit characters. A surrogate pair folds to a pair, any other character to
+// one.
 template <class Letters>
 void Fold(QStringView text, Letters& letters) {
   for (qsizetype at = 0; at < text.size(); ++at) {

@@ -8,22 +8,22 @@
 
 namespace controls {
 
-// Texts as a search sees them, without regard to letter case. They lie one behind the other, so that a search through
-// many of them does not wait for memory.
+// Case-folded texts for searching. They are contiguous in memory, so that a search through many of them is fast.
 class FoldedTexts {
  public:
-  // As long as the text, unlike QString::toCaseFolded, and therefore found where Qt::CaseInsensitive finds it.
+  // Folds letter case. The result has the text's length, unlike QString::toCaseFolded, so a search finds the same as
+  // one with Qt::CaseInsensitive.
   static QString Folded(const QString& text);
 
   int Count() const { return static_cast<int>(ends_.size()); }
   void Append(const QString& text);
   void Clear();
-  // Whether the text with this index, from 0, holds a folded one.
+  // Whether the text with this index (from 0) contains `folded`, which must be folded.
   bool Holds(int index, const QString& folded) const;
 
  private:
   std::vector<char16_t> letters_;
-  std::vector<std::size_t> ends_;  // where in letters_ each text ends
+  std::vector<std::size_t> ends_;  // end of each text in letters_
 };
 
 }  // namespace controls

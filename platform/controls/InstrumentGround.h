@@ -6,14 +6,14 @@
 
 namespace controls {
 
-// The near-black ground on which instruments stand together, with a rim. Put a layout in it.
+// A near-black background with a border, for a group of sound controls in a layout.
 class InstrumentGround : public QFrame {
   Q_OBJECT
 
  public:
   explicit InstrumentGround(QWidget* parent = nullptr);
 
-  // Paints such a ground; `focused` gives it the accent as its rim.
+  // Paints such a background. A valid `focusRing` is the colour of the border.
   static void Paint(QPainter& painter, const QRect& rect, const QColor& focusRing = QColor());
 
  protected:

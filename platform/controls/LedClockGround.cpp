@@ -61,7 +61,7 @@ void LedClockGround::resizeEvent(QResizeEvent* event) {
   Arrange();
 }
 
-// Panels stand on this ground, so they paint none of their own; and when one changes its measures, all move.
+// The panels do not paint a background of their own, and all are laid out again when one changes its size.
 bool LedClockGround::event(QEvent* event) {
   const bool handled = InstrumentGround::event(event);
   if (event->type() == QEvent::ChildPolished) {

@@ -9,8 +9,8 @@ namespace controls {
 
 class LedPanel;
 
-// The ground that LED panels of a time share: minutes, seconds, milliseconds, or a clock. It lays its LedPanel children
-// out from left to right in the order in which they were added, and draws the signs (':' or '.') between them.
+// The shared background of LED panels that show a time. Lays out its LedPanel children from left to right, in the order
+// in which they were added, and draws the signs (':' or '.') between them.
 class LedClockGround : public InstrumentGround {
   Q_OBJECT
   Q_PROPERTY(QString separators READ Separators WRITE SetSeparators)
@@ -18,7 +18,7 @@ class LedClockGround : public InstrumentGround {
  public:
   explicit LedClockGround(QWidget* parent = nullptr);
 
-  // One sign for each gap; ":." at first.
+  // One sign for each gap; ":." by default.
   QString Separators() const { return separators_; }
   void SetSeparators(const QString& separators);
 

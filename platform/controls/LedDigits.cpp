@@ -11,7 +11,7 @@
 namespace controls {
 namespace {
 
-// Shares of the digit's height.
+// As shares of the digit height.
 constexpr double kWidth = 0.54;
 constexpr double kAdvance = 0.70;
 constexpr double kStroke = 0.125;
@@ -71,7 +71,7 @@ std::array<Shape, 7> MakeShapes() {
            {kG, Bar({left, middle}, {right, middle})}}};
 }
 
-// From a digit of height 1 to one that leans to the right within its cell.
+// Transforms a digit of height 1 to a slanted one within its cell.
 QTransform Cell(const QPointF& place, double height) {
   const double side = (kAdvance - kWidth) / 2;
   QTransform transform;

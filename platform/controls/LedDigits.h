@@ -6,16 +6,16 @@
 
 class QPainter;
 
-// Seven-segment digits. All measures follow from the digit's height.
+// Seven-segment digits. All sizes are proportional to the digit height, in logical pixels.
 namespace controls {
 
-// How far one digit stands from the next.
+// Distance between two digits.
 double LedAdvance(double digitHeight);
 
-// Paints digits from left to right, the first cell's left top at `place`. A blank shows an unlit 8.
+// Paints digits from left to right; `place` is the top left of the first cell. A blank is painted as an unlit 8.
 void PaintLedDigits(QPainter& painter, const QPointF& place, double digitHeight, const QString& digits);
 
-// Paints ':' or '.' in the middle of a gap, standing on the digits' foot.
+// Paints ':' or '.' centred in a gap, on the digits' base line.
 void PaintLedSign(QPainter& painter, const QPointF& topOfGap, double digitHeight, QChar sign);
 
 }  // namespace controls

@@ -44,12 +44,12 @@ void LedPanel::SetMaximum(int maximum) {
 
 void LedPanel::SetDigits(int digits) {
   digits_ = std::clamp(digits, 1, 9);
-  MeasuresChanged();
+  SizesChanged();
 }
 
 void LedPanel::SetDigitHeight(int height) {
   digitHeight_ = std::max(8, height);
-  MeasuresChanged();
+  SizesChanged();
 }
 
 void LedPanel::SetLeadingZeros(bool leadingZeros) {
@@ -59,15 +59,15 @@ void LedPanel::SetLeadingZeros(bool leadingZeros) {
 
 void LedPanel::SetGround(bool ground) {
   ground_ = ground;
-  MeasuresChanged();
+  SizesChanged();
 }
 
-void LedPanel::MeasuresChanged() {
+void LedPanel::SizesChanged() {
   updateGeometry();
   update();
 }
 
-// A value with more places than the panel shows its last ones, as a counter does.
+// If the value has more digits than the panel, the last ones are shown, like a counter.
 QString LedPanel::Shown() const {
   const QString number = QString::number(std::abs(value_)).right(digits_);
   return number.rightJustified(digits_, QChar(leadingZeros_ ? u'0' : u' '));
@@ -89,7 +89,7 @@ QPointF LedPanel::DigitsPlace() const {
   return {area.left() + (area.width() - width) / 2, area.top() + (area.height() - digitHeight_) / 2.0};
 }
 
-// Milliseconds change a hundred times a second: only the digits that differ are painted.
+// Repaints only the digits that differ, because milliseconds change a hundred times per second.
 void LedPanel::UpdateDigits(const QString& before) {
   const QString now = Shown();
   const double advance = LedAdvance(digitHeight_);

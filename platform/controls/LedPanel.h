@@ -5,8 +5,7 @@
 
 namespace controls {
 
-// A number in yellow seven-segment digits on black. Unlit segments shimmer through. A value outside the range is shown
-// as its nearest end.
+// A number in yellow seven-segment digits on black, with unlit segments visible. Values are clamped to the range.
 class LedPanel : public QWidget {
   Q_OBJECT
   Q_PROPERTY(int digits READ Digits WRITE SetDigits)
@@ -21,7 +20,7 @@ class LedPanel : public QWidget {
   explicit LedPanel(QWidget* parent = nullptr);
 
   int Value() const { return value_; }
-  // Fires valueChanged() only when the shown value changes.
+  // Emits valueChanged() if the clamped value differs from the current one.
   void SetValue(int value);
   int Minimum() const { return minimum_; }
   void SetMinimum(int minimum);
@@ -30,14 +29,14 @@ class LedPanel : public QWidget {
   int Digits() const { return digits_; }
   void SetDigits(int digits);  // 1 to 9
   int DigitHeight() const { return digitHeight_; }
-  void SetDigitHeight(int height);  // logical pixels; sets all other measures
+  void SetDigitHeight(int height);  // logical pixels; all other sizes follow from it
   bool HasLeadingZeros() const { return leadingZeros_; }
   void SetLeadingZeros(bool leadingZeros);
-  // With a ground the panel paints its own black background and rim; without, it stands on an InstrumentGround.
+  // Whether the panel paints its own background and border; false for a panel on an InstrumentGround.
   bool HasGround() const { return ground_; }
   void SetGround(bool ground);
 
-  // The digits as shown, unlit places as blanks.
+  // The digits as shown; unlit places are blanks.
   QString Shown() const;
 
   QSize sizeHint() const override;
@@ -56,12 +55,12 @@ class LedPanel : public QWidget {
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
 
-  // Where the digits stand; the rest belongs to subclasses.
+  // The area of the digits; subclasses may use the rest.
   virtual QRect DigitArea() const { return rect(); }
   int Padding() const;
 
  private:
-  void MeasuresChanged();
+  void SizesChanged();
   QPointF DigitsPlace() const;
   void UpdateDigits(const QString& before);
 

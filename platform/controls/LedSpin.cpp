@@ -87,17 +87,17 @@ void LedSpin::mousePressEvent(QMouseEvent* event) {
 
 void LedSpin::mouseReleaseEvent(QMouseEvent* event) {
   const bool heldArrow = held_ != 0;
-  LetGo();
+  ReleaseArrow();
   if (!heldArrow) LedPanel::mouseReleaseEvent(event);
 }
 
-// A box that comes up while an arrow is held keeps the release of the mouse from here.
+// If a box opens while an arrow is pressed, the mouse release does not arrive here.
 void LedSpin::focusOutEvent(QFocusEvent* event) {
-  LetGo();
+  ReleaseArrow();
   LedPanel::focusOutEvent(event);
 }
 
-void LedSpin::LetGo() {
+void LedSpin::ReleaseArrow() {
   held_ = 0;
   repeat_->stop();
   update();

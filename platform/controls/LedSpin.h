@@ -7,8 +7,9 @@ class QTimer;
 
 namespace controls {
 
-// An LED panel with two arrows: six digits, 0 to 999999, step 10 at first. Up and Down, the wheel and the arrows change
-// the value by the step; a click on the digits, or Enter, emits clicked() so that the owner may ask for a number.
+// An LED panel with two arrows; by default six digits, 0 to 999999, step 10. Up and Down, the wheel and the arrows
+// change the value by one step. A click on the digits, or Enter, emits clicked(), so that the form can ask for a
+// number.
 class LedSpin : public LedPanel {
   Q_OBJECT
   Q_PROPERTY(int singleStep READ SingleStep WRITE SetSingleStep)
@@ -18,7 +19,7 @@ class LedSpin : public LedPanel {
 
   int SingleStep() const { return singleStep_; }
   void SetSingleStep(int step) { singleStep_ = step; }
-  // Adds `steps` times the step, held within the range.
+  // Adds `steps` times the step, clamped to the range.
   void StepBy(int steps);
 
   QSize sizeHint() const override;
@@ -34,11 +35,11 @@ class LedSpin : public LedPanel {
 
  private:
   QRect ArrowRect(bool up) const;
-  void LetGo();
+  void ReleaseArrow();
   void PaintArrow(QPainter& painter, bool up) const;
 
   int singleStep_ = 10;
-  int held_ = 0;  // +1 or -1 while the mouse holds an arrow
+  int held_ = 0;  // +1 or -1 while the mouse button is down on an arrow
   int wheelRest_ = 0;
   QTimer* repeat_;
 };

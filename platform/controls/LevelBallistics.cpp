@@ -6,8 +6,8 @@
 namespace controls {
 namespace {
 
-constexpr double kLevelFall = 30;  // dB a second
-constexpr double kPeakFall = 20;   // dB a second
+constexpr double kLevelFall = 30;  // dB per second
+constexpr double kPeakFall = 20;   // dB per second
 constexpr double kPeakHold = 1.5;  // seconds
 
 }  // namespace
@@ -20,7 +20,7 @@ void LevelBallistics::Advance(double seconds, double loudest) {
     held_ = 0;
     return;
   }
-  // What is left of this step after the hold has ended lets the peak fall.
+  // The peak falls during the part of this step after the hold time.
   const double falls = std::clamp(held_ + seconds - kPeakHold, 0.0, seconds);
   held_ += seconds;
   peak_ = std::max({peak_ - kPeakFall * falls, level_, kFloor});

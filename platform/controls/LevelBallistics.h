@@ -3,13 +3,13 @@
 
 namespace controls {
 
-// How a meter moves, apart from any clock or screen: the level jumps up and falls 30 dB a second; the peak stays
-// for 1.5 s, then falls 20 dB a second. Levels are in dBFS, from kFloor to 0.
+// The movement of a level meter, without clock or widget: the level rises at once and falls 30 dB per second; the peak
+// is held for 1.5 s and then falls 20 dB per second. Levels are in dBFS, from kFloor to 0.
 class LevelBallistics {
  public:
   static constexpr double kFloor = -60.0;
 
-  // Lets `seconds` pass, then takes the loudest level since the last call.
+  // Advances the time by `seconds`, then applies the loudest level (dBFS) since the last call.
   void Advance(double seconds, double loudest);
   void Reset();
 
@@ -20,7 +20,7 @@ class LevelBallistics {
  private:
   double level_ = kFloor;
   double peak_ = kFloor;
-  double held_ = 0;  // seconds for which the peak has stood
+  double held_ = 0;  // seconds since the peak was reached
 };
 
 }  // namespace controls

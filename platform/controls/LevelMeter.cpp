@@ -12,11 +12,11 @@
 namespace controls {
 namespace {
 
-constexpr int kTickMs = 34;      // under 30 repaints a second
-constexpr double kBlockDb = 2;   // what one block stands for
+constexpr int kTickMs = 34;      // fewer than 30 repaints per second
+constexpr double kBlockDb = 2;   // per block
 constexpr int kYellowFrom = 21;  // -18 dB
 constexpr int kRedFrom = 27;     // -6 dB
-constexpr double kUnlit = 0.15;  // share of the colour that shows in a dark block
+constexpr double kUnlit = 0.15;  // brightness of a dark block
 
 QColor ColourOf(int block) {
   if (block >= kRedFrom) return QColor(desktop::instrument::kRed);

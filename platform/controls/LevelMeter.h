@@ -9,8 +9,8 @@
 
 namespace controls {
 
-// One channel's level: 30 blocks of 2 dB from -60 to 0 dBFS, with peak hold. Give it levels as often as you like; it
-// repaints at most 30 times a second, and only the blocks that changed. At rest it costs nothing.
+// The level of one channel: 30 blocks of 2 dB from -60 to 0 dBFS, with peak hold. Levels may be set at any rate; it
+// repaints at most 30 times per second, and only the blocks that changed. Its timer stops when all blocks are dark.
 class LevelMeter : public QWidget {
   Q_OBJECT
   Q_PROPERTY(double level READ Level)
@@ -20,17 +20,17 @@ class LevelMeter : public QWidget {
 
   explicit LevelMeter(QWidget* parent = nullptr);
 
-  // A level in dBFS; what is above 0 counts as 0, what is below -60 as silence.
+  // A level in dBFS; above 0 counts as 0, below -60 as silence.
   void SetLevel(double decibels);
-  // Dark at once.
+  // Turns all blocks dark at once.
   void Reset();
 
   double Level() const { return ballistics_.Level(); }
   double Peak() const { return ballistics_.Peak(); }
-  // Lets time pass as the meter's own timer does.
+  // Advances the time, as the meter's timer does.
   void Advance(double seconds);
 
-  // Which blocks shine: all below LitBlocks(), and PeakBlock() (-1 none).
+  // The lit blocks: those from 0 to LitBlocks() - 1, and PeakBlock() (-1 = none).
   int LitBlocks() const;
   int PeakBlock() const;
 

@@ -5,8 +5,8 @@
 
 namespace controls {
 
-// The scale below level meters: 11 ticks of 6 dB, each fifth longer and numbered. Its ends stand under the ends of a
-// meter that is `inset` inside of the same width.
+// The scale below level meters: 11 ticks, one per 6 dB, each fifth longer and numbered. `inset` is the distance, in
+// logical pixels, from the widget's edges to the first and last tick.
 class LevelScale : public QWidget {
   Q_OBJECT
   Q_PROPERTY(int inset READ Inset WRITE SetInset)

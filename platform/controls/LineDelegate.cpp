@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 constexpr int kEdge = 12;
 constexpr int kMarkGap = 10;
 constexpr int kColumnGap = 24;
-constexpr int kNarrowestText = 140;  // the word column gives way before the text does
+constexpr int kNarrowestText = 140;  // the word column shrinks before the text does
 
 void DrawElided(QPainter& painter, const QRect& rect, const QString& text, const QColor& colour, Qt::Alignment side) {
   if (text.isEmpty() || rect.width() <= 0) return;

@@ -8,7 +8,7 @@ namespace controls {
 class LineModel;
 struct LineDetails;
 
-// Paints a line: number, mark, text, word, trailing text. Colours are read while painting.
+// Paints a line: number, mark, text, word, trailing text. Reads the colours while painting.
 class LineDelegate : public QStyledItemDelegate {
   Q_OBJECT
 

@@ -28,7 +28,7 @@ void LineModel::FoldTexts() {
     texts_.Append(lines_[static_cast<std::size_t>(index)].text);
 }
 
-void LineModel::ShowAllThatFit() {
+void LineModel::ApplyFilter() {
   FoldTexts();
   shown_.clear();
   for (int index = 0; index < Count(); ++index)
@@ -98,7 +98,7 @@ void LineModel::Move(int from, int to) {
   else
     std::rotate(begin + to, begin + from, begin + from + 1);
   texts_.Clear();
-  ShowAllThatFit();
+  ApplyFilter();
   endResetModel();
 }
 
@@ -130,7 +130,7 @@ void LineModel::SetDetails(int index, LineDetails details) {
 void LineModel::SetFilterText(const QString& text) {
   const QString before = std::exchange(folded_, FoldedTexts::Folded(text));
   if (!upToDate_ || !folded_.contains(before)) return Refilter();
-  // A text that grew leaves nothing that the shorter one did not.
+  // If the filter text was extended, only lines shown now can match.
   FoldTexts();
   beginResetModel();
   std::erase_if(shown_, [this](int index) { return !texts_.Holds(index, folded_); });
@@ -144,7 +144,7 @@ void LineModel::SetFilter(std::function<bool(int index)> shows) {
 
 void LineModel::Refilter() {
   beginResetModel();
-  ShowAllThatFit();
+  ApplyFilter();
   endResetModel();
 }
 

@@ -11,7 +11,7 @@
 
 namespace controls {
 
-// The lines of a list and which of them are shown. An "index" counts all lines, a "row" the shown ones.
+// The lines of a list, and which of them a filter shows. An "index" counts all lines, a "row" only the shown ones.
 class LineModel : public QAbstractListModel {
   Q_OBJECT
 
@@ -45,7 +45,7 @@ class LineModel : public QAbstractListModel {
   // -1: hidden, or no such line.
   int RowOf(int index) const;
 
-  // What columns need: whether there is any mark, and the longest texts beside the lines.
+  // For the widths of the columns: whether there is any mark, and the longest texts.
   bool HasMarks() const { return hasMarks_; }
   const QString& LongestWord() const { return longestWord_; }
   const QString& LongestTrailing() const { return longestTrailing_; }
@@ -56,18 +56,18 @@ class LineModel : public QAbstractListModel {
   Qt::DropActions supportedDropActions() const override { return Qt::MoveAction; }
 
  private:
-  // Texts must have been folded.
+  // FoldTexts must have been called.
   bool Shows(int index) const;
   void FoldTexts();
-  void ShowAllThatFit();
+  void ApplyFilter();
   void Measure(const LineDetails& details);
   void Changed(int index);
 
   std::vector<Line> lines_;
   std::vector<int> shown_;  // ascending
-  FoldedTexts texts_;       // of the first lines; FoldTexts adds what is missing
-  QString folded_;          // the filter's text
-  bool upToDate_ = true;    // shown_ is what the present filter leaves of the present texts
+  FoldedTexts texts_;       // of the first lines; FoldTexts adds the missing ones
+  QString folded_;          // the filter's text, folded
+  bool upToDate_ = true;    // shown_ matches the current filter and texts
   std::function<bool(int index)> shows_;
   QString longestWord_;
   QString longestTrailing_;

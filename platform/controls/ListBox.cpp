@@ -55,7 +55,7 @@ void ListBox::Clear() {
   announced_ = -1;
 }
 
-// Without this the view would choose the next line in place of a removed one.
+// Without this the view would select the line after a removed one.
 void ListBox::RemoveItem(int index) {
   lines_->At(index);
   const QScopedValueRollback quiet(silent_, true);
@@ -145,7 +145,7 @@ void ListBox::selectionChanged(const QItemSelection& selected, const QItemSelect
   if (now >= 0) Q_EMIT clicked();
 }
 
-// A click never takes the selection away, not even with Ctrl or below the last line.
+// A click never clears the selection, not even with Ctrl or below the last line.
 QItemSelectionModel::SelectionFlags ListBox::selectionCommand(const QModelIndex& index, const QEvent* event) const {
   if (event != nullptr && !index.isValid()) return QItemSelectionModel::NoUpdate;
   const QItemSelectionModel::SelectionFlags usual = QListView::selectionCommand(index, event);
@@ -234,8 +234,8 @@ void ListBox::dropEvent(QDropEvent* event) {
 
 // --- keys, mouse, painting
 
-// Where the keyboard stands in a list without a selection.
-int ListBox::RowToGoOn() const {
+// The row where the keyboard continues in a list without a selection.
+int ListBox::RowToContinueAt() const {
   if (!place_) return std::max(0, currentIndex().row());
   for (int row = 0; place_->itemData && row < ShownCount(); ++row) {
     if (ItemData(ShownLine(row)) == place_->itemData) return row;
@@ -243,13 +243,13 @@ int ListBox::RowToGoOn() const {
   return std::min(place_->row, ShownCount() - 1);
 }
 
-// The first step of a keyboard into a list without a selection chooses the line it stands on, not the one after it.
+// In a list without a selection, the first arrow key selects the current line, not the one after it.
 bool ListBox::SelectFromNothing(int key) {
   const bool steps = key == Qt::Key_Down || key == Qt::Key_Up || key == Qt::Key_Home || key == Qt::Key_Space ||
                      key == Qt::Key_PageDown || key == Qt::Key_PageUp;
   if (!steps || ListIndex() >= 0 || ShownCount() == 0) return false;
-  SetListIndex(lines_->IndexOf(key == Qt::Key_Home ? 0 : RowToGoOn()));
-  scrollTo(currentIndex());  // the view does not when it was its current line before
+  SetListIndex(lines_->IndexOf(key == Qt::Key_Home ? 0 : RowToContinueAt()));
+  scrollTo(currentIndex());  // the view does not if it already was the current line
   return true;
 }
 
@@ -276,7 +276,7 @@ void ListBox::paintEvent(QPaintEvent* event) {
   painter.drawText(viewport()->rect().adjusted(16, 16, -16, -16), Qt::AlignCenter | Qt::TextWordWrap, emptyText_);
 }
 
-// While hidden the list may have had any size; only now it is known what can be seen of it.
+// The list's size is unknown while it is hidden, so it scrolls to the selection when shown.
 void ListBox::showEvent(QShowEvent* event) {
   QListView::showEvent(event);
   if (event->spontaneous()) return;

@@ -14,9 +14,9 @@ namespace controls {
 class LineDelegate;
 class LineModel;
 
-// A list of text lines, each with a number of its own (ItemData). An index counts all lines from 0, hidden ones too.
-// ListIndex is the selected line, none = -1, whatever line the keyboard cursor stands on. Once the selected line is
-// gone, filled anew or removed, the first step of the keyboard goes on at its place. Quick with 100 000 lines.
+// A list of text lines, each with a number (ItemData). An index counts all lines from 0, including hidden ones.
+// ListIndex is the selected line, -1 = none, independent of Qt's current item. When the selected line is removed or the
+// list is filled again, the next arrow key continues at its position. Fast with 100 000 lines.
 class ListBox : public QListView {
   Q_OBJECT
   Q_PROPERTY(int rowHeight READ RowHeight WRITE SetRowHeight)
@@ -34,19 +34,19 @@ class ListBox : public QListView {
 
   // Adds a line at the end and returns its index.
   int AddItem(const QString& text, qint64 itemData = 0);
-  // The quick way to add many.
+  // Adds many lines, faster than one by one.
   void AddItems(std::vector<Line> lines);
-  // Removes all lines; nothing is selected then. Fires nothing.
+  // Removes all lines and the selection. Emits nothing.
   void Clear();
-  // Throws runtime::Error for an index out of range, as ItemData, Text, SetText, SetItemData and SetDetails do.
+  // Throws runtime::Error for an index out of range, as do ItemData, Text, SetText, SetItemData and SetDetails.
   void RemoveItem(int index);
   int ListCount() const;
 
   int ListIndex() const;
-  // Selects a line, -1 none. Fires clicked() when another line becomes the selected one. Selecting a hidden line, or an
-  // index out of range, throws runtime::Error.
+  // Selects a line; -1 = none. Emits clicked() when another line becomes selected. Throws runtime::Error for a hidden
+  // line or an index out of range.
   void SetListIndex(int index);
-  // Selects the first line with this number, none when there is none; whether there was one.
+  // Selects the first line with this number and returns true; without one, selects nothing and returns false.
   bool SelectWhereItemData(qint64 itemData);
 
   QString Text(int index) const;
@@ -56,35 +56,35 @@ class ListBox : public QListView {
   const LineDetails& Details(int index) const;
   void SetDetails(int index, LineDetails details);
 
-  // Hides the lines whose text does not hold `text` (letter case does not count); empty shows all. A hidden line loses
-  // its selection.
+  // Hides the lines whose text does not contain `text`, ignoring letter case; empty shows all. A hidden line is
+  // deselected.
   void SetFilterText(const QString& text);
-  // Hides the lines for which `shows` answers false, besides those the text hides; null shows all.
+  // Also hides the lines for which `shows` returns false; null shows all.
   void SetFilter(std::function<bool(int index)> shows);
-  // Filters again after what the predicate looks at has changed.
+  // Filters again after data used by the predicate changed.
   void Refilter();
   int ShownCount() const;
   bool IsShown(int index) const;
-  // The line that is shown in that row, 0 to ShownCount() - 1.
+  // The index of the line shown in that row, 0 to ShownCount() - 1.
   int ShownLine(int row) const;
 
-  // Moves one line; the selection goes with it. Emits lineMoved().
+  // Moves one line and selects it. Emits lineMoved().
   void MoveLine(int from, int to);
 
   int RowHeight() const;
-  void SetRowHeight(int height);  // at the usual 10 pt; the row grows with the font
+  void SetRowHeight(int height);  // logical pixels for a 10 pt font; scales with the font
   bool IsNumbered() const;
-  void SetNumbered(bool numbered);  // a counting number before each line
+  void SetNumbered(bool numbered);  // shows a number, from 1, before each line
   bool IsMovable() const { return movable_; }
   void SetMovable(bool movable);  // the user moves lines with Alt+Up/Down and by dragging
   QString EmptyText() const { return emptyText_; }
-  void SetEmptyText(const QString& text);  // shown centred and quiet while no line is visible
+  void SetEmptyText(const QString& text);  // shown centred while no line is visible
 
  Q_SIGNALS:
-  // The selection became a line, by hand or by program. Never fired by filling or clearing, nor when it stays the same.
+  // Another line was selected, by the user or by the program. Not emitted by filling or clearing.
   void clicked();
   void doubleClicked();
-  // The selected line was hidden by a filter, or the selection taken away by SetListIndex(-1).
+  // The selected line was hidden by a filter, or deselected by SetListIndex(-1).
   void selectionLost();
   void lineMoved(int from, int to);
 
@@ -100,21 +100,21 @@ class ListBox : public QListView {
  private:
   struct Place {
     int row = 0;
-    std::optional<qint64> itemData;  // of the line that stood there, when it may come again
+    std::optional<qint64> itemData;  // of the removed line, if it may be added again
   };
 
   void SelectSilently(int index);
   void MoveSelected(int step);
   bool SelectFromNothing(int key);
-  int RowToGoOn() const;
+  int RowToContinueAt() const;
   void RestoreAfterFilter(int selected);
 
   LineModel* lines_;
   LineDelegate* delegate_;
   bool movable_ = false;
   bool silent_ = false;
-  int announced_ = -1;          // the line that listeners know as selected
-  std::optional<Place> place_;  // of the line that was selected; none once another one is
+  int announced_ = -1;          // the selected line according to the last signal
+  std::optional<Place> place_;  // of the line that was selected last; none while one is selected
   QString emptyText_;
 };
 

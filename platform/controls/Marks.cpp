@@ -28,7 +28,7 @@ QColor ToneColour(LineTone tone, const QPalette& palette) {
 }
 
 void PaintMark(QPainter& painter, const QRectF& rect, LineMark mark, const QColor& colour) {
-  // Drawn on a square of 14 around the origin.
+  // Coordinates are in a 14 x 14 square around the origin.
   const double side = std::min(rect.width(), rect.height());
   painter.save();
   painter.setRenderHint(QPainter::Antialiasing);

@@ -13,10 +13,10 @@ namespace controls {
 
 inline constexpr int kMarkSize = 14;
 
-// The colour of a tone on the background of lists.
+// The colour of a tone, for the background of lists.
 QColor ToneColour(LineTone tone, const QPalette& palette);
 
-// Paints a mark in the middle of `rect`, as large as its shorter side.
+// Paints a mark in the centre of `rect`, as large as its shorter side.
 void PaintMark(QPainter& painter, const QRectF& rect, LineMark mark, const QColor& colour);
 
 }  // namespace controls

@@ -68,7 +68,7 @@ void PositionSlider::mouseReleaseEvent(QMouseEvent* event) {
   setSliderDown(false);
 }
 
-// As if the knob had been taken there by hand.
+// Emits the same signals as a drag of the knob.
 void PositionSlider::SeekTo(qint64 target) {
   setSliderDown(true);
   setSliderPosition(static_cast<int>(std::clamp<qint64>(target, minimum(), maximum())));
@@ -100,18 +100,18 @@ void PositionSlider::keyPressEvent(QKeyEvent* event) {
   }
 }
 
-// The wheel scrolls the window the slider stands in.
+// The wheel scrolls the surrounding window instead.
 void PositionSlider::wheelEvent(QWheelEvent* event) {
   event->ignore();
 }
 
-// A box that comes up while the knob is held keeps the release of the mouse from here: it is let go where it is.
+// If a box opens while the knob is held, the mouse release does not arrive here; the knob is released where it is.
 void PositionSlider::focusOutEvent(QFocusEvent* event) {
   setSliderDown(false);
   QAbstractSlider::focusOutEvent(event);
 }
 
-// While playing the value changes a hundred times a second: what can't be seen to move is not painted.
+// While playing the value changes a hundred times per second; movements below a pixel are not repainted.
 void PositionSlider::sliderChange(SliderChange change) {
   if (change != SliderValueChange) {
     shownX_ = KnobX();

@@ -5,23 +5,24 @@
 
 namespace controls {
 
-// The place in a file, in milliseconds. sliderPressed() when the user begins to move it, sliderReleased() when he lets
-// go; an arrow or page key gives both around its step, so that seeking by key and by hand is one way. A press on the
-// groove takes the knob there. The program may set the value meanwhile: the owner decides whether it should.
+// The position in a file, in milliseconds. Emits sliderPressed() and sliderReleased() when the user starts and stops
+// moving it; also around the step of an arrow or page key, so that all seeking works the same way. A press on the
+// groove moves the knob there. The program can set the value while the user moves it; the form must prevent that if
+// needed.
 class PositionSlider : public QAbstractSlider {
   Q_OBJECT
 
  public:
   explicit PositionSlider(QWidget* parent = nullptr);
 
-  // How far the ends of the groove stand from the widget's edges: the same as in WaveformStrip.
+  // Distance from the widget's edges to the ends of the groove, in logical pixels; the same as in WaveformStrip.
   static constexpr int kInset = 8;
 
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
 
  Q_SIGNALS:
-  // Space was pressed: play, or stop.
+  // Space was pressed.
   void playStopRequested();
 
  protected:
@@ -42,7 +43,7 @@ class PositionSlider : public QAbstractSlider {
   void PaintTicks(QPainter& painter) const;
   void PaintKnob(QPainter& painter) const;
 
-  double shownX_ = kInset;  // where the knob was last asked to be painted
+  double shownX_ = kInset;  // position of the knob at the last repaint request
 };
 
 }  // namespace controls

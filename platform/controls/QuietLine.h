@@ -5,7 +5,7 @@
 
 namespace controls {
 
-// A quiet line of text, such as the count below a list.
+// A line of text in the hint colour, such as the count below a list.
 class QuietLine : public ElidedLine {
   Q_OBJECT
 

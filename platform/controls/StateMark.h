@@ -7,7 +7,7 @@
 
 namespace controls {
 
-// One mark on its own, beside a text that says the same in words.
+// A single mark, next to a text that says the same.
 class StateMark : public QWidget {
   Q_OBJECT
 

@@ -16,8 +16,8 @@ namespace {
 using namespace Qt::StringLiterals;
 namespace colour = desktop::instrument;
 
-constexpr double kPlayed = 0.8;         // what has been played is a fifth darker
-constexpr double kOuttroGround = 0.15;  // yellow in the ground of the outtro
+constexpr double kPlayed = 0.8;         // brightness of the part that was played
+constexpr double kOuttroGround = 0.15;  // share of yellow in the outtro's background
 constexpr double kClosestNumbers = 60;  // logical pixels
 
 QColor Darker(const QColor& shade) {
@@ -25,7 +25,7 @@ QColor Darker(const QColor& shade) {
                           shade.blueF() * float(kPlayed));
 }
 
-// Seconds between two numbers of the ruler, so that they do not run into each other.
+// Seconds between two numbers of the ruler, so that they do not overlap.
 int RulerStep(double pixelsPerSecond) {
   static constexpr std::array<int, 12> kSteps{5, 10, 15, 30, 60, 120, 300, 600, 900, 1800, 3600, 7200};
   for (const int step : kSteps)
@@ -68,7 +68,7 @@ void PaintWave(QPainter& painter, const WaveformView& view, const QRect& dirty) 
     const double from = std::max<double>(wave.left(), view.XOf(view.MixStart()));
     painter.fillRect(QRectF(from, wave.top(), wave.right() + 1 - from, wave.height()), ground);
   }
-  // One column a device pixel.
+  // One column per device pixel.
   const double scale = painter.device()->devicePixelRatioF();
   const double middle = wave.top() + wave.height() / 2.0;
   const double half = wave.height() / 2.0 - 2;

@@ -11,15 +11,15 @@ namespace controls {
 
 class WaveformPeaks;
 
-// What a strip shows at one moment, and how its parts are painted. Times in milliseconds, places in logical pixels.
+// The data for painting a waveform strip. Times in milliseconds, positions in logical pixels.
 struct WaveformView {
   const WaveformPeaks* peaks = nullptr;
-  QRect wave;           // where the peaks stand; the ruler lies below it
+  QRect wave;           // area of the peaks; the ruler is below it
   qint64 firstMs = 0;   // at the left end
   qint64 lengthMs = 0;  // at the right end
   qint64 positionMs = 0;
   qint64 mixMs = 0;
-  double hoverX = -1;  // -1: the mouse is elsewhere
+  double hoverX = -1;  // of the mouse; -1: outside
 
   double XOf(qint64 ms) const;
   qint64 MsAt(double x) const;
@@ -34,7 +34,7 @@ void PaintMixLine(QPainter& painter, const WaveformView& view, const QRect& flag
 void PaintPlayHead(QPainter& painter, const WaveformView& view);
 void PaintHover(QPainter& painter, const WaveformView& view);
 
-// "1:02:03", "0:07"; with milliseconds "0:07,250".
+// "1:02:03" or "0:07"; with milliseconds "0:07,250".
 QString TimeText(qint64 ms, bool withMs);
 
 }  // namespace controls

@@ -17,7 +17,7 @@ void WaveformPeaks::Append(const std::vector<Peak>& peaks) {
 }
 
 WaveformPeaks::Summary WaveformPeaks::Between(double from, double to) const {
-  // A file may turn out a little longer than was expected; then all of it still fits the width.
+  // If there are more peaks than expected, all of them share the width.
   const int total = std::max(expected_, Count());
   const auto first = std::clamp(static_cast<int>(from * total), 0, std::max(0, total - 1));
   const auto last = std::clamp(static_cast<int>(std::ceil(to * total)), first + 1, std::max(first + 1, total));

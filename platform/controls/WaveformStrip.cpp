@@ -16,10 +16,10 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr int kInset = 8;  // as the slider's, so that both read as one
+constexpr int kInset = 8;  // the same as the slider's, so that both are aligned
 constexpr int kTop = 5;
-constexpr double kGrip = 5;  // how near the mix line a press takes hold of it
-constexpr int kAround = 8;   // what a moving line covers to its left and right
+constexpr double kGrip = 5;  // distance within which a press grabs the mix line
+constexpr int kAround = 8;   // repainted to the left and right of a moving line
 
 QFont ScaleFont(QFont font) {
   if (font.pointSizeF() > 3) font.setPointSizeF(font.pointSizeF() - 2);
@@ -45,7 +45,7 @@ QSize WaveformStrip::minimumSizeHint() const {
   return {160, 56};
 }
 
-// --- what is shown
+// --- contents
 
 void WaveformStrip::Clear() {
   Begin(0, 0);
@@ -62,7 +62,7 @@ void WaveformStrip::Begin(qint64 lengthMs, int expectedPeaks) {
   update();
 }
 
-// Only the columns that get something to show; more peaks than expected move all of them.
+// Repaints only the new columns, or all of them when there are more peaks than expected.
 void WaveformStrip::AppendPeaks(const std::vector<Peak>& peaks) {
   const double before = XOfPeak(peaks_.Count());
   peaks_.Append(peaks);
@@ -82,7 +82,7 @@ void WaveformStrip::SetEmptyText(const QString& text) {
   update();
 }
 
-// Also what lies between changes its shade. Steps too small to see cost nothing.
+// Repaints the range between the old and the new position, which changes its shade; nothing for less than a pixel.
 void WaveformStrip::SetPositionMs(qint64 position) {
   position = std::clamp<qint64>(position, 0, lengthMs_);
   if (position == positionMs_) return;
@@ -117,7 +117,7 @@ void WaveformStrip::UpdateAccessible() {
       tr("Duur %1, mixpunt %2 vóór het einde").arg(TimeText(lengthMs_, true), TimeText(mixMs_, true)));
 }
 
-// --- places and times
+// --- positions and times
 
 QRect WaveformStrip::WaveRect() const {
   return rect().adjusted(kInset, kTop, -kInset, -kRulerHeight - 1);
@@ -179,9 +179,9 @@ void WaveformStrip::changeEvent(QEvent* event) {
   if (event->type() == QEvent::EnabledChange || event->type() == QEvent::FontChange) update();
 }
 
-// --- hands
+// --- mouse and keys
 
-// The user's own move: held to the step, and told to the owner.
+// A move by the user: rounded to the step and signalled.
 void WaveformStrip::MoveMix(qint64 mix) {
   mix = std::clamp<qint64>(mix, 0, lengthMs_);
   if (mix == mixMs_) return;
@@ -205,7 +205,7 @@ void WaveformStrip::mousePressEvent(QMouseEvent* event) {
 void WaveformStrip::mouseMoveEvent(QMouseEvent* event) {
   if (lengthMs_ == 0) return;
   const double x = event->position().x();
-  if (!event->buttons().testFlag(Qt::LeftButton)) dragging_ = false;  // a box kept the release of the mouse from here
+  if (!event->buttons().testFlag(Qt::LeftButton)) dragging_ = false;  // a box took the mouse release
   if (dragging_) {
     const qint64 mix = lengthMs_ - MsAt(x - grabOffset_);
     return MoveMix((mix + kMixStepMs / 2) / kMixStepMs * kMixStepMs);

@@ -11,9 +11,9 @@ namespace controls {
 
 struct WaveformView;
 
-// The picture of a sound file: peaks as they come in, what has been played, the outtro (the last MixMs), a ruler. A
-// click asks to seek, dragging the flag (or Left and Right) moves the mix point. All times are in milliseconds; it
-// plays nothing itself. Plus or the wheel shows the last 30 s, Minus the whole again.
+// The waveform of a sound file, with the played part, the outtro (the last MixMs) and a ruler. A click requests a seek;
+// dragging the flag (or Left and Right) moves the mix point; Plus or the wheel zooms to the last 30 s, Minus back. All
+// times are in milliseconds. Does not play sound itself.
 class WaveformStrip : public QWidget {
   Q_OBJECT
   Q_PROPERTY(bool zoomed READ IsZoomed WRITE SetZoomed NOTIFY zoomedChanged)
@@ -21,26 +21,26 @@ class WaveformStrip : public QWidget {
  public:
   explicit WaveformStrip(QWidget* parent = nullptr);
 
-  // Without a file: no peaks, the inviting text.
+  // Removes the file and shows the empty text.
   void Clear();
-  // A new file: no peaks yet. `expectedPeaks` of equal duration will cover the length, one after the other.
+  // Starts a new file. `expectedPeaks` peaks of equal duration will cover its length; they are added by AppendPeaks.
   void Begin(qint64 lengthMs, int expectedPeaks);
   void AppendPeaks(const std::vector<Peak>& peaks);
   int PeakCount() const { return peaks_.Count(); }
-  // The file can't be shown: the reason, in place of the picture.
+  // Shows the reason why the file has no waveform.
   void ShowTrouble(const QString& reason);
 
   qint64 LengthMs() const { return lengthMs_; }
   qint64 PositionMs() const { return positionMs_; }
   void SetPositionMs(qint64 position);
   qint64 MixMs() const { return mixMs_; }
-  void SetMixMs(qint64 mix);  // before the end; fires nothing
+  void SetMixMs(qint64 mix);  // before the end; emits nothing
 
-  // Whether only the last 30 s fill the width.
+  // Whether the width shows only the last kZoomMs.
   bool IsZoomed() const { return zoomed_; }
   void SetZoomed(bool zoomed);
 
-  // The step by which the mix point moves, and to whose multiples a drag holds it.
+  // The step for moving the mix point; a drag rounds to its multiples.
   static constexpr int kMixStepMs = 10;
   static constexpr int kZoomMs = 30000;
 
@@ -48,7 +48,7 @@ class WaveformStrip : public QWidget {
   void SetEmptyText(const QString& text);
   QString TroubleText() const { return trouble_; }
 
-  // Where a time stands, and what time stands at a place: logical pixels from the widget's left edge.
+  // Converts between a time and a position in logical pixels from the widget's left edge.
   double XOf(qint64 ms) const;
   qint64 MsAt(double x) const;
   QRect FlagRect() const;
@@ -58,7 +58,7 @@ class WaveformStrip : public QWidget {
 
  Q_SIGNALS:
   void seekRequested(qint64 positionMs);
-  // The user moved the mix point; it is already shown.
+  // The user moved the mix point; MixMs() is the new value.
   void mixMoved(qint64 mixMs);
   void playStopRequested();
   void zoomedChanged(bool zoomed);
@@ -87,7 +87,7 @@ class WaveformStrip : public QWidget {
   qint64 mixMs_ = 0;
   double hoverX_ = -1;
   bool dragging_ = false;
-  double grabOffset_ = 0;  // from the mix line to where it was taken hold of
+  double grabOffset_ = 0;  // from the mix line to where the drag started
   bool zoomed_ = false;
   QString emptyText_;
   QString trouble_;

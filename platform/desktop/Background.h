@@ -10,9 +10,9 @@
 
 namespace desktop {
 
-// Does work that may hang, such as looking at a network folder, in another thread and returns its result, or throws
-// what it threw. Meanwhile windows repaint but take no input. The work must end by itself, touch no window and own what
-// it uses. User-interface thread only.
+// Runs work that may hang, such as reading a network folder, in another thread and waits for it. Returns its result or
+// rethrows its exception. Meanwhile windows repaint but accept no input. The work must end by itself, use no window and
+// own its data. User-interface thread only.
 template <class Work>
 auto InBackground(Work work) -> decltype(work()) {
   std::optional<decltype(work())> result;

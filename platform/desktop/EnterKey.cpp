@@ -15,7 +15,7 @@ bool IsEnter(const QKeyEvent& key) {
   return held == Qt::NoModifier && (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter);
 }
 
-// Check boxes and options are not pressed: Enter is the window's there. What a button with a menu does is Qt's.
+// Not for check boxes and radio buttons: Enter triggers the default button there. Buttons with a menu are left to Qt.
 QAbstractButton* AsButton(QObject* watched) {
   if (auto* button = qobject_cast<QPushButton*>(watched)) return button->menu() == nullptr ? button : nullptr;
   auto* tool = qobject_cast<QToolButton*>(watched);
@@ -34,7 +34,7 @@ bool EnterKey::eventFilter(QObject* watched, QEvent* event) {
   QAbstractButton* button = IsEnter(key) ? AsButton(watched) : nullptr;
   if (button == nullptr) return false;
   if (button->property("danger").toBool()) {
-    event->ignore();  // goes on to the window
+    event->ignore();  // the window handles it
   } else if (!key.isAutoRepeat()) {
     button->click();
   }

@@ -7,9 +7,9 @@ class QApplication;
 
 namespace desktop {
 
-// Enter presses the button that has the focus, on every desktop alike: Qt leaves it to the platform, and where that
-// does not, Enter on "Annuleren" would do what OK does. On a button marked "danger" Enter is the window's default, as
-// anywhere else in the window. Make one in main(), and keep it.
+// Makes Enter press the focused button on every desktop. Qt leaves that to the platform; without it, Enter on
+// "Annuleren" could trigger OK. On a button with the property "danger", Enter triggers the window's default button
+// instead. Create one in main() that lives as long as the application.
 class EnterKey : public QObject {
   Q_OBJECT
 

@@ -3,10 +3,10 @@
 
 namespace desktop {
 
-// Lets waiting events of every kind be handled, also clicks and keys: a "stop" button works between two steps.
+// Processes pending events of every kind, including clicks and keys, so that a stop button works between two steps.
 void YieldToEvents();
 
-// Lets windows repaint, but leaves clicks and keys waiting: for the steps of a long copy.
+// Processes pending events except clicks and keys, so that windows repaint during a long operation.
 void RepaintWindows();
 
 }  // namespace desktop

@@ -19,7 +19,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-// The host tells upper from lower case, the people who named the files did not.
+// The host's file names are case-sensitive, but the users' files have extensions in either case.
 QString BothCases(const QString& patterns) {
   QStringList all;
   for (const QString& pattern : patterns.split(u';', Qt::SkipEmptyParts))
@@ -28,7 +28,7 @@ QString BothCases(const QString& patterns) {
   return all.join(u' ');
 }
 
-// Qt has no Dutch word for a folder where it tells the sorts of files.
+// Qt's Dutch translation lacks the file type "folder".
 class DutchSorts : public QFileIconProvider {
  public:
   QString type(const QFileInfo& file) const override {
@@ -36,13 +36,13 @@ class DutchSorts : public QFileIconProvider {
   }
 };
 
-// The description stands as it was given; the patterns in both letter cases behind it are for the dialog alone.
+// The patterns in both letter cases are appended to the description; the dialog hides them.
 void SetFilters(QFileDialog& dialog, const QString& filter) {
   dialog.setOption(QFileDialog::HideNameFilterDetails);
   dialog.setNameFilters(NameFilters(filter));
 }
 
-// Of several filters the one that shows files of that suffix, so that nobody chooses it anew for each file.
+// The first filter that matches files with this suffix, so that the user need not choose it for each file.
 void SelectFilterFor(QFileDialog& dialog, const QString& suffix) {
   const QString pattern = u"*."_s + suffix.toLower();
   for (const QString& filter : dialog.nameFilters()) {
@@ -51,7 +51,8 @@ void SelectFilterFor(QFileDialog& dialog, const QString& suffix) {
   }
 }
 
-// Qt's own dialog cuts names, dates and places short. A desktop's own one has none of these parts.
+// Widens the columns of Qt's own dialog, which cut off names, dates and places. A native dialog has none of these
+// parts.
 void MakeRoom(QFileDialog& dialog) {
   constexpr QSize kOpeningSize(860, 540);
   constexpr int kPlaces = 150;  // width of the list of places
@@ -65,7 +66,7 @@ void MakeRoom(QFileDialog& dialog) {
 
 QString Answer(QFileDialog& dialog) {
   const ArrowPointer arrow;
-  static auto* const sorts = new DutchSorts;  // the thread that reads folders may ask it after the dialog has gone
+  static auto* const sorts = new DutchSorts;  // never deleted: Qt's folder-reading thread may use it after the dialog
   dialog.setIconProvider(sorts);
   MakeRoom(dialog);
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
@@ -133,16 +134,16 @@ QString ChooseSaveFile(QWidget* owner, const QString& title, const QString& filt
   return Answer(dialog);
 }
 
-FileChooserScript::FileChooserScript() : older_(youngest_) {
-  youngest_ = this;
+FileChooserScript::FileChooserScript() : previous_(active_) {
+  active_ = this;
 }
 
 FileChooserScript::~FileChooserScript() {
-  youngest_ = older_;
+  active_ = previous_;
 }
 
 FileChooserScript* FileChooserScript::Active() {
-  return youngest_;
+  return active_;
 }
 
 QString FileChooserScript::Take(const ShownFileChooser& request) {

@@ -13,7 +13,7 @@ namespace desktop {
 FileDrop::FileDrop(QWidget* window) : QObject(window), window_(window) {
   window->setAcceptDrops(true);
   window->installEventFilter(this);
-  // A text field takes the addresses of files for text to insert, unless they are taken before it sees them.
+  // Filtered before the fields get the event: a text field would insert the files' URLs as text.
   for (QWidget* child : window->findChildren<QWidget*>())
     child->installEventFilter(this);
 }
@@ -25,22 +25,22 @@ bool FileDrop::eventFilter(QObject* watched, QEvent* event) {
   }
   auto& drop = static_cast<QDropEvent&>(*event);
   if (!drop.mimeData()->hasUrls()) return QObject::eventFilter(watched, event);
-  if (!TakesNow()) {
+  if (!AcceptsDrops()) {
     drop.ignore();
     return true;
   }
-  drop.setDropAction(Qt::CopyAction);  // the files stay where they are
+  drop.setDropAction(Qt::CopyAction);  // the source must not delete the files
   drop.accept();
-  if (type == QEvent::Drop) Take(*drop.mimeData());
+  if (type == QEvent::Drop) Drop(*drop.mimeData());
   return true;
 }
 
-bool FileDrop::TakesNow() const {
+bool FileDrop::AcceptsDrops() const {
   const QWidget* modal = QApplication::activeModalWidget();
   return modal == nullptr || modal == window_;
 }
 
-void FileDrop::Take(const QMimeData& data) {
+void FileDrop::Drop(const QMimeData& data) {
   QStringList files;
   for (const QUrl& url : data.urls())
     files += url.isLocalFile() ? url.toLocalFile() : url.toString();

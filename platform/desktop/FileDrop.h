@@ -9,26 +9,26 @@ class QMimeData;
 
 namespace desktop {
 
-// Files dropped anywhere on a window, fields included. Everything else that is dragged goes its usual way, and a window
-// that waits for another one takes nothing. The window owns it. User-interface thread only.
+// Accepts files dropped anywhere on a window, including its fields. Other drags are handled as usual. A window blocked
+// by a modal one accepts nothing. Owned by the window. User-interface thread only.
 class FileDrop : public QObject {
   Q_OBJECT
 
  public:
-  // To be called once the window's controls exist.
+  // Create it after the window's controls.
   explicit FileDrop(QWidget* window);
 
  Q_SIGNALS:
-  // Host paths in the order in which they were dropped; what is no file of this host comes as its address. Arrives
-  // through the event loop: the program that the files come from waits for the end of the drop itself.
+  // Host paths in the order of the drop; for a non-local file its URL. Emitted through the event loop, because the
+  // program where the drag started waits until the drop has ended.
   void dropped(const QStringList& files);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  bool TakesNow() const;
-  void Take(const QMimeData& data);
+  bool AcceptsDrops() const;
+  void Drop(const QMimeData& data);
 
   QWidget* window_;
 };

@@ -6,8 +6,8 @@
 
 namespace desktop {
 
-// For a step that may disable the control it was asked for with: when it does, the focus goes to `home` at the end of
-// the step. Qt gives it to whatever is next, where the key pressed once more would do something else.
+// For code that may disable the focused control: if it does, the focus moves to `home` at the end of the scope. Qt
+// would move it to the next control, where pressing the same key again would do something else.
 class FocusFallback {
  public:
   explicit FocusFallback(QWidget& home) : home_(home), before_(home.window()->focusWidget()) {}

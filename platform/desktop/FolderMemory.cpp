@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 constexpr auto kPatience = 1s;
-const QString kSuffix = u" (soort)"_s;  // behind the kind's name
+const QString kSuffix = u" (soort)"_s;  // appended to the kind's name
 
 bool IsThere(const QString& folder) {
   return InBackground([folder] { return runtime::Probe(folder, kPatience); }) == runtime::Presence::There;
@@ -25,28 +25,28 @@ bool IsThere(const QString& folder) {
 }  // namespace
 
 FolderMemory::FolderMemory(const QString& file)
-    : folders_(std::make_unique<QSettings>(file, QSettings::IniFormat)), older_(youngest_) {
-  youngest_ = this;
+    : folders_(std::make_unique<QSettings>(file, QSettings::IniFormat)), previous_(active_) {
+  active_ = this;
 }
 
 FolderMemory::~FolderMemory() {
-  youngest_ = older_;
+  active_ = previous_;
 }
 
 QString FolderMemory::FolderOf(const QString& kind) {
-  if (youngest_ == nullptr || kind.isEmpty()) return {};
-  const QString folder = youngest_->folders_->value(kind).toString();
+  if (active_ == nullptr || kind.isEmpty()) return {};
+  const QString folder = active_->folders_->value(kind).toString();
   return !folder.isEmpty() && IsThere(folder) ? folder : QString();
 }
 
 QString FolderMemory::SuffixOf(const QString& kind) {
-  return youngest_ == nullptr || kind.isEmpty() ? QString() : youngest_->folders_->value(kind + kSuffix).toString();
+  return active_ == nullptr || kind.isEmpty() ? QString() : active_->folders_->value(kind + kSuffix).toString();
 }
 
 void FolderMemory::Chosen(const QString& kind, const QString& file) {
-  if (youngest_ == nullptr || kind.isEmpty()) return;
-  youngest_->folders_->setValue(kind, QFileInfo(file).path());
-  youngest_->folders_->setValue(kind + kSuffix, QFileInfo(file).suffix());
+  if (active_ == nullptr || kind.isEmpty()) return;
+  active_->folders_->setValue(kind, QFileInfo(file).path());
+  active_->folders_->setValue(kind + kSuffix, QFileInfo(file).suffix());
 }
 
 }  // namespace desktop

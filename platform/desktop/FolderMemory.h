@@ -9,29 +9,28 @@ class QSettings;
 
 namespace desktop {
 
-// Where the user last chose a file of a kind ("item-spots", ...), and of which sort it was, kept in a file of the
-// user's own from one run to the next. While one lives, the choosers ask it; the youngest counts. User-interface thread
-// only.
+// Remembers in a settings file, per kind ("item-spots", ...), in which folder the user last chose a file and its
+// suffix. The file choosers use it while an instance exists; the newest instance counts. User-interface thread only.
 class FolderMemory {
  public:
-  // `file`: host path; made when missing. Without write permission nothing is kept, and nothing else happens.
+  // `file` is a host path, created when missing. Without write permission nothing is stored; that is not an error.
   explicit FolderMemory(const QString& file);
   ~FolderMemory();
   FolderMemory(const FolderMemory&) = delete;
   FolderMemory& operator=(const FolderMemory&) = delete;
 
-  // Host path of the folder; empty when nothing is known. A folder that is gone, or on a drive that does not answer, is
-  // empty too: a dialog that opened there would keep the user waiting.
+  // Host path of the folder; empty when none is stored. Also empty when the folder is gone or its drive does not
+  // respond: a dialog opened there would hang.
   static QString FolderOf(const QString& kind);
-  // The suffix of the file chosen last ("wav"); empty when nothing is known.
+  // The suffix of the last chosen file ("wav"); empty when none is stored.
   static QString SuffixOf(const QString& kind);
-  // `file`: host path of what was chosen. Nothing without a memory.
+  // Stores the choice; `file` is its host path. No effect without an instance.
   static void Chosen(const QString& kind, const QString& file);
 
  private:
   std::unique_ptr<QSettings> folders_;
-  FolderMemory* older_;
-  static inline FolderMemory* youngest_ = nullptr;
+  FolderMemory* previous_;
+  static inline FolderMemory* active_ = nullptr;
 };
 
 }  // namespace desktop

@@ -14,7 +14,7 @@
 
 #include <algorithm>
 
-// Q_INIT_RESOURCE must stand outside of any namespace.
+// Q_INIT_RESOURCE must be used outside any namespace.
 static void NeedIconResources() {
   Q_INIT_RESOURCE(desktop);
 }
@@ -24,14 +24,14 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr int kAccentFrom = 24;  // logical pixels from which one element may carry the accent
+constexpr int kAccentFrom = 24;  // minimum size in logical pixels for the accent colour
 
 QString FileOf(const QString& name) {
   NeedIconResources();
   return u":/spotrooster/icons/"_s + name + u".svg"_s;
 }
 
-// The drawing with its lines in `colour`, the elements marked as accent in `accent`.
+// The SVG with its lines in `colour` and the elements marked as accent in `accent`.
 QByteArray Tinted(const QString& name, const QColor& colour, const QColor& accent) {
   QFile file(FileOf(name));
   if (!file.open(QIODevice::ReadOnly)) return {};
@@ -74,7 +74,7 @@ QColor TintColour(IconTint tint, QIcon::Mode mode) {
   return palette.color(QPalette::ButtonText);
 }
 
-// Looks its colours up at every painting, so that an icon set once follows the palette.
+// Reads its colours each time it paints, so that icons follow a palette change.
 class TintedEngine : public QIconEngine {
  public:
   TintedEngine(QString name, IconTint tint) : name_(std::move(name)), tint_(tint) {}

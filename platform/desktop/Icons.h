@@ -11,17 +11,17 @@ class QRect;
 
 namespace desktop {
 
-// What an icon's lines are drawn in. The colour itself is looked up while painting, so icons follow the palette.
-// OnHighlight: the colour of texts on a selected line.
+// The colour of an icon's lines. It is read from the palette while painting, so icons follow a palette change.
+// OnHighlight is the text colour of a selected line.
 enum class IconTint { Text, Accent, Danger, Warning, Quiet, OnHighlight };
 
-// One of the program's own icons by its name ("nieuw", "open", "play", ...). An unknown name gives a null icon.
+// One of the program's icons by its name ("nieuw", "open", "play", ...). A null icon for an unknown name.
 QIcon Icon(const QString& name, IconTint tint = IconTint::Text);
 
 // The program's icon in all usual sizes.
 QIcon AppIcon();
 
-// All names that Icon() knows.
+// All names that Icon() accepts.
 QStringList IconNames();
 
 // Paints an icon's shape in one colour, centred in `rect` as a square of its shorter side.

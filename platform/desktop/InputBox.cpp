@@ -11,21 +11,21 @@ std::optional<QString> AskText(QWidget* owner, const QString& prompt, const QStr
                                const QString& defaultText) {
   const ArrowPointer arrow;
   InputDialog dialog(OwnerOrActive(owner), prompt, title, defaultText);
-  if (InputBoxScript* script = InputBoxScript::Active()) dialog.Obey(*script);
+  if (InputBoxScript* script = InputBoxScript::Active()) dialog.RunScript(*script);
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return dialog.Typed();
 }
 
-InputBoxScript::InputBoxScript() : older_(youngest_) {
-  youngest_ = this;
+InputBoxScript::InputBoxScript() : previous_(active_) {
+  active_ = this;
 }
 
 InputBoxScript::~InputBoxScript() {
-  youngest_ = older_;
+  active_ = previous_;
 }
 
 InputBoxScript* InputBoxScript::Active() {
-  return youngest_;
+  return active_;
 }
 
 std::optional<QString> InputBoxScript::TakeAnswer() {

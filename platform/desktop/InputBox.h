@@ -11,7 +11,7 @@ class QWidget;
 
 namespace desktop {
 
-// Asks for one line of text; no value when cancelled. `owner` null: the active modal window, or the active one.
+// Asks for one line of text; nullopt when cancelled. `owner` null: the active modal window, or else the active window.
 // The default text is selected, so that typing replaces it. User-interface thread only.
 std::optional<QString> AskText(QWidget* owner, const QString& prompt, const QString& title, const QString& defaultText);
 
@@ -21,8 +21,8 @@ struct ShownInputBox {
   QString defaultText;
 };
 
-// For tests and tours: while one lives, each input box is opened as usual, its line is typed and its real button is
-// clicked. Without an answer left, the box is cancelled. Scripts nest: the youngest answers.
+// For tests and the screenshot tour: while an instance exists, each input box is shown as usual, and the next answer is
+// typed and its real button clicked. Without an answer left the box is cancelled. Nests: the newest instance is used.
 class InputBoxScript {
  public:
   InputBoxScript();
@@ -42,8 +42,8 @@ class InputBoxScript {
 
   std::deque<std::optional<QString>> answers_;
   std::vector<ShownInputBox> shown_;
-  InputBoxScript* older_;
-  static inline InputBoxScript* youngest_ = nullptr;
+  InputBoxScript* previous_;
+  static inline InputBoxScript* active_ = nullptr;
 };
 
 }  // namespace desktop

@@ -53,7 +53,7 @@ QString InputDialog::Typed() const {
   return line_->text();
 }
 
-void InputDialog::Obey(InputBoxScript& script) {
+void InputDialog::RunScript(InputBoxScript& script) {
   QTimer::singleShot(0, this, [this, &script] {
     script.shown_.push_back({windowTitle(), prompt_, defaultText_});
     const std::optional<QString> answer = script.TakeAnswer();

@@ -18,8 +18,8 @@ class InputDialog : public QDialog {
   InputDialog(QWidget* owner, const QString& prompt, const QString& title, const QString& defaultText);
 
   QString Typed() const;
-  // Lets a script type and click once the dialog runs.
-  void Obey(InputBoxScript& script);
+  // Lets a script type and click once the dialog is shown.
+  void RunScript(InputBoxScript& script);
 
  private:
   QString prompt_;

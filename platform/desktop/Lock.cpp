@@ -27,7 +27,7 @@ bool LeavesAlone(const QKeyEvent& key) {
   }
 }
 
-// Stays with its field once that has been locked: keeps its colours up to date, and hands away from a locked combo.
+// Event filter of a field that has been locked once: updates its colours and blocks input to a locked combo box.
 class FieldLock : public QObject {
  public:
   explicit FieldLock(QWidget* field) : QObject(field), field_(field) {

@@ -7,14 +7,13 @@ class QWidget;
 
 namespace desktop {
 
-// Locks or unlocks a text box, date box or combo: a locked one shows its value in the button-face colour, can be
-// focused and copied from, but not changed by the user; an unlocked one has the colour of window backgrounds
-// (QPalette::Button and QPalette::Base). The colours follow a change of palette. The program may set values in either
-// state.
+// Makes a text box, date box or combo box read-only or editable. When locked it has the background QPalette::Button,
+// can be focused and its text copied, but not changed by the user; otherwise it has QPalette::Base. The colours follow
+// a palette change. The program can set values in either state.
 void SetLocked(QWidget* field, bool locked);
 bool IsLocked(const QWidget* field);
 
-// The background that the field has now.
+// The field's current background.
 QColor FieldBackground(const QWidget* field);
 
 }  // namespace desktop

@@ -12,7 +12,7 @@ namespace desktop::look {
 namespace {
 
 constexpr int kIconGap = 8;
-constexpr int kEdge = 12;  // from a button's edge to an icon that stands there
+constexpr int kEdge = 12;  // distance from a button's edge to its icon
 
 bool IsMarked(const QWidget* widget, const char* property) {
   return widget != nullptr && widget->property(property).toBool();
@@ -29,14 +29,14 @@ QColor FillText(const QStyleOptionButton& option, const QWidget* widget) {
   return IsMarked(widget, "danger") ? tokens.onDanger : tokens.onAccent;
 }
 
-// Lighter or darker by what the mouse does.
+// Lighter when hovered, darker when pressed.
 QColor Shaded(const QColor& colour, const QStyleOption& option) {
   if (Has(option, State::State_Sunken)) return Mixed(colour, option.palette.color(QPalette::WindowText), 0.14);
   if (Has(option, State::State_MouseOver)) return Mixed(colour, option.palette.color(QPalette::WindowText), 0.06);
   return colour;
 }
 
-// An icon in one colour, whatever colours it has.
+// An icon with all its pixels in one colour.
 void DrawIcon(QPainter& painter, const QRect& rect, const QIcon& icon, QIcon::Mode mode, const QColor& tint) {
   const qreal scale = painter.device()->devicePixelRatio();
   QPixmap pixmap = icon.pixmap(rect.size(), scale, mode);
@@ -54,7 +54,7 @@ struct LabelPlaces {
   int alignment = Qt::AlignCenter;
 };
 
-// Icon and text centred together; at the left edge, or the icon behind the text, where the widget asks for it.
+// Icon and text centred together; icon at the left edge or after the text if the widget's properties say so.
 LabelPlaces PlacesOf(const QStyleOptionButton& option, const QWidget* widget, int textWidth) {
   LabelPlaces places;
   places.text = option.rect;
@@ -173,7 +173,7 @@ void RadioMark(QPainter& painter, const QStyleOption& option) {
 
 void LabelFocus(QPainter& painter, const QStyleOption& option, const QWidget* widget) {
   QRect rect = option.rect.adjusted(-1, -1, 2, 1);
-  if (widget != nullptr) rect &= widget->rect();  // what lies outside would be cut off
+  if (widget != nullptr) rect &= widget->rect();  // the rest would be clipped
   Panel(painter, rect, kRadius, QColor(), TokensFor(option.palette).accent, 2);
 }
 

@@ -41,14 +41,14 @@ void ComboPanel(QPainter& painter, const QStyleOptionComboBox& option, const QWi
 }
 
 QStyleOptionComboBox Elided(QStyleOptionComboBox option, int width) {
-  constexpr int kBeside = 2;  // left and right of the text together
+  constexpr int kMargins = 2;  // left and right of the text, sum
   constexpr int kAfterIcon = 4;
   const int icon = option.currentIcon.isNull() ? 0 : option.iconSize.width() + kAfterIcon;
-  option.currentText = option.fontMetrics.elidedText(option.currentText, Qt::ElideRight, width - icon - kBeside);
+  option.currentText = option.fontMetrics.elidedText(option.currentText, Qt::ElideRight, width - icon - kMargins);
   return option;
 }
 
-// No arrows: the groove is all there is.
+// Scroll bars have no arrows: the groove fills the bar.
 QRect ScrollBarPart(const QStyleOptionSlider& option, QStyle::SubControl part, int shortest) {
   const bool lying = option.orientation == Qt::Horizontal;
   const QRect& rect = option.rect;
@@ -101,7 +101,7 @@ namespace {
 
 constexpr double kBarHeight = 8;
 
-// A bar without text is slim, however high the widget is.
+// A bar without text is thin, whatever the widget's height.
 QRectF GrooveOf(const QStyleOptionProgressBar& option) {
   QRectF groove = option.rect;
   if (option.textVisible || groove.height() <= kBarHeight) return groove;
@@ -119,11 +119,11 @@ void ProgressGroove(QPainter& painter, const QStyleOptionProgressBar& option) {
 
 namespace {
 
-constexpr int kRunMs = 1600;     // once from left to right
-constexpr int kFrameMs = 40;     // between two pictures of a running bar
-constexpr double kRunner = 0.4;  // its share of the width
+constexpr int kRunMs = 1600;     // one pass from left to right
+constexpr int kFrameMs = 40;     // between two frames of the animation
+constexpr double kRunner = 0.4;  // width of the moving part, as a share
 
-// A bar of unknown length moves on as long as it is painted.
+// A bar of unknown length schedules its next frame each time it is painted.
 void KeepRunning(const QWidget* widget) {
   if (widget == nullptr) return;
   auto* bar = const_cast<QWidget*>(widget);

@@ -14,7 +14,7 @@
 
 #include <algorithm>
 
-// How large things are and where their parts lie. Steps of 4 logical pixels.
+// Sizes and positions, in steps of 4 logical pixels.
 namespace desktop {
 namespace look {
 
@@ -45,7 +45,7 @@ bool IsCard(const QWidget& widget) {
   return widget.property("card").toBool();
 }
 
-// Margins of a layout by what it fills. A page of a tab keeps its distance from the tab alone.
+// Margins of a layout, by its parent widget. A tab page has a top margin only.
 int LayoutMargin(QStyle::PixelMetric edge, const QWidget* widget) {
   if (widget == nullptr) return kWindowMargin;
   if (qobject_cast<const QGroupBox*>(widget) != nullptr || IsCard(*widget)) return kCardMargin;
@@ -114,7 +114,7 @@ int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
     case PM_SmallIconSize:
     case PM_LineEditIconSize:
       return 16;
-    case PM_FocusFrameHMargin:  // beside the texts of a drop-down list
+    case PM_FocusFrameHMargin:  // next to the texts of a drop-down list
       return 7;
     case PM_ScrollBarExtent:
       return 14;
@@ -136,7 +136,7 @@ int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
   }
 }
 
-// Asked for a layout within a grid whose two spacings differ.
+// Called by Qt for a layout within a grid whose two spacings differ.
 int LookStyle::layoutSpacing(QSizePolicy::ControlType, QSizePolicy::ControlType, Qt::Orientation, const QStyleOption*,
                              const QWidget*) const {
   return kGap;

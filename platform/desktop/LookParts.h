@@ -9,7 +9,7 @@ class QPainter;
 class QRect;
 class QWidget;
 
-// The pieces LookStyle is put together from, one file a family. For LookStyle alone.
+// Helper functions of LookStyle, one source file per group. Private to LookStyle.
 namespace desktop::look {
 
 inline constexpr int kRadius = 4;
@@ -22,14 +22,14 @@ inline bool Has(const QStyleOption& option, State state) {
 }
 
 QColor Mixed(const QColor& one, const QColor& other, double share);
-// Whether a palette's field stands in the locked colour.
+// Whether the field has the locked background.
 bool LooksLocked(const QStyleOption& option, const QWidget* widget);
-// A rounded panel, its border inside of `rect`. An invalid colour leaves fill or border out.
+// Paints a rounded panel with its border inside `rect`. An invalid colour omits fill or border.
 void Panel(QPainter& painter, const QRectF& rect, double radius, const QColor& fill, const QColor& border,
            double width = 1);
 void Chevron(QPainter& painter, const QRectF& rect, const QColor& colour, bool up = false);
 
-// Measures.
+// Sizes.
 int ControlHeight(const QFontMetrics& metrics);
 int GroupTitleHeight(const QFontMetrics& metrics);
 QFont DemiBold(QFont font);
@@ -45,16 +45,16 @@ void LabelFocus(QPainter& painter, const QStyleOption& option, const QWidget* wi
 // Fields.
 void FieldPanel(QPainter& painter, const QStyleOption& option, const QWidget* widget);
 void ComboPanel(QPainter& painter, const QStyleOptionComboBox& option, const QWidget* widget);
-// The same combo with a text that fits into that width: Qt itself cuts it anywhere.
+// The option with its text elided to `width`; Qt would clip it within a letter.
 QStyleOptionComboBox Elided(QStyleOptionComboBox option, int width);
-// What lies below the scroll bars of `area`, which may be null: a list's own ground, or the page's.
+// Background of the scroll bars of `area` (may be null): the list's or the page's.
 QColor ScrollGround(const QStyleOption& option, const QWidget* area);
 void ScrollBar(QPainter& painter, const QStyleOptionSlider& option, const QWidget* widget, const QStyle& style);
 QRect ScrollBarPart(const QStyleOptionSlider& option, QStyle::SubControl part, int shortest);
 void ProgressGroove(QPainter& painter, const QStyleOptionProgressBar& option);
 void ProgressContents(QPainter& painter, const QStyleOptionProgressBar& option, const QWidget* widget);
 
-// The name of the program's own drawing for what Qt's dialogs show; empty where it has none.
+// The name of the program's icon for one of Qt's standard icons; empty if there is none.
 QString OwnIcon(QStyle::StandardPixmap icon);
 
 // Frames and bars.

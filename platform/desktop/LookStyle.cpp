@@ -50,7 +50,7 @@ bool IsCard(const QWidget* widget) {
   return widget != nullptr && widget->property("card").toBool();
 }
 
-// Plain lines of a layout are hairlines; a list has its own frame; all other frames stay Fusion's.
+// Lines in layouts are hairlines; lists have their own frame; all other frames are Fusion's.
 bool DrawShapedFrame(const QStyleOptionFrame& option, QPainter& painter, const QWidget* widget) {
   switch (option.frameShape) {
     case QFrame::HLine:
@@ -110,7 +110,7 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
       return;
     case PE_FrameTabBarBase:
       return look::Hairline(*painter, option->rect, option->palette, Qt::BottomEdge);
-    case PE_PanelScrollAreaCorner:  // goes on where the scroll bars end
+    case PE_PanelScrollAreaCorner:  // the corner between the scroll bars
       return painter->fillRect(option->rect, look::ScrollGround(*option, widget));
     case PE_PanelStatusBar:
       painter->fillRect(option->rect, option->palette.color(QPalette::Button));
@@ -178,7 +178,7 @@ void LookStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
   if (const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option))
     if (control == CC_ScrollBar) return look::ScrollBar(*painter, *bar, widget, *this);
   if (const auto* button = qstyleoption_cast<const QStyleOptionToolButton*>(option)) {
-    // Fusion's mark of a menu lies across the text.
+    // Fusion would paint the menu arrow over the text.
     QStyleOptionToolButton plain(*button);
     plain.features &= ~QStyleOptionToolButton::HasMenu;
     return QProxyStyle::drawComplexControl(control, &plain, painter, widget);
@@ -186,7 +186,7 @@ void LookStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
   QProxyStyle::drawComplexControl(control, option, painter, widget);
 }
 
-// A hint label asks for the placeholder's role; it gets the quiet colour, which is a little stronger.
+// A hint label uses the placeholder role; it is painted in the hint colour, which has more contrast.
 void LookStyle::drawItemText(QPainter* painter, const QRect& rect, int flags, const QPalette& palette, bool enabled,
                              const QString& text, QPalette::ColorRole role) const {
   if (role != QPalette::PlaceholderText || !enabled)

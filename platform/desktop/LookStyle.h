@@ -5,14 +5,14 @@
 
 namespace desktop {
 
-// The program's style: Fusion with its own buttons, fields, frames and measures, all colours from palette and tokens.
-// Heights follow the font. Optional marks on widgets, as dynamic properties:
-//   "danger" true      a push button filled in the colour of deleting
+// The program's style: Fusion with its own buttons, fields, frames and sizes. All colours come from the palette and
+// Tokens.h. Heights follow the font. Optional dynamic properties of widgets:
+//   "danger" true      a push button filled with the danger colour
 //   "card" true        a QFrame painted like the inside of a group box
-//   "hint" true        a QLabel in quiet text
+//   "hint" true        a QLabel in the hint colour
 //   "quiet" true       a default push button that is not filled
-//   "textBesideIcon"   a push button with the icon at its left edge, text behind it
-//   "iconAfterText"    a push button with the icon behind its text
+//   "textBesideIcon"   a push button with the icon at its left edge, followed by the text
+//   "iconAfterText"    a push button with the icon after its text
 class LookStyle : public QProxyStyle {
   Q_OBJECT
 

@@ -14,7 +14,7 @@ namespace desktop {
 int ShowMessageBox(QWidget* owner, const QString& text, int style, const QString& title) {
   const ArrowPointer arrow;
   MessageDialog dialog(OwnerOrActive(owner), text, style, title);
-  if (MessageBoxScript* script = MessageBoxScript::Active()) dialog.Obey(*script);
+  if (MessageBoxScript* script = MessageBoxScript::Active()) dialog.RunScript(*script);
   return dialog.exec();
 }
 
@@ -23,8 +23,8 @@ void ShowUserMessagesAsBoxes() {
       [](const QString& text, int style, const QString& title) { return ShowMessageBox(nullptr, text, style, title); });
 }
 
-MessageBoxScript::MessageBoxScript() : older_(youngest_) {
-  youngest_ = this;
+MessageBoxScript::MessageBoxScript() : previous_(active_) {
+  active_ = this;
 }
 
 MessageBoxScript::MessageBoxScript(std::initializer_list<int> answers) : MessageBoxScript() {
@@ -32,11 +32,11 @@ MessageBoxScript::MessageBoxScript(std::initializer_list<int> answers) : Message
 }
 
 MessageBoxScript::~MessageBoxScript() {
-  youngest_ = older_;
+  active_ = previous_;
 }
 
 MessageBoxScript* MessageBoxScript::Active() {
-  return youngest_;
+  return active_;
 }
 
 int MessageBoxScript::TakeAnswer(int defaultAnswer) {

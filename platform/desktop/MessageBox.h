@@ -20,26 +20,26 @@ using runtime::kAnswerOk;
 using runtime::kAnswerYes;
 
 // Shows a modal message box and returns the answer; styles and answers are those of runtime::ShowUserMessage.
-// `owner` null: the active modal window, or the active one. The wait pointer is lifted while the box is open.
+// `owner` null: the active modal window, or else the active window. Shows the arrow pointer while the box is open.
 // User-interface thread only.
 int ShowMessageBox(QWidget* owner, const QString& text, int style, const QString& title);
 
-// From now on every runtime::ShowUserMessage is a message box. Called once at the start of a program with windows.
+// Makes runtime::ShowUserMessage show message boxes. Call once at the start of a program with windows.
 void ShowUserMessagesAsBoxes();
 
-// What was on screen, as a script saw it.
+// A box recorded by a script.
 struct ShownMessageBox {
   QString title;
   QString text;
   int style = 0;
   QStringList buttons;    // captions from left to right, without mnemonics
-  int defaultAnswer = 0;  // what Enter would have answered
-  int answer = 0;         // what was clicked
+  int defaultAnswer = 0;  // answer of the default button
+  int answer = 0;         // answer of the clicked button
 };
 
-// For tests and tours: while one lives, each box is opened as usual and its real button is clicked as soon as the box
-// runs. Answers are taken in the order given; without one, the default button is clicked. Scripts nest: the
-// youngest answers.
+// For tests and the screenshot tour: while an instance exists, each box is shown as usual and its real button is
+// clicked. Answers are used in the order given; without one left the default button is clicked. Nests: the newest
+// instance is used.
 class MessageBoxScript {
  public:
   MessageBoxScript();
@@ -51,7 +51,7 @@ class MessageBoxScript {
   void Answer(int answer) { answers_.push_back(answer); }
   const std::vector<ShownMessageBox>& Shown() const { return shown_; }
   const ShownMessageBox& Last() const { return shown_.at(shown_.size() - 1); }
-  // Answers that no box has asked for yet.
+  // Number of unused answers.
   std::size_t Left() const { return answers_.size(); }
 
   static MessageBoxScript* Active();
@@ -62,8 +62,8 @@ class MessageBoxScript {
 
   std::deque<int> answers_;
   std::vector<ShownMessageBox> shown_;
-  MessageBoxScript* older_;
-  static inline MessageBoxScript* youngest_ = nullptr;
+  MessageBoxScript* previous_;
+  static inline MessageBoxScript* active_ = nullptr;
 };
 
 }  // namespace desktop

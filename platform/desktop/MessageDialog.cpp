@@ -24,8 +24,8 @@ using namespace Qt::StringLiterals;
 
 constexpr int kMargin = 20;
 constexpr int kIconSize = 36;
-constexpr int kNarrowest = 340;  // of the text, before it wraps
-constexpr int kWidest = 440;
+constexpr int kMinTextWidth = 340;
+constexpr int kMaxTextWidth = 440;
 
 struct Sign {
   QString icon;
@@ -71,7 +71,7 @@ QString CaptionOf(int answer) {
   }
 }
 
-// Keeps the two backslashes that begin a network path on one line.
+// Prevents a line break between the two backslashes of a network path.
 constexpr QChar kWordJoiner(0x2060);
 
 class MessageText : public QTextEdit {
@@ -79,7 +79,7 @@ class MessageText : public QTextEdit {
   using QTextEdit::QTextEdit;
 
  protected:
-  // What is copied is what was told.
+  // Copied text must equal the original message.
   QMimeData* createMimeDataFromSelection() const override {
     auto* copied = new QMimeData;
     copied->setText(textCursor().selection().toPlainText().remove(kWordJoiner));
@@ -124,7 +124,7 @@ QWidget* MessageDialog::MakeIcon() const {
   return label;
 }
 
-// A text edit, not a label: it also breaks a long path, and scrolls where a text is higher than the screen.
+// A text edit, not a label: it also wraps a long path, and scrolls a text that is higher than the screen.
 QTextEdit* MessageDialog::MakeText(const QString& text) {
   auto* edit = new MessageText(this);
   edit->setObjectName(u"messageText"_s);
@@ -139,13 +139,13 @@ QTextEdit* MessageDialog::MakeText(const QString& text) {
   edit->document()->setDocumentMargin(0);
   edit->setPlainText(Displayed(text));
 
-  // Measured on a copy: the edit lays its own out again for every size it passes through.
+  // Measured on a copy, because the edit would lay out its own document again for every width tried.
   QTextDocument measured;
   measured.setDefaultFont(edit->font());
   measured.setDocumentMargin(0);
   measured.setDefaultTextOption(QTextOption(edit->document()->defaultTextOption()));
   measured.setPlainText(edit->toPlainText());
-  int width = std::clamp(static_cast<int>(measured.idealWidth()) + 2, kNarrowest, kWidest);
+  int width = std::clamp(static_cast<int>(measured.idealWidth()) + 2, kMinTextWidth, kMaxTextWidth);
   measured.setTextWidth(width);
   const int screenHeight = screen() != nullptr ? screen()->availableGeometry().height() : 800;
   const int wanted = std::max(kIconSize, static_cast<int>(measured.size().height()) + 2);
@@ -182,13 +182,13 @@ int MessageDialog::DefaultAnswer() const {
   return choices_.front().answer;
 }
 
-// Esc and the frame: Cancel where there is one, OK where it is the only one, else nothing.
+// Esc and closing the window: Cancel if there is one, OK if it is the only button, else no effect.
 void MessageDialog::reject() {
   if (ButtonOf(kAnswerCancel) != nullptr) done(kAnswerCancel);
   if (choices_.size() == 1) done(choices_.front().answer);
 }
 
-// The first letter of a button answers also without Alt.
+// The mnemonic letter of a button works without Alt too.
 void MessageDialog::keyPressEvent(QKeyEvent* event) {
   const bool plain = (event->modifiers() & ~Qt::ShiftModifier) == Qt::NoModifier && !event->text().isEmpty();
   for (const Choice& choice : choices_) {
@@ -199,7 +199,7 @@ void MessageDialog::keyPressEvent(QKeyEvent* event) {
   QDialog::keyPressEvent(event);
 }
 
-void MessageDialog::Obey(MessageBoxScript& script) {
+void MessageDialog::RunScript(MessageBoxScript& script) {
   QTimer::singleShot(0, this, [this, &script] {
     ShownMessageBox shown{windowTitle(), text_, style_, {}, DefaultAnswer(), 0};
     for (const Choice& choice : choices_)

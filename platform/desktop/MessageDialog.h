@@ -13,15 +13,15 @@ namespace desktop {
 
 class MessageBoxScript;
 
-// The window of a message box: icon, selectable text, buttons by style value. exec() gives the answer.
+// The window of a message box: icon, selectable text, buttons by style value. exec() returns the answer.
 class MessageDialog : public QDialog {
   Q_OBJECT
 
  public:
   MessageDialog(QWidget* owner, const QString& text, int style, const QString& title);
 
-  // Lets a script click once the dialog runs.
-  void Obey(MessageBoxScript& script);
+  // Lets a script click once the dialog is shown.
+  void RunScript(MessageBoxScript& script);
   void reject() override;
 
  protected:

@@ -5,7 +5,7 @@ class QWidget;
 
 namespace desktop {
 
-// The window a box belongs to: `owner`, or without one the active modal window, or the active one, or none.
+// Returns `owner`, or if that is null the active modal window, or else the active window; null when there is none.
 QWidget* OwnerOrActive(QWidget* owner);
 
 }  // namespace desktop

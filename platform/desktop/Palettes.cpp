@@ -43,7 +43,7 @@ QPalette Make(const Shades& shades, const Tokens& tokens) {
   return palette;
 }
 
-// Which tokens go with the shades, without a palette yet to ask.
+// The tokens of a set of shades, before a palette exists.
 const Tokens& TokensOf(const Shades& shades) {
   QPalette page;
   page.setColor(QPalette::Window, shades.window);

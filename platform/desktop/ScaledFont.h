@@ -5,7 +5,7 @@
 
 namespace desktop {
 
-// The same font at `factor` times its size, which must be in points.
+// The font at `factor` times its size, in `weight`. The font's size must be in points.
 inline QFont ScaledFont(QFont font, double factor, QFont::Weight weight) {
   font.setPointSizeF(font.pointSizeF() * factor);
   font.setWeight(weight);

@@ -28,7 +28,7 @@ std::optional<Variant> SystemColorScheme() {
   const QDBusMessage answer = bus.call(question, QDBus::Block, kPatienceMs);
   if (answer.type() != QDBusMessage::ReplyMessage || answer.arguments().isEmpty()) return std::nullopt;
 
-  // The value comes in a variant, of older portals in a variant in a variant.
+  // The value is a variant; with older portals a variant within a variant.
   QVariant value = answer.arguments().constFirst();
   while (value.canConvert<QDBusVariant>())
     value = value.value<QDBusVariant>().variant();
@@ -37,7 +37,7 @@ std::optional<Variant> SystemColorScheme() {
   return std::nullopt;
 }
 
-void WatchDesktopWish(QObject* listener, const char* slot) {
+void WatchSystemColorScheme(QObject* listener, const char* slot) {
   QDBusConnection bus = QDBusConnection::sessionBus();
   if (!bus.isConnected()) return;
   bus.connect(kService, kPath, kInterface, u"SettingChanged"_s, listener, slot);

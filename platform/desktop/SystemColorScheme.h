@@ -9,10 +9,11 @@
 
 namespace desktop {
 
-// Whether the desktop wishes light or dark windows; nothing when it does not say, or not within half a second.
+// The desktop's preference for light or dark windows, read through D-Bus; nullopt when it has none or does not respond
+// within half a second.
 std::optional<Variant> SystemColorScheme();
 
-// Calls `slot` of `listener` (SLOT(...)) when the wish may have changed.
-void WatchDesktopWish(QObject* listener, const char* slot);
+// Calls `slot` (SLOT(...)) of `listener` when the preference may have changed.
+void WatchSystemColorScheme(QObject* listener, const char* slot);
 
 }  // namespace desktop

@@ -20,22 +20,22 @@ std::optional<Variant> VariantFromText(const QString& text) {
   return std::nullopt;
 }
 
-Theme::Theme(QApplication& application, std::optional<Variant> asked)
+Theme::Theme(QApplication& application, std::optional<Variant> requested)
     : QObject(&application),
       application_(application),
       platform_(IsDark(QApplication::palette()) ? Variant::Dark : Variant::Light),
       current_(platform_) {
-  const bool ours = QApplication::style()->name().compare(u"fusion"_s, Qt::CaseInsensitive) == 0;
-  if (ours) QApplication::setStyle(new LookStyle);
-  if (!ours && !asked) return;
-  Use(asked.value_or(SystemColorScheme().value_or(platform_)));
-  if (!asked) FollowDesktop();
+  const bool isFusion = QApplication::style()->name().compare(u"fusion"_s, Qt::CaseInsensitive) == 0;
+  if (isFusion) QApplication::setStyle(new LookStyle);
+  if (!isFusion && !requested) return;
+  Use(requested.value_or(SystemColorScheme().value_or(platform_)));
+  if (!requested) FollowDesktop();
 }
 
 void Theme::FollowDesktop() {
-  follows_ = true;
+  followsDesktop_ = true;
   application_.installEventFilter(this);
-  WatchDesktopWish(this, SLOT(AskDesktop()));
+  WatchSystemColorScheme(this, SLOT(UpdateFromDesktop()));
 }
 
 void Theme::Use(Variant variant) {
@@ -43,20 +43,20 @@ void Theme::Use(Variant variant) {
   QApplication::setPalette(variant == Variant::Dark ? DarkPalette() : LightPalette());
 }
 
-void Theme::AskDesktop() {
-  const Variant wished = SystemColorScheme().value_or(platform_);
-  if (wished != current_) Use(wished);
+void Theme::UpdateFromDesktop() {
+  const Variant preferred = SystemColorScheme().value_or(platform_);
+  if (preferred != current_) Use(preferred);
 }
 
 bool Theme::eventFilter(QObject* watched, QEvent* event) {
-  // Every window gets one; the desktop is asked once they are all through.
-  if (follows_ && event->type() == QEvent::ThemeChange && !asking_) {
-    asking_ = true;
+  // Every window gets this event; the desktop is queried once after all of them.
+  if (followsDesktop_ && event->type() == QEvent::ThemeChange && !updateScheduled_) {
+    updateScheduled_ = true;
     QMetaObject::invokeMethod(
         this,
         [this] {
-          asking_ = false;
-          AskDesktop();
+          updateScheduled_ = false;
+          UpdateFromDesktop();
         },
         Qt::QueuedConnection);
   }

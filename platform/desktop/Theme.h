@@ -12,35 +12,35 @@ namespace desktop {
 
 enum class Variant { Light, Dark };
 
-// "light" or "dark", as the start option --theme takes them; nothing for any other text.
+// Converts "light" or "dark", the values of the start option --theme; nullopt for any other text.
 std::optional<Variant> VariantFromText(const QString& text);
 
-// Gives the application its look: LookStyle in place of Fusion, and the light or the dark palette. A style chosen by
-// the user or the desktop stays, with its own colours unless a variant is asked for. Make one in main(), right after
-// the QApplication, and keep it.
+// Sets the application's style and palette: LookStyle instead of Fusion, and the light or dark palette. A style chosen
+// by the user or the desktop is kept, with its own colours unless a variant is requested. Create one in main(), right
+// after the QApplication, with the same lifetime.
 class Theme : public QObject {
   Q_OBJECT
 
  public:
-  // `asked`: the start option; without it the desktop's wish is taken, and followed when it changes.
-  Theme(QApplication& application, std::optional<Variant> asked);
+  // `requested` is the start option; without it the desktop's preference is used, and followed when it changes.
+  Theme(QApplication& application, std::optional<Variant> requested);
 
   Variant Current() const { return current_; }
-  // Puts the palette of one variant in use.
+  // Sets the palette of a variant.
   void Use(Variant variant);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  Q_SLOT void AskDesktop();
+  Q_SLOT void UpdateFromDesktop();
   void FollowDesktop();
 
   QApplication& application_;
-  Variant platform_;  // what the platform's own palette was before ours
+  Variant platform_;  // the variant of the platform's own palette
   Variant current_;
-  bool follows_ = false;
-  bool asking_ = false;
+  bool followsDesktop_ = false;
+  bool updateScheduled_ = false;
 };
 
 }  // namespace desktop

@@ -11,13 +11,13 @@ namespace desktop {
 struct Tokens {
   QColor accent;      // default button, focus ring, check marks
   QColor onAccent;    // text on it
-  QColor danger;      // filled button that deletes; errors
+  QColor danger;      // buttons that delete; errors
   QColor onDanger;    // text on it
   QColor face;        // push button
-  QColor card;        // inside of a group box
+  QColor card;        // background of a group box
   QColor line;        // hairlines
   QColor lineStrong;  // borders of fields
-  QColor hint;        // quiet text: counts, units, explanations
+  QColor hint;        // less prominent text: counts, units, explanations
   QColor runs;        // state colours, readable on Base
   QColor begins;
   QColor ends;
@@ -25,13 +25,13 @@ struct Tokens {
   QColor wrong;
 };
 
-// Whether a palette is a dark one: its Window is darker than its WindowText.
+// Whether the palette is dark: its Window is darker than its WindowText.
 bool IsDark(const QPalette& palette);
 
-// The set that goes with a palette. Colours are to be read while painting, never kept.
+// The colours for a light or dark palette. Read them while painting; do not store them.
 const Tokens& TokensFor(const QPalette& palette);
 
-// Colours of everything that sounds; the same in both variants.
+// Colours of the sound controls (LED panels, meters, waveforms); the same in both variants.
 namespace instrument {
 inline constexpr QRgb kGround = 0xff08090a;
 inline constexpr QRgb kRim = 0xff33383e;

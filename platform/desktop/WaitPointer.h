@@ -3,7 +3,7 @@
 
 namespace desktop {
 
-// Shows the hourglass for as long as it lives. Nests; user-interface thread only.
+// Shows the wait pointer while it exists. Nests; user-interface thread only.
 class WaitPointer {
  public:
   WaitPointer();
@@ -12,8 +12,7 @@ class WaitPointer {
   WaitPointer& operator=(const WaitPointer&) = delete;
 };
 
-// Shows the ordinary pointer for as long as it lives, also under a WaitPointer: for a box that asks something
-// meanwhile.
+// Shows the arrow pointer while it exists, also within the scope of a WaitPointer: for a box that asks something.
 class ArrowPointer {
  public:
   ArrowPointer();
