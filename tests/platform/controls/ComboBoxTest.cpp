@@ -28,14 +28,14 @@ class Choice : public testing::Test {
   QSignalSpy changed;
 };
 
-TEST_F(Choice, AFilledComboHasNoChoiceAndHasFiredNothing) {
+TEST_F(Choice, FilledComboHasNoSelectionAndEmittedNothing) {
   EXPECT_EQ(combo.ListCount(), 3);
   EXPECT_EQ(combo.ListIndex(), -1);
   EXPECT_EQ(combo.currentText(), QString());
   EXPECT_EQ(changed.count(), 0);
 }
 
-TEST_F(Choice, FiresWhenTheChoiceChangesByProgramOrHand) {
+TEST_F(Choice, SignalsWhenUserOrProgramChangeTheSelection) {
   combo.SetListIndex(1);
   combo.SetListIndex(1);
   EXPECT_EQ(changed.count(), 1);
@@ -47,7 +47,7 @@ TEST_F(Choice, FiresWhenTheChoiceChangesByProgramOrHand) {
   EXPECT_EQ(changed.count(), 3);
 }
 
-TEST_F(Choice, AddingALineKeepsTheChoice) {
+TEST_F(Choice, AddingALineKeepsTheSelection) {
   combo.SetListIndex(1);
   changed.clear();
   EXPECT_EQ(combo.AddItem(u"Extra"_s, 10), 3);
@@ -55,14 +55,14 @@ TEST_F(Choice, AddingALineKeepsTheChoice) {
   EXPECT_EQ(changed.count(), 0);
 }
 
-TEST_F(Choice, ItemDataOfNoLineIsAnError) {
+TEST_F(Choice, ItemDataOfAnInvalidIndexIsAnError) {
   EXPECT_EQ(combo.ItemData(2), 9);
   EXPECT_THROW(combo.ItemData(-1), runtime::Error);
   EXPECT_THROW(combo.ItemData(3), runtime::Error);
   EXPECT_THROW(combo.SetListIndex(3), runtime::Error);
 }
 
-TEST_F(Choice, SelectsTheFirstLineWithANumberElseNone) {
+TEST_F(Choice, SelectsTheFirstLineWithTheNumberOrNone) {
   combo.AddItem(u"Dubbel"_s, 8);
   EXPECT_TRUE(combo.SelectWhereItemData(8));
   EXPECT_EQ(combo.ListIndex(), 1);
@@ -70,7 +70,7 @@ TEST_F(Choice, SelectsTheFirstLineWithANumberElseNone) {
   EXPECT_EQ(combo.ListIndex(), -1);
 }
 
-TEST_F(Choice, ClearingFiresNothing) {
+TEST_F(Choice, ClearingEmitsNothing) {
   combo.SetListIndex(1);
   changed.clear();
   combo.Clear();
@@ -79,7 +79,7 @@ TEST_F(Choice, ClearingFiresNothing) {
   EXPECT_EQ(changed.count(), 0);
 }
 
-TEST_F(Choice, RefillingKeepsTheChoiceByItsNumberSilently) {
+TEST_F(Choice, RefillingKeepsTheSelectionByNumberWithoutASignal) {
   combo.SelectWhereItemData(9);
   changed.clear();
   combo.Refill({{u"Nieuw"_s, 1}, {u"Sluiter"_s, 9}});
@@ -87,7 +87,7 @@ TEST_F(Choice, RefillingKeepsTheChoiceByItsNumberSilently) {
   EXPECT_EQ(changed.count(), 0);
 }
 
-TEST_F(Choice, AChoiceLostInRefillingFires) {
+TEST_F(Choice, SelectionLostByRefillingIsSignalled) {
   combo.SelectWhereItemData(9);
   changed.clear();
   combo.Refill({{u"Nieuw"_s, 1}});
@@ -97,10 +97,10 @@ TEST_F(Choice, AChoiceLostInRefillingFires) {
   EXPECT_EQ(changed.count(), 1);
 }
 
-// A choice too long for the combo, and one that is not.
-class LongChoice : public Choice {
+// A line too long for the combo, and a short one.
+class LongSelection : public Choice {
  protected:
-  LongChoice() {
+  LongSelection() {
     combo.AddItem(longText, 10);
     combo.resize(120, combo.sizeHint().height());
     combo.show();
@@ -114,14 +114,14 @@ class LongChoice : public Choice {
   const QString longText = u"Opener avond, versie met koor en pauken voor de feestdagen"_s;
 };
 
-TEST_F(LongChoice, IsToldInFullByTheToolTip) {
+TEST_F(LongSelection, ToolTipShowsTheCompleteText) {
   combo.SetListIndex(0);
   EXPECT_EQ(Tip(), QString());
   combo.SetListIndex(3);
   EXPECT_EQ(Tip(), longText);
 }
 
-TEST_F(LongChoice, HasAListWideEnoughForIt) {
+TEST_F(LongSelection, ListIsWideEnough) {
   combo.showPopup();
   EXPECT_GE(combo.view()->viewport()->width(), combo.fontMetrics().horizontalAdvance(longText));
   combo.hidePopup();

@@ -28,7 +28,7 @@ TEST(DateCombo, MayBeEmpty) {
   EXPECT_EQ(combo.Text(), QString());
 }
 
-TEST(DateCombo, TakesDatesFromTheYear100To9999) {
+TEST(DateCombo, AcceptsDatesFromTheYear100To9999) {
   DateCombo combo;
   for (const auto& text : {u"01-01-0100"_s, u"31-12-9999"_s, u"1/3/2025"_s, u"01.03.2025"_s}) {
     combo.SetText(text);
@@ -48,7 +48,7 @@ TEST(DateCombo, WritesADateWithTwoDigitsForDayAndMonthAndFourForTheYear) {
   EXPECT_EQ(combo.Date(), QDate(100, 1, 2));
 }
 
-TEST(DateCombo, FiresForEveryChangeByHandOrProgramNotForTheSame) {
+TEST(DateCombo, SignalsEveryChangeByUserOrProgram) {
   DateCombo combo;
   const QSignalSpy changed(&combo, &QLineEdit::textChanged);
   combo.SetText(u"01-03-2025"_s);
@@ -58,7 +58,7 @@ TEST(DateCombo, FiresForEveryChangeByHandOrProgramNotForTheSame) {
   EXPECT_EQ(changed.count(), 2);
 }
 
-TEST(DateCombo, LeavingItWritesTheDateInFull) {
+TEST(DateCombo, LosingTheFocusWritesTheCompleteDate) {
   DateCombo combo;
   combo.setText(u"1-3-2025"_s);
   QFocusEvent leaving(QEvent::FocusOut, Qt::TabFocusReason);
@@ -69,7 +69,7 @@ TEST(DateCombo, LeavingItWritesTheDateInFull) {
   EXPECT_EQ(combo.Text(), u"1-3-"_s);
 }
 
-TEST(DateCombo, ThePickedDayOfTheCalendarIsTaken) {
+TEST(DateCombo, ADayPickedInTheCalendarIsUsed) {
   DateCombo combo;
   combo.SetText(u"15-03-2025"_s);
   combo.show();
@@ -83,7 +83,7 @@ TEST(DateCombo, ThePickedDayOfTheCalendarIsTaken) {
   EXPECT_EQ(combo.Text(), u"20-04-2025"_s);
 }
 
-TEST(DateCombo, TheCalendarTurnsItsMonthsByOurOwnArrows) {
+TEST(DateCombo, CalendarHasTheProgramsArrows) {
   DateCombo combo;
   combo.show();
   combo.OpenCalendar();
@@ -95,7 +95,7 @@ TEST(DateCombo, TheCalendarTurnsItsMonthsByOurOwnArrows) {
   }
 }
 
-TEST(DateCombo, ALockedOneOpensNoCalendar) {
+TEST(DateCombo, LockedFieldOpensNoCalendar) {
   DateCombo combo;
   desktop::SetLocked(&combo, true);
   combo.show();

@@ -14,7 +14,7 @@ using controls::QuietLine;
 
 namespace {
 
-// The widest part of the line that is painted, in logical pixels from the left.
+// The rightmost painted pixel of the line, in logical pixels from the left.
 int PaintedTo(ElidedLine& line) {
   const QImage picture = line.grab().toImage();
   const QRgb ground = picture.pixel(picture.width() - 1, 0);
@@ -28,7 +28,7 @@ int PaintedTo(ElidedLine& line) {
 
 }  // namespace
 
-TEST(ElidedLine, ALongTextWidensNoLayout) {
+TEST(ElidedLine, LongTextDoesNotWidenTheLayout) {
   QWidget window;
   auto* layout = new QHBoxLayout(&window);
   auto* line = new ElidedLine;
@@ -40,14 +40,14 @@ TEST(ElidedLine, ALongTextWidensNoLayout) {
   EXPECT_EQ(window.width(), 200);
 }
 
-TEST(ElidedLine, WhatFitsIsPaintedWhole) {
+TEST(ElidedLine, TextThatFitsIsNotElided) {
   ElidedLine line;
   line.setText(u"Radio"_s);
   line.resize(400, 30);
   EXPECT_NEAR(PaintedTo(line), line.fontMetrics().horizontalAdvance(u"Radio"_s), 3);
 }
 
-TEST(ElidedLine, TheEllipsisStandsWhereItIsTold) {
+TEST(ElidedLine, EllipsisIsAtTheRequestedPosition) {
   const QString text = QString(20, u'W') + QString(60, u'i');
   ElidedLine end;
   ElidedLine middle;
@@ -59,7 +59,7 @@ TEST(ElidedLine, TheEllipsisStandsWhereItIsTold) {
   EXPECT_NE(end.grab().toImage(), middle.grab().toImage());
 }
 
-TEST(ElidedLine, AQuietOneIsPaintedInAnotherColour) {
+TEST(ElidedLine, QuietLineHasAnotherColour) {
   ElidedLine plain;
   QuietLine quiet;
   for (ElidedLine* line : {&plain, static_cast<ElidedLine*>(&quiet)}) {

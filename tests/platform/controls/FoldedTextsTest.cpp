@@ -8,13 +8,13 @@ namespace {
 using namespace Qt::StringLiterals;
 using controls::FoldedTexts;
 
-// QString::fromUcs4 would take some characters for a byte order mark.
+// Not QString::fromUcs4, which treats some characters as a byte order mark.
 QString TextOf(char32_t code) {
   if (!QChar::requiresSurrogates(code)) return QChar(static_cast<char16_t>(code));
   return QString(QChar(QChar::highSurrogate(code))) + QChar(QChar::lowSurrogate(code));
 }
 
-TEST(FoldedTexts, EveryCharacterIsFoundAsWithoutRegardToCase) {
+TEST(FoldedTexts, EveryCharacterIsFoundAsByACaseInsensitiveSearch) {
   for (char32_t code = 1; code <= 0x10FFFF; ++code) {
     const QString text = TextOf(code);
     const QString upper = TextOf(QChar::toUpper(code));
@@ -27,7 +27,7 @@ TEST(FoldedTexts, EveryCharacterIsFoundAsWithoutRegardToCase) {
   }
 }
 
-TEST(FoldedTexts, EachTextIsSearchedAlone) {
+TEST(FoldedTexts, TextsAreSearchedSeparately) {
   FoldedTexts texts;
   texts.Append(u"Bier"_s);
   texts.Append({});
@@ -43,7 +43,7 @@ TEST(FoldedTexts, EachTextIsSearchedAlone) {
   EXPECT_EQ(texts.Count(), 0);
 }
 
-TEST(FoldedTexts, HalvesOfPairsStayAsTheyAre) {
+TEST(FoldedTexts, UnpairedSurrogatesAreUnchanged) {
   const QString halves = u"x"_s + QChar(0xDC00) + QChar(0xD800);
   EXPECT_EQ(FoldedTexts::Folded(halves), halves);
 }

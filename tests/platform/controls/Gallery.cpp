@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Paints sample windows with every control to picture files, for eyes to judge: Gallery FOLDER [light|dark]
-// The scale is Qt's own: QT_SCALE_FACTOR=1.5 Gallery /tmp/pictures dark
+// Paints sample windows with every control to picture files, for visual review: Gallery FOLDER [light|dark]
+// With Qt's scale factor: QT_SCALE_FACTOR=1.5 Gallery /tmp/pictures dark
 #include "platform/desktop/MessageDialog.h"
 #include "platform/desktop/Theme.h"
 #include "tests/platform/controls/Samples.h"

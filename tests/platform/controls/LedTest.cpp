@@ -41,7 +41,7 @@ TEST(LedPanel, ShowsItsValueWithLeadingZeros) {
   EXPECT_EQ(panel.Shown(), u"  7"_s);
 }
 
-TEST(LedPanel, AValueOutsideTheRangeIsShownAsTheNearestEnd) {
+TEST(LedPanel, ValuesAreClampedToTheRange) {
   LedPanel panel;
   EXPECT_EQ(panel.Minimum(), 0);
   EXPECT_EQ(panel.Maximum(), 100);
@@ -54,7 +54,7 @@ TEST(LedPanel, AValueOutsideTheRangeIsShownAsTheNearestEnd) {
   EXPECT_EQ(panel.Value(), 59);
 }
 
-TEST(LedPanel, FiresOnlyWhenTheShownValueChanges) {
+TEST(LedPanel, SignalsOnlyWhenTheShownValueChanges) {
   LedPanel panel;
   const QSignalSpy changed(&panel, &LedPanel::valueChanged);
   panel.SetValue(5);
@@ -65,13 +65,13 @@ TEST(LedPanel, FiresOnlyWhenTheShownValueChanges) {
   EXPECT_EQ(changed.count(), 2);
 }
 
-TEST(LedPanel, ItsValueCanBeReadByAssistiveTools) {
+TEST(LedPanel, ValueIsAvailableToAssistiveTools) {
   LedPanel panel;
   panel.SetValue(42);
   EXPECT_EQ(panel.accessibleDescription(), u"42"_s);
 }
 
-TEST(LedPanel, AnEightIsLitMoreThanAOneAndUnlitSegmentsShimmer) {
+TEST(LedPanel, EightHasMoreLitPixelsThanOneAndUnlitSegmentsAreVisible) {
   LedPanel panel;
   panel.SetDigits(1);
   panel.SetDigitHeight(44);
@@ -84,7 +84,7 @@ TEST(LedPanel, AnEightIsLitMoreThanAOneAndUnlitSegmentsShimmer) {
   EXPECT_EQ(Pixels(panel, desktop::instrument::kUnlit), 0);
 }
 
-TEST(LedPanel, EveryMeasureFollowsTheDigitHeight) {
+TEST(LedPanel, AllSizesFollowTheDigitHeight) {
   LedPanel small;
   LedPanel large;
   small.SetDigitHeight(20);
@@ -122,7 +122,7 @@ void Turn(QWidget& widget, int angle) {
   QCoreApplication::sendEvent(&widget, &turn);
 }
 
-TEST(LedSpin, ANotchOfTheWheelIsAStepAlsoInSmallParts) {
+TEST(LedSpin, WheelNotchIsAStepAlsoInSmallParts) {
   LedSpin spin;
   Turn(spin, 120);
   EXPECT_EQ(spin.Value(), 10);
@@ -134,7 +134,7 @@ TEST(LedSpin, ANotchOfTheWheelIsAStepAlsoInSmallParts) {
   EXPECT_EQ(spin.Value(), 0);
 }
 
-TEST(LedSpin, ArrowsStepDigitsAskForAValue) {
+TEST(LedSpin, ArrowsStepAndDigitsEmitClicked) {
   LedSpin spin;
   spin.resize(spin.sizeHint());
   const QSignalSpy clicked(&spin, &LedPanel::clicked);
@@ -150,8 +150,8 @@ TEST(LedSpin, ArrowsStepDigitsAskForAValue) {
   EXPECT_EQ(spin.Value(), 0);
 }
 
-// A box that comes up keeps the release of the mouse from here: the value would run on behind it.
-TEST(LedSpin, AnArrowThatIsHeldIsLetGoWhenTheFocusGoes) {
+// If a box opens meanwhile, the mouse release does not arrive, and the value would continue to change.
+TEST(LedSpin, HeldArrowIsReleasedWhenTheFocusIsLost) {
   LedSpin spin;
   spin.resize(spin.sizeHint());
   QTest::mousePress(&spin, Qt::LeftButton, Qt::NoModifier, QPoint(spin.width() - 10, 5));
@@ -162,7 +162,7 @@ TEST(LedSpin, AnArrowThatIsHeldIsLetGoWhenTheFocusGoes) {
   EXPECT_FALSE(repeat->isActive());
 }
 
-TEST(LedClockGround, PanelsShareItsGroundAndSignsStandBetweenThem) {
+TEST(LedClockGround, PanelsShareItsBackgroundWithSignsBetweenThem) {
   LedClockGround ground;
   const std::array<LedPanel*, 3> panels{new LedPanel(&ground), new LedPanel(&ground), new LedPanel(&ground)};
   ground.show();

@@ -16,7 +16,7 @@ using controls::LevelMeter;
 
 constexpr double kSilence = -100;
 
-TEST(LevelBallistics, TheLevelJumpsUpAndFalls30DbASecond) {
+TEST(LevelBallistics, LevelRisesAtOnceAndFalls30DbPerSecond) {
   LevelBallistics meter;
   meter.Advance(0.03, -10);
   EXPECT_DOUBLE_EQ(meter.Level(), -10);
@@ -26,7 +26,7 @@ TEST(LevelBallistics, TheLevelJumpsUpAndFalls30DbASecond) {
   EXPECT_DOUBLE_EQ(meter.Level(), -60);
 }
 
-TEST(LevelBallistics, ThePeakStands1500MsThenFalls20DbASecond) {
+TEST(LevelBallistics, PeakIsHeld1500MsThenFalls20DbPerSecond) {
   LevelBallistics meter;
   meter.Advance(0.03, -6);
   meter.Advance(1.5, kSilence);
@@ -37,14 +37,14 @@ TEST(LevelBallistics, ThePeakStands1500MsThenFalls20DbASecond) {
   EXPECT_DOUBLE_EQ(meter.Peak(), -36);
 }
 
-TEST(LevelBallistics, AStepThatEndsTheHoldFallsForTheRestOfIt) {
+TEST(LevelBallistics, StepAcrossTheEndOfTheHoldFallsForItsRemainder) {
   LevelBallistics meter;
   meter.Advance(0.03, -6);
   meter.Advance(2.0, kSilence);
   EXPECT_DOUBLE_EQ(meter.Peak(), -16);
 }
 
-TEST(LevelBallistics, ALouderSoundSetsThePeakAnew) {
+TEST(LevelBallistics, LouderLevelSetsTheNewPeak) {
   LevelBallistics meter;
   meter.Advance(0.03, -20);
   meter.Advance(1.4, -30);
@@ -64,7 +64,7 @@ TEST(LevelBallistics, ComesToRest) {
   EXPECT_TRUE(meter.AtRest());
 }
 
-TEST(LevelMeter, ABlockStandsFor2Db) {
+TEST(LevelMeter, OneBlockIs2Db) {
   LevelMeter meter;
   meter.SetLevel(0);
   meter.Advance(0.03);
@@ -79,7 +79,7 @@ TEST(LevelMeter, ABlockStandsFor2Db) {
   EXPECT_EQ(meter.PeakBlock(), -1);
 }
 
-TEST(LevelMeter, KeepsTheLoudestOfManyLevelsUntilItsNextStep) {
+TEST(LevelMeter, UsesTheLoudestLevelSinceTheLastStep) {
   LevelMeter meter;
   for (int i = 0; i < 100; ++i)
     meter.SetLevel(i == 50 ? -12 : -40);
@@ -115,7 +115,7 @@ TEST(LevelMeter, RepaintsOnlyTheBlocksThatChanged) {
   EXPECT_LE(meter.painted.boundingRect().right(), 180);
 }
 
-TEST(LevelMeter, GreenYellowAndRedBeginWhereTold) {
+TEST(LevelMeter, GreenYellowAndRedBeginAtTheirLevels) {
   LevelMeter meter;
   meter.resize(300, 19);
   meter.SetLevel(0);

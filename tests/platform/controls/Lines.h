@@ -7,13 +7,13 @@
 
 #include <gtest/gtest.h>
 
-// A list of four lines on the screen, watched.
+// Test fixture: a visible list of four lines, with recorded signals.
 class Lines : public testing::Test {
  protected:
   Lines();
 
   void Click(int row, Qt::KeyboardModifiers keys = Qt::NoModifier);
-  // A move of the pointer with that button held down.
+  // Moves the mouse with that button pressed.
   void MoveHolding(Qt::MouseButton button, QPoint to);
   QPoint Middle(int row);
 

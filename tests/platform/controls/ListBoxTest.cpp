@@ -21,27 +21,27 @@ namespace {
 using namespace Qt::StringLiterals;
 using controls::ListBox;
 
-TEST_F(Lines, FillingSelectsAndFiresNothing) {
+TEST_F(Lines, FillingSelectsAndEmitsNothing) {
   EXPECT_EQ(list.ListCount(), 4);
   EXPECT_EQ(list.ListIndex(), -1);
   EXPECT_EQ(clicked.count(), 0);
 }
 
-TEST_F(Lines, TheFocusSelectsNothing) {
+TEST_F(Lines, FocusSelectsNothing) {
   QApplication::setActiveWindow(&list);
   list.setFocus(Qt::TabFocusReason);
   EXPECT_EQ(list.ListIndex(), -1);
   EXPECT_EQ(clicked.count(), 0);
 }
 
-TEST_F(Lines, ASelectionByTheProgramFiresOnceAndNotAgainForTheSameLine) {
+TEST_F(Lines, SelectionByTheProgramIsSignalledOncePerLine) {
   list.SetListIndex(2);
   list.SetListIndex(2);
   EXPECT_EQ(list.ListIndex(), 2);
   EXPECT_EQ(clicked.count(), 1);
 }
 
-TEST_F(Lines, ASelectionByMouseOrKeyFires) {
+TEST_F(Lines, SelectionByMouseOrKeyIsSignalled) {
   Click(1);
   EXPECT_EQ(list.ListIndex(), 1);
   EXPECT_EQ(clicked.count(), 1);
@@ -52,13 +52,13 @@ TEST_F(Lines, ASelectionByMouseOrKeyFires) {
   EXPECT_EQ(clicked.count(), 2);
 }
 
-TEST_F(Lines, AClickWithCtrlDoesNotTakeTheSelectionAway) {
+TEST_F(Lines, ClickWithCtrlKeepsTheSelection) {
   Click(1);
   Click(1, Qt::ControlModifier);
   EXPECT_EQ(list.ListIndex(), 1);
 }
 
-TEST_F(Lines, AClickBelowTheLastLineDoesNotTakeTheSelectionAway) {
+TEST_F(Lines, ClickBelowTheLastLineKeepsTheSelection) {
   Click(1);
   const QPoint below(50, 190);
   ASSERT_FALSE(list.indexAt(below).isValid());
@@ -89,7 +89,7 @@ TEST_F(Lines, PressingOnALineAndReleasingBelowTheLastOneSelectsThatLine) {
   EXPECT_EQ(lost.count(), 0);
 }
 
-TEST_F(Lines, TheFirstStepDownSelectsTheFirstLine) {
+TEST_F(Lines, FirstArrowKeySelectsTheFirstLine) {
   QApplication::setActiveWindow(&list);
   list.setFocus(Qt::TabFocusReason);
   QTest::keyClick(&list, Qt::Key_Down);
@@ -97,7 +97,7 @@ TEST_F(Lines, TheFirstStepDownSelectsTheFirstLine) {
   EXPECT_EQ(clicked.count(), 1);
 }
 
-TEST_F(Lines, TheFirstStepAfterAFillingGoesOnWhereTheSelectionWas) {
+TEST_F(Lines, ArrowKeyAfterRefillingContinuesAtTheSelection) {
   list.SetListIndex(2);
   const auto again = [this](std::vector<ListBox::Line> lines) {
     list.Clear();
@@ -109,12 +109,12 @@ TEST_F(Lines, TheFirstStepAfterAFillingGoesOnWhereTheSelectionWas) {
   EXPECT_EQ(again({{u"Abrikoos"_s, 5}, {u"Appel"_s, 10}, {u"Banaan"_s, 20}, {u"Citroen"_s, 30}}), u"Citroen"_s);
   QTest::keyClick(&list, Qt::Key_Up);
   EXPECT_EQ(list.Text(list.ListIndex()), u"Banaan"_s);
-  // The line itself is gone: what stands in its place now, or the last one.
+  // The line does not exist any more: the line now at its position, or the last one.
   EXPECT_EQ(again({{u"Abrikoos"_s, 5}, {u"Appel"_s, 10}, {u"Citroen"_s, 30}, {u"Dadel"_s, 40}}), u"Citroen"_s);
   EXPECT_EQ(again({{u"Abrikoos"_s, 5}}), u"Abrikoos"_s);
 }
 
-TEST_F(Lines, TheFirstStepAfterARemovalGoesOnInItsPlace) {
+TEST_F(Lines, ArrowKeyAfterRemovalContinuesAtItsPosition) {
   list.SetListIndex(1);
   list.RemoveItem(1);
   QTest::keyClick(&list, Qt::Key_Down);
@@ -125,10 +125,10 @@ TEST_F(Lines, TheFirstStepAfterARemovalGoesOnInItsPlace) {
   EXPECT_EQ(list.ListIndex(), 1);
 }
 
-TEST_F(Lines, TheLineOfTheFirstStepComesIntoSight) {
+TEST_F(Lines, FirstArrowKeyScrollsToItsLine) {
   for (int line = 0; line < 100; ++line)
     list.AddItem(QString::number(line), 100 + line);
-  // As the view does when it gets the focus.
+  // Like the view does when it gets the focus.
   list.selectionModel()->setCurrentIndex(list.model()->index(0, 0), QItemSelectionModel::NoUpdate);
   list.scrollToBottom();
   ASSERT_GT(list.verticalScrollBar()->value(), 0);
@@ -151,7 +151,7 @@ TEST_F(Lines, NoSelectionIsSetWithMinusOne) {
   EXPECT_EQ(lost.count(), 1);
 }
 
-TEST_F(Lines, ClearingAndRefillingFireNothing) {
+TEST_F(Lines, ClearingAndRefillingEmitNothing) {
   list.SetListIndex(2);
   clicked.clear();
   list.Clear();
@@ -165,7 +165,7 @@ TEST_F(Lines, ClearingAndRefillingFireNothing) {
   EXPECT_EQ(clicked.count(), 1);
 }
 
-TEST_F(Lines, AnIndexOutOfRangeIsAnError) {
+TEST_F(Lines, IndexOutOfRangeIsAnError) {
   EXPECT_EQ(list.ItemData(3), 40);
   EXPECT_EQ(list.Text(3), u"Druif"_s);
   for (const int index : {-1, 4}) {
@@ -178,7 +178,7 @@ TEST_F(Lines, AnIndexOutOfRangeIsAnError) {
   EXPECT_THROW(list.ItemData(list.ListIndex()), runtime::Error);
 }
 
-TEST_F(Lines, WithoutASelectionTheErrorSaysThatNoLineIsChosen) {
+TEST_F(Lines, WithoutASelectionTheErrorSaysThatNoneIsSelected) {
   for (const auto& read : std::vector<std::function<void()>>{[this] { list.ItemData(list.ListIndex()); },
                                                              [this] { list.Text(list.ListIndex()); },
                                                              [this] { list.RemoveItem(list.ListIndex()); }}) {
@@ -191,7 +191,7 @@ TEST_F(Lines, WithoutASelectionTheErrorSaysThatNoLineIsChosen) {
   }
 }
 
-TEST_F(Lines, RemovingTheSelectedLineLeavesNoneSelected) {
+TEST_F(Lines, RemovingTheSelectedLineClearsTheSelection) {
   list.SetListIndex(1);
   clicked.clear();
   list.RemoveItem(1);
@@ -219,13 +219,13 @@ TEST_F(Lines, SelectsByItemData) {
   EXPECT_EQ(list.ListIndex(), -1);
 }
 
-TEST_F(Lines, ATextChangesAloneItsNumberStays) {
+TEST_F(Lines, SetTextKeepsTheNumber) {
   list.SetText(1, u"Bosbes"_s);
   EXPECT_EQ(list.Text(1), u"Bosbes"_s);
   EXPECT_EQ(list.ItemData(1), 20);
 }
 
-TEST_F(Lines, ADoubleClickFiresOnALineOnly) {
+TEST_F(Lines, DoubleClickIsSignalledOnLinesOnly) {
   const QSignalSpy doubled(&list, qOverload<>(&ListBox::doubleClicked));
   QTest::mouseDClick(list.viewport(), Qt::LeftButton, Qt::NoModifier, Middle(1));
   EXPECT_EQ(doubled.count(), 1);
@@ -257,7 +257,7 @@ TEST_F(Lines, AltUpAndDownMoveTheSelectedLine) {
   EXPECT_EQ(clicked.count(), 0);
 }
 
-TEST_F(Lines, MovingALineKeepsAnotherSelected) {
+TEST_F(Lines, MovingALineKeepsTheSelection) {
   list.SetListIndex(1);
   list.MoveLine(3, 0);
   EXPECT_EQ(list.Text(0), u"Druif"_s);
@@ -267,7 +267,7 @@ TEST_F(Lines, MovingALineKeepsAnotherSelected) {
   EXPECT_EQ(list.Text(list.ListIndex()), u"Banaan"_s);
 }
 
-TEST_F(Lines, ShowsDetailsToAssistiveToolsAndAsTip) {
+TEST_F(Lines, ShowsDetailsToAssistiveToolsAndAsToolTip) {
   list.SetDetails(1, {controls::LineMark::Cross, controls::LineTone::Wrong, true, false, u"geluidsbestand ontbreekt"_s,
                       u"0:18"_s, u"D: is niet bereikbaar"_s});
   const QModelIndex line = list.model()->index(1, 0);
@@ -276,7 +276,7 @@ TEST_F(Lines, ShowsDetailsToAssistiveToolsAndAsTip) {
   EXPECT_EQ(list.Text(1), u"Banaan"_s);
 }
 
-TEST_F(Lines, AnEmptyListSaysSo) {
+TEST_F(Lines, EmptyListShowsItsEmptyText) {
   list.Clear();
   const QImage before = list.grab().toImage();
   list.SetEmptyText(u"Geen item-spots gevonden."_s);
@@ -287,7 +287,7 @@ TEST_F(Lines, AnEmptyListSaysSo) {
   EXPECT_EQ(list.grab().toImage(), filled);
 }
 
-TEST(ListBox, HoldsAHundredThousandLines) {
+TEST(ListBox, SupportsAHundredThousandLines) {
   ListBox list;
   list.resize(300, 200);
   list.show();

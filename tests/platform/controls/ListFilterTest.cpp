@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Which lines of a list are shown: a search text and a predicate.
+// Filtering a list by a search text and a predicate.
 #include "platform/runtime/Error.h"
 #include "tests/platform/controls/Lines.h"
 
@@ -7,7 +7,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-TEST_F(Lines, ASearchHidesLinesWithoutTheText) {
+TEST_F(Lines, SearchHidesLinesWithoutTheText) {
   list.SetFilterText(u"R"_s);
   EXPECT_EQ(list.ShownCount(), 2);
   EXPECT_EQ(list.ListCount(), 4);
@@ -18,7 +18,7 @@ TEST_F(Lines, ASearchHidesLinesWithoutTheText) {
   EXPECT_EQ(list.ShownCount(), 4);
 }
 
-TEST_F(Lines, ASearchThatGrowsAndShrinksFindsAsIfTypedAtOnce) {
+TEST_F(Lines, ExtendedAndShortenedSearchFindsTheSameAsANewOne) {
   for (const QString& text : {u"r"_s, u"ru"_s, u"rui"_s, u"ru"_s, u"u"_s, u"it"_s, u"cit"_s, QString()}) {
     list.SetFilterText(text);
     for (int index = 0; index < list.ListCount(); ++index)
@@ -26,7 +26,7 @@ TEST_F(Lines, ASearchThatGrowsAndShrinksFindsAsIfTypedAtOnce) {
   }
 }
 
-TEST_F(Lines, ASearchKnowsLinesThatChangedMeanwhile) {
+TEST_F(Lines, SearchIncludesLinesChangedMeanwhile) {
   list.SetFilterText(u"a"_s);
   list.SetText(2, u"Aardbei"_s);
   list.RemoveItem(0);
@@ -47,7 +47,7 @@ TEST_F(Lines, ASearchKnowsLinesThatChangedMeanwhile) {
   EXPECT_EQ(list.ShownCount(), 1);
 }
 
-TEST_F(Lines, AHiddenLineLosesItsSelectionAVisibleOneKeepsIt) {
+TEST_F(Lines, HiddenLineIsDeselectedAndAVisibleOneIsNot) {
   list.SetListIndex(2);
   clicked.clear();
   list.SetFilterText(u"r"_s);
@@ -61,7 +61,7 @@ TEST_F(Lines, AHiddenLineLosesItsSelectionAVisibleOneKeepsIt) {
   EXPECT_EQ(clicked.count(), 0);
 }
 
-TEST_F(Lines, IndexesCountHiddenLinesToo) {
+TEST_F(Lines, IndexesCountHiddenLines) {
   list.SetFilterText(u"dr"_s);
   Click(0);
   EXPECT_EQ(list.ListIndex(), 3);
@@ -70,7 +70,7 @@ TEST_F(Lines, IndexesCountHiddenLinesToo) {
   EXPECT_FALSE(list.SelectWhereItemData(10));
 }
 
-TEST_F(Lines, APredicateFiltersBesidesTheText) {
+TEST_F(Lines, PredicateFiltersInAdditionToTheText) {
   list.SetFilter([this](int index) { return list.ItemData(index) > 20; });
   EXPECT_EQ(list.ShownCount(), 2);
   list.SetFilterText(u"dr"_s);

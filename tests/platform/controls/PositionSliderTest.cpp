@@ -25,7 +25,7 @@ class Slider : public testing::Test {
   QSignalSpy released;
 };
 
-TEST_F(Slider, PressDragAndReleaseAreTold) {
+TEST_F(Slider, PressDragAndReleaseAreSignalled) {
   QTest::mousePress(&slider, Qt::LeftButton, Qt::NoModifier, QPoint(8 + 100, 10));
   EXPECT_EQ(pressed.count(), 1);
   EXPECT_EQ(released.count(), 0);
@@ -37,14 +37,14 @@ TEST_F(Slider, PressDragAndReleaseAreTold) {
   EXPECT_EQ(slider.value(), 30000);
 }
 
-TEST_F(Slider, TheEndsOfTheGrooveAreTheEndsOfTheRange) {
+TEST_F(Slider, EndsOfTheGrooveAreTheEndsOfTheRange) {
   QTest::mouseClick(&slider, Qt::LeftButton, Qt::NoModifier, QPoint(0, 10));
   EXPECT_EQ(slider.value(), 0);
   QTest::mouseClick(&slider, Qt::LeftButton, Qt::NoModifier, QPoint(615, 10));
   EXPECT_EQ(slider.value(), 60000);
 }
 
-TEST_F(Slider, ArrowKeysSeekAsAHandDoes) {
+TEST_F(Slider, ArrowKeysSeekLikeADrag) {
   QTest::keyClick(&slider, Qt::Key_Right);
   EXPECT_EQ(slider.value(), 31000);
   QTest::keyClick(&slider, Qt::Key_Left);
@@ -57,14 +57,14 @@ TEST_F(Slider, ArrowKeysSeekAsAHandDoes) {
   EXPECT_EQ(released.count(), 5);
 }
 
-TEST_F(Slider, SpaceAsksToPlayOrStop) {
+TEST_F(Slider, SpaceRequestsPlayOrStop) {
   const QSignalSpy asked(&slider, &PositionSlider::playStopRequested);
   QTest::keyClick(&slider, Qt::Key_Space);
   EXPECT_EQ(asked.count(), 1);
   EXPECT_EQ(slider.value(), 30000);
 }
 
-TEST_F(Slider, TheProgramMovesItWithoutPressing) {
+TEST_F(Slider, ProgramMovesItWithoutAPressSignal) {
   slider.setValue(45000);
   EXPECT_EQ(pressed.count(), 0);
   EXPECT_EQ(released.count(), 0);
@@ -77,7 +77,7 @@ TEST_F(Slider, WorksWithoutAFile) {
   EXPECT_FALSE(slider.grab().isNull());
 }
 
-TEST_F(Slider, StandsExactlyUnderTheWaveform) {
+TEST_F(Slider, IsAlignedWithTheWaveform) {
   controls::WaveformStrip strip;
   strip.resize(slider.width(), 120);
   strip.Begin(60000, 100);

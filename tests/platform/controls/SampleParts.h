@@ -9,7 +9,7 @@ class QFrame;
 class QLabel;
 class QPushButton;
 
-// What the sample windows are put together from. Each belongs to the layout it is put into.
+// Parts of the sample windows. Each is owned by the layout's parent widget.
 namespace samples {
 
 QPushButton* Button(const QString& text, const QString& icon = {}, desktop::IconTint tint = desktop::IconTint::Text);

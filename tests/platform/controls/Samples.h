@@ -3,7 +3,7 @@
 
 class QWidget;
 
-// Sample windows that hold every control in its states. The caller owns what is made.
+// Sample windows with every control in its states. The caller owns the windows.
 namespace samples {
 
 QWidget* MakeList();

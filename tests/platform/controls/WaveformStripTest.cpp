@@ -58,7 +58,7 @@ TEST(WaveformPeaks, SummariseAnyPartOfTheFile) {
   EXPECT_FALSE(WaveformPeaks().Between(0, 1).known);
 }
 
-TEST(WaveformPeaks, MoreThanExpectedStillFit) {
+TEST(WaveformPeaks, MorePeaksThanExpectedFit) {
   WaveformPeaks peaks;
   peaks.Begin(1);
   peaks.Append({{0, 0.1F, 0}, {0, 0.9F, 0}});
@@ -72,7 +72,7 @@ TEST(TimeText, IsShortAndExact) {
   EXPECT_EQ(controls::TimeText(3723004, true), u"1:02:03,004"_s);
 }
 
-TEST_F(Strip, AClickSeeksThere) {
+TEST_F(Strip, ClickRequestsASeek) {
   QTest::mouseClick(&strip, Qt::LeftButton, Qt::NoModifier, At(30000));
   ASSERT_EQ(seeks.count(), 1);
   EXPECT_EQ(seeks[0][0].toLongLong(), 30000);
@@ -92,7 +92,7 @@ TEST_F(Strip, DraggingTheFlagMovesTheMixPointInStepsOfTen) {
   EXPECT_EQ(moves.last()[0].toLongLong(), strip.MixMs());
 }
 
-TEST_F(Strip, AFlagWhoseReleaseWentElsewhereFollowsTheMouseNoMore) {
+TEST_F(Strip, DragEndsWhenTheReleaseWasNotReceived) {
   strip.SetMixMs(6000);
   const QPoint flag = strip.FlagRect().center();
   QTest::mousePress(&strip, Qt::LeftButton, Qt::NoModifier, flag);
@@ -103,7 +103,7 @@ TEST_F(Strip, AFlagWhoseReleaseWentElsewhereFollowsTheMouseNoMore) {
   EXPECT_EQ(moves.count(), 0);
 }
 
-TEST_F(Strip, TheMixPointStaysWithinTheFile) {
+TEST_F(Strip, MixPointIsClampedToTheFile) {
   strip.SetMixMs(6000);
   const QPoint flag = strip.FlagRect().center();
   QTest::mousePress(&strip, Qt::LeftButton, Qt::NoModifier, flag);
@@ -124,18 +124,18 @@ TEST_F(Strip, LeftAndRightMoveTheMixLineByTen) {
   EXPECT_EQ(moves.count(), 3);
 }
 
-TEST_F(Strip, TheProgramSetsTheMixPointSilently) {
+TEST_F(Strip, MixPointSetByTheProgramIsNotSignalled) {
   strip.SetMixMs(5000);
   EXPECT_EQ(moves.count(), 0);
 }
 
-TEST_F(Strip, SpaceAsksToPlayOrStop) {
+TEST_F(Strip, SpaceRequestsPlayOrStop) {
   const QSignalSpy asked(&strip, &WaveformStrip::playStopRequested);
   QTest::keyClick(&strip, Qt::Key_Space);
   EXPECT_EQ(asked.count(), 1);
 }
 
-TEST_F(Strip, PeaksAppearFromLeftToRightAsTheyCome) {
+TEST_F(Strip, PeaksAppearFromLeftToRight) {
   EXPECT_FALSE(Shows(colour::kPeak, 8, 608));
   strip.AppendPeaks(std::vector<Peak>(300, {-0.8F, 0.8F, 0.3F}));
   EXPECT_TRUE(Shows(colour::kPeak, 8, 300));
@@ -145,7 +145,7 @@ TEST_F(Strip, PeaksAppearFromLeftToRightAsTheyCome) {
   EXPECT_TRUE(Shows(colour::kPeak, 312, 608));
 }
 
-TEST_F(Strip, WhatHasBeenPlayedIsDarkerAndTheOuttroYellow) {
+TEST_F(Strip, PlayedPartIsDarkerAndTheOuttroYellow) {
   strip.AppendPeaks(std::vector<Peak>(600, {-0.8F, 0.8F, 0.3F}));
   strip.SetPositionMs(30000);
   strip.SetMixMs(12000);
@@ -168,14 +168,14 @@ TEST_F(Strip, ZoomShowsTheLast30Seconds) {
   EXPECT_EQ(zooms.count(), 2);
 }
 
-TEST_F(Strip, AShortFileFillsTheWidthAlsoZoomed) {
+TEST_F(Strip, ShortFileFillsTheWidthWhenZoomed) {
   strip.Begin(10000, 100);
   strip.SetZoomed(true);
   EXPECT_EQ(strip.MsAt(8), 0);
   EXPECT_EQ(strip.MsAt(608), 10000);
 }
 
-TEST_F(Strip, WithoutAFileNothingIsAsked) {
+TEST_F(Strip, WithoutAFileNothingIsRequested) {
   strip.Clear();
   QTest::mouseClick(&strip, Qt::LeftButton, Qt::NoModifier, QPoint(300, 60));
   QTest::keyClick(&strip, Qt::Key_Left);
@@ -184,7 +184,7 @@ TEST_F(Strip, WithoutAFileNothingIsAsked) {
   EXPECT_EQ(strip.accessibleDescription(), strip.EmptyText());
 }
 
-TEST_F(Strip, AnUnreadableFileShowsTheReason) {
+TEST_F(Strip, UnreadableFileShowsTheReason) {
   const QImage empty = Painted();
   strip.ShowTrouble(u"Het bestand is geen geluid."_s);
   EXPECT_EQ(strip.TroubleText(), u"Het bestand is geen geluid."_s);
@@ -194,7 +194,7 @@ TEST_F(Strip, AnUnreadableFileShowsTheReason) {
   EXPECT_EQ(strip.TroubleText(), QString());
 }
 
-TEST_F(Strip, ThePositionIsHeldWithinTheFile) {
+TEST_F(Strip, PositionIsClampedToTheFile) {
   strip.SetPositionMs(70000);
   EXPECT_EQ(strip.PositionMs(), 60000);
   strip.SetPositionMs(-5);
@@ -221,7 +221,7 @@ class Repainting : public testing::Test {
     QCoreApplication::processEvents();
   }
 
-  // What is painted again because of that.
+  // The region repainted because of that.
   QRect PaintedFor(const std::function<void()>& change) {
     strip.painted = QRegion();
     change();
@@ -232,7 +232,7 @@ class Repainting : public testing::Test {
   WatchedStrip strip;
 };
 
-TEST_F(Repainting, ThePlayHeadTakesOnlyItsSurroundings) {
+TEST_F(Repainting, PlayHeadRepaintsOnlyItsSurroundings) {
   PaintedFor([&] { strip.SetPositionMs(30000); });
   EXPECT_TRUE(PaintedFor([&] { strip.SetPositionMs(30010); }).isEmpty());
   const QRect moved = PaintedFor([&] { strip.SetPositionMs(30500); });
@@ -240,7 +240,7 @@ TEST_F(Repainting, ThePlayHeadTakesOnlyItsSurroundings) {
   EXPECT_LT(moved.width(), 40);
 }
 
-TEST_F(Repainting, NewPeaksTakeTheirOwnColumnsAndNoOthers) {
+TEST_F(Repainting, NewPeaksRepaintOnlyTheirColumns) {
   for (int second = 0; second < 60; second += 10) {
     const QRect painted = PaintedFor([&] { strip.AppendPeaks(std::vector<Peak>(100)); });
     EXPECT_LE(painted.left(), strip.XOf(second * 1000));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Enter in a dialog: on a field, on buttons, on one that deletes.
+// Enter in a dialog: in a field, on buttons, on a danger button.
 #include "platform/desktop/EnterKey.h"
 
 #include <QApplication>
@@ -54,7 +54,7 @@ class EnterInADialog : public testing::Test {
 
 }  // namespace
 
-TEST_F(EnterInADialog, OnAFieldOrACheckBoxIsTheDefault) {
+TEST_F(EnterInADialog, OnAFieldOrCheckBoxPressesTheDefaultButton) {
   EXPECT_EQ(DoneByEnterOn(field), QStringList{u"ok"_s});
   EXPECT_EQ(DoneByEnterOn(check), QStringList{u"ok"_s});
   EXPECT_FALSE(check.isChecked());
@@ -67,7 +67,7 @@ TEST_F(EnterInADialog, OnAButtonPressesIt) {
   EXPECT_EQ(DoneByEnterOn(ok), QStringList{u"ok"_s});
 }
 
-TEST_F(EnterInADialog, OnAButtonThatDeletesIsTheDefault) {
+TEST_F(EnterInADialog, OnADangerButtonPressesTheDefaultButton) {
   EXPECT_EQ(DoneByEnterOn(remove), QStringList{u"ok"_s});
 }
 

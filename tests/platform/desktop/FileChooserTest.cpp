@@ -24,7 +24,7 @@ using desktop::FolderMemory;
 
 const QString kFilter = u"Mpeg-3 (*.MP3)|*.MP3|Wave bestanden (*.WAV) |*.WAV"_s;
 
-TEST(FileChooser, ACancelKeepsTheChoiceBefore) {
+TEST(FileChooser, CancelKeepsThePreviousChoice) {
   FileChooserScript script;
   script.Cancel();
   script.Choose(u"/audio/een.mp3"_s);
@@ -36,7 +36,7 @@ TEST(FileChooser, ACancelKeepsTheChoiceBefore) {
   EXPECT_EQ(chooser.FileName(), u"/audio/een.mp3"_s);
 }
 
-TEST(FileChooser, AsksWithItsTitleAndFilterWhereTheLastChoiceWas) {
+TEST(FileChooser, OpensWithTitleAndFilterAtTheLastChoice) {
   FileChooserScript script;
   script.Choose(u"/audio/een.mp3"_s);
   FileChooser chooser;
@@ -57,7 +57,7 @@ TEST(FileChooser, FiltersMatchNamesInEitherCase) {
   EXPECT_EQ(desktop::NameFilters(kFilter), expected);
 }
 
-TEST(FileChooser, TheRealDialogGivesTheFileThatWasPicked) {
+TEST(FileChooser, RealDialogReturnsTheChosenFile) {
   const QTemporaryDir folder;
   const QString path = folder.filePath(u"spot.mp3"_s);
   QFile file(path);
@@ -79,10 +79,10 @@ TEST(FileChooser, TheRealDialogGivesTheFileThatWasPicked) {
   EXPECT_EQ(chooser.ShowOpen(nullptr), path);
 }
 
-// The sorts of file that the real dialog offers, as shown, with the chosen one in front.
+// The filter descriptions that the real dialog shows, the selected one first.
 QStringList OfferedBy(FileChooser& chooser) {
   QStringList offered;
-  QTimer look;  // again and again: the folder is looked for first
+  QTimer look;  // repeatedly: the dialog resolves the folder first
   QObject::connect(&look, &QTimer::timeout, [&offered] {
     auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
     if (dialog == nullptr) return;
@@ -98,18 +98,18 @@ QStringList OfferedBy(FileChooser& chooser) {
   return offered;
 }
 
-TEST(FileChooser, TheRealDialogShowsTheFiltersAsTheyWereGiven) {
+TEST(FileChooser, RealDialogShowsTheFilterDescriptions) {
   FileChooser chooser;
   EXPECT_EQ(OfferedBy(chooser), (QStringList{u"Mpeg-3 (*.MP3)"_s, u"Mpeg-3 (*.MP3)"_s, u"Wave bestanden (*.WAV)"_s}));
 }
 
-TEST(FileChooser, TheRealDialogCallsAFolderAMap) {
+TEST(FileChooser, RealDialogCallsAFolderMap) {
   const QTemporaryDir folder;
   ASSERT_TRUE(QDir(folder.path()).mkdir(u"spots"_s));
   FileChooser chooser;
   chooser.SetStartFolder(folder.path());
   QString sort;
-  QTimer look;  // again and again: the dialog reads the folder in the background
+  QTimer look;  // repeatedly: the dialog reads the folder in the background
   QObject::connect(&look, &QTimer::timeout, [&] {
     auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
     if (dialog == nullptr) return;
@@ -125,7 +125,7 @@ TEST(FileChooser, TheRealDialogCallsAFolderAMap) {
   EXPECT_EQ(sort, u"Map"_s);
 }
 
-TEST(FileChooser, TheNextFileIsOfTheSortOfTheLast) {
+TEST(FileChooser, NextDialogHasTheFilterOfTheLastChoice) {
   FileChooser chooser;
   {
     FileChooserScript script;
@@ -135,7 +135,7 @@ TEST(FileChooser, TheNextFileIsOfTheSortOfTheLast) {
   EXPECT_EQ(OfferedBy(chooser).front(), u"Wave bestanden (*.WAV)"_s);
 }
 
-// Two runs of the program, one after the other.
+// Two runs of the program.
 class ChooserFolders : public ::testing::Test {
  protected:
   QString Begin(const QString& kind, const QString& startFolder = {}) const {
@@ -163,13 +163,13 @@ class ChooserFolders : public ::testing::Test {
   const QTemporaryDir folder_;
 };
 
-TEST_F(ChooserFolders, ARunBeginsWhereTheOneBeforeChose) {
+TEST_F(ChooserFolders, NextRunStartsInTheLastFolder) {
   const QString spots = Made(u"spots"_s);
   Choose(u"Item-spot"_s, spots + u"/een.mp3"_s);
   EXPECT_EQ(Begin(u"Item-spot"_s), spots);
 }
 
-TEST_F(ChooserFolders, EachKindHasItsOwn) {
+TEST_F(ChooserFolders, EachKindHasItsOwnFolder) {
   Choose(u"Item-spot"_s, Made(u"spots"_s) + u"/een.mp3"_s);
   Choose(u"Item-pingle"_s, Made(u"jingles"_s) + u"/een.wav"_s);
   EXPECT_EQ(Begin(u"Item-spot"_s), folder_.filePath(u"spots"_s));
@@ -177,12 +177,12 @@ TEST_F(ChooserFolders, EachKindHasItsOwn) {
   EXPECT_EQ(Begin(u"Overzicht"_s), QDir::homePath());
 }
 
-TEST_F(ChooserFolders, AFolderThatTheFormTellsGoesFirst) {
+TEST_F(ChooserFolders, FolderSetByTheFormHasPrecedence) {
   Choose(u"Item-spot"_s, Made(u"spots"_s) + u"/een.mp3"_s);
   EXPECT_EQ(Begin(u"Item-spot"_s, u"/van/het/record"_s), u"/van/het/record"_s);
 }
 
-TEST_F(ChooserFolders, ACancelAndAFolderThatIsGoneCountForNothing) {
+TEST_F(ChooserFolders, CancelAndMissingFolderAreIgnored) {
   const QString spots = Made(u"spots"_s);
   Choose(u"Item-spot"_s, spots + u"/een.mp3"_s);
   Choose(u"Item-spot"_s, QString());
@@ -191,14 +191,14 @@ TEST_F(ChooserFolders, ACancelAndAFolderThatIsGoneCountForNothing) {
   EXPECT_EQ(Begin(u"Item-spot"_s), QDir::homePath());
 }
 
-TEST_F(ChooserFolders, TheRealDialogOpensThere) {
+TEST_F(ChooserFolders, RealDialogOpensInTheFolder) {
   const QString spots = Made(u"spots"_s);
   Choose(u"Item-spot"_s, spots + u"/een.mp3"_s);
   const FolderMemory memory(folder_.filePath(u"mappen.ini"_s));
   FileChooser chooser;
   chooser.SetKind(u"Item-spot"_s);
   QString opened;
-  QTimer look;  // again and again: the folder is looked for first
+  QTimer look;  // repeatedly: the dialog resolves the folder first
   QObject::connect(&look, &QTimer::timeout, [&opened] {
     auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
     if (dialog == nullptr) return;
@@ -210,7 +210,7 @@ TEST_F(ChooserFolders, TheRealDialogOpensThere) {
   EXPECT_EQ(opened, spots);
 }
 
-TEST_F(ChooserFolders, ARunBeginsWithTheSortOfFileThatWasChosenBefore) {
+TEST_F(ChooserFolders, NextRunStartsWithTheLastFilter) {
   Choose(u"Item-spot"_s, folder_.filePath(u"een.WAV"_s));
   const FolderMemory memory(folder_.filePath(u"mappen.ini"_s));
   FileChooser chooser;
@@ -221,7 +221,7 @@ TEST_F(ChooserFolders, ARunBeginsWithTheSortOfFileThatWasChosenBefore) {
   EXPECT_EQ(OfferedBy(other).front(), u"Mpeg-3 (*.MP3)"_s);
 }
 
-TEST(ChooseFolder, GivesTheChoiceAndOnCancelTheStartFolder) {
+TEST(ChooseFolder, ReturnsTheChoiceAndOnCancelTheStartFolder) {
   FileChooserScript script;
   script.Choose(u"/srv/data"_s);
   script.Cancel();
@@ -230,7 +230,7 @@ TEST(ChooseFolder, GivesTheChoiceAndOnCancelTheStartFolder) {
   EXPECT_EQ(script.Shown()[1].title, u"Map kiezen"_s);
 }
 
-TEST(ChooseFolder, TheRealDialogShowsFoldersOnlyAndCancelsToTheStart) {
+TEST(ChooseFolder, RealDialogShowsOnlyFoldersAndReturnsTheStartOnCancel) {
   const QTemporaryDir folder;
   QTimer::singleShot(0, [] {
     auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());

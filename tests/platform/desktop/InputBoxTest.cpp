@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 using desktop::AskText;
 using desktop::InputBoxScript;
 
-TEST(InputBox, GivesWhatWasTyped) {
+TEST(InputBox, ReturnsTheTypedText) {
   InputBoxScript script;
   script.Type(u"2500"_s);
   EXPECT_EQ(AskText(nullptr, u"Geef een numerische waarde ..."_s, u"Items"_s, u"0"_s), u"2500"_s);
@@ -25,7 +25,7 @@ TEST(InputBox, GivesWhatWasTyped) {
   EXPECT_EQ(script.Shown()[0].defaultText, u"0"_s);
 }
 
-TEST(InputBox, AnEmptyTextIsAnAnswerACancelIsNone) {
+TEST(InputBox, EmptyTextIsAnAnswerAndCancelIsNone) {
   InputBoxScript script;
   script.Type(QString());
   script.Cancel();

@@ -24,7 +24,7 @@ class Lock : public testing::Test {
   void TearDown() override { QApplication::setPalette(QPalette()); }
 };
 
-// Widgets hear of a new palette through the event queue.
+// Widgets are notified of a new palette through the event queue.
 void SwitchTo(const QPalette& palette) {
   QApplication::setPalette(palette);
   QCoreApplication::processEvents();
@@ -37,7 +37,7 @@ QColor Paper() {
   return QApplication::palette().color(QPalette::Base);
 }
 
-TEST_F(Lock, ALockedTextBoxHasTheButtonFaceAndTakesNoTyping) {
+TEST_F(Lock, LockedTextBoxHasTheButtonColourAndIgnoresTyping) {
   QLineEdit edit(u"pad"_s);
   SetLocked(&edit, true);
   EXPECT_TRUE(IsLocked(&edit));
@@ -48,7 +48,7 @@ TEST_F(Lock, ALockedTextBoxHasTheButtonFaceAndTakesNoTyping) {
   EXPECT_EQ(edit.text(), u"door het programma"_s);
 }
 
-TEST_F(Lock, AnUnlockedTextBoxHasTheWindowBackgroundAndTakesTyping) {
+TEST_F(Lock, UnlockedTextBoxHasTheBaseColourAndAcceptsTyping) {
   QLineEdit edit;
   SetLocked(&edit, true);
   SetLocked(&edit, false);
@@ -58,7 +58,7 @@ TEST_F(Lock, AnUnlockedTextBoxHasTheWindowBackgroundAndTakesTyping) {
   EXPECT_EQ(edit.text(), u"x"_s);
 }
 
-TEST_F(Lock, ALockedTextBoxCanBeReachedAndCopiedFrom) {
+TEST_F(Lock, LockedTextBoxCanBeFocusedAndCopied) {
   QLineEdit edit(u"pad"_s);
   SetLocked(&edit, true);
   EXPECT_TRUE(edit.isEnabled());
@@ -83,7 +83,7 @@ TEST_F(Lock, ColoursFollowThePalette) {
   EXPECT_EQ(locked.palette().color(QPalette::Text), QApplication::palette().color(QPalette::Text));
 }
 
-TEST_F(Lock, AFieldInAWindowThatIsShownFollowsToo) {
+TEST_F(Lock, ColoursFollowThePaletteInAVisibleWindow) {
   QWidget window;
   auto* edit = new QLineEdit(&window);
   SetLocked(edit, true);
@@ -92,7 +92,7 @@ TEST_F(Lock, AFieldInAWindowThatIsShownFollowsToo) {
   EXPECT_EQ(FieldBackground(edit), Face());
 }
 
-TEST_F(Lock, ALockedComboKeepsItsChoiceWhateverTheUserDoes) {
+TEST_F(Lock, LockedComboKeepsItsSelection) {
   QComboBox combo;
   combo.addItems({u"een"_s, u"twee"_s, u"drie"_s});
   combo.setCurrentIndex(1);

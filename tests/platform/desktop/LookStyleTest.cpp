@@ -90,7 +90,7 @@ TEST_F(Look, OnlyTheDefaultButtonIsFilled) {
   EXPECT_EQ(Middle(Painted(ok, 1)), Tokens().face);
 }
 
-TEST_F(Look, AButtonThatDeletesIsFilledInRedUnlessDisabled) {
+TEST_F(Look, DangerButtonIsRedUnlessDisabled) {
   QPushButton button(u"Opruimen"_s);
   button.setProperty("danger", true);
   EXPECT_EQ(Middle(Painted(button, 1)), Tokens().danger);
@@ -98,7 +98,7 @@ TEST_F(Look, AButtonThatDeletesIsFilledInRedUnlessDisabled) {
   EXPECT_NE(Middle(Painted(button, 1)), Tokens().danger);
 }
 
-TEST_F(Look, LockedFieldsAreTellableFromUnlockedOnes) {
+TEST_F(Look, LockedFieldsLookDifferent) {
   QLineEdit edit;
   EXPECT_EQ(Middle(Painted(edit, 1)), QApplication::palette().color(QPalette::Base));
   desktop::SetLocked(&edit, true);
@@ -109,7 +109,7 @@ TEST_F(Look, LockedFieldsAreTellableFromUnlockedOnes) {
   EXPECT_EQ(Middle(Painted(combo, 1)), QApplication::palette().color(QPalette::Button));
 }
 
-TEST_F(Look, AFieldWithTheFocusHasABorderInTheAccent) {
+TEST_F(Look, FocusedFieldHasAnAccentBorder) {
   QWidget window;
   auto* edit = new QLineEdit(&window);
   window.show();
@@ -120,8 +120,8 @@ TEST_F(Look, AFieldWithTheFocusHasABorderInTheAccent) {
   EXPECT_EQ(image.pixelColor(image.width() / 2, 1), Tokens().accent);
 }
 
-// Above and below too, where a row of text has no room to spare.
-TEST_F(Look, AnOptionWithTheFocusHasAWholeRingInTheAccent) {
+// Also above and below the text, where there is little room.
+TEST_F(Look, FocusedOptionHasACompleteAccentRing) {
   QWidget window;
   auto* box = new QCheckBox(u"Aktief"_s, &window);
   window.show();
@@ -146,7 +146,7 @@ TEST_F(Look, PaintsInTheColoursOfTheNewPalette) {
   EXPECT_TRUE(desktop::IsDark(ok.palette()));
 }
 
-TEST_F(Look, AGroupsCardLiesBelowItsTitle) {
+TEST_F(Look, GroupsCardIsBelowItsTitle) {
   QGroupBox group(u"Geldigheid"_s);
   auto* layout = new QVBoxLayout(&group);
   auto* edit = new QLineEdit;
@@ -169,7 +169,7 @@ TEST_F(Look, MarginsComeFromTheStyle) {
   EXPECT_EQ(layout->spacing(), 8);
 }
 
-TEST_F(Look, ALayoutWithinAGridOfUnequalSpacingsKeepsTheUsualGap) {
+TEST_F(Look, LayoutInAGridWithUnequalSpacingsHasTheUsualGap) {
   QWidget window;
   auto* grid = new QGridLayout(&window);
   grid->setHorizontalSpacing(16);
@@ -184,7 +184,7 @@ TEST_F(Look, ALayoutWithinAGridOfUnequalSpacingsKeepsTheUsualGap) {
   EXPECT_EQ(lower->y() - upper->geometry().bottom() - 1, 8);
 }
 
-TEST_F(Look, AChosenMarkIsFilledInTheAccent) {
+TEST_F(Look, CheckedMarkIsFilledWithTheAccent) {
   QCheckBox box(u"Aktief"_s);
   QRadioButton radio(u"Online"_s);
   for (QAbstractButton* button : {static_cast<QAbstractButton*>(&box), static_cast<QAbstractButton*>(&radio)}) {
@@ -198,7 +198,7 @@ TEST_F(Look, AChosenMarkIsFilledInTheAccent) {
   }
 }
 
-// At twice the scale there is more to see, not the same made larger.
+// At scale 2 there is more detail, not the same pixels enlarged.
 TEST_F(Look, IsCrispAt200Percent) {
   QCheckBox box(u"Aktief"_s);
   box.setChecked(true);
@@ -213,7 +213,7 @@ TEST_F(Look, IsCrispAt200Percent) {
   EXPECT_GT(differing, 100);
 }
 
-TEST_F(Look, AProgressBarFillsItsShare) {
+TEST_F(Look, ProgressBarFillsItsShare) {
   QProgressBar bar;
   bar.setTextVisible(false);
   bar.setRange(0, 100);
@@ -224,7 +224,7 @@ TEST_F(Look, AProgressBarFillsItsShare) {
   EXPECT_EQ(image.pixelColor(image.width() * 3 / 4, y), Tokens().line);
 }
 
-TEST_F(Look, QtsOwnDialogsShowDrawingsOfTheProgramsFamily) {
+TEST_F(Look, QtsDialogsShowTheProgramsIcons) {
   for (const QStyle::StandardPixmap icon :
        {QStyle::SP_ArrowBack, QStyle::SP_ArrowForward, QStyle::SP_FileDialogToParent, QStyle::SP_FileDialogNewFolder,
         QStyle::SP_FileDialogListView, QStyle::SP_FileDialogDetailedView, QStyle::SP_ComputerIcon,
@@ -234,7 +234,7 @@ TEST_F(Look, QtsOwnDialogsShowDrawingsOfTheProgramsFamily) {
   }
 }
 
-TEST_F(Look, TheTitlesOfColumnsAreFlatAboveAHairline) {
+TEST_F(Look, ColumnTitlesAreFlatAboveAHairline) {
   QImage image(40, 24, QImage::Format_ARGB32_Premultiplied);
   QPainter painter(&image);
   QStyleOptionHeader option;
@@ -246,7 +246,7 @@ TEST_F(Look, TheTitlesOfColumnsAreFlatAboveAHairline) {
   EXPECT_EQ(image.pixelColor(20, 23), Tokens().line);
 }
 
-// A combo painted with a text, as wide as if that were short.
+// A combo with a text, painted at the width for a short one.
 QImage PaintedCombo(const QString& text) {
   QComboBox combo;
   combo.addItem(text);
@@ -255,7 +255,7 @@ QImage PaintedCombo(const QString& text) {
   return Painted(combo, 1);
 }
 
-TEST_F(Look, AChoiceThatDoesNotFitEndsInAnEllipsis) {
+TEST_F(Look, SelectionThatDoesNotFitIsElided) {
   const QString text = u"Opener avond, versie met koor en pauken voor de feestdagen"_s;
   const QImage cut = PaintedCombo(text);
   bool ellipsis = false;

@@ -25,7 +25,7 @@ using namespace Qt::StringLiterals;
 using desktop::MessageBoxScript;
 using desktop::ShowMessageBox;
 
-// Runs `act` on the box once it is open; then takes it away if it is still there, with an answer no button gives.
+// Calls `act` with the box once it is open; then closes it if it is still open, with an answer that no button has.
 int AnswerWhile(int style, const std::function<void(QDialog&)>& act, const QString& text = u"Tekst"_s) {
   QTimer::singleShot(0, [&act] {
     auto* box = qobject_cast<QDialog*>(QApplication::activeModalWidget());
@@ -40,7 +40,7 @@ struct StyleCase {
   int style;
   QStringList buttons;
   int defaultAnswer;
-  int escape;  // -1: the box stays
+  int escape;  // -1: the box stays open
   bool icon;
 };
 
@@ -72,24 +72,24 @@ TEST_P(MessageBoxStyle, HasItsButtonsAndDefault) {
   EXPECT_EQ(script.Last().style, GetParam().style);
 }
 
-TEST_P(MessageBoxStyle, EnterGivesTheDefaultAnswer) {
+TEST_P(MessageBoxStyle, EnterReturnsTheDefaultAnswer) {
   const int answer = AnswerWhile(GetParam().style, [](QDialog& box) { QTest::keyClick(&box, Qt::Key_Return); });
   EXPECT_EQ(answer, GetParam().defaultAnswer);
 }
 
-TEST_P(MessageBoxStyle, EscAndTheFrameAnswerAlike) {
+TEST_P(MessageBoxStyle, EscAndClosingReturnTheSameAnswer) {
   EXPECT_EQ(AnswerWhile(GetParam().style, [](QDialog& box) { QTest::keyClick(&box, Qt::Key_Escape); }),
             GetParam().escape);
   EXPECT_EQ(AnswerWhile(GetParam().style, [](QDialog& box) { box.close(); }), GetParam().escape);
 }
 
-TEST_P(MessageBoxStyle, ShowsAnIconWhereTheStyleHasOne) {
+TEST_P(MessageBoxStyle, ShowsAnIconIfTheStyleHasOne) {
   bool icon = false;
   AnswerWhile(GetParam().style, [&icon](QDialog& box) { icon = box.findChild<QLabel*>(u"messageIcon"_s) != nullptr; });
   EXPECT_EQ(icon, GetParam().icon);
 }
 
-TEST(MessageBox, EachIconIsItsOwn) {
+TEST(MessageBox, EveryIconIsDifferent) {
   std::vector<QImage> icons;
   for (const int style : {16, 32, 48, 64}) {
     AnswerWhile(style, [&icons](QDialog& box) {
@@ -102,7 +102,7 @@ TEST(MessageBox, EachIconIsItsOwn) {
       EXPECT_NE(icons[one], icons[other]);
 }
 
-TEST(MessageBox, ClickedButtonsGiveTheirAnswers) {
+TEST(MessageBox, ClickedButtonsReturnTheirAnswers) {
   MessageBoxScript script{6, 7, 2, 1};
   EXPECT_EQ(ShowMessageBox(nullptr, u"a"_s, 35, u"Items"_s), 6);
   EXPECT_EQ(ShowMessageBox(nullptr, u"b"_s, 35, u"Items"_s), 7);
@@ -114,7 +114,7 @@ TEST(MessageBox, ClickedButtonsGiveTheirAnswers) {
   EXPECT_EQ(script.Shown()[2].answer, 2);
 }
 
-TEST(MessageBox, TheFirstLetterAnswersWithoutAlt) {
+TEST(MessageBox, MnemonicLetterWorksWithoutAlt) {
   EXPECT_EQ(AnswerWhile(36, [](QDialog& box) { QTest::keyClick(&box, Qt::Key_N); }), 7);
   EXPECT_EQ(AnswerWhile(35, [](QDialog& box) { QTest::keyClick(&box, Qt::Key_A); }), 2);
 }
@@ -132,7 +132,7 @@ TEST(MessageBox, ShowsTitleAndText) {
       u"Eerste regel\r\nTweede"_s);
 }
 
-TEST(MessageBox, TheTextIsPlainAndCanBeCopiedAsItWasTold) {
+TEST(MessageBox, TextIsPlainAndIsCopiedUnchanged) {
   const QString text = u"<b>Pad</b> \\\\studio\\data"_s;
   QString copied;
   AnswerWhile(
@@ -148,7 +148,7 @@ TEST(MessageBox, TheTextIsPlainAndCanBeCopiedAsItWasTold) {
   EXPECT_EQ(copied, text);
 }
 
-TEST(MessageBox, ALongPathWithoutBlanksIsWrappedNotCut) {
+TEST(MessageBox, LongPathWithoutBlanksIsWrapped) {
   const QString path = u"/"_s + QString(400, u'x');
   AnswerWhile(
       16,
@@ -161,7 +161,7 @@ TEST(MessageBox, ALongPathWithoutBlanksIsWrappedNotCut) {
       path);
 }
 
-TEST(MessageBox, ATextHigherThanTheScreenKeepsItsButtonsOnIt) {
+TEST(MessageBox, ButtonsStayVisibleForATextHigherThanTheScreen) {
   const QString text = u"regel\n"_s.repeated(500);
   AnswerWhile(
       16, [](QDialog& box) { EXPECT_LT(box.height(), QApplication::primaryScreen()->availableGeometry().height()); },
@@ -179,7 +179,7 @@ TEST(MessageBox, WithoutAnOwnerItBelongsToTheActiveModalWindow) {
   EXPECT_EQ(owner, &dialog);
 }
 
-TEST(MessageBox, LiftsTheWaitPointerWhileItIsOpen) {
+TEST(MessageBox, ShowsTheArrowPointerWhileOpen) {
   const desktop::WaitPointer wait;
   Qt::CursorShape during = Qt::BlankCursor;
   AnswerWhile(64, [&during](QDialog&) { during = QApplication::overrideCursor()->shape(); });
@@ -188,7 +188,7 @@ TEST(MessageBox, LiftsTheWaitPointerWhileItIsOpen) {
   EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
 }
 
-TEST(MessageBoxScript, TheYoungestAnswers) {
+TEST(MessageBoxScript, NewestScriptIsUsed) {
   MessageBoxScript outer{7};
   {
     MessageBoxScript inner{6};

@@ -49,7 +49,7 @@ double Contrast(const QColor& one, const QColor& other) {
   return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
 }
 
-TEST_F(ThemeChoice, TheOptionDecides) {
+TEST_F(ThemeChoice, StartOptionDecides) {
   EXPECT_EQ(desktop::VariantFromText(u"dark"_s), Variant::Dark);
   EXPECT_EQ(desktop::VariantFromText(u"light"_s), Variant::Light);
   EXPECT_FALSE(desktop::VariantFromText(u"blauw"_s).has_value());
@@ -58,12 +58,12 @@ TEST_F(ThemeChoice, TheOptionDecides) {
   EXPECT_TRUE(desktop::IsDark(QApplication::palette()));
 }
 
-TEST_F(ThemeChoice, ReplacesFusionByTheOwnStyle) {
+TEST_F(ThemeChoice, ReplacesFusionByTheProgramsStyle) {
   const Theme theme(App(), Variant::Light);
   EXPECT_NE(qobject_cast<desktop::LookStyle*>(QApplication::style()), nullptr);
 }
 
-TEST_F(ThemeChoice, AnotherStyleStaysWithItsColours) {
+TEST_F(ThemeChoice, OtherStyleKeepsItsColours) {
   QApplication::setStyle(QStyleFactory::create(u"windows"_s));
   const QColor window = QApplication::palette().color(QPalette::Window);
   const Theme theme(App(), std::nullopt);
@@ -71,7 +71,7 @@ TEST_F(ThemeChoice, AnotherStyleStaysWithItsColours) {
   EXPECT_EQ(QApplication::palette().color(QPalette::Window), window);
 }
 
-TEST_F(ThemeChoice, WithoutAWishThePlatformsOwnPaletteDecides) {
+TEST_F(ThemeChoice, WithoutAPreferenceThePlatformsPaletteDecides) {
   QPalette platform;
   platform.setColor(QPalette::Window, Qt::black);
   platform.setColor(QPalette::WindowText, Qt::white);
@@ -80,7 +80,7 @@ TEST_F(ThemeChoice, WithoutAWishThePlatformsOwnPaletteDecides) {
   EXPECT_EQ(theme.Current(), Variant::Dark);
 }
 
-TEST_F(ThemeChoice, TextsAreReadableInBothVariants) {
+TEST_F(ThemeChoice, TextsHaveEnoughContrastInBothVariants) {
   for (const QPalette& palette : {desktop::LightPalette(), desktop::DarkPalette()}) {
     const desktop::Tokens& tokens = desktop::TokensFor(palette);
     const QColor base = palette.color(QPalette::Base);
@@ -97,7 +97,7 @@ TEST_F(ThemeChoice, TextsAreReadableInBothVariants) {
   }
 }
 
-// The colour that most of an icon's pixels have.
+// The most frequent colour of an icon.
 QColor MainColour(const QIcon& icon, QIcon::Mode mode = QIcon::Normal) {
   const QImage image = icon.pixmap(QSize(16, 16), 1.0, mode).toImage();
   QHash<QRgb, int> counts;
@@ -110,7 +110,7 @@ QColor MainColour(const QIcon& icon, QIcon::Mode mode = QIcon::Normal) {
   return QColor(most);
 }
 
-TEST_F(ThemeChoice, AnIconSetOnceFollowsThePalette) {
+TEST_F(ThemeChoice, IconsFollowThePalette) {
   Theme theme(App(), Variant::Light);
   const QIcon icon = desktop::Icon(u"stop"_s);
   EXPECT_EQ(MainColour(icon), QApplication::palette().color(QPalette::ButtonText));
@@ -133,7 +133,7 @@ bool HasColour(const QImage& image, const QColor& colour) {
   return false;
 }
 
-TEST_F(ThemeChoice, TheAccentComesIntoAnIconFrom24PixelsOn) {
+TEST_F(ThemeChoice, IconsHaveTheAccentFrom24Pixels) {
   const Theme theme(App(), Variant::Light);
   const QColor accent = desktop::TokensFor(QApplication::palette()).accent;
   const QIcon icon = desktop::Icon(u"items"_s);
@@ -141,7 +141,7 @@ TEST_F(ThemeChoice, TheAccentComesIntoAnIconFrom24PixelsOn) {
   EXPECT_FALSE(HasColour(icon.pixmap(QSize(16, 16), 2.0).toImage(), accent));
 }
 
-TEST(Icons, EveryNameIsThereAndDrawsSomething) {
+TEST(Icons, EveryNameHasANonEmptyIcon) {
   for (const char* name :
        {"item-spots",  "items",     "exporteren", "instellingen", "afsluiten", "item-pingles", "nieuw",     "open",
         "desaktiveer", "verwijder", "zoek",       "geluid",       "map",       "kalender",     "nul",       "play",
@@ -162,7 +162,7 @@ TEST(Icons, EveryNameIsThereAndDrawsSomething) {
   EXPECT_TRUE(desktop::Icon(u"bestaat-niet"_s).isNull());
 }
 
-TEST(Icons, TheProgramsIconHasAllUsualSizes) {
+TEST(Icons, ProgramIconHasAllUsualSizes) {
   const QIcon icon = desktop::AppIcon();
   for (const int side : {16, 32, 48, 256})
     EXPECT_EQ(icon.actualSize(QSize(side, side)), QSize(side, side));

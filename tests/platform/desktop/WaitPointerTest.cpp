@@ -10,7 +10,7 @@
 
 namespace {
 
-TEST(WaitPointer, ShowsTheHourglassForAsLongAsItLives) {
+TEST(WaitPointer, ShowsTheWaitPointerWhileItExists) {
   ASSERT_EQ(QApplication::overrideCursor(), nullptr);
   {
     const desktop::WaitPointer outer;
@@ -23,12 +23,12 @@ TEST(WaitPointer, ShowsTheHourglassForAsLongAsItLives) {
   EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
 
-TEST(WaitPointer, AnArrowWithoutAWaitChangesNothing) {
+TEST(WaitPointer, ArrowWithoutAWaitPointerChangesNothing) {
   const desktop::ArrowPointer arrow;
   EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
 
-TEST(Events, YieldingHandlesWhatWaits) {
+TEST(Events, YieldingProcessesPendingEvents) {
   bool handled = false;
   QMetaObject::invokeMethod(
       qApp, [&handled] { handled = true; }, Qt::QueuedConnection);
