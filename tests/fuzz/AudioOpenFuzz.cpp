@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Opens any bytes as a sound file, measures it and reads here and there. What is no sound may end in audio::Error only.
+// Opens any bytes as a sound file, measures it and reads at several positions. Invalid files may only throw
+// audio::Error.
 #include "platform/audio/Decoder.h"
 #include "platform/audio/Error.h"
 #include "platform/audio/Measure.h"
@@ -16,7 +17,7 @@
 
 namespace {
 
-// Bytes under a path of the host, in memory.
+// A file in memory that has a path.
 class MemoryFile {
  public:
   MemoryFile(const std::uint8_t* data, std::size_t size) : descriptor_(memfd_create("fuzz", MFD_CLOEXEC)) {
@@ -48,7 +49,7 @@ void ReadAround(audio::Decoder& decoder) {
 
 }  // namespace
 
-// libsndfile lets go of the codec's state when a damaged Ogg file cannot be opened: not ours to mend.
+// Known leak in libsndfile when a damaged Ogg file cannot be opened.
 // NOLINTNEXTLINE(bugprone-reserved-identifier,readability-identifier-naming): the sanitizer looks for this name
 extern "C" const char* __lsan_default_suppressions() {
   return "leak:vorbis_info_init\nleak:libvorbis\n";

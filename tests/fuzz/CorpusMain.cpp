@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A plain main for a fuzz target, for compilers without libFuzzer: each file of the given folders as it is, cut short
-// at many places, and with single bytes changed. The same every time.
+// A main function for a fuzz target without libFuzzer: runs each file of the given folders unchanged, truncated at many
+// places, and with single bytes changed. Deterministic.
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
@@ -13,14 +13,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
 namespace {
 
-constexpr std::size_t kVariants = 60;  // of each kind, of each file
+constexpr std::size_t kVariants = 60;  // of each kind, per file
 
 void RunVariants(const std::vector<std::uint8_t>& bytes) {
   LLVMFuzzerTestOneInput(bytes.data(), bytes.size());
   const std::size_t step = std::max<std::size_t>(1, bytes.size() / kVariants);
   for (std::size_t length = 0; length < bytes.size(); length += step)
     LLVMFuzzerTestOneInput(bytes.data(), length);
-  // Headers are where a changed byte means most: half of the changes fall into the first hundred bytes.
+  // Half of the changes are in the first hundred bytes, since headers matter most.
   for (std::size_t i = 0; i < 2 * kVariants; ++i) {
     std::vector<std::uint8_t> changed = bytes;
     const std::size_t range = i % 2 == 0 ? std::min<std::size_t>(100, bytes.size()) : bytes.size();

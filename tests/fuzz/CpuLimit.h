@@ -3,9 +3,8 @@
 
 namespace fuzz {
 
-// While it lives, the program aborts once it has spent two seconds of processor time since the start of this object.
-// The clock on the wall, which libFuzzer's own limit goes by, says little on a busy machine. One at a time.
-// Only under libFuzzer: a test asserts no time.
+// During its lifetime the program aborts after two seconds of processor time. (libFuzzer's own limit uses the wall
+// clock, which is unreliable on a busy machine.) One at a time. No effect without libFuzzer.
 class CpuLimit {
  public:
   CpuLimit();

@@ -74,7 +74,7 @@ void FillSpots(Database& database, int rows) {
   std::vector<Value> longTexts = SpotRow(Value{}, u"lang", std::u16string(5000, u't'));
   writer->Insert(longTexts);
   if (rows > 10) {
-    // Longer texts move their rows; the deleted ones leave an empty page behind.
+    // Longer texts move their rows; the deleted ones free a page.
     for (std::size_t i = 0; i < 40; ++i)
       writer->Update(ids[i], SpotRow(Value{}, u"verhuisd", std::u16string(60, u'v')), {false, false, true, false});
     for (std::size_t i = 60; i < 75; ++i)

@@ -9,9 +9,9 @@
 
 namespace jet::fuzz {
 
-// Sound databases with two tables, `tblSpots` (ID, Naam, Tekst, Actief; two indexes) and `tblItems` (Nr,
-// Omschrijving). The first has a few rows in each; the second has index trees of two levels, long values in one and in
-// several pieces, moved rows, deleted rows and freed pages.
+// Sound databases with two tables, `tblSpots` (ID, Naam, Tekst, Actief; two indexes) and `tblItems` (Nr, Omschrijving).
+// The first has a few rows per table; the second has index trees of two levels, long values of one and several pieces,
+// moved rows, deleted rows and freed pages.
 const Bytes& SmallBase();
 const Bytes& LargerBase();
 

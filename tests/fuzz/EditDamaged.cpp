@@ -25,7 +25,7 @@ constexpr unsigned kMostDamages = 8;
 constexpr int kMostDeleted = 8;  // at once
 constexpr int kMostStatements = 4;
 
-// Takes numbers off the input; zeros when it is used up.
+// Reads numbers from the input; zeros after its end.
 class Recipe {
  public:
   explicit Recipe(std::span<const std::uint8_t> input) : input_(input) {}
@@ -48,7 +48,7 @@ class Recipe {
   std::span<const std::uint8_t> input_;
 };
 
-// A place in a page: heads of pages and the rows at their ends are where most means something.
+// A random offset in a page, mostly in its head or in the rows at its end.
 std::size_t PlaceInPage(Recipe& recipe) {
   const std::uint32_t place = recipe.Number(2);
   switch (place >> 14) {
@@ -61,7 +61,7 @@ std::size_t PlaceInPage(Recipe& recipe) {
   }
 }
 
-// A number that nearly makes sense where a page, a row or a first page is named.
+// A nearly valid page number, row pointer or first page.
 std::uint32_t NumberNear(std::size_t pages, Recipe& recipe) {
   switch (recipe.Byte() % 6) {
     case 0:
@@ -73,13 +73,13 @@ std::uint32_t NumberNear(std::size_t pages, Recipe& recipe) {
     case 3:
       return ~0U - recipe.Number(2);
     case 4:
-      return (1U << 19) - 64 + recipe.Byte();  // about the largest file
+      return (1U << 19) - 64 + recipe.Byte();  // near the page count of the largest file
     default:
       return recipe.Number(4);
   }
 }
 
-// Where in the file the row of a usage map begins, or anything on such a page when it has no such row.
+// The offset in the file of a usage map's row, or of another byte when the page has none.
 std::size_t PlaceOfMapRow(const Bytes& file, std::size_t page, Recipe& recipe) {
   const std::uint8_t* bytes = &file[page * kPageSize];
   const std::size_t slots = std::min<std::size_t>(LoadU16(bytes + 12), 255);
@@ -87,7 +87,7 @@ std::size_t PlaceOfMapRow(const Bytes& file, std::size_t page, Recipe& recipe) {
   return page * kPageSize + std::min<std::size_t>(LoadU16(bytes + kDataPageHead + 2 * slot) & 0x1FFF, kPageSize - 8);
 }
 
-// Changes a usage map: its kind, its first page or a bitmap page, a bit; or where a definition looks for its maps.
+// Changes a usage map (its kind, first page, a bitmap page or a bit) or a definition's pointer to a map.
 void DamageMap(Bytes& file, Recipe& recipe) {
   const std::size_t pages = file.size() / kPageSize;
   std::vector<std::size_t> holders = {1, 1, 1};  // the map of free pages matters most
@@ -107,7 +107,7 @@ void DamageMap(Bytes& file, Recipe& recipe) {
     case 1:
       Store(&file[row + 1], NumberNear(pages, recipe));
       return;
-    case 2: {  // one of the pages that there are
+    case 2: {  // an existing page
       const std::size_t page = recipe.Byte() % (pages + 2);
       file[std::min(row + 5 + page / 8, file.size() - 1)] ^= static_cast<std::uint8_t>(1U << (page % 8));
       return;
@@ -127,7 +127,7 @@ void DamageMap(Bytes& file, Recipe& recipe) {
   }
 }
 
-// The same free pages in another layout, as other writers leave them.
+// Stores the same free pages in a layout of other programs.
 void LayOutFreeMap(Bytes& file, unsigned layout, Recipe& recipe) {
   test::FreeMapImage image(file);
   if (layout == 5 || layout == 7) image.PutWindow(recipe.Byte() % (image.PageCount() / 8) * 8);
@@ -160,7 +160,7 @@ void DamageOnce(Bytes& file, Recipe& recipe) {
     case 5:
       file[at] = static_cast<std::uint8_t>(file[at] + 1 - 2 * (recipe.Byte() % 2));
       return;
-    case 6: {  // another page in its place
+    case 6: {  // replaced by another page
       const std::size_t from = recipe.Byte() % (file.size() / kPageSize) * kPageSize;
       std::copy_n(file.begin() + static_cast<std::ptrdiff_t>(from), kPageSize,
                   file.begin() + static_cast<std::ptrdiff_t>(at / kPageSize * kPageSize));
@@ -172,7 +172,7 @@ void DamageOnce(Bytes& file, Recipe& recipe) {
   }
 }
 
-// The rows of the table that no statement names, with whatever error ends the reading.
+// The rows of the table that no statement uses, with the error that ended the reading.
 struct OtherRows {
   std::vector<std::vector<Value>> rows;
   std::string error;
@@ -207,19 +207,19 @@ std::string Problems(Database& database) {
   return problems;
 }
 
-// Whether the table that no statement names was without a problem. Of very many problems not all are told.
+// Whether the table that no statement uses had no problem. The list of problems may be truncated.
 bool WasSound(const OtherRows& others, const std::string& problems) {
   const auto tells = [&](const char* words) { return problems.find(words) != std::string::npos; };
   return others.error.empty() && !tells("'tblItems'") && !tells("nog meer bevindingen");
 }
 
-// Said of a value, before anything changes: the statement goes on.
+// An error about a value, thrown before any change: the statement continues.
 bool IsRefusal(ErrorCode code) {
   return code == ErrorCode::Duplicate || code == ErrorCode::Required || code == ErrorCode::Relation ||
          code == ErrorCode::TooLong || code == ErrorCode::OutOfRange || code == ErrorCode::UnknownCharacter;
 }
 
-// The rows of the table that the statements name, by their places.
+// The rows of the table that the statements change, by RowId.
 using Model = std::map<RowId, std::vector<Value>>;
 
 Model ReadSpots(Database& database) {
@@ -236,7 +236,7 @@ Model ReadSpots(Database& database) {
 
 class Editing {
  public:
-  // `model` follows what is carried out.
+  // `model` is updated with each change.
   Editing(Database& database, Recipe& recipe, Model& model) : database_(database), recipe_(recipe), model_(model) {}
 
   void Statement() {
@@ -318,7 +318,7 @@ class Editing {
     if (seed % 3 == 1) text = std::u16string(seed % 100, u'x');
     if (seed % 3 == 2) text = std::u16string(static_cast<std::size_t>(seed) * 40, u'\u20AC');
     std::vector<Value> row = SpotRow(Value{}, name, text);
-    row.resize(writer.Definition().columns.size());  // a damaged definition may say otherwise
+    row.resize(writer.Definition().columns.size());  // a damaged definition may have another number
     return row;
   }
 
@@ -381,7 +381,7 @@ EditOutcome EditDamaged(std::span<const std::uint8_t> input) {
   try {
     Edit(files, recipe, outcome);
   } catch (const Error&) {
-    // It could not be opened, or not even be checked.
+    // It could not be opened or checked.
   }
   if (files.Names().size() != 1) throw std::logic_error("a file was left beside the database");
   return outcome;

@@ -5,8 +5,8 @@
 
 namespace fuzz {
 
-// Watches the heap while it lives: the program aborts as soon as more than `bytes` are in use beyond what was in use
-// before. Only under clang's address sanitizer; elsewhere it does nothing.
+// During its lifetime the program aborts when the heap grows by more than `bytes`. Only with clang's address sanitizer;
+// otherwise no effect.
 class HeapLimit {
  public:
   explicit HeapLimit(std::size_t bytes);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Open, check, edit, save: damages a small database as the input says, and edits it. See EditDamaged.h for what must
-// hold.
+// Open, check, edit, save: damages a small database according to the input and edits it. See EditDamaged.h for the
+// requirements.
 #include "tests/fuzz/CpuLimit.h"
 #include "tests/fuzz/EditDamaged.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Opens any bytes as a database and walks everything in it: catalogue, definitions, rows, indexes, integrity check.
-// Damage may end in jet::Error only, and memory stays under four times the file and 64 MB.
+// Opens any bytes as a database and reads everything: catalogue, definitions, rows, indexes, integrity check. Damage
+// may only throw jet::Error, and memory stays under four times the file size plus 64 MB.
 #include "platform/files/MemoryFileSystem.h"
 #include "platform/jet/check/Check.h"
 #include "platform/jet/database/Database.h"
@@ -16,8 +16,7 @@
 
 namespace {
 
-// Goes through a cursor to its end; damage in between does not end it, but is counted, so that an error that stays the
-// same ends the walk.
+// Reads a cursor to its end. Continues after damage, up to a limit, so that a repeated error ends the loop.
 template <typename Cursor>
 std::size_t WalkToEnd(Cursor cursor) {
   constexpr int kMostErrors = 1000;

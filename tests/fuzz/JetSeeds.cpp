@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Writes the files that fuzzing of the reader starts from: small databases that together hold everything the format
-// has, and real ones where there are any.
-// usage: jet_seeds FOLDER    real files: *.mdb in the folder that SPOTROOSTER_MDB_SAMPLES names
+// Writes the seed files for fuzzing the reader: small databases that together have every structure of the format, and
+// the real ones (*.mdb) in the folder SPOTROOSTER_MDB_SAMPLES, if it is set.
+// usage: jet_seeds FOLDER
 #include "platform/jet/check/Check.h"
 #include "tests/platform/jet/SpotsImage.h"
 #include "tests/platform/jet/support/RandomRows.h"
@@ -21,10 +21,10 @@ namespace {
 using jet::Bytes;
 
 constexpr std::size_t kPage = 4096;
-constexpr std::size_t kName = 7;        // of a row of AllKindsTable
+constexpr std::size_t kName = 7;        // in a row of AllKindsTable
 constexpr std::size_t kMostPages = 20;  // of a real file
 
-// Turns the map into one whose bits lie on a page of their own.
+// Turns the map into one with a bitmap page.
 void MakeReferenceMap(DatabaseImage& image, jet::RowId map) {
   const std::uint32_t bitmap = image.NewPage();
   DatabaseImage::Page& bits = image.At(bitmap);
@@ -38,7 +38,7 @@ void MakeReferenceMap(DatabaseImage& image, jet::RowId map) {
   row[1] = static_cast<std::uint8_t>(bitmap);
 }
 
-// The key of "Spots" as a tree of three levels: two nodes of two leaves each.
+// Gives the key of "Spots" a tree of three levels: two nodes with two leaves each.
 void MakeDeepTree(SpotsImage& spots) {
   std::uint32_t nodes[2];
   std::uint32_t leaves[4];
@@ -122,7 +122,7 @@ jet::TableDefinition EveryKind() {
   return table;
 }
 
-// Rows of every kind by chance: long values in all forms, moved rows, deleted ones, keys of a text.
+// Random rows of every type: long values of all forms, moved and deleted rows, text keys.
 Bytes WrittenTable(unsigned seed, int rows) {
   jet::test::FreshDatabase fresh;
   fresh.Create(EveryKind());
@@ -153,7 +153,7 @@ void Put(const std::filesystem::path& folder, const std::string& name, const Byt
     throw std::filesystem::filesystem_error("write", folder / name, std::make_error_code(std::errc::io_error));
 }
 
-// A seed that is damaged from the start would reach little.
+// A seed that is already damaged would reach little code.
 void PutSound(const std::filesystem::path& folder, const std::string& name, const Bytes& file) {
   for (const jet::Finding& finding : jet::CheckDatabase(*OpenBytes(file))) {
     if (finding.remark) continue;

@@ -51,7 +51,7 @@ void PageMutator::MutateField(jet::ByteSpan page) {
   Store(field, ValueFor(Load(field), size));
 }
 
-// Where a field of a page of that kind begins, and its size.
+// Offset and size of a field of a page of that kind.
 std::size_t PageMutator::FieldOf(jet::ByteSpan page, std::size_t* size) {
   if (Below(16) == 0) return Below(2);  // the kind
   const std::size_t counts = *size = Below(2) == 0 ? 2 : 4;
@@ -68,7 +68,7 @@ std::size_t PageMutator::FieldOf(jet::ByteSpan page, std::size_t* size) {
       *size = 1 + Below(2);
       return Below(2) == 0 ? start + Below(16) : end - std::min<std::size_t>(end, 1 + Below(24));
     }
-    case 2:  // a definition: the head, where its maps are, or anything in the stream
+    case 2:  // a definition: the head, the map pointers, or anything in the stream
       if (Below(6) == 0) return *size = 4, 55 + 4 * Below(2);
       return Below(3) == 0 ? Below(0x3F) : 0x3F + Below(std::clamp<std::size_t>(Load(page.subspan(8, 4)), 1, kPage));
     case 3:
@@ -81,7 +81,7 @@ std::size_t PageMutator::FieldOf(jet::ByteSpan page, std::size_t* size) {
   }
 }
 
-// A usage map: its kind, its first page or first bitmap page, another bitmap page, or bits.
+// A field of a usage map: kind, first page or first bitmap page, another bitmap page, or bits.
 std::size_t PageMutator::MapFieldOf(jet::ByteSpan page, std::size_t slots, std::size_t* size) {
   const std::size_t row = U16(page, 14 + 2 * Below(slots)) & 0x1FFF;
   *size = 4;
@@ -134,7 +134,7 @@ void PageMutator::CopyWithin(jet::ByteSpan page) {
   std::memmove(&page[Below(kPage - count)], &page[Below(kPage - count)], count);
 }
 
-// One page where another was: wrong owners, pages owned twice, chains that close.
+// Copies one page over another: wrong owners, pages with two owners, cyclic chains.
 void PageMutator::CopyPage() {
   const jet::ByteSpan from = Page(Below(file_.size() / kPage));
   const jet::ByteSpan to = Page(Below(file_.size() / kPage));

@@ -8,13 +8,13 @@
 
 namespace fuzz {
 
-// Damages database files where it hurts: the fields of pages (kinds, counts, offsets, pointers to pages and rows),
-// set to values that nearly make sense. Bytes are not moved, so that all other pages keep their meaning.
+// Damages database files: sets the fields of pages (kinds, counts, offsets, page and row pointers) to nearly valid
+// values. Never moves bytes, so that other pages stay valid.
 class PageMutator {
  public:
   explicit PageMutator(unsigned seed) : random_(seed) {}
 
-  // Changes 1 to 4 things in a file of at least a page; bytes behind the last whole page are left alone.
+  // Makes 1 to 4 changes in a file of at least one page. Bytes after the last complete page are not changed.
   void Mutate(jet::ByteSpan file);
 
  private:

@@ -15,7 +15,7 @@ namespace jet {
 
 namespace {
 
-constexpr std::uint32_t kMapsPage = 1;  // of the map of free pages; it is its own owner
+constexpr std::uint32_t kMapsPage = 1;  // page of the map of free pages; it is its own owner
 constexpr std::size_t kDefinitionMark = 12;
 constexpr std::uint32_t kDefinitionMarkValue = 0x659;
 constexpr std::size_t kOrphansNamed = 10;
@@ -75,7 +75,7 @@ std::string ListOf(const std::vector<std::uint32_t>& pages) {
   return pages.size() > kOrphansNamed ? list + " ..." : list;
 }
 
-// Every page against the global map: what is used is not free, what is not free is used.
+// Compares every page with the global map: a page is either in use or free.
 void CheckGlobalMap(CheckState& state) {
   const DataPage page(state.Source().Read(kMapsPage), kMapsPage);
   if (page.SlotCount() < 2) state.ProblemAt(kMapsPage, "de kaart van vrije pagina's ontbreekt");

@@ -8,23 +8,23 @@
 
 namespace jet {
 
-// One thing that an integrity check noticed.
+// One finding of an integrity check.
 struct Finding {
-  bool remark = false;  // odd but sound: seen in files that the original programs are content with
-  std::string text;     // Dutch; names page and table where it has them
+  bool remark = false;  // unusual but sound: seen in files that the original programs accept
+  std::string text;     // Dutch; with page and table where known
 
-  // A line for people: remarks begin with "remark: ".
+  // The text for output, with "remark: " before remarks.
   std::string Line() const { return remark ? "remark: " + text : text; }
 };
 
-// Most findings that one check collects; one more tells that there are others.
+// Most findings that one check collects; one further finding says that there are more.
 constexpr std::size_t kMostFindings = 1000;
 
-// Looks at every page, map, row, long value and index of the file, and rebuilds every index key from its row. Never
-// changes the file. Problems come in the order in which they were met; a file without a problem is sound.
+// Checks every page, map, row, long value and index of the file, and compares every index key with its row. Never
+// changes the file. Returns findings in the order of detection; a file without a problem is sound.
 std::vector<Finding> CheckDatabase(Database& database);
 
-// Whether one of the findings is a problem.
+// Whether any finding is not just a remark.
 bool HasProblem(const std::vector<Finding>& findings);
 
 }  // namespace jet

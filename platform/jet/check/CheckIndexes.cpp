@@ -27,7 +27,7 @@ std::string EntryRow(ByteView entry) {
   return "pagina " + std::to_string(LoadU24BigEndian(pointer)) + ", rij " + std::to_string(pointer[3]);
 }
 
-// The end of the row's index entries.
+// The row pointer at the end of the row's index entries.
 Bytes Pointer(RowId row) {
   return {static_cast<std::uint8_t>(row >> 24), static_cast<std::uint8_t>(row >> 16),
           static_cast<std::uint8_t>(row >> 8), static_cast<std::uint8_t>(row)};
@@ -40,7 +40,7 @@ std::string NameOf(const StoredTable& table, std::size_t realIndex) {
   return "index " + std::to_string(realIndex);
 }
 
-// One tree: its pages and their order, then its entries beside the rows.
+// Checks one tree: its pages and their order, then its entries against the rows.
 class TreeChecker {
  public:
   TreeChecker(CheckState& state, const StoredTable& table, std::size_t number)
@@ -59,7 +59,7 @@ class TreeChecker {
  private:
   using Visited = std::unordered_map<std::uint32_t, bool>;
 
-  // Visits a page and what is under it, left to right. Answers the last entry under it (empty = none).
+  // Visits a page and its descendants from left to right. Returns their last entry (empty = none).
   Bytes Walk(std::uint32_t number, unsigned depth) {
     Bytes last;
     const bool before = whole_;
@@ -77,7 +77,7 @@ class TreeChecker {
     return last;
   }
 
-  // A page of the map that the tree does not lead to.
+  // Checks a page that is in the index's map but not in the tree.
   void CheckOutside(std::uint32_t page) {
     const std::string what = "hoort bij " + name_ + ", maar ligt niet in de boom";
     if (!state_.IsFree(page) || !IsUnwritten(*state_.Source().Read(page))) return state_.ProblemAt(page, what);
@@ -100,12 +100,12 @@ class TreeChecker {
     Bytes entry;
     for (std::size_t i = 0; i < leaf.Count(); ++i) {
       leaf.CopyEntry(i, entry);
-      NoteEntry(leaf.Number(), entry);
+      CollectEntry(leaf.Number(), entry);
     }
     return entry;
   }
 
-  void NoteEntry(std::uint32_t page, const Bytes& entry) {
+  void CollectEntry(std::uint32_t page, const Bytes& entry) {
     if (found_.Count() > 0) {
       const ByteView previous = found_.At(found_.Count() - 1);
       if (!EntryList::Less(previous, entry)) {
@@ -121,7 +121,7 @@ class TreeChecker {
     return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() - kPointerBytes) == 0;
   }
 
-  // Keys of nothing but nulls may come more than once: one flag byte for each field.
+  // Keys of only nulls (one flag byte per field) may repeat.
   void CheckUnique(std::uint32_t page, const Bytes& entry) {
     const bool allNull = entry.size() == index_.fields.size() + kPointerBytes;
     if ((index_.flags & StoredIndex::kUnique) == 0 || allNull) return;
@@ -147,19 +147,19 @@ class TreeChecker {
     if (whole_ && nextOfLast_ != 0) state_.ProblemAt(lastLeaf_, name_ + ": na het laatste blad volgt er nog een");
   }
 
-  // Every row once, under the key that its values give; a row whose key cannot be built under any key.
+  // Every row must have one entry, with the key of its values; a row whose key cannot be built may have any key.
   void CompareWithRows() {
     EntryList expected;
     try {
       ReadExpected(expected);
     } catch (const Error& error) {
-      if (error.Code() == ErrorCode::Damaged) return;  // told with the rows
+      if (error.Code() == ErrorCode::Damaged) return;  // reported by the check of the rows
       throw;
     }
     if (keyless_.empty()) return Compare(expected, found_);
     state_.Remark(name_ + ": de sleutels zijn niet alle na te rekenen (" + whyKeyless_ + ")");
-    // Who filled such an index knows more characters than this library and may weigh others differently too: all rows
-    // must be there, and another key is only odd.
+    // The program that filled such an index knows more characters and may also weigh others differently: all rows must
+    // have an entry, but a different key is only a remark.
     EntryList rows = expected.LastBytes(kPointerBytes);
     for (const RowId row : keyless_)
       rows.Add(Pointer(row));
@@ -237,7 +237,7 @@ class TreeChecker {
   std::set<RowId> keyless_;  // rows whose key cannot be built
   std::string whyKeyless_;
   LongValueBudget budget_;
-  bool whole_ = true;  // no page of the tree was unreadable so far
+  bool whole_ = true;  // all pages of the tree were readable so far
 };
 
 }  // namespace

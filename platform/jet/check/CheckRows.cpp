@@ -22,14 +22,14 @@ std::string RowName(RowId row) {
   return "pagina " + std::to_string(PageOf(row)) + ", rij " + std::to_string(SlotOf(row)) + ": ";
 }
 
-// Pages that the free-space map lists must be owned.
+// Pages in the map of pages with room must be in the map of owned pages.
 void CheckSubset(CheckState& state, const UsageMap& owned, const UsageMap& free, const std::string& what) {
   for (const std::uint32_t page : free.Members()) {
     if (!owned.Contains(page)) state.ProblemAt(page, "heeft volgens " + what + " ruimte, maar hoort er niet bij");
   }
 }
 
-// The pages of one memo or OLE column, and which pieces on them rows refer to.
+// The pages of one memo or OLE column and the pieces on them that rows reference.
 class LongColumn {
  public:
   LongColumn(CheckState& state, const StoredColumn& column) : state_(state), column_(column) {
@@ -62,7 +62,7 @@ class LongColumn {
     }
   }
 
-  // To be called when all rows have been seen.
+  // Called after all rows were visited.
   void RemarkUnused() {
     std::size_t unused = 0;
     for (const auto& [page, pieces] : there_)
@@ -83,7 +83,7 @@ class LongColumn {
     }
   }
 
-  // False when another value has the piece: what follows it in the chain is shared too, and is not followed again.
+  // False when another value has the piece: the rest of the chain is shared too and is not followed again.
   bool VisitPiece(RowId row, RowId piece) {
     std::bitset<kMostSlots>& used = used_[PageOf(piece)];
     if (used.test(SlotOf(piece))) {
@@ -103,12 +103,12 @@ class LongColumn {
   CheckState& state_;
   const StoredColumn& column_;
   UsageMap owned_;
-  // By page: in which slots pieces are on the field's pages, and which of them a row uses.
+  // By page: the slots with pieces, and those that a row uses.
   std::unordered_map<std::uint32_t, std::bitset<kMostSlots>> there_;
   std::unordered_map<std::uint32_t, std::bitset<kMostSlots>> used_;
 };
 
-// All rows of one table.
+// Checks all rows of one table.
 class RowChecker {
  public:
   RowChecker(CheckState& state, const StoredTable& table) : state_(state), table_(table) {
@@ -172,7 +172,7 @@ class RowChecker {
     for (const StoredColumn& column : table_.columns) {
       LongColumn* pieces = column.IsLong() ? &longColumns_[longColumn++] : nullptr;
       if (column.Type() == ColumnType::Boolean) continue;
-      const ByteView stored = row.BytesOf(column);  // also of a null: it must lie within the row
+      const ByteView stored = row.BytesOf(column);  // also for a null: it must be within the row
       if (!row.Bit(column)) continue;
       if (pieces != nullptr) {
         pieces->CheckValue(id, stored);

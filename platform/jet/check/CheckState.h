@@ -14,7 +14,7 @@
 
 namespace jet {
 
-// What the parts of an integrity check share: the findings, and who claims which page.
+// State shared by the parts of an integrity check: findings and page owners.
 class CheckState {
  public:
   CheckState(PageSource& pages, std::vector<Finding>& findings) : pages_(pages), findings_(findings) {}
@@ -25,27 +25,28 @@ class CheckState {
   void Remark(const std::string& text) { Add(true, text); }
   void ProblemAt(std::uint32_t page, const std::string& what);
 
-  // Everything added until the next call is about this table (empty = none).
+  // Sets the table for the following findings (empty = none).
   void SetTable(const std::string& name) { table_ = name; }
-  // Put before a finding: "tabel 'X', " or nothing.
+  // Prefix of a finding: "tabel 'X', " or empty.
   std::string Where() const { return table_.empty() ? std::string() : "tabel '" + table_ + "', "; }
 
-  // Notes that `page` belongs to `owner` (a text for people); a second owner is a problem, and false is returned.
+  // Records that `page` belongs to `owner` (a text for messages). A second owner is a problem; then returns false.
   bool Claim(std::uint32_t page, const std::string& owner);
   // A page that holds rows of usage maps may serve several tables.
   void ClaimMapPage(std::uint32_t page);
   bool IsClaimed(std::uint32_t page) const { return claims_.count(page) != 0; }
   const std::unordered_map<std::uint32_t, std::string>& Claims() const { return claims_; }
 
-  // Notes that a piece of a long value of `owner` lies on a page that no map gives to a field: many may lie there.
+  // Records that a page which is in no map of a field has a piece of a long value of `owner`; such a page may have
+  // several.
   void ClaimUnmapped(std::uint32_t page, const std::string& owner) { claims_.emplace(page, owner); }
-  // Whether the file calls the page free; false where its map cannot be read.
+  // Whether the file marks the page as free; false when the map is unreadable.
   bool IsFree(std::uint32_t page);
 
-  // Reads a map and claims the pages that it lives on. A damaged map is a problem and taken as empty.
+  // Reads a map and claims its pages. A damaged map is a problem and treated as empty.
   UsageMap ReadMap(RowId where, const std::string& what);
 
-  // Runs `work`; damage that it meets becomes a problem.
+  // Runs `work`; a Damaged error from it becomes a problem.
   template <typename Work>
   void Guard(Work&& work) {
     try {
@@ -54,7 +55,7 @@ class CheckState {
       Note(error);
     }
   }
-  // Damage becomes a problem, anything else goes on upwards.
+  // Records a Damaged error as a problem; rethrows any other.
   void Note(const Error& error);
 
  private:
@@ -68,11 +69,10 @@ class CheckState {
   std::optional<UsageMap> freePages_;
 };
 
-// Slots of a data page, their places and the page's own count of free bytes. Returns whether its rows can be looked
-// at.
+// Checks slots, their offsets and the page's count of free bytes. Returns whether its rows are readable.
 bool CheckDataPage(CheckState& state, const DataPage& page, std::uint32_t owner);
 
-// The parts, each in its own file.
+// The parts, in a file each.
 void CheckRows(CheckState& state, const StoredTable& table);
 void CheckIndexes(CheckState& state, const StoredTable& table);
 

@@ -20,7 +20,7 @@ namespace {
 
 constexpr std::size_t kPagesAtOnce = 64;
 
-// Writes pages as a file with this encoding key has them.
+// Writes pages to a file, encoded with this key.
 void WritePages(PageSource& pages, std::uint32_t key, files::AtomicFile& file) {
   std::string block;
   for (std::uint32_t number = 0; number < pages.PageCount(); ++number) {
@@ -34,7 +34,7 @@ void WritePages(PageSource& pages, std::uint32_t key, files::AtomicFile& file) {
   file.Sync();
 }
 
-// Writes a copy of `source` and compares the two. `options` are for opening the source.
+// Writes a copy of `source` and compares both. `options`: for opening the source.
 void WriteCopy(Database& source, files::AtomicFile& file, const OpenOptions& options, FileSystem& files) {
   InContext("Het bestand '" + source.Name() + "' is beschadigd: ", [&] {
     DatabaseCopy copy(source);
@@ -45,7 +45,7 @@ void WriteCopy(Database& source, files::AtomicFile& file, const OpenOptions& opt
     const ReadTurn turn(*target);
     copy.Compare(*target);
     if (!HasProblem(CheckDatabase(*target))) return;
-    // What was copied as it stands is for the user to find in the old file.
+    // Content was copied as it is, so the message refers to the old file.
     const auto findings = CheckDatabase(source);
     const auto problem = std::ranges::find(findings, false, &Finding::remark);
     throw Damage(problem != findings.end() ? problem->text : "het is niet goed overgenomen");
@@ -80,8 +80,7 @@ void CompactInto(const std::filesystem::path& source, const std::filesystem::pat
   if (!file.CommitNew(target)) throw isThere();
 }
 
-// Everything is taken from the open file and made beside its real name: in a shared folder another user may put a link
-// under that name meanwhile.
+// Uses the open file and its real path only: in a shared folder another user may replace the name by a link meanwhile.
 void Compact(const std::filesystem::path& path, const OpenOptions& options, FileSystem& files) {
   OpenOptions writable = options;
   writable.writable = true;

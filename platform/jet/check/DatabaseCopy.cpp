@@ -18,7 +18,7 @@ namespace {
 constexpr std::uint32_t kEnginePages = 6;  // header, maps, the definitions of the four engine tables
 constexpr std::uint32_t kFirstTable = 2;
 constexpr RowId kGlobalMap = MakeRowId(1, 0);
-constexpr std::uint32_t kMostUnused = 8;  // of so many pages one may be free
+constexpr std::uint32_t kMostUnused = 8;  // at most one of so many pages may be free
 
 bool IsEngineTable(std::uint32_t page) {
   return page < kEnginePages;
@@ -45,7 +45,7 @@ void DatabaseCopy::ReadTables() {
   if (!catalog.Damages().empty()) throw Damage(catalog.Damages().front());
   std::map<std::uint32_t, std::string> names;
   for (std::uint32_t page = kFirstTable; page < kEnginePages; ++page) {
-    // The header names them, whether the catalogue does or not.
+    // Their pages are fixed, even if the catalogue does not list them.
     const bool isTable = (*source_.Source().Read(page))[0] == static_cast<std::uint8_t>(PageType::Definition);
     if (isTable) names[page] = "MSys";
   }
@@ -73,8 +73,8 @@ void DatabaseCopy::RequireNothingLost() {
   }
 }
 
-// A row that cannot be reached any more is not copied: that must not happen silently. Damage of an index is no reason
-// to refuse, since the copy gets new ones.
+// Unreachable rows are not copied, which must not happen silently. Damage of an index is accepted, since the copy gets
+// new indexes.
 void DatabaseCopy::RequireSoundRows() {
   std::vector<Finding> findings;
   CheckState state(source_.Source(), findings);
@@ -104,7 +104,7 @@ void DatabaseCopy::Build(const std::set<std::uint32_t>& keeping) {
   }
 }
 
-// The definitions of those that keep their places get them before anything else is given a page.
+// Allocates the fixed definition pages before any other page.
 void DatabaseCopy::TakePlaces(PageSpace& space, std::set<std::uint32_t> keeping) {
   for (const StoredTable& table : tables_) {
     if (!IsEngineTable(table.page)) continue;
@@ -114,7 +114,7 @@ void DatabaseCopy::TakePlaces(PageSpace& space, std::set<std::uint32_t> keeping)
   std::vector<std::uint32_t> between;
   while (!keeping.empty()) {
     const std::uint32_t page = space.Allocate();
-    // A page of the global map itself may have come where a table was.
+    // A page of the global map itself may now be where a table was.
     keeping.erase(keeping.begin(), keeping.lower_bound(page));
     if (keeping.erase(page) != 0) {
       places_[page] = page;

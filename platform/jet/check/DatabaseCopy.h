@@ -11,34 +11,33 @@
 
 namespace jet {
 
-// The pages of a new file with everything that a database holds, and no dead space: the header with password and
-// encoding and a mark of its own, every table, those of the system too, byte for byte where page numbers need not
-// change.
+// Builds the pages of a new file with the content of a database and without unused space: the header with password,
+// encoding and a new change mark, and every table, also system tables, byte for byte except for changed page numbers.
 //
-// A table keeps the page of its definition, which is its number elsewhere in the file, unless that would leave much of
-// the new file empty.
+// A table keeps its definition page, whose number identifies it in the file, unless that would leave much of the new
+// file empty.
 class DatabaseCopy {
  public:
-  // An Error (Damaged) when something of the source cannot be read, or (Unsupported), naming it, when something would
-  // be lost. The source must be open for reading, and outlive this.
+  // An Error (Damaged) when part of the source is unreadable, or (Unsupported, with its name) when something would be
+  // lost. The caller holds a ReadTurn of the source, which must outlive this.
   explicit DatabaseCopy(Database& source);
 
-  // Decoded; a file with an encoding key has them encoded.
+  // The pages, not yet encoded.
   PageSource& Pages() { return *pages_; }
-  // Whether `target`, which was written from these pages, holds the same as the source: an Error when not.
+  // Compares `target`, which was written from these pages, with the source. An Error when they differ.
   void Compare(Database& target);
 
  private:
   void ReadTables();
   void RequireNothingLost();
   void RequireSoundRows();
-  // Copies everything; tables in `keeping` keep their place.
+  // Copies everything; tables in `keeping` keep their definition page.
   void Build(const std::set<std::uint32_t>& keeping);
   void TakePlaces(PageSpace& space, std::set<std::uint32_t> keeping);
   std::uint32_t UsedPages();
 
   Database& source_;
-  std::vector<StoredTable> tables_;  // by their pages, those of the engine first
+  std::vector<StoredTable> tables_;  // by page, those of the engine first
   std::vector<std::string> names_;
   NoPages nothing_;
   std::unique_ptr<Transaction> pages_;

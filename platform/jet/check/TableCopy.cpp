@@ -20,7 +20,7 @@ namespace jet {
 
 namespace {
 
-// The entry of a row in an index without its place; nothing when the index leaves the row out.
+// The key of a row in an index; nothing when the index omits the row.
 std::optional<Bytes> KeyOf(PageSource& pages, const StoredTable& table, const StoredIndex& index, const RowView& row) {
   std::vector<Value> values(index.fields.size());
   for (std::size_t i = 0; i < values.size(); ++i)
@@ -93,7 +93,7 @@ void TableCopy::CopyRow(RowId id, ByteView row, RowFiller& filler) {
     const StoredColumn& column = table_.columns[i];
     if (longValues_[i] == nullptr || !view.Bit(column)) continue;
     const ByteView stored = view.BytesOf(column);
-    longValues_[i]->Carry(ByteSpan(row_).subspan(static_cast<std::size_t>(stored.data() - row_.data()), stored.size()));
+    longValues_[i]->Copy(ByteSpan(row_).subspan(static_cast<std::size_t>(stored.data() - row_.data()), stored.size()));
   }
   MoveReferences(table_, places_, row_);
   rows_.emplace_back(id, filler.Add(row_));
@@ -116,8 +116,8 @@ void TableCopy::NoteKeys(RowId row) {
   }
 }
 
-// Who filled an index with a key that is unknown here may weigh other characters differently too, so that all its keys
-// are taken over.
+// A program that knows keys that are unknown here may also weigh other characters differently, so all keys of the index
+// are copied.
 void TableCopy::TakeOldKeys(std::size_t index) {
   EntryList entries;
   IndexCursor cursor(source_, table_.page, table_.realIndexes[index].root);
@@ -150,7 +150,7 @@ void TableCopy::WriteDefinition() {
 }
 
 void MoveReferences(const StoredTable& table, const TablePlaces& places, ByteSpan row) {
-  constexpr std::uint16_t kObject = 0;  // column number, in both the object that the row is about
+  constexpr std::uint16_t kObject = 0;  // column number of the object, the same in both tables
   if (table.page != kObjectsTable && table.page != kAccessTable) return;
   const StoredColumn* column = table.ColumnByNumber(kObject);
   const RowView view(row, table);

@@ -15,27 +15,27 @@
 
 namespace jet {
 
-// Where the definitions of tables go in a new file, by where they are in the old one.
+// Definition pages of tables in the new file, by page in the old file.
 using TablePlaces = std::map<std::uint32_t, std::uint32_t>;
-// The new number of a table; that of anything else stays.
+// The new number of a table; other numbers are returned as they are.
 std::uint32_t PlaceIn(const TablePlaces& places, std::uint32_t table);
 
-// Copies one table to a new file: its definition, rows and long values byte for byte, but for the page numbers in
-// them; the indexes are filled again. Rows keep their order.
+// Copies one table to a new file: definition, rows and long values byte for byte except for page numbers; indexes are
+// built again. Rows keep their order.
 class TableCopy {
  public:
-  // `maps` takes the table's usage maps. The page that `places` has for the table is in use already. All must outlive
+  // `maps`: allocates the table's usage maps. The table's page in `places` must be allocated already. All must outlive
   // it.
   TableCopy(PageSource& source, const StoredTable& table, Transaction& target, PageSpace& space,
             UsageMapAllocator& maps, const TablePlaces& places);
 
-  // An Error (Damaged) for what cannot be read of the table.
+  // An Error (Damaged) when part of the table is unreadable.
   void Run();
 
  private:
   struct Tree {
     EntryList entries;
-    bool takesOldKeys = false;  // some key cannot be computed here, so that all come from the old index
+    bool takesOldKeys = false;  // a key cannot be computed here, so all are copied from the old index
   };
 
   void MakePlaces(UsageMapAllocator& maps);
@@ -52,13 +52,13 @@ class TableCopy {
   PageSpace& space_;
   const TablePlaces& places_;
   StoredTable copy_;
-  std::vector<std::unique_ptr<LongValueCopy>> longValues_;  // by column; none for the others
+  std::vector<std::unique_ptr<LongValueCopy>> longValues_;  // by column; null for other types
   std::vector<Tree> trees_;
   std::vector<std::pair<RowId, RowId>> rows_;  // old and new, both ascending
-  Bytes row_;                                  // being copied; kept for its memory
+  Bytes row_;                                  // reused buffer
 };
 
-// Makes the table numbers in a row of a system table those of the new file.
+// Replaces the table numbers in a row of a system table by those of the new file.
 void MoveReferences(const StoredTable& table, const TablePlaces& places, ByteSpan row);
 
 // Whether `copy`, read from `target`, has the definition and the rows of `table`.

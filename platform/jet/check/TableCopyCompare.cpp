@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The part of TableCopy.h that compares a copy with what it was made from.
+// The part of TableCopy.h that compares a copy with its source.
 #include "platform/jet/check/TableCopy.h"
 #include "platform/jet/rows/RowScan.h"
 #include "platform/jet/rows/Rows.h"
@@ -11,7 +11,7 @@ namespace jet {
 
 namespace {
 
-// The definition without what a copy has in other places.
+// The definition without the page numbers that differ in a copy.
 Bytes ComparableDefinition(PageSource& pages, StoredTable table, const TablePlaces& places) {
   table.rowCount = 0;
   table.ownedMap = 0;
@@ -29,7 +29,7 @@ Bytes ComparableDefinition(PageSource& pages, StoredTable table, const TablePlac
   return stream;
 }
 
-// Whether the long values of two rows are the same. Makes both refer to nothing.
+// Whether the long values of two rows are equal. Clears the references in both rows.
 bool HaveSameLongValues(PageSource& source, PageSource& target, const StoredTable& table, Bytes& left, Bytes& right) {
   const auto place = [](const Bytes& row, ByteView part) { return static_cast<std::size_t>(part.data() - row.data()); };
   Bytes leftValue;
@@ -43,7 +43,7 @@ bool HaveSameLongValues(PageSource& source, PageSource& target, const StoredTabl
     ReadLongValue(source, leftStored, leftValue);
     ReadLongValue(target, rightStored, rightValue);
     if (leftValue != rightValue || leftStored.size() != rightStored.size()) return false;
-    if (leftStored.size() != LongValueHead::kBytes) continue;  // with its value behind it, which was not moved
+    if (leftStored.size() != LongValueHead::kBytes) continue;  // an inline value, which has no page number
     std::fill_n(left.begin() + static_cast<std::ptrdiff_t>(place(left, leftStored)), leftStored.size(), 0);
     std::fill_n(right.begin() + static_cast<std::ptrdiff_t>(place(right, rightStored)), rightStored.size(), 0);
   }

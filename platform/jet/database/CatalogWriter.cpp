@@ -55,7 +55,8 @@ struct Permission {
   std::int64_t rights;
 };
 
-// In a file of our own what the engine gives; in others everything to everyone who has rights on tables at all.
+// In a database made by this library the engine's own permissions; in others all rights for everyone who has any on
+// tables.
 std::vector<Permission> PermissionsOfNewTable(Transaction& pages) {
   const Sids& own = NewDatabaseSids();
   const std::vector<Bytes> sids = SidsOf(pages, kAccessTable, u"ObjectId", kTablesContainer, u"SID");

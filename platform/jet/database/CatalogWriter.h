@@ -10,11 +10,11 @@
 
 namespace jet {
 
-// The rows that a new table needs in MSysObjects and MSysACEs.
+// Adds the rows of a new table to MSysObjects and MSysACEs.
 void AddTableToCatalogue(Transaction& pages, std::u16string_view name, std::uint32_t page,
                          const std::vector<PropertySet>& properties);
 
-// The local time now, in days since 1899-12-30.
+// The present local time in days since 1899-12-30.
 double Now();
 
 }  // namespace jet

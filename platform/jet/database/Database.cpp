@@ -23,7 +23,7 @@ void CheckPassword(const Header& header, const std::u16string& given, const std:
                                                  : "Het wachtwoord voor " + file + " is niet juist.");
 }
 
-// A damaged property block costs the properties, not the table.
+// With a damaged property block the table is still readable, without properties.
 std::vector<PropertySet> ReadProperties(PageSource& pages, RowId catalogRow) {
   try {
     const auto block = ReadPropertyBlock(pages, catalogRow);

@@ -44,7 +44,7 @@ void AddObjects(Transaction& pages, double now) {
   TableWriter writer = Writer(pages, kObjectsTable);
   for (const Object& object : kRows) {
     const Bytes owner = object.ownedByAdmin ? NewDatabaseSids().admin : NewDatabaseSids().engine;
-    // In the order of the column numbers, as the definition lists what has no display positions.
+    // In the order of the column numbers, as in the definition of a table without display positions.
     std::vector<Value> row(writer.Definition().columns.size());
     const std::vector<Value> first = {object.id, object.parent, std::u16string(object.name), object.type, now, now,
                                       owner,     kSystemObject};

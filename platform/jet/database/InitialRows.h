@@ -6,8 +6,8 @@
 
 namespace jet {
 
-// Owners and users in the catalogue, as the bytes that stand for them there. They belong to the creation date in the
-// header; how they come from it is not known, so that both are taken from one real file.
+// Security identifiers of owners and users in the catalogue. They depend on the creation date in the header in an
+// unknown way, so both are fixed values from one real file.
 struct Sids {
   Bytes engine;
   Bytes admin;
@@ -16,7 +16,7 @@ struct Sids {
 };
 const Sids& NewDatabaseSids();
 
-// What MSysObjects and MSysACEs hold in a new database, in its order. Dates are `now`, in days since 1899-12-30.
+// Adds the rows that MSysObjects and MSysACEs have in a new database. Dates are `now`, in days since 1899-12-30.
 void AddEngineRows(Transaction& pages, double now);
 
 }  // namespace jet

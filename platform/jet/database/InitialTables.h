@@ -22,12 +22,12 @@ struct EngineIndex {
   bool primary = false;
 };
 
-// One of the four tables that the engine itself needs, as it lays them out in a new database.
+// One of the four tables of the engine in a new database.
 struct EngineTable {
-  std::uint32_t page;                 // of its definition
+  std::uint32_t page;                 // definition page
   std::vector<EngineColumn> columns;  // by number
-  std::vector<EngineIndex> indexes;   // by number; roots follow each other
-  std::vector<std::size_t> byName;    // places in `indexes`
+  std::vector<EngineIndex> indexes;   // by number; roots on consecutive pages
+  std::vector<std::size_t> byName;    // positions in `indexes`
 };
 
 // MSysObjects, MSysACEs, MSysQueries and MSysRelationships, in the order of their pages.

@@ -18,7 +18,7 @@ namespace jet {
 
 namespace {
 
-constexpr std::uint32_t kFirstPages = 14;  // what stands before the first rows
+constexpr std::uint32_t kFirstPages = 14;  // pages before the first rows
 constexpr std::uint32_t kMapsOfTables = 6;
 constexpr std::uint32_t kFirstRoot = 7;
 constexpr std::uint16_t kMostBytes = 510;
@@ -33,7 +33,7 @@ class Builder {
     for (std::uint32_t page = 0; page < kFirstPages; ++page)
       pages_.Append();
     MakeHeader();
-    FormatGlobalMap(pages_, kFirstPages);  // pages 14 and 15 are taken when the first rows come
+    FormatGlobalMap(pages_, kFirstPages);  // pages 14 and 15 are allocated by the first rows
     RowPage::Format(pages_.Change(kMapsOfTables), kUsageMapOwner);
     for (const EngineTable& table : InitialTables())
       MakeTable(table);
@@ -61,7 +61,7 @@ class Builder {
 };
 
 void Builder::MakeHeader() {
-  // The creation date goes with the SIDs: see Sids.
+  // The creation date belongs to the SIDs: see Sids.
   constexpr std::uint8_t kCreated[] = {0x3E, 0x85, 0xD3, 0x3B, 0x3E, 0xAB, 0xE4, 0x40};
   constexpr std::uint32_t kCreatedDay = 0xA559;
   constexpr std::uint32_t kEngineBuild = 9756;
@@ -134,7 +134,7 @@ void Builder::MakeTable(const EngineTable& table) {
   for (const EngineColumn& column : table.columns)
     def.columns.push_back(MakeColumn(column, static_cast<std::uint16_t>(def.columns.size()), def, fixedBytes));
   def.maxColumns = static_cast<std::uint16_t>(def.columns.size());
-  // The maps of long-value columns follow each other in the order of the names.
+  // The maps of long-value columns are ordered by column name.
   for (const char16_t* name :
        {u"Database", u"Connect", u"RmtInfoLong", u"Lv", u"LvProp", u"LvModule", u"LvExtra", u"Expression"}) {
     for (StoredColumn& column : def.columns) {
@@ -153,14 +153,14 @@ void FormatGlobalMap(Transaction& pages, std::uint32_t taken) {
   constexpr std::uint32_t kMapPage = 1;
   RowPage::Format(pages.Change(kMapPage), kMapPage);
   RowPage page(pages, kMapPage, kMapPage);
-  Bytes global(MapLayout::kFreshBytes, 0xFF);
+  Bytes global(MapLayout::kNewMapBytes, 0xFF);
   std::fill_n(global.begin(), MapLayout::kInlineHead, std::uint8_t{0});
   for (std::uint32_t number = 0; number < taken; ++number) {
     std::uint8_t& byte = global[MapLayout::kInlineHead + number / 8];
     byte = static_cast<std::uint8_t>(byte & ~(1U << number % 8));
   }
   page.Add(global);
-  page.Add(Bytes(MapLayout::kFreshBytes));
+  page.Add(Bytes(MapLayout::kNewMapBytes));
 }
 
 Bytes NewDatabase(double now) {

@@ -11,14 +11,15 @@
 
 namespace jet {
 
-// Makes a new table in a database: its definition, maps and indexes, and the rows that the catalogue needs for it.
+// Creates a table: its definition, maps, indexes and catalogue rows.
 class TableCreator {
  public:
   explicit TableCreator(Transaction& pages) : pages_(pages), space_(pages) {}
 
-  // An Error (OutOfRange or Duplicate) for what no table can have: too many columns, a name with forbidden characters.
+  // An Error (OutOfRange or Duplicate) for an invalid definition, such as too many columns or forbidden characters in a
+  // name.
   void Make(const TableDefinition& table);
-  // The same, with properties that say more than the definition does.
+  // The same, with properties that are not in the definition.
   void Make(const TableDefinition& table, const std::vector<PropertySet>& properties);
 
  private:
@@ -28,14 +29,15 @@ class TableCreator {
   PageSpace space_;
 };
 
-// A column as stored, without maps. `number` is its place in the table; `variables` and `fixedBytes` count on.
+// The stored form of a column, without maps. `number`: its position in the table. Advances `variables` and
+// `fixedBytes`.
 StoredColumn LayOutColumn(const ColumnDefinition& column, std::uint16_t number, std::uint16_t& variables,
                           std::uint16_t& fixedBytes);
 
 // The empty root of a new index of the table with definition page `table`.
 void FormatIndexRoot(Transaction& pages, std::uint32_t root, std::uint32_t table);
 
-// What a new table's properties say; empty when everything is as it is without properties.
+// The properties of a new table; empty when all have their default values.
 std::vector<PropertySet> PropertiesOf(const TableDefinition& table);
 
 }  // namespace jet

@@ -9,13 +9,13 @@
 
 namespace jet {
 
-// The numbers that a table's definition keeps about its rows. Stale in some real files: kept up, never relied on.
+// The counters in a table's definition. Wrong in some real files: updated, but never relied on.
 class Counters {
  public:
   Counters(Transaction& pages, const StoredTable& table)
       : pages_(pages), definition_(table.page), definitionPages_(table.pages) {}
 
-  // `change`: rows more or, negative, fewer.
+  // `change`: number of added rows; negative for removed ones.
   void CountRows(std::int64_t change);
   void CountNoRows();
   void CountNewKeys(const StoredIndex& index, std::size_t keys = 1);

@@ -8,7 +8,7 @@
 
 namespace jet {
 
-// Many short byte strings (index entries) in one block of memory, sortable by unsigned bytes.
+// A sortable list of short byte strings (index entries) in one block of memory. Compares unsigned bytes.
 class EntryList {
  public:
   void Add(ByteView entry);

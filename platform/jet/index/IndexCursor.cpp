@@ -17,7 +17,7 @@ void IndexCursor::CountStep(std::uint32_t number) {
   if (++steps_ > pages_.PageCount()) throw DamageAt(number, "de index verwijst in een kring");
 }
 
-// Goes down from the root; `choose` picks the entry of each node whose child is next.
+// Descends from the root; `choose` returns the entry of each node to follow.
 template <typename Choose>
 void IndexCursor::Descend(Choose choose) {
   steps_ = 0;
@@ -25,7 +25,7 @@ void IndexCursor::Descend(Choose choose) {
   IndexPage page = Load(root_);
   while (!page.IsLeaf()) {
     std::uint32_t child = page.Child(choose(page));
-    // A node whose only children are listed has no tail.
+    // A node may have no tail; then the last entry's child is the right-most.
     if (child == 0 && page.Count() > 0) child = page.Child(page.Count() - 1);
     if (child == 0) throw DamageAt(page.Number(), "een indexknoop heeft geen kinderen");
     page = Load(child);
@@ -69,7 +69,7 @@ void IndexCursor::MoveToLeaf(std::uint32_t number, End end) {
   entry_ = end == End::First ? 0 : leaf_->Count() - 1;
 }
 
-// Where the place is outside its leaf, goes on to the neighbours, over empty ones too.
+// When the position is outside its leaf, moves to the next leaf that is not empty, in either direction.
 void IndexCursor::Settle(End whenEmpty) {
   while (leaf_ && entry_ >= leaf_->Count()) {
     MoveToLeaf(whenEmpty == End::First ? leaf_->Next() : leaf_->Previous(), whenEmpty);

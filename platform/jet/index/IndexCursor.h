@@ -8,9 +8,9 @@
 
 namespace jet {
 
-// Walks the entries of one index, in the order of its keys, both ways. Begins nowhere: call a Seek first.
+// Iterates over the entries of one index in key order, in both directions. Not valid before the first Seek.
 //
-// The tree must not change while a cursor stands in it. Damage throws an Error that names the page.
+// The tree must not change during its lifetime. Damage throws an Error that names the page.
 class IndexCursor {
  public:
   // `pages` must outlive the cursor. `table`: definition page of the table; `root`: of the tree.
@@ -18,7 +18,7 @@ class IndexCursor {
 
   void SeekFirst();
   void SeekLast();
-  // To the first entry that is not less than `key` (a key, its beginning, or a whole entry).
+  // Moves to the first entry not less than `key` (a key, a prefix of one, or a complete entry).
   void Seek(ByteView key);
 
   bool Valid() const { return leaf_.has_value(); }
@@ -46,7 +46,7 @@ class IndexCursor {
   std::optional<IndexPage> leaf_;
   std::size_t entry_ = 0;
   Bytes bytes_;
-  std::uint32_t steps_ = 0;  // pages visited since the last seek: more than the file has means a loop
+  std::uint32_t steps_ = 0;  // pages visited since the last Seek; more than the file has means a loop
 };
 
 }  // namespace jet

@@ -12,7 +12,7 @@ using namespace index_page;
 
 namespace {
 
-// The ends of a page's entries as bits, in the form in which they lie in the page.
+// Stores the ends of the entries as the page's bit mask.
 void StoreEnds(PageBytes& page, const std::vector<std::uint16_t>& ends) {
   std::memset(&page[kMaskAt], 0, kMaskBytes);
   for (const std::uint16_t end : ends) {
@@ -23,7 +23,7 @@ void StoreEnds(PageBytes& page, const std::vector<std::uint16_t>& ends) {
   Store(&page[2], static_cast<std::uint16_t>(kEntryBytes - used));
 }
 
-// The entry without what a page's entries share, when it shares it and there is room; else nothing.
+// The entry without the page's shared prefix; empty when it lacks that prefix or there is no room.
 ByteView FittingPart(const PageBytes& page, ByteView entry, std::size_t room) {
   const std::size_t shared = LoadU16(&page[kPrefixAt]);
   if (entry.size() < shared + kPointerBytes || std::memcmp(&page[kEntriesAt], entry.data(), shared) != 0) return {};

@@ -10,15 +10,14 @@
 
 namespace jet {
 
-// Changes of one index page in place, without taking it apart: the usual case. `ends` are IndexPage::Ends of the page.
+// In-place changes of one index page, for the usual case. `ends`: IndexPage::Ends of the page.
 
-// Puts an entry behind the last one. False, and nothing changed, when it lacks what the page's entries share or there
-// is no room.
+// Appends an entry. Returns false without a change when it lacks the page's shared prefix or there is no room.
 bool AppendEntry(PageBytes& page, ByteView entry);
-// Puts an entry at place `at`. False, and nothing changed, as above, and before the first entry of a page whose
-// entries share something: that one holds it for all.
+// Inserts an entry at position `at`. Returns false as above, and at position 0 of a page with a shared prefix, which is
+// stored in the first entry.
 bool InsertEntry(PageBytes& page, std::vector<std::uint16_t> ends, std::size_t at, ByteView entry);
-// Takes out the entry at place `at`; not the first one of a page whose entries share something.
+// Removes the entry at position `at`; not the first one of a page with a shared prefix.
 void RemoveEntry(PageBytes& page, std::vector<std::uint16_t> ends, std::size_t at);
 
 }  // namespace jet

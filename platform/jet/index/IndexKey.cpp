@@ -16,7 +16,7 @@ constexpr std::uint8_t kNullDown = 0xFF;
 constexpr std::uint8_t kValueUp = 0x7F;
 constexpr std::uint8_t kValueDown = 0x80;
 constexpr std::uint8_t kTopBit = 0x80;
-constexpr std::size_t kBinaryPiece = 8;  // bytes of a binary that lie together
+constexpr std::size_t kBinaryPiece = 8;  // bytes of a binary value per group
 constexpr std::uint8_t kMorePieces = 9;
 
 void Invert(ByteSpan bytes) {

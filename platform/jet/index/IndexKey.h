@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The bytes by which an index sorts its rows. A key is, for each field of the index in turn, a flag byte and the
-// value's bytes; keys compare as unsigned bytes, also where a field sorts downwards.
+// Index keys. A key has, for each field of the index, a flag byte and the encoded value; keys compare as unsigned
+// bytes, also for descending fields.
 #pragma once
 
 #include "platform/jet/rows/StoredTable.h"
@@ -11,15 +11,14 @@
 
 namespace jet {
 
-// Whether keys of this column can be built: its type can be indexed and its sort order is known.
+// Whether keys of this column can be built: an indexable type and a known sort order.
 bool CanBuildKeys(const StoredColumn& column);
 
-// Adds one field of a key. `value` is null or of the kind that the column stores (a decimal in the column's scale).
-// An Error that names the column for a character or sort order whose key is not known, or a column of a type that
-// cannot be indexed.
+// Appends one field of a key. `value` is null or of the column's type (a decimal in the column's scale). An Error that
+// names the column for a character or sort order without known keys, or a type that cannot be indexed.
 void AppendKeyField(const StoredColumn& column, const Value& value, bool ascending, Bytes& key);
 
-// The key of one row: `values` holds a value for each field of the index, in the index's order.
+// The key of one row. `values`: one for each field of the index, in the index's order.
 Bytes BuildKey(const StoredTable& table, const StoredIndex& index, std::span<const Value> values);
 
 }  // namespace jet

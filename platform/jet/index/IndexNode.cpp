@@ -41,7 +41,7 @@ IndexNode IndexNode::Load(PageSource& pages, std::uint32_t number, std::uint32_t
   return node;
 }
 
-// How many bytes all these entries begin with alike. The row pointer always stays whole.
+// Length of the common prefix of these entries; never includes row pointers.
 std::size_t IndexNode::Shared(std::size_t begin, std::size_t end) const {
   if (end - begin < 2) return 0;
   std::size_t most = entries[begin].size();

@@ -8,8 +8,8 @@
 
 namespace jet {
 
-// An index page taken apart, to be changed and put back. Entries are complete (key and row pointer); those of a node
-// have a child each. The right-most child of a node has no entry of its own: it is the tail.
+// A parsed index page that can be changed and saved. Entries are complete (key and row pointer); those of a node have a
+// child each. The right-most child of a node has no entry: it is the tail.
 struct IndexNode {
   bool leaf = true;
   std::uint8_t level = 0;
@@ -18,13 +18,13 @@ struct IndexNode {
   std::uint32_t next = 0;
   std::uint32_t tail = 0;
   std::vector<Bytes> entries;
-  std::vector<std::uint32_t> children;  // of a node, one for each entry
+  std::vector<std::uint32_t> children;  // nodes only: one for each entry
 
-  // A node that lists its right-most child as an ordinary entry is brought into the usual form.
+  // A node that lists its right-most child as an entry is converted to the form with a tail.
   static IndexNode Load(PageSource& pages, std::uint32_t number, std::uint32_t table);
-  // Whether the entries fit on a page, with what they share left out if need be.
+  // Whether the entries fit on one page, with a shared prefix if necessary.
   bool Fits() const { return Fits(0, entries.size()); }
-  // The same for the entries from `begin` to before `end` alone.
+  // The same for the entries [begin, end).
   bool Fits(std::size_t begin, std::size_t end) const;
   // Writes a node that fits.
   void Save(Transaction& pages, std::uint32_t number) const;

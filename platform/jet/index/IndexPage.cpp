@@ -41,7 +41,7 @@ void IndexPage::ReadEnds() {
   std::size_t start = kEntriesAt;
   ends_.reserve(kMaskBytes);
   for (std::size_t i = 0; i < kMaskBytes; i += sizeof(std::uint64_t)) {
-    // The last word reaches past the mask.
+    // The last word extends past the mask.
     const std::size_t bytes = std::min(sizeof(std::uint64_t), kMaskBytes - i);
     std::uint64_t bits = Load<std::uint64_t>(&page[kMaskAt + i]);
     if (bytes < sizeof bits) bits &= (std::uint64_t{1} << (8 * bytes)) - 1;

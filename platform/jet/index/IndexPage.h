@@ -11,7 +11,7 @@
 
 namespace jet {
 
-// Where things lie in an index page.
+// Layout of an index page.
 namespace index_page {
 constexpr std::size_t kTableAt = 4;
 constexpr std::size_t kPreviousAt = 12;
@@ -22,16 +22,16 @@ constexpr std::size_t kLevelAt = 26;
 constexpr std::size_t kMaskAt = 27;
 constexpr std::size_t kMaskBytes = 453;
 constexpr std::size_t kEntriesAt = 480;
-constexpr std::size_t kPointerBytes = 4;  // behind the key of an entry: u24 page and u8 row, big-endian
-constexpr std::size_t kChildBytes = 4;    // behind that in a node: the child page, big-endian
+constexpr std::size_t kPointerBytes = 4;  // after the key of an entry: u24 page and u8 row, big-endian
+constexpr std::size_t kChildBytes = 4;    // after that in a node: the child page, big-endian
 constexpr std::size_t kEntryBytes = kPageSize - kEntriesAt;  // 3616
 constexpr std::size_t kDeepest = 32;                         // levels; a deeper tree is damaged
 }  // namespace index_page
 
-// A view of an index page, leaf or node. Entries are numbered from 0; all that is in them is checked here.
+// A checked view of an index page, leaf or node. Entries are numbered from 0.
 class IndexPage {
  public:
-  // Throws when the page is no index page of `table` or its entries do not fit.
+  // Throws Damage when the page is not an index page of `table` or its entries are not consistent.
   IndexPage(PageRef page, std::uint32_t number, std::uint32_t table);
 
   std::uint32_t Number() const { return number_; }
@@ -41,16 +41,16 @@ class IndexPage {
   std::uint32_t Tail() const { return Field(index_page::kTailAt); }
   unsigned Level() const { return (*page_)[index_page::kLevelAt]; }
   unsigned FreeBytes() const;
-  // What the free bytes must be.
+  // The correct value of the page's count of free bytes.
   unsigned ExactFreeBytes() const;
   std::size_t Count() const { return ends_.size(); }
-  // Where each entry ends, from the page's start.
+  // The end offset of each entry in the page.
   const std::vector<std::uint16_t>& Ends() const { return ends_; }
 
   // The complete entry: key and row pointer (u24 page, u8 row, big-endian); of a node without the child page.
   void CopyEntry(std::size_t entry, Bytes& out) const;
   RowId Row(std::size_t entry) const;
-  // Node only. The child of entry `entry`, or for `entry` == Count() the tail (0 = none).
+  // Nodes only: the child of `entry`, or for Count() the tail (0 = none).
   std::uint32_t Child(std::size_t entry) const;
   // The number of the first entry that is not less than `key`; Count() when there is none.
   std::size_t LowerBound(ByteView key) const;
@@ -65,7 +65,7 @@ class IndexPage {
   PageRef page_;
   std::uint32_t number_;
   std::size_t prefix_;
-  std::vector<std::uint16_t> ends_;  // of each entry, from the page's start
+  std::vector<std::uint16_t> ends_;  // end offset of each entry in the page
 };
 
 }  // namespace jet

@@ -16,7 +16,7 @@ using namespace index_page;
 
 namespace {
 
-// How many entries go to the lower page: as near to `wanted` as both parts fit.
+// The number of entries for the lower page: the nearest to `wanted` for which both parts fit.
 std::size_t SplitPoint(const IndexNode& node, std::size_t wanted) {
   const std::size_t count = node.entries.size();
   for (std::size_t distance = 0; distance < count; ++distance) {
@@ -112,7 +112,7 @@ void IndexWriter::Insert(ByteView key, RowId row) {
   if (place.afterSingleChild) UpdateParentKeys(Find(entry).path, entry);
 }
 
-// Entries that come in their order: behind the last one, without looking for the place.
+// Fast path for entries in ascending order: appends to the last leaf without a search.
 bool IndexWriter::Append(ByteView entry) {
   if (!tail_ || !IsLess(tail_->last, entry)) return false;
   if (!AppendEntry(pages_.Change(tail_->page), entry)) return false;
@@ -129,7 +129,7 @@ void IndexWriter::SaveOrSplit(Path& path, IndexNode& node) {
   }
 }
 
-// A node with nothing but its tail lists it as an ordinary entry.
+// A node whose only child is its tail is saved with that child as an entry.
 void IndexWriter::SaveNode(IndexNode& node, std::uint32_t number) {
   if (node.leaf || !node.entries.empty() || node.tail == 0) return node.Save(pages_, number);
   IndexNode single = node;
@@ -153,7 +153,7 @@ Bytes IndexWriter::LastEntryBelow(std::uint32_t number) {
   throw DamageAt(number, "de index is te diep");
 }
 
-// Moves the root's content to a new page: the root's own number stands in the table's definition and stays.
+// Moves the root's content to a new page, since the root's page number is in the table's definition.
 void IndexWriter::GrowRoot(Path& path) {
   const std::uint32_t number = space_.Allocate();
   map_.Add(space_, number);
@@ -168,7 +168,7 @@ void IndexWriter::GrowRoot(Path& path) {
   path[1].page = number;
 }
 
-// The lower half goes to a new page before this one, so that whoever names this page goes on naming the upper half.
+// The lower half moves to a new page before this one, so that references to this page remain valid for the upper half.
 void IndexWriter::Split(Path& path, IndexNode& node) {
   if (path.size() == 1) GrowRoot(path);
   const std::uint32_t number = path.back().page;
@@ -201,14 +201,14 @@ void IndexWriter::Split(Path& path, IndexNode& node) {
   AddChild(path, promoted, lowerNumber);
 }
 
-// Nodes are chained among the children of one parent only.
+// Nodes are only chained to siblings with the same parent.
 void IndexWriter::TruncateLeafChain(std::uint32_t page) {
   const std::uint32_t right = LoadU32(pages_.Read(page)->data() + kNextAt);
   Store(&pages_.Change(page)[kNextAt], std::uint32_t{0});
   if (right != 0) Store(&pages_.Change(right)[kPreviousAt], std::uint32_t{0});
 }
 
-// A new child before the one that path.back() leads to.
+// Adds a child before the one that path.back() leads to.
 void IndexWriter::AddChild(Path path, const Bytes& lastEntry, std::uint32_t child) {
   const Step& step = path.back();
   IndexNode node = IndexNode::Load(pages_, step.page, table_);
@@ -243,10 +243,10 @@ void IndexWriter::Clear() {
   Forget();
   std::vector<std::uint32_t> pages = map_.Members();
   std::erase(pages, root_);
-  // Emptied pages that another writer gave back and left in the map.
+  // Skip emptied pages that another program freed but left in the map.
   std::erase_if(pages, [&](std::uint32_t page) { return IsUnwritten(*pages_.Read(page)) && space_.IsFree(page); });
   for (const std::uint32_t page : pages)
-    IndexPage(pages_.Read(page), page, table_);  // checks that it is one of ours
+    IndexPage(pages_.Read(page), page, table_);  // throws when the page belongs to another table
   map_.Clear(space_);
   space_.Release(pages);
   map_.Add(space_, root_);

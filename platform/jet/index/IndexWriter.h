@@ -13,9 +13,9 @@
 
 namespace jet {
 
-// Changes one index tree. Keys are as BuildKey makes them. While it lives nothing else changes the tree: it remembers
-// where it last was, so that a key asked for is not sought again when it is put in, and rows that come in the order of
-// the index are appended without a search.
+// Changes one index tree. Keys are as from BuildKey. Nothing else may change the tree during its lifetime, since it
+// caches positions: a key that Contains looked up is inserted without a second search, and keys in ascending order are
+// appended without any.
 class IndexWriter {
  public:
   // `table`: definition page of the table.
@@ -25,45 +25,45 @@ class IndexWriter {
   // Whether some row has exactly this key.
   bool Contains(ByteView key);
   void Insert(ByteView key, RowId row);
-  // Takes out entries that are sorted, leaf by leaf. A row that is there with another key is sought through the whole
-  // index; Damage when it is not there at all.
+  // Removes sorted entries, leaf by leaf. A row that has another key in the index is found by a full scan; throws
+  // Damage when the row is missing.
   void Remove(const EntryList& entries);
-  // The key with which the row is there, sought through the whole index: for keys that others built in another way.
+  // The row's key in the index, found by a full scan: for keys that another program built differently.
   std::optional<Bytes> KeyOfRow(RowId row);
-  // Gives back every page but the root, which becomes an empty leaf.
+  // Frees every page except the root, which becomes an empty leaf.
   void Clear();
 
   bool IsEmpty();
-  // Fills an empty index with entries that are sorted: page by page, each as full as can be, and each written once.
+  // Fills an empty index with sorted entries, each page as full as possible and written once.
   void Fill(const EntryList& entries);
 
-  // What stands in a leaf for a row: its key and its place.
+  // A leaf entry: key and row pointer.
   static Bytes Entry(ByteView key, RowId row);
-  // Makes a key such an entry.
+  // Appends the row pointer, which turns a key into an entry.
   static void AppendPlace(Bytes& key, RowId row);
   static RowId RowOf(ByteView entry);
   static ByteView KeyOf(ByteView entry) { return entry.first(entry.size() - index_page::kPointerBytes); }
   static bool HasKeyOfTheOneBefore(const EntryList& sorted, std::size_t i);
-  // How many different keys sorted entries have.
+  // The number of distinct keys in sorted entries.
   static std::size_t CountKeys(const EntryList& sorted);
 
  private:
-  // One page on the way from the root to a leaf, and which of its children comes next: the place of an entry, or their
-  // count for the tail.
+  // One page on the path from the root to a leaf and the child to follow: the position of an entry, or the number of
+  // entries for the tail.
   struct Step {
     std::uint32_t page;
     std::size_t child;
   };
   using Path = std::vector<Step>;
-  // Where an entry is or would be: the last step's `child` is its place in the leaf.
+  // The position of an existing or new entry: the last step's `child` is the position in the leaf.
   struct Place {
     Path path;
-    std::vector<std::uint16_t> ends;  // of the leaf's entries, from the page's start
-    Bytes entry;                      // the one that is at the place; none behind the leaf's last
+    std::vector<std::uint16_t> ends;  // end offsets of the leaf's entries
+    Bytes entry;                      // the entry at the position; empty after the leaf's last
     bool isLastLeaf = false;
-    bool afterSingleChild = false;  // a node lists its only child with an entry below what was sought
+    bool afterSingleChild = false;  // a node has a single child whose entry is less than the searched one
   };
-  // A key that is not there, and where it would be.
+  // The result of a failed search: the key and its position.
   struct Absent {
     Bytes key;
     Place place;
@@ -75,27 +75,27 @@ class IndexWriter {
   };
 
   void Forget();
-  // `entry`: a whole one or a key.
+  // `entry`: a complete entry or a key.
   Place Find(ByteView entry);
   bool Append(ByteView entry);
   std::size_t RemoveFromLeaf(const EntryList& entries, std::size_t first);
   void RemoveByRow(ByteView entry);
   std::vector<std::size_t> PlacesIn(std::uint32_t leaf, const EntryList& entries, std::size_t first,
                                     std::size_t& count);
-  void RemoveFromNode(std::uint32_t leaf, const std::vector<std::size_t>& going);
+  void RemoveFromNode(std::uint32_t leaf, const std::vector<std::size_t>& positions);
   bool RemoveFromPage(const Step& step);
   void SaveOrSplit(Path& path, IndexNode& node);
   void Split(Path& path, IndexNode& node);
   void GrowRoot(Path& path);
   void AddChild(Path path, const Bytes& lastEntry, std::uint32_t child);
-  // The last entry below path.back() is now `last`: tells those above that name it.
+  // Updates the ancestors' entries for path.back(), whose last entry is now `last`.
   void UpdateParentKeys(Path path, const Bytes& last);
   void RemovePage(Path path);
   void Unlink(const IndexNode& node);
   void SaveNode(IndexNode& node, std::uint32_t number);
   Bytes LastEntryBelow(std::uint32_t page);
   void TruncateLeafChain(std::uint32_t page);
-  // Something that a page lists: an entry, and in a node the page below whose last entry it is.
+  // An entry and, in nodes, the child page that it is the last entry of.
   struct ChildEntry {
     ByteView entry;
     std::uint32_t child = 0;

@@ -14,16 +14,17 @@ using namespace index_page;
 
 namespace {
 
-// Measures how many entries, in their order, one page can list.
+// Computes how many consecutive entries fit on one page.
 class PageMeasure {
  public:
   explicit PageMeasure(bool leaf) : childBytes_(leaf ? 0 : kChildBytes) {}
 
-  // Takes one more. False, and nothing taken, when it does not fit any more; what does not fit alone is an Error.
+  // Adds an entry. Returns false without a change when it does not fit. An Error when it would not fit on an empty
+  // page.
   bool Take(ByteView entry) {
     const std::size_t shared = count_ == 0 ? 0 : std::min(shared_, SharedWithFirst(entry));
     const std::size_t bytes = bytes_ + entry.size() + childBytes_;
-    // All but the first lack what they share.
+    // All entries but the first are stored without the shared prefix.
     if (bytes - count_ * shared > kEntryBytes) {
       if (count_ == 0) throw Damage("een indexregel is te lang");
       return false;
@@ -36,7 +37,7 @@ class PageMeasure {
   }
 
  private:
-  // Row pointers always stay whole.
+  // Row pointers are never part of the prefix.
   std::size_t SharedWithFirst(ByteView entry) const {
     const std::size_t most = std::min(first_.size(), entry.size()) - kPointerBytes;
     const auto start = first_.begin();
@@ -47,11 +48,11 @@ class PageMeasure {
   std::size_t childBytes_;
   ByteView first_;
   std::size_t count_ = 0;
-  std::size_t bytes_ = 0;  // with nothing left out
+  std::size_t bytes_ = 0;  // without prefix compression
   std::size_t shared_ = 0;
 };
 
-// Up to where each page of a level goes. A node does not list the last page below it: that is its tail.
+// The end of each page's range in a level. A node has no entry for its last child, which is its tail.
 template <typename Level>
 std::vector<std::size_t> PageEnds(const Level& below, bool leaf) {
   std::vector<std::size_t> ends;
@@ -62,7 +63,7 @@ std::vector<std::size_t> PageEnds(const Level& below, bool leaf) {
     measure = PageMeasure(leaf);
     if (leaf) measure.Take(below[i].entry);
   }
-  // A last node with a single page below it gets a second one from its neighbour, if that can spare one.
+  // A last node with a single child gets a second one from its neighbour if possible.
   const std::size_t before = ends.size() < 2 ? 0 : ends[ends.size() - 2];
   const bool isLonely = !leaf && !ends.empty() && ends.back() + 1 == below.size();
   if (isLonely && ends.back() - before > 2) --ends.back();
@@ -98,8 +99,8 @@ void IndexWriter::Fill(const EntryList& entries) {
     level = FillLevel(level, height);
 }
 
-// The pages of one level over what lies below; answers what the level above is to list. The root keeps its number: a
-// level of a single page is written there.
+// Writes the pages of one level over `below`; returns the entries for the next level. A level of a single page is
+// written to the root page, whose number is fixed.
 IndexWriter::Level IndexWriter::FillLevel(const Level& below, std::uint8_t height) {
   IndexNode node;
   node.leaf = height == 0;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The part of IndexWriter that takes entries out.
+// The part of IndexWriter that removes entries.
 #include "platform/jet/index/IndexCursor.h"
 #include "platform/jet/index/IndexEdit.h"
 #include "platform/jet/index/IndexWriter.h"
@@ -23,7 +23,7 @@ void IndexWriter::Remove(const EntryList& entries) {
   }
 }
 
-// A row that another program made may be there with a key that we would not make.
+// Another program may have stored the row with a key that this library would build differently.
 void IndexWriter::RemoveByRow(ByteView entry) {
   const RowId row = RowOf(entry);
   EntryList found;
@@ -39,24 +39,24 @@ std::optional<Bytes> IndexWriter::KeyOfRow(RowId row) {
   return std::nullopt;
 }
 
-// The entries from `first` on that lie in one leaf, all at once; answers how many, 0 when `first` is not there.
+// Removes the entries from `first` on that are in one leaf; returns their number, 0 when `first` does not exist.
 std::size_t IndexWriter::RemoveFromLeaf(const EntryList& entries, std::size_t first) {
   const Path path = Find(entries.At(first)).path;
   const std::uint32_t leaf = path.back().page;
   std::size_t count = 0;
-  const std::vector<std::size_t> going = PlacesIn(leaf, entries, first, count);
-  if (going.empty()) return 0;
-  if (going.size() == count && path.size() > 1) {
+  const std::vector<std::size_t> positions = PlacesIn(leaf, entries, first, count);
+  if (positions.empty()) return 0;
+  if (positions.size() == count && path.size() > 1) {
     RemovePage(path);
-    return going.size();
+    return positions.size();
   }
-  if (going.size() > 1 || !RemoveFromPage({leaf, going.front()})) RemoveFromNode(leaf, going);
-  if (going.back() + 1 == count && going.size() < count) UpdateParentKeys(path, LastEntryBelow(leaf));
-  return going.size();
+  if (positions.size() > 1 || !RemoveFromPage({leaf, positions.front()})) RemoveFromNode(leaf, positions);
+  if (positions.back() + 1 == count && positions.size() < count) UpdateParentKeys(path, LastEntryBelow(leaf));
+  return positions.size();
 }
 
-// Where in the leaf the entries from `first` on are, up to the first that is not there; `count`: of the leaf's
-// entries.
+// Positions in the leaf of the entries from `first` on, up to the first that is not in it. `count`: entries of the
+// leaf.
 std::vector<std::size_t> IndexWriter::PlacesIn(std::uint32_t leaf, const EntryList& entries, std::size_t first,
                                                std::size_t& count) {
   const IndexPage page(pages_.Read(leaf), leaf, table_);
@@ -73,12 +73,12 @@ std::vector<std::size_t> IndexWriter::PlacesIn(std::uint32_t leaf, const EntryLi
   return places;
 }
 
-void IndexWriter::RemoveFromNode(std::uint32_t leaf, const std::vector<std::size_t>& going) {
+void IndexWriter::RemoveFromNode(std::uint32_t leaf, const std::vector<std::size_t>& positions) {
   IndexNode node = IndexNode::Load(pages_, leaf, table_);
   std::vector<Bytes> staying;
-  auto next = going.begin();
+  auto next = positions.begin();
   for (std::size_t place = 0; place < node.entries.size(); ++place) {
-    if (next != going.end() && *next == place) {
+    if (next != positions.end() && *next == place) {
       ++next;
     } else {
       staying.push_back(std::move(node.entries[place]));
@@ -88,7 +88,7 @@ void IndexWriter::RemoveFromNode(std::uint32_t leaf, const std::vector<std::size
   node.Save(pages_, leaf);
 }
 
-// The usual case of a single one, without taking the page apart.
+// Fast path for a single entry, in place.
 bool IndexWriter::RemoveFromPage(const Step& step) {
   std::vector<std::uint16_t> ends;
   {
@@ -105,7 +105,7 @@ void IndexWriter::Unlink(const IndexNode& node) {
   if (node.next != 0) Store(&pages_.Change(node.next)[kPreviousAt], node.previous);
 }
 
-// Takes an emptied page out of the tree, and with it every node that has no other child.
+// Removes an emptied page from the tree, and every node that has no other child.
 void IndexWriter::RemovePage(Path path) {
   const std::uint32_t number = path.back().page;
   Unlink(IndexNode::Load(pages_, number, table_));

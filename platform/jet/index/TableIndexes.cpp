@@ -17,14 +17,14 @@ namespace {
 
 constexpr std::size_t kUsualKeyBytes = 32;
 
-// A number or text as an error shows it; nothing for the others.
+// A number or text for an error message; empty for other types.
 std::string Shown(const Value& value) {
   if (const auto* number = std::get_if<std::int64_t>(&value)) return ' ' + std::to_string(*number);
   if (const auto* text = std::get_if<std::u16string>(&value)) return " '" + ToUtf8(*text) + "'";
   return {};
 }
 
-// The names on one tree: the primary key's goes before others.
+// The name of a tree for messages: that of the primary key, if it has one.
 struct TreeName {
   std::string name;
   bool primary = false;
@@ -83,7 +83,7 @@ bool TableIndexes::Uses(std::size_t column) const {
   });
 }
 
-// False, and no key, for a row that the index leaves out.
+// False, without a key, for a row that the index omits.
 bool TableIndexes::MakeKey(const Tree& tree, const Values& values, Bytes& key) const {
   const auto isNull = [&](std::size_t column) { return IsNull(values[column]); };
   const bool ignoresNulls = (tree.def->flags & StoredIndex::kIgnoreNulls) != 0;
@@ -111,7 +111,7 @@ void TableIndexes::RequireValues(const Tree& tree, const Values& values) const {
   }
 }
 
-// Every entry must fit into a node of the tree, where the number of the child page follows it.
+// Every entry must also fit in a node, where the child page number follows it.
 void TableIndexes::RequireFits(const Tree& tree, ByteView key, const Values& values) const {
   constexpr std::size_t kMostKeyBytes = index_page::kEntryBytes - index_page::kPointerBytes - index_page::kChildBytes;
   if (key.size() <= kMostKeyBytes) return;
@@ -163,7 +163,7 @@ void TableIndexes::InsertInto(Tree& tree, const std::optional<Bytes>& key, RowId
   tree.writer->Insert(*key, row);
 }
 
-// Texts that differ in case only have the same key, too.
+// Different values can have the same key, such as texts that differ in case only.
 bool TableIndexes::IsSameKey(const Tree& tree, const Values& before, const Values& after) const {
   const auto isSame = [&](std::size_t column) { return before[column] == after[column]; };
   if (std::all_of(tree.columns.begin(), tree.columns.end(), isSame)) return true;
@@ -189,19 +189,19 @@ void TableIndexes::Apply(const std::vector<KeyChange>& changes, const Values& be
   for (const KeyChange& rekeying : changes) {
     Tree& tree = trees_[rekeying.index];
     EntryList old;
-    NoteEntry(tree, before, row, old);
+    CollectEntry(tree, before, row, old);
     RemoveFrom(tree, old);
     InsertInto(tree, rekeying.key, row);
   }
 }
 
-void TableIndexes::NoteEntries(const Values& values, RowId row, Entries& entries) {
+void TableIndexes::CollectEntries(const Values& values, RowId row, Entries& entries) {
   entries.resize(trees_.size());
   for (std::size_t i = 0; i < trees_.size(); ++i)
-    NoteEntry(trees_[i], values, row, entries[i]);
+    CollectEntry(trees_[i], values, row, entries[i]);
 }
 
-void TableIndexes::NoteEntry(Tree& tree, const Values& values, RowId row, EntryList& entries) {
+void TableIndexes::CollectEntry(Tree& tree, const Values& values, RowId row, EntryList& entries) {
   std::optional<Bytes> key;
   try {
     key = KeyOf(tree, values);

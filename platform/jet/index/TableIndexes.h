@@ -14,54 +14,54 @@
 
 namespace jet {
 
-// Keeps the indexes of one table in step with its rows. Values are in the order of StoredTable::columns.
+// Updates all indexes of one table for changes of its rows. Values are in the order of StoredTable::columns.
 //
-// An Error (Duplicate, Required, TooLong, UnknownCharacter) comes from the methods that make keys, before anything
-// changes.
+// The methods that build keys throw an Error (Duplicate, Required, TooLong, UnknownCharacter) before anything changes.
 class TableIndexes {
  public:
   using Values = std::vector<Value>;
 
-  // An Error (Unsupported) when some index has keys that cannot be built: ask before anything is made of the table.
+  // An Error (Unsupported) when keys of an index cannot be built. To be called before the table is changed.
   static void RequireKnownOrders(const StoredTable& table);
 
   // The table must outlive it.
   TableIndexes(Transaction& pages, PageSpace& space, const StoredTable& table, Counters& counters);
 
-  // Whether some index is made of the column, `column` being its place in StoredTable::columns.
+  // Whether the column at position `column` of StoredTable::columns is in an index.
   bool Uses(std::size_t column) const;
 
-  // One for each index; nothing where the index leaves the row out.
+  // One for each index; nothing where the index omits the row.
   using Keys = std::vector<std::optional<Bytes>>;
-  // The keys of a new row, checked to be allowed.
+  // The keys of a new row, checked against the rules of the indexes.
   Keys KeysOf(const Values& values);
   void Insert(const Keys& keys, RowId row);
 
-  // What an index has to do about a changed row.
+  // One index's key change for an updated row.
   struct KeyChange {
     std::size_t index;
     std::optional<Bytes> key;  // the new one
   };
-  // For those indexes only whose key becomes another, checked to be allowed.
+  // The indexes whose key changes, with the new keys, checked against the rules of the indexes.
   std::vector<KeyChange> KeyChangesOf(const Values& before, const Values& after);
   void Apply(const std::vector<KeyChange>& changes, const Values& before, RowId row);
 
-  // What each index has of some rows.
+  // By index: entries of several rows.
   using Entries = std::vector<EntryList>;
-  // Adds what the indexes have of a row, which is still there.
-  void NoteEntries(const Values& values, RowId row, Entries& entries);
+  // Appends the existing entries of a row, which must not have been removed yet.
+  void CollectEntries(const Values& values, RowId row, Entries& entries);
   void Remove(Entries& entries);
-  // Leaves every index empty.
+  // Empties every index.
   void Clear();
 
   bool AreEmpty();
-  // Adds what the indexes want to have of a new row. Whether its keys are there already is for Fill to see.
-  void NoteNewEntries(const Values& values, RowId row, Entries& entries);
-  // Fills indexes that are empty with all that was noted. Their rows are there, the later ones with higher numbers:
-  // the Error (Duplicate) tells of the first row whose key one before it has, and the rows have to go.
+  // Appends the entries of a new row. Duplicates are only checked by Fill.
+  void CollectNewEntries(const Values& values, RowId row, Entries& entries);
+  // Fills empty indexes with the noted entries. The rows are already stored, with ascending RowIds. An Error
+  // (Duplicate) names the first row whose key an earlier one has; the caller must then remove the rows.
   void Fill(Entries& entries);
 
-  // The largest number in the column, when a unique index of that column alone has `number` already.
+  // The largest number in the column if a unique index on that column alone already contains `number`; otherwise
+  // nothing.
   std::optional<std::int64_t> LargestIfTaken(std::size_t column, std::int64_t number);
 
  private:
@@ -85,14 +85,14 @@ class TableIndexes {
   Value ReadColumn(RowId row, std::size_t column);
   bool IsSameKey(const Tree& tree, const Values& before, const Values& after) const;
   void InsertInto(Tree& tree, const std::optional<Bytes>& key, RowId row);
-  void NoteEntry(Tree& tree, const Values& values, RowId row, EntryList& entries);
+  void CollectEntry(Tree& tree, const Values& values, RowId row, EntryList& entries);
   static void RemoveFrom(Tree& tree, EntryList& entries);
 
   Transaction& pages_;
   const StoredTable& table_;
   Counters& counters_;
   std::vector<Tree> trees_;
-  Bytes entry_;  // being put together; kept for its memory
+  Bytes entry_;  // reused buffer
 };
 
 }  // namespace jet

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The part of TableIndexes that fills the indexes of a table that was empty.
+// The part of TableIndexes that fills the indexes of an empty table.
 #include "platform/jet/index/TableIndexes.h"
 
 #include <algorithm>
@@ -9,8 +9,7 @@ namespace jet {
 
 namespace {
 
-// The first row, by its place, whose key one before it has. Keys of nothing but nulls, a byte for each column, may be
-// there many times.
+// The first row, by RowId, whose key an earlier row has. Keys of only nulls (one byte per column) may repeat.
 std::optional<RowId> FirstDuplicate(const EntryList& sorted, std::size_t columns) {
   std::optional<RowId> first;
   for (std::size_t i = 0; i < sorted.Count(); ++i) {
@@ -27,7 +26,7 @@ bool TableIndexes::AreEmpty() {
   return std::ranges::all_of(trees_, [](const Tree& tree) { return tree.writer->IsEmpty(); });
 }
 
-void TableIndexes::NoteNewEntries(const Values& values, RowId row, Entries& entries) {
+void TableIndexes::CollectNewEntries(const Values& values, RowId row, Entries& entries) {
   entries.resize(trees_.size());
   for (std::size_t i = 0; i < trees_.size(); ++i) {
     RequireValues(trees_[i], values);

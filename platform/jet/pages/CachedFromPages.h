@@ -8,7 +8,7 @@
 
 namespace jet {
 
-// Reads through, and remembers which pages were read and what they held.
+// Reads from `pages` and records which pages were read and what they held.
 class ReadSet final : public PageSource {
  public:
   // `pages` must outlive it.
@@ -17,8 +17,8 @@ class ReadSet final : public PageSource {
   std::uint32_t PageCount() override { return pages_.PageCount(); }
   PageRef Read(std::uint32_t number) override { return read_[number] = pages_.Read(number); }
 
-  // Whether reading again would meet the same. A page that was changed, or read anew from the file, is another one; as
-  // long as this one holds it, no other can take its place in memory.
+  // Whether reading again would return the same pages. Compares addresses: a page that was changed or read again is
+  // another object, and the recorded ones stay alive, so that no address is reused.
   bool IsUnchanged() {
     if (pages_.PageCount() != pageCount_) return false;
     for (const auto& [number, page] : read_) {
@@ -33,7 +33,7 @@ class ReadSet final : public PageSource {
   std::map<std::uint32_t, PageRef> read_;
 };
 
-// Something made of what pages hold, kept while these stay as they are.
+// A value computed from pages, cached while those pages are unchanged.
 template <typename T>
 class CachedFromPages {
  public:

@@ -9,33 +9,33 @@
 
 namespace jet {
 
-// Where things lie in a data page.
+// Layout of a data page.
 constexpr std::size_t kDataPageHead = 14;
-// A row's identity has a byte for its slot.
+// A RowId has one byte for the slot.
 constexpr unsigned kMostSlots = 256;
-// Owners (bytes 4 to 7) that are no table: "LVAL" for long values, 0 for rows of usage maps, 1 on page 1.
+// Owners (bytes 4 to 7) that are not a table: "LVAL" for long values, 0 for rows of usage maps, 1 on page 1.
 constexpr std::uint32_t kLongValueOwner = 0x4C41564C;
 constexpr std::uint32_t kUsageMapOwner = 0;
 
 // The two flag bits of a slot.
 enum class SlotKind : std::uint16_t {
   Row = 0,
-  Pointer = 0x4000,  // the first four bytes tell where the row really is
+  Pointer = 0x4000,  // the first four bytes are the RowId of the row's present place
   Target = 0x8000,   // reached only through a pointer
   Deleted = 0xC000
 };
 
-// One slot of a data page: which bytes it owns.
+// One slot of a data page and the bytes it owns.
 struct Slot {
   SlotKind kind;
   std::uint16_t start;
   std::uint16_t length;
 };
 
-// A view of a data page. Holds the page alive. Every slot is checked when it is asked for.
+// A view of a data page, which it keeps alive. Each slot is checked when it is read.
 class DataPage {
  public:
-  // Throws when the page is no data page or its slots do not fit.
+  // Throws Damage when the page is not a data page or has too many slots.
   DataPage(PageRef page, std::uint32_t number);
 
   std::uint32_t Number() const { return number_; }
@@ -52,7 +52,7 @@ class DataPage {
   unsigned slotCount_;
 };
 
-// Throws when the page belongs to something else than `owner`.
+// Throws Damage when the page does not belong to `owner`.
 void RequireOwner(const DataPage& page, std::uint32_t owner);
 
 // A row's bytes together with the page that holds them.
@@ -61,8 +61,8 @@ struct StoredRow {
   ByteView bytes;
 };
 
-// Follows the pointers of a moved row, and answers where its bytes are. Nothing when the slot does not exist, is
-// deleted, or (`firstPlace`) is only the target of a pointer. With `owner` given, all pages must belong to it.
+// Finds the bytes of a row, following the pointers of a moved one. Nothing when the slot does not exist, is deleted, or
+// (with `firstPlace`) is only the target of a pointer. With `owner`, all pages must belong to it.
 std::optional<StoredRow> FindRow(PageSource& pages, RowId row, bool firstPlace,
                                  std::optional<std::uint32_t> owner = std::nullopt);
 

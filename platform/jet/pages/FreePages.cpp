@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::uint32_t kFreePagesPage = PageOf(kFreePagesMap);
 constexpr std::uint32_t kMapPageOwner = 1;
-constexpr std::uint32_t kMostMissing = 64;  // pages past the end of the file that the map may call taken
+constexpr std::uint32_t kMostMissing = 64;  // pages past the end of the file that the map may mark as used
 
 void RequireUsable(std::uint32_t next, std::uint32_t pageCount) {
   if (next < kSystemPages)
@@ -49,7 +49,7 @@ std::uint32_t FreePages::Next() {
   auto page = map_.Lowest();
   while (!page) {
     if (map_.Layout().RunOf(pages_, pages_.PageCount())) ThrowNoneFree();
-    Reach(pages_.PageCount());
+    CoverPage(pages_.PageCount());
     page = map_.Lowest();
   }
   RequireUsable(*page, pages_.PageCount());
@@ -58,12 +58,12 @@ std::uint32_t FreePages::Next() {
 
 void FreePages::Add(std::uint32_t page) {
   if (map_.AddCovered(page)) return;
-  Reach(page);
+  CoverPage(page);
   if (!map_.AddCovered(page)) throw DamageAt(kFreePagesPage, "de kaart van vrije pagina's reikt niet tot elke pagina");
 }
 
-// Gives the map a bit for `page`. Every page of which it says something keeps what it said.
-void FreePages::Reach(std::uint32_t page) {
+// Extends the map to cover `page`. The bits of pages that it covered already do not change.
+void FreePages::CoverPage(std::uint32_t page) {
   const MapLayout layout = map_.Layout();
   if (!layout.IsInline()) return AddBitmapPage(page / MapLayout::kPagesPerBitmapPage, {});
   const MapLayout::Run run = layout.RunAt(pages_, 0).value();
@@ -74,19 +74,19 @@ void FreePages::Reach(std::uint32_t page) {
     before.bits.assign(start, start + static_cast<std::ptrdiff_t>(run.bytes));
   }
   const std::uint32_t first = page < run.first ? 0 : run.first;
-  if (!Lengthen(before, first, std::max(run.End(), page + 1))) UseBitmapPages(before);
+  if (!GrowRow(before, first, std::max(run.End(), page + 1))) UseBitmapPages(before);
 }
 
-// What an inline map said of a page; of one it had no bit for: it is free when it does not exist yet.
+// Whether the old inline map marked a page as free. A page that it did not cover is free when it does not exist yet.
 bool FreePages::WasFree(const Window& before, std::uint32_t page) {
   if (page < before.first || page - before.first >= 8 * before.bits.size()) return page >= pages_.PageCount();
   const std::uint32_t bit = page - before.first;
   return (before.bits[bit / 8] >> (bit % 8) & 1) != 0;
 }
 
-// A bitmap of the pages from `first` to before `end` in the row, which becomes as long as the original engine makes
-// it. False when the page has no room for it.
-bool FreePages::Lengthen(const Window& before, std::uint32_t first, std::uint32_t end) {
+// Replaces the row by a bitmap of the pages [first, end), padded as the original engine does. False when the page has
+// no room for it.
+bool FreePages::GrowRow(const Window& before, std::uint32_t first, std::uint32_t end) {
   const std::size_t bytes = ((end - first + 7) / 8 + 3) / 4 * 4;
   RowPage page(pages_, kFreePagesPage, kMapPageOwner);
   if (page.RoomIn(SlotOf(kFreePagesMap)) < MapLayout::kInlineHead + bytes) return false;
@@ -99,9 +99,9 @@ bool FreePages::Lengthen(const Window& before, std::uint32_t first, std::uint32_
   return true;
 }
 
-// From a bitmap in the row to bitmap pages for all pages of the file.
+// Replaces the inline bitmap by bitmap pages for the whole file.
 void FreePages::UseBitmapPages(const Window& before) {
-  Bytes row(MapLayout::kFreshBytes);
+  Bytes row(MapLayout::kNewMapBytes);
   row[0] = MapLayout::kReference;
   RowPage page(pages_, kFreePagesPage, kMapPageOwner);
   if (page.RoomIn(SlotOf(kFreePagesMap)) < row.size()) {
@@ -111,16 +111,16 @@ void FreePages::UseBitmapPages(const Window& before) {
   const std::size_t pagesEach = MapLayout::kPagesPerBitmapPage;
   for (std::size_t entry = 0; entry * pagesEach < pages_.PageCount(); ++entry)
     AddBitmapPage(entry, before);
-  // One that came before the bitmap page with its own bit.
+  // A bitmap page may have been appended before the one that has its bit.
   const MapLayout layout = map_.Layout();
   for (std::size_t entry = 0; entry < layout.RunCount(); ++entry) {
     if (const auto run = layout.RunAt(pages_, entry)) map_.Remove(run->holder);
   }
 }
 
-// A bitmap page at the end of the file, which is itself in use.
+// Appends a bitmap page, which is itself marked as used.
 void FreePages::AddBitmapPage(std::size_t entry, const Window& before) {
-  const auto place = map_.Layout().PlaceOfEntry(entry);
+  const auto place = map_.Layout().OffsetOfEntry(entry);
   if (!place) throw DamageAt(kFreePagesPage, "de kaart van vrije pagina's heeft geen plaats meer");
   if (pages_.IsWronglyFree(pages_.PageCount()))
     throw DamageAt(pages_.PageCount(), "bestaat nog niet, maar is al in gebruik");

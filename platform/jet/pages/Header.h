@@ -12,14 +12,14 @@ namespace jet {
 
 constexpr std::size_t kPageSize = 4096;
 
-// How texts of a column are sorted, as stored in the header and in every column block.
+// The sort order of texts, as stored in the header and in every column block.
 struct SortOrder {
   std::uint16_t language = 0x0409;  // Windows LCID
   std::uint8_t version = 0;         // 0 = general legacy, 1 = general (2010 and later)
   bool operator==(const SortOrder&) const = default;
 };
 
-// What the database header (page 0) tells.
+// The fields of the database header (page 0).
 struct Header {
   std::uint32_t encodingKey = 0;  // 0x3E; 0 = the pages are not encoded
   std::u16string password;        // 0x42; empty = none
@@ -28,17 +28,17 @@ struct Header {
   double creationDate = 0;        // 0x72, days since 1899-12-30
 };
 
-// Where the commit counters lie in page 0: 256 little-endian u16, number 0 for exclusive use.
+// Offset of the commit counters in page 0: 256 little-endian u16, number 0 for exclusive use.
 constexpr std::size_t kCommitCounters = 0xE00;
 
-// Eight bytes of page 0 that are zero in files of other programs, which neither read nor change them. Ours hold a
-// random number, another one after each change, so that no two files or states of a file are taken for each other.
+// Offset of eight bytes of page 0 that other programs leave zero and neither read nor change. This library stores a new
+// random number there with each change, so that no two files or states of a file have the same page 0.
 constexpr std::size_t kChangeMark = 0xDF8;
-// Puts another number there.
+// Stores a new random change mark.
 void MarkChange(std::span<std::uint8_t, kPageSize> page0);
 
-// Reads page 0 of a Jet 4 file. Anything else (Jet 3, a newer format, no database) is refused with one clear sentence
-// that names `fileName`.
+// Parses page 0 of a Jet 4 file. Anything else (Jet 3, a newer format, no database) is an Error (NotADatabase) that
+// names `fileName`.
 Header ParseHeader(ByteView page0, const std::string& fileName);
 
 // Masks or unmasks bytes 0x18 to 0x97 of page 0.

@@ -56,7 +56,7 @@ std::optional<MapLayout::Run> MapLayout::RunOf(PageSource& pages, std::uint32_t 
   return run && run->Covers(page) ? run : std::nullopt;
 }
 
-std::optional<std::size_t> MapLayout::PlaceOfEntry(std::size_t i) const {
+std::optional<std::size_t> MapLayout::OffsetOfEntry(std::size_t i) const {
   if (isInline_ || i >= entryCount_) return std::nullopt;
   return start_ + kReferenceHead + 4 * i;
 }

@@ -11,13 +11,12 @@
 
 namespace jet {
 
-// How the bits of one usage map lie in the file. The reader (UsageMap) and the editor (UsageMapEditor) both find them
-// through this class, so that they agree about every map, also a damaged one.
+// Where the bits of one usage map are in the file. The reader (UsageMap) and the editor (UsageMapEditor) both use this
+// class, so that they agree on every map, also a damaged one.
 //
 // A map is a row of a data page. Inline: the byte 0, a u32 first page, a bitmap. By reference: the byte 1, then u32
 // numbers of bitmap pages (0 = none), entry i for the pages from 32736 * i on. Bit k of a byte, the lowest first, is
-// one page. A map can only name pages of a file of at most 2 GB; damage where it begins past that. No page number in
-// this class passes 2^32, whatever the file says.
+// one page. A map that begins past 2 GB is damaged. No page number in this class exceeds 2^32, whatever the file holds.
 class MapLayout {
  public:
   static constexpr std::uint8_t kInline = 0;
@@ -26,11 +25,11 @@ class MapLayout {
   static constexpr std::size_t kReferenceHead = 1;
   static constexpr std::size_t kBitmapPageHead = 4;
   static constexpr std::uint32_t kPagesPerBitmapPage = (kPageSize - kBitmapPageHead) * 8;
-  // Entries of a map by reference that can name pages of the largest file; what follows them means nothing.
+  // Entries of a map by reference that cover the largest file (2 GB); further entries are ignored.
   static constexpr std::size_t kMostEntries = (kMostPages + kPagesPerBitmapPage - 1) / kPagesPerBitmapPage;
-  static constexpr std::size_t kFreshBytes = 69;  // of the row of a new map: 512 bits, or 17 entries
+  static constexpr std::size_t kNewMapBytes = 69;  // row of a new map: 512 bits, or 17 entries
 
-  // `bytes` bytes of bits at `start` of page `holder`, the first bit for page `first`.
+  // `bytes` bytes of bits from offset `start` of page `holder`; the first bit is for page `first`.
   struct Run {
     std::uint32_t holder;
     std::size_t start;
@@ -41,21 +40,21 @@ class MapLayout {
     bool Covers(std::uint32_t page) const { return page >= first && page < End(); }
   };
 
-  // Damage when the row is no map: not there, moved, of an unknown kind, or with a bitmap page named twice.
+  // Throws Damage when the row is not a map: missing, moved, of an unknown kind, or with a bitmap page listed twice.
   MapLayout(PageSource& pages, RowId where);
 
   bool IsInline() const { return isInline_; }
-  // Inline: the first page that the row has a bit for; 0 for a map by reference.
+  // The first page that an inline map has a bit for; 0 for a map by reference.
   std::uint32_t FirstPage() const { return isInline_ ? first_ : 0; }
   std::size_t RunCount() const { return isInline_ ? 1 : entryCount_; }
-  // Nothing for an entry without a bitmap page. Damage when the page is none.
+  // Nothing for an entry without a bitmap page. Throws Damage when the page is not a bitmap page.
   std::optional<Run> RunAt(PageSource& pages, std::size_t i) const;
   // The run with a bit for `page`; nothing when there is none.
   std::optional<Run> RunOf(PageSource& pages, std::uint32_t page) const;
-  // Where in the row's page entry `i` of a map by reference lies; nothing when the row is too short.
-  std::optional<std::size_t> PlaceOfEntry(std::size_t i) const;
+  // Offset of entry `i` of a map by reference in the row's page; nothing when the row is too short.
+  std::optional<std::size_t> OffsetOfEntry(std::size_t i) const;
 
-  // The row: its page, where in it, how long.
+  // The row's page, offset and length.
   std::uint32_t Page() const { return page_; }
   std::size_t Start() const { return start_; }
   std::size_t Length() const { return length_; }

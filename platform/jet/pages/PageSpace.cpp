@@ -19,8 +19,8 @@ std::uint32_t PageSpace::TakeLowest() {
   FreePages free(pages_);
   const std::uint32_t page = free.Next();
   if (pages_.IsWronglyFree(page)) throw DamageAt(page, "is in gebruik, maar staat als vrij te boek");
-  // Whoever emptied an index page may have left it in the index's map: from now on it belongs to something else.
-  for (const RowId map : pages_.IndexMapsThatKept(page))
+  // Another program may have freed this index page but left it in the index's map; it gets a new owner now.
+  for (const RowId map : pages_.IndexMapsWith(page))
     UsageMapEditor(pages_, map).Remove(page);
   free.Remove(page);
   return page;

@@ -8,20 +8,19 @@
 
 namespace jet {
 
-// Gives out the free pages of a file and takes pages back. Lives as long as a Transaction.
+// Allocates and frees pages of a file within one Transaction, which must outlive it.
 class PageSpace {
  public:
   explicit PageSpace(Transaction& pages) : pages_(pages) {}
 
-  // Takes the lowest free page, or makes the file longer. The page is all zeros. An Error (Damaged) when the page is
-  // in use although the file calls it free.
+  // Takes the lowest free page, or extends the file. The page is all zeros. An Error (Damaged) when the page is in use
+  // although the file marks it as free.
   std::uint32_t Allocate();
-  // Whether the file calls the page free.
+  // Whether the file marks the page as free.
   bool IsFree(std::uint32_t page);
-  // Gives a page back. The caller takes it out of the map that it was in.
+  // Frees a page. The caller removes it from the map that it was in.
   void Free(std::uint32_t page);
-  // Gives many pages back without marking them as freed: of them nothing is written, neither to the file nor to its
-  // journal.
+  // Frees many pages without writing to them, so that neither the file nor the journal gets their content.
   void Release(std::span<const std::uint32_t> pages);
 
  private:

@@ -12,13 +12,13 @@
 
 namespace jet {
 
-// Pages of the largest file: 2 GB.
+// Pages in the largest file (2 GB).
 constexpr std::uint32_t kMostPages = (std::uint32_t{1} << 31) / kPageSize;
-// Pages that no file is without: header, maps, the definitions of the four engine tables.
+// Pages that every file has: header, maps, the definitions of the four engine tables.
 constexpr std::uint32_t kSystemPages = 6;
 
 using PageBytes = std::array<std::uint8_t, kPageSize>;
-// A page's content, kept alive by whoever holds it, whatever becomes of the cache.
+// A page's content; stays valid when the cache drops the page.
 using PageRef = std::shared_ptr<const PageBytes>;
 
 // The first byte of a page.
@@ -33,48 +33,47 @@ enum class PageType : std::uint8_t {
   FreedData = 9
 };
 
-// Whether nothing was ever written to the page: given out, and all zeros.
+// Whether the page was allocated but never written: all zeros.
 bool IsUnwritten(const PageBytes& page);
 
-// Where pages are read from: the file's own pages, or a statement's changed pages laid over them.
+// A source of pages: the file, or a statement's changed pages over the file.
 class PageSource {
  public:
   virtual ~PageSource() = default;
   virtual std::uint32_t PageCount() = 0;
-  // Content of page `number`, decoded. An Error for a number past the end or a failing disk.
+  // Decoded content of page `number`. An Error for a number past the end or a failing disk.
   virtual PageRef Read(std::uint32_t number) = 0;
 };
 
-// Nothing at all, for a Transaction that makes a whole file.
+// An empty source, for a Transaction that creates a file.
 class NoPages final : public PageSource {
  public:
   std::uint32_t PageCount() override { return 0; }
   PageRef Read(std::uint32_t number) override;
 };
 
-// Encodes or decodes the content of page `number` as a file with this key has it; key 0 changes nothing.
+// Encodes or decodes (the operation is its own inverse) the content of page `number` with this key; key 0 means no
+// encoding.
 void ApplyPageEncoding(std::uint32_t key, std::uint32_t number, PageBytes& page);
 
 // Reads a page and checks its first two bytes against `type`.
 PageRef ReadTyped(PageSource& pages, std::uint32_t number, PageType type);
 
-// The pages of a file, with a bounded cache; the longest unused page makes room. Not thread-safe. The file must
-// outlive it.
+// The pages of a file, with an LRU cache. Not thread-safe. The file must outlive it.
 class Pages : public PageSource {
  public:
   explicit Pages(File& file, std::size_t cachedPages = 2048);
 
-  // Page 0 as read when this was made or last refreshed.
+  // Page 0 as read by the constructor or the last Refresh.
   const Header& DatabaseHeader() const { return header_; }
-  // Whole pages in the file; a cut last page does not count.
+  // Complete pages in the file; a truncated last page does not count.
   std::uint32_t PageCount() override { return pageCount_; }
   PageRef Read(std::uint32_t number) override;
-  // Forgets what was read, for when the file may have been changed.
+  // Empties the cache and reads page 0 again; for use when the file may have changed.
   void Refresh();
-  // Takes over a page that was written to the file, as the file's content from now on; one past the end makes it
-  // longer.
+  // Puts a page that was just written to the file into the cache; one past the end increases PageCount.
   void Accept(std::uint32_t number, PageRef page);
-  // Encodes or decodes the content of page `number`; without effect in a file that is not encoded.
+  // Encodes or decodes the content of page `number`; no effect in a file that is not encoded.
   void ApplyEncoding(std::uint32_t number, PageBytes& page) const;
 
  private:

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The RC4 stream with which the header is masked and the pages of an encoded file are encoded. Applying it twice gives
-// the original back.
+// RC4, which masks the header and encodes the pages of an encoded file. Applying it twice restores the original.
 #pragma once
 
 #include "platform/jet/values/Bytes.h"

@@ -5,8 +5,8 @@
 
 namespace jet {
 
-// A row's identity: the page and slot where it was first put, page * 256 + slot. Stable for the row's whole life, also
-// when the row moves. The same number is what the file calls a row pointer (u8 slot, u24 page, little-endian).
+// A row's identity: the page and slot where it was first put, page * 256 + slot. It stays the same when the row moves.
+// Stored in files as a row pointer (u8 slot, u24 page, little-endian).
 using RowId = std::uint32_t;
 
 constexpr RowId MakeRowId(std::uint32_t page, std::uint32_t slot) {

@@ -78,7 +78,7 @@ void RowPage::Delete(std::span<const RowId> rows) {
   if (next != rows.end()) throw DamageAt(number_, "een rij die weg moet, is er niet");
 }
 
-// Puts the page together anew; `change` is asked about each slot.
+// Rebuilds the page; `change(slot, kind, bytes)` may alter each slot.
 template <typename Change>
 void RowPage::Rebuild(Change change) {
   const PageRef oldBytes = pages_.Read(number_);

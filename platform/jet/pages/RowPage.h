@@ -9,38 +9,38 @@
 
 namespace jet {
 
-// A data page whose rows are changed. Slots keep their numbers for ever; the bytes of the rows lie packed against the
-// page's end, in slot order, and the free bytes are exact.
+// Changes rows of a data page. Slots are never renumbered; row bytes are packed against the end of the page, in slot
+// order, and the stored count of free bytes is exact.
 class RowPage {
  public:
   static constexpr unsigned kMostSlots = 255;
-  static constexpr std::size_t kMostRowBytes = 4060;  // of a table's row; a long value's may be 4076
-  // A page with less room than this is not offered to new rows any more once one did not fit; real files leave up to
-  // 371 bytes unused in this way.
+  static constexpr std::size_t kMostRowBytes = 4060;  // of a table's row; a piece of a long value may have 4076
+  // Once a row did not fit, a page with less room than this is no longer offered for new rows; real files leave up to
+  // 371 bytes unused this way.
   static constexpr std::size_t kMinUsableBytes = 372;
 
-  // An existing page of `owner`; checked.
+  // Throws Damage when the page is not a sound data page of `owner`.
   RowPage(Transaction& pages, std::uint32_t number, std::uint32_t owner);
-  // Makes a page of zeros an empty data page of `owner`.
+  // Turns a page of zeros into an empty data page of `owner`.
   static void Format(PageBytes& page, std::uint32_t owner);
-  // Bytes that a new row of the page may have; 0 when there is no slot left.
+  // Most bytes that a new row may have; 0 when there is no slot left.
   static std::size_t RoomForNew(const PageBytes& page);
-  // Adds a row that fits; answers its slot.
+  // Adds a row that fits (RoomForNew); returns its slot.
   static unsigned Add(PageBytes& page, ByteView row, SlotKind kind);
 
   std::uint32_t Number() const { return number_; }
   std::size_t RoomForNew() const { return RoomForNew(*View().Content()); }
-  // Bytes that the row in `slot` may have.
+  // Most bytes that the row in `slot` may have.
   std::size_t RoomIn(unsigned slot) const;
   std::size_t FreeBytes() const;
   // Whether every slot is deleted.
   bool IsEmpty() const;
 
-  // Adds a row that fits; answers its slot.
+  // Adds a row that fits (RoomForNew); returns its slot.
   unsigned Add(ByteView row, SlotKind kind = SlotKind::Row) { return Add(pages_.Change(number_), row, kind); }
-  // Gives a slot other bytes, which fit, or another kind.
+  // Replaces bytes and kind of a slot. The bytes must fit (RoomIn).
   void Replace(unsigned slot, ByteView row, SlotKind kind);
-  // Deletes rows of this page, in the order of their slots and each named once. The slots stay, without bytes.
+  // Deletes rows of this page, given in slot order without repeats. Their slots remain, without bytes.
   void Delete(std::span<const RowId> rows);
 
  private:

@@ -36,7 +36,7 @@ bool Transaction::IsWronglyFree(std::uint32_t number) {
   return Doubtful().inUse.contains(number);
 }
 
-std::vector<RowId> Transaction::IndexMapsThatKept(std::uint32_t number) {
+std::vector<RowId> Transaction::IndexMapsWith(std::uint32_t number) {
   std::vector<RowId> maps;
   const auto [first, last] = Doubtful().stillInIndexMap.equal_range(number);
   for (auto entry = first; entry != last; ++entry)

@@ -12,11 +12,12 @@
 
 namespace jet {
 
-// The changed pages of one statement, laid over the file's own. Reading sees the changes; nothing reaches the file
+// The changed pages of one statement over those of the file. Reading sees the changes; nothing is written to the file
 // until a Storage commits them. Not thread-safe.
 class Transaction final : public PageSource {
  public:
-  // What is known of a file's free pages, for all its transactions until another program writes to it.
+  // Result of the search for free pages that are in use; shared by all transactions of a file until another program
+  // writes to it.
   using UsedButMarkedFree = std::optional<DoubtfulFreePages>;
 
   explicit Transaction(PageSource& base, UsedButMarkedFree* wronglyFree = nullptr)
@@ -25,18 +26,19 @@ class Transaction final : public PageSource {
   std::uint32_t PageCount() override { return pageCount_; }
   PageRef Read(std::uint32_t number) override;
 
-  // The page, to be changed. Ask again after any Read of the same page: whoever reads a page keeps what was read.
+  // The page for writing. The reference is invalid after the next Read of the same page: a reader keeps its version, so
+  // the next Change copies the page.
   PageBytes& Change(std::uint32_t number);
-  // A new page of zeros at the end of the file; answers its number.
+  // Appends a page of zeros to the file; returns its number.
   std::uint32_t Append();
 
-  // Whether the file called page `number` free before this statement, although it is in use.
+  // Whether the file marked page `number` as free before this statement although it is in use.
   bool IsWronglyFree(std::uint32_t number);
-  // The maps of indexes that still name page `number`, although it was emptied and is free.
-  std::vector<RowId> IndexMapsThatKept(std::uint32_t number);
+  // The maps of indexes that still contain page `number`, although it was emptied and is free.
+  std::vector<RowId> IndexMapsWith(std::uint32_t number);
 
   bool IsEmpty() const { return changes_.empty(); }
-  // In the order of their numbers, as they go to the disk.
+  // By page number, the order in which they are written.
   std::map<std::uint32_t, PageRef> ChangedPages() const { return {changes_.begin(), changes_.end()}; }
   // Pages in the file before this statement.
   std::uint32_t OldPageCount() { return base_.PageCount(); }

@@ -9,26 +9,25 @@
 
 namespace jet {
 
-// A set of page numbers, as kept in one row of a data page: which pages a table, an index or a memo column owns, which
-// have room, or (the global map) which are free.
+// A set of page numbers, stored in one row of a data page: the pages that a table, index or memo column owns, those
+// with room, or (the global map) the free pages.
 class UsageMap {
  public:
-  // Reads the map at `where`. Members past the end of the file are left out. `where` 0 is the empty map.
+  // Reads the map at `where`. Members past the end of the file are only in PastEnd(). `where` 0 is the empty map.
   static UsageMap Read(PageSource& pages, RowId where);
 
   bool Contains(std::uint32_t page) const { return page < bits_.size() && bits_[page]; }
   // All members, ascending.
   std::vector<std::uint32_t> Members() const;
-  // Page numbers past the end of the file that the map names all the same, ascending: natural in the global map,
-  // damage elsewhere.
+  // Members past the end of the file, ascending: normal in the global map, damage elsewhere.
   const std::vector<std::uint32_t>& PastEnd() const { return pastEnd_; }
-  // Pages the map itself lives on besides its row: bitmap pages.
+  // The bitmap pages of the map itself.
   const std::vector<std::uint32_t>& BitmapPages() const { return bitmapPages_; }
-  // The first page that the row itself has a bit for; 0 where the bits are on bitmap pages.
+  // The first page that an inline map has a bit for; 0 for a map with bitmap pages.
   std::uint32_t FirstPage() const { return firstPage_; }
-  // First page past what the map can tell about.
+  // The first page after those that the map covers.
   std::uint32_t End() const { return end_; }
-  // Whether the map has a bit for the page. A bitmap page that is not there stands for bits that are all clear.
+  // Whether the map has a bit for the page; false where its bitmap page is missing.
   bool HasBitFor(std::uint32_t page) const;
 
  private:

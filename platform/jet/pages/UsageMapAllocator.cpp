@@ -7,7 +7,7 @@
 namespace jet {
 
 RowId UsageMapAllocator::Add() {
-  const Bytes empty(MapLayout::kFreshBytes);
+  const Bytes empty(MapLayout::kNewMapBytes);
   if (page_ == 0 || RowPage(pages_, page_, kUsageMapOwner).RoomForNew() < empty.size()) {
     page_ = space_.Allocate();
     RowPage::Format(pages_.Change(page_), kUsageMapOwner);

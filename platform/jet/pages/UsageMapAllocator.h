@@ -6,11 +6,11 @@
 
 namespace jet {
 
-// Makes new, empty usage maps for one table, on as many pages as it takes.
+// Creates empty usage maps for one table, on as many pages as needed.
 class UsageMapAllocator {
  public:
   UsageMapAllocator(Transaction& pages, PageSpace& space) : pages_(pages), space_(space) {}
-  // The same, on a page that is at hand already.
+  // Starts on `page`, which already holds usage maps.
   UsageMapAllocator(Transaction& pages, PageSpace& space, std::uint32_t page)
       : pages_(pages), space_(space), page_(page) {}
 

@@ -43,7 +43,7 @@ void UsageMapEditor::Add(PageSpace& space, std::uint32_t page) {
 }
 
 void UsageMapEditor::AddBitmapPage(PageSpace& space, std::size_t entry) {
-  const auto place = Layout().PlaceOfEntry(entry);
+  const auto place = Layout().OffsetOfEntry(entry);
   if (!place) throw DamageAt(PageOf(where_), "een gebruikskaart heeft geen plaats meer");
   const std::uint32_t bitmap = space.Allocate();
   PageBytes& content = pages_.Change(bitmap);
@@ -52,7 +52,7 @@ void UsageMapEditor::AddBitmapPage(PageSpace& space, std::size_t entry) {
   Store(pages_.Change(PageOf(where_)).data() + *place, bitmap);
 }
 
-// Moves the first page of a bitmap in the row, so that `page` and all members fit. False when they do not.
+// Moves the first page of an inline bitmap so that it covers `page` and all members. False when that is impossible.
 bool UsageMapEditor::MoveWindow(std::uint32_t page) {
   const MapLayout::Run run = Layout().RunAt(pages_, 0).value();
   std::vector<std::uint32_t> members = Members();
@@ -70,13 +70,13 @@ bool UsageMapEditor::MoveWindow(std::uint32_t page) {
 
 void UsageMapEditor::UseBitmapPages(PageSpace& space) {
   const std::vector<std::uint32_t> members = Members();
-  Blank(MapLayout::kReference);
+  Reset(MapLayout::kReference);
   for (const std::uint32_t member : members)
     Add(space, member);
 }
 
-// A map without members, of either kind.
-void UsageMapEditor::Blank(std::uint8_t kind) {
+// Makes the map empty, inline or by reference.
+void UsageMapEditor::Reset(std::uint8_t kind) {
   const MapLayout layout = Layout();
   PageBytes& content = pages_.Change(layout.Page());
   std::fill_n(content.begin() + static_cast<std::ptrdiff_t>(layout.Start()), layout.Length(), std::uint8_t{0});
@@ -89,7 +89,7 @@ void UsageMapEditor::Clear(PageSpace& space) {
   for (std::size_t i = 0; !layout.IsInline() && i < layout.RunCount(); ++i) {
     if (const auto run = layout.RunAt(pages_, i)) bitmaps.push_back(run->holder);
   }
-  Blank(MapLayout::kInline);
+  Reset(MapLayout::kInline);
   space.Release(bitmaps);
 }
 

@@ -11,19 +11,18 @@
 
 namespace jet {
 
-// One usage map, to be changed. Where a bit lies is looked up at every call; nothing is kept.
+// Changes one usage map. Stateless: each call looks up where its bit is.
 class UsageMapEditor {
  public:
   UsageMapEditor(Transaction& pages, RowId where) : pages_(pages), where_(where) {}
 
   bool Contains(std::uint32_t page);
-  // Makes the map reach further where it must, for which it takes pages from `space`. Not for the map of free pages,
-  // which those pages come from: see FreePages.
+  // Extends the map where needed, with bitmap pages from `space`. Not for the map of free pages itself: see FreePages.
   void Add(PageSpace& space, std::uint32_t page);
-  // Adds a page that the map has a bit for; false when it has none.
+  // Adds a page if the map has a bit for it; otherwise returns false.
   bool AddCovered(std::uint32_t page);
   void Remove(std::uint32_t page);
-  // Takes out every member. Bitmap pages go back to `space`: the map is a short one again, as it was made.
+  // Removes all members and frees the bitmap pages; the map is inline again, as a new one.
   void Clear(PageSpace& space);
   // All members, from the highest down.
   std::vector<std::uint32_t> Members();
@@ -36,7 +35,7 @@ class UsageMapEditor {
 
  private:
   void Set(const MapLayout::Run& run, std::uint32_t page, bool on);
-  void Blank(std::uint8_t kind);
+  void Reset(std::uint8_t kind);
   bool MoveWindow(std::uint32_t page);
   void UseBitmapPages(PageSpace& space);
   void AddBitmapPage(PageSpace& space, std::size_t entry);

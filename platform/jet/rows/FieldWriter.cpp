@@ -43,14 +43,14 @@ void FieldWriter::Encode(std::size_t column, const Value& value, Field& field) c
     if (bit == nullptr) RefuseKind(def);
     field.bit = *bit;
   } else if (def.IsLong()) {
-    field.stored.resize(LongValueHead::kBytes);  // its place; the value itself comes when all is checked
+    field.stored.resize(LongValueHead::kBytes);  // a placeholder; the value is written after all checks
   } else {
     EncodeValue(def, value, field.stored);
   }
 }
 
-void FieldWriter::PutLongValues(const std::vector<Value>& values, const std::vector<bool>& changed,
-                                std::vector<Field>& fields) {
+void FieldWriter::WriteLongValues(const std::vector<Value>& values, const std::vector<bool>& changed,
+                                  std::vector<Field>& fields) {
   if (!anyLong_) return;
   std::size_t size = Row(fields).size();
   for (std::size_t i = 0; i < fields.size(); ++i) {
@@ -68,10 +68,10 @@ LongValueWriter& FieldWriter::LongValues(std::size_t column) {
   return *writer;
 }
 
-void FieldWriter::NotePieces(std::size_t column, ByteView stored, Pieces& pieces) {
+void FieldWriter::CollectPieces(std::size_t column, ByteView stored, Pieces& pieces) {
   if (!table_.columns[column].IsLong()) return;
   pieces.resize(table_.columns.size());
-  LongValues(column).NotePieces(stored, pieces[column]);
+  LongValues(column).CollectPieces(stored, pieces[column]);
 }
 
 void FieldWriter::Release(Pieces pieces) {

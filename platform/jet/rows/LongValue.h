@@ -9,7 +9,7 @@
 
 namespace jet {
 
-// The head of a memo or OLE value, in its row's variable area.
+// The head of a memo or OLE value, stored in the row's variable area.
 struct LongValueHead {
   enum class Kind : std::uint8_t {
     Chain = 0,   // pieces, each beginning with the row pointer of the next
@@ -25,23 +25,23 @@ struct LongValueHead {
   std::uint32_t stamp = 0;
 };
 
-// Takes a head apart. A value of no bytes at all is an empty inline one.
+// Parses a head. No bytes at all mean an empty inline value.
 LongValueHead ParseLongValueHead(ByteView stored);
 
-// Puts together the whole value whose head (with what follows it) is `stored`.
+// Reads the complete value whose head (with the inline bytes) is `stored`.
 void ReadLongValue(PageSource& pages, ByteView stored, Bytes& out);
 
-// Visits the pieces of a value that is not inline, in order, until its length is reached, the chain ends or `visit`
-// returns false: it gets where the piece is and its part of the value. Returns how many bytes the pieces held.
+// Calls `visit` with the RowId and bytes of each piece of a value that is not inline, in order, until the length is
+// reached, the chain ends or `visit` returns false. Returns the number of bytes visited.
 std::uint64_t VisitPieces(PageSource& pages, const LongValueHead& head,
                           const std::function<bool(RowId piece, ByteView part)>& visit);
 
-// Bounds what one walk over rows reads. In a sound file each piece belongs to one value, so that all values together
-// are shorter than the file; in a damaged one, many values of the file's size may share their pieces.
+// Limits what one scan of rows reads. In a sound file each piece belongs to one value, so all values together are
+// shorter than the file; in a damaged file many values of the file's size may share pieces.
 class LongValueBudget {
  public:
-  // To be called before a value is read: Damage when it and those before it are longer than the file. The next one may
-  // still fit.
+  // Called before a value is read. Throws Damage when it and the previous ones are longer than the file; a later,
+  // shorter one may still fit.
   void Spend(PageSource& pages, const LongValueHead& head);
 
  private:

@@ -7,8 +7,8 @@ namespace jet {
 
 namespace {
 
-constexpr std::size_t kWhereAt = 4;  // in the head of a value
-constexpr std::size_t kStampAt = 8;  // in the first page of a chain
+constexpr std::size_t kWhereAt = 4;  // offset in the head of a value
+constexpr std::size_t kStampAt = 8;  // offset in the first page of a chain
 constexpr std::uint32_t kEmptyInline = 0x80000000;
 
 }  // namespace
@@ -31,7 +31,7 @@ RowId LongValueCopy::Put(ByteView row, bool alone) {
   return place;
 }
 
-void LongValueCopy::Carry(ByteSpan stored) {
+void LongValueCopy::Copy(ByteSpan stored) {
   const LongValueHead head = ParseLongValueHead(stored);
   if (head.kind == LongValueHead::Kind::Inline) return;
   if (head.length == 0) {

@@ -10,14 +10,14 @@
 namespace jet {
 
 // Copies the values of one memo or OLE column to another file, byte for byte and in the same form: in one row, or as a
-// chain with its stamp. A column that lacks one of its maps, as some helper tables have, lacks it in the copy too.
+// chain with its stamp. A map that the column lacks (as in some helper tables) is missing in the copy too.
 class LongValueCopy {
  public:
-  // `column`: as it is in the other file. All must outlive it.
+  // `column`: the column in the target file. All must outlive it.
   LongValueCopy(PageSource& source, Transaction& target, PageSpace& space, const StoredColumn& column);
 
-  // `stored` is what a row has of a value. Afterwards it refers to the copy.
-  void Carry(ByteSpan stored);
+  // Copies the value with head `stored` and makes the head refer to the copy.
+  void Copy(ByteSpan stored);
 
  private:
   RowId Put(ByteView row, bool alone);
@@ -26,9 +26,9 @@ class LongValueCopy {
   Transaction& target_;
   PageSpace& space_;
   RowId owned_;
-  std::optional<RowSpace> rows_;  // where both maps are there
-  std::uint32_t page_ = 0;        // the one being filled where not
-  Bytes value_;                   // kept for its memory
+  std::optional<RowSpace> rows_;  // when the column has both maps
+  std::uint32_t page_ = 0;        // the page being filled, otherwise
+  Bytes value_;                   // reused buffer
 };
 
 }  // namespace jet

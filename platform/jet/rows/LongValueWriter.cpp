@@ -44,7 +44,7 @@ Bytes LongValueWriter::Write(ByteView value, bool mayInline) {
   return Head(value.size(), 0, WriteChain(value, [&](ByteView piece) { return rows_.AddAlone(piece); }));
 }
 
-// From the last piece to the first, so that each knows where the next one is.
+// From the last piece to the first, so that the place of the next one is known.
 RowId WriteChain(ByteView value, const std::function<RowId(ByteView)>& put) {
   RowId next = 0;
   for (std::size_t end = value.size(); end > 0;) {
@@ -59,7 +59,7 @@ RowId WriteChain(ByteView value, const std::function<RowId(ByteView)>& put) {
   return next;
 }
 
-void LongValueWriter::NotePieces(ByteView stored, std::vector<RowId>& pieces) {
+void LongValueWriter::CollectPieces(ByteView stored, std::vector<RowId>& pieces) {
   const LongValueHead head = ParseLongValueHead(stored);
   if (head.kind == LongValueHead::Kind::Inline) return;
   VisitPieces(pages_, head, [&](RowId piece, ByteView) {

@@ -10,25 +10,25 @@
 
 namespace jet {
 
-// Cuts a value into the pieces of a chain and gives each to `put`, from the last to the first; `put` returns where it
-// put the piece. Returns where the first one is.
+// Splits a value into the pieces of a chain and passes each to `put`, from the last to the first; `put` returns the
+// place of the piece. Returns the place of the first piece.
 RowId WriteChain(ByteView value, const std::function<RowId(ByteView piece)>& put);
 
 // Writes and releases the values of one memo or OLE column.
 class LongValueWriter {
  public:
-  // Longest value that lies in the row itself.
+  // Longest value stored in the row itself, in bytes.
   static constexpr std::size_t kMostInline = 64;
 
-  // An Error for a column without maps: only helper tables of others have such.
+  // An Error (Unsupported) for a column without maps, which only some helper tables of other programs have.
   LongValueWriter(Transaction& pages, PageSpace& space, const StoredColumn& column);
 
-  // Puts the value where it fits; answers what belongs in the row. `mayInline`: the row has room for a short one.
+  // Writes the value and returns the bytes for the row. `mayInline`: the row has room for a short value.
   Bytes Write(ByteView value, bool mayInline);
-  // Adds where the pieces are that lie outside of the row. `stored`: what is in the row.
-  void NotePieces(ByteView stored, std::vector<RowId>& pieces);
+  // Appends the places of the pieces outside of the row. `stored`: the value's bytes in the row.
+  void CollectPieces(ByteView stored, std::vector<RowId>& pieces);
   void Release(std::vector<RowId> pieces) { rows_.Delete(std::move(pieces)); }
-  // Gives back every page of the column at once.
+  // Frees all pages of the column at once.
   void Clear() { rows_.Clear(); }
 
  private:

@@ -92,7 +92,7 @@ std::size_t FixedSize(const StoredTable& table) {
   throw Damage(FieldName(column) + " heeft in de tabeldefinitie geen eigen plaats");
 }
 
-// In a sound definition no field lies where another does: writing one would change the other.
+// In a damaged definition fields may overlap: writing one would change the other.
 void CheckFixedPlaces(const StoredTable& table) {
   std::vector<bool> taken;
   for (const StoredColumn& column : table.columns) {
@@ -203,8 +203,7 @@ const Bytes& RowBuilder::Build(const std::vector<Field>& fields) {
   return row_;
 }
 
-// The variable values in the order of their indexes, and then where each ends and begins. The indexes of deleted
-// columns get nothing.
+// The variable values in the order of their indexes, then their offsets. Indexes of deleted columns get empty values.
 void RowBuilder::AppendVariables(const std::vector<Field>& fields) {
   starts_.clear();
   for (const std::size_t place : byVariableIndex_) {

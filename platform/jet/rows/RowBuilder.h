@@ -10,31 +10,31 @@
 
 namespace jet {
 
-// One column's part of a row that is being built.
+// One stored field of a row that is being built.
 struct Field {
-  bool bit = false;  // not null; of a Boolean the value itself
-  Bytes stored;      // empty for null and for Booleans; of a memo or OLE value its head
+  bool bit = false;  // not null; for a Boolean the value itself
+  Bytes stored;      // empty for null and Booleans; the head of a memo or OLE value
 };
 
-// The column as errors name it.
+// The column's name for error texts.
 std::string FieldName(const StoredColumn& column);
 
-// Appends the stored form of a value that is not null and no memo, OLE or Boolean. An Error that names the column when
-// the value is of another kind, too long, or too large for the column's type.
+// Appends the stored form of a value; not for nulls, memo, OLE and Boolean. An Error that names the column when the
+// value has the wrong type, is too long or out of the column's range.
 void EncodeValue(const StoredColumn& column, const Value& value, Bytes& out);
 
-// A decimal in the column's own scale; an Error when digits would be lost or it does not fit.
+// The decimal in the column's scale; an Error when it does not fit or digits would be lost.
 Decimal Rescaled(const StoredColumn& column, const Decimal& number);
 
-// Puts rows of one table together. The table must outlive it.
+// Builds rows of one table, which must outlive it.
 class RowBuilder {
  public:
   static constexpr std::size_t kMostBytes = RowPage::kMostRowBytes;
 
   explicit RowBuilder(const StoredTable& table);
 
-  // The bytes of a row, good until the next call. `fields` are in the order of `table.columns`. An Error when they are
-  // too many for a page.
+  // The bytes of a row, valid until the next call. `fields` are in the order of `table.columns`. An Error (TooLong)
+  // when the row does not fit on a page.
   const Bytes& Build(const std::vector<Field>& fields);
 
  private:
@@ -44,8 +44,8 @@ class RowBuilder {
 
   const StoredTable& table_;
   std::size_t fixedSize_ = 0;
-  std::vector<std::size_t> byVariableIndex_;  // place of the column; kNone for a deleted one
-  // Kept for their memory from row to row.
+  std::vector<std::size_t> byVariableIndex_;  // position of the column; kNone for a deleted one
+  // Reused buffers.
   Bytes row_;
   Bytes mask_;
   std::vector<std::uint16_t> starts_;

@@ -10,14 +10,14 @@
 
 namespace jet {
 
-// Puts many rows on new data pages, one page after the other, each written once.
+// Writes many rows to new data pages, one page after the other, each written once.
 class RowFiller {
  public:
   RowFiller(Transaction& pages, PageSpace& space, std::uint32_t owner, const UsageMapEditor& owned,
             const UsageMapEditor& free)
       : pages_(pages), space_(space), owner_(owner), owned_(owned), free_(free) {}
 
-  // Puts a row behind the one before; answers where, which is always higher. It can be read after Finish.
+  // Appends a row and returns its RowId; RowIds are ascending. The row is readable after Finish.
   RowId Add(ByteView row);
   void Finish();
 
@@ -29,7 +29,7 @@ class RowFiller {
   std::uint32_t owner_;
   UsageMapEditor owned_;
   UsageMapEditor free_;
-  std::uint32_t number_ = 0;  // of the page being filled; 0 before the first row
+  std::uint32_t number_ = 0;  // the page being filled; 0 before the first row
   PageBytes page_{};
 };
 

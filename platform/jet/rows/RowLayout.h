@@ -5,8 +5,8 @@
 
 namespace jet {
 
-// Whether the two tables have the same columns, and their rows the same bytes for the same values: a row of the one
-// can be a row of the other as it is. Never with memo or OLE columns, whose values lie elsewhere.
+// Whether rows of one table can be copied to the other byte for byte: same columns with the same stored form. False for
+// tables with memo or OLE columns, whose values are on other pages.
 bool HaveSameRows(const StoredTable& left, const StoredTable& right);
 
 }  // namespace jet

@@ -9,18 +9,18 @@
 
 namespace jet {
 
-// Walks the rows of a table in the order of their first places. Moved rows come once, where they were first put.
+// Iterates over the rows of a table by RowId. A moved row appears once, at its RowId.
 //
-// Damage throws, naming the page; the call after that goes on behind the damaged place.
+// Damage throws and names the page; the next call continues after the damaged place.
 class RowScan {
  public:
   // `pages` and `table` must outlive the scan.
   RowScan(PageSource& pages, const StoredTable& table);
 
-  // Goes to the next row; false behind the last.
+  // Advances to the next row; false after the last.
   bool Next();
   RowId Id() const { return MakeRowId(page_->Number(), slot_ - 1); }
-  // The row's bytes; alive until the next call of Next.
+  // The row's bytes; valid until the next call of Next.
   ByteView Row() const { return row_; }
 
  private:
@@ -31,7 +31,7 @@ class RowScan {
   std::vector<std::uint32_t> owned_;
   std::size_t nextOwned_ = 0;
   std::optional<DataPage> page_;
-  unsigned slot_ = 0;  // the next one to look at
+  unsigned slot_ = 0;  // the next one to read
   PageRef movedTo_;
   ByteView row_;
 };

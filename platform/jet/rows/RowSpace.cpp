@@ -9,7 +9,7 @@ namespace jet {
 
 namespace {
 
-constexpr int kMostTries = 8;  // so that finding a place does not take longer in a larger table
+constexpr int kMostTries = 8;  // so that the search takes no longer in a larger table
 
 }  // namespace
 
@@ -64,7 +64,7 @@ void RowSpace::Delete(std::vector<RowId> rows) {
 }
 
 void RowSpace::DeleteOnPage(std::uint32_t number, std::span<const RowId> rows) {
-  // All long values have the same owner on their page: only the map tells whose a page is.
+  // All pages of long values have the same owner field: only the map shows the column that owns a page.
   if (!owned_.Contains(number)) throw DamageAt(number, "hoort niet bij deze gegevens");
   RowPage page(pages_, number, owner_);
   page.Delete(rows);

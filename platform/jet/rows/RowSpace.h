@@ -12,28 +12,27 @@
 
 namespace jet {
 
-// The data pages of one table, or of one memo or OLE column: where new rows go, and what becomes of emptied pages.
+// The data pages of one table or of one memo or OLE column: places new rows and frees emptied pages.
 class RowSpace {
  public:
-  // `owner` stands in the pages' heads; the maps tell which pages are owned and which have room.
+  // `owner`: the owner field of the pages. `ownedMap`, `freeMap`: the maps of its pages and of those with room.
   RowSpace(Transaction& pages, PageSpace& space, std::uint32_t owner, RowId ownedMap, RowId freeMap)
       : pages_(pages), space_(space), owner_(owner), owned_(pages, ownedMap), free_(pages, freeMap) {}
 
   bool IsEmpty() { return !owned_.HighestBelow(~0U) && !free_.HighestBelow(~0U); }
-  // Fills pages of it with rows, which it must be empty for. Until the filler is done nothing else is asked of it.
+  // Fills new pages with rows; only for an empty RowSpace, which must not be used otherwise until Finish.
   RowFiller Filler() { return {pages_, space_, owner_, owned_, free_}; }
 
-  // Puts a row where there is room; answers where.
+  // Adds a row where there is room and returns its RowId.
   RowId Add(ByteView row, SlotKind kind = SlotKind::Row);
-  // Puts a row on a page of its own that takes no others.
+  // Adds a row on a new page that takes no further rows.
   RowId AddAlone(ByteView row);
-  // Gives the row other bytes on its page. False when they do not fit there.
+  // Replaces the row's bytes on its page. False when they do not fit.
   bool ReplaceInPlace(RowId row, ByteView bytes, SlotKind kind);
-  // Deletes the rows' slots, page by page, and gives a page back when none is left on it. Damage when one is named
-  // twice.
+  // Deletes rows page by page and frees pages that become empty. Throws Damage when a row is listed twice.
   void Delete(std::vector<RowId> rows);
-  // Gives every page back at once; answers how many rows there were, moved ones counted once. Damage, before anything
-  // changes, when a page is not of the owner.
+  // Frees all pages at once; returns the number of rows, moved ones counted once. Throws Damage, before anything
+  // changes, when a page does not belong to the owner.
   std::size_t Clear();
 
  private:
@@ -47,7 +46,7 @@ class RowSpace {
   std::uint32_t owner_;
   UsageMapEditor owned_;
   UsageMapEditor free_;
-  std::optional<RowPage> last_;  // where the last row went; in the map of pages with room
+  std::optional<RowPage> last_;  // page of the last row; in the map of pages with room
 };
 
 }  // namespace jet

@@ -14,7 +14,7 @@ namespace jet {
 
 namespace {
 
-// Gives the value an object of type T, reusing one that is there (and with it the memory of a text).
+// Makes the value hold a T, reusing an existing one (and the memory of its text).
 template <typename T>
 T& Become(Value& value) {
   if (T* held = std::get_if<T>(&value)) return *held;

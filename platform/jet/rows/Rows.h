@@ -7,20 +7,20 @@
 
 namespace jet {
 
-// A view of one row's bytes: which columns are null, where each value lies. Every offset is checked; the bytes must
-// stay alive.
+// A view of one row's bytes: which columns are null and where each value is. Every offset is checked; the bytes must
+// outlive the view.
 class RowView {
  public:
-  // Throws when the row is too short to be one.
+  // Throws Damage when the row is too short.
   RowView(ByteView row, const StoredTable& table);
 
-  // The row's bit in the null mask: not null, or, for a Boolean, the value itself.
+  // The column's bit in the null mask: not null, or the value of a Boolean.
   bool Bit(const StoredColumn& column) const {
     return column.number < columns_ && (row_[maskAt_ + column.number / 8] >> (column.number % 8) & 1) != 0;
   }
   // Bytes of a column that is not null.
   ByteView BytesOf(const StoredColumn& column) const;
-  // How many columns the table had when the row was written.
+  // Columns of the table when the row was written.
   unsigned ColumnCount() const { return columns_; }
 
  private:
@@ -31,18 +31,17 @@ class RowView {
   unsigned columns_;
   unsigned variables_ = 0;
   std::size_t maskAt_;
-  std::size_t valuesEnd_;  // values lie before this
+  std::size_t valuesEnd_;  // end of the values
 };
 
-// Decodes one column of a row. Memo and OLE columns read their pages from `pages`; who walks over many rows gives a
-// budget for it.
+// Decodes one column of a row. Memo and OLE values are read from `pages`; a scan of many rows passes a budget.
 void ReadField(PageSource& pages, const RowView& row, const StoredColumn& column, Value& out,
                LongValueBudget* budget = nullptr);
 
-// Decodes stored bytes of a column that is no memo, OLE or Boolean.
+// Decodes the stored bytes of a column; not for memo, OLE and Boolean.
 void DecodeValue(const StoredColumn& column, ByteView stored, Value& out);
 
-// Stored size of a type, 0 where it varies.
+// Stored size of a type in bytes; 0 for variable sizes.
 std::size_t TypeSize(ColumnType type);
 
 }  // namespace jet

@@ -25,7 +25,7 @@ constexpr std::size_t kLogicalIndexBytes = 28;
 constexpr std::size_t kLengthAt = 8;
 constexpr std::size_t kOwnedMapAt = 55;
 constexpr std::size_t kFreeMapAt = 59;
-// Within their blocks.
+// Offsets within their blocks.
 constexpr std::size_t kIndexMapAt = 34;
 constexpr std::size_t kIndexRootAt = 38;
 constexpr std::size_t kPartnerTableAt = 17;
@@ -33,7 +33,7 @@ constexpr std::size_t kLongMapBytes = 10;
 constexpr std::uint16_t kNoColumn = 0xFFFF;
 constexpr std::uint16_t kEndMark = 0xFFFF;
 
-// Takes the stream apart from front to back.
+// Parses the stream from front to back.
 class StreamReader {
  public:
   StreamReader(ByteView stream, std::size_t at) : stream_(stream), at_(at) {}

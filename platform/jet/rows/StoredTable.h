@@ -21,16 +21,16 @@ constexpr std::uint8_t kAutonumber = 0x04;
 constexpr std::uint8_t kGuidAutonumber = 0x40;
 }  // namespace column_flag
 
-// One column as the table definition tells it. Sorted by number in StoredTable.
+// One column of a table definition.
 struct StoredColumn {
   std::u16string name;
   std::uint8_t rawType = 0;  // as stored; a ColumnType where KnownType()
-  std::uint16_t number = 0;  // for ever this column's; bit in a row's null mask
+  std::uint16_t number = 0;  // never reused; also the bit in a row's null mask
   std::uint16_t variableIndex = 0;
-  std::uint16_t display = 0;  // place in a list for people
+  std::uint16_t display = 0;  // position in lists for users
   SortOrder sortOrder;
-  std::uint8_t precision = 0;  // of a decimal
-  std::uint8_t scale = 0;      // of a decimal
+  std::uint8_t precision = 0;  // decimal
+  std::uint8_t scale = 0;      // decimal
   std::uint8_t flags = 0;
   std::uint8_t extraFlags = 0;
   std::uint16_t fixedOffset = 0;
@@ -43,7 +43,7 @@ struct StoredColumn {
   bool IsFixed() const { return (flags & column_flag::kFixed) != 0; }
   bool IsLong() const { return Type() == ColumnType::Memo || Type() == ColumnType::Ole; }
   bool IsText() const { return Type() == ColumnType::Text || Type() == ColumnType::Memo; }
-  // A flag on a column of another type means nothing.
+  // The flags have no meaning on columns of other types.
   bool IsAutonumber() const {
     return ((flags & column_flag::kAutonumber) != 0 && Type() == ColumnType::Long) ||
            ((flags & column_flag::kGuidAutonumber) != 0 && Type() == ColumnType::Guid);
@@ -51,7 +51,7 @@ struct StoredColumn {
   bool MayCompress() const { return (extraFlags & 1) != 0; }
 };
 
-// A tree: which columns it sorts by, where it is.
+// One index tree: its columns, flags and root page.
 struct StoredIndex {
   static constexpr std::uint8_t kUnique = 0x01;
   static constexpr std::uint8_t kIgnoreNulls = 0x02;
@@ -65,12 +65,12 @@ struct StoredIndex {
   RowId map = 0;
   std::uint32_t root = 0;
   std::uint8_t flags = 0;
-  std::uint32_t compactedEntries = 0;  // entries when the file was last compacted; not kept up
+  std::uint32_t compactedEntries = 0;  // entries when the file was last compacted; not updated
   std::uint32_t distinctKeys = 0;
-  std::size_t distinctKeysAt = 0;  // where that count lies in the stream
+  std::size_t distinctKeysAt = 0;  // offset of that count in the stream
 };
 
-// A name and a role for a tree; several may share one.
+// A name and a role of an index tree; several may share one tree.
 struct LogicalIndexDef {
   enum class Role : std::uint8_t { Plain = 0, PrimaryKey = 1, ForeignKey = 2 };
 
@@ -79,25 +79,25 @@ struct LogicalIndexDef {
   std::uint32_t realIndex = 0;
   std::uint8_t side = 0;           // foreign key: 1 = the "one" table, 2 = the "many" table
   std::int32_t partnerIndex = -1;  // number of the logical index in the other table
-  std::uint32_t partnerTable = 0;  // its definition page
+  std::uint32_t partnerTable = 0;  // definition page of that table
   std::uint8_t cascadeUpdates = 0;
   std::uint8_t cascadeDeletes = 0;
   Role role = Role::Plain;
 };
 
-// Everything a table definition (a byte stream over one or more pages) tells.
+// A parsed table definition, which is a byte stream over one or more pages.
 struct StoredTable {
   std::uint32_t page = 0;            // first page: the table's Id
   std::vector<std::uint32_t> pages;  // all pages of the stream
   std::uint32_t length = 0;          // as stored; the parsed length is streamLength
   std::uint32_t streamLength = 0;
-  std::size_t realIndexesAt = 0;  // where their blocks begin in the stream
+  std::size_t realIndexesAt = 0;  // offset of their blocks in the stream
   std::size_t logicalIndexesAt = 0;
-  std::size_t longMapsAt = 0;        // where the maps of memo and OLE columns begin
+  std::size_t longMapsAt = 0;        // offset of the maps of memo and OLE columns
   std::uint32_t rowCount = 0;        // stale in some real tables: never rely on it
   std::uint32_t lastAutonumber = 0;  // can be stale too
   bool system = false;
-  std::uint16_t maxColumns = 0;  // ever made, deleted ones included
+  std::uint16_t maxColumns = 0;  // ever created, including deleted ones
   std::uint16_t variableColumns = 0;
   RowId ownedMap = 0;
   RowId freeMap = 0;
@@ -105,11 +105,11 @@ struct StoredTable {
   std::vector<StoredIndex> realIndexes;
   std::vector<LogicalIndexDef> logicalIndexes;
 
-  // The column with this number; null when it was deleted or never there.
+  // The column with this number; null when it does not exist (any more).
   const StoredColumn* ColumnByNumber(std::uint16_t number) const;
 };
 
-// Where counters lie in the first page of a definition.
+// Offsets of the counters in the first page of a definition.
 constexpr std::size_t kRowCountAt = 16;
 constexpr std::size_t kAutonumberAt = 20;
 
@@ -118,8 +118,8 @@ StoredTable ReadStoredTable(PageSource& pages, std::uint32_t page);
 
 // The bytes that `table` was read from, without the heads of later pages.
 Bytes ReadTableDefStream(PageSource& pages, const StoredTable& table);
-// Gives such a stream the places, counters and partner tables of `to`, and leaves everything else in it as it is. `to`
-// has the same columns and indexes.
+// Replaces page numbers, counters and partner tables in such a stream by those of `to`, which has the same columns and
+// indexes.
 void MoveTableDef(Bytes& stream, const StoredTable& to);
 
 }  // namespace jet

@@ -12,7 +12,7 @@
 namespace jet {
 namespace {
 
-// Who may not write the database itself must not do so through a journal.
+// A user without write access to the database must not change it through a journal.
 bool MayWrite(const files::FileStatus& journal, const files::FileStatus& database) {
   constexpr unsigned kGroupMayWrite = 020;
   constexpr unsigned kAllMayWrite = 02;
@@ -21,8 +21,8 @@ bool MayWrite(const files::FileStatus& journal, const files::FileStatus& databas
   return (database.permissions & kAllMayWrite) != 0;
 }
 
-// Whether the database is not what the journal's change can have left.
-bool WroteByOthers(File& database, JournalReader& journal) {
+// Whether the database is in a state that the journal's change cannot have left.
+bool WasChangedByOthers(File& database, JournalReader& journal) {
   const std::uint64_t length = database.Size();
   if (length > journal.NewLength() || length < journal.OldLength()) return true;
   PageBytes page;
@@ -77,7 +77,8 @@ void Journal::Write(File& database, std::span<const PageChange> changes, std::ui
   try {
     file = files_.Open(path_, {.mode = OpenMode::Create, .followLink = false, .permissions = kOnlyMine});
   } catch (const Error&) {
-    files_.OpenIfThere(path_, {.mode = OpenMode::Read, .followLink = false});  // anything but a file says so itself
+    files_.OpenIfThere(
+        path_, {.mode = OpenMode::Read, .followLink = false});  // throws the precise error for a folder or device
     throw;
   }
   try {
@@ -100,7 +101,7 @@ void Journal::RemoveQuietly() noexcept {
   try {
     files_.Remove(path_);
   } catch (const Error&) {
-    // It does no harm where it is: the database equals what it restores.
+    // Harmless: the database still equals what the journal restores.
   }
 }
 
@@ -116,7 +117,7 @@ Journal::Outcome Journal::Commit(File& database, std::span<const PageChange> cha
     try {
       Recover(database);
     } catch (const Error&) {
-      // The journal stays; whoever opens the database next takes the change back.
+      // The journal remains; the next program that opens the database undoes the change.
     }
     throw;
   }
@@ -143,7 +144,7 @@ Journal::Recovery Journal::Recover(File& database) {
                                              "teruggezet; het heet nu " +
                                              Quoted(SetAside()) + ".");
   }
-  if (WroteByOthers(database, journal)) {
+  if (WasChangedByOthers(database, journal)) {
     throw Error(ErrorCode::ForeignWrite,
                 "Een wijziging van het bestand '" + database.Name() +
                     "' werd afgebroken, en daarna heeft een ander programma erin geschreven of is er een kopie "
@@ -160,7 +161,7 @@ Journal::Recovery Journal::Recover(File& database) {
   return Recovery::RolledBack;
 }
 
-// A journal of the file that is there now may be the one of a living writer.
+// After a replacement the journal may belong to a running writer of the new file.
 bool Journal::IsReplaced(File& database) {
   const auto named = files_.Identity(database_);
   return named && *named != database.Identity();
@@ -183,7 +184,7 @@ std::unique_ptr<JournalImages> Journal::ReadImages(File& database) {
   if (file == nullptr) return nullptr;
   JournalReader journal(*file);
   if (journal.What() == JournalReader::Kind::Unfinished) return nullptr;
-  if (journal.What() == JournalReader::Kind::Sound && !WroteByOthers(database, journal))
+  if (journal.What() == JournalReader::Kind::Sound && !WasChangedByOthers(database, journal))
     return std::make_unique<JournalImages>(std::move(file));
   throw Error(ErrorCode::ForeignWrite,
               "Het bestand " + Quoted(path_) + " past niet bij '" + database.Name() +

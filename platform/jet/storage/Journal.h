@@ -13,15 +13,15 @@
 
 namespace jet {
 
-// The pages before a change that was not finished, read from its journal when they are asked for.
+// The old pages of an unfinished change, read from its journal on demand.
 class JournalImages {
  public:
-  // `file` is a sound journal.
+  // `file`: a journal whose kind is Sound.
   explicit JournalImages(std::unique_ptr<File> file);
 
   // Bytes of the database before the change.
   std::uint64_t Length() const { return reader_.OldLength(); }
-  // The page as it lies on the disk; null when the change left it alone.
+  // The old page as stored (still encoded); null when the change did not touch it.
   std::shared_ptr<PageBytes> Read(std::uint32_t page);
 
  private:
@@ -30,37 +30,37 @@ class JournalImages {
   std::map<std::uint32_t, std::size_t> records_;
 };
 
-// Makes a change to several pages one change, also when the program or the power dies in the middle: before the first
-// page is overwritten, the old pages are safe in a file beside the database, named as it with "-journal" behind it.
-// While that file is there, the change did not happen. The caller holds the database's exclusive lock.
+// Makes a change of several pages atomic, also when the program is killed or the power fails: before the first page is
+// overwritten, the old pages are synced to a file next to the database, with "-journal" appended to its name. As long
+// as that file exists, the change did not happen. The caller holds the database's exclusive lock.
 //
-// A journal is believed when its owner may write the database, it is sound (JournalReader), and every sector of the
-// database that it knows is as before or as after; page 0 is among them and differs from change to change and from
-// file to file. All that is found out before a byte is changed.
+// A journal is trusted when its owner may write the database, it is sound (JournalReader), and every sector of the
+// database that it covers is as before or as after the change; this includes page 0, which differs in every change and
+// every file. All of it is checked before a byte is changed.
 class Journal {
  public:
   enum class Outcome {
-    Durable,  // the change is there to stay
-    Done,     // it is there, but a power cut may still take it back: the folder could not be synced at the end
+    Durable,  // the change is made and survives a power cut
+    Done,     // it is made, but a power cut may still undo it: the final sync of the folder failed
   };
   enum class Recovery { Nothing, Discarded, RolledBack, Replaced };
 
-  // `database` is its real path, without links.
+  // `database`: the real path of the database, without links.
   Journal(FileSystem& files, const std::filesystem::path& database);
 
   const std::filesystem::path& Path() const { return path_; }
   bool Exists() { return files_.Exists(path_); }
 
-  // Makes the change. When it throws, the old state is there, or comes back with the next Recover.
+  // Makes the change. After an exception the old state is there, or the next Recover restores it.
   Outcome Commit(File& database, std::span<const PageChange> changes, std::uint64_t oldLength, std::uint64_t newLength);
 
-  // Takes back a change that was not finished. An Error (ForeignWrite) when the journal is not believed: then nothing
-  // is overwritten. One whose owner may not write the database stays where it is; any other is kept under another
-  // name, which the Error gives. `Replaced`: the path no longer leads to `database`, and the journal was not touched.
+  // Undoes an unfinished change. An Error (ForeignWrite) when the journal is not trusted: then nothing is overwritten.
+  // A journal whose owner may not write the database stays in place; any other is renamed, and the Error has the new
+  // name. `Replaced`: the path no longer leads to `database`, and the journal was not touched.
   Recovery Recover(File& database);
 
-  // What the database held before a change that was not finished, for media that cannot be written; null when there
-  // was none. An Error (ForeignWrite) when the journal is not believed.
+  // The state before an unfinished change, for read-only media; null when there is none. An Error (ForeignWrite) when
+  // the journal is not trusted.
   std::unique_ptr<JournalImages> ReadImages(File& database);
 
  private:

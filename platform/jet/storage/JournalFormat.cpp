@@ -9,7 +9,7 @@
 namespace jet::journal {
 namespace {
 
-// Every step can be undone, so that no single changed word goes unseen.
+// Every step is invertible, so a change of a single word always changes the sum.
 std::uint64_t Sum(std::uint64_t sum, std::uint64_t word) {
   constexpr std::uint64_t kFactor = 0xFF51AFD7ED558CCD;  // odd
   sum = (sum ^ word) * kFactor;
@@ -31,7 +31,7 @@ std::uint64_t Checksum(ByteView bytes, std::uint64_t sum) {
   return sum;
 }
 
-// Side by side: none of them has to wait for another's multiplication.
+// Interleaved, so that the multiplications of different sectors run in parallel.
 std::array<std::uint64_t, kSectors> SectorSums(ByteView page) {
   std::array<std::uint64_t, kSectors> sums;
   sums.fill(kFirstSum);

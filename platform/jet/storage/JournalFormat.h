@@ -9,7 +9,7 @@
 
 namespace jet {
 
-// One page of a change, as it lies on the disk before and after.
+// One page of a change, as stored before and after.
 struct PageChange {
   std::uint32_t number = 0;
   const PageBytes* before = nullptr;  // null for a page past the old end of the file
@@ -21,7 +21,7 @@ struct PageChange {
 //    8  u32 count of page records, u32 0
 //   16  u64 length of the database before, u64 length after
 //   32  u64 checksum of the whole file with these eight bytes zero
-//   40  records of 4232 bytes, by page, page 0 first: u32 page, u32 0, 8 x u64 checksum of each 512-byte sector
+//   40  records of 4232 bytes, by page, page 0 first: u32 page, u32 0, 8 x u64 checksum of each 512-byte sector before,
 //   before,
 //       8 x u64 after, 4096 bytes before
 namespace journal {
@@ -32,7 +32,7 @@ constexpr std::size_t kOldLengthAt = 16;
 constexpr std::size_t kNewLengthAt = 24;
 constexpr std::size_t kChecksumAt = 32;
 constexpr std::size_t kJournalHeadBytes = 40;
-constexpr std::size_t kSector = 512;  // what a disk writes as a whole
+constexpr std::size_t kSector = 512;  // smallest unit that a disk writes
 constexpr std::size_t kSectors = kPageSize / kSector;
 constexpr std::size_t kBeforeSumsAt = 8;
 constexpr std::size_t kAfterSumsAt = kBeforeSumsAt + 8 * kSectors;
@@ -40,13 +40,13 @@ constexpr std::size_t kImageAt = kAfterSumsAt + 8 * kSectors;
 constexpr std::size_t kRecordBytes = kImageAt + kPageSize;
 constexpr std::uint64_t kLargestDatabase = std::uint64_t{1} << 31;
 
-// Finds accidents, not attackers. Taken over several pieces of whole words, each with the sum of those before.
+// Detects accidental damage only. For data in several pieces (multiples of 8 bytes), pass the previous result as `sum`.
 constexpr std::uint64_t kFirstSum = 0x9E3779B97F4A7C15;
 std::uint64_t Checksum(ByteView bytes, std::uint64_t sum = kFirstSum);
 // The checksums of a page's sectors.
 std::array<std::uint64_t, kSectors> SectorSums(ByteView page);
 
-// The whole file.
+// The complete journal file.
 Bytes Build(std::span<const PageChange> changes, std::uint64_t oldLength, std::uint64_t newLength);
 
 }  // namespace journal

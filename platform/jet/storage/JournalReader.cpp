@@ -11,13 +11,13 @@ namespace jet {
 using journal::kJournalHeadBytes;
 using journal::kRecordBytes;
 
-JournalReader::JournalReader(File& file) : file_(file), kind_(Judge()) {}
+JournalReader::JournalReader(File& file) : file_(file), kind_(Classify()) {}
 
-JournalReader::Kind JournalReader::Judge() {
+JournalReader::Kind JournalReader::Classify() {
   std::array<std::uint8_t, kJournalHeadBytes> head{};
   const std::uint64_t size = file_.Size();
   const std::size_t read = file_.ReadAt(0, head);
-  // The head lies in one sector: after a power cut it is there or not.
+  // The head is within one sector, so after a power cut it is either complete or blank.
   const bool isBlank = std::all_of(head.begin(), head.end(), [](std::uint8_t byte) { return byte == 0; });
   if (isBlank) return Kind::Unfinished;
   const std::size_t known = std::min(read, journal::kCountAt);
@@ -36,7 +36,7 @@ JournalReader::Kind JournalReader::Judge() {
     const Record record = Read(i);
     sum = journal::Checksum(record.bytes, sum);
     const bool inOrder = i == 0 ? record.page == 0 : record.page >= next;
-    isSound = isSound && inOrder && record.page < oldLength_ / kPageSize && FollowsItsSums(record);
+    isSound = isSound && inOrder && record.page < oldLength_ / kPageSize && MatchesItsSums(record);
     next = std::uint64_t{record.page} + 1;
   }
   if (sum != stored) return Kind::Unfinished;
@@ -49,7 +49,7 @@ bool JournalReader::IsPossible(std::uint64_t size) const {
          newLength_ <= journal::kLargestDatabase && size <= kJournalHeadBytes + count_ * kRecordBytes;
 }
 
-bool JournalReader::FollowsItsSums(const Record& record) const {
+bool JournalReader::MatchesItsSums(const Record& record) const {
   const auto sums = journal::SectorSums(record.image);
   for (std::size_t sector = 0; sector < journal::kSectors; ++sector) {
     if (sums[sector] != Load<std::uint64_t>(&record.bytes[journal::kBeforeSumsAt + 8 * sector])) return false;

@@ -9,39 +9,39 @@
 
 namespace jet {
 
-// A journal as found beside a database, read one record at a time: its size costs no memory.
+// Reads a journal one record at a time, so that its size costs no memory.
 class JournalReader {
  public:
   enum class Kind {
-    Unfinished,  // its writing was not finished, so the database is untouched
-    Strange,     // nothing that a writer of this program leaves
-    Sound,       // whole, with page 0 in it, each old page as its checksums say, and possible lengths
+    Unfinished,  // not written completely, so the database is untouched
+    Strange,     // not written by this library
+    Sound,       // complete, with page 0, matching checksums and possible lengths
   };
 
-  // Reads all of it. `file` must outlive this.
+  // Reads and checks the complete file, which must outlive this.
   explicit JournalReader(File& file);
 
   Kind What() const { return kind_; }
-  // The rest holds for a sound one.
+  // The methods below are valid for Kind::Sound only.
   std::uint64_t OldLength() const { return oldLength_; }
-  // Bytes of the database in between: from OldLength to NewLength while the change was made.
+  // During the change the database's length is between OldLength and NewLength.
   std::uint64_t NewLength() const { return newLength_; }
 
   std::size_t Count() const { return count_; }
-  // One record, until the next is asked for.
+  // One record; valid until the next Read.
   struct Record {
     std::uint32_t page = 0;
     ByteView image;  // the page before
     ByteView bytes;
-    // Whether the sector of the page had this checksum before or after.
+    // Whether the sector of the page had this checksum before or after the change.
     bool KnowsSector(std::size_t sector, std::uint64_t sum) const;
   };
   Record Read(std::size_t i);
 
  private:
-  Kind Judge();
+  Kind Classify();
   bool IsPossible(std::uint64_t size) const;
-  bool FollowsItsSums(const Record& record) const;
+  bool MatchesItsSums(const Record& record) const;
 
   File& file_;
   std::uint64_t count_ = 0;

@@ -19,9 +19,9 @@ constexpr ByteRange kReaders = {kBase + 2, 1};
 constexpr std::uint64_t kWriters = kBase + 0x2000;
 constexpr std::uint64_t kQueue = kBase + 0x10000;
 constexpr std::uint64_t kQueueEnd = kQueue + 0x10000000;
-constexpr milliseconds kKeepOut{500};     // most readers end within it
-constexpr milliseconds kLetIn{50};        // some pauses of those who wait
-constexpr milliseconds kLongestPause{5};  // a lock is free for others at once, and asking for it costs next to nothing
+constexpr milliseconds kKeepOut{500};     // most readers finish within this time
+constexpr milliseconds kLetIn{50};        // several pauses of a waiting reader
+constexpr milliseconds kLongestPause{5};  // attempts are cheap
 
 }  // namespace
 
@@ -36,7 +36,7 @@ bool WaitFor(const WaitRule& rule, milliseconds& waited, const std::function<boo
   while (!attempt()) {
     if (waited >= rule.limit) return false;
     rule.sleep(pause);
-    // On a busy machine a pause takes longer than was asked for, and an attempt may take time too.
+    // Measured: on a busy machine a pause takes longer than requested, and an attempt takes time too.
     const auto now = steady_clock::now();
     waited += std::max(pause, std::chrono::duration_cast<milliseconds>(now - begun));
     begun = now;
@@ -67,7 +67,7 @@ bool Lock::TryReserveInTurn() {
   return false;
 }
 
-// Behind the last one. Who dies while waiting leaves no gap that matters: only those before count.
+// After the last one. The gap that a killed program leaves is harmless: only locks on lower bytes count.
 void Lock::JoinQueue() {
   std::uint64_t place = kQueue;
   for (std::uint64_t taken = 0;
@@ -84,7 +84,7 @@ void Lock::LeaveQueue() noexcept {
     file_.Unlock({*place_, 1});
     place_.reset();
   } catch (const Error&) {
-    // Tried again when this one leaves the next time; the lock ends with the handle.
+    // Tried again by the next LeaveQueue; the lock ends with the handle.
   }
 }
 

@@ -14,7 +14,7 @@ namespace jet {
 namespace {
 
 constexpr std::uint64_t kUserBytes = 0x10000000;
-constexpr std::uint64_t kOurBytes = 0x80001000;  // past all that Jet programs use
+constexpr std::uint64_t kOurUserBytes = 0x80001000;  // past all bytes that Jet programs use
 constexpr std::size_t kLockEntryBytes = 64;
 constexpr std::size_t kNameBytes = 32;
 constexpr int kMostAttempts = 100;
@@ -32,13 +32,13 @@ std::string NameIn(ByteView entry, std::size_t at) {
   return name;
 }
 
-// A name of at least one character, or none, and its end.
+// A name of zero or more characters and its terminator.
 bool IsName(ByteView half) {
   const auto end = std::find_if(half.begin(), half.end(), [](std::uint8_t byte) { return byte < 0x20; });
   return end != half.end() && *end == 0;
 }
 
-// Before anything is written: the file may be somebody's own.
+// Called before anything is written: the file may be an unrelated one of the user.
 void CheckIsLockFile(File& file) {
   constexpr std::size_t kLargest = LockFile::kMostUsers * kLockEntryBytes;
   Bytes content(std::min<std::uint64_t>(file.Size(), kLargest + 1));
@@ -87,7 +87,7 @@ LockFile::LockFile(FileSystem& files, const std::filesystem::path& path, File& d
   try {
     Require();
   } catch (const Error&) {
-    // Said when something is to be written.
+    // Reported by Require before the first write.
   }
 }
 
@@ -99,7 +99,7 @@ void LockFile::Require() {
   }
 }
 
-// The last user of the file may be removing it: then ours is a file without a name, and we begin again.
+// The last user may remove the file at the same time: then we hold an unlinked file and try again.
 bool LockFile::Enter() {
   auto file = OpenOrCreate();
   if (file == nullptr) return false;
@@ -114,7 +114,7 @@ bool LockFile::Enter() {
   return true;
 }
 
-// Null when it was made or removed by another program meanwhile.
+// Null when another program created or removed it in the meantime.
 std::unique_ptr<File> LockFile::OpenOrCreate() {
   constexpr unsigned kOnlyMine = 0600;
   auto file = files_.OpenIfThere(path_, {.mode = OpenMode::Write, .followLink = false});
@@ -140,7 +140,7 @@ std::unique_ptr<File> LockFile::OpenOrCreate() {
 bool LockFile::TakeNumber(File& file) {
   for (unsigned number = 1; number <= kMostUsers; ++number) {
     if (!file.TryLock({kUserBytes + number, 1}, LockKind::Exclusive)) continue;
-    file.TryLock({kOurBytes + number, 1}, LockKind::Exclusive);
+    file.TryLock({kOurUserBytes + number, 1}, LockKind::Exclusive);
     number_ = number;
     return true;
   }
@@ -158,13 +158,13 @@ void LockFile::WriteEntry(File& file) const {
 LockFile::~LockFile() {
   if (file_ == nullptr) return;
   try {
-    // With all the bytes ours, nobody else is in, and nobody gets in before the name is gone.
+    // With all user bytes locked there is no other user, and none can enter before the file is removed.
     if (file_->TryLock({kUserBytes + 1, kMostUsers}, LockKind::Exclusive) &&
         files_.Identity(path_) == file_->Identity()) {
       files_.Remove(path_);
     }
   } catch (const Error&) {
-    // A file that stays behind proves nothing to anybody.
+    // A leftover file is harmless: only locks count.
   }
 }
 
@@ -180,7 +180,7 @@ std::optional<unsigned> LockFile::ForeignUser() {
     return std::nullopt;
   for (unsigned number = 1; number <= kMostUsers; ++number) {
     if (!file_->IsLockedByOther({kUserBytes + number, 1}, LockKind::Exclusive)) continue;
-    if (!file_->IsLockedByOther({kOurBytes + number, 1}, LockKind::Exclusive)) return number;
+    if (!file_->IsLockedByOther({kOurUserBytes + number, 1}, LockKind::Exclusive)) return number;
   }
   return std::nullopt;
 }

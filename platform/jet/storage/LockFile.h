@@ -10,44 +10,44 @@
 
 namespace jet {
 
-// Who has a database open, as written in its .ldb file.
+// A user who has the database open, as recorded in its .ldb file.
 struct LockFileUser {
   std::string machine;
   std::string name;
 };
 
-// The .ldb file beside a database, through which Jet programs and we see each other. As long as this lives, our entry
-// and user byte are there. It is shared by all databases of that name, whatever their ending, and stays the same when
-// another file is put in place of the database.
+// The .ldb file next to a database, through which Jet programs and this library see each other. Our entry and user byte
+// exist during the lifetime of this object. It is shared by all databases with that name and any extension, and remains
+// when the database file is replaced.
 //
-// Entry i (from 1) lies at (i-1)*64: 32 bytes machine, 32 bytes user, 8-bit, ended by 00. Its user holds a lock on
-// byte 0x10000000 + i; a program of ours also one on byte 0x80001000 + i. Only the locks prove anything; entries stay
-// behind.
+// Entry i (from 1) is at offset (i-1)*64: 32 bytes machine, 32 bytes user, 8-bit, ended by 00. Its user holds a lock on
+// byte 0x10000000 + i; this library also one on byte 0x80001000 + i. Only the locks count; old entries remain in the
+// file.
 class LockFile {
  public:
   static constexpr unsigned kMostUsers = 255;
 
-  // `path` is the database's real path, `database` its file, whose access rights a new .ldb gets; it must outlive
-  // this. A .ldb that cannot be used is no error yet: see Require.
+  // `path`: the database's real path. `database`: its file, whose permissions a new .ldb gets; it must outlive this. A
+  // .ldb that cannot be used is not an error here: see Require.
   LockFile(FileSystem& files, const std::filesystem::path& path, File& database);
-  // Gives up our entry, and removes the file when nobody else is in it.
+  // Releases our entry, and removes the file when it has no other user.
   ~LockFile();
   LockFile(const LockFile&) = delete;
   LockFile& operator=(const LockFile&) = delete;
 
   // The path of the .ldb of a database.
   static std::filesystem::path Of(const std::filesystem::path& database);
-  // An Error for a database whose own name is that of a .ldb.
+  // An Error (Unsupported) for a database whose own extension is .ldb.
   static void CheckName(const std::filesystem::path& database);
 
-  // Tries once more when the .ldb could not be used. An Error, naming it, when it still cannot: then programs of
-  // another make would not see us, nor we them.
+  // Tries again when the .ldb could not be used. An Error that names it when it still cannot: then other Jet programs
+  // and we would not see each other.
   void Require();
   // Our number, 1 to 255; 0 when we have none.
   unsigned Number() const { return number_; }
   // The entry of user `number`.
   LockFileUser UserAt(unsigned number);
-  // The number of a user that is no program of ours; nothing when there is none.
+  // The number of a user of another Jet program; nothing when there is none.
   std::optional<unsigned> ForeignUser();
 
  private:

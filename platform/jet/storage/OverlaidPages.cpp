@@ -16,7 +16,7 @@ PageRef OverlaidPages::Read(std::uint32_t number) {
   if (const auto found = kept_.find(number); found != kept_.end()) return found->second;
   const auto image = images_->Read(number);
   if (image == nullptr) return pages_.Read(number);
-  // The journal keeps pages as they stand in the file, encoded ones too; a reader wants them as Pages gives them.
+  // The journal has the pages as stored; callers expect them decoded, as Pages returns them.
   pages_.ApplyEncoding(number, *image);
   if (kept_.size() >= kMostKept) kept_.clear();
   return kept_[number] = image;

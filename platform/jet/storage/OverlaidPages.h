@@ -10,7 +10,7 @@
 
 namespace jet {
 
-// The pages before a change that was not finished, laid over a file that cannot be written. `pages` must outlive it.
+// A read-only file with the old pages of an unfinished change over it. `pages` must outlive it.
 class OverlaidPages final : public PageSource {
  public:
   OverlaidPages(Pages& pages, std::unique_ptr<JournalImages> images) : pages_(pages), images_(std::move(images)) {}

@@ -16,14 +16,14 @@ std::shared_ptr<Storage> Storage::Open(const std::filesystem::path& path, const 
   static StorageRegistry registry;
   const auto identity = files.Identity(path);
   const auto make = [&] { return std::make_shared<Storage>(path, options, files); };
-  if (!identity) return make();  // says what is wrong
+  if (!identity) return make();  // throws the precise error
   return registry.Find(files, *identity, options.readOnly, make);
 }
 
 Storage::Storage(const std::filesystem::path& path, const StorageOptions& options, FileSystem& files)
     : files_(files), given_(path), name_(path.string()), options_(options), source_(*this) {
   OpenFile();
-  // A crashed statement may have left the header half written: look at it only under the lock.
+  // A crash may have left the header partly written: read it only under the lock, after recovery.
   const ReadGuard reading(*this);
 }
 
@@ -35,11 +35,12 @@ PageSource& Storage::Present() {
   return *pages_;
 }
 
-// Nothing of what was open is given up before the file could be opened.
+// The old state is kept until the new file is open.
 void Storage::OpenFile() {
   std::filesystem::path path = given_;
   if (files_.Exists(given_)) path = files_.RealPath(given_);
-  if (path == std::filesystem::absolute(given_).lexically_normal()) path = given_;  // as the caller knows it
+  if (path == std::filesystem::absolute(given_).lexically_normal())
+    path = given_;  // the caller's own spelling in messages
   bool readOnly = options_.readOnly;
   if (!readOnly) LockFile::CheckName(path);
   std::unique_ptr<File> file;
@@ -55,7 +56,7 @@ void Storage::OpenFile() {
   pages_.reset();
   lockFile_.reset();
   lock_.reset();
-  reserved_ = false;  // that was the other file
+  reserved_ = false;  // the lock was on the old file
   path_ = std::move(path);
   readOnly_ = readOnly;
   status_ = status;
@@ -65,7 +66,7 @@ void Storage::OpenFile() {
   if (!readOnly_) lockFile_ = std::make_unique<LockFile>(files_, path_, *file_);
 }
 
-// Whether the path leads to another file than the one that is open.
+// Whether the path now leads to another file.
 bool Storage::IsReplaced() {
   const auto named = files_.Identity(path_);
   if (named && *named != status_.identity) return true;
@@ -120,7 +121,7 @@ void Storage::EndRead() noexcept {
   }
 }
 
-// False when the file was replaced meanwhile, and the journal is that of the new one.
+// False when the file was replaced and the journal belongs to the new one.
 bool Storage::RecoverOrOverlay() {
   if (!readOnly_) {
     try {
@@ -141,7 +142,7 @@ bool Storage::RecoverOrOverlay() {
   return true;
 }
 
-// Gives up the shared lock for the while: others who found the same journal must not wait for each other.
+// Releases the shared lock meanwhile: programs that found the same journal must not block each other.
 bool Storage::RecoverExclusively() {
   lock_->EndShare();
   const bool excluded = (reserved_ || Wait([this] { return lock_->TryReserve(); })) && WaitForReaders();
@@ -149,7 +150,7 @@ bool Storage::RecoverExclusively() {
   bool replaced = false;
   if (excluded) {
     try {
-      // While nothing was locked, the file and its journal may have become those of another writer.
+      // While nothing was locked, another writer may have replaced the file and its journal.
       replaced = IsReplaced() || journal_->Recover(*file_) == Journal::Recovery::Replaced;
     } catch (const Error&) {
       failure = std::current_exception();
@@ -163,8 +164,8 @@ bool Storage::RecoverExclusively() {
   return !replaced;
 }
 
-// An unchanged file costs one look at its status and one at page 0. Another program may write without changing page 0,
-// and copy a file over this one in place: then the time tells.
+// For an unchanged file this costs one stat and one read of page 0. The modification time shows changes of other
+// programs that leave page 0 as it was.
 void Storage::RefreshIfChanged() {
   const files::FileStatus status = file_->Status();
   PageBytes header{};

@@ -20,23 +20,23 @@ namespace jet {
 class OverlaidPages;
 
 struct StorageOptions {
-  std::size_t cachedPages = 2048;  // most pages kept in memory, 4096 bytes each
+  std::size_t cachedPages = 2048;  // cache size in pages of 4096 bytes
   bool readOnly = false;           // never write a byte, whatever the permissions are
   WaitRule wait = WaitRule::Real();
 };
 
-// The pages of one database file, shared by everything that this thread has open of it: locks, journal, cache, and at
-// most one statement that changes something.
+// The pages of one database file with its locks, journal and cache, shared by all openings of the file in one thread.
+// At most one statement changes it at a time.
 //
-// Reading happens between BeginRead and EndRead, which nest: in between, what is read does not change. A change begins
-// with BeginWrite (before any BeginRead of the same statement), is made through Changes(), and ends with Commit or
-// Rollback. Not thread-safe: each thread has its own Storage of a file.
+// Between BeginRead and EndRead, which nest, the content does not change. A change begins with BeginWrite (before any
+// BeginRead of the same statement), is made through Changes(), and ends with Commit or Rollback. Not thread-safe: each
+// thread has its own Storage of a file.
 class Storage {
  public:
-  // The Storage of the file that `path` names; the same one for every opening by this thread that is still alive.
+  // This thread's Storage of the file at `path`: the existing one while it is alive, otherwise a new one.
   static std::shared_ptr<Storage> Open(const std::filesystem::path& path, const StorageOptions& options = {},
                                        FileSystem& files = HostFileSystem());
-  // A Storage of one's own, as another process would have it.
+  // A separate Storage, as another process would have.
   Storage(const std::filesystem::path& path, const StorageOptions& options, FileSystem& files);
   ~Storage();
   Storage(const Storage&) = delete;
@@ -44,36 +44,35 @@ class Storage {
 
   const std::string& Name() const { return name_; }
   bool IsReadOnly() const { return readOnly_; }
-  // Where the file is, without links. What belongs to it is beside it.
+  // The real path, without links; journal and lock file are next to it.
   const std::filesystem::path& Path() const { return path_; }
-  // The file that is open, for copying it as it is: also when its path leads elsewhere by now. Only for reading, and
-  // only until the end of the turn.
+  // The open file, for copying, even if its path now leads to another file. For reading only, valid until EndRead.
   File& OpenedFile() { return *file_; }
-  // Which file is open: another one once somebody put a file in its place and it was looked at again.
+  // Identity of the open file; changes when the file was replaced and BeginRead noticed it.
   const FileIdentity& Identity() const { return status_.identity; }
   const Header& DatabaseHeader() const { return pages_->DatabaseHeader(); }
-  // Bytes in the file when it was last looked at.
+  // Size of the file in bytes as of the last BeginRead or Commit.
   std::uint64_t FileSize() const { return status_.size; }
-  // What to read from: the file, or what the present statement makes of it. Lives as long as the Storage.
+  // The pages to read: the file with the changes of the present statement. Lives as long as the Storage.
   PageSource& Source() { return source_; }
 
-  // Waits for a writer to end; takes back what a crashed one left. An Error (Locked) after the wait's limit.
+  // Waits for a writer to end; undoes the change of a crashed one. An Error (Locked) when the limit of the wait is
+  // reached.
   void BeginRead();
   void EndRead() noexcept;
 
-  // Waits for other writers. An Error when the file cannot be written, by us or because a program of another make has
-  // it open.
+  // Waits for other writers. An Error when the file cannot be written or another Jet program has it open.
   void BeginWrite();
   bool IsWriting() const { return transaction_ != nullptr; }
-  // An Error (Misuse) when no change was begun, as Commit gives.
+  // The present change. An Error (Misuse), as from Commit, without a BeginWrite.
   Transaction& Changes();
-  // Makes the change durable. After an Error nothing of it is there, but for one of the code NotYetDurable: then the
-  // change is there, and only a power cut can still take it back.
+  // Makes the change durable. After an Error nothing was changed, except for the code NotYetDurable: then the change is
+  // made, and only a power cut can still undo it.
   void Commit();
   void Rollback() noexcept;
 
  private:
-  // Stays the same while what stands behind it changes.
+  // A stable object for Source(), which forwards to the present pages.
   class CurrentPages final : public PageSource {
    public:
     explicit CurrentPages(Storage& store) : store_(store) {}
@@ -85,7 +84,7 @@ class Storage {
   };
 
   PageSource& Present();
-  // One statement waits for others as long as the rule says, and not longer, whatever it waits for.
+  // All waits of one statement share the limit of the rule.
   bool Wait(const std::function<bool()>& attempt);
   bool WaitForReaders();
   void OpenFile();
@@ -106,8 +105,8 @@ class Storage {
   void EndWrite() noexcept;
 
   FileSystem& files_;
-  std::filesystem::path given_;  // as the caller calls the file
-  std::filesystem::path path_;   // the same without links; what belongs to the file stands beside it
+  std::filesystem::path given_;  // as passed to the constructor
+  std::filesystem::path path_;   // the same without links
   std::string name_;
   StorageOptions options_;
   std::unique_ptr<Journal> journal_;
@@ -120,16 +119,16 @@ class Storage {
   std::unique_ptr<OverlaidPages> overlay_;
   Transaction::UsedButMarkedFree wronglyFree_;
   std::unique_ptr<Transaction> transaction_;
-  files::FileStatus status_;  // when the pages were last known to be those of the file
+  files::FileStatus status_;  // when the cache last matched the file
   PageBytes lastHeader_{};
-  bool mayHaveChanged_ = true;           // whatever the status says
-  std::chrono::milliseconds waited_{0};  // by the present statement
+  bool mayHaveChanged_ = true;           // even if the status is the same
+  std::chrono::milliseconds waited_{0};  // time spent by the present statement
   int readers_ = 0;
-  bool changes_ = false;   // the present statement is one that writes
-  bool reserved_ = false;  // the file that is open, by us
+  bool changes_ = false;   // the present statement writes
+  bool reserved_ = false;  // we have the reserved lock on the open file
 };
 
-// Reads as long as it lives.
+// Reads during its lifetime.
 class ReadGuard {
  public:
   explicit ReadGuard(Storage& store) : store_(store) { store_.BeginRead(); }
@@ -141,8 +140,8 @@ class ReadGuard {
   Storage& store_;
 };
 
-// A change that is rolled back unless it was committed. It ends with the first Commit, also with one that fails; every
-// further one is an Error (Misuse).
+// A change, rolled back unless it was committed. The first Commit ends it, even if that fails; a further one is an
+// Error (Misuse).
 class WriteGuard {
  public:
   explicit WriteGuard(Storage& store) : store_(store) { store_.BeginWrite(); }

@@ -13,13 +13,13 @@ namespace jet {
 
 class Storage;
 
-// Which Storages this process has, so that all openings of a file by one thread share one. Any thread may ask; it owns
-// nothing: a Storage lives as long as who opened it.
+// The Storages of this process, so that all openings of a file by one thread share one. Thread-safe. Holds weak
+// references only.
 class StorageRegistry {
  public:
   using Maker = std::function<std::shared_ptr<Storage>()>;
 
-  // This thread's Storage of the file `identity` of `files`, or what `make` makes. Throws what `make` throws.
+  // This thread's Storage of the file `identity` of `files`, or a new one from `make`. Throws what `make` throws.
   std::shared_ptr<Storage> Find(FileSystem& files, FileIdentity identity, bool readOnly, const Maker& make);
 
  private:

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The writing side of Storage.
+// The writing part of Storage.
 #include "platform/jet/storage/OverlaidPages.h"
 #include "platform/jet/storage/Storage.h"
 #include "platform/jet/values/Codec.h"
@@ -17,20 +17,20 @@
 namespace jet {
 namespace {
 
-constexpr std::uint16_t kFirstCommitCount = 0x0100;  // a word below is said to mean a crash
+constexpr std::uint16_t kFirstCommitCount = 0x0100;  // lower values are believed to mark a crash
 
 }  // namespace
 
-// The turn on the file that is open, which need not be the one that is there by then.
+// Takes the reserved lock on the open file, which may have been replaced by then.
 void Storage::Reserve() {
-  // Who already reads cannot wait: the writer may be waiting for this very reader.
+  // A present reader must not wait: the writer may be waiting for this reader.
   const bool reserved = readers_ > 0 ? lock_->TryReserve() : Wait([this] { return lock_->TryReserveInTurn(); });
   if (!reserved) ThrowInUse();
   reserved_ = true;
   if (lockFile_ != nullptr && lockFile_->Number() != 0) lock_->MarkWriter(lockFile_->Number());
 }
 
-// The turn on the file that is there, and its pages as they are now.
+// Takes the reserved lock on the present file and reads its present pages.
 void Storage::ReserveFile() {
   for (;;) {
     Reserve();
@@ -44,7 +44,7 @@ void Storage::RequireWritable() {
   if (overlay_ != nullptr) throw Error(ErrorCode::AccessDenied, "De map van '" + name_ + "' is alleen-lezen.");
   if (status_.size % kPageSize != 0) throw Error(ErrorCode::Damaged, "Het bestand '" + name_ + "' is afgekapt.");
   if (status_.links == 0) throw SystemError("schrijven", name_, ENOENT);
-  // Beside the other name nobody would see the journal and the lock file.
+  // Programs that use the other name would not find the journal and the lock file.
   if (status_.links > 1) {
     throw Error(ErrorCode::Unsupported,
                 "Het bestand '" + name_ + "' heeft " + std::to_string(status_.links) +
@@ -56,8 +56,8 @@ void Storage::CheckForeignUsers() {
   if (lockFile_ == nullptr) return;
   std::optional<unsigned> foreign;
   std::optional<Error> unusable;
-  // Another of our programs may be just between making the file and giving it its rights, or between taking its number
-  // and marking it.
+  // Another instance may be between creating the file and setting its permissions, or between taking its number and
+  // marking it.
   WaitRule shortly = options_.wait;
   shortly.limit = std::min(shortly.limit, waited_ + std::chrono::milliseconds(100));
   const auto attempt = [&] {
@@ -85,7 +85,7 @@ void Storage::BeginWrite() {
   changes_ = true;
   bool reading = false;
   try {
-    // The file may have been put in place of the one that is open: look before the lock is taken on the wrong one.
+    // The file may have been replaced: check before locking the wrong one.
     if (readers_ == 0) const ReadGuard look(*this);
     ReserveFile();
     reading = true;
@@ -132,7 +132,7 @@ void Storage::Commit() {
           "weggeschreven. Voer haar niet nog eens uit; kijk na een stroomstoring of ze er nog is.");
 }
 
-// Programs that know nothing of our locks may put another file in place at any time, or copy one over this one.
+// Programs that do not use our locks may replace or overwrite the file at any time.
 void Storage::RequireUnchanged() {
   const auto named = files_.Status(path_);
   PageBytes header{};
@@ -186,7 +186,7 @@ Journal::Outcome Storage::WriteChanges() {
   const std::uint32_t oldPages = transaction_->OldPageCount();
   const auto changed = transaction_->ChangedPages();
   const bool encoded = DatabaseHeader().encodingKey != 0;
-  std::list<PageBytes> copies;  // stay where they are
+  std::list<PageBytes> copies;  // a list, since changes point into it
   std::vector<PageChange> changes;
   for (const auto& [number, page] : changed) {
     PageChange change{number, nullptr, page.get()};
@@ -208,7 +208,7 @@ Journal::Outcome Storage::WriteChanges() {
   try {
     status_ = file_->Status();
   } catch (const Error&) {
-    mayHaveChanged_ = true;  // the change is made all the same
+    mayHaveChanged_ = true;  // the change is already made
   }
   return outcome;
 }

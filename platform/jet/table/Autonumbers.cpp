@@ -38,7 +38,7 @@ void Autonumbers::Fill(std::vector<Value>& values) {
   }
 }
 
-// The stored last number can be too low in real files: then the largest number that is there counts.
+// The stored last number is too low in some real files: then the largest existing number is used.
 std::int64_t Autonumbers::Next(std::size_t column) {
   const std::int64_t next = std::int64_t{counters_.LastAutonumber()} + 1;
   const auto largest = indexes_.LargestIfTaken(column, next);

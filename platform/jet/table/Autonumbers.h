@@ -9,15 +9,15 @@
 
 namespace jet {
 
-// Numbers the rows of a table that has autonumber columns. Values are in the order of StoredTable::columns.
+// Assigns values to autonumber columns. Values are in the order of StoredTable::columns.
 class Autonumbers {
  public:
   // All must outlive it.
   Autonumbers(const StoredTable& table, Counters& counters, TableIndexes& indexes);
 
-  // Gives a value to autonumber columns that have none.
+  // Sets the autonumber columns that are null.
   void Fill(std::vector<Value>& values);
-  // Takes note of the number that a row has, so that it is not given again.
+  // Records a number in use, so that it is not assigned again.
   void Note(std::size_t column, const Value& value);
 
  private:
@@ -26,7 +26,7 @@ class Autonumbers {
   const StoredTable& table_;
   Counters& counters_;
   TableIndexes& indexes_;
-  std::vector<std::size_t> columns_;  // places of the autonumber columns
+  std::vector<std::size_t> columns_;  // positions of the autonumber columns
 };
 
 }  // namespace jet

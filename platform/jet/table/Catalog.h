@@ -13,15 +13,15 @@
 namespace jet {
 
 // Definition pages of the tables that every file has.
-constexpr std::uint32_t kObjectsTable = 2;  // MSysObjects, the catalogue itself
-constexpr std::uint32_t kAccessTable = 3;   // MSysACEs, who may do what
+constexpr std::uint32_t kObjectsTable = 2;  // MSysObjects: the catalogue
+constexpr std::uint32_t kAccessTable = 3;   // MSysACEs: permissions
 
 // One row of the catalogue.
 struct CatalogEntry {
   static constexpr std::uint32_t kSystemFlags = 0x80000002;
   enum Type : std::int16_t { kTable = 1, kContainer = 3, kOdbcLink = 4, kQuery = 5, kLink = 6, kRelationship = 8 };
 
-  std::int32_t id = 0;  // of a table: its definition page
+  std::int32_t id = 0;  // definition page of a table
   std::int32_t parent = 0;
   std::u16string name;
   std::int16_t type = 0;
@@ -32,15 +32,15 @@ struct CatalogEntry {
   bool IsUserTable() const { return IsTable() && (flags & kSystemFlags) == 0; }
 };
 
-// All objects of a database, as MSysObjects lists them.
+// The objects of a database, read from MSysObjects.
 class Catalog {
  public:
   static Catalog Read(PageSource& pages);
 
   const std::vector<CatalogEntry>& Entries() const { return entries_; }
-  // The table of that name, in any case; null when there is none.
+  // The table with that name, ignoring case; null when there is none.
   const CatalogEntry* FindTable(std::u16string_view name) const;
-  // What could not be read of the catalogue; the rest of it is there.
+  // Descriptions of catalogue rows that could not be read.
   const std::vector<std::string>& Damages() const { return damages_; }
 
  private:

@@ -10,7 +10,7 @@
 
 namespace jet {
 
-// A column as people know it: what the table definition and the properties tell together.
+// A column as users know it, from the table definition and the properties.
 struct ColumnDefinition {
   std::u16string name;
   ColumnType type = ColumnType::Long;
@@ -20,16 +20,16 @@ struct ColumnDefinition {
   bool required = false;
   bool allowZeroLength = true;    // text and memo: an empty text is allowed
   bool autonumber = false;        // Long or GUID
-  bool fixed = false;             // lies in the row's fixed area
+  bool fixed = false;             // stored in the fixed area of the row
   std::u16string defaultValue;    // an expression in text form; empty = none
   std::u16string validationRule;  // an expression; empty = none
-  std::uint16_t number = 0;       // in the file: see StoredColumn
+  std::uint16_t number = 0;       // number in the file: see StoredColumn
 };
 
 // A named index.
 struct IndexDefinition {
   struct Field {
-    std::size_t column = 0;  // place in TableDefinition::columns
+    std::size_t column = 0;  // position in TableDefinition::columns
     bool descending = false;
   };
   std::u16string name;
@@ -38,11 +38,11 @@ struct IndexDefinition {
   bool foreign = false;  // one side of a relationship
   bool unique = false;
   bool required = false;      // no null in any field
-  bool ignoreNulls = false;   // rows with nothing but nulls are not in it
-  std::size_t realIndex = 0;  // in the file: which tree; several names may share one
+  bool ignoreNulls = false;   // rows with only nulls are omitted
+  std::size_t realIndex = 0;  // position in StoredTable::realIndexes; several names may share a tree
 };
 
-// A table as people know it.
+// A table as users know it.
 struct TableDefinition {
   static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
@@ -50,7 +50,7 @@ struct TableDefinition {
   std::vector<ColumnDefinition> columns;  // in the order in which they are shown
   std::vector<IndexDefinition> indexes;   // by name
 
-  // Place of the column or index of that name, in any case; kNone when there is none.
+  // Position of the column or index with that name, ignoring case; kNone when there is none.
   std::size_t FindColumn(std::u16string_view columnName) const;
   std::size_t FindIndex(std::u16string_view indexName) const;
 };
@@ -58,7 +58,7 @@ struct TableDefinition {
 struct StoredTable;
 struct PropertySet;
 
-// Puts together what a definition page and a property block tell.
+// Combines a stored definition and the properties.
 TableDefinition Describe(const std::u16string& name, const StoredTable& table,
                          const std::vector<PropertySet>& properties);
 

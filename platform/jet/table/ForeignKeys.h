@@ -10,22 +10,22 @@
 
 namespace jet {
 
-// The enforced relations of one table, as its indexes tell them. Only looks; what would break a relation is refused,
-// and so is what another engine would carry on to the other table.
+// Checks the enforced relations of one table, which are stored in its indexes. Refuses changes that would break a
+// relation, and those that would require a cascade to another table. Never writes.
 class ForeignKeys {
  public:
   ForeignKeys(Transaction& pages, const StoredTable& table);
 
   bool AreNone() const { return foreignKeys_.empty(); }
-  // `values` in the order of `table.columns`. An Error when the row names a row elsewhere that is not there.
+  // `values` in the order of `table.columns`. An Error (Relation) when a referenced row does not exist.
   void CheckReferences(const std::vector<Value>& values) const;
-  // An Error when rows elsewhere name the row with these values.
+  // An Error (Relation) when rows reference the row with these values.
   void CheckNotReferenced(const std::vector<Value>& values) const;
-  // Whether rows of other tables may name rows of this one.
+  // Whether another table has a relation that references this one.
   bool IsReferencedElsewhere() const;
-  // As CheckNotReferenced, but rows of this very table may name the row.
+  // As CheckNotReferenced, but references from this table itself are allowed.
   void CheckNotReferencedElsewhere(const std::vector<Value>& values) const;
-  // As CheckReferences and CheckNotReferenced, for the relations whose fields are changed.
+  // As CheckReferences and CheckNotReferenced, for relations whose fields change.
   void CheckChange(const std::vector<Value>& before, const std::vector<Value>& after) const;
 
  private:
@@ -33,7 +33,7 @@ class ForeignKeys {
     std::u16string name;
     bool isReferencedByOthers = false;
     bool cascades = false;
-    std::vector<std::size_t> columns;  // places in table.columns
+    std::vector<std::size_t> columns;  // positions in table.columns
     StoredTable partner;
     std::size_t partnerIndex = 0;
   };

@@ -13,7 +13,7 @@ namespace jet {
 
 namespace {
 
-// Which pages the maps and definitions of all tables name.
+// The pages that the maps and definitions of all tables reference.
 class Claims {
  public:
   Claims(PageSource& pages, const UsageMap& freePages)
@@ -48,7 +48,7 @@ class Claims {
     }
   }
 
-  // `root`: of the index whose map it is; 0 for the other maps.
+  // `root`: root page of the index whose map it is; 0 for other maps.
   void AddMap(RowId where, std::uint32_t root = 0) {
     if (where == 0) return;
     const UsageMap map = UsageMap::Read(pages_, where);

@@ -10,18 +10,17 @@
 
 namespace jet {
 
-// Pages that the file calls free and that are not to be taken just so. Empty for a file as this library writes it.
+// Pages marked as free that must not be allocated as they are. Empty for files that this library wrote.
 struct DoubtfulFreePages {
-  // In use all the same: by a definition, a table, an index, a long value or a map; whoever took one of them would
-  // overwrite what it holds. With them the pages past the end of the file that some map names already. Where a
-  // definition or a map cannot be read, nothing says what is in use: then all free pages that hold anything.
+  // Pages that a definition, table, index, long value or map uses, and pages past the end of the file that a map
+  // contains. When a definition or map cannot be read, all free pages that are not blank.
   std::set<std::uint32_t> inUse;
-  // Emptied index pages (all zeros) that are still in the map of an index, and that map. They may be taken once they
-  // are taken out of it.
+  // Emptied index pages (all zeros) that are still in the map of an index, with that map. They may be allocated after
+  // they are removed from it.
   std::multimap<std::uint32_t, RowId> stillInIndexMap;
 };
 
-// Damage when the map of free pages itself cannot be used.
+// Throws Damage when the map of free pages itself is unusable.
 DoubtfulFreePages FindDoubtfulFreePages(PageSource& pages);
 
 }  // namespace jet

@@ -10,7 +10,7 @@
 
 namespace jet {
 
-// One named property of a table or column, its value as stored.
+// One named property of a table or column, with its stored value.
 struct Property {
   std::u16string name;
   std::uint8_t type = 0;  // a ColumnType
@@ -28,9 +28,9 @@ struct PropertySet {
   std::u16string TextOf(std::u16string_view name) const;
 };
 
-// Takes the property block of a catalogue row apart.
+// Parses the property block of a catalogue row.
 std::vector<PropertySet> ParseProperties(ByteView block);
-// The block that ParseProperties reads back.
+// The inverse of ParseProperties.
 Bytes BuildProperties(const std::vector<PropertySet>& sets);
 
 }  // namespace jet

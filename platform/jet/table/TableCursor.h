@@ -11,14 +11,14 @@
 
 namespace jet {
 
-// Decodes chosen columns of a table's rows.
+// Decodes selected columns of a table's rows.
 class RowDecoder {
  public:
-  // `columns` point into `table`; both outlive the decoder.
+  // `columns` point into `table`; both must outlive the decoder.
   RowDecoder(PageSource& pages, const StoredTable& table, std::vector<const StoredColumn*> columns)
       : pages_(pages), table_(table), columns_(std::move(columns)), values_(columns_.size()) {}
 
-  // Values in the order of the chosen columns; valid until the next call. `budget`: of a walk over many rows.
+  // Values in the order of the selected columns; valid until the next call. `budget`: for scans of many rows.
   const std::vector<Value>& Decode(ByteView row, LongValueBudget* budget = nullptr);
   const std::vector<Value>& Values() const { return values_; }
 
@@ -29,15 +29,15 @@ class RowDecoder {
   std::vector<Value> values_;
 };
 
-// Rows by their places, one after the other; each is decoded into the memory of the one before.
+// Fetches rows by RowId, reusing the memory of the previous row.
 class RowFetcher {
  public:
   RowFetcher(PageSource& pages, const StoredTable& table, std::vector<const StoredColumn*> columns, std::string context)
       : pages_(pages), table_(table), decoder_(pages, table, std::move(columns)), context_(std::move(context)) {}
 
-  // False when there is no such row (any more).
+  // False when the row does not exist (any more).
   bool Fetch(RowId row);
-  // The chosen columns, in the order asked for; valid until the next Fetch.
+  // The selected columns, in the given order; valid until the next Fetch.
   const std::vector<Value>& Values() const { return decoder_.Values(); }
 
  private:
@@ -47,20 +47,20 @@ class RowFetcher {
   std::string context_;
 };
 
-// All rows of a table. Where the file is damaged, Next throws an Error that names table and page; the call after that
-// goes on with what is still readable.
+// Iterates over all rows of a table. Where the file is damaged, Next throws an Error that names table and page; the
+// next call continues with what is readable.
 class TableCursor {
  public:
   TableCursor(PageSource& pages, const StoredTable& table, std::vector<const StoredColumn*> columns,
               std::string context)
       : scan_(pages, table), decoder_(pages, table, std::move(columns)), context_(std::move(context)) {}
 
-  // Goes to the next row; false behind the last.
+  // Advances to the next row; false after the last.
   bool Next();
   RowId Id() const { return scan_.Id(); }
-  // The chosen columns, in the order asked for; valid until Next.
+  // The selected columns, in the given order; valid until Next.
   const std::vector<Value>& Values() const { return decoder_.Values(); }
-  // The row as it is stored; valid until Next.
+  // The row as stored; valid until Next.
   ByteView Row() const { return scan_.Row(); }
 
  private:
@@ -70,7 +70,7 @@ class TableCursor {
   std::string context_;
 };
 
-// The rows that an index names, in its order.
+// Iterates over the rows of an index, in its order.
 class KeyCursor {
  public:
   // Every entry, forwards or backwards.
@@ -78,7 +78,7 @@ class KeyCursor {
   // The entries whose key begins with `key`.
   KeyCursor(IndexCursor cursor, Bytes key, std::string context);
 
-  // Goes to the next entry; false behind the last.
+  // Advances to the next entry; false after the last.
   bool Next();
   RowId Id() const { return row_; }
 

@@ -33,7 +33,7 @@ void CheckColumn(const StoredColumn& column, const ColumnDefinition& definition)
   throw Error(ErrorCode::Unsupported, FieldName(column) + " heeft een validatieregel; die wordt niet ondersteund.");
 }
 
-// The definition, when all that the table asks of a writer is known here.
+// Returns the definition; throws when the table has features that this library cannot write.
 TableDefinition Supported(const StoredTable& table, TableDefinition definition) {
   WithTableName(definition, [&] {
     for (const StoredColumn& column : table.columns)
@@ -43,7 +43,7 @@ TableDefinition Supported(const StoredTable& table, TableDefinition definition) 
   return definition;
 }
 
-// Where the bytes of a moved row are; 0 for a row in its first place. Nothing when there is no such row.
+// The present place of a moved row; 0 for a row that has not moved. Nothing when the row does not exist.
 std::optional<RowId> TargetOf(PageSource& pages, RowId row) {
   const DataPage page(pages.Read(PageOf(row)), PageOf(row));
   if (SlotOf(row) >= page.SlotCount()) return std::nullopt;
@@ -134,7 +134,7 @@ RowId TableWriter::InsertArranged(Values& values) {
   }
   const TableIndexes::Keys keys = indexes_.KeysOf(values);
   foreignKeys_.CheckReferences(values);
-  fieldWriter_.PutLongValues(values, std::vector<bool>(values.size(), true), newFields_);
+  fieldWriter_.WriteLongValues(values, std::vector<bool>(values.size(), true), newFields_);
   const RowId row = rows_.Add(fieldWriter_.Row(newFields_));
   indexes_.Insert(keys, row);
   for (std::size_t i = 0; i < values.size(); ++i)
@@ -166,7 +166,7 @@ void TableWriter::CopyRow(ByteView row, const std::vector<Value>& known) {
     for (std::size_t i = 0; i < known.size(); ++i)
       newValues_[indexedPlaces_[i]] = known[i];
     if (filling_) {
-      indexes_.NoteNewEntries(newValues_, filling_->rows.Add(row), filling_->entries);
+      indexes_.CollectNewEntries(newValues_, filling_->rows.Add(row), filling_->entries);
     } else {
       const TableIndexes::Keys keys = indexes_.KeysOf(newValues_);
       indexes_.Insert(keys, rows_.Add(row));
@@ -188,7 +188,7 @@ void TableWriter::EndCopy() {
   });
 }
 
-// Damage of another file must not come in: every field has to lie within the row.
+// Guards against damage in the source file: throws when a field is not within the row.
 void TableWriter::CheckFields(ByteView row) const {
   const RowView view(row, def_);
   for (const StoredColumn& column : def_.columns) {
@@ -234,13 +234,13 @@ void TableWriter::Update(RowId row, const std::vector<Value>& given, const std::
     }
     const auto changes = indexes_.KeyChangesOf(present.values, values);
     foreignKeys_.CheckChange(present.values, values);
-    fieldWriter_.PutLongValues(values, changed, fields);
+    fieldWriter_.WriteLongValues(values, changed, fields);
     Place(row, present, fieldWriter_.Row(fields));
     indexes_.Apply(changes, present.values, row);
     FieldWriter::Pieces pieces;
     for (std::size_t i = 0; i < values.size(); ++i) {
       if (!changed[i]) continue;
-      if (present.fields[i].bit) fieldWriter_.NotePieces(i, present.fields[i].stored, pieces);
+      if (present.fields[i].bit) fieldWriter_.CollectPieces(i, present.fields[i].stored, pieces);
       autonumbers_.Note(i, values[i]);
     }
     fieldWriter_.Release(std::move(pieces));
@@ -261,23 +261,23 @@ void TableWriter::Place(RowId row, const CurrentRow& present, const Bytes& bytes
 void TableWriter::Delete(std::span<const RowId> rows) {
   WithTableName(definition_, [&] {
     if (foreignKeys_.AreNone()) return DeleteTogether(rows);
-    // Whether a row may go depends on those that went before it.
+    // Deleting a row may release references to later ones, so check one by one.
     for (const RowId row : rows)
       DeleteTogether({&row, 1});
   });
 }
 
 void TableWriter::DeleteTogether(std::span<const RowId> rows) {
-  RowsToDelete going;
+  RowsToDelete toDelete;
   for (const RowId row : rows)
-    CollectForDelete(row, going);
-  indexes_.Remove(going.entries);
-  fieldWriter_.Release(std::move(going.pieces));
-  rows_.Delete(std::move(going.places));
+    CollectForDelete(row, toDelete);
+  indexes_.Remove(toDelete.entries);
+  fieldWriter_.Release(std::move(toDelete.pieces));
+  rows_.Delete(std::move(toDelete.places));
   counters_.CountRows(-static_cast<std::int64_t>(rows.size()));
 }
 
-void TableWriter::CollectForDelete(RowId row, RowsToDelete& going) {
+void TableWriter::CollectForDelete(RowId row, RowsToDelete& toDelete) {
   const auto target = TargetOf(pages_, row);
   const auto stored = FindRow(pages_, row, true, def_.page);
   if (!target || !stored) throw Error(ErrorCode::NotFound, "de rij bestaat niet meer.");
@@ -287,16 +287,16 @@ void TableWriter::CollectForDelete(RowId row, RowsToDelete& going) {
     const StoredColumn& column = def_.columns[i];
     if (indexes_.Uses(i)) ReadField(pages_, view, column, newValues_[i]);
     if (!column.IsLong() || !view.Bit(column)) continue;
-    going.budget.Spend(pages_, ParseLongValueHead(view.BytesOf(column)));
-    fieldWriter_.NotePieces(i, view.BytesOf(column), going.pieces);
+    toDelete.budget.Spend(pages_, ParseLongValueHead(view.BytesOf(column)));
+    fieldWriter_.CollectPieces(i, view.BytesOf(column), toDelete.pieces);
   }
   foreignKeys_.CheckNotReferenced(newValues_);
-  indexes_.NoteEntries(newValues_, row, going.entries);
-  going.places.push_back(row);
-  if (*target != 0) going.places.push_back(*target);
+  indexes_.CollectEntries(newValues_, row, toDelete.entries);
+  toDelete.places.push_back(row);
+  if (*target != 0) toDelete.places.push_back(*target);
 }
 
-// Rows of this very table go too, so that only other tables can stand in the way.
+// References from this table itself are deleted too, so only other tables count.
 void TableWriter::CheckNoneReferenced() {
   if (!foreignKeys_.IsReferencedElsewhere()) return;
   RowScan scan(pages_, def_);

@@ -18,45 +18,44 @@
 
 namespace jet {
 
-// Inserts, changes and deletes rows of one table within a Transaction: rows, long values, every index, counters.
+// Inserts, updates and deletes rows of one table within a Transaction, including long values, indexes and counters.
 //
-// An Error names table and field. One that comes from a value (Duplicate, Required, TooLong, OutOfRange,
-// UnknownCharacter, Relation) comes before anything changes; after any other the transaction must be rolled back.
+// An Error names table and field. One about a value (Duplicate, Required, TooLong, OutOfRange, UnknownCharacter,
+// Relation) is thrown before anything changes; after any other the transaction must be rolled back.
 //
-// Values are in the order of TableDefinition::columns, of the kinds that Value tells. The transaction must outlive
-// this; while it lives nothing else changes the table.
+// Values are in the order of TableDefinition::columns. The transaction must outlive this; nothing else may change the
+// table meanwhile.
 class TableWriter {
  public:
-  // An Error (Unsupported) for a table with an index whose keys cannot be built, or with validation rules.
+  // An Error (Unsupported) for a table with validation rules or an index whose keys cannot be built.
   TableWriter(Transaction& pages, StoredTable def, TableDefinition definition);
   TableWriter(const TableWriter&) = delete;
   TableWriter& operator=(const TableWriter&) = delete;
 
   const TableDefinition& Definition() const { return definition_; }
 
-  // `values` come back as they are stored: null in an autonumber column became the next number.
+  // `values` are changed to the stored ones: null in an autonumber column becomes the next number.
   RowId Insert(std::vector<Value>& values);
 
-  // Whether rows of `other`, which is another table, can be put in as they are stored there, with nothing to look at
-  // but what the indexes and autonumbers want to know.
+  // Whether rows of `other`, a different table, can be copied as stored, with checks only for indexes and autonumbers.
   bool CanCopyRowsFrom(const Table& other) const;
-  // What they want to know.
+  // The columns whose values CopyRow needs for those checks.
   const ColumnSet& IndexedColumns() const { return indexedColumns_; }
-  // Before the first and after the last of such rows; the table has them after EndCopy only. An empty table is
-  // filled: each of its pages is written once, and its indexes are made of all keys together. After an Error of these
-  // three the transaction must be rolled back.
+  // BeginCopy and EndCopy enclose calls of CopyRow; the rows are in the table only after EndCopy. In an empty table
+  // each page is written once and the indexes are built from all keys together. After an Error of these three the
+  // transaction must be rolled back.
   void BeginCopy();
-  // Puts in a row, as stored; `known`: its values in IndexedColumns.
+  // Inserts a row as stored. `known`: its values of IndexedColumns.
   void CopyRow(ByteView row, const std::vector<Value>& known);
   void EndCopy();
 
-  // `changed` tells which columns `values` (in full length) brings anew; the others keep what they have.
+  // Updates the columns for which `changed` is true; `values` has one element per column.
   void Update(RowId row, const std::vector<Value>& values, const std::vector<bool>& changed);
   void Delete(RowId row) { Delete({&row, 1}); }
-  // Each named once; those of one page, and their keys in one page of an index, go together.
+  // `rows`: without repeats. Rows on one page, and their keys on one index page, are removed together.
   void Delete(std::span<const RowId> rows);
-  // Empties the table without looking at each row; answers how many there were. Autonumbers go on from where they
-  // were, as the original engine's do.
+  // Empties the table without visiting each row; returns the number of rows. Autonumbers continue, as in the original
+  // engine.
   std::size_t DeleteAll();
 
  private:
@@ -65,9 +64,9 @@ class TableWriter {
   using Fields = std::vector<Field>;
 
   struct CurrentRow {
-    Values values;     // those of long values only where an index needs them
+    Values values;     // long values only where an index needs them
     Fields fields;     // as stored
-    RowId target = 0;  // where the bytes are when the row was moved
+    RowId target = 0;  // present place of a moved row; 0 otherwise
   };
 
   const ColumnDefinition& DefinitionOf(std::size_t column) const { return definition_.columns[places_[column]]; }
@@ -80,18 +79,18 @@ class TableWriter {
   CurrentRow Read(RowId row);
   void Place(RowId row, const CurrentRow& present, const Bytes& bytes);
 
-  // What has to go with some rows.
+  // Everything to remove with a set of rows.
   struct RowsToDelete {
     TableIndexes::Entries entries;
     FieldWriter::Pieces pieces;
     LongValueBudget budget;     // for the pieces
-    std::vector<RowId> places;  // of moved rows both
+    std::vector<RowId> places;  // both places of moved rows
   };
-  void CollectForDelete(RowId row, RowsToDelete& going);
+  void CollectForDelete(RowId row, RowsToDelete& toDelete);
   void DeleteTogether(std::span<const RowId> rows);
   void CheckNoneReferenced();
 
-  // An empty table that is being filled.
+  // State of filling an empty table.
   struct Filling {
     RowFiller rows;
     TableIndexes::Entries entries;
@@ -107,12 +106,12 @@ class TableWriter {
   Autonumbers autonumbers_;
   ForeignKeys foreignKeys_;
   FieldWriter fieldWriter_;
-  std::vector<std::size_t> places_;  // of def_.columns in definition_.columns
-  bool inOrder_ = true;              // both have the same order
-  Fields newFields_;                 // of the row being inserted; kept for its memory
-  Values newValues_;                 // likewise, of a stored row that comes or goes: what is known of it
+  std::vector<std::size_t> places_;  // positions of def_.columns in definition_.columns
+  bool inOrder_ = true;              // def_ and definition_ have the same column order
+  Fields newFields_;                 // reused buffer for the row being inserted
+  Values newValues_;                 // reused buffer for the known values of a copied or deleted row
   ColumnSet indexedColumns_;
-  std::vector<std::size_t> indexedPlaces_;  // the same in def_.columns
+  std::vector<std::size_t> indexedPlaces_;  // the same, as positions in def_.columns
   std::optional<Filling> filling_;
   std::size_t storedRows_ = 0;  // since BeginCopy
 };

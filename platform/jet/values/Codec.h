@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Little-endian numbers in bytes that come from a file. Two families: the checked ones (U8, U16 ...) refuse to read
-// outside of the span with a jet::Error; LoadU16 ... are for places whose range has been checked once before.
+// Little-endian numbers in bytes that come from a file. Two families: the checked ones (U8, U16 ...) throw a jet::Error
+// for a read outside the span; LoadU16 ... are for ranges that were checked before.
 #pragma once
 
 #include "platform/jet/values/Bytes.h"
@@ -12,7 +12,7 @@
 
 namespace jet {
 
-static_assert(std::endian::native == std::endian::little, "numbers are copied as they lie in the file");
+static_assert(std::endian::native == std::endian::little, "numbers are copied in the file's byte order");
 
 template <typename Number>
 Number Load(const std::uint8_t* at) {
@@ -40,7 +40,7 @@ inline std::uint32_t LoadU32BigEndian(const std::uint8_t* at) {
   return std::uint32_t{at[0]} << 24 | LoadU24BigEndian(at + 1);
 }
 
-// The part of `bytes` that begins at `at` and is `length` long; an error when it reaches outside.
+// `length` bytes of `bytes` from `at` on. Throws Damage when they reach outside.
 ByteView Part(ByteView bytes, std::size_t at, std::size_t length);
 
 inline std::uint8_t U8(ByteView bytes, std::size_t at) {

@@ -9,14 +9,13 @@
 
 namespace jet {
 
-// The file contradicts itself. `what` tells what is wrong, without a full stop; the layers above put page, table and
-// file before it.
+// The error for a damaged file. `what`: what is wrong, without a full stop; callers prefix page, table and file.
 Error Damage(const std::string& what);
 
 // Damage at a page: "pagina 12: what".
 Error DamageAt(std::uint32_t page, const std::string& what);
 
-// Runs `work`; damage that it meets is told with `context` (a text, or a function that gives one) before it.
+// Runs `work`; a Damaged error from it is rethrown with `context` (a text, or a function that returns one) as prefix.
 template <typename Context, typename Work>
 decltype(auto) InContext(const Context& context, Work&& work) {
   try {

@@ -19,7 +19,7 @@ Magnitude MagnitudeOf(const Decimal& number) {
   return static_cast<Magnitude>(number.high) << 64 | number.low;
 }
 
-Decimal Made(bool negative, int scale, Magnitude magnitude) {
+Decimal MakeDecimal(bool negative, int scale, Magnitude magnitude) {
   return {negative && magnitude != 0, static_cast<std::uint8_t>(scale), static_cast<std::uint64_t>(magnitude >> 64),
           static_cast<std::uint64_t>(magnitude)};
 }
@@ -32,8 +32,8 @@ std::u16string_view WithoutBlanks(std::u16string_view text) {
   return text;
 }
 
-// One digit less, half to even; `exact` tells whether nothing was cut off before.
-Magnitude Shortened(Magnitude magnitude, bool exact) {
+// Drops the last digit, half to even. `exact`: no digit other than 0 was dropped before.
+Magnitude DropLastDigit(Magnitude magnitude, bool exact) {
   const unsigned last = static_cast<unsigned>(magnitude % kTen);
   const Magnitude kept = magnitude / kTen;
   const bool isHalf = last == 5 && exact;
@@ -56,14 +56,14 @@ std::optional<Decimal> ExactOf(std::u16string_view text) {
     if (digits > kMostDigits) return std::nullopt;
     magnitude = magnitude * kTen + static_cast<unsigned>(text[i] - u'0');
   }
-  const std::size_t behind = point < text.size() ? text.size() - point - 1 : 0;
-  if (point + behind == 0 || behind > kMostDigits) return std::nullopt;  // no digit at all
-  return Made(negative, static_cast<int>(behind), magnitude);
+  const std::size_t decimals = point < text.size() ? text.size() - point - 1 : 0;
+  if (point + decimals == 0 || decimals > kMostDigits) return std::nullopt;  // no digit at all
+  return MakeDecimal(negative, static_cast<int>(decimals), magnitude);
 }
 
 Decimal ExactOf(std::int64_t number) {
   const auto bits = static_cast<std::uint64_t>(number);
-  return Made(number < 0, 0, number < 0 ? 0 - bits : bits);
+  return MakeDecimal(number < 0, 0, number < 0 ? 0 - bits : bits);
 }
 
 Decimal ExactOf(Currency amount) {
@@ -74,18 +74,18 @@ Decimal ExactOf(Currency amount) {
 
 std::optional<Decimal> RoundedTo(const Decimal& number, int scale) {
   Magnitude magnitude = MagnitudeOf(number);
-  // Cut all surplus digits but one, remember whether they were zeros, and round once.
+  // Drop all surplus digits but one and round once, so that rounding does not accumulate.
   bool exact = true;
   for (int surplus = number.scale - scale; surplus > 1; --surplus) {
     exact = exact && magnitude % kTen == 0;
     magnitude /= kTen;
   }
-  if (number.scale > scale) magnitude = Shortened(magnitude, exact);
+  if (number.scale > scale) magnitude = DropLastDigit(magnitude, exact);
   for (int missing = scale - number.scale; missing > 0; --missing) {
     if (magnitude > ~static_cast<Magnitude>(0) / kTen) return std::nullopt;
     magnitude *= kTen;
   }
-  return Made(number.negative, scale, magnitude);
+  return MakeDecimal(number.negative, scale, magnitude);
 }
 
 std::optional<Currency> CurrencyOf(const Decimal& number) {
@@ -107,8 +107,8 @@ std::optional<double> DoubleOf(const Decimal& number) {
   int scale = number.scale;
   for (; scale > 0 && magnitude % kTen == 0; --scale)
     magnitude /= kTen;
-  // Both parts are exact, so that their quotient is the nearest number.
-  if (DigitsOf(Made(false, scale, magnitude)) > kDigitsOfDouble || scale > 22) return std::nullopt;
+  // Numerator and power of ten are exact doubles, so their quotient is the nearest double.
+  if (DigitsOf(MakeDecimal(false, scale, magnitude)) > kDigitsOfDouble || scale > 22) return std::nullopt;
   const double value = static_cast<double>(static_cast<std::uint64_t>(magnitude)) / std::pow(10.0, scale);
   return number.negative ? -value : value;
 }

@@ -9,23 +9,23 @@
 
 namespace jet {
 
-// Numbers of Currency and Numeric fields as decimals. A floating-point number holds 15 digits of them; one with more is
-// handed on as its decimal text, so that none is lost. (In SQL such a text sorts behind all numbers.)
+// Numbers of Currency and Numeric fields as decimals. A double holds 15 digits; a number with more is passed on as
+// decimal text, so that none is lost. (In SQL such a text sorts after all numbers.)
 
-// "-12.5" or "12,5" with blanks around it; nothing for another text or more than 38 digits.
+// Parses "-12.5" or "12,5", with or without surrounding blanks; nothing for other texts or more than 38 digits.
 std::optional<Decimal> ExactOf(std::u16string_view text);
 Decimal ExactOf(std::int64_t number);
 Decimal ExactOf(Currency amount);
 
-// With so many digits behind the point, half to even; nothing when it becomes too large.
+// Rounded half to even to `scale` decimals; nothing when the result is too large.
 std::optional<Decimal> RoundedTo(const Decimal& number, int scale);
-// Nothing when it is no amount that a Currency field can hold.
+// Rounded to four decimals; nothing when a Currency field cannot hold it.
 std::optional<Currency> CurrencyOf(const Decimal& number);
 int DigitsOf(const Decimal& number);
 
-// Nothing when digits would be lost.
+// Nothing when a double would lose digits.
 std::optional<double> DoubleOf(const Decimal& number);
-// All digits of its scale, with a point: "-12.50".
+// With all decimals of its scale: "-12.50".
 std::u16string TextOf(const Decimal& number);
 
 }  // namespace jet

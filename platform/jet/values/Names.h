@@ -5,9 +5,9 @@
 
 namespace jet {
 
-// Names of tables, columns and indexes are the same when they differ in case only.
+// Names of tables, columns and indexes are compared without regard to case.
 bool SameName(std::u16string_view a, std::u16string_view b);
-// Their order in lists.
+// Whether `a` sorts before `b`.
 bool NameLess(std::u16string_view a, std::u16string_view b);
 
 }  // namespace jet

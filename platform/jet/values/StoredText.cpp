@@ -18,7 +18,7 @@ void SetPlain(ByteView bytes, std::u16string& out) {
   std::memcpy(out.data(), bytes.data(), out.size() * 2);
 }
 
-// Plain text that begins with this character would be taken for compressed.
+// Plain text that begins with this character would be read as compressed.
 constexpr char16_t kByteOrderMark = 0xFEFF;
 
 void AppendPlain(std::u16string_view text, Bytes& out) {
@@ -27,7 +27,7 @@ void AppendPlain(std::u16string_view text, Bytes& out) {
   if (!text.empty()) std::memcpy(out.data() + start, text.data(), 2 * text.size());
 }
 
-// The compressed form, switched to two bytes a character at once.
+// The compressed form, switched to two bytes per character from the start.
 void AppendSwitched(std::u16string_view text, Bytes& out) {
   const auto startsWithZero = [](char16_t unit) { return (unit & 0xFF) == 0; };
   if (std::any_of(text.begin(), text.end(), startsWithZero)) {
@@ -37,7 +37,7 @@ void AppendSwitched(std::u16string_view text, Bytes& out) {
   AppendPlain(text, out);
 }
 
-// Begins with one byte a character; a zero byte switches to two bytes a character and back.
+// Starts with one byte per character; a zero byte switches to two bytes per character and back.
 void DecodeSwitching(ByteView bytes, std::u16string& out) {
   out.clear();
   bool compressed = true;

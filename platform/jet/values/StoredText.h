@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Text as it lies in rows and long values: UTF-16LE, or the compressed form that begins with FF FE.
+// Text as stored in rows and long values: UTF-16LE, or the compressed form that begins with FF FE.
 #pragma once
 
 #include "platform/jet/values/Bytes.h"
@@ -12,7 +12,7 @@ namespace jet {
 // Longest memo, in characters, that is stored in the compressed form.
 constexpr std::size_t kMaxCompressedMemo = 1024;
 
-// Replaces `out` by the text stored in `bytes`. An odd last byte is left out.
+// Sets `out` to the text stored in `bytes`. An odd last byte is ignored.
 void DecodeText(ByteView bytes, std::u16string& out);
 std::u16string DecodeText(ByteView bytes);
 
@@ -21,9 +21,9 @@ std::u16string DecodePlainText(ByteView bytes);
 
 Bytes EncodePlainText(std::u16string_view text);
 
-// The stored form. Compressed only where allowed and as a whole, as the original does: at least three characters,
-// every one U+0001 to U+00FF. A text that begins with U+FEFF, the mark of the compressed form, is the one exception;
-// an Error where it cannot be told apart.
+// Appends the stored form. As in the original engine it is compressed only where allowed and when the text has at least
+// three characters, all U+0001 to U+00FF. A text that begins with U+FEFF is always compressed, since its plain form
+// would be read as compressed; an Error (Unsupported) when it cannot be.
 void AppendText(std::u16string_view text, bool mayCompress, Bytes& out);
 Bytes EncodeText(std::u16string_view text, bool mayCompress);
 

@@ -40,7 +40,7 @@ void ForEachWord(std::string_view text, Use use) {
   }
 }
 
-// The character at `at`, which moves past it.
+// Returns the character at `at` and advances `at` past it.
 char32_t NextCharacter(std::u16string_view text, std::size_t& at) {
   const char32_t unit = text[at++];
   if (!IsHighSurrogate(unit) || at == text.size() || !IsLowSurrogate(text[at])) return unit;
@@ -62,7 +62,7 @@ char32_t NextCharacter(std::string_view text, std::size_t& at) {
   return character;
 }
 
-// Where a comparison may begin: past what both texts share, at the start of a character.
+// Where a comparison may begin: after the common prefix, at the start of a character.
 template <typename View>
 std::size_t SharedStart(View a, View b) {
   const std::size_t shorter = std::min(a.size(), b.size());
@@ -92,7 +92,7 @@ int Order(Number a, Number b) {
 
 }  // namespace
 
-// Gives a text's weights one by one, or its specials.
+// Iterates over the weights, or over the specials, of a text.
 template <typename View>
 class TextOrder::Walk {
  public:
@@ -115,7 +115,7 @@ class TextOrder::Walk {
     return 0;
   }
 
-  // Place (in weights) and value of the next special as one number; zero at the end.
+  // Position (counted in weights) and value of the next special as one number; zero at the end.
   std::uint64_t NextSpecial() {
     while (at_ < text_.size()) {
       const Cell cell = order_.Find(NextCharacter(text_, at_));

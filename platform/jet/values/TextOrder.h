@@ -11,26 +11,26 @@
 
 namespace jet {
 
-// How texts sort: without regard to case, accents and hyphens only breaking ties, trailing spaces not counting.
-// One order serves the indexes of the file and the comparisons of SQL. Immutable, for any thread.
+// Collation of texts: ignores case and trailing spaces; accents and hyphens only break ties. Used for index keys and
+// for comparisons in SQL. Immutable and thread-safe.
 class TextOrder {
  public:
-  // "General (legacy)": the order of every Jet 4 file made for Western Europe, and what to compare by when a file's
-  // own order is not known.
+  // "General (legacy)": the order of Jet 4 files made for Western Europe, and the default when a file's own order is
+  // unknown.
   static const TextOrder& Legacy();
-  // The order that a column names; null when its keys cannot be built.
+  // The order that a column has; null when its keys cannot be built.
   static const TextOrder* For(SortOrder order);
 
-  // Below, equal or above zero. Knows every character: those without a weight in this order come after all others, by
-  // code point. Texts whose keys can be built compare as their keys do; longer texts are compared to their end.
+  // Returns a number below, equal to or above zero. Characters without a weight in this order sort after all others, by
+  // code point. Texts whose keys can be built compare as their keys do; longer texts are compared in full.
   int Compare(std::u16string_view a, std::u16string_view b) const;
   // The same for UTF-8. A malformed sequence counts as U+FFFD, byte by byte.
   int Compare(std::string_view a, std::string_view b) const;
 
-  // The first character without a known key, as a code point; nothing when AppendKey can do the text.
+  // The first code point without a known weight; nothing when AppendKey accepts the text.
   std::optional<char32_t> FirstUnknown(std::u16string_view text) const;
-  // Adds the text's key bytes, end mark included, as they stand in an ascending index. An Error for an unknown
-  // character. Only the first 255 characters count.
+  // Appends the key bytes of an ascending index, end mark included. An Error (UnknownCharacter) for a character without
+  // a known weight. Only the first 255 characters count.
   void AppendKey(std::u16string_view text, Bytes& key) const;
 
  private:

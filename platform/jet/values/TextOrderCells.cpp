@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-// The cells of the two known sort orders: what each character weighs. A cell is one of
+// The weights of each character in the two known sort orders. A cell is one of
 //   XX or XXXX   one weight of one or two bytes            W+EE   the same with accent EE
 //   W&V          two weights                               uNN    no weight, but a special that breaks ties
-//   .            nothing at all                            ?      not known
+//   .            no weight and no special                  ?      not known
 #include "platform/jet/values/TextOrderCells.h"
 
 namespace jet {
@@ -58,7 +58,7 @@ const char* const kLegacyOthers =
     "446=7952 426=7952 447=7953 427=7953 448=7955 428=7955 449=7956 429=7956 44A=7957 42A=7957 44B=7958 "
     "42B=7958 44C=7959 42C=7959 44D=795A 42D=795A 44E=795B 42E=795B 44F=795C 42F=795C 451=7936+13 401=7936+13 ";
 
-// General (version 1), of Access 2010 and later. U+00DC and U+00FC are known to be doubtful and therefore left out.
+// General (version 1), of Access 2010 and later. The weights of U+00DC and U+00FC are doubtful and therefore left out.
 const char* const kGeneralLatin1 =
     ". u03 u04 u05 u06 u07 u08 u09 u0A 0705 0706 0707 0708 0709 u0B u0C "
     "u0D u0E u0F u10 u11 u12 u13 u14 u15 u16 u17 u18 u19 u1A u1B u1C "

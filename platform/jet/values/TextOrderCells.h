@@ -3,7 +3,7 @@
 
 namespace jet {
 
-// Texts of cells, separated by one space; TextOrder turns them into tables. The syntax stands in the .cpp.
+// Texts of cells, separated by one space; TextOrder turns them into tables. The syntax is described in the .cpp.
 extern const char* const kLegacyLatin1;
 extern const char* const kLegacyOthers;
 extern const char* const kGeneralLatin1;

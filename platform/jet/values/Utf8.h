@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The file's UTF-16 as UTF-8, for messages and for programs that print.
+// Converts the file's UTF-16 to UTF-8, for messages and output.
 #pragma once
 
 #include <string>
@@ -16,7 +16,7 @@ constexpr bool IsLowSurrogate(char32_t unit) {
 
 // A lone surrogate becomes U+FFFD.
 std::string ToUtf8(std::u16string_view text);
-// The same behind what is in `out` already.
+// The same, appended to `out`.
 void AppendUtf8(std::string& out, std::u16string_view text);
 
 }  // namespace jet

@@ -9,8 +9,8 @@
 namespace jet {
 namespace {
 
-// Reads pages 2 and 4, and counts how often it is asked to.
-class RememberedTest : public testing::Test {
+// Computes a value from pages 2 and 4 and counts the computations.
+class CachedFromPagesTest : public testing::Test {
  protected:
   int FirstBytes() {
     return remembered_.Get(pages_, [&](PageSource& pages) {
@@ -25,14 +25,14 @@ class RememberedTest : public testing::Test {
   int made_ = 0;
 };
 
-TEST_F(RememberedTest, IsMadeOnceWhileItsPagesStay) {
+TEST_F(CachedFromPagesTest, IsComputedOnceWhileItsPagesStay) {
   const int first = FirstBytes();
   pages_.Change(5)[100] = 1;
   EXPECT_EQ(FirstBytes(), first);
   EXPECT_EQ(made_, 1);
 }
 
-TEST_F(RememberedTest, IsMadeAnewWhenAPageChanged) {
+TEST_F(CachedFromPagesTest, IsComputedAgainWhenAPageChanged) {
   const int first = FirstBytes();
   ++pages_.Change(4)[0];
   EXPECT_EQ(FirstBytes(), first + 1);
@@ -41,14 +41,14 @@ TEST_F(RememberedTest, IsMadeAnewWhenAPageChanged) {
   EXPECT_EQ(made_, 3);
 }
 
-TEST_F(RememberedTest, IsMadeAnewWhenTheFileGrew) {
+TEST_F(CachedFromPagesTest, IsComputedAgainWhenTheFileGrew) {
   FirstBytes();
   pages_.Append();
   FirstBytes();
   EXPECT_EQ(made_, 2);
 }
 
-TEST_F(RememberedTest, AnErrorIsNotRemembered) {
+TEST_F(CachedFromPagesTest, AnErrorIsNotCached) {
   const auto fail = [](PageSource&) -> int { throw Error(ErrorCode::Damaged, "kapot"); };
   FirstBytes();
   ++pages_.Change(2)[0];

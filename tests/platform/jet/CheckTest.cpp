@@ -64,7 +64,7 @@ std::uint32_t KeyMap(const SpotsImage& sample) {
   return DatabaseImage::MapOfIndex(sample.spots, 1);
 }
 
-// One kind of damage, and words that its finding must hold.
+// One kind of damage and the words that its finding must contain.
 struct Damage {
   const char* name;
   std::function<void(SpotsImage&)> make;
@@ -73,7 +73,7 @@ struct Damage {
 
 void PutMemoHead(SpotsImage& sample, int id, const Bytes& head) {
   const jet::RowId row = sample.rows.at(static_cast<std::size_t>(id));
-  const std::size_t memoAt = StartOf(sample, row) + 2 + 12 + 2;  // behind column count, fixed area, one letter
+  const std::size_t memoAt = StartOf(sample, row) + 2 + 12 + 2;  // after column count, fixed area, one letter
   std::copy(head.begin(), head.end(), PageOfRow(sample, id).begin() + static_cast<std::ptrdiff_t>(memoAt));
 }
 
@@ -238,7 +238,7 @@ TEST(Check, FindsAFileThatEndsInTheMiddleOfAPage) {
   EXPECT_TRUE(jet::HasProblem(Check(file)));
 }
 
-TEST(Check, FindsADamagedCatalogueAndStillLooksAtTheRest) {
+TEST(Check, FindsADamagedCatalogueAndStillChecksTheRest) {
   SpotsImage sample;
   sample.image.At(2)[0] = 9;
   EXPECT_NE(Text(Check(sample.image.File())).find("pagina 2: soort 9 in plaats van 2"), std::string::npos);
@@ -257,7 +257,7 @@ TEST(Check, StaleCountsAndOrphanPagesAreRemarksOnly) {
                 std::to_string(orphan) + "\n");
 }
 
-// 20 memos with the same chain of 300 pieces: what is wrong is said of each memo once.
+// 20 memos with the same chain of 300 pieces: one finding for each memo.
 TEST(Check, NamesALongValueThatIsSharedOnceForEachRow) {
   const auto findings = Check(jet::test::SharedChain(20, 300));
   EXPECT_TRUE(jet::HasProblem(findings));
@@ -272,10 +272,10 @@ TEST(Check, AMovedRowThatNothingPointsAtIsARemark) {
   EXPECT_NE(Text(findings).find("geen rij verwijst hierheen"), std::string::npos) << Text(findings);
 }
 
-TEST(Check, StopsCollectingAtSomePoint) {
+TEST(Check, LimitsTheNumberOfFindings) {
   SpotsImage sample;
   for (int i = 0; i < 400; ++i) {
-    sample.spots.data = 0;  // a page of its own for each four
+    sample.spots.data = 0;  // a new page for every four rows
     for (int moved = 0; moved < 4; ++moved)
       sample.image.AddRow(sample.spots, Le(0xFFFFFF00, 4), jet::SlotKind::Pointer);
   }

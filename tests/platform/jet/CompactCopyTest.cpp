@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What compacting keeps of files made here: passwords, encoding, numbers, keys that cannot be computed; and what it
-// refuses.
+// What compacting keeps (passwords, encoding, table numbers, keys that cannot be computed) and what it refuses.
 #include "platform/jet/check/Check.h"
 #include "platform/jet/check/Compact.h"
 #include "platform/jet/values/Codec.h"
@@ -35,7 +34,7 @@ void AddRows(FreshDatabase& database, int count) {
   turn.Commit();
 }
 
-// Changes the header of a file, which is masked.
+// Changes the unmasked header of a file.
 void ChangeHeader(Bytes& file, const std::function<void(std::span<std::uint8_t, kPageSize>)>& change) {
   const std::span<std::uint8_t, kPageSize> header(file.data(), kPageSize);
   ApplyHeaderMask(header);
@@ -89,10 +88,10 @@ TEST(CompactKeeps, PasswordAndEncoding) {
       EXPECT_NE(MessageOf([&] { Database::Open(result, {}, files); }).find("wachtwoord nodig"), std::string::npos);
       EXPECT_EQ(CountRows(files, result, options), 50U);
       const Bytes compacted = files.Get(result);
-      const auto end = compacted.begin() + kChangeMark;  // behind it: what is different in every file and commit
+      const auto end = compacted.begin() + kChangeMark;  // after it: bytes that differ in every file and commit
       EXPECT_TRUE(std::equal(compacted.begin(), end, content.begin()));
       EXPECT_EQ(Database::Open(result, options, files)->DatabaseHeader().encodingKey, encoded ? 0xA7B773E0 : 0);
-      // Names in the catalogue can be read in a file that is not encoded only.
+      // Only in a file without encoding are the names in the catalogue readable.
       const std::u16string name = u"MSysObjects";
       const Bytes text = EncodeText(name, false);
       EXPECT_EQ(std::ranges::search(compacted, text).empty(), encoded);
@@ -100,7 +99,7 @@ TEST(CompactKeeps, PasswordAndEncoding) {
   }
 }
 
-// A table made behind many pages that are empty by now gets another number, and everything that tells of it too.
+// A table whose definition is after many empty pages gets a new number, and so do all references to it.
 TEST(CompactKeeps, ATableWhoseNumberChanges) {
   FreshDatabase database;
   database.Create(test::SpotsTable());
@@ -120,7 +119,7 @@ TEST(CompactKeeps, ATableWhoseNumberChanges) {
   EXPECT_EQ(number(*database, u"tblSpots"), 16U);
   EXPECT_EQ(database.Findings(), "");
   EXPECT_LT(database.Files().Get(kPath).size(), 40 * kPageSize);
-  // Its permissions went with it.
+  // Its permissions have the new number.
   const Table permissions = database->OpenTable(u"MSysACEs");
   TableCursor rows = permissions.Scan({permissions.Definition().FindColumn(u"ObjectId")});
   int found = 0;
@@ -129,8 +128,7 @@ TEST(CompactKeeps, ATableWhoseNumberChanges) {
   EXPECT_EQ(found, 2);
 }
 
-// Where the blocks of the tables' columns have this text column's name in a definition: the sort order of its index is
-// changed to one that is unknown here.
+// Gives the indexed text column a sort order that this library does not know.
 void MakeOrderUnknown(FreshDatabase& database) {
   WriteTurn turn(*database);
   Transaction& pages = database->Shared().Changes();
@@ -188,7 +186,7 @@ TEST(CompactRefuses, ASecondMapThatIsNotEmpty) {
   EXPECT_NE(message.find("tweede kaart"), std::string::npos) << message;
 }
 
-// A row that a damaged pointer leads to is not passed over.
+// A row behind a damaged pointer is not skipped.
 TEST(CompactRefuses, ARowThatCannotBeReached) {
   DatabaseImage image;
   DatabaseImage::Table table = image.AddTable("Tabel", {{"Getal", 4, 3, 0, 0, 4}});

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Who may use what compacting makes, in a folder that several users share, on a real disk.
+// The permissions of the files that compacting writes, in a folder that several users share, on a real disk.
 #include "platform/files/HookedFileSystem.h"
 #include "platform/jet/check/Compact.h"
 #include "tests/platform/jet/support/Child.h"
@@ -29,7 +29,7 @@ constexpr ::uid_t kFirst = 1001;
 constexpr ::uid_t kSecond = 1002;
 constexpr ::gid_t kGroup = 2000;
 
-// A database of the first user in a folder that the group may write to.
+// A database of the first user in a folder that is writable for the group.
 class CompactRights : public testing::Test {
  protected:
   void SetUp() override {
@@ -42,7 +42,7 @@ class CompactRights : public testing::Test {
   }
   void TearDown() override { fs::remove_all(folder_); }
 
-  // To the first user and the group. A tester who is not root is all users at once.
+  // Gives the file to the first user and the group. Without root, one user plays all of them.
   static void Give(const fs::path& path, ::mode_t mode) {
     if (::geteuid() == 0) {
       ASSERT_EQ(::chown(path.c_str(), kFirst, kGroup), 0);
@@ -59,7 +59,7 @@ class CompactRights : public testing::Test {
     return {std::istreambuf_iterator<char>(file), {}};
   }
 
-  // Runs as a user who is in the group, though not with his own files, and reports what failed.
+  // Runs `work` as a user of the group and returns the failure.
   static std::string As(::uid_t user, ::mode_t mask, const std::function<void()>& work) {
     Child child([&](const Child::Acknowledge& acknowledge) {
       ::umask(mask);
@@ -150,7 +150,7 @@ TEST_F(CompactRights, ALinkInPlaceOfTheOldFileIsReplacedAndNotFollowed) {
   EXPECT_EQ(ModeOf(folder_ / "station.mdb.bak"), 0660U);
 }
 
-// A member of the group puts a link in place of the database while root compacts it, at any of the file calls.
+// At each file call of compacting by root, a member of the group replaces the database by a link.
 TEST_F(CompactRights, AFileThatALinkLeadsToMeanwhileIsLeftAsItIs) {
   const fs::path letter = folder_ / "brief.txt";
   Write(letter, "brief");
@@ -194,7 +194,7 @@ TEST_F(CompactRights, AFileThatTookTheNameMeanwhileIsNotReplaced) {
   EXPECT_EQ(Content(target), "een ander");
 }
 
-TEST_F(CompactRights, TheOldFileIsKeptBesideTheRealOne) {
+TEST_F(CompactRights, TheOldFileIsKeptNextToTheRealOne) {
   fs::create_directory(folder_ / "links");
   fs::create_symlink(path_, folder_ / "links" / "anders.mdb");
   Compact(folder_ / "links" / "anders.mdb");

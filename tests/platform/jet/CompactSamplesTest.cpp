@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Compacting real files: whoever reads them finds the same before and after.
+// Compacting real files: every reader finds the same content before and after.
 #include "platform/jet/check/Check.h"
 #include "platform/jet/check/Compact.h"
 #include "tests/platform/jet/support/Samples.h"
@@ -85,8 +85,8 @@ TEST_P(CompactedSample, ReadsTheSameForOutsideReaders) {
   }
 }
 
-// In the order of their names, since a reader may give a row that was moved at another place. The numbers of tables are
-// for the next test.
+// Sorted by name, since a compacted file may have moved rows in another order. The next test checks the numbers of
+// tables.
 TEST_P(CompactedSample, HasTheSameSystemTablesRelationsQueriesAndProperties) {
   if (const auto absent = witness::WhyAbsent(Reader::MdbTools)) GTEST_SKIP() << *absent;
   const auto told = [&](const std::string& command) {
@@ -113,7 +113,7 @@ TEST_P(CompactedSample, HasTheSameSystemTablesRelationsQueriesAndProperties) {
   }
 }
 
-// The number of a table is the page of its definition. In one sample such pages lie far behind what is left of the
+// The number of a table is the page of its definition. In one sample such pages are far past the end of the compacted
 // file.
 TEST_P(CompactedSample, KeepsTheNumbersOfItsTables) {
   const auto numbers = [&](const std::string& file) {
@@ -136,7 +136,7 @@ TEST_P(CompactedSample, KeepsPasswordAndEncoding) {
   const auto page0 = [](const std::string& file) {
     Bytes page(kPageSize);
     HostFileSystem().Open(file, OpenMode::Read)->ReadAt(0, page);
-    std::fill_n(page.begin() + kChangeMark, sizeof(std::uint64_t), std::uint8_t{0});  // every file has its own
+    std::fill_n(page.begin() + kChangeMark, sizeof(std::uint64_t), std::uint8_t{0});  // differs in every file
     page.resize(kCommitCounters);
     return page;
   };

@@ -22,7 +22,7 @@ using test::Spot;
 
 const std::u16string kTable = u"tblSpots";
 
-// Two hundred rows with long texts, of which every tenth is left.
+// Inserts two hundred rows with long texts and keeps every tenth.
 void FillAndThin(FreshDatabase& database) {
   database.Create(test::SpotsTable());
   WriteTurn turn(*database);
@@ -58,10 +58,10 @@ TEST(Compact, KeepsEveryRowAndTheNextNumberInLessSpace) {
   Compact(FreshDatabase::kPath, {}, files);
   EXPECT_EQ(RowsOf(files, FreshDatabase::kPath), rows);
   EXPECT_LT(files.Get(FreshDatabase::kPath).size(), before.size() / 2);
-  // The old file, apart from what its new opening may have counted.
+  // The .bak is the old file.
   EXPECT_EQ(files.Get("/data/new.mdb.bak"), before);
   EXPECT_FALSE(files.Exists("/data/new.compact.mdb"));
-  // Who had the old file open goes on with the new one.
+  // A program that had the old file open continues with the new one.
   EXPECT_EQ(database.Findings(), "");
   std::vector<Value> row = Spot(u"Nieuw");
   const RowId id = database.Insert(kTable, row);
@@ -101,7 +101,7 @@ TEST(Compact, IntoAnotherFileLeavesTheOldOneAlone) {
             "Kan het bestand '/data/small.mdb' niet aanmaken: het bestand bestaat al.");
 }
 
-// After a process was killed at any of its file calls, and another one does the same again.
+// A process is killed at each file call; then another one compacts again.
 TEST(Compact, KilledAtAnyCallLeavesTheOldOrTheNewFileAndWorksWhenRunAgain) {
   FreshDatabase model;
   FillAndThin(model);
@@ -127,7 +127,7 @@ TEST(Compact, KilledAtAnyCallLeavesTheOldOrTheNewFileAndWorksWhenRunAgain) {
   EXPECT_GT(call, 20);
 }
 
-TEST(Compact, KilledAtAnyCallLeavesAWholeNewFileOrNone) {
+TEST(Compact, KilledAtAnyCallLeavesACompleteNewFileOrNone) {
   FreshDatabase model;
   FillAndThin(model);
   const Bytes content = model.Files().Get(FreshDatabase::kPath);
@@ -151,8 +151,8 @@ TEST(Compact, KilledAtAnyCallLeavesAWholeNewFileOrNone) {
   }
 }
 
-// A program that compares marks must never take the copy for the file that it knows.
-TEST(Compact, ACopyHasAMarkOfItsOwn) {
+// Otherwise a program that compares marks would not notice the replacement.
+TEST(Compact, ACopyHasANewChangeMark) {
   FreshDatabase database;
   FillAndThin(database);
   files::MemoryFileSystem& files = database.Files();

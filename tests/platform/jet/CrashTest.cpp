@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A change is there whole or not at all, whatever fails and whenever the power goes.
+// A change is atomic, whatever fails and whenever the power is cut.
 #include "platform/jet/values/Error.h"
 #include "tests/platform/jet/support/FaultyFiles.h"
 #include "tests/platform/jet/support/PowerCut.h"
@@ -30,7 +30,7 @@ constexpr const char* kJournal = "/data/station.mdb-journal";
 const Values kOld = test::PagesBefore();
 const Values kNew = test::PagesAfter();
 
-// The code of the call's Error; nothing when it succeeds.
+// The code of the Error that the call throws; nothing when it succeeds.
 std::optional<ErrorCode> FailureOf(const std::function<void()>& call) {
   try {
     call();
@@ -64,7 +64,7 @@ TEST_P(EveryFault, OfAnyCallLeavesTheOldOrTheNewState) {
       done = !failure || failure == ErrorCode::NotYetDurable;
       reached = files.Failed();
       if (GetParam() != Fault::Dead) {
-        // The same opening goes on once the trouble is over.
+        // The same Storage works again after the failure.
         files.FailNever();
         const ReadGuard reading(storage);
         const Values now = test::PagesOf(storage.Source());
@@ -84,8 +84,8 @@ TEST_P(EveryFault, OfAnyCallLeavesTheOldOrTheNewState) {
   EXPECT_GT(call, 20);
 }
 
-TEST_P(EveryFault, DuringRecoveryIsOvercomeByTheNextOne) {
-  const test::Wreck wreck = test::DieMidway();
+TEST_P(EveryFault, DuringRecoveryIsRepairedByTheNextRecovery) {
+  const test::Wreck wreck = test::CrashMidway();
   ASSERT_FALSE(wreck.journal.empty());
   bool reached = true;
   for (int call = 0; reached; ++call) {
@@ -139,7 +139,7 @@ TEST(PowerCut, AtAnyMomentLeavesTheOldOrTheNewState) {
 }
 
 TEST(Recovery, KeepsBothWhenAnotherProgramWrote) {
-  const test::Wreck wreck = test::DieMidway();
+  const test::Wreck wreck = test::CrashMidway();
   files::MemoryFileSystem memory;
   memory.Put(kJournal, wreck.journal);
   Bytes foreign = wreck.database;
@@ -157,8 +157,8 @@ TEST(Recovery, KeepsBothWhenAnotherProgramWrote) {
   EXPECT_TRUE(Succeeds([&] { PagesAfterReopening(memory, kPath); }));
 }
 
-TEST(Recovery, LaysTheOldPagesOverAFileThatCannotBeWritten) {
-  const test::Wreck wreck = test::DieMidway();
+TEST(Recovery, ShowsTheOldPagesOfAReadOnlyFile) {
+  const test::Wreck wreck = test::CrashMidway();
   files::MemoryFileSystem memory;
   memory.Put(kPath, wreck.database);
   memory.Put(kJournal, wreck.journal);

@@ -76,7 +76,7 @@ Bytes RowBytes(unsigned columns, const Bytes& fixed, const std::vector<Bytes>& v
 }
 
 std::unique_ptr<jet::Database> OpenBytes(const Bytes& file, const jet::OpenOptions& options) {
-  // An open database goes on using its file system.
+  // The file system must outlive the open database.
   static std::deque<files::MemoryFileSystem> systems;
   files::MemoryFileSystem& files = systems.emplace_back();
   files.Put("test.mdb", file);

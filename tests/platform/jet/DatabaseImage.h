@@ -12,8 +12,8 @@
 #include <string>
 #include <vector>
 
-// A small Jet 4 file made byte by byte, without any help of the code under test, so that a test can say what lies
-// where and damage it.
+// A small Jet 4 file built byte by byte without the code under test, so that a test knows every offset and can damage
+// it.
 class DatabaseImage {
  public:
   using Page = std::array<std::uint8_t, 4096>;
@@ -29,12 +29,12 @@ class DatabaseImage {
   struct Index {
     std::string name;
     std::uint16_t column;
-    std::uint8_t flags;  // of the tree: 0x80, 1 = unique, 2 = ignore nulls, 8 = required
+    std::uint8_t flags;  // flags of the tree: 0x80, 1 = unique, 2 = ignore nulls, 8 = required
     std::uint8_t role;   // 1 = primary key
     bool descending = false;
   };
   struct Table {
-    std::uint32_t page = 0;  // of the definition
+    std::uint32_t page = 0;  // definition page
     std::uint32_t maps = 0;  // page of the map rows: 0 owned, 1 free, two for each memo column, one for each index
     std::uint32_t data = 0;  // the newest data page
     std::size_t longColumns = 0;
@@ -48,7 +48,7 @@ class DatabaseImage {
   Table AddTable(const std::string& name, const std::vector<Column>& columns, const std::vector<Index>& indexes = {});
   // Writes the row to the table's newest data page, or a new one.
   jet::RowId AddRow(Table& table, const jet::Bytes& row, jet::SlotKind kind = jet::SlotKind::Row);
-  // A new page of long values for the table's memo column.
+  // Adds a page of long values for the table's memo column.
   std::uint32_t AddLongValuePage(Table& table, std::size_t memo = 0);
   // Appends a slot to a data page and keeps its free bytes exact.
   jet::RowId AddSlot(std::uint32_t page, const jet::Bytes& bytes, jet::SlotKind kind = jet::SlotKind::Row);
@@ -76,7 +76,7 @@ class DatabaseImage {
   Table catalog_;
 };
 
-// Bytes of a little-endian number.
+// The bytes of a little-endian number.
 jet::Bytes Le(std::uint64_t number, std::size_t size);
 jet::Bytes Utf16(const std::string& ascii);
 jet::Bytes operator+(jet::Bytes a, const jet::Bytes& b);

@@ -48,7 +48,7 @@ TEST_F(SpotsDatabase, FindsTablesInAnyCaseAndRefusesUnknownOnes) {
   }
 }
 
-TEST_F(SpotsDatabase, TellsColumnsAndIndexes) {
+TEST_F(SpotsDatabase, DescribesColumnsAndIndexes) {
   const jet::TableDefinition& definition = spots.Definition();
   ASSERT_EQ(definition.columns.size(), 5u);
   EXPECT_EQ(definition.columns[0].name, u"Id");
@@ -64,7 +64,7 @@ TEST_F(SpotsDatabase, TellsColumnsAndIndexes) {
   EXPECT_EQ(definition.FindIndex(u"nothing"), jet::TableDefinition::kNone);
 }
 
-TEST_F(SpotsDatabase, ScanGivesEveryRowOnceWithItsFirstPlace) {
+TEST_F(SpotsDatabase, ScanReturnsEveryRowOnceWithItsRowId) {
   std::vector<std::int64_t> ids;
   jet::TableCursor rows = spots.Scan({0});
   while (rows.Next()) {
@@ -83,19 +83,19 @@ TEST_F(SpotsDatabase, DecodesEveryKindOfField) {
   EXPECT_EQ(spots.Fetch(sample.rows[1], kAll)->at(2), Value(false));
 }
 
-TEST_F(SpotsDatabase, PutsLongValuesTogether) {
+TEST_F(SpotsDatabase, ReadsLongValues) {
   EXPECT_EQ(spots.Fetch(sample.rows[4], {4})->at(0), Value(u"single"));
   EXPECT_EQ(spots.Fetch(sample.rows[5], {4})->at(0), Value(u"long chain"));
 }
 
-TEST_F(SpotsDatabase, FetchesOnlyRowsAtTheirFirstPlace) {
+TEST_F(SpotsDatabase, FetchesRowsOnlyByTheirRowId) {
   EXPECT_EQ(spots.Fetch(sample.rows[3], {3})->at(0), Value(u"c"));
   EXPECT_FALSE(spots.Fetch(sample.rows[0], {3})) << "the target of a moved row is no row of its own";
   EXPECT_FALSE(spots.Fetch(jet::MakeRowId(jet::PageOf(sample.rows[1]), 4), {3})) << "deleted";
   EXPECT_FALSE(spots.Fetch(jet::MakeRowId(jet::PageOf(sample.rows[1]), 99), {3})) << "never there";
 }
 
-TEST_F(SpotsDatabase, GivesColumnsInTheOrderAskedFor) {
+TEST_F(SpotsDatabase, ReturnsColumnsInTheGivenOrder) {
   const auto row = spots.Fetch(sample.rows[1], {3, 0});
   EXPECT_EQ(*row, (std::vector<Value>{u"a", std::int64_t{1}}));
 }

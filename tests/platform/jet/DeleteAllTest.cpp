@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Emptying a table in one pass: its pages go back through the maps, nothing else changes.
+// Emptying a table at once: its pages are freed through the maps, nothing else changes.
 #include "platform/jet/check/Check.h"
 #include "platform/jet/pages/UsageMap.h"
 #include "platform/jet/values/Utf8.h"
@@ -53,7 +53,7 @@ class DeleteAllTest : public testing::Test {
   FreshDatabase database_;
 };
 
-TEST_F(DeleteAllTest, GivesEveryPageBack) {
+TEST_F(DeleteAllTest, FreesEveryPage) {
   const std::uint32_t most = database_->Source().PageCount();
   EXPECT_EQ(DeleteAll(*database_, kTable), 3000U);
   EXPECT_EQ(database_.Findings(), "");
@@ -70,7 +70,7 @@ TEST_F(DeleteAllTest, GivesEveryPageBack) {
   EXPECT_EQ(database_.Rows(kTable), 3000U);
 }
 
-TEST_F(DeleteAllTest, NumbersGoOnFromWhereTheyWere) {
+TEST_F(DeleteAllTest, AutonumbersContinue) {
   DeleteAll(*database_, kTable);
   std::vector<Value> row = Spot(u"Bakker");
   WriteTurn turn(*database_);
@@ -94,7 +94,7 @@ TEST_F(DeleteAllTest, RolledBackNothingChanged) {
   EXPECT_EQ(database_.Rows(kTable), 3000U);
 }
 
-TEST_F(DeleteAllTest, AWriterGoesOnAfterIt) {
+TEST_F(DeleteAllTest, TheWriterIsUsableAfterwards) {
   WriteTurn turn(*database_);
   const auto writer = database_->OpenWriter(kTable);
   std::vector<Value> row = Spot(u"Bakker", std::u16string(3000, u'x'));
@@ -110,7 +110,7 @@ TEST_F(DeleteAllTest, AWriterGoesOnAfterIt) {
   EXPECT_EQ(database_.Rows(kTable), 1U);
 }
 
-// Enough rows that the maps are kept on bitmap pages, which go back, too.
+// Enough rows that the maps have bitmap pages, which are freed too.
 TEST_F(DeleteAllTest, ShortensMapsThatHadGrown) {
   {
     WriteTurn turn(*database_);
@@ -190,7 +190,7 @@ TEST_P(DeleteAllSample, EmptiesATableOrRefusesItUntouched) {
   EXPECT_EQ(witness::Disagreements(*database_, files_.Get(kPath), witness::SamplePassword(GetParam())), "");
 }
 
-TEST(DeleteAllRelations, ATableThatAnotherOneNamesIsNotEmptied) {
+TEST(DeleteAllRelations, AReferencedTableIsNotEmptied) {
   if (!witness::SampleFolder()) GTEST_SKIP() << "SPOTROOSTER_MDB_SAMPLES is not set";
   files::MemoryFileSystem files;
   const std::string path = "/data/file.mdb";

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A short run of the fuzz target "open, check, edit, save", and the damages that it once found the writer to fall for.
+// A short run of the fuzz target "open, check, edit, save", and the kinds of damage with which it found bugs in the
+// writer.
 #include "tests/fuzz/EditDamaged.h"
 
 #include "platform/jet/check/Check.h"
@@ -52,8 +53,8 @@ TEST(EditingDamagedFiles, MakesNothingWorse) {
   EXPECT_GT(refused, inputs / 20);
 }
 
-// One name has a character without a sort key, another name is not what its key says. While the first row is there, the
-// check can only remark on the index; once it is deleted, the second is a finding that no edit brought about.
+// One name has a character without a sort key, and another name does not match its key. As long as the first row
+// exists, the check can only remark on the index; after its deletion the second is a problem that no edit caused.
 TEST(EditingDamagedFiles, AnIndexThatIsHalfCheckedCountsAsDamaged) {
   constexpr std::uint8_t kLargerBase = 3;
   constexpr std::uint8_t kTwoDamages = 2 * 4;
@@ -100,7 +101,7 @@ class DamagedBase : public testing::Test {
 
   std::unique_ptr<Database> Open() { return Database::Open(kPath, fuzz::ForEditing(), files_); }
 
-  // Where the bytes of a map's row lie in the file.
+  // The offset of a map's row in the file.
   std::size_t PlaceOf(RowId map) {
     const std::size_t page = std::size_t{PageOf(map)} * kPageSize;
     return page + (LoadU16(&file_[page + kDataPageHead + 2 * SlotOf(map)]) & 0x1FFF);
@@ -109,7 +110,7 @@ class DamagedBase : public testing::Test {
     file_[PlaceOf(map) + 5 + page / 8] |= static_cast<std::uint8_t>(1U << (page % 8));
   }
 
-  // What becomes of a change that needs a new page. The file is as it was when that is refused.
+  // The error of a change that needs a new page; checks that a refused change leaves the file as it was.
   std::string MessageOfGrowing() {
     files_.Put(kPath, file_);
     const auto database = Open();
@@ -135,13 +136,13 @@ class DamagedBase : public testing::Test {
   std::vector<std::uint32_t> itemPages_;
 };
 
-TEST_F(DamagedBase, AUsedPageThatIsCalledFreeIsNotTaken) {
+TEST_F(DamagedBase, AUsedPageThatIsMarkedFreeIsNotAllocated) {
   SetBit(kGlobalMap, itemPages_.front());
   EXPECT_EQ(MessageOfGrowing(), "Tabel 'tblSpots': pagina " + std::to_string(itemPages_.front()) +
                                     ": is in gebruik, maar staat als vrij te boek");
 }
 
-TEST_F(DamagedBase, APageThatAMapNamesPastTheEndIsToldAndNotTaken) {
+TEST_F(DamagedBase, APagePastTheEndInAMapIsReportedAndNotAllocated) {
   const auto next = static_cast<std::uint32_t>(file_.size() / kPageSize);
   SetBit(items_.ownedMap, next);
   EXPECT_NE(MessageOfGrowing(), "");
@@ -155,11 +156,11 @@ TEST_F(DamagedBase, AFreePageFarPastTheEndDoesNotMakeTheFileHuge) {
 }
 
 TEST_F(DamagedBase, AMapThatIsTooShortForThePageIsDamage) {
-  file_[PlaceOf(spots_.ownedMap)] = 1;  // names bitmap pages now, and none of them
+  file_[PlaceOf(spots_.ownedMap)] = 1;  // a map by reference without bitmap pages
   EXPECT_NE(MessageOfGrowing(), "");
 }
 
-// A map of free pages that the file cannot have, and how it comes about.
+// An impossible map of free pages, and how to make it.
 struct WrongFreeMap {
   const char* name;
   std::function<void(Bytes& file, std::size_t row)> make;
@@ -169,7 +170,7 @@ void PutBitmapPages(Bytes& file) {
   test::FreeMapImage(file).PutBitmapPages();
 }
 
-// Where the first row of page 1 lies now.
+// The present place of the first row of page 1.
 std::uint8_t* FreeMapRow(Bytes& file) {
   return &file[kPageSize + (LoadU16(&file[kPageSize + kDataPageHead]) & 0x1FFF)];
 }
@@ -204,7 +205,7 @@ const WrongFreeMap kWrongFreeMaps[] = {
      }},
 };
 
-TEST_F(DamagedBase, AFreeMapThatCannotBeIsAProblemAndNothingIsWritten) {
+TEST_F(DamagedBase, AnImpossibleFreeMapIsAProblemAndNothingIsWritten) {
   const Bytes sound = file_;
   for (const WrongFreeMap& wrong : kWrongFreeMaps) {
     SCOPED_TRACE(wrong.name);
@@ -215,15 +216,15 @@ TEST_F(DamagedBase, AFreeMapThatCannotBeIsAProblemAndNothingIsWritten) {
   }
 }
 
-// The rows of the spots that are there, and that the check is content.
+// Counts the rows of tblSpots and requires that the check finds no problem.
 std::size_t CountSoundly(Database& database) {
   EXPECT_FALSE(HasProblem(CheckDatabase(database)));
   return database.OpenTable(u"tblSpots").CountRows();
 }
 
-TEST_F(DamagedBase, AnEmptiedIndexPageThatIsLeftInItsMapIsTakenOutOfIt) {
+TEST_F(DamagedBase, AnEmptiedIndexPageThatIsStillInItsMapIsRemovedFromIt) {
   const auto page = static_cast<std::uint32_t>(file_.size() / kPageSize);
-  file_.resize(file_.size() + kPageSize);  // of zeros, and the map of free pages calls it free
+  file_.resize(file_.size() + kPageSize);  // a page of zeros, which the map of free pages marks as free
   const RowId map = spots_.realIndexes[0].map;
   SetBit(map, page);
   files_.Put(kPath, file_);
@@ -233,7 +234,7 @@ TEST_F(DamagedBase, AnEmptiedIndexPageThatIsLeftInItsMapIsTakenOutOfIt) {
   EXPECT_FALSE(UsageMap::Read(Open()->Source(), map).Contains(page));
 }
 
-TEST_F(DamagedBase, AnEmptiedIndexPageThatIsLeftInItsMapDoesNotHinderEmptyingTheTable) {
+TEST_F(DamagedBase, AnEmptiedIndexPageThatIsStillInItsMapDoesNotPreventEmptyingTheTable) {
   const auto page = static_cast<std::uint32_t>(file_.size() / kPageSize);
   file_.resize(file_.size() + kPageSize);
   SetBit(spots_.realIndexes[0].map, page);
@@ -254,7 +255,7 @@ TEST_F(DamagedBase, AnAutonumberOfAnotherKindIsNoAutonumber) {
   EXPECT_NE(MessageOfGrowing(), "");
 }
 
-TEST_F(DamagedBase, AFieldThatLiesInAnotherIsNotWritten) {
+TEST_F(DamagedBase, AnOverlappingFieldIsNotWritten) {
   StoredTable overlapping = spots_;
   overlapping.columns[2].flags |= column_flag::kFixed;
   EXPECT_THROW(RowBuilder{overlapping}, Error);
@@ -264,7 +265,7 @@ TEST_F(DamagedBase, AFieldThatLiesInAnotherIsNotWritten) {
   EXPECT_NO_THROW(RowBuilder{spots_});
 }
 
-TEST_F(DamagedBase, WhenADefinitionCannotBeReadNoFreePageThatHoldsSomethingIsTaken) {
+TEST_F(DamagedBase, WhenADefinitionIsUnreadableOnlyBlankPagesAreAllocated) {
   file_[std::size_t{items_.page} * kPageSize] = 7;
   SetBit(kGlobalMap, itemPages_.front());
   files_.Put(kPath, file_);
@@ -272,8 +273,8 @@ TEST_F(DamagedBase, WhenADefinitionCannotBeReadNoFreePageThatHoldsSomethingIsTak
   EXPECT_EQ(FindDoubtfulFreePages(database->Source()).inUse, std::set<std::uint32_t>{itemPages_.front()});
 }
 
-TEST_F(DamagedBase, ALongValueOfAnotherTableIsNotReleased) {
-  // The memo of the last spot points to a long value of the items.
+TEST_F(DamagedBase, ALongValueOfAnotherTableIsNotFreed) {
+  // The memo of the last spot references a long value of tblItems.
   const RowId foreign = MakeRowId(UsageMap::Read(Open()->Source(), items_.columns[1].ownedMap).Members().front(), 0);
   const auto page = UsageMap::Read(Open()->Source(), spots_.ownedMap).Members().front();
   const auto begin = file_.begin() + static_cast<std::ptrdiff_t>(page * kPageSize);

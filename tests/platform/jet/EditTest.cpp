@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Thousands of random changes to real files and to our own, against a model that knows what the rows must be.
+// Thousands of random changes of real files and of our own, compared with a model of the rows.
 #include "platform/files/MemoryFileSystem.h"
 #include "platform/jet/database/Database.h"
 #include "platform/jet/pages/Files.h"
@@ -41,7 +41,7 @@ Bytes ContentOf(const std::filesystem::path& path) {
   return content;
 }
 
-// The pages that a change of the table may touch: its own, those of its maps, and what was free.
+// The pages that a change of the table may write: its own, those of its maps and free ones.
 std::set<std::uint32_t> PagesThatMayChange(Database& database, const std::u16string& name) {
   const RowId globalMap = MakeRowId(1, 0);
   const Table table = database.OpenTable(name);
@@ -65,7 +65,7 @@ std::set<std::uint32_t> PagesThatMayChange(Database& database, const std::u16str
   return pages;
 }
 
-// The pages that differ although they must not.
+// The pages outside of `allowed` that differ.
 std::vector<std::uint32_t> ChangedOutside(const std::set<std::uint32_t>& allowed, const Bytes& before,
                                           const Bytes& after) {
   std::vector<std::uint32_t> changed;
@@ -79,7 +79,7 @@ std::vector<std::uint32_t> ChangedOutside(const std::set<std::uint32_t>& allowed
   return changed;
 }
 
-// Not tables with validation rules, which are refused by name.
+// False for tables with validation rules, which are refused with an error.
 bool CanWrite(Database& database, const std::u16string& name) {
   const WriteTurn turn(database);
   try {
@@ -99,7 +99,7 @@ INSTANTIATE_TEST_SUITE_P(RealFiles, EditSample,
                                          "northwind", "encoded", "password"),
                          [](const auto& sample) { return sample.param; });
 
-// After every hundred changes; the outside readers are asked each time when there is time for it, else at the end.
+// Checked after every hundred changes; the outside readers run each time in long tests, otherwise at the end.
 TEST_P(EditSample, StaysSoundUnderRandomChanges) {
   if (!witness::SampleFolder()) GTEST_SKIP() << "SPOTROOSTER_MDB_SAMPLES is not set";
   files::MemoryFileSystem files;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Rows of another table, as they are stored, into a table without rows: pages and indexes are filled whole.
+// Copying stored rows of another table to an empty table: pages and indexes are filled completely.
 #include "platform/jet/values/Codec.h"
 #include "platform/jet/values/Utf8.h"
 #include "tests/platform/jet/support/SampleTable.h"
@@ -31,7 +31,7 @@ IndexDefinition Index(const std::u16string& name, std::vector<IndexDefinition::F
   return index;
 }
 
-// Nr, Naam, Soort, Dag, and texts as long as keys can be.
+// Nr, Naam, Soort, Dag, and texts of the longest possible key.
 TableDefinition Plain(const std::u16string& name) {
   TableDefinition table;
   table.name = name;
@@ -78,7 +78,7 @@ witness::Cells CellsOf(Database& database, const std::u16string& table) {
   return witness::TextOf(database, table).rows;
 }
 
-// Texts that begin differently and are long: few fit on a page.
+// Long texts with different beginnings, so that few keys fit on a page.
 std::u16string LongText(int i, std::size_t length) {
   std::u16string text{static_cast<char16_t>(u'\u0430' + i * 7 % 31), static_cast<char16_t>(u'\u0430' + i % 31),
                       static_cast<char16_t>(u'\u0430' + i / 31 % 31)};
@@ -116,7 +116,7 @@ TEST_F(Fill, MakesSoundPagesAndIndexesOfEveryRow) {
   EXPECT_EQ(database_->OpenTable(kTarget).Def().rowCount, 3000U);
 }
 
-TEST_F(Fill, TheTableIsChangedAfterwardsAsAnyOther) {
+TEST_F(Fill, TheTableIsWritableAfterwards) {
   Make(Plain(kSource), WithIndexes(Plain(kTarget)), MixedRows(2000));
   Copy(*database_);
   {
@@ -173,8 +173,8 @@ TEST_F(Fill, ATableThatHasRowsKeepsThem) {
   EXPECT_EQ(database_.Rows(kTarget), 301U);
 }
 
-// Fills, and fills a table that is not empty any more: what is refused is refused with the same words.
-TEST_F(Fill, RefusesADuplicateAsARowByItselfIsRefused) {
+// The error text is the same for filling an empty table and for inserting into one with rows.
+TEST_F(Fill, RefusesADuplicateWithTheErrorOfASingleInsert) {
   TableDefinition target = Plain(kTarget);
   IndexDefinition byName = Index(u"Naam", {{1, false}});
   byName.unique = true;
@@ -183,11 +183,11 @@ TEST_F(Fill, RefusesADuplicateAsARowByItselfIsRefused) {
   rows.reserve(200);
   for (int i = 0; i < 200; ++i)
     rows.push_back(Row(i, LongText(i, 5)));
-  rows[60][1] = rows[70][1] = Value{};  // nothing but null is no duplicate
+  rows[60][1] = rows[70][1] = Value{};  // keys of only nulls are not duplicates
   rows[20][1] = rows[180][1] = u"aap";
   rows[150][1] = u"bij";
   rows[100][1] = u"BIJ";
-  rows[110][1] = u"Bij";  // the first that must go, in the order of the rows
+  rows[110][1] = u"Bij";  // the first duplicate in the order of the rows
   Make(Plain(kSource), target, rows);
   const Bytes before = database_.Files().Get(FreshDatabase::kPath);
   const std::string filling = MessageOf([&] { Copy(*database_); });
@@ -207,7 +207,7 @@ TEST_F(Fill, RefusesARowWithoutAKey) {
   EXPECT_EQ(database_.Findings(), "");
 }
 
-// Keys of so many texts: from a dozen on a page to a single one, so that trees get deep and nodes small.
+// Parameter: number of texts in a key. From a dozen keys on a page to a single one, so that trees become deep.
 class FillOfLongKeys : public testing::TestWithParam<std::size_t> {};
 
 TEST_P(FillOfLongKeys, MakesSoundTreesOfEverySize) {

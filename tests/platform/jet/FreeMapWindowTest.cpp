@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Maps of free pages as other writers leave them: a bitmap that begins at a page other than 0, or bitmap pages. Pages
-// below the window are freed and taken, and the file stays sound.
+// Maps of free pages as other programs write them: a bitmap that begins at a page other than 0, or bitmap pages. Pages
+// below the window are freed and allocated, and the file stays sound.
 #include "platform/files/MemoryFileSystem.h"
 #include "platform/jet/check/Check.h"
 #include "platform/jet/database/Database.h"
@@ -26,7 +26,7 @@ namespace {
 constexpr const char* kPath = "window.mdb";
 const std::u16string kTable = u"tblAlles";
 
-// A file in memory that is closed, laid out otherwise, and opened again.
+// A file in memory that is closed, given another map layout, and opened again.
 class WindowFile {
  public:
   WindowFile() {
@@ -69,7 +69,7 @@ std::string Remarks(Database& database) {
   return remarks;
 }
 
-// Rows that fill some 600 pages.
+// Inserts rows that fill about 600 pages.
 void FillPages(Database& database) {
   WriteTurn turn(database);
   const auto writer = database.OpenWriter(kTable);
@@ -86,7 +86,7 @@ class FreeMapWindow : public testing::Test {
  protected:
   void SetUp() override { FillPages(*file_); }
 
-  // Frees pages on both sides of the window, takes them again, and looks.
+  // Frees pages on both sides of the window, allocates them again, and checks.
   void EditAll() {
     test::RandomEditor editor(*file_, kTable, 3, 60);
     for (int round = 0; round < 6; ++round) {
@@ -124,7 +124,7 @@ TEST_F(FreeMapWindow, NoFreePageIsLostWhenItIsBroughtBack) {
   const auto pages = before.size() / kPageSize;
   file_.LayOut([](test::FreeMapImage& image) { image.PutWindow(104); });
   FillPages(*file_);
-  test::RandomEditor(*file_, kTable, 3).DeleteAll();  // pages on both sides of page 104 come free
+  test::RandomEditor(*file_, kTable, 3).DeleteAll();  // frees pages on both sides of page 104
   EXPECT_EQ(test::Problems(*file_), "");
   FillPages(*file_);
   FillPages(*file_);
@@ -140,7 +140,7 @@ TEST_F(FreeMapWindow, IsARemarkOfTheCheck) {
   EXPECT_EQ(Remarks(*file_), "remark: de kaart van vrije pagina's begint pas bij pagina 512\n");
 }
 
-// What became of a proof.
+// Counts of a long run.
 struct Figures {
   int statements = 0;
   int windows = 0;
@@ -149,7 +149,7 @@ struct Figures {
   int askedOutside = 0;
 };
 
-// Another layout of the same free pages.
+// Gives the same free pages a random layout.
 void LayOutAtRandom(WindowFile& file, std::mt19937& random, Figures& figures) {
   file.LayOut([&](test::FreeMapImage& image) {
     if (random() % 4 == 0 && image.PageCount() < 4000) {
@@ -164,7 +164,7 @@ void LayOutAtRandom(WindowFile& file, std::mt19937& random, Figures& figures) {
   });
 }
 
-constexpr int kStatementsOfAFile = 4000;  // free pages below a window are lost, so that a file grows
+constexpr int kStatementsOfAFile = 4000;  // free pages below a window are lost, so the file grows
 
 void ProveOneFile(std::mt19937& random, int most, Figures& figures) {
   WindowFile file;

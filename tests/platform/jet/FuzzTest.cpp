@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A short run of the fuzz target over files and their mutations: whatever lies in a file, reading it ends, with an
-// Error at most.
+// A short run of the fuzz target over files and their mutations: reading always ends, at most with an Error.
 #include "tests/fuzz/PageMutator.h"
 #include "tests/platform/jet/SpotsImage.h"
 #include "tests/platform/jet/support/Samples.h"

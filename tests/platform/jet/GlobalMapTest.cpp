@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The map of free pages as the file grows: a row that gets longer, and then bitmap pages.
+// The map of free pages as the file grows: first a longer row, then bitmap pages.
 #include "platform/jet/pages/MapLayout.h"
 #include "platform/jet/pages/UsageMap.h"
 #include "tests/platform/jet/support/SampleTable.h"
@@ -29,7 +29,7 @@ class GlobalMap : public testing::Test {
     database_.Create(table);
   }
 
-  // Long values until the file has so many pages.
+  // Inserts long values until the file has `pages` pages.
   void GrowTo(std::size_t pages) {
     WriteTurn turn(*database_);
     const auto writer = database_->OpenWriter(kTable);
@@ -48,7 +48,7 @@ class GlobalMap : public testing::Test {
     turn.Commit();
   }
 
-  // How many bitmap pages the map of free pages has.
+  // The number of bitmap pages of the map of free pages.
   std::size_t BitmapPages() { return UsageMap::Read(database_->Source(), kGlobalMap).BitmapPages().size(); }
 
   FreshDatabase database_;
@@ -75,7 +75,7 @@ TEST_F(GlobalMap, BecomesBitmapPagesWhereARowIsTooShort) {
   const std::uint32_t most = database_->Source().PageCount();
   DeleteAll();
   EXPECT_EQ(database_.Findings(), "");
-  database_.Insert(kTable, {Bytes(1'000'000, 0x5A)});  // into pages that were given back
+  database_.Insert(kTable, {Bytes(1'000'000, 0x5A)});  // uses freed pages
   EXPECT_EQ(database_->Source().PageCount(), most);
 }
 

@@ -23,14 +23,14 @@ std::string Refusal(const jet::Bytes& file) {
   return "(opened)";
 }
 
-TEST(Rc4, GivesTheHeadersOwnMask) {
+TEST(Rc4, ProducesTheHeaderMask) {
   jet::Bytes zeros(16);
   jet::ApplyRc4({0xC7, 0xDA, 0x39, 0x6B}, zeros);
   EXPECT_EQ(zeros, (jet::Bytes{0xB5, 0x6F, 0x03, 0x62, 0x61, 0x08, 0xC2, 0x55, 0xEB, 0xA9, 0x67, 0x72, 0x43, 0x3F, 0x00,
                                0x9C}));
 }
 
-TEST(Header, TellsSortOrderAndDate) {
+TEST(Header, ReadsSortOrderAndDate) {
   const jet::Header header = jet::ParseHeader(DatabaseImage().At(0), "test.mdb");
   EXPECT_EQ(header.sortOrder, jet::SortOrder());
   EXPECT_EQ(header.creationDate, 40960.0);
@@ -38,7 +38,7 @@ TEST(Header, TellsSortOrderAndDate) {
   EXPECT_TRUE(header.password.empty());
 }
 
-TEST(Header, NamesWhatIsNoJet4File) {
+TEST(Header, RefusesOtherFormatsByName) {
   EXPECT_EQ(Refusal({}), "Het bestand 'test.mdb' is geen database: het is korter dan één pagina.");
   EXPECT_EQ(Refusal(jet::Bytes(8192, 'x')), "Het bestand 'test.mdb' is geen database.");
   DatabaseImage image;
@@ -51,7 +51,7 @@ TEST(Header, NamesWhatIsNoJet4File) {
   EXPECT_NE(Refusal(image.File()).find("Access 2007 of later"), std::string::npos);
 }
 
-// Puts a password and an encoding key into the header as the original does.
+// Writes a password and an encoding key to the header as the original engine does.
 jet::Bytes Protected(DatabaseImage& image, const std::string& password, std::uint32_t encodingKey) {
   image.MaskHeader();
   DatabaseImage::Page& page = image.At(0);
@@ -71,7 +71,7 @@ jet::Bytes Protected(DatabaseImage& image, const std::string& password, std::uin
   return file;
 }
 
-TEST(Header, APasswordIsAskedForAndCompared) {
+TEST(Header, APasswordIsRequiredAndCompared) {
   SpotsImage sample;
   const jet::Bytes file = Protected(sample.image, "geheim", 0);
   const auto told = [&](const std::u16string& password) -> std::string {

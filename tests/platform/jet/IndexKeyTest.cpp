@@ -63,7 +63,7 @@ TEST(IndexKey, SignOfADecimalIsTheSameInBothOrders) {
   EXPECT_EQ(KeyOf(ColumnType::Decimal, seven, false)[17], 0xF8);
 }
 
-// Keys must sort as their values do, upwards and downwards.
+// Keys must sort as their values do, ascending and descending.
 void ExpectSorted(ColumnType type, const std::vector<Value>& rising) {
   for (std::size_t i = 1; i < rising.size(); ++i) {
     EXPECT_LT(KeyOf(type, rising[i - 1]), KeyOf(type, rising[i])) << static_cast<int>(type) << " at " << i;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A table with an index that cannot be kept in step is not written to at all: by name, before the first byte changes.
+// Writing to a table with an index that cannot be updated is refused, naming the index, before any byte changes.
 #include "platform/jet/values/Codec.h"
 #include "tests/platform/jet/support/SampleTable.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
@@ -18,10 +18,10 @@ namespace {
 using test::FreshDatabase;
 using test::MessageOf;
 
-constexpr std::size_t kName = 1;  // places among the columns of tblSpots
+constexpr std::size_t kName = 1;  // positions in the columns of tblSpots
 constexpr std::size_t kPhoto = 4;
 const ColumnSet kEveryColumn = {0, 1, 2, 3, 4, 5};
-// Of a definition: its head, 12 bytes an index, 25 a column, the names of the columns, 52 an index.
+// A definition: head, 12 bytes per index, 25 per column, column names, 52 per index.
 constexpr std::size_t kHeadBytes = 63;
 constexpr std::size_t kCountBytes = 12;
 constexpr std::size_t kColumnBytes = 25;
@@ -35,7 +35,7 @@ class IndexRefusal : public testing::Test {
     def_ = fresh_->OpenTable(kTable).Def();
   }
 
-  // Opens the file as another program might have left it: with one number of the table's definition another one.
+  // Opens the file with one number of the table's definition replaced.
   void OpenWith(std::size_t place, std::uint16_t number) {
     Bytes content = fresh_.Files().Get(FreshDatabase::kPath);
     Store(&content[def_.page * kPageSize + place], number);
@@ -50,7 +50,7 @@ class IndexRefusal : public testing::Test {
   std::size_t PlaceOfColumn(std::size_t column) const {
     return kHeadBytes + kCountBytes * def_.realIndexes.size() + kColumnBytes * column;
   }
-  // Of the first field of the index that is made of `column`.
+  // The offset of the first field of the index on `column`.
   std::size_t PlaceOfIndexField(std::size_t column) const {
     std::size_t place = PlaceOfColumn(def_.columns.size());
     for (const StoredColumn& named : def_.columns)
@@ -106,7 +106,7 @@ TEST_F(IndexRefusal, OfAnOleFieldIsByNameAndChangesNothing) {
       "index kan staan. Er wordt niet in de tabel geschreven.");
 }
 
-// The same file with no number changed is written to.
+// The unchanged file is writable.
 TEST_F(IndexRefusal, IsOnlyOfWhatCannotBeKept) {
   OpenWith(PlaceOfIndexField(kName), kName);
   WriteTurn turn(*database_);

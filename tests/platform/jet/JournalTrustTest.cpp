@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Which journals are believed: only one that can be what a writer of this very file left.
+// Only a journal that a writer of this file can have left is trusted.
 #include "platform/files/MemoryFileSystem.h"
 #include "platform/jet/pages/Files.h"
 #include "platform/jet/values/Codec.h"
@@ -36,11 +36,11 @@ void PrintTo(const Forgery& forgery, std::ostream* out) {
   *out << forgery.name;
 }
 
-// A journal that is whole and has the right checksum, but that no writer of this program can have left.
+// A complete journal with the right checksum that this library cannot have written.
 class ForgedJournal : public testing::TestWithParam<Forgery> {
  protected:
   void SetUp() override {
-    const test::Wreck wreck = test::DieMidway();
+    const test::Wreck wreck = test::CrashMidway();
     database_ = wreck.database;
     Bytes journal = wreck.journal;
     GetParam().change(journal);
@@ -91,13 +91,13 @@ TEST_P(ForgedJournal, ChangesNoByteAndIsKeptUnderAnotherName) {
   EXPECT_EQ(memory_.Get(kPath), database_);
 }
 
-TEST_P(ForgedJournal, IsNotLaidOverAFileThatIsOnlyRead) {
+TEST_P(ForgedJournal, IsNotUsedForAReadOnlyFile) {
   EXPECT_NE(test::MessageOf([&] { Storage(kPath, test::TestOptions(true), memory_); }).find(kJournal),
             std::string::npos);
   EXPECT_EQ(memory_.Get(kJournal), journal_);
 }
 
-// The rights of the database, and who wrote the journal; the database is of user 1001 and group 2000.
+// The permissions of the database and the owner of the journal; the database belongs to user 1001 and group 2000.
 struct Writer {
   const char* name;
   unsigned permissions;
@@ -120,8 +120,8 @@ INSTANTIATE_TEST_SUITE_P(A, JournalOf,
                                          Writer{"AnotherWhereTheGroupMayWrite", 0664, 1003, 3000, false}),
                          [](const testing::TestParamInfo<Writer>& one) { return std::string(one.param.name); });
 
-TEST_P(JournalOf, IsBelievedWhenThatUserMayWriteTheDatabase) {
-  const test::Wreck wreck = test::DieMidway();
+TEST_P(JournalOf, IsTrustedWhenThatUserMayWriteTheDatabase) {
+  const test::Wreck wreck = test::CrashMidway();
   files::MemoryFileSystem memory;
   memory.Put(kPath, wreck.database);
   memory.Put(kJournal, wreck.journal);
@@ -144,16 +144,16 @@ TEST_P(JournalOf, IsBelievedWhenThatUserMayWriteTheDatabase) {
 
 class StaleJournal : public testing::Test {
  protected:
-  // A copy of another state is put back over the file, and the journal forgotten.
+  // An older copy is restored over the file, but the journal remains.
   void SetUp() override {
     memory_.Put(kPath, test::TinyDatabase({7, 8, 9, 10, 11}));
-    memory_.Put(kJournal, test::DieMidway().journal);
+    memory_.Put(kJournal, test::CrashMidway().journal);
   }
 
   files::MemoryFileSystem memory_;
 };
 
-TEST_F(StaleJournal, IsNotLaidOverACopyThatWasPutBack) {
+TEST_F(StaleJournal, IsNotUsedForARestoredCopy) {
   const std::string message = test::MessageOf([&] {
     Storage reader(kPath, test::TestOptions(true), memory_);
     const ReadGuard reading(reader);
@@ -162,14 +162,14 @@ TEST_F(StaleJournal, IsNotLaidOverACopyThatWasPutBack) {
   EXPECT_NE(message.find(kJournal), std::string::npos) << message;
 }
 
-TEST_F(StaleJournal, IsSetAsideByTheFirstThatMayWrite) {
+TEST_F(StaleJournal, IsRenamedByTheFirstWriter) {
   EXPECT_NE(test::MessageOf([&] { PagesAfterReopening(memory_, kPath); }).find(kKept), std::string::npos);
   EXPECT_EQ(PagesAfterReopening(memory_, kPath), (Values{7, 8, 9, 10, 11}));
   Storage reader(kPath, test::TestOptions(true), memory_);
   EXPECT_EQ(test::PagesOf(reader.Source()), (Values{7, 8, 9, 10, 11}));
 }
 
-TEST(Journal, AFileOfThatNameThatIsNoneIsKept) {
+TEST(Journal, AnUnrelatedFileOfThatNameIsKept) {
   const std::string text = "Notulen van de redactie, niet weggooien: dit bestand heet toevallig zo.";
   files::MemoryFileSystem memory;
   memory.Put(kPath, test::TinyDatabase({1}));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A program that is killed at any moment loses nothing that it was told is done.
+// A program that is killed at any moment loses no acknowledged change.
 #include "tests/platform/jet/support/Child.h"
 #include "tests/platform/jet/support/ProofFile.h"
 #include "tests/platform/jet/support/Rounds.h"
@@ -20,12 +20,12 @@ using test::Child;
 using test::ProofFile;
 using Rows = ProofFile::Rows;
 
-// Rows stay for so many steps before they change and go: enough for the index by name to have several leaves.
+// Steps before a row is renamed and deleted: enough for several leaves of the index on Naam.
 constexpr int kUntilRenamed = 80;
 constexpr int kUntilDeleted = 160;
 
 ProofFile::Row Fresh(int n) {
-  const std::size_t length = n % 16 == 0 ? 9000 : n % 4 == 0 ? 700 : 20;  // in several pieces, in one, in the row
+  const std::size_t length = n % 16 == 0 ? 9000 : n % 4 == 0 ? 700 : 20;  // several pieces, one piece, inline
   return {u"Spot " + std::u16string(20 + static_cast<std::size_t>(n % 20), static_cast<char16_t>(u'a' + n * 7 % 26)),
           std::u16string(length, static_cast<char16_t>(u'A' + n % 26))};
 }
@@ -35,7 +35,7 @@ ProofFile::Row Renamed(int n) {
   return {u"Nieuw " + Fresh(n + 3).name, std::u16string(length, u'n')};
 }
 
-// One statement: a third of the steps inserts, then updates, then deletes, so that each is killed as often.
+// One statement; inserts, updates and deletes in equal numbers, so that each is killed equally often.
 void Step(Database& database, int step) {
   const int n = step / 3 + 1;
   WriteTurn turn(database);
@@ -53,7 +53,7 @@ void Step(Database& database, int step) {
   turn.Commit();
 }
 
-// What the table holds after so many steps.
+// The rows of the table after `steps` steps.
 Rows RowsAfter(int steps) {
   Rows rows;
   const int inserted = (steps + 2) / 3;
@@ -97,7 +97,7 @@ TEST(KilledWriter, LosesNothingThatWasAcknowledged) {
     ASSERT_EQ(file.Findings(), "") << "kill " << kill;
     const Rows rows = file.Read();
     done = static_cast<int>(acknowledged);
-    // One more may be there to stay of which the news was cut off.
+    // One more may be committed whose acknowledgement was lost.
     if (rows != RowsAfter(done)) {
       ++done;
       ++unacknowledged;

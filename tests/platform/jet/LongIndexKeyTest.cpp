@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Values that make an index entry longer than a page takes.
+// Values whose index entry is too long for a page.
 #include "platform/jet/values/Error.h"
 #include "tests/platform/jet/support/SampleTable.h"
 
@@ -14,7 +14,7 @@ namespace {
 using test::Column;
 
 const std::u16string kTable = u"tblLang";
-// A hyphen takes four bytes of a key.
+// A hyphen takes four bytes in a key.
 const std::u16string kLongKey(255, u'-');
 
 class LongIndexKey : public testing::Test {
@@ -58,7 +58,7 @@ TEST_F(LongIndexKey, IsAnErrorAboutTheValueThatNamesIndexAndField) {
 }
 
 TEST_F(LongIndexKey, TheLongestThatAPageTakesIsStoredManyTimes) {
-  const std::u16string text(220, u'-');  // three of them and a shorter one: nearly a page
+  const std::u16string text(220, u'-');  // three and a shorter one fill nearly a page
   for (std::int64_t number = 0; number < 30; ++number)
     database_.Insert(kTable, {number * 7 % 30, text, text, text, std::u16string(228, u'-')});
   EXPECT_EQ(database_.Findings(), "");

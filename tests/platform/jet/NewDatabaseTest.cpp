@@ -36,7 +36,7 @@ TEST(NewDatabase, IsByteForByteWhatTheOriginalEngineMakes) {
   for (std::size_t i = 0; i < ours.size(); ++i) {
     if (ours[i] != theirs[i]) differing.insert(i / kPageSize);
   }
-  // Definitions: bytes that the engine leaves as they were in memory. Page 14: the dates of the catalogue's rows.
+  // Definitions: bytes that the engine does not initialise. Page 14: the dates of the catalogue's rows.
   EXPECT_EQ(differing, (std::set<std::size_t>{2, 3, 4, 14}));
   for (const std::size_t page : {2U, 3U, 4U}) {
     for (std::size_t i = page * kPageSize; i < (page + 1) * kPageSize; ++i)
@@ -86,7 +86,7 @@ TEST(NewTable, HasTheFieldsAndIndexesItWasMadeWith) {
   EXPECT_TRUE(read.indexes[2].primary && read.indexes[2].unique && read.indexes[2].required);
 }
 
-TEST(NewTable, WithAsManyFieldsAsThereCanBeSpansSeveralPages) {
+TEST(NewTable, WithTheMostFieldsSpansSeveralPages) {
   FreshDatabase database;
   TableDefinition table;
   table.name = u"tblBreed";
@@ -107,7 +107,7 @@ TEST(NewTable, WithAsManyFieldsAsThereCanBeSpansSeveralPages) {
   EXPECT_EQ(database.Findings(), "");
 }
 
-TEST(NewTable, IsRefusedWhenNoTableCanBeSo) {
+TEST(NewTable, WithAnInvalidDefinitionIsRefused) {
   FreshDatabase database;
   const Bytes before = database.Files().Get(FreshDatabase::kPath);
   const auto refusal = [&](const std::function<void(TableDefinition&)>& spoil) {
@@ -130,7 +130,7 @@ TEST(NewTable, IsRefusedWhenNoTableCanBeSo) {
             "De tabel 'TblSpots' bestaat al in het bestand '/data/new.mdb'.");
 }
 
-TEST(NewTable, IsForgottenWhenTheTurnEndsWithoutCommit) {
+TEST(NewTable, IsDiscardedWhenTheTurnEndsWithoutCommit) {
   FreshDatabase database;
   {
     const WriteTurn turn(*database);

@@ -85,7 +85,7 @@ void Step(Database& database, int n) {
   turn.Commit();
 }
 
-TEST_F(ProcessTest, ADeadUserOfTheLockFileStandsInNobodysWay) {
+TEST_F(ProcessTest, AKilledUserOfTheLockFileBlocksNoOne) {
   Child child([&](const Child::Acknowledge& acknowledge) {
     const auto database = Database::Open(path_, ForWriting());
     const WriteTurn turn(*database);

@@ -48,7 +48,7 @@ class ReplacedFile : public testing::Test {
     const ReadGuard reading(storage);
     return PagesOf(storage.Source());
   }
-  // Puts another file in its place, as `mv` does.
+  // Replaces the file, as `mv` does.
   void MoveOver(const Values& pages) {
     files_.Put(kNew, test::TinyDatabase(pages));
     files_.Rename(kNew, kPath);
@@ -89,7 +89,7 @@ TEST_F(ReplacedFile, NoTwoNewDatabasesHaveTheSameFirstPage) {
   EXPECT_NE(firstPage("/data/one.mdb"), firstPage("/data/two.mdb"));
 }
 
-TEST_F(ReplacedFile, AnIdleProgramThatHasTheOldOneOpenBlocksNobody) {
+TEST_F(ReplacedFile, AnIdleProgramThatHasTheOldOneOpenBlocksNoOne) {
   const auto idle = Open();
   MoveOver({7, 8});
   const auto writer = Open();
@@ -97,14 +97,14 @@ TEST_F(ReplacedFile, AnIdleProgramThatHasTheOldOneOpenBlocksNobody) {
   EXPECT_EQ(Read(*idle), (Values{70, 8}));
 }
 
-TEST_F(ReplacedFile, AFileOfAnotherEndingWithTheSameLockFileBlocksNobody) {
+TEST_F(ReplacedFile, AFileOfAnotherExtensionWithTheSameLockFileBlocksNoOne) {
   files_.Put("/data/station.old", test::TinyDatabase({1}));
   const auto idle = Open("/data/station.old");
   EXPECT_EQ(test::MessageOf([&] { Change(*Open(), 1, 10); }), "");
 }
 
-// The writer that waits gets its turn on the file that is gone; it must take it anew on the one that is there.
-TEST_F(ReplacedFile, AWriterThatWaitedMeanwhileHasItsTurnAlone) {
+// The waiting writer gets the lock of the old file; it must then lock the new one.
+TEST_F(ReplacedFile, AWriterThatWaitedMeanwhileHasExclusiveAccess) {
   auto compacting = Open();
   compacting->BeginWrite();
   auto options = TestOptions();
@@ -124,7 +124,7 @@ TEST_F(ReplacedFile, AWriterThatWaitedMeanwhileHasItsTurnAlone) {
   EXPECT_EQ(PagesAfterReopening(files_, kPath), (Values{70, 8}));
 }
 
-TEST_F(ReplacedFile, AChangeOfAFileThatIsNoLongerThereIsNotSaidToBeDone) {
+TEST_F(ReplacedFile, AChangeOfAFileThatNoLongerExistsIsNotReportedAsDone) {
   const auto storage = Open();
   WriteGuard writing(*storage);
   Fill(*storage, 1, 10);
@@ -145,8 +145,8 @@ TEST_F(ReplacedFile, AChangeOfAFileThatWasWrittenMeanwhileIsNotMade) {
   EXPECT_EQ(PagesAfterReopening(files_, kPath), (Values{1, 20, 3}));
 }
 
-// Whatever fails while the new file is opened, the program can go on afterwards.
-TEST_F(ReplacedFile, AFailureWhileTheNewOneIsOpenedIsOvercome) {
+// Whatever fails while the new file is opened, the program can continue afterwards.
+TEST_F(ReplacedFile, IsUsableAfterAFailureWhileOpeningTheNewFile) {
   bool reached = true;
   for (int call = 0; reached; ++call) {
     files_.Put(kPath, test::TinyDatabase({1, 2, 3}));
@@ -161,11 +161,11 @@ TEST_F(ReplacedFile, AFailureWhileTheNewOneIsOpenedIsOvercome) {
   }
 }
 
-// At any moment between finding a dead writer's journal and taking its change back, another program may do so, put a
-// new file in place and begin to write to it.
-TEST_F(ReplacedFile, TheJournalOfALivingWriterOfTheNewOneIsLeftAlone) {
-  const test::Wreck wreck = test::DieMidway();
-  const test::Wreck living = test::DieMidway(test::TinyDatabase({7, 8, 9}));
+// Between finding the journal of a killed writer and undoing its change, another program may undo it, replace the file
+// and begin to write.
+TEST_F(ReplacedFile, TheJournalOfARunningWriterOfTheNewFileIsNotTouched) {
+  const test::Wreck wreck = test::CrashMidway();
+  const test::Wreck living = test::CrashMidway(test::TinyDatabase({7, 8, 9}));
   int interrupted = 0;
   bool reached = true;
   for (int moment = 0; reached; ++moment) {
@@ -190,7 +190,7 @@ TEST_F(ReplacedFile, TheJournalOfALivingWriterOfTheNewOneIsLeftAlone) {
         memory.Put(kNew, living.database);
         memory.Rename(kNew, kPath);
       } catch (const Error&) {
-        return;  // the finder holds its locks now
+        return;  // the recovering program has its locks now
       }
       memory.Put(kJournal, living.journal);
       writer = memory.Open(kPath, OpenMode::Write);

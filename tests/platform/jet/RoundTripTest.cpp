@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Files made by this library, read back by outside readers: the ends of every kind of value, tables of any length.
+// Files written by this library and read by outside readers: extreme values of every type, tables of any length.
 #include "tests/platform/jet/support/Agreement.h"
 #include "tests/platform/jet/support/SampleTable.h"
 #include "tests/platform/jet/support/Witness.h"
@@ -22,7 +22,7 @@ std::u16string Digits(int number) {
   return {digits.begin(), digits.end()};
 }
 
-// The values of each column at its ends; memos of one byte to a megabyte.
+// The extreme values of each column type; memos of one byte to a megabyte.
 std::vector<std::pair<ColumnDefinition, std::vector<Value>>> Extremes() {
   const auto text = [](std::u16string value) { return Value(std::move(value)); };
   const auto whole = [](std::int64_t value) { return Value(value); };
@@ -70,7 +70,7 @@ class RoundTrip : public testing::Test {
   FreshDatabase database_;
 };
 
-TEST_F(RoundTrip, ReadsTheEndsOfEveryKind) {
+TEST_F(RoundTrip, ReadsExtremeValuesOfEveryType) {
   const auto extremes = Extremes();
   TableDefinition table;
   table.name = u"tblUitersten";

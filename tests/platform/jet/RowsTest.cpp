@@ -40,7 +40,7 @@ Value Field(const jet::StoredTable& table, const Bytes& row, std::size_t column)
   return value;
 }
 
-// A row of a well-known sample table: number, company, telephone.
+// A row of a sample table: number, company, telephone.
 const Bytes kShipper = {0x03, 0x00, 0x01, 0x00, 0x00, 0x00, 0xFF, 0xFE, 'S',  'p',  'e',  'e',  'd',  'y',  ' ', 'E',
                         'x',  'p',  'r',  'e',  's',  's',  0xFF, 0xFE, '(',  '5',  '0',  '3',  ')',  ' ',  '5', '5',
                         '5',  '-',  '9',  '8',  '3',  '1',  0x26, 0x00, 0x16, 0x00, 0x06, 0x00, 0x02, 0x00, 0x07};

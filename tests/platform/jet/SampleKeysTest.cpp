@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Every key of every index of real files must be what we would have written for that row.
+// Every key of every index of real files must equal the key that this library builds for the row.
 #include "platform/jet/index/IndexKey.h"
 #include "platform/jet/pages/DataPage.h"
 #include "platform/jet/pages/Files.h"
@@ -24,7 +24,7 @@ constexpr std::size_t kMask = 27;
 constexpr std::size_t kEntries = 480;
 constexpr std::size_t kPointer = 4;
 
-// A small index walker of the test's own: all entries of one leaf, completed by their prefix.
+// An independent index reader: all entries of one leaf, with their prefix.
 std::vector<Bytes> LeafEntries(const PageBytes& page) {
   std::vector<Bytes> entries;
   const std::size_t prefix = LoadU16(&page[24]);
@@ -40,11 +40,11 @@ std::vector<Bytes> LeafEntries(const PageBytes& page) {
   return entries;
 }
 
-// How many keys of a file cannot be the same as ours, and why.
+// The number of keys in a file that cannot equal ours, and why.
 struct Sample {
   const char* name;
   int unknownCharacters = 0;  // the row's text has characters without a known weight
-  int otherWriters = 0;       // written by a library that gives the two weights of AE, TH and SS one accent together
+  int otherWriters = 0;       // written by a library that stores one accent for both weights of AE, TH and SS
 };
 
 void PrintTo(const Sample& sample, std::ostream* out) {
@@ -103,7 +103,7 @@ TEST_P(SampleKeys, AreRebuiltFromTheRows) {
     try {
       CompareTable(pages, ReadStoredTable(pages, number));
     } catch (const Error& error) {
-      // The continuation of a long definition looks like one of its own; its words make no sense as a table.
+      // A later page of a long definition looks like a first page, but does not parse.
       ASSERT_EQ(error.Code(), ErrorCode::Damaged) << error.what();
     }
   }

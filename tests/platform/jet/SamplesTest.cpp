@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Real files, made by the original programs.
+// Real files, written by the original programs.
 #include "tests/platform/jet/support/Samples.h"
 
 #include "platform/jet/check/Check.h"

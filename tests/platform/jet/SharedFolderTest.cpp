@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Links, other kinds of files, and the rights of several users, on a real disk.
+// Links, other kinds of files, and the permissions of several users, on a real disk.
 #include "platform/jet/database/Database.h"
 #include "platform/jet/storage/Storage.h"
 #include "platform/jet/values/Error.h"
@@ -68,7 +68,7 @@ class SharedFolder : public testing::Test {
   static unsigned ModeOf(const fs::path& path) {
     return static_cast<unsigned>(fs::status(path).permissions() & fs::perms::mask);
   }
-  // Runs as a user without rights of his own, and says what went wrong.
+  // Runs `work` as an unprivileged user and returns the failure.
   static std::string AsAnother(const std::function<void()>& work) {
     Child child([&](const Child::Acknowledge& acknowledge) {
       if (::geteuid() == 0 && (::setgroups(0, nullptr) != 0 || ::setgid(kNobody) != 0 || ::setuid(kNobody) != 0))
@@ -91,7 +91,7 @@ bool Names(const std::string& message, const fs::path& path) {
   return message.find("'" + path.string() + "'") != std::string::npos;
 }
 
-TEST_F(SharedFolder, AChangeThroughALinkIsTakenBackByThoseWhoUseTheRealName) {
+TEST_F(SharedFolder, AChangeThroughALinkIsRolledBackThroughTheRealName) {
   fs::create_directory(folder_ / "links");
   const fs::path link = folder_ / "links" / "anders.mdb";
   fs::create_symlink(path_, link);
@@ -107,7 +107,7 @@ TEST_F(SharedFolder, AChangeThroughALinkIsTakenBackByThoseWhoUseTheRealName) {
   EXPECT_TRUE(fs::is_empty(folder_ / "links") || std::distance(fs::directory_iterator(link.parent_path()), {}) == 1);
 }
 
-TEST_F(SharedFolder, ALinkThatIsTurnedToAnotherFileIsFollowed) {
+TEST_F(SharedFolder, ARedirectedLinkIsFollowed) {
   const fs::path link = folder_ / "actueel.mdb";
   fs::create_symlink(path_, link);
   Storage storage(link, test::TestOptions(), HostFileSystem());
@@ -170,7 +170,7 @@ TEST_F(SharedFolder, ADatabaseOfTheLockFilesNameIsNeitherWrittenNorMade) {
   EXPECT_TRUE(Names(test::MessageOf([&] { Database::Create(folder_ / "nieuw.ldb"); }), folder_ / "nieuw.ldb"));
 }
 
-TEST_F(SharedFolder, WhoCannotUseTheLockFileDoesNotWrite) {
+TEST_F(SharedFolder, AProgramThatCannotUseTheLockFileDoesNotWrite) {
   Write(Beside(".ldb"), {});
   fs::permissions(Beside(".ldb"), fs::perms::owner_read | fs::perms::others_read);
   fs::permissions(path_,
@@ -191,7 +191,7 @@ TEST_F(SharedFolder, TheLockFileAndTheJournalHaveTheRightsOfTheDatabase) {
       fs::permissions(path_, static_cast<fs::perms>(mode));
       Storage storage(path_, test::TestOptions(), HostFileSystem());
       EXPECT_EQ(ModeOf(Beside(".ldb")), mode);
-      // A writer that dies leaves its journal.
+      // A killed writer leaves its journal.
       const Bytes before = Content(path_);
       for (int call = 0; Content(path_) == before; ++call) {
         FaultyFiles files(HostFileSystem());
@@ -242,8 +242,8 @@ TEST_P(OtherKinds, AreNoJournal) {
   EXPECT_EQ(Content(path_), test::TinyDatabase({1, 2, 3}));
 }
 
-// A journal of 40 GB that holds nothing takes neither memory nor time.
-TEST_F(SharedFolder, AnEndlessJournalIsSetAside) {
+// An empty (sparse) journal of 40 GB takes neither memory nor time.
+TEST_F(SharedFolder, AHugeJournalIsRenamed) {
   Bytes head(40);
   std::copy_n("SPRJRNL1", 8, head.begin());
   head[9] = 1;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Memos that share their pieces, as only a damaged file has them: what is read of them stays within the file's size.
+// Memos that share their pieces, which only a damaged file has: the amount that is read is limited by the file's size.
 #include "platform/jet/database/Database.h"
 #include "platform/jet/values/Error.h"
 #include "tests/platform/jet/DatabaseImage.h"
@@ -16,7 +16,7 @@ namespace {
 
 constexpr int kRows = 200;
 
-// What a scan gives.
+// The result of a scan.
 struct Scanned {
   std::size_t rows = 0;
   std::size_t characters = 0;

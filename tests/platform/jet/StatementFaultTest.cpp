@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Every statement that writes, with every call to the disk failing in turn, in every way.
+// Every kind of writing statement, with each file call failing in turn, in every way.
 #include "platform/jet/check/Check.h"
 #include "tests/fuzz/EditBases.h"
 #include "tests/platform/jet/support/FaultyFiles.h"
@@ -38,7 +38,7 @@ void Insert(Database& database, std::size_t textLength) {
   database.OpenWriter(u"tblSpots")->Insert(row);
 }
 
-// As many rows as indexes of two levels take, and all of them into a table that has none.
+// Fills an empty table with enough rows for indexes of two levels.
 void FillATable(Database& database) {
   TableDefinition table = test::SpotsTable();
   std::erase_if(table.columns, [](const ColumnDefinition& column) { return column.type >= ColumnType::Ole; });
@@ -89,7 +89,7 @@ const Statement kStatements[] = {
        database.CreateTable(table);
      }}};
 
-// All that a reader can see; "damaged" with the problems when the check has any.
+// Everything that a reader sees; "damaged" with the problems when the check finds any.
 witness::Tables StateOf(files::MemoryFileSystem& files) {
   const auto database = Database::Open(kPath, fuzz::ForEditing(), files);
   for (const Finding& finding : CheckDatabase(*database))
@@ -136,7 +136,7 @@ TEST_P(StatementFault, OfAnyCallLeavesTheOldOrTheNewState) {
     if (done) {
       EXPECT_NE(now, before) << "call " << call;
     }
-    // What became of the change is known only when all calls are through: the new state is compared at the end.
+    // The new state is only known after the last call: it is compared at the end.
     if (now != before) {
       if (after.empty()) after = now;
       EXPECT_EQ(now, after) << "call " << call;

@@ -59,7 +59,7 @@ TEST_F(StorageTest, ACommittedChangeIsThereAndNothingElseIsLeft) {
   EXPECT_EQ(PagesAfterReopening(files_, kPath), (Values{1, 20, 3, 40}));
 }
 
-TEST_F(StorageTest, WithoutCommitNothingHappened) {
+TEST_F(StorageTest, WithoutCommitNothingChanges) {
   const Bytes before = files_.Get(kPath);
   const auto storage = Open();
   {
@@ -87,7 +87,7 @@ TEST_F(StorageTest, AChangeIsCommittedOnce) {
   EXPECT_EQ(codeOf(*first), ErrorCode::Misuse);
   EXPECT_THROW(storage->Commit(), Error);
   EXPECT_THROW(storage->Changes(), Error);
-  // The next change is not the first one's to commit or to take back.
+  // The first guard must not commit or roll back the second change.
   WriteGuard second(*storage);
   Fill(*storage, 3, 30);
   EXPECT_EQ(codeOf(*first), ErrorCode::Misuse);
@@ -123,7 +123,7 @@ TEST_F(StorageTest, OthersSeeAChangeWhenItIsCommittedAndNotBefore) {
   EXPECT_EQ(PagesOf(reader->Source()), (Values{10, 2, 3}));
 }
 
-TEST_F(StorageTest, ASecondWriterHearsWhoHasTheFile) {
+TEST_F(StorageTest, ASecondWriterGetsTheNameOfTheFirst) {
   const auto one = Open();
   const auto other = Open();
   const WriteGuard writing(*one);
@@ -146,7 +146,7 @@ TEST_F(StorageTest, AWriterThatGaveUpLeavesNoLockBehind) {
   EXPECT_EQ(PagesAfterReopening(files_, kPath), (Values{10, 2, 3}));
 }
 
-TEST_F(StorageTest, WhoWaitedLongestWritesNext) {
+TEST_F(StorageTest, TheLongestWaitingWriterIsNext) {
   const auto open = [this] { return files_.Open(kPath, OpenMode::Write); };
   const auto first = open(), second = open(), third = open();
   Lock holder(*first);
@@ -165,7 +165,7 @@ TEST_F(StorageTest, WhoWaitedLongestWritesNext) {
   EXPECT_TRUE(holder.TryReserveInTurn());
 }
 
-TEST_F(StorageTest, ADeadOneInTheQueueKeepsNobodyWaiting) {
+TEST_F(StorageTest, AKilledProgramInTheQueueDelaysNoOne) {
   auto dying = files_.Open(kPath, OpenMode::Write);
   const auto living = files_.Open(kPath, OpenMode::Write);
   const auto holding = files_.Open(kPath, OpenMode::Write);
@@ -179,7 +179,7 @@ TEST_F(StorageTest, ADeadOneInTheQueueKeepsNobodyWaiting) {
   EXPECT_TRUE(other.TryReserveInTurn());
 }
 
-TEST_F(StorageTest, OneStatementWaitsNoLongerThanOnce) {
+TEST_F(StorageTest, AllWaitsOfOneStatementShareOneLimit) {
   const auto busy = Open();
   auto options = TestOptions();
   auto waited = std::chrono::milliseconds{0};
@@ -225,7 +225,7 @@ TEST_F(StorageTest, ReadsButDoesNotWriteWhatIsReadOnly) {
   EXPECT_EQ(files_.Names().size(), 1U);
 }
 
-TEST_F(StorageTest, ShowsItselfInTheLockFileAndRemovesItWhenTheLastOneGoes) {
+TEST_F(StorageTest, EntersTheLockFileAndRemovesItAfterTheLastUser) {
   auto one = Open();
   auto other = Open();
   const Bytes entries = files_.Get("/data/station.ldb");
@@ -238,7 +238,7 @@ TEST_F(StorageTest, ShowsItselfInTheLockFileAndRemovesItWhenTheLastOneGoes) {
   EXPECT_FALSE(files_.Exists("/data/station.ldb"));
 }
 
-TEST_F(StorageTest, DoesNotWriteWhileAnotherMakersProgramHasTheFileOpen) {
+TEST_F(StorageTest, DoesNotWriteWhileAnotherJetProgramHasTheFileOpen) {
   const auto storage = Open();
   auto foreign = files_.Open("/data/station.ldb", OpenMode::OpenOrCreate);
   foreign->WriteAt(64, Bytes{'P', 'C', '7'});
@@ -254,7 +254,7 @@ TEST_F(StorageTest, DoesNotWriteWhileAnotherMakersProgramHasTheFileOpen) {
   writing.Commit();
 }
 
-TEST_F(StorageTest, AnotherMakersProgramThatLeftNoNameIsReportedWithoutOne) {
+TEST_F(StorageTest, AnotherJetProgramThatLeftNoNameIsReportedWithoutOne) {
   const auto storage = Open();
   const auto foreign = files_.Open("/data/station.ldb", OpenMode::OpenOrCreate);
   ASSERT_TRUE(foreign->TryLock({kUserBytes + 2, 1}, LockKind::Exclusive));
@@ -270,7 +270,7 @@ TEST_F(StorageTest, OneThreadHasOneStorageOfAFile) {
   EXPECT_NE(Storage::Open("/data/other.mdb", TestOptions(), files_), one);
 }
 
-TEST_F(StorageTest, KeepsWhatAReaderHoldsApartFromWhatIsChangedNext) {
+TEST_F(StorageTest, AHeldPageDoesNotChange) {
   const auto storage = Open();
   const WriteGuard writing(*storage);
   Fill(*storage, 1, 10);

@@ -19,7 +19,7 @@ jet::StoredTable Read(const DatabaseImage& image, std::uint32_t page) {
   return jet::ReadStoredTable(database->Source(), page);
 }
 
-TEST(StoredTable, TellsColumnsByNumber) {
+TEST(StoredTable, ReadsColumnsByNumber) {
   SpotsImage sample;
   const jet::StoredTable table = Read(sample.image, sample.spots.page);
   ASSERT_EQ(table.columns.size(), 5u);
@@ -36,7 +36,7 @@ TEST(StoredTable, TellsColumnsByNumber) {
   EXPECT_EQ(table.length, table.streamLength);
 }
 
-TEST(StoredTable, TellsIndexesAndTheirNames) {
+TEST(StoredTable, ReadsIndexesAndTheirNames) {
   SpotsImage sample;
   const jet::StoredTable table = Read(sample.image, sample.spots.page);
   ASSERT_EQ(table.realIndexes.size(), 2u);
@@ -65,7 +65,7 @@ TEST(StoredTable, EachTruncationIsAnError) {
   DatabaseImage::Page& page = sample.image.At(sample.spots.page);
   const DatabaseImage::Page whole = page;
   const std::size_t length = static_cast<std::size_t>(whole[8] | whole[9] << 8);
-  // The stream ends at a page's end: what is behind the cut cannot be read.
+  // The stream ends at the end of a page: nothing after the cut is readable.
   for (std::size_t cut = 64; cut < length; cut += 7) {
     page = whole;
     std::copy_backward(whole.begin() + 63, whole.begin() + static_cast<std::ptrdiff_t>(cut), page.end());
@@ -83,7 +83,7 @@ TEST(StoredTable, ContradictionsAreErrors) {
     page[at] = value;
     EXPECT_THROW(Read(sample.image, sample.spots.page), jet::Error) << at;
   };
-  broken(41, 2);                // fewer columns ever made than there are
+  broken(41, 2);                // fewer columns ever created than exist
   broken(43, 1);                // fewer variable columns
   broken(46, 1);                // 261 columns
   broken(49, 1);                // 65538 logical indexes

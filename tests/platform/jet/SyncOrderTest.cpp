@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The order in which a change reaches the disk. A power cut may come between any two of these steps.
+// The order in which a change is written to the disk. The power may be cut between any two steps.
 #include "platform/jet/values/Error.h"
 #include "tests/platform/jet/support/FaultyFiles.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
@@ -39,7 +39,7 @@ std::string StepOf(const Change& change) {
   return kVerbs[change.kind] + NameOf(change);
 }
 
-// What the work does to the files, writes of several pages told once. The lock file holds nothing that must last.
+// The file calls of the work, consecutive page writes as one. The lock file is left out: it need not be durable.
 template <class Work>
 Steps StepsOf(files::MemoryFileSystem& memory, Work work) {
   FaultyFiles files(memory);
@@ -66,7 +66,7 @@ TEST(SyncOrder, ARecoveryIsSyncedBeforeTheJournalGoesAndTheFolderAfterIt) {
   const Bytes old = test::TinyDatabase({1, 2, 3});
   files::MemoryFileSystem memory;
   memory.Put(kPath, old);
-  // Killed later and later, until it was in the midst of overwriting.
+  // Killed one call later each time, until it was overwriting pages.
   for (int call = 0; memory.Get(kPath) == old; ++call) {
     memory.Put(kPath, old);
     if (memory.Exists(kJournal)) memory.Remove(kJournal);

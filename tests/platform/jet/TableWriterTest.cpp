@@ -62,7 +62,7 @@ TEST_F(TableWriterTest, StoresWhatItIsGivenAndNumbersTheRows) {
   EXPECT_EQ(database_.Findings(), "");
 }
 
-TEST_F(TableWriterTest, TellsTheNumberThatItGave) {
+TEST_F(TableWriterTest, ReturnsTheAssignedNumber) {
   Change([](TableWriter& writer) {
     std::vector<Value> row = Spot(u"Bakker");
     row[0] = std::int64_t{41};
@@ -105,7 +105,7 @@ TEST_F(TableWriterTest, RefusesByTableFieldAndValueAndChangesNothing) {
   EXPECT_EQ(database_.Files().Get(FreshDatabase::kPath), before);
 }
 
-TEST_F(TableWriterTest, KeepsLongValuesInAllTheirFormsAndGivesTheirPagesBack) {
+TEST_F(TableWriterTest, StoresLongValuesInAllFormsAndFreesTheirPages) {
   std::vector<RowId> rows;
   const std::size_t lengths[] = {1, 64, 65, 2000, 4076, 4077, 8144, 8145, 1000000};
   for (const std::size_t length : lengths)
@@ -124,7 +124,7 @@ TEST_F(TableWriterTest, KeepsLongValuesInAllTheirFormsAndGivesTheirPagesBack) {
   EXPECT_EQ(database_.Findings(), "");
 }
 
-TEST_F(TableWriterTest, AnUpdateKeepsWhatItDoesNotName) {
+TEST_F(TableWriterTest, AnUpdateKeepsTheOtherColumns) {
   const RowId row = database_.Insert(kTable, Spot(u"Bakker", std::u16string(5000, u't')));
   Change([&](TableWriter& writer) {
     std::vector<Value> values(6);
@@ -205,7 +205,7 @@ TEST_F(TableWriterTest, ATreeOfManyLevelsGrowsAndShrinksInAnyOrder) {
   EXPECT_EQ(database_.Findings(), "");
 }
 
-TEST_F(TableWriterTest, RowsDeletedTogetherGoFromPagesAndIndexesAndLeaveTheOthersWhole) {
+TEST_F(TableWriterTest, RowsDeletedTogetherLeaveTheOthersIntact) {
   std::mt19937 random(7);
   const std::size_t lengths[] = {0, 10, 64, 65, 400, 400, 3000, 9000};
   std::map<RowId, Value> texts;
@@ -240,7 +240,7 @@ TEST_F(TableWriterTest, RowsDeletedTogetherGoFromPagesAndIndexesAndLeaveTheOther
   }
 }
 
-TEST_F(TableWriterTest, ARowNamedTwiceIsNotDeletedTwice) {
+TEST_F(TableWriterTest, ARowListedTwiceIsNotDeletedTwice) {
   const RowId row = database_.Insert(kTable, Spot(u"Bakker"));
   const RowId other = database_.Insert(kTable, Spot(u"Slager"));
   const Bytes before = database_.Files().Get(FreshDatabase::kPath);
@@ -248,7 +248,7 @@ TEST_F(TableWriterTest, ARowNamedTwiceIsNotDeletedTwice) {
   EXPECT_EQ(database_.Files().Get(FreshDatabase::kPath), before);
 }
 
-TEST_F(TableWriterTest, UniqueIndexesLetSeveralEmptyKeysPass) {
+TEST_F(TableWriterTest, UniqueIndexesAllowSeveralNullKeys) {
   TableDefinition table;
   table.name = u"tblCodes";
   table.columns = {Column(u"Code", ColumnType::Text, 10)};

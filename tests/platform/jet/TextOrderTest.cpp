@@ -55,7 +55,7 @@ TEST(TextOrder, CountsADoubleLetterTwice) {
             "02 02 02 02 02 02 02 02 02 02 02 02 02 02 02 02 02 02 02 02 02 02 02 02 02 02 13 00");
 }
 
-TEST(TextOrder, PutsSpecialsBehindEverythingElse) {
+TEST(TextOrder, PutsSpecialsAfterEverythingElse) {
   EXPECT_EQ(KeyOf(u"3L9\u001D52\u0002_AB(¥\u0005!!V"),
             "3C 5E 48 40 3A 2B 03 4A 4C 14 34 A9 09 09 71 01 01 01 01 80 13 06 1A 80 1B 06 04 80 2F 06 07 00");
 }
@@ -100,7 +100,7 @@ TEST(TextOrder, SortsDutchAndFrenchNamesAsTheDatabaseDoes) {
                                                 u"IJs", u"Ijsland", u"Œuvre", u"oever", u"'s-Gravenhage", u"zèbre"}));
 }
 
-// Texts full of what is special: accents, double letters, ignored characters, hyphens, spaces, the unknown.
+// Random texts of special cases: accents, double letters, ignored characters, hyphens, spaces, unknown characters.
 class RandomTexts {
  public:
   explicit RandomTexts(bool known) : alphabet_(u"aAbcé\u00E8ßæÆsœ- '\u00AD\u0001z") {
@@ -133,7 +133,7 @@ TEST(TextOrder, ComparesAsTheKeysDo) {
   }
 }
 
-// UTF-8 has no lone surrogates; of those, RandomTexts gives only these two.
+// UTF-8 has no lone surrogates; RandomTexts contains only these two.
 std::u16string WithoutLoneSurrogates(std::u16string text) {
   constexpr char16_t kHigh = 0xD83D;
   constexpr char16_t kLow = 0xDE00;

@@ -12,7 +12,7 @@ namespace {
 
 using Pages = std::vector<std::uint32_t>;
 
-// Puts `row` on a page of its own and reads it as a map.
+// Writes `row` to a new page and reads it as a map.
 jet::UsageMap ReadMap(DatabaseImage& image, const jet::Bytes& row) {
   const auto holder = image.AddTable("Holder", {{"Id", 4, 3, 0, 0, 4}}).maps;
   const jet::RowId where = image.AddSlot(holder, row);
@@ -42,7 +42,7 @@ TEST(UsageMap, PagesPastTheEndAreNoMembers) {
   EXPECT_TRUE(ReadMap(image, jet::Bytes{0} + Le(800, 4) + jet::Bytes(64, 0xFF)).Members().empty());
 }
 
-TEST(UsageMap, NoPlaceIsTheEmptyMap) {
+TEST(UsageMap, RowIdZeroIsTheEmptyMap) {
   EXPECT_TRUE(jet::UsageMap::Read(OpenBytes(DatabaseImage().File())->Source(), 0).Members().empty());
 }
 

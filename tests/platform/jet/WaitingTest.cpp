@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// How long statements wait for each other, and who may go first.
+// How long statements wait for each other, and in which order they run.
 #include "platform/files/MemoryFileSystem.h"
 #include "platform/jet/pages/Files.h"
 #include "platform/jet/storage/Storage.h"
@@ -44,7 +44,7 @@ TEST_F(Waiting, ReadersGetInWhileAWriterWaitsForASlowOne) {
       longest = std::max(longest, waited - lastRead);
       lastRead = waited;
     } catch (const Error&) {
-      // Kept out for now.
+      // Blocked for now.
     }
   });
   WriteGuard writing(writer);
@@ -58,7 +58,7 @@ TEST_F(Waiting, ReadersGetInWhileAWriterWaitsForASlowOne) {
 TEST_F(Waiting, AWriterGetsItsTurnAmongReadersThatFollowEachOther) {
   Storage one(kPath, test::TestOptions(), files_);
   Storage other(kPath, test::TestOptions(), files_);
-  // One reader begins before the other ends, as long as it gets in.
+  // Readers overlap as long as they get the lock.
   std::unique_ptr<ReadGuard> reading = std::make_unique<ReadGuard>(one);
   Storage* next = &other;
   Storage writer = Open(milliseconds{5000}, [&](milliseconds) {
@@ -66,7 +66,7 @@ TEST_F(Waiting, AWriterGetsItsTurnAmongReadersThatFollowEachOther) {
     try {
       following = std::make_unique<ReadGuard>(*next);
     } catch (const Error&) {
-      // Kept out.
+      // Blocked.
     }
     next = next == &one ? &other : &one;
     reading = std::move(following);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The real sample files, read beside outside readers of the same format.
+// The real sample files, compared with outside readers of the format.
 #include "tests/platform/jet/support/Witness.h"
 
 #include "tests/platform/jet/support/Samples.h"
@@ -15,7 +15,7 @@ namespace {
 using witness::Reader;
 using witness::Tables;
 
-// What mdb-reader does not tell: whether a field must have a value.
+// Without "required", which mdb-reader does not report.
 std::vector<std::string> WithoutRequired(std::vector<std::string> fields) {
   for (std::string& field : fields)
     field.erase(std::min(field.size(), field.rfind(" NOT NULL")));

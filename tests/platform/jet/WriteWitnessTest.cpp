@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What this library writes, read by an outside reader.
+// Files written by this library, read by an outside reader.
 #include "platform/jet/check/Check.h"
 #include "tests/platform/jet/support/RandomRows.h"
 #include "tests/platform/jet/support/SampleTable.h"
@@ -48,7 +48,7 @@ TEST_P(WriteWitness, ReadsEveryKindOfValueAsItWasWritten) {
     const auto writer = database_->OpenWriter(u"tblAlles");
     for (int i = 0; i < 400; ++i) {
       std::vector<Value> row = random.Row(writer->Definition());
-      // The outside reader ends a short binary at its first zero.
+      // The outside reader truncates a short binary at its first zero.
       if (Bytes* bytes = std::get_if<Bytes>(&row[9]))
         std::replace(bytes->begin(), bytes->end(), std::uint8_t{0}, std::uint8_t{1});
       writer->Insert(row);
@@ -63,7 +63,7 @@ TEST_P(WriteWitness, ReadsEveryKindOfValueAsItWasWritten) {
   witness::Cells ours = witness::TextOf(*database_, u"tblAlles").rows;
   EXPECT_EQ(tables["tblAlles"].fields, witness::TextOf(*database_, u"tblAlles").fields);
   ASSERT_EQ(theirs.size(), ours.size());
-  // The outside reader tells an empty value from null in long binaries only.
+  // The outside reader distinguishes an empty value from null only in long binaries.
   for (witness::Cells* cells : {&theirs, &ours}) {
     for (std::vector<std::string>& row : *cells)
       std::replace(row.begin(), row.end(), std::string(), std::string("<null>"));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Several programs that write to one file at the same time, one of them killed in the midst.
+// Several programs write to one file at the same time, and one of them is killed.
 #include "platform/jet/values/Error.h"
 #include "tests/platform/jet/support/Child.h"
 #include "tests/platform/jet/support/ProofFile.h"
@@ -34,8 +34,8 @@ enum class Change : std::int64_t {
   Duplicates = 6
 };
 
-// What a child tells: a change and the row's ID, or a figure at its end.
-std::int64_t Told(Change change, std::int64_t number) {
+// The message of a child: a change and the row's ID, or a count at its end.
+std::int64_t Message(Change change, std::int64_t number) {
   return number * 8 + static_cast<std::int64_t>(change);
 }
 
@@ -45,7 +45,7 @@ ProofFile::Row RowOf(std::int64_t id, bool renamed) {
   return {name, std::u16string(id % 10 == 0 ? 500 : 12, static_cast<char16_t>(u'A' + id % 26))};
 }
 
-// One program: it keeps the last rows that it made, renames one now and then and deletes its oldest.
+// One program: inserts rows, renames one now and then and deletes its oldest.
 class Writer {
  public:
   Writer(Database& database, const Child::Acknowledge& acknowledge, unsigned seed)
@@ -69,9 +69,9 @@ class Writer {
       const auto took = std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - begun);
       longest_ = std::max(longest_, static_cast<std::int64_t>(took.count()));
     }
-    acknowledge_(Told(Change::LongestWait, longest_));
-    acknowledge_(Told(Change::Refused, refused_));
-    acknowledge_(Told(Change::Duplicates, duplicates_));
+    acknowledge_(Message(Change::LongestWait, longest_));
+    acknowledge_(Message(Change::Refused, refused_));
+    acknowledge_(Message(Change::Duplicates, duplicates_));
   }
 
  private:
@@ -83,13 +83,13 @@ class Writer {
     Insert();
   }
 
-  // The next number is read in one statement and used in another: a second program may have taken it meanwhile.
+  // The next number is read in one statement and used in another: another program may have used it meanwhile.
   void Insert() {
     const std::int64_t id = LargestId() + 1;
     WriteTurn turn(database_);
     test::InsertSpot(database_, id, RowOf(id, false));
     turn.Commit();
-    acknowledge_(Told(Change::Inserted, id));
+    acknowledge_(Message(Change::Inserted, id));
     mine_.push_back(id);
   }
 
@@ -100,14 +100,14 @@ class Writer {
     const auto writer = database_.OpenWriter(u"tblSpots");
     writer->Update(test::FindSpot(database_, id), values, {false, true, false, false, false, false});
     turn.Commit();
-    acknowledge_(Told(Change::Renamed, id));
+    acknowledge_(Message(Change::Renamed, id));
   }
 
   void DeleteOldest() {
     WriteTurn turn(database_);
     database_.OpenWriter(u"tblSpots")->Delete(test::FindSpot(database_, mine_.front()));
     turn.Commit();
-    acknowledge_(Told(Change::Deleted, mine_.front()));
+    acknowledge_(Message(Change::Deleted, mine_.front()));
     mine_.pop_front();
   }
 
@@ -128,9 +128,9 @@ class Writer {
   std::int64_t duplicates_ = 0;
 };
 
-// What all children said is done.
+// The acknowledged changes of all children.
 struct Account {
-  std::map<int, std::map<std::int64_t, bool>> rows;  // by child and ID: whether it was renamed
+  std::map<int, std::map<std::int64_t, bool>> rows;  // by child and ID: renamed or not
   std::int64_t changes = 0;
   std::int64_t longestWait = 0;
   std::int64_t refused = 0;
@@ -164,7 +164,7 @@ struct Account {
   }
 };
 
-// Reads what the children tell until all have ended; kills the first after so many of its changes.
+// Reads the children's messages until all have ended; kills the first after `killAfter` of its changes.
 void Collect(std::vector<std::unique_ptr<Child>>& children, int killAfter, Account& account) {
   std::vector<::pollfd> open;
   open.reserve(children.size());
@@ -187,7 +187,7 @@ void Collect(std::vector<std::unique_ptr<Child>>& children, int killAfter, Accou
   }
 }
 
-// A number may come back after its row was deleted, but no two have it at the same time.
+// A number may be used again after its row was deleted, but not by two rows at the same time.
 std::map<std::int64_t, bool> RowsOfAll(const Account& account) {
   std::map<std::int64_t, bool> all;
   for (const auto& [child, rows] : account.rows) {
@@ -197,7 +197,7 @@ std::map<std::int64_t, bool> RowsOfAll(const Account& account) {
   return all;
 }
 
-// The killed one may have finished one change more than it could tell.
+// The killed one may have made one change more than it reported.
 int Differences(const Account& account, const ProofFile::Rows& rows) {
   int differences = 0;
   const std::map<std::int64_t, bool> told = RowsOfAll(account);

@@ -15,7 +15,7 @@ namespace witness {
 
 namespace {
 
-constexpr std::size_t kMostShown = 199'999;  // bytes of a text that mdbtools gives
+constexpr std::size_t kMostShown = 199'999;  // bytes of a text that mdbtools outputs
 
 bool IsOf(const std::string& field, const std::string& type) {
   return field.find(": " + type) != std::string::npos;
@@ -28,7 +28,7 @@ std::string UpToZero(const std::string& hex) {
   return hex.substr(0, at);
 }
 
-// The digits alone: readers give braces and hyphens or not, in any case, or all that as hexadecimal bytes.
+// The digits alone: readers differ in braces, hyphens and case, and one outputs hexadecimal bytes.
 std::string PlainGuid(std::string cell) {
   if (cell.rfind("7B", 0) == 0 && cell.size() > 36) {
     std::string text;
@@ -58,7 +58,7 @@ std::string Comparable(Reader reader, const std::string& field, const std::strin
   return bytes.empty() ? "<null>" : bytes;
 }
 
-// `fields`: as this library tells them.
+// `fields`: as read by this library.
 TableText Comparable(Reader reader, TableText table, const std::vector<std::string>& fields) {
   for (std::vector<std::string>& row : table.rows) {
     for (std::size_t i = 0; i < row.size() && i < fields.size(); ++i)

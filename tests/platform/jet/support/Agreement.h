@@ -7,13 +7,13 @@
 
 namespace witness {
 
-// Where the outside readers that are installed find other rows in the file than this library does: the first
-// difference of each; "" when there is none. What not every reader can tell is left out: empty values count as null, a
-// short binary ends at its first zero; mdbtools tells no moment before 1899-12-31 or on the last day there is, and
-// 199,999 bytes of a text; mdb-reader tells no time before 1899-12-31.
+// The first difference between each installed outside reader and this library; "" when there is none. Known limits of
+// the readers are ignored: empty values count as null, a short binary ends at its first zero; mdbtools has no times
+// before 1899-12-31 or on the last possible day, and at most 199,999 bytes of a text; mdb-reader has no times before
+// 1899-12-31.
 std::string Disagreements(jet::Database& database, const std::string& file, const std::string& password = {});
 
-// The same of a file that is in memory only.
+// The same for a file in memory.
 std::string Disagreements(jet::Database& database, const jet::Bytes& content, const std::string& password = {});
 
 }  // namespace witness

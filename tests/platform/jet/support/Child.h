@@ -9,25 +9,25 @@
 
 namespace jet::test {
 
-// A child process that writes a number to a pipe for each change that was acknowledged to it. It is killed with this.
+// A child process that writes a number to a pipe for each acknowledged change. The destructor kills it.
 class Child {
  public:
   using Acknowledge = std::function<void(std::int64_t)>;
 
-  // `work` runs in the child; an exception there is told on stderr and gives the exit code 1.
+  // `work` runs in the child; an exception there is printed to stderr and gives exit code 1.
   explicit Child(const std::function<void(const Acknowledge&)>& work);
   ~Child();
   Child(const Child&) = delete;
   Child& operator=(const Child&) = delete;
 
-  // The next number; false when the child has ended and all was read.
+  // Reads the next number; false when the child has ended and all were read.
   bool Next(std::int64_t& number);
   // The readable end of the pipe, for poll().
   int Handle() const { return pipe_[0]; }
 
-  // What was written before can still be read.
+  // Numbers written before can still be read.
   void Kill();
-  // Its exit code.
+  // Waits for its end and returns the exit code.
   int Wait();
 
  private:

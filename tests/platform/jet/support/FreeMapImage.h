@@ -8,23 +8,23 @@
 
 namespace jet::test {
 
-// The map of free pages in the bytes of a sound file (page 1, row 0), to be laid out as other writers leave it. Page 1
-// is taken apart and put together here, without the code under test.
+// Changes the layout of the map of free pages (page 1, row 0) in the bytes of a sound file to those of other programs.
+// Parses and writes page 1 without the code under test.
 class FreeMapImage {
  public:
   // The bytes must outlive it.
   explicit FreeMapImage(Bytes& file);
 
-  // Pages of the file that are free.
+  // The free pages of the file.
   const std::set<std::uint32_t>& Free() const { return free_; }
   std::uint32_t PageCount() const;
 
-  // A bitmap in the row that begins at page `first`, as short as such rows are made: free pages below `first` are in
-  // no map from now on.
+  // An inline bitmap that begins at page `first`, in the shortest possible row. Free pages below `first` are then in no
+  // map.
   void PutWindow(std::uint32_t first);
-  // Bitmap pages at the end of the file.
+  // Bitmap pages, appended to the file.
   void PutBitmapPages();
-  // Makes the second row of page 1 so long that the first cannot become longer.
+  // Makes the second row of page 1 so long that the first cannot grow.
   void LeaveNoRoom();
 
  private:

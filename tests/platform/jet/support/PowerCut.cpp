@@ -12,7 +12,7 @@ using Path = FileSystem::Path;
 
 constexpr std::size_t kSector = 512;
 
-// A file on the disk: what is safe, and what is under way.
+// A file on the disk: its durable content and the pending changes.
 struct DiskFile {
   Bytes safe;
   std::vector<Change> pending;
@@ -33,7 +33,7 @@ void ApplyWhole(Bytes& content, const Change& change) {
   }
 }
 
-// Each sector of the write by chance.
+// Applies each sector of the write with a probability of one half.
 void ApplyTorn(Bytes& content, const Change& change, std::mt19937& random) {
   if (change.kind == Change::Truncate) {
     if (random() % 2 == 0) content.resize(change.offset);

@@ -10,8 +10,8 @@
 
 namespace jet::test {
 
-// A database with the table tblSpots on a real disk, in a folder of its own that goes with this. The folder lies where
-// SPOTROOSTER_PROOF_FOLDER says, or among the temporary files.
+// A database with the table tblSpots on a real disk, in a new folder that the destructor removes. The folder is in
+// SPOTROOSTER_PROOF_FOLDER or, when that is not set, with the temporary files.
 class ProofFile {
  public:
   struct Row {
@@ -29,13 +29,13 @@ class ProofFile {
   const std::filesystem::path& Folder() const { return folder_; }
   const std::filesystem::path& Path() const { return path_; }
   std::unique_ptr<Database> Open() const;
-  // Whether a crashed program's journal lies beside it.
+  // Whether the journal of a crashed program exists.
   bool HasJournal() const;
 
-  // What CheckDatabase says, remarks too, a line each.
+  // The findings of CheckDatabase, including remarks, one per line.
   std::string Findings() const;
   Rows Read() const;
-  // How many rows mdb-export finds.
+  // The number of rows that mdb-export finds.
   std::size_t RowsForWitness() const;
 
  private:

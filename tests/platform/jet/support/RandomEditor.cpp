@@ -24,7 +24,7 @@ RandomEditor::Rows ReadAll(const Table& table) {
   return rows;
 }
 
-// Said before anything changes: of a value that the file does not want, a key that is not known, a cascade.
+// Errors that come before any change: an invalid value, an unknown key, a cascade.
 bool IsRefusal(ErrorCode code) {
   return code == ErrorCode::Duplicate || code == ErrorCode::Required || code == ErrorCode::Relation ||
          code == ErrorCode::TooLong || code == ErrorCode::UnknownCharacter || code == ErrorCode::Unsupported;

@@ -10,23 +10,22 @@
 
 namespace jet::test {
 
-// The problems that CheckDatabase finds, a line each; remarks are left out.
+// The problems that CheckDatabase finds, one per line, without remarks.
 std::string Problems(Database& database);
 
-// Changes one table at random and knows which rows must be there.
+// Changes one table at random and keeps a model of its rows.
 class RandomEditor {
  public:
   using Rows = std::map<RowId, std::vector<Value>>;
 
-  // The model begins with the rows that are there. `mostRows`: from about there on it only shrinks the table until few
-  // are left.
+  // The model starts with the existing rows. `mostRows`: from about this number on it deletes rows until few are left.
   RandomEditor(Database& database, std::u16string table, unsigned seed, std::size_t mostRows = 400);
 
-  // Inserts, updates and deletes, `count` in all, in one turn. Values that the table refuses are skipped.
+  // Makes `count` inserts, updates and deletes in one turn. Refused values are skipped.
   void Change(int count);
   // Deletes all rows at once.
   void DeleteAll();
-  // Fails the test when a row is not as the model has it.
+  // Fails the test when a row differs from the model.
   void Verify();
 
   int Done() const { return done_; }

@@ -42,7 +42,7 @@ Bytes RandomRows::Binary(std::size_t most) {
   return bytes;
 }
 
-// In the row, in a row of its own, in a chain.
+// Inline, single piece, or chain.
 std::size_t RandomRows::LongLength() {
   const std::size_t most[] = {2, 70, 300, 4076, 4100, 20000};
   return random_() % most[random_() % 6] + 1;

@@ -9,7 +9,7 @@
 
 namespace jet::test {
 
-// Values of every kind by chance: nulls, empty and longest texts, extremes, memos of every stored form.
+// Random values of every type: nulls, empty and longest texts, extremes, memos of every stored form.
 class RandomRows {
  public:
   explicit RandomRows(unsigned seed) : random_(seed) {}

@@ -6,7 +6,7 @@
 
 namespace jet::test {
 
-// How often a search repeats: what the environment variable says, or the ordinary number. scripts/prove sets them.
+// The number of repetitions of a random search: the environment variable if set, otherwise `ordinary`.
 inline int Rounds(const char* variable, int ordinary) {
   const char* said = std::getenv(variable);
   return said != nullptr ? std::max(1, std::atoi(said)) : ordinary;

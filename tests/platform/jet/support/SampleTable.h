@@ -19,7 +19,7 @@ class FreshDatabase {
   Database& operator*() { return *database_; }
   Database* operator->() { return database_.get(); }
   files::MemoryFileSystem& Files() { return files_; }
-  // All that CheckDatabase says, remarks too.
+  // The findings of CheckDatabase, including remarks.
   std::string Findings();
   void Create(const TableDefinition& table);
   // Inserts and commits one row.
@@ -36,12 +36,12 @@ class FreshDatabase {
 ColumnDefinition Column(const char16_t* name, ColumnType type, std::uint16_t size = 0);
 // ID (autonumber, primary key), Naam (text 50, required, indexed), Datum, Tekst (memo), Foto (OLE), Actief.
 TableDefinition SpotsTable();
-// A row of it.
+// A row of SpotsTable.
 std::vector<Value> Spot(const std::u16string& name, const std::u16string& text = u"");
-// A field of every kind that can be written but Date, Guid and Decimal; the ID is the key, an index is on two fields.
+// A field of every writable type except Date, Guid and Decimal; ID is the key, and one index has two fields.
 TableDefinition AllKindsTable();
 
-// What the call's Error says; "" when there is none.
+// The text of the Error that the call throws; "" when it throws none.
 template <typename Call>
 std::string MessageOf(Call call) {
   try {

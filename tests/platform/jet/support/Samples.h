@@ -8,15 +8,15 @@
 #include <string>
 #include <vector>
 
-// Real files, made by the original programs.
+// Real files, written by the original programs.
 namespace witness {
 
-// Folder of the real sample files; nothing when the environment does not name one.
+// Folder of the real sample files; nothing when the environment variable is not set.
 std::optional<std::string> SampleFolder();
 // The real sample files that this library reads.
 std::vector<std::string> SampleNames();
 std::string SamplePath(const std::string& name);
-// The password that the sample asks for; mostly none.
+// The password of the sample; usually empty.
 std::string SamplePassword(const std::string& name);
 std::unique_ptr<jet::Database> OpenSample(const std::string& name);
 

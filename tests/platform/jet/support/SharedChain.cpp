@@ -7,7 +7,7 @@ namespace jet::test {
 
 namespace {
 
-constexpr std::size_t kPieceBytes = 4072;  // behind the pointer to the next piece
+constexpr std::size_t kPieceBytes = 4072;  // after the pointer to the next piece
 
 }  // namespace
 

@@ -119,7 +119,7 @@ std::string TypeText(const jet::ColumnDefinition& column) {
     case ColumnType::SystemBinary:
       break;
   }
-  return "Binary";  // mdb-schema leaves its size out
+  return "Binary";  // mdb-schema omits its size
 }
 
 }  // namespace

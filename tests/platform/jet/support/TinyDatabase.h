@@ -10,24 +10,24 @@
 
 namespace jet::test {
 
-// A file with a valid header and pages that each hold one repeated number: enough for what knows pages only.
+// A file with a valid header and pages of one repeated number each: enough for tests of whole pages.
 Bytes TinyDatabase(const std::vector<std::uint32_t>& pages);
 
-// The numbers of all pages but the header; a page that is not all one number is told as 0xBAD00000 + its number.
+// The numbers of all pages but the header; 0xBAD00000 + page number for a page that is not one repeated number.
 std::vector<std::uint32_t> PagesOf(PageSource& pages);
 
-// Opens as another process would, recovers what must be, and tells the pages.
+// Opens the file as another process would, with recovery, and returns the pages.
 std::vector<std::uint32_t> PagesAfterReopening(FileSystem& files, const FileSystem::Path& path);
 
-// Makes page `number` (past the end: a new one) hold `value`.
+// Fills page `number` (a new one when past the end) with `value`.
 void Fill(Storage& storage, std::uint32_t number, std::uint32_t value);
 
-// Waits without sleeping, for as many attempts as the limit allows.
+// A WaitRule without real sleeping.
 WaitRule NoSleep();
 
 StorageOptions TestOptions(bool readOnly = false);
 
-// How much longer than in the suite a search shall run: SPOTROOSTER_LONG_TESTS, 1 when it is not set.
+// Factor for the length of random searches: SPOTROOSTER_LONG_TESTS, or 1 when it is not set.
 int LongTests();
 
 }  // namespace jet::test

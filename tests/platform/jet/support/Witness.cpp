@@ -18,7 +18,7 @@ const std::string kTable = "<#>";
 const std::string kModules = SPOTROOSTER_WITNESS_MODULES;
 const std::string kScript = SPOTROOSTER_WITNESS_SCRIPT;
 
-// The parts that end in the separator.
+// The parts that end with the separator.
 std::vector<std::string> Split(const std::string& text, const std::string& separator) {
   std::vector<std::string> parts;
   std::size_t start = 0;
@@ -39,7 +39,7 @@ std::vector<std::string> FieldsOfSchema(const std::string& schema) {
     if (line.rfind("\t[", 0) != 0 || end == std::string::npos) continue;
     std::string type = line.substr(end + 4);
     type.erase(type.find_last_not_of(", ") + 1);
-    // It gives memo and OLE the length of a text, and no Boolean can be without a value.
+    // It reports a text length for memo and OLE, and every Boolean as required.
     for (const std::string_view known : {"Memo/Hyperlink (255)", "OLE (255)", "Boolean NOT NULL"}) {
       if (type.rfind(known, 0) == 0) type.erase(known.find(' '), known.size() - known.find(' '));
     }

@@ -7,23 +7,23 @@
 #include <string>
 #include <vector>
 
-// Outside programs that read the same files.
+// Outside programs that read the same files, for comparison.
 namespace witness {
 
 enum class Reader { MdbTools, MdbReader };
 
 std::string NameOf(Reader reader);
-// The name for a test that is run beside each of them.
+// The test name for a parameter.
 std::string TestNameOf(Reader reader);
-// Why the reader cannot be asked here: a sentence for GTEST_SKIP; nothing when it can.
+// Why the reader cannot be used, as a sentence for GTEST_SKIP; nothing when it can.
 std::optional<std::string> WhyAbsent(Reader reader);
-// All tables of users in the file. Both readers take about 0.1 s and a process for it, mdbtools one more a table. A
-// file that the reader cannot read gives no tables.
+// All user tables in the file; none when the reader cannot read it. Starts a process (about 0.1 s); mdbtools one more
+// per table.
 Tables ReadWith(Reader reader, const std::string& file, const std::string& password = {});
 
 // Whether a program of that name is installed.
 bool Has(const std::string& program);
-// What a command writes on its standard output.
+// The standard output of a command.
 std::string OutputOf(const std::string& command);
 std::string ShellQuoted(const std::string& text);
 

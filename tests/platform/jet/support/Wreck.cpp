@@ -32,7 +32,7 @@ void ChangePages(Storage& storage) {
   writing.Commit();
 }
 
-Wreck DieMidway(const Bytes& before) {
+Wreck CrashMidway(const Bytes& before) {
   for (int call = 0;; ++call) {
     files::MemoryFileSystem memory;
     memory.Put(kPath, before);
@@ -43,7 +43,7 @@ Wreck DieMidway(const Bytes& before) {
       try {
         ChangePages(storage);
       } catch (const Error&) {
-        // It is dead.
+        // The process is killed here.
       }
     }
     const Bytes after = memory.Get(kPath);
@@ -51,8 +51,8 @@ Wreck DieMidway(const Bytes& before) {
   }
 }
 
-Wreck DieMidway() {
-  return DieMidway(TinyDatabase(PagesBefore()));
+Wreck CrashMidway() {
+  return CrashMidway(TinyDatabase(PagesBefore()));
 }
 
 void CopyInto(FileSystem& files, const FileSystem::Path& path, const Bytes& content) {

@@ -8,7 +8,7 @@
 
 namespace jet::test {
 
-// What a process leaves that died after it overwrote the first page of /data/station.mdb.
+// The files left by a process that was killed after it overwrote the first page of /data/station.mdb.
 struct Wreck {
   Bytes database;
   Bytes journal;
@@ -19,15 +19,15 @@ std::vector<std::uint32_t> PagesBefore();
 std::vector<std::uint32_t> PagesAfter();
 // Changes two pages and appends two, as one statement.
 void ChangePages(Storage& storage);
-// `before` is the whole file that the process changed.
-Wreck DieMidway(const Bytes& before);
-Wreck DieMidway();
+// `before`: the content of the file before the change.
+Wreck CrashMidway(const Bytes& before);
+Wreck CrashMidway();
 
-// Puts the bytes into the file that is there, as `cp` does.
+// Overwrites the existing file, as `cp` does.
 void CopyInto(FileSystem& files, const FileSystem::Path& path, const Bytes& content);
-// The checksum that a journal has of itself, of these bytes.
+// The checksum of a journal with these bytes.
 std::uint64_t JournalSum(ByteView bytes);
-// The journal with the right checksum of itself.
+// The journal with its checksum corrected.
 Bytes WithSum(Bytes journal);
 
 }  // namespace jet::test
