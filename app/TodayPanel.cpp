@@ -90,7 +90,7 @@ void TodayPanel::ShowCounts() {
        count(SpotView::ZonderBestand, finished));
   Show({ui_->lblAantalBlokken, ui_->lblBlokken, u"item zou nu stil zijn of te kort"_s,
         u"items zouden nu stil zijn of te kort"_s},
-       blocks_->IsRead() && blocks_->IsFinished() ? std::optional(blocks_->InTrouble()) : std::nullopt);
+       blocks_->IsRead() && blocks_->IsFinished() ? std::optional(blocks_->ProblemCount()) : std::nullopt);
 }
 
 void TodayPanel::ShowNotExported(const std::optional<int>& count) {

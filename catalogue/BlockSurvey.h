@@ -11,44 +11,44 @@
 
 #include <vector>
 
-// The mark of every block of the present catalogue at this moment. Read and looked up in a thread of its own, and taken
-// over in slices, so that windows stay alive. It never shows an error: what cannot be read has no mark. User-interface
-// thread only.
+// The mark of every block of the current catalogue at this moment. Reads the blocks and checks their files in another
+// thread, and takes the results over in batches, so that windows stay responsive. Shows no errors: without readable
+// data there are no marks. User-interface thread only.
 class BlockSurvey : public QObject {
   Q_OBJECT
 
  public:
   explicit BlockSurvey(QObject* parent = nullptr);
 
-  // Begins again, whatever was under way.
+  // Starts reading; cancels an earlier start.
   void Start();
 
-  // All blocks were marked (their files perhaps not yet looked at).
+  // True when all blocks are marked; their files may not be checked yet.
   bool IsRead() const { return read_; }
   bool IsFinished() const { return finished_; }
-  // Null while the block was not read.
+  // Null when the block is not read yet.
   const BlockMark* Find(qint64 id) const;
-  // Active blocks that are silent, or have fewer spots than they should.
-  int InTrouble() const { return inTrouble_; }
+  // Number of active blocks that are silent or have too few spots.
+  int ProblemCount() const { return problemCount_; }
 
  Q_SIGNALS:
   void changed(const QList<qint64>& ids);
-  // Once, when nothing more will change; IsRead is false when the catalogue could not be read.
+  // Emitted once, after the last change. IsRead is then false when the catalogue could not be read.
   void finished();
 
  private:
-  void Take(std::vector<BlockMark> marks, bool last);
+  void OnMarks(std::vector<BlockMark> marks, bool last);
   void ProcessBatch();
-  void TakeMark(const BlockMark& mark, QList<qint64>& ids);
+  void ApplyMark(const BlockMark& mark, QList<qint64>& ids);
   void Finish();
 
   QHash<qint64, BlockMark> marks_;
-  std::vector<BlockMark> waiting_;
-  std::size_t taken_ = 0;
-  bool lastWaits_ = false;
-  int inTrouble_ = 0;
+  std::vector<BlockMark> pending_;
+  std::size_t next_ = 0;
+  bool pendingIsLast_ = false;
+  int problemCount_ = 0;
   bool read_ = false;
   bool finished_ = false;
-  QTimer slices_;
+  QTimer batchTimer_;
   LatestTask reading_;
 };

@@ -65,7 +65,7 @@ void CleanupForm::chkVerwijderID_Click() {
 void CleanupForm::cmdOk_Click() {
   Trapped(__func__, [&] {
     if (!OpruimenProceed()) return;
-    // The user is never told that something was done which was not.
+    // No success message after a failed or cancelled cleanup.
     if (Opruimen()) ShowItemsMessage(u"Opruimen is uitgevoerd."_s, kStyleInformation);
     InitControls();
     InitCommands();

@@ -10,8 +10,8 @@ class QCheckBox;
 class QLineEdit;
 class QPushButton;
 
-// What the cleanup dialogs share. They remove the record whose ID stands in gstrOpruimenID, its files, or both, as the
-// check boxes say, without asking once more.
+// Base of the cleanup dialogs. They remove the record with the ID in gstrOpruimenID, its files, or both, depending on
+// the check boxes, without another question.
 class CleanupForm : public Form {
   Q_OBJECT
 
@@ -29,12 +29,12 @@ class CleanupForm : public Form {
     QPushButton* cmdSluiten = nullptr;
   };
 
-  // Once, right after setupUi.
+  // Call once, directly after setupUi.
   void Wire(const Controls& controls);
 
-  // The name of the record to be removed.
+  // The name of the record that will be removed.
   virtual QString NameOf(qint32 id, const Catalogue& catalogue) const = 0;
-  // The records and files go in a fixed order; what went before an error stays gone. Throws runtime::Error.
+  // Removes records and files in a fixed order; those removed before an error are not restored. Throws runtime::Error.
   virtual void CleanUp(const Catalogue& catalogue) = 0;
 
   virtual void InitControls();
@@ -42,9 +42,9 @@ class CleanupForm : public Form {
 
   // Deletes records through the write layer, which shows its own error.
   void DeleteRecords(qint32 id, const QString& table, const QString& keyField, const QString& databasePath);
-  // The user would rather leave everything as it is: the cleanup ends as one that was not carried out.
-  void GiveUp() { allDeleted_ = false; }
-  // gstrOpruimenID in the statement that finds the record; the empty statement when it is no number.
+  // The user cancelled: no message that the cleanup was done.
+  void CancelCleanup() { allDeleted_ = false; }
+  // SELECT of the record with the ID gstrOpruimenID; empty when that is not a number.
   static QString SelectByID(const QString& fields, const QString& table);
 
   bool DeletesFiles() const;
@@ -62,5 +62,5 @@ class CleanupForm : public Form {
   void cmdSluiten_Click();
 
   Controls controls_;
-  bool allDeleted_ = true;  // no delete of the write layer failed
+  bool allDeleted_ = true;  // false after a failed or cancelled delete
 };

@@ -21,7 +21,7 @@ int RowsIn(const QString& databasePath, const QString& table) {
   return rows.Field(u"Aantal"_s).toInt();
 }
 
-void OfferRowsBack(const QString& table, const QString& backup) {
+void OfferRestore(const QString& table, const QString& backup) {
   runtime::Trapped("RefreshLocalCopies", [&] {
     const int rows = RowsIn(backup, table);
     if (rows == 0) return;
@@ -40,7 +40,7 @@ void Refresh(const CopyTable& table, const QString& backup) {
   global.lastResult = emptied;
   desktop::RepaintWindows();
   global.lastResult = table.fill(global.serverDatabasePath, global.localDatabasePath);
-  if (emptied && !global.lastResult && !backup.isEmpty()) OfferRowsBack(table.name, backup);
+  if (emptied && !global.lastResult && !backup.isEmpty()) OfferRestore(table.name, backup);
 }
 
 }  // namespace

@@ -4,17 +4,17 @@
 #include <QList>
 #include <QString>
 
-// One of the copies of the write layer: TransItemsToLocal and its like.
+// A copy function of the write layer, such as TransItemsToLocal.
 using CopyToLocal = bool (*)(const QString& sourcePath, const QString& localPath);
 
-// A copy table of the local database and what fills it.
+// A copy table of the local database and the function that fills it.
 struct CopyTable {
   QString name;
   CopyToLocal fill = nullptr;
 };
 
-// Empties copy tables of the local database and fills them anew from the server database, one after the other. Each
-// step lets windows repaint and leaves its result in global.lastResult; a failure has been shown by the write layer.
-// Before it a backup of the local database is made: when a table was emptied and could not be filled, the user is asked
-// whether its rows shall come back from there.
+// Makes a backup of the local database, then empties each copy table and fills it again from the server database.
+// Windows are repainted between the steps; the result of each step is in global.lastResult, and the write layer shows
+// failures. When a table was emptied and could not be filled, the user is asked whether to restore its rows from the
+// backup.
 void RefreshLocalCopies(const QList<CopyTable>& tables);

@@ -37,8 +37,8 @@ std::vector<controls::ListBox::Line> LinesOf(dao::Recordset rows) {
   return lines;
 }
 
-// Shows a screen above the present one, with the ordinary pointer until it puts up its own.
-void Visit(Screen screen, QWidget* owner) {
+// Opens a screen above this one, with the normal pointer until the screen sets its own.
+void OpenScreen(Screen screen, QWidget* owner) {
   const desktop::ArrowPointer arrow;
   ShowScreen(screen, owner);
 }
@@ -66,7 +66,7 @@ void OverviewForm::WireControls(const Controls& controls) {
   }
   const auto* keys = new OverviewKeys(
       {controls_.lstOverzicht, controls_.txtZoek, controls_.cmdNieuw, controls_.cmdOpen, controls_.cmdVerwijder}, this);
-  connect(keys, &OverviewKeys::refillAsked, this, &OverviewForm::Refill);
+  connect(keys, &OverviewKeys::refillRequested, this, &OverviewForm::Refill);
 }
 
 void OverviewForm::SetUpIcons() {
@@ -95,7 +95,7 @@ void OverviewForm::Form_Load() {
 
 void OverviewForm::InitForm() {
   Trapped(__func__, [&] {
-    // Checked by design already, so that opening does not fill the list twice.
+    // Already checked in the .ui, so this does not fill the list a second time.
     if (controls_.chkAktieve != nullptr) controls_.chkAktieve->setChecked(true);
   });
 }
@@ -114,7 +114,7 @@ QString OverviewForm::Filter(const QString& table) const {
   if (both) return BothFilter(table);
   if (controls_.chkAktieve->isChecked()) return u"WHERE "_s + table + u".Aktief = 1 "_s;
   if (controls_.chkNietAktieve->isChecked()) return u"WHERE "_s + table + u".Aktief = 0 "_s;
-  // No record has this value: the empty choice is an ordinary query too.
+  // No record has this value, so the query returns no rows.
   return u"WHERE "_s + table + u".Aktief = "_s + u"-10000"_s + u" "_s;
 }
 
@@ -129,7 +129,7 @@ void OverviewForm::FillLstOverzicht() {
     List().Clear();
     List().AddItems(LinesOf(rows));
     read_ = true;
-    Refilled();
+    OnRefilled();
     ShowCount();
   });
 }
@@ -186,17 +186,17 @@ void OverviewForm::Form_DropFiles(const QStringList& files) {
   });
 }
 
-// Dropped files that the user goes no further with wait for nobody.
+// Discards the queued files if the user stops before the last one.
 void OverviewForm::ShowDetail() {
   const auto none = qScopeGuard(ForgetDroppedAudio);
-  Visit(detailEditor_, this);
+  OpenScreen(detailEditor_, this);
   Refill();
 }
 
 void OverviewForm::OpenCleanup(Screen cleanup) {
   const desktop::WaitPointer wait;
   global.gstrOpruimenID = QString::number(SelectedID());
-  Visit(cleanup, this);
+  OpenScreen(cleanup, this);
   Refill();
 }
 

@@ -17,8 +17,8 @@ class ListBox;
 class QuietLine;
 }  // namespace controls
 
-// The family of the overview lists: the names of one table's records, and the doors to everything that edits them.
-// A member brings its controls and words, and what is special about it.
+// Base of the overview lists: a list of the names of one table's records, with buttons that open the editor and the
+// cleanup dialog. A derived list adds its controls, its words and its special rules.
 class OverviewForm : public Form {
   Q_OBJECT
 
@@ -26,7 +26,7 @@ class OverviewForm : public Form {
   void Form_Load() override;
 
  protected:
-  // The controls that the family shares; null where a member has none.
+  // The common controls; null when a list does not have one.
   struct Controls {
     controls::ListBox* lstOverzicht = nullptr;
     QLineEdit* txtZoek = nullptr;
@@ -41,49 +41,49 @@ class OverviewForm : public Form {
   };
   using SetAktief = bool (*)(qint32 id, qint32 aktief, const QString& databasePath, const QString& table);
 
-  // The words for one and for several records, as texts use them.
+  // `one`, `many`: words for one and for several records in texts.
   OverviewForm(QWidget* owner, const QString& one, const QString& many, Screen detailEditor);
 
-  // Once, right after setupUi.
+  // Call once, directly after setupUi.
   template <class Ui>
   void Wire(const Ui& ui) {
     WireControls(ControlsOf(ui));
   }
 
-  // Sound files dropped on the window become new records, each in its editor.
+  // Makes the window accept dropped audio files: an editor with a new record opens for each.
   void AcceptAudio();
 
   virtual QString TableOf(const Catalogue& catalogue) const = 0;
-  // The part of the statement that stands for both check boxes checked, with its closing blank.
+  // The WHERE clause when both check boxes are checked, with a blank at the end; may be empty.
   virtual QString BothFilter(const QString& table) const = 0;
 
   virtual void InitForm();
   virtual void InitCommands();
   virtual void cmdVerwijder_Click() = 0;
-  // What cmdDesaktiveer writes with; null where a member has no such button.
+  // The write function of cmdDesaktiveer; null without that button.
   virtual SetAktief Deactivator() const { return nullptr; }
 
-  // The list was filled anew.
-  virtual void Refilled() {}
+  // Called after the list was filled.
+  virtual void OnRefilled() {}
   virtual QString CountText() const { return CountTextOf(View()); }
   virtual QString EmptyText() const { return EmptyTextOf(View()); }
 
   void FillLstOverzicht();
-  // What follows every visit to another screen, and F5.
+  // Reads the list again: after every other screen is closed, and for F5.
   void Refill();
   void ShowCount();
 
   controls::ListBox& List() const { return *controls_.lstOverzicht; }
   const Controls& Shared() const { return controls_; }
   OverviewView View() const;
-  // The selected line's ID; an error when none is selected.
+  // The selected line's ID. Throws runtime::Error when no line is selected.
   qint32 SelectedID() const;
 
-  // What cmdVerwijder does where a cleanup dialog removes the record; without a trap of its own.
+  // For cmdVerwijder of lists with a cleanup dialog. The caller traps errors.
   void OpenCleanup(Screen cleanup);
 
  private:
-  // By the names that they have in every list.
+  // Finds the controls by the names that they have in every list.
   template <class Ui>
   static Controls ControlsOf(const Ui& ui) {
     Controls controls{ui.lstOverzicht, ui.txtZoek,      ui.lblAantal, ui.cmdNieuw,
@@ -116,5 +116,5 @@ class OverviewForm : public Form {
   QString many_;
   Screen detailEditor_;
   Controls controls_;
-  bool read_ = false;  // the list could be read at least once
+  bool read_ = false;  // the list was read at least once
 };

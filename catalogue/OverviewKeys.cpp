@@ -24,7 +24,7 @@ OverviewKeys::OverviewKeys(const Targets& targets, QWidget* window) : QObject(wi
   const auto* find = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_F), window);
   connect(find, &QShortcut::activated, this, &OverviewKeys::GoToSearch);
   const auto* refill = new QShortcut(QKeySequence(Qt::Key_F5), window);
-  connect(refill, &QShortcut::activated, this, &OverviewKeys::refillAsked);
+  connect(refill, &QShortcut::activated, this, &OverviewKeys::refillRequested);
 }
 
 bool OverviewKeys::eventFilter(QObject* watched, QEvent* event) {
@@ -78,7 +78,7 @@ void OverviewKeys::GoToSearch() {
   targets_.search->selectAll();
 }
 
-// With a line selected, so that the next key acts on what is found.
+// Selects the first visible line if none is selected, so that the next key acts on it.
 void OverviewKeys::GoToList() {
   targets_.list->setFocus(Qt::OtherFocusReason);
   if (targets_.list->ListIndex() != -1) return;

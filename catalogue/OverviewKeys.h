@@ -11,9 +11,9 @@ namespace controls {
 class ListBox;
 }
 
-// The keys of an overview list: Ins, Enter and Del press Nieuw, Open and Verwijder; what is typed in the list goes on
-// in the search box; from there Down and Enter lead back to the list and Esc empties the box first. Ctrl+F goes to the
-// search box, F5 asks for a refill.
+// The keys of an overview list: Ins, Enter and Del press Nieuw, Open and Verwijder; text typed in the list continues in
+// the search box; Down and Enter return from there to the list, Esc first clears the box. Ctrl+F focuses the search
+// box, F5 reads the list again.
 class OverviewKeys : public QObject {
   Q_OBJECT
 
@@ -26,11 +26,11 @@ class OverviewKeys : public QObject {
     QPushButton* verwijder = nullptr;
   };
 
-  // `window` owns it.
+  // `window` becomes the owner.
   OverviewKeys(const Targets& targets, QWidget* window);
 
  Q_SIGNALS:
-  void refillAsked();
+  void refillRequested();
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

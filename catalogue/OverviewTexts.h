@@ -3,15 +3,15 @@
 
 #include <QString>
 
-// The texts below and inside an overview list, from what it shows.
+// The state of an overview list, for the texts below and inside it.
 struct OverviewView {
   QString one;       // "item-spot"
   QString many;      // "item-spots"
-  bool read = true;  // the list could be read
+  bool read = true;  // the list was read
   int all = 0;       // lines in the list
-  int shown = 0;     // those that the search leaves
+  int shown = 0;     // lines that the search does not hide
   QString search;
-  bool hasBoxes = false;  // there are check boxes for the active and the inactive ones
+  bool hasBoxes = false;  // has check boxes for active and inactive records
   bool aktieve = true;
   bool nietAktieve = false;
 };
@@ -19,5 +19,5 @@ struct OverviewView {
 // "21 item-spots", or "3 van 21 item-spots" when lines are hidden.
 QString CountTextOf(const OverviewView& view);
 
-// What a list without a visible line says: what is so, and what to do.
+// The text inside a list without visible lines: the reason, and what the user can do.
 QString EmptyTextOf(const OverviewView& view);

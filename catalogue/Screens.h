@@ -5,8 +5,8 @@
 
 class QWidget;
 
-// Makes the overview lists and the cleanup dialogs known to the table of screens. Start-up calls it once.
+// Adds the overview lists and the cleanup dialogs to the table of screens. Called once at start-up.
 void RegisterCatalogueScreens();
 
-// The item-spot list narrowed to the spots in these states; returns when it is closed.
+// Shows the item-spot list limited to the spots in these states; returns when it is closed.
 void ShowItemSpotsOnly(SpotView view, QWidget* owner);

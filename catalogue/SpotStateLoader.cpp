@@ -13,9 +13,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Rows taken over between two turns of the event loop: with the marks that a list makes of them a few milliseconds'
-// work.
-constexpr std::size_t kSlice = 500;
+// Rows taken over per turn of the event loop; with the marks that a list makes of them this takes a few milliseconds.
+constexpr std::size_t kRowsPerBatch = 500;
 
 QString Query(const QString& table) {
   QString fields;
@@ -30,19 +29,20 @@ QString Query(const QString& table) {
 SpotStateLoader::SpotStateLoader(QObject* parent)
     : QObject(parent),
       reading_(this),
-      checker_(this,
-               [this](const std::vector<FilePresenceChecker::Result>& found, bool last) { TakeFiles(found, last); }) {
-  connect(&slices_, &QTimer::timeout, this, &SpotStateLoader::ProcessBatch);
+      checker_(this, [this](const std::vector<FilePresenceChecker::Result>& found, bool last) {
+        OnFilesChecked(found, last);
+      }) {
+  connect(&batchTimer_, &QTimer::timeout, this, &SpotStateLoader::ProcessBatch);
 }
 
-void SpotStateLoader::Start(std::chrono::milliseconds patience) {
+void SpotStateLoader::Start(std::chrono::milliseconds maxWait) {
   checker_.Cancel();
-  slices_.stop();
+  batchTimer_.stop();
   spots_.clear();
   counts_ = SpotCounts();
   rows_.clear();
   files_.clear();
-  taken_ = 0;
+  nextRow_ = 0;
   read_ = finished_ = false;
   now_ = runtime::Now();
   const Catalogue catalogue = CurrentCatalogue();
@@ -50,15 +50,15 @@ void SpotStateLoader::Start(std::chrono::milliseconds patience) {
     if (!token.IsCurrent()) return;
     token.Post([this, rows = ReadRows(path, table)]() mutable { OnRowsLoaded(std::move(rows)); });
   });
-  if (patience.count() == 0) return;
-  reading_.WaitFor(patience);
-  if (slices_.isActive()) ProcessBatch();
+  if (maxWait.count() == 0) return;
+  reading_.WaitFor(maxWait);
+  if (batchTimer_.isActive()) ProcessBatch();
 }
 
 std::optional<std::vector<SpotStateLoader::Row>> SpotStateLoader::ReadRows(const QString& databasePath,
                                                                            const QString& table) {
   try {
-    // To read only: the catalogue's users are the windows.
+    // Read-only: marks never change the catalogue.
     dao::Recordset found = dao::OpenDatabase(databasePath, {{}, true}).OpenRecordset(Query(table));
     std::vector<Row> rows;
     rows.reserve(static_cast<std::size_t>(found.RecordCount()));
@@ -66,7 +66,7 @@ std::optional<std::vector<SpotStateLoader::Row>> SpotStateLoader::ReadRows(const
       rows.push_back({found.Field(0).toLongLong(), FactsOf(found)});
     return rows;
   } catch (const runtime::Error&) {
-    // Whoever wanted the told list has been told already; marks are an extra.
+    // The list itself has already reported the error; marks are optional.
     return std::nullopt;
   }
 }
@@ -75,28 +75,28 @@ void SpotStateLoader::OnRowsLoaded(std::optional<std::vector<Row>> rows) {
   if (!rows) return Finish();
   rows_ = *std::move(rows);
   spots_.reserve(static_cast<qsizetype>(rows_.size()));
-  slices_.start(0);
+  batchTimer_.start(0);
 }
 
 void SpotStateLoader::ProcessBatch() {
   QList<qint64> ids;
-  for (; taken_ < rows_.size() && ids.size() < static_cast<qsizetype>(kSlice); ++taken_) {
-    ids += rows_[taken_].id;
-    TakeRow(std::move(rows_[taken_]));
+  for (; nextRow_ < rows_.size() && ids.size() < static_cast<qsizetype>(kRowsPerBatch); ++nextRow_) {
+    ids += rows_[nextRow_].id;
+    AddRow(std::move(rows_[nextRow_]));
   }
-  read_ = taken_ == rows_.size();
-  if (read_) slices_.stop();
+  read_ = nextRow_ == rows_.size();
+  if (read_) batchTimer_.stop();
   if (!ids.isEmpty()) Q_EMIT changed(ids);
   if (!read_) return;
   rows_.clear();
   checker_.Start(std::exchange(files_, {}));
 }
 
-void SpotStateLoader::TakeRow(Row row) {
-  if (spots_.contains(row.id)) return;  // a local copy may hold an ID twice
+void SpotStateLoader::AddRow(Row row) {
+  if (spots_.contains(row.id)) return;  // a local copy may contain an ID twice
   Spot spot{std::move(row.facts), {}};
-  const auto seen = lastSeen_.constFind(spot.facts.path);
-  if (seen != lastSeen_.constEnd()) spot.facts.file = *seen;
+  const auto last = lastPresence_.constFind(spot.facts.path);
+  if (last != lastPresence_.constEnd()) spot.facts.file = *last;
   spot.state = StateOf(spot.facts, now_);
   counts_.Add(spot.state);
   if (!spot.facts.path.isEmpty()) files_.push_back({row.id, spot.facts.path});
@@ -108,21 +108,21 @@ const SpotStateLoader::Spot* SpotStateLoader::Find(qint64 id) const {
   return spot == spots_.constEnd() ? nullptr : &*spot;
 }
 
-void SpotStateLoader::TakeFiles(const std::vector<FilePresenceChecker::Result>& found, bool last) {
+void SpotStateLoader::OnFilesChecked(const std::vector<FilePresenceChecker::Result>& found, bool last) {
   QList<qint64> ids;
   for (const FilePresenceChecker::Result& file : found) {
-    if (TakeFile(file.id, file.presence)) ids += file.id;
+    if (ApplyPresence(file.id, file.presence)) ids += file.id;
   }
   if (!ids.isEmpty()) Q_EMIT changed(ids);
   if (last) Finish();
 }
 
-// Whether anything that is shown differs now.
-bool SpotStateLoader::TakeFile(qint64 id, runtime::Presence presence) {
+// Returns whether anything visible changed.
+bool SpotStateLoader::ApplyPresence(qint64 id, runtime::Presence presence) {
   const auto spot = spots_.find(id);
   if (spot == spots_.end()) return false;
   spot->facts.file = presence;
-  lastSeen_.insert(spot->facts.path, presence);
+  lastPresence_.insert(spot->facts.path, presence);
   const SpotState state = StateOf(spot->facts, now_);
   const bool same = state == spot->state;
   if (!same) {
@@ -130,7 +130,7 @@ bool SpotStateLoader::TakeFile(qint64 id, runtime::Presence presence) {
     counts_.Add(state);
     spot->state = state;
   }
-  // Where nothing is known of the file, only the tool tip says so.
+  // An unreachable file changes the tool tip only.
   return !same || presence == runtime::Presence::NotReachable || presence == runtime::Presence::Denied;
 }
 

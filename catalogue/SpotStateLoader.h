@@ -14,9 +14,9 @@
 #include <optional>
 #include <vector>
 
-// The state of every item-spot of the present catalogue, for marks and counts beside the told lists. A query of its own
-// and the look at the audio files run in threads of their own; what they find is taken over in slices, so that windows
-// stay alive. It never shows an error: what cannot be read has no state. User-interface thread only.
+// The state of every item-spot of the current catalogue, for the marks and counts of lists. The query and the checks of
+// audio files run in other threads; their results are taken over in batches, so that windows stay responsive. Shows no
+// errors: spots that cannot be read have no state. User-interface thread only.
 class SpotStateLoader : public QObject {
   Q_OBJECT
 
@@ -28,22 +28,22 @@ class SpotStateLoader : public QObject {
 
   explicit SpotStateLoader(QObject* parent = nullptr);
 
-  // Begins anew, whatever was under way. With patience it waits so long for the rows of a small catalogue: what is
-  // known by then stands in the first picture. Until a file was looked at again, what was seen of it before counts.
-  void Start(std::chrono::milliseconds patience = {});
+  // Starts reading; cancels an earlier start. Waits up to `maxWait` for the rows of a small catalogue, so that the
+  // first paint shows their states. Until a file is checked again its earlier result counts.
+  void Start(std::chrono::milliseconds maxWait = {});
 
-  // All rows were read (their files perhaps not yet looked at).
+  // True when all rows are read; their files may not be checked yet.
   bool IsRead() const { return read_; }
-  // All files were looked at too.
+  // True when all files are checked too, or after an error.
   bool IsFinished() const { return finished_; }
-  // Nothing while the spot was not read.
+  // Null when the spot is not read yet.
   const Spot* Find(qint64 id) const;
   const SpotCounts& Counts() const { return counts_; }
 
  Q_SIGNALS:
-  // The state or the reachability of these spots became known or changed.
+  // The state of these spots or the reachability of their files is known now or has changed.
   void changed(const QList<qint64>& ids);
-  // Once, when nothing more will change: all is known, or the catalogue could not be read (then IsRead is false).
+  // Emitted once, after the last change. IsRead is then false when the catalogue could not be read.
   void finished();
 
  private:
@@ -51,26 +51,26 @@ class SpotStateLoader : public QObject {
     qint64 id = 0;
     SpotFacts facts;
   };
-  // Nothing when the catalogue cannot be read. For any thread.
+  // Empty when the catalogue cannot be read. Any thread.
   static std::optional<std::vector<Row>> ReadRows(const QString& databasePath, const QString& table);
 
   void OnRowsLoaded(std::optional<std::vector<Row>> rows);
   void ProcessBatch();
-  void TakeRow(Row row);
-  void TakeFiles(const std::vector<FilePresenceChecker::Result>& found, bool last);
-  bool TakeFile(qint64 id, runtime::Presence presence);
+  void AddRow(Row row);
+  void OnFilesChecked(const std::vector<FilePresenceChecker::Result>& found, bool last);
+  bool ApplyPresence(qint64 id, runtime::Presence presence);
   void Finish();
 
   QHash<qint64, Spot> spots_;
-  QHash<QString, runtime::Presence> lastSeen_;  // by path: what counts until a file was looked at again
+  QHash<QString, runtime::Presence> lastPresence_;  // by path; valid until a file is checked again
   SpotCounts counts_;
   QDateTime now_;
-  std::vector<Row> rows_;  // read, and taken over up to taken_
-  std::size_t taken_ = 0;
+  std::vector<Row> rows_;  // read; taken over up to nextRow_
+  std::size_t nextRow_ = 0;
   std::vector<FilePresenceChecker::Request> files_;
   bool read_ = false;
   bool finished_ = false;
-  QTimer slices_;
+  QTimer batchTimer_;
   LatestTask reading_;
   FilePresenceChecker checker_;
 };

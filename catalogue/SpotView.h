@@ -5,7 +5,7 @@
 
 #include <QString>
 
-// The choices of item-spots by their state, as the main window counts them and the item-spot list can narrow itself.
+// Groups of item-spot states: counted by the main window, filters of the item-spot list.
 enum class SpotView { Alle, LopenVandaag, VerlopenBinnenkort, ZonderBestand, BeginnenLater, VoorbijOfNietAktief };
 
 inline constexpr SpotView kSpotViews[] = {

@@ -33,7 +33,7 @@ QString frmItemOpruimen::NameOf(qint32 id, const Catalogue& catalogue) const {
 void frmItemOpruimen::InitControls() {
   CleanupForm::InitControls();
   Trapped(__func__, [&] {
-    // Files go only together with their spots.
+    // Files are deleted only together with their spots.
     const bool spots = ui_->chkVerwijderSpots->isChecked();
     if (!spots) ui_->chkVerwijderBestand->setChecked(false);
     ui_->chkVerwijderBestand->setEnabled(spots);
@@ -45,7 +45,7 @@ void frmItemOpruimen::chkVerwijderSpots_Click() {
 }
 
 void frmItemOpruimen::CleanUp(const Catalogue& catalogue) {
-  if (RecordsToDelete(catalogue) > 1 && !BackUpBefore(catalogue.databasePath).proceed) return GiveUp();
+  if (RecordsToDelete(catalogue) > 1 && !BackUpBefore(catalogue.databasePath).proceed) return CancelCleanup();
   dao::Database database = dao::OpenDatabase(catalogue.databasePath);
   dao::Recordset rows = database.OpenRecordset(SelectByID(catalogue.items + u".ID"_s, catalogue.items));
   if (rows.Bof() && rows.Eof()) return;
@@ -56,7 +56,7 @@ void frmItemOpruimen::CleanUp(const Catalogue& catalogue) {
   }
 }
 
-// An upper bound: a spot that stands in several entries counts for each.
+// An upper bound: a spot in several entries counts for each.
 int frmItemOpruimen::RecordsToDelete(const Catalogue& catalogue) const {
   if (!runtime::IsNumeric(global.gstrOpruimenID)) return 0;
   const QString id = QString::number(runtime::ToLong(global.gstrOpruimenID));
@@ -87,6 +87,6 @@ void frmItemOpruimen::CleanUpItem(qint32 itemID, const Catalogue& catalogue) {
 }
 
 void frmItemOpruimen::Form_Unload() {
-  // Without a look at the mode.
+  // Required: both online and offline.
   Trapped(__func__, [&] { RefreshLocalCopies({{u"tblCopie_ItemSpots"_s, TransItemSpotsToLocal}}); });
 }

@@ -9,8 +9,8 @@ namespace Ui {
 class frmItemOpruimen;
 }
 
-// Removes one item and, if asked, the item-spots linked to it and their audio files: spot by spot (record before file),
-// then the item's links, then the item. Links of other items to the same spots stay.
+// Removes one item and optionally its linked item-spots and their audio files: spot by spot (record before file), then
+// the item's links, then the item. Links of other items to the same spots are not removed.
 class frmItemOpruimen : public CleanupForm {
   Q_OBJECT
 

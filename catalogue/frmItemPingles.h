@@ -9,7 +9,7 @@ namespace Ui {
 class frmItemPingles;
 }
 
-// The list of item-pingles: without filter, and with a question in place of a cleanup dialog.
+// The list of item-pingles: no filter, and a question instead of a cleanup dialog.
 class frmItemPingles : public OverviewForm {
   Q_OBJECT
 

@@ -9,7 +9,7 @@ namespace Ui {
 class frmItemSpotOpruimen;
 }
 
-// Removes one item-spot: its record, its audio file, or both. The record goes first; nothing ties the two together.
+// Removes one item-spot: its record, its audio file, or both; the record first. The two steps are not atomic.
 class frmItemSpotOpruimen : public CleanupForm {
   Q_OBJECT
 

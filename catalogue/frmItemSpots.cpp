@@ -17,8 +17,9 @@ using runtime::Trapped;
 
 namespace {
 
-// Up to here the list's first picture waits for its marks a moment that nobody sees; a longer list is shown first.
-constexpr int kMarkedAtOnce = 500;
+// Lists up to this length wait up to kFirstPaintWait for their marks, so that the first paint is complete. A longer
+// list is painted first.
+constexpr int kMaxLinesToWaitFor = 500;
 constexpr std::chrono::milliseconds kFirstPaintWait{8};
 
 }  // namespace
@@ -57,17 +58,17 @@ OverviewForm::SetAktief frmItemSpots::Deactivator() const {
 }
 
 void frmItemSpots::Form_Unload() {
-  // Without a look at the mode, unlike the other lists.
+  // Required: both online and offline, unlike the other lists.
   Trapped(__func__, [&] { RefreshLocalCopies({{u"tblCopie_ItemSpots"_s, TransItemSpotsToLocal}}); });
 }
 
-void frmItemSpots::Refilled() {
-  FindLines();
+void frmItemSpots::OnRefilled() {
+  IndexLines();
   if (ChosenView() != SpotView::Alle) List().Refilter();
-  survey_->Start(List().ListCount() <= kMarkedAtOnce ? kFirstPaintWait : std::chrono::milliseconds{});
+  survey_->Start(List().ListCount() <= kMaxLinesToWaitFor ? kFirstPaintWait : std::chrono::milliseconds{});
 }
 
-void frmItemSpots::FindLines() {
+void frmItemSpots::IndexLines() {
   states_.assign(static_cast<std::size_t>(List().ListCount()), std::nullopt);
   seconds_.assign(states_.size(), 0);
   counts_ = SpotCounts();
@@ -82,7 +83,7 @@ void frmItemSpots::SurveyChanged(const QList<qint64>& ids) {
     const auto line = lines_.constFind(id);
     if (line == lines_.constEnd()) continue;
     const SpotStateLoader::Spot* spot = survey_->Find(id);
-    NoteState(*line, spot->state);
+    SetState(*line, spot->state);
     seconds_[static_cast<std::size_t>(*line)] = std::max(0, spot->facts.lengteSec.value_or(0));
     List().SetDetails(*line, DetailsOf(spot->facts, spot->state));
   }
@@ -90,10 +91,10 @@ void frmItemSpots::SurveyChanged(const QList<qint64>& ids) {
   ShowCount();
 }
 
-void frmItemSpots::NoteState(int line, SpotState state) {
-  std::optional<SpotState>& noted = states_[static_cast<std::size_t>(line)];
-  if (noted) counts_.Remove(*noted);
-  noted = state;
+void frmItemSpots::SetState(int line, SpotState state) {
+  std::optional<SpotState>& known = states_[static_cast<std::size_t>(line)];
+  if (known) counts_.Remove(*known);
+  known = state;
   counts_.Add(state);
 }
 
@@ -119,7 +120,7 @@ SpotView frmItemSpots::ChosenView() const {
 }
 
 bool frmItemSpots::IsInView(int line) const {
-  const auto at = static_cast<std::size_t>(line);  // a list that is being filled may be longer
+  const auto at = static_cast<std::size_t>(line);  // while the list is filled it may be longer than states_
   return at < states_.size() && states_[at] && Matches(ChosenView(), *states_[at]);
 }
 
@@ -134,7 +135,7 @@ QString frmItemSpots::TotalLength() const {
   qint64 total = 0;
   for (int row = 0; row < List().ShownCount(); ++row) {
     const auto line = static_cast<std::size_t>(List().ShownLine(row));
-    if (line < seconds_.size()) total += seconds_[line];  // a list that is being filled may be longer
+    if (line < seconds_.size()) total += seconds_[line];  // see IsInView
   }
   return LengthText(static_cast<qint32>(std::min<qint64>(total, std::numeric_limits<qint32>::max())));
 }

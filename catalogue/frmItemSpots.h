@@ -18,8 +18,7 @@ namespace Ui {
 class frmItemSpots;
 }
 
-// The list of item-spots, with a mark for the state of each. It refreshes the local copy whenever it closes, also
-// offline.
+// The list of item-spots, with a mark for the state of each. Refreshes the local copy when it closes, also offline.
 class frmItemSpots : public OverviewForm {
   Q_OBJECT
 
@@ -27,7 +26,7 @@ class frmItemSpots : public OverviewForm {
   explicit frmItemSpots(QWidget* owner);
   ~frmItemSpots() override;
 
-  // Narrows the list to the spots in these states, and lets the user choose others. Hides lines only.
+  // Shows only the spots in these states, and lets the user choose another group.
   void ShowOnly(SpotView view);
 
  protected:
@@ -37,24 +36,24 @@ class frmItemSpots : public OverviewForm {
   void cmdVerwijder_Click() override;
   SetAktief Deactivator() const override;
   void Form_Unload() override;
-  void Refilled() override;
+  void OnRefilled() override;
   QString CountText() const override;
   QString EmptyText() const override;
 
  private:
   void cboToestand_Click();
-  void FindLines();
+  void IndexLines();
   void SurveyChanged(const QList<qint64>& ids);
   SpotView ChosenView() const;
   bool IsInView(int line) const;
-  void NoteState(int line, SpotState state);
-  // Of the lines that are shown.
+  void SetState(int line, SpotState state);
+  // Of the visible lines.
   QString TotalLength() const;
 
   std::unique_ptr<Ui::frmItemSpots> ui_;
   std::unique_ptr<SpotStateLoader> survey_;
-  QHash<qint64, int> lines_;                      // where in the list an ID stands
-  std::vector<std::optional<SpotState>> states_;  // of each line; none: not known yet
-  std::vector<qint32> seconds_;                   // likewise; 0 when not known
-  SpotCounts counts_;                             // of these
+  QHash<qint64, int> lines_;                      // line of an ID
+  std::vector<std::optional<SpotState>> states_;  // per line; empty: not known yet
+  std::vector<qint32> seconds_;                   // per line; 0: not known
+  SpotCounts counts_;                             // of states_
 };

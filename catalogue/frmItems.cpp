@@ -37,7 +37,7 @@ void SetMark(controls::LineDetails& details, BlockMark::State state) {
       details.tone = controls::LineTone::Ends;
       details.wordInTone = true;
       return;
-    case BlockMark::State::Whole:
+    case BlockMark::State::Complete:
       details.mark = controls::LineMark::Circle;
       details.tone = controls::LineTone::Runs;
       return;
@@ -81,7 +81,7 @@ void frmItems::cmdBeluisteren_Click() {
   Trapped(__func__, [&] {
     {
       const desktop::WaitPointer wait;
-      HandOverBlock(ReadBlock(CurrentCatalogue(), SelectedID()));
+      SetBlockToHear(ReadBlock(CurrentCatalogue(), SelectedID()));
     }
     ShowScreen(Screen::Beluisteren, this);
   });
@@ -103,7 +103,7 @@ void frmItems::Form_Unload() {
   });
 }
 
-void frmItems::Refilled() {
+void frmItems::OnRefilled() {
   lines_.clear();
   for (int line = 0; line < List().ListCount(); ++line)
     lines_.insert(List().ItemData(line), line);
@@ -120,6 +120,6 @@ void frmItems::SurveyChanged(const QList<qint64>& ids) {
 
 QString frmItems::CountText() const {
   const QString count = OverviewForm::CountText();
-  if (!survey_->IsFinished() || survey_->InTrouble() == 0) return count;
-  return count + u", "_s + QString::number(survey_->InTrouble()) + u" nu stil of te kort"_s;
+  if (!survey_->IsFinished() || survey_->ProblemCount() == 0) return count;
+  return count + u", "_s + QString::number(survey_->ProblemCount()) + u" nu stil of te kort"_s;
 }

@@ -14,7 +14,7 @@ namespace Ui {
 class frmItems;
 }
 
-// The list of items. Its Desaktiveer button stays enabled whatever is selected.
+// The list of items. Its Desaktiveer button is always enabled.
 class frmItems : public OverviewForm {
   Q_OBJECT
 
@@ -29,7 +29,7 @@ class frmItems : public OverviewForm {
   void cmdVerwijder_Click() override;
   SetAktief Deactivator() const override;
   void Form_Unload() override;
-  void Refilled() override;
+  void OnRefilled() override;
   QString CountText() const override;
 
  private:
@@ -38,5 +38,5 @@ class frmItems : public OverviewForm {
 
   std::unique_ptr<Ui::frmItems> ui_;
   std::unique_ptr<BlockSurvey> survey_;
-  QHash<qint64, int> lines_;  // where in the list an ID stands
+  QHash<qint64, int> lines_;  // line of an ID
 };

@@ -3,10 +3,10 @@
 
 #include <QString>
 
-// What is asked before an export while working offline; only "yes" lets it start.
+// The question before an export while working offline; only "yes" starts the export.
 QString EarlierExportsQuestion();
 
-// The checks before an export to this folder (path text), each told to the user when it fails: offline, that the
-// earlier files were processed with the companion tool; a destination; a folder that is there. True when the export may
-// start.
+// Checks before an export to this folder (path text); each failure is shown to the user. Offline: the earlier files
+// were processed with the companion tool. Always: a destination was given and the folder exists. True when the export
+// may start.
 bool MayExport(const QString& destination);

@@ -10,8 +10,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr qsizetype kMostNamed = 5;
-constexpr qsizetype kLongestNamed = 160;          // characters
-constexpr qsizetype kBlock = qsizetype{1} << 20;  // bytes handed on at once
+constexpr qsizetype kMaxQuotedLength = 160;       // characters
+constexpr qsizetype kBlock = qsizetype{1} << 20;  // bytes written at once
 }  // namespace
 
 QString ExportContent::FileName(const QDateTime& moment) {
@@ -65,7 +65,8 @@ QString AlteredWarning(const AlteredStatements& altered, const QString& path) {
   QString text =
       u"In '%1' zijn tekens die het bestand niet kan bevatten vervangen door een vraagteken, in:"_s.arg(path);
   for (const QString& statement : altered.first) {
-    text += u"\n\n"_s + (statement.size() > kLongestNamed ? statement.left(kLongestNamed) + u" ..."_s : statement);
+    text +=
+        u"\n\n"_s + (statement.size() > kMaxQuotedLength ? statement.left(kMaxQuotedLength) + u" ..."_s : statement);
   }
   const qsizetype others = altered.count - altered.first.size();
   if (others == 1) text += u"\n\nen nog 1 andere opdracht."_s;

@@ -13,8 +13,7 @@
 #include <limits>
 #include <optional>
 
-// The statements that are not in a file as they are in the log: a character that the code page does not have became
-// "?".
+// Statements that differ between file and log: a character outside the code page became "?".
 struct AlteredStatements {
   int count = 0;
   QStringList first;  // a few of them
@@ -22,31 +21,31 @@ struct AlteredStatements {
   void Add(QStringView statement);
 };
 
-// The content of one export file for the companion tool: the statements of the offline log, one a line in the order in
-// which they are added, each trimmed of blanks and ended by ";", carriage return and line feed. Windows-1252, no
-// header. It is handed on while it comes into being: a log of any size takes no more memory than two blocks.
+// The content of one export file for the companion tool: the statements of the offline log, one per line in the order
+// of adding, each trimmed and followed by ";", carriage return and line feed. Windows-1252, no header. Written in
+// blocks, so memory is limited to two blocks for a log of any size.
 class ExportContent {
  public:
   using Sink = std::function<void(const QByteArray& block)>;
 
-  // The file's name for that moment: its date and time to the second, and the extension tql.
+  // The file name for that moment: "yyyyMMddhhmmss.tql".
   static QString FileName(const QDateTime& moment);
 
-  // Every block goes to `sink`, where one is told.
+  // Passes every block to `sink` when there is one.
   explicit ExportContent(Sink sink = {}) : sink_(std::move(sink)) {}
   ExportContent(const ExportContent&) = delete;
   ExportContent& operator=(const ExportContent&) = delete;
 
-  // Adds the log of a local database as it is now, in recording order; only its rows up to `last` when told. Throws
+  // Adds the current log of a local database in recording order; with `last` only rows up to that ID. Throws
   // runtime::Error.
   void AddLog(const QString& localDatabasePath, std::optional<qint32> last = std::nullopt);
-  // Adds the SqlSyntax of one log row; an empty one adds nothing.
+  // Adds the SqlSyntax of one log row; an empty text adds nothing.
   void Add(QStringView sqlSyntax);
-  // Hands on what is left, and gives the digest of all of it. Nothing is added after that.
+  // Writes the last block and returns the digest of the complete content. Nothing may be added afterwards.
   QByteArray Finish();
 
   const AlteredStatements& Altered() const { return altered_; }
-  // Of the log rows read; the empty ones count.
+  // Log rows read, including empty ones.
   int RowCount() const { return rowCount_; }
   qint32 HighestID() const { return highestID_; }
 
@@ -61,5 +60,5 @@ class ExportContent {
   qint32 highestID_ = std::numeric_limits<qint32>::min();
 };
 
-// What the user is told about altered statements; names the first few.
+// The warning about altered statements for the user; quotes the first few.
 QString AlteredWarning(const AlteredStatements& altered, const QString& path);

@@ -13,7 +13,7 @@ constexpr int kDots = 9;
 constexpr int kIconSide = 40;
 constexpr int kDotStep = 21;
 constexpr double kDotSide = 6;
-constexpr double kHeadSide = 10;  // the foremost dot; the one behind it lies between the two sizes
+constexpr double kHeadSide = 10;  // of the leading dot; the dot after it is between the two sizes
 constexpr int kGap = 28;          // from an icon to the nearest dot
 }  // namespace
 

@@ -3,15 +3,15 @@
 
 #include <QWidget>
 
-// The picture on the progress panel: from the station to the file, with a row of dots between them that fills step by
-// step. Painted in the palette's colours.
+// The picture on the progress panel: a station and a file with a row of dots between them that fills step by step.
+// Painted in the palette's colours.
 class ExportDrawing : public QWidget {
   Q_OBJECT
 
  public:
   explicit ExportDrawing(QWidget* parent = nullptr);
 
-  // How far the work is: 0 nothing yet, 1 done.
+  // 0 (nothing done) to 1 (finished).
   void SetProgress(double progress);
 
   QSize sizeHint() const override;

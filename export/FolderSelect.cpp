@@ -13,8 +13,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A server's address is no folder, and a folder on a drive that is not mapped is no reason to refuse: the user is about
-// to choose a better one.
+// Start folder of the chooser. A server's address has no folder, and an unmapped drive is no error: the user is about
+// to choose another folder.
 QString HostFolder(const QString& folder) {
   if (dao::IsServerPath(folder)) return {};
   try {

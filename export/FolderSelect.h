@@ -6,7 +6,7 @@
 
 class QWidget;
 
-// Lets the user choose a folder, by path texts. Keeps the folder last chosen as the one to start from.
+// Lets the user choose a folder (path text). Starts from the folder that was chosen last.
 class FolderSelect : public QObject {
   Q_OBJECT
 
@@ -17,8 +17,8 @@ class FolderSelect : public QObject {
   void SetMayCreate(bool mayCreate) { mayCreate_ = mayCreate; }
   void SetFolder(const QString& folder) { folder_ = folder; }
 
-  // Shows the chooser and returns the folder; the one it started from when the user cancels. Warns about a folder that
-  // lies outside of every mapped drive.
+  // Shows the chooser and returns the folder, or the start folder when the user cancels. Warns about a folder outside
+  // all mapped drives.
   QString Browse();
 
  private:

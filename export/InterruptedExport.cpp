@@ -35,19 +35,19 @@ bool Holds(const QString& path, const QByteArray& digest) {
   return ContentDigest::Of(runtime::ReadFile(path, kLargestExport)) == digest;
 }
 
-// A path that lies in the export folder under a name that fits.
-bool IsInExports(const QString& path, const QRegularExpression& name) {
+// Whether the path is in the export folder and its file name matches.
+bool IsInExportFolder(const QString& path, const QRegularExpression& name) {
   return name.match(GetFile(path)).hasMatch() &&
          QFileInfo(runtime::HostPath(path)).path() == QDir::cleanPath(runtime::HostPath(global.exportPath));
 }
 
-// A record decides which file is removed and which statements leave the log: one that no export into the present folder
-// can have written decides nothing.
-void RequireOwn(const ExportRecord& record, const QString& recordPath) {
+// A record decides which file is removed and which statements are deleted from the log. So a record is refused unless
+// an export into the current folder can have written it.
+void RequireOwnRecord(const ExportRecord& record, const QString& recordPath) {
   static const QRegularExpression kFile(u"\\A[0-9]{14}\\.tql\\z"_s);
   static const QRegularExpression kUnfinished(
       u"\\A([0-9]{14}\\.tql\\.[0-9a-f]{8}\\.tmp|\\.[0-9]{14}\\.tql\\.[0-9a-f]{16}\\.spotrooster-tmp)\\z"_s);
-  if (IsInExports(record.path, kFile) && IsInExports(record.temporary, kUnfinished)) return;
+  if (IsInExportFolder(record.path, kFile) && IsInExportFolder(record.temporary, kUnfinished)) return;
   throw runtime::Error(
       u"Het bestand '%1' noemt '%2': dat is geen export in de exportmap '%3'. Er is niets veranderd. Is de exportmap "
       u"intussen een andere, zet ze dan eerst terug bij ExportPath in ovalis.ini; vraag anders de beheerder vanwaar "
@@ -55,7 +55,7 @@ void RequireOwn(const ExportRecord& record, const QString& recordPath) {
       u"bestand komt."_s.arg(recordPath, record.path, global.exportPath));
 }
 
-// The record goes first: one that has lost its temporary file would mean that the file got its name.
+// The record is removed first: a record without its temporary file would mean that the file was renamed.
 ExportSettlement Drop(const QString& localDatabasePath, const ExportRecord& record) {
   RemoveExportRecord(localDatabasePath);
   runtime::RemoveFile(runtime::HostPath(record.temporary));
@@ -67,8 +67,8 @@ ExportSettlement Finish(const QString& localDatabasePath, const ExportRecord& re
   return {InterruptedExport::Finished, record.path};
 }
 
-// Whether two paths lead to one file: a name was taken without the other being given up.
-bool IsOneFile(const QString& path, const QString& other) {
+// Whether both paths are links to one file: the crash came between link() and unlink() of a rename.
+bool IsSameFile(const QString& path, const QString& other) {
   struct stat one {};
   struct stat two {};
   return ::stat(QFile::encodeName(runtime::HostPath(path)).constData(), &one) == 0 &&
@@ -76,11 +76,11 @@ bool IsOneFile(const QString& path, const QString& other) {
          one.st_ino == two.st_ino;
 }
 
-// The log still holds what the file was made of: did the file get its name?
+// The log still holds the statements of the file: was the file renamed to its final name?
 ExportSettlement SettleByFile(const QString& localDatabasePath, const ExportRecord& record) {
   const Presence temporary = runtime::Probe(record.temporary);
   if (temporary == Presence::There) {
-    if (!IsOneFile(record.temporary, record.path)) return Drop(localDatabasePath, record);
+    if (!IsSameFile(record.temporary, record.path)) return Drop(localDatabasePath, record);
     runtime::RemoveFile(runtime::HostPath(record.temporary));
     return Finish(localDatabasePath, record);
   }
@@ -88,7 +88,7 @@ ExportSettlement SettleByFile(const QString& localDatabasePath, const ExportReco
   if (file == Presence::NotReachable) return {InterruptedExport::NotReachable, record.path};
   if (file == Presence::Denied) return {InterruptedExport::Denied, record.path};
   if (file == Presence::There && Holds(record.path, record.digest)) return Finish(localDatabasePath, record);
-  // A mount point without its mount looks just so.
+  // An unmounted share looks the same, so the user must decide.
   return {InterruptedExport::Missing, record.path};
 }
 
@@ -103,12 +103,12 @@ ExportSettlement SettleByFile(const QString& localDatabasePath, const ExportReco
 ExportSettlement SettleInterruptedExport(const QString& localDatabasePath) {
   const std::optional<ExportRecord> record = ReadExportRecord(localDatabasePath);
   if (!record) return {};
-  RequireOwn(*record, ExportRecordPath(localDatabasePath));
+  RequireOwnRecord(*record, ExportRecordPath(localDatabasePath));
   ExportContent log;
   log.AddLog(localDatabasePath, record->highestID);
   if (log.RowCount() == 0) return Finish(localDatabasePath, *record);
   if (log.Finish() == record->digest) return SettleByFile(localDatabasePath, *record);
-  // These are other statements under the same numbers: the log was emptied, only the record could not be removed.
+  // Other statements with the same IDs: the log was emptied, only the record could not be removed.
   RemoveExportRecord(localDatabasePath);
   return {};
 }

@@ -26,13 +26,13 @@ bool IsLogEmpty(const QString& localDatabasePath) {
   return isEmpty;
 }
 
-// What was carried out and not logged yet belongs to this export. A log that takes nothing is no reason not to export:
-// emptying it may be what makes room.
-void LogWhatWasKept() {
+// Statements that were executed but could not be logged belong to this export. If they still cannot be logged the
+// export continues: emptying the log may make room.
+void TryLogKeptStatements() {
   try {
     LogKeptStatements();
   } catch (const runtime::Error&) {
-    // The caller tries again when the log is empty, and tells then.
+    // The caller tries again after emptying the log, and reports the error then.
   }
 }
 
@@ -40,24 +40,24 @@ QString PathOf(const QString& folder, const QDateTime& second) {
   return folder + u'\\' + ExportContent::FileName(second);
 }
 
-// The record of the last export from each local database in this process, also when it is settled.
+// The record of this process's last export from each local database; kept after the export is settled.
 QHash<QString, ExportRecord>& LastExports() {
   static QHash<QString, ExportRecord> records;
   return records;
 }
 
-// The file did not get its name, or its record may be there or not. The record goes first: one that has lost its
-// temporary file would mean that it did.
+// After a failure: the file was not renamed, or the record may or may not be written. The record is removed first: a
+// record without its temporary file would mean that the file was renamed.
 void Undo(const QString& localDatabasePath, runtime::StagedFile& file) {
   try {
     if (runtime::Probe(file.TemporaryPath()) == runtime::Presence::There) return RemoveExportRecord(localDatabasePath);
   } catch (const runtime::Error&) {
-    // What is left is settled before the next export; the user hears of what went wrong first.
+    // The next export settles what is left; the user sees the first error.
   }
   file.Keep();
 }
 
-// A log that could not be emptied afterwards is not handed out.
+// Do not export a log that cannot be emptied afterwards.
 void RequireWritable(const QString& databasePath) {
   const dao::FrozenDatabase held(databasePath);
 }
@@ -65,7 +65,7 @@ void RequireWritable(const QString& databasePath) {
 }  // namespace
 
 QString OfflineLogExport::WriteFile(const QString& folder, SameSecond sameSecond) {
-  LogWhatWasKept();
+  TryLogKeptStatements();
   if (IsLogEmpty(localDatabasePath_)) return {};
   RequireWritable(localDatabasePath_);
   QDateTime second = runtime::Now();
@@ -80,17 +80,17 @@ QString OfflineLogExport::WriteFile(const QString& folder, SameSecond sameSecond
   file.Complete();
   file.SyncName();
   try {
-    return Place(file, folder, second, digest, sameSecond);
+    return PlaceFile(file, folder, second, digest, sameSecond);
   } catch (const runtime::Error&) {
     Undo(localDatabasePath_, file);
     throw;
   }
 }
 
-// Before each try the record names the file that may be there afterwards. The names looked free, but another program
-// may take them at any moment.
-QString OfflineLogExport::Place(runtime::StagedFile& file, const QString& folder, QDateTime second,
-                                const QByteArray& digest, SameSecond sameSecond) const {
+// Each attempt first records the file name it tries. The name was free when checked, but another program may use it in
+// the meantime.
+QString OfflineLogExport::PlaceFile(runtime::StagedFile& file, const QString& folder, QDateTime second,
+                                    const QByteArray& digest, SameSecond sameSecond) const {
   const bool replaces = MayReplace(folder, second, sameSecond);
   for (;; second = second.addSecs(1)) {
     const ExportRecord record{PathOf(folder, second), file.TemporaryPath(), highestID_, digest};
@@ -105,7 +105,7 @@ QString OfflineLogExport::Place(runtime::StagedFile& file, const QString& folder
   }
 }
 
-// Only a file that this process exported from this database and that is as it was written.
+// Only a file that this process exported from this database and that is unchanged since.
 bool OfflineLogExport::MayReplace(const QString& folder, const QDateTime& second, SameSecond sameSecond) const {
   const ExportRecord last = LastExports().value(localDatabasePath_);
   if (sameSecond == SameSecond::KeepAll || last.path != PathOf(folder, second)) return false;

@@ -11,34 +11,33 @@ namespace runtime {
 class StagedFile;
 }
 
-// One export of the offline log, in steps between which the program may die at any place without losing a statement or
-// handing one out twice: the file is written and synced under a temporary name, a record of it beside the database;
-// then the file gets its name, the log loses what the file holds, and the record goes. Whoever finds a record
-// (InterruptedExport.h) can tell how far it came. Every failure is a runtime::Error.
+// One export of the offline log. A crash at any point neither loses a statement nor exports it twice: the file is
+// written and synced under a temporary name, then a record next to the database; then the file is renamed, its
+// statements are deleted from the log, and the record is removed. From a leftover record InterruptedExport.h derives
+// how far the export came. Every failure is a runtime::Error.
 //
-// Used by the planning export and by spotrooster-db. The caller holds the program lock (data/ProgramLock.h), and has
-// settled an interrupted export before; afterwards it logs what is kept (data/KeptStatements.h).
+// Used by the planning export and by spotrooster-db. The caller holds the program lock (data/ProgramLock.h), settles an
+// interrupted export before, and calls LogKeptStatements (data/KeptStatements.h) afterwards.
 class OfflineLogExport {
  public:
   explicit OfflineLogExport(const QString& localDatabasePath) : localDatabasePath_(localDatabasePath) {}
 
-  // What a file of the same second becomes. None of another program or program folder is ever replaced.
+  // Whether a file of the same second is replaced. Files of another program or program folder never are.
   enum class SameSecond { ReplaceOwn, KeepAll };
 
-  // Writes the log into the file of the present moment in the folder (path text) and gives its path. Where that name is
-  // taken the file gets the name of the next second that is free; ReplaceOwn: a file that this process exported from
-  // this database, and that is as it was written, gives way. A log without a row makes no file: the path is empty.
-  // After an error there is no file, or (when only the last sync failed) it is there and the record too, so that it is
-  // settled before the next export.
+  // Writes the log to a file in the folder (path text), named after the current second, and returns its path. When that
+  // name exists the next free second is used; with ReplaceOwn a file that this process exported from this database, and
+  // that is unchanged, is replaced. An empty log makes no file and returns an empty path. After an error there is no
+  // file, or (when only the last sync failed) both file and record exist and are settled before the next export.
   QString WriteFile(const QString& folder, SameSecond sameSecond = SameSecond::KeepAll);
-  // The statements that the file does not hold as they were.
+  // Statements that differ between file and log.
   const AlteredStatements& Altered() const { return altered_; }
-  // Takes out of the log what the file holds, and then the record away.
+  // Deletes the exported statements from the log, then the record.
   void EmptyLog() const;
 
  private:
-  QString Place(runtime::StagedFile& file, const QString& folder, QDateTime second, const QByteArray& digest,
-                SameSecond sameSecond) const;
+  QString PlaceFile(runtime::StagedFile& file, const QString& folder, QDateTime second, const QByteArray& digest,
+                    SameSecond sameSecond) const;
   bool MayReplace(const QString& folder, const QDateTime& second, SameSecond sameSecond) const;
 
   QString localDatabasePath_;
@@ -46,5 +45,5 @@ class OfflineLogExport {
   qint32 highestID_ = std::numeric_limits<qint32>::min();
 };
 
-// Takes every row up to this ID out of the log, and then the export's record away when there is one.
+// Deletes every row up to this ID from the log, then the export's record if there is one.
 void EmptyLogUpTo(const QString& localDatabasePath, qint32 highestID);

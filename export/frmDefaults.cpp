@@ -48,7 +48,7 @@ void frmDefaults::Form_Load() {
   });
 }
 
-// Showing the present mode is no choice of the user's: it warns of nothing and asks for no export.
+// Showing the current mode is not a choice by the user: no warning, no export.
 void frmDefaults::FillForm() {
   Trapped(__func__, [&] {
     filling_ = true;

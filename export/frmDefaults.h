@@ -10,8 +10,8 @@ namespace Ui {
 class frmDefaults;
 }
 
-// The settings dialog: online or offline work, and the folder of the shared database. Choosing to work online leads to
-// the planning export.
+// The settings dialog: online or offline work, and the folder of the shared database. Choosing online opens the
+// planning export.
 class frmDefaults : public Form {
   Q_OBJECT
 

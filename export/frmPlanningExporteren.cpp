@@ -20,7 +20,7 @@ using runtime::Trapped;
 
 namespace {
 
-// The caption while an export runs; it is also what tells that one does.
+// The caption while an export runs; it also marks that an export is running.
 QString Interrupt() {
   return u"Onderbreken"_s;
 }
@@ -54,7 +54,7 @@ void frmPlanningExporteren::Form_Load() {
   });
 }
 
-// The layout has put the panel over the working area, with its label as wide as itself.
+// The layout has placed the panel over the working area, with its label at full width.
 void frmPlanningExporteren::InitForm() {
   Trapped(__func__, [&] {
     ui_->picProgress->hide();
@@ -111,7 +111,7 @@ void frmPlanningExporteren::HideProgress() {
   EnableControls(true);
 }
 
-// Every control but the progress panel, with what is on it, and the button that interrupts.
+// All controls except the progress panel, its children and the button that interrupts.
 void frmPlanningExporteren::EnableControls(bool enable) {
   for (QWidget* control : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
     if (control != ui_->picProgress && control != ui_->cmdAnnuleren) control->setEnabled(enable);
@@ -147,7 +147,7 @@ void frmPlanningExporteren::Opslaan() {
   });
 }
 
-// Known to its users under the name of the write that empties a table.
+// Users know this error under the name of the write that empties a table.
 bool frmPlanningExporteren::EmptyLog(const OfflineLogExport& logExport) {
   return Trapped("DeleteAllInTable", false, [&] {
     logExport.EmptyLog();
@@ -155,7 +155,7 @@ bool frmPlanningExporteren::EmptyLog(const OfflineLogExport& logExport) {
   });
 }
 
-// Nobody looks at the wish to interrupt: an export always runs to its end.
+// Required: the request to interrupt is noted and never read; an export always runs to its end.
 void frmPlanningExporteren::cmdAnnuleren_Click() {
   Trapped(__func__, [&] {
     if (ui_->cmdAnnuleren->toolTip() == Interrupt()) {

@@ -10,8 +10,8 @@ namespace Ui {
 class frmPlanningExporteren;
 }
 
-// The planning export: writes the offline log as a file for the companion tool into the export folder and empties it.
-// Once started it runs to its end; the wish to interrupt it is noted and no more.
+// The planning export: writes the offline log to a file for the companion tool in the export folder, then empties the
+// log. A started export always runs to its end; a request to interrupt is noted without effect.
 class frmPlanningExporteren : public Form {
   Q_OBJECT
 

@@ -9,7 +9,7 @@ namespace Ui {
 class frmRadioDetail;
 }
 
-// The station selection: sets global.stationNumber. Closed without a choice it leaves the number as it was.
+// The station selection: sets global.stationNumber. Closing without a choice leaves the number unchanged.
 class frmRadioDetail : public Form {
   Q_OBJECT
 

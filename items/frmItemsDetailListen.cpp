@@ -64,7 +64,7 @@ void frmItemsDetail::cmdBeluisteren_Click() {
   Trapped(__func__, [this] {
     {
       const desktop::WaitPointer wait;
-      HandOverBlock(BlockOnScreen());
+      SetBlockToHear(BlockOnScreen());
     }
     ShowScreen(Screen::Beluisteren, this);
   });

@@ -60,7 +60,7 @@ bool IsOn(dao::Database& database) {
   return !row.Eof() && row.Field(0).toString() == u"-1"_s;
 }
 
-// The item-spots of the catalogue in this file: the shared one's, else those of the local copy.
+// The item-spot table of this file: that of the shared database, else the local copy.
 std::unique_ptr<dao::Table> SpotTable(dao::Storage& storage) {
   for (const QString& name : {u"tblItemSpots"_s, u"tblCopie_ItemSpots"_s}) {
     if (auto table = storage.OpenTable(name)) return table;
@@ -68,7 +68,7 @@ std::unique_ptr<dao::Table> SpotTable(dao::Storage& storage) {
   throw runtime::Error(u"In '%1' staan geen item-spots."_s.arg(storage.PathText()));
 }
 
-std::size_t PlaceOf(const dao::Table& table, const QString& field) {
+std::size_t FieldPlace(const dao::Table& table, const QString& field) {
   const int place = table.Definition().FieldIndex(field);
   if (place < 0) throw runtime::Error(u"De tabel '%1' heeft geen veld '%2'."_s.arg(table.Definition().name, field));
   return static_cast<std::size_t>(place);
@@ -80,7 +80,7 @@ double NumberOf(const dao::ValueView& value) {
   return 0;
 }
 
-// What a spot's row holds, and what it is to hold.
+// Old and new values of a spot's row.
 struct Spot {
   dao::RowId row = 0;
   std::int64_t count = 0;
@@ -93,9 +93,9 @@ class Counting {
   explicit Counting(dao::Storage& storage)
       : ledger_(storage.OpenTable(kLedgerTable)),
         spots_(SpotTable(storage)),
-        id_(PlaceOf(*spots_, u"ID"_s)),
-        count_(PlaceOf(*spots_, u"AantalGedraaid"_s)),
-        last_(PlaceOf(*spots_, u"LaatstGedraaid"_s)) {
+        id_(FieldPlace(*spots_, u"ID"_s)),
+        count_(FieldPlace(*spots_, u"AantalGedraaid"_s)),
+        last_(FieldPlace(*spots_, u"LaatstGedraaid"_s)) {
     dao::FieldMask wanted;
     wanted.set(id_).set(count_).set(last_);
     for (const auto rows = spots_->Scan(wanted); rows->Next();) {
@@ -121,7 +121,7 @@ class Counting {
       return;
     }
     ++spot->count;
-    // To the second, as the field has always held it.
+    // In whole seconds, as existing databases store this field.
     constexpr double kSeconds = 86'400;
     spot->last = std::max(spot->last, std::floor(moment * kSeconds + 1e-4) / kSeconds);
     spot->changed = true;

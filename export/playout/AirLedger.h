@@ -7,22 +7,21 @@
 
 #include <vector>
 
-// Which item-spots were aired when, kept in a database (table tblUitzendingen), and the play counts that follow from
-// it. Off until it is switched on for the database, since at other stations another program fills those fields. Paths
-// are path texts; everything throws runtime::Error.
+// Records when item-spots were aired (table tblUitzendingen) and updates their play counts. Off by default, since at
+// some stations another program fills those fields. Paths are path texts; every function throws runtime::Error.
 
 inline const QString kLedgerTable = QStringLiteral("tblUitzendingen");
 
-// Kept in the database, beside its other settings.
+// Stored in the database's settings table.
 bool IsCountingOn(const QString& databasePath, const QString& password = {});
 void SwitchCounting(const QString& databasePath, bool on, const QString& password = {});
 
 struct AiringCount {
-  int added = 0;    // airings that were not in the ledger yet
-  int known = 0;    // those that were
-  int unknown = 0;  // of the added ones, those of spots that are not in the catalogue
+  int added = 0;    // new airings
+  int known = 0;    // airings that were in the ledger already
+  int unknown = 0;  // added airings of spots that are not in the catalogue
 };
 
-// Takes each airing into the ledger once, however often it is handed in. A spot's AantalGedraaid rises by its new ones,
-// and LaatstGedraaid becomes the latest. All of it or nothing is there afterwards.
+// Adds each airing to the ledger once, even when it is passed several times. Adds the new airings to the spot's
+// AantalGedraaid and sets LaatstGedraaid to the latest. All changes are made, or none.
 AiringCount CountAirings(const QString& databasePath, const std::vector<Airing>& airings, const QString& password = {});

@@ -48,7 +48,7 @@ std::vector<Airing> ReadOwn(const QStringList& lines, const QString& name) {
 
 const QString kCutLog = u"Rivendell RDAirPlay Cut Report for"_s;
 
-// The date of its first line. With slashes, day and month may stand in either order.
+// The date in the first line. With slashes, day and month may be in either order.
 QDate DayOf(const QString& heading, const QString& name) {
   const QString text = heading.section(kCutLog, 1).trimmed();
   if (text.contains(u" - "_s))

@@ -10,8 +10,7 @@
 #include <optional>
 #include <vector>
 
-// One advertising block with everything of the catalogue that decides what it plays. Mix points are milliseconds before
-// the end.
+// One advertising block with all catalogue data that decides what it plays. Mix points are milliseconds before the end.
 
 struct BlockSpot {
   qint32 id = 0;
@@ -24,7 +23,7 @@ struct BlockSpot {
 
 struct BlockJingle {
   qint32 id = 0;
-  bool exists = true;  // false: the block refers to a jingle that is no longer in the catalogue
+  bool exists = true;  // false: the block refers to a deleted jingle
   QString naam;
   QString path;  // path text
   bool aktief = true;
@@ -39,17 +38,17 @@ struct Block {
   QString naam;
   bool aktief = true;
   Filling filling = Filling::List;
-  std::vector<BlockSpot> spots;  // Filling::List: in the order of the list
-  FileNamePattern pattern;       // Filling::Files; its severalSpots is that of the block
+  std::vector<BlockSpot> spots;  // Filling::List: in list order
+  FileNamePattern pattern;       // Filling::Files; its severalSpots equals `several`
   qint32 patternMixMs = 0;
-  bool several = false;  // more than one spot in a broadcast
-  qint32 count = 0;      // how many then
-  qint32 most = 0;       // and at most
+  bool several = false;  // more than one spot per broadcast
+  qint32 count = 0;      // number of spots if `several`
+  qint32 most = 0;       // upper limit of `count`
   bool random = false;
-  std::optional<BlockJingle> opener;  // none: not chosen
+  std::optional<BlockJingle> opener;  // empty: no jingle chosen
   std::optional<BlockJingle> middle;
   std::optional<BlockJingle> closer;
 
-  // How many spots a broadcast should have.
+  // Number of spots that a broadcast should have.
   int WantedSpots() const;
 };

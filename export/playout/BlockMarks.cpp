@@ -13,14 +13,14 @@ BlockMark::State StateOf(const Block& block, const BlockPlan& plan, const QStrin
   if (!block.aktief) return BlockMark::State::NotActive;
   if (plan.IsSilent()) return BlockMark::State::Silent;
   if (plan.IsShort()) return BlockMark::State::Short;
-  return trouble.isEmpty() ? BlockMark::State::Whole : BlockMark::State::Remark;
+  return trouble.isEmpty() ? BlockMark::State::Complete : BlockMark::State::Remark;
 }
 
 QString SpotsText(int count) {
   return count == 1 ? u"1 spot"_s : u"%1 spots"_s.arg(count);
 }
 
-// The one reason why all of them are left out; empty when they differ.
+// The common reason why all spots are left out; empty when reasons differ.
 QString SharedReason(const BlockPlan& plan) {
   QString shared;
   for (const LeftOutSound& sound : plan.leftOut) {
@@ -51,7 +51,7 @@ QString WordOf(BlockMark::State state, const BlockPlan& plan) {
       return u"%1 van %2 spots"_s.arg(plan.spots).arg(plan.wanted);
     case BlockMark::State::Remark:
       return FirstRemark(plan);
-    case BlockMark::State::Whole:
+    case BlockMark::State::Complete:
       break;
   }
   return SpotsText(plan.spots);
@@ -79,11 +79,11 @@ BlockMark MarkOf(const Block& block, const BlockPlan& plan) {
 }
 
 void MarkBlocks(const Catalogue& catalogue, const QDateTime& moment, const std::function<bool()>& isWanted,
-                const std::function<void(std::vector<BlockMark> marks, bool last)>& tell) {
+                const std::function<void(std::vector<BlockMark> marks, bool last)>& report) {
   const std::vector<Block> blocks = ReadBlocks(catalogue);
   if (!isWanted()) return;
-  tell(MarksOf(blocks, moment, {}), false);
+  report(MarksOf(blocks, moment, {}), false);
   const SoundFiles files = LookAtFiles(FilesOf(blocks, moment), Look::Presence);
   if (!isWanted()) return;
-  tell(MarksOf(blocks, moment, In(files)), true);
+  report(MarksOf(blocks, moment, In(files)), true);
 }

@@ -10,24 +10,24 @@
 #include <functional>
 #include <vector>
 
-// What a list says of a block at this moment.
+// State of a block at one moment, as a list shows it.
 struct BlockMark {
-  enum class State { Whole, Remark, Short, Silent, NotActive };
+  enum class State { Complete, Remark, Short, Silent, NotActive };
 
   qint32 id = 0;
-  State state = State::Whole;
+  State state = State::Complete;
   int spots = 0;
   std::optional<qint64> lengthMs;
   QString word;     // "3 spots", "stil: verlopen"
-  QString trouble;  // all of it; empty when all is well
+  QString trouble;  // complete text; empty without problems
 
   bool operator==(const BlockMark&) const = default;
 };
 
 BlockMark MarkOf(const Block& block, const BlockPlan& plan);
 
-// Reads a catalogue's blocks and marks each: first by what the records say, then, where that makes a difference, by
-// which files are there. `tell` is called with either, on the calling thread; `isWanted` is asked in between. Any
-// thread that may wait. Throws runtime::Error when the catalogue cannot be read.
+// Reads a catalogue's blocks and calls `report` with a mark for each, from the records only; then again with the marks
+// that change because of missing files (`last` is true in the final call). `isWanted` is polled in between; false stops
+// the work. Any thread that may block. Throws runtime::Error when the catalogue cannot be read.
 void MarkBlocks(const Catalogue& catalogue, const QDateTime& moment, const std::function<bool()>& isWanted,
-                const std::function<void(std::vector<BlockMark> marks, bool last)>& tell);
+                const std::function<void(std::vector<BlockMark> marks, bool last)>& report);

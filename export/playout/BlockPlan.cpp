@@ -13,12 +13,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A number of spots beyond this is a slip of the keyboard; each would be a look at the disk.
+// A larger number of spots is a typing error; each spot costs a disk access.
 constexpr int kMostFiles = 999;
 
 using Candidates = std::vector<PlannedSound>;
 
-// Fisher and Yates; the library's shuffle may differ between compilers, and the same seed must give the same order.
+// Fisher-Yates: std::shuffle may differ between libraries, and the same seed must give the same order.
 template <class Element>
 void Shuffle(std::vector<Element>& elements, quint32 seed) {
   std::mt19937 random(seed);
@@ -55,7 +55,7 @@ class Planner {
     const Candidates spots = block_.filling == Block::Filling::List ? FromList() : FromFiles();
     plan_.spots = static_cast<int>(spots.size());
     if (spots.empty()) return Silent(Silence::NoSpots);
-    Frame(spots);
+    AddWithJingles(spots);
     CutMixPoints();
     SetStarts();
     return std::move(plan_);
@@ -71,8 +71,8 @@ class Planner {
     plan_.leftOut.push_back({sound.kind, sound.id, sound.naam, sound.path, reason});
   }
 
-  // Puts what is known of its file into the sound; the reason when it has none that can play.
-  std::optional<LeftOut> TakeFile(PlannedSound& sound, std::optional<qint32> lengteSec) const {
+  // Sets the sound's facts from its file; returns the reason when the file cannot play.
+  std::optional<LeftOut> ApplyFile(PlannedSound& sound, std::optional<qint32> lengteSec) const {
     const std::optional<SoundFile> file = lookUp_ ? lookUp_(sound.path) : std::nullopt;
     if (file && file->presence == runtime::Presence::NotThere) return LeftOut::FileMissing;
     if (file && !file->readable) return LeftOut::Unreadable;
@@ -92,7 +92,7 @@ class Planner {
     for (const BlockSpot& spot : block_.spots) {
       PlannedSound sound{SoundKind::Spot, spot.id, spot.naam, spot.facts.path, spot.mixMs};
       std::optional<LeftOut> reason = ReasonAgainst(spot.facts, moment_);
-      if (!reason) reason = TakeFile(sound, spot.facts.lengteSec);
+      if (!reason) reason = ApplyFile(sound, spot.facts.lengteSec);
       if (reason) {
         LeaveOut(sound, *reason);
       } else {
@@ -100,11 +100,11 @@ class Planner {
         sounds.push_back(std::move(sound));
       }
     }
-    return Chosen(fit, sounds);
+    return Choose(fit, sounds);
   }
 
-  // Of those that may play, as many as are wanted, in the order in which they play.
-  Candidates Chosen(const std::vector<const BlockSpot*>& fit, const Candidates& sounds) {
+  // Chooses the wanted number of the playable spots, in playing order.
+  Candidates Choose(const std::vector<const BlockSpot*>& fit, const Candidates& sounds) {
     std::vector<std::size_t> order(fit.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
     const bool random = block_.several && block_.random;
@@ -132,13 +132,13 @@ class Planner {
     for (int number = 1; number <= std::min(plan_.wanted, kMostFiles); ++number) {
       const QString path = NumberedFileName(block_.pattern, moment_, number);
       PlannedSound sound{SoundKind::File, 0, GetFile(path), path, block_.patternMixMs};
-      const std::optional<LeftOut> reason = path.isEmpty() ? LeftOut::NoFile : TakeFile(sound, {});
+      const std::optional<LeftOut> reason = path.isEmpty() ? LeftOut::NoFile : ApplyFile(sound, {});
       if (reason) {
         LeaveOut(sound, *reason);
       } else {
         sounds.push_back(std::move(sound));
       }
-      if (path.isEmpty()) break;  // no number makes a name of it
+      if (path.isEmpty()) break;  // an incomplete pattern gives no name for any number
     }
     if (block_.several && block_.random) Shuffle(sounds, seed_);
     return sounds;
@@ -155,14 +155,14 @@ class Planner {
     } else if (jingle->path.isEmpty()) {
       reason = LeftOut::NoFile;
     } else {
-      reason = TakeFile(sound, jingle->lengteSec);
+      reason = ApplyFile(sound, jingle->lengteSec);
     }
     if (!reason) return sound;
     LeaveOut(sound, *reason);
     return std::nullopt;
   }
 
-  void Frame(const Candidates& spots) {
+  void AddWithJingles(const Candidates& spots) {
     if (const auto opener = Jingle(block_.opener, SoundKind::Opener)) plan_.sounds.push_back(*opener);
     std::optional<PlannedSound> middle;
     if (spots.size() > 1) middle = Jingle(block_.middle, SoundKind::Middle);
@@ -173,7 +173,7 @@ class Planner {
     if (const auto closer = Jingle(block_.closer, SoundKind::Closer)) plan_.sounds.push_back(*closer);
   }
 
-  // From the back, since what a sound has left depends on its own mix point.
+  // Backwards, since the time available in a sound depends on its own mix point.
   void CutMixPoints() {
     plan_.sounds.back().mixMs = 0;
     for (std::size_t at = plan_.sounds.size() - 1; at-- > 0;) {

@@ -7,46 +7,46 @@
 #include <optional>
 #include <vector>
 
-// Which sounds a block holds at a moment. Every window and file that shows or plays a block asks here.
+// Which sounds a block plays at a given moment. Every window and file that shows or plays a block uses this.
 
 enum class SoundKind { Opener, Spot, File, Middle, Closer };
 
-// Why a sound that belongs to a block does not play.
+// Why a sound of a block does not play.
 enum class LeftOut {
   NotActive,     // the spot or jingle
-  NoFile,        // its record has no path, or the pattern gives no name
+  NoFile,        // the record has no path, or the pattern gives no name
   FileMissing,   // nothing at that path
-  Unreadable,    // the file holds no sound that can be read
-  Over,          // the last day is past
-  NotBegun,      // the first day is still to come
-  OutsideHours,  // at this hour of the day
-  NotItsTurn,    // it may play, but others come first and there are enough of them
+  Unreadable,    // the file has no readable audio
+  Over,          // after the last day
+  NotBegun,      // before the first day
+  OutsideHours,  // the hour of the day is outside StartUur..EindUur
+  NotItsTurn,    // allowed, but enough others come first
   JingleGone,    // the block refers to a jingle that was removed
 };
 
-// Why a whole block is silent.
+// Why a block plays nothing.
 enum class Silence { None, BlockNotActive, NotFilled, NoSpots };
 
-// What is known of an audio file.
+// Known facts of an audio file.
 struct SoundFile {
   runtime::Presence presence = runtime::Presence::There;
-  std::optional<qint32> lengthMs{};  // exact; none: not measured
-  bool readable = true;              // false: measured, and it holds no sound
+  std::optional<qint32> lengthMs{};  // exact; empty: not measured
+  bool readable = true;              // false: measured, without readable audio
 };
-// Looks a file up by its path text; nothing when it was not looked at. A file that was not looked at or is out of reach
-// counts as there.
+// Looks up a file by its path text; empty when the file was not checked. An unchecked or unreachable file counts as
+// present.
 using LookUpFile = std::function<std::optional<SoundFile>(const QString& path)>;
 
 struct PlannedSound {
   SoundKind kind = SoundKind::Spot;
-  qint32 id = 0;  // of the item-spot or item-pingle; 0 for a file found by its name
+  qint32 id = 0;  // of the item-spot or item-pingle; 0 for a file found by name
   QString naam;
   QString path;
-  qint32 storedMixMs = 0;            // as the catalogue has it
-  qint32 mixMs = 0;                  // as it is played: see PlanBlock. 0 for the last sound
-  std::optional<qint64> lengthMs{};  // measured, else the stored seconds; none: not known
-  std::optional<qint64> startMs{};   // from the beginning of the block; none: a length before it is not known
-  bool reachable = true;             // false: the drive or folder gave no answer, so nobody knows whether it is there
+  qint32 storedMixMs = 0;            // value in the catalogue
+  qint32 mixMs = 0;                  // value when played, see PlanBlock; 0 for the last sound
+  std::optional<qint64> lengthMs{};  // measured, else from the stored seconds; empty: unknown
+  std::optional<qint64> startMs{};   // from the start of the block; empty: an earlier length is unknown
+  bool reachable = true;             // false: drive or folder not accessible, so existence is unknown
 };
 
 struct LeftOutSound {
@@ -66,20 +66,18 @@ struct BlockPlan {
 
   bool IsSilent() const { return sounds.empty(); }
   bool IsShort() const { return spots < wanted; }
-  std::optional<qint64> LengthMs() const;  // until the last sound has ended; none: not known
+  std::optional<qint64> LengthMs() const;  // until the end of the last sound; empty: unknown
 };
 
-// The rule. Spots that are active, within their days and hours and have a file may play. One spot: the one played
-// longest ago (never played first, then the lower play count, then the order of the list). Several: as many as the
-// block asks for, in the order of the list, those played longest ago when there are more; with `random`, drawn and put
-// in order by the seed. Found by name: the file of the moment, or those with -1, -2, ... in place of -x. Before them
-// the opener, between them the middle jingle, behind them the closer. Without a spot or file that may play the block is
-// silent.
+// Rules. A spot may play when it is active, within its days and hours, and has a file. One spot: the one played longest
+// ago (never played first, then the lower play count, then list order). Several: as many as the block's count, in list
+// order, those played longest ago when there are more; with `random`, chosen and ordered by the seed. Found by name:
+// the file of the moment, or the files with -1, -2, ... in place of -x. The opener comes before the spots, the middle
+// jingle between them, the closer after them. Without a playable spot or file the block is silent.
 //
-// The next sound starts at the end of this one less its mix point. A mix point is cut so that no more than two sounds
-// are heard at a time, where the lengths are known: to the length of its own sound, and to what the next one has left
-// before its own mix point.
+// A sound starts `mixMs` before the end of the previous one. Where lengths are known a mix point is limited so that at
+// most two sounds overlap: to the length of its own sound, and to the time the next sound has before its own mix point.
 BlockPlan PlanBlock(const Block& block, const QDateTime& moment, quint32 seed, const LookUpFile& lookUp);
 
-// The seed that belongs to an hour: whoever plays the block in that hour gets the same order.
+// The seed of an hour: every player gets the same random order within that hour.
 quint32 SeedOf(qint32 blockID, const QDateTime& moment);

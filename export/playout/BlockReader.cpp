@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A field that is no number counts as 0, as NULL does.
+// A field that is not a number counts as 0, like NULL.
 qint32 NumberIn(const dao::Recordset& row, const QString& field) {
   const QVariant value = row.Field(field);
   return runtime::IsNumeric(value) ? runtime::ToLong(value) : 0;
@@ -55,7 +55,7 @@ QHash<qint32, BlockJingle> ReadJingles(const Catalogue& catalogue) {
   return jingles;
 }
 
-// The spots of each item's list, in its order.
+// The spots of each item, in list order.
 QHash<qint32, std::vector<qint32>> ReadLists(const Catalogue& catalogue, const QString& condition) {
   QHash<qint32, std::vector<qint32>> lists;
   const QString select =
@@ -119,8 +119,8 @@ std::optional<BlockJingle> BlockParts::Jingle(qint32 id) const {
 
 namespace {
 
-// A link to a spot that was removed plays nothing and is left out. `ofItem` is put behind the name of a field that
-// holds the ID of an item; empty for all items.
+// Links to deleted spots play nothing and are left out. `ofItem` is a condition appended to the name of a field with an
+// item's ID; empty for all items.
 std::vector<Block> ReadSome(const Catalogue& catalogue, const QString& ofItem) {
   const auto where = [&](const QString& field) { return ofItem.isEmpty() ? QString() : u"WHERE "_s + field + ofItem; };
   const BlockParts parts(catalogue);

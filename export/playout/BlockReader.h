@@ -8,23 +8,22 @@
 
 #include <vector>
 
-// The blocks of a catalogue, read to plan them. For any thread; the database is opened to read only. All throw
+// Reads the blocks of a catalogue for planning. Any thread; the database is opened read-only. All functions throw
 // runtime::Error.
 
-// By name, then by ID.
+// Sorted by name, then ID.
 std::vector<Block> ReadBlocks(const Catalogue& catalogue);
-// An empty block, with an ID of 0, when there is none.
+// An empty block with ID 0 when the item does not exist.
 Block ReadBlock(const Catalogue& catalogue, qint32 id);
 
-// All item-spots and item-pingles by their ID, for blocks that are not in the catalogue as they are shown: see
-// items/frmItemsDetail.
+// All item-spots and item-pingles by ID, to make blocks with unsaved changes (items/frmItemsDetail).
 class BlockParts {
  public:
   explicit BlockParts(const Catalogue& catalogue);
 
-  // Null when there is none.
+  // Null when the spot does not exist.
   const BlockSpot* Spot(qint32 id) const;
-  // An ID of 0 is no jingle.
+  // Empty for ID 0 (no jingle).
   std::optional<BlockJingle> Jingle(qint32 id) const;
 
  private:

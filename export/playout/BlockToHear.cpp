@@ -12,7 +12,7 @@ Block& Waiting() {
 
 }  // namespace
 
-void HandOverBlock(Block block) {
+void SetBlockToHear(Block block) {
   Waiting() = std::move(block);
 }
 

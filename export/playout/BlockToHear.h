@@ -3,8 +3,8 @@
 
 #include "export/playout/Block.h"
 
-// The block that one screen hands to the listening window which it opens: as it is on the screen, saved or not.
-// User-interface thread only.
-void HandOverBlock(Block block);
-// An empty block when none was handed over.
+// The block that a screen passes to the listening window it opens, including unsaved changes. User-interface thread
+// only.
+void SetBlockToHear(Block block);
+// Returns the block and clears it; an empty block when none was set.
 Block TakeBlockToHear();

@@ -17,9 +17,9 @@ QByteArray Annotated(const char* name, const QByteArray& value) {
 
 }  // namespace
 
-// Both durations are told: the end of this sound over which the next one is laid, and the beginning of this one that
-// lies under the one before. Without the second one, versions from 2.3 on start too late. Nothing in a title ends its
-// quotes (PlainTitle), and behind the last colon everything is the path.
+// Writes both durations: the end of this sound that overlaps the next one, and the beginning that overlaps the previous
+// one. Without the second, versions from 2.3 start the sound too late. PlainTitle removes quotes from titles;
+// everything after the last colon is the path.
 QByteArray LiquidsoapPlaylist(const PlannedBlock& planned) {
   QByteArray text = "#EXTM3U\n" + QByteArray(kMark) + ": " + PlainTitle(planned.block.naam).toUtf8() + "\n";
   qint32 before = 0;

@@ -5,19 +5,19 @@
 
 #include <QString>
 
-// What a plan says to a planner, in Dutch.
+// Dutch texts about a plan for users.
 
 QString KindText(SoundKind kind);                // "opener", "item-spot", ...
 QString ReasonText(LeftOut reason);              // "verlopen"
 QString SilenceText(Silence silence);            // empty for none
 QString LeftOutText(const LeftOutSound& sound);  // "Bakkerij: verlopen"
 
-// Whether it is one that needs a hand: a spot that is to play later, or at another hour, is none by itself.
+// Whether the user has to act. Not for a spot alone that plays later or at another hour.
 bool LeftOutIsTrouble(const LeftOutSound& sound, const BlockPlan& plan);
 
-// What needs a hand about a block: why it is silent, or why it has fewer spots than it should, or a sound that is out
-// of order beside a block that is complete. Empty when all is well. A spot whose turn it is not is no reason.
+// What the user has to mend in a block: why it is silent, why it has too few spots, or a faulty sound in an otherwise
+// complete block. Empty without problems. LeftOut::NotItsTurn is not a problem.
 QString TroubleText(const BlockPlan& plan);
 
-// "2:03", from milliseconds; hours in front from an hour on.
+// Minutes and seconds, "2:03"; "1:02:03" from one hour.
 QString DurationText(qint64 ms);

@@ -24,8 +24,8 @@ QByteArray Read(const QString& path) {
   return file.readAll();
 }
 
-// Under another name first, so that a player never reads half a file. No wait for the disk: after a power cut the next
-// run writes again what is not whole.
+// Written under a temporary name first, so that a player never reads half a file. Not synced: after a power cut the
+// next run rewrites incomplete files.
 void Write(const QString& path, const QByteArray& content, bool program) {
   const QString temporary = path + u".tmp"_s;
   {

@@ -13,8 +13,8 @@ struct FolderChanges {
   int removed = 0;
 };
 
-// Brings a folder (host path; made when missing) to hold these files of the form. Each is replaced in one step, one
-// that already has its content is not touched, and a file that was made here earlier and is none of them goes. A file
-// of such a name that was not made here is never touched: a runtime::Error names it before anything is written. Other
-// errors name the file too.
+// Makes a folder (host path; created when missing) contain exactly these files of the form. Each file is replaced
+// atomically; unchanged files are not written; files from earlier runs that are no longer needed are deleted. A file
+// with such a name that Spotrooster did not write is never changed: a runtime::Error with its name is thrown before
+// anything is written. Other errors contain the file name too.
 FolderChanges UpdatePlayoutFolder(const QString& folder, PlayoutForm form, const std::vector<PlayoutFile>& files);

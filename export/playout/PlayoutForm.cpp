@@ -69,7 +69,7 @@ bool IsPlayoutFileName(PlayoutForm form, const QString& name) {
   return name.endsWith(ExtensionOf(form)) && kBlock.match(name.chopped(ExtensionOf(form).size())).hasMatch();
 }
 
-// The mark stands in the first line or in the second one, behind what the format wants first.
+// The mark is in the first line, or in the second after the line that the format requires first.
 bool IsPlayoutFile(const QByteArray& content) {
   const qsizetype line = content.indexOf('\n') + 1;
   return content.startsWith(playout::kMark) || QByteArrayView(content).sliced(line).startsWith(playout::kMark);

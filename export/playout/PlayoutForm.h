@@ -9,20 +9,20 @@
 #include <optional>
 #include <vector>
 
-// The files from which a playout system plays blocks.
+// The files that a playout system needs to play blocks.
 
 enum class PlayoutForm {
-  Liquidsoap,  // a playlist that tells Liquidsoap's cross when the next sound starts
-  Rivendell,   // shell scripts that import the spots as carts and put the blocks together as logs
-  M3u,         // a playlist for anything else; it cannot carry mix points
+  Liquidsoap,  // a playlist with the start of each next sound for Liquidsoap's cross operator
+  Rivendell,   // shell scripts that import the spots as carts and make a log of each block
+  M3u,         // a playlist for other players; without mix points
 };
 
-// Nothing for a name that is none of "liquidsoap", "rivendell" and "m3u".
+// For "liquidsoap", "rivendell" and "m3u"; empty for other names.
 std::optional<PlayoutForm> PlayoutFormOf(const QString& name);
 
 struct PlannedBlock {
   Block block;
-  BlockPlan plan;  // its sounds have paths that lead to this host: see CanBeWritten
+  BlockPlan plan;  // all its sounds have paths for which CanBeWritten is true
 };
 
 struct PlayoutFile {
@@ -30,16 +30,15 @@ struct PlayoutFile {
   QByteArray content;
 };
 
-// Whether a playlist can hold the path, and it leads somewhere on this host. A path with a line end or another control
-// character cannot be written into a line.
+// Whether the path can be mapped to a path of this host and written as one line of a playlist (no control characters).
 bool CanBeWritten(const QString& path);
 
-// One file a block, and where the form needs it one with all sounds. Each begins with lines that say whose it is.
+// One file per block and, for Rivendell, one with all sounds. Each begins with lines that identify its origin.
 std::vector<PlayoutFile> PlayoutFilesOf(PlayoutForm form, const std::vector<PlannedBlock>& blocks);
 
 // "blok-12.m3u".
 QString PlayoutFileName(PlayoutForm form, qint32 blockID);
-// Whether a name is one that this form gives, and whether the content is that of a file made here.
+// Whether this form uses such a name, and whether Spotrooster wrote this content.
 bool IsPlayoutFileName(PlayoutForm form, const QString& name);
 bool IsPlayoutFile(const QByteArray& content);
 
@@ -48,15 +47,15 @@ namespace playout {
 
 inline constexpr char kMark[] = "# Spotrooster";
 
-// A text for people: one line, without what either language takes for its own.
+// A title as one line, without characters that are special in any of the forms.
 QString PlainTitle(const QString& text);
-// As one word of a shell, whatever stands in it.
+// Quotes any text as one word of a shell command.
 QByteArray ShellWord(const QString& text);
 
 QByteArray LiquidsoapPlaylist(const PlannedBlock& planned);
 QByteArray M3uPlaylist(const PlannedBlock& planned);
 QByteArray RivendellLog(const PlannedBlock& planned);
-// Imports each sound of all blocks once. Throws runtime::Error when a number does not fit those of carts.
+// Imports each sound of all blocks once. Throws runtime::Error for an ID outside the range of cart numbers.
 QByteArray RivendellCarts(const std::vector<PlannedBlock>& blocks);
 
 }  // namespace playout

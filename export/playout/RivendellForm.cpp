@@ -12,14 +12,14 @@ using namespace Qt::StringLiterals;
 namespace playout {
 namespace {
 
-// Cart numbers go from 1 to 999999: spots, jingles and files each have a range of their own.
+// Cart numbers are 1 to 999999; spots, jingles and files each have their own range.
 constexpr qint64 kSpotCarts = 100'000;
 constexpr qint64 kJingleCarts = 200'000;
 constexpr qint64 kFileCarts = 300'000;
 constexpr qint64 kMostCart = 999'999;
 constexpr qint64 kFilesOfABlock = 100;
 
-// `number`: of the sound among the files of its block, from 1.
+// `number`: index of the sound among the files of its block, from 1.
 qint64 CartOf(qint32 blockID, const PlannedSound& sound, int number) {
   const bool file = sound.kind == SoundKind::File;
   const bool spot = sound.kind == SoundKind::Spot;

@@ -13,22 +13,22 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-struct Looked {
+struct CheckedFile {
   QString path;
   SoundFile file;
 };
 
-Looked LookAt(const QString& path, Look look) {
-  Looked looked{path, {runtime::Probe(path)}};
-  if (look == Look::Presence || looked.file.presence != runtime::Presence::There) return looked;
+CheckedFile CheckFile(const QString& path, Look look) {
+  CheckedFile checked{path, {runtime::Probe(path)}};
+  if (look == Look::Presence || checked.file.presence != runtime::Presence::There) return checked;
   try {
-    looked.file.lengthMs = audio::MeasureMs(runtime::HostPath(path).toStdString());
+    checked.file.lengthMs = audio::MeasureMs(runtime::HostPath(path).toStdString());
   } catch (const audio::Error&) {
-    looked.file.readable = false;
+    checked.file.readable = false;
   } catch (const runtime::Error&) {
-    looked.file.presence = runtime::Presence::NotReachable;  // the drive went away meanwhile
+    checked.file.presence = runtime::Presence::NotReachable;  // the drive was disconnected in the meantime
   }
-  return looked;
+  return checked;
 }
 
 }  // namespace
@@ -36,10 +36,10 @@ Looked LookAt(const QString& path, Look look) {
 SoundFiles LookAtFiles(const QStringList& paths, Look look) {
   SoundFiles files;
   files.reserve(paths.size());
-  const auto all = QtConcurrent::blockingMapped<QList<Looked>>(
-      paths, std::function<Looked(const QString&)>([look](const QString& path) { return LookAt(path, look); }));
-  for (const Looked& looked : all)
-    files.insert(looked.path, looked.file);
+  const auto all = QtConcurrent::blockingMapped<QList<CheckedFile>>(
+      paths, std::function<CheckedFile(const QString&)>([look](const QString& path) { return CheckFile(path, look); }));
+  for (const CheckedFile& checked : all)
+    files.insert(checked.path, checked.file);
   return files;
 }
 
@@ -51,7 +51,7 @@ LookUpFile In(const SoundFiles& files) {
   };
 }
 
-// A plan asks for exactly the files on which it depends.
+// Makes plans with a look-up that only notes the paths: a plan looks up exactly the files it depends on.
 QStringList FilesOf(const std::vector<Block>& blocks, const QDateTime& moment) {
   QSet<QString> paths;
   const auto note = [&paths](const QString& path) -> std::optional<SoundFile> {

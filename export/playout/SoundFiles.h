@@ -8,20 +8,20 @@
 
 #include <vector>
 
-// What is known of audio files, by path text.
+// Known facts of audio files, by path text.
 using SoundFiles = QHash<QString, SoundFile>;
 
 enum class Look {
-  Presence,  // whether they are there
-  Measure,   // their exact length too
+  Presence,  // whether the files exist
+  Measure,   // also their exact length
 };
 
-// Looks at the files, several at a time; a drive that does not answer costs runtime::kProbeWait once. Any thread that
-// may wait.
+// Checks the files, several in parallel; a drive that does not respond costs runtime::kProbeWait once. Any thread that
+// may block.
 SoundFiles LookAtFiles(const QStringList& paths, Look look);
 
-// Looks files up there. `files` must outlive it.
+// Look-up in `files`, which must outlive the result.
 LookUpFile In(const SoundFiles& files);
 
-// Every file on which the plans of these blocks at that moment may depend, each once.
+// All files that the plans of these blocks at that moment may depend on, without duplicates.
 QStringList FilesOf(const std::vector<Block>& blocks, const QDateTime& moment);

@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Names of a table's records by their ID.
+// Names of a table's records by ID.
 QHash<qint32, QString> NamesById(const QString& table) {
   QHash<qint32, QString> names;
   for (dao::Recordset row = Rows(u"SELECT ID, Naam FROM "_s + table); !row.Eof(); row.MoveNext())
@@ -33,7 +33,7 @@ QString TitleOf(QDate first, QDate last) {
          (first == last ? first.toString(form) : first.toString(form) + u" tot en met "_s + last.toString(form));
 }
 
-// Whether the catalogue's database keeps a ledger of airings.
+// Whether the catalogue's database has a ledger of airings.
 bool HasLedger() {
   return dao::OpenDatabase(CurrentCatalogue().databasePath, {{}, true})
       .TableNames()
@@ -43,7 +43,7 @@ bool HasLedger() {
 }  // namespace
 
 Report AiringsReport(std::optional<qint32> spotID, QDate first, QDate last) {
-  Report report = Begun(TitleOf(first, last));
+  Report report = NewReport(TitleOf(first, last));
   report.groupTitle = u"Item-spot"_s;
   report.columns = {{u"Dag"_s, 20}, {u"Tijd"_s, 15}, {u"Item"_s, 65}};
   report.emptyText = u"In deze periode is er niets geteld."_s;

@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Names of a table's records by their ID.
+// Names of a table's records by ID.
 QHash<qint32, QString> NamesOf(const QString& table) {
   QHash<qint32, QString> names;
   for (dao::Recordset row = Rows(u"SELECT ID, Naam FROM "_s + table); !row.Eof(); row.MoveNext())
@@ -27,7 +27,7 @@ struct Playlist {
   qint32 seconds = 0;
 };
 
-QHash<qint32, Playlist> Playlists(const SeenFiles& seen, Report& report) {
+QHash<qint32, Playlist> Playlists(const FilePresences& presences, Report& report) {
   const Catalogue catalogue = CurrentCatalogue();
   const QString select =
       u"SELECT %1.*, %2.ItemID FROM %2 INNER JOIN %1 ON %2.ItemSpotID = %1.ID ORDER BY %2.ItemID, %2.ItemSpotOrder"_s;
@@ -38,7 +38,7 @@ QHash<qint32, Playlist> Playlists(const SeenFiles& seen, Report& report) {
     const SpotFacts spot = FactsOf(row);
     list.seconds += spot.lengteSec.value_or(0);
     list.lines.push_back({QString::number(list.lines.size() + 1), TextOf(row, u"Naam"_s), LengthText(spot.lengteSec),
-                          StateOn(spot, seen, report)});
+                          StateOn(spot, presences, report)});
   }
   return lists;
 }
@@ -54,7 +54,7 @@ QString JinglesOf(const dao::Recordset& item, const QHash<qint32, QString>& name
 
 constexpr int kFilesOfAFolder = 2;
 
-// What stands behind the item's name.
+// The text after the item's name.
 QString NoteOn(const dao::Recordset& item, const Playlist& list, const QString& jingles) {
   QStringList parts;
   if (item.Field(u"Aktief"_s).toInt() == 0) parts += u"niet aktief"_s;
@@ -69,14 +69,14 @@ QString NoteOn(const dao::Recordset& item, const Playlist& list, const QString& 
 
 }  // namespace
 
-Report BlocksReport(const SeenFiles& seen) {
+Report BlocksReport(const FilePresences& presences) {
   const Catalogue catalogue = CurrentCatalogue();
-  Report report = Begun(u"Items met hun item-spots"_s);
+  Report report = NewReport(u"Items met hun item-spots"_s);
   report.groupTitle = u"Item"_s;
   report.columns = {{u"Nr."_s, 7, true}, {u"Item-spot"_s, 54}, {u"Lengte"_s, 11, true}, {u"Toestand"_s, 28}};
   report.emptyText = u"Er zijn nog geen items."_s;
   const QHash<qint32, QString> jingles = NamesOf(catalogue.itemPingles);
-  const QHash<qint32, Playlist> lists = Playlists(seen, report);
+  const QHash<qint32, Playlist> lists = Playlists(presences, report);
   for (dao::Recordset item = Rows(u"SELECT * FROM %1 ORDER BY Naam"_s.arg(catalogue.items)); !item.Eof();
        item.MoveNext()) {
     const Playlist list = lists.value(item.Field(u"ID"_s).toInt());

@@ -10,19 +10,19 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// What stays together: a line; what stands above the first line of its group included.
+// A part that is never split: a line, including the headings above it for the first line of a group.
 struct Piece {
   std::size_t group = 0;
-  std::size_t line = 0;  // a group without lines has one piece all the same
+  std::size_t line = 0;  // a group without lines has one piece too
   qreal top = 0;
-  qreal repeated = 0;  // height of what comes above it again when it begins a page: group's name and column titles
+  qreal repeated = 0;  // height of the group's name and column titles, repeated when this piece begins a page
 };
 
 qreal TopOf(const QTextDocument& document, const QTextBlock& block) {
   return document.documentLayout()->blockBoundingRect(block).top();
 }
 
-// Where each group begins: at its name, or at its lines when it has none.
+// Top of each group: its name, or its first line when it has no name.
 class Groups {
  public:
   Groups(const Report& report, const QTextDocument& whole) : whole_(whole), tops_(report.groups.size(), -1) {
@@ -34,12 +34,12 @@ class Groups {
     }
   }
 
-  // The pieces of a group. Called once a group, in order.
+  // Appends the pieces of a group. Call once for each group, in order.
   void Add(std::vector<Piece>& pieces, const Report::Group& group, std::size_t number) {
     if (group.lines.empty()) return pieces.push_back({number, 0, tops_[number]});
     const QTextTable& table = *tables_[nextTable_++];
     const qreal top = tops_[number] < 0 ? BottomAbove(table) : tops_[number];
-    // A name that comes again has no note, which leaves room for the words behind it.
+    // A repeated name has no note, which leaves room for "(vervolg)".
     const qreal heading = TopOfLine(table, 0) - top;
     pieces.push_back({number, 0, top});
     for (std::size_t line = 1; line < group.lines.size(); ++line)
@@ -51,7 +51,7 @@ class Groups {
     return TopOf(whole_, table.cellAt(static_cast<int>(line) + 1, 0).firstCursorPosition().block());
   }
 
-  // The end of what stands above a table; its margin is part of what comes with it to another page.
+  // The bottom of the text above a table; the margin between them moves to the next page with the table.
   qreal BottomAbove(const QTextTable& table) const {
     const QTextBlock before = whole_.findBlock(table.firstPosition() - 1);
     return whole_.documentLayout()->blockBoundingRect(before).bottom();

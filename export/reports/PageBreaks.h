@@ -9,7 +9,7 @@
 
 class QTextDocument;
 
-// The report cut into what fits on a page each, at least one: no line in two pieces, a group's name with its first
-// line, the closing with the last. A group that began on an earlier page has its name again and is marked as continued.
-// `whole`: the whole report by FillDocument, as wide as a page and in one piece. `height`: of a page, in its units.
+// Splits the report into pages, at least one. Never splits a line, nor a group's name from its first line, nor the
+// closing from the last line. A group that began on an earlier page has its name again, marked as continued. `whole`:
+// the complete report by FillDocument, as wide as a page, not split. `height`: of a page, in the units of `whole`.
 std::vector<Report> SplitIntoPages(const Report& report, const QTextDocument& whole, qreal height);

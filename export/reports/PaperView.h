@@ -3,7 +3,7 @@
 
 #include <QTextBrowser>
 
-// A text as it looks on paper: black on white, also in the dark variant.
+// Preview of a printed text: black on white, also in the dark theme.
 class PaperView : public QTextBrowser {
   Q_OBJECT
 

@@ -6,28 +6,28 @@
 
 #include <vector>
 
-// An overview as it goes to paper, to a PDF or to a table of figures: columns, and lines in groups.
+// An overview for paper, PDF or CSV: columns, and lines in groups.
 struct Report {
   struct Column {
     QString title;
-    int share = 0;  // of the page's width; 0: only in the table of figures
+    int share = 0;  // of the page's width, relative to the other columns; 0: only in CSV
     bool right = false;
   };
   struct Group {
-    QString name;  // empty: the lines stand for themselves
+    QString name;  // empty: no heading
     QString note;
-    std::vector<QStringList> lines;  // a text for each column
-    bool continued = false;          // began on an earlier page
+    std::vector<QStringList> lines;  // one text per column
+    bool continued = false;          // started on an earlier page
   };
 
   QString title;
   QString subtitle;    // station, mode and day
-  QString groupTitle;  // what a group is; empty when there is only one, without a name
+  QString groupTitle;  // column title of the groups in CSV; empty for a single group without a name
   std::vector<Column> columns;
   std::vector<Group> groups;
-  QString closing;    // the sum below it all
-  QString emptyText;  // in place of lines when there are none
-  QStringList files;  // audio files on which the states in it depend; path texts, perhaps some twice
+  QString closing;    // totals below the lines
+  QString emptyText;  // shown when there are no lines
+  QStringList files;  // audio files that the shown states depend on; path texts, may contain duplicates
 
   bool IsEmpty() const { return groups.empty(); }
 };

@@ -7,8 +7,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A spreadsheet carries out a cell that begins like this, also one that came from a name in the catalogue. A plus or
-// minus before nothing but a number is just that.
+// A spreadsheet executes a cell that begins with these characters as a formula, and cells contain names from the
+// catalogue. A plus or minus followed only by a number is harmless.
 bool IsFormula(const QString& text) {
   static const QRegularExpression kFormula(u"\\A\\s*([=@]|[+-].*[^0-9 ,./:+-])"_s,
                                            QRegularExpression::DotMatchesEverythingOption);

@@ -5,7 +5,6 @@
 
 #include <QByteArray>
 
-// The report as a table for a spreadsheet that counts in Dutch: semicolons, UTF-8 with its mark, lines ending in
-// carriage return and line feed, quotes where a text needs them. A header line first; each line repeats its group, and
-// a group without lines has one line of its own.
+// The report as CSV for a spreadsheet with Dutch settings: semicolons, UTF-8 with byte order mark, CR LF, quotes where
+// needed. First a header line; each line repeats the name of its group, and a group without lines has one line.
 QByteArray CsvOf(const Report& report);

@@ -21,15 +21,15 @@ namespace {
 
 constexpr qreal kMarginMm = 18;
 constexpr int kDotsPerInch = 300;
-constexpr qreal kFooterLines = 2;  // heights of a line kept free below the text
+constexpr qreal kFooterLines = 2;  // space below the text, in line heights
 const QColor kLine(0xD8, 0xDD, 0xE3);
 const QColor kQuiet(0x56, 0x60, 0x6B);
 
 constexpr qreal kAboveLines = 8;
-constexpr qreal kTextSize = 9;  // points, as all sizes here
+constexpr qreal kTextSize = 9;  // in points, like all sizes here
 constexpr qreal kTitleSize = 16;
 constexpr qreal kPadding = 3;
-constexpr qreal kGapBehindNumbers = 10;  // the next column begins right there
+constexpr qreal kGapAfterNumbers = 10;  // the next column begins directly after right-aligned text
 constexpr qreal kGroupSize = 10.5;
 
 QTextCharFormat Letters(qreal size, QFont::Weight weight, const QColor& colour) {
@@ -89,8 +89,8 @@ void FillCell(QTextTable& table, int row, int column, const QString& text, bool 
   format.setBottomBorderStyle(QTextFrameFormat::BorderStyle_Solid);
   format.setBottomBorderBrush(kLine);
   format.setPadding(kPadding);
-  if (column == 0) format.setLeftPadding(0);  // on one line with the title
-  if (right) format.setRightPadding(kGapBehindNumbers);
+  if (column == 0) format.setLeftPadding(0);  // aligned with the title
+  if (right) format.setRightPadding(kGapAfterNumbers);
   cell.setFormat(format);
   QTextCursor cursor = cell.firstCursorPosition();
   QTextBlockFormat block;
@@ -114,7 +114,7 @@ void AddLines(QTextCursor& cursor, const Report& report, const Report::Group& gr
     }
   }
   cursor.movePosition(QTextCursor::End);
-  cursor.setBlockFormat(NoHeight());  // a table is followed by a block
+  cursor.setBlockFormat(NoHeight());  // Qt always adds a block after a table
 }
 
 void AddGroup(QTextCursor& cursor, const Report& report, const Report::Group& group, int number) {
@@ -130,7 +130,7 @@ void AddGroup(QTextCursor& cursor, const Report& report, const Report::Group& gr
   if (!group.lines.empty()) AddLines(cursor, report, group);
 }
 
-// Below the text of a page: which report this is, and which page of how many.
+// Footer of a page: title of the report, page number and number of pages.
 void PaintFooter(QPainter& painter, const QRectF& place, const Report& report, std::size_t page, std::size_t pages) {
   painter.setPen(kQuiet);
   painter.drawText(place, Qt::AlignLeft | Qt::AlignBottom, report.title + u" · "_s + report.subtitle);
@@ -142,14 +142,14 @@ void PaintFooter(QPainter& painter, const QRectF& place, const Report& report, s
 void FillDocument(QTextDocument& document, const Report& report, PageEnds ends) {
   document.clear();
   QTextCursor cursor(&document);
-  cursor.beginEditBlock();  // laid out once, at the end, and not with every cell
+  cursor.beginEditBlock();  // lay out once at the end instead of for every cell
   const QTextCharFormat quiet = Letters(kTextSize, QFont::Normal, kQuiet);
   cursor.setBlockFormat(Space(0, 0));
   if (ends.title) {
     cursor.insertText(report.title, Letters(kTitleSize, QFont::DemiBold, Qt::black));
     AddText(cursor, report.subtitle, quiet, Space(0, 10));
   } else {
-    cursor.setBlockFormat(NoHeight());  // a document begins with a block, whatever follows
+    cursor.setBlockFormat(NoHeight());  // a document always begins with a block
   }
   for (std::size_t number = 0; number < report.groups.size(); ++number)
     AddGroup(cursor, report, report.groups[number], static_cast<int>(number) + 1);
@@ -162,7 +162,7 @@ void PrintReport(const Report& report, QPagedPaintDevice& device) {
   if (!painter.begin(&device)) throw runtime::Error(u"Kan het overzicht '%1' niet afdrukken."_s.arg(report.title));
   QTextDocument document;
   document.setDocumentMargin(0);
-  document.documentLayout()->setPaintDevice(&device);  // sizes in points are those of the paper
+  document.documentLayout()->setPaintDevice(&device);  // so that points have their size on paper
   document.setTextWidth(device.width());
   FillDocument(document, report);
   QFont footer = document.defaultFont();

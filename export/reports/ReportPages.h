@@ -8,18 +8,18 @@
 class QPagedPaintDevice;
 class QTextDocument;
 
-// The ends of a report that stand on one page of it.
+// Which ends of the report are on this page.
 struct PageEnds {
   bool title = true;
   bool closing = true;
 };
 
-// The report as text: title, lines in a table, sum. Black on white, for paper and for a look at it beforehand. A block
-// that begins a group with a name has the group's number, counted from 1, as its user state.
+// Fills the document with title, table of lines and totals, black on white for print and preview. A block with a
+// group's name has the group's number, from 1, as its user state.
 void FillDocument(QTextDocument& document, const Report& report, PageEnds ends = {});
 
-// Prints the report on the device's pages, each with the title and its number of all below it. A line stays on one
-// page, and so does a group's name with its first line. Throws runtime::Error when the device does not take it.
+// Prints the report on the device's pages, split by SplitIntoPages, with a footer of title and page number. Throws
+// runtime::Error when the device cannot print.
 void PrintReport(const Report& report, QPagedPaintDevice& device);
 
 // The report as a PDF on A4.

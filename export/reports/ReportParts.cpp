@@ -29,10 +29,10 @@ QString Hours(const SpotFacts& spot) {
   return u"%1–%2"_s.arg(spot.startUur.value_or(0)).arg(spot.eindUur.value_or(23));
 }
 
-QString StateOn(SpotFacts spot, const SeenFiles& seen, Report& report) {
+QString StateOn(SpotFacts spot, const FilePresences& presences, Report& report) {
   if (!spot.path.isEmpty()) report.files += spot.path;
-  const auto found = seen.constFind(spot.path);
-  if (found != seen.constEnd()) spot.file = *found;
+  const auto found = presences.constFind(spot.path);
+  if (found != presences.constEnd()) spot.file = *found;
   return StateText(spot, StateOf(spot, runtime::Now()));
 }
 
@@ -44,7 +44,7 @@ QString SpotsAndLength(qsizetype count, qint32 seconds) {
   return Counted(count, u"item-spot"_s, u"item-spots"_s) + u", samen "_s + LengthText(seconds);
 }
 
-Report Begun(const QString& title) {
+Report NewReport(const QString& title) {
   Report report;
   report.title = title;
   const QString station = global.stationName.isEmpty() ? u"Geen zender"_s : global.stationName;

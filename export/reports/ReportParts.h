@@ -1,25 +1,26 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-// What the overviews share while they are put together.
+// Helpers shared by the overviews.
+
 #include "data/SpotFacts.h"
 #include "export/reports/Report.h"
-#include "export/reports/SeenFiles.h"
+#include "export/reports/Reports.h"
 #include "platform/dao/Recordset.h"
 
 #include <optional>
 
-// Rows of the present catalogue. Throws runtime::Error.
+// Rows of the current catalogue's database. Throws runtime::Error.
 dao::Recordset Rows(const QString& select);
 // A text field, trimmed; empty for NULL.
 QString TextOf(const dao::Recordset& row, const QString& field);
 
 QString Day(const std::optional<QDate>& day);  // "31-03-2025"
 QString Hours(const SpotFacts& spot);          // "6–22"
-// A spot's state at this moment, in words; its file joins those of the report.
-QString StateOn(SpotFacts spot, const SeenFiles& seen, Report& report);
+// A spot's current state in words; adds its file to the files of the report.
+QString StateOn(SpotFacts spot, const FilePresences& presences, Report& report);
 QString Counted(qsizetype count, const QString& one, const QString& many);
 QString SpotsAndLength(qsizetype count, qint32 seconds);  // "3 item-spots, samen 1:32"
 
-// With its title, and the station, mode and day of now.
-Report Begun(const QString& title);
+// An empty report with title and a subtitle of station, mode and today's date.
+Report NewReport(const QString& title);

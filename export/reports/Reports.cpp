@@ -10,8 +10,8 @@
 
 using namespace Qt::StringLiterals;
 
-Report CatalogueReport(const SeenFiles& seen) {
-  Report report = Begun(u"Item-spots"_s);
+Report CatalogueReport(const FilePresences& presences) {
+  Report report = NewReport(u"Item-spots"_s);
   report.columns = {{u"Naam"_s, 35}, {u"Lengte"_s, 9, true}, {u"Startdatum"_s, 13},    {u"Einddatum"_s, 13},
                     {u"Uren"_s, 7},  {u"Toestand"_s, 23},    {u"Gedraaid"_s, 0, true}, {u"Path"_s, 0}};
   report.emptyText = u"Er zijn nog geen item-spots."_s;
@@ -22,7 +22,7 @@ Report CatalogueReport(const SeenFiles& seen) {
     const SpotFacts spot = FactsOf(row);
     seconds += spot.lengteSec.value_or(0);
     all.lines.push_back({TextOf(row, u"Naam"_s), LengthText(spot.lengteSec), Day(spot.startDatum), Day(spot.eindDatum),
-                         Hours(spot), StateOn(spot, seen, report), TextOf(row, u"AantalGedraaid"_s), spot.path});
+                         Hours(spot), StateOn(spot, presences, report), TextOf(row, u"AantalGedraaid"_s), spot.path});
   }
   if (all.lines.empty()) return report;
   report.closing = SpotsAndLength(static_cast<qsizetype>(all.lines.size()), seconds);
@@ -32,7 +32,7 @@ Report CatalogueReport(const SeenFiles& seen) {
 
 Report EndingReport() {
   const QDate today = runtime::Now().date();
-  Report report = Begun(u"Item-spots die binnen %1 dagen verlopen"_s.arg(kPaperDays));
+  Report report = NewReport(u"Item-spots die binnen %1 dagen verlopen"_s.arg(kPaperDays));
   report.columns = {{u"Einddatum"_s, 12}, {u"Nog dagen"_s, 14, true}, {u"Naam"_s, 37}, {u"Gebruikt in"_s, 37}};
   report.emptyText = u"Binnen %1 dagen verloopt er geen enkele aktieve item-spot."_s.arg(kPaperDays);
   Report::Group ending;

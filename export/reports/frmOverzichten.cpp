@@ -5,7 +5,6 @@
 #include "export/reports/ReportCsv.h"
 #include "export/reports/ReportPages.h"
 #include "export/reports/ReportParts.h"
-#include "export/reports/Reports.h"
 #include "export/reports/ui_frmOverzichten.h"
 #include "platform/desktop/FileChooser.h"
 #include "platform/desktop/FolderMemory.h"
@@ -35,7 +34,7 @@ using runtime::Trapped;
 namespace {
 
 constexpr qreal kPageMargin = 20;
-// So long the first picture waits for what is found of the files.
+// How long the first paint waits for the file checks.
 constexpr std::chrono::milliseconds kPatience{200};
 const QString kFolderKind = u"Overzicht"_s;
 
@@ -44,8 +43,9 @@ const QString kFolderKind = u"Overzicht"_s;
 frmOverzichten::frmOverzichten(QWidget* owner)
     : Form(owner),
       ui_(std::make_unique<Ui::frmOverzichten>()),
-      checker_(this,
-               [this](const std::vector<FilePresenceChecker::Result>& found, bool last) { TakeFiles(found, last); }) {
+      checker_(this, [this](const std::vector<FilePresenceChecker::Result>& found, bool last) {
+        OnFilesChecked(found, last);
+      }) {
   ui_->setupUi(this);
   for (QRadioButton* choice : {ui_->optItemSpots, ui_->optItems, ui_->optVerlopen, ui_->optUitzendingen})
     connect(choice, &QRadioButton::toggled, this, [this](bool chosen) {
@@ -72,7 +72,7 @@ void frmOverzichten::Form_Load() {
   });
 }
 
-// This month, of every spot.
+// Presets: all spots, from the first of this month until today.
 void frmOverzichten::FillPeriod() {
   const QSignalBlocker spots(ui_->cboSpot);
   const QSignalBlocker first(ui_->datVan);
@@ -90,7 +90,7 @@ void frmOverzichten::FillPeriod() {
 
 void frmOverzichten::Periode_Change() {
   Trapped(__func__, [&] {
-    // While a day is being typed the report stays.
+    // Keep the report while a date is incomplete.
     if (ui_->optUitzendingen->isChecked() && ui_->datVan->HoldsDate() && ui_->datTot->HoldsDate()) ShowReport();
   });
 }
@@ -102,7 +102,7 @@ void frmOverzichten::optSoort_Click() {
   });
 }
 
-// What cannot be read cannot be saved either.
+// A report that could not be read cannot be saved either.
 void frmOverzichten::ShowReport() {
   const desktop::WaitPointer wait;
   for (QPushButton* button : {ui_->cmdPdf, ui_->cmdCsv, ui_->cmdAfdrukken})
@@ -110,7 +110,7 @@ void frmOverzichten::ShowReport() {
   ui_->txtOverzicht->clear();
   checker_.Cancel();
   report_ = ChosenReport();
-  LookForFiles();
+  CheckFiles();
   ShowPages();
   for (QPushButton* button : {ui_->cmdPdf, ui_->cmdCsv, ui_->cmdAfdrukken})
     button->setEnabled(true);
@@ -118,8 +118,8 @@ void frmOverzichten::ShowReport() {
 
 Report frmOverzichten::ChosenReport() const {
   if (ui_->optUitzendingen->isChecked()) return ChosenAirings();
-  if (ui_->optItems->isChecked()) return BlocksReport(seen_);
-  return ui_->optVerlopen->isChecked() ? EndingReport() : CatalogueReport(seen_);
+  if (ui_->optItems->isChecked()) return BlocksReport(presences_);
+  return ui_->optVerlopen->isChecked() ? EndingReport() : CatalogueReport(presences_);
 }
 
 Report frmOverzichten::ChosenAirings() const {
@@ -135,10 +135,10 @@ void frmOverzichten::ShowPages() {
   ui_->txtOverzicht->moveCursor(QTextCursor::Start);
 }
 
-void frmOverzichten::LookForFiles() {
+void frmOverzichten::CheckFiles() {
   files_ = report_.files;
   files_.removeDuplicates();
-  differs_ = false;
+  stale_ = false;
   if (files_.isEmpty()) return;
   std::vector<FilePresenceChecker::Request> wanted;
   for (const QString& file : std::as_const(files_))
@@ -147,20 +147,20 @@ void frmOverzichten::LookForFiles() {
   checker_.WaitFor(kPatience);
 }
 
-void frmOverzichten::TakeFiles(const std::vector<FilePresenceChecker::Result>& found, bool last) {
+void frmOverzichten::OnFilesChecked(const std::vector<FilePresenceChecker::Result>& found, bool last) {
   for (const FilePresenceChecker::Result& file : found) {
     const QString& path = files_.at(file.id);
-    const bool wasGone = seen_.value(path, Presence::There) == Presence::NotThere;
-    if (wasGone != (file.presence == Presence::NotThere)) differs_ = true;
-    seen_.insert(path, file.presence);
+    const bool wasMissing = presences_.value(path, Presence::There) == Presence::NotThere;
+    if (wasMissing != (file.presence == Presence::NotThere)) stale_ = true;
+    presences_.insert(path, file.presence);
   }
-  if (!last || !differs_) return;
+  if (!last || !stale_) return;
   try {
     report_ = ChosenReport();
   } catch (const runtime::Error&) {
-    return;  // nobody asked for it: what is shown stays
+    return;  // a background update: keep the shown report
   }
-  if (ui_->txtOverzicht->document()->isEmpty()) return;  // comes with the first picture
+  if (ui_->txtOverzicht->document()->isEmpty()) return;  // shown with the first paint
   const int place = ui_->txtOverzicht->verticalScrollBar()->value();
   ShowPages();
   ui_->txtOverzicht->verticalScrollBar()->setValue(place);
@@ -170,7 +170,7 @@ QString frmOverzichten::Folder() const {
   if (!folder_.isEmpty()) return folder_;
   QString before = desktop::FolderMemory::FolderOf(kFolderKind);
   if (!before.isEmpty()) return before;
-  // A desktop names such a folder also where nobody made it.
+  // Qt returns this folder even if it does not exist.
   const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
   return QFileInfo::exists(documents) ? documents : QDir::homePath();
 }

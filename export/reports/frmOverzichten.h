@@ -3,8 +3,7 @@
 
 #include "data/forms/FilePresenceChecker.h"
 #include "data/forms/Form.h"
-#include "export/reports/Report.h"
-#include "export/reports/SeenFiles.h"
+#include "export/reports/Reports.h"
 
 #include <memory>
 #include <vector>
@@ -13,7 +12,7 @@ namespace Ui {
 class frmOverzichten;
 }
 
-// The overviews for paper: shows one and saves it as a PDF or for a spreadsheet, or prints it. It changes nothing.
+// The overviews for paper: shows one, saves it as PDF or CSV, or prints it. Read-only.
 class frmOverzichten : public Form {
   Q_OBJECT
 
@@ -36,18 +35,18 @@ class frmOverzichten : public Form {
   Report ChosenAirings() const;
   void FillPeriod();
   void ShowPages();
-  // Behind the windows: the states become those of the lists, a little later where a drive is slow.
-  void LookForFiles();
-  void TakeFiles(const std::vector<FilePresenceChecker::Result>& found, bool last);
-  // Host folder to save in: that of the last time, also in earlier runs; at first the user's documents.
+  // Checks the report's files in the background; the states are updated when all are checked.
+  void CheckFiles();
+  void OnFilesChecked(const std::vector<FilePresenceChecker::Result>& found, bool last);
+  // Host folder to save in: the last one used, also in earlier runs; at first the user's documents.
   QString Folder() const;
   void Save(const QString& title, const QString& filter, const QString& suffix, QByteArray (*bytesOf)(const Report&));
 
   std::unique_ptr<Ui::frmOverzichten> ui_;
   Report report_;
-  QString folder_;        // host folder of what was saved last in this window
-  QStringList files_;     // looked for; a file's place here is its number
-  SeenFiles seen_;        // until a file was looked at again, what was seen of it before counts
-  bool differs_ = false;  // from what the report was made with
+  QString folder_;           // host folder of the last file saved in this window
+  QStringList files_;        // being checked; the index of a file is its ID
+  FilePresences presences_;  // results, of earlier checks too until a file is checked again
+  bool stale_ = false;       // results differ from those that the report was made with
   FilePresenceChecker checker_;
 };

@@ -52,7 +52,7 @@ class ListeningWindow : public testing::Test {
   }
 
   void Open() {
-    HandOverBlock(block_);
+    SetBlockToHear(block_);
     window_ = std::make_unique<frmBeluisteren>(nullptr);
     window_->Form_Load();
     window_->show();

@@ -86,7 +86,7 @@ Window InputBox() {
 
 // As soon as its files were looked at.
 Window Listening(qint32 item) {
-  HandOverBlock(ReadBlock(CurrentCatalogue(), item));
+  SetBlockToHear(ReadBlock(CurrentCatalogue(), item));
   auto form = std::make_unique<frmBeluisteren>(nullptr);
   form->Form_Load();
   const QDeadlineTimer patience(30000);

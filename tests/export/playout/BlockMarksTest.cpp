@@ -62,7 +62,7 @@ TEST_F(BlockMarks, ABlockThatPlaysTellsItsSpotsAndLength) {
   AddSpot(2);
   AddBlock(kThree, u"1, -1, 2, 2"_s, {1, 2});
   const BlockMark mark = Mark();
-  EXPECT_EQ(mark.state, BlockMark::State::Whole);
+  EXPECT_EQ(mark.state, BlockMark::State::Complete);
   EXPECT_EQ(mark.word, u"2 spots"_s);
   EXPECT_EQ(mark.lengthMs, 60'000);
   EXPECT_EQ(mark.trouble, QString());
@@ -72,7 +72,7 @@ TEST_F(BlockMarks, AMissingFileIsSeenOnceItWasLookedFor) {
   AddSpot(1);
   AddBlock(u"ItemSpotsOptID"_s, u"1"_s, {1});
   ASSERT_TRUE(QFile::remove(station_.AudioFolder() + u"/1.wav"_s));
-  EXPECT_EQ(Mark(1).state, BlockMark::State::Whole) << "by what the record says";
+  EXPECT_EQ(Mark(1).state, BlockMark::State::Complete) << "by what the record says";
   const BlockMark mark = Mark();
   EXPECT_EQ(mark.state, BlockMark::State::Silent);
   EXPECT_EQ(mark.word, u"stil: geluidsbestand ontbreekt"_s);
@@ -103,7 +103,7 @@ TEST_F(BlockMarks, ASpotThatIsStillToBeginIsNoRemark) {
   AddSpot(1);
   AddSpot(2, u"StartDatum"_s, u"\"12-03-2025\""_s);
   AddBlock(u"ItemSpotsOptID"_s, u"1"_s, {1, 2});
-  EXPECT_EQ(Mark().state, BlockMark::State::Whole);
+  EXPECT_EQ(Mark().state, BlockMark::State::Complete);
 }
 
 TEST_F(BlockMarks, AJingleThatIsGoneIsARemark) {
@@ -121,7 +121,7 @@ TEST_F(BlockMarks, AFolderWithoutTheFileOfTheMomentIsSilent) {
   EXPECT_EQ(Mark().state, BlockMark::State::Silent);
   QFile file(station_.AudioFolder() + u"/weer03.wav"_s);
   ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  EXPECT_EQ(Mark().state, BlockMark::State::Whole);
+  EXPECT_EQ(Mark().state, BlockMark::State::Complete);
 }
 
 TEST_F(BlockMarks, AnInactiveBlockIsOnlyThat) {

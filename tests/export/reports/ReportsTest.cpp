@@ -56,8 +56,8 @@ TEST_P(Reports, StatesSayWhatWasFoundOfTheFiles) {
   catalogue_.AddItem(7, u"Ochtend"_s);
   catalogue_.Link(7, 1, 1);
   catalogue_.Link(7, 2, 2);
-  const SeenFiles seen{{u"Z:\\audio\\1.mp3"_s, runtime::Presence::NotThere},
-                       {u"Z:\\audio\\2.mp3"_s, runtime::Presence::NotReachable}};
+  const FilePresences seen{{u"Z:\\audio\\1.mp3"_s, runtime::Presence::NotThere},
+                           {u"Z:\\audio\\2.mp3"_s, runtime::Presence::NotReachable}};
   EXPECT_EQ(Text(BlocksReport(seen).groups.at(0).lines.at(0)), "1 | Zomer | 0:32 | geluidsbestand ontbreekt");
   EXPECT_EQ(Text(BlocksReport(seen).groups.at(0).lines.at(1)), "2 | Kerst | 1:35 | loopt t/m 19-06-2025");
   EXPECT_EQ(CatalogueReport(seen).groups.at(0).lines.at(1).at(5), u"geluidsbestand ontbreekt"_s);
