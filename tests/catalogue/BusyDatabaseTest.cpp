@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The database of the present mode while another program has it: what each window shows, and what stays as it was.
+// Another program has locked the database of the current mode: what each window shows, and that nothing changes.
 #include "catalogue/frmItemOpruimen.h"
 #include "catalogue/frmItemPingles.h"
 #include "catalogue/frmItemSpotOpruimen.h"
@@ -27,10 +27,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Another program at work on a database, by its locks.
+// The locks of another program that uses a database.
 class OtherProgram {
  public:
-  enum class Work { PreparesAChange, WritesPages };  // others can read meanwhile, or not even that
+  enum class Work { PreparesAChange, WritesPages };  // others can still read; others cannot even read
 
   OtherProgram(const QString& databasePath, Work work)
       : file_(jet::HostFileSystem().Open(runtime::HostPath(databasePath).toStdString(), jet::OpenMode::Write)),
@@ -40,7 +40,7 @@ class OtherProgram {
   }
 
  private:
-  // A list may still be reading its marks, in a thread of its own.
+  // A list may still be reading its marks in another thread.
   void WaitForReaders() {
     while (!lock_.TryExclude())
       std::this_thread::sleep_for(std::chrono::milliseconds(1));
@@ -123,7 +123,7 @@ class BusyDatabase : public CatalogueTestInBothModes {
 INSTANTIATE_TEST_SUITE_P(Modes, BusyDatabase, ::testing::Values(Station::Mode::Online, Station::Mode::Offline),
                          ModeName);
 
-TEST_P(BusyDatabase, EveryListSaysSoAndReadsAgainWhenAsked) {
+TEST_P(BusyDatabase, EveryListReportsItAndCanBeRefilled) {
   ExpectListWaitsForTheUser<frmItemSpots>(u"Spot"_s);
   ExpectListWaitsForTheUser<frmItems>(u"Blok"_s);
   ExpectListWaitsForTheUser<frmItemPingles>(u"Intro"_s);
@@ -137,7 +137,7 @@ TEST_P(BusyDatabase, ListCanBeReadWhileAnotherPreparesAChange) {
   EXPECT_TRUE(boxes_.Shown().empty());
 }
 
-TEST_P(BusyDatabase, SpotThatCannotBeDeactivatedStaysActive) {
+TEST_P(BusyDatabase, SpotThatCannotBeDeactivatedRemainsActive) {
   ExpectRefused<frmItemSpots>(u"cmdDesaktiveer"_s, u"Update_tblItemSpots_Aktief"_s);
   EXPECT_EQ(Numbers(station_.CurrentRows(u"SELECT Aktief FROM "_s + Table(u"ItemSpots"_s)), u"Aktief"_s),
             QList<int>{1});
@@ -153,7 +153,7 @@ TEST_P(BusyDatabase, JingleThatCannotBeRemovedStays) {
   ExpectRefused<frmItemPingles>(u"cmdVerwijder"_s, u"Delete_tblBeheer"_s);
 }
 
-TEST_P(BusyDatabase, SpotCleanupOfTheRecordIsRefusedAndNotCalledDone) {
+TEST_P(BusyDatabase, SpotCleanupOfTheRecordFailsWithoutASuccessMessage) {
   global.gstrOpruimenID = u"3"_s;
   frmItemSpotOpruimen form(nullptr);
   Open(form);
@@ -166,8 +166,8 @@ TEST_P(BusyDatabase, SpotCleanupOfTheRecordIsRefusedAndNotCalledDone) {
   ExpectUntouched();
 }
 
-// Record and file are told apart: a record that could not go does not hold the file back.
-TEST_P(BusyDatabase, SpotCleanupStillDeletesTheFileThatWasAskedFor) {
+// Record and file are independent: the file is deleted even if the record could not be.
+TEST_P(BusyDatabase, SpotCleanupStillDeletesTheFile) {
   global.gstrOpruimenID = u"3"_s;
   frmItemSpotOpruimen form(nullptr);
   Open(form);
@@ -181,7 +181,7 @@ TEST_P(BusyDatabase, SpotCleanupStillDeletesTheFileThatWasAskedFor) {
   EXPECT_FALSE(FileIsThere(path_));
 }
 
-TEST_P(BusyDatabase, ItemCleanupIsRefusedStepByStepAndNotCalledDone) {
+TEST_P(BusyDatabase, ItemCleanupFailsAtEachStepWithoutASuccessMessage) {
   frmItemOpruimen form(nullptr);
   Open(form);
   Child<QCheckBox>(form, u"chkVerwijderSpots"_s).setChecked(true);
@@ -191,16 +191,16 @@ TEST_P(BusyDatabase, ItemCleanupIsRefusedStepByStepAndNotCalledDone) {
     boxes_.Answer(answer);
   Click(form, u"cmdOk"_s);
   Free();
-  // The first question: there is no backup; on anyway.
+  // The first question: continue without a backup.
   QStringList expected{u"Items"_s, u"Delete_tblBeheer"_s, u"Delete_tblBeheer"_s, u"Delete_tblBeheer"_s};
-  // Offline it is the local database that is busy: its copy can be neither emptied nor filled on closing.
+  // Offline the local database is busy: its copy can be neither emptied nor filled on closing.
   if (GetParam() == Station::Mode::Offline) expected += {u"Items"_s, u"DeleteAllInTable"_s, u"TransItemSpotsToLocal"_s};
   EXPECT_EQ(Titles(), expected);
   EXPECT_FALSE(form.isVisible());
   ExpectUntouched();
 }
 
-TEST_P(BusyDatabase, CopyFromABusyServerOffersTheRowsBack) {
+TEST_P(BusyDatabase, CopyFromABusyServerOffersToRestoreTheRows) {
   station_.OnLocal(u"DELETE FROM tblCopie_ItemSpots"_s);
   station_.OnLocal(u"INSERT INTO tblCopie_ItemSpots (ID, Naam, Aktief) VALUES (8, \"kopie\", 1)"_s);
   frmItemSpots form(nullptr);
@@ -216,7 +216,7 @@ TEST_P(BusyDatabase, CopyFromABusyServerOffersTheRowsBack) {
   EXPECT_FALSE(form.isVisible());
 }
 
-// The other program may end at any moment: what has no backup is not emptied then either.
+// The other program may end at any time, so a copy without a backup is not emptied.
 TEST_P(BusyDatabase, CopyIsNotEmptiedWithoutABackupUnlessTheUserWantsIt) {
   station_.OnLocal(u"DELETE FROM tblCopie_ItemSpots"_s);
   station_.OnLocal(u"INSERT INTO tblCopie_ItemSpots (ID, Naam, Aktief) VALUES (8, \"kopie\", 1)"_s);

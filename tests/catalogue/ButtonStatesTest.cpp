@@ -14,7 +14,7 @@
 
 using namespace Qt::StringLiterals;
 
-// Every button of every list in every situation: what is selected, which boxes are checked, and what came last.
+// Every button of every list in every situation: selection, check boxes, and the last action.
 namespace {
 
 enum class Last { Selection, Aktieve, NietAktieve, Editor, F5, Hidden };
@@ -23,7 +23,7 @@ struct Situation {
   Kind kind;
   bool aktieve;
   bool nietAktieve;
-  bool selected;  // before what came last
+  bool selected;  // before the last action
   Last last;
 };
 
@@ -45,7 +45,7 @@ bool IsCheckBox(Last last) {
 
 bool IsPossible(const Situation& now) {
   if (now.kind == Kind::Pingles) return now.aktieve && !now.nietAktieve && !IsCheckBox(now.last);
-  return !now.selected || now.aktieve || now.nietAktieve;  // else there is nothing to select
+  return !now.selected || now.aktieve || now.nietAktieve;  // otherwise there is nothing to select
 }
 
 std::vector<Situation> AllSituations() {
@@ -106,7 +106,7 @@ TEST_P(ButtonStates, FollowTheEnablingRule) {
   const std::unique_ptr<Form> form = FormOf(now.kind);
   Open(*form);
   BringAbout(*form);
-  // Whatever came last took the selection; the refill by a check box alone does not run the rule again.
+  // Every last action clears the selection; only the refill by a check box does not update the buttons.
   const bool selected = now.selected && now.last == Last::Selection;
   const bool enabled = now.selected && (now.last == Last::Selection || IsCheckBox(now.last));
   EXPECT_EQ(List(*form).ListIndex() != -1, selected);

@@ -92,7 +92,7 @@ void CatalogueTest::Select(const Form& form, const QString& line) {
 }
 
 void CatalogueTest::Click(const Form& form, const QString& button) {
-  // Near the left edge: a check box may be wider than what it answers to.
+  // Near the left edge: a check box may be wider than its clickable area.
   auto& target = Child<QAbstractButton>(form, button);
   QTest::mouseClick(&target, Qt::LeftButton, {}, QPoint(10, target.height() / 2));
 }

@@ -36,7 +36,7 @@ inline void PrintTo(const QString& text, std::ostream* out) {
   *out << '"' << text.toStdString() << '"';
 }
 
-// A station with the catalogue's screens registered, stand-ins for the detail editors, and a script that answers boxes.
+// A station with the catalogue's screens registered, fake detail editors, and a script that answers boxes.
 class CatalogueTest : public ::testing::Test {
  protected:
   explicit CatalogueTest(Station::Mode mode = Station::Mode::Online);
@@ -49,17 +49,17 @@ class CatalogueTest : public ::testing::Test {
     int aktief = 1;
   };
 
-  // The name of a table in the present mode: "Items" is tblItems or tblCopie_Items.
+  // The name of a table in the current mode: "Items" is tblItems or tblCopie_Items.
   static QString Table(const QString& things);
   void AddItem(int id, const QString& naam, int aktief = 1);
   void AddSpot(const Spot& spot);
   void AddPingle(int id, const QString& naam);
   void Link(int itemID, int order, int spotID);
-  // A small file in the station's audio folder; its path text.
+  // Makes a small file in the station's audio folder; returns its path text.
   QString AudioFile(const QString& name);
   static bool FileIsThere(const QString& pathText);
 
-  // Loaded and shown, as a caller does it, but without waiting for its end.
+  // Loads and shows the form as a caller does, but without waiting until it closes.
   template <class Dialog>
   void Open(Dialog& dialog) {
     dialog.Form_Load();
@@ -72,20 +72,20 @@ class CatalogueTest : public ::testing::Test {
   static void Click(const Form& form, const QString& button);
   static bool Enabled(const Form& form, const QString& button);
 
-  // The numbers of a table's rows, in order.
+  // The IDs of a table's rows, in order.
   QList<int> IDs(const QString& things) const;
   static QList<int> Numbers(dao::Recordset rows, const QString& field);
 
   // What the boxes showed, as "title: text".
   QStringList Boxes() const;
-  // The text of the one box that was shown, with this title and the critical style; fails otherwise.
+  // The text of the only box shown; it must have this title and the critical style.
   QString OnlyError(const QString& title) const;
 
   Station station_;
   desktop::MessageBoxScript boxes_;
   QStringList visits_;                    // what each editor was opened with: "ItemSpotsDetail 3"
   const QWidget* editorOwner_ = nullptr;  // of the last one
-  std::function<void()> inTheEditor_;     // done by the stand-in before it closes
+  std::function<void()> inTheEditor_;     // run by the fake editor before it closes
 };
 
 // The same in both modes.

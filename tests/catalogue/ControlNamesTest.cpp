@@ -57,7 +57,7 @@ void ExpectCleanup(const Form& form, const QString& what) {
   }
 }
 
-// A letter behind "&" works once in a window, in whatever kind of control.
+// A mnemonic letter is used once per window, in any kind of control.
 void ExpectUniqueMnemonics(const Form& form) {
   std::set<QString> taken;
   const auto take = [&](const QString& text) {
@@ -127,8 +127,8 @@ TEST_F(CatalogueControls, ItemCleanup) {
   ExpectUniqueMnemonics(form);
 }
 
-// Deleting is not what Enter does.
-TEST_F(CatalogueControls, EnterInACleanupCloses) {
+// Enter does not delete.
+TEST_F(CatalogueControls, EnterInACleanupClosesTheDialog) {
   const frmItemSpotOpruimen form(nullptr);
   EXPECT_TRUE(Child<QPushButton>(form, u"cmdSluiten"_s).isDefault());
   EXPECT_FALSE(Child<QPushButton>(form, u"cmdOk"_s).isDefault());

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Sound files dropped on the lists, with the events that the desktop sends.
+// Audio files dropped on the lists, with the events that a desktop sends.
 #include "tests/support/Drop.h"
 
 #include "catalogue/frmItemPingles.h"
@@ -44,7 +44,7 @@ TEST_F(ListDrop, TheListShowsTheNewRecordAfterwards) {
   EXPECT_EQ(Lines(form), QStringList{u"slot"_s});
 }
 
-TEST_F(ListDrop, SeveralAreHandedOnTogetherInTheirOrder) {
+TEST_F(ListDrop, SeveralFilesArePassedOnInTheirOrder) {
   frmItemSpots form(nullptr);
   Open(form);
   QStringList handed;
@@ -59,7 +59,7 @@ TEST_F(ListDrop, SeveralAreHandedOnTogetherInTheirOrder) {
   EXPECT_EQ(Child<QLineEdit>(form, u"txtZoek"_s).text(), QString());
 }
 
-TEST_F(ListDrop, WhatTheEditorLeavesWaitsNoLonger) {
+TEST_F(ListDrop, UnusedFilesAreDiscardedAfterTheEditor) {
   frmItemSpots form(nullptr);
   Open(form);
   DropFilesOn(List(form), {HostFile(u"a.wav"_s), HostFile(u"b.wav"_s)});
@@ -67,7 +67,7 @@ TEST_F(ListDrop, WhatTheEditorLeavesWaitsNoLonger) {
   EXPECT_EQ(DroppedAudioLeft(), 0);
 }
 
-TEST_F(ListDrop, OthersAreRefusedByNameAndTheSoundFilesGoOn) {
+TEST_F(ListDrop, OtherFilesAreRefusedByNameAndAudioIsAccepted) {
   frmItemSpots form(nullptr);
   Open(form);
   QStringList handed;
@@ -82,7 +82,7 @@ TEST_F(ListDrop, OthersAreRefusedByNameAndTheSoundFilesGoOn) {
   EXPECT_EQ(handed, QStringList{sound});
 }
 
-TEST_F(ListDrop, NothingButRefusedFilesOpensNoEditor) {
+TEST_F(ListDrop, OnlyRefusedFilesOpenNoEditor) {
   frmItemPingles form(nullptr);
   Open(form);
   DropFilesOn(List(form), {HostFile(u"lijst.txt"_s)});
@@ -90,15 +90,15 @@ TEST_F(ListDrop, NothingButRefusedFilesOpensNoEditor) {
   EXPECT_EQ(visits_, QStringList());
 }
 
-TEST_F(ListDrop, TheListOfItemsTakesNoFiles) {
+TEST_F(ListDrop, TheListOfItemsAcceptsNoFiles) {
   frmItems form(nullptr);
   Open(form);
   EXPECT_FALSE(DropFilesOn(List(form), {HostFile(u"a.wav"_s)}));
   EXPECT_EQ(visits_, QStringList());
 }
 
-// The list waits for the window above it, also for what is dropped on it.
-TEST_F(ListDrop, AListBelowAnotherWindowTakesNoFiles) {
+// A list below a modal window accepts no drops.
+TEST_F(ListDrop, AListBelowAnotherWindowAcceptsNoFiles) {
   frmItemSpots form(nullptr);
   Open(form);
   frmItems above(&form);

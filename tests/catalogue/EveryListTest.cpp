@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What holds for each of the three lists, and for what removes its records, online and offline.
+// Common behaviour of the three lists and of removing records, online and offline.
 #include "catalogue/frmItemOpruimen.h"
 #include "catalogue/frmItemPingles.h"
 #include "catalogue/frmItemSpotOpruimen.h"
@@ -53,7 +53,7 @@ class EveryList : public CatalogueTest, public ::testing::WithParamInterface<std
     return form;
   }
 
-  // Removes the record of the selected line: by the cleanup dialog, or by answering the question.
+  // Removes the record of the selected line, with the cleanup dialog or by answering the question.
   void RemoveSelected(const Form& form, const QString& naam) {
     if (ListKind() == Kind::Pingles) {
       boxes_.Answer(desktop::kAnswerYes);
@@ -103,7 +103,7 @@ TEST_P(EveryList, OfTwoRecordsWithTheSameNameTheSelectedOneIsRemoved) {
   EXPECT_EQ(station_.Log(), DeletesLogged(chosen));
 }
 
-TEST_P(EveryList, LongAndForeignNamesAreShownWholeAndRemovedByTheirNumber) {
+TEST_P(EveryList, LongAndForeignNamesAreShownInFullAndRemovedByID) {
   const QStringList names{QString(255, u'é'), u"שלום רדיו"_s, u"Spot 🎄 kerst"_s, u"\u202Eomgekeerd"_s};
   for (int id = 1; id <= names.size(); ++id)
     Add(id, names[id - 1]);
@@ -156,7 +156,7 @@ TEST_P(EveryList, TheEditorBelongsToTheList) {
   EXPECT_EQ(editorOwner_, form.get());
 }
 
-TEST_P(EveryList, RemovingAndRefreshingLeaveTheirResult) {
+TEST_P(EveryList, RemovingAndRefreshingSetTheLastResult) {
   Add(1, u"Eerste"_s);
   const auto form = OpenList();
   Select(*form, u"Eerste"_s);
@@ -165,8 +165,8 @@ TEST_P(EveryList, RemovingAndRefreshingLeaveTheirResult) {
   EXPECT_TRUE(global.lastResult);
 }
 
-// Nothing tells the list; its next step meets no row, which is no error of the database.
-TEST_P(EveryList, EmptiedByAnotherUserItKeepsWorking) {
+// The list is not notified; its next action finds no row, which is no database error.
+TEST_P(EveryList, ListEmptiedByAnotherUserStillWorks) {
   Add(1, u"Eerste"_s);
   Add(2, u"Tweede"_s);
   const auto form = OpenList();
@@ -183,13 +183,13 @@ TEST_P(EveryList, EmptiedByAnotherUserItKeepsWorking) {
   EXPECT_EQ(Lines(*form), QStringList{u"Nieuw"_s});
 }
 
-TEST_P(EveryList, RecordThatAnotherUserRemovedIsRemovedWithoutError) {
+TEST_P(EveryList, RecordRemovedByAnotherUserIsNoError) {
   Add(1, u"Eerste"_s);
   Add(2, u"Tweede"_s);
   const auto form = OpenList();
   Select(*form, u"Eerste"_s);
   station_.OnCurrent(u"DELETE FROM %1 WHERE ID = 1"_s.arg(Table(Things())));
-  // The dialog finds no name any more; the question still quotes the line.
+  // The dialog no longer finds a name; the question still quotes the line.
   RemoveSelected(*form, ListKind() == Kind::Pingles ? u"Eerste"_s : QString());
   EXPECT_EQ(IDs(Things()), QList<int>{2});
   EXPECT_EQ(Lines(*form), QStringList{u"Tweede"_s});
@@ -197,7 +197,7 @@ TEST_P(EveryList, RecordThatAnotherUserRemovedIsRemovedWithoutError) {
     EXPECT_NE(box.style, 16) << box.text.toStdString();
 }
 
-TEST_P(EveryList, LostDatabaseIsReportedAndTheListKeepsWhatItShowed) {
+TEST_P(EveryList, LostDatabaseIsReportedAndTheListKeepsItsLines) {
   Add(1, u"Eerste"_s);
   const auto form = OpenList();
   const QString path = global.online ? station_.ServerFolder() + u"/OvalistoServer.mdb"_s

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The sound files that go with an item's spots: which ones may go, and what happens where one cannot.
+// The audio files of an item's spots: which files may be deleted, and what happens when one cannot be.
 #include "catalogue/frmItemOpruimen.h"
 #include "platform/desktop/MessageBox.h"
 #include "platform/runtime/HostPath.h"
@@ -19,7 +19,7 @@ class ItemCleanupFiles : public CatalogueTestInBothModes {
     global.gstrOpruimenID = u"1"_s;
   }
 
-  // Spots of the item in their order.
+  // Spots of the item, in list order.
   void Fill(const QList<Spot>& spots) {
     for (qsizetype n = 0; n < spots.size(); ++n) {
       AddSpot(spots[n]);
@@ -27,8 +27,8 @@ class ItemCleanupFiles : public CatalogueTestInBothModes {
     }
   }
 
-  // The whole item with its spots and their files. Looked at before the dialog closes, since then the server's spots
-  // are copied over the local ones.
+  // Removes the item with its spots and their files. Results are checked before the dialog closes, since closing copies
+  // the server's spots over the local ones.
   void CleanUp() {
     frmItemOpruimen form(nullptr);
     Open(form);
@@ -44,7 +44,7 @@ class ItemCleanupFiles : public CatalogueTestInBothModes {
     if (GetParam() == Station::Mode::Offline) FindServer();
   }
 
-  // Offline the server is out of reach while the dialog closes, and the rows are put back.
+  // Offline the server is unreachable while the dialog closes, and the rows are restored.
   void KeepLocalSpots() {
     if (GetParam() == Station::Mode::Online) return;
     ASSERT_TRUE(QFile::rename(ServerFile(), ServerFile() + u".weg"_s));
@@ -67,9 +67,9 @@ class ItemCleanupFiles : public CatalogueTestInBothModes {
 INSTANTIATE_TEST_SUITE_P(Modes, ItemCleanupFiles, ::testing::Values(Station::Mode::Online, Station::Mode::Offline),
                          ModeName);
 
-// The second time its file is missing, which stops the walk there like any missing file. Cleaned up once more, the item
-// goes: the spot is no longer found.
-TEST_P(ItemCleanupFiles, SpotListedTwiceStopsTheWalkTheSecondTimeAndNothingElseIsLost) {
+// At the second entry its file is missing, which stops the cleanup like any missing file. A second cleanup removes the
+// item: the spot is no longer found.
+TEST_P(ItemCleanupFiles, SpotListedTwiceStopsTheCleanupAtItsSecondEntry) {
   const QString path = AudioFile(u"dubbel.wav"_s);
   Fill({{3, u"Dubbel"_s, path, 1}});
   Link(1, 2, 3);
@@ -89,8 +89,8 @@ TEST_P(ItemCleanupFiles, SpotListedTwiceStopsTheWalkTheSecondTimeAndNothingElseI
   EXPECT_EQ(IDs(u"ItemSpots"_s), QList<int>{9});
 }
 
-// What the walk had not reached stays whole: record and file together.
-TEST_P(ItemCleanupFiles, SpotsBehindTheOneThatStoppedTheWalkKeepRecordAndFile) {
+// Spots after the failure keep both record and file.
+TEST_P(ItemCleanupFiles, SpotsAfterTheFailureKeepRecordAndFile) {
   const QString gone = AudioFile(u"weg.wav"_s);
   const QString there = AudioFile(u"hier.wav"_s);
   Fill({{3, u"Weg"_s, gone, 1}, {4, u"Hier"_s, there, 1}});
@@ -102,7 +102,7 @@ TEST_P(ItemCleanupFiles, SpotsBehindTheOneThatStoppedTheWalkKeepRecordAndFile) {
   EXPECT_EQ(Links(), 2);
 }
 
-TEST_P(ItemCleanupFiles, FolderInPlaceOfAFileStaysAndStopsTheWalk) {
+TEST_P(ItemCleanupFiles, FolderInPlaceOfAFileIsKeptAndStopsTheCleanup) {
   const QString folder = station_.AudioFolder() + u"/map.wav"_s;
   ASSERT_TRUE(QDir().mkpath(folder + u"/binnen"_s));
   Fill({{3, u"Map"_s, runtime::PathText(folder), 1}});
@@ -111,7 +111,7 @@ TEST_P(ItemCleanupFiles, FolderInPlaceOfAFileStaysAndStopsTheWalk) {
   EXPECT_TRUE(QDir(folder + u"/binnen"_s).exists());
 }
 
-TEST_P(ItemCleanupFiles, NamesThatDifferInLetterCaseNeverTakeTheWrongFile) {
+TEST_P(ItemCleanupFiles, NamesThatDifferInLetterCaseNeverDeleteTheWrongFile) {
   AudioFile(u"SPOT.wav"_s);
   const QString lower = AudioFile(u"spot.wav"_s);
   Fill({{3, u"Spot"_s, QString(lower).replace(u"spot.wav"_s, u"Spot.wav"_s), 1}});
@@ -121,7 +121,7 @@ TEST_P(ItemCleanupFiles, NamesThatDifferInLetterCaseNeverTakeTheWrongFile) {
   EXPECT_TRUE(QFile::exists(station_.AudioFolder() + u"/spot.wav"_s));
 }
 
-TEST_P(ItemCleanupFiles, OnlyTheExactNameOfTwoThatDifferInLetterCaseGoes) {
+TEST_P(ItemCleanupFiles, OnlyTheExactNameOfTwoLetterCasesIsDeleted) {
   AudioFile(u"SPOT.wav"_s);
   Fill({{3, u"Spot"_s, AudioFile(u"spot.wav"_s), 1}});
   CleanUp();
@@ -130,7 +130,7 @@ TEST_P(ItemCleanupFiles, OnlyTheExactNameOfTwoThatDifferInLetterCaseGoes) {
   EXPECT_FALSE(QFile::exists(station_.AudioFolder() + u"/spot.wav"_s));
 }
 
-TEST_P(ItemCleanupFiles, PathThatClimbsOutOfItsDriveIsRefused) {
+TEST_P(ItemCleanupFiles, PathThatLeavesItsDriveIsRefused) {
   QFile outside(station_.Folder() + u"/buiten.wav"_s);
   ASSERT_TRUE(outside.open(QIODevice::WriteOnly));
   Fill({{3, u"Buiten"_s, u"D:\\..\\buiten.wav"_s, 1}});

@@ -43,18 +43,18 @@ class ItemCleanup : public CatalogueTestInBothModes {
     EXPECT_FALSE(form.isVisible());
   }
 
-  // Closing copies the server's spots over the local ones, also offline. So that the local rows can be looked at
-  // afterwards, the server is lost just before, and the rows are put back.
+  // Closing copies the server's spots over the local ones, also offline. The server is removed just before, so that the
+  // local rows are restored and can be checked afterwards.
   void LoseServerWhenOffline() {
     if (GetParam() == Station::Mode::Online) return;
     const QString server = station_.ServerFolder() + u"/OvalistoServer.mdb"_s;
     QFile::rename(server, server + u".weg"_s);
-    boxes_.Answer(desktop::kAnswerOk);   // what the cleanup says
+    boxes_.Answer(desktop::kAnswerOk);   // the message of the cleanup
     boxes_.Answer(desktop::kAnswerOk);   // the copying failed
-    boxes_.Answer(desktop::kAnswerYes);  // put the rows back
+    boxes_.Answer(desktop::kAnswerYes);  // restore the rows
   }
 
-  // Every box but those of the lost server.
+  // All boxes except those about the lost server.
   QStringList CleanupBoxes() const {
     QStringList boxes;
     for (const desktop::ShownMessageBox& box : boxes_.Shown()) {
@@ -73,7 +73,7 @@ class ItemCleanup : public CatalogueTestInBothModes {
     return GetParam() == Station::Mode::Online ? QStringList() : statements;
   }
 
-  // The copies beside the database that is cleaned up.
+  // The backups next to the database.
   QStringList Backups() const {
     const QString folder =
         GetParam() == Station::Mode::Online ? station_.ServerFolder() : station_.Folder() + u"/data"_s;
@@ -96,7 +96,7 @@ TEST_P(ItemCleanup, ShowsTheNameLocked) {
   EXPECT_TRUE(desktop::IsLocked(&name));
 }
 
-TEST_P(ItemCleanup, FilesCanOnlyGoTogetherWithTheirSpots) {
+TEST_P(ItemCleanup, FilesAreDeletedOnlyTogetherWithTheirSpots) {
   frmItemOpruimen form(nullptr);
   Open(form);
   EXPECT_FALSE(Enabled(form, u"chkVerwijderBestand"_s));
@@ -127,13 +127,13 @@ TEST_P(ItemCleanup, ItemOnlyKeepsItsSpotsAndFiles) {
   EXPECT_EQ(IDs(u"ItemSpots"_s), (QList<int>{3, 4, 5}));
   EXPECT_TRUE(FileIsThere(first_) && FileIsThere(second_));
   EXPECT_EQ(CleanupBoxes(), kDone);
-  // The links go before the item; both keep the copy tables' names in the log.
+  // The links are deleted before the item; the log has the names of the copy tables for both.
   EXPECT_EQ(station_.Log(),
             LoggedWhenOffline({u"DELETE FROM tblCopie_ItemsItemSpots WHERE tblCopie_ItemsItemSpots.ItemID = 1"_s,
                                u"DELETE FROM tblCopie_Items WHERE tblCopie_Items.ID = 1"_s}));
 }
 
-TEST_P(ItemCleanup, EverythingGoesSpotBySpotThenLinksThenItem) {
+TEST_P(ItemCleanup, EverythingIsDeletedSpotBySpotThenLinksThenItem) {
   CleanUp(true, true, true);
   EXPECT_EQ(IDs(u"Items"_s), QList<int>{2});
   EXPECT_EQ(LinkedItems(), QList<int>{2});
@@ -154,7 +154,7 @@ TEST_P(ItemCleanup, EverythingGoesSpotBySpotThenLinksThenItem) {
   EXPECT_EQ(log[3], u"DELETE FROM tblCopie_Items WHERE tblCopie_Items.ID = 1"_s);
 }
 
-TEST_P(ItemCleanup, SpotsAndFilesGoWhileTheItemAndAllLinksStay) {
+TEST_P(ItemCleanup, SpotsAndFilesAreDeletedWithoutTheItemAndItsLinks) {
   CleanUp(true, true, false);
   EXPECT_EQ(IDs(u"Items"_s), (QList<int>{1, 2}));
   EXPECT_EQ(LinkedItems(), (QList<int>{1, 1, 2}));
@@ -168,7 +168,7 @@ TEST_P(ItemCleanup, SpotsWithoutFilesKeepTheFiles) {
   EXPECT_TRUE(FileIsThere(first_) && FileIsThere(second_));
 }
 
-TEST_P(ItemCleanup, ItemWithoutSpotsIsDeletedAllTheSame) {
+TEST_P(ItemCleanup, ItemWithoutSpotsIsDeleted) {
   AddItem(7, u"Leeg"_s);
   global.gstrOpruimenID = u"7"_s;
   CleanUp(true, true, true);
@@ -177,20 +177,20 @@ TEST_P(ItemCleanup, ItemWithoutSpotsIsDeletedAllTheSame) {
   EXPECT_EQ(IDs(u"ItemSpots"_s), (QList<int>{3, 4, 5}));
 }
 
-TEST_P(ItemCleanup, MissingFileStopsTheWalkAtItsSpot) {
+TEST_P(ItemCleanup, MissingFileStopsTheCleanupAtItsSpot) {
   station_.OnCurrent(u"DELETE FROM %1 WHERE ItemSpotID = 4"_s.arg(Table(u"ItemsItemSpots"_s)));
   ASSERT_TRUE(QFile::remove(runtime::HostPath(first_)));
   CleanUp(true, true, true);
   ASSERT_EQ(CleanupBoxes().size(), 1);
   EXPECT_TRUE(CleanupBoxes()[0].startsWith(u"Opruimen: "_s));
   EXPECT_TRUE(CleanupBoxes()[0].contains(u"eerste.wav"_s));
-  // The spot's record went before its file; the item was not reached.
+  // The spot's record was deleted before its file; the item was not reached.
   EXPECT_EQ(IDs(u"ItemSpots"_s), (QList<int>{4, 5}));
   EXPECT_EQ(IDs(u"Items"_s), (QList<int>{1, 2}));
   EXPECT_EQ(LinkedItems(), (QList<int>{1, 2}));
 }
 
-TEST_P(ItemCleanup, IdThatIsNoNumberIsAnErrorOfTheCleanup) {
+TEST_P(ItemCleanup, NonNumericIdIsAnErrorOfTheCleanup) {
   global.gstrOpruimenID = QString();
   CleanUp(false, false, true);
   ASSERT_EQ(CleanupBoxes().size(), 1);
@@ -198,8 +198,7 @@ TEST_P(ItemCleanup, IdThatIsNoNumberIsAnErrorOfTheCleanup) {
   EXPECT_EQ(IDs(u"Items"_s), (QList<int>{1, 2}));
 }
 
-// A table that is not there: the question about the item's spots has shown its own error, and the cleanup goes no
-// further.
+// A missing table: the query for the item's spots shows its own error, and the cleanup stops.
 TEST_P(ItemCleanup, SpotsThatCannotBeReadStopItBeforeTheItem) {
   const bool online = GetParam() == Station::Mode::Online;
   const QString path = global.programFolder + u"\\zonder.mdb"_s;
@@ -224,8 +223,8 @@ TEST_P(ItemCleanup, SpotsThatCannotBeReadStopItBeforeTheItem) {
   EXPECT_EQ(LinkedItems(), QList<int>{1});
 }
 
-// The log takes nothing when the first spot's record goes, and everything after that.
-TEST(ItemCleanupOffline, AFailureAtTheFirstSpotIsNotForgottenByTheRest) {
+// Logging fails for the first spot's record and works afterwards.
+TEST(ItemCleanupOffline, AFailureAtTheFirstSpotPreventsTheSuccessMessage) {
   const Station station(Station::Mode::Offline);
   RegisterCatalogueScreens();
   station.OnLocal(u"INSERT INTO tblCopie_Items (ID, Naam) VALUES (1, \"Blok\")"_s);
@@ -246,7 +245,7 @@ TEST(ItemCleanupOffline, AFailureAtTheFirstSpotIsNotForgottenByTheRest) {
   Child<QPushButton>(form, u"cmdOk"_s).click();
   EXPECT_EQ(titles, QStringList{u"GetNewID"_s});
   EXPECT_EQ(station.LocalRows(u"SELECT ID FROM tblCopie_Items"_s).RecordCount(), 0);
-  EXPECT_EQ(station.Log().size(), 3);  // of the spot, which waited for its row, of the links and of the item
+  EXPECT_EQ(station.Log().size(), 3);  // the spot (its statement was kept and logged later), the links and the item
 }
 
 TEST_P(ItemCleanup, SluitenRemovesNothing) {
@@ -259,7 +258,7 @@ TEST_P(ItemCleanup, SluitenRemovesNothing) {
   EXPECT_EQ(CleanupBoxes(), QStringList());
 }
 
-TEST_P(ItemCleanup, WhereMoreThanOneRecordGoesABackupIsMadeFirst) {
+TEST_P(ItemCleanup, ABackupIsMadeBeforeSeveralRecordsAreDeleted) {
   frmItemOpruimen form(nullptr);
   Open(form);
   Check(form, u"chkVerwijderID"_s, true);
@@ -270,7 +269,7 @@ TEST_P(ItemCleanup, WhereMoreThanOneRecordGoesABackupIsMadeFirst) {
   EXPECT_EQ(backup.OpenRecordset(u"SELECT ItemID FROM "_s + Table(u"ItemsItemSpots"_s)).RecordCount(), 3);
 }
 
-TEST_P(ItemCleanup, ForASingleRecordNoneIsMade) {
+TEST_P(ItemCleanup, NoBackupIsMadeForASingleRecord) {
   global.gstrOpruimenID = u"2"_s;
   station_.OnCurrent(u"DELETE FROM "_s + Table(u"ItemsItemSpots"_s));
   frmItemOpruimen form(nullptr);
@@ -279,7 +278,7 @@ TEST_P(ItemCleanup, ForASingleRecordNoneIsMade) {
   LoseServerWhenOffline();
   Click(form, u"cmdOk"_s);
   EXPECT_EQ(IDs(u"Items"_s), QList<int>{1});
-  // Offline the only one is that of the copy's refresh at the end, in which the item is gone already.
+  // Offline the only backup is made by the refresh of the copy at the end, when the item is already deleted.
   for (const QString& name : Backups()) {
     ASSERT_EQ(GetParam(), Station::Mode::Offline);
     dao::Database backup = dao::OpenDatabase(runtime::PathText(station_.Folder() + u"/data/backup/"_s + name));
@@ -287,14 +286,14 @@ TEST_P(ItemCleanup, ForASingleRecordNoneIsMade) {
   }
 }
 
-TEST_P(ItemCleanup, WithoutABackupTheUserMayKeepEverything) {
+TEST_P(ItemCleanup, WithoutABackupTheUserMayCancel) {
   const QString database = CurrentCatalogue().databasePath;
   runtime::WriteFile(database.left(database.lastIndexOf(u'\\')) + u"\\backup"_s, "no folder");
   boxes_.Answer(desktop::kAnswerNo);
   frmItemOpruimen form(nullptr);
   Open(form);
   Check(form, u"chkVerwijderID"_s, true);
-  boxes_.Answer(desktop::kAnswerNo);  // offline: nor at the refresh of the copy
+  boxes_.Answer(desktop::kAnswerNo);  // offline: also at the refresh of the copy
   Click(form, u"cmdOk"_s);
   EXPECT_EQ(boxes_.Shown().front().style, 292);
   EXPECT_TRUE(boxes_.Shown().front().text.contains(database));

@@ -9,7 +9,7 @@ class ItemList : public CatalogueTestInBothModes {};
 
 INSTANTIATE_TEST_SUITE_P(Modes, ItemList, ::testing::Values(Station::Mode::Online, Station::Mode::Offline), ModeName);
 
-TEST_P(ItemList, BothBoxesCheckedShowEveryRecordWhateverItsFlag) {
+TEST_P(ItemList, BothBoxesCheckedShowEveryRecord) {
   AddItem(1, u"Ochtend"_s, 1);
   AddItem(2, u"Middag"_s, 0);
   AddItem(3, u"Avond"_s, 7);
@@ -25,7 +25,7 @@ TEST_P(ItemList, BothBoxesCheckedShowEveryRecordWhateverItsFlag) {
   EXPECT_TRUE(boxes_.Shown().empty());
 }
 
-TEST_P(ItemList, WithNeitherBoxCheckedTheDatabaseIsAskedForAFlagThatNoRecordHas) {
+TEST_P(ItemList, WithNeitherBoxCheckedTheQueryUsesAFlagThatNoRecordHas) {
   AddItem(1, u"Ochtend"_s, 1);
   AddItem(2, u"Onmogelijk"_s, -10000);
   frmItems form(nullptr);
@@ -34,7 +34,7 @@ TEST_P(ItemList, WithNeitherBoxCheckedTheDatabaseIsAskedForAFlagThatNoRecordHas)
   EXPECT_EQ(Lines(form), QStringList{u"Onmogelijk"_s});
 }
 
-TEST_P(ItemList, OpenAndNewGoToTheItemEditor) {
+TEST_P(ItemList, OpenAndNewOpenTheItemEditor) {
   AddItem(12, u"Ochtend"_s);
   frmItems form(nullptr);
   Open(form);

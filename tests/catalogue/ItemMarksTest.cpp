@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the item list says of each block, and the way from there to the listening window.
+// The marks of blocks in the item list, and opening the listening window from there.
 #include "catalogue/frmItems.h"
 #include "data/forms/Screens.h"
 #include "export/playout/BlockToHear.h"
@@ -72,7 +72,7 @@ TEST_P(ItemMarks, EachBlockHasItsMarkLengthAndReason) {
   EXPECT_EQ(Child<QLabel>(form, u"lblAantal"_s).text(), u"4 items, 2 nu stil of te kort"_s);
 }
 
-TEST_P(ItemMarks, TheSelectedBlockIsHandedToTheListeningWindow) {
+TEST_P(ItemMarks, TheSelectedBlockIsPassedToTheListeningWindow) {
   QString heard;
   RegisterScreen(Screen::Beluisteren, [&](QWidget*) { heard = TakeBlockToHear().naam; });
   frmItems form(nullptr);

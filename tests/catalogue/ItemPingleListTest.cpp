@@ -20,7 +20,7 @@ TEST_P(ItemPingleList, ShowsEveryRecordSortedByName) {
   EXPECT_EQ(Lines(form), (QStringList{u"intro"_s, u"Slot"_s}));
 }
 
-TEST_P(ItemPingleList, OpenAndNewGoToTheJingleEditor) {
+TEST_P(ItemPingleList, OpenAndNewOpenTheJingleEditor) {
   AddPingle(5, u"Intro"_s);
   frmItemPingles form(nullptr);
   Open(form);

@@ -96,7 +96,7 @@ TEST_P(ItemSpotCleanup, BothRemoveRecordAndFile) {
   ExpectDone();
 }
 
-TEST_P(ItemSpotCleanup, MissingFileIsReportedAfterTheRecordIsGone) {
+TEST_P(ItemSpotCleanup, MissingFileIsReportedAfterTheRecordIsDeleted) {
   const QString path = AudioFile(u"spot.wav"_s);
   ASSERT_TRUE(QFile::remove(runtime::HostPath(path)));
   Prepare(path);
@@ -105,7 +105,7 @@ TEST_P(ItemSpotCleanup, MissingFileIsReportedAfterTheRecordIsGone) {
   EXPECT_EQ(IDs(u"ItemSpots"_s), QList<int>{4});
 }
 
-TEST_P(ItemSpotCleanup, RecordWithoutPathGoesAndItsFileIsAnError) {
+TEST_P(ItemSpotCleanup, RecordWithoutPathIsDeletedAndItsFileIsAnError) {
   AddSpot({4, u"Ander"_s, {}, 1});
   station_.OnCurrent(u"INSERT INTO %1 (ID, Naam, Aktief) VALUES (3, \"Kaal\", 1)"_s.arg(Table(u"ItemSpots"_s)));
   global.gstrOpruimenID = u"3"_s;
@@ -114,7 +114,7 @@ TEST_P(ItemSpotCleanup, RecordWithoutPathGoesAndItsFileIsAnError) {
   EXPECT_EQ(IDs(u"ItemSpots"_s), QList<int>{4});
 }
 
-TEST_P(ItemSpotCleanup, FolderInPlaceOfTheFileIsAnErrorAndStays) {
+TEST_P(ItemSpotCleanup, FolderInPlaceOfTheFileIsAnErrorAndKept) {
   const QString folder = station_.AudioFolder() + u"/map.wav"_s;
   ASSERT_TRUE(QDir().mkdir(folder));
   Prepare(runtime::PathText(folder));
@@ -133,7 +133,7 @@ TEST_P(ItemSpotCleanup, FileThatIsOpenElsewhereIsDeleted) {
   ExpectDone();
 }
 
-TEST_P(ItemSpotCleanup, NamesThatDifferInLetterCaseNeverTakeTheWrongFile) {
+TEST_P(ItemSpotCleanup, NamesThatDifferInLetterCaseNeverDeleteTheWrongFile) {
   const QString upper = AudioFile(u"SPOT.wav"_s);
   const QString lower = AudioFile(u"spot.wav"_s);
   Prepare(QString(lower).replace(u"spot.wav"_s, u"Spot.wav"_s));
@@ -143,7 +143,7 @@ TEST_P(ItemSpotCleanup, NamesThatDifferInLetterCaseNeverTakeTheWrongFile) {
   EXPECT_TRUE(QFile::exists(station_.AudioFolder() + u"/spot.wav"_s));
 }
 
-TEST_P(ItemSpotCleanup, ExactNameWinsOverOneThatDiffersInLetterCase) {
+TEST_P(ItemSpotCleanup, ExactNameIsPreferredToAnotherLetterCase) {
   AudioFile(u"SPOT.wav"_s);
   Prepare(AudioFile(u"spot.wav"_s));
   CleanUp(true, false);
@@ -152,7 +152,7 @@ TEST_P(ItemSpotCleanup, ExactNameWinsOverOneThatDiffersInLetterCase) {
   ExpectDone();
 }
 
-TEST_P(ItemSpotCleanup, PathThatClimbsOutOfItsDriveIsRefused) {
+TEST_P(ItemSpotCleanup, PathThatLeavesItsDriveIsRefused) {
   const QString outside = station_.Folder() + u"/buiten.wav"_s;
   QFile file(outside);
   ASSERT_TRUE(file.open(QIODevice::WriteOnly));
@@ -164,7 +164,7 @@ TEST_P(ItemSpotCleanup, PathThatClimbsOutOfItsDriveIsRefused) {
   EXPECT_TRUE(QFile::exists(outside));
 }
 
-TEST_P(ItemSpotCleanup, FailedDeleteOfTheRecordIsNotCalledDone) {
+TEST_P(ItemSpotCleanup, FailedDeleteOfTheRecordShowsNoSuccess) {
   const QString path = AudioFile(u"spot.wav"_s);
   Prepare(path);
   const bool online = GetParam() == Station::Mode::Online;
@@ -180,9 +180,9 @@ TEST_P(ItemSpotCleanup, FailedDeleteOfTheRecordIsNotCalledDone) {
   EXPECT_TRUE(FileIsThere(path));
 }
 
-TEST_P(ItemSpotCleanup, FailedLogIsNotCalledDone) {
+TEST_P(ItemSpotCleanup, FailedLogShowsNoSuccess) {
   Prepare({});
-  // The next number of the log does not fit any more; online nothing is logged.
+  // The log has no free number left; online nothing is logged.
   station_.OnLocal(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (2147483647, \"vol\")"_s);
   CleanUp(false, true);
   EXPECT_EQ(IDs(u"ItemSpots"_s), QList<int>{4});
@@ -190,7 +190,7 @@ TEST_P(ItemSpotCleanup, FailedLogIsNotCalledDone) {
   OnlyError(u"GetNewID"_s);
 }
 
-TEST_P(ItemSpotCleanup, WaitingEventsGoBeforeItIsCalledDone) {
+TEST_P(ItemSpotCleanup, PendingEventsAreProcessedBeforeTheSuccessMessage) {
   Prepare({});
   frmItemSpotOpruimen form(nullptr);
   Open(form);
@@ -208,7 +208,7 @@ TEST_P(ItemSpotCleanup, WaitingEventsGoBeforeItIsCalledDone) {
   EXPECT_EQ(seen, QList<int>{4});
 }
 
-TEST_P(ItemSpotCleanup, IdThatIsNoNumberIsAnErrorOfTheCleanup) {
+TEST_P(ItemSpotCleanup, NonNumericIdIsAnErrorOfTheCleanup) {
   global.gstrOpruimenID = u"NIEUW"_s;
   frmItemSpotOpruimen form(nullptr);
   Open(form);

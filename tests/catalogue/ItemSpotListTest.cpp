@@ -35,7 +35,7 @@ TEST_P(ItemSpotList, OpensWithTheActiveOnesSortedAsTheDatabaseSorts) {
 
 TEST_P(ItemSpotList, CheckBoxesChooseActiveAndInactive) {
   AddThree();
-  // Neither of the two values: never shown here, not even with both boxes checked.
+  // Another value than 0 and 1: never shown here, not even with both boxes checked.
   AddSpot({9, u"Vreemd"_s, {}, 7});
   frmItemSpots form(nullptr);
   Open(form);
@@ -48,8 +48,8 @@ TEST_P(ItemSpotList, CheckBoxesChooseActiveAndInactive) {
   EXPECT_TRUE(boxes_.Shown().empty());
 }
 
-// The empty choice is a query like any other: it would find a record with the flag that none ever has.
-TEST_P(ItemSpotList, WithNeitherBoxCheckedTheDatabaseIsAskedForAFlagThatNoRecordHas) {
+// Without a checked box the query would find a record with the flag value that no record has.
+TEST_P(ItemSpotList, WithNeitherBoxCheckedTheQueryUsesAFlagThatNoRecordHas) {
   AddThree();
   frmItemSpots form(nullptr);
   Open(form);
@@ -74,7 +74,7 @@ TEST_P(ItemSpotList, RecordWithoutNameIsAnEmptyLine) {
   EXPECT_EQ(List(form).ItemData(0), 4);
 }
 
-TEST_P(ItemSpotList, OpenHandsTheIdToTheEditorAndRefillsAfterIt) {
+TEST_P(ItemSpotList, OpenPassesTheIdToTheEditorAndRefills) {
   AddThree();
   frmItemSpots form(nullptr);
   Open(form);
@@ -99,7 +99,7 @@ TEST_P(ItemSpotList, DoubleClickIsOpen) {
   EXPECT_EQ(visits_, QStringList{u"ItemSpotsDetail 3"_s});
 }
 
-TEST_P(ItemSpotList, NewAsksTheEditorForANewRecord) {
+TEST_P(ItemSpotList, NewOpensTheEditorWithANewRecord) {
   frmItemSpots form(nullptr);
   Open(form);
   inTheEditor_ = [&] { AddSpot({1, u"Nieuw"_s, {}, 1}); };
@@ -108,7 +108,7 @@ TEST_P(ItemSpotList, NewAsksTheEditorForANewRecord) {
   EXPECT_EQ(Lines(form), QStringList{u"Nieuw"_s});
 }
 
-TEST_P(ItemSpotList, DeactivatedRecordVanishesAtOnceWithoutAQuestion) {
+TEST_P(ItemSpotList, DeactivatedRecordDisappearsWithoutAQuestion) {
   AddThree();
   frmItemSpots form(nullptr);
   Open(form);
@@ -145,7 +145,7 @@ TEST_P(ItemSpotList, RemoveOpensTheCleanupForTheSelectedLine) {
   EXPECT_FALSE(Enabled(form, u"cmdVerwijder"_s));
 }
 
-// The check box refills without the enabling rule: the button stays enabled over a list without a selection.
+// The check box refills without updating the buttons: they remain enabled without a selection.
 TEST_P(ItemSpotList, ButtonsPressedWithoutASelectionReportUnderTheirOwnNames) {
   AddThree();
   frmItemSpots form(nullptr);
@@ -165,7 +165,7 @@ TEST_P(ItemSpotList, ButtonsPressedWithoutASelectionReportUnderTheirOwnNames) {
   EXPECT_EQ(IDs(u"ItemSpots"_s), (QList<int>{1, 2, 3}));
 }
 
-TEST_P(ItemSpotList, TwoRecordsWithTheSameNameAreToldApartByTheirIds) {
+TEST_P(ItemSpotList, TwoRecordsWithTheSameNameAreDistinguishedByID) {
   AddSpot({1, u"Dubbel"_s, {}, 1});
   AddSpot({2, u"Dubbel"_s, {}, 1});
   frmItemSpots form(nullptr);
@@ -176,7 +176,7 @@ TEST_P(ItemSpotList, TwoRecordsWithTheSameNameAreToldApartByTheirIds) {
   EXPECT_EQ(visits_, QStringList{u"ItemSpotsDetail "_s + QString::number(second)});
 }
 
-TEST_P(ItemSpotList, ShowsLongAndForeignNamesWhole) {
+TEST_P(ItemSpotList, ShowsLongAndForeignNamesInFull) {
   const QString longName(255, u'é');
   const QString hebrew = u"שלום רדיו"_s;
   const QString emoji = u"Spot 🎄 kerst"_s;
@@ -192,7 +192,7 @@ TEST_P(ItemSpotList, ShowsLongAndForeignNamesWhole) {
   EXPECT_TRUE(lines.contains(emoji));
 }
 
-TEST_P(ItemSpotList, ListEmptiedByAnotherUserKeepsWorking) {
+TEST_P(ItemSpotList, ListEmptiedByAnotherUserStillWorks) {
   AddThree();
   frmItemSpots form(nullptr);
   Open(form);
@@ -203,7 +203,7 @@ TEST_P(ItemSpotList, ListEmptiedByAnotherUserKeepsWorking) {
   EXPECT_TRUE(boxes_.Shown().empty());
 }
 
-TEST_P(ItemSpotList, AfterAButtonThatIsDisabledTheKeysGoToTheList) {
+TEST_P(ItemSpotList, AfterAButtonIsDisabledTheListGetsTheKeys) {
   AddThree();
   frmItemSpots form(nullptr);
   Open(form);
@@ -215,7 +215,7 @@ TEST_P(ItemSpotList, AfterAButtonThatIsDisabledTheKeysGoToTheList) {
   EXPECT_EQ(form.focusWidget(), &List(form));
 }
 
-TEST_P(ItemSpotList, UnreadableDatabaseIsReportedAndTheListKeepsWhatItShowed) {
+TEST_P(ItemSpotList, UnreadableDatabaseIsReportedAndTheListKeepsItsLines) {
   AddThree();
   frmItemSpots form(nullptr);
   Open(form);

@@ -18,7 +18,7 @@
 
 using namespace Qt::StringLiterals;
 
-// What closing a list does to the copies of the server's tables in the local database.
+// The effect of closing a list on the copies of the server's tables in the local database.
 class LocalCopy : public CatalogueTestInBothModes {
  protected:
   static constexpr int kOnServer = 1;
@@ -39,7 +39,7 @@ class LocalCopy : public CatalogueTestInBothModes {
     return Numbers(station_.LocalRows(u"SELECT %1 FROM tblCopie_%2"_s.arg(field, things)), field);
   }
 
-  // Which copies hold the server's rows now; the others must hold their own.
+  // The copies that contain the server's rows now; the others must have their own rows.
   QStringList Refreshed() {
     QStringList refreshed;
     for (const QString& things : {u"Items"_s, u"ItemsItemSpots"_s, u"ItemSpots"_s, u"ItemPingles"_s}) {
@@ -65,7 +65,7 @@ class LocalCopy : public CatalogueTestInBothModes {
     ASSERT_TRUE(QFile::rename(path, path + u".weg"_s));
   }
 
-  // Closes the item-spot list when the server has gone meanwhile; the second answer is to the question after the error.
+  // Closes the item-spot list after the server was removed; the second answer is for the question after the error.
   void CloseWithoutServer(int answer) {
     frmItemSpots form(nullptr);
     Open(form);
@@ -124,7 +124,7 @@ TEST_P(LocalCopy, EveryFieldIsCopied) {
   EXPECT_EQ(row.Field(u"EindUur"_s).toInt(), 9);
 }
 
-TEST_P(LocalCopy, FrameAndEscCloseWithTheRefreshToo) {
+TEST_P(LocalCopy, CloseButtonAndEscAlsoRefresh) {
   frmItemSpots byFrame(nullptr);
   Open(byFrame);
   byFrame.close();
@@ -137,7 +137,7 @@ TEST_P(LocalCopy, FrameAndEscCloseWithTheRefreshToo) {
   EXPECT_EQ(Copied(u"ItemSpots"_s), QList<int>());
 }
 
-TEST_P(LocalCopy, LostServerEmptiesTheCopyAndOffersTheRowsBack) {
+TEST_P(LocalCopy, LostServerEmptiesTheCopyAndOffersToRestore) {
   CloseWithoutServer(desktop::kAnswerYes);
   ASSERT_EQ(boxes_.Shown().size(), 2u);
   EXPECT_EQ(boxes_.Shown()[0].title, u"TransItemSpotsToLocal"_s);
@@ -149,12 +149,12 @@ TEST_P(LocalCopy, LostServerEmptiesTheCopyAndOffersTheRowsBack) {
   EXPECT_FALSE(global.lastResult);
 }
 
-// It is there when the list is emptied and gone when it is to be copied.
-TEST_P(LocalCopy, ServerThatVanishesBetweenEmptyingAndCopyOffersTheRowsBack) {
+// The server exists when the copy is emptied and is missing when it is filled.
+TEST_P(LocalCopy, ServerLostBetweenEmptyingAndCopyOffersToRestore) {
   frmItemSpots form(nullptr);
   Open(form);
   bool vanished = false;
-  QTimer between;  // windows stay alive between the two steps, and so does this
+  QTimer between;  // runs between the two steps, when windows are repainted
   QObject::connect(&between, &QTimer::timeout, [&] {
     if (vanished || !Copied(u"ItemSpots"_s).isEmpty()) return;
     vanished = true;
@@ -171,8 +171,8 @@ TEST_P(LocalCopy, ServerThatVanishesBetweenEmptyingAndCopyOffersTheRowsBack) {
   EXPECT_FALSE(form.isVisible());
 }
 
-// What waits when the list is closed comes before the copy is touched.
-TEST_P(LocalCopy, WaitingEventsGoBeforeTheEmptying) {
+// Events pending at closing are processed before the copy changes.
+TEST_P(LocalCopy, PendingEventsAreProcessedBeforeTheEmptying) {
   frmItemSpots form(nullptr);
   Open(form);
   QList<int> seen;
@@ -188,7 +188,7 @@ TEST_P(LocalCopy, LostServerLeavesTheCopyEmptyOnNo) {
   EXPECT_EQ(boxes_.Shown().size(), 2u);
 }
 
-TEST_P(LocalCopy, NothingIsOfferedBackWhenNothingWasThere) {
+TEST_P(LocalCopy, NoRestoreIsOfferedForAnEmptyCopy) {
   station_.OnLocal(u"DELETE FROM tblCopie_ItemSpots"_s);
   frmItemSpots form(nullptr);
   Open(form);
@@ -213,10 +213,10 @@ TEST_P(LocalCopy, OneBackupIsMadeBeforeAllTablesOfAList) {
             QList<int>{kInCopy});
 }
 
-TEST_P(LocalCopy, TheBackupStaysWhateverTheAnswer) {
+TEST_P(LocalCopy, TheBackupIsKeptForEveryAnswer) {
   CloseWithoutServer(desktop::kAnswerNo);
   ASSERT_EQ(Backups().size(), 1);
-  // Nothing is offered back any more, and nothing was lost.
+  // No restore is offered any more, and nothing was lost.
   OpenAndClose<frmItemSpots>();
   const auto& shown = boxes_.Shown();
   EXPECT_EQ(
@@ -240,7 +240,7 @@ TEST_P(LocalCopy, WithoutABackupTheUserDecides) {
   EXPECT_EQ(boxes_.Shown().size(), 2u);
 }
 
-TEST_P(LocalCopy, AFullDiskKeepsTheCopyWhateverTheAnswer) {
+TEST_P(LocalCopy, AFullDiskKeepsTheCopyForEveryAnswer) {
   for (const int answer : {desktop::kAnswerNo, desktop::kAnswerYes}) {
     frmItemSpots form(nullptr);
     Open(form);
@@ -252,11 +252,11 @@ TEST_P(LocalCopy, AFullDiskKeepsTheCopyWhateverTheAnswer) {
     EXPECT_EQ(Copied(u"ItemSpots"_s), QList<int>{kInCopy});
     EXPECT_FALSE(global.lastResult);
   }
-  // The question twice, and what the write layer says of the emptying and the copying.
+  // The question twice, and the write layer's messages about emptying and copying.
   EXPECT_EQ(boxes_.Shown().size(), 4u);
 }
 
-TEST_P(LocalCopy, SwitchedOffThereIsNoBackupAndNothingIsOfferedBack) {
+TEST_P(LocalCopy, WithBackupsOffThereIsNoBackupAndNoRestore) {
   runtime::WriteFile(global.programFolder + u"\\ovalis.ini"_s, "[Backup]\r\nEnabled=0\r\n");
   frmItemSpots form(nullptr);
   Open(form);
@@ -280,7 +280,7 @@ TEST_P(LocalCopy, TheItemListEmptiesAndCopiesTheItemsBeforeTheirLinks) {
   EXPECT_EQ(titles, IsOnline() ? steps : QStringList());
 }
 
-TEST_P(LocalCopy, EachStepThatFailsReportsUnderItsOwnName) {
+TEST_P(LocalCopy, EachFailingStepReportsItsProcedure) {
   const QString local = station_.Folder() + u"/data/OvalistoLocal.mdb"_s;
   frmItemSpots form(nullptr);
   Open(form);

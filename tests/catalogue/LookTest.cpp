@@ -19,8 +19,7 @@
 
 using namespace Qt::StringLiterals;
 
-// The windows as users see them. The pictures are left in the folder "look" beside the test program, for a person to
-// look at.
+// The windows as users see them. The pictures are written to the folder "look" next to the test program for review.
 class CatalogueLook : public CatalogueTest {
  protected:
   CatalogueLook() : theme_(*qApp, desktop::Variant::Light) {
@@ -69,7 +68,7 @@ class CatalogueLook : public CatalogueTest {
 
   static QString Folder() { return QCoreApplication::applicationDirPath() + u"/look"_s; }
 
-  // Every button has room for its whole caption, and the window fits its minimum.
+  // Every button has room for its full caption, and the window fits its minimum size.
   static void ExpectNothingCut(const Form& form) {
     for (const auto* button : form.findChildren<QAbstractButton*>()) {
       if (button->text().isEmpty() || !button->isVisible()) continue;
@@ -77,7 +76,7 @@ class CatalogueLook : public CatalogueTest {
     }
   }
 
-  static constexpr QSize kListSize{920, 600};  // however small the test's screen is
+  static constexpr QSize kListSize{920, 600};  // independent of the size of the test's screen
   static constexpr qint32 kDay = 45727;        // 11-03-2025
   runtime::ClockScope clock_{QDateTime(runtime::DateOfDayNumber(kDay), QTime(14, 32))};
   desktop::Theme theme_;
@@ -98,7 +97,7 @@ TEST_F(CatalogueLook, ItemSpotList) {
   Grab(form, u"item-spots-empty"_s, kListSize);
 }
 
-TEST_F(CatalogueLook, ItemSpotListNarrowedToAState) {
+TEST_F(CatalogueLook, ItemSpotListFilteredByState) {
   frmItemSpots form(nullptr);
   form.ShowOnly(SpotView::LopenVandaag);
   Open(form);

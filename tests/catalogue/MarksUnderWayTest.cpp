@@ -28,18 +28,18 @@ int Threads() {
   return static_cast<int>(QDir(u"/proc/self/task"_s).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size());
 }
 
-// While it lives, who opens the present database in the background is held up at the gate, until it is opened.
+// During its lifetime background threads that open the current database block until the gate is opened.
 class SlowInTheBackground {
  public:
   SlowInTheBackground() : path_(runtime::HostPath(CurrentCatalogue().databasePath)) {
-    // Seen once, the databases are looked at in the thread that opens them; the clock stands still, so it stays so.
+    // After one probe the databases are checked in the thread that opens them; the fixed clock keeps it so.
     runtime::RequireThere(global.serverDatabasePath);
     runtime::RequireThere(global.localDatabasePath);
     holds_ = true;
   }
   ~SlowInTheBackground() {
     gate_.Open();
-    EXPECT_TRUE(WaitUntil([this] { return Threads() <= threads_; }));  // nobody looks any more
+    EXPECT_TRUE(WaitUntil([this] { return Threads() <= threads_; }));  // all checks have ended
   }
   SlowInTheBackground(const SlowInTheBackground&) = delete;
   SlowInTheBackground& operator=(const SlowInTheBackground&) = delete;
@@ -94,7 +94,7 @@ class MarksUnderWay : public CatalogueTestInBothModes {
 INSTANTIATE_TEST_SUITE_P(Modes, MarksUnderWay, ::testing::Values(Station::Mode::Online, Station::Mode::Offline),
                          ModeName);
 
-TEST_P(MarksUnderWay, TheListStandsWithoutThemAndTheyArrive) {
+TEST_P(MarksUnderWay, TheListIsShownFirstAndTheMarksFollow) {
   SlowInTheBackground slow;
   frmItemSpots form(nullptr);
   Open(form);
@@ -105,7 +105,7 @@ TEST_P(MarksUnderWay, TheListStandsWithoutThemAndTheyArrive) {
   EXPECT_TRUE(GetsMarks(form, kRunning));
 }
 
-TEST_P(MarksUnderWay, TheWindowTakesKeysAndClicks) {
+TEST_P(MarksUnderWay, TheWindowAcceptsKeysAndClicks) {
   SlowInTheBackground slow;
   frmItemSpots form(nullptr);
   Open(form);
@@ -123,7 +123,7 @@ TEST_P(MarksUnderWay, TheWindowTakesKeysAndClicks) {
   EXPECT_TRUE(boxes_.Shown().empty());
 }
 
-TEST_P(MarksUnderWay, ARefillBringsThoseOfTheNewLines) {
+TEST_P(MarksUnderWay, ARefillMarksTheNewLines) {
   SlowInTheBackground slow;
   frmItemSpots form(nullptr);
   Open(form);
@@ -137,7 +137,7 @@ TEST_P(MarksUnderWay, ARefillBringsThoseOfTheNewLines) {
   EXPECT_TRUE(GetsMarks(form, {LineMark::Square, LineMark::Circle}));
 }
 
-TEST_P(MarksUnderWay, ClosingRefreshesTheCopyAsEver) {
+TEST_P(MarksUnderWay, ClosingStillRefreshesTheCopy) {
   if (!global.online) station_.OnServer(u"INSERT INTO tblItemSpots (ID, Naam, Aktief) VALUES (7, \"server\", 1)"_s);
   SlowInTheBackground slow;
   {
@@ -155,7 +155,7 @@ TEST_P(MarksUnderWay, ClosingRefreshesTheCopyAsEver) {
   EXPECT_TRUE(boxes_.Shown().empty());
 }
 
-// Somebody in another thread is in the midst of reading: what the window writes waits for it, and is not refused.
+// Another thread is reading: a write by the window waits for it and is not refused.
 TEST_P(MarksUnderWay, AWriteWaitsForTheReadingToEnd) {
   frmItemSpots form(nullptr);
   Open(form);
@@ -167,7 +167,7 @@ TEST_P(MarksUnderWay, AWriteWaitsForTheReadingToEnd) {
     const auto turn = storage->Begin(dao::Access::Read);
     reading.Open();
     enough.Pass();
-    QThread::msleep(20);  // in the midst of the window's statement, usually
+    QThread::msleep(20);  // usually during the window's statement
   });
   reading.Pass();
   Select(form, u"Banaan"_s);
@@ -178,8 +178,8 @@ TEST_P(MarksUnderWay, AWriteWaitsForTheReadingToEnd) {
   EXPECT_TRUE(boxes_.Shown().empty());
 }
 
-// A station's own database may lack the fields that the marks need.
-TEST_P(MarksUnderWay, AnErrorLeavesThePlainListAndShowsNoBox) {
+// A station's own database may lack the fields for the marks.
+TEST_P(MarksUnderWay, AnErrorLeavesTheListWithoutMarksAndShowsNoBox) {
   const QString path = CurrentCatalogue().databasePath;
   ASSERT_TRUE(QFile::remove(runtime::HostPath(path)));
   dao::CreateDatabase(path);

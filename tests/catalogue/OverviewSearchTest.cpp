@@ -12,7 +12,7 @@
 
 using namespace Qt::StringLiterals;
 
-// The search box and the keys, on the item list: they are the family's.
+// The search box and the keys of the base class, tested on the item list.
 class OverviewSearch : public CatalogueTest {
  protected:
   OverviewSearch() : form_(nullptr) {
@@ -30,7 +30,7 @@ class OverviewSearch : public CatalogueTest {
   frmItems form_;
 };
 
-TEST_F(OverviewSearch, HidesTheLinesWithoutTheTextWhateverTheLetterCase) {
+TEST_F(OverviewSearch, HidesLinesWithoutTheTextIgnoringCase) {
   Type(u"BLOK"_s);
   EXPECT_EQ(Lines(form_), (QStringList{u"Avondblok"_s, u"Ochtendblok"_s}));
   EXPECT_EQ(Count(), u"2 van 3 items"_s);
@@ -50,7 +50,7 @@ TEST_F(OverviewSearch, BlanksAroundTheTextDoNotCount) {
   EXPECT_EQ(Lines(form_), QStringList{u"Nacht"_s});
 }
 
-TEST_F(OverviewSearch, TextStaysAndAppliesAfterARefill) {
+TEST_F(OverviewSearch, TextIsKeptAndAppliedAfterARefill) {
   Type(u"k"_s);
   EXPECT_EQ(Lines(form_), (QStringList{u"Avondblok"_s, u"Ochtendblok"_s}));
   Click(form_, u"chkNietAktieve"_s);
@@ -68,14 +68,14 @@ TEST_F(OverviewSearch, HiddenLineLosesItsSelectionAndTheButtonsFollow) {
   EXPECT_FALSE(Enabled(form_, u"cmdVerwijder"_s));
 }
 
-TEST_F(OverviewSearch, LineThatStaysVisibleStaysSelected) {
+TEST_F(OverviewSearch, VisibleLineRemainsSelected) {
   Select(form_, u"Ochtendblok"_s);
   Type(u"blok"_s);
   EXPECT_EQ(List(form_).Text(List(form_).ListIndex()), u"Ochtendblok"_s);
   EXPECT_TRUE(Enabled(form_, u"cmdOpen"_s));
 }
 
-TEST_F(OverviewSearch, NothingFoundSaysSoInTheList) {
+TEST_F(OverviewSearch, NothingFoundShowsATextInTheList) {
   Type(u"zomer"_s);
   EXPECT_EQ(Lines(form_), QStringList());
   EXPECT_EQ(Count(), u"0 van 3 items"_s);
@@ -83,7 +83,7 @@ TEST_F(OverviewSearch, NothingFoundSaysSoInTheList) {
             u"Geen items gevonden met ‘zomer’.\nMaak het zoekveld leeg of vink ‘Niet aktieve items’ aan."_s);
 }
 
-TEST_F(OverviewSearch, TypingInTheListGoesOnInTheSearchBox) {
+TEST_F(OverviewSearch, TypingInTheListContinuesInTheSearchBox) {
   List(form_).setFocus();
   QTest::keyClick(&List(form_), Qt::Key_N);
   EXPECT_EQ(Search().text(), u"n"_s);
@@ -107,7 +107,7 @@ TEST_F(OverviewSearch, EnterInTheSearchBoxOpensNothing) {
   EXPECT_TRUE(form_.isVisible());
 }
 
-TEST_F(OverviewSearch, EscEmptiesTheSearchBoxBeforeItCloses) {
+TEST_F(OverviewSearch, EscClearsTheSearchBoxBeforeItCloses) {
   Type(u"blok"_s);
   QTest::keyClick(&Search(), Qt::Key_Escape);
   EXPECT_EQ(Search().text(), QString());
@@ -116,13 +116,13 @@ TEST_F(OverviewSearch, EscEmptiesTheSearchBoxBeforeItCloses) {
   EXPECT_FALSE(form_.isVisible());
 }
 
-TEST_F(OverviewSearch, CtrlFGoesToTheSearchBox) {
+TEST_F(OverviewSearch, CtrlFFocusesTheSearchBox) {
   List(form_).setFocus();
   QTest::keyClick(&form_, Qt::Key_F, Qt::ControlModifier);
   EXPECT_TRUE(Search().hasFocus());
 }
 
-TEST_F(OverviewSearch, F5ReadsTheTableAgainAndRunsTheRule) {
+TEST_F(OverviewSearch, F5ReadsTheTableAgainAndUpdatesTheButtons) {
   Select(form_, u"Nacht"_s);
   AddItem(9, u"Blok van een ander"_s);
   QTest::keyClick(&form_, Qt::Key_F5);
@@ -130,7 +130,7 @@ TEST_F(OverviewSearch, F5ReadsTheTableAgainAndRunsTheRule) {
   EXPECT_FALSE(Enabled(form_, u"cmdOpen"_s));
 }
 
-// After a visit to an editor the user finds the neighbours of the record again.
+// After closing an editor the same lines are visible.
 TEST_F(OverviewSearch, RefillKeepsThePlaceInALongList) {
   for (int id = 10; id < 110; ++id)
     AddItem(id, u"Blok %1"_s.arg(id));

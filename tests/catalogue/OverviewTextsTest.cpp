@@ -19,14 +19,14 @@ OverviewView Spots(int all, int shown) {
 
 }  // namespace
 
-TEST(OverviewTexts, CountTellsHowManyAreShown) {
+TEST(OverviewTexts, CountShowsHowManyAreVisible) {
   EXPECT_EQ(CountTextOf(Spots(21, 21)), u"21 item-spots"_s);
   EXPECT_EQ(CountTextOf(Spots(1, 1)), u"1 item-spot"_s);
   EXPECT_EQ(CountTextOf(Spots(0, 0)), u"0 item-spots"_s);
   EXPECT_EQ(CountTextOf(Spots(21, 0)), u"0 van 21 item-spots"_s);
 }
 
-TEST(OverviewTexts, NothingFoundTellsTheSearchAndTheWayOut) {
+TEST(OverviewTexts, NothingFoundNamesTheSearchAndHowToEndIt) {
   OverviewView view = Spots(21, 0);
   view.search = u"kerst"_s;
   EXPECT_EQ(EmptyTextOf(view),
@@ -36,7 +36,7 @@ TEST(OverviewTexts, NothingFoundTellsTheSearchAndTheWayOut) {
   EXPECT_EQ(EmptyTextOf(view), u"Geen item-spots gevonden met ‘kerst’.\nMaak het zoekveld leeg."_s);
 }
 
-TEST(OverviewTexts, EmptyListTellsWhichBoxHidesTheRest) {
+TEST(OverviewTexts, EmptyListNamesTheBoxThatHidesTheRest) {
   OverviewView view = Spots(0, 0);
   EXPECT_EQ(EmptyTextOf(view),
             u"Er zijn geen aktieve item-spots.\nVink ‘Niet aktieve item-spots’ aan of kies ‘Nieuw’."_s);
@@ -50,13 +50,13 @@ TEST(OverviewTexts, EmptyListTellsWhichBoxHidesTheRest) {
   EXPECT_EQ(EmptyTextOf(view), u"Er zijn nog geen item-spots.\nKies ‘Nieuw’ om te beginnen."_s);
 }
 
-TEST(OverviewTexts, ListWithoutBoxesTellsHowToBegin) {
+TEST(OverviewTexts, ListWithoutBoxesExplainsHowToBegin) {
   OverviewView view = Spots(0, 0);
   view.hasBoxes = false;
   EXPECT_EQ(EmptyTextOf(view), u"Er zijn nog geen item-spots.\nKies ‘Nieuw’ om te beginnen."_s);
 }
 
-TEST(OverviewTexts, UnreadListSaysSoAndCountsNothing) {
+TEST(OverviewTexts, UnreadListHasATextAndNoCount) {
   OverviewView view = Spots(0, 0);
   view.read = false;
   EXPECT_EQ(CountTextOf(view), QString());

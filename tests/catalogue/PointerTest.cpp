@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The hourglass: while a list is read or written, not while its user is elsewhere.
+// The hourglass is shown while a list is read or written, not while another screen is open.
 #include "catalogue/frmItemOpruimen.h"
 #include "catalogue/frmItemPingles.h"
 #include "catalogue/frmItemSpotOpruimen.h"
@@ -34,7 +34,7 @@ class Pointer : public CatalogueTest {
     EXPECT_TRUE(QFile::rename(path + u".weg"_s, path));
   }
 
-  // The titles of the errors that came up under the hourglass when this is done without the server.
+  // The titles of the error boxes that appear while the hourglass is shown, when `action` runs without the server.
   QStringList WithoutServer(const std::function<void()>& step) const {
     LoseServer();
     const PointerWatch watch(desktop::kAnswerYes);
@@ -55,7 +55,7 @@ TEST_F(Pointer, OpeningAListOrACleanupShowsTheHourglass) {
   EXPECT_EQ(WithoutServer([] { frmItemOpruimen(nullptr).Form_Load(); }), QStringList{u"GetItemNaam"_s});
 }
 
-TEST_F(Pointer, TheEditorHasTheOrdinaryOneAndTheRefillBehindOpenTheHourglass) {
+TEST_F(Pointer, TheEditorHasTheArrowAndTheRefillAfterItTheHourglass) {
   frmItems form(nullptr);
   Open(form);
   Select(form, u"Blok"_s);
@@ -72,7 +72,7 @@ TEST_F(Pointer, TheEditorHasTheOrdinaryOneAndTheRefillBehindOpenTheHourglass) {
   EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
 }
 
-TEST_F(Pointer, TheRefillBehindACleanupShowsTheHourglass) {
+TEST_F(Pointer, TheRefillAfterACleanupShowsTheHourglass) {
   frmItemSpots form(nullptr);
   Open(form);
   Select(form, u"Spot"_s);

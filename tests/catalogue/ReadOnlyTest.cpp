@@ -1,6 +1,5 @@
-// SPDX-License-Identifier: MIT
-// Databases and sound files that may not be written. Each test runs in a process of its own, since only one without the
-// rights of root meets permissions at all.
+// SPDX-License-Identifier: MIT Read-only databases and audio files. Each test runs in a child process that gave up
+// root, since permissions do not apply to root.
 #include "catalogue/frmItemOpruimen.h"
 #include "catalogue/frmItemPingles.h"
 #include "catalogue/frmItemSpotOpruimen.h"
@@ -50,7 +49,7 @@ class ReadOnlyDeathTest : public CatalogueTestInBothModes {
     Permit(QFileInfo(file).path(), 0555);
   }
 
-  // Checks in a child process that has no rights; what it expects in vain it prints, and fails by its answer.
+  // Runs the checks in a child process without rights; failures are printed there and fail the test by the exit code.
   static void InChild(const std::function<void()>& check) {
     const auto child = [&check] {
       testing_support::BecomeNobody();
@@ -90,7 +89,7 @@ class ReadOnlyDeathTest : public CatalogueTestInBothModes {
 INSTANTIATE_TEST_SUITE_P(Modes, ReadOnlyDeathTest, ::testing::Values(Station::Mode::Online, Station::Mode::Offline),
                          ModeName);
 
-TEST_P(ReadOnlyDeathTest, DatabaseIsListedAndEveryChangeRefusedUnderItsName) {
+TEST_P(ReadOnlyDeathTest, DatabaseIsListedAndEveryChangeIsRefused) {
   TakeWriting(CurrentCatalogue().databasePath);
   InChild([this] {
     ExpectRefused<frmItemSpots>(u"cmdDesaktiveer"_s, u"Update_tblItemSpots_Aktief"_s);
@@ -100,7 +99,7 @@ TEST_P(ReadOnlyDeathTest, DatabaseIsListedAndEveryChangeRefusedUnderItsName) {
   });
 }
 
-TEST_P(ReadOnlyDeathTest, RecordInADatabaseThatMayNotBeWrittenStaysAndIsNotCalledDone) {
+TEST_P(ReadOnlyDeathTest, RecordInAReadOnlyDatabaseIsKeptWithoutASuccessMessage) {
   TakeWriting(CurrentCatalogue().databasePath);
   InChild([this] {
     CleanUpSpot(false, true);
@@ -110,7 +109,7 @@ TEST_P(ReadOnlyDeathTest, RecordInADatabaseThatMayNotBeWrittenStaysAndIsNotCalle
   });
 }
 
-TEST_P(ReadOnlyDeathTest, ServerThatMayOnlyBeReadIsCopiedAllTheSame) {
+TEST_P(ReadOnlyDeathTest, ReadOnlyServerIsCopied) {
   station_.OnServer(u"DELETE FROM tblItemSpots"_s);
   station_.OnServer(u"INSERT INTO tblItemSpots (ID, Naam, Aktief) VALUES (5, \"server\", 1)"_s);
   TakeWriting(global.serverDatabasePath);
@@ -123,14 +122,14 @@ TEST_P(ReadOnlyDeathTest, ServerThatMayOnlyBeReadIsCopiedAllTheSame) {
   });
 }
 
-TEST_P(ReadOnlyDeathTest, CopyThatMayNotBeWrittenKeepsItsRows) {
+TEST_P(ReadOnlyDeathTest, ReadOnlyCopyKeepsItsRows) {
   station_.OnLocal(u"DELETE FROM tblCopie_ItemSpots"_s);
   station_.OnLocal(u"INSERT INTO tblCopie_ItemSpots (ID, Naam, Aktief) VALUES (8, \"kopie\", 1)"_s);
   TakeWriting(global.localDatabasePath);
   InChild([this] {
     frmItemSpots form(nullptr);
     Open(form);
-    boxes_.Answer(desktop::kAnswerYes);  // there is no backup; on anyway
+    boxes_.Answer(desktop::kAnswerYes);  // continue without a backup
     Click(form, u"cmdSluiten"_s);
     ASSERT_EQ(boxes_.Shown().size(), 3u);
     EXPECT_EQ(boxes_.Shown()[1].title, u"DeleteAllInTable"_s);
@@ -140,8 +139,8 @@ TEST_P(ReadOnlyDeathTest, CopyThatMayNotBeWrittenKeepsItsRows) {
   });
 }
 
-// Who may write in its folder may delete a file, whatever the file's own permissions are.
-TEST_P(ReadOnlyDeathTest, ReadOnlySoundFileInAFolderOfOnesOwnGoes) {
+// Deleting a file needs write permission on its folder only.
+TEST_P(ReadOnlyDeathTest, ReadOnlyAudioFileInAWritableFolderIsDeleted) {
   Permit(runtime::HostPath(path_), 0444);
   InChild([this] {
     CleanUpSpot(true, true);
@@ -151,7 +150,7 @@ TEST_P(ReadOnlyDeathTest, ReadOnlySoundFileInAFolderOfOnesOwnGoes) {
   });
 }
 
-TEST_P(ReadOnlyDeathTest, SoundFileThatMayNotBeDeletedIsNamedAndItsRecordIsGone) {
+TEST_P(ReadOnlyDeathTest, AudioFileThatCannotBeDeletedIsNamedAfterItsRecordIsDeleted) {
   Permit(station_.AudioFolder(), 0555);
   InChild([this] {
     CleanUpSpot(true, true);
@@ -162,7 +161,7 @@ TEST_P(ReadOnlyDeathTest, SoundFileThatMayNotBeDeletedIsNamedAndItsRecordIsGone)
   });
 }
 
-TEST_P(ReadOnlyDeathTest, ItemCleanupStopsAtAFileThatMayNotBeDeleted) {
+TEST_P(ReadOnlyDeathTest, ItemCleanupStopsAtAFileThatCannotBeDeleted) {
   Permit(station_.AudioFolder(), 0555);
   InChild([this] {
     global.gstrOpruimenID = u"1"_s;

@@ -58,7 +58,7 @@ class SpotMarks : public CatalogueTestInBothModes {
 
 INSTANTIATE_TEST_SUITE_P(Modes, SpotMarks, ::testing::Values(Station::Mode::Online, Station::Mode::Offline), ModeName);
 
-TEST_P(SpotMarks, EachStateHasItsMarkAndWordsBesideTheUntouchedName) {
+TEST_P(SpotMarks, EachStateHasItsMarkAndWordsAndTheNameIsUnchanged) {
   AddAllStates();
   frmItemSpots form(nullptr);
   Open(form);
@@ -76,7 +76,7 @@ TEST_P(SpotMarks, EachStateHasItsMarkAndWordsBesideTheUntouchedName) {
   EXPECT_TRUE(boxes_.Shown().empty());
 }
 
-TEST_P(SpotMarks, CountLineTellsTheStates) {
+TEST_P(SpotMarks, CountLineShowsTheStates) {
   AddAllStates();
   frmItemSpots form(nullptr);
   Open(form);
@@ -87,7 +87,7 @@ TEST_P(SpotMarks, CountLineTellsTheStates) {
             u"1 zonder bestand, samen 3:12"_s);
 }
 
-TEST_P(SpotMarks, CountLineAddsUpTheLengthsThatAreShown) {
+TEST_P(SpotMarks, CountLineHasTheTotalLengthOfVisibleLines) {
   AddAllStates();
   frmItemSpots form(nullptr);
   Open(form);
@@ -112,7 +112,7 @@ TEST_P(SpotMarks, MarksFollowARefill) {
   EXPECT_TRUE(WaitUntil([&] { return DetailsOf(form, u"loopt"_s).mark == LineMark::Triangle; }));
 }
 
-TEST_P(SpotMarks, MissingFileStaysMarkedThroughARefill) {
+TEST_P(SpotMarks, MissingFileRemainsMarkedDuringARefill) {
   AddAllStates();
   frmItemSpots form(nullptr);
   Open(form);
@@ -122,7 +122,7 @@ TEST_P(SpotMarks, MissingFileStaysMarkedThroughARefill) {
   EXPECT_EQ(DetailsOf(form, u"ontbreekt"_s).mark, LineMark::Cross);
 }
 
-TEST_P(SpotMarks, FileThatCameBackIsSeenAfterARefill) {
+TEST_P(SpotMarks, RestoredFileIsRecognisedAfterARefill) {
   AddAllStates();
   frmItemSpots form(nullptr);
   Open(form);
@@ -141,8 +141,8 @@ TEST_P(SpotMarks, UnreachableFolderGivesNoMarkAndNoBox) {
   EXPECT_TRUE(boxes_.Shown().empty());
 }
 
-// Fields that the marks need may be of another make in a station's own database: then there are no marks, and no box.
-TEST_P(SpotMarks, UnreadableStatesLeaveThePlainList) {
+// In a station's own database the fields for the marks may have another type: then there are no marks and no box.
+TEST_P(SpotMarks, UnreadableStatesLeaveTheListWithoutMarks) {
   AddSpot({1, u"spot"_s, {}, 1});
   SpotStateLoader survey;
   const QString local = global.localDatabasePath;
@@ -171,7 +171,7 @@ TEST_P(SpotMarks, SurveyCountsEveryState) {
   EXPECT_EQ(CountIn(SpotView::LopenVandaag, survey.Counts()), 2);
 }
 
-TEST_P(SpotMarks, ListCanBeNarrowedToAStateWithoutReadingAgain) {
+TEST_P(SpotMarks, ListCanBeFilteredByStateWithoutReadingAgain) {
   AddAllStates();
   frmItemSpots form(nullptr);
   form.ShowOnly(SpotView::ZonderBestand);
@@ -185,7 +185,7 @@ TEST_P(SpotMarks, ListCanBeNarrowedToAStateWithoutReadingAgain) {
   EXPECT_EQ(Lines(form).size(), 5);
 }
 
-TEST_P(SpotMarks, StateChoiceTellsEveryStateInFull) {
+TEST_P(SpotMarks, StateChoiceListsEveryState) {
   frmItemSpots form(nullptr);
   form.ShowOnly(SpotView::VerlopenBinnenkort);
   Open(form);
@@ -210,7 +210,7 @@ TEST_P(SpotMarks, StateChoiceHidesTheSelectedLineAndTheButtonsFollow) {
   EXPECT_FALSE(Enabled(form, u"cmdDesaktiveer"_s));
 }
 
-TEST_P(SpotMarks, StateWithoutSpotsSaysSo) {
+TEST_P(SpotMarks, StateWithoutSpotsShowsAText) {
   AddDated(1, u"loopt"_s, AudioFile(u"hier.wav"_s), kToday.addDays(-9), kToday.addDays(40));
   frmItemSpots form(nullptr);
   form.ShowOnly(SpotView::ZonderBestand);

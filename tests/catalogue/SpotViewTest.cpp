@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-TEST(SpotView, RunningTodayIncludesWhatEndsSoonAndWhatIsOutsideItsHours) {
+TEST(SpotView, RunningTodayIncludesSpotsThatEndSoonOrAreOutsideTheirHours) {
   SpotCounts counts;
   for (int state = 0; state < kSpotStates; ++state)
     counts.Add(static_cast<SpotState>(state));

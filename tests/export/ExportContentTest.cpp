@@ -7,7 +7,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// What a file of these statements holds.
+// The content of a file with these statements.
 class Collected {
  public:
   void Add(QStringView statement) { content_.Add(statement); }
@@ -51,7 +51,7 @@ TEST(ExportContent, EmptyStatementsAddNothing) {
   EXPECT_EQ(content.Bytes(), QByteArray());
 }
 
-TEST(ExportContent, LineBreaksAndTabsInAStatementStayAsTheyAre) {
+TEST(ExportContent, LineBreaksAndTabsInAStatementAreUnchanged) {
   Collected content;
   content.Add(u"\tUPDATE a\r\nSET b = 1\n");
   EXPECT_EQ(content.Bytes(), "\tUPDATE a\r\nSET b = 1\n;\r\n");
@@ -65,7 +65,7 @@ TEST(ExportContent, TextIsWrittenInWindows1252) {
   EXPECT_EQ(content.Altered().count, 0);
 }
 
-TEST(ExportContent, CharactersOutsideTheCodePageBecomeAQuestionMarkAndAreRemembered) {
+TEST(ExportContent, CharactersOutsideTheCodePageBecomeAQuestionMarkAndAreReported) {
   Collected content;
   content.Add(u"UPDATE a SET b = 'Ώ1'");
   content.Add(u"DELETE FROM c");
@@ -74,7 +74,7 @@ TEST(ExportContent, CharactersOutsideTheCodePageBecomeAQuestionMarkAndAreRemembe
   EXPECT_EQ(content.Altered().first, QStringList{u"UPDATE a SET b = 'Ώ1'"_s});
 }
 
-TEST(ExportContent, ALongLogIsHandedOnInBlocksThatJoinToTheWhole) {
+TEST(ExportContent, ALongLogIsWrittenInBlocks) {
   Collected content;
   QByteArray whole;
   for (int number = 0; number < 60'000; ++number) {

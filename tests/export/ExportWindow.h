@@ -10,12 +10,12 @@
 #include <QFile>
 #include <QPushButton>
 
-// An export window on a station with a log, for the tests of what it does and of what can go wrong in it.
+// An export window on a station with a log.
 namespace export_window {
 
 inline const QDateTime kNow(QDate(2024, 1, 31), QTime(15, 45, 7));
 
-// Three rows, the middle one empty, not in the order of their numbers.
+// Three rows, not in the order of their IDs, one of them empty.
 inline void FillLog(const testing_support::Station& station) {
   using namespace Qt::StringLiterals;
   station.OnLocal(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (3, \"UPDATE a SET b = 1\")"_s);
@@ -36,7 +36,7 @@ inline QByteArray Content(const testing_support::Station& station, const QString
   return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be read");
 }
 
-// Loaded and shown, with a set clock.
+// Loads and shows the window, with a fixed clock.
 struct Window {
   Window() {
     form.Form_Load();

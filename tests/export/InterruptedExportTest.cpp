@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the user hears of an export that was interrupted, at the next start or before the next export.
+// Messages about an interrupted export, at the next start or before the next export.
 #include "export/InterruptedExport.h"
 
 #include "data/Globals.h"
@@ -27,7 +27,7 @@ using testing_support::Station;
 
 namespace {
 
-// The file has got its name, and the log still holds its statements.
+// The file was renamed, and the log still contains its statements.
 class InterruptedExports : public testing::Test {
  protected:
   InterruptedExports() {
@@ -52,7 +52,7 @@ class InterruptedExports : public testing::Test {
 
 }  // namespace
 
-TEST_F(InterruptedExports, TheUserHearsThatTheFileIsThere) {
+TEST_F(InterruptedExports, TheUserIsInformedOfAFinishedFile) {
   const MessageBoxScript boxes{kAnswerOk};
   FinishInterruptedExport(global.localDatabasePath);
   ASSERT_EQ(boxes.Shown().size(), 1u);
@@ -63,7 +63,7 @@ TEST_F(InterruptedExports, TheUserHearsThatTheFileIsThere) {
   EXPECT_EQ(boxes.Shown().size(), 1u);
 }
 
-TEST_F(InterruptedExports, TheNextExportHoldsOnlyWhatCameLater) {
+TEST_F(InterruptedExports, TheNextExportHasOnlyLaterStatements) {
   Log(2, u"UPDATE second"_s);
   frmPlanningExporteren form(nullptr);
   const MessageBoxScript boxes{kAnswerOk, kAnswerOk};
@@ -75,7 +75,7 @@ TEST_F(InterruptedExports, TheNextExportHoldsOnlyWhatCameLater) {
   EXPECT_EQ(station_.Log(), QStringList());
 }
 
-TEST_F(InterruptedExports, NothingIsExportedWhileItsDriveIsAway) {
+TEST_F(InterruptedExports, NothingIsExportedWhileTheDriveIsUnreachable) {
   Log(2, u"UPDATE second"_s);
   frmPlanningExporteren form(nullptr);
   const runtime::ProbeLookScope away([](const QString& path) { return path.contains(u".tql"_s) ? EIO : 0; });
@@ -88,7 +88,7 @@ TEST_F(InterruptedExports, NothingIsExportedWhileItsDriveIsAway) {
   EXPECT_EQ(StatementsInFiles(station_.ExportFolder()).size(), 1);
 }
 
-TEST_F(InterruptedExports, AFileThatIsGoneIsAskedAfter) {
+TEST_F(InterruptedExports, TheUserIsAskedAboutAMissingFile) {
   for (const int answer : {kAnswerNo, kAnswerYes}) {
     ASSERT_EQ(station_.Log().size(), 1);
     ASSERT_TRUE(QFile::remove(runtime::HostPath(path_)));

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The offline log and its export under a program that is killed again and again: every statement that was acknowledged
-// is in the log or in exactly one complete file, once and in order.
+// Kills a program repeatedly while it logs and exports: every acknowledged statement is in the log or in exactly one
+// complete file, once and in order.
 #include "data/Globals.h"
 #include "data/Writes.h"
 #include "export/ExportRecord.h"
@@ -35,7 +35,7 @@ namespace {
 
 constexpr int kKills = 100;
 constexpr int kExportOneIn = 4;
-constexpr int kMostCalls = 30;           // of an export's file calls, one of which kills
+constexpr int kMostCalls = 30;           // upper limit of an export's file calls
 constexpr int kMostMicroseconds = 3000;  // between the last statement read and the parent's kill
 constexpr int kMostStatements = 6;
 
@@ -43,7 +43,7 @@ const QDateTime kStart(QDate(2024, 1, 1), QTime(0, 0, 0));
 
 class LogKill : public testing::Test {
  protected:
-  // One life of the program: settles what the last one left, then logs and exports until it is killed.
+  // One run of the program: settles the previous run's export, then logs and exports until it is killed.
   [[noreturn]] void Live(int acknowledged, unsigned seed) {
     std::mt19937 random(seed);
     int deadlyCall = random() % 2 == 0 ? static_cast<int>(random() % kMostCalls) : -1;
@@ -72,7 +72,7 @@ class LogKill : public testing::Test {
     logExport.EmptyLog();
   }
 
-  // The last statement that the killed program acknowledged; 0 when it came to none.
+  // The last statement that the killed program acknowledged; 0 for none.
   int LifeAndDeath() {
     std::array<int, 2> pipe{};
     if (::pipe(pipe.data()) != 0) throw std::runtime_error("pipe");
@@ -93,11 +93,11 @@ class LogKill : public testing::Test {
     int status = 0;
     ::waitpid(child, &status, 0);
     EXPECT_TRUE(WIFSIGNALED(status)) << "exit code " << WEXITSTATUS(status);
-    seconds_ += 1000;  // more exports than one life can make
+    seconds_ += 1000;  // more exports than one run can make
     return last;
   }
 
-  // The numbers of the statements in the files and then in the log.
+  // The numbers of the statements in the files, then those in the log.
   QList<int> Numbers() const {
     QList<int> numbers;
     for (const QString& statement : StatementsInFiles(station_.ExportFolder()) + station_.Log()) {
@@ -107,7 +107,7 @@ class LogKill : public testing::Test {
     return numbers;
   }
 
-  // From next_ on without a gap, no number twice, and none that was acknowledged is missing.
+  // No gap and no duplicate from first_ on, and no acknowledged number is missing.
   void Check(int acknowledged) {
     const QList<int> numbers = Numbers();
     for (int at = 0; at < numbers.size(); ++at)
@@ -125,14 +125,14 @@ class LogKill : public testing::Test {
 
   Station station_{Station::Mode::Offline};
   std::mt19937 random_{20240131};
-  int first_ = 1;  // the oldest statement that is not with the companion tool
-  int next_ = 1;   // the first that was never logged
+  int first_ = 1;  // the oldest statement that the companion tool has not processed
+  int next_ = 1;   // the first statement that was never logged
   int seconds_ = 0;
 };
 
 }  // namespace
 
-TEST_F(LogKill, NoAcknowledgedStatementIsLostOrDoubled) {
+TEST_F(LogKill, NoAcknowledgedStatementIsLostOrDuplicated) {
   int acknowledged = 0;
   int files = 0;
   int interrupted = 0;
@@ -140,7 +140,7 @@ TEST_F(LogKill, NoAcknowledgedStatementIsLostOrDoubled) {
     acknowledged = std::max(acknowledged, LifeAndDeath());
     if (HasFatalFailure()) return;
     interrupted += QFile::exists(runtime::HostPath(ExportRecordPath(global.localDatabasePath))) ? 1 : 0;
-    // Sometimes the next start dies before it has settled what this one left.
+    // Sometimes the next start is killed before it has settled the previous export.
     if (random_() % 4 == 0) continue;
     SettleInterruptedExport(global.localDatabasePath);
     Check(acknowledged);

@@ -4,6 +4,6 @@
 #include <QString>
 #include <QStringList>
 
-// The statements in the export files of a folder, in the order of the files' names; each must end as it should. Throws
-// std::runtime_error for a file that is not complete.
+// The statements in the export files of a folder, in the order of the file names. Throws std::runtime_error for an
+// incomplete file.
 QStringList StatementsInFiles(const QString& folder);

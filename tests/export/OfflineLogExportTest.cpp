@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// An export that fails or dies at any of its steps: each statement stays in the log or comes into one complete file.
+// An export that fails or is killed at any step: each statement remains in the log or is in one complete file.
 #include "export/OfflineLogExport.h"
 
 #include "data/Globals.h"
@@ -52,7 +52,7 @@ class ExportSteps : public testing::Test {
     logExport.EmptyLog();
   }
   static InterruptedExport Settle() { return SettleInterruptedExport(global.localDatabasePath).what; }
-  // An export whose process is killed in place of its file call number `call`. False when it came to its end.
+  // An export whose process is killed instead of its file call number `call`. False when the export finished.
   static bool ExportKilledAt(int call) {
     const pid_t child = testing_support::Fork();
     if (child == 0) {
@@ -79,7 +79,7 @@ class ExportSteps : public testing::Test {
 
 }  // namespace
 
-TEST_F(ExportSteps, AnExportLeavesItsFileAndNothingElse) {
+TEST_F(ExportSteps, AnExportLeavesOnlyItsFile) {
   Export();
   EXPECT_EQ(Files(), QStringList{u"20240131154507.tql"_s});
   EXPECT_EQ(StatementsInFiles(station_.ExportFolder()), kStatements);
@@ -88,7 +88,7 @@ TEST_F(ExportSteps, AnExportLeavesItsFileAndNothingElse) {
   EXPECT_EQ(Settle(), InterruptedExport::None);
 }
 
-TEST_F(ExportSteps, AFailureOfAnyStepLosesAndDoublesNothing) {
+TEST_F(ExportSteps, AFailureOfAnyStepLosesAndDuplicatesNothing) {
   int failing = 0;
   for (bool failed = true; failed; ++failing) {
     failed = false;
@@ -103,7 +103,7 @@ TEST_F(ExportSteps, AFailureOfAnyStepLosesAndDoublesNothing) {
         Export();
       } catch (const runtime::Error& error) {
         const QString text = error.Description();
-        // The last is the folder of the database, where its journal is too.
+        // The last one is the folder of the database and its journal.
         EXPECT_TRUE(text.contains(u".tql"_s) || text.contains(u"-export"_s) || text.contains(u"/data'"_s) ||
                     text.contains(u"OvalistoLocal.mdb"_s))
             << text.toStdString();
@@ -122,11 +122,11 @@ TEST_F(ExportSteps, AFailureOfAnyStepLosesAndDoublesNothing) {
   EXPECT_GT(failing, 10);
 }
 
-TEST_F(ExportSteps, AKillAtAnyStepLosesAndDoublesNothing) {
+TEST_F(ExportSteps, AKillAtAnyStepLosesAndDuplicatesNothing) {
   QList<InterruptedExport> met;
   int call = 0;
   for (; ExportKilledAt(call); ++call) {
-    // Meanwhile nothing is logged: whoever starts settles first.
+    // Nothing is logged in between: the program settles the export first when it starts.
     met += Settle();
     EXPECT_EQ(Everywhere(), kStatements) << "call " << call;
     EXPECT_FALSE(QFile::exists(RecordFile())) << "call " << call;
@@ -154,8 +154,8 @@ TEST_F(ExportSteps, AFileOfAnotherProgramKeepsItsNameAndItsStatements) {
             (QStringList{u"UPDATE other"_s, u"UPDATE another"_s} + kStatements));
 }
 
-// The name is free when it is looked at and taken the moment before the file gets it.
-TEST_F(ExportSteps, ANameTakenAtTheLastMomentIsNotTakenAway) {
+// The name is free when it is checked, and exists just before the file is renamed.
+TEST_F(ExportSteps, AFileThatAppearsAtTheLastMomentIsNotReplaced) {
   int left = 3;
   const testing_support::FileFaults other([&](const files::FileCall& call) {
     if (call.kind == files::FileCall::RenameNew && left > 0) {
@@ -173,7 +173,7 @@ TEST_F(ExportSteps, ANameTakenAtTheLastMomentIsNotTakenAway) {
   EXPECT_FALSE(QFile::exists(RecordFile()));
 }
 
-TEST_F(ExportSteps, AFileUnderBothItsNamesIsFinishedAndHandedOutOnce) {
+TEST_F(ExportSteps, AFileUnderBothNamesIsFinishedAndExportedOnce) {
   OfflineLogExport logExport(global.localDatabasePath);
   const QString path = logExport.WriteFile(global.exportPath);
   const auto record = ReadExportRecord(global.localDatabasePath);
@@ -187,7 +187,7 @@ TEST_F(ExportSteps, AFileUnderBothItsNamesIsFinishedAndHandedOutOnce) {
 
 namespace {
 
-// An export that died right after its file got its name.
+// An export that was killed directly after its file was renamed.
 class FileWithoutEmptiedLog : public ExportSteps {
  protected:
   FileWithoutEmptiedLog() {
@@ -199,7 +199,7 @@ class FileWithoutEmptiedLog : public ExportSteps {
 
 }  // namespace
 
-TEST_F(FileWithoutEmptiedLog, OnlyTheRowsInTheFileLeaveTheLog) {
+TEST_F(FileWithoutEmptiedLog, OnlyTheRowsInTheFileAreDeletedFromTheLog) {
   Log(4, u"UPDATE later"_s);
   const ExportSettlement settlement = SettleInterruptedExport(global.localDatabasePath);
   EXPECT_EQ(settlement.what, InterruptedExport::Finished);
@@ -208,7 +208,7 @@ TEST_F(FileWithoutEmptiedLog, OnlyTheRowsInTheFileLeaveTheLog) {
   EXPECT_EQ(Settle(), InterruptedExport::None);
 }
 
-TEST_F(FileWithoutEmptiedLog, ADriveThatIsAwayDecidesNothing) {
+TEST_F(FileWithoutEmptiedLog, AnUnreachableDriveChangesNothing) {
   {
     const runtime::ProbeLookScope away([](const QString& path) { return path.contains(u".tql"_s) ? EIO : 0; });
     EXPECT_EQ(Settle(), InterruptedExport::NotReachable);
@@ -217,7 +217,7 @@ TEST_F(FileWithoutEmptiedLog, ADriveThatIsAwayDecidesNothing) {
   EXPECT_EQ(Settle(), InterruptedExport::Finished);
 }
 
-TEST_F(FileWithoutEmptiedLog, AFolderThatMayNotBeEnteredDecidesNothing) {
+TEST_F(FileWithoutEmptiedLog, AFolderWithoutPermissionChangesNothing) {
   {
     const runtime::ProbeLookScope closed([](const QString& path) { return path.contains(u".tql"_s) ? EACCES : 0; });
     EXPECT_EQ(Settle(), InterruptedExport::Denied);
@@ -232,7 +232,7 @@ TEST_F(FileWithoutEmptiedLog, AFolderThatMayNotBeEnteredDecidesNothing) {
   EXPECT_EQ(Settle(), InterruptedExport::Finished);
 }
 
-TEST_F(FileWithoutEmptiedLog, ARecordThatCannotBeLookedAtIsNotTakenForNone) {
+TEST_F(FileWithoutEmptiedLog, AnInaccessibleRecordIsNotIgnored) {
   for (const int failure : {EACCES, EIO}) {
     const runtime::ProbeLookScope hindered(
         [failure](const QString& path) { return path.endsWith(u"-export"_s) ? failure : 0; });
@@ -241,7 +241,7 @@ TEST_F(FileWithoutEmptiedLog, ARecordThatCannotBeLookedAtIsNotTakenForNone) {
   EXPECT_EQ(station_.Log(), kStatements);
 }
 
-TEST_F(FileWithoutEmptiedLog, AFileThatIsGoneIsForTheUserToTell) {
+TEST_F(FileWithoutEmptiedLog, TheUserDecidesAboutAMissingFile) {
   ASSERT_TRUE(QFile::remove(runtime::HostPath(path_)));
   EXPECT_EQ(Settle(), InterruptedExport::Missing);
   EXPECT_EQ(station_.Log(), kStatements);
@@ -250,20 +250,20 @@ TEST_F(FileWithoutEmptiedLog, AFileThatIsGoneIsForTheUserToTell) {
   EXPECT_EQ(Settle(), InterruptedExport::None);
 }
 
-TEST_F(FileWithoutEmptiedLog, AProcessedFileThatIsGoneEmptiesTheLog) {
+TEST_F(FileWithoutEmptiedLog, AMissingProcessedFileEmptiesTheLog) {
   ASSERT_TRUE(QFile::remove(runtime::HostPath(path_)));
   SettleMissingFile(global.localDatabasePath, MissingFile::Processed);
   EXPECT_EQ(station_.Log(), QStringList());
   EXPECT_EQ(Settle(), InterruptedExport::None);
 }
 
-TEST_F(FileWithoutEmptiedLog, AnotherFileUnderThatNameProvesNothing) {
+TEST_F(FileWithoutEmptiedLog, AnotherFileWithThatNameDoesNotCount) {
   runtime::WriteFile(path_, "DELETE FROM other;\r\n");
   EXPECT_EQ(Settle(), InterruptedExport::Missing);
   EXPECT_EQ(station_.Log(), kStatements);
 }
 
-TEST_F(FileWithoutEmptiedLog, ARecordThatOutlivedItsLogTakesNoNewStatement) {
+TEST_F(FileWithoutEmptiedLog, ARecordWithoutItsLogDeletesNoNewStatement) {
   station_.OnLocal(u"DELETE FROM tblOfflineLog"_s);
   Log(1, u"UPDATE new"_s);
   EXPECT_EQ(Settle(), InterruptedExport::None);
@@ -271,7 +271,7 @@ TEST_F(FileWithoutEmptiedLog, ARecordThatOutlivedItsLogTakesNoNewStatement) {
   EXPECT_FALSE(QFile::exists(RecordFile()));
 }
 
-TEST_F(FileWithoutEmptiedLog, AnUnreadableRecordIsNamedAndDecidesNothing) {
+TEST_F(FileWithoutEmptiedLog, AnUnreadableRecordIsNamedAndChangesNothing) {
   runtime::WriteFile(ExportRecordPath(global.localDatabasePath), "half");
   try {
     Settle();
@@ -284,10 +284,10 @@ TEST_F(FileWithoutEmptiedLog, AnUnreadableRecordIsNamedAndDecidesNothing) {
 
 namespace {
 
-// A record beside the database that no export of this program made.
+// A record next to the database that no export of this program made.
 class ForgedRecord : public ExportSteps {
  protected:
-  // The settling refuses the record by its name, and the file stays.
+  // Settling the record is refused with its name, and the file is kept.
   void ExpectRefused(const QString& path, const QString& temporary) {
     const QString victim = runtime::HostPath(temporary);
     ASSERT_TRUE(QDir().mkpath(QFileInfo(victim).path()));
@@ -318,7 +318,7 @@ TEST_F(ForgedRecord, RemovesNoFileOfAnotherFolder) {
   ExpectRefused(elsewhere + u"20240131154507.tql"_s, elsewhere + u"20240131154507.tql.0123abcd.tmp"_s);
 }
 
-TEST_F(ForgedRecord, RemovesNoFileThatIsNotCalledAsAnUnfinishedExport) {
+TEST_F(ForgedRecord, RemovesNoFileWithAnotherName) {
   const QString path = InExports(u"20240131154507.tql"_s);
   for (const QString& name : {u"Audio.tae"_s, u"20240131154507.tql"_s, u"20240131154507.tql.tmp"_s,
                               u"20240131154507.tql.0123abcd.tmp.bak"_s, u"x20240131154507.tql.0123abcd.tmp"_s})

@@ -1,6 +1,5 @@
-// SPDX-License-Identifier: MIT
-// Any text as a name or path through the write layer and the offline log: it is stored exactly as it is, or refused
-// with an error; no other field, row or logged statement changes.
+// SPDX-License-Identifier: MIT Writes random texts as names and paths through the write layer and the offline log: each
+// is stored unchanged or refused with an error; no other field, row or logged statement changes.
 #include "data/Globals.h"
 #include "data/Rows.h"
 #include "data/Statements.h"
@@ -32,7 +31,7 @@ constexpr qsizetype kMostLogged = 16;
 const QString kSpots = u"tblCopie_ItemSpots"_s;
 const QString kItems = u"tblCopie_Items"_s;
 
-using Row = QStringList;  // every field in its order; NULL as a null text
+using Row = QStringList;  // all fields in order; NULL as a null text
 
 QByteArray Exported() {
   QByteArray bytes;
@@ -77,7 +76,7 @@ class RandomText : public testing::Test {
     return rows;
   }
 
-  // One text goes into a spot's name and path, or into an item's three texts.
+  // Writes one text to a spot's name and path, or to an item's three text fields.
   bool WriteSpot(int id, const QString& text);
   bool WriteItem(int id, const QString& text);
   static bool IsRefusedUnseen(const QString& text);
@@ -94,7 +93,7 @@ class RandomText : public testing::Test {
   QStringList log_;
 };
 
-// What the log must hold of a statement, by the told rules.
+// The statement that the log must contain, by the required rules.
 void RandomText::Expect(const QString& statement, const QString& copyTable, const QString& serverTable) {
   QString logged = statement;
   log_ += logged.replace(copyTable, serverTable).replace(u'\'', u'*').replace(u'"', u'\'');
@@ -132,7 +131,7 @@ bool RandomText::WriteItem(int id, const QString& text) {
   return true;
 }
 
-// What builds the statement refuses it already: nothing can have changed. Most of these need not open a box.
+// Building the statement already fails, so nothing can have changed. Most of these open no box.
 bool RandomText::IsRefusedUnseen(const QString& text) {
   try {
     statements::UpdateItem(Item(1, text), kItems);

@@ -59,7 +59,7 @@ QString RandomTexts::Piece() {
   switch (Number(10)) {
     case 0:
       return kPieces[Number(static_cast<unsigned>(kPieces.size()))];
-    case 1:  // any character of the first plane, halves of pairs too, but rarely: they are refused
+    case 1:  // any character of the first plane; unpaired surrogates rarely, since they are refused
       return Number(8) == 0 ? QString(QChar(static_cast<char16_t>(Number(0x10000)))) : u"\u0416"_s;
     case 2:
       return QString::fromUcs4(std::u32string(1, static_cast<char32_t>(0x10000 + Number(0x100000))).c_str(), 1);
@@ -72,7 +72,7 @@ QString RandomTexts::Piece() {
 
 QString RandomTexts::Next() {
   const qsizetype length = Length();
-  const bool plain = Number(4) != 0;  // else nearly every long text would be refused for one character in it
+  const bool plain = Number(4) != 0;  // otherwise nearly every long text would be refused because of one character
   QString text;
   while (text.size() < length) {
     QString piece = Piece();

@@ -5,8 +5,8 @@
 
 #include <random>
 
-// Texts that nobody types: every plane of Unicode, quotes of all kinds, pipes, line breaks, NUL, halves of surrogate
-// pairs, pieces of SQL, the names of tables, and lengths around what a field holds.
+// Unusual texts: every plane of Unicode, quotes of all kinds, pipes, line breaks, NUL, unpaired surrogates, SQL
+// fragments, table names, and lengths around the size of a field.
 class RandomTexts {
  public:
   explicit RandomTexts(unsigned seed) : random_(seed) {}

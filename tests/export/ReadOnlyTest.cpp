@@ -1,6 +1,6 @@
-// SPDX-License-Identifier: MIT
-// Settings and exports on files and in folders that may not be written: refused with the reason, and not a byte is
-// written. Each test runs in a process of its own, since only one without the rights of root meets permissions at all.
+// SPDX-License-Identifier: MIT Settings and exports on read-only files and in read-only folders: refused with the
+// reason, and nothing is written. Each test runs in a child process that gave up root, since permissions do not apply
+// to root.
 #include "data/Globals.h"
 #include "data/Messages.h"
 #include "export/frmDefaults.h"
@@ -50,8 +50,8 @@ class ReadOnlyExportDeathTest : public testing::Test {
     return text.contains(u"toegang geweigerd"_s) || text.contains(u"is alleen-lezen"_s);
   }
 
-  // What a child without rights does with the window must be told under this title, with the file and the reason, and
-  // must leave every file of the station as it was.
+  // Runs an action on the window in a child without rights: expects an error box with this title, the file and the
+  // reason, and no change in any file of the station.
   template <class Window>
   void ExpectRefused(const std::function<void(Window&)>& work, const QString& title, const QString& file) {
     const auto before = FolderContent(station_.Folder());
@@ -95,7 +95,7 @@ class ReadOnlyExportDeathTest : public testing::Test {
 
 }  // namespace
 
-TEST_F(ReadOnlyExportDeathTest, AFolderForExportsThatMayNotBeWrittenGetsNone) {
+TEST_F(ReadOnlyExportDeathTest, AReadOnlyExportFolderGetsNoExport) {
   Permit(station_.ExportFolder(), 0555);
   ExpectExportRefused(u".tql"_s);
 }
@@ -105,24 +105,24 @@ TEST_F(ReadOnlyExportDeathTest, ALogThatCannotBeEmptiedIsNotExported) {
   ExpectExportRefused(u"OvalistoLocal.mdb"_s);
 }
 
-TEST_F(ReadOnlyExportDeathTest, AnExportOfWhichNoRecordCanBeKeptIsNotBegun) {
+TEST_F(ReadOnlyExportDeathTest, AnExportWithoutAWritableRecordIsNotStarted) {
   Permit(QFileInfo(local_).path(), 0555);
   ExpectExportRefused(u"OvalistoLocal.mdb"_s);
 }
 
-TEST_F(ReadOnlyExportDeathTest, ASettingsFileThatMayNotBeWrittenStays) {
+TEST_F(ReadOnlyExportDeathTest, AReadOnlySettingsFileIsNotChanged) {
   Permit(local_, 0444);
   Permit(runtime::HostPath(ini_), 0444);
   ExpectSettingsRefused(u"cmdOk_Click"_s, u"ovalis.ini"_s);
 }
 
-TEST_F(ReadOnlyExportDeathTest, ASettingsFileInAFolderThatMayNotBeWrittenStays) {
+TEST_F(ReadOnlyExportDeathTest, ASettingsFileInAReadOnlyFolderIsNotChanged) {
   Permit(local_, 0444);
   Permit(station_.Folder(), 0555);
   ExpectSettingsRefused(u"cmdOk_Click"_s, u"ovalis.ini"_s);
 }
 
-TEST_F(ReadOnlyExportDeathTest, AModeThatCannotBeStoredIsToldUnderItsProcedure) {
+TEST_F(ReadOnlyExportDeathTest, AModeThatCannotBeStoredIsReportedUnderItsProcedure) {
   Permit(local_, 0444);
   Permit(station_.Folder(), 0555);
   ExpectSettingsRefused(u"Update_cdeInstellingen_OnlineYn"_s, u"OvalistoLocal.mdb"_s);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the export's window shows and allows while it runs, and what can go wrong then.
+// The export window while an export runs: texts, enabled controls, failures.
 #include "data/Globals.h"
 #include "data/Messages.h"
 #include "platform/desktop/MessageBox.h"
@@ -30,7 +30,7 @@ using namespace export_window;
 
 namespace {
 
-// What the label of the progress panel told each time the panel was shown or painted.
+// Texts of the progress panel's label, recorded each time the panel is shown or painted.
 class StepWatch : public QObject {
  public:
   explicit StepWatch(frmPlanningExporteren& form)
@@ -55,7 +55,7 @@ class StepWatch : public QObject {
 
 }  // namespace
 
-TEST(RunningExport, TellsItsStepsInTheirWords) {
+TEST(RunningExport, ShowsTheTextOfEachStep) {
   const Station station;
   FillLog(station);
   Window window;
@@ -67,7 +67,7 @@ TEST(RunningExport, TellsItsStepsInTheirWords) {
                                         u"Offline-log controleren en exporteren"_s}));
 }
 
-TEST(RunningExport, WhileItRunsOnlyThePanelAndItsButtonAreLive) {
+TEST(RunningExport, WhileItRunsOnlyThePanelAndItsButtonAreEnabled) {
   const Station station;
   FillLog(station);
   Window window;
@@ -133,7 +133,7 @@ TEST(RunningExport, AFullDiskLeavesTheLogAndNoHalfFile) {
   EXPECT_EQ(LogRows(station), 3);
 }
 
-TEST(RunningExport, AnEmptyingThatFailsIsToldUnderItsWriteAndTheExportGoesOn) {
+TEST(RunningExport, AFailureToEmptyTheLogIsReportedAndTheExportContinues) {
   const Station station;
   FillLog(station);
   Window window;
@@ -154,7 +154,7 @@ TEST(RunningExport, AnEmptyingThatFailsIsToldUnderItsWriteAndTheExportGoesOn) {
   EXPECT_FALSE(window.form.isVisible());
 }
 
-TEST(RunningExport, ALocalDatabaseThatIsGoneOrGarbageIsNamed) {
+TEST(RunningExport, AMissingOrDamagedLocalDatabaseIsNamed) {
   const Station station;
   for (const bool garbage : {false, true}) {
     QFile::remove(runtime::HostPath(global.localDatabasePath));

@@ -98,7 +98,7 @@ TEST(frmDefaults, HasItsGivenControlsAndCaptions) {
   EXPECT_NE(form.findChild<QObject*>(u"isFolder"_s), nullptr);
 }
 
-TEST(frmDefaults, OpensOnThePresentModeAndPathWithoutAWarning) {
+TEST(frmDefaults, OpensWithTheCurrentModeAndPathWithoutAWarning) {
   for (const auto mode : {Station::Mode::Online, Station::Mode::Offline}) {
     const Station station(mode);
     const MessageBoxScript boxes;
@@ -154,7 +154,7 @@ TEST(frmDefaults, TheExportOpensAfterThePathIsWrittenAndBeforeTheDialogCloses) {
   EXPECT_FALSE(window.form.isVisible());
 }
 
-TEST(frmDefaults, AModeThatCouldNotBeStoredStillExportsAsAsked) {
+TEST(frmDefaults, AModeThatCouldNotBeStoredStillOpensTheExport) {
   const Station station(Station::Mode::Offline);
   DefaultsWindow window;
   const MessageBoxScript boxes;
@@ -169,7 +169,7 @@ TEST(frmDefaults, AModeThatCouldNotBeStoredStillExportsAsAsked) {
   EXPECT_FALSE(window.form.isVisible());
 }
 
-TEST(frmDefaults, ChoosingOnlineOnceMoreWarnsAndExportsEvenWhenAlreadyOnline) {
+TEST(frmDefaults, ChoosingOnlineAgainWarnsAndExportsWhenAlreadyOnline) {
   const Station station(Station::Mode::Online);
   DefaultsWindow window;
   const MessageBoxScript boxes{kAnswerOk};
@@ -207,7 +207,7 @@ TEST(frmDefaults, CancellingChangesNeitherTheDatabaseNorTheFile) {
   EXPECT_EQ(window.exports, 0);
 }
 
-TEST(frmDefaults, OkWritesTheTrimmedPathAsItStandsAndKeepsTheRestOfTheFile) {
+TEST(frmDefaults, OkWritesTheTrimmedPathUnchangedAndKeepsTheRestOfTheFile) {
   const Station station;
   DefaultsWindow window;
   const QString server = global.serverDatabasePath;
@@ -228,7 +228,7 @@ TEST(frmDefaults, AnEmptyPathIsWrittenToo) {
   EXPECT_EQ(global.databasePath, QString());
 }
 
-TEST(frmDefaults, TheFolderButtonStartsFromTheBoxAndTakesTheChoice) {
+TEST(frmDefaults, TheFolderButtonStartsFromTheBoxAndFillsInTheChoice) {
   const Station station;
   DefaultsWindow window;
   FileChooserScript chooser;
@@ -241,7 +241,7 @@ TEST(frmDefaults, TheFolderButtonStartsFromTheBoxAndTakesTheChoice) {
   EXPECT_EQ(window.Path().text(), runtime::PathText(station.AudioFolder()));
 }
 
-TEST(frmDefaults, CancellingTheFolderChooserLeavesTheBoxAsItStarted) {
+TEST(frmDefaults, CancellingTheFolderChooserLeavesTheBoxUnchanged) {
   const Station station;
   DefaultsWindow window;
   for (const QString& path : {global.databasePath, u"Q:\\niet\\gekoppeld"_s}) {
@@ -253,7 +253,7 @@ TEST(frmDefaults, CancellingTheFolderChooserLeavesTheBoxAsItStarted) {
   }
 }
 
-TEST(frmDefaults, AServersAddressIsWrittenAsItStandsAndKeptByACancelledChoice) {
+TEST(frmDefaults, AServersAddressIsWrittenUnchangedAndKeptWhenTheChooserIsCancelled) {
   const Station station;
   DefaultsWindow window;
   const QString url = u"postgresql://planner@db1.radio.example,db2.radio.example:5433/stations?connect_timeout=3"_s;
@@ -282,7 +282,7 @@ TEST(frmDefaults, AServersAddressWithAPasswordIsNotWritten) {
   EXPECT_EQ(Ini(), before);
 }
 
-TEST(frmDefaults, AnEmptyBoxTakesWhateverTheFolderChooserGives) {
+TEST(frmDefaults, AnEmptyBoxTakesTheResultOfTheFolderChooser) {
   const Station station;
   DefaultsWindow window;
   window.Path().clear();
@@ -296,7 +296,7 @@ TEST(frmDefaults, AnEmptyBoxTakesWhateverTheFolderChooserGives) {
   EXPECT_EQ(chooser.Shown()[0].startFolder, QString());
 }
 
-TEST(frmDefaults, AFolderOutsideOfTheMappedDrivesWarns) {
+TEST(frmDefaults, AFolderOutsideTheMappedDrivesWarns) {
   const Station station;
   DefaultsWindow window;
   runtime::SetDrives({{u"D"_s, station.AudioFolder()}});
@@ -309,11 +309,11 @@ TEST(frmDefaults, AFolderOutsideOfTheMappedDrivesWarns) {
   EXPECT_EQ(window.Path().text(), station.ServerFolder());
 }
 
-TEST(frmDefaults, AFullDiskLeavesTheSettingsFileWholeAndTheDialogOpen) {
+TEST(frmDefaults, AFullDiskLeavesTheSettingsFileUnchangedAndTheDialogOpen) {
   const Station station;
   DefaultsWindow window;
   const QByteArray before = Ini();
-  global.localDatabasePath = u"Z:\\niet\\hier.mdb"_s;  // its own write would meet the full disk first
+  global.localDatabasePath = u"Z:\\niet\\hier.mdb"_s;  // so that the settings file is the first write on the full disk
   window.Path().setText(u"Q:\\elders"_s);
   const MessageBoxScript boxes{kAnswerOk, kAnswerOk, kAnswerOk};
   {

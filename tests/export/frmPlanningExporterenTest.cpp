@@ -140,7 +140,7 @@ TEST(frmPlanningExporteren, AMissingFolderShowsMessage5001) {
   EXPECT_EQ(LogRows(station), 3);
 }
 
-TEST(frmPlanningExporteren, AnEmptyLogMakesNoFileAndStillTellsItIsDone) {
+TEST(frmPlanningExporteren, AnEmptyLogMakesNoFileAndStillReportsSuccess) {
   const Station station;
   Window window;
   const MessageBoxScript boxes{kAnswerOk};
@@ -174,7 +174,7 @@ TEST(frmPlanningExporteren, ASecondExportWithinTheSameSecondReplacesTheFile) {
   EXPECT_EQ(Content(station, u"20240131154507.tql"_s), "DELETE FROM two;\r\n");
 }
 
-TEST(frmPlanningExporteren, ADestinationThatEndsWithABackslashTakesTheFileToo) {
+TEST(frmPlanningExporteren, ADestinationMayEndWithABackslash) {
   const Station station;
   FillLog(station);
   global.exportPath += u'\\';
@@ -186,7 +186,7 @@ TEST(frmPlanningExporteren, ADestinationThatEndsWithABackslashTakesTheFileToo) {
   EXPECT_EQ(LogRows(station), 0);
 }
 
-TEST(frmPlanningExporteren, IdleTheButtonAndEscCloseIt) {
+TEST(frmPlanningExporteren, TheButtonAndEscCloseItWhenIdle) {
   const Station station;
   Window window;
   Child<QPushButton>(window.form, u"cmdAnnuleren"_s).click();
@@ -196,7 +196,7 @@ TEST(frmPlanningExporteren, IdleTheButtonAndEscCloseIt) {
   EXPECT_FALSE(other.form.isVisible());
 }
 
-TEST(frmPlanningExporteren, ReplacedCharactersAreToldWithTheirStatements) {
+TEST(frmPlanningExporteren, ReplacedCharactersAreReportedWithTheirStatements) {
   const Station station;
   station.OnLocal(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (1, \"UPDATE a SET b = 'Ώ'\")"_s);
   Window window;

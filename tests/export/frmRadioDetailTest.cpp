@@ -67,7 +67,7 @@ TEST(frmRadioDetail, ListsTheStationsByNameWithTheirNumbersAndNoneChosen) {
   EXPECT_EQ(window.Radio().ListIndex(), -1);
 }
 
-TEST(frmRadioDetail, OkTakesTheNumberOfTheChosenStationAndCloses) {
+TEST(frmRadioDetail, OkSetsTheNumberOfTheChosenStationAndCloses) {
   const Station station;
   schema::AddStation(global.localDatabasePath, 7, u"Radio Zee"_s);
   RadioWindow window;
@@ -91,7 +91,7 @@ TEST(frmRadioDetail, ANumberBeyondSixteenBitsIsReportedAndTheDialogStays) {
   EXPECT_TRUE(window.form.isVisible());
 }
 
-TEST(frmRadioDetail, ReadsTheLocalDatabaseInEitherModeAndShowsNoNameAsAnEmptyLine) {
+TEST(frmRadioDetail, ReadsTheLocalDatabaseInBothModesAndShowsAnEmptyNameAsAnEmptyLine) {
   for (const auto mode : {Station::Mode::Online, Station::Mode::Offline}) {
     const Station station(mode);
     station.OnLocal(u"INSERT INTO cdeLicenties (LicentieNummer) VALUES (4)"_s);
@@ -142,7 +142,7 @@ TEST(frmRadioDetail, TheKeyboardAloneChoosesAStation) {
   EXPECT_FALSE(window.form.isVisible());
 }
 
-TEST(frmRadioDetail, ALocalDatabaseThatIsGoneOrGarbageIsNamed) {
+TEST(frmRadioDetail, AMissingOrDamagedLocalDatabaseIsNamed) {
   const Station station;
   for (const bool garbage : {false, true}) {
     QFile::remove(runtime::HostPath(global.localDatabasePath));

@@ -48,7 +48,7 @@ TEST_F(AirLedgerTest, ItIsOffUntilItIsSwitchedOn) {
   EXPECT_EQ(LedgerRows(), 1) << "what was counted stays";
 }
 
-TEST_F(AirLedgerTest, EachAiringCountsOnceHoweverOftenItIsHandedIn) {
+TEST_F(AirLedgerTest, EachAiringCountsOnceEvenWhenPassedAgain) {
   SwitchCounting(global.serverDatabasePath, true);
   const std::vector<Airing> airings{{1, kAiredAt, 7}, {1, kAiredAt.addSecs(60), 7}, {2, kAiredAt, 0}, {1, kAiredAt, 7}};
   AiringCount counted = Count(airings);
@@ -65,7 +65,7 @@ TEST_F(AirLedgerTest, EachAiringCountsOnceHoweverOftenItIsHandedIn) {
   EXPECT_EQ(LedgerRows(), 3);
 }
 
-TEST_F(AirLedgerTest, ASpotThatIsNotInTheCatalogueIsKeptAndTold) {
+TEST_F(AirLedgerTest, AnUnknownSpotIsRecordedAndReported) {
   SwitchCounting(global.serverDatabasePath, true);
   EXPECT_EQ(Count({{99, kAiredAt, 7}}).unknown, 1);
   EXPECT_EQ(LedgerRows(), 1);

@@ -34,7 +34,7 @@ QByteArray CutLog(const QByteArray& date, const QByteArray& rows) {
 
 }  // namespace
 
-TEST(AirLog, LiquidsoapsLogTellsSecondsSpotAndItem) {
+TEST(AirLog, LiquidsoapsLogHasSecondsSpotAndItem) {
   const auto airings = ReadAirLog("1763820003.125,41,12\n1763820010,7,\n", u"x"_s);
   ASSERT_EQ(airings.size(), 2U);
   EXPECT_EQ(airings[0].spotID, 41);
@@ -56,7 +56,7 @@ TEST(AirLog, ATableMayHaveAnyOrderAndEitherSeparator) {
   EXPECT_EQ(ReadAirLog("ItemSpot,Moment\n41,2025-03-11 14:32:07\n", u"x"_s).size(), 1U);
 }
 
-TEST(AirLog, ACutLogTellsTheSpotsOfOneDay) {
+TEST(AirLog, ACutLogHasTheSpotsOfOneDay) {
   const auto airings =
       ReadAirLog(CutLog("2025-03-11",
                         "06:20:03  100041  Bakker                   001                        00:30\n"
@@ -68,13 +68,13 @@ TEST(AirLog, ACutLogTellsTheSpotsOfOneDay) {
   EXPECT_EQ(airings[0].moment, QDateTime(QDate(2025, 3, 11), QTime(6, 20, 3)));
 }
 
-TEST(AirLog, ACutLogMayTellTheTimeInTwelveHours) {
+TEST(AirLog, ACutLogMayUseTwelveHourTimes) {
   const auto airings = ReadAirLog(CutLog("13/03/2025", " 6:20:03 PM  100041  Bakker\n"), u"x"_s);
   ASSERT_EQ(airings.size(), 1U);
   EXPECT_EQ(airings[0].moment, QDateTime(QDate(2025, 3, 13), QTime(18, 20, 3)));
 }
 
-TEST(AirLog, ADateThatMayBeTwoDaysIsAsked) {
+TEST(AirLog, AnAmbiguousDateNeedsTheDayOption) {
   EXPECT_TRUE(Says(CutLog("03/11/2025", ""), "--dag"));
   EXPECT_TRUE(Says(CutLog("2025-03-11 - 2025-03-12", ""), "meer dan één dag"));
   EXPECT_TRUE(Says(CutLog("maart", ""), "geen datum"));
@@ -83,7 +83,7 @@ TEST(AirLog, ADateThatMayBeTwoDaysIsAsked) {
   EXPECT_EQ(ErrorOf(CutLog("03/03/2025", "")), "") << "the same day either way";
 }
 
-TEST(AirLog, WhatIsWrongIsNamedWithItsLine) {
+TEST(AirLog, ErrorsNameTheLogAndTheLine) {
   EXPECT_TRUE(Says("zomaar\n", "'x.log', regel 1"));
   EXPECT_TRUE(Says("1763820003,41,12\nstuk\n", "regel 2"));
   EXPECT_TRUE(Says("Moment,ItemSpot\n2025-03-11 14:32:07,veel\n", "'veel'"));
@@ -92,7 +92,7 @@ TEST(AirLog, WhatIsWrongIsNamedWithItsLine) {
   EXPECT_TRUE(Says(CutLog("2025-03-11", "geen tijd\n"), "regel 4"));
 }
 
-TEST(AirLog, AnEmptyLogHoldsNothing) {
+TEST(AirLog, AnEmptyLogHasNoAirings) {
   EXPECT_TRUE(ReadAirLog("", u"x"_s).empty());
   EXPECT_TRUE(ReadAirLog("\n\n", u"x"_s).empty());
 }

@@ -35,7 +35,7 @@ class BlockMarks : public testing::Test {
               spot));
     }
   }
-  // As they stand once the files were looked at.
+  // The marks after the files are checked.
   static BlockMark Mark(int tellings = 2) {
     std::vector<BlockMark> latest;
     int told = 0;
@@ -57,7 +57,7 @@ const QString kThree = u"ItemSpotsOptID, OptMeerdereSpots, AantalSpots, MaxAanta
 
 }  // namespace
 
-TEST_F(BlockMarks, ABlockThatPlaysTellsItsSpotsAndLength) {
+TEST_F(BlockMarks, APlayingBlockHasItsSpotsAndLength) {
   AddSpot(1);
   AddSpot(2);
   AddBlock(kThree, u"1, -1, 2, 2"_s, {1, 2});
@@ -68,7 +68,7 @@ TEST_F(BlockMarks, ABlockThatPlaysTellsItsSpotsAndLength) {
   EXPECT_EQ(mark.trouble, QString());
 }
 
-TEST_F(BlockMarks, AMissingFileIsSeenOnceItWasLookedFor) {
+TEST_F(BlockMarks, AMissingFileIsMarkedAfterTheFileCheck) {
   AddSpot(1);
   AddBlock(u"ItemSpotsOptID"_s, u"1"_s, {1});
   ASSERT_TRUE(QFile::remove(station_.AudioFolder() + u"/1.wav"_s));
@@ -79,7 +79,7 @@ TEST_F(BlockMarks, AMissingFileIsSeenOnceItWasLookedFor) {
   EXPECT_EQ(mark.trouble, u"stil: geen enkele spot kan spelen (Spot 1: geluidsbestand ontbreekt)"_s);
 }
 
-TEST_F(BlockMarks, ABlockWithFewerSpotsThanItAsksIsShort) {
+TEST_F(BlockMarks, ABlockWithTooFewSpotsIsShort) {
   AddSpot(1);
   AddSpot(2, u"EindDatum"_s, u"\"10-03-2025\""_s);
   AddSpot(3, u"Aktief"_s, u"0"_s);
@@ -90,7 +90,7 @@ TEST_F(BlockMarks, ABlockWithFewerSpotsThanItAsksIsShort) {
   EXPECT_TRUE(mark.trouble.contains(u"Spot 2: verlopen; Spot 3: niet aktief"_s)) << mark.trouble.toStdString();
 }
 
-TEST_F(BlockMarks, ASpotThatIsOverIsARemarkWhereOthersFillTheBlock) {
+TEST_F(BlockMarks, AnEndedSpotIsARemarkInACompleteBlock) {
   AddSpot(1);
   AddSpot(2, u"EindDatum"_s, u"\"10-03-2025\""_s);
   AddBlock(u"ItemSpotsOptID"_s, u"1"_s, {1, 2});
@@ -99,21 +99,21 @@ TEST_F(BlockMarks, ASpotThatIsOverIsARemarkWhereOthersFillTheBlock) {
   EXPECT_EQ(mark.word, u"item-spot: verlopen"_s);
 }
 
-TEST_F(BlockMarks, ASpotThatIsStillToBeginIsNoRemark) {
+TEST_F(BlockMarks, ASpotThatStartsLaterIsNoRemark) {
   AddSpot(1);
   AddSpot(2, u"StartDatum"_s, u"\"12-03-2025\""_s);
   AddBlock(u"ItemSpotsOptID"_s, u"1"_s, {1, 2});
   EXPECT_EQ(Mark().state, BlockMark::State::Complete);
 }
 
-TEST_F(BlockMarks, AJingleThatIsGoneIsARemark) {
+TEST_F(BlockMarks, ADeletedJingleIsARemark) {
   AddSpot(1);
   AddBlock(u"ItemSpotsOptID, Opener"_s, u"1, 77"_s, {1});
   EXPECT_EQ(Mark().state, BlockMark::State::Remark);
   EXPECT_EQ(Mark().word, u"opener: jingle bestaat niet meer"_s);
 }
 
-TEST_F(BlockMarks, AFolderWithoutTheFileOfTheMomentIsSilent) {
+TEST_F(BlockMarks, AMissingFileOfTheMomentMakesTheBlockSilent) {
   AddBlock(
       u"ItemSpotsOptID, Opt2Directory, Opt2VastNaamGedeelte, Opt2VariabelNaamGedeelte, Opt2FormatGedeelte, "
       u"Opt2FileExtensie"_s,
@@ -124,7 +124,7 @@ TEST_F(BlockMarks, AFolderWithoutTheFileOfTheMomentIsSilent) {
   EXPECT_EQ(Mark().state, BlockMark::State::Complete);
 }
 
-TEST_F(BlockMarks, AnInactiveBlockIsOnlyThat) {
+TEST_F(BlockMarks, AnInactiveBlockHasNoOtherRemark) {
   AddBlock(u"ItemSpotsOptID"_s, u"1"_s, {});
   station_.OnServer(u"UPDATE tblItems SET Aktief = 0"_s);
   EXPECT_EQ(Mark().state, BlockMark::State::NotActive);

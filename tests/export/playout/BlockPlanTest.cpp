@@ -56,7 +56,7 @@ Block Files(int code, const QString& format, int several = 0) {
   return block;
 }
 
-// Every file is there and ten seconds long, but those named.
+// Every file exists and is ten seconds long, except those given.
 LookUpFile AllBut(const std::set<QString>& missing) {
   return [missing](const QString& path) {
     return SoundFile{missing.contains(path) ? runtime::Presence::NotThere : runtime::Presence::There, 10'000};
@@ -91,7 +91,7 @@ BlockPlan Plan(const Block& block, const LookUpFile& lookUp = kAll, const QDateT
 
 }  // namespace
 
-TEST(BlockPlan, ABlockThatIsNotActiveIsSilent) {
+TEST(BlockPlan, AnInactiveBlockIsSilent) {
   Block block = ListOf({Spot(1)});
   block.opener = Jingle(1);
   block.aktief = false;
@@ -116,7 +116,7 @@ TEST(BlockPlan, ABlockWithoutSpotsPlaysNoJinglesAlone) {
   EXPECT_EQ(plan.LengthMs(), 0);
 }
 
-TEST(BlockPlan, EachReasonKeepsASpotOut) {
+TEST(BlockPlan, EachReasonExcludesASpot) {
   std::vector<BlockSpot> spots;
   for (qint32 id = 1; id <= 7; ++id)
     spots.push_back(Spot(id));
@@ -137,12 +137,12 @@ TEST(BlockPlan, EachReasonKeepsASpotOut) {
   EXPECT_TRUE(plan.IsShort());
 }
 
-TEST(BlockPlan, AFileThatHoldsNoSoundKeepsItsSpotOut) {
+TEST(BlockPlan, AFileWithoutAudioExcludesItsSpot) {
   const auto damaged = [](const QString&) { return SoundFile{runtime::Presence::There, std::nullopt, false}; };
   EXPECT_EQ(ReasonOf(Plan(ListOf({Spot(1)}), damaged), 1), LeftOut::Unreadable);
 }
 
-TEST(BlockPlan, FirstAndLastDayAndHourCount) {
+TEST(BlockPlan, FirstAndLastDayAndHourAreInclusive) {
   BlockSpot spot = Spot(1);
   spot.facts.startDatum = QDate(2025, 3, 11);
   spot.facts.eindDatum = QDate(2025, 3, 12);
@@ -159,7 +159,7 @@ TEST(BlockPlan, FirstAndLastDayAndHourCount) {
   EXPECT_FALSE(plays(13, 12, 0));
 }
 
-TEST(BlockPlan, HoursThatRunOverMidnight) {
+TEST(BlockPlan, HoursAcrossMidnight) {
   BlockSpot spot = Spot(1);
   spot.facts.startUur = 22;
   spot.facts.eindUur = 5;
@@ -192,7 +192,7 @@ TEST(BlockPlan, OneSpotIsTheOnePlayedLongestAgo) {
   spots[3].lastPlayed = kNoon.addDays(-2);
   EXPECT_EQ(Ids(Plan(ListOf(spots))), QList<qint32>{2});
   spots[3].lastPlayed = {};
-  spots[3].playCount = 99;  // before the counter of times was filled
+  spots[3].playCount = 99;  // so that only the times decide
   EXPECT_EQ(Ids(Plan(ListOf(spots))), QList<qint32>{4});
   EXPECT_EQ(ReasonOf(Plan(ListOf(spots)), 1), LeftOut::NotItsTurn);
   EXPECT_FALSE(Plan(ListOf(spots)).IsShort());
@@ -207,14 +207,14 @@ TEST(BlockPlan, OneSpotOfEquallyOldOnesIsTheOnePlayedLeastThenTheFirst) {
   EXPECT_EQ(Ids(Plan(ListOf(spots))), QList<qint32>{2});
 }
 
-TEST(BlockPlan, SeveralSpotsComeInTheOrderOfTheListThoseWhoseTurnItIs) {
+TEST(BlockPlan, SeveralSpotsPlayInListOrder) {
   std::vector<BlockSpot> spots{Spot(1), Spot(2), Spot(3), Spot(4)};
   EXPECT_EQ(Ids(Plan(ListOf(spots, 3))), (QList<qint32>{1, 2, 3}));
   spots[1].lastPlayed = kNoon.addSecs(-60);
   EXPECT_EQ(Ids(Plan(ListOf(spots, 3))), (QList<qint32>{1, 3, 4}));
 }
 
-TEST(BlockPlan, NeverMoreThanTheMostAndAtLeastOne) {
+TEST(BlockPlan, TheCountIsBetweenOneAndTheMaximum) {
   Block block = ListOf({Spot(1), Spot(2), Spot(3)}, 3);
   block.most = 2;
   EXPECT_EQ(Plan(block).spots, 2);
@@ -242,7 +242,7 @@ TEST(BlockPlan, TheSeedDecidesTheRandomOrder) {
   }
   EXPECT_GT(orders.size(), 90U);
   EXPECT_EQ(played.size(), 8U);
-  // The same on every machine, now and later: what a station heard is what it plays.
+  // The same on every machine and in later versions: a block sounds as it did when it was listened to.
   EXPECT_EQ(ids(5), (QList<qint32>{8, 5, 7, 3}));
 }
 
@@ -253,7 +253,7 @@ TEST(BlockPlan, OneSpotIsNeverRandom) {
     EXPECT_EQ(Ids(PlanBlock(block, kNoon, seed, kAll)), QList<qint32>{1});
 }
 
-TEST(BlockPlan, JinglesFrameTheSpotsAndStandBetweenThem) {
+TEST(BlockPlan, JinglesAreBeforeBetweenAndAfterTheSpots) {
   Block block = ListOf({Spot(11), Spot(12), Spot(13)}, 3);
   block.opener = Jingle(1);
   block.middle = Jingle(2);
@@ -267,7 +267,7 @@ TEST(BlockPlan, JinglesFrameTheSpotsAndStandBetweenThem) {
   EXPECT_EQ(plan.spots, 3);
 }
 
-TEST(BlockPlan, OneSpotHasNothingBetween) {
+TEST(BlockPlan, OneSpotHasNoMiddleJingle) {
   Block block = ListOf({Spot(11)});
   block.middle = Jingle(2);
   EXPECT_EQ(Ids(Plan(block)), QList<qint32>{11});
@@ -290,7 +290,7 @@ TEST(BlockPlan, AJingleThatCannotPlayIsLeftOutAndTheBlockPlays) {
   EXPECT_EQ(ReasonOf(Plan(block), 3), LeftOut::NoFile);
 }
 
-TEST(BlockPlan, TheNextStartsAtTheEndLessTheMixPoint) {
+TEST(BlockPlan, TheNextSoundStartsAtTheMixPoint) {
   Block block = ListOf({Spot(1, 1250), Spot(2, 400), Spot(3, 2000)}, 3);
   const auto measured = [](const QString& path) {
     return SoundFile{runtime::Presence::There, path == u"D:\\1.wav"_s ? 8000 : 6000};
@@ -303,12 +303,12 @@ TEST(BlockPlan, TheNextStartsAtTheEndLessTheMixPoint) {
   EXPECT_EQ(plan.LengthMs(), 18'350);
 }
 
-TEST(BlockPlan, WithoutAMeasureTheStoredSecondsCount) {
+TEST(BlockPlan, WithoutAMeasuredLengthTheStoredSecondsCount) {
   const BlockPlan plan = Plan(ListOf({Spot(1, 500, 4), Spot(2)}, 2), {});
   EXPECT_EQ(plan.sounds[1].startMs, 3500);
 }
 
-TEST(BlockPlan, AnUnknownLengthLeavesWhatFollowsOpen) {
+TEST(BlockPlan, AfterAnUnknownLengthStartsAreUnknown) {
   Block block = ListOf({Spot(1), Spot(2), Spot(3)}, 3);
   block.spots[1].facts.lengteSec.reset();
   const BlockPlan plan = Plan(block, {});
@@ -317,8 +317,8 @@ TEST(BlockPlan, AnUnknownLengthLeavesWhatFollowsOpen) {
   EXPECT_FALSE(plan.LengthMs());
 }
 
-// With every combination of long mix points never more than two sounds at a time, and mix points that fit are kept.
-TEST(BlockPlan, NoMoreThanTwoSoundsAtATime) {
+// For every combination of long mix points at most two sounds overlap.
+TEST(BlockPlan, AtMostTwoSoundsOverlap) {
   const QList<qint32> mixes{-5, 0, 400, 4000, 9999, 999'999};
   const QList<qint32> seconds{1, 5, 12};
   for (int a = 0; a < 18; ++a) {
@@ -347,7 +347,7 @@ TEST(BlockPlan, AMixPointThatFitsIsKept) {
   EXPECT_EQ(Plan(ListOf({Spot(1, 6001), Spot(2, 4000), Spot(3)}, 3)).sounds[0].mixMs, 6000);
 }
 
-TEST(BlockPlan, AFileOutOfReachCountsAsThere) {
+TEST(BlockPlan, AnUnreachableFileCountsAsPresent) {
   for (const auto presence : {runtime::Presence::NotReachable, runtime::Presence::Denied}) {
     const BlockPlan plan = PlanBlock(ListOf({Spot(1)}), kNoon, 1, [&](const QString&) { return SoundFile{presence}; });
     ASSERT_EQ(plan.sounds.size(), 1U);
@@ -356,7 +356,7 @@ TEST(BlockPlan, AFileOutOfReachCountsAsThere) {
   EXPECT_TRUE(PlanBlock(ListOf({Spot(1)}), kNoon, 1, {}).sounds[0].reachable);
 }
 
-TEST(BlockPlan, FilesAreFoundByEachFormOfName) {
+TEST(BlockPlan, FilesAreFoundByEachNamePattern) {
   EXPECT_EQ(Paths(Plan(Files(1, u"ddmmyyyy"_s))), QStringList{u"D:\\map\\blok11032025.wav"_s});
   EXPECT_EQ(Paths(Plan(Files(2, u"ddmmyyyyhh"_s))), QStringList{u"D:\\map\\blok1103202512.wav"_s});
   EXPECT_EQ(Paths(Plan(Files(3, u"ww"_s))), QStringList{u"D:\\map\\blok11.wav"_s});
@@ -401,7 +401,7 @@ TEST(BlockPlan, APatternWithoutANameGivesOneReason) {
   EXPECT_EQ(plan.leftOut[0].reason, LeftOut::NoFile);
 }
 
-TEST(BlockPlan, AnAbsurdNumberOfFilesEnds) {
+TEST(BlockPlan, AnAbsurdNumberOfFilesIsLimited) {
   int looks = 0;
   const BlockPlan plan = PlanBlock(Files(4, u"mm"_s, 2'000'000'000), kNoon, 1, [&](const QString&) {
     ++looks;
@@ -418,7 +418,7 @@ TEST(BlockPlan, TheYearsEndIsWeek53) {
             QStringList{u"D:\\map\\blok01.wav"_s});
 }
 
-// The clock on the wall decides, in the hour that is left out in spring and in the one that comes twice in autumn.
+// Local time decides, also in the hour that is skipped in spring and the hour that is repeated in autumn.
 TEST(BlockPlan, DaysOnWhichTheClockChanges) {
   const QTimeZone zone("Europe/Brussels");
   ASSERT_TRUE(zone.isValid());
@@ -427,12 +427,12 @@ TEST(BlockPlan, DaysOnWhichTheClockChanges) {
   night.facts.eindUur = 3;
   const auto at = [&](const QString& utc) { return QDateTime::fromString(utc, Qt::ISODate).toTimeZone(zone); };
   const auto plays = [&](const QString& utc) { return !Plan(ListOf({night}), kAll, at(utc)).IsSilent(); };
-  EXPECT_FALSE(plays(u"2025-03-30T00:59:59Z"_s));  // 01:59, a moment before the clock goes to 03:00
+  EXPECT_FALSE(plays(u"2025-03-30T00:59:59Z"_s));  // 01:59:59, before the clock is set to 03:00
   EXPECT_TRUE(plays(u"2025-03-30T01:00:00Z"_s));
   EXPECT_FALSE(plays(u"2025-03-30T02:00:00Z"_s));
   night.facts.startUur = night.facts.eindUur = 2;
   EXPECT_TRUE(plays(u"2025-10-26T00:30:00Z"_s));
-  EXPECT_TRUE(plays(u"2025-10-26T01:30:00Z"_s));  // 02:30 once more
+  EXPECT_TRUE(plays(u"2025-10-26T01:30:00Z"_s));  // 02:30 for the second time
   EXPECT_FALSE(plays(u"2025-10-26T02:30:00Z"_s));
   EXPECT_EQ(Paths(Plan(Files(2, u"ddmmyyyyhh"_s), kAll, at(u"2025-03-30T01:00:00Z"_s))),
             QStringList{u"D:\\map\\blok3003202503.wav"_s});
@@ -440,7 +440,7 @@ TEST(BlockPlan, DaysOnWhichTheClockChanges) {
             QStringList{u"D:\\map\\blok2610202502.wav"_s});
 }
 
-TEST(BlockPlan, TheSeedOfAnHourHoldsForThatHourAndBlock) {
+TEST(BlockPlan, TheSeedIsTheSameWithinAnHourAndBlock) {
   const QDateTime begin(QDate(2025, 3, 11), QTime(14, 0));
   EXPECT_EQ(SeedOf(3, begin), SeedOf(3, begin.addSecs(3599)));
   EXPECT_NE(SeedOf(3, begin), SeedOf(3, begin.addSecs(3600)));

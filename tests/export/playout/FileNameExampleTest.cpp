@@ -20,7 +20,7 @@ FileNamePattern Pattern(int code, const QString& format, int firstDay = 0) {
 
 const QDateTime kMarch(QDate(2025, 3, 5), QTime(9, 8, 7));
 
-// The week number by walking the year's days: a new one starts on each first day of the week.
+// The week number by counting the days of the year: a week starts on each first day of the week.
 int CountedWeek(QDate date, int firstDay) {
   int week = 1;
   for (QDate day(date.year(), 1, 2); day <= date; day = day.addDays(1)) {
@@ -31,7 +31,7 @@ int CountedWeek(QDate date, int firstDay) {
 
 }  // namespace
 
-TEST(FileNameExample, GivesTheNameOfTheMoment) {
+TEST(FileNameExample, MakesTheNameForTheMoment) {
   FileNamePattern pattern = Pattern(1, u"ddmmyyyy"_s);
   pattern.severalSpots = true;
   EXPECT_EQ(FileNameExample(pattern, kMarch), u"D:\\Spots\\blok05032025-x.wav"_s);

@@ -5,7 +5,7 @@
 
 using namespace Qt::StringLiterals;
 
-TEST(PlanTexts, NothingIsWrongWithABlockThatPlaysWhatItShould) {
+TEST(PlanTexts, ABlockThatPlaysAllItsSpotsHasNoTrouble) {
   BlockPlan plan;
   plan.sounds.push_back({});
   plan.spots = plan.wanted = 1;
@@ -13,7 +13,7 @@ TEST(PlanTexts, NothingIsWrongWithABlockThatPlaysWhatItShould) {
   EXPECT_EQ(TroubleText(plan), QString());
 }
 
-TEST(PlanTexts, ASilentBlockSaysWhy) {
+TEST(PlanTexts, ASilentBlockHasAReason) {
   BlockPlan plan;
   plan.wanted = 1;
   plan.silence = Silence::NoSpots;
@@ -21,7 +21,7 @@ TEST(PlanTexts, ASilentBlockSaysWhy) {
   EXPECT_EQ(TroubleText(plan), u"stil: geen enkele spot kan spelen (Bakker: verlopen)"_s);
 }
 
-TEST(PlanTexts, AShortBlockAndAMissingJingleSayWhat) {
+TEST(PlanTexts, AShortBlockAndAMissingJingleAreDescribed) {
   BlockPlan plan;
   plan.sounds.push_back({});
   plan.spots = 1;

@@ -40,7 +40,7 @@ class PlayoutFolderTest : public testing::Test {
 
 }  // namespace
 
-TEST_F(PlayoutFolderTest, FilesAreWrittenIntoAFolderThatIsMade) {
+TEST_F(PlayoutFolderTest, FilesAreWrittenIntoANewFolder) {
   EXPECT_EQ(Update({{u"blok-1.m3u"_s, kOurs + "a\n"}, {u"blok-2.m3u"_s, kOurs}}).written, 2);
   EXPECT_EQ(Present(), (QStringList{u"blok-1.m3u"_s, u"blok-2.m3u"_s}));
   EXPECT_EQ(Content(u"blok-1.m3u"_s), kOurs + "a\n");
@@ -61,7 +61,7 @@ TEST_F(PlayoutFolderTest, AnUnchangedFileIsNotTouchedAndAChangedOneIs) {
   EXPECT_NE(QFileInfo(At(u"blok-2.m3u"_s)).lastModified(), old);
 }
 
-TEST_F(PlayoutFolderTest, FilesOfBlocksThatAreGoneGoAndOthersStay) {
+TEST_F(PlayoutFolderTest, FilesOfRemovedBlocksAreDeletedAndOthersKept) {
   Put(u"muziek.m3u"_s, "/srv/a.wav\n");
   Put(u"blok-3.sh"_s, "#!/bin/sh\n# Spotrooster: van een andere vorm\n");
   Update({{u"blok-1.m3u"_s, kOurs}, {u"blok-2.m3u"_s, kOurs}});
@@ -69,7 +69,7 @@ TEST_F(PlayoutFolderTest, FilesOfBlocksThatAreGoneGoAndOthersStay) {
   EXPECT_EQ(Present(), (QStringList{u"blok-2.m3u"_s, u"blok-3.sh"_s, u"muziek.m3u"_s}));
 }
 
-TEST_F(PlayoutFolderTest, AFileOfSomeoneElseIsNamedAndNothingIsWritten) {
+TEST_F(PlayoutFolderTest, AForeignFileIsNamedAndNothingIsWritten) {
   Put(u"blok-9.m3u"_s, "#EXTM3U\n/srv/eigen.wav\n");
   try {
     Update({{u"blok-1.m3u"_s, kOurs}});

@@ -16,7 +16,7 @@ namespace {
 
 const QString kOdd = u"a\"b'c\\d,e:f $(touch x) `id` #{1} ; & | é"_s;
 
-const QString kOddFile = QString(kOdd).remove(u'\\');  // in a path it parts folders
+const QString kOddFile = QString(kOdd).remove(u'\\');  // a folder separator in a path
 
 PlannedSound Sound(SoundKind kind, qint32 id, const QString& naam, const QString& path, qint32 mixMs, qint64 lengthMs) {
   PlannedSound sound{kind, id, naam, path, mixMs};
@@ -47,7 +47,7 @@ QString TextOf(PlayoutForm form, std::size_t file = 0) {
   return QString::fromUtf8(PlayoutFilesOf(form, {Planned()}).at(file).content);
 }
 
-// What a script hands to the programs it calls, each word in a line of its own; with line ends shown as "\n".
+// The arguments that a script passes to the programs it calls, one per line; line ends are shown as "\n".
 QStringList WordsOf(const QByteArray& script) {
   const QTemporaryDir folder;
   for (const QString& program : {u"rdimport"_s, u"rdclilogedit"_s}) {
@@ -79,7 +79,7 @@ TEST(PlayoutForm, NamesAreKnownAndOthersAreNot) {
   EXPECT_FALSE(PlayoutFormOf(u"pls"_s));
 }
 
-TEST(PlayoutForm, FileNamesAreSafeAndOurs) {
+TEST(PlayoutForm, FileNamesAreSafeAndRecognised) {
   EXPECT_EQ(PlayoutFileName(PlayoutForm::M3u, 12), u"blok-12.m3u"_s);
   EXPECT_TRUE(IsPlayoutFileName(PlayoutForm::M3u, u"blok-12.m3u"_s));
   EXPECT_TRUE(IsPlayoutFileName(PlayoutForm::Rivendell, u"geluiden.sh"_s));
@@ -95,7 +95,7 @@ TEST(PlayoutForm, FileNamesAreSafeAndOurs) {
   EXPECT_FALSE(IsPlayoutFile(""));
 }
 
-TEST(PlayoutForm, LiquidsoapLearnsWhereTheNextSoundStarts) {
+TEST(PlayoutForm, LiquidsoapGetsTheStartOfTheNextSound) {
   const QStringList lines = TextOf(PlayoutForm::Liquidsoap).split(u'\n');
   ASSERT_EQ(lines.size(), 6);
   EXPECT_EQ(lines[1], u"# Spotrooster: Blok 'twaalf' met meer"_s);
@@ -110,14 +110,14 @@ TEST(PlayoutForm, LiquidsoapLearnsWhereTheNextSoundStarts) {
   EXPECT_FALSE(lines[4].contains(u"spot_id"_s));
 }
 
-TEST(PlayoutForm, NothingInANameEndsItsQuotesForLiquidsoap) {
+TEST(PlayoutForm, NoNameEndsItsQuotesInLiquidsoap) {
   const QString line = TextOf(PlayoutForm::Liquidsoap).split(u'\n').at(3);
   const QString title = line.section(u"title=\""_s, 1).section(u"\",block_id"_s, 0, 0);
   EXPECT_EQ(title, u"a'b'c/d,e:f $(touch x) `id` # {1} ; & | é regel"_s);
   EXPECT_TRUE(line.endsWith(u"\":/srv/"_s + kOddFile + u".mp3"_s)) << line.toStdString();
 }
 
-TEST(PlayoutForm, AnM3uHoldsTheFilesInOrder) {
+TEST(PlayoutForm, AnM3uListsTheFilesInOrder) {
   EXPECT_EQ(TextOf(PlayoutForm::M3u),
             u"#EXTM3U\n# Spotrooster: Blok 'twaalf' met meer\n#EXTINF:3,Tune\n/srv/tune.wav\n"
             u"#EXTINF:30,a'b'c/d,e:f $(touch x) `id` # {1} ; & | é regel\n/srv/"_s +
@@ -141,14 +141,14 @@ TEST(PlayoutForm, RivendellImportsEachSoundOnceWithItsDaysHoursAndMixPoint) {
   EXPECT_TRUE(words.contains(u"--to-cart=301201"_s));
 }
 
-TEST(PlayoutForm, ARivendellLogPlaysTheCartsOneOverTheOther) {
+TEST(PlayoutForm, ARivendellLogOverlapsTheCarts) {
   EXPECT_EQ(WordsOf(PlayoutFilesOf(PlayoutForm::Rivendell, {Planned()}).at(0).content),
             (QStringList{u"CALL"_s, u"-n"_s, u"new BLOK_12"_s, u"addcart 0 200003"_s, u"settrans 0 segue"_s,
                          u"addcart 1 100041"_s, u"settrans 1 segue"_s, u"addcart 2 301201"_s, u"settrans 2 segue"_s,
                          u"saveas BLOK_12"_s, u"bye"_s}));
 }
 
-TEST(PlayoutForm, ANumberThatNoCartCanHaveIsAnErrorThatNamesIt) {
+TEST(PlayoutForm, ANumberOutsideTheCartRangeIsAnErrorThatNamesIt) {
   PlannedBlock planned = Planned();
   planned.plan.sounds[1].id = 100'000;
   planned.plan.sounds[1].naam = u"Bakker"_s;
@@ -160,7 +160,7 @@ TEST(PlayoutForm, ANumberThatNoCartCanHaveIsAnErrorThatNamesIt) {
   }
 }
 
-TEST(PlayoutForm, PathsGoThroughTheDrivesAndOthersCannotBeWritten) {
+TEST(PlayoutForm, PathsAreMappedByDrivesAndOthersAreRefused) {
   runtime::SetDrives({{u"D"_s, u"/srv/audio"_s}});
   PlannedBlock planned = Planned();
   planned.plan.sounds.resize(1);

@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 using runtime::Presence;
 using testing_support::Station;
 
-TEST(SoundFiles, TellsWhichAreThereAndHowLongTheyAre) {
+TEST(SoundFiles, ReportsPresenceAndLength) {
   const Station station;
   const QString whole = station.AudioFolder() + u"/toon.wav"_s;
   const QString damaged = station.AudioFolder() + u"/stuk.wav"_s;
@@ -29,7 +29,7 @@ TEST(SoundFiles, TellsWhichAreThereAndHowLongTheyAre) {
   EXPECT_FALSE(In(files)(u"onbekend"_s));
 }
 
-TEST(SoundFiles, WithoutMeasuringOnlyPresenceIsTold) {
+TEST(SoundFiles, WithoutMeasuringOnlyPresenceIsReported) {
   const Station station;
   const QString damaged = station.AudioFolder() + u"/stuk.wav"_s;
   audiotest::WriteBytes(damaged.toStdString(), {'x'});
@@ -38,7 +38,7 @@ TEST(SoundFiles, WithoutMeasuringOnlyPresenceIsTold) {
   EXPECT_FALSE(files[damaged].lengthMs);
 }
 
-TEST(SoundFiles, FilesThatDecideAPlanAreNamedOnce) {
+TEST(SoundFiles, FilesOfAPlanAreListedOnce) {
   Block block;
   BlockSpot spot;
   spot.facts.aktief = true;

@@ -5,7 +5,7 @@
 #include "data/Globals.h"
 #include "tests/support/Station.h"
 
-// Records for the overviews, in the present mode's tables. Days are numbers: 45658 is 01-01-2025.
+// Records for the overviews, in the tables of the current mode. Days are day numbers: 45658 is 01-01-2025.
 class PaperCatalogue {
  public:
   explicit PaperCatalogue(testing_support::Station::Mode mode = testing_support::Station::Mode::Online)

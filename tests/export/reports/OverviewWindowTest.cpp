@@ -64,7 +64,7 @@ class OverviewWindow : public ::testing::Test {
   QString File(const QString& name) const { return catalogue_.station.Folder() + u'/' + name; }
 
   PaperCatalogue catalogue_;
-  // Of the audio files one can be gone, and all of them let wait for an answer. The look may outlive the test.
+  // Replaces the file check: one audio file can be missing, or all checks can block. A check may outlive the test.
   struct Drive {
     QString gone;
     Gate answers;
@@ -97,7 +97,7 @@ QByteArray Bytes(const QString& path) {
   return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-// The text of a PDF, as another program reads it; null where that program is not installed.
+// The text of a PDF, extracted by another program; null when that program is not installed.
 QString TextOfPdf(const QString& path) {
   const QString reader = QStandardPaths::findExecutable(u"pdftotext"_s);
   if (reader.isEmpty()) return {};
@@ -109,7 +109,7 @@ QString TextOfPdf(const QString& path) {
 
 }  // namespace
 
-TEST_F(OverviewWindow, ShowsTheOverviewThatIsChosen) {
+TEST_F(OverviewWindow, ShowsTheChosenOverview) {
   Open();
   EXPECT_TRUE(Shown().contains(u"Zomer"_s) && Shown().contains(u"2 item-spots, samen 2:07"_s));
   Click(u"optItems"_s);
@@ -118,7 +118,7 @@ TEST_F(OverviewWindow, ShowsTheOverviewThatIsChosen) {
   EXPECT_TRUE(Shown().contains(u"Kerst"_s) && !Shown().contains(u"Zomer"_s));
 }
 
-TEST_F(OverviewWindow, SaysAndSavesOfAFileThatIsGoneWhatTheListSays) {
+TEST_F(OverviewWindow, ShowsAndSavesTheStateOfAMissingFile) {
   drive_->gone = u"2.mp3"_s;
   Open();
   ASSERT_TRUE(WaitUntil([&] { return Shown().contains(kGone); }));
@@ -130,7 +130,7 @@ TEST_F(OverviewWindow, SaysAndSavesOfAFileThatIsGoneWhatTheListSays) {
   EXPECT_TRUE(Shown().contains(kGone));
 }
 
-TEST_F(OverviewWindow, DoesNotWaitForADriveThatDoesNotAnswer) {
+TEST_F(OverviewWindow, DoesNotWaitForAnUnresponsiveDrive) {
   drive_->gone = u"1.mp3"_s;
   for (int id = 10; id < 90; ++id)
     catalogue_.AddSpot(id, u"Spot %1"_s.arg(id), 10, 73050);
@@ -147,7 +147,7 @@ TEST_F(OverviewWindow, DoesNotWaitForADriveThatDoesNotAnswer) {
   EXPECT_TRUE(boxes_.Shown().empty());
 }
 
-TEST_F(OverviewWindow, SavesTheTableOfFiguresWhereTheUserSays) {
+TEST_F(OverviewWindow, SavesTheCsvInTheChosenFolder) {
   Open();
   chooser_.Choose(File(u"a.csv"_s));
   Click(u"cmdCsv"_s);
@@ -157,7 +157,7 @@ TEST_F(OverviewWindow, SavesTheTableOfFiguresWhereTheUserSays) {
   EXPECT_TRUE(boxes_.Shown().empty());
 }
 
-TEST_F(OverviewWindow, BeginsTheNextTimeInTheFolderOfTheLast) {
+TEST_F(OverviewWindow, StartsInTheFolderOfTheLastSave) {
   Open();
   chooser_.Choose(File(u"a.csv"_s));
   Click(u"cmdCsv"_s);
@@ -165,7 +165,7 @@ TEST_F(OverviewWindow, BeginsTheNextTimeInTheFolderOfTheLast) {
   EXPECT_EQ(chooser_.Shown().at(1).startFolder, File(u"Item-spots 2025-03-11.pdf"_s));
 }
 
-TEST_F(OverviewWindow, BeginsAtFirstInTheDocumentsWhereThereAreAny) {
+TEST_F(OverviewWindow, StartsInTheDocumentsFolderIfItExists) {
   const OwnHome home(catalogue_.station.Folder());
   Open();
   Click(u"cmdPdf"_s);
@@ -175,7 +175,7 @@ TEST_F(OverviewWindow, BeginsAtFirstInTheDocumentsWhereThereAreAny) {
   EXPECT_EQ(QFileInfo(chooser_.Shown().at(1).startFolder).path(), File(u"Documents"_s));
 }
 
-TEST_F(OverviewWindow, SavesAPdfThatOtherProgramsRead) {
+TEST_F(OverviewWindow, SavesAPdfThatOtherProgramsCanRead) {
   Open();
   chooser_.Choose(File(u"a.pdf"_s));
   Click(u"cmdPdf"_s);
@@ -187,7 +187,7 @@ TEST_F(OverviewWindow, SavesAPdfThatOtherProgramsRead) {
   EXPECT_TRUE(text.contains(u"Pagina 1 van 1"_s)) << text.toStdString();
 }
 
-TEST_F(OverviewWindow, NumbersEachOfManyPagesAndRepeatsTheTitlesOfTheColumns) {
+TEST_F(OverviewWindow, NumbersThePagesAndRepeatsTheColumnTitles) {
   for (int id = 10; id < 160; ++id)
     catalogue_.AddSpot(id, u"Spot %1"_s.arg(id), 10, 73050);
   QPrinter printer;
@@ -208,7 +208,7 @@ TEST_F(OverviewWindow, NumbersEachOfManyPagesAndRepeatsTheTitlesOfTheColumns) {
     EXPECT_EQ(text.count(u"Spot %1 "_s.arg(id)), 1) << id;
 }
 
-TEST_F(OverviewWindow, ALineOfSeveralHeightsStaysOnOnePage) {
+TEST_F(OverviewWindow, AWrappedLineIsNotSplit) {
   for (int id = 10; id < 100; ++id) {
     const QString filler = u" van de vereniging voor plattelandstoerisme"_s.repeated(id % 3);
     catalogue_.AddSpot(id, u"Begin%1%2 Einde%1"_s.arg(id).arg(filler), 10, 73050);
@@ -235,7 +235,7 @@ TEST_F(OverviewWindow, ACancelledChoiceSavesNothing) {
   EXPECT_EQ(Child<QLabel>(*form_, u"lblBewaard"_s).text(), QString());
 }
 
-TEST_F(OverviewWindow, AFolderThatIsNotThereGivesAnErrorThatNamesTheFile) {
+TEST_F(OverviewWindow, AMissingFolderGivesAnErrorThatNamesTheFile) {
   Open();
   chooser_.Choose(File(u"nergens/a.csv"_s));
   Click(u"cmdCsv"_s);
@@ -245,7 +245,7 @@ TEST_F(OverviewWindow, AFolderThatIsNotThereGivesAnErrorThatNamesTheFile) {
   EXPECT_TRUE(boxes_.Last().text.contains(u"a.csv"_s)) << boxes_.Last().text.toStdString();
 }
 
-TEST_F(OverviewWindow, AFullDiskKeepsTheFileThatWasThere) {
+TEST_F(OverviewWindow, AFullDiskKeepsTheExistingFile) {
   Open();
   QFile old(File(u"a.csv"_s));
   ASSERT_TRUE(old.open(QIODevice::WriteOnly) && old.write("oud") == 3);
@@ -259,7 +259,7 @@ TEST_F(OverviewWindow, AFullDiskKeepsTheFileThatWasThere) {
   EXPECT_EQ(Bytes(File(u"a.csv"_s)), QByteArray("oud"));
 }
 
-TEST_F(OverviewWindow, WhatCannotBeReadCannotBeSaved) {
+TEST_F(OverviewWindow, AnUnreadableReportCannotBeSaved) {
   global.serverDatabasePath = u"Z:\\nergens\\Server.mdb"_s;
   Open();
   ASSERT_EQ(boxes_.Shown().size(), 1U);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// How an overview falls apart into pages.
+// How an overview is split into pages.
 #include "export/reports/PageBreaks.h"
 
 #include "export/reports/ReportPages.h"
@@ -19,7 +19,7 @@ constexpr qreal kHeight = 400;
 
 const QString kLong = u" met een naam die zeker niet op één regel past en daarom op de volgende verder gaat"_s;
 
-// Groups of lines of one to three heights, each line with a text of its own.
+// Groups of lines one to three rows high, each line with a different text.
 Report ReportOf(const QStringList& names, int lines) {
   Report report;
   report.title = u"Overzicht"_s;
@@ -56,7 +56,7 @@ QStringList LinesOf(const std::vector<Report>& pages) {
   return lines;
 }
 
-// How high a page is that is laid out by itself, as it is printed.
+// The height of a page that is laid out alone, as for printing.
 qreal HeightOf(const std::vector<Report>& pages, std::size_t page) {
   QTextDocument document;
   document.setDocumentMargin(0);
@@ -67,7 +67,7 @@ qreal HeightOf(const std::vector<Report>& pages, std::size_t page) {
 
 }  // namespace
 
-TEST(PageBreaks, EachLineIsWholeOnOnePageInItsOrder) {
+TEST(PageBreaks, NoLineIsSplitAndTheOrderIsKept) {
   const Report report = ReportOf({QString()}, 90);
   const std::vector<Report> pages = PagesOf(report);
   EXPECT_GT(pages.size(), 5U);
@@ -83,7 +83,7 @@ TEST(PageBreaks, APageIsFilledBeforeTheNextBegins) {
     EXPECT_GT(HeightOf(pages, page), kHeight - kHighestLine) << page;
 }
 
-TEST(PageBreaks, AGroupsNameStaysWithItsFirstLineAndComesOnce) {
+TEST(PageBreaks, AGroupsNameIsOnThePageOfItsFirstLine) {
   QStringList names;
   for (int number = 0; number < 30; ++number)
     names += u"Blok %1"_s.arg(number);
@@ -103,7 +103,7 @@ TEST(PageBreaks, AGroupsNameStaysWithItsFirstLineAndComesOnce) {
   EXPECT_EQ(named, names);
 }
 
-TEST(PageBreaks, AGroupThatGoesOnSaysItsNameAgainOnEachPage) {
+TEST(PageBreaks, AContinuedGroupRepeatsItsNameOnEachPage) {
   const Report report = ReportOf({u"Blok"_s, u"Blok"_s + kLong}, 60);
   const std::vector<Report> pages = PagesOf(report);
   EXPECT_GT(pages.size(), 5U);
@@ -129,6 +129,6 @@ TEST(PageBreaks, GroupsWithoutLinesKeepTheirPlace) {
   EXPECT_TRUE(pages[0].groups[1].lines.empty());
 }
 
-TEST(PageBreaks, NothingIsOnePage) {
+TEST(PageBreaks, AnEmptyReportIsOnePage) {
   EXPECT_EQ(PagesOf(ReportOf({}, 0)).size(), 1U);
 }

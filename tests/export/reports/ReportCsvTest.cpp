@@ -18,17 +18,17 @@ Report Lines(std::vector<QStringList> lines) {
 
 }  // namespace
 
-TEST(ReportCsv, IsWhatASpreadsheetThatCountsInDutchExpects) {
+TEST(ReportCsv, HasTheFormatOfADutchSpreadsheet) {
   EXPECT_EQ(CsvOf(Lines({{u"Café"_s, u"Z:\\a.mp3"_s}})).toStdString(),
             "\xEF\xBB\xBFNaam;Path\r\nCaf\xC3\xA9;Z:\\a.mp3\r\n");
 }
 
-TEST(ReportCsv, QuotesWhatWouldOtherwiseFallApart) {
+TEST(ReportCsv, QuotesCellsWithSeparators) {
   EXPECT_EQ(CsvOf(Lines({{u"a;b"_s, u"zeg \"ja\""_s}, {u"twee\r\nregels"_s, u" rand "_s}})).toStdString(),
             "\xEF\xBB\xBFNaam;Path\r\n\"a;b\";\"zeg \"\"ja\"\"\"\r\n\"twee\r\nregels\";\" rand \"\r\n");
 }
 
-TEST(ReportCsv, ATextThatASpreadsheetWouldRunAsAFormulaIsText) {
+TEST(ReportCsv, FormulasAreWrittenAsText) {
   const auto field = [](const QString& text) {
     return QString::fromUtf8(CsvOf(Lines({{text, u"x"_s}}))).section(u"\r\n"_s, 1).section(u";x"_s, 0, 0).toStdString();
   };
@@ -41,7 +41,7 @@ TEST(ReportCsv, ATextThatASpreadsheetWouldRunAsAFormulaIsText) {
     EXPECT_EQ(field(text), text.toStdString());
 }
 
-TEST(ReportCsv, EachLineRepeatsItsGroupAndAnEmptyGroupHasOne) {
+TEST(ReportCsv, EachLineRepeatsItsGroupAndAnEmptyGroupHasALine) {
   Report report;
   report.groupTitle = u"Item"_s;
   report.columns = {{u"Nr."_s, 10}, {u"Item-spot"_s, 90}};

@@ -34,7 +34,7 @@ std::string Text(const QStringList& line) {
 INSTANTIATE_TEST_SUITE_P(Modes, Reports, ::testing::Values(Station::Mode::Online, Station::Mode::Offline),
                          [](const auto& mode) { return mode.param == Station::Mode::Online ? "Online" : "Offline"; });
 
-TEST_P(Reports, TheCatalogueHasEverySpotByNameWithItsSum) {
+TEST_P(Reports, TheCatalogueHasEverySpotByNameWithTotals) {
   catalogue_.AddSpot(1, u"Zomer"_s, 32, k11March + 100);
   catalogue_.AddSpot(2, u"kerst"_s, 95, k11March + 100, 0);
   const Report report = CatalogueReport();
@@ -50,7 +50,7 @@ TEST_P(Reports, TheCatalogueHasEverySpotByNameWithItsSum) {
                                                : "Radio Testland · offline · dinsdag 11 maart 2025");
 }
 
-TEST_P(Reports, StatesSayWhatWasFoundOfTheFiles) {
+TEST_P(Reports, StatesIncludeThePresenceOfFiles) {
   catalogue_.AddSpot(1, u"Zomer"_s, 32, k11March + 100);
   catalogue_.AddSpot(2, u"Kerst"_s, 95, k11March + 100);
   catalogue_.AddItem(7, u"Ochtend"_s);
@@ -64,7 +64,7 @@ TEST_P(Reports, StatesSayWhatWasFoundOfTheFiles) {
   EXPECT_EQ(CatalogueReport().files, (QStringList{u"Z:\\audio\\2.mp3"_s, u"Z:\\audio\\1.mp3"_s}));
 }
 
-TEST_P(Reports, AnEmptyCatalogueSaysSo) {
+TEST_P(Reports, AnEmptyCatalogueHasAText) {
   EXPECT_TRUE(CatalogueReport().IsEmpty());
   EXPECT_EQ(CatalogueReport().emptyText, u"Er zijn nog geen item-spots."_s);
   EXPECT_TRUE(BlocksReport().IsEmpty());
@@ -98,7 +98,7 @@ TEST_P(Reports, ABlockOfFilesNamesTheFolder) {
   EXPECT_EQ(BlocksReport().groups[0].note.toStdString(), "niet aktief; bestanden ‘blok…’ in Z:\\blokken");
 }
 
-TEST_P(Reports, WhatEndsSoonIsFromTodayUpToThirtyDaysAndActive) {
+TEST_P(Reports, EndingSpotsAreActiveAndEndWithinThirtyDays) {
   catalogue_.AddSpot(1, u"gisteren"_s, 10, k11March - 1);
   catalogue_.AddSpot(2, u"vandaag"_s, 10, k11March);
   catalogue_.AddSpot(3, u"laatste"_s, 10, k11March + 30);
@@ -126,7 +126,7 @@ TEST(ReportsOfNothing, AnUnreachableCatalogueIsAnErrorThatNamesTheFile) {
   }
 }
 
-TEST_P(Reports, AiringsAreToldBySpotForThePeriod) {
+TEST_P(Reports, AiringsAreListedBySpotForThePeriod) {
   catalogue_.AddSpot(1, u"Zomer"_s, 32, k11March);
   catalogue_.AddSpot(2, u"kerst"_s, 95, k11March);
   catalogue_.AddItem(7, u"Ochtend"_s);
@@ -148,7 +148,7 @@ TEST_P(Reports, AiringsAreToldBySpotForThePeriod) {
   EXPECT_TRUE(AiringsReport({}, QDate(2025, 3, 12), QDate(2025, 3, 31)).IsEmpty());
 }
 
-TEST_P(Reports, WithoutALedgerTheAiringsSayThatNothingIsCounted) {
+TEST_P(Reports, WithoutALedgerTheReportSaysThatNothingIsCounted) {
   const Report report = AiringsReport({}, QDate(2025, 3, 1), QDate(2025, 3, 31));
   EXPECT_TRUE(report.IsEmpty());
   EXPECT_TRUE(report.emptyText.contains(u"geen uitzendingen geteld"_s));
