@@ -11,7 +11,7 @@
 using namespace Qt::StringLiterals;
 
 bool IsFirstStart() {
-  // A folder of which nothing can be told is no empty one.
+  // A folder that cannot be read is not considered empty.
   if (runtime::Probe(global.programFolder + u"\\ovalis.ini"_s) != runtime::Presence::NotThere) return false;
   const QDir data(runtime::HostPath(global.programFolder + u"\\data"_s));
   return data.entryList({u"OvalistoLocal*.mdb"_s}, QDir::Files).isEmpty();

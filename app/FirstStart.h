@@ -3,9 +3,9 @@
 
 class QWidget;
 
-// A program folder (the global one) in which nothing was ever made: no settings file, and no database of any station.
+// True when the program folder has neither a settings file nor a database of any station.
 bool IsFirstStart();
 
-// Offers to make an empty or a demonstration station there. True when one was made: settings and station are to be read
-// anew.
+// Offers to make an empty or a demonstration station there. True when one was made: the caller must read settings and
+// station again.
 bool OfferFirstStation(QWidget* owner);

@@ -3,6 +3,6 @@
 
 class QApplication;
 
-// The program speaks Dutch whatever the desktop speaks: dates and numbers, and the texts that Qt itself brings, as far
-// as its translations are installed.
+// Sets Dutch for dates, numbers and Qt's own texts (if its translations are installed), whatever the desktop's
+// language.
 void InstallDutchTranslation(QApplication& application);

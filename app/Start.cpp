@@ -26,7 +26,7 @@ void RegisterScreens() {
 
 namespace {
 
-// Connecting to a server happens beside the windows: they repaint, and clicks and keys wait.
+// Connects to a server in another thread: windows repaint, clicks and keys are delayed.
 void WaitForServersBesideWindows() {
   dao::SetServerWait([](const std::function<bool(std::chrono::milliseconds)>& isReady) {
     constexpr std::chrono::milliseconds kBetweenRepaints(20);

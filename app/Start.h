@@ -6,14 +6,14 @@
 class ProgramLock;
 class frmMain;
 
-// The one program of the folder named by the global programFolder; to be kept while it runs. Null when another one runs
-// there: the user has been told.
+// Takes the lock of global.programFolder, to be held while the program runs. Null when another program holds it; the
+// user has then seen a message.
 std::unique_ptr<ProgramLock> TakeProgramLock();
 
-// The start procedure: shows the splash screen, loads the main window, closes the splash screen and shows the main
-// window, which it returns. Where no station was ever made, one is offered in between; then the window loads again. The
-// global programFolder must be set.
+// The start procedure: shows the splash screen, loads the main window, closes the splash screen, shows the main window
+// and returns it. When there is no station yet it offers to make one and then loads the window again.
+// global.programFolder must be set.
 std::unique_ptr<frmMain> Start();
 
-// Makes every screen known to the others. To be called once, before Start.
+// Registers all screens. Call once, before Start.
 void RegisterScreens();

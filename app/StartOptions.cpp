@@ -9,8 +9,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The value of the option at `at`, written "--option value" or "--option=value"; moves `at` over it. Null when it is
-// another option.
+// The value of the option at `at`, written "--option value" or "--option=value"; advances `at`. Null for another
+// option.
 QString ValueOf(const QStringList& arguments, qsizetype& at, const QString& option) {
   const QString& argument = arguments[at];
   if (argument.startsWith(option + u'=')) return argument.mid(option.size() + 1) + u""_s;

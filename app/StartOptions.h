@@ -8,7 +8,7 @@
 
 #include <optional>
 
-// What the command line and the environment ask of the program.
+// Options from the command line and the environment.
 struct StartOptions {
   bool showVersion = false;
   bool showHelp = false;
@@ -16,9 +16,9 @@ struct StartOptions {
   QString folder;  // host path of the program's folder
 };
 
-// `arguments` without the program's name, and without those that Qt itself takes. `environmentFolder`: the value of
-// SPOTROOSTER_FOLDER, `ownFolder`: the folder of the executable. An unknown option, a missing value or a wrong theme is
-// a runtime::Error.
+// `arguments`: without the program's name and without Qt's own options. `environmentFolder`: the value of
+// SPOTROOSTER_FOLDER. `ownFolder`: the folder of the executable. Throws runtime::Error for an unknown option, a missing
+// value or a wrong theme.
 StartOptions ParseStartOptions(const QStringList& arguments, const QString& environmentFolder,
                                const QString& ownFolder);
 

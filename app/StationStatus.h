@@ -3,11 +3,11 @@
 
 #include <optional>
 
-// What the status bar tells of the station's local database.
+// Facts about the station's local database for the status bar.
 struct StationStatus {
-  std::optional<int> notExported;  // statements in the offline log; nothing when the database cannot be read
-  bool copyEmpty = false;          // the local copy of the items or of the item-spots holds no row
+  std::optional<int> notExported;  // statements in the offline log; empty when the database cannot be read
+  bool copyEmpty = false;          // the local copy of the items or of the item-spots is empty
 };
 
-// Reads it anew. Never throws and never shows an error: the screens that work with the database do that.
+// Reads the current values. Never throws and shows no error: screens that use the database report errors.
 StationStatus ReadStationStatus();

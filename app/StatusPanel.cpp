@@ -10,7 +10,7 @@ constexpr int kMargin = 12;
 constexpr int kIconSide = 16;
 constexpr int kGap = 6;
 constexpr int kHeight = 28;
-constexpr int kNarrowest = 2 * kMargin + kIconSide + kGap + 64;  // "Offline" stands in it whole
+constexpr int kNarrowest = 2 * kMargin + kIconSide + kGap + 64;  // wide enough for "Offline"
 }  // namespace
 
 StatusPanel::StatusPanel(QWidget* parent) : QWidget(parent) {

@@ -5,14 +5,14 @@
 
 #include <QWidget>
 
-// One field of the status bar: an icon and a text, with a hairline behind it.
+// One field of the status bar: an icon and a text, followed by a hairline.
 class StatusPanel : public QWidget {
   Q_OBJECT
 
  public:
   explicit StatusPanel(QWidget* parent = nullptr);
 
-  // What is told with Warning stands out in colour and weight.
+  // Warning has another colour and bold text.
   void Show(const QString& icon, const QString& text, desktop::IconTint tint = desktop::IconTint::Text);
   const QString& Text() const { return text_; }
 

@@ -11,7 +11,7 @@ using controls::LineTone;
 
 namespace {
 
-// A number and the words behind it. Without a number: a dash and the words for many.
+// A number and its words; without a number a dash and the plural.
 struct Row {
   QLabel* number;
   QLabel* words;
@@ -73,7 +73,7 @@ void TodayPanel::Count() {
   ShowCounts();
 }
 
-// Which files are missing is known only once all were looked for.
+// Missing files are known only after all files are checked.
 void TodayPanel::ShowCounts() {
   const bool read = survey_->IsRead();
   const bool finished = read && survey_->IsFinished();

@@ -15,9 +15,9 @@ namespace Ui {
 class TodayPanel;
 }
 
-// What needs a hand today: counts of the item-spots by state, of the blocks that would be silent or too short now, and
-// of the changes that wait for an export, each with a button that leads there. The item-spots are counted in the
-// background; what is not known is shown as a dash, never as an error.
+// What needs attention today: counts of item-spots by state, of blocks that are silent or too short now, and of changes
+// not exported yet, each with a button that opens the screen. Item-spots are counted in the background; an unknown
+// count is shown as a dash, never as an error.
 class TodayPanel : public QGroupBox {
   Q_OBJECT
 
@@ -25,10 +25,10 @@ class TodayPanel : public QGroupBox {
   explicit TodayPanel(QWidget* parent = nullptr);
   ~TodayPanel() override;
 
-  // Counts the present catalogue anew.
+  // Counts the current catalogue again.
   void Count();
   void ShowNotExported(const std::optional<int>& count);
-  // Which buttons lead somewhere.
+  // Enables the buttons that open a screen.
   void EnableButtons(bool spots, bool blocks, bool exporting);
 
  Q_SIGNALS:

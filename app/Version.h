@@ -5,5 +5,5 @@
 
 // The program's version, "major.minor.revision".
 QString Version();
-// As the user sees it: "Versie 1.2.15".
+// For the user: "Versie 1.2.15".
 QString VersionText();

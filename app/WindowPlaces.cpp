@@ -16,8 +16,8 @@ bool IsOurs(const QWidget& window) {
   return window.isWindow() && window.objectName().startsWith(u"frm"_s) && window.objectName() != u"frmSplash"_s;
 }
 
-// Whole within the free area, its frame too: a screen may have gone or shrunk since, and what is off the edge cannot be
-// taken hold of.
+// Moves the window including its frame into the available area: a screen may have been removed or made smaller since,
+// and a title bar outside the screen cannot be dragged.
 void BringInside(QWidget& window) {
   const QRect free = window.screen()->availableGeometry();
   QRect frame = window.frameGeometry();
@@ -33,9 +33,8 @@ void KeepWithinScreen(QWidget& window) {
   if (window.width() > free.width() || window.height() > free.height()) window.resize(window.size().boundedTo(free));
 }
 
-// Smaller than half of how it was drawn up a window shows nothing that one could work with. Set once: a window that is
-// shown again has the size its user gave it. (Its layout alone asks for less: lists and scrolling pages shrink to
-// nothing.)
+// Below half of its designed size a window is not usable; its layout alone would allow less, since lists and scrolling
+// pages shrink to nothing. Set once: when shown again the window has the size that the user chose.
 void SetSmallest(QWidget& window) {
   constexpr const char* kSet = "smallestSet";
   if (window.property(kSet).toBool()) return;
@@ -67,5 +66,5 @@ void WindowPlaces::Restore(QWidget& window) {
   const QByteArray place = places_.value(window.objectName()).toByteArray();
   const bool restored = !place.isEmpty() && window.restoreGeometry(place);
   KeepWithinScreen(window);
-  if (restored) BringInside(window);  // any other window has its place from the desktop
+  if (restored) BringInside(window);  // the desktop places other windows
 }

@@ -6,14 +6,14 @@
 
 class QWidget;
 
-// Remembers size and place of the program's windows (those named "frm..."), for each user in a file of its own. A
-// window never opens larger than the free area of its screen, and one that was left elsewhere comes back into it.
-// None gets smaller than half of the size it opens with. Watches the whole application while it lives.
+// Remembers size and position of the program's windows (named "frm...") in a file per user. A window never opens larger
+// than the available area of its screen or outside it, and cannot be made smaller than half of its opening size.
+// Watches all windows of the application during its lifetime.
 class WindowPlaces : public QObject {
   Q_OBJECT
 
  public:
-  // `file`: host path; made when missing. Without write permission nothing is remembered, and nothing else happens.
+  // `file`: host path; created when missing. Without write permission nothing is remembered, without an error.
   explicit WindowPlaces(const QString& file);
 
  protected:

@@ -38,7 +38,7 @@ void frmEersteStart::Form_Load() {
   });
 }
 
-// An empty station needs a name: it is what one chooses at each start.
+// An empty station needs a name: the user chooses it at each start.
 void frmEersteStart::InitCommands() {
   ui_->txtNaam->setEnabled(ui_->optLeeg->isChecked());
   ui_->cmdOk->setEnabled(ui_->optDemo->isChecked() || !IsKull(ui_->txtNaam->text()));

@@ -9,7 +9,7 @@ namespace Ui {
 class frmEersteStart;
 }
 
-// What a first start offers: to make an empty or a demonstration station in the program's folder.
+// Offers at the first start to make an empty or a demonstration station in the program folder.
 class frmEersteStart : public Form {
   Q_OBJECT
 
@@ -19,7 +19,7 @@ class frmEersteStart : public Form {
 
   void Form_Load() override;
 
-  // A station was made.
+  // True when a station was made.
   bool Made() const { return made_; }
 
  private:

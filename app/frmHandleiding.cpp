@@ -10,7 +10,7 @@
 #include <QTextDocument>
 #include <QTextTable>
 
-// Must stand outside of any namespace; the text lies in a library, which does not bring it along by itself.
+// Q_INIT_RESOURCE must be used outside any namespace. It is needed since the resource is in a static library.
 static void NeedManual() {
   Q_INIT_RESOURCE(handleiding);
 }
@@ -23,7 +23,7 @@ namespace {
 constexpr double kPageMargin = 20;
 constexpr double kCellPadding = 4;
 
-// They are for readers elsewhere: whoever reads here has the windows at hand.
+// Pictures are for readers of the file; users of the program can open the windows themselves.
 QString WithoutPictures(QString markdown) {
   static const QRegularExpression picture(u"^!\\[.*\\]\\(.*\\)\n"_s, QRegularExpression::MultilineOption);
   return markdown.remove(picture);
@@ -36,7 +36,7 @@ QString ManualText() {
   return WithoutPictures(QString::fromUtf8(file.readAll()));
 }
 
-// Room instead of lines.
+// Space instead of rules.
 void LightenTables(QTextDocument& document) {
   for (QTextFrame* frame : document.rootFrame()->childFrames()) {
     auto* table = qobject_cast<QTextTable*>(frame);

@@ -9,7 +9,7 @@ namespace Ui {
 class frmHandleiding;
 }
 
-// The manual, which the program carries with it.
+// Shows the manual, which is a resource of the program.
 class frmHandleiding : public Form {
   Q_OBJECT
 

@@ -99,13 +99,13 @@ void frmMain::InitForm() {
   auto* gap = new QWidget(this);
   gap->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
   ui_->tlbMain->insertWidget(ui_->actAfsluiten, gap);
-  // A tool bar's buttons take no focus by themselves.
+  // Tool bar buttons accept no focus by default.
   for (auto* button : ui_->tlbMain->findChildren<QToolButton*>()) {
     if (button->objectName().isEmpty()) button->setFocusPolicy(Qt::TabFocus);
   }
   ui_->lblRadio->setFont(desktop::ScaledFont(font(), 2, QFont::DemiBold));
   ui_->lblDatum->setFont(desktop::ScaledFont(font(), 1.1, QFont::Normal));
-  setFocus();  // and not the first button
+  setFocus();  // instead of the first button
   tmrKlok_->setTimerType(Qt::PreciseTimer);
 }
 
@@ -140,13 +140,13 @@ void frmMain::Form_Load() {
   });
 }
 
-// Without a choice the number stays 0 and the paths stay as they are.
+// Without a choice the number remains 0 and the paths are unchanged.
 void frmMain::ChooseStation() {
   frmRadioDetail(this).ShowModal();
   FormDatabasePaths();
 }
 
-// Before anything is logged. A failure is no reason not to start: it is tried again before the next export.
+// Before anything is logged. The program starts even after a failure: the next export tries again.
 void frmMain::ResumeExport() {
   Trapped(__func__, [&] { FinishInterruptedExport(global.localDatabasePath); });
   Trapped(__func__, [&] {

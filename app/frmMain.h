@@ -22,12 +22,12 @@ class frmMain : public QMainWindow {
   frmMain();
   ~frmMain() override;
 
-  // The start of the work: reads the settings, lets the user choose the station, forms the database paths and reads the
-  // station's name and mode. To be called once, before the window is shown.
+  // Reads the settings, lets the user choose the station, sets the database paths and reads the station's name and
+  // mode. Call once, before the window is shown.
   void Form_Load();
 
  Q_SIGNALS:
-  // What the load does next, in words for the splash screen.
+  // The next step of the load, as text for the splash screen.
   void loading(const QString& step);
 
  private:

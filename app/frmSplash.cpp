@@ -25,14 +25,14 @@ constexpr double kRadius = 6;
 constexpr QRgb kPage = 0xff0e1215;
 constexpr QRgb kAhead = 0xff24434b;
 
-// The waveform: thin bars, a stretch of them in the colour of the outtro, the rest still to come.
+// The waveform: thin bars; played, outtro and remaining parts in different colours.
 constexpr int kWaveMiddle = 196;
 constexpr double kBarStep = 4.33;
 constexpr double kBarWidth = 2.2;
 constexpr double kOuttroFrom = 0.70;  // of the width
 constexpr double kOuttroTo = 0.825;
 
-// Half the height of one bar: two slow swells with a finer ripple, always the same.
+// Half the height of a bar: two slow waves with a finer ripple, always the same.
 double BarReach(int bar) {
   const double swell = 0.5 + 0.5 * std::sin(bar * 2 * std::numbers::pi / 40 - 0.6);
   const double ripple = 0.5 + 0.5 * std::sin(bar * 2.1) * std::cos(bar * 0.7);

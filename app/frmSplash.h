@@ -9,7 +9,7 @@ namespace Ui {
 class frmSplash;
 }
 
-// The splash screen: name, version, and what start-up is doing. Always dark. Any key closes it.
+// The splash screen: name, version, and the current step of the start-up. Always dark. Any key closes it.
 class frmSplash : public QWidget {
   Q_OBJECT
 
@@ -17,7 +17,7 @@ class frmSplash : public QWidget {
   frmSplash();
   ~frmSplash() override;
 
-  // Tells what start-up does next; painted at once.
+  // Shows the next step of the start-up; painted immediately.
   void ShowStep(const QString& text);
 
  protected:

@@ -33,7 +33,7 @@ void Print(std::FILE* stream, const QString& text) {
   std::fputs(text.toLocal8Bit().constData(), stream);
 }
 
-// Version and help need no display.
+// --version and --help need no display.
 bool IsTextOnly(const StartOptions& options) {
   return options.showVersion || options.showHelp;
 }
@@ -49,7 +49,7 @@ QStringList ArgumentsOf(int argc, char** argv) {
   return arguments;
 }
 
-// Options that Qt knows are not ours to judge here, so a refusal waits for the second look.
+// Looks for --help and --version only: unknown options can be refused only after QApplication removed Qt's own.
 bool PrintedTextOnly(int argc, char** argv) {
   StartOptions options;
   const QStringList arguments = ArgumentsOf(argc, argv);

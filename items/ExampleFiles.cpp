@@ -24,15 +24,15 @@ QString TextOf(const std::vector<Presence>& files) {
 
 }  // namespace
 
-ExampleFiles::ExampleFiles(QObject* receiver, std::function<void(const QString& text)> tell)
-    : tell_(std::move(tell)),
+ExampleFiles::ExampleFiles(QObject* receiver, std::function<void(const QString& text)> report)
+    : report_(std::move(report)),
       checker_(receiver,
                [this](const std::vector<FilePresenceChecker::Result>& found, bool last) { TakeFiles(found, last); }) {}
 
 void ExampleFiles::Look(const FileNamePattern& pattern, int count) {
   checker_.Cancel();
   found_.clear();
-  tell_({});
+  report_({});
   std::vector<FilePresenceChecker::Request> wanted;
   const QDateTime now = runtime::Now();
   for (int number = 1; number <= (pattern.severalSpots ? std::clamp(count, 1, kMostFiles) : 1); ++number) {
@@ -45,5 +45,5 @@ void ExampleFiles::Look(const FileNamePattern& pattern, int count) {
 void ExampleFiles::TakeFiles(const std::vector<FilePresenceChecker::Result>& found, bool last) {
   for (const FilePresenceChecker::Result& file : found)
     found_.push_back(file.presence);
-  if (last && !found_.empty()) tell_(TextOf(found_));
+  if (last && !found_.empty()) report_(TextOf(found_));
 }

@@ -11,19 +11,19 @@
 
 class QObject;
 
-// Whether the files that a name pattern gives at this moment are there, looked up in the background.
+// Checks in the background whether the files of a name pattern for this moment exist.
 class ExampleFiles {
  public:
-  // `tell` is called in the receiver's thread with what a label says. The receiver must outlive this.
-  ExampleFiles(QObject* receiver, std::function<void(const QString& text)> tell);
+  // `report` is called in the receiver's thread with the text for a label. The receiver must outlive this object.
+  ExampleFiles(QObject* receiver, std::function<void(const QString& text)> report);
 
-  // Instead of those looked for before. `count` files where the pattern numbers them.
+  // Replaces the previous check. `count` files if the pattern numbers them.
   void Look(const FileNamePattern& pattern, int count);
 
  private:
   void TakeFiles(const std::vector<FilePresenceChecker::Result>& found, bool last);
 
-  std::function<void(const QString& text)> tell_;
+  std::function<void(const QString& text)> report_;
   std::vector<runtime::Presence> found_;
   FilePresenceChecker checker_;
 };

@@ -20,7 +20,7 @@ QString Below(const QString& folder, const QString& name) {
   return (folder.endsWith(u'\\') ? folder : QString(folder + u'\\')) + name;
 }
 
-// The drive or share that a path text begins with; the root itself for a path without one.
+// The drive or share at the start of a path text; "\" for a path without one.
 QString DriveOf(const QString& pathText) {
   QString found;
   for (const QString& drive : runtime::Drives()) {
@@ -48,7 +48,7 @@ FolderList::FolderList(QWidget* parent) : ListBox(parent) {
 }
 
 void FolderList::SetPath(const QString& pathText) {
-  // May throw: what is shown stays.
+  // Before any change, since it may throw.
   const QStringList below = desktop::InBackground([pathText] { return Subfolders(pathText); });
   const QString drive = DriveOf(pathText);
   Clear();

@@ -6,18 +6,18 @@
 #include <QElapsedTimer>
 #include <QStringList>
 
-// A list of folders: from the root of a drive down to the current one, then its subfolders. Lines show names, indented
-// by depth; List gives the full path text.
+// A list of folders: from the root of a drive down to the current folder, then its subfolders. Lines show names,
+// indented by depth; List returns the full path text.
 class FolderList : public controls::ListBox {
   Q_OBJECT
 
  public:
   explicit FolderList(QWidget* parent = nullptr);
 
-  // The folder whose tree is shown; empty at first.
+  // The current folder; empty at first.
   QString Path() const { return path_; }
-  // Shows another folder's tree, nothing selected. Throws runtime::Error, and keeps what it showed, when the folder is
-  // not there, not reachable or not readable.
+  // Shows another folder without a selection. Throws runtime::Error, without a change, when the folder is missing,
+  // unreachable or unreadable.
   void SetPath(const QString& pathText);
   // The line of the current folder.
   int PathLine() const { return pathLine_; }
@@ -25,7 +25,7 @@ class FolderList : public controls::ListBox {
   // The full path of a line. Throws runtime::Error for an index out of range.
   QString List(int index) const;
 
-  // Typing goes to the next folder whose name begins so.
+  // Typing selects the next folder whose name starts with the text.
   void keyboardSearch(const QString& typed) override;
 
  private:

@@ -21,7 +21,7 @@ SpotLengths::SpotLengths(QObject* receiver, std::function<void()> changed)
 
 void SpotLengths::Read() {
   spots_.clear();
-  asked_.clear();
+  requested_.clear();
   checker_.Cancel();
   const Catalogue catalogue = CurrentCatalogue();
   try {
@@ -44,12 +44,12 @@ void SpotLengths::Show(controls::ListBox& list) {
     list.SetDetails(line, spot == spots_.constEnd() ? controls::LineDetails() : DetailsOf(*spot, StateOf(*spot, now)));
     if (spot == spots_.constEnd() || spot->path.isEmpty() || spot->file) continue;
     wanted.push_back({spot.key(), spot->path});
-    unasked = unasked || !asked_.contains(spot.key());
+    unasked = unasked || !requested_.contains(spot.key());
   }
-  // One look at a time: a new one takes those along that were still waited for.
+  // A new check replaces a running one, so it includes the files that are not checked yet.
   if (!unasked) return;
   for (const FilePresenceChecker::Request& file : wanted)
-    asked_.insert(file.id, true);
+    requested_.insert(file.id, true);
   checker_.Start(std::move(wanted));
 }
 

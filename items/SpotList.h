@@ -15,17 +15,17 @@ namespace controls {
 class ListBox;
 }
 
-// Helps the list of an item's spots to show the state and length of each: an aid beside the given texts, which it never
-// touches. Whether files are there is looked up in the background.
+// Adds state and length to the lines of an item's spot list, without changing their texts. Files are checked in the
+// background.
 class SpotLengths {
  public:
-  // `changed` is called in the receiver's thread once more is known of the files. The receiver must outlive this.
+  // `changed` is called in the receiver's thread after file checks. The receiver must outlive this object.
   SpotLengths(QObject* receiver, std::function<void()> changed);
 
-  // Reads all item-spots of the present catalogue. No error box: without them the list shows none.
+  // Reads all item-spots of the current catalogue. No error box: after a failure no states are shown.
   void Read();
 
-  // Puts each listed spot's state and length beside its line, and looks for the files of those not looked at yet.
+  // Sets state and length of each line, and checks the files that were not checked yet.
   void Show(controls::ListBox& list);
 
   // "5 item-spots, samen 2:29".
@@ -35,7 +35,7 @@ class SpotLengths {
   void TakeFiles(const std::vector<FilePresenceChecker::Result>& found, bool last);
 
   QHash<qint64, SpotFacts> spots_;
-  QHash<qint64, bool> asked_;  // spots whose file was looked for
+  QHash<qint64, bool> requested_;  // spots whose file check was started
   std::function<void()> changed_;
   FilePresenceChecker checker_;
 };

@@ -31,7 +31,7 @@ void frmDirectory::ConnectEvents() {
   connect(ui_->cmdAnnuleren, &QPushButton::clicked, this, &frmDirectory::cmdAnnuleren_Click);
 }
 
-// Enter in the list opens a folder; it does not reach the default button.
+// Enter in the list opens a folder instead of pressing the default button.
 bool frmDirectory::eventFilter(QObject* watched, QEvent* event) {
   if (watched == ui_->lstDir && event->type() == QEvent::KeyPress) {
     const int key = static_cast<QKeyEvent*>(event)->key();
@@ -51,7 +51,7 @@ void frmDirectory::Form_Load() {
   });
 }
 
-// The first drive and its folders, nothing chosen.
+// The first drive and its folders, without a selection.
 void frmDirectory::ShowDefaults() {
   const QSignalBlocker quiet(ui_->cboDrive);
   for (const QString& drive : runtime::Drives())
@@ -71,7 +71,7 @@ void frmDirectory::FillForm(const QString& startFolder) {
 }
 
 void frmDirectory::SetDrive(const QString& startFolder) {
-  static_cast<void>(runtime::HostRoot(startFolder));  // a drive that is not known is an error
+  static_cast<void>(runtime::HostRoot(startFolder));  // throws for an unmapped drive
   for (int line = 0; line < ui_->cboDrive->ListCount(); ++line) {
     const QString drive = ui_->cboDrive->Text(line) + u'\\';
     if (QString(startFolder + u'\\').startsWith(drive, Qt::CaseInsensitive)) ui_->cboDrive->SetListIndex(line);

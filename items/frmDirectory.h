@@ -9,8 +9,8 @@ namespace Ui {
 class frmDirectory;
 }
 
-// Lets the user choose a folder. The caller puts the folder to start from into gstrSelectedID (or nothing) and finds
-// the chosen one there; after a cancel it holds what it held.
+// Lets the user choose a folder. gstrSelectedID has the start folder (or is empty) when it opens and the chosen folder
+// when it closes; unchanged after a cancel.
 class frmDirectory : public Form {
   Q_OBJECT
 

@@ -38,7 +38,8 @@ frmItemsDetail::frmItemsDetail(QWidget* owner)
 
 frmItemsDetail::~frmItemsDetail() = default;
 
-// What has no handler here (cboMiddenPingle, the two counts, the random order, ledMix) does not make the form dirty.
+// Required: the controls without a handler here (cboMiddenPingle, the two counts, the random order, ledMix) do not make
+// the form dirty.
 void frmItemsDetail::ConnectChanges() {
   using Self = frmItemsDetail;
   connect(ui_->txtNaam, &QLineEdit::textChanged, this, &Self::txtNaam_Change);
@@ -95,7 +96,7 @@ void frmItemsDetail::cmdOk_Click() {
   Trapped(__func__, [this] { SaveAndClose(); });
 }
 
-// A locked item has nothing to save, so there is nothing to ask.
+// A locked item cannot be changed, so there is no question about saving.
 void frmItemsDetail::cmdAnnuleren_Click() {
   Trapped(__func__, [this] {
     if (isLocked_) isDirty_ = false;

@@ -21,7 +21,7 @@ class ComboBox;
 }
 
 // The item editor: one advertising block, filled from a list of item-spots (option 1) or from files found by a name
-// pattern (option 2), with the number of spots and the jingles around them.
+// pattern (option 2), with the number of spots and the jingles.
 class frmItemsDetail : public EditorForm {
   Q_OBJECT
 
@@ -56,7 +56,7 @@ class frmItemsDetail : public EditorForm {
   void FillPattern(const dao::Recordset& row);
   void FillJingle(const QVariant& id, const QString& combo, QCheckBox& check);
 
-  // The block as it is on the screen.
+  // The block with the values on the screen, saved or not.
   Block BlockOnScreen() const;
   FileNamePattern PatternOnScreen() const;
 
@@ -82,7 +82,7 @@ class frmItemsDetail : public EditorForm {
   void ListChanged();
   void ShowOpt2Voorbeeld();
   bool IsWeekChosen() const;
-  // The ItemData of the chosen entry; nothing when none is chosen.
+  // The ItemData of the chosen entry; empty for none.
   static std::optional<qint32> Chosen(const controls::ComboBox& combo);
 
   // Changes.
@@ -126,7 +126,7 @@ class frmItemsDetail : public EditorForm {
   SpotLengths lengths_;
   ExampleFiles example_;
   bool isLocked_ = false;
-  qint32 locked_ = 0;     // as read, written back unchanged
-  qint32 storedMix_ = 0;  // Opt2MixPunt as read or given, and what the panel made of it
+  qint32 locked_ = 0;     // as read; written back unchanged
+  qint32 storedMix_ = 0;  // Opt2MixPunt as read or entered, and the value that the panel shows for it
   qint32 shownMix_ = 0;
 };

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the buttons of the item editor open and do, but OK and cancel.
+// The item editor's buttons except OK and cancel.
 #include "data/Globals.h"
 #include "data/Messages.h"
 #include "data/Writes.h"
@@ -19,7 +19,7 @@ using runtime::Trapped;
 
 namespace {
 
-// What is shown after the play counts of an item's spots were reset; how many it failed for.
+// The message after the play counts of an item's spots were reset. `failed`: number of failures.
 QString ResetText(int spots, int failed) {
   if (failed == 0) {
     return u"Het 'Aantal gedraaid' van de item-spots verbonden met dit item werden op nul gezet,\r\n"
@@ -92,7 +92,7 @@ void frmItemsDetail::cmdDirectory_Click() {
     frmDirectory(this).ShowModal();
     if (global.gstrSelectedID.isEmpty()) return;
     ui_->txtOpt2Directory->setText(global.gstrSelectedID);
-    txtOpt2Directory_Change();  // the same folder, chosen again, counts as well
+    txtOpt2Directory_Change();  // also if the same folder was chosen again
   });
 }
 
@@ -103,7 +103,7 @@ void frmItemsDetail::ledMix_Click() {
     global.lastAnswer = answer.value_or(QString());
     if (!answer || !runtime::IsNumeric(*answer)) return;
     ui_->ledMix->SetValue(runtime::ToLong(*answer));
-    storedMix_ = shownMix_ = ui_->ledMix->Value();  // meant, also where the panel showed it already
+    storedMix_ = shownMix_ = ui_->ledMix->Value();  // entered by the user, even if the panel already showed it
   });
 }
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a change in the item editor sets going.
+// The item editor's change events.
 #include "export/playout/FileNameExample.h"
 #include "items/frmItemsDetail.h"
 #include "items/ui_frmItemsDetail.h"
@@ -72,7 +72,7 @@ void frmItemsDetail::optMeerdereSpots_Click() {
   Trapped(__func__, [this] { NamePartsChanged(); });
 }
 
-// The date part and the number of spots open or close other fields, and show in the example too.
+// The date part and the number of spots enable other fields and change the example.
 void frmItemsDetail::NamePartsChanged() {
   Changed();
   InitControls();

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// How the item editor opens: its fixed lists and what it reads.
+// Opening the item editor: fixed lists and the fields of the record.
 #include "data/Lookups.h"
 #include "items/frmItemsDetail.h"
 #include "items/ui_frmItemsDetail.h"
@@ -16,7 +16,7 @@ using runtime::Trapped;
 namespace {
 
 constexpr qint32 kNoSpot = -10000;
-constexpr qint32 kNoContentOption = 0;  // of filling: an item that was saved without one
+constexpr qint32 kNoContentOption = 0;  // an item that was saved without a content option
 
 void AddNumbered(controls::ComboBox& combo, const QStringList& texts) {
   combo.Clear();
@@ -49,7 +49,7 @@ void frmItemsDetail::FillCboOpt2Eerstedagvanweek() {
   });
 }
 
-// False when they could not be read; the combos then hold what they held.
+// False when the jingles could not be read; the combos are then unchanged.
 bool frmItemsDetail::FillCboPingles() {
   return Trapped(__func__, false, [this] {
     const Catalogue catalogue = CurrentCatalogue();
@@ -111,15 +111,16 @@ void frmItemsDetail::FillFields(const dao::Recordset& row) {
 }
 
 void frmItemsDetail::FillContentOption(const dao::Recordset& row) {
-  const QVariant option = row.Field(u"ItemSpotsOptID"_s);
-  const qint32 way = option.isNull() ? kNoContentOption : runtime::ToLong(option);
-  if (way == 1) {
+  const QVariant value = row.Field(u"ItemSpotsOptID"_s);
+  const qint32 option = value.isNull() ? kNoContentOption : runtime::ToLong(value);
+  if (option == 1) {
     ui_->opt1->setChecked(true);
     if (!FillFraItemSpots()) MarkIncomplete();
-  } else if (way == 2) {
+  } else if (option == 2) {
     FillPattern(row);
-  } else if (way != kNoContentOption) {
-    throw runtime::Error(u"Dit item wordt gevuld op een wijze die hier niet bestaat (ItemSpotsOptID = %1)."_s.arg(way));
+  } else if (option != kNoContentOption) {
+    throw runtime::Error(
+        u"Dit item wordt gevuld op een wijze die hier niet bestaat (ItemSpotsOptID = %1)."_s.arg(option));
   }
 }
 
@@ -143,7 +144,7 @@ void frmItemsDetail::FillPattern(const dao::Recordset& row) {
   }
 }
 
-// The check box first: its combo is emptied and locked while it is not checked.
+// The check box first: while it is unchecked its combo is cleared and locked.
 void frmItemsDetail::FillJingle(const QVariant& id, const QString& combo, QCheckBox& check) {
   if (id.isNull()) return;
   SetCboTextWhereID(combo, runtime::ToLong(id));
@@ -151,8 +152,8 @@ void frmItemsDetail::FillJingle(const QVariant& id, const QString& combo, QCheck
   check.setChecked(true);
 }
 
-// A link to a spot that is gone is left out, and with it at the next save. One whose spot could not be read ends the
-// filling: saved as shown, the list would lose it. False then.
+// A link to a deleted spot is skipped, and so removed at the next save. False when a spot could not be read: saving the
+// shown list would lose that link.
 bool frmItemsDetail::FillFraItemSpots() {
   return Trapped(__func__, false, [this] {
     const Catalogue catalogue = CurrentCatalogue();

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The block as it stands in the item editor, to be listened to.
+// Listening to the block with the item editor's unsaved values.
 #include "data/Catalogue.h"
 #include "data/forms/Screens.h"
 #include "export/playout/BlockReader.h"
@@ -14,7 +14,7 @@ using runtime::Trapped;
 
 namespace {
 
-// While it is being typed a number may be anything.
+// The number may be incomplete input.
 qint32 NumberIn(const QLineEdit& field) {
   bool whole = false;
   const qint32 number = field.text().trimmed().toInt(&whole);

@@ -62,7 +62,7 @@ bool frmItemsDetailOpt1::OpslaanProceed() {
   });
 }
 
-// A change replaces only what the list shows: the entry keeps its number, and with it the spot that it stands for.
+// Changing an entry replaces only its text: it keeps its ID and therefore its spot.
 void frmItemsDetailOpt1::Opslaan() {
   isDirty_ = true;
   Trapped(__func__, [this] {

@@ -12,13 +12,13 @@ namespace controls {
 class ListBox;
 }
 
-// Adds one item-spot to the list of an item, or changes the text of an entry. It works on the item editor's own list
-// and writes nothing to the database.
+// Adds one item-spot to the list of an item, or changes the text of an entry. Changes only the list in the item editor,
+// not the database.
 class frmItemsDetailOpt1 : public EditorForm {
   Q_OBJECT
 
  public:
-  // The list stays the caller's.
+  // The caller owns the list.
   frmItemsDetailOpt1(QWidget* owner, controls::ListBox& lstOpt1ItemSpots);
   ~frmItemsDetailOpt1() override;
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the item editor writes.
+// Saving the item.
 #include "data/Globals.h"
 #include "data/Lookups.h"
 #include "data/Writes.h"
@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 using runtime::Trapped;
 
 void frmItemsDetail::Opslaan() {
-  isDirty_ = true;  // until everything is written
+  isDirty_ = true;  // until all steps succeeded
   Trapped(__func__, [this] {
     if (isLocked_) return;
     const Catalogue catalogue = CurrentCatalogue();
@@ -75,7 +75,7 @@ void frmItemsDetail::ReadPattern(ItemRow& row) const {
   row.opt2FormatGedeelte = runtime::TrimBlanks(ui_->cboOpt2VariabelNaamGedeelte->currentText());
   row.opt2Eerstedagvanweek = Chosen(*ui_->cboOpt2Eerstedagvanweek).value_or(0);
   row.opt2FileExtensie = runtime::TrimBlanks(ui_->txtOpt2FileExtensie->text());
-  // A stored value that the panel cannot show is kept unless the user changed it.
+  // A stored value outside the panel's range is kept unless the user changed it.
   row.opt2MixPunt = ui_->ledMix->Value() == shownMix_ ? storedMix_ : ui_->ledMix->Value();
 }
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Which fields of the item editor are open, locked or empty, and which buttons can be pressed.
+// Which fields of the item editor are enabled, locked or cleared, and which buttons are enabled.
 #include "items/frmItemsDetail.h"
 #include "items/ui_frmItemsDetail.h"
 #include "platform/desktop/Lock.h"
@@ -12,7 +12,7 @@ using runtime::Trapped;
 
 namespace {
 
-// White and enabled, or greyed and disabled.
+// White and enabled, or grey and disabled.
 void Open(QWidget* field, bool open) {
   field->setEnabled(open);
   desktop::SetLocked(field, !open);
@@ -46,7 +46,7 @@ void frmItemsDetail::InitPatternOption() {
   Open(ui_->cboOpt2VariabelNaamGedeelte, chosen);
   Open(ui_->txtOpt2FileExtensie, chosen);
   ui_->txtOpt2Voorbeeld->setEnabled(chosen);
-  desktop::SetLocked(ui_->txtOpt2Voorbeeld, true);  // it only shows
+  desktop::SetLocked(ui_->txtOpt2Voorbeeld, true);  // display only
   InitFirstDay();
   for (QLabel* label : {ui_->lblOpt2Directory, ui_->lblOpt2VastNaamGedeelte, ui_->lblOpt2VariabelNaamGedeelte,
                         ui_->lblOpt2FileExtensie, ui_->lblOpt2Voorbeeld}) {

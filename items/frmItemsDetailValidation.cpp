@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the item editor refuses to save.
+// The checks before saving an item.
 #include "data/Text.h"
 #include "items/frmItemsDetail.h"
 #include "items/ui_frmItemsDetail.h"

@@ -56,7 +56,7 @@ void AudioEditor::Wire(const AudioControls& controls, QSize openingSize) {
   resize(openingSize.boundedTo(screen()->availableSize()));
 }
 
-// Fields and buttons stand on pages of their own, which have no margins by themselves; the window's go there.
+// The pages of fields and buttons have no margins; give them those of the window.
 void AudioEditor::SetMargins() {
   const int margin = style()->pixelMetric(QStyle::PM_LayoutLeftMargin, nullptr, this);
   const int between = margin * 3 / 4;
@@ -64,13 +64,13 @@ void AudioEditor::SetMargins() {
   controls_.cmdOk->parentWidget()->layout()->setContentsMargins(margin, between, margin, margin);
 }
 
-// On a small screen the fields scroll above the buttons: a line then parts the two, and the focus stays in sight.
+// On a small screen the fields scroll above the buttons: show a line between them, and keep the focus visible.
 void AudioEditor::WireScrolling() {
   controls_.linKnoppen->hide();
   connect(
       controls_.scrInhoud->verticalScrollBar(), &QScrollBar::rangeChanged, controls_.linKnoppen,
       [line = controls_.linKnoppen](int, int maximum) { line->setVisible(maximum > 0); },
-      Qt::QueuedConnection);  // the range changes while the layout is at work
+      Qt::QueuedConnection);  // the range changes during layout
   connect(qApp, &QApplication::focusChanged, this, [this](const QWidget*, QWidget* now) {
     if (now != nullptr && controls_.scrInhoud->isAncestorOf(now)) controls_.scrInhoud->ensureWidgetVisible(now);
   });
@@ -79,9 +79,9 @@ void AudioEditor::WireScrolling() {
 void AudioEditor::Loaded() {
   controls_.preview->InitAudio();
   TakeDropped();
-  if (!isNew_) QTimer::singleShot(0, this, &AudioEditor::ShowUsage);  // not before the window stands
-  // A new record begins with its file, another one with its name. Qt marks the whole name when the window opens: the
-  // first key would replace it.
+  if (!isNew_) QTimer::singleShot(0, this, &AudioEditor::ShowUsage);  // after the window is shown
+  // The focus starts on the file of a new record, else on the name. Qt selects the complete name when the window opens;
+  // deselect it, so that the first key does not replace it.
   (isNew_ && IsKull(controls_.txtPath->text()) ? static_cast<QWidget*>(controls_.cmdPath) : controls_.txtNaam)
       ->setFocus();
   QTimer::singleShot(0, controls_.txtNaam, &QLineEdit::deselect);
@@ -104,7 +104,7 @@ void AudioEditor::FillForm() {
   });
 }
 
-// An extra beside the told fields: what cannot be read is left out.
+// Optional, so it is left empty after an error.
 void AudioEditor::ShowUsage() {
   try {
     const QStringList items = ItemsUsing(id_);

@@ -25,50 +25,50 @@ struct AudioControls {
   QLabel* lblLuidheid;
   QCheckBox* chkAktief;
   AudioPreview* preview;
-  QLabel* lblToelichting;  // beside the buttons: where the record is used, or how many files wait
+  QLabel* lblToelichting;  // next to the buttons: where the record is used, or how many files are queued
   QPushButton* cmdOk;
   QPushButton* cmdAnnuleren;
 };
 
-// What the two editors of audio elements share: opening, file choice, name, length, mix point, validation, the
-// duplicate test, saving and the ways out. A form on it tells its table, its words, its own fields and what it writes.
+// Base of the two audio editors: opening, file choice, name, length, mix point, validation, duplicate check, saving and
+// closing. A derived form adds its table, its words, its own fields and its write functions.
 class AudioEditor : public EditorForm {
   Q_OBJECT
 
  protected:
   struct Words {
-    QString caption;       // without what follows its " ... "
+    QString caption;       // without the text after " ... "
     QString chooserTitle;  // of the file dialog
   };
   AudioEditor(const Words& words, QWidget* owner);
 
-  // To be called by the form once its controls exist.
+  // The form calls this once its controls exist.
   void Wire(const AudioControls& controls, QSize openingSize);
 
-  // The table of the present mode.
+  // The table of the current mode.
   virtual QString TableName() const = 0;
-  // The fields of a new record.
+  // Fills the fields of a new record.
   virtual void FillNew();
-  // The fields that a dropped file fills besides those of every form.
+  // Fills additional fields for a dropped file.
   virtual void FillDropped() {}
-  // The fields of a record, in the order told for the form.
+  // Fills the fields from a record, in the order required for the form.
   virtual void FillRecord(const dao::Recordset& row) = 0;
   void InitControls() override;
-  // The items that use the record. Throws runtime::Error.
+  // Names of the items that use the record. Throws runtime::Error.
   virtual QStringList ItemsUsing(qint32 id) const = 0;
-  // The tests behind those of path and name.
+  // The checks after those of path and name.
   virtual bool OwnFieldsValid() { return true; }
-  // Inserts (isNew_) or updates the record; whether that succeeded.
+  // Inserts (isNew_) or updates the record; true on success.
   virtual bool Write(qint32 id, const QString& databasePath, const QString& table) = 0;
 
-  // Parts of FillRecord; each fills only when the field holds something fit.
+  // Parts of FillRecord; each fills its controls only when the field has a usable value.
   void FillPath(const dao::Recordset& row);
   void FillNaam(const dao::Recordset& row);
   void FillLengteSec(const dao::Recordset& row);
   void FillMixPunt(const dao::Recordset& row);
   void FillAktief(const dao::Recordset& row);
 
-  // Parts of Write.
+  // Values for Write.
   QString PathToSave() const;
   QString NaamToSave() const;
   qint32 LengteSecToSave() const;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Where the file of a record comes from: the file dialog, or files dropped on a list or on the editor.
+// Choosing a record's file: the file dialog, or files dropped on a list or on the editor.
 #include "data/Messages.h"
 #include "data/Text.h"
 #include "data/forms/DroppedAudio.h"
@@ -42,7 +42,7 @@ void AudioEditor::WarnWhenUnmapped(const QString& hostPath) {
 
 void AudioEditor::cmdFillName_Click() {
   Trapped(__func__, [&] {
-    constexpr qsizetype kExtension = 4;  // with its point, as in ".MP3"
+    constexpr qsizetype kExtension = 4;  // including the point: ".MP3"
     if (IsKull(controls_.txtPath->text())) return;
     const QString file = GetFile(controls_.txtPath->text());
     controls_.txtNaam->setText(file);
@@ -54,8 +54,8 @@ void AudioEditor::cmdFillName_Click() {
   });
 }
 
-// One file is this record's, like one chosen with the dialog. Of several each becomes a record of its own, so they need
-// an editor on a new one.
+// One dropped file is used for this record, as if chosen with the dialog. Several files each become a new record, so
+// the editor must be on a new record.
 void AudioEditor::Form_DropFiles(const QStringList& files) {
   Trapped(__func__, [&] {
     const QStringList audio = AcceptedAudio(files);
@@ -75,7 +75,7 @@ void AudioEditor::Form_DropFiles(const QStringList& files) {
   });
 }
 
-// A new record without a file begins with the first of those dropped.
+// A new record without a file uses the first queued file.
 void AudioEditor::TakeDropped() {
   Trapped(__func__, [&] {
     if (!isNew_ || !IsKull(controls_.txtPath->text())) return;
@@ -87,7 +87,7 @@ void AudioEditor::TakeDropped() {
   });
 }
 
-// What a new record takes from its file besides path and length.
+// Fields that a new record gets from its file besides path and length.
 void AudioEditor::FillFromFile() {
   if (!isNew_) return;
   if (IsKull(controls_.txtNaam->text())) cmdFillName_Click();

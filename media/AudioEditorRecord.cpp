@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// How the editors read, check and write their record.
+// Filling, validation and saving of a record.
 #include "data/AudioList.h"
 #include "data/Catalogue.h"
 #include "data/KeptStatements.h"
@@ -29,7 +29,7 @@ constexpr int kLongestNaam = 70;
 
 }  // namespace
 
-// A file that cannot be opened gives its one error here; the other fields are filled all the same.
+// A file that cannot be opened is reported once here; the other fields are still filled.
 void AudioEditor::FillPath(const dao::Recordset& row) {
   const QVariant path = row.Field(u"Path"_s);
   if (path.isNull()) return;
@@ -43,7 +43,7 @@ void AudioEditor::FillNaam(const dao::Recordset& row) {
   if (!naam.isNull()) controls_.txtNaam->setText(runtime::TrimBlanks(naam.toString()));
 }
 
-// The length measured from the file wins over the stored one.
+// The measured length replaces the stored one.
 void AudioEditor::FillLengteSec(const dao::Recordset& row) {
   const QVariant lengte = row.Field(u"LengteSec"_s);
   if (!runtime::IsNumeric(lengte) || !IsKull(controls_.txtLengteSec->text())) return;
@@ -102,7 +102,7 @@ bool AudioEditor::IsDuplicateCode() {
   });
 }
 
-// Dirty from the first step to the last: whatever fails between, the form stays open with what was typed.
+// Dirty until every step succeeded: after a failure the form stays open with the user's input.
 void AudioEditor::Opslaan() {
   Trapped(__func__, [&] {
     isDirty_ = true;
@@ -118,13 +118,13 @@ void AudioEditor::Opslaan() {
     if (!id) return;
     const bool succeeded = Write(*id, databasePath, table);
     if (!WasCarriedOut()) return;
-    // From here on the record exists; should the list fail, the next OK updates it and tries the list again.
+    // The record exists now; if the audio list fails, the next OK updates the record and tries the list again.
     pathChanged_ = pathChanged_ || isNew_;
     id_ = *id;
     isNew_ = false;
     const bool waitsForLog = WaitsForLog();
     if (pathChanged_ && !waitsForLog) AppendToAudioList(PathToSave());
-    // The line of a statement that is logged later comes with it.
+    // The line of a kept statement is added when that statement is logged.
     if (pathChanged_) pathChanged_ = waitsForLog && !KeepAudioPath(PathToSave());
     isDirty_ = !succeeded;
   });

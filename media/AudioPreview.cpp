@@ -30,16 +30,16 @@ namespace {
 
 constexpr int kTickMs = 10;
 
-// Logical pixels; the buttons of the player stand higher than others.
+// In logical pixels; the player's buttons are higher than others.
 constexpr int kTransportHeight = 36;
 constexpr int kTransportPadding = 20;
 
-// What the player has until the settings arrive.
+// Used until the settings are read.
 constexpr int kFirstDevice = 0;
 constexpr int kFirstNumBuffers = 20;
 constexpr int kFirstBufferSize = 2048;
 
-// One panel's part of DrawTime: written only when it changes.
+// Updates one panel only when its value changes.
 void ShowOn(controls::LedPanel* panel, qint16 value, qint16& last) {
   if (value == last) return;
   panel->SetValue(value);
@@ -54,7 +54,7 @@ AudioPreview::AudioPreview(QWidget* parent)
       player_(NewPlayer(this)),
       tmrPlayer_(new QTimer(this)) {
   ui_->setupUi(this);
-  // What stands below the buttons of the player gives its place to a message, so that nothing moves under the mouse.
+  // A message replaces the text below the buttons, so that nothing moves under the mouse.
   ui_->lblGeluid->setAlignment(ui_->lblJumps->alignment());
   waveform_ = std::make_unique<WaveformFeed>(ui_->waveform);
   loudness_ = std::make_unique<LoudnessReader>();
@@ -82,7 +82,7 @@ void AudioPreview::Attach(QLineEdit* txtPath, QLineEdit* txtLengteSec, QLabel* l
   WireLoudness();
 }
 
-// For information only: while it is not known, or cannot be, there is nothing to read.
+// For information only; empty while unknown.
 void AudioPreview::WireLoudness() {
   connect(loudness_.get(), &LoudnessReader::measured, lblLuidheid_,
           [this](const audio::Loudness& loudness) { lblLuidheid_->setText(LoudnessText(loudness)); });
@@ -133,13 +133,13 @@ void AudioPreview::LaadBestand(const QString& bestand) {
   txtLengteSec_->setText(QString::number(SecondsWithinHour(Split(player_->Length()))));
 }
 
-// A file that fails leaves the player empty, and the panels and the picture say so.
+// After a failure the player is empty, and panels and waveform show that.
 void AudioPreview::OpenFile(const QString& bestand) {
   const QString path = runtime::TrimBlanks(bestand);
   try {
     if (path.isEmpty()) throw runtime::Error(u"Er is nog geen geluidsbestand gekozen: kies er een met 'Path ...'."_s);
     presence_ = LookFor(path);
-    lookedFor_ = path;
+    lastFile_ = path;
     RequirePresent(path, presence_);
     const QString hostPath = runtime::HostPath(path);
     OpenInPlayer(hostPath, path);
@@ -154,7 +154,7 @@ void AudioPreview::OpenFile(const QString& bestand) {
   Q_EMIT filePresenceChanged();
 }
 
-// The player names a file as the host does; the user knows it by its path text.
+// The player's error has the host path; the user knows the path text.
 void AudioPreview::OpenInPlayer(const QString& hostPath, const QString& path) {
   try {
     player_->Open(hostPath);
@@ -187,7 +187,7 @@ QString AudioPreview::LastFolder() const {
 }
 
 std::optional<runtime::Presence> AudioPreview::FilePresence(const QString& path) const {
-  if (path != lookedFor_) return std::nullopt;
+  if (path != lastFile_) return std::nullopt;
   return presence_;
 }
 

@@ -24,8 +24,8 @@ namespace audio {
 class AudioPlayer;
 }
 
-// The player of both editors: listens to the chosen file, measures its length and marks the mix point. It belongs to
-// one open editor. Times are milliseconds. User-interface thread only.
+// The player of both editors: plays the chosen file, measures its length and sets the mix point. Belongs to one open
+// editor. Times are milliseconds. User-interface thread only.
 class AudioPreview : public QGroupBox {
   Q_OBJECT
 
@@ -33,42 +33,42 @@ class AudioPreview : public QGroupBox {
   explicit AudioPreview(QWidget* parent = nullptr);
   ~AudioPreview() override;
 
-  // The editor's fields for the path (read), the length in seconds and the loudness (filled). All outlive the preview's
-  // use.
+  // The editor's fields for the path (read), the length in seconds and the loudness (filled). They must outlive the
+  // preview.
   void Attach(QLineEdit* txtPath, QLineEdit* txtLengteSec, QLabel* lblLuidheid);
 
-  // Brings the audio settings to the player.
+  // Passes the audio settings to the player.
   void InitAudio();
-  // Loads the file at a path text and shows its length; nothing for an empty text. Throws runtime::Error naming the
-  // file.
+  // Loads the file at a path text and shows its length; does nothing for an empty text. Throws a runtime::Error that
+  // names the file.
   void LaadBestand(const QString& bestand);
-  // The time left on the panels, the position on the slider; neither while the position is being changed.
+  // Shows the remaining time on the panels and the position on the slider, except while the position is being changed.
   void DrawTime();
 
-  // The record's own mix point. One outside of the panel's range is kept until the user sets another.
-  // Tells which sound (path text) follows this one in a block, for TEST with a lead-in; empty when none does. Asked
-  // when TEST is pressed.
+  // `next` returns the sound (path text) that follows this one in a block, for TEST with a lead-in; empty for none.
+  // Called when TEST is pressed.
   void SetNextSound(std::function<QString()> nextSound) { nextSound_ = std::move(nextSound); }
 
+  // Sets the record's mix point. A value outside the panel's range is kept until the user sets another.
   void FillMix(qint32 mixPunt);
   qint32 MixPunt() const;
 
-  // How the file at a path text was found when it was last opened; nothing when another one was.
+  // Presence of the file at a path text at the last Open; empty when another file was opened.
   std::optional<runtime::Presence> FilePresence(const QString& path) const;
-  // Folder of the host from which the last file came; empty before the first one.
+  // Host folder of the last file; empty before the first file.
   QString LastFolder() const;
 
-  // Ends playback and reading, for an editor that closes.
+  // Stops playback and reading, for an editor that closes.
   void Close();
 
   audio::AudioPlayer& Player() { return *player_; }
   QTimer& TmrPlayer() { return *tmrPlayer_; }
 
-  // One key for both buttons.
+  // One key for play and pause.
   void PlayOrStop();
 
  Q_SIGNALS:
-  // FilePresence() may be another one.
+  // The result of FilePresence() may have changed.
   void filePresenceChanged();
 
  private:
@@ -105,21 +105,21 @@ class AudioPreview : public QGroupBox {
   void JumpBack(qint32 step);
   void JumpForward(qint32 step);
   void SeekTo(qint32 position);
-  // Panels and slider stand still until the guard goes. Then they follow again, also where the user still held the
+  // Panels and slider are not updated until the guard is destroyed. Then they are, even if the user still holds the
   // slider.
   auto HoldDisplay() {
     seeking_ = true;
     return qScopeGuard([this] { seeking_ = false; });
   }
   void SetMix(qint32 mixPunt);
-  // Whether a file is open; without one, the line of the player says so.
+  // True when a file is open; otherwise shows a text in the player's line.
   bool HasFile();
   void ShowStatus(const QString& text);
 
   std::unique_ptr<Ui::AudioPreview> ui_;
   audio::AudioPlayer* player_;
   QTimer* tmrPlayer_;
-  audio::AudioPlayer* tester_ = nullptr;  // plays this sound with the next one over it; made when it is needed
+  audio::AudioPlayer* tester_ = nullptr;  // plays this sound overlapped by the next; created when needed
   std::function<QString()> nextSound_;
   std::unique_ptr<WaveformFeed> waveform_;
   std::unique_ptr<LoudnessReader> loudness_;
@@ -127,11 +127,11 @@ class AudioPreview : public QGroupBox {
   QLineEdit* txtLengteSec_ = nullptr;
   QLabel* lblLuidheid_ = nullptr;
 
-  bool seeking_ = false;  // the position is being changed, by the program or by the user
+  bool seeking_ = false;  // the program or the user is changing the position
   qint16 lastMinutes_ = 0;
   qint16 lastSeconds_ = 0;
   qint16 lastMilliseconds_ = 0;
-  std::optional<qint32> keptMix_;  // the record's mix point while the user has not set another
-  QString lookedFor_;              // path text of the file opened last, whether that succeeded or not
+  std::optional<qint32> storedMix_;  // the record's mix point until the user sets another
+  QString lastFile_;                 // path text of the last file opened, even if that failed
   runtime::Presence presence_ = runtime::Presence::There;
 };

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The mix point: the number of milliseconds before the end at which the next element may start.
+// The mix point: milliseconds before the end at which the next element may start.
 #include "data/Globals.h"
 #include "media/AudioPreview.h"
 #include "media/SoundOutput.h"
@@ -32,7 +32,7 @@ void AudioPreview::WireMix() {
   connect(ui_->cmdTestMix, &QPushButton::clicked, this, &AudioPreview::cmdTestMix_Click);
   connect(ui_->ledMix, &controls::LedSpin::clicked, this, &AudioPreview::ledMix_Click);
   connect(ui_->ledMix, &controls::LedSpin::valueChanged, this, [this](int mixPunt) {
-    keptMix_.reset();
+    storedMix_.reset();
     ui_->waveform->SetMixMs(mixPunt);
   });
 }
@@ -50,19 +50,19 @@ void AudioPreview::WireStrip() {
 
 void AudioPreview::FillMix(qint32 mixPunt) {
   ui_->ledMix->SetValue(mixPunt);
-  keptMix_ = mixPunt;
+  storedMix_ = mixPunt;
 }
 
 qint32 AudioPreview::MixPunt() const {
-  return keptMix_.value_or(ui_->ledMix->Value());
+  return storedMix_.value_or(ui_->ledMix->Value());
 }
 
 void AudioPreview::SetMix(qint32 mixPunt) {
-  keptMix_.reset();
+  storedMix_.reset();
   ui_->ledMix->SetValue(mixPunt);
 }
 
-// Without a file there is no position to mark and nothing to play: what was marked stays.
+// Without a file there is no position to set and nothing to play; the mix point is not changed.
 bool AudioPreview::HasFile() {
   if (!player_->FileName().isEmpty()) return true;
   ShowStatus(u"Er is geen geluidsbestand geopend; kies er een met 'Path ...'."_s);
@@ -93,7 +93,7 @@ void AudioPreview::cmdTestMix_Click() {
   });
 }
 
-// From three seconds before the mix point, with the next sound of a block where there is one.
+// Plays from three seconds before the mix point, with the next sound of a block if there is one.
 void AudioPreview::TestWithLeadIn() {
   const qint32 position =
       std::max(0, runtime::SubtractLong(runtime::SubtractLong(player_->Length(), ui_->ledMix->Value()), kLeadInMs));
@@ -106,7 +106,7 @@ void AudioPreview::TestWithLeadIn() {
   player_->Start();
 }
 
-// False when no sound follows. One that cannot be read is told by name.
+// False when no sound follows. An error in reading the next sound names its file.
 bool AudioPreview::PlayWithNext(qint32 position) {
   const QString next = nextSound_ && !player_->FileName().isEmpty() ? nextSound_() : QString();
   if (next.isEmpty()) return false;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The buttons, keys and slider of the player.
+// Buttons, keys and slider of the player.
 #include "media/AudioPreview.h"
 #include "platform/audio/AudioPlayer.h"
 #include "platform/runtime/Error.h"
@@ -20,7 +20,7 @@ constexpr qint32 kLongJumpMs = 30'000;
 constexpr int kSeekSettingBack = 50;
 constexpr int kSeekSettingForward = 5;
 
-// A jump goes on with its next step when the player fails in one.
+// A jump continues with its next step when the player fails in one.
 template <class Step>
 void IgnoringErrors(Step&& step) {
   try {
@@ -31,7 +31,7 @@ void IgnoringErrors(Step&& step) {
 
 }  // namespace
 
-// Keys of the whole window. They act at once, where a button's own shortcut would first show it pressed.
+// Keys of the complete window. They act immediately; a button's own shortcut would first show it pressed.
 void AudioPreview::WireKeys() {
   const auto add = [this](const QKeySequence& keys, void (AudioPreview::*procedure)()) {
     connect(new QShortcut(keys, this), &QShortcut::activated, this, procedure);
@@ -97,7 +97,7 @@ void AudioPreview::JumpBack(qint32 step) {
   IgnoringErrors([&] { player_->Resume(); });
 }
 
-// May go past the end: the player ends playback then.
+// May be after the end: the player then stops.
 void AudioPreview::JumpForward(qint32 step) {
   if (player_->State() != audio::kPlaying || player_->Position() >= player_->Length()) return;
   const auto seeking = HoldDisplay();
@@ -119,7 +119,7 @@ void AudioPreview::strip_Seek(qint64 position) {
   Trapped(__func__, [&] { SeekTo(static_cast<qint32>(position)); });
 }
 
-// The flag goes back also when the player fails. Panels and slider then tell where it stands, playing or not.
+// The flag is reset even when the player fails. Panels and slider then show the position, playing or not.
 void AudioPreview::SeekTo(qint32 position) {
   {
     const auto seeking = HoldDisplay();

@@ -14,7 +14,7 @@ ClipPeaks::ClipPeaks(controls::ClipStrip* strip, QObject* parent)
     Take();
     Next();
   });
-  connect(&reader_, &audio::PeakReader::failed, this, &ClipPeaks::Next);  // it stays without a picture
+  connect(&reader_, &audio::PeakReader::failed, this, &ClipPeaks::Next);  // this clip has no waveform
 }
 
 void ClipPeaks::Read(const QStringList& files) {

@@ -12,16 +12,16 @@ namespace controls {
 class ClipStrip;
 }
 
-// Brings the peaks of several files to a strip of clips, one file after the other, as they are read in the background.
-// A file that stands in it more than once is read once. User-interface thread only.
+// Reads the peaks of several files in the background, one file after the other, and passes them to a strip of clips. A
+// file with several clips is read once. User-interface thread only.
 class ClipPeaks : public QObject {
   Q_OBJECT
 
  public:
-  // The strip must outlive it.
+  // `strip` must outlive this object.
   explicit ClipPeaks(controls::ClipStrip* strip, QObject* parent = nullptr);
 
-  // Begins with the files of the strip's clips (paths of the host, in their order).
+  // Starts with the files of the strip's clips (host paths, in clip order).
   void Read(const QStringList& files);
   void Cancel();
 
@@ -31,7 +31,7 @@ class ClipPeaks : public QObject {
 
   controls::ClipStrip* strip_;
   audio::PeakReader reader_;
-  QStringList files_;    // of each clip
-  QStringList waiting_;  // still to be read; the first is being read
+  QStringList files_;    // one per clip
+  QStringList waiting_;  // not read yet; the first is being read
   std::size_t taken_ = 0;
 };

@@ -3,7 +3,7 @@
 
 #include "media/AudioEditor.h"
 
-// The shared controls of a form's layout.
+// The common controls in a form's layout.
 template <class Layout>
 AudioControls ControlsOf(const Layout& ui) {
   return {ui.scrInhoud,   ui.linKnoppen, ui.txtPath, ui.cmdPath,        ui.txtNaam, ui.cmdFillName, ui.txtLengteSec,

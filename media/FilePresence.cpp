@@ -18,7 +18,7 @@ void RequirePresent(const QString& path, Presence presence) {
   if (presence == Presence::Denied) {
     throw runtime::Error(u"Het geluidsbestand '%1' is niet toegankelijk: toegang geweigerd."_s.arg(path));
   }
-  runtime::HostRoot(path);  // its own error tells a drive that is not mapped
+  runtime::HostRoot(path);  // throws for an unmapped drive
   throw runtime::Error(
       u"Het geluidsbestand '%1' is niet bereikbaar: de schijf of netwerkmap antwoordt niet."_s.arg(path));
 }

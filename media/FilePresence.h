@@ -5,10 +5,9 @@
 
 #include <QString>
 
-// Looks in the background whether a file (path text) is there, while windows repaint but take no input; bounded by
-// runtime::kProbeWait. For a drive that does not answer no window stands still.
+// Checks in the background whether a file (path text) exists. Windows repaint meanwhile but accept no input, so that an
+// unresponsive drive does not freeze them. Returns after at most runtime::kProbeWait.
 runtime::Presence LookFor(const QString& path);
 
-// The error for a sound file that is not there or out of reach, by what LookFor found; nothing when it is there. Throws
-// runtime::Error naming the file.
+// Throws a runtime::Error that names the audio file when it is missing or unreachable by the result of LookFor.
 void RequirePresent(const QString& path, runtime::Presence presence);

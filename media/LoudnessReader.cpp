@@ -19,10 +19,10 @@ namespace {
 
 using Cancelled = std::shared_ptr<std::atomic<bool>>;
 
-// A file that ends as soon as nobody wants to know any more.
-class LeavableDecoder : public audio::Decoder {
+// A source that ends when the measurement is cancelled.
+class CancellableDecoder : public audio::Decoder {
  public:
-  LeavableDecoder(std::unique_ptr<Decoder> file, Cancelled cancelled)
+  CancellableDecoder(std::unique_ptr<Decoder> file, Cancelled cancelled)
       : file_(std::move(file)), cancelled_(std::move(cancelled)) {}
 
   int SampleRate() const override { return file_->SampleRate(); }
@@ -38,7 +38,7 @@ class LeavableDecoder : public audio::Decoder {
   Cancelled cancelled_;
 };
 
-// Threads that give way do so for good, so that they are no use to others.
+// A separate pool: its threads have a lowered priority, which cannot be raised again for other work.
 QThreadPool& Threads() {
   static QThreadPool threads;
   return threads;
@@ -47,7 +47,7 @@ QThreadPool& Threads() {
 std::optional<audio::Loudness> Measure(const QString& hostPath, const Cancelled& cancelled) {
   audio::LowerThreadPriority();
   try {
-    LeavableDecoder file(audio::OpenDecoder(hostPath.toStdString()), cancelled);
+    CancellableDecoder file(audio::OpenDecoder(hostPath.toStdString()), cancelled);
     return audio::MeasureLoudness(file);
   } catch (const audio::Error&) {
     return std::nullopt;

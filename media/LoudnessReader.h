@@ -8,8 +8,7 @@
 #include <atomic>
 #include <memory>
 
-// How loud a file is, measured in the background: one file at a time, and nobody waits for it. User-interface thread
-// only.
+// Measures the loudness of one file at a time in the background. User-interface thread only.
 class LoudnessReader : public QObject {
   Q_OBJECT
 
@@ -17,17 +16,17 @@ class LoudnessReader : public QObject {
   explicit LoudnessReader(QObject* parent = nullptr);
   ~LoudnessReader() override;
 
-  // Begins with a file (path of the host); the one before it is left.
+  // Starts measuring a file (host path); cancels the previous one.
   void Read(const QString& hostPath);
   void Cancel();
 
  Q_SIGNALS:
   void measured(const audio::Loudness& loudness);
-  // The file cannot be measured. What is wrong with it the player tells.
+  // The file cannot be measured. The player reports the error.
   void failed();
 
  private:
-  std::shared_ptr<std::atomic<bool>> cancelled_;  // of the file being read; null when none is
+  std::shared_ptr<std::atomic<bool>> cancelled_;  // of the file being read; null for none
 };
 
 // "−16,2 LUFS, true peak −1,0 dBTP".

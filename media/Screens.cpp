@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A record that was not saved is a moment to leave the other files too.
+// After a record that was not saved, ask whether to continue with the other files.
 bool AskToContinue() {
   const qsizetype left = DroppedAudioLeft();
   const QString waiting =
@@ -21,7 +21,7 @@ bool AskToContinue() {
   return ShowItemsMessage(waiting + u"\r\nVerdergaan met het volgende?"_s, kStyleYesNo) == kAnswerYes;
 }
 
-// One editor, and after it one for each dropped file that waits.
+// Shows an editor, then one for each queued file.
 template <class Editor>
 void ShowEditors(QWidget* owner) {
   bool more = true;

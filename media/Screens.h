@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-// Makes both editors reachable for the other screens. Called once at start.
+// Registers both editors and the listening window. Called once at start-up.
 void RegisterMediaScreens();

@@ -9,10 +9,10 @@ namespace audio {
 class AudioPlayer;
 }
 
-// A player for an editor, owned by `parent`: on the sound device, unless a scope below says otherwise.
+// Creates a player owned by `parent`, for the sound device or the output of a SoundOutputScope.
 audio::AudioPlayer* NewPlayer(QObject* parent);
 
-// While one lives, new players play on these outputs instead (tests, the tour). Scopes nest.
+// During its lifetime new players use these outputs (tests, the tour). Scopes nest.
 class SoundOutputScope {
  public:
   explicit SoundOutputScope(audio::OutputFactory outputs);

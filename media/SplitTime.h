@@ -3,7 +3,7 @@
 
 #include <QtGlobal>
 
-// A time as a clock shows it.
+// A duration split into clock units.
 struct SplitTime {
   qint16 hours = 0;
   qint16 minutes = 0;       // 0 to 59
@@ -14,6 +14,5 @@ struct SplitTime {
 // `ms`: milliseconds, 0 or above.
 SplitTime Split(qint32 ms);
 
-// Minutes and seconds as a number of seconds. Hours are left out and milliseconds dropped, so 1 h 2 min 5.9 s gives
-// 125.
+// Minutes and seconds as a number of seconds, without hours and milliseconds: 1 h 2 min 5.9 s gives 125.
 qint16 SecondsWithinHour(const SplitTime& time);

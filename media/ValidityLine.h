@@ -5,7 +5,7 @@
 
 #include <QWidget>
 
-// A state's mark with its word behind it, on two lines where one is too short; empty while there is nothing to say.
+// A state's mark followed by its text, wrapped to two lines if necessary; empty for an empty text.
 class ValidityLine : public QWidget {
   Q_OBJECT
   Q_PROPERTY(QString text READ Text)

@@ -19,7 +19,7 @@ bool WorthSaying(const SpotFacts& spot, SpotState state) {
   return state == SpotState::BestandOntbreekt || (spot.startDatum && spot.eindDatum);
 }
 
-// Such a spot is never played. Saving does not refuse it.
+// Such a spot is never played. Saving it is allowed.
 bool EndsBeforeItBegins(const SpotFacts& spot) {
   return spot.startDatum && spot.eindDatum && *spot.eindDatum < *spot.startDatum;
 }

@@ -6,7 +6,7 @@
 
 #include <QDateTime>
 
-// The state of the spot in the editor's fields, for the line beside the dates: the list's mark and colour, with words
-// that count the days; a last day before the first one is told in their place. Nothing to say (an empty word) while a
-// date or the file is not chosen yet.
+// State of the spot in the editor's fields, for the line next to the dates: mark and colour as in the list, and a text
+// with the number of days, or a remark that the last day is before the first. Empty text while a date or the file is
+// missing.
 controls::LineDetails RemarkOn(const SpotFacts& spot, const QDateTime& now);

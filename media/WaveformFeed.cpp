@@ -9,7 +9,7 @@
 
 using namespace Qt::StringLiterals;
 
-// Each user's own; it may be thrown away at any time.
+// Per user; may be deleted at any time.
 QString WaveformCacheFolder() {
   return QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) + u"/spotrooster/golfvormen"_s;
 }

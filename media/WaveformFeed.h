@@ -12,24 +12,24 @@ namespace controls {
 class WaveformStrip;
 }
 
-// The folder of the user's cache in which peaks are kept: a path of the host.
+// Host path of the folder for peaks in the user's cache.
 QString WaveformCacheFolder();
 
-// A bin of a file as strips paint it.
+// Converts a bin of peaks for painting.
 controls::Peak PeakOf(const audio::PeakBin& bin);
 
-// Brings the peaks of a file to the strip as they are read in the background, or at once when this user looked at the
-// file before: they are kept in a folder of the user's cache. User-interface thread only.
+// Reads the peaks of a file in the background and passes them to the strip; immediately when they are in the user's
+// cache. User-interface thread only.
 class WaveformFeed : public QObject {
   Q_OBJECT
 
  public:
-  // The strip must outlive the feed.
+  // `strip` must outlive the feed.
   explicit WaveformFeed(controls::WaveformStrip* strip, QObject* parent = nullptr);
 
-  // Begins with another file (path of the host) of that length.
+  // Starts another file (host path) of that length.
   void Show(const QString& hostPath, qint32 lengthMs);
-  // The strip tells why there is no picture.
+  // Shows in the strip why there is no picture.
   void ShowTrouble(const QString& reason);
   void Cancel() { reader_.Cancel(); }
 

@@ -81,7 +81,7 @@ void frmBeluisteren::WireMoment() {
   connect(ui_->cmdAndereVolgorde, &QPushButton::clicked, this, &frmBeluisteren::cmdAndereVolgorde_Click);
 }
 
-// An hour is chosen, not a minute: within it a block holds the same.
+// The user chooses an hour: within an hour a block does not change.
 QDateTime frmBeluisteren::Moment() const {
   if (ui_->optNu->isChecked()) return runtime::Now();
   const int hour = static_cast<int>(ui_->cboUur->ItemData(std::max(0, ui_->cboUur->ListIndex())));
@@ -94,8 +94,8 @@ void frmBeluisteren::MomentChanged() {
     ui_->datDag->setEnabled(chosen);
     ui_->cboUur->setEnabled(chosen);
     ui_->lblUur->setEnabled(chosen);
-    if (chosen && !ui_->datDag->HoldsDate()) return;  // while it is being typed
-    if (!seedGiven_) ui_->txtVolgorde->setText(QString::number(SeedOf(block_.id, Moment())));
+    if (chosen && !ui_->datDag->HoldsDate()) return;  // incomplete input
+    if (!seedChosen_) ui_->txtVolgorde->setText(QString::number(SeedOf(block_.id, Moment())));
     Replan();
   });
 }
@@ -104,8 +104,8 @@ void frmBeluisteren::SeedChanged() {
   Trapped(__func__, [&] {
     bool number = false;
     ui_->txtVolgorde->text().toUInt(&number);
-    if (!number) return;  // while it is being typed
-    seedGiven_ = true;
+    if (!number) return;  // incomplete input
+    seedChosen_ = true;
     Replan();
   });
 }
@@ -117,7 +117,7 @@ void frmBeluisteren::cmdAndereVolgorde_Click() {
   });
 }
 
-// Files are looked at and measured in the background, since they may lie on a drive that does not answer.
+// Checks and measures the files in the background, since their drive may be unresponsive.
 void frmBeluisteren::Replan() {
   planned_ = false;
   plan_ = BlockPlan();
@@ -130,9 +130,9 @@ void frmBeluisteren::Replan() {
   for (QPushButton* button : {ui_->cmdPlay, ui_->cmdSTOP, ui_->cmdVolgendeMix})
     button->setEnabled(false);
   task_.Send([this, block = block_, moment = Moment(),
-              seed = ui_->txtVolgorde->text().toUInt()](const LatestTask::Token& token) {
-    if (!token.IsCurrent()) return;
-    token.Post([this, planned = PlanInBackground(block, moment, seed)] { TakePlan(planned); });
+              seed = ui_->txtVolgorde->text().toUInt()](const LatestTask::Token& errand) {
+    if (!errand.IsWanted()) return;
+    errand.Tell([this, planned = PlanInBackground(block, moment, seed)] { OnPlanReady(planned); });
   });
 }
 
@@ -156,7 +156,7 @@ frmBeluisteren::Planned frmBeluisteren::PlanInBackground(const Block& block, con
   return planned;
 }
 
-void frmBeluisteren::TakePlan(const Planned& planned) {
+void frmBeluisteren::OnPlanReady(const Planned& planned) {
   Trapped("Replan", [&] {
     planned_ = true;
     plan_ = planned.plan;

@@ -21,8 +21,8 @@ class AudioPlayer;
 class MixDecoder;
 }  // namespace audio
 
-// Listens to a block as it will sound at a moment: all its sounds on one time line, each starting at the mix point of
-// the one before. The block is the one handed over (export/playout/BlockToHear.h); it changes nothing.
+// Plays a block as it will sound at a given moment: all its sounds on one time line, each starting at the mix point of
+// the previous one. The caller passes the block by SetBlockToHear (export/playout/BlockToHear.h). Read-only.
 class frmBeluisteren : public Form {
   Q_OBJECT
 
@@ -32,7 +32,7 @@ class frmBeluisteren : public Form {
 
   void Form_Load() override;
 
-  // What is planned for the chosen moment; before it is known, an empty plan.
+  // The plan for the chosen moment; empty until it is ready.
   const BlockPlan& Plan() const { return plan_; }
   bool IsPlanned() const { return planned_; }
 
@@ -42,11 +42,10 @@ class frmBeluisteren : public Form {
  private:
   struct Planned {
     BlockPlan plan;
-    QStringList files;  // of the sounds: paths of the host
-    // Held by a null pointer when there is nothing to hear, or it cannot be read; the one who takes it empties the
-    // inner.
+    QStringList files;  // host paths of the sounds
+    // Null when the block is silent or cannot be read. The receiver moves the inner pointer out.
     std::shared_ptr<std::unique_ptr<audio::MixDecoder>> sound;
-    QString trouble;  // why it cannot be read
+    QString trouble;  // why the block cannot be read
   };
   static Planned PlanInBackground(const Block& block, const QDateTime& moment, quint32 seed);
 
@@ -59,7 +58,7 @@ class frmBeluisteren : public Form {
   void MomentChanged();
   void SeedChanged();
   void Replan();
-  void TakePlan(const Planned& planned);
+  void OnPlanReady(const Planned& planned);
   void ShowClips(const Planned& planned);
   void ShowLeftOut();
   QString Summary() const;
@@ -82,7 +81,7 @@ class frmBeluisteren : public Form {
   std::unique_ptr<ClipPeaks> peaks_;
   BlockPlan plan_;
   bool planned_ = false;
-  bool seedGiven_ = false;      // the user chose an order
-  std::vector<qint64> starts_;  // of the clips, milliseconds
+  bool seedChosen_ = false;     // the user entered a seed
+  std::vector<qint64> starts_;  // of the clips, in milliseconds
   LatestTask task_;
 };

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The buttons, keys and time of the listening window.
+// Buttons, keys and time display of the listening window.
 #include "data/Messages.h"
 #include "media/SplitTime.h"
 #include "media/frmBeluisteren.h"
@@ -18,9 +18,9 @@ using runtime::Trapped;
 
 namespace {
 
-// So long before the next sound its mix is listened to.
+// Playback starts this long before the next sound, to hear the mix.
 constexpr qint64 kBeforeMixMs = 3000;
-// A position that was asked for may be read back a little earlier.
+// After a seek the reported position may be slightly earlier.
 constexpr qint64 kSlackMs = 20;
 constexpr int kButtonHeight = 36;
 constexpr int kButtonPadding = 20;
@@ -83,7 +83,7 @@ void frmBeluisteren::PlayOrStop() {
   }
 }
 
-// From the last one back to the first.
+// After the last one it continues with the first.
 void frmBeluisteren::cmdVolgendeMix_Click() {
   Trapped(__func__, [&] {
     if (starts_.size() < 2) return;

@@ -9,8 +9,8 @@ namespace Ui {
 class frmItemPinglesDetail;
 }
 
-// The editor of an item-pingle: a jingle that an item can play as opener, middle or closer. It takes no notice of the
-// end of playback: its timer keeps running until the dialog closes.
+// The editor of an item-pingle: a jingle that an item can play as opener, middle or closer. Required: it ignores the
+// end of playback; its timer runs until the dialog closes.
 class frmItemPinglesDetail : public AudioEditor {
   Q_OBJECT
 

@@ -33,7 +33,7 @@ QString DateText(const QVariant& moment) {
   return runtime::FormatDate(moment.toDateTime(), u"dd-mm-yyyy"_s);
 }
 
-// With the time of day, left out at midnight.
+// With the time of day, unless it is midnight.
 QString MomentText(const QVariant& value) {
   const QDateTime moment = value.toDateTime();
   const bool midnight = moment.time() == QTime(0, 0);
@@ -44,7 +44,7 @@ void FillDate(controls::DateCombo* field, const QVariant& date) {
   if (!date.isNull()) field->SetText(DateText(date));
 }
 
-void FillWhole(QLineEdit* field, const QVariant& number) {
+void FillNumber(QLineEdit* field, const QVariant& number) {
   if (runtime::IsNumeric(number)) field->setText(QString::number(runtime::ToLong(number)));
 }
 
@@ -108,7 +108,7 @@ void frmItemSpotsDetail::FillNew() {
   ui_->txtEindUur->setText(QString::number(kLastHour));
 }
 
-// A file that was dropped is meant to run from today on.
+// A dropped file is assumed to run from today.
 void frmItemSpotsDetail::FillDropped() {
   if (ui_->cobStart->Text().isEmpty()) ui_->cobStart->SetText(DateText(QVariant(runtime::Now())));
 }
@@ -118,10 +118,10 @@ void frmItemSpotsDetail::FillRecord(const dao::Recordset& row) {
   FillNaam(row);
   FillLengteSec(row);
   FillDate(ui_->cobStart, row.Field(u"StartDatum"_s));
-  FillWhole(ui_->txtStartUur, row.Field(u"StartUur"_s));
+  FillNumber(ui_->txtStartUur, row.Field(u"StartUur"_s));
   FillDate(ui_->cobStop, row.Field(u"EindDatum"_s));
-  FillWhole(ui_->txtEindUur, row.Field(u"EindUur"_s));
-  FillWhole(ui_->txtAantalGedraaid, row.Field(u"Aantalgedraaid"_s));
+  FillNumber(ui_->txtEindUur, row.Field(u"EindUur"_s));
+  FillNumber(ui_->txtAantalGedraaid, row.Field(u"Aantalgedraaid"_s));
   const QVariant played = row.Field(u"LaatstGedraaid"_s);
   if (!played.isNull()) ui_->txtLaatstGedraaid->setText(MomentText(played));
   FillAktief(row);
@@ -143,7 +143,7 @@ bool frmItemSpotsDetail::OwnFieldsValid() {
   return HourValid(ui_->txtEindUur, u"Einduur"_s);
 }
 
-// An hour out of range is corrected in place, without a message.
+// Required: an hour out of range is corrected without a message.
 bool frmItemSpotsDetail::HourValid(QLineEdit* hour, const QString& naam) {
   if (!runtime::IsNumeric(hour->text())) return Refuse(3028, naam, {}, hour);
   const double value = runtime::ToDouble(hour->text());
@@ -192,7 +192,7 @@ void frmItemSpotsDetail::txtEindUur_Change() {
   ShowValidity();
 }
 
-// A last look: the panels end where playback did.
+// A final update: the panels show where playback ended.
 void frmItemSpotsDetail::Player_Stop() {
   ui_->preview->TmrPlayer().stop();
   ui_->preview->DrawTime();

@@ -11,7 +11,7 @@ namespace Ui {
 class frmItemSpotsDetail;
 }
 
-// The editor of an item-spot: one audio file that can be played inside an item, with its days and hours of validity.
+// The editor of an item-spot: one audio file that an item can play, with its days and hours of validity.
 class frmItemSpotsDetail : public AudioEditor {
   Q_OBJECT
 
@@ -37,7 +37,7 @@ class frmItemSpotsDetail : public AudioEditor {
   void Player_Stop();
 
   void WireFields();
-  // The sound that follows this spot in the first block in which one does.
+  // The sound that follows this spot in the first block where one does.
   QString NextSound() const;
   void ShowValidity();
   bool HourValid(QLineEdit* hour, const QString& naam);

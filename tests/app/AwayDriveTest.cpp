@@ -1,6 +1,5 @@
-// SPDX-License-Identifier: MIT
-// The lists, editors and cleanup on a drive that is slow, fails or vanishes at any moment: no row is dropped that was
-// not to go, no file is taken for gone because its drive is away, and the windows stay alive.
+// SPDX-License-Identifier: MIT Lists, editors and cleanup on a drive that is slow, fails or disappears at any time: no
+// row is lost, no file counts as missing because of its drive, and windows stay responsive.
 #include "catalogue/SpotStateLoader.h"
 #include "catalogue/frmItemSpotOpruimen.h"
 #include "catalogue/frmItemSpots.h"
@@ -84,12 +83,12 @@ class AwayDrive : public testing::Test {
   Station station_;
   dao::WriteWaitScope soon_{std::chrono::milliseconds(50)};
   std::mt19937 random_{7};
-  QMap<int, QString> names_;    // what the catalogue must hold
-  QMap<int, QString> renamed_;  // by this event: the old name or the new
-  int removed_ = 0;             // by this event: this spot, or not
+  QMap<int, QString> names_;    // expected rows of the catalogue
+  QMap<int, QString> renamed_;  // by the current event: either the old or the new name is valid
+  int removed_ = 0;             // by the current event: this spot may or may not exist
 };
 
-// What a user of the window still can do.
+// Actions that are possible in the window.
 void ExpectAlive(QWidget& form) {
   auto& search = Child<QLineEdit>(form, u"txtZoek"_s);
   QTest::keyClicks(&search, u"spot"_s);
@@ -124,12 +123,12 @@ void AwayDrive::Save() {
   editor.Form_Load();
   editor.show();
   auto& naam = Child<QLineEdit>(editor, u"txtNaam"_s);
-  if (naam.text() != names_[id]) return;  // it could not be read: nothing to save
+  if (naam.text() != names_[id]) return;  // the record could not be read, so there is nothing to save
   const QString changed = NameOf(id) + u" n%1"_s.arg(random_() % 1000);
   naam.setText(changed);
   renamed_[id] = changed;
   Child<QPushButton>(editor, u"cmdOk"_s).click();
-  // What was not saved stands in the open window as it was typed.
+  // Unsaved input is still in the open window.
   EXPECT_TRUE(!editor.isVisible() || naam.text() == changed);
 }
 
@@ -170,7 +169,7 @@ QMap<int, QString> AwayDrive::Names(dao::Recordset rows) {
   return names;
 }
 
-// What is there once the drive is well again.
+// The rows after the drive works again.
 void AwayDrive::Check(const MessageBoxScript& boxes, const std::string& event) {
   const QMap<int, QString> names = Names(station_.ServerRows(u"SELECT ID, Naam FROM tblItemSpots"_s));
   for (auto spot = names_.begin(); spot != names_.end(); ++spot) {
@@ -193,10 +192,10 @@ void AwayDrive::Check(const MessageBoxScript& boxes, const std::string& event) {
 
 }  // namespace
 
-TEST_F(AwayDrive, DropsNoRowAndTakesNoFileForGone) {
+TEST_F(AwayDrive, LosesNoRowAndTreatsNoFileAsMissing) {
   FlakyDrive drive({station_.ServerFolder(), station_.AudioFolder()}, 11);
   drive.Hold(true);
-  List();  // fills the local copy
+  List();  // closing it fills the local copy
   int told = 0;
   for (int number = 0; number < kEvents * testing_support::LongTests(); ++number) {
     renamed_.clear();
@@ -207,7 +206,7 @@ TEST_F(AwayDrive, DropsNoRowAndTakesNoFileForGone) {
     drive.Hold(true);
     Check(boxes, name);
     told += static_cast<int>(boxes.Shown().size());
-    // The rows of the copy are filled anew, or put back when that failed.
+    // The rows of the copy are refreshed, or restored after a failure.
     EXPECT_FALSE(Names(station_.LocalRows(u"SELECT ID, Naam FROM tblCopie_ItemSpots"_s)).isEmpty()) << name;
     if (removed_ != 0 && !names_.contains(removed_)) AddSpot(removed_);
     if (HasFailure()) break;

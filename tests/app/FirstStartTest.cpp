@@ -35,7 +35,7 @@ namespace {
 const QString kStations = u"frmRadioDetail"_s;
 const QString kOffer = u"frmEersteStart"_s;
 
-// An empty program folder, as a program that was just installed has it.
+// An empty program folder, as after an installation.
 class FirstStart : public testing::Test {
  protected:
   FirstStart() {
@@ -72,7 +72,7 @@ void Choose(QDialog& stations, const QString& name) {
 
 }  // namespace
 
-TEST_F(FirstStart, TellsItsErrorsFirstAndLeavesTheFolderAloneWhenNothingIsWanted) {
+TEST_F(FirstStart, ShowsItsErrorsFirstAndCreatesNothingWhenCancelled) {
   ModalDriver windows;
   QStringList before;
   windows.OnNext(kStations, Close);
@@ -87,7 +87,7 @@ TEST_F(FirstStart, TellsItsErrorsFirstAndLeavesTheFolderAloneWhenNothingIsWanted
   EXPECT_TRUE(QDir(folder_.path()).isEmpty());
 }
 
-TEST_F(FirstStart, MakesAnEmptyStationAndGoesOnWithIt) {
+TEST_F(FirstStart, MakesAnEmptyStationAndContinuesWithIt) {
   ModalDriver windows;
   windows.OnNext(kStations, Close);
   windows.OnNext(kOffer, [](QDialog& offer) {
@@ -114,7 +114,7 @@ TEST_F(FirstStart, MakesADemonstrationStation) {
   EXPECT_GT(GetNewID(u"tblItemSpots"_s, u"ID"_s, global.serverDatabasePath), 1);
 }
 
-TEST_F(FirstStart, AFolderThatCannotBeLookedIntoIsNoFirstStart) {
+TEST_F(FirstStart, AnUnreadableFolderIsNoFirstStart) {
   for (const int failure : {EACCES, EIO}) {
     const runtime::ProbeLookScope hindered([failure](const QString&) { return failure; });
     EXPECT_FALSE(IsFirstStart());

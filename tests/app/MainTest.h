@@ -11,14 +11,14 @@
 
 class QAction;
 
-// A station as start-up finds it: a settings file, and nothing in `global` but the program's folder. Every screen has a
-// stand-in that notes that it was opened.
+// A station before start-up: a settings file, and only the program folder in `global`. Every screen is replaced by a
+// fake that records its opening.
 class MainTest : public testing::Test {
  protected:
   MainTest();
   ~MainTest() override;
 
-  // Loads the window; in the station selection the line of that name is chosen, or the selection closed when empty.
+  // Loads the window; chooses that station in the selection, or closes the selection when `station` is empty.
   static void Load(frmMain& main, const QString& station);
 
   static QAction& Action(const frmMain& main, const QString& name);

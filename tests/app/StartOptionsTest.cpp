@@ -17,7 +17,7 @@ StartOptions Parse(const QStringList& arguments, const QString& environment = {}
 
 }  // namespace
 
-TEST(StartOptions, TheFolderIsTheOptionElseTheEnvironmentElseTheProgramsOwn) {
+TEST(StartOptions, TheFolderIsFromTheOptionElseTheEnvironmentElseTheExecutable) {
   EXPECT_EQ(Parse({}).folder, u"/opt/spotrooster"_s);
   EXPECT_EQ(Parse({}, u"/srv/planner"_s).folder, u"/srv/planner"_s);
   EXPECT_EQ(Parse({u"--folder"_s, u"/srv/other/"_s}, u"/srv/planner"_s).folder, u"/srv/other"_s);
@@ -37,7 +37,7 @@ TEST(StartOptions, VersionAndHelpAreFlags) {
   EXPECT_FALSE(Parse({}).showVersion || Parse({}).showHelp);
 }
 
-TEST(StartOptions, AnythingElseIsRefusedByName) {
+TEST(StartOptions, OtherArgumentsAreRefusedByName) {
   const QList<QStringList> wrong{{u"--thema"_s}, {u"--theme"_s, u"paars"_s}, {u"--folder"_s}, {u"station"_s}};
   for (const QStringList& arguments : wrong) {
     try {

@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 using desktop::MessageBoxScript;
 using testing_support::Station;
 
-TEST(TakeProgramLock, ASecondStartIsToldAndEnds) {
+TEST(TakeProgramLock, ASecondStartShowsAMessageAndEnds) {
   const Station station;
   const std::unique_ptr<ProgramLock> first = TakeProgramLock();
   ASSERT_NE(first, nullptr);
@@ -24,7 +24,7 @@ TEST(TakeProgramLock, ASecondStartIsToldAndEnds) {
   EXPECT_EQ(boxes.Last().style, 48);
 }
 
-TEST(TakeProgramLock, AfterTheFirstProgramTheNextMayStart) {
+TEST(TakeProgramLock, TheNextProgramMayStartAfterTheFirst) {
   const Station station;
   const MessageBoxScript boxes;
   EXPECT_NE(TakeProgramLock(), nullptr);

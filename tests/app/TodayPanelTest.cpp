@@ -24,9 +24,9 @@ using testing_support::Station;
 
 namespace {
 
-constexpr int kPatience = 30000;  // ms, for what is counted in the background
+constexpr int kPatience = 30000;  // ms; maximum for counting in the background
 
-// A spot that runs from a month ago until that many days from today, with or without its file.
+// Adds a spot that started a month ago and ends in that many days, with or without its file.
 void AddSpot(const Station& station, int id, int daysLeft, bool withFile) {
   const QString path = runtime::PathText(station.AudioFolder()) + u"\\%1.wav"_s.arg(id);
   if (withFile) runtime::WriteFile(path, "x");
@@ -49,7 +49,7 @@ bool IsCounted(const TodayPanel& panel) {
 
 }  // namespace
 
-TEST(TodayPanel, CountsWhatRunsEndsSoonAndMissesItsFile) {
+TEST(TodayPanel, CountsRunningEndingAndMissingSpots) {
   const Station station;
   AddSpot(station, 1, 60, true);
   AddSpot(station, 2, 60, true);
@@ -65,7 +65,7 @@ TEST(TodayPanel, CountsWhatRunsEndsSoonAndMissesItsFile) {
   EXPECT_EQ(Child<QLabel>(panel, u"lblVerlopen"_s).text(), u"item-spot verloopt binnen 7 dagen"_s);
 }
 
-TEST(TodayPanel, ADatabaseThatCannotBeReadGivesDashesAndNoBox) {
+TEST(TodayPanel, AnUnreadableDatabaseGivesDashesAndNoBox) {
   const Station station;
   QFile::remove(runtime::HostPath(global.serverDatabasePath));
   const MessageBoxScript boxes;
@@ -78,7 +78,7 @@ TEST(TodayPanel, ADatabaseThatCannotBeReadGivesDashesAndNoBox) {
   EXPECT_TRUE(boxes.Shown().empty());
 }
 
-TEST(TodayPanel, CountingAnewForgetsWhatWasCounted) {
+TEST(TodayPanel, CountingAgainReplacesTheCounts) {
   const Station station;
   AddSpot(station, 1, 60, true);
   TodayPanel panel;
@@ -89,7 +89,7 @@ TEST(TodayPanel, CountingAnewForgetsWhatWasCounted) {
   ASSERT_TRUE(QTest::qWaitFor([&] { return Number(panel, u"Lopen"_s) == u"2"_s; }, kPatience));
 }
 
-TEST(TodayPanel, ItsButtonsAskForTheSpotsOfTheirRow) {
+TEST(TodayPanel, ItsButtonsRequestTheSpotsOfTheirRow) {
   TodayPanel panel;
   QList<SpotView> asked;
   int exports = 0;
@@ -103,7 +103,7 @@ TEST(TodayPanel, ItsButtonsAskForTheSpotsOfTheirRow) {
   EXPECT_EQ(exports, 1);
 }
 
-TEST(TodayPanel, CountsTheActiveItemsThatWouldBeSilentOrShort) {
+TEST(TodayPanel, CountsActiveItemsThatAreSilentOrShort) {
   const Station station;
   AddSpot(station, 1, 60, true);
   AddSpot(station, 2, -3, true);
@@ -120,7 +120,7 @@ TEST(TodayPanel, CountsTheActiveItemsThatWouldBeSilentOrShort) {
             .arg(order)
             .arg(spot));
   };
-  addItem(1, u"0"_s, 1);  // whole
+  addItem(1, u"0"_s, 1);  // complete
   link(1, 1, 1);
   addItem(2, u"0"_s, 1);  // silent
   link(2, 1, 2);

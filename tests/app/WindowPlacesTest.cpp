@@ -18,7 +18,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A window of that name, shown at its size or at the one remembered.
+// Shows a window of that name, with its own or its remembered size.
 std::unique_ptr<QWidget> Shown(const QString& name, QSize size) {
   auto window = std::make_unique<QWidget>();
   window->setObjectName(name);
@@ -27,7 +27,7 @@ std::unique_ptr<QWidget> Shown(const QString& name, QSize size) {
   return window;
 }
 
-// Windows of the program, left somewhere by their user and opened again by the next run.
+// Windows that the user moved, opened again in the next run.
 class WindowsLeft : public ::testing::Test {
  protected:
   template <class Window>
@@ -55,7 +55,7 @@ class WindowsLeft : public ::testing::Test {
         << window->objectName().toStdString() << " at " << window->x() << ", " << window->y();
     EXPECT_EQ(window->size(), kLeft);
   }
-  // As if the window had stood on the fourth screen: its number follows the magic number, the version and two
+  // As if the window had been on the fourth screen. The screen number follows the magic number, the version and two
   // rectangles.
   void MoveToScreenThatIsGone(const QString& window) const {
     constexpr qsizetype kScreenNumber = 4 + 2 + 2 + 16 + 16;
@@ -73,13 +73,13 @@ class WindowsLeft : public ::testing::Test {
 
 }  // namespace
 
-TEST_F(WindowsLeft, ComeBackWhereTheyStood) {
+TEST_F(WindowsLeft, ReturnToTheirPosition) {
   const QRect left = Left<frmItemSpots>(QPoint(40, 60));
   const WindowPlaces places(file_);
   EXPECT_EQ(Opened<frmItemSpots>()->frameGeometry(), left);
 }
 
-TEST_F(WindowsLeft, BeyondAnEdgeComeBackIntoTheScreen) {
+TEST_F(WindowsLeft, BeyondAnEdgeReturnIntoTheScreen) {
   for (const QPoint at : {QPoint(5000, 4000), QPoint(-5000, 100), QPoint(600, 700), QPoint(-200, -150)}) {
     Left<frmItemSpots>(at);
     ExpectInside<frmItemSpots>();
@@ -88,13 +88,13 @@ TEST_F(WindowsLeft, BeyondAnEdgeComeBackIntoTheScreen) {
   }
 }
 
-TEST_F(WindowsLeft, OnAScreenThatIsGoneComeBackIntoOneThatIsThere) {
+TEST_F(WindowsLeft, OnAMissingScreenReturnIntoAnExistingOne) {
   Left<frmItemSpots>(QPoint(3900, 300));
   MoveToScreenThatIsGone(u"frmItemSpots"_s);
   ExpectInside<frmItemSpots>();
 }
 
-TEST(WindowPlaces, AWindowOpensAsItWasLeft) {
+TEST(WindowPlaces, AWindowOpensWithItsLastSize) {
   const QTemporaryDir folder;
   const QString file = folder.filePath(u"vensters.ini"_s);
   {
@@ -115,7 +115,7 @@ TEST(WindowPlaces, AWindowNeverOpensLargerThanItsScreen) {
   EXPECT_EQ(window->size(), QSize(window->screen()->availableSize().width(), 200));
 }
 
-TEST(WindowPlaces, AWindowGetsNoSmallerThanHalfOfItsOpeningSize) {
+TEST(WindowPlaces, AWindowCannotBeSmallerThanHalfOfItsOpeningSize) {
   const QTemporaryDir folder;
   const WindowPlaces places(folder.filePath(u"vensters.ini"_s));
   const auto window = Shown(u"frmProef"_s, QSize(300, 200));
@@ -123,7 +123,7 @@ TEST(WindowPlaces, AWindowGetsNoSmallerThanHalfOfItsOpeningSize) {
   EXPECT_EQ(window->size(), QSize(150, 100));
 }
 
-TEST_F(WindowsLeft, KeepToHalfOfTheirOpeningSizeThoughTheirListCouldShrinkToNothing) {
+TEST_F(WindowsLeft, HaveAMinimumOfHalfTheirOpeningSize) {
   const WindowPlaces places(file_);
   const auto window = Opened<frmItemSpots>();
   const int half = window->width() / 2;
@@ -136,7 +136,7 @@ TEST_F(WindowsLeft, KeepToHalfOfTheirOpeningSizeThoughTheirListCouldShrinkToNoth
   EXPECT_EQ(window->width(), half);
 }
 
-TEST(WindowPlaces, OtherWindowsAndTheSplashScreenAreLeftAlone) {
+TEST(WindowPlaces, OtherWindowsAndTheSplashScreenAreNotChanged) {
   const QTemporaryDir folder;
   const QString file = folder.filePath(u"vensters.ini"_s);
   const WindowPlaces places(file);
@@ -146,7 +146,7 @@ TEST(WindowPlaces, OtherWindowsAndTheSplashScreenAreLeftAlone) {
   }
 }
 
-TEST(WindowPlaces, AFileThatCannotBeWrittenIsNoTrouble) {
+TEST(WindowPlaces, AReadOnlyFileIsNoError) {
   const WindowPlaces places(u"/proc/niet/hier.ini"_s);
   const auto window = Shown(u"frmProef"_s, QSize(300, 200));
   window->hide();

@@ -21,7 +21,7 @@ using desktop::MessageBoxScript;
 using testing_support::ModalDriver;
 using testing_support::Station;
 
-TEST_F(MainTest, WithoutAStationNumberTheFilesCarryNone) {
+TEST_F(MainTest, WithoutAStationNumberTheFileNamesHaveNone) {
   frmMain main;
   Load(main, u"Radio Proef"_s);
   EXPECT_EQ(global.localDatabasePath, global.programFolder + u"\\data\\OvalistoLocal.mdb"_s);
@@ -31,7 +31,7 @@ TEST_F(MainTest, WithoutAStationNumberTheFilesCarryNone) {
   EXPECT_TRUE(global.online);
 }
 
-TEST_F(MainTest, Station3HasItsNumberInTheFileNamesAndKeepsTheFlagWithItsError) {
+TEST_F(MainTest, Station3HasItsNumberInTheFileNamesAndStartsOfflineWithAnError) {
   schema::AddStation(global.programFolder + u"\\data\\OvalistoLocal.mdb"_s, 3, u"Radio Zee"_s);
   schema::CreateLocalDatabase(global.programFolder + u"\\data\\OvalistoLocal3.mdb"_s);
   schema::AddStation(global.programFolder + u"\\data\\OvalistoLocal3.mdb"_s, 3, u"Radio Zee"_s);
@@ -49,7 +49,7 @@ TEST_F(MainTest, Station3HasItsNumberInTheFileNamesAndKeepsTheFlagWithItsError) 
   EXPECT_EQ(Panel(main, u"pnlRadio"_s), u"Radio Zee (zender 3)"_s);
 }
 
-TEST_F(MainTest, TheCaptionStandsBeforeTheModeIsRead) {
+TEST_F(MainTest, TheCaptionIsSetBeforeTheModeIsRead) {
   dao::OpenDatabase(global.programFolder + u"\\data\\OvalistoLocal.mdb"_s).Execute(u"DELETE FROM cdeInstellingen"_s);
   dao::OpenDatabase(global.programFolder + u"\\data\\OvalistoLocal.mdb"_s)
       .Execute(u"INSERT INTO cdeInstellingen (InitCode, InitValue) VALUES (\"OnlineYn\", \"99999999999\")"_s);
@@ -113,7 +113,7 @@ TEST_F(MainTest, AnInterruptedExportIsSettledBeforeTheUserWorks) {
   EXPECT_EQ(station_.Log(), QStringList());
 }
 
-TEST_F(MainTest, AWrongSettingsFileOrDatabaseIsToldAndTheWindowStillOpens) {
+TEST_F(MainTest, AnInvalidSettingsFileOrDatabaseIsReportedAndTheWindowOpens) {
   runtime::WriteFile(global.programFolder + u"\\ovalis.ini"_s, "garbage");
   runtime::WriteFile(global.programFolder + u"\\data\\OvalistoLocal.mdb"_s, QByteArray(3000, 'x'));
   frmMain main;
@@ -141,7 +141,7 @@ bool IsVisible(const QString& name) {
   return false;
 }
 
-// Whether the splash screen still stood when the main window came up.
+// Records whether the splash screen was visible when the main window was shown.
 class MainWindowWatch : public QObject {
  public:
   MainWindowWatch() { qApp->installEventFilter(this); }

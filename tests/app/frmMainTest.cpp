@@ -35,7 +35,7 @@ using desktop::MessageBoxScript;
 using testing_support::Child;
 using testing_support::ModalDriver;
 
-TEST_F(MainTest, HasItsToolbarStatusBarAndTheFiveToldButtons) {
+TEST_F(MainTest, HasItsToolbarStatusBarAndFiveButtons) {
   const frmMain main;
   Child<QStatusBar>(main, u"staBalk"_s);
   QStringList keys;
@@ -62,7 +62,7 @@ TEST_F(MainTest, EachButtonOpensItsScreenOwnedByTheWindow) {
   EXPECT_EQ(opened_, expected);
 }
 
-TEST_F(MainTest, AButtonWithAnyOtherKeyDoesNothing) {
+TEST_F(MainTest, AButtonWithAnUnknownKeyDoesNothing) {
   frmMain main;
   Load(main, u"Radio Proef"_s);
   const MessageBoxScript boxes;
@@ -93,7 +93,8 @@ TEST_F(MainTest, AfsluitenEndsTheProgram) {
   Load(main, u"Radio Proef"_s);
   QMetaObject::invokeMethod(
       &main, [&] { PressTool(main, u"actAfsluiten"_s); }, Qt::QueuedConnection);
-  QApplication::setQuitOnLastWindowClosed(true);  // as in the program; the tests' own windows come and go
+  QApplication::setQuitOnLastWindowClosed(
+      true);  // as in the program; off in other tests, since their windows close too
   EXPECT_EQ(QApplication::exec(), 0);
   QApplication::setQuitOnLastWindowClosed(false);
   EXPECT_FALSE(main.isVisible());
@@ -108,7 +109,7 @@ TEST_F(MainTest, AfsluitenClosesWithoutAQuestion) {
   EXPECT_TRUE(boxes.Shown().empty());
 }
 
-TEST_F(MainTest, TheMenuBarReachesEveryScreenAndTheJingleListToo) {
+TEST_F(MainTest, TheMenuBarOpensEveryScreenAndTheJingleList) {
   frmMain main;
   Load(main, u"Radio Proef"_s);
   QSet<QString> reached;
@@ -140,7 +141,7 @@ TEST_F(MainTest, MnemonicsAreUniqueInEachMenu) {
   }
 }
 
-TEST_F(MainTest, AScreenThatIsNotThereIsDisabled) {
+TEST_F(MainTest, AMissingScreenIsDisabled) {
   RegisterScreen(Screen::Items, {});
   frmMain main;
   Load(main, u"Radio Proef"_s);
@@ -148,7 +149,7 @@ TEST_F(MainTest, AScreenThatIsNotThereIsDisabled) {
   EXPECT_TRUE(Action(main, u"actItemSpots"_s).isEnabled());
 }
 
-TEST_F(MainTest, TheStatusBarTellsStationModeAndWhatIsNotExported) {
+TEST_F(MainTest, TheStatusBarShowsStationModeAndUnexportedStatements) {
   frmMain main;
   Load(main, u"Radio Proef"_s);
   EXPECT_EQ(Panel(main, u"pnlRadio"_s), u"Radio Proef"_s);
@@ -158,7 +159,7 @@ TEST_F(MainTest, TheStatusBarTellsStationModeAndWhatIsNotExported) {
   EXPECT_TRUE(Child<StatusPanel>(main, u"pnlKopie"_s).isVisible());
 }
 
-TEST_F(MainTest, TheStatusBarIsReadAnewWhenAScreenCloses) {
+TEST_F(MainTest, TheStatusBarIsUpdatedWhenAScreenCloses) {
   frmMain main;
   Load(main, u"Radio Proef"_s);
   whenOpened_ = [&] {
@@ -174,7 +175,7 @@ TEST_F(MainTest, TheStatusBarIsReadAnewWhenAScreenCloses) {
   EXPECT_FALSE(Child<StatusPanel>(main, u"pnlKopie"_s).isVisible());
 }
 
-TEST_F(MainTest, TheStatusBarSaysNothingOfACopyThatHoldsRecords) {
+TEST_F(MainTest, TheStatusBarWarnsWhileEitherCopyIsEmpty) {
   const QString local = global.programFolder + u"\\data\\OvalistoLocal.mdb"_s;
   for (const QString& things : {u"ItemSpots"_s, u"Items"_s}) {
     dao::Database database = dao::OpenDatabase(local);
@@ -187,7 +188,7 @@ TEST_F(MainTest, TheStatusBarSaysNothingOfACopyThatHoldsRecords) {
   }
 }
 
-TEST_F(MainTest, CountsThatCannotBeReadAreDashesWithoutABox) {
+TEST_F(MainTest, UnreadableCountsAreDashesWithoutABox) {
   frmMain main;
   Load(main, u"Radio Proef"_s);
   const MessageBoxScript boxes;
@@ -200,7 +201,7 @@ TEST_F(MainTest, CountsThatCannotBeReadAreDashesWithoutABox) {
   EXPECT_TRUE(boxes.Shown().empty());
 }
 
-TEST_F(MainTest, ShowsTheDateInWordsAndTheTimeInLights) {
+TEST_F(MainTest, ShowsTheDateInWordsAndTheTimeInDigits) {
   const runtime::ClockScope clock(QDateTime(QDate(2025, 3, 11), QTime(14, 32, 7)));
   frmMain main;
   Load(main, u"Radio Proef"_s);
@@ -211,7 +212,7 @@ TEST_F(MainTest, ShowsTheDateInWordsAndTheTimeInLights) {
   EXPECT_EQ(Child<LedPanel>(main, u"ledSeconde"_s).Value(), 7);
 }
 
-TEST_F(MainTest, HelpTellsTheVersion) {
+TEST_F(MainTest, HelpShowsTheVersion) {
   frmMain main;
   Load(main, u"Radio Proef"_s);
   const MessageBoxScript boxes;
@@ -235,7 +236,7 @@ TEST_F(MainTest, HelpShowsTheManual) {
   EXPECT_TRUE(text.contains(u"ovalis.ini"_s));
 }
 
-TEST_F(MainTest, TonenOpensTheSpotListNarrowedToItsRow) {
+TEST_F(MainTest, TonenOpensTheSpotListFilteredByItsRow) {
   frmMain main;
   Load(main, u"Radio Proef"_s);
   ModalDriver driver;
@@ -250,7 +251,7 @@ TEST_F(MainTest, TonenOpensTheSpotListNarrowedToItsRow) {
   EXPECT_EQ(narrowed, TextOf(SpotView::VerlopenBinnenkort));
 }
 
-TEST_F(MainTest, ALongStationNameWidensNoWindow) {
+TEST_F(MainTest, ALongStationNameDoesNotWidenTheWindow) {
   const QString name(255, u'W');
   dao::OpenDatabase(global.programFolder + u"\\data\\OvalistoLocal.mdb"_s)
       .Execute(u"UPDATE cdeLicenties SET RadioNaam = \"%1\""_s.arg(name));

@@ -29,7 +29,7 @@ TEST(frmSplash, AnyKeyClosesIt) {
   }
 }
 
-TEST(frmSplash, TellsWhatStartUpIsDoing) {
+TEST(frmSplash, ShowsTheStepsOfTheStartUp) {
   frmSplash splash;
   splash.show();
   splash.ShowStep(u"Zender kiezen ..."_s);

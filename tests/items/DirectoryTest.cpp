@@ -60,7 +60,7 @@ class Directory : public testing::Test {
 
 }  // namespace
 
-TEST_F(Directory, OkBeforeAnyChoiceReturnsTheEmptyText) {
+TEST_F(Directory, OkWithoutAChoiceReturnsAnEmptyText) {
   Open(u""_s);
   EXPECT_EQ(Drive().currentText(), u"D:"_s);
   EXPECT_EQ(Folders(), (QStringList{u"D:\\"_s, u"D:\\Audio"_s, u"D:\\Beeld"_s}));
@@ -69,7 +69,7 @@ TEST_F(Directory, OkBeforeAnyChoiceReturnsTheEmptyText) {
   EXPECT_FALSE(form_->isVisible());
 }
 
-TEST_F(Directory, AClickChoosesTheLinesFullPath) {
+TEST_F(Directory, AClickChoosesTheFullPathOfTheLine) {
   Open(u""_s);
   List().SetListIndex(2);
   Ok();
@@ -112,7 +112,7 @@ TEST_F(Directory, AStartFolderThatDoesNotExistSetsOnlyTheDrive) {
   EXPECT_EQ(global.gstrSelectedID, u"E:\\"_s);
 }
 
-// Nothing changes in the drive list then; the folder that is shown is chosen all the same.
+// The drive list does not change then; the shown folder is chosen anyway.
 TEST_F(Directory, AStartFolderThatDoesNotExistOnTheFirstDriveChoosesItsRoot) {
   Open(u"D:\\Weg"_s);
   EXPECT_EQ(List().Path(), u"D:\\"_s);
@@ -131,14 +131,14 @@ TEST_F(Directory, AStartFolderOnAnUnknownDriveIsAnErrorAndNothingIsChosen) {
   EXPECT_EQ(global.gstrSelectedID, u""_s);
 }
 
-TEST_F(Directory, CancellingLeavesWhatTheCallerPutThere) {
+TEST_F(Directory, CancellingKeepsTheCallersValue) {
   Open(u"D:\\Audio"_s);
   List().SetListIndex(0);
   QTest::mouseClick(&Child<QPushButton>(*form_, u"cmdAnnuleren"_s), Qt::LeftButton);
   EXPECT_EQ(global.gstrSelectedID, u"D:\\Audio"_s);
 }
 
-TEST_F(Directory, AVanishedFolderAndADriveThatIsAwayAreErrorsThatLeaveTheDialogOpen) {
+TEST_F(Directory, AMissingFolderAndAnUnreachableDriveLeaveTheDialogOpen) {
   Open(u""_s);
   QDir(folder_.path()).rmdir(u"d/Beeld"_s);
   List().SetListIndex(2);
@@ -152,7 +152,7 @@ TEST_F(Directory, AVanishedFolderAndADriveThatIsAwayAreErrorsThatLeaveTheDialogO
   EXPECT_TRUE(form_->isVisible());
 }
 
-TEST_F(Directory, TypingGoesToTheFolderThatBeginsSo) {
+TEST_F(Directory, TypingSelectsTheFolderWithThatPrefix) {
   Open(u""_s);
   List().setFocus();
   QTest::keyClicks(&List(), u"be"_s);
@@ -166,7 +166,7 @@ TEST_F(Directory, ManySubfoldersAreShown) {
   EXPECT_EQ(List().ListCount(), 3002);
 }
 
-TEST_F(Directory, ADriveThatIsAwayAtTheStartStillLetsAnotherBeChosen) {
+TEST_F(Directory, AnotherDriveCanBeChosenIfTheFirstIsUnreachable) {
   runtime::SetDrives({{u"A"_s, folder_.path() + u"/weg"}, {u"E"_s, folder_.path() + u"/e"}});
   const desktop::MessageBoxScript boxes;
   Open(u""_s);
@@ -177,7 +177,7 @@ TEST_F(Directory, ADriveThatIsAwayAtTheStartStillLetsAnotherBeChosen) {
   EXPECT_EQ(global.gstrSelectedID, u"E:\\"_s);
 }
 
-TEST(DirectoryDeathTest, AFolderWithoutPermissionIsAnErrorAndTheListStays) {
+TEST(DirectoryDeathTest, AFolderWithoutPermissionIsAnErrorAndTheListIsUnchanged) {
   const QTemporaryDir folder;
   QDir(folder.path()).mkpath(u"Geheim/Onder"_s);
   ::chmod(QFile::encodeName(folder.path()).constData(), 0755);
@@ -201,7 +201,7 @@ TEST(DirectoryDeathTest, AFolderWithoutPermissionIsAnErrorAndTheListStays) {
   ::chmod(QFile::encodeName(folder.path() + u"/Geheim").constData(), 0755);
 }
 
-TEST_F(Directory, ALongPathWidensNoWindow) {
+TEST_F(Directory, ALongPathDoesNotWidenTheWindow) {
   const QString name(200, u'w');
   ASSERT_TRUE(QDir(folder_.path()).mkpath(u"d/%1/%1"_s.arg(name)));
   Open(u""_s);

@@ -43,13 +43,13 @@ class ItemEditor : public testing::Test {
   void Click(const QString& button) const;
   bool IsOpen() const { return editor_->isVisible(); }
 
-  // Fills a new item of option 1 so that it may be saved.
+  // Fills a new item of option 1 with valid values.
   void FillListItem() const;
   // The same for option 2.
   void FillPatternItem() const;
   // Inserts an item of option 1 with these spots into the current catalogue.
   void InsertListItem(int id, const QString& naam, const QList<int>& spots) const;
-  // The spots that item 1 has on the server, in their order.
+  // The spots of item 1 on the server, in order.
   QList<int> SavedSpots() const;
 
   testing_support::Station station_;

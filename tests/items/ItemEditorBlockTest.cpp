@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the item editor says of the block on its screen, and hands to the listening window.
+// The block in the item editor: file checks, spot states, and the block passed to the listening window.
 #include "data/forms/Screens.h"
 #include "export/playout/BlockToHear.h"
 #include "platform/runtime/Clock.h"
@@ -46,7 +46,7 @@ class ItemEditorBlock : public ItemEditor {
 
 }  // namespace
 
-TEST_F(ItemEditorBlock, TheBlockOnTheScreenIsListenedToUnsaved) {
+TEST_F(ItemEditorBlock, TheUnsavedBlockIsPlayed) {
   OpenNew();
   FillListItem();
   Edit(u"txtNaam"_s).setText(u"Nog niet bewaard"_s);
@@ -69,7 +69,7 @@ TEST_F(ItemEditorBlock, TheBlockOnTheScreenIsListenedToUnsaved) {
   EXPECT_TRUE(IsOpen());
 }
 
-TEST_F(ItemEditorBlock, CtrlBListensToAPatternToo) {
+TEST_F(ItemEditorBlock, CtrlBAlsoPlaysAPattern) {
   OpenNew();
   FillPattern();
   Mix().SetValue(1500);
@@ -82,7 +82,7 @@ TEST_F(ItemEditorBlock, CtrlBListensToAPatternToo) {
   EXPECT_TRUE(NumberedFileName(heard_.pattern, runtime::Now(), 1).endsWith(u"weer03.wav"_s));
 }
 
-TEST_F(ItemEditorBlock, TheFileOfTheMomentIsLookedForBesideTheExample) {
+TEST_F(ItemEditorBlock, TheFileOfTheMomentIsCheckedNextToTheExample) {
   OpenNew();
   FillPattern();
   EXPECT_TRUE(SaysOfFile(u"Dit bestand bestaat nu niet"_s)) << FileText().toStdString();

@@ -17,7 +17,7 @@ using testing_support::PointerWatch;
 
 namespace {
 
-// What the buttons of the item editor open and what follows from it.
+// The buttons of the item editor.
 class ItemButtons : public ItemEditor {
  protected:
   ItemButtons() {
@@ -26,7 +26,7 @@ class ItemButtons : public ItemEditor {
   }
   ~ItemButtons() override { runtime::SetDrives({}); }
 
-  // Opens the folder picker and leaves it through one of its buttons, with the line of D:\Audio selected.
+  // Opens the folder chooser, selects D:\Audio and presses one of its buttons.
   void PickFolder(const QString& button) const {
     ModalDriver driver;
     driver.OnNext(u"frmDirectory"_s, [&](QDialog& dialog) {
@@ -43,7 +43,7 @@ class ItemButtons : public ItemEditor {
         u"Opt2VastNaamGedeelte = \"blok\", Opt2FileExtensie = \"wav\""_s);
     Open(u"1"_s);
   }
-  // Opens the entry dialog by this button and cancels it untouched.
+  // Opens the entry dialog with this button and cancels it.
   void CancelEntry(const QString& button) const {
     ModalDriver driver;
     driver.OnNext(u"frmItemsDetailOpt1"_s, [](QDialog& dialog) {
@@ -58,7 +58,7 @@ class ItemButtons : public ItemEditor {
 
 }  // namespace
 
-TEST_F(ItemButtons, AChosenFolderGoesToTheBoxAndIsAChange) {
+TEST_F(ItemButtons, AChosenFolderIsFilledInAndIsAChange) {
   OpenNew();
   Option(u"opt2"_s).click();
   PickFolder(u"cmdOk"_s);
@@ -66,7 +66,7 @@ TEST_F(ItemButtons, AChosenFolderGoesToTheBoxAndIsAChange) {
   EXPECT_TRUE(editor_->IsDirty());
 }
 
-TEST_F(ItemButtons, ACancelledFolderPickerKeepsTheFolderAndIsNoChange) {
+TEST_F(ItemButtons, ACancelledFolderChooserIsNotAChange) {
   OpenPatternItem();
   PickFolder(u"cmdAnnuleren"_s);
   EXPECT_EQ(Edit(u"txtOpt2Directory"_s).text(), u"D:\\Audio"_s);
@@ -80,7 +80,7 @@ TEST_F(ItemButtons, TheSameFolderChosenAgainIsAChange) {
   EXPECT_TRUE(editor_->IsDirty());
 }
 
-TEST_F(ItemButtons, AVisitToTheEntryDialogIsAChangeEvenWhenCancelled) {
+TEST_F(ItemButtons, TheEntryDialogIsAChangeEvenWhenCancelled) {
   InsertListItem(1, u"Blok"_s, {1, 2});
   Open(u"1"_s);
   CancelEntry(u"cmdOpt1Toevoegen"_s);
@@ -92,12 +92,12 @@ TEST_F(ItemButtons, AVisitToTheEntryDialogIsAChangeEvenWhenCancelled) {
   EXPECT_TRUE(editor_->IsDirty());
 }
 
-TEST_F(ItemButtons, TheEntryDialogHasTheOrdinaryPointer) {
+TEST_F(ItemButtons, TheEntryDialogHasTheArrowPointer) {
   InsertListItem(1, u"Blok"_s, {1});
   Open(u"1"_s);
   List().SetListIndex(0);
   const auto look = [](QDialog& dialog) {
-    const QCursor* cursor = QGuiApplication::overrideCursor();  // there is one: behind it waits the hourglass
+    const QCursor* cursor = QGuiApplication::overrideCursor();  // set above the hourglass
     EXPECT_TRUE(cursor != nullptr && cursor->shape() == Qt::ArrowCursor);
     dialog.close();
   };

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The spots of an item, put in another order with the mouse.
+// Reordering the spots of an item with the mouse.
 #include "platform/desktop/MessageBox.h"
 #include "tests/items/ItemEditor.h"
 #include "tests/support/Drop.h"
@@ -9,7 +9,7 @@ using testing_support::Drag;
 
 namespace {
 
-// A drag is carried out there by events alone; before main.
+// On this platform plugin a drag needs events only. Set before main.
 const bool kCarriesDrags = qputenv("SPOTROOSTER_TEST_PLATFORM", "minimal:enable_fonts");
 
 class ItemDrag : public ItemEditor {
@@ -22,8 +22,8 @@ class ItemDrag : public ItemEditor {
     ASSERT_TRUE(QTest::qWaitForWindowActive(editor_.get()));
   }
   QRect PlaceOf(int line) const { return List().visualRect(List().model()->index(line, 0)); }
-  // Takes a line by its middle and lets it go in the lower or upper half of another one. All of it must lie within the
-  // platform's screen of 240 by 320.
+  // Drags a line by its middle to the lower or upper half of another line. Both must be within the platform's screen of
+  // 240 by 320.
   void DragBelow(int line, int other) const {
     Drag(*List().viewport(), PlaceOf(line).center(), PlaceOf(other).center() + QPoint(0, PlaceOf(other).height() / 3));
   }
@@ -40,7 +40,7 @@ class ItemDrag : public ItemEditor {
 
 }  // namespace
 
-TEST_F(ItemDrag, ASpotDraggedDownTakesItsPlaceThere) {
+TEST_F(ItemDrag, ASpotDraggedDownIsMoved) {
   OpenActive();
   DragBelow(0, 1);
   EXPECT_EQ(Spots(), (QList<int>{2, 1, 3}));
@@ -48,7 +48,7 @@ TEST_F(ItemDrag, ASpotDraggedDownTakesItsPlaceThere) {
   EXPECT_TRUE(Button(u"cmdOpt1Verwijderen"_s).isEnabled());
 }
 
-TEST_F(ItemDrag, ASpotDraggedUpTakesItsPlaceThereAndIsSavedSo) {
+TEST_F(ItemDrag, ASpotDraggedUpIsMovedAndSaved) {
   OpenActive();
   DragAbove(2, 0);
   EXPECT_EQ(Spots(), (QList<int>{3, 1, 2}));
@@ -57,13 +57,13 @@ TEST_F(ItemDrag, ASpotDraggedUpTakesItsPlaceThereAndIsSavedSo) {
   EXPECT_EQ(SavedSpots(), (QList<int>{3, 1, 2}));
 }
 
-TEST_F(ItemDrag, BelowTheLastLineIsTheEnd) {
+TEST_F(ItemDrag, ADropBelowTheLastLineMovesToTheEnd) {
   OpenActive();
   Drag(*List().viewport(), PlaceOf(0).center(), PlaceOf(2).bottomLeft() + QPoint(20, 24));
   EXPECT_EQ(Spots(), (QList<int>{2, 3, 1}));
 }
 
-TEST_F(ItemDrag, IsAChangeThatCancellingAsksAbout) {
+TEST_F(ItemDrag, ADragIsAChange) {
   OpenActive();
   DragBelow(0, 2);
   desktop::MessageBoxScript boxes;
@@ -73,7 +73,7 @@ TEST_F(ItemDrag, IsAChangeThatCancellingAsksAbout) {
   EXPECT_EQ(SavedSpots(), (QList<int>{1, 2, 3}));
 }
 
-TEST_F(ItemDrag, BackToItsOwnPlaceIsNoChange) {
+TEST_F(ItemDrag, ADropOnTheSamePlaceIsNotAChange) {
   OpenActive();
   DragBelow(1, 1);
   EXPECT_EQ(Spots(), (QList<int>{1, 2, 3}));
@@ -82,7 +82,7 @@ TEST_F(ItemDrag, BackToItsOwnPlaceIsNoChange) {
   EXPECT_TRUE(boxes.Shown().empty());
 }
 
-TEST_F(ItemDrag, LeavesALockedItemAsItIs) {
+TEST_F(ItemDrag, ALockedItemCannotBeReordered) {
   InsertListItem(1, u"Blok"_s, {1, 2, 3});
   station_.OnCurrent(u"UPDATE tblItems SET Locked = -1 WHERE ID = 1"_s);
   Open(u"1"_s);

@@ -18,7 +18,7 @@ namespace {
 
 class ItemEvents : public ItemEditor {
  protected:
-  // Whether cancelling asks about changes, after `change` on a freshly opened item.
+  // True when cancelling asks about changes after `change` on a newly opened item.
   bool AsksAfter(const QString& id, const std::function<void()>& change) {
     Open(id);
     change();
@@ -73,7 +73,7 @@ TEST_F(ItemEvents, ControlsWithoutAHandlerCloseWithoutAQuestionAndWithoutSaving)
   EXPECT_EQ(row.Field(u"Midden"_s).toInt(), 12);
 }
 
-TEST_F(ItemEvents, OkSavesThemAllTheSame) {
+TEST_F(ItemEvents, OkStillSavesThem) {
   InsertPatternItem();
   Open(u"2"_s);
   Combo(u"cboMiddenPingle"_s).SelectWhereItemData(13);
@@ -128,7 +128,7 @@ TEST_F(ItemEvents, MovingALineIsAChangeAndTheOrderIsSavedAsShown) {
   }
 }
 
-TEST_F(ItemEvents, TheMixPointIsAskedForAndTakesNumbersOnly) {
+TEST_F(ItemEvents, TheMixPointInputAcceptsNumbersOnly) {
   InsertPatternItem();
   Open(u"2"_s);
   desktop::InputBoxScript input;
@@ -169,7 +169,7 @@ TEST_F(ItemEvents, TheExampleFollowsEveryPartOfThePattern) {
   EXPECT_EQ(example.text(), QString());
 }
 
-TEST_F(ItemEvents, TheListsOpenAndTheJinglesAreFilledAgain) {
+TEST_F(ItemEvents, JinglesAreReadAgainWhenTheirListOpens) {
   Open(u"NIEUW"_s);
   int spotLists = 0;
   RegisterScreen(Screen::ItemSpots, [&](QWidget* owner) {
@@ -203,7 +203,7 @@ TEST_F(ItemEvents, LosingAChosenJingleIsAChange) {
   RegisterScreen(Screen::ItemPingles, {});
 }
 
-TEST_F(ItemEvents, ResettingThePlayCountWorksOnTheListAsShownAndChangesNothingElse) {
+TEST_F(ItemEvents, ResettingThePlayCountUsesTheShownListAndChangesNothingElse) {
   InsertListItem(1, u"Lijst"_s, {1});
   Open(u"1"_s);
   List().AddItem(u"Bakker"_s, 2);  // not saved
@@ -222,7 +222,7 @@ TEST_F(ItemEvents, ResettingThePlayCountWorksOnTheListAsShownAndChangesNothingEl
   }
 }
 
-TEST_F(ItemEvents, ResettingThePlayCountTellsForHowManySpotsItFailed) {
+TEST_F(ItemEvents, ResettingThePlayCountReportsTheNumberOfFailures) {
   InsertListItem(1, u"Lijst"_s, {1, 2});
   Open(u"1"_s);
   int looks = 0;

@@ -22,7 +22,7 @@ TEST_F(ItemFill, ANewItemIsActiveWithAListAndOneSpot) {
   EXPECT_FALSE(editor_->IsDirty());
 }
 
-TEST_F(ItemFill, TheFixedListsCarryTheirCodes) {
+TEST_F(ItemFill, TheFixedListsHaveTheirCodes) {
   OpenNew();
   const QStringList parts = {u"ddmmyyyy"_s, u"ddmmyyyyhh"_s, u"ww"_s, u"mm"_s};
   const QStringList days = {u"Zondag"_s,    u"Maandag"_s, u"Dinsdag"_s, u"Woensdag"_s,
@@ -41,7 +41,7 @@ TEST_F(ItemFill, TheFixedListsCarryTheirCodes) {
   }
 }
 
-TEST_F(ItemFill, JinglesStandByNameInAllThreeCombos) {
+TEST_F(ItemFill, JinglesAreSortedByNameInAllThreeCombos) {
   OpenNew();
   for (const QString& name : {u"cboOpenerPingle"_s, u"cboMiddenPingle"_s, u"cboSluiterPingle"_s}) {
     ASSERT_EQ(Combo(name).ListCount(), 3);
@@ -52,7 +52,7 @@ TEST_F(ItemFill, JinglesStandByNameInAllThreeCombos) {
   }
 }
 
-TEST_F(ItemFill, AListItemShowsItsSpotsInTheirOrder) {
+TEST_F(ItemFill, AListItemShowsItsSpotsInOrder) {
   InsertListItem(7, u"Blok"_s, {3, 1});
   Open(u"7"_s);
   EXPECT_EQ(editor_->windowTitle(), u"Item ... detail"_s);
@@ -67,7 +67,7 @@ TEST_F(ItemFill, AListItemShowsItsSpotsInTheirOrder) {
   EXPECT_FALSE(editor_->IsDirty());
 }
 
-TEST_F(ItemFill, SpotsStandByTheirOrderNotAsTheLinksWereWritten) {
+TEST_F(ItemFill, SpotsAreSortedByTheirOrderField) {
   InsertListItem(7, u"Blok"_s, {});
   for (const int order : {3, 1, 2}) {
     station_.OnServer(
@@ -79,7 +79,7 @@ TEST_F(ItemFill, SpotsStandByTheirOrderNotAsTheLinksWereWritten) {
     EXPECT_EQ(List().ItemData(line), line + 1);
 }
 
-TEST_F(ItemFill, AnyFlagButZeroIsActive) {
+TEST_F(ItemFill, AnyNonZeroFlagIsActive) {
   for (const auto& [flag, active] : {std::pair(u"-1"_s, true), std::pair(u"1"_s, true), std::pair(u"7"_s, true),
                                      std::pair(u"0"_s, false), std::pair(u"NULL"_s, false)}) {
     station_.OnServer(u"DELETE FROM tblItems"_s);
@@ -90,7 +90,7 @@ TEST_F(ItemFill, AnyFlagButZeroIsActive) {
   }
 }
 
-TEST_F(ItemFill, AnyNumberButZeroMeansSeveralSpotsAndARandomOrder) {
+TEST_F(ItemFill, AnyNonZeroNumberMeansSeveralSpotsAndARandomOrder) {
   InsertListItem(1, u"Blok"_s, {1});
   for (const auto& [flag, set] : {std::pair(u"-1"_s, true), std::pair(u"1"_s, true), std::pair(u"0"_s, false)}) {
     station_.OnServer(u"UPDATE tblItems SET OptMeerdereSpots = "_s + flag + u", ChkRandomizeMeerdereSpots = " + flag);
@@ -101,8 +101,8 @@ TEST_F(ItemFill, AnyNumberButZeroMeansSeveralSpotsAndARandomOrder) {
   }
 }
 
-// Where a random order and a number of spots stand in the record of one spot, they are not shown and not kept.
-TEST_F(ItemFill, OneSpotShowsNoNumbersWhateverIsStored) {
+// A random order and a number of spots in a record with one spot are neither shown nor kept.
+TEST_F(ItemFill, OneSpotShowsNoStoredNumbers) {
   InsertListItem(1, u"Blok"_s, {1});
   station_.OnServer(
       u"UPDATE tblItems SET AantalSpots = 4, MaxAantalSpots = 9, ChkRandomizeMeerdereSpots = 1, Midden = 12"_s);
@@ -115,14 +115,14 @@ TEST_F(ItemFill, OneSpotShowsNoNumbersWhateverIsStored) {
   EXPECT_FALSE(editor_->IsDirty());
 }
 
-TEST_F(ItemFill, TheNameIsShownAsItIsStored) {
+TEST_F(ItemFill, TheNameIsShownUntrimmed) {
   InsertListItem(1, u"  Blok "_s, {1});
   Open(u"1"_s);
   EXPECT_EQ(Edit(u"txtNaam"_s).text(), u"  Blok "_s);
 }
 
-// Saved as shown, with no way of filling chosen, it would lose its spots.
-TEST_F(ItemFill, AWayOfFillingThatIsNotKnownIsToldAndNothingIsSaved) {
+// Saved without a content option it would lose its spots.
+TEST_F(ItemFill, AnUnknownContentOptionIsReportedAndNothingIsSaved) {
   InsertListItem(1, u"Blok"_s, {1, 2});
   station_.OnServer(u"UPDATE tblItems SET ItemSpotsOptID = 3"_s);
   {
@@ -141,7 +141,7 @@ TEST_F(ItemFill, AWayOfFillingThatIsNotKnownIsToldAndNothingIsSaved) {
   EXPECT_EQ(station_.ServerRows(u"SELECT ItemSpotsOptID FROM tblItems"_s).Field(u"ItemSpotsOptID"_s).toInt(), 3);
 }
 
-TEST_F(ItemFill, LinksToSpotsThatAreGoneAreSkippedAndDisappearAtTheNextSave) {
+TEST_F(ItemFill, LinksToDeletedSpotsAreSkippedAndRemovedByTheNextSave) {
   InsertListItem(7, u"Blok"_s, {1, 99, 2});
   Open(u"7"_s);
   EXPECT_EQ(List().ListCount(), 2);
@@ -174,7 +174,7 @@ TEST_F(ItemFill, APatternItemShowsAllItsValuesAndTodaysExample) {
   EXPECT_FALSE(editor_->IsDirty());
 }
 
-TEST_F(ItemFill, AJingleThatIsGoneLeavesItsBoxUnchecked) {
+TEST_F(ItemFill, ADeletedJingleLeavesItsBoxUnchecked) {
   station_.OnServer(u"INSERT INTO tblItems (ID, Naam, ItemSpotsOptID, Opener) VALUES (4, \"j\", 1, 99)"_s);
   Open(u"4"_s);
   EXPECT_FALSE(Check(u"chkOpenerPingle"_s).isChecked());
@@ -199,7 +199,7 @@ TEST_F(ItemFill, NullsLeaveEverythingEmpty) {
   EXPECT_FALSE(Option(u"opt2"_s).isChecked());
 }
 
-TEST_F(ItemFill, AnItemThatIsGoneFillsNothing) {
+TEST_F(ItemFill, ADeletedItemFillsNothing) {
   Open(u"41"_s);
   EXPECT_TRUE(Edit(u"txtNaam"_s).text().isEmpty());
   EXPECT_FALSE(editor_->IsNew());

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A full disk under the item editor.
+// The item editor on a full disk.
 #include "platform/desktop/MessageBox.h"
 #include "tests/items/ItemEditor.h"
 #include "tests/support/Hindrance.h"
@@ -15,7 +15,7 @@ class ItemEditorFullDisk : public ItemEditor {
 
 }  // namespace
 
-TEST_F(ItemEditorFullDisk, OkTellsTheReasonAndKeepsTheFormAsTyped) {
+TEST_F(ItemEditorFullDisk, OkReportsTheReasonAndKeepsTheInput) {
   OpenNew();
   FillListItem();
   const QString naam = Edit(u"txtNaam"_s).text();

@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The editor without a mouse.
+// Using the editor with the keyboard.
 class ItemKeyboard : public ItemEditor {
  protected:
   void OpenActive(const QString& selected) {
@@ -16,7 +16,7 @@ class ItemKeyboard : public ItemEditor {
     editor_->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(editor_.get()));
   }
-  // The names of all that Tab reaches from the name on, until it comes back.
+  // The names of the controls that Tab reaches, starting at the name.
   QStringList TabOrder() const {
     QStringList names;
     Edit(u"txtNaam"_s).setFocus();
@@ -28,7 +28,7 @@ class ItemKeyboard : public ItemEditor {
     }
     return names;
   }
-  // What Alt and a letter reach: visible and enabled captions.
+  // Captions with a mnemonic: visible and enabled controls.
   void ExpectUniqueMnemonics() const {
     QMap<QString, QString> owners;
     const auto take = [&](const QString& caption, const QWidget* widget) {
@@ -54,7 +54,7 @@ TEST_F(ItemKeyboard, MnemonicsAreUnique) {
   ExpectUniqueMnemonics();
 }
 
-TEST_F(ItemKeyboard, TabReachesEverythingOfTheListFilling) {
+TEST_F(ItemKeyboard, TabReachesEveryControlOfOptionOne) {
   InsertListItem(1, u"Blok"_s, {1, 2});
   OpenActive(u"1"_s);
   List().SetListIndex(0);
@@ -68,7 +68,7 @@ TEST_F(ItemKeyboard, TabReachesEverythingOfTheListFilling) {
   EXPECT_LT(reached.indexOf(u"lstOpt1ItemSpots"_s), reached.indexOf(u"cmdOpt1Toevoegen"_s));
 }
 
-TEST_F(ItemKeyboard, TabReachesEverythingOfThePatternFilling) {
+TEST_F(ItemKeyboard, TabReachesEveryControlOfOptionTwo) {
   OpenActive(u"NIEUW"_s);
   FillPatternItem();
   Option(u"optMeerdereSpots"_s).setChecked(true);
@@ -83,8 +83,8 @@ TEST_F(ItemKeyboard, TabReachesEverythingOfThePatternFilling) {
   EXPECT_FALSE(reached.contains(u"opt1"_s));  // Tab stops at the chosen one
 }
 
-// The next button zeroes the counts of all spots, without a question.
-TEST_F(ItemKeyboard, AfterTheButtonThatRemovesTheKeysGoToTheList) {
+// The next button in tab order resets all play counts without a question, so it must not get the focus.
+TEST_F(ItemKeyboard, AfterTheRemoveButtonTheListHasTheFocus) {
   InsertListItem(1, u"Blok"_s, {1, 2, 3});
   OpenActive(u"1"_s);
   List().SetListIndex(1);
@@ -95,7 +95,7 @@ TEST_F(ItemKeyboard, AfterTheButtonThatRemovesTheKeysGoToTheList) {
   EXPECT_EQ(editor_->focusWidget(), &List());
 }
 
-TEST_F(ItemKeyboard, EnterOnTheMixPointAsksForIt) {
+TEST_F(ItemKeyboard, EnterOnTheMixPointOpensTheInputBox) {
   OpenActive(u"NIEUW"_s);
   FillPatternItem();
   desktop::InputBoxScript input;
@@ -106,7 +106,7 @@ TEST_F(ItemKeyboard, EnterOnTheMixPointAsksForIt) {
   EXPECT_TRUE(IsOpen());
 }
 
-TEST_F(ItemKeyboard, TheListIsWorkedWithKeysAlone) {
+TEST_F(ItemKeyboard, TheListCanBeUsedWithKeysOnly) {
   InsertListItem(1, u"Blok"_s, {1, 2, 3});
   OpenActive(u"1"_s);
   List().setFocus();

@@ -12,10 +12,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// What must never be lost without a word.
+// Data must never be lost without a message.
 class ItemLoss : public ItemEditor {
  protected:
-  // Opens item 1 while the looks at the server's file fail from number `first` to `last`; the boxes shown.
+  // Opens item 1 while file accesses number `first` to `last` on the server's file fail; returns the boxes shown.
   std::vector<desktop::ShownMessageBox> OpenWithFailingLooks(int first, int last) {
     auto looks = std::make_shared<int>(0);
     const runtime::ProbeLookScope failing([looks, first, last](const QString&) {
@@ -37,9 +37,9 @@ int CountTitled(const std::vector<desktop::ShownMessageBox>& boxes, const QStrin
 
 }  // namespace
 
-// A spot or jingle that could not be read is not one that is gone: whichever reading fails, for a moment or for good,
-// OK writes all or nothing.
-TEST_F(ItemLoss, WhateverFailsOnOpeningOkLosesNoLinkAndNoJingle) {
+// A spot or jingle that could not be read is not treated as deleted: whichever read fails, temporarily or permanently,
+// OK writes everything or nothing.
+TEST_F(ItemLoss, AfterAnyFailureOnOpeningOkLosesNoLinkAndNoJingle) {
   InsertListItem(1, u"Blok"_s, {1, 2, 3});
   station_.OnServer(u"UPDATE tblItems SET Opener = 11"_s);
   int refusals = 0;
@@ -58,7 +58,7 @@ TEST_F(ItemLoss, WhateverFailsOnOpeningOkLosesNoLinkAndNoJingle) {
   EXPECT_GT(refusals, 0);
 }
 
-TEST_F(ItemLoss, ASpotThatCannotBeReadIsToldOnceAndOkSaysThatNothingWasSaved) {
+TEST_F(ItemLoss, AnUnreadableSpotIsReportedOnceAndOkSavesNothing) {
   InsertListItem(1, u"Blok"_s, {1, 2, 3});
   int first = 1;
   std::vector<desktop::ShownMessageBox> boxes;
@@ -68,7 +68,7 @@ TEST_F(ItemLoss, ASpotThatCannotBeReadIsToldOnceAndOkSaysThatNothingWasSaved) {
   EXPECT_EQ(CountTitled(boxes, u"GetItemSpotID_Naam"_s), 1);
   const desktop::MessageBoxScript onOk;
   Click(u"cmdOk"_s);
-  List().AddItem(u"s"_s, 1);  // not even after work on the list
+  List().AddItem(u"s"_s, 1);  // not even after a change of the list
   Click(u"cmdOk"_s);
   EXPECT_EQ(onOk.Last().title, u"Opslaan"_s);
   EXPECT_TRUE(onOk.Last().text.contains(u"Er is niets bewaard"_s)) << onOk.Last().text.toStdString();
@@ -76,7 +76,7 @@ TEST_F(ItemLoss, ASpotThatCannotBeReadIsToldOnceAndOkSaysThatNothingWasSaved) {
   EXPECT_EQ(SavedSpots(), (QList<int>{1, 2, 3}));
 }
 
-// The row in the offline log fails, the item stands: the next OK updates it instead of refusing its own name.
+// The log row fails but the item exists: the next OK updates it instead of refusing its name as a duplicate.
 TEST_F(ItemLoss, ANewItemThatCouldNotBeLoggedIsUpdatedByTheNextOk) {
   station_.Use(testing_support::Station::Mode::Offline);
   station_.OnLocal(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (2147483647, \"vol\")"_s);
@@ -102,8 +102,8 @@ TEST_F(ItemLoss, ANewItemThatCouldNotBeLoggedIsUpdatedByTheNextOk) {
   EXPECT_EQ(verbs.value(1), u"UPDATE tblItems"_s);
 }
 
-// Only the last sync of the server's folder fails: the item stands, and is not refused as its own duplicate.
-TEST_F(ItemLoss, ANewItemThatMayNotSurviveAPowerCutIsUpdatedByTheNextOk) {
+// Only the last sync of the server's folder fails: the item exists and is not refused as a duplicate.
+TEST_F(ItemLoss, ANewItemThatWasNotSyncedIsUpdatedByTheNextOk) {
   OpenNew();
   FillListItem();
   {
@@ -127,10 +127,10 @@ TEST_F(ItemLoss, ANewItemThatMayNotSurviveAPowerCutIsUpdatedByTheNextOk) {
   EXPECT_EQ(station_.ServerRows(u"SELECT ID FROM tblItems"_s).RecordCount(), 1);
 }
 
-// Wherever a save breaks off, the next OK ends it: one item, with all its links.
-TEST_F(ItemLoss, ASaveThatBrokeOffIsFinishedByTheNextOkAndMakesNoSecondItem) {
+// Wherever a save is interrupted, the next OK completes it: one item with all its links.
+TEST_F(ItemLoss, AnInterruptedSaveIsFinishedByTheNextOkWithoutASecondItem) {
   int brokenOff = 0;
-  for (int first = 1; first <= 6; ++first) {  // a save of two links looks six times
+  for (int first = 1; first <= 6; ++first) {  // a save of two links accesses the file six times
     const QString naam = u"Blok %1"_s.arg(first);
     OpenNew();
     FillListItem();
@@ -155,7 +155,7 @@ TEST_F(ItemLoss, ASaveThatBrokeOffIsFinishedByTheNextOkAndMakesNoSecondItem) {
   EXPECT_GT(brokenOff, 0);
 }
 
-// Of an item that is filled by a pattern from now on the old links must go: a save that could not remove them is none.
+// An item that changes to a pattern must lose its old links: if they cannot be removed the save has failed.
 TEST_F(ItemLoss, LinksThatCouldNotBeRemovedKeepTheFormOpenAndTheNextOkRemovesThem) {
   InsertListItem(1, u"Blok"_s, {1, 2});
   Open(u"1"_s);
@@ -194,7 +194,7 @@ TEST_F(ItemLoss, ALinkWithoutASpotAndASpotWithoutANameAreSkipped) {
   InsertListItem(1, u"Blok"_s, {1, 2});
   station_.OnServer(u"UPDATE tblItemSpots SET Naam = \"  \" WHERE ID = 2"_s);
   station_.OnServer(u"INSERT INTO tblItemsItemSpots (ItemID, ItemSpotOrder) VALUES (1, 3)"_s);
-  // The number that stands for a link without a spot.
+  // The ID of a link without a spot.
   station_.OnServer(u"INSERT INTO tblItemSpots (ID, Naam, Aktief) VALUES (-10000, \"Niets\", 1)"_s);
   const desktop::MessageBoxScript boxes;
   Open(u"1"_s);
@@ -203,7 +203,7 @@ TEST_F(ItemLoss, ALinkWithoutASpotAndASpotWithoutANameAreSkipped) {
   EXPECT_EQ(List().ItemData(0), 1);
 }
 
-TEST_F(ItemLoss, AJingleThatIsGoneIsNoneAfterTheNextSave) {
+TEST_F(ItemLoss, ADeletedJingleIsRemovedByTheNextSave) {
   InsertListItem(1, u"Blok"_s, {1});
   station_.OnServer(u"UPDATE tblItems SET Opener = 99, Sluiter = 13"_s);
   Open(u"1"_s);
@@ -213,7 +213,7 @@ TEST_F(ItemLoss, AJingleThatIsGoneIsNoneAfterTheNextSave) {
   EXPECT_EQ(item.Field(u"Sluiter"_s).toInt(), 13);
 }
 
-TEST_F(ItemLoss, AnItemDeletedMeanwhileAndSavedByTheQuestionOnCancellingStaysOpen) {
+TEST_F(ItemLoss, SavingADeletedItemFromTheCancelQuestionStaysOpen) {
   InsertListItem(1, u"Blok"_s, {1});
   Open(u"1"_s);
   Edit(u"txtNaam"_s).setText(u"Anders"_s);
@@ -247,7 +247,7 @@ TEST_F(ItemLoss, DoubleQuotesInThePatternAreRefusedByNameAndNothingIsSaved) {
   EXPECT_EQ(station_.ServerRows(u"SELECT ID FROM tblItems"_s).RecordCount(), 0);
 }
 
-TEST_F(ItemLoss, ApostrophesInThePatternAreStoredAsTheyAre) {
+TEST_F(ItemLoss, ApostrophesInThePatternAreStoredUnchanged) {
   OpenNew();
   FillPatternItem();
   Edit(u"txtOpt2Directory"_s).setText(u"D:\\Jan's spots"_s);
@@ -258,7 +258,7 @@ TEST_F(ItemLoss, ApostrophesInThePatternAreStoredAsTheyAre) {
   EXPECT_EQ(item.Field(u"Opt2VastNaamGedeelte"_s).toString(), u"'t blok"_s);
 }
 
-TEST_F(ItemLoss, AnyNonZeroLockKeepsTheItemAsItIs) {
+TEST_F(ItemLoss, AnyNonZeroLockPreventsChanges) {
   InsertListItem(1, u"Blok"_s, {1, 2});
   station_.OnServer(u"UPDATE tblItems SET Locked = 5"_s);
   Open(u"1"_s);

@@ -24,7 +24,7 @@ class ItemSaveOffline : public ItemEditor {
 
 }  // namespace
 
-TEST_F(ItemSave, ANewItemGetsTheNextNumberAndItsLinksInListOrder) {
+TEST_F(ItemSave, ANewItemGetsTheNextIdAndItsLinksInListOrder) {
   InsertListItem(41, u"Ander"_s, {1});
   OpenNew();
   Edit(u"txtNaam"_s).setText(u" Blok "_s);
@@ -133,7 +133,7 @@ TEST_F(ItemSave, SeveralSpotsInTheirOwnOrderAndJinglesAreStoredAsChosen) {
   EXPECT_EQ(item.Field(u"Sluiter"_s).toInt(), 13);
 }
 
-TEST_F(ItemSave, JinglesTakenAwayAreStoredAsNull) {
+TEST_F(ItemSave, RemovedJinglesAreStoredAsNull) {
   InsertListItem(1, u"Blok"_s, {1, 2});
   station_.OnServer(
       u"UPDATE tblItems SET OptMeerdereSpots = -1, AantalSpots = 1, Opener = 11, Midden = 12, Sluiter = 13"_s);
@@ -150,7 +150,7 @@ TEST_F(ItemSave, JinglesTakenAwayAreStoredAsNull) {
   }
 }
 
-TEST_F(ItemSave, AnItemWithoutAFillingOptionIsNotTurnedIntoAListItem) {
+TEST_F(ItemSave, AnItemWithoutAContentOptionDoesNotBecomeAListItem) {
   station_.OnServer(u"INSERT INTO tblItems (ID, Naam, OptMeerdereSpots, Aktief) VALUES (1, \"Oud\", 0, 1)"_s);
   Open(u"1"_s);
   Edit(u"txtNaam"_s).setText(u"Nieuw"_s);
@@ -160,7 +160,7 @@ TEST_F(ItemSave, AnItemWithoutAFillingOptionIsNotTurnedIntoAListItem) {
   EXPECT_EQ(item.Field(u"ItemSpotsOptID"_s).toInt(), 0);
 }
 
-TEST_F(ItemSave, AMixPointThePanelCannotShowIsKeptUnlessChanged) {
+TEST_F(ItemSave, AMixPointOutsideThePanelIsKeptUnlessChanged) {
   station_.OnServer(
       u"INSERT INTO tblItems (ID, Naam, ItemSpotsOptID, Opt2Directory, Opt2VastNaamGedeelte, "
       u"Opt2VariabelNaamGedeelte, Opt2FormatGedeelte, Opt2FileExtensie, Opt2MixPunt, OptMeerdereSpots) "
@@ -171,13 +171,13 @@ TEST_F(ItemSave, AMixPointThePanelCannotShowIsKeptUnlessChanged) {
   EXPECT_EQ(station_.ServerRows(u"SELECT Opt2MixPunt FROM tblItems"_s).Field(u"Opt2MixPunt"_s).toInt(), -7);
   Open(u"1"_s);
   desktop::InputBoxScript input;
-  input.Type(u"0"_s);  // what the panel shows already; the user says it is meant
+  input.Type(u"0"_s);  // the panel already shows this value; entering it is a change
   QTest::mouseClick(&Mix(), Qt::LeftButton);
   Click(u"cmdOk"_s);
   EXPECT_EQ(station_.ServerRows(u"SELECT Opt2MixPunt FROM tblItems"_s).Field(u"Opt2MixPunt"_s).toInt(), 0);
 }
 
-TEST_F(ItemSave, AnItemDeletedMeanwhileIsAnErrorAndTheFormStaysOpenAndDirty) {
+TEST_F(ItemSave, AnItemDeletedInTheMeantimeIsAnErrorAndTheFormStaysDirty) {
   InsertListItem(1, u"Blok"_s, {1});
   Open(u"1"_s);
   station_.OnServer(u"DELETE FROM tblItems WHERE ID = 1"_s);
@@ -190,7 +190,7 @@ TEST_F(ItemSave, AnItemDeletedMeanwhileIsAnErrorAndTheFormStaysOpenAndDirty) {
   EXPECT_EQ(station_.ServerRows(u"SELECT ItemID FROM tblItemsItemSpots"_s).RecordCount(), 1);
 }
 
-TEST_F(ItemSave, ARecordThatCouldNotBeReadIsNotWrittenOver) {
+TEST_F(ItemSave, AnUnreadableRecordIsNotOverwritten) {
   InsertListItem(1, u"Blok"_s, {1});
   const QString server = station_.ServerFolder() + u"/OvalistoServer.mdb";
   const desktop::MessageBoxScript boxes;
@@ -217,7 +217,7 @@ TEST_F(ItemSave, ANameWithADoubleQuoteIsRefusedByNameAndNothingIsLost) {
   EXPECT_EQ(station_.ServerRows(u"SELECT ID FROM tblItems"_s).RecordCount(), 0);
 }
 
-TEST_F(ItemSave, ANameWithAnApostropheIsStoredAsItIs) {
+TEST_F(ItemSave, ANameWithAnApostropheIsStoredUnchanged) {
   OpenNew();
   FillListItem();
   Edit(u"txtNaam"_s).setText(u"Jan's blok"_s);
@@ -230,8 +230,8 @@ TEST_F(ItemSave, AfterAFailedLinkTheItemExistsAndTheNextOkUpdatesIt) {
   FillListItem();
   List().AddItem(u"s"_s, 2);
   {
-    // The server is out of reach from the sixth look on: after those for the name, the number, the item, the links
-    // that go and the first link that comes.
+    // The server fails from the sixth access: after those for the name, the ID, the item, deleting the links and the
+    // first new link.
     auto looks = std::make_shared<int>(0);
     const runtime::ProbeLookScope failing([looks](const QString&) { return ++*looks >= 6 ? EIO : 0; });
     const desktop::MessageBoxScript boxes;
@@ -269,7 +269,7 @@ TEST_F(ItemSaveOffline, TheLogHoldsTheStatementsAndTheDeleteKeepsTheCopyTablesNa
   EXPECT_EQ(station_.ServerRows(u"SELECT ID FROM tblItems"_s).RecordCount(), 0);
 }
 
-TEST_F(ItemSaveOffline, ThePlayCountResetIsLoggedForEachSpot) {
+TEST_F(ItemSaveOffline, ThePlayCountResetIsLoggedPerSpot) {
   InsertListItem(1, u"Blok"_s, {1, 3});
   Open(u"1"_s);
   const desktop::MessageBoxScript boxes;

@@ -49,7 +49,7 @@ TEST_F(ItemStates, HasEveryControlUnderItsName) {
   EXPECT_EQ(List().objectName(), u"lstOpt1ItemSpots"_s);
 }
 
-TEST_F(ItemStates, OptionOneOpensTheListAndClosesThePattern) {
+TEST_F(ItemStates, OptionOneEnablesTheListAndDisablesThePattern) {
   OpenNew();
   EXPECT_TRUE(Option(u"opt1"_s).isChecked());
   ExpectOpen(List(), true);
@@ -61,7 +61,7 @@ TEST_F(ItemStates, OptionOneOpensTheListAndClosesThePattern) {
   ExpectOpen(Combo(u"cboOpt2Eerstedagvanweek"_s), false);
 }
 
-TEST_F(ItemStates, OptionTwoOpensThePatternAndEmptiesTheList) {
+TEST_F(ItemStates, OptionTwoEnablesThePatternAndClearsTheList) {
   OpenNew();
   FillListItem();
   Option(u"opt2"_s).click();
@@ -74,7 +74,7 @@ TEST_F(ItemStates, OptionTwoOpensThePatternAndEmptiesTheList) {
     ExpectLocked(Edit(name), true);
 }
 
-TEST_F(ItemStates, GoingBackToOptionOneEmptiesThePattern) {
+TEST_F(ItemStates, ReturningToOptionOneClearsThePattern) {
   OpenNew();
   FillPatternItem();
   Combo(u"cboOpt2VariabelNaamGedeelte"_s).SetListIndex(2);
@@ -89,7 +89,7 @@ TEST_F(ItemStates, GoingBackToOptionOneEmptiesThePattern) {
   EXPECT_EQ(Combo(u"cboOpt2Eerstedagvanweek"_s).ListIndex(), -1);
 }
 
-TEST_F(ItemStates, TheFirstDayIsOpenForTheWeekOnly) {
+TEST_F(ItemStates, TheFirstDayIsEnabledForTheWeekOnly) {
   OpenNew();
   FillPatternItem();
   controls::ComboBox& day = Combo(u"cboOpt2Eerstedagvanweek"_s);
@@ -102,7 +102,7 @@ TEST_F(ItemStates, TheFirstDayIsOpenForTheWeekOnly) {
   EXPECT_EQ(day.ListIndex(), -1);
 }
 
-TEST_F(ItemStates, OneSpotEmptiesAndLocksTheNumbers) {
+TEST_F(ItemStates, OneSpotClearsAndLocksTheNumbers) {
   OpenNew();
   FillPatternItem();
   Option(u"optMeerdereSpots"_s).click();
@@ -135,7 +135,7 @@ TEST_F(ItemStates, WithAListTheMaximumAlwaysEqualsTheNumberOfSpots) {
   EXPECT_EQ(Edit(u"txtMaxAantalSpots"_s).text(), u"2"_s);
 }
 
-TEST_F(ItemStates, AJingleBoxUncheckedEmptiesAndLocksItsCombo) {
+TEST_F(ItemStates, AnUncheckedJingleBoxClearsAndLocksItsCombo) {
   OpenNew();
   Option(u"optMeerdereSpots"_s).click();  // else the middle one cannot be checked
   for (const QString& name : {u"Opener"_s, u"Midden"_s, u"Sluiter"_s}) {
@@ -168,7 +168,7 @@ TEST_F(ItemStates, TheButtonsFollowTheOptionAndTheSelection) {
   EXPECT_FALSE(testing_support::Child<QLabel>(*editor_, u"lblVergrendeld"_s).isVisible());
 }
 
-TEST_F(ItemStates, ALockedItemCanOnlyBeLookedAt) {
+TEST_F(ItemStates, ALockedItemIsReadOnly) {
   InsertListItem(1, u"Lijst"_s, {1, 2});
   station_.OnServer(u"UPDATE tblItems SET Locked = -1"_s);
   Open(u"1"_s);
@@ -188,7 +188,7 @@ TEST_F(ItemStates, ALockedItemCanOnlyBeLookedAt) {
   EXPECT_EQ(station_.ServerRows(u"SELECT Naam FROM tblItems"_s).Field(u"Naam"_s).toString(), u"Lijst"_s);
 }
 
-TEST_F(ItemStates, ALockedPatternItemHasItsFolderButtonOff) {
+TEST_F(ItemStates, ALockedPatternItemHasItsFolderButtonDisabled) {
   InsertListItem(1, u"Patroon"_s, {});
   station_.OnServer(u"UPDATE tblItems SET ItemSpotsOptID = 2, Locked = -1"_s);
   Open(u"1"_s);

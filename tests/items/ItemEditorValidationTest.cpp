@@ -11,7 +11,7 @@ namespace {
 
 class ItemValidation : public ItemEditor {
  protected:
-  // Presses OK and expects exactly this message, the focus there, and the form to stay open and dirty.
+  // Presses OK; expects exactly this message, the focus in that control, and the form to stay open and dirty.
   void ExpectRefused(int message, const QString& value1, const QString& value2, const QString& focus) {
     const desktop::MessageBoxScript boxes;
     Click(u"cmdOk"_s);
@@ -35,7 +35,7 @@ class ItemValidation : public ItemEditor {
 
 }  // namespace
 
-TEST_F(ItemValidation, AnEmptyNameOrOneOfBlanksIsRefused) {
+TEST_F(ItemValidation, AnEmptyOrBlankNameIsRefused) {
   OpenNew();
   FillListItem();
   Edit(u"txtNaam"_s).clear();
@@ -168,7 +168,7 @@ TEST_F(ItemValidation, AsManyAsTheMaximumIsAcceptedOneMoreRefused) {
   ExpectSaved();
 }
 
-TEST_F(ItemValidation, WithOneSpotTheNumbersAreNotLookedAt) {
+TEST_F(ItemValidation, WithOneSpotTheNumbersAreNotChecked) {
   OpenNew();
   FillListItem();
   Edit(u"txtAantalSpots"_s).setText(u"abc"_s);
@@ -191,7 +191,7 @@ TEST_F(ItemValidation, ANumberWithAFractionIsRoundedHalfToEven) {
   }
 }
 
-TEST_F(ItemValidation, WhatIsNoPlainNumberIsRefusedInBothBoxes) {
+TEST_F(ItemValidation, NonPlainNumbersAreRefusedInBothBoxes) {
   OpenNew();
   FillPatternItem();
   Option(u"optMeerdereSpots"_s).setChecked(true);
@@ -204,7 +204,7 @@ TEST_F(ItemValidation, WhatIsNoPlainNumberIsRefusedInBothBoxes) {
   }
 }
 
-TEST_F(ItemValidation, TheTestsRunInTheirOrder) {
+TEST_F(ItemValidation, TheChecksRunInTheirOrder) {
   OpenNew();
   Option(u"opt2"_s).setChecked(true);
   Option(u"optMeerdereSpots"_s).setChecked(true);

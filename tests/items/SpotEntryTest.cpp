@@ -11,7 +11,7 @@ using testing_support::ModalDriver;
 
 namespace {
 
-// Drives the entry dialog, opened through the item editor's own buttons.
+// Opens the entry dialog with the item editor's buttons and uses it.
 class SpotEntry : public ItemEditor {
  protected:
   void Entry(const QString& button, const std::function<void(QDialog&)>& step) {
@@ -39,7 +39,7 @@ TEST_F(SpotEntry, HasItsControls) {
   });
 }
 
-TEST_F(SpotEntry, SpotsStandInTheOrderOfTheirNames) {
+TEST_F(SpotEntry, SpotsAreSortedByName) {
   station_.OnServer(u"INSERT INTO tblItemSpots (ID, Naam, Aktief) VALUES (20, \"Appel\", 1)"_s);
   OpenNew();
   Entry(u"cmdOpt1Toevoegen"_s, [this](QDialog& dialog) {
@@ -78,14 +78,14 @@ TEST_F(SpotEntry, TheSameSpotMayBeAddedTwiceAndBothLinksAreSaved) {
   }
 }
 
-TEST_F(SpotEntry, ASpotMadeMeanwhileCountsInTheTotal) {
+TEST_F(SpotEntry, ASpotAddedInTheMeantimeCountsInTheTotal) {
   OpenNew();
   station_.OnServer(u"INSERT INTO tblItemSpots (ID, Naam, LengteSec, Aktief) VALUES (20, \"Vers\", 60, 1)"_s);
   Entry(u"cmdOpt1Toevoegen"_s, [](QDialog& dialog) { Choose(dialog, 20); });
   EXPECT_EQ(testing_support::Child<QLabel>(*editor_, u"lblOpt1Totaal"_s).text(), u"1 item-spot, samen 1:00"_s);
 }
 
-TEST_F(SpotEntry, AChangeReplacesTheShownNameOnlyAndReopeningShowsTheOldOne) {
+TEST_F(SpotEntry, AChangeReplacesOnlyTheShownName) {
   InsertListItem(1, u"Blok"_s, {1, 2});
   Open(u"1"_s);
   List().SetListIndex(0);
@@ -101,7 +101,7 @@ TEST_F(SpotEntry, AChangeReplacesTheShownNameOnlyAndReopeningShowsTheOldOne) {
   EXPECT_EQ(List().Text(0), u"Aardbeien"_s);
 }
 
-TEST_F(SpotEntry, OfASpotThatIsListedTwiceAChangeReplacesTheFirstName) {
+TEST_F(SpotEntry, AChangeOfASpotListedTwiceReplacesTheFirstName) {
   InsertListItem(1, u"Blok"_s, {2, 1, 2});
   Open(u"1"_s);
   List().SetListIndex(2);
@@ -119,7 +119,7 @@ TEST_F(SpotEntry, AnAddedEntryRaisesTheMaximum) {
   EXPECT_EQ(Edit(u"txtMaxAantalSpots"_s).text(), u"2"_s);
 }
 
-TEST_F(SpotEntry, AnEntryWhoseSpotIsGoneOpensWithNothingSelected) {
+TEST_F(SpotEntry, AnEntryOfADeletedSpotOpensWithoutASelection) {
   InsertListItem(1, u"Blok"_s, {1});
   Open(u"1"_s);
   station_.OnServer(u"DELETE FROM tblItemSpots WHERE ID = 1"_s);
@@ -130,7 +130,7 @@ TEST_F(SpotEntry, AnEntryWhoseSpotIsGoneOpensWithNothingSelected) {
   });
 }
 
-TEST_F(SpotEntry, NothingChosenGivesTheMessageAndStaysOpen) {
+TEST_F(SpotEntry, WithoutAChoiceOkShowsTheMessageAndStaysOpen) {
   OpenNew();
   Entry(u"cmdOpt1Toevoegen"_s, [](QDialog& dialog) {
     const desktop::MessageBoxScript boxes;

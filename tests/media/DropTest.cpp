@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Sound files dropped on an editor, with the events that the desktop sends.
+// Audio files dropped on an editor, with the events that a desktop sends.
 #include "tests/support/Drop.h"
 
 #include "data/Globals.h"
@@ -34,7 +34,7 @@ QString Today() {
   return runtime::Now().date().toString(u"dd-MM-yyyy"_s);
 }
 
-// Files of that many seconds, in order: a.wav of 1, b.wav of 2, ...
+// Makes a.wav of 1 second, b.wav of 2 seconds, ...
 QStringList MakeFiles(const EditorDesk& desk, int count) {
   QStringList files;
   for (int at = 0; at < count; ++at)
@@ -61,7 +61,7 @@ TEST(EditorDrop, OneFileOnANewSpotFillsPathNameLengthAndTheFirstDay) {
   EXPECT_EQ(desk.AudioList(), QStringList(runtime::PathText(file)));
 }
 
-TEST(EditorDrop, ADropOnATextFieldIsAFileAndNotItsAddress) {
+TEST(EditorDrop, ADropOnATextFieldIsTreatedAsAFile) {
   const EditorDesk desk;
   const auto editor = desk.OpenPingle(u"NIEUW"_s);
   const QString file = MakeWav(desk.AudioFile(u"slot.wav"_s), 3'000);
@@ -70,7 +70,7 @@ TEST(EditorDrop, ADropOnATextFieldIsAFileAndNotItsAddress) {
   EXPECT_EQ(Text(*editor, u"txtLengteSec"_s), u"3"_s);
 }
 
-TEST(EditorDrop, TextDroppedOnAFieldStaysText) {
+TEST(EditorDrop, TextDroppedOnAFieldIsInserted) {
   const EditorDesk desk;
   const auto editor = desk.OpenPingle(u"NIEUW"_s);
   QMimeData data;
@@ -80,7 +80,7 @@ TEST(EditorDrop, TextDroppedOnAFieldStaysText) {
   EXPECT_EQ(Text(*editor, u"txtPath"_s), QString());
 }
 
-TEST(EditorDrop, AnExistingSpotTakesTheFileAndKeepsItsNameAndDays) {
+TEST(EditorDrop, AnExistingSpotGetsTheFileAndKeepsItsNameAndDays) {
   const EditorDesk desk;
   desk.AddSpot(3, u"Kerst"_s, desk.Wav(u"oud.wav"_s, 7'000));
   const auto editor = desk.OpenSpot(u"3"_s);
@@ -107,7 +107,7 @@ TEST(EditorDrop, SeveralFilesOnAnExistingSpotAreRefused) {
   EXPECT_EQ(DroppedAudioLeft(), 0);
 }
 
-TEST(EditorDrop, ARefusalNamesTheFileAndSaysWhatIsAccepted) {
+TEST(EditorDrop, ARefusalNamesTheFileAndTheAcceptedTypes) {
   const EditorDesk desk;
   const auto editor = desk.OpenSpot(u"NIEUW"_s);
   const QString text = desk.AudioFile(u"lijst.txt"_s);
@@ -122,7 +122,7 @@ TEST(EditorDrop, ARefusalNamesTheFileAndSaysWhatIsAccepted) {
   EXPECT_FALSE(editor->IsDirty());
 }
 
-TEST(EditorDrop, AFileThatIsNoSoundGivesItsErrorAndFillsNothing) {
+TEST(EditorDrop, ANonAudioFileGivesItsErrorAndFillsNothing) {
   const EditorDesk desk;
   const auto editor = desk.OpenSpot(u"NIEUW"_s);
   const QString file = desk.AudioFile(u"stuk.wav"_s);
@@ -135,7 +135,7 @@ TEST(EditorDrop, AFileThatIsNoSoundGivesItsErrorAndFillsNothing) {
   EXPECT_FALSE(editor->IsDirty());
 }
 
-// As they come from a list: the first editor opens filled, and each next one after it.
+// Files dropped on a list: the first editor opens with the first file, then one for each next file.
 class DroppedFiles : public ::testing::Test {
  protected:
   DroppedFiles() { RegisterMediaScreens(); }
@@ -163,7 +163,7 @@ class DroppedFiles : public ::testing::Test {
   QStringList seen_;
 };
 
-TEST_F(DroppedFiles, GoThroughTheEditorOneAfterTheOther) {
+TEST_F(DroppedFiles, OpenTheEditorOneAfterTheOther) {
   QueueDroppedAudio(MakeFiles(desk_, 3));
   SaveNext();
   SaveNext();
@@ -174,7 +174,7 @@ TEST_F(DroppedFiles, GoThroughTheEditorOneAfterTheOther) {
   EXPECT_EQ(desk_.Pingle(3).Field(u"LengteSec"_s).toInt(), 3);
 }
 
-TEST_F(DroppedFiles, ACancelledOneAsksWhetherToGoOn) {
+TEST_F(DroppedFiles, ACancelledOneAsksWhetherToContinue) {
   QueueDroppedAudio(MakeFiles(desk_, 3));
   desktop::MessageBoxScript boxes({desktop::kAnswerNo, desktop::kAnswerYes, desktop::kAnswerNo, desktop::kAnswerNo});
   CancelNext();
@@ -187,7 +187,7 @@ TEST_F(DroppedFiles, ACancelledOneAsksWhetherToGoOn) {
   EXPECT_TRUE(desk_.Pingle(1).Eof());
 }
 
-TEST_F(DroppedFiles, OnANewEditorTheFirstFillsItAndTheOthersWait) {
+TEST_F(DroppedFiles, OnANewEditorTheFirstFillsItAndTheOthersAreQueued) {
   driver_.OnNext(u"frmItemPinglesDetail"_s, [this](QDialog& window) {
     DropFilesOn(window, MakeFiles(desk_, 2));
     seen_ += Text(window, u"txtNaam"_s) + u" | " + Waiting(window);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Each editor has every control under the name and of the type its users and maintainers know.
+// Names and types of the editors' controls.
 #include "platform/controls/DateCombo.h"
 #include "platform/controls/LedPanel.h"
 #include "platform/controls/LedSpin.h"
@@ -28,7 +28,7 @@ QString Caption(const QWidget& editor, const QString& button) {
   return Plain(Child<QAbstractButton>(editor, button).text());
 }
 
-// The caption that leads to a field: the label whose buddy it is.
+// The caption of a field: the label whose buddy it is.
 QString LabelOf(const QWidget& editor, const QString& field) {
   for (const QLabel* label : editor.findChildren<QLabel*>()) {
     if (label->buddy() != nullptr && label->buddy()->objectName() == field) return Plain(label->text());
@@ -84,7 +84,7 @@ void ExpectSharedCaptions(const QWidget& editor) {
   EXPECT_EQ(Caption(editor, u"cmdTestMix"_s), u"TEST"_s);
 }
 
-// The letter that Alt brings there, of every label with a buddy and every button.
+// The mnemonics of all labels with a buddy and all buttons.
 void ExpectUniqueMnemonics(const QWidget& editor) {
   QSet<QString> seen;
   const auto note = [&seen](const QString& caption) {
@@ -100,7 +100,7 @@ void ExpectUniqueMnemonics(const QWidget& editor) {
   EXPECT_GE(seen.size(), 9);
 }
 
-// Whoever cannot see an icon or point at it still finds each button.
+// Buttons with an icon only have an accessible name and a tool tip.
 void ExpectNamedIconButtons(const QWidget& editor) {
   for (const QString& name : {u"cmdPlay"_s, u"cmdSTOP"_s, u"cmdRREW"_s, u"cmdREW"_s, u"cmdFFW"_s, u"cmdFFFW"_s}) {
     const auto& button = Child<QPushButton>(editor, name);
@@ -110,7 +110,7 @@ void ExpectNamedIconButtons(const QWidget& editor) {
   }
 }
 
-// Tab walks from the first field through everything and back, never stuck.
+// Tab moves from the first field through all controls and back.
 QStringList TabOrder(const QWidget& editor) {
   QStringList names;
   const QWidget* first = &Child<QLineEdit>(editor, u"txtPath"_s);
@@ -148,7 +148,7 @@ TEST(ItemPingleEditor, HasEveryControlByNameAndTypeAndNoValidity) {
   EXPECT_EQ(editor->objectName(), u"frmItemPinglesDetail"_s);
 }
 
-TEST(ItemSpotEditor, CaptionsAreTheKnownOnes) {
+TEST(ItemSpotEditor, HasItsCaptions) {
   const EditorDesk desk;
   const auto editor = desk.OpenSpot(u"NIEUW"_s);
   ExpectSharedCaptions(*editor);
@@ -161,7 +161,7 @@ TEST(ItemSpotEditor, CaptionsAreTheKnownOnes) {
   EXPECT_EQ(Caption(*editor, u"chkAktief"_s), u"Aktieve item-spot"_s);
 }
 
-TEST(ItemPingleEditor, CaptionsAreTheKnownOnes) {
+TEST(ItemPingleEditor, HasItsCaptions) {
   const EditorDesk desk;
   ExpectSharedCaptions(*desk.OpenPingle(u"NIEUW"_s));
 }
@@ -180,7 +180,7 @@ TEST(ItemPingleEditor, MnemonicsAreUniqueAndIconsHaveNames) {
   ExpectNamedIconButtons(*editor);
 }
 
-TEST(ItemSpotEditor, TabWalksFromTopToBottom) {
+TEST(ItemSpotEditor, TabOrderIsFromTopToBottom) {
   const EditorDesk desk;
   const QStringList order = TabOrder(*desk.OpenSpot(u"NIEUW"_s));
   const QStringList expected = {u"txtPath"_s,

@@ -13,9 +13,8 @@
 using namespace Qt::StringLiterals;
 using runtime::Presence;
 
-// The drive answers only once the user-interface thread has handled an event: a window that stood still would wait in
-// vain.
-TEST(FilePresence, WindowsLiveOnWhileADriveTakesItsTime) {
+// The drive responds only after the user-interface thread has handled an event, so a blocked thread would time out.
+TEST(FilePresence, WindowsRespondWhileADriveIsSlow) {
   QSemaphore answer;
   const runtime::ProbeLookScope look([&answer](const QString&) {
     answer.acquire();
@@ -26,7 +25,7 @@ TEST(FilePresence, WindowsLiveOnWhileADriveTakesItsTime) {
   EXPECT_EQ(LookFor(u"Z:\\ergens\\a.wav"_s), Presence::There);
 }
 
-TEST(FilePresence, ErrorTellsMissingFromOutOfReachAndFromDenied) {
+TEST(FilePresence, ErrorDistinguishesMissingUnreachableAndDenied) {
   const auto description = [](const QString& path, Presence presence) {
     try {
       RequirePresent(path, presence);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The window in which a block is listened to, with real files and an output that the test pulls.
+// The listening window, with real files and an output from which the test pulls the audio.
 #include "export/playout/BlockToHear.h"
 #include "media/frmBeluisteren.h"
 #include "platform/audio/MixDecoder.h"
@@ -91,7 +91,7 @@ TEST_F(ListeningWindow, ShowsTheBlockOnOneTimeLine) {
   EXPECT_TRUE(WaitUntil([&] { return Strip().PeakCount(2) == 700; })) << "the picture of the last one";
 }
 
-TEST_F(ListeningWindow, PlaysWhatTheMixHoldsToTheFrame) {
+TEST_F(ListeningWindow, PlaysTheMixToTheFrame) {
   Open();
   Click(*window_, u"cmdPlay"_s);
   const auto heard = desk_.output.PullToEnd();
@@ -116,7 +116,7 @@ TEST_F(ListeningWindow, TheNextMixIsThreeSecondsBeforeTheNextSound) {
   EXPECT_EQ(Sound().Position(), 1200) << "from the last one back to the first";
 }
 
-TEST_F(ListeningWindow, AClickAndTheKeysOfTheTimeLineGoThere) {
+TEST_F(ListeningWindow, AClickAndTheKeysOfTheTimeLineSeek) {
   Open();
   QTest::mouseClick(&Strip(), Qt::LeftButton, {}, QPoint(static_cast<int>(Strip().XOf(8000)), 30));
   EXPECT_NEAR(Sound().Position(), 8000, 40);
@@ -134,7 +134,7 @@ TEST_F(ListeningWindow, AClickAndTheKeysOfTheTimeLineGoThere) {
   EXPECT_NE(Sound().State(), audio::kPlaying);
 }
 
-TEST_F(ListeningWindow, WhatDoesNotPlayIsShownWithItsReason) {
+TEST_F(ListeningWindow, LeftOutSoundsAreShownWithTheirReason) {
   block_.spots[0].facts.aktief = false;
   block_.spots[1].facts.eindDatum = QDate(2025, 3, 10);
   Open();
@@ -161,7 +161,7 @@ TEST_F(ListeningWindow, AnotherMomentIsPlannedAgain) {
   EXPECT_EQ(Strip().ClipCount(), 3U);
 }
 
-TEST_F(ListeningWindow, ARandomOrderBelongsToItsNumber) {
+TEST_F(ListeningWindow, ASeedDeterminesTheRandomOrder) {
   block_.random = true;
   block_.count = 2;
   Open();
@@ -183,12 +183,12 @@ TEST_F(ListeningWindow, ARandomOrderBelongsToItsNumber) {
   EXPECT_EQ(order(), first);
 }
 
-TEST_F(ListeningWindow, WithoutARandomOrderThereIsNoNumberToChoose) {
+TEST_F(ListeningWindow, WithoutARandomOrderThereIsNoSeedField) {
   Open();
   EXPECT_FALSE(Child<QLineEdit>(*window_, u"txtVolgorde"_s).isVisible());
 }
 
-TEST_F(ListeningWindow, ASilentBlockSaysSoAndPlaysNothing) {
+TEST_F(ListeningWindow, ASilentBlockShowsTheReasonAndPlaysNothing) {
   block_.aktief = false;
   Open();
   EXPECT_EQ(Strip().ClipCount(), 0U);
@@ -199,13 +199,13 @@ TEST_F(ListeningWindow, ASilentBlockSaysSoAndPlaysNothing) {
   EXPECT_EQ(Sound().State(), audio::kNoFile);
 }
 
-TEST_F(ListeningWindow, AMixPointThatWasCutIsTold) {
+TEST_F(ListeningWindow, AReducedMixPointIsReported) {
   block_.spots[0].mixMs = 60'000;
   Open();
   EXPECT_TRUE(Total().endsWith(u"mixpunt van ‘Spot 1’ ingekort tot 5000 ms"_s)) << Total().toStdString();
 }
 
-TEST_F(ListeningWindow, ClosingEndsPlayback) {
+TEST_F(ListeningWindow, ClosingStopsPlayback) {
   Open();
   Click(*window_, u"cmdPlay"_s);
   Click(*window_, u"cmdSluiten"_s);
@@ -213,8 +213,8 @@ TEST_F(ListeningWindow, ClosingEndsPlayback) {
   EXPECT_FALSE(window_->isVisible());
 }
 
-// Whatever the user does in whatever order, the window neither hangs nor complains.
-TEST_F(ListeningWindow, HoldsUnderAThousandRandomOperations) {
+// Random operations in any order: the window neither hangs nor shows an error.
+TEST_F(ListeningWindow, SurvivesAThousandRandomOperations) {
   block_.random = true;
   block_.spots[2].facts.startUur = 8;
   Open();
@@ -232,7 +232,7 @@ TEST_F(ListeningWindow, HoldsUnderAThousandRandomOperations) {
     if (what == 10) AwaitPlan();
     if (what == 11)
       Child<controls::DateCombo>(*window_, u"datDag"_s).SetText(random() % 2 == 0 ? u"12-03-2025"_s : u"12-0"_s);
-    if (what == 12 && random() % 20 == 0) Open();  // the window before it goes, playing or not
+    if (what == 12 && random() % 20 == 0) Open();  // closes the previous window, playing or not
     QCoreApplication::processEvents();
     ASSERT_GE(Sound().Position(), 0);
     ASSERT_LE(Sound().Position(), Sound().Length());

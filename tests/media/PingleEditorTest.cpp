@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Where the item-pingle editor differs from the item-spot editor.
+// Differences between the item-pingle editor and the item-spot editor.
 #include "data/Messages.h"
 #include "platform/controls/LedPanel.h"
 #include "platform/desktop/FileChooser.h"
@@ -19,7 +19,7 @@ using namespace media_testing;
 using testing_support::Child;
 using testing_support::Station;
 
-TEST(ItemPingleEditor, NewPingleIsTickedAndCaptioned) {
+TEST(ItemPingleEditor, NewPingleIsActiveAndHasACaption) {
   const EditorDesk desk;
   const auto editor = desk.OpenPingle(u"NIEUW"_s);
   EXPECT_EQ(editor->windowTitle(), u"Item-pingle ... nieuw"_s);
@@ -38,7 +38,7 @@ TEST(ItemPingleEditor, ExistingPingleIsFilled) {
   EXPECT_FALSE(editor->IsDirty());
 }
 
-TEST(ItemPingleEditor, OpensOnItsNameWithoutMarkingIt) {
+TEST(ItemPingleEditor, OpensOnItsNameWithoutASelection) {
   const EditorDesk desk;
   desk.AddPingle(3, u"Opener"_s, desk.Wav(u"o.wav"_s, 5'250));
   const auto editor = desk.OpenPingle(u"3"_s);
@@ -173,8 +173,8 @@ TEST(ItemPingleEditor, LongPathsAndNamesAndAnEmptyNameAreRefusedInTheirOrder) {
   EXPECT_FALSE(editor->isVisible());
 }
 
-// There is no handler for the end of playback: the timer runs until the dialog closes.
-TEST(ItemPingleEditor, TimerRunsOnAfterAStop) {
+// Required: no handler for the end of playback; the timer runs until the dialog closes.
+TEST(ItemPingleEditor, TimerKeepsRunningAfterAStop) {
   EditorDesk desk;
   desk.AddPingle(3, u"Opener"_s, desk.Wav(u"o.wav"_s, 2'000));
   const auto editor = desk.OpenPingle(u"3"_s);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Sound files as they come: good, bad and gone. Whatever it is, the editor stays usable.
+// Valid, invalid and missing audio files: the editor remains usable.
 #include "data/Globals.h"
 #include "media/AudioPreview.h"
 #include "platform/controls/LevelMeter.h"
@@ -26,7 +26,7 @@ using testing_support::Child;
 
 namespace {
 
-// A file chosen in a new editor: one error that names it, no length, and the editor still takes a good file.
+// A file chosen in a new editor: one error that names it, no length, and the editor still accepts a valid file.
 void ExpectRefusedFile(const EditorDesk& desk, const QString& hostPath, const QString& name) {
   const auto editor = desk.OpenSpot(u"NIEUW"_s);
   {
@@ -44,7 +44,7 @@ void ExpectRefusedFile(const EditorDesk& desk, const QString& hostPath, const QS
   EXPECT_TRUE(Child<controls::WaveformStrip>(*editor, u"waveform"_s).TroubleText().isEmpty());
 }
 
-// The same with a stored path: the error comes once, on opening.
+// The same with a stored path: one error, on opening.
 void ExpectRefusedPath(const EditorDesk& desk, const QString& path) {
   static int id = 100;
   desk.AddSpot(++id, u"Pad"_s, path);
@@ -56,7 +56,7 @@ void ExpectRefusedPath(const EditorDesk& desk, const QString& path) {
   EXPECT_EQ(Text(*editor, u"txtNaam"_s), u"Pad"_s);
 }
 
-// Little-endian number within the header of a WAV.
+// Writes a little-endian number in the header of a WAV.
 void Overwrite(const QString& hostPath, int offset, int bytes, quint32 value) {
   QByteArray content = ReadBytes(hostPath);
   for (int i = 0; i < bytes; ++i)
@@ -72,7 +72,7 @@ QString LengthOf(const EditorDesk& desk, const QString& hostPath) {
 
 }  // namespace
 
-TEST(PreviewFiles, WhatIsNoSoundIsRefusedByName) {
+TEST(PreviewFiles, NonAudioFilesAreRefusedByName) {
   const EditorDesk desk;
   const QString empty = desk.AudioFile(u"leeg.wav"_s);
   WriteBytes(empty, {});
@@ -85,8 +85,8 @@ TEST(PreviewFiles, WhatIsNoSoundIsRefusedByName) {
   ExpectRefusedFile(desk, desk.AudioFile(u"weg.wav"_s), u"weg.wav"_s);
 }
 
-// A header, a tag, a frame cut off: there is nothing to hear.
-TEST(PreviewFiles, AFileWithoutAnySoundIsRefusedByName) {
+// A header, a tag or a cut frame only: no audio.
+TEST(PreviewFiles, AFileWithoutAudioIsRefusedByName) {
   const EditorDesk desk;
   ExpectRefusedFile(desk, MakeWav(desk.AudioFile(u"stil.wav"_s), 0, 8000), u"stil.wav"_s);
   const QString tag = desk.AudioFile(u"etiket.mp3"_s);
@@ -131,17 +131,17 @@ TEST(PreviewFiles, ImpossibleHeadersAreRefusedByName) {
   ExpectRefusedFile(desk, many, u"kanalen.wav"_s);
 }
 
-TEST(PreviewFiles, LyingAndCutHeadersGiveTheLengthThatIsThere) {
+TEST(PreviewFiles, WrongHeadersAndCutFilesGiveTheActualLength) {
   const EditorDesk desk;
   const QString lying = MakeWav(desk.AudioFile(u"liegt.wav"_s), 4'200);
-  Overwrite(lying, 40, 4, 2'000'000);  // bytes of sound
+  Overwrite(lying, 40, 4, 2'000'000);  // bytes of audio
   EXPECT_EQ(LengthOf(desk, lying), u"4"_s);
   const QString cut = MakeWav(desk.AudioFile(u"half.wav"_s), 9'000);
   WriteBytes(cut, ReadBytes(cut).first(44 + 2 * 3'500));
   EXPECT_EQ(LengthOf(desk, cut), u"3"_s);
 }
 
-TEST(PreviewFiles, GarbageWithinAnMp3DoesNotEndIt) {
+TEST(PreviewFiles, GarbageInsideAnMp3IsSkipped) {
   const EditorDesk desk;
   const QString path = MakeMp3(desk.AudioFile(u"kras.mp3"_s), 6.5);
   EXPECT_EQ(LengthOf(desk, path), u"6"_s);
@@ -151,14 +151,14 @@ TEST(PreviewFiles, GarbageWithinAnMp3DoesNotEndIt) {
   EXPECT_EQ(LengthOf(desk, path), u"6"_s);
 }
 
-TEST(PreviewFiles, StoredPathsThatLeadNowhereGiveOneError) {
+TEST(PreviewFiles, InvalidStoredPathsGiveOneError) {
   const EditorDesk desk;
   ExpectRefusedPath(desk, u"Q:\\spots\\a.wav"_s);
   ExpectRefusedPath(desk, u"\\\\elders\\spots\\a.wav"_s);
   ExpectRefusedPath(desk, u"Z:\\nergens\\a.mp3"_s);
 }
 
-TEST(PreviewFiles, FileDeletedWhilePlayingPlaysOn) {
+TEST(PreviewFiles, FileDeletedWhilePlayingContinues) {
   EditorDesk desk;
   const QString hostPath = MakeWav(desk.AudioFile(u"a.wav"_s), 30'000);
   desk.AddSpot(1, u"A"_s, runtime::PathText(hostPath));
@@ -186,7 +186,7 @@ TEST(PreviewFiles, ThreeHoursOpenAndSeek) {
   EXPECT_EQ(Led(*editor, u"ledMix"_s), 861'500);
 }
 
-TEST(PreviewFiles, NamesMatchWhateverTheirLetterCase) {
+TEST(PreviewFiles, NamesMatchInAnyLetterCase) {
   const EditorDesk desk;
   const QString path = desk.Wav(u"Spot.WAV"_s, 3'000);
   desk.AddSpot(1, u"A"_s, path.toLower());
@@ -207,7 +207,7 @@ TEST(PreviewFiles, FileOutsideTheMappedDrivesWarns) {
   EXPECT_EQ(Text(*editor, u"txtLengteSec"_s), u"3"_s);
 }
 
-TEST(PreviewDevice, UntilTheSettingsArriveThePlayerHasItsOwn) {
+TEST(PreviewDevice, UntilTheSettingsAreReadThePlayerHasDefaults) {
   const EditorDesk desk;
   AudioPreview preview;
   EXPECT_EQ(preview.Player().DeviceID(), 0);
@@ -215,7 +215,7 @@ TEST(PreviewDevice, UntilTheSettingsArriveThePlayerHasItsOwn) {
   EXPECT_EQ(preview.Player().BufferSize(), 2048);
 }
 
-TEST(PreviewDevice, SettingsReachThePlayerWhenTheEditorOpens) {
+TEST(PreviewDevice, SettingsArePassedToThePlayerWhenTheEditorOpens) {
   const EditorDesk desk;
   global.card = 2;
   global.callback = 1;
@@ -228,7 +228,7 @@ TEST(PreviewDevice, SettingsReachThePlayerWhenTheEditorOpens) {
   EXPECT_EQ(Player(*editor).BufferSize(), 4096);
 }
 
-TEST(PreviewDevice, LostDeviceIsToldOnceAndPlaybackStops) {
+TEST(PreviewDevice, LostDeviceIsReportedOnceAndPlaybackStops) {
   EditorDesk desk;
   desk.AddSpot(1, u"A"_s, desk.Wav(u"a.wav"_s, 30'000));
   const auto editor = desk.OpenSpot(u"1"_s);
@@ -243,7 +243,7 @@ TEST(PreviewDevice, LostDeviceIsToldOnceAndPlaybackStops) {
   EXPECT_FALSE(Child<QTimer>(*editor, u"tmrPlayer"_s).isActive());
 }
 
-TEST(PreviewDevice, SilentPlaybackIsToldOnTheStatusLine) {
+TEST(PreviewDevice, SilentPlaybackIsReportedInTheStatusLine) {
   EditorDesk desk;
   desk.output.SetStatus("Geen geluidskaart: het afspelen is stil.");
   desk.AddSpot(1, u"A"_s, desk.Wav(u"a.wav"_s, 30'000));
@@ -259,7 +259,7 @@ TEST(PreviewDevice, SilentPlaybackIsToldOnTheStatusLine) {
   EXPECT_TRUE(boxes.Shown().empty());
 }
 
-TEST(PreviewDevice, AStatusMovesNothingInTheWindow) {
+TEST(PreviewDevice, AStatusTextDoesNotMoveControls) {
   EditorDesk desk;
   desk.output.SetStatus("Geen geluidskaart: het afspelen is stil.");
   desk.AddSpot(1, u"A"_s, desk.Wav(u"a.wav"_s, 30'000));
@@ -280,7 +280,7 @@ TEST(PreviewDevice, AStatusMovesNothingInTheWindow) {
   EXPECT_EQ(area.verticalScrollBar()->maximum(), range);
 }
 
-TEST(PreviewDevice, MetersShowWhatIsPlayed) {
+TEST(PreviewDevice, MetersShowTheLevels) {
   EditorDesk desk;
   desk.AddSpot(1, u"A"_s, desk.Wav(u"a.wav"_s, 30'000));
   const auto editor = desk.OpenSpot(u"1"_s);

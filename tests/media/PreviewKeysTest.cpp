@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The keyboard on its own: what plays, stops and seeks.
+// Playing, stopping and seeking with the keyboard.
 #include "platform/controls/PositionSlider.h"
 #include "platform/controls/WaveformStrip.h"
 #include "platform/desktop/InputBox.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Marking the mix point: by the moment heard, by hand, by number and on the picture.
+// Setting the mix point: while playing, by hand, by number and on the waveform.
 #include "data/Globals.h"
 #include "platform/audio/MixDecoder.h"
 #include "platform/audio/Peaks.h"
@@ -39,7 +39,7 @@ class Marking {
   audio::AudioPlayer& OwnPlayer() const { return Player(*editor); }
   controls::LedSpin& Mix() const { return Child<controls::LedSpin>(*editor, u"ledMix"_s); }
   controls::WaveformStrip& Strip() const { return Child<controls::WaveformStrip>(*editor, u"waveform"_s); }
-  // A click on the digits, answered in the input box.
+  // A click on the digits, with the answer typed in the input box.
   void Ask(const std::optional<QString>& answer) const {
     desktop::InputBoxScript script;
     if (answer) {
@@ -59,26 +59,26 @@ class Marking {
   mutable QString asked;
 };
 
-// A sample as a part of full scale.
+// A sample as a fraction of full scale.
 float Part(int sample) {
   return static_cast<float>(sample) / 32768.0F;
 }
 
-// Without the rim, whose corners let the window shine through.
+// Without the border, whose rounded corners are transparent.
 QImage Picture(QWidget& strip) {
   return strip.grab(strip.rect().adjusted(8, 8, -8, -8)).toImage().convertToFormat(QImage::Format_RGB32);
 }
 
 }  // namespace
 
-TEST(PreviewMix, MarkTakesTheTimeLeft) {
+TEST(PreviewMix, MarkSetsTheTimeLeft) {
   const Marking at;
   at.OwnPlayer().SetPosition(170'000);
   Click(*at.editor, u"cmdMix"_s);
   EXPECT_EQ(at.Mix().Value(), 10'000);
 }
 
-TEST(PreviewMix, MarkWhilePlayingTakesThePointHeard) {
+TEST(PreviewMix, MarkWhilePlayingUsesTheAudiblePosition) {
   Marking at(20'000);
   Click(*at.editor, u"cmdPlay"_s);
   at.desk.output.SetPending(300);
@@ -94,13 +94,13 @@ TEST(PreviewMix, TestPlaysTheLastMilliseconds) {
   EXPECT_EQ(at.OwnPlayer().State(), 6);
   EXPECT_EQ(at.OwnPlayer().Position(), 15'500);
   EXPECT_EQ(Child<controls::PositionSlider>(*at.editor, u"sliPlay"_s).value(), 15'500);
-  QCoreApplication::processEvents();  // the player tells that it started
+  QCoreApplication::processEvents();  // the player reports that it started
   EXPECT_TRUE(Child<QTimer>(*at.editor, u"tmrPlayer"_s).isActive());
   const auto sound = audiotest::StraightDecode(at.OwnPlayer().FileName().toStdString());
   EXPECT_EQ(at.desk.output.Pull(900), audiotest::Part(sound, 15'500, 900));
 }
 
-TEST(PreviewMix, TestAgainWhilePlayingBeginsAgain) {
+TEST(PreviewMix, TestAgainWhilePlayingRestarts) {
   Marking at(20'000);
   at.Mix().SetValue(4'500);
   Click(*at.editor, u"cmdTestMix"_s);
@@ -120,7 +120,7 @@ TEST(PreviewMix, TestWhileTheSliderIsHeldEndsTheHold) {
   EXPECT_EQ(Led(*at.editor, u"ledSec"_s), 4);
 }
 
-TEST(PreviewMix, TestOfAMixPointLongerThanTheFileBeginsAtItsStart) {
+TEST(PreviewMix, TestOfAMixPointLongerThanTheFileStartsAtTheBeginning) {
   const Marking at(2'000);
   at.Mix().SetValue(60'000);
   Click(*at.editor, u"cmdTestMix"_s);
@@ -134,7 +134,7 @@ TEST(PreviewMix, ResetClearsIt) {
   EXPECT_EQ(at.Mix().Value(), 0);
 }
 
-TEST(PreviewMix, InputBoxTakesNumbersOnly) {
+TEST(PreviewMix, InputBoxAcceptsNumbersOnly) {
   const Marking at;
   at.Mix().SetValue(120);
   at.Ask(u"abc"_s);
@@ -186,8 +186,8 @@ TEST(PreviewMix, MarkKeyWorksFromAnyField) {
   EXPECT_EQ(Text(*at.editor, u"txtNaam"_s), u"Spot"_s);
 }
 
-// A record whose file is away keeps its mix point; the line of the player gives the reason, no box.
-TEST(PreviewMix, WithoutAFileMarkAndTestChangeNothingAndSayWhy) {
+// A record with a missing file keeps its mix point; the reason is in the player's line, without a box.
+TEST(PreviewMix, WithoutAFileMarkAndTestChangeNothingAndShowTheReason) {
   const EditorDesk desk;
   desk.AddSpot(1, u"Spot"_s, u"Z:\\weg.wav"_s, u"7, 0, 1500, 45658, 6, 45700, 22, 0, 1"_s);
   std::unique_ptr<frmItemSpotsDetail> editor;
@@ -213,7 +213,7 @@ TEST(PreviewMix, WithoutAFileMarkAndTestChangeNothingAndSayWhy) {
   EXPECT_EQ(desk.Spot(1).Field(u"Mixpunt"_s).toInt(), 1500);
 }
 
-TEST(PreviewMix, TheReasonGoesOnceAFileIsOpen) {
+TEST(PreviewMix, TheReasonDisappearsWhenAFileIsOpened) {
   const EditorDesk desk;
   const auto editor = desk.OpenSpot(u"NIEUW"_s);
   const auto& line = Child<QLabel>(*editor, u"lblGeluid"_s);
@@ -281,7 +281,7 @@ TEST(PreviewStrip, ArrowKeysNudgeTheMixPoint) {
   EXPECT_EQ(at.Mix().Value(), 490);
 }
 
-TEST(PreviewStrip, ZoomButtonAndZoomKeyAreOne) {
+TEST(PreviewStrip, ZoomButtonAndZoomKeyDoTheSame) {
   const Marking at(120'000);
   auto& zoom = Child<QPushButton>(*at.editor, u"cmdZoom"_s);
   Click(*at.editor, u"cmdZoom"_s);
@@ -291,8 +291,8 @@ TEST(PreviewStrip, ZoomButtonAndZoomKeyAreOne) {
   EXPECT_FALSE(zoom.isChecked());
 }
 
-// The picture becomes that of a strip which was given all peaks at once.
-TEST(PreviewStrip, PeaksOfTheWholeFileArrive) {
+// The picture equals that of a strip that got all peaks at once.
+TEST(PreviewStrip, PeaksOfTheCompleteFileArrive) {
   const Marking at(20'000);
   const audio::Peaks peaks =
       audio::ReadPeaks(at.OwnPlayer().FileName().toStdString(), [](const audio::Peaks&, std::size_t) { return true; });
@@ -311,7 +311,7 @@ TEST(PreviewStrip, PeaksOfTheWholeFileArrive) {
   EXPECT_TRUE(QTest::qWaitFor([&] { return Picture(at.Strip()) == full; }, 20'000));
 }
 
-TEST(TestWithLeadIn, BeginsThreeSecondsBeforeTheMixPoint) {
+TEST(TestWithLeadIn, StartsThreeSecondsBeforeTheMixPoint) {
   const Marking marking;
   marking.Mix().SetValue(10'000);
   Click(*marking.editor, u"cmdTestMix"_s);
@@ -325,7 +325,7 @@ TEST(TestWithLeadIn, BeginsThreeSecondsBeforeTheMixPoint) {
   EXPECT_EQ(marking.OwnPlayer().Position(), 0);
 }
 
-TEST(TestWithLeadIn, LetsTheNextSoundOfABlockBeHeardToTheFrame) {
+TEST(TestWithLeadIn, PlaysTheNextSoundOfABlockToTheFrame) {
   Marking marking(8000);
   marking.desk.AddSpot(2, u"Volgende"_s, marking.desk.Wav(u"volgende.wav"_s, 5000),
                        u"5, 0, 0, 1, 0, 99999, 23, 0, 1"_s);
@@ -344,7 +344,7 @@ TEST(TestWithLeadIn, LetsTheNextSoundOfABlockBeHeardToTheFrame) {
   const auto heard = marking.desk.output.PullToEnd();
   audio::MixDecoder mix({{marking.desk.AudioFile(u"spot.wav"_s).toStdString(), 2000},
                          {marking.desk.AudioFile(u"volgende.wav"_s).toStdString(), 0}});
-  mix.Seek(3000);  // 1000 frames a second
+  mix.Seek(3000);  // 1000 frames per second
   std::vector<std::int16_t> expected(static_cast<std::size_t>(mix.TotalFrames() - 3000) * 2);
   mix.Read(expected.data(), expected.size() / 2);
   EXPECT_TRUE(heard == expected) << heard.size() << " and " << expected.size();

@@ -1,6 +1,5 @@
-// SPDX-License-Identifier: MIT
-// Listening: play, stop, the jumps, the slider and the time, through the real dialog and the real player. The test
-// takes the sound by hand, so nothing waits for a clock.
+// SPDX-License-Identifier: MIT Play, stop, jumps, slider and time in the real dialog with the real player. The test
+// pulls the audio itself, so nothing depends on a clock.
 #include "data/Messages.h"
 #include "platform/controls/LedPanel.h"
 #include "platform/controls/PositionSlider.h"
@@ -21,7 +20,7 @@ using testing_support::Child;
 
 namespace {
 
-// One open editor on a file of three minutes.
+// An editor with a file of three minutes.
 class Listening {
  public:
   explicit Listening(qint64 ms = 180'000) {
@@ -36,7 +35,7 @@ class Listening {
     OwnPlayer().SetPosition(position);
     Click(*editor, u"cmdPlay"_s);
   }
-  // Where a jump from there leads.
+  // The position after a jump.
   qint32 AfterJump(const QString& button, qint32 from) const {
     PlayFrom(from);
     Click(*editor, button);
@@ -55,7 +54,7 @@ TEST(PreviewPlay, LengthIsMinutesAndSecondsWithoutHoursAndFractions) {
   EXPECT_EQ(Text(*Listening(999).editor, u"txtLengteSec"_s), u"0"_s);
 }
 
-TEST(PreviewPlay, OpeningShowsTheTimeLeftAndTheSliderAtItsStart) {
+TEST(PreviewPlay, OpeningShowsTheTimeLeftAndTheSliderAtTheStart) {
   const Listening at(75'934);
   EXPECT_EQ(Led(*at.editor, u"ledMin"_s), 1);
   EXPECT_EQ(Led(*at.editor, u"ledSec"_s), 15);
@@ -89,7 +88,7 @@ TEST(PreviewPlay, PlayStartsTheTimerAndStopEndsIt) {
   EXPECT_FALSE(at.Timer().isActive());
 }
 
-TEST(PreviewPlay, PlayWhilePlayingGoesOnFromWhereItIs) {
+TEST(PreviewPlay, PlayWhilePlayingContinues) {
   const Listening at;
   at.PlayFrom(50'000);
   const QSignalSpy stopped(&at.OwnPlayer(), &audio::AudioPlayer::stopped);
@@ -111,7 +110,7 @@ TEST(PreviewPlay, TickCountsDownWhileTheSliderFollows) {
   EXPECT_EQ(Led(*at.editor, u"ledMilli"_s), 500);
 }
 
-// A hundred times a second: a panel whose number stays is left alone.
+// Called a hundred times a second: panels with an unchanged value are not written.
 TEST(PreviewPlay, TickWritesOnlyThePanelsThatChange) {
   Listening at(10'000);
   Click(*at.editor, u"cmdPlay"_s);
@@ -142,7 +141,7 @@ TEST(PreviewPlay, EndOfTheFileStopsTheTimerWithNothingLeft) {
   EXPECT_EQ(at.Slider().value(), 3'000);
 }
 
-TEST(PreviewPlay, JumpsBackEndAtTheBeginning) {
+TEST(PreviewPlay, JumpsBackStopAtTheBeginning) {
   const Listening at;
   EXPECT_EQ(at.AfterJump(u"cmdREW"_s, 9'000), 0);
   EXPECT_EQ(at.AfterJump(u"cmdREW"_s, 10'000), 0);
@@ -178,7 +177,7 @@ TEST(PreviewPlay, JumpsDoNothingUnlessItPlays) {
   }
 }
 
-TEST(PreviewPlay, WhatIsHeardAfterAJumpIsWhatTheFileHoldsThere) {
+TEST(PreviewPlay, AJumpPlaysTheFileAtThatPosition) {
   Listening at(40'000);
   const auto sound = audiotest::StraightDecode(at.OwnPlayer().FileName().toStdString());
   at.PlayFrom(5'000);
@@ -189,7 +188,7 @@ TEST(PreviewPlay, WhatIsHeardAfterAJumpIsWhatTheFileHoldsThere) {
   EXPECT_EQ(at.desk.output.Pull(700), audiotest::Part(sound, 6'400, 700));
 }
 
-TEST(PreviewPlay, HeldSliderKeepsTheTimeAndReleaseSeeks) {
+TEST(PreviewPlay, HeldSliderFreezesTheTimeAndReleaseSeeks) {
   Listening at(10'000);
   Click(*at.editor, u"cmdPlay"_s);
   controls::PositionSlider& slider = at.Slider();
@@ -206,7 +205,7 @@ TEST(PreviewPlay, HeldSliderKeepsTheTimeAndReleaseSeeks) {
   EXPECT_EQ(Led(*at.editor, u"ledSec"_s), (10'000 - held) / 1000);
 }
 
-// Whatever held the position before: after a jump panels and slider go on.
+// After a jump panels and slider follow the position again.
 TEST(PreviewPlay, AJumpWhileTheSliderIsHeldEndsTheHold) {
   const Listening at;
   at.PlayFrom(60'000);
@@ -221,7 +220,7 @@ TEST(PreviewPlay, AJumpWhileTheSliderIsHeldEndsTheHold) {
   EXPECT_EQ(at.Slider().value(), 40'000);
 }
 
-// The release of the mouse does not reach a window behind a box.
+// The release of the mouse does not reach a window below a box.
 TEST(PreviewPlay, AQuestionWhileTheSliderIsHeldEndsTheHold) {
   Listening at(10'000);
   Click(*at.editor, u"cmdPlay"_s);
@@ -239,7 +238,7 @@ TEST(PreviewPlay, AQuestionWhileTheSliderIsHeldEndsTheHold) {
   EXPECT_EQ(slider.value(), held + 2'000);
 }
 
-TEST(PreviewPlay, SliderMovedWhileStoppedHoldsForTheNextStart) {
+TEST(PreviewPlay, SliderMovedWhileStoppedSetsTheNextStart) {
   const Listening at;
   QTest::keyClick(&at.Slider(), Qt::Key_End);
   EXPECT_EQ(at.OwnPlayer().Position(), 180'000);
@@ -263,7 +262,7 @@ TEST(PreviewPlay, PlayOpensThePathWhenNothingIsLoaded) {
   EXPECT_EQ(Player(*editor).Length(), 2000);
 }
 
-TEST(PreviewPlay, PlayWithoutAFileSaysSo) {
+TEST(PreviewPlay, PlayWithoutAFileShowsAText) {
   const EditorDesk desk;
   const auto editor = desk.OpenSpot(u"NIEUW"_s);
   const desktop::MessageBoxScript boxes;
@@ -273,7 +272,7 @@ TEST(PreviewPlay, PlayWithoutAFileSaysSo) {
   EXPECT_FALSE(Child<QTimer>(*editor, u"tmrPlayer"_s).isActive());
 }
 
-TEST(PreviewPlay, ClosingWhilePlayingIsQuiet) {
+TEST(PreviewPlay, ClosingWhilePlayingShowsNoError) {
   Listening at;
   Click(*at.editor, u"cmdPlay"_s);
   at.desk.output.Pull(100);

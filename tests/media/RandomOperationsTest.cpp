@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Whatever the user does in whatever order, the editor neither hangs nor complains about good files.
+// Random operations in any order: the editor neither hangs nor shows an error for valid files.
 #include "platform/controls/LedPanel.h"
 #include "platform/controls/PositionSlider.h"
 #include "platform/desktop/MessageBox.h"
@@ -41,7 +41,7 @@ class RandomUser {
     } else if (what == 12 && desk_.output.IsRunning()) {
       desk_.output.Pull(random_() % 200);
     } else if (what == 13) {
-      Open();  // the editor before it closes, playing or not
+      Open();  // closes the previous editor, playing or not
     }
     QCoreApplication::processEvents();
   }
@@ -66,7 +66,7 @@ class RandomUser {
 template <class Editor>
 void ExpectSoundAfter(int operations, unsigned seed) {
   EditorDesk desk;
-  // Without a file "play" and "test" say so; nothing else may.
+  // Without a file only "play" and "test" show a text.
   const desktop::MessageBoxScript boxes;
   RandomUser<Editor> user(desk, seed);
   for (int i = 0; i < operations; ++i) {
@@ -82,9 +82,9 @@ void ExpectSoundAfter(int operations, unsigned seed) {
 
 }  // namespace
 
-TEST(RandomOperations, ItemSpotEditorHolds) {
+TEST(RandomOperations, ItemSpotEditorSurvives) {
   ExpectSoundAfter<frmItemSpotsDetail>(300, 1);
 }
-TEST(RandomOperations, ItemPingleEditorHolds) {
+TEST(RandomOperations, ItemPingleEditorSurvives) {
   ExpectSoundAfter<frmItemPinglesDetail>(300, 2);
 }

@@ -13,7 +13,7 @@
 using namespace Qt::StringLiterals;
 using namespace media_testing;
 
-// Asked for by another screen, the editor opens on the selected record, owned by that screen, and is gone afterwards.
+// Opened by another screen, the editor shows the selected record, is owned by that screen, and is destroyed afterwards.
 TEST(MediaScreens, BothEditorsOpenModallyForTheSelectedRecord) {
   const EditorDesk desk;
   RegisterMediaScreens();

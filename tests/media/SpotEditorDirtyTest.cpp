@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Unsaved changes, the ways out, and the two buttons that fill fields.
+// Unsaved changes, closing, and the two buttons that fill fields.
 #include "data/Globals.h"
 #include "data/Messages.h"
 #include "platform/controls/LedPanel.h"
@@ -33,8 +33,8 @@ TEST(ItemSpotEditorDirty, EveryFieldMarksAChange) {
   EXPECT_TRUE(editor->IsDirty());
 }
 
-// Listening and marking are not counted as changes; OK saves the mix point all the same.
-TEST(ItemSpotEditorDirty, MixPointAloneIsNoChange) {
+// Playing and setting the mix point are not changes; OK saves the mix point anyway.
+TEST(ItemSpotEditorDirty, MixPointAloneIsNotAChange) {
   const EditorDesk desk;
   const auto editor = desk.OpenNewSpot(4000);
   Child<controls::LedPanel>(*editor, u"ledMix"_s).SetValue(500);
@@ -88,7 +88,7 @@ TEST(ItemSpotEditorDirty, CancelAnsweredYesWithAnEmptyNameStaysOpen) {
   EXPECT_TRUE(editor->IsDirty());
 }
 
-TEST(ItemSpotEditorDirty, FrameAndEscAskAsTheCancelButtonDoes) {
+TEST(ItemSpotEditorDirty, CloseButtonAndEscAskLikeTheCancelButton) {
   const EditorDesk desk;
   const auto editor = desk.OpenNewSpot(4000);
   SetText(*editor, u"txtNaam"_s, QString());
@@ -119,7 +119,7 @@ TEST(ItemSpotEditorPath, DialogHasItsTitleAndFilter) {
   EXPECT_TRUE(editor->IsDirty());
 }
 
-TEST(ItemSpotEditorPath, CancelledDialogTakesTheChoiceBefore) {
+TEST(ItemSpotEditorPath, CancelledDialogUsesThePreviousChoice) {
   const EditorDesk desk;
   const auto editor = desk.OpenNewSpot(4000);
   desktop::FileChooserScript script;
@@ -147,7 +147,7 @@ TEST(ItemSpotEditorPath, TheSameFileChosenAgainIsAChangeAndIsListed) {
   EXPECT_EQ(desk.AudioList(), QStringList(path));
 }
 
-TEST(ItemSpotEditorPath, FileThatCannotBeReadIsRefusedAndTheOldOneStays) {
+TEST(ItemSpotEditorPath, UnreadableFileIsRefusedAndTheOldOneKept) {
   const EditorDesk desk;
   const auto editor = desk.OpenNewSpot(4000);
   const QString before = Text(*editor, u"txtPath"_s);
@@ -162,7 +162,7 @@ TEST(ItemSpotEditorPath, FileThatCannotBeReadIsRefusedAndTheOldOneStays) {
   EXPECT_FALSE(editor->IsDirty());
 }
 
-TEST(ItemSpotEditorFillName, TakesTheFileNameWithoutItsExtension) {
+TEST(ItemSpotEditorFillName, UsesTheFileNameWithoutItsExtension) {
   const EditorDesk desk;
   const auto editor = desk.OpenSpot(u"NIEUW"_s);
   Click(*editor, u"cmdFillName"_s);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the item-spot editor shows when it opens.
+// Opening the item-spot editor.
 #include "data/Globals.h"
 #include "media/ValidityLine.h"
 #include "platform/controls/DateCombo.h"
@@ -27,7 +27,7 @@ bool Aktief(const QWidget& editor) {
 
 }  // namespace
 
-TEST(ItemSpotEditorFill, AnythingNotNumericIsANewRecord) {
+TEST(ItemSpotEditorFill, NonNumericIdIsANewRecord) {
   const EditorDesk desk;
   const auto editor = desk.OpenSpot(u"NIEUW"_s);
   EXPECT_EQ(editor->windowTitle(), u"Item-spot ... nieuw"_s);
@@ -63,7 +63,7 @@ TEST(ItemSpotEditorFill, ExistingRecordFillsEveryField) {
   EXPECT_FALSE(editor->IsDirty());
 }
 
-TEST(ItemSpotEditorFill, MeasuredLengthWinsOverTheStoredOne) {
+TEST(ItemSpotEditorFill, MeasuredLengthReplacesTheStoredOne) {
   const EditorDesk desk;
   desk.AddSpot(1, u"A"_s, desk.Wav(u"a.wav"_s, 12'345));
   EXPECT_EQ(Text(*desk.OpenSpot(u"1"_s), u"txtLengteSec"_s), u"12"_s);
@@ -84,7 +84,7 @@ TEST(ItemSpotEditorFill, WithoutAPathTheStoredLengthIsShown) {
   EXPECT_EQ(Text(*desk.OpenSpot(u"3"_s), u"txtLengteSec"_s), u"9"_s);
 }
 
-TEST(ItemSpotEditorFill, AnyFlagButZeroIsTicked) {
+TEST(ItemSpotEditorFill, AnyNonZeroFlagIsChecked) {
   const EditorDesk desk;
   desk.station.OnServer(u"INSERT INTO tblItemSpots (ID, Naam) VALUES (3, \"A\")"_s);
   for (const auto& [flag, ticked] : {std::pair(u"-1"_s, true), std::pair(u"1"_s, true), std::pair(u"7"_s, true),
@@ -94,7 +94,7 @@ TEST(ItemSpotEditorFill, AnyFlagButZeroIsTicked) {
   }
 }
 
-TEST(ItemSpotEditorFill, LastPlayedAtMidnightLeavesTheTimeOut) {
+TEST(ItemSpotEditorFill, LastPlayedAtMidnightHasNoTime) {
   const EditorDesk desk;
   desk.AddSpot(1, u"A"_s, desk.Wav(u"a.wav"_s, 1000));
   desk.station.OnServer(u"UPDATE tblItemSpots SET LaatstGedraaid = 45727 WHERE ID = 1"_s);
@@ -123,7 +123,7 @@ TEST(ItemSpotEditorFill, OfflineReadsTheLocalCopy) {
   EXPECT_EQ(Text(*desk.OpenSpot(u"5"_s), u"txtNaam"_s), u"Lokaal"_s);
 }
 
-TEST(ItemSpotEditorFill, EmptyFieldsStayEmpty) {
+TEST(ItemSpotEditorFill, NullFieldsAreEmpty) {
   const EditorDesk desk;
   desk.station.OnServer(u"INSERT INTO tblItemSpots (ID, Aktief) VALUES (3, 1)"_s);
   const desktop::MessageBoxScript boxes;
@@ -135,7 +135,7 @@ TEST(ItemSpotEditorFill, EmptyFieldsStayEmpty) {
   }
 }
 
-TEST(ItemSpotEditorFill, ReadOnlyFieldsAreLockedTheOthersAreNot) {
+TEST(ItemSpotEditorFill, OnlyReadOnlyFieldsAreLocked) {
   const EditorDesk desk;
   const auto editor = desk.OpenSpot(u"NIEUW"_s);
   for (const QString& field : {u"txtPath"_s, u"txtLengteSec"_s, u"txtAantalGedraaid"_s, u"txtLaatstGedraaid"_s}) {
@@ -168,7 +168,7 @@ TEST(ItemSpotEditorFill, OpeningShowsTheHourglass) {
   EXPECT_FALSE(testing_support::PointerWatch::IsHourglass());
 }
 
-TEST(ItemSpotEditorFill, IdBeyondItsRangeIsAnErrorOfLoading) {
+TEST(ItemSpotEditorFill, IdOutsideItsRangeIsAnErrorOfLoading) {
   const EditorDesk desk;
   const desktop::MessageBoxScript boxes;
   desk.OpenSpot(u"99999999999"_s);
@@ -176,7 +176,7 @@ TEST(ItemSpotEditorFill, IdBeyondItsRangeIsAnErrorOfLoading) {
   EXPECT_EQ(boxes.Last().title, u"Form_Load"_s);
 }
 
-TEST(ItemSpotEditorFill, MixPointOutsideThePanelIsShownAsItsNearestEnd) {
+TEST(ItemSpotEditorFill, MixPointOutsideThePanelIsShownAsTheNearestLimit) {
   const EditorDesk desk;
   const QString path = desk.Wav(u"a.wav"_s, 1000);
   desk.AddSpot(1, u"Hoog"_s, path, u"7, 0, 1500000, 45658, 6, 45700, 22, 0, 1"_s);
@@ -185,7 +185,7 @@ TEST(ItemSpotEditorFill, MixPointOutsideThePanelIsShownAsItsNearestEnd) {
   EXPECT_EQ(Led(*desk.OpenSpot(u"2"_s), u"ledMix"_s), 0);
 }
 
-TEST(ItemSpotEditorFill, StateIsToldBesideTheDates) {
+TEST(ItemSpotEditorFill, StateIsShownNextToTheDates) {
   const EditorDesk desk;
   const runtime::ClockScope clock(QDateTime(QDate(2025, 3, 11), QTime(12, 0)));
   desk.AddSpot(1, u"A"_s, desk.Wav(u"a.wav"_s, 1000), u"7, 0, 0, 45658, 6, 45767, 22, 0, 1"_s);

@@ -1,6 +1,5 @@
-// SPDX-License-Identifier: MIT
-// A disk that is full or read-only under the item-spot editor: the reason is told, and the form stays open with what
-// was typed until it can be saved.
+// SPDX-License-Identifier: MIT The item-spot editor on a full or read-only disk: the reason is reported, and the form
+// stays open with the user's input until it can be saved.
 #include "data/Globals.h"
 #include "platform/desktop/MessageBox.h"
 #include "platform/runtime/HostPath.h"
@@ -24,7 +23,7 @@ using namespace media_testing;
 
 namespace {
 
-// Opened on spot 7, with a new name and another file, ready for OK.
+// The editor of spot 7 with a new name and another file, before OK.
 std::unique_ptr<frmItemSpotsDetail> ChangedSpot(const EditorDesk& desk) {
   desk.AddSpot(7, u"Oud"_s, desk.Wav(u"a.wav"_s, 2000));
   auto editor = desk.OpenSpot(u"7"_s);
@@ -33,7 +32,7 @@ std::unique_ptr<frmItemSpotsDetail> ChangedSpot(const EditorDesk& desk) {
   return editor;
 }
 
-// OK fails under that procedure's name and leaves the form as it was typed.
+// OK fails under that procedure's name and keeps the input.
 void ExpectKept(const frmItemSpotsDetail& editor, const QString& procedure, const QString& file) {
   const desktop::MessageBoxScript boxes;
   Click(editor, u"cmdOk"_s);
@@ -52,7 +51,7 @@ QString NaamOf(const EditorDesk& desk) {
 
 }  // namespace
 
-TEST(ItemSpotEditorFullDisk, TheDatabaseKeepsItsRowAndTheFormItsText) {
+TEST(ItemSpotEditorFullDisk, DatabaseAndFormAreUnchanged) {
   const EditorDesk desk;
   const auto editor = ChangedSpot(desk);
   {
@@ -67,7 +66,7 @@ TEST(ItemSpotEditorFullDisk, TheDatabaseKeepsItsRowAndTheFormItsText) {
   EXPECT_EQ(desk.AudioList().size(), 1);
 }
 
-TEST(ItemSpotEditorFullDisk, TheAudioListIsTriedAgainByTheNextOkAndHoldsThePathOnce) {
+TEST(ItemSpotEditorFullDisk, TheNextOkWritesTheAudioListOnce) {
   const EditorDesk desk;
   const auto editor = ChangedSpot(desk);
   for (const int reason : {ENOSPC, EROFS, EIO}) {
@@ -82,7 +81,7 @@ TEST(ItemSpotEditorFullDisk, TheAudioListIsTriedAgainByTheNextOkAndHoldsThePathO
   EXPECT_EQ(desk.AudioList(), QStringList(Text(*editor, u"txtPath"_s)));
 }
 
-TEST(ItemSpotEditorFullDisk, AnExportFolderOnADriveThatIsAwayIsToldWithoutTouchingIt) {
+TEST(ItemSpotEditorFullDisk, AnExportFolderOnAnUnreachableDriveIsReportedWithoutAccess) {
   const EditorDesk desk;
   const auto editor = ChangedSpot(desk);
   {
@@ -99,7 +98,7 @@ TEST(ItemSpotEditorFullDisk, AnExportFolderOnADriveThatIsAwayIsToldWithoutTouchi
   EXPECT_EQ(desk.AudioList().size(), 1);
 }
 
-TEST(ItemSpotEditorFullDisk, AnExportFolderThatIsNotThereIsNamed) {
+TEST(ItemSpotEditorFullDisk, AMissingExportFolderIsNamed) {
   const EditorDesk desk;
   const auto editor = ChangedSpot(desk);
   const QString folder = global.exportPath;
@@ -113,9 +112,9 @@ TEST(ItemSpotEditorFullDisk, AnExportFolderThatIsNotThereIsNamed) {
   EXPECT_EQ(desk.AudioList().size(), 1);
 }
 
-// In a process of its own, since only one without the rights of root meets permissions at all. The editor is opened
-// there, for its threads do not come along.
-TEST(ItemSpotEditorFullDiskDeathTest, AReadOnlyDatabaseIsToldAndTheFormStaysOpen) {
+// In a child process that gave up root, since permissions do not apply to root. The editor is opened in the child,
+// since threads do not survive a fork.
+TEST(ItemSpotEditorFullDiskDeathTest, AReadOnlyDatabaseIsReportedAndTheFormStaysOpen) {
   GTEST_FLAG_SET(death_test_style, "threadsafe");
   const EditorDesk desk;
   desk.AddSpot(7, u"Oud"_s, desk.Wav(u"a.wav"_s, 2000));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// A new spot that was written while its row in the offline log could not be: it stands, and nothing of it is lost.
+// A new spot was inserted but not logged: the spot exists, and its statement is not lost.
 #include "data/Globals.h"
 #include "platform/dao/Database.h"
 #include "tests/media/support/EditorDesk.h"
@@ -18,7 +18,7 @@ namespace {
 
 class UnloggedSpot : public testing::Test {
  protected:
-  // The log's highest number is taken, so that no row fits behind it.
+  // The log's highest ID is in use, so no row can be added.
   UnloggedSpot() {
     desk_.station.OnLocal(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (2147483647, \"vol\")"_s);
     editor_ = desk_.OpenSpot(QString::fromUtf16(kNewRecord));
@@ -45,7 +45,7 @@ class UnloggedSpot : public testing::Test {
 
 }  // namespace
 
-TEST_F(UnloggedSpot, IsUpdatedByTheNextOkAndBothStatementsAreLoggedInTheirOrder) {
+TEST_F(UnloggedSpot, IsUpdatedByTheNextOkAndBothStatementsAreLoggedInOrder) {
   EXPECT_TRUE(editor_->isVisible());
   EXPECT_TRUE(editor_->IsDirty());
   EXPECT_TRUE(desk_.AudioList().isEmpty());
@@ -68,7 +68,7 @@ TEST_F(UnloggedSpot, IsNotRefusedAsADuplicateOfItself) {
   EXPECT_NE(boxes.Last().title, u"Items"_s) << boxes.Last().text.toStdString();
 }
 
-TEST_F(UnloggedSpot, WhoseEditorWasCancelledIsLoggedBeforeTheNextStatementWithItsLine) {
+TEST_F(UnloggedSpot, IsLoggedWithItsLineBeforeTheNextStatementAfterACancel) {
   {
     const desktop::MessageBoxScript boxes{desktop::kAnswerNo};
     Click(*editor_, u"cmdAnnuleren"_s);
@@ -85,8 +85,8 @@ TEST_F(UnloggedSpot, WhoseEditorWasCancelledIsLoggedBeforeTheNextStatementWithIt
 
 namespace {
 
-// The folder of the local database is synced twice for each change, the second time when the change is made. The given
-// syncs of an offline save fail.
+// The folder of the local database is synced twice per change, the second time after the change. Makes the given syncs
+// of an offline save fail.
 class UncertainSpot : public testing::TestWithParam<std::set<int>> {
  protected:
   UncertainSpot() {
@@ -119,11 +119,11 @@ class UncertainSpot : public testing::TestWithParam<std::set<int>> {
 
 }  // namespace
 
-// The insert, its log row, and both.
+// The insert, its log row, or both.
 INSTANTIATE_TEST_SUITE_P(FailingSyncs, UncertainSpot,
                          testing::Values(std::set<int>{2}, std::set<int>{4}, std::set<int>{2, 4}));
 
-TEST_P(UncertainSpot, IsDoneAndLoggedAndTheUserIsToldOnce) {
+TEST_P(UncertainSpot, IsSavedAndLoggedAndReportedOnce) {
   ASSERT_EQ(shown_.size(), 1U);
   EXPECT_EQ(shown_.front().title, u"Insert_tblItemSpots"_s);
   EXPECT_TRUE(shown_.front().text.contains(u"is gedaan, maar"_s)) << shown_.front().text.toStdString();

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What the item-spot editor checks and writes.
+// Validation and saving in the item-spot editor.
 #include "data/Globals.h"
 #include "data/Messages.h"
 #include "platform/controls/LedPanel.h"
@@ -23,7 +23,7 @@ using testing_support::Station;
 
 namespace {
 
-// A new spot with everything but what a test wants to see refused.
+// A new spot with valid fields; each test makes one of them invalid.
 std::unique_ptr<frmItemSpotsDetail> NewSpot(const EditorDesk& desk, const QString& naam = u"Nieuw"_s) {
   auto editor = desk.OpenSpot(u"NIEUW"_s);
   Choose(*editor, MakeWav(desk.AudioFile(u"nieuw.wav"_s), 5'500));
@@ -35,7 +35,7 @@ int Number(const dao::Recordset& row, const QString& field) {
   return row.Field(field).toInt();
 }
 
-// OK answers with that message and moves the focus there; nothing is written.
+// OK shows that message and moves the focus there; nothing is written.
 void ExpectRefused(frmItemSpotsDetail& editor, const QString& text, const QString& focus) {
   const desktop::MessageBoxScript boxes;
   Click(editor, u"cmdOk"_s);
@@ -125,7 +125,7 @@ TEST(ItemSpotEditorSave, NewSpotIsListedHoweverItsPathCameIn) {
   EXPECT_EQ(desk.AudioList(), QStringList(path));
 }
 
-TEST(ItemSpotEditorSave, ALengthThatIsNoNumberIsStoredAsZeroAndTheStartPointAlwaysIs) {
+TEST(ItemSpotEditorSave, ANonNumericLengthAndTheStartPointAreStoredAsZero) {
   const EditorDesk desk;
   desk.AddSpot(1, u"A"_s, desk.Wav(u"a.wav"_s, 4'000), u"7, 1500, 0, 45658, 6, 45700, 22, 0, 1"_s);
   const auto editor = desk.OpenSpot(u"1"_s);
@@ -151,7 +151,7 @@ TEST(ItemSpotEditorSave, SavingShowsTheHourglass) {
   EXPECT_EQ(watch.UnderHourglass(), QStringList{u"Insert_tblItemSpots"_s});
 }
 
-TEST(ItemSpotEditorSave, TestsRunInTheirOrder) {
+TEST(ItemSpotEditorSave, ChecksRunInTheirOrder) {
   const EditorDesk desk;
   desk.AddSpot(1, u"Bezet"_s, u"Z:\\x.wav"_s);
   const auto editor = desk.OpenSpot(u"NIEUW"_s);
@@ -240,8 +240,8 @@ TEST(ItemSpotEditorSave, MixPointOutsideThePanelIsSavedAsReadUnlessChanged) {
   EXPECT_EQ(Number(desk.Spot(1), u"Mixpunt"_s), 0);
 }
 
-// The panel showed that end already; the user says it is meant.
-TEST(ItemSpotEditorSave, MixPointSetToTheEndThatIsShownIsAChange) {
+// The panel already showed that limit; entering it again is a change.
+TEST(ItemSpotEditorSave, MixPointSetToTheShownLimitIsAChange) {
   const EditorDesk desk;
   desk.AddSpot(1, u"A"_s, desk.Wav(u"a.wav"_s, 1000), u"7, 0, -5, 45658, 6, 45700, 22, 0, 1"_s);
   const auto editor = desk.OpenSpot(u"1"_s);
@@ -264,7 +264,7 @@ TEST(ItemSpotEditorSave, DoubleQuoteInTheNameIsAnErrorAndNothingIsLost) {
   EXPECT_TRUE(desk.AudioList().isEmpty());
 }
 
-TEST(ItemSpotEditorSave, ACharacterTheAudioListCannotHoldIsToldAndTheSpotIsSaved) {
+TEST(ItemSpotEditorSave, ACharacterOutsideTheAudioListsCodePageIsReportedAndTheSpotIsSaved) {
   const EditorDesk desk;
   const auto editor = desk.OpenSpot(u"NIEUW"_s);
   Choose(*editor, MakeWav(desk.AudioFile(u"Łódź.wav"_s), 1'000));
@@ -280,8 +280,8 @@ TEST(ItemSpotEditorSave, ACharacterTheAudioListCannotHoldIsToldAndTheSpotIsSaved
   EXPECT_EQ(desk.AudioList().size(), 1);
 }
 
-// The first and last day there are, the turn of a year, and the days on both sides of day number 0.
-TEST(ItemSpotEditorSave, DatesAreReadBackAsTheyWereTyped) {
+// The first and last possible day, the end of a year, and the days around day number 0.
+TEST(ItemSpotEditorSave, DatesAreReadBackAsTyped) {
   const EditorDesk desk;
   int id = 0;
   for (const auto& [start, stop] :
@@ -298,8 +298,8 @@ TEST(ItemSpotEditorSave, DatesAreReadBackAsTheyWereTyped) {
   }
 }
 
-// On the screen is what the user typed, not what the record holds.
-TEST(ItemSpotEditorSave, ARecordThatCouldNotBeReadIsNotWrittenOver) {
+// The form has the user's input, not the stored values.
+TEST(ItemSpotEditorSave, AnUnreadableRecordIsNotOverwritten) {
   const EditorDesk desk;
   const QString path = desk.Wav(u"a.wav"_s, 1000);
   desk.AddSpot(1, u"Oud"_s, path);
@@ -323,7 +323,7 @@ TEST(ItemSpotEditorSave, ARecordThatCouldNotBeReadIsNotWrittenOver) {
   EXPECT_EQ(desk.Spot(1).Field(u"Naam"_s).toString(), u"Oud"_s);
 }
 
-TEST(ItemSpotEditorSave, RecordRemovedMeanwhileIsAnError) {
+TEST(ItemSpotEditorSave, RecordRemovedInTheMeantimeIsAnError) {
   const EditorDesk desk;
   desk.AddSpot(1, u"A"_s, desk.Wav(u"a.wav"_s, 1000));
   const auto editor = desk.OpenSpot(u"1"_s);
@@ -336,7 +336,7 @@ TEST(ItemSpotEditorSave, RecordRemovedMeanwhileIsAnError) {
   EXPECT_TRUE(editor->IsDirty());
 }
 
-TEST(ItemSpotEditorSave, ListThatFailsLeavesTheRecordAndTheNextOkRepeatsIt) {
+TEST(ItemSpotEditorSave, FailedAudioListLeavesTheRecordAndTheNextOkTriesAgain) {
   const EditorDesk desk;
   const QString folder = global.exportPath;
   const auto editor = NewSpot(desk);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Where a record is used, and how loud its file is: extras beside the told fields.
+// The items that use a record, and the loudness of its file.
 #include "data/Catalogue.h"
 #include "data/Globals.h"
 #include "media/LoudnessReader.h"
@@ -23,7 +23,7 @@ using testing_support::Station;
 
 namespace {
 
-constexpr int kLongEnough = 60'000;  // ms; only a failing test waits for it
+constexpr int kLongEnough = 60'000;  // ms; only a failing test waits this long
 
 QLabel& Remark(const QWidget& editor) {
   return Child<QLabel>(editor, u"lblToelichting"_s);
@@ -79,13 +79,13 @@ TEST_P(Usage, AJingleIsFoundAsOpenerMiddleAndCloser) {
   QTRY_COMPARE_WITH_TIMEOUT(Remark(*editor).text(), u"Gebruikt in 3 items: A, B, C"_s, kLongEnough);
 }
 
-TEST_P(Usage, ARecordWithoutItemsSaysSo) {
+TEST_P(Usage, ARecordWithoutItemsHasAText) {
   desk_.AddSpot(3, u"Kerst"_s, desk_.Wav(u"k.wav"_s, 2'000));
   const auto editor = desk_.OpenSpot(u"3"_s);
   QTRY_COMPARE_WITH_TIMEOUT(Remark(*editor).text(), u"In geen enkel item gebruikt"_s, kLongEnough);
 }
 
-TEST_P(Usage, AnUnreadableCatalogueRaisesNoBox) {
+TEST_P(Usage, AnUnreadableCatalogueShowsNoBox) {
   desk_.AddSpot(3, u"Kerst"_s, desk_.Wav(u"k.wav"_s, 2'000));
   global.gstrSelectedID = u"3"_s;
   frmItemSpotsDetail editor;
@@ -94,10 +94,10 @@ TEST_P(Usage, AnUnreadableCatalogueRaisesNoBox) {
   const QString there = std::exchange(path, u"Z:\\nergens\\x.mdb"_s);
   QCoreApplication::processEvents();
   path = there;
-  EXPECT_EQ(Remark(editor).text(), QString());  // and no box: the desk would fail on it
+  EXPECT_EQ(Remark(editor).text(), QString());  // an unexpected box would fail the test
 }
 
-TEST(Loudness, IsShownOnceItIsMeasured) {
+TEST(Loudness, IsShownAfterTheMeasurement) {
   const EditorDesk desk;
   desk.AddSpot(3, u"Toon"_s, runtime::PathText(MakeMp3(desk.AudioFile(u"toon.mp3"_s), 3)));
   const auto editor = desk.OpenSpot(u"3"_s);
@@ -105,7 +105,7 @@ TEST(Loudness, IsShownOnceItIsMeasured) {
   EXPECT_FALSE(editor->IsDirty());
 }
 
-TEST(Loudness, OfTheFileBeforeIsForgottenWhenTheNextOneFails) {
+TEST(Loudness, IsClearedWhenTheNextFileFails) {
   const EditorDesk desk;
   const auto editor = desk.OpenPingle(u"NIEUW"_s);
   Choose(*editor, MakeMp3(desk.AudioFile(u"toon.mp3"_s), 3));
@@ -117,7 +117,7 @@ TEST(Loudness, OfTheFileBeforeIsForgottenWhenTheNextOneFails) {
   EXPECT_EQ(LoudnessOf(*editor), QString());
 }
 
-TEST(Loudness, OnlyTheLastFileAskedForIsTold) {
+TEST(Loudness, OnlyTheLastFileIsShown) {
   const EditorDesk desk;
   LoudnessReader reader;
   QSignalSpy measured(&reader, &LoudnessReader::measured);

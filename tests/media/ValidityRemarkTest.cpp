@@ -29,12 +29,12 @@ std::string Word(const SpotFacts& spot) {
 
 }  // namespace
 
-TEST(ValidityRemark, RunningTellsTheDaysLeft) {
+TEST(ValidityRemark, RunningShowsTheDaysLeft) {
   EXPECT_EQ(Word(Running()), "loopt, nog 40 dagen");
   EXPECT_EQ(RemarkOn(Running(), kNow).mark, LineMark::Circle);
 }
 
-TEST(ValidityRemark, FirstStateThatHoldsWins) {
+TEST(ValidityRemark, FirstMatchingStateIsShown) {
   SpotFacts spot = Running();
   spot.startDatum = QDate(2025, 2, 1);
   spot.eindDatum = QDate(2025, 2, 28);
@@ -45,7 +45,7 @@ TEST(ValidityRemark, FirstStateThatHoldsWins) {
   EXPECT_EQ(Word(spot), "niet aktief");
 }
 
-TEST(ValidityRemark, AnEndBeforeTheBeginningIsTold) {
+TEST(ValidityRemark, AnEndBeforeTheStartIsReported) {
   SpotFacts spot = Running();
   spot.eindDatum = QDate(2025, 2, 28);
   spot.startDatum = QDate(2025, 2, 28);
@@ -72,14 +72,14 @@ TEST(ValidityRemark, EndingSoonCountsTheDays) {
   EXPECT_EQ(Word(spot), "loopt, nog 8 dagen");
 }
 
-TEST(ValidityRemark, BeginningLaterCountsTheDays) {
+TEST(ValidityRemark, StartingLaterCountsTheDays) {
   SpotFacts spot = Running();
   spot.startDatum = QDate(2025, 3, 31);
   EXPECT_EQ(Word(spot), "begint over 20 dagen");
   EXPECT_TRUE(RemarkOn(spot, kNow).wordInTone);
 }
 
-TEST(ValidityRemark, HalfFilledEditorSaysNothing) {
+TEST(ValidityRemark, IncompleteEditorHasNoRemark) {
   SpotFacts spot = Running();
   spot.eindDatum.reset();
   EXPECT_EQ(Word(spot), "");
@@ -89,7 +89,7 @@ TEST(ValidityRemark, HalfFilledEditorSaysNothing) {
   EXPECT_EQ(Word(spot), "");
 }
 
-TEST(ValidityRemark, MissingFileIsToldBeforeTheDatesAreKnown) {
+TEST(ValidityRemark, MissingFileIsReportedBeforeTheDatesAreKnown) {
   SpotFacts spot = Running();
   spot.eindDatum.reset();
   spot.file = runtime::Presence::NotThere;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The waveform of an editor that opens a file again. What it shows is judged by its picture.
+// The waveform when an editor opens a file again, checked by its picture.
 #include "platform/audio/PeakCache.h"
 #include "platform/controls/WaveformStrip.h"
 #include "platform/runtime/HostPath.h"
@@ -29,7 +29,7 @@ class WaveformCache : public ::testing::Test {
     desk_.AddSpot(1, u"A"_s, runtime::PathText(file_));
   }
 
-  // The whole waveform, as a program that has just started shows it.
+  // The complete waveform of a program that was just started.
   QImage Picture() const {
     audio::PeakCache::ForgetMemory();
     const auto editor = desk_.OpenSpot(u"1"_s);
@@ -39,7 +39,7 @@ class WaveformCache : public ::testing::Test {
     return strip.grab().toImage();
   }
 
-  // The same number of bytes, but silent.
+  // The same size, but silent.
   void Silence() const {
     QByteArray bytes = ReadBytes(file_);
     constexpr qsizetype kHeader = 44;
@@ -68,7 +68,7 @@ TEST_F(WaveformCache, OpenedAgainItComesFromTheUsersCache) {
   const QImage first = Picture();
   EXPECT_EQ(Kept().size(), 1);
   Silence();
-  SetTime(kThen_);  // as if nothing had happened: only what was kept can look as before
+  SetTime(kThen_);  // size and time are unchanged, so only the cache can give the old picture
   EXPECT_EQ(Picture(), first);
   EXPECT_EQ(Kept().size(), 1);
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Every window, shown, walked for those who use the keyboard or a screen reader.
+// Checks every window for users of a keyboard or a screen reader.
 #include "data/Globals.h"
 #include "platform/audio/Synth.h"
 #include "platform/desktop/LookStyle.h"
@@ -24,7 +24,7 @@ namespace {
 
 constexpr windows::Records kRecords{1, 2, 1, 1};
 
-// A record of each kind, a spot and a jingle with a sound file.
+// A record of each kind; spot and jingle have an audio file.
 void Fill(const Station& station) {
   audio::ToneOptions tone;
   tone.seconds = 2;
@@ -82,24 +82,24 @@ TEST_P(EveryWindow, NamesEachOfItsControls) {
   EXPECT_EQ(Joined(windows::Nameless(Widget())), "");
 }
 
-TEST_P(EveryWindow, DescribesWhatANameAloneDoesNotTell) {
+TEST_P(EveryWindow, DescribesControlsThatNeedMoreThanAName) {
   EXPECT_EQ(Joined(windows::Undescribed(Widget())), "");
 }
 
 TEST_P(EveryWindow, ShowsWhereTheFocusIs) {
-  Widget().resize(Widget().size().expandedTo({1200, 800}));  // nothing scrolled out of sight
+  Widget().resize(Widget().size().expandedTo({1200, 800}));  // so that nothing is scrolled out of view
   EXPECT_EQ(Joined(windows::Unmarked(Widget(), windows::TabStops(Widget()))), "");
 }
 
-TEST_P(EveryWindow, GivesEachMnemonicOnce) {
+TEST_P(EveryWindow, UsesEachMnemonicOnce) {
   EXPECT_EQ(Joined(windows::SharedMnemonics(Widget())), "");
 }
 
-TEST_P(EveryWindow, LeadsToEachControlWithTab) {
+TEST_P(EveryWindow, ReachesEachControlWithTab) {
   EXPECT_EQ(Joined(windows::Told(windows::Missed(Widget(), windows::TabStops(Widget())))), "");
 }
 
-TEST_P(EveryWindow, GoesWithTabAsOneReads) {
+TEST_P(EveryWindow, TabFollowsTheReadingOrder) {
   const QStringList against = windows::AgainstReading(windows::TabStops(Widget()));
   EXPECT_LE(against.size(), 1) << Joined(against);
 }

@@ -17,9 +17,9 @@ using namespace Qt::StringLiterals;
 namespace windows {
 namespace {
 
-constexpr int kMostLooks = 20;  // until a window that never rests has its picture taken all the same
-constexpr int kCalm = 150;      // ms between two looks
-constexpr int kDelay = 200;     // ms until a modal window stands
+constexpr int kMostLooks = 20;  // after this many checks the picture is taken even if the window still changes
+constexpr int kCalm = 150;      // ms between two checks
+constexpr int kDelay = 200;     // ms until a modal window is shown
 constexpr double kLarger = 1.35;
 
 }  // namespace
@@ -36,7 +36,7 @@ void Album::Save(const QString& name, QWidget& window) const {
 }
 
 void Album::Take(const QString& name, QWidget& window, const std::function<void()>& prepare) const {
-  const QTemporaryDir nothing;  // is remembered from one picture to the next
+  const QTemporaryDir nothing;  // no window positions are remembered between pictures
   const WindowPlaces places(nothing.filePath(u"vensters.ini"_s));
   window.show();
   window.activateWindow();

@@ -8,17 +8,17 @@
 
 namespace windows {
 
-// Pictures of windows, each as it opens and, when it grows, once more larger and as small as it gets.
+// Pictures of windows: at their opening size and, if resizable, larger and at their minimum size.
 class Album {
  public:
   // `folder`: host path; must exist.
   explicit Album(const QString& folder) : folder_(folder) {}
 
-  // Shows the window and saves what it shows as <name>.png, <name>-groot.png and <name>-klein.png. `prepare` is called
-  // once it is shown. Throws runtime::Error.
+  // Shows the window and saves <name>.png, <name>-groot.png and <name>-klein.png. Calls `prepare` after showing it.
+  // Throws runtime::Error.
   void Take(const QString& name, QWidget& window, const std::function<void()>& prepare = {}) const;
 
-  // The same, as it opens only, of the modal window or popup that `open` waits for; then closes it.
+  // Saves <name>.png of the modal window or popup that `open` shows and waits for; then closes it.
   void TakeOpened(const QString& name, const std::function<void()>& open) const;
 
  private:

@@ -33,7 +33,7 @@ using namespace Qt::StringLiterals;
 namespace windows {
 namespace {
 
-// Parts of a control that Qt makes for itself.
+// Internal parts of a Qt control.
 bool IsInner(const QWidget* widget) {
   return widget->objectName().startsWith(u"qt_"_s) || qobject_cast<const QScrollBar*>(widget) != nullptr ||
          qobject_cast<const QComboBox*>(widget->parentWidget()) != nullptr ||
@@ -75,7 +75,7 @@ bool HasLetters(const QString& text) {
   return std::any_of(text.begin(), text.end(), [](QChar c) { return c.isLetter(); });
 }
 
-// Controls of which a name alone does not tell what they show, or what keys and mouse do there.
+// Controls that need a description besides a name: what they show, what keys and mouse do.
 bool NeedsDescription(const QWidget* widget) {
   const auto* button = qobject_cast<const QAbstractButton*>(widget);
   const auto* line = qobject_cast<const QLineEdit*>(widget);
@@ -120,7 +120,7 @@ void AddCaptions(Letters& letters, const QWidget* widget) {
   }
 }
 
-// An open menu has its letters for itself.
+// An open menu has its own mnemonics.
 QStringList SharedWithin(const QMenu* menu) {
   Letters letters;
   for (const QAction* action : menu->actions())
@@ -128,7 +128,7 @@ QStringList SharedWithin(const QMenu* menu) {
   return letters.Shared();
 }
 
-// The places of two controls, or of the parts of the window that hold one of them each.
+// The positions of two controls, or of the different parts of the window that contain them.
 std::pair<QRect, QRect> PlacesOf(const QWidget* first, const QWidget* second) {
   const auto inWindow = [](const QWidget* widget) {
     return QRect(widget->mapTo(widget->window(), QPoint(0, 0)), widget->size());
@@ -140,7 +140,7 @@ std::pair<QRect, QRect> PlacesOf(const QWidget* first, const QWidget* second) {
   return {inWindow(first), inWindow(second)};
 }
 
-// Of radio buttons that belong together one is the stop; arrows lead to the others.
+// In a group of radio buttons one is a tab stop; arrow keys reach the others.
 bool GoTogether(const QWidget* one, const QWidget* other) {
   const auto* first = qobject_cast<const QRadioButton*>(one);
   const auto* second = qobject_cast<const QRadioButton*>(other);
@@ -153,7 +153,7 @@ bool ReadsOn(const QRect& from, const QRect& to) {
   const bool above = to.bottom() < from.top();
   const bool sameLine = to.top() <= from.bottom() && to.bottom() >= from.top();
   if (sameLine) return to.left() >= from.right();
-  // Up is the way only into a column further right.
+  // A step up is allowed only to a column further right.
   return !above || to.left() >= from.right();
 }
 

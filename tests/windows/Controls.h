@@ -6,31 +6,31 @@
 #include <QStringList>
 #include <QWidget>
 
-// What a walk over a shown window finds; each answer tells the controls by class and name.
+// Checks of a shown window; each function returns the faulty controls as class and name.
 namespace windows {
 
 // Controls and instruments without an accessible name.
 QStringList Nameless(const QWidget& window);
 
-// Instruments, lists, search boxes and buttons without a word on them that have no accessible description.
+// Instruments, lists, search boxes and buttons without a caption that have no accessible description.
 QStringList Undescribed(const QWidget& window);
 
-// Stops that look the same with the focus and without it.
+// Tab stops that look the same with and without the focus.
 QStringList Unmarked(QWidget& window, const QList<QWidget*>& stops);
 
-// Letters that more than one button, label, group, tab or menu answers to.
+// Mnemonic letters of more than one button, label, group, tab or menu.
 QStringList SharedMnemonics(const QWidget& window);
 
-// Live controls that the user can act on.
+// Visible and enabled controls that the user can operate.
 QList<QWidget*> Operable(const QWidget& window);
 
-// The controls that Tab reaches, in its order, beginning with the one that has the focus.
+// The controls that Tab reaches, in order, starting with the one that has the focus.
 QList<QWidget*> TabStops(QWidget& window);
 
-// Live controls that these stops leave out.
+// Visible and enabled controls that are missing in `stops`.
 QList<QWidget*> Missed(const QWidget& window, const QList<QWidget*>& stops);
 
-// Steps of the round that go against reading: up, or to the left on one line. One is the way back to its beginning.
+// Tab steps against the reading order: up, or to the left on one line. One of them is the return to the start.
 QStringList AgainstReading(const QList<QWidget*>& order);
 
 QString Told(const QWidget* control);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Takes a picture of every window on the demonstration station, in the states that a designer wants to see, and prints
-// the overviews as PDF.
+// Takes pictures of every window on the demonstration station, in the states that matter for its design, and prints the
+// overviews as PDF.
 #include "app/Start.h"
 #include "app/frmMain.h"
 #include "catalogue/frmItemPingles.h"
@@ -57,7 +57,7 @@ constexpr qint32 kLongItem = 5;
 constexpr qint32 kLongPattern = 10;
 constexpr qint32 kLongSpot = 33;
 constexpr qint32 kLostSpot = 6;
-constexpr int kPatience = 30000;  // ms, for what is counted in the background
+constexpr int kPatience = 30000;  // ms; maximum for counting in the background
 const QString kLongName =
     u"Coöperatieve vereniging voor plattelandstoerisme ‘Het Wielmeerse Land’ - vijfentwintigste lenteweekend met fiets, boot en boerenmarkt"_s;
 
@@ -72,7 +72,7 @@ void Change(const QString& statement) {
   dao::OpenDatabase(CurrentCatalogue().databasePath).Execute(statement);
 }
 
-// What a station has after some years: names as long as people make them, a locked item.
+// Records as after some years of use: long names, a locked item.
 void MakeExtremes() {
   Change(u"UPDATE tblItems SET Locked = -1 WHERE ID = %1"_s.arg(kLockedItem));
   Change(u"UPDATE tblItems SET Naam = \"%1\" WHERE ID = %2"_s.arg(kLongName).arg(kLongItem));
@@ -168,7 +168,7 @@ void TakeOthers(const Album& album) {
   });
 }
 
-// Three blocks of four spots a day, for ten days.
+// Airings of three blocks of four spots a day, for ten days.
 void CountSomeAirings() {
   SwitchCounting(CurrentCatalogue().databasePath, true);
   std::vector<Airing> airings;
@@ -189,7 +189,7 @@ void SavePaper(const QString& folder, const QString& name) {
     runtime::WriteFile(folder + u"/papier-"_s + kind + u'-' + name + u".pdf"_s, PdfOf(report));
 }
 
-// The overviews as they are printed: of many records, of one, of none.
+// The printed overviews of many records, of one and of none.
 void TakePaper(const QString& folder) {
   CountSomeAirings();
   constexpr int kMany = 200;
@@ -239,7 +239,7 @@ int main(int argc, char** argv) {
   }
   const Stage stage(argc, argv, *options);
   QApplication::setCursorFlashTime(0);
-  // Always the same moment, so that two runs can be compared.
+  // A fixed moment, so that two runs can be compared.
   const runtime::ClockScope clock([] { return QDateTime(QDate(2025, 3, 11), QTime(14, 32, 7)); });
   try {
     TakeAll(options->folder);

@@ -47,7 +47,7 @@ Opening Screen(const QString& name, const QString& selected = {}) {
           }};
 }
 
-// With a line selected, so that its buttons live.
+// Selects a line, so that its buttons are enabled.
 template <class List>
 Opening Overview(const QString& name) {
   return {name, [] {
@@ -58,7 +58,7 @@ Opening Overview(const QString& name) {
           }};
 }
 
-// The list must stand while the dialog works on it.
+// The list must outlive the dialog that uses it.
 Window SpotEntry() {
   auto list = std::make_shared<controls::ListBox>();
   auto form = std::make_unique<frmItemsDetailOpt1>(nullptr, *list);
@@ -84,7 +84,7 @@ Window InputBox() {
       std::make_unique<desktop::InputDialog>(nullptr, u"Geef een numerische waarde ..."_s, u"Items"_s, u"2480"_s));
 }
 
-// As soon as its files were looked at.
+// After its files are checked.
 Window Listening(qint32 item) {
   SetBlockToHear(ReadBlock(CurrentCatalogue(), item));
   auto form = std::make_unique<frmBeluisteren>(nullptr);
@@ -101,7 +101,7 @@ QString Text(qint32 id) {
 
 }  // namespace
 
-// The main window is shown as it stands after the load: its own load asks for the station first.
+// The main window after its load; not loaded here, since that asks for the station first.
 QList<Opening> All(const Records& records) {
   return {
       {u"splash"_s, [] { return Window(std::make_unique<frmSplash>()); }},

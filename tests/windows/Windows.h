@@ -8,10 +8,10 @@
 #include <functional>
 #include <memory>
 
-// Every window of the program, as its user meets it.
+// Every window of the program.
 namespace windows {
 
-// Records that the present catalogue must hold.
+// IDs of records that the current catalogue must contain.
 struct Records {
   qint32 itemOption1 = 0;
   qint32 itemOption2 = 0;
@@ -19,7 +19,7 @@ struct Records {
   qint32 itemPingle = 0;
 };
 
-// A window that is loaded, but not shown; what it belongs to lives as long as it does.
+// A loaded, hidden window, with the objects that it needs.
 class Window {
  public:
   explicit Window(std::unique_ptr<QWidget> widget, std::shared_ptr<QWidget> owner = {})

@@ -18,36 +18,36 @@
 
 namespace media_testing {
 
-// A 16-bit mono WAV of exactly that many milliseconds; small and quick to write. Returns the host path.
+// Writes a small 16-bit mono WAV of exactly that many milliseconds. Returns the host path.
 QString MakeWav(const QString& hostPath, qint64 ms, int sampleRate = 1000);
-// A constant-bit-rate MP3 of that length.
+// Writes a constant-bit-rate MP3 of that length.
 QString MakeMp3(const QString& hostPath, double seconds);
 void WriteBytes(const QString& hostPath, const QByteArray& bytes);
 QByteArray ReadBytes(const QString& hostPath);
 
-// A station whose editors play to an output that the test pulls by hand.
+// A station whose editors play to an output from which the test pulls the audio.
 class EditorDesk {
  public:
   explicit EditorDesk(testing_support::Station::Mode mode = testing_support::Station::Mode::Online)
       : station(mode), scope_(output.Factory()) {}
-  // A message box that the test did not expect fails it, instead of waiting for someone to answer.
+  // An unexpected message box fails the test instead of waiting for an answer.
   ~EditorDesk();
 
-  // Host path of a file of that name in the audio folder.
+  // Host path for a file name in the audio folder.
   QString AudioFile(const QString& name) const { return station.AudioFolder() + u'/' + name; }
-  // A WAV there; returns its path text.
+  // Writes a WAV there; returns its path text.
   QString Wav(const QString& name, qint64 ms) const;
 
-  // One row of the present mode's table.
+  // One row of the current mode's table.
   void AddSpot(int id, const QString& naam, const QString& path, const QString& more = {}) const;
   void AddPingle(int id, const QString& naam, const QString& path) const;
   dao::Recordset Spot(int id) const;
   dao::Recordset Pingle(int id) const;
 
-  // The lines of "Audio.tae"; none when there is no such file.
+  // The lines of "Audio.tae"; empty when the file does not exist.
   QStringList AudioList() const;
 
-  // The editor, loaded and shown, on a record's ID or "NIEUW".
+  // Loads and shows the editor for a record's ID or "NIEUW".
   template <class Editor>
   std::unique_ptr<Editor> Open(const QString& selected) const {
     SelectForOpening(selected);
@@ -60,7 +60,7 @@ class EditorDesk {
   std::unique_ptr<frmItemSpotsDetail> OpenSpot(const QString& selected) const {
     return Open<frmItemSpotsDetail>(selected);
   }
-  // The editor of a spot 1 that is made for it, of that length.
+  // Inserts spot 1 with a file of that length and opens its editor.
   std::unique_ptr<frmItemSpotsDetail> OpenNewSpot(qint64 ms) const;
   std::unique_ptr<frmItemPinglesDetail> OpenPingle(const QString& selected) const {
     return Open<frmItemPinglesDetail>(selected);
@@ -71,7 +71,7 @@ class EditorDesk {
 
  private:
   static void SelectForOpening(const QString& selected);
-  // Keys reach the shortcuts of an active window only.
+  // Shortcuts work in an active window only.
   static void Activate(QWidget& editor);
 
   SoundOutputScope scope_;
@@ -85,10 +85,10 @@ int Led(const QWidget& editor, const QString& panel);
 audio::AudioPlayer& Player(const QWidget& editor);
 // Chooses a file (host path) through the file dialog of "Path ...".
 void Choose(const QWidget& editor, const QString& hostPath);
-// Name of the control that has the focus within the editor.
+// Name of the control with the focus in the editor.
 QString Focused(const QWidget& editor);
 
-// What a new spot needs besides its file.
+// Fills the required fields of a new spot except its file.
 void FillValidSpot(const QWidget& editor, const QString& naam);
 
 }  // namespace media_testing
