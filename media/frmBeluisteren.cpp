@@ -130,9 +130,9 @@ void frmBeluisteren::Replan() {
   for (QPushButton* button : {ui_->cmdPlay, ui_->cmdSTOP, ui_->cmdVolgendeMix})
     button->setEnabled(false);
   task_.Send([this, block = block_, moment = Moment(),
-              seed = ui_->txtVolgorde->text().toUInt()](const LatestTask::Token& errand) {
-    if (!errand.IsWanted()) return;
-    errand.Tell([this, planned = PlanInBackground(block, moment, seed)] { OnPlanReady(planned); });
+              seed = ui_->txtVolgorde->text().toUInt()](const LatestTask::Token& token) {
+    if (!token.IsCurrent()) return;
+    token.Post([this, planned = PlanInBackground(block, moment, seed)] { OnPlanReady(planned); });
   });
 }
 

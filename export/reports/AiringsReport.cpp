@@ -54,10 +54,8 @@ Report AiringsReport(std::optional<qint32> spotID, QDate first, QDate last) {
   const QHash<qint32, QString> spots = NamesById(CurrentCatalogue().itemSpots);
   const QHash<qint32, QString> items = NamesById(CurrentCatalogue().items);
   const QString only = spotID ? u" AND ItemSpotID = "_s + QString::number(*spotID) : QString();
-  const QString select =
-      u"SELECT * FROM %1 WHERE Moment >= %2 AND Moment < %3%4 ORDER BY ItemSpotID, Moment"_s.arg(
-          kLedgerTable, QString::number(runtime::DayNumber(first)), QString::number(runtime::DayNumber(last) + 1),
-          only);
+  const QString select = u"SELECT * FROM %1 WHERE Moment >= %2 AND Moment < %3%4 ORDER BY ItemSpotID, Moment"_s.arg(
+      kLedgerTable, QString::number(runtime::DayNumber(first)), QString::number(runtime::DayNumber(last) + 1), only);
   int count = 0;
   qint32 current = 0;
   for (dao::Recordset row = Rows(select); !row.Eof(); row.MoveNext(), ++count) {

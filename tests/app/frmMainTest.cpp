@@ -93,8 +93,7 @@ TEST_F(MainTest, AfsluitenEndsTheProgram) {
   Load(main, u"Radio Proef"_s);
   QMetaObject::invokeMethod(
       &main, [&] { PressTool(main, u"actAfsluiten"_s); }, Qt::QueuedConnection);
-  QApplication::setQuitOnLastWindowClosed(
-      true);  // as in the program; off in other tests, since their windows close too
+  QApplication::setQuitOnLastWindowClosed(true);  // as in the program
   EXPECT_EQ(QApplication::exec(), 0);
   QApplication::setQuitOnLastWindowClosed(false);
   EXPECT_FALSE(main.isVisible());
