@@ -5,6 +5,7 @@
 #include "platform/dao/Database.h"
 #include "platform/dao/Storage.h"
 #include "platform/jet/database/Database.h"
+#include "platform/jet/table/TableWriter.h"
 
 #include <vector>
 

@@ -6,6 +6,7 @@
 #include "bench/Child.h"
 #include "bench/Figures.h"
 #include "platform/jet/database/Database.h"
+#include "platform/jet/table/TableWriter.h"
 #include "platform/jet/values/Error.h"
 #include "tools/TableCsv.h"
 

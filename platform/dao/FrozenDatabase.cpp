@@ -5,6 +5,7 @@
 #include "platform/dao/OpenFiles.h"
 #include "platform/files/AtomicFile.h"
 #include "platform/files/Folder.h"
+#include "platform/jet/database/Database.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Probe.h"
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/dao/JetFile.h"
 
+#include "platform/jet/database/Database.h"
 #include "platform/runtime/Error.h"
 
 using namespace Qt::StringLiterals;

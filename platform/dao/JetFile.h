@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/jet/database/Database.h"
 #include "platform/jet/values/Error.h"
 
 #include <QString>
 
 #include <memory>
 #include <utility>
+
+namespace jet {
+class Database;
+}
 
 namespace dao {
 

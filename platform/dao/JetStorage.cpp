@@ -6,6 +6,7 @@
 #include "platform/dao/OpenFiles.h"
 #include "platform/dao/postgres/ServerAddress.h"
 #include "platform/dao/postgres/ServerStorage.h"
+#include "platform/jet/database/Database.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Probe.h"
 

@@ -4,6 +4,8 @@
 #include "platform/dao/JetCursor.h"
 #include "platform/dao/JetTableDef.h"
 #include "platform/dao/JetValue.h"
+#include "platform/jet/database/Database.h"
+#include "platform/jet/table/TableWriter.h"
 #include "platform/runtime/Error.h"
 
 #include <algorithm>
@@ -24,6 +26,8 @@ jet::RowId StoredId(RowId row) {
 
 JetTable::JetTable(JetFile file, jet::Table table)
     : file_(std::move(file)), table_(std::move(table)), definition_(TableDefOf(table_)) {}
+
+JetTable::~JetTable() = default;
 
 std::unique_ptr<Cursor> JetTable::Scan(const FieldMask& wanted) {
   return std::make_unique<JetScan>(file_, table_, wanted);

@@ -4,12 +4,15 @@
 #include "platform/dao/JetFile.h"
 #include "platform/dao/Storage.h"
 #include "platform/jet/table/Table.h"
-#include "platform/jet/table/TableWriter.h"
 
 #include <memory>
 #include <optional>
 #include <span>
 #include <vector>
+
+namespace jet {
+class TableWriter;
+}
 
 namespace dao {
 
@@ -17,6 +20,9 @@ namespace dao {
 class JetTable : public Table {
  public:
   JetTable(JetFile file, jet::Table table);
+  ~JetTable() override;
+  JetTable(const JetTable&) = delete;
+  JetTable& operator=(const JetTable&) = delete;
 
   const TableDef& Definition() const override { return definition_; }
   std::unique_ptr<Cursor> Scan(const FieldMask& wanted) override;

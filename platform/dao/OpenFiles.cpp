@@ -2,6 +2,7 @@
 #include "platform/dao/OpenFiles.h"
 
 #include "platform/dao/WriteWait.h"
+#include "platform/jet/database/Database.h"
 
 #include <QFile>
 
@@ -64,7 +65,7 @@ std::shared_ptr<jet::Database> OpenFile(const QString& hostPath, const OpenOptio
   return cache.front().database;
 }
 
-jet::FileSystem& Files() {
+files::FileSystem& Files() {
   return files::CurrentFileSystem();
 }
 

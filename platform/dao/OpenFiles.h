@@ -2,12 +2,18 @@
 #pragma once
 
 #include "platform/dao/OpenOptions.h"
-#include "platform/jet/database/Database.h"
 
 #include <QString>
 
 #include <filesystem>
 #include <memory>
+
+namespace files {
+class FileSystem;
+}
+namespace jet {
+class Database;
+}
 
 namespace dao {
 
@@ -17,7 +23,7 @@ namespace dao {
 std::shared_ptr<jet::Database> OpenFile(const QString& hostPath, const OpenOptions& options);
 
 // The file system on which this thread opens databases: files::CurrentFileSystem.
-jet::FileSystem& Files();
+files::FileSystem& Files();
 
 // Empties this thread's cache of open files.
 void CloseCachedFiles();

@@ -3,6 +3,7 @@
 
 #include "platform/files/MemoryFileSystem.h"
 #include "platform/jet/pages/Files.h"
+#include "platform/jet/table/TableWriter.h"
 
 #include <chrono>
 #include <vector>

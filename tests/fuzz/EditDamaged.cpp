@@ -5,6 +5,7 @@
 #include "platform/jet/check/Check.h"
 #include "platform/jet/pages/DataPage.h"
 #include "platform/jet/pages/Files.h"
+#include "platform/jet/table/TableWriter.h"
 #include "platform/jet/values/Codec.h"
 #include "platform/jet/values/Error.h"
 #include "tests/fuzz/EditBases.h"

@@ -3,6 +3,7 @@
 // the real ones (*.mdb) in the folder SPOTROOSTER_MDB_SAMPLES, if it is set.
 // usage: jet_seeds FOLDER
 #include "platform/jet/check/Check.h"
+#include "platform/jet/table/TableWriter.h"
 #include "tests/platform/jet/SpotsImage.h"
 #include "tests/platform/jet/support/RandomRows.h"
 #include "tests/platform/jet/support/SampleTable.h"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/jet/pages/Pages.h"
+#include "platform/jet/table/TableWriter.h"
 #include "tests/platform/jet/support/RandomRows.h"
 #include "tests/platform/jet/support/SampleTable.h"
 #include "tests/tools/RunTool.h"

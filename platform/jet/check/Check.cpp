@@ -2,6 +2,7 @@
 #include "platform/jet/check/Check.h"
 
 #include "platform/jet/check/CheckState.h"
+#include "platform/jet/database/Database.h"
 #include "platform/jet/pages/DataPage.h"
 #include "platform/jet/pages/FreePages.h"
 #include "platform/jet/values/Codec.h"

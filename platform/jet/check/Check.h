@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/jet/database/Database.h"
-
 #include <string>
 #include <vector>
 
 namespace jet {
+
+class Database;
 
 // One finding of an integrity check.
 struct Finding {

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/jet/database/Database.h"
+#include "platform/jet/database/OpenOptions.h"
+#include "platform/jet/pages/Files.h"
 
 #include <filesystem>
 

@@ -3,8 +3,13 @@
 
 #include "platform/jet/check/Check.h"
 #include "platform/jet/check/CheckState.h"
+#include "platform/jet/database/Database.h"
 #include "platform/jet/database/NewDatabase.h"
+#include "platform/jet/pages/FreePages.h"
+#include "platform/jet/pages/Header.h"
+#include "platform/jet/pages/PageSpace.h"
 #include "platform/jet/pages/UsageMap.h"
+#include "platform/jet/pages/UsageMapAllocator.h"
 #include "platform/jet/values/Damage.h"
 #include "platform/jet/values/Utf8.h"
 

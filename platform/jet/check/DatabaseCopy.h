@@ -2,7 +2,6 @@
 #pragma once
 
 #include "platform/jet/check/TableCopy.h"
-#include "platform/jet/database/Database.h"
 #include "platform/jet/pages/Transaction.h"
 
 #include <memory>
@@ -10,6 +9,8 @@
 #include <vector>
 
 namespace jet {
+
+class Database;
 
 // Builds the pages of a new file with the content of a database and without unused space: the header with password,
 // encoding and a new change mark, and every table, also system tables, byte for byte except for changed page numbers.

@@ -5,6 +5,11 @@
 #include "platform/jet/index/IndexCursor.h"
 #include "platform/jet/index/IndexKey.h"
 #include "platform/jet/index/IndexWriter.h"
+#include "platform/jet/pages/PageSpace.h"
+#include "platform/jet/pages/Transaction.h"
+#include "platform/jet/pages/UsageMapAllocator.h"
+#include "platform/jet/rows/LongValueCopy.h"
+#include "platform/jet/rows/RowFiller.h"
 #include "platform/jet/rows/RowScan.h"
 #include "platform/jet/rows/Rows.h"
 #include "platform/jet/rows/StoredTableBuilder.h"
@@ -69,6 +74,8 @@ void TableCopy::MakePlaces(UsageMapAllocator& maps) {
   for (LogicalIndexDef& index : copy_.logicalIndexes)
     index.partnerTable = PlaceIn(places_, index.partnerTable);
 }
+
+TableCopy::~TableCopy() = default;
 
 void TableCopy::Run() {
   CopyRows();

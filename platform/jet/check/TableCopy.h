@@ -2,10 +2,6 @@
 #pragma once
 
 #include "platform/jet/index/EntryList.h"
-#include "platform/jet/pages/PageSpace.h"
-#include "platform/jet/pages/Transaction.h"
-#include "platform/jet/pages/UsageMapAllocator.h"
-#include "platform/jet/rows/LongValueCopy.h"
 #include "platform/jet/rows/StoredTable.h"
 
 #include <map>
@@ -14,6 +10,12 @@
 #include <vector>
 
 namespace jet {
+
+class LongValueCopy;
+class PageSpace;
+class RowFiller;
+class Transaction;
+class UsageMapAllocator;
 
 // Definition pages of tables in the new file, by page in the old file.
 using TablePlaces = std::map<std::uint32_t, std::uint32_t>;
@@ -28,6 +30,9 @@ class TableCopy {
   // it.
   TableCopy(PageSource& source, const StoredTable& table, Transaction& target, PageSpace& space,
             UsageMapAllocator& maps, const TablePlaces& places);
+  ~TableCopy();
+  TableCopy(const TableCopy&) = delete;
+  TableCopy& operator=(const TableCopy&) = delete;
 
   // An Error (Damaged) when part of the table is unreadable.
   void Run();

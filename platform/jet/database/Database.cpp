@@ -5,6 +5,10 @@
 #include "platform/jet/database/CatalogWriter.h"
 #include "platform/jet/database/NewDatabase.h"
 #include "platform/jet/database/TableCreator.h"
+#include "platform/jet/pages/Header.h"
+#include "platform/jet/storage/LockFile.h"
+#include "platform/jet/table/PageClaims.h"
+#include "platform/jet/table/TableWriter.h"
 #include "platform/jet/values/Damage.h"
 #include "platform/jet/values/Names.h"
 #include "platform/jet/values/Utf8.h"
@@ -50,7 +54,8 @@ void Database::Create(const std::filesystem::path& path, FileSystem& files) {
 }
 
 Database::Database(const std::filesystem::path& path, const OpenOptions& options, FileSystem& files)
-    : storage_(Storage::Open(path, {options.cachedPages, !options.writable, options.wait}, files)) {
+    : storage_(
+          Storage::Open(path, {options.cachedPages, !options.writable, options.wait, FindDoubtfulFreePages}, files)) {
   CheckPassword(DatabaseHeader(), options.password, Name());
 }
 
@@ -90,6 +95,10 @@ Table Database::OpenTable(std::u16string_view name) {
     TableDefinition definition = Describe(entry->name, def, properties);
     return Table(Source(), std::move(def), std::move(definition), context);
   });
+}
+
+std::unique_ptr<TableWriter> Database::OpenWriter(std::u16string_view name) {
+  return OpenWriter(OpenTable(name));
 }
 
 std::unique_ptr<TableWriter> Database::OpenWriter(const Table& table) {

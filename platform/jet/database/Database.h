@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/jet/database/OpenOptions.h"
 #include "platform/jet/pages/CachedFromPages.h"
 #include "platform/jet/pages/Files.h"
+#include "platform/jet/pages/Header.h"
 #include "platform/jet/storage/Storage.h"
 #include "platform/jet/table/Catalog.h"
 #include "platform/jet/table/Properties.h"
 #include "platform/jet/table/Table.h"
-#include "platform/jet/table/TableWriter.h"
 
 #include <filesystem>
 #include <map>
@@ -18,12 +19,7 @@
 
 namespace jet {
 
-struct OpenOptions {
-  std::u16string password;         // for a file with a password
-  std::size_t cachedPages = 2048;  // cache size in pages of 4096 bytes
-  bool writable = false;           // if false, nothing is written, not even a lock file
-  WaitRule wait = WaitRule::Real();
-};
+class TableWriter;
 
 // An open Jet 4 database file. Not thread-safe. Errors name the file.
 //
@@ -55,7 +51,7 @@ class Database {
   Table OpenTable(std::u16string_view name);
 
   // For changing the rows of a table, within a WriteTurn.
-  std::unique_ptr<TableWriter> OpenWriter(std::u16string_view name) { return OpenWriter(OpenTable(name)); }
+  std::unique_ptr<TableWriter> OpenWriter(std::u16string_view name);
   // The same for a table that was opened within this turn and not changed since.
   std::unique_ptr<TableWriter> OpenWriter(const Table& table);
   // Creates a table with its indexes, within a WriteTurn. Column numbers, positions and `fixed` in the definition are
@@ -71,27 +67,6 @@ class Database {
   std::shared_ptr<Storage> storage_;
   CachedFromPages<Catalog> catalog_;
   std::map<RowId, CachedFromPages<std::vector<PropertySet>>> properties_;  // by row of the catalogue
-};
-
-// Reading within its lifetime is consistent. Turns may be nested.
-class ReadTurn {
- public:
-  explicit ReadTurn(Database& database) : reading_(database.Shared()) {}
-
- private:
-  ReadGuard reading_;
-};
-
-// The turn of the single writer. Rolled back unless committed. The first Commit ends it, even if that fails; a further
-// one is an Error (Misuse).
-class WriteTurn {
- public:
-  explicit WriteTurn(Database& database) : writing_(database.Shared()) {}
-  // Makes the change durable. After an Error nothing was changed (except NotYetDurable: see Storage::Commit).
-  void Commit() { writing_.Commit(); }
-
- private:
-  WriteGuard writing_;
 };
 
 }  // namespace jet

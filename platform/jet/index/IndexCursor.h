@@ -2,7 +2,6 @@
 #pragma once
 
 #include "platform/jet/index/IndexPage.h"
-#include "platform/jet/rows/StoredTable.h"
 
 #include <optional>
 

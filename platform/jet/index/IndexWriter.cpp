@@ -3,6 +3,8 @@
 
 #include "platform/jet/index/IndexCursor.h"
 #include "platform/jet/index/IndexEdit.h"
+#include "platform/jet/index/IndexNode.h"
+#include "platform/jet/rows/StoredTable.h"
 #include "platform/jet/values/Codec.h"
 #include "platform/jet/values/Damage.h"
 
@@ -32,6 +34,9 @@ bool IsLess(ByteView left, ByteView right) {
 }
 
 }  // namespace
+
+IndexWriter::IndexWriter(Transaction& pages, PageSpace& space, std::uint32_t table, const StoredIndex& index)
+    : pages_(pages), space_(space), table_(table), root_(index.root), map_(pages, index.map) {}
 
 Bytes IndexWriter::Entry(ByteView key, RowId row) {
   Bytes entry;

@@ -2,10 +2,9 @@
 #pragma once
 
 #include "platform/jet/index/EntryList.h"
-#include "platform/jet/index/IndexNode.h"
+#include "platform/jet/index/IndexPage.h"
 #include "platform/jet/pages/PageSpace.h"
 #include "platform/jet/pages/UsageMapEditor.h"
-#include "platform/jet/rows/StoredTable.h"
 
 #include <optional>
 #include <span>
@@ -13,14 +12,16 @@
 
 namespace jet {
 
+struct IndexNode;
+struct StoredIndex;
+
 // Changes one index tree. Keys are as from BuildKey. Nothing else may change the tree during its lifetime, since it
 // caches positions: a key that Contains looked up is inserted without a second search, and keys in ascending order are
 // appended without any.
 class IndexWriter {
  public:
   // `table`: definition page of the table.
-  IndexWriter(Transaction& pages, PageSpace& space, std::uint32_t table, const StoredIndex& index)
-      : pages_(pages), space_(space), table_(table), root_(index.root), map_(pages, index.map) {}
+  IndexWriter(Transaction& pages, PageSpace& space, std::uint32_t table, const StoredIndex& index);
 
   // Whether some row has exactly this key.
   bool Contains(ByteView key);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The part of IndexWriter that fills an empty index.
+#include "platform/jet/index/IndexNode.h"
 #include "platform/jet/index/IndexWriter.h"
 #include "platform/jet/values/Codec.h"
 #include "platform/jet/values/Damage.h"

@@ -2,6 +2,7 @@
 // The part of IndexWriter that removes entries.
 #include "platform/jet/index/IndexCursor.h"
 #include "platform/jet/index/IndexEdit.h"
+#include "platform/jet/index/IndexNode.h"
 #include "platform/jet/index/IndexWriter.h"
 #include "platform/jet/values/Codec.h"
 #include "platform/jet/values/Damage.h"

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "platform/jet/index/TableIndexes.h"
 
+#include "platform/jet/index/Counters.h"
 #include "platform/jet/index/IndexCursor.h"
 #include "platform/jet/index/IndexKey.h"
+#include "platform/jet/index/IndexWriter.h"
 #include "platform/jet/rows/RowBuilder.h"
 #include "platform/jet/rows/Rows.h"
+#include "platform/jet/rows/StoredTable.h"
 #include "platform/jet/values/Damage.h"
 #include "platform/jet/values/Utf8.h"
 
@@ -76,6 +79,8 @@ TableIndexes::Tree TableIndexes::MakeTree(PageSpace& space, const StoredIndex& i
   tree.writer = std::make_unique<IndexWriter>(pages_, space, table_.page, index);
   return tree;
 }
+
+TableIndexes::~TableIndexes() = default;
 
 bool TableIndexes::Uses(std::size_t column) const {
   return std::any_of(trees_.begin(), trees_.end(), [&](const Tree& tree) {

@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/jet/index/Counters.h"
 #include "platform/jet/index/EntryList.h"
-#include "platform/jet/index/IndexWriter.h"
-#include "platform/jet/rows/StoredTable.h"
+#include "platform/jet/pages/RowId.h"
 #include "platform/jet/values/Value.h"
 
 #include <memory>
@@ -13,6 +11,13 @@
 #include <vector>
 
 namespace jet {
+
+class Counters;
+class IndexWriter;
+class PageSpace;
+class Transaction;
+struct StoredIndex;
+struct StoredTable;
 
 // Updates all indexes of one table for changes of its rows. Values are in the order of StoredTable::columns.
 //
@@ -26,6 +31,9 @@ class TableIndexes {
 
   // The table must outlive it.
   TableIndexes(Transaction& pages, PageSpace& space, const StoredTable& table, Counters& counters);
+  ~TableIndexes();
+  TableIndexes(const TableIndexes&) = delete;
+  TableIndexes& operator=(const TableIndexes&) = delete;
 
   // Whether the column at position `column` of StoredTable::columns is in an index.
   bool Uses(std::size_t column) const;

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 // The part of TableIndexes that fills the indexes of an empty table.
+#include "platform/jet/index/Counters.h"
+#include "platform/jet/index/IndexWriter.h"
 #include "platform/jet/index/TableIndexes.h"
+#include "platform/jet/rows/StoredTable.h"
 
 #include <algorithm>
 #include <optional>

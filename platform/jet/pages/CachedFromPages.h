@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/jet/pages/Pages.h"
+#include "platform/jet/pages/PageSource.h"
 
 #include <map>
 #include <optional>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/jet/pages/Pages.h"
+#include "platform/jet/pages/PageSource.h"
 #include "platform/jet/pages/RowId.h"
 #include "platform/jet/values/Bytes.h"
 

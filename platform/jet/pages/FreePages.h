@@ -5,6 +5,7 @@
 #include "platform/jet/pages/Transaction.h"
 #include "platform/jet/pages/UsageMap.h"
 #include "platform/jet/pages/UsageMapEditor.h"
+#include "platform/jet/values/Bytes.h"
 
 #include <cstdint>
 #include <vector>

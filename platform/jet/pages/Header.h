@@ -1,23 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/jet/pages/PageSource.h"
 #include "platform/jet/values/Bytes.h"
+#include "platform/jet/values/SortOrder.h"
 
-#include <array>
 #include <cstdint>
 #include <span>
 #include <string>
 
 namespace jet {
-
-constexpr std::size_t kPageSize = 4096;
-
-// The sort order of texts, as stored in the header and in every column block.
-struct SortOrder {
-  std::uint16_t language = 0x0409;  // Windows LCID
-  std::uint8_t version = 0;         // 0 = general legacy, 1 = general (2010 and later)
-  bool operator==(const SortOrder&) const = default;
-};
 
 // The fields of the database header (page 0).
 struct Header {

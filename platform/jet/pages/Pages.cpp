@@ -1,22 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "platform/jet/pages/Pages.h"
 
+#include "platform/files/File.h"
 #include "platform/jet/pages/Rc4.h"
 #include "platform/jet/values/Codec.h"
 #include "platform/jet/values/Damage.h"
 
 #include <algorithm>
-#include <string>
 
 namespace jet {
-
-bool IsUnwritten(const PageBytes& page) {
-  return std::all_of(page.begin(), page.end(), [](std::uint8_t byte) { return byte == 0; });
-}
-
-PageRef NoPages::Read(std::uint32_t number) {
-  throw DamageAt(number, "ligt voorbij het einde van het bestand");
-}
 
 void ApplyPageEncoding(std::uint32_t key, std::uint32_t number, PageBytes& page) {
   if (number == 0 || key == 0) return;
@@ -25,16 +17,8 @@ void ApplyPageEncoding(std::uint32_t key, std::uint32_t number, PageBytes& page)
   ApplyRc4(keyOfPage, page);
 }
 
-PageRef ReadTyped(PageSource& pages, std::uint32_t number, PageType type) {
-  PageRef page = pages.Read(number);
-  if ((*page)[0] != static_cast<std::uint8_t>(type) || (*page)[1] != 1) {
-    throw DamageAt(number, "soort " + std::to_string((*page)[0]) + " in plaats van " +
-                               std::to_string(static_cast<unsigned>(type)));
-  }
-  return page;
-}
-
-Pages::Pages(File& file, std::size_t cachedPages) : file_(file), capacity_(std::max<std::size_t>(cachedPages, 1)) {
+Pages::Pages(files::File& file, std::size_t cachedPages)
+    : file_(file), capacity_(std::max<std::size_t>(cachedPages, 1)) {
   Refresh();
 }
 

@@ -27,18 +27,13 @@ std::uint32_t Transaction::Append() {
   return pageCount_++;
 }
 
-const DoubtfulFreePages& Transaction::Doubtful() {
-  if (!wronglyFree_) wronglyFree_ = base_.PageCount() == 0 ? DoubtfulFreePages() : FindDoubtfulFreePages(base_);
-  return *wronglyFree_;
-}
-
 bool Transaction::IsWronglyFree(std::uint32_t number) {
-  return Doubtful().inUse.contains(number);
+  return doubtful_.Get(base_).inUse.contains(number);
 }
 
 std::vector<RowId> Transaction::IndexMapsWith(std::uint32_t number) {
   std::vector<RowId> maps;
-  const auto [first, last] = Doubtful().stillInIndexMap.equal_range(number);
+  const auto [first, last] = doubtful_.Get(base_).stillInIndexMap.equal_range(number);
   for (auto entry = first; entry != last; ++entry)
     maps.push_back(entry->second);
   return maps;

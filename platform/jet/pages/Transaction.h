@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/jet/pages/Pages.h"
-#include "platform/jet/table/PageClaims.h"
+#include "platform/jet/pages/DoubtfulFreePages.h"
+#include "platform/jet/pages/PageSource.h"
 
 #include <map>
 #include <memory>
-#include <optional>
 #include <unordered_map>
 #include <vector>
 
@@ -16,12 +15,9 @@ namespace jet {
 // until a Storage commits them. Not thread-safe.
 class Transaction final : public PageSource {
  public:
-  // Result of the search for free pages that are in use; shared by all transactions of a file until another program
-  // writes to it.
-  using UsedButMarkedFree = std::optional<DoubtfulFreePages>;
-
-  explicit Transaction(PageSource& base, UsedButMarkedFree* wronglyFree = nullptr)
-      : base_(base), wronglyFree_(wronglyFree != nullptr ? *wronglyFree : own_), pageCount_(base.PageCount()) {}
+  // `doubtful`: the free pages of the file that need care; it must outlive this. Without it there are none.
+  explicit Transaction(PageSource& base, DoubtfulFreePagesOfFile* doubtful = nullptr)
+      : base_(base), doubtful_(doubtful != nullptr ? *doubtful : noDoubtful_), pageCount_(base.PageCount()) {}
 
   std::uint32_t PageCount() override { return pageCount_; }
   PageRef Read(std::uint32_t number) override;
@@ -44,11 +40,9 @@ class Transaction final : public PageSource {
   std::uint32_t OldPageCount() { return base_.PageCount(); }
 
  private:
-  const DoubtfulFreePages& Doubtful();
-
   PageSource& base_;
-  UsedButMarkedFree own_;
-  UsedButMarkedFree& wronglyFree_;
+  DoubtfulFreePagesOfFile noDoubtful_;
+  DoubtfulFreePagesOfFile& doubtful_;
   std::uint32_t pageCount_;
   std::unordered_map<std::uint32_t, std::shared_ptr<PageBytes>> changes_;
 };

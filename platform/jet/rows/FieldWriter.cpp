@@ -2,6 +2,7 @@
 #include "platform/jet/rows/FieldWriter.h"
 
 #include "platform/jet/rows/LongValue.h"
+#include "platform/jet/rows/LongValueWriter.h"
 #include "platform/jet/values/Error.h"
 #include "platform/jet/values/StoredText.h"
 
@@ -32,6 +33,8 @@ FieldWriter::FieldWriter(Transaction& pages, PageSpace& space, const StoredTable
   const auto isLong = [](const StoredColumn& column) { return column.IsLong(); };
   anyLong_ = std::any_of(table.columns.begin(), table.columns.end(), isLong);
 }
+
+FieldWriter::~FieldWriter() = default;
 
 void FieldWriter::Encode(std::size_t column, const Value& value, Field& field) const {
   const StoredColumn& def = table_.columns[column];

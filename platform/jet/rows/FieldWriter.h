@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/jet/rows/LongValueWriter.h"
 #include "platform/jet/rows/RowBuilder.h"
 
 #include <memory>
@@ -9,12 +8,19 @@
 
 namespace jet {
 
+class LongValueWriter;
+class PageSpace;
+class Transaction;
+
 // Encodes the values of a table's rows as stored fields, including memo and OLE values, which are on separate pages.
 // Values and fields are in the order of StoredTable::columns.
 class FieldWriter {
  public:
   // The table must outlive it.
   FieldWriter(Transaction& pages, PageSpace& space, const StoredTable& table);
+  ~FieldWriter();
+  FieldWriter(const FieldWriter&) = delete;
+  FieldWriter& operator=(const FieldWriter&) = delete;
 
   // Encodes one value; for memo and OLE values only reserves the head. An Error (TooLong, OutOfRange) changes nothing.
   void Encode(std::size_t column, const Value& value, Field& field) const;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/jet/rows/LongValueCopy.h"
 
+#include "platform/jet/rows/LongValueWriter.h"
 #include "platform/jet/values/Codec.h"
 
 namespace jet {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/jet/rows/LongValueWriter.h"
+#include "platform/jet/rows/LongValue.h"
 #include "platform/jet/rows/RowSpace.h"
 #include "platform/jet/rows/StoredTable.h"
 

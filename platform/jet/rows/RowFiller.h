@@ -5,6 +5,7 @@
 #include "platform/jet/pages/RowId.h"
 #include "platform/jet/pages/Transaction.h"
 #include "platform/jet/pages/UsageMapEditor.h"
+#include "platform/jet/values/Bytes.h"
 
 #include <cstdint>
 

@@ -2,6 +2,7 @@
 #include "platform/jet/rows/RowScan.h"
 
 #include "platform/jet/pages/UsageMap.h"
+#include "platform/jet/rows/StoredTable.h"
 
 namespace jet {
 

@@ -2,12 +2,13 @@
 #pragma once
 
 #include "platform/jet/pages/DataPage.h"
-#include "platform/jet/rows/StoredTable.h"
 
 #include <optional>
 #include <vector>
 
 namespace jet {
+
+struct StoredTable;
 
 // Iterates over the rows of a table by RowId. A moved row appears once, at its RowId.
 //

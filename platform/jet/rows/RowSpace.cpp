@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/jet/rows/RowSpace.h"
 
+#include "platform/jet/rows/RowFiller.h"
 #include "platform/jet/values/Damage.h"
 
 #include <algorithm>
@@ -12,6 +13,10 @@ namespace {
 constexpr int kMostTries = 8;  // so that the search takes no longer in a larger table
 
 }  // namespace
+
+RowFiller RowSpace::Filler() {
+  return {pages_, space_, owner_, owned_, free_};
+}
 
 RowPage RowSpace::NewPage(bool takesMore) {
   const std::uint32_t page = space_.Allocate();

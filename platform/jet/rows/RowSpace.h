@@ -4,13 +4,14 @@
 #include "platform/jet/pages/PageSpace.h"
 #include "platform/jet/pages/RowPage.h"
 #include "platform/jet/pages/UsageMapEditor.h"
-#include "platform/jet/rows/RowFiller.h"
 
 #include <optional>
 #include <span>
 #include <vector>
 
 namespace jet {
+
+class RowFiller;
 
 // The data pages of one table or of one memo or OLE column: places new rows and frees emptied pages.
 class RowSpace {
@@ -21,7 +22,7 @@ class RowSpace {
 
   bool IsEmpty() { return !owned_.HighestBelow(~0U) && !free_.HighestBelow(~0U); }
   // Fills new pages with rows; only for an empty RowSpace, which must not be used otherwise until Finish.
-  RowFiller Filler() { return {pages_, space_, owner_, owned_, free_}; }
+  RowFiller Filler();
 
   // Adds a row where there is room and returns its RowId.
   RowId Add(ByteView row, SlotKind kind = SlotKind::Row);

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/jet/pages/Header.h"
-#include "platform/jet/pages/Pages.h"
+#include "platform/jet/pages/PageSource.h"
 #include "platform/jet/pages/RowId.h"
+#include "platform/jet/values/SortOrder.h"
 #include "platform/jet/values/Value.h"
 
 #include <array>

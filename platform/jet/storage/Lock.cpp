@@ -5,7 +5,7 @@
 #include "platform/jet/values/Error.h"
 
 #include <algorithm>
-#include <thread>
+#include <chrono>
 
 namespace jet {
 namespace {
@@ -19,31 +19,10 @@ constexpr ByteRange kReaders = {kBase + 2, 1};
 constexpr std::uint64_t kWriters = kBase + 0x2000;
 constexpr std::uint64_t kQueue = kBase + 0x10000;
 constexpr std::uint64_t kQueueEnd = kQueue + 0x10000000;
-constexpr milliseconds kKeepOut{500};     // most readers finish within this time
-constexpr milliseconds kLetIn{50};        // several pauses of a waiting reader
-constexpr milliseconds kLongestPause{5};  // attempts are cheap
+constexpr milliseconds kKeepOut{500};  // most readers finish within this time
+constexpr milliseconds kLetIn{50};     // several pauses of a waiting reader
 
 }  // namespace
-
-WaitRule WaitRule::Real() {
-  return {milliseconds{5000}, [](milliseconds pause) { std::this_thread::sleep_for(pause); }};
-}
-
-bool WaitFor(const WaitRule& rule, milliseconds& waited, const std::function<bool()>& attempt) {
-  using std::chrono::steady_clock;
-  milliseconds pause{1};
-  auto begun = steady_clock::now();
-  while (!attempt()) {
-    if (waited >= rule.limit) return false;
-    rule.sleep(pause);
-    // Measured: on a busy machine a pause takes longer than requested, and an attempt takes time too.
-    const auto now = steady_clock::now();
-    waited += std::max(pause, std::chrono::duration_cast<milliseconds>(now - begun));
-    begun = now;
-    pause = std::min(2 * pause, kLongestPause);
-  }
-  return true;
-}
 
 bool Lock::TryShare() {
   if (!file_.TryLock(kPending, LockKind::Shared)) return false;

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "platform/jet/storage/Storage.h"
 
+#include "platform/jet/pages/Pages.h"
+#include "platform/jet/storage/Journal.h"
+#include "platform/jet/storage/Lock.h"
+#include "platform/jet/storage/LockFile.h"
 #include "platform/jet/storage/OverlaidPages.h"
 #include "platform/jet/storage/StorageRegistry.h"
 #include "platform/jet/values/Error.h"
@@ -21,13 +25,22 @@ std::shared_ptr<Storage> Storage::Open(const std::filesystem::path& path, const 
 }
 
 Storage::Storage(const std::filesystem::path& path, const StorageOptions& options, FileSystem& files)
-    : files_(files), given_(path), name_(path.string()), options_(options), source_(*this) {
+    : files_(files),
+      given_(path),
+      name_(path.string()),
+      options_(options),
+      source_(*this),
+      doubtfulFreePages_{options.findDoubtfulFreePages, {}} {
   OpenFile();
   // A crash may have left the header partly written: read it only under the lock, after recovery.
-  const ReadGuard reading(*this);
+  const ReadTurn reading(*this);
 }
 
 Storage::~Storage() = default;
+
+const Header& Storage::DatabaseHeader() const {
+  return pages_->DatabaseHeader();
+}
 
 PageSource& Storage::Present() {
   if (transaction_ != nullptr) return *transaction_;
@@ -179,7 +192,7 @@ void Storage::RefreshIfChanged() {
   } else {
     pages_->Refresh();
   }
-  wronglyFree_.reset();
+  doubtfulFreePages_.found.reset();
   lastHeader_ = header;
   mayHaveChanged_ = false;
 }

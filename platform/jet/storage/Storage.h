@@ -2,11 +2,8 @@
 #pragma once
 
 #include "platform/jet/pages/Files.h"
-#include "platform/jet/pages/Pages.h"
 #include "platform/jet/pages/Transaction.h"
-#include "platform/jet/storage/Journal.h"
-#include "platform/jet/storage/Lock.h"
-#include "platform/jet/storage/LockFile.h"
+#include "platform/jet/storage/WaitRule.h"
 
 #include <chrono>
 #include <filesystem>
@@ -17,12 +14,19 @@
 
 namespace jet {
 
+class Journal;
+class Lock;
+class LockFile;
 class OverlaidPages;
+class Pages;
+struct Header;
 
 struct StorageOptions {
-  std::size_t cachedPages = 2048;  // cache size in pages of 4096 bytes
-  bool readOnly = false;           // never write a byte, whatever the permissions are
+  std::size_t cachedPages = kCachedPages;  // cache size in pages of 4096 bytes
+  bool readOnly = false;                   // never write a byte, whatever the permissions are
   WaitRule wait = WaitRule::Real();
+  // Finds the free pages that need care; null: there are none.
+  DoubtfulFreePages (*findDoubtfulFreePages)(PageSource& pages) = nullptr;
 };
 
 // The pages of one database file with its locks, journal and cache, shared by all openings of the file in one thread.
@@ -50,7 +54,7 @@ class Storage {
   File& OpenedFile() { return *file_; }
   // Identity of the open file; changes when the file was replaced and BeginRead noticed it.
   const FileIdentity& Identity() const { return status_.identity; }
-  const Header& DatabaseHeader() const { return pages_->DatabaseHeader(); }
+  const Header& DatabaseHeader() const;
   // Size of the file in bytes as of the last BeginRead or Commit.
   std::uint64_t FileSize() const { return status_.size; }
   // The pages to read: the file with the changes of the present statement. Lives as long as the Storage.
@@ -101,7 +105,8 @@ class Storage {
   void RequireUnchanged();
   [[noreturn]] void ThrowInUse();
   void MarkCommit();
-  Journal::Outcome WriteChanges();
+  // False when the change is made, but a power cut may still undo it.
+  [[nodiscard]] bool WriteChanges();
   void EndWrite() noexcept;
 
   FileSystem& files_;
@@ -117,7 +122,7 @@ class Storage {
   std::unique_ptr<LockFile> lockFile_;
   std::unique_ptr<Pages> pages_;
   std::unique_ptr<OverlaidPages> overlay_;
-  Transaction::UsedButMarkedFree wronglyFree_;
+  DoubtfulFreePagesOfFile doubtfulFreePages_;
   std::unique_ptr<Transaction> transaction_;
   files::FileStatus status_;  // when the cache last matched the file
   PageBytes lastHeader_{};
@@ -128,28 +133,35 @@ class Storage {
   bool reserved_ = false;  // we have the reserved lock on the open file
 };
 
-// Reads during its lifetime.
-class ReadGuard {
+// Reading within its lifetime is consistent. Turns may be nested.
+class ReadTurn {
  public:
-  explicit ReadGuard(Storage& store) : store_(store) { store_.BeginRead(); }
-  ~ReadGuard() { store_.EndRead(); }
-  ReadGuard(const ReadGuard&) = delete;
-  ReadGuard& operator=(const ReadGuard&) = delete;
+  explicit ReadTurn(Storage& store) : store_(store) { store_.BeginRead(); }
+  // `owner`: a Database.
+  template <class Owner>
+  explicit ReadTurn(Owner& owner) : ReadTurn(owner.Shared()) {}
+  ~ReadTurn() { store_.EndRead(); }
+  ReadTurn(const ReadTurn&) = delete;
+  ReadTurn& operator=(const ReadTurn&) = delete;
 
  private:
   Storage& store_;
 };
 
-// A change, rolled back unless it was committed. The first Commit ends it, even if that fails; a further one is an
-// Error (Misuse).
-class WriteGuard {
+// The turn of the single writer. Rolled back unless committed. The first Commit ends it, even if that fails; a further
+// one is an Error (Misuse).
+class WriteTurn {
  public:
-  explicit WriteGuard(Storage& store) : store_(store) { store_.BeginWrite(); }
-  ~WriteGuard() {
+  explicit WriteTurn(Storage& store) : store_(store) { store_.BeginWrite(); }
+  // `owner`: a Database.
+  template <class Owner>
+  explicit WriteTurn(Owner& owner) : WriteTurn(owner.Shared()) {}
+  ~WriteTurn() {
     if (!ended_ && store_.IsWriting()) store_.Rollback();
   }
-  WriteGuard(const WriteGuard&) = delete;
-  WriteGuard& operator=(const WriteGuard&) = delete;
+  WriteTurn(const WriteTurn&) = delete;
+  WriteTurn& operator=(const WriteTurn&) = delete;
+  // As Storage::Commit.
   void Commit();
 
  private:

@@ -1,5 +1,10 @@
 // SPDX-License-Identifier: MIT
 // The writing part of Storage.
+#include "platform/jet/pages/Header.h"
+#include "platform/jet/pages/Pages.h"
+#include "platform/jet/storage/Journal.h"
+#include "platform/jet/storage/Lock.h"
+#include "platform/jet/storage/LockFile.h"
 #include "platform/jet/storage/OverlaidPages.h"
 #include "platform/jet/storage/Storage.h"
 #include "platform/jet/values/Codec.h"
@@ -86,13 +91,13 @@ void Storage::BeginWrite() {
   bool reading = false;
   try {
     // The file may have been replaced: check before locking the wrong one.
-    if (readers_ == 0) const ReadGuard look(*this);
+    if (readers_ == 0) const ReadTurn look(*this);
     ReserveFile();
     reading = true;
     if (readOnly_) throw Error(ErrorCode::AccessDenied, "Het bestand '" + name_ + "' is alleen-lezen.");
     CheckForeignUsers();
     RequireWritable();
-    transaction_ = std::make_unique<Transaction>(*pages_, &wronglyFree_);
+    transaction_ = std::make_unique<Transaction>(*pages_, &doubtfulFreePages_);
   } catch (const Error&) {
     if (reading) EndRead();
     EndWrite();
@@ -112,19 +117,19 @@ void Storage::RequireWriting() const {
 void Storage::Commit() {
   RequireWriting();
   if (transaction_->IsEmpty()) return Rollback();
-  auto outcome = Journal::Outcome::Durable;
+  bool durable = true;
   try {
     MarkCommit();
     if (!WaitForReaders()) ThrowInUse();
     RequireUnchanged();
-    outcome = WriteChanges();
+    durable = WriteChanges();
   } catch (const Error&) {
     mayHaveChanged_ = true;
     Rollback();
     throw;
   }
   Rollback();
-  if (outcome == Journal::Outcome::Durable) return;
+  if (durable) return;
   throw Error(
       ErrorCode::NotYetDurable,
       "De wijziging in het bestand '" + name_ +
@@ -167,7 +172,7 @@ void Storage::EndWrite() noexcept {
   }
 }
 
-void WriteGuard::Commit() {
+void WriteTurn::Commit() {
   if (std::exchange(ended_, true)) {
     throw Error(ErrorCode::Misuse, "De wijziging van het bestand '" + store_.Name() + "' is al afgesloten.");
   }
@@ -182,7 +187,7 @@ void Storage::MarkCommit() {
   MarkChange(header);
 }
 
-Journal::Outcome Storage::WriteChanges() {
+bool Storage::WriteChanges() {
   const std::uint32_t oldPages = transaction_->OldPageCount();
   const auto changed = transaction_->ChangedPages();
   const bool encoded = DatabaseHeader().encodingKey != 0;
@@ -210,7 +215,7 @@ Journal::Outcome Storage::WriteChanges() {
   } catch (const Error&) {
     mayHaveChanged_ = true;  // the change is already made
   }
-  return outcome;
+  return outcome == Journal::Outcome::Durable;
 }
 
 }  // namespace jet

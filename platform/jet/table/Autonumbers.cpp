@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "platform/jet/table/Autonumbers.h"
 
+#include "platform/jet/index/Counters.h"
+#include "platform/jet/index/TableIndexes.h"
+#include "platform/jet/rows/StoredTable.h"
+
 #include <random>
 #include <variant>
 

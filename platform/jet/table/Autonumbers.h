@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/jet/index/Counters.h"
-#include "platform/jet/index/TableIndexes.h"
+#include "platform/jet/values/Value.h"
 
 #include <cstdint>
 #include <vector>
 
 namespace jet {
+
+class Counters;
+class TableIndexes;
+struct StoredTable;
 
 // Assigns values to autonumber columns. Values are in the order of StoredTable::columns.
 class Autonumbers {

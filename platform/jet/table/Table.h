@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/jet/rows/StoredTable.h"
 #include "platform/jet/table/Definition.h"
 #include "platform/jet/table/TableCursor.h"
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/jet/table/TableCursor.h"
 
+#include "platform/jet/rows/Rows.h"
+#include "platform/jet/rows/StoredTable.h"
 #include "platform/jet/values/Damage.h"
 
 #include <algorithm>

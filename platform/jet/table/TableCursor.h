@@ -2,14 +2,17 @@
 #pragma once
 
 #include "platform/jet/index/IndexCursor.h"
+#include "platform/jet/rows/LongValue.h"
 #include "platform/jet/rows/RowScan.h"
-#include "platform/jet/rows/Rows.h"
 
 #include <functional>
 #include <string>
 #include <vector>
 
 namespace jet {
+
+struct StoredColumn;
+struct StoredTable;
 
 // Decodes selected columns of a table's rows.
 class RowDecoder {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/jet/table/TableWriter.h"
 
+#include "platform/jet/rows/RowFiller.h"
 #include "platform/jet/rows/RowLayout.h"
 #include "platform/jet/rows/RowScan.h"
 #include "platform/jet/rows/Rows.h"

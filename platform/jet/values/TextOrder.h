@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/jet/pages/Header.h"
 #include "platform/jet/values/Bytes.h"
+#include "platform/jet/values/SortOrder.h"
 
 #include <array>
 #include <cstdint>

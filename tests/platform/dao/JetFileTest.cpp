@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The file itself: consistent, read in the same way by other programs, and shared with them.
 #include "platform/jet/check/Check.h"
+#include "platform/jet/database/Database.h"
 #include "tests/platform/dao/Scratch.h"
 
 #include <QDateTime>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Real files of other programs, in the folder of the environment variable SPOTROOSTER_MDB_SAMPLES.
 #include "platform/jet/check/Check.h"
+#include "platform/jet/database/Database.h"
 #include "tests/platform/dao/Scratch.h"
 
 #include <QDir>

@@ -2,6 +2,8 @@
 // What compacting keeps (passwords, encoding, table numbers, keys that cannot be computed) and what it refuses.
 #include "platform/jet/check/Check.h"
 #include "platform/jet/check/Compact.h"
+#include "platform/jet/pages/Pages.h"
+#include "platform/jet/table/TableWriter.h"
 #include "platform/jet/values/Codec.h"
 #include "platform/jet/values/StoredText.h"
 #include "tests/platform/jet/DatabaseImage.h"

@@ -3,6 +3,7 @@
 
 #include "platform/files/TemporaryName.h"
 #include "platform/jet/pages/Header.h"
+#include "platform/jet/table/TableWriter.h"
 #include "tests/platform/jet/support/FaultyFiles.h"
 #include "tests/platform/jet/support/SampleTable.h"
 #include "tests/platform/jet/support/TinyDatabase.h"

@@ -66,7 +66,7 @@ TEST_P(EveryFault, OfAnyCallLeavesTheOldOrTheNewState) {
       if (GetParam() != Fault::Dead) {
         // The same Storage works again after the failure.
         files.FailNever();
-        const ReadGuard reading(storage);
+        const ReadTurn reading(storage);
         const Values now = test::PagesOf(storage.Source());
         EXPECT_TRUE(now == kNew || (!done && now == kOld)) << "call " << call;
       }
@@ -112,7 +112,7 @@ TEST(PowerCut, AtAnyMomentLeavesTheOldOrTheNewState) {
   {
     Storage storage(kPath, test::TestOptions(), files);
     for (std::uint32_t round = 1; round <= 3; ++round) {
-      WriteGuard writing(storage);
+      WriteTurn writing(storage);
       for (std::uint32_t page = 1; page <= 3 + round; ++page)
         test::Fill(storage, page, 100 * round + page);
       writing.Commit();
@@ -163,7 +163,7 @@ TEST(Recovery, ShowsTheOldPagesOfAReadOnlyFile) {
   memory.Put(kPath, wreck.database);
   memory.Put(kJournal, wreck.journal);
   Storage reader(kPath, test::TestOptions(true), memory);
-  const ReadGuard reading(reader);
+  const ReadTurn reading(reader);
   EXPECT_EQ(test::PagesOf(reader.Source()), kOld);
   EXPECT_EQ(memory.Get(kPath), wreck.database);
   EXPECT_TRUE(memory.Exists(kJournal));

@@ -2,6 +2,7 @@
 // Emptying a table at once: its pages are freed through the maps, nothing else changes.
 #include "platform/jet/check/Check.h"
 #include "platform/jet/pages/UsageMap.h"
+#include "platform/jet/table/TableWriter.h"
 #include "platform/jet/values/Utf8.h"
 #include "tests/platform/jet/support/Agreement.h"
 #include "tests/platform/jet/support/SampleTable.h"

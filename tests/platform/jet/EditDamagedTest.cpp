@@ -7,6 +7,7 @@
 #include "platform/jet/pages/UsageMap.h"
 #include "platform/jet/rows/RowBuilder.h"
 #include "platform/jet/table/PageClaims.h"
+#include "platform/jet/table/TableWriter.h"
 #include "platform/jet/values/Codec.h"
 #include "tests/fuzz/EditBases.h"
 #include "tests/platform/jet/support/FreeMapImage.h"

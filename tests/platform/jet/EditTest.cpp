@@ -4,6 +4,7 @@
 #include "platform/jet/database/Database.h"
 #include "platform/jet/pages/Files.h"
 #include "platform/jet/pages/UsageMap.h"
+#include "platform/jet/table/TableWriter.h"
 #include "platform/jet/values/Error.h"
 #include "platform/jet/values/Utf8.h"
 #include "tests/platform/jet/support/Agreement.h"

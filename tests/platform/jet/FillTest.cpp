@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Copying stored rows of another table to an empty table: pages and indexes are filled completely.
+#include "platform/jet/table/TableWriter.h"
 #include "platform/jet/values/Codec.h"
 #include "platform/jet/values/Utf8.h"
 #include "tests/platform/jet/support/SampleTable.h"

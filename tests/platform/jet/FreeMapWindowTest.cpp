@@ -5,6 +5,7 @@
 #include "platform/jet/check/Check.h"
 #include "platform/jet/database/Database.h"
 #include "platform/jet/pages/Files.h"
+#include "platform/jet/table/TableWriter.h"
 #include "tests/platform/jet/support/Agreement.h"
 #include "tests/platform/jet/support/FreeMapImage.h"
 #include "tests/platform/jet/support/RandomEditor.h"

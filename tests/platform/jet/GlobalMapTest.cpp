@@ -2,6 +2,7 @@
 // The map of free pages as the file grows: first a longer row, then bitmap pages.
 #include "platform/jet/pages/MapLayout.h"
 #include "platform/jet/pages/UsageMap.h"
+#include "platform/jet/table/TableWriter.h"
 #include "tests/platform/jet/support/SampleTable.h"
 
 #include <gtest/gtest.h>

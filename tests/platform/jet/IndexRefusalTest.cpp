@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Writing to a table with an index that cannot be updated is refused, naming the index, before any byte changes.
+#include "platform/jet/table/TableWriter.h"
 #include "platform/jet/values/Codec.h"
 #include "tests/platform/jet/support/SampleTable.h"
 #include "tests/platform/jet/support/TinyDatabase.h"

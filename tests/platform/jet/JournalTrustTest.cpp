@@ -156,7 +156,7 @@ class StaleJournal : public testing::Test {
 TEST_F(StaleJournal, IsNotUsedForARestoredCopy) {
   const std::string message = test::MessageOf([&] {
     Storage reader(kPath, test::TestOptions(true), memory_);
-    const ReadGuard reading(reader);
+    const ReadTurn reading(reader);
     EXPECT_EQ(test::PagesOf(reader.Source()), (Values{7, 8, 9, 10, 11}));
   });
   EXPECT_NE(message.find(kJournal), std::string::npos) << message;

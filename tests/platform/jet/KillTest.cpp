@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // A program that is killed at any moment loses no acknowledged change.
+#include "platform/jet/table/TableWriter.h"
 #include "tests/platform/jet/support/Child.h"
 #include "tests/platform/jet/support/ProofFile.h"
 #include "tests/platform/jet/support/Rounds.h"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Values whose index entry is too long for a page.
+#include "platform/jet/table/TableWriter.h"
 #include "platform/jet/values/Error.h"
 #include "tests/platform/jet/support/SampleTable.h"
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Several processes on one file, and processes that are killed.
 #include "platform/jet/check/Check.h"
+#include "platform/jet/table/TableWriter.h"
 #include "platform/jet/values/Error.h"
 #include "tests/platform/jet/support/Child.h"
 #include "tests/platform/jet/support/SampleTable.h"

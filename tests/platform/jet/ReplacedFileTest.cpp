@@ -4,6 +4,7 @@
 #include "platform/files/MemoryFileSystem.h"
 #include "platform/jet/database/Database.h"
 #include "platform/jet/pages/Files.h"
+#include "platform/jet/storage/Lock.h"
 #include "platform/jet/values/Error.h"
 #include "tests/platform/jet/support/FaultyFiles.h"
 #include "tests/platform/jet/support/SampleTable.h"
@@ -40,12 +41,12 @@ class ReplacedFile : public testing::Test {
     return std::make_unique<Storage>(path, TestOptions(), files_);
   }
   static void Change(Storage& storage, std::uint32_t page, std::uint32_t value) {
-    WriteGuard writing(storage);
+    WriteTurn writing(storage);
     Fill(storage, page, value);
     writing.Commit();
   }
   static Values Read(Storage& storage) {
-    const ReadGuard reading(storage);
+    const ReadTurn reading(storage);
     return PagesOf(storage.Source());
   }
   // Replaces the file, as `mv` does.
@@ -115,7 +116,7 @@ TEST_F(ReplacedFile, AWriterThatWaitedMeanwhileHasExclusiveAccess) {
     compacting.reset();
   };
   Storage waiting(kPath, options, files_);
-  WriteGuard writing(waiting);
+  WriteTurn writing(waiting);
   EXPECT_EQ(PagesOf(waiting.Source()), (Values{7, 8}));
   const auto other = Open();
   EXPECT_THROW(other->BeginWrite(), Error);
@@ -126,7 +127,7 @@ TEST_F(ReplacedFile, AWriterThatWaitedMeanwhileHasExclusiveAccess) {
 
 TEST_F(ReplacedFile, AChangeOfAFileThatNoLongerExistsIsNotReportedAsDone) {
   const auto storage = Open();
-  WriteGuard writing(*storage);
+  WriteTurn writing(*storage);
   Fill(*storage, 1, 10);
   MoveOver({7, 8});
   EXPECT_NE(test::MessageOf([&] { writing.Commit(); }).find("vervangen"), std::string::npos);
@@ -136,7 +137,7 @@ TEST_F(ReplacedFile, AChangeOfAFileThatNoLongerExistsIsNotReportedAsDone) {
 
 TEST_F(ReplacedFile, AChangeOfAFileThatWasWrittenMeanwhileIsNotMade) {
   const auto storage = Open();
-  WriteGuard writing(*storage);
+  WriteTurn writing(*storage);
   Fill(*storage, 1, 10);
   Bytes other = test::TinyDatabase({1, 20, 3});
   other[kCommitCounters] += 1;
@@ -186,7 +187,7 @@ TEST_F(ReplacedFile, TheJournalOfARunningWriterOfTheNewFileIsNotTouched) {
       reached = true;
       try {
         Storage other(kPath, TestOptions(), memory);
-        const WriteGuard turn(other);
+        const WriteTurn turn(other);
         memory.Put(kNew, living.database);
         memory.Rename(kNew, kPath);
       } catch (const Error&) {

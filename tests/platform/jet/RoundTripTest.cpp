@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Files written by this library and read by outside readers: extreme values of every type, tables of any length.
+#include "platform/jet/table/TableWriter.h"
 #include "tests/platform/jet/support/Agreement.h"
 #include "tests/platform/jet/support/SampleTable.h"
 #include "tests/platform/jet/support/Witness.h"

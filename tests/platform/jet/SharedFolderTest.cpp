@@ -54,14 +54,14 @@ class SharedFolder : public testing::Test {
   static std::string Change(const fs::path& path, std::uint32_t value = 10) {
     return test::MessageOf([&] {
       Storage storage(path, test::TestOptions(), HostFileSystem());
-      WriteGuard writing(storage);
+      WriteTurn writing(storage);
       test::Fill(storage, 1, value);
       writing.Commit();
     });
   }
   static Values Read(const fs::path& path, bool readOnly = false) {
     Storage storage(path, test::TestOptions(readOnly), HostFileSystem());
-    const ReadGuard reading(storage);
+    const ReadTurn reading(storage);
     return test::PagesOf(storage.Source());
   }
   fs::path Beside(const char* ending) const { return folder_ / (std::string("station") + ending); }
@@ -115,7 +115,7 @@ TEST_F(SharedFolder, ARedirectedLinkIsFollowed) {
   fs::remove(link);
   fs::create_symlink(folder_ / "nieuw.mdb", link);
   {
-    WriteGuard writing(storage);
+    WriteTurn writing(storage);
     test::Fill(storage, 1, 70);
     writing.Commit();
   }
@@ -134,13 +134,13 @@ TEST_F(SharedFolder, AFileWithTwoNamesIsReadAndNotWritten) {
 TEST_F(SharedFolder, AnotherTimeOfTheFileMeansAnotherFile) {
   Storage storage(path_, test::TestOptions(), HostFileSystem());
   {
-    const ReadGuard reading(storage);
+    const ReadTurn reading(storage);
     EXPECT_EQ(test::PagesOf(storage.Source()), (Values{1, 2, 3}));
   }
   const auto time = fs::last_write_time(path_);
   test::CopyInto(HostFileSystem(), path_, test::TinyDatabase({1, 20, 3}));
   fs::last_write_time(path_, time + std::chrono::seconds(1));
-  const ReadGuard reading(storage);
+  const ReadTurn reading(storage);
   EXPECT_EQ(test::PagesOf(storage.Source()), (Values{1, 20, 3}));
 }
 
@@ -178,7 +178,7 @@ TEST_F(SharedFolder, AProgramThatCannotUseTheLockFileDoesNotWrite) {
   const std::string message = AsAnother([&] {
     EXPECT_EQ(Read(path_), (Values{1, 2, 3}));
     Storage storage(path_, test::TestOptions(), HostFileSystem());
-    const WriteGuard writing(storage);
+    const WriteTurn writing(storage);
   });
   EXPECT_TRUE(Names(message, Beside(".ldb"))) << message;
 }

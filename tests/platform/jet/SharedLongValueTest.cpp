@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Memos that share their pieces, which only a damaged file has: the amount that is read is limited by the file's size.
 #include "platform/jet/database/Database.h"
+#include "platform/jet/table/TableWriter.h"
 #include "platform/jet/values/Error.h"
 #include "tests/platform/jet/DatabaseImage.h"
 #include "tests/platform/jet/support/SampleTable.h"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Every kind of writing statement, with each file call failing in turn, in every way.
 #include "platform/jet/check/Check.h"
+#include "platform/jet/table/TableWriter.h"
 #include "tests/fuzz/EditBases.h"
 #include "tests/platform/jet/support/FaultyFiles.h"
 #include "tests/platform/jet/support/SampleTable.h"

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
+#include "platform/jet/storage/Lock.h"
 #include "platform/jet/storage/Storage.h"
 
+#include "platform/jet/pages/Header.h"
+#include "platform/jet/storage/LockFile.h"
 #include "platform/jet/values/Error.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
 
@@ -47,7 +50,7 @@ class StorageTest : public testing::Test {
 TEST_F(StorageTest, ACommittedChangeIsThereAndNothingElseIsLeft) {
   auto storage = Open();
   {
-    WriteGuard writing(*storage);
+    WriteTurn writing(*storage);
     Fill(*storage, 2, 20);
     Fill(*storage, 4, 40);
     EXPECT_EQ(PagesOf(storage->Source()), (Values{1, 20, 3, 40}));
@@ -63,7 +66,7 @@ TEST_F(StorageTest, WithoutCommitNothingChanges) {
   const Bytes before = files_.Get(kPath);
   const auto storage = Open();
   {
-    const WriteGuard writing(*storage);
+    const WriteTurn writing(*storage);
     Fill(*storage, 2, 20);
     Fill(*storage, 4, 40);
   }
@@ -73,7 +76,7 @@ TEST_F(StorageTest, WithoutCommitNothingChanges) {
 
 TEST_F(StorageTest, AChangeIsCommittedOnce) {
   const auto storage = Open();
-  const auto codeOf = [](WriteGuard& writing) {
+  const auto codeOf = [](WriteTurn& writing) {
     try {
       writing.Commit();
     } catch (const Error& error) {
@@ -81,14 +84,14 @@ TEST_F(StorageTest, AChangeIsCommittedOnce) {
     }
     return ErrorCode::Io;
   };
-  auto first = std::make_unique<WriteGuard>(*storage);
+  auto first = std::make_unique<WriteTurn>(*storage);
   Fill(*storage, 2, 20);
   first->Commit();
   EXPECT_EQ(codeOf(*first), ErrorCode::Misuse);
   EXPECT_THROW(storage->Commit(), Error);
   EXPECT_THROW(storage->Changes(), Error);
   // The first guard must not commit or roll back the second change.
-  WriteGuard second(*storage);
+  WriteTurn second(*storage);
   Fill(*storage, 3, 30);
   EXPECT_EQ(codeOf(*first), ErrorCode::Misuse);
   first.reset();
@@ -99,7 +102,7 @@ TEST_F(StorageTest, AChangeIsCommittedOnce) {
 TEST_F(StorageTest, CountsItsCommitsInTheHeader) {
   const auto storage = Open();
   for (int i = 0; i < 3; ++i) {
-    WriteGuard writing(*storage);
+    WriteTurn writing(*storage);
     Fill(*storage, 1, 10);
     writing.Commit();
   }
@@ -112,21 +115,21 @@ TEST_F(StorageTest, CountsItsCommitsInTheHeader) {
 TEST_F(StorageTest, OthersSeeAChangeWhenItIsCommittedAndNotBefore) {
   const auto writer = Open();
   const auto reader = Open();
-  WriteGuard writing(*writer);
+  WriteTurn writing(*writer);
   Fill(*writer, 1, 10);
   {
-    const ReadGuard reading(*reader);
+    const ReadTurn reading(*reader);
     EXPECT_EQ(PagesOf(reader->Source()), (Values{1, 2, 3}));
   }
   writing.Commit();
-  const ReadGuard reading(*reader);
+  const ReadTurn reading(*reader);
   EXPECT_EQ(PagesOf(reader->Source()), (Values{10, 2, 3}));
 }
 
 TEST_F(StorageTest, ASecondWriterGetsTheNameOfTheFirst) {
   const auto one = Open();
   const auto other = Open();
-  const WriteGuard writing(*one);
+  const WriteTurn writing(*one);
   const LockFileUser user = ThisUser();
   EXPECT_EQ(MessageOf([&] { other->BeginWrite(); }), "Het bestand '" + std::string(kPath) + "' is in gebruik door " +
                                                          user.name + " op " + user.machine +
@@ -137,10 +140,10 @@ TEST_F(StorageTest, AWriterThatGaveUpLeavesNoLockBehind) {
   const auto one = Open();
   const auto other = Open();
   {
-    const WriteGuard writing(*one);
+    const WriteTurn writing(*one);
     EXPECT_THROW(other->BeginWrite(), Error);
   }
-  WriteGuard writing(*other);
+  WriteTurn writing(*other);
   Fill(*other, 1, 10);
   writing.Commit();
   EXPECT_EQ(PagesAfterReopening(files_, kPath), (Values{10, 2, 3}));
@@ -185,7 +188,7 @@ TEST_F(StorageTest, AllWaitsOfOneStatementShareOneLimit) {
   auto waited = std::chrono::milliseconds{0};
   options.wait = {std::chrono::milliseconds{50}, [&](std::chrono::milliseconds pause) { waited += pause; }};
   Storage patient(kPath, options, files_);
-  const WriteGuard writing(*busy);
+  const WriteTurn writing(*busy);
   EXPECT_THROW(patient.BeginWrite(), Error);
   EXPECT_GE(waited, options.wait.limit);
   EXPECT_LE(waited, 2 * options.wait.limit);
@@ -195,14 +198,14 @@ TEST_F(StorageTest, AReaderIsNotOverwrittenWhileItReads) {
   const auto writer = Open();
   const auto reader = Open();
   {
-    const ReadGuard reading(*reader);
-    WriteGuard writing(*writer);
+    const ReadTurn reading(*reader);
+    WriteTurn writing(*writer);
     Fill(*writer, 1, 10);
     EXPECT_THROW(writing.Commit(), Error);
     EXPECT_EQ(PagesOf(reader->Source()), (Values{1, 2, 3}));
   }
   EXPECT_EQ(PagesAfterReopening(files_, kPath), (Values{1, 2, 3}));
-  WriteGuard writing(*writer);
+  WriteTurn writing(*writer);
   Fill(*writer, 1, 10);
   writing.Commit();
   EXPECT_EQ(PagesAfterReopening(files_, kPath), (Values{10, 2, 3}));
@@ -212,7 +215,7 @@ TEST_F(StorageTest, FollowsAFileThatWasReplaced) {
   const auto storage = Open();
   files_.Put("/data/new.mdb", test::TinyDatabase({7, 8}));
   files_.Rename("/data/new.mdb", kPath);
-  WriteGuard writing(*storage);
+  WriteTurn writing(*storage);
   Fill(*storage, 1, 70);
   writing.Commit();
   EXPECT_EQ(PagesAfterReopening(files_, kPath), (Values{70, 8}));
@@ -249,7 +252,7 @@ TEST_F(StorageTest, DoesNotWriteWhileAnotherJetProgramHasTheFileOpen) {
             "wordt er niet in geschreven.");
   EXPECT_EQ(PagesOf(storage->Source()), (Values{1, 2, 3}));
   foreign.reset();
-  WriteGuard writing(*storage);
+  WriteTurn writing(*storage);
   Fill(*storage, 1, 10);
   writing.Commit();
 }
@@ -272,7 +275,7 @@ TEST_F(StorageTest, OneThreadHasOneStorageOfAFile) {
 
 TEST_F(StorageTest, AHeldPageDoesNotChange) {
   const auto storage = Open();
-  const WriteGuard writing(*storage);
+  const WriteTurn writing(*storage);
   Fill(*storage, 1, 10);
   const PageRef held = storage->Source().Read(1);
   Fill(*storage, 1, 11);

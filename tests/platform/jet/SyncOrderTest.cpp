@@ -21,7 +21,7 @@ constexpr const char* kJournal = "/data/station.mdb-journal";
 
 void ChangePages(FileSystem& files) {
   Storage storage(kPath, test::TestOptions(), files);
-  WriteGuard writing(storage);
+  WriteTurn writing(storage);
   test::Fill(storage, 1, 10);
   test::Fill(storage, 3, 30);
   test::Fill(storage, 4, 40);

@@ -2,6 +2,7 @@
 // How long statements wait for each other, and in which order they run.
 #include "platform/files/MemoryFileSystem.h"
 #include "platform/jet/pages/Files.h"
+#include "platform/jet/storage/Lock.h"
 #include "platform/jet/storage/Storage.h"
 #include "platform/jet/values/Error.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
@@ -32,7 +33,7 @@ class Waiting : public testing::Test {
 
 TEST_F(Waiting, ReadersGetInWhileAWriterWaitsForASlowOne) {
   Storage slow(kPath, test::TestOptions(), files_);
-  const ReadGuard reading(slow);
+  const ReadTurn reading(slow);
   StorageOptions hurried;
   hurried.wait = {milliseconds{0}, [](milliseconds) {}};
   Storage reader(kPath, hurried, files_);
@@ -40,14 +41,14 @@ TEST_F(Waiting, ReadersGetInWhileAWriterWaitsForASlowOne) {
   Storage writer = Open(milliseconds{5000}, [&](milliseconds pause) {
     waited += pause;
     try {
-      const ReadGuard turn(reader);
+      const ReadTurn turn(reader);
       longest = std::max(longest, waited - lastRead);
       lastRead = waited;
     } catch (const Error&) {
       // Blocked for now.
     }
   });
-  WriteGuard writing(writer);
+  WriteTurn writing(writer);
   test::Fill(writer, 1, 10);
   EXPECT_THROW(writing.Commit(), Error);
   EXPECT_GE(waited, milliseconds{4000});
@@ -59,19 +60,19 @@ TEST_F(Waiting, AWriterGetsItsTurnAmongReadersThatFollowEachOther) {
   Storage one(kPath, test::TestOptions(), files_);
   Storage other(kPath, test::TestOptions(), files_);
   // Readers overlap as long as they get the lock.
-  std::unique_ptr<ReadGuard> reading = std::make_unique<ReadGuard>(one);
+  std::unique_ptr<ReadTurn> reading = std::make_unique<ReadTurn>(one);
   Storage* next = &other;
   Storage writer = Open(milliseconds{5000}, [&](milliseconds) {
-    std::unique_ptr<ReadGuard> following;
+    std::unique_ptr<ReadTurn> following;
     try {
-      following = std::make_unique<ReadGuard>(*next);
+      following = std::make_unique<ReadTurn>(*next);
     } catch (const Error&) {
       // Blocked.
     }
     next = next == &one ? &other : &one;
     reading = std::move(following);
   });
-  WriteGuard writing(writer);
+  WriteTurn writing(writer);
   test::Fill(writer, 1, 10);
   EXPECT_NO_THROW(writing.Commit());
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Files written by this library, read by an outside reader.
 #include "platform/jet/check/Check.h"
+#include "platform/jet/table/TableWriter.h"
 #include "tests/platform/jet/support/RandomRows.h"
 #include "tests/platform/jet/support/SampleTable.h"
 #include "tests/platform/jet/support/Witness.h"

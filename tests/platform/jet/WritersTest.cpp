@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Several programs write to one file at the same time, and one of them is killed.
+#include "platform/jet/table/TableWriter.h"
 #include "platform/jet/values/Error.h"
 #include "tests/platform/jet/support/Child.h"
 #include "tests/platform/jet/support/ProofFile.h"

@@ -2,6 +2,7 @@
 #include "tests/platform/jet/support/RandomEditor.h"
 
 #include "platform/jet/check/Check.h"
+#include "platform/jet/table/TableWriter.h"
 #include "platform/jet/values/Error.h"
 #include "platform/jet/values/Utf8.h"
 

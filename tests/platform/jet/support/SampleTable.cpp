@@ -2,6 +2,7 @@
 #include "tests/platform/jet/support/SampleTable.h"
 
 #include "platform/jet/check/Check.h"
+#include "platform/jet/table/TableWriter.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
 
 #include <string>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/platform/jet/support/TinyDatabase.h"
 
+#include "platform/jet/pages/Header.h"
 #include "platform/jet/values/Codec.h"
 
 #include <algorithm>
@@ -43,7 +44,7 @@ std::vector<std::uint32_t> PagesOf(PageSource& pages) {
 
 std::vector<std::uint32_t> PagesAfterReopening(FileSystem& files, const FileSystem::Path& path) {
   Storage storage(path, TestOptions(), files);
-  const ReadGuard reading(storage);
+  const ReadTurn reading(storage);
   return PagesOf(storage.Source());
 }
 

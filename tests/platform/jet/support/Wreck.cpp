@@ -24,7 +24,7 @@ std::vector<std::uint32_t> PagesAfter() {
 }
 
 void ChangePages(Storage& storage) {
-  WriteGuard writing(storage);
+  WriteTurn writing(storage);
   Fill(storage, 1, 10);
   Fill(storage, 3, 30);
   Fill(storage, 4, 40);
