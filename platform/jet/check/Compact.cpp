@@ -88,7 +88,7 @@ void Compact(const std::filesystem::path& path, const OpenOptions& options, File
   OpenOptions writable = options;
   writable.writable = true;
   const auto database = Database::Open(path, writable, files);
-  const WriteTurn nobodyElse(*database);
+  const WriteTurn turn(*database);
   const std::filesystem::path real = database->Shared().Path();
   File& old = database->Shared().OpenedFile();
   const std::filesystem::path kept = KeptName(real);

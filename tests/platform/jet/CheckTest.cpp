@@ -68,7 +68,7 @@ std::uint32_t KeyMap(const SpotsImage& sample) {
 struct Damage {
   const char* name;
   std::function<void(SpotsImage&)> make;
-  const char* told;
+  const char* expected;
 };
 
 void PutMemoHead(SpotsImage& sample, int id, const Bytes& head) {
@@ -109,7 +109,7 @@ const Damage kMapDamages[] = {
     {"a page in two maps", [](SpotsImage& s) { s.image.AddToMap(OwnedMap(s), s.memoPage); }, "en ook bij"},
     {"room in a page that is not owned", [](SpotsImage& s) { s.image.AddToMap(FreeMap(s), s.memoPage); },
      "maar hoort er niet bij"},
-    {"a used page that is told free", [](SpotsImage& s) { s.image.AddToMap(0x100, s.memoPage); }, "als vrij te boek"},
+    {"a used page that is marked free", [](SpotsImage& s) { s.image.AddToMap(0x100, s.memoPage); }, "als vrij te boek"},
     {"the free bytes of the page of the global map", [](SpotsImage& s) { s.image.At(1)[2] ^= 1; }, "vrije ruimte is"},
     {"the owner of the page of the global map", [](SpotsImage& s) { s.image.At(1)[4] = 0; }, "in plaats van bij 1"},
     {"a global map that ends before the file", [](SpotsImage& s) { ShortenGlobalMap(s); }, "dekt het bestand niet"},
@@ -126,7 +126,7 @@ const Damage kMapDamages[] = {
 const Damage kRowDamages[] = {
     {"a row with too many columns", [](SpotsImage& s) { PageOfRow(s, 1)[StartOf(s, s.rows[1])] = 6; },
      "meer velden dan de tabel"},
-    {"a value that ends behind its row",
+    {"a value that ends after its row",
      [](SpotsImage& s) { PageOfRow(s, 1)[StartOf(s, s.rows[1]) + 2 + 12 + 2] = 0xF0; }, "buiten de rij"},
     {"a row pointer to nothing", [](SpotsImage& s) { PageOfRow(s, 3)[StartOf(s, s.rows[3])] = 77; }, "die er niet is"},
     {"a row pointer that loops", [](SpotsImage& s) { Put(PageOfRow(s, 3), StartOf(s, s.rows[3]), s.rows[3], 4); },
@@ -205,7 +205,7 @@ void ExpectFound(const Damage& damage) {
   SpotsImage sample;
   damage.make(sample);
   const auto findings = Check(sample.image.File());
-  EXPECT_NE(Text(findings).find(damage.told), std::string::npos) << Text(findings);
+  EXPECT_NE(Text(findings).find(damage.expected), std::string::npos) << Text(findings);
 }
 
 TEST(Check, FindsNothingInASoundFile) {

@@ -188,7 +188,7 @@ TEST(CompactRefuses, ASecondMapThatIsNotEmpty) {
   EXPECT_NE(message.find("tweede kaart"), std::string::npos) << message;
 }
 
-// A row behind a damaged pointer is not skipped.
+// A row referenced by a damaged pointer is not skipped.
 TEST(CompactRefuses, ARowThatCannotBeReached) {
   DatabaseImage image;
   DatabaseImage::Table table = image.AddTable("Tabel", {{"Getal", 4, 3, 0, 0, 4}});

@@ -89,13 +89,13 @@ TEST_P(CompactedSample, ReadsTheSameForOutsideReaders) {
 // tables.
 TEST_P(CompactedSample, HasTheSameSystemTablesRelationsQueriesAndProperties) {
   if (const auto absent = witness::WhyAbsent(Reader::MdbTools)) GTEST_SKIP() << *absent;
-  const auto told = [&](const std::string& command) {
+  const auto outputOf = [&](const std::string& command) {
     const auto before = SortedLines(OutputOf(command + " " + ShellQuoted(before_) + " 2>/dev/null"));
     EXPECT_EQ(SortedLines(OutputOf(command + " " + ShellQuoted(after_) + " 2>/dev/null")), before) << command;
     return before;
   };
-  told("mdb-schema");
-  const std::vector<std::string> tables = told("mdb-tables -1 -S");
+  outputOf("mdb-schema");
+  const std::vector<std::string> tables = outputOf("mdb-tables -1 -S");
   EXPECT_GE(tables.size(), 4U);
   for (const std::string& table : tables) {
     const auto rows = [&](const std::string& file) {
@@ -105,7 +105,7 @@ TEST_P(CompactedSample, HasTheSameSystemTablesRelationsQueriesAndProperties) {
     };
     EXPECT_EQ(rows(after_), rows(before_)) << table;
   }
-  for (const std::string& query : told("mdb-queries -L -1")) {
+  for (const std::string& query : outputOf("mdb-queries -L -1")) {
     const auto sql = [&](const std::string& file) {
       return OutputOf("mdb-queries " + ShellQuoted(file) + " " + ShellQuoted(query) + " 2>/dev/null");
     };

@@ -135,7 +135,7 @@ TEST(PowerCut, AtAnyMomentLeavesTheOldOrTheNewState) {
     ASSERT_TRUE(after == states[done] || isNext) << "cut at " << cut << ", round " << i;
   }
   EXPECT_GT(rolledBack, rounds / 10);
-  std::printf("%d power cuts, %d with a journal beside the file\n", rounds, rolledBack);
+  std::printf("%d power cuts, %d with a journal\n", rounds, rolledBack);
 }
 
 TEST(Recovery, KeepsBothWhenAnotherProgramWrote) {

@@ -127,20 +127,20 @@ TEST(DamagedDatabase, TheRestStaysReadableAndTheDamageIsNamed) {
   jet::Table spots = database->OpenTable(u"Spots");
   jet::TableCursor rows = spots.Scan({0});
   std::vector<std::int64_t> ids;
-  std::string told;
+  std::string messages;
   for (bool more = true; more;) {
     try {
       more = rows.Next();
       if (more) ids.push_back(std::get<std::int64_t>(rows.Values().at(0)));
     } catch (const jet::Error& error) {
       EXPECT_EQ(error.Code(), jet::ErrorCode::Damaged);
-      told += error.what();
+      messages += error.what();
     }
   }
   EXPECT_EQ(ids, (std::vector<std::int64_t>{1, 2, 3, 5, 6}));
-  EXPECT_EQ(told, "Het bestand 'test.mdb' is beschadigd: tabel 'Spots', pagina " +
-                      std::to_string(jet::PageOf(damaged)) + ", rij " + std::to_string(jet::SlotOf(damaged)) +
-                      ": de rij is te kort");
+  EXPECT_EQ(messages, "Het bestand 'test.mdb' is beschadigd: tabel 'Spots', pagina " +
+                          std::to_string(jet::PageOf(damaged)) + ", rij " + std::to_string(jet::SlotOf(damaged)) +
+                          ": de rij is te kort");
 }
 
 TEST(DamagedDatabase, ALoopInAnIndexEnds) {

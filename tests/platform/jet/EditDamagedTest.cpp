@@ -180,8 +180,8 @@ const WrongFreeMap kWrongFreeMaps[] = {
     {"begins at the last page number", [](Bytes& file, std::size_t row) { Store(&file[row + 1], ~0U); }},
     {"begins so that its end is page 2^32", [](Bytes& file, std::size_t row) { Store(&file[row + 1], 0xFFFFFE00U); }},
     {"begins past the largest file", [](Bytes& file, std::size_t row) { Store(&file[row + 1], 1U << 19); }},
-    {"begins far behind the file", [](Bytes& file, std::size_t row) { Store(&file[row + 1], 4096U); }},
-    {"gives out the page that it lies on",
+    {"begins far past the end of the file", [](Bytes& file, std::size_t row) { Store(&file[row + 1], 4096U); }},
+    {"marks its own page as free",
      [](Bytes& file, std::size_t) {
        PutBitmapPages(file);
        const auto own = static_cast<std::uint32_t>(file.size() / kPageSize - 1);

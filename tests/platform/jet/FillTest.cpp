@@ -123,13 +123,13 @@ TEST_F(Fill, TheTableIsWritableAfterwards) {
   {
     WriteTurn turn(*database_);
     const Table table = database_->OpenTable(kTarget);
-    std::vector<RowId> going;
+    std::vector<RowId> toDelete;
     TableCursor rows = table.Scan({});
     for (int i = 0; rows.Next(); ++i) {
-      if (i % 2 == 0 || i > 1500) going.push_back(rows.Id());
+      if (i % 2 == 0 || i > 1500) toDelete.push_back(rows.Id());
     }
     const auto writer = database_->OpenWriter(kTarget);
-    for (const RowId row : going)
+    for (const RowId row : toDelete)
       writer->Delete(row);
     for (int i = 0; i < 500; ++i) {
       std::vector<Value> row = Row(20'000 - i * 13, LongText(i * 5, 40));

@@ -74,7 +74,7 @@ jet::Bytes Protected(DatabaseImage& image, const std::string& password, std::uin
 TEST(Header, APasswordIsRequiredAndCompared) {
   SpotsImage sample;
   const jet::Bytes file = Protected(sample.image, "geheim", 0);
-  const auto told = [&](const std::u16string& password) -> std::string {
+  const auto errorOf = [&](const std::u16string& password) -> std::string {
     try {
       jet::OpenOptions options;
       options.password = password;
@@ -85,9 +85,9 @@ TEST(Header, APasswordIsRequiredAndCompared) {
       return error.what();
     }
   };
-  EXPECT_EQ(told(u""), "Voor het bestand 'test.mdb' is een wachtwoord nodig.");
-  EXPECT_EQ(told(u"Geheim"), "Het wachtwoord voor het bestand 'test.mdb' is niet juist.");
-  EXPECT_EQ(told(u"geheim"), "");
+  EXPECT_EQ(errorOf(u""), "Voor het bestand 'test.mdb' is een wachtwoord nodig.");
+  EXPECT_EQ(errorOf(u"Geheim"), "Het wachtwoord voor het bestand 'test.mdb' is niet juist.");
+  EXPECT_EQ(errorOf(u"geheim"), "");
 }
 
 TEST(Header, AnEncodedFileIsDecoded) {

@@ -64,7 +64,7 @@ class SharedFolder : public testing::Test {
     const ReadTurn reading(storage);
     return test::PagesOf(storage.Source());
   }
-  fs::path Beside(const char* ending) const { return folder_ / (std::string("station") + ending); }
+  fs::path Companion(const char* ending) const { return folder_ / (std::string("station") + ending); }
   static unsigned ModeOf(const fs::path& path) {
     return static_cast<unsigned>(fs::status(path).permissions() & fs::perms::mask);
   }
@@ -99,7 +99,7 @@ TEST_F(SharedFolder, AChangeThroughALinkIsRolledBackThroughTheRealName) {
   for (int call = 0; Content(path_) == before; ++call) {
     FaultyFiles files(HostFileSystem());
     Storage storage(link, test::TestOptions(), files);
-    EXPECT_TRUE(fs::exists(Beside(".ldb")));
+    EXPECT_TRUE(fs::exists(Companion(".ldb")));
     files.FailAt(call, test::Fault::Dead);
     test::MessageOf([&] { test::ChangePages(storage); });
   }
@@ -147,17 +147,17 @@ TEST_F(SharedFolder, AnotherTimeOfTheFileMeansAnotherFile) {
 TEST_F(SharedFolder, ALinkInPlaceOfTheLockFileIsNotFollowed) {
   const Bytes text(100, 'x');
   Write(folder_ / "brief.txt", text);
-  fs::create_symlink(folder_ / "brief.txt", Beside(".ldb"));
-  EXPECT_TRUE(Names(Change(path_), Beside(".ldb")));
+  fs::create_symlink(folder_ / "brief.txt", Companion(".ldb"));
+  EXPECT_TRUE(Names(Change(path_), Companion(".ldb")));
   EXPECT_EQ(Content(folder_ / "brief.txt"), text);
   EXPECT_EQ(Read(path_), (Values{1, 2, 3}));
 }
 
 TEST_F(SharedFolder, AFileOfTheLockFilesNameIsNotOverwritten) {
   for (const Bytes& own : {Bytes(11, 'x'), Bytes(64, 'x'), Bytes(70, 'x'), test::TinyDatabase({1, 2, 3, 4, 5})}) {
-    Write(Beside(".ldb"), own);
-    EXPECT_TRUE(Names(Change(path_), Beside(".ldb")));
-    EXPECT_EQ(Content(Beside(".ldb")), own);
+    Write(Companion(".ldb"), own);
+    EXPECT_TRUE(Names(Change(path_), Companion(".ldb")));
+    EXPECT_EQ(Content(Companion(".ldb")), own);
   }
 }
 
@@ -171,8 +171,8 @@ TEST_F(SharedFolder, ADatabaseOfTheLockFilesNameIsNeitherWrittenNorMade) {
 }
 
 TEST_F(SharedFolder, AProgramThatCannotUseTheLockFileDoesNotWrite) {
-  Write(Beside(".ldb"), {});
-  fs::permissions(Beside(".ldb"), fs::perms::owner_read | fs::perms::others_read);
+  Write(Companion(".ldb"), {});
+  fs::permissions(Companion(".ldb"), fs::perms::owner_read | fs::perms::others_read);
   fs::permissions(path_,
                   fs::perms::owner_read | fs::perms::owner_write | fs::perms::others_read | fs::perms::others_write);
   const std::string message = AsAnother([&] {
@@ -180,7 +180,7 @@ TEST_F(SharedFolder, AProgramThatCannotUseTheLockFileDoesNotWrite) {
     Storage storage(path_, test::TestOptions(), HostFileSystem());
     const WriteTurn writing(storage);
   });
-  EXPECT_TRUE(Names(message, Beside(".ldb"))) << message;
+  EXPECT_TRUE(Names(message, Companion(".ldb"))) << message;
 }
 
 TEST_F(SharedFolder, TheLockFileAndTheJournalHaveTheRightsOfTheDatabase) {
@@ -190,7 +190,7 @@ TEST_F(SharedFolder, TheLockFileAndTheJournalHaveTheRightsOfTheDatabase) {
       ::umask(mask);
       fs::permissions(path_, static_cast<fs::perms>(mode));
       Storage storage(path_, test::TestOptions(), HostFileSystem());
-      EXPECT_EQ(ModeOf(Beside(".ldb")), mode);
+      EXPECT_EQ(ModeOf(Companion(".ldb")), mode);
       // A killed writer leaves its journal.
       const Bytes before = Content(path_);
       for (int call = 0; Content(path_) == before; ++call) {
@@ -199,7 +199,7 @@ TEST_F(SharedFolder, TheLockFileAndTheJournalHaveTheRightsOfTheDatabase) {
         files.FailAt(call, test::Fault::Dead);
         test::MessageOf([&] { test::ChangePages(dying); });
       }
-      EXPECT_EQ(ModeOf(Beside(".mdb-journal")), mode);
+      EXPECT_EQ(ModeOf(Companion(".mdb-journal")), mode);
       EXPECT_EQ(Read(path_), test::PagesBefore());
     }
   }
@@ -229,15 +229,15 @@ TEST_P(OtherKinds, AreNoDatabase) {
 }
 
 TEST_P(OtherKinds, AreNoLockFile) {
-  Put(Beside(".ldb"));
-  EXPECT_TRUE(Names(Change(path_), Beside(".ldb")));
+  Put(Companion(".ldb"));
+  EXPECT_TRUE(Names(Change(path_), Companion(".ldb")));
   EXPECT_EQ(Read(path_), (Values{1, 2, 3}));
 }
 
 TEST_P(OtherKinds, AreNoJournal) {
-  Put(Beside(".mdb-journal"));
+  Put(Companion(".mdb-journal"));
   const std::string message = Change(path_);
-  EXPECT_TRUE(Names(message, Beside(".mdb-journal"))) << message;
+  EXPECT_TRUE(Names(message, Companion(".mdb-journal"))) << message;
   EXPECT_EQ(message.find("bestaat al"), std::string::npos) << message;
   EXPECT_EQ(Content(path_), test::TinyDatabase({1, 2, 3}));
 }
@@ -247,9 +247,9 @@ TEST_F(SharedFolder, AHugeJournalIsRenamed) {
   Bytes head(40);
   std::copy_n("SPRJRNL1", 8, head.begin());
   head[9] = 1;
-  Write(Beside(".mdb-journal"), head);
-  fs::resize_file(Beside(".mdb-journal"), std::uintmax_t{40} << 30);
-  EXPECT_TRUE(Names(test::MessageOf([&] { Read(path_); }), Beside(".mdb-journal-1")));
+  Write(Companion(".mdb-journal"), head);
+  fs::resize_file(Companion(".mdb-journal"), std::uintmax_t{40} << 30);
+  EXPECT_TRUE(Names(test::MessageOf([&] { Read(path_); }), Companion(".mdb-journal-1")));
   EXPECT_EQ(Read(path_), (Values{1, 2, 3}));
 }
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "platform/jet/storage/Lock.h"
 #include "platform/jet/storage/Storage.h"
 
 #include "platform/jet/pages/Header.h"
+#include "platform/jet/storage/Lock.h"
 #include "platform/jet/storage/LockFile.h"
 #include "platform/jet/values/Error.h"
 #include "tests/platform/jet/support/TinyDatabase.h"

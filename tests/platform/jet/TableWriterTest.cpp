@@ -223,15 +223,15 @@ TEST_F(TableWriterTest, RowsDeletedTogetherLeaveTheOthersIntact) {
     }
   });
   while (!texts.empty()) {
-    std::vector<RowId> going;
+    std::vector<RowId> toDelete;
     const bool inOrder = random() % 2 == 0;
     for (const auto& [row, text] : texts) {
-      if (inOrder ? going.size() < 300 : random() % 3 == 0) going.push_back(row);
+      if (inOrder ? toDelete.size() < 300 : random() % 3 == 0) toDelete.push_back(row);
     }
-    if (going.empty()) going.push_back(texts.begin()->first);
-    std::shuffle(going.begin(), going.end(), random);
-    Change([&](TableWriter& writer) { writer.Delete(going); });
-    for (const RowId row : going)
+    if (toDelete.empty()) toDelete.push_back(texts.begin()->first);
+    std::shuffle(toDelete.begin(), toDelete.end(), random);
+    Change([&](TableWriter& writer) { writer.Delete(toDelete); });
+    for (const RowId row : toDelete)
       texts.erase(row);
     ASSERT_EQ(database_.Findings(), "");
     ASSERT_EQ(database_.Rows(kTable), texts.size());
