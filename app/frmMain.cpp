@@ -7,6 +7,8 @@
 #include "app/frmHandleiding.h"
 #include "app/ui_frmMain.h"
 #include "catalogue/Screens.h"
+#include "catalogue/frmOntbreekt.h"
+#include "catalogue/frmWeek.h"
 #include "data/DatabasePaths.h"
 #include "data/Globals.h"
 #include "data/KeptStatements.h"
@@ -73,6 +75,9 @@ void frmMain::ConnectEvents() {
   }
   connect(ui_->actItemPingles, &QAction::triggered, this, &frmMain::mnuItemPingles_Click);
   connect(ui_->actOverzichten, &QAction::triggered, this, &frmMain::mnuOverzichten_Click);
+  connect(ui_->actWeek, &QAction::triggered, this, &frmMain::mnuWeek_Click);
+  connect(ui_->cmdWeek, &QPushButton::clicked, this, &frmMain::mnuWeek_Click);
+  connect(ui_->actOntbreekt, &QAction::triggered, this, &frmMain::mnuOntbreekt_Click);
   connect(ui_->actHandleiding, &QAction::triggered, this, &frmMain::mnuHandleiding_Click);
   connect(ui_->actVersie, &QAction::triggered, this, &frmMain::mnuVersie_Click);
   connect(ui_->fraVandaag, &TodayPanel::spotsAsked, this, &frmMain::fraVandaag_Tonen);
@@ -88,6 +93,8 @@ void frmMain::InitForm() {
   } icons[] = {{ui_->actItems, u"items"_s},
                {ui_->actItemSpots, u"item-spots"_s},
                {ui_->actItemPingles, u"item-pingles"_s},
+               {ui_->actWeek, u"kalender"_s},
+               {ui_->actOntbreekt, u"bestand"_s},
                {ui_->actOverzichten, u"afdrukken"_s},
                {ui_->actExporteren, u"exporteren"_s},
                {ui_->actInstellingen, u"instellingen"_s},
@@ -96,6 +103,7 @@ void frmMain::InitForm() {
                {ui_->actVersie, u"info"_s}};
   for (const auto& entry : icons)
     entry.action->setIcon(desktop::Icon(entry.icon));
+  ui_->cmdWeek->setIcon(desktop::Icon(u"kalender"_s));
   auto* gap = new QWidget(this);
   gap->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
   ui_->tlbMain->insertWidget(ui_->actAfsluiten, gap);
@@ -218,6 +226,20 @@ void frmMain::mnuItemPingles_Click() {
 
 void frmMain::mnuOverzichten_Click() {
   Trapped(__func__, [&] { frmOverzichten(this).ShowModal(); });
+}
+
+void frmMain::mnuWeek_Click() {
+  Trapped(__func__, [&] {
+    frmWeek(this).ShowModal();
+    RefreshStatus();
+  });
+}
+
+void frmMain::mnuOntbreekt_Click() {
+  Trapped(__func__, [&] {
+    frmOntbreekt(this).ShowModal();
+    RefreshStatus();
+  });
 }
 
 void frmMain::mnuHandleiding_Click() {

@@ -46,6 +46,8 @@ class frmMain : public QMainWindow {
   void fraVandaag_Tonen(SpotView view);
   void mnuItemPingles_Click();
   void mnuOverzichten_Click();
+  void mnuWeek_Click();
+  void mnuOntbreekt_Click();
   void mnuHandleiding_Click();
   void mnuVersie_Click();
 

@@ -6,6 +6,9 @@
 
 #include <QHash>
 
+#include <algorithm>
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -103,6 +106,25 @@ Block BlockOf(const dao::Recordset& row, const BlockParts& parts) {
 }  // namespace
 
 BlockParts::BlockParts(const Catalogue& catalogue) : spots_(ReadSpots(catalogue)), jingles_(ReadJingles(catalogue)) {}
+
+namespace {
+
+template <class Part>
+std::vector<Part> ByName(const QHash<qint32, Part>& parts) {
+  std::vector<Part> sorted(parts.cbegin(), parts.cend());
+  std::ranges::sort(sorted, {}, [](const Part& part) { return std::pair(part.naam.toCaseFolded(), part.id); });
+  return sorted;
+}
+
+}  // namespace
+
+std::vector<BlockSpot> BlockParts::Spots() const {
+  return ByName(spots_);
+}
+
+std::vector<BlockJingle> BlockParts::Jingles() const {
+  return ByName(jingles_);
+}
 
 const BlockSpot* BlockParts::Spot(qint32 id) const {
   const auto spot = spots_.constFind(id);

@@ -21,6 +21,10 @@ class BlockParts {
  public:
   explicit BlockParts(const Catalogue& catalogue);
 
+  // All of them, by name.
+  std::vector<BlockSpot> Spots() const;
+  std::vector<BlockJingle> Jingles() const;
+
   // Null when the spot does not exist.
   const BlockSpot* Spot(qint32 id) const;
   // Empty for ID 0 (no jingle).

@@ -10,6 +10,8 @@
 #include "catalogue/frmItemSpotOpruimen.h"
 #include "catalogue/frmItemSpots.h"
 #include "catalogue/frmItems.h"
+#include "catalogue/frmOntbreekt.h"
+#include "catalogue/frmWeek.h"
 #include "data/Catalogue.h"
 #include "data/Globals.h"
 #include "export/frmDefaults.h"
@@ -95,6 +97,19 @@ Window Listening(qint32 item) {
   return Window(std::move(form));
 }
 
+// As soon as its background reading has ended.
+template <class Shown>
+Opening Planned(const QString& name, bool (Shown::*isDone)() const) {
+  return {name, [isDone] {
+            auto form = std::make_unique<Shown>(nullptr);
+            form->Form_Load();
+            const QDeadlineTimer patience(30000);
+            while (!((*form).*isDone)() && !patience.hasExpired())
+              QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
+            return Window(std::move(form));
+          }};
+}
+
 QString Text(qint32 id) {
   return QString::number(id);
 }
@@ -124,6 +139,8 @@ QList<Opening> All(const Records& records) {
       Screen<frmPlanningExporteren>(u"export"_s),
       Screen<frmDefaults>(u"settings"_s),
       Screen<frmOverzichten>(u"overviews"_s),
+      Planned<frmWeek>(u"week"_s, &frmWeek::IsPlanned),
+      Planned<frmOntbreekt>(u"missing"_s, &frmOntbreekt::IsFinished),
       {u"question"_s, Question},
       {u"input"_s, InputBox},
   };
