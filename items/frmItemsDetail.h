@@ -62,9 +62,6 @@ class frmItemsDetail : public EditorForm {
 
   // Validation.
   bool IsDuplicateCode();
-  bool FilledWithin(const QString& text, const QString& label, int longest, QWidget* focus);
-  bool PatternProceed();
-  bool SeveralSpotsProceed();
 
   // Saving.
   void RequireStillThere() const;
@@ -86,24 +83,6 @@ class frmItemsDetail : public EditorForm {
   static std::optional<qint32> Chosen(const controls::ComboBox& combo);
 
   // Changes.
-  void txtNaam_Change();
-  void chkAktief_Click();
-  void opt1_Click();
-  void opt2_Click();
-  void txtOpt2Directory_Change();
-  void txtOpt2VastNaamGedeelte_Change();
-  void cboOpt2VariabelNaamGedeelte_Click();
-  void cboOpt2Eerstedagvanweek_Click();
-  void txtOpt2FileExtensie_Change();
-  void opt1Spot_Click();
-  void optMeerdereSpots_Click();
-  void chkOpenerPingle_Click();
-  void chkMiddenPingle_Click();
-  void chkSluiterPingle_Click();
-  void cboOpenerPingle_Click();
-  void cboSluiterPingle_Click();
-  void lstOpt1ItemSpots_Click();
-  void lstOpt1ItemSpots_DblClick();
   void FillingChanged();
   void PatternChanged();
   void NamePartsChanged();

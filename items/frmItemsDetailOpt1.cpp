@@ -58,7 +58,7 @@ void frmItemsDetailOpt1::FillForm() {
 bool frmItemsDetailOpt1::OpslaanProceed() {
   return Trapped(__func__, false, [this] {
     if (ui_->cboItemSpot->ListIndex() != -1) return true;
-    return Refuse(1501, u"Item-spot"_s, u"spot"_s, ui_->cboItemSpot);
+    return Accept(Refusal{1501, u"Item-spot"_s, u"spot"_s, u"cboItemSpot"_s});
   });
 }
 

@@ -104,7 +104,6 @@ class AudioEditor : public EditorForm {
   void ShowUsage();
   void WarnWhenUnmapped(const QString& hostPath);
   dao::Recordset ReadRecord() const;
-  bool PathAndNameValid();
 
   const Words words_;
   AudioControls controls_{};

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Filling, validation and saving of a record.
 #include "data/AudioList.h"
+#include "data/AudioRules.h"
 #include "data/Catalogue.h"
 #include "data/KeptStatements.h"
 #include "data/Lookups.h"
@@ -21,13 +22,6 @@
 
 using namespace Qt::StringLiterals;
 using runtime::Trapped;
-
-namespace {
-
-constexpr int kLongestPath = 240;
-constexpr int kLongestNaam = 70;
-
-}  // namespace
 
 // A file that cannot be opened is reported once here; the other fields are still filled.
 void AudioEditor::FillPath(const dao::Recordset& row) {
@@ -82,18 +76,10 @@ qint32 AudioEditor::AktiefToSave() const {
 }
 
 bool AudioEditor::OpslaanProceed() {
-  return Trapped(__func__, false, [&] { return PathAndNameValid() && OwnFieldsValid(); });
-}
-
-bool AudioEditor::PathAndNameValid() {
-  const QString path = controls_.txtPath->text();
-  const QString naam = controls_.txtNaam->text();
-  if (IsKull(path)) return Refuse(1500, u"Path"_s, {}, controls_.txtPath);
-  if (path.size() > kLongestPath) return Refuse(1506, u"Path"_s, QString::number(kLongestPath), controls_.txtPath);
-  if (IsKull(naam)) return Refuse(1500, u"Naam"_s, {}, controls_.txtNaam);
-  if (naam.size() > kLongestNaam) return Refuse(1506, u"Naam"_s, QString::number(kLongestNaam), controls_.txtNaam);
-  if (IsDuplicateCode()) return Refuse(1600, runtime::TrimBlanks(naam), u"Naam"_s, controls_.txtNaam);
-  return true;
+  return Trapped(__func__, false, [&] {
+    const AudioInput input{controls_.txtPath->text(), controls_.txtNaam->text()};
+    return Accept(CheckAudio(input, [&] { return IsDuplicateCode(); })) && OwnFieldsValid();
+  });
 }
 
 bool AudioEditor::IsDuplicateCode() {

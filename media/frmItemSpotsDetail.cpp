@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "media/frmItemSpotsDetail.h"
 
+#include "data/AudioRules.h"
 #include "data/Catalogue.h"
 #include "data/Usage.h"
 #include "data/Writes.h"
@@ -25,9 +26,6 @@ using namespace Qt::StringLiterals;
 using runtime::Trapped;
 
 namespace {
-
-constexpr int kFirstHour = 0;
-constexpr int kLastHour = 23;
 
 QString DateText(const QVariant& moment) {
   return runtime::FormatDate(moment.toDateTime(), u"dd-mm-yyyy"_s);
@@ -137,19 +135,12 @@ void frmItemSpotsDetail::InitControls() {
 }
 
 bool frmItemSpotsDetail::OwnFieldsValid() {
-  if (!ui_->cobStart->HoldsDate()) return Refuse(3038, u"Startdatum"_s, {}, ui_->cobStart);
-  if (!HourValid(ui_->txtStartUur, u"Startuur"_s)) return false;
-  if (!ui_->cobStop->HoldsDate()) return Refuse(3038, u"Einddatum"_s, {}, ui_->cobStop);
-  return HourValid(ui_->txtEindUur, u"Einduur"_s);
-}
-
-// Required: an hour out of range is corrected without a message.
-bool frmItemSpotsDetail::HourValid(QLineEdit* hour, const QString& naam) {
-  if (!runtime::IsNumeric(hour->text())) return Refuse(3028, naam, {}, hour);
-  const double value = runtime::ToDouble(hour->text());
-  if (value < kFirstHour) hour->setText(QString::number(kFirstHour));
-  if (value > kLastHour) hour->setText(QString::number(kLastHour));
-  return true;
+  ValidityInput input{ui_->cobStart->HoldsDate(), ui_->txtStartUur->text(), ui_->cobStop->HoldsDate(),
+                      ui_->txtEindUur->text()};
+  const std::optional<Refusal> refusal = CheckValidity(input);
+  if (input.startUur != ui_->txtStartUur->text()) ui_->txtStartUur->setText(input.startUur);
+  if (input.eindUur != ui_->txtEindUur->text()) ui_->txtEindUur->setText(input.eindUur);
+  return Accept(refusal);
 }
 
 QStringList frmItemSpotsDetail::ItemsUsing(qint32 id) const {

@@ -5,8 +5,6 @@
 
 #include <memory>
 
-class QLineEdit;
-
 namespace Ui {
 class frmItemSpotsDetail;
 }
@@ -40,7 +38,6 @@ class frmItemSpotsDetail : public AudioEditor {
   // The sound that follows this spot in the first block where one does.
   QString NextSound() const;
   void ShowValidity();
-  bool HourValid(QLineEdit* hour, const QString& naam);
 
   std::unique_ptr<Ui::frmItemSpotsDetail> ui_;
 };

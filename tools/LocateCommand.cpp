@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "data/AudioRules.h"
 #include "data/Globals.h"
 #include "data/ProgramLock.h"
 #include "data/Text.h"
@@ -16,8 +17,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr qsizetype kLongestPath = 240;  // limit of the field
 
 const QString kWrite = u"--write"_s;
 
@@ -48,7 +47,7 @@ Located Locate(const MissingAudio& sound, const AudioSearch& search) {
   if (answer.outcome != AudioSearch::Outcome::Found) return {OutcomeText(answer.outcome), {}};
   if (!runtime::IsMapped(answer.path)) return {u"buiten [Drives]"_s, {}};
   const QString path = runtime::PathText(answer.path);
-  if (path.size() > kLongestPath) return {u"pad te lang"_s, {}};
+  if (path.size() > kLongestAudioPath) return {u"pad te lang"_s, {}};
   return {OutcomeText(answer.outcome), path};
 }
 

@@ -42,9 +42,10 @@ void EditorForm::RequireLoaded() const {
   }
 }
 
-bool EditorForm::Refuse(int message, const QString& value1, const QString& value2, QWidget* focus) {
-  ShowAppMessage(message, value1, value2);
-  if (focus != nullptr) focus->setFocus();
+bool EditorForm::Accept(const std::optional<Refusal>& refusal) {
+  if (!refusal) return true;
+  ShowAppMessage(refusal->message, refusal->value1, refusal->value2);
+  if (!refusal->control.isEmpty()) findChild<QWidget*>(refusal->control)->setFocus();
   return false;
 }
 

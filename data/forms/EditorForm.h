@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "data/Refusal.h"
 #include "data/forms/Form.h"
+
+#include <optional>
 
 // Base of the detail editors: a new or existing record, unsaved changes, saving and cancelling.
 class EditorForm : public Form {
@@ -29,8 +32,8 @@ class EditorForm : public Form {
   // Writes the record. Clears isDirty_ and isNew_ only after everything was written.
   virtual void Opslaan() = 0;
 
-  // Shows the message, moves the focus to `focus` (null: leaves it) and returns false.
-  static bool Refuse(int message, const QString& value1, const QString& value2, QWidget* focus);
+  // For the result of a check: true without a refusal. Otherwise shows its message, moves the focus and returns false.
+  bool Accept(const std::optional<Refusal>& refusal);
 
   // Asks about unsaved changes, if any. Returns true when the form must stay open: the question could not be shown, or
   // the user chose to save and that failed.
