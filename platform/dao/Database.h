@@ -38,6 +38,7 @@ class Database {
   void Close();
 
  private:
+  friend class StatementTransaction;
   std::shared_ptr<Storage> storage_;
 };
 
