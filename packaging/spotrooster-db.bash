@@ -16,6 +16,8 @@ _spotrooster_db() {
     [restore]="--zonder-reservekopie"
     [copy]="--refresh"
     [export]="--bestand-verwerkt --bestand-niet-verwerkt --station --vorige-verwerkt"
+    [apply]="--from --folder --report --audio-to --program --dry-run --out-of-order"
+    [conflicts]="--take --all"
     [spots]="--ending --station"
     [locate]="--station --write"
     [playout]="--form --to --at --station"

@@ -73,9 +73,9 @@ int Run(const Command& command, const QStringList& words, const Streams& streams
 }  // namespace
 
 QList<Command> AllCommands() {
-  return {CreateCommand(),  DemoCommand(),   TablesCommand(),  SchemaCommand(),  DumpCommand(), SqlCommand(),
-          MeasureCommand(), CheckCommand(),  CompactCommand(), RestoreCommand(), CopyCommand(), ExportCommand(),
-          SpotsCommand(),   LocateCommand(), PlayoutCommand(), PlayedCommand()};
+  return {CreateCommand(),  DemoCommand(),      TablesCommand(),  SchemaCommand(),  DumpCommand(),    SqlCommand(),
+          MeasureCommand(), CheckCommand(),     CompactCommand(), RestoreCommand(), CopyCommand(),    ExportCommand(),
+          ApplyCommand(),   ConflictsCommand(), SpotsCommand(),   LocateCommand(),  PlayoutCommand(), PlayedCommand()};
 }
 
 int RunCommand(const QStringList& words, const Streams& streams) {

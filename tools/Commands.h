@@ -13,6 +13,7 @@
 inline constexpr int kDone = 0;
 inline constexpr int kFailed = 1;
 inline constexpr int kWrongUse = 2;
+inline constexpr int kWaits = 3;  // done, but something waits for a person
 
 struct Streams {
   std::ostream& out;  // UTF-8
@@ -40,6 +41,8 @@ Command CompactCommand();
 Command RestoreCommand();
 Command CopyCommand();
 Command ExportCommand();
+Command ApplyCommand();
+Command ConflictsCommand();
 Command SpotsCommand();
 Command LocateCommand();
 Command PlayoutCommand();

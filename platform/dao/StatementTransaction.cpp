@@ -60,7 +60,8 @@ StatementTransaction::~StatementTransaction() = default;
 
 template <class Work>
 auto StatementTransaction::Guarded(Work work) -> decltype(work()) {
-  if (!writing_ || failed_) throw runtime::Error(u"Deze transactie op '%1' is al beëindigd."_s.arg(storage_->PathText()));
+  if (!writing_ || failed_)
+    throw runtime::Error(u"Deze transactie op '%1' is al beëindigd."_s.arg(storage_->PathText()));
   try {
     return work();
   } catch (...) {

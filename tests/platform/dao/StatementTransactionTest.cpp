@@ -94,8 +94,8 @@ TEST(StatementTransaction, RowsAreConvertedAsThoseOfAStatement) {
   transaction.Insert(u"tblSpots"_s, row);
   const auto found = transaction.Find(u"tblSpots"_s, u"id"_s, 4);
   ASSERT_EQ(found.size(), 1u);
-  EXPECT_EQ(found[0].values, (std::vector<dao::Value>{std::int64_t{4}, std::u16string(u"12"), std::int64_t{1}, 45658.0,
-                                                      dao::Value()}));
+  EXPECT_EQ(found[0].values,
+            (std::vector<dao::Value>{std::int64_t{4}, std::u16string(u"12"), std::int64_t{1}, 45658.0, dao::Value()}));
   const QString error = ErrorOf([&] {
     transaction.Update(u"tblSpots"_s, found[0].id, std::array{dao::FieldValue{1, QString(60, u'x').toStdU16String()}});
   });

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "export/apply/CatalogueTables.h"
+#include "platform/dao/StatementTransaction.h"
+
+#include <QHash>
+#include <QSet>
+#include <QString>
+
+#include <optional>
+#include <utility>
+
+namespace apply {
+
+// Under which numbers the records that one workstation made are in the shared database. A number of the workstation
+// may be that of its own new record or of the server's record of that number; which of the two is known by the
+// fingerprint that the own record has since the workstation's last statement on it. Kept in tblVerwerktNummers.
+class OwnNumbers {
+ public:
+  struct Own {
+    qint64 server = 0;
+    QString fingerprint;  // empty: not known
+  };
+
+  OwnNumbers(dao::StatementTransaction& transaction, const QString& source);
+
+  // The workstation's own record of that number, made by its last INSERT.
+  const Own* Find(Table table, qint64 number) const;
+  // The own record when `fingerprint` is that of its row, or nothing is known of either.
+  const Own* FindAs(Table table, qint64 number, const QString& fingerprint) const;
+  // Whether the record of that number in the shared database was made by an export, of any workstation.
+  bool IsMadeByExport(Table table, qint64 server) const;
+
+  void Add(Table table, qint64 number, const Own& own);
+  void SetFingerprint(Table table, qint64 number, const QString& fingerprint);
+  void Remove(Table table, qint64 number);
+
+  // Writes what changed.
+  void Store();
+
+ private:
+  using Key = std::pair<int, qint64>;
+  struct Kept : Own {
+    std::optional<dao::RowId> row;
+    bool isChanged = false;
+  };
+  static Key KeyOf(Table table, qint64 number) { return {static_cast<int>(table), number}; }
+
+  dao::StatementTransaction& transaction_;
+  QString source_;
+  QHash<Key, Kept> own_;
+  QSet<Key> made_;
+  std::vector<std::pair<Key, Kept>> replaced_;  // new in this transaction, and replaced by another of that number
+  std::vector<dao::RowId> removed_;
+};
+
+}  // namespace apply
