@@ -3,6 +3,7 @@
 
 #include "catalogue/LocalCopy.h"
 #include "data/Globals.h"
+#include "data/MessageNumbers.h"
 #include "data/Messages.h"
 #include "data/Writes.h"
 #include "platform/desktop/WaitPointer.h"
@@ -27,7 +28,7 @@ void frmItemPingles::cmdVerwijder_Click() {
   Trapped(__func__, [&] {
     const QString name = runtime::TrimBlanks(List().Text(List().ListIndex()));
     const QString question = u'"' + name + u'"' + u" verwijderen uit de lijst ..."_s + u"\r\n"_s;
-    if (ShowAppMessage(3009, question) == kAnswerYes) {
+    if (ShowAppMessage(message::kAreYouSure, question) == kAnswerYes) {
       const desktop::WaitPointer wait;
       const Catalogue catalogue = CurrentCatalogue();
       global.lastResult = Delete_tblBeheer(SelectedID(), catalogue.itemPingles, catalogue.itemPingles + u".ID"_s,

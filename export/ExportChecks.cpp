@@ -2,6 +2,7 @@
 #include "export/ExportChecks.h"
 
 #include "data/Globals.h"
+#include "data/MessageNumbers.h"
 #include "data/Messages.h"
 #include "data/Text.h"
 #include "platform/runtime/TextFile.h"
@@ -27,11 +28,11 @@ QString EarlierExportsQuestion() {
 bool MayExport(const QString& destination) {
   if (!global.online && !ConfirmEarlierExports()) return false;
   if (IsKull(destination)) {
-    ShowAppMessage(1500, u"Bestemming"_s);
+    ShowAppMessage(message::kFieldEmpty, u"Bestemming"_s);
     return false;
   }
   if (!runtime::IsFolder(destination)) {
-    ShowAppMessage(5001, u"Bestemming"_s);
+    ShowAppMessage(message::kFolderMissing, u"Bestemming"_s);
     return false;
   }
   return true;

@@ -3,6 +3,7 @@
 
 #include "data/Globals.h"
 #include "data/KeptStatements.h"
+#include "data/MessageNumbers.h"
 #include "data/Messages.h"
 #include "export/ExportChecks.h"
 #include "export/InterruptedExport.h"
@@ -91,7 +92,7 @@ void frmPlanningExporteren::cmdOk_Click() {
     HideProgress();
     InitControls();
     InitCommands();
-    ShowAppMessage(5004);
+    ShowAppMessage(message::kExportEnded);
     Unload();
   });
 }

@@ -2,6 +2,7 @@
 #include "items/frmItemsDetailOpt1.h"
 
 #include "data/Catalogue.h"
+#include "data/MessageNumbers.h"
 #include "items/ui_frmItemsDetailOpt1.h"
 #include "platform/controls/ListBox.h"
 #include "platform/dao/Database.h"
@@ -58,7 +59,7 @@ void frmItemsDetailOpt1::FillForm() {
 bool frmItemsDetailOpt1::OpslaanProceed() {
   return Trapped(__func__, false, [this] {
     if (ui_->cboItemSpot->ListIndex() != -1) return true;
-    return Accept(Refusal{1501, u"Item-spot"_s, u"spot"_s, u"cboItemSpot"_s});
+    return Accept(Refusal{message::kNothingChosen, u"Item-spot"_s, u"spot"_s, u"cboItemSpot"_s});
   });
 }
 

@@ -2,6 +2,7 @@
 #include "data/forms/EditorForm.h"
 
 #include "data/Globals.h"
+#include "data/MessageNumbers.h"
 #include "data/Messages.h"
 #include "data/Text.h"
 #include "platform/dao/Database.h"
@@ -52,7 +53,7 @@ bool EditorForm::Accept(const std::optional<Refusal>& refusal) {
 bool EditorForm::IsFormDirty() {
   return Trapped(__func__, true, [&] {
     if (!isDirty_) return false;
-    const int answer = ShowAppMessage(2000);
+    const int answer = ShowAppMessage(message::kSaveChanges);
     if (answer == kAnswerNone) return true;  // the question could not be shown: keep the user's input
     if (answer != kAnswerYes) {
       isDirty_ = false;
