@@ -26,7 +26,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kQuestionNoFirst = 292;
 const QString kMomentFormat = u"yyyyMMdd-HHmmss"_s;
 const QString kEnding = u".mdb"_s;
 constexpr qint64 kStep = 2;  // seconds; the resolution of file times on FAT
@@ -173,6 +172,6 @@ BackupBefore BackUpBefore(const QString& databasePath) {
     const QString question =
         u"Er kon vooraf geen reservekopie van '%1' gemaakt worden.\n\n%2\n\nWilt u toch doorgaan?"_s.arg(
             databasePath, error.Description());
-    return {ShowItemsMessage(question, kQuestionNoFirst) == kAnswerYes, QString()};
+    return {ShowItemsMessage(question, kStyleYesNoDefaultNo) == kAnswerYes, QString()};
   }
 }

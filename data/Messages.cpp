@@ -11,12 +11,12 @@ using namespace Qt::StringLiterals;
 namespace {
 
 int StyleOf(const QString& letter) {
-  if (letter == u"Q"_s) return 36;
-  if (letter == u"C"_s) return 35;
-  if (letter == u"N"_s) return 292;
-  if (letter == u"M"_s) return 64;
-  if (letter == u"E"_s) return 48;
-  if (letter == u"W"_s) return 16;
+  if (letter == u"Q"_s) return kStyleYesNo;
+  if (letter == u"C"_s) return runtime::kStyleYesNoCancel;
+  if (letter == u"N"_s) return kStyleYesNoDefaultNo;
+  if (letter == u"M"_s) return kStyleInformation;
+  if (letter == u"E"_s) return kStyleExclamation;
+  if (letter == u"W"_s) return kStyleCritical;
   return 0;
 }
 

@@ -28,8 +28,6 @@ using runtime::Presence;
 namespace {
 
 constexpr qint64 kLargestExport = qint64{1} << 30;
-constexpr int kInformation = 64;
-constexpr int kQuestionNoFirst = 292;
 
 bool Holds(const QString& path, const QByteArray& digest) {
   return ContentDigest::Of(runtime::ReadFile(path, kLargestExport)) == digest;
@@ -125,7 +123,7 @@ MissingFile AskAboutMissingFile(const QString& path) {
       u"Een export werd onderbroken toen het bestand al klaar was, maar het staat er niet meer:\n%1\n\n"
       u"Is dat bestand verwerkt met Kadrovia? Bij Ja gaan de opdrachten uit het logboek, bij Nee gaan ze mee met "
       u"de volgende export."_s.arg(path),
-      kQuestionNoFirst);
+      kStyleYesNoDefaultNo);
   return answer == kAnswerYes ? MissingFile::Processed : MissingFile::NotProcessed;
 }
 
@@ -136,7 +134,7 @@ void FinishInterruptedExport(const QString& localDatabasePath,
     ShowItemsMessage(
         u"De vorige export werd onderbroken toen het bestand al klaar was:\n%1\n\n"
         u"De opdrachten die erin staan zijn nu uit het logboek gehaald."_s.arg(settlement.path),
-        kInformation);
+        kStyleInformation);
   } else if (settlement.what == InterruptedExport::NotReachable) {
     ThrowUndecided(settlement.path, u"de schijf of netwerkmap antwoordt niet"_s, u"bereikbaar"_s);
   } else if (settlement.what == InterruptedExport::Denied) {

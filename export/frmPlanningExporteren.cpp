@@ -144,7 +144,7 @@ void frmPlanningExporteren::Opslaan() {
       ui_->imgProgress->SetProgress(1);
       desktop::YieldToEvents();
     }
-    if (altered.count > 0) desktop::ShowMessageBox(this, AlteredWarning(altered, path), 48, u"Items"_s);
+    if (altered.count > 0) desktop::ShowMessageBox(this, AlteredWarning(altered, path), kStyleExclamation, u"Items"_s);
   });
 }
 

@@ -200,7 +200,7 @@ void frmItemsDetail::cmdNormalizeItem_Click() {
         if (!global.lastResult) ++failed;
       }
     }
-    ShowItemsMessage(ResetText(spots, failed), 64);
+    ShowItemsMessage(ResetText(spots, failed), kStyleInformation);
   });
 }
 

@@ -49,8 +49,9 @@ void frmBeluisteren::WirePlayer() {
     tmrPlayer_->stop();
     DrawTime();
   });
-  connect(player_, &audio::AudioPlayer::failed, this,
-          [this](const QString& message) { Trapped("Player_Failed", [&] { ShowItemsMessage(message, 48); }); });
+  connect(player_, &audio::AudioPlayer::failed, this, [this](const QString& message) {
+    Trapped("Player_Failed", [&] { ShowItemsMessage(message, kStyleExclamation); });
+  });
   connect(player_, &audio::AudioPlayer::statusChanged, this, &frmBeluisteren::ShowStatus);
 }
 
