@@ -17,7 +17,7 @@ namespace {
 
 int RowsIn(const QString& databasePath, const QString& table) {
   const dao::Recordset rows =
-      dao::OpenDatabase(databasePath, {{}, true}).OpenRecordset(u"SELECT COUNT(*) AS Aantal FROM "_s + table);
+      dao::OpenDatabase(databasePath, {.readOnly = true}).OpenRecordset(u"SELECT COUNT(*) AS Aantal FROM "_s + table);
   return rows.Field(u"Aantal"_s).toInt();
 }
 

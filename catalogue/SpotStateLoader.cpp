@@ -59,7 +59,7 @@ std::optional<std::vector<SpotStateLoader::Row>> SpotStateLoader::ReadRows(const
                                                                            const QString& table) {
   try {
     // Read-only: marks never change the catalogue.
-    dao::Recordset found = dao::OpenDatabase(databasePath, {{}, true}).OpenRecordset(Query(table));
+    dao::Recordset found = dao::OpenDatabase(databasePath, {.readOnly = true}).OpenRecordset(Query(table));
     std::vector<Row> rows;
     rows.reserve(static_cast<std::size_t>(found.RecordCount()));
     for (; !found.Eof(); found.MoveNext())

@@ -96,7 +96,7 @@ bool HasRows(dao::Database& database, const QString& table) {
 // Whether every copy table has rows. A server database has no copy tables and is never complete in this sense.
 bool IsComplete(const QString& path) {
   try {
-    dao::Database database = dao::OpenDatabase(path, {{}, true});
+    dao::Database database = dao::OpenDatabase(path, {.readOnly = true});
     const QStringList copies = database.TableNames().filter(u"tblCopie_"_s);
     return !copies.isEmpty() &&
            std::all_of(copies.begin(), copies.end(), [&](const QString& table) { return HasRows(database, table); });

@@ -87,7 +87,7 @@ const std::optional<qint32>& MissingAudio::LengteSec() const {
 
 QList<MissingAudio> FindMissingAudio() {
   const Catalogue catalogue = CurrentCatalogue();
-  dao::Database database = dao::OpenDatabase(catalogue.databasePath, {{}, true});
+  dao::Database database = dao::OpenDatabase(catalogue.databasePath, {.readOnly = true});
   QList<MissingAudio> missing;
   AddMissing(missing, database, catalogue.itemSpots, SpotRow);
   AddMissing(missing, database, catalogue.itemPingles, PingleRow);

@@ -15,7 +15,7 @@ namespace {
 
 // Statements logged since the backup must neither be lost nor exported twice.
 void RefuseLog(const QStringList& tables, const QString& path) {
-  const dao::Database database = dao::OpenDatabase(path, {{}, true});
+  const dao::Database database = dao::OpenDatabase(path, {.readOnly = true});
   if (std::none_of(tables.begin(), tables.end(), [&](const QString& name) { return IsOfflineLog(database, name); }))
     return;
   throw runtime::Error(u"De tabel 'tblOfflineLog' wordt nooit teruggezet: dat zou opdrachten wissen of verdubbelen."_s);

@@ -27,7 +27,7 @@ QString DateField(const std::optional<QDate>& date) {
 }
 
 dao::Recordset Spots(const QString& path, const QString& table) {
-  dao::Database database = dao::OpenDatabase(path, {{}, true});
+  dao::Database database = dao::OpenDatabase(path, {.readOnly = true});
   return database.OpenRecordset(u"SELECT * FROM "_s + table + u" ORDER BY EindDatum, Naam, ID");
 }
 

@@ -18,7 +18,8 @@ std::unique_ptr<ProgramLock> LockForLog(const Arguments& arguments, const dao::S
   const QString& word = statement.inFile ? *statement.inFile : arguments.Plain().first();
   if (dao::IsServerPath(word)) return nullptr;
   const QString path = statement.inFile ? runtime::HostPath(word) : word;
-  const dao::Database database = statement.inFile ? dao::OpenDatabase(path, {{}, true}) : OpenDatabase(arguments);
+  const dao::Database database =
+      statement.inFile ? dao::OpenDatabase(path, {.readOnly = true}) : OpenDatabase(arguments);
   return IsOfflineLog(database, statement.target) ? LocalFolder(path).Lock() : nullptr;
 }
 

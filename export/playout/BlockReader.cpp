@@ -24,7 +24,7 @@ QString TextIn(const dao::Recordset& row, const QString& field) {
 }
 
 dao::Recordset Rows(const Catalogue& catalogue, const QString& select) {
-  return dao::OpenDatabase(catalogue.databasePath, {{}, true}).OpenRecordset(select);
+  return dao::OpenDatabase(catalogue.databasePath, {.readOnly = true}).OpenRecordset(select);
 }
 
 QHash<qint32, BlockSpot> ReadSpots(const Catalogue& catalogue) {

@@ -35,7 +35,7 @@ QString TitleOf(QDate first, QDate last) {
 
 // Whether the catalogue's database has a ledger of airings.
 bool HasLedger() {
-  return dao::OpenDatabase(CurrentCatalogue().databasePath, {{}, true})
+  return dao::OpenDatabase(CurrentCatalogue().databasePath, {.readOnly = true})
       .TableNames()
       .contains(kLedgerTable, Qt::CaseInsensitive);
 }

@@ -136,7 +136,7 @@ TEST(JetFile, AReplacedFileIsNoticed) {
 TEST(JetFile, ReadOnlyOpeningWritesNothing) {
   const SpotScratch s;
   ASSERT_TRUE(QFile::copy(s.Path(), s.Path(u"kopie.mdb"_s)));
-  dao::Database database = dao::OpenDatabase(s.Path(u"kopie.mdb"_s), {{}, true});
+  dao::Database database = dao::OpenDatabase(s.Path(u"kopie.mdb"_s), {.readOnly = true});
   EXPECT_EQ(Rows(database, u"SELECT ID FROM tblSpots"_s).size(), 3);
   const QString error = ExecuteError(database, u"DELETE FROM tblSpots"_s);
   EXPECT_TRUE(error.contains(u"kopie.mdb"_s) && error.contains(u"alleen-lezen"_s)) << qPrintable(error);

@@ -70,7 +70,7 @@ TEST_F(SampleFiles, AnOlderFormatIsReported) {
 }
 
 TEST_F(SampleFiles, JoinsAndKeysWorkOnRealTables) {
-  dao::Database database = dao::OpenDatabase(samples_ + u"/northwind.mdb"_s, {{}, true});
+  dao::Database database = dao::OpenDatabase(samples_ + u"/northwind.mdb"_s, {.readOnly = true});
   EXPECT_EQ(Rows(database, u"SELECT CompanyName FROM Customers WHERE CustomerID = \"alfki\""_s),
             QStringList{u"Alfreds Futterkiste"_s});
   EXPECT_EQ(Rows(database, u"SELECT MAX(OrderID) AS m FROM Orders"_s), QStringList{u"11077"_s});
