@@ -2,18 +2,16 @@
 #include "data/SpotState.h"
 
 #include "platform/runtime/Clock.h"
+#include "platform/runtime/Dates.h"
 
 #include <QStringList>
 
 #include <optional>
 
 using namespace Qt::StringLiterals;
+using runtime::DateText;
 
 namespace {
-
-QString DateText(const std::optional<QDate>& date) {
-  return date ? date->toString(u"dd-MM-yyyy"_s) : QString();
-}
 
 bool FileMissing(const SpotFacts& spot) {
   return spot.path.isEmpty() || spot.file == runtime::Presence::NotThere;

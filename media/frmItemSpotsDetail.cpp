@@ -27,10 +27,6 @@ using runtime::Trapped;
 
 namespace {
 
-QString DateText(const QVariant& moment) {
-  return runtime::FormatDate(moment.toDateTime(), u"dd-mm-yyyy"_s);
-}
-
 // With the time of day, unless it is midnight.
 QString MomentText(const QVariant& value) {
   const QDateTime moment = value.toDateTime();
@@ -39,7 +35,7 @@ QString MomentText(const QVariant& value) {
 }
 
 void FillDate(controls::DateCombo* field, const QVariant& date) {
-  if (!date.isNull()) field->SetText(DateText(date));
+  if (!date.isNull()) field->SetText(runtime::DateText(date.toDate()));
 }
 
 void FillNumber(QLineEdit* field, const QVariant& number) {
@@ -108,7 +104,7 @@ void frmItemSpotsDetail::FillNew() {
 
 // A dropped file is assumed to run from today.
 void frmItemSpotsDetail::FillDropped() {
-  if (ui_->cobStart->Text().isEmpty()) ui_->cobStart->SetText(DateText(QVariant(runtime::Now())));
+  if (ui_->cobStart->Text().isEmpty()) ui_->cobStart->SetText(runtime::DateText(runtime::Now().date()));
 }
 
 void frmItemSpotsDetail::FillRecord(const dao::Recordset& row) {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "data/forms/SpotDetails.h"
 
+#include "platform/runtime/Dates.h"
+
 #include <QStringList>
 
 #include <optional>
@@ -48,8 +50,8 @@ void SetMark(LineDetails& details, SpotState state) {
 
 QString ValidityText(const SpotFacts& spot) {
   QString text = u"Geldig"_s;
-  if (spot.startDatum) text += u" van "_s + spot.startDatum->toString(u"dd-MM-yyyy"_s);
-  if (spot.eindDatum) text += u" tot en met "_s + spot.eindDatum->toString(u"dd-MM-yyyy"_s);
+  if (spot.startDatum) text += u" van "_s + runtime::DateText(spot.startDatum);
+  if (spot.eindDatum) text += u" tot en met "_s + runtime::DateText(spot.eindDatum);
   if (!spot.startDatum && !spot.eindDatum) text += u" zonder begin of einde"_s;
   return text + u", van uur "_s + QString::number(spot.startUur.value_or(0)) + u" tot en met uur "_s +
          QString::number(spot.eindUur.value_or(23));

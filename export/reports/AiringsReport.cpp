@@ -11,6 +11,7 @@
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
+using runtime::DateText;
 
 namespace {
 
@@ -28,9 +29,8 @@ QString NameIn(const QHash<qint32, QString>& names, qint32 id, const QString& wh
 }
 
 QString TitleOf(QDate first, QDate last) {
-  const QString form = u"dd-MM-yyyy"_s;
   return u"Uitzendverslag "_s +
-         (first == last ? first.toString(form) : first.toString(form) + u" tot en met "_s + last.toString(form));
+         (first == last ? DateText(first) : DateText(first) + u" tot en met "_s + DateText(last));
 }
 
 // Whether the catalogue's database has a ledger of airings.
@@ -65,7 +65,7 @@ Report AiringsReport(std::optional<qint32> spotID, QDate first, QDate last) {
     current = spot;
     const QDateTime moment = row.Field(u"Moment"_s).toDateTime();
     const qint32 item = row.Field(u"ItemID"_s).toInt();
-    report.groups.back().lines.push_back({moment.toString(u"dd-MM-yyyy"_s), moment.toString(u"HH:mm:ss"_s),
+    report.groups.back().lines.push_back({DateText(moment.date()), moment.toString(u"HH:mm:ss"_s),
                                           item == 0 ? QString() : NameIn(items, item, u"Item"_s)});
   }
   for (Report::Group& group : report.groups)

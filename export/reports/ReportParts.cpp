@@ -21,10 +21,6 @@ QString TextOf(const dao::Recordset& row, const QString& field) {
   return runtime::TrimBlanks(row.Field(field).toString());
 }
 
-QString Day(const std::optional<QDate>& day) {
-  return day ? day->toString(u"dd-MM-yyyy"_s) : QString();
-}
-
 QString Hours(const SpotFacts& spot) {
   return u"%1–%2"_s.arg(spot.startUur.value_or(0)).arg(spot.eindUur.value_or(23));
 }

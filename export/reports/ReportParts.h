@@ -15,8 +15,7 @@ dao::Recordset Rows(const QString& select);
 // A text field, trimmed; empty for NULL.
 QString TextOf(const dao::Recordset& row, const QString& field);
 
-QString Day(const std::optional<QDate>& day);  // "31-03-2025"
-QString Hours(const SpotFacts& spot);          // "6–22"
+QString Hours(const SpotFacts& spot);  // "6–22"
 // A spot's current state in words; adds its file to the files of the report.
 QString StateOn(SpotFacts spot, const FilePresences& presences, Report& report);
 QString Counted(qsizetype count, const QString& one, const QString& many);

@@ -7,8 +7,10 @@
 #include "data/forms/SpotDetails.h"
 #include "export/reports/ReportParts.h"
 #include "platform/runtime/Clock.h"
+#include "platform/runtime/Dates.h"
 
 using namespace Qt::StringLiterals;
+using runtime::DateText;
 
 Report CatalogueReport(const FilePresences& presences) {
   Report report = NewReport(u"Item-spots"_s);
@@ -21,8 +23,9 @@ Report CatalogueReport(const FilePresences& presences) {
        row.MoveNext()) {
     const SpotFacts spot = FactsOf(row);
     seconds += spot.lengteSec.value_or(0);
-    all.lines.push_back({TextOf(row, u"Naam"_s), LengthText(spot.lengteSec), Day(spot.startDatum), Day(spot.eindDatum),
-                         Hours(spot), StateOn(spot, presences, report), TextOf(row, u"AantalGedraaid"_s), spot.path});
+    all.lines.push_back({TextOf(row, u"Naam"_s), LengthText(spot.lengteSec), DateText(spot.startDatum),
+                         DateText(spot.eindDatum), Hours(spot), StateOn(spot, presences, report),
+                         TextOf(row, u"AantalGedraaid"_s), spot.path});
   }
   if (all.lines.empty()) return report;
   report.closing = SpotsAndLength(static_cast<qsizetype>(all.lines.size()), seconds);
@@ -42,7 +45,7 @@ Report EndingReport() {
     const SpotFacts spot = FactsOf(row);
     const qint64 days = spot.eindDatum ? today.daysTo(*spot.eindDatum) : -1;
     if (days < 0 || days > kPaperDays) continue;
-    ending.lines.push_back({Day(spot.eindDatum), QString::number(days), TextOf(row, u"Naam"_s),
+    ending.lines.push_back({DateText(spot.eindDatum), QString::number(days), TextOf(row, u"Naam"_s),
                             ItemsWithSpot(row.Field(u"ID"_s).toInt()).join(u", "_s)});
   }
   if (ending.lines.empty()) return report;

@@ -102,6 +102,10 @@ int WeekOfYear(QDate date, int firstDayOfWeek) {
   return (date.dayOfYear() - 1 + daysBefore) / 7 + 1;
 }
 
+QString DateText(const std::optional<QDate>& date) {
+  return date ? date->toString(u"dd-MM-yyyy") : QString();
+}
+
 QString FormatDate(const QDateTime& moment, const QString& format, int firstDayOfWeek) {
   QString result;
   bool afterHour = false;

@@ -21,6 +21,9 @@ QDateTime MomentOfDayNumber(double day);
 // are in 1930 to 2029). Nothing when the text is not a date from 1-1-100 to 31-12-9999.
 std::optional<QDate> ParseDate(const QString& text);
 
+// The date as shown everywhere, "31-01-2024"; empty without a date.
+QString DateText(const std::optional<QDate>& date);
+
 // Week of the year, counted within the date's own year: the week of 1 January is week 1, so late December is week 53
 // or 54. First day of the week: 1 = Sunday to 7 = Saturday; 0 = the system's setting.
 int WeekOfYear(QDate date, int firstDayOfWeek);

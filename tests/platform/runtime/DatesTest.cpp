@@ -56,6 +56,11 @@ TEST(FormatDate, GivesTheFormatsOfTheSystem) {
   EXPECT_EQ(FormatDate(moment, u"d/m/yy hh:nn:ss"_s), u"31/1/24 15:45:07"_s);
 }
 
+TEST(DateText, HasDayMonthYearAndIsEmptyWithoutADate) {
+  EXPECT_EQ(runtime::DateText(QDate(2024, 1, 31)), u"31-01-2024"_s);
+  EXPECT_EQ(runtime::DateText(std::nullopt), QString());
+}
+
 TEST(WeekOfYear, AgreesWithCountingForEveryDayAndFirstDay) {
   for (int firstDay = 1; firstDay <= 7; ++firstDay) {
     for (QDate day(1990, 1, 1); day.year() <= 2040; day = day.addDays(day.month() == 1 || day.month() == 12 ? 1 : 5)) {
