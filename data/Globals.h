@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QString>
-#include <QStringList>
 #include <QVariant>
 
 // The values that all screens share. Set at start-up; the settings dialog changes `online`. User-interface thread only.
@@ -27,11 +26,10 @@ struct Globals {
   bool online = false;  // false until it is read from the local database
 
   // Passed from one screen to the next.
-  QString gstrSelectedID;    // a record's ID in decimal, "NIEUW", or a folder path
-  QString gstrOpruimenID;    // a record's ID in decimal, for the cleanup dialogs
-  QStringList droppedAudio;  // dropped sound files (host paths) for which no record was made yet
-  QVariant lastAnswer;       // to the last question: a button's number, or a text
-  bool lastResult = false;   // of the last write
+  QString gstrSelectedID;   // a record's ID in decimal, "NIEUW", or a folder path
+  QString gstrOpruimenID;   // a record's ID in decimal, for the cleanup dialogs
+  QVariant lastAnswer;      // to the last question: a button's number, or a text
+  bool lastResult = false;  // of the last write
 };
 
 extern Globals global;

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "data/forms/DroppedAudio.h"
 
-#include "data/Globals.h"
 #include "data/Messages.h"
 
 #include <QFileInfo>
@@ -11,6 +10,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kMaxListed = 5;
+
+QStringList droppedFiles;  // host paths
 
 // By file name, like the file dialog; the contents are checked when the file is opened.
 bool IsAudio(const QString& file) {
@@ -44,17 +45,17 @@ QStringList AcceptedAudio(const QStringList& files) {
 }
 
 void QueueDroppedAudio(const QStringList& files) {
-  global.droppedAudio += files;
+  droppedFiles += files;
 }
 
 qsizetype DroppedAudioLeft() {
-  return global.droppedAudio.size();
+  return droppedFiles.size();
 }
 
 QString TakeDroppedAudio() {
-  return global.droppedAudio.isEmpty() ? QString() : global.droppedAudio.takeFirst();
+  return droppedFiles.isEmpty() ? QString() : droppedFiles.takeFirst();
 }
 
 void ForgetDroppedAudio() {
-  global.droppedAudio.clear();
+  droppedFiles.clear();
 }
