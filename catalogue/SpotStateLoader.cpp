@@ -2,7 +2,7 @@
 #include "catalogue/SpotStateLoader.h"
 
 #include "data/Catalogue.h"
-#include "data/SpotFacts.h"
+#include "data/SpotState.h"
 #include "platform/dao/Database.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Error.h"

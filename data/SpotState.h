@@ -1,13 +1,31 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "data/SpotFacts.h"
+#include "platform/dao/Recordset.h"
+#include "platform/runtime/Probe.h"
 
+#include <QDate>
 #include <QDateTime>
 #include <QString>
 
 #include <array>
 #include <cstddef>
+#include <optional>
+
+// The fields of one item-spot that decide its state.
+struct SpotFacts {
+  QString path;
+  bool aktief = false;
+  std::optional<QDate> startDatum;  // first day of validity; none: no limit
+  std::optional<QDate> eindDatum;   // last day of validity, inclusive; none: no limit
+  std::optional<int> startUur;      // first hour of the day, 0 to 23
+  std::optional<int> eindUur;       // last hour of the day, inclusive
+  std::optional<qint32> lengteSec;
+  std::optional<runtime::Presence> file;  // none: not checked yet
+};
+
+// Reads the recordset's current row, which must contain these fields by name. Leaves `file` empty.
+SpotFacts FactsOf(const dao::Recordset& row);
 
 // When several apply, the first of this list is the state.
 enum class SpotState { NietAktief, BestandOntbreekt, Verlopen, Begint, Verloopt, BuitenUren, Loopt };

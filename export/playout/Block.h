@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "data/SpotFacts.h"
+#include "data/SpotState.h"
 #include "export/playout/FileNameExample.h"
 
 #include <QDateTime>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "data/Catalogue.h"
-#include "data/SpotFacts.h"
+#include "data/SpotState.h"
 #include "data/forms/SpotDetails.h"
 #include "export/reports/ReportParts.h"
 #include "export/reports/Reports.h"

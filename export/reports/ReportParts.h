@@ -3,7 +3,7 @@
 
 // Helpers shared by the overviews.
 
-#include "data/SpotFacts.h"
+#include "data/SpotState.h"
 #include "export/reports/Report.h"
 #include "export/reports/Reports.h"
 #include "platform/dao/Recordset.h"

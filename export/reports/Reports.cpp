@@ -2,7 +2,7 @@
 #include "export/reports/Reports.h"
 
 #include "data/Catalogue.h"
-#include "data/SpotFacts.h"
+#include "data/SpotState.h"
 #include "data/Usage.h"
 #include "data/forms/SpotDetails.h"
 #include "export/reports/ReportParts.h"
