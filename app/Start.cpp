@@ -11,8 +11,8 @@
 #include "items/Screens.h"
 #include "media/Screens.h"
 #include "platform/dao/postgres/ServerWait.h"
-#include "platform/desktop/Events.h"
 #include "platform/desktop/MessageBox.h"
+#include "platform/desktop/Windows.h"
 #include "platform/runtime/Error.h"
 
 using namespace Qt::StringLiterals;

@@ -3,11 +3,11 @@
 
 #include "app/Version.h"
 #include "app/ui_frmSplash.h"
-#include "platform/desktop/Events.h"
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/Palettes.h"
 #include "platform/desktop/ScaledFont.h"
 #include "platform/desktop/Tokens.h"
+#include "platform/desktop/Windows.h"
 
 #include <QKeyEvent>
 #include <QPainter>

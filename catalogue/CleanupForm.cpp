@@ -4,9 +4,9 @@
 #include "data/Globals.h"
 #include "data/Messages.h"
 #include "data/Writes.h"
-#include "platform/desktop/Events.h"
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/WaitPointer.h"
+#include "platform/desktop/Windows.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trapped.h"
 

@@ -7,8 +7,8 @@
 #include "data/Writes.h"
 #include "platform/dao/Database.h"
 #include "platform/dao/RestoreTables.h"
-#include "platform/desktop/Events.h"
 #include "platform/desktop/WaitPointer.h"
+#include "platform/desktop/Windows.h"
 #include "platform/runtime/Trapped.h"
 
 using namespace Qt::StringLiterals;

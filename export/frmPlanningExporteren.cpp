@@ -9,10 +9,10 @@
 #include "export/InterruptedExport.h"
 #include "export/OfflineLogExport.h"
 #include "export/ui_frmPlanningExporteren.h"
-#include "platform/desktop/Events.h"
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/MessageBox.h"
 #include "platform/desktop/WaitPointer.h"
+#include "platform/desktop/Windows.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trapped.h"
 

@@ -2,8 +2,8 @@
 #include "platform/desktop/FileChooser.h"
 
 #include "platform/desktop/FolderMemory.h"
-#include "platform/desktop/Owner.h"
 #include "platform/desktop/WaitPointer.h"
+#include "platform/desktop/Windows.h"
 
 #include <QDir>
 #include <QFileDialog>

@@ -2,8 +2,8 @@
 #include "platform/desktop/InputBox.h"
 
 #include "platform/desktop/InputDialog.h"
-#include "platform/desktop/Owner.h"
 #include "platform/desktop/WaitPointer.h"
+#include "platform/desktop/Windows.h"
 
 namespace desktop {
 

@@ -2,8 +2,8 @@
 #include "platform/desktop/MessageBox.h"
 
 #include "platform/desktop/MessageDialog.h"
-#include "platform/desktop/Owner.h"
 #include "platform/desktop/WaitPointer.h"
+#include "platform/desktop/Windows.h"
 
 #include <QApplication>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/desktop/WaitPointer.h"
 
-#include "platform/desktop/Events.h"
+#include "platform/desktop/Windows.h"
 
 #include <QApplication>
 #include <QWidget>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/desktop/Owner.h"
+#include "platform/desktop/Windows.h"
 
 #include <QApplication>
 #include <QWidget>
@@ -10,6 +10,14 @@ QWidget* OwnerOrActive(QWidget* owner) {
   if (owner != nullptr) return owner;
   if (QWidget* modal = QApplication::activeModalWidget()) return modal;
   return QApplication::activeWindow();
+}
+
+void YieldToEvents() {
+  QCoreApplication::processEvents(QEventLoop::AllEvents);
+}
+
+void RepaintWindows() {
+  QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
 }  // namespace desktop
