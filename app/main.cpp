@@ -2,7 +2,6 @@
 #include "app/Language.h"
 #include "app/Start.h"
 #include "app/StartOptions.h"
-#include "app/UserFile.h"
 #include "app/Version.h"
 #include "app/WindowPlaces.h"
 #include "app/frmMain.h"
@@ -18,6 +17,7 @@
 
 #include <QApplication>
 #include <QFileInfo>
+#include <QStandardPaths>
 
 #include <cstdio>
 #include <memory>
@@ -57,6 +57,11 @@ bool PrintedTextOnly(int argc, char** argv) {
   options.showVersion = arguments.contains(u"--version"_s) || arguments.contains(u"-v"_s);
   if (IsTextOnly(options)) PrintText(options);
   return IsTextOnly(options);
+}
+
+// Host path of a file among this user's settings; it need not exist.
+QString UserFile(const QString& name) {
+  return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + u"/spotrooster/"_s + name;
 }
 
 int Run(QApplication& application, const StartOptions& options) {
