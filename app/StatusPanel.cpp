@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/StatusPanel.h"
 
-#include "platform/desktop/Tokens.h"
+#include "platform/desktop/ThemeColours.h"
 
 #include <QPainter>
 
@@ -34,7 +34,7 @@ QFont StatusPanel::TextFont() const {
 }
 
 QColor StatusPanel::Colour() const {
-  if (tint_ == desktop::IconTint::Warning) return desktop::TokensFor(palette()).ends;
+  if (tint_ == desktop::IconTint::Warning) return desktop::ThemeColoursFor(palette()).ends;
   return palette().color(QPalette::WindowText);
 }
 
@@ -57,5 +57,5 @@ void StatusPanel::paintEvent(QPaintEvent*) {
   const QRect text = inside.adjusted(kIconSide + kGap, 0, 0, 0);
   const QString shown = painter.fontMetrics().elidedText(text_, Qt::ElideRight, text.width());
   painter.drawText(text, Qt::AlignLeft | Qt::AlignVCenter, shown);
-  painter.fillRect(QRect(width() - 1, 4, 1, height() - 8), desktop::TokensFor(palette()).line);
+  painter.fillRect(QRect(width() - 1, 4, 1, height() - 8), desktop::ThemeColoursFor(palette()).line);
 }

@@ -6,7 +6,7 @@
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/Palettes.h"
 #include "platform/desktop/ScaledFont.h"
-#include "platform/desktop/Tokens.h"
+#include "platform/desktop/ThemeColours.h"
 #include "platform/desktop/Windows.h"
 
 #include <QKeyEvent>

@@ -2,7 +2,7 @@
 #include "export/ExportDrawing.h"
 
 #include "platform/desktop/Icons.h"
-#include "platform/desktop/Tokens.h"
+#include "platform/desktop/ThemeColours.h"
 
 #include <QPainter>
 
@@ -36,18 +36,18 @@ QSize ExportDrawing::minimumSizeHint() const {
 void ExportDrawing::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  const desktop::Tokens& tokens = desktop::TokensFor(palette());
+  const desktop::ThemeColours& colours = desktop::ThemeColoursFor(palette());
   const int dotsWidth = (kDots - 1) * kDotStep;
   const int middle = height() / 2;
   const int firstDot = (width() - dotsWidth) / 2;
   const QRect station(firstDot - kGap - kIconSide, middle - kIconSide / 2, kIconSide, kIconSide);
-  desktop::PaintIcon(painter, station, u"radio"_s, tokens.hint);
-  desktop::PaintIcon(painter, station.translated(dotsWidth + 2 * kGap + kIconSide, 0), u"log"_s, tokens.hint);
+  desktop::PaintIcon(painter, station, u"radio"_s, colours.hint);
+  desktop::PaintIcon(painter, station.translated(dotsWidth + 2 * kGap + kIconSide, 0), u"log"_s, colours.hint);
   const int head = qRound(progress_ * kDots) - 1;
   painter.setPen(Qt::NoPen);
   for (int dot = 0; dot < kDots; ++dot) {
     const double side = dot == head ? kHeadSide : dot == head - 1 ? (kDotSide + kHeadSide) / 2 : kDotSide;
-    painter.setBrush(dot <= head ? tokens.accent : tokens.line);
+    painter.setBrush(dot <= head ? colours.accent : colours.line);
     painter.drawRoundedRect(QRectF(firstDot + dot * kDotStep - side / 2, middle - side / 2, side, side), 1, 1);
   }
 }

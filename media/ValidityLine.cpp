@@ -2,7 +2,7 @@
 #include "media/ValidityLine.h"
 
 #include "platform/controls/Marks.h"
-#include "platform/desktop/Tokens.h"
+#include "platform/desktop/ThemeColours.h"
 
 #include <QPainter>
 
@@ -33,7 +33,7 @@ void ValidityLine::paintEvent(QPaintEvent*) {
   const QColor tone = controls::ToneColour(remark_.tone, palette());
   const QRect mark(0, (height() - controls::kMarkSize) / 2, controls::kMarkSize, controls::kMarkSize);
   controls::PaintMark(painter, mark, remark_.mark, tone);
-  painter.setPen(remark_.wordInTone ? tone : desktop::TokensFor(palette()).hint);
+  painter.setPen(remark_.wordInTone ? tone : desktop::ThemeColoursFor(palette()).hint);
   const QRect place = rect().adjusted(controls::kMarkSize + kGap, 0, 0, 0);
   painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextWordWrap, remark_.word);
 }

@@ -3,7 +3,7 @@
 
 #include "platform/controls/InstrumentGround.h"
 #include "platform/controls/WaveformPainter.h"
-#include "platform/desktop/Tokens.h"
+#include "platform/desktop/ThemeColours.h"
 
 #include <QKeyEvent>
 #include <QPainter>

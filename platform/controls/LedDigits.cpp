@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/controls/LedDigits.h"
 
-#include "platform/desktop/Tokens.h"
+#include "platform/desktop/ThemeColours.h"
 
 #include <QPainter>
 #include <QPolygonF>

@@ -3,7 +3,7 @@
 
 #include "platform/controls/InstrumentGround.h"
 #include "platform/controls/LedDigits.h"
-#include "platform/desktop/Tokens.h"
+#include "platform/desktop/ThemeColours.h"
 
 #include <QAccessible>
 #include <QKeyEvent>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/controls/LedSpin.h"
 
-#include "platform/desktop/Tokens.h"
+#include "platform/desktop/ThemeColours.h"
 
 #include <QKeyEvent>
 #include <QPainter>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/controls/LevelMeter.h"
 
-#include "platform/desktop/Tokens.h"
+#include "platform/desktop/ThemeColours.h"
 
 #include <QPaintEvent>
 #include <QPainter>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/controls/LevelScale.h"
 
-#include "platform/desktop/Tokens.h"
+#include "platform/desktop/ThemeColours.h"
 
 #include <QPainter>
 
@@ -40,20 +40,20 @@ QSize LevelScale::sizeHint() const {
 
 void LevelScale::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  const desktop::Tokens& tokens = desktop::TokensFor(palette());
+  const desktop::ThemeColours& colours = desktop::ThemeColoursFor(palette());
   painter.setFont(ScaleFont());
   const QFontMetrics metrics = painter.fontMetrics();
   const double room = width() - 2.0 * inset_;
   for (int step = 0; step <= kScaleIntervals; ++step) {
     const bool numbered = step % (kScaleIntervals / 2) == 0;
     const double x = inset_ + room * step / kScaleIntervals;
-    painter.fillRect(QRectF(x - 0.5, 2, 1, numbered ? kLong : kShort), tokens.lineStrong);
+    painter.fillRect(QRectF(x - 0.5, 2, 1, numbered ? kLong : kShort), colours.lineStrong);
     if (!numbered) continue;
     const int decibels = (step - kScaleIntervals) * 6;
     const QString label = decibels == 0 ? u"0 dB"_s : u"\u2212%1"_s.arg(-decibels);
     const int labelWidth = metrics.horizontalAdvance(label);
     const double left = std::clamp(x - labelWidth / 2.0, 0.0, double(width() - labelWidth));
-    painter.setPen(tokens.hint);
+    painter.setPen(colours.hint);
     painter.drawText(QPointF(left, 2 + kLong + metrics.ascent()), label);
   }
 }

@@ -3,7 +3,7 @@
 
 #include "platform/controls/LineModel.h"
 #include "platform/controls/Marks.h"
-#include "platform/desktop/Tokens.h"
+#include "platform/desktop/ThemeColours.h"
 
 #include <QPainter>
 
@@ -45,7 +45,7 @@ LineDelegate::Colours LineDelegate::ColoursOf(const QStyleOptionViewItem& option
     const QColor grey = option.palette.color(QPalette::Disabled, QPalette::Text);
     return {grey, grey, grey, grey};
   }
-  const QColor quiet = desktop::TokensFor(option.palette).hint;
+  const QColor quiet = desktop::ThemeColoursFor(option.palette).hint;
   const QColor tone = ToneColour(details.tone, option.palette);
   return {details.quietText ? quiet : option.palette.color(QPalette::Text), quiet, tone,
           details.wordInTone ? tone : quiet};

@@ -3,7 +3,7 @@
 
 #include "platform/controls/LineDelegate.h"
 #include "platform/controls/LineModel.h"
-#include "platform/desktop/Tokens.h"
+#include "platform/desktop/ThemeColours.h"
 #include "platform/runtime/Error.h"
 
 #include <QDropEvent>
@@ -272,7 +272,7 @@ void ListBox::paintEvent(QPaintEvent* event) {
   QListView::paintEvent(event);
   if (ShownCount() > 0 || emptyText_.isEmpty()) return;
   QPainter painter(viewport());
-  painter.setPen(desktop::TokensFor(palette()).hint);
+  painter.setPen(desktop::ThemeColoursFor(palette()).hint);
   painter.drawText(viewport()->rect().adjusted(16, 16, -16, -16), Qt::AlignCenter | Qt::TextWordWrap, emptyText_);
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/controls/Marks.h"
 
-#include "platform/desktop/Tokens.h"
+#include "platform/desktop/ThemeColours.h"
 
 #include <QPainter>
 #include <QPalette>
@@ -11,20 +11,20 @@
 namespace controls {
 
 QColor ToneColour(LineTone tone, const QPalette& palette) {
-  const desktop::Tokens& tokens = desktop::TokensFor(palette);
+  const desktop::ThemeColours& colours = desktop::ThemeColoursFor(palette);
   switch (tone) {
     case LineTone::Runs:
-      return tokens.runs;
+      return colours.runs;
     case LineTone::Begins:
-      return tokens.begins;
+      return colours.begins;
     case LineTone::Ends:
-      return tokens.ends;
+      return colours.ends;
     case LineTone::Wrong:
-      return tokens.wrong;
+      return colours.wrong;
     case LineTone::Quiet:
       break;
   }
-  return tokens.over;
+  return colours.over;
 }
 
 void PaintMark(QPainter& painter, const QRectF& rect, LineMark mark, const QColor& colour) {

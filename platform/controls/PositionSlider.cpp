@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/controls/PositionSlider.h"
 
-#include "platform/desktop/Tokens.h"
+#include "platform/desktop/ThemeColours.h"
 
 #include <QKeyEvent>
 #include <QPainter>
@@ -126,9 +126,9 @@ void PositionSlider::sliderChange(SliderChange change) {
 }
 
 void PositionSlider::PaintGroove(QPainter& painter) const {
-  const desktop::Tokens& tokens = desktop::TokensFor(palette());
+  const desktop::ThemeColours& colours = desktop::ThemeColoursFor(palette());
   const QRectF groove(kInset, kGrooveY - kGrooveHeight / 2, width() - 2.0 * kInset, kGrooveHeight);
-  QColor rest = tokens.lineStrong;
+  QColor rest = colours.lineStrong;
   rest.setAlphaF(0.45F);
   painter.setPen(Qt::NoPen);
   painter.setBrush(rest);
@@ -136,30 +136,30 @@ void PositionSlider::PaintGroove(QPainter& painter) const {
   if (!isEnabled()) return;
   QRectF played = groove;
   played.setRight(KnobX());
-  painter.setBrush(tokens.accent);
+  painter.setBrush(colours.accent);
   if (played.width() > 0) painter.drawRoundedRect(played, kGrooveHeight / 2, kGrooveHeight / 2);
 }
 
 void PositionSlider::PaintTicks(QPainter& painter) const {
-  const desktop::Tokens& tokens = desktop::TokensFor(palette());
+  const desktop::ThemeColours& colours = desktop::ThemeColoursFor(palette());
   const double room = width() - 2.0 * kInset;
   for (int step = 0; step <= kTickIntervals; ++step) {
     const int length = step % (kTickIntervals / 2) == 0 ? 9 : 5;
-    painter.fillRect(QRectF(kInset + room * step / kTickIntervals - 0.5, kTicksY, 1, length), tokens.lineStrong);
+    painter.fillRect(QRectF(kInset + room * step / kTickIntervals - 0.5, kTicksY, 1, length), colours.lineStrong);
   }
 }
 
 void PositionSlider::PaintKnob(QPainter& painter) const {
-  const desktop::Tokens& tokens = desktop::TokensFor(palette());
+  const desktop::ThemeColours& colours = desktop::ThemeColoursFor(palette());
   QRectF knob(0, 0, kKnobWidth, kKnobHeight);
   knob.moveCenter(QPointF(KnobX(), kGrooveY));
   const bool strong = hasFocus() || isSliderDown();
-  const QColor edge = isEnabled() ? tokens.accent : tokens.line;
+  const QColor edge = isEnabled() ? colours.accent : colours.line;
   painter.setPen(QPen(edge, 1.5));
-  painter.setBrush(strong ? tokens.accent : tokens.face);
+  painter.setBrush(strong ? colours.accent : colours.face);
   painter.drawRoundedRect(knob.adjusted(0.75, 0.75, -0.75, -0.75), 3.5, 3.5);
   painter.setPen(Qt::NoPen);
-  painter.setBrush(strong ? tokens.onAccent : edge);
+  painter.setBrush(strong ? colours.onAccent : edge);
   painter.drawRect(QRectF(knob.center().x() - 0.75, knob.top() + 4.5, 1.5, kKnobHeight - 9));
 }
 

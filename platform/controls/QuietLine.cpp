@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "platform/controls/QuietLine.h"
 
-#include "platform/desktop/Tokens.h"
+#include "platform/desktop/ThemeColours.h"
 
 namespace controls {
 
 QColor QuietLine::Colour() const {
-  return desktop::TokensFor(palette()).hint;
+  return desktop::ThemeColoursFor(palette()).hint;
 }
 
 }  // namespace controls

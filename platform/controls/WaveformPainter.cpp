@@ -2,7 +2,7 @@
 #include "platform/controls/WaveformPainter.h"
 
 #include "platform/controls/WaveformPeaks.h"
-#include "platform/desktop/Tokens.h"
+#include "platform/desktop/ThemeColours.h"
 
 #include <QPainter>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/desktop/Icons.h"
 
-#include "platform/desktop/Tokens.h"
+#include "platform/desktop/ThemeColours.h"
 
 #include <QApplication>
 #include <QDir>
@@ -55,18 +55,18 @@ QPixmap Rendered(const QByteArray& drawing, const QSize& size) {
 
 QColor TintColour(IconTint tint, QIcon::Mode mode) {
   const QPalette palette = QApplication::palette();
-  const Tokens& tokens = TokensFor(palette);
+  const ThemeColours& colours = ThemeColoursFor(palette);
   if (mode == QIcon::Disabled) return palette.color(QPalette::Disabled, QPalette::ButtonText);
   if (mode == QIcon::Selected || tint == IconTint::OnHighlight) return palette.color(QPalette::HighlightedText);
   switch (tint) {
     case IconTint::Accent:
-      return tokens.accent;
+      return colours.accent;
     case IconTint::Danger:
-      return tokens.danger;
+      return colours.danger;
     case IconTint::Warning:
-      return tokens.ends;
+      return colours.ends;
     case IconTint::Quiet:
-      return tokens.hint;
+      return colours.hint;
     case IconTint::OnHighlight:
     case IconTint::Text:
       break;
@@ -93,7 +93,7 @@ class TintedEngine : public QIconEngine {
     const QColor colour = TintColour(tint_, mode);
     const bool mayAccent = tint_ == IconTint::Text && mode == QIcon::Normal;
     const bool large = std::min(size.width(), size.height()) >= kAccentFrom * scale;
-    const QColor accent = mayAccent && large ? TokensFor(QApplication::palette()).accent : colour;
+    const QColor accent = mayAccent && large ? ThemeColoursFor(QApplication::palette()).accent : colour;
     const QString key =
         u"spotrooster:%1:%2:%3:%4:%5"_s.arg(name_, colour.name(), accent.name()).arg(size.width()).arg(size.height());
     QPixmap pixmap;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/desktop/LookParts.h"
-#include "platform/desktop/Tokens.h"
+#include "platform/desktop/ThemeColours.h"
 
 #include <QAbstractButton>
 #include <QPainter>
@@ -25,8 +25,8 @@ bool IsFilled(const QStyleOptionButton& option, const QWidget* widget) {
 }
 
 QColor FillText(const QStyleOptionButton& option, const QWidget* widget) {
-  const Tokens& tokens = TokensFor(option.palette);
-  return IsMarked(widget, "danger") ? tokens.onDanger : tokens.onAccent;
+  const ThemeColours& colours = ThemeColoursFor(option.palette);
+  return IsMarked(widget, "danger") ? colours.onDanger : colours.onAccent;
 }
 
 // Lighter when hovered, darker when pressed.
@@ -79,21 +79,21 @@ LabelPlaces PlacesOf(const QStyleOptionButton& option, const QWidget* widget, in
 }  // namespace
 
 void PushButtonBevel(QPainter& painter, const QStyleOptionButton& option, const QWidget* widget) {
-  const Tokens& tokens = TokensFor(option.palette);
+  const ThemeColours& colours = ThemeColoursFor(option.palette);
   const bool enabled = Has(option, State::State_Enabled);
   const bool focused = enabled && Has(option, State::State_HasFocus);
   const QRectF rect = option.rect;
   if (IsFilled(option, widget)) {
-    const QColor fill = Shaded(IsMarked(widget, "danger") ? tokens.danger : tokens.accent, option);
+    const QColor fill = Shaded(IsMarked(widget, "danger") ? colours.danger : colours.accent, option);
     Panel(painter, rect, kRadius, fill, QColor());
     if (focused) Panel(painter, rect.adjusted(2, 2, -2, -2), kRadius - 1, QColor(), FillText(option, widget));
     return;
   }
   if (option.features.testFlag(QStyleOptionButton::Flat) && !focused && !Has(option, State::State_MouseOver)) return;
-  const QColor face = Has(option, State::State_On) ? option.palette.color(QPalette::Button) : tokens.face;
+  const QColor face = Has(option, State::State_On) ? option.palette.color(QPalette::Button) : colours.face;
   const QColor fill = enabled ? Shaded(face, option) : option.palette.color(QPalette::Window);
-  const QColor border = enabled ? Mixed(tokens.line, tokens.lineStrong, 0.5) : tokens.line;
-  Panel(painter, rect, kRadius, fill, focused ? tokens.accent : border, focused ? 2 : 1);
+  const QColor border = enabled ? Mixed(colours.line, colours.lineStrong, 0.5) : colours.line;
+  Panel(painter, rect, kRadius, fill, focused ? colours.accent : border, focused ? 2 : 1);
 }
 
 void PushButtonLabel(QPainter& painter, const QStyleOptionButton& option, const QWidget* widget, const QStyle& style) {
@@ -116,13 +116,13 @@ void PushButtonLabel(QPainter& painter, const QStyleOptionButton& option, const 
 }
 
 void ToolButtonPanel(QPainter& painter, const QStyleOption& option) {
-  const Tokens& tokens = TokensFor(option.palette);
+  const ThemeColours& colours = ThemeColoursFor(option.palette);
   const QRectF rect = QRectF(option.rect).adjusted(2, 2, -2, -2);
   const bool live = Has(option, State::State_Enabled);
   const bool raised =
       Has(option, State::State_MouseOver) || Has(option, State::State_Sunken) || Has(option, State::State_On);
   if (live && raised) Panel(painter, rect, kRadius, Shaded(option.palette.color(QPalette::Button), option), QColor());
-  if (live && Has(option, State::State_HasFocus)) Panel(painter, rect, kRadius, QColor(), tokens.accent, 2);
+  if (live && Has(option, State::State_HasFocus)) Panel(painter, rect, kRadius, QColor(), colours.accent, 2);
 }
 
 namespace {
@@ -132,13 +132,13 @@ struct MarkColours {
 };
 
 MarkColours ColoursOfMark(const QStyleOption& option, bool chosen) {
-  const Tokens& tokens = TokensFor(option.palette);
+  const ThemeColours& colours = ThemeColoursFor(option.palette);
   if (!Has(option, State::State_Enabled)) {
     const QColor grey = option.palette.color(QPalette::Disabled, QPalette::Text);
-    return {option.palette.color(QPalette::Button), Mixed(tokens.line, tokens.lineStrong, 0.3), grey};
+    return {option.palette.color(QPalette::Button), Mixed(colours.line, colours.lineStrong, 0.3), grey};
   }
-  if (chosen) return {Shaded(tokens.accent, option), tokens.accent, tokens.onAccent};
-  return {Shaded(option.palette.color(QPalette::Base), option), tokens.lineStrong, tokens.onAccent};
+  if (chosen) return {Shaded(colours.accent, option), colours.accent, colours.onAccent};
+  return {Shaded(option.palette.color(QPalette::Base), option), colours.lineStrong, colours.onAccent};
 }
 
 }  // namespace
@@ -174,7 +174,7 @@ void RadioMark(QPainter& painter, const QStyleOption& option) {
 void LabelFocus(QPainter& painter, const QStyleOption& option, const QWidget* widget) {
   QRect rect = option.rect.adjusted(-1, -1, 2, 1);
   if (widget != nullptr) rect &= widget->rect();  // the rest would be clipped
-  Panel(painter, rect, kRadius, QColor(), TokensFor(option.palette).accent, 2);
+  Panel(painter, rect, kRadius, QColor(), ThemeColoursFor(option.palette).accent, 2);
 }
 
 }  // namespace desktop::look

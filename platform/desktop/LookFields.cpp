@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/desktop/Lock.h"
 #include "platform/desktop/LookParts.h"
-#include "platform/desktop/Tokens.h"
+#include "platform/desktop/ThemeColours.h"
 
 #include <QAbstractScrollArea>
 #include <QPainter>
@@ -24,16 +24,16 @@ bool LooksLocked(const QStyleOption& option, const QWidget* widget) {
 }
 
 void FieldPanel(QPainter& painter, const QStyleOption& option, const QWidget* widget) {
-  const Tokens& tokens = TokensFor(option.palette);
+  const ThemeColours& colours = ThemeColoursFor(option.palette);
   const bool focused = Has(option, State::State_Enabled) && Has(option, State::State_HasFocus);
-  const QColor border = LooksLocked(option, widget) ? tokens.line : tokens.lineStrong;
-  Panel(painter, option.rect, kRadius, option.palette.color(QPalette::Base), focused ? tokens.accent : border,
+  const QColor border = LooksLocked(option, widget) ? colours.line : colours.lineStrong;
+  Panel(painter, option.rect, kRadius, option.palette.color(QPalette::Base), focused ? colours.accent : border,
         focused ? 2 : 1);
 }
 
 void ComboPanel(QPainter& painter, const QStyleOptionComboBox& option, const QWidget* widget) {
   FieldPanel(painter, option, widget);
-  QColor arrow = TokensFor(option.palette).hint;
+  QColor arrow = ThemeColoursFor(option.palette).hint;
   if (LooksLocked(option, widget)) arrow = Mixed(option.palette.color(QPalette::Base), arrow, 0.2);
   QRectF place(0, 0, 10, 5);
   place.moveCenter(QPointF(option.rect.right() - 15, option.rect.center().y() + 0.5));
@@ -84,7 +84,7 @@ QColor ScrollGround(const QStyleOption& option, const QWidget* area) {
 }
 
 void ScrollBar(QPainter& painter, const QStyleOptionSlider& option, const QWidget* widget, const QStyle& style) {
-  const Tokens& tokens = TokensFor(option.palette);
+  const ThemeColours& colours = ThemeColoursFor(option.palette);
   const QWidget* area =
       widget != nullptr && widget->parentWidget() != nullptr ? widget->parentWidget()->parentWidget() : nullptr;
   painter.fillRect(option.rect, ScrollGround(option, area));
@@ -93,7 +93,7 @@ void ScrollBar(QPainter& painter, const QStyleOptionSlider& option, const QWidge
   QRectF slider = style.subControlRect(QStyle::CC_ScrollBar, &option, QStyle::SC_ScrollBarSlider, widget);
   slider = slider.adjusted(3, 3, -3, -3);
   const bool active = Has(option, State::State_MouseOver) || Has(option, State::State_Sunken);
-  const QColor colour = active ? tokens.lineStrong : Mixed(tokens.line, tokens.lineStrong, 0.35);
+  const QColor colour = active ? colours.lineStrong : Mixed(colours.line, colours.lineStrong, 0.35);
   Panel(painter, slider, std::min(slider.width(), slider.height()) / 2, colour, QColor());
 }
 
@@ -114,7 +114,7 @@ QRectF GrooveOf(const QStyleOptionProgressBar& option) {
 
 void ProgressGroove(QPainter& painter, const QStyleOptionProgressBar& option) {
   const QRectF groove = GrooveOf(option);
-  Panel(painter, groove, groove.height() / 2, TokensFor(option.palette).line, QColor());
+  Panel(painter, groove, groove.height() / 2, ThemeColoursFor(option.palette).line, QColor());
 }
 
 namespace {
@@ -152,7 +152,7 @@ void ProgressContents(QPainter& painter, const QStyleOptionProgressBar& option, 
     const double range = double(option.maximum) - option.minimum;
     bar.setWidth(groove.width() * std::clamp((option.progress - option.minimum) / range, 0.0, 1.0));
   }
-  if (!bar.isEmpty()) Panel(painter, bar, groove.height() / 2, TokensFor(option.palette).accent, QColor());
+  if (!bar.isEmpty()) Panel(painter, bar, groove.height() / 2, ThemeColoursFor(option.palette).accent, QColor());
 }
 
 }  // namespace desktop::look

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/desktop/LookParts.h"
-#include "platform/desktop/Tokens.h"
+#include "platform/desktop/ThemeColours.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -40,17 +40,17 @@ void Chevron(QPainter& painter, const QRectF& rect, const QColor& colour, bool u
 }
 
 void ListFrame(QPainter& painter, const QStyleOption& option) {
-  const Tokens& tokens = TokensFor(option.palette);
+  const ThemeColours& colours = ThemeColoursFor(option.palette);
   const bool enabled = option.state.testFlag(QStyle::State_Enabled);
   const bool focused = enabled && option.state.testFlag(QStyle::State_HasFocus);
-  const QColor border = enabled ? Mixed(tokens.line, tokens.lineStrong, 0.6) : tokens.line;
-  Panel(painter, option.rect, kRadius, option.palette.color(QPalette::Base), focused ? tokens.accent : border,
+  const QColor border = enabled ? Mixed(colours.line, colours.lineStrong, 0.6) : colours.line;
+  Panel(painter, option.rect, kRadius, option.palette.color(QPalette::Base), focused ? colours.accent : border,
         focused ? 2 : 1);
 }
 
 void Card(QPainter& painter, const QRect& rect, const QPalette& palette) {
-  const Tokens& tokens = TokensFor(palette);
-  Panel(painter, rect, kCardRadius, tokens.card, tokens.line);
+  const ThemeColours& colours = ThemeColoursFor(palette);
+  Panel(painter, rect, kCardRadius, colours.card, colours.line);
 }
 
 void GroupBox(QPainter& painter, const QStyleOptionGroupBox& option, const QStyle& style, const QWidget* widget) {
@@ -65,13 +65,13 @@ void GroupBox(QPainter& painter, const QStyleOptionGroupBox& option, const QStyl
 }
 
 void TabShape(QPainter& painter, const QStyleOptionTab& option) {
-  const Tokens& tokens = TokensFor(option.palette);
+  const ThemeColours& colours = ThemeColoursFor(option.palette);
   if (option.state.testFlag(QStyle::State_Selected)) {
     const QRect& rect = option.rect;
-    painter.fillRect(QRect(rect.left(), rect.bottom() - 1, rect.width(), 2), tokens.accent);
+    painter.fillRect(QRect(rect.left(), rect.bottom() - 1, rect.width(), 2), colours.accent);
   }
   if (option.state.testFlag(QStyle::State_HasFocus))
-    Panel(painter, QRectF(option.rect).adjusted(2, 2, -2, -4), kRadius, QColor(), tokens.accent, 1.5);
+    Panel(painter, QRectF(option.rect).adjusted(2, 2, -2, -4), kRadius, QColor(), colours.accent, 1.5);
 }
 
 void TabLabel(QPainter& painter, const QStyleOptionTab& option, const QStyle& style) {
@@ -91,7 +91,7 @@ void SortMark(QPainter& painter, const QStyleOptionHeader& option) {
   constexpr QSizeF kSize(8, 4);
   QRectF place(QPointF(), kSize);
   place.moveCenter(QRectF(option.rect).center());
-  Chevron(painter, place, TokensFor(option.palette).hint, option.sortIndicator == QStyleOptionHeader::SortDown);
+  Chevron(painter, place, ThemeColoursFor(option.palette).hint, option.sortIndicator == QStyleOptionHeader::SortDown);
 }
 
 void Hairline(QPainter& painter, const QRect& rect, const QPalette& palette, Qt::Edge edge) {
@@ -99,7 +99,7 @@ void Hairline(QPainter& painter, const QRect& rect, const QPalette& palette, Qt:
   if (edge == Qt::TopEdge) line.setHeight(1);
   if (edge == Qt::BottomEdge) line.setTop(line.bottom() - 1);
   if (edge == Qt::LeftEdge) line.setWidth(1);
-  painter.fillRect(line, TokensFor(palette).line);
+  painter.fillRect(line, ThemeColoursFor(palette).line);
 }
 
 void MenuBarItem(QPainter& painter, const QStyleOptionMenuItem& option, const QStyle& style) {

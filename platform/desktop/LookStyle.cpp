@@ -3,7 +3,7 @@
 
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/LookParts.h"
-#include "platform/desktop/Tokens.h"
+#include "platform/desktop/ThemeColours.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -103,8 +103,9 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
     case PE_PanelButtonTool:
       return look::ToolButtonPanel(*painter, *option);
     case PE_FrameMenu:
-      return look::Panel(*painter, option->rect, 0, QColor(),
-                         look::Mixed(TokensFor(option->palette).line, TokensFor(option->palette).lineStrong, 0.5));
+      return look::Panel(
+          *painter, option->rect, 0, QColor(),
+          look::Mixed(ThemeColoursFor(option->palette).line, ThemeColoursFor(option->palette).lineStrong, 0.5));
     case PE_IndicatorHeaderArrow:
       if (const auto* header = qstyleoption_cast<const QStyleOptionHeader*>(option)) look::SortMark(*painter, *header);
       return;
@@ -138,7 +139,7 @@ void LookStyle::drawControl(ControlElement element, const QStyleOption* option, 
     if (element == CE_MenuBarItem) return look::MenuBarItem(*painter, *item, *this);
     if (element == CE_MenuItem) {
       QStyleOptionMenuItem quiet(*item);
-      const QColor fill = look::Mixed(item->palette.color(QPalette::Base), TokensFor(item->palette).accent, 0.14);
+      const QColor fill = look::Mixed(item->palette.color(QPalette::Base), ThemeColoursFor(item->palette).accent, 0.14);
       quiet.palette.setColor(QPalette::Highlight, fill);
       quiet.palette.setColor(QPalette::HighlightedText, item->palette.color(QPalette::Text));
       return QProxyStyle::drawControl(element, &quiet, painter, widget);
@@ -192,7 +193,7 @@ void LookStyle::drawItemText(QPainter* painter, const QRect& rect, int flags, co
   if (role != QPalette::PlaceholderText || !enabled)
     return QProxyStyle::drawItemText(painter, rect, flags, palette, enabled, text, role);
   painter->save();
-  painter->setPen(TokensFor(palette).hint);
+  painter->setPen(ThemeColoursFor(palette).hint);
   QProxyStyle::drawItemText(painter, rect, flags, palette, enabled, text, QPalette::NoRole);
   painter->restore();
 }

@@ -6,7 +6,7 @@
 namespace desktop {
 
 // The program's style: Fusion with its own buttons, fields, frames and sizes. All colours come from the palette and
-// Tokens.h. Heights follow the font. Optional dynamic properties of widgets:
+// ThemeColours.h. Heights follow the font. Optional dynamic properties of widgets:
 //   "danger" true      a push button filled with the danger colour
 //   "card" true        a QFrame painted like the inside of a group box
 //   "hint" true        a QLabel in the hint colour

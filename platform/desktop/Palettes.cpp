@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/desktop/Palettes.h"
 
-#include "platform/desktop/Tokens.h"
+#include "platform/desktop/ThemeColours.h"
 
 namespace desktop {
 namespace {
@@ -15,7 +15,7 @@ const Shades kLightShades{0xfff2f4f6, 0xff1a1f25, 0xffffffff, 0xfff7f9fa, 0xffe9
 const Shades kDarkShades{0xff1f2328, 0xffe4e8ec, 0xff16191d, 0xff1b1f23, 0xff2a2f36, 0xff1b6b7d,
                          0xff98a2ad, 0xff848e99, 0xff363d45, 0xff6e7986, 0xff0c0e10, 0xff30363d};
 
-QPalette Make(const Shades& shades, const Tokens& tokens) {
+QPalette Make(const Shades& shades, const ThemeColours& colours) {
   QPalette palette;
   palette.setColor(QPalette::Window, shades.window);
   for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
@@ -31,34 +31,34 @@ QPalette Make(const Shades& shades, const Tokens& tokens) {
   palette.setColor(QPalette::PlaceholderText, shades.placeholder);
   palette.setColor(QPalette::Disabled, QPalette::PlaceholderText, shades.disabled);
   palette.setColor(QPalette::Light, shades.light);
-  palette.setColor(QPalette::Midlight, tokens.line);
-  palette.setColor(QPalette::Mid, tokens.line);
+  palette.setColor(QPalette::Midlight, colours.line);
+  palette.setColor(QPalette::Mid, colours.line);
   palette.setColor(QPalette::Dark, shades.dark);
   palette.setColor(QPalette::Shadow, shades.shadow);
   palette.setColor(QPalette::BrightText, 0xffffffff);
-  palette.setColor(QPalette::Link, tokens.accent);
-  palette.setColor(QPalette::LinkVisited, tokens.accent);
+  palette.setColor(QPalette::Link, colours.accent);
+  palette.setColor(QPalette::LinkVisited, colours.accent);
   palette.setColor(QPalette::ToolTipBase, shades.toolTip);
   palette.setColor(QPalette::ToolTipText, 0xffffffff);
   return palette;
 }
 
-// The tokens of a set of shades, before a palette exists.
-const Tokens& TokensOf(const Shades& shades) {
+// The colours of a set of shades, before a palette exists.
+const ThemeColours& ThemeColoursOf(const Shades& shades) {
   QPalette page;
   page.setColor(QPalette::Window, shades.window);
   page.setColor(QPalette::WindowText, shades.text);
-  return TokensFor(page);
+  return ThemeColoursFor(page);
 }
 
 }  // namespace
 
 QPalette LightPalette() {
-  return Make(kLightShades, TokensOf(kLightShades));
+  return Make(kLightShades, ThemeColoursOf(kLightShades));
 }
 
 QPalette DarkPalette() {
-  return Make(kDarkShades, TokensOf(kDarkShades));
+  return Make(kDarkShades, ThemeColoursOf(kDarkShades));
 }
 
 }  // namespace desktop

@@ -4,7 +4,7 @@
 #include "platform/desktop/LookStyle.h"
 #include "platform/desktop/Palettes.h"
 #include "platform/desktop/SystemColorScheme.h"
-#include "platform/desktop/Tokens.h"
+#include "platform/desktop/ThemeColours.h"
 
 #include <QApplication>
 #include <QEvent>

@@ -2,7 +2,7 @@
 #include "platform/controls/LedClockGround.h"
 #include "platform/controls/LedPanel.h"
 #include "platform/controls/LedSpin.h"
-#include "platform/desktop/Tokens.h"
+#include "platform/desktop/ThemeColours.h"
 
 #include <QSignalSpy>
 #include <QTest>

@@ -2,7 +2,7 @@
 #include "platform/controls/LevelBallistics.h"
 #include "platform/controls/LevelMeter.h"
 #include "platform/controls/LevelScale.h"
-#include "platform/desktop/Tokens.h"
+#include "platform/desktop/ThemeColours.h"
 
 #include <QCoreApplication>
 #include <QPaintEvent>

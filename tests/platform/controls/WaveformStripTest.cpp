@@ -2,7 +2,7 @@
 #include "platform/controls/WaveformStrip.h"
 
 #include "platform/controls/WaveformPainter.h"
-#include "platform/desktop/Tokens.h"
+#include "platform/desktop/ThemeColours.h"
 
 #include <QPaintEvent>
 #include <QSignalSpy>

@@ -4,7 +4,7 @@
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/Lock.h"
 #include "platform/desktop/Palettes.h"
-#include "platform/desktop/Tokens.h"
+#include "platform/desktop/ThemeColours.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -55,8 +55,8 @@ QColor Middle(const QImage& image) {
   return image.pixelColor(image.width() / 2, 4);
 }
 
-const desktop::Tokens& Tokens() {
-  return desktop::TokensFor(QApplication::palette());
+const desktop::ThemeColours& Colours() {
+  return desktop::ThemeColoursFor(QApplication::palette());
 }
 
 TEST_F(Look, HeightsFollowTheFont) {
@@ -84,18 +84,18 @@ TEST_F(Look, OnlyTheDefaultButtonIsFilled) {
   ok.setDefault(true);
   QPushButton cancel(u"Annuleren"_s, &dialog);
   cancel.setAutoDefault(false);
-  EXPECT_EQ(Middle(Painted(ok, 1)), Tokens().accent);
-  EXPECT_EQ(Middle(Painted(cancel, 1)), Tokens().face);
+  EXPECT_EQ(Middle(Painted(ok, 1)), Colours().accent);
+  EXPECT_EQ(Middle(Painted(cancel, 1)), Colours().face);
   ok.setProperty("quiet", true);
-  EXPECT_EQ(Middle(Painted(ok, 1)), Tokens().face);
+  EXPECT_EQ(Middle(Painted(ok, 1)), Colours().face);
 }
 
 TEST_F(Look, DangerButtonIsRedUnlessDisabled) {
   QPushButton button(u"Opruimen"_s);
   button.setProperty("danger", true);
-  EXPECT_EQ(Middle(Painted(button, 1)), Tokens().danger);
+  EXPECT_EQ(Middle(Painted(button, 1)), Colours().danger);
   button.setEnabled(false);
-  EXPECT_NE(Middle(Painted(button, 1)), Tokens().danger);
+  EXPECT_NE(Middle(Painted(button, 1)), Colours().danger);
 }
 
 TEST_F(Look, LockedFieldsLookDifferent) {
@@ -116,8 +116,8 @@ TEST_F(Look, FocusedFieldHasAnAccentBorder) {
   QApplication::setActiveWindow(&window);
   edit->setFocus();
   const QImage image = Painted(*edit, 1);
-  EXPECT_EQ(image.pixelColor(image.width() / 2, 0), Tokens().accent);
-  EXPECT_EQ(image.pixelColor(image.width() / 2, 1), Tokens().accent);
+  EXPECT_EQ(image.pixelColor(image.width() / 2, 0), Colours().accent);
+  EXPECT_EQ(image.pixelColor(image.width() / 2, 1), Colours().accent);
 }
 
 // Also above and below the text, where there is little room.
@@ -131,7 +131,7 @@ TEST_F(Look, FocusedOptionHasACompleteAccentRing) {
   const int text = image.width() - 20;
   int ring = 0;
   for (int y = 0; y < image.height(); ++y)
-    ring += image.pixelColor(text, y) == Tokens().accent ? 1 : 0;
+    ring += image.pixelColor(text, y) == Colours().accent ? 1 : 0;
   EXPECT_EQ(ring, 4);  // two above, two below
 }
 
@@ -142,7 +142,7 @@ TEST_F(Look, PaintsInTheColoursOfTheNewPalette) {
   Painted(ok, 1);
   QApplication::setPalette(desktop::DarkPalette());
   QCoreApplication::processEvents();
-  EXPECT_EQ(Middle(Painted(ok, 1)), Tokens().accent);
+  EXPECT_EQ(Middle(Painted(ok, 1)), Colours().accent);
   EXPECT_TRUE(desktop::IsDark(ok.palette()));
 }
 
@@ -153,7 +153,7 @@ TEST_F(Look, GroupsCardIsBelowItsTitle) {
   layout->addWidget(edit);
   const QImage image = Painted(group, 1);
   layout->activate();
-  EXPECT_EQ(image.pixelColor(image.width() / 2, image.height() - 4), Tokens().card);
+  EXPECT_EQ(image.pixelColor(image.width() / 2, image.height() - 4), Colours().card);
   EXPECT_GE(edit->geometry().top(), QFontMetrics(group.font()).height() + 12);
   EXPECT_EQ(edit->geometry().left(), 12);
 }
@@ -192,9 +192,9 @@ TEST_F(Look, CheckedMarkIsFilledWithTheAccent) {
     EXPECT_EQ(empty.pixelColor(2, empty.height() / 2), QApplication::palette().color(QPalette::Base));
     button->setChecked(true);
     const QImage chosen = Painted(*button, 1);
-    EXPECT_EQ(chosen.pixelColor(2, chosen.height() / 2), Tokens().accent);
+    EXPECT_EQ(chosen.pixelColor(2, chosen.height() / 2), Colours().accent);
     button->setEnabled(false);
-    EXPECT_NE(Painted(*button, 1).pixelColor(2, chosen.height() / 2), Tokens().accent);
+    EXPECT_NE(Painted(*button, 1).pixelColor(2, chosen.height() / 2), Colours().accent);
   }
 }
 
@@ -220,8 +220,8 @@ TEST_F(Look, ProgressBarFillsItsShare) {
   bar.setValue(50);
   const QImage image = Painted(bar, 1);
   const int y = image.height() / 2;
-  EXPECT_EQ(image.pixelColor(image.width() / 4, y), Tokens().accent);
-  EXPECT_EQ(image.pixelColor(image.width() * 3 / 4, y), Tokens().line);
+  EXPECT_EQ(image.pixelColor(image.width() / 4, y), Colours().accent);
+  EXPECT_EQ(image.pixelColor(image.width() * 3 / 4, y), Colours().line);
 }
 
 TEST_F(Look, QtsDialogsShowTheProgramsIcons) {
@@ -243,7 +243,7 @@ TEST_F(Look, ColumnTitlesAreFlatAboveAHairline) {
   QApplication::style()->drawControl(QStyle::CE_HeaderSection, &option, &painter);
   for (int y = 0; y < 23; ++y)
     EXPECT_EQ(image.pixelColor(20, y), option.palette.color(QPalette::AlternateBase)) << y;
-  EXPECT_EQ(image.pixelColor(20, 23), Tokens().line);
+  EXPECT_EQ(image.pixelColor(20, 23), Colours().line);
 }
 
 // A combo with a text, painted at the width for a short one.

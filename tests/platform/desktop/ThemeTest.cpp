@@ -4,7 +4,7 @@
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/LookStyle.h"
 #include "platform/desktop/Palettes.h"
-#include "platform/desktop/Tokens.h"
+#include "platform/desktop/ThemeColours.h"
 
 #include <QApplication>
 #include <QEvent>
@@ -82,18 +82,18 @@ TEST_F(ThemeChoice, WithoutAPreferenceThePlatformsPaletteDecides) {
 
 TEST_F(ThemeChoice, TextsHaveEnoughContrastInBothVariants) {
   for (const QPalette& palette : {desktop::LightPalette(), desktop::DarkPalette()}) {
-    const desktop::Tokens& tokens = desktop::TokensFor(palette);
+    const desktop::ThemeColours& colours = desktop::ThemeColoursFor(palette);
     const QColor base = palette.color(QPalette::Base);
     EXPECT_GE(Contrast(palette.color(QPalette::WindowText), palette.color(QPalette::Window)), 12);
     EXPECT_GE(Contrast(palette.color(QPalette::HighlightedText), palette.color(QPalette::Highlight)), 4.5);
     EXPECT_GE(Contrast(palette.color(QPalette::PlaceholderText), base), 4.5);
-    EXPECT_GE(Contrast(tokens.onAccent, tokens.accent), 4.5);
-    EXPECT_GE(Contrast(tokens.onDanger, tokens.danger), 4.5);
-    EXPECT_GE(Contrast(tokens.hint, palette.color(QPalette::Window)), 4.5);
-    for (const QColor& state : {tokens.runs, tokens.begins, tokens.ends, tokens.over, tokens.wrong})
+    EXPECT_GE(Contrast(colours.onAccent, colours.accent), 4.5);
+    EXPECT_GE(Contrast(colours.onDanger, colours.danger), 4.5);
+    EXPECT_GE(Contrast(colours.hint, palette.color(QPalette::Window)), 4.5);
+    for (const QColor& state : {colours.runs, colours.begins, colours.ends, colours.over, colours.wrong})
       EXPECT_GE(Contrast(state, base), 4.5) << state.name().toStdString();
-    EXPECT_GE(Contrast(tokens.lineStrong, base), 3);
-    EXPECT_GE(Contrast(tokens.lineStrong, palette.color(QPalette::Window)), 3);
+    EXPECT_GE(Contrast(colours.lineStrong, base), 3);
+    EXPECT_GE(Contrast(colours.lineStrong, palette.color(QPalette::Window)), 3);
   }
 }
 
@@ -121,9 +121,9 @@ TEST_F(ThemeChoice, IconsFollowThePalette) {
 
 TEST_F(ThemeChoice, TintsComeFromTheTokens) {
   const Theme theme(App(), Variant::Dark);
-  const desktop::Tokens& tokens = desktop::TokensFor(QApplication::palette());
-  EXPECT_EQ(MainColour(desktop::Icon(u"stop"_s, desktop::IconTint::Danger)), tokens.danger);
-  EXPECT_EQ(MainColour(desktop::Icon(u"stop"_s, desktop::IconTint::Accent)), tokens.accent);
+  const desktop::ThemeColours& colours = desktop::ThemeColoursFor(QApplication::palette());
+  EXPECT_EQ(MainColour(desktop::Icon(u"stop"_s, desktop::IconTint::Danger)), colours.danger);
+  EXPECT_EQ(MainColour(desktop::Icon(u"stop"_s, desktop::IconTint::Accent)), colours.accent);
 }
 
 bool HasColour(const QImage& image, const QColor& colour) {
@@ -135,7 +135,7 @@ bool HasColour(const QImage& image, const QColor& colour) {
 
 TEST_F(ThemeChoice, IconsHaveTheAccentFrom24Pixels) {
   const Theme theme(App(), Variant::Light);
-  const QColor accent = desktop::TokensFor(QApplication::palette()).accent;
+  const QColor accent = desktop::ThemeColoursFor(QApplication::palette()).accent;
   const QIcon icon = desktop::Icon(u"items"_s);
   EXPECT_TRUE(HasColour(icon.pixmap(QSize(28, 28), 2.0).toImage(), accent));
   EXPECT_FALSE(HasColour(icon.pixmap(QSize(16, 16), 2.0).toImage(), accent));

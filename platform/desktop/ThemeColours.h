@@ -8,7 +8,7 @@ class QPalette;
 namespace desktop {
 
 // The colours that have no palette role.
-struct Tokens {
+struct ThemeColours {
   QColor accent;      // default button, focus ring, check marks
   QColor onAccent;    // text on it
   QColor danger;      // buttons that delete; errors
@@ -29,7 +29,7 @@ struct Tokens {
 bool IsDark(const QPalette& palette);
 
 // The colours for a light or dark palette. Read them while painting; do not store them.
-const Tokens& TokensFor(const QPalette& palette);
+const ThemeColours& ThemeColoursFor(const QPalette& palette);
 
 // Colours of the sound controls (LED panels, meters, waveforms); the same in both variants.
 namespace instrument {

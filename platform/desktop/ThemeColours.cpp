@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "platform/desktop/Tokens.h"
+#include "platform/desktop/ThemeColours.h"
 
 #include <QPalette>
 
 namespace desktop {
 namespace {
 
-const Tokens kLight{
+const ThemeColours kLight{
     .accent = 0xff0b6a7e,
     .onAccent = 0xffffffff,
     .danger = 0xffb3261e,
@@ -23,7 +23,7 @@ const Tokens kLight{
     .wrong = 0xffb3261e,
 };
 
-const Tokens kDark{
+const ThemeColours kDark{
     .accent = 0xff3fb0c4,
     .onAccent = 0xff071619,
     .danger = 0xffff7b72,
@@ -46,7 +46,7 @@ bool IsDark(const QPalette& palette) {
   return palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
 }
 
-const Tokens& TokensFor(const QPalette& palette) {
+const ThemeColours& ThemeColoursFor(const QPalette& palette) {
   return IsDark(palette) ? kDark : kLight;
 }
 
