@@ -6,7 +6,7 @@
 #include "data/forms/EditorForm.h"
 #include "export/playout/Block.h"
 #include "items/ExampleFiles.h"
-#include "items/SpotList.h"
+#include "items/SpotLengths.h"
 #include "platform/dao/Recordset.h"
 
 #include <memory>

@@ -6,7 +6,7 @@
 #include "platform/dao/Row.h"
 #include "platform/dao/Statement.h"
 #include "platform/dao/Storage.h"
-#include "platform/dao/VirtualTable.h"
+#include "platform/dao/VirtualTables.h"
 
 #include <memory>
 #include <optional>

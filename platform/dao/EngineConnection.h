@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/dao/Sqlite.h"
-#include "platform/dao/VirtualTable.h"
+#include "platform/dao/VirtualTables.h"
 
 #include <memory>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/dao/ResultColumn.h"
 
-#include "platform/dao/VirtualTable.h"
+#include "platform/dao/VirtualTables.h"
 #include "platform/runtime/Dates.h"
 
 #include <limits>

@@ -4,7 +4,7 @@
 #include "platform/jet/index/IndexKey.h"
 #include "platform/jet/index/IndexPage.h"
 #include "platform/jet/rows/RowScan.h"
-#include "platform/jet/rows/Rows.h"
+#include "platform/jet/rows/RowView.h"
 #include "platform/jet/values/Codec.h"
 #include "platform/jet/values/Damage.h"
 #include "platform/jet/values/Utf8.h"

@@ -2,7 +2,7 @@
 #include "platform/jet/check/CheckState.h"
 #include "platform/jet/pages/DataPage.h"
 #include "platform/jet/rows/LongValue.h"
-#include "platform/jet/rows/Rows.h"
+#include "platform/jet/rows/RowView.h"
 #include "platform/jet/values/Damage.h"
 #include "platform/jet/values/Utf8.h"
 

@@ -11,7 +11,7 @@
 #include "platform/jet/rows/LongValueCopy.h"
 #include "platform/jet/rows/RowFiller.h"
 #include "platform/jet/rows/RowScan.h"
-#include "platform/jet/rows/Rows.h"
+#include "platform/jet/rows/RowView.h"
 #include "platform/jet/rows/StoredTableBuilder.h"
 #include "platform/jet/table/Catalog.h"
 #include "platform/jet/values/Codec.h"

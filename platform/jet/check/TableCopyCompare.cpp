@@ -2,7 +2,7 @@
 // The part of TableCopy.h that compares a copy with its source.
 #include "platform/jet/check/TableCopy.h"
 #include "platform/jet/rows/RowScan.h"
-#include "platform/jet/rows/Rows.h"
+#include "platform/jet/rows/RowView.h"
 #include "platform/jet/values/Codec.h"
 
 #include <algorithm>

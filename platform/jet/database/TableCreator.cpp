@@ -4,7 +4,7 @@
 #include "platform/jet/database/CatalogWriter.h"
 #include "platform/jet/index/IndexNode.h"
 #include "platform/jet/pages/UsageMapEditor.h"
-#include "platform/jet/rows/Rows.h"
+#include "platform/jet/rows/RowView.h"
 #include "platform/jet/rows/StoredTableBuilder.h"
 #include "platform/jet/rows/StoredTableFormat.h"
 #include "platform/jet/values/Error.h"

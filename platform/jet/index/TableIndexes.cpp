@@ -6,7 +6,7 @@
 #include "platform/jet/index/IndexKey.h"
 #include "platform/jet/index/IndexWriter.h"
 #include "platform/jet/rows/RowBuilder.h"
-#include "platform/jet/rows/Rows.h"
+#include "platform/jet/rows/RowView.h"
 #include "platform/jet/rows/StoredTable.h"
 #include "platform/jet/values/Damage.h"
 #include "platform/jet/values/Utf8.h"

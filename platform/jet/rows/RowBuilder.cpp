@@ -2,7 +2,7 @@
 #include "platform/jet/rows/RowBuilder.h"
 
 #include "platform/jet/pages/RowPage.h"
-#include "platform/jet/rows/Rows.h"
+#include "platform/jet/rows/RowView.h"
 #include "platform/jet/values/Codec.h"
 #include "platform/jet/values/Damage.h"
 #include "platform/jet/values/StoredText.h"

@@ -2,7 +2,7 @@
 #include "platform/jet/table/Catalog.h"
 
 #include "platform/jet/rows/RowScan.h"
-#include "platform/jet/rows/Rows.h"
+#include "platform/jet/rows/RowView.h"
 #include "platform/jet/values/Damage.h"
 #include "platform/jet/values/Names.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/jet/table/Definition.h"
 
-#include "platform/jet/rows/Rows.h"
+#include "platform/jet/rows/RowView.h"
 #include "platform/jet/rows/StoredTable.h"
 #include "platform/jet/table/Properties.h"
 #include "platform/jet/values/Names.h"

@@ -4,7 +4,7 @@
 #include "platform/jet/rows/RowFiller.h"
 #include "platform/jet/rows/RowLayout.h"
 #include "platform/jet/rows/RowScan.h"
-#include "platform/jet/rows/Rows.h"
+#include "platform/jet/rows/RowView.h"
 #include "platform/jet/values/Codec.h"
 #include "platform/jet/values/Damage.h"
 #include "platform/jet/values/Names.h"

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/jet/rows/Rows.h"
-
+#include "platform/jet/rows/RowView.h"
 #include "platform/jet/values/Codec.h"
 #include "platform/jet/values/Error.h"
 #include "tests/platform/jet/SpotsImage.h"

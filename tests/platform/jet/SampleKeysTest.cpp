@@ -5,7 +5,7 @@
 #include "platform/jet/pages/Files.h"
 #include "platform/jet/pages/Pages.h"
 #include "platform/jet/pages/UsageMap.h"
-#include "platform/jet/rows/Rows.h"
+#include "platform/jet/rows/RowView.h"
 #include "platform/jet/rows/StoredTable.h"
 #include "platform/jet/values/Codec.h"
 #include "platform/jet/values/Error.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/dao/VirtualTable.h"
+#include "platform/dao/VirtualTables.h"
 
 #include "platform/dao/Conversion.h"
 #include "platform/dao/SqlText.h"

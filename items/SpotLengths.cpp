@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "items/SpotList.h"
+#include "items/SpotLengths.h"
 
 #include "data/Catalogue.h"
 #include "data/SpotState.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "platform/jet/rows/Rows.h"
+#include "platform/jet/rows/RowView.h"
 
 #include "platform/jet/rows/LongValue.h"
 #include "platform/jet/values/Codec.h"
