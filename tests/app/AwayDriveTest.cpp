@@ -9,10 +9,10 @@
 #include "platform/dao/WriteWait.h"
 #include "platform/desktop/MessageBox.h"
 #include "platform/runtime/HostPath.h"
-#include "tests/support/Child.h"
 #include "tests/support/FlakyDrive.h"
 #include "tests/support/LongTests.h"
 #include "tests/support/Station.h"
+#include "tests/support/Ui.h"
 
 #include <QCheckBox>
 #include <QFile>

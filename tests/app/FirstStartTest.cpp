@@ -9,8 +9,8 @@
 #include "platform/desktop/MessageBox.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Probe.h"
-#include "tests/support/Child.h"
 #include "tests/support/ModalDriver.h"
+#include "tests/support/Ui.h"
 
 #include <QDialog>
 #include <QDir>

@@ -6,8 +6,8 @@
 #include "platform/controls/ComboBox.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/TextFile.h"
-#include "tests/support/Child.h"
 #include "tests/support/ModalDriver.h"
+#include "tests/support/Ui.h"
 
 #include <QAction>
 #include <QDialog>

@@ -7,8 +7,9 @@
 #include "platform/runtime/Dates.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/TextFile.h"
-#include "tests/support/Child.h"
 #include "tests/support/Station.h"
+#include "tests/support/Ui.h"
+#include "tests/support/Waiting.h"
 
 #include <QFile>
 #include <QLabel>
@@ -70,8 +71,10 @@ TEST(TodayPanel, AnUnreadableDatabaseGivesDashesAndNoBox) {
   QFile::remove(runtime::HostPath(global.serverDatabasePath));
   const MessageBoxScript boxes;
   TodayPanel panel;
+  const int threads = ThreadCount();
   panel.Count();
-  QTest::qWait(1);
+  ASSERT_TRUE(WaitUntil([threads] { return ThreadCount() <= threads; }));  // the counting has ended
+  QCoreApplication::processEvents();
   for (const QString& row : {u"Lopen"_s, u"Verlopen"_s, u"ZonderBestand"_s, u"Export"_s}) {
     EXPECT_EQ(Number(panel, row), u"–"_s);
   }

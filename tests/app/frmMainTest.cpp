@@ -13,8 +13,8 @@
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
 #include "tests/app/MainTest.h"
-#include "tests/support/Child.h"
 #include "tests/support/ModalDriver.h"
+#include "tests/support/Ui.h"
 
 #include <QAction>
 #include <QApplication>

@@ -2,7 +2,7 @@
 #include "app/frmSplash.h"
 
 #include "app/Version.h"
-#include "tests/support/Child.h"
+#include "tests/support/Ui.h"
 
 #include <QLabel>
 #include <QRegularExpression>

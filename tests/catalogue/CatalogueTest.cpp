@@ -91,12 +91,6 @@ void CatalogueTest::Select(const Form& form, const QString& line) {
   ADD_FAILURE() << "no line " << line.toStdString();
 }
 
-void CatalogueTest::Click(const Form& form, const QString& button) {
-  // Near the left edge: a check box may be wider than its clickable area.
-  auto& target = Child<QAbstractButton>(form, button);
-  QTest::mouseClick(&target, Qt::LeftButton, {}, QPoint(10, target.height() / 2));
-}
-
 bool CatalogueTest::Enabled(const Form& form, const QString& button) {
   return Child<QAbstractButton>(form, button).isEnabled();
 }

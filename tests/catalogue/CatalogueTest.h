@@ -4,9 +4,9 @@
 #include "data/Globals.h"
 #include "data/forms/Form.h"
 #include "platform/desktop/MessageBox.h"
-#include "tests/support/Child.h"
 #include "tests/support/ModalDriver.h"
 #include "tests/support/Station.h"
+#include "tests/support/Ui.h"
 
 #include <QApplication>
 #include <QPushButton>
@@ -25,6 +25,7 @@ class ListBox;
 }
 
 using testing_support::Child;
+using testing_support::Click;
 using testing_support::ModalDriver;
 using testing_support::Station;
 
@@ -69,7 +70,6 @@ class CatalogueTest : public ::testing::Test {
   static QStringList Lines(const Form& form);
   static controls::ListBox& List(const Form& form);
   static void Select(const Form& form, const QString& line);
-  static void Click(const Form& form, const QString& button);
   static bool Enabled(const Form& form, const QString& button);
 
   // The IDs of a table's rows, in order.

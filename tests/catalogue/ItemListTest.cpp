@@ -80,7 +80,7 @@ TEST_P(ItemList, RemoveOpensTheItemCleanup) {
   modal.OnNext(u"frmItemOpruimen"_s, [&](QDialog& window) {
     EXPECT_EQ(global.gstrOpruimenID, u"4"_s);
     EXPECT_EQ(window.parentWidget(), &form);
-    QTest::mouseClick(&Child<QPushButton>(window, u"cmdSluiten"_s), Qt::LeftButton);
+    Click(window, u"cmdSluiten"_s);
   });
   Click(form, u"cmdVerwijder"_s);
   EXPECT_TRUE(modal.Done());

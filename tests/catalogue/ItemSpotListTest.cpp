@@ -137,7 +137,7 @@ TEST_P(ItemSpotList, RemoveOpensTheCleanupForTheSelectedLine) {
     EXPECT_EQ(global.gstrOpruimenID, u"1"_s);
     EXPECT_EQ(window.parentWidget(), &form);
     station_.OnCurrent(u"DELETE FROM %1 WHERE ID = 3"_s.arg(Table(u"ItemSpots"_s)));
-    QTest::mouseClick(&Child<QPushButton>(window, u"cmdSluiten"_s), Qt::LeftButton);
+    Click(window, u"cmdSluiten"_s);
   });
   Click(form, u"cmdVerwijder"_s);
   EXPECT_TRUE(modal.Done());

@@ -3,18 +3,20 @@
 #include "catalogue/frmItemSpots.h"
 #include "data/Catalogue.h"
 #include "platform/controls/ListBox.h"
+#include "platform/dao/FileSystemScope.h"
 #include "platform/dao/Storage.h"
+#include "platform/files/HookedFileSystem.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Probe.h"
 #include "tests/catalogue/CatalogueTest.h"
 #include "tests/support/Gate.h"
 #include "tests/support/Waiting.h"
 
-#include <QDir>
 #include <QFile>
 #include <QLineEdit>
 
 #include <atomic>
+#include <cerrno>
 #include <chrono>
 #include <thread>
 
@@ -23,10 +25,6 @@ using controls::LineMark;
 using testing_support::Gate;
 
 namespace {
-
-int Threads() {
-  return static_cast<int>(QDir(u"/proc/self/task"_s).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size());
-}
 
 // During its lifetime background threads that open the current database block until the gate is opened.
 class SlowInTheBackground {
@@ -39,7 +37,7 @@ class SlowInTheBackground {
   }
   ~SlowInTheBackground() {
     gate_.Open();
-    EXPECT_TRUE(WaitUntil([this] { return Threads() <= threads_; }));  // all checks have ended
+    EXPECT_TRUE(WaitUntil([this] { return ThreadCount() <= threads_; }));  // all checks have ended
   }
   SlowInTheBackground(const SlowInTheBackground&) = delete;
   SlowInTheBackground& operator=(const SlowInTheBackground&) = delete;
@@ -53,7 +51,7 @@ class SlowInTheBackground {
     return QFile::exists(hostPath) ? 0 : ENOENT;
   }
 
-  int threads_ = Threads();
+  int threads_ = ThreadCount();
   QString path_;
   std::thread::id window_ = std::this_thread::get_id();
   std::atomic<bool> holds_ = false;
@@ -161,18 +159,26 @@ TEST_P(MarksUnderWay, AWriteWaitsForTheReadingToEnd) {
   Open(form);
   ASSERT_TRUE(GetsMarks(form, kRunning));
   Gate reading;
-  Gate enough;
+  Gate refused;  // a lock that the window's write needs
   std::thread reader([&, path = CurrentCatalogue().databasePath] {
-    const auto storage = dao::OpenStorage(path, {{}, true});
+    const auto storage = dao::OpenStorage(path, {.readOnly = true});
     const auto turn = storage->Begin(dao::Access::Read);
     reading.Open();
-    enough.Pass();
-    QThread::msleep(20);  // usually during the window's statement
+    refused.Pass();
   });
   reading.Pass();
   Select(form, u"Banaan"_s);
-  enough.Open();
-  Click(form, u"cmdDesaktiveer"_s);
+  {
+    files::HookedFileSystem watched(files::HostFileSystem(), [&](files::FileCall& call, const auto& make) {
+      const std::int64_t result = make();
+      if (call.kind == files::FileCall::Lock && call.path.extension() == ".mdb" && result == -EAGAIN) refused.Open();
+      return result;
+    });
+    const dao::FileSystemScope scope(watched);
+    Click(form, u"cmdDesaktiveer"_s);
+  }
+  EXPECT_TRUE(refused.IsOpen());
+  refused.Open();
   reader.join();
   EXPECT_EQ(Lines(form), (QStringList{u"Appel"_s, u"Citroen"_s}));
   EXPECT_TRUE(boxes_.Shown().empty());

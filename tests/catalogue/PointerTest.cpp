@@ -80,7 +80,7 @@ TEST_F(Pointer, TheRefillAfterACleanupShowsTheHourglass) {
   modal.OnNext(u"frmItemSpotOpruimen"_s, [&](QDialog& window) {
     EXPECT_FALSE(PointerWatch::IsHourglass());
     LoseServer();
-    QTest::mouseClick(&Child<QPushButton>(window, u"cmdSluiten"_s), Qt::LeftButton);
+    Click(window, u"cmdSluiten"_s);
   });
   const PointerWatch watch;
   Click(form, u"cmdVerwijder"_s);

@@ -3,8 +3,8 @@
 
 #include "export/frmPlanningExporteren.h"
 #include "platform/runtime/Clock.h"
-#include "tests/support/Child.h"
 #include "tests/support/Station.h"
+#include "tests/support/Ui.h"
 
 #include <QDir>
 #include <QFile>

@@ -11,8 +11,8 @@
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Probe.h"
 #include "tests/export/LogWitness.h"
-#include "tests/support/Child.h"
 #include "tests/support/Station.h"
+#include "tests/support/Ui.h"
 
 #include <QFile>
 #include <QPushButton>

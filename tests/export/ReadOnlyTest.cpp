@@ -8,10 +8,10 @@
 #include "platform/desktop/MessageBox.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/TextFile.h"
-#include "tests/support/Child.h"
 #include "tests/support/FolderContent.h"
 #include "tests/support/Hindrance.h"
 #include "tests/support/Station.h"
+#include "tests/support/Ui.h"
 
 #include <QDirIterator>
 #include <QFile>

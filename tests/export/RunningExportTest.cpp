@@ -6,10 +6,10 @@
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/TextFile.h"
 #include "tests/export/ExportWindow.h"
-#include "tests/support/Child.h"
 #include "tests/support/FileFaults.h"
 #include "tests/support/Hindrance.h"
 #include "tests/support/Station.h"
+#include "tests/support/Ui.h"
 
 #include <QFrame>
 #include <QGuiApplication>

@@ -8,9 +8,9 @@
 #include "platform/desktop/MessageBox.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/TextFile.h"
-#include "tests/support/Child.h"
 #include "tests/support/Hindrance.h"
 #include "tests/support/Station.h"
+#include "tests/support/Ui.h"
 
 #include <QDir>
 #include <QFile>

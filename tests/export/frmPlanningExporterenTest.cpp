@@ -8,8 +8,8 @@
 #include "platform/desktop/MessageBox.h"
 #include "platform/runtime/Clock.h"
 #include "tests/export/ExportWindow.h"
-#include "tests/support/Child.h"
 #include "tests/support/Station.h"
+#include "tests/support/Ui.h"
 
 #include <QFrame>
 #include <QLabel>

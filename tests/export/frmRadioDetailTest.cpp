@@ -8,8 +8,8 @@
 #include "platform/desktop/MessageBox.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/TextFile.h"
-#include "tests/support/Child.h"
 #include "tests/support/Station.h"
+#include "tests/support/Ui.h"
 
 #include <QFile>
 #include <QLabel>

@@ -46,7 +46,7 @@ class Directory : public testing::Test {
   }
   FolderList& List() const { return Child<FolderList>(*form_, u"lstDir"_s); }
   controls::ComboBox& Drive() const { return Child<controls::ComboBox>(*form_, u"cboDrive"_s); }
-  void Ok() const { QTest::mouseClick(&Child<QPushButton>(*form_, u"cmdOk"_s), Qt::LeftButton); }
+  void Ok() const { testing_support::Click(*form_, u"cmdOk"_s); }
   QStringList Folders() const {
     QStringList folders;
     for (int line = 0; line < List().ListCount(); ++line)
@@ -134,7 +134,7 @@ TEST_F(Directory, AStartFolderOnAnUnknownDriveIsAnErrorAndNothingIsChosen) {
 TEST_F(Directory, CancellingKeepsTheCallersValue) {
   Open(u"D:\\Audio"_s);
   List().SetListIndex(0);
-  QTest::mouseClick(&Child<QPushButton>(*form_, u"cmdAnnuleren"_s), Qt::LeftButton);
+  testing_support::Click(*form_, u"cmdAnnuleren"_s);
   EXPECT_EQ(global.gstrSelectedID, u"D:\\Audio"_s);
 }
 

@@ -39,7 +39,7 @@ controls::ListBox& ItemEditor::List() const {
 }
 
 void ItemEditor::Click(const QString& button) const {
-  QTest::mouseClick(&Button(button), Qt::LeftButton);
+  testing_support::Click(*editor_, button);
 }
 
 void ItemEditor::FillListItem() const {

@@ -6,9 +6,9 @@
 #include "platform/controls/LedPanel.h"
 #include "platform/controls/ListBox.h"
 #include "platform/desktop/MessageBox.h"
-#include "tests/support/Child.h"
 #include "tests/support/ModalDriver.h"
 #include "tests/support/Station.h"
+#include "tests/support/Ui.h"
 
 #include <QCheckBox>
 #include <QLabel>

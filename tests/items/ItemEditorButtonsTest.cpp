@@ -31,7 +31,7 @@ class ItemButtons : public ItemEditor {
     ModalDriver driver;
     driver.OnNext(u"frmDirectory"_s, [&](QDialog& dialog) {
       Child<FolderList>(dialog, u"lstDir"_s).SetListIndex(1);
-      QTest::mouseClick(&Child<QPushButton>(dialog, button), Qt::LeftButton);
+      testing_support::Click(dialog, button);
     });
     Click(u"cmdDirectory"_s);
     EXPECT_TRUE(driver.Done());
@@ -46,9 +46,7 @@ class ItemButtons : public ItemEditor {
   // Opens the entry dialog with this button and cancels it.
   void CancelEntry(const QString& button) const {
     ModalDriver driver;
-    driver.OnNext(u"frmItemsDetailOpt1"_s, [](QDialog& dialog) {
-      QTest::mouseClick(&Child<QPushButton>(dialog, u"cmdAnnuleren"_s), Qt::LeftButton);
-    });
+    driver.OnNext(u"frmItemsDetailOpt1"_s, [](QDialog& dialog) { testing_support::Click(dialog, u"cmdAnnuleren"_s); });
     Click(button);
     EXPECT_TRUE(driver.Done());
   }

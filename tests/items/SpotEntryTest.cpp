@@ -21,7 +21,7 @@ class SpotEntry : public ItemEditor {
   }
   static void Choose(QDialog& dialog, int spot) {
     Child<controls::ComboBox>(dialog, u"cboItemSpot"_s).SelectWhereItemData(spot);
-    QTest::mouseClick(&Child<QPushButton>(dialog, u"cmdOk"_s), Qt::LeftButton);
+    testing_support::Click(dialog, u"cmdOk"_s);
   }
 };
 
@@ -35,7 +35,7 @@ TEST_F(SpotEntry, HasItsControls) {
     EXPECT_EQ(combo.ListCount(), 3);
     EXPECT_EQ(combo.ListIndex(), -1);
     Child<QPushButton>(dialog, u"cmdOk"_s);
-    QTest::mouseClick(&Child<QPushButton>(dialog, u"cmdAnnuleren"_s), Qt::LeftButton);
+    testing_support::Click(dialog, u"cmdAnnuleren"_s);
   });
 }
 
@@ -134,7 +134,7 @@ TEST_F(SpotEntry, WithoutAChoiceOkShowsTheMessageAndStaysOpen) {
   OpenNew();
   Entry(u"cmdOpt1Toevoegen"_s, [](QDialog& dialog) {
     const desktop::MessageBoxScript boxes;
-    QTest::mouseClick(&Child<QPushButton>(dialog, u"cmdOk"_s), Qt::LeftButton);
+    testing_support::Click(dialog, u"cmdOk"_s);
     EXPECT_EQ(boxes.Last().text, GetMsgElements(1501, u"Item-spot"_s, u"spot"_s).text);
     EXPECT_TRUE(dialog.isVisible());
     EXPECT_EQ(dialog.focusWidget()->objectName(), u"cboItemSpot"_s);
@@ -149,7 +149,7 @@ TEST_F(SpotEntry, CancellingAfterAChoiceAsksAndYesAdds) {
   Entry(u"cmdOpt1Toevoegen"_s, [](QDialog& dialog) {
     Child<controls::ComboBox>(dialog, u"cboItemSpot"_s).SelectWhereItemData(3);
     desktop::MessageBoxScript boxes({kAnswerYes});
-    QTest::mouseClick(&Child<QPushButton>(dialog, u"cmdAnnuleren"_s), Qt::LeftButton);
+    testing_support::Click(dialog, u"cmdAnnuleren"_s);
     EXPECT_EQ(boxes.Shown().size(), 1U);
   });
   ASSERT_EQ(List().ListCount(), 1);
@@ -161,7 +161,6 @@ TEST_F(SpotEntry, CancellingUntouchedAsksNothing) {
   Open(u"1"_s);
   List().SetListIndex(0);
   const desktop::MessageBoxScript boxes;
-  Entry(u"cmdOpt1Wijzigen"_s,
-        [](QDialog& dialog) { QTest::mouseClick(&Child<QPushButton>(dialog, u"cmdAnnuleren"_s), Qt::LeftButton); });
+  Entry(u"cmdOpt1Wijzigen"_s, [](QDialog& dialog) { testing_support::Click(dialog, u"cmdAnnuleren"_s); });
   EXPECT_TRUE(boxes.Shown().empty());
 }

@@ -3,6 +3,7 @@
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
+#include <QDir>
 #include <QThread>
 
 #include <functional>
@@ -16,4 +17,9 @@ inline bool WaitUntil(const std::function<bool()>& holds) {
     QThread::msleep(1);
   }
   return true;
+}
+
+// Number of threads of this process.
+inline int ThreadCount() {
+  return static_cast<int>(QDir(QStringLiteral("/proc/self/task")).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size());
 }

@@ -67,8 +67,13 @@ TEST(FilePresenceChecker, QueuedResultIsNotReportedAfterDestruction) {
   QObject receiver;
   Received received;
   auto checker = std::make_unique<FilePresenceChecker>(&receiver, received.Recorder());
+  const int threads = ThreadCount();
   checker->Start({{1, u"/"_s}});
-  QThread::msleep(20);  // enough, usually, for the answer to wait in the queue
+  // Without processing events: once the background threads have ended, the result is in the queue.
+  const QDeadlineTimer timeout(60000);
+  while (ThreadCount() > threads && !timeout.hasExpired())
+    QThread::yieldCurrentThread();
+  ASSERT_LE(ThreadCount(), threads);
   checker.reset();
   QCoreApplication::processEvents();
   EXPECT_EQ(received.lasts, 0);

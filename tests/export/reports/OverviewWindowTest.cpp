@@ -9,9 +9,9 @@
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Probe.h"
 #include "tests/export/reports/Catalogue.h"
-#include "tests/support/Child.h"
 #include "tests/support/Gate.h"
 #include "tests/support/Hindrance.h"
+#include "tests/support/Ui.h"
 #include "tests/support/Waiting.h"
 
 #include <QAbstractButton>
@@ -56,10 +56,7 @@ class OverviewWindow : public ::testing::Test {
     form_->Form_Load();
     form_->show();
   }
-  void Click(const QString& button) const {
-    auto& target = Child<QAbstractButton>(*form_, button);
-    QTest::mouseClick(&target, Qt::LeftButton, {}, QPoint(10, target.height() / 2));
-  }
+  void Click(const QString& button) const { testing_support::Click(*form_, button); }
   QString Shown() const { return Child<QTextBrowser>(*form_, u"txtOverzicht"_s).toPlainText(); }
   QString File(const QString& name) const { return catalogue_.station.Folder() + u'/' + name; }
 

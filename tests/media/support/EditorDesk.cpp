@@ -115,18 +115,6 @@ void EditorDesk::Activate(QWidget& editor) {
   if (!QTest::qWaitForWindowActive(&editor)) throw std::runtime_error("the window does not become active");
 }
 
-void Click(const QWidget& editor, const QString& button) {
-  QTest::mouseClick(&Child<QAbstractButton>(editor, button), Qt::LeftButton);
-}
-
-void SetText(const QWidget& editor, const QString& field, const QString& text) {
-  Child<QLineEdit>(editor, field).setText(text);
-}
-
-QString Text(const QWidget& editor, const QString& field) {
-  return Child<QLineEdit>(editor, field).text();
-}
-
 int Led(const QWidget& editor, const QString& panel) {
   return Child<controls::LedPanel>(editor, panel).Value();
 }
@@ -139,11 +127,6 @@ void Choose(const QWidget& editor, const QString& hostPath) {
   desktop::FileChooserScript script;
   script.Choose(hostPath);
   Click(editor, u"cmdPath"_s);
-}
-
-QString Focused(const QWidget& editor) {
-  const QWidget* widget = editor.focusWidget();
-  return widget == nullptr ? QString() : widget->objectName();
 }
 
 void FillValidSpot(const QWidget& editor, const QString& naam) {

@@ -7,8 +7,8 @@
 #include "platform/audio/AudioPlayer.h"
 #include "platform/desktop/MessageBox.h"
 #include "tests/platform/audio/support/PulledOutput.h"
-#include "tests/support/Child.h"
 #include "tests/support/Station.h"
+#include "tests/support/Ui.h"
 
 #include <QAbstractButton>
 #include <QString>
@@ -78,15 +78,15 @@ class EditorDesk {
   desktop::MessageBoxScript unexpected_;
 };
 
-void Click(const QWidget& editor, const QString& button);
-void SetText(const QWidget& editor, const QString& field, const QString& text);
-QString Text(const QWidget& editor, const QString& field);
+using testing_support::Click;
+using testing_support::Focused;
+using testing_support::SetText;
+using testing_support::Text;
+
 int Led(const QWidget& editor, const QString& panel);
 audio::AudioPlayer& Player(const QWidget& editor);
 // Chooses a file (host path) through the file dialog of "Path ...".
 void Choose(const QWidget& editor, const QString& hostPath);
-// Name of the control with the focus in the editor.
-QString Focused(const QWidget& editor);
 
 // Fills the required fields of a new spot except its file.
 void FillValidSpot(const QWidget& editor, const QString& naam);
