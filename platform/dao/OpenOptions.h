@@ -6,7 +6,7 @@
 namespace dao {
 
 struct OpenOptions {
-  QString password;       // for a file that has one
+  QString password = {};  // for a file that has one
   bool readOnly = false;  // nothing is written, no lock file either
 
   bool operator==(const OpenOptions&) const = default;
