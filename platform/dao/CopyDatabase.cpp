@@ -222,7 +222,7 @@ void CreateMissingDatabase(const QString& path) {
 }  // namespace
 
 std::vector<CopiedTable> CopyDatabase(const QString& source, const QString& target, CopyMode mode) {
-  const auto from = OpenStorage(source, {{}, true});
+  const auto from = OpenStorage(source, {.readOnly = true});
   CreateMissingDatabase(target);
   const auto to = OpenStorage(target);
   if (from->IsSameFile(*to) || IsSameFile(source, target))

@@ -66,7 +66,7 @@ int CopyAll(Table& source, Table& target) {
 }  // namespace
 
 int RestoreTables(const QString& source, const QString& target, const QStringList& tables) {
-  const auto from = OpenStorage(source, {{}, true});
+  const auto from = OpenStorage(source, {.readOnly = true});
   const auto to = OpenStorage(target);
   const auto writing = to->Begin(Access::Write);
   const auto reading = from->Begin(Access::Read);

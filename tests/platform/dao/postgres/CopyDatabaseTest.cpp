@@ -42,7 +42,7 @@ QString PrintedField(FieldType type, const dao::ValueView& value) {
 // The definitions and every row of every table, field by field.
 QStringList Everything(const QString& path) {
   QStringList lines;
-  const auto storage = dao::OpenStorage(path, {{}, true});
+  const auto storage = dao::OpenStorage(path, {.readOnly = true});
   const auto reading = storage->Begin(dao::Access::Read);
   QStringList names = storage->TableNames();
   names.sort();
