@@ -15,6 +15,7 @@
 #include "data/Lookups.h"
 #include "data/Settings.h"
 #include "export/InterruptedExport.h"
+#include "export/frmExportsVerwerken.h"
 #include "export/frmRadioDetail.h"
 #include "export/reports/frmOverzichten.h"
 #include "platform/desktop/Icons.h"
@@ -78,6 +79,7 @@ void frmMain::ConnectEvents() {
   connect(ui_->actWeek, &QAction::triggered, this, &frmMain::mnuWeek_Click);
   connect(ui_->cmdWeek, &QPushButton::clicked, this, &frmMain::mnuWeek_Click);
   connect(ui_->actOntbreekt, &QAction::triggered, this, &frmMain::mnuOntbreekt_Click);
+  connect(ui_->actExportsVerwerken, &QAction::triggered, this, &frmMain::mnuExportsVerwerken_Click);
   connect(ui_->actHandleiding, &QAction::triggered, this, &frmMain::mnuHandleiding_Click);
   connect(ui_->actVersie, &QAction::triggered, this, &frmMain::mnuVersie_Click);
   connect(ui_->fraVandaag, &TodayPanel::spotsAsked, this, &frmMain::fraVandaag_Tonen);
@@ -238,6 +240,13 @@ void frmMain::mnuWeek_Click() {
 void frmMain::mnuOntbreekt_Click() {
   Trapped(__func__, [&] {
     frmOntbreekt(this).ShowModal();
+    RefreshStatus();
+  });
+}
+
+void frmMain::mnuExportsVerwerken_Click() {
+  Trapped(__func__, [&] {
+    frmExportsVerwerken(this).ShowModal();
     RefreshStatus();
   });
 }

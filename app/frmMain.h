@@ -48,6 +48,7 @@ class frmMain : public QMainWindow {
   void mnuOverzichten_Click();
   void mnuWeek_Click();
   void mnuOntbreekt_Click();
+  void mnuExportsVerwerken_Click();
   void mnuHandleiding_Click();
   void mnuVersie_Click();
 

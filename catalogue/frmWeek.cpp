@@ -110,6 +110,7 @@ void frmWeek::Form_Load() {
   Trapped(__func__, [&] {
     const QDate today = runtime::Now().date();
     first_ = today.addDays(1 - today.dayOfWeek());
+    ui_->lstDagen->setFocus();
     Read();
   });
 }

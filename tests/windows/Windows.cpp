@@ -15,6 +15,7 @@
 #include "data/Catalogue.h"
 #include "data/Globals.h"
 #include "export/frmDefaults.h"
+#include "export/frmExportsVerwerken.h"
 #include "export/frmPlanningExporteren.h"
 #include "export/frmRadioDetail.h"
 #include "export/playout/BlockReader.h"
@@ -141,6 +142,7 @@ QList<Opening> All(const Records& records) {
       Screen<frmOverzichten>(u"overviews"_s),
       Planned<frmWeek>(u"week"_s, &frmWeek::IsPlanned),
       Planned<frmOntbreekt>(u"missing"_s, &frmOntbreekt::IsFinished),
+      Planned<frmExportsVerwerken>(u"apply"_s, &frmExportsVerwerken::IsRead),
       {u"question"_s, Question},
       {u"input"_s, InputBox},
   };
