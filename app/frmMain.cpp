@@ -160,6 +160,7 @@ void frmMain::ChooseStation() {
 void frmMain::ResumeExport() {
   Trapped(__func__, [&] { FinishInterruptedExport(global.localDatabasePath); });
   Trapped(__func__, [&] {
+    KeepUnloggedStatements();
     LogKeptStatements();
     AddKeptAudioLines();
   });

@@ -5,6 +5,7 @@
 #include "data/Globals.h"
 #include "data/Lookups.h"
 #include "data/Messages.h"
+#include "data/OfflineBasis.h"
 #include "data/Statements.h"
 #include "platform/dao/Database.h"
 #include "platform/runtime/Error.h"
@@ -21,13 +22,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr quint32 kFormatVersion = 1;
+constexpr quint32 kFormatVersion = 2;  // 1 has no rows of tblOfflineBasis
 
 struct KeptStatement {
   QString text;
   QString audioPath;   // empty: none
   bool tried = false;  // its row may be in the log already
   qint32 number = 0;   // ID of its row in the log, if tried
+  qint32 basisID = 0;  // its row in tblOfflineBasis; 0: none
 };
 
 struct Kept {
@@ -43,6 +45,21 @@ QDataStream& operator<<(QDataStream& out, const KeptStatement& statement) {
 }
 QDataStream& operator>>(QDataStream& in, KeptStatement& statement) {
   return in >> statement.text >> statement.audioPath >> statement.tried >> statement.number;
+}
+
+QList<qint32> BasisIDs(const QList<KeptStatement>& statements) {
+  QList<qint32> ids;
+  for (const KeptStatement& statement : statements)
+    ids += statement.basisID;
+  return ids;
+}
+
+// False when the numbers do not belong to these statements.
+bool SetBasisIDs(const QList<qint32>& ids, QList<KeptStatement>& statements) {
+  if (ids.size() != statements.size()) return false;
+  for (qsizetype i = 0; i < ids.size(); ++i)
+    statements[i].basisID = ids[i];
+  return true;
 }
 
 // Statements not yet written to their file, by path of the local database; they follow those in the file.
@@ -62,7 +79,10 @@ Kept ReadKept() {
     in.setVersion(QDataStream::Qt_6_4);
     quint32 version = 0;
     in >> version >> kept.statements >> kept.audioPaths;
-    if (version != kFormatVersion || in.status() != QDataStream::Ok || !in.atEnd()) {
+    QList<qint32> basisIDs(kept.statements.size());
+    if (version == kFormatVersion) in >> basisIDs;
+    if (version < 1 || version > kFormatVersion || in.status() != QDataStream::Ok || !in.atEnd() ||
+        !SetBasisIDs(basisIDs, kept.statements)) {
       throw runtime::Error(
           u"Het bestand '%1', met opdrachten die nog in het logboek moeten, kan niet gelezen worden."_s.arg(
               FilePath()));
@@ -76,7 +96,7 @@ void WriteKept(const Kept& kept) {
   QByteArray content;
   QDataStream out(&content, QIODevice::WriteOnly);
   out.setVersion(QDataStream::Qt_6_4);
-  out << kFormatVersion << kept.statements << kept.audioPaths;
+  out << kFormatVersion << kept.statements << kept.audioPaths << BasisIDs(kept.statements);
   if (!kept.IsEmpty()) {
     try {
       runtime::WriteFile(FilePath(), content);
@@ -106,6 +126,7 @@ void Log(Kept& kept) {
     first.number = NextID(u"tblOfflineLog"_s, u"ID"_s, global.localDatabasePath);
     first.tried = true;
     WriteKept(kept);
+    if (first.basisID != 0) basis::SetLogID(first.basisID, first.number);
     dao::OpenDatabase(global.localDatabasePath).Execute(statements::InsertLog(first.number, first.text));
   }
   if (!first.audioPath.isEmpty()) kept.audioPaths += first.audioPath;
@@ -115,8 +136,9 @@ void Log(Kept& kept) {
 
 }  // namespace
 
-void KeepStatement(const QString& statement, std::optional<qint32> triedAs) {
-  InMemory()[global.localDatabasePath] += KeptStatement{statement, {}, triedAs.has_value(), triedAs.value_or(0)};
+void KeepStatement(const QString& statement, std::optional<qint32> triedAs, std::optional<qint32> basisID) {
+  InMemory()[global.localDatabasePath] +=
+      KeptStatement{statement, {}, triedAs.has_value(), triedAs.value_or(0), basisID.value_or(0)};
   try {
     WriteKept(ReadKept());
   } catch (const runtime::Error& error) {
@@ -143,6 +165,18 @@ bool KeepAudioPath(const QString& path) {
 
 int KeptStatementCount() {
   return static_cast<int>(ReadKept().statements.size());
+}
+
+void KeepUnloggedStatements() {
+  const auto isKept = [](qint32 basisID) {
+    try {
+      return BasisIDs(ReadKept().statements).contains(basisID);
+    } catch (const runtime::Error&) {
+      return true;  // nobody can tell; nothing is logged before the file can be read
+    }
+  };
+  for (const basis::Unlogged& unlogged : basis::FindUnlogged(isKept))
+    KeepStatement(unlogged.statement, std::nullopt, unlogged.id);
 }
 
 void LogKeptStatements() {

@@ -4,6 +4,7 @@
 #include "data/Globals.h"
 #include "data/KeptStatements.h"
 #include "data/Lookups.h"
+#include "data/OfflineBasis.h"
 #include "data/Statements.h"
 #include "platform/dao/Database.h"
 #include "platform/runtime/Error.h"
@@ -40,10 +41,17 @@ void ExecuteOnce(const QString& statement, const QString& databasePath) {
   }
 }
 
-// Executes the statement of a write procedure that logs.
-void CarryOut(const QString& statement, const QString& databasePath) {
-  ExecuteOnce(statement, databasePath);
-  lastWrite.isCarriedOut = true;
+// Keeps the rows that a statement changes, before it is executed.
+basis::Kept KeepBasis(const basis::Target& target, const QString& statement, const QString& logged) {
+  KeepUnloggedStatements();
+  basis::Kept kept;
+  try {
+    basis::Keep(target, statement, logged, kept);
+  } catch (const runtime::Error& error) {
+    if (!error.IsDone()) throw;
+    lastWrite.uncertain = error;
+  }
+  return kept;
 }
 
 // Runs the body of a write procedure that logs.
@@ -67,34 +75,65 @@ bool LogKept() {
   return logged;
 }
 
+// Where a statement's basis already has the ID of its log row, nothing is written.
+bool NoteLogID(const basis::Kept& kept, qint32 id) {
+  if (kept.logID == id) return true;
+  return Trapped("Insert_tblOfflineLog", false, [&] {
+    basis::SetLogID(kept.id, id);
+    return true;
+  });
+}
+
 // Appends a statement to the offline log. Returns false after a failure, which has been shown; the statement is kept.
-bool AppendToLog(const QString& statement) {
+bool AppendToLog(const QString& statement, const basis::Kept& kept) {
   std::optional<qint32> id;
   if (LogKept()) id = GetNewIDIfAny(u"tblOfflineLog"_s, u"ID"_s, global.localDatabasePath);
-  if (id && Insert_tblOfflineLog(*id, statement)) return true;
+  if (id && NoteLogID(kept, *id) && Insert_tblOfflineLog(*id, statement)) return true;
   lastWrite.waitsForLog = true;
-  KeepStatement(statement, id);
+  KeepStatement(statement, id, kept.id);
   return false;
 }
 
-bool LogUnlessOnline(QString statement, const QString& copyTable, const QString& serverTable) {
-  if (global.online) return true;
-  return AppendToLog(statement.replace(copyTable, serverTable));
+// Executes the statement of a write procedure that logs.
+void CarryOut(const QString& statement, const QString& databasePath) {
+  ExecuteOnce(statement, databasePath);
+  lastWrite.isCarriedOut = true;
 }
 
-bool WriteItems(const QString& statement, const QString& databasePath) {
-  CarryOut(statement, databasePath);
-  return LogUnlessOnline(statement, u"tblCopie_Items"_s, u"tblItems"_s);
+// The same, and logs it as `logged`.
+bool CarryOutAndLog(const basis::Target& target, const QString& statement, const QString& logged) {
+  const basis::Kept kept = KeepBasis(target, statement, logged);
+  try {
+    CarryOut(statement, target.databasePath);
+  } catch (...) {
+    basis::Drop(kept);
+    throw;
+  }
+  return AppendToLog(logged, kept);
 }
 
-bool WriteItemSpots(const QString& statement, const QString& databasePath) {
-  CarryOut(statement, databasePath);
-  return LogUnlessOnline(statement, u"tblCopie_ItemSpots"_s, u"tblItemSpots"_s);
+// The log has the server table's name in place of the copy table's.
+bool LogUnlessOnline(const basis::Target& target, const QString& statement, const QString& copyTable,
+                     const QString& serverTable) {
+  if (!global.online) return CarryOutAndLog(target, statement, QString(statement).replace(copyTable, serverTable));
+  CarryOut(statement, target.databasePath);
+  return true;
 }
 
-bool WriteItemPingles(const QString& statement, const QString& databasePath) {
-  CarryOut(statement, databasePath);
-  return LogUnlessOnline(statement, u"tblCopie_ItemPingles"_s, u"tblItemPingles"_s);
+bool WriteItems(const basis::Target& target, const QString& statement) {
+  return LogUnlessOnline(target, statement, u"tblCopie_Items"_s, u"tblItems"_s);
+}
+
+bool WriteItemSpots(const basis::Target& target, const QString& statement) {
+  return LogUnlessOnline(target, statement, u"tblCopie_ItemSpots"_s, u"tblItemSpots"_s);
+}
+
+bool WriteItemPingles(const basis::Target& target, const QString& statement) {
+  return LogUnlessOnline(target, statement, u"tblCopie_ItemPingles"_s, u"tblItemPingles"_s);
+}
+
+basis::Target RowOf(qint32 id, const QString& databasePath, const QString& table) {
+  return {databasePath, table, u"ID"_s, id, {}};
 }
 
 // The log's form of a DELETE. Deletes of items and links keep the copy table's name, and because of the misspelt name
@@ -117,60 +156,75 @@ QString CopyInto(const QString& copyTable, const QString& localPath, const QStri
 }  // namespace
 
 bool Insert_tblItems(const ItemRow& row, const QString& databasePath, const QString& table) {
-  return Write(__func__, [&] { return WriteItems(statements::InsertItem(row, table), databasePath); });
+  return Write(__func__,
+               [&] { return WriteItems(RowOf(row.id, databasePath, table), statements::InsertItem(row, table)); });
 }
 
 bool Update_tblItems(const ItemRow& row, const QString& databasePath, const QString& table) {
-  return Write(__func__, [&] { return WriteItems(statements::UpdateItem(row, table), databasePath); });
+  return Write(__func__,
+               [&] { return WriteItems(RowOf(row.id, databasePath, table), statements::UpdateItem(row, table)); });
 }
 
 bool Update_tblItems_Aktief(qint32 id, qint32 aktief, const QString& databasePath, const QString& table) {
-  return Write(__func__, [&] { return WriteItems(statements::SetAktief(id, aktief, table), databasePath); });
+  return Write(__func__,
+               [&] { return WriteItems(RowOf(id, databasePath, table), statements::SetAktief(id, aktief, table)); });
 }
 
 bool Insert_tblItemsItemSpots(const ItemsItemSpotsRow& row, const QString& databasePath, const QString& table) {
   return Write(__func__, [&] {
-    const QString statement = statements::InsertLink(row, table);
-    CarryOut(statement, databasePath);
-    return LogUnlessOnline(statement, u"tblCopie_ItemsItemSpots"_s, u"tblItemsItemSpots"_s);
+    const basis::Target target{databasePath, table, u"ItemID"_s, row.itemID, row.itemSpotOrder};
+    return LogUnlessOnline(target, statements::InsertLink(row, table), u"tblCopie_ItemsItemSpots"_s,
+                           u"tblItemsItemSpots"_s);
   });
 }
 
 bool Insert_tblItemSpots(const ItemSpotRow& row, const QString& databasePath, const QString& table) {
-  return Write(__func__, [&] { return WriteItemSpots(statements::InsertItemSpot(row, table), databasePath); });
+  return Write(__func__, [&] {
+    return WriteItemSpots(RowOf(row.id, databasePath, table), statements::InsertItemSpot(row, table));
+  });
 }
 
 bool Update_tblItemSpots(const ItemSpotRow& row, const QString& databasePath, const QString& table) {
-  return Write(__func__, [&] { return WriteItemSpots(statements::UpdateItemSpot(row, table), databasePath); });
+  return Write(__func__, [&] {
+    return WriteItemSpots(RowOf(row.id, databasePath, table), statements::UpdateItemSpot(row, table));
+  });
 }
 
 bool Update_tblItemSpots_Aktief(qint32 id, qint32 aktief, const QString& databasePath, const QString& table) {
-  return Write(__func__, [&] { return WriteItemSpots(statements::SetAktief(id, aktief, table), databasePath); });
+  return Write(__func__, [&] {
+    return WriteItemSpots(RowOf(id, databasePath, table), statements::SetAktief(id, aktief, table));
+  });
 }
 
 bool Reset_tblItemSpots_AantalGedraaid(qint32 id, const QString& databasePath, const QString& table) {
   lastWrite = {};
   try {
-    return WriteItemSpots(statements::ResetAantalGedraaid(id, table), databasePath);
+    return WriteItemSpots(RowOf(id, databasePath, table), statements::ResetAantalGedraaid(id, table));
   } catch (...) {
     return false;  // silent, because it is called for every spot of an item
   }
 }
 
 bool Insert_tblItemPingles(const ItemPingleRow& row, const QString& databasePath, const QString& table) {
-  return Write(__func__, [&] { return WriteItemPingles(statements::InsertItemPingle(row, table), databasePath); });
+  return Write(__func__, [&] {
+    return WriteItemPingles(RowOf(row.id, databasePath, table), statements::InsertItemPingle(row, table));
+  });
 }
 
 bool Update_tblItemPingles(const ItemPingleRow& row, const QString& databasePath, const QString& table) {
-  return Write(__func__, [&] { return WriteItemPingles(statements::UpdateItemPingle(row, table), databasePath); });
+  return Write(__func__, [&] {
+    return WriteItemPingles(RowOf(row.id, databasePath, table), statements::UpdateItemPingle(row, table));
+  });
 }
 
 bool Delete_tblBeheer(qint32 id, const QString& table, const QString& keyField, const QString& databasePath) {
   return Write(__func__, [&] {
     const QString statement = statements::Delete(id, table, keyField);
+    if (!global.online && IsLoggedDelete(table)) {
+      return CarryOutAndLog({databasePath, table, keyField, id, {}}, statement, DeleteForLog(statement));
+    }
     CarryOut(statement, databasePath);
-    if (global.online || !IsLoggedDelete(table)) return true;
-    return AppendToLog(DeleteForLog(statement));
+    return true;
   });
 }
 

@@ -2,6 +2,7 @@
 #include "tools/LocalFolder.h"
 
 #include "data/Backup.h"
+#include "data/OfflineBasis.h"
 #include "platform/runtime/Error.h"
 #include "tools/DatabaseArgument.h"
 
@@ -20,7 +21,9 @@ QString RealPath(const QString& path) {
 }  // namespace
 
 bool IsOfflineLog(const dao::Database& database, const QString& table) {
-  return database.Table(table).name.compare(u"tblOfflineLog"_s, Qt::CaseInsensitive) == 0;
+  const QString name = database.Table(table).name;
+  return name.compare(u"tblOfflineLog"_s, Qt::CaseInsensitive) == 0 ||
+         name.compare(basis::OfflineTableName(), Qt::CaseInsensitive) == 0;
 }
 
 LocalFolder::LocalFolder(const QString& databasePath)

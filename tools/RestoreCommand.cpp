@@ -18,7 +18,9 @@ void RefuseLog(const QStringList& tables, const QString& path) {
   const dao::Database database = dao::OpenDatabase(path, {.readOnly = true});
   if (std::none_of(tables.begin(), tables.end(), [&](const QString& name) { return IsOfflineLog(database, name); }))
     return;
-  throw runtime::Error(u"De tabel 'tblOfflineLog' wordt nooit teruggezet: dat zou opdrachten wissen of verdubbelen."_s);
+  throw runtime::Error(
+      u"De tabellen 'tblOfflineLog' en 'tblOfflineBasis' worden nooit teruggezet: dat zou opdrachten wissen of "
+      u"verdubbelen."_s);
 }
 
 void RefuseItself(const QString& backup, const QString& database) {

@@ -23,6 +23,12 @@ Statement ParseSelect(const QString& sql) {
   throw runtime::Error(u"Een recordset kan alleen met SELECT worden geopend.\n%1"_s.arg(Shown(sql)));
 }
 
+Statement ParseChange(const QString& sql) {
+  Statement statement = ParseStatement(sql);
+  if (statement.verb != Verb::Select) return statement;
+  throw runtime::Error(u"Een SELECT-instructie verandert niets en kan niet worden uitgevoerd.\n%1"_s.arg(Shown(sql)));
+}
+
 // INSERT INTO t IN "file": writes the rows to another file; both transactions last for the complete statement.
 int ExecuteInto(const Statement& statement, Storage& source, Storage& target) {
   const auto writing = target.Begin(Access::Write);
@@ -57,12 +63,21 @@ void Database::Visit(const QString& select, const RowVisit& visit) {
   Engine(statement, storage, storage).Visit(visit);
 }
 
+Database::Preview Database::PreviewChange(const QString& change, const QString& select) {
+  Storage& storage = Opened(storage_);
+  const Statement statement = ParseChange(change);
+  const Statement selection = ParseSelect(select);
+  Preview preview;
+  const auto writing = storage.Begin(Access::Write);
+  preview.before = Recordset(Engine(selection, storage, storage).Select());
+  Engine(statement, storage, storage).Change();
+  preview.after = Recordset(Engine(selection, storage, storage).Select());
+  return preview;  // the transaction ends without Commit
+}
+
 int Database::Execute(const QString& sql) {
   Storage& storage = Opened(storage_);
-  const Statement statement = ParseStatement(sql);
-  if (statement.verb == Verb::Select) {
-    throw runtime::Error(u"Een SELECT-instructie verandert niets en kan niet worden uitgevoerd.\n%1"_s.arg(Shown(sql)));
-  }
+  const Statement statement = ParseChange(sql);
   if (!statement.inFile) return ExecuteOn(statement, storage);
   const std::unique_ptr<Storage> other = OpenStorage(*statement.inFile);
   if (other->IsSameFile(storage)) return ExecuteOn(statement, storage);

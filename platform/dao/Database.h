@@ -28,6 +28,14 @@ class Database {
   Recordset OpenRecordset(const QString& sql);  // SELECT only
   int Execute(const QString& sql);              // INSERT, UPDATE, DELETE; returns the number of rows changed
 
+  // The rows of a SELECT as they are, and as they would be after an INSERT, UPDATE or DELETE. Nothing is changed; the
+  // errors are those of the change.
+  struct Preview {
+    Recordset before;
+    Recordset after;
+  };
+  Preview PreviewChange(const QString& change, const QString& select);
+
   // Calls `visit` for each row of a SELECT without keeping the rows in memory: for tables of any size. The file is
   // locked against changes until Visit returns; `visit` must not change it either.
   void Visit(const QString& select, const RowVisit& visit);

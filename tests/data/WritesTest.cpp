@@ -217,7 +217,7 @@ TEST(Writes, LogIdZeroIsValid) {
 TEST(Writes, ExecutedStatementIsNotUndoneWhenItsLogRowFails) {
   Station station;
   station.Use(Station::Mode::Offline);
-  QFile::remove(station.Folder() + u"/data/OvalistoLocal.mdb");
+  station.OnLocal(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (2147483647, \"vol\")"_s);
   const desktop::MessageBoxScript boxes;
   EXPECT_FALSE(Insert_tblItems(Item(3), global.serverDatabasePath, u"tblItems"_s));
   ASSERT_EQ(boxes.Shown().size(), 1U);  // only the box of the helper procedure

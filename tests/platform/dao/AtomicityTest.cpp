@@ -57,6 +57,26 @@ TEST(Atomicity, AnUnknownCharacterInAnIndexedTextIsRefusedBeforeAnyChange) {
   EXPECT_EQ(ContentOf(s.Path()), before);
 }
 
+TEST(Atomicity, APreviewShowsWhatAChangeWouldDoAndChangesNothing) {
+  const SpotScratch s;
+  const QByteArray before = ContentOf(s.Path());
+  const QString select = u"SELECT Naam FROM tblSpots WHERE ID = 2"_s;
+  const auto name = [](const dao::Recordset& rows) { return rows.Field(u"Naam"_s).toString(); };
+  const dao::Database::Preview update =
+      s.Open().PreviewChange(u"UPDATE tblSpots SET Naam = \"x\" WHERE ID = 2"_s, select);
+  EXPECT_EQ(name(update.before), u"bier"_s);
+  EXPECT_EQ(name(update.after), u"x"_s);
+  const dao::Database::Preview deletion = s.Open().PreviewChange(u"DELETE FROM tblSpots WHERE ID = 2"_s, select);
+  EXPECT_EQ(deletion.before.RecordCount(), 1);
+  EXPECT_EQ(deletion.after.RecordCount(), 0);
+  EXPECT_TRUE(ErrorOf([&] {
+                s.Open().PreviewChange(u"INSERT INTO tblSpots (ID) VALUES (2)"_s, select);
+              }).contains(u"tblSpots"_s));
+  EXPECT_FALSE(ErrorOf([&] { s.Open().PreviewChange(select, select); }).isEmpty());
+  EXPECT_EQ(Rows(s.Open(), select), QStringList{u"bier"_s});
+  EXPECT_EQ(ContentOf(s.Path()), before);
+}
+
 TEST(Atomicity, DuplicateKeyNamesTableFieldAndValue) {
   const SpotScratch s;
   const QString error = ExecuteError(s.Open(), u"INSERT INTO tblSpots (ID, Naam) VALUES (2, \"dubbel\")"_s);

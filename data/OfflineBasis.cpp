@@ -1,0 +1,203 @@
+// SPDX-License-Identifier: MIT
+#include "data/OfflineBasis.h"
+
+#include "data/Globals.h"
+#include "data/Lookups.h"
+#include "platform/dao/Database.h"
+#include "platform/runtime/Error.h"
+#include "platform/runtime/Numbers.h"
+
+#include <algorithm>
+#include <functional>
+
+using namespace Qt::StringLiterals;
+
+namespace basis {
+namespace {
+
+const QString kCopyPrefix = u"tblCopie_"_s;
+const QString kServerPrefix = u"tbl"_s;
+
+dao::TableDef OfflineTable() {
+  using dao::FieldType;
+  const auto field = [](const QString& name, FieldType type) {
+    dao::FieldDef def;
+    def.name = name;
+    def.type = type;
+    return def;
+  };
+  dao::IndexDef key;
+  key.name = u"PrimaryKey"_s;
+  key.fields = {{u"ID"_s}};
+  key.primary = key.unique = key.required = true;
+  dao::IndexDef logID;
+  logID.name = u"LogID"_s;
+  logID.fields = {{u"LogID"_s}};
+  return {OfflineTableName(),
+          {field(u"ID"_s, FieldType::Long), field(u"LogID"_s, FieldType::Long), field(u"SqlSyntax"_s, FieldType::Memo),
+           field(u"Basis"_s, FieldType::Memo)},
+          {key, logID}};
+}
+
+dao::Database Local() {
+  return dao::OpenDatabase(global.localDatabasePath);
+}
+
+// A table that may not survive a power cut is there; the row is written to the same file.
+void MakeTable(dao::Database& local) {
+  try {
+    local.CreateTable(OfflineTable());
+  } catch (const runtime::Error& error) {
+    if (!error.IsDone()) throw;
+  }
+}
+
+QString Literal(const QString& text) {
+  return u'"' + QString(text).replace(u'"', u"\"\""_s) + u'"';
+}
+
+QString ServerTable(const QString& table) {
+  return table.startsWith(kCopyPrefix) ? kServerPrefix + table.mid(kCopyPrefix.size()) : table;
+}
+
+QString CopyTable(const QString& serverTable) {
+  return kCopyPrefix + serverTable.mid(kServerPrefix.size());
+}
+
+Entry EntryOf(const Target& target, const QString& statement) {
+  Entry entry;
+  entry.table = ServerTable(target.table);
+  entry.keyField = target.keyField.mid(target.keyField.lastIndexOf(u'.') + 1);
+  entry.key = target.key;
+  QString select =
+      u"SELECT * FROM "_s + target.table + u" WHERE "_s + entry.keyField + u" = "_s + QString::number(target.key);
+  if (target.order) select += u" AND ItemSpotOrder = "_s + QString::number(*target.order);
+  dao::Database database = dao::OpenDatabase(target.databasePath);
+  const dao::Database::Preview preview = database.PreviewChange(statement, select);
+  entry.before = RowsOf(preview.before, entry.fields);
+  entry.after = RowsOf(preview.after, entry.fields);
+  return entry;
+}
+
+// A log that can take no more rows gives no number.
+std::optional<qint32> ExpectedLogID() {
+  try {
+    return NextID(u"tblOfflineLog"_s, u"ID"_s, global.localDatabasePath);
+  } catch (const runtime::Error&) {
+    return std::nullopt;
+  }
+}
+
+bool IsIn(const Row& row, const QList<Row>& rows) {
+  return std::any_of(rows.begin(), rows.end(), [&](const Row& other) {
+    return std::equal(row.begin(), row.end(), other.begin(), other.end(), Same);
+  });
+}
+
+// Whether the rows have all of `there` and nothing else of `gone`.
+bool Shows(const QList<Row>& rows, const QList<Row>& there, const QList<Row>& gone) {
+  return std::all_of(there.begin(), there.end(), [&](const Row& row) { return IsIn(row, rows); }) &&
+         std::none_of(gone.begin(), gone.end(), [&](const Row& row) { return !IsIn(row, there) && IsIn(row, rows); });
+}
+
+struct Pending {
+  qint32 id = 0;
+  std::optional<qint32> logID;
+  QString statement;
+  QString basis;
+};
+
+// Only a copy that is as it was before the statement shows that the statement was not carried out.
+bool IsUndone(const Pending& row) {
+  Entry entry;
+  try {
+    entry = Decode(row.basis.toUtf8());
+  } catch (const runtime::Error&) {
+    return false;
+  }
+  dao::Database local = Local();
+  const QString table = CopyTable(entry.table);
+  if (!local.TableNames().contains(table, Qt::CaseInsensitive)) return false;
+  QStringList fields;
+  const QList<Row> rows = RowsOf(local.OpenRecordset(u"SELECT * FROM "_s + table + u" WHERE "_s + entry.keyField +
+                                                     u" = "_s + QString::number(entry.key)),
+                                 fields);
+  return Shows(rows, entry.before, entry.after);
+}
+
+QList<Pending> Rows(const QString& where) {
+  dao::Recordset rows =
+      Local().OpenRecordset(u"SELECT ID, LogID, SqlSyntax, Basis FROM "_s + OfflineTableName() + where);
+  QList<Pending> all;
+  for (; !rows.Eof(); rows.MoveNext()) {
+    const QVariant logID = rows.Field(u"LogID"_s);
+    all += {runtime::ToLong(rows.Field(u"ID"_s)), logID.isNull() ? std::nullopt : std::optional(runtime::ToLong(logID)),
+            rows.Field(u"SqlSyntax"_s).toString(), rows.Field(u"Basis"_s).toString()};
+  }
+  return all;
+}
+
+void Delete(qint32 id) {
+  Local().Execute(u"DELETE FROM "_s + OfflineTableName() + u" WHERE ID = "_s + QString::number(id));
+}
+
+}  // namespace
+
+const QString& OfflineTableName() {
+  static const QString name = u"tblOfflineBasis"_s;
+  return name;
+}
+
+bool HasOfflineTable(const dao::Database& local) {
+  return local.TableNames().contains(OfflineTableName(), Qt::CaseInsensitive);
+}
+
+void Keep(const Target& target, const QString& statement, const QString& logged, Kept& kept) {
+  const QByteArray entry = Encode(EntryOf(target, statement));
+  dao::Database local = Local();
+  if (!HasOfflineTable(local)) MakeTable(local);
+  const Kept row{NextID(OfflineTableName(), u"ID"_s, global.localDatabasePath), ExpectedLogID()};
+  kept = row;
+  local.Execute(u"INSERT INTO "_s + OfflineTableName() + u" (ID, LogID, SqlSyntax, Basis) VALUES ("_s +
+                QString::number(row.id) + u", "_s + (row.logID ? QString::number(*row.logID) : u"NULL"_s) + u", "_s +
+                Literal(logged) + u", "_s + Literal(QString::fromUtf8(entry)) + u")"_s);
+}
+
+void Drop(const Kept& kept) noexcept {
+  try {
+    Delete(kept.id);
+  } catch (...) {
+    // FindUnlogged drops it before the next statement.
+  }
+}
+
+void SetLogID(qint32 id, qint32 logID) {
+  Local().Execute(u"UPDATE "_s + OfflineTableName() + u" SET LogID = "_s + QString::number(logID) + u" WHERE ID = "_s +
+                  QString::number(id));
+}
+
+QList<Unlogged> FindUnlogged(const std::function<bool(qint32 id)>& isKept) {
+  if (!HasOfflineTable(Local())) return {};
+  const qint32 last = NextID(OfflineTableName(), u"ID"_s, global.localDatabasePath) - 1;
+  const std::optional<qint32> next = ExpectedLogID();
+  if (!next) return {};  // the log takes no row now
+  const auto isPending = [&](const Pending& row) { return (!row.logID || *row.logID >= *next) && !isKept(row.id); };
+  const QList<Pending> newest = Rows(u" WHERE ID = "_s + QString::number(last));
+  if (newest.isEmpty() || !isPending(newest.first())) return {};
+  QList<Pending> pending = Rows(u" ORDER BY ID"_s);
+  erase_if(pending, std::not_fn(isPending));
+  // Expected numbers follow the log: a higher one shows that its rows were removed by another program.
+  const bool isEmptied =
+      std::any_of(pending.begin(), pending.end(), [&](const Pending& row) { return row.logID && *row.logID > *next; });
+  QList<Unlogged> unlogged;
+  for (const Pending& row : pending) {
+    if (isEmptied || (row.id == last && IsUndone(row))) {
+      Delete(row.id);
+    } else {
+      unlogged += {row.id, row.statement};
+    }
+  }
+  return unlogged;
+}
+
+}  // namespace basis
