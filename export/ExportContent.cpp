@@ -56,6 +56,7 @@ QByteArray ExportContent::Finish() {
 void ExportContent::Flush() {
   if (block_.isEmpty()) return;
   digest_.Add(block_);
+  byteCount_ += block_.size();
   if (sink_) sink_(block_);
   block_ = QByteArray();
   block_.reserve(kBlock + kBlock / 8);

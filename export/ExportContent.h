@@ -45,6 +45,7 @@ class ExportContent {
   QByteArray Finish();
 
   const AlteredStatements& Altered() const { return altered_; }
+  qint64 ByteCount() const { return byteCount_; }
   // Log rows read, including empty ones.
   int RowCount() const { return rowCount_; }
   qint32 HighestID() const { return highestID_; }
@@ -56,6 +57,7 @@ class ExportContent {
   QByteArray block_;
   ContentDigest digest_;
   AlteredStatements altered_;
+  qint64 byteCount_ = 0;
   int rowCount_ = 0;
   qint32 highestID_ = std::numeric_limits<qint32>::min();
 };

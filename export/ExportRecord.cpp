@@ -17,16 +17,23 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qint64 kLargestRecord = 64 << 10;
-constexpr qsizetype kLines = 4;
+constexpr qsizetype kLinesWithoutBasis = 4;
+constexpr qsizetype kLines = 6;
 
 ExportRecord Parsed(const QByteArray& content, const QString& path) {
   const QStringList lines = QString::fromUtf8(content).split(u'\n', Qt::SkipEmptyParts);
   bool isNumber = false;
-  const qint32 highestID = lines.size() == kLines ? lines[2].toInt(&isNumber) : 0;
+  const bool hasBasis = lines.size() == kLines;
+  const qint32 highestID = hasBasis || lines.size() == kLinesWithoutBasis ? lines[2].toInt(&isNumber) : 0;
   if (!isNumber) {
     throw runtime::Error(u"Het bestand '%1' van een onderbroken export kan niet gelezen worden."_s.arg(path));
   }
-  return {lines[0], lines[1], highestID, lines[3].toLatin1()};
+  ExportRecord record{lines[0], lines[1], highestID, lines[3].toLatin1(), {}, {}};
+  if (hasBasis) {
+    record.basisTemporary = lines[4];
+    record.basisDigest = lines[5].toLatin1();
+  }
+  return record;
 }
 
 }  // namespace
@@ -43,7 +50,8 @@ std::optional<ExportRecord> ReadExportRecord(const QString& localDatabasePath) {
 
 void WriteExportRecord(const QString& localDatabasePath, const ExportRecord& record) {
   const QString content = record.path + u'\n' + record.temporary + u'\n' + QString::number(record.highestID) + u'\n' +
-                          QString::fromLatin1(record.digest) + u'\n';
+                          QString::fromLatin1(record.digest) + u'\n' + record.basisTemporary + u'\n' +
+                          QString::fromLatin1(record.basisDigest) + u'\n';
   runtime::WriteFile(ExportRecordPath(localDatabasePath), content.toUtf8());
 }
 

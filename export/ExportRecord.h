@@ -13,6 +13,9 @@ struct ExportRecord {
   QString temporary;     // its path until it is renamed
   qint32 highestID = 0;  // of the log rows in it
   QByteArray digest;     // BLAKE2b-256 of its content, in hexadecimal
+  // Likewise of the basis beside it; both empty in the record of an earlier version of the program.
+  QString basisTemporary;
+  QByteArray basisDigest;
 
   bool operator==(const ExportRecord&) const = default;
 };

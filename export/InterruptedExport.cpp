@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "export/InterruptedExport.h"
 
+#include "data/ExportBasis.h"
 #include "data/Globals.h"
 #include "data/Messages.h"
 #include "data/Text.h"
@@ -45,24 +46,16 @@ void RequireOwnRecord(const ExportRecord& record, const QString& recordPath) {
   static const QRegularExpression kFile(u"\\A[0-9]{14}\\.tql\\z"_s);
   static const QRegularExpression kUnfinished(
       u"\\A([0-9]{14}\\.tql\\.[0-9a-f]{8}\\.tmp|\\.[0-9]{14}\\.tql\\.[0-9a-f]{16}\\.spotrooster-tmp)\\z"_s);
-  if (IsInExportFolder(record.path, kFile) && IsInExportFolder(record.temporary, kUnfinished)) return;
+  static const QRegularExpression kUnfinishedBasis(
+      u"\\A\\.[0-9]{14}\\.tql\\.basis\\.[0-9a-f]{16}\\.spotrooster-tmp\\z"_s);
+  if (IsInExportFolder(record.path, kFile) && IsInExportFolder(record.temporary, kUnfinished) &&
+      (record.basisTemporary.isEmpty() || IsInExportFolder(record.basisTemporary, kUnfinishedBasis)))
+    return;
   throw runtime::Error(
       u"Het bestand '%1' noemt '%2': dat is geen export in de exportmap '%3'. Er is niets veranderd. Is de exportmap "
       u"intussen een andere, zet ze dan eerst terug bij ExportPath in ovalis.ini; vraag anders de beheerder vanwaar "
       u"dit "
       u"bestand komt."_s.arg(recordPath, record.path, global.exportPath));
-}
-
-// The record is removed first: a record without its temporary file would mean that the file was renamed.
-ExportSettlement Drop(const QString& localDatabasePath, const ExportRecord& record) {
-  RemoveExportRecord(localDatabasePath);
-  runtime::RemoveFile(runtime::HostPath(record.temporary));
-  return {InterruptedExport::Dropped, record.path};
-}
-
-ExportSettlement Finish(const QString& localDatabasePath, const ExportRecord& record) {
-  EmptyLogUpTo(localDatabasePath, record.highestID);
-  return {InterruptedExport::Finished, record.path};
 }
 
 // Whether both paths are links to one file: the crash came between link() and unlink() of a rename.
@@ -72,6 +65,38 @@ bool IsSameFile(const QString& path, const QString& other) {
   return ::stat(QFile::encodeName(runtime::HostPath(path)).constData(), &one) == 0 &&
          ::stat(QFile::encodeName(runtime::HostPath(other)).constData(), &two) == 0 && one.st_dev == two.st_dev &&
          one.st_ino == two.st_ino;
+}
+
+// Removes the basis of an export whose own file is not there. After a failure a basis without its export is left.
+void RemoveBasis(const ExportRecord& record) {
+  if (record.basisTemporary.isEmpty()) return;
+  const QString path = basis::PathOf(record.path);
+  const Presence temporary = runtime::Probe(record.basisTemporary);
+  if (temporary == Presence::There) {
+    if (IsSameFile(record.basisTemporary, path)) runtime::RemoveFile(runtime::HostPath(path));
+    runtime::RemoveFile(runtime::HostPath(record.basisTemporary));
+    return;
+  }
+  if (temporary != Presence::NotThere || runtime::Probe(path) != Presence::There) return;
+  try {
+    if (Holds(path, record.basisDigest)) runtime::RemoveFile(runtime::HostPath(path));
+  } catch (const runtime::Error&) {
+    // It may be the basis of another export.
+  }
+}
+
+// The record is removed before the file: a record without its temporary file would mean that the file was renamed.
+ExportSettlement Drop(const QString& localDatabasePath, const ExportRecord& record) {
+  RemoveBasis(record);
+  RemoveExportRecord(localDatabasePath);
+  runtime::RemoveFile(runtime::HostPath(record.temporary));
+  return {InterruptedExport::Dropped, record.path};
+}
+
+ExportSettlement Finish(const QString& localDatabasePath, const ExportRecord& record) {
+  if (!record.basisTemporary.isEmpty()) runtime::RemoveFile(runtime::HostPath(record.basisTemporary));
+  EmptyLogUpTo(localDatabasePath, record.highestID);
+  return {InterruptedExport::Finished, record.path};
 }
 
 // The log still holds the statements of the file: was the file renamed to its final name?
@@ -114,7 +139,11 @@ ExportSettlement SettleInterruptedExport(const QString& localDatabasePath) {
 void SettleMissingFile(const QString& localDatabasePath, MissingFile answer) {
   const std::optional<ExportRecord> record = ReadExportRecord(localDatabasePath);
   if (!record) return;
-  if (answer == MissingFile::NotProcessed) return RemoveExportRecord(localDatabasePath);
+  if (answer == MissingFile::NotProcessed) {
+    RequireOwnRecord(*record, ExportRecordPath(localDatabasePath));
+    RemoveBasis(*record);
+    return RemoveExportRecord(localDatabasePath);
+  }
   EmptyLogUpTo(localDatabasePath, record->highestID);
 }
 

@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "export/OfflineLogExport.h"
 
+#include "data/Globals.h"
 #include "data/KeptStatements.h"
+#include "data/OfflineBasis.h"
+#include "export/ExportBasisFile.h"
 #include "export/ExportRecord.h"
 #include "platform/dao/Database.h"
 #include "platform/dao/FrozenDatabase.h"
+#include "platform/dao/StatementTransaction.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Probe.h"
@@ -12,6 +16,7 @@
 #include "platform/runtime/TextFile.h"
 
 #include <QHash>
+#include <QSysInfo>
 
 using namespace Qt::StringLiterals;
 
@@ -30,6 +35,7 @@ bool IsLogEmpty(const QString& localDatabasePath) {
 // export continues: emptying the log may make room.
 void TryLogKeptStatements() {
   try {
+    KeepUnloggedStatements();
     LogKeptStatements();
   } catch (const runtime::Error&) {
     // The caller tries again after emptying the log, and reports the error then.
@@ -48,13 +54,27 @@ QHash<QString, ExportRecord>& LastExports() {
 
 // After a failure: the file was not renamed, or the record may or may not be written. The record is removed first: a
 // record without its temporary file would mean that the file was renamed.
-void Undo(const QString& localDatabasePath, runtime::StagedFile& file) {
+void Undo(const QString& localDatabasePath, runtime::StagedFile& file, ExportBasisFile& basisFile) {
   try {
-    if (runtime::Probe(file.TemporaryPath()) == runtime::Presence::There) return RemoveExportRecord(localDatabasePath);
+    if (runtime::Probe(file.TemporaryPath()) == runtime::Presence::There) {
+      basisFile.TakeBack();
+      return RemoveExportRecord(localDatabasePath);
+    }
   } catch (const runtime::Error&) {
     // The next export settles what is left; the user sees the first error.
   }
   file.Keep();
+  basisFile.Keep();
+}
+
+bool IsTaken(const QString& path) {
+  return runtime::Probe(path) == runtime::Presence::There ||
+         runtime::Probe(basis::PathOf(path)) == runtime::Presence::There;
+}
+
+// What the basis says of its export, but for its number. The source is this program folder on this computer.
+basis::Header HeaderOf(const ExportContent& content, const QByteArray& digest) {
+  return {{}, digest, content.ByteCount(), QSysInfo::machineHostName() + u' ' + global.programFolder};
 }
 
 // Do not export a log that cannot be emptied afterwards.
@@ -69,7 +89,7 @@ QString OfflineLogExport::WriteFile(const QString& folder, SameSecond sameSecond
   if (IsLogEmpty(localDatabasePath_)) return {};
   RequireWritable(localDatabasePath_);
   QDateTime second = runtime::Now();
-  while (runtime::Probe(PathOf(folder, second)) == runtime::Presence::There && !MayReplace(folder, second, sameSecond))
+  while (IsTaken(PathOf(folder, second)) && !MayReplace(folder, second, sameSecond))
     second = second.addSecs(1);
   runtime::StagedFile file(PathOf(folder, second));
   ExportContent content([&](const QByteArray& block) { file.Write(block); });
@@ -79,29 +99,38 @@ QString OfflineLogExport::WriteFile(const QString& folder, SameSecond sameSecond
   highestID_ = content.HighestID();
   file.Complete();
   file.SyncName();
+  ExportBasisFile basisFile(localDatabasePath_, highestID_, HeaderOf(content, digest));
   try {
-    return PlaceFile(file, folder, second, digest, sameSecond);
+    return PlaceFile(file, basisFile, folder, second, digest, sameSecond);
   } catch (const runtime::Error&) {
-    Undo(localDatabasePath_, file);
+    Undo(localDatabasePath_, file, basisFile);
     throw;
   }
 }
 
-// Each attempt first records the file name it tries. The name was free when checked, but another program may use it in
+// Each attempt first records the file names it tries. They were free when checked, but another program may use them in
 // the meantime.
-QString OfflineLogExport::PlaceFile(runtime::StagedFile& file, const QString& folder, QDateTime second,
-                                    const QByteArray& digest, SameSecond sameSecond) const {
+QString OfflineLogExport::PlaceFile(runtime::StagedFile& file, ExportBasisFile& basisFile, const QString& folder,
+                                    QDateTime second, const QByteArray& digest, SameSecond sameSecond) const {
   const bool replaces = MayReplace(folder, second, sameSecond);
   for (;; second = second.addSecs(1)) {
-    const ExportRecord record{PathOf(folder, second), file.TemporaryPath(), highestID_, digest};
+    const QString path = PathOf(folder, second);
+    basisFile.Stage(path);
+    const ExportRecord record{path,   file.TemporaryPath(),      highestID_,
+                              digest, basisFile.TemporaryPath(), basisFile.Digest()};
     WriteExportRecord(localDatabasePath_, record);
     if (replaces) {
+      basisFile.Replace(path);
       file.Place();
-    } else if (!file.PlaceNew(record.path)) {
-      continue;
+    } else {
+      if (!basisFile.PlaceNew(path)) continue;
+      if (!file.PlaceNew(path)) {
+        basisFile.TakeBack();
+        continue;
+      }
     }
     LastExports()[localDatabasePath_] = record;
-    return record.path;
+    return path;
   }
 }
 
@@ -121,7 +150,14 @@ void OfflineLogExport::EmptyLog() const {
 }
 
 void EmptyLogUpTo(const QString& localDatabasePath, qint32 highestID) {
+  const QString last = QString::number(highestID);
   dao::Database database = dao::OpenDatabase(localDatabasePath);
-  database.Execute(u"DELETE FROM tblOfflineLog WHERE ID <= "_s + QString::number(highestID) + u" OR ID IS NULL"_s);
+  {
+    dao::StatementTransaction transaction(database);
+    transaction.Execute(u"DELETE FROM tblOfflineLog WHERE ID <= "_s + last + u" OR ID IS NULL"_s);
+    if (transaction.HasTable(basis::OfflineTableName()))
+      transaction.Execute(u"DELETE FROM "_s + basis::OfflineTableName() + u" WHERE LogID <= "_s + last);
+    transaction.Commit();
+  }
   RemoveExportRecord(localDatabasePath);
 }

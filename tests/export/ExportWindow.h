@@ -27,8 +27,12 @@ inline int LogRows(const testing_support::Station& station) {
   return station.LocalRows(QStringLiteral("SELECT ID FROM tblOfflineLog")).RecordCount();
 }
 
+// Every file of the export folder but the basis of each export that is there.
 inline QStringList Exported(const testing_support::Station& station) {
-  return QDir(station.ExportFolder()).entryList(QDir::Files | QDir::Hidden);
+  QStringList names = QDir(station.ExportFolder()).entryList(QDir::Files | QDir::Hidden);
+  for (const QString& name : QStringList(names))
+    names.removeOne(name + QStringLiteral(".basis"));
+  return names;
 }
 
 inline QByteArray Content(const testing_support::Station& station, const QString& name) {

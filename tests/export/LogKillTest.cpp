@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Kills a program repeatedly while it logs and exports: every acknowledged statement is in the log or in exactly one
 // complete file, once and in order.
+#include "data/ExportBasis.h"
 #include "data/Globals.h"
 #include "data/Writes.h"
 #include "export/ExportRecord.h"
@@ -35,7 +36,7 @@ namespace {
 
 constexpr int kKills = 100;
 constexpr int kExportOneIn = 4;
-constexpr int kMostCalls = 30;           // upper limit of an export's file calls
+constexpr int kMostCalls = 60;           // upper limit of an export's file calls
 constexpr int kMostMicroseconds = 3000;  // between the last statement read and the parent's kill
 constexpr int kMostStatements = 6;
 
@@ -44,9 +45,9 @@ const QDateTime kStart(QDate(2024, 1, 1), QTime(0, 0, 0));
 class LogKill : public testing::Test {
  protected:
   // One run of the program: settles the previous run's export, then logs and exports until it is killed.
-  [[noreturn]] void Live(int acknowledged, unsigned seed) {
+  [[noreturn]] void Live(int acknowledged, unsigned seed, bool killsItself) {
     std::mt19937 random(seed);
-    int deadlyCall = random() % 2 == 0 ? static_cast<int>(random() % kMostCalls) : -1;
+    int deadlyCall = killsItself ? static_cast<int>(random() % kMostCalls) : -1;
     const testing_support::FileFaults killer([&](const files::FileCall&) {
       if (deadlyCall-- == 0) ::raise(SIGKILL);
       return 0;
@@ -77,16 +78,19 @@ class LogKill : public testing::Test {
     std::array<int, 2> pipe{};
     if (::pipe(pipe.data()) != 0) throw std::runtime_error("pipe");
     const unsigned seed = static_cast<unsigned>(random_());
+    const bool killsItself = random_() % 2 == 0;
     const pid_t child = testing_support::Fork();
-    if (child == 0) Live(pipe[1], seed);
+    if (child == 0) Live(pipe[1], seed, killsItself);
     ::close(pipe[1]);
     int last = 0;
     int number = 0;
-    for (std::size_t left = random_() % kMostStatements; left > 0; --left) {
-      if (::read(pipe[0], &number, sizeof number) == sizeof number) last = number;
+    if (!killsItself) {
+      for (std::size_t left = random_() % kMostStatements; left > 0; --left) {
+        if (::read(pipe[0], &number, sizeof number) == sizeof number) last = number;
+      }
+      ::usleep(static_cast<useconds_t>(random_() % kMostMicroseconds));
+      ::kill(child, SIGKILL);
     }
-    ::usleep(static_cast<useconds_t>(random_() % kMostMicroseconds));
-    ::kill(child, SIGKILL);
     while (::read(pipe[0], &number, sizeof number) == sizeof number)
       last = number;
     ::close(pipe[0]);
@@ -114,6 +118,17 @@ class LogKill : public testing::Test {
       ASSERT_EQ(numbers[at], first_ + at);
     ASSERT_GE(first_ + numbers.size(), acknowledged + 1);
     next_ = first_ + static_cast<int>(numbers.size());
+  }
+
+  // Each file has its basis, and each of its statements the row that it changed.
+  void CheckBases() const {
+    const QStringList names = QDir(station_.ExportFolder()).entryList({u"*.tql"_s}, QDir::Files);
+    for (const QString& name : names) {
+      const basis::File file = basis::Read(basis::PathOf(global.exportPath + u'\\' + name));
+      for (const auto& entry : file.entries)
+        ASSERT_TRUE(entry && entry->table == u"tblItemSpots"_s && entry->keyField == u"ID"_s);
+    }
+    EXPECT_EQ(QDir(station_.ExportFolder()).entryList({u"*.basis"_s}, QDir::Files).size(), names.size());
   }
 
   // As the companion tool does after it has processed them.
@@ -144,6 +159,8 @@ TEST_F(LogKill, NoAcknowledgedStatementIsLostOrDuplicated) {
     if (random_() % 4 == 0) continue;
     SettleInterruptedExport(global.localDatabasePath);
     Check(acknowledged);
+    if (HasFatalFailure()) return;
+    CheckBases();
     if (HasFatalFailure()) return;
     files += static_cast<int>(QDir(station_.ExportFolder()).entryList({u"*.tql"_s}).size());
     TakeFiles();

@@ -81,7 +81,7 @@ class ExportSteps : public testing::Test {
 
 TEST_F(ExportSteps, AnExportLeavesOnlyItsFile) {
   Export();
-  EXPECT_EQ(Files(), QStringList{u"20240131154507.tql"_s});
+  EXPECT_EQ(Files(), (QStringList{u"20240131154507.tql"_s, u"20240131154507.tql.basis"_s}));
   EXPECT_EQ(StatementsInFiles(station_.ExportFolder()), kStatements);
   EXPECT_EQ(station_.Log(), QStringList());
   EXPECT_FALSE(QFile::exists(RecordFile()));
@@ -294,7 +294,7 @@ class ForgedRecord : public ExportSteps {
     runtime::WriteFile(temporary, "of the user");
     ExportContent log;
     log.AddLog(global.localDatabasePath);
-    WriteExportRecord(global.localDatabasePath, {path, temporary, log.HighestID(), log.Finish()});
+    WriteExportRecord(global.localDatabasePath, {path, temporary, log.HighestID(), log.Finish(), {}, {}});
     try {
       Settle();
       ADD_FAILURE() << "accepted " << temporary.toStdString();
@@ -304,10 +304,31 @@ class ForgedRecord : public ExportSteps {
     EXPECT_TRUE(QFile::exists(victim)) << temporary.toStdString();
     EXPECT_EQ(station_.Log(), kStatements);
   }
+  // Likewise of a record that names `basisTemporary` as the unfinished basis.
+  void ExpectRefusedBasis(const QString& basisTemporary) {
+    const QString victim = runtime::HostPath(basisTemporary);
+    ASSERT_TRUE(QDir().mkpath(QFileInfo(victim).path()));
+    runtime::WriteFile(basisTemporary, "of the user");
+    ExportContent log;
+    log.AddLog(global.localDatabasePath);
+    WriteExportRecord(global.localDatabasePath,
+                      {InExports(u"20240131154507.tql"_s), InExports(u"20240131154507.tql.0123abcd.tmp"_s),
+                       log.HighestID(), log.Finish(), basisTemporary, "00"});
+    EXPECT_THROW(Settle(), runtime::Error) << basisTemporary.toStdString();
+    EXPECT_TRUE(QFile::exists(victim)) << basisTemporary.toStdString();
+  }
   static QString InExports(const QString& name) { return global.exportPath + u'\\' + name; }
 };
 
 }  // namespace
+
+TEST_F(ForgedRecord, RemovesNoFileThatIsNotCalledAsAnUnfinishedBasis) {
+  const QString name = u".20240131154507.tql.basis.0123456789abcdef.spotrooster-tmp"_s;
+  ExpectRefusedBasis(global.programFolder + u"\\audio\\"_s + name);
+  ExpectRefusedBasis(InExports(u"..\\audio\\"_s + name));
+  ExpectRefusedBasis(InExports(u"Audio.tae"_s));
+  ExpectRefusedBasis(InExports(u"20240131154507.tql.basis"_s));
+}
 
 TEST_F(ForgedRecord, RemovesNoFileOfAnotherFolder) {
   const QString path = InExports(u"20240131154507.tql"_s);

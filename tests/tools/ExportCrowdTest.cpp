@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Several program folders that export into one folder at the same moment: every statement is in one file, once.
+#include "data/ExportBasis.h"
+#include "export/ContentDigest.h"
 #include "platform/dao/Database.h"
 #include "platform/runtime/TextFile.h"
 #include "tests/tools/RunTool.h"
@@ -73,10 +75,15 @@ class ExportCrowd : public testing::Test {
     QStringList statements;
     const QDir folder(Shared());
     for (const QString& name : folder.entryList(QDir::Files | QDir::Hidden)) {
+      if (name.endsWith(u".basis"_s)) continue;
       EXPECT_TRUE(name.endsWith(u".tql"_s)) << name.toStdString();
-      statements += QString::fromLatin1(runtime::ReadFile(folder.filePath(name))).split(u";\r\n"_s, Qt::SkipEmptyParts);
+      const QByteArray content = runtime::ReadFile(folder.filePath(name));
+      EXPECT_EQ(basis::Read(basis::PathOf(folder.filePath(name))).header.digest, ContentDigest::Of(content));
+      statements += QString::fromLatin1(content).split(u";\r\n"_s, Qt::SkipEmptyParts);
       QFile::remove(folder.filePath(name));
+      QFile::remove(basis::PathOf(folder.filePath(name)));
     }
+    EXPECT_EQ(folder.entryList(QDir::Files | QDir::Hidden), QStringList());
     return statements;
   }
 

@@ -140,9 +140,12 @@ class MissingExportFile : public testing::TestWithParam<Station::Mode> {
     LogStatement(program_, 1, u"DELETE FROM c"_s);
     ExportContent log;
     log.AddLog(global.localDatabasePath);
-    WriteExportRecord(
-        global.localDatabasePath,
-        {u"D:\\export\\"_s + kName, u"D:\\export\\"_s + kName + u".0123abcd.tmp"_s, log.HighestID(), log.Finish()});
+    WriteExportRecord(global.localDatabasePath, {u"D:\\export\\"_s + kName,
+                                                 u"D:\\export\\"_s + kName + u".0123abcd.tmp"_s,
+                                                 log.HighestID(),
+                                                 log.Finish(),
+                                                 {},
+                                                 {}});
   }
   // Nothing was decided: a message names the file, the log is unchanged, and no file was made.
   void ExpectUndecided(const QStringList& words) const {

@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+#include "export/ExportBasisFile.h"
+
+#include "data/LoggedStatements.h"
+#include "export/ContentDigest.h"
+#include "platform/runtime/Error.h"
+#include "platform/runtime/FileCalls.h"
+#include "platform/runtime/HostPath.h"
+
+#include <QUuid>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qsizetype kBasisBlock = qsizetype{1} << 20;  // bytes written at once
+
+}  // namespace
+
+ExportBasisFile::ExportBasisFile(const QString& localDatabasePath, qint32 highestID, basis::Header header)
+    : localDatabasePath_(localDatabasePath), highestID_(highestID), header_(std::move(header)) {
+  header_.exportID = QUuid::createUuid().toString(QUuid::WithoutBraces);
+}
+
+void ExportBasisFile::Stage(const QString& exportPath) {
+  if (file_) return;
+  file_.emplace(basis::PathOf(exportPath));
+  temporaryPath_ = file_->TemporaryPath();
+  ContentDigest digest;
+  QByteArray block = basis::HeaderLine(header_);
+  const auto flush = [&] {
+    digest.Add(block);
+    file_->Write(block);
+    block = QByteArray();
+  };
+  qsizetype count = 0;
+  VisitLog(localDatabasePath_, highestID_, [&](const LoggedStatement& logged) {
+    if (logged.sqlSyntax.isEmpty()) return;
+    block += basis::EntryLine(logged.entry);
+    ++count;
+    if (block.size() >= kBasisBlock) flush();
+  });
+  block += basis::LastLine(count);
+  flush();
+  digest_ = digest.Result();
+  file_->Complete();
+  file_->SyncName();
+}
+
+// Also after an error by which the name is taken, but may not survive a power cut.
+bool ExportBasisFile::Placed(const QString& exportPath, const std::function<bool()>& place) {
+  try {
+    if (!place()) return false;
+  } catch (const runtime::Error& error) {
+    if (error.IsDone()) placed_ = basis::PathOf(exportPath);
+    throw;
+  }
+  placed_ = basis::PathOf(exportPath);
+  file_.reset();
+  return true;
+}
+
+void ExportBasisFile::Replace(const QString& exportPath) {
+  Placed(exportPath, [&] {
+    file_->Place();
+    return true;
+  });
+}
+
+bool ExportBasisFile::PlaceNew(const QString& exportPath) {
+  return Placed(exportPath, [&] { return file_->PlaceNew(basis::PathOf(exportPath)); });
+}
+
+void ExportBasisFile::TakeBack() const {
+  if (!placed_.isEmpty()) runtime::RemoveFile(runtime::HostPath(placed_));
+}
+
+void ExportBasisFile::Keep() {
+  if (file_) file_->Keep();
+}

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "data/ExportBasis.h"
+#include "platform/runtime/StagedFile.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <functional>
+#include <optional>
+
+// The basis of one export (data/ExportBasis.h) on its way into the export folder. It gets its name before the export
+// does: who finds an export there finds its basis too. Paths are path texts; every failure is a runtime::Error.
+class ExportBasisFile {
+ public:
+  // `header` without an export number; `highestID` is that of the export's last log row.
+  ExportBasisFile(const QString& localDatabasePath, qint32 highestID, basis::Header header);
+
+  // Writes and syncs the basis of this export under a temporary name in the same folder; one that is there already
+  // serves another name too.
+  void Stage(const QString& exportPath);
+  const QString& TemporaryPath() const { return temporaryPath_; }
+  const QByteArray& Digest() const { return digest_; }  // BLAKE2b-256 in hexadecimal
+
+  // As StagedFile::Place and PlaceNew. A basis that is placed is written again for the next name.
+  void Replace(const QString& exportPath);
+  [[nodiscard]] bool PlaceNew(const QString& exportPath);
+  // Removes the placed basis of an export that got no name. A failure leaves a basis without an export.
+  void TakeBack() const;
+  void Keep();
+
+ private:
+  bool Placed(const QString& exportPath, const std::function<bool()>& place);
+
+  QString localDatabasePath_;
+  qint32 highestID_;
+  basis::Header header_;
+  std::optional<runtime::StagedFile> file_;
+  QString temporaryPath_;
+  QByteArray digest_;
+  QString placed_;
+};
