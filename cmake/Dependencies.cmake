@@ -3,6 +3,8 @@ set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_AUTOGEN_ORIGIN_DEPENDS OFF)  # uic and moc need no built library
+set(CMAKE_GLOBAL_AUTOGEN_TARGET ON)  # target "autogen": runs uic and moc, whose output clang-tidy needs
 
 find_program(CCACHE_PROGRAM ccache)
 if(CCACHE_PROGRAM)

@@ -38,12 +38,14 @@ function(spotrooster_library name)
 endfunction()
 
 # spotrooster_tests(folder SOURCES file... [NO_QT] [LINK target...])
-# One test program a folder, every test a CTest entry labelled with the folder. NO_QT as above.
+# One test program a folder, every test a CTest entry labelled with the folder. With a sanitizer each program is
+# one entry, because starting the process takes longer than most tests. NO_QT as above.
 function(spotrooster_tests folder)
   cmake_parse_arguments(PARSE_ARGV 1 arg "NO_QT" "" "SOURCES;LINK")
   string(REPLACE "/" "_" program "test_${folder}")
   add_executable(${program} ${arg_SOURCES})
   if(arg_NO_QT)
+    add_dependencies(tests_without_qt ${program})
     target_link_libraries(${program} PRIVATE spotrooster_options ${arg_LINK} GTest::gtest_main)
   else()
     set_target_properties(${program} PROPERTIES AUTOMOC ON)
@@ -52,9 +54,16 @@ function(spotrooster_tests folder)
       target_link_libraries(${program} PRIVATE spotrooster_test_support)
     endif()
   endif()
-  gtest_discover_tests(${program} TEST_PREFIX "${folder}." DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
-                       PROPERTIES LABELS ${folder} TIMEOUT 300)
+  if(SPOTROOSTER_SANITIZE)
+    add_test(NAME ${folder} COMMAND ${program} --gtest_brief=1)
+    set_tests_properties(${folder} PROPERTIES LABELS ${folder} TIMEOUT 1500)
+  else()
+    gtest_discover_tests(${program} TEST_PREFIX "${folder}." DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
+                         PROPERTIES LABELS ${folder} TIMEOUT 300)
+  endif()
 endfunction()
+# The tests for the thread sanitizer: the distribution's Qt is built without it.
+add_custom_target(tests_without_qt)
 
 # spotrooster_server_run(folder [WITHOUT test...])
 # The folder's test program again, with the server databases on a PostgreSQL server that it starts itself: one CTest
