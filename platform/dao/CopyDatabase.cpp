@@ -34,7 +34,7 @@ FieldMask AllFields(const TableDef& table) {
 class Digest {
  public:
   void Add(FieldType type, const ValueView& value) {
-    Number(value.index());
+    Number(static_cast<std::int64_t>(value.index()));
     if (const auto* whole = std::get_if<std::int64_t>(&value)) Number(*whole);
     if (const auto* number = std::get_if<double>(&value)) {
       type == FieldType::Date ? Number(std::llround(*number * kMicrosecondsADay)) : Bits(*number + 0.0);

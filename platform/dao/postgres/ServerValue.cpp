@@ -22,9 +22,9 @@ constexpr std::int64_t kMicrosecondsADay = 86'400'000'000;
 constexpr int kExactDigits = 15;  // of a floating-point number
 const QDate kDayZero(1899, 12, 30);
 
-std::string Padded(std::int64_t number, int width) {
+std::string Padded(std::int64_t number, std::size_t width) {
   std::string digits = std::to_string(number);
-  return digits.size() < static_cast<std::size_t>(width) ? std::string(width - digits.size(), '0') + digits : digits;
+  return digits.size() < width ? std::string(width - digits.size(), '0') + digits : digits;
 }
 
 std::string MomentLiteral(double day) {

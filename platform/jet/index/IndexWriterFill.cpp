@@ -81,7 +81,7 @@ bool IndexWriter::HasKeyOfTheOneBefore(const EntryList& sorted, std::size_t i) {
 std::size_t IndexWriter::CountKeys(const EntryList& sorted) {
   std::size_t keys = 0;
   for (std::size_t i = 0; i < sorted.Count(); ++i)
-    keys += HasKeyOfTheOneBefore(sorted, i) ? 0 : 1;
+    keys += HasKeyOfTheOneBefore(sorted, i) ? 0U : 1U;
   return keys;
 }
 

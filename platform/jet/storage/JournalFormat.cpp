@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <functional>
 
 namespace jet::journal {
 namespace {
@@ -44,7 +45,7 @@ std::array<std::uint64_t, kSectors> SectorSums(ByteView page) {
 
 Bytes Build(std::span<const PageChange> changes, std::uint64_t oldLength, std::uint64_t newLength) {
   const auto isNew = [](const PageChange& change) { return change.before == nullptr; };
-  const auto count = static_cast<std::uint32_t>(changes.size() - std::ranges::count_if(changes, isNew));
+  const auto count = static_cast<std::uint32_t>(std::ranges::count_if(changes, std::not_fn(isNew)));
   Bytes journal;
   journal.reserve(kJournalHeadBytes + count * kRecordBytes);
   journal.resize(kJournalHeadBytes);

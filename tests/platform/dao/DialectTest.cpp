@@ -194,7 +194,7 @@ TEST(Dialect, RandomStatementsSucceedOrThrowAnError) {
   std::mt19937 random(1);
   for (int i = 0; i < 3000; ++i) {
     QString sql = i % 2 == 0 ? u"SELECT ID FROM tblSpots"_s : u"SELECT"_s;
-    for (unsigned n = random() % 9; n > 0; --n)
+    for (auto n = random() % 9; n > 0; --n)
       sql += u' ' + parts[static_cast<qsizetype>(random() % 26)];
     ErrorOf([&] { database.OpenRecordset(sql); });
   }

@@ -109,9 +109,9 @@ class AccessOnDisk : public test::TestFolder {};
 
 TEST_F(AccessOnDisk, TheUmaskIsIgnored) {
   Put("file", "old");
-  for (const mode_t umask : {022, 077}) {
+  for (const mode_t umask : {mode_t{022}, mode_t{077}}) {
     const mode_t before = ::umask(umask);
-    for (const mode_t permissions : {0600, 0660, 0644}) {
+    for (const mode_t permissions : {mode_t{0600}, mode_t{0660}, mode_t{0644}}) {
       ASSERT_EQ(::chmod(At("file").c_str(), permissions), 0);
       WriteFile(At("file"), "new", HostFileSystem());
       EXPECT_EQ(HostFileSystem().Status(At("file"))->permissions, permissions);

@@ -17,7 +17,7 @@ Bytes SharedChain(int rows, int pieces) {
   RowId next = 0;
   for (int i = 0; i < pieces; ++i)
     next = image.AddSlot(image.AddLongValuePage(table), Le(next, 4) + Bytes(kPieceBytes, 'x'));
-  const Bytes head = LongHead(kPieceBytes * static_cast<std::size_t>(pieces), 0, next);
+  const Bytes head = LongHead(static_cast<std::uint32_t>(kPieceBytes) * static_cast<std::uint32_t>(pieces), 0, next);
   for (int id = 1; id <= rows; ++id)
     image.AddRow(table, RowBytes(2, Le(static_cast<std::uint64_t>(id), 4), {head}, 3));
   image.SetRowCount(table, static_cast<std::uint32_t>(rows), 0);
