@@ -121,20 +121,26 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
   }
 }
 
-void LookStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
-                            const QWidget* widget) const {
+bool LookStyle::DrawButtonOrTab(ControlElement element, const QStyleOption* option, QPainter* painter,
+                                const QWidget* widget) const {
   if (const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option)) {
-    if (element == CE_PushButton) {
-      look::PushButtonBevel(*painter, *button, widget);
-      return look::PushButtonLabel(*painter, *button, widget, *this);
-    }
-    if (element == CE_PushButtonBevel) return look::PushButtonBevel(*painter, *button, widget);
-    if (element == CE_PushButtonLabel) return look::PushButtonLabel(*painter, *button, widget, *this);
+    const bool bevel = element == CE_PushButton || element == CE_PushButtonBevel;
+    const bool label = element == CE_PushButton || element == CE_PushButtonLabel;
+    if (bevel) look::PushButtonBevel(*painter, *button, widget);
+    if (label) look::PushButtonLabel(*painter, *button, widget, *this);
+    return bevel || label;
   }
   if (const auto* tab = qstyleoption_cast<const QStyleOptionTab*>(option)) {
-    if (element == CE_TabBarTabShape) return look::TabShape(*painter, *tab);
-    if (element == CE_TabBarTabLabel) return look::TabLabel(*painter, *tab, *this);
+    if (element == CE_TabBarTabShape) look::TabShape(*painter, *tab);
+    if (element == CE_TabBarTabLabel) look::TabLabel(*painter, *tab, *this);
+    return element == CE_TabBarTabShape || element == CE_TabBarTabLabel;
   }
+  return false;
+}
+
+void LookStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                            const QWidget* widget) const {
+  if (DrawButtonOrTab(element, option, painter, widget)) return;
   if (const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option)) {
     if (element == CE_MenuBarItem) return look::MenuBarItem(*painter, *item, *this);
     if (element == CE_MenuItem) {

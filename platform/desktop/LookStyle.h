@@ -40,6 +40,11 @@ class LookStyle : public QProxyStyle {
   QIcon standardIcon(StandardPixmap standardIcon, const QStyleOption* option, const QWidget* widget) const override;
   void polish(QWidget* widget) override;
   using QProxyStyle::polish;
+
+ private:
+  // False for other elements, which it does not draw.
+  bool DrawButtonOrTab(ControlElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const;
 };
 
 }  // namespace desktop
