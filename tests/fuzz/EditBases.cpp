@@ -12,7 +12,7 @@ namespace jet::fuzz {
 
 namespace {
 
-constexpr const char* kPath = "base.mdb";
+constexpr const char* kBasePath = "base.mdb";
 constexpr int kRowsOfLargerBase = 90;  // more than one leaf of the index by name
 
 ColumnDefinition Column(const char16_t* name, ColumnType type, std::uint16_t size = 0) {
@@ -86,9 +86,9 @@ void FillSpots(Database& database, int rows) {
 
 Bytes Build(int rows) {
   files::MemoryFileSystem files;
-  Database::Create(kPath, files);
+  Database::Create(kBasePath, files);
   {
-    const auto database = Database::Open(kPath, ForEditing(), files);
+    const auto database = Database::Open(kBasePath, ForEditing(), files);
     WriteTurn turn(*database);
     database->CreateTable(Spots());
     database->CreateTable(Items());
@@ -96,7 +96,7 @@ Bytes Build(int rows) {
     FillItems(*database);
     FillSpots(*database, rows);
   }
-  return files.Get(kPath);
+  return files.Get(kBasePath);
 }
 
 }  // namespace

@@ -21,7 +21,7 @@ namespace jet::fuzz {
 
 namespace {
 
-constexpr const char* kPath = "fuzz.mdb";
+constexpr const char* kFuzzPath = "fuzz.mdb";
 constexpr unsigned kMostDamages = 8;
 constexpr int kMostDeleted = 8;  // at once
 constexpr int kMostStatements = 4;
@@ -338,7 +338,7 @@ class Editing {
 };
 
 void Edit(files::MemoryFileSystem& files, Recipe& recipe, EditOutcome& outcome) {
-  const auto database = Database::Open(kPath, ForEditing(), files);
+  const auto database = Database::Open(kFuzzPath, ForEditing(), files);
   outcome.opened = true;
   const std::string before = Problems(*database);
   outcome.damaged = !before.empty();
@@ -346,7 +346,7 @@ void Edit(files::MemoryFileSystem& files, Recipe& recipe, EditOutcome& outcome) 
   Model model;
   if (before.empty()) model = ReadSpots(*database);
   for (int statement = 0; statement < kMostStatements && (statement == 0 || !recipe.AtEnd()); ++statement) {
-    const Bytes content = files.Get(kPath);
+    const Bytes content = files.Get(kFuzzPath);
     Model changed = model;
     try {
       Editing(*database, recipe, changed).Statement();
@@ -354,7 +354,7 @@ void Edit(files::MemoryFileSystem& files, Recipe& recipe, EditOutcome& outcome) 
       ++outcome.committed;
     } catch (const Error&) {
       ++outcome.refused;
-      if (files.Get(kPath) != content) throw std::logic_error("a refused statement changed the file");
+      if (files.Get(kFuzzPath) != content) throw std::logic_error("a refused statement changed the file");
     }
   }
   if (outcome.committed == 0) return;
@@ -377,7 +377,7 @@ EditOutcome EditDamaged(std::span<const std::uint8_t> input) {
   for (unsigned damages = first / 4 % (kMostDamages + 1); damages > 0; --damages)
     DamageOnce(file, recipe);
   files::MemoryFileSystem files;
-  files.Put(kPath, std::move(file));
+  files.Put(kFuzzPath, std::move(file));
   EditOutcome outcome;
   try {
     Edit(files, recipe, outcome);

@@ -31,10 +31,6 @@ std::size_t SlotAt(jet::RowId row) {
   return 14 + 2 * jet::SlotOf(row);
 }
 
-std::uint16_t Get16(const DatabaseImage::Page& page, std::size_t at) {
-  return static_cast<std::uint16_t>(page.at(at) | page.at(at + 1) << 8);
-}
-
 void Put(DatabaseImage::Page& page, std::size_t at, std::uint64_t number, std::size_t size) {
   std::memcpy(page.data() + at, &number, size);
 }

@@ -7,6 +7,7 @@
 #include "platform/jet/values/Codec.h"
 #include "platform/jet/values/StoredText.h"
 #include "tests/platform/jet/DatabaseImage.h"
+#include "tests/platform/jet/support/Places.h"
 #include "tests/platform/jet/support/SampleTable.h"
 
 #include <gtest/gtest.h>
@@ -23,8 +24,8 @@ using test::FreshDatabase;
 using test::MessageOf;
 using test::Spot;
 
-constexpr const char* kPath = FreshDatabase::kPath;
-const std::u16string kTable = u"tblSpots";
+constexpr const char* kFreshPath = FreshDatabase::kPath;
+using test::kTable;
 
 void AddRows(FreshDatabase& database, int count) {
   WriteTurn turn(*database);
@@ -75,7 +76,7 @@ TEST(CompactKeeps, PasswordAndEncoding) {
   OpenOptions options;
   options.password = u"geheim";
   for (const bool encoded : {false, true}) {
-    Bytes content = database.Files().Get(kPath);
+    Bytes content = database.Files().Get(kFreshPath);
     SetPassword(content, options.password);
     if (encoded) Encode(content, 0xA7B773E0);
     for (const bool inPlace : {false, true}) {
@@ -116,11 +117,11 @@ TEST(CompactKeeps, ATableWhoseNumberChanges) {
   }
   const auto number = [](Database& opened, const char16_t* name) { return opened.OpenTable(name).Def().page; };
   const std::uint32_t before = number(*database, u"Later");
-  Compact(kPath, {}, database.Files());
+  Compact(kFreshPath, {}, database.Files());
   EXPECT_LT(number(*database, u"Later"), before);
   EXPECT_EQ(number(*database, u"tblSpots"), 16U);
   EXPECT_EQ(database.Findings(), "");
-  EXPECT_LT(database.Files().Get(kPath).size(), 40 * kPageSize);
+  EXPECT_LT(database.Files().Get(kFreshPath).size(), 40 * kPageSize);
   // Its permissions have the new number.
   const Table permissions = database->OpenTable(u"MSysACEs");
   TableCursor rows = permissions.Scan({permissions.Definition().FindColumn(u"ObjectId")});
@@ -161,7 +162,7 @@ TEST(CompactKeeps, KeysThatCannotBeComputed) {
   const std::size_t before = keys();
   ASSERT_EQ(before, 120U);
   const std::string findings = database.Findings();
-  Compact(kPath, {}, database.Files());
+  Compact(kFreshPath, {}, database.Files());
   EXPECT_EQ(keys(), before);
   EXPECT_EQ(database.Findings(), findings);
 }
@@ -181,7 +182,7 @@ TEST(CompactRefuses, WhatWouldBeLostAndSaysWhat) {
 
 TEST(CompactRefuses, ASecondMapThatIsNotEmpty) {
   FreshDatabase database;
-  Bytes content = database.Files().Get(kPath);
+  Bytes content = database.Files().Get(kFreshPath);
   content[kPageSize + LoadU16(&content[kPageSize + 16]) + 5] = 1;
   database.Files().Put("/data/a.mdb", content);
   const std::string message = MessageOf([&] { CompactInto("/data/a.mdb", "/data/b.mdb", {}, database.Files()); });

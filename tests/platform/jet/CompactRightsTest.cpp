@@ -78,7 +78,7 @@ class CompactRights : public testing::Test {
   fs::path path_;
 };
 
-void Change(const fs::path& path) {
+void AddTable(const fs::path& path) {
   OpenOptions options;
   options.writable = true;
   const auto database = Database::Open(path, options);
@@ -97,8 +97,8 @@ TEST_F(CompactRights, OneMemberOfTheGroupDoesNotLockOutAnother) {
         EXPECT_EQ(ModeOf(each), 0660U) << each;
         EXPECT_EQ(GroupOf(each), Group()) << each;
       }
-      EXPECT_EQ(As(kFirst, mask, [&] { Change(path_); }), "");
-      EXPECT_EQ(As(kSecond, mask, [&] { Change(path_); }), "");
+      EXPECT_EQ(As(kFirst, mask, [&] { AddTable(path_); }), "");
+      EXPECT_EQ(As(kSecond, mask, [&] { AddTable(path_); }), "");
     }
   }
 }
@@ -120,7 +120,7 @@ TEST_F(CompactRights, ACopyBelongsToTheGroupToo) {
     EXPECT_EQ(As(kSecond, mask, [&] { CompactInto(path_, target); }), "");
     EXPECT_EQ(ModeOf(target), 0660U);
     EXPECT_EQ(GroupOf(target), Group());
-    EXPECT_EQ(As(kFirst, mask, [&] { Change(target); }), "");
+    EXPECT_EQ(As(kFirst, mask, [&] { AddTable(target); }), "");
   }
 }
 

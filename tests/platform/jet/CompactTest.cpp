@@ -5,6 +5,7 @@
 #include "platform/jet/pages/Header.h"
 #include "platform/jet/table/TableWriter.h"
 #include "tests/platform/jet/support/FaultyFiles.h"
+#include "tests/platform/jet/support/Places.h"
 #include "tests/platform/jet/support/SampleTable.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
 
@@ -21,7 +22,7 @@ using test::FreshDatabase;
 using test::MessageOf;
 using test::Spot;
 
-const std::u16string kTable = u"tblSpots";
+using test::kTable;
 
 // Inserts two hundred rows with long texts and keeps every tenth.
 void FillAndThin(FreshDatabase& database) {

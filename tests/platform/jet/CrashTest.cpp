@@ -2,6 +2,7 @@
 // A change is atomic, whatever fails and whenever the power is cut.
 #include "platform/jet/values/Error.h"
 #include "tests/platform/jet/support/FaultyFiles.h"
+#include "tests/platform/jet/support/Places.h"
 #include "tests/platform/jet/support/PowerCut.h"
 #include "tests/platform/jet/support/Rounds.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
@@ -25,8 +26,8 @@ using test::FaultyFiles;
 using test::PagesAfterReopening;
 using Values = std::vector<std::uint32_t>;
 
-constexpr const char* kPath = "/data/station.mdb";
-constexpr const char* kJournal = "/data/station.mdb-journal";
+using test::kJournal;
+using test::kPath;
 const Values kOld = test::PagesBefore();
 const Values kNew = test::PagesAfter();
 

@@ -21,12 +21,6 @@ void Put(DatabaseImage::Page& page, std::size_t at, Number number) {
   std::memcpy(page.data() + at, &number, sizeof number);
 }
 
-std::uint16_t Get16(const DatabaseImage::Page& page, std::size_t at) {
-  std::uint16_t number;
-  std::memcpy(&number, page.data() + at, 2);
-  return number;
-}
-
 bool IsLong(const DatabaseImage::Column& column) {
   return column.type == 11 || column.type == 12;
 }

@@ -76,6 +76,11 @@ class DatabaseImage {
   Table catalog_;
 };
 
+// The u16 at that offset of a page.
+inline std::uint16_t Get16(const DatabaseImage::Page& page, std::size_t at) {
+  return static_cast<std::uint16_t>(page.at(at) | page.at(at + 1) << 8);
+}
+
 // The bytes of a little-endian number.
 jet::Bytes Le(std::uint64_t number, std::size_t size);
 jet::Bytes Utf16(const std::string& ascii);

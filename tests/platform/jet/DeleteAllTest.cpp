@@ -5,6 +5,7 @@
 #include "platform/jet/table/TableWriter.h"
 #include "platform/jet/values/Utf8.h"
 #include "tests/platform/jet/support/Agreement.h"
+#include "tests/platform/jet/support/Places.h"
 #include "tests/platform/jet/support/SampleTable.h"
 #include "tests/platform/jet/support/Samples.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
@@ -23,7 +24,7 @@ using test::FreshDatabase;
 using test::MessageOf;
 using test::Spot;
 
-const std::u16string kTable = u"tblSpots";
+using test::kTable;
 
 std::size_t DeleteAll(Database& database, const std::u16string& table) {
   WriteTurn turn(database);
@@ -132,13 +133,6 @@ TEST_F(DeleteAllTest, ShortensMapsThatHadGrown) {
   EXPECT_EQ(database_.Findings(), "");
 }
 
-Bytes ContentOf(const std::filesystem::path& path) {
-  const auto file = HostFileSystem().Open(path, OpenMode::Read);
-  Bytes content(file->Size());
-  file->ReadAt(0, content);
-  return content;
-}
-
 std::string Problems(Database& database) {
   std::string problems;
   for (const Finding& finding : CheckDatabase(database)) {
@@ -151,7 +145,7 @@ class DeleteAllSample : public testing::TestWithParam<const char*> {
  protected:
   void SetUp() override {
     if (!witness::SampleFolder()) GTEST_SKIP() << "SPOTROOSTER_MDB_SAMPLES is not set";
-    files_.Put(kPath, ContentOf(*witness::SampleFolder() + "/" + GetParam() + ".mdb"));
+    files_.Put(kPath, witness::ContentOf(*witness::SampleFolder() + "/" + GetParam() + ".mdb"));
     OpenOptions options;
     options.writable = true;
     options.password = u"password";
@@ -195,7 +189,7 @@ TEST(DeleteAllRelations, AReferencedTableIsNotEmptied) {
   if (!witness::SampleFolder()) GTEST_SKIP() << "SPOTROOSTER_MDB_SAMPLES is not set";
   files::MemoryFileSystem files;
   const std::string path = "/data/file.mdb";
-  files.Put(path, ContentOf(*witness::SampleFolder() + "/northwind.mdb"));
+  files.Put(path, witness::ContentOf(*witness::SampleFolder() + "/northwind.mdb"));
   OpenOptions options;
   options.writable = true;
   options.wait = test::NoSleep();

@@ -25,21 +25,14 @@
 namespace jet {
 namespace {
 
-constexpr const char* kPath = "/data/file.mdb";
+constexpr const char* kEditPath = "/data/file.mdb";
 
 std::unique_ptr<Database> OpenForWriting(files::MemoryFileSystem& files, const std::u16string& password = u"") {
   OpenOptions options;
   options.writable = true;
   options.password = password;
   options.wait = test::NoSleep();
-  return Database::Open(kPath, options, files);
-}
-
-Bytes ContentOf(const std::filesystem::path& path) {
-  const auto file = HostFileSystem().Open(path, OpenMode::Read);
-  Bytes content(file->Size());
-  file->ReadAt(0, content);
-  return content;
+  return Database::Open(kEditPath, options, files);
 }
 
 // The pages that a change of the table may write: its own, those of its maps and free ones.
@@ -104,14 +97,14 @@ INSTANTIATE_TEST_SUITE_P(RealFiles, EditSample,
 TEST_P(EditSample, StaysSoundUnderRandomChanges) {
   if (!witness::SampleFolder()) GTEST_SKIP() << "SPOTROOSTER_MDB_SAMPLES is not set";
   files::MemoryFileSystem files;
-  files.Put(kPath, ContentOf(witness::SamplePath(GetParam())));
+  files.Put(kEditPath, witness::ContentOf(witness::SamplePath(GetParam())));
   const auto database = OpenForWriting(files, u"password");
   const auto disagreements = [&] {
-    return witness::Disagreements(*database, files.Get(kPath), witness::SamplePassword(GetParam()));
+    return witness::Disagreements(*database, files.Get(kEditPath), witness::SamplePassword(GetParam()));
   };
   for (const std::u16string& name : database->TableNames()) {
     if (!CanWrite(*database, name)) continue;
-    const Bytes before = files.Get(kPath);
+    const Bytes before = files.Get(kEditPath);
     const std::set<std::uint32_t> mayChange = PagesThatMayChange(*database, name);
     test::RandomEditor editor(*database, name, 11);
     for (int round = 0; round < 4 * test::LongTests(); ++round) {
@@ -122,7 +115,7 @@ TEST_P(EditSample, StaysSoundUnderRandomChanges) {
       ASSERT_EQ(disagreements(), "") << ToUtf8(name) << " round " << round;
     }
     EXPECT_GT(editor.Done(), 20) << ToUtf8(name);
-    EXPECT_EQ(ChangedOutside(mayChange, before, files.Get(kPath)), std::vector<std::uint32_t>{}) << ToUtf8(name);
+    EXPECT_EQ(ChangedOutside(mayChange, before, files.Get(kEditPath)), std::vector<std::uint32_t>{}) << ToUtf8(name);
   }
   EXPECT_EQ(disagreements(), "");
 }

@@ -24,14 +24,14 @@
 namespace jet {
 namespace {
 
-constexpr const char* kPath = "window.mdb";
-const std::u16string kTable = u"tblAlles";
+constexpr const char* kWindowPath = "window.mdb";
+const std::u16string kWindowTable = u"tblAlles";
 
 // A file in memory that is closed, given another map layout, and opened again.
 class WindowFile {
  public:
   WindowFile() {
-    Database::Create(kPath, files_);
+    Database::Create(kWindowPath, files_);
     Open();
     WriteTurn turn(*database_);
     database_->CreateTable(test::AllKindsTable());
@@ -39,15 +39,15 @@ class WindowFile {
   }
 
   Database& operator*() { return *database_; }
-  Bytes Content() { return files_.Get(kPath); }
+  Bytes Content() { return files_.Get(kWindowPath); }
 
   template <typename Change>
   void LayOut(Change change) {
     database_.reset();
-    Bytes file = files_.Get(kPath);
+    Bytes file = files_.Get(kWindowPath);
     test::FreeMapImage image(file);
     change(image);
-    files_.Put(kPath, file);
+    files_.Put(kWindowPath, file);
     Open();
   }
 
@@ -56,7 +56,7 @@ class WindowFile {
     OpenOptions options;
     options.writable = true;
     options.wait = test::NoSleep();
-    database_ = Database::Open(kPath, options, files_);
+    database_ = Database::Open(kWindowPath, options, files_);
   }
 
   files::MemoryFileSystem files_;
@@ -73,7 +73,7 @@ std::string Remarks(Database& database) {
 // Inserts rows that fill about 600 pages.
 void FillPages(Database& database) {
   WriteTurn turn(database);
-  const auto writer = database.OpenWriter(kTable);
+  const auto writer = database.OpenWriter(kWindowTable);
   for (int i = 0; i < 60; ++i) {
     std::vector<Value> row(writer->Definition().columns.size());
     row[7] = u"rij " + std::u16string(1, static_cast<char16_t>(u'a' + i % 26));
@@ -89,7 +89,7 @@ class FreeMapWindow : public testing::Test {
 
   // Frees pages on both sides of the window, allocates them again, and checks.
   void EditAll() {
-    test::RandomEditor editor(*file_, kTable, 3, 60);
+    test::RandomEditor editor(*file_, kWindowTable, 3, 60);
     for (int round = 0; round < 6; ++round) {
       ASSERT_NO_THROW(editor.Change(30));
       if (round == 3) {
@@ -118,18 +118,18 @@ TEST_F(FreeMapWindow, WithNoRoomForALongerRowBitmapPagesKeepAllMembers) {
 
 TEST_F(FreeMapWindow, NoFreePageIsLostWhenItIsBroughtBack) {
   {
-    test::RandomEditor editor(*file_, kTable, 3);
+    test::RandomEditor editor(*file_, kWindowTable, 3);
     editor.DeleteAll();
   }
   const Bytes before = file_.Content();
   const auto pages = before.size() / kPageSize;
   file_.LayOut([](test::FreeMapImage& image) { image.PutWindow(104); });
   FillPages(*file_);
-  test::RandomEditor(*file_, kTable, 3).DeleteAll();  // frees pages on both sides of page 104
+  test::RandomEditor(*file_, kWindowTable, 3).DeleteAll();  // frees pages on both sides of page 104
   EXPECT_EQ(test::Problems(*file_), "");
   FillPages(*file_);
   FillPages(*file_);
-  test::RandomEditor(*file_, kTable, 3).DeleteAll();
+  test::RandomEditor(*file_, kWindowTable, 3).DeleteAll();
   const auto most = file_.Content().size() / kPageSize;
   FillPages(*file_);
   EXPECT_EQ(file_.Content().size() / kPageSize, most);
@@ -172,7 +172,7 @@ void ProveOneFile(std::mt19937& random, int most, Figures& figures) {
   test::RandomEditor::Rows model;
   for (int done = 0; done < kStatementsOfAFile && figures.statements < most;) {
     LayOutAtRandom(file, random, figures);
-    test::RandomEditor editor(*file, kTable, static_cast<unsigned>(random()), 60);
+    test::RandomEditor editor(*file, kWindowTable, static_cast<unsigned>(random()), 60);
     ASSERT_EQ(editor.Model(), model);
     const int count = static_cast<int>(1 + random() % 60);
     ASSERT_NO_THROW(editor.Change(count));

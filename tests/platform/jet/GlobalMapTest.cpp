@@ -19,13 +19,13 @@ using test::FreshDatabase;
 constexpr std::size_t kPagesOfFreshMap = 512;
 constexpr std::size_t kPagesOfLongestRow = 32'100;  // more bits than page 1 has room for
 constexpr RowId kGlobalMap = MakeRowId(1, 0);
-const std::u16string kTable = u"tblGroot";
+const std::u16string kBigTable = u"tblGroot";
 
 class GlobalMap : public testing::Test {
  protected:
   void SetUp() override {
     TableDefinition table;
-    table.name = kTable;
+    table.name = kBigTable;
     table.columns = {Column(u"Inhoud", ColumnType::Ole)};
     database_.Create(table);
   }
@@ -33,7 +33,7 @@ class GlobalMap : public testing::Test {
   // Inserts long values until the file has `pages` pages.
   void GrowTo(std::size_t pages) {
     WriteTurn turn(*database_);
-    const auto writer = database_->OpenWriter(kTable);
+    const auto writer = database_->OpenWriter(kBigTable);
     const std::size_t mostPages = 250;
     while (database_->Source().PageCount() < pages) {
       const std::size_t missing = pages - database_->Source().PageCount();
@@ -45,7 +45,7 @@ class GlobalMap : public testing::Test {
 
   void DeleteAll() {
     WriteTurn turn(*database_);
-    database_->OpenWriter(kTable)->DeleteAll();
+    database_->OpenWriter(kBigTable)->DeleteAll();
     turn.Commit();
   }
 
@@ -76,7 +76,7 @@ TEST_F(GlobalMap, BecomesBitmapPagesWhereARowIsTooShort) {
   const std::uint32_t most = database_->Source().PageCount();
   DeleteAll();
   EXPECT_EQ(database_.Findings(), "");
-  database_.Insert(kTable, {Bytes(1'000'000, 0x5A)});  // uses freed pages
+  database_.Insert(kBigTable, {Bytes(1'000'000, 0x5A)});  // uses freed pages
   EXPECT_EQ(database_->Source().PageCount(), most);
 }
 

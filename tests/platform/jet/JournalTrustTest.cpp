@@ -4,6 +4,7 @@
 #include "platform/jet/pages/Files.h"
 #include "platform/jet/values/Codec.h"
 #include "platform/jet/values/Error.h"
+#include "tests/platform/jet/support/Places.h"
 #include "tests/platform/jet/support/SampleTable.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
 #include "tests/platform/jet/support/Wreck.h"
@@ -21,8 +22,8 @@ namespace {
 using test::PagesAfterReopening;
 using Values = std::vector<std::uint32_t>;
 
-constexpr const char* kPath = "/data/station.mdb";
-constexpr const char* kJournal = "/data/station.mdb-journal";
+using test::kJournal;
+using test::kPath;
 constexpr const char* kKept = "/data/station.mdb-journal-1";
 constexpr std::size_t kHead = 40;
 constexpr std::size_t kRecord = 4232;
@@ -98,7 +99,7 @@ TEST_P(ForgedJournal, IsNotUsedForAReadOnlyFile) {
 }
 
 // The permissions of the database and the owner of the journal; the database belongs to user 1001 and group 2000.
-struct Writer {
+struct JournalWriter {
   const char* name;
   unsigned permissions;
   std::uint32_t owner;
@@ -106,19 +107,20 @@ struct Writer {
   bool mayWrite;
 };
 
-void PrintTo(const Writer& writer, std::ostream* out) {
+void PrintTo(const JournalWriter& writer, std::ostream* out) {
   *out << writer.name;
 }
 
-class JournalOf : public testing::TestWithParam<Writer> {};
+class JournalOf : public testing::TestWithParam<JournalWriter> {};
 
 INSTANTIATE_TEST_SUITE_P(A, JournalOf,
-                         testing::Values(Writer{"TheOwner", 0644, 1001, 3000, true}, Writer{"Root", 0600, 0, 0, true},
-                                         Writer{"AMemberOfTheGroup", 0660, 1002, 2000, true},
-                                         Writer{"AMemberWhoMayOnlyRead", 0640, 1002, 2000, false},
-                                         Writer{"AnotherWhereAllMayWrite", 0666, 1003, 3000, true},
-                                         Writer{"AnotherWhereTheGroupMayWrite", 0664, 1003, 3000, false}),
-                         [](const testing::TestParamInfo<Writer>& one) { return std::string(one.param.name); });
+                         testing::Values(JournalWriter{"TheOwner", 0644, 1001, 3000, true},
+                                         JournalWriter{"Root", 0600, 0, 0, true},
+                                         JournalWriter{"AMemberOfTheGroup", 0660, 1002, 2000, true},
+                                         JournalWriter{"AMemberWhoMayOnlyRead", 0640, 1002, 2000, false},
+                                         JournalWriter{"AnotherWhereAllMayWrite", 0666, 1003, 3000, true},
+                                         JournalWriter{"AnotherWhereTheGroupMayWrite", 0664, 1003, 3000, false}),
+                         [](const testing::TestParamInfo<JournalWriter>& one) { return std::string(one.param.name); });
 
 TEST_P(JournalOf, IsTrustedWhenThatUserMayWriteTheDatabase) {
   const test::Wreck wreck = test::CrashMidway();

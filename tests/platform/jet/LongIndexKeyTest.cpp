@@ -14,7 +14,7 @@ namespace {
 
 using test::Column;
 
-const std::u16string kTable = u"tblLang";
+const std::u16string kLongKeyTable = u"tblLang";
 // A hyphen takes four bytes in a key.
 const std::u16string kLongKey(255, u'-');
 
@@ -22,7 +22,7 @@ class LongIndexKey : public testing::Test {
  protected:
   void SetUp() override {
     TableDefinition table;
-    table.name = kTable;
+    table.name = kLongKeyTable;
     table.columns = {Column(u"Kort", ColumnType::Long)};
     for (const char16_t* name : {u"A", u"B", u"C", u"D"})
       table.columns.push_back(Column(name, ColumnType::Text, 255));
@@ -41,29 +41,29 @@ class LongIndexKey : public testing::Test {
 };
 
 TEST_F(LongIndexKey, IsAnErrorAboutTheValueThatNamesIndexAndField) {
-  const RowId row = database_.Insert(kTable, Row(1, u"kort"));
+  const RowId row = database_.Insert(kLongKeyTable, Row(1, u"kort"));
   std::vector<Value> tooLong = Row(2, std::u16string(253, u'-'));
   try {
-    database_.Insert(kTable, tooLong);
+    database_.Insert(kLongKeyTable, tooLong);
     FAIL() << "inserted";
   } catch (const Error& error) {
     EXPECT_EQ(error.Code(), ErrorCode::TooLong);
     EXPECT_EQ(std::string(error.what()), "Tabel 'tblLang': de waarde van veld 'D' is te lang voor index 'Samen'.");
   }
   WriteTurn turn(*database_);
-  const auto writer = database_->OpenWriter(kTable);
+  const auto writer = database_->OpenWriter(kLongKeyTable);
   EXPECT_NE(test::MessageOf([&] { writer->Update(row, tooLong, {true, true, true, true, true}); }), "");
   turn.Commit();
   EXPECT_EQ(database_.Findings(), "");
-  EXPECT_EQ(database_.Rows(kTable), 1U);
+  EXPECT_EQ(database_.Rows(kLongKeyTable), 1U);
 }
 
 TEST_F(LongIndexKey, TheLongestThatAPageTakesIsStoredManyTimes) {
   const std::u16string text(220, u'-');  // three and a shorter one fill nearly a page
   for (std::int64_t number = 0; number < 30; ++number)
-    database_.Insert(kTable, {number * 7 % 30, text, text, text, std::u16string(228, u'-')});
+    database_.Insert(kLongKeyTable, {number * 7 % 30, text, text, text, std::u16string(228, u'-')});
   EXPECT_EQ(database_.Findings(), "");
-  EXPECT_EQ(database_.Rows(kTable), 30U);
+  EXPECT_EQ(database_.Rows(kLongKeyTable), 30U);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include "platform/jet/table/TableWriter.h"
 #include "platform/jet/values/Error.h"
 #include "tests/platform/jet/support/Child.h"
+#include "tests/platform/jet/support/Places.h"
 #include "tests/platform/jet/support/SampleTable.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
 
@@ -20,7 +21,7 @@ namespace {
 
 using test::Child;
 
-const std::u16string kTable = u"tblSpots";
+using test::kTable;
 
 OpenOptions ForWriting() {
   OpenOptions options;
@@ -64,8 +65,8 @@ class ProcessTest : public testing::Test {
   std::filesystem::path path_;
 };
 
-// Step n adds row n, renames row n - 3 and deletes row n - 6, all in one change.
-void Step(Database& database, int n) {
+// WriterStep n adds row n, renames row n - 3 and deletes row n - 6, all in one change.
+void WriterStep(Database& database, int n) {
   WriteTurn turn(database);
   const auto writer = database.OpenWriter(kTable);
   std::vector<Value> row = test::Spot(NameOfSpot(n), std::u16string(static_cast<std::size_t>(n % 7 * 1000 + 1), u't'));
@@ -98,7 +99,7 @@ TEST_F(ProcessTest, AKilledUserOfTheLockFileBlocksNoOne) {
   EXPECT_TRUE(std::filesystem::exists(folder_ / "station.ldb"));
   child.Kill();
   const auto database = Database::Open(path_, ForWriting());
-  Step(*database, 1);
+  WriterStep(*database, 1);
   EXPECT_EQ(database->OpenTable(kTable).CountRows(), 1U);
 }
 

@@ -7,6 +7,7 @@
 #include "platform/jet/storage/Lock.h"
 #include "platform/jet/values/Error.h"
 #include "tests/platform/jet/support/FaultyFiles.h"
+#include "tests/platform/jet/support/Places.h"
 #include "tests/platform/jet/support/SampleTable.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
 #include "tests/platform/jet/support/Wreck.h"
@@ -29,9 +30,9 @@ using test::PagesOf;
 using test::TestOptions;
 using Values = std::vector<std::uint32_t>;
 
-constexpr const char* kPath = "/data/station.mdb";
-constexpr const char* kNew = "/data/new.mdb";
-constexpr const char* kJournal = "/data/station.mdb-journal";
+using test::kPath;
+constexpr const char* kNewPath = "/data/new.mdb";
+using test::kJournal;
 
 class ReplacedFile : public testing::Test {
  protected:
@@ -51,8 +52,8 @@ class ReplacedFile : public testing::Test {
   }
   // Replaces the file, as `mv` does.
   void MoveOver(const Values& pages) {
-    files_.Put(kNew, test::TinyDatabase(pages));
-    files_.Rename(kNew, kPath);
+    files_.Put(kNewPath, test::TinyDatabase(pages));
+    files_.Rename(kNewPath, kPath);
   }
 
   files::MemoryFileSystem files_;
@@ -188,8 +189,8 @@ TEST_F(ReplacedFile, TheJournalOfARunningWriterOfTheNewFileIsNotTouched) {
       try {
         Storage other(kPath, TestOptions(), memory);
         const WriteTurn turn(other);
-        memory.Put(kNew, living.database);
-        memory.Rename(kNew, kPath);
+        memory.Put(kNewPath, living.database);
+        memory.Rename(kNewPath, kPath);
       } catch (const Error&) {
         return;  // the recovering program has its locks now
       }

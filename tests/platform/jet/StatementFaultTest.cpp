@@ -4,6 +4,7 @@
 #include "platform/jet/table/TableWriter.h"
 #include "tests/fuzz/EditBases.h"
 #include "tests/platform/jet/support/FaultyFiles.h"
+#include "tests/platform/jet/support/Places.h"
 #include "tests/platform/jet/support/SampleTable.h"
 #include "tests/platform/jet/support/TableText.h"
 
@@ -20,7 +21,7 @@ namespace {
 using test::Fault;
 using test::FaultyFiles;
 
-constexpr const char* kPath = "/data/station.mdb";
+using test::kPath;
 
 struct Statement {
   const char* name;

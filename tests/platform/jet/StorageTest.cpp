@@ -5,6 +5,7 @@
 #include "platform/jet/storage/Lock.h"
 #include "platform/jet/storage/LockFile.h"
 #include "platform/jet/values/Error.h"
+#include "tests/platform/jet/support/Places.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
 
 #include <gtest/gtest.h>
@@ -24,7 +25,7 @@ using test::PagesOf;
 using test::TestOptions;
 using Values = std::vector<std::uint32_t>;
 
-constexpr const char* kPath = "/data/station.mdb";
+using test::kPath;
 constexpr std::uint64_t kUserBytes = 0x10000000;
 
 class StorageTest : public testing::Test {

@@ -2,6 +2,7 @@
 // The order in which a change is written to the disk. The power may be cut between any two steps.
 #include "platform/jet/values/Error.h"
 #include "tests/platform/jet/support/FaultyFiles.h"
+#include "tests/platform/jet/support/Places.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
 
 #include <gtest/gtest.h>
@@ -16,8 +17,8 @@ using test::FaultyFiles;
 using Change = FaultyFiles::Change;
 using Steps = std::vector<std::string>;
 
-constexpr const char* kPath = "/data/station.mdb";
-constexpr const char* kJournal = "/data/station.mdb-journal";
+using test::kJournal;
+using test::kPath;
 
 void ChangePages(FileSystem& files) {
   Storage storage(kPath, test::TestOptions(), files);

@@ -2,6 +2,7 @@
 #include "platform/jet/table/TableWriter.h"
 
 #include "platform/jet/values/Codec.h"
+#include "tests/platform/jet/support/Places.h"
 #include "tests/platform/jet/support/SampleTable.h"
 
 #include <gtest/gtest.h>
@@ -21,7 +22,7 @@ using test::FreshDatabase;
 using test::MessageOf;
 using test::Spot;
 
-const std::u16string kTable = u"tblSpots";
+using test::kTable;
 
 class TableWriterTest : public testing::Test {
  protected:

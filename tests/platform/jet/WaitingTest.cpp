@@ -5,6 +5,7 @@
 #include "platform/jet/storage/Lock.h"
 #include "platform/jet/storage/Storage.h"
 #include "platform/jet/values/Error.h"
+#include "tests/platform/jet/support/Places.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
 
 #include <gtest/gtest.h>
@@ -17,7 +18,7 @@ namespace {
 
 using std::chrono::milliseconds;
 
-constexpr const char* kPath = "/data/station.mdb";
+using test::kPath;
 
 class Waiting : public testing::Test {
  protected:

@@ -26,7 +26,7 @@ using test::Child;
 using test::ProofFile;
 using Clock = std::chrono::steady_clock;
 
-enum class Change : std::int64_t {
+enum class WriterEvent : std::int64_t {
   Inserted = 1,
   Renamed = 2,
   Deleted = 3,
@@ -36,7 +36,7 @@ enum class Change : std::int64_t {
 };
 
 // The message of a child: a change and the row's ID, or a count at its end.
-std::int64_t Message(Change change, std::int64_t number) {
+std::int64_t Message(WriterEvent change, std::int64_t number) {
   return number * 8 + static_cast<std::int64_t>(change);
 }
 
@@ -70,9 +70,9 @@ class Writer {
       const auto took = std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - begun);
       longest_ = std::max(longest_, static_cast<std::int64_t>(took.count()));
     }
-    acknowledge_(Message(Change::LongestWait, longest_));
-    acknowledge_(Message(Change::Refused, refused_));
-    acknowledge_(Message(Change::Duplicates, duplicates_));
+    acknowledge_(Message(WriterEvent::LongestWait, longest_));
+    acknowledge_(Message(WriterEvent::Refused, refused_));
+    acknowledge_(Message(WriterEvent::Duplicates, duplicates_));
   }
 
  private:
@@ -90,7 +90,7 @@ class Writer {
     WriteTurn turn(database_);
     test::InsertSpot(database_, id, RowOf(id, false));
     turn.Commit();
-    acknowledge_(Message(Change::Inserted, id));
+    acknowledge_(Message(WriterEvent::Inserted, id));
     mine_.push_back(id);
   }
 
@@ -101,14 +101,14 @@ class Writer {
     const auto writer = database_.OpenWriter(u"tblSpots");
     writer->Update(test::FindSpot(database_, id), values, {false, true, false, false, false, false});
     turn.Commit();
-    acknowledge_(Message(Change::Renamed, id));
+    acknowledge_(Message(WriterEvent::Renamed, id));
   }
 
   void DeleteOldest() {
     WriteTurn turn(database_);
     database_.OpenWriter(u"tblSpots")->Delete(test::FindSpot(database_, mine_.front()));
     turn.Commit();
-    acknowledge_(Message(Change::Deleted, mine_.front()));
+    acknowledge_(Message(WriterEvent::Deleted, mine_.front()));
     mine_.pop_front();
   }
 
@@ -139,26 +139,26 @@ struct Account {
 
   void Note(int child, std::int64_t told) {
     const std::int64_t number = told / 8;
-    switch (static_cast<Change>(told % 8)) {
-      case Change::Inserted:
+    switch (static_cast<WriterEvent>(told % 8)) {
+      case WriterEvent::Inserted:
         rows[child][number] = false;
         ++changes;
         break;
-      case Change::Renamed:
+      case WriterEvent::Renamed:
         rows[child].at(number) = true;
         ++changes;
         break;
-      case Change::Deleted:
+      case WriterEvent::Deleted:
         rows[child].erase(number);
         ++changes;
         break;
-      case Change::LongestWait:
+      case WriterEvent::LongestWait:
         longestWait = std::max(longestWait, number);
         break;
-      case Change::Refused:
+      case WriterEvent::Refused:
         refused += number;
         break;
-      case Change::Duplicates:
+      case WriterEvent::Duplicates:
         duplicates += number;
         break;
     }

@@ -3,6 +3,7 @@
 
 #include "platform/jet/check/Check.h"
 #include "platform/jet/table/TableWriter.h"
+#include "tests/platform/jet/support/Places.h"
 #include "tests/platform/jet/support/SampleTable.h"
 #include "tests/platform/jet/support/Witness.h"
 
@@ -17,8 +18,6 @@
 namespace jet::test {
 
 namespace {
-
-const std::u16string kTable = u"tblSpots";
 
 std::filesystem::path Parent() {
   const char* said = std::getenv("SPOTROOSTER_PROOF_FOLDER");

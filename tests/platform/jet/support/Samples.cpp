@@ -24,6 +24,13 @@ std::string SamplePassword(const std::string& name) {
   return name == "password" ? name : std::string();
 }
 
+jet::Bytes ContentOf(const std::filesystem::path& path) {
+  const auto file = jet::HostFileSystem().Open(path, jet::OpenMode::Read);
+  jet::Bytes content(file->Size());
+  file->ReadAt(0, content);
+  return content;
+}
+
 std::unique_ptr<jet::Database> OpenSample(const std::string& name) {
   const std::string password = SamplePassword(name);
   jet::OpenOptions options;

@@ -3,6 +3,7 @@
 
 #include "platform/jet/database/Database.h"
 
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
@@ -18,6 +19,8 @@ std::vector<std::string> SampleNames();
 std::string SamplePath(const std::string& name);
 // The password of the sample; usually empty.
 std::string SamplePassword(const std::string& name);
+// The bytes of a real file.
+jet::Bytes ContentOf(const std::filesystem::path& path);
 std::unique_ptr<jet::Database> OpenSample(const std::string& name);
 
 }  // namespace witness

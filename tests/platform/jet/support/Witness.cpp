@@ -14,7 +14,7 @@ namespace {
 
 const std::string kCell = "<~>";
 const std::string kRow = "<|>";
-const std::string kTable = "<#>";
+const std::string kTableEnd = "<#>";
 const std::string kModules = SPOTROOSTER_WITNESS_MODULES;
 const std::string kScript = SPOTROOSTER_WITNESS_SCRIPT;
 
@@ -72,7 +72,7 @@ Tables ReadWithMdbReader(const std::string& file, const std::string& password) {
   const std::string output = OutputOf("node " + ShellQuoted(kScript) + " " + ShellQuoted(kModules) + " " +
                                       ShellQuoted(file) + " " + ShellQuoted(password) + " 2>/dev/null");
   Tables tables;
-  for (const std::string& table : Split(output, kTable)) {
+  for (const std::string& table : Split(output, kTableEnd)) {
     const std::vector<std::string> lines = Split(table, kRow);
     TableText& text = tables[lines.at(0)];
     text.fields = Split(lines.at(1), kCell);

@@ -6,12 +6,12 @@
 #include "platform/jet/values/Codec.h"
 #include "platform/jet/values/Error.h"
 #include "tests/platform/jet/support/FaultyFiles.h"
+#include "tests/platform/jet/support/Places.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
 
 namespace jet::test {
 namespace {
 
-constexpr const char* kPath = "/data/station.mdb";
 constexpr std::size_t kSumAt = 32;
 
 }  // namespace
