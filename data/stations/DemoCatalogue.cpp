@@ -3,6 +3,7 @@
 
 #include "platform/runtime/Dates.h"
 
+#include <array>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -10,69 +11,66 @@ using namespace Qt::StringLiterals;
 namespace demo {
 namespace {
 
-const QStringList& SpotNames() {
-  static const QStringList names = {u"Autobedrijf De Smet - opendeurdagen"_s,
-                                    u"Bakkerij Van Damme - paasbrood"_s,
-                                    u"Boekhandel Lezenswaard"_s,
-                                    u"Bouwmarkt Vermeulen - gereedschap"_s,
-                                    u"Brillen Claes - tweede glas gratis"_s,
-                                    u"Café De Zwaan - quizavond"_s,
-                                    u"Fietsen Janssens - voorjaarsactie"_s,
-                                    u"Gemeente Wielmeer - wegwerkzaamheden"_s,
-                                    u"Kaasboerderij Ter Linde"_s,
-                                    u"Kringwinkel Het Rad - inzameldag"_s,
-                                    u"Meubelhuis Peeters - slaapweken"_s,
-                                    u"Schouwburg De Kaai - seizoen"_s,
-                                    u"Tuincentrum De Linde - lente"_s,
-                                    u"Verzekeringen Maes & Zoon"_s,
-                                    u"Vishandel De Steur - mosselweken"_s,
-                                    u"Apotheek Centrum - griepprik"_s,
-                                    u"Bioscoop Lumière - familiefilm"_s,
-                                    u"Brasserie Het Sluisje - menu"_s,
-                                    u"Camping De Duinen - vroegboeken"_s,
-                                    u"Carwash Blinkend"_s,
-                                    u"Dierenarts Hermans - vaccinatiedag"_s,
-                                    u"Drankenhandel Goossens - bierweken"_s,
-                                    u"Elektro Wouters - wasmachines"_s,
-                                    u"Fitness Kracht & Balans"_s,
-                                    u"Frituur 't Hoekje"_s,
-                                    u"Garage Lambrecht - bandenwissel"_s,
-                                    u"Golfclub Polderzicht - initiatie"_s,
-                                    u"Hengelsport Van den Berg"_s,
-                                    u"Hotel Zeezicht - arrangement"_s,
-                                    u"Huisarts in opleiding - oproep"_s,
-                                    u"IJssalon Vanille - opening"_s,
-                                    u"Immo Polder - kijkdagen"_s,
-                                    u"Jeugdhuis De Schuur - fuif"_s,
-                                    u"Juwelier Diamant - trouwringen"_s,
-                                    u"Kapsalon Knip & Krul"_s,
-                                    u"Keukens Mertens - toonzaal"_s,
-                                    u"Kinderboerderij Het Veulen"_s,
-                                    u"Koffiebranderij Mokka"_s,
-                                    u"Maaltijddienst Lekker Thuis"_s,
-                                    u"Markt Wielmeer - elke woensdag"_s,
-                                    u"Muziekschool Da Capo - inschrijven"_s,
-                                    u"Natuurpunt - wandeling"_s,
-                                    u"Notariskantoor Devos"_s,
-                                    u"Ombudsdienst - uw rechten"_s,
-                                    u"Optiek Zicht - zonnebrillen"_s,
-                                    u"Papierhandel Schrift - schooltassen"_s,
-                                    u"Parketvloeren Eik"_s,
-                                    u"Pizzeria Napoli - afhalen"_s,
-                                    u"Politiezone - BOB-campagne"_s,
-                                    u"Reisbureau Horizon - last minutes"_s,
-                                    u"Rode Kruis - bloedinzameling"_s,
-                                    u"Schoenen Verbeke - koopjes"_s,
-                                    u"Slagerij Aerts - barbecue"_s,
-                                    u"Speelgoed De Tol - sinterklaas"_s,
-                                    u"Sportwinkel Sprint - loopschoenen"_s,
-                                    u"Taxi Polder - dag en nacht"_s,
-                                    u"Theater De Vlieger - première"_s,
-                                    u"Zonnepanelen Helder"_s,
-                                    u"Zorgpunt - mantelzorg"_s,
-                                    u"Zwembad De Dolfijn - zwemlessen"_s};
-  return names;
-}
+constexpr auto kSpotNames = std::to_array<QStringView>({u"Autobedrijf De Smet - opendeurdagen",
+                                                        u"Bakkerij Van Damme - paasbrood",
+                                                        u"Boekhandel Lezenswaard",
+                                                        u"Bouwmarkt Vermeulen - gereedschap",
+                                                        u"Brillen Claes - tweede glas gratis",
+                                                        u"Café De Zwaan - quizavond",
+                                                        u"Fietsen Janssens - voorjaarsactie",
+                                                        u"Gemeente Wielmeer - wegwerkzaamheden",
+                                                        u"Kaasboerderij Ter Linde",
+                                                        u"Kringwinkel Het Rad - inzameldag",
+                                                        u"Meubelhuis Peeters - slaapweken",
+                                                        u"Schouwburg De Kaai - seizoen",
+                                                        u"Tuincentrum De Linde - lente",
+                                                        u"Verzekeringen Maes & Zoon",
+                                                        u"Vishandel De Steur - mosselweken",
+                                                        u"Apotheek Centrum - griepprik",
+                                                        u"Bioscoop Lumière - familiefilm",
+                                                        u"Brasserie Het Sluisje - menu",
+                                                        u"Camping De Duinen - vroegboeken",
+                                                        u"Carwash Blinkend",
+                                                        u"Dierenarts Hermans - vaccinatiedag",
+                                                        u"Drankenhandel Goossens - bierweken",
+                                                        u"Elektro Wouters - wasmachines",
+                                                        u"Fitness Kracht & Balans",
+                                                        u"Frituur 't Hoekje",
+                                                        u"Garage Lambrecht - bandenwissel",
+                                                        u"Golfclub Polderzicht - initiatie",
+                                                        u"Hengelsport Van den Berg",
+                                                        u"Hotel Zeezicht - arrangement",
+                                                        u"Huisarts in opleiding - oproep",
+                                                        u"IJssalon Vanille - opening",
+                                                        u"Immo Polder - kijkdagen",
+                                                        u"Jeugdhuis De Schuur - fuif",
+                                                        u"Juwelier Diamant - trouwringen",
+                                                        u"Kapsalon Knip & Krul",
+                                                        u"Keukens Mertens - toonzaal",
+                                                        u"Kinderboerderij Het Veulen",
+                                                        u"Koffiebranderij Mokka",
+                                                        u"Maaltijddienst Lekker Thuis",
+                                                        u"Markt Wielmeer - elke woensdag",
+                                                        u"Muziekschool Da Capo - inschrijven",
+                                                        u"Natuurpunt - wandeling",
+                                                        u"Notariskantoor Devos",
+                                                        u"Ombudsdienst - uw rechten",
+                                                        u"Optiek Zicht - zonnebrillen",
+                                                        u"Papierhandel Schrift - schooltassen",
+                                                        u"Parketvloeren Eik",
+                                                        u"Pizzeria Napoli - afhalen",
+                                                        u"Politiezone - BOB-campagne",
+                                                        u"Reisbureau Horizon - last minutes",
+                                                        u"Rode Kruis - bloedinzameling",
+                                                        u"Schoenen Verbeke - koopjes",
+                                                        u"Slagerij Aerts - barbecue",
+                                                        u"Speelgoed De Tol - sinterklaas",
+                                                        u"Sportwinkel Sprint - loopschoenen",
+                                                        u"Taxi Polder - dag en nacht",
+                                                        u"Theater De Vlieger - première",
+                                                        u"Zonnepanelen Helder",
+                                                        u"Zorgpunt - mantelzorg",
+                                                        u"Zwembad De Dolfijn - zwemlessen"});
 
 // Removes the characters that some file systems reject.
 QString FileName(QString name) {
@@ -143,17 +141,17 @@ Item PatternItem(qint32 id, const QString& naam, const QString& fixedPart, int c
 
 QList<Spot> Spots(QDate today) {
   QList<Spot> spots;
-  const QStringList& names = SpotNames();
-  for (int n = 0; n < names.size(); ++n) {
+  for (int n = 0; n < std::ssize(kSpotNames); ++n) {
+    const QString name = kSpotNames[static_cast<std::size_t>(n)].toString();
     Spot spot;
     spot.row.id = n + 1;
-    spot.row.naam = names[n];
+    spot.row.naam = name;
     spot.row.aktief = n % 15 == 13 ? 0 : 1;
     spot.row.startPunt = 0;
     spot.row.mixpunt = 800 + (n * 370) % 2600;
     SetValidity(spot.row, n, today);
     spot.seconds = 12 + (n * 7) % 22;
-    spot.file = u"Spots\\"_s + FileName(names[n]) + (n % 5 == 2 ? u".wav"_s : u".mp3"_s);
+    spot.file = u"Spots\\"_s + FileName(name) + (n % 5 == 2 ? u".wav"_s : u".mp3"_s);
     spot.missing = n == 5;
     if (n % 9 != 1) {
       spot.playCount = (n * 37) % 160;
