@@ -35,11 +35,11 @@ class ItemCleanupFiles : public CatalogueTestInBothModes {
     for (const QString& box : {u"chkVerwijderSpots"_s, u"chkVerwijderBestand"_s, u"chkVerwijderID"_s})
       Child<QCheckBox>(form, box).setChecked(true);
     boxes_.Answer(desktop::kAnswerOk);
-    const int before = static_cast<int>(boxes_.Shown().size());
+    const std::size_t before = boxes_.Shown().size();
     KeepLocalSpots();
     Click(form, u"cmdOk"_s);
     EXPECT_FALSE(form.isVisible());
-    ASSERT_GT(static_cast<int>(boxes_.Shown().size()), before);
+    ASSERT_GT(boxes_.Shown().size(), before);
     told_ = boxes_.Shown()[before].title + u": "_s + boxes_.Shown()[before].text;
     if (GetParam() == Station::Mode::Offline) FindServer();
   }

@@ -12,7 +12,7 @@ class RandomTexts {
   explicit RandomTexts(unsigned seed) : random_(seed) {}
 
   QString Next();
-  unsigned Number(unsigned below) { return random_() % below; }
+  unsigned Number(unsigned below) { return static_cast<unsigned>(random_() % below); }
 
  private:
   qsizetype Length();

@@ -221,7 +221,7 @@ TEST_F(ListeningWindow, SurvivesAThousandRandomOperations) {
   std::mt19937 random(7);
   const QStringList buttons{u"cmdPlay"_s, u"cmdSTOP"_s, u"cmdVolgendeMix"_s, u"cmdAndereVolgorde"_s};
   for (int i = 0; i < 1000; ++i) {
-    const unsigned what = random() % 13;
+    const auto what = random() % 13;
     if (what < 4) Click(*window_, buttons[static_cast<qsizetype>(what)]);
     if (what == 4) Pick(random() % 2 == 0 ? u"optNu"_s : u"optMoment"_s);
     if (what == 5) Child<controls::ComboBox>(*window_, u"cboUur"_s).SetListIndex(static_cast<int>(random() % 24));

@@ -29,7 +29,7 @@ class RandomUser {
   void Act() {
     static const std::array buttons = {u"cmdPlay"_s, u"cmdSTOP"_s, u"cmdRREW"_s,     u"cmdREW"_s,    u"cmdFFW"_s,
                                        u"cmdFFFW"_s, u"cmdMix"_s,  u"cmdResetMix"_s, u"cmdTestMix"_s};
-    const unsigned what = random_() % 14;
+    const auto what = random_() % 14;
     if (what < buttons.size()) {
       Click(*editor_, buttons[what]);
     } else if (what == 9) {

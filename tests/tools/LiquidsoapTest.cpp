@@ -21,6 +21,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <numeric>
 #include <random>
 #include <set>
 #include <string>
@@ -88,22 +89,19 @@ Sound Recorded(const QString& path) {
 std::optional<std::int64_t> Find(const Sound& sound, std::int64_t from, const Sound& heard, std::int64_t expected) {
   constexpr std::int64_t kWindow = 1500;
   constexpr std::int64_t kAround = kRate / 5;
-  double best = 0;
+  const auto begin = sound.begin() + from;
+  float best = 0;
   std::int64_t place = 0;
-  double power = 0;
-  for (std::int64_t i = 0; i < kWindow; ++i)
-    power += static_cast<double>(sound[from + i]) * sound[from + i];
+  const float power = std::inner_product(begin, begin + kWindow, begin, 0.0F);
   for (std::int64_t at = expected - kAround; at <= expected + kAround; ++at) {
     if (at + from < 0 || at + from + kWindow > std::ssize(heard)) continue;
-    float sum = 0;
-    for (std::int64_t i = 0; i < kWindow; ++i)
-      sum += sound[from + i] * heard[at + from + i];
+    const float sum = std::inner_product(begin, begin + kWindow, heard.begin() + at + from, 0.0F);
     if (sum > best) {
       best = sum;
       place = at;
     }
   }
-  if (best < power * 0.6) return std::nullopt;
+  if (best < power * 0.6F) return std::nullopt;
   return place;
 }
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "export/playout/BlockPlan.h"
+#include "tests/export/playout/PlanBlocks.h"
 
-#include <QHash>
 #include <QTimeZone>
 
 #include <gtest/gtest.h>
@@ -10,86 +9,7 @@
 #include <set>
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-const QDateTime kNoon(QDate(2025, 3, 11), QTime(12, 0));
-
-BlockSpot Spot(qint32 id, qint32 mixMs = 1000, qint32 seconds = 10) {
-  BlockSpot spot;
-  spot.id = id;
-  spot.naam = u"Spot %1"_s.arg(id);
-  spot.facts.path = u"D:\\%1.wav"_s.arg(id);
-  spot.facts.aktief = true;
-  spot.facts.lengteSec = seconds;
-  spot.mixMs = mixMs;
-  return spot;
-}
-
-BlockJingle Jingle(qint32 id) {
-  BlockJingle jingle;
-  jingle.id = id;
-  jingle.naam = u"Jingle %1"_s.arg(id);
-  jingle.path = u"D:\\jingle%1.wav"_s.arg(id);
-  jingle.mixMs = 200;
-  jingle.lengteSec = 3;
-  return jingle;
-}
-
-Block ListOf(std::vector<BlockSpot> spots, int several = 0) {
-  Block block;
-  block.id = 7;
-  block.naam = u"Blok"_s;
-  block.spots = std::move(spots);
-  block.several = several > 0;
-  block.count = block.most = several;
-  return block;
-}
-
-Block Files(int code, const QString& format, int several = 0) {
-  Block block;
-  block.filling = Block::Filling::Files;
-  block.pattern = {u"D:\\map"_s, u"blok"_s, code, format, 2, u"wav"_s, several > 0};
-  block.patternMixMs = 500;
-  block.several = several > 0;
-  block.count = block.most = several;
-  return block;
-}
-
-// Every file exists and is ten seconds long, except those given.
-LookUpFile AllBut(const std::set<QString>& missing) {
-  return [missing](const QString& path) {
-    return SoundFile{missing.contains(path) ? runtime::Presence::NotThere : runtime::Presence::There, 10'000};
-  };
-}
-const LookUpFile kAll = AllBut({});
-
-QStringList Paths(const BlockPlan& plan) {
-  QStringList paths;
-  for (const PlannedSound& sound : plan.sounds)
-    paths += sound.path;
-  return paths;
-}
-
-QList<qint32> Ids(const BlockPlan& plan) {
-  QList<qint32> ids;
-  for (const PlannedSound& sound : plan.sounds)
-    ids += sound.id;
-  return ids;
-}
-
-std::optional<LeftOut> ReasonOf(const BlockPlan& plan, qint32 id) {
-  for (const LeftOutSound& sound : plan.leftOut) {
-    if (sound.id == id) return sound.reason;
-  }
-  return std::nullopt;
-}
-
-BlockPlan Plan(const Block& block, const LookUpFile& lookUp = kAll, const QDateTime& moment = kNoon) {
-  return PlanBlock(block, moment, 1, lookUp);
-}
-
-}  // namespace
+using namespace plan_test;
 
 TEST(BlockPlan, AnInactiveBlockIsSilent) {
   Block block = ListOf({Spot(1)});
@@ -354,68 +274,6 @@ TEST(BlockPlan, AnUnreachableFileCountsAsPresent) {
     EXPECT_FALSE(plan.sounds[0].reachable);
   }
   EXPECT_TRUE(PlanBlock(ListOf({Spot(1)}), kNoon, 1, {}).sounds[0].reachable);
-}
-
-TEST(BlockPlan, FilesAreFoundByEachNamePattern) {
-  EXPECT_EQ(Paths(Plan(Files(1, u"ddmmyyyy"_s))), QStringList{u"D:\\map\\blok11032025.wav"_s});
-  EXPECT_EQ(Paths(Plan(Files(2, u"ddmmyyyyhh"_s))), QStringList{u"D:\\map\\blok1103202512.wav"_s});
-  EXPECT_EQ(Paths(Plan(Files(3, u"ww"_s))), QStringList{u"D:\\map\\blok11.wav"_s});
-  EXPECT_EQ(Paths(Plan(Files(4, u"mm"_s))), QStringList{u"D:\\map\\blok03.wav"_s});
-  EXPECT_EQ(Paths(Plan(Files(0, {}))), QStringList{u"D:\\map\\blok.wav"_s});
-  EXPECT_EQ(Plan(Files(4, u"mm"_s)).sounds[0].storedMixMs, 500);
-  EXPECT_EQ(Plan(Files(4, u"mm"_s)).sounds[0].naam, u"blok03.wav"_s);
-}
-
-TEST(BlockPlan, SeveralFilesAreNumberedAndAMissingOneIsLeftOut) {
-  for (const auto& [code, format, part] : {std::tuple{1, u"ddmmyyyy"_s, u"11032025"_s},
-                                           {2, u"ddmmyyyyhh"_s, u"1103202512"_s},
-                                           {3, u"ww"_s, u"11"_s},
-                                           {4, u"mm"_s, u"03"_s}}) {
-    const auto file = [&part = part](int number) { return u"D:\\map\\blok%1-%2.wav"_s.arg(part).arg(number); };
-    const BlockPlan plan = Plan(Files(code, format, 3), AllBut({file(2)}));
-    EXPECT_EQ(Paths(plan), (QStringList{file(1), file(3)}));
-    ASSERT_EQ(plan.leftOut.size(), 1U);
-    EXPECT_EQ(plan.leftOut[0].path, file(2));
-    EXPECT_EQ(plan.leftOut[0].reason, LeftOut::FileMissing);
-    EXPECT_TRUE(plan.IsShort());
-  }
-}
-
-TEST(BlockPlan, FilesInRandomOrderAreTheSameFiles) {
-  Block block = Files(4, u"mm"_s, 6);
-  block.random = true;
-  QStringList paths = Paths(Plan(block));
-  const QStringList drawn = paths;
-  paths.sort();
-  EXPECT_NE(drawn, paths);
-  block.random = false;
-  EXPECT_EQ(paths, Paths(Plan(block)));
-}
-
-TEST(BlockPlan, APatternWithoutANameGivesOneReason) {
-  Block block = Files(1, u"ddmmyyyy"_s, 5);
-  block.pattern.directory.clear();
-  const BlockPlan plan = Plan(block);
-  EXPECT_EQ(plan.silence, Silence::NoSpots);
-  ASSERT_EQ(plan.leftOut.size(), 1U);
-  EXPECT_EQ(plan.leftOut[0].reason, LeftOut::NoFile);
-}
-
-TEST(BlockPlan, AnAbsurdNumberOfFilesIsLimited) {
-  int looks = 0;
-  const BlockPlan plan = PlanBlock(Files(4, u"mm"_s, 2'000'000'000), kNoon, 1, [&](const QString&) {
-    ++looks;
-    return SoundFile{runtime::Presence::NotThere};
-  });
-  EXPECT_TRUE(plan.IsSilent());
-  EXPECT_LT(looks, 1000);
-}
-
-TEST(BlockPlan, TheYearsEndIsWeek53) {
-  EXPECT_EQ(Paths(Plan(Files(3, u"ww"_s), kAll, QDateTime(QDate(2024, 12, 31), QTime(8, 0)))),
-            QStringList{u"D:\\map\\blok53.wav"_s});
-  EXPECT_EQ(Paths(Plan(Files(3, u"ww"_s), kAll, QDateTime(QDate(2025, 1, 1), QTime(8, 0)))),
-            QStringList{u"D:\\map\\blok01.wav"_s});
 }
 
 // Local time decides, also in the hour that is skipped in spring and the hour that is repeated in autumn.
