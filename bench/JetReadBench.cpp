@@ -281,7 +281,7 @@ int Run(const std::string& self, bool alone) {
   std::filesystem::create_directories(folder);
   if (!alone) CompareReaders(self, MakeFile(self, folder, 100'000), 100'000);
   TimeRows(MakeFile(self, folder, 10'000), 10'000);
-  for (const std::size_t rows : {1'000, 100'000, 1'000'000}) {
+  for (const std::size_t rows : {1'000UL, 100'000UL, 1'000'000UL}) {
     const std::string path = folder / (std::to_string(rows) + ".mdb");
     TimeLookups(std::filesystem::exists(path) ? path : MakeFile(self, folder, rows), rows);
   }
