@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT Lists, editors and cleanup on a drive that is slow, fails or disappears at any time: no
+// SPDX-License-Identifier: MIT
+// Lists, editors and cleanup on a drive that is slow, fails or disappears at any time: no
 // row is lost, no file counts as missing because of its drive, and windows stay responsive.
 #include "catalogue/SpotStateLoader.h"
 #include "catalogue/frmItemSpotOpruimen.h"

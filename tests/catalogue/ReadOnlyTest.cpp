@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT Read-only databases and audio files. Each test runs in a child process that gave up
+// SPDX-License-Identifier: MIT
+// Read-only databases and audio files. Each test runs in a child process that gave up
 // root, since permissions do not apply to root.
 #include "catalogue/frmItemOpruimen.h"
 #include "catalogue/frmItemPingles.h"

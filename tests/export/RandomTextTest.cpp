@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT Writes random texts as names and paths through the write layer and the offline log: each
+// SPDX-License-Identifier: MIT
+// Writes random texts as names and paths through the write layer and the offline log: each
 // is stored unchanged or refused with an error; no other field, row or logged statement changes.
 #include "data/Globals.h"
 #include "data/Rows.h"

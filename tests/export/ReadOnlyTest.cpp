@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT Settings and exports on read-only files and in read-only folders: refused with the
+// SPDX-License-Identifier: MIT
+// Settings and exports on read-only files and in read-only folders: refused with the
 // reason, and nothing is written. Each test runs in a child process that gave up root, since permissions do not apply
 // to root.
 #include "data/Globals.h"

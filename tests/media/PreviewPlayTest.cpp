@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT Play, stop, jumps, slider and time in the real dialog with the real player. The test
+// SPDX-License-Identifier: MIT
+// Play, stop, jumps, slider and time in the real dialog with the real player. The test
 // pulls the audio itself, so nothing depends on a clock.
 #include "data/Messages.h"
 #include "platform/controls/LedPanel.h"

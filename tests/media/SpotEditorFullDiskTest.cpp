@@ -1,4 +1,5 @@
-// SPDX-License-Identifier: MIT The item-spot editor on a full or read-only disk: the reason is reported, and the form
+// SPDX-License-Identifier: MIT
+// The item-spot editor on a full or read-only disk: the reason is reported, and the form
 // stays open with the user's input until it can be saved.
 #include "data/Globals.h"
 #include "platform/desktop/MessageBox.h"
