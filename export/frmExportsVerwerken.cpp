@@ -4,7 +4,7 @@
 #include "data/Globals.h"
 #include "export/FolderSelect.h"
 #include "export/ui_frmExportsVerwerken.h"
-#include "platform/desktop/Events.h"
+#include "platform/desktop/Windows.h"
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Error.h"

@@ -4,7 +4,7 @@
 #include "export/frmExportsVerwerken.h"
 #include "platform/controls/ListBox.h"
 #include "tests/export/apply/Shared.h"
-#include "tests/support/Child.h"
+#include "tests/support/Ui.h"
 #include "tests/support/Waiting.h"
 
 #include <QFile>
