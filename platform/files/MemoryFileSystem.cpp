@@ -69,7 +69,7 @@ class MemoryFile final : public File {
   }
 
   int RawTruncate(std::uint64_t size) override {
-    if (!writable_) return -EBADF;
+    if (!writable_) return -EINVAL;
     const std::lock_guard guard(node_->mutex);
     node_->content.resize(size);
     return 0;
