@@ -168,3 +168,36 @@ TEST_F(TextFiles, OnlyRegularFilesAreDeleted) {
   EXPECT_THROW(runtime::DeleteFile(At(u"koppeling"_s)), runtime::Error);
   EXPECT_TRUE(QFile::exists(At(u"doel"_s)));
 }
+
+TEST_F(TextFiles, TheLimitIsShownInItsLargestUnit) {
+  runtime::WriteFile(At(u"a.ini"_s), QByteArray(5000, 'x'));
+  const auto reason = [&](qint64 limit) {
+    try {
+      runtime::ReadFile(At(u"a.ini"_s), limit);
+    } catch (const runtime::Error& error) {
+      return error.Description().section(u"groter dan "_s, 1);
+    }
+    return u"read"_s;
+  };
+  EXPECT_EQ(reason(4096), u"4 kB."_s);
+  EXPECT_EQ(reason(4097), u"4097 bytes."_s);
+  EXPECT_EQ(reason(5000), u"read"_s);
+}
+
+TEST_F(TextFiles, OnlyReachableFoldersAreFolders) {
+  runtime::WriteFile(At(u"a.txt"_s), "x");
+  EXPECT_TRUE(runtime::IsFolder(folder_.path()));
+  EXPECT_FALSE(runtime::IsFolder(At(u"a.txt"_s)));
+  EXPECT_FALSE(runtime::IsFolder(At(u"weg"_s)));
+  EXPECT_FALSE(runtime::IsFolder(u"Q:\\"_s));
+}
+
+TEST_F(TextFiles, EveryByteIsReadAndWritten) {
+  QByteArray content;
+  for (int i = 0; i < 200000; ++i)
+    content.append(static_cast<char>(i * 7));
+  runtime::WriteFile(At(u"a.bin"_s), content);
+  EXPECT_EQ(runtime::ReadFile(At(u"a.bin"_s)), content);
+  runtime::WriteFile(At(u"a.bin"_s), QByteArray());
+  EXPECT_EQ(runtime::ReadFile(At(u"a.bin"_s)), QByteArray());
+}
