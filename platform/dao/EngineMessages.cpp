@@ -28,6 +28,7 @@ const QList<Translation>& Translations() {
       {u"wrong number of arguments to function (.*)\\(\\)"_s, u"de functie %1 krijgt een verkeerd aantal waarden"_s},
       {u"misuse of aggregate:? ?(?:function )?(.*)\\(\\)"_s, u"de functie %1 is hier niet toegestaan"_s},
       {u"sub-select returns (\\d+) columns - expected (\\d+)"_s, u"een subquery geeft %1 velden in plaats van %2"_s},
+      {u"row value misused"_s, u"een subquery geeft meer dan een veld"_s},
       {u"SELECTs to the left and right of UNION(?: ALL)? do not have the same number of result columns"_s,
        u"de delen van de UNION hebben niet even veel velden"_s},
       {u"not authorized"_s, u"dat is niet toegestaan"_s},

@@ -90,15 +90,15 @@ class WayMaker {
     if (!fits) throw runtime::Error(u"Het adres '%1' noemt niet even veel servers als poorten."_s.arg(url_));
     QList<ServerAddress::Parameters> ways;
     for (qsizetype i = 0; i < count; ++i) {
-      ways += AccessPath(hosts.value(std::min(i, hosts.size() - 1)), addresses.value(i),
-                         ports.value(std::min(i, ports.size() - 1)), count > 1);
+      ways += ParametersFor(hosts.value(std::min(i, hosts.size() - 1)), addresses.value(i),
+                            ports.value(std::min(i, ports.size() - 1)), count > 1);
     }
     return ways;
   }
 
  private:
-  ServerAddress::Parameters AccessPath(const QByteArray& host, const QByteArray& address, const QByteArray& port,
-                                       bool oneOfMany) const {
+  ServerAddress::Parameters ParametersFor(const QByteArray& host, const QByteArray& address, const QByteArray& port,
+                                          bool oneOfMany) const {
     Options way = given_;
     way.insert("host", host);
     way.insert("hostaddr", address);
