@@ -22,6 +22,7 @@
 #include "platform/desktop/MessageBox.h"
 #include "platform/desktop/ScaledFont.h"
 #include "platform/runtime/Clock.h"
+#include "platform/runtime/Error.h"
 #include "platform/runtime/Trapped.h"
 
 #include <QLocale>
@@ -159,8 +160,12 @@ void frmMain::ChooseStation() {
 // Before anything is logged. The program starts even after a failure: the next export tries again.
 void frmMain::ResumeExport() {
   Trapped(__func__, [&] { FinishInterruptedExport(global.localDatabasePath); });
-  Trapped(__func__, [&] {
+  try {
     KeepUnloggedStatements();
+  } catch (const runtime::Error&) {
+    // A local database that cannot be read is reported by what needs it first.
+  }
+  Trapped(__func__, [&] {
     LogKeptStatements();
     AddKeptAudioLines();
   });
