@@ -232,8 +232,8 @@ void ThrowUnlessMade(int result, const std::filesystem::path& path) {
 }  // namespace
 
 void MakeFolder(const std::filesystem::path& path, const FileStatus& file) {
-  constexpr mode_t kOwnerOnly = 0700;
-  const int made = Result(::mkdir(path.c_str(), kOwnerOnly));
+  constexpr mode_t kFolderOfOwner = 0700;
+  const int made = Result(::mkdir(path.c_str(), kFolderOfOwner));
   struct stat found = {};
   if (made == -EEXIST && ::stat(path.c_str(), &found) == 0 && S_ISDIR(found.st_mode)) return;
   ThrowUnlessMade(made, path);
