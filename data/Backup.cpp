@@ -140,9 +140,9 @@ std::optional<QString> BackUp(const QString& databasePath, const QString& passwo
   if (!frozen) return std::nullopt;
   const dao::FrozenDatabase& database = *frozen;
   const BackupFolder folder(databasePath);
+  folder.RemoveUnfinished();
   if (auto same = SameAsNewest(database, folder)) return same;
   folder.Make(database);
-  folder.RemoveUnfinished();
   const QDateTime now = runtime::Now();
   const QList<BackupFile> earlier = folder.NewestFirst();
   const QString name = folder.NewName(now);

@@ -24,7 +24,7 @@ ExportBasisFile::ExportBasisFile(const QString& localDatabasePath, qint32 highes
 
 void ExportBasisFile::Stage(const QString& exportPath) {
   if (file_) return;
-  file_.emplace(basis::PathOf(exportPath));
+  file_.emplace(basis::PathOf(exportPath), localDatabasePath_);
   temporaryPath_ = file_->TemporaryPath();
   ContentDigest digest;
   QByteArray block = basis::HeaderLine(header_);

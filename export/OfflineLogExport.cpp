@@ -91,7 +91,7 @@ QString OfflineLogExport::WriteFile(const QString& folder, SameSecond sameSecond
   QDateTime second = runtime::Now();
   while (IsTaken(PathOf(folder, second)) && !MayReplace(folder, second, sameSecond))
     second = second.addSecs(1);
-  runtime::StagedFile file(PathOf(folder, second));
+  runtime::StagedFile file(PathOf(folder, second), localDatabasePath_);
   ExportContent content([&](const QByteArray& block) { file.Write(block); });
   content.AddLog(localDatabasePath_);
   const QByteArray digest = content.Finish();

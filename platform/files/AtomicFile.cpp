@@ -28,36 +28,52 @@ void WithPath(const std::filesystem::path& path, const Call& call) {
   }
 }
 
+Error SeveralNames(const std::string& name, std::uint64_t count) {
+  return Error(ErrorCode::Unsupported,
+               "Het bestand '" + name + "' heeft " + std::to_string(count) +
+                   " namen (harde koppelingen). Het wordt niet vervangen, want de andere namen zouden de oude inhoud "
+                   "houden. Verwijder die namen, of zet een kopie van het bestand op deze plaats.");
+}
+
 }  // namespace
 
-AtomicFile::AtomicFile(const std::filesystem::path& path, FileSystem& files) : files_(files), path_(path) {
-  WithPath(path, [&] { CreateForReplacing(); });
+AtomicFile::AtomicFile(const std::filesystem::path& path, FileSystem& files) : AtomicFile(path, "", files) {}
+
+AtomicFile::AtomicFile(const std::filesystem::path& path, std::string_view owner, FileSystem& files)
+    : files_(files), path_(path) {
+  WithPath(path, [&] { CreateForReplacing(owner); });
 }
 
 AtomicFile::AtomicFile(const std::filesystem::path& path, const FileStatus& original, FileSystem& files)
     : files_(files), path_(path) {
-  WithPath(path, [&] { CreateTemporary(&original); });
+  WithPath(path, [&] { CreateTemporary(&original, {}); });
 }
 
 AtomicFile::~AtomicFile() {
   if (removesTemporary_) RemoveTemporary();
 }
 
-void AtomicFile::CreateForReplacing() {
+void AtomicFile::CreateForReplacing(std::string_view owner) {
   path_ = files_.RealPath(path_);
   // rename() ignores the permissions of the file that it replaces; opening it for writing checks them.
   const auto replaced = files_.OpenIfThere(path_, OpenMode::Write);
-  if (replaced == nullptr) return CreateTemporary(nullptr);
+  if (replaced == nullptr) return CreateTemporary(nullptr, owner);
   const FileStatus original = replaced->Status();
-  CreateTemporary(&original);
+  if (original.links > 1) throw SeveralNames(path_.string(), original.links);
+  CreateTemporary(&original, owner);
 }
 
-void AtomicFile::CreateTemporary(const FileStatus* original) {
+void AtomicFile::CreateTemporary(const FileStatus* original, std::string_view owner) {
+  if (owner.empty()) {
+    RemoveLeftovers(path_, files_);
+  } else {
+    RemoveLeftoversOf(owner, path_, files_);
+  }
   OpenRequest request{OpenMode::Create, false};
   if (original != nullptr) request.permissions = kOwnerOnly;
   try {
     for (int attempt = 0; attempt < kMaxTemporaryNames; ++attempt) {
-      temporary_ = TemporaryName(path_);
+      temporary_ = TemporaryName(path_, owner);
       file_ = files_.Open(temporary_, request);
       if (!LockTemporary(*file_, temporary_, files_)) continue;
       if (original != nullptr) file_->TakeAccessOf(*original);

@@ -13,11 +13,16 @@ namespace files {
 // and only Commit replaces the old file. Without Commit the destructor removes the temporary file.
 //
 // A symbolic link is followed. The new file gets the permissions, group and owner of the file that it replaces, as far
-// as this user may set them, and is never accessible to more users. Replacing a read-only file, or anything but a
-// regular file, is an error.
+// as this user may set them, and is never accessible to more users. Replacing a read-only file, anything but a regular
+// file, or a file with several hard links is an error: its other names would keep the old content.
+//
+// Temporary files of the same target that a killed program left are removed first.
 class AtomicFile {
  public:
   explicit AtomicFile(const std::filesystem::path& path, FileSystem& files = CurrentFileSystem());
+  // For a file whose name is chosen at the end (CommitNew): removes the leftovers of this owner (see TemporaryName)
+  // in the folder instead of those of the target.
+  AtomicFile(const std::filesystem::path& path, std::string_view owner, FileSystem& files = CurrentFileSystem());
   // For a copy of another file: the new file gets the permissions, group and owner of `original`. A link at `path` is
   // not followed: Commit replaces the link itself.
   AtomicFile(const std::filesystem::path& path, const FileStatus& original, FileSystem& files = CurrentFileSystem());
@@ -44,8 +49,8 @@ class AtomicFile {
   const std::filesystem::path& TemporaryPath() const { return temporary_; }
 
  private:
-  void CreateForReplacing();
-  void CreateTemporary(const FileStatus* original);
+  void CreateForReplacing(std::string_view owner);
+  void CreateTemporary(const FileStatus* original, std::string_view owner);
   void RemoveTemporary();
   void SyncPlace(const std::filesystem::path& path);
 

@@ -9,6 +9,12 @@
 #include "platform/runtime/SystemReason.h"
 
 #include <QFile>
+#include <QFileInfo>
+#include <QSysInfo>
+
+#include <sys/stat.h>
+
+#include <string_view>
 
 using namespace Qt::StringLiterals;
 
@@ -20,12 +26,34 @@ QString FolderText(const QString& pathText) {
   return pathText.left(qMax(pathText.lastIndexOf(u'\\'), pathText.lastIndexOf(u'/')) + 1);
 }
 
+// The file itself, not only its path: the folder of the temporary files may be shared by computers on which the path is
+// the same, and a program folder may be copied.
+QByteArray IdentityText(const QString& pathText) {
+  const QString hostPath = HostPath(pathText);
+  const QFileInfo file(hostPath);
+  struct stat status {};
+  ::stat(QFile::encodeName(hostPath).constData(), &status);
+  return QSysInfo::machineUniqueId() + ' ' + QByteArray::number(quint64{status.st_dev}) + ' ' +
+         QByteArray::number(quint64{status.st_ino}) + ' ' + QFile::encodeName(file.canonicalFilePath());
+}
+
 }  // namespace
 
 StagedFile::StagedFile(const QString& pathText) : pathText_(pathText) {
-  const std::filesystem::path path = NativePath(HostPath(pathText));
-  WithFileName([&] { file_ = std::make_unique<files::AtomicFile>(path); });
-  temporaryText_ = FolderText(pathText) + QFile::decodeName(file_->TemporaryPath().filename().c_str());
+  Open({});
+}
+
+StagedFile::StagedFile(const QString& pathText, const QString& ownerPathText) : pathText_(pathText) {
+  Open(IdentityText(ownerPathText));
+}
+
+void StagedFile::Open(const QByteArray& owner) {
+  const std::filesystem::path path = NativePath(HostPath(pathText_));
+  WithFileName([&] {
+    file_ = std::make_unique<files::AtomicFile>(
+        path, std::string_view(owner.constData(), static_cast<std::size_t>(owner.size())));
+  });
+  temporaryText_ = FolderText(pathText_) + QFile::decodeName(file_->TemporaryPath().filename().c_str());
 }
 
 StagedFile::~StagedFile() = default;

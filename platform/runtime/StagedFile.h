@@ -19,6 +19,9 @@ namespace runtime {
 class StagedFile {
  public:
   explicit StagedFile(const QString& pathText);
+  // For a file whose name is chosen at the end. `ownerPathText`: the existing file on whose behalf it is written. What
+  // a killed program left in the folder on behalf of that file is removed.
+  StagedFile(const QString& pathText, const QString& ownerPathText);
   ~StagedFile();
   StagedFile(const StagedFile&) = delete;
   StagedFile& operator=(const StagedFile&) = delete;
@@ -41,6 +44,7 @@ class StagedFile {
   void Keep();
 
  private:
+  void Open(const QByteArray& owner);
   void WithFileName(const std::function<void()>& step) const;
 
   QString pathText_;

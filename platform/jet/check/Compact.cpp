@@ -2,7 +2,6 @@
 #include "platform/jet/check/Compact.h"
 
 #include "platform/files/AtomicFile.h"
-#include "platform/files/TemporaryName.h"
 #include "platform/jet/check/Check.h"
 #include "platform/jet/check/DatabaseCopy.h"
 #include "platform/jet/database/Database.h"
@@ -77,7 +76,6 @@ void CompactInto(const std::filesystem::path& source, const std::filesystem::pat
   const ReadTurn reading(*database);
   LockFile::CheckName(target);
   if (files.Exists(target)) throw isThere();
-  files::RemoveLeftovers(target, files);
   files::AtomicFile file(target, database->Shared().OpenedFile().Status(), files);
   WriteCopy(*database, file, options, files);
   if (!file.CommitNew(target)) throw isThere();
@@ -92,8 +90,6 @@ void Compact(const std::filesystem::path& path, const OpenOptions& options, File
   const std::filesystem::path real = database->Shared().Path();
   File& old = database->Shared().OpenedFile();
   const std::filesystem::path kept = KeptName(real);
-  files::RemoveLeftovers(real, files);
-  files::RemoveLeftovers(kept, files);
   files::AtomicFile file(real, old.Status(), files);
   WriteCopy(*database, file, options, files);
   files::AtomicFile keeping(kept, old.Status(), files);

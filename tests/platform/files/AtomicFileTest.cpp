@@ -4,6 +4,7 @@
 #include "platform/files/Error.h"
 #include "platform/files/MemoryFileSystem.h"
 #include "tests/platform/files/support/FaultyFiles.h"
+#include "tests/platform/files/support/TestFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -71,6 +72,26 @@ TEST(AtomicFile, IsOldOrNewWhicheverCallFails) {
                   const std::string content = ContentOf(memory, "/a/file");
                   EXPECT_TRUE(content == "new\n" || (failed && content == "old\n")) << content;
                 });
+}
+
+class AtomicFileOnDisk : public test::TestFolder {};
+
+// Replacing it under one name would leave the old content under the other.
+TEST_F(AtomicFileOnDisk, AFileWithSeveralHardLinksIsNotReplaced) {
+  Put("settings.ini", "old");
+  std::filesystem::create_hard_link(At("settings.ini"), At("other.ini"));
+  try {
+    WriteFile(At("settings.ini"), "new", HostFileSystem());
+    FAIL();
+  } catch (const Error& error) {
+    EXPECT_EQ(error.Code(), ErrorCode::Unsupported);
+    EXPECT_NE(std::string(error.what()).find(At("settings.ini").string() + "' heeft 2 namen"), std::string::npos);
+  }
+  EXPECT_EQ(Get("settings.ini") + Get("other.ini"), "oldold");
+  EXPECT_EQ(Count(), 2);
+  std::filesystem::remove(At("other.ini"));
+  WriteFile(At("settings.ini"), "new", HostFileSystem());
+  EXPECT_EQ(Get("settings.ini"), "new");
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 
 #include <cerrno>
 #include <string>
+#include <string_view>
 
 namespace files {
 namespace {
@@ -51,10 +52,10 @@ TEST(TemporaryName, FitsForTheLongestNames) {
 class Leftovers : public test::TestFolder {
  protected:
   // Simulates a program that is killed while it writes `name`.
-  void WriteAndDie(const std::string& name) const {
+  void WriteAndDie(const std::string& name, std::string_view owner = {}) const {
     const pid_t child = ::fork();
     if (child == 0) {
-      AtomicFile file(At(name), HostFileSystem());
+      AtomicFile file(At(name), owner, HostFileSystem());
       file.Write("half");
       ::_exit(0);
     }
@@ -64,10 +65,10 @@ class Leftovers : public test::TestFolder {
 
 TEST_F(Leftovers, OnlyThoseOfAKilledProgramAreRemoved) {
   Put("a.mdb", "old");
+  AtomicFile underWay(At("a.mdb"), HostFileSystem());
   WriteAndDie("a.mdb");
   WriteAndDie("a.mdb.bak");
   Put(".a.mdb.tmp", "another program's");
-  AtomicFile underWay(At("a.mdb"), HostFileSystem());
   underWay.Write("new");
   ASSERT_EQ(Count(), 5);
   RemoveLeftovers(At("a.mdb"), HostFileSystem());
@@ -77,6 +78,30 @@ TEST_F(Leftovers, OnlyThoseOfAKilledProgramAreRemoved) {
   RemoveLeftovers(At("a.mdb.bak"), HostFileSystem());
   EXPECT_EQ(Count(), 2);
   EXPECT_EQ(Get(".a.mdb.tmp"), "another program's");
+}
+
+TEST_F(Leftovers, AreRemovedByTheNextWritingOfTheFile) {
+  WriteAndDie("a.ini");
+  WriteAndDie("b.ini");
+  ASSERT_EQ(Count(), 2);
+  WriteFile(At("a.ini"), "new", HostFileSystem());
+  EXPECT_EQ(Count(), 2);
+  WriteFile(At("b.ini"), "new", HostFileSystem());
+  EXPECT_EQ(Count(), 2);
+  EXPECT_EQ(Get("a.ini") + Get("b.ini"), "newnew");
+}
+
+// Another owner in the same folder may still need its temporary file, also one for a file of the same name.
+TEST_F(Leftovers, OfAnOwnerAreRemovedWhateverTheyWereFor) {
+  WriteAndDie("at-ten.tql");
+  WriteAndDie("at-ten.tql", "one");
+  WriteAndDie("at-ten.tql", "another");
+  ASSERT_EQ(Count(), 3);
+  AtomicFile(At("at-eleven.tql"), "one", HostFileSystem()).Commit();
+  EXPECT_EQ(Count(), 3);
+  EXPECT_EQ(Get("at-eleven.tql"), "");
+  AtomicFile(At("at-ten.tql"), "another", HostFileSystem()).Commit();
+  EXPECT_EQ(Count(), 3);
 }
 
 TEST_F(Leftovers, StayWhereTheFileSystemHasNoLocks) {
