@@ -86,9 +86,7 @@ TableDef ItemsItemSpots(const QString& name) {
            Index(u"ItemSpotID"_s, {u"ItemSpotID"_s})}};
 }
 
-void CreateWith(const QString& path, const QList<TableDef>& tables) {
-  dao::CreateDatabase(path);
-  dao::Database database = dao::OpenDatabase(path);
+void CreateTables(dao::Database& database, const QList<TableDef>& tables) {
   for (const TableDef& table : tables)
     database.CreateTable(table);
 }
@@ -119,27 +117,34 @@ QList<TableDef> LocalTables() {
 }
 
 void CreateServerDatabase(const QString& path) {
-  CreateWith(path, ServerTables());
-}
-void CreateWorkDatabase(const QString& path) {
-  CreateWith(path, {});
+  dao::CreateDatabase(path, [](dao::Database& database) { CreateTables(database, ServerTables()); });
 }
 
-void CreateLocalDatabase(const QString& path) {
-  CreateWith(path, LocalTables());
-  dao::Database database = dao::OpenDatabase(path);
-  database.Execute(u"INSERT INTO cdeInstellingen (InitCode, InitValue) VALUES (\"OnlineYn\", \"-1\")"_s);
-  for (const MessageText& message : MessageTexts()) {
-    database.Execute(u"INSERT INTO appMessages (MsgNr, MsgTekst, MsgStyle) VALUES ("_s +
-                     QString::number(message.number) + u", " + Literal(message.text) + u", " + Literal(message.style) +
-                     u")");
-  }
+void CreateWorkDatabase(const QString& path) {
+  dao::CreateDatabase(path);
+}
+
+void CreateLocalDatabase(const QString& path, const std::function<void(dao::Database&)>& fill) {
+  dao::CreateDatabase(path, [&](dao::Database& database) {
+    CreateTables(database, LocalTables());
+    database.Execute(u"INSERT INTO cdeInstellingen (InitCode, InitValue) VALUES (\"OnlineYn\", \"-1\")"_s);
+    for (const MessageText& message : MessageTexts()) {
+      database.Execute(u"INSERT INTO appMessages (MsgNr, MsgTekst, MsgStyle) VALUES ("_s +
+                       QString::number(message.number) + u", " + Literal(message.text) + u", " +
+                       Literal(message.style) + u")");
+    }
+    if (fill) fill(database);
+  });
+}
+
+void AddStation(dao::Database& localDatabase, qint16 number, const QString& name) {
+  localDatabase.Execute(u"INSERT INTO cdeLicenties (LicentieNummer, RadioNaam) VALUES ("_s + QString::number(number) +
+                        u", " + Literal(name) + u")");
 }
 
 void AddStation(const QString& localPath, qint16 number, const QString& name) {
   dao::Database database = dao::OpenDatabase(localPath);
-  database.Execute(u"INSERT INTO cdeLicenties (LicentieNummer, RadioNaam) VALUES ("_s + QString::number(number) +
-                   u", " + Literal(name) + u")");
+  AddStation(database, number, name);
 }
 
 }  // namespace schema

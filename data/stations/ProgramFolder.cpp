@@ -3,7 +3,9 @@
 
 #include "data/Schema.h"
 #include "platform/dao/Database.h"
+#include "platform/files/TemporaryName.h"
 #include "platform/runtime/Error.h"
+#include "platform/runtime/FileCalls.h"
 #include "platform/runtime/TextFile.h"
 
 #include <QDir>
@@ -40,11 +42,12 @@ void MakeFolder(const QString& path) {
   if (!QDir().mkpath(path)) throw runtime::Error(u"Kan de map '%1' niet maken."_s.arg(path));
 }
 
-void AddStation(const QString& localDatabase, qint16 number, const QString& name) {
-  dao::Database database = dao::OpenDatabase(localDatabase);
-  const dao::Recordset rows = database.OpenRecordset(
-      u"SELECT LicentieNummer FROM cdeLicenties WHERE LicentieNummer = "_s + QString::number(number));
-  if (rows.Eof()) schema::AddStation(localDatabase, number, name);
+bool HasStation(const QString& localDatabase, qint16 number) {
+  dao::Database database = dao::OpenDatabase(localDatabase, {.readOnly = true});
+  return !database
+              .OpenRecordset(u"SELECT LicentieNummer FROM cdeLicenties WHERE LicentieNummer = "_s +
+                             QString::number(number))
+              .Eof();
 }
 
 }  // namespace
@@ -64,13 +67,27 @@ QString ProgramFolder::ServerDatabase(qint16 number) const {
   return path_ + u"/server/" + Numbered(u"OvalistoServer"_s, number);
 }
 
+bool ProgramFolder::HasCompleteStation(qint16 number) const {
+  return QFile::exists(LocalDatabase(number)) && QFile::exists(LocalDatabase(0)) &&
+         HasStation(LocalDatabase(0), number);
+}
+
 void ProgramFolder::MakeStation(qint16 number, const QString& name) const {
-  schema::CreateLocalDatabase(LocalDatabase(number));
-  if (!QFile::exists(ServerDatabase(number))) schema::CreateServerDatabase(ServerDatabase(number));
-  const QString work = path_ + u"/data/work.mdb";
-  if (!QFile::exists(work)) schema::CreateWorkDatabase(work);
-  AddStation(LocalDatabase(number), number, name);
-  // The list of stations is read before one is chosen, from the database without a number.
-  if (!QFile::exists(LocalDatabase(0))) schema::CreateLocalDatabase(LocalDatabase(0));
-  AddStation(LocalDatabase(0), number, name);
+  if (HasCompleteStation(number))
+    throw runtime::Error(u"De zender %1 is er al: '%2'."_s.arg(QString::number(number), LocalDatabase(number)));
+  const auto createIfMissing = [](const QString& path, const auto& create) {
+    // A killed program may have left its temporary file although the file itself is there.
+    files::RemoveLeftovers(runtime::NativePath(path));
+    if (!QFile::exists(path)) create(path);
+  };
+  const auto createLocal = [&](const QString& path) {
+    schema::CreateLocalDatabase(path, [&](dao::Database& local) { schema::AddStation(local, number, name); });
+  };
+  createIfMissing(ServerDatabase(number), schema::CreateServerDatabase);
+  createIfMissing(path_ + u"/data/work.mdb", schema::CreateWorkDatabase);
+  createIfMissing(LocalDatabase(number), createLocal);
+  // The list of stations is read before one is chosen, from the database without a number. The row there is added
+  // last: a station that has it is complete.
+  createIfMissing(LocalDatabase(0), createLocal);
+  if (!HasStation(LocalDatabase(0), number)) schema::AddStation(LocalDatabase(0), number, name);
 }

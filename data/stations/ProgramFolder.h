@@ -12,9 +12,9 @@ class ProgramFolder {
 
   const QString& Path() const { return path_; }
 
-  // Creates the databases of station `number` (0 to 32767; 0 = file names without a number) and adds it to the list of
-  // stations shown at start. An existing server or work database is left unchanged. Throws runtime::Error, also when
-  // the local database exists.
+  // Creates the databases of station `number` (0 to 32767; 0 = file names without a number) where they are missing, and
+  // adds it to the list of stations shown at start. A station left incomplete by a killed program or a full disk is
+  // completed by the next call. Throws runtime::Error, also when the station is complete.
   void MakeStation(qint16 number, const QString& name) const;
 
   // Host paths of the databases.
@@ -22,5 +22,7 @@ class ProgramFolder {
   QString ServerDatabase(qint16 number) const;
 
  private:
+  bool HasCompleteStation(qint16 number) const;
+
   QString path_;
 };

@@ -118,8 +118,16 @@ void Database::Close() {
 Database OpenDatabase(const QString& pathText, const OpenOptions& options) {
   return Database(OpenStorage(pathText, options));
 }
+
 void CreateDatabase(const QString& pathText) {
   CreateStorage(pathText);
+}
+
+void CreateDatabase(const QString& pathText, const std::function<void(Database&)>& fill) {
+  CreateStorage(pathText, [&](std::unique_ptr<Storage> storage) {
+    Database database(std::move(storage));
+    fill(database);
+  });
 }
 
 }  // namespace dao

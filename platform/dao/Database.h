@@ -9,6 +9,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 
 namespace dao {
@@ -56,5 +57,8 @@ Database OpenDatabase(const QString& pathText, const OpenOptions& options = {});
 
 // Creates a new, empty database; an error when it exists.
 void CreateDatabase(const QString& pathText);
+// As above, with what `fill` puts in it. A file appears complete or not at all: until `fill` has returned it exists in
+// memory only. A database on a server is created empty and then filled.
+void CreateDatabase(const QString& pathText, const std::function<void(Database&)>& fill);
 
 }  // namespace dao

@@ -6,10 +6,14 @@
 #include "platform/dao/OpenFiles.h"
 #include "platform/dao/postgres/ServerAddress.h"
 #include "platform/dao/postgres/ServerStorage.h"
+#include "platform/files/AtomicFile.h"
+#include "platform/files/MemoryFileSystem.h"
 #include "platform/jet/database/Database.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Probe.h"
 
+#include <cerrno>
+#include <filesystem>
 #include <memory>
 
 namespace dao {
@@ -35,6 +39,12 @@ class JetWriting : public Transaction {
   const JetFile file_;  // must outlive turn_
   jet::WriteTurn turn_;
 };
+
+void PlaceNewFile(const std::filesystem::path& path, const files::Bytes& content) {
+  files::AtomicFile file(path, Files());
+  file.Write({reinterpret_cast<const char*>(content.data()), content.size()});
+  if (!file.CommitNew(path)) throw jet::SystemError("aanmaken", path.string(), EEXIST);
+}
 
 }  // namespace
 
@@ -82,7 +92,24 @@ std::unique_ptr<Storage> OpenStorage(const QString& pathText, const OpenOptions&
 void CreateStorage(const QString& pathText) {
   if (IsServerPath(pathText)) return CreateServerStorage(pathText);
   const QString hostPath = runtime::HostPath(pathText);
-  JetFile::WithUserErrors(pathText, hostPath, [&] { jet::Database::Create(EncodedPath(hostPath)); });
+  JetFile::WithUserErrors(pathText, hostPath, [&] { jet::Database::Create(EncodedPath(hostPath), Files()); });
+}
+
+void CreateStorage(const QString& pathText, const std::function<void(std::unique_ptr<Storage>)>& fill) {
+  if (IsServerPath(pathText)) {
+    CreateServerStorage(pathText);
+    return fill(OpenStorage(pathText));
+  }
+  const QString hostPath = runtime::HostPath(pathText);
+  const std::filesystem::path path = EncodedPath(hostPath);
+  JetFile::WithUserErrors(pathText, hostPath, [&] {
+    files::MemoryFileSystem memory;
+    jet::Database::Create(path, memory);
+    jet::OpenOptions writing;
+    writing.writable = true;
+    fill(std::make_unique<JetStorage>(JetFile(pathText, hostPath, jet::Database::Open(path, writing, memory))));
+    PlaceNewFile(path, memory.Get(path));
+  });
 }
 
 }  // namespace dao

@@ -11,6 +11,7 @@
 #include <bitset>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -101,5 +102,6 @@ class Storage {
 // OpenDatabase and CreateDatabase.
 std::unique_ptr<Storage> OpenStorage(const QString& pathText, const OpenOptions& options = {});
 void CreateStorage(const QString& pathText);
+void CreateStorage(const QString& pathText, const std::function<void(std::unique_ptr<Storage>)>& fill);
 
 }  // namespace dao

@@ -5,6 +5,7 @@
 #include "tests/tools/StationProgram.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 
 #include <gtest/gtest.h>
@@ -33,8 +34,53 @@ QStringList Backups(const QString& folder) {
   return QDir(folder + u"/data/backup"_s).entryList({u"OvalistoLocal-*.mdb"_s}, QDir::Files, QDir::Name);
 }
 
-void ExpectNoJournal(const QString& folder) {
-  EXPECT_EQ(QDir(folder).entryList({u"*-journal"_s}, QDir::Files | QDir::Hidden), QStringList());
+// No journal and no temporary file remains in the folder and those below it.
+void ExpectNothingLeftOver(const QString& folder) {
+  QDirIterator files(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+  while (files.hasNext()) {
+    const QString path = files.next();
+    EXPECT_FALSE(path.endsWith(u"-journal") || path.endsWith(u".spotrooster-tmp")) << path.toStdString();
+  }
+}
+
+// A killed or completed create: no database is there that is not good.
+void ExpectGoodDatabases(const QString& folder) {
+  QDirIterator files(folder, {u"*.mdb"_s}, QDir::Files, QDirIterator::Subdirectories);
+  while (files.hasNext()) {
+    const QString path = files.next();
+    EXPECT_EQ(Checked(path), "ok\n") << path.toStdString();
+    EXPECT_NE(RunTool({u"tables"_s, path}).exitCode, kFailed);
+  }
+}
+
+// Kills `create` of that station in a copy of the folder.
+void KillCreate(const QString& folder, const QString& station) {
+  const QString number = station == u"0"_s ? QString() : station;
+  const auto words = [&](const QString& copy) {
+    return QStringList{u"create"_s, copy, u"--station"_s, station, u"--name"_s, u"Radio Proef"_s};
+  };
+  KillAtEachCall(
+      {.name = "create",
+       .folder = folder,
+       .words = words,
+       .afterKill = ExpectGoodDatabases,
+       .afterNext = [&](const QString& copy, const ToolRun& next) {
+         // Killed when all was done: nothing is left to create.
+         const bool wasComplete = next.err.find("is er al") != std::string::npos;
+         EXPECT_TRUE(next.exitCode == kDone || wasComplete) << next.err;
+         ExpectGoodDatabases(copy);
+         const QString local = copy + u"/data/OvalistoLocal%1.mdb"_s.arg(number);
+         const QString licence = u"SELECT RadioNaam FROM cdeLicenties WHERE LicentieNummer = "_s + station;
+         for (const QString& database : {Local(copy), local})
+           EXPECT_EQ(RunTool({u"sql"_s, database, licence}).out, "RadioNaam\r\nRadio Proef\r\n");
+         EXPECT_NE(RunTool({u"tables"_s, local}).out.find("appMessages\t13"), std::string::npos);
+         EXPECT_NE(
+             RunTool({u"tables"_s, copy + u"/server/OvalistoServer%1.mdb"_s.arg(number)}).out.find("tblItemsItemSpots"),
+             std::string::npos);
+         EXPECT_TRUE(QFile::exists(copy + u"/data/work.mdb"));
+         ExpectNothingLeftOver(copy);
+         EXPECT_EQ(RunTool(words(copy)).exitCode, kFailed);
+       }});
 }
 
 class CommandKills : public testing::Test {
@@ -68,7 +114,7 @@ TEST_F(CommandKills, CompactLeavesTheDatabaseGood) {
                         EXPECT_EQ(next.exitCode, kDone) << next.err;
                         EXPECT_EQ(Checked(Local(folder)), "ok\n");
                         EXPECT_EQ(Sql(folder, all), rows);
-                        ExpectNoJournal(folder + u"/data"_s);
+                        ExpectNothingLeftOver(folder);
                       }});
 }
 
@@ -100,7 +146,7 @@ TEST_F(CommandKills, RestoreLeavesTheOldOrTheNewRows) {
                         EXPECT_EQ(next.exitCode, kDone) << next.err;
                         EXPECT_EQ(Checked(Local(folder)), "ok\n");
                         EXPECT_EQ(Sql(folder, naam), "Naam\r\nwas\r\n");
-                        ExpectNoJournal(folder + u"/data"_s);
+                        ExpectNothingLeftOver(folder);
                       }});
 }
 
@@ -130,5 +176,17 @@ TEST_F(CommandKills, ExportLosesNoStatementAndWritesNoneTwice) {
                         }
                         EXPECT_EQ(exported, statements);
                         EXPECT_EQ(Sql(folder, u"SELECT ID FROM tblOfflineLog"_s), "ID\r\n");
+                        ExpectNothingLeftOver(folder);
                       }});
+}
+
+TEST_F(CommandKills, CreateLeavesWholeDatabasesAndTheNextCompletesTheStation) {
+  const QTemporaryDir empty;
+  KillCreate(empty.path(), u"0"_s);
+}
+
+TEST_F(CommandKills, CreateOfASecondStationLeavesWholeDatabases) {
+  const QTemporaryDir first;
+  ASSERT_EQ(RunTool({u"create"_s, first.path()}).exitCode, kDone);
+  KillCreate(first.path(), u"3"_s);
 }
