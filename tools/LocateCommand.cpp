@@ -3,6 +3,7 @@
 #include "data/Globals.h"
 #include "data/ProgramLock.h"
 #include "data/Text.h"
+#include "data/Writes.h"
 #include "export/InterruptedExport.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
@@ -51,6 +52,12 @@ Located Locate(const MissingAudio& sound, const AudioSearch& search) {
   return {OutcomeText(answer.outcome), path};
 }
 
+// After an error the path may be written all the same; the error itself was shown.
+QString WriteOutcome(bool succeeded) {
+  if (WaitsForLog()) return u"geschreven (nog niet in het logboek)"_s;
+  return succeeded || WasCarriedOut() ? u"geschreven"_s : u"niet geschreven"_s;
+}
+
 void ShowLine(const MissingAudio& sound, const Located& located, std::ostream& out) {
   WriteCsvLine(
       {sound.IsSpot() ? u"item-spot"_s : u"item-pingle"_s, QString::number(sound.Id()), CsvField(sound.Naam()),
@@ -85,9 +92,9 @@ int LocateSounds(const Arguments& arguments, const Streams& streams) {
     if (located.newPath.isEmpty()) {
       result = kFailed;
     } else if (arguments.Has(kWrite)) {
-      const bool written = UpdatePath(sound, located.newPath);
-      located.outcome = written ? u"geschreven"_s : u"niet geschreven"_s;
-      if (!written) result = kFailed;
+      const bool succeeded = UpdatePath(sound, located.newPath);
+      located.outcome = WriteOutcome(succeeded);
+      if (!succeeded) result = kFailed;
     }
     ShowLine(before, located, streams.out);
   }

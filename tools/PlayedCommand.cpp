@@ -1,24 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "export/playout/AirLedger.h"
 #include "platform/runtime/Dates.h"
-#include "platform/runtime/Error.h"
+#include "platform/runtime/TextFile.h"
 #include "tools/Commands.h"
 #include "tools/DatabaseArgument.h"
 #include "tools/LocalFolder.h"
 
-#include <QFile>
 #include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-QByteArray ContentOf(const QString& path) {
-  QFile file(path);
-  if (!file.open(QIODevice::ReadOnly))
-    throw runtime::Error(u"Kan '%1' niet lezen: %2."_s.arg(path, file.errorString()));
-  return file.readAll();
-}
+constexpr qint64 kLargestLog = qint64{1} << 30;  // bytes
 
 std::optional<QDate> DayOf(const Arguments& arguments) {
   if (!arguments.Has(u"--dag"_s)) return std::nullopt;
@@ -37,7 +31,7 @@ int Played(const Arguments& arguments, const Streams& streams) {
   const std::optional<QDate> day = DayOf(arguments);
   std::vector<Airing> airings;
   for (const QString& log : logs) {
-    const std::vector<Airing> more = ReadAirLog(ContentOf(log), log, day);
+    const std::vector<Airing> more = ReadAirLog(runtime::ReadFile(log, kLargestLog), log, day);
     airings.insert(airings.end(), more.begin(), more.end());
   }
   const QString database = QFileInfo(arguments.Plain().first()).absoluteFilePath();
@@ -70,5 +64,5 @@ Command PlayedCommand() {
           "Staat eerst uit, want elders vult een ander programma deze velden: --aan zet het aan voor deze database,\n"
           "--uit weer uit. Het overzicht Uitzendverslag in het programma toont wat er geteld is."_s,
       .examples = {u"played /tmp/proef/server/OvalistoServer.mdb --aan"_s,
-                   u"played /tmp/proef/server/OvalistoServer.mdb /dev/null"_s}};
+                   u"played /tmp/proef/server/OvalistoServer.mdb --uit"_s}};
 }

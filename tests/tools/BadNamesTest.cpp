@@ -41,6 +41,7 @@ const QList<Call>& CallsOnFiles() {
                                  {"compact", {u"compact"_s, kName}},
                                  {"compact without backup", {u"compact"_s, kName, u"--zonder-reservekopie"_s}},
                                  {"compact from", {u"compact"_s, kName, u"nieuw.mdb"_s}},
+                                 {"copy from", {u"copy"_s, kName, u"nieuw.mdb"_s}},
                                  {"restore from", {u"restore"_s, kName, u"goed.mdb"_s, u"tblCopie_Items"_s}},
                                  {"restore into", {u"restore"_s, u"goed.mdb"_s, kName, u"tblCopie_Items"_s}}};
   return calls;
@@ -51,6 +52,11 @@ const QList<Call>& CallsOnFolders() {
                                  {"spots", {u"spots"_s, kName}},
                                  {"locate", {u"locate"_s, kName, u"."_s}},
                                  {"locate in", {u"locate"_s, u"zender"_s, kName}}};
+  return calls;
+}
+
+const QList<Call>& CallsOnLogs() {
+  static const QList<Call> calls{{"played", {u"played"_s, u"goed.mdb"_s, kName}}};
   return calls;
 }
 
@@ -116,26 +122,26 @@ class BadNamesDeathTest : public testing::Test {
 TEST_F(BadNamesDeathTest, APipe) {
   ASSERT_EQ(::mkfifo("pijp", 0666), 0);
   ::chmod("pijp", 0666);
-  for (const auto& calls : {CallsOnFiles(), CallsOnFolders(), CallsThatMake()})
+  for (const auto& calls : {CallsOnFiles(), CallsOnFolders(), CallsOnLogs(), CallsThatMake()})
     ExpectRefused(calls, u"pijp"_s);
 }
 
 TEST_F(BadNamesDeathTest, ADevice) {
-  for (const auto& calls : {CallsOnFiles(), CallsOnFolders(), CallsThatMake()})
+  for (const auto& calls : {CallsOnFiles(), CallsOnFolders(), CallsOnLogs(), CallsThatMake()})
     ExpectRefused(calls, u"/dev/zero"_s);
 }
 
 TEST_F(BadNamesDeathTest, AFolder) {
   QDir().mkdir(u"map"_s);
   ::chmod("map", 0777);
-  ExpectRefused(CallsOnFiles(), u"map"_s);
+  ExpectRefused(CallsOnFiles() + CallsOnLogs(), u"map"_s);
   ExpectRefused(CallsOnFolders().first(3), u"map"_s);
   ExpectRefused({CallsThatMake().last()}, u"map"_s);
 }
 
 TEST_F(BadNamesDeathTest, ALinkToNothing) {
   QFile::link(u"nergens"_s, u"koppeling"_s);
-  for (const auto& calls : {CallsOnFiles(), CallsOnFolders(), CallsThatMake()})
+  for (const auto& calls : {CallsOnFiles(), CallsOnFolders(), CallsOnLogs(), CallsThatMake()})
     ExpectRefused(calls, u"koppeling"_s);
   EXPECT_FALSE(QFile::exists(u"nergens"_s));
 }
@@ -143,7 +149,7 @@ TEST_F(BadNamesDeathTest, ALinkToNothing) {
 TEST_F(BadNamesDeathTest, ALinkToAPipe) {
   ASSERT_EQ(::mkfifo("pijp", 0666), 0);
   QFile::link(u"pijp"_s, u"koppeling"_s);
-  for (const auto& calls : {CallsOnFiles(), CallsOnFolders(), CallsThatMake()})
+  for (const auto& calls : {CallsOnFiles(), CallsOnFolders(), CallsOnLogs(), CallsThatMake()})
     ExpectRefused(calls, u"koppeling"_s, u"pijp"_s);  // or the real file
 }
 
@@ -161,13 +167,13 @@ TEST_F(BadNamesDeathTest, AnEmptyFile) {
 
 TEST_F(BadNamesDeathTest, AFileOfAnotherUser) {
   Put(u"dicht.mdb"_s, "geheim", 0600);
-  for (const auto& calls : {CallsOnFiles(), CallsOnFolders(), CallsThatMake()})
+  for (const auto& calls : {CallsOnFiles(), CallsOnFolders(), CallsOnLogs(), CallsThatMake()})
     ExpectRefused(calls, u"dicht.mdb"_s);
 }
 
 TEST_F(BadNamesDeathTest, ANameThatIsTooLong) {
   const QString name(300, u'x');
-  for (const auto& calls : {CallsOnFiles(), CallsOnFolders(), CallsThatMake()})
+  for (const auto& calls : {CallsOnFiles(), CallsOnFolders(), CallsOnLogs(), CallsThatMake()})
     ExpectRefused(calls, name, QString(200, u'x'));
 }
 

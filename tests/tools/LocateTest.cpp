@@ -169,6 +169,17 @@ TEST(LocateCommand, AFailedWriteIsReportedAndTheOthersContinue) {
   EXPECT_FALSE(run.err.empty());
 }
 
+TEST(LocateCommand, APathThatIsWrittenButNotLoggedYetIsShownAsWritten) {
+  const StationProgram program(Station::Mode::Offline);
+  AddLostSpot(program);
+  program.Rows().OnLocal(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (2147483647, \"vol\")"_s);
+  program.MakeSound(u"nieuw/Lente.wav"_s, 10);
+  const ToolRun run = program.Run(u"locate"_s, {program.At(u"nieuw"_s), u"--write"_s});
+  EXPECT_EQ(run.exitCode, kFailed);
+  EXPECT_NE(run.out.find(",geschreven (nog niet in het logboek),D:\\weg"), std::string::npos) << run.out;
+  EXPECT_EQ(PathOfSpot(program), u"D:\\nieuw\\Lente.wav"_s);
+}
+
 TEST(LocateCommand, AMissingFolderToSearchIsReportedByName) {
   const StationProgram program;
   const ToolRun run = program.Run(u"locate"_s, {u"/nergens/audio"_s});
