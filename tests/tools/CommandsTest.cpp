@@ -7,8 +7,13 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <new>
 #include <sstream>
+#include <stdexcept>
+#include <streambuf>
 #include <string>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -24,6 +29,36 @@ class Tool : public testing::Test {
   }
 
   QTemporaryDir folder_;
+};
+
+// Throws at the first character.
+class FailingBuffer : public std::streambuf {
+ public:
+  explicit FailingBuffer(std::function<void()> fail) : fail_(std::move(fail)) {}
+
+ protected:
+  int_type overflow(int_type) override {
+    fail_();
+    return traits_type::eof();
+  }
+
+ private:
+  std::function<void()> fail_;
+};
+
+// Holds the messages; at the first the output stops throwing.
+class MessageBuffer : public std::stringbuf {
+ public:
+  explicit MessageBuffer(std::ostream& out) : out_(out) {}
+
+ protected:
+  std::streamsize xsputn(const char* text, std::streamsize count) override {
+    out_.exceptions(std::ios::goodbit);
+    return std::stringbuf::xsputn(text, count);
+  }
+
+ private:
+  std::ostream& out_;
 };
 
 }  // namespace
@@ -127,6 +162,22 @@ TEST_F(Tool, AnOutputErrorIsAFailure) {
   std::ostream nowhere(nullptr);
   EXPECT_EQ(RunCommand({u"tables"_s, Local()}, {nowhere, err}), kFailed);
   EXPECT_EQ(err.str(), "De uitvoer kan niet geschreven worden.\n");
+}
+
+TEST_F(Tool, NoExceptionEndsACommandWithoutAMessage) {
+  ASSERT_EQ(Create().exitCode, kDone);
+  const std::pair<std::function<void()>, std::string> failures[] = {
+      {[] { throw std::bad_alloc(); }, "Er is te weinig geheugen voor deze opdracht.\n"},
+      {[] { throw std::length_error("te lang"); }, "De opdracht is afgebroken door een onverwachte fout: te lang\n"}};
+  for (const auto& [fail, message] : failures) {
+    FailingBuffer buffer(fail);
+    std::ostream out(&buffer);
+    out.exceptions(std::ios::badbit);  // what the buffer throws reaches the command
+    MessageBuffer messages(out);
+    std::ostream err(&messages);
+    EXPECT_EQ(RunCommand({u"tables"_s, Local()}, {out, err}), kFailed);
+    EXPECT_EQ(messages.str(), message + "De uitvoer kan niet geschreven worden.\n");
+  }
 }
 
 TEST_F(Tool, AFileThatIsNotADatabaseIsReportedByName) {

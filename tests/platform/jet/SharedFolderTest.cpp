@@ -2,6 +2,7 @@
 // Links, other kinds of files, and the permissions of several users, on a real disk.
 #include "platform/jet/database/Database.h"
 #include "platform/jet/storage/Storage.h"
+#include "platform/jet/values/Codec.h"
 #include "platform/jet/values/Error.h"
 #include "tests/platform/jet/support/Child.h"
 #include "tests/platform/jet/support/FaultyFiles.h"
@@ -20,6 +21,7 @@
 #include <iterator>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace jet {
@@ -68,10 +70,17 @@ class SharedFolder : public testing::Test {
   static unsigned ModeOf(const fs::path& path) {
     return static_cast<unsigned>(fs::status(path).permissions() & fs::perms::mask);
   }
-  // Runs `work` as an unprivileged user and returns the failure.
-  static std::string AsAnother(const std::function<void()>& work) {
+  struct User {
+    ::uid_t user;  // also the primary group
+    std::vector<::gid_t> groups;
+    ::mode_t mask;
+  };
+  // Runs `work` as that user and returns the failure. Without root, all users are the one running the test.
+  static std::string As(const User& user, const std::function<void()>& work) {
     Child child([&](const Child::Acknowledge& acknowledge) {
-      if (::geteuid() == 0 && (::setgroups(0, nullptr) != 0 || ::setgid(kNobody) != 0 || ::setuid(kNobody) != 0))
+      ::umask(user.mask);
+      if (::geteuid() == 0 && (::setgroups(user.groups.size(), user.groups.data()) != 0 || ::setgid(user.user) != 0 ||
+                               ::setuid(user.user) != 0))
         ::_exit(3);
       for (const char each : test::MessageOf(work))
         acknowledge(each);
@@ -81,6 +90,16 @@ class SharedFolder : public testing::Test {
       message.push_back(static_cast<char>(each));
     EXPECT_EQ(child.Wait(), 0);
     return message;
+  }
+
+  // As an unprivileged user.
+  static std::string AsAnother(const std::function<void()>& work) { return As({kNobody, {}, 022}, work); }
+  // Is killed at that file call of a change.
+  void KilledAt(int call) const {
+    FaultyFiles files(HostFileSystem());
+    Storage dying(path_, test::TestOptions(), files);
+    files.FailAt(call, test::Fault::Dead);
+    test::ChangePages(dying);
   }
 
   fs::path folder_;
@@ -193,12 +212,8 @@ TEST_F(SharedFolder, TheLockFileAndTheJournalHaveTheRightsOfTheDatabase) {
       EXPECT_EQ(ModeOf(Companion(".ldb")), mode);
       // A killed writer leaves its journal.
       const Bytes before = Content(path_);
-      for (int call = 0; Content(path_) == before; ++call) {
-        FaultyFiles files(HostFileSystem());
-        Storage dying(path_, test::TestOptions(), files);
-        files.FailAt(call, test::Fault::Dead);
-        test::MessageOf([&] { test::ChangePages(dying); });
-      }
+      for (int call = 0; Content(path_) == before; ++call)
+        test::MessageOf([&] { KilledAt(call); });
       EXPECT_EQ(ModeOf(Companion(".mdb-journal")), mode);
       EXPECT_EQ(Read(path_), test::PagesBefore());
     }
@@ -242,15 +257,59 @@ TEST_P(OtherKinds, AreNoJournal) {
   EXPECT_EQ(Content(path_), test::TinyDatabase({1, 2, 3}));
 }
 
-// An empty (sparse) journal of 40 GB takes neither memory nor time.
+// Sparse journals of 40 GB that claim 256 pages, and as many pages as they have room for.
 TEST_F(SharedFolder, AHugeJournalIsRenamed) {
-  Bytes head(40);
-  std::copy_n("SPRJRNL1", 8, head.begin());
-  head[9] = 1;
-  Write(Companion(".mdb-journal"), head);
-  fs::resize_file(Companion(".mdb-journal"), std::uintmax_t{40} << 30);
-  EXPECT_TRUE(Names(test::MessageOf([&] { Read(path_); }), Companion(".mdb-journal-1")));
-  EXPECT_EQ(Read(path_), (Values{1, 2, 3}));
+  constexpr std::uint64_t kLength = std::uint64_t{40} << 30;
+  for (const std::uint64_t pages : {std::uint64_t{256}, kLength / 4232}) {
+    Bytes head(40);
+    std::copy_n("SPRJRNL1", 8, head.begin());
+    Store(&head[8], static_cast<std::uint32_t>(pages));
+    Store(&head[16], pages * kPageSize);
+    Store(&head[24], pages * kPageSize);
+    Write(Companion(".mdb-journal"), head);
+    fs::resize_file(Companion(".mdb-journal"), kLength);
+    EXPECT_TRUE(Names(test::MessageOf([&] { Read(path_); }), Companion(".mdb-journal-1"))) << pages;
+    EXPECT_EQ(Read(path_), (Values{1, 2, 3}));
+    fs::remove(Companion(".mdb-journal-1"));
+  }
+}
+
+// Two members of a group, each with another primary group, write in turn, whatever the umask of either. One is killed
+// midway, and the other rolls its change back.
+TEST_F(SharedFolder, TwoUsersOfAGroupWriteInTurn) {
+  constexpr ::uid_t kFirst = 1001;
+  constexpr ::gid_t kGroup = 2000;
+  for (const auto& [firstMask, secondMask] : {std::pair{022U, 077U}, std::pair{077U, 022U}, std::pair{077U, 077U}}) {
+    for (const unsigned folderMode : {0770U, 02770U}) {
+      if (::geteuid() == 0) {
+        ASSERT_EQ(::chown(folder_.c_str(), kFirst, kGroup), 0);
+        ASSERT_EQ(::chown(path_.c_str(), kFirst, kGroup), 0);
+      }
+      ASSERT_EQ(::chmod(folder_.c_str(), folderMode), 0);
+      ASSERT_EQ(::chmod(path_.c_str(), 0660), 0);
+      fs::remove(Companion(".ldb"));
+      const User first{kFirst, {kGroup}, firstMask};
+      const User second{kFirst + 1, {kGroup}, secondMask};
+      const auto changedBy = [&](const User& user, std::uint32_t value) {
+        return As(user, [&] {
+          Storage storage(path_, test::TestOptions(), HostFileSystem());
+          WriteTurn writing(storage);
+          test::Fill(storage, 1, value);
+          writing.Commit();
+        });
+      };
+      for (std::uint32_t value = 20; value < 24; ++value)
+        EXPECT_EQ(changedBy(value % 2 == 0 ? first : second, value), "");
+      EXPECT_EQ(Read(path_), (Values{23, 2, 3}));
+      const Bytes before = Content(path_);
+      for (int call = 0; Content(path_) == before; ++call)
+        As(first, [&] { KilledAt(call); });
+      EXPECT_TRUE(fs::exists(Companion(".mdb-journal")));
+      EXPECT_EQ(changedBy(second, 30), "");
+      EXPECT_FALSE(fs::exists(Companion(".mdb-journal")));
+      EXPECT_EQ(Read(path_), (Values{30, 2, 3}));
+    }
+  }
 }
 
 }  // namespace
