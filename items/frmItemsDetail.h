@@ -65,7 +65,7 @@ class frmItemsDetail : public EditorForm {
 
   // Saving.
   void RequireStillThere() const;
-  ItemRow ValuesOnScreen() const;
+  ItemRow ValuesOnScreen(qint32 id) const;
   void ReadPattern(ItemRow& row) const;
   bool WriteLinks(const Catalogue& catalogue) const;
 

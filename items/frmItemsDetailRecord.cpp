@@ -219,16 +219,11 @@ void frmItemsDetail::Opslaan() {
     const desktop::WaitPointer wait;
     RequireLoaded();
     RequireStillThere();
-    if (isNew_) {
-      const auto id = GetNewIDIfAny(catalogue.items, catalogue.items + u".ID", catalogue.databasePath);
-      if (!id) return;
-      id_ = *id;
-    }
-    const ItemRow row = ValuesOnScreen();
-    global.lastResult = isNew_ ? Insert_tblItems(row, catalogue.databasePath, catalogue.items)
-                               : Update_tblItems(row, catalogue.databasePath, catalogue.items);
-    if (WasCarriedOut()) isNew_ = false;
-    if (!global.lastResult) return;
+    const auto succeeded = WriteRecord(catalogue.databasePath, catalogue.items, [&](qint32 id) {
+      const auto write = isNew_ ? Insert_tblItems : Update_tblItems;
+      return global.lastResult = write(ValuesOnScreen(id), catalogue.databasePath, catalogue.items);
+    });
+    if (!succeeded.value_or(false)) return;
     if (WriteLinks(catalogue)) isDirty_ = false;
   });
 }
@@ -239,9 +234,9 @@ void frmItemsDetail::RequireStillThere() const {
   }
 }
 
-ItemRow frmItemsDetail::ValuesOnScreen() const {
+ItemRow frmItemsDetail::ValuesOnScreen(qint32 id) const {
   ItemRow row;
-  row.id = id_;
+  row.id = id;
   row.naam = runtime::TrimBlanks(ui_->txtNaam->text());
   row.aktief = ui_->chkAktief->isChecked() ? 1 : 0;
   row.locked = locked_;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "media/AudioEditor.h"
+#include "media/AudioFields.h"
 
 // The common controls in a form's layout.
 template <class Layout>

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "media/AudioEditor.h"
+#include "data/Rows.h"
+#include "media/AudioFields.h"
 
 #include <memory>
 
@@ -11,7 +12,7 @@ class frmItemPinglesDetail;
 
 // The editor of an item-pingle: a jingle that an item can play as opener, middle or closer. Required: it ignores the
 // end of playback; its timer runs until the dialog closes.
-class frmItemPinglesDetail : public AudioEditor {
+class frmItemPinglesDetail : public EditorForm {
   Q_OBJECT
 
  public:
@@ -19,11 +20,21 @@ class frmItemPinglesDetail : public AudioEditor {
   ~frmItemPinglesDetail() override;
 
  protected:
-  QString TableName() const override;
-  void FillRecord(const dao::Recordset& row) override;
-  QStringList ItemsUsing(qint32 id) const override;
-  bool Write(qint32 id, const QString& databasePath, const QString& table) override;
+  void InitForm() override;
+  void FillForm() override;
+  void InitControls() override;
+  void Loaded() override { fields_.Open(); }
+  bool OpslaanProceed() override;
+  void Opslaan() override;
+  void Form_Unload() override;
 
  private:
+  void cmdOk_Click();
+  void cmdAnnuleren_Click();
+
+  void FillRecord(const dao::Recordset& row);
+  ItemPingleRow RowToSave(qint32 id) const;
+
   std::unique_ptr<Ui::frmItemPinglesDetail> ui_;
+  AudioFields fields_;
 };

@@ -11,6 +11,7 @@
 #include "media/ControlsOf.h"
 #include "media/ValidityRemark.h"
 #include "platform/audio/AudioPlayer.h"
+#include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Dates.h"
 #include "platform/runtime/Numbers.h"
@@ -59,20 +60,29 @@ std::optional<int> HourOf(const QLineEdit* field) {
 }  // namespace
 
 frmItemSpotsDetail::frmItemSpotsDetail(QWidget* owner)
-    : AudioEditor({u"Item-spot"_s, u"Info-spot kiezen"_s}, owner), ui_(std::make_unique<Ui::frmItemSpotsDetail>()) {
+    : EditorForm(owner),
+      ui_(std::make_unique<Ui::frmItemSpotsDetail>()),
+      fields_({u"Item-spot"_s, u"Info-spot kiezen"_s, &Catalogue::itemSpots, ItemsWithSpot}, *this) {
   ui_->setupUi(this);
   constexpr QSize kOpeningSize(920, 668);
-  Wire(ControlsOf(*ui_), kOpeningSize);
+  fields_.Wire(ControlsOf(*ui_), kOpeningSize);
   WireFields();
 }
 
 frmItemSpotsDetail::~frmItemSpotsDetail() = default;
 
 void frmItemSpotsDetail::WireFields() {
-  connect(ui_->cobStart, &controls::DateCombo::textChanged, this, &frmItemSpotsDetail::cobStart_Change);
-  connect(ui_->cobStop, &controls::DateCombo::textChanged, this, &frmItemSpotsDetail::cobStop_Change);
-  connect(ui_->txtStartUur, &QLineEdit::textChanged, this, &frmItemSpotsDetail::txtStartUur_Change);
-  connect(ui_->txtEindUur, &QLineEdit::textChanged, this, &frmItemSpotsDetail::txtEindUur_Change);
+  connect(ui_->cmdOk, &QPushButton::clicked, this, &frmItemSpotsDetail::cmdOk_Click);
+  connect(ui_->cmdAnnuleren, &QPushButton::clicked, this, &frmItemSpotsDetail::cmdAnnuleren_Click);
+  connect(&fields_, &AudioFields::changed, this, &frmItemSpotsDetail::Changed);
+  // A dropped file is assumed to run from today.
+  connect(&fields_, &AudioFields::filledFromFile, this, [this] {
+    if (ui_->cobStart->Text().isEmpty()) ui_->cobStart->SetText(runtime::DateText(runtime::Now().date()));
+  });
+  for (const controls::DateCombo* date : {ui_->cobStart, ui_->cobStop})
+    connect(date, &controls::DateCombo::textChanged, this, &frmItemSpotsDetail::DateOrHourChanged);
+  for (const QLineEdit* hour : {ui_->txtStartUur, ui_->txtEindUur})
+    connect(hour, &QLineEdit::textChanged, this, &frmItemSpotsDetail::DateOrHourChanged);
   connect(&ui_->preview->Player(), &audio::AudioPlayer::stopped, this, &frmItemSpotsDetail::Player_Stop);
   ui_->preview->SetNextSound([this] { return NextSound(); });
   connect(ui_->chkAktief, &QCheckBox::toggled, this, &frmItemSpotsDetail::ShowValidity);
@@ -92,25 +102,30 @@ QString frmItemSpotsDetail::NextSound() const {
   return {};
 }
 
-QString frmItemSpotsDetail::TableName() const {
-  return CurrentCatalogue().itemSpots;
+void frmItemSpotsDetail::InitForm() {
+  Trapped(__func__, [&] { setWindowTitle(fields_.Caption()); });
+}
+
+void frmItemSpotsDetail::FillForm() {
+  Trapped(__func__, [&] {
+    if (isNew_) FillNew();
+    const dao::Recordset row = fields_.ReadRecord();
+    if (!row.Eof()) FillRecord(row);
+    MarkLoaded();
+  });
 }
 
 void frmItemSpotsDetail::FillNew() {
-  AudioEditor::FillNew();
+  fields_.FillNew();
   ui_->txtStartUur->setText(QString::number(kFirstHour));
   ui_->txtEindUur->setText(QString::number(kLastHour));
 }
 
-// A dropped file is assumed to run from today.
-void frmItemSpotsDetail::FillDropped() {
-  if (ui_->cobStart->Text().isEmpty()) ui_->cobStart->SetText(runtime::DateText(runtime::Now().date()));
-}
-
+// The order decides what is shown when a field cannot be read.
 void frmItemSpotsDetail::FillRecord(const dao::Recordset& row) {
-  FillPath(row);
-  FillNaam(row);
-  FillLengteSec(row);
+  fields_.FillPath(row);
+  fields_.FillNaam(row);
+  fields_.FillLengteSec(row);
   FillDate(ui_->cobStart, row.Field(u"StartDatum"_s));
   FillNumber(ui_->txtStartUur, row.Field(u"StartUur"_s));
   FillDate(ui_->cobStop, row.Field(u"EindDatum"_s));
@@ -118,19 +133,22 @@ void frmItemSpotsDetail::FillRecord(const dao::Recordset& row) {
   FillNumber(ui_->txtAantalGedraaid, row.Field(u"Aantalgedraaid"_s));
   const QVariant played = row.Field(u"LaatstGedraaid"_s);
   if (!played.isNull()) ui_->txtLaatstGedraaid->setText(MomentText(played));
-  FillAktief(row);
-  FillMixPunt(row);
+  fields_.FillAktief(row);
+  fields_.FillMixPunt(row);
 }
 
 void frmItemSpotsDetail::InitControls() {
   Trapped(__func__, [&] {
-    AudioEditor::InitControls();
-    LockControl(u"txtAantalGedraaid"_s, true);
-    LockControl(u"txtLaatstGedraaid"_s, true);
+    for (const QString& field : {u"txtPath"_s, u"txtLengteSec"_s, u"txtAantalGedraaid"_s, u"txtLaatstGedraaid"_s})
+      LockControl(field, true);
   });
 }
 
-bool frmItemSpotsDetail::OwnFieldsValid() {
+bool frmItemSpotsDetail::OpslaanProceed() {
+  return Trapped(__func__, false, [&] { return Accept(fields_.Check()) && ValidityProceed(); });
+}
+
+bool frmItemSpotsDetail::ValidityProceed() {
   ValidityInput input{ui_->cobStart->HoldsDate(), ui_->txtStartUur->text(), ui_->cobStop->HoldsDate(),
                       ui_->txtEindUur->text()};
   const std::optional<Refusal> refusal = CheckValidity(input);
@@ -139,43 +157,55 @@ bool frmItemSpotsDetail::OwnFieldsValid() {
   return Accept(refusal);
 }
 
-QStringList frmItemSpotsDetail::ItemsUsing(qint32 id) const {
-  return ItemsWithSpot(id);
+// Dirty until every step succeeded: after a failure the form stays open with the user's input.
+void frmItemSpotsDetail::Opslaan() {
+  Trapped(__func__, [&] {
+    isDirty_ = true;
+    RequireLoaded();
+    const desktop::WaitPointer wait;
+    fields_.RequireStillThere();
+    const bool wasNew = isNew_;
+    const Catalogue catalogue = CurrentCatalogue();
+    const auto succeeded = WriteRecord(catalogue.databasePath, catalogue.itemSpots, [&](qint32 id) {
+      const auto write = isNew_ ? Insert_tblItemSpots : Update_tblItemSpots;
+      return write(RowToSave(id), catalogue.databasePath, catalogue.itemSpots);
+    });
+    if (!succeeded) return;
+    fields_.AddToAudioList(wasNew);
+    isDirty_ = !*succeeded;
+  });
 }
 
-bool frmItemSpotsDetail::Write(qint32 id, const QString& databasePath, const QString& table) {
+ItemSpotRow frmItemSpotsDetail::RowToSave(qint32 id) const {
   ItemSpotRow row;
   row.id = id;
-  row.path = PathToSave();
-  row.naam = NaamToSave();
-  row.lengteSec = LengteSecToSave();
+  row.path = fields_.PathToSave();
+  row.naam = fields_.NaamToSave();
+  row.lengteSec = fields_.LengteSecToSave();
   row.startPunt = 0;
-  row.mixpunt = MixPuntToSave();
+  row.mixpunt = fields_.MixPuntToSave();
   row.startDatum = DayToSave(ui_->cobStart);
   row.startUur = HourToSave(ui_->txtStartUur, kFirstHour);
   row.eindDatum = DayToSave(ui_->cobStop);
   row.eindUur = HourToSave(ui_->txtEindUur, kLastHour);
-  row.aktief = AktiefToSave();
-  return isNew_ ? Insert_tblItemSpots(row, databasePath, table) : Update_tblItemSpots(row, databasePath, table);
+  row.aktief = fields_.AktiefToSave();
+  return row;
 }
 
-void frmItemSpotsDetail::cobStart_Change() {
-  Trapped(__func__, [&] { Changed(); });
-  ShowValidity();
+void frmItemSpotsDetail::cmdOk_Click() {
+  Trapped(__func__, [&] { SaveAndClose(); });
 }
 
-void frmItemSpotsDetail::cobStop_Change() {
-  Trapped(__func__, [&] { Changed(); });
-  ShowValidity();
+void frmItemSpotsDetail::cmdAnnuleren_Click() {
+  Trapped(__func__, [&] { CancelAndClose(); });
 }
 
-void frmItemSpotsDetail::txtStartUur_Change() {
-  Trapped(__func__, [&] { Changed(); });
-  ShowValidity();
+void frmItemSpotsDetail::Form_Unload() {
+  ui_->preview->Close();
 }
 
-void frmItemSpotsDetail::txtEindUur_Change() {
-  Trapped(__func__, [&] { Changed(); });
+void frmItemSpotsDetail::DateOrHourChanged() {
+  Changed();
   ShowValidity();
 }
 
@@ -187,7 +217,7 @@ void frmItemSpotsDetail::Player_Stop() {
 
 void frmItemSpotsDetail::ShowValidity() {
   SpotFacts spot;
-  spot.path = PathToSave();
+  spot.path = fields_.PathToSave();
   spot.aktief = ui_->chkAktief->isChecked();
   spot.startDatum = ui_->cobStart->Date();
   spot.eindDatum = ui_->cobStop->Date();

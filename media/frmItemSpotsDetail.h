@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "media/AudioEditor.h"
+#include "data/Rows.h"
+#include "media/AudioFields.h"
 
 #include <memory>
 
@@ -10,7 +11,7 @@ class frmItemSpotsDetail;
 }
 
 // The editor of an item-spot: one audio file that an item can play, with its days and hours of validity.
-class frmItemSpotsDetail : public AudioEditor {
+class frmItemSpotsDetail : public EditorForm {
   Q_OBJECT
 
  public:
@@ -18,26 +19,29 @@ class frmItemSpotsDetail : public AudioEditor {
   ~frmItemSpotsDetail() override;
 
  protected:
-  QString TableName() const override;
-  void FillNew() override;
-  void FillDropped() override;
-  void FillRecord(const dao::Recordset& row) override;
+  void InitForm() override;
+  void FillForm() override;
   void InitControls() override;
-  bool OwnFieldsValid() override;
-  QStringList ItemsUsing(qint32 id) const override;
-  bool Write(qint32 id, const QString& databasePath, const QString& table) override;
+  void Loaded() override { fields_.Open(); }
+  bool OpslaanProceed() override;
+  void Opslaan() override;
+  void Form_Unload() override;
 
  private:
-  void cobStart_Change();
-  void cobStop_Change();
-  void txtStartUur_Change();
-  void txtEindUur_Change();
+  void cmdOk_Click();
+  void cmdAnnuleren_Click();
   void Player_Stop();
 
   void WireFields();
+  void FillNew();
+  void FillRecord(const dao::Recordset& row);
+  void DateOrHourChanged();
+  bool ValidityProceed();
+  ItemSpotRow RowToSave(qint32 id) const;
   // The sound that follows this spot in the first block where one does.
   QString NextSound() const;
   void ShowValidity();
 
   std::unique_ptr<Ui::frmItemSpotsDetail> ui_;
+  AudioFields fields_;
 };

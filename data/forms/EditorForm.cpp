@@ -2,9 +2,11 @@
 #include "data/forms/EditorForm.h"
 
 #include "data/Globals.h"
+#include "data/Lookups.h"
 #include "data/MessageNumbers.h"
 #include "data/Messages.h"
 #include "data/Text.h"
+#include "data/Writes.h"
 #include "platform/dao/Database.h"
 #include "platform/dao/SqlText.h"
 #include "platform/desktop/WaitPointer.h"
@@ -41,6 +43,17 @@ void EditorForm::RequireLoaded() const {
   if (!isNew_ && !(loaded_ && complete_)) {
     throw runtime::Error(u"Dit record kon bij het openen niet in zijn geheel gelezen worden. Er is niets bewaard."_s);
   }
+}
+
+std::optional<bool> EditorForm::WriteRecord(const QString& databasePath, const QString& table,
+                                            const std::function<bool(qint32 id)>& write) {
+  const std::optional<qint32> id = isNew_ ? GetNewIDIfAny(table, table + u".ID", databasePath) : id_;
+  if (!id) return std::nullopt;
+  const bool succeeded = write(*id);
+  if (!WasCarriedOut()) return std::nullopt;
+  id_ = *id;
+  isNew_ = false;
+  return succeeded;
 }
 
 bool EditorForm::Accept(const std::optional<Refusal>& refusal) {

@@ -4,6 +4,7 @@
 #include "data/Refusal.h"
 #include "data/forms/Form.h"
 
+#include <functional>
 #include <optional>
 
 // Base of the detail editors: a new or existing record, unsaved changes, saving and cancelling.
@@ -54,6 +55,11 @@ class EditorForm : public Form {
   // Throws runtime::Error unless an existing record was read completely: saving would overwrite the missing parts with
   // empty values.
   void RequireLoaded() const;
+
+  // Writes the record with `write`, under its ID or a new ID of the table, and returns the result of `write`. Empty
+  // when nothing was written; otherwise the record exists: id_ and isNew_ are up to date. Throws runtime::Error.
+  std::optional<bool> WriteRecord(const QString& databasePath, const QString& table,
+                                  const std::function<bool(qint32 id)>& write);
 
   bool isDirty_ = false;
   bool isNew_ = false;

@@ -3,7 +3,7 @@
 #include "data/Messages.h"
 #include "data/Text.h"
 #include "data/forms/DroppedAudio.h"
-#include "media/AudioEditor.h"
+#include "media/AudioFields.h"
 #include "media/AudioPreview.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
@@ -16,23 +16,23 @@
 using namespace Qt::StringLiterals;
 using runtime::Trapped;
 
-void AudioEditor::cmdPath_Click() {
+void AudioFields::cmdPath_Click() {
   Trapped(__func__, [&] {
     codFile_.SetStartFolder(controls_.preview->LastFolder());
-    TakeFile(codFile_.ShowOpen(this));
+    TakeFile(codFile_.ShowOpen(&editor_));
   });
 }
 
-void AudioEditor::TakeFile(const QString& hostPath) {
+void AudioFields::TakeFile(const QString& hostPath) {
   WarnWhenUnmapped(hostPath);
   const QString bestand = hostPath.isEmpty() ? QString() : runtime::PathText(hostPath);
   controls_.preview->LaadBestand(bestand);
   controls_.txtPath->setText(runtime::TrimBlanks(bestand));
-  Changed();
+  Q_EMIT changed();
   pathChanged_ = true;
 }
 
-void AudioEditor::WarnWhenUnmapped(const QString& hostPath) {
+void AudioFields::WarnWhenUnmapped(const QString& hostPath) {
   if (hostPath.isEmpty() || runtime::IsMapped(hostPath)) return;
   ShowItemsMessage(
       u"'%1' ligt buiten de schijven die in ovalis.ini staan (sectie [Drives]).\r\nAndere computers "
@@ -40,7 +40,7 @@ void AudioEditor::WarnWhenUnmapped(const QString& hostPath) {
       kStyleExclamation);
 }
 
-void AudioEditor::cmdFillName_Click() {
+void AudioFields::cmdFillName_Click() {
   Trapped(__func__, [&] {
     constexpr qsizetype kExtension = 4;  // including the point: ".MP3"
     if (IsKull(controls_.txtPath->text())) return;
@@ -50,16 +50,16 @@ void AudioEditor::cmdFillName_Click() {
       throw runtime::Error(u"De bestandsnaam '%1' is te kort om er een naam van te maken."_s.arg(file));
     }
     controls_.txtNaam->setText(file.chopped(kExtension));
-    Changed();
+    Q_EMIT changed();
   });
 }
 
 // One dropped file is used for this record, as if chosen with the dialog. Several files each become a new record, so
 // the editor must be on a new record.
-void AudioEditor::Form_DropFiles(const QStringList& files) {
+void AudioFields::Form_DropFiles(const QStringList& files) {
   Trapped(__func__, [&] {
     const QStringList audio = AcceptedAudio(files);
-    if (audio.size() > 1 && !isNew_) {
+    if (audio.size() > 1 && !editor_.IsNew()) {
       ShowItemsMessage(
           u"Zet hier één geluidsbestand neer: dit venster wijzigt één bestaand record.\r\nMeer bestanden "
           u"tegelijk kunnen op de lijst, of op het venster van een nieuw record."_s,
@@ -76,9 +76,9 @@ void AudioEditor::Form_DropFiles(const QStringList& files) {
 }
 
 // A new record without a file uses the first queued file.
-void AudioEditor::TakeDropped() {
+void AudioFields::TakeDropped() {
   Trapped(__func__, [&] {
-    if (!isNew_ || !IsKull(controls_.txtPath->text())) return;
+    if (!editor_.IsNew() || !IsKull(controls_.txtPath->text())) return;
     const QString file = TakeDroppedAudio();
     ShowWaiting();
     if (file.isNull()) return;
@@ -88,13 +88,13 @@ void AudioEditor::TakeDropped() {
 }
 
 // Fields that a new record gets from its file besides path and length.
-void AudioEditor::FillFromFile() {
-  if (!isNew_) return;
+void AudioFields::FillFromFile() {
+  if (!editor_.IsNew()) return;
   if (IsKull(controls_.txtNaam->text())) cmdFillName_Click();
-  FillDropped();
+  Q_EMIT filledFromFile();
 }
 
-void AudioEditor::ShowWaiting() {
+void AudioFields::ShowWaiting() {
   const qsizetype left = DroppedAudioLeft();
   controls_.lblToelichting->setText(left == 0 ? QString() : u"en nog %1"_s.arg(left));
 }
