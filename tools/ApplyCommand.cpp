@@ -64,8 +64,8 @@ void Show(const apply::Result& result, bool isPlan, std::ostream& out) {
   }
   line(result.path + (isPlan ? u": zou doen: "_s : u": "_s) + result.Summary());
   for (const apply::ReportLine& one : result.lines) {
-    const bool isOrdinary = one.what == apply::What::New || one.what == apply::What::Changed ||
-                            one.what == apply::What::Deleted;
+    const bool isOrdinary =
+        one.what == apply::What::New || one.what == apply::What::Changed || one.what == apply::What::Deleted;
     if (!isOrdinary) line(u"  "_s + (one.line > 0 ? u"regel %1: "_s.arg(one.line) : QString()) + one.text);
   }
   if (result.LooksCarriedOutElsewhere()) {
@@ -142,8 +142,9 @@ int ApplyExports(const Arguments& arguments, const Streams& streams) {
 Command ApplyCommand() {
   return {
       .name = u"apply"_s,
-      .usage = u"DATABASE [BESTAND...] [--from NAAM] [--folder MAP] [--dry-run] [--report CSV] [--audio-to MAP] "
-               "[--program MAP] [--out-of-order]"_s,
+      .usage =
+          u"DATABASE [BESTAND...] [--from NAAM] [--folder MAP] [--dry-run] [--report CSV] [--audio-to MAP] "
+          "[--program MAP] [--out-of-order]"_s,
       .summary = u"Verwerkt exports van een werkstation dat offline werkte in de gedeelde database."_s,
       .run = ApplyExports,
       .details =

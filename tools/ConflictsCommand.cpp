@@ -30,8 +30,8 @@ void Show(const apply::Conflict& conflict, std::ostream& out) {
   if (!conflict.offline) line(u"   offline: verwijderd"_s);
   if (!conflict.server) line(u"   server: is er niet"_s);
   for (const apply::FieldDifference& field : apply::DifferencesOf(conflict)) {
-    line(u"   %1%2: was \"%3\", offline \"%4\", server \"%5\""_s.arg(field.isConflict ? u"! "_s : QString(), field.field,
-                                                                  field.before, field.offline, field.server));
+    line(u"   %1%2: was \"%3\", offline \"%4\", server \"%5\""_s.arg(
+        field.isConflict ? u"! "_s : QString(), field.field, field.before, field.offline, field.server));
   }
 }
 

@@ -21,7 +21,8 @@ std::vector<Result> Plan(const QString& database, const std::vector<ExportFile>&
 // A file that was processed is looked up first without a writer's turn, so that not even a lock is written.
 Result CarryOut(const QString& database, const ExportFile& file, const Options& options) {
   dao::Database opened = dao::OpenDatabase(database);
-  if (const auto processed = FindProcessed(ReadLedger(opened), file, options.source)) return DoneBefore(file, *processed);
+  if (const auto processed = FindProcessed(ReadLedger(opened), file, options.source))
+    return DoneBefore(file, *processed);
   dao::StatementTransaction transaction(opened);
   Result result = Run(transaction, file, options).Do();
   if (!result.doneBefore) transaction.Commit();

@@ -68,8 +68,13 @@ QString VersionsText(const Conflict& conflict) {
   record.references.append({NameOf(conflict.table), conflict.number, conflict.fingerprint});
   QByteArray text = basis::Encode(record) + '\n' + basis::Encode(EntryOf(conflict, {}, conflict.server));
   if (conflict.hasLists) {
-    basis::Entry lists{NameOf(Table::Links), u"ItemID"_s, conflict.number, {u"ItemSpotOrder"_s, u"ItemSpotID"_s},
-                       RowsOfList(conflict.baseList), RowsOfList(conflict.offlineList), {}};
+    basis::Entry lists{NameOf(Table::Links),
+                       u"ItemID"_s,
+                       conflict.number,
+                       {u"ItemSpotOrder"_s, u"ItemSpotID"_s},
+                       RowsOfList(conflict.baseList),
+                       RowsOfList(conflict.offlineList),
+                       {}};
     text += '\n' + basis::Encode(lists);
     lists.before.clear();
     lists.after = RowsOfList(conflict.serverList);

@@ -17,11 +17,11 @@ class Database;
 namespace apply {
 
 enum class Reason {
-  BothChanged,   // the same field, on the workstation and on the server, to different values
-  Gone,          // changed on the workstation, deleted on the server
-  Deleted,       // deleted on the workstation, changed on the server
-  OtherRecord,   // the number is another record's by now
-  ListsDiffer    // the spots of an item were changed on both sides
+  BothChanged,  // the same field, on the workstation and on the server, to different values
+  Gone,         // changed on the workstation, deleted on the server
+  Deleted,      // deleted on the workstation, changed on the server
+  OtherRecord,  // the number is another record's by now
+  ListsDiffer   // the spots of an item were changed on both sides
 };
 
 enum class Side { Server, Offline };
@@ -35,7 +35,7 @@ struct Conflict {
   Table table = Table::Items;
   qint64 number = 0;  // of the record in the shared database
   Reason reason = Reason::BothChanged;
-  QStringList fields;  // of the three versions; all of the table, or those that an export without a basis gives
+  QStringList fields;          // of the three versions; all of the table, or those that an export without a basis gives
   std::optional<Row> base;     // before the change; not known without a basis
   std::optional<Row> offline;  // what the workstation made of it
   std::optional<Row> server;   // when it was met; once it is settled, what it was before that

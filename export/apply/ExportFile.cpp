@@ -56,9 +56,9 @@ void TakeBasis(ExportFile& file, qsizetype bytes) {
   }
   for (std::size_t i = 0; i < read.entries.size(); ++i) {
     if (!read.entries[i] || BelongsTo(*read.entries[i], file.statements[i])) continue;
-    throw runtime::Error(u"Het bestand '%1' is niet bruikbaar: regel %2 hoort niet bij de opdracht op regel %3 van "
-                         "'%4'."_s.arg(path, QString::number(i + 2), QString::number(file.statements[i].line),
-                                       file.name));
+    throw runtime::Error(
+        u"Het bestand '%1' is niet bruikbaar: regel %2 hoort niet bij de opdracht op regel %3 van "
+        "'%4'."_s.arg(path, QString::number(i + 2), QString::number(file.statements[i].line), file.name));
   }
   file.basis = std::move(read.header);
   file.entries = std::move(read.entries);

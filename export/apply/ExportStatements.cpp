@@ -215,10 +215,9 @@ class Parser {
   [[noreturn]] void Fail(const QString& what) const {
     const bool isCut = at_ >= content_.size();
     const QByteArray shown = content_.mid(start_, kLongestShown);
-    throw runtime::Error(
-        u"Het bestand '%1' is niet verwerkt: regel %2: %3.\n%4"_s.arg(path_, QString::number(startLine_),
-                                                                    isCut ? u"de opdracht is afgebroken"_s : what,
-                                                                    runtime::FromCodePage(shown).simplified()));
+    throw runtime::Error(u"Het bestand '%1' is niet verwerkt: regel %2: %3.\n%4"_s.arg(
+        path_, QString::number(startLine_), isCut ? u"de opdracht is afgebroken"_s : what,
+        runtime::FromCodePage(shown).simplified()));
   }
 
   const QByteArray& content_;

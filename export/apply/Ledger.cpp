@@ -121,18 +121,12 @@ void MakeLedgerTables(dao::StatementTransaction& transaction) {
 }
 
 void AddToLedger(dao::StatementTransaction& transaction, const Processed& row) {
-  const std::vector<dao::Value> values{std::int64_t{row.id},
-                                       TextValue(row.exportID),
-                                       TextValue(row.source),
-                                       TextValue(row.name.left(255)),
-                                       TextValue(row.stamp),
-                                       TextValue(row.digest),
-                                       runtime::DayNumber(row.moment),
-                                       TextValue(row.who.left(100)),
-                                       std::int64_t{row.statements},
-                                       TextValue(row.summary.left(255)),
-                                       std::int64_t{row.highest[0]},
-                                       std::int64_t{row.highest[1]},
+  const std::vector<dao::Value> values{std::int64_t{row.id},           TextValue(row.exportID),
+                                       TextValue(row.source),          TextValue(row.name.left(255)),
+                                       TextValue(row.stamp),           TextValue(row.digest),
+                                       runtime::DayNumber(row.moment), TextValue(row.who.left(100)),
+                                       std::int64_t{row.statements},   TextValue(row.summary.left(255)),
+                                       std::int64_t{row.highest[0]},   std::int64_t{row.highest[1]},
                                        std::int64_t{row.highest[2]}};
   transaction.Insert(ledger::kFiles, values);
 }

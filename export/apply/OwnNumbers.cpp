@@ -43,7 +43,8 @@ OwnNumbers::OwnNumbers(dao::StatementTransaction& transaction, const QString& so
     const qint64 server = WholeOf(row.values[kNummerServer]);
     made_.insert(KeyOf(*table, server));
     if (TextOf(row.values[kBron]).compare(source, Qt::CaseInsensitive) != 0) continue;
-    own_[KeyOf(*table, WholeOf(row.values[kNummer]))] = Kept{{server, TextOf(row.values[kVingerafdruk])}, row.id, false};
+    own_[KeyOf(*table, WholeOf(row.values[kNummer]))] =
+        Kept{{server, TextOf(row.values[kVingerafdruk])}, row.id, false};
   }
 }
 
@@ -75,20 +76,12 @@ void OwnNumbers::SetFingerprint(Table table, qint64 number, const QString& finge
   kept.isChanged = true;
 }
 
-void OwnNumbers::Remove(Table table, qint64 number) {
-  const Kept kept = own_.take(KeyOf(table, number));
-  if (kept.row) removed_.push_back(*kept.row);
-}
-
 void OwnNumbers::Store() {
   qint64 id = transaction_.Highest(ledger::kNumbers, u"ID"_s);
   const auto insert = [&](const Key& key, const Own& own) {
-    const std::vector<dao::Value> values{std::int64_t{++id},
-                                         source_.toStdU16String(),
-                                         NameOf(static_cast<Table>(key.first)).toStdU16String(),
-                                         std::int64_t{key.second},
-                                         std::int64_t{own.server},
-                                         own.fingerprint.toStdU16String()};
+    const std::vector<dao::Value> values{
+        std::int64_t{++id},       source_.toStdU16String(), NameOf(static_cast<Table>(key.first)).toStdU16String(),
+        std::int64_t{key.second}, std::int64_t{own.server}, own.fingerprint.toStdU16String()};
     transaction_.Insert(ledger::kNumbers, values);
   };
   for (const auto& [key, kept] : replaced_)
@@ -102,7 +95,6 @@ void OwnNumbers::Store() {
       insert(kept.key(), *kept);
     }
   }
-  if (!removed_.empty()) transaction_.Delete(ledger::kNumbers, removed_);
 }
 
 }  // namespace apply

@@ -20,21 +20,21 @@ class OwnNumbers {
  public:
   struct Own {
     qint64 server = 0;
-    QString fingerprint;  // empty: not known
+    QString fingerprint;  // empty: not known; kDeleted: the workstation deleted it
   };
+  static inline const QString kDeleted = QStringLiteral("weg");
 
   OwnNumbers(dao::StatementTransaction& transaction, const QString& source);
 
   // The workstation's own record of that number, made by its last INSERT.
   const Own* Find(Table table, qint64 number) const;
-  // The own record when `fingerprint` is that of its row, or nothing is known of either.
+  // The own record when `fingerprint` is that of its row, or one of the two is empty.
   const Own* FindAs(Table table, qint64 number, const QString& fingerprint) const;
   // Whether the record of that number in the shared database was made by an export, of any workstation.
   bool IsMadeByExport(Table table, qint64 server) const;
 
   void Add(Table table, qint64 number, const Own& own);
   void SetFingerprint(Table table, qint64 number, const QString& fingerprint);
-  void Remove(Table table, qint64 number);
 
   // Writes what changed.
   void Store();
@@ -52,7 +52,6 @@ class OwnNumbers {
   QHash<Key, Kept> own_;
   QSet<Key> made_;
   std::vector<std::pair<Key, Kept>> replaced_;  // new in this transaction, and replaced by another of that number
-  std::vector<dao::RowId> removed_;
 };
 
 }  // namespace apply

@@ -62,19 +62,28 @@ QString RecordText(Table table, qint64 number, const QString& name) {
 }
 
 QStringList ReportHeader() {
-  return {u"Bestand"_s, u"Regel"_s, u"Wat"_s, u"Soort"_s, u"Nummer"_s, u"Nummer op de server"_s, u"Naam"_s, u"Uitleg"_s};
+  return {u"Bestand"_s, u"Regel"_s, u"Wat"_s, u"Soort"_s, u"Nummer"_s, u"Nummer op de server"_s,
+          u"Naam"_s,    u"Uitleg"_s};
 }
 
 QList<QStringList> ReportRows(const Result& result) {
   QList<QStringList> rows;
   if (result.doneBefore) {
-    rows += {result.path, {}, u"eerder verwerkt"_s, {}, {}, {}, {},
+    rows += {result.path,
+             {},
+             u"eerder verwerkt"_s,
+             {},
+             {},
+             {},
+             {},
              result.processed.toString(u"dd-MM-yyyy HH:mm:ss"_s) + u' ' + result.processedName};
   }
   const auto number = [](qint64 value) { return value == 0 ? QString() : QString::number(value); };
   for (const ReportLine& line : result.lines) {
-    rows += {result.path,         number(line.line),         WordFor(line.what), line.number == 0 ? QString() : WordFor(line.table),
-             number(line.number), number(line.serverNumber), line.name,          line.text};
+    rows += {result.path,         number(line.line),
+             WordFor(line.what),  line.number == 0 ? QString() : WordFor(line.table),
+             number(line.number), number(line.serverNumber),
+             line.name,           line.text};
   }
   return rows;
 }

@@ -12,7 +12,6 @@ namespace apply {
 namespace {
 
 constexpr std::size_t kBetweenProgress = 200;  // statements
-const QString kDeleted = u"weg"_s;             // in the place of a fingerprint: no row has it
 
 QString MomentText(const QDateTime& moment) {
   return moment.toString(u"dd-MM-yyyy HH:mm:ss"_s);
@@ -65,25 +64,26 @@ Result Run::Do() {
   for (std::size_t i = 0; i < changedConflicts_.size(); ++i) {
     if (changedConflicts_[i]) StoreConflict(transaction_, conflicts_[static_cast<qsizetype>(i)]);
   }
-  AddToLedger(transaction_,
-              {fileID_, file_.basis ? file_.basis->exportID : QString(), options_.source, file_.name, file_.stamp,
-               QString::fromLatin1(file_.digest), result_.processed, options_.who, result_.statements,
-               result_.Summary(), highest_});
+  AddToLedger(transaction_, {fileID_, file_.basis ? file_.basis->exportID : QString(), options_.source, file_.name,
+                             file_.stamp, QString::fromLatin1(file_.digest), result_.processed, options_.who,
+                             result_.statements, result_.Summary(), highest_});
   return result_;
 }
 
 void Run::RequireOrder(const QList<Processed>& ledger) const {
   if (options_.outOfOrder) return;
   if (file_.stamp.isEmpty()) {
-    throw runtime::Error(u"Het bestand '%1' is niet verwerkt: de naam van een export is jjjjmmdduummss.tql, en daaruit "
-                         "blijkt de volgorde. Geef het zijn naam terug, of kies ervoor om het buiten de volgorde te "
-                         "verwerken."_s.arg(file_.path));
+    throw runtime::Error(
+        u"Het bestand '%1' is niet verwerkt: de naam van een export is jjjjmmdduummss.tql, en daaruit "
+        "blijkt de volgorde. Geef het zijn naam terug, of kies ervoor om het buiten de volgorde te "
+        "verwerken."_s.arg(file_.path));
   }
   for (const Processed& row : ledger) {
     if (row.source.compare(options_.source, Qt::CaseInsensitive) != 0 || row.stamp <= file_.stamp) continue;
-    throw runtime::Error(u"Het bestand '%1' is niet verwerkt: van '%2' is '%3' al verwerkt (%4), en dat is van later. "
-                         "Kies ervoor om het buiten de volgorde te verwerken als dat zo moet."_s.arg(
-                             file_.path, row.source, row.name, MomentText(row.moment)));
+    throw runtime::Error(
+        u"Het bestand '%1' is niet verwerkt: van '%2' is '%3' al verwerkt (%4), en dat is van later. "
+        "Kies ervoor om het buiten de volgorde te verwerken als dat zo moet."_s.arg(file_.path, row.source, row.name,
+                                                                                    MomentText(row.moment)));
   }
 }
 
@@ -239,9 +239,8 @@ Run::Change Run::ChangeOf(const Unit& unit) {
   for (std::optional<Row>* row : {&change.base, &change.after}) {
     if (*row) (**row)[target_.Place(unit.table, u"ID"_s)] = std::int64_t{change.number};
   }
-  if (own != nullptr && statement.verb == Verb::Update)
-    numbers_->SetFingerprint(unit.table, unit.key, change.fingerprint);
-  if (own != nullptr && statement.verb == Verb::Delete) numbers_->Remove(unit.table, unit.key);
+  if (own != nullptr && statement.verb != Verb::Insert && (change.entry == nullptr || change.base))
+    numbers_->SetFingerprint(unit.table, unit.key, change.deletes ? OwnNumbers::kDeleted : change.fingerprint);
   TakeList(unit, change);
   return change;
 }
@@ -249,7 +248,8 @@ Run::Change Run::ChangeOf(const Unit& unit) {
 bool Run::SameRecord(Table table, const Row& left, const Row& right) const {
   const QList<dao::FieldDef>& fields = target_.Definition(table).fields;
   for (std::size_t place = 0; place < left.size(); ++place) {
-    if (!basis::Same(left[place], right[place]) && !IsPlayCount(fields[static_cast<qsizetype>(place)].name)) return false;
+    if (!basis::Same(left[place], right[place]) && !IsPlayCount(fields[static_cast<qsizetype>(place)].name))
+      return false;
   }
   return true;
 }
@@ -278,7 +278,7 @@ void Run::InsertRecord(const Unit& unit) {
   const QString why = wasUsed ? u"%1 was eerder van een andere opname"_s : u"%1 was al in gebruik"_s;
   Add(What::Renumbered, change,
       u"%1 is nieuw en kreeg nummer %2: %3"_s.arg(Shown(change), QString::number(change.number),
-                                                why.arg(QString::number(change.key))));
+                                                  why.arg(QString::number(change.key))));
 }
 
 void Run::UpdateRecord(const Unit& unit) {
@@ -331,7 +331,8 @@ bool Run::IsOtherRecord(const Change& change, const Row& found) const {
   };
   if (!isUnknown(u"Naam"_s)) return false;
   if (change.table != Table::Items) return isUnknown(u"Path"_s);
-  return std::ranges::any_of(change.fields, [&](const QString& field) { return field != u"Naam"_s && isUnknown(field); });
+  return std::ranges::any_of(change.fields,
+                             [&](const QString& field) { return field != u"Naam"_s && isUnknown(field); });
 }
 
 void Run::DeleteRecord(const Unit& unit) {
@@ -425,7 +426,7 @@ void Run::Extend(Conflict& conflict, const Change& change) {
     conflict.hasLists = true;
     conflict.offlineList = change.list;
   }
-  conflict.fingerprint = change.deletes ? kDeleted : change.fingerprint;
+  conflict.fingerprint = change.deletes ? OwnNumbers::kDeleted : change.fingerprint;
   Add(What::Conflict, change, u"%1 hoort bij een botsing die nog wacht"_s.arg(Shown(change)));
 }
 
@@ -455,11 +456,11 @@ void Run::Wait(const Change& change, Reason reason, const std::optional<Row>& se
     conflict.offlineList = change.list;
     conflict.serverList = serverList;
   }
-  conflict.fingerprint = change.deletes ? kDeleted : change.fingerprint;
+  conflict.fingerprint = change.deletes ? OwnNumbers::kDeleted : change.fingerprint;
   if (change.after && change.entry != nullptr) conflict.fingerprint = basis::Fingerprint(change.entry->after.first());
   StoreConflict(transaction_, conflict);
-  Add(What::Conflict, change, u"%1 botst: %2 (botsing %3)"_s.arg(Shown(change), TextFor(reason),
-                                                               QString::number(conflict.id)));
+  Add(What::Conflict, change,
+      u"%1 botst: %2 (botsing %3)"_s.arg(Shown(change), TextFor(reason), QString::number(conflict.id)));
   conflicts_ += std::move(conflict);
   changedConflicts_.push_back(false);
 }
@@ -471,8 +472,9 @@ QString Run::Shown(const Change& change) const {
 
 void Run::Add(What what, const Change& change, const QString& text) {
   const std::optional<Row>& row = change.after ? change.after : change.base;
-  result_.lines += {what,          change.line, change.table, change.key,
-                    change.number, row ? target_.NaamOf(change.table, *row) : QString(), text};
+  result_.lines +=
+      {what, change.line, change.table, change.key, change.number, row ? target_.NaamOf(change.table, *row) : QString(),
+       text};
 }
 
 void Run::Note(int line, const QString& text) {

@@ -129,13 +129,13 @@ QList<FieldDifference> DifferencesOf(const Conflict& conflict) {
                                      ShownField(conflict, conflict.server, field), false};
     if (difference.offline == difference.server && difference.before == difference.offline) continue;
     differences += difference;
-    differences.last().isConflict = difference.offline != difference.before &&
-                                    difference.server != difference.before && difference.offline != difference.server;
+    differences.last().isConflict = difference.offline != difference.before && difference.server != difference.before &&
+                                    difference.offline != difference.server;
   }
   if (conflict.hasLists && (conflict.baseList != conflict.offlineList || conflict.baseList != conflict.serverList)) {
-    differences += {u"Spots"_s, ShownList(conflict.baseList), ShownList(conflict.offlineList),
-                    ShownList(conflict.serverList),
-                    conflict.baseList != conflict.offlineList && conflict.baseList != conflict.serverList};
+    differences +=
+        {u"Spots"_s, ShownList(conflict.baseList), ShownList(conflict.offlineList), ShownList(conflict.serverList),
+         conflict.baseList != conflict.offlineList && conflict.baseList != conflict.serverList};
   }
   return differences;
 }
@@ -147,8 +147,8 @@ void Settle(const QString& database, const QList<qint64>& ids, Side side, const 
   for (const qint64 id : ids) {
     const auto conflict = std::ranges::find(conflicts, id, &Conflict::id);
     if (conflict == conflicts.end()) {
-      throw runtime::Error(u"Er is geen botsing met nummer %1 in '%2'. Er is niets gewijzigd."_s.arg(
-          QString::number(id), database));
+      throw runtime::Error(
+          u"Er is geen botsing met nummer %1 in '%2'. Er is niets gewijzigd."_s.arg(QString::number(id), database));
     }
     settling.Take(*conflict, side);
     conflict->choice = side;

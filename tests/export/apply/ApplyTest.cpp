@@ -155,8 +155,9 @@ TEST_F(Apply, WhatIsThereAlreadyIsReportedAsSuch) {
   a.InsertSpot(NewSpot(4, u"Apotheek"_s));
   a.SetAktief(u"tblItemSpots"_s, 1, 0);
   a.DeleteSpot(3);
-  OnServer(u"INSERT INTO tblItemSpots (ID, Path, Naam, LengteSec, StartPunt, StartDatum, EindDatum, AantalGedraaid, "
-           "Aktief) VALUES (4, \"D:\\audio\\Apotheek.wav\", \"Apotheek\", 20, 0, 45660, 45690, 3, 1)"_s);
+  OnServer(
+      u"INSERT INTO tblItemSpots (ID, Path, Naam, LengteSec, StartPunt, StartDatum, EindDatum, AantalGedraaid, "
+      "Aktief) VALUES (4, \"D:\\audio\\Apotheek.wav\", \"Apotheek\", 20, 0, 45660, 45690, 3, 1)"_s);
   OnServer(u"UPDATE tblItemSpots SET Aktief = 0 WHERE ID = 1"_s);
   OnServer(u"DELETE FROM tblItemSpots WHERE ID = 3"_s);
   const apply::Result result = Process(a);

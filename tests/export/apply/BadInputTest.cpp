@@ -73,9 +73,8 @@ TEST_F(BadInput, AStatementThatNoExportWritesIsRefusedByLine) {
 
 // Lines are counted through texts that hold line ends.
 TEST_F(BadInput, TheLineIsThatOfTheFile) {
-  ExpectRefused(
-      "UPDATE tblItemSpots SET Naam = 'een;\r\ntwee', Aktief = 0 WHERE ID = 1;\r\nDROP TABLE tblItems;\r\n",
-      {u"regel 3"_s, u"DROP TABLE tblItems"_s});
+  ExpectRefused("UPDATE tblItemSpots SET Naam = 'een;\r\ntwee', Aktief = 0 WHERE ID = 1;\r\nDROP TABLE tblItems;\r\n",
+                {u"regel 3"_s, u"DROP TABLE tblItems"_s});
 }
 
 TEST_F(BadInput, HalfAFileIsRefusedWhereverItEnds) {

@@ -21,12 +21,14 @@ SharedStation::SharedStation() {
 
 void SharedStation::Fill() {
   for (const auto& [id, naam] : {std::pair(1, u"Bakker"_s), std::pair(2, u"Slager"_s), std::pair(3, u"Kapper"_s)}) {
-    OnServer(u"INSERT INTO tblItemSpots (ID, Path, Naam, LengteSec, StartDatum, EindDatum, AantalGedraaid, Aktief) "
-             "VALUES (%1, \"D:\\audio\\%2.wav\", \"%2\", 30, 45658, 45700, 5, 1)"_s.arg(QString::number(id), naam));
+    OnServer(
+        u"INSERT INTO tblItemSpots (ID, Path, Naam, LengteSec, StartDatum, EindDatum, AantalGedraaid, Aktief) "
+        "VALUES (%1, \"D:\\audio\\%2.wav\", \"%2\", 30, 45658, 45700, 5, 1)"_s.arg(QString::number(id), naam));
   }
   for (const int id : {1, 2}) {
-    OnServer(u"INSERT INTO tblItemPingles (ID, Naam, Path, Aktief) VALUES (%1, \"Jingle %1\", \"D:\\j%1.wav\", 1)"_s.arg(
-        QString::number(id)));
+    OnServer(
+        u"INSERT INTO tblItemPingles (ID, Naam, Path, Aktief) VALUES (%1, \"Jingle %1\", \"D:\\j%1.wav\", 1)"_s.arg(
+            QString::number(id)));
   }
   OnServer(
       u"INSERT INTO tblItems (ID, Naam, ItemSpotsOptID, OptMeerdereSpots, AantalSpots, MaxAantalSpots, "

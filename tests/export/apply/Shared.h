@@ -30,8 +30,9 @@ class SharedStation : public testing::Test {
   QStringList Rows(const QString& select) const;
   QStringList Spots() const { return Rows(QStringLiteral("SELECT ID, Naam FROM tblItemSpots ORDER BY ID")); }
   QStringList Links() const {
-    return Rows(QStringLiteral("SELECT ItemID, ItemSpotOrder, ItemSpotID FROM tblItemsItemSpots "
-                               "ORDER BY ItemID, ItemSpotOrder"));
+    return Rows(
+        QStringLiteral("SELECT ItemID, ItemSpotOrder, ItemSpotID FROM tblItemsItemSpots "
+                       "ORDER BY ItemID, ItemSpotOrder"));
   }
   int OnServer(const QString& statement) const;
 
