@@ -120,7 +120,8 @@ int ApplyExports(const Arguments& arguments, const Streams& streams) {
   // What cannot go through is known before the first file is carried out, also where the report cannot be written.
   std::optional<runtime::StagedFile> report;
   if (arguments.Has(kReport)) report.emplace(Absolute(arguments.Value(kReport)));
-  std::vector<apply::Result> results = apply::Plan(database, files, options);
+  std::vector<apply::Result> results(files.size());
+  if (isPlan || files.size() > 1) results = apply::Plan(database, files, options);
   if (!isPlan) {
     for (std::size_t i = 0; i < files.size(); ++i)
       results[i] = apply::CarryOut(database, files[i], options);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Random days of two workstations that work offline from one server, and a model of what they mean. In the model records
-// are known by a name that never changes (the path of a spot, the name of an item), never by their numbers: whatever
-// was renumbered, each record must be in the database once, with the values that were meant.
+// Random days of two workstations that work offline from one server, and a model of what they mean. In the model
+// records are known by a name that never changes (the path of a spot, the name of an item), never by their numbers:
+// whatever was renumbered, each record must be in the database once, with the values that were meant.
 #include "tests/export/apply/Shared.h"
 #include "tests/support/LongTests.h"
 
