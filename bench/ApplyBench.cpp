@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Exports carried out: a file of ten thousand statements on a station of a hundred thousand item-spots by
 // `spotrooster-db apply`, compared with `sqlite3 db < file`, the same statements in one transaction; then the same file
-// with its basis, a twentieth of the records in conflict, compared with the file alone. Each round works on a new copy of
-// the database. usage: ApplyBench [STATEMENTS [SPOTS [FOLDER]]]
+// with its basis, a twentieth of the records in conflict, compared with the file alone. Each round works on a new copy
+// of the database. usage: ApplyBench [STATEMENTS [SPOTS [FOLDER]]]
 #include "bench/BenchFolder.h"
 #include "bench/Plain.h"
 #include "data/ExportBasis.h"
@@ -32,9 +32,10 @@ constexpr int kInsertEvery = 10;
 constexpr int kDeleteEvery = 20;
 constexpr int kConflictEvery = 20;
 
-const QStringList kFields{u"ID"_s,        u"Path"_s,     u"Naam"_s,      u"LengteSec"_s, u"StartPunt"_s,
-                          u"Mixpunt"_s,   u"StartDatum"_s, u"StartUur"_s,  u"EindDatum"_s, u"EindUur"_s,
-                          u"AantalGedraaid"_s, u"LaatstGedraaid"_s, u"Aktief"_s};
+const QStringList kFields{u"ID"_s,        u"Path"_s,    u"Naam"_s,           u"LengteSec"_s,
+                          u"StartPunt"_s, u"Mixpunt"_s, u"StartDatum"_s,     u"StartUur"_s,
+                          u"EindDatum"_s, u"EindUur"_s, u"AantalGedraaid"_s, u"LaatstGedraaid"_s,
+                          u"Aktief"_s};
 
 ItemSpotRow SpotOf(int id) {
   ItemSpotRow row;
@@ -54,9 +55,9 @@ ItemSpotRow SpotOf(int id) {
 
 basis::Row ValuesOf(const ItemSpotRow& row) {
   const auto whole = [](const std::optional<qint32>& value) { return dao::Value(std::int64_t{value.value_or(0)}); };
-  return {std::int64_t{row.id},      row.path.toStdU16String(), row.naam.toStdU16String(), whole(row.lengteSec),
-          whole(row.startPunt),      whole(row.mixpunt),        whole(row.startDatum),     whole(row.startUur),
-          whole(row.eindDatum),      whole(row.eindUur),        std::int64_t{0},           dao::Value(),
+  return {std::int64_t{row.id},    row.path.toStdU16String(), row.naam.toStdU16String(), whole(row.lengteSec),
+          whole(row.startPunt),    whole(row.mixpunt),        whole(row.startDatum),     whole(row.startUur),
+          whole(row.eindDatum),    whole(row.eindUur),        std::int64_t{0},           dao::Value(),
           std::int64_t{row.aktief}};
 }
 
@@ -126,9 +127,10 @@ class Files {
 
   void MakePlain() const {
     bench::Plain plain(At(u"plain.sqlite"_s));
-    plain.Run("CREATE TABLE tblItemSpots (ID INTEGER PRIMARY KEY, Path TEXT, Naam TEXT, LengteSec INTEGER, "
-              "StartPunt INTEGER, Mixpunt INTEGER, StartDatum REAL, StartUur INTEGER, EindDatum REAL, EindUur INTEGER, "
-              "AantalGedraaid INTEGER, LaatstGedraaid REAL, Aktief INTEGER)");
+    plain.Run(
+        "CREATE TABLE tblItemSpots (ID INTEGER PRIMARY KEY, Path TEXT, Naam TEXT, LengteSec INTEGER, "
+        "StartPunt INTEGER, Mixpunt INTEGER, StartDatum REAL, StartUur INTEGER, EindDatum REAL, EindUur INTEGER, "
+        "AantalGedraaid INTEGER, LaatstGedraaid REAL, Aktief INTEGER)");
     plain.Run("BEGIN");
     for (int id = 1; id <= spots_; ++id) {
       plain.Run(statements::InsertItemSpot(SpotOf(id), u"tblItemSpots"_s).replace(u'"', u'\'').toLatin1());
@@ -178,9 +180,10 @@ int main(int argc, char** argv) {
     plain.Ours([&] { Apply(files, 0); });
     plain.Beside([&] { Require(std::system(sqlite.c_str()) == 0, "sqlite3"); });
     const int changed = Changed(files.At(u"work.mdb"_s));
-    Require(bench::Plain(files.At(u"work.sqlite"_s)).Number("SELECT COUNT(*) FROM tblItemSpots WHERE EindDatum=45800") ==
-                changed,
-            "the same rows");
+    Require(
+        bench::Plain(files.At(u"work.sqlite"_s)).Number("SELECT COUNT(*) FROM tblItemSpots WHERE EindDatum=45800") ==
+            changed,
+        "the same rows");
     files.Renew(u"changed.mdb"_s, u"work.mdb"_s);
     merging.Beside([&] { Apply(files, 0); });
     files.WithBasis(true);

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -64,6 +65,39 @@ QString CopyTable(const QString& serverTable) {
   return kCopyPrefix + serverTable.mid(kServerPrefix.size());
 }
 
+QString FingerprintOf(dao::Database& database, const QString& serverTable, qint64 id) {
+  QStringList fields;
+  const QList<Row> rows = RowsOf(
+      database.OpenRecordset(u"SELECT * FROM "_s + CopyTable(serverTable) + u" WHERE ID = "_s + QString::number(id)),
+      fields);
+  return rows.isEmpty() ? QString() : Fingerprint(rows.first());
+}
+
+// The fields that hold the number of another record, and the table of that record.
+QList<std::pair<QString, QString>> ReferencesIn(const QString& table) {
+  if (table == u"tblItemsItemSpots"_s) return {{u"ItemID"_s, u"tblItems"_s}, {u"ItemSpotID"_s, u"tblItemSpots"_s}};
+  if (table != u"tblItems"_s) return {};
+  return {{u"Opener"_s, u"tblItemPingles"_s}, {u"Midden"_s, u"tblItemPingles"_s}, {u"Sluiter"_s, u"tblItemPingles"_s}};
+}
+
+void AddReferences(Entry& entry, dao::Database& database) {
+  const auto add = [&](const QString& table, qint64 id) {
+    const bool isKnown = std::any_of(entry.references.begin(), entry.references.end(),
+                                     [&](const Reference& known) { return known.table == table && known.id == id; });
+    if (!isKnown) entry.references.append({table, id, FingerprintOf(database, table, id)});
+  };
+  if (entry.keyField == u"ItemID"_s) add(u"tblItems"_s, entry.key);
+  for (const auto& [field, table] : ReferencesIn(entry.table)) {
+    const qsizetype place = entry.fields.indexOf(field);
+    for (const QList<Row>* rows : {&entry.before, &entry.after}) {
+      for (const Row& row : *rows) {
+        const auto* id = place < 0 ? nullptr : std::get_if<std::int64_t>(&row[static_cast<std::size_t>(place)]);
+        if (id != nullptr) add(table, *id);
+      }
+    }
+  }
+}
+
 Entry EntryOf(const Target& target, const QString& statement) {
   Entry entry;
   entry.table = ServerTable(target.table);
@@ -76,6 +110,7 @@ Entry EntryOf(const Target& target, const QString& statement) {
   const dao::Database::Preview preview = database.PreviewChange(statement, select);
   entry.before = RowsOf(preview.before, entry.fields);
   entry.after = RowsOf(preview.after, entry.fields);
+  AddReferences(entry, database);
   return entry;
 }
 

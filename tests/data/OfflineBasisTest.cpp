@@ -162,6 +162,34 @@ TEST_F(OfflineBasis, LinksAreKeptOneByOneAndDeletedTogether) {
 }
 
 // A list that closes refreshes the copy from the server: the next change starts from the server's row again.
+// A number alone does not tell which record it is of: the copy may get another under it.
+TEST_F(OfflineBasis, AStatementKeepsWhatTheRecordsAreThatItRefersTo) {
+  QStringList fields;
+  const auto fingerprint = [&](const QString& table) {
+    return basis::Fingerprint(basis::RowsOf(station_.LocalRows(u"SELECT * FROM "_s + table), fields).first());
+  };
+  station_.OnLocal(u"INSERT INTO tblCopie_ItemPingles (ID, Naam) VALUES (3, \"Opener\")"_s);
+  ItemRow item;
+  item.id = 7;
+  item.naam = u"Ochtend"_s;
+  item.opener = 3;
+  ASSERT_TRUE(Insert_tblItems(item, global.localDatabasePath, u"tblCopie_Items"_s));
+  ASSERT_TRUE(Insert_tblItemsItemSpots({7, 1, 4}, global.localDatabasePath, kLinks));
+  ASSERT_TRUE(Insert_tblItemsItemSpots({7, 2, 99}, global.localDatabasePath, kLinks));
+  ASSERT_TRUE(Delete_tblBeheer(7, kLinks, kLinks + u".ItemID"_s, global.localDatabasePath));
+  const QList<KeptRow> kept = Kept();
+  ASSERT_EQ(kept.size(), 4);
+  const basis::Reference itself{u"tblItems"_s, 7, fingerprint(u"tblCopie_Items"_s)};
+  const basis::Reference spot{u"tblItemSpots"_s, 4, fingerprint(kSpots)};
+  const basis::Reference gone{u"tblItemSpots"_s, 99, QString()};
+  EXPECT_EQ(itself.fingerprint, basis::Fingerprint(kept[0].entry.after.first()));
+  EXPECT_EQ(kept[0].entry.references,
+            (QList<basis::Reference>{{u"tblItemPingles"_s, 3, fingerprint(u"tblCopie_ItemPingles"_s)}}));
+  EXPECT_EQ(kept[1].entry.references, (QList<basis::Reference>{itself, spot}));
+  EXPECT_EQ(kept[2].entry.references, (QList<basis::Reference>{itself, gone}));
+  EXPECT_EQ(kept[3].entry.references, (QList<basis::Reference>{itself, spot, gone}));
+}
+
 TEST_F(OfflineBasis, TheRowIsTheOneOfTheMomentAlsoWhenTheCopyIsRefreshedLater) {
   EXPECT_TRUE(SetAktief(4, 0));
   EXPECT_TRUE(DeleteAllInTable(kSpots, global.localDatabasePath));

@@ -109,8 +109,7 @@ TEST_F(ApplyCommandLine, ABadFileAmongGoodOnesChangesNothing) {
   EXPECT_EQ(run.exitCode, kFailed);
   EXPECT_TRUE(Has(run.err, "20261122101501.tql") && Has(run.err, "regel 1")) << run.err;
   EXPECT_EQ(Content(u"server.mdb"_s), before);
-  const ToolRun unwritable =
-      Apply({At(u"export/20261122101500.tql"_s), u"--report"_s, At(u"geen map/verslag.csv"_s)});
+  const ToolRun unwritable = Apply({At(u"export/20261122101500.tql"_s), u"--report"_s, At(u"geen map/verslag.csv"_s)});
   EXPECT_EQ(unwritable.exitCode, kFailed);
   EXPECT_EQ(Content(u"server.mdb"_s), before);
 }
@@ -125,8 +124,8 @@ TEST_F(ApplyCommandLine, AudioFilesComeAlong) {
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(content);
   }
-  const ToolRun run = Apply({Written(u"20261122101500.tql"_s, kSwitchOff), u"--audio-to"_s, At(u"studio"_s),
-                             u"--program"_s, At(QString())});
+  const ToolRun run = Apply(
+      {Written(u"20261122101500.tql"_s, kSwitchOff), u"--audio-to"_s, At(u"studio"_s), u"--program"_s, At(QString())});
   EXPECT_EQ(run.exitCode, kDone) << run.err;
   EXPECT_EQ(Content(u"studio/a.wav"_s), "a");
   EXPECT_TRUE(Has(run.out, "ontbreekt: D:\\b.wav")) << run.out;
