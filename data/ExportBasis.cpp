@@ -67,9 +67,9 @@ dao::Value ValueOfJson(const QJsonValue& json) {
     case QJsonValue::String:
       return json.toString().toStdU16String();
     case QJsonValue::Double: {
-      const QVariant number = json.toVariant();
-      if (number.typeId() == QMetaType::LongLong) return static_cast<std::int64_t>(number.toLongLong());
-      return number.toDouble();
+      const qint64 whole = json.toInteger(0);
+      if (json.toInteger(1) == whole) return static_cast<std::int64_t>(whole);
+      return json.toDouble();
     }
     case QJsonValue::Object:
       return ValueOfObject(json.toObject());

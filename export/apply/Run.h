@@ -80,7 +80,7 @@ class Run {
   qint64 ServerNumber(Table table, qint64 number, const basis::Entry* entry) const;
   qint64 NextNumber(Table table);
 
-  Conflict* WaitingOn(const Change& change);
+  Conflict* WaitingOn(Change& change);
   void Extend(Conflict& conflict, const Change& change);
   void Wait(const Change& change, Reason reason, const std::optional<Row>& server, const SpotList& serverList);
 

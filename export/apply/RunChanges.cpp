@@ -96,8 +96,8 @@ Run::Change Run::ChangeOf(const Unit& unit) {
     if (rows.isEmpty()) return;
     row = target_.RowOf(unit.table, change.entry->fields, rows.first());
     if (unit.table == Table::Items) FollowReferences(*row, change.entry);
-    const bool isOwn = statement.verb == Verb::Insert || numbers_->Find(unit.table, unit.key) != nullptr;
-    if (isOwn || !conflicts_.isEmpty()) fingerprint = basis::Fingerprint(rows.first());
+    if (statement.verb == Verb::Insert || numbers_->Find(unit.table, unit.key) != nullptr)
+      fingerprint = basis::Fingerprint(rows.first());
   };
   const OwnNumbers::Own* own = nullptr;
   if (change.entry != nullptr) {

@@ -9,10 +9,12 @@ using namespace Qt::StringLiterals;
 namespace apply {
 
 // The conflict that the change continues: its row before is the one that waits.
-Conflict* Run::WaitingOn(const Change& change) {
+Conflict* Run::WaitingOn(Change& change) {
   for (qsizetype i = 0; i < conflicts_.size(); ++i) {
     Conflict& conflict = conflicts_[i];
     if (!conflict.IsWaiting() || conflict.table != change.table || conflict.number != change.number) continue;
+    if (change.base && change.before.isEmpty()) change.before = basis::Fingerprint(change.entry->before.first());
+    if (change.base && change.after) change.fingerprint = basis::Fingerprint(change.entry->after.first());
     if (!change.before.isEmpty() && !conflict.fingerprint.isEmpty() && change.before != conflict.fingerprint) continue;
     changedConflicts_[static_cast<std::size_t>(i)] = true;
     return &conflict;

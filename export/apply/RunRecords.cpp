@@ -45,7 +45,7 @@ void Run::InsertRecord(const Unit& unit) {
 }
 
 void Run::UpdateRecord(const Unit& unit) {
-  const Change change = ChangeOf(unit);
+  Change change = ChangeOf(unit);
   if (change.entry != nullptr && !change.base) return;  // it met no row on the workstation either
   if (Conflict* waiting = WaitingOn(change)) return Extend(*waiting, change);
   const auto found = target_.Find(change.table, change.number);
@@ -99,7 +99,7 @@ bool Run::IsOtherRecord(const Change& change, const Row& found) const {
 }
 
 void Run::DeleteRecord(const Unit& unit) {
-  const Change change = ChangeOf(unit);
+  Change change = ChangeOf(unit);
   if (change.entry != nullptr && !change.base) return;
   const auto found = target_.Find(change.table, change.number);
   if (Conflict* waiting = WaitingOn(change)) {

@@ -111,7 +111,7 @@ TEST(WholeDay, ItsExportsCarriedOutGiveWhatThePlannerMeant) {
                                             u"DELETE FROM tblCopie_Items"_s,
                                             u"UPDATE tblItems"_s}));
   CatalogueModel expected = day.Meant();
-  const QString number = expected.Find(kSpots, kNaam, u"Offline tweede"_s)[u"ID"_s];
+  const QString number = expected.Find(u"tblItemSpots"_s, kNaam, u"Offline tweede"_s)[u"ID"_s];
   EXPECT_EQ(CarryOut(day.Station() + u"/export"_s, day.ServerAsItWas()),
             QStringList{u"item-spot %1 \"Offline tweede\" is nieuw en kreeg nummer %2: %1 was al in gebruik"_s.arg(
                 number, QString::number(number.toInt() + 1))});

@@ -22,8 +22,10 @@ inline QString AnyText(const dao::Value& value) {
   return {};
 }
 
-inline const QStringList kSpotFields{QStringLiteral("Naam"), QStringLiteral("LengteSec"), QStringLiteral("EindDatum"), QStringLiteral("Aktief")};
-inline const QStringList kItemFields{QStringLiteral("AantalSpots"), QStringLiteral("MaxAantalSpots"), QStringLiteral("Opener")};
+inline const QStringList kSpotFields{QStringLiteral("Naam"), QStringLiteral("LengteSec"), QStringLiteral("EindDatum"),
+                                     QStringLiteral("Aktief")};
+inline const QStringList kItemFields{QStringLiteral("AantalSpots"), QStringLiteral("MaxAantalSpots"),
+                                     QStringLiteral("Opener")};
 
 inline Meant MeantOf(const Workstation::Fields& fields, const QStringList& names) {
   Meant meant;
