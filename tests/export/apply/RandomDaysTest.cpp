@@ -38,7 +38,7 @@ class RandomDays : public SharedStation {
       EXPECT_FALSE(records.contains(NameOfItem(*item))) << "twice: " << NameOfItem(*item).toStdString();
       Meant& meant = records[NameOfItem(*item)] = MeantOf(*item, kItemFields);
       for (const qint32 spot : seen.SpotsOf(static_cast<qint32>(item.key())))
-        meant.list += names_.value(spot);
+        meant.list += names_.value(spot, u"gone"_s);
     }
     return records;
   }
@@ -65,7 +65,7 @@ class RandomDays : public SharedStation {
       const auto there = records.find(record);
       if (there == records.end()) {
         differences += record + u" is missing"_s;
-      } else if (!(there->second == meant)) {
+      } else if (!(WithLinksToRecords(there->second, records) == WithLinksToRecords(meant, records))) {
         differences += record + u": "_s + Shown(there->second) + u" instead of "_s + Shown(meant);
       }
     }
@@ -83,6 +83,12 @@ class RandomDays : public SharedStation {
     }
     waiting.sort();
     EXPECT_EQ(waiting.join(u',').toStdString(), model.Waiting().join(u',').toStdString());
+  }
+
+  // A link may be left behind by a spot that was made and deleted within one file: nothing tells its name.
+  static Meant WithLinksToRecords(Meant meant, const std::map<QString, Meant>& records) {
+    meant.list.removeIf([&](const QString& spot) { return !records.contains(spot); });
+    return meant;
   }
 
   static QString Shown(const Meant& meant) {
