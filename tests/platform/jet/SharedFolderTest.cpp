@@ -277,19 +277,19 @@ TEST_F(SharedFolder, AHugeJournalIsRenamed) {
 // Two members of a group, each with another primary group, write in turn, whatever the umask of either. One is killed
 // midway, and the other rolls its change back.
 TEST_F(SharedFolder, TwoUsersOfAGroupWriteInTurn) {
-  constexpr ::uid_t kFirst = 1001;
-  constexpr ::gid_t kGroup = 2000;
+  constexpr ::uid_t kFirstUser = 1001;
+  constexpr ::gid_t kSharedGroup = 2000;
   for (const auto& [firstMask, secondMask] : {std::pair{022U, 077U}, std::pair{077U, 022U}, std::pair{077U, 077U}}) {
     for (const unsigned folderMode : {0770U, 02770U}) {
       if (::geteuid() == 0) {
-        ASSERT_EQ(::chown(folder_.c_str(), kFirst, kGroup), 0);
-        ASSERT_EQ(::chown(path_.c_str(), kFirst, kGroup), 0);
+        ASSERT_EQ(::chown(folder_.c_str(), kFirstUser, kSharedGroup), 0);
+        ASSERT_EQ(::chown(path_.c_str(), kFirstUser, kSharedGroup), 0);
       }
       ASSERT_EQ(::chmod(folder_.c_str(), folderMode), 0);
       ASSERT_EQ(::chmod(path_.c_str(), 0660), 0);
       fs::remove(Companion(".ldb"));
-      const User first{kFirst, {kGroup}, firstMask};
-      const User second{kFirst + 1, {kGroup}, secondMask};
+      const User first{kFirstUser, {kSharedGroup}, firstMask};
+      const User second{kFirstUser + 1, {kSharedGroup}, secondMask};
       const auto changedBy = [&](const User& user, std::uint32_t value) {
         return As(user, [&] {
           Storage storage(path_, test::TestOptions(), HostFileSystem());
