@@ -34,9 +34,11 @@ void ExportBasisFile::Stage(const QString& exportPath) {
     block = QByteArray();
   };
   qsizetype count = 0;
+  sameNumbers_ = {};
   VisitLog(localDatabasePath_, highestID_, [&](const LoggedStatement& logged) {
     if (logged.sqlSyntax.isEmpty()) return;
     block += basis::EntryLine(logged.entry);
+    sameNumbers_.Add(logged.entry);
     ++count;
     if (block.size() >= kBasisBlock) flush();
   });

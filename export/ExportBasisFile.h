@@ -2,6 +2,7 @@
 #pragma once
 
 #include "data/ExportBasis.h"
+#include "export/SameNumbers.h"
 #include "platform/runtime/StagedFile.h"
 
 #include <QByteArray>
@@ -23,6 +24,9 @@ class ExportBasisFile {
   const QString& TemporaryPath() const { return temporaryPath_; }
   const QByteArray& Digest() const { return digest_; }  // BLAKE2b-256 in hexadecimal
 
+  // Of the staged basis.
+  QStringList RecordsWithSameNumber() const { return sameNumbers_.Found(); }
+
   // As StagedFile::Place and PlaceNew. A basis that is placed is written again for the next name.
   void Replace(const QString& exportPath);
   [[nodiscard]] bool PlaceNew(const QString& exportPath);
@@ -40,4 +44,5 @@ class ExportBasisFile {
   QString temporaryPath_;
   QByteArray digest_;
   QString placed_;
+  SameNumbers sameNumbers_;
 };

@@ -101,7 +101,9 @@ QString OfflineLogExport::WriteFile(const QString& folder, SameSecond sameSecond
   file.SyncName();
   ExportBasisFile basisFile(localDatabasePath_, highestID_, HeaderOf(content, digest));
   try {
-    return PlaceFile(file, basisFile, folder, second, digest, sameSecond);
+    const QString path = PlaceFile(file, basisFile, folder, second, digest, sameSecond);
+    sameNumber_ = basisFile.RecordsWithSameNumber();
+    return path;
   } catch (const runtime::Error&) {
     Undo(localDatabasePath_, file, basisFile);
     throw;

@@ -34,6 +34,8 @@ class OfflineLogExport {
   QString WriteFile(const QString& folder, SameSecond sameSecond = SameSecond::KeepAll);
   // Statements that differ between file and log.
   const AlteredStatements& Altered() const { return altered_; }
+  // New records in the file that have the same number (export/SameNumbers.h).
+  const QStringList& RecordsWithSameNumber() const { return sameNumber_; }
   // Deletes the exported statements from the log, then the record.
   void EmptyLog() const;
 
@@ -44,6 +46,7 @@ class OfflineLogExport {
 
   QString localDatabasePath_;
   AlteredStatements altered_;
+  QStringList sameNumber_;
   qint32 highestID_ = std::numeric_limits<qint32>::min();
 };
 

@@ -6,6 +6,7 @@
 #include "export/ExportChecks.h"
 #include "export/InterruptedExport.h"
 #include "export/OfflineLogExport.h"
+#include "export/SameNumbers.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Numbers.h"
@@ -37,8 +38,10 @@ MissingFile SaidOf(const QString& path, const Arguments& arguments) {
                                                                                          kFileNotProcessed));
 }
 
-void ReportExport(const QString& path, const AlteredStatements& altered, const Streams& streams) {
-  if (altered.count > 0) streams.err << AlteredWarning(altered, path).toStdString() << '\n';
+void ReportExport(const QString& path, const OfflineLogExport& logExport, const Streams& streams) {
+  if (logExport.Altered().count > 0) streams.err << AlteredWarning(logExport.Altered(), path).toStdString() << '\n';
+  const QString sameNumber = SameNumbersWarning(logExport.RecordsWithSameNumber(), path);
+  if (!sameNumber.isEmpty()) streams.err << sameNumber.toStdString() << '\n';
   streams.out << runtime::HostPath(path).toStdString() << '\n';
 }
 
@@ -53,7 +56,7 @@ int Export(const Arguments& arguments, const Streams& streams) {
   OfflineLogExport logExport(global.localDatabasePath);
   const QString path = logExport.WriteFile(folder);
   logExport.EmptyLog();
-  if (!path.isEmpty()) ReportExport(path, logExport.Altered(), streams);
+  if (!path.isEmpty()) ReportExport(path, logExport, streams);
   LogKeptStatements();
   AddKeptAudioLines();
   return kDone;

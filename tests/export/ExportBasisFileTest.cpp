@@ -251,3 +251,23 @@ TEST_F(BasisOfExport, ARecordWithoutABasisIsSettled) {
   EXPECT_EQ(station_.Log(), QStringList());
   EXPECT_TRUE(QFile::exists(runtime::HostPath(path)));
 }
+
+// Closing the item-spot list refreshes the copy: the next new spot gets the number of the one before.
+TEST_F(BasisOfExport, NewRecordsWithTheSameNumberAreNamed) {
+  const auto insert = [](int id, const QString& naam) {
+    ItemSpotRow row;
+    row.id = id;
+    row.naam = naam;
+    EXPECT_TRUE(Insert_tblItemSpots(row, global.localDatabasePath, u"tblCopie_ItemSpots"_s));
+  };
+  const auto refresh = [&] { station_.OnLocal(u"DELETE FROM tblCopie_ItemSpots WHERE ID > 4"_s); };
+  insert(42, u"Apotheek"_s);
+  refresh();
+  insert(42, u"Garage"_s);
+  insert(43, u"Bakker"_s);
+  Delete_tblBeheer(43, u"tblCopie_ItemSpots"_s, u"ID"_s, global.localDatabasePath);
+  insert(43, u"Slager"_s);
+  OfflineLogExport logExport(global.localDatabasePath);
+  logExport.WriteFile(global.exportPath);
+  EXPECT_EQ(logExport.RecordsWithSameNumber(), QStringList{u"item-spot 42 (Apotheek, Garage)"_s});
+}

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "data/Globals.h"
 #include "data/ProgramLock.h"
+#include "data/Writes.h"
 #include "export/ExportRecord.h"
 #include "export/OfflineLogExport.h"
 #include "platform/runtime/HostPath.h"
@@ -118,6 +119,21 @@ TEST(ExportCommand, CharactersThatDoNotFitAreReported) {
   const ToolRun run = program.Run(u"export"_s);
   EXPECT_EQ(run.exitCode, kDone);
   EXPECT_NE(run.err.find("vraagteken"), std::string::npos) << run.err;
+}
+
+TEST(ExportCommand, NewRecordsWithTheSameNumberAreReported) {
+  const StationProgram program(Station::Mode::Offline);
+  ItemSpotRow row;
+  row.id = 42;
+  for (const QString& naam : {u"Apotheek"_s, u"Garage"_s}) {
+    row.naam = naam;
+    ASSERT_TRUE(Insert_tblItemSpots(row, global.localDatabasePath, u"tblCopie_ItemSpots"_s));
+    program.Rows().OnLocal(u"DELETE FROM tblCopie_ItemSpots"_s);  // as the list does when it closes
+  }
+  const ToolRun run = program.Run(u"export"_s, {kProcessed});
+  EXPECT_EQ(run.exitCode, kDone);
+  EXPECT_NE(run.err.find("item-spot 42 (Apotheek, Garage)"), std::string::npos) << run.err;
+  EXPECT_EQ(run.out, program.At(u"export/"_s + ExportFiles(program).value(0) + u'\n').toStdString());
 }
 
 TEST(ExportCommand, WhileTheProgramRunsOnTheFolderNothingIsExported) {
