@@ -103,9 +103,9 @@ void Rewriter::SelectList() {
 
 void Rewriter::SelectItem(int number) {
   const std::size_t first = at_;
-  const std::size_t depth = comparesAsText_.size();
+  const std::size_t depth = open_.size();
   while (Peek().kind != TokenKind::End) {
-    const bool outside = comparesAsText_.size() <= depth;
+    const bool outside = open_.size() <= depth;
     if (outside && (Peek().Is(u","_s) || Peek().IsWord(u"FROM"_s) || Peek().IsWord(u"UNION"_s))) break;
     Pass();
   }
@@ -124,9 +124,9 @@ bool Rewriter::NeedsName(std::size_t first, std::size_t last) const {
 
 void Rewriter::Expression() {
   const std::size_t first = at_;
-  const std::size_t depth = comparesAsText_.size();
+  const std::size_t depth = open_.size();
   while (Peek().kind != TokenKind::End) {
-    const bool outside = comparesAsText_.size() <= depth;
+    const bool outside = open_.size() <= depth;
     if (outside && (Peek().Is(u","_s) || Peek().IsWord(u"WHERE"_s))) break;
     Pass();
   }
@@ -137,7 +137,7 @@ void Rewriter::OneValueRow() {
   if (!Peek().Is(u"("_s)) Unexpected();
   do {
     Pass();
-  } while (!comparesAsText_.empty() && Peek().kind != TokenKind::End);
+  } while (!open_.empty() && Peek().kind != TokenKind::End);
   if (Peek().Is(u","_s)) ThrowSyntaxError(sql_, u"INSERT neemt maar een rij waarden"_s);
   if (Peek().kind != TokenKind::End) Unexpected();
 }
@@ -145,7 +145,7 @@ void Rewriter::OneValueRow() {
 void Rewriter::Rest() {
   while (Peek().kind != TokenKind::End)
     Pass();
-  if (!comparesAsText_.empty()) ThrowSyntaxError(sql_, u"een haakje wordt niet gesloten"_s);
+  if (!open_.empty()) ThrowSyntaxError(sql_, u"een haakje wordt niet gesloten"_s);
 }
 
 void Rewriter::Pass() {
@@ -177,32 +177,54 @@ void Rewriter::PassWord() {
     return PassName(Next().text);
   }
   Next();
-  if (word == u"TRUE"_s) return Emit(u"(-1)"_s);
-  if (word == u"FALSE"_s) return Emit(u"0"_s);
+  if (word == u"TRUE"_s) return PassConstant(u"(-1)"_s);
+  if (word == u"FALSE"_s) return PassConstant(u"0"_s);
+  if (word == u"NULL"_s) return PassConstant(word);
   Emit(word);
+  operand_ = {};
+  if (word != u"DISTINCT"_s && word != u"ALL"_s) operator_.clear();  // SUM(DISTINCT x)
 }
 
 void Rewriter::PassFunction() {
   const QString function = Next().text.toUpper();
+  const Operand result = BeginOperand();
   Emit(function);
-  PassSymbol(Next().text);
-  comparesAsText_.back() = function == u"UCASE"_s || function == u"LCASE"_s;
+  Next();
+  Open({function == u"UCASE"_s || function == u"LCASE"_s, result});
+  if (function == u"SUM"_s || function == u"AVG"_s) operator_ = function;
 }
 
 void Rewriter::PassName(const QString& name) {
+  const bool qualified = at_ > 1 && tokens_[at_ - 2].Is(u"."_s);
+  if (!qualified) operand_ = BeginOperand();
   names_ += name;
   Emit(QuotedName(name));
+  if (!Peek().Is(u"."_s)) EndOperand();
 }
 
 void Rewriter::PassText(const QString& value) {
+  operand_ = BeginOperand();
+  EmitText(value);
+  EndOperand();
+}
+
+void Rewriter::EmitText(const QString& value) {
   texts_ += value;
   Emit(u"?%1"_s.arg(texts_.size()));
 }
 
 // A number with more digits than a double can hold is passed as text, which the conversion for the field reads exactly.
 void Rewriter::PassNumber(const QString& number) {
-  if (!IsLong(number)) return Emit(number);
-  PassText(number);
+  if (!IsLong(number)) return PassConstant(number);
+  PassConstant({});
+  EmitText(number);
+}
+
+// An operand that needs no check.
+void Rewriter::PassConstant(const QString& constant) {
+  operand_ = {output_.size(), true, {}};
+  operator_.clear();
+  if (!constant.isEmpty()) Emit(constant);
 }
 
 // The minus sign of such a number, where it cannot be a subtraction.
@@ -210,19 +232,65 @@ bool Rewriter::PassSign() {
   const Token& before = tokens_[at_ - 2];
   const bool isSign = before.Is(u"="_s) || before.Is(u"("_s) || before.Is(u","_s);
   if (!isSign || Peek().kind != TokenKind::Number || !IsLong(Peek().text)) return false;
-  PassText(u'-' + Next().text);
+  PassConstant({});
+  EmitText(u'-' + Next().text);
   return true;
 }
 
 void Rewriter::PassSymbol(const QString& symbol) {
   if (symbol == u"-"_s && at_ > 1 && PassSign()) return;
-  if (symbol == u"/"_s) return Emit(u"* 1.0 /"_s);  // 5 / 2 is 2.5
+  if (symbol == u"("_s) return Open({false, BeginOperand()});
+  if (symbol == u")"_s) return Close();
+  if (symbol == u"."_s) return Emit(symbol);
+  if (u"+-*/"_s.contains(symbol)) return PassOperator(symbol);
   Emit(symbol);
-  if (symbol == u"("_s) comparesAsText_.push_back(false);
-  if (symbol != u")"_s) return;
-  if (comparesAsText_.empty()) ThrowSyntaxError(sql_, u"een haakje te veel"_s);
-  if (comparesAsText_.back()) Emit(u"COLLATE jet"_s);
-  comparesAsText_.pop_back();
+  operand_ = {};
+  operator_.clear();
+}
+
+void Rewriter::Open(const Parenthesis& parenthesis) {
+  Emit(u"("_s);
+  open_.push_back(parenthesis);
+  operand_ = {};
+  operator_.clear();
+}
+
+void Rewriter::Close() {
+  Emit(u")"_s);
+  if (open_.empty()) ThrowSyntaxError(sql_, u"een haakje te veel"_s);
+  if (open_.back().comparesAsText) Emit(u"COLLATE jet"_s);
+  operand_ = open_.back().operand;
+  open_.pop_back();
+  EndOperand();
+}
+
+// SQLite would count a text as 0, so the operands of arithmetic are passed through a function that refuses texts. An
+// operator without an operand before it is a sign, or the * of "SELECT *".
+void Rewriter::PassOperator(const QString& symbol) {
+  const bool allFields = symbol == u"*"_s && (operand_.begin < 0 || tokens_[at_ - 2].Is(u"."_s));
+  if (operand_.begin >= 0 && !operand_.isChecked && !allFields) {
+    output_.insert(operand_.begin, u" operand ("_s);
+    Emit(u", '%1' )"_s.arg(symbol));
+  }
+  operand_ = {};
+  operator_ = allFields ? QString() : symbol;
+  Emit(symbol == u"/"_s ? u"* 1.0 /"_s : symbol);  // 5 / 2 is 2.5
+}
+
+// To be ended by EndOperand when its last token is written.
+Rewriter::Operand Rewriter::BeginOperand() {
+  Operand operand{output_.size(), !operator_.isEmpty(), {}};
+  if (!operand.isChecked) return operand;
+  Emit(u"operand ("_s);
+  operand.ending = u", '%1' )"_s.arg(operator_);
+  operator_.clear();
+  return operand;
+}
+
+void Rewriter::EndOperand() {
+  if (operand_.ending.isEmpty()) return;
+  Emit(operand_.ending);
+  operand_.ending.clear();
 }
 
 }  // namespace dao

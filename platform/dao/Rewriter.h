@@ -38,14 +38,33 @@ class Rewriter {
   QStringList Names() const { return names_; }
 
  private:
+  // A value that an operator may follow: where it begins in the output (-1: none), and whether the function that
+  // refuses texts is around it; `ending` closes that function and is not written yet.
+  struct Operand {
+    qsizetype begin = -1;
+    bool isChecked = false;
+    QString ending;
+  };
+  struct Parenthesis {
+    bool comparesAsText = false;  // the result of its function gets the text order
+    Operand operand;              // the value that it closes
+  };
+
   void Pass();
   void PassWord();
   void PassFunction();
   void PassName(const QString& name);
   void PassText(const QString& value);
   void PassNumber(const QString& number);
+  void PassConstant(const QString& constant);
   bool PassSign();
   void PassSymbol(const QString& symbol);
+  void PassOperator(const QString& symbol);
+  void Open(const Parenthesis& parenthesis);
+  void Close();
+  Operand BeginOperand();
+  void EndOperand();
+  void EmitText(const QString& value);
   void SelectItem(int number);
   bool NeedsName(std::size_t first, std::size_t last) const;
 
@@ -55,7 +74,9 @@ class Rewriter {
   QString output_;
   QStringList texts_;
   QStringList names_;
-  std::vector<bool> comparesAsText_;  // per open parenthesis: whether the result of its function gets the text order
+  std::vector<Parenthesis> open_;
+  Operand operand_;   // the last one written
+  QString operator_;  // the one whose right operand comes next
 };
 
 }  // namespace dao

@@ -5,10 +5,11 @@
 
 namespace dao {
 
-// Adds the functions of the dialect that SQLite does not have: UCase and LCase.
+// Adds the functions of the dialect that SQLite does not have, UCase and LCase, and the one that the rewriter puts
+// around the operands of arithmetic.
 void AddSqlFunctions(sqlite3* connection);
 
-// Whether a statement may call the function: UCase, LCase, MAX, MIN, COUNT, SUM or AVG.
+// Whether a rewritten statement may call the function: UCase, LCase, MAX, MIN, COUNT, SUM, AVG, or the rewriter's.
 bool IsDialectFunction(const char* name);
 
 }  // namespace dao

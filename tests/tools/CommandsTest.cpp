@@ -118,6 +118,14 @@ TEST_F(Tool, SqlChangesRowsAndSaysHowMany) {
   EXPECT_EQ(RunTool({u"sql"_s, Server(), u"DELETE FROM tblItemSpots"_s}).out, "1\n");
 }
 
+TEST_F(Tool, SqlRefusesToAddTexts) {
+  ASSERT_EQ(Create().exitCode, kDone);
+  const ToolRun run = RunTool({u"sql"_s, Local(), u"SELECT MsgTekst + MsgStyle FROM appMessages"_s});
+  EXPECT_EQ(run.exitCode, kFailed);
+  EXPECT_EQ(run.out, "");
+  EXPECT_NE(run.err.find(": + werkt alleen met getallen, en '"), std::string::npos) << run.err;
+}
+
 TEST_F(Tool, SchemaShowsFieldsAndIndexes) {
   ASSERT_EQ(Create().exitCode, kDone);
   const std::string text = RunTool({u"schema"_s, Server(), u"tblItemsItemSpots"_s}).out;

@@ -129,6 +129,58 @@ TEST(Dialect, DivisionKeepsItsFraction) {
   EXPECT_EQ(Rows(s.Open(), u"SELECT ID / 2 AS Half FROM tblSpots WHERE ID = 3"_s), QStringList{u"1.5"_s});
 }
 
+TEST(Dialect, ArithmeticWithATextIsRefusedByItsOperator) {
+  const SpotScratch s;
+  const struct {
+    QString expression;
+    QString operation;
+  } cases[] = {{u"Naam + Naam"_s, u"+"_s},
+               {u"Naam + \"x\""_s, u"+"_s},
+               {u"\"x\" + 1"_s, u"+"_s},
+               {u"ID + Naam"_s, u"+"_s},
+               {u"1 - tblSpots.Naam"_s, u"-"_s},
+               {u"tblSpots.Naam * 2"_s, u"*"_s},
+               {u"UCase(Naam) + 1"_s, u"+"_s},
+               {u"1 + LCase(Naam)"_s, u"+"_s},
+               {u"(Naam) / 2"_s, u"/"_s},
+               {u"ID * (2 + [Naam])"_s, u"+"_s},
+               {u"-Naam"_s, u"-"_s},
+               {u"ID + 1 + Naam"_s, u"+"_s},
+               {u"(ID + 1) * ID - Naam"_s, u"-"_s},
+               {u"MAX(Naam) + 1"_s, u"+"_s},
+               {u"SUM(Naam)"_s, u"SUM"_s},
+               {u"AVG(DISTINCT Naam)"_s, u"AVG"_s},
+               {u"\"12\" + \"34\""_s, u"+"_s}};
+  for (const auto& each : cases) {
+    const QString sql = u"SELECT %1 AS Uit FROM tblSpots"_s.arg(each.expression);
+    const QString error = ErrorOf([&] { s.Open().OpenRecordset(sql); });
+    EXPECT_TRUE(error.contains(u": %1 werkt alleen met getallen, en '"_s.arg(each.operation)))
+        << qPrintable(sql + u": "_s + error);
+    EXPECT_TRUE(error.contains(sql)) << qPrintable(error);
+  }
+  EXPECT_TRUE(ExecuteError(s.Open(), u"UPDATE tblSpots SET ID = 10 + Naam"_s).contains(u"'Appel' is tekst"_s));
+  EXPECT_TRUE(ExecuteError(s.Open(), u"DELETE FROM tblSpots WHERE Naam + Naam = 0"_s).contains(u"is tekst"_s));
+  EXPECT_EQ(Rows(s.Open(), u"SELECT ID FROM tblSpots"_s), (QStringList{u"1"_s, u"2"_s, u"3"_s}));
+}
+
+TEST(Dialect, ArithmeticWithNumbersKeepsItsPrecedence) {
+  const SpotScratch s;
+  const auto result = [&](const QString& expression) {
+    return Rows(s.Open(), u"SELECT %1 AS Uit FROM tblSpots WHERE ID = 3"_s.arg(expression)).value(0);
+  };
+  EXPECT_EQ(result(u"ID + 2 * ID"_s), u"9"_s);
+  EXPECT_EQ(result(u"(ID + 2) * tblSpots.ID"_s), u"15"_s);
+  EXPECT_EQ(result(u"-ID - -[ID] - 1"_s), u"-1"_s);
+  EXPECT_EQ(result(u"2 * -ID"_s), u"-6"_s);
+  EXPECT_EQ(result(u"(SELECT MAX(ID) FROM tblSpots) + 1"_s), u"4"_s);
+  EXPECT_EQ(result(u"MAX(ID) + SUM(ID) + COUNT(*)"_s), u"7"_s);
+  EXPECT_EQ(result(u"Memo + 1"_s), u"-"_s);
+  EXPECT_EQ(result(u"NULL + ID"_s), u"-"_s);
+  EXPECT_EQ(result(u"True + ID"_s), u"2"_s);
+  EXPECT_EQ(Rows(s.Open(), u"SELECT tblSpots.*, ID + 1 AS Uit FROM tblSpots WHERE ID * 2 = 6 AND Naam = \"Cola\""_s),
+            QStringList{u"3|Cola|1|-|-|4"_s});
+}
+
 TEST(Dialect, ExpressionsWithoutNameAreNumbered) {
   const SpotScratch s;
   EXPECT_EQ(Value(s.Open(), u"SELECT COUNT(*) FROM tblSpots"_s, u"Expr1000"_s), 3);
@@ -190,12 +242,12 @@ TEST(Dialect, RandomStatementsSucceedOrThrowAnError) {
   const QStringList parts = {u"SELECT"_s, u"UPDATE"_s, u"SET"_s, u"FROM"_s, u"tblSpots"_s, u"ID"_s,     u"("_s,
                              u")"_s,      u","_s,      u"="_s,   u"*"_s,    u"."_s,        u"\"x\""_s,  u"'"_s,
                              u"["_s,      u"]"_s,      u"1"_s,   u";"_s,    u"WHERE"_s,    u"UCase("_s, u"IN"_s,
-                             u"AS"_s,     u"NULL"_s,   u"/"_s,   u"é"_s,    u"\""_s};
+                             u"AS"_s,     u"NULL"_s,   u"/"_s,   u"é"_s,    u"\""_s,       u"+"_s,      u"-"_s};
   std::mt19937 random(1);
   for (int i = 0; i < 3000; ++i) {
     QString sql = i % 2 == 0 ? u"SELECT ID FROM tblSpots"_s : u"SELECT"_s;
     for (auto n = random() % 9; n > 0; --n)
-      sql += u' ' + parts[static_cast<qsizetype>(random() % 26)];
+      sql += u' ' + parts[static_cast<qsizetype>(random()) % parts.size()];
     ErrorOf([&] { database.OpenRecordset(sql); });
   }
   EXPECT_EQ(Rows(database, u"SELECT ID FROM tblSpots"_s).size(), 3);

@@ -46,7 +46,7 @@ TEST(Statement, TextsAreNumberedParameters) {
 TEST(Statement, ValuesOfTheDialectAreRewritten) {
   EXPECT_EQ(Body(u"SELECT a FROM t WHERE a = True AND b = false"_s),
             u"SELECT \"a\" FROM \"t\" WHERE \"a\" = (-1) AND \"b\" = 0"_s);
-  EXPECT_EQ(Body(u"SELECT a / 2 AS h FROM t"_s), u"SELECT \"a\" * 1.0 / 2 AS \"h\" FROM \"t\""_s);
+  EXPECT_EQ(Body(u"SELECT a / 2 AS h FROM t"_s), u"SELECT operand ( \"a\" , '/' ) * 1.0 / 2 AS \"h\" FROM \"t\""_s);
   EXPECT_EQ(Body(u"SELECT a FROM t WHERE UCase(a) = \"X\""_s),
             u"SELECT \"a\" FROM \"t\" WHERE UCASE ( \"a\" ) COLLATE jet = ?1"_s);
   EXPECT_EQ(Body(u"SELECT MAX(a) AS m FROM t"_s), u"SELECT MAX ( \"a\" ) AS \"m\" FROM \"t\""_s);
@@ -67,8 +67,8 @@ TEST(Statement, OnlyExpressionsWithoutANameGetANumber) {
       {u"*"_s, u"*"_s},
       {u"t.*"_s, u"\"t\" . *"_s},
       {u"a AS b"_s, u"\"a\" AS \"b\""_s},
-      {u"a + b"_s, u"\"a\" + \"b\" AS \"Expr1000\""_s},
-      {u"-a"_s, u"- \"a\" AS \"Expr1000\""_s},
+      {u"a + b"_s, u"operand ( \"a\" , '+' ) + operand ( \"b\" , '+' ) AS \"Expr1000\""_s},
+      {u"-a"_s, u"- operand ( \"a\" , '-' ) AS \"Expr1000\""_s},
       {u"MAX(a)"_s, u"MAX ( \"a\" ) AS \"Expr1000\""_s},
       {u"\"x\""_s, u"?1 AS \"Expr1000\""_s},
       {u"a, 1, b, 2"_s, u"\"a\" , 1 AS \"Expr1001\" , \"b\" , 2 AS \"Expr1003\""_s},
@@ -105,7 +105,7 @@ TEST(Statement, UpdateAndDeleteKnowWhetherTheyHaveACondition) {
   const Statement update = ParseStatement(u"UPDATE t SET t.a = 1, b = a + 1 WHERE ID = 2"_s);
   EXPECT_EQ(update.verb, Verb::Update);
   EXPECT_EQ(update.fields, (QStringList{u"a"_s, u"b"_s}));
-  EXPECT_EQ(update.body, u"UPDATE \"t\" SET \"a\" = 1 , \"b\" = \"a\" + 1 WHERE \"ID\" = 2"_s);
+  EXPECT_EQ(update.body, u"UPDATE \"t\" SET \"a\" = 1 , \"b\" = operand ( \"a\" , '+' ) + 1 WHERE \"ID\" = 2"_s);
   EXPECT_FALSE(update.everyRow);
   EXPECT_TRUE(ParseStatement(u"UPDATE t SET a = 1"_s).everyRow);
   const Statement deletion = ParseStatement(u"DELETE * FROM t"_s);
