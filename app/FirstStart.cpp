@@ -3,22 +3,44 @@
 
 #include "app/frmEersteStart.h"
 #include "data/Globals.h"
+#include "export/StationMemory.h"
+#include "platform/files/Error.h"
+#include "platform/files/FileSystem.h"
+#include "platform/runtime/FileCalls.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Probe.h"
 
-#include <QDir>
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
+using runtime::Presence;
+using runtime::Probe;
+
+namespace {
+
+// The lock of the running program is made before the first station.
+bool HasOnlyTheLock(const QString& folder) {
+  try {
+    const auto names = files::CurrentFileSystem().NamesIn(runtime::NativePath(runtime::HostPath(folder)));
+    return std::all_of(names.begin(), names.end(), [](const auto& name) { return name == "spotrooster.lock"; });
+  } catch (const files::Error&) {
+    return false;
+  }
+}
+
+}  // namespace
 
 bool IsFirstStart() {
-  // A folder that cannot be read is not considered empty.
-  if (runtime::Probe(global.programFolder + u"\\ovalis.ini"_s) != runtime::Presence::NotThere) return false;
-  const QDir data(runtime::HostPath(global.programFolder + u"\\data"_s));
-  return data.entryList({u"OvalistoLocal*.mdb"_s}, QDir::Files).isEmpty();
+  const QString data = global.programFolder + u"\\data"_s;
+  if (Probe(global.programFolder) != Presence::There) return false;
+  if (Probe(global.programFolder + u"\\ovalis.ini"_s) != Presence::NotThere) return false;
+  const Presence presence = Probe(data);
+  return presence == Presence::NotThere || (presence == Presence::There && HasOnlyTheLock(data));
 }
 
 bool OfferFirstStation(QWidget* owner) {
   frmEersteStart offer(owner);
   offer.ShowModal();
+  if (offer.Made()) StationMemory::Chosen(0);
   return offer.Made();
 }

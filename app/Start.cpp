@@ -53,9 +53,9 @@ std::unique_ptr<frmMain> Start() {
   desktop::RepaintWindows();
   auto main = std::make_unique<frmMain>();
   QObject::connect(main.get(), &frmMain::loading, &splash, &frmSplash::ShowStep);
+  if (IsFirstStart()) OfferFirstStation(main.get());
   main->Form_Load();
   splash.close();
-  if (IsFirstStart() && OfferFirstStation(main.get())) main->Form_Load();
   main->show();
   return main;
 }

@@ -10,9 +10,8 @@ class frmMain;
 // user has then seen a message.
 std::unique_ptr<ProgramLock> TakeProgramLock();
 
-// The start procedure: shows the splash screen, loads the main window, closes the splash screen, shows the main window
-// and returns it. When there is no station yet it offers to make one and then loads the window again.
-// global.programFolder must be set.
+// The start procedure: shows the splash screen, offers to make a station when there is none, loads the main window,
+// closes the splash screen, shows the main window and returns it. global.programFolder must be set.
 std::unique_ptr<frmMain> Start();
 
 // Registers all screens. Call once, before Start.

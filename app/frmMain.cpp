@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "app/frmMain.h"
 
+#include "app/FirstStart.h"
 #include "app/StationStatus.h"
 #include "app/StatusPanel.h"
 #include "app/Version.h"
 #include "app/frmHandleiding.h"
+#include "app/frmNieuweZender.h"
 #include "app/ui_frmMain.h"
 #include "catalogue/Screens.h"
 #include "catalogue/frmOntbreekt.h"
@@ -75,6 +77,8 @@ void frmMain::ConnectEvents() {
     connect(action, &QAction::triggered, this,
             [this, action] { tlbMain_ButtonClick(action->property("key").toString()); });
   }
+  connect(ui_->actAndereZender, &QAction::triggered, this, &frmMain::mnuAndereZender_Click);
+  connect(ui_->actNieuweZender, &QAction::triggered, this, &frmMain::mnuNieuweZender_Click);
   connect(ui_->actItemPingles, &QAction::triggered, this, &frmMain::mnuItemPingles_Click);
   connect(ui_->actOverzichten, &QAction::triggered, this, &frmMain::mnuOverzichten_Click);
   connect(ui_->actWeek, &QAction::triggered, this, &frmMain::mnuWeek_Click);
@@ -100,6 +104,8 @@ void frmMain::InitForm() {
                {ui_->actOntbreekt, u"bestand"_s},
                {ui_->actOverzichten, u"afdrukken"_s},
                {ui_->actExporteren, u"exporteren"_s},
+               {ui_->actAndereZender, u"radio"_s},
+               {ui_->actNieuweZender, u"nieuw"_s},
                {ui_->actInstellingen, u"instellingen"_s},
                {ui_->actAfsluiten, u"afsluiten"_s},
                {ui_->actHandleiding, u"handleiding"_s},
@@ -142,19 +148,40 @@ void frmMain::Form_Load() {
     FormDatabasePaths();
     Q_EMIT loading(u"Zender kiezen ..."_s);
     ChooseStation();
-    Q_EMIT loading(u"Zender openen ..."_s);
-    ResumeExport();
-    SetRadioNaam();
-    setWindowTitle(u"Spotrooster "_s + global.stationName);
-    SetOnlineYn();
-    ShowStation();
+    OpenStation();
   });
 }
 
-// Without a choice the number remains 0 and the paths are unchanged.
-void frmMain::ChooseStation() {
-  frmRadioDetail(this).ShowModal();
+// False without a choice: the number and the paths are unchanged.
+bool frmMain::ChooseStation() {
+  frmRadioDetail stations(this);
+  stations.ShowModal();
   FormDatabasePaths();
+  return stations.HasChosen();
+}
+
+void frmMain::OpenStation() {
+  Q_EMIT loading(u"Zender openen ..."_s);
+  ResumeExport();
+  SetRadioNaam();
+  setWindowTitle(u"Spotrooster "_s + global.stationName);
+  SetOnlineYn();
+  ShowStation();
+}
+
+void frmMain::ChangeStation() {
+  const qint16 present = global.stationNumber;
+  global.stationNumber = 0;  // the list of stations is in the database without a number
+  FormDatabasePaths();
+  if (ChooseStation()) {
+    // A database that cannot be read leaves name and mode as they are: never those of the previous station.
+    global.stationName.clear();
+    global.online = false;
+    OpenStation();
+  } else {
+    global.stationNumber = present;
+    FormDatabasePaths();
+  }
 }
 
 // Before anything is logged. The program starts even after a failure: the next export tries again.
@@ -225,6 +252,22 @@ void frmMain::fraVandaag_Tonen(SpotView view) {
   Trapped(__func__, [&] {
     ShowItemSpotsOnly(view, this);
     RefreshStatus();
+  });
+}
+
+void frmMain::mnuAndereZender_Click() {
+  Trapped(__func__, [&] { ChangeStation(); });
+}
+
+void frmMain::mnuNieuweZender_Click() {
+  Trapped(__func__, [&] {
+    if (IsFirstStart()) {
+      if (OfferFirstStation(this)) Form_Load();
+      return;
+    }
+    frmNieuweZender form(this);
+    form.ShowModal();
+    if (form.Made()) ChangeStation();
   });
 }
 

@@ -23,7 +23,7 @@ class frmMain : public QMainWindow {
   ~frmMain() override;
 
   // Reads the settings, lets the user choose the station, sets the database paths and reads the station's name and
-  // mode. Call once, before the window is shown.
+  // mode. Call once, before the window is shown; the window itself calls it again for the first station of a folder.
   void Form_Load();
 
  Q_SIGNALS:
@@ -34,7 +34,9 @@ class frmMain : public QMainWindow {
   void ConnectEvents();
   void InitForm();
   void InitStatusBar();
-  void ChooseStation();
+  bool ChooseStation();
+  void OpenStation();
+  void ChangeStation();
   void ResumeExport();
   void ShowStation();
   void ShowTime();
@@ -44,6 +46,8 @@ class frmMain : public QMainWindow {
 
   void tlbMain_ButtonClick(const QString& key);
   void fraVandaag_Tonen(SpotView view);
+  void mnuAndereZender_Click();
+  void mnuNieuweZender_Click();
   void mnuItemPingles_Click();
   void mnuOverzichten_Click();
   void mnuWeek_Click();

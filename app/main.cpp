@@ -7,6 +7,7 @@
 #include "app/frmMain.h"
 #include "data/Globals.h"
 #include "data/ProgramLock.h"
+#include "export/StationMemory.h"
 #include "platform/desktop/EnterKey.h"
 #include "platform/desktop/FolderMemory.h"
 #include "platform/desktop/Icons.h"
@@ -73,6 +74,7 @@ int Run(QApplication& application, const StartOptions& options) {
   if (!lock) return kAlreadyRunning;
   const WindowPlaces places(UserFile(u"vensters.ini"_s));
   const desktop::FolderMemory folders(UserFile(u"mappen.ini"_s));
+  const StationMemory stations(UserFile(u"zenders.ini"_s));
   RegisterScreens();
   const std::unique_ptr<frmMain> main = Start();
   return QApplication::exec();

@@ -4,6 +4,7 @@
 #include "data/Globals.h"
 #include "data/Messages.h"
 #include "data/Schema.h"
+#include "export/StationMemory.h"
 #include "platform/controls/ComboBox.h"
 #include "platform/desktop/MessageBox.h"
 #include "platform/runtime/HostPath.h"
@@ -15,6 +16,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QTabWidget>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -103,13 +105,64 @@ TEST(frmRadioDetail, ReadsTheLocalDatabaseInBothModesAndShowsAnEmptyNameAsAnEmpt
   }
 }
 
-TEST(frmRadioDetail, OkWithNothingChosenDoesNothing) {
+TEST(frmRadioDetail, OkWithNothingChosenSaysSoWithoutABox) {
   const Station station;
   global.stationNumber = 5;
   RadioWindow window;
+  const auto& line = Child<QLabel>(window.form, u"lblKiesEerst"_s);
+  EXPECT_FALSE(line.isVisible());
+  const MessageBoxScript boxes;
   window.PressOk();
   EXPECT_TRUE(window.form.isVisible());
+  EXPECT_TRUE(line.isVisible());
+  EXPECT_EQ(line.text(), u"Kies eerst een zender."_s);
+  EXPECT_TRUE(boxes.Shown().empty());
   EXPECT_EQ(global.stationNumber, 5);
+  EXPECT_FALSE(window.form.HasChosen());
+  window.Radio().SetListIndex(0);
+  EXPECT_FALSE(line.isVisible());
+}
+
+TEST(frmRadioDetail, AButtonTakesTheStationOfTheLastTimeInThisFolder) {
+  const Station station;
+  const QTemporaryDir folder;
+  const StationMemory memory(folder.filePath(u"zenders.ini"_s));
+  schema::AddStation(global.localDatabasePath, 7, u"Radio Jan & Piet"_s);
+  {
+    RadioWindow window;
+    EXPECT_FALSE(Child<QPushButton>(window.form, u"cmdLaatste"_s).isVisible());
+    window.Radio().SetListIndex(0);
+    window.PressOk();
+  }
+  global.stationNumber = 0;
+  {
+    const StationMemory nextRun(folder.filePath(u"zenders.ini"_s));
+    RadioWindow window;
+    auto& last = Child<QPushButton>(window.form, u"cmdLaatste"_s);
+    EXPECT_TRUE(last.isVisible());
+    EXPECT_EQ(last.text(), u"&Verder met Radio Jan && Piet"_s);
+    EXPECT_EQ(window.Radio().ListIndex(), -1);
+    EXPECT_EQ(window.form.focusWidget(), &window.Radio());
+    last.click();
+    EXPECT_FALSE(window.form.isVisible());
+    EXPECT_TRUE(window.form.HasChosen());
+    EXPECT_EQ(global.stationNumber, 7);
+  }
+  station.OnLocal(u"DELETE FROM cdeLicenties WHERE LicentieNummer = 7"_s);
+  RadioWindow window;
+  EXPECT_FALSE(Child<QPushButton>(window.form, u"cmdLaatste"_s).isVisible());
+}
+
+TEST(frmRadioDetail, EachProgramFolderHasItsOwnLastStation) {
+  const QTemporaryDir folder;
+  const StationMemory memory(folder.filePath(u"zenders.ini"_s));
+  {
+    const Station station;
+    StationMemory::Chosen(0);
+    EXPECT_EQ(StationMemory::Last(), 0);
+  }
+  const Station other;
+  EXPECT_EQ(StationMemory::Last(), std::nullopt);
 }
 
 TEST(frmRadioDetail, AnEmptyStationTableLeavesTheListEmptyAndOkDoesNothing) {
@@ -120,6 +173,7 @@ TEST(frmRadioDetail, AnEmptyStationTableLeavesTheListEmptyAndOkDoesNothing) {
   EXPECT_TRUE(Child<QLabel>(window.form, u"lblGeenZender"_s).isVisible());
   window.PressOk();
   EXPECT_TRUE(window.form.isVisible());
+  EXPECT_FALSE(Child<QLabel>(window.form, u"lblKiesEerst"_s).isVisible());
 }
 
 TEST(frmRadioDetail, EscClosesItAndLeavesTheNumber) {

@@ -4,6 +4,7 @@
 #include "app/frmEersteStart.h"
 #include "app/frmHandleiding.h"
 #include "app/frmMain.h"
+#include "app/frmNieuweZender.h"
 #include "app/frmSplash.h"
 #include "catalogue/frmItemOpruimen.h"
 #include "catalogue/frmItemPingles.h"
@@ -123,6 +124,7 @@ QList<Opening> All(const Records& records) {
       {u"splash"_s, [] { return Window(std::make_unique<frmSplash>()); }},
       {u"main"_s, [] { return Window(std::make_unique<frmMain>()); }},
       Screen<frmEersteStart>(u"firstStart"_s),
+      Screen<frmNieuweZender>(u"newStation"_s),
       Screen<frmHandleiding>(u"handleiding"_s),
       Screen<frmRadioDetail>(u"station"_s),
       Overview<frmItems>(u"items"_s),
