@@ -25,8 +25,9 @@ StationStatus ReadStationStatus() {
     status.copyEmpty = IsEmpty(database, u"tblCopie_ItemSpots"_s) && IsEmpty(database, u"tblCopie_Items"_s);
     const dao::Recordset count = database.OpenRecordset(u"SELECT COUNT(*) AS Aantal FROM tblOfflineLog"_s);
     status.notExported = runtime::ToLong(count.Field(u"Aantal"_s)) + KeptStatementCount();
-  } catch (const runtime::Error&) {
+  } catch (const runtime::Error& error) {
     status = StationStatus();
+    status.unreadable = ReasonFor(global.localDatabasePath, u"de lokale database"_s, error.Description());
   }
   return status;
 }

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "data/UnreadableReason.h"
+
 #include <optional>
 
 // Facts about the station's local database for the status bar.
 struct StationStatus {
   std::optional<int> notExported;  // statements in the offline log; empty when the database cannot be read
+  UnreadableReason unreadable;     // then why
   bool copyEmpty = false;          // the local copy of the items or of the item-spots is empty
 };
 

@@ -17,12 +17,13 @@ StatusPanel::StatusPanel(QWidget* parent) : QWidget(parent) {
   setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Preferred);
 }
 
-void StatusPanel::Show(const QString& icon, const QString& text, desktop::IconTint tint) {
+void StatusPanel::Show(const QString& icon, const QString& text, desktop::IconTint tint, const QString& details) {
   icon_ = icon;
   text_ = text;
   tint_ = tint;
   setAccessibleName(text);
-  setToolTip(text);
+  setAccessibleDescription(details);
+  setToolTip(details.isEmpty() ? text : text + u'\n' + details);
   updateGeometry();
   update();
 }

@@ -12,8 +12,9 @@ class StatusPanel : public QWidget {
  public:
   explicit StatusPanel(QWidget* parent = nullptr);
 
-  // Warning has another colour and bold text.
-  void Show(const QString& icon, const QString& text, desktop::IconTint tint = desktop::IconTint::Text);
+  // Warning has another colour and bold text. The tool tip is the text, followed by `details`.
+  void Show(const QString& icon, const QString& text, desktop::IconTint tint = desktop::IconTint::Text,
+            const QString& details = {});
   const QString& Text() const { return text_; }
 
   QSize sizeHint() const override;

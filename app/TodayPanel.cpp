@@ -11,7 +11,7 @@ using controls::LineTone;
 
 namespace {
 
-// A number and its words; without a number a dash and the plural.
+// A number and its words; without a number the plural, with a dash or the reason.
 struct Row {
   QLabel* number;
   QLabel* words;
@@ -19,9 +19,11 @@ struct Row {
   QString many;
 };
 
-void Show(const Row& row, const std::optional<int>& count) {
-  row.number->setText(count ? QString::number(*count) : u"–"_s);
-  row.words->setText(count == 1 ? row.one : row.many);
+void Show(const Row& row, const std::optional<int>& count, const UnreadableReason& reason) {
+  const bool failed = !count && !reason.brief.isEmpty();
+  row.number->setText(count ? QString::number(*count) : failed ? u"?"_s : u"–"_s);
+  row.words->setText(count == 1 ? row.one : failed ? row.many + u": "_s + reason.brief : row.many);
+  row.words->setToolTip(failed ? reason.full : QString());
 }
 
 QFont NumberFont(QFont font) {
@@ -39,7 +41,7 @@ TodayPanel::TodayPanel(QWidget* parent)
       blocks_(std::make_unique<BlockSurvey>()) {
   ui_->setupUi(this);
   connect(survey_.get(), &SpotStateLoader::changed, this, &TodayPanel::ShowCounts);
-  connect(survey_.get(), &SpotStateLoader::finished, this, &TodayPanel::ShowCounts);
+  connect(survey_.get(), &SpotStateLoader::finished, this, &TodayPanel::OnSpotsFinished);
   connect(blocks_.get(), &BlockSurvey::finished, this, &TodayPanel::ShowCounts);
   InitRows();
   ShowCounts();
@@ -73,6 +75,11 @@ void TodayPanel::Count() {
   ShowCounts();
 }
 
+void TodayPanel::OnSpotsFinished() {
+  ShowCounts();
+  Q_EMIT catalogueRead(survey_->Failure());
+}
+
 // Missing files are known only after all files are checked.
 void TodayPanel::ShowCounts() {
   const bool read = survey_->IsRead();
@@ -81,22 +88,23 @@ void TodayPanel::ShowCounts() {
     return known ? std::optional(CountIn(view, survey_->Counts())) : std::nullopt;
   };
   Show({ui_->lblAantalLopen, ui_->lblLopen, u"item-spot loopt vandaag"_s, u"item-spots lopen vandaag"_s},
-       count(SpotView::LopenVandaag, read));
+       count(SpotView::LopenVandaag, read), survey_->Failure());
   Show({ui_->lblAantalVerlopen, ui_->lblVerlopen, u"item-spot verloopt binnen 7 dagen"_s,
         u"item-spots verlopen binnen 7 dagen"_s},
-       count(SpotView::VerlopenBinnenkort, read));
+       count(SpotView::VerlopenBinnenkort, read), survey_->Failure());
   Show({ui_->lblAantalZonderBestand, ui_->lblZonderBestand, u"item-spot zonder geluidsbestand"_s,
         u"item-spots zonder geluidsbestand"_s},
-       count(SpotView::ZonderBestand, finished));
+       count(SpotView::ZonderBestand, finished), survey_->Failure());
   Show({ui_->lblAantalBlokken, ui_->lblBlokken, u"item zou nu stil zijn of te kort"_s,
         u"items zouden nu stil zijn of te kort"_s},
-       blocks_->IsRead() && blocks_->IsFinished() ? std::optional(blocks_->ProblemCount()) : std::nullopt);
+       blocks_->IsRead() && blocks_->IsFinished() ? std::optional(blocks_->ProblemCount()) : std::nullopt,
+       blocks_->Failure());
 }
 
-void TodayPanel::ShowNotExported(const std::optional<int>& count) {
+void TodayPanel::ShowNotExported(const std::optional<int>& count, const UnreadableReason& reason) {
   Show({ui_->lblAantalExport, ui_->lblExport, u"wijziging nog niet geëxporteerd"_s,
         u"wijzigingen nog niet geëxporteerd"_s},
-       count);
+       count, reason);
 }
 
 void TodayPanel::EnableButtons(bool spots, bool blocks, bool exporting) {

@@ -7,6 +7,7 @@
 #include "app/Version.h"
 #include "app/frmHandleiding.h"
 #include "app/frmNieuweZender.h"
+#include "app/frmVersie.h"
 #include "app/ui_frmMain.h"
 #include "catalogue/Screens.h"
 #include "catalogue/frmOntbreekt.h"
@@ -21,7 +22,6 @@
 #include "export/frmRadioDetail.h"
 #include "export/reports/frmOverzichten.h"
 #include "platform/desktop/Icons.h"
-#include "platform/desktop/MessageBox.h"
 #include "platform/desktop/ScaledFont.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Error.h"
@@ -47,8 +47,8 @@ QString DateLine(QDate date) {
   return dutch.toString(date, u"dddd d MMMM yyyy"_s) + u", week "_s + QString::number(date.weekNumber());
 }
 
-QString NotExportedText(const std::optional<int>& count) {
-  if (!count) return u"opdrachten nog niet geëxporteerd: –"_s;
+QString NotExportedText(const std::optional<int>& count, const UnreadableReason& reason) {
+  if (!count) return u"opdrachten nog niet geteld: %1"_s.arg(reason.brief);
   if (*count == 1) return u"1 opdracht nog niet geëxporteerd"_s;
   return QString::number(*count) + u" opdrachten nog niet geëxporteerd"_s;
 }
@@ -88,6 +88,7 @@ void frmMain::ConnectEvents() {
   connect(ui_->actHandleiding, &QAction::triggered, this, &frmMain::mnuHandleiding_Click);
   connect(ui_->actVersie, &QAction::triggered, this, &frmMain::mnuVersie_Click);
   connect(ui_->fraVandaag, &TodayPanel::spotsAsked, this, &frmMain::fraVandaag_Tonen);
+  connect(ui_->fraVandaag, &TodayPanel::catalogueRead, this, &frmMain::ShowMode);
   connect(ui_->fraVandaag, &TodayPanel::blocksAsked, ui_->actItems, &QAction::trigger);
   connect(ui_->fraVandaag, &TodayPanel::exportAsked, ui_->actExporteren, &QAction::trigger);
   connect(tmrKlok_, &QTimer::timeout, this, &frmMain::ShowTime);
@@ -224,13 +225,20 @@ void frmMain::ShowTime() {
 void frmMain::RefreshStatus() {
   const QString number = global.stationNumber == 0 ? QString() : u" (zender %1)"_s.arg(global.stationNumber);
   pnlRadio_->Show(u"radio"_s, (global.stationName.isEmpty() ? u"Geen zender"_s : global.stationName) + number);
-  pnlModus_->Show(global.online ? u"online"_s : u"offline"_s, global.online ? u"Online"_s : u"Offline"_s,
-                  global.online ? IconTint::Text : IconTint::Warning);
+  ShowMode({});
   const StationStatus status = ReadStationStatus();
-  pnlLog_->Show(u"log"_s, NotExportedText(status.notExported));
+  pnlLog_->Show(u"log"_s, NotExportedText(status.notExported, status.unreadable),
+                status.notExported ? IconTint::Text : IconTint::Warning, status.unreadable.full);
   pnlKopie_->setVisible(status.copyEmpty);
-  ui_->fraVandaag->ShowNotExported(status.notExported);
+  ui_->fraVandaag->ShowNotExported(status.notExported, status.unreadable);
   ui_->fraVandaag->Count();
+}
+
+void frmMain::ShowMode(const UnreadableReason& reason) {
+  const QString mode = global.online ? u"Online"_s : u"Offline"_s;
+  const bool isReadable = reason.brief.isEmpty();
+  pnlModus_->Show(global.online ? u"online"_s : u"offline"_s, isReadable ? mode : mode + u": "_s + reason.brief,
+                  global.online && isReadable ? IconTint::Text : IconTint::Warning, reason.full);
 }
 
 void frmMain::Open(Screen screen) {
@@ -305,6 +313,5 @@ void frmMain::mnuHandleiding_Click() {
 }
 
 void frmMain::mnuVersie_Click() {
-  desktop::ShowMessageBox(this, u"Spotrooster, planning van radioreclame\n"_s + VersionText(),
-                          runtime::kStyleInformation, u"Spotrooster"_s);
+  Trapped(__func__, [&] { frmVersie(this).ShowModal(); });
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "catalogue/SpotView.h"
+#include "data/UnreadableReason.h"
 #include "data/forms/Screens.h"
 
 #include <QMainWindow>
@@ -41,6 +42,7 @@ class frmMain : public QMainWindow {
   void ShowStation();
   void ShowTime();
   void RefreshStatus();
+  void ShowMode(const UnreadableReason& reason);
   // Shows a screen and waits until it is closed.
   void Open(Screen screen);
 

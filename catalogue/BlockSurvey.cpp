@@ -28,17 +28,18 @@ void BlockSurvey::Start() {
   pending_.clear();
   next_ = 0;
   problemCount_ = 0;
+  failure_ = {};
   read_ = finished_ = pendingIsLast_ = false;
-  reading_.Send([this, catalogue = CurrentCatalogue(), now = runtime::Now()](const LatestTask::Token& token) {
+  reading_.Send([this, catalogue = CurrentCatalogue(), now = runtime::Now(),
+                 whose = CatalogueWords()](const LatestTask::Token& token) {
     try {
       MarkBlocks(
           catalogue, now, [&token] { return token.IsCurrent(); },
           [this, &token](std::vector<BlockMark> marks, bool last) {
             token.Post([this, marks = std::move(marks), last]() mutable { OnMarks(std::move(marks), last); });
           });
-    } catch (const runtime::Error&) {
-      // The list itself has already reported the error; marks are optional.
-      token.Post([this] { Finish(); });
+    } catch (const runtime::Error& error) {
+      token.Post([this, reason = ReasonFor(catalogue.databasePath, whose, error.Description())] { OnFailure(reason); });
     }
   });
 }
@@ -77,6 +78,12 @@ void BlockSurvey::ApplyMark(const BlockMark& mark, QList<qint64>& ids) {
   problemCount_ += (IsProblem(mark) ? 1 : 0) - (IsProblem(known) ? 1 : 0);
   known = mark;
   ids += mark.id;
+}
+
+// Without a box: a list has already reported the error itself, and marks are optional.
+void BlockSurvey::OnFailure(const UnreadableReason& reason) {
+  failure_ = reason;
+  Finish();
 }
 
 void BlockSurvey::Finish() {

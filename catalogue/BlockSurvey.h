@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "data/UnreadableReason.h"
 #include "data/forms/LatestTask.h"
 #include "export/playout/BlockMarks.h"
 
@@ -30,6 +31,8 @@ class BlockSurvey : public QObject {
   const BlockMark* Find(qint64 id) const;
   // Number of active blocks that are silent or have too few spots.
   int ProblemCount() const { return problemCount_; }
+  // Why the catalogue could not be read; empty when it was.
+  const UnreadableReason& Failure() const { return failure_; }
 
  Q_SIGNALS:
   void changed(const QList<qint64>& ids);
@@ -40,6 +43,7 @@ class BlockSurvey : public QObject {
   void OnMarks(std::vector<BlockMark> marks, bool last);
   void ProcessBatch();
   void ApplyMark(const BlockMark& mark, QList<qint64>& ids);
+  void OnFailure(const UnreadableReason& reason);
   void Finish();
 
   QHash<qint64, BlockMark> marks_;
@@ -47,6 +51,7 @@ class BlockSurvey : public QObject {
   std::size_t next_ = 0;
   bool pendingIsLast_ = false;
   int problemCount_ = 0;
+  UnreadableReason failure_;
   bool read_ = false;
   bool finished_ = false;
   QTimer batchTimer_;

@@ -43,37 +43,42 @@ void SpotStateLoader::Start(std::chrono::milliseconds maxWait) {
   rows_.clear();
   files_.clear();
   nextRow_ = 0;
+  failure_ = {};
   read_ = finished_ = false;
   now_ = runtime::Now();
   const Catalogue catalogue = CurrentCatalogue();
-  reading_.Send([this, path = catalogue.databasePath, table = catalogue.itemSpots](const LatestTask::Token& token) {
+  reading_.Send([this, path = catalogue.databasePath, table = catalogue.itemSpots,
+                 whose = CatalogueWords()](const LatestTask::Token& token) {
     if (!token.IsCurrent()) return;
-    token.Post([this, rows = ReadRows(path, table)]() mutable { OnRowsLoaded(std::move(rows)); });
+    try {
+      token.Post([this, rows = ReadRows(path, table)]() mutable { OnRowsLoaded(std::move(rows)); });
+    } catch (const runtime::Error& error) {
+      token.Post([this, reason = ReasonFor(path, whose, error.Description())] { OnFailure(reason); });
+    }
   });
   if (maxWait.count() == 0) return;
   reading_.WaitFor(maxWait);
   if (batchTimer_.isActive()) ProcessBatch();
 }
 
-std::optional<std::vector<SpotStateLoader::Row>> SpotStateLoader::ReadRows(const QString& databasePath,
-                                                                           const QString& table) {
-  try {
-    // Read-only: marks never change the catalogue.
-    dao::Recordset found = dao::OpenDatabase(databasePath, {.readOnly = true}).OpenRecordset(Query(table));
-    std::vector<Row> rows;
-    rows.reserve(static_cast<std::size_t>(found.RecordCount()));
-    for (; !found.Eof(); found.MoveNext())
-      rows.push_back({found.Field(0).toLongLong(), FactsOf(found)});
-    return rows;
-  } catch (const runtime::Error&) {
-    // The list itself has already reported the error; marks are optional.
-    return std::nullopt;
-  }
+std::vector<SpotStateLoader::Row> SpotStateLoader::ReadRows(const QString& databasePath, const QString& table) {
+  // Read-only: marks never change the catalogue.
+  dao::Recordset found = dao::OpenDatabase(databasePath, {.readOnly = true}).OpenRecordset(Query(table));
+  std::vector<Row> rows;
+  rows.reserve(static_cast<std::size_t>(found.RecordCount()));
+  for (; !found.Eof(); found.MoveNext())
+    rows.push_back({found.Field(0).toLongLong(), FactsOf(found)});
+  return rows;
 }
 
-void SpotStateLoader::OnRowsLoaded(std::optional<std::vector<Row>> rows) {
-  if (!rows) return Finish();
-  rows_ = *std::move(rows);
+// Without a box: a list has already reported the error itself, and marks are optional.
+void SpotStateLoader::OnFailure(const UnreadableReason& reason) {
+  failure_ = reason;
+  Finish();
+}
+
+void SpotStateLoader::OnRowsLoaded(std::vector<Row> rows) {
+  rows_ = std::move(rows);
   spots_.reserve(static_cast<qsizetype>(rows_.size()));
   batchTimer_.start(0);
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "data/SpotState.h"
+#include "data/UnreadableReason.h"
 #include "data/forms/FilePresenceChecker.h"
 #include "data/forms/LatestTask.h"
 
@@ -39,6 +40,8 @@ class SpotStateLoader : public QObject {
   // Null when the spot is not read yet.
   const Spot* Find(qint64 id) const;
   const SpotCounts& Counts() const { return counts_; }
+  // Why the catalogue could not be read; empty when it was.
+  const UnreadableReason& Failure() const { return failure_; }
 
  Q_SIGNALS:
   // The state of these spots or the reachability of their files is known now or has changed.
@@ -51,10 +54,11 @@ class SpotStateLoader : public QObject {
     qint64 id = 0;
     SpotFacts facts;
   };
-  // Empty when the catalogue cannot be read. Any thread.
-  static std::optional<std::vector<Row>> ReadRows(const QString& databasePath, const QString& table);
+  // Throws runtime::Error. Any thread.
+  static std::vector<Row> ReadRows(const QString& databasePath, const QString& table);
 
-  void OnRowsLoaded(std::optional<std::vector<Row>> rows);
+  void OnRowsLoaded(std::vector<Row> rows);
+  void OnFailure(const UnreadableReason& reason);
   void ProcessBatch();
   void AddRow(Row row);
   void OnFilesChecked(const std::vector<FilePresenceChecker::Result>& found, bool last);
@@ -68,6 +72,7 @@ class SpotStateLoader : public QObject {
   std::vector<Row> rows_;  // read; taken over up to nextRow_
   std::size_t nextRow_ = 0;
   std::vector<FilePresenceChecker::Request> files_;
+  UnreadableReason failure_;
   bool read_ = false;
   bool finished_ = false;
   QTimer batchTimer_;

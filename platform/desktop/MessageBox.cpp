@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/desktop/MessageBox.h"
 
+#include "platform/desktop/ErrorHistory.h"
 #include "platform/desktop/MessageDialog.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/desktop/Windows.h"
@@ -12,6 +13,8 @@
 namespace desktop {
 
 int ShowMessageBox(QWidget* owner, const QString& text, int style, const QString& title) {
+  constexpr int kIconMask = 0xf0;
+  if ((style & kIconMask) == runtime::kStyleCritical) NoteError(title, text);
   const ArrowPointer arrow;
   MessageDialog dialog(OwnerOrActive(owner), text, style, title);
   if (MessageBoxScript* script = MessageBoxScript::Active()) dialog.RunScript(*script);

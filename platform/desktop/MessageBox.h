@@ -20,8 +20,8 @@ using runtime::kAnswerOk;
 using runtime::kAnswerYes;
 
 // Shows a modal message box and returns the answer; styles and answers are those of runtime::ShowUserMessage.
-// `owner` null: the active modal window, or else the active window. Shows the arrow pointer while the box is open.
-// User-interface thread only.
+// Critical boxes are noted in the error history. `owner` null: the active modal window, or else the active window.
+// Shows the arrow pointer while the box is open. User-interface thread only.
 int ShowMessageBox(QWidget* owner, const QString& text, int style, const QString& title);
 
 // Makes runtime::ShowUserMessage show message boxes. Call once at the start of a program with windows.

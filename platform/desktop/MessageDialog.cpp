@@ -4,7 +4,9 @@
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/MessageBox.h"
 
+#include <QClipboard>
 #include <QGridLayout>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -84,6 +86,12 @@ class MessageText : public QTextEdit {
     auto* copied = new QMimeData;
     copied->setText(textCursor().selection().toPlainText().remove(kWordJoiner));
     return copied;
+  }
+
+  // Without a selection Ctrl+C copies the whole message: the dialog does that.
+  void keyPressEvent(QKeyEvent* event) override {
+    if (event->matches(QKeySequence::Copy) && !textCursor().hasSelection()) return event->ignore();
+    QTextEdit::keyPressEvent(event);
   }
 };
 
@@ -188,8 +196,13 @@ void MessageDialog::reject() {
   if (choices_.size() == 1) done(choices_.front().answer);
 }
 
-// The mnemonic letter of a button works without Alt too.
+// Ctrl+C copies title and text. The mnemonic letter of a button works without Alt too.
 void MessageDialog::keyPressEvent(QKeyEvent* event) {
+  if (event->matches(QKeySequence::Copy)) {
+    QString text = text_;
+    text.replace(u"\r\n"_s, u"\n"_s);
+    return QGuiApplication::clipboard()->setText(windowTitle() + u"\n\n"_s + text);
+  }
   const bool plain = (event->modifiers() & ~Qt::ShiftModifier) == Qt::NoModifier && !event->text().isEmpty();
   for (const Choice& choice : choices_) {
     const QString caption = choice.button->text();

@@ -9,7 +9,6 @@
 #include "platform/runtime/TextFile.h"
 #include "tests/support/Station.h"
 #include "tests/support/Ui.h"
-#include "tests/support/Waiting.h"
 
 #include <QFile>
 #include <QLabel>
@@ -45,7 +44,8 @@ QString Number(const TodayPanel& panel, const QString& row) {
 }
 
 bool IsCounted(const TodayPanel& panel) {
-  return QTest::qWaitFor([&] { return Number(panel, u"ZonderBestand"_s) != u"–"_s; }, kPatience);
+  const QStringList unknown{u"–"_s, u"?"_s};
+  return QTest::qWaitFor([&] { return !unknown.contains(Number(panel, u"ZonderBestand"_s)); }, kPatience);
 }
 
 }  // namespace
@@ -66,19 +66,44 @@ TEST(TodayPanel, CountsRunningEndingAndMissingSpots) {
   EXPECT_EQ(Child<QLabel>(panel, u"lblVerlopen"_s).text(), u"item-spot verloopt binnen 7 dagen"_s);
 }
 
-TEST(TodayPanel, AnUnreadableDatabaseGivesDashesAndNoBox) {
+TEST(TodayPanel, AnUnreadableDatabaseGivesTheReasonAndNoBox) {
   const Station station;
-  QFile::remove(runtime::HostPath(global.serverDatabasePath));
+  const QString path = global.serverDatabasePath;
   const MessageBoxScript boxes;
   TodayPanel panel;
-  const int threads = ThreadCount();
-  panel.Count();
-  ASSERT_TRUE(WaitUntil([threads] { return ThreadCount() <= threads; }));  // the counting has ended
-  QCoreApplication::processEvents();
-  for (const QString& row : {u"Lopen"_s, u"Verlopen"_s, u"ZonderBestand"_s, u"Export"_s}) {
-    EXPECT_EQ(Number(panel, row), u"–"_s);
-  }
+  const auto expectReason = [&](const QString& brief) {
+    panel.Count();
+    for (const QString& row : {u"Lopen"_s, u"Verlopen"_s, u"ZonderBestand"_s, u"Blokken"_s}) {
+      const auto& words = Child<QLabel>(panel, u"lbl"_s + row);
+      ASSERT_TRUE(QTest::qWaitFor([&] { return words.text().endsWith(u": "_s + brief); }, kPatience))
+          << words.text().toStdString();
+      EXPECT_EQ(Number(panel, row), u"?"_s);
+      EXPECT_TRUE(words.toolTip().contains(u"OvalistoServer.mdb"_s)) << words.toolTip().toStdString();
+    }
+  };
+  runtime::WriteFile(path, QByteArray(5000, 'x'));
+  expectReason(u"de gedeelde database is niet te lezen"_s);
+  QFile::remove(runtime::HostPath(path));
+  expectReason(u"de gedeelde database ontbreekt"_s);
+  global.serverDatabasePath = u"Q:\\OvalistoServer.mdb"_s;
+  expectReason(u"de gedeelde database is niet bereikbaar"_s);
   EXPECT_TRUE(boxes.Shown().empty());
+}
+
+TEST(TodayPanel, AReadableDatabaseReplacesTheReasonByCounts) {
+  const Station station;
+  AddSpot(station, 1, 60, true);
+  const QString path = runtime::HostPath(global.serverDatabasePath);
+  ASSERT_TRUE(QFile::rename(path, path + u".weg"_s));
+  TodayPanel panel;
+  panel.Count();
+  ASSERT_TRUE(QTest::qWaitFor([&] { return Number(panel, u"Lopen"_s) == u"?"_s; }, kPatience));
+  ASSERT_TRUE(QFile::rename(path + u".weg"_s, path));
+  panel.Count();
+  ASSERT_TRUE(QTest::qWaitFor([&] { return Number(panel, u"Lopen"_s) == u"1"_s; }, kPatience));
+  ASSERT_TRUE(IsCounted(panel));
+  EXPECT_EQ(Child<QLabel>(panel, u"lblLopen"_s).text(), u"item-spot loopt vandaag"_s);
+  EXPECT_EQ(Child<QLabel>(panel, u"lblLopen"_s).toolTip(), u""_s);
 }
 
 TEST(TodayPanel, CountingAgainReplacesTheCounts) {

@@ -6,6 +6,7 @@
 #include "app/frmMain.h"
 #include "app/frmNieuweZender.h"
 #include "app/frmSplash.h"
+#include "app/frmVersie.h"
 #include "catalogue/frmItemOpruimen.h"
 #include "catalogue/frmItemPingles.h"
 #include "catalogue/frmItemSpotOpruimen.h"
@@ -127,6 +128,7 @@ QList<Opening> All(const Records& records) {
       Screen<frmNieuweZender>(u"newStation"_s),
       Screen<frmHandleiding>(u"handleiding"_s),
       Screen<frmRadioDetail>(u"station"_s),
+      Screen<frmVersie>(u"version"_s),
       Overview<frmItems>(u"items"_s),
       Overview<frmItemSpots>(u"itemSpots"_s),
       Overview<frmItemPingles>(u"itemPingles"_s),
