@@ -124,6 +124,8 @@ bool Rewriter::NeedsName(std::size_t first, std::size_t last) const {
 
 void Rewriter::Expression() {
   const std::size_t first = at_;
+  operand_ = {};  // a value before this expression is no operand of its sign
+  operator_.clear();
   const std::size_t depth = open_.size();
   while (Peek().kind != TokenKind::End) {
     const bool outside = open_.size() <= depth;

@@ -115,6 +115,11 @@ TEST(Statement, UpdateAndDeleteKnowWhetherTheyHaveACondition) {
   EXPECT_FALSE(ParseStatement(u"DELETE FROM t WHERE a = 1"_s).everyRow);
 }
 
+TEST(Statement, ASignBelongsToItsOwnValue) {
+  EXPECT_EQ(ParseStatement(u"UPDATE t SET a = \"x\", b = -7, c = d, e = -1 WHERE ID = -2"_s).body,
+            u"UPDATE \"t\" SET \"a\" = ?1 , \"b\" = - 7 , \"c\" = \"d\" , \"e\" = - 1 WHERE \"ID\" = - 2"_s);
+}
+
 TEST(Statement, IncompleteStatementsAreErrors) {
   for (const QString& sql : {u"SELECT"_s, u"INSERT"_s, u"INSERT INTO"_s, u"INSERT INTO t"_s, u"INSERT INTO t (a"_s,
                              u"INSERT INTO t VALUES"_s, u"UPDATE t"_s, u"UPDATE t SET"_s, u"UPDATE t SET a"_s,
