@@ -48,7 +48,11 @@ class Planner {
 
   void Refresh(const QString& server, const QStringList& tables = {}) {
     at_.Refresh(server, tables);
-    Notice();
+    // A refreshed list of an item may have a spot that the copy of the spots does not have yet.
+    Workstation shared(QStringLiteral("server"), {});
+    shared.Refresh(server, {kSpotTable});
+    Notice(shared.Of(kSpotTable));
+    Notice(at_.Of(kSpotTable));
   }
 
   void Work(const QString& server) {
@@ -88,8 +92,7 @@ class Planner {
   }
 
   // A spot that is gone from the copy is the own one of that number, or else the one that was seen there last.
-  void Notice() {
-    const Workstation::Rows spots = at_.Of(kSpotTable);
+  void Notice(const Workstation::Rows& spots) {
     for (auto spot = spots.begin(); spot != spots.end(); ++spot)
       seen_[spot.key()] = NameOfSpot(*spot);
   }
