@@ -64,6 +64,7 @@ void Tour::Walk() {
   Export();
   GoOnline();
   ReadHelp();
+  LookAhead();
   LookInTheDark();
   Leave();
 }
@@ -248,10 +249,21 @@ void Tour::ReadHelp() {
   planner_.Open(u"actHandleiding"_s, kManual);
   Picture(kManual);
   planner_.Close(kManual);
-  desk_.Command(kMain, u"actVersie"_s);
-  desk_.PictureBox(NextName(u"versie"_s));
-  desk_.Answer(u"Spotrooster"_s, u"OK"_s);
+  Visit(u"actVersie"_s, u"frmVersie"_s);
   Done(u"handleiding en versie bekeken"_s);
+}
+
+void Tour::Visit(const QString& action, const QString& window) {
+  planner_.Open(action, window);
+  Picture(window);
+  planner_.Close(window);
+}
+
+void Tour::LookAhead() {
+  Visit(u"actWeek"_s, u"frmWeek"_s);
+  Visit(u"actOntbreekt"_s, u"frmOntbreekt"_s);
+  Visit(u"actExportsVerwerken"_s, u"frmExportsVerwerken"_s);
+  Done(u"week, ontbrekende bestanden en exports bekeken"_s);
 }
 
 void Tour::LookInTheDark() {

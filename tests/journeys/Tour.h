@@ -37,6 +37,9 @@ class Tour {
   void CheckExportFile();
   void GoOnline();
   void ReadHelp();
+  // Opens a window, takes its picture and closes it.
+  void Visit(const QString& action, const QString& window);
+  void LookAhead();
   void LookInTheDark();
   // Opens a record and closes it unchanged.
   void LookAt(const QString& list, const QString& line, const QString& editor);
