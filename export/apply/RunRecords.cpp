@@ -29,7 +29,8 @@ void Run::InsertRecord(const Unit& unit) {
     numbers_->Add(change.table, change.key, {change.key, change.fingerprint});
     return Add(What::Unchanged, change, u"%1 staat er al"_s.arg(Shown(change)));
   }
-  const bool wasUsed = !found && change.key <= seen_[At(change.table)];
+  // Links of a deleted spot may be left: they must not become links of this one.
+  const bool wasUsed = !found && (change.key <= seen_[At(change.table)] || insertedHere_.contains(key));
   if (found || wasUsed) change.number = NextNumber(change.table);
   highest_[At(change.table)] = std::max(highest_[At(change.table)], change.number);
   (*change.after)[target_.Place(change.table, u"ID"_s)] = std::int64_t{change.number};

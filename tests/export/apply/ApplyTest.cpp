@@ -131,6 +131,18 @@ TEST_F(Apply, TwoNewSpotsOfOneNumberInOneFileAreTwoSpots) {
   EXPECT_EQ(Links(), (QStringList{u"1|1|4"_s, u"2|1|5"_s}));
 }
 
+// The link of a spot that was made and deleted stays, and must not become one of the spot that has its number next.
+TEST_F(Apply, ANumberIsNotGivenAgainWithinAFile) {
+  Workstation a = At(u"A"_s);
+  a.InsertSpot(NewSpot(4, u"Weg"_s));
+  a.UpdateItem(a.Item(1), {1, 4});
+  a.DeleteSpot(4);
+  a.InsertSpot(NewSpot(4, u"Nieuw"_s));
+  Process(a);
+  EXPECT_EQ(Spots().mid(3), QStringList{u"5|Nieuw"_s});
+  EXPECT_EQ(Links(), (QStringList{u"1|1|1"_s, u"1|2|4"_s}));
+}
+
 TEST_F(Apply, AFieldChangedOnOneSideIsTakenFromThatSide) {
   Workstation a = At(u"A"_s);
   ItemSpotRow bakker = a.Spot(1);
