@@ -3,7 +3,10 @@ add_library(spotrooster_options INTERFACE)
 target_compile_features(spotrooster_options INTERFACE cxx_std_20)
 target_include_directories(spotrooster_options INTERFACE "${PROJECT_SOURCE_DIR}")
 target_compile_options(spotrooster_options INTERFACE
-  -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual -Wformat=2)
+  -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual -Wformat=2
+  -Wconversion -Wsign-conversion -Wdouble-promotion -Wimplicit-fallthrough)
+# Checks of the standard library: an index out of range ends the program.
+target_compile_definitions(spotrooster_options INTERFACE $<$<CONFIG:Debug>:_GLIBCXX_ASSERTIONS>)
 if(CMAKE_UNITY_BUILD)
   # Each unit includes its sources, so a test with a fixture in an anonymous namespace would cause a warning.
   target_compile_options(spotrooster_options INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
