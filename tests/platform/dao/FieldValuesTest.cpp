@@ -111,7 +111,7 @@ TEST(FieldValues, FloatingPointTypesHaveTheirPrecisionAndRange) {
   EXPECT_EQ(Converted(FieldType::Single, dao::Value(0.1)), dao::Value(double{0.1F}));
   EXPECT_EQ(Converted(FieldType::Double, dao::Value(0.1)), dao::Value(0.1));
   EXPECT_EQ(Converted(FieldType::Single, dao::Value(double{FLT_MAX})), dao::Value(double{FLT_MAX}));
-  EXPECT_EQ(Converted(FieldType::Single, dao::Value(2.0 * FLT_MAX)), std::nullopt);
+  EXPECT_EQ(Converted(FieldType::Single, dao::Value(2.0 * double{FLT_MAX})), std::nullopt);
   EXPECT_EQ(Converted(FieldType::Double, dao::Value(HUGE_VAL)), std::nullopt);
   EXPECT_EQ(Converted(FieldType::Double, Whole(3)), dao::Value(3.0));
 }

@@ -29,7 +29,7 @@ class RandomCalls {
       : files_(files), folder_(std::move(folder)), random_(seed) {}
 
   std::string Next() {
-    const unsigned kind = Pick(10);
+    const std::size_t kind = Pick(10);
     const FileSystem::Path from = RandomName();
     const FileSystem::Path to = RandomName();
     std::unique_ptr<File>& file = handles_[Pick(handles_.size())];
