@@ -46,7 +46,8 @@ void PageMutator::Mutate(jet::ByteSpan file) {
 
 void PageMutator::MutateField(jet::ByteSpan page) {
   std::size_t size = 1;
-  const std::size_t at = std::min(FieldOf(page, &size), kPage - size);
+  const std::size_t offset = FieldOf(page, &size);  // sets the size, so it comes first
+  const std::size_t at = std::min(offset, kPage - size);
   const jet::ByteSpan field = page.subspan(at, size);
   Store(field, ValueFor(Load(field), size));
 }

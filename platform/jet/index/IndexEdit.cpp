@@ -51,8 +51,8 @@ bool InsertEntry(PageBytes& page, std::vector<std::uint16_t> ends, std::size_t a
   const ByteView part = FittingPart(page, entry, kPageSize - end);
   if (part.empty() || (hasPrefix && at == 0)) return false;
   const std::size_t start = at == 0 ? kEntriesAt : ends[at - 1];
-  std::memmove(&page[start + part.size()], &page[start], end - start);
-  std::memcpy(&page[start], part.data(), part.size());
+  std::memmove(page.data() + start + part.size(), page.data() + start, end - start);  // perhaps to the page's end
+  std::memcpy(page.data() + start, part.data(), part.size());
   ends.insert(ends.begin() + static_cast<std::ptrdiff_t>(at), static_cast<std::uint16_t>(start));
   for (std::size_t i = at; i < ends.size(); ++i)
     ends[i] = static_cast<std::uint16_t>(ends[i] + part.size());
