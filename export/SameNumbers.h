@@ -23,5 +23,5 @@ class SameNumbers {
   QStringList order_;
 };
 
-// What the user is told of them; empty for none.
+// The warning shown to the user; empty when no numbers are shared.
 QString SameNumbersWarning(const QStringList& found, const QString& path);

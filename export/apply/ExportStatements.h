@@ -25,7 +25,7 @@ struct ExportStatement {
   std::vector<std::pair<QString, dao::Value>> values;
 };
 
-// Takes the content of an export file apart. Every text in it stands between apostrophes and holds none, so that a line
+// Splits an export file into statements. Every text in it is between apostrophes and contains none, so that a line
 // end or ";" within a text ends nothing. Only statements that an export writes are taken; a runtime::Error names the
 // file (`path`), the line and what is wrong there.
 std::vector<ExportStatement> ParseExport(const QByteArray& content, const QString& path);

@@ -91,7 +91,7 @@ QList<Processed> ReadLedger(dao::StatementTransaction& transaction) {
   return LedgerOf(transaction.OpenRecordset(SelectLedger()));
 }
 
-// An export without a basis has no number of its own: two of the same content are told apart by their names.
+// An export without a basis has no number of its own: two with the same content are distinguished by their file names.
 std::optional<Processed> FindProcessed(const QList<Processed>& ledger, const ExportFile& file, const QString& source) {
   for (const Processed& row : ledger) {
     if (file.basis && row.exportID == file.basis->exportID) return row;
