@@ -114,6 +114,7 @@ void frmExportsVerwerken::Form_Load() {
   Trapped(__func__, [&] {
     folder_ = runtime::TrimBlanks(global.exportPath);
     isFolder_->SetFolder(folder_);
+    ui_->lstBestanden->setFocus();
     Read();
   });
 }
