@@ -67,7 +67,8 @@ TEST_F(ItemTwoWorkstations, TheirsShowsTheirListOnce) {
 TEST_F(ItemTwoWorkstations, TheirsShowsEveryFieldAsItIsNow) {
   station_.OnServer(
       u"UPDATE tblItems SET ItemSpotsOptID = 2, Opt2Directory = \"D:\\map\", Opt2VastNaamGedeelte = \"nieuws\", "
-      "Opt2VariabelNaamGedeelte = 3, Opt2FormatGedeelte = \"ww\", Opt2Eerstedagvanweek = 2, Opt2FileExtensie = \"wav\", "
+      "Opt2VariabelNaamGedeelte = 3, Opt2FormatGedeelte = \"ww\", Opt2Eerstedagvanweek = 2, Opt2FileExtensie = "
+      "\"wav\", "
       "Opt2MixPunt = 500, OptMeerdereSpots = -1, AantalSpots = 2, MaxAantalSpots = 4, "
       "ChkRandomizeMeerdereSpots = 1, Opener = 12, Aktief = 0 WHERE ID = 1"_s);
   {

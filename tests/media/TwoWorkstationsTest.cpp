@@ -19,8 +19,9 @@ class TwoWorkstations : public testing::Test {
  protected:
   TwoWorkstations() {
     desk_.AddSpot(1, u"Apotheek"_s, desk_.Wav(u"a.wav"_s, 5'000));
-    desk_.station.OnServer(u"UPDATE tblItemSpots SET LengteSec = 5, StartPunt = 0, Mixpunt = 0, StartDatum = 45658, "
-                           "StartUur = 0, EindDatum = 45688, EindUur = 23, Aktief = 1"_s);
+    desk_.station.OnServer(
+        u"UPDATE tblItemSpots SET LengteSec = 5, StartPunt = 0, Mixpunt = 0, StartDatum = 45658, "
+        "StartUur = 0, EindDatum = 45688, EindUur = 23, Aktief = 1"_s);
     editor_ = desk_.OpenSpot(u"1"_s);
     SetText(*editor_, u"txtNaam"_s, u"Apotheek Noord"_s);
   }
