@@ -38,6 +38,8 @@ class frmItemsDetail : public EditorForm {
   void InitCommands() override;
   bool OpslaanProceed() override;
   void Opslaan() override;
+  StoredValues ReadStoredValues() const override;
+  void EmptyFields() override;
   void CloseAsked() override { cmdAnnuleren_Click(); }
 
  private:

@@ -228,6 +228,66 @@ void frmItemsDetail::Opslaan() {
   });
 }
 
+// With the jingles and spots by their names.
+StoredValues frmItemsDetail::ReadStoredValues() const {
+  const Catalogue catalogue = CurrentCatalogue();
+  StoredValues values = ValuesOf(ReadItem(), {{u"Naam"_s, u"Naam"_s},
+                                              {u"ItemSpotsOptID"_s, u"Optie"_s},
+                                              {u"Opt2Directory"_s, u"Directory"_s},
+                                              {u"Opt2VastNaamGedeelte"_s, u"Vast naam-gedeelte"_s},
+                                              {u"Opt2VariabelNaamGedeelte"_s, u"Variabel naam-gedeelte"_s},
+                                              {u"Opt2FormatGedeelte"_s, u"Formaat"_s},
+                                              {u"Opt2Eerstedagvanweek"_s, u"Eerste dag van de week"_s},
+                                              {u"Opt2FileExtensie"_s, u"File-extensie"_s},
+                                              {u"Opt2MixPunt"_s, u"Mixpunt"_s},
+                                              {u"OptMeerdereSpots"_s, u"Meerdere spots"_s},
+                                              {u"AantalSpots"_s, u"Aantal spots"_s},
+                                              {u"MaxAantalSpots"_s, u"Maximum aantal spots"_s},
+                                              {u"ChkRandomizeMeerdereSpots"_s, u"Willekeurige volgorde"_s},
+                                              {u"Aktief"_s, u"Aktief"_s},
+                                              {u"Locked"_s, u"Vergrendeld"_s}});
+  if (values.isEmpty()) return values;
+  const auto nameOf = [catalogue](const QVariant& id, const QString& table) -> QString {
+    if (!runtime::IsNumeric(id)) return u"leeg"_s;
+    const QString naam = GetItemSpotID_Naam(runtime::ToLong(id), catalogue.databasePath, table);
+    return naam.isEmpty() ? id.toString() : naam;
+  };
+  const dao::Recordset item = ReadItem();
+  for (const QString& jingle : {u"Opener"_s, u"Midden"_s, u"Sluiter"_s}) {
+    const QVariant id = item.Field(jingle);
+    values += {jingle, id, [=] { return nameOf(id, catalogue.itemPingles); }};
+  }
+  const QString& link = catalogue.itemsItemSpots;
+  dao::Recordset rows =
+      dao::OpenDatabase(catalogue.databasePath)
+          .OpenRecordset(u"SELECT "_s + link + u".ItemSpotID From " + link + u" WHERE " + link + u".ItemID = " +
+                         QString::number(id_) + u" ORDER BY " + link + u".ItemSpotOrder");
+  QVariantList spots;
+  for (; !rows.Eof(); rows.MoveNext())
+    spots += rows.Field(u"ItemSpotID"_s);
+  values += {u"Item-spots"_s, spots, [=] {
+               QStringList names;
+               for (const QVariant& spot : spots)
+                 names += nameOf(spot, catalogue.itemSpots);
+               return names.isEmpty() ? u"geen"_s : names.join(u", "_s);
+             }};
+  return values;
+}
+
+void frmItemsDetail::EmptyFields() {
+  ui_->txtNaam->clear();
+  ui_->lstOpt1ItemSpots->Clear();
+  EmptyPattern();
+  ui_->ledMix->SetValue(0);
+  storedMix_ = shownMix_ = 0;
+  ui_->opt1Spot->setChecked(true);
+  ui_->txtAantalSpots->clear();
+  ui_->txtMaxAantalSpots->clear();
+  ui_->chkRandomizeMeerdereSpots->setChecked(false);
+  for (QCheckBox* jingle : {ui_->chkOpenerPingle, ui_->chkMiddenPingle, ui_->chkSluiterPingle})
+    jingle->setChecked(false);
+}
+
 void frmItemsDetail::RequireStillThere() const {
   if (!isNew_ && ReadItem().Eof()) {
     throw runtime::Error(u"Dit item is intussen door iemand anders verwijderd. Er is niets bewaard."_s);

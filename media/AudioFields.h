@@ -60,6 +60,8 @@ class AudioFields : public QObject {
   // The stored record; no row for a new one. Throws runtime::Error.
   dao::Recordset ReadRecord() const;
   void FillNew();
+  // Empties the fields that a record fills.
+  void Empty();
   // Each fills its controls only when the field has a usable value.
   void FillPath(const dao::Recordset& row);
   void FillNaam(const dao::Recordset& row);

@@ -63,6 +63,15 @@ void AudioFields::FillAktief(const dao::Recordset& row) {
   if (runtime::IsNumeric(aktief)) controls_.chkAktief->setChecked(runtime::ToLong(aktief) != 0);
 }
 
+void AudioFields::Empty() {
+  controls_.txtPath->clear();
+  controls_.txtNaam->clear();
+  controls_.txtLengteSec->clear();
+  controls_.chkAktief->setChecked(false);
+  controls_.preview->FillMix(0);
+  pathChanged_ = false;
+}
+
 QString AudioFields::PathToSave() const {
   return runtime::TrimBlanks(controls_.txtPath->text());
 }

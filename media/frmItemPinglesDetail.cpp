@@ -60,6 +60,15 @@ bool frmItemPinglesDetail::OpslaanProceed() {
   return Trapped(__func__, false, [&] { return Accept(fields_.Check()); });
 }
 
+StoredValues frmItemPinglesDetail::ReadStoredValues() const {
+  return ValuesOf(fields_.ReadRecord(), {{u"Path"_s, u"Path"_s},
+                                         {u"Naam"_s, u"Naam"_s},
+                                         {u"LengteSec"_s, u"Lengte"_s},
+                                         {u"StartPunt"_s, u"Startpunt"_s},
+                                         {u"Mixpunt"_s, u"Outtromix"_s},
+                                         {u"Aktief"_s, u"Aktief"_s}});
+}
+
 // Dirty until every step succeeded: after a failure the form stays open with the user's input.
 void frmItemPinglesDetail::Opslaan() {
   Trapped(__func__, [&] {

@@ -27,6 +27,8 @@ class frmItemPinglesDetail : public EditorForm {
   bool OpslaanProceed() override;
   void Opslaan() override;
   void Form_Unload() override;
+  StoredValues ReadStoredValues() const override;
+  void EmptyFields() override { fields_.Empty(); }
 
  private:
   void cmdOk_Click();

@@ -157,6 +157,27 @@ bool frmItemSpotsDetail::ValidityProceed() {
   return Accept(refusal);
 }
 
+StoredValues frmItemSpotsDetail::ReadStoredValues() const {
+  return ValuesOf(fields_.ReadRecord(), {{u"Path"_s, u"Path"_s},
+                                         {u"Naam"_s, u"Naam"_s},
+                                         {u"LengteSec"_s, u"Lengte"_s},
+                                         {u"StartPunt"_s, u"Startpunt"_s},
+                                         {u"Mixpunt"_s, u"Outtromix"_s},
+                                         {u"StartDatum"_s, u"Startdatum"_s},
+                                         {u"StartUur"_s, u"Startuur"_s},
+                                         {u"EindDatum"_s, u"Einddatum"_s},
+                                         {u"EindUur"_s, u"Einduur"_s},
+                                         {u"Aktief"_s, u"Aktief"_s}});
+}
+
+void frmItemSpotsDetail::EmptyFields() {
+  fields_.Empty();
+  ui_->cobStart->SetText({});
+  ui_->cobStop->SetText({});
+  ui_->txtStartUur->clear();
+  ui_->txtEindUur->clear();
+}
+
 // Dirty until every step succeeded: after a failure the form stays open with the user's input.
 void frmItemSpotsDetail::Opslaan() {
   Trapped(__func__, [&] {

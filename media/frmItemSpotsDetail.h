@@ -26,6 +26,8 @@ class frmItemSpotsDetail : public EditorForm {
   bool OpslaanProceed() override;
   void Opslaan() override;
   void Form_Unload() override;
+  StoredValues ReadStoredValues() const override;
+  void EmptyFields() override;
 
  private:
   void cmdOk_Click();

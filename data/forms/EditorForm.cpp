@@ -14,6 +14,8 @@
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trapped.h"
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 using runtime::Trapped;
 
@@ -22,6 +24,7 @@ void EditorForm::Form_Load() {
     const desktop::WaitPointer wait;
     ReadSelectedID();
     InitForm();
+    if (!isNew_) ReadStored();  // before FillForm: a change between the two is asked about, not lost
     FillForm();
     InitControls();
     InitCommands();
@@ -39,6 +42,38 @@ void EditorForm::MarkLoaded() {
   loaded_ = true;
 }
 
+// A record that is removed meanwhile, or cannot be read, is reported when it is saved.
+void EditorForm::ReadStored() noexcept {
+  try {
+    stored_ = ReadStoredValues();
+  } catch (const runtime::Error&) {
+    stored_.clear();
+  }
+}
+
+bool EditorForm::MayUpdate() {
+  StoredValues now = ReadStoredValues();
+  switch (AskWhenChanged(stored_, now)) {
+    case ChangedRecord::Theirs:
+      stored_ = std::move(now);
+      Refill();
+      return false;
+    case ChangedRecord::Undecided:
+      return false;
+    default:
+      return true;
+  }
+}
+
+void EditorForm::Refill() {
+  EmptyFields();
+  FillForm();
+  InitControls();
+  InitCommands();
+  isDirty_ = false;
+  refilled_ = true;
+}
+
 void EditorForm::RequireLoaded() const {
   if (!isNew_ && !(loaded_ && complete_)) {
     throw runtime::Error(u"Dit record kon bij het openen niet in zijn geheel gelezen worden. Er is niets bewaard."_s);
@@ -47,12 +82,14 @@ void EditorForm::RequireLoaded() const {
 
 std::optional<bool> EditorForm::WriteRecord(const QString& databasePath, const QString& table,
                                             const std::function<bool(qint32 id)>& write) {
+  if (!isNew_ && !MayUpdate()) return std::nullopt;
   const std::optional<qint32> id = isNew_ ? GetNewIDIfAny(table, table + u".ID", databasePath) : id_;
   if (!id) return std::nullopt;
   const bool succeeded = write(*id);
   if (!WasCarriedOut()) return std::nullopt;
   id_ = *id;
   isNew_ = false;
+  written_ = true;
   return succeeded;
 }
 
@@ -63,27 +100,36 @@ bool EditorForm::Accept(const std::optional<Refusal>& refusal) {
   return false;
 }
 
+// A form that stays open after a failure is compared with what it has written.
+void EditorForm::Save() {
+  written_ = refilled_ = false;
+  Opslaan();
+  if (written_ && isDirty_) ReadStored();
+}
+
 bool EditorForm::IsFormDirty() {
   return Trapped(__func__, true, [&] {
     if (!isDirty_) return false;
+    refilled_ = false;
     const int answer = ShowAppMessage(message::kSaveChanges);
     if (answer == kAnswerNone) return true;  // the question could not be shown: keep the user's input
     if (answer != kAnswerYes) {
       isDirty_ = false;
     } else if (OpslaanProceed()) {
-      Opslaan();
+      Save();
     }
-    return isDirty_;
+    return isDirty_ || refilled_;
   });
 }
 
 void EditorForm::SaveAndClose() {
+  refilled_ = false;
   if (OpslaanProceed()) {
-    Opslaan();
+    Save();
   } else {
     isDirty_ = true;
   }
-  if (!isDirty_) Unload();
+  if (!isDirty_ && !refilled_) Unload();
 }
 
 void EditorForm::CancelAndClose() {

@@ -3,6 +3,7 @@
 
 #include "data/Refusal.h"
 #include "data/forms/Form.h"
+#include "data/forms/StoredValues.h"
 
 #include <functional>
 #include <optional>
@@ -48,6 +49,11 @@ class EditorForm : public Form {
 
   void Changed() { isDirty_ = true; }
 
+  // The values that Opslaan will write, of the record as it is now. Throws runtime::Error.
+  virtual StoredValues ReadStoredValues() const { return {}; }
+  // Empties the fields that FillForm fills.
+  virtual void EmptyFields() {}
+
   // Called at the end of every FillForm: the controls show the stored record.
   void MarkLoaded();
   // Called when a part of the record could not be read.
@@ -57,7 +63,9 @@ class EditorForm : public Form {
   void RequireLoaded() const;
 
   // Writes the record with `write`, under its ID or a new ID of the table, and returns the result of `write`. Empty
-  // when nothing was written; otherwise the record exists: id_ and isNew_ are up to date. Throws runtime::Error.
+  // when nothing was written, also because another workstation changed the record since it was read and the user wants
+  // to keep that (the form is filled again, clean, and stays open) or to decide later; otherwise the record exists: id_
+  // and isNew_ are up to date. Throws runtime::Error.
   std::optional<bool> WriteRecord(const QString& databasePath, const QString& table,
                                   const std::function<bool(qint32 id)>& write);
 
@@ -69,7 +77,17 @@ class EditorForm : public Form {
   // A numeric gstrSelectedID selects that record; anything else means a new one, with ID 0.
   void ReadSelectedID();
 
+  // Reads the values with which the record is compared when it is saved.
+  void ReadStored() noexcept;
+  void Save();
+  // Whether the record may be updated; asks when another workstation changed it.
+  bool MayUpdate();
+  void Refill();
+
   bool loaded_ = false;
+  bool written_ = false;   // by the save that runs, though perhaps not all of it
+  bool refilled_ = false;  // by the save that runs: the form stays open
+  StoredValues stored_;    // of the record as it was read or written last
   bool complete_ = true;
 };
 

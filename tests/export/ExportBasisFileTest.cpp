@@ -69,6 +69,7 @@ class BasisOfExport : public testing::Test {
   void CleanUp() const {
     for (const QString& name : Files())
       QFile::remove(station_.ExportFolder() + u'/' + name);
+    export_window::RemoveLeftovers(station_);
     station_.OnLocal(u"DELETE FROM tblOfflineLog"_s);
     station_.OnLocal(u"DELETE FROM tblOfflineBasis"_s);
   }

@@ -35,6 +35,13 @@ inline QStringList Exported(const testing_support::Station& station) {
   return names;
 }
 
+// The temporary files that a killed export left beside the database: removing them would be calls of the next one.
+inline void RemoveLeftovers(const testing_support::Station& station) {
+  const QDir data(station.Folder() + QStringLiteral("/data"));
+  for (const QString& name : data.entryList({QStringLiteral("*.spotrooster-tmp")}, QDir::Files | QDir::Hidden))
+    QFile::remove(data.filePath(name));
+}
+
 inline QByteArray Content(const testing_support::Station& station, const QString& name) {
   QFile file(station.ExportFolder() + u'/' + name);
   return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be read");

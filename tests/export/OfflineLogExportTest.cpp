@@ -133,6 +133,7 @@ TEST_F(ExportSteps, AKillAtAnyStepLosesAndDuplicatesNothing) {
     Log(4, u"UPDATE after"_s);
     Export();
     EXPECT_EQ(Everywhere().count(u"UPDATE after"_s), 1);
+    export_window::RemoveLeftovers(station_);
     for (const QString& name : Files())
       QFile::remove(station_.ExportFolder() + u'/' + name);
     for (int row = 0; row < kStatements.size(); ++row)

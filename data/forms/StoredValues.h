@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/dao/Recordset.h"
+
+#include <QList>
+#include <QPair>
+#include <QString>
+#include <QVariant>
+
+#include <functional>
+
+// The values of a record that its editor writes, as they are in the database: an editor compares those that it read
+// with those of the moment of saving, because another workstation may have changed the record meanwhile.
+
+struct StoredValue {
+  QString label;  // as on the screen
+  QVariant value;
+  std::function<QString()> text;  // for the user; only asked for when the value differs
+};
+using StoredValues = QList<StoredValue>;
+
+// A field of a table and its label. Fields whose name begins with Chk or Opt, Aktief and Locked are shown as yes or no.
+using LabelledField = QPair<QString, QString>;
+
+// The values of the current row, in the order of the fields.
+StoredValues ValuesOf(const dao::Recordset& row, const QList<LabelledField>& fields);
+
+enum class ChangedRecord {
+  Unchanged,  // nothing was asked
+  Theirs,     // show the record as it is now
+  Mine,       // write what is on the screen
+  Undecided,  // write nothing
+};
+
+// Asks what to do when values differ, and says which; values that were never read (empty) do not differ.
+ChangedRecord AskWhenChanged(const StoredValues& read, const StoredValues& now);
