@@ -203,8 +203,8 @@ void AudioPreview::tmrPlayer_Timer() {
   Trapped(__func__, [&] {
     DrawTime();
     const audio::PeakLevels levels = player_->Levels();
-    ui_->levelLeft->SetLevel(levels.left);
-    ui_->levelRight->SetLevel(levels.right);
+    ui_->levelLeft->SetLevel(static_cast<double>(levels.left));
+    ui_->levelRight->SetLevel(static_cast<double>(levels.right));
   });
 }
 

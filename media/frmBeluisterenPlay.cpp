@@ -49,7 +49,7 @@ void frmBeluisteren::WirePlayer() {
     tmrPlayer_->stop();
     DrawTime();
   });
-  connect(player_, &audio::AudioPlayer::failed, this, [this](const QString& message) {
+  connect(player_, &audio::AudioPlayer::failed, this, [](const QString& message) {
     Trapped("Player_Failed", [&] { ShowItemsMessage(message, kStyleExclamation); });
   });
   connect(player_, &audio::AudioPlayer::statusChanged, this, &frmBeluisteren::ShowStatus);
@@ -109,8 +109,8 @@ void frmBeluisteren::tmrPlayer_Timer() {
   Trapped(__func__, [&] {
     DrawTime();
     const audio::PeakLevels levels = player_->Levels();
-    ui_->levelLeft->SetLevel(levels.left);
-    ui_->levelRight->SetLevel(levels.right);
+    ui_->levelLeft->SetLevel(static_cast<double>(levels.left));
+    ui_->levelRight->SetLevel(static_cast<double>(levels.right));
   });
 }
 

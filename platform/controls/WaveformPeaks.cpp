@@ -30,7 +30,7 @@ WaveformPeaks::Summary WaveformPeaks::Between(double from, double to) const {
     const Peak& peak = peaks_[static_cast<std::size_t>(i)];
     summary.peak.min = std::min(summary.peak.min, peak.min);
     summary.peak.max = std::max(summary.peak.max, peak.max);
-    const double rms = peak.rms;
+    const double rms = static_cast<double>(peak.rms);
     squares += rms * rms;
   }
   summary.peak.rms = static_cast<float>(std::sqrt(squares / (end - first)));

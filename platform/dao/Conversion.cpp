@@ -56,7 +56,7 @@ class Conversion {
       case FieldType::Currency:
         return Amount();
       case FieldType::Single:
-        return double{static_cast<float>(Within(Number(), FLT_MAX))};
+        return static_cast<double>(static_cast<float>(Within(Number(), static_cast<double>(FLT_MAX))));
       case FieldType::Double:
         return Within(Number(), DBL_MAX);
       case FieldType::Numeric:

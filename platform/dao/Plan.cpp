@@ -154,7 +154,7 @@ Match NumberKey(FieldType type, double number, Value& key) {
       if (!(std::abs(number) < kLeastInexactAmount)) return Match::Unknown;
       break;
     case FieldType::Single:
-      if (double{static_cast<float>(number)} != number) return Match::Nothing;
+      if (static_cast<double>(static_cast<float>(number)) != number) return Match::Nothing;
       break;
     default:
       break;

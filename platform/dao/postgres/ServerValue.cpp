@@ -197,7 +197,7 @@ ValueView ValueOfText(const FieldDef& field, std::string_view reply, std::u16str
     case FieldType::Single:
     case FieldType::Double: {
       const double number = QByteArray::fromRawData(reply.data(), static_cast<qsizetype>(reply.size())).toDouble();
-      return field.type == FieldType::Single ? double{static_cast<float>(number)} : number;
+      return field.type == FieldType::Single ? static_cast<double>(static_cast<float>(number)) : number;
     }
     case FieldType::Date:
       return DayOf(reply);

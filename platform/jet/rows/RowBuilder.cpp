@@ -144,7 +144,8 @@ void EncodeValue(const StoredColumn& column, const Value& value, Bytes& out) {
     case ColumnType::Currency:
       return Append(Held<Currency>(column, value).scaled, out);
     case ColumnType::Single:
-      return Append(static_cast<float>(Finite(column, value, std::numeric_limits<float>::max())), out);
+      return Append(static_cast<float>(Finite(column, value, static_cast<double>(std::numeric_limits<float>::max()))),
+                    out);
     case ColumnType::Double:
     case ColumnType::Date:
       return Append(Finite(column, value, std::numeric_limits<double>::max()), out);

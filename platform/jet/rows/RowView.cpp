@@ -42,7 +42,7 @@ void DecodeNumber(const StoredColumn& column, const std::uint8_t* at, Value& out
       out = Currency{Load<std::int64_t>(at)};
       break;
     case ColumnType::Single:
-      out = double{Load<float>(at)};
+      out = static_cast<double>(Load<float>(at));
       break;
     case ColumnType::Decimal:
       out = LoadDecimal(at, column.scale);
