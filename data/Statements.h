@@ -5,9 +5,9 @@
 
 #include <QString>
 
-// The text of every statement that changes the catalogue. The exact texts matter: they are exported and executed by the
-// companion tool. Values are not escaped, so a text with a double quote or a NUL character throws runtime::Error with
-// the field's name.
+// The text of every statement with which the planner's windows change the catalogue. The exact texts matter: they are
+// exported and executed by the companion tool. Values are not escaped, so a text with a double quote or a NUL character
+// throws runtime::Error with the field's name.
 namespace statements {
 
 QString InsertItem(const ItemRow& row, const QString& table);

@@ -5,12 +5,13 @@
 
 #include <QString>
 
-// The only code that changes the catalogue. Each procedure builds one statement and executes it on the given database
-// and table. Offline it also appends the statement to tblOfflineLog of the local database, with the copy table's name
-// replaced by the server table's. Returns true when all of that succeeded. Otherwise it shows the error in a box titled
-// with its own name and returns false (Reset_... shows nothing). A statement that was executed is not undone: if its
-// log row failed, it is logged later (data/KeptStatements.h). A statement that is executed and logged but may not
-// survive a power cut is reported as an error too.
+// All changes of the catalogue by the planner's windows; exports are applied by export/apply. Each procedure builds one
+// statement and executes it on the given database and table. Offline it first writes the statement's basis (the rows
+// before and after, data/OfflineBasis.h), and afterwards appends the statement to tblOfflineLog of the local database,
+// with the copy table's name replaced by the server table's. Returns true when all of that succeeded. Otherwise it
+// shows the error in a box titled with its own name and returns false (Reset_... shows nothing). A statement that was
+// executed is not undone: if its log row failed, it is logged later (data/KeptStatements.h). A statement that is
+// executed and logged but may not survive a power cut is reported as an error too.
 
 bool Insert_tblItems(const ItemRow& row, const QString& databasePath, const QString& table);
 bool Update_tblItems(const ItemRow& row, const QString& databasePath, const QString& table);
@@ -28,7 +29,7 @@ bool Delete_tblBeheer(qint32 id, const QString& table, const QString& keyField, 
 
 // Whether the last of these procedures executed its statement, even if it returned false.
 bool WasCarriedOut();
-// Whether its log row could not be written and will be written later.
+// Whether the log row of that statement could not be written and will be written later.
 bool WaitsForLog();
 
 // Empties a table. Never logged.

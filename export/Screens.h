@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-// Registers the planning exportand the settings dialog, so that other folders can show them.
+// Registers the planning export and the settings dialog, so that other folders can show them.
 void RegisterExportScreens();

@@ -27,11 +27,13 @@ class EditorForm : public Form {
   virtual void FillForm() = 0;
   virtual void InitControls() {}
   virtual void InitCommands() {}
+  // Called last, when the form is filled for the first time.
   virtual void Loaded() {}
 
   // Validates. At the first failure shows a message, moves the focus and returns false.
   virtual bool OpslaanProceed() = 0;
-  // Writes the record. Clears isDirty_ and isNew_ only after everything was written.
+  // Writes the record through WriteRecord, which clears isNew_ as soon as the record exists. Clears isDirty_ only after
+  // everything was written.
   virtual void Opslaan() = 0;
 
   // For the result of a check: true without a refusal. Otherwise shows its message, moves the focus and returns false.
@@ -49,7 +51,7 @@ class EditorForm : public Form {
 
   void Changed() { isDirty_ = true; }
 
-  // The values that Opslaan will write, of the record as it is now. Throws runtime::Error.
+  // The stored values of the fields that Opslaan writes, read from the database now. Throws runtime::Error.
   virtual StoredValues ReadStoredValues() const { return {}; }
   // Empties the fields that FillForm fills.
   virtual void EmptyFields() {}
@@ -62,10 +64,11 @@ class EditorForm : public Form {
   // empty values.
   void RequireLoaded() const;
 
-  // Writes the record with `write`, under its ID or a new ID of the table, and returns the result of `write`. Empty
-  // when nothing was written, also because another workstation changed the record since it was read and the user wants
-  // to keep that (the form is filled again, clean, and stays open) or to decide later; otherwise the record exists: id_
-  // and isNew_ are up to date. Throws runtime::Error.
+  // Writes the record with `write`, under its ID or a new ID of the table. Throws runtime::Error. Returns
+  // * the result of `write` when the record was written; id_ and isNew_ are then up to date;
+  // * nothing when `write` failed before it executed its statement, or no new ID was found (both were shown);
+  // * nothing when another workstation changed the record and the user chose that version (the form is filled with it
+  //   and stays open) or cancelled.
   std::optional<bool> WriteRecord(const QString& databasePath, const QString& table,
                                   const std::function<bool(qint32 id)>& write);
 
@@ -85,8 +88,8 @@ class EditorForm : public Form {
   void Refill();
 
   bool loaded_ = false;
-  bool written_ = false;   // by the save that runs, though perhaps not all of it
-  bool refilled_ = false;  // by the save that runs: the form stays open
+  bool written_ = false;   // the current save wrote the record, though perhaps not everything that belongs to it
+  bool refilled_ = false;  // the current save filled the form again, so the form stays open
   StoredValues stored_;    // of the record as it was read or written last
   bool complete_ = true;
 };

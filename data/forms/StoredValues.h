@@ -16,11 +16,12 @@
 struct StoredValue {
   QString label;  // as on the screen
   QVariant value;
-  std::function<QString()> text;  // for the user; only asked for when the value differs
+  std::function<QString()> text;  // for the user; called only when the value differs
 };
 using StoredValues = QList<StoredValue>;
 
-// A field of a table and its label. Fields whose name begins with Chk or Opt, Aktief and Locked are shown as yes or no.
+// A field of a table and its label. Aktief, Locked, OptMeerdereSpots and fields whose name begins with Chk are shown as
+// "ja" or "nee".
 using LabelledField = QPair<QString, QString>;
 
 // The values of the current row, in the order of the fields.

@@ -13,9 +13,9 @@
 
 namespace apply {
 
-// Under which numbers the records that one workstation made are in the shared database. A number of the workstation
-// may be that of its own new record or of the server's record of that number; which of the two is known by the
-// fingerprint that the own record has since the workstation's last statement on it. Kept in tblVerwerktNummers.
+// The numbers in the shared database of the records that one workstation made. The same number can mean the
+// workstation's new record or a server record, because closing a list refreshes the copy and the number is reused; the
+// fingerprint of the row after the workstation's last statement on it tells which. Stored in tblVerwerktNummers.
 class OwnNumbers {
  public:
   struct Own {

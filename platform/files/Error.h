@@ -21,7 +21,7 @@ enum class ErrorCode {
   Password,          // the password is missing or wrong
   Damaged,           // the content of the file is inconsistent
   NotYetDurable,     // the change is done, but may not survive a power cut
-  ForeignWrite,      // another program changed the file after a statement of this one crashed
+  ForeignWrite,      // another program changed or replaced the file during a change, or before a recovery
   UnknownCharacter,  // an indexed text holds a character whose sort key is not known
   Duplicate,         // a key of a unique index already exists
   Required,          // a required value is missing

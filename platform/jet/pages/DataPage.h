@@ -13,7 +13,7 @@ namespace jet {
 constexpr std::size_t kDataPageHead = 14;
 // A RowId has one byte for the slot.
 constexpr unsigned kMostSlots = 256;
-// Owners (bytes 4 to 7) that are not a table: "LVAL" for long values, 0 for rows of usage maps, 1 on page 1.
+// Owners (bytes 4 to 7) that are not a table: "LVAL" for long values, 0 for rows of usage maps, 1 for page 1 itself.
 constexpr std::uint32_t kLongValueOwner = 0x4C41564C;
 constexpr std::uint32_t kUsageMapOwner = 0;
 

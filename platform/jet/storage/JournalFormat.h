@@ -22,9 +22,8 @@ struct PageChange {
 //    8  u32 count of page records, u32 0
 //   16  u64 length of the database before, u64 length after
 //   32  u64 checksum of the whole file with these eight bytes zero
-//   40  records of 4232 bytes, by page, page 0 first: u32 page, u32 0, 8 x u64 checksum of each 512-byte sector before,
-//   before,
-//       8 x u64 after, 4096 bytes before
+//   40  records of 4232 bytes, in the order of the pages, page 0 first: u32 page, u32 0,
+//       8 x u64 checksum of each 512-byte sector before, 8 x u64 after, 4096 bytes before
 namespace journal {
 
 constexpr char kMagic[] = "SPRJRNL1";
