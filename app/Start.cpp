@@ -24,9 +24,6 @@ void RegisterScreens() {
   RegisterExportScreens();
 }
 
-namespace {
-
-// Connects to a server in another thread: windows repaint, clicks and keys are delayed.
 void WaitForServersBesideWindows() {
   dao::SetServerWait([](const std::function<bool(std::chrono::milliseconds)>& isReady) {
     constexpr std::chrono::milliseconds kBetweenRepaints(20);
@@ -34,8 +31,6 @@ void WaitForServersBesideWindows() {
       desktop::RepaintWindows();
   });
 }
-
-}  // namespace
 
 std::unique_ptr<ProgramLock> TakeProgramLock() {
   try {

@@ -97,7 +97,7 @@ function(spotrooster_server_tests folder)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINK")
   string(REPLACE "/" "_" program "test_${folder}")
   add_executable(${program} ${arg_SOURCES})
-  set_target_properties(${program} PROPERTIES AUTOMOC ON UNITY_BUILD OFF)
+  set_target_properties(${program} PROPERTIES AUTOMOC ON)
   target_link_libraries(${program} PRIVATE ${arg_LINK} spotrooster_test_main PkgConfig::LIBPQ)
   add_test(NAME "${folder}" COMMAND ${program})
   set_tests_properties("${folder}" PROPERTIES LABELS "${folder};server" TIMEOUT 600 SKIP_RETURN_CODE 77

@@ -7,6 +7,7 @@
 #include "data/SettingsFile.h"
 #include "platform/dao/Database.h"
 #include "platform/dao/FrozenDatabase.h"
+#include "platform/dao/postgres/ServerAddress.h"
 #include "platform/files/TemporaryName.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Error.h"
@@ -165,7 +166,8 @@ bool BackupsEnabled(const QString& settingsPath) {
 }
 
 BackupBefore BackUpBefore(const QString& databasePath) {
-  if (!BackupsEnabled(SettingsFile().Path())) return {};
+  // The administrator of a server backs it up.
+  if (dao::IsServerPath(databasePath) || !BackupsEnabled(SettingsFile().Path())) return {};
   try {
     return {true, BackUp(databasePath).value_or(QString())};
   } catch (const runtime::Error& error) {

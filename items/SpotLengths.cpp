@@ -6,6 +6,7 @@
 #include "data/forms/SpotDetails.h"
 #include "platform/controls/ListBox.h"
 #include "platform/dao/Database.h"
+#include "platform/dao/Prefetch.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Error.h"
 
@@ -14,20 +15,52 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+constexpr std::size_t kMostLookups = 500;  // more spots are read faster by reading the table
+const QStringList kFields = {u"ID"_s,       u"Path"_s,      u"LengteSec"_s, u"StartDatum"_s,
+                             u"StartUur"_s, u"EindDatum"_s, u"EindUur"_s,   u"Aktief"_s};
+
+QString Listed(const std::vector<std::int64_t>& ids) {
+  QStringList numbers;
+  for (const std::int64_t id : ids)
+    numbers += QString::number(id);
+  return numbers.join(u", "_s);
+}
+
+}  // namespace
+
 SpotLengths::SpotLengths(QObject* receiver, std::function<void()> changed)
     : changed_(std::move(changed)),
       checker_(receiver,
                [this](const std::vector<FilePresenceChecker::Result>& found, bool last) { TakeFiles(found, last); }) {}
 
-void SpotLengths::Read() {
+void SpotLengths::Forget() {
   spots_.clear();
+  read_.clear();
   requested_.clear();
   checker_.Cancel();
+}
+
+void SpotLengths::ReadMissing(const controls::ListBox& list) {
+  std::vector<std::int64_t> missing;
+  for (int line = 0; line < list.ListCount(); ++line) {
+    const qint64 id = list.ItemData(line);
+    if (read_.contains(id)) continue;
+    read_.insert(id);
+    missing.push_back(id);
+  }
+  if (missing.empty()) return;
   const Catalogue catalogue = CurrentCatalogue();
+  const QString fields = kFields.join(u", "_s);
+  QString query = u"SELECT "_s + fields + u" FROM " + catalogue.itemSpots;
+  if (missing.size() <= kMostLookups) query += u" WHERE ID IN ("_s + Listed(missing) + u')';
   try {
+    const dao::Prefetch rowsOfSpots(catalogue.databasePath,
+                                    {catalogue.itemSpots, u"ID"_s, kFields,
+                                     missing.size() <= kMostLookups ? missing : std::vector<std::int64_t>()});
     dao::Database database = dao::OpenDatabase(catalogue.databasePath);
-    dao::Recordset rows = database.OpenRecordset(
-        u"SELECT ID, Path, LengteSec, StartDatum, StartUur, EindDatum, EindUur, Aktief FROM "_s + catalogue.itemSpots);
+    dao::Recordset rows = database.OpenRecordset(query);
     for (; !rows.Eof(); rows.MoveNext())
       spots_.insert(rows.Field(u"ID"_s).toLongLong(), FactsOf(rows));
   } catch (const runtime::Error&) {
@@ -36,6 +69,7 @@ void SpotLengths::Read() {
 }
 
 void SpotLengths::Show(controls::ListBox& list) {
+  ReadMissing(list);
   const QDateTime now = runtime::Now();
   std::vector<FilePresenceChecker::Request> wanted;
   bool unasked = false;

@@ -155,7 +155,7 @@ void frmItemsDetail::cmdOpt1Toevoegen_Click() {
     const desktop::WaitPointer wait;
     global.gstrSelectedID = QString::fromUtf16(kNewRecord);
     frmItemsDetailOpt1(this, *ui_->lstOpt1ItemSpots).ShowModal();
-    lengths_.Read();
+    lengths_.Forget();
     InitControls();
     InitCommands();
     Changed();

@@ -8,6 +8,7 @@
 #include "items/frmItemsDetail.h"
 #include "items/ui_frmItemsDetail.h"
 #include "platform/dao/Database.h"
+#include "platform/dao/Prefetch.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
@@ -30,6 +31,16 @@ void AddNumbered(controls::ComboBox& combo, const QStringList& texts) {
     combo.AddItem(texts[i], i + 1);
 }
 
+// The spots of an item's links.
+std::vector<std::int64_t> SpotsIn(dao::Recordset links) {
+  std::vector<std::int64_t> spots;
+  for (; !links.Eof(); links.MoveNext()) {
+    const QVariant spot = links.Field(u"ItemSpotID"_s);
+    if (runtime::IsNumeric(spot)) spots.push_back(runtime::ToLong(spot));
+  }
+  return spots;
+}
+
 // The number may be incomplete input.
 qint32 NumberIn(const QLineEdit& field) {
   bool whole = false;
@@ -42,7 +53,7 @@ qint32 NumberIn(const QLineEdit& field) {
 void frmItemsDetail::InitForm() {
   Trapped(__func__, [this] {
     setWindowTitle(isNew_ ? u"Item ... nieuw"_s : u"Item ... detail"_s);
-    lengths_.Read();
+    lengths_.Forget();
     FillCboOpt2VariabelNaamGedeelte();
     FillCboOpt2Eerstedagvanweek();
     if (!FillCboPingles()) MarkIncomplete();
@@ -175,6 +186,7 @@ bool frmItemsDetail::FillFraItemSpots() {
     dao::Recordset rows = database.OpenRecordset(u"SELECT "_s + link + u".ItemSpotOrder, " + link +
                                                  u".ItemSpotID From " + link + u" WHERE " + link + u".ItemID = " +
                                                  QString::number(id_) + u" ORDER BY " + link + u".ItemSpotOrder");
+    const dao::Prefetch names(catalogue.databasePath, {catalogue.itemSpots, u"ID"_s, {u"Naam"_s}, SpotsIn(rows)});
     for (; !rows.Eof(); rows.MoveNext()) {
       const QVariant spot = rows.Field(u"ItemSpotID"_s);
       const qint32 spotID = runtime::IsNumeric(spot) ? runtime::ToLong(spot) : kNoSpot;

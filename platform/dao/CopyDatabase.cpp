@@ -22,7 +22,7 @@ using namespace Qt::StringLiterals;
 namespace dao {
 namespace {
 
-constexpr double kMicrosecondsADay = 86'400'000'000.0;
+constexpr double kDayInMicroseconds = 86'400'000'000.0;
 
 FieldMask AllFields(const TableDef& table) {
   FieldMask all;
@@ -37,7 +37,7 @@ class Digest {
     Number(static_cast<std::int64_t>(value.index()));
     if (const auto* whole = std::get_if<std::int64_t>(&value)) Number(*whole);
     if (const auto* number = std::get_if<double>(&value)) {
-      type == FieldType::Date ? Number(std::llround(*number * kMicrosecondsADay)) : Bits(*number + 0.0);
+      type == FieldType::Date ? Number(std::llround(*number * kDayInMicroseconds)) : Bits(*number + 0.0);
     }
     if (const auto* text = std::get_if<std::u16string_view>(&value))
       Block(text->data(), text->size() * sizeof(char16_t));

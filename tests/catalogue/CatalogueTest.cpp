@@ -95,6 +95,18 @@ bool CatalogueTest::Enabled(const Form& form, const QString& button) {
   return Child<QAbstractButton>(form, button).isEnabled();
 }
 
+void CatalogueTest::LoseDatabase() const {
+  if (global.online) return station_.LoseServer();
+  const QString path = station_.Folder() + u"/data/OvalistoLocal.mdb"_s;
+  if (!QFile::rename(path, path + u".weg"_s)) throw std::runtime_error("cannot rename the local database");
+}
+
+void CatalogueTest::FindDatabase() const {
+  if (global.online) return station_.FindServer();
+  const QString path = station_.Folder() + u"/data/OvalistoLocal.mdb"_s;
+  if (!QFile::rename(path + u".weg"_s, path)) throw std::runtime_error("cannot rename the local database");
+}
+
 QList<int> CatalogueTest::Numbers(dao::Recordset rows, const QString& field) {
   QList<int> numbers;
   for (; !rows.Eof(); rows.MoveNext())

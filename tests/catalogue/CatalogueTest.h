@@ -72,6 +72,10 @@ class CatalogueTest : public ::testing::Test {
   static void Select(const Form& form, const QString& line);
   static bool Enabled(const Form& form, const QString& button);
 
+  // The database of the current mode gets another name, as if it were lost; and its own name again.
+  void LoseDatabase() const;
+  void FindDatabase() const;
+
   // The IDs of a table's rows, in order.
   QList<int> IDs(const QString& things) const;
   static QList<int> Numbers(dao::Recordset rows, const QString& field);

@@ -41,18 +41,16 @@ class ItemCleanupFiles : public CatalogueTestInBothModes {
     EXPECT_FALSE(form.isVisible());
     ASSERT_GT(boxes_.Shown().size(), before);
     told_ = boxes_.Shown()[before].title + u": "_s + boxes_.Shown()[before].text;
-    if (GetParam() == Station::Mode::Offline) FindServer();
+    if (GetParam() == Station::Mode::Offline) station_.FindServer();
   }
 
   // Offline the server is unreachable while the dialog closes, and the rows are restored.
   void KeepLocalSpots() {
     if (GetParam() == Station::Mode::Online) return;
-    ASSERT_TRUE(QFile::rename(ServerFile(), ServerFile() + u".weg"_s));
+    station_.LoseServer();
     boxes_.Answer(desktop::kAnswerOk);
     boxes_.Answer(desktop::kAnswerYes);
   }
-  void FindServer() { ASSERT_TRUE(QFile::rename(ServerFile() + u".weg"_s, ServerFile())); }
-  QString ServerFile() const { return station_.ServerFolder() + u"/OvalistoServer.mdb"_s; }
 
   void ExpectStopped(const QString& part) {
     EXPECT_TRUE(told_.startsWith(u"Opruimen: "_s) && told_.contains(part)) << told_.toStdString();

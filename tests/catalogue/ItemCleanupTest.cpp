@@ -47,8 +47,7 @@ class ItemCleanup : public CatalogueTestInBothModes {
   // local rows are restored and can be checked afterwards.
   void LoseServerWhenOffline() {
     if (GetParam() == Station::Mode::Online) return;
-    const QString server = station_.ServerFolder() + u"/OvalistoServer.mdb"_s;
-    QFile::rename(server, server + u".weg"_s);
+    station_.LoseServer();
     boxes_.Answer(desktop::kAnswerOk);   // the message of the cleanup
     boxes_.Answer(desktop::kAnswerOk);   // the copying failed
     boxes_.Answer(desktop::kAnswerYes);  // restore the rows

@@ -167,12 +167,9 @@ TEST_P(ItemSpotCleanup, PathThatLeavesItsDriveIsRefused) {
 TEST_P(ItemSpotCleanup, FailedDeleteOfTheRecordShowsNoSuccess) {
   const QString path = AudioFile(u"spot.wav"_s);
   Prepare(path);
-  const bool online = GetParam() == Station::Mode::Online;
   frmItemSpotOpruimen form(nullptr);
   Open(form);
-  const QString database =
-      online ? station_.ServerFolder() + u"/OvalistoServer.mdb"_s : station_.Folder() + u"/data/OvalistoLocal.mdb"_s;
-  ASSERT_TRUE(QFile::rename(database, database + u".weg"_s));
+  LoseDatabase();
   Child<QCheckBox>(form, u"chkVerwijderID"_s).setChecked(true);
   Click(form, u"cmdOk"_s);
   OnlyError(u"Opruimen"_s);

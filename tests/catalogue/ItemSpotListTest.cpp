@@ -219,22 +219,18 @@ TEST_P(ItemSpotList, UnreadableDatabaseIsReportedAndTheListKeepsItsLines) {
   AddThree();
   frmItemSpots form(nullptr);
   Open(form);
-  const QString path = GetParam() == Station::Mode::Online ? station_.ServerFolder() + u"/OvalistoServer.mdb"_s
-                                                           : station_.Folder() + u"/data/OvalistoLocal.mdb"_s;
-  ASSERT_TRUE(QFile::rename(path, path + u".weg"_s));
+  LoseDatabase();
   Click(form, u"chkNietAktieve"_s);
   EXPECT_FALSE(OnlyError(u"FillLstOverzicht"_s).isEmpty());
   EXPECT_EQ(Lines(form).size(), 2);
-  ASSERT_TRUE(QFile::rename(path + u".weg"_s, path));
+  FindDatabase();
   QApplication::setActiveWindow(&form);  // after the box
   QTest::keyClick(&form, Qt::Key_F5);
   EXPECT_EQ(Lines(form).size(), 3);
 }
 
 TEST_P(ItemSpotList, OpensEmptyWithItsErrorWhenTheDatabaseIsMissing) {
-  const QString path = GetParam() == Station::Mode::Online ? station_.ServerFolder() + u"/OvalistoServer.mdb"_s
-                                                           : station_.Folder() + u"/data/OvalistoLocal.mdb"_s;
-  ASSERT_TRUE(QFile::rename(path, path + u".weg"_s));
+  LoseDatabase();
   frmItemSpots form(nullptr);
   Open(form);
   EXPECT_TRUE(OnlyError(u"FillLstOverzicht"_s).contains(u"Ovalisto"_s));

@@ -60,16 +60,11 @@ class LocalCopy : public CatalogueTestInBothModes {
     EXPECT_FALSE(form.isVisible());
   }
 
-  void LoseServer() {
-    const QString path = station_.ServerFolder() + u"/OvalistoServer.mdb"_s;
-    ASSERT_TRUE(QFile::rename(path, path + u".weg"_s));
-  }
-
   // Closes the item-spot list after the server was removed; the second answer is for the question after the error.
   void CloseWithoutServer(int answer) {
     frmItemSpots form(nullptr);
     Open(form);
-    LoseServer();
+    station_.LoseServer();
     boxes_.Answer(desktop::kAnswerOk);
     boxes_.Answer(answer);
     Click(form, u"cmdSluiten"_s);
@@ -158,7 +153,7 @@ TEST_P(LocalCopy, ServerLostBetweenEmptyingAndCopyOffersToRestore) {
   QObject::connect(&between, &QTimer::timeout, [&] {
     if (vanished || !Copied(u"ItemSpots"_s).isEmpty()) return;
     vanished = true;
-    LoseServer();
+    station_.LoseServer();
   });
   between.start(0);
   boxes_.Answer(desktop::kAnswerOk);
@@ -192,7 +187,7 @@ TEST_P(LocalCopy, NoRestoreIsOfferedForAnEmptyCopy) {
   station_.OnLocal(u"DELETE FROM tblCopie_ItemSpots"_s);
   frmItemSpots form(nullptr);
   Open(form);
-  LoseServer();
+  station_.LoseServer();
   Click(form, u"cmdSluiten"_s);
   OnlyError(u"TransItemSpotsToLocal"_s);
 }
@@ -260,7 +255,7 @@ TEST_P(LocalCopy, WithBackupsOffThereIsNoBackupAndNoRestore) {
   runtime::WriteFile(global.programFolder + u"\\ovalis.ini"_s, "[Backup]\r\nEnabled=0\r\n");
   frmItemSpots form(nullptr);
   Open(form);
-  LoseServer();
+  station_.LoseServer();
   Click(form, u"cmdSluiten"_s);
   OnlyError(u"TransItemSpotsToLocal"_s);
   EXPECT_EQ(Backups(), QStringList());

@@ -10,7 +10,6 @@
 #include "tests/support/PointerWatch.h"
 
 #include <QCheckBox>
-#include <QFile>
 
 #include <functional>
 
@@ -25,22 +24,13 @@ class Pointer : public CatalogueTest {
     AddPingle(1, u"Jingle"_s);
   }
 
-  void LoseServer() const {
-    const QString path = station_.ServerFolder() + u"/OvalistoServer.mdb"_s;
-    EXPECT_TRUE(QFile::rename(path, path + u".weg"_s));
-  }
-  void FindServer() const {
-    const QString path = station_.ServerFolder() + u"/OvalistoServer.mdb"_s;
-    EXPECT_TRUE(QFile::rename(path + u".weg"_s, path));
-  }
-
   // The titles of the error boxes that appear while the hourglass is shown, when `action` runs without the server.
   QStringList WithoutServer(const std::function<void()>& step) const {
-    LoseServer();
+    station_.LoseServer();
     const PointerWatch watch(desktop::kAnswerYes);
     step();
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
-    FindServer();
+    station_.FindServer();
     return watch.UnderHourglass();
   }
 };
@@ -62,11 +52,11 @@ TEST_F(Pointer, TheEditorHasTheArrowAndTheRefillAfterItTheHourglass) {
   bool hourglassInTheEditor = true;
   inTheEditor_ = [&] {
     hourglassInTheEditor = PointerWatch::IsHourglass();
-    LoseServer();
+    station_.LoseServer();
   };
   const PointerWatch watch;
   Click(form, u"cmdOpen"_s);
-  FindServer();
+  station_.FindServer();
   EXPECT_FALSE(hourglassInTheEditor);
   EXPECT_EQ(watch.UnderHourglass(), QStringList{u"FillLstOverzicht"_s});
   EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
@@ -79,12 +69,12 @@ TEST_F(Pointer, TheRefillAfterACleanupShowsTheHourglass) {
   ModalDriver modal;
   modal.OnNext(u"frmItemSpotOpruimen"_s, [&](QDialog& window) {
     EXPECT_FALSE(PointerWatch::IsHourglass());
-    LoseServer();
+    station_.LoseServer();
     Click(window, u"cmdSluiten"_s);
   });
   const PointerWatch watch;
   Click(form, u"cmdVerwijder"_s);
-  FindServer();
+  station_.FindServer();
   EXPECT_EQ(watch.UnderHourglass(), QStringList{u"FillLstOverzicht"_s});
 }
 

@@ -1,27 +1,23 @@
 // SPDX-License-Identifier: MIT
 #include "platform/desktop/MessageBox.h"
-#include "platform/runtime/Probe.h"
 #include "tests/items/ItemEditor.h"
+#include "tests/support/FailingAccesses.h"
 #include "tests/support/FileFaults.h"
 
 #include <cerrno>
-#include <memory>
 #include <vector>
 
 using namespace Qt::StringLiterals;
+using testing_support::FailingAccesses;
 
 namespace {
 
 // Data must never be lost without a message.
 class ItemLoss : public ItemEditor {
  protected:
-  // Opens item 1 while file accesses number `first` to `last` on the server's file fail; returns the boxes shown.
+  // Opens item 1 while accesses number `first` to `last` to the server database fail; returns the boxes shown.
   std::vector<desktop::ShownMessageBox> OpenWithFailingLooks(int first, int last) {
-    auto looks = std::make_shared<int>(0);
-    const runtime::ProbeLookScope failing([looks, first, last](const QString&) {
-      ++*looks;
-      return *looks >= first && *looks <= last ? EIO : 0;
-    });
+    const FailingAccesses failing(first, last);
     const desktop::MessageBoxScript boxes;
     Open(u"1"_s);
     return boxes.Shown();
@@ -130,15 +126,14 @@ TEST_F(ItemLoss, ANewItemThatWasNotSyncedIsUpdatedByTheNextOk) {
 // Wherever a save is interrupted, the next OK completes it: one item with all its links.
 TEST_F(ItemLoss, AnInterruptedSaveIsFinishedByTheNextOkWithoutASecondItem) {
   int brokenOff = 0;
-  for (int first = 1; first <= 6; ++first) {  // a save of two links accesses the file six times
+  for (int first = 1; first <= 6; ++first) {  // a save of two links accesses the database at least six times
     const QString naam = u"Blok %1"_s.arg(first);
     OpenNew();
     FillListItem();
     List().AddItem(u"s"_s, 2);
     Edit(u"txtNaam"_s).setText(naam);
     {
-      auto looks = std::make_shared<int>(0);
-      const runtime::ProbeLookScope failing([looks, first](const QString&) { return ++*looks < first ? 0 : EIO; });
+      const FailingAccesses failing(first);
       const desktop::MessageBoxScript boxes;
       Click(u"cmdOk"_s);
       EXPECT_TRUE(IsOpen() && editor_->IsDirty()) << first;
@@ -162,8 +157,7 @@ TEST_F(ItemLoss, LinksThatCouldNotBeRemovedKeepTheFormOpenAndTheNextOkRemovesThe
   FillPatternItem();
   int first = 1;
   for (bool written = false; !written && first < 50; ++first) {
-    auto looks = std::make_shared<int>(0);
-    const runtime::ProbeLookScope failing([looks, first](const QString&) { return ++*looks < first ? 0 : EIO; });
+    const FailingAccesses failing(first);
     const desktop::MessageBoxScript boxes;
     Click(u"cmdOk"_s);
     written = CountTitled(boxes.Shown(), u"Delete_tblBeheer"_s) == 1;

@@ -2,15 +2,11 @@
 #include "data/Messages.h"
 #include "platform/desktop/InputBox.h"
 #include "platform/desktop/MessageBox.h"
-#include "platform/runtime/Probe.h"
 #include "tests/items/ItemEditor.h"
-
-#include <QFile>
-
-#include <cerrno>
-#include <memory>
+#include "tests/support/FailingAccesses.h"
 
 using namespace Qt::StringLiterals;
+using testing_support::FailingAccesses;
 using testing_support::Station;
 
 namespace {
@@ -192,11 +188,10 @@ TEST_F(ItemSave, AnItemDeletedInTheMeantimeIsAnErrorAndTheFormStaysDirty) {
 
 TEST_F(ItemSave, AnUnreadableRecordIsNotOverwritten) {
   InsertListItem(1, u"Blok"_s, {1});
-  const QString server = station_.ServerFolder() + u"/OvalistoServer.mdb";
   const desktop::MessageBoxScript boxes;
-  QFile::rename(server, server + u".weg");
+  station_.LoseServer();
   Open(u"1"_s);
-  QFile::rename(server + u".weg", server);
+  station_.FindServer();
   FillListItem();
   Click(u"cmdOk"_s);
   EXPECT_EQ(boxes.Last().title, u"Opslaan"_s);
@@ -230,10 +225,8 @@ TEST_F(ItemSave, AfterAFailedLinkTheItemExistsAndTheNextOkUpdatesIt) {
   FillListItem();
   List().AddItem(u"s"_s, 2);
   {
-    // The server fails from the sixth access: after those for the name, the ID, the item, deleting the links and the
-    // first new link.
-    auto looks = std::make_shared<int>(0);
-    const runtime::ProbeLookScope failing([looks](const QString&) { return ++*looks >= 6 ? EIO : 0; });
+    // The database fails after the accesses for the name, the ID, the item, deleting the links and the first new link.
+    const FailingAccesses failing(6);
     const desktop::MessageBoxScript boxes;
     Click(u"cmdOk"_s);
     ASSERT_EQ(boxes.Shown().size(), 1U);

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
+#include "data/SettingsFile.h"
+#include "platform/dao/CopyDatabase.h"
 #include "platform/desktop/FileChooser.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Error.h"
+#include "platform/runtime/HostPath.h"
 #include "tests/journeys/Desk.h"
 #include "tests/journeys/Journey.h"
 #include "tests/journeys/Stage.h"
@@ -27,6 +30,21 @@ void MakeFolder(const QString& folder) {
   MakeStation(folder + u"/zender"_s);
 }
 
+// The tour with the shared database on a server: SPOTROOSTER_TOUR_SERVER is its address, without a schema.
+void MoveToServer(const QString& folder) {
+  const QString address = qEnvironmentVariable("SPOTROOSTER_TOUR_SERVER");
+  if (address.isEmpty()) return;
+  const QString station = folder + u"/zender"_s;
+  const QString file = station + u"/server/OvalistoServer.mdb";
+  dao::CopyDatabase(runtime::PathText(file), address + u"\\OvalistoServer.mdb", dao::CopyMode::Fill);
+  if (!QFile::remove(file)) throw runtime::Error(u"kan %1 niet verwijderen"_s.arg(file));
+  IniFile settings;
+  settings.SetPath(runtime::PathText(station + u"/ovalis.ini"));
+  settings.SetSection(settings::kFiles.toString());
+  settings.SetKey(settings::kDatabasePath.toString());
+  settings.SetValue(address);
+}
+
 int Show(const QString& folder) {
   desktop::FileChooserScript files;
   const Desk desk(folder, files);
@@ -49,6 +67,7 @@ int main(int argc, char** argv) {
   const Stage stage(argc, argv, *options);
   try {
     MakeFolder(options->folder);
+    MoveToServer(options->folder);
     return Show(options->folder);
   } catch (const runtime::Error& error) {
     std::cerr << "spotrooster-tour: " << error.what() << '\n';

@@ -4,8 +4,8 @@
 #include "data/Messages.h"
 #include "platform/controls/LedPanel.h"
 #include "platform/desktop/MessageBox.h"
-#include "platform/runtime/Probe.h"
 #include "tests/media/support/EditorDesk.h"
+#include "tests/support/FailingAccesses.h"
 #include "tests/support/PointerWatch.h"
 
 #include <QCheckBox>
@@ -13,7 +13,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cerrno>
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -305,7 +304,7 @@ TEST(ItemSpotEditorSave, AnUnreadableRecordIsNotOverwritten) {
   desk.AddSpot(1, u"Oud"_s, path);
   std::unique_ptr<frmItemSpotsDetail> editor;
   {
-    const runtime::ProbeLookScope away([](const QString&) { return EIO; });
+    const testing_support::FailingAccesses away(1);
     const desktop::MessageBoxScript boxes;
     editor = desk.OpenSpot(u"1"_s);
     ASSERT_EQ(boxes.Shown().size(), 1U);

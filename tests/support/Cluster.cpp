@@ -53,6 +53,27 @@ void RunAsServer(const QString& program, const QStringList& arguments) {
   }
 }
 
+// A connection of the test itself.
+class Session {
+ public:
+  explicit Session(const QString& url) : connection_(PQconnectdb(url.toUtf8().constData()), PQfinish) {
+    PQsetNoticeProcessor(
+        connection_.get(), [](void*, const char*) {}, nullptr);
+  }
+
+  std::unique_ptr<PGresult, decltype(&PQclear)> Run(const QString& statements) const {
+    std::unique_ptr<PGresult, decltype(&PQclear)> result(PQexec(connection_.get(), statements.toUtf8().constData()),
+                                                         PQclear);
+    const ExecStatusType status = PQresultStatus(result.get());
+    if (status != PGRES_COMMAND_OK && status != PGRES_TUPLES_OK)
+      Fail(QString::fromUtf8(PQerrorMessage(connection_.get())));
+    return result;
+  }
+
+ private:
+  std::unique_ptr<PGconn, decltype(&PQfinish)> connection_;
+};
+
 }  // namespace
 
 QString Cluster::ProgramFolder() {
@@ -158,12 +179,8 @@ QString Cluster::Url(const QString& options) const {
 }
 
 QStringList Cluster::Sql(const QString& statements) const {
-  const std::unique_ptr<PGconn, decltype(&PQfinish)> connection(PQconnectdb(Url().toUtf8().constData()), PQfinish);
-  const std::unique_ptr<PGresult, decltype(&PQclear)> result(PQexec(connection.get(), statements.toUtf8().constData()),
-                                                             PQclear);
-  const ExecStatusType status = PQresultStatus(result.get());
-  if (status != PGRES_COMMAND_OK && status != PGRES_TUPLES_OK)
-    Fail(QString::fromUtf8(PQerrorMessage(connection.get())));
+  const Session session(Url());
+  const auto result = session.Run(statements);
   QStringList values;
   for (int row = 0; row < PQntuples(result.get()); ++row)
     values += QString::fromUtf8(PQgetvalue(result.get(), row, 0));
@@ -182,6 +199,17 @@ std::unique_ptr<Cluster>& Shared() {
 }
 
 }  // namespace
+
+class OtherTransaction::Connection : public Session {
+ public:
+  Connection() : Session(SharedCluster().Url()) {}
+};
+
+OtherTransaction::OtherTransaction(const QString& statements) : connection_(std::make_unique<Connection>()) {
+  connection_->Run(u"BEGIN;"_s + statements);
+}
+
+OtherTransaction::~OtherTransaction() = default;
 
 Cluster& SharedCluster() {
   if (!Shared()) Shared() = std::make_unique<Cluster>();

@@ -64,6 +64,19 @@ class Cluster {
   std::unique_ptr<QProcess> server_;
 };
 
+// A transaction of another program on the shared cluster, which keeps what its statements locked.
+class OtherTransaction {
+ public:
+  explicit OtherTransaction(const QString& statements);
+  ~OtherTransaction();
+  OtherTransaction(const OtherTransaction&) = delete;
+  OtherTransaction& operator=(const OtherTransaction&) = delete;
+
+ private:
+  class Connection;
+  std::unique_ptr<Connection> connection_;
+};
+
 // The one cluster of this test program, started at the first call.
 Cluster& SharedCluster();
 void StopSharedCluster();

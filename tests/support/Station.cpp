@@ -9,6 +9,7 @@
 #include "tests/support/Cluster.h"
 
 #include <QDir>
+#include <QFile>
 
 #include <stdexcept>
 
@@ -57,6 +58,29 @@ Station::Station(Mode mode) {
 Station::~Station() {
   global = Globals();
   runtime::SetDrives({});
+}
+
+namespace {
+
+void Rename(const QString& folder, const QString& from, const QString& to) {
+  if (OnServer()) {
+    SharedCluster().Sql(u"ALTER SCHEMA \"%1\" RENAME TO \"%2\""_s.arg(from, to));
+  } else if (!QFile::rename(folder + u'/' + from + u".mdb", folder + u'/' + to + u".mdb")) {
+    throw std::runtime_error("cannot rename the server database");
+  }
+}
+
+const QString kServerName = u"OvalistoServer"_s;
+const QString kLostName = u"OvalistoServer-weg"_s;
+
+}  // namespace
+
+void Station::LoseServer() const {
+  Rename(ServerFolder(), kServerName, kLostName);
+}
+
+void Station::FindServer() const {
+  Rename(ServerFolder(), kLostName, kServerName);
 }
 
 void Station::Use(Mode mode) {

@@ -28,6 +28,11 @@ class Station {
 
   void Use(Mode mode);
 
+  // The server database gets another name, the file or the schema, as if it were lost; and its own name again. Both
+  // throw std::runtime_error.
+  void LoseServer() const;
+  void FindServer() const;
+
   // One statement on the server's or the local database.
   int OnServer(const QString& statement) const;
   int OnLocal(const QString& statement) const;

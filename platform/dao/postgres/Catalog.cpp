@@ -23,7 +23,7 @@ QMap<QString, std::shared_ptr<Catalog>>& Known() {
   return known;
 }
 
-QString KeyOf(const ServerAddress& address) {
+QString CatalogKey(const ServerAddress& address) {
   return address.Url() + u'\\' + address.Schema().toLower();
 }
 
@@ -31,7 +31,7 @@ QString Text(const Result& result, int row, int column) {
   return QString::fromUtf8(PQgetvalue(result.get(), row, column));
 }
 
-std::shared_ptr<Catalog> Read(Connection& connection, const QString& schema) {
+std::shared_ptr<Catalog> ReadCatalog(Connection& connection, const QString& schema) {
   auto catalog = std::make_shared<Catalog>();
   catalog->schema = schema;
   const auto results = connection.Run("SELECT version FROM " + catalog->Quoted(kTurnTable) +
@@ -59,12 +59,12 @@ QString Spelling(Connection& connection, const QString& schema) {
 std::shared_ptr<Catalog> ReadAnyCase(const ServerAddress& address) {
   const Lease lease(address);
   try {
-    return Read(*lease, address.Schema());
+    return ReadCatalog(*lease, address.Schema());
   } catch (const Refusal& refusal) {
     if (!MeansMissing(refusal)) throw;
     const QString spelling = Spelling(*lease, address.Schema());
     if (spelling.isEmpty() || spelling == address.Schema()) throw;
-    return Read(*lease, spelling);
+    return ReadCatalog(*lease, spelling);
   }
 }
 
@@ -86,14 +86,14 @@ bool IsPartOfRequiredIndex(const TableDef& table, const FieldDef& field) {
   });
 }
 
-bool IsText(const FieldDef& field) {
+bool IsTextField(const FieldDef& field) {
   return field.type == FieldType::Text;
 }
 
 // A column of an index, sorted as in a database file: NULL before all values.
 std::string IndexColumn(const TableDef& table, const IndexField& field) {
   const qsizetype at = table.FieldIndex(field.name);
-  const std::string column = IsText(table.fields[at]) ? OrderColumn(at) : QuotedServerName(table.fields[at].name);
+  const std::string column = IsTextField(table.fields[at]) ? OrderColumn(at) : QuotedServerName(table.fields[at].name);
   return column + (field.direction == Direction::Descending ? " DESC NULLS LAST" : " ASC NULLS FIRST");
 }
 
@@ -129,7 +129,7 @@ std::string OrderColumn(qsizetype field) {
 }
 
 bool HasOrderColumn(const TableDef& table, qsizetype field) {
-  if (!IsText(table.fields[field])) return false;
+  if (!IsTextField(table.fields[field])) return false;
   return std::any_of(table.indexes.begin(), table.indexes.end(), [&](const IndexDef& index) {
     return (index.unique || index.primary) && NamesOf(index).contains(table.fields[field].name, Qt::CaseInsensitive);
   });
@@ -143,7 +143,7 @@ QString ServerIndexName(const TableDef& table, const IndexDef& index) {
 }
 
 std::shared_ptr<Catalog> CatalogOf(const ServerAddress& address) {
-  const QString key = KeyOf(address);
+  const QString key = CatalogKey(address);
   const auto known = Known().value(key);
   if (known && std::chrono::steady_clock::now() - known->read < kCacheTime) return known;
   try {
@@ -168,7 +168,7 @@ bool CatalogExists(const ServerAddress& address) {
 }
 
 void ForgetCatalog(const ServerAddress& address) {
-  Known().remove(KeyOf(address));
+  Known().remove(CatalogKey(address));
 }
 
 std::string SchemaStatements(const QString& schema) {

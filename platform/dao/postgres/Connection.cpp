@@ -39,12 +39,12 @@ int MillisecondsUntil(Clock::time_point end) {
   return static_cast<int>(std::max<std::int64_t>(0, left));
 }
 
-QString Reason(const PGconn* connection) {
+QString ReasonOf(const PGconn* connection) {
   return QString::fromUtf8(PQerrorMessage(connection)).trimmed();
 }
 
 // Connects to one host before `end`. On failure `reason` is not empty; the result must be finished then too.
-PGconn* Connect(const ServerAddress::Parameters& way, Clock::time_point end, QString& reason) {
+PGconn* ConnectTo(const ServerAddress::Parameters& way, Clock::time_point end, QString& reason) {
   std::vector<const char*> keywords;
   std::vector<const char*> values;
   for (const auto& [keyword, value] : way) {
@@ -68,7 +68,7 @@ PGconn* Connect(const ServerAddress::Parameters& way, Clock::time_point end, QSt
     state = PQconnectPoll(connection);
   }
   if (PQstatus(connection) != CONNECTION_OK || state != PGRES_POLLING_OK) {
-    reason = Reason(connection);
+    reason = ReasonOf(connection);
     if (reason.isEmpty()) reason = u"geen verbinding"_s;
   }
   return connection;
@@ -80,7 +80,7 @@ Attempt ConnectAny(const ServerAddress& address) {
   const auto share = kConnectWait / address.Ways().size();
   for (const ServerAddress::Parameters& way : address.Ways()) {
     QString reason;
-    PGconn* connection = Connect(way, Clock::now() + share, reason);
+    PGconn* connection = ConnectTo(way, Clock::now() + share, reason);
     if (connection != nullptr && reason.isEmpty()) return {connection, {}};
     const bool needsPassword = connection != nullptr && PQconnectionNeedsPassword(connection) != 0;
     attempt.error = ConnectionError(address, ServerAddress::HostOf(way), reason, needsPassword);
@@ -138,19 +138,19 @@ void DropParentsConnections() {
   Pool().remove_if([](const PooledConnection& pooled) { return pooled.connection == nullptr; });
 }
 
-QString FieldOf(const PGresult* result, int field) {
+QString ErrorField(const PGresult* result, int field) {
   const char* text = PQresultErrorField(result, field);
   return text == nullptr ? QString() : QString::fromUtf8(text);
 }
 
 Refusal RefusalIn(const PGresult* result) {
   Refusal refusal;
-  refusal.code = FieldOf(result, PG_DIAG_SQLSTATE);
-  refusal.message = FieldOf(result, PG_DIAG_MESSAGE_PRIMARY);
-  refusal.detail = FieldOf(result, PG_DIAG_MESSAGE_DETAIL);
-  refusal.constraint = FieldOf(result, PG_DIAG_CONSTRAINT_NAME);
-  refusal.table = FieldOf(result, PG_DIAG_TABLE_NAME);
-  refusal.column = FieldOf(result, PG_DIAG_COLUMN_NAME);
+  refusal.code = ErrorField(result, PG_DIAG_SQLSTATE);
+  refusal.message = ErrorField(result, PG_DIAG_MESSAGE_PRIMARY);
+  refusal.detail = ErrorField(result, PG_DIAG_MESSAGE_DETAIL);
+  refusal.constraint = ErrorField(result, PG_DIAG_CONSTRAINT_NAME);
+  refusal.table = ErrorField(result, PG_DIAG_TABLE_NAME);
+  refusal.column = ErrorField(result, PG_DIAG_COLUMN_NAME);
   return refusal;
 }
 

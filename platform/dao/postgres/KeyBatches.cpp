@@ -11,7 +11,7 @@ namespace {
 constexpr int kMostKeys = 1000;
 constexpr int kMostRowsSearched = 5000;
 
-bool IsWhole(FieldType type) {
+bool IsKeyNumber(FieldType type) {
   return type == FieldType::Byte || type == FieldType::Integer || type == FieldType::Long;
 }
 
@@ -31,7 +31,7 @@ bool Has(const ServerRows& rows, int row, int column, std::int64_t key) {
 void KeyBatches::Note(const TableDef& table, std::shared_ptr<const ServerRows> rows) {
   Reply reply{table.name, std::move(rows), {}};
   for (std::size_t i = 0; i < reply.rows->fields.size(); ++i) {
-    if (IsWhole(table.fields[static_cast<qsizetype>(reply.rows->fields[i])].type))
+    if (IsKeyNumber(table.fields[static_cast<qsizetype>(reply.rows->fields[i])].type))
       reply.columns.push_back(static_cast<int>(i) + 1);
   }
   if (reply.rows->Count() > 1 && !reply.columns.empty()) replies_.push_back(std::move(reply));

@@ -39,7 +39,7 @@ QPair<QString, QString> Parted(const QString& pathText) {
 }
 
 // Nothing when libpq cannot parse it. libpq's message is not shown, because it may contain a password.
-std::optional<Options> Read(const QString& url) {
+std::optional<Options> OptionsOf(const QString& url) {
   char* message = nullptr;
   PQconninfoOption* options = PQconninfoParse(url.toUtf8().constData(), &message);
   PQfreemem(message);
@@ -56,7 +56,7 @@ bool HasPassword(const QString& url) {
   static const QRegularExpression kUserPart(u"^[a-z]+://[^/?@]*:[^/?]*@"_s, QRegularExpression::CaseInsensitiveOption);
   static const QRegularExpression kOption(u"[?&](ssl)?password="_s, QRegularExpression::CaseInsensitiveOption);
   if (kUserPart.match(url).hasMatch() || kOption.match(url).hasMatch()) return true;
-  const auto given = Read(url);
+  const auto given = OptionsOf(url);
   return given && (given->contains("password") || given->contains("sslpassword"));
 }
 
@@ -153,7 +153,7 @@ ServerAddress::ServerAddress(const QString& pathText) : pathText_(pathText) {
   const auto [url, schema] = Parted(pathText);
   url_ = url;
   schema_ = schema;
-  const auto given = Read(url);
+  const auto given = OptionsOf(url);
   if (!given) throw runtime::Error(u"'%1' is geen leesbaar adres van een databaseserver."_s.arg(pathText));
   if (schema.isEmpty()) {
     throw runtime::Error(

@@ -18,7 +18,7 @@ constexpr std::size_t kMaxQueue = std::size_t{1} << 20;  // bytes of statements
 constexpr int kStatementTime = 5000;                     // milliseconds
 constexpr int kIdleTime = 5000;                          // milliseconds
 constexpr int kCheckTime = 6500;                         // milliseconds; longer than a lost transaction lives
-constexpr std::size_t kTurnResult = 7;                   // index of the turn among the results of BeginStatements
+constexpr std::size_t kTurnResult = 2;                   // index of the turn among the results of BeginStatements
 constexpr int kChangesBetweenPrunes = 200;
 
 // Tokens of this thread's changes of which it is unknown whether their COMMIT succeeded.
@@ -27,16 +27,24 @@ QMap<QString, QString>& UncertainChanges() {
   return tokens;
 }
 
-QString KeyOf(const ServerAddress& address) {
+QString ChangeKey(const ServerAddress& address) {
   return address.PathText().toLower();
+}
+
+// Milliseconds; for the server 0 means without a limit.
+std::int64_t LockTime() {
+  return std::max<std::int64_t>(1, WriteWait().count());
 }
 
 // Set in every transaction and only for it: with a pooler the session may have had any other user before.
 std::string Settings() {
-  return "SET LOCAL datestyle TO ISO;SET LOCAL extra_float_digits TO 1;SET LOCAL bytea_output TO hex;"
-         "SET LOCAL statement_timeout TO " +
-         std::to_string(kStatementTime) + ";SET LOCAL lock_timeout TO " + std::to_string(WriteWait().count()) +
-         ";SET LOCAL idle_in_transaction_session_timeout TO " + std::to_string(kIdleTime) + ';';
+  const auto set = [](const char* name, const std::string& value) {
+    return std::string("pg_catalog.set_config('") + name + "','" + value + "',true)";
+  };
+  return "SELECT " + set("datestyle", "ISO") + ',' + set("extra_float_digits", "1") + ',' + set("bytea_output", "hex") +
+         ',' + set("statement_timeout", std::to_string(kStatementTime)) + ',' +
+         set("lock_timeout", std::to_string(LockTime())) + ',' +
+         set("idle_in_transaction_session_timeout", std::to_string(kIdleTime)) + ';';
 }
 
 // Whether the change is stored. Waits for the turn first: while the lost transaction lives on the server it holds the
@@ -60,7 +68,7 @@ std::string PruneStatement(const Catalog& catalog) {
 }  // namespace
 
 void CheckUncertainChange(const ServerAddress& address, const Catalog& catalog) {
-  const QString token = UncertainChanges().value(KeyOf(address));
+  const QString token = UncertainChanges().value(ChangeKey(address));
   if (token.isEmpty()) return;
   bool stored = false;
   try {
@@ -70,7 +78,7 @@ void CheckUncertainChange(const ServerAddress& address, const Catalog& catalog) 
   } catch (const ConnectionLost&) {
     throw runtime::Error(ConnectionLostError(address));
   }
-  UncertainChanges().remove(KeyOf(address));
+  UncertainChanges().remove(ChangeKey(address));
   if (!stored) return;
   throw runtime::Error(
       u"De vorige wijziging, waarbij de verbinding met '%1' verbrak, is toch bewaard. Deze opdracht is niet "
@@ -251,7 +259,7 @@ void ServerSession::Commit() {
     lease_->Discard();
     state_ = State::Over;
   }
-  UncertainChanges().insert(KeyOf(address_), token);
+  UncertainChanges().insert(ChangeKey(address_), token);
   bool stored = false;
   try {
     stored = IsStored(address_, *catalog_, token);
@@ -261,7 +269,7 @@ void ServerSession::Commit() {
         "nog niet zeker. Druk straks nog eens op OK: wat al bewaard is, wordt niet nog eens bewaard."_s.arg(
             address_.PathText()));
   }
-  UncertainChanges().remove(KeyOf(address_));
+  UncertainChanges().remove(ChangeKey(address_));
   if (!stored) throw runtime::Error(ConnectionLostError(address_));
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/dao/postgres/ServerTable.h"
 
+#include "platform/dao/postgres/PrefetchedRows.h"
 #include "platform/dao/postgres/ServerValue.h"
 
 namespace dao {
@@ -36,6 +37,16 @@ class FirstRowThenAll : public Cursor {
 
 bool IsWhole(FieldType type) {
   return type == FieldType::Boolean || type == FieldType::Byte || type == FieldType::Integer || type == FieldType::Long;
+}
+
+// With commas.
+std::string ListOf(std::span<const std::int64_t> numbers) {
+  std::string list;
+  for (const std::int64_t number : numbers) {
+    if (!list.empty()) list += ',';
+    list += std::to_string(number);
+  }
+  return list;
 }
 
 const std::string kInInsertOrder = " ORDER BY " + kRowColumn;
@@ -91,6 +102,11 @@ std::unique_ptr<Cursor> ServerTable::Lookup(std::size_t index, std::span<const V
     const int field = definition_.FieldIndex(definition.fields[static_cast<qsizetype>(i)].name);
     const auto* whole = std::get_if<std::int64_t>(&key[i]);
     if (whole == nullptr || !IsWhole(definition_.fields[field].type)) continue;
+    if (key.size() == 1 && session_->Kind() == Access::Read) {
+      if (auto found =
+              FindPrefetched(session_->Address(), definition_, static_cast<std::size_t>(field), *whole, wanted))
+        return found;
+    }
     if (key.size() == 1 && session_->MakesSeveralQueries())
       return LookupInBatch(static_cast<std::size_t>(field), *whole, wanted);
     condition += (condition.empty() ? " WHERE " : " AND ") + QuotedServerName(definition_.fields[field].name) + '=' +
@@ -104,14 +120,15 @@ std::unique_ptr<Cursor> ServerTable::LookupInBatch(std::size_t field, std::int64
   KeyBatches& batches = session_->Batches();
   if (auto found = batches.Find(definition_, field, key, wanted)) return found;
   const std::vector<std::int64_t> keys = batches.KeysFrom(definition_, key);
-  std::string list;
-  for (const std::int64_t one : keys)
-    list += (list.empty() ? "" : ",") + std::to_string(one);
-  const std::string name = QuotedServerName(definition_.fields[static_cast<qsizetype>(field)].name);
-  const auto rows =
-      Query(FieldMask(wanted).set(field), " WHERE " + name + " = ANY('{" + list + "}'::bigint[])" + kInInsertOrder);
-  batches.Keep(definition_, field, keys, rows);
+  batches.Keep(definition_, field, keys, RowsOfKeys(field, keys, wanted));
   return batches.Find(definition_, field, key, wanted);
+}
+
+std::shared_ptr<ServerRows> ServerTable::RowsOfKeys(std::size_t field, const std::vector<std::int64_t>& keys,
+                                                    const FieldMask& wanted) {
+  const std::string name = QuotedServerName(definition_.fields[static_cast<qsizetype>(field)].name);
+  return Query(FieldMask(wanted).set(field),
+               " WHERE " + name + " = ANY('{" + ListOf(keys) + "}'::bigint[])" + kInInsertOrder);
 }
 
 void ServerTable::Insert(std::vector<Value> row) {
@@ -146,10 +163,7 @@ void ServerTable::Update(RowId row, std::span<const FieldValue> changes) {
 
 void ServerTable::Delete(std::span<const RowId> rows) {
   if (rows.empty()) return;
-  std::string list;
-  for (const RowId row : rows)
-    list += (list.empty() ? "" : ",") + std::to_string(row);
-  session_->Change("DELETE FROM " + Name() + " WHERE " + kRowColumn + " = ANY('{" + list + "}'::bigint[])");
+  session_->Change("DELETE FROM " + Name() + " WHERE " + kRowColumn + " = ANY('{" + ListOf(rows) + "}'::bigint[])");
 }
 
 std::size_t ServerTable::DeleteAll() {

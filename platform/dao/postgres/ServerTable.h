@@ -26,6 +26,10 @@ class ServerTable : public Table {
   void Delete(std::span<const RowId> rows) override;
   std::size_t DeleteAll() override;
 
+  // The rows with one of these values in a field of whole numbers. They contain that field and the wanted ones.
+  std::shared_ptr<ServerRows> RowsOfKeys(std::size_t field, const std::vector<std::int64_t>& keys,
+                                         const FieldMask& wanted);
+
  private:
   std::string Name() const { return session_->Known().Quoted(definition_.name); }
   std::string Literal(std::size_t field, const Value& value) const;

@@ -19,7 +19,7 @@ namespace dao {
 namespace {
 
 constexpr std::int64_t kMicrosecondsADay = 86'400'000'000;
-constexpr int kExactDigits = 15;  // of a floating-point number
+constexpr int kServerDigits = 15;  // of a floating-point number
 const QDate kDayZero(1899, 12, 30);
 
 std::string Padded(std::int64_t number, std::size_t width) {
@@ -88,7 +88,7 @@ Bytes BytesOf(std::string_view hex) {
 std::string DecimalLiteral(double number, int scale) {
   const double magnitude = std::abs(number);
   const int whole = magnitude < 1 ? 0 : static_cast<int>(std::floor(std::log10(magnitude))) + 1;
-  return QByteArray::number(number, 'f', std::clamp(kExactDigits - whole, 0, scale)).toStdString();
+  return QByteArray::number(number, 'f', std::clamp(kServerDigits - whole, 0, scale)).toStdString();
 }
 
 std::string NumberLiteral(const FieldDef& field, double number) {
@@ -108,7 +108,7 @@ bool IsDecimal(FieldType type) {
   return type == FieldType::Currency || type == FieldType::Numeric;
 }
 
-[[noreturn]] void Refuse(const TableDef& table, const FieldDef& field) {
+[[noreturn]] void RefuseText(const TableDef& table, const FieldDef& field) {
   throw runtime::Error(
       u"De tekst van het veld '%1' van de tabel '%2' bevat een teken dat de databaseserver niet kan bewaren."_s.arg(
           field.name, table.name));
@@ -116,7 +116,7 @@ bool IsDecimal(FieldType type) {
 
 std::string Utf8Of(const TableDef& table, const FieldDef& field, const std::u16string& text) {
   const QStringView view(text);
-  if (view.contains(QChar(0)) || !view.isValidUtf16()) Refuse(table, field);
+  if (view.contains(QChar(0)) || !view.isValidUtf16()) RefuseText(table, field);
   return view.toUtf8().toStdString();
 }
 

@@ -4,10 +4,10 @@
 #include "platform/dao/postgres/ServerStorage.h"
 #include "platform/runtime/Error.h"
 #include "tests/platform/dao/postgres/Bouncer.h"
-#include "tests/platform/dao/postgres/Proxy.h"
 #include "tests/platform/dao/postgres/ServerScratch.h"
 #include "tests/support/Fork.h"
 #include "tests/support/LongTests.h"
+#include "tests/support/Proxy.h"
 
 #include <QFile>
 

@@ -2,11 +2,12 @@
 // A schema on a server instead of a database file.
 #include "platform/dao/postgres/ServerStorage.h"
 
+#include "platform/dao/Prefetch.h"
 #include "platform/dao/Storage.h"
 #include "platform/dao/WriteWait.h"
 #include "platform/runtime/Error.h"
-#include "tests/platform/dao/postgres/Proxy.h"
 #include "tests/platform/dao/postgres/ServerScratch.h"
+#include "tests/support/Proxy.h"
 
 #include <libpq-fe.h>
 
@@ -79,6 +80,44 @@ TEST_F(ServerStorage, AJoinOfManyRowsTakesFewRoundTrips) {
                  "tblSpots.ID WHERE tblLinks.ItemID = 1"_s),
             expected);
   EXPECT_LE(proxy.RoundTrips() - before, 3);
+}
+
+TEST_F(ServerStorage, PrefetchedRowsCostOneRoundTripAndOtherRowsAreStillRead) {
+  for (int id = 101; id <= 150; ++id)
+    Open().Execute(u"INSERT INTO tblSpots (ID, Naam, Aktief) VALUES (%1, \"n%1\", 1)"_s.arg(id));
+  const testing_support::Proxy proxy(Server().SocketFolder());
+  const QString path = PathBehind(proxy.SocketFolder());
+  const auto nameOf = [&](int id) {
+    return Rows(dao::OpenDatabase(path), u"SELECT tblSpots.Naam FROM tblSpots WHERE tblSpots.ID = %1"_s.arg(id));
+  };
+  nameOf(1);
+  std::vector<std::int64_t> keys{9999};
+  for (int id = 101; id <= 149; ++id)
+    keys.push_back(id);
+  const int before = proxy.RoundTrips();
+  {
+    const dao::Prefetch names(path, {u"TBLSPOTS"_s, u"id"_s, {u"naam"_s}, keys});
+    EXPECT_EQ(proxy.RoundTrips() - before, 1);
+    for (int id = 101; id <= 149; ++id)
+      EXPECT_EQ(nameOf(id), QStringList{u"n%1"_s.arg(id)});
+    EXPECT_EQ(nameOf(9999), QStringList());
+    EXPECT_EQ(proxy.RoundTrips() - before, 1);
+    EXPECT_EQ(nameOf(150), QStringList{u"n150"_s});  // was not prefetched
+    EXPECT_EQ(Rows(dao::OpenDatabase(path), u"SELECT Aktief FROM tblSpots WHERE ID = 101"_s), QStringList{u"1"_s});
+    EXPECT_EQ(proxy.RoundTrips() - before, 3);
+    // A change finds the rows as they are now.
+    Open().Execute(u"UPDATE tblSpots SET Naam = \"anders\" WHERE ID = 102"_s);
+    EXPECT_EQ(dao::OpenDatabase(path).Execute(u"DELETE FROM tblSpots WHERE ID = 102 AND Naam = \"anders\""_s), 1);
+  }
+  EXPECT_EQ(nameOf(102), QStringList());
+}
+
+// The caller's statements report the error.
+TEST_F(ServerStorage, APrefetchThatFailsIsSilent) {
+  const dao::Prefetch away(u"postgresql://planner@/postgres?host=/nergens\\Zender.mdb"_s,
+                           {u"tblSpots"_s, u"ID"_s, {u"Naam"_s}, {1, 2}});
+  const dao::Prefetch unknown(Path(), {u"tblNiets"_s, u"ID"_s, {u"Naam"_s}, {1, 2}});
+  EXPECT_EQ(Rows(Open(), u"SELECT Naam FROM tblSpots WHERE ID = 1"_s), QStringList{u"Appel"_s});
 }
 
 TEST_F(ServerStorage, HostileTextsAreData) {

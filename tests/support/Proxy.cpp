@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/platform/dao/postgres/Proxy.h"
+#include "tests/support/Proxy.h"
 
 #include <QFile>
 
@@ -78,9 +78,16 @@ Proxy::~Proxy() {
   ::close(listener_);
 }
 
-void Proxy::CutLines(CutAfter cut) {
+void Proxy::CutLines(Cut cut) {
   const std::lock_guard lock(mutex_);
   cut_ = std::move(cut);
+  forwardsBeforeTheCut_ = true;
+}
+
+void Proxy::CutLinesBefore(Cut cut) {
+  const std::lock_guard lock(mutex_);
+  cut_ = std::move(cut);
+  forwardsBeforeTheCut_ = false;
 }
 
 void Proxy::Accept() {
@@ -116,7 +123,7 @@ void Proxy::Serve(int client) {
         const std::string_view said(buffer.data(), static_cast<std::size_t>(size));
         const std::lock_guard lock(mutex_);
         cutting = cut_ && cut_(said);
-        toServer.emplace_back(Clock::now() + delay_, said);
+        if (!cutting || forwardsBeforeTheCut_) toServer.emplace_back(Clock::now() + delay_, said);
         if (!clientSpokeLast) ++roundTrips_;
         clientSpokeLast = true;
       }

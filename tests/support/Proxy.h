@@ -18,9 +18,8 @@ namespace testing_support {
 // A socket between a client and a server that can cut connections and delay the data. One thread per client.
 class Proxy {
  public:
-  // Gets the data of a client before the server; returns true to forward it and then cut the connection at once,
-  // without the reply.
-  using CutAfter = std::function<bool(std::string_view fromClient)>;
+  // Gets the data of a client before the server; returns true to cut the connection.
+  using Cut = std::function<bool(std::string_view fromClient)>;
 
   explicit Proxy(const QString& serverSocketFolder, std::chrono::microseconds delayEachWay = {});
   ~Proxy();
@@ -29,7 +28,10 @@ class Proxy {
 
   // The folder of the proxy's socket.
   QString SocketFolder() const { return folder_.path(); }
-  void CutLines(CutAfter cut);  // an empty function stops cutting
+  // The data is forwarded and the connection is cut at once, without the reply. An empty function stops cutting.
+  void CutLines(Cut cut);
+  // The data is not forwarded.
+  void CutLinesBefore(Cut cut);
   int Cuts() const { return cuts_; }
   int Connections() const { return connections_; }
   int RoundTrips() const { return roundTrips_; }  // changes of direction from server to client and back
@@ -43,7 +45,8 @@ class Proxy {
   QTemporaryDir folder_;
   int listener_ = -1;
   std::mutex mutex_;
-  CutAfter cut_;
+  Cut cut_;
+  bool forwardsBeforeTheCut_ = true;
   std::atomic<int> cuts_ = 0;
   std::atomic<int> connections_ = 0;
   std::atomic<int> roundTrips_ = 0;
