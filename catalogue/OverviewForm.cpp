@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "catalogue/OverviewForm.h"
 
+#include "catalogue/OverviewActions.h"
+#include "catalogue/OverviewBar.h"
 #include "catalogue/OverviewKeys.h"
+#include "catalogue/OverviewMenu.h"
 #include "data/Globals.h"
 #include "data/forms/DroppedAudio.h"
+#include "data/forms/SavedRecords.h"
 #include "platform/controls/ListBox.h"
 #include "platform/controls/QuietLine.h"
 #include "platform/dao/Database.h"
@@ -45,8 +49,9 @@ void OpenScreen(Screen screen, QWidget* owner) {
 
 }  // namespace
 
-OverviewForm::OverviewForm(QWidget* owner, const QString& one, const QString& many, Screen detailEditor)
-    : Form(owner), one_(one), many_(many), detailEditor_(detailEditor) {}
+OverviewForm::OverviewForm(QWidget* owner, RecordKind kind, const QString& one, const QString& many,
+                           Screen detailEditor)
+    : Form(owner), kind_(kind), one_(one), many_(many), detailEditor_(detailEditor) {}
 
 void OverviewForm::WireControls(const Controls& controls) {
   controls_ = controls;
@@ -67,6 +72,20 @@ void OverviewForm::WireControls(const Controls& controls) {
   const auto* keys = new OverviewKeys(
       {controls_.lstOverzicht, controls_.txtZoek, controls_.cmdNieuw, controls_.cmdOpen, controls_.cmdVerwijder}, this);
   connect(keys, &OverviewKeys::refillRequested, this, &OverviewForm::Refill);
+  WireMarked();
+}
+
+void OverviewForm::WireMarked() {
+  actions_ = new OverviewActions(
+      {kind_, one_, many_}, List(), *controls_.barRegel, [this] { Refill(); }, this);
+  const bool aktief = controls_.cmdDesaktiveer != nullptr;
+  QWidget* before = aktief ? static_cast<QWidget*>(controls_.chkNietAktieve) : controls_.cmdVerwijder;
+  controls_.barRegel->Choose(aktief, kind_ == RecordKind::ItemSpot, before, controls_.cmdSluiten);
+  QList<QPushButton*> own{controls_.cmdOpen};
+  if (aktief) own += controls_.cmdDesaktiveer;
+  own += LineButtons();
+  own += controls_.cmdVerwijder;
+  new OverviewMenu(List(), own, controls_.barRegel->findChildren<QPushButton*>());
 }
 
 void OverviewForm::SetUpIcons() {
@@ -131,6 +150,7 @@ void OverviewForm::FillLstOverzicht() {
     read_ = true;
     OnRefilled();
     ShowCount();
+    actions_->UpdateMarked();
   });
 }
 
@@ -189,13 +209,18 @@ void OverviewForm::Form_DropFiles(const QStringList& files) {
 // Discards the queued files if the user stops before the last one.
 void OverviewForm::ShowDetail() {
   const auto none = qScopeGuard(ForgetDroppedAudio);
+  actions_->Forget();
+  TakeSavedRecords();
   OpenScreen(detailEditor_, this);
+  const QList<qint32> saved = TakeSavedRecords();
   Refill();
+  actions_->ShowEdited(saved);
 }
 
 void OverviewForm::OpenCleanup(Screen cleanup) {
   const desktop::WaitPointer wait;
   global.gstrOpruimenID = QString::number(SelectedID());
+  actions_->Forget();
   OpenScreen(cleanup, this);
   Refill();
 }
@@ -204,8 +229,13 @@ void OverviewForm::cmdDesaktiveer_Click() {
   Trapped(__func__, [&] {
     const desktop::WaitPointer wait;
     const Catalogue catalogue = CurrentCatalogue();
-    global.lastResult = Deactivator()(SelectedID(), 0, catalogue.databasePath, TableOf(catalogue));
+    const qint32 id = SelectedID();
+    const QString naam = List().Text(List().ListIndex());
+    const std::optional<qint32> before = actions_->AktiefNow(id);
+    global.lastResult = Deactivator()(id, 0, catalogue.databasePath, TableOf(catalogue));
+    const bool written = global.lastResult;
     Refill();
+    actions_->Deactivated(id, naam, before, written);
   });
 }
 

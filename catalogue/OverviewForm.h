@@ -4,6 +4,7 @@
 #include "catalogue/OverviewTexts.h"
 #include "data/Catalogue.h"
 #include "data/forms/Form.h"
+#include "data/forms/RecordEdits.h"
 #include "data/forms/Screens.h"
 
 #include <QString>
@@ -11,6 +12,8 @@
 class QCheckBox;
 class QLineEdit;
 class QPushButton;
+class OverviewActions;
+class OverviewBar;
 
 namespace controls {
 class ListBox;
@@ -31,6 +34,7 @@ class OverviewForm : public Form {
     controls::ListBox* lstOverzicht = nullptr;
     QLineEdit* txtZoek = nullptr;
     controls::QuietLine* lblAantal = nullptr;
+    OverviewBar* barRegel = nullptr;
     QPushButton* cmdNieuw = nullptr;
     QPushButton* cmdOpen = nullptr;
     QPushButton* cmdVerwijder = nullptr;
@@ -42,7 +46,7 @@ class OverviewForm : public Form {
   using SetAktief = bool (*)(qint32 id, qint32 aktief, const QString& databasePath, const QString& table);
 
   // `one`, `many`: words for one and for several records in texts.
-  OverviewForm(QWidget* owner, const QString& one, const QString& many, Screen detailEditor);
+  OverviewForm(QWidget* owner, RecordKind kind, const QString& one, const QString& many, Screen detailEditor);
 
   // Call once, directly after setupUi.
   template <class Ui>
@@ -79,6 +83,9 @@ class OverviewForm : public Form {
   // The selected line's ID. Throws runtime::Error when no line is selected.
   qint32 SelectedID() const;
 
+  // Buttons of a derived list that act on the selected line, for its context menu.
+  virtual QList<QPushButton*> LineButtons() const { return {}; }
+
   // For cmdVerwijder of lists with a cleanup dialog. The caller traps errors.
   void OpenCleanup(Screen cleanup);
 
@@ -86,8 +93,8 @@ class OverviewForm : public Form {
   // Finds the controls by the names that they have in every list.
   template <class Ui>
   static Controls ControlsOf(const Ui& ui) {
-    Controls controls{ui.lstOverzicht, ui.txtZoek,      ui.lblAantal, ui.cmdNieuw,
-                      ui.cmdOpen,      ui.cmdVerwijder, ui.cmdSluiten};
+    Controls controls{ui.lstOverzicht, ui.txtZoek, ui.lblAantal,    ui.barRegel,
+                      ui.cmdNieuw,     ui.cmdOpen, ui.cmdVerwijder, ui.cmdSluiten};
     if constexpr (requires { ui.cmdDesaktiveer; }) {
       controls.cmdDesaktiveer = ui.cmdDesaktiveer;
       controls.chkAktieve = ui.chkAktieve;
@@ -97,6 +104,7 @@ class OverviewForm : public Form {
   }
 
   void WireControls(const Controls& controls);
+  void WireMarked();
   QString Filter(const QString& table) const;
   void ShowDetail();
   void SetUpIcons();
@@ -112,9 +120,11 @@ class OverviewForm : public Form {
   void txtZoek_Change();
   void Form_DropFiles(const QStringList& files);
 
+  RecordKind kind_;
   QString one_;
   QString many_;
   Screen detailEditor_;
   Controls controls_;
+  OverviewActions* actions_ = nullptr;
   bool read_ = false;  // the list was read at least once
 };

@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 using runtime::Trapped;
 
 frmItemPingles::frmItemPingles(QWidget* owner)
-    : OverviewForm(owner, u"item-pingle"_s, u"item-pingles"_s, Screen::ItemPinglesDetail),
+    : OverviewForm(owner, RecordKind::ItemPingle, u"item-pingle"_s, u"item-pingles"_s, Screen::ItemPinglesDetail),
       ui_(std::make_unique<Ui::frmItemPingles>()) {
   ui_->setupUi(this);
   Wire(*ui_);

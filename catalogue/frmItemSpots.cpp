@@ -25,7 +25,7 @@ constexpr std::chrono::milliseconds kFirstPaintWait{8};
 }  // namespace
 
 frmItemSpots::frmItemSpots(QWidget* owner)
-    : OverviewForm(owner, u"item-spot"_s, u"item-spots"_s, Screen::ItemSpotsDetail),
+    : OverviewForm(owner, RecordKind::ItemSpot, u"item-spot"_s, u"item-spots"_s, Screen::ItemSpotsDetail),
       ui_(std::make_unique<Ui::frmItemSpots>()),
       survey_(std::make_unique<SpotStateLoader>()) {
   ui_->setupUi(this);

@@ -56,7 +56,7 @@ controls::LineDetails DetailsOf(const BlockMark& mark) {
 }  // namespace
 
 frmItems::frmItems(QWidget* owner)
-    : OverviewForm(owner, u"item"_s, u"items"_s, Screen::ItemsDetail),
+    : OverviewForm(owner, RecordKind::Item, u"item"_s, u"items"_s, Screen::ItemsDetail),
       ui_(std::make_unique<Ui::frmItems>()),
       survey_(std::make_unique<BlockSurvey>()) {
   ui_->setupUi(this);
@@ -75,6 +75,10 @@ void frmItems::InitCommands() {
   OverviewForm::InitCommands();
   Trapped(__func__,
           [&] { ui_->cmdBeluisteren->setEnabled(List().ListIndex() != -1 && HasScreen(Screen::Beluisteren)); });
+}
+
+QList<QPushButton*> frmItems::LineButtons() const {
+  return {ui_->cmdBeluisteren};
 }
 
 void frmItems::cmdBeluisteren_Click() {

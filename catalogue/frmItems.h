@@ -31,6 +31,7 @@ class frmItems : public OverviewForm {
   void Form_Unload() override;
   void OnRefilled() override;
   QString CountText() const override;
+  QList<QPushButton*> LineButtons() const override;
 
  private:
   void cmdBeluisteren_Click();

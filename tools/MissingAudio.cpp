@@ -4,57 +4,14 @@
 #include "data/AudioList.h"
 #include "data/Catalogue.h"
 #include "data/KeptStatements.h"
+#include "data/ReadRows.h"
 #include "data/Writes.h"
 #include "platform/dao/Database.h"
-#include "platform/runtime/Dates.h"
-#include "platform/runtime/Numbers.h"
-
-#include <optional>
+#include "platform/runtime/Probe.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-std::optional<qint32> NumberIn(const dao::Recordset& row, const QString& field) {
-  const QVariant value = row.Field(field);
-  if (!runtime::IsNumeric(value)) return std::nullopt;
-  return runtime::ToLong(value);
-}
-
-std::optional<qint32> DayIn(const dao::Recordset& row, const QString& field) {
-  const QVariant value = row.Field(field);
-  if (!value.isValid()) return std::nullopt;
-  return runtime::DayNumber(value.toDate());
-}
-
-// The fields that both kinds of record have.
-template <class Row>
-Row CommonRow(const dao::Recordset& row) {
-  Row common;
-  common.id = NumberIn(row, u"ID"_s).value_or(0);
-  common.path = runtime::TrimBlanks(row.Field(u"Path"_s).toString());
-  common.naam = row.Field(u"Naam"_s).toString();
-  common.lengteSec = NumberIn(row, u"LengteSec"_s);
-  common.startPunt = NumberIn(row, u"StartPunt"_s);
-  common.aktief = NumberIn(row, u"Aktief"_s).value_or(0);
-  return common;
-}
-
-ItemSpotRow SpotRow(const dao::Recordset& row) {
-  auto spot = CommonRow<ItemSpotRow>(row);
-  spot.mixpunt = NumberIn(row, u"Mixpunt"_s);
-  spot.startDatum = DayIn(row, u"StartDatum"_s);
-  spot.startUur = NumberIn(row, u"StartUur"_s);
-  spot.eindDatum = DayIn(row, u"EindDatum"_s);
-  spot.eindUur = NumberIn(row, u"EindUur"_s);
-  return spot;
-}
-
-ItemPingleRow PingleRow(const dao::Recordset& row) {
-  auto pingle = CommonRow<ItemPingleRow>(row);
-  pingle.mixPunt = NumberIn(row, u"Mixpunt"_s);
-  return pingle;
-}
 
 template <class Read>
 void AddMissing(QList<MissingAudio>& missing, dao::Database& database, const QString& table, Read read) {
@@ -89,8 +46,8 @@ QList<MissingAudio> FindMissingAudio() {
   const Catalogue catalogue = CurrentCatalogue();
   dao::Database database = dao::OpenDatabase(catalogue.databasePath, {.readOnly = true});
   QList<MissingAudio> missing;
-  AddMissing(missing, database, catalogue.itemSpots, SpotRow);
-  AddMissing(missing, database, catalogue.itemPingles, PingleRow);
+  AddMissing(missing, database, catalogue.itemSpots, ItemSpotRowOf);
+  AddMissing(missing, database, catalogue.itemPingles, ItemPingleRowOf);
   return missing;
 }
 

@@ -7,6 +7,7 @@
 #include "data/Messages.h"
 #include "data/Text.h"
 #include "data/Writes.h"
+#include "data/forms/SavedRecords.h"
 #include "platform/dao/Database.h"
 #include "platform/dao/SqlText.h"
 #include "platform/desktop/WaitPointer.h"
@@ -90,6 +91,7 @@ std::optional<bool> EditorForm::WriteRecord(const QString& databasePath, const Q
   id_ = *id;
   isNew_ = false;
   written_ = true;
+  NoteSavedRecord(id_);
   return succeeded;
 }
 

@@ -26,6 +26,15 @@ void DrawElided(QPainter& painter, const QRect& rect, const QString& text, const
   painter.drawText(rect, static_cast<int>(side | Qt::AlignVCenter) | Qt::TextSingleLine, shown);
 }
 
+// A bar in the accent colour at the edge and a light tint: the line is marked, but not selected.
+void PaintEdited(QPainter& painter, const QStyleOptionViewItem& option) {
+  constexpr int kBar = 4;
+  QColor accent = desktop::ThemeColoursFor(option.palette).accent;
+  painter.fillRect(QRect(option.rect.topLeft(), QSize(kBar, option.rect.height())), accent);
+  accent.setAlphaF(0.14F);
+  painter.fillRect(option.rect, accent);
+}
+
 }  // namespace
 
 LineDelegate::LineDelegate(const LineModel& lines, QObject* parent) : QStyledItemDelegate(parent), lines_(lines) {}
@@ -90,6 +99,7 @@ void LineDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, 
     painter->fillRect(option.rect, option.palette.color(QPalette::Highlight));
   else if (option.features.testFlag(QStyleOptionViewItem::Alternate) && option.state.testFlag(QStyle::State_Enabled))
     painter->fillRect(option.rect, option.palette.color(QPalette::AlternateBase));
+  if (lines_.IsEdited(line)) PaintEdited(*painter, option);
   if (numbered_) DrawElided(*painter, columns.number, QString::number(line + 1), colours.quiet, Qt::AlignRight);
   PaintMark(*painter,
             QRectF(columns.mark.left(), columns.mark.center().y() + 0.5 - kMarkSize / 2.0, kMarkSize, kMarkSize),

@@ -65,6 +65,7 @@ void LineModel::Append(std::vector<Line> lines) {
 void LineModel::Clear() {
   beginResetModel();
   lines_.clear();
+  edited_.clear();
   texts_.Clear();
   shown_.clear();
   longestWord_.clear();
@@ -75,6 +76,7 @@ void LineModel::Clear() {
 
 void LineModel::Remove(int index) {
   At(index);
+  edited_.clear();
   const int row = RowOf(index);
   if (row >= 0) beginRemoveRows({}, row, row);
   lines_.erase(lines_.begin() + index);
@@ -92,6 +94,7 @@ void LineModel::Move(int from, int to) {
   At(to);
   if (from == to) return;
   beginResetModel();
+  edited_.clear();
   const auto begin = lines_.begin();
   if (from < to)
     std::rotate(begin + from, begin + from + 1, begin + to + 1);
@@ -125,6 +128,13 @@ void LineModel::SetDetails(int index, LineDetails details) {
   Measure(details);
   lines_[static_cast<std::size_t>(index)].details = std::move(details);
   Changed(index);
+}
+
+void LineModel::SetEdited(const std::vector<int>& indexes) {
+  const std::vector<int> before = std::exchange(edited_, indexes);
+  std::sort(edited_.begin(), edited_.end());
+  for (const std::vector<int>& lines : {before, edited_})
+    std::for_each(lines.begin(), lines.end(), [this](int index) { Changed(index); });
 }
 
 void LineModel::SetFilterText(const QString& text) {
@@ -163,6 +173,7 @@ QVariant LineModel::data(const QModelIndex& index, int role) const {
       return details.toolTip.isEmpty() ? QVariant() : QVariant(details.toolTip);
     case Qt::AccessibleTextRole: {
       QStringList parts{line.text, details.word, details.trailing};
+      if (IsEdited(IndexOf(index.row()))) parts += u"zojuist bewaard"_s;
       parts.removeAll(QString());
       return parts.join(u", "_s);
     }

@@ -6,6 +6,7 @@
 
 #include <QAbstractListModel>
 
+#include <algorithm>
 #include <functional>
 #include <vector>
 
@@ -35,6 +36,10 @@ class LineModel : public QAbstractListModel {
   void SetText(int index, const QString& text);
   void SetItemData(int index, qint64 itemData);
   void SetDetails(int index, LineDetails details);
+
+  // The lines that were edited last; painted lightly marked. Empty: none.
+  void SetEdited(const std::vector<int>& indexes);
+  bool IsEdited(int index) const { return std::binary_search(edited_.begin(), edited_.end(), index); }
 
   void SetFilterText(const QString& text);
   void SetFilter(std::function<bool(int index)> shows);
@@ -69,6 +74,7 @@ class LineModel : public QAbstractListModel {
   QString folded_;          // the filter's text, folded
   bool upToDate_ = true;    // shown_ matches the current filter and texts
   std::function<bool(int index)> shows_;
+  std::vector<int> edited_;  // ascending
   QString longestWord_;
   QString longestTrailing_;
   bool hasMarks_ = false;

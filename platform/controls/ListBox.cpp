@@ -4,7 +4,6 @@
 #include "platform/controls/LineDelegate.h"
 #include "platform/controls/LineModel.h"
 #include "platform/desktop/ThemeColours.h"
-#include "platform/runtime/Error.h"
 
 #include <QDropEvent>
 #include <QKeyEvent>
@@ -94,108 +93,6 @@ const LineDetails& ListBox::Details(int index) const {
 
 void ListBox::SetDetails(int index, LineDetails details) {
   lines_->SetDetails(index, std::move(details));
-}
-
-// --- selection
-
-int ListBox::ListIndex() const {
-  const QModelIndexList selected = selectionModel()->selectedIndexes();
-  return selected.isEmpty() ? -1 : lines_->IndexOf(selected.constFirst().row());
-}
-
-void ListBox::SelectSilently(int index) {
-  const QScopedValueRollback quiet(silent_, true);
-  const int row = lines_->RowOf(index);
-  if (row >= 0)
-    setCurrentIndex(lines_->index(row));
-  else
-    selectionModel()->clear();
-  announced_ = row >= 0 ? index : -1;
-}
-
-void ListBox::SetListIndex(int index) {
-  if (index == ListIndex()) return;
-  if (index == -1) {
-    SelectSilently(-1);
-    Q_EMIT selectionLost();
-    return;
-  }
-  lines_->At(index);
-  const int row = lines_->RowOf(index);
-  if (row < 0) throw runtime::Error(u"De regel '%1' is niet zichtbaar in de lijst."_s.arg(Text(index)));
-  setCurrentIndex(lines_->index(row));
-}
-
-bool ListBox::SelectWhereItemData(qint64 itemData) {
-  for (int index = 0; index < ListCount(); ++index) {
-    if (lines_->At(index).itemData != itemData || !IsShown(index)) continue;
-    SetListIndex(index);
-    return true;
-  }
-  SetListIndex(-1);
-  return false;
-}
-
-void ListBox::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
-  QListView::selectionChanged(selected, deselected);
-  const int now = ListIndex();
-  if (now >= 0) place_.reset();
-  if (silent_ || now == announced_) return;
-  announced_ = now;
-  if (now >= 0) Q_EMIT clicked();
-}
-
-// A click never clears the selection, not even with Ctrl or below the last line.
-QItemSelectionModel::SelectionFlags ListBox::selectionCommand(const QModelIndex& index, const QEvent* event) const {
-  if (event != nullptr && !index.isValid()) return QItemSelectionModel::NoUpdate;
-  const QItemSelectionModel::SelectionFlags usual = QListView::selectionCommand(index, event);
-  return usual.testFlag(QItemSelectionModel::Deselect) ? QItemSelectionModel::NoUpdate : usual;
-}
-
-// --- filter
-
-void ListBox::SetFilterText(const QString& text) {
-  const int selected = ListIndex();
-  {
-    const QScopedValueRollback quiet(silent_, true);
-    lines_->SetFilterText(text);
-  }
-  RestoreAfterFilter(selected);
-}
-
-void ListBox::SetFilter(std::function<bool(int index)> shows) {
-  const int selected = ListIndex();
-  {
-    const QScopedValueRollback quiet(silent_, true);
-    lines_->SetFilter(std::move(shows));
-  }
-  RestoreAfterFilter(selected);
-}
-
-void ListBox::Refilter() {
-  const int selected = ListIndex();
-  {
-    const QScopedValueRollback quiet(silent_, true);
-    lines_->Refilter();
-  }
-  RestoreAfterFilter(selected);
-}
-
-void ListBox::RestoreAfterFilter(int selected) {
-  SelectSilently(selected);
-  if (selected >= 0 && announced_ < 0) Q_EMIT selectionLost();
-}
-
-int ListBox::ShownCount() const {
-  return lines_->rowCount();
-}
-
-bool ListBox::IsShown(int index) const {
-  return lines_->RowOf(index) >= 0;
-}
-
-int ListBox::ShownLine(int row) const {
-  return lines_->IndexOf(row);
 }
 
 // --- order

@@ -4,6 +4,7 @@
 #include "platform/controls/ListLine.h"
 
 #include <QListView>
+#include <QPersistentModelIndex>
 
 #include <functional>
 #include <optional>
@@ -16,12 +17,14 @@ class LineModel;
 
 // A list of text lines, each with a number (ItemData). An index counts all lines from 0, including hidden ones.
 // ListIndex is the selected line, -1 = none, independent of Qt's current item. When the selected line is removed or the
-// list is filled again, the next arrow key continues at its position. Fast with 100 000 lines.
+// list is filled again, the next arrow key continues at its position. In a markable list the user marks several lines
+// with Ctrl, Shift or Ctrl+A; ListIndex is then the marked line that was selected last. Fast with 100 000 lines.
 class ListBox : public QListView {
   Q_OBJECT
   Q_PROPERTY(int rowHeight READ RowHeight WRITE SetRowHeight)
   Q_PROPERTY(bool numbered READ IsNumbered WRITE SetNumbered)
   Q_PROPERTY(bool movable READ IsMovable WRITE SetMovable)
+  Q_PROPERTY(bool markable READ IsMarkable WRITE SetMarkable)
   Q_PROPERTY(QString emptyText READ EmptyText WRITE SetEmptyText)
 
  public:
@@ -48,6 +51,13 @@ class ListBox : public QListView {
   void SetListIndex(int index);
   // Selects the first line with this number and returns true; without one, selects nothing and returns false.
   bool SelectWhereItemData(qint64 itemData);
+
+  // The marked lines in the order shown, with ListIndex; only that one in a list that is not markable.
+  std::vector<int> Marked() const;
+  int MarkedCount() const;
+  // Marks these lines lightly as those edited last, without selecting them: scrolls to the first, and the next arrow
+  // key selects it. Hidden lines are skipped. Until the next call, the next selection or Clear.
+  void ShowEdited(const std::vector<int>& indexes);
 
   QString Text(int index) const;
   void SetText(int index, const QString& text);
@@ -77,6 +87,8 @@ class ListBox : public QListView {
   void SetNumbered(bool numbered);  // shows a number, from 1, before each line
   bool IsMovable() const { return movable_; }
   void SetMovable(bool movable);  // the user moves lines with Alt+Up/Down and by dragging
+  bool IsMarkable() const { return selectionMode() == ExtendedSelection; }
+  void SetMarkable(bool markable) { setSelectionMode(markable ? ExtendedSelection : SingleSelection); }
   QString EmptyText() const { return emptyText_; }
   void SetEmptyText(const QString& text);  // shown centred while no line is visible
 
@@ -87,6 +99,8 @@ class ListBox : public QListView {
   // The selected line was hidden by a filter, or deselected by SetListIndex(-1).
   void selectionLost();
   void lineMoved(int from, int to);
+  // Other lines are marked, by the user or by a filter. Not emitted by filling or clearing.
+  void markedChanged();
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -103,17 +117,26 @@ class ListBox : public QListView {
     std::optional<qint64> itemData;  // of the removed line, if it may be added again
   };
 
+  struct Selection {
+    int listIndex = -1;
+    std::vector<int> marked;
+  };
+
   void SelectSilently(int index);
+  void FollowSelection();
+  Selection CurrentSelection() const { return {ListIndex(), Marked()}; }
   void MoveSelected(int step);
   bool SelectFromNothing(int key);
   int RowToContinueAt() const;
-  void RestoreAfterFilter(int selected);
+  QItemSelection RowsOf(const std::vector<int>& indexes) const;
+  void RestoreAfterFilter(const Selection& before);
 
   LineModel* lines_;
   LineDelegate* delegate_;
   bool movable_ = false;
   bool silent_ = false;
   int announced_ = -1;          // the selected line according to the last signal
+  QPersistentModelIndex last_;  // the line selected last
   std::optional<Place> place_;  // of the line that was selected last; none while one is selected
   QString emptyText_;
 };

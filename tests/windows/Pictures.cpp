@@ -126,6 +126,26 @@ void TakeList(const Album& album, const QString& name, const QString& inactive, 
   });
 }
 
+// Several lines marked, a line that was just made, and a deactivation that can be undone.
+void TakeMarked(const Album& album) {
+  TakeForm<frmItemSpots>(album, u"itemSpots-gemarkeerd"_s, {}, [](QWidget& form) {
+    auto& list = In<controls::ListBox>(form, u"lstOverzicht"_s);
+    list.setFocus();
+    for (int line = 0; line < 5; ++line)
+      QTest::keyClick(&list, Qt::Key_Down, Qt::ShiftModifier);
+  });
+  TakeForm<frmItemSpots>(album, u"itemSpots-bewaard"_s, {}, [](QWidget& form) {
+    In<controls::ListBox>(form, u"lstOverzicht"_s).SetListIndex(4);
+    In<QAbstractButton>(form, u"cmdDupliceren"_s).click();
+  });
+  TakeForm<frmItems>(album, u"items-ongedaan"_s, {}, [](QWidget& form) {
+    In<controls::ListBox>(form, u"lstOverzicht"_s).SetListIndex(2);
+    In<QAbstractButton>(form, u"cmdDesaktiveer"_s).click();
+  });
+  Change(u"DELETE FROM tblItemSpots WHERE ID > 60"_s);
+  Change(u"UPDATE tblItems SET Aktief = 1"_s);
+}
+
 void TakeStates(const Album& album) {
   TakeList<frmItems>(album, u"items-alle"_s, u"chkNietAktieve"_s, {});
   TakeList<frmItemSpots>(album, u"itemSpots-alle"_s, u"chkNietAktieve"_s, {});
@@ -225,6 +245,7 @@ void TakeAll(const QString& folder) {
     if (opening.name != u"main"_s) album.Take(opening.name, opening.open().Widget());
   }
   TakeStates(album);
+  TakeMarked(album);
   TakeOthers(album);
   TakePaper(folder);
 }

@@ -7,6 +7,7 @@
 #include "app/frmNieuweZender.h"
 #include "app/frmSplash.h"
 #include "app/frmVersie.h"
+#include "catalogue/frmGeldigheid.h"
 #include "catalogue/frmItemOpruimen.h"
 #include "catalogue/frmItemPingles.h"
 #include "catalogue/frmItemSpotOpruimen.h"
@@ -61,6 +62,12 @@ Opening Overview(const QString& name) {
             form->template findChild<controls::ListBox*>(u"lstOverzicht"_s)->SetListIndex(0);
             return Window(std::move(form));
           }};
+}
+
+Window Validity(frmGeldigheid::Part part) {
+  auto form = std::make_unique<frmGeldigheid>(nullptr, part, u"20 item-spots"_s);
+  form->Form_Load();
+  return Window(std::move(form));
 }
 
 // The list must outlive the dialog that uses it.
@@ -136,6 +143,8 @@ QList<Opening> All(const Records& records) {
       Screen<frmItemsDetail>(u"itemOption2"_s, Text(records.itemOption2)),
       {u"itemSpotEntry"_s, SpotEntry},
       {u"folder"_s, Folders},
+      {u"lastDay"_s, [] { return Validity(frmGeldigheid::Part::EindDatum); }},
+      {u"hours"_s, [] { return Validity(frmGeldigheid::Part::Uren); }},
       Screen<frmItemSpotsDetail>(u"itemSpot"_s, Text(records.itemSpot)),
       Screen<frmItemPinglesDetail>(u"itemPingle"_s, Text(records.itemPingle)),
       {u"listening"_s, [records] { return Listening(records.itemOption1); }},
