@@ -11,6 +11,7 @@
 class QCheckBox;
 class QLineEdit;
 class QPushButton;
+class WaitingLine;
 
 namespace controls {
 class ListBox;
@@ -31,6 +32,7 @@ class OverviewForm : public Form {
     controls::ListBox* lstOverzicht = nullptr;
     QLineEdit* txtZoek = nullptr;
     controls::QuietLine* lblAantal = nullptr;
+    WaitingLine* linWachten = nullptr;
     QPushButton* cmdNieuw = nullptr;
     QPushButton* cmdOpen = nullptr;
     QPushButton* cmdVerwijder = nullptr;
@@ -63,6 +65,8 @@ class OverviewForm : public Form {
   // The write function of cmdDesaktiveer; null without that button.
   virtual SetAktief Deactivator() const { return nullptr; }
 
+  // What the list shows while offline changes wait for an export.
+  virtual QString WaitingNote() const;
   // Called after the list was filled.
   virtual void OnRefilled() {}
   virtual QString CountText() const { return CountTextOf(View()); }
@@ -86,8 +90,8 @@ class OverviewForm : public Form {
   // Finds the controls by the names that they have in every list.
   template <class Ui>
   static Controls ControlsOf(const Ui& ui) {
-    Controls controls{ui.lstOverzicht, ui.txtZoek,      ui.lblAantal, ui.cmdNieuw,
-                      ui.cmdOpen,      ui.cmdVerwijder, ui.cmdSluiten};
+    Controls controls{ui.lstOverzicht, ui.txtZoek,      ui.lblAantal,    ui.linWachten,
+                      ui.cmdNieuw,     ui.cmdOpen, ui.cmdVerwijder, ui.cmdSluiten};
     if constexpr (requires { ui.cmdDesaktiveer; }) {
       controls.cmdDesaktiveer = ui.cmdDesaktiveer;
       controls.chkAktieve = ui.chkAktieve;
@@ -100,7 +104,9 @@ class OverviewForm : public Form {
   QString Filter(const QString& table) const;
   void ShowDetail();
   void SetUpIcons();
+  void ShowWaiting() noexcept;
 
+  void cmdTonen_Click();
   void chkAktieve_Click();
   void chkNietAktieve_Click();
   void lstOverzicht_Click();

@@ -95,6 +95,7 @@ QString OfflineLogExport::WriteFile(const QString& folder, SameSecond sameSecond
   ExportContent content([&](const QByteArray& block) { file.Write(block); });
   content.AddLog(localDatabasePath_);
   const QByteArray digest = content.Finish();
+  statementCount_ = content.StatementCount();
   altered_ = content.Altered();
   highestID_ = content.HighestID();
   file.Complete();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "export/frmExportsVerwerken.h"
 
+#include "data/FieldWords.h"
 #include "data/Globals.h"
 #include "export/FolderSelect.h"
 #include "export/ui_frmExportsVerwerken.h"
@@ -303,7 +304,7 @@ void frmExportsVerwerken::ShowDifferences() {
   for (const apply::FieldDifference& field : apply::DifferencesOf(conflict)) {
     const int row = ui_->tblVelden->rowCount();
     ui_->tblVelden->insertRow(row);
-    ui_->tblVelden->setItem(row, 0, cell(field.field, field.isConflict));
+    ui_->tblVelden->setItem(row, 0, cell(FieldWord(field.field), field.isConflict));
     ui_->tblVelden->setItem(row, 1, cell(field.before, false));
     ui_->tblVelden->setItem(row, 2, cell(conflict.server ? field.server : u"(verwijderd)"_s, field.isConflict));
     ui_->tblVelden->setItem(row, 3, cell(conflict.offline ? field.offline : u"(verwijderd)"_s, field.isConflict));
