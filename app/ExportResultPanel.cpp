@@ -64,10 +64,10 @@ void ExportResultPanel::Show(const ExportedLog& exported) {
   SetLine(*lblResultaat_,
           GetFile(exported.path) + u": "_s + count + (exported.statements == 1 ? u" opdracht"_s : u" opdrachten"_s));
   SetLine(*lblResultaatMap_, hostFolder_);
-  SetLine(*lblZelfdeNummers_, exported.sameNumbers.isEmpty()
-                                  ? QString()
-                                  : u"Hetzelfde nummer voor verschillende nieuwe records: "_s +
-                                        exported.sameNumbers.join(u"; "_s));
+  SetLine(*lblZelfdeNummers_,
+          exported.sameNumbers.isEmpty()
+              ? QString()
+              : u"Hetzelfde nummer voor verschillende nieuwe records: "_s + exported.sameNumbers.join(u"; "_s));
   if (!exported.warning.isEmpty()) lblZelfdeNummers_->setToolTip(exported.warning);
   show();
 }

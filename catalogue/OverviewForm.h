@@ -90,7 +90,7 @@ class OverviewForm : public Form {
   // Finds the controls by the names that they have in every list.
   template <class Ui>
   static Controls ControlsOf(const Ui& ui) {
-    Controls controls{ui.lstOverzicht, ui.txtZoek,      ui.lblAantal,    ui.linWachten,
+    Controls controls{ui.lstOverzicht, ui.txtZoek, ui.lblAantal,    ui.linWachten,
                       ui.cmdNieuw,     ui.cmdOpen, ui.cmdVerwijder, ui.cmdSluiten};
     if constexpr (requires { ui.cmdDesaktiveer; }) {
       controls.cmdDesaktiveer = ui.cmdDesaktiveer;

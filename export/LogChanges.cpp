@@ -198,7 +198,8 @@ class Reader {
       const bool isChange = read.kind == LogChange::Kind::Changed && read.before;
       if (read.before && read.after ? basis::Same(before, after) : dao::IsNull(read.after ? after : before)) continue;
       changed += FieldWord(field);
-      change.details += Detail(FieldWord(field), Shown(field, before), Shown(field, read.after ? after : before), isChange);
+      change.details +=
+          Detail(FieldWord(field), Shown(field, before), Shown(field, read.after ? after : before), isChange);
     }
   }
 

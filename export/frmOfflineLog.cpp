@@ -61,7 +61,8 @@ QString CountTextOf(const QList<LogChange>& changes) {
   QString text = Counted(changes.size(), u"wijziging"_s, u"wijzigingen"_s) + u", "_s +
                  Counted(statements, u"opdracht"_s, u"opdrachten"_s) + u" in de volgende export"_s;
   const int kept = KeptStatementCount();
-  if (kept > 0) text += u"; %1 niet in het logboek"_s.arg(Counted(kept, u"opdracht staat nog"_s, u"opdrachten staan nog"_s));
+  if (kept > 0)
+    text += u"; %1 niet in het logboek"_s.arg(Counted(kept, u"opdracht staat nog"_s, u"opdrachten staan nog"_s));
   return text;
 }
 

@@ -20,7 +20,7 @@ using testing_support::Child;
 
 namespace {
 
-const QList<Screen> kScreens{Screen::Items, Screen::ItemSpots, Screen::ItemPingles, Screen::PlanningExporteren,
+const QList<Screen> kScreens{Screen::Items,    Screen::ItemSpots, Screen::ItemPingles, Screen::PlanningExporteren,
                              Screen::Defaults, Screen::OfflineLog};
 
 }  // namespace

@@ -15,7 +15,8 @@ using namespace Qt::StringLiterals;
 class WaitingChangesInAList : public CatalogueTest {
  protected:
   void Log(int id, const QString& statement) {
-    station_.OnLocal(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (%1, \"%2\")"_s.arg(QString::number(id), statement));
+    station_.OnLocal(
+        u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (%1, \"%2\")"_s.arg(QString::number(id), statement));
   }
   static QString LineOf(const Form& form) {
     const auto& line = Child<QLabel>(form, u"lblWachten"_s);

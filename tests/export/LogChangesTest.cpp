@@ -17,12 +17,14 @@ namespace {
 class TheLogInWords : public testing::Test {
  protected:
   TheLogInWords() {
-    station_.OnLocal(u"INSERT INTO tblCopie_ItemSpots (ID, Naam, EindDatum, AantalGedraaid, Aktief) VALUES "
-                     "(1, \"Bakker\", 46022, 5, 1)"_s);
+    station_.OnLocal(
+        u"INSERT INTO tblCopie_ItemSpots (ID, Naam, EindDatum, AantalGedraaid, Aktief) VALUES "
+        "(1, \"Bakker\", 46022, 5, 1)"_s);
     station_.OnLocal(u"INSERT INTO tblCopie_ItemSpots (ID, Naam, Aktief) VALUES (2, \"Slager\", 1)"_s);
     station_.OnLocal(u"INSERT INTO tblCopie_ItemPingles (ID, Naam, Aktief) VALUES (7, \"Opener ochtend\", 1)"_s);
-    station_.OnLocal(u"INSERT INTO tblCopie_Items (ID, Naam, ItemSpotsOptID, OptMeerdereSpots, AantalSpots, "
-                     "MaxAantalSpots, ChkRandomizeMeerdereSpots, Aktief, Locked) VALUES (3, \"Ochtend\", 1, 0, 0, 0, 0, 1, 0)"_s);
+    station_.OnLocal(
+        u"INSERT INTO tblCopie_Items (ID, Naam, ItemSpotsOptID, OptMeerdereSpots, AantalSpots, "
+        "MaxAantalSpots, ChkRandomizeMeerdereSpots, Aktief, Locked) VALUES (3, \"Ochtend\", 1, 0, 0, 0, 0, 1, 0)"_s);
     station_.OnLocal(u"INSERT INTO tblCopie_ItemsItemSpots (ItemID, ItemSpotOrder, ItemSpotID) VALUES (3, 1, 1)"_s);
   }
 
@@ -80,11 +82,11 @@ TEST_F(TheLogInWords, AChangedFieldShowsWhatItWasAndBecomes) {
   ASSERT_TRUE(Reset_tblItemSpots_AantalGedraaid(1, here_.databasePath, here_.itemSpots));
   ASSERT_TRUE(Update_tblItemSpots_Aktief(1, 0, here_.databasePath, here_.itemSpots));
   ASSERT_TRUE(Update_tblItemSpots_Aktief(1, 0, here_.databasePath, here_.itemSpots));
-  EXPECT_EQ(Words(), (QStringList{u"changed|item-spot \"Bakker\"|Einddatum"_s,
-                                  u" Einddatum: was 31-12-2025, wordt 15-01-2026"_s,
-                                  u"changed|item-spot \"Bakker\"|Aantal gedraaid"_s, u" Aantal gedraaid: was 5, wordt 0"_s,
-                                  u"changed|item-spot \"Bakker\"|Aktief"_s, u" Aktief: was ja, wordt nee"_s,
-                                  u"changed|item-spot \"Bakker\"|opnieuw bewaard, zonder verschil"_s}));
+  EXPECT_EQ(Words(),
+            (QStringList{u"changed|item-spot \"Bakker\"|Einddatum"_s, u" Einddatum: was 31-12-2025, wordt 15-01-2026"_s,
+                         u"changed|item-spot \"Bakker\"|Aantal gedraaid"_s, u" Aantal gedraaid: was 5, wordt 0"_s,
+                         u"changed|item-spot \"Bakker\"|Aktief"_s, u" Aktief: was ja, wordt nee"_s,
+                         u"changed|item-spot \"Bakker\"|opnieuw bewaard, zonder verschil"_s}));
 }
 
 TEST_F(TheLogInWords, AnItemAndItsListAreOneChange) {
@@ -93,10 +95,10 @@ TEST_F(TheLogInWords, AnItemAndItsListAreOneChange) {
   const QList<LogChange> changes = ReadLogChanges(global.localDatabasePath);
   ASSERT_EQ(changes.size(), 2);
   EXPECT_EQ(changes[0].statements.size(), 4);
-  EXPECT_EQ(Words(), (QStringList{u"changed|item \"Ochtend\"|Opener, Spots"_s,
-                                  u" Opener: was leeg, wordt \"Opener ochtend\""_s,
-                                  u" Spots: was \"Bakker\", wordt \"Slager\", \"Bakker\""_s,
-                                  u"changed|item \"Middag\"|Naam"_s, u" Naam: was Ochtend, wordt Middag"_s}));
+  EXPECT_EQ(Words(),
+            (QStringList{u"changed|item \"Ochtend\"|Opener, Spots"_s, u" Opener: was leeg, wordt \"Opener ochtend\""_s,
+                         u" Spots: was \"Bakker\", wordt \"Slager\", \"Bakker\""_s, u"changed|item \"Middag\"|Naam"_s,
+                         u" Naam: was Ochtend, wordt Middag"_s}));
 }
 
 TEST_F(TheLogInWords, ACleanedUpItemIsOneChange) {
@@ -116,9 +118,10 @@ TEST_F(TheLogInWords, WithoutItsRowsAStatementIsReadFromItsText) {
                                u"INSERT INTO tblItemPingles (ID, Naam, Aktief) VALUES (8, 'Slot', 1)"_s,
                                u"DELETE FROM tblItemSpots WHERE ID = 9"_s, u"VACUUM"_s};
   for (qsizetype i = 0; i < statements.size(); ++i) {
-    station_.OnLocal(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (%1, \"%2\")"_s.arg(QString::number(i + 1),
-                                                                                         statements[i]));
+    station_.OnLocal(
+        u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (%1, \"%2\")"_s.arg(QString::number(i + 1), statements[i]));
   }
-  EXPECT_EQ(Words(), (QStringList{u"changed|item-spot \"Bakker\"|Aktief"_s, u" Aktief: nee"_s, u"new|jingle \"Slot\"|"_s,
-                                  u" Naam: Slot"_s, u" Aktief: ja"_s, u"deleted|item-spot 9|"_s, u"unknown|VACUUM|"_s}));
+  EXPECT_EQ(Words(),
+            (QStringList{u"changed|item-spot \"Bakker\"|Aktief"_s, u" Aktief: nee"_s, u"new|jingle \"Slot\"|"_s,
+                         u" Naam: Slot"_s, u" Aktief: ja"_s, u"deleted|item-spot 9|"_s, u"unknown|VACUUM|"_s}));
 }
