@@ -37,10 +37,10 @@ struct Globals {
   bool online = false;  // false until it is read from the local database
 
   // Passed from one screen to the next.
-  QString gstrSelectedID;   // a record's ID in decimal, "NIEUW", or a folder path
-  QString gstrOpruimenID;   // a record's ID in decimal, for the cleanup dialogs
-  QVariant lastAnswer;      // to the last question: a button's number, or a text
-  bool lastResult = false;  // of the last write
+  QString gstrSelectedID;               // a record's ID in decimal, "NIEUW", or a folder path
+  QString gstrOpruimenID;               // a record's ID in decimal, for the cleanup dialogs
+  QVariant lastAnswer;                  // to the last question: a button's number, or a text
+  bool lastResult = false;              // of the last write
   std::optional<ExportedLog> exported;  // by the export window, until the main window has shown it
 };
 

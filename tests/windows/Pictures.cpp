@@ -163,7 +163,6 @@ void TakeOffline(const Album& album) {
   for (const auto copy :
        {TransItemSpotsToLocal, TransItemsToLocal, TransItemsItemSpotsToLocal, TransItemPinglesToLocal})
     copy(global.serverDatabasePath, local);
-  TakeForm<frmItems>(album, u"items-zonder-wachten"_s, {});
   global.online = false;
   const Catalogue here = CurrentCatalogue();
   Insert_tblItemSpots(
