@@ -14,8 +14,8 @@ std::unique_ptr<ProgramLock> TakeProgramLock();
 // closes the splash screen, shows the main window and returns it. global.programFolder must be set.
 std::unique_ptr<frmMain> Start();
 
-// From now on connecting to a server runs in another thread while the windows repaint; clicks and keys wait. Start calls
-// this.
+// From now on connecting to a server runs in another thread while the windows repaint; clicks and keys wait. Start
+// calls this.
 void WaitForServersBesideWindows();
 
 // Registers all screens. Call once, before Start.

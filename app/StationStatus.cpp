@@ -2,10 +2,9 @@
 #include "app/StationStatus.h"
 
 #include "data/Globals.h"
-#include "data/KeptStatements.h"
+#include "data/WaitingChanges.h"
 #include "platform/dao/Database.h"
 #include "platform/runtime/Error.h"
-#include "platform/runtime/Numbers.h"
 
 using namespace Qt::StringLiterals;
 
@@ -23,8 +22,9 @@ StationStatus ReadStationStatus() {
     dao::Database database = dao::OpenDatabase(global.localDatabasePath);
     // A station without items has an empty copy of these for as long as it has none.
     status.copyEmpty = IsEmpty(database, u"tblCopie_ItemSpots"_s) && IsEmpty(database, u"tblCopie_Items"_s);
-    const dao::Recordset count = database.OpenRecordset(u"SELECT COUNT(*) AS Aantal FROM tblOfflineLog"_s);
-    status.notExported = runtime::ToLong(count.Field(u"Aantal"_s)) + KeptStatementCount();
+    const WaitingChanges waiting = CountWaitingChanges();
+    status.notExported = waiting.statements;
+    status.changes = waiting.changes;
   } catch (const runtime::Error& error) {
     status = StationStatus();
     status.unreadable = ReasonFor(global.localDatabasePath, u"de lokale database"_s, error.Description());

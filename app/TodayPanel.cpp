@@ -66,6 +66,7 @@ void TodayPanel::InitRows() {
   connect(ui_->cmdVerlopen, &QPushButton::clicked, this, [this] { Q_EMIT spotsAsked(SpotView::VerlopenBinnenkort); });
   connect(ui_->cmdZonderBestand, &QPushButton::clicked, this, [this] { Q_EMIT spotsAsked(SpotView::ZonderBestand); });
   connect(ui_->cmdBlokken, &QPushButton::clicked, this, &TodayPanel::blocksAsked);
+  connect(ui_->cmdWachten, &QPushButton::clicked, this, &TodayPanel::waitingAsked);
   connect(ui_->cmdExport, &QPushButton::clicked, this, &TodayPanel::exportAsked);
 }
 
@@ -107,9 +108,10 @@ void TodayPanel::ShowNotExported(const std::optional<int>& count, const Unreadab
        count, reason);
 }
 
-void TodayPanel::EnableButtons(bool spots, bool blocks, bool exporting) {
+void TodayPanel::EnableButtons(bool spots, bool blocks, bool exporting, bool waiting) {
   for (QPushButton* button : {ui_->cmdLopen, ui_->cmdVerlopen, ui_->cmdZonderBestand})
     button->setEnabled(spots);
   ui_->cmdBlokken->setEnabled(blocks);
   ui_->cmdExport->setEnabled(exporting);
+  ui_->cmdWachten->setEnabled(waiting);
 }

@@ -31,12 +31,13 @@ class TodayPanel : public QGroupBox {
   // Without a count: the reason.
   void ShowNotExported(const std::optional<int>& count, const UnreadableReason& reason = {});
   // Enables the buttons that open a screen.
-  void EnableButtons(bool spots, bool blocks, bool exporting);
+  void EnableButtons(bool spots, bool blocks, bool exporting, bool waiting);
 
  Q_SIGNALS:
   void spotsAsked(SpotView view);
   void blocksAsked();
   void exportAsked();
+  void waitingAsked();
   // The catalogue was read (an empty reason) or could not be read.
   void catalogueRead(const UnreadableReason& reason);
 

@@ -27,11 +27,14 @@
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Trapped.h"
 
+#include <QDesktopServices>
 #include <QLocale>
 #include <QTimer>
 #include <QToolButton>
+#include <QUrl>
 
 #include <optional>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using desktop::IconTint;
@@ -84,6 +87,7 @@ void frmMain::ConnectEvents() {
   connect(ui_->actWeek, &QAction::triggered, this, &frmMain::mnuWeek_Click);
   connect(ui_->cmdWeek, &QPushButton::clicked, this, &frmMain::mnuWeek_Click);
   connect(ui_->actOntbreekt, &QAction::triggered, this, &frmMain::mnuOntbreekt_Click);
+  connect(ui_->actOfflineLog, &QAction::triggered, this, &frmMain::mnuOfflineLog_Click);
   connect(ui_->actExportsVerwerken, &QAction::triggered, this, &frmMain::mnuExportsVerwerken_Click);
   connect(ui_->actHandleiding, &QAction::triggered, this, &frmMain::mnuHandleiding_Click);
   connect(ui_->actVersie, &QAction::triggered, this, &frmMain::mnuVersie_Click);
@@ -91,6 +95,8 @@ void frmMain::ConnectEvents() {
   connect(ui_->fraVandaag, &TodayPanel::catalogueRead, this, &frmMain::ShowMode);
   connect(ui_->fraVandaag, &TodayPanel::blocksAsked, ui_->actItems, &QAction::trigger);
   connect(ui_->fraVandaag, &TodayPanel::exportAsked, ui_->actExporteren, &QAction::trigger);
+  connect(ui_->fraVandaag, &TodayPanel::waitingAsked, ui_->actOfflineLog, &QAction::trigger);
+  connect(ui_->fraExport, &ExportResultPanel::folderAsked, this, &frmMain::fraExport_MapOpenen);
   connect(tmrKlok_, &QTimer::timeout, this, &frmMain::ShowTime);
 }
 
@@ -200,15 +206,17 @@ void frmMain::ResumeExport() {
 }
 
 void frmMain::ShowStation() {
+  ui_->fraExport->hide();
   ui_->lblRadio->setText(global.stationName);
   ui_->lblRadio->setToolTip(global.stationName);
   ui_->actItems->setEnabled(HasScreen(Screen::Items));
   ui_->actItemSpots->setEnabled(HasScreen(Screen::ItemSpots));
   ui_->actItemPingles->setEnabled(HasScreen(Screen::ItemPingles));
   ui_->actExporteren->setEnabled(HasScreen(Screen::PlanningExporteren));
+  ui_->actOfflineLog->setEnabled(HasScreen(Screen::OfflineLog));
   ui_->actInstellingen->setEnabled(HasScreen(Screen::Defaults));
   ui_->fraVandaag->EnableButtons(HasScreen(Screen::ItemSpots), HasScreen(Screen::Items),
-                                 HasScreen(Screen::PlanningExporteren));
+                                 HasScreen(Screen::PlanningExporteren), HasScreen(Screen::OfflineLog));
   ShowTime();
   RefreshStatus();
 }
@@ -230,7 +238,8 @@ void frmMain::RefreshStatus() {
   pnlLog_->Show(u"log"_s, NotExportedText(status.notExported, status.unreadable),
                 status.notExported ? IconTint::Text : IconTint::Warning, status.unreadable.full);
   pnlKopie_->setVisible(status.copyEmpty);
-  ui_->fraVandaag->ShowNotExported(status.notExported, status.unreadable);
+  ui_->fraVandaag->ShowNotExported(status.changes, status.unreadable);
+  if (const auto exported = std::exchange(global.exported, std::nullopt)) ui_->fraExport->Show(*exported);
   ui_->fraVandaag->Count();
 }
 
@@ -298,6 +307,17 @@ void frmMain::mnuOntbreekt_Click() {
   Trapped(__func__, [&] {
     frmOntbreekt(this).ShowModal();
     RefreshStatus();
+  });
+}
+
+void frmMain::mnuOfflineLog_Click() {
+  Trapped(__func__, [&] { Open(Screen::OfflineLog); });
+}
+
+void frmMain::fraExport_MapOpenen(const QString& hostFolder) {
+  Trapped(__func__, [&] {
+    if (!QDesktopServices::openUrl(QUrl::fromLocalFile(hostFolder)))
+      throw runtime::Error(u"De map '%1' kan hier niet geopend worden."_s.arg(hostFolder));
   });
 }
 

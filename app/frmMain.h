@@ -54,6 +54,8 @@ class frmMain : public QMainWindow {
   void mnuOverzichten_Click();
   void mnuWeek_Click();
   void mnuOntbreekt_Click();
+  void mnuOfflineLog_Click();
+  void fraExport_MapOpenen(const QString& hostFolder);
   void mnuExportsVerwerken_Click();
   void mnuHandleiding_Click();
   void mnuVersie_Click();

@@ -5,7 +5,9 @@
 #include "catalogue/OverviewBar.h"
 #include "catalogue/OverviewKeys.h"
 #include "catalogue/OverviewMenu.h"
+#include "catalogue/WaitingLine.h"
 #include "data/Globals.h"
+#include "data/WaitingChanges.h"
 #include "data/forms/DroppedAudio.h"
 #include "data/forms/SavedRecords.h"
 #include "platform/controls/ListBox.h"
@@ -15,6 +17,7 @@
 #include "platform/desktop/FocusFallback.h"
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/WaitPointer.h"
+#include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trapped.h"
 
@@ -64,6 +67,7 @@ void OverviewForm::WireControls(const Controls& controls) {
   connect(controls_.cmdNieuw, &QPushButton::clicked, this, &OverviewForm::cmdNieuw_Click);
   connect(controls_.cmdVerwijder, &QPushButton::clicked, this, &OverviewForm::cmdVerwijder_Click);
   connect(controls_.cmdSluiten, &QPushButton::clicked, this, &OverviewForm::cmdSluiten_Click);
+  connect(controls_.linWachten, &WaitingLine::showAsked, this, &OverviewForm::cmdTonen_Click);
   if (controls_.cmdDesaktiveer != nullptr) {
     connect(controls_.cmdDesaktiveer, &QPushButton::clicked, this, &OverviewForm::cmdDesaktiveer_Click);
     connect(controls_.chkAktieve, &QCheckBox::toggled, this, &OverviewForm::chkAktieve_Click);
@@ -152,6 +156,24 @@ void OverviewForm::FillLstOverzicht() {
     ShowCount();
     actions_->UpdateMarked();
   });
+  ShowWaiting();
+}
+
+// A local database that cannot be read is reported by what needs it.
+void OverviewForm::ShowWaiting() noexcept {
+  try {
+    controls_.linWachten->Show(HasScreen(Screen::OfflineLog) ? CountWaitingChanges().changes : 0, WaitingNote());
+  } catch (const runtime::Error&) {
+    controls_.linWachten->hide();
+  }
+}
+
+QString OverviewForm::WaitingNote() const {
+  return global.online ? tr("deze lijst toont de gedeelde database") : tr("deze lijst toont de kopie op deze computer");
+}
+
+void OverviewForm::cmdTonen_Click() {
+  Trapped(__func__, [&] { OpenScreen(Screen::OfflineLog, this); });
 }
 
 void OverviewForm::Refill() {

@@ -14,6 +14,7 @@ class QLineEdit;
 class QPushButton;
 class OverviewActions;
 class OverviewBar;
+class WaitingLine;
 
 namespace controls {
 class ListBox;
@@ -35,6 +36,7 @@ class OverviewForm : public Form {
     QLineEdit* txtZoek = nullptr;
     controls::QuietLine* lblAantal = nullptr;
     OverviewBar* barRegel = nullptr;
+    WaitingLine* linWachten = nullptr;
     QPushButton* cmdNieuw = nullptr;
     QPushButton* cmdOpen = nullptr;
     QPushButton* cmdVerwijder = nullptr;
@@ -67,6 +69,8 @@ class OverviewForm : public Form {
   // The write function of cmdDesaktiveer; null without that button.
   virtual SetAktief Deactivator() const { return nullptr; }
 
+  // What the list shows while offline changes wait for an export.
+  virtual QString WaitingNote() const;
   // Called after the list was filled.
   virtual void OnRefilled() {}
   virtual QString CountText() const { return CountTextOf(View()); }
@@ -93,7 +97,7 @@ class OverviewForm : public Form {
   // Finds the controls by the names that they have in every list.
   template <class Ui>
   static Controls ControlsOf(const Ui& ui) {
-    Controls controls{ui.lstOverzicht, ui.txtZoek, ui.lblAantal,    ui.barRegel,
+    Controls controls{ui.lstOverzicht, ui.txtZoek, ui.lblAantal,    ui.barRegel,  ui.linWachten,
                       ui.cmdNieuw,     ui.cmdOpen, ui.cmdVerwijder, ui.cmdSluiten};
     if constexpr (requires { ui.cmdDesaktiveer; }) {
       controls.cmdDesaktiveer = ui.cmdDesaktiveer;
@@ -108,7 +112,9 @@ class OverviewForm : public Form {
   QString Filter(const QString& table) const;
   void ShowDetail();
   void SetUpIcons();
+  void ShowWaiting() noexcept;
 
+  void cmdTonen_Click();
   void chkAktieve_Click();
   void chkNietAktieve_Click();
   void lstOverzicht_Click();

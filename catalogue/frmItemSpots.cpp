@@ -3,6 +3,7 @@
 
 #include "catalogue/LocalCopy.h"
 #include "catalogue/SpotStateLoader.h"
+#include "data/Globals.h"
 #include "data/Writes.h"
 #include "data/forms/SpotDetails.h"
 #include "platform/runtime/Trapped.h"
@@ -60,6 +61,10 @@ OverviewForm::SetAktief frmItemSpots::Deactivator() const {
 void frmItemSpots::Form_Unload() {
   // Required: both online and offline, unlike the other lists.
   Trapped(__func__, [&] { RefreshLocalCopies({{u"tblCopie_ItemSpots"_s, TransItemSpotsToLocal}}); });
+}
+
+QString frmItemSpots::WaitingNote() const {
+  return global.online ? OverviewForm::WaitingNote() : tr("na het sluiten toont deze lijst weer de gedeelde database");
 }
 
 void frmItemSpots::OnRefilled() {

@@ -36,6 +36,7 @@ class frmItemSpots : public OverviewForm {
   void cmdVerwijder_Click() override;
   SetAktief Deactivator() const override;
   void Form_Unload() override;
+  QString WaitingNote() const override;
   void OnRefilled() override;
   QString CountText() const override;
   QString EmptyText() const override;

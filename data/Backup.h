@@ -21,6 +21,6 @@ struct BackupBefore {
   bool proceed = true;  // false: the copy failed and the user chose not to continue
   QString path;         // of the copy; empty when there is none
 };
-// Makes a copy unless the settings file disables it or the database is on a server. When the copy fails, shows why and asks the user whether to
-// continue without one.
+// Makes a copy unless the settings file disables it or the database is on a server. When the copy fails, shows why and
+// asks the user whether to continue without one.
 BackupBefore BackUpBefore(const QString& databasePath);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "data/ExportBasis.h"
 
+#include "data/BasisLine.h"
 #include "platform/dao/Conversion.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/TextFile.h"
@@ -282,7 +283,12 @@ File Read(const QString& path) {
   const auto header = lines.Next();
   if (!header) Refuse(u"Het bestand '%1' is leeg."_s.arg(path));
   file.header = lines.Named([&] { return HeaderOf(ObjectOf(*header)); });
+  LineReader reader;
   while (const auto line = lines.Next()) {
+    if (auto entry = reader.Read(*line)) {
+      file.entries.emplace_back(std::move(entry));
+      continue;
+    }
     const QJsonObject object = lines.Named([&] { return ObjectOf(*line); });
     if (object.contains(u"statements"_s)) {
       const qint64 count = lines.Named([&] { return NumberIn(object, u"statements"_s); });

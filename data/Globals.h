@@ -2,7 +2,18 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <QVariant>
+
+#include <optional>
+
+// What an export wrote.
+struct ExportedLog {
+  QString path;  // of the file
+  int statements = 0;
+  QStringList sameNumbers;  // new records with the same number, each as "item-spot 42 (Apotheek, Garage)"
+  QString warning;          // about them, for the user
+};
 
 // The values that all screens share. Set at start-up; the settings dialog changes `online`. User-interface thread only.
 struct Globals {
@@ -26,10 +37,11 @@ struct Globals {
   bool online = false;  // false until it is read from the local database
 
   // Passed from one screen to the next.
-  QString gstrSelectedID;   // a record's ID in decimal, "NIEUW", or a folder path
-  QString gstrOpruimenID;   // a record's ID in decimal, for the cleanup dialogs
-  QVariant lastAnswer;      // to the last question: a button's number, or a text
-  bool lastResult = false;  // of the last write
+  QString gstrSelectedID;               // a record's ID in decimal, "NIEUW", or a folder path
+  QString gstrOpruimenID;               // a record's ID in decimal, for the cleanup dialogs
+  QVariant lastAnswer;                  // to the last question: a button's number, or a text
+  bool lastResult = false;              // of the last write
+  std::optional<ExportedLog> exported;  // by the export window, until the main window has shown it
 };
 
 extern Globals global;

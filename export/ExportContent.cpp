@@ -43,6 +43,7 @@ void ExportContent::AddLog(const QString& localDatabasePath, std::optional<qint3
 void ExportContent::Add(QStringView sqlSyntax) {
   const QStringView statement = runtime::TrimBlanks(sqlSyntax);
   if (statement.isEmpty()) return;
+  ++statementCount_;
   if (!runtime::AppendCodePage(statement, block_)) altered_.Add(statement);
   block_ += ";\r\n";
   if (block_.size() >= kBlock) Flush();

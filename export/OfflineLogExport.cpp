@@ -11,10 +11,12 @@
 #include "platform/dao/StatementTransaction.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Error.h"
+#include "platform/runtime/HostPath.h"
 #include "platform/runtime/Probe.h"
 #include "platform/runtime/StagedFile.h"
 #include "platform/runtime/TextFile.h"
 
+#include <QFileInfo>
 #include <QHash>
 #include <QSysInfo>
 
@@ -72,9 +74,22 @@ bool IsTaken(const QString& path) {
          runtime::Probe(basis::PathOf(path)) == runtime::Presence::There;
 }
 
-// What the basis says of its export, but for its number. The source is this program folder on this computer.
+// This program folder on this computer, by its real path: every user's may be the same drive. At most as long as the
+// ledger of processed exports takes.
+QString SourceName() {
+  constexpr qsizetype kLongest = 100;
+  constexpr qsizetype kDigits = 16;
+  const QString host = runtime::HostPath(global.programFolder);
+  const QString real = QFileInfo(host).canonicalFilePath();
+  const QString source = QSysInfo::machineHostName() + u' ' + (real.isEmpty() ? host : real);
+  if (source.size() <= kLongest) return source;
+  return source.left(kLongest - kDigits - 1) + u' ' +
+         QString::fromLatin1(ContentDigest::Of(source.toUtf8()).first(kDigits));
+}
+
+// What the basis says of its export, but for its number.
 basis::Header HeaderOf(const ExportContent& content, const QByteArray& digest) {
-  return {{}, digest, content.ByteCount(), QSysInfo::machineHostName() + u' ' + global.programFolder};
+  return {{}, digest, content.ByteCount(), SourceName()};
 }
 
 // Do not export a log that cannot be emptied afterwards.
@@ -95,6 +110,7 @@ QString OfflineLogExport::WriteFile(const QString& folder, SameSecond sameSecond
   ExportContent content([&](const QByteArray& block) { file.Write(block); });
   content.AddLog(localDatabasePath_);
   const QByteArray digest = content.Finish();
+  statementCount_ = content.StatementCount();
   altered_ = content.Altered();
   highestID_ = content.HighestID();
   file.Complete();

@@ -3,9 +3,11 @@
 
 #include "data/forms/Screens.h"
 #include "export/frmDefaults.h"
+#include "export/frmOfflineLog.h"
 #include "export/frmPlanningExporteren.h"
 
 void RegisterExportScreens() {
   RegisterScreen(Screen::PlanningExporteren, [](QWidget* owner) { frmPlanningExporteren(owner).ShowModal(); });
   RegisterScreen(Screen::Defaults, [](QWidget* owner) { frmDefaults(owner).ShowModal(); });
+  RegisterScreen(Screen::OfflineLog, [](QWidget* owner) { frmOfflineLog(owner).ShowModal(); });
 }

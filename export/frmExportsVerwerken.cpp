@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "export/frmExportsVerwerken.h"
 
+#include "data/FieldWords.h"
 #include "data/Globals.h"
 #include "export/FolderSelect.h"
 #include "export/ui_frmExportsVerwerken.h"
@@ -135,7 +136,7 @@ frmExportsVerwerken::Contents frmExportsVerwerken::ReadContents(const QString& f
       Entry entry{path, {}, {}, {}, {}};
       try {
         entry.file = apply::ReadExport(path);
-        const QString from = entry.file->basis ? entry.file->basis->source : QString();
+        const QString from = apply::SourceOf(*entry.file);
         entry.processed = apply::FindProcessed(ledger, *entry.file, from.isEmpty() ? source : from);
       } catch (const runtime::Error& error) {
         entry.trouble = error.Description();
@@ -166,8 +167,7 @@ void frmExportsVerwerken::ShowContents(Contents contents) {
   read_ = true;
   if (ui_->txtBron->text().isEmpty()) {
     for (const Entry& entry : contents_.files) {
-      if (entry.file && entry.file->basis && !entry.file->basis->source.isEmpty())
-        ui_->txtBron->setText(entry.file->basis->source);
+      if (entry.file && !apply::SourceOf(*entry.file).isEmpty()) ui_->txtBron->setText(apply::SourceOf(*entry.file));
     }
   }
   ui_->lstBestanden->SetEmptyText(contents_.trouble.isEmpty() ? u"In deze map staat geen export."_s
@@ -219,7 +219,7 @@ void frmExportsVerwerken::ShowLine(int line) {
 
 apply::Options frmExportsVerwerken::OptionsFor(const Entry& entry) {
   apply::Options options;
-  if (entry.file->basis) options.source = entry.file->basis->source;
+  options.source = apply::SourceOf(*entry.file);
   if (options.source.isEmpty()) options.source = runtime::TrimBlanks(ui_->txtBron->text());
   options.who = WhoAmI();
   options.progress = [this](int done, int all) { ShowProgress(u"%1 van %2 opdrachten ..."_s.arg(done).arg(all)); };
@@ -303,7 +303,7 @@ void frmExportsVerwerken::ShowDifferences() {
   for (const apply::FieldDifference& field : apply::DifferencesOf(conflict)) {
     const int row = ui_->tblVelden->rowCount();
     ui_->tblVelden->insertRow(row);
-    ui_->tblVelden->setItem(row, 0, cell(field.field, field.isConflict));
+    ui_->tblVelden->setItem(row, 0, cell(FieldWord(field.field), field.isConflict));
     ui_->tblVelden->setItem(row, 1, cell(field.before, false));
     ui_->tblVelden->setItem(row, 2, cell(conflict.server ? field.server : u"(verwijderd)"_s, field.isConflict));
     ui_->tblVelden->setItem(row, 3, cell(conflict.offline ? field.offline : u"(verwijderd)"_s, field.isConflict));

@@ -8,6 +8,7 @@
 #include "export/ExportChecks.h"
 #include "export/InterruptedExport.h"
 #include "export/OfflineLogExport.h"
+#include "export/SameNumbers.h"
 #include "export/ui_frmPlanningExporteren.h"
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/MessageBox.h"
@@ -137,6 +138,10 @@ void frmPlanningExporteren::Opslaan() {
       FinishInterruptedExport(global.localDatabasePath);
       OfflineLogExport logExport(global.localDatabasePath);
       path = logExport.WriteFile(folder, OfflineLogExport::SameSecond::ReplaceOwn);
+      if (!path.isEmpty()) {
+        const QStringList& same = logExport.RecordsWithSameNumber();
+        global.exported = {path, logExport.StatementCount(), same, SameNumbersWarning(same, path)};
+      }
       global.lastResult = EmptyLog(logExport);
       LogKeptStatements();
       AddKeptAudioLines();

@@ -26,8 +26,8 @@ class SpotLengths {
   // The next Show reads every spot again.
   void Forget();
 
-  // Sets state and length of each line. Reads spots that were not read yet, from the current catalogue, and checks files
-  // that were not checked yet. No error box: after a failure no states are shown.
+  // Sets state and length of each line. Reads spots that were not read yet, from the current catalogue, and checks
+  // files that were not checked yet. No error box: after a failure no states are shown.
   void Show(controls::ListBox& list);
 
   // "5 item-spots, samen 2:29".
@@ -38,7 +38,7 @@ class SpotLengths {
   void TakeFiles(const std::vector<FilePresenceChecker::Result>& found, bool last);
 
   QHash<qint64, SpotFacts> spots_;
-  QSet<qint64> read_;  // also those that are not there
+  QSet<qint64> read_;              // also those that are not there
   QHash<qint64, bool> requested_;  // spots whose file check was started
   std::function<void()> changed_;
   FilePresenceChecker checker_;

@@ -112,20 +112,19 @@ void CopyAudio(const Arguments& arguments, const std::vector<apply::ExportFile>&
 
 int ApplyExports(const Arguments& arguments, const Streams& streams) {
   const QString source = arguments.Value(kFrom).trimmed();
-  if (source.isEmpty()) throw UseError(u"Zeg met %1 NAAM van welk werkstation de bestanden komen."_s.arg(kFrom));
   const QString database = DatabasePathOf(arguments.Plain().first());
   const std::vector<apply::ExportFile> files = FilesOf(arguments);
+  for (const apply::ExportFile& file : files) {
+    if (source.isEmpty() && apply::SourceOf(file).isEmpty())
+      throw UseError(u"Zeg met %1 NAAM van welk werkstation '%2' komt."_s.arg(kFrom, file.path));
+  }
   const bool isPlan = arguments.Has(kDryRun);
   const apply::Options options{source, qEnvironmentVariable("USER"), arguments.Has(kOutOfOrder), {}};
-  // What cannot go through is known before the first file is carried out, also where the report cannot be written.
+  // A report that cannot be written is known before anything is carried out.
   std::optional<runtime::StagedFile> report;
   if (arguments.Has(kReport)) report.emplace(Absolute(arguments.Value(kReport)));
-  std::vector<apply::Result> results(files.size());
-  if (isPlan || files.size() > 1) results = apply::Plan(database, files, options);
-  if (!isPlan) {
-    for (std::size_t i = 0; i < files.size(); ++i)
-      results[i] = apply::CarryOut(database, files[i], options);
-  }
+  const std::vector<apply::Result> results =
+      isPlan ? apply::Plan(database, files, options) : apply::CarryOut(database, files, options);
   int waiting = 0;
   for (const apply::Result& result : results) {
     Show(result, isPlan, streams.out);
@@ -150,8 +149,10 @@ Command ApplyCommand() {
       .run = ApplyExports,
       .details =
           u"Elk bestand wordt in zijn geheel verwerkt, en één keer: een tweede keer verandert niets, ook onder een\n"
-          "andere naam. --from is de naam van het werkstation, telkens dezelfde. --folder neemt alle exports van een\n"
-          "map, op volgorde; een ouder bestand na een later wordt geweigerd, behalve met --out-of-order. Het bestand\n"
+          "andere naam. --from is de naam van het werkstation, telkens dezelfde; zonder --from is dat de naam die in\n"
+          "het bestand met .basis staat, en die gebruikt ook het venster Exports verwerken. --folder neemt alle\n"
+          "exports van een map, op volgorde, en verwerkt ze samen: na een fout is er niets van verwerkt. Een ouder\n"
+          "bestand na een later wordt geweigerd, behalve met --out-of-order. Het bestand\n"
           "met .basis achter de naam hoort erbij: daardoor blijft staan wat anderen intussen wijzigden. Een nummer\n"
           "dat al in gebruik is, wordt een nieuw nummer. Wijzigden twee hetzelfde veld, dan wacht dat ene record op\n"
           "een keuze (conflicts); de rest gaat door. --dry-run toont wat er zou gebeuren. --report schrijft alles als\n"

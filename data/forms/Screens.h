@@ -19,6 +19,7 @@ enum class Screen {
   PlanningExporteren,
   Defaults,
   Beluisteren,
+  OfflineLog,
 };
 
 using ShowScreenModally = std::function<void(QWidget* owner)>;

@@ -8,25 +8,63 @@
 
 #include <algorithm>
 
-namespace apply {
+using namespace Qt::StringLiterals;
 
-std::vector<Result> Plan(const QString& database, const std::vector<ExportFile>& files, const Options& options) {
-  dao::StatementTransaction transaction(dao::OpenDatabase(database));
+namespace apply {
+namespace {
+
+Options WithSource(const Options& options, const ExportFile& file) {
+  Options own = options;
+  if (own.source.isEmpty()) own.source = SourceOf(file);
+  if (own.source.isEmpty()) {
+    throw runtime::Error(
+        u"Het bestand '%1' is niet verwerkt: het zegt niet van welk werkstation het komt. Vul die naam in."_s.arg(
+            file.path));
+  }
+  return own;
+}
+
+std::vector<Result> RunAll(dao::StatementTransaction& transaction, const std::vector<ExportFile>& files,
+                           const Options& options) {
   std::vector<Result> results;
-  for (const ExportFile& file : files)
-    results.push_back(Run(transaction, file, options).Do());
+  for (const ExportFile& file : files) {
+    const Options own = WithSource(options, file);
+    results.push_back(Run(transaction, file, own).Do());
+  }
   return results;
 }
 
-// A file that was processed is looked up first without a writer's turn, so that not even a lock is written.
-Result CarryOut(const QString& database, const ExportFile& file, const Options& options) {
+}  // namespace
+
+std::vector<Result> Plan(const QString& database, const std::vector<ExportFile>& files, const Options& options) {
+  dao::StatementTransaction transaction(dao::OpenDatabase(database));
+  return RunAll(transaction, files, options);
+}
+
+// Files that were processed are looked up first without a writer's turn, so that not even a lock is written.
+std::vector<Result> CarryOut(const QString& database, const std::vector<ExportFile>& files, const Options& options) {
   dao::Database opened = dao::OpenDatabase(database);
-  if (const auto processed = FindProcessed(ReadLedger(opened), file, options.source))
-    return DoneBefore(file, *processed);
+  const QList<Processed> ledger = ReadLedger(opened);
+  std::vector<Result> results;
+  for (const ExportFile& file : files) {
+    if (const auto processed = FindProcessed(ledger, file, WithSource(options, file).source))
+      results.push_back(DoneBefore(file, *processed));
+  }
+  if (results.size() == files.size()) return results;
   dao::StatementTransaction transaction(opened);
-  Result result = Run(transaction, file, options).Do();
-  if (!result.doneBefore) transaction.Commit();
-  return result;
+  results = RunAll(transaction, files, options);
+  if (!std::ranges::all_of(results, &Result::doneBefore)) transaction.Commit();
+  return results;
+}
+
+Result CarryOut(const QString& database, const ExportFile& file, const Options& options) {
+  return CarryOut(database, std::vector{file}, options).front();
+}
+
+QString SourceOf(const ExportFile& file) {
+  const QString source = file.basis ? file.basis->source : QString();
+  const bool isDriveOnly = source.size() > 2 && source.endsWith(u':') && source[source.size() - 3] == u' ';
+  return isDriveOnly ? QString() : source;
 }
 
 void SortByStamp(std::vector<ExportFile>& files) {

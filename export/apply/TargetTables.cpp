@@ -22,8 +22,10 @@ TargetTables::TargetTables(dao::StatementTransaction& transaction) : transaction
   for (const Table table : {Table::Items, Table::Spots, Table::Jingles, Table::Links}) {
     definitions_[At(table)] = transaction.Definition(NameOf(table));
     const QList<dao::FieldDef>& fields = Definition(table).fields;
-    for (qsizetype i = 0; i < fields.size(); ++i)
-      places_[At(table)].insert(fields[i].name.toLower(), static_cast<std::size_t>(i));
+    for (qsizetype i = 0; i < fields.size(); ++i) {
+      for (const QString& name : {fields[i].name, fields[i].name.toLower()})
+        places_[At(table)].insert(name, static_cast<std::size_t>(i));
+    }
   }
 }
 
@@ -72,9 +74,15 @@ QStringList TargetTables::FieldNames(Table table) const {
   return names;
 }
 
+std::optional<std::size_t> TargetTables::FindPlace(Table table, const QString& field) const {
+  const QHash<QString, std::size_t>& places = places_[At(table)];
+  auto place = places.constFind(field);
+  if (place == places.constEnd()) place = places.constFind(field.toLower());
+  return place == places.constEnd() ? std::nullopt : std::optional(*place);
+}
+
 std::size_t TargetTables::Place(Table table, const QString& field) const {
-  const auto place = places_[At(table)].constFind(field.toLower());
-  if (place != places_[At(table)].constEnd()) return *place;
+  if (const auto place = FindPlace(table, field)) return *place;
   throw runtime::Error(u"De tabel '%1' heeft geen veld '%2'."_s.arg(NameOf(table), field));
 }
 
@@ -86,10 +94,8 @@ Row TargetTables::RowOf(Table table, const QStringList& fields, const basis::Row
   std::vector<std::optional<std::size_t>>& places = knownPlaces_[At(table)];
   if (knownFields_[At(table)] != fields) {
     places.clear();
-    for (const QString& field : fields) {
-      const auto place = places_[At(table)].constFind(field.toLower());
-      places.push_back(place == places_[At(table)].constEnd() ? std::nullopt : std::optional(*place));
-    }
+    for (const QString& field : fields)
+      places.push_back(FindPlace(table, field));
     knownFields_[At(table)] = fields;
   }
   Row row(static_cast<std::size_t>(Definition(table).fields.size()));

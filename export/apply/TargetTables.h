@@ -44,6 +44,7 @@ class TargetTables {
   QStringList FieldNames(Table table) const;
   // The place of a field; a runtime::Error when the target does not have it.
   std::size_t Place(Table table, const QString& field) const;
+  std::optional<std::size_t> FindPlace(Table table, const QString& field) const;
   // A value as the target stores it in that field.
   dao::Value Converted(Table table, std::size_t place, const dao::Value& value) const;
 
@@ -56,8 +57,9 @@ class TargetTables {
  private:
   dao::StatementTransaction& transaction_;
   std::array<dao::TableDef, 4> definitions_;
-  std::array<QHash<QString, std::size_t>, 4> places_;  // by lower case
-  std::array<QStringList, 4> knownFields_;             // of the last basis row
+  // By the name as it is defined and by its lower case.
+  std::array<QHash<QString, std::size_t>, 4> places_;
+  std::array<QStringList, 4> knownFields_;  // of the last basis row
   std::array<std::vector<std::optional<std::size_t>>, 4> knownPlaces_;
 };
 

@@ -20,8 +20,8 @@ using testing_support::Child;
 
 namespace {
 
-const QList<Screen> kScreens{Screen::Items, Screen::ItemSpots, Screen::ItemPingles, Screen::PlanningExporteren,
-                             Screen::Defaults};
+const QList<Screen> kScreens{Screen::Items,    Screen::ItemSpots, Screen::ItemPingles, Screen::PlanningExporteren,
+                             Screen::Defaults, Screen::OfflineLog};
 
 }  // namespace
 

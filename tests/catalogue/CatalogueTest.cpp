@@ -25,12 +25,13 @@ CatalogueTest::CatalogueTest(Station::Mode mode) : station_(mode) {
   RegisterScreen(Screen::ItemsDetail, standIn(u"ItemsDetail"_s));
   RegisterScreen(Screen::ItemSpotsDetail, standIn(u"ItemSpotsDetail"_s));
   RegisterScreen(Screen::ItemPinglesDetail, standIn(u"ItemPinglesDetail"_s));
+  RegisterScreen(Screen::OfflineLog, standIn(u"OfflineLog"_s));
 }
 
 CatalogueTest::~CatalogueTest() {
-  for (const Screen screen : {Screen::ItemsDetail, Screen::ItemSpotsDetail, Screen::ItemPinglesDetail}) {
+  for (const Screen screen :
+       {Screen::ItemsDetail, Screen::ItemSpotsDetail, Screen::ItemPinglesDetail, Screen::OfflineLog})
     RegisterScreen(screen, {});
-  }
 }
 
 QString CatalogueTest::Table(const QString& things) {

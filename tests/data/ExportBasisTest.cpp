@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "data/ExportBasis.h"
 
+#include "data/BasisLine.h"
 #include "platform/runtime/Error.h"
 #include "tests/support/Station.h"
 
@@ -141,4 +142,28 @@ TEST_F(BasisFile, AnErrorNamesTheLine) {
   fewer.replace(",45658.25]", "]");
   expect(header + fewer + basis::LastLine(1), u"regel 2: een rij heeft niet één waarde voor elk veld"_s);
   expect({}, u"is leeg"_s);
+}
+
+// Lines of a program that writes its JSON in another order or spacing, or with other escapes, are the same entries.
+TEST(ExportBasis, TheQuickReaderReadsWhatEncodeWritesAndNothingElse) {
+  basis::LineReader reader;
+  const basis::Entry entry = SpotEntry();
+  const QByteArray line = basis::Encode(entry);
+  for (int twice = 0; twice < 2; ++twice)
+    EXPECT_EQ(reader.Read(line), entry) << line.toStdString();
+  basis::Entry other = entry;
+  other.fields = {u"ID"_s, u"Path"_s, u"StartDatum"_s};
+  EXPECT_EQ(reader.Read(basis::Encode(other)), other) << "other fields than the line before";
+  QByteArray spaced = line;
+  spaced.replace("\"key\":", "\"key\": ");
+  for (const QByteArray& unknown :
+       {spaced, QByteArray(line + ' '), line.chopped(1), QByteArray(), QByteArray("{}"),
+        QByteArray(line).replace("Opener", "\\u004fpener"), QByteArray(line).replace("[42,", "[4.2e1,"),
+        QByteArray(line).replace("[42,", "["), QByteArray(line).replace("[42,", "[99999999999999999999,"),
+        QByteArray(line).replace("Opener", "\xff")}) {
+    EXPECT_FALSE(reader.Read(unknown)) << unknown.toStdString();
+  }
+  EXPECT_EQ(basis::Decode(spaced), entry);
+  for (qsizetype length = 0; length < line.size(); ++length)
+    EXPECT_FALSE(reader.Read(line.first(length))) << length;
 }

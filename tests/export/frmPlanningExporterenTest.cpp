@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "export/frmPlanningExporteren.h"
 
+#include "data/Catalogue.h"
 #include "data/Globals.h"
 #include "data/Messages.h"
+#include "data/Writes.h"
 #include "export/ExportDrawing.h"
 #include "platform/desktop/Lock.h"
 #include "platform/desktop/MessageBox.h"
@@ -206,4 +208,44 @@ TEST(frmPlanningExporteren, ReplacedCharactersAreReportedWithTheirStatements) {
   EXPECT_EQ(boxes.Shown()[0].style, 48);
   EXPECT_TRUE(boxes.Shown()[0].text.contains(u"UPDATE a SET b = 'Ώ'"_s));
   EXPECT_EQ(Content(station, u"20240131154507.tql"_s), "UPDATE a SET b = '?';\r\n");
+}
+
+TEST(frmPlanningExporteren, ItsResultIsForTheMainWindow) {
+  const Station station(Station::Mode::Offline);
+  global.exported.reset();
+  {
+    Window window;
+    const MessageBoxScript boxes{kAnswerYes, kAnswerOk};
+    window.PressOk();
+    EXPECT_FALSE(global.exported) << "an empty log makes no file";
+  }
+  FillLog(station);
+  Window window;
+  const MessageBoxScript boxes{kAnswerYes, kAnswerOk};
+  window.PressOk();
+  ASSERT_TRUE(global.exported);
+  EXPECT_EQ(global.exported->path, global.exportPath + u"\\20240131154507.tql");
+  EXPECT_EQ(global.exported->statements, 2) << "an empty row is not in the file";
+  EXPECT_TRUE(global.exported->sameNumbers.isEmpty());
+}
+
+// Closing the item-spot list offline takes the copy again, without the new spot.
+TEST(frmPlanningExporteren, NewRecordsWithTheSameNumberAreInTheResultWithoutABox) {
+  const Station station(Station::Mode::Offline);
+  const Catalogue catalogue = CurrentCatalogue();
+  for (const QString& naam : {u"Apotheek"_s, u"Garage"_s}) {
+    ItemSpotRow spot;
+    spot.id = 42;
+    spot.naam = naam;
+    ASSERT_TRUE(Insert_tblItemSpots(spot, catalogue.databasePath, catalogue.itemSpots));
+    ASSERT_TRUE(DeleteAllInTable(catalogue.itemSpots, catalogue.databasePath));
+  }
+  global.exported.reset();
+  Window window;
+  const MessageBoxScript boxes{kAnswerYes, kAnswerOk};
+  window.PressOk();
+  ASSERT_TRUE(global.exported);
+  EXPECT_EQ(global.exported->sameNumbers, QStringList{u"item-spot 42 (Apotheek, Garage)"_s});
+  EXPECT_TRUE(global.exported->warning.contains(u"Apotheek"_s));
+  EXPECT_EQ(boxes.Shown().size(), 2u) << "no further box";
 }

@@ -8,6 +8,8 @@
 #include "catalogue/frmItems.h"
 #include "data/Catalogue.h"
 #include "data/Globals.h"
+#include "data/Writes.h"
+#include "export/frmOfflineLog.h"
 #include "export/playout/AirLedger.h"
 #include "export/reports/ReportPages.h"
 #include "export/reports/Reports.h"
@@ -165,6 +167,42 @@ void TakeStates(const Album& album) {
   TakeForm<frmItemSpotsDetail>(album, u"itemSpot-zonder-bestand"_s, QString::number(kLostSpot));
 }
 
+// Waits until the window has read the log.
+void TakeWaitingChanges(const Album& album) {
+  TakeForm<frmOfflineLog>(album, u"offlineLog-gevuld"_s, {}, [](QWidget& form) {
+    auto& changes = In<controls::ListBox>(form, u"lstWijzigingen"_s);
+    if (!QTest::qWaitFor([&] { return changes.ListCount() > 0; }, kPatience)) throw runtime::Error(u"niets gelezen"_s);
+    changes.SetListIndex(1);
+    In<QAbstractButton>(form, u"chkSql"_s).click();
+  });
+}
+
+// Offline work that waits for an export, and the result of one.
+void TakeOffline(const Album& album) {
+  const QString& local = global.localDatabasePath;
+  for (const auto copy :
+       {TransItemSpotsToLocal, TransItemsToLocal, TransItemsItemSpotsToLocal, TransItemPinglesToLocal})
+    copy(global.serverDatabasePath, local);
+  global.online = false;
+  const Catalogue here = CurrentCatalogue();
+  Insert_tblItemSpots(
+      {900, u"D:\\audio\\Spots\\apotheek.mp3"_s, u"Apotheek 't Hof"_s, 24, 0, 1200, 45727, 6, 45757, 22, 1}, local,
+      here.itemSpots);
+  Insert_tblItemsItemSpots({1, 9, 900}, local, here.itemsItemSpots);
+  Update_tblItemSpots_Aktief(7, 0, local, here.itemSpots);
+  Delete_tblBeheer(12, here.itemSpots, here.itemSpots + u".ID"_s, local);
+  TakeForm<frmItemSpots>(album, u"itemSpots-wacht"_s, {});
+  TakeForm<frmItems>(album, u"items-wacht"_s, {});
+  TakeForm<frmItemPingles>(album, u"itemPingles-wacht"_s, {});
+  TakeWaitingChanges(album);
+  global.exported = ExportedLog{global.exportPath + u"\\20250311143207.tql"_s,
+                                5,
+                                {u"item-spot 42 (Apotheek 't Hof, Garage De Smet)"_s},
+                                u"uitleg"_s};
+  const std::unique_ptr<frmMain> main = StartedMain();
+  album.Take(u"main-export"_s, *main);
+}
+
 void TakeOthers(const Album& album) {
   album.TakeOpened(u"fout"_s, [] {
     desktop::ShowMessageBox(nullptr,
@@ -246,6 +284,7 @@ void TakeAll(const QString& folder) {
   }
   TakeStates(album);
   TakeMarked(album);
+  TakeOffline(album);
   TakeOthers(album);
   TakePaper(folder);
 }

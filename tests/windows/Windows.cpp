@@ -19,6 +19,7 @@
 #include "data/Globals.h"
 #include "export/frmDefaults.h"
 #include "export/frmExportsVerwerken.h"
+#include "export/frmOfflineLog.h"
 #include "export/frmPlanningExporteren.h"
 #include "export/frmRadioDetail.h"
 #include "export/playout/BlockReader.h"
@@ -156,6 +157,7 @@ QList<Opening> All(const Records& records) {
       Planned<frmWeek>(u"week"_s, &frmWeek::IsPlanned),
       Planned<frmOntbreekt>(u"missing"_s, &frmOntbreekt::IsFinished),
       Planned<frmExportsVerwerken>(u"apply"_s, &frmExportsVerwerken::IsRead),
+      Planned<frmOfflineLog>(u"offlineLog"_s, &frmOfflineLog::IsRead),
       {u"question"_s, Question},
       {u"input"_s, InputBox},
   };

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "platform/runtime/Error.h"
 #include "tests/export/apply/Shared.h"
 
 #include <QFile>
@@ -205,6 +206,46 @@ TEST_F(Apply, AnOlderFileAfterANewerOneIsRefusedUnlessAskedFor) {
   EXPECT_EQ(ErrorOf(first, u"B"_s), QString());
   a.SetAktief(u"tblItemSpots"_s, 3, 0);
   EXPECT_EQ(Process(first, u"A"_s, true).doneBefore, true);
+}
+
+// The second file fails within: its record has a name that the shared database cannot hold.
+TEST_F(Apply, FilesThatAreCarriedOutTogetherAllCountOrNone) {
+  Workstation a = At(u"A"_s);
+  a.SetAktief(u"tblItemSpots"_s, 1, 0);
+  std::vector<apply::ExportFile> files{apply::ReadExport(a.Export())};
+  a.SetAktief(u"tblItemSpots"_s, 2, 0);
+  files.push_back(apply::ReadExport(a.Export()));
+  a.InsertSpot(NewSpot(4, QString(300, u'x')));
+  files.push_back(apply::ReadExport(a.Export()));
+  const QString active = u"SELECT Aktief FROM tblItemSpots ORDER BY ID"_s;
+  EXPECT_THROW(apply::CarryOut(Server(), files, {u"A"_s, {}, false, {}}), runtime::Error);
+  EXPECT_EQ(Rows(active), (QStringList{u"1"_s, u"1"_s, u"1"_s}));
+  files.pop_back();
+  for (const apply::Result& result : apply::CarryOut(Server(), files, {u"A"_s, {}, false, {}}))
+    EXPECT_EQ(result.Summary(), u"1 gewijzigd"_s);
+  EXPECT_EQ(Rows(active), (QStringList{u"0"_s, u"0"_s, u"1"_s}));
+  for (const apply::Result& result : apply::CarryOut(Server(), files, {u"A"_s, {}, false, {}}))
+    EXPECT_TRUE(result.doneBefore);
+}
+
+// Two program folders may both be drive D of one computer.
+TEST_F(Apply, AFileSaysItsWorkstationUnlessItIsOnlyADrive) {
+  apply::ExportFile file;
+  EXPECT_EQ(apply::SourceOf(file), QString()) << "without a basis";
+  file.basis.emplace();
+  for (const auto& [source, meant] :
+       {std::pair(u"studio2 /home/jan/spotrooster"_s, u"studio2 /home/jan/spotrooster"_s),
+        std::pair(u"vm D:"_s, QString()), std::pair(u"vm D:\\planner"_s, u"vm D:\\planner"_s),
+        std::pair(u"STUDIO2"_s, u"STUDIO2"_s), std::pair(QString(), QString())}) {
+    file.basis->source = source;
+    EXPECT_EQ(apply::SourceOf(file), meant);
+  }
+  Workstation a = At(u"A"_s);
+  a.SetAktief(u"tblItemSpots"_s, 1, 0);
+  EXPECT_EQ(Process(a.Export(), {}).Summary(), u"1 gewijzigd"_s);
+  EXPECT_EQ(Rows(u"SELECT Bron FROM tblVerwerkt"_s), QStringList{u"A"_s});
+  a.SetAktief(u"tblItemSpots"_s, 2, 0);
+  EXPECT_TRUE(ErrorOf(a.Export(false), {}).contains(u"van welk werkstation"_s));
 }
 
 // Without a basis: "*" is an apostrophe again, and what this file says wins.

@@ -104,7 +104,7 @@ TEST_F(ApplyWindow, AConflictIsShownFieldByFieldAndSettledEitherWay) {
   Press(u"cmdVerwerken"_s);
   EXPECT_EQ(ConflictCaption(), u"&Botsingen (1)"_s);
   List(u"lstBotsingen"_s).SetListIndex(0);
-  EXPECT_EQ(TableRow(0), (QStringList{u"EindDatum"_s, u"12-02-2025"_s, u"23-05-2025"_s, u"09-12-2025"_s}));
+  EXPECT_EQ(TableRow(0), (QStringList{u"Einddatum"_s, u"12-02-2025"_s, u"23-05-2025"_s, u"09-12-2025"_s}));
   Press(u"cmdOffline"_s);
   EXPECT_EQ(Rows(kLastDayOfBakker), QStringList{u"2025-12-09T00:00:00.000"_s});
   EXPECT_EQ(List(u"lstBotsingen"_s).ListCount(), 0);

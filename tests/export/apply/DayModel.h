@@ -11,6 +11,8 @@
 #include <utility>
 #include <vector>
 
+inline const QString kPlayCount = QStringLiteral("AantalGedraaid");
+
 // A record as it is meant: the fields that the days change, and the spots of an item by their names.
 struct Meant {
   QMap<QString, QString> fields;
@@ -40,6 +42,12 @@ class Model {
   void Apply(const ExportedFile& file) {
     for (const Operation& operation : file.operations)
       Apply(file.source, operation);
+  }
+
+  // A spot was aired once more.
+  void Air(const QString& record) {
+    QString& count = records_[record].fields[kPlayCount];
+    count = QString::number(count.toInt() + 1);
   }
 
   const std::map<QString, Meant>& Records() const { return records_; }
@@ -75,7 +83,7 @@ class Model {
     const auto there = records_.find(record);
     if (!operation.after) {
       if (there == records_.end()) return;
-      const bool isSame = there->second.fields == operation.before->fields &&
+      const bool isSame = WithoutCount(there->second.fields) == WithoutCount(operation.before->fields) &&
                           (!operation.hasList || there->second.list == operation.before->list);
       if (isSame) {
         records_.erase(there);
@@ -96,12 +104,18 @@ class Model {
     there->second = merged;
   }
 
+  static QMap<QString, QString> WithoutCount(QMap<QString, QString> fields) {
+    fields.remove(kPlayCount);
+    return fields;
+  }
+
   static bool Merge(const Operation& operation, Meant& merged) {
     for (auto field = merged.fields.begin(); field != merged.fields.end(); ++field) {
       const QString before = operation.before->fields[field.key()];
       const QString after = operation.after->fields[field.key()];
       if (before == after || field.value() == after) continue;
-      if (field.value() != before) return false;
+      // A reset of the play count is carried out whatever was aired meanwhile.
+      if (field.value() != before && field.key() != kPlayCount) return false;
       field.value() = after;
     }
     if (!operation.hasList || operation.before->list == operation.after->list || merged.list == operation.after->list)

@@ -14,6 +14,7 @@
 inline const QString kSpotTable = QStringLiteral("tblItemSpots");
 inline const QString kItemTable = QStringLiteral("tblItems");
 inline const QString kLinkTable = QStringLiteral("tblItemsItemSpots");
+inline const QString kJingleTable = QStringLiteral("tblItemPingles");
 
 inline QString AnyText(const dao::Value& value) {
   if (const auto* text = std::get_if<std::u16string>(&value)) return QString::fromStdU16String(*text);
@@ -23,9 +24,12 @@ inline QString AnyText(const dao::Value& value) {
 }
 
 inline const QStringList kSpotFields{QStringLiteral("Naam"), QStringLiteral("LengteSec"), QStringLiteral("EindDatum"),
-                                     QStringLiteral("Aktief")};
+                                     QStringLiteral("Aktief"), kPlayCount};
+inline const QStringList kJingleFields{QStringLiteral("Naam"), QStringLiteral("LengteSec"), QStringLiteral("Aktief")};
 inline const QStringList kItemFields{QStringLiteral("AantalSpots"), QStringLiteral("MaxAantalSpots"),
-                                     QStringLiteral("Opener")};
+                                     QStringLiteral("Aktief"), QStringLiteral("ItemSpotsOptID"),
+                                     QStringLiteral("Opt2VastNaamGedeelte")};
+inline const QStringList kItemJingles{QStringLiteral("Opener"), QStringLiteral("Midden"), QStringLiteral("Sluiter")};
 
 inline Meant MeantOf(const Workstation::Fields& fields, const QStringList& names) {
   Meant meant;
@@ -34,11 +38,11 @@ inline Meant MeantOf(const Workstation::Fields& fields, const QStringList& names
   return meant;
 }
 
-inline QString NameOfSpot(const Workstation::Fields& fields) {
-  return QStringLiteral("spot ") + AnyText(fields[QStringLiteral("Path")]).section(u'\\', 2).section(u'.', 0, 0);
-}
-inline QString NameOfItem(const Workstation::Fields& fields) {
-  return QStringLiteral("item ") + AnyText(fields[QStringLiteral("Naam")]);
+// The file of a spot or jingle, which a day never changes; of an item its name.
+inline QString NameOf(const QString& table, const Workstation::Fields& fields) {
+  if (table == kItemTable) return QStringLiteral("item ") + AnyText(fields[QStringLiteral("Naam")]);
+  const QString file = AnyText(fields[QStringLiteral("Path")]).section(u'\\', -1).section(u'.', 0, 0);
+  return (table == kSpotTable ? QStringLiteral("spot ") : QStringLiteral("jingle ")) + file;
 }
 
 // A planner who does something now and then, and the meaning of it.
@@ -50,13 +54,16 @@ class Planner {
     at_.Refresh(server, tables);
     // A refreshed list of an item may have a spot that the copy of the spots does not have yet.
     Workstation shared(QStringLiteral("server"), {});
-    shared.Refresh(server, {kSpotTable});
-    Notice(shared.Of(kSpotTable));
-    Notice(at_.Of(kSpotTable));
+    shared.Refresh(server, {kSpotTable, kJingleTable});
+    for (const QString& table : {kSpotTable, kJingleTable}) {
+      Notice(table, shared.Of(table));
+      Notice(table, at_.Of(table));
+    }
   }
 
+  // One of what the screens can do.
   void Work(const QString& server) {
-    switch (Draw(10)) {
+    switch (Draw(17)) {
       case 0:
       case 1:
         return NewSpot();
@@ -69,12 +76,26 @@ class Planner {
       case 6:
         return NewItem();
       case 7:
-        return ChangeItem();
       case 8:
-        return Draw(3) == 0 ? DeleteItem() : ChangeItem();
+        return ChangeItem();
+      case 9:
+        return SwitchItem();
+      case 10:
+        return CleanUpItem(server);
+      case 11:
+        return NewJingle();
+      case 12:
+      case 13:
+        return ChangeJingle();
+      case 14:
+        return DeleteJingle();
+      case 15:
+        return ResetPlayCounts();
       default:
-        return Refresh(server, Draw(2) == 0 ? QStringList{kSpotTable} : QStringList{kItemTable, kLinkTable});
+        break;
     }
+    const QStringList lists[] = {{kSpotTable}, {kItemTable, kLinkTable}, {kJingleTable}};
+    Refresh(server, lists[Draw(3)]);
   }
 
   std::optional<ExportedFile> Export() {
@@ -91,42 +112,45 @@ class Planner {
     return static_cast<qint32>(std::next(rows.begin(), Draw(static_cast<int>(rows.size()))).key());
   }
 
-  // A spot that is gone from the copy is the own one of that number, or else the one that was seen there last.
-  void Notice(const Workstation::Rows& spots) {
-    for (auto spot = spots.begin(); spot != spots.end(); ++spot)
-      seen_[spot.key()] = NameOfSpot(*spot);
+  // A record that is gone from the copy is the own one of that number, or else the one that was seen there last.
+  void Notice(const QString& table, const Workstation::Rows& rows) {
+    for (auto row = rows.begin(); row != rows.end(); ++row)
+      seen_[table][row.key()] = NameOf(table, *row);
   }
-  QString SpotName(qint32 id) {
-    const Workstation::Rows spots = at_.Of(kSpotTable);
-    if (spots.contains(id)) return NameOfSpot(spots[id]);
-    return own_.value(id, seen_.value(id));
-  }
-  QStringList ListOf(qint32 item) {
-    QStringList list;
-    for (const qint32 spot : at_.SpotsOf(item))
-      list += SpotName(spot);
-    return list;
+  QString Name(const QString& table, qint64 id) {
+    const Workstation::Rows rows = at_.Of(table);
+    if (rows.contains(id)) return NameOf(table, rows[id]);
+    return own_[table].value(id, seen_[table].value(id));
   }
   Meant Spot(qint32 id) { return MeantOf(at_.Of(kSpotTable)[id], kSpotFields); }
+  Meant Jingle(qint32 id) { return MeantOf(at_.Of(kJingleTable)[id], kJingleFields); }
   Meant Item(qint32 id) {
-    Meant meant = MeantOf(at_.Of(kItemTable)[id], kItemFields);
-    meant.list = ListOf(id);
+    const Workstation::Fields fields = at_.Of(kItemTable)[id];
+    Meant meant = MeantOf(fields, kItemFields);
+    for (const QString& field : kItemJingles) {
+      const dao::Value value = fields[field];
+      const auto* jingle = std::get_if<std::int64_t>(&value);
+      meant.fields[field] = jingle != nullptr ? Name(kJingleTable, *jingle) : QString();
+    }
+    for (const qint32 spot : at_.SpotsOf(id))
+      meant.list += Name(kSpotTable, spot);
     return meant;
   }
+  QString NextName() { return at_.Name() + QString::number(++made_); }
 
   void NewSpot() {
-    const QString name = at_.Name() + QString::number(++made_);
+    const QString name = NextName();
     ItemSpotRow row = ::NewSpot(at_.NewID(kSpotTable), QStringLiteral("spot '") + name);
     row.path = QStringLiteral("D:\\x\\") + name + u".wav";
     at_.InsertSpot(row);
-    own_[row.id] = QStringLiteral("spot ") + name;
+    own_[kSpotTable][row.id] = QStringLiteral("spot ") + name;
     operations_.push_back({QStringLiteral("spot ") + name, std::nullopt, Spot(row.id)});
   }
 
   void ChangeSpot() {
     const auto id = Any(kSpotTable);
     if (!id) return;
-    Operation operation{NameOfSpot(at_.Of(kSpotTable)[*id]), Spot(*id), std::nullopt};
+    Operation operation{Name(kSpotTable, *id), Spot(*id), std::nullopt};
     ItemSpotRow row = at_.Spot(*id);
     if (Draw(3) == 0) row.naam = QStringLiteral("naam *") + QString::number(Draw(4));
     if (Draw(2) == 0) row.lengteSec = 10 + Draw(4);
@@ -143,10 +167,11 @@ class Planner {
   }
 
   void DeleteSpot() {
-    const auto id = Any(kSpotTable);
-    if (!id) return;
-    operations_.push_back({NameOfSpot(at_.Of(kSpotTable)[*id]), Spot(*id), std::nullopt});
-    at_.DeleteSpot(*id);
+    if (const auto id = Any(kSpotTable)) DeleteSpot(*id);
+  }
+  void DeleteSpot(qint32 id) {
+    operations_.push_back({Name(kSpotTable, id), Spot(id), std::nullopt});
+    at_.DeleteSpot(id);
   }
 
   QList<qint32> SomeSpots() {
@@ -157,11 +182,14 @@ class Planner {
     return spots;
   }
 
+  std::optional<qint32> SomeJingle() { return Draw(2) == 0 ? std::nullopt : Any(kJingleTable); }
+
   void NewItem() {
     ItemRow row;
     row.id = at_.NewID(kItemTable);
-    row.naam = at_.Name() + QString::number(++made_);
+    row.naam = NextName();
     row.aktief = 1;
+    row.opener = SomeJingle();
     at_.InsertItem(row, SomeSpots());
     operations_.push_back({QStringLiteral("item ") + row.naam, std::nullopt, Item(row.id), true});
   }
@@ -169,26 +197,95 @@ class Planner {
   void ChangeItem() {
     const auto id = Any(kItemTable);
     if (!id) return;
-    Operation operation{NameOfItem(at_.Of(kItemTable)[*id]), Item(*id), std::nullopt, true};
+    Operation operation{Name(kItemTable, *id), Item(*id), std::nullopt, true};
     ItemRow row = at_.Item(*id);
     if (Draw(2) == 0) row.aantalSpots = Draw(3);
-    if (Draw(3) == 0) row.opener = Draw(2) == 0 ? std::optional<qint32>() : 1 + Draw(2);
-    at_.UpdateItem(row, Draw(2) == 0 ? at_.SpotsOf(*id) : SomeSpots());
+    if (Draw(3) == 0) row.opener = SomeJingle();
+    if (Draw(4) == 0) row.midden = SomeJingle();
+    if (Draw(4) == 0) row.sluiter = SomeJingle();
+    if (Draw(6) == 0) row.itemSpotsOptID = 3 - row.itemSpotsOptID;
+    if (row.itemSpotsOptID == 2) row.opt2VastNaamGedeelte = QStringLiteral("blok ") + QString::number(Draw(3));
+    const QList<qint32> list = Draw(2) == 0 ? at_.SpotsOf(*id) : SomeSpots();
+    at_.UpdateItem(row, row.itemSpotsOptID == 2 ? QList<qint32>() : list);
     operation.after = Item(*id);
     operations_.push_back(operation);
   }
 
-  void DeleteItem() {
+  // The button of the list, which does not touch the spots.
+  void SwitchItem() {
     const auto id = Any(kItemTable);
     if (!id) return;
-    operations_.push_back({NameOfItem(at_.Of(kItemTable)[*id]), Item(*id), std::nullopt, true});
-    at_.DeleteItem(*id);
+    Operation operation{Name(kItemTable, *id), Item(*id), std::nullopt, false};
+    at_.SetAktief(kItemTable, *id, Draw(2));
+    operation.after = Item(*id);
+    operations_.push_back(operation);
+  }
+
+  // Closing the cleanup takes the copy of the spots again, also offline.
+  void CleanUpItem(const QString& server) {
+    const auto id = Any(kItemTable);
+    if (!id) return;
+    const int boxes = Draw(4);
+    if (boxes >= 2) {
+      for (const qint32 spot : at_.SpotsOf(*id)) {
+        if (at_.Of(kSpotTable).contains(spot)) DeleteSpot(spot);
+      }
+    }
+    if (boxes != 3) {
+      operations_.push_back({Name(kItemTable, *id), Item(*id), std::nullopt, true});
+      at_.DeleteItem(*id);
+    }
+    Refresh(server, {kSpotTable});
+  }
+
+  void NewJingle() {
+    ItemPingleRow row;
+    const QString name = NextName();
+    row.id = at_.NewID(kJingleTable);
+    row.naam = QStringLiteral("jingle ") + name;
+    row.path = QStringLiteral("D:\\j\\") + name + u".wav";
+    row.aktief = 1;
+    at_.InsertJingle(row);
+    own_[kJingleTable][row.id] = QStringLiteral("jingle ") + name;
+    operations_.push_back({QStringLiteral("jingle ") + name, std::nullopt, Jingle(row.id)});
+  }
+
+  void ChangeJingle() {
+    const auto id = Any(kJingleTable);
+    if (!id) return;
+    Operation operation{Name(kJingleTable, *id), Jingle(*id), std::nullopt};
+    ItemPingleRow row = at_.Jingle(*id);
+    if (Draw(2) == 0) row.naam = QStringLiteral("jingle *") + QString::number(Draw(4));
+    if (Draw(2) == 0) row.lengteSec = 3 + Draw(4);
+    row.aktief = Draw(2);
+    at_.UpdateJingle(row);
+    operation.after = Jingle(*id);
+    operations_.push_back(operation);
+  }
+
+  // Not logged: the jingle stays in the shared database, and its number may be given again here.
+  void DeleteJingle() {
+    if (const auto id = Any(kJingleTable)) at_.DeleteJingle(*id);
+  }
+
+  // The button in the editor of an item.
+  void ResetPlayCounts() {
+    const auto id = Any(kItemTable);
+    if (!id) return;
+    for (const qint32 spot : at_.SpotsOf(*id)) {
+      if (!at_.Of(kSpotTable).contains(spot)) continue;
+      Operation operation{Name(kSpotTable, spot), Spot(spot), std::nullopt};
+      at_.ResetPlayCount(spot);
+      operation.after = Spot(spot);
+      operations_.push_back(operation);
+    }
   }
 
   Workstation at_;
   std::mt19937& random_;
   std::vector<Operation> operations_;
-  QMap<qint64, QString> own_;
-  QMap<qint64, QString> seen_;
+  // By table and number.
+  QMap<QString, QMap<qint64, QString>> own_;
+  QMap<QString, QMap<qint64, QString>> seen_;
   int made_ = 0;
 };

@@ -82,6 +82,14 @@ Workstation::Fields Over(Workstation::Fields fields, const ItemRow& row) {
   fields[u"ID"_s] = Whole(row.id);
   fields[u"Naam"_s] = row.naam.toStdU16String();
   fields[u"ItemSpotsOptID"_s] = Whole(row.itemSpotsOptID);
+  const bool isPattern = row.itemSpotsOptID == 2;
+  fields[u"Opt2Directory"_s] = isPattern ? row.opt2Directory.toStdU16String() : dao::Value();
+  fields[u"Opt2VastNaamGedeelte"_s] = isPattern ? row.opt2VastNaamGedeelte.toStdU16String() : dao::Value();
+  fields[u"Opt2VariabelNaamGedeelte"_s] = isPattern ? Whole(row.opt2VariabelNaamGedeelte) : dao::Value();
+  fields[u"Opt2FormatGedeelte"_s] = isPattern ? row.opt2FormatGedeelte.toStdU16String() : dao::Value();
+  fields[u"Opt2Eerstedagvanweek"_s] = isPattern ? Whole(row.opt2Eerstedagvanweek) : dao::Value();
+  fields[u"Opt2FileExtensie"_s] = isPattern ? row.opt2FileExtensie.toStdU16String() : dao::Value();
+  fields[u"Opt2MixPunt"_s] = isPattern ? Whole(row.opt2MixPunt) : dao::Value();
   fields[u"OptMeerdereSpots"_s] = Whole(row.optMeerdereSpots);
   fields[u"AantalSpots"_s] = Whole(row.aantalSpots);
   fields[u"MaxAantalSpots"_s] = Whole(row.maxAantalSpots);
@@ -209,6 +217,11 @@ void Workstation::UpdateJingle(const ItemPingleRow& row) {
   Change(statements::UpdateItemPingle(row, kJingles), kJingles, row.id, Over(tables_[kJingles][row.id], row));
 }
 
+// Required: never logged.
+void Workstation::DeleteJingle(qint32 id) {
+  tables_[kJingles].remove(id);
+}
+
 void Workstation::SetLinks(qint32 item, const QList<qint32>& spots) {
   const QStringList fields{u"ItemID"_s, u"ItemSpotOrder"_s, u"ItemSpotID"_s};
   Logged clear{statements::Delete(item, u"tblCopie_ItemsItemSpots"_s, u"tblCopie_ItemsItemSpots.ItemID"_s),
@@ -285,6 +298,13 @@ ItemRow Workstation::Item(qint32 id) const {
   row.aantalSpots = number(u"AantalSpots"_s);
   row.maxAantalSpots = number(u"MaxAantalSpots"_s);
   row.chkRandomizeMeerdereSpots = number(u"ChkRandomizeMeerdereSpots"_s);
+  row.opt2Directory = TextOf(fields[u"Opt2Directory"_s]);
+  row.opt2VastNaamGedeelte = TextOf(fields[u"Opt2VastNaamGedeelte"_s]);
+  row.opt2VariabelNaamGedeelte = number(u"Opt2VariabelNaamGedeelte"_s);
+  row.opt2FormatGedeelte = TextOf(fields[u"Opt2FormatGedeelte"_s]);
+  row.opt2Eerstedagvanweek = number(u"Opt2Eerstedagvanweek"_s);
+  row.opt2FileExtensie = TextOf(fields[u"Opt2FileExtensie"_s]);
+  row.opt2MixPunt = number(u"Opt2MixPunt"_s);
   row.opener = NumberOf(fields[u"Opener"_s]);
   row.midden = NumberOf(fields[u"Midden"_s]);
   row.sluiter = NumberOf(fields[u"Sluiter"_s]);
@@ -296,6 +316,7 @@ QString Workstation::Export(bool withBasis) {
   QByteArray content;
   for (const Logged& logged : std::as_const(log_))
     content += runtime::ToCodePage(statements::LogText(logged.statement)) + ";\r\n";
+  // Every workstation's first export has the same name, and so on.
   const QDateTime moment = QDateTime(QDate(2026, 11, 22), QTime(8, 0)).addSecs(60 * ++exports_);
   const QString path = folder_ + u'/' + moment.toString(u"yyyyMMddHHmmss"_s) + u".tql";
   Write(path, content);

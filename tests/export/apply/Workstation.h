@@ -37,6 +37,7 @@ class Workstation {
   void DeleteSpot(qint32 id);
   void InsertJingle(const ItemPingleRow& row);
   void UpdateJingle(const ItemPingleRow& row);
+  void DeleteJingle(qint32 id);
   // The item, then its list of spots, as its editor saves it.
   void InsertItem(const ItemRow& row, const QList<qint32>& spots);
   void UpdateItem(const ItemRow& row, const QList<qint32>& spots);
