@@ -24,11 +24,13 @@ const QList<ShownError>& RecentErrors() {
 }
 
 QString WithoutPasswords(QString text) {
-  // A password may contain any character, also "@": up to the last one before the host.
-  static const QRegularExpression kInAddress(u"(postgres(?:ql)?://[^\\s/?@:]*):[^\\s/?]*@"_s,
+  // A password may contain any character, also "@", "/" and "?", when it was typed without escapes: up to the last "@".
+  // "host:5432" is a port.
+  static const QRegularExpression kInAddress(u"(postgres(?:ql)?://[^\\s/?@:]*):(?!\\d+(?:[/?,\\s]|$))\\S*@"_s,
                                              QRegularExpression::CaseInsensitiveOption);
-  static const QRegularExpression kOption(u"((?:password|passwd|pwd)\\s*=\\s*)('[^']*'|\"[^\"]*\"|[^\\s&;'\"\\\\]+)"_s,
-                                          QRegularExpression::CaseInsensitiveOption);
+  static const QRegularExpression kOption(
+      u"((?:password|passwd|pwd)\\s*=\\s*)('(?:\\\\.|[^'\\\\])*'|\"[^\"]*\"|[^\\s&;'\"\\\\]+)"_s,
+      QRegularExpression::CaseInsensitiveOption);
   text.replace(kInAddress, u"\\1:***@"_s);
   return text.replace(kOption, u"\\1***"_s);
 }

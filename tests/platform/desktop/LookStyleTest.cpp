@@ -3,21 +3,17 @@
 
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/Lock.h"
-#include "platform/desktop/Palettes.h"
-#include "platform/desktop/ThemeColours.h"
+#include "tests/platform/desktop/Look.h"
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialog>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLineEdit>
-#include <QPainter>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QStyleFactory>
 #include <QStyleOption>
 #include <QVBoxLayout>
 
@@ -28,35 +24,10 @@
 namespace {
 
 using namespace Qt::StringLiterals;
-
-class Look : public testing::Test {
- protected:
-  void SetUp() override {
-    QApplication::setStyle(new desktop::LookStyle);
-    QApplication::setPalette(desktop::LightPalette());
-  }
-  void TearDown() override {
-    QApplication::setStyle(QStyleFactory::create(u"fusion"_s));
-    QApplication::setPalette(QPalette());
-  }
-};
-
-QImage Painted(QWidget& widget, double ratio) {
-  widget.ensurePolished();
-  widget.resize(widget.sizeHint());
-  QImage image(widget.size() * ratio, QImage::Format_ARGB32_Premultiplied);
-  image.setDevicePixelRatio(ratio);
-  image.fill(Qt::transparent);
-  widget.render(&image);
-  return image;
-}
+using namespace look_test;
 
 QColor Middle(const QImage& image) {
   return image.pixelColor(image.width() / 2, 4);
-}
-
-const desktop::ThemeColours& Colours() {
-  return desktop::ThemeColoursFor(QApplication::palette());
 }
 
 TEST_F(Look, HeightsFollowTheFont) {
@@ -84,29 +55,29 @@ TEST_F(Look, OnlyTheDefaultButtonIsFilled) {
   ok.setDefault(true);
   QPushButton cancel(u"Annuleren"_s, &dialog);
   cancel.setAutoDefault(false);
-  EXPECT_EQ(Middle(Painted(ok, 1)), Colours().accent);
-  EXPECT_EQ(Middle(Painted(cancel, 1)), Colours().face);
+  EXPECT_EQ(Middle(Painted(ok)), Colours().accent);
+  EXPECT_EQ(Middle(Painted(cancel)), Colours().face);
   ok.setProperty("quiet", true);
-  EXPECT_EQ(Middle(Painted(ok, 1)), Colours().face);
+  EXPECT_EQ(Middle(Painted(ok)), Colours().face);
 }
 
 TEST_F(Look, DangerButtonIsRedUnlessDisabled) {
   QPushButton button(u"Opruimen"_s);
   button.setProperty("danger", true);
-  EXPECT_EQ(Middle(Painted(button, 1)), Colours().danger);
+  EXPECT_EQ(Middle(Painted(button)), Colours().danger);
   button.setEnabled(false);
-  EXPECT_NE(Middle(Painted(button, 1)), Colours().danger);
+  EXPECT_NE(Middle(Painted(button)), Colours().danger);
 }
 
 TEST_F(Look, LockedFieldsLookDifferent) {
   QLineEdit edit;
-  EXPECT_EQ(Middle(Painted(edit, 1)), QApplication::palette().color(QPalette::Base));
+  EXPECT_EQ(Middle(Painted(edit)), QApplication::palette().color(QPalette::Base));
   desktop::SetLocked(&edit, true);
-  EXPECT_EQ(Middle(Painted(edit, 1)), QApplication::palette().color(QPalette::Button));
+  EXPECT_EQ(Middle(Painted(edit)), QApplication::palette().color(QPalette::Button));
   QComboBox combo;
-  EXPECT_EQ(Middle(Painted(combo, 1)), QApplication::palette().color(QPalette::Base));
+  EXPECT_EQ(Middle(Painted(combo)), QApplication::palette().color(QPalette::Base));
   desktop::SetLocked(&combo, true);
-  EXPECT_EQ(Middle(Painted(combo, 1)), QApplication::palette().color(QPalette::Button));
+  EXPECT_EQ(Middle(Painted(combo)), QApplication::palette().color(QPalette::Button));
 }
 
 TEST_F(Look, FocusedFieldHasAnAccentBorder) {
@@ -115,7 +86,7 @@ TEST_F(Look, FocusedFieldHasAnAccentBorder) {
   window.show();
   QApplication::setActiveWindow(&window);
   edit->setFocus();
-  const QImage image = Painted(*edit, 1);
+  const QImage image = Painted(*edit);
   EXPECT_EQ(image.pixelColor(image.width() / 2, 0), Colours().accent);
   EXPECT_EQ(image.pixelColor(image.width() / 2, 1), Colours().accent);
 }
@@ -127,7 +98,7 @@ TEST_F(Look, FocusedOptionHasACompleteAccentRing) {
   window.show();
   QApplication::setActiveWindow(&window);
   box->setFocus(Qt::TabFocusReason);
-  const QImage image = Painted(*box, 1);
+  const QImage image = Painted(*box);
   const int text = image.width() - 20;
   int ring = 0;
   for (int y = 0; y < image.height(); ++y)
@@ -139,10 +110,10 @@ TEST_F(Look, PaintsInTheColoursOfTheNewPalette) {
   QDialog dialog;
   QPushButton ok(u"OK"_s, &dialog);
   ok.setDefault(true);
-  Painted(ok, 1);
+  Painted(ok);
   QApplication::setPalette(desktop::DarkPalette());
   QCoreApplication::processEvents();
-  EXPECT_EQ(Middle(Painted(ok, 1)), Colours().accent);
+  EXPECT_EQ(Middle(Painted(ok)), Colours().accent);
   EXPECT_TRUE(desktop::IsDark(ok.palette()));
 }
 
@@ -151,7 +122,7 @@ TEST_F(Look, GroupsCardIsBelowItsTitle) {
   auto* layout = new QVBoxLayout(&group);
   auto* edit = new QLineEdit;
   layout->addWidget(edit);
-  const QImage image = Painted(group, 1);
+  const QImage image = Painted(group);
   layout->activate();
   EXPECT_EQ(image.pixelColor(image.width() / 2, image.height() - 4), Colours().card);
   EXPECT_GE(edit->geometry().top(), QFontMetrics(group.font()).height() + 12);
@@ -188,13 +159,13 @@ TEST_F(Look, CheckedMarkIsFilledWithTheAccent) {
   QCheckBox box(u"Aktief"_s);
   QRadioButton radio(u"Online"_s);
   for (QAbstractButton* button : {static_cast<QAbstractButton*>(&box), static_cast<QAbstractButton*>(&radio)}) {
-    const QImage empty = Painted(*button, 1);
+    const QImage empty = Painted(*button);
     EXPECT_EQ(empty.pixelColor(2, empty.height() / 2), QApplication::palette().color(QPalette::Base));
     button->setChecked(true);
-    const QImage chosen = Painted(*button, 1);
+    const QImage chosen = Painted(*button);
     EXPECT_EQ(chosen.pixelColor(2, chosen.height() / 2), Colours().accent);
     button->setEnabled(false);
-    EXPECT_NE(Painted(*button, 1).pixelColor(2, chosen.height() / 2), Colours().accent);
+    EXPECT_NE(Painted(*button).pixelColor(2, chosen.height() / 2), Colours().accent);
   }
 }
 
@@ -202,7 +173,7 @@ TEST_F(Look, CheckedMarkIsFilledWithTheAccent) {
 TEST_F(Look, IsCrispAt200Percent) {
   QCheckBox box(u"Aktief"_s);
   box.setChecked(true);
-  const QImage once = Painted(box, 1);
+  const QImage once = Painted(box);
   const QImage twice = Painted(box, 2);
   ASSERT_EQ(twice.size(), once.size() * 2);
   const QImage enlarged = once.scaled(twice.size());
@@ -218,7 +189,7 @@ TEST_F(Look, ProgressBarFillsItsShare) {
   bar.setTextVisible(false);
   bar.setRange(0, 100);
   bar.setValue(50);
-  const QImage image = Painted(bar, 1);
+  const QImage image = Painted(bar);
   const int y = image.height() / 2;
   EXPECT_EQ(image.pixelColor(image.width() / 4, y), Colours().accent);
   EXPECT_EQ(image.pixelColor(image.width() * 3 / 4, y), Colours().line);
@@ -252,7 +223,7 @@ QImage PaintedCombo(const QString& text) {
   combo.addItem(text);
   combo.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   combo.setMinimumContentsLength(8);
-  return Painted(combo, 1);
+  return Painted(combo);
 }
 
 TEST_F(Look, SelectionThatDoesNotFitIsElided) {
