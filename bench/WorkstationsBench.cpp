@@ -74,12 +74,12 @@ void Fill() {
         "Aktief FROM tblItemSpots WHERE ID <= %2 ORDER BY ID"_s.arg(have)
             .arg(std::min(have, kSpots - have)));
   }
-  for (int item = kFirstItem; item < kFirstItem + kItems; ++item) {
+  for (int item = kFirstItem; item < kFirstItem + kItems; ++item)
     Execute(u"INSERT INTO tblItems (ID, Naam, ItemSpotsOptID, Aktief) VALUES (%1, \"Blok %1\", 1, 1)"_s.arg(item));
-    for (int place = 1; place <= kLinks; ++place)
-      Execute(u"INSERT INTO tblItemsItemSpots (ItemID, ItemSpotOrder, ItemSpotID) VALUES (%1, %2, %3)"_s.arg(item)
-                  .arg(place)
-                  .arg(item % 97 + place * 7));
+  for (int place = 1; place <= kLinks; ++place) {
+    Execute(u"INSERT INTO tblItemsItemSpots SELECT ID AS ItemID, %1 AS ItemSpotOrder, %2 AS ItemSpotID FROM tblItems"_s
+                .arg(place)
+                .arg(place * 7));
   }
 }
 

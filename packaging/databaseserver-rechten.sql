@@ -27,9 +27,10 @@ GRANT SELECT, UPDATE (one) ON :"schema".spotrooster_turn TO spotrooster_planner;
 GRANT SELECT ON :"schema".spotrooster_tables TO spotrooster_planner;
 GRANT SELECT, INSERT, DELETE ON :"schema".spotrooster_change TO spotrooster_planner;
 
--- Waar bijgehouden wordt welke exports verwerkt zijn. De eerste keer maakt de eigenaar van het schema deze tabellen
--- (spotrooster-db apply); voer dit bestand daarna nog eens uit, dan mogen planners exports verwerken.
+-- Waar bijgehouden wordt welke exports verwerkt zijn en welke uitzendingen geteld. De eerste keer maakt de eigenaar van
+-- het schema deze tabellen (spotrooster-db apply, spotrooster-db played --aan); voer dit bestand daarna nog eens uit.
 SELECT format('GRANT SELECT, INSERT, UPDATE, DELETE ON %I.%I TO spotrooster_planner', schemaname, tablename)
   FROM pg_tables
- WHERE schemaname = :'schema' AND tablename IN ('tblVerwerkt', 'tblVerwerktNummers', 'tblVerwerktBotsingen') \gexec
+ WHERE schemaname = :'schema' AND tablename IN ('tblVerwerkt', 'tblVerwerktNummers', 'tblVerwerktBotsingen',
+                                                       'tblUitzendingen', 'cdeInstellingen') \gexec
 COMMIT;

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "export/playout/AirLedger.h"
+#include "platform/dao/postgres/ServerAddress.h"
 #include "platform/runtime/Dates.h"
 #include "platform/runtime/TextFile.h"
 #include "tools/Commands.h"
 #include "tools/DatabaseArgument.h"
 #include "tools/LocalFolder.h"
-
-#include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 
@@ -34,9 +33,9 @@ int Played(const Arguments& arguments, const Streams& streams) {
     const std::vector<Airing> more = ReadAirLog(runtime::ReadFile(log, kLargestLog), log, day);
     airings.insert(airings.end(), more.begin(), more.end());
   }
-  const QString database = QFileInfo(arguments.Plain().first()).absoluteFilePath();
+  const QString database = DatabasePathOf(arguments.Plain().first());
   const QString password = arguments.Value(kPassword);
-  const auto lock = LocalFolder(database).Lock();
+  const auto lock = dao::IsServerPath(database) ? nullptr : LocalFolder(database).Lock();
   if (on || off) SwitchCounting(database, on, password);
   if (logs.isEmpty()) return kDone;
   const AiringCount counted = CountAirings(database, airings, password);

@@ -42,8 +42,16 @@ void MakeServerDatabase(qint16 number, const QString& name) {
   const QString path = global.databasePath + u"\\OvalistoServer%1.mdb"_s.arg(number);
   const bool onServer = dao::IsServerPath(path);
   if (onServer ? dao::ServerStorageExists(path) : runtime::IsThere(path)) return;
-  schema::CreateServerDatabase(path);
-  if (onServer) dao::DescribeServerStorage(path, name);
+  if (!onServer) return schema::CreateServerDatabase(path);
+  try {
+    schema::CreateServerDatabase(path);
+    dao::DescribeServerStorage(path, name);
+  } catch (const runtime::Error& error) {
+    throw runtime::Error(
+        u"%1\n\nDe gedeelde database van een nieuwe zender wordt meestal door de beheerder gemaakt, met\n"
+        "spotrooster-db create %2 --station %3\nen het script met de rechten. Kies daarna hier opnieuw OK."_s.arg(
+            error.Description(), global.databasePath, QString::number(number)));
+  }
 }
 
 }  // namespace

@@ -90,15 +90,14 @@ std::unique_ptr<Storage> OpenStorage(const QString& pathText, const OpenOptions&
 }
 
 void CreateStorage(const QString& pathText) {
-  if (IsServerPath(pathText)) return CreateServerStorage(pathText);
+  if (IsServerPath(pathText)) return CreateServerStorage(pathText, [](const QString&) {});
   const QString hostPath = runtime::HostPath(pathText);
   JetFile::WithUserErrors(pathText, hostPath, [&] { jet::Database::Create(EncodedPath(hostPath), Files()); });
 }
 
 void CreateStorage(const QString& pathText, const std::function<void(std::unique_ptr<Storage>)>& fill) {
   if (IsServerPath(pathText)) {
-    CreateServerStorage(pathText);
-    return fill(OpenStorage(pathText));
+    return CreateServerStorage(pathText, [&](const QString& unfinished) { fill(OpenStorage(unfinished)); });
   }
   const QString hostPath = runtime::HostPath(pathText);
   const std::filesystem::path path = EncodedPath(hostPath);

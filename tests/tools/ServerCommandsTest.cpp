@@ -3,6 +3,7 @@
 #include "tests/support/Cluster.h"
 #include "tests/tools/RunTool.h"
 
+#include <QFile>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -29,6 +30,12 @@ class ServerCommands : public testing::Test {
     const ToolRun run = RunTool(words);
     EXPECT_EQ(run.exitCode, kDone) << run.err;
     return run.out;
+  }
+
+  QString Written(const QString& name, const QByteArray& content) const {
+    QFile file(folder_.filePath(name));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
+    return file.fileName();
   }
 
   QTemporaryDir folder_;
@@ -89,6 +96,35 @@ TEST_F(ServerCommands, NoPasswordIsTakenOrShown) {
   }
   const ToolRun given = RunTool({u"tables"_s, Station3(), u"--password"_s, u"geheim"_s});
   EXPECT_EQ(given.exitCode, kWrongUse);
+}
+
+TEST_F(ServerCommands, AnExportIsCarriedOutOnceAndItsConflictsAreSettled) {
+  Create();
+  OutOf({u"sql"_s, Station3(), u"INSERT INTO tblItemSpots (ID, Naam, Aktief) VALUES (1, \"Bakker\", 1)"_s});
+  const QString file = Written(u"20261122101500.tql"_s,
+                               "UPDATE tblItemSpots SET Aktief = 0 WHERE ID = 1;\r\n"
+                               "UPDATE tblItemSpots SET Aktief = 0 WHERE ID = 99;\r\n");
+  const QStringList words{u"apply"_s, Station3(), u"--from"_s, u"STUDIO2"_s, file};
+  EXPECT_EQ(RunTool(words + QStringList{u"--dry-run"_s}).exitCode, kWaits);
+  EXPECT_EQ(OutOf({u"sql"_s, Station3(), u"SELECT Aktief FROM tblItemSpots"_s}), "Aktief\r\n1\r\n");
+  const ToolRun first = RunTool(words);
+  EXPECT_EQ(first.exitCode, kWaits) << first.err;
+  EXPECT_EQ(OutOf({u"sql"_s, Station3(), u"SELECT Aktief FROM tblItemSpots"_s}), "Aktief\r\n0\r\n");
+  EXPECT_NE(RunTool(words).out.find("eerder verwerkt"), std::string::npos);
+  EXPECT_NE(RunTool({u"conflicts"_s, Station3()}).out.find("(wacht)"), std::string::npos);
+  OutOf({u"conflicts"_s, Station3(), u"1"_s, u"--take"_s, u"server"_s, u"--all"_s});
+  EXPECT_EQ(OutOf({u"conflicts"_s, Station3()}).find("(wacht)"), std::string::npos);
+}
+
+TEST_F(ServerCommands, AiringsAreCountedOnceAfterCountingIsSwitchedOn) {
+  Create();
+  OutOf({u"sql"_s, Station3(), u"INSERT INTO tblItemSpots (ID, Naam, Aktief) VALUES (41, \"Bakker\", 1)"_s});
+  const QString log = Written(u"gespeeld.csv"_s, "Moment,ItemSpot,Item\r\n2025-03-11 14:32:07,41,12\r\n");
+  EXPECT_NE(RunTool({u"played"_s, Station3(), log}).err.find("--aan"), std::string::npos);
+  OutOf({u"played"_s, Station3(), u"--aan"_s});
+  EXPECT_EQ(OutOf({u"played"_s, Station3(), log}), "1 nieuw, 0 al geteld\n");
+  EXPECT_EQ(OutOf({u"played"_s, Station3(), log}), "0 nieuw, 1 al geteld\n");
+  EXPECT_EQ(OutOf({u"sql"_s, Station3(), u"SELECT AantalGedraaid FROM tblItemSpots"_s}), "AantalGedraaid\r\n1\r\n");
 }
 
 TEST_F(ServerCommands, ALocalDatabaseIsRefusedAsTarget) {

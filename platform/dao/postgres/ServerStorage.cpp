@@ -52,6 +52,20 @@ void RunAlone(const ServerAddress& address, const std::string& statements) {
   }
 }
 
+QString UnfinishedName(const QString& schema) {
+  const QString suffix = u"~nieuw"_s;
+  constexpr qsizetype kLongest = 63;  // bytes
+  constexpr qsizetype kShort = 14;    // characters, of at most four bytes
+  const bool fits = (schema + suffix).toUtf8().size() <= kLongest;
+  return (fits ? schema : schema.left(kShort)) + suffix;
+}
+
+// An empty schema of that name, made by an administrator, is replaced; one with tables is an error of the server.
+std::string RenameStatements(const QString& from, const QString& to) {
+  return "DROP SCHEMA IF EXISTS " + QuotedServerName(to) + ";ALTER SCHEMA " + QuotedServerName(from) + " RENAME TO " +
+         QuotedServerName(to);
+}
+
 }  // namespace
 
 ServerStorage::ServerStorage(const QString& pathText, const OpenOptions& options)
@@ -102,11 +116,18 @@ bool ServerStorageExists(const QString& pathText) {
   return CatalogExists(ServerAddress(pathText));
 }
 
-void CreateServerStorage(const QString& pathText) {
+void CreateServerStorage(const QString& pathText, const std::function<void(const QString& unfinished)>& fill) {
   const ServerAddress address(pathText);
   ForgetCatalog(address);
   if (ServerStorageExists(pathText)) throw runtime::Error(u"'%1' bestaat al."_s.arg(pathText));
-  RunAlone(address, SchemaStatements(address.Schema()));
+  const ServerAddress unfinished(address.Url() + u'\\' + UnfinishedName(address.Schema()) + u".mdb"_s);
+  const std::string name = QuotedServerName(unfinished.Schema());
+  ForgetCatalog(unfinished);
+  // What a killed program left is removed.
+  RunAlone(address, "DROP SCHEMA IF EXISTS " + name + " CASCADE;" + SchemaStatements(unfinished.Schema()));
+  fill(unfinished.PathText());
+  ForgetCatalog(unfinished);
+  RunAlone(address, RenameStatements(unfinished.Schema(), address.Schema()));
 }
 
 void DescribeServerStorage(const QString& pathText, const QString& description) {

@@ -141,8 +141,7 @@ class Writers {
       for (int change = 0; change < changes; ++change) {
         const int id = 1000 + (writer * changes + change) * 2;
         dao::OpenDatabase(path).Execute(
-            u"INSERT INTO tblSpots (ID, Naam, Aktief) SELECT %1 + ID, \"%1\", %2 FROM tblSpots WHERE ID < 3"_s.arg(id)
-                .arg(writer));
+            u"INSERT INTO tblSpots (ID, Naam, Aktief) SELECT %1 + ID, \"%1\", %2 FROM tblPaar"_s.arg(id).arg(writer));
         ++counts_->acknowledged[writer];
       }
       return 0;
@@ -159,6 +158,9 @@ class Writers {
 // For ten thousand changes per writer: SPOTROOSTER_LONG_TESTS=200.
 void WriteWithEight(const QString& path, Cluster& cluster, const QString& schema) {
   const int changes = 50 * LongTests();
+  dao::OpenDatabase(path).CreateTable(Spots(u"tblPaar"_s));  // the two rows of a pair
+  for (const int row : {1, 2})
+    dao::OpenDatabase(path).Execute(u"INSERT INTO tblPaar (ID) VALUES (%1)"_s.arg(row));
   Writers writers;
   writers.Run(path, changes);
   writers.KillOne(changes);

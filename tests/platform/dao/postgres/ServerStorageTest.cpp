@@ -13,6 +13,7 @@
 
 #include <array>
 #include <future>
+#include <stdexcept>
 #include <thread>
 
 using namespace Qt::StringLiterals;
@@ -171,6 +172,27 @@ TEST_F(ServerStorage, WaitForTheTurnIsBoundedAndReportsTheWriter) {
 TEST_F(ServerStorage, ADuplicateNumberIsReported) {
   const QString error = ExecuteError(Open(), u"INSERT INTO tblSpots (ID, Naam) VALUES (2, \"dubbel\")"_s);
   EXPECT_TRUE(error.contains(u"waarde 2"_s) && error.contains(u"druk nog eens op OK"_s)) << qPrintable(error);
+}
+
+// As when the program is killed meanwhile.
+TEST_F(ServerStorage, AnUnfinishedDatabaseIsNotThereAndIsReplaced) {
+  const QString path = Server().Url() + u"\\Half.mdb"_s;
+  EXPECT_THROW(dao::CreateDatabase(path,
+                                   [](dao::Database& database) {
+                                     database.CreateTable(Spots());
+                                     throw std::runtime_error("killed");
+                                   }),
+               std::runtime_error);
+  EXPECT_TRUE(OpenError(path).contains(u"bestaat niet"_s)) << qPrintable(OpenError(path));
+  Server().Sql(u"CREATE SCHEMA \"Half\""_s);  // empty, made by an administrator
+  dao::CreateDatabase(path, [](dao::Database& database) {
+    database.CreateTable(Spots());
+    database.Execute(u"INSERT INTO tblSpots (ID, Naam) VALUES (1, \"a\")"_s);
+  });
+  EXPECT_EQ(Rows(dao::OpenDatabase(path), u"SELECT Naam FROM tblSpots"_s), QStringList{u"a"_s});
+  EXPECT_EQ(Server().Sql(u"SELECT nspname FROM pg_namespace WHERE nspname ILIKE 'half%'"_s), QStringList{u"Half"_s});
+  const QString error = ErrorOf([&] { dao::CreateDatabase(path); });
+  EXPECT_TRUE(error.contains(u"bestaat al"_s)) << qPrintable(error);
 }
 
 TEST_F(ServerStorage, AMissingSchemaIsReported) {
