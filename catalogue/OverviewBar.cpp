@@ -66,7 +66,7 @@ void OverviewBar::ShowMarked(int count) {
   cmdDesaktiveerAlle_->setVisible(hasAktief_ && several);
   cmdEinddatum_->setVisible(hasValidity_ && several);
   cmdUren_->setVisible(hasValidity_ && several);
-  cmdDesaktiveerAlle_->setText(tr("%1 desak&tiveren").arg(Number(count)));
+  cmdDesaktiveerAlle_->setText(tr("%1 desakt&iveren").arg(Number(count)));
   cmdDupliceren_->setText(several ? tr("%1 du&pliceren").arg(Number(count)) : tr("Du&pliceren"));
   cmdDupliceren_->setEnabled(count > 0);
   ShowText();

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 // Connecting to a slow server does not freeze the windows.
+#include "platform/dao/postgres/ServerWait.h"
+
 #include "app/Start.h"
 #include "platform/dao/Database.h"
 #include "platform/dao/postgres/Connection.h"
-#include "platform/dao/postgres/ServerWait.h"
 #include "tests/support/Cluster.h"
 #include "tests/support/Proxy.h"
 

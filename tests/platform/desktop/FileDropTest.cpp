@@ -25,7 +25,8 @@ using testing_support::DropOn;
 // A window with a text field, some room without controls, and a text box in a box of its own.
 class WindowWithDrops : public testing::Test {
  protected:
-  WindowWithDrops() : field(new QLineEdit), notes(new QTextEdit), drop((Fill(), &window)), dropped(&drop, &FileDrop::dropped) {
+  WindowWithDrops()
+      : field(new QLineEdit), notes(new QTextEdit), drop((Fill(), &window)), dropped(&drop, &FileDrop::dropped) {
     window.resize(400, 500);
     window.show();
   }

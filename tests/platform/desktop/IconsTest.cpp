@@ -36,8 +36,7 @@ TEST_F(LookOfIcons, EveryTintHasItsColourInBothVariants) {
 TEST_F(LookOfIcons, EveryTintIsVisibleOnTheWindow) {
   for (const QPalette& palette : {desktop::LightPalette(), desktop::DarkPalette()}) {
     QApplication::setPalette(palette);
-    for (const IconTint tint :
-         {IconTint::Text, IconTint::Accent, IconTint::Danger, IconTint::Warning, IconTint::Quiet})
+    for (const IconTint tint : {IconTint::Text, IconTint::Accent, IconTint::Danger, IconTint::Warning, IconTint::Quiet})
       EXPECT_GE(Contrast(MiddleOfStop(tint), PaletteColour(QPalette::Window)), 3) << static_cast<int>(tint);
     EXPECT_GE(Contrast(MiddleOfStop(IconTint::OnHighlight), PaletteColour(QPalette::Highlight)), 4.5);
   }
@@ -91,9 +90,8 @@ TEST_F(LookOfIcons, AreDrawnForTheScaleOfTheScreen) {
 
 TEST_F(LookOfIcons, PaintedShapeIsCentredInOneColour) {
   const QRect wide(10, 4, 60, 20);
-  const QImage image = PaintedOn(QSize(80, 28), Qt::white, [&wide](QPainter& painter) {
-    desktop::PaintIcon(painter, wide, u"items"_s, Qt::red);
-  });
+  const QImage image = PaintedOn(
+      QSize(80, 28), Qt::white, [&wide](QPainter& painter) { desktop::PaintIcon(painter, wide, u"items"_s, Qt::red); });
   QRect ink;
   int strange = 0;
   for (int y = 0; y < image.height(); ++y) {

@@ -67,7 +67,8 @@ TEST_F(LookOfFields, FieldWithoutAFramePaintsNoBorder) {
 
 // The device pixels of a combo's arrow.
 QRect ArrowOf(const QComboBox& combo, double ratio = 1) {
-  return {QPoint(int((combo.width() - 26) * ratio), int(4 * ratio)), QSize(int(22 * ratio), int((combo.height() - 8) * ratio))};
+  return {QPoint(int((combo.width() - 26) * ratio), int(4 * ratio)),
+          QSize(int(22 * ratio), int((combo.height() - 8) * ratio))};
 }
 
 TEST_F(LookOfFields, ComboHasAnArrowThatFadesWhenItIsLocked) {

@@ -222,8 +222,9 @@ TEST(LookParts, MixedColourIsBetweenTheTwo) {
 
 TEST(LookParts, PanelPaintsNoFillOrBorderForAnInvalidColour) {
   const auto panel = [](const QColor& fill, const QColor& border) {
-    return PaintedOn(QSize(40, 20), Qt::white,
-                     [&](QPainter& painter) { desktop::look::Panel(painter, QRect(0, 0, 40, 20), 4, fill, border, 2); });
+    return PaintedOn(QSize(40, 20), Qt::white, [&](QPainter& painter) {
+      desktop::look::Panel(painter, QRect(0, 0, 40, 20), 4, fill, border, 2);
+    });
   };
   const QImage border = panel(QColor(), Qt::black);
   EXPECT_EQ(border.pixelColor(20, 10), QColor(Qt::white));
