@@ -5,6 +5,7 @@
 #include "app/frmHandleiding.h"
 #include "app/frmMain.h"
 #include "app/frmNieuweZender.h"
+#include "app/frmReservekopieen.h"
 #include "app/frmSplash.h"
 #include "app/frmVersie.h"
 #include "catalogue/frmItemOpruimen.h"
@@ -147,6 +148,7 @@ QList<Opening> All(const Records& records) {
       Planned<frmWeek>(u"week"_s, &frmWeek::IsPlanned),
       Planned<frmOntbreekt>(u"missing"_s, &frmOntbreekt::IsFinished),
       Planned<frmExportsVerwerken>(u"apply"_s, &frmExportsVerwerken::IsRead),
+      Planned<frmReservekopieen>(u"backups"_s, &frmReservekopieen::IsRead),
       {u"question"_s, Question},
       {u"input"_s, InputBox},
   };
