@@ -27,16 +27,17 @@ constexpr std::uint16_t kFirstCommitCount = 0x0100;  // lower values are believe
 
 }  // namespace
 
-// Takes the reserved lock on the open file, which may have been replaced by then.
+// Takes the reserved lock on the open file. The path may lead to another file by then: see ReserveFile.
 void Storage::Reserve() {
-  // A present reader must not wait: the writer may be waiting for this reader.
+  // While we read we must not wait: the program that has the lock may be waiting for its readers to end.
   const bool reserved = readers_ > 0 ? lock_->TryReserve() : Wait([this] { return lock_->TryReserveInTurn(); });
   if (!reserved) ThrowInUse();
   reserved_ = true;
   if (lockFile_ != nullptr && lockFile_->Number() != 0) lock_->MarkWriter(lockFile_->Number());
 }
 
-// Takes the reserved lock on the present file and reads its present pages.
+// Takes the reserved lock and begins to read. BeginRead opens the new file when the path leads to another one, which
+// releases the lock; then both are done again.
 void Storage::ReserveFile() {
   for (;;) {
     Reserve();
