@@ -14,6 +14,7 @@
 #include <cerrno>
 #include <chrono>
 #include <list>
+#include <map>
 #include <optional>
 #include <string>
 #include <utility>
@@ -26,16 +27,17 @@ constexpr std::uint16_t kFirstCommitCount = 0x0100;  // lower values are believe
 
 }  // namespace
 
-// Takes the reserved lock on the open file, which may have been replaced by then.
+// Takes the reserved lock on the open file. The path may lead to another file by then: see ReserveFile.
 void Storage::Reserve() {
-  // A present reader must not wait: the writer may be waiting for this reader.
+  // While we read we must not wait: the program that has the lock may be waiting for its readers to end.
   const bool reserved = readers_ > 0 ? lock_->TryReserve() : Wait([this] { return lock_->TryReserveInTurn(); });
   if (!reserved) ThrowInUse();
   reserved_ = true;
   if (lockFile_ != nullptr && lockFile_->Number() != 0) lock_->MarkWriter(lockFile_->Number());
 }
 
-// Takes the reserved lock on the present file and reads its present pages.
+// Takes the reserved lock and begins to read. BeginRead opens the new file when the path leads to another one, which
+// releases the lock; then both are done again.
 void Storage::ReserveFile() {
   for (;;) {
     Reserve();
@@ -58,7 +60,7 @@ void Storage::RequireWritable() {
 }
 
 void Storage::CheckForeignUsers() {
-  if (lockFile_ == nullptr) return;
+  if (lockFile_ == nullptr) lockFile_ = std::make_unique<LockFile>(files_, path_, *file_);
   std::optional<unsigned> foreign;
   std::optional<Error> unusable;
   // Another instance may be between creating the file and setting its permissions, or between taking its number and
@@ -98,7 +100,7 @@ void Storage::BeginWrite() {
     CheckForeignUsers();
     RequireWritable();
     transaction_ = std::make_unique<Transaction>(*pages_, &doubtfulFreePages_);
-  } catch (const Error&) {
+  } catch (...) {
     if (reading) EndRead();
     EndWrite();
     throw;
@@ -123,7 +125,7 @@ void Storage::Commit() {
     if (!WaitForReaders()) ThrowInUse();
     RequireUnchanged();
     durable = WriteChanges();
-  } catch (const Error&) {
+  } catch (...) {
     mayHaveChanged_ = true;
     Rollback();
     throw;
@@ -152,7 +154,7 @@ void Storage::Rollback() noexcept {
   transaction_.reset();
   try {
     lock_->EndExclude();
-  } catch (const Error&) {
+  } catch (...) {
     // The locks end with the handle.
   }
   EndRead();
@@ -167,7 +169,7 @@ void Storage::EndWrite() noexcept {
   try {
     if (lockFile_ != nullptr && lockFile_->Number() != 0) lock_->UnmarkWriter(lockFile_->Number());
     lock_->EndReserve();
-  } catch (const Error&) {
+  } catch (...) {
     // The locks end with the handle.
   }
 }
@@ -207,15 +209,21 @@ bool Storage::WriteChanges() {
   }
   const std::uint64_t newSize = std::uint64_t{transaction_->PageCount()} * kPageSize;
   const Journal::Outcome outcome = journal_->Commit(*file_, changes, status_.size, newSize);
-  for (const auto& [number, page] : changed)
-    pages_->Accept(number, page);
-  lastHeader_ = *changed.at(0);
-  try {
-    status_ = file_->Status();
-  } catch (const Error&) {
-    mayHaveChanged_ = true;  // the change is already made
-  }
+  AcceptChanges(changed);
   return outcome == Journal::Outcome::Durable;
+}
+
+// The change is already made, so a failure here must not report that it was not.
+void Storage::AcceptChanges(const std::map<std::uint32_t, PageRef>& changed) noexcept {
+  try {
+    for (const auto& [number, page] : changed)
+      pages_->Accept(number, page);
+    lastHeader_ = *changed.at(0);
+    status_ = file_->Status();
+  } catch (...) {
+    mayHaveChanged_ = true;
+    pages_->Clear();
+  }
 }
 
 }  // namespace jet
