@@ -213,8 +213,11 @@ Times DayOfWorkstations(int workstations, int seconds) {
   dao::CloseKeptConnections();
   std::array<int, 2> ends{};
   Require(::pipe(ends.data()) == 0, "a pipe");
+  std::vector<pid_t> children;  // the server is a child of this process too
   for (int station = 0; station < workstations; ++station) {
-    if (::fork() == 0) Work(static_cast<unsigned>(station) + 1, seconds, ends[1]);
+    const pid_t child = ::fork();
+    if (child == 0) Work(static_cast<unsigned>(station) + 1, seconds, ends[1]);
+    children.push_back(child);
   }
   ::close(ends[1]);
   Times times;
@@ -222,8 +225,8 @@ Times DayOfWorkstations(int workstations, int seconds) {
   while (::read(ends[0], &one, sizeof one) == sizeof one)
     times.Add(one);
   ::close(ends[0]);
-  while (::wait(nullptr) > 0) {
-  }
+  for (const pid_t child : children)
+    ::waitpid(child, nullptr, 0);
   return times;
 }
 

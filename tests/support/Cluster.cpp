@@ -127,7 +127,9 @@ void Cluster::MakeData() {
 void Cluster::Start() {
   QStringList arguments = {u"-D"_s, DataFolder(), u"-k"_s, SocketFolder(), u"-p"_s, QString::number(settings_.port)};
   QStringList options = {u"listen_addresses="_s, u"shared_buffers=16MB"_s, u"max_connections=130"_s,
-                         u"logging_collector=off"_s};
+                         u"logging_collector=off"_s,
+                         // A killed server leaves its shared memory in its own folder.
+                         u"dynamic_shared_memory_type=mmap"_s};
   if (!settings_.durable) options += {u"fsync=off"_s, u"full_page_writes=off"_s, u"synchronous_commit=off"_s};
   for (const QString& option : options + settings_.options)
     arguments += {u"-c"_s, option};
