@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Fields, scroll bars and progress bars, as pixels.
 #include "platform/desktop/Lock.h"
+#include "platform/desktop/LookParts.h"
 #include "tests/platform/desktop/Look.h"
 
 #include <QComboBox>
@@ -93,15 +94,20 @@ TEST_F(LookOfFields, TextOfAComboEndsBeforeItsArrow) {
 }
 
 TEST_F(LookOfFields, TextOfAComboWithAnIconLeavesRoomForTheIcon) {
-  const auto lastInk = [](const QIcon& icon) {
-    QComboBox combo;
-    combo.addItem(icon, u"Een lange omschrijving van de keuze"_s);
-    combo.resize(160, 28);
-    return PlaceOf(PaintedAsIs(combo), PaletteColour(QPalette::ButtonText)).right();
-  };
   QPixmap pixmap(16, 16);
   pixmap.fill(Qt::red);
-  EXPECT_LE(lastInk(QIcon(pixmap)), 160 - 28);
+  QStyleOptionComboBox option;
+  option.fontMetrics = QFontMetrics(QApplication::font());
+  option.currentText = u"Een lange omschrijving van de keuze"_s;
+  option.iconSize = pixmap.size();
+  const auto widthWithin = [&option](int width) {
+    return option.fontMetrics.horizontalAdvance(desktop::look::Elided(option, width).currentText);
+  };
+  EXPECT_GT(widthWithin(120), 120 - 16);
+  option.currentIcon = QIcon(pixmap);
+  EXPECT_LE(widthWithin(120), 120 - 16);
+  EXPECT_TRUE(desktop::look::Elided(option, 120).currentText.endsWith(QChar(0x2026)));
+  EXPECT_EQ(desktop::look::Elided(option, 400).currentText, option.currentText);
 }
 
 // A vertical scroll bar of 14 by 200.
