@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 // The blocks between the decoding thread and the sound device.
-#include "platform/audio/BlockRing.h"
 #include "platform/audio/Playout.h"
+
+#include "platform/audio/BlockRing.h"
 
 #include <gtest/gtest.h>
 

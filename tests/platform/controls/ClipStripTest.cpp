@@ -79,7 +79,7 @@ TEST_F(Clips, ClickRequestsASeekThere) {
 
 TEST_F(Clips, KeysSeekBySecondsAndToTheEnds) {
   strip.SetPositionMs(15000);
-  const std::pair<Qt::Key, qint64> keys[] = {{Qt::Key_Left, 14000},    {Qt::Key_Right, 16000}, {Qt::Key_PageUp, 5000},
+  const std::pair<Qt::Key, qint64> keys[] = {{Qt::Key_Left, 14000},     {Qt::Key_Right, 16000}, {Qt::Key_PageUp, 5000},
                                              {Qt::Key_PageDown, 25000}, {Qt::Key_Home, 0},      {Qt::Key_End, 33000}};
   for (const auto& [key, target] : keys) {
     QTest::keyClick(&strip, key);

@@ -24,7 +24,8 @@ constexpr LineTone kTones[] = {LineTone::Quiet, LineTone::Runs, LineTone::Begins
 QImage MarkImage(LineMark mark, QSize size = QSize(14, 14), double ratio = 1) {
   return PaintedOn(
       size, Qt::white,
-      [&](QPainter& painter) { controls::PaintMark(painter, QRectF(QPointF(), QSizeF(size)), mark, Qt::black); }, ratio);
+      [&](QPainter& painter) { controls::PaintMark(painter, QRectF(QPointF(), QSizeF(size)), mark, Qt::black); },
+      ratio);
 }
 
 QRect InkOf(const QImage& image) {

@@ -154,7 +154,7 @@ TEST_F(LookOfFields, ScrollSliderFillsTheBarWhenThereIsNothingToScroll) {
 TEST_F(LookOfFields, ScrollRangeMayBeAsLargeAsItsType) {
   constexpr int kLowest = std::numeric_limits<int>::min();
   constexpr int kHighest = std::numeric_limits<int>::max();
-  EXPECT_EQ(SliderOf(BarOption(kLowest, kHighest, 10, kLowest)).top(), 0);
+  EXPECT_EQ(SliderOf(BarOption(kLowest, kHighest, 10, kLowest)), QRect(0, 0, 14, 28));
   EXPECT_EQ(SliderOf(BarOption(0, kHighest, kHighest, 0)).height(), 100);
 }
 
@@ -167,6 +167,8 @@ TEST_F(LookOfFields, PartsOfAScrollBarCoverItWithoutArrows) {
     const QRect slider = SliderOf(option);
     const QRect after = PartOf(option, QStyle::SC_ScrollBarAddPage);
     EXPECT_EQ(before | slider | after, option.rect);
+    const auto area = [](const QRect& rect) { return rect.width() * rect.height(); };
+    EXPECT_EQ(area(before) + area(slider) + area(after), area(option.rect));
     EXPECT_TRUE((before & slider).isEmpty());
     EXPECT_TRUE((slider & after).isEmpty());
     EXPECT_EQ(PartOf(option, QStyle::SC_ScrollBarGroove), option.rect);
