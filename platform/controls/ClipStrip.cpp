@@ -213,9 +213,10 @@ void ClipStrip::mousePressEvent(QMouseEvent* event) {
 void ClipStrip::mouseMoveEvent(QMouseEvent* event) {
   if (clips_.empty()) return;
   hoverX_ = event->position().x();
-  for (std::size_t clip = 0; clip < clips_.size(); ++clip) {
-    if (ClipRect(clip).contains(event->position().toPoint())) setToolTip(clips_[clip].name);
-  }
+  QString name;
+  for (std::size_t clip = 0; clip < clips_.size(); ++clip)
+    if (ClipRect(clip).contains(event->position().toPoint())) name = clips_[clip].name;
+  setToolTip(name);
   update();
 }
 

@@ -3,6 +3,7 @@
 
 #include "platform/controls/CalendarPopup.h"
 #include "platform/desktop/Icons.h"
+#include "platform/runtime/Clock.h"
 #include "platform/runtime/Dates.h"
 
 #include <QAction>
@@ -39,7 +40,7 @@ void DateCombo::SetDate(std::optional<QDate> date) {
 
 void DateCombo::OpenCalendar() {
   if (isReadOnly() || !isEnabled()) return;
-  auto* popup = new CalendarPopup(this, Date().value_or(QDate::currentDate()));
+  auto* popup = new CalendarPopup(this, Date().value_or(runtime::Now().date()));
   connect(popup, &CalendarPopup::picked, this, [this](const QDate& date) {
     SetDate(date);
     setFocus();

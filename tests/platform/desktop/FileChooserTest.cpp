@@ -8,11 +8,17 @@
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QScreen>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QTreeView>
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
 
 namespace {
 
@@ -240,6 +246,106 @@ TEST(ChooseFolder, RealDialogShowsOnlyFoldersAndReturnsTheStartOnCancel) {
     dialog->reject();
   });
   EXPECT_EQ(ChooseFolder(nullptr, u"Map kiezen"_s, folder.path(), true), folder.path());
+}
+
+TEST(ChooseFolder, RealDialogWithoutCreationIsReadOnly) {
+  const QTemporaryDir folder;
+  ASSERT_TRUE(QDir(folder.path()).mkdir(u"spots"_s));
+  QTimer::singleShot(0, [&folder] {
+    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_TRUE(dialog->testOption(QFileDialog::ReadOnly));
+    EXPECT_TRUE(dialog->testOption(QFileDialog::ShowDirsOnly));
+    dialog->selectFile(folder.filePath(u"spots"_s));
+    QMetaObject::invokeMethod(dialog, "accept");
+    if (dialog->isVisible()) dialog->reject();
+  });
+  EXPECT_EQ(ChooseFolder(nullptr, u"Map kiezen"_s, folder.path(), false), folder.filePath(u"spots"_s));
+}
+
+TEST(FileChooser, FiltersMayHaveSeveralPatternsAndBlanks) {
+  EXPECT_EQ(desktop::NameFilters(u"Geluid |*.Mp3; *.wav ;;*.WAV|Alles|*"_s),
+            (QStringList{u"Geluid (*.Mp3 *.mp3 *.MP3 *.wav *.WAV)"_s, u"Alles (*)"_s}));
+  EXPECT_TRUE(desktop::NameFilters(QString()).isEmpty());
+  EXPECT_EQ(desktop::NameFilters(u"Tekst|*.txt|zonder patroon"_s), QStringList{u"Tekst (*.txt *.TXT)"_s});
+}
+
+TEST(FileChooser, NewestScriptIsUsed) {
+  FileChooserScript outer;
+  outer.Choose(u"/buiten.wav"_s);
+  {
+    FileChooserScript inner;
+    inner.Choose(u"/binnen.wav"_s);
+    EXPECT_EQ(FileChooser().ShowOpen(nullptr), u"/binnen.wav"_s);
+  }
+  EXPECT_EQ(FileChooser().ShowOpen(nullptr), u"/buiten.wav"_s);
+  EXPECT_EQ(FileChooserScript::Active(), &outer);
+}
+
+TEST(FileChooser, RealDialogHasRoomForNamesAndPlaces) {
+  const QTemporaryDir folder;
+  FileChooser chooser;
+  chooser.SetStartFolder(folder.path());
+  QSize size;
+  QTimer::singleShot(0, [&size] {
+    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    ASSERT_NE(dialog, nullptr);
+    size = dialog->size();
+    const auto* files = dialog->findChild<QTreeView*>(u"treeView"_s);
+    EXPECT_EQ(files->header()->sectionResizeMode(0), QHeaderView::Stretch);
+    EXPECT_EQ(files->header()->sectionResizeMode(1), QHeaderView::ResizeToContents);
+    dialog->reject();
+  });
+  chooser.ShowOpen(nullptr);
+  EXPECT_GE(size.width(), std::min(860, QApplication::primaryScreen()->availableSize().width()));
+}
+
+class SavedFile : public testing::Test {
+ protected:
+  // The choice in the real dialog, in which `act` has been done.
+  QString Choice(const std::function<void(QFileDialog&)>& act) const {
+    QTimer::singleShot(0, [&act] {
+      auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+      if (dialog == nullptr) return;
+      act(*dialog);
+      if (dialog->isVisible()) dialog->reject();
+    });
+    return desktop::ChooseSaveFile(nullptr, u"Bewaren als"_s, u"Tekst|*.txt"_s, folder.filePath(u"lijst.txt"_s));
+  }
+
+  const QTemporaryDir folder;
+};
+
+TEST_F(SavedFile, ProposalIsReturnedByTheScriptOrNothingAfterACancel) {
+  FileChooserScript script;
+  script.Choose(u"/srv/lijst.txt"_s);
+  script.Cancel();
+  for (const QString& expected : {u"/srv/lijst.txt"_s, QString()})
+    EXPECT_EQ(desktop::ChooseSaveFile(nullptr, u"Bewaren"_s, u"Tekst|*.txt"_s, u"/a/voorstel.txt"_s), expected);
+  EXPECT_EQ(script.Shown().front().startFolder, u"/a/voorstel.txt"_s);
+  EXPECT_EQ(script.Shown().front().title, u"Bewaren"_s);
+}
+
+TEST_F(SavedFile, DialogProposesFolderAndName) {
+  const QString choice = Choice([this](QFileDialog& dialog) {
+    EXPECT_EQ(dialog.acceptMode(), QFileDialog::AcceptSave);
+    EXPECT_EQ(dialog.windowTitle(), u"Bewaren als"_s);
+    EXPECT_EQ(dialog.selectedFiles(), QStringList{folder.filePath(u"lijst.txt"_s)});
+    QMetaObject::invokeMethod(&dialog, "accept");
+  });
+  EXPECT_EQ(choice, folder.filePath(u"lijst.txt"_s));
+}
+
+TEST_F(SavedFile, NameWithoutASuffixGetsThatOfTheProposal) {
+  const QString choice = Choice([](QFileDialog& dialog) {
+    dialog.findChild<QLineEdit*>(u"fileNameEdit"_s)->setText(u"andere"_s);
+    QMetaObject::invokeMethod(&dialog, "accept");
+  });
+  EXPECT_EQ(choice, folder.filePath(u"andere.txt"_s));
+}
+
+TEST_F(SavedFile, CancelReturnsNothing) {
+  EXPECT_EQ(Choice([](QFileDialog& dialog) { dialog.reject(); }), QString());
 }
 
 }  // namespace

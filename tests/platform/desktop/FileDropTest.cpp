@@ -31,7 +31,7 @@ class WindowWithDrops : public testing::Test {
     window.show();
   }
 
-  QStringList LastDropped() const { return dropped.last().first().toStringList(); }
+  QStringList LastDropped() const { return dropped.isEmpty() ? QStringList() : dropped.last().first().toStringList(); }
 
   QWidget window;
   QLineEdit* field;

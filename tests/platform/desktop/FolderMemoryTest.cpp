@@ -43,10 +43,12 @@ TEST_F(RememberedFolders, WithoutAnInstanceAChoiceHasNoEffect) {
 
 TEST_F(RememberedFolders, AChooserWithoutAKindStoresNothing) {
   const QString audio = Made(u"audio"_s);
-  const FolderMemory memory(SettingsFile());
-  FolderMemory::Chosen(QString(), audio + u"/een.wav"_s);
-  EXPECT_EQ(FolderMemory::FolderOf(QString()), QString());
-  EXPECT_EQ(FolderMemory::SuffixOf(QString()), QString());
+  {
+    const FolderMemory memory(SettingsFile());
+    FolderMemory::Chosen(QString(), audio + u"/een.wav"_s);
+    EXPECT_EQ(FolderMemory::FolderOf(QString()), QString());
+    EXPECT_EQ(FolderMemory::SuffixOf(QString()), QString());
+  }
   EXPECT_FALSE(QFile::exists(SettingsFile()));
 }
 

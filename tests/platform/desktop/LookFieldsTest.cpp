@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Fields, scroll bars and progress bars, as pixels.
 #include "platform/desktop/Lock.h"
+#include "platform/desktop/LookParts.h"
 #include "tests/platform/desktop/Look.h"
 
 #include <QComboBox>
@@ -93,15 +94,20 @@ TEST_F(LookOfFields, TextOfAComboEndsBeforeItsArrow) {
 }
 
 TEST_F(LookOfFields, TextOfAComboWithAnIconLeavesRoomForTheIcon) {
-  const auto lastInk = [](const QIcon& icon) {
-    QComboBox combo;
-    combo.addItem(icon, u"Een lange omschrijving van de keuze"_s);
-    combo.resize(160, 28);
-    return PlaceOf(PaintedAsIs(combo), PaletteColour(QPalette::ButtonText)).right();
-  };
   QPixmap pixmap(16, 16);
   pixmap.fill(Qt::red);
-  EXPECT_LE(lastInk(QIcon(pixmap)), 160 - 28);
+  QStyleOptionComboBox option;
+  option.fontMetrics = QFontMetrics(QApplication::font());
+  option.currentText = u"Een lange omschrijving van de keuze"_s;
+  option.iconSize = pixmap.size();
+  const auto widthWithin = [&option](int width) {
+    return option.fontMetrics.horizontalAdvance(desktop::look::Elided(option, width).currentText);
+  };
+  EXPECT_GT(widthWithin(120), 120 - 16);
+  option.currentIcon = QIcon(pixmap);
+  EXPECT_LE(widthWithin(120), 120 - 16);
+  EXPECT_TRUE(desktop::look::Elided(option, 120).currentText.endsWith(QChar(0x2026)));
+  EXPECT_EQ(desktop::look::Elided(option, 400).currentText, option.currentText);
 }
 
 // A vertical scroll bar of 14 by 200.
@@ -148,7 +154,7 @@ TEST_F(LookOfFields, ScrollSliderFillsTheBarWhenThereIsNothingToScroll) {
 TEST_F(LookOfFields, ScrollRangeMayBeAsLargeAsItsType) {
   constexpr int kLowest = std::numeric_limits<int>::min();
   constexpr int kHighest = std::numeric_limits<int>::max();
-  EXPECT_EQ(SliderOf(BarOption(kLowest, kHighest, 10, kLowest)).top(), 0);
+  EXPECT_EQ(SliderOf(BarOption(kLowest, kHighest, 10, kLowest)), QRect(0, 0, 14, 28));
   EXPECT_EQ(SliderOf(BarOption(0, kHighest, kHighest, 0)).height(), 100);
 }
 
@@ -161,6 +167,8 @@ TEST_F(LookOfFields, PartsOfAScrollBarCoverItWithoutArrows) {
     const QRect slider = SliderOf(option);
     const QRect after = PartOf(option, QStyle::SC_ScrollBarAddPage);
     EXPECT_EQ(before | slider | after, option.rect);
+    const auto area = [](const QRect& rect) { return rect.width() * rect.height(); };
+    EXPECT_EQ(area(before) + area(slider) + area(after), area(option.rect));
     EXPECT_TRUE((before & slider).isEmpty());
     EXPECT_TRUE((slider & after).isEmpty());
     EXPECT_EQ(PartOf(option, QStyle::SC_ScrollBarGroove), option.rect);

@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollBar>
 #include <QTest>
 #include <QTextEdit>
 #include <QTimer>
@@ -262,6 +263,66 @@ TEST(MessageBoxScript, NewestScriptIsUsed) {
   }
   EXPECT_EQ(ShowMessageBox(nullptr, u"buiten"_s, 36, u"Items"_s), 7);
   EXPECT_EQ(outer.Shown().size(), 1U);
+}
+
+TEST(MessageBox, LettersWithCtrlOrAltPressNoButton) {
+  for (const Qt::KeyboardModifier modifier : {Qt::ControlModifier, Qt::MetaModifier})
+    EXPECT_EQ(AnswerWhile(36, [modifier](QDialog& box) { QTest::keyClick(&box, Qt::Key_N, modifier); }), -1);
+  EXPECT_EQ(AnswerWhile(36, [](QDialog& box) { QTest::keyClick(&box, Qt::Key_X); }), -1);
+  EXPECT_EQ(AnswerWhile(36, [](QDialog& box) { QTest::keyClick(&box, Qt::Key_N, Qt::ShiftModifier); }), 7);
+}
+
+TEST(MessageBox, DefaultButtonHasTheFocusAndTabReachesTheText) {
+  AnswerWhile(292, [](QDialog& box) {
+    auto* button = qobject_cast<QPushButton*>(box.focusWidget());
+    ASSERT_NE(button, nullptr);
+    EXPECT_EQ(button->text(), u"&Nee"_s);
+    EXPECT_TRUE(button->isDefault());
+    auto* text = box.findChild<QTextEdit*>(u"messageText"_s);
+    text->setFocus();
+    QTest::keyClick(text, Qt::Key_Tab);
+    EXPECT_NE(qobject_cast<QPushButton*>(box.focusWidget()), nullptr);
+  });
+}
+
+TEST(MessageBox, IsDescribedToAssistiveTools) {
+  AnswerWhile(
+      16,
+      [](QDialog& box) {
+        EXPECT_EQ(box.accessibleName(), u"Items"_s);
+        EXPECT_EQ(box.accessibleDescription(), u"De schijf is vol."_s);
+      },
+      u"De schijf is vol."_s);
+}
+
+TEST(MessageBox, LongTextCanBeScrolledToItsEnd) {
+  AnswerWhile(
+      16,
+      [](QDialog& box) {
+        auto* edit = box.findChild<QTextEdit*>(u"messageText"_s);
+        ASSERT_GT(edit->verticalScrollBar()->maximum(), 0);
+        edit->setFocus();
+        QTest::keyClick(edit, Qt::Key_End, Qt::ControlModifier);
+        edit->moveCursor(QTextCursor::End);
+        EXPECT_EQ(edit->verticalScrollBar()->value(), edit->verticalScrollBar()->maximum());
+        EXPECT_FALSE(edit->horizontalScrollBar()->isVisible());
+      },
+      u"regel\n"_s.repeated(500));
+}
+
+TEST(MessageBox, MessagesOfTheRuntimeAreShownAsBoxes) {
+  MessageBoxScript script{7};
+  EXPECT_EQ(runtime::ShowUserMessage(u"Doorgaan?"_s, 36, u"Items"_s), 7);
+  EXPECT_EQ(script.Last().text, u"Doorgaan?"_s);
+  EXPECT_EQ(script.Last().title, u"Items"_s);
+  EXPECT_EQ(script.Last().buttons, (QStringList{u"Ja"_s, u"Nee"_s}));
+}
+
+TEST(MessageBoxScript, AnswerWithoutAButtonIsReportedAndTheDefaultUsed) {
+  MessageBoxScript script{2};  // the box has no Annuleren
+  EXPECT_EQ(ShowMessageBox(nullptr, u"Doorgaan?"_s, 292, u"Items"_s), 7);
+  EXPECT_EQ(script.Last().answer, 7);
+  EXPECT_EQ(script.Left(), 0U);
 }
 
 }  // namespace
