@@ -135,21 +135,21 @@ class MemoryFile final : public File {
     return first == node_->locks.end() ? nullptr : &*first;
   }
 
-  // When only a part of a lock is released, the rest of its bytes remain locked, as on a disk.
+  // When only a part of a lock is released, the rest of its bytes remain locked, as on a disk. Releasing complete locks
+  // needs no memory, as on a disk.
   void Release(ByteRange range) {
-    std::vector<Node::Held> kept;
-    for (const Node::Held& held : node_->locks) {
-      if (held.owner != this || !Overlap(held.range, range)) {
-        kept.push_back(held);
-        continue;
-      }
+    std::vector<Node::Held>& locks = node_->locks;
+    const auto isReleased = [&](const Node::Held& held) { return held.owner == this && Overlap(held.range, range); };
+    const std::uint64_t end = range.start + range.length;
+    for (std::size_t i = 0, count = locks.size(); i < count; ++i) {
+      const Node::Held held = locks[i];
+      if (!isReleased(held)) continue;
       const std::uint64_t heldEnd = held.range.start + held.range.length;
-      const std::uint64_t end = range.start + range.length;
       if (held.range.start < range.start)
-        kept.push_back({this, {held.range.start, range.start - held.range.start}, held.kind});
-      if (end < heldEnd) kept.push_back({this, {end, heldEnd - end}, held.kind});
+        locks.push_back({this, {held.range.start, range.start - held.range.start}, held.kind});
+      if (end < heldEnd) locks.push_back({this, {end, heldEnd - end}, held.kind});
     }
-    node_->locks = std::move(kept);
+    std::erase_if(locks, isReleased);
   }
 
   std::shared_ptr<Node> node_;

@@ -22,9 +22,13 @@ Pages::Pages(files::File& file, std::size_t cachedPages)
   Refresh();
 }
 
-void Pages::Refresh() {
+void Pages::Clear() noexcept {
   recent_.clear();
   index_.clear();
+}
+
+void Pages::Refresh() {
+  Clear();
   PageBytes page0{};
   const std::size_t length = file_.ReadAt(0, page0);
   header_ = ParseHeader(ByteView(page0).first(length), file_.Name());

@@ -29,6 +29,8 @@ class Pages : public PageSource {
   // Complete pages in the file; a truncated last page does not count.
   std::uint32_t PageCount() override { return pageCount_; }
   PageRef Read(std::uint32_t number) override;
+  // Empties the cache.
+  void Clear() noexcept;
   // Empties the cache and reads page 0 again; for use when the file may have changed.
   void Refresh();
   // Puts a page that was just written to the file into the cache; one past the end increases PageCount.

@@ -86,7 +86,7 @@ void Journal::Write(File& database, std::span<const PageChange> changes, std::ui
     file->WriteAt(0, journal::Build(changes, oldLength, newLength));
     file->Sync();
     files_.SyncFolderOf(path_);
-  } catch (const Error&) {
+  } catch (...) {
     RemoveQuietly();
     throw;
   }
@@ -100,7 +100,7 @@ void Journal::Remove() {
 void Journal::RemoveQuietly() noexcept {
   try {
     files_.Remove(path_);
-  } catch (const Error&) {
+  } catch (...) {
     // Harmless: the database still equals what the journal restores.
   }
 }
@@ -113,17 +113,17 @@ Journal::Outcome Journal::Commit(File& database, std::span<const PageChange> cha
       database.WriteAt(std::uint64_t{change.number} * kPageSize, *change.after);
     database.Sync();
     files_.Remove(path_);
-  } catch (const Error&) {
+  } catch (...) {
     try {
       Recover(database);
-    } catch (const Error&) {
+    } catch (...) {
       // The journal remains; the next program that opens the database undoes the change.
     }
     throw;
   }
   try {
     files_.SyncFolderOf(path_);
-  } catch (const Error&) {
+  } catch (...) {
     return Outcome::Done;
   }
   return Outcome::Durable;

@@ -62,7 +62,7 @@ void Lock::LeaveQueue() noexcept {
   try {
     file_.Unlock({*place_, 1});
     place_.reset();
-  } catch (const Error&) {
+  } catch (...) {
     // Tried again by the next LeaveQueue; the lock ends with the handle.
   }
 }

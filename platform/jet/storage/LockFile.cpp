@@ -86,7 +86,7 @@ LockFile::LockFile(FileSystem& files, const std::filesystem::path& path, File& d
     : files_(files), path_(Of(path)), database_(database) {
   try {
     Require();
-  } catch (const Error&) {
+  } catch (...) {
     // Reported by Require before the first write.
   }
 }
@@ -130,7 +130,7 @@ std::unique_ptr<File> LockFile::OpenOrCreate() {
   }
   try {
     file->TakeAccessOf(database_.Status());
-  } catch (const Error&) {
+  } catch (...) {
     files_.Remove(path_);  // others could not use it
     throw;
   }
@@ -163,7 +163,7 @@ LockFile::~LockFile() {
         files_.Identity(path_) == file_->Identity()) {
       files_.Remove(path_);
     }
-  } catch (const Error&) {
+  } catch (...) {
     // A leftover file is harmless: only locks count.
   }
 }

@@ -118,7 +118,7 @@ bool Storage::TryBeginRead() {
       return false;
     }
     RefreshIfChanged();
-  } catch (const Error&) {
+  } catch (...) {
     lock_->EndShare();
     throw;
   }
@@ -129,7 +129,7 @@ void Storage::EndRead() noexcept {
   if (--readers_ > 0) return;
   try {
     lock_->EndShare();
-  } catch (const Error&) {
+  } catch (...) {
     // The lock ends with the handle.
   }
 }
@@ -158,22 +158,21 @@ bool Storage::RecoverOrOverlay() {
 // Releases the shared lock meanwhile: programs that found the same journal must not block each other.
 bool Storage::RecoverExclusively() {
   lock_->EndShare();
-  const bool excluded = (reserved_ || Wait([this] { return lock_->TryReserve(); })) && WaitForReaders();
-  std::exception_ptr failure;
+  bool excluded = false;
   bool replaced = false;
-  if (excluded) {
-    try {
-      // While nothing was locked, another writer may have replaced the file and its journal.
-      replaced = IsReplaced() || journal_->Recover(*file_) == Journal::Recovery::Replaced;
-    } catch (const Error&) {
-      failure = std::current_exception();
-    }
-    mayHaveChanged_ = true;
+  std::exception_ptr failure;
+  try {
+    excluded = (reserved_ || Wait([this] { return lock_->TryReserve(); })) && WaitForReaders();
+    // While nothing was locked, another writer may have replaced the file and its journal.
+    if (excluded) replaced = IsReplaced() || journal_->Recover(*file_) == Journal::Recovery::Replaced;
+  } catch (...) {
+    failure = std::current_exception();
   }
+  if (excluded) mayHaveChanged_ = true;
   lock_->EndExclude();
   if (!reserved_) lock_->EndReserve();
-  if (!excluded) ThrowInUse();
   if (failure) std::rethrow_exception(failure);
+  if (!excluded) ThrowInUse();
   return !replaced;
 }
 
@@ -187,6 +186,7 @@ void Storage::RefreshIfChanged() {
                     status.modifiedNs == status_.modifiedNs && header == lastHeader_;
   status_ = status;
   if (same) return;
+  mayHaveChanged_ = true;  // also after a failure below
   if (pages_ == nullptr) {
     pages_ = std::make_unique<Pages>(*file_, options_.cachedPages);
   } else {

@@ -8,6 +8,7 @@
 #include <chrono>
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -70,8 +71,8 @@ class Storage {
   bool IsWriting() const { return transaction_ != nullptr; }
   // The present change. An Error (Misuse), as from Commit, without a BeginWrite.
   Transaction& Changes();
-  // Makes the change durable. After an Error nothing was changed, except for the code NotYetDurable: then the change is
-  // made, and only a power cut can still undo it.
+  // Makes the change durable. After an exception nothing was changed, except for an Error with the code NotYetDurable:
+  // then the change is made, and only a power cut can still undo it.
   void Commit();
   void Rollback() noexcept;
 
@@ -107,6 +108,7 @@ class Storage {
   void MarkCommit();
   // False when the change is made, but a power cut may still undo it.
   [[nodiscard]] bool WriteChanges();
+  void AcceptChanges(const std::map<std::uint32_t, PageRef>& changed) noexcept;
   void EndWrite() noexcept;
 
   FileSystem& files_;

@@ -14,6 +14,7 @@
 #include <cerrno>
 #include <chrono>
 #include <list>
+#include <map>
 #include <optional>
 #include <string>
 #include <utility>
@@ -58,7 +59,7 @@ void Storage::RequireWritable() {
 }
 
 void Storage::CheckForeignUsers() {
-  if (lockFile_ == nullptr) return;
+  if (lockFile_ == nullptr) lockFile_ = std::make_unique<LockFile>(files_, path_, *file_);
   std::optional<unsigned> foreign;
   std::optional<Error> unusable;
   // Another instance may be between creating the file and setting its permissions, or between taking its number and
@@ -98,7 +99,7 @@ void Storage::BeginWrite() {
     CheckForeignUsers();
     RequireWritable();
     transaction_ = std::make_unique<Transaction>(*pages_, &doubtfulFreePages_);
-  } catch (const Error&) {
+  } catch (...) {
     if (reading) EndRead();
     EndWrite();
     throw;
@@ -123,7 +124,7 @@ void Storage::Commit() {
     if (!WaitForReaders()) ThrowInUse();
     RequireUnchanged();
     durable = WriteChanges();
-  } catch (const Error&) {
+  } catch (...) {
     mayHaveChanged_ = true;
     Rollback();
     throw;
@@ -152,7 +153,7 @@ void Storage::Rollback() noexcept {
   transaction_.reset();
   try {
     lock_->EndExclude();
-  } catch (const Error&) {
+  } catch (...) {
     // The locks end with the handle.
   }
   EndRead();
@@ -167,7 +168,7 @@ void Storage::EndWrite() noexcept {
   try {
     if (lockFile_ != nullptr && lockFile_->Number() != 0) lock_->UnmarkWriter(lockFile_->Number());
     lock_->EndReserve();
-  } catch (const Error&) {
+  } catch (...) {
     // The locks end with the handle.
   }
 }
@@ -207,15 +208,21 @@ bool Storage::WriteChanges() {
   }
   const std::uint64_t newSize = std::uint64_t{transaction_->PageCount()} * kPageSize;
   const Journal::Outcome outcome = journal_->Commit(*file_, changes, status_.size, newSize);
-  for (const auto& [number, page] : changed)
-    pages_->Accept(number, page);
-  lastHeader_ = *changed.at(0);
-  try {
-    status_ = file_->Status();
-  } catch (const Error&) {
-    mayHaveChanged_ = true;  // the change is already made
-  }
+  AcceptChanges(changed);
   return outcome == Journal::Outcome::Durable;
+}
+
+// The change is already made, so a failure here must not report that it was not.
+void Storage::AcceptChanges(const std::map<std::uint32_t, PageRef>& changed) noexcept {
+  try {
+    for (const auto& [number, page] : changed)
+      pages_->Accept(number, page);
+    lastHeader_ = *changed.at(0);
+    status_ = file_->Status();
+  } catch (...) {
+    mayHaveChanged_ = true;
+    pages_->Clear();
+  }
 }
 
 }  // namespace jet

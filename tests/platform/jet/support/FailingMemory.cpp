@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+#include "tests/platform/jet/support/FailingMemory.h"
+
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+thread_local int allocationsLeft = -1;  // before the one that fails; negative: none fails
+thread_local bool allocationFailed = false;
+
+}  // namespace
+
+// The forms for arrays and without exceptions call these.
+void* operator new(std::size_t size) {
+  if (allocationsLeft >= 0 && allocationsLeft-- == 0) {
+    allocationFailed = true;
+    throw std::bad_alloc();
+  }
+  if (void* block = std::malloc(size == 0 ? 1 : size)) return block;
+  throw std::bad_alloc();
+}
+void operator delete(void* block) noexcept {
+  std::free(block);
+}
+void operator delete(void* block, std::size_t) noexcept {
+  std::free(block);
+}
+
+namespace jet::test {
+
+FailingMemory::FailingMemory(int allocation) {
+  allocationFailed = false;
+  allocationsLeft = allocation;
+}
+
+FailingMemory::~FailingMemory() {
+  allocationsLeft = -1;
+}
+
+// Not static: valid during the lifetime only.
+bool FailingMemory::HasFailed() const {
+  return allocationFailed;
+}
+
+}  // namespace jet::test
