@@ -172,7 +172,7 @@ void KeepUnloggedStatements() {
     try {
       return BasisIDs(ReadKept().statements).contains(basisID);
     } catch (const runtime::Error&) {
-      return true;  // nobody can tell; nothing is logged before the file can be read
+      return true;  // unknown, and nothing is logged before the file can be read
     }
   };
   for (const basis::Unlogged& unlogged : basis::FindUnlogged(isKept))

@@ -25,8 +25,8 @@ QString GetItemNaam(qint32 id, const QString& databasePath, const QString& table
 std::optional<dao::Recordset> GetItem_ItemSpots(qint32 itemID, const QString& databasePath, const QString& items,
                                                 const QString& link, const QString& spots);
 
-// Sets global.online from the local database: true once the query succeeds, unless it returns a row with the number 0.
-// After an error the flag is unchanged.
+// Reads global.online from the local database: false when the stored mode is 0, otherwise true, also without a stored
+// mode. After an error it is unchanged.
 void SetOnlineYn();
 // Sets global.stationName from the local database.
 void SetRadioNaam();

@@ -41,21 +41,21 @@ struct Kept {
 const QString& OfflineTableName();
 bool HasOfflineTable(const dao::Database& local);
 
-// Keeps what the statement will change. `logged` is the statement with the table's name that the log has.
-// runtime::Error when the statement will fail or the row cannot be written; after one that IsDone the row is there and
-// `kept` is set.
+// Writes what the statement will change. `logged` is the statement as it will be logged, with the server table's name.
+// Throws runtime::Error when the statement will fail or the row cannot be written; after one that IsDone the row is
+// written and `kept` is set.
 void Keep(const Target& target, const QString& statement, const QString& logged, Kept& kept);
-// After a statement that was not carried out. A failure is left to FindUnlogged.
+// Deletes the row of a statement that was not executed. After a failure FindUnlogged deletes it.
 void Drop(const Kept& kept) noexcept;
-// Notes the number of the log row that a statement gets, where it is not the expected one. runtime::Error.
+// Stores the number of the log row that a statement gets when it is not the expected one. Throws runtime::Error.
 void SetLogID(qint32 id, qint32 logID);
 
 struct Unlogged {
   qint32 id = 0;  // of the row of tblOfflineBasis
   QString statement;
 };
-// The statements, in their order, that were carried out and are neither in the log nor known to `isKept`. A last one
-// that was not carried out, or changed nothing, is dropped. runtime::Error.
+// The statements, in their order, that were executed and are neither in the log nor known to `isKept`. If the last one
+// was not executed, or changed nothing, its row is deleted. Throws runtime::Error.
 QList<Unlogged> FindUnlogged(const std::function<bool(qint32 id)>& isKept);
 
 }  // namespace basis

@@ -5,8 +5,8 @@
 
 #include <optional>
 
-// The values of one catalogue row that the editors pass to the write layer. An empty optional is omitted from an INSERT
-// and written as NULL by an UPDATE.
+// The values of one catalogue row that an editor passes to the write layer. An INSERT leaves out a field whose optional
+// is empty; an UPDATE writes NULL to it.
 
 struct ItemRow {
   qint32 id = 0;

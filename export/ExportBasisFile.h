@@ -11,8 +11,8 @@
 #include <functional>
 #include <optional>
 
-// The basis of one export (data/ExportBasis.h) on its way into the export folder. It gets its name before the export
-// does: who finds an export there finds its basis too. Paths are path texts; every failure is a runtime::Error.
+// Writes the basis of one export (data/ExportBasis.h) into the export folder. The basis gets its name before the export
+// does, so that an export in the folder always has its basis. Paths are path texts; every failure is a runtime::Error.
 class ExportBasisFile {
  public:
   // `header` without an export number; `highestID` is that of the export's last log row.

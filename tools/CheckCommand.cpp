@@ -25,11 +25,11 @@ int Check(const Arguments& arguments, const Streams& streams) {
 }  // namespace
 
 Command CheckCommand() {
-  return {
-      .name = u"check"_s,
-      .usage = u"BESTAND [--password TEKST]"_s,
-      .summary = u"Controleert een database en verandert niets: 'ok', of een regel per probleem."_s,
-      .run = Check,
-      .details = u"Een regel met 'remark:' vooraan is vreemd, maar geen schade. Exitcode 1 zodra er een probleem is."_s,
-      .examples = {u"check /tmp/proef/server/OvalistoServer.mdb"_s}};
+  return {.name = u"check"_s,
+          .usage = u"BESTAND [--password TEKST]"_s,
+          .summary = u"Controleert een database en verandert niets: 'ok', of een regel per probleem."_s,
+          .run = Check,
+          .details =
+              u"Een regel met 'opmerking:' vooraan is vreemd, maar geen schade. Exitcode 1 zodra er een probleem is."_s,
+          .examples = {u"check /tmp/proef/server/OvalistoServer.mdb"_s}};
 }

@@ -28,7 +28,7 @@ void ShowHelp(std::ostream& out) {
   for (const Command& command : AllCommands())
     out << "  " << Utf8(CallOf(command)) << "\n      " << Utf8(command.summary) << "\n";
   out << "\nspotrooster-db OPDRACHT --help toont meer, met voorbeelden.\n"
-         "Exitcode: 0 gelukt, 1 mislukt, 2 verkeerd gebruikt.\n";
+         "Exitcode: 0 gelukt, 1 mislukt, 2 verkeerd gebruikt, 3 gelukt, maar iets wacht op een beslissing.\n";
 }
 
 void ShowHelpOf(const Command& command, std::ostream& out) {

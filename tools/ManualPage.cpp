@@ -28,6 +28,10 @@ Maakt, toont, controleert en wijzigt de databases van een zender, en doet zonder
 met een export of een verplaatst geluidsbestand doet.
 .I BESTAND
 is een gewoon pad van deze computer;
+.I DATABASE
+is zo'n pad of het adres van een schema op een server;
+.I TABEL
+is de naam van een tabel;
 .I MAP
 is een programmamap, die met
 .IR ovalis.ini .
@@ -51,6 +55,9 @@ mislukt; de reden staat op de foutuitvoer
 .TP
 .B 2
 verkeerd gebruikt
+.TP
+.B 3
+gelukt, maar iets wacht op een beslissing van een gebruiker
 .SH ZIE OOK
 .BR spotrooster (1)
 )";

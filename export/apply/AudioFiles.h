@@ -16,9 +16,10 @@ struct AudioFiles {
   QString Summary() const;
 };
 
-// Copies the audio files listed in the Audio.tae of `listFolder` to `toFolder`, each once and whole; only looks when
-// `copies` is false. No list is no file. Paths are path texts; those in the list are resolved by the drives that are
-// set (runtime::SetDrives). runtime::Error when the list cannot be read or a copy cannot be written.
+// Copies the audio files listed in the Audio.tae of `listFolder` to `toFolder`, each once and completely; when `copies`
+// is false it copies nothing and only reports. Without an Audio.tae there are no files. Paths are path texts; those in
+// the list are resolved with the drives of runtime::SetDrives. Throws runtime::Error when the list cannot be read or a
+// copy cannot be written.
 AudioFiles CopyAudioFiles(const QString& listFolder, const QString& toFolder, bool copies);
 
 }  // namespace apply

@@ -38,7 +38,7 @@ struct Conflict {
   QStringList fields;          // of the three versions; all of the table, or those that an export without a basis gives
   std::optional<Row> base;     // before the change; not known without a basis
   std::optional<Row> offline;  // what the workstation made of it
-  std::optional<Row> server;   // when it was met; once it is settled, what it was before that
+  std::optional<Row> server;   // when the conflict was found; once it is settled, just before that
   bool hasLists = false;       // of an item, when its spots belong to the conflict
   SpotList baseList;
   SpotList offlineList;
@@ -69,9 +69,9 @@ QList<FieldDifference> DifferencesOf(const Conflict& conflict);
 // The conflicts of a database, oldest first: those that wait, or all. runtime::Error.
 QList<Conflict> ReadConflicts(const QString& database, bool all = false);
 
-// Settles conflicts: the server's version stays or comes back; or the fields that the workstation changed get its
-// values, and its list of spots. The version that loses is kept, so that the other side can be taken later.
-// runtime::Error naming a number that is no conflict's; then nothing was changed.
+// Settles conflicts. Side::Server: the server's version remains or is restored. Side::Offline: the fields that the
+// workstation changed, and the item's list of spots, get its values. The other version is kept, so that it can be
+// chosen later. Throws runtime::Error with the first number that is not that of a conflict; then nothing was changed.
 void Settle(const QString& database, const QList<qint64>& ids, Side side, const QString& who);
 
 // For processing, within its transaction.

@@ -99,7 +99,9 @@ void CheckGlobalMap(CheckState& state) {
     }
     if (!claimed && !free.Contains(number)) orphans.push_back(number);
   }
-  if (!orphans.empty()) {
+  if (orphans.size() == 1) {
+    state.Remark("1 pagina is in gebruik maar hoort nergens bij: " + ListOf(orphans));
+  } else if (!orphans.empty()) {
     state.Remark(std::to_string(orphans.size()) +
                  " pagina's zijn in gebruik maar horen nergens bij: " + ListOf(orphans));
   }

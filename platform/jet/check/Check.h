@@ -13,8 +13,8 @@ struct Finding {
   bool remark = false;  // unusual but sound: seen in files that the original programs accept
   std::string text;     // Dutch; with page and table where known
 
-  // The text for output, with "remark: " before remarks.
-  std::string Line() const { return remark ? "remark: " + text : text; }
+  // The text for output, with "opmerking: " before remarks.
+  std::string Line() const { return remark ? "opmerking: " + text : text; }
 };
 
 // Most findings that one check collects; one further finding says that there are more.

@@ -73,8 +73,7 @@ void CheckState::Note(const Error& error) {
 
 bool CheckDataPage(CheckState& state, const DataPage& page, std::uint32_t owner) {
   if (page.Owner() != owner) {
-    state.ProblemAt(page.Number(),
-                    "hoort bij " + std::to_string(page.Owner()) + " in plaats van bij " + std::to_string(owner));
+    state.ProblemAt(page.Number(), WrongOwnerText(page.Owner(), owner));
     return false;
   }
   std::size_t lowest = kPageSize;

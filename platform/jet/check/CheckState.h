@@ -37,8 +37,8 @@ class CheckState {
   bool IsClaimed(std::uint32_t page) const { return claims_.count(page) != 0; }
   const std::unordered_map<std::uint32_t, std::string>& Claims() const { return claims_; }
 
-  // Records that a page which is in no map of a field has a piece of a long value of `owner`; such a page may have
-  // several.
+  // Records a page with pieces of long values of `owner` that is in no map of a field. May be called several times for
+  // one page.
   void ClaimUnmapped(std::uint32_t page, const std::string& owner) { claims_.emplace(page, owner); }
   // Whether the file marks the page as free; false when the map is unreadable.
   bool IsFree(std::uint32_t page);

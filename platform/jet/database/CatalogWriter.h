@@ -14,7 +14,7 @@ namespace jet {
 void AddTableToCatalogue(Transaction& pages, std::u16string_view name, std::uint32_t page,
                          const std::vector<PropertySet>& properties);
 
-// The present local time in days since 1899-12-30.
+// The current local time in days since 1899-12-30.
 double Now();
 
 }  // namespace jet

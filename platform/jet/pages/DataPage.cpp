@@ -46,10 +46,15 @@ Slot DataPage::At(unsigned slot) const {
           static_cast<std::uint16_t>(end - start)};
 }
 
+std::string WrongOwnerText(std::uint32_t found, std::uint32_t expected) {
+  const auto nameOf = [](std::uint32_t owner) {
+    return owner == kLongValueOwner ? "lange waarden" : std::to_string(owner);
+  };
+  return "hoort bij " + nameOf(found) + " in plaats van bij " + nameOf(expected);
+}
+
 void RequireOwner(const DataPage& page, std::uint32_t owner) {
-  if (page.Owner() == owner) return;
-  throw DamageAt(page.Number(),
-                 "hoort bij " + std::to_string(page.Owner()) + " in plaats van bij " + std::to_string(owner));
+  if (page.Owner() != owner) throw DamageAt(page.Number(), WrongOwnerText(page.Owner(), owner));
 }
 
 std::optional<StoredRow> FindRow(PageSource& pages, RowId row, bool firstPlace, std::optional<std::uint32_t> owner) {

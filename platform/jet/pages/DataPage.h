@@ -6,6 +6,7 @@
 #include "platform/jet/values/Bytes.h"
 
 #include <optional>
+#include <string>
 
 namespace jet {
 
@@ -52,6 +53,8 @@ class DataPage {
   unsigned slotCount_;
 };
 
+// "hoort bij FOUND in plaats van bij EXPECTED".
+std::string WrongOwnerText(std::uint32_t found, std::uint32_t expected);
 // Throws Damage when the page does not belong to `owner`.
 void RequireOwner(const DataPage& page, std::uint32_t owner);
 

@@ -83,6 +83,10 @@ void ShortenGlobalMap(SpotsImage& sample) {
 const Damage kPageDamages[] = {
     {"the page type of a data page", [](SpotsImage& s) { PageOfRow(s, 1)[0] = 7; }, "gegevenspagina"},
     {"the owner of a data page", [](SpotsImage& s) { Put(PageOfRow(s, 1), 4, 99, 4); }, "hoort bij 99"},
+    {"a data page that belongs to long values", [](SpotsImage& s) { Put(PageOfRow(s, 1), 4, 0x4C41564C, 4); },
+     "hoort bij lange waarden in plaats van bij "},
+    {"the owner of a page of long values", [](SpotsImage& s) { Put(s.image.At(s.memoPage), 4, 99, 4); },
+     "hoort bij 99 in plaats van bij lange waarden"},
     {"the free bytes of a data page", [](SpotsImage& s) { PageOfRow(s, 1)[2] ^= 1; }, "vrije ruimte is"},
     {"too many slots", [](SpotsImage& s) { Put(PageOfRow(s, 1), 12, 3000, 2); }, "te veel rijen"},
     {"slots out of order", [](SpotsImage& s) { Put(PageOfRow(s, 2), SlotAt(s.rows[2]), 4095, 2); },
@@ -247,9 +251,9 @@ TEST(Check, StaleCountsAndOrphanPagesAreRemarksOnly) {
   const auto findings = Check(sample.image.File());
   EXPECT_FALSE(jet::HasProblem(findings));
   EXPECT_EQ(Text(findings),
-            "remark: tabel 'Spots', de tabel telt 8 rijen, er zijn er 6\n"
-            "remark: tabel 'Spots', het laatste automatische nummer staat op 2, het grootste is 6\n"
-            "remark: 1 pagina's zijn in gebruik maar horen nergens bij: " +
+            "opmerking: tabel 'Spots', de tabel telt 8 rijen, er zijn er 6\n"
+            "opmerking: tabel 'Spots', het laatste automatische nummer staat op 2, het grootste is 6\n"
+            "opmerking: 1 pagina is in gebruik maar hoort nergens bij: " +
                 std::to_string(orphan) + "\n");
 }
 

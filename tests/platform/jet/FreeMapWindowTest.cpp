@@ -138,7 +138,7 @@ TEST_F(FreeMapWindow, NoFreePageIsLostWhenItIsBroughtBack) {
 
 TEST_F(FreeMapWindow, IsARemarkOfTheCheck) {
   file_.LayOut([](test::FreeMapImage& image) { image.PutWindow(512); });
-  EXPECT_EQ(Remarks(*file_), "remark: de kaart van vrije pagina's begint pas bij pagina 512\n");
+  EXPECT_EQ(Remarks(*file_), "opmerking: de kaart van vrije pagina's begint pas bij pagina 512\n");
 }
 
 // Counts of a long run.
