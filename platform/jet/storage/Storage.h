@@ -81,14 +81,14 @@ class Storage {
   class CurrentPages final : public PageSource {
    public:
     explicit CurrentPages(Storage& store) : store_(store) {}
-    std::uint32_t PageCount() override { return store_.Present().PageCount(); }
-    PageRef Read(std::uint32_t number) override { return store_.Present().Read(number); }
+    std::uint32_t PageCount() override { return store_.Current().PageCount(); }
+    PageRef Read(std::uint32_t number) override { return store_.Current().Read(number); }
 
    private:
     Storage& store_;
   };
 
-  PageSource& Present();
+  PageSource& Current();
   // All waits of one statement share the limit of the rule.
   bool Wait(const std::function<bool()>& attempt);
   bool WaitForReaders();
@@ -109,7 +109,10 @@ class Storage {
   // False when the change is made, but a power cut may still undo it.
   [[nodiscard]] bool WriteChanges();
   void AcceptChanges(const std::map<std::uint32_t, PageRef>& changed) noexcept;
-  void EndWrite() noexcept;
+  // Ends the transaction, committed or not, with its locks.
+  void EndChange() noexcept;
+  // Releases the reserved lock, or the place in the queue for it.
+  void EndReserve() noexcept;
 
   FileSystem& files_;
   std::filesystem::path given_;  // as passed to the constructor
@@ -131,8 +134,8 @@ class Storage {
   bool mayHaveChanged_ = true;           // even if the status is the same
   std::chrono::milliseconds waited_{0};  // time that the current statement has waited
   int readers_ = 0;
-  bool changes_ = false;   // the current statement writes
-  bool reserved_ = false;  // we have the reserved lock on the open file
+  bool isChanging_ = false;  // the current statement writes
+  bool reserved_ = false;    // we have the reserved lock on the open file
 };
 
 // Reading within its lifetime is consistent. Turns may be nested.

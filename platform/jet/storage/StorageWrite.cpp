@@ -89,7 +89,7 @@ void Storage::BeginWrite() {
   if (IsWriting()) throw Error(ErrorCode::Misuse, "Er loopt al een wijziging van het bestand '" + name_ + "'.");
   if (readOnly_) throw Error(ErrorCode::AccessDenied, "Het bestand '" + name_ + "' is alleen-lezen.");
   waited_ = {};
-  changes_ = true;
+  isChanging_ = true;
   bool reading = false;
   try {
     // The file may have been replaced: check before locking the wrong one.
@@ -102,7 +102,7 @@ void Storage::BeginWrite() {
     transaction_ = std::make_unique<Transaction>(*pages_, &doubtfulFreePages_);
   } catch (...) {
     if (reading) EndRead();
-    EndWrite();
+    EndReserve();
     throw;
   }
 }
@@ -127,10 +127,10 @@ void Storage::Commit() {
     durable = WriteChanges();
   } catch (...) {
     mayHaveChanged_ = true;
-    Rollback();
+    EndChange();
     throw;
   }
-  Rollback();
+  EndChange();
   if (durable) return;
   throw Error(
       ErrorCode::NotYetDurable,
@@ -150,7 +150,12 @@ void Storage::RequireUnchanged() {
                                            "wijziging is niet gedaan; voer haar opnieuw uit.");
 }
 
+// The file has the old pages, so there is nothing to undo.
 void Storage::Rollback() noexcept {
+  EndChange();
+}
+
+void Storage::EndChange() noexcept {
   transaction_.reset();
   try {
     lock_->EndExclude();
@@ -158,11 +163,11 @@ void Storage::Rollback() noexcept {
     // The locks end with the handle.
   }
   EndRead();
-  EndWrite();
+  EndReserve();
 }
 
-void Storage::EndWrite() noexcept {
-  changes_ = false;
+void Storage::EndReserve() noexcept {
+  isChanging_ = false;
   lock_->LeaveQueue();
   if (!reserved_) return;
   reserved_ = false;
