@@ -102,8 +102,7 @@ class Workplace {
     });
     desk_.Choose(kApply, u"lstBotsingen"_s, desk_.Lines(kApply, u"lstBotsingen"_s).value(0));
     desk_.Click(kApply, u"cmdOffline"_s);
-    desk_.WaitUntil(u"de botsing bleef staan"_s,
-                    [&] { return desk_.LinesNow(kApply, u"lstBotsingen"_s).isEmpty(); });
+    desk_.WaitUntil(u"de botsing bleef staan"_s, [&] { return desk_.LinesNow(kApply, u"lstBotsingen"_s).isEmpty(); });
     planner_.Close(kApply);
   }
   void ExpectSpots(const QStringList& names) {
