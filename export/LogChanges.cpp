@@ -123,6 +123,7 @@ class Reader {
       open_->hasList = true;
       open_->before += read->spotsBefore;
       open_->after += read->spotsAfter;
+      open_->isCleared = open_->isCleared || read->kind == LogChange::Kind::Deleted;
       open_->knowsBefore = open_->knowsBefore && logged.entry;
     } else {
       open_->record = *read;
@@ -142,6 +143,7 @@ class Reader {
     LogChange change;
     std::optional<ReadStatement> record;
     bool hasList = false;
+    bool isCleared = false;  // by the statement that knows what the list was
     bool knowsBefore = true;
     QList<qint64> before;
     QList<qint64> after;
@@ -169,6 +171,7 @@ class Reader {
       change.kind = LogChange::Kind::Changed;
       change.record = RecordText(u"tblItems"_s, started.key);
     }
+    started.knowsBefore = started.knowsBefore && started.isCleared;
     const bool isDifferent = started.before != started.after || !started.knowsBefore;
     if (started.hasList && isDifferent && change.kind != LogChange::Kind::Deleted) {
       changed += u"Spots"_s;

@@ -187,6 +187,17 @@ void Tour::ChangeItems() {
   ExpectLogged(u"11 opdrachten"_s);
   PictureOfMain();
   Done(u"offline een item gewijzigd en een opgeruimd: 11 opdrachten in het logboek"_s);
+  LookAtWhatWaits();
+}
+
+// Eleven statements, of which the item and its list are one change.
+void Tour::LookAtWhatWaits() {
+  const QString window = u"frmOfflineLog"_s;
+  planner_.Open(u"actOfflineLog"_s, window);
+  desk_.WaitForText(window, u"lblAantal"_s, u"7 wijzigingen, 11 opdrachten in de volgende export"_s);
+  Picture(window);
+  planner_.Close(window);
+  Done(u"bekeken wat op export wacht"_s);
 }
 
 void Tour::Export() {
@@ -196,6 +207,7 @@ void Tour::Export() {
   desk_.Answer(u"Heeft U de vorige export-files reeds verwerkt"_s, u"Ja"_s);
   planner_.EndExport();
   ExpectLogged(u"0 opdrachten"_s);
+  PictureOfMain();
   Desk::InWindows([this] { desk_.Expect(exportSeen_, u"de export was niet te zien"_s); });
   CheckExportFile();
 }

@@ -33,6 +33,7 @@ class Tour {
   void ChangeSpots();
   void ChangeJingles();
   void ChangeItems();
+  void LookAtWhatWaits();
   void Export();
   void CheckExportFile();
   void GoOnline();

@@ -74,6 +74,32 @@ TEST_F(ServerCommands, TheDemonstrationStationComesBackAsItWas) {
   EXPECT_NE(OutOf({u"copy"_s, server, back, u"--refresh"_s}).find("\t+1\t-1\n"), std::string::npos);
 }
 
+TEST_F(ServerCommands, ExportsAreCarriedOutAndTheirConflictsSettled) {
+  Create();
+  OutOf({u"sql"_s, Station3(), u"INSERT INTO tblItemSpots (ID, Naam, Aktief) VALUES (1, \"Bakker\", 1)"_s});
+  const QString path = folder_.filePath(u"20261122101500.tql"_s);
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write(
+      "UPDATE tblItemSpots SET Aktief = 0 WHERE ID = 1;\r\nUPDATE tblItemSpots SET Naam = 'Garage' WHERE ID = 9;\r\n");
+  file.close();
+  const QStringList apply{u"apply"_s, Station3(), path, u"--from"_s, u"STUDIO2"_s};
+  EXPECT_EQ(OutOf({u"sql"_s, Station3(), u"SELECT Aktief FROM tblItemSpots"_s}), "Aktief\r\n1\r\n");
+  const ToolRun plan = RunTool(apply + QStringList{u"--dry-run"_s});
+  EXPECT_EQ(plan.exitCode, kWaits) << plan.err;
+  EXPECT_EQ(OutOf({u"sql"_s, Station3(), u"SELECT Aktief FROM tblItemSpots"_s}), "Aktief\r\n1\r\n");
+  const ToolRun run = RunTool(apply);
+  EXPECT_EQ(run.exitCode, kWaits) << run.err;
+  EXPECT_EQ(OutOf({u"sql"_s, Station3(), u"SELECT Aktief FROM tblItemSpots"_s}), "Aktief\r\n0\r\n");
+  EXPECT_NE(OutOf(apply).find("eerder verwerkt"), std::string::npos);
+  const ToolRun waiting = RunTool({u"conflicts"_s, Station3()});
+  EXPECT_EQ(waiting.exitCode, kWaits) << waiting.err;
+  EXPECT_NE(waiting.out.find("Garage"), std::string::npos) << waiting.out;
+  OutOf({u"conflicts"_s, Station3(), u"1"_s, u"--take"_s, u"offline"_s});
+  EXPECT_EQ(OutOf({u"sql"_s, Station3(), u"SELECT ID, Naam FROM tblItemSpots ORDER BY ID"_s}),
+            "ID,Naam\r\n1,Bakker\r\n9,Garage\r\n");
+}
+
 TEST_F(ServerCommands, CommandsForFilesNameTheServersTool) {
   for (const auto& [command, tool] : {std::pair{u"check"_s, "pg_amcheck"}, {u"compact"_s, "vacuumdb"}}) {
     const ToolRun run = RunTool({command, Station3()});

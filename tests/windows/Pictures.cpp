@@ -179,10 +179,17 @@ void TakeWaitingChanges(const Album& album) {
 
 // Offline work that waits for an export, and the result of one.
 void TakeOffline(const Album& album) {
+  const desktop::MessageBoxScript boxes;
   const QString& local = global.localDatabasePath;
-  for (const auto copy :
-       {TransItemSpotsToLocal, TransItemsToLocal, TransItemsItemSpotsToLocal, TransItemPinglesToLocal})
-    copy(global.serverDatabasePath, local);
+  const std::pair<QString, bool (*)(const QString&, const QString&)> copies[] = {
+      {u"tblCopie_ItemSpots"_s, TransItemSpotsToLocal},
+      {u"tblCopie_Items"_s, TransItemsToLocal},
+      {u"tblCopie_ItemsItemSpots"_s, TransItemsItemSpotsToLocal},
+      {u"tblCopie_ItemPingles"_s, TransItemPinglesToLocal}};
+  for (const auto& [table, copy] : copies) {
+    if (!DeleteAllInTable(table, local) || !copy(global.serverDatabasePath, local))
+      throw runtime::Error(u"kan %1 niet vullen"_s.arg(table));
+  }
   global.online = false;
   const Catalogue here = CurrentCatalogue();
   Insert_tblItemSpots(

@@ -12,13 +12,17 @@
 #include <vector>
 
 inline const QString kPlayCount = QStringLiteral("AantalGedraaid");
+inline const QString kDeletedRow = QStringLiteral("deleted");
 
 // A record as it is meant: the fields that the days change, and the spots of an item by their names.
 struct Meant {
   QMap<QString, QString> fields;
   QStringList list;
+  // All that the row has on the workstation, with its numbers: a reference may be the same number and another record
+  // after the copies were taken again.
+  QString row;
 
-  bool operator==(const Meant&) const = default;
+  bool operator==(const Meant& other) const { return fields == other.fields && list == other.list; }
 };
 
 struct Operation {
@@ -68,15 +72,15 @@ class Model {
     }
     auto waiting = waiting_.lower_bound({source, record});
     const auto end = waiting_.upper_bound({source, record});
-    while (waiting != end && waiting->second != operation.before->fields)
+    while (waiting != end && waiting->second != operation.before->row)
       ++waiting;
     if (waiting != end) {
       if (operation.after) {
-        waiting->second = operation.after->fields;
+        waiting->second = operation.after->row;
       } else if (!records_.contains(record)) {
         waiting_.erase(waiting);
       } else {
-        waiting->second = {{QStringLiteral("deleted"), QStringLiteral("1")}};
+        waiting->second = kDeletedRow;
       }
       return;
     }
@@ -88,17 +92,17 @@ class Model {
       if (isSame) {
         records_.erase(there);
       } else {
-        waiting_.insert({{source, record}, {{QStringLiteral("deleted"), QStringLiteral("1")}}});
+        waiting_.insert({{source, record}, kDeletedRow});
       }
       return;
     }
     if (there == records_.end()) {
-      waiting_.insert({{source, record}, operation.after->fields});
+      waiting_.insert({{source, record}, operation.after->row});
       return;
     }
     Meant merged = there->second;
     if (!Merge(operation, merged)) {
-      waiting_.insert({{source, record}, operation.after->fields});
+      waiting_.insert({{source, record}, operation.after->row});
       return;
     }
     there->second = merged;
@@ -126,5 +130,5 @@ class Model {
   }
 
   std::map<QString, Meant> records_;
-  std::multimap<std::pair<QString, QString>, QMap<QString, QString>> waiting_;  // source and record: its row there
+  std::multimap<std::pair<QString, QString>, QString> waiting_;  // source and record: its row there
 };

@@ -35,6 +35,8 @@ inline Meant MeantOf(const Workstation::Fields& fields, const QStringList& names
   Meant meant;
   for (const QString& name : names)
     meant.fields[name] = AnyText(fields[name]);
+  for (const dao::Value& value : fields)
+    meant.row += AnyText(value) + u'|';
   return meant;
 }
 
