@@ -73,7 +73,7 @@ std::unique_ptr<Table> JetStorage::OpenTable(const QString& name) {
   return file_.WithUserErrors([&]() -> std::unique_ptr<Table> {
     const jet::CatalogEntry* entry = file_.Database().Objects().FindTable(name.toStdU16String());
     if (entry == nullptr || !entry->IsUserTable()) return nullptr;
-    return std::make_unique<JetTable>(file_, file_.Database().OpenTable(entry->name));
+    return std::make_unique<JetTable>(file_, file_.Database().OpenTable(*entry));
   });
 }
 

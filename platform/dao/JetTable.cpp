@@ -68,7 +68,7 @@ jet::Value JetTable::Stored(std::size_t field, Value value) const {
   auto stored = StoredOf(table_.Definition().columns[field], std::move(value));
   if (!stored) {
     throw runtime::Error(u"De waarde past niet in het veld '%1' van de tabel '%2'."_s.arg(
-        definition_.fields[static_cast<qsizetype>(field)].name, definition_.name));
+        definition_->fields[static_cast<qsizetype>(field)].name, definition_->name));
   }
   return std::move(*stored);
 }

@@ -24,7 +24,7 @@ class JetTable : public Table {
   JetTable(const JetTable&) = delete;
   JetTable& operator=(const JetTable&) = delete;
 
-  const TableDef& Definition() const override { return definition_; }
+  const TableDef& Definition() const override { return *definition_; }
   std::unique_ptr<Cursor> Scan(const FieldMask& wanted) override;
   std::unique_ptr<Cursor> ScanByIndex(std::size_t index, bool backwards, const FieldMask& wanted) override;
   std::unique_ptr<Cursor> Lookup(std::size_t index, std::span<const Value> key, const FieldMask& wanted) override;
@@ -42,7 +42,7 @@ class JetTable : public Table {
 
   const JetFile file_;
   const jet::Table table_;
-  const TableDef definition_;
+  const std::shared_ptr<const TableDef> definition_;
   std::unique_ptr<jet::TableWriter>
       writer_;  // created by the first change, because it reads the relations and all indexes
 };

@@ -114,14 +114,18 @@ jet::IndexDefinition StoredIndex(const TableDef& table, const IndexDef& index) {
 
 }  // namespace
 
-TableDef TableDefOf(const jet::Table& table) {
-  TableDef definition;
-  definition.name = QString::fromStdU16String(table.Definition().name);
-  for (const jet::ColumnDefinition& column : table.Definition().columns)
-    definition.fields += FieldOf(column);
-  for (std::size_t i = 0; i < table.Definition().indexes.size(); ++i)
-    definition.indexes += IndexOf(table, i);
-  return definition;
+std::shared_ptr<const TableDef> TableDefOf(const jet::Table& table) {
+  std::shared_ptr<const void>& kept = table.Shape()->derived;
+  if (kept == nullptr) {
+    const auto definition = std::make_shared<TableDef>();
+    definition->name = QString::fromStdU16String(table.Definition().name);
+    for (const jet::ColumnDefinition& column : table.Definition().columns)
+      definition->fields += FieldOf(column);
+    for (std::size_t i = 0; i < table.Definition().indexes.size(); ++i)
+      definition->indexes += IndexOf(table, i);
+    kept = definition;
+  }
+  return std::static_pointer_cast<const TableDef>(kept);
 }
 
 jet::TableDefinition StoredDefinition(const TableDef& table) {

@@ -22,7 +22,7 @@ constexpr std::int64_t kAllOfAnOwner = 0xF00FE;
 TableWriter Writer(Transaction& pages, std::uint32_t page, const std::u16string& name) {
   StoredTable def = ReadStoredTable(pages, page);
   TableDefinition definition = Describe(name, def, {});
-  return TableWriter(pages, std::move(def), std::move(definition));
+  return TableWriter(pages, std::make_shared<TableShape>(TableShape{std::move(def), std::move(definition), nullptr}));
 }
 
 void Set(const TableWriter& table, std::vector<Value>& row, std::u16string_view column, Value value) {

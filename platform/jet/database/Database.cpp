@@ -28,14 +28,15 @@ void CheckPassword(const Header& header, const std::u16string& given, const std:
 }
 
 // With a damaged property block the table is still readable, without properties.
-std::vector<PropertySet> ReadProperties(PageSource& pages, RowId catalogRow) {
+CachedTableShape::Properties ReadProperties(PageSource& pages, RowId catalogRow) {
+  auto properties = std::make_shared<std::vector<PropertySet>>();
   try {
     const auto block = ReadPropertyBlock(pages, catalogRow);
-    return block && !block->empty() ? ParseProperties(*block) : std::vector<PropertySet>();
+    if (block && !block->empty()) *properties = ParseProperties(*block);
   } catch (const Error& error) {
     if (error.Code() != ErrorCode::Damaged) throw;
-    return {};
   }
+  return properties;
 }
 
 }  // namespace
@@ -87,13 +88,16 @@ Table Database::OpenTable(std::u16string_view name) {
   if (entry == nullptr) {
     throw Error(ErrorCode::NotFound, "De tabel '" + ToUtf8(name) + "' bestaat niet in het bestand '" + Name() + "'.");
   }
-  const std::string context = Context() + "tabel '" + ToUtf8(entry->name) + "', ";
+  return OpenTable(*entry);
+}
+
+Table Database::OpenTable(const CatalogEntry& entry) {
+  const ReadTurn reading(*this);
+  const std::string context = Context() + "tabel '" + ToUtf8(entry.name) + "', ";
   return InContext(context, [&] {
-    StoredTable def = ReadStoredTable(Source(), static_cast<std::uint32_t>(entry->id));
     const auto& properties =
-        properties_[entry->row].Get(Source(), [&](PageSource& pages) { return ReadProperties(pages, entry->row); });
-    TableDefinition definition = Describe(entry->name, def, properties);
-    return Table(Source(), std::move(def), std::move(definition), context);
+        properties_[entry.row].Get(Source(), [&](PageSource& pages) { return ReadProperties(pages, entry.row); });
+    return Table(Source(), shapes_[entry.row].Get(Source(), entry, properties), context);
   });
 }
 
@@ -102,7 +106,7 @@ std::unique_ptr<TableWriter> Database::OpenWriter(std::u16string_view name) {
 }
 
 std::unique_ptr<TableWriter> Database::OpenWriter(const Table& table) {
-  return std::make_unique<TableWriter>(storage_->Changes(), table.Def(), table.Definition());
+  return std::make_unique<TableWriter>(storage_->Changes(), table.Shape());
 }
 
 void Database::CreateTable(const TableDefinition& table) {

@@ -9,6 +9,7 @@
 #include "platform/jet/table/Catalog.h"
 #include "platform/jet/table/Properties.h"
 #include "platform/jet/table/Table.h"
+#include "platform/jet/table/TableShape.h"
 
 #include <filesystem>
 #include <map>
@@ -49,6 +50,8 @@ class Database {
   // Opens any table by name (also system tables), ignoring case. An Error when it does not exist or its definition is
   // damaged.
   Table OpenTable(std::u16string_view name);
+  // The same for an entry of Objects().
+  Table OpenTable(const CatalogEntry& entry);
 
   // For changing the rows of a table, within a WriteTurn.
   std::unique_ptr<TableWriter> OpenWriter(std::u16string_view name);
@@ -66,7 +69,9 @@ class Database {
 
   std::shared_ptr<Storage> storage_;
   CachedFromPages<Catalog> catalog_;
-  std::map<RowId, CachedFromPages<std::vector<PropertySet>>> properties_;  // by row of the catalogue
+  // By row of the catalogue.
+  std::map<RowId, CachedFromPages<CachedTableShape::Properties>> properties_;
+  std::map<RowId, CachedTableShape> shapes_;
 };
 
 }  // namespace jet

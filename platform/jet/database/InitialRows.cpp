@@ -21,7 +21,7 @@ namespace {
 TableWriter Writer(Transaction& pages, std::uint32_t page) {
   StoredTable def = ReadStoredTable(pages, page);
   TableDefinition definition = Describe(u"", def, {});
-  return TableWriter(pages, std::move(def), std::move(definition));
+  return TableWriter(pages, std::make_shared<TableShape>(TableShape{std::move(def), std::move(definition), nullptr}));
 }
 
 void AddObjects(Transaction& pages, double now) {

@@ -5,6 +5,7 @@
 #include "platform/jet/values/Damage.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cstring>
 #include <string>
@@ -38,21 +39,22 @@ unsigned IndexPage::ExactFreeBytes() const {
 
 void IndexPage::ReadEnds() {
   const PageBytes& page = *page_;
+  std::array<std::uint64_t, (kMaskBytes + 7) / 8> mask{};
+  std::memcpy(mask.data(), &page[kMaskAt], kMaskBytes);
+  // A stored entry always holds its row pointer: the shared prefix never reaches into it.
+  const std::size_t shortest = PointerBytes();
+  ends_.resize(8 * kMaskBytes / shortest + 1);
   std::size_t start = kEntriesAt;
-  ends_.reserve(kMaskBytes);
-  for (std::size_t i = 0; i < kMaskBytes; i += sizeof(std::uint64_t)) {
-    // The last word extends past the mask.
-    const std::size_t bytes = std::min(sizeof(std::uint64_t), kMaskBytes - i);
-    std::uint64_t bits = Load<std::uint64_t>(&page[kMaskAt + i]);
-    if (bytes < sizeof bits) bits &= (std::uint64_t{1} << (8 * bytes)) - 1;
-    for (; bits != 0; bits &= bits - 1) {
-      const std::size_t end = kEntriesAt + 8 * i + static_cast<unsigned>(std::countr_zero(bits));
-      // A stored entry always holds its row pointer: the shared prefix never reaches into it.
-      if (end > kPageSize || end < start + PointerBytes()) throw DamageAt(number_, "een indexregel is te kort");
-      ends_.push_back(static_cast<std::uint16_t>(end));
+  std::size_t count = 0;
+  for (std::size_t i = 0; i < mask.size(); ++i) {
+    for (std::uint64_t bits = mask[i]; bits != 0; bits &= bits - 1) {
+      const std::size_t end = kEntriesAt + 64 * i + static_cast<unsigned>(std::countr_zero(bits));
+      if (end - start < shortest || end > kPageSize) throw DamageAt(number_, "een indexregel is te kort");
+      ends_[count++] = static_cast<std::uint16_t>(end);
       start = end;
     }
   }
+  ends_.resize(count);
   if (prefix_ != 0 && !ends_.empty() && prefix_ + PointerBytes() > Stored(0).size()) {
     throw DamageAt(number_, "het gedeelde begin is langer dan de eerste indexregel");
   }

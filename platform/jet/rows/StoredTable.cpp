@@ -52,6 +52,7 @@ class StreamReader {
 
 Bytes ReadStream(PageSource& pages, std::uint32_t first, std::vector<std::uint32_t>& visited) {
   Bytes stream;
+  stream.reserve(kPageSize);
   for (std::uint32_t number = first; number != 0;) {
     const bool looped = std::find(visited.begin(), visited.end(), number) != visited.end();
     if (looped || visited.size() >= kMostDefinitionPages) throw DamageAt(number, "de definitie verwijst in een kring");
@@ -217,18 +218,51 @@ const StoredColumn* StoredTable::ColumnByNumber(std::uint16_t number) const {
   return found != columns.end() && found->number == number ? &*found : nullptr;
 }
 
-StoredTable ReadStoredTable(PageSource& pages, std::uint32_t page) try {
+namespace {
+
+// To be called from a handler.
+[[noreturn]] void RethrowDamage(const Error& error, std::uint32_t page) {
+  if (error.Code() != ErrorCode::Damaged) throw;
+  throw Damage("tabeldefinitie op pagina " + std::to_string(page) + ": " + error.what());
+}
+
+}  // namespace
+
+StoredTable ReadStoredTable(PageSource& pages, std::uint32_t page) {
+  return ParseDefinition(ReadDefinition(pages, page));
+}
+
+DefinitionStream ReadDefinition(PageSource& pages, std::uint32_t page) try {
+  DefinitionStream read;
+  read.bytes = ReadStream(pages, page, read.pages);
+  return read;
+} catch (const Error& error) {
+  RethrowDamage(error, page);
+}
+
+StoredTable ParseDefinition(const DefinitionStream& read) try {
   StoredTable table;
-  table.page = page;
-  ParseStream(ReadStream(pages, page, table.pages), table);
+  table.page = read.pages.front();
+  table.pages = read.pages;
+  ParseStream(read.bytes, table);
   std::stable_sort(table.columns.begin(), table.columns.end(),
                    [](const StoredColumn& a, const StoredColumn& b) { return a.number < b.number; });
   CheckColumns(table);
   CheckIndexes(table);
   return table;
 } catch (const Error& error) {
-  if (error.Code() != ErrorCode::Damaged) throw;
-  throw Damage("tabeldefinitie op pagina " + std::to_string(page) + ": " + error.what());
+  RethrowDamage(error, read.pages.front());
+}
+
+void TakeCounters(Bytes& stream, StoredTable& table) {
+  const auto take = [&](std::size_t at, std::uint32_t& counter) {
+    counter = LoadU32(&stream[at]);
+    Store(&stream[at], std::uint32_t{0});
+  };
+  take(kRowCountAt, table.rowCount);
+  take(kAutonumberAt, table.lastAutonumber);
+  for (StoredIndex& index : table.realIndexes)
+    take(index.distinctKeysAt, index.distinctKeys);
 }
 
 Bytes ReadTableDefStream(PageSource& pages, const StoredTable& table) {

@@ -113,8 +113,21 @@ struct StoredTable {
 constexpr std::size_t kRowCountAt = 16;
 constexpr std::size_t kAutonumberAt = 20;
 
+// A table definition as bytes.
+struct DefinitionStream {
+  Bytes bytes;                       // of whole pages, without the heads of later ones
+  std::vector<std::uint32_t> pages;  // in their order
+};
+
 // Reads and checks the definition that begins at `page`.
 StoredTable ReadStoredTable(PageSource& pages, std::uint32_t page);
+// The same in two steps.
+DefinitionStream ReadDefinition(PageSource& pages, std::uint32_t page);
+StoredTable ParseDefinition(const DefinitionStream& read);
+
+// Moves the counters of rows, keys and numbers from the stream to `table`, which was parsed from a stream of this size;
+// zeros remain. What is left in the stream changes only together with the definition.
+void TakeCounters(Bytes& stream, StoredTable& table);
 
 // The bytes that `table` was read from, without the heads of later pages.
 Bytes ReadTableDefStream(PageSource& pages, const StoredTable& table);

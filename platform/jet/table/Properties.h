@@ -16,6 +16,8 @@ struct Property {
   std::uint8_t type = 0;  // a ColumnType
   bool ddl = false;
   Bytes data;
+
+  bool operator==(const Property&) const = default;
 };
 
 // The properties of one column, or (empty name) of the table itself.
@@ -26,6 +28,8 @@ struct PropertySet {
   const Property* Find(std::u16string_view name) const;
   bool FlagOf(std::u16string_view name, bool whenMissing) const;
   std::u16string TextOf(std::u16string_view name) const;
+
+  bool operator==(const PropertySet&) const = default;
 };
 
 // Parses the property block of a catalogue row.

@@ -9,22 +9,22 @@
 
 namespace jet {
 
-Table::Table(PageSource& pages, StoredTable def, TableDefinition definition, std::string context)
-    : pages_(pages), def_(std::move(def)), definition_(std::move(definition)), context_(std::move(context)) {}
+Table::Table(PageSource& pages, std::shared_ptr<const TableShape> shape, std::string context)
+    : pages_(pages), shape_(std::move(shape)), context_(std::move(context)) {}
 
 std::vector<const StoredColumn*> Table::Choose(const ColumnSet& columns) const {
   std::vector<const StoredColumn*> chosen;
   for (const std::size_t column : columns) {
-    if (column >= definition_.columns.size()) {
-      throw Error(ErrorCode::Misuse, "De tabel '" + ToUtf8(definition_.name) + "' heeft niet zoveel velden.");
+    if (column >= Definition().columns.size()) {
+      throw Error(ErrorCode::Misuse, "De tabel '" + ToUtf8(Definition().name) + "' heeft niet zoveel velden.");
     }
-    chosen.push_back(def_.ColumnByNumber(definition_.columns[column].number));
+    chosen.push_back(Def().ColumnByNumber(Definition().columns[column].number));
   }
   return chosen;
 }
 
 TableCursor Table::Scan(const ColumnSet& columns) const& {
-  return InContext(context_, [&] { return TableCursor(pages_, def_, Choose(columns), context_); });
+  return InContext(context_, [&] { return TableCursor(pages_, Def(), Choose(columns), context_); });
 }
 
 std::optional<std::vector<Value>> Table::Fetch(RowId row, const ColumnSet& columns) const {
@@ -34,34 +34,35 @@ std::optional<std::vector<Value>> Table::Fetch(RowId row, const ColumnSet& colum
 }
 
 RowFetcher Table::Fetcher(const ColumnSet& columns) const& {
-  return InContext(context_, [&] { return RowFetcher(pages_, def_, Choose(columns), context_); });
+  return InContext(context_, [&] { return RowFetcher(pages_, Def(), Choose(columns), context_); });
 }
 
 const StoredIndex& Table::Real(std::size_t index) const {
-  if (index >= definition_.indexes.size()) {
-    throw Error(ErrorCode::Misuse, "De tabel '" + ToUtf8(definition_.name) + "' heeft niet zoveel indexen.");
+  if (index >= Definition().indexes.size()) {
+    throw Error(ErrorCode::Misuse, "De tabel '" + ToUtf8(Definition().name) + "' heeft niet zoveel indexen.");
   }
-  return def_.realIndexes[definition_.indexes[index].realIndex];
+  return Def().realIndexes[Definition().indexes[index].realIndex];
 }
 
 IndexCursor Table::Cursor(std::size_t index) const {
-  return IndexCursor(pages_, def_.page, Real(index).root);
+  return IndexCursor(pages_, Def().page, Real(index).root);
 }
 
 bool Table::CanLookup(std::size_t index) const {
   const StoredIndex& real = Real(index);
-  return std::all_of(real.fields.begin(), real.fields.end(),
-                     [&](const StoredIndex::Field& field) { return CanBuildKeys(*def_.ColumnByNumber(field.column)); });
+  return std::all_of(real.fields.begin(), real.fields.end(), [&](const StoredIndex::Field& field) {
+    return CanBuildKeys(*Def().ColumnByNumber(field.column));
+  });
 }
 
 KeyCursor Table::Lookup(std::size_t index, std::span<const Value> key) const& {
   const StoredIndex& real = Real(index);
   if (key.empty() || key.size() > real.fields.size()) {
-    throw Error(ErrorCode::Misuse, "De sleutel past niet bij de index van tabel '" + ToUtf8(definition_.name) + "'.");
+    throw Error(ErrorCode::Misuse, "De sleutel past niet bij de index van tabel '" + ToUtf8(Definition().name) + "'.");
   }
   Bytes bytes;
   for (std::size_t i = 0; i < key.size(); ++i) {
-    AppendKeyField(*def_.ColumnByNumber(real.fields[i].column), key[i], real.fields[i].ascending, bytes);
+    AppendKeyField(*Def().ColumnByNumber(real.fields[i].column), key[i], real.fields[i].ascending, bytes);
   }
   return KeyCursor(Cursor(index), std::move(bytes), context_);
 }

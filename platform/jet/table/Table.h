@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/jet/rows/StoredTable.h"
-#include "platform/jet/table/Definition.h"
 #include "platform/jet/table/TableCursor.h"
+#include "platform/jet/table/TableShape.h"
 
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -20,11 +20,12 @@ using ColumnSet = std::vector<std::size_t>;
 class Table {
  public:
   // `context`: prefix for damage messages, with file and table.
-  Table(PageSource& pages, StoredTable def, TableDefinition definition, std::string context);
+  Table(PageSource& pages, std::shared_ptr<const TableShape> shape, std::string context);
 
-  const TableDefinition& Definition() const { return definition_; }
+  const TableDefinition& Definition() const { return shape_->definition; }
   // The definition as stored.
-  const StoredTable& Def() const { return def_; }
+  const StoredTable& Def() const { return shape_->stored; }
+  const std::shared_ptr<const TableShape>& Shape() const { return shape_; }
 
   // All rows, by RowId. Only `columns` are decoded.
   TableCursor Scan(const ColumnSet& columns) const&;
@@ -55,8 +56,7 @@ class Table {
   IndexCursor Cursor(std::size_t index) const;
 
   PageSource& pages_;
-  StoredTable def_;
-  TableDefinition definition_;
+  std::shared_ptr<const TableShape> shape_;
   std::string context_;
 };
 

@@ -34,14 +34,20 @@ void CheckColumn(const StoredColumn& column, const ColumnDefinition& definition)
   throw Error(ErrorCode::Unsupported, FieldName(column) + " heeft een validatieregel; die wordt niet ondersteund.");
 }
 
-// Returns the definition; throws when the table has features that this library cannot write.
-TableDefinition Supported(const StoredTable& table, TableDefinition definition) {
-  WithTableName(definition, [&] {
-    for (const StoredColumn& column : table.columns)
-      CheckColumn(column, definition.columns[definition.FindColumn(column.name)]);
-    TableIndexes::RequireKnownOrders(table);
+std::size_t PlaceOf(const StoredColumn& column, const TableDefinition& definition) {
+  const auto found =
+      std::ranges::find(definition.columns, column.number, [](const ColumnDefinition& known) { return known.number; });
+  return static_cast<std::size_t>(found - definition.columns.begin());
+}
+
+// Returns the shape; throws when the table has features that this library cannot write.
+std::shared_ptr<const TableShape> Supported(std::shared_ptr<const TableShape> shape) {
+  WithTableName(shape->definition, [&] {
+    for (const StoredColumn& column : shape->stored.columns)
+      CheckColumn(column, shape->definition.columns[PlaceOf(column, shape->definition)]);
+    TableIndexes::RequireKnownOrders(shape->stored);
   });
-  return definition;
+  return shape;
 }
 
 // The present place of a moved row; 0 for a row that has not moved. Nothing when the row does not exist.
@@ -60,11 +66,12 @@ std::optional<RowId> TargetOf(PageSource& pages, RowId row) {
 
 }  // namespace
 
-TableWriter::TableWriter(Transaction& pages, StoredTable def, TableDefinition definition)
+TableWriter::TableWriter(Transaction& pages, std::shared_ptr<const TableShape> shape)
     : pages_(pages),
       space_(pages),
-      def_(std::move(def)),
-      definition_(Supported(def_, std::move(definition))),
+      shape_(Supported(std::move(shape))),
+      def_(shape_->stored),
+      definition_(shape_->definition),
       rows_(pages, space_, def_.page, def_.ownedMap, def_.freeMap),
       counters_(pages, def_),
       indexes_(pages, space_, def_, counters_),
@@ -74,7 +81,7 @@ TableWriter::TableWriter(Transaction& pages, StoredTable def, TableDefinition de
       newFields_(def_.columns.size()),
       newValues_(def_.columns.size()) {
   for (const StoredColumn& column : def_.columns) {
-    places_.push_back(definition_.FindColumn(column.name));
+    places_.push_back(PlaceOf(column, definition_));
     inOrder_ = inOrder_ && places_.back() + 1 == places_.size();
     if (!column.IsAutonumber() && !indexes_.Uses(places_.size() - 1)) continue;
     indexedColumns_.push_back(places_.back());

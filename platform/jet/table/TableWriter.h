@@ -12,6 +12,7 @@
 #include "platform/jet/table/ForeignKeys.h"
 #include "platform/jet/table/Table.h"
 
+#include <memory>
 #include <optional>
 #include <span>
 #include <vector>
@@ -28,7 +29,7 @@ namespace jet {
 class TableWriter {
  public:
   // An Error (Unsupported) for a table with validation rules or an index whose keys cannot be built.
-  TableWriter(Transaction& pages, StoredTable def, TableDefinition definition);
+  TableWriter(Transaction& pages, std::shared_ptr<const TableShape> shape);
   TableWriter(const TableWriter&) = delete;
   TableWriter& operator=(const TableWriter&) = delete;
 
@@ -98,8 +99,9 @@ class TableWriter {
 
   Transaction& pages_;
   PageSpace space_;
-  StoredTable def_;
-  TableDefinition definition_;
+  const std::shared_ptr<const TableShape> shape_;
+  const StoredTable& def_;
+  const TableDefinition& definition_;
   RowSpace rows_;
   Counters counters_;
   TableIndexes indexes_;
