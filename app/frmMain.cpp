@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "app/frmMain.h"
 
+#include "app/DailyBackup.h"
 #include "app/FirstStart.h"
 #include "app/StationStatus.h"
 #include "app/StatusPanel.h"
 #include "app/Version.h"
 #include "app/frmHandleiding.h"
 #include "app/frmNieuweZender.h"
+#include "app/frmReservekopieen.h"
 #include "app/frmVersie.h"
 #include "app/ui_frmMain.h"
 #include "catalogue/Screens.h"
@@ -60,6 +62,7 @@ QString NotExportedText(const std::optional<int>& count, const UnreadableReason&
 
 frmMain::frmMain()
     : ui_(std::make_unique<Ui::frmMain>()),
+      backup_(std::make_unique<DailyBackup>()),
       tmrKlok_(new QTimer(this)),
       pnlRadio_(new StatusPanel(this)),
       pnlModus_(new StatusPanel(this)),
@@ -89,10 +92,12 @@ void frmMain::ConnectEvents() {
   connect(ui_->actOntbreekt, &QAction::triggered, this, &frmMain::mnuOntbreekt_Click);
   connect(ui_->actOfflineLog, &QAction::triggered, this, &frmMain::mnuOfflineLog_Click);
   connect(ui_->actExportsVerwerken, &QAction::triggered, this, &frmMain::mnuExportsVerwerken_Click);
+  connect(ui_->actReservekopieen, &QAction::triggered, this, &frmMain::mnuReservekopieen_Click);
   connect(ui_->actHandleiding, &QAction::triggered, this, &frmMain::mnuHandleiding_Click);
   connect(ui_->actVersie, &QAction::triggered, this, &frmMain::mnuVersie_Click);
   connect(ui_->fraVandaag, &TodayPanel::spotsAsked, this, &frmMain::fraVandaag_Tonen);
   connect(ui_->fraVandaag, &TodayPanel::catalogueRead, this, &frmMain::ShowMode);
+  connect(ui_->fraVandaag, &TodayPanel::catalogueRead, this, &frmMain::BackUpServer);
   connect(ui_->fraVandaag, &TodayPanel::blocksAsked, ui_->actItems, &QAction::trigger);
   connect(ui_->fraVandaag, &TodayPanel::exportAsked, ui_->actExporteren, &QAction::trigger);
   connect(ui_->fraVandaag, &TodayPanel::waitingAsked, ui_->actOfflineLog, &QAction::trigger);
@@ -113,6 +118,7 @@ void frmMain::InitForm() {
                {ui_->actExporteren, u"exporteren"_s},
                {ui_->actAndereZender, u"radio"_s},
                {ui_->actNieuweZender, u"nieuw"_s},
+               {ui_->actReservekopieen, u"schijf"_s},
                {ui_->actInstellingen, u"instellingen"_s},
                {ui_->actAfsluiten, u"afsluiten"_s},
                {ui_->actHandleiding, u"handleiding"_s},
@@ -250,6 +256,11 @@ void frmMain::ShowMode(const UnreadableReason& reason) {
                   global.online && isReadable ? IconTint::Text : IconTint::Warning, reason.full);
 }
 
+// Only after the catalogue was read, so that opening the station never waits for it.
+void frmMain::BackUpServer(const UnreadableReason& reason) {
+  if (reason.brief.isEmpty()) backup_->Start();
+}
+
 void frmMain::Open(Screen screen) {
   ShowScreen(screen, this);
   RefreshStatus();
@@ -326,6 +337,10 @@ void frmMain::mnuExportsVerwerken_Click() {
     frmExportsVerwerken(this).ShowModal();
     RefreshStatus();
   });
+}
+
+void frmMain::mnuReservekopieen_Click() {
+  Trapped(__func__, [&] { frmReservekopieen(this, backup_->Problem()).ShowModal(); });
 }
 
 void frmMain::mnuHandleiding_Click() {

@@ -9,6 +9,7 @@
 
 #include <memory>
 
+class DailyBackup;
 class QTimer;
 class StatusPanel;
 namespace Ui {
@@ -43,6 +44,7 @@ class frmMain : public QMainWindow {
   void ShowTime();
   void RefreshStatus();
   void ShowMode(const UnreadableReason& reason);
+  void BackUpServer(const UnreadableReason& reason);
   // Shows a screen and waits until it is closed.
   void Open(Screen screen);
 
@@ -57,10 +59,12 @@ class frmMain : public QMainWindow {
   void mnuOfflineLog_Click();
   void fraExport_MapOpenen(const QString& hostFolder);
   void mnuExportsVerwerken_Click();
+  void mnuReservekopieen_Click();
   void mnuHandleiding_Click();
   void mnuVersie_Click();
 
   std::unique_ptr<Ui::frmMain> ui_;
+  std::unique_ptr<DailyBackup> backup_;
   QTimer* tmrKlok_;
   StatusPanel* pnlRadio_;
   StatusPanel* pnlModus_;

@@ -30,7 +30,7 @@ void OfferRestore(const QString& table, const QString& backup) {
         u"Wilt u de %1 records terugzetten die er net nog in stonden?"_s.arg(rows);
     if (ShowItemsMessage(question, kStyleYesNo) != kAnswerYes) return;
     const desktop::WaitPointer wait;
-    dao::RestoreTables(backup, global.localDatabasePath, {table});
+    dao::RestoreTables(backup, global.localDatabasePath, {{table, table}});
   });
 }
 

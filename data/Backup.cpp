@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "data/Backup.h"
 
-#include "data/BackupRetention.h"
 #include "data/IniFile.h"
 #include "data/Messages.h"
 #include "data/SettingsFile.h"
@@ -44,7 +43,7 @@ class BackupFolder {
     QList<BackupFile> files;
     for (const QFileInfo& file : QDir(folder_).entryInfoList(QDir::Files)) {
       const QDateTime moment = MomentOf(file.fileName());
-      if (moment.isValid()) files += {file.fileName(), moment, file.lastModified()};
+      if (moment.isValid()) files += {file.fileName(), moment, file.lastModified(), file.size()};
     }
     std::sort(files.begin(), files.end(), [](const BackupFile& one, const BackupFile& other) {
       return std::tie(one.made, one.name) > std::tie(other.made, other.name);
@@ -52,6 +51,12 @@ class BackupFolder {
     return files;
   }
 
+  bool HasCopyOf(QDate day) const {
+    const QList<BackupFile> files = NewestFirst();
+    return std::any_of(files.begin(), files.end(), [&](const BackupFile& file) { return file.moment.date() == day; });
+  }
+
+  QString Path() const { return runtime::PathText(folder_); }
   QString PathOf(const QString& name) const { return runtime::PathText(folder_ + u'/' + name); }
 
   // A free name: the time of the copy, or the first later second that is not taken.
@@ -94,21 +99,21 @@ bool HasRows(dao::Database& database, const QString& table) {
   return database.OpenRecordset(u"SELECT COUNT(*) AS Aantal FROM "_s + table).Field(u"Aantal"_s).toInt() > 0;
 }
 
-// Whether every copy table has rows. A server database has no copy tables and is never complete in this sense.
+// Whether every copy table has rows; in a server database, which has none, items and item-spots.
 bool IsComplete(const QString& path) {
   try {
     dao::Database database = dao::OpenDatabase(path, {.readOnly = true});
-    const QStringList copies = database.TableNames().filter(u"tblCopie_"_s);
-    return !copies.isEmpty() &&
-           std::all_of(copies.begin(), copies.end(), [&](const QString& table) { return HasRows(database, table); });
+    QStringList tables = database.TableNames().filter(u"tblCopie_"_s);
+    if (tables.isEmpty()) tables = QStringList{u"tblItems"_s, u"tblItemSpots"_s};
+    return std::all_of(tables.begin(), tables.end(), [&](const QString& table) { return HasRows(database, table); });
   } catch (const runtime::Error&) {
     return false;
   }
 }
 
-void DeleteExpired(const BackupFolder& folder) {
+void DeleteExpired(const BackupFolder& folder, QDate today) {
   const auto isComplete = [&](const BackupFile& file) { return IsComplete(folder.PathOf(file.name)); };
-  for (const BackupFile& file : ExpiredBackups(folder.NewestFirst(), runtime::Now().date(), isComplete))
+  for (const BackupFile& file : ExpiredBackups(folder.NewestFirst(), today, isComplete))
     folder.Remove(file.name);
 }
 
@@ -134,23 +139,44 @@ std::optional<QString> SameAsNewest(const dao::FrozenDatabase& database, const B
   return std::nullopt;
 }
 
+// Returns the path of the copy with the present contents, which may exist already.
+QString CopyUnlessSame(const dao::FrozenDatabase& database, const BackupFolder& folder, const QDateTime& now) {
+  folder.RemoveUnfinished();
+  if (auto same = SameAsNewest(database, folder)) return *same;
+  folder.Make(database);
+  const QList<BackupFile> earlier = folder.NewestFirst();
+  const QString name = folder.NewName(now);
+  database.CopyTo(folder.PathOf(name));
+  folder.MarkAsNewest(name, now, earlier);
+  DeleteExpired(folder, now.date());
+  return folder.PathOf(name);
+}
+
 }  // namespace
 
 std::optional<QString> BackUp(const QString& databasePath, const QString& password) {
   const auto frozen = FrozenIfExists(databasePath, password);
   if (!frozen) return std::nullopt;
-  const dao::FrozenDatabase& database = *frozen;
+  return CopyUnlessSame(*frozen, BackupFolder(databasePath), runtime::Now());
+}
+
+void BackUpDaily(const QString& databasePath, const QDateTime& now) {
+  if (dao::IsServerPath(databasePath)) return;
   const BackupFolder folder(databasePath);
-  folder.RemoveUnfinished();
-  if (auto same = SameAsNewest(database, folder)) return same;
-  folder.Make(database);
-  const QDateTime now = runtime::Now();
-  const QList<BackupFile> earlier = folder.NewestFirst();
-  const QString name = folder.NewName(now);
-  database.CopyTo(folder.PathOf(name));
-  folder.MarkAsNewest(name, now, earlier);
-  DeleteExpired(folder);
-  return folder.PathOf(name);
+  if (folder.HasCopyOf(now.date())) return;
+  const auto frozen = FrozenIfExists(databasePath, {});
+  // Another program may have made it while this one waited for its turn.
+  if (!frozen || folder.HasCopyOf(now.date())) return;
+  CopyUnlessSame(*frozen, folder, now);
+}
+
+QList<BackupFile> BackupsOf(const QString& databasePath) {
+  if (dao::IsServerPath(databasePath)) return {};
+  return BackupFolder(databasePath).NewestFirst();
+}
+
+QString BackupFolderOf(const QString& databasePath) {
+  return BackupFolder(databasePath).Path();
 }
 
 bool BackupsEnabled(const QString& settingsPath) {

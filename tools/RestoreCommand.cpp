@@ -29,6 +29,24 @@ void RefuseItself(const QString& backup, const QString& database) {
   throw runtime::Error(u"'%1' is de database zelf, geen reservekopie ervan."_s.arg(backup));
 }
 
+// The rows of a server table are in a local backup under the name of its copy, and the other way round.
+QString SourceOf(const QString& table, const QStringList& inBackup) {
+  const QString copy = u"tblCopie_"_s;
+  const QString plain = u"tbl"_s;
+  const bool isCopy = table.startsWith(copy, Qt::CaseInsensitive);
+  const QString other = isCopy ? plain + table.mid(copy.size()) : copy + table.mid(plain.size());
+  const bool useOther = !inBackup.contains(table, Qt::CaseInsensitive) && inBackup.contains(other, Qt::CaseInsensitive);
+  return useOther ? other : table;
+}
+
+QList<dao::RestoredTable> WithSources(const QStringList& tables, const QString& backup) {
+  const QStringList inBackup = dao::OpenDatabase(backup, {.readOnly = true}).TableNames();
+  QList<dao::RestoredTable> restored;
+  for (const QString& table : tables)
+    restored += {SourceOf(table, inBackup), table};
+  return restored;
+}
+
 int Restore(const Arguments& arguments, const Streams& streams) {
   for (const QString& word : arguments.Plain().first(2))
     RefuseServer(word, u"pg_dump en pg_restore, die een database op een server bewaren en terugzetten"_s);
@@ -40,7 +58,7 @@ int Restore(const Arguments& arguments, const Streams& streams) {
   const LocalFolder folder(database);
   const auto lock = folder.Lock();
   folder.BackUp(arguments);
-  streams.out << dao::RestoreTables(backup, database, tables) << '\n';
+  streams.out << dao::RestoreTables(backup, database, WithSources(tables, backup)) << '\n';
   return kDone;
 }
 
@@ -55,7 +73,8 @@ Command RestoreCommand() {
       .details =
           u"Een reservekopie staat in de map backup naast de database, of is de .bak van een compact. Wat er nu\n"
           "staat, blijft vooraf bewaard als een nieuwe reservekopie; kan dat niet, dan gebeurt er niets, tenzij met\n"
-          "--zonder-reservekopie. Het programma mag intussen niet op dezelfde programmamap lopen."_s,
+          "--zonder-reservekopie. Uit een kopie van de lokale database komen ook de tabellen van de gedeelde terug:\n"
+          "tblItems uit tblCopie_Items, en omgekeerd. Het programma mag intussen niet op dezelfde programmamap lopen."_s,
       .examples = {
           u"restore /tmp/proef/data/OvalistoLocal.mdb.bak /tmp/proef/data/OvalistoLocal.mdb tblCopie_Items"_s}};
 }

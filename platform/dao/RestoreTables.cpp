@@ -65,15 +65,15 @@ int CopyAll(Table& source, Table& target) {
 
 }  // namespace
 
-int RestoreTables(const QString& source, const QString& target, const QStringList& tables) {
+int RestoreTables(const QString& source, const QString& target, const QList<RestoredTable>& tables) {
   const auto from = OpenStorage(source, {.readOnly = true});
   const auto to = OpenStorage(target);
   const auto writing = to->Begin(Access::Write);
   const auto reading = from->Begin(Access::Read);
   int count = 0;
-  for (const QString& name : tables) {
-    const auto kept = Existing(*from, name);
-    const auto present = Existing(*to, name);
+  for (const RestoredTable& table : tables) {
+    const auto kept = Existing(*from, table.source);
+    const auto present = Existing(*to, table.target);
     DeleteAll(*present);
     count += CopyAll(*kept, *present);
   }

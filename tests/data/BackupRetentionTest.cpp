@@ -13,9 +13,9 @@ namespace {
 
 const QDate kToday(2024, 3, 31);
 
-BackupFile Copy(int daysAgo, int hour) {
-  const QDateTime moment(kToday.addDays(-daysAgo), QTime(hour, 0));
-  return {moment.toString(u"MMdd-HH"_s), moment, moment};
+BackupFile Copy(int daysAgo, int hour, int minute = 0) {
+  const QDateTime moment(kToday.addDays(-daysAgo), QTime(hour, minute));
+  return {moment.toString(minute == 0 ? u"MMdd-HH"_s : u"MMdd-HHmm"_s), moment, moment};
 }
 
 // Names of the copies that are not expired.
@@ -35,13 +35,22 @@ bool NoneIsComplete(const BackupFile&) {
 
 }  // namespace
 
-TEST(BackupRetention, KeepsTheNewestTen) {
+TEST(BackupRetention, KeepsTheNewestOfTheLastTenHours) {
   QList<BackupFile> files;
   for (int hour = 14; hour >= 0; --hour)
     files += Copy(0, hour);
   EXPECT_EQ(Kept(files, NoneIsComplete),
             (QStringList{u"0331-14"_s, u"0331-13"_s, u"0331-12"_s, u"0331-11"_s, u"0331-10"_s, u"0331-09"_s,
                          u"0331-08"_s, u"0331-07"_s, u"0331-06"_s, u"0331-05"_s}));
+}
+
+TEST(BackupRetention, ManyCopiesWithinMinutesKeepThoseOfEarlierHours) {
+  QList<BackupFile> files;
+  for (int minute = 19; minute > 0; --minute)
+    files += Copy(0, 14, minute);
+  files += {Copy(0, 11, 50), Copy(0, 11, 10), Copy(0, 8, 30)};
+  EXPECT_EQ(Kept(files, NoneIsComplete),
+            (QStringList{u"0331-1419"_s, u"0331-1418"_s, u"0331-1417"_s, u"0331-1150"_s, u"0331-0830"_s}));
 }
 
 TEST(BackupRetention, KeepsTheNewestOfEachDayForThirtyDays) {

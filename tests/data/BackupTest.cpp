@@ -2,6 +2,9 @@
 #include "data/Backup.h"
 
 #include "data/Globals.h"
+#include "data/Schema.h"
+#include "platform/dao/Database.h"
+#include "platform/dao/FrozenDatabase.h"
 #include "platform/desktop/MessageBox.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Error.h"
@@ -18,8 +21,11 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <chrono>
 #include <cstdlib>
+#include <future>
 #include <optional>
+#include <thread>
 
 using namespace Qt::StringLiterals;
 using desktop::MessageBoxScript;
@@ -85,9 +91,9 @@ TEST_F(Backups, LastCopyIsTheNewestAfterTheClockWasSetBack) {
     paths += BackUp(global.localDatabasePath).value();
     ASSERT_EQ(BackUp(global.localDatabasePath), paths.last());  // the newest copy is identical
   }
-  // The newest ten, and the newest of the day before the clock was set back.
-  EXPECT_EQ(Names().size(), 11);
-  for (const QString& path : paths.mid(15))
+  // The newest three, and the newest of the hour before the clock was set back.
+  EXPECT_EQ(Names().size(), 4);
+  for (const QString& path : paths.mid(22))
     EXPECT_TRUE(QFile::exists(runtime::HostPath(path))) << path.toStdString();
 }
 
@@ -155,6 +161,74 @@ TEST_F(Backups, DeletesOldCopiesButKeepsTheNewestWithFilledCopyTables) {
   }
   EXPECT_EQ(Names().size(), 11);
   EXPECT_EQ(Names().first(), u"OvalistoLocal-20240131-154507.mdb"_s);
+}
+
+namespace {
+
+// A shared database in a file, also when the tests run on a database server.
+class DailyBackups : public Backups {
+ protected:
+  DailyBackups() { schema::CreateServerDatabase(Server()); }
+  QString Server() const { return runtime::PathText(station_.Folder() + u"/gedeeld.mdb"_s); }
+  int Count() const { return static_cast<int>(BackupsOf(Server()).size()); }
+  void AddItem(int id) const {
+    dao::OpenDatabase(Server()).Execute(u"INSERT INTO tblItems (ID, Naam) VALUES (%1, \"x\")"_s.arg(id));
+  }
+};
+
+}  // namespace
+
+TEST_F(DailyBackups, OneCopyIsMadeEachDay) {
+  AddItem(1);
+  BackUpDaily(Server(), kNow);
+  EXPECT_EQ(runtime::ReadFile(BackupFolderOf(Server()) + u"\\gedeeld-20240131-154507.mdb"_s),
+            runtime::ReadFile(Server()));
+  AddItem(2);
+  BackUpDaily(Server(), kNow.addSecs(3600));
+  EXPECT_EQ(Count(), 1);
+  BackUpDaily(Server(), kNow.addDays(1));
+  EXPECT_EQ(Count(), 2);
+  EXPECT_EQ(BackupsOf(Server()).first().moment, kNow.addDays(1));
+  BackUpDaily(Server(), kNow.addDays(2));  // unchanged since
+  EXPECT_EQ(Count(), 2);
+}
+
+TEST_F(DailyBackups, CopyOfAnotherProgramCountsAlsoAfterAWait) {
+  std::thread other;
+  {
+    // Its copy appears while this program waits for its turn to write.
+    const dao::FrozenDatabase held(Server());
+    std::promise<void> isWaiting;
+    other = std::thread([&] {
+      isWaiting.set_value();
+      BackUpDaily(Server(), kNow);
+    });
+    isWaiting.get_future().wait();
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    held.MakeFolder(BackupFolderOf(Server()));
+    held.CopyTo(BackupFolderOf(Server()) + u"\\gedeeld-20240131-090000.mdb"_s);
+    dao::OpenDatabase(Server(), {.readOnly = true});  // readers do not wait
+  }
+  other.join();
+  EXPECT_EQ(Count(), 1);
+}
+
+TEST_F(DailyBackups, NewestCopyWithItemsAndSpotsIsAlwaysKept) {
+  AddItem(1);
+  dao::OpenDatabase(Server()).Execute(u"INSERT INTO tblItemSpots (ID, Naam) VALUES (1, \"x\")"_s);
+  BackUpDaily(Server(), kNow);
+  dao::OpenDatabase(Server()).Execute(u"DELETE FROM tblItemSpots"_s);
+  for (int copy = 1; copy < 15; ++copy) {
+    AddItem(1 + copy);
+    BackUpDaily(Server(), kNow.addDays(40 * copy));
+  }
+  EXPECT_EQ(Count(), 11);
+  EXPECT_EQ(BackupsOf(Server()).last().moment, kNow);
+}
+
+TEST_F(DailyBackups, DatabaseOnAServerIsLeftToItsAdministrator) {
+  EXPECT_NO_THROW(BackUpDaily(u"postgresql://nergens.invalid/zender\\OvalistoServer.mdb"_s, kNow));
+  EXPECT_TRUE(BackupsOf(u"postgresql://nergens.invalid/zender\\OvalistoServer.mdb"_s).isEmpty());
 }
 
 TEST_F(Backups, OtherFilesInTheFolderAreKept) {

@@ -146,6 +146,27 @@ TEST_F(Restore, NothingIsRestoredOrCompactedWithoutABackupExceptByOption) {
   EXPECT_EQ(Naam(u"tblCopie_Items"_s), "Naam\r\nwas\r\n");
 }
 
+TEST_F(Restore, TablesOfTheSharedDatabaseComeFromALocalCopy) {
+  const QString server = folder_.filePath(u"server/OvalistoServer.mdb"_s);
+  RunTool({u"sql"_s, server, u"INSERT INTO tblItems (ID, Naam) VALUES (7, \"later\")"_s});
+  const ToolRun run = RunTool({u"restore"_s, Backup(), server, u"tblItems"_s, u"TBLITEMSPOTS"_s});
+  ASSERT_EQ(run.exitCode, kDone) << run.err;
+  EXPECT_EQ(run.out, "2\n");
+  EXPECT_EQ(RunTool({u"sql"_s, server, u"SELECT ID, Naam FROM tblItems"_s}).out, "ID,Naam\r\n1,was\r\n");
+  // The previous rows are in a copy next to the shared database.
+  EXPECT_EQ(QDir(folder_.filePath(u"server/backup"_s)).entryList(QDir::Files).size(), 1);
+}
+
+TEST_F(Restore, CopyTablesComeFromABackupOfTheSharedDatabase) {
+  const QString server = folder_.filePath(u"server/OvalistoServer.mdb"_s);
+  RunTool({u"sql"_s, server, u"INSERT INTO tblItems (ID, Naam) VALUES (7, \"gedeeld\")"_s});
+  ASSERT_EQ(RunTool({u"restore"_s, server, Local(), u"tblCopie_Items"_s}).exitCode, kDone);
+  EXPECT_EQ(Naam(u"tblCopie_Items"_s), "Naam\r\ngedeeld\r\n");
+  const ToolRun run = RunTool({u"restore"_s, server, Local(), u"cdeLicenties"_s});
+  EXPECT_EQ(run.exitCode, kFailed);
+  EXPECT_NE(run.err.find("cdeLicenties"), std::string::npos) << run.err;
+}
+
 TEST_F(Restore, WithoutATableItPrintsItsUsage) {
   EXPECT_EQ(RunTool({u"restore"_s, Backup(), Local()}).exitCode, kWrongUse);
 }

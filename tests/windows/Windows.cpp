@@ -5,6 +5,7 @@
 #include "app/frmHandleiding.h"
 #include "app/frmMain.h"
 #include "app/frmNieuweZender.h"
+#include "app/frmReservekopieen.h"
 #include "app/frmSplash.h"
 #include "app/frmVersie.h"
 #include "catalogue/frmGeldigheid.h"
@@ -158,6 +159,7 @@ QList<Opening> All(const Records& records) {
       Planned<frmOntbreekt>(u"missing"_s, &frmOntbreekt::IsFinished),
       Planned<frmExportsVerwerken>(u"apply"_s, &frmExportsVerwerken::IsRead),
       Planned<frmOfflineLog>(u"offlineLog"_s, &frmOfflineLog::IsRead),
+      Planned<frmReservekopieen>(u"backups"_s, &frmReservekopieen::IsRead),
       {u"question"_s, Question},
       {u"input"_s, InputBox},
   };

@@ -86,7 +86,9 @@ TEST_F(FullDisk, ANewTableIsNotCreatedInPart) {
 
 TEST_F(FullDisk, RowsAreNotRestoredInPart) {
   Grow(u"bron.mdb"_s);
-  ExpectRefused(u"doel.mdb"_s, [&] { dao::RestoreTables(Path(u"bron.mdb"_s), Path(u"doel.mdb"_s), {u"tblSpots"_s}); });
+  ExpectRefused(u"doel.mdb"_s, [&] {
+    dao::RestoreTables(Path(u"bron.mdb"_s), Path(u"doel.mdb"_s), {{u"tblSpots"_s, u"tblSpots"_s}});
+  });
 }
 
 TEST_F(FullDisk, TheFileIsNotCopiedInPart) {

@@ -64,7 +64,7 @@ TEST_F(RestoredTables, OnlyTheChosenTablesAreRestored) {
   Run(u"DELETE FROM a"_s);
   Run(u"INSERT INTO a (ID, Naam) VALUES (1, \"ander\")"_s);
   Run(u"UPDATE b SET Naam = \"later\""_s);
-  EXPECT_EQ(dao::RestoreTables(backup_, path_, {u"a"_s}), 2);
+  EXPECT_EQ(dao::RestoreTables(backup_, path_, {{u"a"_s, u"a"_s}}), 2);
   EXPECT_EQ(Names(u"a"_s), (QStringList{u"1een"_s, u"2"_s}));
   EXPECT_EQ(Names(u"b"_s), QStringList{u"7later"_s});
   const dao::Recordset row = dao::OpenDatabase(path_).OpenRecordset(u"SELECT Memo FROM a WHERE ID = 1"_s);
@@ -73,7 +73,7 @@ TEST_F(RestoredTables, OnlyTheChosenTablesAreRestored) {
 
 TEST_F(RestoredTables, WhenOneTableFailsNoneIsChanged) {
   Run(u"DELETE FROM a"_s);
-  EXPECT_THROW(dao::RestoreTables(backup_, path_, {u"a"_s, u"niets"_s}), runtime::Error);
+  EXPECT_THROW(dao::RestoreTables(backup_, path_, {{u"a"_s, u"a"_s}, {u"niets"_s, u"niets"_s}}), runtime::Error);
   EXPECT_EQ(Names(u"a"_s), QStringList());
 }
 
@@ -82,7 +82,7 @@ TEST_F(RestoredTables, AMissingFieldIsReported) {
   dao::CreateDatabase(other);
   dao::OpenDatabase(other).CreateTable({u"a"_s, {kFields[0], kFields[2]}, {}});
   try {
-    dao::RestoreTables(backup_, other, {u"a"_s});
+    dao::RestoreTables(backup_, other, {{u"a"_s, u"a"_s}});
     FAIL() << "restored";
   } catch (const runtime::Error& error) {
     EXPECT_TRUE(error.Description().contains(u"Naam"_s)) << error.what();
