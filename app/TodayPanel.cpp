@@ -56,6 +56,12 @@ void TodayPanel::InitRows() {
   ui_->mrkZonderBestand->Show(LineMark::Cross, LineTone::Wrong);
   ui_->mrkBlokken->Show(LineMark::Cross, LineTone::Wrong);
   ui_->mrkExport->Show(LineMark::Clock, LineTone::Begins);
+  // What the marks say to those who do not see them.
+  ui_->mrkLopen->setAccessibleName(u"loopt"_s);
+  ui_->mrkVerlopen->setAccessibleName(u"verloopt"_s);
+  ui_->mrkZonderBestand->setAccessibleName(u"geluidsbestand ontbreekt"_s);
+  ui_->mrkBlokken->setAccessibleName(u"stil of te kort"_s);
+  ui_->mrkExport->setAccessibleName(u"wacht op export"_s);
   const QFont number = NumberFont(font());
   for (QLabel* label : {ui_->lblAantalLopen, ui_->lblAantalVerlopen, ui_->lblAantalZonderBestand, ui_->lblAantalBlokken,
                         ui_->lblAantalExport}) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/controls/ClipStrip.h"
 
+#include "platform/controls/AccessibleControls.h"
 #include "platform/controls/InstrumentGround.h"
 #include "platform/controls/WaveformPainter.h"
 #include "platform/desktop/ThemeColours.h"
@@ -21,12 +22,12 @@ constexpr int kClipTop = 6;
 constexpr int kRows = 2;
 constexpr int kRowGap = 3;  // between the rows
 constexpr int kClipAround = 8;
-constexpr qint64 kOneSecond = 1000;
-constexpr qint64 kTenSeconds = 10 * kOneSecond;
+constexpr qint64 kTenSeconds = 10'000;
 
 }  // namespace
 
 ClipStrip::ClipStrip(QWidget* parent) : QWidget(parent) {
+  RegisterAccessibleControls();
   setMouseTracking(true);
   setFocusPolicy(Qt::StrongFocus);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
@@ -227,9 +228,9 @@ void ClipStrip::leaveEvent(QEvent* event) {
 void ClipStrip::keyPressEvent(QKeyEvent* event) {
   switch (event->key()) {
     case Qt::Key_Left:
-      return RequestSeek(positionMs_ - kOneSecond);
+      return RequestSeek(positionMs_ - kStepMs);
     case Qt::Key_Right:
-      return RequestSeek(positionMs_ + kOneSecond);
+      return RequestSeek(positionMs_ + kStepMs);
     case Qt::Key_PageUp:
       return RequestSeek(positionMs_ - kTenSeconds);
     case Qt::Key_PageDown:

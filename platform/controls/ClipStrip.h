@@ -25,6 +25,8 @@ class ClipStrip : public QWidget {
 
   explicit ClipStrip(QWidget* parent = nullptr);
 
+  static constexpr int kStepMs = 1000;  // of the arrow keys
+
   // Replaces the clips, without waveforms, and sets the position to 0.
   void SetClips(std::vector<Clip> clips);
   // The waveform of a clip is added in parts, from its beginning. `expected` peaks cover its length.

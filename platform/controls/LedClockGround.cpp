@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/controls/LedClockGround.h"
 
+#include "platform/controls/AccessibleControls.h"
 #include "platform/controls/LedDigits.h"
 #include "platform/controls/LedPanel.h"
 
@@ -16,6 +17,7 @@ using namespace Qt::StringLiterals;
 }  // namespace
 
 LedClockGround::LedClockGround(QWidget* parent) : InstrumentGround(parent), separators_(u":."_s) {
+  RegisterAccessibleControls();
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
@@ -26,6 +28,16 @@ void LedClockGround::SetSeparators(const QString& separators) {
 
 QList<LedPanel*> LedClockGround::Panels() const {
   return findChildren<LedPanel*>(QString(), Qt::FindDirectChildrenOnly);
+}
+
+QString LedClockGround::Shown() const {
+  const QList<LedPanel*> panels = Panels();
+  QString shown;
+  for (qsizetype i = 0; i < panels.size(); ++i) {
+    if (i > 0 && i <= separators_.size()) shown += separators_[i - 1];
+    shown += panels[i]->Shown();
+  }
+  return shown;
 }
 
 int LedClockGround::DigitHeight() const {

@@ -22,6 +22,9 @@ class LedClockGround : public InstrumentGround {
   QString Separators() const { return separators_; }
   void SetSeparators(const QString& separators);
 
+  // The digits and signs as shown: "14:32:07".
+  QString Shown() const;
+
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override { return sizeHint(); }
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "platform/controls/LedPanel.h"
 
+#include "platform/controls/AccessibleControls.h"
 #include "platform/controls/InstrumentGround.h"
 #include "platform/controls/LedDigits.h"
 #include "platform/desktop/ThemeColours.h"
 
-#include <QAccessible>
 #include <QKeyEvent>
 #include <QPainter>
 
@@ -14,8 +14,8 @@
 namespace controls {
 
 LedPanel::LedPanel(QWidget* parent) : QWidget(parent) {
+  RegisterAccessibleControls();
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-  setAccessibleDescription(QString::number(value_));
 }
 
 void LedPanel::SetValue(int value) {
@@ -23,10 +23,7 @@ void LedPanel::SetValue(int value) {
   if (shown == value_) return;
   const QString before = Shown();
   value_ = shown;
-  setAccessibleDescription(QString::number(value_));
   UpdateDigits(before);
-  QAccessibleValueChangeEvent change(this, value_);
-  QAccessible::updateAccessibility(&change);
   Q_EMIT valueChanged(value_);
 }
 

@@ -3,6 +3,7 @@
 
 #include "platform/desktop/ThemeColours.h"
 
+#include <QAccessible>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPainterPath>
@@ -27,6 +28,10 @@ LedSpin::LedSpin(QWidget* parent) : LedPanel(parent), repeat_(new QTimer(this)) 
   SetMaximum(999999);
   SetLeadingZeros(false);
   setFocusPolicy(Qt::StrongFocus);
+  connect(this, &LedPanel::valueChanged, this, [this](int value) {
+    QAccessibleValueChangeEvent change(this, value);
+    QAccessible::updateAccessibility(&change);
+  });
   connect(repeat_, &QTimer::timeout, this, [this] {
     repeat_->setInterval(kRepeatMs);
     StepBy(held_);

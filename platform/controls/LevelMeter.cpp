@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/controls/LevelMeter.h"
 
+#include "platform/controls/AccessibleControls.h"
 #include "platform/desktop/ThemeColours.h"
 
 #include <QPaintEvent>
@@ -33,6 +34,7 @@ QColor Unlit(const QColor& colour) {
 }  // namespace
 
 LevelMeter::LevelMeter(QWidget* parent) : QWidget(parent) {
+  RegisterAccessibleControls();
   setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
   timer_.setInterval(kTickMs);
   connect(&timer_, &QTimer::timeout, this, [this] { Advance(static_cast<double>(clock_.restart()) / 1000); });

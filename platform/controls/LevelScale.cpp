@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/controls/LevelScale.h"
 
+#include "platform/controls/AccessibleControls.h"
 #include "platform/desktop/ThemeColours.h"
 
 #include <QPainter>
@@ -19,6 +20,7 @@ constexpr int kShort = 4;
 }  // namespace
 
 LevelScale::LevelScale(QWidget* parent) : QWidget(parent) {
+  RegisterAccessibleControls();
   setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
   setAccessibleDescription(u"\u221260 dB, \u221230 dB, 0 dB"_s);
 }

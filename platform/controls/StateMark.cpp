@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/controls/StateMark.h"
 
+#include "platform/controls/AccessibleControls.h"
 #include "platform/controls/Marks.h"
 
 #include <QPainter>
@@ -8,6 +9,7 @@
 namespace controls {
 
 StateMark::StateMark(QWidget* parent) : QWidget(parent) {
+  RegisterAccessibleControls();
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 

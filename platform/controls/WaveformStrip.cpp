@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/controls/WaveformStrip.h"
 
+#include "platform/controls/AccessibleControls.h"
 #include "platform/controls/InstrumentGround.h"
 #include "platform/controls/WaveformPainter.h"
 #include "platform/desktop/ThemeColours.h"
@@ -30,6 +31,7 @@ QFont ScaleFont(QFont font) {
 
 WaveformStrip::WaveformStrip(QWidget* parent)
     : QWidget(parent), emptyText_(tr("Kies een geluidsbestand met ‘Path ...’ om het te beluisteren")) {
+  RegisterAccessibleControls();
   setMouseTracking(true);
   setFocusPolicy(Qt::StrongFocus);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);

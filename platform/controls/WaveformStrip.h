@@ -35,6 +35,7 @@ class WaveformStrip : public QWidget {
   void SetPositionMs(qint64 position);
   qint64 MixMs() const { return mixMs_; }
   void SetMixMs(qint64 mix);  // before the end; emits nothing
+  void MoveMix(qint64 mix);   // as the user does: also emits mixMoved(), if it changes
 
   // Whether the width shows only the last kZoomMs.
   bool IsZoomed() const { return zoomed_; }
@@ -78,7 +79,6 @@ class WaveformStrip : public QWidget {
   qint64 FirstMs() const;
   double XOfPeak(int peak) const;
   WaveformView View() const;
-  void MoveMix(qint64 mix);
   void UpdateAccessible();
 
   WaveformPeaks peaks_;

@@ -1,12 +1,10 @@
 // SPDX-License-Identifier: MIT
 // Checks every window for users of a keyboard or a screen reader.
-#include "data/Globals.h"
-#include "platform/audio/Synth.h"
 #include "platform/desktop/LookStyle.h"
 #include "platform/desktop/Palettes.h"
-#include "platform/runtime/HostPath.h"
 #include "tests/support/Station.h"
 #include "tests/windows/Controls.h"
+#include "tests/windows/FilledStation.h"
 #include "tests/windows/Windows.h"
 
 #include <QApplication>
@@ -22,28 +20,7 @@ using testing_support::Station;
 
 namespace {
 
-constexpr windows::Records kRecords{1, 2, 1, 1};
-
-// A record of each kind; spot and jingle have an audio file.
-void Fill(const Station& station) {
-  audio::ToneOptions tone;
-  tone.seconds = 2;
-  const QString file = station.AudioFolder() + u"/toon.mp3"_s;
-  audio::WriteToneFile(file.toStdString(), tone);
-  const QString path = runtime::PathText(file);
-  station.OnCurrent(
-      u"INSERT INTO tblItemSpots (ID, Path, Naam, LengteSec, StartDatum, StartUur, EindDatum, EindUur, AantalGedraaid, "
-      u"Aktief) VALUES (1, \"%1\", \"Spot\", 2, 45658, 0, 73050, 23, 0, 1)"_s.arg(path));
-  station.OnCurrent(
-      u"INSERT INTO tblItemPingles (ID, Path, Naam, Aktief) VALUES (1, \"%1\", \"Jingle\", 1)"_s.arg(path));
-  station.OnCurrent(
-      u"INSERT INTO tblItems (ID, Naam, ItemSpotsOptID, OptMeerdereSpots, Aktief, Locked) VALUES (1, \"Vast\", 1, -1, "
-      u"1, 0)"_s);
-  station.OnCurrent(
-      u"INSERT INTO tblItems (ID, Naam, ItemSpotsOptID, Opt2Directory, Opt2VariabelNaamGedeelte, OptMeerdereSpots, "
-      u"Aktief, Locked) VALUES (2, \"Map\", 2, \"%1\", 3, -1, 1, 0)"_s.arg(global.exportPath));
-  station.OnCurrent(u"INSERT INTO tblItemsItemSpots (ItemID, ItemSpotOrder, ItemSpotID) VALUES (1, 1, 1)"_s);
-}
+constexpr windows::Records kRecords = windows::kFilledRecords;
 
 class EveryWindow : public ::testing::TestWithParam<int> {
  protected:
@@ -51,7 +28,7 @@ class EveryWindow : public ::testing::TestWithParam<int> {
     QApplication::setStyle(new desktop::LookStyle);
     QApplication::setPalette(desktop::LightPalette());
     station_ = std::make_unique<Station>();
-    Fill(*station_);
+    windows::FillStation(*station_);
   }
   static void TearDownTestSuite() { station_.reset(); }
 
@@ -80,6 +57,10 @@ INSTANTIATE_TEST_SUITE_P(All, EveryWindow, ::testing::Range(0, static_cast<int>(
 
 TEST_P(EveryWindow, NamesEachOfItsControls) {
   EXPECT_EQ(Joined(windows::Nameless(Widget())), "");
+}
+
+TEST_P(EveryWindow, GivesEachOfItsControlsItsOwnName) {
+  EXPECT_EQ(Joined(windows::SharedNames(Widget())), "");
 }
 
 TEST_P(EveryWindow, DescribesControlsThatNeedMoreThanAName) {

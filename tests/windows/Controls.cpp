@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "tests/windows/Controls.h"
 
+#include "platform/controls/ClipStrip.h"
 #include "platform/controls/LedClockGround.h"
 #include "platform/controls/LedPanel.h"
 #include "platform/controls/LevelMeter.h"
 #include "platform/controls/LevelScale.h"
+#include "platform/controls/StateMark.h"
 #include "platform/controls/WaveformStrip.h"
 
 #include <QAbstractButton>
@@ -13,6 +15,7 @@
 #include <QAccessible>
 #include <QComboBox>
 #include <QGroupBox>
+#include <QHeaderView>
 #include <QKeySequence>
 #include <QLabel>
 #include <QLineEdit>
@@ -36,6 +39,7 @@ namespace {
 // Internal parts of a Qt control.
 bool IsInner(const QWidget* widget) {
   return widget->objectName().startsWith(u"qt_"_s) || qobject_cast<const QScrollBar*>(widget) != nullptr ||
+         qobject_cast<const QHeaderView*>(widget) != nullptr ||
          qobject_cast<const QComboBox*>(widget->parentWidget()) != nullptr ||
          qobject_cast<const QLineEdit*>(widget->parentWidget()) != nullptr ||
          qobject_cast<const QTabBar*>(widget->parentWidget()) != nullptr ||
@@ -46,7 +50,9 @@ bool IsInstrument(const QWidget* widget) {
   return qobject_cast<const controls::LedPanel*>(widget) != nullptr ||
          qobject_cast<const controls::LevelMeter*>(widget) != nullptr ||
          qobject_cast<const controls::LevelScale*>(widget) != nullptr ||
-         qobject_cast<const controls::WaveformStrip*>(widget) != nullptr;
+         qobject_cast<const controls::WaveformStrip*>(widget) != nullptr ||
+         qobject_cast<const controls::ClipStrip*>(widget) != nullptr ||
+         qobject_cast<const controls::StateMark*>(widget) != nullptr;
 }
 
 bool IsActedOn(const QWidget* widget) {
@@ -180,10 +186,24 @@ QStringList Nameless(const QWidget& window) {
   return nameless;
 }
 
+QStringList SharedNames(const QWidget& window) {
+  QMap<QString, QStringList> owners;
+  for (QWidget* widget : Shown(window)) {
+    if (IsInstrument(widget) || IsActedOn(widget)) owners[ToldBy(widget, QAccessible::Name)] += Told(widget);
+  }
+  QStringList shared;
+  for (auto name = owners.begin(); name != owners.end(); ++name) {
+    if (name->size() > 1) shared += name.key() + u": "_s + name->join(u", "_s);
+  }
+  return shared;
+}
+
 QStringList Undescribed(const QWidget& window) {
   QStringList undescribed;
   for (QWidget* widget : Shown(window)) {
-    if (NeedsDescription(widget) && ToldBy(widget, QAccessible::Description).isEmpty()) undescribed += Told(widget);
+    if (NeedsDescription(widget) && ToldBy(widget, QAccessible::Description).isEmpty() &&
+        ToldBy(widget, QAccessible::Value).isEmpty())
+      undescribed += Told(widget);
   }
   return undescribed;
 }

@@ -12,7 +12,11 @@ namespace windows {
 // Controls and instruments without an accessible name.
 QStringList Nameless(const QWidget& window);
 
-// Instruments, lists, search boxes and buttons without a caption that have no accessible description.
+// Names that more than one control that can be operated has.
+QStringList SharedNames(const QWidget& window);
+
+// Instruments, lists, search boxes and buttons without a caption that have neither an accessible description nor a
+// value as text.
 QStringList Undescribed(const QWidget& window);
 
 // Tab stops that look the same with and without the focus.
