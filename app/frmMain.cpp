@@ -3,10 +3,10 @@
 
 #include "app/DailyBackup.h"
 #include "app/FirstStart.h"
+#include "app/ManualOpener.h"
 #include "app/StationStatus.h"
 #include "app/StatusPanel.h"
 #include "app/Version.h"
-#include "app/frmHandleiding.h"
 #include "app/frmNieuweZender.h"
 #include "app/frmReservekopieen.h"
 #include "app/frmVersie.h"
@@ -63,6 +63,7 @@ QString NotExportedText(const std::optional<int>& count, const UnreadableReason&
 frmMain::frmMain()
     : ui_(std::make_unique<Ui::frmMain>()),
       backup_(std::make_unique<DailyBackup>()),
+      manual_(std::make_unique<ManualOpener>()),
       tmrKlok_(new QTimer(this)),
       pnlRadio_(new StatusPanel(this)),
       pnlModus_(new StatusPanel(this)),
@@ -344,7 +345,7 @@ void frmMain::mnuReservekopieen_Click() {
 }
 
 void frmMain::mnuHandleiding_Click() {
-  Trapped(__func__, [&] { frmHandleiding(this).ShowModal(); });
+  Trapped(__func__, [&] { manual_->Open(); });
 }
 
 void frmMain::mnuVersie_Click() {

@@ -10,6 +10,7 @@
 #include <memory>
 
 class DailyBackup;
+class ManualOpener;
 class QTimer;
 class StatusPanel;
 namespace Ui {
@@ -65,6 +66,7 @@ class frmMain : public QMainWindow {
 
   std::unique_ptr<Ui::frmMain> ui_;
   std::unique_ptr<DailyBackup> backup_;
+  std::unique_ptr<ManualOpener> manual_;
   QTimer* tmrKlok_;
   StatusPanel* pnlRadio_;
   StatusPanel* pnlModus_;

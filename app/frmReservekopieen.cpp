@@ -45,8 +45,7 @@ QString Summary(const QString& databasePath, const QList<BackupFile>& copies) {
   }
   if (copies.isEmpty()) return u"nog geen reservekopie."_s;
   return u"%1, de laatste van %2 (%3)."_s.arg(Counted(copies.size(), u"kopie"_s, u"kopieën"_s),
-                                              MomentOf(copies.first()),
-                                              AgeOf(copies.first(), runtime::Now().date()));
+                                              MomentOf(copies.first()), AgeOf(copies.first(), runtime::Now().date()));
 }
 
 }  // namespace

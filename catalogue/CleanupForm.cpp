@@ -7,10 +7,12 @@
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/desktop/Windows.h"
+#include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trapped.h"
 
 #include <QCheckBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
@@ -42,8 +44,19 @@ void CleanupForm::Form_Load() {
 void CleanupForm::FillForm() {
   Trapped(__func__, [&] {
     if (!runtime::IsNumeric(global.gstrOpruimenID)) return;
-    controls_.txtOpruimenVan->setText(NameOf(runtime::ToLong(global.gstrOpruimenID), CurrentCatalogue()));
+    const qint32 id = runtime::ToLong(global.gstrOpruimenID);
+    controls_.txtOpruimenVan->setText(NameOf(id, CurrentCatalogue()));
+    ShowUsage(id);
   });
+}
+
+// Only a help: a failure shows no box.
+void CleanupForm::ShowUsage(qint32 id) {
+  try {
+    controls_.lblGebruik->setText(UsageOf(id, CurrentCatalogue()));
+  } catch (const runtime::Error&) {
+    controls_.lblGebruik->setText(u"Waar het gebruikt wordt, is nu niet te lezen."_s);
+  }
 }
 
 void CleanupForm::InitControls() {

@@ -7,6 +7,7 @@
 #include <QString>
 
 class QCheckBox;
+class QLabel;
 class QLineEdit;
 class QPushButton;
 
@@ -27,6 +28,7 @@ class CleanupForm : public Form {
     QCheckBox* chkVerwijderID = nullptr;
     QPushButton* cmdOk = nullptr;
     QPushButton* cmdSluiten = nullptr;
+    QLabel* lblGebruik = nullptr;
   };
 
   // Call once, directly after setupUi.
@@ -34,6 +36,8 @@ class CleanupForm : public Form {
 
   // The name of the record that will be removed.
   virtual QString NameOf(qint32 id, const Catalogue& catalogue) const = 0;
+  // Where the record is used, for the user to read; may be empty. Throws runtime::Error.
+  virtual QString UsageOf(qint32 id, const Catalogue& catalogue) const = 0;
   // Removes records and files in a fixed order; those removed before an error are not restored. Throws runtime::Error.
   virtual void CleanUp(const Catalogue& catalogue) = 0;
 
@@ -53,6 +57,7 @@ class CleanupForm : public Form {
  private:
   void InitForm() {}
   void FillForm();
+  void ShowUsage(qint32 id);
   bool OpruimenProceed() const { return true; }
   bool Opruimen();
 

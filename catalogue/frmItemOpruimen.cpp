@@ -5,6 +5,7 @@
 #include "data/Backup.h"
 #include "data/Globals.h"
 #include "data/Lookups.h"
+#include "data/Usage.h"
 #include "data/Writes.h"
 #include "platform/dao/Database.h"
 #include "platform/runtime/Error.h"
@@ -20,7 +21,8 @@ using runtime::Trapped;
 
 frmItemOpruimen::frmItemOpruimen(QWidget* owner) : CleanupForm(owner), ui_(std::make_unique<Ui::frmItemOpruimen>()) {
   ui_->setupUi(this);
-  Wire({ui_->txtOpruimenVan, ui_->chkVerwijderBestand, ui_->chkVerwijderID, ui_->cmdOk, ui_->cmdSluiten});
+  Wire({ui_->txtOpruimenVan, ui_->chkVerwijderBestand, ui_->chkVerwijderID, ui_->cmdOk, ui_->cmdSluiten,
+        ui_->lblGebruik});
   connect(ui_->chkVerwijderSpots, &QCheckBox::toggled, this, &frmItemOpruimen::chkVerwijderSpots_Click);
 }
 
@@ -28,6 +30,12 @@ frmItemOpruimen::~frmItemOpruimen() = default;
 
 QString frmItemOpruimen::NameOf(qint32 id, const Catalogue& catalogue) const {
   return GetItemNaam(id, catalogue.databasePath, catalogue.items);
+}
+
+QString frmItemOpruimen::UsageOf(qint32 id, const Catalogue& catalogue) const {
+  const QStringList shared = SpotsInOtherItems(id, catalogue);
+  if (shared.isEmpty()) return u"Geen van de item-spots staat ook in een ander item."_s;
+  return u"Ook in andere items: %1."_s.arg(shared.join(u", "_s));
 }
 
 void frmItemOpruimen::InitControls() {

@@ -20,6 +20,7 @@ class frmItemOpruimen : public CleanupForm {
 
  protected:
   QString NameOf(qint32 id, const Catalogue& catalogue) const override;
+  QString UsageOf(qint32 id, const Catalogue& catalogue) const override;
   void CleanUp(const Catalogue& catalogue) override;
   void InitControls() override;
   void Form_Unload() override;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "catalogue/OverviewForm.h"
+#include "data/forms/LatestTask.h"
 
 #include <memory>
 
@@ -21,9 +22,13 @@ class frmItemPingles : public OverviewForm {
   QString TableOf(const Catalogue& catalogue) const override { return catalogue.itemPingles; }
   QString BothFilter(const QString&) const override { return {}; }
   void InitForm() override {}
+  void InitCommands() override;
   void cmdVerwijder_Click() override;
   void Form_Unload() override;
 
  private:
+  void ShowUsage();
+
   std::unique_ptr<Ui::frmItemPingles> ui_;
+  LatestTask usage_;
 };

@@ -2,6 +2,7 @@
 #include "catalogue/frmItemSpotOpruimen.h"
 
 #include "data/Lookups.h"
+#include "data/Usage.h"
 #include "platform/dao/Database.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/TextFile.h"
@@ -12,13 +13,18 @@ using namespace Qt::StringLiterals;
 frmItemSpotOpruimen::frmItemSpotOpruimen(QWidget* owner)
     : CleanupForm(owner), ui_(std::make_unique<Ui::frmItemSpotOpruimen>()) {
   ui_->setupUi(this);
-  Wire({ui_->txtOpruimenVan, ui_->chkVerwijderBestand, ui_->chkVerwijderID, ui_->cmdOk, ui_->cmdSluiten});
+  Wire({ui_->txtOpruimenVan, ui_->chkVerwijderBestand, ui_->chkVerwijderID, ui_->cmdOk, ui_->cmdSluiten,
+        ui_->lblGebruik});
 }
 
 frmItemSpotOpruimen::~frmItemSpotOpruimen() = default;
 
 QString frmItemSpotOpruimen::NameOf(qint32 id, const Catalogue& catalogue) const {
   return GetItemSpotID_Naam(id, catalogue.databasePath, catalogue.itemSpots);
+}
+
+QString frmItemSpotOpruimen::UsageOf(qint32 id, const Catalogue& catalogue) const {
+  return UsageText(ItemsWithSpot(id, catalogue)) + u'.';
 }
 
 void frmItemSpotOpruimen::CleanUp(const Catalogue& catalogue) {

@@ -19,6 +19,7 @@ class frmItemSpotOpruimen : public CleanupForm {
 
  protected:
   QString NameOf(qint32 id, const Catalogue& catalogue) const override;
+  QString UsageOf(qint32 id, const Catalogue& catalogue) const override;
   void CleanUp(const Catalogue& catalogue) override;
 
  private:

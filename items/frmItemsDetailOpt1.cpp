@@ -8,10 +8,16 @@
 #include "platform/dao/Database.h"
 #include "platform/runtime/Trapped.h"
 
+#include <QScreen>
+
 #include <vector>
 
 using namespace Qt::StringLiterals;
 using runtime::Trapped;
+
+namespace {
+constexpr QSize kAddingSize(600, 480);
+}
 
 frmItemsDetailOpt1::frmItemsDetailOpt1(QWidget* owner, controls::ListBox& lstOpt1ItemSpots)
     : EditorForm(owner), ui_(std::make_unique<Ui::frmItemsDetailOpt1>()), list_(lstOpt1ItemSpots) {
@@ -23,6 +29,7 @@ frmItemsDetailOpt1::~frmItemsDetailOpt1() = default;
 
 void frmItemsDetailOpt1::ConnectEvents() {
   connect(ui_->cboItemSpot, &QComboBox::currentIndexChanged, this, &frmItemsDetailOpt1::cboItemSpot_Click);
+  connect(ui_->wgtMeerdere, &SpotChoice::addRequested, this, &frmItemsDetailOpt1::wgtMeerdere_Add);
   connect(ui_->cmdOk, &QPushButton::clicked, this, &frmItemsDetailOpt1::cmdOk_Click);
   connect(ui_->cmdAnnuleren, &QPushButton::clicked, this, &frmItemsDetailOpt1::cmdAnnuleren_Click);
 }
@@ -31,6 +38,8 @@ void frmItemsDetailOpt1::InitForm() {
   Trapped(__func__, [this] {
     setWindowTitle(isNew_ ? u"Item-spot ... toevoegen"_s : u"Item-spot ... wijzigen"_s);
     FillCboItemSpot();
+    ui_->wgtMeerdere->setVisible(isNew_);
+    if (isNew_) resize(kAddingSize.boundedTo(screen()->availableSize()));
   });
 }
 
@@ -46,6 +55,12 @@ void frmItemsDetailOpt1::FillCboItemSpot() {
       lines.push_back({rows.Field(u"Code"_s).toString(), rows.Field(u"ID"_s).toLongLong()});
     }
     ui_->cboItemSpot->Refill(lines);
+    if (!isNew_) return;
+    std::vector<SpotChoiceModel::Spot> spots;
+    spots.reserve(lines.size());
+    for (const controls::ComboBox::Line& line : lines)
+      spots.push_back({line.itemData, line.text});
+    ui_->wgtMeerdere->SetSpots(std::move(spots));
   });
 }
 
@@ -85,6 +100,15 @@ void frmItemsDetailOpt1::Opslaan() {
 
 void frmItemsDetailOpt1::cboItemSpot_Click() {
   Changed();
+}
+
+// Adds the checked spots; the combo box is for cmdOk alone.
+void frmItemsDetailOpt1::wgtMeerdere_Add() {
+  Trapped(__func__, [this] {
+    for (const SpotChoiceModel::Spot& spot : ui_->wgtMeerdere->Checked())
+      list_.AddItem(spot.naam, spot.id);
+    Unload();
+  });
 }
 
 void frmItemsDetailOpt1::cmdOk_Click() {

@@ -12,8 +12,8 @@ namespace controls {
 class ListBox;
 }
 
-// Adds one item-spot to the list of an item, or changes the text of an entry. Changes only the list in the item editor,
-// not the database.
+// Adds one item-spot to the list of an item, or several at once, or changes the text of an entry. Changes only the list
+// in the item editor, not the database.
 class frmItemsDetailOpt1 : public EditorForm {
   Q_OBJECT
 
@@ -34,6 +34,7 @@ class frmItemsDetailOpt1 : public EditorForm {
   void FillCboItemSpot();
 
   void cboItemSpot_Click();
+  void wgtMeerdere_Add();
   void cmdOk_Click();
   void cmdAnnuleren_Click();
 

@@ -145,7 +145,7 @@ void frmItemsDetail::FillContentOption(const dao::Recordset& row) {
     FillPattern(row);
   } else if (option != kNoContentOption) {
     throw runtime::Error(
-        u"Dit item wordt gevuld op een wijze die hier niet bestaat (ItemSpotsOptID = %1)."_s.arg(option));
+        u"Dit item wordt gevuld op een manier die dit programma niet kent (ItemSpotsOptID = %1)."_s.arg(option));
   }
 }
 

@@ -88,7 +88,7 @@ QString AudioFields::Caption() const {
 // Optional, so it is left empty after an error.
 void AudioFields::ShowUsage() {
   try {
-    const QStringList items = kind_.itemsUsing(editor_.ID());
+    const QStringList items = kind_.itemsUsing(editor_.ID(), CurrentCatalogue());
     controls_.lblToelichting->setText(UsageText(items));
     controls_.lblToelichting->setToolTip(items.join(u'\n'));
   } catch (const runtime::Error&) {

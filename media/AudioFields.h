@@ -45,7 +45,7 @@ class AudioFields : public QObject {
     QString caption;            // without the text after " ... "
     QString chooserTitle;       // of the file dialog
     QString Catalogue::*table;  // of the current mode
-    QStringList (*itemsUsing)(qint32 id);
+    QStringList (*itemsUsing)(qint32 id, const Catalogue& catalogue);
   };
   AudioFields(const Kind& kind, EditorForm& editor);
 

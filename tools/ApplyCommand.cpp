@@ -49,7 +49,7 @@ std::vector<apply::ExportFile> FilesOf(const Arguments& arguments) {
 void SetDrivesOf(const QString& program) {
   const QFileInfo given(Absolute(program));
   const QString path = given.isDir() ? given.filePath() + u"/ovalis.ini"_s : given.filePath();
-  if (!QFileInfo::exists(path)) throw runtime::Error(u"'%1' is er niet."_s.arg(path));
+  if (!QFileInfo::exists(path)) throw runtime::Error(u"'%1' bestaat niet."_s.arg(path));
   IniFile settings;
   settings.SetPath(path);
   settings.SetSection(settings::kDrives.toString());

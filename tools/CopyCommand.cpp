@@ -40,10 +40,10 @@ Command CopyCommand() {
       .summary = u"Kopieert alle tabellen van een database naar een andere, bestand of databaseserver."_s,
       .run = Copy,
       .details =
-          u"Wat er in het doel nog niet is, wordt gemaakt. Alles gaat in een keer: aantallen en controlesommen worden\n"
-          "vergeleken voor het doel iets bewaart. Toont per tabel haar rijen, en hoeveel er bij kwamen en verdwenen.\n"
-          "Een tabel die in het doel al rijen heeft, is een fout; met --refresh worden haar rijen gelijk aan die van\n"
-          "de bron, en verandert alleen wat verschilt."_s,
+          u"Wat er in het doel nog niet is, wordt gemaakt. Alles gaat in één keer: aantallen en controlesommen worden\n"
+          "vergeleken voor het doel iets bewaart. Toont per tabel het aantal rijen, en hoeveel er bijkwamen en\n"
+          "verdwenen. Een tabel die in het doel al rijen heeft, is een fout; met --refresh worden haar rijen gelijk\n"
+          "aan die van de bron, en verandert alleen wat verschilt."_s,
       .examples = {u"copy /tmp/proef/server/OvalistoServer.mdb /tmp/proef/spiegel.mdb"_s,
                    u"copy /tmp/proef/server/OvalistoServer.mdb /tmp/proef/spiegel.mdb --refresh"_s}};
 }

@@ -96,15 +96,15 @@ int Playout(const Arguments& arguments, const Streams& streams) {
 Command PlayoutCommand() {
   return {
       .name = u"playout"_s,
-      .usage = u"MAP --form VORM --to DOELMAP [--at OGENBLIK] [--station N]"_s,
+      .usage = u"MAP --form VORM --to DOELMAP [--at MOMENT] [--station N]"_s,
       .summary = u"Schrijft per item een bestand waaruit een uitzendsysteem het blok speelt."_s,
       .run = Playout,
       .details =
-          u"VORM is liquidsoap, rivendell of m3u. Een blok bevat wat op OGENBLIK (\"2025-03-11 14:00\"; anders nu)\n"
+          u"VORM is liquidsoap, rivendell of m3u. Een blok bevat wat op MOMENT (\"2025-03-11 14:00\"; anders nu)\n"
           "mag spelen: niets wat verlopen, niet aktief of zonder bestand is. De namen zijn blok-NUMMER.m3u of .sh. "
           "Wat\n"
           "niet veranderd is, wordt niet herschreven; bestanden van verdwenen items gaan weg. Toont als CSV elk item\n"
-          "met wat eraan schort: een blok dat stil blijft, staat er met de reden. Een gewone m3u kent geen\n"
+          "met wat er mis is: een blok dat stil blijft, staat er met de reden. Een gewone m3u kent geen\n"
           "mixpunten. Draai dit elk uur, want bestanden en spots wisselen met het uur."_s,
       .examples = {u"playout /tmp/proef --form liquidsoap --to /tmp/proef/blokken"_s,
                    u"playout /tmp/proef --form rivendell --to /tmp/proef/rivendell --at \"2025-03-11 14:00\""_s}};

@@ -36,7 +36,7 @@ StationSession::StationSession(const Arguments& arguments, std::ostream& err, co
   FormDatabasePaths();
   if (!runtime::IsThere(global.localDatabasePath)) {
     throw runtime::Error(
-        u"De zender %1 is er niet: '%2' ontbreekt."_s.arg(QString::number(number), global.localDatabasePath));
+        u"De zender %1 bestaat hier niet: '%2' ontbreekt."_s.arg(QString::number(number), global.localDatabasePath));
   }
   SetRadioNaam();
   SetOnlineYn();

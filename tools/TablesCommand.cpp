@@ -23,7 +23,7 @@ int ShowTables(const Arguments& arguments, const Streams& streams) {
 Command TablesCommand() {
   return {.name = u"tables"_s,
           .usage = u"DATABASE [--password TEKST]"_s,
-          .summary = u"Toont elke tabel met haar aantal rijen."_s,
+          .summary = u"Toont elke tabel met het aantal rijen."_s,
           .run = ShowTables,
           .examples = {u"tables /tmp/proef/data/OvalistoLocal.mdb"_s}};
 }

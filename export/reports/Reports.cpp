@@ -46,7 +46,7 @@ Report EndingReport() {
     const qint64 days = spot.eindDatum ? today.daysTo(*spot.eindDatum) : -1;
     if (days < 0 || days > kPaperDays) continue;
     ending.lines.push_back({DateText(spot.eindDatum), QString::number(days), TextOf(row, u"Naam"_s),
-                            ItemsWithSpot(row.Field(u"ID"_s).toInt()).join(u", "_s)});
+                            ItemsWithSpot(row.Field(u"ID"_s).toInt(), CurrentCatalogue()).join(u", "_s)});
   }
   if (ending.lines.empty()) return report;
   report.closing = Counted(static_cast<qsizetype>(ending.lines.size()), u"item-spot"_s, u"item-spots"_s);

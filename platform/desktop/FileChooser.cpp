@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/desktop/FileChooser.h"
 
+#include "platform/desktop/DutchFileModel.h"
 #include "platform/desktop/FolderMemory.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/desktop/Windows.h"
@@ -68,6 +69,7 @@ QString Answer(QFileDialog& dialog) {
   const ArrowPointer arrow;
   static auto* const sorts = new DutchSorts;  // never deleted: Qt's folder-reading thread may use it after the dialog
   dialog.setIconProvider(sorts);
+  dialog.setProxyModel(new DutchFileModel(&dialog));
   MakeRoom(dialog);
   if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
   return dialog.selectedFiles().constFirst();

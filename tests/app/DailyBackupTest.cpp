@@ -33,9 +33,7 @@ const QDateTime kMorning(QDate(2025, 3, 11), QTime(9, 12));
 class DailyBackupTest : public MainTest {
  protected:
   static qsizetype Copies() { return BackupsOf(global.serverDatabasePath).size(); }
-  void AddItem(int id) const {
-    station_.OnServer(u"INSERT INTO tblItems (ID, Naam) VALUES (%1, \"x\")"_s.arg(id));
-  }
+  void AddItem(int id) const { station_.OnServer(u"INSERT INTO tblItems (ID, Naam) VALUES (%1, \"x\")"_s.arg(id)); }
   static bool WaitForCopies(qsizetype count) {
     return QTest::qWaitFor([&] { return Copies() == count; }, kCopyPatience);
   }

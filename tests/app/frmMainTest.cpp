@@ -253,16 +253,18 @@ TEST_F(MainTest, HelpShowsTheVersionAndCopiesTheErrorsForTheAdministrator) {
 TEST_F(MainTest, HelpShowsTheManual) {
   frmMain main;
   Load(main, u"Radio Proef"_s);
-  ModalDriver driver;
-  QString text;
-  driver.OnNext(u"frmHandleiding"_s, [&](QDialog& window) {
-    text = Child<QTextBrowser>(window, u"txtHandleiding"_s).toPlainText();
-    Child<QPushButton>(window, u"cmdSluiten"_s).click();
-  });
   Action(main, u"actHandleiding"_s).trigger();
+  QWidget* manual = nullptr;
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (window->objectName() == u"frmHandleiding"_s && window->isVisible()) manual = window;
+  }
+  ASSERT_NE(manual, nullptr);
+  const QString text = Child<QTextBrowser>(*manual, u"txtHandleiding"_s).toPlainText();
   EXPECT_TRUE(text.startsWith(u"Handleiding van Spotrooster"_s)) << text.left(60).toStdString();
   EXPECT_FALSE(text.contains(QChar::ObjectReplacementCharacter)) << "a picture that is not there";
   EXPECT_TRUE(text.contains(u"ovalis.ini"_s));
+  Child<QPushButton>(*manual, u"cmdSluiten"_s).click();
+  EXPECT_FALSE(manual->isVisible());
 }
 
 TEST_F(MainTest, TonenOpensTheSpotListFilteredByItsRow) {

@@ -11,6 +11,7 @@
 #include <QCheckBox>
 #include <QDir>
 #include <QFile>
+#include <QLabel>
 #include <QLineEdit>
 
 using namespace Qt::StringLiterals;
@@ -86,6 +87,26 @@ class ItemCleanup : public CatalogueTestInBothModes {
 
 INSTANTIATE_TEST_SUITE_P(Modes, ItemCleanup, ::testing::Values(Station::Mode::Online, Station::Mode::Offline),
                          ModeName);
+
+TEST_P(ItemCleanup, ShowsWhichSpotsOtherItemsHaveToo) {
+  AddItem(21, u"Ochtend"_s);
+  AddItem(22, u"Avond"_s);
+  AddSpot({31, u"Bakker"_s, {}, 1});
+  AddSpot({32, u"Slager"_s, {}, 1});
+  Link(21, 1, 31);
+  Link(21, 2, 32);
+  Link(22, 1, 32);
+  const auto usage = [&](const QString& item) {
+    global.gstrOpruimenID = item;
+    frmItemOpruimen form(nullptr);
+    Open(form);
+    return Child<QLabel>(form, u"lblGebruik"_s).text();
+  };
+  EXPECT_EQ(usage(u"21"_s), u"Ook in andere items: Slager."_s);
+  station_.OnCurrent(u"DELETE FROM %1 WHERE ItemID = 22"_s.arg(Table(u"ItemsItemSpots"_s)));
+  EXPECT_EQ(usage(u"21"_s), u"Geen van de item-spots staat ook in een ander item."_s);
+  EXPECT_EQ(usage(u"22"_s), u"Geen van de item-spots staat ook in een ander item."_s);
+}
 
 TEST_P(ItemCleanup, ShowsTheNameLocked) {
   frmItemOpruimen form(nullptr);

@@ -4,6 +4,9 @@
 #include "platform/desktop/MessageBox.h"
 #include "tests/catalogue/CatalogueTest.h"
 
+#include <QLabel>
+#include <QTest>
+
 using namespace Qt::StringLiterals;
 
 class ItemPingleList : public CatalogueTestInBothModes {};
@@ -18,6 +21,24 @@ TEST_P(ItemPingleList, ShowsEveryRecordSortedByName) {
   frmItemPingles form(nullptr);
   Open(form);
   EXPECT_EQ(Lines(form), (QStringList{u"intro"_s, u"Slot"_s}));
+}
+
+TEST_P(ItemPingleList, TheSelectedJingleShowsWhereItIsUsed) {
+  AddPingle(5, u"Intro"_s);
+  AddPingle(6, u"Los"_s);
+  AddItem(1, u"Blok"_s);
+  station_.OnCurrent(u"UPDATE %1 SET Opener = 5, Sluiter = 5 WHERE ID = 1"_s.arg(Table(u"Items"_s)));
+  frmItemPingles form(nullptr);
+  Open(form);
+  const auto& usage = Child<QLabel>(form, u"lblGebruik"_s);
+  EXPECT_EQ(usage.text(), u""_s);
+  Select(form, u"Intro"_s);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return usage.text() == u"Gebruikt in Blok"_s; })) << usage.text().toStdString();
+  Select(form, u"Los"_s);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return usage.text() == u"In geen enkel item gebruikt"_s; }))
+      << usage.text().toStdString();
+  List(form).SetListIndex(-1);
+  EXPECT_EQ(usage.text(), u""_s);
 }
 
 TEST_P(ItemPingleList, OpenAndNewOpenTheJingleEditor) {

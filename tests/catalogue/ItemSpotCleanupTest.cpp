@@ -8,6 +8,7 @@
 #include <QCheckBox>
 #include <QDir>
 #include <QFile>
+#include <QLabel>
 #include <QLineEdit>
 
 using namespace Qt::StringLiterals;
@@ -49,6 +50,22 @@ TEST_P(ItemSpotCleanup, ShowsTheNameLocked) {
   const auto& name = Child<QLineEdit>(form, u"txtOpruimenVan"_s);
   EXPECT_EQ(name.text(), u"Kringwinkel"_s);
   EXPECT_TRUE(desktop::IsLocked(&name));
+}
+
+TEST_P(ItemSpotCleanup, ShowsInWhichItemsTheSpotIsUsed) {
+  Prepare({});
+  AddItem(2, u"Avond"_s);
+  Link(2, 1, 3);
+  Link(2, 2, 3);
+  {
+    frmItemSpotOpruimen form(nullptr);
+    Open(form);
+    EXPECT_EQ(Child<QLabel>(form, u"lblGebruik"_s).text(), u"Gebruikt in 2 items: Avond, Blok."_s);
+  }
+  global.gstrOpruimenID = u"4"_s;
+  frmItemSpotOpruimen form(nullptr);
+  Open(form);
+  EXPECT_EQ(Child<QLabel>(form, u"lblGebruik"_s).text(), u"In geen enkel item gebruikt."_s);
 }
 
 TEST_P(ItemSpotCleanup, OkIsEnabledWhileAnyBoxIsChecked) {

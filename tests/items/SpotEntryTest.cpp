@@ -3,6 +3,11 @@
 #include "platform/desktop/MessageBox.h"
 #include "tests/items/ItemEditor.h"
 
+#include <QLabel>
+#include <QLineEdit>
+#include <QTest>
+#include <QTreeView>
+
 #include <functional>
 
 using namespace Qt::StringLiterals;
@@ -83,6 +88,99 @@ TEST_F(SpotEntry, ASpotAddedInTheMeantimeCountsInTheTotal) {
   station_.OnServer(u"INSERT INTO tblItemSpots (ID, Naam, LengteSec, Aktief) VALUES (20, \"Vers\", 60, 1)"_s);
   Entry(u"cmdOpt1Toevoegen"_s, [](QDialog& dialog) { Choose(dialog, 20); });
   EXPECT_EQ(testing_support::Child<QLabel>(*editor_, u"lblOpt1Totaal"_s).text(), u"1 item-spot, samen 1:00"_s);
+}
+
+namespace {
+
+QTreeView& Choices(QDialog& dialog) {
+  return Child<QTreeView>(dialog, u"lstMeerdere"_s);
+}
+
+// Goes to the line with this name and presses Space.
+void CheckSpot(QDialog& dialog, const QString& name) {
+  QTreeView& list = Choices(dialog);
+  for (int row = 0; row < list.model()->rowCount(); ++row) {
+    if (list.model()->index(row, 0).data().toString() != name) continue;
+    list.setCurrentIndex(list.model()->index(row, 0));
+    list.setFocus();
+    QTest::keyClick(&list, Qt::Key_Space);
+    return;
+  }
+  ADD_FAILURE() << name.toStdString();
+}
+
+}  // namespace
+
+TEST_F(SpotEntry, SeveralSpotsAreAddedInTheOrderOfChecking) {
+  InsertListItem(1, u"Blok"_s, {1});
+  Open(u"1"_s);
+  Entry(u"cmdOpt1Toevoegen"_s, [](QDialog& dialog) {
+    const auto& combo = Child<controls::ComboBox>(dialog, u"cboItemSpot"_s);
+    auto& add = Child<QPushButton>(dialog, u"cmdToevoegen"_s);
+    EXPECT_FALSE(add.isEnabled());
+    EXPECT_EQ(Choices(dialog).model()->rowCount(), 3);
+    CheckSpot(dialog, combo.Text(2));
+    CheckSpot(dialog, combo.Text(0));
+    CheckSpot(dialog, combo.Text(1));
+    EXPECT_EQ(add.text().remove(u'&'), u"3 toevoegen"_s);
+    CheckSpot(dialog, combo.Text(0));
+    EXPECT_EQ(add.text().remove(u'&'), u"2 toevoegen"_s);
+    EXPECT_EQ(Child<QLabel>(dialog, u"lblGekozen"_s).text(), u"1 %1, 2 %2"_s.arg(combo.Text(2), combo.Text(1)));
+    EXPECT_EQ(combo.ListIndex(), -1);
+    QTest::keyClick(&Choices(dialog), Qt::Key_Return);
+    EXPECT_FALSE(dialog.isVisible());
+  });
+  ASSERT_EQ(List().ListCount(), 3);
+  Entry(u"cmdOpt1Toevoegen"_s, [this](QDialog& dialog) {
+    const auto& combo = Child<controls::ComboBox>(dialog, u"cboItemSpot"_s);
+    EXPECT_EQ(List().Text(1), combo.Text(2));
+    EXPECT_EQ(List().ItemData(1), combo.ItemData(2));
+    EXPECT_EQ(List().ItemData(2), combo.ItemData(1));
+    dialog.close();
+  });
+}
+
+TEST_F(SpotEntry, SearchHidesSpotsAndKeepsTheirCheckMarks) {
+  station_.OnServer(u"UPDATE tblItemSpots SET Naam = \"Bakker\", Aktief = 0 WHERE ID = 2"_s);
+  OpenNew();
+  Entry(u"cmdOpt1Toevoegen"_s, [](QDialog& dialog) {
+    auto& field = Child<QLineEdit>(dialog, u"txtZoek"_s);
+    QTest::keyClicks(&field, u"BAKK"_s);
+    ASSERT_EQ(Choices(dialog).model()->rowCount(), 1);
+    const auto state = [&] { return Choices(dialog).model()->index(0, 1).data().toString(); };
+    EXPECT_TRUE(QTest::qWaitFor([&] { return state() == u"niet aktief"_s; })) << state().toStdString();
+    EXPECT_FALSE(Choices(dialog).model()->index(0, 0).data(Qt::DecorationRole).isNull());
+    CheckSpot(dialog, u"Bakker"_s);
+    field.setText(u"niets daarvan"_s);
+    EXPECT_EQ(Choices(dialog).model()->rowCount(), 0);
+    testing_support::Click(dialog, u"cmdToevoegen"_s);
+  });
+  ASSERT_EQ(List().ListCount(), 1);
+  EXPECT_EQ(List().ItemData(0), 2);
+}
+
+TEST_F(SpotEntry, OkAndCancelAreAboutTheComboAlone) {
+  OpenNew();
+  const desktop::MessageBoxScript boxes;
+  Entry(u"cmdOpt1Toevoegen"_s, [&](QDialog& dialog) {
+    CheckSpot(dialog, Child<controls::ComboBox>(dialog, u"cboItemSpot"_s).Text(0));
+    testing_support::Click(dialog, u"cmdOk"_s);
+    EXPECT_EQ(boxes.Shown().size(), 1u);  // nothing chosen in the combo box
+    EXPECT_TRUE(dialog.isVisible());
+    testing_support::Click(dialog, u"cmdAnnuleren"_s);
+  });
+  EXPECT_EQ(boxes.Shown().size(), 1u);
+  EXPECT_EQ(List().ListCount(), 0);
+}
+
+TEST_F(SpotEntry, ChangingAnEntryOffersTheComboAlone) {
+  InsertListItem(1, u"Blok"_s, {1});
+  Open(u"1"_s);
+  List().SetListIndex(0);
+  Entry(u"cmdOpt1Wijzigen"_s, [](QDialog& dialog) {
+    EXPECT_FALSE(Choices(dialog).isVisible());
+    dialog.close();
+  });
 }
 
 TEST_F(SpotEntry, AChangeReplacesOnlyTheShownName) {

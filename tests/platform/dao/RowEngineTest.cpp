@@ -228,9 +228,7 @@ class RowEngine : public testing::Test {
     }
     return result;
   }
-  QString ResultByEngine(const QString& sql) {
-    return Committed(sql).replace(u"twin.mdb"_s, u"planning.mdb"_s);
-  }
+  QString ResultByEngine(const QString& sql) { return Committed(sql).replace(u"twin.mdb"_s, u"planning.mdb"_s); }
 
   std::mt19937 random_{static_cast<unsigned>(FromEnvironment("SPOTROOSTER_SEED", 1))};
   Scratch scratch_;

@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
@@ -129,6 +130,37 @@ TEST(FileChooser, RealDialogCallsAFolderMap) {
   look.start(0);
   chooser.ShowOpen(nullptr);
   EXPECT_EQ(sort, u"Map"_s);
+}
+
+// Whatever the locale of the desktop is; the tests run without one, where Qt writes KiB and month/day/year.
+TEST(FileChooser, RealDialogShowsSizesAndDatesInDutch) {
+  const QTemporaryDir folder;
+  QFile file(folder.filePath(u"spot.wav"_s));
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write(QByteArray(1536, 'x'));
+  ASSERT_TRUE(file.flush());
+  const QDateTime moment(QDate(2025, 3, 11), QTime(14, 32, 7));
+  ASSERT_TRUE(file.setFileTime(moment, QFileDevice::FileModificationTime));
+  file.close();
+  FileChooser chooser;
+  chooser.SetStartFolder(folder.path());
+  QStringList shown;
+  QTimer look;  // repeatedly: the dialog reads the folder in the background
+  QObject::connect(&look, &QTimer::timeout, [&] {
+    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    if (dialog == nullptr) return;
+    const auto* files = dialog->findChild<QTreeView*>(u"treeView"_s);
+    const QModelIndex first = files->model()->index(0, 0, files->rootIndex());
+    constexpr int kSizeColumn = 1;
+    constexpr int kDateColumn = 3;
+    if (first.data().toString() != u"spot.wav"_s) return;
+    shown = {first.siblingAtColumn(kSizeColumn).data().toString(),
+             first.siblingAtColumn(kDateColumn).data().toString()};
+    if (!shown.at(1).isEmpty()) dialog->reject();
+  });
+  look.start(0);
+  chooser.ShowOpen(nullptr);
+  EXPECT_EQ(shown, (QStringList{u"1,5 kB"_s, u"11-03-2025 14:32"_s}));
 }
 
 TEST(FileChooser, NextDialogHasTheFilterOfTheLastChoice) {

@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: MIT
+#include "items/SpotChoiceModel.h"
+
+#include "data/forms/SpotDetails.h"
+#include "platform/controls/Marks.h"
+#include "platform/desktop/ThemeColours.h"
+
+#include <QGuiApplication>
+#include <QIcon>
+#include <QPainter>
+#include <QPalette>
+#include <QPixmap>
+
+using namespace Qt::StringLiterals;
+using controls::LineDetails;
+
+namespace {
+
+QPixmap MarkPixmap(const LineDetails& details, const QColor& colour) {
+  const double scale = qApp->devicePixelRatio();
+  QPixmap pixmap(QSize(controls::kMarkSize, controls::kMarkSize) * scale);
+  pixmap.setDevicePixelRatio(scale);
+  pixmap.fill(Qt::transparent);
+  QPainter painter(&pixmap);
+  controls::PaintMark(painter, QRectF(0, 0, controls::kMarkSize, controls::kMarkSize), details.mark, colour);
+  return pixmap;
+}
+
+QIcon MarkIcon(const LineDetails& details) {
+  const QPalette palette = QGuiApplication::palette();
+  QIcon icon(MarkPixmap(details, controls::ToneColour(details.tone, palette)));
+  icon.addPixmap(MarkPixmap(details, palette.color(QPalette::HighlightedText)), QIcon::Selected);
+  return icon;
+}
+
+QVariant TextColour(const LineDetails& details, int column) {
+  const QPalette palette = QGuiApplication::palette();
+  if (column == SpotChoiceModel::kToestand && details.wordInTone) return controls::ToneColour(details.tone, palette);
+  if (column != SpotChoiceModel::kNaam || details.quietText) return desktop::ThemeColoursFor(palette).hint;
+  return {};
+}
+
+}  // namespace
+
+void SpotChoiceModel::SetSpots(std::vector<Spot> spots) {
+  beginResetModel();
+  spots_ = std::move(spots);
+  facts_.clear();
+  checked_.clear();
+  rows_.clear();
+  rows_.reserve(static_cast<qsizetype>(spots_.size()));
+  for (std::size_t row = 0; row < spots_.size(); ++row)
+    rows_.insert(spots_[row].id, static_cast<int>(row));
+  endResetModel();
+}
+
+void SpotChoiceModel::SetFacts(const QHash<qint64, SpotFacts>& facts, const QDateTime& now) {
+  facts_ = facts;
+  now_ = now;
+  if (!spots_.empty()) Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, kColumns - 1));
+}
+
+void SpotChoiceModel::SetPresence(qint64 id, runtime::Presence presence) {
+  const auto facts = facts_.find(id);
+  if (facts == facts_.end()) return;
+  facts->file = presence;
+  const int row = rows_.value(id, -1);
+  if (row >= 0) Q_EMIT dataChanged(index(row, 0), index(row, kColumns - 1));
+}
+
+void SpotChoiceModel::Toggle(int row) {
+  if (!checked_.removeOne(row)) checked_ += row;
+  Q_EMIT dataChanged(index(row, kNaam), index(row, kNaam), {Qt::CheckStateRole});
+  Q_EMIT checkedChanged();
+}
+
+std::vector<SpotChoiceModel::Spot> SpotChoiceModel::Checked() const {
+  std::vector<Spot> checked;
+  for (const int row : checked_)
+    checked.push_back(spots_[static_cast<std::size_t>(row)]);
+  return checked;
+}
+
+int SpotChoiceModel::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : static_cast<int>(spots_.size());
+}
+
+int SpotChoiceModel::columnCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : kColumns;
+}
+
+QVariant SpotChoiceModel::Shown(const Spot& spot, const LineDetails& details, int column) const {
+  if (column == kNaam) return spot.naam;
+  return column == kToestand ? details.word : details.trailing;
+}
+
+QVariant SpotChoiceModel::data(const QModelIndex& index, int role) const {
+  const Spot& spot = spots_[static_cast<std::size_t>(index.row())];
+  const bool isName = index.column() == kNaam;
+  if (role == Qt::CheckStateRole && isName) return checked_.contains(index.row()) ? Qt::Checked : Qt::Unchecked;
+  const auto facts = facts_.constFind(spot.id);
+  const LineDetails details = facts == facts_.constEnd() ? LineDetails() : DetailsOf(*facts, StateOf(*facts, now_));
+  switch (role) {
+    case Qt::DisplayRole:
+      return Shown(spot, details, index.column());
+    case Qt::DecorationRole:
+      return isName && details.mark != controls::LineMark::None ? QVariant(MarkIcon(details)) : QVariant();
+    case Qt::ForegroundRole:
+      return TextColour(details, index.column());
+    case Qt::ToolTipRole:
+      return details.toolTip;
+    case Qt::TextAlignmentRole:
+      return QVariant::fromValue((index.column() == kLengte ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+    default:
+      return {};
+  }
+}
+
+bool SpotChoiceModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+  if (role != Qt::CheckStateRole || index.column() != kNaam) return false;
+  if ((value.toInt() == Qt::Checked) != checked_.contains(index.row())) Toggle(index.row());
+  return true;
+}
+
+QVariant SpotChoiceModel::headerData(int section, Qt::Orientation orientation, int role) const {
+  if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
+  const QStringList headings{u"Naam"_s, u"Toestand"_s, u"Lengte"_s};
+  return headings.at(section);
+}
+
+Qt::ItemFlags SpotChoiceModel::flags(const QModelIndex& index) const {
+  const Qt::ItemFlags flags = Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
+  return index.column() == kNaam ? flags | Qt::ItemIsUserCheckable : flags;
+}
