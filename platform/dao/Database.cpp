@@ -2,6 +2,7 @@
 #include "platform/dao/Database.h"
 
 #include "platform/dao/Engine.h"
+#include "platform/dao/RowEngine.h"
 #include "platform/dao/SqlText.h"
 #include "platform/dao/Statement.h"
 #include "platform/dao/Storage.h"
@@ -17,16 +18,24 @@ Storage& Opened(const std::shared_ptr<Storage>& storage) {
   return *storage;
 }
 
-Statement ParseSelect(const QString& sql) {
-  Statement statement = ParseStatement(sql);
+Statement ParseSelect(const QString& sql, const std::vector<Token>& tokens) {
+  Statement statement = ParseStatement(sql, tokens);
   if (statement.verb == Verb::Select) return statement;
   throw runtime::Error(u"Een recordset kan alleen met SELECT worden geopend.\n%1"_s.arg(Shown(sql)));
 }
 
-Statement ParseChange(const QString& sql) {
-  Statement statement = ParseStatement(sql);
+Statement ParseSelect(const QString& sql) {
+  return ParseSelect(sql, Tokenise(sql));
+}
+
+Statement ParseChange(const QString& sql, const std::vector<Token>& tokens) {
+  Statement statement = ParseStatement(sql, tokens);
   if (statement.verb != Verb::Select) return statement;
   throw runtime::Error(u"Een SELECT-instructie verandert niets en kan niet worden uitgevoerd.\n%1"_s.arg(Shown(sql)));
+}
+
+Statement ParseChange(const QString& sql) {
+  return ParseChange(sql, Tokenise(sql));
 }
 
 // INSERT INTO t IN "file": writes the rows to another file; both transactions last for the complete statement.
@@ -45,13 +54,27 @@ int ExecuteOn(const Statement& statement, Storage& storage) {
   return changed;
 }
 
+// The same for a statement about one row; nothing when the engine must do it.
+std::optional<int> ExecuteOn(const RowStatement& statement, Storage& storage) {
+  const auto writing = storage.Begin(Access::Write);
+  const std::optional<int> changed = ChangeRow(statement, storage);
+  if (changed) writing->Commit();
+  return changed;
+}
+
 }  // namespace
 
 Database::Database(std::shared_ptr<Storage> storage) : storage_(std::move(storage)) {}
 
 Recordset Database::OpenRecordset(const QString& sql) {
   Storage& storage = Opened(storage_);
-  const Statement statement = ParseSelect(sql);
+  const std::vector<Token> tokens = Tokenise(sql);
+  const auto row = RowStatementOf(tokens);
+  if (row && row->verb == Verb::Select) {
+    const auto reading = storage.Begin(Access::Read);
+    if (auto rows = SelectRow(*row, storage)) return Recordset(std::move(rows));
+  }
+  const Statement statement = ParseSelect(sql, tokens);
   const auto reading = storage.Begin(Access::Read);
   return Recordset(Engine(statement, storage, storage).Select());
 }
@@ -77,7 +100,12 @@ Database::Preview Database::PreviewChange(const QString& change, const QString& 
 
 int Database::Execute(const QString& sql) {
   Storage& storage = Opened(storage_);
-  const Statement statement = ParseChange(sql);
+  const std::vector<Token> tokens = Tokenise(sql);
+  const auto row = RowStatementOf(tokens);
+  if (row && row->verb != Verb::Select) {
+    if (const auto changed = ExecuteOn(*row, storage)) return *changed;
+  }
+  const Statement statement = ParseChange(sql, tokens);
   if (!statement.inFile) return ExecuteOn(statement, storage);
   const std::unique_ptr<Storage> other = OpenStorage(*statement.inFile);
   if (other->IsSameFile(storage)) return ExecuteOn(statement, storage);

@@ -4,8 +4,13 @@
 #include "platform/dao/VirtualTables.h"
 #include "platform/runtime/Dates.h"
 
+#include <cmath>
+#include <cstdint>
 #include <limits>
+#include <span>
 #include <string_view>
+#include <utility>
+#include <variant>
 
 namespace dao {
 namespace {
@@ -25,6 +30,24 @@ ResultColumn::ResultColumn(sqlite3_stmt* statement, int column)
       isFloating_(
           IsDeclared(statement, column, FieldType::Single) || IsDeclared(statement, column, FieldType::Double) ||
           IsDeclared(statement, column, FieldType::Currency) || IsDeclared(statement, column, FieldType::Numeric)) {}
+
+ResultColumn::ResultColumn(QString name, FieldType type)
+    : name_(std::move(name)),
+      isBoolean_(type == FieldType::Boolean),
+      isDate_(type == FieldType::Date),
+      isFloating_(type == FieldType::Single || type == FieldType::Double || type == FieldType::Currency ||
+                  type == FieldType::Numeric) {}
+
+// SQLite has no numbers that are not a number: they are NULL.
+QVariant ResultColumn::Read(const ValueView& value) const {
+  if (const auto* whole = std::get_if<std::int64_t>(&value)) return Whole(*whole);
+  if (const auto* number = std::get_if<double>(&value)) return std::isnan(*number) ? QVariant() : Number(*number);
+  if (const auto* text = std::get_if<std::u16string_view>(&value)) return QStringView(*text).toString();
+  if (const auto* bytes = std::get_if<std::span<const std::uint8_t>>(&value)) {
+    return QByteArray(reinterpret_cast<const char*>(bytes->data()), static_cast<qsizetype>(bytes->size()));
+  }
+  return {};
+}
 
 QVariant ResultColumn::Read(sqlite3_stmt* statement) const {
   switch (sqlite3_column_type(statement, column_)) {

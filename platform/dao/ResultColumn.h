@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/dao/TableDef.h"
+#include "platform/dao/Value.h"
+
 #include <QString>
 #include <QVariant>
 
@@ -14,15 +17,19 @@ namespace dao {
 class ResultColumn {
  public:
   ResultColumn(sqlite3_stmt* statement, int column);
+  // A field of a table.
+  ResultColumn(QString name, FieldType type);
 
   const QString& Name() const { return name_; }
   QVariant Read(sqlite3_stmt* statement) const;
+  // The same for a value of the field.
+  QVariant Read(const ValueView& value) const;
 
  private:
   QVariant Whole(qint64 number) const;
   QVariant Number(double number) const;
 
-  int column_;
+  int column_ = 0;
   QString name_;
   bool isBoolean_;
   bool isDate_;

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/dao/Rewriter.h"
 
+#include "platform/dao/Keywords.h"
 #include "platform/dao/SqlText.h"
-
-#include <QSet>
 
 #include <algorithm>
 
@@ -14,22 +13,7 @@ namespace {
 
 constexpr int kFirstExpressionNumber = 1000;
 
-// The keywords of the dialect. Every other word is a name, even when it is a keyword of SQLite.
-const QSet<QString>& Keywords() {
-  static const QSet<QString> kWords = {
-      u"SELECT"_s, u"DISTINCT"_s, u"ALL"_s,   u"FROM"_s, u"WHERE"_s,   u"AND"_s,    u"OR"_s,     u"NOT"_s,   u"IN"_s,
-      u"IS"_s,     u"NULL"_s,     u"AS"_s,    u"ON"_s,   u"BETWEEN"_s, u"EXISTS"_s, u"INNER"_s,  u"LEFT"_s,  u"RIGHT"_s,
-      u"OUTER"_s,  u"JOIN"_s,     u"GROUP"_s, u"BY"_s,   u"HAVING"_s,  u"ORDER"_s,  u"ASC"_s,    u"DESC"_s,  u"UNION"_s,
-      u"VALUES"_s, u"SET"_s,      u"INTO"_s,  u"TRUE"_s, u"FALSE"_s,   u"INSERT"_s, u"UPDATE"_s, u"DELETE"_s};
-  return kWords;
-}
-
-const QSet<QString>& Functions() {
-  static const QSet<QString> kNames = {u"MAX"_s, u"MIN"_s, u"COUNT"_s, u"SUM"_s, u"AVG"_s, u"UCASE"_s, u"LCASE"_s};
-  return kNames;
-}
-
-bool IsLong(const QString& number) {
+bool IsLong(QStringView number) {
   constexpr int kDigitsOfDouble = 15;
   const auto isDigit = [](QChar letter) { return letter.isDigit(); };
   return std::all_of(number.begin(), number.end(), [&](QChar letter) { return isDigit(letter) || letter == u'.'; }) &&
@@ -48,34 +32,35 @@ const Token& Rewriter::Next() {
   return token;
 }
 
-bool Rewriter::Take(const QString& word) {
+bool Rewriter::Take(QStringView word) {
   if (!Peek().IsWord(word)) return false;
   Next();
   return true;
 }
 
-bool Rewriter::TakeSymbol(const QString& symbol) {
+bool Rewriter::TakeSymbol(QStringView symbol) {
   if (!Peek().Is(symbol)) return false;
   Next();
   return true;
 }
 
-void Rewriter::Expect(const QString& word) {
+void Rewriter::Expect(QStringView word) {
   if (!Take(word)) Unexpected();
 }
 
-void Rewriter::ExpectSymbol(const QString& symbol) {
+void Rewriter::ExpectSymbol(QStringView symbol) {
   if (!TakeSymbol(symbol)) Unexpected();
 }
 
 QString Rewriter::TakeName() {
-  const bool keyword = Peek().kind == TokenKind::Word && Keywords().contains(Peek().text.toUpper());
+  const bool keyword = Peek().kind == TokenKind::Word && IsKeyword(Peek().text);
   if (!Peek().IsName() || keyword) Unexpected();
-  names_ += Peek().text;
-  return Next().text;
+  names_ += Peek().text.toString();
+  Next();
+  return names_.last();
 }
 
-QString Rewriter::TakeField(const QString& table) {
+QString Rewriter::TakeField(QStringView table) {
   QString name = TakeName();
   if (!TakeSymbol(u"."_s)) return name;
   if (name.compare(table, Qt::CaseInsensitive) != 0) Unexpected();
@@ -84,19 +69,19 @@ QString Rewriter::TakeField(const QString& table) {
 
 void Rewriter::Unexpected() const {
   if (Peek().kind == TokenKind::End) ThrowSyntaxError(sql_, u"de instructie is niet volledig"_s);
-  ThrowSyntaxError(sql_, u"'%1' wordt hier niet verwacht"_s.arg(Peek().text));
+  ThrowSyntaxError(sql_, u"'%1' wordt hier niet verwacht"_s.arg(Peek().Value()));
 }
 
-void Rewriter::Emit(const QString& text) {
+void Rewriter::Emit(QStringView text) {
   if (!output_.isEmpty()) output_ += u' ';
   output_ += text;
 }
 
 void Rewriter::SelectList() {
-  if (Peek().IsWord(u"DISTINCT"_s) || Peek().IsWord(u"ALL"_s)) Pass();
+  if (Peek().IsWord(u"DISTINCT") || Peek().IsWord(u"ALL")) Pass();
   for (int number = kFirstExpressionNumber;; ++number) {
     SelectItem(number);
-    if (!Peek().Is(u","_s)) return;
+    if (!Peek().Is(u",")) return;
     Pass();
   }
 }
@@ -106,20 +91,20 @@ void Rewriter::SelectItem(int number) {
   const std::size_t depth = open_.size();
   while (Peek().kind != TokenKind::End) {
     const bool outside = open_.size() <= depth;
-    if (outside && (Peek().Is(u","_s) || Peek().IsWord(u"FROM"_s) || Peek().IsWord(u"UNION"_s))) break;
+    if (outside && (Peek().Is(u",") || Peek().IsWord(u"FROM") || Peek().IsWord(u"UNION"))) break;
     Pass();
   }
   if (first == at_) Unexpected();
-  if (NeedsName(first, at_)) Emit(u"AS "_s + QuotedName(u"Expr%1"_s.arg(number)));
+  if (NeedsName(first, at_)) Emit(QString(u"AS "_s + QuotedName(u"Expr%1"_s.arg(number))));
 }
 
 // A field, "table.field", "*", "table.*" and expressions with AS have a name already.
 bool Rewriter::NeedsName(std::size_t first, std::size_t last) const {
   const std::size_t count = last - first;
-  if (count >= 3 && tokens_[last - 2].IsWord(u"AS"_s)) return false;
+  if (count >= 3 && tokens_[last - 2].IsWord(u"AS")) return false;
   const Token& end = tokens_[last - 1];
-  const bool plain = end.IsName() || end.Is(u"*"_s);
-  return !plain || !(count == 1 || (count == 3 && tokens_[first].IsName() && tokens_[first + 1].Is(u"."_s)));
+  const bool plain = end.IsName() || end.Is(u"*");
+  return !plain || !(count == 1 || (count == 3 && tokens_[first].IsName() && tokens_[first + 1].Is(u".")));
 }
 
 void Rewriter::Expression() {
@@ -129,18 +114,18 @@ void Rewriter::Expression() {
   const std::size_t depth = open_.size();
   while (Peek().kind != TokenKind::End) {
     const bool outside = open_.size() <= depth;
-    if (outside && (Peek().Is(u","_s) || Peek().IsWord(u"WHERE"_s))) break;
+    if (outside && (Peek().Is(u",") || Peek().IsWord(u"WHERE"))) break;
     Pass();
   }
   if (first == at_) Unexpected();
 }
 
 void Rewriter::OneValueRow() {
-  if (!Peek().Is(u"("_s)) Unexpected();
+  if (!Peek().Is(u"(")) Unexpected();
   do {
     Pass();
   } while (!open_.empty() && Peek().kind != TokenKind::End);
-  if (Peek().Is(u","_s)) ThrowSyntaxError(sql_, u"INSERT neemt maar een rij waarden"_s);
+  if (Peek().Is(u",")) ThrowSyntaxError(sql_, u"INSERT neemt maar een rij waarden"_s);
   if (Peek().kind != TokenKind::End) Unexpected();
 }
 
@@ -158,7 +143,7 @@ void Rewriter::Pass() {
     case TokenKind::Name:
       return PassName(Next().text);
     case TokenKind::Text:
-      return PassText(Next().text);
+      return PassText(Next().Value());
     case TokenKind::Number:
       return PassNumber(Next().text);
     case TokenKind::Symbol:
@@ -169,26 +154,26 @@ void Rewriter::Pass() {
 }
 
 void Rewriter::PassWord() {
-  const QString word = Peek().text.toUpper();
-  const bool afterPoint = at_ > 0 && tokens_[at_ - 1].Is(u"."_s);
-  const bool function = Peek(1).Is(u"("_s);
+  const QStringView word = Peek().text;
+  const bool afterPoint = at_ > 0 && tokens_[at_ - 1].Is(u".");
+  const bool function = Peek(1).Is(u"(");
   if (afterPoint) return PassName(Next().text);
-  if (function && Functions().contains(word)) return PassFunction();
-  if (!Keywords().contains(word)) {
-    if (function) ThrowSyntaxError(sql_, u"de functie '%1' wordt niet ondersteund"_s.arg(Peek().text));
+  if (function && IsFunction(word)) return PassFunction();
+  if (!IsKeyword(word)) {
+    if (function) ThrowSyntaxError(sql_, u"de functie '%1' wordt niet ondersteund"_s.arg(Peek().Value()));
     return PassName(Next().text);
   }
-  Next();
-  if (word == u"TRUE"_s) return PassConstant(u"(-1)"_s);
-  if (word == u"FALSE"_s) return PassConstant(u"0"_s);
-  if (word == u"NULL"_s) return PassConstant(word);
-  Emit(word);
+  const Token& keyword = Next();
+  if (keyword.IsWord(u"TRUE")) return PassConstant(u"(-1)");
+  if (keyword.IsWord(u"FALSE")) return PassConstant(u"0");
+  if (keyword.IsWord(u"NULL")) return PassConstant(u"NULL");
+  Emit(word.toString().toUpper());
   operand_ = {};
-  if (word != u"DISTINCT"_s && word != u"ALL"_s) operator_.clear();  // SUM(DISTINCT x)
+  if (!keyword.IsWord(u"DISTINCT") && !keyword.IsWord(u"ALL")) operator_.clear();  // SUM(DISTINCT x)
 }
 
 void Rewriter::PassFunction() {
-  const QString function = Next().text.toUpper();
+  const QString function = Next().text.toString().toUpper();
   const Operand result = BeginOperand();
   Emit(function);
   Next();
@@ -196,12 +181,12 @@ void Rewriter::PassFunction() {
   if (function == u"SUM"_s || function == u"AVG"_s) operator_ = function;
 }
 
-void Rewriter::PassName(const QString& name) {
-  const bool qualified = at_ > 1 && tokens_[at_ - 2].Is(u"."_s);
+void Rewriter::PassName(QStringView name) {
+  const bool qualified = at_ > 1 && tokens_[at_ - 2].Is(u".");
   if (!qualified) operand_ = BeginOperand();
-  names_ += name;
-  Emit(QuotedName(name));
-  if (!Peek().Is(u"."_s)) EndOperand();
+  names_ += name.toString();
+  Emit(QuotedName(names_.last()));
+  if (!Peek().Is(u".")) EndOperand();
 }
 
 void Rewriter::PassText(const QString& value) {
@@ -216,14 +201,14 @@ void Rewriter::EmitText(const QString& value) {
 }
 
 // A number with more digits than a double can hold is passed as text, which the conversion for the field reads exactly.
-void Rewriter::PassNumber(const QString& number) {
+void Rewriter::PassNumber(QStringView number) {
   if (!IsLong(number)) return PassConstant(number);
   PassConstant({});
-  EmitText(number);
+  EmitText(number.toString());
 }
 
 // An operand that needs no check.
-void Rewriter::PassConstant(const QString& constant) {
+void Rewriter::PassConstant(QStringView constant) {
   operand_ = {output_.size(), true, {}};
   operator_.clear();
   if (!constant.isEmpty()) Emit(constant);
@@ -232,19 +217,19 @@ void Rewriter::PassConstant(const QString& constant) {
 // The minus sign of such a number, where it cannot be a subtraction.
 bool Rewriter::PassSign() {
   const Token& before = tokens_[at_ - 2];
-  const bool isSign = before.Is(u"="_s) || before.Is(u"("_s) || before.Is(u","_s);
+  const bool isSign = before.Is(u"=") || before.Is(u"(") || before.Is(u",");
   if (!isSign || Peek().kind != TokenKind::Number || !IsLong(Peek().text)) return false;
   PassConstant({});
-  EmitText(u'-' + Next().text);
+  EmitText(u'-' + Next().text.toString());
   return true;
 }
 
-void Rewriter::PassSymbol(const QString& symbol) {
-  if (symbol == u"-"_s && at_ > 1 && PassSign()) return;
-  if (symbol == u"("_s) return Open({false, BeginOperand()});
-  if (symbol == u")"_s) return Close();
-  if (symbol == u"."_s) return Emit(symbol);
-  if (u"+-*/"_s.contains(symbol)) return PassOperator(symbol);
+void Rewriter::PassSymbol(QStringView symbol) {
+  if (symbol == u"-" && at_ > 1 && PassSign()) return;
+  if (symbol == u"(") return Open({false, BeginOperand()});
+  if (symbol == u")") return Close();
+  if (symbol == u".") return Emit(symbol);
+  if (QStringView(u"+-*/").contains(symbol)) return PassOperator(symbol);
   Emit(symbol);
   operand_ = {};
   operator_.clear();
@@ -268,15 +253,15 @@ void Rewriter::Close() {
 
 // SQLite would count a text as 0, so the operands of arithmetic are passed through a function that refuses texts. An
 // operator without an operand before it is a sign, or the * of "SELECT *".
-void Rewriter::PassOperator(const QString& symbol) {
-  const bool allFields = symbol == u"*"_s && (operand_.begin < 0 || tokens_[at_ - 2].Is(u"."_s));
+void Rewriter::PassOperator(QStringView symbol) {
+  const bool allFields = symbol == u"*" && (operand_.begin < 0 || tokens_[at_ - 2].Is(u"."));
   if (operand_.begin >= 0 && !operand_.isChecked && !allFields) {
     output_.insert(operand_.begin, u" operand ("_s);
     Emit(u", '%1' )"_s.arg(symbol));
   }
   operand_ = {};
-  operator_ = allFields ? QString() : symbol;
-  Emit(symbol == u"/"_s ? u"* 1.0 /"_s : symbol);  // 5 / 2 is 2.5
+  operator_ = allFields ? QString() : symbol.toString();
+  Emit(symbol == u"/" ? QStringView(u"* 1.0 /") : symbol);  // 5 / 2 is 2.5
 }
 
 // To be ended by EndOperand when its last token is written.

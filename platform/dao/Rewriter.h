@@ -14,19 +14,20 @@ namespace dao {
 // write what they consume. Every Error shows the statement.
 class Rewriter {
  public:
-  explicit Rewriter(const QString& sql) : sql_(sql), tokens_(Tokenise(sql)) {}
+  // Both must outlive it.
+  Rewriter(const QString& sql, const std::vector<Token>& tokens) : sql_(sql), tokens_(tokens) {}
 
   const Token& Peek(std::size_t ahead = 0) const;
   const Token& Next();
-  bool Take(const QString& word);
-  bool TakeSymbol(const QString& symbol);
-  void Expect(const QString& word);
-  void ExpectSymbol(const QString& symbol);
+  bool Take(QStringView word);
+  bool TakeSymbol(QStringView symbol);
+  void Expect(QStringView word);
+  void ExpectSymbol(QStringView symbol);
   QString TakeName();
-  QString TakeField(const QString& table);  // a field name, optionally qualified with `table`
+  QString TakeField(QStringView table);  // a field name, optionally qualified with `table`
   [[noreturn]] void Unexpected() const;
 
-  void Emit(const QString& text);
+  void Emit(QStringView text);
   // The text between SELECT and its FROM. An expression without a name gets one: Expr1000, Expr1001, ...
   void SelectList();
   void Expression();   // up to a comma or WHERE outside parentheses
@@ -53,13 +54,13 @@ class Rewriter {
   void Pass();
   void PassWord();
   void PassFunction();
-  void PassName(const QString& name);
+  void PassName(QStringView name);
   void PassText(const QString& value);
-  void PassNumber(const QString& number);
-  void PassConstant(const QString& constant);
+  void PassNumber(QStringView number);
+  void PassConstant(QStringView constant);
   bool PassSign();
-  void PassSymbol(const QString& symbol);
-  void PassOperator(const QString& symbol);
+  void PassSymbol(QStringView symbol);
+  void PassOperator(QStringView symbol);
   void Open(const Parenthesis& parenthesis);
   void Close();
   Operand BeginOperand();
@@ -68,8 +69,8 @@ class Rewriter {
   void SelectItem(int number);
   bool NeedsName(std::size_t first, std::size_t last) const;
 
-  const QString sql_;
-  const std::vector<Token> tokens_;
+  const QString& sql_;
+  const std::vector<Token>& tokens_;
   std::size_t at_ = 0;
   QString output_;
   QStringList texts_;

@@ -20,9 +20,10 @@ QString Mapped(QString text, Mapping mapping) {
 }  // namespace
 
 QString QuotedName(const QString& name) {
+  if (!name.contains(u'"')) return u'"' + name + u'"';
   QString doubled = name;
   doubled.replace(u"\""_s, u"\"\""_s);
-  return u"\""_s + doubled + u"\""_s;
+  return u'"' + doubled + u'"';
 }
 
 QString UCase(const QString& text) {

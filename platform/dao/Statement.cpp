@@ -13,17 +13,17 @@ namespace {
 // Parses the part of each statement that determines its target; the Rewriter handles the rest.
 class Parser {
  public:
-  explicit Parser(const QString& sql) : in_(sql) { statement_.source = sql; }
+  Parser(const QString& sql, const std::vector<Token>& tokens) : in_(sql, tokens) { statement_.source = sql; }
 
   Statement Run() {
-    if (in_.Take(u"SELECT"_s)) {
+    if (in_.Take(u"SELECT")) {
       in_.Emit(u"SELECT"_s);
       in_.SelectList();
-    } else if (in_.Take(u"INSERT"_s)) {
+    } else if (in_.Take(u"INSERT")) {
       Insert();
-    } else if (in_.Take(u"UPDATE"_s)) {
+    } else if (in_.Take(u"UPDATE")) {
       Update();
-    } else if (in_.Take(u"DELETE"_s)) {
+    } else if (in_.Take(u"DELETE")) {
       Delete();
     } else {
       RefuseVerb();
@@ -32,7 +32,7 @@ class Parser {
     statement_.body = in_.Output();
     statement_.texts = in_.Texts();
     statement_.names = in_.Names();
-    return statement_;
+    return std::move(statement_);
   }
 
  private:
@@ -40,24 +40,24 @@ class Parser {
     if (in_.Peek().kind == TokenKind::End) throw runtime::Error(u"De SQL-instructie is leeg."_s);
     throw runtime::Error(
         u"De instructie '%1' wordt niet ondersteund, alleen SELECT, INSERT, UPDATE en DELETE.\n%2"_s.arg(
-            in_.Peek().text.toUpper(), Shown(statement_.source)));
+            in_.Peek().text.toString().toUpper(), Shown(statement_.source)));
   }
 
   void Insert() {
     statement_.verb = Verb::Insert;
-    in_.Expect(u"INTO"_s);
+    in_.Expect(u"INTO");
     statement_.target = in_.TakeName();
-    if (in_.TakeSymbol(u"("_s)) FieldList();
-    if (in_.Take(u"IN"_s)) InFile();
-    if (in_.Take(u"VALUES"_s)) {
+    if (in_.TakeSymbol(u"(")) FieldList();
+    if (in_.Take(u"IN")) InFile();
+    if (in_.Take(u"VALUES")) {
       in_.Emit(u"VALUES"_s);
       in_.OneValueRow();
     } else {
-      in_.Expect(u"SELECT"_s);
+      in_.Expect(u"SELECT");
       statement_.fromSelect = true;
-      const bool isWhole = in_.Peek().Is(u"*"_s) && in_.Peek(1).IsWord(u"FROM"_s) && in_.Peek(2).IsName() &&
+      const bool isWhole = in_.Peek().Is(u"*") && in_.Peek(1).IsWord(u"FROM") && in_.Peek(2).IsName() &&
                            in_.Peek(3).kind == TokenKind::End;
-      if (isWhole && statement_.fields.isEmpty()) statement_.wholeTable = in_.Peek(2).text;
+      if (isWhole && statement_.fields.isEmpty()) statement_.wholeTable = in_.Peek(2).text.toString();
       in_.Emit(u"SELECT"_s);
       in_.SelectList();
     }
@@ -66,27 +66,27 @@ class Parser {
   void FieldList() {
     do {
       AddField(in_.TakeName());
-    } while (in_.TakeSymbol(u","_s));
-    in_.ExpectSymbol(u")"_s);
+    } while (in_.TakeSymbol(u","));
+    in_.ExpectSymbol(u")");
   }
 
   void InFile() {
     if (in_.Peek().kind != TokenKind::Text) in_.Unexpected();
-    statement_.inFile = in_.Next().text;
+    statement_.inFile = in_.Next().Value();
   }
 
   void Update() {
     statement_.verb = Verb::Update;
     statement_.target = in_.TakeName();
-    in_.Expect(u"SET"_s);
-    in_.Emit(u"UPDATE "_s + QuotedName(statement_.target) + u" SET"_s);
+    in_.Expect(u"SET");
+    in_.Emit(QString(u"UPDATE "_s + QuotedName(statement_.target) + u" SET"_s));
     while (true) {
       const QString field = in_.TakeField(statement_.target);
       AddField(field);
-      in_.ExpectSymbol(u"="_s);
-      in_.Emit(QuotedName(field) + u" ="_s);
+      in_.ExpectSymbol(u"=");
+      in_.Emit(QString(QuotedName(field) + u" ="_s));
       in_.Expression();
-      if (!in_.TakeSymbol(u","_s)) break;
+      if (!in_.TakeSymbol(u",")) break;
       in_.Emit(u","_s);
     }
     RequireWhereOrEnd();
@@ -94,16 +94,16 @@ class Parser {
 
   void Delete() {
     statement_.verb = Verb::Delete;
-    in_.TakeSymbol(u"*"_s);
-    in_.Expect(u"FROM"_s);
+    in_.TakeSymbol(u"*");
+    in_.Expect(u"FROM");
     statement_.target = in_.TakeName();
-    in_.Emit(u"DELETE FROM "_s + QuotedName(statement_.target));
+    in_.Emit(QString(u"DELETE FROM "_s + QuotedName(statement_.target)));
     RequireWhereOrEnd();
   }
 
   void RequireWhereOrEnd() {
     statement_.everyRow = in_.Peek().kind == TokenKind::End;
-    if (!statement_.everyRow && !in_.Peek().IsWord(u"WHERE"_s)) in_.Unexpected();
+    if (!statement_.everyRow && !in_.Peek().IsWord(u"WHERE")) in_.Unexpected();
   }
 
   void AddField(const QString& field) {
@@ -120,8 +120,12 @@ class Parser {
 
 }  // namespace
 
+Statement ParseStatement(const QString& sql, const std::vector<Token>& tokens) {
+  return Parser(sql, tokens).Run();
+}
+
 Statement ParseStatement(const QString& sql) {
-  return Parser(sql).Run();
+  return ParseStatement(sql, Tokenise(sql));
 }
 
 }  // namespace dao

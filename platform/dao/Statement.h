@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/dao/Tokens.h"
+
 #include <QString>
 #include <QStringList>
 
 #include <optional>
+#include <vector>
 
 namespace dao {
 
@@ -27,7 +30,9 @@ struct Statement {
   std::optional<QString> inFile;  // INSERT: the path text after IN
 };
 
-// An Error that shows the statement when it is empty, outside the dialect, or sets a field twice.
+// An Error that shows the statement when it is empty, outside the dialect, or sets a field twice. `tokens`: those of
+// `sql`.
+Statement ParseStatement(const QString& sql, const std::vector<Token>& tokens);
 Statement ParseStatement(const QString& sql);
 
 }  // namespace dao

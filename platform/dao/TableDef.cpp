@@ -56,7 +56,7 @@ void CheckIndex(const TableDef& table, const IndexDef& index) {
 
 }  // namespace
 
-int TableDef::FieldIndex(const QString& fieldName) const {
+int TableDef::FieldIndex(QStringView fieldName) const {
   for (qsizetype i = 0; i < fields.size(); ++i) {
     if (fields[i].name.compare(fieldName, Qt::CaseInsensitive) == 0) return static_cast<int>(i);
   }

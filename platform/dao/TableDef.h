@@ -3,6 +3,7 @@
 
 #include <QList>
 #include <QString>
+#include <QStringView>
 #include <QVariant>
 
 namespace dao {
@@ -68,7 +69,7 @@ struct TableDef {
   QList<IndexDef> indexes;
 
   // The position of a field in `fields`, ignoring letter case; -1 when there is none.
-  int FieldIndex(const QString& fieldName) const;
+  int FieldIndex(QStringView fieldName) const;
 };
 
 // Throws an Error with the table and the reason for an invalid definition: a name, size, index or number of fields.

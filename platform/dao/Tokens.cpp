@@ -26,7 +26,9 @@ class Tokeniser {
   explicit Tokeniser(const QString& sql) : sql_(sql) {}
 
   std::vector<Token> Run() {
+    constexpr std::size_t kUsualTokens = 48;
     std::vector<Token> tokens;
+    tokens.reserve(kUsualTokens);
     for (SkipBlanks(); at_ < sql_.size(); SkipBlanks()) {
       if (Peek() == u';') {
         RequireEndAfterSemicolon();
@@ -40,6 +42,7 @@ class Tokeniser {
 
  private:
   QChar Peek(qsizetype ahead = 0) const { return at_ + ahead < sql_.size() ? sql_[at_ + ahead] : QChar(); }
+  QStringView Part(qsizetype start) const { return QStringView(sql_).sliced(start, at_ - start); }
 
   void SkipBlanks() {
     while (at_ < sql_.size() && IsBlank(sql_[at_]))
@@ -62,28 +65,28 @@ class Tokeniser {
   }
 
   Token Literal(QChar quote) {
-    QString value;
-    for (++at_; at_ < sql_.size(); ++at_) {
-      if (Peek() != quote) {
-        value += Peek();
-      } else if (Peek(1) == quote) {
-        value += quote;
+    Token token{TokenKind::Text, {}, false};
+    const qsizetype start = ++at_;
+    for (; at_ < sql_.size(); ++at_) {
+      if (sql_[at_] != quote) continue;
+      if (Peek(1) != quote) {
+        token.text = Part(start);
         ++at_;
-      } else {
-        ++at_;
-        return {TokenKind::Text, value};
+        return token;
       }
+      token.hasDoubledQuotes = true;
+      ++at_;
     }
     ThrowSyntaxError(sql_, u"een aanhalingsteken (%1) wordt niet gesloten"_s.arg(quote));
   }
 
   Token Bracketed() {
+    const qsizetype start = at_ + 1;
     const qsizetype end = sql_.indexOf(u']', at_);
     if (end < 0) ThrowSyntaxError(sql_, u"een vierkante haak ([) wordt niet gesloten"_s);
-    const QString name = sql_.mid(at_ + 1, end - at_ - 1);
-    if (name.isEmpty()) ThrowSyntaxError(sql_, u"er staat geen naam tussen de vierkante haken"_s);
+    if (end == start) ThrowSyntaxError(sql_, u"er staat geen naam tussen de vierkante haken"_s);
     at_ = end + 1;
-    return {TokenKind::Name, name};
+    return {TokenKind::Name, QStringView(sql_).sliced(start, end - start)};
   }
 
   Token Number() {
@@ -102,7 +105,7 @@ class Tokeniser {
     if (bad_ > 0 || ContinuesWord(Peek()) || Peek() == u'.') {
       ThrowSyntaxError(sql_, u"'%1' is geen getal"_s.arg(sql_.mid(start, at_ - start + 1)));
     }
-    return {TokenKind::Number, sql_.mid(start, at_ - start)};
+    return {TokenKind::Number, Part(start)};
   }
 
   void SkipDigits() {
@@ -114,20 +117,22 @@ class Tokeniser {
     const qsizetype start = at_;
     while (at_ < sql_.size() && ContinuesWord(sql_[at_]))
       ++at_;
-    return {TokenKind::Word, sql_.mid(start, at_ - start)};
+    return {TokenKind::Word, Part(start)};
   }
 
   Token Symbol() {
-    const QString two = sql_.mid(at_, 2);
-    if (two == u"--"_s || two == u"/*"_s) ThrowSyntaxError(sql_, u"commentaar wordt niet ondersteund"_s);
-    if (two == u"<>"_s || two == u"<="_s || two == u">="_s) {
-      at_ += 2;
-      return {TokenKind::Symbol, two};
+    const QChar first = Peek();
+    const QChar second = Peek(1);
+    if ((first == u'-' && second == u'-') || (first == u'/' && second == u'*')) {
+      ThrowSyntaxError(sql_, u"commentaar wordt niet ondersteund"_s);
     }
-    if (!u"(),.=<>+-*/"_s.contains(Peek())) {
-      ThrowSyntaxError(sql_, u"het teken '%1' wordt niet ondersteund"_s.arg(Peek()));
+    if (!QStringView(u"(),.=<>+-*/").contains(first)) {
+      ThrowSyntaxError(sql_, u"het teken '%1' wordt niet ondersteund"_s.arg(first));
     }
-    return {TokenKind::Symbol, QString(sql_[at_++])};
+    const bool isDouble = (second == u'=' && (first == u'<' || first == u'>')) || (first == u'<' && second == u'>');
+    const qsizetype start = at_;
+    at_ += isDouble ? 2 : 1;
+    return {TokenKind::Symbol, Part(start)};
   }
 
   const QString& sql_;
@@ -136,6 +141,15 @@ class Tokeniser {
 };
 
 }  // namespace
+
+QString Token::Value() const {
+  QString value = text.toString();
+  if (hasDoubledQuotes) {
+    const QChar quote = *(text.begin() - 1);
+    value.replace(QString(2, quote), QString(quote));
+  }
+  return value;
+}
 
 std::vector<Token> Tokenise(const QString& sql) {
   return Tokeniser(sql).Run();

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/dao/VirtualTables.h"
 
-#include "platform/dao/Conversion.h"
+#include "platform/dao/NewValues.h"
 #include "platform/dao/SqlText.h"
 #include "platform/dao/Sqlite.h"
 #include "platform/runtime/Error.h"
@@ -116,39 +116,20 @@ int Identity(sqlite3_vtab_cursor* base, sqlite3_int64* row) {
 }
 
 // xUpdate gets the old identity, the new one, and then the fields.
-constexpr int kFirstField = 2;
-
-void RequireConstantDefault(const TableDef& table, const FieldDef& field) {
-  if (field.defaultExpression.isEmpty()) return;
-  throw runtime::Error(
-      u"Het veld '%1' van de tabel '%2' heeft een standaardwaarde die berekend moet worden (%3); dat "
-      "wordt niet ondersteund."_s.arg(field.name, table.name, field.defaultExpression));
-}
+constexpr std::size_t kFirstField = 2;
 
 void InsertRow(const OpenTable& table, sqlite3_value** values) {
-  const TableDef& definition = table.Definition();
-  const FieldMask& given = table.entry->use.given;
-  std::vector<Value> row;
-  row.reserve(static_cast<std::size_t>(definition.fields.size()));
-  for (int i = 0; i < definition.fields.size(); ++i) {
-    const FieldDef& field = definition.fields[i];
-    const bool isGiven = given[static_cast<std::size_t>(i)];
-    if (!isGiven) RequireConstantDefault(definition, field);
-    const Value absent = isGiven ? Value() : ValueOfVariant(field.defaultValue);
-    row.push_back(ConvertToField(definition.name, field, isGiven ? ValueOf(values[kFirstField + i]) : View(absent)));
-  }
-  table.Stored().Insert(std::move(row));
+  const auto given = [&](std::size_t field) { return ValueOf(values[kFirstField + field]); };
+  table.Stored().Insert(NewRow(table.Definition(), table.entry->use.given, given));
 }
 
 void UpdateRow(const OpenTable& table, RowId identity, sqlite3_value** values) {
   const TableDef& definition = table.Definition();
-  std::vector<FieldValue> changes;
-  for (int i = 0; i < definition.fields.size(); ++i) {
-    sqlite3_value* value = values[kFirstField + i];
-    if (sqlite3_value_nochange(value) != 0) continue;
-    changes.emplace_back(i, ConvertToField(definition.name, definition.fields[i], ValueOf(value)));
-  }
-  table.Stored().Update(identity, changes);
+  FieldMask changed;
+  for (std::size_t i = 0; i < static_cast<std::size_t>(definition.fields.size()); ++i)
+    changed[i] = sqlite3_value_nochange(values[kFirstField + i]) == 0;
+  const auto given = [&](std::size_t field) { return ValueOf(values[kFirstField + field]); };
+  table.Stored().Update(identity, NewValues(definition, changed, given));
 }
 
 int Update(sqlite3_vtab* base, int count, sqlite3_value** values, sqlite3_int64* /*identity*/) {

@@ -15,7 +15,7 @@ QStringList Tokenised(const QString& sql) {
   QStringList shown;
   for (const dao::Token& token : dao::Tokenise(sql)) {
     static const QString kLetters = u"wbnts$"_s;
-    shown += QString(kLetters[static_cast<int>(token.kind)]) + u':' + token.text;
+    shown += QString(kLetters[static_cast<int>(token.kind)]) + u':' + token.Value();
   }
   return shown;
 }
@@ -89,11 +89,13 @@ TEST(Tokens, WordsMayHaveLettersOfEveryLanguage) {
 }
 
 TEST(Tokens, WordsAreComparedWithoutCase) {
-  const dao::Token word = dao::Tokenise(u"Select"_s).front();
+  const QString select = u"Select"_s;
+  const dao::Token word = dao::Tokenise(select).front();
   EXPECT_TRUE(word.IsWord(u"SELECT"_s));
   EXPECT_TRUE(word.IsName());
   EXPECT_FALSE(word.Is(u"Select"_s));
-  const dao::Token bracketed = dao::Tokenise(u"[Select]"_s).front();
+  const QString inBrackets = u"[Select]"_s;
+  const dao::Token bracketed = dao::Tokenise(inBrackets).front();
   EXPECT_FALSE(bracketed.IsWord(u"SELECT"_s));
   EXPECT_TRUE(bracketed.IsName());
 }
