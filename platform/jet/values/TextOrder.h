@@ -60,6 +60,8 @@ class TextOrder {
   class Walk;
   template <typename View>
   int CompareTexts(View a, View b) const;
+  template <typename View>
+  int OrderOfLetters(View a, View b, std::size_t at) const;
 
   std::array<Cell, kLowCells> low_;
   std::array<Cell, kPunctuationCells> punctuation_;
