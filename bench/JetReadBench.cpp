@@ -20,6 +20,7 @@
 #include <ctime>
 #include <filesystem>
 #include <functional>
+#include <iostream>
 #include <random>
 #include <string>
 #include <variant>
@@ -166,10 +167,12 @@ int Scan(const std::string& path) {
 }
 
 int Csv(const std::string& path) {
-  const auto database = jet::Database::Open(path);
+  jet::OpenOptions options;
+  options.cachedPages = 64;  // as the command
+  const auto database = jet::Database::Open(path, options);
   const jet::ReadTurn reading(*database);
-  for (const std::string& block : CsvOf(database->OpenTable(kTable)).blocks)
-    std::fwrite(block.data(), 1, block.size(), stdout);
+  CsvOf(database->OpenTable(kTable)).text.WriteTo(std::cout);
+  std::cout.flush();
   return 0;
 }
 

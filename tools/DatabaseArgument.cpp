@@ -29,8 +29,9 @@ dao::Database OpenDatabase(const Arguments& arguments, Purpose purpose) {
   return dao::OpenDatabase(DatabasePathOf(word), {arguments.Value(kPassword), purpose == Purpose::Read});
 }
 
-std::unique_ptr<jet::Database> OpenFile(const Arguments& arguments) {
+std::unique_ptr<jet::Database> OpenFile(const Arguments& arguments, std::size_t cachedPages) {
   jet::OpenOptions options;
+  options.cachedPages = cachedPages;
   options.password = arguments.Value(kPassword).toStdU16String();
   return jet::Database::Open(QFile::encodeName(arguments.Plain().first()).toStdString(), options);
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/dao/Database.h"
+#include "platform/jet/pages/PageSource.h"
 #include "tools/Arguments.h"
 
 #include <memory>
@@ -25,4 +26,4 @@ QString DatabasePathOf(const QString& word);
 void RefuseServer(const QString& word, const QString& instead);
 
 // The file itself, for reading what a statement cannot: damaged tables, pages.
-std::unique_ptr<jet::Database> OpenFile(const Arguments& arguments);
+std::unique_ptr<jet::Database> OpenFile(const Arguments& arguments, std::size_t cachedPages = jet::kCachedPages);

@@ -12,9 +12,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The file is closed before the first byte is written: a slow pipe must not block writers.
+// The file is closed before the first byte is written: a slow pipe must not block writers. The text waits outside
+// memory (SpooledText).
 TableCsv Read(const Arguments& arguments) {
-  const auto database = OpenFile(arguments);
+  constexpr std::size_t kCachedPages = 64;  // most are read once
+  const auto database = OpenFile(arguments, kCachedPages);
   const jet::ReadTurn reading(*database);
   return CsvOf(database->OpenTable(arguments.Plain().at(1).toStdU16String()));
 }
@@ -29,8 +31,7 @@ int DumpServer(const Arguments& arguments, const Streams& streams) {
 int Dump(const Arguments& arguments, const Streams& streams) {
   if (dao::IsServerPath(arguments.Plain().first())) return DumpServer(arguments, streams);
   const TableCsv csv = Read(arguments);
-  for (const std::string& block : csv.blocks)
-    streams.out << block;
+  csv.text.WriteTo(streams.out);
   for (const std::string& damage : csv.damages)
     streams.err << damage << '\n';
   return csv.damages.empty() ? kDone : kFailed;

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr std::size_t kBlock = std::size_t{1} << 20;  // bytes of text that are written together
+constexpr std::size_t kBlock = std::size_t{1} << 16;  // bytes of text that are added together
 
 struct FieldAdder {
   CsvLine& line;
@@ -61,8 +61,8 @@ TableCsv CsvOf(const jet::Table& table) {
     for (const std::size_t i : all)
       std::visit(FieldAdder{line, columns[i].type}, rows.Values()[i]);
     line.End();
-    if (line.Text().size() >= kBlock) csv.blocks.push_back(line.Take());
+    if (line.Text().size() >= kBlock) csv.text.Add(line.Take());
   }
-  csv.blocks.push_back(line.Take());
+  csv.text.Add(line.Take());
   return csv;
 }

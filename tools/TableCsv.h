@@ -2,13 +2,14 @@
 #pragma once
 
 #include "platform/jet/table/Table.h"
+#include "tools/SpooledText.h"
 
 #include <string>
 #include <vector>
 
 // The rows of a table as CSV with a header line, and one sentence for each damaged place that was skipped.
 struct TableCsv {
-  std::vector<std::string> blocks;
+  SpooledText text;
   std::vector<std::string> damages;
 };
 
