@@ -17,9 +17,7 @@ QString NameOfRow(qint32 id, const QString& databasePath, const QString& table) 
   dao::Database database = dao::OpenDatabase(databasePath);
   const dao::Recordset rows = database.OpenRecordset(u"SELECT "_s + table + u".Naam "_s + u"From "_s + table + u" "_s +
                                                      u"WHERE "_s + table + u".ID = "_s + QString::number(id));
-  if (rows.Eof()) return u""_s;
-  const QVariant name = rows.Field(u"Naam"_s);
-  return IsKull(name) ? u""_s : runtime::TrimBlanks(name.toString());
+  return rows.Eof() ? u""_s : NameIn(rows.Field(u"Naam"_s));
 }
 
 // For a station with a number the query fails, unless StationsOwnMode is set in the settings file.
@@ -38,6 +36,10 @@ dao::Recordset OnlineSetting(dao::Database& database) {
 }
 
 }  // namespace
+
+QString NameIn(const QVariant& field) {
+  return IsKull(field) ? u""_s : runtime::TrimBlanks(field.toString());
+}
 
 qint32 NextID(const QString& table, const QString& keyField, const QString& databasePath) {
   dao::Database database = dao::OpenDatabase(databasePath);

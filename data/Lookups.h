@@ -4,6 +4,7 @@
 #include "platform/dao/Recordset.h"
 
 #include <QString>
+#include <QVariant>
 
 #include <optional>
 
@@ -20,6 +21,8 @@ qint32 NextID(const QString& table, const QString& keyField, const QString& data
 // The trimmed name of one row; empty, but not null, when there is no row or no name. A null QString after an error.
 QString GetItemSpotID_Naam(qint32 id, const QString& databasePath, const QString& table);
 QString GetItemNaam(qint32 id, const QString& databasePath, const QString& table);
+// The trimmed name in a field Naam; empty, but not null, when it has none.
+QString NameIn(const QVariant& field);
 
 // The item-spot rows linked to an item, in the database's own order (not by ItemSpotOrder). nullopt after an error.
 std::optional<dao::Recordset> GetItem_ItemSpots(qint32 itemID, const QString& databasePath, const QString& items,

@@ -3,6 +3,7 @@
 #include "data/Globals.h"
 #include "data/ItemRules.h"
 #include "data/Lookups.h"
+#include "data/SpotNames.h"
 #include "data/Writes.h"
 #include "export/playout/BlockReader.h"
 #include "items/frmItemsDetail.h"
@@ -186,11 +187,12 @@ bool frmItemsDetail::FillFraItemSpots() {
     dao::Recordset rows = database.OpenRecordset(u"SELECT "_s + link + u".ItemSpotOrder, " + link +
                                                  u".ItemSpotID From " + link + u" WHERE " + link + u".ItemID = " +
                                                  QString::number(id_) + u" ORDER BY " + link + u".ItemSpotOrder");
-    const dao::Prefetch names(catalogue.databasePath, {catalogue.itemSpots, u"ID"_s, {u"Naam"_s}, SpotsIn(rows)});
+    const dao::Prefetch prefetched(catalogue.databasePath, {catalogue.itemSpots, u"ID"_s, {u"Naam"_s}, SpotsIn(rows)});
+    const SpotNames names(catalogue.databasePath, catalogue.itemSpots, rows.RecordCount());
     for (; !rows.Eof(); rows.MoveNext()) {
       const QVariant spot = rows.Field(u"ItemSpotID"_s);
       const qint32 spotID = runtime::IsNumeric(spot) ? runtime::ToLong(spot) : kNoSpot;
-      const QString naam = GetItemSpotID_Naam(spotID, catalogue.databasePath, catalogue.itemSpots);
+      const QString naam = names.NameOf(spotID);
       if (naam.isNull()) return false;
       if (!naam.isEmpty() && spotID != kNoSpot) ui_->lstOpt1ItemSpots->AddItem(naam, spotID);
     }

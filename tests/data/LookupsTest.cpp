@@ -3,7 +3,9 @@
 
 #include "data/DatabasePaths.h"
 #include "data/Globals.h"
+#include "data/SpotNames.h"
 #include "platform/desktop/MessageBox.h"
+#include "platform/runtime/Probe.h"
 #include "tests/support/Station.h"
 
 #include <QFile>
@@ -55,6 +57,46 @@ TEST(NameLookup, UnreadableNameIsNullAndMissingNameIsNot) {
   EXPECT_FALSE(GetItemSpotID_Naam(9, global.serverDatabasePath, u"tblItemSpots"_s).isNull());
   EXPECT_TRUE(boxes.Shown().empty());
   EXPECT_TRUE(GetItemSpotID_Naam(3, global.serverDatabasePath, u"tblWeg"_s).isNull());
+  EXPECT_EQ(boxes.Last().title, u"GetItemSpotID_Naam"_s);
+}
+
+TEST(SpotNames, ALongListHasTheNamesOfSingleLookups) {
+  const Station station;
+  station.OnServer(u"INSERT INTO tblItemSpots (ID, Naam) VALUES (1, \"  Spot  \")"_s);
+  station.OnServer(u"INSERT INTO tblItemSpots (ID, Naam) VALUES (2, \"   \")"_s);
+  station.OnServer(u"INSERT INTO tblItemSpots (ID) VALUES (3)"_s);
+  const QString table = u"tblItemSpots"_s;
+  for (const int lines : {4, 1000}) {
+    const SpotNames names(global.serverDatabasePath, table, lines);
+    for (qint32 id = 0; id <= 4; ++id) {
+      const QString expected = GetItemSpotID_Naam(id, global.serverDatabasePath, table);
+      EXPECT_EQ(names.NameOf(id), expected) << id;
+      EXPECT_EQ(names.NameOf(id).isNull(), expected.isNull()) << id;
+    }
+  }
+}
+
+TEST(SpotNames, ALongListIsReadByOneStatement) {
+  const Station station;
+  int looks = 0;
+  const runtime::ProbeLookScope counted([&](const QString&) {
+    ++looks;
+    return 0;
+  });
+  const SpotNames names(global.serverDatabasePath, u"tblItemSpots"_s, 1000);
+  const int first = looks;
+  EXPECT_GT(first, 0);
+  for (qint32 id = 0; id < 100; ++id)
+    EXPECT_EQ(names.NameOf(id), u""_s);
+  EXPECT_EQ(looks, first);
+}
+
+TEST(SpotNames, AnUnreadableTableIsReportedForEachLine) {
+  const Station station;
+  const desktop::MessageBoxScript boxes;
+  const SpotNames names(global.serverDatabasePath, u"tblWeg"_s, 1000);
+  EXPECT_TRUE(boxes.Shown().empty());
+  EXPECT_TRUE(names.NameOf(3).isNull());
   EXPECT_EQ(boxes.Last().title, u"GetItemSpotID_Naam"_s);
 }
 
