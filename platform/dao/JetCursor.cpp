@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 namespace dao {
 
 WantedColumns::WantedColumns(const FieldMask& wanted) {
-  for (std::size_t field = 0; field < kMostFields; ++field) {
+  for (std::size_t field = 0; columns.size() < wanted.count(); ++field) {
     if (!wanted[field]) continue;
     places[field] = static_cast<std::uint8_t>(columns.size());
     columns.push_back(field);

@@ -9,10 +9,27 @@
 #include <bit>
 #include <cstring>
 #include <string>
+#include <utility>
 
 namespace jet {
 
 using namespace index_page;
+
+namespace {
+
+// The ends of entries follow from the head of the page alone.
+struct KeptEnds {
+  std::array<std::uint8_t, kEntriesAt> head{};
+  std::shared_ptr<const std::vector<std::uint16_t>> ends;
+};
+
+KeptEnds& KeptEndsOf(std::uint32_t page) {
+  constexpr std::size_t kKept = 64;  // pages, about 50 KB
+  thread_local std::array<KeptEnds, kKept> kept;
+  return kept[page % kKept];
+}
+
+}  // namespace
 
 IndexPage::IndexPage(PageRef page, std::uint32_t number, std::uint32_t table)
     : page_(std::move(page)), number_(number), prefix_(LoadU16(page_->data() + kPrefixAt)) {
@@ -22,7 +39,14 @@ IndexPage::IndexPage(PageRef page, std::uint32_t number, std::uint32_t table)
     throw DamageAt(number, "soort " + std::to_string(type) + " in plaats van een indexpagina");
   }
   if (Field(kTableAt) != table) throw DamageAt(number, "de indexpagina hoort bij een andere tabel");
-  ReadEnds();
+  KeptEnds& kept = KeptEndsOf(number);
+  if (kept.ends == nullptr || std::memcmp(kept.head.data(), page_->data(), kEntriesAt) != 0) {
+    kept.ends.reset();
+    auto ends = std::make_shared<const std::vector<std::uint16_t>>(ReadEnds());
+    std::memcpy(kept.head.data(), page_->data(), kEntriesAt);
+    kept.ends = std::move(ends);
+  }
+  ends_ = kept.ends;
 }
 
 std::uint32_t IndexPage::Field(std::size_t at) const {
@@ -34,35 +58,36 @@ unsigned IndexPage::FreeBytes() const {
 }
 
 unsigned IndexPage::ExactFreeBytes() const {
-  return static_cast<unsigned>(kPageSize - (ends_.empty() ? kEntriesAt : ends_.back()));
+  return static_cast<unsigned>(kPageSize - (ends_->empty() ? kEntriesAt : ends_->back()));
 }
 
-void IndexPage::ReadEnds() {
+std::vector<std::uint16_t> IndexPage::ReadEnds() const {
   const PageBytes& page = *page_;
   std::array<std::uint64_t, (kMaskBytes + 7) / 8> mask{};
   std::memcpy(mask.data(), &page[kMaskAt], kMaskBytes);
   // A stored entry always holds its row pointer: the shared prefix never reaches into it.
   const std::size_t shortest = PointerBytes();
-  ends_.resize(8 * kMaskBytes / shortest + 1);
+  std::vector<std::uint16_t> ends(8 * kMaskBytes / shortest + 1);
   std::size_t start = kEntriesAt;
   std::size_t count = 0;
   for (std::size_t i = 0; i < mask.size(); ++i) {
     for (std::uint64_t bits = mask[i]; bits != 0; bits &= bits - 1) {
       const std::size_t end = kEntriesAt + 64 * i + static_cast<unsigned>(std::countr_zero(bits));
       if (end - start < shortest || end > kPageSize) throw DamageAt(number_, "een indexregel is te kort");
-      ends_[count++] = static_cast<std::uint16_t>(end);
+      ends[count++] = static_cast<std::uint16_t>(end);
       start = end;
     }
   }
-  ends_.resize(count);
-  if (prefix_ != 0 && !ends_.empty() && prefix_ + PointerBytes() > Stored(0).size()) {
+  ends.resize(count);
+  if (prefix_ != 0 && !ends.empty() && prefix_ + shortest > ends.front() - kEntriesAt) {
     throw DamageAt(number_, "het gedeelde begin is langer dan de eerste indexregel");
   }
+  return ends;
 }
 
 ByteView IndexPage::Stored(std::size_t entry) const {
-  const std::size_t start = entry == 0 ? kEntriesAt : ends_[entry - 1];
-  return ByteView(*page_).subspan(start, ends_[entry] - start);
+  const std::size_t start = entry == 0 ? kEntriesAt : (*ends_)[entry - 1];
+  return ByteView(*page_).subspan(start, (*ends_)[entry] - start);
 }
 
 void IndexPage::CopyEntry(std::size_t entry, Bytes& out) const {
@@ -75,12 +100,12 @@ void IndexPage::CopyEntry(std::size_t entry, Bytes& out) const {
 }
 
 RowId IndexPage::Row(std::size_t entry) const {
-  const std::uint8_t* pointer = page_->data() + ends_[entry] - PointerBytes();
+  const std::uint8_t* pointer = page_->data() + (*ends_)[entry] - PointerBytes();
   return MakeRowId(LoadU24BigEndian(pointer), pointer[3]);
 }
 
 std::uint32_t IndexPage::Child(std::size_t entry) const {
-  return entry == Count() ? Tail() : LoadU32BigEndian(page_->data() + ends_[entry] - 4);
+  return entry == Count() ? Tail() : LoadU32BigEndian(page_->data() + (*ends_)[entry] - 4);
 }
 
 bool IndexPage::Less(std::size_t entry, ByteView key) const {

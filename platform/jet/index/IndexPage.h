@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 namespace jet {
@@ -31,7 +32,8 @@ constexpr std::size_t kDeepest = 32;                         // levels; a deeper
 // A checked view of an index page, leaf or node. Entries are numbered from 0.
 class IndexPage {
  public:
-  // Throws Damage when the page is not an index page of `table` or its entries are not consistent.
+  // Throws Damage when the page is not an index page of `table` or its entries are not consistent. The ends of the
+  // entries of pages read before are kept for the thread: a look-up reads the same few pages again and again.
   IndexPage(PageRef page, std::uint32_t number, std::uint32_t table);
 
   std::uint32_t Number() const { return number_; }
@@ -43,9 +45,9 @@ class IndexPage {
   unsigned FreeBytes() const;
   // The correct value of the page's count of free bytes.
   unsigned ExactFreeBytes() const;
-  std::size_t Count() const { return ends_.size(); }
+  std::size_t Count() const { return ends_->size(); }
   // The end offset of each entry in the page.
-  const std::vector<std::uint16_t>& Ends() const { return ends_; }
+  const std::vector<std::uint16_t>& Ends() const { return *ends_; }
 
   // The complete entry: key and row pointer (u24 page, u8 row, big-endian); of a node without the child page.
   void CopyEntry(std::size_t entry, Bytes& out) const;
@@ -57,7 +59,7 @@ class IndexPage {
 
  private:
   std::uint32_t Field(std::size_t at) const;
-  void ReadEnds();
+  std::vector<std::uint16_t> ReadEnds() const;
   ByteView Stored(std::size_t entry) const;
   std::size_t PointerBytes() const { return IsLeaf() ? 4 : 8; }
   bool Less(std::size_t entry, ByteView key) const;
@@ -65,7 +67,7 @@ class IndexPage {
   PageRef page_;
   std::uint32_t number_;
   std::size_t prefix_;
-  std::vector<std::uint16_t> ends_;  // end offset of each entry in the page
+  std::shared_ptr<const std::vector<std::uint16_t>> ends_;
 };
 
 }  // namespace jet

@@ -247,7 +247,7 @@ TEST_F(RowEngine, GivesWhatTheSqlEngineGives) {
   }
   std::printf("%d statements: %d about one row, %d changes, %d errors\n", count, direct, changes, errors);
   EXPECT_GT(direct, count / 2);
-  EXPECT_GT(changes, count / 8);
+  EXPECT_GT(changes, count / 12);
   EXPECT_GT(errors, count / 10);
 }
 
