@@ -28,7 +28,7 @@ Theme::Theme(QApplication& application, std::optional<Variant> requested)
   const bool isFusion = QApplication::style()->name().compare(u"fusion"_s, Qt::CaseInsensitive) == 0;
   if (isFusion) QApplication::setStyle(new LookStyle);
   if (!isFusion && !requested) return;
-  Use(requested.value_or(SystemColorScheme().value_or(platform_)));
+  Use(requested ? *requested : SystemColorScheme().value_or(platform_));
   if (!requested) FollowDesktop();
 }
 
