@@ -216,6 +216,7 @@ void OverviewForm::cmdNieuw_Click() {
 void OverviewForm::AcceptAudio() {
   const auto* drop = new desktop::FileDrop(this);
   connect(drop, &desktop::FileDrop::dropped, this, &OverviewForm::Form_DropFiles);
+  connect(drop, &desktop::FileDrop::hovering, &List(), &controls::ListBox::SetDropTarget);
 }
 
 void OverviewForm::Form_DropFiles(const QStringList& files) {

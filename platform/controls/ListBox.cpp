@@ -167,10 +167,26 @@ void ListBox::mouseDoubleClickEvent(QMouseEvent* event) {
 
 void ListBox::paintEvent(QPaintEvent* event) {
   QListView::paintEvent(event);
+  if (dropTarget_) PaintDropTarget();
   if (ShownCount() > 0 || emptyText_.isEmpty()) return;
   QPainter painter(viewport());
   painter.setPen(desktop::ThemeColoursFor(palette()).hint);
   painter.drawText(viewport()->rect().adjusted(16, 16, -16, -16), Qt::AlignCenter | Qt::TextWordWrap, emptyText_);
+}
+
+void ListBox::PaintDropTarget() {
+  constexpr int kFrame = 3;
+  QColor accent = desktop::ThemeColoursFor(palette()).accent;
+  QPainter painter(viewport());
+  painter.setPen(QPen(accent, kFrame));
+  accent.setAlphaF(0.10F);
+  painter.setBrush(accent);
+  painter.drawRect(QRectF(viewport()->rect()).adjusted(kFrame / 2.0, kFrame / 2.0, -kFrame / 2.0, -kFrame / 2.0));
+}
+
+void ListBox::SetDropTarget(bool target) {
+  dropTarget_ = target;
+  viewport()->update();
 }
 
 // The list's size is unknown while it is hidden, so it scrolls to the selection when shown.

@@ -89,6 +89,9 @@ class ListBox : public QListView {
   void SetMovable(bool movable);  // the user moves lines with Alt+Up/Down and by dragging
   bool IsMarkable() const { return selectionMode() == ExtendedSelection; }
   void SetMarkable(bool markable) { setSelectionMode(markable ? ExtendedSelection : SingleSelection); }
+  // Framed in the accent colour: what is dragged may be dropped here.
+  bool IsDropTarget() const { return dropTarget_; }
+  void SetDropTarget(bool target);
   QString EmptyText() const { return emptyText_; }
   void SetEmptyText(const QString& text);  // shown centred while no line is visible
 
@@ -122,6 +125,7 @@ class ListBox : public QListView {
     std::vector<int> marked;
   };
 
+  void PaintDropTarget();
   void SelectSilently(int index);
   void FollowSelection();
   Selection CurrentSelection() const { return {ListIndex(), Marked()}; }
@@ -135,6 +139,7 @@ class ListBox : public QListView {
   LineDelegate* delegate_;
   bool movable_ = false;
   bool silent_ = false;
+  bool dropTarget_ = false;
   int announced_ = -1;          // the selected line according to the last signal
   QPersistentModelIndex last_;  // the line selected last
   std::optional<Place> place_;  // of the line that was selected last; none while one is selected
