@@ -102,6 +102,7 @@ void frmItemsDetail::FillForm() {
       if (!(row.Bof() && row.Eof())) FillFields(row);
     }
     MarkLoaded();
+    KeepUntracked();
   });
 }
 
