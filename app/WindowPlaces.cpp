@@ -4,6 +4,8 @@
 #include <QApplication>
 #include <QEvent>
 #include <QScreen>
+#include <QStyle>
+#include <QTimer>
 #include <QWidget>
 
 #include <algorithm>
@@ -28,9 +30,24 @@ void BringInside(QWidget& window) {
   if (frame.topLeft() != window.frameGeometry().topLeft()) window.move(frame.topLeft());
 }
 
+// The frame that the desktop adds. Until a window is shown its own is not known; that of an earlier window is the same.
+QSize FrameOf(const QWidget& window) {
+  static QSize last(0, window.style()->pixelMetric(QStyle::PM_TitleBarHeight));
+  if (window.windowFlags().testFlag(Qt::FramelessWindowHint)) return {0, 0};
+  const QSize own = window.frameGeometry().size() - window.size();
+  if (!own.isEmpty() || own.height() > 0) last = own;
+  return last;
+}
+
 void KeepWithinScreen(QWidget& window) {
-  const QSize free = window.screen()->availableSize();
+  const QSize free = window.screen()->availableSize() - FrameOf(window);
   if (window.width() > free.width() || window.height() > free.height()) window.resize(window.size().boundedTo(free));
+}
+
+void KeepFrameInside(QWidget& window) {
+  if (!window.isVisible() || window.isMaximized() || window.isFullScreen()) return;
+  KeepWithinScreen(window);
+  BringInside(window);
 }
 
 // Below half of its designed size a window is not usable; its layout alone would allow less, since lists and scrolling
@@ -67,4 +84,6 @@ void WindowPlaces::Restore(QWidget& window) {
   const bool restored = !place.isEmpty() && window.restoreGeometry(place);
   KeepWithinScreen(window);
   if (restored) BringInside(window);  // the desktop places other windows
+  // The desktop adds the frame later.
+  QTimer::singleShot(0, &window, [&window] { KeepFrameInside(window); });
 }

@@ -13,6 +13,7 @@
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/MessageBox.h"
 #include "platform/desktop/Theme.h"
+#include "platform/desktop/ViewMemory.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
 
@@ -74,6 +75,7 @@ int Run(QApplication& application, const StartOptions& options) {
   if (!lock) return kAlreadyRunning;
   const WindowPlaces places(UserFile(u"vensters.ini"_s));
   const desktop::FolderMemory folders(UserFile(u"mappen.ini"_s));
+  const desktop::ViewMemory views(UserFile(u"lijsten.ini"_s));
   const StationMemory stations(UserFile(u"zenders.ini"_s));
   RegisterScreens();
   const std::unique_ptr<frmMain> main = Start();

@@ -5,6 +5,7 @@
 #include "catalogue/OverviewBar.h"
 #include "catalogue/OverviewKeys.h"
 #include "catalogue/OverviewMenu.h"
+#include "catalogue/OverviewSort.h"
 #include "catalogue/WaitingLine.h"
 #include "data/Globals.h"
 #include "data/WaitingChanges.h"
@@ -77,6 +78,12 @@ void OverviewForm::WireControls(const Controls& controls) {
       {controls_.lstOverzicht, controls_.txtZoek, controls_.cmdNieuw, controls_.cmdOpen, controls_.cmdVerwijder}, this);
   connect(keys, &OverviewKeys::refillRequested, this, &OverviewForm::Refill);
   WireMarked();
+  sort_ = new OverviewSort(
+      many_, Captions(), [this](controls::LineColumn column) { return SortKeys(column); }, List());
+}
+
+void OverviewForm::Sort() {
+  sort_->Apply();
 }
 
 void OverviewForm::WireMarked() {
@@ -153,6 +160,7 @@ void OverviewForm::FillLstOverzicht() {
     List().AddItems(LinesOf(rows));
     read_ = true;
     OnRefilled();
+    Sort();
     ShowCount();
     actions_->UpdateMarked();
   });
@@ -216,6 +224,7 @@ void OverviewForm::cmdNieuw_Click() {
 void OverviewForm::AcceptAudio() {
   const auto* drop = new desktop::FileDrop(this);
   connect(drop, &desktop::FileDrop::dropped, this, &OverviewForm::Form_DropFiles);
+  connect(drop, &desktop::FileDrop::hovering, &List(), &controls::ListBox::SetDropTarget);
 }
 
 void OverviewForm::Form_DropFiles(const QStringList& files) {

@@ -6,14 +6,18 @@
 #include "data/forms/Form.h"
 #include "data/forms/RecordEdits.h"
 #include "data/forms/Screens.h"
+#include "platform/controls/ListLine.h"
 
 #include <QString>
+
+#include <vector>
 
 class QCheckBox;
 class QLineEdit;
 class QPushButton;
 class OverviewActions;
 class OverviewBar;
+class OverviewSort;
 class WaitingLine;
 
 namespace controls {
@@ -73,6 +77,11 @@ class OverviewForm : public Form {
   virtual QString WaitingNote() const;
   // Called after the list was filled.
   virtual void OnRefilled() {}
+  // The list's columns, and the key of each line for sorting by one of them: empty while they are not known.
+  virtual controls::ColumnTexts Captions() const = 0;
+  virtual std::vector<qint64> SortKeys(controls::LineColumn column) const = 0;
+  // Once the keys are known.
+  void Sort();
   virtual QString CountText() const { return CountTextOf(View()); }
   virtual QString EmptyText() const { return EmptyTextOf(View()); }
 
@@ -132,5 +141,6 @@ class OverviewForm : public Form {
   Screen detailEditor_;
   Controls controls_;
   OverviewActions* actions_ = nullptr;
+  OverviewSort* sort_ = nullptr;
   bool read_ = false;  // the list was read at least once
 };

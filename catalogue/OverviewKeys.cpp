@@ -82,9 +82,5 @@ void OverviewKeys::GoToSearch() {
 void OverviewKeys::GoToList() {
   targets_.list->setFocus(Qt::OtherFocusReason);
   if (targets_.list->ListIndex() != -1) return;
-  for (int line = 0; line < targets_.list->ListCount(); ++line) {
-    if (!targets_.list->IsShown(line)) continue;
-    targets_.list->SetListIndex(line);
-    return;
-  }
+  if (targets_.list->ShownCount() > 0) targets_.list->SetListIndex(targets_.list->ShownLine(0));
 }

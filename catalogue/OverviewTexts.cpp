@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "catalogue/OverviewTexts.h"
 
+#include <QLocale>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -19,8 +21,9 @@ QString NothingFound(const OverviewView& view) {
 
 QString CountTextOf(const OverviewView& view) {
   if (!view.read) return {};
-  const QString all = QString::number(view.all) + u' ' + (view.all == 1 ? view.one : view.many);
-  return view.shown == view.all ? all : QString::number(view.shown) + u" van "_s + all;
+  const QLocale dutch(QLocale::Dutch);
+  const QString all = dutch.toString(view.all) + u' ' + (view.all == 1 ? view.one : view.many);
+  return view.shown == view.all ? all : dutch.toString(view.shown) + u" van "_s + all;
 }
 
 QString EmptyTextOf(const OverviewView& view) {

@@ -16,7 +16,7 @@ struct OverviewView {
   bool nietAktieve = false;
 };
 
-// "21 item-spots", or "3 van 21 item-spots" when lines are hidden.
+// "1.021 item-spots", or "3 van 1.021 item-spots" when lines are hidden.
 QString CountTextOf(const OverviewView& view);
 
 // The text inside a list without visible lines: the reason, and what the user can do.

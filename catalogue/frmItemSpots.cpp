@@ -23,6 +23,27 @@ namespace {
 constexpr int kMaxLinesToWaitFor = 500;
 constexpr std::chrono::milliseconds kFirstPaintWait{8};
 
+// What needs a person comes first.
+qint64 RankOf(SpotState state) {
+  switch (state) {
+    case SpotState::BestandOntbreekt:
+      return 0;
+    case SpotState::Verloopt:
+      return 1;
+    case SpotState::Loopt:
+      return 2;
+    case SpotState::BuitenUren:
+      return 3;
+    case SpotState::Begint:
+      return 4;
+    case SpotState::Verlopen:
+      return 5;
+    case SpotState::NietAktief:
+      break;
+  }
+  return 6;
+}
+
 }  // namespace
 
 frmItemSpots::frmItemSpots(QWidget* owner)
@@ -34,9 +55,10 @@ frmItemSpots::frmItemSpots(QWidget* owner)
   AcceptAudio();
   for (const SpotView view : kSpotViews)
     ui_->cboToestand->AddItem(TextOf(view), static_cast<qint64>(view));
+  ui_->cboToestand->SelectWhereItemData(static_cast<qint64>(SpotView::Alle));
   connect(ui_->cboToestand, &QComboBox::currentIndexChanged, this, &frmItemSpots::cboToestand_Click);
   connect(survey_.get(), &SpotStateLoader::changed, this, &frmItemSpots::SurveyChanged);
-  connect(survey_.get(), &SpotStateLoader::finished, this, &frmItemSpots::ShowCount);
+  connect(survey_.get(), &SpotStateLoader::finished, this, &frmItemSpots::SurveyFinished);
 }
 
 frmItemSpots::~frmItemSpots() = default;
@@ -76,6 +98,7 @@ void frmItemSpots::OnRefilled() {
 void frmItemSpots::IndexLines() {
   states_.assign(static_cast<std::size_t>(List().ListCount()), std::nullopt);
   seconds_.assign(states_.size(), 0);
+  sorted_ = false;
   counts_ = SpotCounts();
   lines_.clear();
   lines_.reserve(List().ListCount());
@@ -92,8 +115,38 @@ void frmItemSpots::SurveyChanged(const QList<qint64>& ids) {
     seconds_[static_cast<std::size_t>(*line)] = std::max(0, spot->facts.lengteSec.value_or(0));
     List().SetDetails(*line, DetailsOf(spot->facts, spot->state));
   }
-  if (ChosenView() != SpotView::Alle) List().Refilter();
+  if (survey_->IsRead() && !sorted_) {
+    sorted_ = true;
+    Sort();
+  } else if (ChosenView() != SpotView::Alle) {
+    List().Refilter();
+  }
   ShowCount();
+}
+
+// Files may have changed states, and the search finds paths now.
+void frmItemSpots::SurveyFinished() {
+  Sort();
+  if (!View().search.isEmpty()) List().Refilter();
+  ShowCount();
+}
+
+controls::ColumnTexts frmItemSpots::Captions() const {
+  return {u"Naam"_s, u"Status"_s, u"Einddatum"_s, u"Lengte"_s};
+}
+
+std::vector<qint64> frmItemSpots::SortKeys(controls::LineColumn column) const {
+  if (!survey_->IsRead()) return {};
+  std::vector<qint64> keys(static_cast<std::size_t>(List().ListCount()), controls::ListBox::kNoKey);
+  for (std::size_t line = 0; line < keys.size(); ++line) {
+    const SpotStateLoader::Spot* spot = survey_->Find(List().ItemData(static_cast<int>(line)));
+    if (spot == nullptr) continue;
+    if (column == controls::LineColumn::Word) keys[line] = RankOf(spot->state);
+    if (column == controls::LineColumn::Date && spot->facts.eindDatum)
+      keys[line] = spot->facts.eindDatum->toJulianDay();
+    if (column == controls::LineColumn::Trailing && spot->facts.lengteSec) keys[line] = *spot->facts.lengteSec;
+  }
+  return keys;
 }
 
 void frmItemSpots::SetState(int line, SpotState state) {
@@ -104,7 +157,6 @@ void frmItemSpots::SetState(int line, SpotState state) {
 }
 
 void frmItemSpots::ShowOnly(SpotView view) {
-  ui_->cboToestand->setVisible(true);
   ui_->cboToestand->SelectWhereItemData(static_cast<qint64>(view));
 }
 
@@ -131,6 +183,8 @@ bool frmItemSpots::IsInView(int line) const {
 
 QString frmItemSpots::CountText() const {
   QString count = OverviewForm::CountText();
+  if (List().ListCount() == 0) return count;
+  if (!survey_->IsFinished()) return count + u", wordt nagekeken"_s;
   if (List().ShownCount() == 0 || !survey_->IsRead()) return count;
   if (List().ShownCount() == List().ListCount()) count += u": "_s + counts_.Text();
   return count + u", samen "_s + TotalLength();

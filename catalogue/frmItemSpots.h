@@ -40,11 +40,14 @@ class frmItemSpots : public OverviewForm {
   void OnRefilled() override;
   QString CountText() const override;
   QString EmptyText() const override;
+  controls::ColumnTexts Captions() const override;
+  std::vector<qint64> SortKeys(controls::LineColumn column) const override;
 
  private:
   void cboToestand_Click();
   void IndexLines();
   void SurveyChanged(const QList<qint64>& ids);
+  void SurveyFinished();
   SpotView ChosenView() const;
   bool IsInView(int line) const;
   void SetState(int line, SpotState state);
@@ -56,5 +59,6 @@ class frmItemSpots : public OverviewForm {
   QHash<qint64, int> lines_;                      // line of an ID
   std::vector<std::optional<SpotState>> states_;  // per line; empty: not known yet
   std::vector<qint32> seconds_;                   // per line; 0: not known
+  bool sorted_ = false;                           // by all states
   SpotCounts counts_;                             // of states_
 };

@@ -8,17 +8,38 @@
 #include "export/playout/BlockReader.h"
 #include "export/playout/BlockToHear.h"
 #include "export/playout/PlanTexts.h"
+#include "platform/controls/ListBox.h"
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Trapped.h"
 #include "ui_frmItems.h"
 
+#include <QLocale>
 #include <QShortcut>
+
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using runtime::Trapped;
 
 namespace {
+
+// What needs a person comes first.
+qint64 RankOf(BlockMark::State state) {
+  switch (state) {
+    case BlockMark::State::Silent:
+      return 0;
+    case BlockMark::State::Short:
+      return 1;
+    case BlockMark::State::Remark:
+      return 2;
+    case BlockMark::State::Complete:
+      return 3;
+    case BlockMark::State::NotActive:
+      break;
+  }
+  return 4;
+}
 
 void SetMark(controls::LineDetails& details, BlockMark::State state) {
   switch (state) {
@@ -62,7 +83,7 @@ frmItems::frmItems(QWidget* owner)
   ui_->setupUi(this);
   Wire(*ui_);
   connect(survey_.get(), &BlockSurvey::changed, this, &frmItems::SurveyChanged);
-  connect(survey_.get(), &BlockSurvey::finished, this, &frmItems::ShowCount);
+  connect(survey_.get(), &BlockSurvey::finished, this, &frmItems::SurveyFinished);
   ui_->cmdBeluisteren->setIcon(desktop::Icon(u"geluid"_s));
   connect(ui_->cmdBeluisteren, &QPushButton::clicked, this, &frmItems::cmdBeluisteren_Click);
   const auto* listen = new QShortcut(Qt::CTRL | Qt::Key_B, this);
@@ -111,6 +132,7 @@ void frmItems::OnRefilled() {
   lines_.clear();
   for (int line = 0; line < List().ListCount(); ++line)
     lines_.insert(List().ItemData(line), line);
+  sorted_ = false;
   survey_->Start();
 }
 
@@ -119,11 +141,35 @@ void frmItems::SurveyChanged(const QList<qint64>& ids) {
     const auto line = lines_.constFind(id);
     if (line != lines_.constEnd()) List().SetDetails(*line, DetailsOf(*survey_->Find(id)));
   }
+  if (survey_->IsRead() && !std::exchange(sorted_, true)) Sort();
   ShowCount();
+}
+
+void frmItems::SurveyFinished() {
+  Sort();
+  ShowCount();
+}
+
+controls::ColumnTexts frmItems::Captions() const {
+  return {u"Naam"_s, u"Status"_s, {}, u"Lengte"_s};
+}
+
+std::vector<qint64> frmItems::SortKeys(controls::LineColumn column) const {
+  if (!survey_->IsRead()) return {};
+  std::vector<qint64> keys(static_cast<std::size_t>(List().ListCount()), controls::ListBox::kNoKey);
+  for (std::size_t line = 0; line < keys.size(); ++line) {
+    const BlockMark* mark = survey_->Find(List().ItemData(static_cast<int>(line)));
+    if (mark == nullptr) continue;
+    if (column == controls::LineColumn::Word) keys[line] = RankOf(mark->state);
+    if (column == controls::LineColumn::Trailing && mark->lengthMs && mark->spots > 0) keys[line] = *mark->lengthMs;
+  }
+  return keys;
 }
 
 QString frmItems::CountText() const {
   const QString count = OverviewForm::CountText();
-  if (!survey_->IsFinished() || survey_->ProblemCount() == 0) return count;
-  return count + u", "_s + QString::number(survey_->ProblemCount()) + u" nu stil of te kort"_s;
+  if (List().ListCount() == 0) return count;
+  if (!survey_->IsFinished()) return count + u", wordt nagekeken"_s;
+  if (survey_->ProblemCount() == 0) return count;
+  return count + u", "_s + QLocale(QLocale::Dutch).toString(survey_->ProblemCount()) + u" nu stil of te kort"_s;
 }

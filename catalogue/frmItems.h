@@ -32,12 +32,16 @@ class frmItems : public OverviewForm {
   void OnRefilled() override;
   QString CountText() const override;
   QList<QPushButton*> LineButtons() const override;
+  controls::ColumnTexts Captions() const override;
+  std::vector<qint64> SortKeys(controls::LineColumn column) const override;
 
  private:
   void cmdBeluisteren_Click();
   void SurveyChanged(const QList<qint64>& ids);
+  void SurveyFinished();
 
   std::unique_ptr<Ui::frmItems> ui_;
   std::unique_ptr<BlockSurvey> survey_;
+  bool sorted_ = false;       // by all marks
   QHash<qint64, int> lines_;  // line of an ID
 };

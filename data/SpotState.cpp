@@ -5,6 +5,7 @@
 #include "platform/runtime/Dates.h"
 #include "platform/runtime/Numbers.h"
 
+#include <QLocale>
 #include <QStringList>
 
 #include <optional>
@@ -81,12 +82,16 @@ QString StateText(const SpotFacts& spot, SpotState state) {
 
 QString SpotCounts::Text() const {
   QStringList parts;
-  const auto add = [&parts](int count, const QString& one, const QString& many) {
-    if (count > 0) parts += QString::number(count) + u' ' + (count == 1 ? one : many);
+  const auto text = [](int count, const QString& one, const QString& many) -> QString {
+    return QLocale(QLocale::Dutch).toString(count) + u' ' + (count == 1 ? one : many);
+  };
+  const auto add = [&](int count, const QString& one, const QString& many) {
+    if (count > 0) parts += text(count, one, many);
   };
   add(Running(), u"loopt"_s, u"lopen"_s);
+  if (const int ending = In(SpotState::Verloopt); ending > 0)
+    parts.last() += u" ("_s + text(ending, u"verloopt binnen 7 dagen"_s, u"verlopen binnen 7 dagen"_s) + u')';
   add(In(SpotState::Begint), u"begint later"_s, u"beginnen later"_s);
-  add(In(SpotState::Verloopt), u"verloopt binnen 7 dagen"_s, u"verlopen binnen 7 dagen"_s);
   add(OverOrInactive(), u"voorbij of niet aktief"_s, u"voorbij of niet aktief"_s);
   add(In(SpotState::BestandOntbreekt), u"zonder bestand"_s, u"zonder bestand"_s);
   return parts.join(u", "_s);

@@ -52,11 +52,11 @@ class SpotCounts {
   void Remove(SpotState state) { --counts_[static_cast<std::size_t>(state)]; }
   int In(SpotState state) const { return counts_[static_cast<std::size_t>(state)]; }
 
-  // Running, including those outside their hours at this time of day.
-  int Running() const { return In(SpotState::Loopt) + In(SpotState::BuitenUren); }
+  // Running today, including those outside their hours at this time of day and those that end soon.
+  int Running() const { return In(SpotState::Loopt) + In(SpotState::BuitenUren) + In(SpotState::Verloopt); }
   int OverOrInactive() const { return In(SpotState::Verlopen) + In(SpotState::NietAktief); }
 
-  // "10 lopen, 3 beginnen later, ..."; counts of zero are omitted.
+  // "10 lopen (2 verlopen binnen 7 dagen), 3 beginnen later, ..."; counts of zero are omitted.
   QString Text() const;
 
  private:

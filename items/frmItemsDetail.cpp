@@ -63,6 +63,7 @@ frmItemsDetail::frmItemsDetail(QWidget* owner)
   ConnectChanges();
   ConnectList();
   ConnectButtons();
+  ConnectUnsaved();
 }
 
 frmItemsDetail::~frmItemsDetail() = default;

@@ -7,10 +7,12 @@
 #include "export/playout/Block.h"
 #include "items/ExampleFiles.h"
 #include "items/SpotLengths.h"
+#include "platform/controls/ListBox.h"
 #include "platform/dao/Recordset.h"
 
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace Ui {
 class frmItemsDetail;
@@ -84,6 +86,22 @@ class frmItemsDetail : public EditorForm {
   // The ItemData of the chosen entry; empty for none.
   static std::optional<qint32> Chosen(const controls::ComboBox& combo);
 
+  // Values that do not make the form dirty, and the list that a change of option empties.
+  struct Untracked {
+    QString aantalSpots;
+    QString maxAantalSpots;
+    bool random = false;
+    std::optional<qint32> midden;
+    int mix = 0;
+  };
+  void ConnectUnsaved();
+  Untracked UntrackedOnScreen() const;
+  void KeepUntracked();
+  void ShowUnsaved();
+  void KeepList();
+  void ShowUndoList();
+  void cmdOpt1Ongedaan_Click();
+
   // Changes.
   void FillingChanged();
   void PatternChanged();
@@ -110,4 +128,6 @@ class frmItemsDetail : public EditorForm {
   qint32 locked_ = 0;     // as read; written back unchanged
   qint32 storedMix_ = 0;  // Opt2MixPunt as read or entered, and the value that the panel shows for it
   qint32 shownMix_ = 0;
+  Untracked untracked_;                           // as the form was filled
+  std::vector<controls::ListBox::Line> emptied_;  // the list before the last change of option
 };

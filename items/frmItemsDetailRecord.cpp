@@ -103,6 +103,7 @@ void frmItemsDetail::FillForm() {
       if (!(row.Bof() && row.Eof())) FillFields(row);
     }
     MarkLoaded();
+    KeepUntracked();
   });
 }
 

@@ -33,7 +33,10 @@ void frmItemsDetail::InitControls() {
 
 void frmItemsDetail::InitListOption() {
   const bool chosen = ui_->opt1->isChecked();
-  if (!chosen) ui_->lstOpt1ItemSpots->Clear();
+  if (!chosen) {
+    KeepList();
+    ui_->lstOpt1ItemSpots->Clear();
+  }
   Open(ui_->lstOpt1ItemSpots, chosen);
   ui_->lstOpt1ItemSpots->SetEmptyText(chosen ? u"Nog geen item-spots.\nKies ‘Toevoegen’ om te beginnen."_s : QString());
 }
@@ -106,6 +109,7 @@ void frmItemsDetail::ListChanged() {
   lengths_.Show(*ui_->lstOpt1ItemSpots);
   ui_->lblOpt1Totaal->setText(ui_->opt2->isChecked() ? u"Geen lijst bij optie 2"_s
                                                      : lengths_.Total(*ui_->lstOpt1ItemSpots));
+  ShowUndoList();
 }
 
 void frmItemsDetail::InitCommands() {

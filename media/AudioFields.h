@@ -86,6 +86,8 @@ class AudioFields : public QObject {
   void changed();
   // A dropped file filled the fields of a new record.
   void filledFromFile();
+  // Another number of dropped files waits.
+  void waitingChanged();
 
  private:
   bool IsDuplicateCode() const;

@@ -97,4 +97,5 @@ void AudioFields::FillFromFile() {
 void AudioFields::ShowWaiting() {
   const qsizetype left = DroppedAudioLeft();
   controls_.lblToelichting->setText(left == 0 ? QString() : u"en nog %1"_s.arg(left));
+  Q_EMIT waitingChanged();
 }

@@ -112,6 +112,7 @@ class AudioPreview : public QGroupBox {
     return qScopeGuard([this] { seeking_ = false; });
   }
   void SetMix(qint32 mixPunt);
+  void ShowMixSaved();
   // True when a file is open; otherwise shows a text in the player's line.
   bool HasFile();
   void ShowStatus(const QString& text);
@@ -131,6 +132,7 @@ class AudioPreview : public QGroupBox {
   qint16 lastMinutes_ = 0;
   qint16 lastSeconds_ = 0;
   qint16 lastMilliseconds_ = 0;
+  qint32 savedMix_ = 0;              // the record's
   std::optional<qint32> storedMix_;  // the record's mix point until the user sets another
   QString lastFile_;                 // path text of the last file opened, even if that failed
   runtime::Presence presence_ = runtime::Presence::There;

@@ -34,7 +34,14 @@ void AudioPreview::WireMix() {
   connect(ui_->ledMix, &controls::LedSpin::valueChanged, this, [this](int mixPunt) {
     storedMix_.reset();
     ui_->waveform->SetMixMs(mixPunt);
+    ShowMixSaved();
   });
+}
+
+// Cancelling the editor does not ask about the mix point.
+void AudioPreview::ShowMixSaved() {
+  ui_->lblMixUnit->setText(MixPunt() == savedMix_ ? tr("milliseconden vóór het einde")
+                                                  : tr("milliseconden vóór het einde, nog niet bewaard"));
 }
 
 void AudioPreview::WireStrip() {
@@ -43,6 +50,7 @@ void AudioPreview::WireStrip() {
           [this](qint64 mixPunt) { SetMix(static_cast<qint32>(mixPunt)); });
   connect(ui_->waveform, &controls::WaveformStrip::playStopRequested, this, &AudioPreview::PlayOrStop);
   connect(ui_->waveform, &controls::WaveformStrip::zoomedChanged, ui_->cmdZoom, &QPushButton::setChecked);
+  connect(ui_->waveform, &controls::WaveformStrip::viewChanged, ui_->sliPlay, &controls::PositionSlider::SetView);
   connect(ui_->cmdZoom, &QPushButton::toggled, ui_->waveform, &controls::WaveformStrip::SetZoomed);
   connect(ui_->sliPlay, &controls::PositionSlider::valueChanged, ui_->waveform,
           &controls::WaveformStrip::SetPositionMs);
@@ -50,7 +58,8 @@ void AudioPreview::WireStrip() {
 
 void AudioPreview::FillMix(qint32 mixPunt) {
   ui_->ledMix->SetValue(mixPunt);
-  storedMix_ = mixPunt;
+  storedMix_ = savedMix_ = mixPunt;
+  ShowMixSaved();
 }
 
 qint32 AudioPreview::MixPunt() const {

@@ -67,6 +67,7 @@ frmItemSpotsDetail::frmItemSpotsDetail(QWidget* owner)
   constexpr QSize kOpeningSize(920, 668);
   fields_.Wire(ControlsOf(*ui_), kOpeningSize);
   WireFields();
+  WireSeries();
 }
 
 frmItemSpotsDetail::~frmItemSpotsDetail() = default;
@@ -100,6 +101,11 @@ QString frmItemSpotsDetail::NextSound() const {
     }
   }
   return {};
+}
+
+void frmItemSpotsDetail::Loaded() {
+  fields_.Open();
+  ShowSeries();
 }
 
 void frmItemSpotsDetail::InitForm() {
@@ -194,6 +200,7 @@ void frmItemSpotsDetail::Opslaan() {
     if (!succeeded) return;
     fields_.AddToAudioList(wasNew);
     isDirty_ = !*succeeded;
+    NoteSavedTimes(TimesOnScreen());
   });
 }
 

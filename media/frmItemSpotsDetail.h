@@ -3,6 +3,7 @@
 
 #include "data/Rows.h"
 #include "media/AudioFields.h"
+#include "media/SpotSeries.h"
 
 #include <memory>
 
@@ -18,11 +19,15 @@ class frmItemSpotsDetail : public EditorForm {
   explicit frmItemSpotsDetail(QWidget* owner = nullptr);
   ~frmItemSpotsDetail() override;
 
+  // Saves a loaded new record with the days, hours and state of the last one, without showing it. False when it was
+  // refused; its message was shown, and the window can be.
+  bool SaveLikeLast();
+
  protected:
   void InitForm() override;
   void FillForm() override;
   void InitControls() override;
-  void Loaded() override { fields_.Open(); }
+  void Loaded() override;
   bool OpslaanProceed() override;
   void Opslaan() override;
   void Form_Unload() override;
@@ -32,9 +37,15 @@ class frmItemSpotsDetail : public EditorForm {
  private:
   void cmdOk_Click();
   void cmdAnnuleren_Click();
+  void cmdVorige_Click();
+  void cmdRest_Click();
   void Player_Stop();
 
   void WireFields();
+  void WireSeries();
+  void ShowSeries();
+  SpotTimes TimesOnScreen() const;
+  void TakeLastTimes();
   void FillNew();
   void FillRecord(const dao::Recordset& row);
   void DateOrHourChanged();

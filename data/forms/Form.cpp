@@ -20,6 +20,10 @@ Form::Form(QWidget* owner) : QDialog(owner) {
 
 void Form::ShowModal() {
   Form_Load();
+  ShowLoaded();
+}
+
+void Form::ShowLoaded() {
   const desktop::ArrowPointer arrow;  // the caller may still show its wait pointer
   const QWidget* owner = parentWidget();
   if (owner != nullptr && !owner->isVisible()) Centre();

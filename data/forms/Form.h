@@ -12,6 +12,8 @@ class Form : public QDialog {
 
   // Calls Form_Load and shows the form. Returns when it is closed, with its owner active again.
   void ShowModal();
+  // The same for a form that was loaded already.
+  void ShowLoaded();
 
   // Fills the form. Catches and shows its own errors.
   virtual void Form_Load() = 0;

@@ -84,7 +84,9 @@ LineDetails DetailsOf(const SpotFacts& spot, SpotState state) {
   LineDetails details;
   SetMark(details, state);
   details.word = StateText(spot, state);
+  if (spot.eindDatum) details.date = runtime::DateText(*spot.eindDatum);
   details.trailing = LengthText(spot.lengteSec);
+  details.searched = spot.path;
   details.toolTip = QStringList{StateText(spot, state), ValidityText(spot), FileText(spot)}.join(u'\n');
   return details;
 }

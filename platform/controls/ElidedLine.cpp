@@ -27,6 +27,10 @@ void ElidedLine::paintEvent(QPaintEvent* event) {
   Q_UNUSED(event);
   QPainter painter(this);
   painter.setPen(Colour());
+  if (wordWrap()) {
+    painter.drawText(rect(), static_cast<int>(alignment()) | Qt::TextWordWrap, text());
+    return;
+  }
   painter.drawText(rect(), static_cast<int>(alignment()), fontMetrics().elidedText(text(), elideMode_, width()));
 }
 

@@ -5,7 +5,8 @@
 
 namespace controls {
 
-// A line of plain text that is elided when it does not fit; it never forces the window to be wider.
+// A line of plain text that is elided when it does not fit, or with wordWrap continues on a next line; it never forces
+// the window to be wider.
 class ElidedLine : public QLabel {
   Q_OBJECT
   Q_PROPERTY(Qt::TextElideMode elideMode READ ElideMode WRITE SetElideMode)

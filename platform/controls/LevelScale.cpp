@@ -49,7 +49,7 @@ void LevelScale::paintEvent(QPaintEvent*) {
   for (int step = 0; step <= kScaleIntervals; ++step) {
     const bool numbered = step % (kScaleIntervals / 2) == 0;
     const double x = inset_ + room * step / kScaleIntervals;
-    painter.fillRect(QRectF(x - 0.5, 2, 1, numbered ? kLong : kShort), colours.lineStrong);
+    painter.fillRect(QRectF(x - 0.5, 2, 1, numbered ? kLong : kShort), colours.hint);
     if (!numbered) continue;
     const int decibels = (step - kScaleIntervals) * 6;
     const QString label = decibels == 0 ? u"0 dB"_s : u"\u2212%1"_s.arg(-decibels);

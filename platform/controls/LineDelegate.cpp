@@ -60,10 +60,16 @@ LineDelegate::Colours LineDelegate::ColoursOf(const QStyleOptionViewItem& option
           details.wordInTone ? tone : quiet};
 }
 
-LineDelegate::Columns LineDelegate::ColumnsOf(const QStyleOptionViewItem& option) const {
-  const QFontMetrics& metrics = option.fontMetrics;
-  QRect rest = option.rect.adjusted(kEdge, 0, -kEdge, 0);
-  Columns columns;
+// Of the longest content, or of the caption with its arrow; 0 when there is neither.
+int LineDelegate::WidthOf(LineColumn column, const QString& longest, const QFontMetrics& metrics) const {
+  const QString& caption = captions_[static_cast<std::size_t>(column)];
+  const int content = longest.isEmpty() ? 0 : metrics.horizontalAdvance(longest) + 4;
+  return std::max(content, caption.isEmpty() ? 0 : metrics.horizontalAdvance(caption + u" ↓"_s) + 4);
+}
+
+LineColumns LineDelegate::ColumnsOf(const QRect& line, const QFontMetrics& metrics) const {
+  QRect rest = line.adjusted(kEdge, 0, -kEdge, 0);
+  LineColumns columns;
   const auto takeLeft = [&rest](int width, int gap) {
     const QRect taken(rest.left(), rest.top(), width, rest.height());
     rest.setLeft(rest.left() + width + gap);
@@ -77,13 +83,13 @@ LineDelegate::Columns LineDelegate::ColumnsOf(const QStyleOptionViewItem& option
   if (numbered_)
     columns.number = takeLeft(metrics.horizontalAdvance(QString::number(lines_.Count()) + u"0"_s), kMarkGap);
   if (lines_.HasMarks()) columns.mark = takeLeft(kMarkSize, kMarkGap);
-  if (!lines_.LongestTrailing().isEmpty())
-    columns.trailing = takeRight(metrics.horizontalAdvance(lines_.LongestTrailing()) + 4,
-                                 lines_.LongestWord().isEmpty() ? kMarkGap : kColumnGap);
-  if (!lines_.LongestWord().isEmpty()) {
-    const int wanted = metrics.horizontalAdvance(lines_.LongestWord()) + 16;
-    columns.word = takeRight(std::clamp(rest.width() - kNarrowestText, 0, wanted), kMarkGap);
-  }
+  const int word = WidthOf(LineColumn::Word, lines_.LongestWord(), metrics);
+  const int trailing = WidthOf(LineColumn::Trailing, lines_.LongestTrailing(), metrics);
+  if (trailing > 0) columns.trailing = takeRight(trailing, word == 0 ? kMarkGap : kColumnGap);
+  const int date = WidthOf(LineColumn::Date, lines_.LongestDate(), metrics);
+  // Less important than the word, which may say the same.
+  if (date > 0 && rest.width() - date - kColumnGap - word >= kNarrowestText) columns.date = takeRight(date, kColumnGap);
+  if (word > 0) columns.word = takeRight(std::clamp(rest.width() - kNarrowestText, 0, word + 12), kMarkGap);
   columns.text = rest;
   return columns;
 }
@@ -92,7 +98,7 @@ void LineDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, 
   const int line = lines_.IndexOf(index.row());
   const LineModel::Line& content = lines_.At(line);
   const Colours colours = ColoursOf(option, content.details);
-  const Columns columns = ColumnsOf(option);
+  const LineColumns columns = ColumnsOf(option.rect, option.fontMetrics);
   painter->save();
   painter->setFont(option.font);
   if (option.state.testFlag(QStyle::State_Selected))
@@ -106,6 +112,7 @@ void LineDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, 
             content.details.mark, colours.mark);
   DrawElided(*painter, columns.text, content.text, colours.text, Qt::AlignLeft);
   DrawElided(*painter, columns.word, content.details.word, colours.word, Qt::AlignLeft);
+  DrawElided(*painter, columns.date, content.details.date, colours.quiet, Qt::AlignLeft);
   DrawElided(*painter, columns.trailing, content.details.trailing, colours.quiet, Qt::AlignRight);
   painter->restore();
 }

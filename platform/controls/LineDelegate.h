@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/controls/ListLine.h"
+
 #include <QStyledItemDelegate>
 
 namespace controls {
 
 class LineModel;
-struct LineDetails;
 
 // Paints a line: number, mark, text, word, trailing text. Reads the colours while painting.
 class LineDelegate : public QStyledItemDelegate {
@@ -20,6 +21,10 @@ class LineDelegate : public QStyledItemDelegate {
   bool IsNumbered() const { return numbered_; }
   void SetNumbered(bool numbered) { numbered_ = numbered; }
 
+  // Captions above the columns, which are then wide enough for them and always shown.
+  void SetCaptions(const ColumnTexts& captions) { captions_ = captions; }
+  LineColumns ColumnsOf(const QRect& line, const QFontMetrics& metrics) const;
+
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
   QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
@@ -27,16 +32,14 @@ class LineDelegate : public QStyledItemDelegate {
   struct Colours {
     QColor text, quiet, mark, word;
   };
-  struct Columns {
-    QRect number, mark, text, word, trailing;
-  };
 
   Colours ColoursOf(const QStyleOptionViewItem& option, const LineDetails& details) const;
-  Columns ColumnsOf(const QStyleOptionViewItem& option) const;
+  int WidthOf(LineColumn column, const QString& longest, const QFontMetrics& metrics) const;
 
   const LineModel& lines_;
   int rowHeight_ = 28;
   bool numbered_ = false;
+  ColumnTexts captions_;
 };
 
 }  // namespace controls

@@ -18,14 +18,23 @@ const LineModel::Line& LineModel::At(int index) const {
   return lines_[static_cast<std::size_t>(index)];
 }
 
+bool LineModel::Finds(int index) const {
+  return texts_.Holds(index, folded_) || (searched_.Count() > index && searched_.Holds(index, folded_));
+}
+
 bool LineModel::Shows(int index) const {
-  if (!folded_.isEmpty() && !texts_.Holds(index, folded_)) return false;
+  if (!folded_.isEmpty() && !Finds(index)) return false;
   return shows_ == nullptr || shows_(index);
 }
 
 void LineModel::FoldTexts() {
   for (int index = texts_.Count(); index < Count(); ++index)
     texts_.Append(lines_[static_cast<std::size_t>(index)].text);
+  if (folded_.isEmpty() || searchedUpToDate_) return;
+  searched_.Clear();
+  for (const Line& line : lines_)
+    searched_.Append(line.details.searched);
+  searchedUpToDate_ = true;
 }
 
 void LineModel::ApplyFilter() {
@@ -33,22 +42,64 @@ void LineModel::ApplyFilter() {
   shown_.clear();
   for (int index = 0; index < Count(); ++index)
     if (Shows(index)) shown_.push_back(index);
+  Sort();
   upToDate_ = true;
 }
 
+bool LineModel::IsBefore(int one, int other) const {
+  const qint64 key = keys_[static_cast<std::size_t>(one)];
+  const qint64 otherKey = keys_[static_cast<std::size_t>(other)];
+  if (key == kNoKey || otherKey == kNoKey) return key != kNoKey && otherKey == kNoKey;
+  return descending_ ? key > otherKey : key < otherKey;
+}
+
+void LineModel::Sort() {
+  rows_.clear();
+  if (keys_.empty()) return;
+  std::stable_sort(shown_.begin(), shown_.end(), [this](int one, int other) { return IsBefore(one, other); });
+}
+
+void LineModel::SetOrder(std::vector<qint64> keys, bool descending) {
+  if (!keys.empty()) keys.resize(lines_.size(), kNoKey);
+  if (keys.empty() && keys_.empty()) return;
+  beginResetModel();
+  keys_ = std::move(keys);
+  descending_ = descending;
+  ApplyFilter();
+  endResetModel();
+}
+
 int LineModel::RowOf(int index) const {
+  if (!keys_.empty()) {
+    if (rows_.empty()) {
+      rows_.assign(lines_.size(), -1);
+      for (int row = 0; row < rowCount(); ++row)
+        rows_[static_cast<std::size_t>(IndexOf(row))] = row;
+    }
+    return index >= 0 && index < Count() ? rows_[static_cast<std::size_t>(index)] : -1;
+  }
   const auto found = std::lower_bound(shown_.begin(), shown_.end(), index);
   return found != shown_.end() && *found == index ? static_cast<int>(found - shown_.begin()) : -1;
 }
 
 void LineModel::Measure(const LineDetails& details) {
-  if (details.word.size() > longestWord_.size()) longestWord_ = details.word;
-  if (details.trailing.size() > longestTrailing_.size()) longestTrailing_ = details.trailing;
-  hasMarks_ = hasMarks_ || details.mark != LineMark::None;
+  bool wider = !hasMarks_ && details.mark != LineMark::None;
+  hasMarks_ = hasMarks_ || wider;
+  const auto measure = [&wider](const QString& text, QString& longest) {
+    if (text.size() <= longest.size()) return;
+    longest = text;
+    wider = true;
+  };
+  measure(details.word, longestWord_);
+  measure(details.date, longestDate_);
+  measure(details.trailing, longestTrailing_);
+  if (wider) Q_EMIT columnsChanged();
 }
 
 void LineModel::Append(std::vector<Line> lines) {
   const int first = Count();
+  SetOrder({}, false);
+  searchedUpToDate_ = !hasSearched_;
   for (const Line& line : lines)
     Measure(line.details);
   lines_.insert(lines_.end(), std::make_move_iterator(lines.begin()), std::make_move_iterator(lines.end()));
@@ -66,6 +117,12 @@ void LineModel::Clear() {
   beginResetModel();
   lines_.clear();
   edited_.clear();
+  keys_.clear();
+  rows_.clear();
+  searched_.Clear();
+  hasSearched_ = false;
+  searchedUpToDate_ = true;
+  longestDate_.clear();
   texts_.Clear();
   shown_.clear();
   longestWord_.clear();
@@ -76,7 +133,9 @@ void LineModel::Clear() {
 
 void LineModel::Remove(int index) {
   At(index);
+  SetOrder({}, false);
   edited_.clear();
+  searchedUpToDate_ = !hasSearched_;
   const int row = RowOf(index);
   if (row >= 0) beginRemoveRows({}, row, row);
   lines_.erase(lines_.begin() + index);
@@ -94,7 +153,9 @@ void LineModel::Move(int from, int to) {
   At(to);
   if (from == to) return;
   beginResetModel();
+  keys_.clear();
   edited_.clear();
+  searchedUpToDate_ = !hasSearched_;
   const auto begin = lines_.begin();
   if (from < to)
     std::rotate(begin + from, begin + from + 1, begin + to + 1);
@@ -126,7 +187,12 @@ void LineModel::SetItemData(int index, qint64 itemData) {
 void LineModel::SetDetails(int index, LineDetails details) {
   At(index);
   Measure(details);
-  lines_[static_cast<std::size_t>(index)].details = std::move(details);
+  LineDetails& stored = lines_[static_cast<std::size_t>(index)].details;
+  if (details.searched != stored.searched) {
+    hasSearched_ = true;
+    searchedUpToDate_ = false;
+  }
+  stored = std::move(details);
   Changed(index);
 }
 
@@ -139,11 +205,12 @@ void LineModel::SetEdited(const std::vector<int>& indexes) {
 
 void LineModel::SetFilterText(const QString& text) {
   const QString before = std::exchange(folded_, FoldedTexts::Folded(text));
-  if (!upToDate_ || !folded_.contains(before)) return Refilter();
+  if (!upToDate_ || !searchedUpToDate_ || !folded_.contains(before)) return Refilter();
   // If the filter text was extended, only lines shown now can match.
   FoldTexts();
   beginResetModel();
-  std::erase_if(shown_, [this](int index) { return !texts_.Holds(index, folded_); });
+  std::erase_if(shown_, [this](int index) { return !Finds(index); });
+  rows_.clear();
   endResetModel();
 }
 

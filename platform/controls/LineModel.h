@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <limits>
 #include <vector>
 
 namespace controls {
@@ -44,6 +45,11 @@ class LineModel : public QAbstractListModel {
   void SetFilterText(const QString& text);
   void SetFilter(std::function<bool(int index)> shows);
   void Refilter();
+  // Shows the lines ascending by these keys, one for each index, or descending; kNoKey comes last in both. Lines with
+  // the same key stay in the order of their indexes. Empty: all in the order of their indexes. Adding, removing and
+  // moving lines returns to that.
+  void SetOrder(std::vector<qint64> keys, bool descending);
+  static constexpr qint64 kNoKey = std::numeric_limits<qint64>::max();
   bool IsFiltered() const { return !folded_.isEmpty() || shows_ != nullptr; }
 
   int IndexOf(int row) const { return shown_.at(static_cast<std::size_t>(row)); }
@@ -53,8 +59,14 @@ class LineModel : public QAbstractListModel {
   // For the widths of the columns: whether there is any mark, and the longest texts.
   bool HasMarks() const { return hasMarks_; }
   const QString& LongestWord() const { return longestWord_; }
+  const QString& LongestDate() const { return longestDate_; }
   const QString& LongestTrailing() const { return longestTrailing_; }
 
+ Q_SIGNALS:
+  // The columns need another width.
+  void columnsChanged();
+
+ public:
   int rowCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role) const override;
   Qt::ItemFlags flags(const QModelIndex& index) const override;
@@ -63,19 +75,29 @@ class LineModel : public QAbstractListModel {
  private:
   // FoldTexts must have been called.
   bool Shows(int index) const;
+  bool Finds(int index) const;
+  bool IsBefore(int one, int other) const;
+  void Sort();
   void FoldTexts();
   void ApplyFilter();
   void Measure(const LineDetails& details);
   void Changed(int index);
 
   std::vector<Line> lines_;
-  std::vector<int> shown_;  // ascending
-  FoldedTexts texts_;       // of the first lines; FoldTexts adds the missing ones
-  QString folded_;          // the filter's text, folded
-  bool upToDate_ = true;    // shown_ matches the current filter and texts
+  std::vector<int> shown_;         // ascending, or in the order of keys_
+  std::vector<qint64> keys_;       // by index; empty: not sorted
+  bool descending_ = false;        // only with keys_
+  mutable std::vector<int> rows_;  // row by index, for RowOf while sorted; empty: not up to date
+  FoldedTexts texts_;              // of the first lines; FoldTexts adds the missing ones
+  FoldedTexts searched_;           // the details' texts for searches; of all lines, or empty
+  bool hasSearched_ = false;       // there are such texts
+  bool searchedUpToDate_ = true;
+  QString folded_;        // the filter's text, folded
+  bool upToDate_ = true;  // shown_ matches the current filter and texts
   std::function<bool(int index)> shows_;
   std::vector<int> edited_;  // ascending
   QString longestWord_;
+  QString longestDate_;
   QString longestTrailing_;
   bool hasMarks_ = false;
 };

@@ -3,6 +3,7 @@
 
 #include "platform/controls/LineDelegate.h"
 #include "platform/controls/LineModel.h"
+#include "platform/controls/ListHeader.h"
 #include "platform/desktop/ThemeColours.h"
 
 #include <QDropEvent>
@@ -51,6 +52,7 @@ void ListBox::Clear() {
   const QScopedValueRollback quiet(silent_, true);
   if (ListIndex() >= 0) place_ = {lines_->RowOf(ListIndex()), ItemData(ListIndex())};
   lines_->Clear();
+  edited_.clear();
   announced_ = -1;
 }
 
@@ -156,6 +158,13 @@ void ListBox::keyPressEvent(QKeyEvent* event) {
     MoveSelected(event->key() == Qt::Key_Up ? -1 : 1);
     return event->accept();
   }
+  if (header_ != nullptr && event->modifiers() == Qt::ControlModifier) {
+    for (const LineColumn column : kLineColumns) {
+      if (header_->TextOf(column).isEmpty() || event->key() != Qt::Key_0 + header_->KeyOf(column)) continue;
+      Q_EMIT sortRequested(column);
+      return event->accept();
+    }
+  }
   if (SelectFromNothing(event->key())) return event->accept();
   QListView::keyPressEvent(event);
 }
@@ -167,10 +176,26 @@ void ListBox::mouseDoubleClickEvent(QMouseEvent* event) {
 
 void ListBox::paintEvent(QPaintEvent* event) {
   QListView::paintEvent(event);
+  if (dropTarget_) PaintDropTarget();
   if (ShownCount() > 0 || emptyText_.isEmpty()) return;
   QPainter painter(viewport());
   painter.setPen(desktop::ThemeColoursFor(palette()).hint);
   painter.drawText(viewport()->rect().adjusted(16, 16, -16, -16), Qt::AlignCenter | Qt::TextWordWrap, emptyText_);
+}
+
+void ListBox::PaintDropTarget() {
+  constexpr int kFrame = 3;
+  QColor accent = desktop::ThemeColoursFor(palette()).accent;
+  QPainter painter(viewport());
+  painter.setPen(QPen(accent, kFrame));
+  accent.setAlphaF(0.10F);
+  painter.setBrush(accent);
+  painter.drawRect(QRectF(viewport()->rect()).adjusted(kFrame / 2.0, kFrame / 2.0, -kFrame / 2.0, -kFrame / 2.0));
+}
+
+void ListBox::SetDropTarget(bool target) {
+  dropTarget_ = target;
+  viewport()->update();
 }
 
 // The list's size is unknown while it is hidden, so it scrolls to the selection when shown.
@@ -180,6 +205,43 @@ void ListBox::showEvent(QShowEvent* event) {
   executeDelayedItemsLayout();
   verticalScrollBar()->setValue(0);
   if (ListIndex() >= 0) scrollTo(currentIndex());
+}
+
+// --- header
+
+void ListBox::SetCaptions(const ColumnTexts& captions) {
+  delegate_->SetCaptions(captions);
+  if (header_ == nullptr) {
+    header_ = new ListHeader(
+        [this](const QRect& line) {
+          return delegate_->ColumnsOf(QRect(line.left(), line.top(), viewport()->width(), line.height()),
+                                      fontMetrics());
+        },
+        this);
+    connect(header_, &ListHeader::pressed, this, &ListBox::sortRequested);
+    connect(lines_, &LineModel::columnsChanged, header_, qOverload<>(&QWidget::update));
+  }
+  header_->SetCaptions(captions);
+  PlaceHeader();
+}
+
+// Above the lines, inside the frame.
+void ListBox::PlaceHeader() {
+  if (header_ == nullptr) return;
+  const int height = std::max(RowHeight(), fontMetrics().height() + 10);
+  setViewportMargins(0, height, 0, 0);
+  const QRect inside = rect().adjusted(frameWidth(), frameWidth(), -frameWidth(), -frameWidth());
+  header_->setGeometry(inside.left(), inside.top(), inside.width(), height);
+}
+
+void ListBox::resizeEvent(QResizeEvent* event) {
+  QListView::resizeEvent(event);
+  PlaceHeader();
+}
+
+void ListBox::changeEvent(QEvent* event) {
+  QListView::changeEvent(event);
+  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) PlaceHeader();
 }
 
 int ListBox::RowHeight() const {

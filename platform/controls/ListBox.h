@@ -7,6 +7,7 @@
 #include <QPersistentModelIndex>
 
 #include <functional>
+#include <limits>
 #include <optional>
 #include <vector>
 
@@ -14,6 +15,7 @@ namespace controls {
 
 class LineDelegate;
 class LineModel;
+class ListHeader;
 
 // A list of text lines, each with a number (ItemData). An index counts all lines from 0, including hidden ones.
 // ListIndex is the selected line, -1 = none, independent of Qt's current item. When the selected line is removed or the
@@ -78,6 +80,13 @@ class ListBox : public QListView {
   // The index of the line shown in that row, 0 to ShownCount() - 1.
   int ShownLine(int row) const;
 
+  // Captions above the columns; a click on one, or Ctrl and its number, emits sortRequested(). Empty texts: no caption.
+  void SetCaptions(const ColumnTexts& captions);
+  // Shows the lines in the order of these keys (LineModel::SetOrder) and an arrow at the column. The indexes of lines
+  // do not change, and the selected lines stay selected and in sight.
+  void SetOrder(LineColumn column, std::vector<qint64> keys, bool descending);
+  static constexpr qint64 kNoKey = std::numeric_limits<qint64>::max();
+
   // Moves one line and selects it. Emits lineMoved().
   void MoveLine(int from, int to);
 
@@ -89,6 +98,9 @@ class ListBox : public QListView {
   void SetMovable(bool movable);  // the user moves lines with Alt+Up/Down and by dragging
   bool IsMarkable() const { return selectionMode() == ExtendedSelection; }
   void SetMarkable(bool markable) { setSelectionMode(markable ? ExtendedSelection : SingleSelection); }
+  // Framed in the accent colour: what is dragged may be dropped here.
+  bool IsDropTarget() const { return dropTarget_; }
+  void SetDropTarget(bool target);
   QString EmptyText() const { return emptyText_; }
   void SetEmptyText(const QString& text);  // shown centred while no line is visible
 
@@ -101,6 +113,7 @@ class ListBox : public QListView {
   void lineMoved(int from, int to);
   // Other lines are marked, by the user or by a filter. Not emitted by filling or clearing.
   void markedChanged();
+  void sortRequested(controls::LineColumn column);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -108,6 +121,8 @@ class ListBox : public QListView {
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void showEvent(QShowEvent* event) override;
   void dropEvent(QDropEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
   void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
   QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index, const QEvent* event) const override;
 
@@ -122,6 +137,8 @@ class ListBox : public QListView {
     std::vector<int> marked;
   };
 
+  void PaintDropTarget();
+  void PlaceHeader();
   void SelectSilently(int index);
   void FollowSelection();
   Selection CurrentSelection() const { return {ListIndex(), Marked()}; }
@@ -133,8 +150,11 @@ class ListBox : public QListView {
 
   LineModel* lines_;
   LineDelegate* delegate_;
+  ListHeader* header_ = nullptr;
+  std::vector<int> edited_;  // see ShowEdited
   bool movable_ = false;
   bool silent_ = false;
+  bool dropTarget_ = false;
   int announced_ = -1;          // the selected line according to the last signal
   QPersistentModelIndex last_;  // the line selected last
   std::optional<Place> place_;  // of the line that was selected last; none while one is selected

@@ -2,12 +2,14 @@
 // The selection of a list, and how a filter keeps it.
 #include "platform/controls/LineModel.h"
 #include "platform/controls/ListBox.h"
+#include "platform/controls/ListHeader.h"
 #include "platform/runtime/Error.h"
 
 #include <QScopedValueRollback>
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace controls {
 
@@ -48,6 +50,7 @@ int ListBox::MarkedCount() const {
 }
 
 void ListBox::ShowEdited(const std::vector<int>& indexes) {
+  edited_ = indexes;
   lines_->SetEdited(indexes);
   int first = -1;
   for (const int index : indexes) {
@@ -101,7 +104,10 @@ void ListBox::selectionChanged(const QItemSelection& selected, const QItemSelect
   const int now = ListIndex();
   if (now >= 0) place_.reset();
   if (silent_) return;
-  if (now >= 0) lines_->SetEdited({});
+  if (now >= 0) {
+    edited_.clear();
+    lines_->SetEdited({});
+  }
   Q_EMIT markedChanged();
   if (now == announced_) return;
   announced_ = now;
@@ -187,6 +193,21 @@ bool ListBox::IsShown(int index) const {
 
 int ListBox::ShownLine(int row) const {
   return lines_->IndexOf(row);
+}
+
+void ListBox::SetOrder(LineColumn column, std::vector<qint64> keys, bool descending) {
+  const Selection before = CurrentSelection();
+  const std::vector<int> edited = edited_;
+  {
+    const QScopedValueRollback quiet(silent_, true);
+    lines_->SetOrder(std::move(keys), descending);
+  }
+  RestoreAfterFilter(before);
+  if (header_ != nullptr) header_->ShowSort(column, descending);
+  if (ListIndex() >= 0)
+    scrollTo(currentIndex());
+  else if (!edited.empty())
+    ShowEdited(edited);
 }
 
 }  // namespace controls

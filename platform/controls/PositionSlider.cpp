@@ -41,15 +41,23 @@ QSize PositionSlider::minimumSizeHint() const {
 
 double PositionSlider::KnobX() const {
   const double room = width() - 2.0 * kInset;
-  const qint64 range = qint64(maximum()) - minimum();
+  const qint64 range = Last() - First();
   if (range <= 0) return kInset;
-  return kInset + room * (static_cast<double>(qint64(sliderPosition()) - minimum()) / static_cast<double>(range));
+  const double share = static_cast<double>(sliderPosition() - First()) / static_cast<double>(range);
+  return kInset + room * std::clamp(share, 0.0, 1.0);
 }
 
 int PositionSlider::ValueAt(double x) const {
   const double room = std::max(1.0, width() - 2.0 * kInset);
   const double share = std::clamp((x - kInset) / room, 0.0, 1.0);
-  return qRound(minimum() + share * (double(maximum()) - minimum()));
+  return qRound(double(First()) + share * double(Last() - First()));
+}
+
+void PositionSlider::SetView(qint64 first, qint64 last) {
+  viewFirst_ = first;
+  viewLast_ = last;
+  shownX_ = KnobX();
+  update();
 }
 
 void PositionSlider::mousePressEvent(QMouseEvent* event) {

@@ -18,6 +18,11 @@ class PositionSlider : public QAbstractSlider {
   // Distance from the widget's edges to the ends of the groove, in logical pixels; the same as in WaveformStrip.
   static constexpr int kInset = 8;
 
+  // Shows only this part of the range over the whole width, as the waveform above does; first == last: all.
+  void SetView(qint64 first, qint64 last);
+  // The middle of the knob; at an end of the groove while the value is outside the view.
+  double KnobX() const;
+
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
 
@@ -36,13 +41,16 @@ class PositionSlider : public QAbstractSlider {
   void sliderChange(SliderChange change) override;
 
  private:
-  double KnobX() const;
   int ValueAt(double x) const;
+  qint64 First() const { return viewFirst_ < viewLast_ ? viewFirst_ : minimum(); }
+  qint64 Last() const { return viewFirst_ < viewLast_ ? viewLast_ : maximum(); }
   void SeekTo(qint64 target);
   void PaintGroove(QPainter& painter) const;
   void PaintTicks(QPainter& painter) const;
   void PaintKnob(QPainter& painter) const;
 
+  qint64 viewFirst_ = 0;
+  qint64 viewLast_ = 0;
   double shownX_ = kInset;  // position of the knob at the last repaint request
 };
 

@@ -19,14 +19,16 @@ namespace colour = desktop::instrument;
 constexpr double kPlayed = 0.8;         // brightness of the part that was played
 constexpr double kOuttroGround = 0.15;  // share of yellow in the outtro's background
 constexpr double kClosestNumbers = 60;  // logical pixels
+constexpr qint64 kCloseMs = 5000;
 
 QColor Darker(const QColor& shade) {
   return QColor::fromRgbF(shade.redF() * float(kPlayed), shade.greenF() * float(kPlayed),
                           shade.blueF() * float(kPlayed));
 }
 
-// Seconds between two numbers of the ruler, so that they do not overlap.
-int RulerStep(double pixelsPerSecond) {
+// Seconds between two numbers of the ruler, so that they do not overlap. Close up, each second may have one.
+int RulerStep(double pixelsPerSecond, bool close) {
+  if (close && pixelsPerSecond >= kClosestNumbers) return 1;
   static constexpr std::array<int, 12> kSteps{5, 10, 15, 30, 60, 120, 300, 600, 900, 1800, 3600, 7200};
   for (const int step : kSteps)
     if (step * pixelsPerSecond >= kClosestNumbers) return step;
@@ -48,7 +50,7 @@ ColumnColours ColoursAt(qint64 ms, const WaveformView& view) {
 }  // namespace
 
 double WaveformView::XOf(qint64 ms) const {
-  const qint64 range = lengthMs - firstMs;
+  const qint64 range = lastMs - firstMs;
   if (range <= 0) return wave.left();
   return wave.left() + wave.width() * (static_cast<double>(ms - firstMs) / static_cast<double>(range));
 }
@@ -56,8 +58,8 @@ double WaveformView::XOf(qint64 ms) const {
 qint64 WaveformView::MsAt(double x) const {
   if (wave.width() <= 0) return firstMs;
   const double share = (x - wave.left()) / wave.width();
-  const qint64 ms = firstMs + std::llround(share * static_cast<double>(lengthMs - firstMs));
-  return std::clamp(ms, firstMs, std::max(firstMs, lengthMs));
+  const qint64 ms = firstMs + std::llround(share * static_cast<double>(lastMs - firstMs));
+  return std::clamp(ms, firstMs, std::max(firstMs, lastMs));
 }
 
 void PaintWave(QPainter& painter, const WaveformView& view, const QRect& dirty) {
@@ -65,7 +67,7 @@ void PaintWave(QPainter& painter, const WaveformView& view, const QRect& dirty) 
   if (view.mixMs > 0) {
     QColor ground(colour::kLit);
     ground.setAlphaF(float(kOuttroGround));
-    const double from = std::max<double>(wave.left(), view.XOf(view.MixStart()));
+    const double from = std::clamp<double>(view.XOf(view.MixStart()), wave.left(), wave.right() + 1);
     painter.fillRect(QRectF(from, wave.top(), wave.right() + 1 - from, wave.height()), ground);
   }
   // One column per device pixel.
@@ -93,12 +95,12 @@ void PaintWave(QPainter& painter, const WaveformView& view, const QRect& dirty) 
 void PaintRuler(QPainter& painter, const WaveformView& view) {
   const double top = view.wave.bottom() + 1;
   painter.fillRect(QRectF(view.wave.left(), top, view.wave.width(), 1), QColor(colour::kRim));
-  const double perSecond = view.wave.width() * 1000.0 / std::max(1.0, double(view.lengthMs - view.firstMs));
-  const int step = RulerStep(perSecond);
+  const double perSecond = view.wave.width() * 1000.0 / std::max(1.0, double(view.lastMs - view.firstMs));
+  const int step = RulerStep(perSecond, view.lastMs - view.firstMs <= kCloseMs);
   const int tickEvery = std::max(1, step / 5);
   const QFontMetrics metrics = painter.fontMetrics();
   painter.setPen(QColor(colour::kRuler));
-  for (qint64 second = (view.firstMs + 999) / 1000; second * 1000 <= view.lengthMs; ++second) {
+  for (qint64 second = (view.firstMs + 999) / 1000; second * 1000 <= view.lastMs; ++second) {
     if (second % tickEvery != 0) continue;
     const bool numbered = second % step == 0;
     const double x = view.XOf(second * 1000);

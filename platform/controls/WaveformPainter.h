@@ -16,7 +16,8 @@ struct WaveformView {
   const WaveformPeaks* peaks = nullptr;
   QRect wave;           // area of the peaks; the ruler is below it
   qint64 firstMs = 0;   // at the left end
-  qint64 lengthMs = 0;  // at the right end
+  qint64 lastMs = 0;    // at the right end
+  qint64 lengthMs = 0;  // of the file
   qint64 positionMs = 0;
   qint64 mixMs = 0;
   double hoverX = -1;  // of the mouse; -1: outside
@@ -24,6 +25,7 @@ struct WaveformView {
   double XOf(qint64 ms) const;
   qint64 MsAt(double x) const;
   qint64 MixStart() const { return lengthMs - mixMs; }
+  bool Shows(qint64 ms) const { return ms >= firstMs && ms <= lastMs; }
 };
 
 inline constexpr int kRulerHeight = 18;

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace controls {
 namespace {
@@ -59,6 +60,7 @@ void WaveformStrip::Begin(qint64 lengthMs, int expectedPeaks) {
   positionMs_ = 0;
   hoverX_ = -1;
   dragging_ = false;
+  SetView(zoomed_ ? std::max<qint64>(0, lengthMs_ - kZoomMs) : 0, lengthMs_);
   trouble_.clear();
   UpdateAccessible();
   update();
@@ -88,6 +90,10 @@ void WaveformStrip::SetEmptyText(const QString& text) {
 void WaveformStrip::SetPositionMs(qint64 position) {
   position = std::clamp<qint64>(position, 0, lengthMs_);
   if (position == positionMs_) return;
+  if (!View().Shows(position)) {
+    positionMs_ = position;
+    return Follow();
+  }
   const double scale = devicePixelRatioF();
   const double before = XOf(positionMs_);
   const double after = XOf(position);
@@ -105,11 +111,48 @@ void WaveformStrip::SetMixMs(qint64 mix) {
   update();
 }
 
+// --- view
+
+void WaveformStrip::SetView(qint64 first, qint64 last) {
+  if (first == firstMs_ && last == lastMs_) return;
+  firstMs_ = first;
+  lastMs_ = last;
+  update();
+  Q_EMIT viewChanged(firstMs_, lastMs_);
+}
+
 void WaveformStrip::SetZoomed(bool zoomed) {
   if (zoomed == zoomed_) return;
   zoomed_ = zoomed;
-  update();
+  SetView(zoomed ? std::max<qint64>(0, lengthMs_ - kZoomMs) : 0, lengthMs_);
   Q_EMIT zoomedChanged(zoomed_);
+}
+
+// Within the file. The view is no longer that of SetZoomed.
+void WaveformStrip::ShowView(qint64 first, qint64 span) {
+  const qint64 shown = std::clamp(span, std::min<qint64>(kSmallestViewMs, lengthMs_), lengthMs_);
+  const qint64 from = std::clamp<qint64>(first, 0, lengthMs_ - shown);
+  if (from == firstMs_ && from + shown == lastMs_) return;
+  SetView(from, from + shown);
+  if (!std::exchange(zoomed_, false)) return;
+  Q_EMIT zoomedChanged(false);
+}
+
+void WaveformStrip::ZoomTo(qint64 span, qint64 anchor) {
+  const qint64 shown = std::clamp(span, std::min<qint64>(kSmallestViewMs, lengthMs_), lengthMs_);
+  const double share = lastMs_ > firstMs_ ? double(anchor - firstMs_) / double(lastMs_ - firstMs_) : 0;
+  ShowView(anchor - std::llround(share * double(shown)), shown);
+}
+
+void WaveformStrip::MoveView(qint64 by) {
+  ShowView(firstMs_ + by, lastMs_ - firstMs_);
+}
+
+// After the position left the view. The last 30 s stay in view.
+void WaveformStrip::Follow() {
+  const qint64 span = lastMs_ - firstMs_;
+  if (zoomed_ || span == lengthMs_) return update();
+  ShowView(positionMs_ - span / 10, span);
 }
 
 void WaveformStrip::UpdateAccessible() {
@@ -125,13 +168,9 @@ QRect WaveformStrip::WaveRect() const {
   return rect().adjusted(kInset, kTop, -kInset, -kRulerHeight - 1);
 }
 
-qint64 WaveformStrip::FirstMs() const {
-  return zoomed_ ? std::max<qint64>(0, lengthMs_ - kZoomMs) : 0;
-}
-
 WaveformView WaveformStrip::View() const {
   const qint64 mix = std::clamp<qint64>(mixMs_, 0, lengthMs_);
-  return {&peaks_, WaveRect(), FirstMs(), lengthMs_, positionMs_, mix, hoverX_};
+  return {&peaks_, WaveRect(), firstMs_, lastMs_, lengthMs_, positionMs_, mix, hoverX_};
 }
 
 double WaveformStrip::XOfPeak(int peak) const {
@@ -171,8 +210,8 @@ void WaveformStrip::paintEvent(QPaintEvent* event) {
   PaintWave(painter, view, event->rect());
   PaintRuler(painter, view);
   painter.setClipRect(rect().adjusted(2, 2, -2, -2));
-  if (view.MixStart() >= view.firstMs) PaintMixLine(painter, view, FlagRect());
-  if (positionMs_ >= view.firstMs) PaintPlayHead(painter, view);
+  if (view.Shows(view.MixStart())) PaintMixLine(painter, view, FlagRect());
+  if (view.Shows(positionMs_)) PaintPlayHead(painter, view);
   if (!dragging_) PaintHover(painter, view);
 }
 
@@ -195,8 +234,8 @@ void WaveformStrip::mousePressEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton || lengthMs_ == 0) return event->ignore();
   const WaveformView view = View();
   const double x = event->position().x();
-  const bool onLine = std::abs(x - view.XOf(view.MixStart())) <= kGrip && view.MixStart() >= view.firstMs;
-  if (onLine || FlagRect().contains(event->position().toPoint())) {
+  const bool onLine = std::abs(x - view.XOf(view.MixStart())) <= kGrip && view.Shows(view.MixStart());
+  if (onLine || (view.Shows(view.MixStart()) && FlagRect().contains(event->position().toPoint()))) {
     dragging_ = true;
     grabOffset_ = x - view.XOf(view.MixStart());
     return update();
@@ -213,8 +252,8 @@ void WaveformStrip::mouseMoveEvent(QMouseEvent* event) {
     return MoveMix((mix + kMixStepMs / 2) / kMixStepMs * kMixStepMs);
   }
   const WaveformView view = View();
-  const bool onFlag =
-      FlagRect().contains(event->position().toPoint()) || std::abs(x - view.XOf(view.MixStart())) <= kGrip;
+  const bool onFlag = view.Shows(view.MixStart()) && (FlagRect().contains(event->position().toPoint()) ||
+                                                      std::abs(x - view.XOf(view.MixStart())) <= kGrip);
   setCursor(onFlag ? Qt::SizeHorCursor : Qt::ArrowCursor);
   hoverX_ = x;
   update();
@@ -232,22 +271,38 @@ void WaveformStrip::leaveEvent(QEvent* event) {
   update();
 }
 
+// A notch out of the complete file scrolls the surrounding window instead.
 void WaveformStrip::wheelEvent(QWheelEvent* event) {
-  if (lengthMs_ <= kZoomMs || event->angleDelta().y() == 0) return event->ignore();
-  SetZoomed(event->angleDelta().y() > 0);
+  constexpr double kNotch = 120;
+  const QPoint turned = event->angleDelta();
+  const qint64 span = lastMs_ - firstMs_;
+  const bool sideways = event->modifiers().testFlag(Qt::ShiftModifier) || turned.y() == 0;
+  const double notches = (sideways && turned.x() != 0 ? turned.x() : turned.y()) / kNotch;
+  if (notches == 0 || lengthMs_ <= kSmallestViewMs || (notches < 0 && span == lengthMs_)) return event->ignore();
+  if (sideways)
+    MoveView(std::llround(-notches * double(span) / 8));
+  else
+    ZoomTo(std::llround(double(span) * std::pow(0.75, notches)), MsAt(event->position().x()));
   event->accept();
 }
 
+// The keys zoom around the position, or the middle when the position is not in view.
 void WaveformStrip::keyPressEvent(QKeyEvent* event) {
+  const qint64 span = lastMs_ - firstMs_;
+  const qint64 anchor = View().Shows(positionMs_) ? positionMs_ : firstMs_ + span / 2;
   switch (event->key()) {
     case Qt::Key_Left:
       return MoveMix(mixMs_ + kMixStepMs);
     case Qt::Key_Right:
       return MoveMix(mixMs_ - kMixStepMs);
     case Qt::Key_Plus:
-      return SetZoomed(true);
+      return ZoomTo(span / 2, anchor);
     case Qt::Key_Minus:
-      return SetZoomed(false);
+      return ZoomTo(span * 2, anchor);
+    case Qt::Key_PageUp:
+      return MoveView(span / 2);
+    case Qt::Key_PageDown:
+      return MoveView(-span / 2);
     case Qt::Key_Space:
       Q_EMIT playStopRequested();
       return;

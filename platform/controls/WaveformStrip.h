@@ -12,8 +12,9 @@ namespace controls {
 struct WaveformView;
 
 // The waveform of a sound file, with the played part, the outtro (the last MixMs) and a ruler. A click requests a seek;
-// dragging the flag (or Left and Right) moves the mix point; Plus or the wheel zooms to the last 30 s, Minus back. All
-// times are in milliseconds. Does not play sound itself.
+// dragging the flag (or Left and Right) moves the mix point. Plus, Minus and the wheel zoom, down to kSmallestViewMs;
+// Shift with the wheel, Page Up and Page Down move the view, which follows the position while the file plays. All times
+// are in milliseconds. Does not play sound itself.
 class WaveformStrip : public QWidget {
   Q_OBJECT
   Q_PROPERTY(bool zoomed READ IsZoomed WRITE SetZoomed NOTIFY zoomedChanged)
@@ -37,13 +38,20 @@ class WaveformStrip : public QWidget {
   void SetMixMs(qint64 mix);  // before the end; emits nothing
   void MoveMix(qint64 mix);   // as the user does: also emits mixMoved(), if it changes
 
-  // Whether the width shows only the last kZoomMs.
+  // Whether the view was set to the last kZoomMs; it does not follow the position.
   bool IsZoomed() const { return zoomed_; }
   void SetZoomed(bool zoomed);
 
   // The step for moving the mix point; a drag rounds to its multiples.
   static constexpr int kMixStepMs = 10;
   static constexpr int kZoomMs = 30000;
+  static constexpr int kSmallestViewMs = 2000;
+
+  // The part of the file that the width shows.
+  qint64 FirstMs() const { return firstMs_; }
+  qint64 LastMs() const { return lastMs_; }
+  // Shows that much of the file, at least kSmallestViewMs, with `anchor` where it is.
+  void ZoomTo(qint64 span, qint64 anchor);
 
   QString EmptyText() const { return emptyText_; }
   void SetEmptyText(const QString& text);
@@ -63,6 +71,7 @@ class WaveformStrip : public QWidget {
   void mixMoved(qint64 mixMs);
   void playStopRequested();
   void zoomedChanged(bool zoomed);
+  void viewChanged(qint64 firstMs, qint64 lastMs);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -76,7 +85,10 @@ class WaveformStrip : public QWidget {
 
  private:
   QRect WaveRect() const;
-  qint64 FirstMs() const;
+  void SetView(qint64 first, qint64 last);
+  void ShowView(qint64 first, qint64 span);
+  void MoveView(qint64 by);
+  void Follow();
   double XOfPeak(int peak) const;
   WaveformView View() const;
   void UpdateAccessible();
@@ -89,6 +101,8 @@ class WaveformStrip : public QWidget {
   bool dragging_ = false;
   double grabOffset_ = 0;  // from the mix line to where the drag started
   bool zoomed_ = false;
+  qint64 firstMs_ = 0;
+  qint64 lastMs_ = 0;
   QString emptyText_;
   QString trouble_;
 };

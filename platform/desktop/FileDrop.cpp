@@ -8,6 +8,8 @@
 #include <QUrl>
 #include <QWidget>
 
+#include <utility>
+
 namespace desktop {
 
 FileDrop::FileDrop(QWidget* window) : QObject(window), window_(window) {
@@ -20,6 +22,7 @@ FileDrop::FileDrop(QWidget* window) : QObject(window), window_(window) {
 
 bool FileDrop::eventFilter(QObject* watched, QEvent* event) {
   const QEvent::Type type = event->type();
+  if (type == QEvent::DragLeave) SetHovering(false);
   if (type != QEvent::DragEnter && type != QEvent::DragMove && type != QEvent::Drop) {
     return QObject::eventFilter(watched, event);
   }
@@ -31,8 +34,14 @@ bool FileDrop::eventFilter(QObject* watched, QEvent* event) {
   }
   drop.setDropAction(Qt::CopyAction);  // the source must not delete the files
   drop.accept();
+  SetHovering(type != QEvent::Drop);
   if (type == QEvent::Drop) Drop(*drop.mimeData());
   return true;
+}
+
+void FileDrop::SetHovering(bool over) {
+  if (over == std::exchange(hovering_, over)) return;
+  Q_EMIT hovering(over);
 }
 
 bool FileDrop::AcceptsDrops() const {

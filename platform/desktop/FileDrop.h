@@ -22,6 +22,8 @@ class FileDrop : public QObject {
   // Host paths in the order of the drop; for a non-local file its URL. Emitted through the event loop, because the
   // program where the drag started waits until the drop has ended.
   void dropped(const QStringList& files);
+  // Files that may be dropped here are dragged over the window, or no longer.
+  void hovering(bool over);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -29,8 +31,10 @@ class FileDrop : public QObject {
  private:
   bool AcceptsDrops() const;
   void Drop(const QMimeData& data);
+  void SetHovering(bool over);
 
   QWidget* window_;
+  bool hovering_ = false;
 };
 
 }  // namespace desktop

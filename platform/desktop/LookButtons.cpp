@@ -92,7 +92,7 @@ void PushButtonBevel(QPainter& painter, const QStyleOptionButton& option, const 
   if (option.features.testFlag(QStyleOptionButton::Flat) && !focused && !Has(option, State::State_MouseOver)) return;
   const QColor face = Has(option, State::State_On) ? option.palette.color(QPalette::Button) : colours.face;
   const QColor fill = enabled ? Shaded(face, option) : option.palette.color(QPalette::Window);
-  const QColor border = enabled ? Mixed(colours.line, colours.lineStrong, 0.5) : colours.line;
+  const QColor border = enabled ? colours.lineStrong : colours.line;
   Panel(painter, rect, kRadius, fill, focused ? colours.accent : border, focused ? 2 : 1);
 }
 

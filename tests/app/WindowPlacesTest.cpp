@@ -8,6 +8,7 @@
 #include <QScreen>
 #include <QSettings>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QWidget>
 
 #include <gtest/gtest.h>
@@ -112,7 +113,22 @@ TEST(WindowPlaces, AWindowNeverOpensLargerThanItsScreen) {
   const QTemporaryDir folder;
   const WindowPlaces places(folder.filePath(u"vensters.ini"_s));
   const auto window = Shown(u"frmProef"_s, QSize(5000, 200));
-  EXPECT_EQ(window->size(), QSize(window->screen()->availableSize().width(), 200));
+  const int frame = window->frameGeometry().width() - window->width();
+  EXPECT_EQ(window->width() + frame, window->screen()->availableSize().width());
+  EXPECT_EQ(window->height(), 200);
+}
+
+// The frame belongs to the window: its title and lower edge stay on the screen.
+TEST(WindowPlaces, AWindowThatFillsItsScreenHasItsFrameInside) {
+  const QTemporaryDir folder;
+  const WindowPlaces places(folder.filePath(u"vensters.ini"_s));
+  const auto window = Shown(u"frmProef"_s, QSize(5000, 4000));
+  EXPECT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+  QCoreApplication::processEvents();
+  const QRect free = window->screen()->availableGeometry();
+  EXPECT_GT(window->frameGeometry().width(), window->width());
+  EXPECT_TRUE(free.contains(window->frameGeometry()))
+      << window->frameGeometry().width() << " x " << window->frameGeometry().height();
 }
 
 TEST(WindowPlaces, AWindowCannotBeSmallerThanHalfOfItsOpeningSize) {

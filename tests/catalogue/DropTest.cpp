@@ -10,7 +10,9 @@
 #include "platform/runtime/HostPath.h"
 #include "tests/catalogue/CatalogueTest.h"
 
+#include <QDragEnterEvent>
 #include <QLineEdit>
+#include <QMimeData>
 
 using namespace Qt::StringLiterals;
 using testing_support::DropFilesOn;
@@ -105,4 +107,23 @@ TEST_F(ListDrop, AListBelowAnotherWindowAcceptsNoFiles) {
   Open(above);
   EXPECT_FALSE(DropFilesOn(List(form), {HostFile(u"a.wav"_s)}));
   EXPECT_EQ(visits_, QStringList());
+}
+
+TEST_F(ListDrop, TheListIsHighlightedWhileFilesAreDraggedOverIt) {
+  frmItemSpots form(nullptr);
+  Open(form);
+  QMimeData files;
+  files.setUrls({QUrl::fromLocalFile(HostFile(u"a.wav"_s))});
+  const auto look = [&] { return List(form).viewport()->grab().toImage(); };
+  const QImage before = look();
+  QDragEnterEvent enter({10, 10}, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(List(form).viewport(), &enter);
+  EXPECT_TRUE(List(form).IsDropTarget());
+  EXPECT_NE(look(), before);
+  QDragLeaveEvent leave;
+  QApplication::sendEvent(List(form).viewport(), &leave);
+  EXPECT_FALSE(List(form).IsDropTarget());
+  EXPECT_EQ(look(), before);
+  DropFilesOn(List(form), {HostFile(u"a.wav"_s)});
+  EXPECT_FALSE(List(form).IsDropTarget());
 }

@@ -5,7 +5,7 @@
 #include "data/forms/RecordEdits.h"
 #include "platform/controls/ListBox.h"
 #include "tests/catalogue/CatalogueTest.h"
-#include "tests/catalogue/Keyboard.h"
+#include "tests/support/Keyboard.h"
 
 #include <QFile>
 #include <QLabel>
@@ -88,7 +88,7 @@ TEST_P(Duplicates, AnItemOfFiveSpotsIsCopiedWithTwoKeys) {
   frmItems form(nullptr);
   Open(form);
   List(form).setFocus();
-  Keyboard keys;
+  testing_support::Keyboard keys;
   keys.Press(List(form), Qt::Key_Down);
   keys.Press(List(form), Qt::Key_D, Qt::ControlModifier);
   EXPECT_LE(keys.Count(), 5);

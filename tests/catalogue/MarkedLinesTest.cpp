@@ -8,7 +8,7 @@
 #include "platform/controls/ListBox.h"
 #include "platform/runtime/Dates.h"
 #include "tests/catalogue/CatalogueTest.h"
-#include "tests/catalogue/Keyboard.h"
+#include "tests/support/Keyboard.h"
 
 #include <QContextMenuEvent>
 #include <QLabel>
@@ -109,7 +109,7 @@ TEST_P(MarkedLines, TwentyEndDatesTakeThirtyTwoKeys) {
   frmItemSpots form(nullptr);
   Open(form);
   List(form).setFocus();
-  Keyboard keys;
+  testing_support::Keyboard keys;
   keys.Press(List(form), Qt::Key_Down);
   for (int line = 1; line < 20; ++line)
     keys.Press(List(form), Qt::Key_Down, Qt::ShiftModifier);
@@ -251,7 +251,7 @@ TEST_P(MarkedLines, ADeactivationIsUndoneWithOneKey) {
   Select(form, u"Spot 002"_s);
   Click(form, u"cmdDesaktiveer"_s);
   EXPECT_EQ(ResultOf(form), u"‘Spot 002’ is niet meer aktief"_s);
-  Keyboard keys;
+  testing_support::Keyboard keys;
   keys.Press(form, Qt::Key_Z, Qt::ControlModifier);
   EXPECT_EQ(keys.Count(), 1);
   EXPECT_EQ(InField(u"Aktief"_s), (QList<int>{1, 1}));

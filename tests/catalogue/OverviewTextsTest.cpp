@@ -24,6 +24,7 @@ TEST(OverviewTexts, CountShowsHowManyAreVisible) {
   EXPECT_EQ(CountTextOf(Spots(1, 1)), u"1 item-spot"_s);
   EXPECT_EQ(CountTextOf(Spots(0, 0)), u"0 item-spots"_s);
   EXPECT_EQ(CountTextOf(Spots(21, 0)), u"0 van 21 item-spots"_s);
+  EXPECT_EQ(CountTextOf(Spots(51200, 1021)), u"1.021 van 51.200 item-spots"_s);
 }
 
 TEST(OverviewTexts, NothingFoundNamesTheSearchAndHowToEndIt) {

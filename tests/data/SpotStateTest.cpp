@@ -128,6 +128,13 @@ TEST(SpotCounts, TextOmitsZeroCounts) {
   EXPECT_EQ(counts.Text(), u"1 loopt, 1 begint later"_s);
 }
 
+TEST(SpotCounts, ThousandsAreMarked) {
+  SpotCounts counts;
+  for (int spot = 0; spot < 1200; ++spot)
+    counts.Add(SpotState::Begint);
+  EXPECT_EQ(counts.Text(), u"1.200 beginnen later"_s);
+}
+
 TEST(SpotCounts, EverySpotIsCountedOnce) {
   SpotCounts counts;
   for (int state = 0; state < kSpotStates; ++state) {
@@ -135,5 +142,5 @@ TEST(SpotCounts, EverySpotIsCountedOnce) {
     counts.Add(static_cast<SpotState>(state));
   }
   EXPECT_EQ(counts.Text(),
-            u"4 lopen, 2 beginnen later, 2 verlopen binnen 7 dagen, 4 voorbij of niet aktief, 2 zonder bestand"_s);
+            u"6 lopen (2 verlopen binnen 7 dagen), 2 beginnen later, 4 voorbij of niet aktief, 2 zonder bestand"_s);
 }

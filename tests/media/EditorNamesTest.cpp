@@ -209,6 +209,8 @@ TEST(ItemSpotEditor, TabOrderIsFromTopToBottom) {
                                 u"cmdResetMix"_s,
                                 u"cmdTestMix"_s,
                                 u"chkAanloop"_s,
+                                u"cmdVorige"_s,
+                                u"cmdRest"_s,
                                 u"cmdOk"_s,
                                 u"cmdAnnuleren"_s};
   EXPECT_EQ(order.join(u' ').toStdString(), expected.join(u' ').toStdString());

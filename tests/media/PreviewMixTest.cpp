@@ -291,6 +291,30 @@ TEST(PreviewStrip, ZoomButtonAndZoomKeyDoTheSame) {
   EXPECT_FALSE(zoom.isChecked());
 }
 
+TEST(PreviewStrip, TheKnobIsUnderThePlayHeadAtEveryZoom) {
+  const Marking at(120'000);
+  auto& slider = Child<controls::PositionSlider>(*at.editor, u"sliPlay"_s);
+  slider.setValue(41'000);
+  for (int key = 0; key < 8; ++key) {
+    EXPECT_NEAR(slider.KnobX(), at.Strip().XOf(41'000), 1) << key;
+    QTest::keyClick(&at.Strip(), Qt::Key_Plus);
+  }
+  EXPECT_EQ(at.Strip().LastMs() - at.Strip().FirstMs(), 2000);
+  QTest::mouseClick(&slider, Qt::LeftButton, {}, QPoint(slider.width() / 2, 10));
+  EXPECT_NEAR(slider.value(), static_cast<double>(at.Strip().MsAt(slider.width() / 2)), 10);
+}
+
+TEST(PreviewStrip, AChangedMixPointSaysThatItIsNotSaved) {
+  const Marking at(20'000);
+  const auto& unit = Child<QLabel>(*at.editor, u"lblMixUnit"_s);
+  EXPECT_FALSE(unit.text().contains(u"nog niet bewaard"_s));
+  at.Mix().SetValue(500);
+  EXPECT_TRUE(unit.text().endsWith(u", nog niet bewaard"_s));
+  EXPECT_FALSE(at.editor->IsDirty());
+  at.Mix().SetValue(0);
+  EXPECT_FALSE(unit.text().contains(u"nog niet bewaard"_s));
+}
+
 // The picture equals that of a strip that got all peaks at once.
 TEST(PreviewStrip, PeaksOfTheCompleteFileArrive) {
   const Marking at(20'000);

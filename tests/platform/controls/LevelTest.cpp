@@ -149,4 +149,16 @@ TEST(LevelScale, HasElevenTicksEachFifthLonger) {
   EXPECT_EQ(longTicks, 3);
 }
 
+// The colour of quiet texts, which can be read on every ground.
+TEST(LevelScale, TicksCanBeSeen) {
+  controls::LevelScale scale;
+  scale.resize(300, scale.sizeHint().height());
+  const QImage image = scale.grab().toImage();
+  const QColor wanted = desktop::ThemeColoursFor(scale.palette()).hint;
+  int ticks = 0;
+  for (int x = 0; x < image.width(); ++x)
+    ticks += image.pixelColor(x, 4) == wanted ? 1 : 0;
+  EXPECT_EQ(ticks, 11);
+}
+
 }  // namespace

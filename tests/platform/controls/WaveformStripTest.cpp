@@ -4,9 +4,11 @@
 #include "platform/controls/WaveformPainter.h"
 #include "platform/desktop/ThemeColours.h"
 
+#include <QApplication>
 #include <QPaintEvent>
 #include <QSignalSpy>
 #include <QTest>
+#include <QWheelEvent>
 
 #include <gtest/gtest.h>
 
@@ -158,7 +160,7 @@ TEST_F(Strip, PlayedPartIsDarkerAndTheOuttroYellow) {
 TEST_F(Strip, ZoomShowsTheLast30Seconds) {
   const QSignalSpy zooms(&strip, &WaveformStrip::zoomedChanged);
   EXPECT_EQ(strip.MsAt(8), 0);
-  QTest::keyClick(&strip, Qt::Key_Plus);
+  strip.SetZoomed(true);
   EXPECT_TRUE(strip.IsZoomed());
   EXPECT_EQ(strip.MsAt(8), 30000);
   QTest::mouseClick(&strip, Qt::LeftButton, Qt::NoModifier, QPoint(308, 60));
@@ -166,6 +168,66 @@ TEST_F(Strip, ZoomShowsTheLast30Seconds) {
   QTest::keyClick(&strip, Qt::Key_Minus);
   EXPECT_EQ(strip.MsAt(8), 0);
   EXPECT_EQ(zooms.count(), 2);
+}
+
+TEST_F(Strip, KeysZoomAroundThePositionDownToTwoSeconds) {
+  strip.SetPositionMs(20000);
+  const double x = strip.XOf(20000);
+  for (int key = 0; key < 10; ++key) {
+    QTest::keyClick(&strip, Qt::Key_Plus);
+    EXPECT_NEAR(strip.XOf(20000), x, 1);
+  }
+  EXPECT_EQ(strip.LastMs() - strip.FirstMs(), 2000);
+  QTest::keyClick(&strip, Qt::Key_PageUp);
+  EXPECT_GT(strip.FirstMs(), 20000);
+  for (int key = 0; key < 10; ++key)
+    QTest::keyClick(&strip, Qt::Key_Minus);
+  EXPECT_EQ(strip.FirstMs(), 0);
+  EXPECT_EQ(strip.LastMs(), 60000);
+}
+
+TEST_F(Strip, TheWheelZoomsAtTheMouseAndShiftMovesTheView) {
+  const auto turn = [this](int by, Qt::KeyboardModifiers keys = {}) {
+    QWheelEvent wheel(QPointF(At(45000)), strip.mapToGlobal(QPointF(At(45000))), {}, {0, by}, Qt::NoButton, keys,
+                      Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&strip, &wheel);
+    return wheel.isAccepted();
+  };
+  EXPECT_FALSE(turn(-120));  // the window scrolls
+  for (int notch = 0; notch < 20; ++notch)
+    EXPECT_TRUE(turn(120));
+  EXPECT_EQ(strip.LastMs() - strip.FirstMs(), 2000);
+  EXPECT_LE(strip.FirstMs(), 45000);
+  EXPECT_GE(strip.LastMs(), 45000);
+  const qint64 first = strip.FirstMs();
+  EXPECT_TRUE(turn(-120, Qt::ShiftModifier));
+  EXPECT_GT(strip.FirstMs(), first);
+  EXPECT_EQ(strip.LastMs() - strip.FirstMs(), 2000);
+}
+
+TEST_F(Strip, AZoomedViewFollowsThePosition) {
+  for (int key = 0; key < 10; ++key)
+    QTest::keyClick(&strip, Qt::Key_Plus);
+  strip.SetPositionMs(33000);
+  EXPECT_LE(strip.FirstMs(), 33000);
+  EXPECT_GE(strip.LastMs(), 33000);
+  EXPECT_EQ(strip.LastMs() - strip.FirstMs(), 2000);
+}
+
+TEST_F(Strip, AZoomByKeyEndsTheViewOfTheLast30Seconds) {
+  const QSignalSpy zooms(&strip, &WaveformStrip::zoomedChanged);
+  strip.SetZoomed(true);
+  QTest::keyClick(&strip, Qt::Key_Plus);
+  EXPECT_FALSE(strip.IsZoomed());
+  EXPECT_EQ(strip.LastMs() - strip.FirstMs(), 15000);
+  EXPECT_EQ(zooms.count(), 2);
+}
+
+TEST_F(Strip, ANewFileIsShownCompletely) {
+  QTest::keyClick(&strip, Qt::Key_Plus);
+  strip.Begin(10000, 100);
+  EXPECT_EQ(strip.FirstMs(), 0);
+  EXPECT_EQ(strip.LastMs(), 10000);
 }
 
 TEST_F(Strip, ShortFileFillsTheWidthWhenZoomed) {

@@ -7,6 +7,8 @@
 #include <QEvent>
 #include <QImage>
 #include <QPixmap>
+#include <QPushButton>
+#include <QStyleFactory>
 
 #include <gtest/gtest.h>
 
@@ -76,6 +78,21 @@ TEST_F(ThemeChoice, TextsHaveEnoughContrastInBothVariants) {
       EXPECT_GE(Contrast(state, base), 4.5) << state.name().toStdString();
     EXPECT_GE(Contrast(colours.lineStrong, base), 3);
     EXPECT_GE(Contrast(colours.lineStrong, palette.color(QPalette::Window)), 3);
+  }
+}
+
+TEST_F(ThemeChoice, AButtonHasABorderThatCanBeSeen) {
+  for (const Variant variant : {Variant::Light, Variant::Dark}) {
+    const Theme theme(App(), variant);
+    QWidget window;
+    window.resize(200, 80);
+    QPushButton button(u"Knop"_s, &window);
+    button.setGeometry(20, 20, 120, 30);
+    const QImage image = window.grab().toImage();
+    double best = 0;
+    for (int x = 18; x < 24; ++x)
+      best = std::max(best, Contrast(image.pixelColor(x, 35), image.pixelColor(10, 35)));
+    EXPECT_GE(best, 3);
   }
 }
 

@@ -4,6 +4,8 @@
 #include <QTest>
 #include <QWidget>
 
+namespace testing_support {
+
 // Presses keys in a control and counts them; a key with Shift, Ctrl or Alt is one.
 class Keyboard {
  public:
@@ -20,3 +22,5 @@ class Keyboard {
  private:
   int count_ = 0;
 };
+
+}  // namespace testing_support
