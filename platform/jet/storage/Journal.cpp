@@ -134,11 +134,11 @@ Journal::Recovery Journal::Recover(File& database) {
   if (file == nullptr) return Recovery::Nothing;
   JournalReader journal(*file);
   if (IsReplaced(database)) return Recovery::Replaced;
-  if (journal.What() == JournalReader::Kind::Unfinished) {
+  if (journal.GetKind() == JournalReader::Kind::Unfinished) {
     Remove();
     return Recovery::Discarded;
   }
-  if (journal.What() == JournalReader::Kind::Strange) {
+  if (journal.GetKind() == JournalReader::Kind::Foreign) {
     throw Error(ErrorCode::ForeignWrite, "Het bestand " + Quoted(path_) +
                                              " is geen journaal van een wijziging van de database. Er is niets "
                                              "teruggezet; het heet nu " +
@@ -183,8 +183,8 @@ std::unique_ptr<JournalImages> Journal::ReadImages(File& database) {
   auto file = OpenTrusted(database);
   if (file == nullptr) return nullptr;
   JournalReader journal(*file);
-  if (journal.What() == JournalReader::Kind::Unfinished) return nullptr;
-  if (journal.What() == JournalReader::Kind::Sound && !WasChangedByOthers(database, journal))
+  if (journal.GetKind() == JournalReader::Kind::Unfinished) return nullptr;
+  if (journal.GetKind() == JournalReader::Kind::Sound && !WasChangedByOthers(database, journal))
     return std::make_unique<JournalImages>(std::move(file));
   throw Error(ErrorCode::ForeignWrite,
               "Het bestand " + Quoted(path_) + " past niet bij '" + database.Name() +

@@ -21,12 +21,12 @@ JournalReader::Kind JournalReader::Classify() {
   const bool isBlank = std::all_of(head.begin(), head.end(), [](std::uint8_t byte) { return byte == 0; });
   if (isBlank) return Kind::Unfinished;
   const std::size_t known = std::min(read, journal::kCountAt);
-  if (std::memcmp(head.data(), journal::kMagic, known) != 0) return Kind::Strange;
+  if (std::memcmp(head.data(), journal::kMagic, known) != 0) return Kind::Foreign;
   if (read < kJournalHeadBytes) return Kind::Unfinished;
   count_ = LoadU32(&head[journal::kCountAt]);
   oldLength_ = Load<std::uint64_t>(&head[journal::kOldLengthAt]);
   newLength_ = Load<std::uint64_t>(&head[journal::kNewLengthAt]);
-  if (!IsPossible(size)) return Kind::Strange;
+  if (!IsPossible(size)) return Kind::Foreign;
   if (size < kJournalHeadBytes + count_ * kRecordBytes) return Kind::Unfinished;
   const auto stored = Load<std::uint64_t>(&head[journal::kChecksumAt]);
   Store(&head[journal::kChecksumAt], std::uint64_t{0});
@@ -40,7 +40,7 @@ JournalReader::Kind JournalReader::Classify() {
     next = std::uint64_t{record.page} + 1;
   }
   if (sum != stored) return Kind::Unfinished;
-  return isSound ? Kind::Sound : Kind::Strange;
+  return isSound ? Kind::Sound : Kind::Foreign;
 }
 
 bool JournalReader::IsPossible(std::uint64_t size) const {

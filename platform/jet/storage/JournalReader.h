@@ -14,14 +14,14 @@ class JournalReader {
  public:
   enum class Kind {
     Unfinished,  // not written completely, so the database is untouched
-    Strange,     // not written by this library
+    Foreign,     // not written by this library
     Sound,       // complete, with page 0, matching checksums and possible lengths
   };
 
   // Reads and checks the complete file, which must outlive this.
   explicit JournalReader(File& file);
 
-  Kind What() const { return kind_; }
+  Kind GetKind() const { return kind_; }
   // The methods below are valid for Kind::Sound only.
   std::uint64_t OldLength() const { return oldLength_; }
   // During the change the database's length is between OldLength and NewLength.

@@ -11,7 +11,7 @@ namespace jet {
 
 // The locks that let several programs share one database: byte-range locks on the database file itself, past the
 // largest possible data. Any number of programs may read; one may prepare a change while others read; to write, it
-// blocks new readers and waits for the present ones. The locks of a process end with it.
+// blocks new readers and waits for the current ones. The locks of a process end with it.
 //
 //   0x80000000  pending: held by a writer that waits for the readers to end
 //   0x80000001  reserved: held by the program that may change the file
@@ -50,7 +50,7 @@ class Lock {
 
   File& file_;
   std::optional<std::uint64_t> place_;                 // our byte in the queue
-  std::optional<std::chrono::milliseconds> turnEnds_;  // end of the present phase, blocking readers or letting them in
+  std::optional<std::chrono::milliseconds> turnEnds_;  // end of the current phase, blocking readers or letting them in
   bool keepsOut_ = false;
 };
 

@@ -28,7 +28,7 @@ class LockFile {
   static constexpr unsigned kMostUsers = 255;
 
   // `path`: the database's real path. `database`: its file, whose permissions a new .ldb gets; it must outlive this. A
-  // .ldb that cannot be used is not an error here: see Require.
+  // .ldb that cannot be used is reported by Require only.
   LockFile(FileSystem& files, const std::filesystem::path& path, File& database);
   // Releases our entry, and removes the file when it has no other user.
   ~LockFile();
@@ -37,11 +37,11 @@ class LockFile {
 
   // The path of the .ldb of a database.
   static std::filesystem::path Of(const std::filesystem::path& database);
-  // An Error (Unsupported) for a database whose own extension is .ldb.
+  // Throws Error (Unsupported) for a database whose own extension is .ldb.
   static void CheckName(const std::filesystem::path& database);
 
-  // Tries again when the .ldb could not be used. An Error that names it when it still cannot: then other Jet programs
-  // and we would not see each other.
+  // Opens the .ldb when the constructor could not. Throws Error with its name when that fails again: a writer without
+  // the .ldb would not see other Jet programs, nor they the writer.
   void Require();
   // Our number, 1 to 255; 0 when we have none.
   unsigned Number() const { return number_; }

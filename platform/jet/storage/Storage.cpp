@@ -42,7 +42,7 @@ const Header& Storage::DatabaseHeader() const {
   return pages_->DatabaseHeader();
 }
 
-PageSource& Storage::Present() {
+PageSource& Storage::Current() {
   if (transaction_ != nullptr) return *transaction_;
   if (overlay_ != nullptr) return *overlay_;
   return *pages_;
@@ -90,7 +90,7 @@ bool Storage::IsReplaced() {
 
 void Storage::BeginRead() {
   if (readers_ == 0) {
-    if (!changes_) waited_ = {};
+    if (!isChanging_) waited_ = {};
     if (!Wait([this] { return TryBeginRead(); })) ThrowInUse();
   }
   ++readers_;

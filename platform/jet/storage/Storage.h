@@ -58,18 +58,18 @@ class Storage {
   const Header& DatabaseHeader() const;
   // Size of the file in bytes as of the last BeginRead or Commit.
   std::uint64_t FileSize() const { return status_.size; }
-  // The pages to read: the file with the changes of the present statement. Lives as long as the Storage.
+  // The pages to read: the file with the changes of the current statement. Lives as long as the Storage.
   PageSource& Source() { return source_; }
 
-  // Waits for a writer to end; undoes the change of a crashed one. An Error (Locked) when the limit of the wait is
+  // Waits for a writer to end; undoes the change of a crashed one. Throws Error (Locked) when the limit of the wait is
   // reached.
   void BeginRead();
   void EndRead() noexcept;
 
-  // Waits for other writers. An Error when the file cannot be written or another Jet program has it open.
+  // Waits for other writers. Throws Error when the file cannot be written or another Jet program has it open.
   void BeginWrite();
   bool IsWriting() const { return transaction_ != nullptr; }
-  // The present change. An Error (Misuse), as from Commit, without a BeginWrite.
+  // The current change. Throws Error (Misuse) without a BeginWrite; so does Commit.
   Transaction& Changes();
   // Makes the change durable. After an exception nothing was changed, except for an Error with the code NotYetDurable:
   // then the change is made, and only a power cut can still undo it.
@@ -77,18 +77,18 @@ class Storage {
   void Rollback() noexcept;
 
  private:
-  // A stable object for Source(), which forwards to the present pages.
+  // A stable object for Source(), which forwards to the current pages.
   class CurrentPages final : public PageSource {
    public:
     explicit CurrentPages(Storage& store) : store_(store) {}
-    std::uint32_t PageCount() override { return store_.Present().PageCount(); }
-    PageRef Read(std::uint32_t number) override { return store_.Present().Read(number); }
+    std::uint32_t PageCount() override { return store_.Current().PageCount(); }
+    PageRef Read(std::uint32_t number) override { return store_.Current().Read(number); }
 
    private:
     Storage& store_;
   };
 
-  PageSource& Present();
+  PageSource& Current();
   // All waits of one statement share the limit of the rule.
   bool Wait(const std::function<bool()>& attempt);
   bool WaitForReaders();
@@ -109,7 +109,10 @@ class Storage {
   // False when the change is made, but a power cut may still undo it.
   [[nodiscard]] bool WriteChanges();
   void AcceptChanges(const std::map<std::uint32_t, PageRef>& changed) noexcept;
-  void EndWrite() noexcept;
+  // Ends the transaction, committed or not, with its locks.
+  void EndChange() noexcept;
+  // Releases the reserved lock, or the place in the queue for it.
+  void EndReserve() noexcept;
 
   FileSystem& files_;
   std::filesystem::path given_;  // as passed to the constructor
@@ -129,10 +132,10 @@ class Storage {
   files::FileStatus status_;  // when the cache last matched the file
   PageBytes lastHeader_{};
   bool mayHaveChanged_ = true;           // even if the status is the same
-  std::chrono::milliseconds waited_{0};  // time spent by the present statement
+  std::chrono::milliseconds waited_{0};  // time that the current statement has waited
   int readers_ = 0;
-  bool changes_ = false;   // the present statement writes
-  bool reserved_ = false;  // we have the reserved lock on the open file
+  bool isChanging_ = false;  // the current statement writes
+  bool reserved_ = false;    // we have the reserved lock on the open file
 };
 
 // Reading within its lifetime is consistent. Turns may be nested.

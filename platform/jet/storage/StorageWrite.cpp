@@ -27,16 +27,17 @@ constexpr std::uint16_t kFirstCommitCount = 0x0100;  // lower values are believe
 
 }  // namespace
 
-// Takes the reserved lock on the open file, which may have been replaced by then.
+// Takes the reserved lock on the open file. The path may lead to another file by then: see ReserveFile.
 void Storage::Reserve() {
-  // A present reader must not wait: the writer may be waiting for this reader.
+  // While we read we must not wait: the program that has the lock may be waiting for its readers to end.
   const bool reserved = readers_ > 0 ? lock_->TryReserve() : Wait([this] { return lock_->TryReserveInTurn(); });
   if (!reserved) ThrowInUse();
   reserved_ = true;
   if (lockFile_ != nullptr && lockFile_->Number() != 0) lock_->MarkWriter(lockFile_->Number());
 }
 
-// Takes the reserved lock on the present file and reads its present pages.
+// Takes the reserved lock and begins to read. BeginRead opens the new file when the path leads to another one, which
+// releases the lock; then both are done again.
 void Storage::ReserveFile() {
   for (;;) {
     Reserve();
@@ -88,7 +89,7 @@ void Storage::BeginWrite() {
   if (IsWriting()) throw Error(ErrorCode::Misuse, "Er loopt al een wijziging van het bestand '" + name_ + "'.");
   if (readOnly_) throw Error(ErrorCode::AccessDenied, "Het bestand '" + name_ + "' is alleen-lezen.");
   waited_ = {};
-  changes_ = true;
+  isChanging_ = true;
   bool reading = false;
   try {
     // The file may have been replaced: check before locking the wrong one.
@@ -101,7 +102,7 @@ void Storage::BeginWrite() {
     transaction_ = std::make_unique<Transaction>(*pages_, &doubtfulFreePages_);
   } catch (...) {
     if (reading) EndRead();
-    EndWrite();
+    EndReserve();
     throw;
   }
 }
@@ -126,10 +127,10 @@ void Storage::Commit() {
     durable = WriteChanges();
   } catch (...) {
     mayHaveChanged_ = true;
-    Rollback();
+    EndChange();
     throw;
   }
-  Rollback();
+  EndChange();
   if (durable) return;
   throw Error(
       ErrorCode::NotYetDurable,
@@ -149,7 +150,12 @@ void Storage::RequireUnchanged() {
                                            "wijziging is niet gedaan; voer haar opnieuw uit.");
 }
 
+// The file has the old pages, so there is nothing to undo.
 void Storage::Rollback() noexcept {
+  EndChange();
+}
+
+void Storage::EndChange() noexcept {
   transaction_.reset();
   try {
     lock_->EndExclude();
@@ -157,11 +163,11 @@ void Storage::Rollback() noexcept {
     // The locks end with the handle.
   }
   EndRead();
-  EndWrite();
+  EndReserve();
 }
 
-void Storage::EndWrite() noexcept {
-  changes_ = false;
+void Storage::EndReserve() noexcept {
+  isChanging_ = false;
   lock_->LeaveQueue();
   if (!reserved_) return;
   reserved_ = false;
