@@ -83,7 +83,7 @@ QByteArray LastLine(qsizetype entryCount);
 // The basis that belongs to an export file.
 QString PathOf(const QString& tqlPath);
 
-// The whole file (path text). runtime::Error naming the file, and the line for what is wrong with its content.
+// The whole file (path text). Throws runtime::Error with the file, and the line for what is wrong with its content.
 File Read(const QString& path);
 
 }  // namespace basis

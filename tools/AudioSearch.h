@@ -17,7 +17,7 @@ class AudioSearch {
     QString path;  // host path, when found
   };
 
-  // Walks the host folders once; links are not followed. runtime::Error for a folder that does not exist.
+  // Walks the host folders once; links are not followed. Throws runtime::Error for a folder that does not exist.
   explicit AudioSearch(const QStringList& folders);
 
   // `lengteSec` as in the catalogue: whole seconds, hours left out. A difference of one second is rounding. An unknown

@@ -12,7 +12,7 @@
 inline const QString kWithoutBackup = QStringLiteral("--zonder-reservekopie");
 
 // Whether the name means the offline log of the database, or the table of its basis, compared as the database compares
-// names. runtime::Error for a table that it does not have.
+// names. Throws runtime::Error for a table that it does not have.
 bool IsOfflineLog(const dao::Database& database, const QString& table);
 
 // The folder of a database, as far as commands must consider a planner that may be running there.

@@ -19,8 +19,8 @@ struct SessionAnswer {
 // drives.
 class StationSession {
  public:
-  // The first plain word is the program folder, --station the station's number (default 0). runtime::Error for a folder
-  // without settings, an invalid number, and a station that does not exist.
+  // The first plain word is the program folder, --station the station's number (default 0). Throws runtime::Error for a
+  // folder without settings, an invalid number, and a station that does not exist.
   StationSession(const Arguments& arguments, std::ostream& err, const SessionAnswer& answer = {});
   ~StationSession();
   StationSession(const StationSession&) = delete;

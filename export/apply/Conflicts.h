@@ -66,7 +66,7 @@ struct FieldDifference {
 // The fields in which the versions differ, and the list of spots as one field more. Play counts are left out.
 QList<FieldDifference> DifferencesOf(const Conflict& conflict);
 
-// The conflicts of a database, oldest first: those that wait, or all. runtime::Error.
+// The conflicts of a database, oldest first: those that wait, or all. Throws runtime::Error.
 QList<Conflict> ReadConflicts(const QString& database, bool all = false);
 
 // Settles conflicts. Side::Server: the server's version remains or is restored. Side::Offline: the fields that the

@@ -26,11 +26,11 @@ struct ExportFile {
   const basis::Entry* EntryOf(std::size_t statement) const;
 };
 
-// Reads an export (path text) with the basis beside it. runtime::Error naming file and line: what no export writes, a
-// file that was cut short or is too large, a basis that cannot be read or is of another export.
+// Reads an export (path text) with the basis beside it. Throws runtime::Error with file and line for what no export
+// writes, a file that was cut short or is too large, a basis that cannot be read or is of another export.
 ExportFile ReadExport(const QString& path);
 
-// The export files of a folder (path text), oldest first. runtime::Error.
+// The export files of a folder (path text), oldest first. Throws runtime::Error.
 QStringList ExportsIn(const QString& folder);
 
 }  // namespace apply

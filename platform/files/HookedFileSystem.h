@@ -40,7 +40,7 @@ struct FileCall {
   std::size_t size = 0;                     // Read, Write: bytes requested
   ByteView bytes = {};                      // Write
   const OpenRequest* request = nullptr;     // Open
-  // Most bytes that Read and Write transfer; the hook may lower it for a short count.
+  // The maximum number of bytes that Read and Write transfer; the hook may lower it for a short count.
   std::size_t most = std::numeric_limits<std::size_t>::max();
 };
 

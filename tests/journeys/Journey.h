@@ -5,7 +5,7 @@
 
 #include <functional>
 
-// Makes a new demonstration station in its own folder (host path), replacing an old one. runtime::Error.
+// Makes a new demonstration station in its own folder (host path), replacing an old one. Throws runtime::Error.
 void MakeStation(const QString& folder);
 
 // Starts the program on that station and runs `walk` in a thread of its own, which uses the windows through a Desk and

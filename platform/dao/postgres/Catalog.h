@@ -43,8 +43,8 @@ struct Catalog {
   std::string Quoted(const QString& table) const { return QuotedServerName(schema) + '.' + QuotedServerName(table); }
 };
 
-// The catalogue of the schema, from this thread's cache or read from the server. runtime::Error with the name of the
-// schema when it does not exist.
+// The catalogue of the schema, from this thread's cache or read from the server. Throws runtime::Error with the name of
+// the schema when it does not exist.
 std::shared_ptr<Catalog> CatalogOf(const ServerAddress& address);
 bool CatalogExists(const ServerAddress& address);
 // Removes the schema from the cache: the next CatalogOf reads it again.

@@ -19,7 +19,7 @@ using Result = std::unique_ptr<PGresult, decltype(&PQclear)>;
 // server session. One thread at a time.
 class Connection {
  public:
-  // Tries the hosts one after the other, in a helper thread, and waits at most 5 s in total. runtime::Error.
+  // Tries the hosts one after the other, in a helper thread, and waits at most 5 s in total. Throws runtime::Error.
   static std::unique_ptr<Connection> Open(const ServerAddress& address);
 
   // Executes statements, separated by semicolons, in one round trip; without BEGIN they are one transaction. Returns
@@ -51,7 +51,7 @@ class Connection {
 // A connection from this thread's pool for one transaction. A second transaction at the same time gets another one.
 class Lease {
  public:
-  // A pooled connection that is still alive, or a new one. runtime::Error.
+  // A pooled connection that is still alive, or a new one. Throws runtime::Error.
   explicit Lease(const ServerAddress& address);
   ~Lease();
   Lease(const Lease&) = delete;

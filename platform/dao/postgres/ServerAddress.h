@@ -19,7 +19,7 @@ void RefusePassword(const QString& pathText);
 // database "stations". The URL has the form of libpq, including several hosts and "?service=name".
 class ServerAddress {
  public:
-  // runtime::Error for an invalid URL, a password, a missing schema, or an sslmode without verification.
+  // Throws runtime::Error for an invalid URL, a password, a missing schema, or an sslmode without verification.
   explicit ServerAddress(const QString& pathText);
 
   const QString& PathText() const { return pathText_; }

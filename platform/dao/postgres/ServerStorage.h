@@ -13,7 +13,7 @@ namespace dao {
 // definitions are shared by all instances of a thread.
 class ServerStorage : public Storage {
  public:
-  // Connects, unless the schema is in this thread's cache. runtime::Error.
+  // Connects, unless the schema is in this thread's cache. Throws runtime::Error.
   ServerStorage(const QString& pathText, const OpenOptions& options);
 
   const QString& PathText() const override { return address_.PathText(); }

@@ -14,8 +14,8 @@ namespace dao {
 // varchar in the order of its bytes (texts are compared above the storage).
 std::string ColumnTypeOf(const FieldDef& field);
 
-// The value as an SQL literal. runtime::Error with the name of the field for a text that the server cannot store: with
-// NUL or half of a surrogate pair.
+// The value as an SQL literal. Throws runtime::Error with the name of the field for a text that the server cannot
+// store: with NUL or half of a surrogate pair.
 std::string LiteralOf(const Connection& connection, const TableDef& table, const FieldDef& field, const Value& value);
 
 // Parses a value in the server's text format, under the settings of ServerSession. The view of a text or of bytes

@@ -19,13 +19,13 @@ class Database;
 // file empty.
 class DatabaseCopy {
  public:
-  // An Error (Damaged) when part of the source is unreadable, or (Unsupported, with its name) when something would be
-  // lost. The caller holds a ReadTurn of the source, which must outlive this.
+  // Throws Error (Damaged) when part of the source is unreadable, or (Unsupported, with its name) when something would
+  // be lost. The caller holds a ReadTurn of the source, which must outlive this.
   explicit DatabaseCopy(Database& source);
 
   // The pages, not yet encoded.
   PageSource& Pages() { return *pages_; }
-  // Compares `target`, which was written from these pages, with the source. An Error when they differ.
+  // Compares `target`, which was written from these pages, with the source. Throws Error when they differ.
   void Compare(Database& target);
 
  private:

@@ -34,7 +34,7 @@ class TableCopy {
   TableCopy(const TableCopy&) = delete;
   TableCopy& operator=(const TableCopy&) = delete;
 
-  // An Error (Damaged) when part of the table is unreadable.
+  // Throws Error (Damaged) when part of the table is unreadable.
   void Run();
 
  private:

@@ -16,8 +16,8 @@ class TableCreator {
  public:
   explicit TableCreator(Transaction& pages) : pages_(pages), space_(pages) {}
 
-  // An Error (OutOfRange or Duplicate) for an invalid definition, such as too many columns or forbidden characters in a
-  // name.
+  // Throws Error (OutOfRange or Duplicate) for an invalid definition, such as too many columns or forbidden characters
+  // in a name.
   void Make(const TableDefinition& table);
   // The same, with properties that are not in the definition.
   void Make(const TableDefinition& table, const std::vector<PropertySet>& properties);

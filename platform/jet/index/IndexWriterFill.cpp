@@ -20,7 +20,7 @@ class PageMeasure {
  public:
   explicit PageMeasure(bool leaf) : childBytes_(leaf ? 0 : kChildBytes) {}
 
-  // Adds an entry. Returns false without a change when it does not fit. An Error when it would not fit on an empty
+  // Adds an entry. Returns false without a change when it does not fit. Throws Error when it would not fit on an empty
   // page.
   bool Take(ByteView entry) {
     const std::size_t shared = count_ == 0 ? 0 : std::min(shared_, SharedWithFirst(entry));

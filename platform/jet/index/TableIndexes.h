@@ -26,7 +26,7 @@ class TableIndexes {
  public:
   using Values = std::vector<Value>;
 
-  // An Error (Unsupported) when keys of an index cannot be built. To be called before the table is changed.
+  // Throws Error (Unsupported) when keys of an index cannot be built. To be called before the table is changed.
   static void RequireKnownOrders(const StoredTable& table);
 
   // The table must outlive it.
@@ -64,7 +64,7 @@ class TableIndexes {
   bool AreEmpty();
   // Appends the entries of a new row. Duplicates are only checked by Fill.
   void CollectNewEntries(const Values& values, RowId row, Entries& entries);
-  // Fills empty indexes with the noted entries. The rows are already stored, with ascending RowIds. An Error
+  // Fills empty indexes with the noted entries. The rows are already stored, with ascending RowIds. Throws Error
   // (Duplicate) names the first row whose key an earlier one has; the caller must then remove the rows.
   void Fill(Entries& entries);
 

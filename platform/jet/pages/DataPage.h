@@ -12,7 +12,7 @@ namespace jet {
 
 // Layout of a data page.
 constexpr std::size_t kDataPageHead = 14;
-// A RowId has one byte for the slot.
+// Slots of a page that is read: a RowId has one byte for the slot. RowPage writes at most 255.
 constexpr unsigned kMostSlots = 256;
 // Owners (bytes 4 to 7) that are not a table: "LVAL" for long values, 0 for rows of usage maps, 1 for page 1 itself.
 constexpr std::uint32_t kLongValueOwner = 0x4C41564C;
@@ -21,7 +21,7 @@ constexpr std::uint32_t kUsageMapOwner = 0;
 // The two flag bits of a slot.
 enum class SlotKind : std::uint16_t {
   Row = 0,
-  Pointer = 0x4000,  // the first four bytes are the RowId of the row's present place
+  Pointer = 0x4000,  // the first four bytes are the RowId of the row's current place
   Target = 0x8000,   // reached only through a pointer
   Deleted = 0xC000
 };

@@ -40,7 +40,7 @@ class PageSource {
  public:
   virtual ~PageSource() = default;
   virtual std::uint32_t PageCount() = 0;
-  // Decoded content of page `number`. An Error for a number past the end or a failing disk.
+  // Decoded content of page `number`. Throws Error for a number past the end or a failing disk.
   virtual PageRef Read(std::uint32_t number) = 0;
 };
 

@@ -13,8 +13,8 @@ class PageSpace {
  public:
   explicit PageSpace(Transaction& pages) : pages_(pages) {}
 
-  // Takes the lowest free page, or extends the file. The page is all zeros. An Error (Damaged) when the page is in use
-  // although the file marks it as free.
+  // Takes the lowest free page, or extends the file. The page is all zeros. Throws Error (Damaged) when the page is in
+  // use although the file marks it as free.
   std::uint32_t Allocate();
   // Whether the file marks the page as free.
   bool IsFree(std::uint32_t page);

@@ -13,7 +13,7 @@ namespace jet {
 // order, and the stored count of free bytes is exact.
 class RowPage {
  public:
-  static constexpr unsigned kMostSlots = 255;
+  static constexpr unsigned kMostSlots = 255;         // written; a page that is read may have one more (DataPage.h)
   static constexpr std::size_t kMostRowBytes = 4060;  // of a table's row; a piece of a long value may have 4076
   // Once a row did not fit, a page with less room than this is no longer offered for new rows; real files leave up to
   // 371 bytes unused this way.
@@ -23,14 +23,14 @@ class RowPage {
   RowPage(Transaction& pages, std::uint32_t number, std::uint32_t owner);
   // Turns a page of zeros into an empty data page of `owner`.
   static void Format(PageBytes& page, std::uint32_t owner);
-  // Most bytes that a new row may have; 0 when there is no slot left.
+  // The maximum number of bytes of a new row; 0 when there is no slot left.
   static std::size_t RoomForNew(const PageBytes& page);
   // Adds a row that fits (RoomForNew); returns its slot.
   static unsigned Add(PageBytes& page, ByteView row, SlotKind kind);
 
   std::uint32_t Number() const { return number_; }
   std::size_t RoomForNew() const { return RoomForNew(*View().Content()); }
-  // Most bytes that the row in `slot` may have.
+  // The maximum number of bytes of the row in `slot`.
   std::size_t RoomIn(unsigned slot) const;
   std::size_t FreeBytes() const;
   // Whether every slot is deleted.

@@ -20,7 +20,7 @@ class LongValueWriter {
   // Longest value stored in the row itself, in bytes.
   static constexpr std::size_t kMostInline = 64;
 
-  // An Error (Unsupported) for a column without maps, which only some helper tables of other programs have.
+  // Throws Error (Unsupported) for a column without maps, which only some helper tables of other programs have.
   LongValueWriter(Transaction& pages, PageSpace& space, const StoredColumn& column);
 
   // Writes the value and returns the bytes for the row. `mayInline`: the row has room for a short value.

@@ -19,7 +19,7 @@ struct Field {
 // The column's name for error texts.
 std::string FieldName(const StoredColumn& column);
 
-// Appends the stored form of a value; not for nulls, memo, OLE and Boolean. An Error that names the column when the
+// Appends the stored form of a value; not for nulls, memo, OLE and Boolean. Throws Error that names the column when the
 // value has the wrong type, is too long or out of the column's range.
 void EncodeValue(const StoredColumn& column, const Value& value, Bytes& out);
 
@@ -33,7 +33,7 @@ class RowBuilder {
 
   explicit RowBuilder(const StoredTable& table);
 
-  // The bytes of a row, valid until the next call. `fields` are in the order of `table.columns`. An Error (TooLong)
+  // The bytes of a row, valid until the next call. `fields` are in the order of `table.columns`. Throws Error (TooLong)
   // when the row does not fit on a page.
   const Bytes& Build(const std::vector<Field>& fields);
 

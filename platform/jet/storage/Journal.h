@@ -54,13 +54,13 @@ class Journal {
   // Makes the change. After an exception the old state is there, or the next Recover restores it.
   Outcome Commit(File& database, std::span<const PageChange> changes, std::uint64_t oldLength, std::uint64_t newLength);
 
-  // Undoes an unfinished change. An Error (ForeignWrite) when the journal is not trusted: then nothing is overwritten.
-  // A journal whose owner may not write the database stays in place; any other is renamed, and the Error has the new
-  // name. `Replaced`: the path no longer leads to `database`, and the journal was not touched.
+  // Undoes an unfinished change. Throws Error (ForeignWrite) when the journal is not trusted: then nothing is
+  // overwritten. A journal whose owner may not write the database stays in place; any other is renamed, and the Error
+  // has the new name. `Replaced`: the path no longer leads to `database`, and the journal was not touched.
   Recovery Recover(File& database);
 
-  // The state before an unfinished change, for read-only media; null when there is none. An Error (ForeignWrite) when
-  // the journal is not trusted.
+  // The state before an unfinished change, for read-only media; null when there is none. Throws Error (ForeignWrite)
+  // when the journal is not trusted.
   std::unique_ptr<JournalImages> ReadImages(File& database);
 
  private:

@@ -17,9 +17,9 @@ class ForeignKeys {
   ForeignKeys(Transaction& pages, const StoredTable& table);
 
   bool AreNone() const { return foreignKeys_.empty(); }
-  // `values` in the order of `table.columns`. An Error (Relation) when a referenced row does not exist.
+  // `values` in the order of `table.columns`. Throws Error (Relation) when a referenced row does not exist.
   void CheckReferences(const std::vector<Value>& values) const;
-  // An Error (Relation) when rows reference the row with these values.
+  // Throws Error (Relation) when rows reference the row with these values.
   void CheckNotReferenced(const std::vector<Value>& values) const;
   // Whether another table has a relation that references this one.
   bool IsReferencedElsewhere() const;

@@ -29,8 +29,8 @@ class TextOrder {
 
   // The first code point without a known weight; nothing when AppendKey accepts the text.
   std::optional<char32_t> FirstUnknown(std::u16string_view text) const;
-  // Appends the key bytes of an ascending index, end mark included. An Error (UnknownCharacter) for a character without
-  // a known weight. Only the first 255 characters count.
+  // Appends the key bytes of an ascending index, end mark included. Throws Error (UnknownCharacter) for a character
+  // without a known weight. Only the first 255 characters count.
   void AppendKey(std::u16string_view text, Bytes& key) const;
 
  private:
