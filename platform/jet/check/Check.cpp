@@ -76,8 +76,8 @@ std::string ListOf(const std::vector<std::uint32_t>& pages) {
   return pages.size() > kOrphansNamed ? list + " ..." : list;
 }
 
-// Compares every page with the global map: a page is either in use or free.
-void CheckGlobalMap(CheckState& state) {
+// Compares every page with the map of free pages: a page is either in use or free.
+void CheckFreePagesMap(CheckState& state) {
   const DataPage page(state.Source().Read(kMapsPage), kMapsPage);
   if (page.SlotCount() < 2) state.ProblemAt(kMapsPage, "de kaart van vrije pagina's ontbreekt");
   CheckDataPage(state, page, kMapsPage);
@@ -114,7 +114,7 @@ std::vector<Finding> CheckDatabase(Database& database) {
   CheckState state(database.Source(), findings);
   CheckFileSize(database, state);
   state.Guard([&] { CheckTables(database, state); });
-  state.Guard([&] { CheckGlobalMap(state); });
+  state.Guard([&] { CheckFreePagesMap(state); });
   return findings;
 }
 

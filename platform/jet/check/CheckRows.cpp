@@ -85,7 +85,7 @@ class LongColumn {
 
   // False when another value has the piece: the rest of the chain is shared too and is not followed again.
   bool VisitPiece(RowId row, RowId piece) {
-    std::bitset<kMostSlots>& used = used_[PageOf(piece)];
+    std::bitset<kMaxReadSlots>& used = used_[PageOf(piece)];
     if (used.test(SlotOf(piece))) {
       state_.Problem(RowName(row) + "deelt een stuk van een lange waarde op pagina " + std::to_string(PageOf(piece)));
       return false;
@@ -104,8 +104,8 @@ class LongColumn {
   const StoredColumn& column_;
   UsageMap owned_;
   // By page: the slots with pieces, and those that a row uses.
-  std::unordered_map<std::uint32_t, std::bitset<kMostSlots>> there_;
-  std::unordered_map<std::uint32_t, std::bitset<kMostSlots>> used_;
+  std::unordered_map<std::uint32_t, std::bitset<kMaxReadSlots>> there_;
+  std::unordered_map<std::uint32_t, std::bitset<kMaxReadSlots>> used_;
 };
 
 // Checks all rows of one table.

@@ -76,10 +76,7 @@ bool CheckDataPage(CheckState& state, const DataPage& page, std::uint32_t owner)
     state.ProblemAt(page.Number(), WrongOwnerText(page.Owner(), owner));
     return false;
   }
-  std::size_t lowest = kPageSize;
-  for (unsigned i = 0; i < page.SlotCount(); ++i)
-    lowest = page.At(i).start;
-  const std::size_t expected = lowest - (kDataPageHead + 2 * page.SlotCount());
+  const std::size_t expected = page.MeasuredFreeBytes();
   if (page.FreeBytes() != expected) {
     state.ProblemAt(page.Number(), "vrije ruimte is " + std::to_string(page.FreeBytes()) + " in plaats van " +
                                        std::to_string(expected));

@@ -22,7 +22,6 @@ namespace {
 
 constexpr std::uint32_t kEnginePages = 6;  // header, maps, the definitions of the four engine tables
 constexpr std::uint32_t kFirstTable = 2;
-constexpr RowId kGlobalMap = MakeRowId(1, 0);
 constexpr std::uint32_t kMostUnused = 8;  // at most one of so many pages may be free
 
 bool IsEngineTable(std::uint32_t page) {
@@ -98,7 +97,7 @@ void DatabaseCopy::Build(const std::set<std::uint32_t>& keeping) {
     pages_->Append();
   pages_->Change(0) = *source_.Source().Read(0);
   MarkChange(pages_->Change(0));
-  FormatGlobalMap(*pages_, kEnginePages);
+  FormatFreePagesMap(*pages_, kEnginePages);
   PageSpace space(*pages_);
   TakePlaces(space, keeping);
   UsageMapAllocator engineMaps(*pages_, space);
@@ -119,7 +118,7 @@ void DatabaseCopy::TakePlaces(PageSpace& space, std::set<std::uint32_t> keeping)
   std::vector<std::uint32_t> between;
   while (!keeping.empty()) {
     const std::uint32_t page = space.Allocate();
-    // A page of the global map itself may now be where a table was.
+    // A page of the map of free pages itself may now be where a table was.
     keeping.erase(keeping.begin(), keeping.lower_bound(page));
     if (keeping.erase(page) != 0) {
       places_[page] = page;
@@ -134,7 +133,7 @@ void DatabaseCopy::TakePlaces(PageSpace& space, std::set<std::uint32_t> keeping)
 }
 
 std::uint32_t DatabaseCopy::UsedPages() {
-  const UsageMap free = UsageMap::Read(*pages_, kGlobalMap);
+  const UsageMap free = UsageMap::Read(*pages_, kFreePagesMap);
   return pages_->PageCount() - static_cast<std::uint32_t>(free.Members().size());
 }
 

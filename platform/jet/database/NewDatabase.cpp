@@ -33,7 +33,7 @@ class Builder {
     for (std::uint32_t page = 0; page < kFirstPages; ++page)
       pages_.Append();
     MakeHeader();
-    FormatGlobalMap(pages_, kFirstPages);  // pages 14 and 15 are allocated by the first rows
+    FormatFreePagesMap(pages_, kFirstPages);  // pages 14 and 15 are allocated by the first rows
     RowPage::Format(pages_.Change(kMapsOfTables), kUsageMapOwner);
     for (const EngineTable& table : InitialTables())
       MakeTable(table);
@@ -149,7 +149,7 @@ void Builder::MakeTable(const EngineTable& table) {
 
 }  // namespace
 
-void FormatGlobalMap(Transaction& pages, std::uint32_t taken) {
+void FormatFreePagesMap(Transaction& pages, std::uint32_t taken) {
   constexpr std::uint32_t kMapPage = 1;
   RowPage::Format(pages.Change(kMapPage), kMapPage);
   RowPage page(pages, kMapPage, kMapPage);

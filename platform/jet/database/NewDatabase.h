@@ -11,6 +11,6 @@ namespace jet {
 Bytes NewDatabase(double now);
 
 // Writes page 1 of a new file: the map of free pages, with the first `taken` pages in use, and the empty second map.
-void FormatGlobalMap(Transaction& pages, std::uint32_t taken);
+void FormatFreePagesMap(Transaction& pages, std::uint32_t taken);
 
 }  // namespace jet

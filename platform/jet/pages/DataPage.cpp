@@ -21,16 +21,23 @@ DataPage::DataPage(PageRef page, std::uint32_t number) : page_(std::move(page)),
   if (bytes[0] != static_cast<std::uint8_t>(PageType::Data) || bytes[1] != 1) {
     throw DamageAt(number, "soort " + std::to_string(bytes[0]) + " in plaats van een gegevenspagina");
   }
-  slotCount_ = LoadU16(bytes.data() + 12);
-  if (slotCount_ > kMostSlots) throw DamageAt(number, "te veel rijen voor een pagina");
+  slotCount_ = LoadU16(bytes.data() + kSlotCountAt);
+  if (slotCount_ > kMaxReadSlots) throw DamageAt(number, "te veel rijen voor een pagina");
 }
 
 std::uint32_t DataPage::Owner() const {
-  return LoadU32(page_->data() + 4);
+  return LoadU32(page_->data() + kOwnerAt);
 }
 
 unsigned DataPage::FreeBytes() const {
-  return LoadU16(page_->data() + 2);
+  return LoadU16(page_->data() + kFreeBytesAt);
+}
+
+std::size_t DataPage::MeasuredFreeBytes() const {
+  std::size_t lastStart = kPageSize;
+  for (unsigned slot = 0; slot < slotCount_; ++slot)
+    lastStart = At(slot).start;
+  return lastStart - kDataPageHead - 2 * std::size_t{slotCount_};
 }
 
 Slot DataPage::At(unsigned slot) const {

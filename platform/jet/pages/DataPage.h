@@ -11,9 +11,12 @@
 namespace jet {
 
 // Layout of a data page.
+constexpr std::size_t kFreeBytesAt = 2;
+constexpr std::size_t kOwnerAt = 4;
+constexpr std::size_t kSlotCountAt = 12;
 constexpr std::size_t kDataPageHead = 14;
 // Slots of a page that is read: a RowId has one byte for the slot. RowPage writes at most 255.
-constexpr unsigned kMostSlots = 256;
+constexpr unsigned kMaxReadSlots = 256;
 // Owners (bytes 4 to 7) that are not a table: "LVAL" for long values, 0 for rows of usage maps, 1 for page 1 itself.
 constexpr std::uint32_t kLongValueOwner = 0x4C41564C;
 constexpr std::uint32_t kUsageMapOwner = 0;
@@ -42,7 +45,9 @@ class DataPage {
   std::uint32_t Number() const { return number_; }
   const PageRef& Content() const { return page_; }
   std::uint32_t Owner() const;
-  unsigned FreeBytes() const;
+  unsigned FreeBytes() const;  // as stored
+  // The free bytes between the last slot entry and the last row; a sound page stores this number.
+  std::size_t MeasuredFreeBytes() const;
   unsigned SlotCount() const { return slotCount_; }
   Slot At(unsigned slot) const;
   ByteView BytesOf(const Slot& slot) const { return ByteView(*page_).subspan(slot.start, slot.length); }

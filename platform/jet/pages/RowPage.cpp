@@ -11,19 +11,14 @@ namespace jet {
 RowPage::RowPage(Transaction& pages, std::uint32_t number, std::uint32_t owner) : pages_(pages), number_(number) {
   const DataPage page = View();
   RequireOwner(page, owner);
-  std::size_t lowest = kPageSize;
-  for (unsigned slot = 0; slot < page.SlotCount(); ++slot)
-    lowest = page.At(slot).start;
-  if (page.FreeBytes() != lowest - kDataPageHead - 2 * page.SlotCount()) {
-    throw DamageAt(number, "de vrije ruimte klopt niet");
-  }
+  if (page.FreeBytes() != page.MeasuredFreeBytes()) throw DamageAt(number, "de vrije ruimte klopt niet");
 }
 
 void RowPage::Format(PageBytes& page, std::uint32_t owner) {
   page[0] = static_cast<std::uint8_t>(PageType::Data);
   page[1] = 1;
-  Store(page.data() + 2, static_cast<std::uint16_t>(kPageSize - kDataPageHead));
-  Store(page.data() + 4, owner);
+  Store(page.data() + kFreeBytesAt, static_cast<std::uint16_t>(kPageSize - kDataPageHead));
+  Store(page.data() + kOwnerAt, owner);
 }
 
 std::size_t RowPage::FreeBytes() const {
@@ -31,8 +26,8 @@ std::size_t RowPage::FreeBytes() const {
 }
 
 std::size_t RowPage::RoomForNew(const PageBytes& page) {
-  const std::size_t free = LoadU16(page.data() + 2);
-  return LoadU16(page.data() + 12) >= kMostSlots || free < 2 ? 0 : free - 2;
+  const std::size_t free = LoadU16(page.data() + kFreeBytesAt);
+  return LoadU16(page.data() + kSlotCountAt) >= kMaxWrittenSlots || free < 2 ? 0 : free - 2;
 }
 
 std::size_t RowPage::RoomIn(unsigned slot) const {
@@ -49,13 +44,13 @@ bool RowPage::IsEmpty() const {
 }
 
 unsigned RowPage::Add(PageBytes& page, ByteView row, SlotKind kind) {
-  const std::size_t free = LoadU16(page.data() + 2);
-  const std::size_t slots = LoadU16(page.data() + 12);
+  const std::size_t free = LoadU16(page.data() + kFreeBytesAt);
+  const std::size_t slots = LoadU16(page.data() + kSlotCountAt);
   const std::size_t start = kDataPageHead + 2 * slots + free - row.size();
   std::memcpy(page.data() + start, row.data(), row.size());
   Store(page.data() + kDataPageHead + 2 * slots, static_cast<std::uint16_t>(start | static_cast<std::uint16_t>(kind)));
-  Store(page.data() + 2, static_cast<std::uint16_t>(free - row.size() - 2));
-  Store(page.data() + 12, static_cast<std::uint16_t>(slots + 1));
+  Store(page.data() + kFreeBytesAt, static_cast<std::uint16_t>(free - row.size() - 2));
+  Store(page.data() + kSlotCountAt, static_cast<std::uint16_t>(slots + 1));
   return static_cast<unsigned>(slots);
 }
 
@@ -94,7 +89,7 @@ void RowPage::Rebuild(Change change) {
     if (!bytes.empty()) std::memcpy(page.data() + end, bytes.data(), bytes.size());
     Store(page.data() + kDataPageHead + 2 * i, static_cast<std::uint16_t>(end | static_cast<std::uint16_t>(kind)));
   }
-  Store(page.data() + 2, static_cast<std::uint16_t>(end - kDataPageHead - 2 * old.SlotCount()));
+  Store(page.data() + kFreeBytesAt, static_cast<std::uint16_t>(end - kDataPageHead - 2 * old.SlotCount()));
 }
 
 }  // namespace jet

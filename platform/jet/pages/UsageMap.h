@@ -10,7 +10,7 @@
 namespace jet {
 
 // A set of page numbers, stored in one row of a data page: the pages that a table, index or memo column owns, those
-// with room, or (the global map) the free pages.
+// with room, or (the map of free pages) all free pages.
 class UsageMap {
  public:
   // Reads the map at `where`. Members past the end of the file are only in PastEnd(). `where` 0 is the empty map.
@@ -19,7 +19,7 @@ class UsageMap {
   bool Contains(std::uint32_t page) const { return page < bits_.size() && bits_[page]; }
   // All members, ascending.
   std::vector<std::uint32_t> Members() const;
-  // Members past the end of the file, ascending: normal in the global map, damage elsewhere.
+  // Members past the end of the file, ascending: normal in the map of free pages, damage elsewhere.
   const std::vector<std::uint32_t>& PastEnd() const { return pastEnd_; }
   // The bitmap pages of the map itself.
   const std::vector<std::uint32_t>& BitmapPages() const { return bitmapPages_; }
