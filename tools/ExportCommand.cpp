@@ -65,17 +65,16 @@ int Export(const Arguments& arguments, const Streams& streams) {
 }  // namespace
 
 Command ExportCommand() {
-  return {
-      .name = u"export"_s,
-      .usage = u"MAP [--vorige-verwerkt] [--bestand-verwerkt NAAM] [--bestand-niet-verwerkt NAAM] [--station N]"_s,
-      .summary = u"Exporteert het offline-logboek van een zender en toont het pad van het bestand."_s,
-      .run = Export,
-      .details =
-          u"Doet wat het venster Exporteren doet. Wie offline werkt, zegt met --vorige-verwerkt dat de vorige\n"
-          "exportbestanden met Kadrovia verwerkt zijn; anders komt er geen export. Elke export krijgt een eigen\n"
-          "seconde, zodat geen bestand een ander vervangt. Is het logboek leeg, dan komt er geen bestand; dat is\n"
-          "geen fout. Het programma mag intussen niet op dezelfde programmamap lopen.\n"
-          "Is het bestand van een onderbroken export weg, dan gebeurt er niets tot u zegt wat ermee gebeurde:\n"
-          "--bestand-verwerkt NAAM of --bestand-niet-verwerkt NAAM, met de naam die de melding noemt."_s,
-      .examples = {u"export /tmp/proef --vorige-verwerkt"_s}};
+  return {.name = u"export"_s,
+          .usage = u"MAP [--vorige-verwerkt] [--bestand-verwerkt NAAM] [--bestand-niet-verwerkt NAAM] [--station N]"_s,
+          .summary = u"Exporteert het offline-logboek van een zender en toont het pad van het bestand."_s,
+          .run = Export,
+          .details =
+              u"Doet wat het venster Exporteren doet. Wie offline werkt, zegt met --vorige-verwerkt dat de vorige\n"
+              "exportbestanden met Kadrovia verwerkt zijn; anders komt er geen export. Elke export krijgt een eigen\n"
+              "seconde, zodat geen bestand een ander vervangt. Is het logboek leeg, dan komt er geen bestand; dat is\n"
+              "geen fout. Het programma mag intussen niet op dezelfde programmamap lopen.\n"
+              "Is het bestand van een onderbroken export weg, dan gebeurt er niets tot u zegt wat ermee gebeurde:\n"
+              "--bestand-verwerkt NAAM of --bestand-niet-verwerkt NAAM, met de naam die de melding noemt."_s,
+          .examples = {u"export /tmp/proef --vorige-verwerkt"_s}};
 }
