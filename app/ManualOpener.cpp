@@ -36,8 +36,12 @@ void ManualOpener::PutAboveModalWindow() {
 }
 
 bool ManualOpener::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::WindowBlocked && manual_ != nullptr && watched == manual_->windowHandle()) {
+  const bool isShown = manual_ != nullptr && manual_->isVisible();
+  if (isShown && event->type() == QEvent::WindowBlocked && watched == manual_->windowHandle()) {
     PutAboveModalWindow();
+  } else if (isShown && event->type() == QEvent::Hide && watched->isWidgetType() &&
+             static_cast<QWidget*>(watched)->isModal()) {
+    PutAboveModalWindow();  // the window below it may be modal too
   } else if (event->type() == QEvent::KeyPress && watched->isWidgetType()) {
     const auto& key = static_cast<const QKeyEvent&>(*event);
     if (key.key() != Qt::Key_F1 || key.modifiers() != Qt::NoModifier) return false;
