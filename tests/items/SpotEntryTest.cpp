@@ -117,6 +117,8 @@ TEST_F(SpotEntry, SeveralSpotsAreAddedInTheOrderOfChecking) {
   Entry(u"cmdOpt1Toevoegen"_s, [](QDialog& dialog) {
     const auto& combo = Child<controls::ComboBox>(dialog, u"cboItemSpot"_s);
     auto& add = Child<QPushButton>(dialog, u"cmdToevoegen"_s);
+    dialog.activateWindow();  // keys of the list are shortcuts
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
     EXPECT_FALSE(add.isEnabled());
     EXPECT_EQ(Choices(dialog).model()->rowCount(), 3);
     CheckSpot(dialog, combo.Text(2));
