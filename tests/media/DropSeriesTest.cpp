@@ -2,6 +2,7 @@
 // Many dropped files with the same days, hours and state.
 #include "data/Globals.h"
 #include "data/forms/DroppedAudio.h"
+#include "data/forms/SavedRecords.h"
 #include "data/forms/Screens.h"
 #include "media/Screens.h"
 #include "media/SpotSeries.h"
@@ -71,6 +72,7 @@ TEST_F(DroppedSeries, ThirtySpotsTakeTwelveKeys) {
     EXPECT_EQ(rows.Field(u"LengteSec"_s).toInt(), 1);
   }
   EXPECT_EQ(spots, 30);
+  EXPECT_EQ(TakeSavedRecords().size(), 30);  // for the list that opened the editor
   EXPECT_EQ(desk_.AudioList().size(), 30);
 }
 
