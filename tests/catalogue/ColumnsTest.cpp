@@ -134,7 +134,7 @@ TEST_P(Columns, SearchAndSortWorkTogether) {
   auto& search = Child<QLineEdit>(form, u"txtZoek"_s);
   QTest::keyClicks(&search, u"a"_s);
   EXPECT_EQ(Rows(form), (QStringList{u"Banaan"_s, u"Citroen"_s, u"Appel"_s}));  // "Citroen" by its path
-  QTest::keyClicks(&search, u"p"_s);
+  QTest::keyClicks(&search, u"ppel"_s);  // shorter texts may be in the name of the temporary folder
   EXPECT_EQ(Rows(form), QStringList{u"Appel"_s});
   search.clear();
   EXPECT_EQ(Rows(form), (QStringList{u"Banaan"_s, u"Citroen"_s, u"Appel"_s}));
