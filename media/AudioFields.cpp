@@ -43,7 +43,9 @@ void AudioFields::Wire(const AudioControls& controls, QSize openingSize) {
   connect(drop, &desktop::FileDrop::dropped, this, &AudioFields::Form_DropFiles);
   SetMargins();
   WireScrolling();
-  editor_.resize(openingSize.boundedTo(editor_.screen()->availableSize()));
+  // Wide enough for its texts, whatever the font: labels would scroll out of sight.
+  const QSize page = controls_.scrInhoud->widget()->minimumSizeHint();
+  editor_.resize(openingSize.expandedTo(QSize(page.width(), 0)).boundedTo(editor_.screen()->availableSize()));
 }
 
 // The pages of fields and buttons have no margins; give them those of the window.

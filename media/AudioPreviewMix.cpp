@@ -40,8 +40,7 @@ void AudioPreview::WireMix() {
 
 // Cancelling the editor does not ask about the mix point.
 void AudioPreview::ShowMixSaved() {
-  ui_->lblMixUnit->setText(MixPunt() == savedMix_ ? tr("milliseconden vóór het einde")
-                                                  : tr("milliseconden vóór het einde, nog niet bewaard"));
+  ui_->lblMixUnit->setText(MixPunt() == savedMix_ ? tr("ms vóór het einde") : tr("nog niet bewaard"));
 }
 
 void AudioPreview::WireStrip() {

@@ -309,7 +309,7 @@ TEST(PreviewStrip, AChangedMixPointSaysThatItIsNotSaved) {
   const auto& unit = Child<QLabel>(*at.editor, u"lblMixUnit"_s);
   EXPECT_FALSE(unit.text().contains(u"nog niet bewaard"_s));
   at.Mix().SetValue(500);
-  EXPECT_TRUE(unit.text().endsWith(u", nog niet bewaard"_s));
+  EXPECT_TRUE(unit.text().endsWith(u"nog niet bewaard"_s));
   EXPECT_FALSE(at.editor->IsDirty());
   at.Mix().SetValue(0);
   EXPECT_FALSE(unit.text().contains(u"nog niet bewaard"_s));
