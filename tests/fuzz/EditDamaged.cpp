@@ -319,7 +319,11 @@ class Editing {
     if (seed % 3 == 1) text = std::u16string(seed % 100, u'x');
     if (seed % 3 == 2) text = std::u16string(static_cast<std::size_t>(seed) * 40, u'\u20AC');
     std::vector<Value> row = SpotRow(Value{}, name, text);
-    row.resize(writer.Definition().columns.size());  // a damaged definition may have another number
+    const std::vector<ColumnDefinition>& columns = writer.Definition().columns;
+    row.resize(columns.size());  // a damaged definition may have another number, and other types
+    for (std::size_t i = 0; i < row.size(); ++i) {
+      if (columns[i].type == ColumnType::Boolean && IsNull(row[i])) row[i] = false;  // as it is stored
+    }
     return row;
   }
 
