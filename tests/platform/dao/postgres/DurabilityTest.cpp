@@ -244,9 +244,12 @@ TEST_F(OwnCluster, AFullDiskIsAnErrorAndTheNextStatementWorks) {
   const QString flag = folder.filePath(u"vol"_s);
   QFile::setPermissions(folder.path(),
                         QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner | QFile::ReadOther | QFile::ExeOther);
+  // The server runs as another user, who may have no access to the folder of the build.
+  const QString library = folder.filePath(u"full_disk.so"_s);
+  ASSERT_TRUE(QFile::copy(QStringLiteral(SPOTROOSTER_FULL_DISK_LIBRARY), library));
+  QFile::setPermissions(library, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther | QFile::ExeOther);
   Cluster::Settings settings;
-  settings.environment = {{u"LD_PRELOAD"_s, QStringLiteral(SPOTROOSTER_FULL_DISK_LIBRARY)},
-                          {u"SPOTROOSTER_FULL_DISK"_s, flag}};
+  settings.environment = {{u"LD_PRELOAD"_s, library}, {u"SPOTROOSTER_FULL_DISK"_s, flag}};
   Begin(settings);
   dao::OpenDatabase(path_).Execute(Insert(1, 0));
   QFile(flag).open(QIODevice::WriteOnly);
