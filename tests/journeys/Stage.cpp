@@ -38,7 +38,8 @@ void UseScreen(const QTemporaryDir& folder) {
         R"( "x": 0, "y": 0, "width": 1920, "height": 1080, "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})");
   }
   file.close();
-  qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" + QFile::encodeName(path));
+  const QByteArray platform = "offscreen:configfile=" + QFile::encodeName(path);
+  qputenv("QT_QPA_PLATFORM", platform);
 }
 
 // The offscreen platform prints a remark for every window that it has no size hints; that would bury the tour's own

@@ -286,7 +286,7 @@ TEST(PreviewDevice, MetersShowTheLevels) {
   const auto editor = desk.OpenSpot(u"1"_s);
   Click(*editor, u"cmdPlay"_s);
   ASSERT_EQ(desk.output.Pull(1000).size(), 2000U);
-  Q_EMIT Child<QTimer>(*editor, u"tmrPlayer"_s).timeout({});
+  QMetaObject::invokeMethod(&Child<QTimer>(*editor, u"tmrPlayer"_s), "timeout");
   for (const QString& name : {u"levelLeft"_s, u"levelRight"_s}) {
     auto& meter = Child<controls::LevelMeter>(*editor, name);
     meter.Advance(0.04);

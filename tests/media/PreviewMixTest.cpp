@@ -116,7 +116,7 @@ TEST(PreviewMix, TestWhileTheSliderIsHeldEndsTheHold) {
   auto& slider = Child<controls::PositionSlider>(*at.editor, u"sliPlay"_s);
   slider.setSliderDown(true);
   Click(*at.editor, u"cmdTestMix"_s);
-  Q_EMIT Child<QTimer>(*at.editor, u"tmrPlayer"_s).timeout({});
+  QMetaObject::invokeMethod(&Child<QTimer>(*at.editor, u"tmrPlayer"_s), "timeout");
   EXPECT_EQ(Led(*at.editor, u"ledSec"_s), 4);
 }
 

@@ -105,7 +105,7 @@ TEST(PreviewPlay, TickCountsDownWhileTheSliderFollows) {
   Listening at(10'000);
   Click(*at.editor, u"cmdPlay"_s);
   ASSERT_EQ(at.desk.output.Pull(2'500).size(), 5'000U);
-  Q_EMIT at.Timer().timeout({});
+  QMetaObject::invokeMethod(&at.Timer(), "timeout");
   EXPECT_EQ(at.Slider().value(), 2'500);
   EXPECT_EQ(Led(*at.editor, u"ledSec"_s), 7);
   EXPECT_EQ(Led(*at.editor, u"ledMilli"_s), 500);
@@ -116,16 +116,16 @@ TEST(PreviewPlay, TickWritesOnlyThePanelsThatChange) {
   Listening at(10'000);
   Click(*at.editor, u"cmdPlay"_s);
   at.desk.output.Pull(300);
-  Q_EMIT at.Timer().timeout({});
+  QMetaObject::invokeMethod(&at.Timer(), "timeout");
   auto& seconds = Child<controls::LedPanel>(*at.editor, u"ledSec"_s);
   ASSERT_EQ(seconds.Value(), 9);
   seconds.SetValue(77);
   at.desk.output.Pull(300);
-  Q_EMIT at.Timer().timeout({});
+  QMetaObject::invokeMethod(&at.Timer(), "timeout");
   EXPECT_EQ(seconds.Value(), 77);
   EXPECT_EQ(Led(*at.editor, u"ledMilli"_s), 400);
   at.desk.output.Pull(500);
-  Q_EMIT at.Timer().timeout({});
+  QMetaObject::invokeMethod(&at.Timer(), "timeout");
   EXPECT_EQ(seconds.Value(), 8);
 }
 
@@ -197,7 +197,7 @@ TEST(PreviewPlay, HeldSliderFreezesTheTimeAndReleaseSeeks) {
   QTest::mousePress(&slider, Qt::LeftButton, Qt::NoModifier, middle);
   const int held = slider.value();
   EXPECT_NEAR(held, 5'000, 100);
-  Q_EMIT at.Timer().timeout({});
+  QMetaObject::invokeMethod(&at.Timer(), "timeout");
   EXPECT_EQ(slider.value(), held);
   EXPECT_EQ(Led(*at.editor, u"ledSec"_s), 10);
   QTest::mouseRelease(&slider, Qt::LeftButton, Qt::NoModifier, middle);
@@ -212,12 +212,12 @@ TEST(PreviewPlay, AJumpWhileTheSliderIsHeldEndsTheHold) {
   at.PlayFrom(60'000);
   at.Slider().setSliderDown(true);
   Click(*at.editor, u"cmdFFW"_s);
-  Q_EMIT at.Timer().timeout({});
+  QMetaObject::invokeMethod(&at.Timer(), "timeout");
   EXPECT_EQ(at.Slider().value(), 70'000);
   at.Slider().setSliderDown(false);
   at.Slider().setSliderDown(true);
   Click(*at.editor, u"cmdRREW"_s);
-  Q_EMIT at.Timer().timeout({});
+  QMetaObject::invokeMethod(&at.Timer(), "timeout");
   EXPECT_EQ(at.Slider().value(), 40'000);
 }
 
@@ -235,7 +235,7 @@ TEST(PreviewPlay, AQuestionWhileTheSliderIsHeldEndsTheHold) {
   EXPECT_TRUE(at.editor->isVisible());
   EXPECT_EQ(at.OwnPlayer().Position(), held);
   at.desk.output.Pull(2'000);
-  Q_EMIT at.Timer().timeout({});
+  QMetaObject::invokeMethod(&at.Timer(), "timeout");
   EXPECT_EQ(slider.value(), held + 2'000);
 }
 
