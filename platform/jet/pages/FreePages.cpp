@@ -15,18 +15,14 @@ namespace {
 
 constexpr std::uint32_t kFreePagesPage = PageOf(kFreePagesMap);
 constexpr std::uint32_t kMapPageOwner = 1;
-constexpr std::uint32_t kMostMissing = 64;  // pages past the end of the file that the map may mark as used
+constexpr std::uint32_t kMaxSkipped = 64;  // consecutive pages past the end of the file that the map may mark as used
 
 void RequireUsable(std::uint32_t next, std::uint32_t pageCount) {
   if (next < kSystemPages)
     throw DamageAt(kFreePagesPage, "de kaart van vrije pagina's noemt pagina " + std::to_string(next));
-  if (next <= pageCount + kMostMissing) return;
+  if (next <= pageCount + kMaxSkipped) return;
   throw DamageAt(kFreePagesPage, "de kaart van vrije pagina's noemt als eerste pagina " + std::to_string(next) +
                                      ", ver voorbij het einde van het bestand");
-}
-
-[[noreturn]] void ThrowNoneFree() {
-  throw DamageAt(kFreePagesPage, "de kaart van vrije pagina's kent geen vrije pagina");
 }
 
 void SetBit(std::uint8_t* bits, std::uint32_t number) {
@@ -37,23 +33,34 @@ void SetBit(std::uint8_t* bits, std::uint32_t number) {
 
 void RequireUsable(const UsageMap& freePages, std::uint32_t pageCount) {
   const std::vector<std::uint32_t> members = freePages.Members();
-  const std::vector<std::uint32_t>& pastEnd = freePages.PastEnd();
-  if (!members.empty() || !pastEnd.empty()) {
-    RequireUsable(members.empty() ? pastEnd.front() : members.front(), pageCount);
-  } else if (freePages.HasBitFor(pageCount)) {
-    ThrowNoneFree();
+  if (!members.empty()) RequireUsable(members.front(), pageCount);
+  std::uint32_t end = pageCount;  // of the file, once the pages before are allocated
+  for (const std::uint32_t page : freePages.PastEnd()) {
+    RequireUsable(page, end);
+    end = page + 1;
   }
+  RequireUsable(freePages.FirstWithoutBit(end), end);
 }
 
 std::uint32_t FreePages::Next() {
   auto page = map_.Lowest();
   while (!page) {
-    if (map_.Layout().RunOf(pages_, pages_.PageCount())) ThrowNoneFree();
-    CoverPage(pages_.PageCount());
+    const std::uint32_t uncovered = FirstUncovered();
+    RequireUsable(uncovered, pages_.PageCount());
+    CoverPage(uncovered);
     page = map_.Lowest();
   }
   RequireUsable(*page, pages_.PageCount());
   return *page;
+}
+
+// The first page past the end of the file that the map has no bit for.
+std::uint32_t FreePages::FirstUncovered() {
+  const MapLayout layout = map_.Layout();
+  std::uint32_t page = pages_.PageCount();
+  while (const auto run = layout.RunOf(pages_, page))
+    page = run->End();
+  return page;
 }
 
 void FreePages::Add(std::uint32_t page) {

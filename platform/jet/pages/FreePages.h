@@ -16,8 +16,8 @@ namespace jet {
 constexpr RowId kFreePagesMap = MakeRowId(1, 0);
 constexpr RowId kSecondMap = MakeRowId(1, 1);  // on the same page; its meaning is unknown, so it is preserved
 
-// Throws Damage when no page can be allocated from the map: it marks a system page as free, or its next free page is
-// far past the end of the file. `pageCount`: pages in the file.
+// Throws Damage when the file cannot grow by this map: it marks a system page as free, or marks so many pages past the
+// end of the file as used that the file would grow by all of these. `pageCount`: pages in the file.
 void RequireUsable(const UsageMap& freePages, std::uint32_t pageCount);
 
 // The map of free pages, including those past the end of the file. It grows when needed, with a longer row or with
@@ -39,6 +39,7 @@ class FreePages {
     Bytes bits;
   };
 
+  std::uint32_t FirstUncovered();
   void CoverPage(std::uint32_t page);
   bool GrowRow(const Window& before, std::uint32_t first, std::uint32_t end);
   void UseBitmapPages(const Window& before);

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/jet/pages/UsageMap.h"
 
-#include <algorithm>
-
 namespace jet {
 
 UsageMap UsageMap::Read(PageSource& pages, RowId where) {
@@ -51,8 +49,11 @@ std::vector<std::uint32_t> UsageMap::Members() const {
   return members;
 }
 
-bool UsageMap::HasBitFor(std::uint32_t page) const {
-  return std::any_of(runs_.begin(), runs_.end(), [&](const MapLayout::Run& run) { return run.Covers(page); });
+std::uint32_t UsageMap::FirstWithoutBit(std::uint32_t page) const {
+  for (const MapLayout::Run& run : runs_) {  // ascending
+    if (run.Covers(page)) page = run.End();
+  }
+  return page;
 }
 
 }  // namespace jet

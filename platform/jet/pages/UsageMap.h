@@ -27,8 +27,8 @@ class UsageMap {
   std::uint32_t FirstPage() const { return firstPage_; }
   // The first page after those that the map covers.
   std::uint32_t End() const { return end_; }
-  // Whether the map has a bit for the page; false where its bitmap page is missing.
-  bool HasBitFor(std::uint32_t page) const;
+  // The first page at or after `page` that the map has no bit for.
+  std::uint32_t FirstWithoutBit(std::uint32_t page) const;
 
  private:
   void AddBits(PageSource& pages, const MapLayout::Run& run);

@@ -64,6 +64,17 @@ TEST(EditingDamagedFiles, AColumnOfAnotherTypeKeepsWhatWasWritten) {
   EXPECT_GT(fuzz::EditDamaged(input).committed, 0);
 }
 
+// A map of free pages with one free page and used pages past the end of the file, as long as it reaches.
+TEST(EditingDamagedFiles, UsingTheLastFreePageKeepsTheFileSound) {
+  const std::vector<std::uint8_t> input = {
+      0xF7, 0x80, 0x7F, 0x80, 0x00, 0x00, 0x3C, 0x00, 0x00, 0x1C, 0x06, 0x7E, 0x00, 0x00, 0x00, 0x1C, 0x1D, 0x2B,
+      0x6D, 0x69, 0x4D, 0x53, 0x49, 0x53, 0x41, 0x4D, 0x20, 0x44, 0x61, 0x74, 0x34, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF,
+      0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x28, 0x80,
+      0x00, 0x02, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x22,
+      0x1F, 0x1F, 0x06, 0x51, 0x64, 0x4A, 0x6D, 0x59, 0x64, 0x22, 0xB4, 0x00, 0x00, 0x1A};
+  EXPECT_TRUE(fuzz::EditDamaged(input).damaged);
+}
+
 // One name has a character without a sort key, and another name does not match its key. As long as the first row
 // exists, the check can only remark on the index; after its deletion the second is a problem that no edit caused.
 TEST(EditingDamagedFiles, AnIndexThatIsHalfCheckedCountsAsDamaged) {
@@ -121,6 +132,12 @@ class DamagedBase : public testing::Test {
     file_[PlaceOf(map) + 5 + page / 8] |= static_cast<std::uint8_t>(1U << (page % 8));
   }
 
+  // Marks all pages that the map of free pages has a bit for as used, also those past the end of the file.
+  void MarkAllUsed() {
+    const std::size_t bits = PlaceOf(kGlobalMap) + 5;
+    std::fill_n(file_.begin() + static_cast<std::ptrdiff_t>(bits), kMappedPages / 8, std::uint8_t{0});
+  }
+
   // The error of a change that needs a new page; checks that a refused change leaves the file as it was.
   std::string MessageOfGrowing() {
     files_.Put(kPath, file_);
@@ -140,6 +157,7 @@ class DamagedBase : public testing::Test {
 
   static constexpr const char* kPath = "base.mdb";
   static constexpr RowId kGlobalMap = MakeRowId(1, 0);
+  static constexpr std::size_t kMappedPages = 512;  // that the map of free pages of the base has a bit for
   files::MemoryFileSystem files_;
   Bytes file_ = fuzz::SmallBase();
   StoredTable spots_;
@@ -161,9 +179,30 @@ TEST_F(DamagedBase, APagePastTheEndInAMapIsReportedAndNotAllocated) {
 }
 
 TEST_F(DamagedBase, AFreePageFarPastTheEndDoesNotMakeTheFileHuge) {
-  const std::size_t bits = PlaceOf(kGlobalMap) + 5;
-  std::fill_n(file_.begin() + static_cast<std::ptrdiff_t>(bits), 60, std::uint8_t{0});
+  MarkAllUsed();
+  SetBit(kGlobalMap, 500);
   EXPECT_NE(MessageOfGrowing().find("ver voorbij het einde van het bestand"), std::string::npos);
+}
+
+// The only free page is inside the file; behind it the map has more used pages than a file may grow by.
+TEST_F(DamagedBase, AMapWithoutAFreePagePastTheEndIsAProblemBeforeTheLastFreePageIsUsed) {
+  const auto last = static_cast<std::uint32_t>(file_.size() / kPageSize);
+  file_.resize(file_.size() + kPageSize);
+  MarkAllUsed();
+  SetBit(kGlobalMap, last);
+  EXPECT_NE(MessageOfGrowing().find("ver voorbij het einde van het bestand"), std::string::npos);
+  EXPECT_TRUE(HasProblem(CheckDatabase(*Open())));
+}
+
+TEST_F(DamagedBase, TheFileGrowsPastAFewPagesThatTheMapMarksAsUsed) {
+  file_.resize((kMappedPages - 32) * kPageSize);
+  MarkAllUsed();
+  for (int row = 0; row < 10; ++row) {
+    ASSERT_EQ(MessageOfGrowing(), "");
+    file_ = files_.Get(kPath);
+    ASSERT_FALSE(HasProblem(CheckDatabase(*Open())));
+  }
+  EXPECT_GT(file_.size(), kMappedPages * kPageSize);
 }
 
 TEST_F(DamagedBase, AMapThatIsTooShortForThePageIsDamage) {

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "platform/jet/rows/RowBuilder.h"
 #include "platform/jet/rows/RowView.h"
 #include "platform/jet/values/Codec.h"
 #include "platform/jet/values/Error.h"
@@ -111,6 +112,22 @@ TEST(Rows, DecodesEveryType) {
   for (std::size_t i = 0; i < guid.size(); ++i)
     guid[i] = static_cast<std::uint8_t>(i);
   EXPECT_EQ(std::get<jet::Guid>(Decoded(ColumnType::Guid, guid)).bytes[15], 15);
+}
+
+// Text of a fixed column fills its place with spaces, so that an empty text differs from null.
+TEST(Rows, FixedTextIsPaddedWithSpaces) {
+  jet::StoredTable table = Table({Column(ColumnType::Text, 0, 0, true)}, 0);
+  table.columns[0].length = 2 * 3;
+  const auto stored = [&](const std::u16string& text) {
+    jet::Field field;
+    jet::EncodeValue(table.columns[0], text, field.stored);
+    field.bit = true;
+    return Field(table, jet::RowBuilder(table).Build({field}), 0);
+  };
+  EXPECT_EQ(stored(u"ab"), Value(u"ab "));
+  EXPECT_EQ(stored(u""), Value(u"   "));
+  EXPECT_EQ(Field(table, jet::RowBuilder(table).Build({{}}), 0), Value());
+  EXPECT_THROW(stored(u"abcd"), jet::Error);
 }
 
 TEST(Rows, EveryCutOfARowIsAnErrorOrAnotherRow) {
