@@ -17,12 +17,13 @@ constexpr std::uint32_t kFreePagesPage = PageOf(kFreePagesMap);
 constexpr std::uint32_t kMapPageOwner = 1;
 constexpr std::uint32_t kMaxSkipped = 64;  // consecutive pages past the end of the file that the map may mark as used
 
+// `next`: the page that is allocated when the file has `pageCount` pages and none of them is free.
 void RequireUsable(std::uint32_t next, std::uint32_t pageCount) {
   if (next < kSystemPages)
     throw DamageAt(kFreePagesPage, "de kaart van vrije pagina's noemt pagina " + std::to_string(next));
   if (next <= pageCount + kMaxSkipped) return;
-  throw DamageAt(kFreePagesPage, "de kaart van vrije pagina's noemt als eerste pagina " + std::to_string(next) +
-                                     ", ver voorbij het einde van het bestand");
+  throw DamageAt(kFreePagesPage, "de kaart van vrije pagina's slaat de pagina's " + std::to_string(pageCount) +
+                                     " tot " + std::to_string(next) + " over, voorbij het einde van het bestand");
 }
 
 void SetBit(std::uint8_t* bits, std::uint32_t number) {
@@ -39,7 +40,12 @@ void RequireUsable(const UsageMap& freePages, std::uint32_t pageCount) {
     RequireUsable(page, end);
     end = page + 1;
   }
-  RequireUsable(freePages.FirstWithoutBit(end), end);
+  for (const MapLayout::Run& run : freePages.Runs()) {
+    if (run.End() <= end) continue;
+    end = std::max(end, run.first);  // pages without a bit count as free
+    RequireUsable(run.End(), end);
+    end = run.End();
+  }
 }
 
 std::uint32_t FreePages::Next() {

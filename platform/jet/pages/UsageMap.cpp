@@ -49,11 +49,4 @@ std::vector<std::uint32_t> UsageMap::Members() const {
   return members;
 }
 
-std::uint32_t UsageMap::FirstWithoutBit(std::uint32_t page) const {
-  for (const MapLayout::Run& run : runs_) {  // ascending
-    if (run.Covers(page)) page = run.End();
-  }
-  return page;
-}
-
 }  // namespace jet

@@ -27,8 +27,8 @@ class UsageMap {
   std::uint32_t FirstPage() const { return firstPage_; }
   // The first page after those that the map covers.
   std::uint32_t End() const { return end_; }
-  // The first page at or after `page` that the map has no bit for.
-  std::uint32_t FirstWithoutBit(std::uint32_t page) const;
+  // Where the bits are, ascending by page.
+  const std::vector<MapLayout::Run>& Runs() const { return runs_; }
 
  private:
   void AddBits(PageSource& pages, const MapLayout::Run& run);
