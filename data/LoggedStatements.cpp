@@ -23,8 +23,10 @@ class LogRow {
     End();
     open_ = true;
     id_ = id;
-    row_ = {id.value_or(0), runtime::TrimBlanks(sqlSyntax).toString(), {}};
-    logText_ = sqlSyntax.toString();
+    row_.id = id.value_or(0);
+    Assign(row_.sqlSyntax, runtime::TrimBlanks(sqlSyntax));
+    row_.entry.reset();
+    Assign(logText_, sqlSyntax);
   }
   // The first whose statement is the logged one: a number may have been expected for several.
   void Offer(QStringView statement, QStringView kept) {
@@ -40,6 +42,9 @@ class LogRow {
   }
 
  private:
+  // Uses the memory of the previous text again: a log may have a million rows.
+  static void Assign(QString& text, QStringView value) { text.setUnicode(value.data(), value.size()); }
+
   const std::function<void(const LoggedStatement&)>& visit_;
   bool open_ = false;
   std::optional<qint32> id_;
