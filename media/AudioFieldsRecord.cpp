@@ -9,6 +9,7 @@
 #include "media/AudioFields.h"
 #include "media/AudioPreview.h"
 #include "platform/dao/Database.h"
+#include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trapped.h"
@@ -103,6 +104,20 @@ bool AudioFields::IsDuplicateCode() const {
     return NameExists(CurrentCatalogue().databasePath, TableName(), controls_.txtNaam->text(), editor_.IsNew(),
                       editor_.ID());
   });
+}
+
+std::optional<bool> AudioFields::Write(
+    const std::function<bool(qint32 id, const QString& databasePath, const QString& table)>& write) {
+  editor_.RequireLoaded();
+  const desktop::WaitPointer wait;
+  RequireStillThere();
+  const bool wasNew = editor_.IsNew();
+  const QString databasePath = CurrentCatalogue().databasePath;
+  const QString table = TableName();
+  const auto succeeded =
+      editor_.WriteRecord(databasePath, table, [&](qint32 id) { return write(id, databasePath, table); });
+  if (succeeded) AddToAudioList(wasNew);
+  return succeeded;
 }
 
 void AudioFields::RequireStillThere() const {

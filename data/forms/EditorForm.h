@@ -22,6 +22,19 @@ class EditorForm : public Form {
   bool IsNew() const { return isNew_; }
   qint32 ID() const { return id_; }
 
+  // Opslaan, or the part of the editor to which it leaves the writing, calls these two.
+  //
+  // Throws runtime::Error unless an existing record was read completely: saving would overwrite the missing parts with
+  // empty values.
+  void RequireLoaded() const;
+  // Writes the record with `write`, under its ID or a new ID of the table. Throws runtime::Error. Returns
+  // * the result of `write` when the record was written; id_ and isNew_ are then up to date;
+  // * nothing when `write` failed before it executed its statement, or no new ID was found (both were shown);
+  // * nothing when another workstation changed the record and the user chose that version (the form is filled with it
+  //   and stays open) or cancelled.
+  std::optional<bool> WriteRecord(const QString& databasePath, const QString& table,
+                                  const std::function<bool(qint32 id)>& write);
+
  protected:
   virtual void InitForm() = 0;
   virtual void FillForm() = 0;
@@ -60,17 +73,6 @@ class EditorForm : public Form {
   void MarkLoaded();
   // Called when a part of the record could not be read.
   void MarkIncomplete() { complete_ = false; }
-  // Throws runtime::Error unless an existing record was read completely: saving would overwrite the missing parts with
-  // empty values.
-  void RequireLoaded() const;
-
-  // Writes the record with `write`, under its ID or a new ID of the table. Throws runtime::Error. Returns
-  // * the result of `write` when the record was written; id_ and isNew_ are then up to date;
-  // * nothing when `write` failed before it executed its statement, or no new ID was found (both were shown);
-  // * nothing when another workstation changed the record and the user chose that version (the form is filled with it
-  //   and stays open) or cancelled.
-  std::optional<bool> WriteRecord(const QString& databasePath, const QString& table,
-                                  const std::function<bool(qint32 id)>& write);
 
   bool isDirty_ = false;
   bool isNew_ = false;
