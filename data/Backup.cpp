@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "data/Backup.h"
 
+#include "data/Catalogue.h"
 #include "data/IniFile.h"
 #include "data/Messages.h"
 #include "data/SettingsFile.h"
@@ -103,7 +104,7 @@ bool HasRows(dao::Database& database, const QString& table) {
 bool IsComplete(const QString& path) {
   try {
     dao::Database database = dao::OpenDatabase(path, {.readOnly = true});
-    QStringList tables = database.TableNames().filter(u"tblCopie_"_s);
+    QStringList tables = database.TableNames().filter(kCopyTablePrefix);
     if (tables.isEmpty()) tables = QStringList{u"tblItems"_s, u"tblItemSpots"_s};
     return std::all_of(tables.begin(), tables.end(), [&](const QString& table) { return HasRows(database, table); });
   } catch (const runtime::Error&) {

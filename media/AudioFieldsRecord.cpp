@@ -3,7 +3,7 @@
 #include "data/AudioList.h"
 #include "data/AudioRules.h"
 #include "data/Catalogue.h"
-#include "data/KeptStatements.h"
+#include "data/LogQueue.h"
 #include "data/Text.h"
 #include "data/Writes.h"
 #include "media/AudioFields.h"
@@ -130,6 +130,6 @@ void AudioFields::AddToAudioList(bool wasNew) {
   pathChanged_ = pathChanged_ || wasNew;
   const bool waitsForLog = WaitsForLog();
   if (pathChanged_ && !waitsForLog) AppendToAudioList(PathToSave());
-  // The line of a kept statement is added when that statement is logged.
-  if (pathChanged_) pathChanged_ = waitsForLog && !KeepAudioPath(PathToSave());
+  // The line of a queued statement is added when that statement is logged.
+  if (pathChanged_) pathChanged_ = waitsForLog && !QueueAudioPath(PathToSave());
 }

@@ -95,7 +95,7 @@ std::optional<bool> EditorForm::WriteRecord(const QString& databasePath, const Q
   const std::optional<qint32> id = isNew_ ? GetNewIDIfAny(table, table + u".ID", databasePath) : id_;
   if (!id) return std::nullopt;
   const bool succeeded = write(*id);
-  if (!WasCarriedOut()) return std::nullopt;
+  if (!WasExecuted()) return std::nullopt;
   id_ = *id;
   isNew_ = false;
   written_ = true;
