@@ -153,7 +153,7 @@ TEST_F(TwoWorkstations, AFailureAtOpeningNeverLetsOkReplaceTheirChange) {
     ++(boxes.Last().title == u"Opslaan"_s ? refusals : questions);
     EXPECT_EQ(EndDate(), kTheirs) << failing;
   }
-  EXPECT_GT(refusals, 1);  // what is compared could not be read, or what is shown
+  EXPECT_GT(refusals, 0);  // what is compared could not be read
   EXPECT_GT(questions, 0);
 }
 

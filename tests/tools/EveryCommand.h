@@ -19,7 +19,7 @@ struct CallTarget {
 // without one, the tests fail.
 inline QList<QStringList> EveryCommand(const CallTarget& target) {
   using namespace Qt::StringLiterals;
-  const auto in = [&](const QString& name) { return target.folder + u'/' + name; };
+  const auto in = [&](const QString& name) -> QString { return target.folder + u'/' + name; };
   const QHash<QString, QStringList> arguments{
       {u"create"_s, {target.folder}},
       {u"demo"_s, {target.folder}},
