@@ -84,8 +84,8 @@ bool NoteLogID(const basis::Recorded& recorded, qint32 id) {
   });
 }
 
-// Appends a statement to the offline log. After a failure, which has been shown, returns false; the statement is then in
-// the queue.
+// Appends a statement to the offline log. After a failure, which has been shown, returns false; the statement is then
+// in the queue.
 bool AppendToLog(const QString& statement, const basis::Recorded& recorded) {
   std::optional<qint32> id;
   if (LogQueued()) id = GetNewIDIfAny(u"tblOfflineLog"_s, u"ID"_s, global.localDatabasePath);

@@ -56,7 +56,7 @@ int Restore(const Arguments& arguments, const Streams& streams) {
   RefuseItself(backup, database);
   const LocalFolder folder(database);
   const auto lock = folder.Lock();
-  folder.BackUp(arguments);
+  folder.BackUp(arguments, backup);
   streams.out << dao::RestoreTables(backup, database, WithSources(tables, backup)) << '\n';
   return kDone;
 }
