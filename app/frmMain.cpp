@@ -16,7 +16,7 @@
 #include "catalogue/frmWeek.h"
 #include "data/DatabasePaths.h"
 #include "data/Globals.h"
-#include "data/KeptStatements.h"
+#include "data/LogQueue.h"
 #include "data/Lookups.h"
 #include "data/Settings.h"
 #include "export/InterruptedExport.h"
@@ -202,13 +202,13 @@ void frmMain::ChangeStation() {
 void frmMain::ResumeExport() {
   Trapped(__func__, [&] { FinishInterruptedExport(global.localDatabasePath); });
   try {
-    KeepUnloggedStatements();
+    QueueUnloggedStatements();
   } catch (const runtime::Error&) {
     // A local database that cannot be read is reported by what needs it first.
   }
   Trapped(__func__, [&] {
-    LogKeptStatements();
-    AddKeptAudioLines();
+    LogQueuedStatements();
+    AddQueuedAudioLines();
   });
 }
 

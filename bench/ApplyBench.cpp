@@ -4,6 +4,7 @@
 // with its basis, a twentieth of the records in conflict, compared with the file alone. Each round works on a new copy
 // of the database. usage: ApplyBench [STATEMENTS [SPOTS [FOLDER]]]
 #include "bench/BenchFolder.h"
+#include "bench/ExampleSpot.h"
 #include "bench/Plain.h"
 #include "data/ExportBasis.h"
 #include "data/Rows.h"
@@ -23,6 +24,7 @@
 #include <vector>
 
 using namespace Qt::StringLiterals;
+using bench::ExampleSpot;
 using bench::Require;
 
 namespace {
@@ -36,22 +38,6 @@ const QStringList kFields{u"ID"_s,        u"Path"_s,    u"Naam"_s,           u"L
                           u"StartPunt"_s, u"Mixpunt"_s, u"StartDatum"_s,     u"StartUur"_s,
                           u"EindDatum"_s, u"EindUur"_s, u"AantalGedraaid"_s, u"LaatstGedraaid"_s,
                           u"Aktief"_s};
-
-ItemSpotRow SpotOf(int id) {
-  ItemSpotRow row;
-  row.id = id;
-  row.path = u"D:\\Audio\\Spots\\klant %1\\spot %2.mp3"_s.arg(id % 97).arg(id);
-  row.naam = u"Bakkerij Van Damme week %1"_s.arg(id % 53);
-  row.lengteSec = 30;
-  row.startPunt = 0;
-  row.mixpunt = 1200;
-  row.startDatum = 45658;
-  row.startUur = 6;
-  row.eindDatum = 45700;
-  row.eindUur = 22;
-  row.aktief = 1;
-  return row;
-}
 
 basis::Row ValuesOf(const ItemSpotRow& row) {
   const auto whole = [](const std::optional<qint32>& value) { return dao::Value(std::int64_t{value.value_or(0)}); };
@@ -86,7 +72,7 @@ class Files {
     schema::CreateServerDatabase(At(u"server.mdb"_s));
     dao::StatementTransaction filling(dao::OpenDatabase(At(u"server.mdb"_s)));
     for (int id = 1; id <= spots_; ++id)
-      filling.Insert(u"tblItemSpots"_s, ValuesOf(SpotOf(id)));
+      filling.Insert(u"tblItemSpots"_s, ValuesOf(ExampleSpot(id)));
     filling.Commit();
   }
 
@@ -99,7 +85,7 @@ class Files {
       const int id = 1 + i * (spots_ / statements);
       const bool inserts = i % kInsertEvery == 0;
       const bool deletes = !inserts && i % kDeleteEvery == 1;
-      const ItemSpotRow before = SpotOf(inserts ? spots_ + 1 + i : id);
+      const ItemSpotRow before = ExampleSpot(inserts ? spots_ + 1 + i : id);
       ItemSpotRow after = before;
       after.eindDatum = 45800;
       const QString statement = inserts   ? statements::InsertItemSpot(after, u"tblItemSpots"_s)
@@ -133,7 +119,7 @@ class Files {
         "AantalGedraaid INTEGER, LaatstGedraaid REAL, Aktief INTEGER)");
     plain.Run("BEGIN");
     for (int id = 1; id <= spots_; ++id) {
-      plain.Run(statements::InsertItemSpot(SpotOf(id), u"tblItemSpots"_s).replace(u'"', u'\'').toLatin1());
+      plain.Run(statements::InsertItemSpot(ExampleSpot(id), u"tblItemSpots"_s).replace(u'"', u'\'').toLatin1());
     }
     plain.Run("COMMIT");
     Write(At(u"statements.sql"_s), plain_);

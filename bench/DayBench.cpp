@@ -36,8 +36,8 @@ using Span = std::chrono::duration<double, std::milli>;
 
 constexpr int kRepeats = 20;
 constexpr int kSpotsInItem = 20;
-constexpr double kBudget = 100;   // ms, for a step without its syncs
-constexpr double kMostSyncs = 4;  // for a statement
+constexpr double kBudget = 100;  // ms, for a step without its syncs
+constexpr double kMaxSyncs = 4;  // for a statement
 constexpr double kPercentile = 0.95;
 
 // The files of this computer, whose syncs take a fixed time. The time of the syncs is counted apart.
@@ -113,7 +113,7 @@ class Day {
     const double time = times[static_cast<std::size_t>(kPercentile * static_cast<double>(times.size() - 1))];
     const double each = statements == 0 ? 0 : double(syncs) / statements;
     std::printf("  %-34s %8.1f ms of %.0f   %4.1f syncs a statement%s\n", name, time, kBudget, each,
-                time > kBudget || each > kMostSyncs ? "   OVER" : "");
+                time > kBudget || each > kMaxSyncs ? "   OVER" : "");
     Require(statements > 0 || syncs == 0, "a step that writes nothing syncs nothing");
   }
 

@@ -94,7 +94,7 @@ class Contest {
             kind.change(*tables_[i], ids[at]);
         });
         times[i].push_back(ms / static_cast<double>(end - first));
-        spent[i] += files_.Told();
+        spent[i] += files_.TimeSpent();
       }
     }
     Print(kind, times, spent);

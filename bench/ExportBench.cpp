@@ -4,6 +4,7 @@
 // with SQLite, each a query for the highest number and an insert, durable on both sides. The files are compared. usage:
 // ExportBench [STATEMENTS [LOGGED [FOLDER]]]
 #include "bench/Child.h"
+#include "bench/ExampleSpot.h"
 #include "bench/Figures.h"
 #include "bench/Plain.h"
 #include "bench/SpotStation.h"
@@ -40,19 +41,7 @@ constexpr int kRowsATurn = 50000;  // the changes of a transaction are held in m
 
 // A statement as an editor logs it when it saves a spot.
 QString Statement(int number) {
-  ItemSpotRow row;
-  row.id = number;
-  row.path = u"D:\\Audio\\Spots\\klant %1\\spot %2.mp3"_s.arg(number % 97).arg(number);
-  row.naam = u"Bakkerij Van Damme week %1"_s.arg(number % 53);
-  row.lengteSec = 30;
-  row.startPunt = 0;
-  row.mixpunt = 1200;
-  row.startDatum = 45658;
-  row.startUur = 6;
-  row.eindDatum = 45700;
-  row.eindUur = 22;
-  row.aktief = 1;
-  return statements::UpdateItemSpot(row, u"tblItemSpots"_s);
+  return statements::UpdateItemSpot(bench::ExampleSpot(number), u"tblItemSpots"_s);
 }
 
 // Below the SQL.

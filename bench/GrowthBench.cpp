@@ -45,7 +45,7 @@ class Costs {
     own_.push_back(all - waited);
     waited_.push_back(waited);
   }
-  Cost Told() {
+  Cost Medians() {
     std::sort(own_.begin(), own_.end());
     std::sort(waited_.begin(), waited_.end());
     return {own_[own_.size() / 2], own_.back(), waited_[waited_.size() / 2]};
@@ -116,9 +116,9 @@ class Grown {
         if (opening) released.emplace(files_);
         work();
       });
-      costs.Add(ms, files_.Told().waitedMilliseconds);
+      costs.Add(ms, files_.TimeSpent().waitedMilliseconds);
     }
-    return costs.Told();
+    return costs.Medians();
   }
 
   QTemporaryDir folder_;

@@ -22,7 +22,7 @@ class TimedFiles final : public files::HookedFileSystem {
   TimedFiles();
 
   // Since the last call of Forget.
-  const Spent& Told() const { return spent_; }
+  const Spent& TimeSpent() const { return spent_; }
   void Forget() { spent_ = {}; }
 
  private:

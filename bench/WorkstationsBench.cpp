@@ -47,7 +47,7 @@ namespace {
 
 constexpr int kSpots = 10'000;
 constexpr int kItems = 100;
-constexpr int kFirstItem = 20'001;  // no spot has an item's number: they are told apart in the queries
+constexpr int kFirstItem = 20'001;  // no spot has an item's number: the queries distinguish them by it
 constexpr int kLinks = 10;
 constexpr double kPause = 2;  // seconds between two actions of a workstation, on average
 

@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-int RowsIn(const QString& databasePath, const QString& table) {
+int RowCount(const QString& databasePath, const QString& table) {
   const dao::Recordset rows =
       dao::OpenDatabase(databasePath, {.readOnly = true}).OpenRecordset(u"SELECT COUNT(*) AS Aantal FROM "_s + table);
   return rows.Field(u"Aantal"_s).toInt();
@@ -23,7 +23,7 @@ int RowsIn(const QString& databasePath, const QString& table) {
 
 void OfferRestore(const QString& table, const QString& backup) {
   runtime::Trapped("RefreshLocalCopies", [&] {
-    const int rows = RowsIn(backup, table);
+    const int rows = RowCount(backup, table);
     if (rows == 0) return;
     const QString question =
         u"De lokale kopie kon niet vernieuwd worden en is nu leeg.\n\n"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "data/Backup.h"
 
+#include "data/Catalogue.h"
 #include "data/IniFile.h"
 #include "data/Messages.h"
 #include "data/SettingsFile.h"
@@ -103,7 +104,7 @@ bool HasRows(dao::Database& database, const QString& table) {
 bool IsComplete(const QString& path) {
   try {
     dao::Database database = dao::OpenDatabase(path, {.readOnly = true});
-    QStringList tables = database.TableNames().filter(u"tblCopie_"_s);
+    QStringList tables = database.TableNames().filter(kCopyTablePrefix);
     if (tables.isEmpty()) tables = QStringList{u"tblItems"_s, u"tblItemSpots"_s};
     return std::all_of(tables.begin(), tables.end(), [&](const QString& table) { return HasRows(database, table); });
   } catch (const runtime::Error&) {
@@ -111,10 +112,12 @@ bool IsComplete(const QString& path) {
   }
 }
 
-void DeleteExpired(const BackupFolder& folder, QDate today) {
+void DeleteExpired(const BackupFolder& folder, QDate today, const QString& keep) {
+  const QString kept = QFileInfo(runtime::HostPath(keep)).canonicalFilePath();
   const auto isComplete = [&](const BackupFile& file) { return IsComplete(folder.PathOf(file.name)); };
-  for (const BackupFile& file : ExpiredBackups(folder.NewestFirst(), today, isComplete))
-    folder.Remove(file.name);
+  for (const BackupFile& file : ExpiredBackups(folder.NewestFirst(), today, isComplete)) {
+    if (QFileInfo(runtime::HostPath(folder.PathOf(file.name))).canonicalFilePath() != kept) folder.Remove(file.name);
+  }
 }
 
 std::unique_ptr<dao::FrozenDatabase> FrozenIfExists(const QString& databasePath, const QString& password) {
@@ -140,7 +143,8 @@ std::optional<QString> SameAsNewest(const dao::FrozenDatabase& database, const B
 }
 
 // Returns the path of the copy with the present contents, which may exist already.
-QString CopyUnlessSame(const dao::FrozenDatabase& database, const BackupFolder& folder, const QDateTime& now) {
+QString CopyUnlessSame(const dao::FrozenDatabase& database, const BackupFolder& folder, const QDateTime& now,
+                       const QString& keep = {}) {
   folder.RemoveUnfinished();
   if (auto same = SameAsNewest(database, folder)) return *same;
   folder.Make(database);
@@ -148,16 +152,16 @@ QString CopyUnlessSame(const dao::FrozenDatabase& database, const BackupFolder& 
   const QString name = folder.NewName(now);
   database.CopyTo(folder.PathOf(name));
   folder.MarkAsNewest(name, now, earlier);
-  DeleteExpired(folder, now.date());
+  DeleteExpired(folder, now.date(), keep);
   return folder.PathOf(name);
 }
 
 }  // namespace
 
-std::optional<QString> BackUp(const QString& databasePath, const QString& password) {
+std::optional<QString> BackUp(const QString& databasePath, const QString& password, const QString& keep) {
   const auto frozen = FrozenIfExists(databasePath, password);
   if (!frozen) return std::nullopt;
-  return CopyUnlessSame(*frozen, BackupFolder(databasePath), runtime::Now());
+  return CopyUnlessSame(*frozen, BackupFolder(databasePath), runtime::Now(), keep);
 }
 
 void BackUpDaily(const QString& databasePath, const QDateTime& now) {

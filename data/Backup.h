@@ -13,10 +13,10 @@
 // in the folder "backup" next to the database: "backup\OvalistoLocal-20240131-154507.mdb". All paths are path texts
 // (drive letters and backslashes). A database on a server has none: its administrator makes them there.
 
-// Copies the database unless the newest copy is identical, and deletes expired copies. Returns the path of the copy
-// with the current contents; nullopt when the database does not exist. Throws runtime::Error when no copy could be
-// made; the caller must then delete nothing.
-std::optional<QString> BackUp(const QString& databasePath, const QString& password = {});
+// Copies the database unless the newest copy is identical, and deletes expired copies, except `keep`: the path of a
+// copy that the caller is about to read. Returns the path of the copy with the current contents; nullopt when the
+// database does not exist. Throws runtime::Error when no copy could be made; the caller must then delete nothing.
+std::optional<QString> BackUp(const QString& databasePath, const QString& password = {}, const QString& keep = {});
 
 // Makes a copy unless one was made today, by this program or another one. Does nothing when the database does not
 // exist. Readers are not delayed, writers while the file is read. Throws runtime::Error when no copy could be made. May

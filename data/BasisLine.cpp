@@ -99,7 +99,7 @@ class Scanner {
   qsizetype at_ = 0;
 };
 
-QList<Row> RowsIn(Scanner& scanner, std::size_t fieldCount) {
+QList<Row> ReadRows(Scanner& scanner, std::size_t fieldCount) {
   QList<Row> rows;
   scanner.Array([&] {
     Row row;
@@ -124,9 +124,9 @@ std::optional<Entry> LineReader::Read(const QByteArray& line) {
     Entry entry;
     const auto fieldCount = static_cast<std::size_t>(fields_.size());
     scanner.Expect("{\"after\":");
-    entry.after = RowsIn(scanner, fieldCount);
+    entry.after = ReadRows(scanner, fieldCount);
     scanner.Expect(",\"before\":");
-    entry.before = RowsIn(scanner, fieldCount);
+    entry.before = ReadRows(scanner, fieldCount);
     scanner.Expect(",\"fields\":");
     const qsizetype start = scanner.At();
     if (fieldsText_.isEmpty() || !scanner.Took(fieldsText_)) {

@@ -12,3 +12,12 @@ Catalogue CurrentCatalogue() {
   return {global.localDatabasePath, u"tblCopie_Items"_s, u"tblCopie_ItemSpots"_s, u"tblCopie_ItemPingles"_s,
           u"tblCopie_ItemsItemSpots"_s};
 }
+
+QString CopyTableOf(const QString& serverTable) {
+  return kCopyTablePrefix + serverTable.mid(kServerTablePrefix.size());
+}
+
+QString ServerTableOf(const QString& table) {
+  if (!table.startsWith(kCopyTablePrefix, Qt::CaseInsensitive)) return table;
+  return kServerTablePrefix + table.mid(kCopyTablePrefix.size());
+}

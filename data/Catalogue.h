@@ -15,3 +15,11 @@ struct Catalogue {
 
 // Chosen by global.online.
 Catalogue CurrentCatalogue();
+
+inline const QString kServerTablePrefix = QStringLiteral("tbl");
+inline const QString kCopyTablePrefix = QStringLiteral("tblCopie_");
+
+// The name of a server table's copy table: "tblCopie_Items" for "tblItems".
+QString CopyTableOf(const QString& serverTable);
+// The other way round; the name of another table is returned unchanged.
+QString ServerTableOf(const QString& table);

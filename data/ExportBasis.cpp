@@ -17,7 +17,7 @@ namespace basis {
 namespace {
 
 constexpr int kVersion = 1;
-constexpr qint64 kMostBytes = qint64{512} << 20;
+constexpr qint64 kMaxBytes = qint64{512} << 20;
 const QString kFormat = u"spotrooster-basis"_s;
 const QString kNoEntry = u"unknown"_s;
 
@@ -278,7 +278,7 @@ QString PathOf(const QString& tqlPath) {
 }
 
 File Read(const QString& path) {
-  const QByteArray content = runtime::ReadFile(path, kMostBytes);
+  const QByteArray content = runtime::ReadFile(path, kMaxBytes);
   Lines lines(path, content);
   File file;
   const auto header = lines.Next();

@@ -26,7 +26,7 @@ using Row = std::vector<dao::Value>;
 struct Reference {
   QString table;  // of the server
   qint64 id = 0;
-  QString fingerprint;  // of the record's row in the copy when the statement was carried out; empty: there was none
+  QString fingerprint;  // of the record's row in the copy when the statement was executed; empty: there was none
 
   bool operator==(const Reference&) const = default;
 };

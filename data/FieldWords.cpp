@@ -13,12 +13,19 @@ bool IsYesNo(const QString& field) {
   return field == u"Aktief"_s || field == u"Locked"_s || field == u"OptMeerdereSpots"_s || field.startsWith(u"Chk"_s);
 }
 
+QString TextWord(const QString& text) {
+  return text.isEmpty() ? u"leeg"_s : text;
+}
+
+QString MomentWord(const QDateTime& moment) {
+  const bool hasTime = moment.time() != QTime(0, 0);
+  return runtime::FormatDate(moment, hasTime ? u"dd-mm-yyyy hh:mm"_s : u"dd-mm-yyyy"_s);
+}
+
 QString NumberWord(const QString& field, double number) {
   if (IsYesNo(field)) return number != 0 ? u"ja"_s : u"nee"_s;
   if (!field.endsWith(u"Datum"_s) && field != u"LaatstGedraaid"_s) return QString::number(number, 'g', 15);
-  const QDateTime moment = runtime::MomentOfDayNumber(number);
-  const bool hasTime = moment.time() != QTime(0, 0);
-  return runtime::FormatDate(moment, hasTime ? u"dd-mm-yyyy hh:mm"_s : u"dd-mm-yyyy"_s);
+  return MomentWord(runtime::MomentOfDayNumber(number));
 }
 
 }  // namespace
@@ -55,9 +62,14 @@ QString FieldWord(const QString& field) {
 }
 
 QString ValueWord(const QString& field, const dao::Value& value) {
-  if (const auto* text = std::get_if<std::u16string>(&value))
-    return text->empty() ? u"leeg"_s : QString::fromStdU16String(*text);
+  if (const auto* text = std::get_if<std::u16string>(&value)) return TextWord(QString::fromStdU16String(*text));
   if (const auto* whole = std::get_if<std::int64_t>(&value)) return NumberWord(field, static_cast<double>(*whole));
   if (const auto* number = std::get_if<double>(&value)) return NumberWord(field, *number);
   return u"leeg"_s;
+}
+
+QString ValueWord(const QString& field, const QVariant& value) {
+  if (value.isNull()) return u"leeg"_s;
+  if (value.typeId() == QMetaType::QDateTime) return MomentWord(value.toDateTime());
+  return value.typeId() == QMetaType::QString ? TextWord(value.toString()) : NumberWord(field, value.toDouble());
 }

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "data/OfflineBasis.h"
 
+#include "data/Catalogue.h"
 #include "data/Globals.h"
 #include "data/Lookups.h"
 #include "platform/dao/Database.h"
+#include "platform/dao/SqlText.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
 
@@ -15,9 +17,6 @@ using namespace Qt::StringLiterals;
 
 namespace basis {
 namespace {
-
-const QString kCopyPrefix = u"tblCopie_"_s;
-const QString kServerPrefix = u"tbl"_s;
 
 dao::TableDef OfflineTable() {
   using dao::FieldType;
@@ -53,22 +52,10 @@ void MakeTable(dao::Database& local) {
   }
 }
 
-QString Literal(const QString& text) {
-  return u'"' + QString(text).replace(u'"', u"\"\""_s) + u'"';
-}
-
-QString ServerTable(const QString& table) {
-  return table.startsWith(kCopyPrefix) ? kServerPrefix + table.mid(kCopyPrefix.size()) : table;
-}
-
-QString CopyTable(const QString& serverTable) {
-  return kCopyPrefix + serverTable.mid(kServerPrefix.size());
-}
-
 QString FingerprintOf(dao::Database& database, const QString& serverTable, qint64 id) {
   QStringList fields;
   const QList<Row> rows = RowsOf(
-      database.OpenRecordset(u"SELECT * FROM "_s + CopyTable(serverTable) + u" WHERE ID = "_s + QString::number(id)),
+      database.OpenRecordset(u"SELECT * FROM "_s + CopyTableOf(serverTable) + u" WHERE ID = "_s + QString::number(id)),
       fields);
   return rows.isEmpty() ? QString() : Fingerprint(rows.first());
 }
@@ -100,7 +87,7 @@ void AddReferences(Entry& entry, dao::Database& database) {
 
 Entry EntryOf(const Target& target, const QString& statement) {
   Entry entry;
-  entry.table = ServerTable(target.table);
+  entry.table = ServerTableOf(target.table);
   entry.keyField = target.keyField.mid(target.keyField.lastIndexOf(u'.') + 1);
   entry.key = target.key;
   QString select =
@@ -142,7 +129,7 @@ struct Pending {
   QString basis;
 };
 
-// Only a copy that is as it was before the statement shows that the statement was not carried out.
+// Only a copy that is as it was before the statement shows that the statement was not executed.
 bool IsUndone(const Pending& row) {
   Entry entry;
   try {
@@ -151,7 +138,7 @@ bool IsUndone(const Pending& row) {
     return false;
   }
   dao::Database local = Local();
-  const QString table = CopyTable(entry.table);
+  const QString table = CopyTableOf(entry.table);
   if (!local.TableNames().contains(table, Qt::CaseInsensitive)) return false;
   QStringList fields;
   const QList<Row> rows = RowsOf(local.OpenRecordset(u"SELECT * FROM "_s + table + u" WHERE "_s + entry.keyField +
@@ -187,20 +174,20 @@ bool HasOfflineTable(const dao::Database& local) {
   return local.TableNames().contains(OfflineTableName(), Qt::CaseInsensitive);
 }
 
-void Keep(const Target& target, const QString& statement, const QString& logged, Kept& kept) {
+void Record(const Target& target, const QString& statement, const QString& logged, Recorded& recorded) {
   const QByteArray entry = Encode(EntryOf(target, statement));
   dao::Database local = Local();
   if (!HasOfflineTable(local)) MakeTable(local);
-  const Kept row{NextID(OfflineTableName(), u"ID"_s, global.localDatabasePath), ExpectedLogID()};
-  kept = row;
+  const Recorded row{NextID(OfflineTableName(), u"ID"_s, global.localDatabasePath), ExpectedLogID()};
+  recorded = row;
   local.Execute(u"INSERT INTO "_s + OfflineTableName() + u" (ID, LogID, SqlSyntax, Basis) VALUES ("_s +
                 QString::number(row.id) + u", "_s + (row.logID ? QString::number(*row.logID) : u"NULL"_s) + u", "_s +
-                Literal(logged) + u", "_s + Literal(QString::fromUtf8(entry)) + u")"_s);
+                dao::TextLiteral(logged) + u", "_s + dao::TextLiteral(QString::fromUtf8(entry)) + u")"_s);
 }
 
-void Drop(const Kept& kept) noexcept {
+void Drop(const Recorded& recorded) noexcept {
   try {
-    Delete(kept.id);
+    Delete(recorded.id);
   } catch (...) {
     // FindUnlogged drops it before the next statement.
   }
@@ -211,12 +198,12 @@ void SetLogID(qint32 id, qint32 logID) {
                   QString::number(id));
 }
 
-QList<Unlogged> FindUnlogged(const std::function<bool(qint32 id)>& isKept) {
+QList<Unlogged> FindUnlogged(const std::function<bool(qint32 id)>& isQueued) {
   if (!HasOfflineTable(Local())) return {};
   const qint32 last = NextID(OfflineTableName(), u"ID"_s, global.localDatabasePath) - 1;
   const std::optional<qint32> next = ExpectedLogID();
   if (!next) return {};  // the log takes no row now
-  const auto isPending = [&](const Pending& row) { return (!row.logID || *row.logID >= *next) && !isKept(row.id); };
+  const auto isPending = [&](const Pending& row) { return (!row.logID || *row.logID >= *next) && !isQueued(row.id); };
   const QList<Pending> newest = Rows(u" WHERE ID = "_s + QString::number(last));
   if (newest.isEmpty() || !isPending(newest.first())) return {};
   QList<Pending> pending = Rows(u" ORDER BY ID"_s);

@@ -15,11 +15,11 @@ struct TableDef;
 }  // namespace dao
 
 // The rows that each logged statement changes, before and after it. They are in the table tblOfflineBasis of the local
-// database, which is made when it is first needed, from just before the statement is carried out until the statement is
+// database, which is made when it is first needed, from just before the statement is executed until the statement is
 // exported. They cannot be read later: closing the item-spot list refreshes a copy table from the server.
 //
 // A row is written before its statement, with what the statement will do. So a program that is killed between a
-// statement and its log row leaves enough to log it at the next start (data/KeptStatements.h).
+// statement and its log row leaves enough to log it at the next start (data/LogQueue.h).
 namespace basis {
 
 // The rows that a statement changes: those of a table whose key field has this number.
@@ -32,7 +32,7 @@ struct Target {
 };
 
 // A row of tblOfflineBasis: its key, and the number of the log row that its statement has or is expected to get.
-struct Kept {
+struct Recorded {
   qint32 id = 0;
   std::optional<qint32> logID;
 };
@@ -43,10 +43,10 @@ bool HasOfflineTable(const dao::Database& local);
 
 // Writes what the statement will change. `logged` is the statement as it will be logged, with the server table's name.
 // Throws runtime::Error when the statement will fail or the row cannot be written; after one that IsDone the row is
-// written and `kept` is set.
-void Keep(const Target& target, const QString& statement, const QString& logged, Kept& kept);
+// written and `recorded` is set.
+void Record(const Target& target, const QString& statement, const QString& logged, Recorded& recorded);
 // Deletes the row of a statement that was not executed. After a failure FindUnlogged deletes it.
-void Drop(const Kept& kept) noexcept;
+void Drop(const Recorded& recorded) noexcept;
 // Stores the number of the log row that a statement gets when it is not the expected one. Throws runtime::Error.
 void SetLogID(qint32 id, qint32 logID);
 
@@ -54,8 +54,8 @@ struct Unlogged {
   qint32 id = 0;  // of the row of tblOfflineBasis
   QString statement;
 };
-// The statements, in their order, that were executed and are neither in the log nor known to `isKept`. If the last one
-// was not executed, or changed nothing, its row is deleted. Throws runtime::Error.
-QList<Unlogged> FindUnlogged(const std::function<bool(qint32 id)>& isKept);
+// The statements, in their order, that were executed and are neither in the log nor known to `isQueued`. If the last
+// one was not executed, or changed nothing, its row is deleted. Throws runtime::Error.
+QList<Unlogged> FindUnlogged(const std::function<bool(qint32 id)>& isQueued);
 
 }  // namespace basis

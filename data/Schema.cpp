@@ -3,6 +3,7 @@
 
 #include "data/MessageTexts.h"
 #include "platform/dao/Database.h"
+#include "platform/dao/SqlText.h"
 
 using namespace Qt::StringLiterals;
 using dao::FieldDef;
@@ -91,11 +92,6 @@ void CreateTables(dao::Database& database, const QList<TableDef>& tables) {
     database.CreateTable(table);
 }
 
-// An SQL text literal: double quotes are doubled.
-QString Literal(const QString& text) {
-  return u'"' + QString(text).replace(u'"', u"\"\""_s) + u'"';
-}
-
 }  // namespace
 
 QList<TableDef> ServerTables() {
@@ -130,8 +126,8 @@ void CreateLocalDatabase(const QString& path, const std::function<void(dao::Data
     database.Execute(u"INSERT INTO cdeInstellingen (InitCode, InitValue) VALUES (\"OnlineYn\", \"-1\")"_s);
     for (const MessageText& message : MessageTexts()) {
       database.Execute(u"INSERT INTO appMessages (MsgNr, MsgTekst, MsgStyle) VALUES ("_s +
-                       QString::number(message.number) + u", " + Literal(message.text) + u", " +
-                       Literal(message.style) + u")");
+                       QString::number(message.number) + u", " + dao::TextLiteral(message.text) + u", " +
+                       dao::TextLiteral(message.style) + u")");
     }
     if (fill) fill(database);
   });
@@ -139,7 +135,7 @@ void CreateLocalDatabase(const QString& path, const std::function<void(dao::Data
 
 void AddStation(dao::Database& localDatabase, qint16 number, const QString& name) {
   localDatabase.Execute(u"INSERT INTO cdeLicenties (LicentieNummer, RadioNaam) VALUES ("_s + QString::number(number) +
-                        u", " + Literal(name) + u")");
+                        u", " + dao::TextLiteral(name) + u")");
 }
 
 void AddStation(const QString& localPath, qint16 number, const QString& name) {

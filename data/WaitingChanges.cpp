@@ -2,7 +2,7 @@
 #include "data/WaitingChanges.h"
 
 #include "data/Globals.h"
-#include "data/KeptStatements.h"
+#include "data/LogQueue.h"
 #include "platform/dao/Database.h"
 
 using namespace Qt::StringLiterals;
@@ -20,8 +20,8 @@ WaitingChanges CountWaitingChanges() {
         if (!IsListStatement(row.Text(0))) ++waiting.changes;
         return true;
       });
-  const int kept = KeptStatementCount();
-  waiting.statements += kept;
-  waiting.changes += kept;
+  const int queued = QueuedStatementCount();
+  waiting.statements += queued;
+  waiting.changes += queued;
   return waiting;
 }

@@ -2,7 +2,7 @@
 #include "data/Writes.h"
 
 #include "data/Globals.h"
-#include "data/KeptStatements.h"
+#include "data/LogQueue.h"
 #include "data/Lookups.h"
 #include "data/OfflineBasis.h"
 #include "data/Statements.h"
@@ -25,14 +25,14 @@ void Execute(const QString& statement, const QString& databasePath) {
 
 // Outcome of the last write procedure that logs.
 struct LastWrite {
-  bool isCarriedOut = false;
+  bool isExecuted = false;
   bool waitsForLog = false;
   std::optional<runtime::Error> uncertain;  // first error that said: done, but may not survive a power cut
 };
 LastWrite lastWrite;
 
-// A statement that may not survive a power cut has been executed, so the procedure continues; Write reports it last.
-void ExecuteOnce(const QString& statement, const QString& databasePath) {
+// After an error that says "done, but may not survive a power cut" the procedure continues; Write reports it last.
+void ExecuteNotingUncertain(const QString& statement, const QString& databasePath) {
   try {
     Execute(statement, databasePath);
   } catch (const runtime::Error& error) {
@@ -41,17 +41,17 @@ void ExecuteOnce(const QString& statement, const QString& databasePath) {
   }
 }
 
-// Keeps the rows that a statement changes, before it is executed.
-basis::Kept KeepBasis(const basis::Target& target, const QString& statement, const QString& logged) {
-  KeepUnloggedStatements();
-  basis::Kept kept;
+// Stores the rows that a statement changes, before it is executed.
+basis::Recorded RecordBasis(const basis::Target& target, const QString& statement, const QString& logged) {
+  QueueUnloggedStatements();
+  basis::Recorded recorded;
   try {
-    basis::Keep(target, statement, logged, kept);
+    basis::Record(target, statement, logged, recorded);
   } catch (const runtime::Error& error) {
     if (!error.IsDone()) throw;
     lastWrite.uncertain = error;
   }
-  return kept;
+  return recorded;
 }
 
 // Runs the body of a write procedure that logs.
@@ -65,71 +65,72 @@ bool Write(const char* procedure, Body&& body) {
   });
 }
 
-// Kept statements are older, so they are logged first.
-bool LogKept() {
+// The statements of the queue are older, so they are logged first.
+bool LogQueued() {
   const bool logged = Trapped("Insert_tblOfflineLog", false, [] {
-    LogKeptStatements();
+    LogQueuedStatements();
     return true;
   });
-  if (logged) Trapped("AppendToAudioList", [] { AddKeptAudioLines(); });
+  if (logged) Trapped("AppendToAudioList", [] { AddQueuedAudioLines(); });
   return logged;
 }
 
 // Where a statement's basis already has the ID of its log row, nothing is written.
-bool NoteLogID(const basis::Kept& kept, qint32 id) {
-  if (kept.logID == id) return true;
+bool NoteLogID(const basis::Recorded& recorded, qint32 id) {
+  if (recorded.logID == id) return true;
   return Trapped("Insert_tblOfflineLog", false, [&] {
-    basis::SetLogID(kept.id, id);
+    basis::SetLogID(recorded.id, id);
     return true;
   });
 }
 
-// Appends a statement to the offline log. Returns false after a failure, which has been shown; the statement is kept.
-bool AppendToLog(const QString& statement, const basis::Kept& kept) {
+// Appends a statement to the offline log. After a failure, which has been shown, returns false; the statement is then
+// in the queue.
+bool AppendToLog(const QString& statement, const basis::Recorded& recorded) {
   std::optional<qint32> id;
-  if (LogKept()) id = GetNewIDIfAny(u"tblOfflineLog"_s, u"ID"_s, global.localDatabasePath);
-  if (id && NoteLogID(kept, *id) && Insert_tblOfflineLog(*id, statement)) return true;
+  if (LogQueued()) id = GetNewIDIfAny(u"tblOfflineLog"_s, u"ID"_s, global.localDatabasePath);
+  if (id && NoteLogID(recorded, *id) && Insert_tblOfflineLog(*id, statement)) return true;
   lastWrite.waitsForLog = true;
-  KeepStatement(statement, id, kept.id);
+  QueueForLog(statement, id, recorded.id);
   return false;
 }
 
 // Executes the statement of a write procedure that logs.
-void CarryOut(const QString& statement, const QString& databasePath) {
-  ExecuteOnce(statement, databasePath);
-  lastWrite.isCarriedOut = true;
+void ExecuteWrite(const QString& statement, const QString& databasePath) {
+  ExecuteNotingUncertain(statement, databasePath);
+  lastWrite.isExecuted = true;
 }
 
-// The same, and logs it as `logged`.
-bool CarryOutAndLog(const basis::Target& target, const QString& statement, const QString& logged) {
-  const basis::Kept kept = KeepBasis(target, statement, logged);
+// Executes it and logs it as `logged`.
+bool ExecuteAndLog(const basis::Target& target, const QString& statement, const QString& logged) {
+  const basis::Recorded recorded = RecordBasis(target, statement, logged);
   try {
-    CarryOut(statement, target.databasePath);
+    ExecuteWrite(statement, target.databasePath);
   } catch (...) {
-    basis::Drop(kept);
+    basis::Drop(recorded);
     throw;
   }
-  return AppendToLog(logged, kept);
+  return AppendToLog(logged, recorded);
 }
 
 // The log has the server table's name in place of the copy table's.
-bool LogUnlessOnline(const basis::Target& target, const QString& statement, const QString& copyTable,
-                     const QString& serverTable) {
-  if (!global.online) return CarryOutAndLog(target, statement, QString(statement).replace(copyTable, serverTable));
-  CarryOut(statement, target.databasePath);
+bool ExecuteAndLogOffline(const basis::Target& target, const QString& statement, const QString& copyTable,
+                          const QString& serverTable) {
+  if (!global.online) return ExecuteAndLog(target, statement, QString(statement).replace(copyTable, serverTable));
+  ExecuteWrite(statement, target.databasePath);
   return true;
 }
 
 bool WriteItems(const basis::Target& target, const QString& statement) {
-  return LogUnlessOnline(target, statement, u"tblCopie_Items"_s, u"tblItems"_s);
+  return ExecuteAndLogOffline(target, statement, u"tblCopie_Items"_s, u"tblItems"_s);
 }
 
 bool WriteItemSpots(const basis::Target& target, const QString& statement) {
-  return LogUnlessOnline(target, statement, u"tblCopie_ItemSpots"_s, u"tblItemSpots"_s);
+  return ExecuteAndLogOffline(target, statement, u"tblCopie_ItemSpots"_s, u"tblItemSpots"_s);
 }
 
 bool WriteItemPingles(const basis::Target& target, const QString& statement) {
-  return LogUnlessOnline(target, statement, u"tblCopie_ItemPingles"_s, u"tblItemPingles"_s);
+  return ExecuteAndLogOffline(target, statement, u"tblCopie_ItemPingles"_s, u"tblItemPingles"_s);
 }
 
 basis::Target RowOf(qint32 id, const QString& databasePath, const QString& table) {
@@ -173,8 +174,8 @@ bool Update_tblItems_Aktief(qint32 id, qint32 aktief, const QString& databasePat
 bool Insert_tblItemsItemSpots(const ItemsItemSpotsRow& row, const QString& databasePath, const QString& table) {
   return Write(__func__, [&] {
     const basis::Target target{databasePath, table, u"ItemID"_s, row.itemID, row.itemSpotOrder};
-    return LogUnlessOnline(target, statements::InsertLink(row, table), u"tblCopie_ItemsItemSpots"_s,
-                           u"tblItemsItemSpots"_s);
+    return ExecuteAndLogOffline(target, statements::InsertLink(row, table), u"tblCopie_ItemsItemSpots"_s,
+                                u"tblItemsItemSpots"_s);
   });
 }
 
@@ -221,15 +222,15 @@ bool Delete_tblBeheer(qint32 id, const QString& table, const QString& keyField, 
   return Write(__func__, [&] {
     const QString statement = statements::Delete(id, table, keyField);
     if (!global.online && IsLoggedDelete(table)) {
-      return CarryOutAndLog({databasePath, table, keyField, id, {}}, statement, DeleteForLog(statement));
+      return ExecuteAndLog({databasePath, table, keyField, id, {}}, statement, DeleteForLog(statement));
     }
-    CarryOut(statement, databasePath);
+    ExecuteWrite(statement, databasePath);
     return true;
   });
 }
 
-bool WasCarriedOut() {
-  return lastWrite.isCarriedOut;
+bool WasExecuted() {
+  return lastWrite.isExecuted;
 }
 
 bool WaitsForLog() {
@@ -245,7 +246,7 @@ bool DeleteAllInTable(const QString& table, const QString& databasePath) {
 
 bool Insert_tblOfflineLog(qint32 id, const QString& statement) {
   return Trapped(__func__, false, [&] {
-    ExecuteOnce(statements::InsertLog(id, statement), global.localDatabasePath);
+    ExecuteNotingUncertain(statements::InsertLog(id, statement), global.localDatabasePath);
     return true;
   });
 }

@@ -10,7 +10,7 @@
 // before and after, data/OfflineBasis.h), and afterwards appends the statement to tblOfflineLog of the local database,
 // with the copy table's name replaced by the server table's. Returns true when all of that succeeded. Otherwise it
 // shows the error in a box titled with its own name and returns false (Reset_... shows nothing). A statement that was
-// executed is not undone: if its log row failed, it is logged later (data/KeptStatements.h). A statement that is
+// executed is not undone: if its log row failed, it is logged later (data/LogQueue.h). A statement that is
 // executed and logged but may not survive a power cut is reported as an error too.
 
 bool Insert_tblItems(const ItemRow& row, const QString& databasePath, const QString& table);
@@ -28,7 +28,7 @@ bool Update_tblItemPingles(const ItemPingleRow& row, const QString& databasePath
 bool Delete_tblBeheer(qint32 id, const QString& table, const QString& keyField, const QString& databasePath);
 
 // Whether the last of these procedures executed its statement, even if it returned false.
-bool WasCarriedOut();
+bool WasExecuted();
 // Whether the log row of that statement could not be written and will be written later.
 bool WaitsForLog();
 

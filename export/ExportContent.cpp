@@ -9,7 +9,7 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr qsizetype kMostNamed = 5;
+constexpr qsizetype kMaxNamed = 5;
 constexpr qsizetype kMaxQuotedLength = 160;       // characters
 constexpr qsizetype kBlock = qsizetype{1} << 20;  // bytes written at once
 }  // namespace
@@ -20,7 +20,7 @@ QString ExportContent::FileName(const QDateTime& moment) {
 
 void AlteredStatements::Add(QStringView statement) {
   ++count;
-  if (first.size() < kMostNamed) first += statement.toString();
+  if (first.size() < kMaxNamed) first += statement.toString();
 }
 
 void ExportContent::AddLog(const QString& localDatabasePath, std::optional<qint32> last) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "export/LogChanges.h"
 
+#include "data/Catalogue.h"
 #include "data/FieldWords.h"
 #include "data/LoggedStatements.h"
 #include "data/WaitingChanges.h"
@@ -95,7 +96,7 @@ class Reader {
   explicit Reader(const QString& localDatabasePath) {
     dao::Database local = dao::OpenDatabase(localDatabasePath);
     for (const QString& table : {u"tblItems"_s, kSpotsTable, kJinglesTable}) {
-      local.Visit(u"SELECT ID, Naam FROM tblCopie_"_s + table.mid(3), [&](const dao::Row& row) {
+      local.Visit(u"SELECT ID, Naam FROM "_s + CopyTableOf(table), [&](const dao::Row& row) {
         names_[{table, row.Field(0).toLongLong()}] = row.Text(1).toString();
         return true;
       });

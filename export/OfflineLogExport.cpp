@@ -2,7 +2,7 @@
 #include "export/OfflineLogExport.h"
 
 #include "data/Globals.h"
-#include "data/KeptStatements.h"
+#include "data/LogQueue.h"
 #include "data/OfflineBasis.h"
 #include "export/ExportBasisFile.h"
 #include "export/ExportRecord.h"
@@ -35,10 +35,10 @@ bool IsLogEmpty(const QString& localDatabasePath) {
 
 // Statements that were executed but could not be logged belong to this export. If they still cannot be logged the
 // export continues: emptying the log may make room.
-void TryLogKeptStatements() {
+void TryLogQueuedStatements() {
   try {
-    KeepUnloggedStatements();
-    LogKeptStatements();
+    QueueUnloggedStatements();
+    LogQueuedStatements();
   } catch (const runtime::Error&) {
     // The caller tries again after emptying the log, and reports the error then.
   }
@@ -100,7 +100,7 @@ void RequireWritable(const QString& databasePath) {
 }  // namespace
 
 QString OfflineLogExport::WriteFile(const QString& folder, SameSecond sameSecond) {
-  TryLogKeptStatements();
+  TryLogQueuedStatements();
   if (IsLogEmpty(localDatabasePath_)) return {};
   RequireWritable(localDatabasePath_);
   QDateTime second = runtime::Now();

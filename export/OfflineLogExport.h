@@ -18,7 +18,7 @@ class ExportBasisFile;
 // leftover record InterruptedExport.h derives how far the export came. Every failure is a runtime::Error.
 //
 // Used by the planning export and by spotrooster-db. The caller holds the program lock (data/ProgramLock.h), settles an
-// interrupted export before, and calls LogKeptStatements (data/KeptStatements.h) afterwards.
+// interrupted export before, and calls LogQueuedStatements (data/LogQueue.h) afterwards.
 class OfflineLogExport {
  public:
   explicit OfflineLogExport(const QString& localDatabasePath) : localDatabasePath_(localDatabasePath) {}

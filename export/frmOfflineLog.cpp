@@ -2,7 +2,7 @@
 #include "export/frmOfflineLog.h"
 
 #include "data/Globals.h"
-#include "data/KeptStatements.h"
+#include "data/LogQueue.h"
 #include "export/ui_frmOfflineLog.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Trapped.h"
@@ -60,9 +60,9 @@ QString CountTextOf(const QList<LogChange>& changes) {
     statements += change.statements.size();
   QString text = Counted(changes.size(), u"wijziging"_s, u"wijzigingen"_s) + u", "_s +
                  Counted(statements, u"opdracht"_s, u"opdrachten"_s) + u" in de volgende export"_s;
-  const int kept = KeptStatementCount();
-  if (kept > 0)
-    text += u"; %1 niet in het logboek"_s.arg(Counted(kept, u"opdracht staat nog"_s, u"opdrachten staan nog"_s));
+  const int queued = QueuedStatementCount();
+  if (queued > 0)
+    text += u"; %1 niet in het logboek"_s.arg(Counted(queued, u"opdracht staat nog"_s, u"opdrachten staan nog"_s));
   return text;
 }
 

@@ -2,7 +2,7 @@
 #include "export/frmPlanningExporteren.h"
 
 #include "data/Globals.h"
-#include "data/KeptStatements.h"
+#include "data/LogQueue.h"
 #include "data/MessageNumbers.h"
 #include "data/Messages.h"
 #include "export/ExportChecks.h"
@@ -143,8 +143,8 @@ void frmPlanningExporteren::Opslaan() {
         global.exported = {path, logExport.StatementCount(), same, SameNumbersWarning(same, path)};
       }
       global.lastResult = EmptyLog(logExport);
-      LogKeptStatements();
-      AddKeptAudioLines();
+      LogQueuedStatements();
+      AddQueuedAudioLines();
       altered = logExport.Altered();
       ui_->imgProgress->SetProgress(1);
       desktop::YieldToEvents();

@@ -10,7 +10,7 @@ using runtime::Presence;
 
 namespace {
 
-constexpr int kMostFiles = 99;
+constexpr int kMaxFiles = 99;
 
 QString TextOf(const std::vector<Presence>& files) {
   const auto in = [&](Presence presence) { return std::count(files.begin(), files.end(), presence); };
@@ -35,7 +35,7 @@ void ExampleFiles::Look(const FileNamePattern& pattern, int count) {
   report_({});
   std::vector<FilePresenceChecker::Request> wanted;
   const QDateTime now = runtime::Now();
-  for (int number = 1; number <= (pattern.severalSpots ? std::clamp(count, 1, kMostFiles) : 1); ++number) {
+  for (int number = 1; number <= (pattern.severalSpots ? std::clamp(count, 1, kMaxFiles) : 1); ++number) {
     const QString path = NumberedFileName(pattern, now, number);
     if (!path.isEmpty()) wanted.push_back({number, path});
   }

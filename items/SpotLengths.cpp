@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr std::size_t kMostLookups = 500;  // more spots are read faster by reading the table
+constexpr std::size_t kMaxLookups = 500;  // more spots are read faster by reading the table
 const QStringList kFields = {u"ID"_s,       u"Path"_s,      u"LengteSec"_s, u"StartDatum"_s,
                              u"StartUur"_s, u"EindDatum"_s, u"EindUur"_s,   u"Aktief"_s};
 
@@ -54,11 +54,11 @@ void SpotLengths::ReadMissing(const controls::ListBox& list) {
   const Catalogue catalogue = CurrentCatalogue();
   const QString fields = kFields.join(u", "_s);
   QString query = u"SELECT "_s + fields + u" FROM " + catalogue.itemSpots;
-  if (missing.size() <= kMostLookups) query += u" WHERE ID IN ("_s + Listed(missing) + u')';
+  if (missing.size() <= kMaxLookups) query += u" WHERE ID IN ("_s + Listed(missing) + u')';
   try {
-    const dao::Prefetch rowsOfSpots(catalogue.databasePath,
-                                    {catalogue.itemSpots, u"ID"_s, kFields,
-                                     missing.size() <= kMostLookups ? missing : std::vector<std::int64_t>()});
+    const dao::Prefetch rowsOfSpots(
+        catalogue.databasePath,
+        {catalogue.itemSpots, u"ID"_s, kFields, missing.size() <= kMaxLookups ? missing : std::vector<std::int64_t>()});
     dao::Database database = dao::OpenDatabase(catalogue.databasePath);
     dao::Recordset rows = database.OpenRecordset(query);
     for (; !rows.Eof(); rows.MoveNext())

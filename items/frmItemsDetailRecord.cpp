@@ -246,21 +246,11 @@ void frmItemsDetail::Opslaan() {
 // With the jingles and spots by their names.
 StoredValues frmItemsDetail::ReadStoredValues() const {
   const Catalogue catalogue = CurrentCatalogue();
-  StoredValues values = ValuesOf(ReadItem(), {{u"Naam"_s, u"Naam"_s},
-                                              {u"ItemSpotsOptID"_s, u"Optie"_s},
-                                              {u"Opt2Directory"_s, u"Directory"_s},
-                                              {u"Opt2VastNaamGedeelte"_s, u"Vast naam-gedeelte"_s},
-                                              {u"Opt2VariabelNaamGedeelte"_s, u"Variabel naam-gedeelte"_s},
-                                              {u"Opt2FormatGedeelte"_s, u"Formaat"_s},
-                                              {u"Opt2Eerstedagvanweek"_s, u"Eerste dag van de week"_s},
-                                              {u"Opt2FileExtensie"_s, u"File-extensie"_s},
-                                              {u"Opt2MixPunt"_s, u"Mixpunt"_s},
-                                              {u"OptMeerdereSpots"_s, u"Meerdere spots"_s},
-                                              {u"AantalSpots"_s, u"Aantal spots"_s},
-                                              {u"MaxAantalSpots"_s, u"Maximum aantal spots"_s},
-                                              {u"ChkRandomizeMeerdereSpots"_s, u"Willekeurige volgorde"_s},
-                                              {u"Aktief"_s, u"Aktief"_s},
-                                              {u"Locked"_s, u"Vergrendeld"_s}});
+  StoredValues values =
+      ValuesOf(ReadItem(), {u"Naam"_s, u"ItemSpotsOptID"_s, u"Opt2Directory"_s, u"Opt2VastNaamGedeelte"_s,
+                            u"Opt2VariabelNaamGedeelte"_s, u"Opt2FormatGedeelte"_s, u"Opt2Eerstedagvanweek"_s,
+                            u"Opt2FileExtensie"_s, u"Opt2MixPunt"_s, u"OptMeerdereSpots"_s, u"AantalSpots"_s,
+                            u"MaxAantalSpots"_s, u"ChkRandomizeMeerdereSpots"_s, u"Aktief"_s, u"Locked"_s});
   if (values.isEmpty()) return values;
   const auto nameOf = [catalogue](const QVariant& id, const QString& table) -> QString {
     if (!runtime::IsNumeric(id)) return u"leeg"_s;

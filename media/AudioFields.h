@@ -7,6 +7,7 @@
 #include "platform/dao/Recordset.h"
 #include "platform/desktop/FileChooser.h"
 
+#include <functional>
 #include <optional>
 
 class AudioPreview;
@@ -71,16 +72,16 @@ class AudioFields : public QObject {
 
   // The first failure, empty if there is none. Shows an error of its own when the database cannot be read.
   std::optional<Refusal> Check() const;
-  // Throws runtime::Error when another user removed the record.
-  void RequireStillThere() const;
   QString PathToSave() const;
   QString NaamToSave() const;
   qint32 LengteSecToSave() const;
   qint32 MixPuntToSave() const;
   qint32 AktiefToSave() const;
-  // After the record was written: adds its path to the list of audio files if the user chose a file, or for a new
-  // record. Throws runtime::Error; the next call tries again.
-  void AddToAudioList(bool wasNew);
+  // Writes the record with `write`, as EditorForm::WriteRecord and with its result, and then adds its path to the list
+  // of audio files if the user chose a file, or for a new record. Throws runtime::Error, also when the record was not
+  // read completely or another user removed it; a path that could not be added is added by the next call.
+  std::optional<bool> Write(
+      const std::function<bool(qint32 id, const QString& databasePath, const QString& table)>& write);
 
  Q_SIGNALS:
   void changed();
@@ -91,6 +92,8 @@ class AudioFields : public QObject {
 
  private:
   bool IsDuplicateCode() const;
+  void RequireStillThere() const;
+  void AddToAudioList(bool wasNew);
 
   void Form_DropFiles(const QStringList& files);
   void cmdPath_Click();

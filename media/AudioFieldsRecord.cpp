@@ -3,12 +3,13 @@
 #include "data/AudioList.h"
 #include "data/AudioRules.h"
 #include "data/Catalogue.h"
-#include "data/KeptStatements.h"
+#include "data/LogQueue.h"
 #include "data/Text.h"
 #include "data/Writes.h"
 #include "media/AudioFields.h"
 #include "media/AudioPreview.h"
 #include "platform/dao/Database.h"
+#include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trapped.h"
@@ -105,6 +106,20 @@ bool AudioFields::IsDuplicateCode() const {
   });
 }
 
+std::optional<bool> AudioFields::Write(
+    const std::function<bool(qint32 id, const QString& databasePath, const QString& table)>& write) {
+  editor_.RequireLoaded();
+  const desktop::WaitPointer wait;
+  RequireStillThere();
+  const bool wasNew = editor_.IsNew();
+  const QString databasePath = CurrentCatalogue().databasePath;
+  const QString table = TableName();
+  const auto succeeded =
+      editor_.WriteRecord(databasePath, table, [&](qint32 id) { return write(id, databasePath, table); });
+  if (succeeded) AddToAudioList(wasNew);
+  return succeeded;
+}
+
 void AudioFields::RequireStillThere() const {
   if (editor_.IsNew() || !ReadRecord().Eof()) return;
   throw runtime::Error(
@@ -115,6 +130,6 @@ void AudioFields::AddToAudioList(bool wasNew) {
   pathChanged_ = pathChanged_ || wasNew;
   const bool waitsForLog = WaitsForLog();
   if (pathChanged_ && !waitsForLog) AppendToAudioList(PathToSave());
-  // The line of a kept statement is added when that statement is logged.
-  if (pathChanged_) pathChanged_ = waitsForLog && !KeepAudioPath(PathToSave());
+  // The line of a queued statement is added when that statement is logged.
+  if (pathChanged_) pathChanged_ = waitsForLog && !QueueAudioPath(PathToSave());
 }

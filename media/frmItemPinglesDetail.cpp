@@ -6,7 +6,6 @@
 #include "data/Writes.h"
 #include "media/AudioPreview.h"
 #include "media/ControlsOf.h"
-#include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Trapped.h"
 #include "ui_frmItemPinglesDetail.h"
 
@@ -61,30 +60,18 @@ bool frmItemPinglesDetail::OpslaanProceed() {
 }
 
 StoredValues frmItemPinglesDetail::ReadStoredValues() const {
-  return ValuesOf(fields_.ReadRecord(), {{u"Path"_s, u"Path"_s},
-                                         {u"Naam"_s, u"Naam"_s},
-                                         {u"LengteSec"_s, u"Lengte"_s},
-                                         {u"StartPunt"_s, u"Startpunt"_s},
-                                         {u"Mixpunt"_s, u"Outtromix"_s},
-                                         {u"Aktief"_s, u"Aktief"_s}});
+  return ValuesOf(fields_.ReadRecord(),
+                  {u"Path"_s, u"Naam"_s, u"LengteSec"_s, u"StartPunt"_s, u"Mixpunt"_s, u"Aktief"_s});
 }
 
 // Dirty until every step succeeded: after a failure the form stays open with the user's input.
 void frmItemPinglesDetail::Opslaan() {
   Trapped(__func__, [&] {
     isDirty_ = true;
-    RequireLoaded();
-    const desktop::WaitPointer wait;
-    fields_.RequireStillThere();
-    const bool wasNew = isNew_;
-    const Catalogue catalogue = CurrentCatalogue();
-    const auto succeeded = WriteRecord(catalogue.databasePath, catalogue.itemPingles, [&](qint32 id) {
-      const auto write = isNew_ ? Insert_tblItemPingles : Update_tblItemPingles;
-      return write(RowToSave(id), catalogue.databasePath, catalogue.itemPingles);
+    const auto succeeded = fields_.Write([this](qint32 id, const QString& databasePath, const QString& table) {
+      return (isNew_ ? Insert_tblItemPingles : Update_tblItemPingles)(RowToSave(id), databasePath, table);
     });
-    if (!succeeded) return;
-    fields_.AddToAudioList(wasNew);
-    isDirty_ = !*succeeded;
+    if (succeeded) isDirty_ = !*succeeded;
   });
 }
 

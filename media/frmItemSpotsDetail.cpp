@@ -11,7 +11,6 @@
 #include "media/ControlsOf.h"
 #include "media/ValidityRemark.h"
 #include "platform/audio/AudioPlayer.h"
-#include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Dates.h"
 #include "platform/runtime/Numbers.h"
@@ -164,16 +163,8 @@ bool frmItemSpotsDetail::ValidityProceed() {
 }
 
 StoredValues frmItemSpotsDetail::ReadStoredValues() const {
-  return ValuesOf(fields_.ReadRecord(), {{u"Path"_s, u"Path"_s},
-                                         {u"Naam"_s, u"Naam"_s},
-                                         {u"LengteSec"_s, u"Lengte"_s},
-                                         {u"StartPunt"_s, u"Startpunt"_s},
-                                         {u"Mixpunt"_s, u"Outtromix"_s},
-                                         {u"StartDatum"_s, u"Startdatum"_s},
-                                         {u"StartUur"_s, u"Startuur"_s},
-                                         {u"EindDatum"_s, u"Einddatum"_s},
-                                         {u"EindUur"_s, u"Einduur"_s},
-                                         {u"Aktief"_s, u"Aktief"_s}});
+  return ValuesOf(fields_.ReadRecord(), {u"Path"_s, u"Naam"_s, u"LengteSec"_s, u"StartPunt"_s, u"Mixpunt"_s,
+                                         u"StartDatum"_s, u"StartUur"_s, u"EindDatum"_s, u"EindUur"_s, u"Aktief"_s});
 }
 
 void frmItemSpotsDetail::EmptyFields() {
@@ -188,17 +179,10 @@ void frmItemSpotsDetail::EmptyFields() {
 void frmItemSpotsDetail::Opslaan() {
   Trapped(__func__, [&] {
     isDirty_ = true;
-    RequireLoaded();
-    const desktop::WaitPointer wait;
-    fields_.RequireStillThere();
-    const bool wasNew = isNew_;
-    const Catalogue catalogue = CurrentCatalogue();
-    const auto succeeded = WriteRecord(catalogue.databasePath, catalogue.itemSpots, [&](qint32 id) {
-      const auto write = isNew_ ? Insert_tblItemSpots : Update_tblItemSpots;
-      return write(RowToSave(id), catalogue.databasePath, catalogue.itemSpots);
+    const auto succeeded = fields_.Write([this](qint32 id, const QString& databasePath, const QString& table) {
+      return (isNew_ ? Insert_tblItemSpots : Update_tblItemSpots)(RowToSave(id), databasePath, table);
     });
     if (!succeeded) return;
-    fields_.AddToAudioList(wasNew);
     isDirty_ = !*succeeded;
     NoteSavedTimes(TimesOnScreen());
   });

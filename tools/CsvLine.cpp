@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr double kMostFixed = 1e15;  // above this, exponent notation is shorter
+constexpr double kMaxFixed = 1e15;  // above this, exponent notation is shorter
 constexpr double kLeastFixed = 1e-5;
 constexpr std::int64_t kMillisecondsADay = 86'400'000;
 constexpr double kFirstDay = -657434;  // 1-1-100
@@ -45,7 +45,7 @@ void CsvLine::AddWhole(std::int64_t number) {
 void CsvLine::AddNumber(double number) {
   Separate();
   const double magnitude = std::abs(number);
-  const bool fixed = magnitude == 0 || (magnitude >= kLeastFixed && magnitude < kMostFixed);
+  const bool fixed = magnitude == 0 || (magnitude >= kLeastFixed && magnitude < kMaxFixed);
   AppendNumber(text_, number, fixed ? std::chars_format::fixed : std::chars_format::scientific);
 }
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "data/Globals.h"
-#include "data/KeptStatements.h"
+#include "data/LogQueue.h"
 #include "data/ProgramLock.h"
 #include "data/Text.h"
 #include "export/ExportChecks.h"
@@ -57,8 +57,8 @@ int Export(const Arguments& arguments, const Streams& streams) {
   const QString path = logExport.WriteFile(folder);
   logExport.EmptyLog();
   if (!path.isEmpty()) ReportExport(path, logExport, streams);
-  LogKeptStatements();
-  AddKeptAudioLines();
+  LogQueuedStatements();
+  AddQueuedAudioLines();
   return kDone;
 }
 

@@ -37,11 +37,11 @@ std::unique_ptr<ProgramLock> LocalFolder::Lock() const {
   return IsLocal() ? std::make_unique<ProgramLock>(folder_) : nullptr;
 }
 
-void LocalFolder::BackUp(const Arguments& arguments) const {
+void LocalFolder::BackUp(const Arguments& arguments, const QString& keep) const {
   // The program folder is the parent of "data".
   if (arguments.Has(kWithoutBackup) || !BackupsEnabled(QFileInfo(folder_).absolutePath() + u"/ovalis.ini"_s)) return;
   try {
-    ::BackUp(databasePath_, arguments.Value(kPassword));
+    ::BackUp(databasePath_, arguments.Value(kPassword), keep);
   } catch (const runtime::Error& error) {
     throw runtime::Error(
         u"Er kon vooraf geen reservekopie van '%1' gemaakt worden, dus is er niets veranderd.\n%2\n"

@@ -27,7 +27,8 @@ class LocalFolder {
 
   // A dated copy of the database before it is changed, unless the settings of its program folder turn copies off or the
   // user declines one (kWithoutBackup). When the copy cannot be made, throws an Error that mentions that option.
-  void BackUp(const Arguments& arguments) const;
+  // Deletes expired copies, except `keep`: the path of one that the command reads afterwards.
+  void BackUp(const Arguments& arguments, const QString& keep = {}) const;
 
   // Whether it is a local database.
   bool IsLocal() const;

@@ -55,7 +55,7 @@ Located Locate(const MissingAudio& sound, const AudioSearch& search) {
 // After an error the path may be written all the same; the error itself was shown.
 QString WriteOutcome(bool succeeded) {
   if (WaitsForLog()) return u"geschreven (nog niet in het logboek)"_s;
-  return succeeded || WasCarriedOut() ? u"geschreven"_s : u"niet geschreven"_s;
+  return succeeded || WasExecuted() ? u"geschreven"_s : u"niet geschreven"_s;
 }
 
 void ShowLine(const MissingAudio& sound, const Located& located, std::ostream& out) {

@@ -3,7 +3,7 @@
 
 #include "data/AudioList.h"
 #include "data/Catalogue.h"
-#include "data/KeptStatements.h"
+#include "data/LogQueue.h"
 #include "data/ReadRows.h"
 #include "data/Writes.h"
 #include "platform/dao/Database.h"
@@ -59,8 +59,8 @@ bool UpdatePath(MissingAudio& sound, const QString& path) {
           ? Update_tblItemSpots(std::get<ItemSpotRow>(sound.row), catalogue.databasePath, catalogue.itemSpots)
           : Update_tblItemPingles(std::get<ItemPingleRow>(sound.row), catalogue.databasePath, catalogue.itemPingles);
   if (WaitsForLog()) {
-    KeepAudioPath(path);
-  } else if (WasCarriedOut()) {
+    QueueAudioPath(path);
+  } else if (WasExecuted()) {
     AppendToAudioList(path);
   }
   return written;

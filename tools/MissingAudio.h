@@ -26,6 +26,6 @@ QList<MissingAudio> FindMissingAudio();
 
 // Gives the record another path (path text) through the write layer and adds the line to Audio.tae, as its editor
 // would. False after an error, which was reported:
-// WasCarriedOut and WaitsForLog (data/Writes.h) show whether the path is written. Throws runtime::Error when the line
+// WasExecuted and WaitsForLog (data/Writes.h) show whether the path is written. Throws runtime::Error when the line
 // cannot be added.
 bool UpdatePath(MissingAudio& sound, const QString& path);

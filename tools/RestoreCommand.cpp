@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "data/Catalogue.h"
 #include "platform/dao/RestoreTables.h"
 #include "platform/runtime/Error.h"
 #include "tools/Commands.h"
@@ -31,10 +32,8 @@ void RefuseItself(const QString& backup, const QString& database) {
 
 // The rows of a server table are in a local backup under the name of its copy, and the other way round.
 QString SourceOf(const QString& table, const QStringList& inBackup) {
-  const QString copy = u"tblCopie_"_s;
-  const QString plain = u"tbl"_s;
-  const bool isCopy = table.startsWith(copy, Qt::CaseInsensitive);
-  const QString other = isCopy ? plain + table.mid(copy.size()) : copy + table.mid(plain.size());
+  const QString server = ServerTableOf(table);
+  const QString other = server == table ? CopyTableOf(table) : server;
   const bool useOther = !inBackup.contains(table, Qt::CaseInsensitive) && inBackup.contains(other, Qt::CaseInsensitive);
   return useOther ? other : table;
 }
@@ -57,7 +56,7 @@ int Restore(const Arguments& arguments, const Streams& streams) {
   RefuseItself(backup, database);
   const LocalFolder folder(database);
   const auto lock = folder.Lock();
-  folder.BackUp(arguments);
+  folder.BackUp(arguments, backup);
   streams.out << dao::RestoreTables(backup, database, WithSources(tables, backup)) << '\n';
   return kDone;
 }

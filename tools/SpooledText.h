@@ -18,7 +18,7 @@ class SpooledText {
   SpooledText& operator=(SpooledText&&) = delete;
 
   void Add(std::string_view text);
-  // A jet::Error when the temporary file cannot be read.
+  // Throws jet::Error when the temporary file cannot be read.
   void WriteTo(std::ostream& out) const;
   std::uint64_t InFile() const { return inFile_; }  // bytes
 

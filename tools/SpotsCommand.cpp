@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kMostDays = 36500;
+constexpr int kMaxDays = 36500;
 
 bool EndsWithin(const SpotFacts& spot, QDate today, int days) {
   if (!spot.aktief || !spot.eindDatum) return false;
@@ -41,7 +41,7 @@ dao::Recordset SpotsOf(const Arguments& arguments, const Streams& streams) {
 }
 
 int ListSpots(const Arguments& arguments, const Streams& streams) {
-  const std::optional<int> days = arguments.Number(u"--ending"_s, kMostDays);
+  const std::optional<int> days = arguments.Number(u"--ending"_s, kMaxDays);
   dao::Recordset rows = SpotsOf(arguments, streams);
   const QDateTime now = runtime::Now();
   WriteCsvLine({u"ID"_s, u"Naam"_s, u"StartDatum"_s, u"EindDatum"_s, u"Toestand"_s, u"Path"_s}, streams.out);

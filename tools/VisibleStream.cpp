@@ -38,8 +38,8 @@ int VisibleBuffer::sync() {
 bool VisibleBuffer::Take(unsigned char byte) {
   if (length_ > 0) {
     // A carriage return is harmless only before a line break: alone it would overwrite the line.
-    const bool goesOn = character_[0] == kCarriageReturn ? byte == '\n' : IsContinuation(byte);
-    if (!goesOn && !ShowBytes()) return false;
+    const bool isExpected = character_[0] == kCarriageReturn ? byte == '\n' : IsContinuation(byte);
+    if (!isExpected && !ShowBytes()) return false;
   }
   if (length_ == 0) wanted_ = byte == kCarriageReturn ? 2 : LengthOf(byte);
   character_.at(length_++) = byte;

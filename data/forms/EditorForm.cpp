@@ -25,7 +25,8 @@ void EditorForm::Form_Load() {
     const desktop::WaitPointer wait;
     ReadSelectedID();
     InitForm();
-    if (!isNew_) ReadStored();  // before FillForm: a change between the two is asked about, not lost
+    // Before FillForm: a change between the two is asked about, not lost.
+    unreadReason_ = isNew_ ? QString() : ReadStored();
     FillForm();
     InitControls();
     InitCommands();
@@ -43,12 +44,14 @@ void EditorForm::MarkLoaded() {
   loaded_ = true;
 }
 
-// A record that is removed meanwhile, or cannot be read, is reported when it is saved.
-void EditorForm::ReadStored() noexcept {
+// Shows no error: FillForm, which reads the same record, shows its own.
+QString EditorForm::ReadStored() {
+  stored_.clear();
   try {
     stored_ = ReadStoredValues();
-  } catch (const runtime::Error&) {
-    stored_.clear();
+    return {};
+  } catch (const runtime::Error& error) {
+    return error.Description();
   }
 }
 
@@ -79,6 +82,11 @@ void EditorForm::RequireLoaded() const {
   if (!isNew_ && !(loaded_ && complete_)) {
     throw runtime::Error(u"Dit record kon bij het openen niet in zijn geheel gelezen worden. Er is niets bewaard."_s);
   }
+  if (!isNew_ && !unreadReason_.isEmpty()) {
+    throw runtime::Error(
+        u"Dit record kon bij het openen niet in zijn geheel gelezen worden. Er is niets bewaard. Open het opnieuw.\n%1"_s
+            .arg(unreadReason_));
+  }
 }
 
 std::optional<bool> EditorForm::WriteRecord(const QString& databasePath, const QString& table,
@@ -87,7 +95,7 @@ std::optional<bool> EditorForm::WriteRecord(const QString& databasePath, const Q
   const std::optional<qint32> id = isNew_ ? GetNewIDIfAny(table, table + u".ID", databasePath) : id_;
   if (!id) return std::nullopt;
   const bool succeeded = write(*id);
-  if (!WasCarriedOut()) return std::nullopt;
+  if (!WasExecuted()) return std::nullopt;
   id_ = *id;
   isNew_ = false;
   written_ = true;
@@ -102,7 +110,8 @@ bool EditorForm::Accept(const std::optional<Refusal>& refusal) {
   return false;
 }
 
-// A form that stays open after a failure is compared with what it has written.
+// A form that stays open after a failure is compared with what it has written; where that cannot be read now, the next
+// save compares nothing: it must complete what this one began.
 void EditorForm::Save() {
   written_ = refilled_ = false;
   Opslaan();

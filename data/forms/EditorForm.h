@@ -22,6 +22,19 @@ class EditorForm : public Form {
   bool IsNew() const { return isNew_; }
   qint32 ID() const { return id_; }
 
+  // Opslaan, or the part of the editor to which it leaves the writing, calls these two.
+  //
+  // Throws runtime::Error unless an existing record was read completely: saving would overwrite the missing parts with
+  // empty values, or another workstation's change without a question.
+  void RequireLoaded() const;
+  // Writes the record with `write`, under its ID or a new ID of the table. Throws runtime::Error. Returns
+  // * the result of `write` when the record was written; id_ and isNew_ are then up to date;
+  // * nothing when `write` failed before it executed its statement, or no new ID was found (both were shown);
+  // * nothing when another workstation changed the record and the user chose that version (the form is filled with it
+  //   and stays open) or cancelled.
+  std::optional<bool> WriteRecord(const QString& databasePath, const QString& table,
+                                  const std::function<bool(qint32 id)>& write);
+
  protected:
   virtual void InitForm() = 0;
   virtual void FillForm() = 0;
@@ -60,17 +73,6 @@ class EditorForm : public Form {
   void MarkLoaded();
   // Called when a part of the record could not be read.
   void MarkIncomplete() { complete_ = false; }
-  // Throws runtime::Error unless an existing record was read completely: saving would overwrite the missing parts with
-  // empty values.
-  void RequireLoaded() const;
-
-  // Writes the record with `write`, under its ID or a new ID of the table. Throws runtime::Error. Returns
-  // * the result of `write` when the record was written; id_ and isNew_ are then up to date;
-  // * nothing when `write` failed before it executed its statement, or no new ID was found (both were shown);
-  // * nothing when another workstation changed the record and the user chose that version (the form is filled with it
-  //   and stays open) or cancelled.
-  std::optional<bool> WriteRecord(const QString& databasePath, const QString& table,
-                                  const std::function<bool(qint32 id)>& write);
 
   bool isDirty_ = false;
   bool isNew_ = false;
@@ -80,8 +82,8 @@ class EditorForm : public Form {
   // A numeric gstrSelectedID selects that record; anything else means a new one, with ID 0.
   void ReadSelectedID();
 
-  // Reads the values with which the record is compared when it is saved.
-  void ReadStored() noexcept;
+  // Reads the values with which the record is compared when it is saved. Returns why that failed, else an empty text.
+  QString ReadStored();
   void Save();
   // Whether the record may be updated; asks when another workstation changed it.
   bool MayUpdate();
@@ -91,6 +93,7 @@ class EditorForm : public Form {
   bool written_ = false;   // the current save wrote the record, though perhaps not everything that belongs to it
   bool refilled_ = false;  // the current save filled the form again, so the form stays open
   StoredValues stored_;    // of the record as it was read or written last
+  QString unreadReason_;   // why stored_ could not be read at opening; empty when it was
   bool complete_ = true;
 };
 

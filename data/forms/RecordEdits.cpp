@@ -6,7 +6,7 @@
 #include "data/Catalogue.h"
 #include "data/Globals.h"
 #include "data/ItemRules.h"
-#include "data/KeptStatements.h"
+#include "data/LogQueue.h"
 #include "data/Lookups.h"
 #include "data/Messages.h"
 #include "data/ReadRows.h"
@@ -63,14 +63,14 @@ Duplicated InsertCopy(Row row, Insert insert, const Catalogue& catalogue, const 
   if (!id) return {};
   row.id = *id;
   const bool written = insert(row, catalogue.databasePath, table);
-  if (!WasCarriedOut()) return {OutcomeOf(written)};
+  if (!WasExecuted()) return {OutcomeOf(written)};
   return {OutcomeOf(written), row.id, row.naam};
 }
 
 // The record exists already, so an error is shown here.
 bool ListPath(const QString& path) {
   return runtime::Trapped(__func__, false, [&] {
-    if (WaitsForLog()) return KeepAudioPath(path);
+    if (WaitsForLog()) return QueueAudioPath(path);
     AppendToAudioList(path);
     return true;
   });

@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "data/forms/StoredValues.h"
 
+#include "data/FieldWords.h"
 #include "data/Messages.h"
-#include "platform/runtime/Numbers.h"
-
-#include <QDateTime>
 
 using namespace Qt::StringLiterals;
 
@@ -12,25 +10,14 @@ namespace {
 
 constexpr int kStyleYesNoCancelDefaultCancel = 3 + 32 + 512;  // with the question icon
 
-bool IsYesNo(const QString& field) {
-  return field == u"Aktief"_s || field == u"Locked"_s || field == u"OptMeerdereSpots"_s || field.startsWith(u"Chk"_s);
-}
-
-QString TextOf(const QString& field, const QVariant& value) {
-  if (value.isNull() || value.toString().isEmpty()) return u"leeg"_s;
-  if (value.typeId() == QMetaType::QDateTime) return value.toDateTime().toString(u"dd-MM-yyyy"_s);
-  if (IsYesNo(field)) return value.toInt() != 0 ? u"ja"_s : u"nee"_s;
-  return value.toString();
-}
-
 }  // namespace
 
-StoredValues ValuesOf(const dao::Recordset& row, const QList<LabelledField>& fields) {
+StoredValues ValuesOf(const dao::Recordset& row, const QStringList& fields) {
   StoredValues values;
   if (row.Eof()) return values;
-  for (const auto& [field, label] : fields) {
+  for (const QString& field : fields) {
     const QVariant value = row.Field(field);
-    values += {label, value, [field = field, value] { return TextOf(field, value); }};
+    values += {FieldWord(field), value, [field, value] { return ValueWord(field, value); }};
   }
   return values;
 }

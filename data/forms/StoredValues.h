@@ -4,8 +4,8 @@
 #include "platform/dao/Recordset.h"
 
 #include <QList>
-#include <QPair>
 #include <QString>
+#include <QStringList>
 #include <QVariant>
 
 #include <functional>
@@ -20,12 +20,9 @@ struct StoredValue {
 };
 using StoredValues = QList<StoredValue>;
 
-// A field of a table and its label. Aktief, Locked, OptMeerdereSpots and fields whose name begins with Chk are shown as
-// "ja" or "nee".
-using LabelledField = QPair<QString, QString>;
-
-// The values of the current row, in the order of the fields.
-StoredValues ValuesOf(const dao::Recordset& row, const QList<LabelledField>& fields);
+// The values of the current row, in the order of the fields, with the labels and texts of data/FieldWords.h. Empty when
+// there is no row. Throws runtime::Error.
+StoredValues ValuesOf(const dao::Recordset& row, const QStringList& fields);
 
 enum class ChangedRecord {
   Unchanged,  // nothing was asked

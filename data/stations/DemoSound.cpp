@@ -3,9 +3,9 @@
 
 #include "platform/audio/Measure.h"
 #include "platform/audio/Synth.h"
-#include "platform/runtime/Error.h"
+#include "platform/runtime/FileCalls.h"
 
-#include <QDir>
+#include <QFile>
 #include <QtConcurrentMap>
 
 #include <string>
@@ -41,11 +41,8 @@ Sound Plan(const QString& path, int seconds, quint32 seed, audio::ToneOptions::K
 }  // namespace
 
 void MakeSounds(QList<Spot>& spots, QList<Jingle>& jingles, const QString& hostFolder, const QString& audioText) {
-  for (const QString& name : {u"Spots"_s, u"Jingles"_s, u"Blokken"_s}) {
-    if (!QDir().mkpath(hostFolder + u'/' + name)) {
-      throw runtime::Error(u"Kan de map '%1' niet maken."_s.arg(hostFolder + u'/' + name));
-    }
-  }
+  for (const QString& name : {u"Spots"_s, u"Jingles"_s, u"Blokken"_s})
+    runtime::MakeFolders(hostFolder + u'/' + name);
   QList<Sound> sounds;
   for (const Spot& spot : spots) {
     sounds += Plan(HostFile(hostFolder, spot.file), spot.seconds, static_cast<quint32>(spot.row.id),

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "data/stations/DemoStation.h"
 
+#include "data/Catalogue.h"
 #include "data/Statements.h"
 #include "data/stations/DemoCatalogue.h"
 #include "data/stations/DemoSound.h"
@@ -46,8 +47,8 @@ void Fill(const QString& path, const Contents& contents, const QString& prefix) 
 }
 
 void FillStation(const ProgramFolder& folder, qint16 number, const Contents& contents) {
-  Fill(folder.ServerDatabase(number), contents, u"tbl"_s);
-  Fill(folder.LocalDatabase(number), contents, u"tblCopie_"_s);
+  Fill(folder.ServerDatabase(number), contents, kServerTablePrefix);
+  Fill(folder.LocalDatabase(number), contents, kCopyTablePrefix);
 }
 
 // The second station has a part of the first one's contents.

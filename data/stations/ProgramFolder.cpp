@@ -8,7 +8,6 @@
 #include "platform/runtime/FileCalls.h"
 #include "platform/runtime/TextFile.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -38,10 +37,6 @@ QString Numbered(const QString& name, qint16 number) {
   return name + (number == 0 ? QString() : QString::number(number)) + u".mdb";
 }
 
-void MakeFolder(const QString& path) {
-  if (!QDir().mkpath(path)) throw runtime::Error(u"Kan de map '%1' niet maken."_s.arg(path));
-}
-
 bool HasStation(const QString& localDatabase, qint16 number) {
   dao::Database database = dao::OpenDatabase(localDatabase, {.readOnly = true});
   return !database
@@ -54,7 +49,7 @@ bool HasStation(const QString& localDatabase, qint16 number) {
 
 ProgramFolder::ProgramFolder(const QString& hostPath) : path_(QFileInfo(hostPath).absoluteFilePath()) {
   for (const QString& name : {u"data"_s, u"server"_s, u"export"_s})
-    MakeFolder(path_ + u'/' + name);
+    runtime::MakeFolders(path_ + u'/' + name);
   const QString settings = path_ + u"/ovalis.ini";
   if (!QFile::exists(settings)) runtime::WriteFile(settings, kSettings);
 }

@@ -11,16 +11,16 @@
 #include <functional>
 #include <vector>
 
-// Exports of the offline log, carried out on the shared database: each file whole, once, in a transaction. What two
-// planners changed to different values waits for a person (Conflicts.h); all else goes through. Paths are path texts; a
-// database is a file or the address of a schema on a server. Every failure is a runtime::Error, and nothing was changed
-// by the file that it is about.
+// Applies exports of the offline log to the shared database: each file as a whole, once, in one transaction. A field
+// that two planners changed to different values waits for a decision (Conflicts.h); everything else is applied. Paths
+// are path texts; a database is a file or the address of a schema on a server. Every failure is a runtime::Error; then
+// nothing of that file was applied.
 namespace apply {
 
 struct Options {
   QString source;           // name of the workstation that made the exports; empty: what each file says (SourceOf)
   QString who;              // by whom, for the ledger
-  bool outOfOrder = false;  // also a file that is older than one of this workstation that was processed
+  bool outOfOrder = false;  // also a file that is older than one of the same workstation that was applied already
   // Called now and then with the statements that are done and their number.
   std::function<void(int done, int all)> progress;
 };
@@ -28,16 +28,16 @@ struct Options {
 // What would happen, file after file. Changes nothing; takes the writer's turn for a moment.
 std::vector<Result> Plan(const QString& database, const std::vector<ExportFile>& files, const Options& options);
 
-// Carries out files in their order, all in one transaction: after an error nothing of any was. A file that was
-// processed before changes nothing, and its result says so.
+// Applies files in their order, all in one transaction: after an error nothing of any file was applied. A file that was
+// applied before changes nothing, and its result says so.
 std::vector<Result> CarryOut(const QString& database, const std::vector<ExportFile>& files, const Options& options);
 Result CarryOut(const QString& database, const ExportFile& file, const Options& options);
 
-// The workstation that a file's basis tells: its computer and program folder. Empty without one, and for the bases of
-// an earlier version that tell only a drive, the same for every program folder of the computer.
+// The workstation that a file's basis names: computer and program folder. Empty without a basis, and for a basis of an
+// earlier version that names only a drive, which is the same for every program folder of the computer.
 QString SourceOf(const ExportFile& file);
 
-// The order in which files are carried out: by the stamps in their names, those without one last.
+// Sorts files into the order in which they are applied: by the stamps in their names, those without one last.
 void SortByStamp(std::vector<ExportFile>& files);
 
 }  // namespace apply

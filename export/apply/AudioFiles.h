@@ -10,7 +10,7 @@ namespace apply {
 struct AudioFiles {
   QStringList copied;
   QStringList present;    // a file of that name and content is in the folder
-  QStringList different;  // a file of that name and another content is; it is left as it is
+  QStringList different;  // a file of that name but other content is in the folder; it is not replaced
   QStringList missing;    // not found, or its drive is not known here
 
   QString Summary() const;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "export/apply/CatalogueTables.h"
 
+#include "data/Catalogue.h"
 #include "data/Schema.h"
 
 #include <array>
@@ -12,16 +13,15 @@ namespace {
 
 struct Names {
   QString server;
-  QString copy;
   QString word;
   QStringList fields;
 };
 
 std::array<Names, 4> MakeNames() {
-  std::array<Names, 4> names{{{u"tblItems"_s, u"tblCopie_Items"_s, u"item"_s, {}},
-                              {u"tblItemSpots"_s, u"tblCopie_ItemSpots"_s, u"item-spot"_s, {}},
-                              {u"tblItemPingles"_s, u"tblCopie_ItemPingles"_s, u"jingle"_s, {}},
-                              {u"tblItemsItemSpots"_s, u"tblCopie_ItemsItemSpots"_s, u"spotlijst van item"_s, {}}}};
+  std::array<Names, 4> names{{{u"tblItems"_s, u"item"_s, {}},
+                              {u"tblItemSpots"_s, u"item-spot"_s, {}},
+                              {u"tblItemPingles"_s, u"jingle"_s, {}},
+                              {u"tblItemsItemSpots"_s, u"spotlijst van item"_s, {}}}};
   for (const dao::TableDef& table : schema::ServerTables()) {
     for (Names& one : names) {
       if (one.server != table.name) continue;
@@ -43,7 +43,7 @@ QString NameOf(Table table) {
   return Of(table).server;
 }
 QString CopyNameOf(Table table) {
-  return Of(table).copy;
+  return CopyTableOf(Of(table).server);
 }
 QString WordFor(Table table) {
   return Of(table).word;

@@ -26,8 +26,8 @@ enum class Reason {
 
 enum class Side { Server, Offline };
 
-// One record that waits for a person, or did: its versions as the workstation and the server had them. A version
-// without a row means that the record was deleted there.
+// A record with a conflict, decided or not, in the versions of the workstation and of the server. A version without a
+// row means that the record was deleted there.
 struct Conflict {
   qint64 id = 0;      // of this conflict
   qint64 fileID = 0;  // of the export in tblVerwerkt

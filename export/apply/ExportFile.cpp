@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 namespace apply {
 namespace {
 
-constexpr qint64 kMostBytes = qint64{64} << 20;
+constexpr qint64 kMaxBytes = qint64{64} << 20;
 constexpr qsizetype kStampLength = 14;
 
 QString FileNameOf(const QString& path) {
@@ -75,7 +75,7 @@ ExportFile ReadExport(const QString& path) {
   file.path = path;
   file.name = FileNameOf(path);
   file.stamp = StampOf(file.name);
-  const QByteArray content = runtime::ReadFile(path, kMostBytes);
+  const QByteArray content = runtime::ReadFile(path, kMaxBytes);
   file.statements = ParseExport(content, path);
   file.digest = ContentDigest::Of(content);
   if (runtime::Probe(basis::PathOf(path)) == runtime::Presence::There) {

@@ -189,8 +189,8 @@ class Parser {
     const QByteArrayView expected(text);
     const bool isThere = QByteArrayView(content_).sliced(at_).startsWith(expected);
     const qsizetype end = at_ + expected.size();
-    const bool goesOn = IsWordByte(expected.back()) && end < content_.size() && IsWordByte(content_[end]);
-    if (!isThere || goesOn) Fail(u"hier hoort '%1'"_s.arg(QLatin1StringView(expected)));
+    const bool isLonger = IsWordByte(expected.back()) && end < content_.size() && IsWordByte(content_[end]);
+    if (!isThere || isLonger) Fail(u"hier hoort '%1'"_s.arg(QLatin1StringView(expected)));
     at_ = end;
   }
 

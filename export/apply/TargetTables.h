@@ -42,7 +42,7 @@ class TargetTables {
 
   const dao::TableDef& Definition(Table table) const { return definitions_[static_cast<std::size_t>(table)]; }
   QStringList FieldNames(Table table) const;
-  // The place of a field; a runtime::Error when the target does not have it.
+  // The place of a field. Throws runtime::Error when the target does not have it.
   std::size_t Place(Table table, const QString& field) const;
   std::optional<std::size_t> FindPlace(Table table, const QString& field) const;
   // A value as the target stores it in that field.

@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // A larger number of spots is a typing error; each spot costs a disk access.
-constexpr int kMostFiles = 999;
+constexpr int kMaxFiles = 999;
 
 using Candidates = std::vector<PlannedSound>;
 
@@ -129,7 +129,7 @@ class Planner {
 
   Candidates FromFiles() {
     Candidates sounds;
-    for (int number = 1; number <= std::min(plan_.wanted, kMostFiles); ++number) {
+    for (int number = 1; number <= std::min(plan_.wanted, kMaxFiles); ++number) {
       const QString path = NumberedFileName(block_.pattern, moment_, number);
       PlannedSound sound{SoundKind::File, 0, GetFile(path), path, block_.patternMixMs};
       const std::optional<LeftOut> reason = path.isEmpty() ? LeftOut::NoFile : ApplyFile(sound, {});

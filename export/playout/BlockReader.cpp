@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "export/playout/BlockReader.h"
 
+#include "data/ReadRows.h"
 #include "platform/dao/Database.h"
 #include "platform/runtime/Numbers.h"
 
@@ -45,14 +46,14 @@ QHash<qint32, BlockSpot> ReadSpots(const Catalogue& catalogue) {
 QHash<qint32, BlockJingle> ReadJingles(const Catalogue& catalogue) {
   QHash<qint32, BlockJingle> jingles;
   for (dao::Recordset row = Rows(catalogue, u"SELECT * FROM "_s + catalogue.itemPingles); !row.Eof(); row.MoveNext()) {
+    const ItemPingleRow stored = ItemPingleRowOf(row);
     BlockJingle jingle;
-    jingle.id = NumberIn(row, u"ID"_s);
-    jingle.naam = TextIn(row, u"Naam"_s);
-    jingle.path = TextIn(row, u"Path"_s);
-    jingle.aktief = NumberIn(row, u"Aktief"_s) != 0;
-    jingle.mixMs = NumberIn(row, u"MixPunt"_s);
-    if (const QVariant length = row.Field(u"LengteSec"_s); runtime::IsNumeric(length))
-      jingle.lengteSec = runtime::ToLong(length);
+    jingle.id = stored.id;
+    jingle.naam = runtime::TrimBlanks(stored.naam);
+    jingle.path = stored.path;
+    jingle.aktief = stored.aktief != 0;
+    jingle.mixMs = stored.mixPunt.value_or(0);
+    jingle.lengteSec = stored.lengteSec;
     jingles.insert(jingle.id, std::move(jingle));
   }
   return jingles;
@@ -68,15 +69,15 @@ QHash<qint32, std::vector<qint32>> ReadLists(const Catalogue& catalogue, const Q
   return lists;
 }
 
-FileNamePattern PatternOf(const dao::Recordset& row) {
+FileNamePattern PatternOf(const ItemRow& item) {
   FileNamePattern pattern;
-  pattern.directory = TextIn(row, u"Opt2Directory"_s);
-  pattern.fixedPart = TextIn(row, u"Opt2VastNaamGedeelte"_s);
-  pattern.variableCode = NumberIn(row, u"Opt2VariabelNaamGedeelte"_s);
-  pattern.format = TextIn(row, u"Opt2FormatGedeelte"_s);
-  pattern.firstDayOfWeek = NumberIn(row, u"Opt2Eerstedagvanweek"_s);
-  pattern.extension = TextIn(row, u"Opt2FileExtensie"_s);
-  pattern.severalSpots = NumberIn(row, u"OptMeerdereSpots"_s) != 0;
+  pattern.directory = runtime::TrimBlanks(item.opt2Directory);
+  pattern.fixedPart = runtime::TrimBlanks(item.opt2VastNaamGedeelte);
+  pattern.variableCode = item.opt2VariabelNaamGedeelte;
+  pattern.format = runtime::TrimBlanks(item.opt2FormatGedeelte);
+  pattern.firstDayOfWeek = item.opt2Eerstedagvanweek;
+  pattern.extension = runtime::TrimBlanks(item.opt2FileExtensie);
+  pattern.severalSpots = item.optMeerdereSpots != 0;
   return pattern;
 }
 
@@ -85,21 +86,21 @@ Block::Filling FillingOf(qint32 option) {
   return option == 2 ? Block::Filling::Files : Block::Filling::Unknown;
 }
 
-Block BlockOf(const dao::Recordset& row, const BlockParts& parts) {
+Block BlockOf(const ItemRow& item, const BlockParts& parts) {
   Block block;
-  block.id = NumberIn(row, u"ID"_s);
-  block.naam = TextIn(row, u"Naam"_s);
-  block.aktief = NumberIn(row, u"Aktief"_s) != 0;
-  block.filling = FillingOf(NumberIn(row, u"ItemSpotsOptID"_s));
-  block.pattern = PatternOf(row);
-  block.patternMixMs = NumberIn(row, u"Opt2MixPunt"_s);
+  block.id = item.id;
+  block.naam = runtime::TrimBlanks(item.naam);
+  block.aktief = item.aktief != 0;
+  block.filling = FillingOf(item.itemSpotsOptID);
+  block.pattern = PatternOf(item);
+  block.patternMixMs = item.opt2MixPunt;
   block.several = block.pattern.severalSpots;
-  block.count = NumberIn(row, u"AantalSpots"_s);
-  block.most = NumberIn(row, u"MaxAantalSpots"_s);
-  block.random = NumberIn(row, u"ChkRandomizeMeerdereSpots"_s) != 0;
-  block.opener = parts.Jingle(NumberIn(row, u"Opener"_s));
-  block.middle = parts.Jingle(NumberIn(row, u"Midden"_s));
-  block.closer = parts.Jingle(NumberIn(row, u"Sluiter"_s));
+  block.count = item.aantalSpots;
+  block.most = item.maxAantalSpots;
+  block.random = item.chkRandomizeMeerdereSpots != 0;
+  block.opener = parts.Jingle(item.opener.value_or(0));
+  block.middle = parts.Jingle(item.midden.value_or(0));
+  block.closer = parts.Jingle(item.sluiter.value_or(0));
   return block;
 }
 
@@ -150,7 +151,7 @@ std::vector<Block> ReadSome(const Catalogue& catalogue, const QString& ofItem) {
   std::vector<Block> blocks;
   const QString select = u"SELECT * FROM %1 %2 ORDER BY Naam, ID"_s.arg(catalogue.items, where(u"ID"_s));
   for (dao::Recordset row = Rows(catalogue, select); !row.Eof(); row.MoveNext()) {
-    Block block = BlockOf(row, parts);
+    Block block = BlockOf(ItemRowOf(row), parts);
     if (block.filling == Block::Filling::List) {
       for (const qint32 id : lists.value(block.id)) {
         if (const BlockSpot* spot = parts.Spot(id)) block.spots.push_back(*spot);

@@ -2,6 +2,7 @@
 #include "export/playout/PlayoutFolder.h"
 
 #include "platform/runtime/Error.h"
+#include "platform/runtime/FileCalls.h"
 
 #include <QDir>
 #include <QFile>
@@ -41,7 +42,7 @@ void Write(const QString& path, const QByteArray& content, bool program) {
 }  // namespace
 
 FolderChanges UpdatePlayoutFolder(const QString& folder, PlayoutForm form, const std::vector<PlayoutFile>& files) {
-  if (!QDir().mkpath(folder)) Fail(u"maken"_s, folder, u"de map kan niet gemaakt worden"_s);
+  runtime::MakeFolders(folder);
   const QDir place(folder);
   QHash<QString, QByteArray> present;
   for (const QString& name : place.entryList(QDir::Files | QDir::Hidden)) {

@@ -16,7 +16,7 @@ namespace {
 constexpr qint64 kSpotCarts = 100'000;
 constexpr qint64 kJingleCarts = 200'000;
 constexpr qint64 kFileCarts = 300'000;
-constexpr qint64 kMostCart = 999'999;
+constexpr qint64 kMaxCart = 999'999;
 constexpr qint64 kFilesOfABlock = 100;
 
 // `number`: index of the sound among the files of its block, from 1.
@@ -24,7 +24,7 @@ qint64 CartOf(qint32 blockID, const PlannedSound& sound, int number) {
   const bool file = sound.kind == SoundKind::File;
   const bool spot = sound.kind == SoundKind::Spot;
   const qint64 first = file ? kFileCarts : spot ? kSpotCarts : kJingleCarts;
-  const qint64 last = file ? kMostCart : first + 99'999;
+  const qint64 last = file ? kMaxCart : first + 99'999;
   const qint64 cart = first + (file ? blockID * kFilesOfABlock + number : sound.id);
   if (cart <= first || cart > last || number >= kFilesOfABlock) {
     throw runtime::Error(u"Voor '%1' van item %2 is er geen cartnummer: de nummers %3 tot %4 zijn te klein."_s.arg(

@@ -26,8 +26,8 @@ void Help(const std::string& hostPath, PeakWork& work) {
 }  // namespace
 
 std::size_t PeakSplit::ThreadsHere() {
-  constexpr std::size_t kMost = 4;
-  return std::clamp<std::size_t>(std::thread::hardware_concurrency(), 1, kMost);
+  constexpr std::size_t kMaxThreads = 4;
+  return std::clamp<std::size_t>(std::thread::hardware_concurrency(), 1, kMaxThreads);
 }
 
 Peaks ReadPeaks(const std::string& hostPath, const PeakProgress& progress, const PeakSplit& split) {

@@ -55,7 +55,7 @@ class Database {
 // the file: missing, a folder, without read permission, not a Jet 4 database, password missing or wrong.
 Database OpenDatabase(const QString& pathText, const OpenOptions& options = {});
 
-// Creates a new, empty database; an error when it exists.
+// Creates a new, empty database. Throws runtime::Error when it exists.
 void CreateDatabase(const QString& pathText);
 // As above, with what `fill` puts in it. A file appears complete or not at all: until `fill` has returned it exists in
 // memory only. A database on a server is created empty and then filled.

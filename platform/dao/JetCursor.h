@@ -17,7 +17,7 @@ struct WantedColumns {
   explicit WantedColumns(const FieldMask& wanted);
 
   jet::ColumnSet columns;
-  std::array<std::uint8_t, kMostFields> places{};
+  std::array<std::uint8_t, kMaxFields> places{};
 };
 
 // The values of a cursor's current row.

@@ -72,7 +72,7 @@ void ForEachRowWithKey(Table& table, const KeyIndex& key, std::int64_t number, F
 // The position in `places` of each field that is given.
 struct Given {
   FieldMask fields;
-  std::array<std::uint8_t, kMostFields> positions{};
+  std::array<std::uint8_t, kMaxFields> positions{};
 
   explicit Given(const FieldPlaces& places) {
     for (std::size_t i = 0; i < places.size(); ++i) {

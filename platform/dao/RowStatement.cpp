@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 namespace dao {
 namespace {
 
-constexpr qsizetype kMostDigits = 15;  // the engine reads longer numbers as texts
+constexpr qsizetype kMaxDigits = 15;  // the engine reads longer numbers as texts
 
 // Only what SQLite reads in the same way, whatever the table is: plain names, literals, no expressions.
 class RowParser {
@@ -60,7 +60,7 @@ class RowParser {
     const bool isNegative = TakeSymbol(u"-");
     const Token& token = Peek();
     const auto isDigit = [](QChar c) { return c >= u'0' && c <= u'9'; };
-    if (token.kind != TokenKind::Number || token.text.size() > kMostDigits) return false;
+    if (token.kind != TokenKind::Number || token.text.size() > kMaxDigits) return false;
     if (!std::all_of(token.text.begin(), token.text.end(), isDigit)) return false;
     number = token.text.toLongLong();
     if (isNegative) number = -number;

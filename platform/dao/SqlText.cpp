@@ -26,6 +26,11 @@ QString QuotedName(const QString& name) {
   return u'"' + doubled + u'"';
 }
 
+// The dialect quotes texts as names.
+QString TextLiteral(const QString& text) {
+  return QuotedName(text);
+}
+
 QString UCase(const QString& text) {
   return Mapped(text, [](QChar c) { return c.toUpper(); });
 }

@@ -30,8 +30,8 @@ struct Statement {
   std::optional<QString> inFile;  // INSERT: the path text after IN
 };
 
-// An Error that shows the statement when it is empty, outside the dialect, or sets a field twice. `tokens`: those of
-// `sql`.
+// Throws runtime::Error, which shows the statement, when it is empty, outside the dialect, or sets a field twice.
+// `tokens`: those of `sql`.
 Statement ParseStatement(const QString& sql, const std::vector<Token>& tokens);
 Statement ParseStatement(const QString& sql);
 

@@ -28,8 +28,8 @@ namespace dao {
 // Identifies a row; never reused within a transaction, and not a position.
 using RowId = std::int64_t;
 
-constexpr std::size_t kMostFields = 255;
-using FieldMask = std::bitset<kMostFields>;
+constexpr std::size_t kMaxFields = 255;
+using FieldMask = std::bitset<kMaxFields>;
 
 // Reads rows one by one. Stays valid while rows of other tables change, but may only be destroyed after a change of its
 // own table (SQLite collects the rows of an UPDATE or DELETE first).

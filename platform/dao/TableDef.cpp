@@ -11,9 +11,9 @@ namespace dao {
 namespace {
 
 constexpr qsizetype kLongestName = 64;
-constexpr qsizetype kMostFieldsOfTable = 255;
-constexpr qsizetype kMostIndexes = 32;
-constexpr qsizetype kMostFieldsOfIndex = 10;
+constexpr qsizetype kMaxFieldsOfTable = 255;
+constexpr qsizetype kMaxIndexes = 32;
+constexpr qsizetype kMaxFieldsOfIndex = 10;
 
 [[noreturn]] void Refuse(const TableDef& table, const QString& reason) {
   throw runtime::Error(u"Kan de tabel '%1' niet maken: %2."_s.arg(table.name, reason));
@@ -44,7 +44,7 @@ void CheckField(const TableDef& table, qsizetype at) {
 
 void CheckIndex(const TableDef& table, const IndexDef& index) {
   CheckName(table, index.name);
-  if (index.fields.isEmpty() || index.fields.size() > kMostFieldsOfIndex) {
+  if (index.fields.isEmpty() || index.fields.size() > kMaxFieldsOfIndex) {
     Refuse(table, u"de index '%1' heeft geen velden of te veel"_s.arg(index.name));
   }
   for (const IndexField& field : index.fields) {
@@ -65,8 +65,8 @@ int TableDef::FieldIndex(QStringView fieldName) const {
 
 void CheckTableDef(const TableDef& table) {
   CheckName(table, table.name);
-  if (table.fields.isEmpty() || table.fields.size() > kMostFieldsOfTable) Refuse(table, u"geen velden of te veel"_s);
-  if (table.indexes.size() > kMostIndexes) Refuse(table, u"te veel indexen"_s);
+  if (table.fields.isEmpty() || table.fields.size() > kMaxFieldsOfTable) Refuse(table, u"geen velden of te veel"_s);
+  if (table.indexes.size() > kMaxIndexes) Refuse(table, u"te veel indexen"_s);
   for (qsizetype i = 0; i < table.fields.size(); ++i)
     CheckField(table, i);
   for (const IndexDef& index : table.indexes)

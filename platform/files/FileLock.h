@@ -18,8 +18,8 @@ class FileLock {
     NotPossible,  // the file cannot be created, or its file system has no locks
   };
 
-  // Never waits. Needs read permission only, so that the lock works for every user of a shared folder. Error when the
-  // name is taken by something other than a regular file.
+  // Never waits. Needs read permission only, so that the lock works for every user of a shared folder. Throws Error
+  // when the name is taken by something other than a regular file.
   explicit FileLock(const std::filesystem::path& path, FileSystem& files = CurrentFileSystem());
 
   State What() const { return state_; }

@@ -12,7 +12,7 @@ class FileLock {
  public:
   using State = files::FileLock::State;
 
-  // Error when the name is taken by something other than a regular file.
+  // Throws Error when the name is taken by something other than a regular file.
   explicit FileLock(const QString& pathText);
 
   State What() const { return state_; }

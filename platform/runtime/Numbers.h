@@ -25,7 +25,7 @@ qint16 ToInteger(const QString& text);
 qint32 ToLong(double value);
 qint16 ToInteger(double value);
 
-// Arithmetic in 16 and 32 bits; an overflow Error when the result does not fit.
+// Arithmetic in 16 and 32 bits. Throws an overflow Error when the result does not fit.
 qint16 AddInteger(qint16 left, qint16 right);
 qint16 MultiplyInteger(qint16 left, qint16 right);
 qint32 SubtractLong(qint32 left, qint32 right);

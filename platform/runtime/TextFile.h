@@ -8,7 +8,7 @@ namespace runtime {
 
 // All paths here are path texts (see HostPath.h); every Error names the file and the reason.
 
-// The complete content. Error when the file does not exist, is not readable, or is larger than `limit` bytes.
+// The complete content. Throws Error when the file does not exist, is not readable, or is larger than `limit` bytes.
 QByteArray ReadFile(const QString& pathText, qint64 limit = 64 << 20);
 
 // Writes the file atomically: under a temporary name, synced, renamed, the folder synced. An earlier file of the same
@@ -19,7 +19,7 @@ void WriteFile(const QString& pathText, const QByteArray& content);
 // After a failure the file has its previous length.
 void AppendLine(const QString& pathText, const QString& line);
 
-// Removes one regular file. Error when it does not exist, is not a regular file, or when several names match.
+// Removes one regular file. Throws Error when it does not exist, is not a regular file, or when several names match.
 void DeleteFile(const QString& pathText);
 
 // True when the path text is a folder that can be reached.

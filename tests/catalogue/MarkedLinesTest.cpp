@@ -52,6 +52,17 @@ class MarkedLines : public CatalogueTestInBothModes {
     return days;
   }
 
+  // Marks all lines and gives them this first hour; empty leaves the field as it opens.
+  void SetFirstHourOfAll(Form& form, const QString& hour) {
+    QTest::keyClick(&List(form), Qt::Key_A, Qt::ControlModifier);
+    ModalDriver modal;
+    modal.OnNext(u"frmGeldigheid"_s, [&](QDialog& window) {
+      if (!hour.isEmpty()) testing_support::SetText(window, u"txtStartUur"_s, hour);
+      Click(window, u"cmdOk"_s);
+    });
+    Click(form, u"cmdUren"_s);
+  }
+
   bool IsOffline() const { return GetParam() == Station::Mode::Offline; }
 };
 
@@ -191,10 +202,7 @@ TEST_P(MarkedLines, ARecordWithoutANameIsLeftOut) {
   station_.OnCurrent(u"INSERT INTO %1 (ID, Aktief) VALUES (9, 1)"_s.arg(Table(u"ItemSpots"_s)));
   frmItemSpots form(nullptr);
   Open(form);
-  QTest::keyClick(&List(form), Qt::Key_A, Qt::ControlModifier);
-  ModalDriver modal;
-  modal.OnNext(u"frmGeldigheid"_s, [&](QDialog& window) { Click(window, u"cmdOk"_s); });
-  Click(form, u"cmdUren"_s);
+  SetFirstHourOfAll(form, {});
   ASSERT_EQ(boxes_.Shown().size(), 1u);
   EXPECT_TRUE(boxes_.Last().text.startsWith(u"Niet gewijzigd"_s));
   EXPECT_EQ(ResultOf(form), u"Uren 0 tot en met 23 bij 0 item-spots (1 was al zo)"_s);
@@ -206,13 +214,7 @@ TEST_P(MarkedLines, TheFirstFailureEndsTheAction) {
   station_.OnCurrent(u"UPDATE %1 SET Path = 'D:\\a\"b.mp3' WHERE ID = 2"_s.arg(Table(u"ItemSpots"_s)));
   frmItemSpots form(nullptr);
   Open(form);
-  QTest::keyClick(&List(form), Qt::Key_A, Qt::ControlModifier);
-  ModalDriver modal;
-  modal.OnNext(u"frmGeldigheid"_s, [&](QDialog& window) {
-    testing_support::SetText(window, u"txtStartUur"_s, u"6"_s);
-    Click(window, u"cmdOk"_s);
-  });
-  Click(form, u"cmdUren"_s);
+  SetFirstHourOfAll(form, u"6"_s);
   OnlyError(u"Update_tblItemSpots"_s);
   EXPECT_EQ(InField(u"StartUur"_s), (QList<int>{6, 0, 0}));
   EXPECT_EQ(ResultOf(form), u"Uren 6 tot en met 23 bij 1 item-spot (gestopt, nog 2 niet gedaan)"_s);

@@ -2,7 +2,7 @@
 #include "data/OfflineBasis.h"
 
 #include "data/Globals.h"
-#include "data/KeptStatements.h"
+#include "data/LogQueue.h"
 #include "data/Writes.h"
 #include "platform/desktop/MessageBox.h"
 #include "platform/files/HookedFileSystem.h"
@@ -36,7 +36,7 @@ Value TextOf(const QString& text) {
 
 class OfflineBasis : public testing::Test {
  protected:
-  struct KeptRow {
+  struct BasisRow {
     int logID = 0;
     QString statement;
     basis::Entry entry;
@@ -50,14 +50,14 @@ class OfflineBasis : public testing::Test {
   static bool SetAktief(int id, int aktief) {
     return Update_tblItemSpots_Aktief(id, aktief, global.localDatabasePath, kSpots);
   }
-  QList<KeptRow> Kept() const {
-    QList<KeptRow> kept;
+  QList<BasisRow> BasisRows() const {
+    QList<BasisRow> all;
     dao::Recordset rows = station_.LocalRows(u"SELECT * FROM tblOfflineBasis ORDER BY ID"_s);
     for (; !rows.Eof(); rows.MoveNext()) {
-      kept += {rows.Field(u"LogID"_s).toInt(), rows.Field(u"SqlSyntax"_s).toString(),
-               basis::Decode(rows.Field(u"Basis"_s).toString().toUtf8())};
+      all += {rows.Field(u"LogID"_s).toInt(), rows.Field(u"SqlSyntax"_s).toString(),
+              basis::Decode(rows.Field(u"Basis"_s).toString().toUtf8())};
     }
-    return kept;
+    return all;
   }
   int Aktief(int id) const {
     return station_.LocalRows(u"SELECT Aktief FROM tblCopie_ItemSpots WHERE ID = %1"_s.arg(id))
@@ -106,11 +106,11 @@ TEST_F(OfflineBasis, OnlineNothingIsKept) {
 
 TEST_F(OfflineBasis, AnUpdateKeepsTheWholeRowBeforeAndAfterWithItsExactTexts) {
   EXPECT_TRUE(SetAktief(4, 0));
-  const QList<KeptRow> kept = Kept();
-  ASSERT_EQ(kept.size(), 1);
-  EXPECT_EQ(kept[0].logID, 1);
-  EXPECT_EQ(kept[0].statement, u"UPDATE tblItemSpots SET Aktief = 0 WHERE ID = 4"_s);
-  const basis::Entry& entry = kept[0].entry;
+  const QList<BasisRow> rows = BasisRows();
+  ASSERT_EQ(rows.size(), 1);
+  EXPECT_EQ(rows[0].logID, 1);
+  EXPECT_EQ(rows[0].statement, u"UPDATE tblItemSpots SET Aktief = 0 WHERE ID = 4"_s);
+  const basis::Entry& entry = rows[0].entry;
   EXPECT_EQ(entry.table, u"tblItemSpots"_s);
   EXPECT_EQ(entry.keyField, u"ID"_s);
   EXPECT_EQ(entry.key, 4);
@@ -131,34 +131,34 @@ TEST_F(OfflineBasis, AnInsertHasNothingBeforeAndADeleteNothingAfter) {
   row.naam = u"Jan's \u0416"_s;
   EXPECT_TRUE(Insert_tblItemSpots(row, global.localDatabasePath, kSpots));
   EXPECT_TRUE(Delete_tblBeheer(5, kSpots, kSpots + u".ID"_s, global.localDatabasePath));
-  const QList<KeptRow> kept = Kept();
-  ASSERT_EQ(kept.size(), 2);
-  EXPECT_TRUE(kept[0].entry.before.isEmpty());
-  ASSERT_EQ(kept[0].entry.after.size(), 1);
-  EXPECT_EQ(kept[0].entry.after[0][2], TextOf(row.naam));
-  EXPECT_EQ(kept[1].entry.before, kept[0].entry.after);
-  EXPECT_TRUE(kept[1].entry.after.isEmpty());
-  EXPECT_EQ(kept[1].logID, 2);
+  const QList<BasisRow> rows = BasisRows();
+  ASSERT_EQ(rows.size(), 2);
+  EXPECT_TRUE(rows[0].entry.before.isEmpty());
+  ASSERT_EQ(rows[0].entry.after.size(), 1);
+  EXPECT_EQ(rows[0].entry.after[0][2], TextOf(row.naam));
+  EXPECT_EQ(rows[1].entry.before, rows[0].entry.after);
+  EXPECT_TRUE(rows[1].entry.after.isEmpty());
+  EXPECT_EQ(rows[1].logID, 2);
 }
 
 TEST_F(OfflineBasis, LinksAreKeptOneByOneAndDeletedTogether) {
   EXPECT_TRUE(Insert_tblItemsItemSpots({7, 1, 4}, global.localDatabasePath, kLinks));
   EXPECT_TRUE(Insert_tblItemsItemSpots({7, 2, 5}, global.localDatabasePath, kLinks));
   EXPECT_TRUE(Delete_tblBeheer(7, kLinks, kLinks + u".ItemID"_s, global.localDatabasePath));
-  const QList<KeptRow> kept = Kept();
-  ASSERT_EQ(kept.size(), 3);
+  const QList<BasisRow> rows = BasisRows();
+  ASSERT_EQ(rows.size(), 3);
   const basis::Row first{std::int64_t{7}, std::int64_t{1}, std::int64_t{4}};
   const basis::Row second{std::int64_t{7}, std::int64_t{2}, std::int64_t{5}};
-  EXPECT_EQ(kept[1].entry.table, u"tblItemsItemSpots"_s);
-  EXPECT_EQ(kept[1].entry.keyField, u"ItemID"_s);
-  EXPECT_EQ(kept[1].entry.key, 7);
-  EXPECT_TRUE(kept[1].entry.before.isEmpty());
-  EXPECT_EQ(kept[1].entry.after, QList<basis::Row>{second});
-  EXPECT_EQ(kept[2].statement, u"DELETE FROM tblCopie_ItemsItemSpots WHERE tblCopie_ItemsItemSpots.ItemID = 7"_s);
-  EXPECT_EQ(kept[2].entry.table, u"tblItemsItemSpots"_s);
-  EXPECT_EQ(kept[2].entry.keyField, u"ItemID"_s);
-  EXPECT_EQ(kept[2].entry.before, (QList<basis::Row>{first, second}));
-  EXPECT_TRUE(kept[2].entry.after.isEmpty());
+  EXPECT_EQ(rows[1].entry.table, u"tblItemsItemSpots"_s);
+  EXPECT_EQ(rows[1].entry.keyField, u"ItemID"_s);
+  EXPECT_EQ(rows[1].entry.key, 7);
+  EXPECT_TRUE(rows[1].entry.before.isEmpty());
+  EXPECT_EQ(rows[1].entry.after, QList<basis::Row>{second});
+  EXPECT_EQ(rows[2].statement, u"DELETE FROM tblCopie_ItemsItemSpots WHERE tblCopie_ItemsItemSpots.ItemID = 7"_s);
+  EXPECT_EQ(rows[2].entry.table, u"tblItemsItemSpots"_s);
+  EXPECT_EQ(rows[2].entry.keyField, u"ItemID"_s);
+  EXPECT_EQ(rows[2].entry.before, (QList<basis::Row>{first, second}));
+  EXPECT_TRUE(rows[2].entry.after.isEmpty());
 }
 
 // A list that closes refreshes the copy from the server: the next change starts from the server's row again.
@@ -177,27 +177,27 @@ TEST_F(OfflineBasis, AStatementKeepsWhatTheRecordsAreThatItRefersTo) {
   ASSERT_TRUE(Insert_tblItemsItemSpots({7, 1, 4}, global.localDatabasePath, kLinks));
   ASSERT_TRUE(Insert_tblItemsItemSpots({7, 2, 99}, global.localDatabasePath, kLinks));
   ASSERT_TRUE(Delete_tblBeheer(7, kLinks, kLinks + u".ItemID"_s, global.localDatabasePath));
-  const QList<KeptRow> kept = Kept();
-  ASSERT_EQ(kept.size(), 4);
+  const QList<BasisRow> rows = BasisRows();
+  ASSERT_EQ(rows.size(), 4);
   const basis::Reference itself{u"tblItems"_s, 7, fingerprint(u"tblCopie_Items"_s)};
   const basis::Reference spot{u"tblItemSpots"_s, 4, fingerprint(kSpots)};
   const basis::Reference gone{u"tblItemSpots"_s, 99, QString()};
-  EXPECT_EQ(itself.fingerprint, basis::Fingerprint(kept[0].entry.after.first()));
-  EXPECT_EQ(kept[0].entry.references,
+  EXPECT_EQ(itself.fingerprint, basis::Fingerprint(rows[0].entry.after.first()));
+  EXPECT_EQ(rows[0].entry.references,
             (QList<basis::Reference>{{u"tblItemPingles"_s, 3, fingerprint(u"tblCopie_ItemPingles"_s)}}));
-  EXPECT_EQ(kept[1].entry.references, (QList<basis::Reference>{itself, spot}));
-  EXPECT_EQ(kept[2].entry.references, (QList<basis::Reference>{itself, gone}));
-  EXPECT_EQ(kept[3].entry.references, (QList<basis::Reference>{itself, spot, gone}));
+  EXPECT_EQ(rows[1].entry.references, (QList<basis::Reference>{itself, spot}));
+  EXPECT_EQ(rows[2].entry.references, (QList<basis::Reference>{itself, gone}));
+  EXPECT_EQ(rows[3].entry.references, (QList<basis::Reference>{itself, spot, gone}));
 }
 
 TEST_F(OfflineBasis, TheRowIsTheOneOfTheMomentAlsoWhenTheCopyIsRefreshedLater) {
   EXPECT_TRUE(SetAktief(4, 0));
   EXPECT_TRUE(DeleteAllInTable(kSpots, global.localDatabasePath));
   EXPECT_TRUE(SetAktief(4, 1));
-  const QList<KeptRow> kept = Kept();
-  ASSERT_EQ(kept.size(), 2);
-  EXPECT_EQ(kept[0].entry.after.size(), 1);
-  EXPECT_TRUE(kept[1].entry.before.isEmpty());
+  const QList<BasisRow> rows = BasisRows();
+  ASSERT_EQ(rows.size(), 2);
+  EXPECT_EQ(rows[0].entry.after.size(), 1);
+  EXPECT_TRUE(rows[1].entry.before.isEmpty());
 }
 
 TEST_F(OfflineBasis, AJingleThatIsDeletedIsNeitherLoggedNorKept) {
@@ -205,14 +205,14 @@ TEST_F(OfflineBasis, AJingleThatIsDeletedIsNeitherLoggedNorKept) {
   EXPECT_FALSE(HasTable());
 }
 
-TEST_F(OfflineBasis, AStatementWhoseRowsCannotBeKeptIsNotCarriedOut) {
+TEST_F(OfflineBasis, AStatementWhoseRowsCannotBeStoredIsNotExecuted) {
   EXPECT_TRUE(SetAktief(4, 1));
   station_.OnLocal(u"INSERT INTO tblOfflineBasis (ID) VALUES (2147483647)"_s);
   const MessageBoxScript boxes;
   EXPECT_FALSE(SetAktief(4, 0));
   ASSERT_EQ(boxes.Shown().size(), 1u);
   EXPECT_EQ(boxes.Last().title, u"Update_tblItemSpots_Aktief"_s);
-  EXPECT_FALSE(WasCarriedOut());
+  EXPECT_FALSE(WasExecuted());
   EXPECT_FALSE(WaitsForLog());
   EXPECT_EQ(Aktief(4), 1);
   EXPECT_EQ(station_.Log().size(), 1);
@@ -226,7 +226,7 @@ TEST_F(OfflineBasis, OfAStatementThatFailsNothingIsKept) {
   EXPECT_FALSE(Insert_tblItemSpots(row, global.localDatabasePath, kSpots));
   ASSERT_EQ(boxes.Shown().size(), 1u);
   EXPECT_EQ(boxes.Last().title, u"Insert_tblItemSpots"_s);
-  EXPECT_EQ(Kept().size(), 1);
+  EXPECT_EQ(BasisRows().size(), 1);
 }
 
 // The basis row is there when the statement itself meets a full disk.
@@ -248,7 +248,7 @@ TEST_F(OfflineBasis, OfAStatementThatTheDiskRefusesNothingIsKept) {
     EXPECT_EQ(boxes.Shown().size(), 1u);
   }
   EXPECT_EQ(Aktief(4), 0);
-  EXPECT_EQ(Kept().size(), 1);
+  EXPECT_EQ(BasisRows().size(), 1);
 }
 
 TEST_F(OfflineBasis, AStatementThatIsLoggedLaterTakesItsRowsWithIt) {
@@ -262,10 +262,10 @@ TEST_F(OfflineBasis, AStatementThatIsLoggedLaterTakesItsRowsWithIt) {
   station_.OnLocal(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (8, \"ander\")"_s);
   EXPECT_TRUE(SetAktief(4, 0));
   EXPECT_EQ(station_.Log().size(), 4);
-  const QList<KeptRow> kept = Kept();
-  ASSERT_EQ(kept.size(), 3);
+  const QList<BasisRow> rows = BasisRows();
+  ASSERT_EQ(rows.size(), 3);
   for (int i = 0; i < 3; ++i)
-    EXPECT_EQ(kept[i].logID, 9 + i);
+    EXPECT_EQ(rows[i].logID, 9 + i);
 }
 
 // The file that an earlier version of the program left.
@@ -275,16 +275,16 @@ TEST_F(OfflineBasis, AStatementThatWasKeptWithoutItsRowsIsLogged) {
   out.setVersion(QDataStream::Qt_6_4);
   out << quint32{1} << quint32{1} << u"UPDATE oud"_s << QString() << false << qint32{0} << QStringList();
   runtime::WriteFile(global.localDatabasePath + u"-unlogged"_s, content);
-  EXPECT_EQ(KeptStatementCount(), 1);
+  EXPECT_EQ(QueuedStatementCount(), 1);
   EXPECT_TRUE(SetAktief(4, 0));
   EXPECT_EQ(station_.Log(), (QStringList{u"UPDATE oud"_s, u"UPDATE tblItemSpots SET Aktief = 0 WHERE ID = 4"_s}));
-  ASSERT_EQ(Kept().size(), 1);
-  EXPECT_EQ(Kept()[0].logID, 2);
+  ASSERT_EQ(BasisRows().size(), 1);
+  EXPECT_EQ(BasisRows()[0].logID, 2);
 }
 
 // Wherever it is killed: a statement that changed the copy is in the log once, with its rows; one that did not is
 // nowhere.
-TEST_F(OfflineBasis, AKilledProgramLosesNoStatementAndLogsNoneThatWasNotCarriedOut) {
+TEST_F(OfflineBasis, AKilledProgramLosesNoStatementAndLogsNoneThatWasNotExecuted) {
   EXPECT_TRUE(SetAktief(4, 1));
   int kills = 0;
   int recovered = 0;
@@ -294,15 +294,15 @@ TEST_F(OfflineBasis, AKilledProgramLosesNoStatementAndLogsNoneThatWasNotCarriedO
     station_.OnLocal(u"DELETE FROM tblOfflineLog WHERE ID > 1"_s);
     station_.OnLocal(u"DELETE FROM tblOfflineBasis WHERE LogID > 1"_s);
     if (KilledAtSync(n, [] { SetAktief(4, 0); })) ++kills;
-    const bool carriedOut = Aktief(4) == 0;
+    const bool executed = Aktief(4) == 0;
     const qsizetype logged = station_.Log().size() - 1;
-    KeepUnloggedStatements();
-    LogKeptStatements();
-    recovered += carriedOut && logged == 0 ? 1 : 0;
-    EXPECT_EQ(station_.Log().size(), carriedOut ? 2 : 1);
-    const QList<KeptRow> kept = Kept();
-    ASSERT_EQ(kept.size(), carriedOut ? 2 : 1);
-    EXPECT_EQ(kept.last().logID, carriedOut ? 2 : 1);
+    QueueUnloggedStatements();
+    LogQueuedStatements();
+    recovered += executed && logged == 0 ? 1 : 0;
+    EXPECT_EQ(station_.Log().size(), executed ? 2 : 1);
+    const QList<BasisRow> rows = BasisRows();
+    ASSERT_EQ(rows.size(), executed ? 2 : 1);
+    EXPECT_EQ(rows.last().logID, executed ? 2 : 1);
   }
   EXPECT_EQ(kills, 12);
   EXPECT_GT(recovered, 0);
@@ -315,8 +315,8 @@ TEST_F(OfflineBasis, ALogThatAnotherProgramEmptiedIsNotFilledAgain) {
   station_.OnLocal(u"DELETE FROM tblOfflineLog"_s);
   EXPECT_TRUE(SetAktief(4, 0));
   EXPECT_EQ(station_.Log(), QStringList{u"UPDATE tblItemSpots SET Aktief = 0 WHERE ID = 4"_s});
-  ASSERT_EQ(Kept().size(), 1);
-  EXPECT_EQ(Kept()[0].logID, 1);
+  ASSERT_EQ(BasisRows().size(), 1);
+  EXPECT_EQ(BasisRows()[0].logID, 1);
 }
 
 TEST_F(OfflineBasis, OneStatementCostsFourMoreSyncs) {

@@ -36,9 +36,9 @@ namespace {
 
 constexpr int kKills = 100;
 constexpr int kExportOneIn = 4;
-constexpr int kMostCalls = 60;           // upper limit of an export's file calls
-constexpr int kMostMicroseconds = 3000;  // between the last statement read and the parent's kill
-constexpr int kMostStatements = 6;
+constexpr int kMaxCalls = 60;           // upper limit of an export's file calls
+constexpr int kMaxMicroseconds = 3000;  // between the last statement read and the parent's kill
+constexpr int kMaxStatements = 6;
 
 const QDateTime kStart(QDate(2024, 1, 1), QTime(0, 0, 0));
 
@@ -47,7 +47,7 @@ class LogKill : public testing::Test {
   // One run of the program: settles the previous run's export, then logs and exports until it is killed.
   [[noreturn]] void Live(int acknowledged, unsigned seed, bool killsItself) {
     std::mt19937 random(seed);
-    int deadlyCall = killsItself ? static_cast<int>(random() % kMostCalls) : -1;
+    int deadlyCall = killsItself ? static_cast<int>(random() % kMaxCalls) : -1;
     const testing_support::FileFaults killer([&](const files::FileCall&) {
       if (deadlyCall-- == 0) ::raise(SIGKILL);
       return 0;
@@ -85,10 +85,10 @@ class LogKill : public testing::Test {
     int last = 0;
     int number = 0;
     if (!killsItself) {
-      for (std::size_t left = random_() % kMostStatements; left > 0; --left) {
+      for (std::size_t left = random_() % kMaxStatements; left > 0; --left) {
         if (::read(pipe[0], &number, sizeof number) == sizeof number) last = number;
       }
-      ::usleep(static_cast<useconds_t>(random_() % kMostMicroseconds));
+      ::usleep(static_cast<useconds_t>(random_() % kMaxMicroseconds));
       ::kill(child, SIGKILL);
     }
     while (::read(pipe[0], &number, sizeof number) == sizeof number)

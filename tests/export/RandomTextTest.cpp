@@ -27,7 +27,7 @@ namespace {
 constexpr int kTexts = 500;
 constexpr int kRows = 6;
 constexpr unsigned kShownOneIn = 200;
-constexpr qsizetype kMostLogged = 16;
+constexpr qsizetype kMaxLogged = 16;
 
 const QString kSpots = u"tblCopie_ItemSpots"_s;
 const QString kItems = u"tblCopie_Items"_s;
@@ -181,7 +181,7 @@ TEST_F(RandomText, IsStoredExactlyOrRefusedAndNothingElseChanges) {
     (done ? stored : refused) += 1;
     ASSERT_EQ(boxes.Shown().size(), done ? 0u : 1u) << text.toStdString();
     CheckWritten(spot ? kSpots : kItems);
-    if (log_.size() >= kMostLogged) CheckAll();
+    if (log_.size() >= kMaxLogged) CheckAll();
     ASSERT_FALSE(HasFailure()) << "text " << number << ": " << text.toStdString();
   }
   RecordProperty("stored", stored);

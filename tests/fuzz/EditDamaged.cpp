@@ -22,9 +22,9 @@ namespace jet::fuzz {
 namespace {
 
 constexpr const char* kFuzzPath = "fuzz.mdb";
-constexpr unsigned kMostDamages = 8;
-constexpr int kMostDeleted = 8;  // at once
-constexpr int kMostStatements = 4;
+constexpr unsigned kMaxDamages = 8;
+constexpr int kMaxDeleted = 8;  // at once
+constexpr int kMaxStatements = 4;
 
 // Reads numbers from the input; zeros after its end.
 class Recipe {
@@ -178,7 +178,7 @@ struct OtherRows {
   std::vector<std::vector<Value>> rows;
   std::string error;
   bool operator==(const OtherRows&) const = default;
-  std::string Told() const { return std::to_string(rows.size()) + " rows " + error; }
+  std::string Summary() const { return std::to_string(rows.size()) + " rows " + error; }
 };
 
 OtherRows ReadOthers(Database& database) {
@@ -292,7 +292,7 @@ class Editing {
     const std::size_t place = recipe_.Byte() % rows.size();
     if (kind == 1) {
       const auto first = rows.begin() + static_cast<std::ptrdiff_t>(place);
-      const auto count = std::min<std::ptrdiff_t>(1 + recipe_.Byte() % kMostDeleted, rows.end() - first);
+      const auto count = std::min<std::ptrdiff_t>(1 + recipe_.Byte() % kMaxDeleted, rows.end() - first);
       const std::vector<RowId> going(first, first + count);
       rows.erase(first, first + count);
       writer.Delete(going);
@@ -349,7 +349,7 @@ void Edit(files::MemoryFileSystem& files, Recipe& recipe, EditOutcome& outcome) 
   const OtherRows others = ReadOthers(*database);
   Model model;
   if (before.empty()) model = ReadSpots(*database);
-  for (int statement = 0; statement < kMostStatements && (statement == 0 || !recipe.AtEnd()); ++statement) {
+  for (int statement = 0; statement < kMaxStatements && (statement == 0 || !recipe.AtEnd()); ++statement) {
     const Bytes content = files.Get(kFuzzPath);
     Model changed = model;
     try {
@@ -364,7 +364,7 @@ void Edit(files::MemoryFileSystem& files, Recipe& recipe, EditOutcome& outcome) 
   if (outcome.committed == 0) return;
   const OtherRows now = ReadOthers(*database);
   if (now != others && WasSound(others, before))
-    throw std::logic_error("another table changed from " + others.Told() + " to " + now.Told());
+    throw std::logic_error("another table changed from " + others.Summary() + " to " + now.Summary());
   if (!before.empty()) return;
   const std::string after = Problems(*database);
   if (!after.empty()) throw std::logic_error("a sound file is not sound any more: " + after);
@@ -377,8 +377,8 @@ EditOutcome EditDamaged(std::span<const std::uint8_t> input) {
   Recipe recipe(input);
   const std::uint8_t first = recipe.Byte();
   Bytes file = first % 4 == 3 ? LargerBase() : SmallBase();
-  LayOutFreeMap(file, first / (4 * (kMostDamages + 1)), recipe);
-  for (unsigned damages = first / 4 % (kMostDamages + 1); damages > 0; --damages)
+  LayOutFreeMap(file, first / (4 * (kMaxDamages + 1)), recipe);
+  for (unsigned damages = first / 4 % (kMaxDamages + 1); damages > 0; --damages)
     DamageOnce(file, recipe);
   files::MemoryFileSystem files;
   files.Put(kFuzzPath, std::move(file));

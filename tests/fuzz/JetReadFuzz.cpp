@@ -19,9 +19,9 @@ namespace {
 // Reads a cursor to its end. Continues after damage, up to a limit, so that a repeated error ends the loop.
 template <typename Cursor>
 std::size_t WalkToEnd(Cursor cursor) {
-  constexpr int kMostErrors = 1000;
+  constexpr int kMaxErrors = 1000;
   std::size_t count = 0;
-  for (int errors = 0; errors < kMostErrors;) {
+  for (int errors = 0; errors < kMaxErrors;) {
     try {
       if (!cursor.Next()) return count;
       ++count;

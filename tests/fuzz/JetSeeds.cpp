@@ -22,8 +22,8 @@ namespace {
 using jet::Bytes;
 
 constexpr std::size_t kPage = 4096;
-constexpr std::size_t kName = 7;        // in a row of AllKindsTable
-constexpr std::size_t kMostPages = 20;  // of a real file
+constexpr std::size_t kName = 7;       // in a row of AllKindsTable
+constexpr std::size_t kMaxPages = 20;  // of a real file
 
 // Turns the map into one with a bitmap page.
 void MakeReferenceMap(DatabaseImage& image, jet::RowId map) {
@@ -171,7 +171,7 @@ void PutRealFiles(const std::filesystem::path& folder) {
     if (entry.path().extension() != ".mdb") continue;
     std::ifstream in(entry.path(), std::ios::binary);
     Bytes file((std::istreambuf_iterator<char>(in)), {});
-    file.resize(std::min(file.size(), kMostPages * kPage));
+    file.resize(std::min(file.size(), kMaxPages * kPage));
     Put(folder, entry.path().stem().string(), file);
   }
 }

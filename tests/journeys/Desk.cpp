@@ -25,7 +25,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kPatience = 60000;       // ms until a waiting step fails
-constexpr int kMostLooks = 12;         // limit for a window that never stops changing: its picture is taken anyway
+constexpr int kMaxLooks = 12;          // limit for a window that never stops changing: its picture is taken anyway
 constexpr unsigned long kCalm = 250;   // ms between comparisons of a picture
 constexpr unsigned long kGlance = 10;  // ms between two checks
 
@@ -272,7 +272,7 @@ void Desk::WaitForLine(const QString& window, const QString& list, const QString
 
 void Desk::Picture(const QString& window, const QString& name) const {
   QImage before;
-  for (int look = 0; look < kMostLooks; ++look) {
+  for (int look = 0; look < kMaxLooks; ++look) {
     QImage now;
     InWindows([&] { now = Window(window).grab().toImage(); });
     if (now == before) break;

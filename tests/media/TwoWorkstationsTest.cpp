@@ -4,6 +4,7 @@
 #include "platform/controls/DateCombo.h"
 #include "platform/desktop/MessageBox.h"
 #include "tests/media/support/EditorDesk.h"
+#include "tests/support/FailingAccesses.h"
 
 #include <QCheckBox>
 
@@ -130,6 +131,30 @@ TEST_F(TwoWorkstations, PlayCountsAreNeverAskedAbout) {
   Click(*editor_, u"cmdOk"_s);
   EXPECT_TRUE(boxes.Shown().empty());
   EXPECT_EQ(Name(), u"Apotheek Noord"_s);
+}
+
+// Whichever access to the database fails while the editor opens.
+TEST_F(TwoWorkstations, AFailureAtOpeningNeverLetsOkReplaceTheirChange) {
+  int questions = 0;
+  int refusals = 0;
+  for (int failing = 1; failing <= 12; ++failing) {
+    desk_.station.OnServer(u"UPDATE tblItemSpots SET EindDatum = 45688 WHERE ID = 1"_s);
+    std::unique_ptr<frmItemSpotsDetail> editor;
+    {
+      const testing_support::FailingAccesses away(failing, failing);
+      const desktop::MessageBoxScript boxes;
+      editor = desk_.OpenSpot(u"1"_s);
+    }
+    TheOtherChangesTheEndDate();
+    FillValidSpot(*editor, u"Apotheek Noord"_s);
+    const desktop::MessageBoxScript boxes{kAnswerCancel};
+    Click(*editor, u"cmdOk"_s);
+    ASSERT_EQ(boxes.Shown().size(), 1U) << failing;
+    ++(boxes.Last().title == u"Opslaan"_s ? refusals : questions);
+    EXPECT_EQ(EndDate(), kTheirs) << failing;
+  }
+  EXPECT_GT(refusals, 0);  // what is compared could not be read
+  EXPECT_GT(questions, 0);
 }
 
 TEST(TwoWorkstationsJingle, AChangedNameIsAskedAbout) {

@@ -22,7 +22,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString kName = u"NAAM"_s;  // placeholder for the name in the words of a command
-constexpr unsigned kMostSeconds = 20;
+constexpr unsigned kMaxSeconds = 20;
 
 struct Call {
   const char* label;
@@ -107,7 +107,7 @@ class BadNamesDeathTest : public testing::Test {
   }
   [[noreturn]] static void RunAsNobody(const QStringList& words) {
     testing_support::BecomeNobody();
-    ::alarm(kMostSeconds);  // a command that hangs is killed
+    ::alarm(kMaxSeconds);  // a command that hangs is killed
     const ToolRun run = RunTool(words);
     std::fputs(run.err.c_str(), stderr);
     std::_Exit(run.exitCode);

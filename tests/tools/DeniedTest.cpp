@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Messages of the commands without access to the files; in a child process, since root always has access.
 #include "tests/support/Hindrance.h"
+#include "tests/tools/EveryCommand.h"
 #include "tests/tools/RunTool.h"
 
-#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -44,21 +44,8 @@ class DeniedDeathTest : public testing::Test {
 
 }  // namespace
 
-TEST_F(DeniedDeathTest, EveryCommandOnAFileSaysThatAccessIsRefused) {
-  const QList<QStringList> commands{{u"tables"_s, Local()},
-                                    {u"schema"_s, Local()},
-                                    {u"dump"_s, Local(), u"tblOfflineLog"_s},
-                                    {u"sql"_s, Local(), u"SELECT * FROM tblOfflineLog"_s},
-                                    {u"check"_s, Local()},
-                                    {u"compact"_s, Local()}};
-  for (const QStringList& words : commands)
-    EXPECT_EXIT(RunAsNobody(words), testing::ExitedWithCode(kFailed), "OvalistoLocal.mdb.*toegang geweigerd")
-        << words.first().toStdString();
-}
-
-TEST_F(DeniedDeathTest, EveryCommandOnAStationSaysThatAccessIsRefused) {
-  for (const QStringList& words : {QStringList{u"export"_s, Folder()}, QStringList{u"spots"_s, Folder()},
-                                   QStringList{u"locate"_s, Folder(), QDir::tempPath()}})
+TEST_F(DeniedDeathTest, EveryCommandSaysThatAccessIsRefused) {
+  for (const QStringList& words : EveryCommand({Folder(), Local(), u"tblOfflineLog"_s}))
     EXPECT_EXIT(RunAsNobody(words), testing::ExitedWithCode(kFailed), "dicht.*toegang geweigerd")
         << words.first().toStdString();
 }

@@ -63,6 +63,24 @@ TEST_F(Restore, ChosenTablesAreRestoredAndOthersAreUnchanged) {
   EXPECT_EQ(Backups().size(), 2);  // the previous rows are kept too
 }
 
+// The copy that is made first lets older ones expire, but never the one that is restored.
+TEST_F(Restore, EveryCopyCanBeRestored) {
+  for (int id = 2; id <= 8; ++id) {
+    Sql(u"UPDATE tblCopie_Items SET ID = %1"_s.arg(id));
+    EXPECT_EQ(RunTool({u"compact"_s, Local()}).exitCode, kDone);
+  }
+  const QStringList before = Backups();
+  ASSERT_GE(before.size(), 3);
+  for (const QString& name : before) {
+    Sql(u"UPDATE tblCopie_Items SET Naam = \"before %1\""_s.arg(name));
+    const QString backup = folder_.filePath(u"data/backup/"_s + name);
+    if (!QFile::exists(backup)) continue;  // expired meanwhile
+    const ToolRun run = RunTool({u"restore"_s, backup, Local(), u"tblCopie_Items"_s});
+    EXPECT_EQ(run.exitCode, kDone) << run.err;
+    EXPECT_TRUE(QFile::exists(backup)) << name.toStdString();
+  }
+}
+
 TEST_F(Restore, TheOfflineLogIsNeverRestored) {
   Sql(u"UPDATE tblOfflineLog SET SqlSyntax = \"later\""_s);
   Sql(u"DELETE FROM tblCopie_Items"_s);

@@ -77,7 +77,7 @@ TEST_P(EveryWindow, UsesEachMnemonicOnce) {
 }
 
 TEST_P(EveryWindow, ReachesEachControlWithTab) {
-  EXPECT_EQ(Joined(windows::Told(windows::Missed(Widget(), windows::TabStops(Widget())))), "");
+  EXPECT_EQ(Joined(windows::Described(windows::Missed(Widget(), windows::TabStops(Widget())))), "");
 }
 
 TEST_P(EveryWindow, TabFollowsTheReadingOrder) {

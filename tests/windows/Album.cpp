@@ -17,16 +17,16 @@ using namespace Qt::StringLiterals;
 namespace windows {
 namespace {
 
-constexpr int kMostLooks = 20;  // after this many checks the picture is taken even if the window still changes
-constexpr int kCalm = 150;      // ms between two checks
-constexpr int kDelay = 200;     // ms until a modal window is shown
+constexpr int kMaxLooks = 20;  // after this many checks the picture is taken even if the window still changes
+constexpr int kCalm = 150;     // ms between two checks
+constexpr int kDelay = 200;    // ms until a modal window is shown
 constexpr double kLarger = 1.35;
 
 }  // namespace
 
 void Album::Save(const QString& name, QWidget& window) const {
   QImage now;
-  for (int look = 0; look < kMostLooks; ++look) {
+  for (int look = 0; look < kMaxLooks; ++look) {
     QTest::qWait(kCalm);
     const QImage before = std::exchange(now, window.grab().toImage());
     if (now == before) break;

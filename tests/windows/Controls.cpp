@@ -72,7 +72,7 @@ QList<QWidget*> Shown(const QWidget& window) {
   return shown;
 }
 
-QString ToldBy(QWidget* widget, QAccessible::Text what) {
+QString PropertyOf(QWidget* widget, QAccessible::Text what) {
   QAccessibleInterface* face = QAccessible::queryAccessibleInterface(widget);
   return face == nullptr ? QString() : face->text(what).trimmed();
 }
@@ -96,7 +96,7 @@ class Letters {
  public:
   void Add(const QString& caption, const QWidget* owner) {
     const QKeySequence keys = QKeySequence::mnemonic(caption);
-    if (!keys.isEmpty()) owners_[keys.toString()] += Told(owner) + u" '"_s + caption + u'\'';
+    if (!keys.isEmpty()) owners_[keys.toString()] += Described(owner) + u" '"_s + caption + u'\'';
   }
   QStringList Shared() const {
     QStringList shared;
@@ -165,22 +165,22 @@ bool ReadsOn(const QRect& from, const QRect& to) {
 
 }  // namespace
 
-QString Told(const QWidget* control) {
+QString Described(const QWidget* control) {
   return QString::fromLatin1(control->metaObject()->className()) + u' ' + control->objectName();
 }
 
-QStringList Told(const QList<QWidget*>& controls) {
-  QStringList told;
+QStringList Described(const QList<QWidget*>& controls) {
+  QStringList described;
   for (const QWidget* control : controls)
-    told += Told(control);
-  return told;
+    described += Described(control);
+  return described;
 }
 
 QStringList Nameless(const QWidget& window) {
   QStringList nameless;
   for (QWidget* widget : Shown(window)) {
-    if ((IsInstrument(widget) || IsActedOn(widget)) && ToldBy(widget, QAccessible::Name).isEmpty()) {
-      nameless += Told(widget);
+    if ((IsInstrument(widget) || IsActedOn(widget)) && PropertyOf(widget, QAccessible::Name).isEmpty()) {
+      nameless += Described(widget);
     }
   }
   return nameless;
@@ -189,7 +189,7 @@ QStringList Nameless(const QWidget& window) {
 QStringList SharedNames(const QWidget& window) {
   QMap<QString, QStringList> owners;
   for (QWidget* widget : Shown(window)) {
-    if (IsInstrument(widget) || IsActedOn(widget)) owners[ToldBy(widget, QAccessible::Name)] += Told(widget);
+    if (IsInstrument(widget) || IsActedOn(widget)) owners[PropertyOf(widget, QAccessible::Name)] += Described(widget);
   }
   QStringList shared;
   for (auto name = owners.begin(); name != owners.end(); ++name) {
@@ -201,9 +201,9 @@ QStringList SharedNames(const QWidget& window) {
 QStringList Undescribed(const QWidget& window) {
   QStringList undescribed;
   for (QWidget* widget : Shown(window)) {
-    if (NeedsDescription(widget) && ToldBy(widget, QAccessible::Description).isEmpty() &&
-        ToldBy(widget, QAccessible::Value).isEmpty())
-      undescribed += Told(widget);
+    if (NeedsDescription(widget) && PropertyOf(widget, QAccessible::Description).isEmpty() &&
+        PropertyOf(widget, QAccessible::Value).isEmpty())
+      undescribed += Described(widget);
   }
   return undescribed;
 }
@@ -237,8 +237,8 @@ QList<QWidget*> Missed(const QWidget& window, const QList<QWidget*>& stops) {
 
 QList<QWidget*> TabStops(QWidget& window) {
   QList<QWidget*> stops;
-  constexpr int kMost = 200;
-  for (int at = 0; at < kMost; ++at) {
+  constexpr int kMax = 200;
+  for (int at = 0; at < kMax; ++at) {
     QWidget* now = window.focusWidget();
     if (now != nullptr && stops.contains(now)) break;
     if (now != nullptr && !now->isWindow()) stops += now;
@@ -260,7 +260,7 @@ QStringList Unmarked(QWidget& window, const QList<QWidget*>& stops) {
     };
     const QImage with = look(stop);
     const QImage without = look(stops[(at + 1) % stops.size()]);
-    if (with == without) unmarked += Told(stop);
+    if (with == without) unmarked += Described(stop);
   }
   return unmarked;
 }
@@ -270,7 +270,7 @@ QStringList AgainstReading(const QList<QWidget*>& order) {
   for (qsizetype at = 0; at < order.size() && order.size() > 1; ++at) {
     const QWidget* next = order[(at + 1) % order.size()];
     const auto [from, to] = PlacesOf(order[at], next);
-    if (!ReadsOn(from, to)) against += Told(order[at]) + u" -> "_s + Told(next);
+    if (!ReadsOn(from, to)) against += Described(order[at]) + u" -> "_s + Described(next);
   }
   return against;
 }

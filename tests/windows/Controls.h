@@ -37,7 +37,7 @@ QList<QWidget*> Missed(const QWidget& window, const QList<QWidget*>& stops);
 // Tab steps against the reading order: up, or to the left on one line. One of them is the return to the start.
 QStringList AgainstReading(const QList<QWidget*>& order);
 
-QString Told(const QWidget* control);
-QStringList Told(const QList<QWidget*>& controls);
+QString Described(const QWidget* control);
+QStringList Described(const QList<QWidget*>& controls);
 
 }  // namespace windows

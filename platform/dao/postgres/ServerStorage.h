@@ -31,12 +31,12 @@ class ServerStorage : public Storage {
   std::weak_ptr<ServerSession> session_;
 };
 
-// Creates the schema with the internal tables; an error when it has them already. `fill` gets the path of the schema
-// under another name; it gets its own when `fill` has returned, so that a schema is never there in part.
+// Creates the schema with the internal tables. Throws runtime::Error when it has them already. `fill` gets the path of
+// the schema under another name; it gets its own when `fill` has returned, so that a schema is never there in part.
 void CreateServerStorage(const QString& pathText, const std::function<void(const QString& unfinished)>& fill);
 // Stores a description of the schema on the server, for its administrator.
 void DescribeServerStorage(const QString& pathText, const QString& description);
-// Whether the schema exists; runtime::Error when the server cannot be reached.
+// Whether the schema exists. Throws runtime::Error when the server cannot be reached.
 bool ServerStorageExists(const QString& pathText);
 
 }  // namespace dao

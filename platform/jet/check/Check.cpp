@@ -5,6 +5,7 @@
 #include "platform/jet/database/Database.h"
 #include "platform/jet/pages/DataPage.h"
 #include "platform/jet/pages/FreePages.h"
+#include "platform/jet/rows/StoredTableFormat.h"
 #include "platform/jet/values/Codec.h"
 #include "platform/jet/values/Damage.h"
 #include "platform/jet/values/Utf8.h"
@@ -16,9 +17,7 @@ namespace jet {
 
 namespace {
 
-constexpr std::uint32_t kMapsPage = 1;  // page of the map of free pages; it is its own owner
-constexpr std::size_t kDefinitionMark = 12;
-constexpr std::uint32_t kDefinitionMarkValue = 0x659;
+constexpr std::size_t kDefinitionMarkAt = 12;
 constexpr std::size_t kOrphansNamed = 10;
 
 void CheckFileSize(Database& database, CheckState& state) {
@@ -32,7 +31,7 @@ void CheckDefinition(CheckState& state, const StoredTable& table) {
     state.ProblemAt(table.page, "de tabeldefinitie is " + std::to_string(table.streamLength) +
                                     " bytes lang in plaats van " + std::to_string(table.length));
   }
-  if (LoadU32(first->data() + kDefinitionMark) != kDefinitionMarkValue) {
+  if (LoadU32(first->data() + kDefinitionMarkAt) != table_definition::kBlockMark) {
     state.ProblemAt(table.page, "de tabeldefinitie heeft een verkeerd kenmerk");
   }
   for (const std::uint32_t page : table.pages)
@@ -78,18 +77,18 @@ std::string ListOf(const std::vector<std::uint32_t>& pages) {
 
 // Compares every page with the map of free pages: a page is either in use or free.
 void CheckFreePagesMap(CheckState& state) {
-  const DataPage page(state.Source().Read(kMapsPage), kMapsPage);
-  if (page.SlotCount() < 2) state.ProblemAt(kMapsPage, "de kaart van vrije pagina's ontbreekt");
-  CheckDataPage(state, page, kMapsPage);
+  const DataPage page(state.Source().Read(kFreePagesPage), kFreePagesPage);
+  if (page.SlotCount() < 2) state.ProblemAt(kFreePagesPage, "de kaart van vrije pagina's ontbreekt");
+  CheckDataPage(state, page, kFreePagesPage);
   const UsageMap free = state.ReadMap(kFreePagesMap, "de vrije pagina's");
   state.Guard([&] { RequireUsable(free, state.Source().PageCount()); });
   if (free.FirstPage() > 0) {
     state.Remark("de kaart van vrije pagina's begint pas bij pagina " + std::to_string(free.FirstPage()));
   }
-  state.ReadMap(MakeRowId(kMapsPage, 1), "de tweede kaart");
+  state.ReadMap(kSecondMap, "de tweede kaart");
   if (free.End() < state.Source().PageCount()) {
-    state.ProblemAt(kMapsPage, "de kaart van vrije pagina's dekt het bestand niet: " + std::to_string(free.End()) +
-                                   " van " + std::to_string(state.Source().PageCount()) + " pagina's");
+    state.ProblemAt(kFreePagesPage, "de kaart van vrije pagina's dekt het bestand niet: " + std::to_string(free.End()) +
+                                        " van " + std::to_string(state.Source().PageCount()) + " pagina's");
   }
   std::vector<std::uint32_t> orphans;
   for (std::uint32_t number = 1; number < state.Source().PageCount(); ++number) {

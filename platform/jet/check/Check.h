@@ -18,7 +18,7 @@ struct Finding {
 };
 
 // Most findings that one check collects; one further finding says that there are more.
-constexpr std::size_t kMostFindings = 1000;
+constexpr std::size_t kMaxFindings = 1000;
 
 // Checks every page, map, row, long value and index of the file, and compares every index key with its row. Never
 // changes the file. Returns findings in the order of detection; a file without a problem is sound.

@@ -13,8 +13,8 @@ const std::string kMapOwner = "gebruikskaarten";
 }  // namespace
 
 void CheckState::Add(bool remark, const std::string& text) {
-  if (findings_.size() > kMostFindings) return;
-  if (findings_.size() == kMostFindings) {
+  if (findings_.size() > kMaxFindings) return;
+  if (findings_.size() == kMaxFindings) {
     findings_.push_back({false, "er zijn nog meer bevindingen"});
     return;
   }

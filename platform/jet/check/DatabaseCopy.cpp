@@ -22,7 +22,7 @@ namespace {
 
 constexpr std::uint32_t kEnginePages = 6;  // header, maps, the definitions of the four engine tables
 constexpr std::uint32_t kFirstTable = 2;
-constexpr std::uint32_t kMostUnused = 8;  // at most one of so many pages may be free
+constexpr std::uint32_t kMaxUnused = 8;  // at most one of so many pages may be free
 
 bool IsEngineTable(std::uint32_t page) {
   return page < kEnginePages;
@@ -39,7 +39,7 @@ DatabaseCopy::DatabaseCopy(Database& source) : source_(source) {
     keeping.insert(table.page);
   Build(keeping);
   const std::uint32_t used = UsedPages();
-  if (pages_->PageCount() - used <= used / kMostUnused) return;
+  if (pages_->PageCount() - used <= used / kMaxUnused) return;
   std::erase_if(keeping, [&](std::uint32_t page) { return page >= used; });
   Build(keeping);
 }

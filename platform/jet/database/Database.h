@@ -28,11 +28,11 @@ class TableWriter;
 // turn in which they were opened.
 class Database {
  public:
-  // Opens an existing file. An Error for a file of another format or a wrong password.
+  // Opens an existing file. Throws Error for a file of another format or a wrong password.
   static std::unique_ptr<Database> Open(const std::filesystem::path& path, const OpenOptions& options = {},
                                         FileSystem& files = HostFileSystem());
 
-  // Creates a database without tables. An Error when the file exists.
+  // Creates a database without tables. Throws Error when the file exists.
   static void Create(const std::filesystem::path& path, FileSystem& files = HostFileSystem());
 
   const std::string& Name() const { return storage_->Name(); }
@@ -47,8 +47,8 @@ class Database {
   // The names of the user tables, sorted; without system and hidden tables.
   std::vector<std::u16string> TableNames();
   bool HasTable(std::u16string_view name);
-  // Opens any table by name (also system tables), ignoring case. An Error when it does not exist or its definition is
-  // damaged.
+  // Opens any table by name (also system tables), ignoring case. Throws Error when it does not exist or its definition
+  // is damaged.
   Table OpenTable(std::u16string_view name);
   // The same for an entry of Objects().
   Table OpenTable(const CatalogEntry& entry);
@@ -58,7 +58,7 @@ class Database {
   // The same for a table that was opened within this turn and not changed since.
   std::unique_ptr<TableWriter> OpenWriter(const Table& table);
   // Creates a table with its indexes, within a WriteTurn. Column numbers, positions and `fixed` in the definition are
-  // ignored. An Error for an existing name or an invalid definition.
+  // ignored. Throws Error for an existing name or an invalid definition.
   void CreateTable(const TableDefinition& table);
   // The same, with properties copied from a table of another file.
   void CreateTable(const TableDefinition& table, const std::vector<PropertySet>& properties);

@@ -21,7 +21,7 @@ namespace {
 constexpr std::uint32_t kFirstPages = 14;  // pages before the first rows
 constexpr std::uint32_t kMapsOfTables = 6;
 constexpr std::uint32_t kFirstRoot = 7;
-constexpr std::uint16_t kMostBytes = 510;
+constexpr std::uint16_t kMaxBytes = 510;
 constexpr std::uint8_t kEngineFlag = 0x10;
 constexpr std::uint8_t kObfuscatedFlag = 0x20;
 
@@ -92,7 +92,7 @@ StoredColumn Builder::MakeColumn(const EngineColumn& column, std::uint16_t numbe
   ColumnDefinition definition;
   definition.name = column.name;
   definition.type = column.type;
-  definition.size = column.type == ColumnType::Text ? kMostBytes / 2 : kMostBytes;
+  definition.size = column.type == ColumnType::Text ? kMaxBytes / 2 : kMaxBytes;
   StoredColumn made = LayOutColumn(definition, number, def.variableColumns, fixedBytes);
   made.display = 0;
   made.extraFlags = 0;

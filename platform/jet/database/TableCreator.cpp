@@ -20,10 +20,10 @@ namespace jet {
 
 namespace {
 
-constexpr std::size_t kMostIndexes = 32;
-constexpr std::size_t kMostIndexFields = 10;
-constexpr std::size_t kMostNameCharacters = 64;
-constexpr std::uint16_t kMostTextCharacters = 255;
+constexpr std::size_t kMaxIndexes = 32;
+constexpr std::size_t kMaxIndexFields = 10;
+constexpr std::size_t kMaxNameCharacters = 64;
+constexpr std::uint16_t kMaxTextCharacters = 255;
 constexpr std::uint8_t kAlwaysSet = 0x02;
 constexpr std::uint8_t kIndexAlwaysSet = 0x80;
 constexpr std::uint8_t kCompressed = 0x01;
@@ -34,7 +34,7 @@ constexpr std::uint8_t kNoCascade = 4;
 }
 
 void CheckName(std::u16string_view name) {
-  const bool isLong = name.empty() || name.size() > kMostNameCharacters;
+  const bool isLong = name.empty() || name.size() > kMaxNameCharacters;
   const bool isForbidden = std::any_of(name.begin(), name.end(), [](char16_t character) {
     return character < 0x20 || std::u16string_view(u".![]`").find(character) != std::u16string_view::npos;
   });
@@ -56,19 +56,19 @@ void CheckTable(const TableDefinition& table) {
   CheckName(table.name);
   CheckReferences(table.columns);
   CheckReferences(table.indexes);
-  if (table.columns.empty() || table.columns.size() > table_definition::kMostColumns)
+  if (table.columns.empty() || table.columns.size() > table_definition::kMaxColumns)
     Refuse("een tabel heeft 1 tot 255 velden.");
-  if (table.indexes.size() > kMostIndexes) Refuse("een tabel heeft maximaal 32 indexen.");
+  if (table.indexes.size() > kMaxIndexes) Refuse("een tabel heeft maximaal 32 indexen.");
   for (const ColumnDefinition& column : table.columns) {
     if (column.type == ColumnType::SystemBinary)
       Refuse("het veld '" + ToUtf8(column.name) + "' is van een onbekende soort.");
     const bool sized = column.type == ColumnType::Text || column.type == ColumnType::Binary;
-    const std::uint16_t most = column.type == ColumnType::Text ? kMostTextCharacters : 2 * kMostTextCharacters;
+    const std::uint16_t most = column.type == ColumnType::Text ? kMaxTextCharacters : 2 * kMaxTextCharacters;
     if (sized && (column.size == 0 || column.size > most))
       Refuse("het veld '" + ToUtf8(column.name) + "' heeft een verkeerde grootte.");
   }
   for (const IndexDefinition& index : table.indexes) {
-    if (index.fields.empty() || index.fields.size() > kMostIndexFields) Refuse("een index heeft 1 tot 10 velden.");
+    if (index.fields.empty() || index.fields.size() > kMaxIndexFields) Refuse("een index heeft 1 tot 10 velden.");
     for (const IndexDefinition::Field& field : index.fields) {
       if (field.column >= table.columns.size()) Refuse("een index noemt een veld dat er niet is.");
       if (table.columns[field.column].type == ColumnType::Ole) Refuse("een OLE-veld kan niet in een index staan.");

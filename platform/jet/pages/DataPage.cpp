@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::uint16_t kStartMask = 0x1FFF;
 constexpr std::uint16_t kKindMask = 0xC000;
-constexpr int kMostMoves = 8;
+constexpr int kMaxMoves = 8;
 
 }  // namespace
 
@@ -65,7 +65,7 @@ void RequireOwner(const DataPage& page, std::uint32_t owner) {
 }
 
 std::optional<StoredRow> FindRow(PageSource& pages, RowId row, bool firstPlace, std::optional<std::uint32_t> owner) {
-  for (int moves = 0; moves < kMostMoves; ++moves) {
+  for (int moves = 0; moves < kMaxMoves; ++moves) {
     const DataPage page(pages.Read(PageOf(row)), PageOf(row));
     if (owner) RequireOwner(page, *owner);
     if (SlotOf(row) >= page.SlotCount()) return std::nullopt;

@@ -13,7 +13,6 @@ namespace jet {
 
 namespace {
 
-constexpr std::uint32_t kFreePagesPage = PageOf(kFreePagesMap);
 constexpr std::uint32_t kMapPageOwner = 1;
 constexpr std::uint32_t kMaxSkipped = 64;  // consecutive pages past the end of the file that the map may mark as used
 

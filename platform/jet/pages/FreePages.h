@@ -14,6 +14,7 @@ namespace jet {
 
 // The map of free pages: row 0 of page 1.
 constexpr RowId kFreePagesMap = MakeRowId(1, 0);
+constexpr std::uint32_t kFreePagesPage = PageOf(kFreePagesMap);
 constexpr RowId kSecondMap = MakeRowId(1, 1);  // on the same page; its meaning is unknown, so it is preserved
 
 // Throws Damage when the file cannot grow by this map: it marks a system page as free, or marks so many pages past the

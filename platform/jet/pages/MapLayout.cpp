@@ -26,13 +26,13 @@ MapLayout::MapLayout(PageSource& pages, RowId where) : page_(PageOf(where)) {
   } else {
     ReadEntries(row);
   }
-  if (first_ >= kMostPages) {
+  if (first_ >= kMaxPages) {
     throw DamageAt(page_, name + " begint bij pagina " + std::to_string(first_) + ", voorbij het grootste bestand");
   }
 }
 
 void MapLayout::ReadEntries(const std::uint8_t* row) {
-  entryCount_ = std::min((length_ - kReferenceHead) / 4, kMostEntries);
+  entryCount_ = std::min((length_ - kReferenceHead) / 4, kMaxEntries);
   for (std::size_t i = 0; i < entryCount_; ++i) {
     const std::uint32_t bitmap = LoadU32(row + kReferenceHead + 4 * i);
     const auto end = entries_.begin() + static_cast<std::ptrdiff_t>(i);

@@ -26,7 +26,7 @@ class MapLayout {
   static constexpr std::size_t kBitmapPageHead = 4;
   static constexpr std::uint32_t kPagesPerBitmapPage = (kPageSize - kBitmapPageHead) * 8;
   // Entries of a map by reference that cover the largest file (2 GB); further entries are ignored.
-  static constexpr std::size_t kMostEntries = (kMostPages + kPagesPerBitmapPage - 1) / kPagesPerBitmapPage;
+  static constexpr std::size_t kMaxEntries = (kMaxPages + kPagesPerBitmapPage - 1) / kPagesPerBitmapPage;
   static constexpr std::size_t kNewMapBytes = 69;  // row of a new map: 512 bits, or 17 entries
 
   // `bytes` bytes of bits from offset `start` of page `holder`; the first bit is for page `first`.
@@ -68,7 +68,7 @@ class MapLayout {
   bool isInline_ = true;
   std::uint32_t first_ = 0;
   std::size_t entryCount_ = 0;
-  std::array<std::uint32_t, kMostEntries> entries_{};
+  std::array<std::uint32_t, kMaxEntries> entries_{};
 };
 
 }  // namespace jet

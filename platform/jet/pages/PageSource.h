@@ -12,7 +12,7 @@ constexpr std::size_t kPageSize = 4096;
 // Default size of the cache of a file, in pages: 8 MB.
 constexpr std::size_t kCachedPages = 2048;
 // Pages in the largest file (2 GB).
-constexpr std::uint32_t kMostPages = (std::uint32_t{1} << 31) / kPageSize;
+constexpr std::uint32_t kMaxPages = (std::uint32_t{1} << 31) / kPageSize;
 // Pages that every file has: header, maps, the definitions of the four engine tables.
 constexpr std::uint32_t kSystemPages = 6;
 

@@ -32,7 +32,7 @@ void Pages::Refresh() {
   PageBytes page0{};
   const std::size_t length = file_.ReadAt(0, page0);
   header_ = ParseHeader(ByteView(page0).first(length), file_.Name());
-  pageCount_ = static_cast<std::uint32_t>(std::min<std::uint64_t>(file_.Size() / kPageSize, kMostPages));
+  pageCount_ = static_cast<std::uint32_t>(std::min<std::uint64_t>(file_.Size() / kPageSize, kMaxPages));
 }
 
 PageRef Pages::Read(std::uint32_t number) {

@@ -13,8 +13,8 @@ namespace jet {
 // order, and the stored count of free bytes is exact.
 class RowPage {
  public:
-  static constexpr unsigned kMaxWrittenSlots = 255;   // written; a page that is read may have one more (DataPage.h)
-  static constexpr std::size_t kMostRowBytes = 4060;  // of a table's row; a piece of a long value may have 4076
+  static constexpr unsigned kMaxWrittenSlots = 255;  // written; a page that is read may have one more (DataPage.h)
+  static constexpr std::size_t kMaxRowBytes = 4060;  // of a table's row; a piece of a long value may have 4076
   // Once a row did not fit, a page with less room than this is no longer offered for new rows; real files leave up to
   // 371 bytes unused this way.
   static constexpr std::size_t kMinUsableBytes = 372;

@@ -21,8 +21,7 @@ PageBytes& Transaction::Change(std::uint32_t number) {
 }
 
 std::uint32_t Transaction::Append() {
-  if (pageCount_ >= kMostPages)
-    throw Error(ErrorCode::DiskFull, "Het databasebestand mag niet groter worden dan 2 GB.");
+  if (pageCount_ >= kMaxPages) throw Error(ErrorCode::DiskFull, "Het databasebestand mag niet groter worden dan 2 GB.");
   changes_[pageCount_] = std::make_shared<PageBytes>(PageBytes{});
   return pageCount_++;
 }

@@ -59,7 +59,7 @@ void FieldWriter::WriteLongValues(const std::vector<Value>& values, const std::v
   for (std::size_t i = 0; i < fields.size(); ++i) {
     if (!table_.columns[i].IsLong() || !changed[i] || IsNull(values[i])) continue;
     const Bytes bytes = BytesOf(table_.columns[i], values[i]);
-    const bool fits = size + bytes.size() <= RowBuilder::kMostBytes;
+    const bool fits = size + bytes.size() <= RowBuilder::kMaxBytes;
     fields[i].stored = LongValues(i).Write(bytes, fits);
     size += fields[i].stored.size() - LongValueHead::kBytes;
   }

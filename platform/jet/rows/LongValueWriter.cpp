@@ -11,8 +11,8 @@ namespace jet {
 
 namespace {
 
-constexpr std::size_t kMostInOneRow = 4076;
-constexpr std::size_t kPieceBytes = kMostInOneRow - 4;  // each piece begins with the row pointer of the next
+constexpr std::size_t kMaxInOneRow = 4076;
+constexpr std::size_t kPieceBytes = kMaxInOneRow - 4;  // each piece begins with the row pointer of the next
 constexpr std::uint32_t kInlineFlag = 0x80000000;
 constexpr std::uint32_t kSingleFlag = 0x40000000;
 
@@ -35,12 +35,12 @@ LongValueWriter::LongValueWriter(Transaction& pages, PageSpace& space, const Sto
 
 Bytes LongValueWriter::Write(ByteView value, bool mayInline) {
   if (value.size() > LongValueHead::kMaxLength) throw Error(ErrorCode::TooLong, "De waarde is te lang.");
-  if (value.empty() || (mayInline && value.size() <= kMostInline)) {
+  if (value.empty() || (mayInline && value.size() <= kMaxInline)) {
     Bytes stored = Head(value.size(), kInlineFlag, 0);
     stored.insert(stored.end(), value.begin(), value.end());
     return stored;
   }
-  if (value.size() <= kMostInOneRow) return Head(value.size(), kSingleFlag, rows_.Add(value));
+  if (value.size() <= kMaxInOneRow) return Head(value.size(), kSingleFlag, rows_.Add(value));
   return Head(value.size(), 0, WriteChain(value, [&](ByteView piece) { return rows_.AddAlone(piece); }));
 }
 

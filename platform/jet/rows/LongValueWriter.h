@@ -18,7 +18,7 @@ RowId WriteChain(ByteView value, const std::function<RowId(ByteView piece)>& put
 class LongValueWriter {
  public:
   // Longest value stored in the row itself, in bytes.
-  static constexpr std::size_t kMostInline = 64;
+  static constexpr std::size_t kMaxInline = 64;
 
   // Throws Error (Unsupported) for a column without maps, which only some helper tables of other programs have.
   LongValueWriter(Transaction& pages, PageSpace& space, const StoredColumn& column);

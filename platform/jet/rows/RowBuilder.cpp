@@ -197,9 +197,9 @@ const Bytes& RowBuilder::Build(const std::vector<Field>& fields) {
   }
   if (table_.variableColumns > 0) AppendVariables(fields);
   row_.insert(row_.end(), mask_.begin(), mask_.end());
-  if (row_.size() > kMostBytes) {
+  if (row_.size() > kMaxBytes) {
     throw Error(ErrorCode::TooLong, "De rij is te groot: " + std::to_string(row_.size()) + " bytes, er passen er " +
-                                        std::to_string(kMostBytes) + ".");
+                                        std::to_string(kMaxBytes) + ".");
   }
   return row_;
 }

@@ -23,13 +23,13 @@ std::string FieldName(const StoredColumn& column);
 // value has the wrong type, is too long or out of the column's range.
 void EncodeValue(const StoredColumn& column, const Value& value, Bytes& out);
 
-// The decimal in the column's scale; an Error when it does not fit or digits would be lost.
+// The decimal in the column's scale. Throws Error when it does not fit or digits would be lost.
 Decimal Rescaled(const StoredColumn& column, const Decimal& number);
 
 // Builds rows of one table, which must outlive it.
 class RowBuilder {
  public:
-  static constexpr std::size_t kMostBytes = RowPage::kMostRowBytes;
+  static constexpr std::size_t kMaxBytes = RowPage::kMaxRowBytes;
 
   explicit RowBuilder(const StoredTable& table);
 

@@ -10,7 +10,7 @@ namespace jet {
 
 namespace {
 
-constexpr int kMostTries = 8;  // so that the search takes no longer in a larger table
+constexpr int kMaxTries = 8;  // so that the search takes no longer in a larger table
 
 }  // namespace
 
@@ -29,7 +29,7 @@ RowPage RowSpace::NewPage(bool takesMore) {
 RowPage& RowSpace::PageWithRoom(std::size_t bytes) {
   if (last_ && last_->RoomForNew() >= bytes) return *last_;
   auto number = free_.HighestBelow(~0U);
-  for (int tries = 0; number && tries < kMostTries; ++tries) {
+  for (int tries = 0; number && tries < kMaxTries; ++tries) {
     if (!owned_.Contains(*number)) throw DamageAt(*number, "heeft vrije ruimte, maar geen eigenaar");
     const std::size_t room = last_.emplace(pages_, *number, owner_).RoomForNew();
     if (room >= bytes) return *last_;

@@ -15,8 +15,8 @@ using namespace table_definition;
 namespace {
 
 constexpr std::size_t kNextPageAt = 4;
-constexpr std::size_t kMostDefinitionPages = 64;  // 255 columns and 32 indexes with the longest names need about 14
-constexpr std::size_t kMostReadIndexes = 1000;
+constexpr std::size_t kMaxDefinitionPages = 64;  // 255 columns and 32 indexes with the longest names need about 14
+constexpr std::size_t kMaxReadIndexes = 1000;
 constexpr std::size_t kHeadBytes = 63;
 constexpr std::size_t kIndexCountBytes = 12;
 constexpr std::size_t kColumnBytes = 25;
@@ -55,7 +55,7 @@ Bytes ReadStream(PageSource& pages, std::uint32_t first, std::vector<std::uint32
   stream.reserve(kPageSize);
   for (std::uint32_t number = first; number != 0;) {
     const bool looped = std::find(visited.begin(), visited.end(), number) != visited.end();
-    if (looped || visited.size() >= kMostDefinitionPages) throw DamageAt(number, "de definitie verwijst in een kring");
+    if (looped || visited.size() >= kMaxDefinitionPages) throw DamageAt(number, "de definitie verwijst in een kring");
     const PageRef page = ReadTyped(pages, number, PageType::Definition);
     visited.push_back(number);
     stream.insert(stream.end(), page->begin() + (number == first ? 0 : kContinuationHead), page->end());
@@ -152,8 +152,7 @@ Counts ParseHead(ByteView head, StoredTable& table) {
   table.ownedMap = LoadU32(&head[kOwnedMapAt]);
   table.freeMap = LoadU32(&head[kFreeMapAt]);
   const Counts counts{LoadU16(&head[45]), LoadU32(&head[47]), LoadU32(&head[51])};
-  if (counts.columns > kMostColumns || counts.logicalIndexes > kMostReadIndexes ||
-      counts.realIndexes > kMostReadIndexes) {
+  if (counts.columns > kMaxColumns || counts.logicalIndexes > kMaxReadIndexes || counts.realIndexes > kMaxReadIndexes) {
     throw Damage("te veel kolommen of indexen");
   }
   return counts;

@@ -16,7 +16,6 @@ using namespace table_definition;
 
 namespace {
 
-constexpr std::uint32_t kBlockMark = 0x659;
 constexpr std::uint32_t kRealIndexMark = 1923;
 constexpr std::size_t kStreamLengthAt = 8;
 

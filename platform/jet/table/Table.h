@@ -40,7 +40,7 @@ class Table {
   // TableDefinition::indexes.
   bool CanLookup(std::size_t index) const;
   // The rows whose first index fields equal `key` (at most as many values as fields, each of its column's type); texts
-  // are compared by the sort order. An Error (UnknownCharacter, Unsupported) when the key cannot be built; matching
+  // are compared by the sort order. Throws Error (UnknownCharacter, Unsupported) when the key cannot be built; matching
   // rows may still exist, so scan instead. Rows that the index omits are not found.
   KeyCursor Lookup(std::size_t index, std::span<const Value> key) const&;
   KeyCursor Lookup(std::size_t index, std::span<const Value> key) const&& = delete;

@@ -25,7 +25,7 @@ class CachedTableShape {
  public:
   using Properties = std::shared_ptr<const std::vector<PropertySet>>;
 
-  // An Error when the definition is damaged.
+  // Throws Error when the definition is damaged.
   std::shared_ptr<const TableShape> Get(PageSource& pages, const CatalogEntry& entry, const Properties& properties);
 
  private:

@@ -28,7 +28,7 @@ namespace jet {
 // table meanwhile.
 class TableWriter {
  public:
-  // An Error (Unsupported) for a table with validation rules or an index whose keys cannot be built.
+  // Throws Error (Unsupported) for a table with validation rules or an index whose keys cannot be built.
   TableWriter(Transaction& pages, std::shared_ptr<const TableShape> shape);
   TableWriter(const TableWriter&) = delete;
   TableWriter& operator=(const TableWriter&) = delete;

@@ -10,7 +10,7 @@ namespace {
 
 __extension__ using Magnitude = unsigned __int128;
 
-constexpr int kMostDigits = 38;
+constexpr int kMaxDigits = 38;
 constexpr int kDigitsOfDouble = 15;
 constexpr int kDigitsOfCurrency = 4;
 constexpr unsigned kTen = 10;
@@ -53,11 +53,11 @@ std::optional<Decimal> ExactOf(std::u16string_view text) {
     if (i == point) continue;
     if (text[i] < u'0' || text[i] > u'9') return std::nullopt;
     if (magnitude != 0 || text[i] != u'0') ++digits;
-    if (digits > kMostDigits) return std::nullopt;
+    if (digits > kMaxDigits) return std::nullopt;
     magnitude = magnitude * kTen + static_cast<unsigned>(text[i] - u'0');
   }
   const std::size_t decimals = point < text.size() ? text.size() - point - 1 : 0;
-  if (point + decimals == 0 || decimals > kMostDigits) return std::nullopt;  // no digit at all
+  if (point + decimals == 0 || decimals > kMaxDigits) return std::nullopt;  // no digit at all
   return MakeDecimal(negative, static_cast<int>(decimals), magnitude);
 }
 

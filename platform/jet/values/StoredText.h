@@ -23,7 +23,7 @@ Bytes EncodePlainText(std::u16string_view text);
 
 // Appends the stored form. As in the original engine it is compressed only where allowed and when the text has at least
 // three characters, all U+0001 to U+00FF. A text that begins with U+FEFF is always compressed, since its plain form
-// would be read as compressed; an Error (Unsupported) when it cannot be.
+// would be read as compressed. Throws Error (Unsupported) when it cannot be.
 void AppendText(std::u16string_view text, bool mayCompress, Bytes& out);
 Bytes EncodeText(std::u16string_view text, bool mayCompress);
 

@@ -4,6 +4,7 @@
 #include "data/Globals.h"
 #include "data/Messages.h"
 #include "platform/controls/ComboBox.h"
+#include "platform/dao/Database.h"
 #include "platform/desktop/Lock.h"
 #include "platform/desktop/MessageBox.h"
 #include "platform/runtime/Error.h"
@@ -45,9 +46,11 @@ class Editor : public EditorForm {
     ++saved;
     isDirty_ = !writeWorks;
   }
+  StoredValues ReadStoredValues() const override {
+    return ValuesOf(dao::OpenDatabase(global.serverDatabasePath).OpenRecordset(u"SELECT * FROM tblItems"_s), compared);
+  }
   using EditorForm::CancelAndClose;
   using EditorForm::MarkIncomplete;
-  using EditorForm::RequireLoaded;
   using EditorForm::SaveAndClose;
   using Form::LockControl;
   using Form::SetCboTextWhereID;
@@ -57,6 +60,7 @@ class Editor : public EditorForm {
   QStringList steps;
   int saved = 0;
   bool writeWorks = true;
+  QStringList compared;  // fields of tblItems
 };
 
 }  // namespace
@@ -95,6 +99,23 @@ TEST(EditorForm, IncompletelyReadRecordCannotBeSavedButANewOneCan) {
     } else {
       EXPECT_THROW(editor.RequireLoaded(), runtime::Error);
     }
+  }
+}
+
+// Without the values to compare with, saving would replace another workstation's change without a question.
+TEST(EditorForm, ARecordThatCannotBeComparedIsNotSaved) {
+  const Station station;
+  station.OnServer(u"INSERT INTO tblItems (ID, Naam) VALUES (12, \"Blok\")"_s);
+  Editor editor;
+  editor.compared = {u"Naam"_s, u"Kleur"_s};
+  global.gstrSelectedID = u"12"_s;
+  editor.Form_Load();
+  try {
+    editor.RequireLoaded();
+    FAIL() << "nothing was thrown";
+  } catch (const runtime::Error& error) {
+    EXPECT_TRUE(error.Description().contains(u"'Kleur'"_s)) << error.what();
+    EXPECT_TRUE(error.Description().contains(u"Er is niets bewaard"_s)) << error.what();
   }
 }
 

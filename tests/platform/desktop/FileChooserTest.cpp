@@ -86,22 +86,34 @@ TEST(FileChooser, RealDialogReturnsTheChosenFile) {
   EXPECT_EQ(chooser.ShowOpen(nullptr), path);
 }
 
+// Shows the real dialog, and calls `look` with it again and again until that closes it: the dialog reads the folder in
+// the background.
+void ShowDialog(FileChooser& chooser, const std::function<void(QFileDialog&)>& look) {
+  QTimer timer;
+  QObject::connect(&timer, &QTimer::timeout, [&look] {
+    if (auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget())) look(*dialog);
+  });
+  timer.start(0);
+  chooser.ShowOpen(nullptr);
+}
+
+// The first line of the dialog's list of files; invalid while there is none.
+QModelIndex FirstLine(const QFileDialog& dialog) {
+  const auto* files = dialog.findChild<QTreeView*>(u"treeView"_s);
+  return files->model()->index(0, 0, files->rootIndex());
+}
+
 // The filter descriptions that the real dialog shows, the selected one first.
 QStringList OfferedBy(FileChooser& chooser) {
   QStringList offered;
-  QTimer look;  // repeatedly: the dialog resolves the folder first
-  QObject::connect(&look, &QTimer::timeout, [&offered] {
-    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-    if (dialog == nullptr) return;
-    const auto* sorts = dialog->findChild<QComboBox*>(u"fileTypeCombo"_s);
+  chooser.SetFilter(kFilter);
+  ShowDialog(chooser, [&offered](QFileDialog& dialog) {
+    const auto* sorts = dialog.findChild<QComboBox*>(u"fileTypeCombo"_s);
     offered = {sorts->currentText()};
     for (int sort = 0; sort < sorts->count(); ++sort)
       offered += sorts->itemText(sort);
-    dialog->reject();
+    dialog.reject();
   });
-  look.start(0);
-  chooser.SetFilter(kFilter);
-  chooser.ShowOpen(nullptr);
   return offered;
 }
 
@@ -116,19 +128,11 @@ TEST(FileChooser, RealDialogCallsAFolderMap) {
   FileChooser chooser;
   chooser.SetStartFolder(folder.path());
   QString sort;
-  QTimer look;  // repeatedly: the dialog reads the folder in the background
-  QObject::connect(&look, &QTimer::timeout, [&] {
-    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-    if (dialog == nullptr) return;
-    const auto* files = dialog->findChild<QTreeView*>(u"treeView"_s);
-    const QModelIndex first = files->model()->index(0, 0, files->rootIndex());
-    if (!first.isValid()) return;
+  ShowDialog(chooser, [&sort](QFileDialog& dialog) {
     constexpr int kSortColumn = 2;
-    sort = first.siblingAtColumn(kSortColumn).data().toString();
-    if (!sort.isEmpty()) dialog->reject();
+    sort = FirstLine(dialog).siblingAtColumn(kSortColumn).data().toString();
+    if (!sort.isEmpty()) dialog.reject();
   });
-  look.start(0);
-  chooser.ShowOpen(nullptr);
   EXPECT_EQ(sort, u"Map"_s);
 }
 
@@ -145,21 +149,15 @@ TEST(FileChooser, RealDialogShowsSizesAndDatesInDutch) {
   FileChooser chooser;
   chooser.SetStartFolder(folder.path());
   QStringList shown;
-  QTimer look;  // repeatedly: the dialog reads the folder in the background
-  QObject::connect(&look, &QTimer::timeout, [&] {
-    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-    if (dialog == nullptr) return;
-    const auto* files = dialog->findChild<QTreeView*>(u"treeView"_s);
-    const QModelIndex first = files->model()->index(0, 0, files->rootIndex());
+  ShowDialog(chooser, [&shown](QFileDialog& dialog) {
+    const QModelIndex first = FirstLine(dialog);
     constexpr int kSizeColumn = 1;
     constexpr int kDateColumn = 3;
     if (first.data().toString() != u"spot.wav"_s) return;
     shown = {first.siblingAtColumn(kSizeColumn).data().toString(),
              first.siblingAtColumn(kDateColumn).data().toString()};
-    if (!shown.at(1).isEmpty()) dialog->reject();
+    if (!shown.at(1).isEmpty()) dialog.reject();
   });
-  look.start(0);
-  chooser.ShowOpen(nullptr);
   EXPECT_EQ(shown, (QStringList{u"1,5 kB"_s, u"11-03-2025 14:32"_s}));
 }
 

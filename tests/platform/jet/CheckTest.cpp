@@ -279,7 +279,7 @@ TEST(Check, LimitsTheNumberOfFindings) {
     for (int moved = 0; moved < 4; ++moved)
       sample.image.AddRow(sample.spots, Le(0xFFFFFF00, 4), jet::SlotKind::Pointer);
   }
-  EXPECT_EQ(Check(sample.image.File()).size(), jet::kMostFindings + 1);
+  EXPECT_EQ(Check(sample.image.File()).size(), jet::kMaxFindings + 1);
 }
 
 }  // namespace

@@ -103,11 +103,11 @@ TEST(NumbersReference, SixteenBitArithmeticAgreesWithWiderArithmetic) {
 
 TEST(NumbersReference, LongSubtractionAgreesWithWiderArithmetic) {
   constexpr qint32 kLeast = std::numeric_limits<qint32>::min();
-  constexpr qint32 kMost = std::numeric_limits<qint32>::max();
-  for (const qint32 left : {kLeast, -1, 0, 1, kMost}) {
-    for (const qint32 right : {kLeast, -1, 0, 1, kMost}) {
+  constexpr qint32 kMax = std::numeric_limits<qint32>::max();
+  for (const qint32 left : {kLeast, -1, 0, 1, kMax}) {
+    for (const qint32 right : {kLeast, -1, 0, 1, kMax}) {
       const std::int64_t expected = std::int64_t{left} - right;
-      const bool overflows = expected < kLeast || expected > kMost;
+      const bool overflows = expected < kLeast || expected > kMax;
       EXPECT_EQ(!NumberError([&] { EXPECT_EQ(runtime::SubtractLong(left, right), expected); }).isEmpty(), overflows)
           << left << " - " << right;
     }

@@ -15,7 +15,7 @@ namespace witness {
 
 namespace {
 
-constexpr std::size_t kMostShown = 199'999;  // bytes of a text that mdbtools outputs
+constexpr std::size_t kMaxShown = 199'999;  // bytes of a text that mdbtools outputs
 
 bool IsOf(const std::string& field, const std::string& type) {
   return field.find(": " + type) != std::string::npos;
@@ -53,7 +53,7 @@ std::string Comparable(Reader reader, const std::string& field, const std::strin
   if (IsOf(field, "DateTime")) return Moment(reader, cell);
   if (IsOf(field, "Replication ID")) return PlainGuid(cell);
   if (!IsOf(field, "Binary"))
-    return reader == Reader::MdbTools && !IsOf(field, "OLE") ? cell.substr(0, kMostShown) : cell;
+    return reader == Reader::MdbTools && !IsOf(field, "OLE") ? cell.substr(0, kMaxShown) : cell;
   const std::string bytes = UpToZero(cell);
   return bytes.empty() ? "<null>" : bytes;
 }

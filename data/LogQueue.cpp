@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "data/KeptStatements.h"
+#include "data/LogQueue.h"
 
 #include "data/AudioList.h"
 #include "data/Globals.h"
@@ -24,7 +24,7 @@ namespace {
 
 constexpr quint32 kFormatVersion = 2;  // 1 has no rows of tblOfflineBasis
 
-struct KeptStatement {
+struct QueuedStatement {
   QString text;
   QString audioPath;   // empty: none
   bool tried = false;  // its row may be in the log already
@@ -32,30 +32,30 @@ struct KeptStatement {
   qint32 basisID = 0;  // its row in tblOfflineBasis; 0: none
 };
 
-struct Kept {
-  QList<KeptStatement> statements;
+struct LogQueue {
+  QList<QueuedStatement> statements;
   QStringList audioPaths;  // of statements that have been logged
 
   bool IsEmpty() const { return statements.isEmpty() && audioPaths.isEmpty(); }
 };
 
 // QDataStream stores UTF-16, so every text that the database accepts is read back unchanged.
-QDataStream& operator<<(QDataStream& out, const KeptStatement& statement) {
+QDataStream& operator<<(QDataStream& out, const QueuedStatement& statement) {
   return out << statement.text << statement.audioPath << statement.tried << statement.number;
 }
-QDataStream& operator>>(QDataStream& in, KeptStatement& statement) {
+QDataStream& operator>>(QDataStream& in, QueuedStatement& statement) {
   return in >> statement.text >> statement.audioPath >> statement.tried >> statement.number;
 }
 
-QList<qint32> BasisIDs(const QList<KeptStatement>& statements) {
+QList<qint32> BasisIDs(const QList<QueuedStatement>& statements) {
   QList<qint32> ids;
-  for (const KeptStatement& statement : statements)
+  for (const QueuedStatement& statement : statements)
     ids += statement.basisID;
   return ids;
 }
 
 // False when the numbers do not belong to these statements.
-bool SetBasisIDs(const QList<qint32>& ids, QList<KeptStatement>& statements) {
+bool SetBasisIDs(const QList<qint32>& ids, QList<QueuedStatement>& statements) {
   if (ids.size() != statements.size()) return false;
   for (qsizetype i = 0; i < ids.size(); ++i)
     statements[i].basisID = ids[i];
@@ -63,8 +63,8 @@ bool SetBasisIDs(const QList<qint32>& ids, QList<KeptStatement>& statements) {
 }
 
 // Statements not yet written to their file, by path of the local database; they follow those in the file.
-QHash<QString, QList<KeptStatement>>& InMemory() {
-  static QHash<QString, QList<KeptStatement>> statements;
+QHash<QString, QList<QueuedStatement>>& InMemory() {
+  static QHash<QString, QList<QueuedStatement>> statements;
   return statements;
 }
 
@@ -72,32 +72,32 @@ QString FilePath() {
   return global.localDatabasePath + u"-unlogged"_s;
 }
 
-Kept ReadKept() {
-  Kept kept;
+LogQueue ReadQueue() {
+  LogQueue queue;
   if (runtime::IsThere(FilePath())) {
     QDataStream in(runtime::ReadFile(FilePath()));
     in.setVersion(QDataStream::Qt_6_4);
     quint32 version = 0;
-    in >> version >> kept.statements >> kept.audioPaths;
-    QList<qint32> basisIDs(kept.statements.size());
+    in >> version >> queue.statements >> queue.audioPaths;
+    QList<qint32> basisIDs(queue.statements.size());
     if (version == kFormatVersion) in >> basisIDs;
     if (version < 1 || version > kFormatVersion || in.status() != QDataStream::Ok || !in.atEnd() ||
-        !SetBasisIDs(basisIDs, kept.statements)) {
+        !SetBasisIDs(basisIDs, queue.statements)) {
       throw runtime::Error(
           u"Het bestand '%1', met opdrachten die nog in het logboek moeten, kan niet gelezen worden."_s.arg(
               FilePath()));
     }
   }
-  kept.statements += InMemory().value(global.localDatabasePath);
-  return kept;
+  queue.statements += InMemory().value(global.localDatabasePath);
+  return queue;
 }
 
-void WriteKept(const Kept& kept) {
+void WriteQueue(const LogQueue& queue) {
   QByteArray content;
   QDataStream out(&content, QIODevice::WriteOnly);
   out.setVersion(QDataStream::Qt_6_4);
-  out << kFormatVersion << kept.statements << kept.audioPaths << BasisIDs(kept.statements);
-  if (!kept.IsEmpty()) {
+  out << kFormatVersion << queue.statements << queue.audioPaths << BasisIDs(queue.statements);
+  if (!queue.IsEmpty()) {
     try {
       runtime::WriteFile(FilePath(), content);
     } catch (const runtime::Error& error) {
@@ -110,7 +110,7 @@ void WriteKept(const Kept& kept) {
   InMemory().remove(global.localDatabasePath);
 }
 
-bool IsLogged(const KeptStatement& statement) {
+bool IsLogged(const QueuedStatement& statement) {
   if (!statement.tried) return false;
   const dao::Recordset rows =
       dao::OpenDatabase(global.localDatabasePath)
@@ -120,27 +120,27 @@ bool IsLogged(const KeptStatement& statement) {
 
 // The ID is stored in the file before the row is written, so that after a crash between the two the row is not written
 // twice.
-void Log(Kept& kept) {
-  KeptStatement& first = kept.statements.first();
+void LogFirst(LogQueue& queue) {
+  QueuedStatement& first = queue.statements.first();
   if (!IsLogged(first)) {
     first.number = NextID(u"tblOfflineLog"_s, u"ID"_s, global.localDatabasePath);
     first.tried = true;
-    WriteKept(kept);
+    WriteQueue(queue);
     if (first.basisID != 0) basis::SetLogID(first.basisID, first.number);
     dao::OpenDatabase(global.localDatabasePath).Execute(statements::InsertLog(first.number, first.text));
   }
-  if (!first.audioPath.isEmpty()) kept.audioPaths += first.audioPath;
-  kept.statements.removeFirst();
-  WriteKept(kept);
+  if (!first.audioPath.isEmpty()) queue.audioPaths += first.audioPath;
+  queue.statements.removeFirst();
+  WriteQueue(queue);
 }
 
 }  // namespace
 
-void KeepStatement(const QString& statement, std::optional<qint32> triedAs, std::optional<qint32> basisID) {
+void QueueForLog(const QString& statement, std::optional<qint32> triedAs, std::optional<qint32> basisID) {
   InMemory()[global.localDatabasePath] +=
-      KeptStatement{statement, {}, triedAs.has_value(), triedAs.value_or(0), basisID.value_or(0)};
+      QueuedStatement{statement, {}, triedAs.has_value(), triedAs.value_or(0), basisID.value_or(0)};
   try {
-    WriteKept(ReadKept());
+    WriteQueue(ReadQueue());
   } catch (const runtime::Error& error) {
     const QString inMemory =
         u"Een wijziging is gedaan, maar kon niet in het logboek komen en ook niet apart bewaard worden:\n%1\n\n"
@@ -150,46 +150,46 @@ void KeepStatement(const QString& statement, std::optional<qint32> triedAs, std:
   }
 }
 
-bool KeepAudioPath(const QString& path) {
-  QList<KeptStatement>& inMemory = InMemory()[global.localDatabasePath];
+bool QueueAudioPath(const QString& path) {
+  QList<QueuedStatement>& inMemory = InMemory()[global.localDatabasePath];
   if (!inMemory.isEmpty()) {
     inMemory.last().audioPath = path;
     return true;
   }
-  Kept kept = ReadKept();
-  if (kept.statements.isEmpty()) return false;
-  kept.statements.last().audioPath = path;
-  WriteKept(kept);
+  LogQueue queue = ReadQueue();
+  if (queue.statements.isEmpty()) return false;
+  queue.statements.last().audioPath = path;
+  WriteQueue(queue);
   return true;
 }
 
-int KeptStatementCount() {
-  return static_cast<int>(ReadKept().statements.size());
+int QueuedStatementCount() {
+  return static_cast<int>(ReadQueue().statements.size());
 }
 
-void KeepUnloggedStatements() {
-  const auto isKept = [](qint32 basisID) {
+void QueueUnloggedStatements() {
+  const auto isQueued = [](qint32 basisID) {
     try {
-      return BasisIDs(ReadKept().statements).contains(basisID);
+      return BasisIDs(ReadQueue().statements).contains(basisID);
     } catch (const runtime::Error&) {
       return true;  // unknown, and nothing is logged before the file can be read
     }
   };
-  for (const basis::Unlogged& unlogged : basis::FindUnlogged(isKept))
-    KeepStatement(unlogged.statement, std::nullopt, unlogged.id);
+  for (const basis::Unlogged& unlogged : basis::FindUnlogged(isQueued))
+    QueueForLog(unlogged.statement, std::nullopt, unlogged.id);
 }
 
-void LogKeptStatements() {
-  Kept kept = ReadKept();
-  while (!kept.statements.isEmpty())
-    Log(kept);
+void LogQueuedStatements() {
+  LogQueue queue = ReadQueue();
+  while (!queue.statements.isEmpty())
+    LogFirst(queue);
 }
 
-void AddKeptAudioLines() {
-  Kept kept = ReadKept();
-  while (!kept.audioPaths.isEmpty()) {
-    AppendToAudioList(kept.audioPaths.first());
-    kept.audioPaths.removeFirst();
-    WriteKept(kept);
+void AddQueuedAudioLines() {
+  LogQueue queue = ReadQueue();
+  while (!queue.audioPaths.isEmpty()) {
+    AppendToAudioList(queue.audioPaths.first());
+    queue.audioPaths.removeFirst();
+    WriteQueue(queue);
   }
 }

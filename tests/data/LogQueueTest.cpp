@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "data/KeptStatements.h"
+#include "data/LogQueue.h"
 
 #include "data/Globals.h"
 #include "data/Writes.h"
@@ -38,39 +38,39 @@ class FullLog : public testing::Test {
 
   static bool Write(int id) { return Update_tblItems_Aktief(id, 0, global.localDatabasePath, u"tblCopie_Items"_s); }
   void MakeRoom() const { station_.OnLocal(u"DELETE FROM tblOfflineLog"_s); }
-  static QString KeptFile() { return runtime::HostPath(global.localDatabasePath + u"-unlogged"_s); }
+  static QString QueueFile() { return runtime::HostPath(global.localDatabasePath + u"-unlogged"_s); }
 
   Station station_{Station::Mode::Offline};
 };
 
 }  // namespace
 
-TEST_F(FullLog, KeptStatementIsLoggedBeforeTheNext) {
+TEST_F(FullLog, QueuedStatementIsLoggedBeforeTheNext) {
   {
     const MessageBoxScript boxes;
     EXPECT_FALSE(Write(1));
-    EXPECT_TRUE(WasCarriedOut());
+    EXPECT_TRUE(WasExecuted());
     EXPECT_FALSE(Write(2));
     ASSERT_EQ(boxes.Shown().size(), 2u);
     EXPECT_EQ(boxes.Shown()[0].title, u"GetNewID"_s);
     EXPECT_EQ(boxes.Shown()[1].title, u"Insert_tblOfflineLog"_s);
   }
-  EXPECT_EQ(KeptStatementCount(), 2);
+  EXPECT_EQ(QueuedStatementCount(), 2);
   MakeRoom();
   EXPECT_TRUE(Write(3));
   EXPECT_EQ(station_.Log(), (QStringList{Deactivated(1), Deactivated(2), Deactivated(3)}));
-  EXPECT_EQ(KeptStatementCount(), 0);
-  EXPECT_FALSE(QFile::exists(KeptFile()));
+  EXPECT_EQ(QueuedStatementCount(), 0);
+  EXPECT_FALSE(QFile::exists(QueueFile()));
 }
 
-TEST_F(FullLog, FailedStatementIsNotKept) {
+TEST_F(FullLog, FailedStatementIsNotQueued) {
   const MessageBoxScript boxes;
   EXPECT_FALSE(Update_tblItems_Aktief(1, 0, global.localDatabasePath, u"tblGeen"_s));
-  EXPECT_FALSE(WasCarriedOut());
-  EXPECT_EQ(KeptStatementCount(), 0);
+  EXPECT_FALSE(WasExecuted());
+  EXPECT_EQ(QueuedStatementCount(), 0);
 }
 
-TEST_F(FullLog, KeptStatementSurvivesAKilledProgram) {
+TEST_F(FullLog, QueuedStatementSurvivesAKilledProgram) {
   const pid_t child = testing_support::Fork();
   if (child == 0) {
     const runtime::UserMessageScope quiet([](const QString&, int, const QString&) { return 0; });
@@ -78,9 +78,9 @@ TEST_F(FullLog, KeptStatementSurvivesAKilledProgram) {
     ::raise(SIGKILL);
   }
   ::waitpid(child, nullptr, 0);
-  EXPECT_EQ(KeptStatementCount(), 1);
+  EXPECT_EQ(QueuedStatementCount(), 1);
   MakeRoom();
-  LogKeptStatements();
+  LogQueuedStatements();
   EXPECT_EQ(station_.Log(), QStringList{Deactivated(1)});
 }
 
@@ -90,8 +90,8 @@ TEST_F(FullLog, FailureOrKillAtAnyStepOfLoggingWritesNoRowTwice) {
     for (int failing = 0; failing < 40; ++failing) {
       SCOPED_TRACE(failing);
       station_.OnLocal(u"DELETE FROM tblOfflineLog"_s);
-      KeepStatement(Deactivated(1));
-      KeepStatement(Deactivated(2));
+      QueueForLog(Deactivated(1));
+      QueueForLog(Deactivated(2));
       const auto hindered = [&] {
         int calls = 0;
         const testing_support::FileFaults fault([&](const files::FileCall&) {
@@ -100,7 +100,7 @@ TEST_F(FullLog, FailureOrKillAtAnyStepOfLoggingWritesNoRowTwice) {
           return EIO;
         });
         try {
-          LogKeptStatements();
+          LogQueuedStatements();
         } catch (const runtime::Error& error) {
           // The second is the folder of the database and its journal.
           const QString text = error.Description();
@@ -119,9 +119,9 @@ TEST_F(FullLog, FailureOrKillAtAnyStepOfLoggingWritesNoRowTwice) {
       } else {
         hindered();
       }
-      LogKeptStatements();
+      LogQueuedStatements();
       EXPECT_EQ(station_.Log(), (QStringList{Deactivated(1), Deactivated(2)}));
-      EXPECT_EQ(KeptStatementCount(), 0);
+      EXPECT_EQ(QueuedStatementCount(), 0);
     }
   }
 }
@@ -129,8 +129,8 @@ TEST_F(FullLog, FailureOrKillAtAnyStepOfLoggingWritesNoRowTwice) {
 TEST_F(FullLog, FullDiskKeepsTheStatementInMemoryAndWarnsTheUser) {
   {
     const testing_support::FileFaults full([](const files::FileCall& call) {
-      const bool isKept = call.path.string().find("-unlogged") != std::string::npos;
-      return call.kind == files::FileCall::Open && isKept ? ENOSPC : 0;
+      const bool isQueue = call.path.string().find("-unlogged") != std::string::npos;
+      return call.kind == files::FileCall::Open && isQueue ? ENOSPC : 0;
     });
     const MessageBoxScript boxes;
     EXPECT_FALSE(Write(1));
@@ -143,18 +143,18 @@ TEST_F(FullLog, FullDiskKeepsTheStatementInMemoryAndWarnsTheUser) {
   EXPECT_EQ(station_.Log(), (QStringList{Deactivated(1), Deactivated(2), Deactivated(3)}));
 }
 
-TEST_F(FullLog, StatementWhoseFileMayNotSurviveAPowerCutIsKeptOnce) {
+TEST_F(FullLog, StatementWhoseFileMayNotSurviveAPowerCutIsQueuedOnce) {
   {
     const testing_support::FileFaults fault(
         [](const files::FileCall& call) { return call.kind == files::FileCall::SyncFolder ? EIO : 0; });
     const MessageBoxScript boxes;
-    KeepStatement(Deactivated(1));
+    QueueForLog(Deactivated(1));
     ASSERT_EQ(boxes.Shown().size(), 1u);
     EXPECT_TRUE(boxes.Last().text.contains(u"-unlogged' is geschreven, maar"_s)) << boxes.Last().text.toStdString();
   }
-  EXPECT_EQ(KeptStatementCount(), 1);
+  EXPECT_EQ(QueuedStatementCount(), 1);
   MakeRoom();
-  LogKeptStatements();
+  LogQueuedStatements();
   EXPECT_EQ(station_.Log(), QStringList{Deactivated(1)});
 }
 
@@ -176,21 +176,21 @@ TEST_F(FullLog, UnreadableFileIsReportedAndNeitherOverwrittenNorDeleted) {
 TEST_F(FullLog, AnyTextIsReadBackUnchanged) {
   MakeRoom();
   const QString text = u"SET a = \"x\r\n\u00E9\u20AC\U0001F3B5"_s + QChar(0xD83D) + u"' ;\""_s;
-  KeepStatement(text);
-  LogKeptStatements();
+  QueueForLog(text);
+  LogQueuedStatements();
   QString logged = text;
   logged.replace(u'\'', u'*').replace(u'"', u'\'');
   EXPECT_EQ(station_.Log(), QStringList{logged});
 }
 
 TEST_F(FullLog, LineOfASoundFileIsAddedOnceItsStatementIsLogged) {
-  EXPECT_FALSE(KeepAudioPath(u"D:\\a.wav"_s));
+  EXPECT_FALSE(QueueAudioPath(u"D:\\a.wav"_s));
   MakeRoom();
-  KeepStatement(Deactivated(1));
-  EXPECT_TRUE(KeepAudioPath(u"D:\\a.wav"_s));
-  LogKeptStatements();
-  AddKeptAudioLines();
+  QueueForLog(Deactivated(1));
+  EXPECT_TRUE(QueueAudioPath(u"D:\\a.wav"_s));
+  LogQueuedStatements();
+  AddQueuedAudioLines();
   EXPECT_EQ(runtime::ReadFile(global.exportPath + u"\\Audio.tae"_s), "D:\\a.wav\r\n");
-  AddKeptAudioLines();
+  AddQueuedAudioLines();
   EXPECT_EQ(runtime::ReadFile(global.exportPath + u"\\Audio.tae"_s), "D:\\a.wav\r\n");
 }
