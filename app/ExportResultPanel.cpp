@@ -6,10 +6,10 @@
 #include "platform/controls/QuietLine.h"
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/ThemeColours.h"
+#include "platform/runtime/Counted.h"
 #include "platform/runtime/HostPath.h"
 
 #include <QGridLayout>
-#include <QLocale>
 #include <QPushButton>
 
 using namespace Qt::StringLiterals;
@@ -60,9 +60,8 @@ ExportResultPanel::ExportResultPanel(QWidget* parent)
 void ExportResultPanel::Show(const ExportedLog& exported) {
   const QString host = runtime::HostPath(exported.path);
   hostFolder_ = host.left(host.lastIndexOf(u'/'));
-  const QString count = QLocale(QLocale::Dutch).toString(exported.statements);
   SetLine(*lblResultaat_,
-          GetFile(exported.path) + u": "_s + count + (exported.statements == 1 ? u" opdracht"_s : u" opdrachten"_s));
+          GetFile(exported.path) + u": "_s + runtime::Counted(exported.changes, u"wijziging"_s, u"wijzigingen"_s));
   SetLine(*lblResultaatMap_, hostFolder_);
   SetLine(*lblZelfdeNummers_,
           exported.sameNumbers.isEmpty()

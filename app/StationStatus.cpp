@@ -22,9 +22,7 @@ StationStatus ReadStationStatus() {
     dao::Database database = dao::OpenDatabase(global.localDatabasePath);
     // A station without items has an empty copy of these for as long as it has none.
     status.copyEmpty = IsEmpty(database, u"tblCopie_ItemSpots"_s) && IsEmpty(database, u"tblCopie_Items"_s);
-    const WaitingChanges waiting = CountWaitingChanges();
-    status.notExported = waiting.statements;
-    status.changes = waiting.changes;
+    status.notExported = CountWaitingChanges();
   } catch (const runtime::Error& error) {
     status = StationStatus();
     status.unreadable = ReasonFor(global.localDatabasePath, u"de lokale database"_s, error.Description());

@@ -7,8 +7,7 @@
 
 // Facts about the station's local database for the status bar.
 struct StationStatus {
-  std::optional<int> notExported;  // statements in the offline log; empty when the database cannot be read
-  std::optional<int> changes;      // as users count them (WaitingChanges)
+  std::optional<int> notExported;  // changes that wait for an export; empty when the database cannot be read
   UnreadableReason unreadable;     // then why
   bool copyEmpty = false;          // the local copy of the items or of the item-spots is empty
 };

@@ -4,6 +4,7 @@
 #include "app/ui_TodayPanel.h"
 #include "catalogue/BlockSurvey.h"
 #include "catalogue/SpotStateLoader.h"
+#include "platform/runtime/Counted.h"
 
 using namespace Qt::StringLiterals;
 using controls::LineMark;
@@ -21,7 +22,7 @@ struct Row {
 
 void Show(const Row& row, const std::optional<int>& count, const UnreadableReason& reason) {
   const bool failed = !count && !reason.brief.isEmpty();
-  row.number->setText(count ? QString::number(*count) : failed ? u"?"_s : u"–"_s);
+  row.number->setText(count ? runtime::DutchNumber(*count) : failed ? u"?"_s : u"–"_s);
   row.words->setText(count == 1 ? row.one : failed ? row.many + u": "_s + reason.brief : row.many);
   row.words->setToolTip(failed ? reason.full : QString());
 }

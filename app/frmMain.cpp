@@ -26,6 +26,7 @@
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/ScaledFont.h"
 #include "platform/runtime/Clock.h"
+#include "platform/runtime/Counted.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Trapped.h"
 
@@ -53,9 +54,8 @@ QString DateLine(QDate date) {
 }
 
 QString NotExportedText(const std::optional<int>& count, const UnreadableReason& reason) {
-  if (!count) return u"opdrachten nog niet geteld: %1"_s.arg(reason.brief);
-  if (*count == 1) return u"1 opdracht nog niet geëxporteerd"_s;
-  return QString::number(*count) + u" opdrachten nog niet geëxporteerd"_s;
+  if (!count) return u"wijzigingen nog niet geteld: %1"_s.arg(reason.brief);
+  return runtime::Counted(*count, u"wijziging"_s, u"wijzigingen"_s) + u" nog niet geëxporteerd"_s;
 }
 
 }  // namespace
@@ -245,7 +245,7 @@ void frmMain::RefreshStatus() {
   pnlLog_->Show(u"log"_s, NotExportedText(status.notExported, status.unreadable),
                 status.notExported ? IconTint::Text : IconTint::Warning, status.unreadable.full);
   pnlKopie_->setVisible(status.copyEmpty);
-  ui_->fraVandaag->ShowNotExported(status.changes, status.unreadable);
+  ui_->fraVandaag->ShowNotExported(status.notExported, status.unreadable);
   if (const auto exported = std::exchange(global.exported, std::nullopt)) ui_->fraExport->Show(*exported);
   ui_->fraVandaag->Count();
 }

@@ -7,21 +7,19 @@
 #include "data/SettingsFile.h"
 #include "platform/dao/postgres/ServerAddress.h"
 #include "platform/runtime/Clock.h"
+#include "platform/runtime/Counted.h"
 #include "platform/runtime/Trapped.h"
 
 #include <QLocale>
 #include <QScreen>
 
 using namespace Qt::StringLiterals;
+using runtime::Counted;
 using runtime::Trapped;
 
 namespace {
 
 constexpr QSize kBackupsSize(680, 480);
-
-QString Counted(qint64 count, const QString& one, const QString& many) {
-  return QString::number(count) + u' ' + (count == 1 ? one : many);
-}
 
 // "vandaag", "gisteren", "3 dagen oud"
 QString AgeOf(const BackupFile& copy, QDate today) {

@@ -170,7 +170,7 @@ void OverviewForm::FillLstOverzicht() {
 // A local database that cannot be read is reported by what needs it.
 void OverviewForm::ShowWaiting() noexcept {
   try {
-    controls_.linWachten->Show(HasScreen(Screen::OfflineLog) ? CountWaitingChanges().changes : 0, WaitingNote());
+    controls_.linWachten->Show(HasScreen(Screen::OfflineLog) ? CountWaitingChanges() : 0, WaitingNote());
   } catch (const runtime::Error&) {
     controls_.linWachten->hide();
   }

@@ -4,6 +4,7 @@
 #include "platform/controls/ElidedLine.h"
 #include "platform/controls/StateMark.h"
 #include "platform/desktop/ThemeColours.h"
+#include "platform/runtime/Counted.h"
 
 #include <QHBoxLayout>
 #include <QPushButton>
@@ -42,9 +43,8 @@ WaitingLine::WaitingLine(QWidget* parent) : QWidget(parent), lblWachten_(new Amb
 }
 
 void WaitingLine::Show(int changes, const QString& note) {
-  const QString text = (changes == 1 ? u"1 wijziging wacht op export; "_s
-                                     : QString::number(changes) + u" wijzigingen wachten op export; "_s) +
-                       note;
+  const QString text =
+      runtime::Counted(changes, u"wijziging wacht"_s, u"wijzigingen wachten"_s) + u" op export; "_s + note;
   lblWachten_->setText(text);
   lblWachten_->setToolTip(text);
   setVisible(changes > 0);

@@ -8,6 +8,7 @@
 #include "export/playout/BlockReader.h"
 #include "platform/desktop/Icons.h"
 #include "platform/runtime/Clock.h"
+#include "platform/runtime/Counted.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Trapped.h"
 
@@ -31,15 +32,14 @@ QString DayText(QDate day) {
   return QLocale(QLocale::Dutch).toString(day, u"dddd d MMMM"_s);
 }
 
-QString Counted(std::size_t count, const QString& one, const QString& many) {
-  return QLocale(QLocale::Dutch).toString(qlonglong(count)) + u' ' + (count == 1 ? one : many);
-}
-
 QString CountsText(const DayPlan& day) {
-  QStringList parts{Counted(day.running.size(), u"loopt"_s, u"lopen"_s)};
-  if (!day.begins.empty()) parts += Counted(day.begins.size(), u"begint"_s, u"beginnen"_s);
-  if (!day.ends.empty()) parts += Counted(day.ends.size(), u"eindigt"_s, u"eindigen"_s);
-  if (!day.silent.empty()) parts += Counted(day.silent.size(), u"item stil"_s, u"items stil"_s);
+  const auto counted = [](std::size_t count, const QString& one, const QString& many) {
+    return runtime::Counted(static_cast<qint64>(count), one, many);
+  };
+  QStringList parts{counted(day.running.size(), u"loopt"_s, u"lopen"_s)};
+  if (!day.begins.empty()) parts += counted(day.begins.size(), u"begint"_s, u"beginnen"_s);
+  if (!day.ends.empty()) parts += counted(day.ends.size(), u"eindigt"_s, u"eindigen"_s);
+  if (!day.silent.empty()) parts += counted(day.silent.size(), u"item stil"_s, u"items stil"_s);
   return parts.join(u", "_s);
 }
 

@@ -8,6 +8,7 @@
 #include "platform/dao/Database.h"
 #include "platform/dao/FrozenDatabase.h"
 #include "platform/dao/postgres/ServerAddress.h"
+#include "platform/files/AtomicFile.h"
 #include "platform/files/TemporaryName.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Error.h"
@@ -29,7 +30,8 @@ namespace {
 
 const QString kMomentFormat = u"yyyyMMdd-HHmmss"_s;
 const QString kEnding = u".mdb"_s;
-constexpr qint64 kStep = 2;  // seconds; the resolution of file times on FAT
+constexpr qint64 kStep = 2;   // seconds; the resolution of file times on FAT
+constexpr int kAttempts = 3;  // to copy while others may write
 
 // The copies of one database.
 class BackupFolder {
@@ -77,12 +79,8 @@ class BackupFolder {
 
   void Remove(const QString& name) const { runtime::RemoveFile(folder_ + u'/' + name); }
 
-  // Temporary files of a killed process. No other process is copying now: this one holds the database's write lock.
-  void RemoveUnfinished() const {
-    for (const QString& name : QDir(folder_).entryList({u'.' + prefix_ + u'*'}, QDir::Files | QDir::Hidden)) {
-      if (files::IsTemporaryName(runtime::NativePath(name))) Remove(name);
-    }
-  }
+  // Temporary files of a killed process.
+  void RemoveUnfinished() const { files::RemoveLeftoversBeginning(runtime::NativePath(folder_ + u'/' + prefix_)); }
 
  private:
   QString NameOf(const QDateTime& moment) const { return prefix_ + moment.toString(kMomentFormat) + kEnding; }
@@ -142,6 +140,31 @@ std::optional<QString> SameAsNewest(const dao::FrozenDatabase& database, const B
   return std::nullopt;
 }
 
+enum class Outcome { Done, Changed };
+
+// As CopyUnlessSame, but others may write while the file is read: large files take seconds, above all on a network
+// folder. Changed, without a copy, when one of them did.
+Outcome CopyWhileOthersMayWrite(dao::FrozenDatabase& database, const BackupFolder& folder, const QDateTime& now) {
+  bool isSame = false;
+  std::unique_ptr<files::AtomicFile> copy;
+  QString name;
+  const bool isWhole = database.UnchangedDuring([&] {
+    folder.RemoveUnfinished();
+    isSame = SameAsNewest(database, folder).has_value();
+    if (isSame) return;
+    folder.Make(database);
+    name = folder.NewName(now);
+    copy = database.Prepare(folder.PathOf(name));
+  });
+  if (folder.HasCopyOf(now.date())) return Outcome::Done;  // by another program meanwhile
+  if (!isWhole) return Outcome::Changed;
+  if (isSame) return Outcome::Done;
+  const QList<BackupFile> earlier = folder.NewestFirst();
+  dao::FrozenDatabase::Place(*copy, folder.PathOf(name));
+  folder.MarkAsNewest(name, now, earlier);
+  return Outcome::Done;
+}
+
 // Returns the path of the copy with the present contents, which may exist already.
 QString CopyUnlessSame(const dao::FrozenDatabase& database, const BackupFolder& folder, const QDateTime& now,
                        const QString& keep = {}) {
@@ -168,10 +191,16 @@ void BackUpDaily(const QString& databasePath, const QDateTime& now) {
   if (dao::IsServerPath(databasePath)) return;
   const BackupFolder folder(databasePath);
   if (folder.HasCopyOf(now.date())) return;
-  const auto frozen = FrozenIfExists(databasePath, {});
-  // Another program may have made it while this one waited for its turn.
-  if (!frozen || folder.HasCopyOf(now.date())) return;
-  CopyUnlessSame(*frozen, folder, now);
+  {
+    const auto frozen = FrozenIfExists(databasePath, {});
+    // Another program may have made it while this one waited for its turn.
+    if (!frozen || folder.HasCopyOf(now.date())) return;
+    bool isDone = false;
+    for (int attempt = 0; attempt < kAttempts && !isDone; ++attempt)
+      isDone = CopyWhileOthersMayWrite(*frozen, folder, now) == Outcome::Done;
+    if (!isDone) CopyUnlessSame(*frozen, folder, now);  // the others wait
+  }
+  DeleteExpired(folder, now.date());
 }
 
 QList<BackupFile> BackupsOf(const QString& databasePath) {

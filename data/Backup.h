@@ -19,8 +19,8 @@
 std::optional<QString> BackUp(const QString& databasePath, const QString& password = {}, const QString& keep = {});
 
 // Makes a copy unless one was made today, by this program or another one. Does nothing when the database does not
-// exist. Readers are not delayed, writers while the file is read. Throws runtime::Error when no copy could be made. May
-// run in any thread.
+// exist. Readers are not delayed; writers only when others wrote during each of three attempts to read the file. Throws
+// runtime::Error when no copy could be made. May run in any thread.
 void BackUpDaily(const QString& databasePath, const QDateTime& now);
 
 // The copies of the database, the newest first; none when the folder does not exist or cannot be read.

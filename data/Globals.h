@@ -9,8 +9,8 @@
 
 // What an export wrote.
 struct ExportedLog {
-  QString path;  // of the file
-  int statements = 0;
+  QString path;             // of the file
+  int changes = 0;          // in the file, as users count them
   QStringList sameNumbers;  // new records with the same number, each as "item-spot 42 (Apotheek, Garage)"
   QString warning;          // about them, for the user
 };

@@ -84,7 +84,7 @@ LogQueue ReadQueue() {
     if (version < 1 || version > kFormatVersion || in.status() != QDataStream::Ok || !in.atEnd() ||
         !SetBasisIDs(basisIDs, queue.statements)) {
       throw runtime::Error(
-          u"Het bestand '%1', met opdrachten die nog in het logboek moeten, kan niet gelezen worden."_s.arg(
+          u"Het bestand '%1', met wijzigingen die nog in het logboek moeten, kan niet gelezen worden."_s.arg(
               FilePath()));
     }
   }

@@ -4,6 +4,7 @@
 #include "data/Globals.h"
 #include "data/LogQueue.h"
 #include "platform/dao/Database.h"
+#include "platform/runtime/Numbers.h"
 
 using namespace Qt::StringLiterals;
 
@@ -12,16 +13,13 @@ bool IsListStatement(QStringView sqlSyntax) {
          sqlSyntax.startsWith(u"DELETE FROM tblCopie_ItemsItemSpots ");
 }
 
-WaitingChanges CountWaitingChanges() {
-  WaitingChanges waiting;
+int CountWaitingChanges() {
+  int waiting = 0;
   dao::OpenDatabase(global.localDatabasePath)
       .Visit(u"SELECT tblOfflineLog.SqlSyntax FROM tblOfflineLog"_s, [&](const dao::Row& row) {
-        ++waiting.statements;
-        if (!IsListStatement(row.Text(0))) ++waiting.changes;
+        const QStringView statement = runtime::TrimBlanks(QStringView(row.Text(0)));
+        if (!statement.isEmpty() && !IsListStatement(statement)) ++waiting;
         return true;
       });
-  const int queued = QueuedStatementCount();
-  waiting.statements += queued;
-  waiting.changes += queued;
-  return waiting;
+  return waiting + QueuedStatementCount();
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "export/ExportContent.h"
 
+#include "data/WaitingChanges.h"
 #include "platform/dao/Database.h"
 #include "platform/runtime/CodePage.h"
 #include "platform/runtime/Dates.h"
@@ -43,7 +44,7 @@ void ExportContent::AddLog(const QString& localDatabasePath, std::optional<qint3
 void ExportContent::Add(QStringView sqlSyntax) {
   const QStringView statement = runtime::TrimBlanks(sqlSyntax);
   if (statement.isEmpty()) return;
-  ++statementCount_;
+  if (!IsListStatement(statement)) ++changeCount_;
   if (!runtime::AppendCodePage(statement, block_)) altered_.Add(statement);
   block_ += ";\r\n";
   if (block_.size() >= kBlock) Flush();
@@ -71,7 +72,7 @@ QString AlteredWarning(const AlteredStatements& altered, const QString& path) {
         u"\n\n"_s + (statement.size() > kMaxQuotedLength ? statement.left(kMaxQuotedLength) + u" ..."_s : statement);
   }
   const qsizetype others = altered.count - altered.first.size();
-  if (others == 1) text += u"\n\nen nog 1 andere opdracht."_s;
-  if (others > 1) text += u"\n\nen nog %1 andere opdrachten."_s.arg(others);
+  if (others == 1) text += u"\n\nen nog 1 andere wijziging."_s;
+  if (others > 1) text += u"\n\nen nog %1 andere wijzigingen."_s.arg(others);
   return text;
 }

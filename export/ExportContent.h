@@ -48,7 +48,7 @@ class ExportContent {
   qint64 ByteCount() const { return byteCount_; }
   // Log rows read, including empty ones.
   int RowCount() const { return rowCount_; }
-  int StatementCount() const { return statementCount_; }
+  int ChangeCount() const { return changeCount_; }
   qint32 HighestID() const { return highestID_; }
 
  private:
@@ -60,7 +60,7 @@ class ExportContent {
   AlteredStatements altered_;
   qint64 byteCount_ = 0;
   int rowCount_ = 0;
-  int statementCount_ = 0;
+  int changeCount_ = 0;
   qint32 highestID_ = std::numeric_limits<qint32>::min();
 };
 

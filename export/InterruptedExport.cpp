@@ -150,7 +150,8 @@ void SettleMissingFile(const QString& localDatabasePath, MissingFile answer) {
 MissingFile AskAboutMissingFile(const QString& path) {
   const int answer = ShowItemsMessage(
       u"Een export werd onderbroken toen het bestand al klaar was, maar het staat er niet meer:\n%1\n\n"
-      u"Is dat bestand verwerkt met Kadrovia? Bij Ja gaan de opdrachten uit het logboek, bij Nee gaan ze mee met "
+      u"Is dat bestand verwerkt, met Exports verwerken of met Kadrovia? Bij Ja gaan de wijzigingen uit het logboek, "
+      u"bij Nee gaan ze mee met "
       u"de volgende export."_s.arg(path),
       kStyleYesNoDefaultNo);
   return answer == kAnswerYes ? MissingFile::Processed : MissingFile::NotProcessed;
@@ -162,7 +163,7 @@ void FinishInterruptedExport(const QString& localDatabasePath,
   if (settlement.what == InterruptedExport::Finished) {
     ShowItemsMessage(
         u"De vorige export werd onderbroken toen het bestand al klaar was:\n%1\n\n"
-        u"De opdrachten die erin staan zijn nu uit het logboek gehaald."_s.arg(settlement.path),
+        u"De wijzigingen die erin staan zijn nu uit het logboek gehaald."_s.arg(settlement.path),
         kStyleInformation);
   } else if (settlement.what == InterruptedExport::NotReachable) {
     ThrowUndecided(settlement.path, u"de schijf of netwerkmap antwoordt niet"_s, u"bereikbaar"_s);

@@ -110,7 +110,7 @@ QString OfflineLogExport::WriteFile(const QString& folder, SameSecond sameSecond
   ExportContent content([&](const QByteArray& block) { file.Write(block); });
   content.AddLog(localDatabasePath_);
   const QByteArray digest = content.Finish();
-  statementCount_ = content.StatementCount();
+  changeCount_ = content.ChangeCount();
   altered_ = content.Altered();
   highestID_ = content.HighestID();
   file.Complete();

@@ -32,7 +32,7 @@ class OfflineLogExport {
   // empty log makes no file and returns an empty path. After an error there is no file, or (when only the last sync
   // failed) both file and record exist and are settled before the next export.
   QString WriteFile(const QString& folder, SameSecond sameSecond = SameSecond::KeepAll);
-  int StatementCount() const { return statementCount_; }  // in the file
+  int ChangeCount() const { return changeCount_; }  // in the file, as users count them
   // Statements that differ between file and log.
   const AlteredStatements& Altered() const { return altered_; }
   // New records in the file that have the same number (export/SameNumbers.h).
@@ -46,7 +46,7 @@ class OfflineLogExport {
   bool MayReplace(const QString& folder, const QDateTime& second, SameSecond sameSecond) const;
 
   QString localDatabasePath_;
-  int statementCount_ = 0;
+  int changeCount_ = 0;
   AlteredStatements altered_;
   QStringList sameNumber_;
   qint32 highestID_ = std::numeric_limits<qint32>::min();

@@ -45,6 +45,6 @@ QString SameNumbersWarning(const QStringList& found, const QString& path) {
   if (found.isEmpty()) return {};
   const QString text =
       u"In '%1' hebben verschillende nieuwe records hetzelfde nummer: %2. Exports verwerken, of spotrooster-db apply, "
-      u"maakt er aparte records van; een programma dat de opdrachten gewoon uitvoert weigert de tweede."_s;
+      u"maakt er aparte records van; een programma dat het bestand gewoon uitvoert weigert het tweede."_s;
   return text.arg(path, found.join(u"; "_s));
 }

@@ -1,38 +1,29 @@
 // SPDX-License-Identifier: MIT
 #include "export/frmExportsVerwerken.h"
 
-#include "data/FieldWords.h"
 #include "data/Globals.h"
 #include "export/FolderSelect.h"
 #include "export/ui_frmExportsVerwerken.h"
 #include "platform/desktop/Icons.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/desktop/Windows.h"
+#include "platform/runtime/Counted.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trapped.h"
 
 #include <QHeaderView>
-#include <QLocale>
 #include <QScreen>
 #include <QTabBar>
 
 using namespace Qt::StringLiterals;
 using apply::What;
+using runtime::Counted;
 using runtime::Trapped;
 
 namespace {
 
 constexpr QSize kApplySize(940, 640);
-constexpr int kConflictTab = 1;
-
-QString CountedText(qsizetype count, const QString& one, const QString& many) {
-  return QLocale(QLocale::Dutch).toString(qlonglong(count)) + u' ' + (count == 1 ? one : many);
-}
-
-QString WhoAmI() {
-  return qEnvironmentVariable("USER");
-}
 
 controls::LineDetails ExplanationOf(const apply::ReportLine& line) {
   controls::LineDetails details;
@@ -70,8 +61,10 @@ void AddExplanation(controls::ListBox& list, const QString& text, controls::Line
   list.SetDetails(line, details);
 }
 
-QString NameOf(const apply::Conflict& conflict) {
-  return apply::RecordText(conflict.table, conflict.number, conflict.Name());
+// As users count them: an item and its list of spots are one.
+qint64 ChangesIn(const apply::ExportFile& file) {
+  return std::ranges::count_if(
+      file.statements, [](const apply::ExportStatement& statement) { return statement.table != apply::Table::Links; });
 }
 
 }  // namespace
@@ -186,11 +179,23 @@ void frmExportsVerwerken::ShowFiles() {
     ui_->lstBestanden->AddItem(contents_.files[i].path.section(u'\\', -1).section(u'/', -1), qint64(i));
     ShowLine(static_cast<int>(i));
   }
-  const auto due = std::ranges::count_if(contents_.files, [this](const Entry& entry) { return IsDue(entry); });
-  ui_->lblAantal->setText(contents_.files.empty() ? QString()
-                          : due == 0              ? u"Alle bestanden zijn verwerkt."_s
-                                     : CountedText(due, u"bestand te verwerken"_s, u"bestanden te verwerken"_s));
+  ShowCounts();
   ShowExplanation();
+}
+
+// What is left to do; in sight on both tabs.
+void frmExportsVerwerken::ShowCounts() {
+  const auto due = std::ranges::count_if(contents_.files, [this](const Entry& entry) { return IsDue(entry); });
+  QStringList texts;
+  if (due > 0)
+    texts += Counted(due, u"bestand te verwerken"_s, u"bestanden te verwerken"_s);
+  else if (!contents_.files.empty())
+    texts += u"alle bestanden zijn verwerkt"_s;
+  const auto conflicts = contents_.conflicts.size();
+  if (conflicts > 0) texts += Counted(conflicts, u"botsing wacht"_s, u"botsingen wachten"_s) + u" op uw keuze"_s;
+  QString text = texts.join(u"; "_s);
+  if (!text.isEmpty()) text[0] = text[0].toUpper();
+  ui_->lblAantal->setText(text);
 }
 
 void frmExportsVerwerken::ShowLine(int line) {
@@ -201,7 +206,7 @@ void frmExportsVerwerken::ShowLine(int line) {
   details.word = u"niet verwerkt"_s;
   details.toolTip = entry.path;
   if (entry.file) {
-    details.trailing = CountedText(qsizetype(entry.file->statements.size()), u"opdracht"_s, u"opdrachten"_s);
+    details.trailing = Counted(ChangesIn(*entry.file), u"wijziging"_s, u"wijzigingen"_s);
   } else {
     details.mark = controls::LineMark::Cross;
     details.tone = controls::LineTone::Wrong;
@@ -221,8 +226,10 @@ apply::Options frmExportsVerwerken::OptionsFor(const Entry& entry) {
   apply::Options options;
   options.source = apply::SourceOf(*entry.file);
   if (options.source.isEmpty()) options.source = runtime::TrimBlanks(ui_->txtBron->text());
-  options.who = WhoAmI();
-  options.progress = [this](int done, int all) { ShowProgress(u"%1 van %2 opdrachten ..."_s.arg(done).arg(all)); };
+  options.who = qEnvironmentVariable("USER");
+  options.progress = [this](int done, int all) {
+    ShowProgress(u"%1 % verwerkt ..."_s.arg(all > 0 ? qint64{100} * done / all : 100));
+  };
   return options;
 }
 
@@ -265,51 +272,6 @@ void frmExportsVerwerken::ShowExplanation() {
   }
 }
 
-void frmExportsVerwerken::ShowConflicts() {
-  ui_->lstBotsingen->Clear();
-  for (qsizetype i = 0; i < contents_.conflicts.size(); ++i) {
-    const apply::Conflict& conflict = contents_.conflicts[i];
-    const int line = ui_->lstBotsingen->AddItem(NameOf(conflict), i);
-    controls::LineDetails details;
-    details.mark = controls::LineMark::Cross;
-    details.tone = controls::LineTone::Wrong;
-    details.word = u"van "_s + conflict.source;
-    details.toolTip = apply::TextFor(conflict.reason);
-    ui_->lstBotsingen->SetDetails(line, details);
-  }
-  const auto count = contents_.conflicts.size();
-  ui_->tabVerwerken->setTabText(kConflictTab, count == 0 ? u"&Botsingen"_s : u"&Botsingen (%1)"_s.arg(count));
-  ShowDifferences();
-}
-
-void frmExportsVerwerken::ShowDifferences() {
-  ui_->tblVelden->setRowCount(0);
-  InitCommands();
-  const int line = ui_->lstBotsingen->ListIndex();
-  ui_->lblReden->setText(line < 0 ? QString() : apply::TextFor(contents_.conflicts[line].reason));
-  if (line < 0) return;
-  const apply::Conflict& conflict = contents_.conflicts[line];
-  const auto cell = [](const QString& text, bool isConflict) {
-    auto* item = new QTableWidgetItem(text);
-    item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
-    item->setToolTip(text);
-    if (isConflict) {
-      QFont bold = item->font();
-      bold.setBold(true);
-      item->setFont(bold);
-    }
-    return item;
-  };
-  for (const apply::FieldDifference& field : apply::DifferencesOf(conflict)) {
-    const int row = ui_->tblVelden->rowCount();
-    ui_->tblVelden->insertRow(row);
-    ui_->tblVelden->setItem(row, 0, cell(FieldWord(field.field), field.isConflict));
-    ui_->tblVelden->setItem(row, 1, cell(field.before, false));
-    ui_->tblVelden->setItem(row, 2, cell(conflict.server ? field.server : u"(verwijderd)"_s, field.isConflict));
-    ui_->tblVelden->setItem(row, 3, cell(conflict.offline ? field.offline : u"(verwijderd)"_s, field.isConflict));
-  }
-}
-
 void frmExportsVerwerken::InitCommands() {
   const bool hasDue =
       read_ && std::ranges::any_of(contents_.files, [this](const Entry& entry) { return IsDue(entry); });
@@ -328,10 +290,6 @@ void frmExportsVerwerken::lstBestanden_Click() {
   });
 }
 
-void frmExportsVerwerken::lstBotsingen_Click() {
-  Trapped(__func__, [&] { ShowDifferences(); });
-}
-
 void frmExportsVerwerken::cmdMap_Click() {
   Trapped(__func__, [&] {
     const QString chosen = isFolder_->Browse();
@@ -345,18 +303,22 @@ void frmExportsVerwerken::cmdVerwerken_Click() {
   Trapped(__func__, [&] {
     busy_ = true;
     InitCommands();
-    Process();
+    const int reported = Process();
     ui_->lblVoortgang->hide();
     busy_ = false;
     ShowFiles();
+    if (reported >= 0) ui_->lstBestanden->SetListIndex(reported);
     contents_.conflicts = apply::ReadConflicts(global.serverDatabasePath);
     ShowConflicts();
   });
 }
 
-// In order; after a file that fails, the later ones of the folder are left for the next time.
-void frmExportsVerwerken::Process() {
+// In order; after a file that fails, the later ones of the folder are left for the next time. Returns the line of the
+// file whose report the user must see: the one that failed, else the first with a conflict, else the last; -1 = none.
+int frmExportsVerwerken::Process() {
   const desktop::WaitPointer wait;
+  int reported = -1;
+  bool hasConflict = false;
   for (std::size_t i = 0; i < contents_.files.size(); ++i) {
     Entry& entry = contents_.files[i];
     if (!IsDue(entry)) continue;
@@ -370,24 +332,12 @@ void frmExportsVerwerken::Process() {
       entry.trouble.clear();
     } catch (const runtime::Error& error) {
       entry.trouble = error.Description();
-      ShowLine(static_cast<int>(i));
-      ui_->lstBestanden->SetListIndex(static_cast<int>(i));
-      return;
+      return static_cast<int>(i);
     }
+    if (!hasConflict) reported = static_cast<int>(i);
+    hasConflict = hasConflict || entry.result->Count(What::Conflict) > 0;
   }
-}
-
-void frmExportsVerwerken::Settle(apply::Side side) {
-  Trapped(__func__, [&] {
-    const int line = ui_->lstBotsingen->ListIndex();
-    if (line < 0) return;
-    {
-      const desktop::WaitPointer wait;
-      apply::Settle(global.serverDatabasePath, {contents_.conflicts[line].id}, side, WhoAmI());
-      contents_.conflicts = apply::ReadConflicts(global.serverDatabasePath);
-    }
-    ShowConflicts();
-  });
+  return reported;
 }
 
 void frmExportsVerwerken::ShowProgress(const QString& text) {

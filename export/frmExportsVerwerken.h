@@ -53,6 +53,7 @@ class frmExportsVerwerken : public Form {
   void Read();
   void ShowContents(Contents contents);
   void ShowFiles();
+  void ShowCounts();
   void ShowLine(int line);
   void ShowExplanation();
   void PlanChosen(Entry& entry);
@@ -65,7 +66,7 @@ class frmExportsVerwerken : public Form {
   void lstBotsingen_Click();
   void cmdMap_Click();
   void cmdVerwerken_Click();
-  void Process();
+  int Process();
   void Settle(apply::Side side);
   void ShowProgress(const QString& text);
 

@@ -4,16 +4,17 @@
 #include "data/Globals.h"
 #include "data/LogQueue.h"
 #include "export/ui_frmOfflineLog.h"
+#include "platform/runtime/Counted.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Trapped.h"
 
-#include <QLocale>
 #include <QScreen>
 
 #include <utility>
 #include <vector>
 
 using namespace Qt::StringLiterals;
+using runtime::Counted;
 using runtime::Trapped;
 
 namespace {
@@ -44,25 +45,18 @@ controls::LineDetails DetailsOf(const LogChange& change) {
       break;
     case LogChange::Kind::Unknown:
       details.mark = LineMark::Dash;
-      details.word = u"opdracht"_s;
+      details.word = u"onbekend"_s;
   }
   return details;
 }
 
-QString Counted(qsizetype count, const QString& one, const QString& many) {
-  return QLocale(QLocale::Dutch).toString(qlonglong(count)) + u' ' + (count == 1 ? one : many);
-}
-
+// The number is that of the main window, which counts the changes that are not in the log yet too.
 QString CountTextOf(const QList<LogChange>& changes) {
-  if (changes.isEmpty()) return {};
-  qsizetype statements = 0;
-  for (const LogChange& change : changes)
-    statements += change.statements.size();
-  QString text = Counted(changes.size(), u"wijziging"_s, u"wijzigingen"_s) + u", "_s +
-                 Counted(statements, u"opdracht"_s, u"opdrachten"_s) + u" in de volgende export"_s;
   const int queued = QueuedStatementCount();
+  if (changes.isEmpty() && queued == 0) return {};
+  QString text = Counted(changes.size() + queued, u"wijziging"_s, u"wijzigingen"_s) + u" in de volgende export"_s;
   if (queued > 0)
-    text += u"; %1 niet in het logboek"_s.arg(Counted(queued, u"opdracht staat nog"_s, u"opdrachten staan nog"_s));
+    text += u", %1 niet in het logboek"_s.arg(Counted(queued, u"daarvan staat nog"_s, u"daarvan staan nog"_s));
   return text;
 }
 

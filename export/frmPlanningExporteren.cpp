@@ -5,6 +5,7 @@
 #include "data/LogQueue.h"
 #include "data/MessageNumbers.h"
 #include "data/Messages.h"
+#include "data/WaitingChanges.h"
 #include "export/ExportChecks.h"
 #include "export/InterruptedExport.h"
 #include "export/OfflineLogExport.h"
@@ -14,6 +15,8 @@
 #include "platform/desktop/MessageBox.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/desktop/Windows.h"
+#include "platform/runtime/Counted.h"
+#include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trapped.h"
 
@@ -66,6 +69,19 @@ void frmPlanningExporteren::InitForm() {
 
 void frmPlanningExporteren::FillForm() {
   Trapped(__func__, [&] { ui_->txtBestemming->setText(runtime::TrimBlanks(global.exportPath)); });
+  ShowWaiting();
+}
+
+// The window also opens after each change from offline to online, with or without something to export.
+void frmPlanningExporteren::ShowWaiting() {
+  try {
+    const int waiting = CountWaitingChanges();
+    ui_->lblWachten->setText(waiting == 0 ? u"Er wacht niets op een export: u kunt dit venster sluiten."_s
+                                          : runtime::Counted(waiting, u"wijziging wacht"_s, u"wijzigingen wachten"_s) +
+                                                u" op deze export."_s);
+  } catch (const runtime::Error&) {
+    ui_->lblWachten->clear();  // the export itself reports a log that cannot be read
+  }
 }
 
 void frmPlanningExporteren::InitControls() {
@@ -140,7 +156,7 @@ void frmPlanningExporteren::Opslaan() {
       path = logExport.WriteFile(folder, OfflineLogExport::SameSecond::ReplaceOwn);
       if (!path.isEmpty()) {
         const QStringList& same = logExport.RecordsWithSameNumber();
-        global.exported = {path, logExport.StatementCount(), same, SameNumbersWarning(same, path)};
+        global.exported = {path, logExport.ChangeCount(), same, SameNumbersWarning(same, path)};
       }
       global.lastResult = EmptyLog(logExport);
       LogQueuedStatements();

@@ -28,6 +28,7 @@ class frmPlanningExporteren : public Form {
   void ConnectEvents();
   void InitForm();
   void FillForm();
+  void ShowWaiting();
   void InitControls();
   void InitCommands();
   bool OpslaanProceed();

@@ -25,7 +25,9 @@ _spotrooster_db() {
   )
   COMPREPLY=()
   if [ "$COMP_CWORD" -eq 1 ]; then
-    mapfile -t COMPREPLY < <(compgen -W "${!options[*]} --help" -- "$word")
+    mapfile -t COMPREPLY < <(compgen -W "${!options[*]} help --help" -- "$word")
+  elif [ "$command" = help ]; then
+    mapfile -t COMPREPLY < <(compgen -W "${!options[*]}" -- "$word")
   elif [[ $word == -* ]]; then
     mapfile -t COMPREPLY < <(compgen -W "${options[$command]:-} --help" -- "$word")
   else

@@ -149,17 +149,19 @@ Command ApplyCommand() {
       .run = ApplyExports,
       .details =
           u"Elk bestand wordt in zijn geheel verwerkt, en één keer: een tweede keer verandert niets, ook onder een\n"
-          "andere naam. --from is de naam van het werkstation, telkens dezelfde; zonder --from is dat de naam die in\n"
-          "het bestand met .basis staat, en die gebruikt ook het venster Exports verwerken. --folder neemt alle\n"
-          "exports van een map, op volgorde, en verwerkt ze samen: na een fout is er niets van verwerkt. Een ouder\n"
-          "bestand na een later wordt geweigerd, behalve met --out-of-order. Het bestand\n"
-          "met .basis achter de naam hoort erbij: daardoor blijft staan wat anderen intussen wijzigden. Een nummer\n"
-          "dat al in gebruik is, wordt een nieuw nummer. Wijzigden twee hetzelfde veld, dan wacht dat ene record op\n"
-          "een keuze (conflicts); de rest gaat door. --dry-run toont wat er zou gebeuren. --report schrijft alles als\n"
-          "CSV. --audio-to kopieert de geluidsbestanden die in Audio.tae staan; --program is de programmamap van het\n"
-          "werkstation (of haar ovalis.ini), voor de stations van hun paden.\n"
+          "andere naam. Geef --from alleen voor exports zonder bestand met .basis: het is de naam van het\n"
+          "werkstation, telkens dezelfde. Zonder --from is dat de naam in het bestand met .basis, en die gebruikt\n"
+          "ook het venster Exports verwerken. --folder neemt alle exports van een map, op volgorde, en verwerkt\n"
+          "ze samen: na een fout is er niets van verwerkt. Een ouder bestand na een later wordt geweigerd,\n"
+          "behalve met --out-of-order. Het bestand met .basis achter de naam hoort erbij: daardoor blijft staan\n"
+          "wat anderen intussen wijzigden. Een nummer dat al in gebruik is, wordt een nieuw nummer. Wijzigden\n"
+          "twee hetzelfde veld, dan wacht dat ene record op een keuze (conflicts); de rest gaat door. --dry-run\n"
+          "toont wat er zou gebeuren. --report schrijft alles als CSV. --audio-to kopieert de geluidsbestanden\n"
+          "die in Audio.tae staan; --program is de programmamap van het werkstation (of haar ovalis.ini), voor de\n"
+          "stations van hun paden.\n"
           "Een bestand is voor deze opdracht of voor Kadrovia, niet voor beide.\n"
           "Geeft 0 als alles verwerkt is, 3 als er iets op een keuze wacht, 1 bij een fout (niets gewijzigd)."_s,
-      .examples = {u"apply /tmp/proef/server/OvalistoServer.mdb --folder /tmp/proef/export --from STUDIO2 --dry-run"_s,
-                   u"apply /tmp/proef/server/OvalistoServer.mdb --folder /tmp/proef/export --from STUDIO2"_s}};
+      .examples = {u"apply /tmp/proef/server/OvalistoServer.mdb --folder /tmp/proef/export --dry-run"_s,
+                   u"apply /tmp/proef/server/OvalistoServer.mdb --folder /tmp/proef/export"_s,
+                   u"apply /tmp/proef/server/OvalistoServer.mdb --from STUDIO2 --folder /tmp/proef/export"_s}};
 }

@@ -27,7 +27,7 @@ void ShowHelp(std::ostream& out) {
   out << "spotrooster-db: onderhoud van de databases van Spotrooster\n\n";
   for (const Command& command : AllCommands())
     out << "  " << Utf8(CallOf(command)) << "\n      " << Utf8(command.summary) << "\n";
-  out << "\nspotrooster-db OPDRACHT --help toont meer, met voorbeelden.\n"
+  out << "\nspotrooster-db OPDRACHT --help, of spotrooster-db help OPDRACHT, toont meer, met voorbeelden.\n"
          "Exitcode: 0 gelukt, 1 mislukt, 2 verkeerd gebruikt, 3 gelukt, maar iets wacht op een beslissing.\n";
 }
 
@@ -41,6 +41,12 @@ void ShowHelpOf(const Command& command, std::ostream& out) {
 
 bool AsksForHelp(const QStringList& words) {
   return words.contains(u"--help"_s) || words.contains(u"-h"_s);
+}
+
+// "help" and "help OPDRACHT" are "--help" and "OPDRACHT --help".
+QStringList WithoutHelpWord(const QStringList& words) {
+  if (words.isEmpty() || words.first() != u"help"_s) return words;
+  return words.mid(1) + QStringList{u"--help"_s};
 }
 
 int Run(const Command& command, const QStringList& words, const Streams& streams) {
@@ -78,7 +84,8 @@ QList<Command> AllCommands() {
           ApplyCommand(),   ConflictsCommand(), SpotsCommand(),   LocateCommand(),  PlayoutCommand(), PlayedCommand()};
 }
 
-int RunCommand(const QStringList& words, const Streams& streams) {
+int RunCommand(const QStringList& given, const Streams& streams) {
+  const QStringList words = WithoutHelpWord(given);
   if (!words.isEmpty() && words.first() == u"--man"_s) {
     WriteManualPage(streams.out);
     return kDone;

@@ -33,9 +33,9 @@ MissingFile SaidOf(const QString& path, const Arguments& arguments) {
       u"Een export werd onderbroken toen het bestand al klaar was, maar het staat er niet meer:\n%1\n"
       u"Er is niets veranderd. Staat het op een schijf die niet gekoppeld is, koppel die dan eerst. Zeg anders wat "
       u"ermee gebeurde:\n"
-      u"  %2 %3 als het verwerkt is met Kadrovia (de opdrachten gaan uit het logboek)\n"
-      u"  %4 %3 als het verloren is (de opdrachten gaan mee met de nieuwe export)"_s.arg(path, kFileProcessed, file,
-                                                                                         kFileNotProcessed));
+      u"  %2 %3 als het verwerkt is (de wijzigingen gaan uit het logboek)\n"
+      u"  %4 %3 als het verloren is (de wijzigingen gaan mee met de nieuwe export)"_s.arg(path, kFileProcessed, file,
+                                                                                          kFileNotProcessed));
 }
 
 void ReportExport(const QString& path, const OfflineLogExport& logExport, const Streams& streams) {
@@ -65,16 +65,18 @@ int Export(const Arguments& arguments, const Streams& streams) {
 }  // namespace
 
 Command ExportCommand() {
-  return {.name = u"export"_s,
-          .usage = u"MAP [--vorige-verwerkt] [--bestand-verwerkt NAAM] [--bestand-niet-verwerkt NAAM] [--station N]"_s,
-          .summary = u"Exporteert het offline-logboek van een zender en toont het pad van het bestand."_s,
-          .run = Export,
-          .details =
-              u"Doet wat het venster Exporteren doet. Wie offline werkt, zegt met --vorige-verwerkt dat de vorige\n"
-              "exportbestanden met Kadrovia verwerkt zijn; anders komt er geen export. Elke export krijgt een eigen\n"
-              "seconde, zodat geen bestand een ander vervangt. Is het logboek leeg, dan komt er geen bestand; dat is\n"
-              "geen fout. Het programma mag intussen niet op dezelfde programmamap lopen.\n"
-              "Is het bestand van een onderbroken export weg, dan gebeurt er niets tot u zegt wat ermee gebeurde:\n"
-              "--bestand-verwerkt NAAM of --bestand-niet-verwerkt NAAM, met de naam die de melding noemt."_s,
-          .examples = {u"export /tmp/proef --vorige-verwerkt"_s}};
+  return {
+      .name = u"export"_s,
+      .usage = u"MAP [--vorige-verwerkt] [--bestand-verwerkt NAAM] [--bestand-niet-verwerkt NAAM] [--station N]"_s,
+      .summary = u"Exporteert het offline-logboek van een zender en toont het pad van het bestand."_s,
+      .run = Export,
+      .details =
+          u"Doet wat het venster Exporteren doet. Wie offline werkt, zegt met --vorige-verwerkt dat de vorige\n"
+          "exportbestanden verwerkt zijn, met apply, met het venster Exports verwerken of met Kadrovia; anders komt\n"
+          "er geen export. Elke export krijgt een eigen\n"
+          "seconde, zodat geen bestand een ander vervangt. Is het logboek leeg, dan komt er geen bestand; dat is\n"
+          "geen fout. Het programma mag intussen niet op dezelfde programmamap lopen.\n"
+          "Is het bestand van een onderbroken export weg, dan gebeurt er niets tot u zegt wat ermee gebeurde:\n"
+          "--bestand-verwerkt NAAM of --bestand-niet-verwerkt NAAM, met de naam die de melding noemt."_s,
+      .examples = {u"export /tmp/proef --vorige-verwerkt"_s}};
 }

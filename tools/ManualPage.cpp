@@ -22,6 +22,9 @@ spotrooster\-db \- maintains the databases of Spotrooster
 .B spotrooster\-db
 .RI [ OPDRACHT ]
 .B \-\-help
+.br
+.B spotrooster\-db help
+.RI [ OPDRACHT ]
 .SH BESCHRIJVING
 Maakt, toont, controleert en wijzigt de databases van een zender, en doet zonder vensters wat
 .BR spotrooster (1)

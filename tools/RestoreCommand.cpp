@@ -20,7 +20,7 @@ void RefuseLog(const QStringList& tables, const QString& path) {
   if (std::none_of(tables.begin(), tables.end(), [&](const QString& name) { return IsOfflineLog(database, name); }))
     return;
   throw runtime::Error(
-      u"De tabellen 'tblOfflineLog' en 'tblOfflineBasis' worden nooit teruggezet: dat zou opdrachten wissen of "
+      u"De tabellen 'tblOfflineLog' en 'tblOfflineBasis' worden nooit teruggezet: dat zou wijzigingen wissen of "
       u"verdubbelen."_s);
 }
 

@@ -4,6 +4,7 @@
 #include "export/reports/ReportParts.h"
 #include "export/reports/Reports.h"
 #include "platform/dao/Database.h"
+#include "platform/runtime/Counted.h"
 #include "platform/runtime/Dates.h"
 
 #include <QHash>
@@ -69,11 +70,11 @@ Report AiringsReport(std::optional<qint32> spotID, QDate first, QDate last) {
                                           item == 0 ? QString() : NameIn(items, item, u"Item"_s)});
   }
   for (Report::Group& group : report.groups)
-    group.note = Counted(static_cast<qsizetype>(group.lines.size()), u"keer"_s, u"keer"_s);
+    group.note = runtime::Counted(static_cast<qsizetype>(group.lines.size()), u"keer"_s, u"keer"_s);
   std::stable_sort(report.groups.begin(), report.groups.end(),
                    [](const Report::Group& left, const Report::Group& right) {
                      return left.name.compare(right.name, Qt::CaseInsensitive) < 0;
                    });
-  if (count > 0) report.closing = Counted(count, u"uitzending"_s, u"uitzendingen"_s);
+  if (count > 0) report.closing = runtime::Counted(count, u"uitzending"_s, u"uitzendingen"_s);
   return report;
 }

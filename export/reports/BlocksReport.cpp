@@ -4,6 +4,7 @@
 #include "data/forms/SpotDetails.h"
 #include "export/reports/ReportParts.h"
 #include "export/reports/Reports.h"
+#include "platform/runtime/Counted.h"
 
 #include <QHash>
 
@@ -83,7 +84,7 @@ Report BlocksReport(const FilePresences& presences) {
     report.groups.push_back({TextOf(item, u"Naam"_s), NoteOn(item, list, JinglesOf(item, jingles)), list.lines});
   }
   if (!report.IsEmpty()) {
-    report.closing = Counted(static_cast<qsizetype>(report.groups.size()), u"item"_s, u"items"_s);
+    report.closing = runtime::Counted(static_cast<qsizetype>(report.groups.size()), u"item"_s, u"items"_s);
   }
   return report;
 }

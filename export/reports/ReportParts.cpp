@@ -6,6 +6,7 @@
 #include "data/forms/SpotDetails.h"
 #include "platform/dao/Database.h"
 #include "platform/runtime/Clock.h"
+#include "platform/runtime/Counted.h"
 #include "platform/runtime/Numbers.h"
 
 #include <QLocale>
@@ -32,12 +33,8 @@ QString StateOn(SpotFacts spot, const FilePresences& presences, Report& report) 
   return StateText(spot, StateOf(spot, runtime::Now()));
 }
 
-QString Counted(qsizetype count, const QString& one, const QString& many) {
-  return QString::number(count) + u' ' + (count == 1 ? one : many);
-}
-
 QString SpotsAndLength(qsizetype count, qint32 seconds) {
-  return Counted(count, u"item-spot"_s, u"item-spots"_s) + u", samen "_s + LengthText(seconds);
+  return runtime::Counted(count, u"item-spot"_s, u"item-spots"_s) + u", samen "_s + LengthText(seconds);
 }
 
 Report NewReport(const QString& title) {

@@ -18,7 +18,6 @@ QString TextOf(const dao::Recordset& row, const QString& field);
 QString Hours(const SpotFacts& spot);  // "6–22"
 // A spot's current state in words; adds its file to the files of the report.
 QString StateOn(SpotFacts spot, const FilePresences& presences, Report& report);
-QString Counted(qsizetype count, const QString& one, const QString& many);
 QString SpotsAndLength(qsizetype count, qint32 seconds);  // "3 item-spots, samen 1:32"
 
 // An empty report with title and a subtitle of station, mode and today's date.

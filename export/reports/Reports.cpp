@@ -7,6 +7,7 @@
 #include "data/forms/SpotDetails.h"
 #include "export/reports/ReportParts.h"
 #include "platform/runtime/Clock.h"
+#include "platform/runtime/Counted.h"
 #include "platform/runtime/Dates.h"
 
 using namespace Qt::StringLiterals;
@@ -49,7 +50,7 @@ Report EndingReport() {
                             ItemsWithSpot(row.Field(u"ID"_s).toInt(), CurrentCatalogue()).join(u", "_s)});
   }
   if (ending.lines.empty()) return report;
-  report.closing = Counted(static_cast<qsizetype>(ending.lines.size()), u"item-spot"_s, u"item-spots"_s);
+  report.closing = runtime::Counted(static_cast<qsizetype>(ending.lines.size()), u"item-spot"_s, u"item-spots"_s);
   report.groups.push_back(std::move(ending));
   return report;
 }

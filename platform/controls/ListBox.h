@@ -140,6 +140,7 @@ class ListBox : public QListView {
   void PaintDropTarget();
   void PlaceHeader();
   void SelectSilently(int index);
+  void SelectOnly(int row);
   void FollowSelection();
   Selection CurrentSelection() const { return {ListIndex(), Marked()}; }
   void MoveSelected(int step);

@@ -68,7 +68,7 @@ void ListBox::SelectSilently(int index) {
   const QScopedValueRollback quiet(silent_, true);
   const int row = lines_->RowOf(index);
   if (row >= 0)
-    setCurrentIndex(lines_->index(row));
+    SelectOnly(row);
   else
     selectionModel()->clear();
   FollowSelection();
@@ -85,7 +85,12 @@ void ListBox::SetListIndex(int index) {
   lines_->At(index);
   const int row = lines_->RowOf(index);
   if (row < 0) throw runtime::Error(u"De regel '%1' is niet zichtbaar in de lijst."_s.arg(Text(index)));
-  setCurrentIndex(lines_->index(row));
+  SelectOnly(row);
+}
+
+// Whatever keys are held down, which setCurrentIndex() of the view would follow.
+void ListBox::SelectOnly(int row) {
+  selectionModel()->setCurrentIndex(lines_->index(row), QItemSelectionModel::ClearAndSelect);
 }
 
 bool ListBox::SelectWhereItemData(qint64 itemData) {
@@ -114,10 +119,9 @@ void ListBox::selectionChanged(const QItemSelection& selected, const QItemSelect
   if (now >= 0) Q_EMIT clicked();
 }
 
-// A click never clears the selection, not even with Ctrl or below the last line. Without an event the program selects
-// one line, whatever keys are held down.
+// A click never clears the selection, not even with Ctrl or below the last line. Qt also asks without an event, to
+// learn where a range marked with Shift begins.
 QItemSelectionModel::SelectionFlags ListBox::selectionCommand(const QModelIndex& index, const QEvent* event) const {
-  if (event == nullptr) return QItemSelectionModel::ClearAndSelect;
   if (!index.isValid()) return QItemSelectionModel::NoUpdate;
   const QItemSelectionModel::SelectionFlags usual = QListView::selectionCommand(index, event);
   const bool wouldClear =

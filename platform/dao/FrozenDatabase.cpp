@@ -6,6 +6,7 @@
 #include "platform/files/AtomicFile.h"
 #include "platform/files/Folder.h"
 #include "platform/jet/database/Database.h"
+#include "platform/jet/storage/Storage.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/Probe.h"
 
@@ -39,6 +40,19 @@ FrozenDatabase::FrozenDatabase(const QString& pathText, const QString& password)
 
 FrozenDatabase::~FrozenDatabase() = default;
 
+// Every commit changes the header: it has the commit counters.
+bool FrozenDatabase::UnchangedDuring(const std::function<void()>& work) {
+  jet::Storage& store = database_->Shared();
+  const jet::FileIdentity identity = store.Identity();
+  const std::uint64_t size = store.FileSize();
+  const jet::PageRef header = store.Source().Read(0);
+  turn_.reset();
+  work();
+  JetFile::WithUserErrors(pathText_, runtime::HostPath(pathText_),
+                          [&] { turn_ = std::make_unique<jet::WriteTurn>(*database_); });
+  return store.Identity() == identity && store.FileSize() == size && *store.Source().Read(0) == *header;
+}
+
 bool FrozenDatabase::IsSameAs(const QString& otherPathText) const {
   const QString hostPath = runtime::HostPath(otherPathText);
   return JetFile::WithUserErrors(otherPathText, hostPath, [&] {
@@ -59,17 +73,26 @@ void FrozenDatabase::MakeFolder(const QString& folderPathText) const {
 }
 
 void FrozenDatabase::CopyTo(const QString& targetPathText) const {
+  Place(*Prepare(targetPathText), targetPathText);
+}
+
+std::unique_ptr<files::AtomicFile> FrozenDatabase::Prepare(const QString& targetPathText) const {
   const QString hostPath = runtime::HostPath(targetPathText);
-  JetFile::WithUserErrors(targetPathText, hostPath, [&] {
+  return JetFile::WithUserErrors(targetPathText, hostPath, [&] {
     jet::File& source = database_->Shared().OpenedFile();
-    files::AtomicFile target(EncodedPath(hostPath), source.Status(), Files());
+    auto target = std::make_unique<files::AtomicFile>(EncodedPath(hostPath), source.Status(), Files());
     const std::uint64_t size = source.Size();
     for (std::uint64_t offset = 0; offset < size; offset += kChunk) {
       const jet::Bytes chunk = ReadChunk(source, offset);
-      target.Write({reinterpret_cast<const char*>(chunk.data()), chunk.size()});
+      target->Write({reinterpret_cast<const char*>(chunk.data()), chunk.size()});
     }
-    target.Commit();
+    target->Sync();
+    return target;
   });
+}
+
+void FrozenDatabase::Place(files::AtomicFile& prepared, const QString& targetPathText) {
+  JetFile::WithUserErrors(targetPathText, runtime::HostPath(targetPathText), [&] { prepared.Commit(); });
 }
 
 }  // namespace dao

@@ -3,8 +3,12 @@
 
 #include <QString>
 
+#include <functional>
 #include <memory>
 
+namespace files {
+class AtomicFile;
+}
 namespace jet {
 class Database;
 class WriteTurn;
@@ -23,6 +27,10 @@ class FrozenDatabase {
   FrozenDatabase(const FrozenDatabase&) = delete;
   FrozenDatabase& operator=(const FrozenDatabase&) = delete;
 
+  // Gives the write lock up while `work` runs, and waits for it again. True when nobody wrote meanwhile: then what
+  // `work` read of the file is whole.
+  [[nodiscard]] bool UnchangedDuring(const std::function<void()>& work);
+
   // Whether the other file has the same bytes.
   bool IsSameAs(const QString& otherPathText) const;
   // Creates a folder for copies with access for the users of the database (see files::MakeFolder). An existing folder
@@ -31,6 +39,9 @@ class FrozenDatabase {
   // Copies the file atomically; an earlier file of that name is replaced. The copy gets the permissions, group and
   // owner of the database as far as this user may set them, and is never accessible to more users.
   void CopyTo(const QString& targetPathText) const;
+  // CopyTo in two steps: the copy is written, durable, under a temporary name, and then put in its place.
+  std::unique_ptr<files::AtomicFile> Prepare(const QString& targetPathText) const;
+  static void Place(files::AtomicFile& prepared, const QString& targetPathText);
 
  private:
   QString pathText_;

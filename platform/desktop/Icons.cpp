@@ -7,10 +7,12 @@
 #include <QDir>
 #include <QFile>
 #include <QIconEngine>
+#include <QLibraryInfo>
 #include <QPainter>
 #include <QPalette>
 #include <QPixmapCache>
 #include <QSvgRenderer>
+#include <QVersionNumber>
 
 #include <algorithm>
 
@@ -79,17 +81,27 @@ class TintedEngine : public QIconEngine {
  public:
   TintedEngine(QString name, IconTint tint) : name_(std::move(name)), tint_(tint) {}
 
-  void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override {
+  void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
     const qreal scale = painter->device()->devicePixelRatio();
-    painter->drawPixmap(rect, scaledPixmap(rect.size() * scale, mode, state, scale));
+    painter->drawPixmap(rect, Pixmap(rect.size() * scale, mode, scale));
   }
 
-  QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
-    return scaledPixmap(size, mode, state, 1.0);
-  }
+  QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State) override { return Pixmap(size, mode, 1.0); }
 
-  // `size` in device pixels.
+  // From Qt 6.8 on the size is in logical pixels, before that in device pixels.
   QPixmap scaledPixmap(const QSize& size, QIcon::Mode mode, QIcon::State, qreal scale) override {
+    static const bool isLogical = QLibraryInfo::version() >= QVersionNumber(6, 8);
+    return Pixmap(isLogical ? size * scale : size, mode, scale);
+  }
+
+  QIconEngine* clone() const override { return new TintedEngine(*this); }
+  QString key() const override { return u"spotrooster"_s; }
+  QString iconName() override { return name_; }
+  bool isNull() override { return false; }
+
+ private:
+  // `size` in device pixels.
+  QPixmap Pixmap(const QSize& size, QIcon::Mode mode, qreal scale) const {
     const QColor colour = TintColour(tint_, mode);
     const bool mayAccent = tint_ == IconTint::Text && mode == QIcon::Normal;
     const bool large = std::min(size.width(), size.height()) >= kAccentFrom * scale;
@@ -103,12 +115,6 @@ class TintedEngine : public QIconEngine {
     return pixmap;
   }
 
-  QIconEngine* clone() const override { return new TintedEngine(*this); }
-  QString key() const override { return u"spotrooster"_s; }
-  QString iconName() override { return name_; }
-  bool isNull() override { return false; }
-
- private:
   QString name_;
   IconTint tint_;
 };

@@ -106,6 +106,12 @@ void RemoveLeftoversOf(std::string_view owner, const Path& path, FileSystem& fil
                [digits = OwnerDigits(owner)](const std::string& name) { return DigitsOf(name).starts_with(digits); });
 }
 
+void RemoveLeftoversBeginning(const Path& beginning, FileSystem& files) {
+  RemoveUnused(beginning, files, [first = "." + beginning.filename().string()](const std::string& name) {
+    return name.starts_with(first);
+  });
+}
+
 bool LockTemporary(File& file, const Path& temporary, FileSystem& files) {
   try {
     return file.TryLockWhole() && files.Identity(temporary) == file.Identity();

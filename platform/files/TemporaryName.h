@@ -23,6 +23,8 @@ void RemoveLeftovers(const std::filesystem::path& path, FileSystem& files = Curr
 // The same for the temporary files of an owner (not empty) in the folder of `path`, whatever file they are for.
 void RemoveLeftoversOf(std::string_view owner, const std::filesystem::path& path,
                        FileSystem& files = CurrentFileSystem());
+// The same for the temporary files of all paths that begin with `beginning`.
+void RemoveLeftoversBeginning(const std::filesystem::path& beginning, FileSystem& files = CurrentFileSystem());
 
 // Marks a temporary file as in use for as long as `file` is open. False when another program removed it as a leftover
 // before it was locked: the caller must retry with another name. On a file system without locks this has no effect, and

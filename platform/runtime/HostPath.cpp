@@ -65,8 +65,9 @@ QString NameInFolder(const QString& folder, const QString& name, Ambiguity ambig
     if (candidate.compare(name, Qt::CaseInsensitive) == 0) matches += candidate;
   }
   if (matches.size() > 1 && ambiguity == Ambiguity::Refuse) {
-    throw Error(u"Van '%1' bestaan meerdere manieren van schrijven in '%2': %3. Geen ervan is genomen."_s.arg(
-        name, PathText(folder), matches.join(u", "_s)));
+    throw Error(
+        u"In '%2' staan meerdere namen die alleen in hoofdletters van '%1' verschillen: %3. Geen ervan is "
+        "gekozen; geef ze verschillende namen."_s.arg(name, PathText(folder), matches.join(u", "_s)));
   }
   return matches.isEmpty() ? name : matches.first();
 }

@@ -55,7 +55,7 @@ TEST_F(ExportResult, FileStatementsAndRealFolderAreShownAndTheFolderOpens) {
   EXPECT_FALSE(IsShown());
   ExportAs({global.exportPath + u"\\20261122113000.tql", 14, {}, {}});
   ASSERT_TRUE(IsShown());
-  EXPECT_EQ(Line(u"lblResultaat"_s), u"20261122113000.tql: 14 opdrachten"_s);
+  EXPECT_EQ(Line(u"lblResultaat"_s), u"20261122113000.tql: 14 wijzigingen"_s);
   EXPECT_EQ(Line(u"lblResultaatMap"_s), station_.ExportFolder());
   EXPECT_EQ(Line(u"lblZelfdeNummers"_s), QString());
   EXPECT_FALSE(global.exported) << "shown once";
@@ -69,7 +69,7 @@ TEST_F(ExportResult, FileStatementsAndRealFolderAreShownAndTheFolderOpens) {
 TEST_F(ExportResult, NewRecordsWithTheSameNumberAreNamed) {
   const MessageBoxScript boxes;
   ExportAs({global.exportPath + u"\\20261122113000.tql", 1, {u"item-spot 42 (Apotheek, Garage)"_s}, u"uitleg"_s});
-  EXPECT_EQ(Line(u"lblResultaat"_s), u"20261122113000.tql: 1 opdracht"_s);
+  EXPECT_EQ(Line(u"lblResultaat"_s), u"20261122113000.tql: 1 wijziging"_s);
   EXPECT_TRUE(Line(u"lblZelfdeNummers"_s).endsWith(u"item-spot 42 (Apotheek, Garage)"_s));
   EXPECT_EQ(Child<QLabel>(main_, u"lblZelfdeNummers"_s).toolTip(), u"uitleg"_s);
   EXPECT_TRUE(boxes.Shown().empty());
@@ -96,7 +96,7 @@ TEST_F(ExportResult, ChangesAreCountedAsUsersCountThem) {
     }
   };
   PressTool(main_, u"actItems"_s);
-  EXPECT_EQ(Panel(main_, u"pnlLog"_s), u"3 opdrachten nog niet geëxporteerd"_s);
+  EXPECT_EQ(Panel(main_, u"pnlLog"_s), u"1 wijziging nog niet geëxporteerd"_s);
   EXPECT_EQ(Line(u"lblAantalExport"_s), u"1"_s);
 }
 

@@ -150,12 +150,12 @@ TEST_F(MainTest, AMissingScreenIsDisabled) {
   EXPECT_TRUE(Action(main, u"actItemSpots"_s).isEnabled());
 }
 
-TEST_F(MainTest, TheStatusBarShowsStationModeAndUnexportedStatements) {
+TEST_F(MainTest, TheStatusBarShowsStationModeAndUnexportedChanges) {
   frmMain main;
   Load(main, u"Radio Proef"_s);
   EXPECT_EQ(Panel(main, u"pnlRadio"_s), u"Radio Proef"_s);
   EXPECT_EQ(Panel(main, u"pnlModus"_s), u"Online"_s);
-  EXPECT_EQ(Panel(main, u"pnlLog"_s), u"0 opdrachten nog niet geëxporteerd"_s);
+  EXPECT_EQ(Panel(main, u"pnlLog"_s), u"0 wijzigingen nog niet geëxporteerd"_s);
   EXPECT_EQ(Child<QLabel>(main, u"lblVersie"_s).text(), VersionText());
   EXPECT_TRUE(Child<StatusPanel>(main, u"pnlKopie"_s).isVisible());
 }
@@ -171,7 +171,7 @@ TEST_F(MainTest, TheStatusBarIsUpdatedWhenAScreenCloses) {
   };
   PressTool(main, u"actInstellingen"_s);
   EXPECT_EQ(Panel(main, u"pnlModus"_s), u"Offline"_s);
-  EXPECT_EQ(Panel(main, u"pnlLog"_s), u"1 opdracht nog niet geëxporteerd"_s);
+  EXPECT_EQ(Panel(main, u"pnlLog"_s), u"1 wijziging nog niet geëxporteerd"_s);
   EXPECT_EQ(Child<QLabel>(main, u"lblAantalExport"_s).text(), u"1"_s);
   EXPECT_FALSE(Child<StatusPanel>(main, u"pnlKopie"_s).isVisible());
 }
@@ -196,7 +196,7 @@ TEST_F(MainTest, UnreadableCountsShowTheirReasonWithoutABox) {
   QFile::remove(runtime::HostPath(global.localDatabasePath));
   QFile::remove(runtime::HostPath(global.serverDatabasePath));
   PressTool(main, u"actInstellingen"_s);
-  EXPECT_EQ(Panel(main, u"pnlLog"_s), u"opdrachten nog niet geteld: de lokale database ontbreekt"_s);
+  EXPECT_EQ(Panel(main, u"pnlLog"_s), u"wijzigingen nog niet geteld: de lokale database ontbreekt"_s);
   EXPECT_TRUE(Child<StatusPanel>(main, u"pnlLog"_s).toolTip().contains(u"OvalistoLocal.mdb"_s));
   EXPECT_EQ(Child<QLabel>(main, u"lblExport"_s).text(),
             u"wijzigingen nog niet geëxporteerd: de lokale database ontbreekt"_s);

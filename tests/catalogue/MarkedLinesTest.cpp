@@ -85,6 +85,16 @@ TEST_P(MarkedLines, ActionsAreOfferedWithTheirCountWhileSeveralAreMarked) {
     EXPECT_TRUE(IsOffered(form, button)) << button.toStdString();
 }
 
+TEST_P(MarkedLines, ThousandsAreMarkedInEveryCount) {
+  AddSpots(1200);
+  frmItemSpots form(nullptr);
+  Open(form);
+  QTest::keyClick(&List(form), Qt::Key_A, Qt::ControlModifier);
+  EXPECT_EQ(ResultOf(form), u"1.200 gemarkeerd"_s);
+  EXPECT_EQ(testing_support::Plain(Child<QPushButton>(form, u"cmdDesaktiveerAlle"_s).text()), u"1.200 desaktiveren"_s);
+  EXPECT_TRUE(Child<QLabel>(form, u"lblAantal"_s).text().startsWith(u"1.200 item-spots"_s));
+}
+
 // The required buttons act on ListIndex, the line selected last.
 TEST_P(MarkedLines, RequiredButtonsActOnTheLineSelectedLast) {
   AddSpots(3);

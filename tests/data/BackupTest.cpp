@@ -5,11 +5,16 @@
 #include "data/Schema.h"
 #include "platform/dao/Database.h"
 #include "platform/dao/FrozenDatabase.h"
+#include "platform/dao/WriteWait.h"
 #include "platform/desktop/MessageBox.h"
+#include "platform/files/AtomicFile.h"
+#include "platform/files/TemporaryName.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Error.h"
+#include "platform/runtime/FileCalls.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/TextFile.h"
+#include "tests/support/FileFaults.h"
 #include "tests/support/HeldDatabase.h"
 #include "tests/support/Hindrance.h"
 #include "tests/support/Station.h"
@@ -23,6 +28,7 @@
 
 #include <chrono>
 #include <cstdlib>
+#include <filesystem>
 #include <future>
 #include <optional>
 #include <thread>
@@ -165,6 +171,37 @@ TEST_F(Backups, DeletesOldCopiesButKeepsTheNewestWithFilledCopyTables) {
 
 namespace {
 
+// Writes a row from another thread, as another program would, before each copy of the database ends; `most` times.
+class WritesDuringTheCopy {
+ public:
+  WritesDuringTheCopy(QString database, int most) : database_(std::move(database)), most_(most) {}
+  int Copies() const { return copies_; }
+  int Refused() const { return refused_; }
+
+ private:
+  void Write() {
+    std::thread([this] {
+      const dao::WriteWaitScope shortly(std::chrono::milliseconds(100));
+      try {
+        dao::OpenDatabase(database_).Execute(
+            u"INSERT INTO tblItems (ID, Naam) VALUES (%1, \"x\")"_s.arg(100 + copies_));
+      } catch (const runtime::Error&) {
+        ++refused_;
+      }
+    }).join();
+  }
+
+  QString database_;
+  int most_;
+  int copies_ = 0;
+  int refused_ = 0;
+  testing_support::FileFaults calls_{[this](const files::FileCall& call) {
+    if (call.kind != files::FileCall::Sync || !files::IsTemporaryName(call.path)) return 0;
+    if (++copies_ <= most_) Write();
+    return 0;
+  }};
+};
+
 // A shared database in a file, also when the tests run on a database server.
 class DailyBackups : public Backups {
  protected:
@@ -191,6 +228,50 @@ TEST_F(DailyBackups, OneCopyIsMadeEachDay) {
   EXPECT_EQ(BackupsOf(Server()).first().moment, kNow.addDays(1));
   BackUpDaily(Server(), kNow.addDays(2));  // unchanged since
   EXPECT_EQ(Count(), 2);
+}
+
+TEST_F(DailyBackups, WriterDoesNotWaitForTheCopy) {
+  AddItem(1);
+  WritesDuringTheCopy writes(Server(), 1);
+  BackUpDaily(Server(), kNow);
+  EXPECT_EQ(writes.Refused(), 0);
+  EXPECT_EQ(writes.Copies(), 2) << "the first one misses the row";
+  EXPECT_EQ(runtime::ReadFile(BackupFolderOf(Server()) + u"\\gedeeld-20240131-154507.mdb"_s),
+            runtime::ReadFile(Server()));
+  EXPECT_EQ(Count(), 1);
+}
+
+TEST_F(DailyBackups, OnlyAfterThreeDisturbedCopiesAWriterWaits) {
+  AddItem(1);
+  WritesDuringTheCopy writes(Server(), 100);
+  BackUpDaily(Server(), kNow);
+  EXPECT_EQ(writes.Copies(), 4);
+  EXPECT_EQ(writes.Refused(), 1);
+  EXPECT_EQ(runtime::ReadFile(BackupFolderOf(Server()) + u"\\gedeeld-20240131-154507.mdb"_s),
+            runtime::ReadFile(Server()));
+}
+
+TEST_F(DailyBackups, CopyOfAnotherProgramDuringTheOwnOneIsKept) {
+  AddItem(1);
+  const QString theirs = BackupFolderOf(Server()) + u"\\gedeeld-20240131-090000.mdb"_s;
+  const testing_support::FileFaults other([&](const files::FileCall& call) {
+    if (call.kind == files::FileCall::Sync && files::IsTemporaryName(call.path) && Count() == 0)
+      QFile::copy(runtime::HostPath(Server()), runtime::HostPath(theirs));
+    return 0;
+  });
+  BackUpDaily(Server(), kNow);
+  EXPECT_EQ(Count(), 1);
+  EXPECT_TRUE(QFile::exists(runtime::HostPath(theirs)));
+}
+
+TEST_F(DailyBackups, TemporaryFileOfACopyInProgressIsLeftAlone) {
+  AddItem(1);
+  QDir().mkpath(runtime::HostPath(BackupFolderOf(Server())));
+  const auto path =
+      runtime::NativePath(runtime::HostPath(BackupFolderOf(Server())) + u"/gedeeld-20240130-154507.mdb"_s);
+  files::AtomicFile busy(path, files::HostFileSystem());
+  BackUpDaily(Server(), kNow);
+  EXPECT_TRUE(std::filesystem::exists(busy.TemporaryPath()));
 }
 
 TEST_F(DailyBackups, CopyOfAnotherProgramCountsAlsoAfterAWait) {

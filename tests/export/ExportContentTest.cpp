@@ -96,6 +96,6 @@ TEST(ExportContent, TheWarningNamesTheFileTheFirstStatementsAndHowManyMore) {
   EXPECT_TRUE(text.contains(u"statement 1"_s));
   EXPECT_TRUE(text.contains(u"statement 5"_s));
   EXPECT_FALSE(text.contains(u"statement 6"_s));
-  EXPECT_TRUE(text.endsWith(u"en nog 2 andere opdrachten."_s));
+  EXPECT_TRUE(text.endsWith(u"en nog 2 andere wijzigingen."_s));
   EXPECT_FALSE(AlteredWarning({1, {u"x"_s}}, u"y"_s).contains(u"andere"_s));
 }

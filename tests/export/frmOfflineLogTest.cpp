@@ -56,7 +56,7 @@ TEST_F(OfflineLogWindow, ShowsEachChangeInWordsAndItsSqlWhenAsked) {
   EXPECT_EQ(Changes().Details(0).word, u"nieuw"_s);
   EXPECT_EQ(Changes().Details(1).word, u"gewijzigd"_s);
   EXPECT_EQ(Changes().Details(1).trailing, u"Einddatum"_s);
-  EXPECT_EQ(Child<QLabel>(form_, u"lblAantal"_s).text(), u"2 wijzigingen, 2 opdrachten in de volgende export"_s);
+  EXPECT_EQ(Child<QLabel>(form_, u"lblAantal"_s).text(), u"2 wijzigingen in de volgende export"_s);
   Changes().SetListIndex(1);
   EXPECT_EQ(Shown(u"txtVelden"_s), u"Einddatum: was 31-12-2025, wordt 15-01-2026"_s);
   auto& sql = Child<QPlainTextEdit>(form_, u"txtSql"_s);

@@ -225,7 +225,7 @@ TEST(frmPlanningExporteren, ItsResultIsForTheMainWindow) {
   window.PressOk();
   ASSERT_TRUE(global.exported);
   EXPECT_EQ(global.exported->path, global.exportPath + u"\\20240131154507.tql");
-  EXPECT_EQ(global.exported->statements, 2) << "an empty row is not in the file";
+  EXPECT_EQ(global.exported->changes, 2) << "an empty row is not in the file";
   EXPECT_TRUE(global.exported->sameNumbers.isEmpty());
 }
 

@@ -224,7 +224,7 @@ void Day::ExportOffline() {
   planner_.StartExport();
   desk_.Answer(u"Heeft U de vorige export-files reeds verwerkt met Kadrovia ?"_s, u"Ja"_s);
   planner_.EndExport();
-  desk_.WaitForText(kMain, u"pnlLog"_s, u"0 opdrachten nog niet geëxporteerd"_s);
+  desk_.WaitForText(kMain, u"pnlLog"_s, u"0 wijzigingen nog niet geëxporteerd"_s);
   seconds_ += 10;  // the next file gets another name
 }
 

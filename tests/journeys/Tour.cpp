@@ -119,7 +119,7 @@ void Tour::MakeSpotFromFile() {
   const QDate today = QDate::currentDate();
   planner_.MakeSpot({sound, kNewSpot, today, today.addDays(30)}, [this] { MarkMixPoint(); });
   planner_.Close(kSpots);
-  ExpectLogged(u"0 opdrachten"_s);
+  ExpectLogged(u"0 wijzigingen"_s);
   Done(u"online een item-spot gemaakt uit "_s + QFileInfo(sound).fileName());
 }
 
@@ -163,7 +163,7 @@ void Tour::ChangeSpots() {
   planner_.Deactivate(kSpots, kEndedSpot);
   planner_.CleanUp(kSpots, kRemovedSpot, {u"chkVerwijderID"_s, u"chkVerwijderBestand"_s});
   planner_.Close(kSpots);
-  ExpectLogged(u"4 opdrachten"_s);
+  ExpectLogged(u"4 wijzigingen"_s);
   Done(u"offline een spot gemaakt, een gewijzigd, een gedesaktiveerd en een opgeruimd"_s);
 }
 
@@ -175,7 +175,7 @@ void Tour::ChangeJingles() {
   desk_.PictureBox(NextName(u"vraag"_s));
   desk_.Answer(u"\"Sluiter weekend\" verwijderen"_s, u"Nee"_s);
   planner_.Close(kJingles);
-  ExpectLogged(u"5 opdrachten"_s);
+  ExpectLogged(u"5 wijzigingen"_s);
   Done(u"offline een jingle gemaakt"_s);
 }
 
@@ -184,17 +184,17 @@ void Tour::ChangeItems() {
   planner_.RemoveEntry(u"Gemeentelijke mededelingen"_s, u"Gemeente Wielmeer - wegwerkzaamheden"_s);
   planner_.CleanUp(kItems, u"Maandblok cultuur"_s, {u"chkVerwijderID"_s});
   planner_.Close(kItems);
-  ExpectLogged(u"11 opdrachten"_s);
+  ExpectLogged(u"7 wijzigingen"_s);
   PictureOfMain();
-  Done(u"offline een item gewijzigd en een opgeruimd: 11 opdrachten in het logboek"_s);
+  Done(u"offline een item gewijzigd en een opgeruimd: 7 wijzigingen in het logboek"_s);
   LookAtWhatWaits();
 }
 
-// Eleven statements, of which the item and its list are one change.
+// As many lines as the status bar counts: the item and its list are one change.
 void Tour::LookAtWhatWaits() {
   const QString window = u"frmOfflineLog"_s;
   planner_.Open(u"actOfflineLog"_s, window);
-  desk_.WaitForText(window, u"lblAantal"_s, u"7 wijzigingen, 11 opdrachten in de volgende export"_s);
+  desk_.WaitForText(window, u"lblAantal"_s, u"7 wijzigingen in de volgende export"_s);
   Picture(window);
   planner_.Close(window);
   Done(u"bekeken wat op export wacht"_s);
@@ -206,7 +206,7 @@ void Tour::Export() {
   desk_.PictureBox(NextName(u"vraag"_s));
   desk_.Answer(u"Heeft U de vorige export-files reeds verwerkt"_s, u"Ja"_s);
   planner_.EndExport();
-  ExpectLogged(u"0 opdrachten"_s);
+  ExpectLogged(u"0 wijzigingen"_s);
   PictureOfMain();
   Desk::InWindows([this] { desk_.Expect(exportSeen_, u"de export was niet te zien"_s); });
   CheckExportFile();
@@ -233,9 +233,9 @@ void Tour::CheckExportFile() {
                              ";\r\nDELETE FROM tblItemSpots WHERE", ";\r\nINSERT INTO tblItemPingles (ID, ",
                              ";\r\nUPDATE tblItems SET Naam = ", ";\r\nINSERT INTO tblItemsItemSpots (ItemID, ",
                              ";\r\nDELETE FROM tblCopie_Items WHERE"}),
-      u"het exportbestand houdt niet alle opdrachten in hun volgorde"_s);
+      u"het exportbestand houdt niet alle wijzigingen in hun volgorde"_s);
   desk_.Expect(content.count(";\r\n") == 11 && content.endsWith(";\r\n"), u"het exportbestand heeft geen 11 regels"_s);
-  Done(u"geëxporteerd: %1, 11 opdrachten"_s.arg(ExportFiles().first()));
+  Done(u"geëxporteerd: %1, 7 wijzigingen in 11 regels"_s.arg(ExportFiles().first()));
 }
 
 void Tour::GoOnline() {

@@ -55,6 +55,17 @@ TEST(Help, HelpOfEveryCommandFitsATerminal) {
   }
 }
 
+TEST(Help, TheWordHelpIsTheOption) {
+  EXPECT_EQ(RunTool({u"help"_s}).exitCode, kDone);
+  EXPECT_EQ(RunTool({u"help"_s}).out, RunTool({u"--help"_s}).out);
+  const ToolRun run = RunTool({u"help"_s, u"apply"_s});
+  EXPECT_EQ(run.exitCode, kDone);
+  EXPECT_EQ(run.out, RunTool({u"apply"_s, u"--help"_s}).out);
+  const ToolRun unknown = RunTool({u"help"_s, u"aplly"_s});
+  EXPECT_EQ(unknown.exitCode, kWrongUse);
+  EXPECT_NE(unknown.err.find("'aplly'"), std::string::npos);
+}
+
 TEST(Help, HelpAmongOtherWordsRunsNothing) {
   const ToolRun run = RunTool({u"create"_s, u"/nergens/zender"_s, u"--help"_s});
   EXPECT_EQ(run.exitCode, kDone);

@@ -81,8 +81,9 @@ void CheckUncertainChange(const ServerAddress& address, const Catalog& catalog) 
   UncertainChanges().remove(ChangeKey(address));
   if (!stored) return;
   throw runtime::Error(
-      u"De vorige wijziging, waarbij de verbinding met '%1' verbrak, is toch bewaard. Deze opdracht is niet "
-      "uitgevoerd. Kijk eerst in de lijst, en bewaar daarna alleen wat er nog ontbreekt."_s.arg(address.PathText()));
+      u"De vorige wijziging, waarbij de verbinding met '%1' wegviel, is toch bewaard. Wat u nu deed, is "
+      "niet uitgevoerd. Kijk eerst in de lijst, en bewaar daarna alleen wat er nog ontbreekt."_s.arg(
+          address.PathText()));
 }
 
 ServerSession::ServerSession(const ServerAddress& address, std::shared_ptr<Catalog> catalog, Access access)
@@ -265,8 +266,8 @@ void ServerSession::Commit() {
     stored = IsStored(address_, *catalog_, token);
   } catch (const std::exception&) {
     throw runtime::Error(
-        u"De verbinding met de databaseserver van '%1' verbrak terwijl uw wijziging bewaard werd. Of ze bewaard is, is "
-        "nog niet zeker. Druk straks nog eens op OK: wat al bewaard is, wordt niet nog eens bewaard."_s.arg(
+        u"De verbinding met de databaseserver van '%1' viel weg terwijl uw wijziging bewaard werd. Of ze bewaard "
+        "is, is nog niet zeker. Druk straks nog eens op OK: wat al bewaard is, wordt niet nog eens bewaard."_s.arg(
             address_.PathText()));
   }
   UncertainChanges().remove(ChangeKey(address_));

@@ -94,7 +94,7 @@ void CheckFreePagesMap(CheckState& state) {
   for (std::uint32_t number = 1; number < state.Source().PageCount(); ++number) {
     const bool claimed = state.IsClaimed(number);
     if (claimed && free.Contains(number)) {
-      state.ProblemAt(number, "is in gebruik (" + state.Claims().at(number) + "), maar staat als vrij te boek");
+      state.ProblemAt(number, "is in gebruik (" + state.Claims().at(number) + "), maar is als vrij gemarkeerd");
     }
     if (!claimed && !free.Contains(number)) orphans.push_back(number);
   }

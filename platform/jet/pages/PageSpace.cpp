@@ -18,7 +18,7 @@ std::uint32_t PageSpace::Allocate() {
 std::uint32_t PageSpace::TakeLowest() {
   FreePages free(pages_);
   const std::uint32_t page = free.Next();
-  if (pages_.IsWronglyFree(page)) throw DamageAt(page, "is in gebruik, maar staat als vrij te boek");
+  if (pages_.IsWronglyFree(page)) throw DamageAt(page, "is in gebruik, maar is als vrij gemarkeerd");
   // Another program may have freed this index page but left it in the index's map; it gets a new owner now.
   for (const RowId map : pages_.IndexMapsWith(page))
     UsageMapEditor(pages_, map).Remove(page);

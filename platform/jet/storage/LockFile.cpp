@@ -79,7 +79,7 @@ void LockFile::CheckName(const std::filesystem::path& database) {
   if (ending != ".ldb") return;
   throw Error(ErrorCode::Unsupported, "Een database kan niet '" + database.string() +
                                           "' heten: in een bestand met die naam staat wie een database open heeft. "
-                                          "Geef haar een naam die op .mdb eindigt.");
+                                          "Geef de database een naam die op .mdb eindigt.");
 }
 
 LockFile::LockFile(FileSystem& files, const std::filesystem::path& path, File& database)

@@ -136,7 +136,7 @@ void Storage::Commit() {
       ErrorCode::NotYetDurable,
       "De wijziging in het bestand '" + name_ +
           "' is gedaan, maar het is niet zeker dat ze een stroomstoring overleeft: de map kon niet veilig worden "
-          "weggeschreven. Voer haar niet nog eens uit; kijk na een stroomstoring of ze er nog is.");
+          "weggeschreven. Doe de wijziging niet nog eens; kijk na een stroomstoring of ze er nog is.");
 }
 
 // Programs that do not use our locks may replace or overwrite the file at any time.
@@ -147,7 +147,7 @@ void Storage::RequireUnchanged() {
   if (named && named->identity == status_.identity && named->size == status_.size && header == lastHeader_) return;
   throw Error(ErrorCode::ForeignWrite, "Het bestand '" + name_ +
                                            "' is tijdens een wijziging door een ander programma vervangen. De "
-                                           "wijziging is niet gedaan; voer haar opnieuw uit.");
+                                           "wijziging is niet gedaan. Probeer het opnieuw.");
 }
 
 // The file has the old pages, so there is nothing to undo.

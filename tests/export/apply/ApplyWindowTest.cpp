@@ -76,7 +76,7 @@ TEST_F(ApplyWindow, AFileIsExplainedBeforeAndCarriedOutOnce) {
   ASSERT_EQ(Files().ListCount(), 1);
   EXPECT_EQ(Files().Text(0), u"20261122080100.tql"_s);
   EXPECT_EQ(Files().Details(0).word, u"niet verwerkt"_s);
-  EXPECT_EQ(Files().Details(0).trailing, u"1 opdracht"_s);
+  EXPECT_EQ(Files().Details(0).trailing, u"1 wijziging"_s);
   EXPECT_EQ(Child<QLineEdit>(*form_, u"txtBron"_s).text(), u"A"_s);
   Files().SetListIndex(0);
   ASSERT_EQ(Explanation().size(), 2);
@@ -111,6 +111,31 @@ TEST_F(ApplyWindow, AConflictIsShownFieldByFieldAndSettledEitherWay) {
   EXPECT_FALSE(Child<QPushButton>(*form_, u"cmdServer"_s).isEnabled());
 }
 
+TEST_F(ApplyWindow, AfterProcessingTheReportStaysInSightWithWhatWaits) {
+  Workstation a = At(u"A"_s);
+  a.InsertSpot(NewSpot(4, u"Apotheek"_s));
+  ItemSpotRow bakker = a.Spot(1);
+  bakker.eindDatum = 46000;
+  a.UpdateSpot(bakker);
+  a.Export();
+  a.InsertSpot(NewSpot(5, u"Garage"_s));
+  a.Export();
+  OnServer(u"INSERT INTO tblItemSpots (ID, Naam) VALUES (4, \"Bloemen\")"_s);
+  OnServer(u"UPDATE tblItemSpots SET EindDatum = 45800 WHERE ID = 1"_s);
+  Open();
+  EXPECT_EQ(Child<QLabel>(*form_, u"lblAantal"_s).text(), u"2 bestanden te verwerken"_s);
+  Press(u"cmdVerwerken"_s);
+  EXPECT_EQ(Files().ListIndex(), 0) << "the file with the conflict, not the last one";
+  const QStringList shown = Explanation().filter(u"kreeg nummer 5"_s);
+  ASSERT_EQ(shown.size(), 1) << Explanation().join(u'\n').toStdString();
+  EXPECT_TRUE(shown[0].contains(u"Apotheek"_s));
+  EXPECT_EQ(Child<QLabel>(*form_, u"lblAantal"_s).text(),
+            u"Alle bestanden zijn verwerkt; 1 botsing wacht op uw keuze"_s);
+  List(u"lstBotsingen"_s).SetListIndex(0);
+  Press(u"cmdServer"_s);
+  EXPECT_EQ(Child<QLabel>(*form_, u"lblAantal"_s).text(), u"Alle bestanden zijn verwerkt"_s);
+}
+
 TEST_F(ApplyWindow, AFileThatCannotBeReadSaysWhyAndTheOthersGoThrough) {
   Workstation a = At(u"A"_s);
   a.InsertSpot(NewSpot(4, u"Apotheek"_s));
@@ -137,6 +162,7 @@ TEST_F(ApplyWindow, AFileWithoutABasisNeedsItsWorkstationByName) {
   EXPECT_EQ(Explanation(), QStringList{u"Vul eerst het werkstation in dat dit bestand maakte.|"_s});
   Press(u"cmdVerwerken"_s);
   EXPECT_EQ(Spots().size(), 3);
+  EXPECT_TRUE(Explanation().value(0).startsWith(u"Vul eerst het werkstation in"_s)) << "the refusal stays in sight";
   Child<QLineEdit>(*form_, u"txtBron"_s).setText(u"STUDIO2"_s);
   Press(u"cmdVerwerken"_s);
   EXPECT_EQ(Spots().size(), 4);

@@ -183,7 +183,7 @@ class DamagedBase : public testing::Test {
 TEST_F(DamagedBase, AUsedPageThatIsMarkedFreeIsNotAllocated) {
   SetBit(kGlobalMap, itemPages_.front());
   EXPECT_EQ(MessageOfGrowing(), "Tabel 'tblSpots': pagina " + std::to_string(itemPages_.front()) +
-                                    ": is in gebruik, maar staat als vrij te boek");
+                                    ": is in gebruik, maar is als vrij gemarkeerd");
 }
 
 TEST_F(DamagedBase, APagePastTheEndInAMapIsReportedAndNotAllocated) {

@@ -186,7 +186,9 @@ TEST_F(SharedFolder, ADatabaseOfTheLockFilesNameIsNeitherWrittenNorMade) {
   EXPECT_TRUE(Names(Change(path), path));
   EXPECT_EQ(Content(path), test::TinyDatabase({1, 2, 3}));
   EXPECT_EQ(Read(path, true), (Values{1, 2, 3}));
-  EXPECT_TRUE(Names(test::MessageOf([&] { Database::Create(folder_ / "nieuw.ldb"); }), folder_ / "nieuw.ldb"));
+  const std::string refusal = test::MessageOf([&] { Database::Create(folder_ / "nieuw.ldb"); });
+  EXPECT_TRUE(Names(refusal, folder_ / "nieuw.ldb"));
+  EXPECT_TRUE(refusal.ends_with("Geef de database een naam die op .mdb eindigt.")) << refusal;
 }
 
 TEST_F(SharedFolder, AProgramThatCannotUseTheLockFileDoesNotWrite) {

@@ -267,6 +267,18 @@ TEST_F(StorageTest, AnotherJetProgramThatLeftNoNameIsReportedWithoutOne) {
             "niet in geschreven.");
 }
 
+TEST_F(StorageTest, AFileReplacedByAnotherProgramDuringAChangeIsLeftAsItIs) {
+  const auto storage = Open();
+  WriteTurn writing(*storage);
+  Fill(*storage, 1, 10);
+  files_.Remove(kPath);
+  files_.Put(kPath, test::TinyDatabase({7, 8, 9}));
+  EXPECT_EQ(MessageOf([&] { writing.Commit(); }),
+            "Het bestand '/data/station.mdb' is tijdens een wijziging door een ander programma vervangen. De wijziging "
+            "is niet gedaan. Probeer het opnieuw.");
+  EXPECT_EQ(files_.Get(kPath), test::TinyDatabase({7, 8, 9}));
+}
+
 TEST_F(StorageTest, OneThreadHasOneStorageOfAFile) {
   const auto one = Storage::Open(kPath, TestOptions(), files_);
   EXPECT_EQ(Storage::Open(kPath, TestOptions(), files_), one);

@@ -50,7 +50,14 @@ TEST_F(HostPaths, NamesMatchWithoutRegardToCaseWhenNotExact) {
 TEST_F(HostPaths, DeletingRefusesWhenSeveralNamesMatch) {
   Touch(u"Audio/Spots/een.wav"_s);
   EXPECT_EQ(runtime::HostPathExactly(u"D:\\Audio\\Spots\\een.wav"_s), folder_.path() + u"/Audio/Spots/een.wav");
-  EXPECT_THROW(runtime::HostPathExactly(u"D:\\Audio\\Spots\\EEN.wav"_s), runtime::Error);
+  try {
+    runtime::HostPathExactly(u"D:\\Audio\\Spots\\EEN.wav"_s);
+    FAIL() << "one of two names was chosen";
+  } catch (const runtime::Error& error) {
+    EXPECT_TRUE(error.Description().contains(
+        u"staan meerdere namen die alleen in hoofdletters van 'EEN.wav' verschillen: Een.WAV, een.wav."_s))
+        << qPrintable(error.Description());
+  }
 }
 
 TEST_F(HostPaths, AHostPathIsReturnedUnchanged) {

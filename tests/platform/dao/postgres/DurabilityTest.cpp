@@ -81,10 +81,12 @@ TEST_F(Durability, AnUncertainChangeIsCheckedBeforeTheNext) {
     return away.load();
   });
   const QString error = ExecuteError(database, Insert(50, 1));
-  EXPECT_TRUE(error.contains(u"niet zeker"_s)) << qPrintable(error);
+  EXPECT_TRUE(error.contains(u"viel weg terwijl uw wijziging bewaard werd. Of ze bewaard is, is nog niet zeker"_s))
+      << qPrintable(error);
   proxy.CutLines({});
   // It was stored: the next change reports that instead of storing it again.
-  EXPECT_TRUE(ExecuteError(dao::OpenDatabase(path), Insert(51, 1)).contains(u"toch bewaard"_s));
+  EXPECT_TRUE(ExecuteError(dao::OpenDatabase(path), Insert(51, 1))
+                  .contains(u"wegviel, is toch bewaard. Wat u nu deed, is niet"_s));
   EXPECT_EQ(ExecuteError(dao::OpenDatabase(path), Insert(52, 1)), QString());
   EXPECT_EQ(Rows(Open(), u"SELECT ID FROM tblSpots WHERE ID > 10 ORDER BY ID"_s), (QStringList{u"50"_s, u"52"_s}));
 }
