@@ -60,14 +60,22 @@ bool InsertEntry(PageBytes& page, std::vector<std::uint16_t> ends, std::size_t a
   return true;
 }
 
-void RemoveEntry(PageBytes& page, std::vector<std::uint16_t> ends, std::size_t at) {
-  const std::size_t start = at == 0 ? kEntriesAt : ends[at - 1];
-  const std::size_t length = ends[at] - start;
-  std::memmove(&page[start], &page[start + length], ends.back() - start - length);
-  std::memset(&page[ends.back() - length], 0, length);
-  ends.erase(ends.begin() + static_cast<std::ptrdiff_t>(at));
-  for (std::size_t i = at; i < ends.size(); ++i)
-    ends[i] = static_cast<std::uint16_t>(ends[i] - length);
+void RemoveEntries(PageBytes& page, std::vector<std::uint16_t> ends, std::span<const std::size_t> positions) {
+  const auto startOf = [&](std::size_t entry) { return entry == 0 ? kEntriesAt : ends[entry - 1]; };
+  const std::size_t used = ends.back();
+  std::size_t to = startOf(positions.front());
+  std::size_t count = positions.front();
+  for (std::size_t i = 0; i < positions.size(); ++i) {
+    const std::size_t next = i + 1 < positions.size() ? positions[i + 1] : ends.size();
+    const std::size_t from = ends[positions[i]];
+    const std::size_t end = startOf(next);
+    std::memmove(page.data() + to, page.data() + from, end - from);
+    for (std::size_t entry = positions[i] + 1; entry < next; ++entry)
+      ends[count++] = static_cast<std::uint16_t>(ends[entry] - (from - to));
+    to += end - from;
+  }
+  ends.resize(count);
+  std::memset(page.data() + to, 0, used - to);
   StoreEnds(page, ends);
 }
 

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 namespace jet {
@@ -17,7 +18,7 @@ bool AppendEntry(PageBytes& page, ByteView entry);
 // Inserts an entry at position `at`. Returns false as above, and at position 0 of a page with a shared prefix, which is
 // stored in the first entry.
 bool InsertEntry(PageBytes& page, std::vector<std::uint16_t> ends, std::size_t at, ByteView entry);
-// Removes the entry at position `at`; not the first one of a page with a shared prefix.
-void RemoveEntry(PageBytes& page, std::vector<std::uint16_t> ends, std::size_t at);
+// Removes the entries at these ascending positions; not the first one of a page with a shared prefix.
+void RemoveEntries(PageBytes& page, std::vector<std::uint16_t> ends, std::span<const std::size_t> positions);
 
 }  // namespace jet

@@ -84,7 +84,7 @@ class IndexWriter {
   std::vector<std::size_t> PlacesIn(std::uint32_t leaf, const EntryList& entries, std::size_t first,
                                     std::size_t& count);
   void RemoveFromNode(std::uint32_t leaf, const std::vector<std::size_t>& positions);
-  bool RemoveFromPage(const Step& step);
+  bool RemoveInPlace(std::uint32_t leaf, const std::vector<std::size_t>& positions);
   void SaveOrSplit(Path& path, IndexNode& node);
   void Split(Path& path, IndexNode& node);
   void GrowRoot(Path& path);
