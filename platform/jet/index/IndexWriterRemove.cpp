@@ -102,7 +102,9 @@ bool IndexWriter::RemoveInPlace(std::uint32_t leaf, const std::vector<std::size_
     if (positions.front() == 0 && LoadU16(bytes->data() + kPrefixAt) > 0) return false;
     ends = IndexPage(bytes, leaf, table_).Ends();
   }
-  RemoveEntries(pages_.Change(leaf), std::move(ends), positions);
+  PageBytes& page = pages_.Change(leaf);
+  RemoveEntries(page, ends, positions);
+  IndexPage::KeepEnds(leaf, page, std::move(ends));
   return true;
 }
 

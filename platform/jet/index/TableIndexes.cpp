@@ -162,6 +162,29 @@ void TableIndexes::Insert(const Keys& keys, RowId row) {
     InsertInto(trees_[i], keys[i], row);
 }
 
+void TableIndexes::InsertLater(const Keys& keys, RowId row) {
+  later_.resize(trees_.size());
+  for (std::size_t i = 0; i < trees_.size(); ++i) {
+    if (trees_[i].unique) {
+      InsertInto(trees_[i], keys[i], row);
+    } else if (keys[i]) {
+      entry_.assign(keys[i]->begin(), keys[i]->end());
+      IndexWriter::AppendPlace(entry_, row);
+      later_[i].Add(entry_);
+    }
+  }
+}
+
+void TableIndexes::InsertCollected() {
+  for (std::size_t i = 0; i < later_.size(); ++i) {
+    if (later_[i].Count() == 0) continue;
+    later_[i].Sort();
+    counters_.CountNewKeys(*trees_[i].def, trees_[i].writer->CountNewKeys(later_[i]));
+    trees_[i].writer->Insert(later_[i]);
+  }
+  later_.clear();
+}
+
 void TableIndexes::InsertInto(Tree& tree, const std::optional<Bytes>& key, RowId row) {
   if (!key) return;
   if (tree.unique || !tree.writer->Contains(*key)) counters_.CountNewKeys(*tree.def);
@@ -216,7 +239,8 @@ void TableIndexes::CollectEntry(Tree& tree, const Values& values, RowId row, Ent
     key = tree.writer->KeyOfRow(row);
     if (!key) throw Damage("de rij ontbreekt in de index '" + tree.name + "'");
   }
-  entries.Add(IndexWriter::Entry(*key, row));
+  IndexWriter::AppendPlace(*key, row);
+  entries.Add(*key);
 }
 
 void TableIndexes::Remove(Entries& entries) {

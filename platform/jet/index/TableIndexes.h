@@ -43,6 +43,10 @@ class TableIndexes {
   // The keys of a new row, checked against the rules of the indexes.
   Keys KeysOf(const Values& values);
   void Insert(const Keys& keys, RowId row);
+  // The same for a row among many: its entries may be missing, except where duplicates are refused, until
+  // InsertCollected.
+  void InsertLater(const Keys& keys, RowId row);
+  void InsertCollected();
 
   // One index's key change for an updated row.
   struct KeyChange {
@@ -100,6 +104,7 @@ class TableIndexes {
   const StoredTable& table_;
   Counters& counters_;
   std::vector<Tree> trees_;
+  Entries later_;  // of InsertLater
   Bytes entry_;  // reused buffer
 };
 

@@ -57,10 +57,10 @@ Bytes Build(std::span<const PageChange> changes, std::uint64_t oldLength, std::u
   for (const PageChange& change : changes) {
     if (isNew(change)) continue;
     const std::size_t start = journal.size();
-    journal.resize(start + kRecordBytes);
+    journal.resize(start + kImageAt);
     Store(&journal[start], change.number);
     StoreSums(change, &journal[start]);
-    std::memcpy(&journal[start + kImageAt], change.before->data(), kPageSize);
+    journal.insert(journal.end(), change.before->begin(), change.before->end());
   }
   std::memcpy(journal.data(), kMagic, kCountAt);
   Store(&journal[kCountAt], count);
