@@ -19,8 +19,8 @@ std::uint64_t BeginningOf(ByteView entry) {
 }  // namespace
 
 void EntryList::Add(ByteView entry) {
-  places_.push_back({BeginningOf(entry), bytes_.size() & ((std::uint64_t{1} << 48) - 1),
-                     static_cast<std::uint16_t>(entry.size())});
+  places_.push_back(
+      {BeginningOf(entry), bytes_.size() & ((std::uint64_t{1} << 48) - 1), static_cast<std::uint16_t>(entry.size())});
   bytes_.insert(bytes_.end(), entry.begin(), entry.end());
 }
 

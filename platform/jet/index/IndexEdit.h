@@ -16,8 +16,8 @@ namespace jet {
 // Appends an entry. Returns false without a change when it lacks the page's shared prefix or there is no room.
 bool AppendEntry(PageBytes& page, ByteView entry);
 // Inserts sorted entries before those now at the ascending `positions`. Returns how many were inserted: the first ones,
-// up to one that does not fit, as above, or belongs at position 0 of a page with a shared prefix, which is stored in the
-// first entry.
+// up to one that does not fit, as above, or belongs at position 0 of a page with a shared prefix, which is stored in
+// the first entry.
 std::size_t InsertEntries(PageBytes& page, std::vector<std::uint16_t>& ends, std::span<const std::size_t> positions,
                           std::span<const ByteView> entries);
 // Removes the entries at these ascending positions; not the first one of a page with a shared prefix.

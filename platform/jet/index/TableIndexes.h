@@ -36,7 +36,7 @@ class TableIndexes {
   TableIndexes& operator=(const TableIndexes&) = delete;
 
   // Whether the column at position `column` of StoredTable::columns is in an index.
-  bool Uses(std::size_t column) const;
+  bool Uses(std::size_t column) const { return used_[column]; }
 
   // One for each index; nothing where the index omits the row.
   using Keys = std::vector<std::optional<Bytes>>;
@@ -104,8 +104,9 @@ class TableIndexes {
   const StoredTable& table_;
   Counters& counters_;
   std::vector<Tree> trees_;
-  Entries later_;  // of InsertLater
-  Bytes entry_;  // reused buffer
+  std::vector<bool> used_;  // by column
+  Entries later_;           // of InsertLater
+  Bytes entry_;             // reused buffer
 };
 
 }  // namespace jet

@@ -202,7 +202,8 @@ bool Storage::WriteChanges() {
   std::vector<PageChange> changes;
   for (const auto& [number, page] : changed) {
     PageChange change{number, nullptr, page.get()};
-    if (number < oldPages) change.before = stored.emplace_back(encoded ? ReadStored(number) : pages_->Read(number)).get();
+    if (number < oldPages)
+      change.before = stored.emplace_back(encoded ? ReadStored(number) : pages_->Read(number)).get();
     if (encoded) {
       const auto copy = std::make_shared<PageBytes>(*page);
       pages_->ApplyEncoding(number, *copy);

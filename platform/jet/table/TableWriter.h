@@ -118,8 +118,8 @@ class TableWriter {
   std::vector<std::size_t> places_;  // positions of def_.columns in definition_.columns
   bool inOrder_ = true;              // def_ and definition_ have the same column order
   std::vector<bool> allColumns_;
-  Fields newFields_;                 // reused buffer for the row being inserted
-  Values newValues_;                 // reused buffer for the known values of a copied or deleted row
+  Fields newFields_;  // reused buffer for the row being inserted
+  Values newValues_;  // reused buffer for the known values of a copied or deleted row
   ColumnSet indexedColumns_;
   std::vector<std::size_t> indexedPlaces_;  // the same, as positions in def_.columns
   std::optional<Filling> filling_;

@@ -12,10 +12,10 @@
 namespace jet::test {
 namespace {
 
-constexpr std::size_t kHead = 40;
+constexpr std::size_t kJournalHead = 40;
 constexpr std::size_t kSumAt = 32;
-constexpr std::size_t kRecord = 4232;
-constexpr std::size_t kRecordHead = 136;
+constexpr std::size_t kJournalRecord = 4232;
+constexpr std::size_t kJournalRecordHead = 136;
 
 void AddTo(std::uint64_t& sum, ByteView bytes) {
   for (std::size_t at = 0; at + 8 <= bytes.size(); at += 8) {
@@ -74,9 +74,9 @@ void CopyInto(FileSystem& files, const FileSystem::Path& path, const Bytes& cont
 Bytes WithSum(Bytes journal) {
   Store(&journal[kSumAt], std::uint64_t{0});
   std::uint64_t sum = 0x9E3779B97F4A7C15;
-  AddTo(sum, ByteView(journal).first(kHead));
-  for (std::size_t record = kHead; record < journal.size(); record += kRecord)
-    AddTo(sum, ByteView(journal).subspan(record, kRecordHead));
+  AddTo(sum, ByteView(journal).first(kJournalHead));
+  for (std::size_t record = kJournalHead; record < journal.size(); record += kJournalRecord)
+    AddTo(sum, ByteView(journal).subspan(record, kJournalRecordHead));
   Store(&journal[kSumAt], sum);
   return journal;
 }
