@@ -6,6 +6,7 @@
 // usage: DurableBench [CHANGES [FOLDER]]       of each kind, default 1000: a disk whose syncs take milliseconds
 //        needs minutes; the folder is SPOTROOSTER_BENCH_FOLDER or that of this program
 //        DurableBench alone dao|jet|sqlite insert|update|delete CHANGES       one kind in memory, for a profiler
+//        DurableBench alone dao|sqlite statement ROUNDS       10 000 inserts in a statement, and their deletes in one
 #include "bench/BenchFolder.h"
 #include "bench/ChangedTable.h"
 #include "bench/Figures.h"
@@ -45,6 +46,12 @@ struct Kind {
 const std::vector<Kind> kKinds = {{"insert", [](ChangedTable& table, int id) { table.Insert(id); }},
                                   {"update", [](ChangedTable& table, int id) { table.Update(id, 5); }},
                                   {"delete", [](ChangedTable& table, int id) { table.Delete(id); }}};
+
+// As many inserts as there are rows, durable as one transaction, and their deletes.
+const QString kInsertAll =
+    u"INSERT INTO tblItemSpots (ID, Naam, Path, LengteSec, StartDatum, Aktief) "
+    "SELECT ID + 100000, Naam, Path, LengteSec, StartDatum, Aktief FROM tblItemSpots"_s;
+const QString kDeleteAll = u"DELETE FROM tblItemSpots WHERE ID > 100000"_s;
 
 // New rows come in key order; rows to change or delete are chosen at random.
 std::vector<int> Ids(const Kind& kind, int changes) {
@@ -100,22 +107,17 @@ class Contest {
     Print(kind, times, spent);
   }
 
-  // As many inserts as there are rows, durable as one transaction, and then their deletes.
   void RunOneStatement() {
-    const QString insert =
-        u"INSERT INTO tblItemSpots (ID, Naam, Path, LengteSec, StartDatum, Aktief) "
-        "SELECT ID + %1, Naam, Path, LengteSec, StartDatum, Aktief FROM tblItemSpots"_s.arg(10 * kStanding);
-    const QString remove = u"DELETE FROM tblItemSpots WHERE ID > %1"_s.arg(10 * kStanding);
     bench::Plain plain(tables_[0]->Path());
     dao::Database ours = dao::OpenDatabase(tables_[1]->Path());
     bench::Sides inserts(kRounds);
     bench::Sides deletes(kRounds);
     for (int round = 0; round < kRounds; ++round) {
-      inserts.Beside([&] { plain.Run(insert.toUtf8()); });
-      inserts.Ours([&] { Require(ours.Execute(insert) == kStanding, "rows inserted"); });
+      inserts.Beside([&] { plain.Run(kInsertAll.toUtf8()); });
+      inserts.Ours([&] { Require(ours.Execute(kInsertAll) == kStanding, "rows inserted"); });
       Require(tables_[0]->Read() == tables_[1]->Read(), "rows or sums");
-      deletes.Beside([&] { plain.Run(remove.toUtf8()); });
-      deletes.Ours([&] { Require(ours.Execute(remove) == kStanding, "rows deleted"); });
+      deletes.Beside([&] { plain.Run(kDeleteAll.toUtf8()); });
+      deletes.Ours([&] { Require(ours.Execute(kDeleteAll) == kStanding, "rows deleted"); });
     }
     inserts.Print("insert-10000" + place_, "10 000 inserts in one statement");
     deletes.Print("delete-10000" + place_, "10 000 deletes in one statement");
@@ -170,10 +172,30 @@ int RunAlone(const QString& who, const QString& what, int changes) {
   return 0;
 }
 
+// The two statements of 10 000 rows, `rounds` times.
+int RunStatementsAlone(const QString& who, int rounds) {
+  const QTemporaryDir folder(kMemory + u"/durable-bench-XXXXXX"_s);
+  const bool isSqlite = who == u"sqlite"_s;
+  const auto table = isSqlite ? bench::TableOfSqlite(folder.path()) : bench::TableOfDao(folder.path());
+  table->Fill(kStanding);
+  for (int round = 0; round < rounds; ++round) {
+    for (const QString& sql : {kInsertAll, kDeleteAll}) {
+      if (isSqlite) {
+        bench::Plain(table->Path()).Run(sql.toUtf8());
+      } else {
+        dao::OpenDatabase(table->Path()).Execute(sql);
+      }
+    }
+  }
+  return 0;
+}
+
 }  // namespace
 
 int main(int count, char** arguments) {
   std::setvbuf(stdout, nullptr, _IOLBF, 0);
+  if (count == 5 && qstrcmp(arguments[1], "alone") == 0 && qstrcmp(arguments[3], "statement") == 0)
+    return RunStatementsAlone(QString::fromLocal8Bit(arguments[2]), std::atoi(arguments[4]));
   if (count == 5 && qstrcmp(arguments[1], "alone") == 0)
     return RunAlone(QString::fromLocal8Bit(arguments[2]), QString::fromLocal8Bit(arguments[3]),
                     std::atoi(arguments[4]));

@@ -118,7 +118,7 @@ int Engine::Change() {
   if (const auto count = InsertWholeTable()) return static_cast<int>(*count);
   const SqliteStatement prepared = Prepared(statement_.verb == Verb::Insert ? InsertSql() : statement_.body);
   if (sqlite3_step(prepared.get()) != SQLITE_DONE) Fail();
-  tables_.DeleteCollected(targetPlace_);
+  tables_.FinishChanges(targetPlace_);
   return sqlite3_changes(connection_.Get());
 }
 

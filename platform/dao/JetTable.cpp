@@ -78,12 +78,26 @@ jet::TableWriter& JetTable::Writer() {
   return *writer_;
 }
 
-void JetTable::Insert(std::vector<Value> row) {
+std::vector<jet::Value> JetTable::StoredRow(std::vector<Value> row) const {
   std::vector<jet::Value> values;
   values.reserve(row.size());
   for (std::size_t i = 0; i < row.size(); ++i)
     values.push_back(Stored(i, std::move(row[i])));
+  return values;
+}
+
+void JetTable::Insert(std::vector<Value> row) {
+  std::vector<jet::Value> values = StoredRow(std::move(row));
   file_.WithUserErrors([&] { Writer().Insert(values); });
+}
+
+void JetTable::InsertAmongMany(std::vector<Value> row) {
+  std::vector<jet::Value> values = StoredRow(std::move(row));
+  file_.WithUserErrors([&] { Writer().InsertAmongMany(values); });
+}
+
+void JetTable::EndInserts() {
+  if (writer_) file_.WithUserErrors([&] { writer_->EndInserts(); });
 }
 
 std::optional<std::size_t> JetTable::InsertAllOf(Table& other) {

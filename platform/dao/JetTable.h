@@ -29,6 +29,8 @@ class JetTable : public Table {
   std::unique_ptr<Cursor> ScanByIndex(std::size_t index, bool backwards, const FieldMask& wanted) override;
   std::unique_ptr<Cursor> Lookup(std::size_t index, std::span<const Value> key, const FieldMask& wanted) override;
   void Insert(std::vector<Value> row) override;
+  void InsertAmongMany(std::vector<Value> row) override;
+  void EndInserts() override;
   std::optional<std::size_t> InsertAllOf(Table& other) override;
   void Update(RowId row, std::span<const FieldValue> changes) override;
   void Delete(std::span<const RowId> rows) override;
@@ -38,6 +40,7 @@ class JetTable : public Table {
   // The key as the columns of the index store it; ends before the first value that cannot be a key.
   std::vector<jet::Value> KeyOf(std::size_t index, std::span<const Value> key) const;
   jet::Value Stored(std::size_t field, Value value) const;
+  std::vector<jet::Value> StoredRow(std::vector<Value> row) const;
   jet::TableWriter& Writer();
 
   const JetFile file_;

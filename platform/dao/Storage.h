@@ -62,6 +62,9 @@ class Table {
   // Inserts a row, one value per field. NULL in an autonumber field lets the storage assign the number. A duplicate of
   // a unique key and NULL in a required key are errors.
   virtual void Insert(std::vector<Value> row) = 0;
+  // The same for a row among many, which may be missing in look-ups until EndInserts.
+  virtual void InsertAmongMany(std::vector<Value> row) { Insert(std::move(row)); }
+  virtual void EndInserts() {}
   // Copies every row of another table in its stored form; returns the number of rows. Nothing, with nothing changed,
   // when the tables do not allow this: the caller then inserts the rows one by one.
   virtual std::optional<std::size_t> InsertAllOf(Table& /*other*/) { return std::nullopt; }

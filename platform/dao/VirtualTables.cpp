@@ -120,7 +120,7 @@ constexpr std::size_t kFirstField = 2;
 
 void InsertRow(const OpenTable& table, sqlite3_value** values) {
   const auto given = [&](std::size_t field) { return ValueOf(values[kFirstField + field]); };
-  table.Stored().Insert(NewRow(table.Definition(), table.entry->use.given, given));
+  table.Stored().InsertAmongMany(NewRow(table.Definition(), table.entry->use.given, given));
 }
 
 void UpdateRow(const OpenTable& table, RowId identity, sqlite3_value** values) {
@@ -208,9 +208,10 @@ void VirtualTables::EndStatement() {
   kept_ = std::exchange(entries_, {});
 }
 
-void VirtualTables::DeleteCollected(std::size_t place) {
+void VirtualTables::FinishChanges(std::size_t place) {
   const Use& use = entries_[place]->use;
   if (!use.toDelete.empty()) use.table->Delete(use.toDelete);
+  use.table->EndInserts();
 }
 
 int VirtualTables::Declare(const Entry& entry) {

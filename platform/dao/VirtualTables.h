@@ -37,8 +37,9 @@ class VirtualTables {
   // The fields that an INSERT gives; the others get their default.
   void SetGivenFields(std::size_t place, FieldMask given) { entries_[place]->use.given = given; }
 
-  // Deletes the rows that a DELETE collected, at once: SQLite does not read the table in between.
-  void DeleteCollected(std::size_t place);
+  // Completes the changes of a statement: rows to delete and index entries of new rows are collected, because SQLite
+  // does not read the table in between.
+  void FinishChanges(std::size_t place);
 
   // Rethrows the exception of a table in a callback, if any: exceptions must not cross SQLite's C code.
   void RethrowFailure() const;

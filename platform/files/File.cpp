@@ -84,6 +84,7 @@ FileStatus File::Status() {
 
 void File::TakeAccessOf(const FileStatus& original) {
   const FileStatus own = Status();
+  const bool isOthers = own.owner != original.owner || own.group != original.group;
   bool hasGroup = own.group == original.group;
   if (!hasGroup) hasGroup = Uninterrupted([&] { return RawSetOwner(kUnchanged, original.group); }) == 0;
   if (own.owner != original.owner) Uninterrupted([&] { return RawSetOwner(original.owner, kUnchanged); });
@@ -93,7 +94,7 @@ void File::TakeAccessOf(const FileStatus& original) {
   const unsigned special = own.kind == FileKind::Folder ? own.permissions & 07000 : 0;
   const unsigned permissions = (original.permissions & 0700) | group | others | special;
   // Some file systems give every file the same permissions and refuse chmod.
-  if (Status().permissions == permissions) return;
+  if ((isOthers ? Status() : own).permissions == permissions) return;
   Finish(*this, "beveiligen", [&] { return RawSetPermissions(permissions); });
 }
 

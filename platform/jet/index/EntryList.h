@@ -22,6 +22,7 @@ class EntryList {
 
  private:
   struct Place {
+    std::uint64_t beginning;  // the first bytes as a number, which decides most comparisons
     std::uint64_t start : 48;
     std::uint64_t length : 16;
   };

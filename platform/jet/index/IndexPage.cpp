@@ -39,14 +39,18 @@ IndexPage::IndexPage(PageRef page, std::uint32_t number, std::uint32_t table)
     throw DamageAt(number, "soort " + std::to_string(type) + " in plaats van een indexpagina");
   }
   if (Field(kTableAt) != table) throw DamageAt(number, "de indexpagina hoort bij een andere tabel");
-  KeptEnds& kept = KeptEndsOf(number);
-  if (kept.ends == nullptr || std::memcmp(kept.head.data(), page_->data(), kEntriesAt) != 0) {
-    kept.ends.reset();
-    auto ends = std::make_shared<const std::vector<std::uint16_t>>(ReadEnds());
-    std::memcpy(kept.head.data(), page_->data(), kEntriesAt);
-    kept.ends = std::move(ends);
-  }
+  const KeptEnds& kept = KeptEndsOf(number);
+  if (kept.ends == nullptr || std::memcmp(kept.head.data(), page_->data(), kEntriesAt) != 0)
+    KeepEnds(number, *page_, ReadEnds());
   ends_ = kept.ends;
+}
+
+void IndexPage::KeepEnds(std::uint32_t number, const PageBytes& page, std::vector<std::uint16_t> ends) {
+  KeptEnds& kept = KeptEndsOf(number);
+  kept.ends.reset();
+  auto shared = std::make_shared<const std::vector<std::uint16_t>>(std::move(ends));
+  std::memcpy(kept.head.data(), page.data(), kEntriesAt);
+  kept.ends = std::move(shared);
 }
 
 std::uint32_t IndexPage::Field(std::size_t at) const {

@@ -35,6 +35,8 @@ class IndexPage {
   // Throws Damage when the page is not an index page of `table` or its entries are not consistent. The ends of the
   // entries of pages read before are kept for the thread: a look-up reads the same few pages again and again.
   IndexPage(PageRef page, std::uint32_t number, std::uint32_t table);
+  // Keeps the ends of the entries of a page that was just changed.
+  static void KeepEnds(std::uint32_t number, const PageBytes& page, std::vector<std::uint16_t> ends);
 
   std::uint32_t Number() const { return number_; }
   bool IsLeaf() const { return (*page_)[0] == static_cast<std::uint8_t>(PageType::IndexLeaf); }

@@ -106,8 +106,9 @@ void IndexWriter::Insert(ByteView key, RowId row) {
   Forget();
   const Step leaf = place.path.back();
   if (place.entry == entry) throw DamageAt(leaf.page, "de rij staat al in de index");
-  if (InsertEntry(pages_.Change(leaf.page), place.ends, leaf.child, entry)) {
-    const bool isLast = place.isLastLeaf && leaf.child == place.ends.size();
+  const ByteView newEntry = entry;
+  const bool isLast = place.isLastLeaf && leaf.child == place.ends.size();
+  if (InsertInPlace(leaf.page, place.ends, {&leaf.child, 1}, {&newEntry, 1}) == 1) {
     if (isLast && !place.afterSingleChild) tail_ = {leaf.page, entry};
   } else {
     IndexNode node = IndexNode::Load(pages_, leaf.page, table_);
@@ -115,6 +116,52 @@ void IndexWriter::Insert(ByteView key, RowId row) {
     SaveOrSplit(place.path, node);
   }
   if (place.afterSingleChild) UpdateParentKeys(Find(entry).path, entry);
+}
+
+void IndexWriter::Insert(const EntryList& entries) {
+  for (std::size_t done = 0; done < entries.Count();) {
+    const std::size_t inserted = InsertIntoLeaf(entries, done);
+    if (inserted == 0) Insert(KeyOf(entries.At(done)), RowOf(entries.At(done)));
+    done += std::max<std::size_t>(inserted, 1);
+  }
+}
+
+// Inserts the entries from `first` on that belong to one leaf and fit in it; returns their number, 0 in every unusual
+// case.
+std::size_t IndexWriter::InsertIntoLeaf(const EntryList& entries, std::size_t first) {
+  Forget();
+  Place place = Find(entries.At(first));
+  if (place.afterSingleChild) return 0;
+  const std::uint32_t number = place.path.back().page;
+  std::vector<std::size_t> positions;
+  std::vector<ByteView> here;
+  {
+    const PageRef bytes = pages_.Read(number);
+    const IndexPage leaf(bytes, number, table_);
+    const std::size_t shared = LoadU16(bytes->data() + kPrefixAt);
+    Bytes there;
+    std::size_t room = leaf.ExactFreeBytes();
+    for (std::size_t i = first; i < entries.Count(); ++i) {
+      const ByteView entry = entries.At(i);
+      const std::size_t position = leaf.LowerBound(entry);
+      const bool isAfterLast = position == leaf.Count();
+      if (entry.size() > room + shared || (isAfterLast && !place.isLastLeaf)) break;
+      if (!isAfterLast) leaf.CopyEntry(position, there);
+      if (!isAfterLast && std::ranges::equal(there, entry)) break;
+      positions.push_back(position);
+      here.push_back(entry);
+      room -= entry.size() - std::min(shared, entry.size());
+    }
+  }
+  return here.empty() ? 0 : InsertInPlace(number, place.ends, positions, here);
+}
+
+std::size_t IndexWriter::InsertInPlace(std::uint32_t leaf, std::vector<std::uint16_t>& ends,
+                                       std::span<const std::size_t> positions, std::span<const ByteView> entries) {
+  PageBytes& page = pages_.Change(leaf);
+  const std::size_t inserted = InsertEntries(page, ends, positions, entries);
+  IndexPage::KeepEnds(leaf, page, std::move(ends));
+  return inserted;
 }
 
 // Fast path for entries in ascending order: appends to the last leaf without a search.

@@ -26,6 +26,8 @@ class IndexWriter {
   // Whether some row has exactly this key.
   bool Contains(ByteView key);
   void Insert(ByteView key, RowId row);
+  // Inserts sorted entries, leaf by leaf.
+  void Insert(const EntryList& entries);
   // Removes sorted entries, leaf by leaf. A row that has another key in the index is found by a full scan; throws
   // Damage when the row is missing.
   void Remove(const EntryList& entries);
@@ -47,6 +49,8 @@ class IndexWriter {
   static bool HasKeyOfTheOneBefore(const EntryList& sorted, std::size_t i);
   // The number of distinct keys in sorted entries.
   static std::size_t CountKeys(const EntryList& sorted);
+  // The same without those that some row already has.
+  std::size_t CountNewKeys(const EntryList& sorted);
 
  private:
   // One page on the path from the root to a leaf and the child to follow: the position of an entry, or the number of
@@ -79,12 +83,15 @@ class IndexWriter {
   // `entry`: a complete entry or a key.
   Place Find(ByteView entry);
   bool Append(ByteView entry);
+  std::size_t InsertInPlace(std::uint32_t leaf, std::vector<std::uint16_t>& ends,
+                            std::span<const std::size_t> positions, std::span<const ByteView> entries);
+  std::size_t InsertIntoLeaf(const EntryList& entries, std::size_t first);
   std::size_t RemoveFromLeaf(const EntryList& entries, std::size_t first);
   void RemoveByRow(ByteView entry);
   std::vector<std::size_t> PlacesIn(std::uint32_t leaf, const EntryList& entries, std::size_t first,
                                     std::size_t& count);
   void RemoveFromNode(std::uint32_t leaf, const std::vector<std::size_t>& positions);
-  bool RemoveFromPage(const Step& step);
+  bool RemoveInPlace(std::uint32_t leaf, const std::vector<std::size_t>& positions);
   void SaveOrSplit(Path& path, IndexNode& node);
   void Split(Path& path, IndexNode& node);
   void GrowRoot(Path& path);

@@ -85,6 +85,13 @@ std::size_t IndexWriter::CountKeys(const EntryList& sorted) {
   return keys;
 }
 
+std::size_t IndexWriter::CountNewKeys(const EntryList& sorted) {
+  std::size_t keys = 0;
+  for (std::size_t i = 0; i < sorted.Count(); ++i)
+    keys += HasKeyOfTheOneBefore(sorted, i) || Contains(KeyOf(sorted.At(i))) ? 0U : 1U;
+  return keys;
+}
+
 bool IndexWriter::IsEmpty() {
   const IndexPage root(pages_.Read(root_), root_, table_);
   return root.IsLeaf() && root.Count() == 0;

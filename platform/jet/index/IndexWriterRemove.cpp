@@ -51,7 +51,7 @@ std::size_t IndexWriter::RemoveFromLeaf(const EntryList& entries, std::size_t fi
     RemovePage(path);
     return positions.size();
   }
-  if (positions.size() > 1 || !RemoveFromPage({leaf, positions.front()})) RemoveFromNode(leaf, positions);
+  if (!RemoveInPlace(leaf, positions)) RemoveFromNode(leaf, positions);
   if (positions.back() + 1 == count && positions.size() < count) UpdateParentKeys(path, LastEntryBelow(leaf));
   return positions.size();
 }
@@ -64,11 +64,16 @@ std::vector<std::size_t> IndexWriter::PlacesIn(std::uint32_t leaf, const EntryLi
   count = page.Count();
   std::vector<std::size_t> places;
   Bytes there;
-  for (std::size_t i = first; i < entries.Count(); ++i) {
-    const std::size_t place = page.LowerBound(entries.At(i));
-    if (place == count || (!places.empty() && place == places.back())) break;
+  const auto isAt = [&](std::size_t place, ByteView entry) {
+    if (place >= count) return false;
     page.CopyEntry(place, there);
-    if (!std::ranges::equal(there, entries.At(i))) break;
+    return std::ranges::equal(there, entry);
+  };
+  for (std::size_t i = first; i < entries.Count(); ++i) {
+    const ByteView entry = entries.At(i);
+    std::size_t place = places.empty() ? count : places.back() + 1;  // mostly the next one in the leaf too
+    if (!isAt(place, entry)) place = page.LowerBound(entry);
+    if (!isAt(place, entry) || (!places.empty() && place == places.back())) break;
     places.push_back(place);
   }
   return places;
@@ -89,15 +94,17 @@ void IndexWriter::RemoveFromNode(std::uint32_t leaf, const std::vector<std::size
   node.Save(pages_, leaf);
 }
 
-// Fast path for a single entry, in place.
-bool IndexWriter::RemoveFromPage(const Step& step) {
+// The usual case. False, with nothing changed, when the first entry goes and the others need its beginning.
+bool IndexWriter::RemoveInPlace(std::uint32_t leaf, const std::vector<std::size_t>& positions) {
   std::vector<std::uint16_t> ends;
   {
-    const PageRef bytes = pages_.Read(step.page);
-    if (step.child == 0 && LoadU16(bytes->data() + kPrefixAt) > 0) return false;
-    ends = IndexPage(bytes, step.page, table_).Ends();
+    const PageRef bytes = pages_.Read(leaf);
+    if (positions.front() == 0 && LoadU16(bytes->data() + kPrefixAt) > 0) return false;
+    ends = IndexPage(bytes, leaf, table_).Ends();
   }
-  RemoveEntry(pages_.Change(step.page), std::move(ends), step.child);
+  PageBytes& page = pages_.Change(leaf);
+  RemoveEntries(page, ends, positions);
+  IndexPage::KeepEnds(leaf, page, std::move(ends));
   return true;
 }
 

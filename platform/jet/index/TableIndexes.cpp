@@ -61,9 +61,12 @@ void TableIndexes::RequireKnownOrders(const StoredTable& table) {
 }
 
 TableIndexes::TableIndexes(Transaction& pages, PageSpace& space, const StoredTable& table, Counters& counters)
-    : pages_(pages), table_(table), counters_(counters) {
-  for (const StoredIndex& index : table_.realIndexes)
+    : pages_(pages), table_(table), counters_(counters), used_(table.columns.size()) {
+  for (const StoredIndex& index : table_.realIndexes) {
     trees_.push_back(MakeTree(space, index));
+    for (const std::size_t column : trees_.back().columns)
+      used_[column] = true;
+  }
 }
 
 TableIndexes::Tree TableIndexes::MakeTree(PageSpace& space, const StoredIndex& index) {
@@ -81,12 +84,6 @@ TableIndexes::Tree TableIndexes::MakeTree(PageSpace& space, const StoredIndex& i
 }
 
 TableIndexes::~TableIndexes() = default;
-
-bool TableIndexes::Uses(std::size_t column) const {
-  return std::any_of(trees_.begin(), trees_.end(), [&](const Tree& tree) {
-    return std::find(tree.columns.begin(), tree.columns.end(), column) != tree.columns.end();
-  });
-}
 
 // False, without a key, for a row that the index omits.
 bool TableIndexes::MakeKey(const Tree& tree, const Values& values, Bytes& key) const {
@@ -162,6 +159,29 @@ void TableIndexes::Insert(const Keys& keys, RowId row) {
     InsertInto(trees_[i], keys[i], row);
 }
 
+void TableIndexes::InsertLater(const Keys& keys, RowId row) {
+  later_.resize(trees_.size());
+  for (std::size_t i = 0; i < trees_.size(); ++i) {
+    if (trees_[i].unique) {
+      InsertInto(trees_[i], keys[i], row);
+    } else if (keys[i]) {
+      entry_.assign(keys[i]->begin(), keys[i]->end());
+      IndexWriter::AppendPlace(entry_, row);
+      later_[i].Add(entry_);
+    }
+  }
+}
+
+void TableIndexes::InsertCollected() {
+  for (std::size_t i = 0; i < later_.size(); ++i) {
+    if (later_[i].Count() == 0) continue;
+    later_[i].Sort();
+    counters_.CountNewKeys(*trees_[i].def, trees_[i].writer->CountNewKeys(later_[i]));
+    trees_[i].writer->Insert(later_[i]);
+  }
+  later_.clear();
+}
+
 void TableIndexes::InsertInto(Tree& tree, const std::optional<Bytes>& key, RowId row) {
   if (!key) return;
   if (tree.unique || !tree.writer->Contains(*key)) counters_.CountNewKeys(*tree.def);
@@ -207,16 +227,16 @@ void TableIndexes::CollectEntries(const Values& values, RowId row, Entries& entr
 }
 
 void TableIndexes::CollectEntry(Tree& tree, const Values& values, RowId row, EntryList& entries) {
-  std::optional<Bytes> key;
   try {
-    key = KeyOf(tree, values);
-    if (!key) return;
+    if (!MakeKey(tree, values, entry_)) return;
   } catch (const Error& error) {
     if (error.Code() != ErrorCode::UnknownCharacter) throw;
-    key = tree.writer->KeyOfRow(row);
+    const auto key = tree.writer->KeyOfRow(row);
     if (!key) throw Damage("de rij ontbreekt in de index '" + tree.name + "'");
+    entry_ = *key;
   }
-  entries.Add(IndexWriter::Entry(*key, row));
+  IndexWriter::AppendPlace(entry_, row);
+  entries.Add(entry_);
 }
 
 void TableIndexes::Remove(Entries& entries) {

@@ -36,13 +36,17 @@ class TableIndexes {
   TableIndexes& operator=(const TableIndexes&) = delete;
 
   // Whether the column at position `column` of StoredTable::columns is in an index.
-  bool Uses(std::size_t column) const;
+  bool Uses(std::size_t column) const { return used_[column]; }
 
   // One for each index; nothing where the index omits the row.
   using Keys = std::vector<std::optional<Bytes>>;
   // The keys of a new row, checked against the rules of the indexes.
   Keys KeysOf(const Values& values);
   void Insert(const Keys& keys, RowId row);
+  // The same for a row among many: its entries may be missing, except where duplicates are refused, until
+  // InsertCollected.
+  void InsertLater(const Keys& keys, RowId row);
+  void InsertCollected();
 
   // One index's key change for an updated row.
   struct KeyChange {
@@ -100,7 +104,9 @@ class TableIndexes {
   const StoredTable& table_;
   Counters& counters_;
   std::vector<Tree> trees_;
-  Bytes entry_;  // reused buffer
+  std::vector<bool> used_;  // by column
+  Entries later_;           // of InsertLater
+  Bytes entry_;             // reused buffer
 };
 
 }  // namespace jet

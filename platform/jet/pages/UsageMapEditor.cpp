@@ -19,8 +19,10 @@ bool UsageMapEditor::Contains(std::uint32_t page) {
 
 void UsageMapEditor::Set(const MapLayout::Run& run, std::uint32_t page, bool on) {
   const std::uint32_t bit = page - run.first;
-  std::uint8_t& byte = pages_.Change(run.holder)[run.start + bit / 8];
+  const std::size_t at = run.start + bit / 8;
   const auto mask = static_cast<std::uint8_t>(1U << (bit % 8));
+  if ((((*pages_.Read(run.holder))[at] & mask) != 0) == on) return;  // no page to journal and write
+  std::uint8_t& byte = pages_.Change(run.holder)[at];
   byte = static_cast<std::uint8_t>(on ? byte | mask : byte & ~mask);
 }
 

@@ -17,10 +17,15 @@ std::uint64_t Sum(std::uint64_t sum, std::uint64_t word) {
   return sum ^ sum >> 29;
 }
 
-void StoreSums(const PageBytes& page, std::uint8_t* at) {
-  for (const std::uint64_t sum : SectorSums(page)) {
-    Store(at, sum);
-    at += sizeof sum;
+// The checksums of the sectors of a page before and after. Most sectors stay the same: those are not summed twice.
+void StoreSums(const PageChange& change, std::uint8_t* record) {
+  const auto before = SectorSums(*change.before);
+  for (std::size_t sector = 0; sector < kSectors; ++sector) {
+    const std::uint8_t* was = change.before->data() + sector * kSector;
+    const std::uint8_t* is = change.after->data() + sector * kSector;
+    const bool isSame = std::memcmp(was, is, kSector) == 0;
+    Store(record + kBeforeSumsAt + 8 * sector, before[sector]);
+    Store(record + kAfterSumsAt + 8 * sector, isSame ? before[sector] : Checksum({is, kSector}));
   }
 }
 
@@ -52,17 +57,19 @@ Bytes Build(std::span<const PageChange> changes, std::uint64_t oldLength, std::u
   for (const PageChange& change : changes) {
     if (isNew(change)) continue;
     const std::size_t start = journal.size();
-    journal.resize(start + kRecordBytes);
+    journal.resize(start + kImageAt);
     Store(&journal[start], change.number);
-    StoreSums(*change.before, &journal[start + kBeforeSumsAt]);
-    StoreSums(*change.after, &journal[start + kAfterSumsAt]);
-    std::memcpy(&journal[start + kImageAt], change.before->data(), kPageSize);
+    StoreSums(change, &journal[start]);
+    journal.insert(journal.end(), change.before->begin(), change.before->end());
   }
   std::memcpy(journal.data(), kMagic, kCountAt);
   Store(&journal[kCountAt], count);
   Store(&journal[kOldLengthAt], oldLength);
   Store(&journal[kNewLengthAt], newLength);
-  Store(&journal[kChecksumAt], Checksum(journal));
+  std::uint64_t sum = Checksum(ByteView(journal).first(kJournalHeadBytes));
+  for (std::size_t start = kJournalHeadBytes; start < journal.size(); start += kRecordBytes)
+    sum = Checksum(ByteView(journal).subspan(start, kImageAt), sum);
+  Store(&journal[kChecksumAt], sum);
   return journal;
 }
 

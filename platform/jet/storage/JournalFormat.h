@@ -18,15 +18,15 @@ struct PageChange {
 };
 
 // A journal file, numbers little-endian:
-//    0  8  "SPRJRNL1"
+//    0  8  "SPRJRNL2"
 //    8  u32 count of page records, u32 0
 //   16  u64 length of the database before, u64 length after
-//   32  u64 checksum of the whole file with these eight bytes zero
+//   32  u64 checksum of all but the old pages, with these eight bytes zero; those have the checksums of their sectors
 //   40  records of 4232 bytes, in the order of the pages, page 0 first: u32 page, u32 0,
 //       8 x u64 checksum of each 512-byte sector before, 8 x u64 after, 4096 bytes before
 namespace journal {
 
-constexpr char kMagic[] = "SPRJRNL1";
+constexpr char kMagic[] = "SPRJRNL2";
 constexpr std::size_t kCountAt = 8;
 constexpr std::size_t kOldLengthAt = 16;
 constexpr std::size_t kNewLengthAt = 24;

@@ -34,9 +34,10 @@ JournalReader::Kind JournalReader::Classify() {
   bool isSound = true;
   for (std::uint64_t i = 0, next = 0; i < count_; ++i) {
     const Record record = Read(i);
-    sum = journal::Checksum(record.bytes, sum);
+    sum = journal::Checksum(record.bytes.first(journal::kImageAt), sum);
+    if (!MatchesItsSums(record)) return Kind::Unfinished;
     const bool inOrder = i == 0 ? record.page == 0 : record.page >= next;
-    isSound = isSound && inOrder && record.page < oldLength_ / kPageSize && MatchesItsSums(record);
+    isSound = isSound && inOrder && record.page < oldLength_ / kPageSize;
     next = std::uint64_t{record.page} + 1;
   }
   if (sum != stored) return Kind::Unfinished;

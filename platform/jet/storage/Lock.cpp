@@ -31,6 +31,10 @@ bool Lock::TryShare() {
   return shared;
 }
 
+bool Lock::TryShareWhileReserved() {
+  return file_.TryLock(kReaders, LockKind::Shared);
+}
+
 bool Lock::TryReserve() {
   return file_.TryLock(kReserved, LockKind::Exclusive);
 }
@@ -94,11 +98,18 @@ void Lock::EndShare() {
   file_.Unlock(kReaders);
 }
 
+void Lock::EndWriting(bool keepsShare) {
+  turnEnds_.reset();
+  if (keepsShare) {
+    file_.TryLock(kReaders, LockKind::Shared);
+    file_.Unlock({kPending.start, kReaders.start - kPending.start});
+  }
+  const std::uint64_t first = keepsShare ? kReaders.start + 1 : kBase;
+  file_.Unlock({first, kQueue - first});
+}
+
 void Lock::MarkWriter(unsigned number) {
   file_.TryLock({kWriters + number, 1}, LockKind::Exclusive);
-}
-void Lock::UnmarkWriter(unsigned number) {
-  file_.Unlock({kWriters + number, 1});
 }
 
 std::optional<unsigned> Lock::Writer() {

@@ -24,6 +24,8 @@ class Lock {
 
   // None of these waits; false: another program has the lock.
   bool TryShare();
+  // The same for the program that has the reserved lock: then no other one can hold the pending lock.
+  bool TryShareWhileReserved();
   bool TryReserve();
   // The same for waiting programs, first come first served. The first failed attempt takes a place in the queue, which
   // is kept until an attempt succeeds or LeaveQueue.
@@ -38,10 +40,11 @@ class Lock {
   void EndExclude();  // back to shared
   void EndReserve();
   void EndShare();
+  // All of them at once, and the mark of the writer; `keepsShare`: all but the shared lock.
+  void EndWriting(bool keepsShare);
 
   // Makes visible to others that user `number` of the .ldb has the reserved lock.
   void MarkWriter(unsigned number);
-  void UnmarkWriter(unsigned number);
   // The number of the user with the reserved lock; nothing when unknown.
   std::optional<unsigned> Writer();
 

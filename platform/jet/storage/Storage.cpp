@@ -105,7 +105,7 @@ bool Storage::WaitForReaders() {
 }
 
 bool Storage::TryBeginRead() {
-  if (!lock_->TryShare()) return false;
+  if (!(reserved_ ? lock_->TryShareWhileReserved() : lock_->TryShare())) return false;
   try {
     if (IsReplaced()) {
       OpenFile();

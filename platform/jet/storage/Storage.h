@@ -106,6 +106,7 @@ class Storage {
   void RequireUnchanged();
   [[noreturn]] void ThrowInUse();
   void MarkCommit();
+  PageRef ReadStored(std::uint32_t number);
   // False when the change is made, but a power cut may still undo it.
   [[nodiscard]] bool WriteChanges();
   void AcceptChanges(const std::map<std::uint32_t, PageRef>& changed) noexcept;

@@ -13,7 +13,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
-#include <list>
 #include <map>
 #include <optional>
 #include <string>
@@ -92,8 +91,8 @@ void Storage::BeginWrite() {
   isChanging_ = true;
   bool reading = false;
   try {
-    // The file may have been replaced: check before locking the wrong one.
-    if (readers_ == 0) const ReadTurn look(*this);
+    // Opens the new file before the wrong one is locked.
+    if (readers_ == 0 && IsReplaced()) const ReadTurn look(*this);
     ReserveFile();
     reading = true;
     if (readOnly_) throw Error(ErrorCode::AccessDenied, "Het bestand '" + name_ + "' is alleen-lezen.");
@@ -157,12 +156,7 @@ void Storage::Rollback() noexcept {
 
 void Storage::EndChange() noexcept {
   transaction_.reset();
-  try {
-    lock_->EndExclude();
-  } catch (...) {
-    // The locks end with the handle.
-  }
-  EndRead();
+  --readers_;
   EndReserve();
 }
 
@@ -172,8 +166,7 @@ void Storage::EndReserve() noexcept {
   if (!reserved_) return;
   reserved_ = false;
   try {
-    if (lockFile_ != nullptr && lockFile_->Number() != 0) lock_->UnmarkWriter(lockFile_->Number());
-    lock_->EndReserve();
+    lock_->EndWriting(readers_ > 0);
   } catch (...) {
     // The locks end with the handle.
   }
@@ -194,21 +187,27 @@ void Storage::MarkCommit() {
   MarkChange(header);
 }
 
+// The page of an encoded file as it is in the file.
+PageRef Storage::ReadStored(std::uint32_t number) {
+  auto page = std::make_shared<PageBytes>();
+  file_->ReadAt(std::uint64_t{number} * kPageSize, *page);
+  return page;
+}
+
 bool Storage::WriteChanges() {
   const std::uint32_t oldPages = transaction_->OldPageCount();
   const auto changed = transaction_->ChangedPages();
   const bool encoded = DatabaseHeader().encodingKey != 0;
-  std::list<PageBytes> copies;  // a list, since changes point into it
+  std::vector<PageRef> stored;  // alive while `changes` point to them
   std::vector<PageChange> changes;
   for (const auto& [number, page] : changed) {
     PageChange change{number, nullptr, page.get()};
-    if (number < oldPages) {
-      file_->ReadAt(std::uint64_t{number} * kPageSize, copies.emplace_back());
-      change.before = &copies.back();
-    }
+    if (number < oldPages)
+      change.before = stored.emplace_back(encoded ? ReadStored(number) : pages_->Read(number)).get();
     if (encoded) {
-      pages_->ApplyEncoding(number, copies.emplace_back(*page));
-      change.after = &copies.back();
+      const auto copy = std::make_shared<PageBytes>(*page);
+      pages_->ApplyEncoding(number, *copy);
+      change.after = stored.emplace_back(copy).get();
     }
     changes.push_back(change);
   }

@@ -78,6 +78,7 @@ TableWriter::TableWriter(Transaction& pages, std::shared_ptr<const TableShape> s
       autonumbers_(def_, counters_, indexes_),
       foreignKeys_(pages, def_),
       fieldWriter_(pages, space_, def_),
+      allColumns_(def_.columns.size(), true),
       newFields_(def_.columns.size()),
       newValues_(def_.columns.size()) {
   for (const StoredColumn& column : def_.columns) {
@@ -121,19 +122,19 @@ void TableWriter::CheckValue(std::size_t column, const Value& value) const {
   }
 }
 
-RowId TableWriter::Insert(std::vector<Value>& given) {
+RowId TableWriter::Insert(std::vector<Value>& given, InsertKeys insertKeys) {
   return WithTableName(definition_, [&] {
     if (given.size() != places_.size()) throw Error(ErrorCode::Misuse, "Er is niet voor elk veld een waarde.");
-    if (inOrder_) return InsertArranged(given);
+    if (inOrder_) return InsertArranged(given, insertKeys);
     Values values = Arrange(given);
-    const RowId row = InsertArranged(values);
+    const RowId row = InsertArranged(values, insertKeys);
     for (std::size_t i = 0; i < places_.size(); ++i)
       given[places_[i]] = std::move(values[i]);
     return row;
   });
 }
 
-RowId TableWriter::InsertArranged(Values& values) {
+RowId TableWriter::InsertArranged(Values& values, InsertKeys insertKeys) {
   Normalise(values);
   autonumbers_.Fill(values);
   for (std::size_t i = 0; i < values.size(); ++i) {
@@ -142,13 +143,17 @@ RowId TableWriter::InsertArranged(Values& values) {
   }
   const TableIndexes::Keys keys = indexes_.KeysOf(values);
   foreignKeys_.CheckReferences(values);
-  fieldWriter_.WriteLongValues(values, std::vector<bool>(values.size(), true), newFields_);
+  fieldWriter_.WriteLongValues(values, allColumns_, newFields_);
   const RowId row = rows_.Add(fieldWriter_.Row(newFields_));
-  indexes_.Insert(keys, row);
+  (indexes_.*insertKeys)(keys, row);
   for (std::size_t i = 0; i < values.size(); ++i)
     autonumbers_.Note(i, values[i]);
   counters_.CountRows(1);
   return row;
+}
+
+void TableWriter::EndInserts() {
+  WithTableName(definition_, [&] { indexes_.InsertCollected(); });
 }
 
 bool TableWriter::CanCopyRowsFrom(const Table& other) const {
@@ -177,7 +182,7 @@ void TableWriter::CopyRow(ByteView row, const std::vector<Value>& known) {
       indexes_.CollectNewEntries(newValues_, filling_->rows.Add(row), filling_->entries);
     } else {
       const TableIndexes::Keys keys = indexes_.KeysOf(newValues_);
-      indexes_.Insert(keys, rows_.Add(row));
+      indexes_.InsertLater(keys, rows_.Add(row));
     }
     for (const std::size_t place : indexedPlaces_)
       autonumbers_.Note(place, newValues_[place]);
@@ -192,6 +197,7 @@ void TableWriter::EndCopy() {
       indexes_.Fill(filling_->entries);
       filling_.reset();
     }
+    indexes_.InsertCollected();
     if (storedRows_ > 0) counters_.CountRows(static_cast<std::int64_t>(storedRows_));
   });
 }

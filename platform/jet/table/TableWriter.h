@@ -36,7 +36,11 @@ class TableWriter {
   const TableDefinition& Definition() const { return definition_; }
 
   // `values` are changed to the stored ones: null in an autonumber column becomes the next number.
-  RowId Insert(std::vector<Value>& values);
+  RowId Insert(std::vector<Value>& values) { return Insert(values, &TableIndexes::Insert); }
+  // The same for a row among many: their index entries are sorted and written leaf by leaf. EndInserts must follow the
+  // last one, before any other method is called or rows are looked up.
+  RowId InsertAmongMany(std::vector<Value>& values) { return Insert(values, &TableIndexes::InsertLater); }
+  void EndInserts();
 
   // Whether rows of `other`, a different table, can be copied as stored, with checks only for indexes and autonumbers.
   bool CanCopyRowsFrom(const Table& other) const;
@@ -75,7 +79,10 @@ class TableWriter {
   Values Arrange(const std::vector<Value>& values) const;
   void Normalise(Values& values) const;
   void CheckValue(std::size_t column, const Value& value) const;
-  RowId InsertArranged(Values& values);
+  // How the keys of a new row get into the indexes.
+  using InsertKeys = void (TableIndexes::*)(const TableIndexes::Keys& keys, RowId row);
+  RowId Insert(std::vector<Value>& values, InsertKeys insertKeys);
+  RowId InsertArranged(Values& values, InsertKeys insertKeys);
   void CheckFields(ByteView row) const;
   CurrentRow Read(RowId row);
   void Place(RowId row, const CurrentRow& present, const Bytes& bytes);
@@ -110,8 +117,9 @@ class TableWriter {
   FieldWriter fieldWriter_;
   std::vector<std::size_t> places_;  // positions of def_.columns in definition_.columns
   bool inOrder_ = true;              // def_ and definition_ have the same column order
-  Fields newFields_;                 // reused buffer for the row being inserted
-  Values newValues_;                 // reused buffer for the known values of a copied or deleted row
+  std::vector<bool> allColumns_;
+  Fields newFields_;  // reused buffer for the row being inserted
+  Values newValues_;  // reused buffer for the known values of a copied or deleted row
   ColumnSet indexedColumns_;
   std::vector<std::size_t> indexedPlaces_;  // the same, as positions in def_.columns
   std::optional<Filling> filling_;

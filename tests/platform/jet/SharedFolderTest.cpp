@@ -264,7 +264,7 @@ TEST_F(SharedFolder, AHugeJournalIsRenamed) {
   constexpr std::uint64_t kLength = std::uint64_t{40} << 30;
   for (const std::uint64_t pages : {std::uint64_t{256}, kLength / 4232}) {
     Bytes head(40);
-    std::copy_n("SPRJRNL1", 8, head.begin());
+    std::copy_n("SPRJRNL2", 8, head.begin());
     Store(&head[8], static_cast<std::uint32_t>(pages));
     Store(&head[16], pages * kPageSize);
     Store(&head[24], pages * kPageSize);

@@ -12,7 +12,17 @@
 namespace jet::test {
 namespace {
 
+constexpr std::size_t kJournalHead = 40;
 constexpr std::size_t kSumAt = 32;
+constexpr std::size_t kJournalRecord = 4232;
+constexpr std::size_t kJournalRecordHead = 136;
+
+void AddTo(std::uint64_t& sum, ByteView bytes) {
+  for (std::size_t at = 0; at + 8 <= bytes.size(); at += 8) {
+    sum = (sum ^ Load<std::uint64_t>(&bytes[at])) * 0xFF51AFD7ED558CCD;
+    sum ^= sum >> 29;
+  }
+}
 
 }  // namespace
 
@@ -61,18 +71,13 @@ void CopyInto(FileSystem& files, const FileSystem::Path& path, const Bytes& cont
   file->WriteAt(0, content);
 }
 
-std::uint64_t JournalSum(ByteView bytes) {
-  std::uint64_t sum = 0x9E3779B97F4A7C15;
-  for (std::size_t at = 0; at + 8 <= bytes.size(); at += 8) {
-    sum = (sum ^ Load<std::uint64_t>(&bytes[at])) * 0xFF51AFD7ED558CCD;
-    sum ^= sum >> 29;
-  }
-  return sum;
-}
-
 Bytes WithSum(Bytes journal) {
   Store(&journal[kSumAt], std::uint64_t{0});
-  Store(&journal[kSumAt], JournalSum(journal));
+  std::uint64_t sum = 0x9E3779B97F4A7C15;
+  AddTo(sum, ByteView(journal).first(kJournalHead));
+  for (std::size_t record = kJournalHead; record < journal.size(); record += kJournalRecord)
+    AddTo(sum, ByteView(journal).subspan(record, kJournalRecordHead));
+  Store(&journal[kSumAt], sum);
   return journal;
 }
 

@@ -25,8 +25,6 @@ Wreck CrashMidway();
 
 // Overwrites the existing file, as `cp` does.
 void CopyInto(FileSystem& files, const FileSystem::Path& path, const Bytes& content);
-// The checksum of a journal with these bytes.
-std::uint64_t JournalSum(ByteView bytes);
 // The journal with its checksum corrected.
 Bytes WithSum(Bytes journal);
 
