@@ -2,7 +2,7 @@
 // Every window shows the same number of waiting changes, in the same word.
 #include "catalogue/frmItemSpots.h"
 #include "data/Globals.h"
-#include "data/KeptStatements.h"
+#include "data/LogQueue.h"
 #include "data/WaitingChanges.h"
 #include "export/frmOfflineLog.h"
 #include "export/frmPlanningExporteren.h"
