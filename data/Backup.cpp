@@ -110,7 +110,7 @@ bool IsComplete(const QString& path) {
   }
 }
 
-void DeleteExpired(const BackupFolder& folder, QDate today, const QString& keep) {
+void DeleteExpired(const BackupFolder& folder, QDate today, const QString& keep = {}) {
   const QString kept = QFileInfo(runtime::HostPath(keep)).canonicalFilePath();
   const auto isComplete = [&](const BackupFile& file) { return IsComplete(folder.PathOf(file.name)); };
   for (const BackupFile& file : ExpiredBackups(folder.NewestFirst(), today, isComplete)) {

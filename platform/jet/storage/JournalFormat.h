@@ -27,6 +27,8 @@ struct PageChange {
 namespace journal {
 
 constexpr char kMagic[] = "SPRJRNL2";
+// Of the first form, whose checksum covers the old pages too. It is read only: a crash may have left such a journal.
+constexpr char kFirstMagic[] = "SPRJRNL1";
 constexpr std::size_t kCountAt = 8;
 constexpr std::size_t kOldLengthAt = 16;
 constexpr std::size_t kNewLengthAt = 24;

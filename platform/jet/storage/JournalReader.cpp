@@ -21,7 +21,8 @@ JournalReader::Kind JournalReader::Classify() {
   const bool isBlank = std::all_of(head.begin(), head.end(), [](std::uint8_t byte) { return byte == 0; });
   if (isBlank) return Kind::Unfinished;
   const std::size_t known = std::min(read, journal::kCountAt);
-  if (std::memcmp(head.data(), journal::kMagic, known) != 0) return Kind::Foreign;
+  const bool sumsImages = std::memcmp(head.data(), journal::kFirstMagic, known) == 0;
+  if (!sumsImages && std::memcmp(head.data(), journal::kMagic, known) != 0) return Kind::Foreign;
   if (read < kJournalHeadBytes) return Kind::Unfinished;
   count_ = LoadU32(&head[journal::kCountAt]);
   oldLength_ = Load<std::uint64_t>(&head[journal::kOldLengthAt]);
@@ -34,7 +35,7 @@ JournalReader::Kind JournalReader::Classify() {
   bool isSound = true;
   for (std::uint64_t i = 0, next = 0; i < count_; ++i) {
     const Record record = Read(i);
-    sum = journal::Checksum(record.bytes.first(journal::kImageAt), sum);
+    sum = journal::Checksum(sumsImages ? record.bytes : record.bytes.first(journal::kImageAt), sum);
     if (!MatchesItsSums(record)) return Kind::Unfinished;
     const bool inOrder = i == 0 ? record.page == 0 : record.page >= next;
     isSound = isSound && inOrder && record.page < oldLength_ / kPageSize;

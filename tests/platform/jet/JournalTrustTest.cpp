@@ -183,6 +183,29 @@ TEST(Journal, WithAPageThatWasNotWrittenCompletelyIsDiscarded) {
   EXPECT_FALSE(memory.Exists(kJournal));
 }
 
+// Left by an earlier version of the program that was killed.
+TEST(Journal, OfTheFirstFormUndoesTheChange) {
+  const Bytes before = test::TinyDatabase(test::PagesBefore());
+  const test::Wreck wreck = test::CrashMidway(before);
+  files::MemoryFileSystem memory;
+  memory.Put(kPath, wreck.database);
+  memory.Put(kJournal, test::InFirstForm(wreck.journal));
+  EXPECT_EQ(PagesAfterReopening(memory, kPath), test::PagesBefore());
+  EXPECT_EQ(memory.Get(kPath), before);
+  EXPECT_FALSE(memory.Exists(kJournal));
+}
+
+TEST(Journal, OfTheFirstFormThatWasNotWrittenCompletelyIsDiscarded) {
+  const Bytes before = test::TinyDatabase(test::PagesBefore());
+  Bytes journal = test::InFirstForm(test::CrashMidway(before).journal);
+  RecordOf(journal, 1)[136 + 1000] ^= 1;
+  files::MemoryFileSystem memory;
+  memory.Put(kPath, before);
+  memory.Put(kJournal, journal);
+  EXPECT_EQ(PagesAfterReopening(memory, kPath), test::PagesBefore());
+  EXPECT_FALSE(memory.Exists(kJournal));
+}
+
 TEST(Journal, AnUnrelatedFileOfThatNameIsKept) {
   const std::string text = "Notulen van de redactie, niet weggooien: dit bestand heet toevallig zo.";
   files::MemoryFileSystem memory;

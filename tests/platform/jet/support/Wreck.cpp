@@ -16,6 +16,7 @@ constexpr std::size_t kJournalHead = 40;
 constexpr std::size_t kSumAt = 32;
 constexpr std::size_t kJournalRecord = 4232;
 constexpr std::size_t kJournalRecordHead = 136;
+constexpr std::uint64_t kSumOfNothing = 0x9E3779B97F4A7C15;
 
 void AddTo(std::uint64_t& sum, ByteView bytes) {
   for (std::size_t at = 0; at + 8 <= bytes.size(); at += 8) {
@@ -71,9 +72,18 @@ void CopyInto(FileSystem& files, const FileSystem::Path& path, const Bytes& cont
   file->WriteAt(0, content);
 }
 
+Bytes InFirstForm(Bytes journal) {
+  journal[7] = '1';
+  Store(&journal[kSumAt], std::uint64_t{0});
+  std::uint64_t sum = kSumOfNothing;
+  AddTo(sum, journal);
+  Store(&journal[kSumAt], sum);
+  return journal;
+}
+
 Bytes WithSum(Bytes journal) {
   Store(&journal[kSumAt], std::uint64_t{0});
-  std::uint64_t sum = 0x9E3779B97F4A7C15;
+  std::uint64_t sum = kSumOfNothing;
   AddTo(sum, ByteView(journal).first(kJournalHead));
   for (std::size_t record = kJournalHead; record < journal.size(); record += kJournalRecord)
     AddTo(sum, ByteView(journal).subspan(record, kJournalRecordHead));

@@ -27,5 +27,7 @@ Wreck CrashMidway();
 void CopyInto(FileSystem& files, const FileSystem::Path& path, const Bytes& content);
 // The journal with its checksum corrected.
 Bytes WithSum(Bytes journal);
+// The same journal in the first form of the format, whose checksum covers the old pages too.
+Bytes InFirstForm(Bytes journal);
 
 }  // namespace jet::test
