@@ -265,7 +265,8 @@ QByteArray HeaderLine(const Header& header) {
 }
 
 QByteArray EntryLine(const std::optional<Entry>& entry) {
-  return (entry ? Encode(*entry) : Line({{kNoEntry, true}})) + '\n';
+  static const QByteArray kNoEntryLine = Line({{kNoEntry, true}}) + '\n';
+  return entry ? Encode(*entry) + '\n' : kNoEntryLine;
 }
 
 QByteArray LastLine(qsizetype entryCount) {
