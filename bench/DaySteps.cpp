@@ -87,8 +87,8 @@ void DaySteps::Settle() {
 
 void DaySteps::Note(const Step& step, const Figures& figures, int syncs) {
   const bool over = figures.time > step.budget || figures.syncs > kMostSyncs || figures.longest > kMostTurn;
-  std::printf("  %-34s %8.1f ms of %3.0f   %4.1f syncs a statement   then at most %5.1f ms%s\n", step.name, figures.time,
-              step.budget, figures.syncs, figures.longest, over ? "   OVER" : "");
+  std::printf("  %-34s %8.1f ms of %3.0f   %4.1f syncs a statement   then at most %5.1f ms%s\n", step.name,
+              figures.time, step.budget, figures.syncs, figures.longest, over ? "   OVER" : "");
   std::fflush(stdout);
   Require(step.statements > 0 || syncs == 0, "a step that writes nothing syncs nothing");
   Figures& worst = worst_[step.id];

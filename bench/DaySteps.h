@@ -63,15 +63,16 @@ class DaySteps {
   explicit DaySteps(TimedApplication& application) : application_(application) {}
 
   // Runs and prints the step on a disk. `prepare` is called before each repeat and not measured.
-  void Run(const SlowDisk& disk, const Step& step, const Work& work, const std::function<void(int repeat)>& prepare = {});
+  void Run(const SlowDisk& disk, const Step& step, const Work& work,
+           const std::function<void(int repeat)>& prepare = {});
   // Reports each step's highest figure of all its runs; `suffix` follows the id of its row.
   void Report(const std::string& suffix) const;
 
  private:
   struct Figures {
-    double time = 0;      // ms
-    double syncs = 0;     // a statement
-    double longest = 0;   // ms
+    double time = 0;     // ms
+    double syncs = 0;    // a statement
+    double longest = 0;  // ms
   };
   void Settle();
   void Note(const Step& step, const Figures& figures, int syncs);

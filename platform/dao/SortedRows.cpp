@@ -5,7 +5,10 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
+#include <numeric>
 #include <span>
+#include <string_view>
 #include <variant>
 
 namespace dao {
@@ -16,95 +19,121 @@ constexpr std::size_t kLongestWithKey = 255;
 
 // A copy in `memory`.
 template <class Item>
-const Item* Copied(const Item* items, std::size_t count, std::pmr::memory_resource& memory) {
-  if (count == 0) return items;
-  auto* copy = static_cast<Item*>(memory.allocate(count * sizeof(Item), alignof(Item)));
-  std::memcpy(copy, items, count * sizeof(Item));
-  return copy;
+std::span<const Item> CopyOf(std::span<const Item> items, std::pmr::memory_resource& memory) {
+  if (items.empty()) return {};
+  auto* copy = static_cast<Item*>(memory.allocate(items.size_bytes(), alignof(Item)));
+  std::memcpy(copy, items.data(), items.size_bytes());
+  return {copy, items.size()};
 }
 
-std::uint64_t StartOf(std::basic_string_view<std::uint8_t> key) {
-  std::uint64_t start = 0;
-  for (std::size_t i = 0; i < sizeof start; ++i)
-    start = start << 8 | (i < key.size() ? key[i] : 0);
-  return start;
+// The first eight bytes as a number that compares as they do; zeros after the end.
+std::uint64_t NumberOf(std::span<const std::uint8_t> bytes) {
+  std::array<std::uint8_t, sizeof(std::uint64_t)> first{};
+  std::copy_n(bytes.begin(), std::min(first.size(), bytes.size()), first.begin());
+  return std::accumulate(first.begin(), first.end(), std::uint64_t{0},
+                         [](std::uint64_t number, std::uint8_t byte) { return number << 8 | byte; });
 }
 
 }  // namespace
 
-SortedRows::SortedRows(Cursor& rows, const FieldMask& wanted, std::size_t field)
-    : columns_(kMostFields), width_(wanted.count()), sortColumn_(0) {
+struct SortedRows::StoredRow {
+  RowId id = 0;
+  std::uint64_t number = 0;  // in the cursor's order
+  const ValueView* values = nullptr;
+  std::span<const std::uint8_t> key{};  // empty for NULL; ends with its only 0
+};
+
+SortedRows::SortedRows(Cursor& rows, const FieldMask& wanted, std::size_t field) {
   std::vector<std::size_t> fields;
-  for (std::size_t i = 0; fields.size() < width_; ++i) {
+  for (std::size_t i = 0; fields.size() < wanted.count(); ++i) {
     if (!wanted[i]) continue;
-    columns_[i] = fields.size();
+    columns_[i] = static_cast<std::uint8_t>(fields.size());
     fields.push_back(i);
   }
   sortColumn_ = columns_[field];
-  for (std::uint32_t row = 0; rows.Next(); ++row) {
-    ids_.push_back(rows.Id());
-    for (const std::size_t i : fields)
-      values_.push_back(Kept(rows.Field(i)));
-    places_.push_back(PlaceOf(values_[values_.size() - width_ + sortColumn_], row));
+  while (rows.Next())
+    places_.push_back({0, Stored(rows, fields)});
+  if (allHaveKeys_) {
+    SortByKeys(places_, 0);
+  } else {
+    SortByTexts();
   }
-  std::sort(places_.begin(), places_.end(),
-            [this](const Place& one, const Place& other) { return IsBefore(one, other); });
 }
 
 bool SortedRows::Next() {
   if (next_ == places_.size()) return false;
   ++next_;
+  // The rows are spread over memory: a later one is fetched while SQLite processes this one.
+  constexpr std::size_t kAhead = 8;
+  if (next_ + kAhead < places_.size()) __builtin_prefetch(places_[next_ + kAhead].row);
   return true;
 }
 
-ValueView SortedRows::Field(std::size_t field) const {
-  return values_[Row() * width_ + columns_[field]];
+RowId SortedRows::Id() const {
+  return Present().id;
 }
 
-ValueView SortedRows::Kept(const ValueView& value) {
+ValueView SortedRows::Field(std::size_t field) const {
+  return Present().values[columns_[field]];
+}
+
+const SortedRows::StoredRow* SortedRows::Stored(const Cursor& rows, const std::vector<std::size_t>& fields) {
+  auto* row = new (memory_.allocate(sizeof(StoredRow), alignof(StoredRow))) StoredRow;
+  auto* values = static_cast<ValueView*>(memory_.allocate(fields.size() * sizeof(ValueView), alignof(ValueView)));
+  for (std::size_t i = 0; i < fields.size(); ++i)
+    new (values + i) ValueView(Copied(rows.Field(fields[i])));
+  row->id = rows.Id();
+  row->number = places_.size();
+  row->values = values;
+  const auto* text = std::get_if<std::u16string_view>(&values[sortColumn_]);
+  if (text == nullptr) return row;
+  key_.clear();
+  const bool hasKey = text->size() <= kLongestWithKey && jet::TextOrder::Legacy().TryAppendKey(*text, key_);
+  allHaveKeys_ = allHaveKeys_ && hasKey;
+  row->key = CopyOf(std::span<const std::uint8_t>(key_), memory_);
+  return row;
+}
+
+ValueView SortedRows::Copied(const ValueView& value) {
   if (const auto* text = std::get_if<std::u16string_view>(&value)) {
-    return std::u16string_view(Copied(text->data(), text->size(), memory_), text->size());
+    const auto copy = CopyOf(std::span<const char16_t>(*text), memory_);
+    return std::u16string_view(copy.data(), copy.size());
   }
-  if (const auto* bytes = std::get_if<std::span<const std::uint8_t>>(&value)) {
-    return std::span(Copied(bytes->data(), bytes->size(), memory_), bytes->size());
-  }
+  if (const auto* bytes = std::get_if<std::span<const std::uint8_t>>(&value)) return CopyOf(*bytes, memory_);
   return value;
 }
 
-SortedRows::Place SortedRows::PlaceOf(const ValueView& value, std::uint32_t row) {
-  Place place;
-  place.row = row;
-  const auto* text = std::get_if<std::u16string_view>(&value);
-  if (text == nullptr) return place;
-  const jet::TextOrder& order = jet::TextOrder::Legacy();
-  place.hasKey = text->size() <= kLongestWithKey && !order.FirstUnknown(*text);
-  if (!place.hasKey) return place;
-  key_.clear();
-  order.AppendKey(*text, key_);
-  place.key = {Copied(key_.data(), key_.size(), memory_), key_.size()};
-  place.start = StartOf(place.key);
-  return place;
-}
-
-bool SortedRows::IsBefore(const Place& one, const Place& other) const {
-  if (one.start != other.start && one.hasKey && other.hasKey) return one.start < other.start;
-  int order = 0;
-  if (one.hasKey && other.hasKey) {
-    const std::size_t shorter = std::min(one.key.size(), other.key.size());
-    order = shorter == 0 ? 0 : std::memcmp(one.key.data(), other.key.data(), shorter);
-    if (order == 0 && one.key.size() != other.key.size()) return one.key.size() < other.key.size();
-  } else if (one.key.empty() && one.hasKey) {
-    return true;  // NULL, before a text without a key
-  } else if (other.key.empty() && other.hasKey) {
-    return false;
-  } else {
-    order = jet::TextOrder::Legacy().Compare(TextOf(one), TextOf(other));
+// Compares eight bytes of the keys at a time, then the next eight of those that are equal so far. So the keys, which
+// are spread over memory, are read once for each eight bytes and not for each comparison.
+void SortedRows::SortByKeys(std::span<Place> places, std::size_t depth) {
+  for (Place& place : places) {
+    const auto& key = place.row->key;
+    place.bytes = NumberOf(key.subspan(std::min(depth, key.size())));
   }
-  return order == 0 ? one.row < other.row : order < 0;
+  std::ranges::sort(places, {}, &Place::bytes);
+  for (auto first = places.begin(); first != places.end();) {
+    const auto last =
+        std::find_if(first, places.end(), [&](const Place& place) { return place.bytes != first->bytes; });
+    const std::size_t next = depth + sizeof first->bytes;
+    if (first->row->key.size() <= next) {
+      std::sort(first, last, [](const Place& one, const Place& other) { return one.row->number < other.row->number; });
+    } else if (last - first > 1) {
+      SortByKeys({first, last}, next);
+    }
+    first = last;
+  }
 }
 
-std::u16string_view SortedRows::TextOf(const Place& place) const {
-  return std::get<std::u16string_view>(values_[place.row * width_ + sortColumn_]);
+void SortedRows::SortByTexts() {
+  const auto text = [this](const Place& place) {
+    return std::get_if<std::u16string_view>(&place.row->values[sortColumn_]);
+  };
+  std::stable_sort(places_.begin(), places_.end(), [&](const Place& one, const Place& other) {
+    const auto* left = text(one);
+    const auto* right = text(other);
+    if (left == nullptr || right == nullptr) return left == nullptr && right != nullptr;
+    return jet::TextOrder::Legacy().Compare(*left, *right) < 0;
+  });
 }
 
 }  // namespace dao
