@@ -66,7 +66,7 @@ TEST(SpotNames, ALongListHasTheNamesOfSingleLookups) {
   station.OnServer(u"INSERT INTO tblItemSpots (ID, Naam) VALUES (2, \"   \")"_s);
   station.OnServer(u"INSERT INTO tblItemSpots (ID) VALUES (3)"_s);
   const QString table = u"tblItemSpots"_s;
-  for (const std::size_t lines : {4, 1000}) {
+  for (const std::size_t lines : {4U, 1000U}) {
     const SpotNames names(global.serverDatabasePath, table, std::vector<std::int64_t>(lines, 1));
     for (qint32 id = 0; id <= 4; ++id) {
       const QString expected = GetItemSpotID_Naam(id, global.serverDatabasePath, table);
