@@ -95,15 +95,18 @@ class Day {
   }
 
  private:
-  // With the only station chosen at once.
+  // With the only station chosen as soon as the choice is shown.
   void Start() {
     steps_.Run(disk_, {"day-start", "start"}, [](int) -> DaySteps::Window {
-      QTimer::singleShot(0, [] {
-        QWidget* choice = QApplication::activeModalWidget();
-        Require(choice != nullptr, "the choice of a station");
+      QTimer choose;
+      QObject::connect(&choose, &QTimer::timeout, [&] {
+        const QWidget* choice = QApplication::activeModalWidget();
+        if (choice == nullptr) return;
+        choose.stop();
         choice->findChild<controls::ComboBox*>(u"cboRadio"_s)->SetListIndex(0);
         Click(*choice, u"cmdOk"_s);
       });
+      choose.start(0);
       std::shared_ptr<frmMain> main = ::Start();
       if (IsLarge()) main->resize(k4kAt200Percent);
       bench::Paint(*main);

@@ -265,8 +265,7 @@ QByteArray HeaderLine(const Header& header) {
 }
 
 QByteArray EntryLine(const std::optional<Entry>& entry) {
-  static const QByteArray kNoEntryLine = Line({{kNoEntry, true}}) + '\n';
-  return entry ? Encode(*entry) + '\n' : kNoEntryLine;
+  return (entry ? Encode(*entry) : Line({{kNoEntry, true}})) + '\n';
 }
 
 QByteArray LastLine(qsizetype entryCount) {

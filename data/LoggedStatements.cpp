@@ -16,8 +16,7 @@ namespace {
 // Collects what the join gives for one row of the log, and hands it to the visit.
 class LogRow {
  public:
-  LogRow(const std::function<void(const LoggedStatement&)>& visit, bool hasBasis)
-      : visit_(visit), hasBasis_(hasBasis) {}
+  explicit LogRow(const std::function<void(const LoggedStatement&)>& visit) : visit_(visit) {}
 
   void Begin(std::optional<qint32> id, QStringView sqlSyntax) {
     if (open_ && id && id == id_) return;
@@ -25,7 +24,7 @@ class LogRow {
     open_ = true;
     id_ = id;
     row_ = {id.value_or(0), runtime::TrimBlanks(sqlSyntax).toString(), {}};
-    if (hasBasis_) logText_ = sqlSyntax.toString();
+    logText_ = sqlSyntax.toString();
   }
   // The first whose statement is the logged one: a number may have been expected for several.
   void Offer(QStringView statement, QStringView kept) {
@@ -42,7 +41,6 @@ class LogRow {
 
  private:
   const std::function<void(const LoggedStatement&)>& visit_;
-  const bool hasBasis_;
   bool open_ = false;
   std::optional<qint32> id_;
   QString logText_;
@@ -60,7 +58,7 @@ void VisitLog(const QString& localDatabasePath, std::optional<qint32> last,
   const QString order = hasBasis ? u"tblOfflineLog.ID, tblOfflineBasis.ID"_s : u"tblOfflineLog.ID"_s;
   const QString where =
       last ? u"WHERE tblOfflineLog.ID <= "_s + QString::number(*last) + u" OR tblOfflineLog.ID IS NULL "_s : QString();
-  LogRow row(visit, hasBasis);
+  LogRow row(visit);
   local.Visit(u"SELECT tblOfflineLog.ID, tblOfflineLog.SqlSyntax"_s + columns + u"FROM tblOfflineLog "_s + join +
                   where + u"ORDER BY "_s + order,
               [&](const dao::Row& found) {
