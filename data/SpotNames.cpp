@@ -11,9 +11,11 @@
 
 using namespace Qt::StringLiterals;
 
-SpotNames::SpotNames(QString databasePath, QString table, int count)
-    : databasePath_(std::move(databasePath)), table_(std::move(table)) {
-  if (count < kLongList || dao::IsServerPath(databasePath_)) return;
+SpotNames::SpotNames(QString databasePath, QString table, const std::vector<std::int64_t>& ids)
+    : databasePath_(std::move(databasePath)),
+      table_(std::move(table)),
+      prefetched_(databasePath_, {table_, u"ID"_s, {u"Naam"_s}, ids}) {
+  if (ids.size() < kLongList || dao::IsServerPath(databasePath_)) return;
   try {
     ReadAll();
   } catch (const runtime::Error&) {

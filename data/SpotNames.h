@@ -1,25 +1,32 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/dao/Prefetch.h"
+
 #include <QHash>
 #include <QString>
 
-// The names of item-spots for a list of `count` lines, each as GetItemSpotID_Naam gives it, errors too. For a long list
-// from a file one statement reads the names of the table, in place of a statement for each line. (From a server
-// dao::Prefetch reads those of the list.)
+#include <cstdint>
+#include <vector>
+
+// The names of the item-spots of a list, each as GetItemSpotID_Naam gives it, errors too, without a statement for each
+// line: from a server one round trip reads those of the list; from a file one statement reads those of the whole table
+// when the list is long.
 class SpotNames {
  public:
-  SpotNames(QString databasePath, QString table, int count);
+  // `ids`: the item-spots of the list. NameOf accepts any other number too.
+  SpotNames(QString databasePath, QString table, const std::vector<std::int64_t>& ids);
 
   QString NameOf(qint32 id) const;
 
  private:
-  static constexpr int kLongList = 64;  // lines
+  static constexpr std::size_t kLongList = 64;  // lines
 
   void ReadAll();
 
   QString databasePath_;
   QString table_;
+  dao::Prefetch prefetched_;  // from a server
   bool hasAll_ = false;
   QHash<qint32, QString> names_;
 };

@@ -9,13 +9,13 @@
 #include "items/frmItemsDetail.h"
 #include "items/ui_frmItemsDetail.h"
 #include "platform/dao/Database.h"
-#include "platform/dao/Prefetch.h"
 #include "platform/desktop/WaitPointer.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trapped.h"
 
 #include <optional>
+#include <utility>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -188,16 +188,18 @@ bool frmItemsDetail::FillFraItemSpots() {
     dao::Recordset rows = database.OpenRecordset(u"SELECT "_s + link + u".ItemSpotOrder, " + link +
                                                  u".ItemSpotID From " + link + u" WHERE " + link + u".ItemID = " +
                                                  QString::number(id_) + u" ORDER BY " + link + u".ItemSpotOrder");
-    const dao::Prefetch prefetched(catalogue.databasePath, {catalogue.itemSpots, u"ID"_s, {u"Naam"_s}, SpotsIn(rows)});
-    const SpotNames names(catalogue.databasePath, catalogue.itemSpots, rows.RecordCount());
-    for (; !rows.Eof(); rows.MoveNext()) {
+    const SpotNames names(catalogue.databasePath, catalogue.itemSpots, SpotsIn(rows));
+    std::vector<controls::ListBox::Line> lines;
+    bool complete = true;
+    for (; !rows.Eof() && complete; rows.MoveNext()) {
       const QVariant spot = rows.Field(u"ItemSpotID"_s);
       const qint32 spotID = runtime::IsNumeric(spot) ? runtime::ToLong(spot) : kNoSpot;
       const QString naam = names.NameOf(spotID);
-      if (naam.isNull()) return false;
-      if (!naam.isEmpty() && spotID != kNoSpot) ui_->lstOpt1ItemSpots->AddItem(naam, spotID);
+      complete = !naam.isNull();
+      if (!naam.isEmpty() && spotID != kNoSpot) lines.push_back({naam, spotID});
     }
-    return true;
+    ui_->lstOpt1ItemSpots->AddItems(std::move(lines));
+    return complete;
   });
 }
 

@@ -41,7 +41,10 @@ Engine::Engine(const Statement& statement, Storage& source, Storage& target)
   AddTables();
   if (statement_.verb != Verb::Select) AddTarget();
   tables_.DropUnused();
-  if (statement_.verb == Verb::Select && ReadsOnce()) source_.ExpectOneRead();
+  if (statement_.verb == Verb::Select && ReadsOnce()) {
+    source_.ExpectOneRead();
+    tables_.SetReadOnce(0);
+  }
   sqlite3_set_authorizer(connection_.Get(), Authorize, this);
 }
 

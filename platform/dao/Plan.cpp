@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/dao/Plan.h"
 
+#include "platform/dao/SortedRows.h"
 #include "platform/dao/Sqlite.h"
 
 #include <algorithm>
@@ -110,8 +111,8 @@ bool Orders(const TableDef& table, const IndexDef& index, const sqlite3_index_in
   return true;
 }
 
-void UseOrder(const TableDef& table, sqlite3_index_info* info, Plan& plan) {
-  if (info->nOrderBy == 0) return;
+bool UseOrder(const TableDef& table, sqlite3_index_info* info, Plan& plan) {
+  if (info->nOrderBy == 0) return false;
   for (qsizetype i = 0; i < table.indexes.size(); ++i) {
     for (const bool backwards : {false, true}) {
       if (!Orders(table, table.indexes[i], info, backwards)) continue;
@@ -119,9 +120,20 @@ void UseOrder(const TableDef& table, sqlite3_index_info* info, Plan& plan) {
       plan.index = static_cast<std::size_t>(i);
       plan.backwards = backwards;
       info->orderByConsumed = 1;
-      return;
+      return true;
     }
   }
+  return false;
+}
+
+// Not in a join, whose inner table would be sorted for each row of the outer one.
+void UseSort(const TableDef& table, sqlite3_index_info* info, Plan& plan) {
+  if (info->nOrderBy != 1 || info->aOrderBy[0].desc != 0 || info->aOrderBy[0].iColumn < 0) return;
+  if (!IsText(table.fields[info->aOrderBy[0].iColumn].type)) return;
+  plan.accessPath = Plan::AccessPath::Sorted;
+  plan.sortField = static_cast<std::size_t>(info->aOrderBy[0].iColumn);
+  plan.wanted.set(plan.sortField);
+  info->orderByConsumed = 1;
 }
 
 FieldMask Wanted(const TableDef& table, sqlite3_uint64 used) {
@@ -202,12 +214,12 @@ std::unique_ptr<Cursor> LookupCursor(const Plan& plan, Table& table, int count, 
 
 }  // namespace
 
-Plan ChoosePlan(const TableDef& table, sqlite3_index_info* info) {
+Plan ChoosePlan(const TableDef& table, sqlite3_index_info* info, bool readOnce) {
   Plan plan;
   plan.wanted = Wanted(table, info->colUsed);
   info->estimatedCost = kRowsOfTable;
   info->estimatedRows = static_cast<sqlite3_int64>(kRowsOfTable);
-  if (!UseLookup(table, info, plan)) UseOrder(table, info, plan);
+  if (!UseLookup(table, info, plan) && !UseOrder(table, info, plan) && readOnce) UseSort(table, info, plan);
   return plan;
 }
 
@@ -217,6 +229,8 @@ std::unique_ptr<Cursor> CursorOf(const Plan& plan, Table& table, int count, sqli
       return LookupCursor(plan, table, count, values);
     case Plan::AccessPath::Ordered:
       return table.ScanByIndex(plan.index, plan.backwards, plan.wanted);
+    case Plan::AccessPath::Sorted:
+      return std::make_unique<SortedRows>(*table.Scan(plan.wanted), plan.wanted, plan.sortField);
     case Plan::AccessPath::Scan:
       break;
   }

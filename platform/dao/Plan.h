@@ -11,19 +11,22 @@
 namespace dao {
 
 // How SQLite reads a table: by index look-up when the statement has equalities on the leading fields of an index, in
-// the order of an index when the statement sorts so (MAX of an indexed field then reads one row), by scan otherwise.
+// the order of an index when the statement sorts so (MAX of an indexed field then reads one row), by scan otherwise; a
+// scan sorted by a text when the statement reads the table once.
 // SQLite checks every condition again.
 struct Plan {
-  enum class AccessPath { Scan, Lookup, Ordered };
+  enum class AccessPath { Scan, Lookup, Ordered, Sorted };
   AccessPath accessPath = AccessPath::Scan;
   std::size_t index = 0;
   std::vector<std::size_t> keyFields;  // Lookup: the fields whose values SQLite passes, in that order
   bool backwards = false;              // Ordered
+  std::size_t sortField = 0;           // Sorted
   FieldMask wanted;
 };
 
 // Chooses a plan and fills in the outputs of xBestIndex: the values to pass, the cost, whether the rows are sorted.
-Plan ChoosePlan(const TableDef& table, sqlite3_index_info* info);
+// `readOnce`: the statement reads this table once, and no other.
+Plan ChoosePlan(const TableDef& table, sqlite3_index_info* info, bool readOnce);
 
 // The cursor of a plan, for the `count` key values that SQLite passes.
 std::unique_ptr<Cursor> CursorOf(const Plan& plan, Table& table, int count, sqlite3_value** values);

@@ -37,6 +37,9 @@ class VirtualTables {
   // The fields that an INSERT gives; the others get their default.
   void SetGivenFields(std::size_t place, FieldMask given) { entries_[place]->use.given = given; }
 
+  // The statement reads this table once, and no other.
+  void SetReadOnce(std::size_t place) { entries_[place]->use.readOnce = true; }
+
   // Completes the changes of a statement: rows to delete and index entries of new rows are collected, because SQLite
   // does not read the table in between.
   void FinishChanges(std::size_t place);
@@ -51,6 +54,7 @@ class VirtualTables {
   struct Use {  // by one statement
     std::unique_ptr<Table> table;
     FieldMask given;
+    bool readOnce = false;
     std::vector<RowId> toDelete;  // collected by a DELETE
     std::vector<Plan> plans;      // offered while SQLite compiled; idxNum is the index of the chosen one
   };

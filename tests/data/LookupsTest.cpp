@@ -66,8 +66,8 @@ TEST(SpotNames, ALongListHasTheNamesOfSingleLookups) {
   station.OnServer(u"INSERT INTO tblItemSpots (ID, Naam) VALUES (2, \"   \")"_s);
   station.OnServer(u"INSERT INTO tblItemSpots (ID) VALUES (3)"_s);
   const QString table = u"tblItemSpots"_s;
-  for (const int lines : {4, 1000}) {
-    const SpotNames names(global.serverDatabasePath, table, lines);
+  for (const std::size_t lines : {4U, 1000U}) {
+    const SpotNames names(global.serverDatabasePath, table, std::vector<std::int64_t>(lines, 1));
     for (qint32 id = 0; id <= 4; ++id) {
       const QString expected = GetItemSpotID_Naam(id, global.serverDatabasePath, table);
       EXPECT_EQ(names.NameOf(id), expected) << id;
@@ -83,7 +83,7 @@ TEST(SpotNames, ALongListIsReadByOneStatement) {
     ++looks;
     return 0;
   });
-  const SpotNames names(global.serverDatabasePath, u"tblItemSpots"_s, 1000);
+  const SpotNames names(global.serverDatabasePath, u"tblItemSpots"_s, std::vector<std::int64_t>(1000, 1));
   const int first = looks;
   EXPECT_GT(first, 0);
   for (qint32 id = 0; id < 100; ++id)
@@ -94,7 +94,7 @@ TEST(SpotNames, ALongListIsReadByOneStatement) {
 TEST(SpotNames, AnUnreadableTableIsReportedForEachLine) {
   const Station station;
   const desktop::MessageBoxScript boxes;
-  const SpotNames names(global.serverDatabasePath, u"tblWeg"_s, 1000);
+  const SpotNames names(global.serverDatabasePath, u"tblWeg"_s, std::vector<std::int64_t>(1000, 1));
   EXPECT_TRUE(boxes.Shown().empty());
   EXPECT_TRUE(names.NameOf(3).isNull());
   EXPECT_EQ(boxes.Last().title, u"GetItemSpotID_Naam"_s);

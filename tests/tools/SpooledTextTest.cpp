@@ -5,7 +5,9 @@
 #include <QtGlobal>
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
+#include <csignal>
 #include <sstream>
 
 namespace {
@@ -54,6 +56,22 @@ TEST(SpooledText, StaysInMemoryWithoutAFolderForTheFile) {
   const SpooledText text = Spooled(lines, 37);
   wasSet ? qputenv("TMPDIR", folder) : qunsetenv("TMPDIR");
   EXPECT_EQ(text.InFile(), 0U);
+  EXPECT_EQ(Written(text), lines);
+}
+
+// No file may grow beyond a size: the text after it stays in memory.
+TEST(SpooledText, StaysInMemoryAfterAFullDisk) {
+  const auto before = std::signal(SIGXFSZ, SIG_IGN);
+  rlimit limit{};
+  ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &limit), 0);
+  const rlimit small{1000, limit.rlim_max};
+  ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+  const std::string lines = Lines(1'000);
+  const SpooledText text = Spooled(lines, 37);
+  ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
+  std::signal(SIGXFSZ, before);
+  EXPECT_GT(text.InFile(), 0U);
+  EXPECT_LE(text.InFile(), 1000U);
   EXPECT_EQ(Written(text), lines);
 }
 

@@ -28,7 +28,7 @@ QString CatalogKey(const ServerAddress& address) {
 }
 
 QString Text(const Result& result, int row, int column) {
-  return QString::fromUtf8(PQgetvalue(result.get(), row, column));
+  return QString::fromUtf8(Libpq().PQgetvalue(result.get(), row, column));
 }
 
 std::shared_ptr<Catalog> ReadCatalog(Connection& connection, const QString& schema) {
@@ -37,7 +37,7 @@ std::shared_ptr<Catalog> ReadCatalog(Connection& connection, const QString& sche
   const auto results = connection.Run("SELECT version FROM " + catalog->Quoted(kTurnTable) +
                                       ";SELECT definition FROM " + catalog->Quoted(kTablesTable));
   catalog->version = Text(results[0], 0, 0);
-  for (int row = 0; row < PQntuples(results[1].get()); ++row) {
+  for (int row = 0; row < Libpq().PQntuples(results[1].get()); ++row) {
     TableDef table = TableDefOfText(Text(results[1], row, 0));
     catalog->tables.insert(table.name.toLower(), table);
   }
@@ -53,7 +53,7 @@ bool MeansMissing(const Refusal& refusal) {
 QString Spelling(Connection& connection, const QString& schema) {
   const auto results = connection.Run("SELECT nspname FROM pg_catalog.pg_namespace WHERE pg_catalog.lower(nspname)=" +
                                       connection.Literal(schema.toLower().toStdString()) + " ORDER BY nspname");
-  return PQntuples(results[0].get()) == 0 ? QString() : Text(results[0], 0, 0);
+  return Libpq().PQntuples(results[0].get()) == 0 ? QString() : Text(results[0], 0, 0);
 }
 
 std::shared_ptr<Catalog> ReadAnyCase(const ServerAddress& address) {

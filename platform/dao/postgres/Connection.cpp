@@ -40,7 +40,7 @@ int MillisecondsUntil(Clock::time_point end) {
 }
 
 QString ReasonOf(const PGconn* connection) {
-  return QString::fromUtf8(PQerrorMessage(connection)).trimmed();
+  return QString::fromUtf8(Libpq().PQerrorMessage(connection)).trimmed();
 }
 
 // Connects to one host before `end`. On failure `reason` is not empty; the result must be finished then too.
@@ -53,21 +53,22 @@ PGconn* ConnectTo(const ServerAddress::Parameters& way, Clock::time_point end, Q
   }
   keywords.push_back(nullptr);
   values.push_back(nullptr);
-  PGconn* connection = PQconnectStartParams(keywords.data(), values.data(), 0);
+  PGconn* connection = Libpq().PQconnectStartParams(keywords.data(), values.data(), 0);
   if (connection == nullptr) return nullptr;
-  PQsetErrorVerbosity(connection, PQERRORS_VERBOSE);  // adds the error code to the reason
-  PQsetNoticeProcessor(
+  Libpq().PQsetErrorVerbosity(connection, PQERRORS_VERBOSE);  // adds the error code to the reason
+  Libpq().PQsetNoticeProcessor(
       connection, [](void*, const char*) {}, nullptr);
   PostgresPollingStatusType state = PGRES_POLLING_WRITING;
-  while (state != PGRES_POLLING_OK && state != PGRES_POLLING_FAILED && PQstatus(connection) != CONNECTION_BAD) {
-    pollfd socket{PQsocket(connection), static_cast<short>(state == PGRES_POLLING_READING ? POLLIN : POLLOUT), 0};
+  while (state != PGRES_POLLING_OK && state != PGRES_POLLING_FAILED && Libpq().PQstatus(connection) != CONNECTION_BAD) {
+    pollfd socket{Libpq().PQsocket(connection), static_cast<short>(state == PGRES_POLLING_READING ? POLLIN : POLLOUT),
+                  0};
     if (::poll(&socket, 1, MillisecondsUntil(end)) == 0) {
       reason = u"geen antwoord op tijd"_s;
       return connection;
     }
-    state = PQconnectPoll(connection);
+    state = Libpq().PQconnectPoll(connection);
   }
-  if (PQstatus(connection) != CONNECTION_OK || state != PGRES_POLLING_OK) {
+  if (Libpq().PQstatus(connection) != CONNECTION_OK || state != PGRES_POLLING_OK) {
     reason = ReasonOf(connection);
     if (reason.isEmpty()) reason = u"geen verbinding"_s;
   }
@@ -82,9 +83,9 @@ Attempt ConnectAny(const ServerAddress& address) {
     QString reason;
     PGconn* connection = ConnectTo(way, Clock::now() + share, reason);
     if (connection != nullptr && reason.isEmpty()) return {connection, {}};
-    const bool needsPassword = connection != nullptr && PQconnectionNeedsPassword(connection) != 0;
+    const bool needsPassword = connection != nullptr && Libpq().PQconnectionNeedsPassword(connection) != 0;
     attempt.error = ConnectionError(address, ServerAddress::HostOf(way), reason, needsPassword);
-    PQfinish(connection);
+    Libpq().PQfinish(connection);
   }
   return attempt;
 }
@@ -139,7 +140,7 @@ void DropParentsConnections() {
 }
 
 QString ErrorField(const PGresult* result, int field) {
-  const char* text = PQresultErrorField(result, field);
+  const char* text = Libpq().PQresultErrorField(result, field);
   return text == nullptr ? QString() : QString::fromUtf8(text);
 }
 
@@ -171,7 +172,7 @@ std::unique_ptr<Connection> Connection::Open(const ServerAddress& address) {
   std::thread([shared, address] {
     const Attempt attempt = ConnectAny(address);
     const std::lock_guard lock(shared->mutex);
-    if (shared->givenUp) PQfinish(attempt.connection);
+    if (shared->givenUp) Libpq().PQfinish(attempt.connection);
     shared->promise.set_value(attempt);
   }).detach();
   AwaitReady(ready, Clock::now() + kConnectWait + 500ms);
@@ -183,28 +184,28 @@ std::unique_ptr<Connection> Connection::Open(const ServerAddress& address) {
   }
   const Attempt attempt = ready.get();
   if (attempt.connection == nullptr) throw runtime::Error(attempt.error);
-  PQsetnonblocking(attempt.connection, 1);
+  Libpq().PQsetnonblocking(attempt.connection, 1);
   return std::unique_ptr<Connection>(new Connection(attempt.connection));
 }
 
 void Connection::Await(short events) {
-  pollfd socket{PQsocket(connection_.get()), events, 0};
+  pollfd socket{Libpq().PQsocket(connection_.get()), events, 0};
   if (::poll(&socket, 1, static_cast<int>(kReplyWait.count())) <= 0) throw ConnectionLost();
 }
 
 void Connection::Send(const std::string& statements) {
-  if (PQsendQuery(connection_.get(), statements.c_str()) == 0) throw ConnectionLost();
-  for (int left = PQflush(connection_.get()); left != 0; left = PQflush(connection_.get())) {
+  if (Libpq().PQsendQuery(connection_.get(), statements.c_str()) == 0) throw ConnectionLost();
+  for (int left = Libpq().PQflush(connection_.get()); left != 0; left = Libpq().PQflush(connection_.get())) {
     if (left < 0) throw ConnectionLost();
     Await(POLLIN | POLLOUT);
-    if (PQconsumeInput(connection_.get()) == 0) throw ConnectionLost();
+    if (Libpq().PQconsumeInput(connection_.get()) == 0) throw ConnectionLost();
   }
 }
 
 void Connection::AwaitReply() {
-  while (PQisBusy(connection_.get()) != 0) {
+  while (Libpq().PQisBusy(connection_.get()) != 0) {
     Await(POLLIN);
-    if (PQconsumeInput(connection_.get()) == 0) throw ConnectionLost();
+    if (Libpq().PQconsumeInput(connection_.get()) == 0) throw ConnectionLost();
   }
 }
 
@@ -212,7 +213,7 @@ std::vector<Result> Connection::Replies() {
   std::vector<Result> results;
   for (;;) {
     AwaitReply();
-    Result result(PQgetResult(connection_.get()), PQclear);
+    Result result(Libpq().PQgetResult(connection_.get()));
     if (!result) return results;
     results.push_back(std::move(result));
   }
@@ -226,13 +227,13 @@ std::vector<Result> Connection::Run(const std::string& statements) {
   Send(statements);
   std::vector<Result> results = Replies();
   for (const Result& result : results) {
-    const ExecStatusType status = PQresultStatus(result.get());
+    const ExecStatusType status = Libpq().PQresultStatus(result.get());
     if (status == PGRES_TUPLES_OK || status == PGRES_COMMAND_OK || status == PGRES_EMPTY_QUERY) continue;
     const Refusal refusal = RefusalIn(result.get());
     if (EndsSession(refusal.code)) throw ConnectionLost();
     throw refusal;
   }
-  if (PQstatus(connection_.get()) != CONNECTION_OK) throw ConnectionLost();
+  if (Libpq().PQstatus(connection_.get()) != CONNECTION_OK) throw ConnectionLost();
   return results;
 }
 
@@ -246,17 +247,17 @@ bool Connection::IsAlive() {
   // The socket may contain a pending reply and a last message of the server before the end of the connection.
   constexpr int kMaxReads = 4;
   for (int read = 0; read < kMaxReads; ++read) {
-    pollfd socket{PQsocket(connection_.get()), POLLIN, 0};
+    pollfd socket{Libpq().PQsocket(connection_.get()), POLLIN, 0};
     if (::poll(&socket, 1, 0) <= 0) break;
-    if (PQconsumeInput(connection_.get()) == 0) return false;
+    if (Libpq().PQconsumeInput(connection_.get()) == 0) return false;
   }
-  return PQstatus(connection_.get()) == CONNECTION_OK;
+  return Libpq().PQstatus(connection_.get()) == CONNECTION_OK;
 }
 
 std::string Connection::Literal(const std::string& utf8) const {
-  char* escaped = PQescapeLiteral(connection_.get(), utf8.data(), utf8.size());
+  char* escaped = Libpq().PQescapeLiteral(connection_.get(), utf8.data(), utf8.size());
   if (escaped == nullptr) throw ConnectionLost();
-  const std::unique_ptr<char, decltype(&PQfreemem)> owned(escaped, PQfreemem);
+  const std::unique_ptr<char, decltype(LibpqFunctions::PQfreemem)> owned(escaped, Libpq().PQfreemem);
   return escaped;
 }
 

@@ -1,19 +1,16 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "platform/dao/postgres/Libpq.h"
 #include "platform/dao/postgres/ServerAddress.h"
 #include "platform/dao/postgres/ServerError.h"
 #include "platform/dao/postgres/ServerWait.h"
-
-#include <libpq-fe.h>
 
 #include <memory>
 #include <string>
 #include <vector>
 
 namespace dao {
-
-using Result = std::unique_ptr<PGresult, decltype(&PQclear)>;
 
 // A connection to a server. It has no state between two transactions: a pooler may assign each transaction to another
 // server session. One thread at a time.
@@ -37,14 +34,14 @@ class Connection {
   std::string Literal(const std::string& utf8) const;
 
  private:
-  explicit Connection(PGconn* connection) : connection_(connection, PQfinish) {}
+  explicit Connection(PGconn* connection) : connection_(connection) {}
 
   void Send(const std::string& statements);
   std::vector<Result> Replies();
   void AwaitReply();
   void Await(short events);
 
-  std::unique_ptr<PGconn, decltype(&PQfinish)> connection_;
+  std::unique_ptr<PGconn, FinishConnection> connection_;
   bool isReplyPending_ = false;
 };
 

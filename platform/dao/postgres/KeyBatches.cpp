@@ -17,13 +17,13 @@ bool IsKeyNumber(FieldType type) {
 
 std::int64_t NumberIn(const ServerRows& rows, int row, int column) {
   std::int64_t number = 0;
-  const char* text = PQgetvalue(rows.result.get(), row, column);
-  std::from_chars(text, text + PQgetlength(rows.result.get(), row, column), number);
+  const char* text = Libpq().PQgetvalue(rows.result.get(), row, column);
+  std::from_chars(text, text + Libpq().PQgetlength(rows.result.get(), row, column), number);
   return number;
 }
 
 bool Has(const ServerRows& rows, int row, int column, std::int64_t key) {
-  return PQgetisnull(rows.result.get(), row, column) == 0 && NumberIn(rows, row, column) == key;
+  return Libpq().PQgetisnull(rows.result.get(), row, column) == 0 && NumberIn(rows, row, column) == key;
 }
 
 }  // namespace
@@ -57,7 +57,7 @@ std::vector<std::int64_t> KeyBatches::KeysFrom(const TableDef& table, std::int64
   if (best == nullptr) return keys;
   std::unordered_set<std::int64_t> seen{key};
   for (int row = bestRow + 1; row < best->rows->Count() && keys.size() < kMostKeys; ++row) {
-    if (PQgetisnull(best->rows->result.get(), row, bestColumn) != 0) continue;
+    if (Libpq().PQgetisnull(best->rows->result.get(), row, bestColumn) != 0) continue;
     const std::int64_t next = NumberIn(*best->rows, row, bestColumn);
     if (seen.insert(next).second) keys.push_back(next);
   }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/dao/postgres/ServerAddress.h"
 
+#include "platform/dao/postgres/Libpq.h"
 #include "platform/runtime/Error.h"
 
 #include <QDir>
@@ -9,7 +10,6 @@
 #include <QRegularExpression>
 #include <QSysInfo>
 
-#include <libpq-fe.h>
 #include <pwd.h>
 #include <unistd.h>
 
@@ -41,10 +41,11 @@ QPair<QString, QString> Parted(const QString& pathText) {
 // Nothing when libpq cannot parse it. libpq's message is not shown, because it may contain a password.
 std::optional<Options> OptionsOf(const QString& url) {
   char* message = nullptr;
-  PQconninfoOption* options = PQconninfoParse(url.toUtf8().constData(), &message);
-  PQfreemem(message);
+  PQconninfoOption* options = Libpq().PQconninfoParse(url.toUtf8().constData(), &message);
+  Libpq().PQfreemem(message);
   if (options == nullptr) return std::nullopt;
-  const std::unique_ptr<PQconninfoOption, decltype(&PQconninfoFree)> owned(options, PQconninfoFree);
+  const std::unique_ptr<PQconninfoOption, decltype(LibpqFunctions::PQconninfoFree)> owned(options,
+                                                                                          Libpq().PQconninfoFree);
   Options given;
   for (const PQconninfoOption* option = options; option->keyword != nullptr; ++option) {
     if (option->val != nullptr) given.insert(option->keyword, option->val);

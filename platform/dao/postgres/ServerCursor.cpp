@@ -10,8 +10,8 @@ namespace dao {
 
 RowId ServerRows::Id(int row) const {
   RowId id = 0;
-  const char* text = PQgetvalue(result.get(), row, 0);
-  std::from_chars(text, text + PQgetlength(result.get(), row, 0), id);
+  const char* text = Libpq().PQgetvalue(result.get(), row, 0);
+  std::from_chars(text, text + Libpq().PQgetlength(result.get(), row, 0), id);
   return id;
 }
 
@@ -42,9 +42,9 @@ bool ServerCursor::Next() {
 ValueView ServerCursor::Field(std::size_t field) const {
   const int column = columns_[field];
   const PGresult* result = rows_->result.get();
-  if (column < 0 || PQgetisnull(result, Row(), column) != 0) return {};
-  const std::string_view reply(PQgetvalue(result, Row(), column),
-                               static_cast<std::size_t>(PQgetlength(result, Row(), column)));
+  if (column < 0 || Libpq().PQgetisnull(result, Row(), column) != 0) return {};
+  const std::string_view reply(Libpq().PQgetvalue(result, Row(), column),
+                               static_cast<std::size_t>(Libpq().PQgetlength(result, Row(), column)));
   const FieldDef& definition = table_.fields[static_cast<qsizetype>(field)];
   switch (definition.type) {
     case FieldType::Text:

@@ -16,7 +16,7 @@ struct ServerRows {
   Result result;
   std::vector<std::size_t> fields;  // the fields of the second and later columns
 
-  int Count() const { return PQntuples(result.get()); }
+  int Count() const { return Libpq().PQntuples(result.get()); }
   RowId Id(int row) const;
   // -1 for a field that is not in the reply.
   int ColumnOf(std::size_t field) const;

@@ -55,7 +55,7 @@ bool IsStored(const ServerAddress& address, const Catalog& catalog, const QStrin
       lease->Run("BEGIN;SET LOCAL lock_timeout TO " + std::to_string(kCheckTime) + ";SELECT one FROM " +
                  catalog.Quoted(kTurnTable) + " FOR UPDATE;SELECT token FROM " + catalog.Quoted(kChangeTable) +
                  " WHERE token=" + lease->Literal(token.toStdString()) + ";COMMIT");
-  return PQntuples(results[3].get()) == 1;
+  return Libpq().PQntuples(results[3].get()) == 1;
 }
 
 // Deletes old tokens, once per kChangesBetweenPrunes changes: a token is needed for seconds only.
@@ -172,7 +172,7 @@ std::string ServerSession::FindWriter() {
         "::regclass AND mode='RowShareLock' AND granted AND pid<>pg_catalog.pg_backend_pid() AND application_name<>'' "
         "ORDER BY xact_start LIMIT 1");
     state_ = State::Over;
-    return PQntuples(results[1].get()) == 0 ? std::string() : PQgetvalue(results[1].get(), 0, 0);
+    return Libpq().PQntuples(results[1].get()) == 0 ? std::string() : Libpq().PQgetvalue(results[1].get(), 0, 0);
   } catch (const std::exception&) {
     lease_->Discard();
     state_ = State::Over;
@@ -183,8 +183,8 @@ std::string ServerSession::FindWriter() {
 // Drops the cached catalogue when the definitions changed since it was read.
 void ServerSession::CheckVersion(const std::vector<Result>& results) {
   const std::size_t at = kTurnResult;
-  if (results.size() <= at || PQntuples(results[at].get()) != 1) return;
-  if (QString::fromUtf8(PQgetvalue(results[at].get(), 0, 0)) != catalog_->version) ForgetCatalog(address_);
+  if (results.size() <= at || Libpq().PQntuples(results[at].get()) != 1) return;
+  if (QString::fromUtf8(Libpq().PQgetvalue(results[at].get(), 0, 0)) != catalog_->version) ForgetCatalog(address_);
 }
 
 Result ServerSession::Query(const std::string& select) {
@@ -215,7 +215,7 @@ void ServerSession::Insert(const std::string& intoColumns, const std::string& va
 std::size_t ServerSession::ChangeNow(const std::string& statement) {
   changed_ = true;
   const std::vector<Result> results = Run(statement);
-  return QByteArray(PQcmdTuples(results.back().get())).toULongLong();
+  return QByteArray(Libpq().PQcmdTuples(results.back().get())).toULongLong();
 }
 
 std::int64_t& ServerSession::LastNumber(const TableDef& table, const FieldDef& field) {
@@ -224,7 +224,7 @@ std::int64_t& ServerSession::LastNumber(const TableDef& table, const FieldDef& f
     const Result known = Query("SELECT GREATEST(lastnumber,(SELECT pg_catalog.max(" + QuotedServerName(field.name) +
                                ") FROM " + catalog_->Quoted(table.name) + ")) FROM " + catalog_->Quoted(kTablesTable) +
                                " WHERE name=" + Line().Literal(key.toStdString()));
-    lastNumbers_.insert(key, QByteArray(PQgetvalue(known.get(), 0, 0)).toLongLong());
+    lastNumbers_.insert(key, QByteArray(Libpq().PQgetvalue(known.get(), 0, 0)).toLongLong());
   }
   return lastNumbers_[key];
 }

@@ -260,28 +260,47 @@ std::optional<char32_t> TextOrder::FirstUnknown(std::u16string_view text) const 
 }
 
 void TextOrder::AppendKey(std::u16string_view text, Bytes& key) const {
-  if (const auto unknown = FirstUnknown(text)) {
-    char name[16];
-    std::snprintf(name, sizeof name, "U+%04X", static_cast<unsigned>(*unknown));
-    throw Error(ErrorCode::UnknownCharacter,
-                std::string("De sorteervolgorde van het teken ") + name + " is niet bekend.");
-  }
-  Bytes accents;
+  if (TryAppendKey(text, key)) return;
+  char name[16];
+  std::snprintf(name, sizeof name, "U+%04X", static_cast<unsigned>(*FirstUnknown(text)));
+  throw Error(ErrorCode::UnknownCharacter,
+              std::string("De sorteervolgorde van het teken ") + name + " is niet bekend.");
+}
+
+// In one pass: most texts have weights of one byte, no accents and no specials. A unit of a surrogate pair is as
+// unknown as its character.
+bool TextOrder::TryAppendKey(std::u16string_view text, Bytes& key) const {
+  constexpr std::size_t kMostBytes = 4;  // of the weights of one character
+  const std::size_t before = key.size();
+  text = WithoutTrailingSpaces(text.substr(0, kCharactersInKey));
+  key.resize(before + kMostBytes * text.size());
+  std::uint8_t* end = key.data() + before;
+  std::size_t weights = 0;
+  Bytes accents;  // of the weights up to the last accent
   Bytes specials;
   const auto addWeight = [&](std::uint16_t weight, std::uint8_t accent) {
-    key.push_back(static_cast<std::uint8_t>(weight >> 8));
-    if ((weight & 0xFF) != 0) key.push_back(static_cast<std::uint8_t>(weight));
-    accents.push_back(accent);
+    *end++ = static_cast<std::uint8_t>(weight >> 8);
+    if ((weight & 0xFF) != 0) *end++ = static_cast<std::uint8_t>(weight);
+    if (accent != kNoAccent) {
+      accents.resize(weights, kNoAccent);
+      accents.push_back(accent);
+    }
+    ++weights;
   };
-  for (const char16_t character : WithoutTrailingSpaces(text.substr(0, kCharactersInKey))) {
+  for (const char16_t character : text) {
     const Cell cell = Find(character);
+    if (cell.kind == Kind::Unknown) {
+      key.resize(before);
+      return false;
+    }
     if (cell.weight != 0) addWeight(cell.weight, cell.accent);
     if (cell.second != 0) addWeight(cell.second, kNoAccent);
     if (cell.kind != Kind::Special) continue;
-    const std::size_t place = 0x8000 | (7 + 4 * accents.size());
+    const std::size_t place = 0x8000 | (7 + 4 * weights);
     specials.insert(specials.end(),
                     {static_cast<std::uint8_t>(place >> 8), static_cast<std::uint8_t>(place), 0x06, cell.special});
   }
+  key.resize(static_cast<std::size_t>(end - key.data()));
   key.push_back(kSectionEnd);
   while (!accents.empty() && accents.back() <= kNoAccent)
     accents.pop_back();
@@ -291,6 +310,7 @@ void TextOrder::AppendKey(std::u16string_view text, Bytes& key) const {
     key.insert(key.end(), specials.begin(), specials.end());
   }
   key.push_back(kKeyEnd);
+  return true;
 }
 
 }  // namespace jet

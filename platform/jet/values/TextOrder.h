@@ -32,6 +32,8 @@ class TextOrder {
   // Appends the key bytes of an ascending index, end mark included. Throws Error (UnknownCharacter) for a character
   // without a known weight. Only the first 255 characters count.
   void AppendKey(std::u16string_view text, Bytes& key) const;
+  // The same; for such a character it returns false, with nothing appended.
+  [[nodiscard]] bool TryAppendKey(std::u16string_view text, Bytes& key) const;
 
  private:
   enum class Kind : std::uint8_t { Unknown, Nothing, Weight, TwoWeights, Special };

@@ -19,7 +19,7 @@ using Cells = std::vector<std::vector<const char*>>;
 
 // Rows as a server returns them: the identity, then the given fields; nullptr for NULL.
 std::shared_ptr<const dao::ServerRows> Reply(const std::vector<std::size_t>& fields, const Cells& cells) {
-  dao::Result result(PQmakeEmptyPGresult(nullptr, PGRES_TUPLES_OK), PQclear);
+  dao::Result result(PQmakeEmptyPGresult(nullptr, PGRES_TUPLES_OK));
   std::vector<std::string> names;
   for (std::size_t i = 0; i <= fields.size(); ++i)
     names.push_back("c" + std::to_string(i));
