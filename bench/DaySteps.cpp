@@ -16,8 +16,8 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr double kMostSyncs = 4;  // for a statement
-constexpr double kMostTurn = 16;  // ms
+constexpr double kMaxSyncs = 4;  // for a statement
+constexpr double kMaxTurn = 16;  // ms
 constexpr double kPercentile = 0.95;
 constexpr int kWatched = 3;        // repeats of a step whose background work is awaited
 constexpr qint64 kSettling = 700;  // ms
@@ -86,7 +86,7 @@ void DaySteps::Settle() {
 }
 
 void DaySteps::Note(const Step& step, const Figures& figures, int syncs) {
-  const bool over = figures.time > step.budget || figures.syncs > kMostSyncs || figures.longest > kMostTurn;
+  const bool over = figures.time > step.budget || figures.syncs > kMaxSyncs || figures.longest > kMaxTurn;
   std::printf("  %-34s %8.1f ms of %3.0f   %4.1f syncs a statement   then at most %5.1f ms%s\n", step.name,
               figures.time, step.budget, figures.syncs, figures.longest, over ? "   OVER" : "");
   std::fflush(stdout);

@@ -8,8 +8,8 @@
 namespace dao {
 namespace {
 
-constexpr int kMostKeys = 1000;
-constexpr int kMostRowsSearched = 5000;
+constexpr int kMaxKeys = 1000;
+constexpr int kMaxRowsSearched = 5000;
 
 bool IsKeyNumber(FieldType type) {
   return type == FieldType::Byte || type == FieldType::Integer || type == FieldType::Long;
@@ -41,7 +41,7 @@ std::vector<std::int64_t> KeyBatches::KeysFrom(const TableDef& table, std::int64
   std::vector<std::int64_t> keys{key};
   // SQLite reads a reply from its first row on, so the earliest occurrence of the key is the most likely origin.
   const Reply* best = nullptr;
-  int bestRow = kMostRowsSearched;
+  int bestRow = kMaxRowsSearched;
   int bestColumn = 0;
   for (const Reply& reply : replies_) {
     if (reply.table == table.name) continue;
@@ -56,7 +56,7 @@ std::vector<std::int64_t> KeyBatches::KeysFrom(const TableDef& table, std::int64
   }
   if (best == nullptr) return keys;
   std::unordered_set<std::int64_t> seen{key};
-  for (int row = bestRow + 1; row < best->rows->Count() && keys.size() < kMostKeys; ++row) {
+  for (int row = bestRow + 1; row < best->rows->Count() && keys.size() < kMaxKeys; ++row) {
     if (Libpq().PQgetisnull(best->rows->result.get(), row, bestColumn) != 0) continue;
     const std::int64_t next = NumberIn(*best->rows, row, bestColumn);
     if (seen.insert(next).second) keys.push_back(next);

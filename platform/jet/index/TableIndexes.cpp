@@ -115,8 +115,8 @@ void TableIndexes::RequireValues(const Tree& tree, const Values& values) const {
 
 // Every entry must also fit in a node, where the child page number follows it.
 void TableIndexes::RequireFits(const Tree& tree, ByteView key, const Values& values) const {
-  constexpr std::size_t kMostKeyBytes = index_page::kEntryBytes - index_page::kPointerBytes - index_page::kChildBytes;
-  if (key.size() <= kMostKeyBytes) return;
+  constexpr std::size_t kMaxKeyBytes = index_page::kEntryBytes - index_page::kPointerBytes - index_page::kChildBytes;
+  if (key.size() <= kMaxKeyBytes) return;
   std::size_t longest = tree.columns.front();
   std::size_t most = 0;
   for (std::size_t i = 0; i < tree.columns.size(); ++i) {

@@ -114,7 +114,7 @@ void Lock::MarkWriter(unsigned number) {
 
 std::optional<unsigned> Lock::Writer() {
   std::uint64_t where = 0;
-  if (!file_.IsLockedByOther({kWriters + 1, LockFile::kMostUsers}, LockKind::Exclusive, &where)) return std::nullopt;
+  if (!file_.IsLockedByOther({kWriters + 1, LockFile::kMaxUsers}, LockKind::Exclusive, &where)) return std::nullopt;
   return static_cast<unsigned>(where - kWriters);
 }
 

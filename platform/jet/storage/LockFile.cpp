@@ -17,7 +17,7 @@ constexpr std::uint64_t kUserBytes = 0x10000000;
 constexpr std::uint64_t kOurUserBytes = 0x80001000;  // past all bytes that Jet programs use
 constexpr std::size_t kLockEntryBytes = 64;
 constexpr std::size_t kNameBytes = 32;
-constexpr int kMostAttempts = 100;
+constexpr int kMaxAttempts = 100;
 
 std::string UpTo31Characters(const char* name, const char* otherwise) {
   return std::string(name != nullptr && *name != '\0' ? name : otherwise).substr(0, kNameBytes - 1);
@@ -40,7 +40,7 @@ bool IsName(ByteView half) {
 
 // Called before anything is written: the file may be an unrelated one of the user.
 void CheckIsLockFile(File& file) {
-  constexpr std::size_t kLargest = LockFile::kMostUsers * kLockEntryBytes;
+  constexpr std::size_t kLargest = LockFile::kMaxUsers * kLockEntryBytes;
   Bytes content(std::min<std::uint64_t>(file.Size(), kLargest + 1));
   content.resize(file.ReadAt(0, content));
   const std::size_t names = content.size() / kNameBytes;
@@ -94,7 +94,7 @@ LockFile::LockFile(FileSystem& files, const std::filesystem::path& path, File& d
 void LockFile::Require() {
   for (int attempt = 0; file_ == nullptr; ++attempt) {
     if (Enter()) return;
-    if (attempt == kMostAttempts)
+    if (attempt == kMaxAttempts)
       throw Error(ErrorCode::Locked, "Het bestand '" + path_.string() + "' wordt telkens verwijderd.");
   }
 }
@@ -138,7 +138,7 @@ std::unique_ptr<File> LockFile::OpenOrCreate() {
 }
 
 bool LockFile::TakeNumber(File& file) {
-  for (unsigned number = 1; number <= kMostUsers; ++number) {
+  for (unsigned number = 1; number <= kMaxUsers; ++number) {
     if (!file.TryLock({kUserBytes + number, 1}, LockKind::Exclusive)) continue;
     file.TryLock({kOurUserBytes + number, 1}, LockKind::Exclusive);
     number_ = number;
@@ -159,7 +159,7 @@ LockFile::~LockFile() {
   if (file_ == nullptr) return;
   try {
     // With all user bytes locked there is no other user, and none can enter before the file is removed.
-    if (file_->TryLock({kUserBytes + 1, kMostUsers}, LockKind::Exclusive) &&
+    if (file_->TryLock({kUserBytes + 1, kMaxUsers}, LockKind::Exclusive) &&
         files_.Identity(path_) == file_->Identity()) {
       files_.Remove(path_);
     }
@@ -176,9 +176,9 @@ LockFileUser LockFile::UserAt(unsigned number) {
 }
 
 std::optional<unsigned> LockFile::ForeignUser() {
-  if (file_ == nullptr || !file_->IsLockedByOther({kUserBytes + 1, kMostUsers}, LockKind::Exclusive))
+  if (file_ == nullptr || !file_->IsLockedByOther({kUserBytes + 1, kMaxUsers}, LockKind::Exclusive))
     return std::nullopt;
-  for (unsigned number = 1; number <= kMostUsers; ++number) {
+  for (unsigned number = 1; number <= kMaxUsers; ++number) {
     if (!file_->IsLockedByOther({kUserBytes + number, 1}, LockKind::Exclusive)) continue;
     if (!file_->IsLockedByOther({kOurUserBytes + number, 1}, LockKind::Exclusive)) return number;
   }

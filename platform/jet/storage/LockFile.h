@@ -25,7 +25,7 @@ struct LockFileUser {
 // file.
 class LockFile {
  public:
-  static constexpr unsigned kMostUsers = 255;
+  static constexpr unsigned kMaxUsers = 255;
 
   // `path`: the database's real path. `database`: its file, whose permissions a new .ldb gets; it must outlive this. A
   // .ldb that cannot be used is reported by Require only.

@@ -4,7 +4,7 @@
 namespace jet {
 namespace {
 
-constexpr std::size_t kMostKept = 2048;
+constexpr std::size_t kMaxKept = 2048;
 
 }  // namespace
 
@@ -18,7 +18,7 @@ PageRef OverlaidPages::Read(std::uint32_t number) {
   if (image == nullptr) return pages_.Read(number);
   // The journal has the pages as stored; callers expect them decoded, as Pages returns them.
   pages_.ApplyEncoding(number, *image);
-  if (kept_.size() >= kMostKept) kept_.clear();
+  if (kept_.size() >= kMaxKept) kept_.clear();
   return kept_[number] = image;
 }
 
