@@ -37,11 +37,11 @@ void ManualOpener::PutAboveModalWindow() {
 
 bool ManualOpener::eventFilter(QObject* watched, QEvent* event) {
   const bool isShown = manual_ != nullptr && manual_->isVisible();
-  if (isShown && event->type() == QEvent::WindowBlocked && watched == manual_->windowHandle()) {
-    PutAboveModalWindow();
-  } else if (isShown && event->type() == QEvent::Hide && watched->isWidgetType() &&
-             static_cast<QWidget*>(watched)->isModal()) {
-    PutAboveModalWindow();  // the window below it may be modal too
+  const bool isBlocked = isShown && event->type() == QEvent::WindowBlocked && watched == manual_->windowHandle();
+  const bool modalCloses =
+      isShown && event->type() == QEvent::Hide && watched->isWidgetType() && static_cast<QWidget*>(watched)->isModal();
+  if (isBlocked || modalCloses) {
+    PutAboveModalWindow();  // below a modal window that closes there may be another one
   } else if (event->type() == QEvent::KeyPress && watched->isWidgetType()) {
     const auto& key = static_cast<const QKeyEvent&>(*event);
     if (key.key() != Qt::Key_F1 || key.modifiers() != Qt::NoModifier) return false;

@@ -96,12 +96,13 @@ QJsonArray JsonOfRows(const QList<Row>& rows) {
 QList<Row> RowsOfJson(const QJsonValue& json, qsizetype fieldCount) {
   if (!json.isArray()) Refuse(u"de rijen ontbreken"_s);
   QList<Row> rows;
-  for (const QJsonValue& values : json.toArray()) {
+  const QJsonArray arrays = json.toArray();
+  for (const QJsonValueConstRef values : arrays) {
     const QJsonArray array = values.toArray();
     if (array.size() != fieldCount) Refuse(u"een rij heeft niet één waarde voor elk veld"_s);
     Row row;
     row.reserve(static_cast<std::size_t>(fieldCount));
-    for (const QJsonValue& value : array)
+    for (const QJsonValueConstRef value : array)
       row.push_back(ValueOfJson(value));
     rows.append(std::move(row));
   }
@@ -118,7 +119,8 @@ QJsonArray JsonOfReferences(const QList<Reference>& references) {
 QList<Reference> ReferencesOfJson(const QJsonValue& json) {
   if (!json.isArray()) Refuse(u"de verwijzingen ontbreken"_s);
   QList<Reference> references;
-  for (const QJsonValue& one : json.toArray()) {
+  const QJsonArray array = json.toArray();
+  for (const QJsonValueConstRef one : array) {
     const QJsonArray parts = one.toArray();
     if (parts.size() != 3 || !parts[0].isString() || !parts[1].isDouble() || !parts[2].isString())
       Refuse(u"een verwijzing is onleesbaar"_s);
@@ -155,7 +157,8 @@ Entry EntryOf(const QJsonObject& object) {
   entry.table = TextIn(object, u"table"_s);
   entry.keyField = TextIn(object, u"keyField"_s);
   entry.key = NumberIn(object, u"key"_s);
-  for (const QJsonValue& field : object[u"fields"_s].toArray())
+  const QJsonArray fields = object[u"fields"_s].toArray();
+  for (const QJsonValueConstRef field : fields)
     entry.fields += field.toString();
   entry.before = RowsOfJson(object[u"before"_s], entry.fields.size());
   entry.after = RowsOfJson(object[u"after"_s], entry.fields.size());

@@ -215,7 +215,7 @@ QString FreeName(const QString& naam, int longest, const QString& databasePath, 
       if (!base.isEmpty() && base.back().isHighSurrogate()) base.chop(1);
       base = runtime::TrimBlanks(base);
     }
-    const QString free = base + suffix;
+    QString free = base + suffix;
     if (!NameExists(databasePath, table, free, true, 0)) return free;
   }
 }

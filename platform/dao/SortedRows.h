@@ -38,7 +38,7 @@ class SortedRows final : public Cursor {
   static void SortByKeys(std::span<Place> places, std::size_t depth);
   void SortByTexts();
 
-  std::pmr::monotonic_buffer_resource memory_;       // of the rows with their texts and keys
+  std::pmr::monotonic_buffer_resource memory_;      // of the rows with their texts and keys
   std::array<std::uint8_t, kMaxFields> columns_{};  // the position of each wanted field in a row
   std::size_t sortColumn_ = 0;
   bool allHaveKeys_ = true;

@@ -60,6 +60,21 @@ TEST_F(TwoWorkstations, TheQuestionNamesTheFieldWithBothValues) {
   EXPECT_FALSE(text.contains(u"Naam:"_s)) << text.toStdString();
 }
 
+TEST_F(TwoWorkstations, TheQuestionUsesTheWordsOfTheScreen) {
+  desk_.station.OnServer(
+      u"UPDATE tblItemSpots SET LengteSec = 9, StartPunt = 250, Mixpunt = 1200, StartDatum = NULL, StartUur = 7, "
+      "Aktief = 0, Path = '' WHERE ID = 1"_s);
+  const desktop::MessageBoxScript boxes{kAnswerCancel};
+  Click(*editor_, u"cmdOk"_s);
+  ASSERT_EQ(boxes.Shown().size(), 1u);
+  const QString text = boxes.Last().text;
+  for (const QString& line : {u"\nLengte: was 5, is nu 9\n"_s, u"\nStartpunt: was 0, is nu 250\n"_s,
+                              u"\nOuttromix: was 0, is nu 1200\n"_s, u"\nStartdatum: was 01-01-2025, is nu leeg\n"_s,
+                              u"\nStartuur: was 0, is nu 7\n"_s, u"\nAktief: was ja, is nu nee\n"_s})
+    EXPECT_TRUE(text.contains(line)) << line.toStdString() << text.toStdString();
+  EXPECT_TRUE(text.contains(u"a.wav, is nu leeg\n"_s)) << text.toStdString();
+}
+
 TEST_F(TwoWorkstations, CancelWritesNothingAndKeepsTheInput) {
   TheOtherChangesTheEndDate();
   const desktop::MessageBoxScript boxes{kAnswerCancel};
