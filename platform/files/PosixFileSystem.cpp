@@ -78,7 +78,8 @@ int OpenRegular(const char* path, int flags, mode_t permissions) {
     if (descriptor == 0) descriptor = Opened(same.c_str(), flags & ~(O_CREAT | O_EXCL | O_NOFOLLOW), 0);
     ::close(pathOnly);
   }
-  if (descriptor < 0) return descriptor;
+  const bool isNew = (flags & O_EXCL) != 0;
+  if (descriptor < 0 || isNew) return descriptor;
   const int refusal = Refusal(descriptor);
   if (refusal == 0) return descriptor;
   ::close(descriptor);

@@ -86,6 +86,26 @@ std::size_t InsertEntries(PageBytes& page, std::vector<std::uint16_t>& ends, std
   return parts.size();
 }
 
+void SplitEntries(const PageBytes& page, const std::vector<std::uint16_t>& ends, std::size_t at, PageBytes& lower,
+                  PageBytes& upper) {
+  const std::size_t shared = LoadU16(&page[kPrefixAt]);
+  const std::size_t start = ends[at - 1];
+  const std::size_t bytes = ends.back() - start;
+  lower = page;
+  std::memset(&lower[start], 0, bytes);
+  StoreEnds(lower, {ends.begin(), ends.begin() + static_cast<std::ptrdiff_t>(at)}, at);
+  // The first entry is complete: it begins with what the others share.
+  upper = PageBytes{};
+  std::copy_n(page.begin(), kMaskAt, upper.begin());
+  std::memcpy(&upper[kEntriesAt], &page[kEntriesAt], shared);
+  std::memcpy(&upper[kEntriesAt + shared], &page[start], bytes);
+  std::vector<std::uint16_t> upperEnds;
+  for (std::size_t entry = at; entry < ends.size(); ++entry)
+    upperEnds.push_back(static_cast<std::uint16_t>(ends[entry] - start + kEntriesAt + shared));
+  if (upperEnds.size() == 1) Store(&upper[kPrefixAt], std::uint16_t{0});
+  StoreEnds(upper, upperEnds, 0);
+}
+
 void RemoveEntries(PageBytes& page, std::vector<std::uint16_t>& ends, std::span<const std::size_t> positions) {
   const auto startOf = [&](std::size_t entry) { return entry == 0 ? kEntriesAt : ends[entry - 1]; };
   const std::size_t used = ends.back();

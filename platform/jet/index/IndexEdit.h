@@ -20,6 +20,9 @@ bool AppendEntry(PageBytes& page, ByteView entry);
 // the first entry.
 std::size_t InsertEntries(PageBytes& page, std::vector<std::uint16_t>& ends, std::span<const std::size_t> positions,
                           std::span<const ByteView> entries);
+// Divides the entries of a page, with its head: those before position `at` are put on `lower`, the others on `upper`.
+void SplitEntries(const PageBytes& page, const std::vector<std::uint16_t>& ends, std::size_t at, PageBytes& lower,
+                  PageBytes& upper);
 // Removes the entries at these ascending positions; not the first one of a page with a shared prefix.
 void RemoveEntries(PageBytes& page, std::vector<std::uint16_t>& ends, std::span<const std::size_t> positions);
 

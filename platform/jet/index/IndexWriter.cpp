@@ -110,6 +110,8 @@ void IndexWriter::Insert(ByteView key, RowId row) {
   const bool isLast = place.isLastLeaf && leaf.child == place.ends.size();
   if (InsertInPlace(leaf.page, place.ends, {&leaf.child, 1}, {&newEntry, 1}) == 1) {
     if (isLast && !place.afterSingleChild) tail_ = {leaf.page, entry};
+  } else if (SplitInPlace(place, entry)) {
+    return Insert(key, row);
   } else {
     IndexNode node = IndexNode::Load(pages_, leaf.page, table_);
     node.entries.insert(node.entries.begin() + static_cast<std::ptrdiff_t>(leaf.child), entry);
@@ -170,6 +172,32 @@ bool IndexWriter::Append(ByteView entry) {
   if (!AppendEntry(pages_.Change(tail_->page), entry)) return false;
   absent_.reset();
   tail_->last.assign(entry.begin(), entry.end());
+  return true;
+}
+
+// The usual split: of a leaf that is full although its entries share their beginning. False, with nothing changed, when
+// there may be room for `entry` with another shared beginning, and for the root.
+bool IndexWriter::SplitInPlace(Place& place, ByteView entry) {
+  const Step leaf = place.path.back();
+  const PageRef whole = pages_.Read(leaf.page);
+  const IndexPage page(whole, leaf.page, table_);
+  const std::size_t shared = LoadU16(whole->data() + kPrefixAt);
+  const bool isFull = shared > 0 && page.Count() > 1 && entry.size() > shared + page.ExactFreeBytes();
+  if (!isFull || place.path.size() == 1 || place.afterSingleChild) return false;
+  const bool isAppended = place.isLastLeaf && leaf.child == page.Count();
+  const std::size_t half = isAppended ? page.Count() - 1 : page.Count() / 2;
+  Bytes promoted;
+  page.CopyEntry(half - 1, promoted);
+  const std::uint32_t lowerNumber = space_.Allocate();
+  map_.Add(space_, lowerNumber);
+  PageBytes& lower = pages_.Change(lowerNumber);
+  PageBytes& upper = pages_.Change(leaf.page);
+  SplitEntries(*whole, page.Ends(), half, lower, upper);
+  Store(&lower[kNextAt], leaf.page);
+  Store(&upper[kPreviousAt], lowerNumber);
+  if (page.Previous() != 0) Store(&pages_.Change(page.Previous())[kNextAt], lowerNumber);
+  place.path.pop_back();
+  AddChild(place.path, promoted, lowerNumber);
   return true;
 }
 

@@ -92,6 +92,7 @@ class IndexWriter {
                                     std::size_t& count);
   void RemoveFromNode(std::uint32_t leaf, const std::vector<std::size_t>& positions);
   bool RemoveInPlace(std::uint32_t leaf, const std::vector<std::size_t>& positions);
+  bool SplitInPlace(Place& place, ByteView entry);
   void SaveOrSplit(Path& path, IndexNode& node);
   void Split(Path& path, IndexNode& node);
   void GrowRoot(Path& path);

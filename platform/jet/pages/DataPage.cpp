@@ -72,7 +72,7 @@ std::optional<StoredRow> FindRow(PageSource& pages, RowId row, bool firstPlace, 
     const Slot slot = page.At(SlotOf(row));
     if (slot.kind == SlotKind::Deleted) return std::nullopt;
     if (slot.kind == SlotKind::Target && moves == 0 && firstPlace) return std::nullopt;
-    if (slot.kind != SlotKind::Pointer) return StoredRow{page.Content(), page.BytesOf(slot)};
+    if (slot.kind != SlotKind::Pointer) return StoredRow{page.Content(), page.BytesOf(slot), row};
     row = U32(page.BytesOf(slot), 0);
   }
   throw DamageAt(PageOf(row), "een verplaatste rij verwijst in een kring");

@@ -67,6 +67,7 @@ void RequireOwner(const DataPage& page, std::uint32_t owner);
 struct StoredRow {
   PageRef page;
   ByteView bytes;
+  RowId place = 0;  // present place: another one for a moved row
 };
 
 // Finds the bytes of a row, following the pointers of a moved one. Nothing when the slot does not exist, is deleted, or

@@ -70,8 +70,7 @@ std::unique_ptr<File> Journal::OpenTrusted(File& database) {
                                            database.Name() + "' niet gelezen of geschreven. Verplaats het.");
 }
 
-void Journal::Write(File& database, std::span<const PageChange> changes, std::uint64_t oldLength,
-                    std::uint64_t newLength) {
+void Journal::Write(const files::FileStatus& status, std::span<const PageChange> changes, std::uint64_t newLength) {
   constexpr unsigned kOnlyMine = 0600;
   std::unique_ptr<File> file;
   try {
@@ -82,8 +81,8 @@ void Journal::Write(File& database, std::span<const PageChange> changes, std::ui
     throw;
   }
   try {
-    file->TakeAccessOf(database.Status());
-    file->WriteAt(0, journal::Build(changes, oldLength, newLength));
+    file->TakeAccessOf(status);
+    file->WriteAt(0, journal::Build(changes, status.size, newLength));
     file->Sync();
     files_.SyncFolderOf(path_);
   } catch (...) {
@@ -105,9 +104,9 @@ void Journal::RemoveQuietly() noexcept {
   }
 }
 
-Journal::Outcome Journal::Commit(File& database, std::span<const PageChange> changes, std::uint64_t oldLength,
+Journal::Outcome Journal::Commit(File& database, const files::FileStatus& status, std::span<const PageChange> changes,
                                  std::uint64_t newLength) {
-  Write(database, changes, oldLength, newLength);
+  Write(status, changes, newLength);
   try {
     for (const PageChange& change : changes)
       database.WriteAt(std::uint64_t{change.number} * kPageSize, *change.after);

@@ -51,8 +51,10 @@ class Journal {
   const std::filesystem::path& Path() const { return path_; }
   bool Exists() { return files_.Exists(path_); }
 
-  // Makes the change. After an exception the old state is there, or the next Recover restores it.
-  Outcome Commit(File& database, std::span<const PageChange> changes, std::uint64_t oldLength, std::uint64_t newLength);
+  // Makes the change. `status`: of the database before. After an exception the old state is there, or the next Recover
+  // restores it.
+  Outcome Commit(File& database, const files::FileStatus& status, std::span<const PageChange> changes,
+                 std::uint64_t newLength);
 
   // Undoes an unfinished change. Throws Error (ForeignWrite) when the journal is not trusted: then nothing is
   // overwritten. A journal whose owner may not write the database stays in place; any other is renamed, and the Error
@@ -65,7 +67,7 @@ class Journal {
 
  private:
   std::unique_ptr<File> OpenTrusted(File& database);
-  void Write(File& database, std::span<const PageChange> changes, std::uint64_t oldLength, std::uint64_t newLength);
+  void Write(const files::FileStatus& status, std::span<const PageChange> changes, std::uint64_t newLength);
   void Remove();
   void RemoveQuietly() noexcept;
   bool IsReplaced(File& database);

@@ -143,7 +143,10 @@ void Storage::RequireUnchanged() {
   const auto named = files_.Status(path_);
   PageBytes header{};
   file_->ReadAt(0, header);
-  if (named && named->identity == status_.identity && named->size == status_.size && header == lastHeader_) return;
+  if (named && named->identity == status_.identity && named->size == status_.size && header == lastHeader_) {
+    status_ = *named;  // the journal gets the present permissions
+    return;
+  }
   throw Error(ErrorCode::ForeignWrite, "Het bestand '" + name_ +
                                            "' is tijdens een wijziging door een ander programma vervangen. De "
                                            "wijziging is niet gedaan. Probeer het opnieuw.");
@@ -212,7 +215,7 @@ bool Storage::WriteChanges() {
     changes.push_back(change);
   }
   const std::uint64_t newSize = std::uint64_t{transaction_->PageCount()} * kPageSize;
-  const Journal::Outcome outcome = journal_->Commit(*file_, changes, status_.size, newSize);
+  const Journal::Outcome outcome = journal_->Commit(*file_, status_, changes, newSize);
   AcceptChanges(changed);
   return outcome == Journal::Outcome::Durable;
 }

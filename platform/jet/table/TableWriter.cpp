@@ -50,14 +50,11 @@ std::shared_ptr<const TableShape> Supported(std::shared_ptr<const TableShape> sh
   return shape;
 }
 
-// The present place of a moved row; 0 for a row that has not moved. Nothing when the row does not exist.
-std::optional<RowId> TargetOf(PageSource& pages, RowId row) {
+// The present place of a moved row, which must be marked as such; 0 for a row that has not moved.
+RowId TargetOf(PageSource& pages, RowId row, const StoredRow& stored) {
+  if (stored.place == row) return 0;
   const DataPage page(pages.Read(PageOf(row)), PageOf(row));
-  if (SlotOf(row) >= page.SlotCount()) return std::nullopt;
-  const Slot slot = page.At(SlotOf(row));
-  if (slot.kind == SlotKind::Row) return 0;
-  if (slot.kind != SlotKind::Pointer) return std::nullopt;
-  const RowId target = U32(page.BytesOf(slot), 0);
+  const RowId target = U32(page.BytesOf(page.At(SlotOf(row))), 0);
   const DataPage targetPage(pages.Read(PageOf(target)), PageOf(target));
   if (targetPage.At(SlotOf(target)).kind != SlotKind::Target)
     throw DamageAt(PageOf(row), "een verplaatste rij ontbreekt");
@@ -211,11 +208,10 @@ void TableWriter::CheckFields(ByteView row) const {
 }
 
 TableWriter::CurrentRow TableWriter::Read(RowId row) {
-  const auto target = TargetOf(pages_, row);
   const auto stored = FindRow(pages_, row, true, def_.page);
-  if (!target || !stored) throw Error(ErrorCode::NotFound, "de rij bestaat niet meer.");
+  if (!stored) throw Error(ErrorCode::NotFound, "de rij bestaat niet meer.");
   CurrentRow present;
-  present.target = *target;
+  present.target = TargetOf(pages_, row, *stored);
   const RowView view(stored->bytes, def_);
   present.values.resize(def_.columns.size());
   present.fields.resize(def_.columns.size());
@@ -292,9 +288,9 @@ void TableWriter::DeleteTogether(std::span<const RowId> rows) {
 }
 
 void TableWriter::CollectForDelete(RowId row, RowsToDelete& toDelete) {
-  const auto target = TargetOf(pages_, row);
   const auto stored = FindRow(pages_, row, true, def_.page);
-  if (!target || !stored) throw Error(ErrorCode::NotFound, "de rij bestaat niet meer.");
+  if (!stored) throw Error(ErrorCode::NotFound, "de rij bestaat niet meer.");
+  const RowId target = TargetOf(pages_, row, *stored);
   CheckFields(stored->bytes);
   const RowView view(stored->bytes, def_);
   for (std::size_t i = 0; i < def_.columns.size(); ++i) {
@@ -307,7 +303,7 @@ void TableWriter::CollectForDelete(RowId row, RowsToDelete& toDelete) {
   foreignKeys_.CheckNotReferenced(newValues_);
   indexes_.CollectEntries(newValues_, row, toDelete.entries);
   toDelete.places.push_back(row);
-  if (*target != 0) toDelete.places.push_back(*target);
+  if (target != 0) toDelete.places.push_back(target);
 }
 
 // References from this table itself are deleted too, so only other tables count.
