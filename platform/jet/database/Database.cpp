@@ -66,7 +66,8 @@ std::string Database::Context() const {
 
 const Catalog& Database::Objects() {
   const ReadTurn reading(*this);
-  return InContext(Context(), [&]() -> const Catalog& { return catalog_.Get(Source(), Catalog::Read); });
+  return InContext([this] { return Context(); },
+                   [&]() -> const Catalog& { return catalog_.Get(Source(), Catalog::Read); });
 }
 
 std::vector<std::u16string> Database::TableNames() {

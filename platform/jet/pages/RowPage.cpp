@@ -55,7 +55,7 @@ unsigned RowPage::Add(PageBytes& page, ByteView row, SlotKind kind) {
 }
 
 void RowPage::Replace(unsigned slot, ByteView row, SlotKind kind) {
-  Rebuild([&](unsigned at, SlotKind& itsKind, ByteView& bytes) {
+  Rebuild(slot, [&](unsigned at, SlotKind& itsKind, ByteView& bytes) {
     if (at != slot) return;
     itsKind = kind;
     bytes = row;
@@ -64,7 +64,7 @@ void RowPage::Replace(unsigned slot, ByteView row, SlotKind kind) {
 
 void RowPage::Delete(std::span<const RowId> rows) {
   auto next = rows.begin();
-  Rebuild([&](unsigned at, SlotKind& kind, ByteView& bytes) {
+  Rebuild(SlotOf(rows.front()), [&](unsigned at, SlotKind& kind, ByteView& bytes) {
     if (next == rows.end() || SlotOf(*next) != at) return;
     ++next;
     kind = SlotKind::Deleted;
@@ -73,14 +73,14 @@ void RowPage::Delete(std::span<const RowId> rows) {
   if (next != rows.end()) throw DamageAt(number_, "een rij die weg moet, is er niet");
 }
 
-// Rebuilds the page; `change(slot, kind, bytes)` may alter each slot.
+// Rebuilds the page from the slot `first` on; `change(slot, kind, bytes)` may alter each.
 template <typename Change>
-void RowPage::Rebuild(Change change) {
+void RowPage::Rebuild(unsigned first, Change change) {
   const PageRef oldBytes = pages_.Read(number_);
   const DataPage old(oldBytes, number_);
   PageBytes& page = pages_.Change(number_);
-  std::size_t end = kPageSize;
-  for (unsigned i = 0; i < old.SlotCount(); ++i) {
+  std::size_t end = first == 0 ? kPageSize : old.At(first - 1).start;
+  for (unsigned i = first; i < old.SlotCount(); ++i) {
     const Slot at = old.At(i);
     SlotKind kind = at.kind;
     ByteView bytes = old.BytesOf(at);

@@ -45,7 +45,7 @@ class RowPage {
 
  private:
   template <typename Change>
-  void Rebuild(Change change);
+  void Rebuild(unsigned first, Change change);
   DataPage View() const { return DataPage(pages_.Read(number_), number_); }
 
   Transaction& pages_;
