@@ -30,8 +30,7 @@ namespace {
 
 const QString kMomentFormat = u"yyyyMMdd-HHmmss"_s;
 const QString kEnding = u".mdb"_s;
-constexpr qint64 kStep = 2;   // seconds; the resolution of file times on FAT
-constexpr int kAttempts = 3;  // to copy while others may write
+constexpr qint64 kStep = 2;  // seconds; the resolution of file times on FAT
 
 // The copies of one database.
 class BackupFolder {
@@ -140,31 +139,6 @@ std::optional<QString> SameAsNewest(const dao::FrozenDatabase& database, const B
   return std::nullopt;
 }
 
-enum class Outcome { Done, Changed };
-
-// As CopyUnlessSame, but others may write while the file is read: large files take seconds, above all on a network
-// folder. Changed, without a copy, when one of them did.
-Outcome CopyWhileOthersMayWrite(dao::FrozenDatabase& database, const BackupFolder& folder, const QDateTime& now) {
-  bool isSame = false;
-  std::unique_ptr<files::AtomicFile> copy;
-  QString name;
-  const bool isWhole = database.UnchangedDuring([&] {
-    folder.RemoveUnfinished();
-    isSame = SameAsNewest(database, folder).has_value();
-    if (isSame) return;
-    folder.Make(database);
-    name = folder.NewName(now);
-    copy = database.Prepare(folder.PathOf(name));
-  });
-  if (folder.HasCopyOf(now.date())) return Outcome::Done;  // by another program meanwhile
-  if (!isWhole) return Outcome::Changed;
-  if (isSame) return Outcome::Done;
-  const QList<BackupFile> earlier = folder.NewestFirst();
-  dao::FrozenDatabase::Place(*copy, folder.PathOf(name));
-  folder.MarkAsNewest(name, now, earlier);
-  return Outcome::Done;
-}
-
 // Returns the path of the copy with the present contents, which may exist already.
 QString CopyUnlessSame(const dao::FrozenDatabase& database, const BackupFolder& folder, const QDateTime& now,
                        const QString& keep = {}) {
@@ -177,6 +151,31 @@ QString CopyUnlessSame(const dao::FrozenDatabase& database, const BackupFolder& 
   folder.MarkAsNewest(name, now, earlier);
   DeleteExpired(folder, now.date(), keep);
   return folder.PathOf(name);
+}
+
+// As CopyUnlessSame, but others may write while the file is copied, which takes seconds for a large one on a network
+// folder. They wait only while what they wrote is copied again.
+void CopyWhileOthersWrite(dao::FrozenDatabase& database, const BackupFolder& folder, const QDateTime& now) {
+  bool isSame = false;
+  std::unique_ptr<files::AtomicFile> copy;
+  QString name;
+  const bool isWhole = database.UnchangedDuring([&] {
+    folder.RemoveUnfinished();
+    isSame = SameAsNewest(database, folder).has_value();
+    if (isSame) return;
+    folder.Make(database);
+    name = folder.NewName(now);
+    copy = database.Prepare(folder.PathOf(name));
+  });
+  if (folder.HasCopyOf(now.date()) || (isSame && isWhole)) return;  // another program made one, or none is needed
+  if (isSame) {
+    CopyUnlessSame(database, folder, now);
+    return;
+  }
+  if (!isWhole) database.Refresh(*copy, folder.PathOf(name));
+  const QList<BackupFile> earlier = folder.NewestFirst();
+  dao::FrozenDatabase::Place(*copy, folder.PathOf(name));
+  folder.MarkAsNewest(name, now, earlier);
 }
 
 }  // namespace
@@ -195,10 +194,7 @@ void BackUpDaily(const QString& databasePath, const QDateTime& now) {
     const auto frozen = FrozenIfExists(databasePath, {});
     // Another program may have made it while this one waited for its turn.
     if (!frozen || folder.HasCopyOf(now.date())) return;
-    bool isDone = false;
-    for (int attempt = 0; attempt < kAttempts && !isDone; ++attempt)
-      isDone = CopyWhileOthersMayWrite(*frozen, folder, now) == Outcome::Done;
-    if (!isDone) CopyUnlessSame(*frozen, folder, now);  // the others wait
+    CopyWhileOthersWrite(*frozen, folder, now);
   }
   DeleteExpired(folder, now.date());
 }

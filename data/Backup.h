@@ -19,7 +19,7 @@
 std::optional<QString> BackUp(const QString& databasePath, const QString& password = {}, const QString& keep = {});
 
 // Makes a copy unless one was made today, by this program or another one. Does nothing when the database does not
-// exist. Readers are not delayed; writers only when others wrote during each of three attempts to read the file. Throws
+// exist. Readers are not delayed; writers only while what was written during the copying is copied again. Throws
 // runtime::Error when no copy could be made. May run in any thread.
 void BackUpDaily(const QString& databasePath, const QDateTime& now);
 

@@ -13,13 +13,27 @@ bool IsListStatement(QStringView sqlSyntax) {
          sqlSyntax.startsWith(u"DELETE FROM tblCopie_ItemsItemSpots ");
 }
 
+void ChangeCounter::Add(QStringView sqlSyntax) {
+  if (IsListStatement(sqlSyntax)) {
+    if (listMayFollow_) return;
+    itemMayFollow_ = true;
+    listMayFollow_ = true;
+  } else {
+    const bool isOfCountedList = itemMayFollow_ && sqlSyntax.startsWith(u"DELETE FROM tblCopie_Items ");
+    itemMayFollow_ = false;
+    listMayFollow_ = sqlSyntax.startsWith(u"INSERT INTO tblItems ") || sqlSyntax.startsWith(u"UPDATE tblItems ");
+    if (isOfCountedList) return;
+  }
+  ++count_;
+}
+
 int CountWaitingChanges() {
-  int waiting = 0;
+  ChangeCounter waiting;
   dao::OpenDatabase(global.localDatabasePath)
       .Visit(u"SELECT tblOfflineLog.SqlSyntax FROM tblOfflineLog"_s, [&](const dao::Row& row) {
         const QStringView statement = runtime::TrimBlanks(QStringView(row.Text(0)));
-        if (!statement.isEmpty() && !IsListStatement(statement)) ++waiting;
+        if (!statement.isEmpty()) waiting.Add(statement);
         return true;
       });
-  return waiting + QueuedStatementCount();
+  return waiting.Count() + QueuedStatementCount();
 }

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "export/ExportContent.h"
 
-#include "data/WaitingChanges.h"
 #include "platform/dao/Database.h"
 #include "platform/runtime/CodePage.h"
 #include "platform/runtime/Dates.h"
@@ -44,7 +43,7 @@ void ExportContent::AddLog(const QString& localDatabasePath, std::optional<qint3
 void ExportContent::Add(QStringView sqlSyntax) {
   const QStringView statement = runtime::TrimBlanks(sqlSyntax);
   if (statement.isEmpty()) return;
-  if (!IsListStatement(statement)) ++changeCount_;
+  changes_.Add(statement);
   if (!runtime::AppendCodePage(statement, block_)) altered_.Add(statement);
   block_ += ";\r\n";
   if (block_.size() >= kBlock) Flush();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "data/WaitingChanges.h"
 #include "export/ContentDigest.h"
 
 #include <QByteArray>
@@ -48,7 +49,7 @@ class ExportContent {
   qint64 ByteCount() const { return byteCount_; }
   // Log rows read, including empty ones.
   int RowCount() const { return rowCount_; }
-  int ChangeCount() const { return changeCount_; }
+  int ChangeCount() const { return changes_.Count(); }
   qint32 HighestID() const { return highestID_; }
 
  private:
@@ -60,7 +61,7 @@ class ExportContent {
   AlteredStatements altered_;
   qint64 byteCount_ = 0;
   int rowCount_ = 0;
-  int changeCount_ = 0;
+  ChangeCounter changes_;
   qint32 highestID_ = std::numeric_limits<qint32>::min();
 };
 

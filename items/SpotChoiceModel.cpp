@@ -40,6 +40,10 @@ QVariant TextColour(const LineDetails& details, int column) {
   return {};
 }
 
+QVariant AlignmentOf(int column) {
+  return QVariant::fromValue((column == SpotChoiceModel::kLengte ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+}
+
 }  // namespace
 
 void SpotChoiceModel::SetSpots(std::vector<Spot> spots) {
@@ -110,7 +114,7 @@ QVariant SpotChoiceModel::data(const QModelIndex& index, int role) const {
     case Qt::ToolTipRole:
       return details.toolTip;
     case Qt::TextAlignmentRole:
-      return QVariant::fromValue((index.column() == kLengte ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+      return AlignmentOf(index.column());
     default:
       return {};
   }
@@ -123,6 +127,7 @@ bool SpotChoiceModel::setData(const QModelIndex& index, const QVariant& value, i
 }
 
 QVariant SpotChoiceModel::headerData(int section, Qt::Orientation orientation, int role) const {
+  if (orientation == Qt::Horizontal && role == Qt::TextAlignmentRole) return AlignmentOf(section);
   if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
   const QStringList headings{u"Naam"_s, u"Toestand"_s, u"Lengte"_s};
   return headings.at(section);

@@ -91,6 +91,18 @@ std::unique_ptr<files::AtomicFile> FrozenDatabase::Prepare(const QString& target
   });
 }
 
+void FrozenDatabase::Refresh(files::AtomicFile& prepared, const QString& targetPathText) const {
+  JetFile::WithUserErrors(targetPathText, runtime::HostPath(targetPathText), [&] {
+    jet::File& source = database_->Shared().OpenedFile();
+    const std::uint64_t size = source.Size();
+    for (std::uint64_t offset = 0; offset < size; offset += kChunk) {
+      const jet::Bytes chunk = ReadChunk(source, offset);
+      prepared.Rewrite(offset, {reinterpret_cast<const char*>(chunk.data()), chunk.size()});
+    }
+    prepared.Truncate(size);
+  });
+}
+
 void FrozenDatabase::Place(files::AtomicFile& prepared, const QString& targetPathText) {
   JetFile::WithUserErrors(targetPathText, runtime::HostPath(targetPathText), [&] { prepared.Commit(); });
 }

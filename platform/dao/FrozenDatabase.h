@@ -41,6 +41,8 @@ class FrozenDatabase {
   void CopyTo(const QString& targetPathText) const;
   // CopyTo in two steps: the copy is written, durable, under a temporary name, and then put in its place.
   std::unique_ptr<files::AtomicFile> Prepare(const QString& targetPathText) const;
+  // Makes a prepared copy equal to the file: writes again what others have changed since.
+  void Refresh(files::AtomicFile& prepared, const QString& targetPathText) const;
   static void Place(files::AtomicFile& prepared, const QString& targetPathText);
 
  private:

@@ -4,6 +4,7 @@
 #include "platform/files/Error.h"
 #include "platform/files/TemporaryName.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <string>
 
@@ -98,6 +99,24 @@ void AtomicFile::RemoveTemporary() {
 void AtomicFile::Write(std::string_view content) {
   WithPath(path_, [&] { file_->WriteAt(written_, AsBytes(content)); });
   written_ += content.size();
+  isDurable_ = false;
+}
+
+void AtomicFile::Rewrite(std::uint64_t offset, std::string_view content) {
+  WithPath(path_, [&] {
+    std::string present(content.size(), '\0');
+    present.resize(file_->ReadAt(offset, {reinterpret_cast<std::uint8_t*>(present.data()), present.size()}));
+    if (present == content) return;
+    file_->WriteAt(offset, AsBytes(content));
+    isDurable_ = false;
+  });
+  written_ = std::max(written_, offset + content.size());
+}
+
+void AtomicFile::Truncate(std::uint64_t size) {
+  if (size == written_) return;
+  WithPath(path_, [&] { file_->Truncate(size); });
+  written_ = size;
   isDurable_ = false;
 }
 

@@ -31,6 +31,10 @@ class AtomicFile {
   AtomicFile& operator=(const AtomicFile&) = delete;
 
   void Write(std::string_view content);
+  // Writes these bytes again where the temporary file, as written so far, has others.
+  void Rewrite(std::uint64_t offset, std::string_view content);
+  // Ends the content there; `size` is at most the number of bytes written.
+  void Truncate(std::uint64_t size);
   // Syncs the content to the disk under the temporary name. Commit includes this.
   void Sync();
   // Makes the directory entry of the temporary file durable.

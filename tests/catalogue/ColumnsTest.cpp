@@ -194,6 +194,7 @@ TEST_P(Columns, TheCountIsNeverCut) {
   ASSERT_TRUE(IsRead(form));
   form.resize(460, 437);
   QCoreApplication::processEvents();
+  EXPECT_EQ(form.width(), 460) << "the text may not widen the window";
   const auto& count = Child<QLabel>(form, u"lblAantal"_s);
   const QRect needed =
       count.fontMetrics().boundingRect(QRect(0, 0, count.width(), 1000), Qt::TextWordWrap, count.text());
