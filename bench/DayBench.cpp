@@ -15,6 +15,7 @@
 #include "data/Globals.h"
 #include "data/Lookups.h"
 #include "data/Schema.h"
+#include "data/Writes.h"
 #include "export/OfflineLogExport.h"
 #include "items/frmItemsDetail.h"
 #include "media/frmItemSpotsDetail.h"
@@ -81,15 +82,16 @@ class Day {
     Search();
     Spot({"day-edit", "opening an item-spot"}, {"day-save", "saving an item-spot", 1});
     Item({"day-item", "opening an item of 20 spots"},
-         {"day-item-save", "saving an item of 20 spots", 2 + kSpotsInItem});
+         {"day-item-save", "saving an item of 20 spots", 2 + kSpotsInItem, 100, 10});
     // A backup, and a table emptied and filled; of items two tables.
     Close<frmItems>({"day-items-close", "closing the list of items", 5, 100, 5});
     Close<frmItemSpots>({"day-close", "closing the list of item-spots", 3, 200, 5});
     steps_.Run(disk_, {"day-offline", "going offline", 1}, [](int) { return UseOnline(false); });
+    SaveFirstOffline();
     // Each statement is kept with its basis, carried out and logged.
     Spot({"day-offline-edit", "offline: opening an item-spot"}, {"day-offline-save", "offline: saving it", 3});
     Item({"day-offline-item", "offline: opening an item of 20"},
-         {"day-offline-item-save", "offline: saving it", 3 * (2 + kSpotsInItem), 200});
+         {"day-offline-item-save", "offline: saving it", 3 * (2 + kSpotsInItem), 200, 10});
     Export();
     UseOnline(true);
   }
@@ -162,6 +164,12 @@ class Day {
                     .OpenRecordset(u"SELECT ItemID FROM "_s + catalogue.itemsItemSpots)
                     .RecordCount() == kSpotsInItem,
             "the item is saved");
+  }
+
+  // The first statement offline also makes the table of the basis.
+  static void SaveFirstOffline() {
+    const Catalogue catalogue = CurrentCatalogue();
+    Require(Update_tblItemSpots_Aktief(1, 1, catalogue.databasePath, catalogue.itemSpots), "a save");
   }
 
   template <class List>

@@ -28,6 +28,7 @@
 #include <QScopeGuard>
 #include <QScreen>
 
+#include <utility>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -35,13 +36,13 @@ using runtime::Trapped;
 
 namespace {
 
-std::vector<controls::ListBox::Line> LinesOf(dao::Recordset rows) {
+// The ID and the text of each row.
+std::vector<controls::ListBox::Line> LinesOf(const QString& databasePath, const QString& select) {
   std::vector<controls::ListBox::Line> lines;
-  if (rows.Bof() && rows.Eof()) return lines;
-  lines.reserve(static_cast<std::size_t>(rows.RecordCount()));
-  for (rows.MoveFirst(); !rows.Eof(); rows.MoveNext()) {
-    lines.push_back({rows.Field(u"Code"_s).toString(), rows.Field(u"ID"_s).toLongLong()});
-  }
+  dao::OpenDatabase(databasePath).Visit(select, [&](const dao::Row& row) {
+    lines.push_back({row.Text(1).toString(), row.Field(0).toLongLong()});
+    return true;
+  });
   return lines;
 }
 
@@ -152,12 +153,11 @@ void OverviewForm::FillLstOverzicht() {
   Trapped(__func__, [&] {
     const Catalogue catalogue = CurrentCatalogue();
     const QString table = TableOf(catalogue);
-    dao::Database database = dao::OpenDatabase(catalogue.databasePath);
-    const dao::Recordset rows =
-        database.OpenRecordset(u"SELECT "_s + table + u".ID, "_s + table + u".Naam As Code "_s + u"From "_s + table +
-                               u" "_s + Filter(table) + u"ORDER BY "_s + table + u".Naam"_s);
+    std::vector<controls::ListBox::Line> lines =
+        LinesOf(catalogue.databasePath, u"SELECT "_s + table + u".ID, "_s + table + u".Naam As Code "_s + u"From "_s +
+                                            table + u" "_s + Filter(table) + u"ORDER BY "_s + table + u".Naam"_s);
     List().Clear();
-    List().AddItems(LinesOf(rows));
+    List().AddItems(std::move(lines));
     read_ = true;
     OnRefilled();
     Sort();
