@@ -156,7 +156,8 @@ void OverviewActions::Finish(const Tally& tally, const QString& done, bool canUn
 }
 
 void OverviewActions::cmdDesaktiveerAlle_Click() {
-  Trapped(__func__, [&, procedure = __func__] {
+  const char* const procedure = __func__;
+  Trapped(procedure, [&] {
     Forget();
     const Tally tally = Run(procedure, u"Desaktiveren ..."_s, MarkedLines(), [&](const Marked& line) {
       const std::optional<qint32> before = ReadAktief(subject_.kind, line.id);
@@ -170,7 +171,8 @@ void OverviewActions::cmdDesaktiveerAlle_Click() {
 }
 
 void OverviewActions::cmdEinddatum_Click() {
-  Trapped(__func__, [&, procedure = __func__] {
+  const char* const procedure = __func__;
+  Trapped(procedure, [&] {
     const std::vector<Marked> lines = MarkedLines();
     frmGeldigheid form(window_, frmGeldigheid::Part::EindDatum, Count(static_cast<qsizetype>(lines.size())));
     form.ShowModal();
@@ -184,7 +186,8 @@ void OverviewActions::cmdEinddatum_Click() {
 }
 
 void OverviewActions::cmdUren_Click() {
-  Trapped(__func__, [&, procedure = __func__] {
+  const char* const procedure = __func__;
+  Trapped(procedure, [&] {
     const std::vector<Marked> lines = MarkedLines();
     frmGeldigheid form(window_, frmGeldigheid::Part::Uren, Count(static_cast<qsizetype>(lines.size())));
     form.ShowModal();
@@ -200,7 +203,8 @@ void OverviewActions::cmdUren_Click() {
 
 // The copies are marked lightly, not the originals.
 void OverviewActions::cmdDupliceren_Click() {
-  Trapped(__func__, [&, procedure = __func__] {
+  const char* const procedure = __func__;
+  Trapped(procedure, [&] {
     const std::vector<Marked> lines = MarkedLines();
     if (lines.empty()) return;
     Forget();
@@ -225,10 +229,12 @@ void OverviewActions::cmdDupliceren_Click() {
 
 // Once: what cannot be written back now is named, and not offered again.
 void OverviewActions::cmdOngedaan_Click() {
-  Trapped(__func__, [&, procedure = __func__] {
+  const char* const procedure = __func__;
+  Trapped(procedure, [&] {
     const std::vector<Former> undo = std::exchange(undo_, {});
     if (undo.empty()) return;
     std::vector<Marked> lines;
+    lines.reserve(undo.size());
     for (const Former& former : undo)
       lines.push_back({former.id, former.naam});
     std::size_t next = 0;

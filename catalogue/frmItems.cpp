@@ -167,7 +167,7 @@ std::vector<qint64> frmItems::SortKeys(controls::LineColumn column) const {
 }
 
 QString frmItems::CountText() const {
-  const QString count = OverviewForm::CountText();
+  QString count = OverviewForm::CountText();
   if (List().ListCount() == 0) return count;
   if (!survey_->IsFinished()) return count + u", wordt nagekeken"_s;
   if (survey_->ProblemCount() == 0) return count;

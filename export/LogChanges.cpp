@@ -91,6 +91,18 @@ std::optional<ReadStatement> FromText(const QString& sqlSyntax) {
   }
 }
 
+// A change that later statements may continue.
+struct Started {
+  qint64 key = 0;
+  LogChange change;
+  std::optional<ReadStatement> record;
+  bool hasList = false;
+  bool isCleared = false;  // by the statement that knows what the list was
+  bool knowsBefore = true;
+  QList<qint64> before;
+  QList<qint64> after;
+};
+
 class Reader {
  public:
   explicit Reader(const QString& localDatabasePath) {
@@ -139,17 +151,6 @@ class Reader {
 
  private:
   // The change whose statements are being read.
-  struct Started {
-    qint64 key = 0;
-    LogChange change;
-    std::optional<ReadStatement> record;
-    bool hasList = false;
-    bool isCleared = false;  // by the statement that knows what the list was
-    bool knowsBefore = true;
-    QList<qint64> before;
-    QList<qint64> after;
-  };
-
   // An item, then its list; a cleanup deletes the list, then the item.
   bool Continues(const ReadStatement& read, bool isList) const {
     if (isList) {

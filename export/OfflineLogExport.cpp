@@ -81,7 +81,7 @@ QString SourceName() {
   constexpr qsizetype kDigits = 16;
   const QString host = runtime::HostPath(global.programFolder);
   const QString real = QFileInfo(host).canonicalFilePath();
-  const QString source = QSysInfo::machineHostName() + u' ' + (real.isEmpty() ? host : real);
+  QString source = QSysInfo::machineHostName() + u' ' + (real.isEmpty() ? host : real);
   if (source.size() <= kLongest) return source;
   return source.left(kLongest - kDigits - 1) + u' ' +
          QString::fromLatin1(ContentDigest::Of(source.toUtf8()).first(kDigits));
@@ -117,7 +117,7 @@ QString OfflineLogExport::WriteFile(const QString& folder, SameSecond sameSecond
   file.SyncName();
   ExportBasisFile basisFile(localDatabasePath_, highestID_, HeaderOf(content, digest));
   try {
-    const QString path = PlaceFile(file, basisFile, folder, second, digest, sameSecond);
+    QString path = PlaceFile(file, basisFile, folder, second, digest, sameSecond);
     sameNumber_ = basisFile.RecordsWithSameNumber();
     return path;
   } catch (const runtime::Error&) {
@@ -132,7 +132,7 @@ QString OfflineLogExport::PlaceFile(runtime::StagedFile& file, ExportBasisFile& 
                                     QDateTime second, const QByteArray& digest, SameSecond sameSecond) const {
   const bool replaces = MayReplace(folder, second, sameSecond);
   for (;; second = second.addSecs(1)) {
-    const QString path = PathOf(folder, second);
+    QString path = PathOf(folder, second);
     basisFile.Stage(path);
     const ExportRecord record{path,   file.TemporaryPath(),      highestID_,
                               digest, basisFile.TemporaryPath(), basisFile.Digest()};

@@ -68,6 +68,10 @@ class Run {
   void ChangeList(const Unit& unit);
 
   Change ChangeOf(const Unit& unit);
+  // Rows and fields of the change, from its basis (exact rows) or from the statement (`after` has only its fields).
+  // Returns the record as the workstation's own, if it made it.
+  const OwnNumbers::Own* TakeBasis(const Unit& unit, const ExportStatement& statement, Change& change);
+  const OwnNumbers::Own* TakeStatement(const Unit& unit, const ExportStatement& statement, Change& change);
   void TakeList(const Unit& unit, Change& change);
   Merge MergeOf(const Change& change, const Row& found, const SpotList& list) const;
   void MergeFields(const Change& change, const Row& found, Merge& merge) const;

@@ -82,16 +82,7 @@ void Run::TakeList(const Unit& unit, Change& change) {
   std::ranges::sort(*change.baseList);
 }
 
-// With a basis the rows are exact; without one `after` has only the fields of the statement.
-Run::Change Run::ChangeOf(const Unit& unit) {
-  Change change;
-  change.table = unit.table;
-  change.key = unit.key;
-  const std::size_t place = *unit.record;
-  const ExportStatement& statement = file_.statements[place];
-  change.line = statement.line;
-  change.deletes = statement.verb == Verb::Delete;
-  change.entry = file_.EntryOf(place);
+const OwnNumbers::Own* Run::TakeBasis(const Unit& unit, const ExportStatement& statement, Change& change) {
   const auto take = [&](const QList<basis::Row>& rows, std::optional<Row>& row, QString& fingerprint) {
     if (rows.isEmpty()) return;
     row = target_.RowOf(unit.table, change.entry->fields, rows.first());
@@ -99,21 +90,32 @@ Run::Change Run::ChangeOf(const Unit& unit) {
     if (statement.verb == Verb::Insert || numbers_->Find(unit.table, unit.key) != nullptr)
       fingerprint = basis::Fingerprint(rows.first());
   };
-  const OwnNumbers::Own* own = nullptr;
-  if (change.entry != nullptr) {
-    take(change.entry->before, change.base, change.before);
-    take(change.entry->after, change.after, change.fingerprint);
-    change.fields = target_.FieldNames(unit.table);
-    own = numbers_->FindAs(unit.table, unit.key, change.before);
-  } else {
-    if (statement.verb != Verb::Delete) change.after = RowOfStatement(place);
-    if (change.after && unit.table == Table::Items) FollowReferences(*change.after, nullptr);
-    change.fields += u"ID"_s;
-    for (const auto& [field, value] : statement.values) {
-      if (field != u"ID"_s) change.fields += field;
-    }
-    own = numbers_->Find(unit.table, unit.key);
+  take(change.entry->before, change.base, change.before);
+  take(change.entry->after, change.after, change.fingerprint);
+  change.fields = target_.FieldNames(unit.table);
+  return numbers_->FindAs(unit.table, unit.key, change.before);
+}
+
+const OwnNumbers::Own* Run::TakeStatement(const Unit& unit, const ExportStatement& statement, Change& change) {
+  if (!change.deletes) change.after = RowOfStatement(*unit.record);
+  if (change.after && unit.table == Table::Items) FollowReferences(*change.after, nullptr);
+  change.fields += u"ID"_s;
+  for (const auto& [field, value] : statement.values) {
+    if (field != u"ID"_s) change.fields += field;
   }
+  return numbers_->Find(unit.table, unit.key);
+}
+
+Run::Change Run::ChangeOf(const Unit& unit) {
+  Change change;
+  change.table = unit.table;
+  change.key = unit.key;
+  const ExportStatement& statement = file_.statements[*unit.record];
+  change.line = statement.line;
+  change.deletes = statement.verb == Verb::Delete;
+  change.entry = file_.EntryOf(*unit.record);
+  const OwnNumbers::Own* own =
+      change.entry != nullptr ? TakeBasis(unit, statement, change) : TakeStatement(unit, statement, change);
   change.number = own != nullptr && statement.verb != Verb::Insert ? own->server : unit.key;
   for (std::optional<Row>* row : {&change.base, &change.after}) {
     if (*row) (**row)[target_.Place(unit.table, u"ID"_s)] = std::int64_t{change.number};

@@ -116,7 +116,7 @@ std::optional<Columns> ColumnsOf(QString heading) {
 
 QDateTime MomentOf(const QString& text) {
   for (const QString& form : {u"yyyy-MM-dd HH:mm:ss"_s, u"yyyy-MM-ddTHH:mm:ss"_s, u"dd-MM-yyyy HH:mm:ss"_s}) {
-    if (const QDateTime moment = QDateTime::fromString(text, form); moment.isValid()) return moment;
+    if (QDateTime moment = QDateTime::fromString(text, form); moment.isValid()) return moment;
   }
   return {};
 }

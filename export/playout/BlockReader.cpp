@@ -38,7 +38,7 @@ QHash<qint32, BlockSpot> ReadSpots(const Catalogue& catalogue) {
     spot.mixMs = NumberIn(row, u"Mixpunt"_s);
     spot.playCount = NumberIn(row, u"AantalGedraaid"_s);
     spot.lastPlayed = row.Field(u"LaatstGedraaid"_s).toDateTime();
-    spots.insert(spot.id, std::move(spot));
+    spots.insert(spot.id, spot);
   }
   return spots;
 }
@@ -54,7 +54,7 @@ QHash<qint32, BlockJingle> ReadJingles(const Catalogue& catalogue) {
     jingle.aktief = stored.aktief != 0;
     jingle.mixMs = stored.mixPunt.value_or(0);
     jingle.lengteSec = stored.lengteSec;
-    jingles.insert(jingle.id, std::move(jingle));
+    jingles.insert(jingle.id, jingle);
   }
   return jingles;
 }

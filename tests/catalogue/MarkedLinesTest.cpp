@@ -52,12 +52,13 @@ class MarkedLines : public CatalogueTestInBothModes {
     return days;
   }
 
-  // Marks all lines and gives them this first hour; empty leaves the field as it opens.
-  void SetFirstHourOfAll(Form& form, const QString& hour) {
+  // Marks all lines and gives them these hours; empty leaves a field as it opens.
+  void SetHoursOfAll(Form& form, const QString& start, const QString& end = {}) {
     QTest::keyClick(&List(form), Qt::Key_A, Qt::ControlModifier);
     ModalDriver modal;
     modal.OnNext(u"frmGeldigheid"_s, [&](QDialog& window) {
-      if (!hour.isEmpty()) testing_support::SetText(window, u"txtStartUur"_s, hour);
+      if (!start.isEmpty()) testing_support::SetText(window, u"txtStartUur"_s, start);
+      if (!end.isEmpty()) testing_support::SetText(window, u"txtEindUur"_s, end);
       Click(window, u"cmdOk"_s);
     });
     Click(form, u"cmdUren"_s);
@@ -172,14 +173,7 @@ TEST_P(MarkedLines, HoursAreCorrectedAndWritten) {
   AddSpots(2);
   frmItemSpots form(nullptr);
   Open(form);
-  QTest::keyClick(&List(form), Qt::Key_A, Qt::ControlModifier);
-  ModalDriver modal;
-  modal.OnNext(u"frmGeldigheid"_s, [&](QDialog& window) {
-    testing_support::SetText(window, u"txtStartUur"_s, u"7"_s);
-    testing_support::SetText(window, u"txtEindUur"_s, u"30"_s);
-    Click(window, u"cmdOk"_s);
-  });
-  Click(form, u"cmdUren"_s);
+  SetHoursOfAll(form, u"7"_s, u"30"_s);
   EXPECT_EQ(InField(u"StartUur"_s), (QList<int>{7, 7}));
   EXPECT_EQ(InField(u"EindUur"_s), (QList<int>{23, 23}));
   EXPECT_EQ(ResultOf(form), u"Uren 7 tot en met 23 bij 2 item-spots"_s);
@@ -212,7 +206,7 @@ TEST_P(MarkedLines, ARecordWithoutANameIsLeftOut) {
   station_.OnCurrent(u"INSERT INTO %1 (ID, Aktief) VALUES (9, 1)"_s.arg(Table(u"ItemSpots"_s)));
   frmItemSpots form(nullptr);
   Open(form);
-  SetFirstHourOfAll(form, {});
+  SetHoursOfAll(form, {});
   ASSERT_EQ(boxes_.Shown().size(), 1u);
   EXPECT_TRUE(boxes_.Last().text.startsWith(u"Niet gewijzigd"_s));
   EXPECT_EQ(ResultOf(form), u"Uren 0 tot en met 23 bij 0 item-spots (1 was al zo)"_s);
@@ -224,7 +218,7 @@ TEST_P(MarkedLines, TheFirstFailureEndsTheAction) {
   station_.OnCurrent(u"UPDATE %1 SET Path = 'D:\\a\"b.mp3' WHERE ID = 2"_s.arg(Table(u"ItemSpots"_s)));
   frmItemSpots form(nullptr);
   Open(form);
-  SetFirstHourOfAll(form, u"6"_s);
+  SetHoursOfAll(form, u"6"_s);
   OnlyError(u"Update_tblItemSpots"_s);
   EXPECT_EQ(InField(u"StartUur"_s), (QList<int>{6, 0, 0}));
   EXPECT_EQ(ResultOf(form), u"Uren 6 tot en met 23 bij 1 item-spot (gestopt, nog 2 niet gedaan)"_s);
