@@ -200,7 +200,7 @@ class Day {
           OfflineLogExport exported(global.localDatabasePath);
           exported.WriteFile(global.exportPath);
           exported.EmptyLog();
-          count += exported.StatementCount();
+          count += exported.ChangeCount();
           return {};
         },
         [](int) {
@@ -208,7 +208,7 @@ class Day {
           editor->findChild<QLineEdit*>(u"txtNaam"_s)->setText(u"Voor de export"_s);
           Click(*editor, u"cmdOk"_s);
         });
-    Require(count > kSpotsInItem, "the statements are exported");
+    Require(count > kSpotsInItem, "the changes are exported");
   }
 
   DaySteps& steps_;
