@@ -270,10 +270,10 @@ void TextOrder::AppendKey(std::u16string_view text, Bytes& key) const {
 // In one pass: most texts have weights of one byte, no accents and no specials. A unit of a surrogate pair is as
 // unknown as its character.
 bool TextOrder::TryAppendKey(std::u16string_view text, Bytes& key) const {
-  constexpr std::size_t kMaxBytes = 4;  // of the weights of one character
+  constexpr std::size_t kMaxWeightBytes = 4;  // of the weights of one character
   const std::size_t before = key.size();
   text = WithoutTrailingSpaces(text.substr(0, kCharactersInKey));
-  key.resize(before + kMaxBytes * text.size());
+  key.resize(before + kMaxWeightBytes * text.size());
   std::uint8_t* end = key.data() + before;
   std::size_t weights = 0;
   Bytes accents;  // of the weights up to the last accent
