@@ -171,7 +171,8 @@ std::filesystem::path Journal::SetAside() {
   int number = 0;
   do {
     kept = path_;
-    kept += "-" + std::to_string(++number);
+    kept += "-";
+    kept += std::to_string(++number);
   } while (files_.Exists(kept));
   files_.Rename(path_, kept);
   files_.SyncFolderOf(kept);
