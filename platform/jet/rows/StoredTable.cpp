@@ -53,14 +53,15 @@ class StreamReader {
 Bytes ReadStream(PageSource& pages, std::uint32_t first, std::vector<std::uint32_t>& visited) {
   Bytes stream;
   stream.reserve(kPageSize);
-  for (std::uint32_t number = first; number != 0;) {
+  std::uint32_t number = first;
+  do {
     const bool looped = std::find(visited.begin(), visited.end(), number) != visited.end();
     if (looped || visited.size() >= kMaxDefinitionPages) throw DamageAt(number, "de definitie verwijst in een kring");
     const PageRef page = ReadTyped(pages, number, PageType::Definition);
     visited.push_back(number);
     stream.insert(stream.end(), page->begin() + (number == first ? 0 : kContinuationHead), page->end());
     number = LoadU32(page->data() + kNextPageAt);
-  }
+  } while (number != 0);
   return stream;
 }
 

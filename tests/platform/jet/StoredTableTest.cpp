@@ -60,6 +60,12 @@ TEST(StoredTable, ContinuesOnFurtherPages) {
   EXPECT_EQ(read.columns[119].name, u"Column119");
 }
 
+// The number of a table in a damaged catalogue.
+TEST(StoredTable, PageZeroIsNoDefinition) {
+  SpotsImage sample;
+  EXPECT_THROW(Read(sample.image, 0), jet::Error);
+}
+
 TEST(StoredTable, EachTruncationIsAnError) {
   SpotsImage sample;
   DatabaseImage::Page& page = sample.image.At(sample.spots.page);
