@@ -11,8 +11,8 @@ thread_local bool allocationFailed = false;
 
 }  // namespace
 
-// The forms for arrays and without exceptions call these.
-void* operator new(std::size_t size) {
+// The forms for arrays and without exceptions call these. Inlined, a compiler would see new freed by free().
+[[gnu::noinline]] void* operator new(std::size_t size) {
   if (allocationsLeft >= 0 && allocationsLeft-- == 0) {
     allocationFailed = true;
     throw std::bad_alloc();
@@ -20,10 +20,10 @@ void* operator new(std::size_t size) {
   if (void* block = std::malloc(size == 0 ? 1 : size)) return block;
   throw std::bad_alloc();
 }
-void operator delete(void* block) noexcept {
+[[gnu::noinline]] void operator delete(void* block) noexcept {
   std::free(block);
 }
-void operator delete(void* block, std::size_t) noexcept {
+[[gnu::noinline]] void operator delete(void* block, std::size_t) noexcept {
   std::free(block);
 }
 
