@@ -11,13 +11,17 @@ thread_local bool allocationFailed = false;
 
 }  // namespace
 
-// The forms for arrays and without exceptions call these. Inlined, a compiler would see new freed by free().
-[[gnu::noinline]] void* operator new(std::size_t size) {
+// The forms for arrays call these, except with the address sanitizer, which has its own of every form that is missing
+// here: memory of one must not be freed by the other. Inlined, a compiler would see new freed by free().
+[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
   if (allocationsLeft >= 0 && allocationsLeft-- == 0) {
     allocationFailed = true;
-    throw std::bad_alloc();
+    return nullptr;
   }
-  if (void* block = std::malloc(size == 0 ? 1 : size)) return block;
+  return std::malloc(size == 0 ? 1 : size);
+}
+[[gnu::noinline]] void* operator new(std::size_t size) {
+  if (void* block = operator new(size, std::nothrow)) return block;
   throw std::bad_alloc();
 }
 [[gnu::noinline]] void operator delete(void* block) noexcept {
