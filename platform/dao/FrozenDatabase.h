@@ -27,8 +27,8 @@ class FrozenDatabase {
   FrozenDatabase(const FrozenDatabase&) = delete;
   FrozenDatabase& operator=(const FrozenDatabase&) = delete;
 
-  // Gives the write lock up while `work` runs, and waits for it again. True when nobody wrote meanwhile: then what
-  // `work` read of the file is whole.
+  // Releases the write lock while `work` runs and then takes it again. True when no program wrote to the file in
+  // between: then what `work` read belongs together.
   [[nodiscard]] bool UnchangedDuring(const std::function<void()>& work);
 
   // Whether the other file has the same bytes.
