@@ -3,10 +3,12 @@
 // ends at once with an error that contains the name, and leaves the folder unchanged.
 #include "tests/support/Hindrance.h"
 #include "tests/tools/RunTool.h"
+#include "tools/Commands.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QSet>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -38,6 +40,9 @@ const QList<Call>& CallsOnFiles() {
                                  {"sql that writes", {u"sql"_s, kName, u"DELETE FROM tblOfflineLog"_s}},
                                  {"measure", {u"measure"_s, kName}},
                                  {"check", {u"check"_s, kName}},
+                                 {"conflicts", {u"conflicts"_s, kName}},
+                                 {"apply to", {u"apply"_s, kName, u"20250311143207.tql"_s, u"--from"_s, u"A"_s}},
+                                 {"played from", {u"played"_s, kName, u"uitzendlog.txt"_s}},
                                  {"compact", {u"compact"_s, kName}},
                                  {"compact without backup", {u"compact"_s, kName, u"--zonder-reservekopie"_s}},
                                  {"compact from", {u"compact"_s, kName, u"nieuw.mdb"_s}},
@@ -51,18 +56,22 @@ const QList<Call>& CallsOnFolders() {
   static const QList<Call> calls{{"export", {u"export"_s, kName}},
                                  {"spots", {u"spots"_s, kName}},
                                  {"locate", {u"locate"_s, kName, u"."_s}},
+                                 {"playout", {u"playout"_s, kName, u"--form"_s, u"m3u"_s, u"--to"_s, u"."_s}},
                                  {"locate in", {u"locate"_s, u"zender"_s, kName}}};
   return calls;
 }
 
 const QList<Call>& CallsOnLogs() {
-  static const QList<Call> calls{{"played", {u"played"_s, u"goed.mdb"_s, kName}}};
+  static const QList<Call> calls{
+      {"played", {u"played"_s, u"goed.mdb"_s, kName}},
+      {"apply", {u"apply"_s, u"zender/server/OvalistoServer.mdb"_s, kName, u"--from"_s, u"A"_s}}};
   return calls;
 }
 
 const QList<Call>& CallsThatMake() {
   static const QList<Call> calls{{"create", {u"create"_s, kName}},
                                  {"demo", {u"demo"_s, kName}},
+                                 {"playout to", {u"playout"_s, u"zender"_s, u"--form"_s, u"m3u"_s, u"--to"_s, kName}},
                                  {"compact to", {u"compact"_s, u"goed.mdb"_s, kName}}};
   return calls;
 }
@@ -76,6 +85,8 @@ class BadNamesDeathTest : public testing::Test {
     for (const char* name : {".", "zender", "zender/data"})
       ::chmod(name, 0777);
     ::chmod("goed.mdb", 0666);
+    Put(u"20250311143207.tql"_s, "UPDATE tblItems SET Naam = 'Nieuws' WHERE ID = 1;\r\n");
+    Put(u"uitzendlog.txt"_s, {});
   }
   ~BadNamesDeathTest() override { QDir::setCurrent(before_); }
 
@@ -119,6 +130,14 @@ class BadNamesDeathTest : public testing::Test {
 
 }  // namespace
 
+TEST(BadNames, EveryCommandIsCalled) {
+  QSet<QString> called;
+  for (const Call& call : CallsOnFiles() + CallsOnFolders() + CallsOnLogs() + CallsThatMake())
+    called.insert(call.words.first());
+  for (const Command& command : AllCommands())
+    EXPECT_TRUE(called.contains(command.name)) << command.name.toStdString();
+}
+
 TEST_F(BadNamesDeathTest, APipe) {
   ASSERT_EQ(::mkfifo("pijp", 0666), 0);
   ::chmod("pijp", 0666);
@@ -135,7 +154,7 @@ TEST_F(BadNamesDeathTest, AFolder) {
   QDir().mkdir(u"map"_s);
   ::chmod("map", 0777);
   ExpectRefused(CallsOnFiles() + CallsOnLogs(), u"map"_s);
-  ExpectRefused(CallsOnFolders().first(3), u"map"_s);
+  ExpectRefused(CallsOnFolders().first(4), u"map"_s);
   ExpectRefused({CallsThatMake().last()}, u"map"_s);
 }
 
