@@ -136,7 +136,7 @@ bool HasOrderColumn(const TableDef& table, qsizetype field) {
 }
 
 QString ServerIndexName(const TableDef& table, const IndexDef& index) {
-  const QString name = table.name + u'_' + index.name;
+  QString name = table.name + u'_' + index.name;
   if (name.toUtf8().size() <= kLongestServerName) return name;
   const QByteArray digest = QCryptographicHash::hash(name.toUtf8(), QCryptographicHash::Sha1).toHex();
   return u"spotrooster_index_"_s + QString::fromLatin1(digest);
@@ -144,7 +144,7 @@ QString ServerIndexName(const TableDef& table, const IndexDef& index) {
 
 std::shared_ptr<Catalog> CatalogOf(const ServerAddress& address) {
   const QString key = CatalogKey(address);
-  const auto known = Known().value(key);
+  auto known = Known().value(key);
   if (known && std::chrono::steady_clock::now() - known->read < kCacheTime) return known;
   try {
     return *Known().insert(key, ReadAnyCase(address));

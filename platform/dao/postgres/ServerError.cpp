@@ -30,7 +30,7 @@ bool IsWholeNumber(FieldType type) {
 
 QString ConnectionError(const ServerAddress& address, const QString& host, const QString& reason, bool needsPassword) {
   const QString code = CodeIn(reason);
-  const QString path = address.PathText();
+  const QString& path = address.PathText();
   if (needsPassword) {
     return u"De databaseserver van '%1' vraagt een wachtwoord en er is er geen gevonden. Zet het in het bestand "
            "~/.pgpass (alleen leesbaar voor deze gebruiker) en probeer het opnieuw."_s.arg(path);
@@ -67,7 +67,7 @@ QString ConnectionError(const ServerAddress& address, const QString& host, const
 }
 
 QString RefusalError(const ServerAddress& address, const Refusal& refusal) {
-  const QString path = address.PathText();
+  const QString& path = address.PathText();
   const QString& code = refusal.code;
   if (code == u"42501"_s) {
     return u"U hebt geen rechten voor deze handeling op '%1'. Vraag de beheerder om rechten."_s.arg(path);
@@ -102,7 +102,7 @@ QString DuplicateError(const TableDef& table, const IndexDef& index, const Refus
   static const QRegularExpression kValue(u"\\)=\\((.*)\\)"_s);
   const FieldDef& field = table.fields[table.FieldIndex(index.fields.first().name)];
   const QString shown = field.type == FieldType::Text ? QString() : kValue.match(refusal.detail).captured(1);
-  const QString start = u"De waarde%1 van het veld '%2' van de tabel '%3' bestaat al (index '%4')."_s.arg(
+  QString start = u"De waarde%1 van het veld '%2' van de tabel '%3' bestaat al (index '%4')."_s.arg(
       shown.isEmpty() ? shown : u' ' + shown, field.name, table.name, index.name);
   if (!index.primary || !IsWholeNumber(field.type)) return start;
   return start + u" Misschien nam een ander net dit nummer; druk nog eens op OK."_s;
