@@ -33,7 +33,7 @@ QDateTime MomentOf(const Arguments& arguments) {
   if (!arguments.Has(u"--at"_s)) return runtime::Now();
   const QString text = arguments.Value(u"--at"_s);
   for (const QString& form : {u"yyyy-MM-dd HH:mm"_s, u"yyyy-MM-ddTHH:mm"_s, u"dd-MM-yyyy HH:mm"_s}) {
-    const QDateTime moment = QDateTime::fromString(text, form);
+    QDateTime moment = QDateTime::fromString(text, form);
     if (moment.isValid()) return moment;
   }
   throw UseError(u"'%1' is geen moment: geef bijvoorbeeld \"2025-03-11 14:00\"."_s.arg(text));
