@@ -11,15 +11,15 @@
 namespace jet {
 
 MapLayout::MapLayout(PageSource& pages, RowId where) : page_(PageOf(where)) {
-  const std::string name = "gebruikskaart " + std::to_string(SlotOf(where));
+  const auto name = [&] { return "gebruikskaart " + std::to_string(SlotOf(where)); };
   const DataPage page(pages.Read(page_), page_);
   const bool isThere = SlotOf(where) < page.SlotCount();
   const Slot slot = isThere ? page.At(SlotOf(where)) : Slot{SlotKind::Deleted, 0, 0};
-  if (slot.kind != SlotKind::Row || slot.length < kInlineHead) throw DamageAt(page_, name + " ontbreekt");
+  if (slot.kind != SlotKind::Row || slot.length < kInlineHead) throw DamageAt(page_, name() + " ontbreekt");
   start_ = slot.start;
   length_ = slot.length;
   const std::uint8_t* row = page.BytesOf(slot).data();
-  if (row[0] > kReference) throw DamageAt(page_, name + " is van onbekende soort " + std::to_string(row[0]));
+  if (row[0] > kReference) throw DamageAt(page_, name() + " is van onbekende soort " + std::to_string(row[0]));
   isInline_ = row[0] == kInline;
   if (isInline_) {
     first_ = LoadU32(row + 1);
@@ -27,7 +27,7 @@ MapLayout::MapLayout(PageSource& pages, RowId where) : page_(PageOf(where)) {
     ReadEntries(row);
   }
   if (first_ >= kMaxPages) {
-    throw DamageAt(page_, name + " begint bij pagina " + std::to_string(first_) + ", voorbij het grootste bestand");
+    throw DamageAt(page_, name() + " begint bij pagina " + std::to_string(first_) + ", voorbij het grootste bestand");
   }
 }
 
@@ -54,6 +54,13 @@ std::optional<MapLayout::Run> MapLayout::RunAt(PageSource& pages, std::size_t i)
 std::optional<MapLayout::Run> MapLayout::RunOf(PageSource& pages, std::uint32_t page) const {
   const auto run = RunAt(pages, isInline_ ? 0 : page / kPagesPerBitmapPage);
   return run && run->Covers(page) ? run : std::nullopt;
+}
+
+bool MapLayout::Contains(PageSource& pages, std::uint32_t page) const {
+  const auto run = RunOf(pages, page);
+  if (!run) return false;
+  const std::uint32_t bit = page - run->first;
+  return ((*pages.Read(run->holder))[run->start + bit / 8] >> (bit % 8) & 1) != 0;
 }
 
 std::optional<std::size_t> MapLayout::OffsetOfEntry(std::size_t i) const {

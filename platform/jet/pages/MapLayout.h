@@ -51,6 +51,7 @@ class MapLayout {
   std::optional<Run> RunAt(PageSource& pages, std::size_t i) const;
   // The run with a bit for `page`; nothing when there is none.
   std::optional<Run> RunOf(PageSource& pages, std::uint32_t page) const;
+  bool Contains(PageSource& pages, std::uint32_t page) const;
   // Offset of entry `i` of a map by reference in the row's page; nothing when the row is too short.
   std::optional<std::size_t> OffsetOfEntry(std::size_t i) const;
 

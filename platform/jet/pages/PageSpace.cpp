@@ -11,7 +11,7 @@ std::uint32_t PageSpace::Allocate() {
   const std::uint32_t page = TakeLowest();
   while (page >= pages_.PageCount())
     pages_.Append();
-  pages_.Change(page) = PageBytes{};
+  pages_.Renew(page);
   return page;
 }
 

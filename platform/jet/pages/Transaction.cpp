@@ -6,24 +6,35 @@
 namespace jet {
 
 PageRef Transaction::Read(std::uint32_t number) {
+  const std::shared_ptr<PageBytes>* changed = Find(number);
+  return changed != nullptr ? PageRef(*changed) : base_.Read(number);
+}
+
+std::shared_ptr<PageBytes>* Transaction::Find(std::uint32_t number) {
+  Found& recent = found_[number % found_.size()];
+  if (recent.page != nullptr && recent.number == number) return recent.page;
   const auto changed = changes_.find(number);
-  return changed != changes_.end() ? PageRef(changed->second) : base_.Read(number);
+  if (changed == changes_.end()) return nullptr;
+  recent = {number, &changed->second};
+  return recent.page;
 }
 
 PageBytes& Transaction::Change(std::uint32_t number) {
-  std::shared_ptr<PageBytes>& page = changes_[number];
-  if (page == nullptr) {
-    page = std::make_shared<PageBytes>(*base_.Read(number));
-  } else if (page.use_count() > 1) {
-    page = std::make_shared<PageBytes>(*page);
-  }
-  return *page;
+  std::shared_ptr<PageBytes>* changed = Find(number);
+  if (changed == nullptr) return *(changes_[number] = std::make_shared<PageBytes>(*base_.Read(number)));
+  if (changed->use_count() > 1) *changed = std::make_shared<PageBytes>(**changed);
+  return **changed;
 }
 
 std::uint32_t Transaction::Append() {
   if (pageCount_ >= kMaxPages) throw Error(ErrorCode::DiskFull, "Het databasebestand mag niet groter worden dan 2 GB.");
   changes_[pageCount_] = std::make_shared<PageBytes>(PageBytes{});
   return pageCount_++;
+}
+
+PageBytes& Transaction::Renew(std::uint32_t number) {
+  renewed_.push_back(number);
+  return *(changes_[number] = std::make_shared<PageBytes>());
 }
 
 bool Transaction::IsWronglyFree(std::uint32_t number) {

@@ -4,6 +4,7 @@
 #include "platform/jet/pages/DoubtfulFreePages.h"
 #include "platform/jet/pages/PageSource.h"
 
+#include <array>
 #include <map>
 #include <memory>
 #include <unordered_map>
@@ -27,6 +28,10 @@ class Transaction final : public PageSource {
   PageBytes& Change(std::uint32_t number);
   // Appends a page of zeros to the file; returns its number.
   std::uint32_t Append();
+  // Page `number` as zeros, for writing; its content, which is not read, is no longer needed.
+  PageBytes& Renew(std::uint32_t number);
+  // The pages that were renewed.
+  const std::vector<std::uint32_t>& Renewed() const { return renewed_; }
 
   // Whether the file marked page `number` as free before this statement although it is in use.
   bool IsWronglyFree(std::uint32_t number);
@@ -36,15 +41,26 @@ class Transaction final : public PageSource {
   bool IsEmpty() const { return changes_.empty(); }
   // By page number, the order in which they are written.
   std::map<std::uint32_t, PageRef> ChangedPages() const { return {changes_.begin(), changes_.end()}; }
-  // Pages in the file before this statement.
-  std::uint32_t OldPageCount() { return base_.PageCount(); }
+  // The file before this statement.
+  PageSource& Before() { return base_; }
 
  private:
+  // Where a page is in `changes_`, which never moves its entries.
+  struct Found {
+    std::uint32_t number = 0;
+    std::shared_ptr<PageBytes>* page = nullptr;
+  };
+
+  // Null when the page is not changed.
+  std::shared_ptr<PageBytes>* Find(std::uint32_t number);
+
   PageSource& base_;
   DoubtfulFreePagesOfFile noDoubtful_;
   DoubtfulFreePagesOfFile& doubtful_;
   std::uint32_t pageCount_;
   std::unordered_map<std::uint32_t, std::shared_ptr<PageBytes>> changes_;
+  std::array<Found, 16> found_{};  // rows that follow each other use the same few pages
+  std::vector<std::uint32_t> renewed_;
 };
 
 }  // namespace jet

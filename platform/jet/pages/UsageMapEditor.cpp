@@ -10,13 +10,6 @@
 
 namespace jet {
 
-bool UsageMapEditor::Contains(std::uint32_t page) {
-  const auto run = Layout().RunOf(pages_, page);
-  if (!run) return false;
-  const std::uint32_t bit = page - run->first;
-  return ((*pages_.Read(run->holder))[run->start + bit / 8] >> (bit % 8) & 1) != 0;
-}
-
 void UsageMapEditor::Set(const MapLayout::Run& run, std::uint32_t page, bool on) {
   const std::uint32_t bit = page - run.first;
   const std::size_t at = run.start + bit / 8;

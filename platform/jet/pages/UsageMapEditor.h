@@ -16,7 +16,7 @@ class UsageMapEditor {
  public:
   UsageMapEditor(Transaction& pages, RowId where) : pages_(pages), where_(where) {}
 
-  bool Contains(std::uint32_t page);
+  bool Contains(std::uint32_t page) { return Layout().Contains(pages_, page); }
   // Extends the map where needed, with bitmap pages from `space`. Not for the map of free pages itself: see FreePages.
   void Add(PageSpace& space, std::uint32_t page);
   // Adds a page if the map has a bit for it; otherwise returns false.

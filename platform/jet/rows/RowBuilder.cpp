@@ -74,20 +74,6 @@ void AppendTextValue(const StoredColumn& column, const std::u16string& text, Byt
     out.insert(out.end(), {' ', 0});
 }
 
-std::size_t FixedBytes(const StoredColumn& column) {
-  const std::size_t typeSize = TypeSize(column.Type());
-  return typeSize != 0 ? typeSize : column.length;
-}
-
-std::size_t FixedSize(const StoredTable& table) {
-  std::size_t size = 0;
-  for (const StoredColumn& column : table.columns) {
-    if (!column.IsFixed() || column.Type() == ColumnType::Boolean) continue;
-    size = std::max(size, std::size_t{column.fixedOffset} + FixedBytes(column));
-  }
-  return size;
-}
-
 [[noreturn]] void ThrowOverlap(const StoredColumn& column) {
   throw Damage(FieldName(column) + " heeft in de tabeldefinitie geen eigen plaats");
 }
@@ -98,7 +84,7 @@ void CheckFixedPlaces(const StoredTable& table) {
   for (const StoredColumn& column : table.columns) {
     if (!column.IsFixed() || column.Type() == ColumnType::Boolean) continue;
     if (column.IsLong()) ThrowOverlap(column);
-    const std::size_t end = column.fixedOffset + FixedBytes(column);
+    const std::size_t end = column.fixedOffset + FixedSize(column);
     taken.resize(std::max(taken.size(), end));
     for (std::size_t at = column.fixedOffset; at < end; ++at) {
       if (taken[at]) ThrowOverlap(column);

@@ -79,6 +79,20 @@ std::size_t TypeSize(ColumnType type) {
   }
 }
 
+std::size_t FixedSize(const StoredColumn& column) {
+  const std::size_t typeSize = TypeSize(column.Type());
+  return typeSize != 0 ? typeSize : column.length;
+}
+
+std::size_t FixedSize(const StoredTable& table) {
+  std::size_t size = 0;
+  for (const StoredColumn& column : table.columns) {
+    if (!column.IsFixed() || column.Type() == ColumnType::Boolean) continue;
+    size = std::max(size, column.fixedOffset + FixedSize(column));
+  }
+  return size;
+}
+
 RowView::RowView(ByteView row, const StoredTable& table) : row_(row), columns_(U16(row, 0)) {
   const std::size_t maskBytes = (columns_ + 7) / 8;
   if (row.size() < 2 + maskBytes) throw Damage("de rij is te kort");
@@ -96,8 +110,7 @@ ByteView RowView::BytesOf(const StoredColumn& column) const {
 }
 
 ByteView RowView::FixedBytes(const StoredColumn& column) const {
-  const std::size_t typeSize = TypeSize(column.Type());
-  const std::size_t size = typeSize != 0 ? typeSize : column.length;
+  const std::size_t size = FixedSize(column);
   const std::size_t start = 2 + std::size_t{column.fixedOffset};
   if (start + size > valuesEnd_) throw Damage("een veld ligt buiten de rij");
   return row_.subspan(start, size);

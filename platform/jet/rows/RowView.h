@@ -20,6 +20,8 @@ class RowView {
   }
   // Bytes of a column that is not null.
   ByteView BytesOf(const StoredColumn& column) const;
+  // Whether the fixed columns, which take `size` bytes, are within the row.
+  bool HoldsFixed(std::size_t size) const { return 2 + size <= valuesEnd_; }
   // Columns of the table when the row was written.
   unsigned ColumnCount() const { return columns_; }
 
@@ -43,5 +45,9 @@ void DecodeValue(const StoredColumn& column, ByteView stored, Value& out);
 
 // Stored size of a type in bytes; 0 for variable sizes.
 std::size_t TypeSize(ColumnType type);
+// Stored size of a fixed column in bytes.
+std::size_t FixedSize(const StoredColumn& column);
+// Bytes of a row that its fixed columns take.
+std::size_t FixedSize(const StoredTable& table);
 
 }  // namespace jet

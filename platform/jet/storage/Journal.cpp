@@ -37,6 +37,27 @@ bool WasChangedByOthers(File& database, JournalReader& journal) {
   return false;
 }
 
+// Writes neighbouring pages together: a call for each page of a large change costs more than copying it.
+void WritePages(File& database, std::span<const PageChange> changes) {
+  constexpr std::size_t kMostTogether = 64;
+  Bytes together;
+  while (!changes.empty()) {
+    const std::uint64_t start = std::uint64_t{changes[0].number} * kPageSize;
+    std::size_t count = 1;
+    while (count < std::min(changes.size(), kMostTogether) && changes[count].number == changes[0].number + count)
+      ++count;
+    if (count == 1) {
+      database.WriteAt(start, *changes[0].after);
+    } else {
+      together.clear();
+      for (const PageChange& change : changes.first(count))
+        together.insert(together.end(), change.after->begin(), change.after->end());
+      database.WriteAt(start, together);
+    }
+    changes = changes.subspan(count);
+  }
+}
+
 std::string Quoted(const std::filesystem::path& path) {
   return "'" + path.string() + "'";
 }
@@ -108,8 +129,10 @@ Journal::Outcome Journal::Commit(File& database, const files::FileStatus& status
                                  std::uint64_t newLength) {
   Write(status, changes, newLength);
   try {
-    for (const PageChange& change : changes)
-      database.WriteAt(std::uint64_t{change.number} * kPageSize, *change.after);
+    // The new end of the file first: on a full disk this fails before a page is overwritten.
+    const auto oldEnd = std::ranges::lower_bound(changes, status.size / kPageSize, {}, &PageChange::number);
+    WritePages(database, {oldEnd, changes.end()});
+    WritePages(database, {changes.begin(), oldEnd});
     database.Sync();
     files_.Remove(path_);
   } catch (...) {

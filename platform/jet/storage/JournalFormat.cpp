@@ -49,13 +49,13 @@ std::array<std::uint64_t, kSectors> SectorSums(ByteView page) {
 }
 
 Bytes Build(std::span<const PageChange> changes, std::uint64_t oldLength, std::uint64_t newLength) {
-  const auto isNew = [](const PageChange& change) { return change.before == nullptr; };
-  const auto count = static_cast<std::uint32_t>(std::ranges::count_if(changes, std::not_fn(isNew)));
+  const auto hasNoImage = [](const PageChange& change) { return change.before == nullptr; };
+  const auto count = static_cast<std::uint32_t>(std::ranges::count_if(changes, std::not_fn(hasNoImage)));
   Bytes journal;
   journal.reserve(kJournalHeadBytes + count * kRecordBytes);
   journal.resize(kJournalHeadBytes);
   for (const PageChange& change : changes) {
-    if (isNew(change)) continue;
+    if (hasNoImage(change)) continue;
     const std::size_t start = journal.size();
     journal.resize(start + kImageAt);
     Store(&journal[start], change.number);

@@ -13,7 +13,7 @@ namespace jet {
 // One page of a change, as stored before and after.
 struct PageChange {
   std::uint32_t number = 0;
-  const PageBytes* before = nullptr;  // null for a page past the old end of the file
+  const PageBytes* before = nullptr;  // null for a page past the old end of the file, and for one that was free
   const PageBytes* after = nullptr;
 };
 

@@ -11,6 +11,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 
 namespace jet {
@@ -107,6 +108,7 @@ class Storage {
   [[noreturn]] void ThrowInUse();
   void MarkCommit();
   PageRef ReadStored(std::uint32_t number);
+  PageRef OldPage(std::uint32_t number, std::span<const std::uint32_t> reused);
   // False when the change is made, but a power cut may still undo it.
   [[nodiscard]] bool WriteChanges();
   void AcceptChanges(const std::map<std::uint32_t, PageRef>& changed) noexcept;

@@ -2,6 +2,7 @@
 // The writing part of Storage.
 #include "platform/jet/pages/Header.h"
 #include "platform/jet/pages/Pages.h"
+#include "platform/jet/pages/ReusedPages.h"
 #include "platform/jet/storage/Journal.h"
 #include "platform/jet/storage/Lock.h"
 #include "platform/jet/storage/LockFile.h"
@@ -190,23 +191,31 @@ void Storage::MarkCommit() {
   MarkChange(header);
 }
 
-// The page of an encoded file as it is in the file.
+// The page as it is in the file, still encoded.
 PageRef Storage::ReadStored(std::uint32_t number) {
   auto page = std::make_shared<PageBytes>();
   file_->ReadAt(std::uint64_t{number} * kPageSize, *page);
   return page;
 }
 
+// The page as it is in the file, for the journal; null when the change can be undone without it.
+PageRef Storage::OldPage(std::uint32_t number, std::span<const std::uint32_t> reused) {
+  if (number >= transaction_->Before().PageCount()) return nullptr;
+  const bool isReused = std::ranges::binary_search(reused, number);
+  // One of them is in the journal: another program that took the same pages after a crash is recognised by it.
+  if (isReused && number != reused.front()) return nullptr;
+  // The cache may have an older content of a free page, from before a change that was undone.
+  return isReused || DatabaseHeader().encodingKey != 0 ? ReadStored(number) : pages_->Read(number);
+}
+
 bool Storage::WriteChanges() {
-  const std::uint32_t oldPages = transaction_->OldPageCount();
+  const std::vector<std::uint32_t> reused = ReusedPages(*transaction_);
   const auto changed = transaction_->ChangedPages();
   const bool encoded = DatabaseHeader().encodingKey != 0;
   std::vector<PageRef> stored;  // alive while `changes` point to them
   std::vector<PageChange> changes;
   for (const auto& [number, page] : changed) {
-    PageChange change{number, nullptr, page.get()};
-    if (number < oldPages)
-      change.before = stored.emplace_back(encoded ? ReadStored(number) : pages_->Read(number)).get();
+    PageChange change{number, stored.emplace_back(OldPage(number, reused)).get(), page.get()};
     if (encoded) {
       const auto copy = std::make_shared<PageBytes>(*page);
       pages_->ApplyEncoding(number, *copy);

@@ -117,6 +117,7 @@ class TableWriter {
   FieldWriter fieldWriter_;
   std::vector<std::size_t> places_;  // positions of def_.columns in definition_.columns
   bool inOrder_ = true;              // def_ and definition_ have the same column order
+  std::size_t fixedSize_;            // bytes of the fixed columns of a row
   std::vector<bool> allColumns_;
   Fields newFields_;  // reused buffer for the row being inserted
   Values newValues_;  // reused buffer for the known values of a copied or deleted row

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Every kind of writing statement, with each file call failing in turn, in every way.
-#include "platform/jet/check/Check.h"
 #include "platform/jet/table/TableWriter.h"
 #include "tests/fuzz/EditBases.h"
+#include "tests/platform/jet/support/CopyTables.h"
 #include "tests/platform/jet/support/FaultyFiles.h"
 #include "tests/platform/jet/support/Places.h"
 #include "tests/platform/jet/support/SampleTable.h"
@@ -26,6 +26,7 @@ using test::kPath;
 struct Statement {
   const char* name;
   std::function<void(Database&)> work;
+  const Bytes& (*base)() = fuzz::SmallBase;
 };
 
 RowId FirstSpot(Database& database) {
@@ -42,27 +43,15 @@ void Insert(Database& database, std::size_t textLength) {
 
 // Fills an empty table with enough rows for indexes of two levels.
 void FillATable(Database& database) {
-  TableDefinition table = test::SpotsTable();
-  std::erase_if(table.columns, [](const ColumnDefinition& column) { return column.type >= ColumnType::Ole; });
-  table.columns[1].required = false;
-  table.columns[1].allowZeroLength = true;
-  for (const char16_t* name : {u"tblBron", u"tblDoel"}) {
-    table.name = name;
-    database.CreateTable(table);
-  }
-  const auto inserting = database.OpenWriter(u"tblBron");
-  for (int i = 0; i < 150; ++i) {
-    std::vector<Value> row(table.columns.size());
-    row[1] = std::u16string(48, static_cast<char16_t>(u'a' + i % 26));
-    inserting->Insert(row);
-  }
-  const Table source = database.OpenTable(u"tblBron");
-  const auto filling = database.OpenWriter(u"tblDoel");
-  filling->BeginCopy();
-  TableCursor rows = source.Scan(filling->IndexedColumns());
-  while (rows.Next())
-    filling->CopyRow(rows.Row(), rows.Values());
-  filling->EndCopy();
+  test::MakeCopyTables(database);
+  test::CopyRows(database);
+}
+
+// The table's pages are freed and taken again, for other content: undoing the change needs the old one.
+void ReplaceRows(Database& database) {
+  test::EmptyCopy(database);
+  Insert(database, 6000);
+  test::CopyRows(database);
 }
 
 const Statement kStatements[] = {
@@ -85,19 +74,13 @@ const Statement kStatements[] = {
        }
      }},
     {"FillOfATable", FillATable},
+    {"FillOfAnEmptiedTable", test::CopyRows, test::EmptiedCopy},
+    {"ReplacementOfAllRows", ReplaceRows, test::FilledCopy},
     {"CreateTable", [](Database& database) {
        TableDefinition table = test::SpotsTable();
        table.name = u"tblNieuw";
        database.CreateTable(table);
      }}};
-
-// Everything that a reader sees; "damaged" with the problems when the check finds any.
-witness::Tables StateOf(files::MemoryFileSystem& files) {
-  const auto database = Database::Open(kPath, fuzz::ForEditing(), files);
-  for (const Finding& finding : CheckDatabase(*database))
-    EXPECT_TRUE(finding.remark) << finding.text;
-  return witness::ReadWithJet(*database);
-}
 
 class StatementFault : public testing::TestWithParam<std::tuple<Statement, Fault>> {};
 
@@ -115,12 +98,12 @@ INSTANTIATE_TEST_SUITE_P(Every, StatementFault,
 TEST_P(StatementFault, OfAnyCallLeavesTheOldOrTheNewState) {
   const auto& [statement, fault] = GetParam();
   files::MemoryFileSystem memory;
-  memory.Put(kPath, fuzz::SmallBase());
-  const witness::Tables before = StateOf(memory);
+  memory.Put(kPath, statement.base());
+  const witness::Tables before = test::StateOf(memory);
   witness::Tables after;
   int call = 0;
   for (bool reached = true; reached; ++call) {
-    memory.Put(kPath, fuzz::SmallBase());
+    memory.Put(kPath, statement.base());
     FaultyFiles files(memory);
     bool done = false;
     {
@@ -133,7 +116,7 @@ TEST_P(StatementFault, OfAnyCallLeavesTheOldOrTheNewState) {
              }).empty();
       reached = files.Failed();
     }
-    const witness::Tables now = StateOf(memory);
+    const witness::Tables now = test::StateOf(memory);
     if (!reached) after = now;
     if (done) {
       EXPECT_NE(now, before) << "call " << call;
@@ -156,7 +139,7 @@ TEST_P(StatementFault, OfAnyCallLeavesTheOldOrTheNewState) {
 TEST(ReadOnlyFile, IsReadAndNeverWrittenByAnyStatement) {
   for (const Statement& statement : kStatements) {
     files::MemoryFileSystem memory;
-    memory.Put(kPath, fuzz::SmallBase());
+    memory.Put(kPath, statement.base());
     OpenOptions options = fuzz::ForEditing();
     options.writable = false;
     {
@@ -170,7 +153,7 @@ TEST(ReadOnlyFile, IsReadAndNeverWrittenByAnyStatement) {
                 "Het bestand '/data/station.mdb' is alleen-lezen.")
           << statement.name;
     }
-    EXPECT_EQ(memory.Get(kPath), fuzz::SmallBase());
+    EXPECT_EQ(memory.Get(kPath), statement.base());
     EXPECT_EQ(memory.Names().size(), 1U);
   }
 }

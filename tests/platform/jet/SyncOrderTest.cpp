@@ -4,6 +4,7 @@
 #include "tests/platform/jet/support/FaultyFiles.h"
 #include "tests/platform/jet/support/Places.h"
 #include "tests/platform/jet/support/TinyDatabase.h"
+#include "tests/platform/jet/support/Wreck.h"
 
 #include <gtest/gtest.h>
 
@@ -63,6 +64,26 @@ TEST(SyncOrder, TheFolderIsSyncedBeforeTheFirstOverwriteAndAfterTheJournalIsGone
                                                  "write database", "sync database", "remove journal", "sync /data"}));
 }
 
+// On a full disk this fails before a page is overwritten.
+TEST(SyncOrder, TheNewEndOfTheFileIsWrittenFirstAndNeighboursTogether) {
+  files::MemoryFileSystem memory;
+  memory.Put(kPath, test::TinyDatabase({1, 2, 3}));
+  FaultyFiles files(memory);
+  std::vector<Change> changes;
+  files.Record(&changes);
+  {
+    Storage storage(kPath, test::TestOptions(), files);
+    test::ChangePages(storage);
+  }
+  Steps writes;
+  for (const Change& change : changes) {
+    if (change.kind != Change::Write || change.path != kPath) continue;
+    writes.push_back(std::to_string(change.bytes.size() / kPageSize) + " from " +
+                     std::to_string(change.offset / kPageSize));
+  }
+  EXPECT_EQ(writes, (Steps{"2 from 4", "2 from 0", "1 from 3"}));
+}
+
 TEST(SyncOrder, ARecoveryIsSyncedBeforeTheJournalGoesAndTheFolderAfterIt) {
   const Bytes old = test::TinyDatabase({1, 2, 3});
   files::MemoryFileSystem memory;
@@ -76,7 +97,7 @@ TEST(SyncOrder, ARecoveryIsSyncedBeforeTheJournalGoesAndTheFolderAfterIt) {
     EXPECT_THROW(ChangePages(files), Error);
   }
   EXPECT_EQ(StepsOf(memory, [](FileSystem& files) { test::PagesAfterReopening(files, kPath); }),
-            (Steps{"write database", "sync database", "remove journal", "sync /data"}));
+            (Steps{"write database", "truncate database", "sync database", "remove journal", "sync /data"}));
   EXPECT_EQ(memory.Get(kPath), old);
 }
 
