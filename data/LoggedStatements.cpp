@@ -3,74 +3,108 @@
 
 #include "data/OfflineBasis.h"
 #include "data/Statements.h"
-#include "platform/dao/Database.h"
+#include "platform/dao/OrderedRows.h"
+#include "platform/dao/Storage.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/Numbers.h"
 
-#include <utility>
+#include <algorithm>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-// Collects what the join gives for one row of the log, and hands it to the visit.
-class LogRow {
- public:
-  explicit LogRow(const std::function<void(const LoggedStatement&)>& visit) : visit_(visit) {}
+std::optional<qint32> NumberIn(const QVariant& field) {
+  return field.isNull() ? std::nullopt : std::optional(runtime::ToLong(field));
+}
 
-  void Begin(std::optional<qint32> id, QStringView sqlSyntax) {
-    if (open_ && id && id == id_) return;
-    End();
-    open_ = true;
-    id_ = id;
-    row_.id = id.value_or(0);
-    Assign(row_.sqlSyntax, runtime::TrimBlanks(sqlSyntax));
-    row_.entry.reset();
-    Assign(logText_, sqlSyntax);
+// One reading of the local database, in which log and basis belong together.
+class Reading {
+ public:
+  explicit Reading(const QString& path) : storage_(dao::OpenStorage(path)) {
+    turn_ = storage_->Begin(dao::Access::Read);
   }
-  // The first whose statement is the logged one: a number may have been expected for several.
-  void Offer(QStringView statement, QStringView kept) {
-    if (row_.entry || statement.isNull() || statements::LogText(statement.toString()) != logText_) return;
-    try {
-      row_.entry = basis::Decode(kept.toUtf8());
-    } catch (const runtime::Error&) {
-      // As a statement whose rows were not kept.
+
+  void VisitRows(std::optional<qint32> last, const std::function<void(const LogRow&)>& visit) const {
+    dao::OrderedRows rows(*storage_, u"tblOfflineLog"_s, {u"ID"_s, u"SqlSyntax"_s});
+    while (rows.Next()) {
+      const LogRow row{NumberIn(rows.Field(0)), rows.Text(1)};
+      if (last && row.id > last) return;
+      visit(row);
     }
   }
-  void End() {
-    if (std::exchange(open_, false)) visit_(row_);
+  dao::Storage& Storage() const { return *storage_; }
+
+ private:
+  std::unique_ptr<dao::Storage> storage_;
+  std::unique_ptr<dao::Transaction> turn_;
+};
+
+// What is kept of the statements in the log, read along with it.
+class KeptStatements {
+ public:
+  explicit KeptStatements(dao::Storage& storage) {
+    if (!storage.TableNames().contains(basis::OfflineTableName(), Qt::CaseInsensitive)) return;
+    rows_.emplace(storage, basis::OfflineTableName(), QStringList{u"LogID"_s, u"ID"_s, u"SqlSyntax"_s, u"Basis"_s});
+    Advance();
+  }
+
+  // What a row of the log changed; the rows come in the order of their numbers. The first that has its text counts: a
+  // number may have been expected for several statements.
+  std::optional<basis::Entry> EntryOf(const LogRow& row) {
+    if (!row.id) return std::nullopt;
+    TurnTo(*row.id);
+    const auto found = std::ranges::find_if(
+        kept_, [&](const Kept& one) { return statements::LogText(one.statement) == row.sqlSyntax; });
+    if (found == kept_.end()) return std::nullopt;
+    try {
+      return basis::Decode(found->basis.toUtf8());
+    } catch (const runtime::Error&) {
+      return std::nullopt;  // as a statement whose rows were not kept
+    }
   }
 
  private:
-  // Uses the memory of the previous text again: a log may have a million rows.
-  static void Assign(QString& text, QStringView value) { text.setUnicode(value.data(), value.size()); }
+  struct Kept {
+    qint32 id = 0;
+    QString statement;
+    QString basis;
+  };
 
-  const std::function<void(const LoggedStatement&)>& visit_;
-  bool open_ = false;
-  std::optional<qint32> id_;
-  QString logText_;
-  LoggedStatement row_;
+  void Advance() {
+    if (!rows_->Next()) rows_.reset();
+  }
+  void TurnTo(qint32 logID) {
+    if (logID_ == logID) return;
+    logID_ = logID;
+    kept_.clear();
+    for (; rows_; Advance()) {
+      const std::optional<qint32> number = NumberIn(rows_->Field(0));
+      if (number > logID) break;
+      if (number == logID && !rows_->Text(2).isNull())
+        kept_.push_back({NumberIn(rows_->Field(1)).value_or(0), rows_->Text(2).toString(), rows_->Text(3).toString()});
+    }
+    std::ranges::stable_sort(kept_, {}, &Kept::id);
+  }
+
+  std::optional<dao::OrderedRows> rows_;  // none after the last
+  std::optional<qint32> logID_;           // whose statements kept_ has
+  std::vector<Kept> kept_;
 };
 
 }  // namespace
 
+void VisitLogRows(const QString& localDatabasePath, std::optional<qint32> last,
+                  const std::function<void(const LogRow&)>& visit) {
+  Reading(localDatabasePath).VisitRows(last, visit);
+}
+
 void VisitLog(const QString& localDatabasePath, std::optional<qint32> last,
               const std::function<void(const LoggedStatement&)>& visit) {
-  dao::Database local = dao::OpenDatabase(localDatabasePath);
-  const bool hasBasis = basis::HasOfflineTable(local);
-  const QString columns = hasBasis ? u", tblOfflineBasis.SqlSyntax AS Exact, tblOfflineBasis.Basis "_s : u" "_s;
-  const QString join = hasBasis ? u"LEFT JOIN tblOfflineBasis ON tblOfflineLog.ID = tblOfflineBasis.LogID "_s : u""_s;
-  const QString order = hasBasis ? u"tblOfflineLog.ID, tblOfflineBasis.ID"_s : u"tblOfflineLog.ID"_s;
-  const QString where =
-      last ? u"WHERE tblOfflineLog.ID <= "_s + QString::number(*last) + u" OR tblOfflineLog.ID IS NULL "_s : QString();
-  LogRow row(visit);
-  local.Visit(u"SELECT tblOfflineLog.ID, tblOfflineLog.SqlSyntax"_s + columns + u"FROM tblOfflineLog "_s + join +
-                  where + u"ORDER BY "_s + order,
-              [&](const dao::Row& found) {
-                const QVariant id = found.Field(0);
-                row.Begin(id.isNull() ? std::nullopt : std::optional(runtime::ToLong(id)), found.Text(1));
-                if (hasBasis) row.Offer(found.Text(2), found.Text(3));
-                return true;
-              });
-  row.End();
+  const Reading reading(localDatabasePath);
+  KeptStatements kept(reading.Storage());
+  reading.VisitRows(last, [&](const LogRow& row) {
+    visit({row.id.value_or(0), runtime::TrimBlanks(row.sqlSyntax).toString(), kept.EntryOf(row)});
+  });
 }

@@ -6,11 +6,24 @@
 #include "platform/dao/Database.h"
 #include "platform/runtime/Numbers.h"
 
+#include <algorithm>
+#include <string_view>
+
 using namespace Qt::StringLiterals;
 
+namespace {
+
+// Compares bytes, which QStringView::startsWith does not: an export counts up to a million statements.
+bool Begins(QStringView sqlSyntax, std::u16string_view text) {
+  return sqlSyntax.size() >= static_cast<qsizetype>(text.size()) &&
+         std::equal(text.begin(), text.end(), sqlSyntax.utf16());
+}
+
+}  // namespace
+
 bool IsListStatement(QStringView sqlSyntax) {
-  return sqlSyntax.startsWith(u"INSERT INTO tblItemsItemSpots ") ||
-         sqlSyntax.startsWith(u"DELETE FROM tblCopie_ItemsItemSpots ");
+  return Begins(sqlSyntax, u"INSERT INTO tblItemsItemSpots ") ||
+         Begins(sqlSyntax, u"DELETE FROM tblCopie_ItemsItemSpots ");
 }
 
 void ChangeCounter::Add(QStringView sqlSyntax) {
@@ -19,9 +32,9 @@ void ChangeCounter::Add(QStringView sqlSyntax) {
     itemMayFollow_ = true;
     listMayFollow_ = true;
   } else {
-    const bool isOfCountedList = itemMayFollow_ && sqlSyntax.startsWith(u"DELETE FROM tblCopie_Items ");
+    const bool isOfCountedList = itemMayFollow_ && Begins(sqlSyntax, u"DELETE FROM tblCopie_Items ");
     itemMayFollow_ = false;
-    listMayFollow_ = sqlSyntax.startsWith(u"INSERT INTO tblItems ") || sqlSyntax.startsWith(u"UPDATE tblItems ");
+    listMayFollow_ = Begins(sqlSyntax, u"INSERT INTO tblItems ") || Begins(sqlSyntax, u"UPDATE tblItems ");
     if (isOfCountedList) return;
   }
   ++count_;

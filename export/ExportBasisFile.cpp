@@ -2,23 +2,32 @@
 #include "export/ExportBasisFile.h"
 
 #include "data/LoggedStatements.h"
+#include "data/OfflineBasis.h"
 #include "export/ContentDigest.h"
+#include "export/ExportContent.h"
+#include "platform/dao/Database.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/FileCalls.h"
 #include "platform/runtime/HostPath.h"
 
 #include <QUuid>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr qsizetype kBasisBlock = qsizetype{1} << 20;  // bytes written at once
+constexpr qsizetype kLinesATurn = 1000;
 
 }  // namespace
 
-ExportBasisFile::ExportBasisFile(const QString& localDatabasePath, qint32 highestID, basis::Header header)
-    : localDatabasePath_(localDatabasePath), highestID_(highestID), header_(std::move(header)) {
+ExportBasisFile::ExportBasisFile(const QString& localDatabasePath, const ExportContent& content, basis::Header header)
+    : localDatabasePath_(localDatabasePath),
+      highestID_(content.HighestID()),
+      statementCount_(content.StatementCount()),
+      header_(std::move(header)) {
   header_.exportID = QUuid::createUuid().toString(QUuid::WithoutBraces);
 }
 
@@ -33,16 +42,24 @@ void ExportBasisFile::Stage(const QString& exportPath) {
     file_->Write(block);
     block = QByteArray();
   };
-  qsizetype count = 0;
-  sameNumbers_ = {};
-  VisitLog(localDatabasePath_, highestID_, [&](const LoggedStatement& logged) {
-    if (logged.sqlSyntax.isEmpty()) return;
-    block += basis::EntryLine(logged.entry);
-    sameNumbers_.Add(logged.entry);
-    ++count;
+  const auto add = [&](const QByteArray& line) {
+    block += line;
     if (block.size() >= kBasisBlock) flush();
-  });
-  block += basis::LastLine(count);
+  };
+  sameNumbers_ = {};
+  if (basis::HasOfflineTable(dao::OpenDatabase(localDatabasePath_))) {
+    VisitLog(localDatabasePath_, highestID_, [&](const LoggedStatement& logged) {
+      if (logged.sqlSyntax.isEmpty()) return;
+      add(basis::EntryLine(logged.entry));
+      sameNumbers_.Add(logged.entry);
+    });
+  } else {
+    // The log need not be read again: it may have a million statements, of which no rows were kept.
+    const QByteArray line = basis::EntryLine(std::nullopt);
+    for (qsizetype left = statementCount_; left > 0; left -= kLinesATurn)
+      add(line.repeated(std::min(left, kLinesATurn)));
+  }
+  block += basis::LastLine(statementCount_);
   flush();
   digest_ = digest.Result();
   file_->Complete();

@@ -11,12 +11,14 @@
 #include <functional>
 #include <optional>
 
+class ExportContent;
+
 // Writes the basis of one export (data/ExportBasis.h) into the export folder. The basis gets its name before the export
 // does, so that an export in the folder always has its basis. Paths are path texts; every failure is a runtime::Error.
 class ExportBasisFile {
  public:
-  // `header` without an export number; `highestID` is that of the export's last log row.
-  ExportBasisFile(const QString& localDatabasePath, qint32 highestID, basis::Header header);
+  // `content`: that of the export, complete. `header` without an export number.
+  ExportBasisFile(const QString& localDatabasePath, const ExportContent& content, basis::Header header);
 
   // Writes and syncs the basis of this export under a temporary name in the same folder; one that is there already
   // serves another name too.
@@ -39,6 +41,7 @@ class ExportBasisFile {
 
   QString localDatabasePath_;
   qint32 highestID_;
+  qsizetype statementCount_;
   basis::Header header_;
   std::optional<runtime::StagedFile> file_;
   QString temporaryPath_;

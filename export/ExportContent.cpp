@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "export/ExportContent.h"
 
-#include "platform/dao/Database.h"
+#include "data/LoggedStatements.h"
 #include "platform/runtime/CodePage.h"
 #include "platform/runtime/Dates.h"
 #include "platform/runtime/Numbers.h"
@@ -24,26 +24,18 @@ void AlteredStatements::Add(QStringView statement) {
 }
 
 void ExportContent::AddLog(const QString& localDatabasePath, std::optional<qint32> last) {
-  const QString upTo =
-      last ? u"WHERE tblOfflineLog.ID <= "_s + QString::number(*last) + u" OR tblOfflineLog.ID IS NULL "_s : QString();
-  constexpr int kID = 0;
-  constexpr int kSqlSyntax = 1;
-  dao::OpenDatabase(localDatabasePath)
-      .Visit(u"SELECT tblOfflineLog.ID, tblOfflineLog.SqlSyntax From tblOfflineLog "_s + upTo +
-                 u"ORDER BY tblOfflineLog.ID"_s,
-             [&](const dao::Row& row) {
-               Add(row.Text(kSqlSyntax));
-               const QVariant id = row.Field(kID);
-               if (!id.isNull()) highestID_ = runtime::ToLong(id);
-               ++rowCount_;
-               return true;
-             });
+  VisitLogRows(localDatabasePath, last, [&](const LogRow& row) {
+    Add(row.sqlSyntax);
+    if (row.id) highestID_ = *row.id;
+    ++rowCount_;
+  });
 }
 
 void ExportContent::Add(QStringView sqlSyntax) {
   const QStringView statement = runtime::TrimBlanks(sqlSyntax);
   if (statement.isEmpty()) return;
   changes_.Add(statement);
+  ++statementCount_;
   if (!runtime::AppendCodePage(statement, block_)) altered_.Add(statement);
   block_ += ";\r\n";
   if (block_.size() >= kBlock) Flush();

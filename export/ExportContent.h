@@ -47,6 +47,7 @@ class ExportContent {
 
   const AlteredStatements& Altered() const { return altered_; }
   qint64 ByteCount() const { return byteCount_; }
+  qsizetype StatementCount() const { return statementCount_; }
   // Log rows read, including empty ones.
   int RowCount() const { return rowCount_; }
   int ChangeCount() const { return changes_.Count(); }
@@ -60,6 +61,7 @@ class ExportContent {
   ContentDigest digest_;
   AlteredStatements altered_;
   qint64 byteCount_ = 0;
+  qsizetype statementCount_ = 0;
   int rowCount_ = 0;
   ChangeCounter changes_;
   qint32 highestID_ = std::numeric_limits<qint32>::min();

@@ -115,7 +115,7 @@ QString OfflineLogExport::WriteFile(const QString& folder, SameSecond sameSecond
   highestID_ = content.HighestID();
   file.Complete();
   file.SyncName();
-  ExportBasisFile basisFile(localDatabasePath_, highestID_, HeaderOf(content, digest));
+  ExportBasisFile basisFile(localDatabasePath_, content, HeaderOf(content, digest));
   try {
     QString path = PlaceFile(file, basisFile, folder, second, digest, sameSecond);
     sameNumber_ = basisFile.RecordsWithSameNumber();

@@ -8,6 +8,7 @@
 #include "export/ExportRecord.h"
 #include "export/InterruptedExport.h"
 #include "export/OfflineLogExport.h"
+#include "platform/dao/Storage.h"
 #include "platform/runtime/Clock.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
@@ -123,10 +124,26 @@ TEST_F(BasisOfExport, AStatementWithoutItsRowsIsUnknown) {
 TEST_F(BasisOfExport, ALogOfAnEarlierVersionHasABasisThatKnowsNoRows) {
   const Station old(Station::Mode::Offline);
   old.OnLocal(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (1, \"UPDATE oud\")"_s);
+  old.OnLocal(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (2, \"  \")"_s);
+  old.OnLocal(u"INSERT INTO tblOfflineLog (ID, SqlSyntax) VALUES (3, \"UPDATE ouder\")"_s);
   const basis::File file = basis::Read(basis::PathOf(Export()));
-  ASSERT_EQ(file.entries.size(), 1u);
+  ASSERT_EQ(file.entries.size(), 2u);
   EXPECT_FALSE(file.entries[0]);
+  EXPECT_FALSE(file.entries[1]);
   EXPECT_FALSE(file.header.exportID.isEmpty());
+}
+
+// More lines than are written at once.
+TEST_F(BasisOfExport, ALongLogOfAnEarlierVersionHasALineForEachStatement) {
+  const Station old(Station::Mode::Offline);
+  const auto storage = dao::OpenStorage(global.localDatabasePath);
+  const auto turn = storage->Begin(dao::Access::Write);
+  const auto log = storage->OpenTable(u"tblOfflineLog"_s);
+  constexpr int kRows = 2345;
+  for (int id = 1; id <= kRows; ++id)
+    log->Insert({std::int64_t{id}, u"UPDATE oud"});
+  turn->Commit();
+  EXPECT_EQ(basis::Read(basis::PathOf(Export())).entries.size(), std::size_t{kRows});
 }
 
 // The rows belong to a log row of the same number only when the statement is the same.

@@ -5,6 +5,7 @@
 #include "platform/jet/values/Damage.h"
 
 #include <string>
+#include <utility>
 
 namespace jet {
 
@@ -66,14 +67,15 @@ void RequireOwner(const DataPage& page, std::uint32_t owner) {
 
 std::optional<StoredRow> FindRow(PageSource& pages, RowId row, bool firstPlace, std::optional<std::uint32_t> owner) {
   for (int moves = 0; moves < kMaxMoves; ++moves) {
-    const DataPage page(pages.Read(PageOf(row)), PageOf(row));
+    DataPage page(pages.Read(PageOf(row)), PageOf(row));
     if (owner) RequireOwner(page, *owner);
     if (SlotOf(row) >= page.SlotCount()) return std::nullopt;
     const Slot slot = page.At(SlotOf(row));
     if (slot.kind == SlotKind::Deleted) return std::nullopt;
     if (slot.kind == SlotKind::Target && moves == 0 && firstPlace) return std::nullopt;
-    if (slot.kind != SlotKind::Pointer) return StoredRow{page.Content(), page.BytesOf(slot), row};
-    row = U32(page.BytesOf(slot), 0);
+    const ByteView bytes = page.BytesOf(slot);
+    if (slot.kind != SlotKind::Pointer) return StoredRow{std::move(page).Content(), bytes, row};
+    row = U32(bytes, 0);
   }
   throw DamageAt(PageOf(row), "een verplaatste rij verwijst in een kring");
 }

@@ -7,6 +7,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace jet {
 
@@ -43,7 +44,8 @@ class DataPage {
   DataPage(PageRef page, std::uint32_t number);
 
   std::uint32_t Number() const { return number_; }
-  const PageRef& Content() const { return page_; }
+  const PageRef& Content() const& { return page_; }
+  PageRef Content() && { return std::move(page_); }
   std::uint32_t Owner() const;
   unsigned FreeBytes() const;  // as stored
   // The free bytes between the last slot entry and the last row; a sound page stores this number.

@@ -6,6 +6,7 @@
 #include "platform/jet/values/Damage.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace jet {
 
@@ -18,10 +19,25 @@ const std::vector<Value>& RowDecoder::Decode(ByteView row, LongValueBudget* budg
 
 bool RowFetcher::Fetch(RowId row) {
   return InContext(context_, [&] {
+    if (!page_ || page_->Number() != PageOf(row)) TurnTo(PageOf(row));
+    if (SlotOf(row) < page_->SlotCount()) {
+      const Slot slot = page_->At(SlotOf(row));
+      if (slot.kind == SlotKind::Row) {
+        decoder_.Decode(page_->BytesOf(slot));
+        return true;
+      }
+    }
     const auto stored = FindRow(pages_, row, true, table_.page);
     if (stored) decoder_.Decode(stored->bytes);
     return stored.has_value();
   });
+}
+
+void RowFetcher::TurnTo(std::uint32_t number) {
+  page_.reset();
+  DataPage page(pages_.Read(number), number);
+  RequireOwner(page, table_.page);
+  page_ = std::move(page);
 }
 
 bool TableCursor::Next() {

@@ -2,10 +2,13 @@
 #pragma once
 
 #include "platform/jet/index/IndexCursor.h"
+#include "platform/jet/pages/DataPage.h"
 #include "platform/jet/rows/LongValue.h"
 #include "platform/jet/rows/RowScan.h"
 
+#include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -32,7 +35,8 @@ class RowDecoder {
   std::vector<Value> values_;
 };
 
-// Fetches rows by RowId, reusing the memory of the previous row.
+// Fetches rows by RowId, reusing the memory of the previous row, and its page: rows that follow each other in an index
+// are often on one page. The table may not change between two calls.
 class RowFetcher {
  public:
   RowFetcher(PageSource& pages, const StoredTable& table, std::vector<const StoredColumn*> columns, std::string context)
@@ -44,9 +48,12 @@ class RowFetcher {
   const std::vector<Value>& Values() const { return decoder_.Values(); }
 
  private:
+  void TurnTo(std::uint32_t number);
+
   PageSource& pages_;
   const StoredTable& table_;
   RowDecoder decoder_;
+  std::optional<DataPage> page_;
   std::string context_;
 };
 
