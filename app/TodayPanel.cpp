@@ -88,21 +88,19 @@ void TodayPanel::OnSpotsFinished() {
   Q_EMIT catalogueRead(survey_->Failure());
 }
 
-// Missing files are known only after all files are checked.
+// A spot without its file does not run, so each count depends on the files.
 void TodayPanel::ShowCounts() {
-  const bool read = survey_->IsRead();
-  const bool finished = read && survey_->IsFinished();
-  const auto count = [&](SpotView view, bool known) {
-    return known ? std::optional(CountIn(view, survey_->Counts())) : std::nullopt;
+  const auto count = [this](SpotView view) {
+    return survey_->AreCountsKnown() ? std::optional(CountIn(view, survey_->Counts())) : std::nullopt;
   };
   Show({ui_->lblAantalLopen, ui_->lblLopen, u"item-spot loopt vandaag"_s, u"item-spots lopen vandaag"_s},
-       count(SpotView::LopenVandaag, read), survey_->Failure());
+       count(SpotView::LopenVandaag), survey_->Failure());
   Show({ui_->lblAantalVerlopen, ui_->lblVerlopen, u"item-spot verloopt binnen 7 dagen"_s,
         u"item-spots verlopen binnen 7 dagen"_s},
-       count(SpotView::VerlopenBinnenkort, read), survey_->Failure());
+       count(SpotView::VerlopenBinnenkort), survey_->Failure());
   Show({ui_->lblAantalZonderBestand, ui_->lblZonderBestand, u"item-spot zonder geluidsbestand"_s,
         u"item-spots zonder geluidsbestand"_s},
-       count(SpotView::ZonderBestand, finished), survey_->Failure());
+       count(SpotView::ZonderBestand), survey_->Failure());
   Show({ui_->lblAantalBlokken, ui_->lblBlokken, u"item zou nu stil zijn of te kort"_s,
         u"items zouden nu stil zijn of te kort"_s},
        blocks_->IsRead() && blocks_->IsFinished() ? std::optional(blocks_->ProblemCount()) : std::nullopt,

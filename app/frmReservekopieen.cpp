@@ -79,12 +79,12 @@ void frmReservekopieen::ShowCopies(const Copies& copies) {
   ui_->lblProbleem->setText(problem);
   ui_->lblProbleem->setVisible(!problem.isEmpty());
   ui_->lstKopieen->SetEmptyText(u"Er zijn nog geen reservekopieën."_s);
-  AddLines(global.serverDatabasePath, copies.server);
-  AddLines(global.localDatabasePath, copies.local);
+  AddLines(u"Gedeelde database"_s, global.serverDatabasePath, copies.server);
+  AddLines(u"Lokale database"_s, global.localDatabasePath, copies.local);
 }
 
-void frmReservekopieen::AddLines(const QString& databasePath, const QList<BackupFile>& copies) {
-  const QString database = databasePath.section(u'\\', -1).section(u'.', 0, 0);
+void frmReservekopieen::AddLines(const QString& database, const QString& databasePath,
+                                 const QList<BackupFile>& copies) {
   const QString folder = BackupFolderOf(databasePath);
   for (const BackupFile& copy : copies) {
     controls::LineDetails details;

@@ -31,7 +31,7 @@ class frmReservekopieen : public Form {
     bool enabled = true;
   };
   void ShowCopies(const Copies& copies);
-  void AddLines(const QString& databasePath, const QList<BackupFile>& copies);
+  void AddLines(const QString& database, const QString& databasePath, const QList<BackupFile>& copies);
 
   std::unique_ptr<Ui::frmReservekopieen> ui_;
   QString problem_;

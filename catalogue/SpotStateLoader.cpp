@@ -40,6 +40,7 @@ void SpotStateLoader::Start(std::chrono::milliseconds maxWait) {
   batchTimer_.stop();
   spots_.clear();
   counts_ = SpotCounts();
+  unchecked_ = 0;
   rows_.clear();
   files_.clear();
   nextRow_ = 0;
@@ -104,7 +105,10 @@ void SpotStateLoader::AddRow(Row row) {
   if (last != lastPresence_.constEnd()) spot.facts.file = *last;
   spot.state = StateOf(spot.facts, now_);
   counts_.Add(spot.state);
-  if (!spot.facts.path.isEmpty()) files_.push_back({row.id, spot.facts.path});
+  if (!spot.facts.path.isEmpty()) {
+    files_.push_back({row.id, spot.facts.path});
+    if (!spot.facts.file) ++unchecked_;
+  }
   spots_.emplace(row.id, std::move(spot));
 }
 
@@ -126,6 +130,7 @@ void SpotStateLoader::OnFilesChecked(const std::vector<FilePresenceChecker::Resu
 bool SpotStateLoader::ApplyPresence(qint64 id, runtime::Presence presence) {
   const auto spot = spots_.find(id);
   if (spot == spots_.end()) return false;
+  if (!spot->facts.file) --unchecked_;
   spot->facts.file = presence;
   lastPresence_.insert(spot->facts.path, presence);
   const SpotState state = StateOf(spot->facts, now_);

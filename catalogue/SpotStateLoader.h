@@ -40,6 +40,8 @@ class SpotStateLoader : public QObject {
   // Null when the spot is not read yet.
   const Spot* Find(qint64 id) const;
   const SpotCounts& Counts() const { return counts_; }
+  // True when the counts are right: every file was checked, now or at an earlier start.
+  bool AreCountsKnown() const { return read_ && unchecked_ == 0; }
   // Why the catalogue could not be read; empty when it was.
   const UnreadableReason& Failure() const { return failure_; }
 
@@ -68,6 +70,7 @@ class SpotStateLoader : public QObject {
   QHash<qint64, Spot> spots_;
   QHash<QString, runtime::Presence> lastPresence_;  // by path; valid until a file is checked again
   SpotCounts counts_;
+  int unchecked_ = 0;  // spots whose file was never checked
   QDateTime now_;
   std::vector<Row> rows_;  // read; taken over up to nextRow_
   std::size_t nextRow_ = 0;

@@ -8,7 +8,7 @@ bool Matches(SpotView view, SpotState state) {
     case SpotView::Alle:
       return true;
     case SpotView::LopenVandaag:
-      return state == SpotState::Loopt || state == SpotState::BuitenUren || state == SpotState::Verloopt;
+      return IsRunning(state);
     case SpotView::VerlopenBinnenkort:
       return state == SpotState::Verloopt;
     case SpotView::ZonderBestand:
@@ -44,5 +44,5 @@ QString TextOf(SpotView view) {
     case SpotView::VoorbijOfNietAktief:
       return u"Voorbij of niet aktief"_s;
   }
-  return u"Alle toestanden"_s;
+  return u"Alle statussen"_s;
 }

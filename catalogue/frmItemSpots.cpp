@@ -204,6 +204,6 @@ QString frmItemSpots::EmptyText() const {
     return OverviewForm::EmptyText();
   }
   if (!survey_->IsFinished()) return tr("Bezig met zoeken ...");
-  return u"Geen item-spots in de toestand ‘"_s + TextOf(ChosenView()) + u"’.\nKies ‘"_s + TextOf(SpotView::Alle) +
+  return u"Geen item-spots met de status ‘"_s + TextOf(ChosenView()) + u"’.\nKies ‘"_s + TextOf(SpotView::Alle) +
          u"’ om alles te zien."_s;
 }

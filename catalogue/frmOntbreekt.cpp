@@ -72,6 +72,7 @@ QString CountText(const FilesNotThere& found) {
 
 frmOntbreekt::frmOntbreekt(QWidget* owner) : Form(owner), ui_(std::make_unique<Ui::frmOntbreekt>()), task_(this) {
   ui_->setupUi(this);
+  filler_ = new controls::ListFiller(*ui_->lstOntbreekt, this);
   ui_->cmdOpen->setIcon(desktop::Icon(u"open"_s));
   connect(ui_->lstOntbreekt, &controls::ListBox::clicked, this, [this] { ui_->cmdOpen->setEnabled(true); });
   connect(ui_->lstOntbreekt, &controls::ListBox::selectionLost, this, [this] { ui_->cmdOpen->setEnabled(false); });
@@ -93,13 +94,15 @@ void frmOntbreekt::Form_Load() {
 
 void frmOntbreekt::Read() {
   finished_ = false;
-  ui_->lstOntbreekt->Clear();
+  filler_->Fill(0, {});
   ui_->cmdOpen->setEnabled(false);
   ui_->lstOntbreekt->SetEmptyText(u"De geluidsbestanden worden nagekeken ..."_s);
   ui_->lblAantal->setText({});
   task_.Send([this, catalogue = CurrentCatalogue(), now = runtime::Now()](const LatestTask::Token& token) {
     try {
-      token.Post([this, found = FindFilesNotThere(catalogue, now)] { ShowFiles(found); });
+      token.Post([this, found = std::make_shared<const FilesNotThere>(FindFilesNotThere(catalogue, now))] {
+        ShowFiles(found);
+      });
     } catch (const runtime::Error& error) {
       token.Post([this, reason = error.Description()] {
         finished_ = true;
@@ -109,24 +112,22 @@ void frmOntbreekt::Read() {
   });
 }
 
-void frmOntbreekt::ShowFiles(FilesNotThere found) {
+void frmOntbreekt::ShowFiles(std::shared_ptr<const FilesNotThere> found) {
   found_ = std::move(found);
   finished_ = true;
   ui_->lstOntbreekt->SetEmptyText(u"Er ontbreekt geen enkel geluidsbestand."_s);
-  std::vector<controls::ListBox::Line> lines;
-  for (const FileNotThere& file : found_.files)
-    lines.push_back({file.naam, file.id});
-  ui_->lstOntbreekt->AddItems(std::move(lines));
-  for (std::size_t i = 0; i < found_.files.size(); ++i)
-    ui_->lstOntbreekt->SetDetails(static_cast<int>(i), DetailsOf(found_.files[i]));
-  ui_->lblAantal->setText(CountText(found_));
+  filler_->Fill(static_cast<int>(found_->files.size()), [found = found_](int index) -> controls::ListBox::Line {
+    const FileNotThere& file = found->files[static_cast<std::size_t>(index)];
+    return {file.naam, file.id, DetailsOf(file)};
+  });
+  ui_->lblAantal->setText(CountText(*found_));
 }
 
 void frmOntbreekt::OpenRecord() {
   Trapped(__func__, [&] {
     const int line = ui_->lstOntbreekt->ListIndex();
     if (line < 0) return;
-    const FileNotThere file = found_.files[static_cast<std::size_t>(line)];
+    const FileNotThere file = found_->files[static_cast<std::size_t>(line)];
     if (!HasScreen(EditorOf(file.record))) return;
     global.gstrSelectedID = QString::number(file.id);
     ShowScreen(EditorOf(file.record), this);

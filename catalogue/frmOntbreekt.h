@@ -4,6 +4,7 @@
 #include "data/forms/Form.h"
 #include "data/forms/LatestTask.h"
 #include "export/playout/FilesNotThere.h"
+#include "platform/controls/ListFiller.h"
 
 #include <memory>
 
@@ -27,11 +28,12 @@ class frmOntbreekt : public Form {
 
  private:
   void Read();
-  void ShowFiles(FilesNotThere found);
+  void ShowFiles(std::shared_ptr<const FilesNotThere> found);
   void OpenRecord();
 
   std::unique_ptr<Ui::frmOntbreekt> ui_;
-  FilesNotThere found_;  // its files in the order of the list
+  std::shared_ptr<const FilesNotThere> found_;  // its files in the order of the list
+  controls::ListFiller* filler_ = nullptr;
   bool finished_ = false;
   LatestTask task_;
 };

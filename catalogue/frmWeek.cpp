@@ -39,14 +39,16 @@ QString CountsText(const DayPlan& day) {
   QStringList parts{counted(day.running.size(), u"loopt"_s, u"lopen"_s)};
   if (!day.begins.empty()) parts += counted(day.begins.size(), u"begint"_s, u"beginnen"_s);
   if (!day.ends.empty()) parts += counted(day.ends.size(), u"eindigt"_s, u"eindigen"_s);
+  if (!day.withoutFile.empty()) parts += counted(day.withoutFile.size(), u"zonder bestand"_s, u"zonder bestand"_s);
   if (!day.silent.empty()) parts += counted(day.silent.size(), u"item stil"_s, u"items stil"_s);
   return parts.join(u", "_s);
 }
 
 controls::LineDetails DetailsOf(const DayPlan& day) {
   controls::LineDetails details;
-  details.mark = day.silent.empty() ? controls::LineMark::Circle : controls::LineMark::Cross;
-  details.tone = day.silent.empty() ? controls::LineTone::Runs : controls::LineTone::Wrong;
+  const bool complete = day.silent.empty() && day.withoutFile.empty();
+  details.mark = complete ? controls::LineMark::Circle : controls::LineMark::Cross;
+  details.tone = complete ? controls::LineTone::Runs : controls::LineTone::Wrong;
   details.word = CountsText(day);
   details.toolTip = DayText(day.date) + u": "_s + details.word;
   return details;
@@ -58,15 +60,22 @@ Ids SetOf(const std::vector<qint32>& ids) {
   return {ids.begin(), ids.end()};
 }
 
-// Of the item-spots in the blocks, whatever the day.
-QStringList FilesIn(const std::vector<Block>& blocks) {
+QStringList FilesOf(const std::vector<BlockSpot>& spots) {
   QSet<QString> paths;
-  for (const Block& block : blocks) {
-    for (const BlockSpot& spot : block.spots) {
-      if (!spot.facts.path.isEmpty()) paths.insert(spot.facts.path);
-    }
+  for (const BlockSpot& spot : spots) {
+    if (!spot.facts.path.isEmpty()) paths.insert(spot.facts.path);
   }
   return paths.values();
+}
+
+// The spots with these IDs, which are in the order of the spots.
+std::vector<const BlockSpot*> Chosen(const std::vector<BlockSpot>& spots, const std::vector<qint32>& ids) {
+  std::vector<const BlockSpot*> chosen;
+  chosen.reserve(ids.size());
+  for (const BlockSpot& spot : spots) {
+    if (chosen.size() < ids.size() && spot.id == ids[chosen.size()]) chosen.push_back(&spot);
+  }
+  return chosen;
 }
 
 template <class Record>
@@ -79,6 +88,7 @@ const Record* Find(const std::vector<Record>& records, qint32 id) {
 
 frmWeek::frmWeek(QWidget* owner) : Form(owner), ui_(std::make_unique<Ui::frmWeek>()), task_(this) {
   ui_->setupUi(this);
+  filler_ = new controls::ListFiller(*ui_->lstDag, this);
   SetUpIcons();
   ConnectEvents();
   resize(kWeekSize.boundedTo(screen()->availableSize()));
@@ -119,13 +129,13 @@ void frmWeek::Form_Load() {
 void frmWeek::Read() {
   planned_ = false;
   ShowPeriod();
-  ui_->lstDagen->SetEmptyText(u"Wordt gelezen ..."_s);
+  ui_->lstDagen->SetEmptyText(u"De planning wordt gelezen en de geluidsbestanden worden nagekeken ..."_s);
   task_.Send([this, catalogue = CurrentCatalogue()](const LatestTask::Token& token) {
     try {
       auto records = std::make_shared<Records>();
       records->spots = BlockParts(catalogue).Spots();
       records->blocks = ReadBlocks(catalogue);
-      records->files = LookAtFiles(FilesIn(records->blocks), Look::Presence);
+      records->files = LookAtFiles(FilesOf(records->spots), Look::Presence);
       token.Post([this, records] {
         records_ = records;
         Plan();
@@ -141,13 +151,16 @@ void frmWeek::Plan() {
   planned_ = false;
   ShowPeriod();
   task_.Send([this, records = records_, first = first_](const LatestTask::Token& token) {
-    token.Post([this, plans = PlanDays(records->spots, records->blocks, first, kDaysShown, In(records->files))] {
-      ShowPlans(plans);
-    });
+    token.Post(
+        [this, records, plans = PlanDays(records->spots, records->blocks, first, kDaysShown, In(records->files))] {
+          ShowPlans(records, plans);
+        });
   });
 }
 
-void frmWeek::ShowPlans(std::vector<DayPlan> plans) {
+void frmWeek::ShowPlans(std::shared_ptr<const Records> records, std::vector<DayPlan> plans) {
+  lines_.clear();
+  shown_ = std::move(records);
   plans_ = std::move(plans);
   planned_ = true;
   const QDate today = runtime::Now().date();
@@ -166,6 +179,8 @@ void frmWeek::ShowFailure(const QString& reason) {
   planned_ = true;
   records_.reset();
   plans_.clear();
+  lines_.clear();
+  shown_.reset();
   ui_->lstDagen->Clear();
   ui_->lstDagen->SetEmptyText(u"De planning kan niet gelezen worden.\n"_s + reason);
   ShowDay();
@@ -178,64 +193,73 @@ void frmWeek::ShowPeriod() {
                                .arg(DayText(first_), DayText(last) + last.toString(u" yyyy"_s)));
 }
 
-// First what needs a hand, then what changes that day, then the rest.
 void frmWeek::ShowDay() {
   const int line = ui_->lstDagen->ListIndex();
-  ui_->lstDag->Clear();
   lines_.clear();
   ui_->cmdOpen->setEnabled(false);
   ui_->lblAantal->setText({});
-  if (line < 0 || !records_) return;
-  const DayPlan& day = plans_[static_cast<std::size_t>(line)];
+  if (line >= 0 && shown_) {
+    const DayPlan& day = plans_[static_cast<std::size_t>(line)];
+    lines_ = LinesOf(day);
+    ui_->lblAantal->setText(DayText(day.date) + u": "_s + CountsText(day));
+  }
+  filler_->Fill(static_cast<int>(lines_.size()), [lines = lines_, records = shown_](int index) {
+    return LineOf(lines[static_cast<std::size_t>(index)]);
+  });
+}
+
+// First what needs a hand, then what changes that day, then the rest.
+std::vector<frmWeek::Line> frmWeek::LinesOf(const DayPlan& day) const {
+  std::vector<Line> lines;
   for (const qint32 id : day.silent)
-    AddSilentItem(id);
-  const Ids running = SetOf(day.running);
+    lines.push_back({Kind::SilentItem, Find(shown_->blocks, id), nullptr});
+  for (const BlockSpot* spot : Chosen(shown_->spots, day.withoutFile))
+    lines.push_back({Kind::WithoutFile, nullptr, spot});
   const Ids begins = SetOf(day.begins);
   const Ids ends = SetOf(day.ends);
-  for (const bool changing : {true, false}) {
-    for (const BlockSpot& spot : records_->spots) {
-      if (!running.contains(spot.id)) continue;
-      const bool first = begins.contains(spot.id);
-      const bool last = ends.contains(spot.id);
-      if ((first || last) == changing) AddSpot(spot, first, last);
+  std::vector<Line> rest;
+  for (const BlockSpot* spot : Chosen(shown_->spots, day.running)) {
+    const bool first = begins.contains(spot->id);
+    const bool last = ends.contains(spot->id);
+    if (!first && !last) {
+      rest.push_back({Kind::Runs, nullptr, spot});
+      continue;
     }
+    lines.push_back({!last ? Kind::Begins : first ? Kind::OneDay : Kind::Ends, nullptr, spot});
   }
-  ui_->lblAantal->setText(DayText(day.date) + u": "_s + CountsText(day));
+  lines.insert(lines.end(), rest.begin(), rest.end());
+  return lines;
 }
 
-void frmWeek::AddSilentItem(qint32 id) {
-  const Block* block = Find(records_->blocks, id);
-  const int line = ui_->lstDag->AddItem(block->naam, id);
-  controls::LineDetails details;
-  details.mark = controls::LineMark::Cross;
-  details.tone = controls::LineTone::Wrong;
-  details.word = u"item zonder geluid"_s;
-  details.wordInTone = true;
-  details.toolTip = u"Op geen enkel uur van deze dag heeft dit item iets om te spelen."_s;
-  ui_->lstDag->SetDetails(line, details);
-  lines_.push_back({true, id});
+controls::ListBox::Line frmWeek::LineOf(const Line& line) {
+  controls::LineDetails details = LookOf(line.kind);
+  if (line.item != nullptr) {
+    details.toolTip = u"Op geen enkel uur van deze dag heeft dit item iets om te spelen."_s;
+    return {line.item->naam, line.item->id, details};
+  }
+  if (line.kind == Kind::WithoutFile) details.toolTip = line.spot->facts.path;
+  details.trailing = LengthText(line.spot->facts.lengteSec);
+  return {line.spot->naam, line.spot->id, details};
 }
 
-void frmWeek::AddSpot(const BlockSpot& spot, bool isFirstDay, bool isLastDay) {
-  const int line = ui_->lstDag->AddItem(spot.naam, spot.id);
-  controls::LineDetails details;
-  details.mark = controls::LineMark::Circle;
-  details.tone = controls::LineTone::Runs;
-  if (isFirstDay) {
-    details.mark = controls::LineMark::Clock;
-    details.tone = controls::LineTone::Begins;
-    details.word = u"begint"_s;
-    details.wordInTone = true;
+controls::LineDetails frmWeek::LookOf(Kind kind) {
+  using controls::LineMark;
+  using controls::LineTone;
+  switch (kind) {
+    case Kind::SilentItem:
+      return {LineMark::Cross, LineTone::Wrong, true, false, u"item zonder geluid"_s, {}, {}};
+    case Kind::WithoutFile:
+      return {LineMark::Cross, LineTone::Wrong, true, false, u"geluidsbestand ontbreekt"_s, {}, {}};
+    case Kind::Begins:
+      return {LineMark::Clock, LineTone::Begins, true, false, u"begint"_s, {}, {}};
+    case Kind::OneDay:
+      return {LineMark::Triangle, LineTone::Ends, true, false, u"alleen deze dag"_s, {}, {}};
+    case Kind::Ends:
+      return {LineMark::Triangle, LineTone::Ends, true, false, u"eindigt"_s, {}, {}};
+    case Kind::Runs:
+      break;
   }
-  if (isLastDay) {
-    details.mark = controls::LineMark::Triangle;
-    details.tone = controls::LineTone::Ends;
-    details.word = isFirstDay ? u"alleen deze dag"_s : u"eindigt"_s;
-    details.wordInTone = true;
-  }
-  details.trailing = LengthText(spot.facts.lengteSec);
-  ui_->lstDag->SetDetails(line, details);
-  lines_.push_back({false, spot.id});
+  return {LineMark::Circle, LineTone::Runs, false, false, {}, {}, {}};
 }
 
 // 0: to the week of today.
@@ -252,10 +276,10 @@ void frmWeek::OpenRecord() {
   Trapped(__func__, [&] {
     const int index = ui_->lstDag->ListIndex();
     if (index < 0) return;
-    const Line line = lines_[static_cast<std::size_t>(index)];
-    const Screen editor = line.isItem ? Screen::ItemsDetail : Screen::ItemSpotsDetail;
+    const Line& line = lines_[static_cast<std::size_t>(index)];
+    const Screen editor = line.item != nullptr ? Screen::ItemsDetail : Screen::ItemSpotsDetail;
     if (!HasScreen(editor)) return;
-    global.gstrSelectedID = QString::number(line.id);
+    global.gstrSelectedID = QString::number(line.item != nullptr ? line.item->id : line.spot->id);
     ShowScreen(editor, this);
     Read();
   });

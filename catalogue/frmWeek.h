@@ -5,6 +5,7 @@
 #include "data/forms/LatestTask.h"
 #include "export/playout/DayPlans.h"
 #include "export/playout/SoundFiles.h"
+#include "platform/controls/ListFiller.h"
 
 #include <memory>
 #include <optional>
@@ -35,29 +36,35 @@ class frmWeek : public Form {
     std::vector<Block> blocks;     // by name
     SoundFiles files;
   };
+  enum class Kind { SilentItem, WithoutFile, Begins, OneDay, Ends, Runs };
+  // An item or an item-spot of shown_.
   struct Line {
-    bool isItem = false;
-    qint32 id = 0;
+    Kind kind = Kind::Runs;
+    const Block* item = nullptr;
+    const BlockSpot* spot = nullptr;
   };
 
   void SetUpIcons();
   void ConnectEvents();
   void Read();
   void Plan();
-  void ShowPlans(std::vector<DayPlan> plans);
+  void ShowPlans(std::shared_ptr<const Records> records, std::vector<DayPlan> plans);
   void ShowFailure(const QString& reason);
   void ShowPeriod();
   void ShowDay();
-  void AddSilentItem(qint32 id);
-  void AddSpot(const BlockSpot& spot, bool isFirstDay, bool isLastDay);
+  std::vector<Line> LinesOf(const DayPlan& day) const;
+  static controls::ListBox::Line LineOf(const Line& line);
+  static controls::LineDetails LookOf(Kind kind);
   void MoveBy(int days);
   void OpenRecord();
 
   std::unique_ptr<Ui::frmWeek> ui_;
-  QDate first_;  // a Monday
-  std::shared_ptr<const Records> records_;
+  QDate first_;                             // a Monday
+  std::shared_ptr<const Records> records_;  // read last
+  std::shared_ptr<const Records> shown_;    // those of plans_
   std::vector<DayPlan> plans_;
   std::vector<Line> lines_;  // of lstDag
+  controls::ListFiller* filler_ = nullptr;
   bool planned_ = false;
   LatestTask task_;
 };

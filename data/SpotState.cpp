@@ -50,13 +50,20 @@ bool WithinHours(const SpotFacts& spot, int hour) {
 }
 
 SpotState StateOf(const SpotFacts& spot, const QDateTime& now) {
-  const QDate today = now.date();
   if (!spot.aktief) return SpotState::NietAktief;
-  if (FileMissing(spot)) return SpotState::BestandOntbreekt;
+  return FileMissing(spot) ? SpotState::BestandOntbreekt : StateByTime(spot, now);
+}
+
+SpotState StateByTime(const SpotFacts& spot, const QDateTime& now) {
+  const QDate today = now.date();
   if (spot.eindDatum && *spot.eindDatum < today) return SpotState::Verlopen;
   if (spot.startDatum && *spot.startDatum > today) return SpotState::Begint;
   if (spot.eindDatum && today.daysTo(*spot.eindDatum) <= kEndsSoonDays) return SpotState::Verloopt;
   return WithinHours(spot, now.time().hour()) ? SpotState::Loopt : SpotState::BuitenUren;
+}
+
+bool IsRunning(SpotState state) {
+  return state == SpotState::Loopt || state == SpotState::BuitenUren || state == SpotState::Verloopt;
 }
 
 QString StateText(const SpotFacts& spot, SpotState state) {
@@ -78,6 +85,14 @@ QString StateText(const SpotFacts& spot, SpotState state) {
       break;
   }
   return spot.eindDatum ? u"loopt t/m "_s + DateText(spot.eindDatum) : u"loopt"_s;
+}
+
+int SpotCounts::Running() const {
+  int running = 0;
+  for (int state = 0; state < kSpotStates; ++state) {
+    if (IsRunning(static_cast<SpotState>(state))) running += In(static_cast<SpotState>(state));
+  }
+  return running;
 }
 
 QString SpotCounts::Text() const {

@@ -45,6 +45,12 @@ bool WithinHours(const SpotFacts& spot, int hour);
 // The state as shown in lists: "loopt t/m 20-04-2025"; on the last day (by runtime::Now) "verloopt vandaag".
 QString StateText(const SpotFacts& spot, SpotState state);
 
+// The state of an active spot by its days and hours alone.
+SpotState StateByTime(const SpotFacts& spot, const QDateTime& now);
+
+// Whether a spot in this state runs on the day of `now`, at that hour or at another.
+bool IsRunning(SpotState state);
+
 // Number of spots per state.
 class SpotCounts {
  public:
@@ -53,7 +59,7 @@ class SpotCounts {
   int In(SpotState state) const { return counts_[static_cast<std::size_t>(state)]; }
 
   // Running today, including those outside their hours at this time of day and those that end soon.
-  int Running() const { return In(SpotState::Loopt) + In(SpotState::BuitenUren) + In(SpotState::Verloopt); }
+  int Running() const;
   int OverOrInactive() const { return In(SpotState::Verlopen) + In(SpotState::NietAktief); }
 
   // "10 lopen (2 verlopen binnen 7 dagen), 3 beginnen later, ..."; counts of zero are omitted.

@@ -30,6 +30,14 @@ QHash<qint64, SpotFacts> FactsOfAll(const Catalogue& catalogue) {
   return facts;
 }
 
+std::vector<FilePresenceChecker::Request> FilesOf(const QHash<qint64, SpotFacts>& facts) {
+  std::vector<FilePresenceChecker::Request> files;
+  for (auto spot = facts.constBegin(); spot != facts.constEnd(); ++spot) {
+    if (!spot->path.isEmpty()) files.push_back({spot.key(), spot->path});
+  }
+  return files;
+}
+
 }  // namespace
 
 SpotChoice::SpotChoice(QWidget* parent)
@@ -37,15 +45,17 @@ SpotChoice::SpotChoice(QWidget* parent)
       ui_(std::make_unique<Ui::SpotChoice>()),
       shown_(new QSortFilterProxyModel(this)),
       reading_(this),
-      checker_(this, [this](const std::vector<FilePresenceChecker::Result>& found, bool) { TakeFiles(found); }) {
+      checker_(this,
+               [this](const std::vector<FilePresenceChecker::Result>& found, bool) { model_.SetPresences(found); }) {
   ui_->setupUi(this);
   shown_->setSourceModel(&model_);
   shown_->setFilterCaseSensitivity(Qt::CaseInsensitive);
+  shown_->setDynamicSortFilter(false);  // states do not change what is found
   ui_->lstMeerdere->setModel(shown_);
   QHeaderView& header = *ui_->lstMeerdere->header();
   header.setStretchLastSection(false);
   header.setSectionResizeMode(SpotChoiceModel::kNaam, QHeaderView::Stretch);
-  header.resizeSection(SpotChoiceModel::kToestand, fontMetrics().horizontalAdvance(u"geluidsbestand ontbreekt"_s) + 24);
+  header.resizeSection(SpotChoiceModel::kStatus, fontMetrics().horizontalAdvance(u"geluidsbestand ontbreekt"_s) + 24);
   header.resizeSection(SpotChoiceModel::kLengte, fontMetrics().horizontalAdvance(u"8:88:88"_s) + 24);
   ConnectEvents();
   ShowChecked();
@@ -80,22 +90,18 @@ void SpotChoice::SetSpots(std::vector<SpotChoiceModel::Spot> spots) {
   ReadStates();
 }
 
-void SpotChoice::ReadStates() {
-  reading_.Send([this, catalogue = CurrentCatalogue(), now = runtime::Now()](const LatestTask::Token& token) {
-    token.Post([this, facts = FactsOfAll(catalogue), now] {
-      model_.SetFacts(facts, now);
-      std::vector<FilePresenceChecker::Request> files;
-      for (auto spot = facts.constBegin(); spot != facts.constEnd(); ++spot) {
-        if (!spot->path.isEmpty()) files.push_back({spot.key(), spot->path});
-      }
-      checker_.Start(std::move(files));
-    });
-  });
+int SpotChoice::LabelWidth() const {
+  return ui_->lblMeerdere->sizeHint().width();
 }
 
-void SpotChoice::TakeFiles(const std::vector<FilePresenceChecker::Result>& found) {
-  for (const FilePresenceChecker::Result& file : found)
-    model_.SetPresence(file.id, file.presence);
+void SpotChoice::ReadStates() {
+  reading_.Send([this, catalogue = CurrentCatalogue(), now = runtime::Now()](const LatestTask::Token& token) {
+    const QHash<qint64, SpotFacts> facts = FactsOfAll(catalogue);
+    token.Post([this, facts, files = FilesOf(facts), now] {
+      model_.SetFacts(facts, now);
+      checker_.Start(files);
+    });
+  });
 }
 
 void SpotChoice::ShowChecked() {

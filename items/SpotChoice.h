@@ -26,6 +26,8 @@ class SpotChoice : public QWidget {
   // Offers these spots of the current catalogue.
   void SetSpots(std::vector<SpotChoiceModel::Spot> spots);
   std::vector<SpotChoiceModel::Spot> Checked() const { return model_.Checked(); }
+  // Of the label before its search field, for fields above it.
+  int LabelWidth() const;
 
  Q_SIGNALS:
   // The user wants to add the checked spots; there is at least one.
@@ -34,7 +36,6 @@ class SpotChoice : public QWidget {
  private:
   void ConnectEvents();
   void ReadStates();
-  void TakeFiles(const std::vector<FilePresenceChecker::Result>& found);
   void ShowChecked();
   void ToggleCurrent();
   void Enter();

@@ -11,6 +11,8 @@
 #include <QPalette>
 #include <QPixmap>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 using controls::LineDetails;
 
@@ -35,7 +37,7 @@ QIcon MarkIcon(const LineDetails& details) {
 
 QVariant TextColour(const LineDetails& details, int column) {
   const QPalette palette = QGuiApplication::palette();
-  if (column == SpotChoiceModel::kToestand && details.wordInTone) return controls::ToneColour(details.tone, palette);
+  if (column == SpotChoiceModel::kStatus && details.wordInTone) return controls::ToneColour(details.tone, palette);
   if (column != SpotChoiceModel::kNaam || details.quietText) return desktop::ThemeColoursFor(palette).hint;
   return {};
 }
@@ -64,12 +66,18 @@ void SpotChoiceModel::SetFacts(const QHash<qint64, SpotFacts>& facts, const QDat
   if (!spots_.empty()) Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, kColumns - 1));
 }
 
-void SpotChoiceModel::SetPresence(qint64 id, runtime::Presence presence) {
-  const auto facts = facts_.find(id);
-  if (facts == facts_.end()) return;
-  facts->file = presence;
-  const int row = rows_.value(id, -1);
-  if (row >= 0) Q_EMIT dataChanged(index(row, 0), index(row, kColumns - 1));
+void SpotChoiceModel::SetPresences(const std::vector<FilePresenceChecker::Result>& files) {
+  int first = rowCount();
+  int last = -1;
+  for (const FilePresenceChecker::Result& file : files) {
+    const auto facts = facts_.find(file.id);
+    const int row = rows_.value(file.id, -1);
+    if (facts == facts_.end() || row < 0) continue;
+    facts->file = file.presence;
+    first = std::min(first, row);
+    last = std::max(last, row);
+  }
+  if (first <= last) Q_EMIT dataChanged(index(first, 0), index(last, kColumns - 1));
 }
 
 void SpotChoiceModel::Toggle(int row) {
@@ -93,20 +101,16 @@ int SpotChoiceModel::columnCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : kColumns;
 }
 
-QVariant SpotChoiceModel::Shown(const Spot& spot, const LineDetails& details, int column) const {
-  if (column == kNaam) return spot.naam;
-  return column == kToestand ? details.word : details.trailing;
-}
-
 QVariant SpotChoiceModel::data(const QModelIndex& index, int role) const {
   const Spot& spot = spots_[static_cast<std::size_t>(index.row())];
   const bool isName = index.column() == kNaam;
+  if (role == Qt::DisplayRole && isName) return spot.naam;  // read for every spot by a search
   if (role == Qt::CheckStateRole && isName) return checked_.contains(index.row()) ? Qt::Checked : Qt::Unchecked;
   const auto facts = facts_.constFind(spot.id);
   const LineDetails details = facts == facts_.constEnd() ? LineDetails() : DetailsOf(*facts, StateOf(*facts, now_));
   switch (role) {
     case Qt::DisplayRole:
-      return Shown(spot, details, index.column());
+      return index.column() == kStatus ? details.word : details.trailing;
     case Qt::DecorationRole:
       return isName && details.mark != controls::LineMark::None ? QVariant(MarkIcon(details)) : QVariant();
     case Qt::ForegroundRole:
@@ -129,7 +133,7 @@ bool SpotChoiceModel::setData(const QModelIndex& index, const QVariant& value, i
 QVariant SpotChoiceModel::headerData(int section, Qt::Orientation orientation, int role) const {
   if (orientation == Qt::Horizontal && role == Qt::TextAlignmentRole) return AlignmentOf(section);
   if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
-  const QStringList headings{u"Naam"_s, u"Toestand"_s, u"Lengte"_s};
+  const QStringList headings{u"Naam"_s, u"Status"_s, u"Lengte"_s};
   return headings.at(section);
 }
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "data/SpotState.h"
-#include "platform/controls/ListLine.h"
+#include "data/forms/FilePresenceChecker.h"
 
 #include <QAbstractTableModel>
 #include <QDateTime>
@@ -21,7 +21,7 @@ class SpotChoiceModel : public QAbstractTableModel {
     qint64 id = 0;
     QString naam;
   };
-  enum Column { kNaam, kToestand, kLengte, kColumns };
+  enum Column { kNaam, kStatus, kLengte, kColumns };
 
   using QAbstractTableModel::QAbstractTableModel;
 
@@ -29,7 +29,7 @@ class SpotChoiceModel : public QAbstractTableModel {
   void SetSpots(std::vector<Spot> spots);
   // The states follow from these facts at time `now`. Spots that are missing keep no state.
   void SetFacts(const QHash<qint64, SpotFacts>& facts, const QDateTime& now);
-  void SetPresence(qint64 id, runtime::Presence presence);
+  void SetPresences(const std::vector<FilePresenceChecker::Result>& files);
 
   void Toggle(int row);
   // In the order of checking.
@@ -46,8 +46,6 @@ class SpotChoiceModel : public QAbstractTableModel {
   void checkedChanged();
 
  private:
-  QVariant Shown(const Spot& spot, const controls::LineDetails& details, int column) const;
-
   std::vector<Spot> spots_;
   QHash<qint64, SpotFacts> facts_;
   QHash<qint64, int> rows_;  // by ID

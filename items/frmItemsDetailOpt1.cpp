@@ -39,7 +39,9 @@ void frmItemsDetailOpt1::InitForm() {
     setWindowTitle(isNew_ ? u"Item-spot ... toevoegen"_s : u"Item-spot ... wijzigen"_s);
     FillCboItemSpot();
     ui_->wgtMeerdere->setVisible(isNew_);
-    if (isNew_) resize(kAddingSize.boundedTo(screen()->availableSize()));
+    if (!isNew_) return;
+    ui_->lblItemSpot->setMinimumWidth(ui_->wgtMeerdere->LabelWidth());
+    resize(kAddingSize.boundedTo(screen()->availableSize()));
   });
 }
 

@@ -15,7 +15,9 @@ using runtime::Trapped;
 void frmItemsDetail::ConnectUnsaved() {
   for (const QLineEdit* number : {ui_->txtAantalSpots, ui_->txtMaxAantalSpots})
     connect(number, &QLineEdit::textChanged, this, &frmItemsDetail::ShowUnsaved);
-  connect(ui_->chkRandomizeMeerdereSpots, &QCheckBox::toggled, this, &frmItemsDetail::ShowUnsaved);
+  for (const QAbstractButton* choice :
+       std::initializer_list<const QAbstractButton*>{ui_->optMeerdereSpots, ui_->chkRandomizeMeerdereSpots})
+    connect(choice, &QAbstractButton::toggled, this, &frmItemsDetail::ShowUnsaved);
   connect(ui_->cboMiddenPingle, &QComboBox::currentIndexChanged, this, &frmItemsDetail::ShowUnsaved);
   connect(ui_->ledMix, &controls::LedPanel::valueChanged, this, &frmItemsDetail::ShowUnsaved);
   connect(ui_->cmdOpt1Ongedaan, &QPushButton::clicked, this, &frmItemsDetail::cmdOpt1Ongedaan_Click);
@@ -37,13 +39,16 @@ void frmItemsDetail::KeepUntracked() {
   ShowUndoList();
 }
 
-// The maximum of option 1 is the length of its list, which is tracked.
+// An item of one spot does not use these fields, and the choice between one and several is tracked. The maximum of
+// option 1 is the length of its list, which is tracked too.
 void frmItemsDetail::ShowUnsaved() {
   const Untracked now = UntrackedOnScreen();
-  ui_->lblOpenAantalSpots->setVisible(now.aantalSpots != untracked_.aantalSpots);
-  ui_->lblOpenMaxAantalSpots->setVisible(now.maxAantalSpots != untracked_.maxAantalSpots && ui_->opt2->isChecked());
-  ui_->lblOpenRandomize->setVisible(now.random != untracked_.random);
-  ui_->lblOpenMidden->setVisible(now.midden != untracked_.midden);
+  const bool several = ui_->optMeerdereSpots->isChecked();
+  ui_->lblOpenAantalSpots->setVisible(several && now.aantalSpots != untracked_.aantalSpots);
+  ui_->lblOpenMaxAantalSpots->setVisible(several && ui_->opt2->isChecked() &&
+                                         now.maxAantalSpots != untracked_.maxAantalSpots);
+  ui_->lblOpenRandomize->setVisible(several && now.random != untracked_.random);
+  ui_->lblOpenMidden->setVisible(several && now.midden != untracked_.midden);
   ui_->lblMs->setText(now.mix == untracked_.mix ? tr("ms") : tr("ms, nog niet bewaard"));
 }
 

@@ -44,7 +44,7 @@ int ListSpots(const Arguments& arguments, const Streams& streams) {
   const std::optional<int> days = arguments.Number(u"--ending"_s, kMaxDays);
   dao::Recordset rows = SpotsOf(arguments, streams);
   const QDateTime now = runtime::Now();
-  WriteCsvLine({u"ID"_s, u"Naam"_s, u"StartDatum"_s, u"EindDatum"_s, u"Toestand"_s, u"Path"_s}, streams.out);
+  WriteCsvLine({u"ID"_s, u"Naam"_s, u"StartDatum"_s, u"EindDatum"_s, u"Status"_s, u"Path"_s}, streams.out);
   for (; !rows.Eof(); rows.MoveNext()) {
     const SpotFacts spot = FactsOf(rows);
     if (days && !EndsWithin(spot, now.date(), *days)) continue;

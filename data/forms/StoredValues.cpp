@@ -30,7 +30,7 @@ ChangedRecord AskWhenChanged(const StoredValues& read, const StoredValues& now) 
   }
   if (changes.isEmpty()) return ChangedRecord::Unchanged;
   const int answer = ShowItemsMessage(
-      u"Dit record is intussen op een andere werkplek gewijzigd:\n%1\n\n"
+      u"Dit record is intussen op een ander werkstation gewijzigd:\n%1\n\n"
       u"Die wijziging overnemen?\n"
       u"Ja: dit venster toont het record zoals het nu is; wat u hier wijzigde vervalt.\n"
       u"Nee: uw gegevens worden bewaard, ook waar ze die wijziging vervangen.\n"

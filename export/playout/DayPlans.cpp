@@ -6,8 +6,20 @@ namespace {
 constexpr int kHours = 24;
 constexpr int kNoon = 12;
 
-bool RunsOn(const SpotFacts& spot, QDate day) {
-  return spot.aktief && (!spot.startDatum || *spot.startDatum <= day) && (!spot.eindDatum || day <= *spot.eindDatum);
+SpotFacts WithFile(SpotFacts facts, const LookUpFile& lookUp) {
+  if (facts.path.isEmpty()) return facts;
+  if (const std::optional<SoundFile> file = lookUp(facts.path)) facts.file = file->presence;
+  return facts;
+}
+
+// Adds the spot to the lists of the day.
+void AddTo(DayPlan& plan, qint32 id, const SpotFacts& facts) {
+  const QDateTime noon(plan.date, QTime(kNoon, 0));
+  if (!facts.aktief || !IsRunning(StateByTime(facts, noon))) return;
+  if (!IsRunning(StateOf(facts, noon))) return plan.withoutFile.push_back(id);
+  plan.running.push_back(id);
+  if (facts.startDatum == plan.date) plan.begins.push_back(id);
+  if (facts.eindDatum == plan.date) plan.ends.push_back(id);
 }
 
 bool IsSilentAt(const Block& block, QDate day, int hour, const LookUpFile& lookUp) {
@@ -29,16 +41,15 @@ bool IsSilentOn(const Block& block, QDate day, const LookUpFile& lookUp) {
 
 std::vector<DayPlan> PlanDays(const std::vector<BlockSpot>& spots, const std::vector<Block>& blocks, QDate first,
                               int days, const LookUpFile& lookUp) {
-  std::vector<DayPlan> plans;
-  for (int i = 0; i < days; ++i) {
-    DayPlan& plan = plans.emplace_back();
-    plan.date = first.addDays(i);
-    for (const BlockSpot& spot : spots) {
-      if (!RunsOn(spot.facts, plan.date)) continue;
-      plan.running.push_back(spot.id);
-      if (spot.facts.startDatum == plan.date) plan.begins.push_back(spot.id);
-      if (spot.facts.eindDatum == plan.date) plan.ends.push_back(spot.id);
-    }
+  std::vector<DayPlan> plans(static_cast<std::size_t>(days));
+  for (std::size_t i = 0; i < plans.size(); ++i)
+    plans[i].date = first.addDays(static_cast<int>(i));
+  for (const BlockSpot& spot : spots) {
+    const SpotFacts facts = WithFile(spot.facts, lookUp);
+    for (DayPlan& plan : plans)
+      AddTo(plan, spot.id, facts);
+  }
+  for (DayPlan& plan : plans) {
     for (const Block& block : blocks) {
       if (block.aktief && IsSilentOn(block, plan.date, lookUp)) plan.silent.push_back(block.id);
     }

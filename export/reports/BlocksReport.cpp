@@ -74,7 +74,7 @@ Report BlocksReport(const FilePresences& presences) {
   const Catalogue catalogue = CurrentCatalogue();
   Report report = NewReport(u"Items met hun item-spots"_s);
   report.groupTitle = u"Item"_s;
-  report.columns = {{u"Nr."_s, 7, true}, {u"Item-spot"_s, 54}, {u"Lengte"_s, 11, true}, {u"Toestand"_s, 28}};
+  report.columns = {{u"Nr."_s, 7, true}, {u"Item-spot"_s, 54}, {u"Lengte"_s, 11, true}, {u"Status"_s, 28}};
   report.emptyText = u"Er zijn nog geen items."_s;
   const QHash<qint32, QString> jingles = NamesOf(catalogue.itemPingles);
   const QHash<qint32, Playlist> lists = Playlists(presences, report);

@@ -16,7 +16,7 @@ using runtime::DateText;
 Report CatalogueReport(const FilePresences& presences) {
   Report report = NewReport(u"Item-spots"_s);
   report.columns = {{u"Naam"_s, 35}, {u"Lengte"_s, 9, true}, {u"Startdatum"_s, 13},    {u"Einddatum"_s, 13},
-                    {u"Uren"_s, 7},  {u"Toestand"_s, 23},    {u"Gedraaid"_s, 0, true}, {u"Path"_s, 0}};
+                    {u"Uren"_s, 7},  {u"Status"_s, 23},      {u"Gedraaid"_s, 0, true}, {u"Path"_s, 0}};
   report.emptyText = u"Er zijn nog geen item-spots."_s;
   Report::Group all;
   qint32 seconds = 0;

@@ -17,7 +17,8 @@ using namespace Qt::StringLiterals;
 constexpr int kEdge = 12;
 constexpr int kMarkGap = 10;
 constexpr int kColumnGap = 24;
-constexpr int kNarrowestText = 140;  // the word column shrinks before the text does
+constexpr int kNarrowestText = 140;  // the other columns shrink before the text does
+constexpr int kNarrowestTrailing = 60;
 
 void DrawElided(QPainter& painter, const QRect& rect, const QString& text, const QColor& colour, Qt::Alignment side) {
   if (text.isEmpty() || rect.width() <= 0) return;
@@ -84,12 +85,15 @@ LineColumns LineDelegate::ColumnsOf(const QRect& line, const QFontMetrics& metri
     columns.number = takeLeft(metrics.horizontalAdvance(QString::number(lines_.Count()) + u"0"_s), kMarkGap);
   if (lines_.HasMarks()) columns.mark = takeLeft(kMarkSize, kMarkGap);
   const int word = WidthOf(LineColumn::Word, lines_.LongestWord(), metrics);
-  const int trailing = WidthOf(LineColumn::Trailing, lines_.LongestTrailing(), metrics);
+  const int trailing = std::min(WidthOf(LineColumn::Trailing, lines_.LongestTrailing(), metrics),
+                                std::max(rest.width() - kNarrowestText, kNarrowestTrailing));
   if (trailing > 0) columns.trailing = takeRight(trailing, word == 0 ? kMarkGap : kColumnGap);
   const int date = WidthOf(LineColumn::Date, lines_.LongestDate(), metrics);
   // Less important than the word, which may say the same.
   if (date > 0 && rest.width() - date - kColumnGap - word >= kNarrowestText) columns.date = takeRight(date, kColumnGap);
-  if (word > 0) columns.word = takeRight(std::clamp(rest.width() - kNarrowestText, 0, word + 12), kMarkGap);
+  // Less than half a word says nothing: the mark and the tool tip do.
+  const int left = std::clamp(rest.width() - kNarrowestText, 0, word + 12);
+  if (word > 0 && left >= word / 2) columns.word = takeRight(left, kMarkGap);
   columns.text = rest;
   return columns;
 }

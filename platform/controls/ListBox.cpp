@@ -44,7 +44,7 @@ void ListBox::AddItems(std::vector<Line> lines) {
   std::vector<LineModel::Line> all;
   all.reserve(lines.size());
   for (Line& line : lines)
-    all.push_back({std::move(line.text), line.itemData, {}});
+    all.push_back({std::move(line.text), line.itemData, std::move(line.details)});
   lines_->Append(std::move(all));
 }
 

@@ -33,6 +33,7 @@ class ListBox : public QListView {
   struct Line {
     QString text;
     qint64 itemData = 0;
+    LineDetails details = {};
   };
 
   explicit ListBox(QWidget* parent = nullptr);

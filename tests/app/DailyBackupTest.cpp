@@ -110,7 +110,7 @@ TEST_F(DailyBackupTest, WindowShowsTheCopiesWithAgeAndSize) {
   EXPECT_EQ(shown.at(0), u"Gedeelde database: 1 kopie, de laatste van dinsdag 11 maart 2025, 09:12 (3 dagen oud)."_s);
   EXPECT_EQ(shown.at(1), u"Lokale database: nog geen reservekopie."_s);
   EXPECT_EQ(shown.at(2), u""_s);
-  EXPECT_TRUE(shown.at(3).startsWith(u"OvalistoServer, dinsdag 11 maart 2025, 09:12 | 3 dagen oud | "_s))
+  EXPECT_TRUE(shown.at(3).startsWith(u"Gedeelde database, dinsdag 11 maart 2025, 09:12 | 3 dagen oud | "_s))
       << shown.at(3).toStdString();
   EXPECT_TRUE(shown.at(3).endsWith(u" kB"_s)) << shown.at(3).toStdString();
 }

@@ -200,7 +200,7 @@ TEST_P(MarksUnderWay, AnErrorLeavesTheListWithoutMarksAndShowsNoBox) {
   frmItemSpots form(nullptr);
   form.ShowOnly(SpotView::ZonderBestand);
   Open(form);
-  EXPECT_TRUE(WaitUntil([&] { return List(form).EmptyText().startsWith(u"Geen item-spots in de toestand"_s); }));
+  EXPECT_TRUE(WaitUntil([&] { return List(form).EmptyText().startsWith(u"Geen item-spots met de status"_s); }));
   QTest::keyClick(&form, Qt::Key_F5);
   EXPECT_EQ(List(form).ListCount(), 1);
   EXPECT_EQ(Marks(form), QList<LineMark>{LineMark::None});

@@ -222,9 +222,9 @@ TEST_P(SpotMarks, StateWithoutSpotsShowsAText) {
   frmItemSpots form(nullptr);
   form.ShowOnly(SpotView::ZonderBestand);
   Open(form);
-  ASSERT_TRUE(WaitUntil([&] { return List(form).EmptyText().startsWith(u"Geen item-spots in de toestand"_s); }));
+  ASSERT_TRUE(WaitUntil([&] { return List(form).EmptyText().startsWith(u"Geen item-spots met de status"_s); }));
   EXPECT_EQ(List(form).EmptyText(),
-            u"Geen item-spots in de toestand ‘Zonder geluidsbestand’.\nKies ‘Alle toestanden’ om alles te zien."_s);
+            u"Geen item-spots met de status ‘Zonder geluidsbestand’.\nKies ‘Alle statussen’ om alles te zien."_s);
 }
 
 TEST_P(SpotMarks, TheStateChoiceIsAlwaysThere) {
@@ -233,7 +233,7 @@ TEST_P(SpotMarks, TheStateChoiceIsAlwaysThere) {
   Open(form);
   auto& choice = Child<controls::ComboBox>(form, u"cboToestand"_s);
   EXPECT_TRUE(choice.isVisible());
-  EXPECT_EQ(choice.currentText(), u"Alle toestanden"_s);
+  EXPECT_EQ(choice.currentText(), u"Alle statussen"_s);
   EXPECT_EQ(Lines(form).size(), 5);
   choice.SelectWhereItemData(static_cast<qint64>(SpotView::BeginnenLater));
   EXPECT_TRUE(WaitUntil([&] { return Lines(form) == QStringList{u"begint"_s}; }));

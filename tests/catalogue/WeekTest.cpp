@@ -70,6 +70,36 @@ TEST_P(WeekView, TellsWhatRunsNextThursdayWithOneMoreClick) {
   EXPECT_EQ(Texts(Day(form)), (QStringList{u"Donderdag|begint"_s, u"Altijd|"_s}));
 }
 
+TEST_P(WeekView, AnItemSpotWithoutItsFileDoesNotRun) {
+  AddSpot({5, u"Weg"_s, AudioFile(u"a.wav"_s) + u".weg"_s, 1});
+  AddSpot({6, u"Leeg"_s, QString(), 1});
+  AddSpot({7, u"Weg en uit"_s, AudioFile(u"a.wav"_s) + u".weg"_s, 0});
+  SetDays(6, QDate(2025, 3, 12), QDate(2025, 3, 12));
+  frmWeek form(nullptr);
+  Load(form);
+  EXPECT_EQ(Days(form).Details(1).word, u"1 loopt, 1 zonder bestand, 1 item stil"_s);
+  EXPECT_EQ(Days(form).Details(2).word, u"1 loopt, 2 zonder bestand, 1 item stil"_s);
+  EXPECT_EQ(Texts(Day(form)),
+            (QStringList{u"Blok van donderdag|item zonder geluid"_s, u"Weg|geluidsbestand ontbreekt"_s, u"Altijd|"_s}));
+}
+
+// In parts, so that the window accepts keys meanwhile.
+TEST_P(WeekView, ADayWithVeryManyLinesIsShownCompletely) {
+  const QString file = AudioFile(u"a.wav"_s);
+  constexpr int kMany = 1200;
+  for (int id = 10; id < 10 + kMany; ++id)
+    AddSpot({id, u"Spot %1"_s.arg(id), file, 1});
+  frmWeek form(nullptr);
+  Load(form);
+  EXPECT_LT(Day(form).ListCount(), kMany);
+  ASSERT_TRUE(WaitUntil([&] { return Day(form).ListCount() == kMany + 2; }));
+  EXPECT_EQ(Day(form).Text(0), u"Blok van donderdag"_s);
+  EXPECT_EQ(Day(form).Text(kMany + 1), u"Spot 999"_s);  // by name
+  Days(form).SetListIndex(10);
+  Days(form).SetListIndex(12);  // the first filling has not ended
+  ASSERT_TRUE(WaitUntil([&] { return Day(form).ListCount() == kMany + 2; }));
+}
+
 TEST_P(WeekView, GoesToOtherWeeksAndBack) {
   frmWeek form(nullptr);
   Load(form);

@@ -38,6 +38,21 @@ TEST_F(ItemUnsaved, FieldsThatAreNotTrackedSaySoWhileTheyDiffer) {
   EXPECT_FALSE(Says(u"lblOpenRandomize"_s));
 }
 
+// Counts of an item of one spot are not shown, whatever is stored.
+TEST_F(ItemUnsaved, AnItemThatWasJustOpenedHasNothingUnsaved) {
+  station_.OnServer(
+      u"INSERT INTO tblItems (ID, Naam, ItemSpotsOptID, Opt2Directory, Opt2VastNaamGedeelte, Opt2VariabelNaamGedeelte, "
+      u"Opt2FileExtensie, OptMeerdereSpots, AantalSpots, MaxAantalSpots, ChkRandomizeMeerdereSpots, Aktief) "
+      u"VALUES (1, \"Week\", 2, \"D:\\\", \"week\", 3, \"wav\", 0, 1, 1, -1, 1)"_s);
+  Open(u"1"_s);
+  for (const QString& label :
+       {u"lblOpenAantalSpots"_s, u"lblOpenMaxAantalSpots"_s, u"lblOpenRandomize"_s, u"lblOpenMidden"_s})
+    EXPECT_FALSE(Says(label)) << label.toStdString();
+  Option(u"optMeerdereSpots"_s).click();
+  Edit(u"txtMaxAantalSpots"_s).setText(u"4"_s);
+  EXPECT_TRUE(Says(u"lblOpenMaxAantalSpots"_s));
+}
+
 TEST_F(ItemUnsaved, TheMixPointOfOption2SaysSo) {
   OpenNew();
   Option(u"opt2"_s).click();

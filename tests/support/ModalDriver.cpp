@@ -10,6 +10,20 @@
 #include <gtest/gtest.h>
 
 namespace testing_support {
+namespace {
+
+constexpr int kPatience = 10000;  // ms
+
+// A step that failed may not have closed its window, which nothing else would ever close.
+void HideIfLeftOpen(QDialog* window) {
+  QTimer::singleShot(kPatience, window, [window] {
+    if (!window->isVisible() || !window->isModal()) return;
+    ADD_FAILURE() << "window was left open: " << window->objectName().toStdString();
+    window->hide();
+  });
+}
+
+}  // namespace
 
 ModalDriver::ModalDriver() {
   qApp->installEventFilter(this);
@@ -31,6 +45,7 @@ bool ModalDriver::eventFilter(QObject* watched, QEvent* event) {
       steps_.pop_front();
       QTimer::singleShot(0, window, [pointer = QPointer<QDialog>(window), step = std::move(step)] {
         if (pointer) step(*pointer);
+        if (pointer) HideIfLeftOpen(pointer);
       });
     }
   }

@@ -13,7 +13,8 @@ class QDialog;
 namespace testing_support {
 
 // Drives modal windows that open while a test's own call is still running: each step waits for the window of that name
-// and runs inside its event loop, in order. A step that did not run fails the test.
+// and runs inside its event loop, in order. A step that did not run fails the test, and so does a window that stays
+// open ten seconds after its step; it is then hidden, so that the call returns.
 class ModalDriver : public QObject {
   Q_OBJECT
 

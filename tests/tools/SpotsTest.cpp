@@ -43,7 +43,7 @@ TEST(SpotsCommand, EndingShowsActiveSpotsThatEndWithinTheDaysSoonestFirst) {
   AddSpot(program, 5, u"Eerst"_s, 2);
   const ToolRun run = program.Run(u"spots"_s, {u"--ending"_s, u"8"_s});
   EXPECT_EQ(run.exitCode, kDone) << run.err;
-  EXPECT_EQ(run.out, "ID,Naam,StartDatum,EindDatum,Toestand,Path\r\n" + SpotLine(5, u"Eerst"_s, 2) +
+  EXPECT_EQ(run.out, "ID,Naam,StartDatum,EindDatum,Status,Path\r\n" + SpotLine(5, u"Eerst"_s, 2) +
                          SpotLine(2, u"Binnenkort"_s, 5));
 }
 

@@ -24,7 +24,7 @@ Report ReportOf(const QStringList& names, int lines) {
   Report report;
   report.title = u"Overzicht"_s;
   report.subtitle = u"Radio Testland"_s;
-  report.columns = {{u"Naam"_s, 40}, {u"Toestand"_s, 60}};
+  report.columns = {{u"Naam"_s, 40}, {u"Status"_s, 60}};
   report.closing = u"samen"_s;
   for (const QString& name : names) {
     Report::Group group{name, name.isEmpty() ? QString() : u"toelichting"_s, {}};

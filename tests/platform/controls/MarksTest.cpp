@@ -142,6 +142,28 @@ TEST_F(PaintedLine, WordMayHaveTheToneAndTheTextMayBeQuiet) {
   EXPECT_EQ(CountOf(Image(), PaletteColour(QPalette::Text)), 0);
 }
 
+// Cut off it would say nothing, and the name needs the room.
+TEST_F(PaintedLine, AWordThatFitsLessThanHalfIsNotShown) {
+  controls::LineDetails details;
+  details.tone = LineTone::Wrong;
+  details.wordInTone = true;
+  details.word = u"loopt t/m 04-09-2025 en nog langer"_s;
+  owned->SetDetails(0, details);
+  const QColor tone = controls::ToneColour(LineTone::Wrong, owned->palette());
+  owned->resize(400, 60);
+  EXPECT_GT(CountOf(Image(), tone), 4);
+  owned->resize(230, 60);
+  EXPECT_EQ(CountOf(Image(), tone), 0);
+}
+
+TEST_F(PaintedLine, ALongLastColumnLeavesRoomForTheText) {
+  controls::LineDetails details;
+  details.trailing = QString(80, u'M');
+  owned->SetDetails(0, details);
+  owned->resize(400, 60);
+  EXPECT_GT(CountOf(Image().copy(0, 0, 150, 60), PaletteColour(QPalette::Text)), 4);
+}
+
 TEST_F(PaintedLine, SelectedLineIsInTheHighlightColours) {
   controls::LineDetails details;
   details.mark = LineMark::Square;
