@@ -144,14 +144,15 @@ void TableIndexes::RefuseDuplicate(const Tree& tree, const Value& first) const {
                                         tree.name + "').");
 }
 
-TableIndexes::Keys TableIndexes::KeysOf(const Values& values) {
-  Keys keys;
-  keys.reserve(trees_.size());
-  for (Tree& tree : trees_) {
-    keys.push_back(KeyOf(tree, values));
-    CheckKey(tree, keys.back(), values);
+const TableIndexes::Keys& TableIndexes::KeysOf(const Values& values) {
+  keys_.resize(trees_.size());
+  for (std::size_t i = 0; i < trees_.size(); ++i) {
+    std::optional<Bytes>& key = keys_[i];
+    if (!key) key.emplace();
+    if (!MakeKey(trees_[i], values, *key)) key.reset();
+    CheckKey(trees_[i], key, values);
   }
-  return keys;
+  return keys_;
 }
 
 void TableIndexes::Insert(const Keys& keys, RowId row) {

@@ -40,8 +40,8 @@ class TableIndexes {
 
   // One for each index; nothing where the index omits the row.
   using Keys = std::vector<std::optional<Bytes>>;
-  // The keys of a new row, checked against the rules of the indexes.
-  Keys KeysOf(const Values& values);
+  // The keys of a new row, checked against the rules of the indexes. Valid until the next call.
+  const Keys& KeysOf(const Values& values);
   void Insert(const Keys& keys, RowId row);
   // The same for a row among many: its entries may be missing, except where duplicates are refused, until
   // InsertCollected.
@@ -106,7 +106,8 @@ class TableIndexes {
   std::vector<Tree> trees_;
   std::vector<bool> used_;  // by column
   Entries later_;           // of InsertLater
-  Bytes entry_;             // reused buffer
+  Keys keys_;               // reused buffers
+  Bytes entry_;
 };
 
 }  // namespace jet

@@ -30,6 +30,12 @@ std::size_t RowPage::RoomForNew(const PageBytes& page) {
   return LoadU16(page.data() + kSlotCountAt) >= kMaxWrittenSlots || free < 2 ? 0 : free - 2;
 }
 
+// Asked before every new row, so a changed page is not viewed anew for it.
+std::size_t RowPage::RoomForNew() const {
+  const PageBytes* changed = pages_.Changed(number_);
+  return RoomForNew(changed != nullptr ? *changed : *View().Content());
+}
+
 std::size_t RowPage::RoomIn(unsigned slot) const {
   const DataPage page = View();
   return page.FreeBytes() + page.At(slot).length;

@@ -29,7 +29,7 @@ class RowPage {
   static unsigned Add(PageBytes& page, ByteView row, SlotKind kind);
 
   std::uint32_t Number() const { return number_; }
-  std::size_t RoomForNew() const { return RoomForNew(*View().Content()); }
+  std::size_t RoomForNew() const;
   // The maximum number of bytes of the row in `slot`.
   std::size_t RoomIn(unsigned slot) const;
   std::size_t FreeBytes() const;

@@ -23,6 +23,12 @@ class Transaction final : public PageSource {
   std::uint32_t PageCount() override { return pageCount_; }
   PageRef Read(std::uint32_t number) override;
 
+  // The page as this statement changed it, without a share in it: valid until the next Change of the page. Null when it
+  // has not been changed.
+  const PageBytes* Changed(std::uint32_t number) {
+    const std::shared_ptr<PageBytes>* changed = Find(number);
+    return changed == nullptr ? nullptr : changed->get();
+  }
   // The page for writing. The reference is invalid after the next Read of the same page: a reader keeps its version, so
   // the next Change copies the page.
   PageBytes& Change(std::uint32_t number);

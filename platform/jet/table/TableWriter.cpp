@@ -139,7 +139,7 @@ RowId TableWriter::InsertArranged(Values& values, InsertKeys insertKeys) {
     CheckValue(i, values[i]);
     fieldWriter_.Encode(i, values[i], newFields_[i]);
   }
-  const TableIndexes::Keys keys = indexes_.KeysOf(values);
+  const TableIndexes::Keys& keys = indexes_.KeysOf(values);
   foreignKeys_.CheckReferences(values);
   fieldWriter_.WriteLongValues(values, allColumns_, newFields_);
   const RowId row = rows_.Add(fieldWriter_.Row(newFields_));
@@ -179,7 +179,7 @@ void TableWriter::CopyRow(ByteView row, const std::vector<Value>& known) {
     if (filling_) {
       indexes_.CollectNewEntries(newValues_, filling_->rows.Add(row), filling_->entries);
     } else {
-      const TableIndexes::Keys keys = indexes_.KeysOf(newValues_);
+      const TableIndexes::Keys& keys = indexes_.KeysOf(newValues_);
       indexes_.InsertLater(keys, rows_.Add(row));
     }
     for (const std::size_t place : indexedPlaces_)
