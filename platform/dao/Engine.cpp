@@ -44,6 +44,7 @@ Engine::Engine(const Statement& statement, Storage& source, Storage& target)
   if (statement_.verb == Verb::Select && ReadsOnce()) {
     source_.ExpectOneRead();
     tables_.SetReadOnce(0);
+    SeekText();
   }
   sqlite3_set_authorizer(connection_.Get(), Authorize, this);
 }
@@ -64,6 +65,15 @@ bool Engine::ReadsOnce() const {
   const QString name = QuotedName(known_.first());
   const QString qualifier = name + u" .";  // the rewriter writes a space before each token
   return statement_.body.count(name, Qt::CaseInsensitive) - statement_.body.count(qualifier, Qt::CaseInsensitive) == 1;
+}
+
+// A server need not send the rows that certainly have another text.
+void Engine::SeekText() {
+  if (!statement_.sought) return;
+  const TableDef& table = tables_.At(0).Definition();
+  const int field = table.FieldIndex(statement_.sought->field);
+  const bool isText = field >= 0 && table.fields[field].type == FieldType::Text;
+  if (isText) tables_.SetSought(0, {static_cast<std::size_t>(field), statement_.sought->text.toStdU16String()});
 }
 
 void Engine::AddTarget() {

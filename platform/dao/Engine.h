@@ -28,6 +28,7 @@ class Engine {
   void AddTables();
   void AddTarget();
   bool ReadsOnce() const;
+  void SeekText();
   std::optional<std::size_t> InsertWholeTable();
   std::size_t PlaceOf(const QString& name) const;
   QString InsertSql();

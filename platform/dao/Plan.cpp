@@ -232,6 +232,7 @@ std::unique_ptr<Cursor> CursorOf(const Plan& plan, Table& table, int count, sqli
     case Plan::AccessPath::Sorted:
       return std::make_unique<SortedRows>(*table.Scan(plan.wanted), plan.wanted, plan.sortField);
     case Plan::AccessPath::Scan:
+      if (plan.sought) return table.ScanForText(plan.sought->field, plan.sought->text, plan.wanted);
       break;
   }
   return table.Scan(plan.wanted);

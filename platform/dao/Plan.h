@@ -6,9 +6,16 @@
 #include <sqlite3.h>
 
 #include <memory>
+#include <optional>
+#include <string>
 #include <vector>
 
 namespace dao {
+
+struct TextOfField {
+  std::size_t field = 0;
+  std::u16string text;
+};
 
 // How SQLite reads a table: by index look-up when the statement has equalities on the leading fields of an index, in
 // the order of an index when the statement sorts so (MAX of an indexed field then reads one row), by scan otherwise; a
@@ -21,6 +28,7 @@ struct Plan {
   std::vector<std::size_t> keyFields;  // Lookup: the fields whose values SQLite passes, in that order
   bool backwards = false;              // Ordered
   std::size_t sortField = 0;           // Sorted
+  std::optional<TextOfField> sought;   // Scan: rows in which the field has another text may be left out
   FieldMask wanted;
 };
 

@@ -121,7 +121,9 @@ class Parser {
 }  // namespace
 
 Statement ParseStatement(const QString& sql, const std::vector<Token>& tokens) {
-  return Parser(sql, tokens).Run();
+  Statement statement = Parser(sql, tokens).Run();
+  if (statement.verb == Verb::Select) statement.sought = SoughtTextIn(tokens);
+  return statement;
 }
 
 Statement ParseStatement(const QString& sql) {

@@ -15,6 +15,7 @@
 #include <memory>
 #include <optional>
 #include <span>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -53,6 +54,12 @@ class Table {
 
   // Every row, in storage order.
   virtual std::unique_ptr<Cursor> Scan(const FieldMask& wanted) = 0;
+  // The same, but rows in which a text field is not equal to `text` by the text order, whatever the case of letters,
+  // may be left out.
+  virtual std::unique_ptr<Cursor> ScanForText(std::size_t /*field*/, std::u16string_view /*text*/,
+                                              const FieldMask& wanted) {
+    return Scan(wanted);
+  }
   // Every row in the index, in its order or backwards.
   virtual std::unique_ptr<Cursor> ScanByIndex(std::size_t index, bool backwards, const FieldMask& wanted) = 0;
   // The rows in which the first key.size() fields of the index equal the key, which contains no NULL. Texts are equal

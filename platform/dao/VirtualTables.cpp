@@ -71,6 +71,7 @@ int BestIndex(sqlite3_vtab* base, sqlite3_index_info* info) {
     std::vector<Plan>& plans = table->entry->use.plans;
     info->idxNum = static_cast<int>(plans.size());
     plans.push_back(ChoosePlan(table->Definition(), info, table->entry->use.readOnce));
+    plans.back().sought = table->entry->use.sought;
   });
 }
 

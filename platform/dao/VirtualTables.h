@@ -11,6 +11,8 @@
 
 #include <exception>
 #include <memory>
+#include <optional>
+#include <utility>
 #include <vector>
 
 namespace dao {
@@ -40,6 +42,9 @@ class VirtualTables {
   // The statement reads this table once, and no other.
   void SetReadOnce(std::size_t place) { entries_[place]->use.readOnce = true; }
 
+  // The statement, which reads this table once, is only about rows with this text.
+  void SetSought(std::size_t place, TextOfField sought) { entries_[place]->use.sought = std::move(sought); }
+
   // Completes the changes of a statement: rows to delete and index entries of new rows are collected, because SQLite
   // does not read the table in between.
   void FinishChanges(std::size_t place);
@@ -55,6 +60,7 @@ class VirtualTables {
     std::unique_ptr<Table> table;
     FieldMask given;
     bool readOnce = false;
+    std::optional<TextOfField> sought;
     std::vector<RowId> toDelete;  // collected by a DELETE
     std::vector<Plan> plans;      // offered while SQLite compiled; idxNum is the index of the chosen one
   };

@@ -4,6 +4,9 @@
 #include "platform/dao/postgres/PrefetchedRows.h"
 #include "platform/dao/postgres/ServerValue.h"
 
+#include <algorithm>
+#include <string>
+
 namespace dao {
 namespace {
 
@@ -77,6 +80,27 @@ std::shared_ptr<ServerRows> ServerTable::Query(const FieldMask& wanted, const st
 
 std::unique_ptr<Cursor> ServerTable::Scan(const FieldMask& wanted) {
   return std::make_unique<ServerCursor>(definition_, Query(wanted, kInInsertOrder));
+}
+
+// Two ASCII texts are equal in the text order when they differ only in the case of letters and in spaces at the end. A
+// text with other characters is left to SQLite, on both sides: some are equal to ASCII letters, as the German sharp s.
+// But not when it begins with another ASCII character.
+std::unique_ptr<Cursor> ServerTable::ScanForText(std::size_t field, std::u16string_view text, const FieldMask& wanted) {
+  const bool isAscii = std::ranges::all_of(text, [](char16_t unit) { return unit >= 0x20 && unit < 0x7F; });
+  if (!isAscii) return Scan(wanted);
+  std::u16string start(text.substr(0, text.find_last_not_of(u' ') + 1));
+  for (char16_t& letter : start) {
+    if (letter >= u'A' && letter <= u'Z') letter += u'a' - u'A';
+  }
+  const std::string name = QuotedServerName(definition_.fields[static_cast<qsizetype>(field)].name);
+  const auto begins = [&](const std::u16string& with) {
+    return "pg_catalog.starts_with(pg_catalog.lower(" + name + ")," + Literal(field, with) + ')';
+  };
+  // In another encoding the lengths do not tell which texts are ASCII.
+  const std::string condition = " WHERE (SELECT pg_catalog.getdatabaseencoding())<>'UTF8' OR " + begins(start) +
+                                " OR pg_catalog.octet_length(" + name + ")<>pg_catalog.length(" + name +
+                                ") AND (pg_catalog.ascii(" + name + ")>127 OR " + begins(start.substr(0, 1)) + ')';
+  return std::make_unique<ServerCursor>(definition_, Query(wanted, condition + kInInsertOrder));
 }
 
 std::unique_ptr<Cursor> ServerTable::ScanByIndex(std::size_t index, bool backwards, const FieldMask& wanted) {

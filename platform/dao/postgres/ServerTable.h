@@ -10,8 +10,8 @@
 
 namespace dao {
 
-// A table on the server, within a transaction. Queries only have conditions on whole numbers and may therefore return
-// more rows than a look-up requests; SQLite checks every condition again.
+// A table on the server, within a transaction. Queries only have conditions that the server surely decides as the text
+// order and SQLite do, and may therefore return more rows than requested; SQLite checks every condition again.
 class ServerTable : public Table {
  public:
   ServerTable(std::shared_ptr<ServerSession> session, TableDef definition)
@@ -19,6 +19,7 @@ class ServerTable : public Table {
 
   const TableDef& Definition() const override { return definition_; }
   std::unique_ptr<Cursor> Scan(const FieldMask& wanted) override;
+  std::unique_ptr<Cursor> ScanForText(std::size_t field, std::u16string_view text, const FieldMask& wanted) override;
   std::unique_ptr<Cursor> ScanByIndex(std::size_t index, bool backwards, const FieldMask& wanted) override;
   std::unique_ptr<Cursor> Lookup(std::size_t index, std::span<const Value> key, const FieldMask& wanted) override;
   void Insert(std::vector<Value> row) override;

@@ -59,6 +59,36 @@ TEST_F(ServerStorage, StatementsTakeFewRoundTrips) {
   EXPECT_EQ(proxy.Connections(), 1);
 }
 
+// The name check of an editor, on a table of any size.
+TEST_F(ServerStorage, ANameIsSoughtOnTheServer) {
+  testing_support::Proxy proxy(Server().SocketFolder());
+  dao::Database database = dao::OpenDatabase(PathBehind(proxy.SocketFolder()));
+  database.OpenRecordset(u"SELECT ID FROM tblSpots WHERE ID = 1"_s);
+  std::string sent;
+  proxy.CutLines([&](std::string_view fromClient) {
+    sent += fromClient;
+    return false;
+  });
+  const auto sentFor = [&](const QString& name) {
+    sent.clear();
+    database.OpenRecordset(u"SELECT tblSpots.ID FROM tblSpots WHERE UCase(tblSpots.Naam) = \"%1\""_s.arg(name));
+    return sent;
+  };
+  EXPECT_NE(sentFor(u"BIER%  "_s).find("lower(\"Naam\"),'bier%') "), std::string::npos) << sent;
+  EXPECT_EQ(sentFor(u"CAF\u00C9"_s).find("lower"), std::string::npos) << sent;
+}
+
+// There the server cannot tell which texts have other than ASCII characters.
+TEST_F(ServerStorage, ANameIsFoundInADatabaseOfAnotherEncoding) {
+  Server().Sql(u"CREATE DATABASE latin ENCODING 'LATIN1' LOCALE 'C' TEMPLATE template0"_s);
+  const QString path = Server().Url().replace(u"/postgres?"_s, u"/latin?"_s) + u"\\planning.mdb"_s;
+  dao::CreateDatabase(path);
+  dao::Database database = dao::OpenDatabase(path);
+  database.CreateTable(Spots());
+  database.Execute(u"INSERT INTO tblSpots (ID, Naam) VALUES (1, \"Stra\u00DFe\")"_s);
+  EXPECT_EQ(Rows(database, u"SELECT ID FROM tblSpots WHERE UCase(tblSpots.Naam) = \"STRASSE\""_s), QStringList(u"1"_s));
+}
+
 TEST_F(ServerStorage, AJoinOfManyRowsTakesFewRoundTrips) {
   Open().CreateTable({u"tblLinks"_s,
                       {Field(u"ItemID"_s, dao::FieldType::Long), Field(u"Plaats"_s, dao::FieldType::Long),
