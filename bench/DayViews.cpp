@@ -175,11 +175,12 @@ void Undo(DaySteps& steps, const SlowDisk& disk) {
   Require(CountOf(u"tblItemSpots"_s, u"Aktief = 0"_s) == 0, "the spots are active");
 }
 
+// Each file is a statement and a line in the list of paths.
 void Drop(DaySteps& steps, const SlowDisk& disk) {
   const QTemporaryDir folder;
   const int before = CountOf(u"tblItemSpots"_s, u"ID > 0"_s);
   QStringList files;
-  const DaySteps::Step step{"day-drop", "saving 30 dropped files", kDropped, 1500, kFewRepeats};
+  const DaySteps::Step step{"day-drop", "saving 30 dropped files", 2 * kDropped, 1500, kFewRepeats};
   steps.Run(
       disk, step,
       [&](int) -> DaySteps::Window {
@@ -209,7 +210,7 @@ void RunDayViews(DaySteps& steps, const SlowDisk& disk) {
   Views(steps, disk);
   Choice(steps, disk);
   EndDates(steps, disk);
-  Copies<frmItemSpots>(steps, disk, {"day-copy", "a copy of a spot", 1}, u"tblItemSpots"_s);
+  Copies<frmItemSpots>(steps, disk, {"day-copy", "a copy of a spot", 2}, u"tblItemSpots"_s);
   Copies<frmItems>(steps, disk, {"day-item-copy", "a copy of an item of 20 spots", 2 + 20, 100, kFewRepeats},
                    u"tblItems"_s);
   Remove(u"tblItemsItemSpots"_s, u"ItemID > 1"_s);

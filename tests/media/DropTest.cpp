@@ -182,8 +182,7 @@ TEST_F(DroppedFiles, ACancelledOneAsksWhetherToContinue) {
   Show();
   EXPECT_EQ(seen_, (QStringList{u"a | Nog 2 bestanden wachten"_s, u"b | Nog 1 bestand wacht"_s}));
   ASSERT_EQ(boxes.Shown().size(), 4U);
-  EXPECT_EQ(boxes.Shown()[1].text,
-            u"Er wachten nog 2 geluidsbestanden.\r\nVerdergaan met het volgende?"_s);
+  EXPECT_EQ(boxes.Shown()[1].text, u"Er wachten nog 2 geluidsbestanden.\r\nVerdergaan met het volgende?"_s);
   EXPECT_EQ(boxes.Shown()[3].text, u"Er wacht nog één geluidsbestand.\r\nVerdergaan met het volgende?"_s);
   EXPECT_TRUE(desk_.Pingle(1).Eof());
 }

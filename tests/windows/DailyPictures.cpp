@@ -126,8 +126,9 @@ void TakeProblems(const Album& album) {
   Change(u"UPDATE tblItemSpots SET Path = \"D:\\audio\\weg.mp3\" WHERE ID IN (1, 2, 3)"_s);
   Change(u"UPDATE tblItemSpots SET Path = \"Q:\\ver weg.mp3\" WHERE ID = 4"_s);
   Change(u"UPDATE tblItemSpots SET Aktief = 0 WHERE ID = 3"_s);
-  Change(u"INSERT INTO tblItems (ID, Naam, ItemSpotsOptID, OptMeerdereSpots, Aktief, Locked) VALUES "
-         u"(90, \"Blok zonder spots\", 1, 0, 1, 0)"_s);
+  Change(
+      u"INSERT INTO tblItems (ID, Naam, ItemSpotsOptID, OptMeerdereSpots, Aktief, Locked) VALUES "
+      u"(90, \"Blok zonder spots\", 1, 0, 1, 0)"_s);
   TakeForm<frmWeek>(album, u"week-stil"_s, {}, [](QWidget& form) {
     const auto& week = static_cast<const frmWeek&>(form);
     if (!QTest::qWaitFor([&] { return week.IsPlanned(); }, kReading)) throw runtime::Error(u"niets gepland"_s);
