@@ -56,7 +56,8 @@ void SetSmallest(QWidget& window) {
   constexpr const char* kSet = "smallestSet";
   if (window.property(kSet).toBool()) return;
   window.setProperty(kSet, true);
-  window.setMinimumSize((window.size() / 2).expandedTo(window.minimumSizeHint()));
+  const QSize smallest = (window.size() / 2).expandedTo(window.minimumSizeHint()).expandedTo(window.minimumSize());
+  window.setMinimumSize(smallest);
 }
 
 }  // namespace

@@ -55,6 +55,8 @@ class DaySteps {
     int statements = 0;   // that it writes: each may take 4 syncs
     double budget = 100;  // ms, at the 95th percentile, without the syncs
     int repeats = 20;
+    // Whether the background work of the window has ended; without it a fixed time is waited.
+    std::function<bool(const QWidget& window)> done = {};
   };
   // What a step opened, to be used until its background work has ended.
   using Window = std::shared_ptr<QWidget>;
@@ -73,8 +75,10 @@ class DaySteps {
     double time = 0;     // ms
     double syncs = 0;    // a statement
     double longest = 0;  // ms
+    double settled = 0;  // ms, until the background work of the slowest repeat had ended; only with Step::done
   };
-  void Settle();
+  // Returns that time.
+  static double Settle(const Step& step, const Window& window);
   void Note(const Step& step, const Figures& figures, int syncs);
 
   TimedApplication& application_;

@@ -26,7 +26,7 @@ namespace {
 
 constexpr int kWeek = 7;
 constexpr int kDaysShown = 2 * kWeek;
-constexpr QSize kWeekSize(900, 620);
+constexpr QSize kWeekSize(1040, 620);
 
 QString DayText(QDate day) {
   return QLocale(QLocale::Dutch).toString(day, u"dddd d MMMM"_s);

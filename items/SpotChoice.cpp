@@ -50,7 +50,6 @@ SpotChoice::SpotChoice(QWidget* parent)
   ui_->setupUi(this);
   shown_->setSourceModel(&model_);
   shown_->setFilterCaseSensitivity(Qt::CaseInsensitive);
-  shown_->setDynamicSortFilter(false);  // states do not change what is found
   ui_->lstMeerdere->setModel(shown_);
   QHeaderView& header = *ui_->lstMeerdere->header();
   header.setStretchLastSection(false);
@@ -69,6 +68,7 @@ void SpotChoice::ConnectEvents() {
     if (shown_->rowCount() > 0) ui_->lstMeerdere->setCurrentIndex(shown_->index(0, 0));
   });
   connect(&model_, &SpotChoiceModel::checkedChanged, this, &SpotChoice::ShowChecked);
+  connect(&model_, &SpotChoiceModel::statesChanged, ui_->lstMeerdere->viewport(), qOverload<>(&QWidget::update));
   connect(ui_->cmdToevoegen, &QPushButton::clicked, this, &SpotChoice::addRequested);
   connect(ui_->lstMeerdere, &QTreeView::doubleClicked, this, &SpotChoice::ToggleCurrent);
   const auto on = [this](int key, QWidget* in, const auto& call) {
@@ -96,10 +96,11 @@ int SpotChoice::LabelWidth() const {
 
 void SpotChoice::ReadStates() {
   reading_.Send([this, catalogue = CurrentCatalogue(), now = runtime::Now()](const LatestTask::Token& token) {
-    const QHash<qint64, SpotFacts> facts = FactsOfAll(catalogue);
-    token.Post([this, facts, files = FilesOf(facts), now] {
-      model_.SetFacts(facts, now);
-      checker_.Start(files);
+    QHash<qint64, SpotFacts> facts = FactsOfAll(catalogue);
+    std::vector<FilePresenceChecker::Request> files = FilesOf(facts);
+    token.Post([this, facts = std::move(facts), files = std::move(files), now]() mutable {
+      model_.SetFacts(std::move(facts), now);
+      checker_.Start(std::move(files));
     });
   });
 }

@@ -11,8 +11,6 @@
 #include <QPalette>
 #include <QPixmap>
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 using controls::LineDetails;
 
@@ -53,31 +51,21 @@ void SpotChoiceModel::SetSpots(std::vector<Spot> spots) {
   spots_ = std::move(spots);
   facts_.clear();
   checked_.clear();
-  rows_.clear();
-  rows_.reserve(static_cast<qsizetype>(spots_.size()));
-  for (std::size_t row = 0; row < spots_.size(); ++row)
-    rows_.insert(spots_[row].id, static_cast<int>(row));
   endResetModel();
 }
 
-void SpotChoiceModel::SetFacts(const QHash<qint64, SpotFacts>& facts, const QDateTime& now) {
-  facts_ = facts;
+void SpotChoiceModel::SetFacts(QHash<qint64, SpotFacts> facts, const QDateTime& now) {
+  facts_ = std::move(facts);
   now_ = now;
-  if (!spots_.empty()) Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, kColumns - 1));
+  Q_EMIT statesChanged();
 }
 
 void SpotChoiceModel::SetPresences(const std::vector<FilePresenceChecker::Result>& files) {
-  int first = rowCount();
-  int last = -1;
   for (const FilePresenceChecker::Result& file : files) {
     const auto facts = facts_.find(file.id);
-    const int row = rows_.value(file.id, -1);
-    if (facts == facts_.end() || row < 0) continue;
-    facts->file = file.presence;
-    first = std::min(first, row);
-    last = std::max(last, row);
+    if (facts != facts_.end()) facts->file = file.presence;
   }
-  if (first <= last) Q_EMIT dataChanged(index(first, 0), index(last, kColumns - 1));
+  Q_EMIT statesChanged();
 }
 
 void SpotChoiceModel::Toggle(int row) {

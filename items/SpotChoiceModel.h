@@ -28,7 +28,7 @@ class SpotChoiceModel : public QAbstractTableModel {
   // Replaces the spots; none is checked, and no state is known.
   void SetSpots(std::vector<Spot> spots);
   // The states follow from these facts at time `now`. Spots that are missing keep no state.
-  void SetFacts(const QHash<qint64, SpotFacts>& facts, const QDateTime& now);
+  void SetFacts(QHash<qint64, SpotFacts> facts, const QDateTime& now);
   void SetPresences(const std::vector<FilePresenceChecker::Result>& files);
 
   void Toggle(int row);
@@ -44,11 +44,12 @@ class SpotChoiceModel : public QAbstractTableModel {
 
  Q_SIGNALS:
   void checkedChanged();
+  // In place of dataChanged, which takes too long for very many rows: what is in sight has to be painted again.
+  void statesChanged();
 
  private:
   std::vector<Spot> spots_;
   QHash<qint64, SpotFacts> facts_;
-  QHash<qint64, int> rows_;  // by ID
   QDateTime now_;
   QList<int> checked_;  // rows
 };

@@ -49,13 +49,14 @@ void frmItemsDetailOpt1::FillCboItemSpot() {
   Trapped(__func__, [this] {
     const Catalogue catalogue = CurrentCatalogue();
     const QString& table = catalogue.itemSpots;
-    dao::Database database = dao::OpenDatabase(catalogue.databasePath);
-    dao::Recordset rows = database.OpenRecordset(u"SELECT "_s + table + u".ID, " + table + u".Naam As Code From " +
-                                                 table + u" ORDER BY " + table + u".Naam");
     std::vector<controls::ComboBox::Line> lines;
-    for (; !rows.Eof(); rows.MoveNext()) {
-      lines.push_back({rows.Field(u"Code"_s).toString(), rows.Field(u"ID"_s).toLongLong()});
-    }
+    dao::OpenDatabase(catalogue.databasePath)
+        .Visit(
+            u"SELECT "_s + table + u".ID, " + table + u".Naam As Code From " + table + u" ORDER BY " + table + u".Naam",
+            [&](const dao::Row& row) {
+              lines.push_back({row.Text(1).toString(), row.Field(0).toLongLong()});
+              return true;
+            });
     ui_->cboItemSpot->Refill(lines);
     if (!isNew_) return;
     std::vector<SpotChoiceModel::Spot> spots;

@@ -66,9 +66,10 @@ void frmItemsDetail::ShowUndoList() {
       !emptied_.empty() && ui_->opt1->isChecked() && ui_->lstOpt1ItemSpots->ListCount() == 0 && !isLocked_;
   ui_->cmdOpt1Ongedaan->setVisible(offered);
   if (!offered) return;
-  ui_->lblOpt1Totaal->setText(emptied_.size() == 1
-                                  ? tr("1 item-spot is uit de lijst gehaald")
-                                  : tr("%1 item-spots zijn uit de lijst gehaald").arg(emptied_.size()));
+  ui_->lstOpt1ItemSpots->SetEmptyText(
+      emptied_.size() == 1 ? tr("De item-spot is uit de lijst gehaald.\n‘Ongedaan maken’ (Ctrl+Z) haalt hem terug.")
+                           : tr("%1 item-spots zijn uit de lijst gehaald.\n‘Ongedaan maken’ (Ctrl+Z) haalt ze terug.")
+                                 .arg(emptied_.size()));
 }
 
 void frmItemsDetail::cmdOpt1Ongedaan_Click() {

@@ -96,6 +96,7 @@ void AudioFields::FillFromFile() {
 
 void AudioFields::ShowWaiting() {
   const qsizetype left = DroppedAudioLeft();
-  controls_.lblToelichting->setText(left == 0 ? QString() : u"en nog %1"_s.arg(left));
+  const QString text = left == 1 ? u"Nog 1 bestand wacht"_s : u"Nog %1 bestanden wachten"_s.arg(left);
+  controls_.lblToelichting->setText(left == 0 ? QString() : text);
   Q_EMIT waitingChanged();
 }

@@ -13,11 +13,13 @@
 #include "data/Text.h"
 #include "data/Writes.h"
 #include "data/forms/EditorForm.h"
+#include "platform/dao/Database.h"
 #include "platform/runtime/Dates.h"
 #include "platform/runtime/Numbers.h"
 #include "platform/runtime/Trapped.h"
 
 #include <QRegularExpression>
+#include <QSet>
 
 #include <type_traits>
 #include <vector>
@@ -203,11 +205,29 @@ Duplicated Duplicate(RecordKind kind, qint32 id) {
   return DuplicateItem(id);
 }
 
+namespace {
+
+// Case-folded, of all names that begin so.
+QSet<QString> NamesBeginning(const QString& beginning, const QString& databasePath, const QString& table) {
+  QSet<QString> names;
+  dao::OpenDatabase(databasePath).Visit(u"SELECT Naam FROM "_s + table, [&](const dao::Row& row) {
+    const QString naam = row.Text(0).toString();
+    if (naam.startsWith(beginning, Qt::CaseInsensitive)) names.insert(naam.toCaseFolded());
+    return true;
+  });
+  return names;
+}
+
+}  // namespace
+
+// Every look-up of a name reads the whole table, so the names that are obviously taken are read at once.
 QString FreeName(const QString& naam, int longest, const QString& databasePath, const QString& table) {
   if (naam.isEmpty()) return naam;
+  constexpr int kLongestSuffix = 9;
   static const QRegularExpression kNumbered(u"^(.*\\S) \\((\\d{1,6})\\)$"_s);
   const QRegularExpressionMatch numbered = kNumbered.match(naam);
   QString base = numbered.hasMatch() ? numbered.captured(1) : naam;
+  const QSet<QString> taken = NamesBeginning(base.left(longest - kLongestSuffix), databasePath, table);
   for (int number = numbered.hasMatch() ? numbered.captured(2).toInt() + 1 : 2;; ++number) {
     const QString suffix = u" (%1)"_s.arg(number);
     if (base.size() + suffix.size() > longest) {
@@ -216,6 +236,6 @@ QString FreeName(const QString& naam, int longest, const QString& databasePath, 
       base = runtime::TrimBlanks(base);
     }
     QString free = base + suffix;
-    if (!NameExists(databasePath, table, free, true, 0)) return free;
+    if (!taken.contains(free.toCaseFolded()) && !NameExists(databasePath, table, free, true, 0)) return free;
   }
 }

@@ -169,7 +169,7 @@ TEST_F(DroppedFiles, OpenTheEditorOneAfterTheOther) {
   SaveNext();
   SaveNext();
   Show();
-  EXPECT_EQ(seen_, (QStringList{u"a | en nog 2"_s, u"b | en nog 1"_s, u"c | "_s}));
+  EXPECT_EQ(seen_, (QStringList{u"a | Nog 2 bestanden wachten"_s, u"b | Nog 1 bestand wacht"_s, u"c | "_s}));
   EXPECT_EQ(desk_.Pingle(3).Field(u"Naam"_s).toString(), u"c"_s);
   EXPECT_EQ(desk_.Pingle(3).Field(u"LengteSec"_s).toInt(), 3);
 }
@@ -180,7 +180,7 @@ TEST_F(DroppedFiles, ACancelledOneAsksWhetherToContinue) {
   CancelNext();
   CancelNext();
   Show();
-  EXPECT_EQ(seen_, (QStringList{u"a | en nog 2"_s, u"b | en nog 1"_s}));
+  EXPECT_EQ(seen_, (QStringList{u"a | Nog 2 bestanden wachten"_s, u"b | Nog 1 bestand wacht"_s}));
   ASSERT_EQ(boxes.Shown().size(), 4U);
   EXPECT_EQ(boxes.Shown()[1].text, u"Er wachten nog 2 geluidsbestanden.\r\nVerdergaan met het volgende?"_s);
   EXPECT_EQ(boxes.Shown()[3].text, u"Er wacht nog één geluidsbestand.\r\nVerdergaan met het volgende?"_s);
@@ -195,5 +195,5 @@ TEST_F(DroppedFiles, OnANewEditorTheFirstFillsItAndTheOthersAreQueued) {
   });
   SaveNext();
   Show();
-  EXPECT_EQ(seen_, (QStringList{u"a | en nog 1"_s, u"b | "_s}));
+  EXPECT_EQ(seen_, (QStringList{u"a | Nog 1 bestand wacht"_s, u"b | "_s}));
 }

@@ -2,6 +2,7 @@
 // Takes pictures of every window on the demonstration station, in the states that matter for its design, and prints the
 // overviews as PDF.
 #include "app/Start.h"
+#include "app/TodayPanel.h"
 #include "app/frmMain.h"
 #include "catalogue/frmItemPingles.h"
 #include "catalogue/frmItemSpots.h"
@@ -29,6 +30,8 @@
 #include "tests/journeys/Journey.h"
 #include "tests/journeys/Stage.h"
 #include "tests/windows/Album.h"
+#include "tests/windows/DailyPictures.h"
+#include "tests/windows/Take.h"
 #include "tests/windows/Windows.h"
 #include "tools/Commands.h"
 
@@ -36,6 +39,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
+#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -50,6 +54,9 @@
 
 using namespace Qt::StringLiterals;
 using windows::Album;
+using windows::Change;
+using windows::In;
+using windows::TakeForm;
 
 namespace {
 
@@ -62,17 +69,6 @@ constexpr qint32 kLostSpot = 6;
 constexpr int kPatience = 30000;  // ms; maximum for counting in the background
 const QString kLongName =
     u"Coöperatieve vereniging voor plattelandstoerisme ‘Het Wielmeerse Land’ - vijfentwintigste lenteweekend met fiets, boot en boerenmarkt"_s;
-
-template <class Control>
-Control& In(QWidget& window, const QString& name) {
-  auto* control = window.findChild<Control*>(name);
-  if (control == nullptr) throw runtime::Error(u"geen %1"_s.arg(name));
-  return *control;
-}
-
-void Change(const QString& statement) {
-  dao::OpenDatabase(CurrentCatalogue().databasePath).Execute(statement);
-}
 
 // Records as after some years of use: long names, a locked item.
 void MakeExtremes() {
@@ -109,43 +105,12 @@ void TakeMain(const Album& album) {
   album.TakeOpened(u"main-menu"_s, [&] { In<QMenu>(*main, u"mnuOverzichten"_s).exec(QPoint(100, 100)); });
 }
 
-template <class Shown>
-void TakeForm(const Album& album, const QString& name, const QString& selected,
-              const std::function<void(QWidget&)>& prepare = {}) {
-  global.gstrSelectedID = selected;
-  Shown form(nullptr);
-  form.Form_Load();
-  album.Take(name, form, [&] {
-    if (prepare) prepare(form);
-  });
-}
-
 template <class List>
 void TakeList(const Album& album, const QString& name, const QString& inactive, const QString& searched) {
   TakeForm<List>(album, name, {}, [&](QWidget& form) {
     In<QAbstractButton>(form, inactive).click();
     In<QLineEdit>(form, u"txtZoek"_s).setText(searched);
   });
-}
-
-// Several lines marked, a line that was just made, and a deactivation that can be undone.
-void TakeMarked(const Album& album) {
-  TakeForm<frmItemSpots>(album, u"itemSpots-gemarkeerd"_s, {}, [](QWidget& form) {
-    auto& list = In<controls::ListBox>(form, u"lstOverzicht"_s);
-    list.setFocus();
-    for (int line = 0; line < 5; ++line)
-      QTest::keyClick(&list, Qt::Key_Down, Qt::ShiftModifier);
-  });
-  TakeForm<frmItemSpots>(album, u"itemSpots-bewaard"_s, {}, [](QWidget& form) {
-    In<controls::ListBox>(form, u"lstOverzicht"_s).SetListIndex(4);
-    In<QAbstractButton>(form, u"cmdDupliceren"_s).click();
-  });
-  TakeForm<frmItems>(album, u"items-ongedaan"_s, {}, [](QWidget& form) {
-    In<controls::ListBox>(form, u"lstOverzicht"_s).SetListIndex(2);
-    In<QAbstractButton>(form, u"cmdDesaktiveer"_s).click();
-  });
-  Change(u"DELETE FROM tblItemSpots WHERE ID > 60"_s);
-  Change(u"UPDATE tblItems SET Aktief = 1"_s);
 }
 
 void TakeStates(const Album& album) {
@@ -208,6 +173,19 @@ void TakeOffline(const Album& album) {
                                 u"uitleg"_s};
   const std::unique_ptr<frmMain> main = StartedMain();
   album.Take(u"main-export"_s, *main);
+}
+
+// Reasons in place of counts.
+void TakeUnreadable(const Album& album) {
+  const std::unique_ptr<frmMain> main = StartedMain();
+  const QString path = runtime::HostPath(global.serverDatabasePath);
+  if (!QFile::rename(path, path + u".weg"_s)) throw runtime::Error(u"kan de database niet verbergen"_s);
+  album.Take(u"main-onleesbaar"_s, *main, [&] {
+    In<TodayPanel>(*main, u"fraVandaag"_s).Count();
+    const QLabel& words = In<QLabel>(*main, u"lblLopen"_s);
+    if (!QTest::qWaitFor([&] { return words.text().contains(u':'); }, kPatience)) throw runtime::Error(u"geen reden"_s);
+  });
+  QFile::rename(path + u".weg"_s, path);
 }
 
 void TakeOthers(const Album& album) {
@@ -290,9 +268,11 @@ void TakeAll(const QString& folder) {
     if (opening.name != u"main"_s) album.Take(opening.name, opening.open().Widget());
   }
   TakeStates(album);
-  TakeMarked(album);
-  TakeOffline(album);
   TakeOthers(album);
+  TakeUnreadable(album);
+  TakeOffline(album);
+  global.online = true;
+  windows::TakeDaily(album);
   TakePaper(folder);
 }
 
