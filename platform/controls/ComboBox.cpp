@@ -14,12 +14,9 @@
 
 #include <algorithm>
 
-namespace controls {
-namespace {
-
 using namespace Qt::StringLiterals;
 
-}  // namespace
+namespace controls {
 
 ComboBox::ComboBox(QWidget* parent) : QComboBox(parent) {
   setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
