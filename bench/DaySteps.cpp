@@ -19,7 +19,7 @@ using Clock = std::chrono::steady_clock;
 constexpr double kMaxSyncs = 4;  // for a statement
 constexpr double kMaxTurn = 16;  // ms
 constexpr double kPercentile = 0.95;
-constexpr int kWatched = 3;            // repeats of a step whose background work is awaited
+constexpr int kWatched = 5;            // repeats of a step whose background work is awaited
 constexpr qint64 kSettling = 700;      // ms
 constexpr qint64 kPatience = 120'000;  // ms
 

@@ -30,6 +30,7 @@ namespace {
 
 constexpr int kMarked = 20;
 constexpr int kDropped = 30;
+// So few that the background work of each ends before the next one, as between two actions of a user.
 constexpr int kFewRepeats = 5;
 
 void Press(const QWidget& form, const QString& button) {
@@ -78,13 +79,13 @@ class Answer {
 };
 
 void Views(DaySteps& steps, const SlowDisk& disk) {
-  DaySteps::Step week{"day-week", "opening the week"};
+  DaySteps::Step week{"day-week", "opening the week", 0, 100, kFewRepeats};
   week.done = [](const QWidget& form) {
     const auto& day = ListOf(form, u"lstDag"_s);
     return dynamic_cast<const frmWeek&>(form).IsPlanned() && day.ListCount() > 0 && !day.Text(0).isEmpty();
   };
   steps.Run(disk, week, [](int) { return Shown<frmWeek>(); });
-  DaySteps::Step missing{"day-missing", "opening the missing files"};
+  DaySteps::Step missing{"day-missing", "opening the missing files", 0, 100, kFewRepeats};
   missing.done = [](const QWidget& form) { return dynamic_cast<const frmOntbreekt&>(form).IsFinished(); };
   steps.Run(disk, missing, [](int) { return Shown<frmOntbreekt>(); });
 }
@@ -100,7 +101,7 @@ void Choice(DaySteps& steps, const SlowDisk& disk) {
     Paint(*form);
     return form;
   };
-  DaySteps::Step choice{"day-choice", "choosing spots for an item"};
+  DaySteps::Step choice{"day-choice", "choosing spots for an item", 0, 100, kFewRepeats};
   choice.done = [](const QWidget& dialog) {
     const auto* model = dialog.findChild<QTreeView*>(u"lstMeerdere"_s)->model();
     return !model->index(0, 1).data().toString().isEmpty();
@@ -167,7 +168,7 @@ void Undo(DaySteps& steps, const SlowDisk& disk) {
       return list;
     };
   };
-  const DaySteps::Step step{"day-undo", "making a spot active again", 1};
+  const DaySteps::Step step{"day-undo", "making a spot active again", 1, 100, kFewRepeats};
   steps.Run(disk, step, press(u"cmdOngedaan"_s), [&](int) {
     ListOf(*list).SetListIndex(0);
     Press(*list, u"cmdDesaktiveer"_s);
@@ -210,7 +211,7 @@ void RunDayViews(DaySteps& steps, const SlowDisk& disk) {
   Views(steps, disk);
   Choice(steps, disk);
   EndDates(steps, disk);
-  Copies<frmItemSpots>(steps, disk, {"day-copy", "a copy of a spot", 2}, u"tblItemSpots"_s);
+  Copies<frmItemSpots>(steps, disk, {"day-copy", "a copy of a spot", 2, 100, kFewRepeats}, u"tblItemSpots"_s);
   Copies<frmItems>(steps, disk, {"day-item-copy", "a copy of an item of 20 spots", 2 + 20, 100, kFewRepeats},
                    u"tblItems"_s);
   Remove(u"tblItemsItemSpots"_s, u"ItemID > 1"_s);
