@@ -87,7 +87,7 @@ class Day {
     // A backup, and a table emptied and filled; of items two tables.
     Close<frmItems>({"day-items-close", "closing the list of items", 5, 100, 5});
     Close<frmItemSpots>({"day-close", "closing the list of item-spots", 3, 200, 5});
-    bench::RunDayViews(steps_, disk_);
+    if (!IsLarge()) bench::RunDayViews(steps_, disk_);
     steps_.Run(disk_, {"day-offline", "going offline", 1}, [](int) { return UseOnline(false); });
     SaveFirstOffline();
     // Each statement is kept with its basis, carried out and logged.

@@ -17,6 +17,7 @@
 #include "platform/dao/Database.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -32,6 +33,7 @@ constexpr int kMarked = 20;
 constexpr int kDropped = 30;
 // So few that the background work of each ends before the next one, as between two actions of a user.
 constexpr int kFewRepeats = 5;
+constexpr int kUntilUndo = 1500;  // ms; the states of the list are known by then
 
 void Press(const QWidget& form, const QString& button) {
   form.findChild<QPushButton*>(button)->click();
@@ -159,6 +161,13 @@ void Copies(DaySteps& steps, const SlowDisk& disk, const DaySteps::Step& step, c
   Remove(table, u"ID > "_s + QString::number(before));
 }
 
+void Wait(qint64 ms) {
+  QElapsedTimer timer;
+  timer.start();
+  while (timer.elapsed() < ms)
+    QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+}
+
 void Undo(DaySteps& steps, const SlowDisk& disk) {
   const auto list = Shown<frmItemSpots>();
   const auto press = [&list](const QString& button) {
@@ -168,10 +177,11 @@ void Undo(DaySteps& steps, const SlowDisk& disk) {
       return list;
     };
   };
-  const DaySteps::Step step{"day-undo", "making a spot active again", 1, 100, kFewRepeats};
+  const DaySteps::Step step{"day-undo", "making a spot active again", 1, 200, kFewRepeats};
   steps.Run(disk, step, press(u"cmdOngedaan"_s), [&](int) {
     ListOf(*list).SetListIndex(0);
     Press(*list, u"cmdDesaktiveer"_s);
+    Wait(kUntilUndo);
   });
   Require(CountOf(u"tblItemSpots"_s, u"Aktief = 0"_s) == 0, "the spots are active");
 }
@@ -211,7 +221,7 @@ void RunDayViews(DaySteps& steps, const SlowDisk& disk) {
   Views(steps, disk);
   Choice(steps, disk);
   EndDates(steps, disk);
-  Copies<frmItemSpots>(steps, disk, {"day-copy", "a copy of a spot", 2, 100, kFewRepeats}, u"tblItemSpots"_s);
+  Copies<frmItemSpots>(steps, disk, {"day-copy", "a copy of a spot", 2, 200, kFewRepeats}, u"tblItemSpots"_s);
   Copies<frmItems>(steps, disk, {"day-item-copy", "a copy of an item of 20 spots", 2 + 20, 100, kFewRepeats},
                    u"tblItems"_s);
   Remove(u"tblItemsItemSpots"_s, u"ItemID > 1"_s);
