@@ -2,6 +2,7 @@
 #include "platform/dao/RowStatement.h"
 
 #include "platform/dao/Keywords.h"
+#include "platform/dao/TokenReader.h"
 
 #include <algorithm>
 
@@ -15,61 +16,48 @@ constexpr qsizetype kMaxDigits = 15;  // the engine reads longer numbers as text
 // Only what SQLite reads in the same way, whatever the table is: plain names, literals, no expressions.
 class RowParser {
  public:
-  explicit RowParser(const std::vector<Token>& tokens) : tokens_(tokens) {}
+  explicit RowParser(const std::vector<Token>& tokens) : in_(tokens) {}
 
   std::optional<RowStatement> Run() {
-    const bool isParsed = (TakeWord(u"INSERT") && Insert()) || (TakeWord(u"UPDATE") && Update()) ||
-                          (TakeWord(u"DELETE") && Delete()) || (TakeWord(u"SELECT") && Select());
-    if (!isParsed || Peek().kind != TokenKind::End) return std::nullopt;
+    const bool isParsed = (in_.TakeWord(u"INSERT") && Insert()) || (in_.TakeWord(u"UPDATE") && Update()) ||
+                          (in_.TakeWord(u"DELETE") && Delete()) || (in_.TakeWord(u"SELECT") && Select());
+    if (!isParsed || !in_.AtEnd()) return std::nullopt;
     return std::move(row_);
   }
 
  private:
-  const Token& Peek() const { return tokens_[at_]; }
-
-  bool TakeWord(QStringView word) {
-    if (!Peek().IsWord(word)) return false;
-    ++at_;
-    return true;
-  }
-  bool TakeSymbol(QStringView symbol) {
-    if (!Peek().Is(symbol)) return false;
-    ++at_;
-    return true;
-  }
-
   // SQLite ignores the letter case of ASCII letters only.
   bool TakeName(QStringView& name) {
-    const Token& token = Peek();
+    const Token& token = in_.Peek();
     const auto isAscii = [](QChar letter) { return letter < u'\x80'; };
     if (!token.IsName() || (token.kind == TokenKind::Word && IsKeyword(token.text))) return false;
     if (!std::all_of(token.text.begin(), token.text.end(), isAscii)) return false;
     name = token.text;
-    ++at_;
+    in_.Skip();
     return true;
   }
   // A field name, optionally qualified with the table.
   bool TakeField(QStringView& field) {
     if (!TakeName(field)) return false;
-    if (!TakeSymbol(u".")) return true;
+    if (!in_.TakeSymbol(u".")) return true;
     return field.compare(row_.table, Qt::CaseInsensitive) == 0 && TakeName(field);
   }
   bool TakeTable() { return TakeName(row_.table) && !row_.table.startsWith(u"sqlite_"_s, Qt::CaseInsensitive); }
 
   bool TakeWhole(std::int64_t& number) {
-    const bool isNegative = TakeSymbol(u"-");
-    const Token& token = Peek();
+    const bool isNegative = in_.TakeSymbol(u"-");
+    const Token& token = in_.Peek();
     const auto isDigit = [](QChar c) { return c >= u'0' && c <= u'9'; };
     if (token.kind != TokenKind::Number || token.text.size() > kMaxDigits) return false;
     if (!std::all_of(token.text.begin(), token.text.end(), isDigit)) return false;
     number = token.text.toLongLong();
     if (isNegative) number = -number;
-    ++at_;
+    in_.Skip();
     return true;
   }
 
   bool TakeValue() {
-    const Token& token = Peek();
+    const Token& token = in_.Peek();
     std::int64_t number = 0;
     if (token.kind == TokenKind::Text) {
       row_.values.emplace_back(TextOf(token));
@@ -82,7 +70,7 @@ class RowParser {
       row_.values.emplace_back(number);
       return true;
     }
-    ++at_;
+    in_.Skip();
     return true;
   }
   std::u16string_view TextOf(const Token& token) {
@@ -100,45 +88,47 @@ class RowParser {
 
   bool Insert() {
     row_.verb = Verb::Insert;
-    if (!TakeWord(u"INTO") || !TakeTable()) return false;
-    if (TakeSymbol(u"(")) {
+    if (!in_.TakeWord(u"INTO") || !TakeTable()) return false;
+    if (in_.TakeSymbol(u"(")) {
       do {
         QStringView field;
         if (!TakeName(field) || !AddField(field)) return false;
-      } while (TakeSymbol(u","));
-      if (!TakeSymbol(u")")) return false;
+      } while (in_.TakeSymbol(u","));
+      if (!in_.TakeSymbol(u")")) return false;
     }
-    if (!TakeWord(u"VALUES") || !TakeSymbol(u"(")) return false;
+    if (!in_.TakeWord(u"VALUES") || !in_.TakeSymbol(u"(")) return false;
     do {
       if (!TakeValue()) return false;
-    } while (TakeSymbol(u","));
-    return TakeSymbol(u")");
+    } while (in_.TakeSymbol(u","));
+    return in_.TakeSymbol(u")");
   }
 
   bool Update() {
     row_.verb = Verb::Update;
-    if (!TakeTable() || !TakeWord(u"SET")) return false;
+    if (!TakeTable() || !in_.TakeWord(u"SET")) return false;
     do {
       QStringView field;
-      if (!TakeField(field) || !AddField(field) || !TakeSymbol(u"=") || !TakeValue()) return false;
-    } while (TakeSymbol(u","));
+      if (!TakeField(field) || !AddField(field) || !in_.TakeSymbol(u"=") || !TakeValue()) return false;
+    } while (in_.TakeSymbol(u","));
     return Where();
   }
 
   bool Delete() {
     row_.verb = Verb::Delete;
-    TakeSymbol(u"*");
-    return TakeWord(u"FROM") && TakeTable() && Where();
+    in_.TakeSymbol(u"*");
+    return in_.TakeWord(u"FROM") && TakeTable() && Where();
   }
 
-  bool Where() { return TakeWord(u"WHERE") && TakeField(row_.keyField) && TakeSymbol(u"=") && TakeWhole(row_.key); }
+  bool Where() {
+    return in_.TakeWord(u"WHERE") && TakeField(row_.keyField) && in_.TakeSymbol(u"=") && TakeWhole(row_.key);
+  }
 
   // The fields come before the table that may qualify them, so their names are checked at the end.
   bool Select() {
     row_.verb = Verb::Select;
     std::vector<QStringView> qualifiers;
-    if (!TakeSymbol(u"*") && !SelectList(qualifiers)) return false;
-    if (!TakeWord(u"FROM") || !TakeTable() || !Where()) return false;
+    if (!in_.TakeSymbol(u"*") && !SelectList(qualifiers)) return false;
+    if (!in_.TakeWord(u"FROM") || !TakeTable() || !Where()) return false;
     const auto isTable = [&](QStringView name) { return name.compare(row_.table, Qt::CaseInsensitive) == 0; };
     return std::ranges::all_of(qualifiers, isTable);
   }
@@ -147,19 +137,18 @@ class RowParser {
     do {
       RowStatement::Column column;
       if (!TakeName(column.field)) return false;
-      if (TakeSymbol(u".")) {
+      if (in_.TakeSymbol(u".")) {
         qualifiers.push_back(column.field);
-        if (row_.columns.empty() && TakeSymbol(u"*")) return true;
+        if (row_.columns.empty() && in_.TakeSymbol(u"*")) return true;
         if (!TakeName(column.field)) return false;
       }
-      if (TakeWord(u"AS") && !TakeName(column.name)) return false;
+      if (in_.TakeWord(u"AS") && !TakeName(column.name)) return false;
       row_.columns.push_back(column);
-    } while (TakeSymbol(u","));
+    } while (in_.TakeSymbol(u","));
     return true;
   }
 
-  const std::vector<Token>& tokens_;
-  std::size_t at_ = 0;
+  TokenReader in_;
   RowStatement row_;
 };
 

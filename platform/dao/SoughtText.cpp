@@ -1,69 +1,66 @@
 // SPDX-License-Identifier: MIT
 #include "platform/dao/SoughtText.h"
 
-#include <algorithm>
+#include "platform/dao/TokenReader.h"
+
+#include <utility>
 
 namespace dao {
 namespace {
 
 class ConditionParser {
  public:
-  explicit ConditionParser(const std::vector<Token>& tokens) : tokens_(tokens) {}
+  explicit ConditionParser(const std::vector<Token>& tokens) : in_(tokens) {}
 
   std::optional<SoughtText> Run() {
-    const auto where = std::ranges::find_if(tokens_, [](const Token& token) { return token.IsWord(u"WHERE"); });
-    constexpr auto kTokensOfFrom = 2;
-    if (where == tokens_.end() || where - tokens_.begin() < kTokensOfFrom) return std::nullopt;
-    if (!(where - 2)->IsWord(u"FROM") || !(where - 1)->IsName()) return std::nullopt;
-    table_ = (where - 1)->text;
-    at_ = static_cast<std::size_t>(where - tokens_.begin()) + 1;
+    if (!SkipToCondition()) return std::nullopt;
     SoughtText sought;
-    const bool isCompared = TakeWord(u"UCASE") && TakeSymbol(u"(") && TakeField(sought.field) && TakeSymbol(u")") &&
-                            TakeSymbol(u"=") && Peek().kind == TokenKind::Text;
+    const bool isCompared = in_.TakeWord(u"UCASE") && in_.TakeSymbol(u"(") && TakeField(sought.field) &&
+                            in_.TakeSymbol(u")") && in_.TakeSymbol(u"=") && in_.Peek().kind == TokenKind::Text;
     if (!isCompared) return std::nullopt;
-    sought.text = Peek().Value();
-    ++at_;
-    if (Peek().kind != TokenKind::End && !ExceptRow()) return std::nullopt;
+    sought.text = in_.Peek().Value();
+    in_.Skip();
+    if (!in_.AtEnd() && !ExceptRow()) return std::nullopt;
     return sought;
   }
 
  private:
-  const Token& Peek() const { return tokens_[at_]; }
-  bool TakeWord(QStringView word) {
-    if (!Peek().IsWord(word)) return false;
-    ++at_;
-    return true;
-  }
-  bool TakeSymbol(QStringView symbol) {
-    if (!Peek().Is(symbol)) return false;
-    ++at_;
-    return true;
+  // To what follows the first WHERE, after the one table.
+  bool SkipToCondition() {
+    Token beforeTable;
+    Token table;
+    for (; !in_.AtEnd(); in_.Skip()) {
+      if (in_.TakeWord(u"WHERE")) {
+        table_ = table.text;
+        return beforeTable.IsWord(u"FROM") && table.IsName();
+      }
+      beforeTable = std::exchange(table, in_.Peek());
+    }
+    return false;
   }
   // A field name, optionally qualified with the table.
   bool TakeField(QString& field) {
-    if (!Peek().IsName()) return false;
-    field = Peek().text.toString();
-    ++at_;
-    if (!Peek().Is(u".")) return true;
-    if (field.compare(table_, Qt::CaseInsensitive) != 0) return false;
-    ++at_;
-    if (!Peek().IsName()) return false;
-    field = Peek().text.toString();
-    ++at_;
+    if (!TakeName(field)) return false;
+    if (!in_.TakeSymbol(u".")) return true;
+    return field.compare(table_, Qt::CaseInsensitive) == 0 && TakeName(field);
+  }
+  bool TakeName(QString& name) {
+    if (!in_.Peek().IsName()) return false;
+    name = in_.Peek().text.toString();
+    in_.Skip();
     return true;
   }
   bool ExceptRow() {
     QString field;
-    if (!TakeWord(u"AND") || !TakeWord(u"NOT") || !TakeField(field) || !TakeSymbol(u"=")) return false;
-    TakeSymbol(u"-");
-    if (Peek().kind != TokenKind::Number) return false;
-    ++at_;
-    return Peek().kind == TokenKind::End;
+    if (!in_.TakeWord(u"AND") || !in_.TakeWord(u"NOT") || !TakeField(field) || !in_.TakeSymbol(u"=")) return false;
+    in_.TakeSymbol(u"-");
+    if (in_.Peek().kind != TokenKind::Number) return false;
+    in_.Skip();
+    return in_.AtEnd();
   }
 
-  const std::vector<Token>& tokens_;
+  TokenReader in_;
   QStringView table_;
-  std::size_t at_ = 0;
 };
 
 }  // namespace

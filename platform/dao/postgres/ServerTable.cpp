@@ -94,7 +94,7 @@ std::unique_ptr<Cursor> ServerTable::ScanForText(std::size_t field, std::u16stri
   }
   const std::string name = QuotedServerName(definition_.fields[static_cast<qsizetype>(field)].name);
   const auto begins = [&](const std::u16string& with) {
-    return "pg_catalog.starts_with(pg_catalog.lower(" + name + ")," + Literal(field, with) + ')';
+    return "pg_catalog.starts_with(pg_catalog.lower(" + name + " COLLATE \"C\")," + Literal(field, with) + ')';
   };
   // In another encoding the lengths do not tell which texts are ASCII.
   const std::string condition = " WHERE (SELECT pg_catalog.getdatabaseencoding())<>'UTF8' OR " + begins(start) +

@@ -74,8 +74,16 @@ TEST_F(ServerStorage, ANameIsSoughtOnTheServer) {
     database.OpenRecordset(u"SELECT tblSpots.ID FROM tblSpots WHERE UCase(tblSpots.Naam) = \"%1\""_s.arg(name));
     return sent;
   };
-  EXPECT_NE(sentFor(u"BIER%  "_s).find("lower(\"Naam\"),'bier%') "), std::string::npos) << sent;
+  EXPECT_NE(sentFor(u"BIER%  "_s).find("lower(\"Naam\" COLLATE \"C\"),'bier%') "), std::string::npos) << sent;
   EXPECT_EQ(sentFor(u"CAF\u00C9"_s).find("lower"), std::string::npos) << sent;
+}
+
+// In Turkish the small letter of I is another one than i.
+TEST_F(ServerStorage, ANameIsFoundWhateverTheCollationOfTheColumn) {
+  const QString statement = u"ALTER TABLE \"%1\".\"tblSpots\" ALTER \"Naam\" TYPE varchar(50) COLLATE \"tr-x-icu\""_s;
+  Server().Sql(statement.arg(Schema()));
+  Open().Execute(u"UPDATE tblSpots SET Naam = \"BIER\" WHERE ID = 2"_s);
+  EXPECT_EQ(Rows(Open(), u"SELECT ID FROM tblSpots WHERE UCase(tblSpots.Naam) = \"BIER\""_s), QStringList(u"2"_s));
 }
 
 // There the server cannot tell which texts have other than ASCII characters.
