@@ -325,8 +325,9 @@ void IndexWriter::Clear() {
   std::erase(pages, root_);
   // Skip emptied pages that another program freed but left in the map.
   std::erase_if(pages, [&](std::uint32_t page) { return IsUnwritten(*pages_.Read(page)) && space_.IsFree(page); });
-  for (const std::uint32_t page : pages)
-    IndexPage(pages_.Read(page), page, table_);  // throws when the page belongs to another table
+  const auto requireOwn = [&](std::uint32_t page) { IndexPage(pages_.Read(page), page, table_); };
+  requireOwn(root_);
+  std::ranges::for_each(pages, requireOwn);
   map_.Clear(space_);
   space_.Release(pages);
   map_.Add(space_, root_);

@@ -6,6 +6,7 @@
 #include "platform/jet/check/Check.h"
 #include "platform/jet/pages/UsageMap.h"
 #include "platform/jet/rows/RowBuilder.h"
+#include "platform/jet/table/Catalog.h"
 #include "platform/jet/table/PageClaims.h"
 #include "platform/jet/table/TableWriter.h"
 #include "platform/jet/values/Codec.h"
@@ -151,6 +152,16 @@ class DamagedBase : public testing::Test {
   void MarkAllUsed() {
     const std::size_t bits = PlaceOf(kGlobalMap) + 5;
     std::fill_n(file_.begin() + static_cast<std::ptrdiff_t>(bits), kMappedPages / 8, std::uint8_t{0});
+  }
+
+  std::string MessageOfEmptying() {
+    files_.Put(kPath, file_);
+    const auto database = Open();
+    return test::MessageOf([&] {
+      WriteTurn turn(*database);
+      database->OpenWriter(u"tblSpots")->DeleteAll();
+      turn.Commit();
+    });
   }
 
   // The error of a change that needs a new page; checks that a refused change leaves the file as it was.
@@ -303,15 +314,23 @@ TEST_F(DamagedBase, AnEmptiedIndexPageThatIsStillInItsMapDoesNotPreventEmptyingT
   const auto page = static_cast<std::uint32_t>(file_.size() / kPageSize);
   file_.resize(file_.size() + kPageSize);
   SetBit(spots_.realIndexes[0].map, page);
-  files_.Put(kPath, file_);
-  const auto database = Open();
-  EXPECT_EQ(test::MessageOf([&] {
-              WriteTurn turn(*database);
-              database->OpenWriter(u"tblSpots")->DeleteAll();
-              turn.Commit();
-            }),
-            "");
-  EXPECT_EQ(CountSoundly(*database), 0U);
+  EXPECT_EQ(MessageOfEmptying(), "");
+  EXPECT_EQ(CountSoundly(*Open()), 0U);
+}
+
+TEST_F(DamagedBase, AnIndexWhoseRootIsNoIndexPageIsNotEmptied) {
+  const StoredIndex& index = spots_.realIndexes[0];
+  Bytes references(8);
+  Store(&references[0], index.map);
+  Store(&references[4], index.root);
+  const auto begin = file_.begin() + std::ptrdiff_t{spots_.page} * kPageSize;
+  const auto place = std::search(begin, begin + kPageSize, references.begin(), references.end());
+  ASSERT_NE(place, begin + kPageSize);
+  for (const std::uint32_t other : {kObjectsTable, items_.page, itemPages_.front(), items_.realIndexes[0].root}) {
+    Store(&*place + 4, other);
+    EXPECT_NE(MessageOfEmptying(), "") << other;
+    EXPECT_EQ(files_.Get(kPath), file_) << other;
+  }
 }
 
 TEST_F(DamagedBase, AnAutonumberOfAnotherKindIsNoAutonumber) {
