@@ -8,7 +8,8 @@ namespace bench {
 
 // One row of the tables in docs/performance.md and docs/measurements.md: `id` selects its title, limit and reason in
 // bench/figures.tsv; `ours` and `beside` are figures with their units, `ratio` is ours divided by the other (below 1:
-// ours needs less). The row is appended to the file in SPOTROOSTER_BENCH_FIGURES; without that variable nothing happens.
+// ours needs less). The row is appended to the file in SPOTROOSTER_BENCH_FIGURES; without that variable nothing
+// happens.
 void Report(const std::string& id, const std::string& ours, const std::string& beside = {},
             std::optional<double> ratio = {});
 
