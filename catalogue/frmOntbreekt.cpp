@@ -62,8 +62,8 @@ QString CountText(const FilesNotThere& found) {
                      ? u"1 geluidsbestand ontbreekt"_s
                      : u"%1 geluidsbestanden ontbreken"_s.arg(QLocale(QLocale::Dutch).toString(qlonglong(count)));
   if (found.notReachable > 0) {
-    text += u", %1 op een schijf of map die nu niet bereikbaar is"_s.arg(
-        QLocale(QLocale::Dutch).toString(found.notReachable));
+    text += u"; niet nagekeken, want de schijf of map is niet bereikbaar: "_s +
+            QLocale(QLocale::Dutch).toString(found.notReachable);
   }
   return text;
 }

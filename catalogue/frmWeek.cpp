@@ -247,7 +247,7 @@ controls::LineDetails frmWeek::LookOf(Kind kind) {
   using controls::LineTone;
   switch (kind) {
     case Kind::SilentItem:
-      return {LineMark::Cross, LineTone::Wrong, true, false, u"item zonder geluid"_s, {}, {}};
+      return {LineMark::Cross, LineTone::Wrong, true, false, u"item stil"_s, {}, {}};
     case Kind::WithoutFile:
       return {LineMark::Cross, LineTone::Wrong, true, false, u"geluidsbestand ontbreekt"_s, {}, {}};
     case Kind::Begins:

@@ -83,6 +83,7 @@ frmExportsVerwerken::frmExportsVerwerken(QWidget* owner)
   ui_->tabVerwerken->tabBar()->setFocusPolicy(Qt::TabFocus);
   ui_->tabVerwerken->tabBar()->setAccessibleName(ui_->tabVerwerken->accessibleName());
   ui_->tblVelden->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+  ui_->tblVelden->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   ui_->tblVelden->verticalHeader()->hide();
   resize(kApplySize.boundedTo(screen()->availableSize()));
 }

@@ -91,9 +91,9 @@ LineColumns LineDelegate::ColumnsOf(const QRect& line, const QFontMetrics& metri
   const int date = WidthOf(LineColumn::Date, lines_.LongestDate(), metrics);
   // Less important than the word, which may say the same.
   if (date > 0 && rest.width() - date - kColumnGap - word >= kNarrowestText) columns.date = takeRight(date, kColumnGap);
-  // Less than half a word says nothing: the mark and the tool tip do.
+  // A word cut short takes room from the name and says little: the mark and the tool tip say it.
   const int left = std::clamp(rest.width() - kNarrowestText, 0, word + 12);
-  if (word > 0 && left >= word / 2) columns.word = takeRight(left, kMarkGap);
+  if (word > 0 && left >= word * 3 / 4) columns.word = takeRight(left, kMarkGap);
   columns.text = rest;
   return columns;
 }
@@ -102,7 +102,9 @@ void LineDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, 
   const int line = lines_.IndexOf(index.row());
   const LineModel::Line& content = lines_.At(line);
   const Colours colours = ColoursOf(option, content.details);
-  const LineColumns columns = ColumnsOf(option.rect, option.fontMetrics);
+  LineColumns columns = ColumnsOf(option.rect, option.fontMetrics);
+  // Beside an empty word there is room for a longer name.
+  if (content.details.word.isEmpty() && columns.word.isValid()) columns.text.setRight(columns.word.right());
   painter->save();
   painter->setFont(option.font);
   if (option.state.testFlag(QStyle::State_Selected))

@@ -57,7 +57,8 @@ void SelectFilterFor(QFileDialog& dialog, const QString& suffix) {
 void MakeRoom(QFileDialog& dialog) {
   constexpr QSize kOpeningSize(860, 540);
   constexpr int kPlaces = 150;  // width of the list of places
-  dialog.resize(kOpeningSize.boundedTo(dialog.screen()->availableSize()));
+  const QSize frame(0, dialog.style()->pixelMetric(QStyle::PM_TitleBarHeight));
+  dialog.resize(kOpeningSize.boundedTo(dialog.screen()->availableSize() - frame));
   if (auto* parts = dialog.findChild<QSplitter*>(u"splitter"_s)) parts->setSizes({kPlaces, dialog.width() - kPlaces});
   const auto* files = dialog.findChild<QTreeView*>(u"treeView"_s);
   if (files == nullptr) return;

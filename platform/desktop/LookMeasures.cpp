@@ -116,6 +116,8 @@ int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
       return 16;
     case PM_FocusFrameHMargin:  // next to the texts of a drop-down list
       return 7;
+    case PM_HeaderMargin:  // captions above the texts of their column
+      return 8;
     case PM_ScrollBarExtent:
       return 14;
     case PM_ScrollBarSliderMin:

@@ -153,6 +153,7 @@ void LookStyle::drawControl(ControlElement element, const QStyleOption* option, 
   }
   if (const auto* bar = qstyleoption_cast<const QStyleOptionProgressBar*>(option)) {
     if (element == CE_ProgressBarGroove) return look::ProgressGroove(*painter, *bar);
+    if (element == CE_ProgressBarLabel) return;  // the numbers stand above the bar
     if (element == CE_ProgressBarContents) return look::ProgressContents(*painter, *bar, widget);
   }
   if (const auto* combo = qstyleoption_cast<const QStyleOptionComboBox*>(option)) {

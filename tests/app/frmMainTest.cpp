@@ -25,6 +25,7 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QSet>
 #include <QStatusBar>
 #include <QTextBrowser>
@@ -280,6 +281,19 @@ TEST_F(MainTest, TonenOpensTheSpotListFilteredByItsRow) {
   Child<QPushButton>(main, u"cmdVerlopen"_s).click();
   EXPECT_EQ(Panel(main, u"pnlModus"_s), u"Offline"_s);
   EXPECT_EQ(narrowed, TextOf(SpotView::VerlopenBinnenkort));
+}
+
+// On a full-HD screen at 200 %.
+TEST_F(MainTest, ScrollsOnASmallScreen) {
+  frmMain main;
+  main.show();
+  constexpr QSize kScreen(900, 400);
+  main.resize(kScreen);
+  EXPECT_EQ(main.size(), kScreen);
+  auto& last = Child<QPushButton>(main, u"cmdWachten"_s);
+  EXPECT_TRUE(last.visibleRegion().isEmpty());
+  Child<QScrollArea>(main, u"scrMain"_s).ensureWidgetVisible(&last);
+  EXPECT_FALSE(last.visibleRegion().isEmpty());
 }
 
 TEST_F(MainTest, ALongStationNameDoesNotWidenTheWindow) {

@@ -61,7 +61,7 @@ TEST_P(WeekView, TellsWhatRunsNextThursdayWithOneMoreClick) {
   ASSERT_EQ(Days(form).ListCount(), 14);
   EXPECT_EQ(Days(form).Text(1), u"dinsdag 11 maart (vandaag)"_s);
   EXPECT_EQ(Days(form).ListIndex(), 1);
-  EXPECT_EQ(Texts(Day(form)), (QStringList{u"Blok van donderdag|item zonder geluid"_s, u"Altijd|"_s}));
+  EXPECT_EQ(Texts(Day(form)), (QStringList{u"Blok van donderdag|item stil"_s, u"Altijd|"_s}));
   Days(form).SetListIndex(10);
   EXPECT_EQ(Days(form).Text(10), u"donderdag 20 maart"_s);
   EXPECT_EQ(Days(form).Details(10).word, u"2 lopen, 1 begint"_s);
@@ -80,7 +80,7 @@ TEST_P(WeekView, AnItemSpotWithoutItsFileDoesNotRun) {
   EXPECT_EQ(Days(form).Details(1).word, u"1 loopt, 1 zonder bestand, 1 item stil"_s);
   EXPECT_EQ(Days(form).Details(2).word, u"1 loopt, 2 zonder bestand, 1 item stil"_s);
   EXPECT_EQ(Texts(Day(form)),
-            (QStringList{u"Blok van donderdag|item zonder geluid"_s, u"Weg|geluidsbestand ontbreekt"_s, u"Altijd|"_s}));
+            (QStringList{u"Blok van donderdag|item stil"_s, u"Weg|geluidsbestand ontbreekt"_s, u"Altijd|"_s}));
 }
 
 // In parts, so that the window accepts keys meanwhile.
@@ -146,6 +146,7 @@ TEST_P(MissingFiles, AreListedForSpotsJinglesAndFilesFoundByTheirName) {
   AddSpot({5, u"Weg"_s, AudioFile(u"a.wav"_s) + u".weg"_s, 1});
   station_.OnCurrent(u"INSERT INTO %1 (ID, Naam, Path, Aktief) VALUES (6, \"Jingle\", \"%2\", 1)"_s.arg(
       Table(u"ItemPingles"_s), AudioFile(u"a.wav"_s) + u".jingle"_s));
+  AddSpot({9, u"Ver weg"_s, u"Q:\\ver weg.wav"_s, 1});
   AddItem(7, u"Nieuws"_s);
   station_.OnCurrent(
       u"UPDATE %1 SET ItemSpotsOptID = 2, Opt2Directory = \"%2\", Opt2VastNaamGedeelte = \"nieuws\", "
@@ -159,7 +160,8 @@ TEST_P(MissingFiles, AreListedForSpotsJinglesAndFilesFoundByTheirName) {
   ASSERT_TRUE(WaitUntil([&] { return form.IsFinished(); }));
   auto& list = Child<ListBox>(form, u"lstOntbreekt"_s);
   EXPECT_EQ(Texts(list), (QStringList{u"Jingle|jingle"_s, u"Nieuws|item"_s, u"Weg|item-spot"_s}));
-  EXPECT_EQ(Child<QLabel>(form, u"lblAantal"_s).text(), u"3 geluidsbestanden ontbreken"_s);
+  EXPECT_EQ(Child<QLabel>(form, u"lblAantal"_s).text(),
+            u"3 geluidsbestanden ontbreken; niet nagekeken, want de schijf of map is niet bereikbaar: 1"_s);
   list.SetListIndex(0);
   QTest::keyClick(&list, Qt::Key_Return);
   EXPECT_EQ(opened, QStringList{u"jingle 6"_s});

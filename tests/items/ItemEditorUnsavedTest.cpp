@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 // What cancelling would lose without a question, and the list that a change of option empties.
+#include "platform/desktop/LookStyle.h"
 #include "tests/items/ItemEditor.h"
 
 #include <QApplication>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QStyleFactory>
 
 using namespace Qt::StringLiterals;
 using testing_support::Child;
@@ -61,6 +63,27 @@ TEST_F(ItemUnsaved, TheMixPointOfOption2SaysSo) {
   EXPECT_EQ(unit.text(), u"ms"_s);
   Mix().SetValue(1500);
   EXPECT_EQ(unit.text(), u"ms, nog niet bewaard"_s);
+}
+
+// On a full-HD screen at 200 %.
+TEST_F(ItemUnsaved, TheyFitBesideEachOtherOnASmallScreen) {
+  QApplication::setStyle(new desktop::LookStyle);
+  InsertListItem(1, u"Blok"_s, {1, 2});
+  Open(u"1"_s);
+  Option(u"optMeerdereSpots"_s).click();
+  Option(u"opt2"_s).click();
+  Edit(u"txtAantalSpots"_s).setText(u"2"_s);
+  Edit(u"txtMaxAantalSpots"_s).setText(u"4"_s);
+  Check(u"chkMiddenPingle"_s).click();
+  Combo(u"cboMiddenPingle"_s).SetListIndex(1);
+  Mix().SetValue(1500);
+  constexpr QSize kScreen(960, 500);
+  editor_->resize(kScreen);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(editor_->size(), kScreen);
+  EXPECT_EQ(Child<QScrollArea>(*editor_, u"scrollMain"_s).horizontalScrollBar()->maximum(), 0);
+  editor_.reset();
+  QApplication::setStyle(QStyleFactory::create(u"fusion"_s));
 }
 
 TEST_F(ItemUnsaved, AListEmptiedByTheOtherOptionIsBroughtBack) {

@@ -63,6 +63,13 @@ TEST_P(EveryWindow, GivesEachOfItsControlsItsOwnName) {
   EXPECT_EQ(Joined(windows::SharedNames(Widget())), "");
 }
 
+TEST_P(EveryWindow, FitsAFullHdScreenAt200Percent) {
+  constexpr QSize kScreen(960, 540);
+  constexpr int kTitleBar = 24;
+  EXPECT_LE(Widget().minimumSizeHint().width(), kScreen.width());
+  EXPECT_LE(Widget().minimumSizeHint().height(), kScreen.height() - kTitleBar);
+}
+
 TEST_P(EveryWindow, DescribesControlsThatNeedMoreThanAName) {
   EXPECT_EQ(Joined(windows::Undescribed(Widget())), "");
 }

@@ -21,9 +21,10 @@ class Album {
   // Saves <name>.png of the modal window or popup that `open` shows and waits for; then closes it.
   void TakeOpened(const QString& name, const std::function<void()>& open) const;
 
- private:
+  // Saves <name>.png of a window that is already shown.
   void Save(const QString& name, QWidget& window) const;
 
+ private:
   QString folder_;
 };
 

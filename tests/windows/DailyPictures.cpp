@@ -8,6 +8,8 @@
 #include "catalogue/frmWeek.h"
 #include "data/forms/DroppedAudio.h"
 #include "export/StationMemory.h"
+#include "export/frmExportsVerwerken.h"
+#include "export/frmPlanningExporteren.h"
 #include "export/frmRadioDetail.h"
 #include "items/frmItemsDetail.h"
 #include "items/frmItemsDetailOpt1.h"
@@ -15,14 +17,18 @@
 #include "media/frmItemSpotsDetail.h"
 #include "platform/controls/ListBox.h"
 #include "platform/controls/WaveformStrip.h"
+#include "platform/desktop/MessageBox.h"
 #include "platform/runtime/HostPath.h"
 #include "tests/windows/Take.h"
 
 #include <QAbstractButton>
 #include <QContextMenuEvent>
 #include <QLineEdit>
+#include <QProgressDialog>
+#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <QTreeView>
 
 using namespace Qt::StringLiterals;
@@ -148,6 +154,56 @@ void TakeLastStation(const Album& album) {
   TakeForm<frmRadioDetail>(album, u"station-vorige"_s, {});
 }
 
+// Writing many lines, half-way.
+void TakeProgress(const Album& album) {
+  frmItemSpots form(nullptr);
+  form.Form_Load();
+  form.show();
+  auto& list = Overview(form);
+  list.setFocus();
+  QTest::keyClick(&list, Qt::Key_A, Qt::ControlModifier);
+  QTimer looking;
+  QObject::connect(&looking, &QTimer::timeout, &form, [&] {
+    auto* progress = form.findChild<QProgressDialog*>();
+    if (progress == nullptr || 2 * progress->value() < progress->maximum()) return;
+    looking.stop();
+    album.Save(u"itemSpots-voortgang"_s, *progress);
+  });
+  looking.start(0);
+  Press(form, u"cmdDesaktiveerAlle"_s);
+  if (looking.isActive()) throw runtime::Error(u"geen voortgang"_s);
+  Change(u"UPDATE tblItemSpots SET Aktief = 1"_s);
+}
+
+// An export before it is carried out, and the conflict after that.
+void TakeApplied(const Album& album) {
+  {
+    const desktop::MessageBoxScript boxes;
+    global.online = false;
+    frmPlanningExporteren exporting(nullptr);
+    exporting.Form_Load();
+    exporting.show();
+    Press(exporting, u"cmdOk"_s);
+    global.online = true;
+  }
+  Change(u"UPDATE tblItemSpots SET Naam = \"Schouwburg De Kaai - nieuw seizoen\" WHERE ID = 12"_s);
+  const auto read = [](QWidget& form) {
+    const auto& applying = static_cast<const frmExportsVerwerken&>(form);
+    if (!QTest::qWaitFor([&] { return applying.IsRead(); }, kReading)) throw runtime::Error(u"niets gelezen"_s);
+    In<controls::ListBox>(form, u"lstBestanden"_s).SetListIndex(0);
+  };
+  TakeForm<frmExportsVerwerken>(album, u"apply-gevuld"_s, {}, read);
+  TakeForm<frmExportsVerwerken>(album, u"apply-verwerkt"_s, {}, [&](QWidget& form) {
+    read(form);
+    Press(form, u"cmdVerwerken"_s);
+  });
+  TakeForm<frmExportsVerwerken>(album, u"apply-botsing"_s, {}, [&](QWidget& form) {
+    read(form);
+    In<QTabWidget>(form, u"tabVerwerken"_s).setCurrentIndex(1);
+    In<controls::ListBox>(form, u"lstBotsingen"_s).SetListIndex(0);
+  });
+}
+
 }  // namespace
 
 void TakeDaily(const Album& album) {
@@ -158,6 +214,8 @@ void TakeDaily(const Album& album) {
   TakeChoice(album);
   TakeLastStation(album);
   TakeProblems(album);
+  TakeProgress(album);
+  TakeApplied(album);
 }
 
 }  // namespace windows

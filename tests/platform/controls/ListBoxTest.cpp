@@ -276,6 +276,21 @@ TEST_F(Lines, ShowsDetailsToAssistiveToolsAndAsToolTip) {
   EXPECT_EQ(list.Text(1), u"Banaan"_s);
 }
 
+TEST_F(Lines, ALongNameUsesThePlaceOfAnEmptyWord) {
+  list.resize(420, 200);
+  list.SetText(0, QString(80, u'W'));
+  const QRect line = list.visualRect(list.model()->index(0, 0));
+  const auto right = [&] { return list.viewport()->grab(QRect(line.center().x() + 60, line.top(), 80, 20)).toImage(); };
+  controls::LineDetails details;
+  list.SetDetails(0, details);
+  const QImage alone = right();
+  details.word = u"geluidsbestand ontbreekt"_s;
+  list.SetDetails(1, details);
+  EXPECT_EQ(right(), alone);
+  list.SetText(0, u"W"_s);
+  EXPECT_NE(right(), alone);
+}
+
 TEST_F(Lines, EmptyListShowsItsEmptyText) {
   list.Clear();
   const QImage before = list.grab().toImage();
