@@ -246,8 +246,17 @@ void frmMain::RefreshStatus() {
                 status.notExported ? IconTint::Text : IconTint::Warning, status.unreadable.full);
   pnlKopie_->setVisible(status.copyEmpty);
   ui_->fraVandaag->ShowNotExported(status.notExported, status.unreadable);
-  if (const auto exported = std::exchange(global.exported, std::nullopt)) ui_->fraExport->Show(*exported);
+  if (const auto exported = std::exchange(global.exported, std::nullopt)) ShowExport(*exported);
   ui_->fraVandaag->Count();
+}
+
+// Below the fold of a page that scrolls nobody would see it: the window grows as far as the screen allows.
+void frmMain::ShowExport(const ExportedLog& exported) {
+  ui_->fraExport->Show(exported);
+  const int missing = ui_->pagMain->minimumSizeHint().height() - ui_->scrMain->viewport()->height();
+  const int below = screen()->availableGeometry().bottom() - frameGeometry().bottom();
+  if (!isMaximized() && missing > 0 && below > 0) resize(width(), height() + std::min(missing, below));
+  QTimer::singleShot(0, this, [this] { ui_->scrMain->ensureWidgetVisible(ui_->fraExport); });
 }
 
 void frmMain::ShowMode(const UnreadableReason& reason) {

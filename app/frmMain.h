@@ -9,6 +9,8 @@
 
 #include <memory>
 
+struct ExportedLog;
+
 class DailyBackup;
 class ManualOpener;
 class QTimer;
@@ -44,6 +46,7 @@ class frmMain : public QMainWindow {
   void ShowStation();
   void ShowTime();
   void RefreshStatus();
+  void ShowExport(const ExportedLog& exported);
   void ShowMode(const UnreadableReason& reason);
   void BackUpServer(const UnreadableReason& reason);
   // Shows a screen and waits until it is closed.

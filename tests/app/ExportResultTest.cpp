@@ -5,6 +5,7 @@
 #include "platform/runtime/HostPath.h"
 #include "tests/app/MainTest.h"
 #include "tests/support/Ui.h"
+#include "tests/support/Waiting.h"
 
 #include <QDesktopServices>
 #include <QGroupBox>
@@ -64,6 +65,19 @@ TEST_F(ExportResult, FileStatementsAndRealFolderAreShownAndTheFolderOpens) {
   EXPECT_EQ(opener.opened, QStringList{station_.ExportFolder()});
   PressTool(main_, u"actItems"_s);
   EXPECT_TRUE(IsShown()) << "it stays while other screens are used";
+}
+
+TEST_F(ExportResult, IsInSightAlsoInASmallWindow) {
+  auto& panel = Child<QGroupBox>(main_, u"fraExport"_s);
+  constexpr int kSmall = 400;
+  main_.resize(main_.width(), kSmall);
+  ExportAs({global.exportPath + u"\\20261122113000.tql", 14, {}, {}});
+  EXPECT_TRUE(WaitUntil([&] { return panel.visibleRegion().boundingRect() == panel.rect(); }));
+  EXPECT_GT(main_.height(), kSmall);
+  // No higher: the page scrolls.
+  main_.setMaximumHeight(kSmall);
+  ExportAs({global.exportPath + u"\\20261122113001.tql", 15, {}, {}});
+  EXPECT_TRUE(WaitUntil([&] { return panel.visibleRegion().boundingRect() == panel.rect(); }));
 }
 
 TEST_F(ExportResult, NewRecordsWithTheSameNumberAreNamed) {

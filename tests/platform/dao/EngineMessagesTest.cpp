@@ -44,6 +44,15 @@ TEST(EngineMessages, TheErrorHasThePathTextAndTheStatement) {
             u"De SQL-instructie kan niet worden uitgevoerd op 'D:\\a.mdb': er is onvoldoende geheugen.\nSELECT x"_s);
 }
 
+// Newer versions of SQLite say more.
+TEST(EngineMessages, AFieldIsNamedAsWritten) {
+  const QString advice = u" - should this be a string literal in single-quotes?"_s;
+  for (const QString& message : {u"no such column: a b"_s, QString(u"no such column: \"a b\""_s + advice)}) {
+    const QString error = dao::StatementError({}, u"D:\\a.mdb"_s, message);
+    EXPECT_TRUE(error.contains(u"het veld 'a b' bestaat niet."_s)) << qPrintable(error);
+  }
+}
+
 TEST(EngineMessages, ParametersAndQuotedNamesAreShownAsWritten) {
   dao::Statement statement;
   statement.texts = {u"een"_s, u"t\"wee"_s};
