@@ -109,10 +109,11 @@ void Print(const char* what, double ms, double plainMs, const char* id = nullptr
 // the last mark is shown.
 void BenchMarks(frmItemSpots& form) {
   const auto& list = *form.findChild<controls::ListBox*>(u"lstOverzicht"_s);
+  int marked = 0;  // lines that have their mark, from the first on
   const auto areThere = [&] {
-    for (int line = 0; line < list.ListCount(); ++line)
-      if (list.Details(line).mark == controls::LineMark::None) return false;
-    return true;
+    while (marked < list.ListCount() && list.Details(marked).mark != controls::LineMark::None)
+      ++marked;
+    return marked == list.ListCount();
   };
   form.Form_Load();
   form.grab();

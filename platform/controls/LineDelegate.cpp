@@ -64,8 +64,12 @@ LineDelegate::Colours LineDelegate::ColoursOf(const QStyleOptionViewItem& option
 // Of the longest content, or of the caption with its arrow; 0 when there is neither.
 int LineDelegate::WidthOf(LineColumn column, const QString& longest, const QFontMetrics& metrics) const {
   const QString& caption = captions_[static_cast<std::size_t>(column)];
-  const int content = longest.isEmpty() ? 0 : metrics.horizontalAdvance(longest) + 4;
-  return std::max(content, caption.isEmpty() ? 0 : metrics.horizontalAdvance(caption + u" ↓"_s) + 4);
+  std::optional<Measured>& last = measured_[static_cast<std::size_t>(column)];
+  if (last && last->longest == longest && last->caption == caption && last->metrics == metrics) return last->width;
+  const auto widthOf = [&](const QString& text) { return text.isEmpty() ? 0 : metrics.horizontalAdvance(text) + 4; };
+  const int width = std::max(widthOf(longest), widthOf(caption.isEmpty() ? caption : QString(caption + u" ↓"_s)));
+  last = Measured{longest, caption, metrics, width};
+  return width;
 }
 
 LineColumns LineDelegate::ColumnsOf(const QRect& line, const QFontMetrics& metrics) const {

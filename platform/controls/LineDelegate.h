@@ -3,7 +3,11 @@
 
 #include "platform/controls/ListLine.h"
 
+#include <QFontMetrics>
 #include <QStyledItemDelegate>
+
+#include <array>
+#include <optional>
 
 namespace controls {
 
@@ -33,6 +37,14 @@ class LineDelegate : public QStyledItemDelegate {
     QColor text, quiet, mark, word;
   };
 
+  // The last measured texts of a column: they are the same for every line that is painted.
+  struct Measured {
+    QString longest;
+    QString caption;
+    QFontMetrics metrics;
+    int width;
+  };
+
   Colours ColoursOf(const QStyleOptionViewItem& option, const LineDetails& details) const;
   int WidthOf(LineColumn column, const QString& longest, const QFontMetrics& metrics) const;
 
@@ -40,6 +52,7 @@ class LineDelegate : public QStyledItemDelegate {
   int rowHeight_ = 28;
   bool numbered_ = false;
   ColumnTexts captions_;
+  mutable std::array<std::optional<Measured>, std::tuple_size_v<ColumnTexts>> measured_;
 };
 
 }  // namespace controls

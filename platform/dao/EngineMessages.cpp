@@ -22,6 +22,7 @@ const QList<Translation>& Translations() {
       {u"no such table: (.*)"_s, u"de tabel '%1' bestaat niet"_s},
       {u"no such column: (.*?)(?: - should this be a string literal in single-quotes\\?)?"_s,
        u"het veld '%1' bestaat niet"_s},
+      {u"no such function: (.*)"_s, u"de functie %1 bestaat niet"_s},
       {u"no tables specified"_s, u"er is geen tabel genoemd"_s},
       {u"ambiguous column name: (.*)"_s, u"het veld '%1' komt in meer dan een tabel voor"_s},
       {u"table .* has (\\d+) columns but (\\d+) values were supplied"_s, u"%2 waarden voor %1 velden"_s},

@@ -79,11 +79,6 @@ std::size_t TypeSize(ColumnType type) {
   }
 }
 
-std::size_t FixedSize(const StoredColumn& column) {
-  const std::size_t typeSize = TypeSize(column.Type());
-  return typeSize != 0 ? typeSize : column.length;
-}
-
 std::size_t FixedSize(const StoredTable& table) {
   std::size_t size = 0;
   for (const StoredColumn& column : table.columns) {

@@ -46,7 +46,10 @@ void DecodeValue(const StoredColumn& column, ByteView stored, Value& out);
 // Stored size of a type in bytes; 0 for variable sizes.
 std::size_t TypeSize(ColumnType type);
 // Stored size of a fixed column in bytes.
-std::size_t FixedSize(const StoredColumn& column);
+inline std::size_t FixedSize(const StoredColumn& column) {
+  const std::size_t typeSize = TypeSize(column.Type());
+  return typeSize != 0 ? typeSize : column.length;
+}
 // Bytes of a row that its fixed columns take.
 std::size_t FixedSize(const StoredTable& table);
 

@@ -195,8 +195,9 @@ TEST(Dialect, UnknownNamesAreReported) {
   EXPECT_TRUE(error(u"SELECT ID FROM tblFoo"_s).contains(u"de tabel 'tblFoo' bestaat niet"_s));
   EXPECT_TRUE(error(u"SELECT rowid FROM tblSpots"_s).contains(u"bestaat niet"_s));
   EXPECT_TRUE(error(u"SELECT name FROM sqlite_master"_s).contains(u"bestaat niet"_s));
+  // A newer SQLite accepts the name of a join as that of a function.
   const QString left = error(u"SELECT Left(Naam, 2) FROM tblSpots"_s);
-  EXPECT_TRUE(left.contains(u"yntaxisfout"_s) || left.contains(u"'Left'"_s)) << qPrintable(left);  // newer SQLite
+  EXPECT_TRUE(left.contains(u"yntaxisfout"_s) || left.contains(u"de functie LEFT bestaat niet"_s)) << qPrintable(left);
   EXPECT_TRUE(error(u"SELECT load_extension(Naam) FROM tblSpots"_s).contains(u"'load_extension'"_s));
   EXPECT_TRUE(ExecuteError(s.Open(), u"INSERT INTO tblFoo (ID) VALUES (1)"_s).contains(u"'tblFoo' bestaat niet"_s));
   EXPECT_TRUE(ExecuteError(s.Open(), u"INSERT INTO tblSpots (Foo) VALUES (1)"_s).contains(u"'Foo' bestaat niet"_s));

@@ -45,7 +45,9 @@ TEST(EngineMessages, TheErrorHasThePathTextAndTheStatement) {
 }
 
 // Newer versions of SQLite say more.
-TEST(EngineMessages, AFieldIsNamedAsWritten) {
+TEST(EngineMessages, MessagesOfNewerVersionsAreInDutch) {
+  EXPECT_TRUE(dao::StatementError({}, u"D:\\a.mdb"_s, u"no such function: LEFT"_s)
+                  .contains(u"de functie LEFT bestaat niet."_s));
   const QString advice = u" - should this be a string literal in single-quotes?"_s;
   for (const QString& message : {u"no such column: a b"_s, QString(u"no such column: \"a b\""_s + advice)}) {
     const QString error = dao::StatementError({}, u"D:\\a.mdb"_s, message);
