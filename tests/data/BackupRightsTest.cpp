@@ -71,8 +71,7 @@ class BackupRights : public testing::Test {
       }
       _exit(1);
     }
-    int status = 0;
-    waitpid(child, &status, 0);
+    const int status = testing_support::WaitFor(child);
     return WIFEXITED(status) && WEXITSTATUS(status) == 0;
   }
 

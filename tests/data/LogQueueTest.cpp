@@ -77,7 +77,7 @@ TEST_F(FullLog, QueuedStatementSurvivesAKilledProgram) {
     Write(1);
     ::raise(SIGKILL);
   }
-  ::waitpid(child, nullptr, 0);
+  testing_support::WaitFor(child);
   EXPECT_EQ(QueuedStatementCount(), 1);
   MakeRoom();
   LogQueuedStatements();
@@ -115,7 +115,7 @@ TEST_F(FullLog, FailureOrKillAtAnyStepOfLoggingWritesNoRowTwice) {
           hindered();
           ::_exit(0);
         }
-        ::waitpid(child, nullptr, 0);
+        testing_support::WaitFor(child);
       } else {
         hindered();
       }

@@ -82,8 +82,7 @@ class OfflineBasis : public testing::Test {
       work();
       ::_exit(0);
     }
-    int status = 0;
-    ::waitpid(child, &status, 0);
+    const int status = testing_support::WaitFor(child);
     return WIFSIGNALED(status);
   }
 

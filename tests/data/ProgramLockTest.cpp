@@ -71,7 +71,7 @@ TEST_F(ProgramLocks, KilledProgramReleasesTheLock) {
   ASSERT_EQ(::read(pipe[0], &held, 1), 1);
   EXPECT_FALSE(IsFree());
   ::kill(child, SIGKILL);
-  ::waitpid(child, nullptr, 0);
+  testing_support::WaitFor(child);
   ::close(pipe[0]);
   ::close(pipe[1]);
   EXPECT_TRUE(IsFree());

@@ -238,8 +238,7 @@ TEST_F(BasisOfExport, AKillAtAnyStepLeavesBothFilesOrNone) {
       Export();
       ::_exit(0);
     }
-    int status = 0;
-    ::waitpid(child, &status, 0);
+    const int status = testing_support::WaitFor(child);
     SettleInterruptedExport(global.localDatabasePath);
     CheckFolder();
     const bool isThere = !QDir(station_.ExportFolder()).entryList({u"*.tql"_s}, QDir::Files).isEmpty();

@@ -94,8 +94,7 @@ class LogKill : public testing::Test {
     while (::read(pipe[0], &number, sizeof number) == sizeof number)
       last = number;
     ::close(pipe[0]);
-    int status = 0;
-    ::waitpid(child, &status, 0);
+    const int status = testing_support::WaitFor(child);
     EXPECT_TRUE(WIFSIGNALED(status)) << "exit code " << WEXITSTATUS(status);
     seconds_ += 1000;  // more exports than one run can make
     return last;

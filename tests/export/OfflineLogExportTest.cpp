@@ -64,8 +64,7 @@ class ExportSteps : public testing::Test {
       Export();
       ::_exit(0);
     }
-    int status = 0;
-    ::waitpid(child, &status, 0);
+    const int status = testing_support::WaitFor(child);
     return WIFSIGNALED(status);
   }
   QStringList Files() const { return QDir(station_.ExportFolder()).entryList(QDir::Files | QDir::Hidden); }

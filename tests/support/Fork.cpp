@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/Fork.h"
 
+#include <sys/wait.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <chrono>
 #include <filesystem>
 #include <iterator>
@@ -27,6 +29,14 @@ pid_t Fork() {
     std::this_thread::sleep_for(1ms);
   }
   throw std::runtime_error("fork: another thread of this process does not end");
+}
+
+int WaitFor(pid_t child) {
+  int status = 0;
+  while (::waitpid(child, &status, 0) != child) {
+    if (errno != EINTR) throw std::runtime_error("waitpid: there is no such child process");
+  }
+  return status;
 }
 
 }  // namespace testing_support

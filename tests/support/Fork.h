@@ -10,4 +10,8 @@ namespace testing_support {
 // soon after their result. Throws std::runtime_error when another thread does not end.
 pid_t Fork();
 
+// Waits until the child process has ended and returns its status. The signal of another child that ends, as those that
+// QProcess starts, interrupts waitpid itself. Throws std::runtime_error when there is no such child.
+int WaitFor(pid_t child);
+
 }  // namespace testing_support

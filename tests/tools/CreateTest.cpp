@@ -27,8 +27,7 @@ bool MadeWithin(rlim_t bytes, bool kills, const QStringList& create) {
     if (kills) ::signal(SIGXFSZ, SIG_DFL);
     ::_exit(RunTool(create).exitCode);
   }
-  int status = 0;
-  ::waitpid(child, &status, 0);
+  const int status = testing_support::WaitFor(child);
   EXPECT_EQ(WIFSIGNALED(status) && kills, WIFSIGNALED(status));
   return WIFEXITED(status) && WEXITSTATUS(status) == kDone;
 }

@@ -48,8 +48,7 @@ class GroupShare : public testing::TestWithParam<std::pair<mode_t, mode_t>> {
       std::fputs(run.err.c_str(), stderr);
       _exit(run.exitCode);
     }
-    int status = 0;
-    waitpid(child, &status, 0);
+    const int status = testing_support::WaitFor(child);
     EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == kDone)
         << (second ? "second user: " : "first user: ") << words.join(u' ').toStdString();
   }

@@ -78,8 +78,7 @@ class Kills : public SharedStation {
       CarryOut(server);
       ::_exit(0);
     }
-    int status = 0;
-    ::waitpid(child, &status, 0);
+    const int status = testing_support::WaitFor(child);
     CarryOut(server);
     EXPECT_EQ(Content(server), Content(all_)) << n;
     EXPECT_EQ(apply::ReadLedger(dao::OpenDatabase(server)).size(), files_.size());

@@ -35,7 +35,7 @@ int InChildWithoutRights(const std::function<bool()>& check) {
     _exit(gaveUp && check() ? 0 : 1);
   }
   int status = -1;
-  waitpid(child, &status, 0);
+  status = testing_support::WaitFor(child);
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 

@@ -53,7 +53,7 @@ TEST_F(FileLocks, ALockOfAnotherProcessIsSeenAndEndsWithIt) {
   EXPECT_EQ(byte, 'h');
   EXPECT_EQ(FileLock(u"E:\\x.lock"_s).What(), FileLock::State::HeldByOther);
   ASSERT_EQ(::write(finish[1], &byte, 1), 1);
-  ::waitpid(child, nullptr, 0);
+  testing_support::WaitFor(child);
   EXPECT_EQ(FileLock(u"E:\\x.lock"_s).What(), FileLock::State::Held);
   for (const int end : {ready[0], ready[1], finish[0], finish[1]})
     ::close(end);

@@ -31,8 +31,7 @@ QByteArray Content(const QString& path) {
 int InChild(const std::function<int()>& body) {
   const pid_t child = testing_support::Fork();
   if (child == 0) ::_exit(body());
-  int status = 0;
-  ::waitpid(child, &status, 0);
+  const int status = testing_support::WaitFor(child);
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 

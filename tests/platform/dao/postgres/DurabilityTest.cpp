@@ -127,8 +127,7 @@ class Writers {
   bool Wait() {
     bool all = true;
     for (std::size_t i = 0; i < children_.size(); ++i) {
-      int status = 0;
-      ::waitpid(children_[i], &status, 0);
+      const int status = testing_support::WaitFor(children_[i]);
       if (i != 0) all = all && WIFEXITED(status) && WEXITSTATUS(status) == 0;
     }
     return all;

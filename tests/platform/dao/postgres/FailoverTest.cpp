@@ -117,7 +117,7 @@ TEST_F(Failover, AcknowledgedChangesSurviveAndPlannersContinueWithin15Seconds) {
   std::cout << "all planners went on after " << std::chrono::duration<double>(took).count() << " s\n";
   day->over = true;
   for (const pid_t child : children)
-    ::waitpid(child, nullptr, 0);
+    testing_support::WaitFor(child);
   EXPECT_EQ(day->twice, 0);
   for (int planner = 0; planner < kPlanners; ++planner) {
     const QStringList stored = standby_->Sql(
