@@ -10,6 +10,7 @@
 #include "platform/runtime/Probe.h"
 #include "tests/catalogue/CatalogueTest.h"
 #include "tests/support/Gate.h"
+#include "tests/support/ThreadCount.h"
 #include "tests/support/Waiting.h"
 
 #include <QFile>
@@ -23,6 +24,7 @@
 using namespace Qt::StringLiterals;
 using controls::LineMark;
 using testing_support::Gate;
+using testing_support::ThreadCount;
 
 namespace {
 

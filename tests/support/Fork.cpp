@@ -1,26 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/Fork.h"
 
+#include "tests/support/ThreadCount.h"
+
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <chrono>
-#include <filesystem>
-#include <iterator>
 #include <stdexcept>
 #include <thread>
 
 using namespace std::chrono_literals;
 
 namespace testing_support {
-namespace {
-
-auto ThreadCount() {
-  return std::distance(std::filesystem::directory_iterator("/proc/self/task"), std::filesystem::directory_iterator());
-}
-
-}  // namespace
 
 pid_t Fork() {
   constexpr int kLooks = 60000;

@@ -3,7 +3,6 @@
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
-#include <QDir>
 #include <QThread>
 
 #include <functional>
@@ -17,9 +16,4 @@ inline bool WaitUntil(const std::function<bool()>& holds) {
     QThread::msleep(1);
   }
   return true;
-}
-
-// Number of threads of this process.
-inline int ThreadCount() {
-  return static_cast<int>(QDir(QStringLiteral("/proc/self/task")).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size());
 }

@@ -63,22 +63,6 @@ TEST(FilePresenceChecker, EmptyRequestFinishesAtOnce) {
   EXPECT_TRUE(received.files.isEmpty());
 }
 
-TEST(FilePresenceChecker, QueuedResultIsNotReportedAfterDestruction) {
-  QObject receiver;
-  Received received;
-  auto checker = std::make_unique<FilePresenceChecker>(&receiver, received.Recorder());
-  const int threads = ThreadCount();
-  checker->Start({{1, u"/"_s}});
-  // Without processing events: once the background threads have ended, the result is in the queue.
-  const QDeadlineTimer timeout(60000);
-  while (ThreadCount() > threads && !timeout.hasExpired())
-    QThread::yieldCurrentThread();
-  ASSERT_LE(ThreadCount(), threads);
-  checker.reset();
-  QCoreApplication::processEvents();
-  EXPECT_EQ(received.lasts, 0);
-}
-
 // With a file server that does not respond until the test lets it.
 TEST(FilePresenceChecker, DestructionDoesNotWaitForAServerThatDoesNotRespond) {
   struct Server {

@@ -30,6 +30,16 @@ class LatestTaskTest : public testing::Test {
       report(token);
     };
   }
+  // Returns when the word's report is in the receiver's queue; processes no events.
+  void SendAndWaitUntilQueued(LatestTask& task, const QString& word) {
+    const auto posted = std::make_shared<std::atomic<bool>>(false);
+    task.Send([report = Reporting(word), posted](const LatestTask::Token& token) {
+      report(token);
+      *posted = true;
+    });
+    while (!*posted)
+      QThread::yieldCurrentThread();
+  }
 
   QStringList reports_;
   QObject receiver_;
@@ -64,15 +74,17 @@ TEST_F(LatestTaskTest, OnlyTheLatestTaskReports) {
 
 TEST_F(LatestTaskTest, QueuedCallIsSkippedAfterCancel) {
   LatestTask task(&receiver_);
-  std::atomic<bool> posted = false;
-  task.Send([&](const LatestTask::Token& token) {
-    token.Post([this] { reports_ += u"te laat"_s; });
-    posted = true;
-  });
-  while (!posted)
-    QThread::yieldCurrentThread();
+  SendAndWaitUntilQueued(task, u"te laat"_s);
   task.Cancel();
   task.WaitFor(std::chrono::minutes(1));
+  EXPECT_EQ(reports_, QStringList());
+}
+
+TEST_F(LatestTaskTest, QueuedCallIsSkippedAfterDestruction) {
+  auto task = std::make_unique<LatestTask>(&receiver_);
+  SendAndWaitUntilQueued(*task, u"te laat"_s);
+  task.reset();
+  QCoreApplication::processEvents();
   EXPECT_EQ(reports_, QStringList());
 }
 
