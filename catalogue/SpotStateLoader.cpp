@@ -14,14 +14,11 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // Rows taken over per turn of the event loop; with the marks that a list makes of them this takes a few milliseconds.
-constexpr std::size_t kRowsPerBatch = 500;
+constexpr std::size_t kRowsPerBatch = 250;
 
 QString Query(const QString& table) {
-  QString fields;
-  for (const auto* name : {u"ID", u"Path", u"LengteSec", u"StartDatum", u"StartUur", u"EindDatum", u"EindUur"}) {
-    fields += table + u'.' + QString::fromUtf16(name) + u", "_s;
-  }
-  return u"SELECT "_s + fields + table + u".Aktief From "_s + table;
+  const QString dot = table + u'.';
+  return u"SELECT "_s + dot + u"ID, "_s + dot + SpotFactFields().join(u", "_s + dot) + u" From "_s + table;
 }
 
 }  // namespace
@@ -52,7 +49,7 @@ void SpotStateLoader::Start(std::chrono::milliseconds maxWait) {
                  whose = CatalogueWords()](const LatestTask::Token& token) {
     if (!token.IsCurrent()) return;
     try {
-      token.Post([this, rows = ReadRows(path, table)]() mutable { OnRowsLoaded(std::move(rows)); });
+      token.Post([this, rows = ReadRows(path, table, token)]() mutable { OnRowsLoaded(std::move(rows)); });
     } catch (const runtime::Error& error) {
       token.Post([this, reason = ReasonFor(path, whose, error.Description())] { OnFailure(reason); });
     }
@@ -62,13 +59,14 @@ void SpotStateLoader::Start(std::chrono::milliseconds maxWait) {
   if (batchTimer_.isActive()) ProcessBatch();
 }
 
-std::vector<SpotStateLoader::Row> SpotStateLoader::ReadRows(const QString& databasePath, const QString& table) {
+std::vector<SpotStateLoader::Row> SpotStateLoader::ReadRows(const QString& databasePath, const QString& table,
+                                                            const LatestTask::Token& token) {
   // Read-only: marks never change the catalogue.
-  dao::Recordset found = dao::OpenDatabase(databasePath, {.readOnly = true}).OpenRecordset(Query(table));
   std::vector<Row> rows;
-  rows.reserve(static_cast<std::size_t>(found.RecordCount()));
-  for (; !found.Eof(); found.MoveNext())
-    rows.push_back({found.Field(0).toLongLong(), FactsOf(found)});
+  dao::OpenDatabase(databasePath, {.readOnly = true}).Visit(Query(table), [&](const dao::Row& found) {
+    rows.push_back({found.Field(0).toLongLong(), FactsOf(found, 1)});
+    return token.IsCurrent();
+  });
   return rows;
 }
 

@@ -56,8 +56,9 @@ class SpotStateLoader : public QObject {
     qint64 id = 0;
     SpotFacts facts;
   };
-  // Throws runtime::Error. Any thread.
-  static std::vector<Row> ReadRows(const QString& databasePath, const QString& table);
+  // Stops when the task was replaced: refills in quick succession do not compete for the processor. Throws
+  // runtime::Error. Any thread.
+  static std::vector<Row> ReadRows(const QString& databasePath, const QString& table, const LatestTask::Token& token);
 
   void OnRowsLoaded(std::vector<Row> rows);
   void OnFailure(const UnreadableReason& reason);

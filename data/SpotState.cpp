@@ -25,22 +25,37 @@ std::optional<QDate> DateOf(const QVariant& value) {
   return value.toDate();
 }
 
+// `value` returns a field by its place in SpotFactFields.
+template <typename Value>
+SpotFacts FactsFrom(const Value& value) {
+  SpotFacts facts;
+  facts.path = runtime::TrimBlanks(value(0).toString());
+  facts.aktief = value(1).toInt() != 0;
+  facts.startDatum = DateOf(value(2));
+  facts.eindDatum = DateOf(value(3));
+  facts.startUur = NumberOf(value(4));
+  facts.eindUur = NumberOf(value(5));
+  facts.lengteSec = NumberOf(value(6));
+  return facts;
+}
+
 bool FileMissing(const SpotFacts& spot) {
   return spot.path.isEmpty() || spot.file == runtime::Presence::NotThere;
 }
 
 }  // namespace
 
+QStringList SpotFactFields() {
+  return {u"Path"_s, u"Aktief"_s, u"StartDatum"_s, u"EindDatum"_s, u"StartUur"_s, u"EindUur"_s, u"LengteSec"_s};
+}
+
 SpotFacts FactsOf(const dao::Recordset& row) {
-  SpotFacts facts;
-  facts.path = runtime::TrimBlanks(row.Field(u"Path"_s).toString());
-  facts.aktief = row.Field(u"Aktief"_s).toInt() != 0;
-  facts.startDatum = DateOf(row.Field(u"StartDatum"_s));
-  facts.eindDatum = DateOf(row.Field(u"EindDatum"_s));
-  facts.startUur = NumberOf(row.Field(u"StartUur"_s));
-  facts.eindUur = NumberOf(row.Field(u"EindUur"_s));
-  facts.lengteSec = NumberOf(row.Field(u"LengteSec"_s));
-  return facts;
+  static const QStringList kFields = SpotFactFields();
+  return FactsFrom([&](int field) { return row.Field(kFields[field]); });
+}
+
+SpotFacts FactsOf(const dao::Row& row, int first) {
+  return FactsFrom([&](int field) { return row.Field(first + field); });
 }
 
 bool WithinHours(const SpotFacts& spot, int hour) {

@@ -2,11 +2,13 @@
 #pragma once
 
 #include "platform/dao/Recordset.h"
+#include "platform/dao/Row.h"
 #include "platform/runtime/Probe.h"
 
 #include <QDate>
 #include <QDateTime>
 #include <QString>
+#include <QStringList>
 
 #include <array>
 #include <cstddef>
@@ -24,8 +26,13 @@ struct SpotFacts {
   std::optional<runtime::Presence> file;  // none: not checked yet
 };
 
+// The field names that FactsOf reads, in the order of a row's columns.
+QStringList SpotFactFields();
+
 // Reads the recordset's current row, which must contain these fields by name. Leaves `file` empty.
 SpotFacts FactsOf(const dao::Recordset& row);
+// The same of a row that has these fields from column `first` on.
+SpotFacts FactsOf(const dao::Row& row, int first);
 
 // When several apply, the first of this list is the state.
 enum class SpotState { NietAktief, BestandOntbreekt, Verlopen, Begint, Verloopt, BuitenUren, Loopt };

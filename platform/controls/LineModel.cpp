@@ -28,9 +28,10 @@ bool LineModel::Shows(int index) const {
 }
 
 void LineModel::FoldTexts() {
+  if (folded_.isEmpty()) return;
   for (int index = texts_.Count(); index < Count(); ++index)
     texts_.Append(lines_[static_cast<std::size_t>(index)].text);
-  if (folded_.isEmpty() || searchedUpToDate_) return;
+  if (searchedUpToDate_) return;
   searched_.Clear();
   for (const Line& line : lines_)
     searched_.Append(line.details.searched);
@@ -205,7 +206,7 @@ void LineModel::SetEdited(const std::vector<int>& indexes) {
 
 void LineModel::SetFilterText(const QString& text) {
   const QString before = std::exchange(folded_, FoldedTexts::Folded(text));
-  if (!upToDate_ || !searchedUpToDate_ || !folded_.contains(before)) return Refilter();
+  if (folded_.isEmpty() || !upToDate_ || !searchedUpToDate_ || !folded_.contains(before)) return Refilter();
   // If the filter text was extended, only lines shown now can match.
   FoldTexts();
   beginResetModel();

@@ -78,7 +78,7 @@ class LineModel : public QAbstractListModel {
   bool Finds(int index) const;
   bool IsBefore(int one, int other) const;
   void Sort();
-  void FoldTexts();
+  void FoldTexts();  // nothing without a filter text
   void ApplyFilter();
   void Measure(const LineDetails& details);
   void Changed(int index);
@@ -88,7 +88,7 @@ class LineModel : public QAbstractListModel {
   std::vector<qint64> keys_;       // by index; empty: not sorted
   bool descending_ = false;        // only with keys_
   mutable std::vector<int> rows_;  // row by index, for RowOf while sorted; empty: not up to date
-  FoldedTexts texts_;              // of the first lines; FoldTexts adds the missing ones
+  FoldedTexts texts_;              // of the first lines; FoldTexts adds the missing ones for a search
   FoldedTexts searched_;           // the details' texts for searches; of all lines, or empty
   bool hasSearched_ = false;       // there are such texts
   bool searchedUpToDate_ = true;
