@@ -14,6 +14,7 @@
 #include "platform/desktop/MessageBox.h"
 #include "platform/desktop/Theme.h"
 #include "platform/desktop/ViewMemory.h"
+#include "platform/runtime/DetachedThread.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
 
@@ -82,9 +83,7 @@ int Run(QApplication& application, const StartOptions& options) {
   return QApplication::exec();
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int RunProgram(int argc, char** argv) {
   if (PrintedTextOnly(argc, argv)) return 0;
   QApplication application(argc, argv);
   QApplication::setApplicationName(u"spotrooster"_s);
@@ -100,4 +99,10 @@ int main(int argc, char** argv) {
     Print(stderr, u"spotrooster: "_s + error.Description() + u'\n');
     return kWrongUse;
   }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  return runtime::AwaitDetached(RunProgram(argc, argv));
 }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "platform/runtime/DetachedThread.h"
 #include "tools/Commands.h"
 #include "tools/VisibleStream.h"
 
@@ -8,9 +9,17 @@
 
 #include <iostream>
 
-int main(int argc, char** argv) {
+namespace {
+
+int RunProgram(int argc, char** argv) {
   const QCoreApplication application(argc, argv);
   const VisibleOnTerminal out(std::cout, STDOUT_FILENO);
   const VisibleOnTerminal err(std::cerr, STDERR_FILENO);
   return RunCommand(QCoreApplication::arguments().mid(1), {std::cout, std::cerr});
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  return runtime::AwaitDetached(RunProgram(argc, argv));
 }

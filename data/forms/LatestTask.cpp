@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "data/forms/LatestTask.h"
 
+#include "platform/runtime/DetachedThread.h"
+
 #include <QCoreApplication>
 #include <QEvent>
 #include <QMetaObject>
@@ -8,7 +10,6 @@
 
 #include <condition_variable>
 #include <mutex>
-#include <thread>
 #include <utility>
 
 namespace {
@@ -62,12 +63,12 @@ void LatestTask::Send(Work work) {
     number = ++shared_->current;
     ++shared_->running;
   }
-  std::thread([shared = shared_, number, work = std::move(work)] {
+  runtime::StartDetached([shared = shared_, number, work = std::move(work)] {
     work(Token(shared, number));
     const std::lock_guard lock(shared->mutex);
     --shared->running;
     shared->ended.notify_all();
-  }).detach();
+  });
 }
 
 void LatestTask::Cancel() {

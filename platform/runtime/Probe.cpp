@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/runtime/Probe.h"
 
+#include "platform/runtime/DetachedThread.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
 
@@ -14,7 +15,6 @@
 #include <future>
 #include <memory>
 #include <mutex>
-#include <thread>
 
 using namespace Qt::StringLiterals;
 
@@ -60,7 +60,7 @@ int BoundedCheck(const QString& path, const QString& root, std::chrono::millisec
   }
   auto state = std::make_shared<CheckState>();
   std::future<int> future = state->result.get_future();
-  std::thread([state, path, root, check = CurrentCheck()] {
+  StartDetached([state, path, root, check = CurrentCheck()] {
     const int result = check(path);
     {
       const std::lock_guard lock(HangingRoots().mutex);
@@ -68,7 +68,7 @@ int BoundedCheck(const QString& path, const QString& root, std::chrono::millisec
       if (state->givenUp) HangingRoots().roots.remove(root);
     }
     state->result.set_value(result);
-  }).detach();
+  });
   if (future.wait_for(wait) == std::future_status::ready) return future.get();
   const std::lock_guard lock(hanging.mutex);
   if (!state->done) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The main of every test program with Qt: offscreen, fixed locale, fixed style, no desktop settings.
 #include "platform/desktop/MessageBox.h"
+#include "platform/runtime/DetachedThread.h"
 #include "tests/support/Cluster.h"
 #include "tests/support/OwnUserFolders.h"
 
@@ -10,13 +11,15 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <iostream>
 
 namespace {
-constexpr int kSkipped = 77;  // exit code that CTest reports as skipped
-}
 
-int main(int argc, char** argv) {
+constexpr int kSkipped = 77;  // exit code that CTest reports as skipped
+constexpr std::chrono::seconds kBackgroundWait{10};
+
+int RunProgram(int argc, char** argv) {
   // A test program that needs another program registers that before main.
   const QByteArray platform = qgetenv("SPOTROOSTER_TEST_PLATFORM");
   qputenv("QT_QPA_PLATFORM", platform.isEmpty() ? QByteArray("offscreen") : platform);
@@ -39,4 +42,10 @@ int main(int argc, char** argv) {
   const int result = RUN_ALL_TESTS();
   testing_support::StopSharedCluster();
   return result;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  return runtime::AwaitDetached(RunProgram(argc, argv), kBackgroundWait);
 }

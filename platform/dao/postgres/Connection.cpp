@@ -2,6 +2,7 @@
 #include "platform/dao/postgres/Connection.h"
 
 #include "platform/dao/WriteWait.h"
+#include "platform/runtime/DetachedThread.h"
 #include "platform/runtime/Error.h"
 
 #include <QCoreApplication>
@@ -14,7 +15,6 @@
 #include <future>
 #include <list>
 #include <mutex>
-#include <thread>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -169,12 +169,12 @@ void SetServerWait(ServerWait wait) {
 std::unique_ptr<Connection> Connection::Open(const ServerAddress& address) {
   auto shared = std::make_shared<Connecting>();
   std::future<Attempt> ready = shared->promise.get_future();
-  std::thread([shared, address] {
+  runtime::StartDetached([shared, address] {
     const Attempt attempt = ConnectAny(address);
     const std::lock_guard lock(shared->mutex);
     if (shared->givenUp) Libpq().PQfinish(attempt.connection);
     shared->promise.set_value(attempt);
-  }).detach();
+  });
   AwaitReady(ready, Clock::now() + kConnectWait + 500ms);
   const std::lock_guard lock(shared->mutex);
   if (ready.wait_for(0ms) != std::future_status::ready) {
