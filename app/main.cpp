@@ -14,6 +14,7 @@
 #include "platform/desktop/MessageBox.h"
 #include "platform/desktop/Theme.h"
 #include "platform/desktop/ViewMemory.h"
+#include "platform/runtime/Clock.h"
 #include "platform/runtime/DetachedThread.h"
 #include "platform/runtime/Error.h"
 #include "platform/runtime/HostPath.h"
@@ -104,5 +105,6 @@ int RunProgram(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  runtime::KeepTimeZone();
   return runtime::AwaitDetached(RunProgram(argc, argv));
 }

@@ -24,6 +24,7 @@
 #include "platform/controls/ComboBox.h"
 #include "platform/dao/Database.h"
 #include "platform/dao/FileSystemScope.h"
+#include "platform/runtime/Clock.h"
 #include "platform/runtime/HostPath.h"
 #include "platform/runtime/TextFile.h"
 
@@ -241,6 +242,7 @@ void Furnish(const bench::SpotStation& station) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  runtime::KeepTimeZone();
   qputenv("QT_QPA_PLATFORM", "offscreen");
   const QTemporaryDir cache;
   qputenv("XDG_CACHE_HOME", cache.path().toLocal8Bit());

@@ -12,6 +12,7 @@
 #include "bench/TimedFiles.h"
 #include "platform/dao/Database.h"
 #include "platform/dao/FileSystemScope.h"
+#include "platform/runtime/Clock.h"
 
 #include <QFileInfo>
 #include <QTemporaryDir>
@@ -159,6 +160,7 @@ void PrintRatios(const Size& less, const Size& more) {
 }  // namespace
 
 int main(int count, char** arguments) {
+  runtime::KeepTimeZone();
   std::setvbuf(stdout, nullptr, _IOLBF, 0);
   if (count == 3 && qstrcmp(arguments[1], "read") == 0) return ReadAll(QString::fromLocal8Bit(arguments[2]));
   const QString folder = bench::BenchFolder(count > 1 ? arguments[1] : nullptr);

@@ -8,6 +8,7 @@
 #include "data/Globals.h"
 #include "data/Writes.h"
 #include "platform/controls/ListBox.h"
+#include "platform/runtime/Clock.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -172,6 +173,7 @@ void BenchList(PlainSqlite& plain) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  runtime::KeepTimeZone();
   qputenv("QT_QPA_PLATFORM", "offscreen");
   const QApplication application(argc, argv);
   const int rows = argc > 1 ? std::max(1, std::atoi(argv[1])) : 50000;

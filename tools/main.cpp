@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "platform/runtime/Clock.h"
 #include "platform/runtime/DetachedThread.h"
 #include "tools/Commands.h"
 #include "tools/VisibleStream.h"
@@ -21,5 +22,6 @@ int RunProgram(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  runtime::KeepTimeZone();
   return runtime::AwaitDetached(RunProgram(argc, argv));
 }

@@ -30,7 +30,8 @@ InputBoxScript* InputBoxScript::Active() {
 
 std::optional<QString> InputBoxScript::TakeAnswer() {
   if (answers_.empty()) return std::nullopt;
-  std::optional<QString> answer = answers_.front();
+  std::optional<QString> answer;
+  answer.swap(answers_.front());
   answers_.pop_front();
   return answer;
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/runtime/Clock.h"
 
+#include <cstdlib>
 #include <utility>
 
 namespace runtime {
@@ -12,6 +13,11 @@ std::function<QDateTime()>& CurrentClock() {
 }
 
 }  // namespace
+
+void KeepTimeZone() {
+  constexpr int kOnlyIfUnset = 0;
+  ::setenv("TZ", ":/etc/localtime", kOnlyIfUnset);
+}
 
 QDateTime Now() {
   return CurrentClock()();

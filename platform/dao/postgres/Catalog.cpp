@@ -110,8 +110,10 @@ std::string IndexStatement(const Catalog& catalog, const TableDef& table, const 
   std::string allNull;
   for (const IndexField& field : index.fields) {
     if (!unique && !CanOrderRows(table, field)) break;
-    columns += (columns.empty() ? "" : ",") + IndexColumn(table, field);
-    allNull += (allNull.empty() ? "" : " AND ") + QuotedServerName(field.name) + " IS NULL";
+    columns += columns.empty() ? "" : ",";
+    columns += IndexColumn(table, field);
+    allNull += allNull.empty() ? "" : " AND ";
+    allNull += QuotedServerName(field.name) + " IS NULL";
   }
   if (columns.empty()) return {};
   std::string statement = std::string(unique ? "CREATE UNIQUE INDEX " : "CREATE INDEX ") +
