@@ -202,6 +202,7 @@ TEST_F(ReplacedFile, TheJournalOfARunningWriterOfTheNewFileIsNotTouched) {
       ++interrupted;
     };
     test::MessageOf([&] { Read(finder); });
+    meanwhile = nullptr;  // not when `finder` is destroyed
     if (writer == nullptr) continue;
     EXPECT_EQ(memory.Get(kJournal), living.journal) << "moment " << moment;
     EXPECT_EQ(memory.Get(kPath), living.database) << "moment " << moment;
