@@ -121,7 +121,7 @@ class Day {
   }
 
   void Search() {
-    const auto list = Opened<frmItemSpots>();
+    auto list = Opened<frmItemSpots>();
     auto& field = *list->findChild<QLineEdit*>(u"txtZoek"_s);
     const QString word = u"tuincentrum van damme 77"_s;
     steps_.Run(disk_, {"day-search", "a letter of a search"}, [&](int i) {
