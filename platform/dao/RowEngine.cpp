@@ -123,6 +123,27 @@ std::optional<int> DeleteOne(const RowStatement& statement, Table& table) {
   return static_cast<int>(rows.size());
 }
 
+// The result of MAX is at the end of an index that starts with the field, or at its start when it is a descending one.
+// NULL comes before all numbers.
+std::shared_ptr<const ResultRows> SelectHighest(const RowStatement::Column& column, Storage& storage, Table& table) {
+  const TableDef& definition = table.Definition();
+  const int field = definition.FieldIndex(column.field);
+  if (field < 0 || !IsWholeNumber(definition.fields[field].type)) return nullptr;
+  const auto isSuitable = [&](const IndexDef& index) {
+    return index.usable && !index.ignoreNull && definition.FieldIndex(index.fields.first().name) == field;
+  };
+  const auto index = std::ranges::find_if(definition.indexes, isSuitable);
+  if (index == definition.indexes.end()) return nullptr;
+  storage.ExpectOneRead();
+  const auto place = static_cast<std::size_t>(field);
+  const bool isAscending = index->fields.first().direction == Direction::Ascending;
+  const auto rows = table.ScanByIndex(static_cast<std::size_t>(index - definition.indexes.begin()), isAscending,
+                                      FieldMask().set(place));
+  const ResultColumn result(column.name.toString(), definition.fields[field].type);
+  return std::make_shared<ResultRows>(
+      ResultRows{{result.Name()}, {rows->Next() ? result.Read(rows->Field(place)) : QVariant()}, 1});
+}
+
 }  // namespace
 
 std::optional<int> ChangeRow(const RowStatement& statement, Storage& storage) {
@@ -144,6 +165,7 @@ std::optional<int> ChangeRow(const RowStatement& statement, Storage& storage) {
 std::shared_ptr<const ResultRows> SelectRow(const RowStatement& statement, Storage& storage) {
   const auto table = storage.OpenTable(statement.table.toString());
   if (table == nullptr) return nullptr;
+  if (statement.isHighest) return SelectHighest(statement.columns.front(), storage, *table);
   const TableDef& definition = table->Definition();
   const auto key = KeyIndexOf(definition, statement);
   if (!key) return nullptr;

@@ -126,11 +126,19 @@ class RowParser {
   // The fields come before the table that may qualify them, so their names are checked at the end.
   bool Select() {
     row_.verb = Verb::Select;
+    if (in_.TakeWord(u"MAX")) return Highest();
     std::vector<QStringView> qualifiers;
     if (!in_.TakeSymbol(u"*") && !SelectList(qualifiers)) return false;
     if (!in_.TakeWord(u"FROM") || !TakeTable() || !Where()) return false;
     const auto isTable = [&](QStringView name) { return name.compare(row_.table, Qt::CaseInsensitive) == 0; };
     return std::ranges::all_of(qualifiers, isTable);
+  }
+
+  bool Highest() {
+    row_.isHighest = true;
+    RowStatement::Column& column = row_.columns.emplace_back();
+    return in_.TakeSymbol(u"(") && TakeName(column.field) && in_.TakeSymbol(u")") && in_.TakeWord(u"AS") &&
+           TakeName(column.name) && in_.TakeWord(u"FROM") && TakeTable();
   }
 
   bool SelectList(std::vector<QStringView>& qualifiers) {

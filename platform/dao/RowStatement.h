@@ -14,9 +14,9 @@
 
 namespace dao {
 
-// A statement about one row: an INSERT of literals, and a SELECT, UPDATE with literals or DELETE of the row with a
-// whole number in one field. Most statements of the screens are of these forms; RowEngine carries them out directly.
-// Names and texts are views of the statement's text.
+// A statement about one row: an INSERT of literals, a SELECT, UPDATE with literals or DELETE of the row with a whole
+// number in one field, and a SELECT of the highest number of a field. Most statements of the screens are of these
+// forms; RowEngine carries them out directly. Names and texts are views of the statement's text.
 struct RowStatement {
   struct Column {
     QStringView field;
@@ -28,7 +28,8 @@ struct RowStatement {
   std::vector<QStringView> fields;  // INSERT: those listed, empty = all; UPDATE: those set
   std::vector<ValueView> values;    // INSERT, UPDATE
   std::vector<Column> columns;      // SELECT: empty = all fields
-  QStringView keyField;             // all but INSERT
+  bool isHighest = false;           // SELECT of MAX of the only column
+  QStringView keyField;             // all but INSERT and isHighest
   std::int64_t key = 0;
   std::deque<QString> unquoted;  // the texts among the values that had doubled quotes
 };

@@ -27,6 +27,10 @@ enum class FieldType {
   Numeric
 };
 
+inline bool IsWholeNumber(FieldType type) {
+  return type == FieldType::Byte || type == FieldType::Integer || type == FieldType::Long;
+}
+
 struct FieldDef {
   QString name;
   FieldType type = FieldType::Long;

@@ -13,13 +13,18 @@ namespace {
 
 enum class Ambiguity { TakeFirst, Refuse };
 
-struct DriveMap {
-  QMap<QString, QString> folders{{u"Z:"_s, u"/"_s}};  // "D:" or "\\server\share", upper case -> clean host folder
-  QMap<QString, QString> names{{u"Z:"_s, u"Z:"_s}};   // the same keys -> as written
+struct Drive {
+  QString name;    // "D:" or "\\server\share", as written
+  QString folder;  // clean host folder
 };
+using DriveMap = QMap<QString, Drive>;  // by name in capitals
+
+DriveMap DefaultMap() {
+  return {{u"Z:"_s, {u"Z:"_s, u"/"_s}}};
+}
 
 DriveMap& Map() {
-  static DriveMap map;
+  static DriveMap map = DefaultMap();
   return map;
 }
 
@@ -38,13 +43,12 @@ struct Mapped {
 };
 
 Mapped FindMapping(const QString& text) {
-  const QString upper = text.toUpper();
   const DriveMap& map = Map();
-  for (auto it = map.folders.constEnd(); it != map.folders.constBegin();) {
-    --it;  // backwards, so that the longer of two keys with a common prefix comes first
-    const QString& key = it.key();
-    if (upper.startsWith(key) && (upper.size() == key.size() || upper[key.size()] == u'\\')) {
-      return {it.value(), text.mid(key.size())};
+  for (auto it = map.constEnd(); it != map.constBegin();) {
+    --it;  // backwards, so that the longer of two names with a common prefix comes first
+    const QString& name = it->name;
+    if (text.startsWith(name, Qt::CaseInsensitive) && (text.size() == name.size() || text[name.size()] == u'\\')) {
+      return {it->folder, text.mid(name.size())};
     }
   }
   const bool share = text.startsWith(u"\\\\"_s);
@@ -73,10 +77,10 @@ QString NameInFolder(const QString& folder, const QString& name, Ambiguity ambig
 }
 
 QString Resolved(const QString& root, const QString& rest, const QString& text, Ambiguity ambiguity) {
-  QStringList names;
-  for (const QString& name : rest.split(u'/', Qt::SkipEmptyParts)) {
-    if (name == u"."_s) continue;
-    if (name == u".."_s) {
+  QList<QStringView> names;
+  for (const QStringView name : QStringTokenizer(rest, u'/', Qt::SkipEmptyParts)) {
+    if (name == u".") continue;
+    if (name == u"..") {
       if (names.isEmpty()) throw Error(u"Het pad '%1' klimt buiten zijn schijf of netwerkmap."_s.arg(text));
       names.removeLast();
     } else {
@@ -84,10 +88,12 @@ QString Resolved(const QString& root, const QString& rest, const QString& text, 
     }
   }
   QString path = root == u"/"_s ? QString() : root;
-  QString direct = path + u'/' + names.join(u'/');
+  QString direct = path;
+  for (const QStringView name : names)
+    direct.append(u'/').append(name);
   if (!names.isEmpty() && QFileInfo::exists(direct)) return direct;
-  for (const QString& name : names)
-    path += u'/' + NameInFolder(path.isEmpty() ? u"/"_s : path, name, ambiguity);
+  for (const QStringView name : names)
+    path += u'/' + NameInFolder(path.isEmpty() ? u"/"_s : path, name.toString(), ambiguity);
   return path.isEmpty() ? u"/"_s : path;
 }
 
@@ -108,13 +114,12 @@ bool IsWithin(const QString& path, const QString& folder) {
   return folder == u"/"_s || path == folder || path.startsWith(folder + u'/');
 }
 
-// The key of the longest mapped folder that contains the path; null when none does.
-QString LongestKey(const QString& cleanPath) {
-  QString best;
-  const DriveMap& map = Map();
-  for (auto it = map.folders.constBegin(); it != map.folders.constEnd(); ++it) {
-    if (IsWithin(cleanPath, it.value()) && (best.isNull() || it.value().size() > map.folders[best].size()))
-      best = it.key();
+// The drive with the longest folder that contains the path; null when none does.
+const Drive* DriveOf(const QString& cleanPath) {
+  const Drive* best = nullptr;
+  for (const Drive& drive : Map()) {
+    if (IsWithin(cleanPath, drive.folder) && (best == nullptr || drive.folder.size() > best->folder.size()))
+      best = &drive;
   }
   return best;
 }
@@ -123,23 +128,23 @@ QString LongestKey(const QString& cleanPath) {
 
 void SetDrives(const QMap<QString, QString>& folders, const QString& baseFolder) {
   if (folders.isEmpty()) {
-    Map() = DriveMap();
+    Map() = DefaultMap();
     return;
   }
   DriveMap map;
-  map.folders.clear();
-  map.names.clear();
   for (auto it = folders.constBegin(); it != folders.constEnd(); ++it) {
     const QString name = KeyAsWritten(it.key());
     const QString folder = QDir::isAbsolutePath(it.value()) ? it.value() : baseFolder + u'/' + it.value();
-    map.folders.insert(name.toUpper(), QDir::cleanPath(folder));
-    map.names.insert(name.toUpper(), name);
+    map.insert(name.toUpper(), {name, QDir::cleanPath(folder)});
   }
   Map() = map;
 }
 
 QStringList Drives() {
-  return Map().names.values();
+  QStringList names;
+  for (const Drive& drive : Map())
+    names += drive.name;
+  return names;
 }
 
 QString HostPath(const QString& text) {
@@ -157,15 +162,15 @@ QString HostRoot(const QString& text) {
 
 QString PathText(const QString& hostPath) {
   const QString clean = QDir::cleanPath(hostPath);
-  const QString key = LongestKey(clean);
-  if (key.isNull()) return hostPath;
-  QString rest = Map().folders[key] == u"/"_s ? clean : clean.mid(Map().folders[key].size());
+  const Drive* drive = DriveOf(clean);
+  if (drive == nullptr) return hostPath;
+  QString rest = drive->folder == u"/"_s ? clean : clean.mid(drive->folder.size());
   if (rest == u"/"_s) rest.clear();
-  return Map().names[key] + rest.replace(u'/', u'\\');
+  return drive->name + rest.replace(u'/', u'\\');
 }
 
 bool IsMapped(const QString& hostPath) {
-  return !LongestKey(QDir::cleanPath(hostPath)).isNull();
+  return DriveOf(QDir::cleanPath(hostPath)) != nullptr;
 }
 
 }  // namespace runtime

@@ -22,10 +22,6 @@ bool IsAboutCertificates(const QString& reason) {
   return reason.contains(u"certificate"_s, Qt::CaseInsensitive) || reason.contains(u"SSL"_s);
 }
 
-bool IsWholeNumber(FieldType type) {
-  return type == FieldType::Long || type == FieldType::Integer || type == FieldType::Byte;
-}
-
 }  // namespace
 
 QString ConnectionError(const ServerAddress& address, const QString& host, const QString& reason, bool needsPassword) {

@@ -38,7 +38,7 @@ dao::TableDef Wide() {
        Field(u"Sleutel"_s, FieldType::Guid), Field(u"Ruw"_s, FieldType::Binary, 8),
        Field(u"Nummer"_s, FieldType::Long)},
       {Key({u"ID"_s}), Index(u"OpAantal"_s, {u"Aantal"_s}), Index(u"OpNaam"_s, {u"Naam"_s}),
-       Index(u"OpKlein"_s, {u"Klein"_s})}};
+       Index(u"OpKlein"_s, {u"Klein"_s}), Index(u"OpNummer"_s, {u"Nummer"_s, u"ID"_s})}};
   table.fields[1].allowZeroLength = false;
   table.fields[2].defaultValue = 7;
   table.fields[4].required = true;
@@ -46,6 +46,7 @@ dao::TableDef Wide() {
   table.fields[7].scale = 2;
   table.fields[10].defaultValue = u"niets"_s;
   table.fields[13].autoNumber = true;
+  table.indexes[4].fields[0].direction = dao::Direction::Descending;
   table.indexes[1].unique = table.indexes[1].ignoreNull = true;
   return table;
 }
@@ -175,7 +176,11 @@ class RowEngine : public testing::Test {
     }
     return u"UPDATE %1 SET %2"_s.arg(Table(), changes.join(u", "_s)) + Where();
   }
+  QString Highest() {
+    return u"SELECT MAX(%1) AS Hoogste FROM %2"_s.arg(Pick(2) == 0 ? FieldName() : u"ID"_s, Table());
+  }
   QString Select() {
+    if (Pick(4) == 0) return Highest();
     if (Pick(3) == 0) return u"SELECT %1* FROM %2"_s.arg(Pick(2) == 0 ? u"tblAlles."_s : QString(), Table()) + Where();
     QStringList columns;
     for (unsigned i = Pick(4); i < 4; ++i)
@@ -264,6 +269,22 @@ TEST_F(RowEngine, GivesWhatTheSqlEngineGives) {
   EXPECT_GT(direct, count / 2);
   EXPECT_GT(changes, count / 12);
   EXPECT_GT(errors, count / 10);
+}
+
+TEST_F(RowEngine, HighestNumberIsThatOfTheSqlEngine) {
+  const auto compare = [&](const QString& state) {
+    for (const QString& field : {u"ID"_s, u"Nummer"_s, u"Klein"_s, u"Aantal"_s, u"Naam"_s, u"Weg"_s}) {
+      const QString sql = u"SELECT MAX(%1) AS Hoogste FROM tblAlles"_s.arg(field);
+      EXPECT_EQ(ResultOf(twins_->ours, sql), ResultByEngine(sql)) << qPrintable(field + u", "_s + state);
+    }
+  };
+  compare(u"no rows"_s);
+  for (const QString& values : {u"1, 5, NULL, 1"_s, u"2, 9, 7, 1"_s, u"-3, 2, 250, 1"_s}) {
+    const QString sql = u"INSERT INTO tblAlles (ID, Nummer, Klein, Aktief) VALUES (%1)"_s.arg(values);
+    ASSERT_EQ(ResultOf(twins_->ours, sql), u"1"_s);
+    ASSERT_EQ(ResultByEngine(sql), u"1"_s);
+    compare(sql);
+  }
 }
 
 }  // namespace

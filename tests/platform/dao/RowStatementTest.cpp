@@ -16,7 +16,8 @@ TEST(RowStatement, TheFormsOfTheScreens) {
        {u"INSERT INTO t (a, b) VALUES (1, \"x\")"_s, u"insert into [t] values (NULL, -3, True, 'it''s');"_s,
         u"UPDATE t SET a = 1, t.b = \"x\" WHERE ID = 41"_s, u"UPDATE t SET a = NULL WHERE t.ID = -2"_s,
         u"DELETE FROM t WHERE ID = 5"_s, u"DELETE * FROM t WHERE t.ID = 5"_s, u"SELECT * FROM t WHERE ID = 5"_s,
-        u"SELECT t.* From t WHERE t.ID = 5"_s, u"SELECT t.a, b AS Code FROM t WHERE t.ID = 5"_s})
+        u"SELECT t.* From t WHERE t.ID = 5"_s, u"SELECT t.a, b AS Code FROM t WHERE t.ID = 5"_s,
+        u"Select MAX(ID) AS LaatsteID FROM t"_s, u"select max([ID]) as [m n] from [t];"_s})
     EXPECT_TRUE(IsAboutOneRow(sql)) << qPrintable(sql);
 }
 
@@ -50,6 +51,13 @@ TEST(RowStatement, EverythingElseIsForTheEngine) {
                              u"SELECT a b FROM t WHERE ID = 1"_s,
                              u"SELECT DISTINCT a FROM t WHERE ID = 1"_s,
                              u"SELECT MAX(a) FROM t WHERE ID = 1"_s,
+                             u"SELECT MAX(a) AS m FROM t WHERE ID = 1"_s,
+                             u"SELECT MAX(a) FROM t"_s,
+                             u"SELECT MAX(a + 1) AS m FROM t"_s,
+                             u"SELECT MAX(a) AS m, b FROM t"_s,
+                             u"SELECT MAX(DISTINCT a) AS m FROM t"_s,
+                             u"SELECT MIN(a) AS m FROM t"_s,
+                             u"SELECT MAX FROM t WHERE ID = 1"_s,
                              u"SELECT t.*, a FROM t WHERE ID = 1"_s,
                              u"SELECT a FROM t WHERE ID = 1 ORDER BY a"_s})
     EXPECT_FALSE(IsAboutOneRow(sql)) << qPrintable(sql);

@@ -41,6 +41,11 @@ TEST_F(HostPaths, DriveAndShareAreLookedUpWithoutRegardToCase) {
   EXPECT_EQ(HostPath(u"D:\\"_s), folder_.path());
 }
 
+TEST_F(HostPaths, NameWhoseCapitalsAreLongerIsCutOffAtItsOwnLength) {
+  runtime::SetDrives({{u"\\\\studio\\gro\u00DFstra\u00DFe"_s, folder_.path() + u"/share"}});
+  EXPECT_EQ(HostPath(u"\\\\Studio\\Gro\u00DFstra\u00DFe\\een.mp3"_s), folder_.path() + u"/share/een.mp3");
+}
+
 TEST_F(HostPaths, NamesMatchWithoutRegardToCaseWhenNotExact) {
   EXPECT_EQ(HostPath(u"D:\\AUDIO\\spots\\een.wav"_s), folder_.path() + u"/Audio/Spots/Een.WAV");
   Touch(u"Audio/Spots/een.wav"_s);
