@@ -58,7 +58,7 @@ void Fill(const bench::SpotStation& station, int blocks, int spots) {
     dao::FieldMask wanted;
     wanted.set(id);
     for (const auto cursor = table->Scan(wanted); cursor->Next();)
-      rows.push_back({cursor->Id(), static_cast<int>(std::get<std::int64_t>(cursor->Field(id)))});
+      rows.emplace_back(cursor->Id(), static_cast<int>(std::get<std::int64_t>(cursor->Field(id))));
     for (const auto& [row, number] : rows) {
       const std::vector<dao::FieldValue> change{
           {path, QString(u"Z:"_s + station.File(u"%1.wav"_s.arg(number)).replace(u'/', u'\\')).toStdU16String()}};

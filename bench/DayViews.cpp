@@ -112,7 +112,7 @@ void Choice(DaySteps& steps, const SlowDisk& disk) {
   const auto form = open();
   auto& field = *form->findChild<QLineEdit*>(u"txtZoek"_s);
   const QString word = u"tuincentrum van damme 77"_s;
-  steps.Run(disk, {"day-choice-search", "a letter of a search there"}, [&](int i) {
+  steps.Run(disk, {"day-choice-search", "a letter of a search there"}, [&](int i) -> DaySteps::Window {
     field.setText(word.left(1 + i % word.size()));
     Paint(*form);
     return form;
@@ -126,7 +126,7 @@ void EndDates(DaySteps& steps, const SlowDisk& disk) {
   QDate day(2099, 1, 1);
   steps.Run(
       disk, step,
-      [&](int) {
+      [&](int) -> DaySteps::Window {
         const Answer answer([&](QWidget& dialog) {
           dialog.findChild<controls::DateCombo*>(u"cobStop"_s)->SetDate(day);
           Press(dialog, u"cmdOk"_s);
@@ -151,7 +151,7 @@ void Copies(DaySteps& steps, const SlowDisk& disk, const DaySteps::Step& step, c
   const int before = CountOf(table, u"ID > 0"_s);
   steps.Run(
       disk, step,
-      [&](int) {
+      [&](int) -> DaySteps::Window {
         Press(*list, u"cmdDupliceren"_s);
         Paint(*list);
         return list;
@@ -171,7 +171,7 @@ void Wait(qint64 ms) {
 void Undo(DaySteps& steps, const SlowDisk& disk) {
   const auto list = Shown<frmItemSpots>();
   const auto press = [&list](const QString& button) {
-    return [&list, button](int) {
+    return [&list, button](int) -> DaySteps::Window {
       Press(*list, button);
       Paint(*list);
       return list;

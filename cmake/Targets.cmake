@@ -56,8 +56,8 @@ function(spotrooster_library name)
 endfunction()
 
 # spotrooster_tests(folder SOURCES file... [NO_QT] [LINK target...])
-# One test program a folder, every test a CTest entry labelled with the folder. With a sanitizer each program is
-# one entry, because starting the process takes longer than most tests. NO_QT as above.
+# One test program a folder, every test a CTest entry labelled with the folder. With a sanitizer each half of a program
+# is one entry, because starting the process takes longer than most tests. NO_QT as above.
 function(spotrooster_tests folder)
   cmake_parse_arguments(PARSE_ARGV 1 arg "NO_QT" "" "SOURCES;LINK")
   string(REPLACE "/" "_" program "test_${folder}")
@@ -73,8 +73,11 @@ function(spotrooster_tests folder)
     endif()
   endif()
   if(SPOTROOSTER_SANITIZE)
-    add_test(NAME ${folder} COMMAND ${program} --gtest_brief=1)
-    set_tests_properties(${folder} PROPERTIES LABELS ${folder} TIMEOUT 1500)
+    foreach(half 0 1)
+      add_test(NAME ${folder}.${half} COMMAND ${program} --gtest_brief=1)
+      set_tests_properties(${folder}.${half} PROPERTIES LABELS ${folder} TIMEOUT 1500
+                           ENVIRONMENT "GTEST_TOTAL_SHARDS=2;GTEST_SHARD_INDEX=${half}")
+    endforeach()
   else()
     gtest_discover_tests(${program} TEST_PREFIX "${folder}." DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
                          PROPERTIES LABELS ${folder} TIMEOUT 300)

@@ -103,7 +103,7 @@ TEST_F(FullLog, FailureOrKillAtAnyStepOfLoggingWritesNoRowTwice) {
           LogQueuedStatements();
         } catch (const runtime::Error& error) {
           // The second is the folder of the database and its journal.
-          const QString text = error.Description();
+          const QString& text = error.Description();
           EXPECT_TRUE(text.contains(u"-unlogged"_s) || text.contains(u"/data'"_s) ||
                       text.contains(u"OvalistoLocal.mdb"_s))
               << text.toStdString();

@@ -101,7 +101,7 @@ TEST_F(ExportSteps, AFailureOfAnyStepLosesAndDuplicatesNothing) {
       try {
         Export();
       } catch (const runtime::Error& error) {
-        const QString text = error.Description();
+        const QString& text = error.Description();
         // The last one is the folder of the database and its journal.
         EXPECT_TRUE(text.contains(u".tql"_s) || text.contains(u"-export"_s) || text.contains(u"/data'"_s) ||
                     text.contains(u"OvalistoLocal.mdb"_s))

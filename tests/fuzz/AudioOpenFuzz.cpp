@@ -5,6 +5,7 @@
 #include "platform/audio/Error.h"
 #include "platform/audio/Measure.h"
 #include "tests/fuzz/CpuLimit.h"
+#include "tests/fuzz/FuzzTarget.h"
 
 #include <sys/mman.h>
 #include <unistd.h>

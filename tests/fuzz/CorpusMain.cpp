@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // A main function for a fuzz target without libFuzzer: runs each file of the given folders unchanged, truncated at many
 // places, and with single bytes changed. Deterministic.
+#include "tests/fuzz/FuzzTarget.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
@@ -8,8 +10,6 @@
 #include <fstream>
 #include <iterator>
 #include <vector>
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 namespace {
 

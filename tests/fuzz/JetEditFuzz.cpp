@@ -3,6 +3,7 @@
 // requirements.
 #include "tests/fuzz/CpuLimit.h"
 #include "tests/fuzz/EditDamaged.h"
+#include "tests/fuzz/FuzzTarget.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const fuzz::CpuLimit cpu;

@@ -7,6 +7,7 @@
 #include "platform/jet/pages/Files.h"
 #include "platform/jet/values/Error.h"
 #include "tests/fuzz/CpuLimit.h"
+#include "tests/fuzz/FuzzTarget.h"
 #include "tests/fuzz/HeapLimit.h"
 
 #include <cstddef>

@@ -213,26 +213,35 @@ TEST_F(ListeningWindow, ClosingStopsPlayback) {
   EXPECT_FALSE(window_->isVisible());
 }
 
-// Random operations in any order: the window neither hangs nor shows an error.
-TEST_F(ListeningWindow, SurvivesAThousandRandomOperations) {
+class RandomListening : public ListeningWindow {
+ protected:
+  void Operate() {
+    static const QStringList kButtons{u"cmdPlay"_s, u"cmdSTOP"_s, u"cmdVolgendeMix"_s, u"cmdAndereVolgorde"_s};
+    const auto what = random_() % 13;
+    if (what < 4) Click(*window_, kButtons[static_cast<qsizetype>(what)]);
+    if (what == 4) Pick(random_() % 2 == 0 ? u"optNu"_s : u"optMoment"_s);
+    if (what == 5) Child<controls::ComboBox>(*window_, u"cboUur"_s).SetListIndex(static_cast<int>(random_() % 24));
+    if (what == 6) QTest::keyClick(&Strip(), random_() % 2 == 0 ? Qt::Key_Left : Qt::Key_PageDown);
+    if (what == 7) QTest::mouseClick(&Strip(), Qt::LeftButton, {}, QPoint(static_cast<int>(random_() % 600), 30));
+    if (what == 8) QTest::keyClick(window_.get(), Qt::Key_Space, Qt::ControlModifier);
+    if (what == 9 && desk_.output.IsRunning()) desk_.output.PullNow(random_() % 4000);
+    if (what == 10) AwaitPlan();
+    if (what == 11)
+      Child<controls::DateCombo>(*window_, u"datDag"_s).SetText(random_() % 2 == 0 ? u"12-03-2025"_s : u"12-0"_s);
+    if (what == 12 && random_() % 20 == 0) Open();  // closes the previous window, playing or not
+  }
+
+ private:
+  std::mt19937 random_{7};
+};
+
+// In any order: the window neither hangs nor shows an error.
+TEST_F(RandomListening, SurvivesAThousandOperations) {
   block_.random = true;
   block_.spots[2].facts.startUur = 8;
   Open();
-  std::mt19937 random(7);
-  const QStringList buttons{u"cmdPlay"_s, u"cmdSTOP"_s, u"cmdVolgendeMix"_s, u"cmdAndereVolgorde"_s};
   for (int i = 0; i < 1000; ++i) {
-    const auto what = random() % 13;
-    if (what < 4) Click(*window_, buttons[static_cast<qsizetype>(what)]);
-    if (what == 4) Pick(random() % 2 == 0 ? u"optNu"_s : u"optMoment"_s);
-    if (what == 5) Child<controls::ComboBox>(*window_, u"cboUur"_s).SetListIndex(static_cast<int>(random() % 24));
-    if (what == 6) QTest::keyClick(&Strip(), random() % 2 == 0 ? Qt::Key_Left : Qt::Key_PageDown);
-    if (what == 7) QTest::mouseClick(&Strip(), Qt::LeftButton, {}, QPoint(static_cast<int>(random() % 600), 30));
-    if (what == 8) QTest::keyClick(window_.get(), Qt::Key_Space, Qt::ControlModifier);
-    if (what == 9 && desk_.output.IsRunning()) desk_.output.PullNow(random() % 4000);
-    if (what == 10) AwaitPlan();
-    if (what == 11)
-      Child<controls::DateCombo>(*window_, u"datDag"_s).SetText(random() % 2 == 0 ? u"12-03-2025"_s : u"12-0"_s);
-    if (what == 12 && random() % 20 == 0) Open();  // closes the previous window, playing or not
+    Operate();
     QCoreApplication::processEvents();
     ASSERT_GE(Sound().Position(), 0);
     ASSERT_LE(Sound().Position(), Sound().Length());

@@ -300,8 +300,9 @@ TEST(PreviewStrip, TheKnobIsUnderThePlayHeadAtEveryZoom) {
     QTest::keyClick(&at.Strip(), Qt::Key_Plus);
   }
   EXPECT_EQ(at.Strip().LastMs() - at.Strip().FirstMs(), 2000);
-  QTest::mouseClick(&slider, Qt::LeftButton, {}, QPoint(slider.width() / 2, 10));
-  EXPECT_NEAR(slider.value(), static_cast<double>(at.Strip().MsAt(slider.width() / 2)), 10);
+  const int middle = slider.width() / 2;
+  QTest::mouseClick(&slider, Qt::LeftButton, {}, QPoint(middle, 10));
+  EXPECT_NEAR(slider.value(), static_cast<double>(at.Strip().MsAt(middle)), 10);
 }
 
 TEST(PreviewStrip, AChangedMixPointSaysThatItIsNotSaved) {

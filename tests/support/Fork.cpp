@@ -16,8 +16,8 @@ using namespace std::chrono_literals;
 namespace testing_support {
 
 pid_t Fork() {
-  constexpr int kLooks = 60000;
-  for (int look = 0; look < kLooks; ++look) {
+  constexpr int kMostLooks = 60000;
+  for (int look = 0; look < kMostLooks; ++look) {
     if (ThreadCount() == 1) return ::fork();
     std::this_thread::sleep_for(1ms);
   }

@@ -8,6 +8,7 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <deque>
@@ -56,7 +57,26 @@ void Deliver(Travelling& bytes, int line) {
   }
 }
 
+// Milliseconds until the first data arrives, at most 10.
+int WaitFor(const Travelling& first, const Travelling& second) {
+  int wait = 10;
+  for (const Travelling* way : {&first, &second}) {
+    if (!way->empty()) wait = std::min(wait, way->front().first - Clock::now() <= 500us ? 0 : 1);
+  }
+  return wait;
+}
+
 }  // namespace
+
+struct Proxy::Line {
+  int client;
+  int server;
+  Travelling toServer{};
+  Travelling toClient{};
+  std::array<char, 65536> buffer{};
+  bool clientSpokeLast = false;
+  bool cutting = false;
+};
 
 Proxy::Proxy(const QString& serverSocketFolder, std::chrono::microseconds delayEachWay)
     : serverSocket_(serverSocketFolder + u"/.s.PGSQL.5432"), delay_(delayEachWay) {
@@ -101,50 +121,45 @@ void Proxy::Accept() {
   }
 }
 
+bool Proxy::TakeFromClient(Line& line) {
+  const ssize_t size = ::recv(line.client, line.buffer.data(), line.buffer.size(), 0);
+  if (size <= 0) return false;
+  const std::string_view said(line.buffer.data(), static_cast<std::size_t>(size));
+  const std::lock_guard lock(mutex_);
+  line.cutting = cut_ && cut_(said);
+  if (!line.cutting || forwardsBeforeTheCut_) line.toServer.emplace_back(Clock::now() + delay_, said);
+  if (!line.clientSpokeLast) ++roundTrips_;
+  line.clientSpokeLast = true;
+  return true;
+}
+
+bool Proxy::TakeFromServer(Line& line) {
+  const ssize_t size = ::recv(line.server, line.buffer.data(), line.buffer.size(), 0);
+  if (size <= 0) return false;
+  line.toClient.emplace_back(Clock::now() + delay_, std::string(line.buffer.data(), static_cast<std::size_t>(size)));
+  line.clientSpokeLast = false;
+  return true;
+}
+
 void Proxy::Serve(int client) {
-  const int server = ConnectTo(serverSocket_);
-  Travelling toServer;
-  Travelling toClient;
-  std::array<char, 65536> buffer{};
-  bool clientSpokeLast = false;
-  bool cutting = false;
-  while (server >= 0 && !ending_) {
-    int wait = 10;
-    for (const Travelling* way : {&toServer, &toClient}) {
-      if (way->empty()) continue;
-      const auto left = std::chrono::duration_cast<std::chrono::microseconds>(way->front().first - Clock::now());
-      wait = left <= 500us ? 0 : 1;
+  Line line{.client = client, .server = ConnectTo(serverSocket_)};
+  while (line.server >= 0 && !ending_) {
+    std::array<pollfd, 2> ends{pollfd{client, POLLIN, 0}, pollfd{line.server, POLLIN, 0}};
+    if (::poll(ends.data(), ends.size(), WaitFor(line.toServer, line.toClient)) > 0) {
+      if (ends[0].revents != 0 && !TakeFromClient(line)) break;
+      if (ends[1].revents != 0 && !line.cutting && !TakeFromServer(line)) break;
     }
-    std::array<pollfd, 2> lines{pollfd{client, POLLIN, 0}, pollfd{server, POLLIN, 0}};
-    if (::poll(lines.data(), lines.size(), wait) > 0) {
-      if (lines[0].revents != 0) {
-        const ssize_t size = ::recv(client, buffer.data(), buffer.size(), 0);
-        if (size <= 0) break;
-        const std::string_view said(buffer.data(), static_cast<std::size_t>(size));
-        const std::lock_guard lock(mutex_);
-        cutting = cut_ && cut_(said);
-        if (!cutting || forwardsBeforeTheCut_) toServer.emplace_back(Clock::now() + delay_, said);
-        if (!clientSpokeLast) ++roundTrips_;
-        clientSpokeLast = true;
-      }
-      if (!cutting && lines[1].revents != 0) {
-        const ssize_t size = ::recv(server, buffer.data(), buffer.size(), 0);
-        if (size <= 0) break;
-        toClient.emplace_back(Clock::now() + delay_, std::string(buffer.data(), static_cast<std::size_t>(size)));
-        clientSpokeLast = false;
-      }
-    }
-    Deliver(toServer, server);
-    Deliver(toClient, client);
-    if (cutting && toServer.empty()) {
+    Deliver(line.toServer, line.server);
+    Deliver(line.toClient, client);
+    if (line.cutting && line.toServer.empty()) {
       ++cuts_;
       break;
     }
   }
-  for (const auto& [when, bytes] : toClient)
+  for (const auto& [when, bytes] : line.toClient)
     SendAll(client, bytes);
   ::close(client);
-  if (server >= 0) ::close(server);
+  if (line.server >= 0) ::close(line.server);
 }
 
 }  // namespace testing_support

@@ -37,8 +37,13 @@ class Proxy {
   int RoundTrips() const { return roundTrips_; }  // changes of direction from server to client and back
 
  private:
+  struct Line;  // of one client
+
   void Accept();
   void Serve(int client);
+  // Take what was received; false when the sender has closed the connection.
+  bool TakeFromClient(Line& line);
+  bool TakeFromServer(Line& line);
 
   const QString serverSocket_;
   const std::chrono::microseconds delay_;

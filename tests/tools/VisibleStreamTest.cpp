@@ -50,6 +50,7 @@ std::string OnTerminal(const QStringList& words) {
   for (const QString& word : words)
     texts.push_back(word.toStdString());
   std::vector<char*> arguments;
+  arguments.reserve(texts.size() + 1);
   for (std::string& text : texts)
     arguments.push_back(text.data());
   arguments.push_back(nullptr);
@@ -61,7 +62,7 @@ std::string OnTerminal(const QStringList& words) {
     ::execv(arguments.front(), arguments.data());
     ::_exit(127);
   }
-  const std::string text = ReadAll(terminal);
+  std::string text = ReadAll(terminal);
   ::waitpid(child, nullptr, 0);
   ::close(terminal);
   return text;

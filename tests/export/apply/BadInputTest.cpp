@@ -16,7 +16,7 @@ class BadInput : public SharedStation {
   BadInput() { Fill(); }
 
   QString Written(const QByteArray& content, const QString& name = u"20261122101500.tql"_s) const {
-    const QString path = Folder(u"A"_s) + u'/' + name;
+    QString path = Folder(u"A"_s) + u'/' + name;
     QFile file(path);
     EXPECT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(content);

@@ -102,7 +102,7 @@ class RandomDays : public SharedStation {
     EXPECT_EQ(waiting.join(u',').toStdString(), model.Waiting().join(u',').toStdString());
   }
 
-  // A link may be left behind by a spot that was made and deleted within one file: nothing tells its name.
+  // A link may remain to a spot that was made and deleted within one file; no record has its name then.
   static Meant WithLinksToRecords(Meant meant, const std::map<QString, Meant>& records) {
     meant.list.removeIf([&](const QString& spot) { return !records.contains(spot); });
     return meant;
@@ -115,6 +115,32 @@ class RandomDays : public SharedStation {
   static QByteArray ContentOf(const QString& path) {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+  }
+
+  // What two planners export in a day.
+  std::array<std::vector<ExportedFile>, 2> DayOfTwo(unsigned seed) {
+    std::mt19937 random(seed);
+    std::array<std::vector<ExportedFile>, 2> files;
+    for (const std::size_t station : {0U, 1U}) {
+      const QString name = station == 0 ? u"A"_s : u"B"_s;
+      Planner planner(name, Folder(name + QString::number(seed)), random);
+      planner.Refresh(Server());
+      for (int step = 6 + static_cast<int>(random() % 14); step > 0; --step) {
+        planner.Work(Server());
+        if (random() % 8 != 0 || files[station].size() == 2) continue;
+        if (auto file = planner.Export()) files[station].push_back(std::move(*file));
+      }
+      if (auto file = planner.Export()) files[station].push_back(std::move(*file));
+    }
+    return files;
+  }
+
+  // Applying the files again changes nothing.
+  static void ApplyAgain(const QString& server, const std::vector<const ExportedFile*>& files) {
+    const QByteArray before = ContentOf(server);
+    for (const ExportedFile* file : files)
+      EXPECT_TRUE(apply::CarryOut(server, apply::ReadExport(file->path), {file->source, {}, false, {}}).doneBefore);
+    EXPECT_EQ(ContentOf(server), before);
   }
 
   QMap<QString, QMap<qint64, QString>> names_;  // by table, of all records that were ever in the database
@@ -152,19 +178,7 @@ TEST_F(RandomDays, InEveryOrderNothingIsLostOrMixed) {
   int conflicts = 0;
   const auto day = [&](unsigned seed) {
     SCOPED_TRACE(seed);
-    std::mt19937 random(seed);
-    std::array<std::vector<ExportedFile>, 2> files;
-    for (const std::size_t station : {0U, 1U}) {
-      const QString name = station == 0 ? u"A"_s : u"B"_s;
-      Planner planner(name, Folder(name + QString::number(seed)), random);
-      planner.Refresh(Server());
-      for (int step = 6 + static_cast<int>(random() % 14); step > 0; --step) {
-        planner.Work(Server());
-        if (random() % 8 != 0 || files[station].size() == 2) continue;
-        if (auto file = planner.Export()) files[station].push_back(std::move(*file));
-      }
-      if (auto file = planner.Export()) files[station].push_back(std::move(*file));
-    }
+    const std::array<std::vector<ExportedFile>, 2> files = DayOfTwo(seed);
     for (const auto& order : Orders(files[0], files[1])) {
       const QString server = Folder(u"orders"_s) + u"/server.mdb"_s;
       QFile::remove(server);
@@ -174,10 +188,7 @@ TEST_F(RandomDays, InEveryOrderNothingIsLostOrMixed) {
         ApplyTo(server, *file, model);
       ++orders;
       conflicts += static_cast<int>(model.Waiting().size());
-      const QByteArray before = ContentOf(server);
-      for (const ExportedFile* file : order)
-        EXPECT_TRUE(apply::CarryOut(server, apply::ReadExport(file->path), {file->source, {}, false, {}}).doneBefore);
-      EXPECT_EQ(ContentOf(server), before);
+      ApplyAgain(server, order);
       if (HasFailure()) return;
     }
   };

@@ -318,7 +318,7 @@ QString Workstation::Export(bool withBasis) {
     content += runtime::ToCodePage(statements::LogText(logged.statement)) + ";\r\n";
   // Every workstation's first export has the same name, and so on.
   const QDateTime moment = QDateTime(QDate(2026, 11, 22), QTime(8, 0)).addSecs(60 * ++exports_);
-  const QString path = folder_ + u'/' + moment.toString(u"yyyyMMddHHmmss"_s) + u".tql";
+  QString path = folder_ + u'/' + moment.toString(u"yyyyMMddHHmmss"_s) + u".tql";
   Write(path, content);
   if (withBasis) {
     QByteArray lines = basis::HeaderLine(

@@ -150,9 +150,7 @@ TEST_F(MixDecoderTest, SeekingGivesTheSameFramesAsReadingFromTheBeginning) {
 }
 
 TEST_F(MixDecoderTest, SumsAboveFullScaleAreClippedAndDoNotWrap) {
-  std::vector<MixClip> clips;
-  for (int i = 0; i < 8; ++i)
-    clips.push_back({Tone("a.wav", 0.5), 500});
+  const std::vector<MixClip> clips(8, {Tone("a.wav", 0.5), 500});
   MixDecoder mix(clips);
   const Sound heard = ReadAll(mix);
   const Sound alone = StraightDecode(clips[0].path);

@@ -195,11 +195,11 @@ TEST_F(Blocks, LevelsAreThePeaksOfTheFramesThatWerePlayed) {
   playout.Ring().Publish();
   Fill(2);  // the third frame is not heard yet
   const audio::PeakLevels levels = playout.TakeLevels();
-  EXPECT_NEAR(double{levels.left}, -6.02, 0.01);
+  EXPECT_NEAR(static_cast<double>(levels.left), -6.02, 0.01);
   EXPECT_FLOAT_EQ(levels.right, 0);
   EXPECT_FLOAT_EQ(playout.TakeLevels().left, audio::PeakLevels::kSilence);
   Fill(1);
-  EXPECT_NEAR(double{playout.TakeLevels().left}, 0, 0.001);
+  EXPECT_NEAR(static_cast<double>(playout.TakeLevels().left), 0, 0.001);
 }
 
 }  // namespace

@@ -133,6 +133,7 @@ TEST_F(Lines, AnEditedLineIsNotSelectedAndTheNextKeySelectsIt) {
 
 TEST_F(Lines, AnEditedLineIsScrolledIntoSight) {
   std::vector<ListBox::Line> more;
+  more.reserve(200);
   for (int line = 0; line < 200; ++line)
     more.push_back({QString::number(line), 100 + line});
   list.AddItems(std::move(more));

@@ -55,7 +55,7 @@ TEST(Conversion, EachTypeRoundTrips) {
   EXPECT_EQ(s.Stored(u"Kort"_s, u"-32768"_s), QVariant(-32768));
   EXPECT_EQ(s.Stored(u"Lang"_s, u"2147483647"_s), QVariant(2147483647));
   EXPECT_EQ(s.Stored(u"Geld"_s, u"12.34567"_s), QVariant(12.3457));
-  EXPECT_EQ(s.Stored(u"Enkel"_s, u"0.1"_s), QVariant(double{0.1F}));
+  EXPECT_EQ(s.Stored(u"Enkel"_s, u"0.1"_s), QVariant(static_cast<double>(0.1F)));
   EXPECT_EQ(s.Stored(u"Dubbel"_s, u"5"_s), QVariant(5.0));
   EXPECT_EQ(s.Stored(u"Getal"_s, u"-999.987"_s), QVariant(-999.99));
   EXPECT_EQ(s.Stored(u"Tekst"_s, u"\"Ærøskøbing\""_s), QVariant(u"Ærøskøbing"_s));

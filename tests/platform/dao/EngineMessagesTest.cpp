@@ -31,7 +31,7 @@ TEST(EngineMessages, EachErrorOfAStatementIsInDutch) {
       {u"SELECT ID FROM tblSpots UNION SELECT ID, Naam FROM tblSpots"_s, u"niet even veel velden"_s},
       {u"SELECT SUM(9223372036854775807 * 1) AS x FROM tblSpots WHERE ID = 0"_s, QString()}};
   for (const auto& [sql, expected] : cases) {
-    const QString error = ErrorOf([&] { s.Open().OpenRecordset(sql); });
+    const QString error = ErrorOf([&s, &statement = sql] { s.Open().OpenRecordset(statement); });
     EXPECT_TRUE(error.contains(expected)) << qPrintable(sql) << ": " << qPrintable(error);
     EXPECT_TRUE(expected.isEmpty() || error.endsWith(u'\n' + sql)) << qPrintable(error);
   }

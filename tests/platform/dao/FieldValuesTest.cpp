@@ -108,10 +108,11 @@ TEST(FieldValues, ABooleanIsMinusOneForEveryOtherNumber) {
 }
 
 TEST(FieldValues, FloatingPointTypesHaveTheirPrecisionAndRange) {
-  EXPECT_EQ(Converted(FieldType::Single, dao::Value(0.1)), dao::Value(double{0.1F}));
+  EXPECT_EQ(Converted(FieldType::Single, dao::Value(0.1)), dao::Value(static_cast<double>(0.1F)));
   EXPECT_EQ(Converted(FieldType::Double, dao::Value(0.1)), dao::Value(0.1));
-  EXPECT_EQ(Converted(FieldType::Single, dao::Value(double{FLT_MAX})), dao::Value(double{FLT_MAX}));
-  EXPECT_EQ(Converted(FieldType::Single, dao::Value(2.0 * double{FLT_MAX})), std::nullopt);
+  EXPECT_EQ(Converted(FieldType::Single, dao::Value(static_cast<double>(FLT_MAX))),
+            dao::Value(static_cast<double>(FLT_MAX)));
+  EXPECT_EQ(Converted(FieldType::Single, dao::Value(2.0 * static_cast<double>(FLT_MAX))), std::nullopt);
   EXPECT_EQ(Converted(FieldType::Double, dao::Value(HUGE_VAL)), std::nullopt);
   EXPECT_EQ(Converted(FieldType::Double, Whole(3)), dao::Value(3.0));
 }

@@ -79,9 +79,11 @@ TEST_F(Batches, TheEarliestOccurrenceIsTheOrigin) {
 
 TEST_F(Batches, ALongReplyIsRequestedInParts) {
   std::vector<std::string> numbers;
+  numbers.reserve(1500);
   for (int i = 0; i < 1500; ++i)
     numbers.push_back(std::to_string(i));
   Cells cells;
+  cells.reserve(numbers.size());
   for (const std::string& number : numbers)
     cells.push_back({number.c_str(), number.c_str()});
   batches_.Note(links_, Reply({1}, cells));

@@ -231,7 +231,7 @@ class RowEngine : public testing::Test {
   // A server may report a duplicate only when the transaction is committed.
   QString Committed(const QString& sql) {
     dao::StatementTransaction transaction(twins_->twin);
-    const QString result = ResultOf(transaction, sql);
+    QString result = ResultOf(transaction, sql);
     bool isNumber = false;
     result.toInt(&isNumber);
     if (!isNumber) return result;

@@ -35,7 +35,7 @@ TEST(ServerValues, EachTypeIsParsed) {
   EXPECT_EQ(Parsed(FieldType::Long, "-2147483648"), dao::Value(std::int64_t{-2147483648LL}));
   EXPECT_EQ(Parsed(FieldType::Double, "0.1"), dao::Value(0.1));
   EXPECT_EQ(Parsed(FieldType::Double, "1e-300"), dao::Value(1e-300));
-  EXPECT_EQ(Parsed(FieldType::Single, "0.1"), dao::Value(double{0.1F}));
+  EXPECT_EQ(Parsed(FieldType::Single, "0.1"), dao::Value(static_cast<double>(0.1F)));
   EXPECT_EQ(Parsed(FieldType::Currency, "12.3400"), dao::Value(12.34));
   EXPECT_EQ(Parsed(FieldType::Currency, "-922337203685477.5808"), dao::Value(std::u16string(u"-922337203685477.5808")));
   EXPECT_EQ(Parsed(FieldType::Numeric, "0.250"), dao::Value(0.25));

@@ -94,7 +94,8 @@ inline int CountOf(const QImage& image, const QColor& colour) {
 }
 
 inline double Luminance(const QColor& colour) {
-  const auto part = [](double value) {
+  const auto part = [](float component) {
+    const auto value = static_cast<double>(component);
     return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
   };
   return 0.2126 * part(colour.redF()) + 0.7152 * part(colour.greenF()) + 0.0722 * part(colour.blueF());

@@ -140,14 +140,14 @@ TEST_F(LookOfButtons, IconIsBeforeTheTextOrAfterItOrAtTheEdge) {
   EXPECT_EQ(icon.width(), 16);
   EXPECT_LT(icon.right(), text.left());
   // Both together are in the middle.
-  EXPECT_NEAR((icon.left() + text.right()) / 2, image.width() / 2, 4);
+  EXPECT_NEAR(icon.left() + text.right(), image.width(), 8);
 
   button.setProperty("iconAfterText", true);
   image = painted();
   icon = PlaceOf(image, kRed);
   text = PlaceOf(image, ink, kSmoothed);
   EXPECT_GT(icon.left(), text.right());
-  EXPECT_NEAR((text.left() + icon.right()) / 2, image.width() / 2, 4);
+  EXPECT_NEAR(text.left() + icon.right(), image.width(), 8);
 
   button.setProperty("iconAfterText", false);
   button.setProperty("textBesideIcon", true);

@@ -97,7 +97,7 @@ TEST(CompactKeeps, PasswordAndEncoding) {
       // Only in a file without encoding are the names in the catalogue readable.
       const std::u16string name = u"MSysObjects";
       const Bytes text = EncodeText(name, false);
-      EXPECT_EQ(std::ranges::search(compacted, text).empty(), encoded);
+      EXPECT_EQ(std::search(compacted.begin(), compacted.end(), text.begin(), text.end()) == compacted.end(), encoded);
     }
   }
 }

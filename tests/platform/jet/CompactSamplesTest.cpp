@@ -90,7 +90,7 @@ TEST_P(CompactedSample, ReadsTheSameForOutsideReaders) {
 TEST_P(CompactedSample, HasTheSameSystemTablesRelationsQueriesAndProperties) {
   if (const auto absent = witness::WhyAbsent(Reader::MdbTools)) GTEST_SKIP() << *absent;
   const auto outputOf = [&](const std::string& command) {
-    const auto before = SortedLines(OutputOf(command + " " + ShellQuoted(before_) + " 2>/dev/null"));
+    auto before = SortedLines(OutputOf(command + " " + ShellQuoted(before_) + " 2>/dev/null"));
     EXPECT_EQ(SortedLines(OutputOf(command + " " + ShellQuoted(after_) + " 2>/dev/null")), before) << command;
     return before;
   };

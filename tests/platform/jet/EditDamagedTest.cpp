@@ -323,9 +323,10 @@ TEST_F(DamagedBase, AnIndexWhoseRootIsNoIndexPageIsNotEmptied) {
   Bytes references(8);
   Store(&references[0], index.map);
   Store(&references[4], index.root);
-  const auto begin = file_.begin() + std::ptrdiff_t{spots_.page} * kPageSize;
-  const auto place = std::search(begin, begin + kPageSize, references.begin(), references.end());
-  ASSERT_NE(place, begin + kPageSize);
+  const auto begin = file_.begin() + static_cast<std::ptrdiff_t>(spots_.page * kPageSize);
+  const auto end = begin + static_cast<std::ptrdiff_t>(kPageSize);
+  const auto place = std::search(begin, end, references.begin(), references.end());
+  ASSERT_NE(place, end);
   for (const std::uint32_t other : {kObjectsTable, items_.page, itemPages_.front(), items_.realIndexes[0].root}) {
     Store(&*place + 4, other);
     EXPECT_NE(MessageOfEmptying(), "") << other;

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // A short run of the fuzz target over files and their mutations: reading always ends, at most with an Error.
+#include "tests/fuzz/FuzzTarget.h"
 #include "tests/fuzz/PageMutator.h"
 #include "tests/platform/jet/SpotsImage.h"
 #include "tests/platform/jet/support/Samples.h"
@@ -9,8 +10,6 @@
 #include <fstream>
 #include <iterator>
 #include <string>
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 namespace {
 

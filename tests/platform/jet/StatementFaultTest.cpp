@@ -109,9 +109,9 @@ TEST_P(StatementFault, OfAnyCallLeavesTheOldOrTheNewState) {
     {
       const auto database = Database::Open(kPath, fuzz::ForEditing(), files);
       files.FailAt(call, fault);
-      done = test::MessageOf([&] {
+      done = test::MessageOf([&database, &work = statement.work] {
                WriteTurn turn(*database);
-               statement.work(*database);
+               work(*database);
                turn.Commit();
              }).empty();
       reached = files.Failed();

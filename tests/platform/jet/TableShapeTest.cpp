@@ -47,7 +47,7 @@ TEST_F(TableShapeTest, IsReadAgainWhenTheDefinitionChanged) {
     const WriteTurn turn(*database_);
     const std::array<std::uint8_t, 8> name = {'N', 0, 'a', 0, 'a', 0, 'm', 0};
     PageBytes& page = database_->Shared().Changes().Change(Opened().Def().page);
-    *std::ranges::search(page, name).begin() = 'F';
+    *std::search(page.begin(), page.end(), name.begin(), name.end()) = 'F';
     EXPECT_EQ(SecondName(), u"Faam");
   }
   EXPECT_EQ(SecondName(), u"Naam");  // rolled back

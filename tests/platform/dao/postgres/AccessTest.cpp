@@ -37,7 +37,7 @@ class Access : public testing::Test {
 
   // Creates a self-signed certificate for `host` with its key.
   QString Certificate(const QString& name, const QString& host) const {
-    const QString path = folder_.filePath(name);
+    QString path = folder_.filePath(name);
     QProcess openssl;
     openssl.start(u"openssl"_s, {u"req"_s, u"-x509"_s, u"-newkey"_s, u"rsa:2048"_s, u"-nodes"_s, u"-days"_s, u"2"_s,
                                  u"-subj"_s, u"/CN="_s + host, u"-addext"_s, u"subjectAltName=DNS:"_s + host,

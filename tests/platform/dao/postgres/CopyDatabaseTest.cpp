@@ -129,7 +129,7 @@ class Chance {
       case FieldType::Currency:
         return static_cast<double>(static_cast<std::int32_t>(random_())) / 10000;
       case FieldType::Single:
-        return double{static_cast<float>(random_()) * 1e-7F};
+        return static_cast<double>(static_cast<float>(random_()) * 1e-7F);
       case FieldType::Double:
         return std::ldexp(static_cast<double>(random_()) - 2e9, Below(1800) - 900);
       case FieldType::Date:
