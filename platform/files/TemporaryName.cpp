@@ -23,9 +23,16 @@ constexpr std::size_t kOwnerDigits = 12;
 constexpr std::size_t kAfterName = 1 + kRandomDigits + kEnding.size();
 constexpr std::size_t kLongestName = 255;  // bytes, of the usual file systems
 
-// The first part of the temporary names of a file: a dot and its name, never cut within a UTF-8 character.
+// Hidden files begin with a dot.
+std::string HiddenName(const Path& path) {
+  std::string name = ".";
+  name += path.filename().string();
+  return name;
+}
+
+// The first part of the temporary names of a file, never cut within a UTF-8 character.
 std::string Beginning(const Path& path) {
-  std::string name = "." + path.filename().string();
+  std::string name = HiddenName(path);
   const auto isWithinCharacter = [&](std::size_t at) { return (static_cast<unsigned char>(name[at]) & 0xC0) == 0x80; };
   std::size_t length = std::min(name.size(), kLongestName - kAfterName);
   while (length < name.size() && length > 1 && isWithinCharacter(length))
@@ -107,9 +114,8 @@ void RemoveLeftoversOf(std::string_view owner, const Path& path, FileSystem& fil
 }
 
 void RemoveLeftoversBeginning(const Path& beginning, FileSystem& files) {
-  RemoveUnused(beginning, files, [first = "." + beginning.filename().string()](const std::string& name) {
-    return name.starts_with(first);
-  });
+  RemoveUnused(beginning, files,
+               [first = HiddenName(beginning)](const std::string& name) { return name.starts_with(first); });
 }
 
 bool LockTemporary(File& file, const Path& temporary, FileSystem& files) {

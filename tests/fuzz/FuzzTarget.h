@@ -4,5 +4,5 @@
 #include <cstddef>
 #include <cstdint>
 
-// What libFuzzer calls with each input; the name is its own. Returns 0, and ends the process when the input shows a bug.
+// libFuzzer calls it with each input, by this name. Returns 0; an input that shows a bug ends the process.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);

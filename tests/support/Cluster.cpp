@@ -53,6 +53,8 @@ void RunAsServer(const QString& program, const QStringList& arguments) {
   }
 }
 
+}  // namespace
+
 // A connection of the test itself.
 class Session {
  public:
@@ -73,8 +75,6 @@ class Session {
  private:
   std::unique_ptr<PGconn, decltype(&PQfinish)> connection_;
 };
-
-}  // namespace
 
 QString Cluster::ProgramFolder() {
   QDir versions(u"/usr/lib/postgresql"_s);

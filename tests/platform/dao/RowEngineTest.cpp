@@ -5,6 +5,7 @@
 #include "platform/dao/Database.h"
 #include "platform/dao/RowStatement.h"
 #include "platform/dao/StatementTransaction.h"
+#include "platform/runtime/Error.h"
 #include "tests/platform/dao/Scratch.h"
 
 #include <gtest/gtest.h>
