@@ -7,31 +7,36 @@
 
 #include <QGuiApplication>
 #include <QIcon>
+#include <QIconEngine>
 #include <QPainter>
 #include <QPalette>
-#include <QPixmap>
 
 using namespace Qt::StringLiterals;
 using controls::LineDetails;
 
 namespace {
 
-QPixmap MarkPixmap(const LineDetails& details, const QColor& colour) {
-  const double scale = qApp->devicePixelRatio();
-  QPixmap pixmap(QSize(controls::kMarkSize, controls::kMarkSize) * scale);
-  pixmap.setDevicePixelRatio(scale);
-  pixmap.fill(Qt::transparent);
-  QPainter painter(&pixmap);
-  controls::PaintMark(painter, QRectF(0, 0, controls::kMarkSize, controls::kMarkSize), details.mark, colour);
-  return pixmap;
-}
+// Draws a mark where it is shown. Pixmaps instead would be made for each line at each painting, and Qt keeps a key of
+// every pixmap of an icon in its cache.
+class MarkEngine : public QIconEngine {
+ public:
+  MarkEngine(controls::LineMark mark, controls::LineTone tone) : mark_(mark), tone_(tone) {}
 
-QIcon MarkIcon(const LineDetails& details) {
-  const QPalette palette = QGuiApplication::palette();
-  QIcon icon(MarkPixmap(details, controls::ToneColour(details.tone, palette)));
-  icon.addPixmap(MarkPixmap(details, palette.color(QPalette::HighlightedText)), QIcon::Selected);
-  return icon;
-}
+  void paint(QPainter* painter, const QRect& place, QIcon::Mode mode, QIcon::State /*state*/) override {
+    const QPalette palette = QGuiApplication::palette();
+    const QColor colour =
+        mode == QIcon::Selected ? palette.color(QPalette::HighlightedText) : controls::ToneColour(tone_, palette);
+    controls::PaintMark(*painter, place, mark_, colour);
+  }
+  QSize actualSize(const QSize& size, QIcon::Mode /*mode*/, QIcon::State /*state*/) override {
+    return size.boundedTo({controls::kMarkSize, controls::kMarkSize});
+  }
+  QIconEngine* clone() const override { return new MarkEngine(mark_, tone_); }
+
+ private:
+  controls::LineMark mark_;
+  controls::LineTone tone_;
+};
 
 QVariant TextColour(const LineDetails& details, int column) {
   const QPalette palette = QGuiApplication::palette();
@@ -100,7 +105,8 @@ QVariant SpotChoiceModel::data(const QModelIndex& index, int role) const {
     case Qt::DisplayRole:
       return index.column() == kStatus ? details.word : details.trailing;
     case Qt::DecorationRole:
-      return isName && details.mark != controls::LineMark::None ? QVariant(MarkIcon(details)) : QVariant();
+      if (!isName || details.mark == controls::LineMark::None) return {};
+      return QIcon(new MarkEngine(details.mark, details.tone));
     case Qt::ForegroundRole:
       return TextColour(details, index.column());
     case Qt::ToolTipRole:

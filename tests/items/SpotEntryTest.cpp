@@ -1,10 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "data/Messages.h"
+#include "platform/controls/Marks.h"
 #include "platform/desktop/MessageBox.h"
 #include "tests/items/ItemEditor.h"
 
+#include <QGuiApplication>
+#include <QIcon>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPalette>
 #include <QTest>
 #include <QTreeView>
 
@@ -159,6 +164,27 @@ TEST_F(SpotEntry, SearchHidesSpotsAndKeepsTheirCheckMarks) {
   });
   ASSERT_EQ(List().ListCount(), 1);
   EXPECT_EQ(List().ItemData(0), 2);
+}
+
+// Qt keeps a key of every pixmap of an icon that was painted.
+TEST_F(SpotEntry, MarksOfStatesAreDrawnWithoutPixmaps) {
+  station_.OnServer(u"UPDATE tblItemSpots SET Aktief = 0 WHERE ID = 2"_s);
+  OpenNew();
+  Entry(u"cmdOpt1Toevoegen"_s, [](QDialog& dialog) {
+    Child<QLineEdit>(dialog, u"txtZoek"_s).setText(u"bakker"_s);
+    const auto icon = [&] { return Choices(dialog).model()->index(0, 0).data(Qt::DecorationRole).value<QIcon>(); };
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !icon().isNull(); }));
+    EXPECT_TRUE(icon().availableSizes().isEmpty());
+    EXPECT_EQ(icon().actualSize(QSize(32, 32)), QSize(controls::kMarkSize, controls::kMarkSize));
+    const auto colourIn = [&](QIcon::Mode mode) {
+      const QImage mark = icon().pixmap(QSize(14, 14), mode).toImage();
+      return mark.pixelColor(mark.rect().center());
+    };
+    const QPalette palette = QGuiApplication::palette();
+    EXPECT_EQ(colourIn(QIcon::Normal), controls::ToneColour(controls::LineTone::Quiet, palette));
+    EXPECT_EQ(colourIn(QIcon::Selected), palette.color(QPalette::HighlightedText));
+    dialog.close();
+  });
 }
 
 TEST_F(SpotEntry, OkAndCancelAreAboutTheComboAlone) {
