@@ -17,15 +17,13 @@ std::uint64_t Sum(std::uint64_t sum, std::uint64_t word) {
   return sum ^ sum >> 29;
 }
 
-// The checksums of the sectors of a page before and after. Most sectors stay the same: those are not summed twice.
+// The checksums of the sectors of a page before and after.
 void StoreSums(const PageChange& change, std::uint8_t* record) {
   const auto before = SectorSums(*change.before);
+  const auto after = SectorSums(*change.after);
   for (std::size_t sector = 0; sector < kSectors; ++sector) {
-    const std::uint8_t* was = change.before->data() + sector * kSector;
-    const std::uint8_t* is = change.after->data() + sector * kSector;
-    const bool isSame = std::memcmp(was, is, kSector) == 0;
     Store(record + kBeforeSumsAt + 8 * sector, before[sector]);
-    Store(record + kAfterSumsAt + 8 * sector, isSame ? before[sector] : Checksum({is, kSector}));
+    Store(record + kAfterSumsAt + 8 * sector, after[sector]);
   }
 }
 
